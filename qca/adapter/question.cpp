@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/adapter/question.h"
+
+#include "qca/engine/questionservice.h"
+
+#include <utility>
+
+namespace Trivex {
+
+namespace {
+
+thread_local const QCA::EventHandler *currentAddressee = nullptr;
+
+} // namespace
+
+std::optional<QuestionInfo> questionInfo(const QCA::Event &event)
+{
+    if (event.isNull() || !event.ptr())
+        return std::nullopt;
+    return QuestionService::instance().lookUp(event.ptr());
+}
+
+int questionKind(const QCA::Event &event)
+{
+    const auto info = questionInfo(event);
+    return info ? info->kind : int(event.type());
+}
+
+void cancelQuestions(const QString &keyStoreId)
+{
+    QuestionService::instance().cancel(keyStoreId);
+}
+
+QuestionNotifier *QuestionNotifier::instance()
+{
+    static QuestionNotifier notifier;
+    return &notifier;
+}
+
+QuestionScope::QuestionScope(const QCA::EventHandler *handler)
+    : m_previous(std::exchange(currentAddressee, handler))
+{
+}
+
+QuestionScope::~QuestionScope()
+{
+    currentAddressee = m_previous;
+}
+
+const QCA::EventHandler *QuestionScope::current()
+{
+    return currentAddressee;
+}
+
+} // namespace Trivex

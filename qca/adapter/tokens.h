@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/adapter/question.h"
+
+#include <QObject>
+#include <QVector>
+
+namespace Trivex {
+
+/// What is known of one token, for display.
+struct TokenStatus {
+    QString keyStoreId;
+    QString name; ///< as its key store is named
+    QString manufacturer;
+    QString model;
+    QString serial;
+    bool present = false;
+    bool readOnly = false;
+    bool hasPinPad = false;
+    bool busy = false;
+    Purpose busyWith = Purpose::Sign; ///< only meaningful while `busy`
+    bool loading = false; ///< its objects are being read
+    PinState pinState = PinState::Normal;
+    int triesLeft = -1; ///< -1 where the token does not tell
+};
+
+/// Why an operation on a token failed, in terms that callers can branch on. The text for people is
+/// made from it where it is shown.
+struct TokenError {
+    enum Kind {
+        NoError,
+        WrongPin,
+        PinLocked,
+        PinMissing, ///< nobody gave one, or the question was left
+        TokenRemoved,
+        TokenFull,
+        ReadOnly,
+        NotSupported, ///< mechanism, key kind or size that the token does not know
+        NotFound,
+        Cancelled,
+        DeviceFailure, ///< everything else; `returnValue` says what
+    };
+    Kind kind = NoError;
+    QString keyStoreId;
+    Purpose purpose = Purpose::Sign;
+    QString function; ///< the PKCS#11 call that failed, for a report
+    unsigned long returnValue = 0; ///< CK_RV
+};
+
+/// Live view of the tokens of the process. Make one per user; signals arrive on its thread.
+class TRIVEX_QCA_EXPORT TokenMonitor : public QObject {
+    Q_OBJECT
+public:
+    explicit TokenMonitor(QObject *parent = nullptr);
+    ~TokenMonitor() override;
+
+    /// A copy of what is known now.
+    static QVector<TokenStatus> tokens();
+    static TokenStatus token(const QString &keyStoreId);
+
+    /// Asks the running operation on that token to end; its outcome comes the usual way.
+    static void cancel(const QString &keyStoreId);
+
+Q_SIGNALS:
+    void changed(const QString &keyStoreId);
+    void failed(const Trivex::TokenError &error);
+};
+
+/// The token's private key for `publicKey`, with or without a certificate; see
+/// `TokenBackend::findPrivateKey`. Null when there is none or no token provider is loaded.
+TRIVEX_QCA_EXPORT QCA::PrivateKey findTokenKey(const QString &keyStoreId,
+                                               const QCA::PublicKey &publicKey);
+
+} // namespace Trivex
+
+Q_DECLARE_METATYPE(Trivex::TokenError)

@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/adapter/question.h"
+
+namespace Trivex {
+
+/// The answer to a question. `accepted` is false when it was rejected, withdrawn, or when nobody
+/// was there to answer.
+struct Reply {
+    bool accepted = false;
+    QCA::SecureArray password; ///< kind 0
+    QString text; ///< kinds 2 and 4
+};
+
+/// Asks the handlers of the process in QCA's order and waits for the answer. Callable on any
+/// thread: the GUI thread waits in a nested event loop, so that the window stays alive and its
+/// handlers can answer; every other thread blocks. Re-entrant.
+///
+/// `store` and `entry` are what a plain handler sees in the event.
+TRIVEX_QCA_EXPORT Reply ask(const QuestionInfo &question, const QCA::KeyStoreInfo &store,
+                            const QCA::KeyStoreEntry &entry = QCA::KeyStoreEntry());
+
+/// Called by `EventHandler`: notes the text that answers the question behind `ticket`.
+TRIVEX_QCA_EXPORT void noteTextAnswer(const void *ticket, const QString &text);
+
+} // namespace Trivex

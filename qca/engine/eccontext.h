@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/engine/extendedkey.h"
+
+#include <QtCrypto>
+
+namespace Trivex {
+
+/// The elliptic-curve key context that stock QCA lacks: what a provider returns for its "ec"
+/// feature, for Weierstrass, Edwards and GOST keys alike. Its `type()` is 3, the first number
+/// behind QCA's own, for all of them; `keyType()` tells them apart.
+class TRIVEX_QCA_EXPORT ECContext : public QCA::PKeyBase, public ExtendedKey {
+    Q_OBJECT
+public:
+    explicit ECContext(QCA::Provider *provider);
+    ~ECContext() override;
+
+    QCA::PKey::Type type() const override;
+
+    /// Generates a private key on `curve` (our only name so far: "ec-secp384r1"). With `block`
+    /// false it returns at once and `finished()` follows on the thread of this object; afterwards
+    /// `isNull()` tells whether it worked.
+    virtual void createPrivate(const QString &curve, bool block) = 0;
+
+protected:
+    ECContext(const ECContext &) = default;
+};
+
+} // namespace Trivex

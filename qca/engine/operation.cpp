@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/engine/operation.h"
+
+#include "qca/engine/answerregistry.h"
+
+#include <utility>
+
+namespace Trivex {
+
+namespace {
+
+thread_local const GenerationTarget *currentTarget = nullptr;
+
+bool isServedByStoredAnswers(Purpose purpose)
+{
+    return purpose != Purpose::Sign && purpose != Purpose::Decrypt;
+}
+
+} // namespace
+
+GenerationTarget::GenerationTarget(const QString &keyStoreId, const QString &objectId)
+    : m_keyStoreId(keyStoreId)
+    , m_objectId(objectId)
+    , m_previous(std::exchange(currentTarget, this))
+{
+}
+
+GenerationTarget::~GenerationTarget()
+{
+    currentTarget = m_previous;
+}
+
+const GenerationTarget *GenerationTarget::current()
+{
+    return currentTarget;
+}
+
+Operation::Operation(Purpose purpose, const QString &keyStoreId)
+    : m_purpose(purpose)
+    , m_addressee(QuestionScope::current())
+{
+    const GenerationTarget *target
+        = purpose == Purpose::Generate ? GenerationTarget::current() : nullptr;
+    const QString wanted = target && keyStoreId.isEmpty() ? target->keyStoreId() : keyStoreId;
+    if (isServedByStoredAnswers(purpose)) {
+        if (const auto stored = takeStoredAnswers(wanted))
+            m_answers = *stored;
+    }
+    if (!wanted.isEmpty())
+        m_answers.keyStoreId = wanted;
+    if (target)
+        m_answers.objectId = target->objectId();
+    m_hadStoredPin = !m_answers.password.isEmpty();
+}
+
+Operation::Pin Operation::pin(QuestionInfo info, const QCA::KeyStoreInfo &store,
+                              const QCA::KeyStoreEntry &entry)
+{
+    if (info.pinState == PinState::Locked)
+        return {};
+    if (m_hadStoredPin && info.pinState != PinState::FinalTry) {
+        Pin stored;
+        stored.value = std::exchange(m_answers.password, QCA::SecureArray(""));
+        return stored;
+    }
+    info.purpose = m_purpose;
+    info.needsTypedPin = info.pinState == PinState::FinalTry;
+    info.addressee = m_addressee;
+    const Reply reply = ask(info, store, entry);
+    if (!reply.accepted || reply.password.isEmpty())
+        return {};
+    return {reply.password, true};
+}
+
+} // namespace Trivex

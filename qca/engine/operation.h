@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/adapter/storedanswers.h"
+#include "qca/engine/asker.h"
+
+namespace Trivex {
+
+/// One operation on a token, from its start to its end: a signature, a generation, a write, a
+/// removal. Make it on the thread on which the caller starts the operation, so that the answers
+/// stored for it and the handler that it addresses are found; then move it to where the work is
+/// done. It holds the answers for as long as it lives and leaves none behind.
+class TRIVEX_QCA_EXPORT Operation {
+public:
+    /// Takes the stored answers for `keyStoreId`, unless the purpose is signing or decrypting,
+    /// which stored answers never serve. For a generation `keyStoreId` may be empty: it is then
+    /// the store that the generator in force on this thread (`GenerationTarget`) or else the
+    /// stored answers name.
+    explicit Operation(Purpose purpose, const QString &keyStoreId = QString());
+
+    Purpose purpose() const { return m_purpose; }
+    /// The store that the operation works on; empty when none was named.
+    QString keyStoreId() const { return m_answers.keyStoreId; }
+    /// The name of the object to work on (the label of a key to generate); may be empty.
+    QString objectId() const { return m_answers.objectId; }
+
+    /// The result of asking for a PIN.
+    struct Pin {
+        QCA::SecureArray value; ///< empty: there is none, the operation has to fail
+        bool typed = false; ///< a person typed it for this very operation
+    };
+
+    /// The PIN to log in with: the stored one where there is one, and nobody is asked; otherwise
+    /// the answer of an interactive handler. When `info.pinState` is `FinalTry` only an
+    /// interactive handler is asked; when it is `Locked` nobody is. An empty PIN counts as none.
+    /// Each call costs the caller one attempt on the token at most; a stored PIN is handed out
+    /// once only.
+    Pin pin(QuestionInfo info, const QCA::KeyStoreInfo &store,
+            const QCA::KeyStoreEntry &entry = QCA::KeyStoreEntry());
+
+private:
+    Purpose m_purpose;
+    Answers m_answers;
+    const QCA::EventHandler *m_addressee;
+    bool m_hadStoredPin = false;
+};
+
+/// The target of the generations that this thread starts while one lives.
+class TRIVEX_QCA_EXPORT GenerationTarget {
+public:
+    GenerationTarget(const QString &keyStoreId, const QString &objectId);
+    ~GenerationTarget();
+    GenerationTarget(const GenerationTarget &) = delete;
+    GenerationTarget &operator=(const GenerationTarget &) = delete;
+
+    static const GenerationTarget *current();
+    QString keyStoreId() const { return m_keyStoreId; }
+    QString objectId() const { return m_objectId; }
+
+private:
+    QString m_keyStoreId;
+    QString m_objectId;
+    const GenerationTarget *m_previous;
+};
+
+} // namespace Trivex

@@ -1,0 +1,122 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/engine/questionservice.h"
+
+#include <QCoreApplication>
+
+namespace Trivex {
+
+namespace {
+
+bool concerns(const Ticket &ticket, const QString &keyStoreId)
+{
+    return keyStoreId.isEmpty() || ticket.question().keyStoreId == keyStoreId;
+}
+
+} // namespace
+
+QuestionService &QuestionService::instance()
+{
+    static QuestionService service;
+    return service;
+}
+
+QuestionService::QuestionService()
+{
+    m_thread.setObjectName(QStringLiteral("TrivexQuestions"));
+    moveToThread(&m_thread);
+    QuestionNotifier::instance()->moveToThread(&m_thread);
+    // The thread must be gone before the application object is: Qt can't run one without it.
+    qAddPostRoutine([] { instance().stop(); });
+    m_thread.start();
+}
+
+QuestionService::~QuestionService()
+{
+    stop();
+}
+
+void QuestionService::stop()
+{
+    {
+        const QMutexLocker locker(&m_mutex);
+        m_stopped = true;
+    }
+    cancel(QString());
+    m_thread.quit();
+    m_thread.wait();
+}
+
+void QuestionService::post(const TicketPtr &ticket)
+{
+    {
+        const QMutexLocker locker(&m_mutex);
+        if (!m_stopped) {
+            m_tickets.insert(ticket.get(), ticket);
+            QMetaObject::invokeMethod(
+                this, [this, ticket] { start(ticket); }, Qt::QueuedConnection);
+            return;
+        }
+    }
+    ticket->resolve(false, {});
+}
+
+void QuestionService::start(const TicketPtr &ticket)
+{
+    // Kept until QCA has answered, even when the question was cancelled long before: an asker that
+    // goes while its question is pending is written to after its end.
+    auto *asker = new QCA::PasswordAsker(this);
+    connect(asker, &QCA::PasswordAsker::responseReady, this,
+            [this, ticket, asker] { finish(ticket, asker); });
+    const auto style = ticket->question().kind == PasswordQuestion ? QCA::Event::StylePIN
+                                                                   : QCA::Event::StylePassword;
+    asker->ask(style, ticket->store(), ticket->entry(), ticket.get());
+}
+
+void QuestionService::finish(const TicketPtr &ticket, QCA::PasswordAsker *asker)
+{
+    // The answering thread may still hold the asker's lock; this returns once it has let go.
+    asker->waitForResponse();
+    {
+        const QMutexLocker locker(&m_mutex);
+        m_tickets.remove(ticket.get());
+    }
+    ticket->resolve(asker->accepted(), asker->password());
+    asker->deleteLater();
+}
+
+TicketPtr QuestionService::find(const void *ticket) const
+{
+    const QMutexLocker locker(&m_mutex);
+    return m_tickets.value(ticket);
+}
+
+std::optional<QuestionInfo> QuestionService::lookUp(const void *ticket) const
+{
+    const TicketPtr found = ticket ? find(ticket) : nullptr;
+    return found ? std::make_optional(found->question()) : std::nullopt;
+}
+
+void QuestionService::noteText(const void *ticket, const QString &text)
+{
+    if (const TicketPtr found = find(ticket))
+        found->noteText(text);
+}
+
+void QuestionService::cancel(const QString &keyStoreId)
+{
+    QVector<TicketPtr> open;
+    {
+        const QMutexLocker locker(&m_mutex);
+        for (const TicketPtr &ticket : qAsConst(m_tickets)) {
+            if (concerns(*ticket, keyStoreId))
+                open.append(ticket);
+        }
+    }
+    for (const TicketPtr &ticket : qAsConst(open)) {
+        if (ticket->resolve(false, {}))
+            Q_EMIT QuestionNotifier::instance()->withdrawn(ticket.get());
+    }
+}
+
+} // namespace Trivex

@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/engine/ticket.h"
+
+#include <QHash>
+#include <QThread>
+
+#include <optional>
+
+namespace Trivex {
+
+/// Runs QCA's askers for all questions of the process, in one thread of its own, and knows which
+/// questions are open.
+///
+/// One thread, because an asker must be waited for and deleted where its answer arrives, and an
+/// asking thread may be the one whose handler answers.
+class QuestionService : public QObject {
+    Q_OBJECT
+public:
+    static QuestionService &instance();
+    ~QuestionService() override;
+
+    /// Hands the question to QCA's handlers. Thread-safe.
+    void post(const TicketPtr &ticket);
+    /// The question behind `ticket` while it is open. Thread-safe.
+    std::optional<QuestionInfo> lookUp(const void *ticket) const;
+    /// Thread-safe.
+    void noteText(const void *ticket, const QString &text);
+    /// Rejects the open questions about `keyStoreId` (all, when empty). Thread-safe.
+    void cancel(const QString &keyStoreId);
+
+private:
+    QuestionService();
+    void stop();
+    void start(const TicketPtr &ticket);
+    void finish(const TicketPtr &ticket, QCA::PasswordAsker *asker);
+    TicketPtr find(const void *ticket) const;
+
+    mutable QMutex m_mutex;
+    QHash<const void *, TicketPtr> m_tickets;
+    QThread m_thread;
+    bool m_stopped = false;
+};
+
+} // namespace Trivex

@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/engine/asker.h"
+
+#include <QMutex>
+#include <QObject>
+#include <QWaitCondition>
+
+#include <memory>
+
+namespace Trivex {
+
+/// One open question: what it asks, and where the asking thread waits. Its address travels through
+/// QCA in `Event::ptr()` and is only ever looked up, never dereferenced, because an event may pass
+/// by after its question is over.
+class Ticket : public QObject {
+    Q_OBJECT
+public:
+    Ticket(const QuestionInfo &question, const QCA::KeyStoreInfo &store,
+           const QCA::KeyStoreEntry &entry);
+
+    QuestionInfo question() const;
+    const QCA::KeyStoreInfo &store() const { return m_store; }
+    const QCA::KeyStoreEntry &entry() const { return m_entry; }
+
+    /// Keeps the text that answers kinds 2 and 4 until the event is accepted.
+    void noteText(const QString &text);
+    /// The first call decides; later ones change nothing. True for the first.
+    bool resolve(bool accepted, const QCA::SecureArray &password);
+    bool isResolved() const;
+
+    /// Blocks until resolved.
+    void wait();
+    Reply reply() const;
+
+Q_SIGNALS:
+    /// Emitted on the resolving thread.
+    void resolved();
+
+private:
+    mutable QMutex m_mutex;
+    QWaitCondition m_condition;
+    const QuestionInfo m_question;
+    const QCA::KeyStoreInfo m_store;
+    const QCA::KeyStoreEntry m_entry;
+    Reply m_reply;
+    bool m_resolved = false;
+};
+
+using TicketPtr = std::shared_ptr<Ticket>;
+
+} // namespace Trivex

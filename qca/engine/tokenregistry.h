@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/adapter/tokens.h"
+
+namespace Trivex {
+
+/// What a token provider does for the adapter; registered by the provider while it is loaded.
+/// Called on any thread.
+class TRIVEX_QCA_EXPORT TokenBackend {
+public:
+    virtual ~TokenBackend();
+
+    /// The private key in store `keyStoreId` that belongs to `publicKey`, whether it has a
+    /// certificate or not; null when there is none. May ask for a PIN where the token hides its
+    /// keys before login.
+    virtual QCA::PrivateKey findPrivateKey(const QString &keyStoreId,
+                                           const QCA::PublicKey &publicKey) = 0;
+
+    /// Asks the running operation on `keyStoreId` to end as soon as its module lets it.
+    virtual void cancelOperation(const QString &keyStoreId) = 0;
+};
+
+TRIVEX_QCA_EXPORT void setTokenBackend(TokenBackend *backend);
+
+/// Publishes what changed of a token; thread-safe. A status with `present` false and an empty name
+/// forgets the token.
+TRIVEX_QCA_EXPORT void publishTokenStatus(const TokenStatus &status);
+
+/// Publishes the outcome of an operation that failed, for people to read; thread-safe.
+TRIVEX_QCA_EXPORT void publishTokenError(const TokenError &error);
+
+} // namespace Trivex
