@@ -44,8 +44,8 @@ int signatureAlgorithm(const QCA::Certificate &certificate)
         return number;
     const QByteArray der = certificate.toDER();
     const auto *data = reinterpret_cast<const unsigned char *>(der.constData());
-    const std::unique_ptr<X509, decltype(&X509_free)> x509(
-        d2i_X509(nullptr, &data, der.size()), &X509_free);
+    const std::unique_ptr<X509, decltype(&X509_free)> x509(d2i_X509(nullptr, &data, der.size()),
+                                                           &X509_free);
     return x509 ? numberOf(X509_get_signature_nid(x509.get())) : int(UnknownSignature);
 }
 

@@ -47,7 +47,7 @@ QCA::KeyBundle entryKeyBundle(const QCA::KeyStoreEntry &entry)
 {
     const auto *context = contextOf(entry);
     return context && context->type() == QCA::KeyStoreEntry::TypeKeyBundle ? context->keyBundle()
-                                                                            : QCA::KeyBundle();
+                                                                           : QCA::KeyBundle();
 }
 
 QCA::Certificate entryCertificate(const QCA::KeyStoreEntry &entry)

@@ -31,7 +31,7 @@ void EventHandler::submitKeyStoreEntryName(int id, const QString &name)
 
 void EventHandler::submitText(int id, const QString &text)
 {
-    if (const void *ticket = m_tickets.take(id)) {
+    if (const quintptr ticket = m_tickets.take(id)) {
         noteTextAnswer(ticket, text);
         submitPassword(id, QCA::SecureArray());
     }

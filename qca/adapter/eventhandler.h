@@ -31,7 +31,7 @@ public:
 private:
     void submitText(int id, const QString &text);
 
-    QHash<int, const void *> m_tickets;
+    QHash<int, quintptr> m_tickets;
 };
 
 } // namespace Trivex

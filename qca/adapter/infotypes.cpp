@@ -30,8 +30,8 @@ TypeTable makeTypes()
     for (int number = 0; number <= XmppInfo; ++number)
         table[size_t(number)] = QCA::CertificateInfoType(QCA::CertificateInfoTypeKnown(number));
     for (int number = FirstOidType; number <= LastOidType; ++number)
-        table[size_t(number)]
-            = QCA::CertificateInfoType(infoOid(number), QCA::CertificateInfoType::DN);
+        table[size_t(number)] =
+            QCA::CertificateInfoType(infoOid(number), QCA::CertificateInfoType::DN);
     return table;
 }
 

@@ -16,7 +16,6 @@ namespace Trivex {
 /// `ErrorDecode` (no key bundle, or no provider of that name), or `ConvertGood`.
 TRIVEX_QCA_EXPORT QCA::KeyBundle readKeyBundle(const QString &path,
                                                const QCA::SecureArray &password,
-                                               QCA::ConvertResult *result,
-                                               const QString &provider);
+                                               QCA::ConvertResult *result, const QString &provider);
 
 } // namespace Trivex

@@ -18,7 +18,7 @@ std::optional<QuestionInfo> questionInfo(const QCA::Event &event)
 {
     if (event.isNull() || !event.ptr())
         return std::nullopt;
-    return QuestionService::instance().lookUp(event.ptr());
+    return QuestionService::instance().lookUp(reinterpret_cast<quintptr>(event.ptr()));
 }
 
 int questionKind(const QCA::Event &event)

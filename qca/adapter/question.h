@@ -43,8 +43,8 @@ struct QuestionInfo {
     bool interactive = true;
     /// When set, the one handler that this question is for; the others stand back.
     const QCA::EventHandler *addressee = nullptr;
-    /// Names the question until it is over; never dereferenced.
-    const void *ticket = nullptr;
+    /// Names the question until it is over; 0 for none.
+    quintptr ticket = 0;
 };
 
 /// What is known about `event`, when it is a question of our own providers that is still open.
@@ -68,7 +68,7 @@ public:
 
 Q_SIGNALS:
     /// The question with this `QuestionInfo::ticket` needs no answer any more.
-    void withdrawn(const void *ticket);
+    void withdrawn(quintptr ticket);
 
 private:
     QuestionNotifier() = default;

@@ -40,7 +40,7 @@ Reply ask(const QuestionInfo &question, const QCA::KeyStoreInfo &store,
     return ticket->reply();
 }
 
-void noteTextAnswer(const void *ticket, const QString &text)
+void noteTextAnswer(quintptr ticket, const QString &text)
 {
     QuestionService::instance().noteText(ticket, text);
 }

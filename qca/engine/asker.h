@@ -23,6 +23,6 @@ TRIVEX_QCA_EXPORT Reply ask(const QuestionInfo &question, const QCA::KeyStoreInf
                             const QCA::KeyStoreEntry &entry = QCA::KeyStoreEntry());
 
 /// Called by `EventHandler`: notes the text that answers the question behind `ticket`.
-TRIVEX_QCA_EXPORT void noteTextAnswer(const void *ticket, const QString &text);
+TRIVEX_QCA_EXPORT void noteTextAnswer(quintptr ticket, const QString &text);
 
 } // namespace Trivex

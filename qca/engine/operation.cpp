@@ -40,8 +40,8 @@ Operation::Operation(Purpose purpose, const QString &keyStoreId)
     : m_purpose(purpose)
     , m_addressee(QuestionScope::current())
 {
-    const GenerationTarget *target
-        = purpose == Purpose::Generate ? GenerationTarget::current() : nullptr;
+    const GenerationTarget *target =
+        purpose == Purpose::Generate ? GenerationTarget::current() : nullptr;
     const QString wanted = target && keyStoreId.isEmpty() ? target->keyStoreId() : keyStoreId;
     if (isServedByStoredAnswers(purpose)) {
         if (const auto stored = takeStoredAnswers(wanted))

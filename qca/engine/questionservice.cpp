@@ -52,7 +52,7 @@ void QuestionService::post(const TicketPtr &ticket)
     {
         const QMutexLocker locker(&m_mutex);
         if (!m_stopped) {
-            m_tickets.insert(ticket.get(), ticket);
+            m_tickets.insert(ticket->id(), ticket);
             QMetaObject::invokeMethod(
                 this, [this, ticket] { start(ticket); }, Qt::QueuedConnection);
             return;
@@ -79,25 +79,25 @@ void QuestionService::finish(const TicketPtr &ticket, QCA::PasswordAsker *asker)
     asker->waitForResponse();
     {
         const QMutexLocker locker(&m_mutex);
-        m_tickets.remove(ticket.get());
+        m_tickets.remove(ticket->id());
     }
     ticket->resolve(asker->accepted(), asker->password());
     asker->deleteLater();
 }
 
-TicketPtr QuestionService::find(const void *ticket) const
+TicketPtr QuestionService::find(quintptr ticket) const
 {
     const QMutexLocker locker(&m_mutex);
     return m_tickets.value(ticket);
 }
 
-std::optional<QuestionInfo> QuestionService::lookUp(const void *ticket) const
+std::optional<QuestionInfo> QuestionService::lookUp(quintptr ticket) const
 {
-    const TicketPtr found = ticket ? find(ticket) : nullptr;
+    const TicketPtr found = find(ticket);
     return found ? std::make_optional(found->question()) : std::nullopt;
 }
 
-void QuestionService::noteText(const void *ticket, const QString &text)
+void QuestionService::noteText(quintptr ticket, const QString &text)
 {
     if (const TicketPtr found = find(ticket))
         found->noteText(text);
@@ -115,7 +115,7 @@ void QuestionService::cancel(const QString &keyStoreId)
     }
     for (const TicketPtr &ticket : qAsConst(open)) {
         if (ticket->resolve(false, {}))
-            Q_EMIT QuestionNotifier::instance()->withdrawn(ticket.get());
+            Q_EMIT QuestionNotifier::instance()->withdrawn(ticket->id());
     }
 }
 

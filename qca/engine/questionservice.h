@@ -25,9 +25,9 @@ public:
     /// Hands the question to QCA's handlers. Thread-safe.
     void post(const TicketPtr &ticket);
     /// The question behind `ticket` while it is open. Thread-safe.
-    std::optional<QuestionInfo> lookUp(const void *ticket) const;
+    std::optional<QuestionInfo> lookUp(quintptr ticket) const;
     /// Thread-safe.
-    void noteText(const void *ticket, const QString &text);
+    void noteText(quintptr ticket, const QString &text);
     /// Rejects the open questions about `keyStoreId` (all, when empty). Thread-safe.
     void cancel(const QString &keyStoreId);
 
@@ -36,10 +36,10 @@ private:
     void stop();
     void start(const TicketPtr &ticket);
     void finish(const TicketPtr &ticket, QCA::PasswordAsker *asker);
-    TicketPtr find(const void *ticket) const;
+    TicketPtr find(quintptr ticket) const;
 
     mutable QMutex m_mutex;
-    QHash<const void *, TicketPtr> m_tickets;
+    QHash<quintptr, TicketPtr> m_tickets;
     QThread m_thread;
     bool m_stopped = false;
 };

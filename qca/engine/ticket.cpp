@@ -15,7 +15,7 @@ Ticket::Ticket(const QuestionInfo &question, const QCA::KeyStoreInfo &store,
 QuestionInfo Ticket::question() const
 {
     QuestionInfo info = m_question;
-    info.ticket = this;
+    info.ticket = id();
     return info;
 }
 

@@ -21,6 +21,8 @@ public:
     Ticket(const QuestionInfo &question, const QCA::KeyStoreInfo &store,
            const QCA::KeyStoreEntry &entry);
 
+    /// The address, as a number: what `QuestionInfo::ticket` says.
+    quintptr id() const { return reinterpret_cast<quintptr>(this); }
     QuestionInfo question() const;
     const QCA::KeyStoreInfo &store() const { return m_store; }
     const QCA::KeyStoreEntry &entry() const { return m_entry; }

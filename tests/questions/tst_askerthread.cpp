@@ -1,0 +1,100 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/qcaaskerthread.h"
+#include "qca/qcahandler.h"
+
+#include <QtCrypto>
+#include <QtTest>
+
+class TestAskerThread : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void handlerExistsOnceRunning()
+    {
+        QcaAskerThread thread;
+        QCOMPARE(thread.objectName(), QStringLiteral("QcaAskerThread"));
+        QVERIFY(!thread.handler());
+        QTest::ignoreMessage(QtDebugMsg, "\"QcaAskerThread\" is running");
+        thread.start(QThread::InheritPriority);
+        QTRY_VERIFY(thread.handler());
+        QCOMPARE(thread.handler()->thread(), &thread);
+        thread.quit();
+        QVERIFY(thread.wait(3000));
+    }
+
+    void answersWhileTheCallerBlocks()
+    {
+        auto *thread = new QcaAskerThread;
+        thread->start(QThread::InheritPriority);
+        QTRY_VERIFY(thread->handler());
+        thread->handler()->setPassword(QCA::SecureArray("1234"));
+        QTest::qWait(50); // until the handler has told QCA of itself
+        QCA::PasswordAsker asker;
+        asker.ask(QCA::Event::StylePIN, QStringLiteral("file"), nullptr);
+        asker.waitForResponse();
+        QVERIFY(asker.accepted());
+        QCOMPARE(asker.password().toByteArray(), QByteArray("1234"));
+        QcaAskerThread::letGo(thread, 3000);
+    }
+
+    void stoppedWhileAQuestionWaits()
+    {
+        auto *thread = new QcaAskerThread;
+        thread->start(QThread::InheritPriority);
+        QTRY_VERIFY(thread->handler());
+        thread->handler()->setPassword(QCA::SecureArray());
+        QTest::qWait(50);
+        QTest::ignoreMessage(QtWarningMsg, "Password is null!");
+        QCA::PasswordAsker asker;
+        QSignalSpy ready(&asker, &QCA::PasswordAsker::responseReady);
+        asker.ask(QCA::Event::StylePIN, QStringLiteral("file"), nullptr);
+        QTest::qWait(50);
+        QElapsedTimer timer;
+        timer.start();
+        QcaAskerThread::letGo(thread, 3000);
+        QVERIFY(timer.elapsed() < 1000);
+        QTRY_COMPARE(ready.count(), 1);
+        QVERIFY(!asker.accepted());
+    }
+
+    void busyThreadIsLetGo()
+    {
+        QSemaphore release;
+        QSemaphore blocked;
+        QPointer<QcaAskerThread> thread(new QcaAskerThread);
+        thread->start(QThread::InheritPriority);
+        QTRY_VERIFY(thread->handler());
+        QMetaObject::invokeMethod(thread->handler(), [&] {
+            blocked.release();
+            release.acquire();
+        });
+        blocked.acquire();
+        QElapsedTimer timer;
+        timer.start();
+        QcaAskerThread::letGo(thread, 300);
+        QVERIFY(timer.elapsed() >= 290);
+        QVERIFY(timer.elapsed() < 2000);
+        QVERIFY(thread);
+        release.release();
+        QTRY_VERIFY(!thread);
+    }
+
+    void secondRunReplacesTheHandler()
+    {
+        QcaAskerThread thread;
+        for (int round = 0; round < 2; ++round) {
+            thread.start();
+            QTRY_VERIFY(thread.handler());
+            QTest::qWait(20);
+            thread.quit();
+            QVERIFY(thread.wait(3000));
+        }
+    }
+
+private:
+    QCA::Initializer m_initializer;
+};
+
+QTEST_GUILESS_MAIN(TestAskerThread)
+#include "tst_askerthread.moc"

@@ -1,0 +1,353 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/adapter/eventhandler.h"
+#include "qca/engine/operation.h"
+#include "qca/qcahandler.h"
+
+#include <QtTest>
+
+#include <functional>
+#include <thread>
+
+using Trivex::Operation;
+using Trivex::PinState;
+using Trivex::Purpose;
+
+namespace {
+
+const QString storeId = QStringLiteral("token-1");
+const QCA::KeyStoreInfo store(QCA::KeyStore::SmartCard, storeId, QStringLiteral("Token"));
+
+/// A person at a prompt: answers with `pin`, or rejects when it is null.
+class Person : public QObject {
+public:
+    explicit Person(const QByteArray &pin)
+        : m_pin(pin)
+    {
+        connect(&m_handler, &QCA::EventHandler::eventReady, this,
+                [this](int id, const QCA::Event &event) {
+                    if (m_handler.isForAnother(event)) {
+                        m_handler.reject(id);
+                        return;
+                    }
+                    ++asked;
+                    last = Trivex::questionInfo(event);
+                    if (silent)
+                        return;
+                    if (m_pin.isNull())
+                        m_handler.reject(id);
+                    else
+                        m_handler.submitPassword(id, QCA::SecureArray(m_pin));
+                });
+    }
+    void start() { m_handler.start(); }
+    Trivex::EventHandler &handler() { return m_handler; }
+
+    int asked = 0;
+    bool silent = false;
+    std::optional<Trivex::QuestionInfo> last;
+
+private:
+    QByteArray m_pin;
+    Trivex::EventHandler m_handler;
+};
+
+Trivex::QuestionInfo info(PinState state = PinState::Normal)
+{
+    Trivex::QuestionInfo question;
+    question.keyStoreId = storeId;
+    question.tokenName = QStringLiteral("Token");
+    question.pinState = state;
+    return question;
+}
+
+/// Runs `work` on a thread of its own while this one serves its event loop.
+void onWorker(const std::function<void()> &work)
+{
+    QAtomicInt done;
+    std::thread thread([&] {
+        work();
+        done.storeRelease(1);
+    });
+    const bool ended = QTest::qWaitFor([&] { return done.loadAcquire() == 1; }, 10000);
+    if (!ended)
+        Trivex::cancelQuestions();
+    thread.join();
+    QVERIFY(ended);
+}
+
+QByteArray text(const Operation::Pin &pin)
+{
+    return pin.value.toByteArray();
+}
+
+} // namespace
+
+class TestQuestions : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void orders_data()
+    {
+        QTest::addColumn<bool>("storedFirst");
+        QTest::newRow("stored answers first") << true;
+        QTest::newRow("person first") << false;
+    }
+
+    void storedPinServesWithoutAsking_data() { orders_data(); }
+    void storedPinServesWithoutAsking()
+    {
+        QFETCH(bool, storedFirst);
+        QcaHandler handler;
+        Person person("typed");
+        startBoth(handler, person, storedFirst);
+        handler.setPassword(QCA::SecureArray("stored"));
+        handler.setObjectId(QStringLiteral("label"));
+        handler.setKeyStoreId(storeId);
+        Operation generation(Purpose::Generate);
+        QCOMPARE(generation.keyStoreId(), storeId);
+        QCOMPARE(generation.objectId(), QStringLiteral("label"));
+        Operation::Pin first;
+        Operation::Pin second;
+        onWorker([&] {
+            first = generation.pin(info(), store);
+            second = generation.pin(info(), store);
+        });
+        QCOMPARE(text(first), QByteArray("stored"));
+        QVERIFY(!first.typed);
+        // A wrong stored PIN ends the operation: it is neither tried again nor asked for.
+        QVERIFY(second.value.isEmpty());
+        QCOMPARE(person.asked, 0);
+    }
+
+    void nothingStaysBehind()
+    {
+        QcaHandler handler;
+        handler.start();
+        handler.setPassword(QCA::SecureArray("stored"));
+        handler.setKeyStoreId(storeId);
+        {
+            const Operation write(Purpose::Write, storeId);
+        }
+        Operation next(Purpose::Write, storeId);
+        onWorker([&] { QVERIFY(next.pin(info(), store).value.isEmpty()); });
+    }
+
+    void otherStoresAnswersAreNotTaken()
+    {
+        QcaHandler handler;
+        handler.start();
+        handler.setPassword(QCA::SecureArray("stored"));
+        handler.setKeyStoreId(storeId);
+        Operation other(Purpose::Write, QStringLiteral("token-2"));
+        Operation own(Purpose::Write, storeId);
+        onWorker([&] {
+            QVERIFY(other.pin(info(), store).value.isEmpty());
+            QCOMPARE(text(own.pin(info(), store)), QByteArray("stored"));
+        });
+    }
+
+    void nothingStoredAsksThePerson_data() { orders_data(); }
+    void nothingStoredAsksThePerson()
+    {
+        QFETCH(bool, storedFirst);
+        QcaHandler handler;
+        Person person("typed");
+        startBoth(handler, person, storedFirst);
+        handler.setKeyStoreId(storeId);
+        Operation removal(Purpose::Remove, storeId);
+        Operation::Pin pin;
+        onWorker([&] { pin = removal.pin(info(PinState::CountLow), store); });
+        QCOMPARE(text(pin), QByteArray("typed"));
+        QVERIFY(pin.typed);
+        QCOMPARE(person.asked, 1);
+        QVERIFY(person.last);
+        QCOMPARE(person.last->tokenName, QStringLiteral("Token"));
+        QCOMPARE(person.last->purpose, Purpose::Remove);
+        QCOMPARE(person.last->pinState, PinState::CountLow);
+    }
+
+    void signingNeverTakesStoredAnswers_data() { orders_data(); }
+    void signingNeverTakesStoredAnswers()
+    {
+        QFETCH(bool, storedFirst);
+        QcaHandler handler;
+        Person person("typed");
+        startBoth(handler, person, storedFirst);
+        handler.setPassword(QCA::SecureArray("stale"));
+        handler.setKeyStoreId(storeId);
+        Operation signing(Purpose::Sign, storeId);
+        Operation::Pin pin;
+        onWorker([&] { pin = signing.pin(info(), store); });
+        QCOMPARE(text(pin), QByteArray("typed"));
+        // The question that passed by did not cost the other operation its answers.
+        Operation write(Purpose::Write, storeId);
+        onWorker([&] { QCOMPARE(text(write.pin(info(), store)), QByteArray("stale")); });
+    }
+
+    void nobodyToAskEndsAtOnce()
+    {
+        Operation write(Purpose::Write, storeId);
+        onWorker([&] { QVERIFY(write.pin(info(), store).value.isEmpty()); });
+        QcaHandler handler;
+        handler.start();
+        onWorker([&] { QVERIFY(write.pin(info(), store).value.isEmpty()); });
+    }
+
+    void rejectionGivesNoPin()
+    {
+        Person person{QByteArray()};
+        person.start();
+        Operation signing(Purpose::Sign, storeId);
+        onWorker([&] { QVERIFY(signing.pin(info(), store).value.isEmpty()); });
+        QCOMPARE(person.asked, 1);
+    }
+
+    void emptyPinCountsAsNone()
+    {
+        Person person(QByteArray(""));
+        person.start();
+        Operation signing(Purpose::Sign, storeId);
+        onWorker([&] { QVERIFY(signing.pin(info(), store).value.isEmpty()); });
+    }
+
+    void lastTryNeedsAPerson()
+    {
+        QcaHandler handler;
+        handler.start();
+        handler.setPassword(QCA::SecureArray("stored"));
+        handler.setKeyStoreId(storeId);
+        Operation write(Purpose::Write, storeId);
+        onWorker([&] { QVERIFY(write.pin(info(PinState::FinalTry), store).value.isEmpty()); });
+        Person person("typed");
+        person.start();
+        Operation::Pin pin;
+        onWorker([&] { pin = write.pin(info(PinState::FinalTry), store); });
+        QCOMPARE(text(pin), QByteArray("typed"));
+        QVERIFY(person.last->needsTypedPin);
+    }
+
+    void lockedTokenAsksNobody()
+    {
+        Person person("typed");
+        person.start();
+        Operation write(Purpose::Write, storeId);
+        onWorker([&] { QVERIFY(write.pin(info(PinState::Locked), store).value.isEmpty()); });
+        QCOMPARE(person.asked, 0);
+    }
+
+    void questionReachesItsAddresseeOnly()
+    {
+        Person first("first");
+        Person second("second");
+        first.start();
+        second.start();
+        Operation::Pin pin;
+        const Trivex::QuestionScope scope(&second.handler());
+        Operation signing(Purpose::Sign, storeId);
+        onWorker([&] { pin = signing.pin(info(), store); });
+        QCOMPARE(text(pin), QByteArray("second"));
+        QCOMPARE(first.asked, 0);
+    }
+
+    void guiThreadWaitsInAnEventLoop()
+    {
+        Person person("typed");
+        person.start();
+        bool ticked = false;
+        QTimer::singleShot(0, this, [&] { ticked = true; });
+        Operation signing(Purpose::Sign, storeId);
+        QCOMPARE(text(signing.pin(info(), store)), QByteArray("typed"));
+        QVERIFY(ticked);
+    }
+
+    void cancelledQuestionEndsAndIsWithdrawn()
+    {
+        Person person("typed");
+        person.silent = true;
+        person.start();
+        QSignalSpy withdrawn(Trivex::QuestionNotifier::instance(),
+                             &Trivex::QuestionNotifier::withdrawn);
+        QAtomicInt done;
+        Operation signing(Purpose::Sign, storeId);
+        std::thread asking([&] {
+            signing.pin(info(), store);
+            done.storeRelease(1);
+        });
+        QTRY_COMPARE(person.asked, 1);
+        Trivex::cancelQuestions(QStringLiteral("another token"));
+        QTest::qWait(50);
+        QCOMPARE(done.loadAcquire(), 0);
+        Trivex::cancelQuestions(storeId);
+        asking.join();
+        QCOMPARE(withdrawn.count(), 1);
+        // The late answer to a question that is over harms nobody.
+        Person late("late");
+    }
+
+    void handlerThatGoesRejectsItsQuestion()
+    {
+        auto person = std::make_unique<Person>("typed");
+        person->silent = true;
+        person->start();
+        QAtomicInt done;
+        Operation signing(Purpose::Sign, storeId);
+        std::thread asking([&] {
+            signing.pin(info(), store);
+            done.storeRelease(1);
+        });
+        QTRY_COMPARE(person->asked, 1);
+        person.reset();
+        QTRY_COMPARE(done.loadAcquire(), 1);
+        asking.join();
+    }
+
+    void manyQuestionsAtOnce()
+    {
+        Person person("typed");
+        person.start();
+        QAtomicInt right;
+        std::vector<std::thread> askers;
+        for (int i = 0; i < 8; ++i) {
+            askers.emplace_back([&] {
+                for (int round = 0; round < 20; ++round) {
+                    Operation signing(Purpose::Sign, storeId);
+                    if (text(signing.pin(info(), store)) == "typed")
+                        right.ref();
+                }
+            });
+        }
+        QTRY_COMPARE_WITH_TIMEOUT(right.loadAcquire(), 160, 20000);
+        for (std::thread &asker : askers)
+            asker.join();
+    }
+
+    void generationTargetNamesStoreAndLabel()
+    {
+        QcaHandler handler;
+        handler.start();
+        handler.setPassword(QCA::SecureArray("stored"));
+        handler.setKeyStoreId(storeId);
+        handler.setObjectId(QStringLiteral("other"));
+        const Trivex::GenerationTarget target(storeId, QStringLiteral("label"));
+        Operation generation(Purpose::Generate);
+        QCOMPARE(generation.keyStoreId(), storeId);
+        QCOMPARE(generation.objectId(), QStringLiteral("label"));
+        onWorker([&] { QCOMPARE(text(generation.pin(info(), store)), QByteArray("stored")); });
+    }
+
+private:
+    static void startBoth(QcaHandler &handler, Person &person, bool storedFirst)
+    {
+        if (storedFirst)
+            handler.start();
+        person.start();
+        if (!storedFirst)
+            handler.start();
+    }
+
+    QCA::Initializer m_initializer;
+};
+
+QTEST_GUILESS_MAIN(TestQuestions)
+#include "tst_questions.moc"
