@@ -40,7 +40,9 @@ void EventHandler::submitText(int id, const QString &text)
 bool EventHandler::isForAnother(const QCA::Event &event) const
 {
     const auto info = questionInfo(event);
-    return info && info->addressee && info->addressee != this;
+    if (!info)
+        return false;
+    return info->withdrawn || (info->addressee && info->addressee != this);
 }
 
 } // namespace Trivex

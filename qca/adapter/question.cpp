@@ -32,6 +32,12 @@ void cancelQuestions(const QString &keyStoreId)
     QuestionService::instance().cancel(keyStoreId);
 }
 
+QuestionNotifier::QuestionNotifier()
+{
+    // So that the signal can be queued.
+    qRegisterMetaType<quintptr>("quintptr");
+}
+
 QuestionNotifier *QuestionNotifier::instance()
 {
     static QuestionNotifier notifier;

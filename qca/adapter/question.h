@@ -43,6 +43,8 @@ struct QuestionInfo {
     bool interactive = true;
     /// When set, the one handler that this question is for; the others stand back.
     const QCA::EventHandler *addressee = nullptr;
+    /// Nobody waits for the answer any more.
+    bool withdrawn = false;
     /// Names the question until it is over; 0 for none.
     quintptr ticket = 0;
 };
@@ -71,7 +73,7 @@ Q_SIGNALS:
     void withdrawn(quintptr ticket);
 
 private:
-    QuestionNotifier() = default;
+    QuestionNotifier();
 };
 
 /// While one lives, questions raised by operations that this thread starts are addressed to

@@ -4,16 +4,15 @@
 
 #include "qca/engine/answerregistry.h"
 
-#include <QMutex>
-
 #include <algorithm>
+#include <mutex>
 #include <vector>
 
 namespace Trivex {
 
 class StoredAnswers::Private {
 public:
-    mutable QMutex mutex;
+    mutable std::mutex mutex;
     Answers answers;
     bool registered = false;
 };
@@ -29,21 +28,21 @@ public:
 
     void add(StoredAnswers *set)
     {
-        const QMutexLocker locker(&m_mutex);
+        const std::lock_guard locker(m_mutex);
         m_sets.push_back(set);
     }
 
     void remove(StoredAnswers *set)
     {
-        const QMutexLocker locker(&m_mutex);
+        const std::lock_guard locker(m_mutex);
         m_sets.erase(std::remove(m_sets.begin(), m_sets.end(), set), m_sets.end());
     }
 
     std::optional<Answers> take(const QString &keyStoreId)
     {
-        const QMutexLocker locker(&m_mutex);
+        const std::lock_guard locker(m_mutex);
         for (StoredAnswers *set : m_sets) {
-            const QMutexLocker setLocker(&set->d->mutex);
+            const std::lock_guard setLocker(set->d->mutex);
             const QString &stored = set->d->answers.keyStoreId;
             if (stored.isEmpty() || (!keyStoreId.isEmpty() && stored != keyStoreId))
                 continue;
@@ -55,7 +54,7 @@ public:
     }
 
 private:
-    QMutex m_mutex;
+    std::mutex m_mutex;
     std::vector<StoredAnswers *> m_sets;
 };
 
@@ -80,31 +79,31 @@ void StoredAnswers::registerSet()
 
 void StoredAnswers::setKeyStoreId(const QString &id)
 {
-    const QMutexLocker locker(&d->mutex);
+    const std::lock_guard locker(d->mutex);
     d->answers.keyStoreId = id;
 }
 
 void StoredAnswers::setObjectId(const QString &id)
 {
-    const QMutexLocker locker(&d->mutex);
+    const std::lock_guard locker(d->mutex);
     d->answers.objectId = id;
 }
 
 void StoredAnswers::setPassword(const QCA::SecureArray &password)
 {
-    const QMutexLocker locker(&d->mutex);
+    const std::lock_guard locker(d->mutex);
     d->answers.password = password;
 }
 
 Answers StoredAnswers::answers() const
 {
-    const QMutexLocker locker(&d->mutex);
+    const std::lock_guard locker(d->mutex);
     return d->answers;
 }
 
 void StoredAnswers::clear()
 {
-    const QMutexLocker locker(&d->mutex);
+    const std::lock_guard locker(d->mutex);
     d->answers = Answers();
 }
 

@@ -39,7 +39,7 @@ QuestionService::~QuestionService()
 void QuestionService::stop()
 {
     {
-        const QMutexLocker locker(&m_mutex);
+        const std::lock_guard locker(m_mutex);
         m_stopped = true;
     }
     cancel(QString());
@@ -50,11 +50,10 @@ void QuestionService::stop()
 void QuestionService::post(const TicketPtr &ticket)
 {
     {
-        const QMutexLocker locker(&m_mutex);
+        const std::lock_guard locker(m_mutex);
         if (!m_stopped) {
             m_tickets.insert(ticket->id(), ticket);
-            QMetaObject::invokeMethod(
-                this, [this, ticket] { start(ticket); }, Qt::QueuedConnection);
+            m_mailbox.post([this, ticket] { start(ticket); });
             return;
         }
     }
@@ -78,7 +77,7 @@ void QuestionService::finish(const TicketPtr &ticket, QCA::PasswordAsker *asker)
     // The answering thread may still hold the asker's lock; this returns once it has let go.
     asker->waitForResponse();
     {
-        const QMutexLocker locker(&m_mutex);
+        const std::lock_guard locker(m_mutex);
         m_tickets.remove(ticket->id());
     }
     ticket->resolve(asker->accepted(), asker->password());
@@ -87,7 +86,7 @@ void QuestionService::finish(const TicketPtr &ticket, QCA::PasswordAsker *asker)
 
 TicketPtr QuestionService::find(quintptr ticket) const
 {
-    const QMutexLocker locker(&m_mutex);
+    const std::lock_guard locker(m_mutex);
     return m_tickets.value(ticket);
 }
 
@@ -107,7 +106,7 @@ void QuestionService::cancel(const QString &keyStoreId)
 {
     QVector<TicketPtr> open;
     {
-        const QMutexLocker locker(&m_mutex);
+        const std::lock_guard locker(m_mutex);
         for (const TicketPtr &ticket : qAsConst(m_tickets)) {
             if (concerns(*ticket, keyStoreId))
                 open.append(ticket);

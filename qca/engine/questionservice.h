@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "qca/engine/mailbox.h"
 #include "qca/engine/ticket.h"
 
 #include <QHash>
 #include <QThread>
 
+#include <mutex>
 #include <optional>
 
 namespace Trivex {
@@ -38,9 +40,10 @@ private:
     void finish(const TicketPtr &ticket, QCA::PasswordAsker *asker);
     TicketPtr find(quintptr ticket) const;
 
-    mutable QMutex m_mutex;
+    mutable std::mutex m_mutex;
     QHash<quintptr, TicketPtr> m_tickets;
     QThread m_thread;
+    Mailbox m_mailbox{this};
     bool m_stopped = false;
 };
 

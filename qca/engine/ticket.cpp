@@ -16,12 +16,13 @@ QuestionInfo Ticket::question() const
 {
     QuestionInfo info = m_question;
     info.ticket = id();
+    info.withdrawn = isResolved();
     return info;
 }
 
 void Ticket::noteText(const QString &text)
 {
-    const QMutexLocker locker(&m_mutex);
+    const std::lock_guard locker(m_mutex);
     if (!m_resolved)
         m_reply.text = text;
 }
@@ -29,14 +30,14 @@ void Ticket::noteText(const QString &text)
 bool Ticket::resolve(bool accepted, const QCA::SecureArray &password)
 {
     {
-        const QMutexLocker locker(&m_mutex);
+        const std::lock_guard locker(m_mutex);
         if (m_resolved)
             return false;
         m_resolved = true;
         m_reply.accepted = accepted;
         if (accepted)
             m_reply.password = password;
-        m_condition.wakeAll();
+        m_condition.notify_all();
     }
     Q_EMIT resolved();
     return true;
@@ -44,20 +45,19 @@ bool Ticket::resolve(bool accepted, const QCA::SecureArray &password)
 
 bool Ticket::isResolved() const
 {
-    const QMutexLocker locker(&m_mutex);
+    const std::lock_guard locker(m_mutex);
     return m_resolved;
 }
 
 void Ticket::wait()
 {
-    const QMutexLocker locker(&m_mutex);
-    while (!m_resolved)
-        m_condition.wait(&m_mutex);
+    std::unique_lock locker(m_mutex);
+    m_condition.wait(locker, [this] { return m_resolved; });
 }
 
 Reply Ticket::reply() const
 {
-    const QMutexLocker locker(&m_mutex);
+    const std::lock_guard locker(m_mutex);
     return m_reply;
 }
 

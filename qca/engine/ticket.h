@@ -4,11 +4,11 @@
 
 #include "qca/engine/asker.h"
 
-#include <QMutex>
 #include <QObject>
-#include <QWaitCondition>
 
+#include <condition_variable>
 #include <memory>
+#include <mutex>
 
 namespace Trivex {
 
@@ -42,8 +42,8 @@ Q_SIGNALS:
     void resolved();
 
 private:
-    mutable QMutex m_mutex;
-    QWaitCondition m_condition;
+    mutable std::mutex m_mutex;
+    std::condition_variable m_condition;
     const QuestionInfo m_question;
     const QCA::KeyStoreInfo m_store;
     const QCA::KeyStoreEntry m_entry;

@@ -3,7 +3,8 @@
 #include "qca/engine/tokenregistry.h"
 
 #include <QHash>
-#include <QMutex>
+
+#include <mutex>
 
 namespace Trivex {
 
@@ -20,7 +21,7 @@ public:
         return *hub;
     }
 
-    mutable QMutex mutex;
+    mutable std::mutex mutex;
     QHash<QString, TokenStatus> tokens;
     QStringList order;
     TokenBackend *backend = nullptr;
@@ -37,7 +38,7 @@ TokenBackend::~TokenBackend() = default;
 void setTokenBackend(TokenBackend *backend)
 {
     TokenHub &hub = TokenHub::instance();
-    const QMutexLocker locker(&hub.mutex);
+    const std::lock_guard locker(hub.mutex);
     hub.backend = backend;
 }
 
@@ -45,7 +46,7 @@ void publishTokenStatus(const TokenStatus &status)
 {
     TokenHub &hub = TokenHub::instance();
     {
-        const QMutexLocker locker(&hub.mutex);
+        const std::lock_guard locker(hub.mutex);
         if (!status.present && status.name.isEmpty()) {
             hub.tokens.remove(status.keyStoreId);
             hub.order.removeAll(status.keyStoreId);
@@ -76,7 +77,7 @@ TokenMonitor::~TokenMonitor() = default;
 QVector<TokenStatus> TokenMonitor::tokens()
 {
     TokenHub &hub = TokenHub::instance();
-    const QMutexLocker locker(&hub.mutex);
+    const std::lock_guard locker(hub.mutex);
     QVector<TokenStatus> all;
     for (const QString &id : qAsConst(hub.order))
         all.append(hub.tokens.value(id));
@@ -86,14 +87,14 @@ QVector<TokenStatus> TokenMonitor::tokens()
 TokenStatus TokenMonitor::token(const QString &keyStoreId)
 {
     TokenHub &hub = TokenHub::instance();
-    const QMutexLocker locker(&hub.mutex);
+    const std::lock_guard locker(hub.mutex);
     return hub.tokens.value(keyStoreId);
 }
 
 void TokenMonitor::cancel(const QString &keyStoreId)
 {
     TokenHub &hub = TokenHub::instance();
-    const QMutexLocker locker(&hub.mutex);
+    const std::lock_guard locker(hub.mutex);
     if (hub.backend)
         hub.backend->cancelOperation(keyStoreId);
 }
@@ -103,7 +104,7 @@ QCA::PrivateKey findTokenKey(const QString &keyStoreId, const QCA::PublicKey &pu
     TokenBackend *backend = nullptr;
     {
         TokenHub &hub = TokenHub::instance();
-        const QMutexLocker locker(&hub.mutex);
+        const std::lock_guard locker(hub.mutex);
         backend = hub.backend;
     }
     return backend ? backend->findPrivateKey(keyStoreId, publicKey) : QCA::PrivateKey();

@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/engine/mailbox.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+
+namespace Trivex {
+
+Mailbox::Mailbox(QObject *parent)
+    : QObject(parent)
+{
+}
+
+Mailbox::~Mailbox() = default;
+
+void Mailbox::post(std::function<void()> function)
+{
+    {
+        const std::lock_guard locker(m_mutex);
+        m_functions.push_back(std::move(function));
+    }
+    QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+}
+
+void Mailbox::customEvent(QEvent *)
+{
+    std::function<void()> function;
+    {
+        const std::lock_guard locker(m_mutex);
+        if (m_functions.empty())
+            return;
+        function = std::move(m_functions.front());
+        m_functions.pop_front();
+    }
+    function();
+}
+
+} // namespace Trivex
