@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/engine/x509/der.h"
+
+namespace Trivex {
+
+/// Where the fields of a certificate (RFC 5280, 4.1) lie in its DER form. Finding them is cheap
+/// enough to be done again for each use.
+struct CertificateFields {
+    Der::Slice whole;
+    Der::Slice version; ///< content of the INTEGER; empty for version 1
+    Der::Slice serial; ///< content of the INTEGER
+    Der::Slice issuer; ///< with tag and length, as are the following
+    Der::Element notBefore;
+    Der::Element notAfter;
+    Der::Slice subject;
+    Der::Slice publicInfo;
+    Der::Slice extensions; ///< content of the list; empty when there is none
+    Der::Slice algorithm; ///< content of the outer signatureAlgorithm
+    Der::Slice signature; ///< content of the BIT STRING
+};
+
+/// False when \a der does not begin with a certificate. Bytes behind it are not looked at.
+bool findCertificateFields(Der::Slice der, CertificateFields *fields);
+
+} // namespace Trivex
