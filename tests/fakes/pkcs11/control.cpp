@@ -1,0 +1,171 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/fakes/pkcs11/control.h"
+
+#include "tests/fakes/pkcs11/names.h"
+
+#include <map>
+#include <sstream>
+
+namespace Faulty {
+namespace {
+
+using Words = std::vector<std::string>;
+
+const std::map<std::string, Action> actionNames = {
+    {"fail", Action::Fail},   {"fail-after", Action::FailAfter},
+    {"delay", Action::Delay}, {"remove-at", Action::Remove},
+    {"kill", Action::Kill},   {"kill-after", Action::KillAfter},
+};
+
+const std::map<std::string, bool Script::*> stateNames = {
+    {"read-only", &Script::readOnly}, {"full", &Script::full},          {"locked", &Script::locked},
+    {"count-low", &Script::countLow}, {"final-try", &Script::finalTry},
+};
+
+const std::map<std::string, Kind> kindNames = {
+    {"general", Kind::General},
+    {"slot", Kind::Slot},
+    {"session", Kind::Session},
+};
+
+std::optional<unsigned long> number(const std::string &text)
+{
+    if (text.empty() || text.find_first_not_of("0123456789") != std::string::npos)
+        return std::nullopt;
+    return std::stoul(text);
+}
+
+bool readTarget(const std::string &word, Rule *rule)
+{
+    if (word == "any")
+        return true;
+    const auto kind = kindNames.find(word);
+    if (kind != kindNames.end())
+        rule->kind = kind->second;
+    else
+        rule->function = functionByName(word);
+    return rule->kind || rule->function;
+}
+
+// "3" is the third call, "3+" the third and all after it, "*" every one.
+bool readCount(std::string word, Rule *rule)
+{
+    if (word == "*") {
+        rule->onwards = true;
+        return true;
+    }
+    if (!word.empty() && word.back() == '+') {
+        rule->onwards = true;
+        word.pop_back();
+    }
+    const auto value = number(word);
+    if (!value || *value == 0)
+        return false;
+    rule->first = *value;
+    return true;
+}
+
+bool readArgument(const Words &words, Rule *rule)
+{
+    const std::string argument = words.size() > 3 ? words[3] : std::string();
+    if (rule->action == Action::Delay) {
+        const auto value = number(argument);
+        rule->milliseconds = value.value_or(0);
+        return value.has_value();
+    }
+    if (rule->action == Action::Fail || rule->action == Action::FailAfter) {
+        const auto value = resultByName(argument);
+        rule->result = value.value_or(CKR_OK);
+        return value.has_value();
+    }
+    return words.size() == 3;
+}
+
+bool readRule(const Words &words, Action action, Script *script)
+{
+    Rule rule;
+    rule.action = action;
+    if (words.size() < 3 || words.size() > 4 || !readTarget(words[1], &rule)
+        || !readCount(words[2], &rule) || !readArgument(words, &rule))
+        return false;
+    script->rules.push_back(rule);
+    return true;
+}
+
+bool readRemove(const Words &words, Script *script)
+{
+    if (words.size() == 1) {
+        script->allRemoved = true;
+        return true;
+    }
+    script->removed.insert(words.begin() + 1, words.end());
+    return true;
+}
+
+bool readSetting(const Words &words, Script *script)
+{
+    if (words.size() != 2)
+        return false;
+    if (words[0] == "pin-pad") {
+        script->pinPad = words[1];
+        return true;
+    }
+    const auto value = number(words[1]);
+    if (!value)
+        return false;
+    (words[0] == "tries" ? script->tries : script->slotLimit) = *value;
+    return true;
+}
+
+bool readLine(const Words &words, Script *script)
+{
+    const auto action = actionNames.find(words[0]);
+    if (action != actionNames.end())
+        return readRule(words, action->second, script);
+    const auto state = stateNames.find(words[0]);
+    if (state != stateNames.end()) {
+        script->*(state->second) = true;
+        return words.size() == 1;
+    }
+    if (words[0] == "remove")
+        return readRemove(words, script);
+    if (words[0] == "tries" || words[0] == "slots" || words[0] == "pin-pad")
+        return readSetting(words, script);
+    return false;
+}
+
+} // namespace
+
+bool Rule::matches(Function call) const
+{
+    if (function)
+        return *function == call;
+    return !kind || *kind == functionKind(call);
+}
+
+bool Rule::hits(Function call)
+{
+    if (!matches(call))
+        return false;
+    ++seen;
+    return onwards ? seen >= first : seen == first;
+}
+
+Script parseScript(const std::string &text)
+{
+    Script script;
+    std::istringstream lines(text);
+    std::string line;
+    while (std::getline(lines, line)) {
+        std::istringstream stream(line.substr(0, line.find('#')));
+        Words words;
+        for (std::string word; stream >> word;)
+            words.push_back(word);
+        if (!words.empty() && !readLine(words, &script))
+            script.errors.push_back(line);
+    }
+    return script;
+}
+
+} // namespace Faulty

@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "tests/fakes/pkcs11/functions.h"
+
+#include <p11-kit/pkcs11.h>
+
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace Faulty {
+
+//! What a rule does to the call that it hits.
+enum class Action {
+    Fail, //!< return \c result without calling the real module
+    FailAfter, //!< call the real module, then return \c result
+    Delay, //!< wait \c milliseconds, then go on
+    Remove, //!< take the slot of the call away
+    Kill, //!< end the process at once, as a crash would
+    KillAfter //!< the same once the real module has done its work
+};
+
+//! One line of the control file that is about a call.
+struct Rule {
+    Action action = Action::Fail;
+    std::optional<Function> function; //!< none: every function of \c kind
+    std::optional<Kind> kind; //!< none and no function: every function
+    unsigned long first = 1; //!< the matching call that is hit, counted from 1
+    bool onwards = false; //!< that call and all after it
+    CK_RV result = CKR_OK;
+    unsigned long milliseconds = 0;
+    unsigned long seen = 0; //!< matching calls so far
+
+    bool matches(Function call) const;
+    //! Counts a matching call; true when the rule hits it.
+    bool hits(Function call);
+};
+
+//! Everything that a control file says. A new reading replaces the old one whole.
+struct Script {
+    std::vector<Rule> rules;
+    std::set<std::string> removed; //!< slots by number from 1 in the real module's order, or label
+    bool allRemoved = false;
+    unsigned long slotLimit = 0; //!< 0: all slots
+    unsigned long tries = 0; //!< wrong PINs until the lock; 0: the real module's own counting
+    bool readOnly = false;
+    bool full = false;
+    bool locked = false;
+    bool countLow = false;
+    bool finalTry = false;
+    std::optional<std::string> pinPad; //!< the PIN that is typed on the reader
+    std::vector<std::string> errors; //!< lines that were not understood
+};
+
+//! Reads the control language of the README.
+Script parseScript(const std::string &text);
+
+} // namespace Faulty

@@ -1,0 +1,361 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/fakes/pkcs11/device.h"
+
+#include "tests/fakes/pkcs11/names.h"
+#include "tests/fakes/pkcs11/spylog.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <dlfcn.h>
+#include <fstream>
+#include <iterator>
+#include <sys/stat.h>
+
+namespace Faulty {
+namespace {
+
+std::string environment(const char *name, const char *fallback)
+{
+    const char *value = std::getenv(name);
+    return value && *value ? value : fallback;
+}
+
+// The real module stays loaded: its sessions outlive any scope of ours.
+CK_FUNCTION_LIST *loadTarget()
+{
+    const std::string path = environment("TRIVEX_FAULTY_TARGET", TRIVEX_FAULTY_DEFAULT_TARGET);
+    void *library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    auto entry = library
+        ? reinterpret_cast<CK_C_GetFunctionList>(::dlsym(library, "C_GetFunctionList"))
+        : nullptr;
+    CK_FUNCTION_LIST *list = nullptr;
+    if (!entry || entry(&list) != CKR_OK)
+        writeLog("error no module at " + path);
+    return list;
+}
+
+// Size, inode and time together tell a new file from an old one within a clock tick.
+std::string fileStamp(const std::string &path)
+{
+    struct stat status { };
+    if (path.empty() || ::stat(path.c_str(), &status) != 0)
+        return {};
+    return std::to_string(status.st_mtim.tv_sec) + '.' + std::to_string(status.st_mtim.tv_nsec)
+        + '/' + std::to_string(status.st_ino) + '/' + std::to_string(status.st_size);
+}
+
+std::string readFile(const std::string &path)
+{
+    std::ifstream stream(path);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+std::string trimmed(const CK_UTF8CHAR *text, size_t length)
+{
+    while (length > 0 && text[length - 1] == ' ')
+        --length;
+    return {reinterpret_cast<const char *>(text), length};
+}
+
+bool writes(Function function)
+{
+    static const std::set<Function> writers = {
+        Function::C_CreateObject,      Function::C_CopyObject,  Function::C_DestroyObject,
+        Function::C_SetAttributeValue, Function::C_GenerateKey, Function::C_GenerateKeyPair,
+        Function::C_UnwrapKey,
+    };
+    return writers.count(function) > 0;
+}
+
+bool takesSpace(Function function)
+{
+    return writes(function) && function != Function::C_DestroyObject;
+}
+
+} // namespace
+
+Device &Device::instance()
+{
+    static Device device;
+    return device;
+}
+
+Device::Device()
+    : m_target(loadTarget())
+    , m_controlPath(environment("TRIVEX_FAULTY_CONTROL", ""))
+{
+}
+
+std::vector<Device::Slot> Device::readSlots() const
+{
+    CK_ULONG count = 0;
+    std::vector<CK_SLOT_ID> ids;
+    if (m_target->C_GetSlotList(CK_FALSE, nullptr, &count) == CKR_OK) {
+        ids.resize(count);
+        if (m_target->C_GetSlotList(CK_FALSE, ids.data(), &count) != CKR_OK)
+            count = 0;
+        ids.resize(count);
+    }
+    std::vector<Slot> slots;
+    for (const CK_SLOT_ID id : ids) {
+        CK_TOKEN_INFO info{};
+        const bool known = m_target->C_GetTokenInfo(id, &info) == CKR_OK;
+        slots.push_back({id, known ? trimmed(info.label, sizeof info.label) : std::string()});
+    }
+    return slots;
+}
+
+void Device::reload()
+{
+    const std::string stamp = fileStamp(m_controlPath);
+    if (stamp == m_controlStamp)
+        return;
+    m_controlStamp = stamp;
+    m_script = parseScript(readFile(m_controlPath));
+    m_takenAway.clear();
+    if (m_script.tries == 0)
+        m_wrongPins.clear();
+    for (const std::string &line : m_script.errors)
+        writeLog("error control line: " + line);
+}
+
+bool Device::isRemoved(CK_SLOT_ID slot) const
+{
+    if (m_script.allRemoved || m_takenAway.count(slot) > 0)
+        return true;
+    for (size_t i = 0; i < m_slots.size(); ++i) {
+        if (m_slots[i].id == slot)
+            return m_script.removed.count(std::to_string(i + 1)) > 0
+                || (!m_slots[i].label.empty() && m_script.removed.count(m_slots[i].label) > 0);
+    }
+    return false;
+}
+
+std::optional<CK_SLOT_ID> Device::slotOf(Function function, unsigned long subject) const
+{
+    if (functionKind(function) == Kind::Slot)
+        return subject;
+    const auto session = m_sessions.find(subject);
+    if (functionKind(function) == Kind::Session && session != m_sessions.end())
+        return session->second;
+    return std::nullopt;
+}
+
+std::optional<CK_RV> Device::stateResult(Function function, unsigned long subject) const
+{
+    const Kind kind = functionKind(function);
+    if (kind == Kind::Session && m_deadSessions.count(subject) > 0)
+        return isRemoved(m_deadSessions.at(subject)) ? CKR_DEVICE_REMOVED
+                                                     : CKR_SESSION_HANDLE_INVALID;
+    if (kind == Kind::Slot && function != Function::C_GetSlotInfo && isRemoved(subject))
+        return CKR_TOKEN_NOT_PRESENT;
+    if (m_script.readOnly && writes(function))
+        return CKR_TOKEN_WRITE_PROTECTED;
+    if (m_script.full && takesSpace(function))
+        return CKR_DEVICE_MEMORY;
+    return std::nullopt;
+}
+
+void Device::applyRules(Function function, unsigned long subject, Verdict *verdict)
+{
+    for (Rule &rule : m_script.rules) {
+        if (!rule.hits(function))
+            continue;
+        const std::optional<CK_SLOT_ID> slot = slotOf(function, subject);
+        switch (rule.action) {
+        case Action::Fail:
+            verdict->instead = rule.result;
+            break;
+        case Action::FailAfter:
+            verdict->after = rule.result;
+            break;
+        case Action::Delay:
+            verdict->milliseconds += rule.milliseconds;
+            break;
+        case Action::Remove:
+            if (slot)
+                m_takenAway.insert(*slot);
+            break;
+        case Action::Kill:
+            verdict->kill = true;
+            break;
+        case Action::KillAfter:
+            verdict->killAfter = true;
+            break;
+        }
+    }
+}
+
+// The sessions of a token that has gone are closed in the real module too, so that its login does
+// not survive the removal.
+void Device::dropSessions(std::unique_lock<std::mutex> *lock)
+{
+    std::set<CK_SLOT_ID> gone;
+    for (auto it = m_sessions.begin(); it != m_sessions.end();) {
+        if (!isRemoved(it->second)) {
+            ++it;
+            continue;
+        }
+        gone.insert(it->second);
+        m_deadSessions.insert(*it);
+        it = m_sessions.erase(it);
+    }
+    if (gone.empty())
+        return;
+    lock->unlock();
+    {
+        const std::unique_lock<std::shared_mutex> alone(m_busy);
+        for (const CK_SLOT_ID slot : gone)
+            m_target->C_CloseAllSessions(slot);
+    }
+    lock->lock();
+}
+
+Verdict Device::judge(Function function, unsigned long subject)
+{
+    std::unique_lock<std::mutex> lock(m_mutex);
+    reload();
+    Verdict verdict;
+    applyRules(function, subject, &verdict);
+    if (m_slots.empty())
+        m_slots = readSlots();
+    dropSessions(&lock);
+    const std::optional<CK_RV> state = stateResult(function, subject);
+    if (state)
+        verdict.instead = state;
+    return verdict;
+}
+
+CK_RV Device::slotList(CK_BBOOL tokenPresent, CK_SLOT_ID *slots, CK_ULONG *count)
+{
+    if (!count)
+        return CKR_ARGUMENTS_BAD;
+    CK_ULONG known = 0;
+    const CK_RV result = m_target->C_GetSlotList(CK_FALSE, nullptr, &known);
+    if (result != CKR_OK)
+        return result;
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_slots = readSlots();
+    std::vector<CK_SLOT_ID> shown;
+    for (const Slot &slot : m_slots) {
+        const bool within = m_script.slotLimit == 0 || shown.size() < m_script.slotLimit;
+        if (within && (!tokenPresent || !isRemoved(slot.id)))
+            shown.push_back(slot.id);
+    }
+    const CK_ULONG room = *count;
+    *count = shown.size();
+    if (!slots)
+        return CKR_OK;
+    if (room < shown.size())
+        return CKR_BUFFER_TOO_SMALL;
+    std::copy(shown.begin(), shown.end(), slots);
+    return CKR_OK;
+}
+
+CK_RV Device::slotInfo(CK_SLOT_ID slot, CK_SLOT_INFO *info)
+{
+    const CK_RV result = m_target->C_GetSlotInfo(slot, info);
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (result == CKR_OK) {
+        info->flags |= CKF_REMOVABLE_DEVICE;
+        if (isRemoved(slot))
+            info->flags &= ~static_cast<CK_FLAGS>(CKF_TOKEN_PRESENT);
+    }
+    return result;
+}
+
+unsigned long Device::triesLeft(CK_SLOT_ID slot) const
+{
+    const auto wrong = m_wrongPins.find(slot);
+    const unsigned long used = wrong == m_wrongPins.end() ? 0 : wrong->second;
+    return m_script.tries > used ? m_script.tries - used : 0;
+}
+
+CK_FLAGS Device::pinFlags(CK_SLOT_ID slot) const
+{
+    CK_FLAGS flags = 0;
+    const bool counted = m_script.tries > 0;
+    const unsigned long left = triesLeft(slot);
+    if (m_script.countLow || (counted && left < m_script.tries))
+        flags |= CKF_USER_PIN_COUNT_LOW;
+    if (m_script.finalTry || (counted && left == 1))
+        flags |= CKF_USER_PIN_FINAL_TRY;
+    if (m_script.locked || (counted && left == 0))
+        flags |= CKF_USER_PIN_LOCKED;
+    return flags;
+}
+
+CK_RV Device::tokenInfo(CK_SLOT_ID slot, CK_TOKEN_INFO *info)
+{
+    const CK_RV result = m_target->C_GetTokenInfo(slot, info);
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (result != CKR_OK)
+        return result;
+    info->flags |= pinFlags(slot);
+    if (m_script.readOnly)
+        info->flags |= CKF_WRITE_PROTECTED;
+    if (m_script.pinPad)
+        info->flags |= CKF_PROTECTED_AUTHENTICATION_PATH;
+    return result;
+}
+
+CK_RV Device::openSession(CK_SLOT_ID slot, CK_FLAGS flags, void *application, CK_NOTIFY notify,
+                          CK_SESSION_HANDLE *session)
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_script.readOnly && (flags & CKF_RW_SESSION))
+            return CKR_TOKEN_WRITE_PROTECTED;
+    }
+    const CK_RV result = m_target->C_OpenSession(slot, flags, application, notify, session);
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (result == CKR_OK) {
+        m_deadSessions.erase(*session);
+        m_sessions[*session] = slot;
+    }
+    return result;
+}
+
+CK_RV Device::closeSession(CK_SESSION_HANDLE session)
+{
+    const CK_RV result = m_target->C_CloseSession(session);
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_sessions.erase(session);
+    return result;
+}
+
+CK_RV Device::login(CK_SESSION_HANDLE session, CK_USER_TYPE user, CK_UTF8CHAR *pin, CK_ULONG length)
+{
+    std::unique_lock<std::mutex> lock(m_mutex);
+    const auto found = m_sessions.find(session);
+    const CK_SLOT_ID slot = found == m_sessions.end() ? CK_UNAVAILABLE_INFORMATION : found->second;
+    if (pinFlags(slot) & CKF_USER_PIN_LOCKED)
+        return CKR_PIN_LOCKED;
+    std::string typed = m_script.pinPad.value_or(std::string());
+    const bool usesPad = m_script.pinPad && !pin;
+    lock.unlock();
+    const CK_RV result = usesPad
+        ? m_target->C_Login(session, user, reinterpret_cast<CK_UTF8CHAR *>(&typed[0]), typed.size())
+        : m_target->C_Login(session, user, pin, length);
+    lock.lock();
+    if (result == CKR_PIN_INCORRECT)
+        ++m_wrongPins[slot];
+    else if (result == CKR_OK)
+        m_wrongPins.erase(slot);
+    return result;
+}
+
+CK_RV Device::finalize(void *reserved)
+{
+    const CK_RV result = m_target->C_Finalize(reserved);
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (result == CKR_OK) {
+        m_sessions.clear();
+        m_deadSessions.clear();
+        m_slots.clear();
+    }
+    return result;
+}
+
+} // namespace Faulty

@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/fakes/pkcs11/dispatch.h"
+
+#include "tests/fakes/pkcs11/names.h"
+#include "tests/fakes/pkcs11/spylog.h"
+
+#include <chrono>
+#include <csignal>
+#include <thread>
+
+namespace Faulty {
+
+void before(const Verdict &verdict)
+{
+    if (verdict.milliseconds > 0)
+        std::this_thread::sleep_for(std::chrono::milliseconds(verdict.milliseconds));
+    if (verdict.kill)
+        std::raise(SIGKILL);
+}
+
+void after(const Verdict &verdict)
+{
+    if (verdict.killAfter)
+        std::raise(SIGKILL);
+}
+
+void logCall(Function function, unsigned long subject, CK_RV result, const char *detail)
+{
+    static const char *const subjects[] = {"", " slot=", " session="};
+    std::string line = functionName(function) + std::string(" ") + resultName(result);
+    const Kind kind = functionKind(function);
+    if (kind != Kind::General)
+        line += subjects[static_cast<int>(kind)] + std::to_string(subject);
+    writeLog(line + detail);
+}
+
+const char *pinDetail(const CK_UTF8CHAR *pin, CK_ULONG length)
+{
+    if (!pin)
+        return " pin=none";
+    return length == 0 ? " pin=empty" : " pin=given";
+}
+
+} // namespace Faulty
