@@ -8,19 +8,21 @@
 
 QcaAskerThread::QcaAskerThread(QObject *parent)
     : QThread(parent)
-    , m_handler(nullptr)
 {
     setObjectName(QStringLiteral("QcaAskerThread"));
 }
 
 QcaAskerThread::~QcaAskerThread()
 {
-    delete m_handler.loadAcquire();
+    // `wait()` has ordered this behind the thread; the lock says so to thread sanitizers too.
+    const std::lock_guard locker(m_mutex);
+    m_handler.reset();
 }
 
 QcaHandler *QcaAskerThread::handler() const
 {
-    return m_handler.loadAcquire();
+    const std::lock_guard locker(m_mutex);
+    return m_handler.get();
 }
 
 void QcaAskerThread::letGo(QcaAskerThread *thread, unsigned long milliseconds)
@@ -37,11 +39,18 @@ void QcaAskerThread::letGo(QcaAskerThread *thread, unsigned long milliseconds)
         thread->deleteLater();
 }
 
+QcaHandler *QcaAskerThread::replaceHandler()
+{
+    const std::lock_guard locker(m_mutex);
+    m_handler = std::make_unique<QcaHandler>();
+    return m_handler.get();
+}
+
 void QcaAskerThread::run()
 {
     qDebug() << objectName() << "is running";
-    auto *handler = new QcaHandler;
-    delete m_handler.fetchAndStoreOrdered(handler);
+    QcaHandler *handler = replaceHandler();
     handler->start();
     exec();
+    const std::lock_guard locker(m_mutex); // the counterpart of the destructor's
 }

@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QAtomicPointer>
 #include <QThread>
+
+#include <memory>
+#include <mutex>
 
 class QcaHandler;
 
@@ -28,5 +30,8 @@ protected:
     void run() override;
 
 private:
-    QAtomicPointer<QcaHandler> m_handler;
+    QcaHandler *replaceHandler();
+
+    mutable std::mutex m_mutex;
+    std::unique_ptr<QcaHandler> m_handler;
 };
