@@ -1,0 +1,184 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "certificates/certificate.h"
+#include "keystores/comboboxmodel.h"
+#include "qca/adapter/keygenerator.h"
+
+#include <QtCrypto>
+
+class KeyStoreModel;
+
+/// A PKCS#10 certificate request: makes a key on a token, collects the subject, builds the request
+/// and keeps it as a PEM file in the request directory.
+///
+///     CertificateRequest {
+///         keyStoreModel: KeyStoreModel
+///         Component.onCompleted: { init(); prKeyLocationIndex = 0; createKeyPair() }
+///         onCreateKeyPairDone: { setCommonName("Ivanov"); createRequest() }
+///         onRequestCreated: console.log(fileName)
+///     }
+///
+/// Lives on the GUI thread. Keys are made in the background; signing a request may run a nested
+/// event loop while a token works or asks for its PIN.
+class CertificateRequest : public Certificate {
+    Q_OBJECT
+    /// The offered algorithms; empty until `init()`. Never notified.
+    Q_PROPERTY(QAbstractListModel *prKeyAlgorithm READ prKeyAlgorithm NOTIFY prKeyAlgorithmChanged)
+    /// The offered locations, the key store model's own list; null until `init()`. Never notified.
+    Q_PROPERTY(QAbstractListModel *prKeyLocation READ prKeyLocation NOTIFY prKeyLocationChanged)
+    /// A value of `KeyAlgorithm`; `init()` sets it to the first offered one without a signal. -1
+    /// before that and where nothing is offered.
+    Q_PROPERTY(int prKeyAlgorithmId READ prKeyAlgorithmId WRITE setPrKeyAlgorithmId NOTIFY
+                   prKeyAlgorithmIdChanged)
+    /// A row of `prKeyLocation`; -1 at first.
+    Q_PROPERTY(int prKeyLocationIndex READ prKeyLocationIndex WRITE setPrKeyLocationIndex NOTIFY
+                   prKeyLocationIndexChanged)
+    /// The label of the key objects to make on the token.
+    Q_PROPERTY(QString keyIdentifier READ keyIdentifier WRITE setKeyIdentifier NOTIFY
+                   keyIdentifierChanged)
+    /// A free label; only kept and shown.
+    Q_PROPERTY(QString keyMarker READ keyMarker WRITE setKeyMarker NOTIFY keyMarkerChanged)
+    /// Where stores, locations and PIN answers come from. Null is ignored; every other value is
+    /// notified, the same one too. Not owned.
+    Q_PROPERTY(KeyStoreModel *keyStoreModel READ keyStoreModel WRITE setKeyStoreModel NOTIFY
+                   keyStoreModelChanged)
+    /// The PIN of the token on which the key is made.
+    Q_PROPERTY(QString prKeyPin WRITE setPrKeyPin)
+public:
+    /// The size of the key, or of its curve, in bits.
+    enum KeyAlgorithm {
+        RSA2048 = 2048,
+        RSA3072 = 3072,
+        RSA4096 = 4096,
+        EC384 = 384,
+    };
+    Q_ENUM(KeyAlgorithm)
+
+    /// An empty request. Creates the request directory where it is missing.
+    explicit CertificateRequest(QObject *parent = nullptr);
+    /// The request saved in the file `path`, for showing and editing; empty when it can't be read.
+    CertificateRequest(const QString &path, KeyStoreModel *model, QObject *parent = nullptr);
+    ~CertificateRequest() override;
+
+    QString issuer() const override;
+    QString commonName() const override;
+    QString subjectOrganization() const override;
+    QString subjectOrganizationalUnit() const override;
+    QString subjectLocality() const override;
+    QString subjectCountryCode() const override;
+    QString subjectName() const override;
+    QString subjectCountry() const override;
+    QString subjecAddress() const override;
+    QString subjectEmail() const override;
+    QString publicKeyId() const override;
+    QString publicKeyTypeAlgorithm() const override;
+    QString publicKeyMarker() const override;
+    QString privateKeyAvailability() const override;
+    QString privateKeyLocation() const override;
+    QString privateKeyManufacturer() const override;
+    QString fileName() const override;
+    /// Writes the request into `directory` under `fileName()` and emits `fileExported()`.
+    bool exportToFile(const QString &directory) override;
+    /// The whole path of the file last written or loaded; empty before.
+    virtual QString filePath() const;
+
+    QAbstractListModel *prKeyAlgorithm();
+    QAbstractListModel *prKeyLocation() const;
+    int prKeyAlgorithmId() const { return m_prKeyAlgorithmId; }
+    void setPrKeyAlgorithmId(int id);
+    int prKeyLocationIndex() const { return m_prKeyLocationIndex; }
+    QString keyIdentifier() const { return m_keyIdentifier; }
+    void setKeyIdentifier(const QString &identifier);
+    QString keyMarker() const { return m_keyMarker; }
+    void setKeyMarker(const QString &marker);
+    KeyStoreModel *keyStoreModel() const;
+    void setKeyStoreModel(KeyStoreModel *model);
+    void setPrKeyPin(const QString &pin);
+
+    /// The public key that the request carries; null for an empty one.
+    QCA::PublicKey requestPublicKey() const;
+
+    Q_INVOKABLE void setPrKeyLocationIndex(int id);
+    /// Fills the lists from `keyStoreModel`. A second call lists every algorithm twice.
+    Q_INVOKABLE void init();
+    /// Starts making a key of the chosen kind at the chosen location; `createKeyPairDone()`
+    /// follows when it worked, nothing when not.
+    Q_INVOKABLE void createKeyPair();
+    /// Signs a request with the subject and key so far, and saves it.
+    Q_INVOKABLE void createRequest();
+    /// Writes the request into the request directory, in edit mode in place of the old file, which
+    /// stays whole until the new one is; false, and nothing changed, where that fails.
+    Q_INVOKABLE bool saveRequest();
+    /// The kind of the chosen location, a `KeyStoreModel::Location`; 3 where none is chosen.
+    Q_INVOKABLE int prKeyLocationId();
+    /// Rejects the question that waits for a stored answer.
+    Q_INVOKABLE void pinRejected();
+    // Each call with a text adds a value; the last added is the one that getters show.
+    Q_INVOKABLE void setCommonName(const QString &commonName);
+    Q_INVOKABLE void setCurname(const QString &curname);
+    Q_INVOKABLE void setName(const QString &name);
+    Q_INVOKABLE void setEmail(const QString &email);
+    Q_INVOKABLE void setCountryCode(const QString &code);
+    /// Fills the state or province.
+    Q_INVOKABLE void setCountry(const QString &country);
+    Q_INVOKABLE void setLocality(const QString &locality);
+    Q_INVOKABLE void setAddress(const QString &address);
+    Q_INVOKABLE void setOrganization(const QString &organization);
+    Q_INVOKABLE void setDepartment(const QString &department);
+    Q_INVOKABLE void setPosition(const QString &position);
+    Q_INVOKABLE void setSnils(const QString &snils);
+    Q_INVOKABLE void setPsrn(const QString &psrn);
+    Q_INVOKABLE void setTin(const QString &tin);
+    /// Sets the mode and saves at once, whatever the mode.
+    Q_INVOKABLE void setEditMode(bool status);
+    /// The request directory, with a separator at its end.
+    Q_INVOKABLE QString requestPath();
+
+Q_SIGNALS:
+    void prKeyAlgorithmChanged();
+    void prKeyAlgorithmIdChanged();
+    void prKeyLocationChanged();
+    void prKeyLocationIndexChanged();
+    void keyIdentifierChanged();
+    void keyMarkerChanged();
+    void createKeyPairDone();
+    /// A request file was written.
+    void requestCreated();
+    void keyStoreModelChanged();
+    void prKeyPinChanged();
+    /// The request can't be signed, for its key is not found.
+    void missingPrivateKey();
+
+private Q_SLOTS:
+    void keyGenFinished();
+
+private:
+    void load(const QString &path);
+    QString info(int type) const;
+    void addInfo(QCA::CertificateInfoTypeKnown type, const QString &value);
+    void fillAlgorithms(const QStringList &features);
+    QCA::CertificateRequest signedRequest(const QCA::PrivateKey &key) const;
+    QCA::PrivateKey findPrivateKey() const;
+    bool resign();
+    bool write(const QString &replacedPath);
+
+    bool m_editMode = false;
+    ComboBoxModel m_algorithmModel;
+    QPointer<ComboBoxModel> m_locationModel;
+    int m_prKeyAlgorithmId = -1;
+    int m_prKeyLocationIndex = -1;
+    QCA::SecureArray m_pin;
+    QString m_keyIdentifier;
+    QString m_keyMarker;
+    QString m_fileName;
+    QString m_path;
+    QCA::PrivateKey m_privateKey;
+    QCA::CertificateInfo m_subjectInfo;
+    QCA::CertificateRequest m_request;
+    QCA::CertificateOptions m_options;
+    QPointer<KeyStoreModel> m_keyStoreModel;
+    QPointer<QCA::KeyStore> m_keyStore;
+    Trivex::KeyGenerator m_keyGenerator;
+};

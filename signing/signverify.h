@@ -1,0 +1,110 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/adapter/eventhandler.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QtCrypto>
+
+#include <deque>
+
+class Certificate;
+class KeyStoreEntry;
+
+/// Signs data with the RSA key of a key store entry, and checks such signatures. The signature
+/// file holds the bytes of a PKCS#1 v1.5 signature (RFC 8017, 8.2, without DigestInfo) over the
+/// lower-case hexadecimal text of the data's SHA-256 digest, and nothing else.
+///
+///     SignVerify {
+///         onGetPin: pinDialog.open() // then pinAccepted(text) or pinRejected()
+///         onSignSuccess: console.log("signed")
+///         onErrorChanged: console.log("failed", error)
+///     }
+///
+/// Results arrive by signal. Lives on the GUI thread, whose event loop runs on while a token works
+/// or a question is open; the object and the entry may be destroyed meanwhile.
+class SignVerify : public QObject {
+    Q_OBJECT
+    /// The certificate of the entry of the last good verification; a null certificate before.
+    /// Owned.
+    Q_PROPERTY(Certificate *ceritficate READ ceritficate NOTIFY ceritficateChanged)
+    /// A value of `Error`. Nothing but `setError()` sets it back.
+    Q_PROPERTY(int error READ error NOTIFY errorChanged)
+public:
+    enum Error {
+        NoError = 0,
+        ErrorFileNotOpened = 1, ///< never set
+        ErrorNotFoundCmsFile = 2, ///< the signature file can't be read
+        ErrorSign = 3,
+        ErrorVerify = 4, ///< also: the digest of the data can't be made
+    };
+    Q_ENUM(Error)
+    enum Mode {
+        SignMode = 0,
+        VerifyMode = 1,
+    };
+    Q_ENUM(Mode)
+
+    explicit SignVerify(QObject *parent = nullptr);
+    ~SignVerify() override;
+
+    Certificate *ceritficate() const;
+    int error() const { return m_error; }
+
+Q_SIGNALS:
+    void signSuccess();
+    void verifySuccess();
+    /// A PIN is needed; to be answered with `pinAccepted()` or `pinRejected()`. Without a listener
+    /// questions of our own providers are rejected.
+    void getPin();
+    void errorChanged();
+    void ceritficateChanged();
+
+public Q_SLOTS:
+    void setError(int error);
+    /// Takes ownership; the one before is deleted.
+    void setCeritficate(Certificate *ceritficate);
+
+private Q_SLOTS:
+    void eventReady(int id, QCA::Event e);
+
+public:
+    /// Signs in 3000 ms. A signature file that can't be written is logged only.
+    Q_INVOKABLE void sign(const QByteArray &rawDataFile, const QString &filePathSig,
+                          KeyStoreEntry *key);
+    /// Verifies in 1000 ms, with the public half of the entry's private key.
+    Q_INVOKABLE void verify(const QByteArray &rawDataFile, const QString &filePathSig,
+                            KeyStoreEntry *key);
+    Q_INVOKABLE void pinRejected();
+    /// Answers the question in 1000 ms. The PIN is kept for later questions until a signature
+    /// fails.
+    Q_INVOKABLE void pinAccepted(const QString &pin);
+
+private:
+    struct Job {
+        QByteArray data;
+        QString path;
+        QPointer<KeyStoreEntry> key;
+    };
+
+    void schedule(int milliseconds, Qt::TimerType type, std::function<void()> work);
+    void startSigning(const Job &job);
+    void signQueued();
+    void runSign(const Job &job);
+    void runVerify(const Job &job);
+    bool isRetainedPinGood(const QCA::Event &event) const;
+    void questionWithdrawn(quintptr ticket);
+
+    Trivex::EventHandler m_eventHandler;
+    int m_id = 0;
+    quintptr m_ticket = 0;
+    QString m_askingStore;
+    QCA::SecureArray m_pin;
+    QString m_pinStore;
+    int m_error = NoError;
+    QPointer<Certificate> m_ceritficate;
+    std::deque<Job> m_signQueue;
+    bool m_signing = false;
+};
