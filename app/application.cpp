@@ -1,0 +1,80 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "app/application.h"
+
+#include "app/environment.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QIcon>
+#include <QUrl>
+
+static void initializeResources()
+{
+    Q_INIT_RESOURCE(app);
+}
+
+namespace Trivex {
+
+Application::Application(QObject *parent)
+    : QObject(parent)
+{
+    m_engine.addImportPath(moduleDirectory());
+}
+
+Application::~Application() = default;
+
+void Application::prepare()
+{
+    initializeResources();
+    QCoreApplication::setOrganizationName(QStringLiteral("Trivex"));
+    QCoreApplication::setApplicationName(QStringLiteral("trivex"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(TRIVEX_VERSION));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Trivex"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.trivex.Trivex"));
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/trivex/trivex.svg")));
+    preparePluginPaths();
+    installQtTranslations();
+    chooseStyle();
+}
+
+bool Application::open()
+{
+    m_engine.load(QUrl(QStringLiteral("qrc:/trivex/qml/Main.qml")));
+    return window() != nullptr;
+}
+
+QQuickWindow *Application::window() const
+{
+    const QList<QObject *> roots = m_engine.rootObjects();
+    return roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(roots.first());
+}
+
+QQmlEngine *Application::engine()
+{
+    return &m_engine;
+}
+
+void Application::activate(const QStringList &files)
+{
+    QQuickWindow *shown = window();
+    if (!shown)
+        return;
+    shown->show();
+    shown->raise();
+    shown->requestActivate();
+    if (!files.isEmpty())
+        QMetaObject::invokeMethod(shown, "openFiles", Q_ARG(QVariant, QVariant(files)));
+}
+
+QStringList Application::filesOf(const QStringList &arguments)
+{
+    QStringList files;
+    for (const QString &argument : arguments) {
+        const QUrl url(argument);
+        files += QFileInfo(url.isLocalFile() ? url.toLocalFile() : argument).absoluteFilePath();
+    }
+    return files;
+}
+
+} // namespace Trivex

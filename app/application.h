@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QQmlApplicationEngine>
+#include <QQuickWindow>
+
+namespace Trivex {
+
+/// The window with its engine. One `QApplication` must live; everything else that `main` and the
+/// tests share is here.
+class Application : public QObject {
+    Q_OBJECT
+public:
+    explicit Application(QObject *parent = nullptr);
+    ~Application() override;
+
+    /// Names, icon and paths of the program; once, after the `QApplication` was made.
+    static void prepare();
+
+    /// Opens the window; false when its QML could not be loaded.
+    bool open();
+    QQuickWindow *window() const;
+    QQmlEngine *engine();
+
+    /// Brings the window to the front and opens `files` in it.
+    void activate(const QStringList &files);
+
+    /// The positional arguments of the command line, as absolute paths.
+    static QStringList filesOf(const QStringList &arguments);
+
+private:
+    QQmlApplicationEngine m_engine;
+};
+
+} // namespace Trivex

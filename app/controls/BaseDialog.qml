@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto.Controls 1.0
+
+/// What all dialogs share: in the middle of the window and never wider than it, scrolling when
+/// too tall, left with Escape. Its content is a column.
+Dialog {
+    id: dialog
+    property real preferredWidth: Theme.fontSize * 33
+    default property alias body: column.data
+    parent: Overlay.overlay
+    anchors.centerIn: parent
+    width: parent ? Math.min(preferredWidth, parent.width - Theme.unit * 3) : preferredWidth
+    height: parent ? Math.min(implicitHeight, parent.height - Theme.unit * 3) : implicitHeight
+    modal: true
+    focus: true
+    closePolicy: Popup.CloseOnEscape
+    contentHeight: column.implicitHeight
+    contentItem: Flickable {
+        id: flick
+        implicitHeight: column.implicitHeight
+        contentHeight: column.implicitHeight
+        contentWidth: width
+        clip: contentHeight > height
+        boundsBehavior: Flickable.StopAtBounds
+        Accessible.role: Accessible.Dialog
+        Accessible.name: dialog.title
+        ScrollBar.vertical: ScrollBar {}
+        FillColumn {
+            id: column
+            width: flick.width
+            spacing: Theme.unit * 1.5
+        }
+    }
+}

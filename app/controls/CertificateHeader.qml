@@ -1,0 +1,101 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto.Controls 1.0
+
+/// Name, validity and the actions of a certificate, above its details.
+Card {
+    id: header
+    property string name
+    property var from
+    property var until
+    property int validity: Validity.Unknown
+    property string place
+    property bool canExport: true
+    property bool canRemove: false
+    property bool canSign: false
+    property bool canEdit: false
+    property bool busy: false
+    signal exportAsked()
+    signal removeAsked()
+    signal signAsked()
+    signal editAsked()
+    signal copyAsked()
+
+    Label {
+        text: header.name
+        font.pixelSize: Theme.titleSize
+        font.bold: true
+        wrapMode: Text.WrapAtWordBoundaryOrAnywhere
+        Layout.fillWidth: true
+        Accessible.role: Accessible.Heading
+    }
+    Flow {
+        spacing: Theme.unit
+        Layout.fillWidth: true
+        Badge {
+            validity: header.validity
+        }
+        Label {
+            text: Validity.until(header.until)
+            color: Theme.textDim
+            visible: text.length > 0
+        }
+        Label {
+            text: header.place ? "· " + header.place : ""
+            color: Theme.textDim
+            visible: text.length > 0
+            Accessible.name: header.place
+        }
+    }
+    ProgressBar {
+        value: Validity.elapsed(header.from, header.until)
+        visible: header.validity !== Validity.Unknown
+        Layout.fillWidth: true
+        Accessible.name: qsTrId("trivex-app-validity-elapsed")
+    }
+    Flow {
+        spacing: Theme.unit
+        Layout.fillWidth: true
+        Layout.topMargin: Theme.unit
+        Button {
+            objectName: "signButton"
+            text: qsTrId("trivex-app-sign-action")
+            icon.source: Theme.icon("sign")
+            visible: header.canSign
+            onClicked: header.signAsked()
+        }
+        Button {
+            objectName: "editButton"
+            text: qsTrId("trivex-app-edit")
+            icon.source: Theme.icon("edit")
+            visible: header.canEdit
+            onClicked: header.editAsked()
+        }
+        Button {
+            objectName: "exportButton"
+            text: qsTrId("trivex-app-export")
+            icon.source: Theme.icon("export")
+            visible: header.canExport
+            onClicked: header.exportAsked()
+        }
+        Button {
+            objectName: "copyButton"
+            text: qsTrId("trivex-app-copy-all")
+            icon.source: Theme.icon("copy")
+            flat: true
+            onClicked: header.copyAsked()
+        }
+        Button {
+            objectName: "removeButton"
+            text: qsTrId("trivex-app-remove")
+            icon.source: Theme.icon("trash")
+            flat: true
+            enabled: !header.busy
+            visible: header.canRemove
+            onClicked: header.removeAsked()
+        }
+    }
+}

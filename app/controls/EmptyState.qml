@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto.Controls 1.0
+
+/// What a list says when it has nothing to show, with the next step where there is one.
+Item {
+    id: empty
+    property string icon
+    property string title
+    property string text
+    property string actionText
+    signal action()
+    implicitHeight: column.implicitHeight
+    Column {
+        id: column
+        anchors.centerIn: parent
+        width: Math.min(parent.width - Theme.unit * 4, 420)
+        spacing: Theme.unit * 1.25
+        Icon {
+            name: empty.icon
+            size: Theme.iconSize * 2.4
+            anchors.horizontalCenter: parent.horizontalCenter
+        }
+        Label {
+            width: parent.width
+            text: empty.title
+            font.pixelSize: Theme.headingSize
+            font.bold: true
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.WordWrap
+        }
+        Label {
+            width: parent.width
+            text: empty.text
+            visible: text.length > 0
+            color: Theme.textDim
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.WordWrap
+        }
+        Button {
+            anchors.horizontalCenter: parent.horizontalCenter
+            text: empty.actionText
+            visible: text.length > 0
+            onClicked: empty.action()
+        }
+    }
+}

@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
+
+/// A column whose children with `Layout.fillWidth` are as wide as it is.
+///
+/// A positioner works its height out when the scene is polished, not while a binding is being
+/// evaluated: a height that depends on wrapped text, bound to by what contains the column, is a
+/// binding loop with a layout and none here.
+Column {
+    id: column
+    property var adopted: []
+    spacing: 5
+    onChildrenChanged: {
+        for (let i = 0; i < children.length; ++i) {
+            const child = children[i]
+            if (adopted.indexOf(child) >= 0)
+                continue
+            adopted.push(child)
+            child.width = Qt.binding(function() {
+                return child.Layout.fillWidth ? column.width : child.implicitWidth
+            })
+        }
+    }
+}

@@ -1,0 +1,199 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto.Controls 1.0
+
+import Trivex.Crypto 1.0
+import Qt.labs.platform 1.1 as Platform
+
+/// Brings a certificate or a bundle onto a token: file, password where one is needed, preview,
+/// token, one step. What the file is, its content says.
+BaseDialog {
+    id: dialog
+    signal imported(string name)
+    signal openRequest()
+    property bool writing: false
+    readonly property bool isBundle: file.kind === CertificateFile.BundleKind
+    readonly property bool ready: !writing && chooser.usable
+        && (file.kind === CertificateFile.CertificateKind && file.pemPath
+            || isBundle && file.unlocked)
+    readonly property string name: file.certificates.length ? file.certificates[0].name : ""
+
+    objectName: "importDialog"
+    title: qsTrId("trivex-app-import-title")
+
+    function start(path) {
+        failure.text = ""
+        file.path = ""
+        file.path = path
+        password.clear()
+        open()
+        if (isBundle)
+            file.unlock("")
+    }
+    function choose() {
+        fileDialog.open()
+    }
+    function write() {
+        if (!ready)
+            return
+        failure.text = ""
+        KeyStoreModel.setCertLocationId(chooser.currentIndex)
+        KeyStoreModel.resetImportedKeyBundle()
+        const loaded = isBundle ? KeyStoreModel.keyBundleFromFile(file.path, password.text)
+                                : KeyStoreModel.certificateFromPEMFile(file.pemPath)
+        if (!loaded) {
+            failure.text = qsTrId("trivex-app-import-changed")
+            return
+        }
+        writing = true
+        if (isBundle)
+            KeyStoreModel.importKeyBundle()
+        else
+            KeyStoreModel.importCertificate()
+    }
+    onOpened: if (isBundle) password.forceActiveFocus(Qt.PopupFocusReason)
+    onClosed: {
+        password.clear()
+        if (!writing)
+            file.path = ""
+    }
+
+    CertificateFile {
+        id: file
+    }
+    Platform.FileDialog {
+        id: fileDialog
+        title: qsTrId("trivex-app-import-title")
+        nameFilters: [qsTrId("trivex-app-filter-certificates")
+                      + " (*.pem *.crt *.cer *.der *.p12 *.pfx)",
+                      qsTrId("trivex-app-filter-all") + " (*)"]
+        onAccepted: dialog.start(Desktop.path(fileDialog.file))
+    }
+    Connections {
+        target: KeyStoreModel
+        function onEntryWrittenChanged(isEmpty) {
+            if (!dialog.writing)
+                return
+            dialog.writing = false
+            KeyStoreModel.resetImportedKeyBundle()
+            if (isEmpty) {
+                failure.text = qsTrId("trivex-app-import-failed")
+            } else {
+                const name = dialog.name
+                dialog.close()
+                dialog.imported(name)
+            }
+        }
+    }
+
+    Label {
+        text: Desktop.fileName(file.path)
+        font.bold: true
+        elide: Text.ElideMiddle
+        Layout.fillWidth: true
+    }
+    Notice {
+        objectName: "importProblem"
+        readonly property bool firstTry: dialog.isBundle && !password.text && !file.unlocking
+        level: firstTry ? 0 : 3
+        text: file.unlocked ? "" : firstTry && file.problem ? qsTrId("trivex-app-bundle-ask")
+            : file.problem ? file.problem
+            : file.kind === CertificateFile.RequestKind ? qsTrId("trivex-app-kind-request")
+            : file.kind === CertificateFile.PrivateKeyKind ? qsTrId("trivex-app-kind-key")
+            : file.kind === CertificateFile.OtherKind ? qsTrId("trivex-app-kind-other") : ""
+        Layout.fillWidth: true
+    }
+    RowLayout {
+        visible: dialog.isBundle && !file.unlocked
+        Layout.fillWidth: true
+        PasswordField {
+            id: password
+            objectName: "bundlePassword"
+            placeholderText: qsTrId("trivex-app-bundle-password-field")
+            Layout.fillWidth: true
+            onAccepted: file.unlock(text)
+        }
+        Button {
+            objectName: "bundleUnlock"
+            text: qsTrId("trivex-app-bundle-open")
+            enabled: !file.unlocking
+            onClicked: file.unlock(password.text)
+        }
+    }
+    Repeater {
+        model: file.certificates
+        RowLayout {
+            spacing: Theme.unit * 1.5
+            Layout.fillWidth: true
+            Avatar {
+                letter: modelData.initial
+                validity: Validity.state(modelData.from, modelData.until)
+            }
+            ColumnLayout {
+                spacing: 2
+                Layout.fillWidth: true
+                Label {
+                    text: modelData.name
+                    elide: Text.ElideRight
+                    Layout.fillWidth: true
+                }
+                Label {
+                    text: modelData.issuer
+                    color: Theme.textDim
+                    font.pixelSize: Theme.smallSize
+                    elide: Text.ElideRight
+                    Layout.fillWidth: true
+                }
+            }
+            Badge {
+                validity: Validity.state(modelData.from, modelData.until)
+            }
+        }
+    }
+    TokenChooser {
+        id: chooser
+        model: KeyStoreModel.certLocation
+        visible: dialog.isBundle || file.kind === CertificateFile.CertificateKind
+        label: qsTrId("trivex-app-import-to")
+        Layout.fillWidth: true
+    }
+    Notice {
+        id: failure
+        objectName: "importFailure"
+        level: 3
+        Layout.fillWidth: true
+    }
+    RowLayout {
+        visible: dialog.writing || file.unlocking
+        BusyIndicator {
+            Accessible.name: busyLabel.text
+        }
+        Label {
+            id: busyLabel
+            text: file.unlocking ? qsTrId("trivex-app-bundle-opening") : qsTrId("trivex-app-busy-write")
+        }
+    }
+    footer: DialogButtonBox {
+        Button {
+            objectName: "importCancel"
+            text: qsTrId("trivex-app-cancel")
+            DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
+            onClicked: {
+                if (dialog.writing)
+                    chooser.info.cancel()
+                dialog.close()
+            }
+        }
+        Button {
+            objectName: "importAccept"
+            text: qsTrId("trivex-app-import-accept")
+            highlighted: true
+            enabled: dialog.ready
+            DialogButtonBox.buttonRole: DialogButtonBox.ActionRole
+            onClicked: dialog.write()
+        }
+    }
+}

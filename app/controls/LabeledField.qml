@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto.Controls 1.0
+
+/// A text field under its label, with a hint, and a flag for a value that looks wrong. The flag
+/// never refuses a value.
+FillColumn {
+    id: labeled
+    property string label
+    property alias text: field.text
+    property alias field: field
+    property alias placeholder: field.placeholderText
+    property string hint
+    property string flag
+    property bool required: false
+    spacing: 3
+    Label {
+        text: labeled.label
+        color: Theme.textDim
+        font.pixelSize: Theme.smallSize
+        wrapMode: Text.WordWrap
+        Layout.fillWidth: true
+    }
+    TextField {
+        id: field
+        Layout.fillWidth: true
+        Layout.minimumWidth: 60
+        Accessible.name: labeled.label
+        Accessible.description: labeled.flag || labeled.hint
+    }
+    RowLayout {
+        visible: labeled.flag.length > 0
+        spacing: Theme.unit / 2
+        Layout.fillWidth: true
+        Icon {
+            name: "warning"
+            color: Theme.warn
+            size: Theme.iconSize * 0.85
+        }
+        Label {
+            text: labeled.flag
+            color: Theme.warn
+            font.pixelSize: Theme.smallSize
+            wrapMode: Text.WordWrap
+            Layout.fillWidth: true
+            Accessible.role: Accessible.AlertMessage
+        }
+    }
+    Label {
+        text: labeled.hint
+        visible: text.length > 0 && !labeled.flag
+        color: Theme.textDim
+        font.pixelSize: Theme.smallSize
+        wrapMode: Text.WordWrap
+        Layout.fillWidth: true
+    }
+}

@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto.Controls 1.0
+
+/// A line of advice in a coloured box. `level`: 0 plain, 1 good, 2 warning, 3 failure.
+Rectangle {
+    id: notice
+    property int level: 0
+    property string text
+    property string detail
+    property string actionText
+    signal action()
+    readonly property var grounds: [Theme.neutralSoft, Theme.goodSoft, Theme.warnSoft, Theme.badSoft]
+    readonly property var inks: [Theme.neutral, Theme.good, Theme.warn, Theme.bad]
+    readonly property var icons: ["info", "check", "warning", "error"]
+    implicitWidth: 300
+    implicitHeight: holder.implicitHeight + Theme.unit * 2.5
+    visible: text.length > 0
+    radius: Theme.radius
+    color: grounds[level]
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: detail ? text + " " + detail : text
+    // A positioner, so that the height is worked out when the scene is polished: see FillColumn.
+    Column {
+        id: holder
+        x: Theme.unit * 1.5
+        y: Theme.unit * 1.25
+        width: notice.width - Theme.unit * 3
+        RowLayout {
+            width: holder.width
+            spacing: Theme.unit * 1.25
+            Icon {
+                name: notice.icons[notice.level]
+                color: notice.inks[notice.level]
+                Layout.alignment: Qt.AlignTop
+            }
+            ColumnLayout {
+                Layout.fillWidth: true
+                spacing: 2
+                Label {
+                    text: notice.text
+                    color: Theme.text
+                    font.bold: notice.detail.length > 0
+                    wrapMode: Text.WordWrap
+                    Layout.fillWidth: true
+                    Accessible.ignored: true
+                }
+                Label {
+                    text: notice.detail
+                    visible: text.length > 0
+                    color: Theme.text
+                    wrapMode: Text.WordWrap
+                    Layout.fillWidth: true
+                    Accessible.ignored: true
+                }
+            }
+            Button {
+                text: notice.actionText
+                visible: text.length > 0
+                onClicked: notice.action()
+                Layout.alignment: Qt.AlignTop
+            }
+        }
+    }
+}

@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto.Controls 1.0
+
+/// Answers the PIN questions of all operations that ask nobody else. One in a window is enough.
+PinDialog {
+    id: dialog
+    property PinPrompt prompt: PinPrompt {
+        enabled: true
+        onQuestionChanged: open ? dialog.ask() : dialog.withdraw()
+    }
+    function ask() {
+        tokenName = prompt.tokenName
+        purposeText = prompt.purposeText
+        pinText = prompt.pinText
+        lastTry = prompt.lastTry
+        open()
+    }
+    objectName: "pinPromptDialog"
+    onSubmitted: prompt.submit(pin)
+    onLeft: prompt.reject()
+}

@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto.Controls 1.0
+
+/// Asks before something is removed: names it, and says when a key goes for good.
+BaseDialog {
+    id: dialog
+    property string name
+    property string place
+    property bool hasKey: false
+    property bool isRequest: false
+    signal confirmed()
+
+    objectName: "removeDialog"
+    title: isRequest ? qsTrId("trivex-app-remove-request-title")
+                     : qsTrId("trivex-app-remove-title")
+
+    Label {
+        text: dialog.name
+        font.bold: true
+        wrapMode: Text.WrapAtWordBoundaryOrAnywhere
+        Layout.fillWidth: true
+    }
+    Label {
+        text: dialog.isRequest ? qsTrId("trivex-app-remove-request-text")
+            : dialog.hasKey ? qsTrId("trivex-app-remove-bundle-text").arg(dialog.place)
+            : qsTrId("trivex-app-remove-text").arg(dialog.place)
+        wrapMode: Text.WordWrap
+        Layout.fillWidth: true
+    }
+    Notice {
+        level: 3
+        text: dialog.hasKey ? qsTrId("trivex-app-remove-key-warning") : ""
+        Layout.fillWidth: true
+    }
+    footer: DialogButtonBox {
+        Button {
+            text: qsTrId("trivex-app-cancel")
+            focus: true
+            DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
+            onClicked: dialog.close()
+        }
+        Button {
+            objectName: "removeConfirm"
+            text: qsTrId("trivex-app-remove-confirm")
+            icon.source: Theme.icon("trash")
+            DialogButtonBox.buttonRole: DialogButtonBox.ActionRole
+            onClicked: {
+                dialog.close()
+                dialog.confirmed()
+            }
+        }
+    }
+}

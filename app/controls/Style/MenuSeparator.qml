@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Templates 2.15 as T
+import QtQuick.Controls 2.15
+import QtQuick.Controls.impl 2.15
+import Trivex.Crypto.Controls 1.0
+
+T.MenuSeparator {
+    implicitHeight: 9
+    padding: 4
+    contentItem: Rectangle {
+        implicitHeight: 1
+        color: Theme.border
+    }
+}

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Templates 2.15 as T
+import QtQuick.Controls 2.15
+import QtQuick.Controls.impl 2.15
+import Trivex.Crypto.Controls 1.0
+
+T.Popup {
+    id: control
+    implicitWidth: contentWidth + leftPadding + rightPadding
+    implicitHeight: contentHeight + topPadding + bottomPadding
+    padding: Theme.unit * 2
+    background: Rectangle {
+        radius: Theme.radius + 4
+        color: Theme.card
+        border.color: Theme.border
+    }
+    T.Overlay.modal: Rectangle { color: Theme.shade }
+    T.Overlay.modeless: Rectangle { color: "transparent" }
+}

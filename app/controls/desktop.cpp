@@ -1,0 +1,148 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "app/controls/desktop.h"
+
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QFileInfo>
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QLocale>
+#include <QStorageInfo>
+
+namespace Trivex {
+
+Desktop::Desktop(QObject *parent)
+    : QObject(parent)
+{
+}
+
+QString Desktop::fixedFamily() const
+{
+    return QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
+}
+
+void Desktop::copy(const QString &text) const
+{
+    QGuiApplication::clipboard()->setText(text);
+}
+
+bool Desktop::openFolder(const QString &path) const
+{
+    const QFileInfo info(path);
+    return QDesktopServices::openUrl(
+        QUrl::fromLocalFile(info.isDir() ? info.absoluteFilePath() : info.absolutePath()));
+}
+
+QString Desktop::path(const QUrl &url) const
+{
+    if (url.isLocalFile())
+        return url.toLocalFile();
+    return url.scheme().isEmpty() ? url.path() : QString();
+}
+
+QUrl Desktop::url(const QString &path) const
+{
+    return path.isEmpty() ? QUrl() : QUrl::fromLocalFile(path);
+}
+
+QString Desktop::fileName(const QString &path) const
+{
+    return QFileInfo(path).fileName();
+}
+
+QString Desktop::folder(const QString &path) const
+{
+    return QFileInfo(path).absolutePath();
+}
+
+bool Desktop::exists(const QString &path) const
+{
+    return QFileInfo::exists(path);
+}
+
+QString Desktop::size(qint64 bytes) const
+{
+    return QLocale().formattedDataSize(bytes);
+}
+
+bool Desktop::isWholePem(const QString &path) const
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    return file.readAll().trimmed().endsWith("-----") && file.size() > 0;
+}
+
+bool Desktop::hasContents(const QString &path) const
+{
+    return QFileInfo(path).size() > 0;
+}
+
+QString Desktop::whyNotWritten(const QString &folder) const
+{
+    const QFileInfo info(folder);
+    if (!info.isDir()) {
+        //% "The folder does not exist any more. Choose another one."
+        return qtTrId("trivex-app-write-no-folder");
+    }
+    if (!info.isWritable()) {
+        //% "You may not write to this folder. Choose another one."
+        return qtTrId("trivex-app-write-denied");
+    }
+    const QStorageInfo storage(folder);
+    if (storage.isValid() && storage.isReadOnly()) {
+        //% "This disk is write-protected. Choose another folder."
+        return qtTrId("trivex-app-write-read-only");
+    }
+    constexpr qint64 little = 64 * 1024;
+    if (storage.isValid() && storage.bytesAvailable() < little) {
+        //% "The disk is full. Free some space or choose another folder."
+        return qtTrId("trivex-app-write-full");
+    }
+    //% "The file could not be written whole. Choose another folder or check the disk."
+    return qtTrId("trivex-app-write-failed");
+}
+
+QString Desktop::whyNotRead(const QString &path) const
+{
+    const QFileInfo info(path);
+    if (!info.exists()) {
+        //% "The file is not there any more."
+        return qtTrId("trivex-app-read-missing");
+    }
+    if (info.isDir()) {
+        //% "This is a folder. Choose a file in it."
+        return qtTrId("trivex-app-read-folder");
+    }
+    if (!info.isReadable()) {
+        //% "You may not read this file. Ask its owner for access."
+        return qtTrId("trivex-app-read-denied");
+    }
+    if (info.size() == 0) {
+        //% "The file is empty."
+        return qtTrId("trivex-app-read-empty");
+    }
+    //% "The file could not be read."
+    return qtTrId("trivex-app-read-failed");
+}
+
+QString Desktop::marked(const QString &text, const QString &pattern, const QString &color) const
+{
+    if (pattern.isEmpty())
+        return text.toHtmlEscaped();
+    QString result;
+    int from = 0;
+    for (;;) {
+        const int at = text.indexOf(pattern, from, Qt::CaseInsensitive);
+        if (at < 0)
+            break;
+        result += text.mid(from, at - from).toHtmlEscaped() + QStringLiteral("<b><u><font color=\"")
+            + color + QStringLiteral("\">") + text.mid(at, pattern.size()).toHtmlEscaped()
+            + QStringLiteral("</font></u></b>");
+        from = at + pattern.size();
+    }
+    return result + text.mid(from).toHtmlEscaped();
+}
+
+} // namespace Trivex

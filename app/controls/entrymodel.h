@@ -1,0 +1,86 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDateTime>
+#include <QHash>
+#include <QIdentityProxyModel>
+#include <QTimer>
+#include <QVector>
+
+namespace Trivex {
+
+/// The rows of a key store model, or of a request list, with what a list shows beside them.
+///
+/// Stands between that model and the filter model, so that the search finds what the source has no
+/// role for: the digits of tax numbers, serial numbers, the name of the store. Reads the rows'
+/// objects only through their properties. What it read of a row is kept; it is read ahead in small
+/// portions while the event loop is idle, so that the first search of a long list does not stop
+/// the window.
+class EntryModel : public QIdentityProxyModel {
+    Q_OBJECT
+public:
+    enum Role {
+        NameRole = 257, ///< QString, as the source gives it; so are the next five
+        EntryRole = 258,
+        CertificateRole = 259,
+        IssuerRole = 260,
+        TypeRole = 261,
+        EntryIdRole = 262,
+        StoreIdRole = 358, ///< QString
+        StoreNameRole, ///< QString
+        ValidityRole, ///< int, a `Validity::State`
+        UntilRole, ///< QDateTime
+        InitialRole, ///< QString, for the avatar
+        HaystackRole, ///< QString, lower case: everything that the search looks through
+        HasKeyRole, ///< bool
+    };
+
+    explicit EntryModel(QObject *parent = nullptr);
+    ~EntryModel() override;
+
+    void setSourceModel(QAbstractItemModel *source) override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+    /// How many rows lie in each store; kept current, cheap to read.
+    int countInStore(const QString &storeId) const;
+    /// True for a store whose rows are of the system's own kind.
+    bool isSystemStore(const QString &storeId) const;
+
+    /// The row whose certificate is `certificate`, or -1.
+    Q_INVOKABLE int rowOfCertificate(QObject *certificate) const;
+
+Q_SIGNALS:
+    /// Some store's count changed; at most once per turn of the event loop.
+    void countsChanged();
+
+private:
+    struct Row {
+        bool read = false;
+        QString storeId;
+        QString storeName;
+        QString initial;
+        QString haystack;
+        QDateTime until;
+        QDateTime from;
+        bool hasKey = false;
+    };
+
+    const Row &row(int sourceRow) const;
+    void read(int sourceRow, Row &row) const;
+    void readAhead();
+    void insert(int first, int last);
+    void remove(int first, int last);
+    void reset();
+    void noteCounts(const Row &row, int delta) const;
+
+    mutable QVector<Row> m_rows;
+    mutable QHash<QString, int> m_counts;
+    mutable QHash<QString, bool> m_system;
+    int m_next = 0; ///< where reading ahead goes on
+    QTimer m_idle;
+    mutable QTimer m_announce;
+};
+
+} // namespace Trivex

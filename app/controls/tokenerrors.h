@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/adapter/tokens.h"
+
+#include <QDateTime>
+
+namespace Trivex {
+
+/// What went wrong, in words: a cause, a next step, and a report to copy. Listens to the tokens by
+/// itself; files and bundles report through `describe...`. A report holds no PIN, no key and no
+/// personal data: only names of calls, codes, the token's model and versions.
+class TokenErrors : public QObject {
+    Q_OBJECT
+    /// The last failure; empty texts when there was none.
+    Q_PROPERTY(int kind READ kind NOTIFY changed)
+    Q_PROPERTY(QString storeId READ storeId NOTIFY changed)
+    Q_PROPERTY(QString cause READ cause NOTIFY changed)
+    Q_PROPERTY(QString advice READ advice NOTIFY changed)
+    Q_PROPERTY(QString report READ report NOTIFY changed)
+public:
+    explicit TokenErrors(QObject *parent = nullptr);
+
+    int kind() const;
+    QString storeId() const;
+    QString cause() const;
+    QString advice() const;
+    QString report() const;
+
+    Q_INVOKABLE void clear();
+
+    static QString causeOf(const TokenError &error);
+    static QString adviceOf(const TokenError &error);
+    /// The PKCS#11 name of a return value, or its number.
+    static QString returnValueName(unsigned long value);
+
+Q_SIGNALS:
+    void changed();
+    /// A token operation failed. Not sent for one that its user left.
+    void failed();
+    /// An operation ended because its user left it.
+    void left();
+
+private:
+    void take(const Trivex::TokenError &error);
+
+    TokenMonitor m_monitor;
+    TokenError m_error;
+    QDateTime m_when;
+};
+
+} // namespace Trivex

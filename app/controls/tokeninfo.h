@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/adapter/tokens.h"
+
+namespace Trivex {
+
+/// What is known of one token, live, for the dialogs that work with it.
+class TokenInfo : public QObject {
+    Q_OBJECT
+    /// The id of the token's key store; empty shows an unknown token.
+    Q_PROPERTY(QString storeId READ storeId WRITE setStoreId NOTIFY storeIdChanged)
+    /// The other way to choose one: the name of its key store.
+    Q_PROPERTY(QString storeName READ storeName WRITE setStoreName NOTIFY storeNameChanged)
+    Q_PROPERTY(QString name READ name NOTIFY changed)
+    Q_PROPERTY(QString description READ description NOTIFY changed)
+    Q_PROPERTY(bool present READ present NOTIFY changed)
+    Q_PROPERTY(bool readOnly READ readOnly NOTIFY changed)
+    Q_PROPERTY(bool hasPinPad READ hasPinPad NOTIFY changed)
+    Q_PROPERTY(bool busy READ busy NOTIFY changed)
+    /// What the token is doing, as a sentence; empty when it is idle.
+    Q_PROPERTY(QString busyText READ busyText NOTIFY changed)
+    /// Tries left for the PIN, -1 where the token does not tell.
+    Q_PROPERTY(int triesLeft READ triesLeft NOTIFY changed)
+    Q_PROPERTY(bool lastTry READ lastTry NOTIFY changed)
+    Q_PROPERTY(bool locked READ locked NOTIFY changed)
+    /// What the token says of its PIN's tries, as a sentence; empty when all is well.
+    Q_PROPERTY(QString pinText READ pinText NOTIFY changed)
+public:
+    explicit TokenInfo(QObject *parent = nullptr);
+
+    QString storeId() const;
+    void setStoreId(const QString &storeId);
+    QString storeName() const;
+    void setStoreName(const QString &name);
+    QString name() const;
+    QString description() const;
+    bool present() const;
+    bool readOnly() const;
+    bool hasPinPad() const;
+    bool busy() const;
+    QString busyText() const;
+    int triesLeft() const;
+    bool lastTry() const;
+    bool locked() const;
+    QString pinText() const;
+
+    /// Asks the running operation to end; its outcome comes the usual way.
+    Q_INVOKABLE void cancel();
+
+    /// The sentence for a state of the PIN, shared with prompts.
+    static QString pinText(PinState state, int triesLeft);
+    static QString busyText(const TokenStatus &status);
+
+Q_SIGNALS:
+    void storeIdChanged();
+    void storeNameChanged();
+    void changed();
+
+private:
+    void refresh();
+
+    QString m_storeId;
+    QString m_storeName;
+    TokenStatus m_status;
+    TokenMonitor m_monitor;
+};
+
+} // namespace Trivex

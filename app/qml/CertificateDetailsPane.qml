@@ -1,0 +1,90 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto 1.0
+import Trivex.Crypto.Controls 1.0
+
+import Qt.labs.platform 1.1 as Platform
+
+/// The chosen certificate or request with what can be done with it. Empty when its row has gone.
+Item {
+    id: pane
+    property QtObject certificate
+    property string entryId
+    property string place
+    property int storeType: -1
+    property bool hasKey: false
+    readonly property bool isRequest: storeType === KeyStoreModel.Request
+    signal removeAsked()
+    signal signAsked()
+    signal editAsked()
+    signal exported(string path)
+    signal failed(string cause, string advice)
+
+    EmptyState {
+        anchors.fill: parent
+        visible: !pane.certificate
+        icon: "certificate"
+        title: qsTrId("trivex-app-details-none")
+        text: qsTrId("trivex-app-details-none-text")
+    }
+    // Made anew for each certificate: the info model announces no removal of its old rows.
+    Loader {
+        id: loader
+        anchors.fill: parent
+        active: pane.certificate !== null
+        sourceComponent: details
+    }
+    onCertificateChanged: {
+        loader.active = false
+        loader.active = Qt.binding(function() { return pane.certificate !== null })
+    }
+    Component {
+        id: details
+        DetailsView {
+            objectName: "detailsView"
+            groups: rows.groups
+            header.name: pane.certificate.commonName || pane.certificate.fileName
+            header.from: pane.certificate.notValidBefore
+            header.until: pane.certificate.notValidAfter
+            header.validity: pane.isRequest ? Validity.Unknown
+                : Validity.state(pane.certificate.notValidBefore, pane.certificate.notValidAfter)
+            header.place: pane.place
+            header.canRemove: pane.storeType !== KeyStoreModel.System
+            header.canSign: pane.hasKey
+            header.canEdit: pane.isRequest
+            header.onExportAsked: folderDialog.open()
+            header.onRemoveAsked: pane.removeAsked()
+            header.onSignAsked: pane.signAsked()
+            header.onEditAsked: pane.editAsked()
+            header.onCopyAsked: Desktop.copy(rows.text())
+            CertificateInfoModel {
+                id: info
+                certificate: pane.certificate
+            }
+            CertificateDetails {
+                id: rows
+                info: info
+                certificate: pane.certificate
+            }
+        }
+    }
+    Platform.FolderDialog {
+        id: folderDialog
+        title: qsTrId("trivex-app-export-title")
+        onAccepted: pane.exportTo(Desktop.path(folder))
+    }
+    function exportTo(folder) {
+        if (!certificate || !folder)
+            return
+        const name = certificate.fileName.replace(/[\/\u0000-\u001f\u007f]/g, "_").replace(/^\./, "_")
+        const path = folder + "/" + name
+        // A disk that fills up is seen only in what was written.
+        if (certificate.exportToFile(folder) && Desktop.isWholePem(path))
+            exported(path)
+        else
+            failed(qsTrId("trivex-app-export-failed"), Desktop.whyNotWritten(folder))
+    }
+}

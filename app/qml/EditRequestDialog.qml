@@ -1,0 +1,74 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto 1.0
+import Trivex.Crypto.Controls 1.0
+
+/// Changes the subject of a saved request and has it signed again by its key.
+BaseDialog {
+    id: dialog
+    property QtObject request
+    property bool done: false
+    signal aboutToSave(string fileName)
+    signal saved()
+    signal failed(string cause, string advice)
+
+    objectName: "editRequestDialog"
+    title: qsTrId("trivex-app-edit-request-title")
+    preferredWidth: Theme.fontSize * 44
+
+    function edit(request_) {
+        request = request_
+        form.load(request_)
+        open()
+    }
+    function save() {
+        done = false
+        missing = false
+        aboutToSave(request.fileName)
+        if (!form.apply(request)) {
+            close()
+            return
+        }
+        const edited = request
+        close()
+        edited.setEditMode(true)
+        if (missing)
+            failed(qsTrId("trivex-app-request-no-key"), qsTrId("trivex-app-request-no-key-advice"))
+        else if (done)
+            saved()
+        else
+            failed(qsTrId("trivex-app-request-not-saved"), Desktop.whyNotWritten(folder))
+    }
+    property bool missing: false
+    readonly property string folder: request ? request.requestPath() : ""
+    onRequestChanged: if (!request) close()
+
+    Connections {
+        target: dialog.request
+        function onRequestCreated() { dialog.done = true }
+        function onMissingPrivateKey() { dialog.missing = true }
+    }
+    SubjectForm {
+        id: form
+        identifiers: false
+        Layout.fillWidth: true
+    }
+    footer: DialogButtonBox {
+        Button {
+            text: qsTrId("trivex-app-cancel")
+            DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
+            onClicked: dialog.close()
+        }
+        Button {
+            objectName: "editRequestSave"
+            text: qsTrId("trivex-app-save")
+            highlighted: true
+            enabled: form.complete
+            DialogButtonBox.buttonRole: DialogButtonBox.ActionRole
+            onClicked: dialog.save()
+        }
+    }
+}

@@ -1,0 +1,112 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto 1.0
+import Trivex.Crypto.Controls 1.0
+
+/// The document to be signed or checked: dropped or chosen, with its name, type, size, digest and,
+/// for a picture, a preview.
+Card {
+    id: card
+    property LoaderFile loader
+    readonly property bool ready: loader.status === LoaderFile.Ready
+    property string tried
+    signal chooseAsked()
+
+    title: qsTrId("trivex-app-step-document")
+
+    Rectangle {
+        visible: !card.ready
+        Layout.fillWidth: true
+        implicitHeight: hint.implicitHeight + Theme.unit * 4
+        radius: Theme.radius
+        color: "transparent"
+        border.color: Theme.fieldBorder
+        ColumnLayout {
+            id: hint
+            anchors.centerIn: parent
+            width: parent.width - Theme.unit * 4
+            spacing: Theme.unit
+            Label {
+                text: qsTrId("trivex-app-drop-document")
+                horizontalAlignment: Text.AlignHCenter
+                wrapMode: Text.WordWrap
+                Layout.fillWidth: true
+            }
+            Button {
+                objectName: "chooseDocument"
+                text: qsTrId("trivex-app-choose-file")
+                icon.source: Theme.icon("file")
+                Layout.alignment: Qt.AlignHCenter
+                onClicked: card.chooseAsked()
+            }
+        }
+    }
+    Notice {
+        objectName: "documentProblem"
+        level: 3
+        text: card.loader.status !== LoaderFile.Error ? ""
+            : card.loader.error === LoaderFile.ErrorMimeType ? qsTrId("trivex-app-document-type")
+            : Desktop.whyNotRead(card.tried)
+        Layout.fillWidth: true
+    }
+    RowLayout {
+        visible: card.ready
+        spacing: Theme.unit * 2
+        Layout.fillWidth: true
+        Rectangle {
+            id: frame
+            readonly property bool picture: card.ready && card.loader.mimeType.indexOf("image/") === 0
+            visible: picture && card.width > Theme.fontSize * 26
+            width: Theme.fontSize * 9
+            height: width
+            radius: Theme.radius
+            color: Theme.neutralSoft
+            Layout.alignment: Qt.AlignTop
+            Image {
+                anchors.fill: parent
+                anchors.margins: 4
+                asynchronous: true
+                cache: false
+                fillMode: Image.PreserveAspectFit
+                sourceSize: Qt.size(width, height)
+                source: frame.picture ? Desktop.url(card.loader.filePath) : ""
+                Accessible.role: Accessible.Graphic
+                Accessible.name: qsTrId("trivex-app-preview")
+            }
+        }
+        ColumnLayout {
+            spacing: Theme.unit
+            Layout.fillWidth: true
+            DetailRow {
+                label: qsTrId("trivex-app-file-name")
+                value: card.loader.fileName
+                Layout.fillWidth: true
+            }
+            DetailRow {
+                label: qsTrId("trivex-app-file-type")
+                value: card.loader.mimeType
+                Layout.fillWidth: true
+            }
+            DetailRow {
+                label: qsTrId("trivex-app-file-size")
+                value: Desktop.size(card.loader.fileSize)
+                Layout.fillWidth: true
+            }
+            DetailRow {
+                objectName: "documentDigest"
+                label: qsTrId("trivex-app-file-digest")
+                value: card.loader.fileHash
+                fixedWidth: true
+                Layout.fillWidth: true
+            }
+            Button {
+                text: qsTrId("trivex-app-choose-other")
+                flat: true
+                onClicked: card.chooseAsked()
+            }
+        }
+    }
+}

@@ -1,0 +1,102 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto 1.0
+import Trivex.Crypto.Controls 1.0
+
+/// The models that the pages share: every row with its texts, a filter for each category, the
+/// tokens and the saved requests.
+Item {
+    id: library
+    property alias entries: entries
+    property alias tokens: tokens
+    property alias requests: requests
+    property alias requestEntries: requestEntries
+    property alias watcher: watcher
+    property alias errors: errors
+    readonly property var searchRoles: ["name", "issuer", "haystack"]
+    readonly property var categories: [
+        { key: "personal", icon: "person", title: qsTrId("trivex-app-category-personal"),
+          about: qsTrId("trivex-app-about-personal"), filter: personal },
+        { key: "users", icon: "users", title: qsTrId("trivex-app-category-users"),
+          about: qsTrId("trivex-app-about-users"), filter: users },
+        { key: "roots", icon: "shield", title: qsTrId("trivex-app-category-roots"),
+          about: qsTrId("trivex-app-about-roots"), filter: roots },
+        { key: "others", icon: "certificate", title: qsTrId("trivex-app-category-others"),
+          about: qsTrId("trivex-app-about-others"), filter: others },
+        { key: "system", icon: "lock", title: qsTrId("trivex-app-category-system"),
+          about: qsTrId("trivex-app-about-system"), filter: system }
+    ]
+
+    function category(key) {
+        for (const one of categories) {
+            if (one.key === key)
+                return one
+        }
+        return null
+    }
+
+    EntryModel {
+        id: entries
+        sourceModel: KeyStoreModel
+    }
+    TokenListModel {
+        id: tokens
+        entries: entries
+    }
+    CertificateModel {
+        id: personal
+        searchRoles: library.searchRoles
+        filterRole: KeyStoreModel.SmartCard
+        sourceModel: entries
+    }
+    CertificateModel {
+        id: users
+        searchRoles: library.searchRoles
+        filterRole: KeyStoreModel.User
+        sourceModel: entries
+    }
+    CertificateModel {
+        id: roots
+        searchRoles: library.searchRoles
+        filterRole: KeyStoreModel.RootImported
+        sourceModel: entries
+    }
+    CertificateModel {
+        id: others
+        searchRoles: library.searchRoles
+        filterRole: KeyStoreModel.Imported
+        sourceModel: entries
+    }
+    CertificateModel {
+        id: system
+        searchRoles: library.searchRoles
+        filterRole: KeyStoreModel.System
+        sourceModel: entries
+    }
+
+    CertificateRequestModel {
+        id: requests
+        keyStoreModel: KeyStoreModel
+        Component.onCompleted: init()
+    }
+    EntryModel {
+        id: requestEntries
+        sourceModel: requests
+    }
+    RequestWatcher {
+        id: watcher
+        requests: requests
+    }
+    Connections {
+        target: KeyStoreModel
+        function onKeyBundleWritten() {
+            watcher.noteKeyBundle()
+        }
+    }
+    TokenErrors {
+        id: errors
+    }
+}

@@ -1,0 +1,207 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto 1.0
+import Trivex.Crypto.Controls 1.0
+
+/// One category, one token or the requests: a search box over a list, details beside it or, in a
+/// narrow window, instead of it.
+Item {
+    id: page
+    property Library library
+    property string key
+    property int columns: 3
+    readonly property var category: library.category(key)
+    readonly property bool isRequests: key === "requests"
+    readonly property string storeId: key.indexOf("token:") === 0 ? key.slice(6) : ""
+    readonly property string title: category ? category.title
+        : isRequests ? qsTrId("trivex-app-category-requests") : tokenInfo.name
+    readonly property bool showsDetails: columns > 1 || pane.certificate !== null
+    readonly property bool canGoBack: columns === 1 && pane.certificate !== null
+    property alias pane: pane
+    property alias list: list
+    property alias search: search
+    property alias rows: rows
+    signal menuAsked()
+    signal importAsked()
+    signal newRequestAsked()
+    signal removeAsked(var what)
+    signal signAsked(string entryId)
+    signal editAsked(var request)
+    signal exported(string path)
+    signal failed(string cause, string advice)
+
+    function goBack() {
+        pane.certificate = null
+        list.forceActiveFocus(Qt.OtherFocusReason)
+    }
+    function focusSearch() {
+        if (columns === 1)
+            pane.certificate = null
+        search.forceActiveFocus(Qt.ShortcutFocusReason)
+        search.selectAll()
+    }
+    function select(index) {
+        pane.certificate = null
+        const type = rows.value(index, "type")
+        pane.storeType = type === undefined ? -1 : type
+        pane.entryId = rows.value(index, "entryId") || ""
+        pane.place = rows.value(index, "storeName") || ""
+        pane.hasKey = rows.value(index, "hasKey") === true
+        pane.certificate = rows.value(index, "certificate") || null
+    }
+    function reset() {
+        search.text = ""
+        pane.certificate = null
+        list.currentIndex = -1
+    }
+    property CertificateModel lastFilter
+    onKeyChanged: reset()
+
+    CertificateModel {
+        id: requestFilter
+        searchRoles: page.library.searchRoles
+        filterRole: KeyStoreModel.Request
+        sourceModel: page.library.requestEntries
+    }
+    SectionedModel {
+        id: rows
+        readonly property CertificateModel chosen: page.category ? page.category.filter
+            : page.isRequests ? requestFilter : null
+        entries: page.isRequests ? page.library.requestEntries : page.library.entries
+        filter: chosen
+        storeId: page.storeId
+        pattern: page.storeId ? search.text : ""
+        onChosenChanged: {
+            if (page.lastFilter)
+                page.lastFilter.pattern = ""
+            page.lastFilter = chosen
+        }
+        onModelReset: list.currentIndex = pane.certificate ? rowOf(pane.certificate) : -1
+        onCountChanged: page.updateNotice()
+    }
+    TokenInfo {
+        id: tokenInfo
+        storeId: page.storeId
+    }
+    function updateNotice() {
+        notice.expiring = key === "personal" && !search.text
+            ? rows.countWithValidity(Validity.Expiring) : 0
+    }
+
+    RowLayout {
+        anchors.fill: parent
+        spacing: Theme.unit * 1.75
+        ColumnLayout {
+            visible: !page.canGoBack
+            spacing: Theme.unit * 1.25
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            Layout.preferredWidth: 1100
+            PageHeader {
+                title: page.title
+                menuVisible: page.columns < 3
+                onMenuAsked: page.menuAsked()
+                Layout.fillWidth: true
+                Button {
+                    objectName: "importButton"
+                    text: qsTrId("trivex-app-import")
+                    icon.source: Theme.icon("import")
+                    highlighted: true
+                    visible: !page.isRequests
+                    onClicked: page.importAsked()
+                }
+                Button {
+                    objectName: "newRequestButton"
+                    text: qsTrId("trivex-app-new-request")
+                    icon.source: Theme.icon("plus")
+                    highlighted: true
+                    visible: page.isRequests
+                    onClicked: page.newRequestAsked()
+                }
+            }
+            SearchField {
+                id: search
+                objectName: "searchField"
+                Layout.fillWidth: true
+                onTextChanged: {
+                    if (rows.chosen)
+                        rows.chosen.pattern = text
+                    page.updateNotice()
+                }
+                Keys.onDownPressed: list.forceActiveFocus(Qt.TabFocusReason)
+                onAccepted: list.forceActiveFocus(Qt.TabFocusReason)
+            }
+            Notice {
+                id: notice
+                property int expiring: 0
+                level: 2
+                text: expiring > 0 ? qsTrId("trivex-app-expiring", expiring) : ""
+                Layout.fillWidth: true
+            }
+            Notice {
+                text: page.storeId && !tokenInfo.present
+                    ? qsTrId("trivex-app-token-removed-text") : tokenInfo.pinText
+                level: tokenInfo.locked || tokenInfo.lastTry ? 3 : 2
+                Layout.fillWidth: true
+            }
+            Item {
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                CertificateList {
+                    id: list
+                    anchors.fill: parent
+                    focus: true
+                    model: rows
+                    sections: !page.storeId && !page.isRequests
+                    pattern: search.text
+                    onActivated: page.select(index)
+                    onCurrentIndexChanged: {
+                        if (page.columns > 1 && listView.activeFocus && currentIndex >= 0)
+                            page.select(currentIndex)
+                    }
+                }
+                EmptyState {
+                    anchors.fill: parent
+                    visible: list.count === 0
+                    icon: search.text ? "search" : page.category ? page.category.icon : "request"
+                    title: search.text ? qsTrId("trivex-app-not-found")
+                        : KeyStoreModel.isBusy ? qsTrId("trivex-app-loading")
+                        : qsTrId("trivex-app-empty")
+                    text: search.text ? qsTrId("trivex-app-not-found-text")
+                        : page.category ? page.category.about
+                        : page.isRequests ? qsTrId("trivex-app-about-requests")
+                        : qsTrId("trivex-app-about-token")
+                }
+            }
+        }
+        ColumnLayout {
+            visible: page.showsDetails
+            spacing: Theme.unit * 1.25
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            Layout.preferredWidth: 1000
+            PageHeader {
+                visible: page.canGoBack
+                backVisible: true
+                title: page.title
+                onBackAsked: page.goBack()
+                Layout.fillWidth: true
+            }
+            CertificateDetailsPane {
+                id: pane
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                onRemoveAsked: page.removeAsked({ certificate: certificate, entryId: entryId,
+                    name: certificate.commonName || certificate.fileName, place: place,
+                    hasKey: hasKey, isRequest: isRequest })
+                onSignAsked: page.signAsked(entryId)
+                onEditAsked: page.editAsked(certificate)
+                onExported: page.exported(path)
+                onFailed: page.failed(cause, advice)
+            }
+        }
+    }
+}

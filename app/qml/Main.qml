@@ -1,0 +1,274 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto 1.0
+import Trivex.Crypto.Controls 1.0
+
+import Qt.labs.settings 1.0
+
+ApplicationWindow {
+    id: window
+    objectName: "mainWindow"
+    width: 1180
+    height: 760
+    minimumWidth: 360
+    minimumHeight: 420
+    visible: true
+    title: Qt.application.displayName
+
+    /// The chosen category, "token:<store>", "requests", "newRequest" or "sign".
+    property string current: "personal"
+    readonly property int columns: width >= 900 ? 3 : width >= 640 ? 2 : 1
+    property alias library: library
+    property alias listPage: listPage
+    property var queue: []
+
+    /// Opens files from the command line, a second start or a drop. What each is, its content says.
+    function openFiles(files) {
+        queue = queue.concat(files)
+        openNext()
+    }
+    function openNext() {
+        if (!queue.length || importDialog.opened)
+            return
+        const path = queue[0]
+        queue = queue.slice(1)
+        probe.path = ""
+        probe.path = path
+        if (probe.kind === CertificateFile.OtherKind) {
+            show("sign")
+            pages.item.open(path)
+        } else if (current !== "sign" || probe.kind !== CertificateFile.Unreadable) {
+            importDialog.start(path)
+        }
+        probe.path = ""
+    }
+    function show(key) {
+        drawer.close()
+        current = key
+    }
+
+    Settings {
+        property alias mode: themeMirror.mode
+        property alias textScale: themeMirror.textScale
+        property alias width: window.width
+        property alias height: window.height
+    }
+    QtObject {
+        id: themeMirror
+        property int mode: 0
+        property real textScale: 1
+        onModeChanged: Theme.mode = mode
+        onTextScaleChanged: Theme.textScale = textScale
+    }
+    Connections {
+        target: Theme
+        function onModeChanged() { themeMirror.mode = Theme.mode }
+        function onTextScaleChanged() { themeMirror.textScale = Theme.textScale }
+    }
+    Library {
+        id: library
+    }
+    Connections {
+        target: library.errors
+        function onFailed() {
+            if (pages.item && pages.item.generationEnded)
+                pages.item.generationEnded()
+            errorDialog.show(library.errors.cause, library.errors.advice, library.errors.report)
+        }
+        function onLeft() {
+            if (pages.item && pages.item.generationEnded)
+                pages.item.generationEnded()
+        }
+    }
+    Connections {
+        target: library.watcher
+        function onArrived(name) {
+            toast.show(qsTrId("trivex-app-arrived").arg(name))
+        }
+    }
+    Connections {
+        target: KeyStoreModel
+        function onEntryRemovedChanged(success) {
+            if (success)
+                toast.show(qsTrId("trivex-app-removed"))
+        }
+    }
+    CertificateFile {
+        id: probe
+    }
+
+    Shortcut {
+        sequence: StandardKey.Find
+        onActivated: listPage.visible && listPage.focusSearch()
+    }
+    Shortcut {
+        sequence: StandardKey.Open
+        onActivated: importDialog.choose()
+    }
+    Shortcut {
+        sequence: StandardKey.New
+        onActivated: window.show("newRequest")
+    }
+    Shortcut {
+        sequence: StandardKey.Quit
+        onActivated: window.close()
+    }
+    Shortcut {
+        sequences: [StandardKey.Back, "Escape"]
+        enabled: listPage.visible && listPage.canGoBack
+        onActivated: listPage.goBack()
+    }
+
+    RowLayout {
+        anchors.fill: parent
+        spacing: 0
+        Sidebar {
+            objectName: "sidebar"
+            visible: window.columns === 3
+            library: library
+            current: window.current
+            onChosen: window.show(key)
+            onSettingsAsked: settingsDialog.open()
+            Layout.fillHeight: true
+        }
+        Item {
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            Layout.margins: Theme.unit * 1.75
+            ListPage {
+                id: listPage
+                objectName: "listPage"
+                anchors.fill: parent
+                focus: true
+                visible: !pages.active
+                library: library
+                columns: window.columns
+                key: visible ? window.current : key
+                onMenuAsked: drawer.open()
+                onImportAsked: importDialog.choose()
+                onNewRequestAsked: window.show("newRequest")
+                onRemoveAsked: {
+                    removeDialog.what = what
+                    removeDialog.open()
+                }
+                onSignAsked: {
+                    window.show("sign")
+                    pages.item.selectEntry(entryId)
+                }
+                onEditAsked: editDialog.edit(request)
+                onExported: toast.show(qsTrId("trivex-app-exported").arg(path))
+                onFailed: errorDialog.show(cause, advice)
+            }
+            Loader {
+                id: pages
+                anchors.fill: parent
+                active: window.current === "newRequest" || window.current === "sign"
+                sourceComponent: window.current === "sign" ? signPage : newRequestPage
+                focus: active
+            }
+        }
+    }
+    Component {
+        id: newRequestPage
+        NewRequestPage {
+            objectName: "newRequestPage"
+            columns: window.columns
+            onMenuAsked: drawer.open()
+            onFailed: errorDialog.show(cause, advice)
+            onStartOverAsked: {
+                pages.active = false
+                pages.active = Qt.binding(function() {
+                    return window.current === "newRequest" || window.current === "sign"
+                })
+            }
+        }
+    }
+    Component {
+        id: signPage
+        SignPage {
+            objectName: "signPage"
+            columns: window.columns
+            library: library
+            onMenuAsked: drawer.open()
+        }
+    }
+
+    Drawer {
+        id: drawer
+        objectName: "drawer"
+        width: Math.min(drawerBar.implicitWidth, window.width - 48)
+        height: window.height
+        interactive: window.columns < 3
+        Sidebar {
+            id: drawerBar
+            anchors.fill: parent
+            library: library
+            current: window.current
+            onChosen: window.show(key)
+            onSettingsAsked: {
+                drawer.close()
+                settingsDialog.open()
+            }
+        }
+    }
+    DropArea {
+        anchors.fill: parent
+        keys: ["text/uri-list"]
+        onDropped: {
+            const files = []
+            for (const url of drop.urls)
+                files.push(Desktop.path(url))
+            drop.accept(Qt.CopyAction)
+            window.openFiles(files.filter(function(path) { return path }))
+        }
+    }
+
+    PinPromptDialog {}
+    ImportDialog {
+        id: importDialog
+        onImported: toast.show(qsTrId("trivex-app-imported").arg(name))
+        onClosed: window.openNext()
+    }
+    RemoveDialog {
+        id: removeDialog
+        property var what: ({})
+        name: what.name || ""
+        place: what.place || ""
+        hasKey: what.hasKey === true
+        isRequest: what.isRequest === true
+        onConfirmed: {
+            if (isRequest)
+                window.removeRequest(what.certificate)
+            else
+                KeyStoreModel.removeCertificate(what.entryId)
+        }
+    }
+    function removeRequest(request) {
+        for (let i = 0; i < library.requests.rowCount(); ++i) {
+            const index = library.requests.index(i, 0)
+            if (library.requests.data(index, 259) === request) {
+                library.watcher.noteDeleted(request.fileName)
+                library.requests.remove(i)
+                return
+            }
+        }
+    }
+    EditRequestDialog {
+        id: editDialog
+        onAboutToSave: library.watcher.noteDeleted(fileName)
+        onSaved: toast.show(qsTrId("trivex-app-saved"))
+        onFailed: errorDialog.show(cause, advice)
+    }
+    SettingsDialog {
+        id: settingsDialog
+    }
+    ErrorDialog {
+        id: errorDialog
+    }
+    Toast {
+        id: toast
+    }
+}

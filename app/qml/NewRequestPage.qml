@@ -1,0 +1,247 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto 1.0
+import Trivex.Crypto.Controls 1.0
+
+/// A key on a token and a request for it, in three steps on one page.
+Flickable {
+    id: page
+    property int columns: 3
+    property bool generating: false
+    property bool haveKey: false
+    property string savedPath
+    readonly property bool startable: !generating && chooser.usable && !chooser.info.locked
+        && keyName.text.trim().length > 0 && pin.text.length > 0 && algorithm.currentIndex >= 0
+        && (!chooser.info.lastTry || consent.checked)
+    signal menuAsked()
+    signal failed(string cause, string advice)
+    signal startOverAsked()
+
+    contentWidth: width
+    contentHeight: column.implicitHeight + Theme.unit * 4
+    clip: true
+    boundsBehavior: Flickable.StopAtBounds
+    ScrollBar.vertical: ScrollBar {}
+    Accessible.role: Accessible.Pane
+    Accessible.name: qsTrId("trivex-app-new-request")
+
+    function generate() {
+        if (!startable)
+            return
+        request.prKeyLocationIndex = chooser.currentIndex
+        request.prKeyAlgorithmId = algorithm.currentValue
+        request.keyIdentifier = keyName.text.trim()
+        request.keyMarker = keyName.text.trim()
+        request.prKeyPin = pin.text
+        pin.clear()
+        consent.checked = false
+        generating = true
+        request.createKeyPair()
+    }
+    /// The token's operation ended without a key; why, the window says.
+    function generationEnded() {
+        generating = false
+    }
+
+    CertificateRequest {
+        id: request
+        keyStoreModel: KeyStoreModel
+        Component.onCompleted: init()
+        onCreateKeyPairDone: {
+            page.generating = false
+            page.haveKey = true
+            form.forceActiveFocus(Qt.TabFocusReason)
+        }
+        onRequestCreated: page.savedPath = requestPath() + fileName
+        onMissingPrivateKey: page.failed(qsTrId("trivex-app-request-no-key"),
+                                         qsTrId("trivex-app-request-no-key-advice"))
+    }
+    // A token that goes back to rest without a word has failed all the same.
+    Timer {
+        interval: 4000
+        running: page.generating && !chooser.info.busy
+        onTriggered: {
+            page.generating = false
+            page.failed(qsTrId("trivex-app-generate-failed"), qsTrId("trivex-app-advice-pin"))
+        }
+    }
+
+    FillColumn {
+        id: column
+        width: Math.min(page.width - Theme.unit, Theme.fontSize * 52)
+        spacing: Theme.unit * 1.5
+        PageHeader {
+            title: qsTrId("trivex-app-new-request")
+            menuVisible: page.columns < 3
+            onMenuAsked: page.menuAsked()
+            Layout.fillWidth: true
+        }
+        Card {
+            title: qsTrId("trivex-app-step-key")
+            enabled: !page.haveKey
+            Layout.fillWidth: true
+            GridLayout {
+                columns: page.width < Theme.fontSize * 36 ? 1 : 2
+                columnSpacing: Theme.unit * 1.5
+                rowSpacing: Theme.unit * 1.25
+                enabled: !page.generating
+                Layout.fillWidth: true
+                TokenChooser {
+                    id: chooser
+                    model: KeyStoreModel.certLocation
+                    Layout.fillWidth: true
+                    Layout.alignment: Qt.AlignTop
+                }
+                ColumnLayout {
+                    spacing: 3
+                    Layout.fillWidth: true
+                    Layout.alignment: Qt.AlignTop
+                    Label {
+                        text: qsTrId("trivex-app-algorithm")
+                        color: Theme.textDim
+                        font.pixelSize: Theme.smallSize
+                    }
+                    ComboBox {
+                        id: algorithm
+                        objectName: "algorithmChooser"
+                        model: request.prKeyAlgorithm
+                        textRole: "name"
+                        valueRole: "id"
+                        Accessible.name: qsTrId("trivex-app-algorithm") + ": " + currentText
+                        Layout.fillWidth: true
+                    }
+                }
+                LabeledField {
+                    id: keyName
+                    objectName: "keyNameField"
+                    label: qsTrId("trivex-app-key-name")
+                    hint: qsTrId("trivex-app-key-name-hint")
+                    field.objectName: "keyNameInput"
+                    Layout.fillWidth: true
+                    Layout.alignment: Qt.AlignTop
+                }
+                ColumnLayout {
+                    spacing: 3
+                    Layout.fillWidth: true
+                    Layout.alignment: Qt.AlignTop
+                    Label {
+                        text: qsTrId("trivex-app-pin-of").arg(chooser.tokenName)
+                        color: Theme.textDim
+                        font.pixelSize: Theme.smallSize
+                        elide: Text.ElideRight
+                        Layout.fillWidth: true
+                    }
+                    PasswordField {
+                        id: pin
+                        objectName: "generatePin"
+                        Accessible.name: qsTrId("trivex-app-pin-of").arg(chooser.tokenName)
+                        Layout.fillWidth: true
+                        onAccepted: page.generate()
+                    }
+                    CheckBox {
+                        id: consent
+                        text: qsTrId("trivex-app-pin-consent")
+                        visible: chooser.info.lastTry
+                        Layout.fillWidth: true
+                    }
+                }
+            }
+            RowLayout {
+                visible: !page.haveKey
+                spacing: Theme.unit
+                Layout.fillWidth: true
+                Layout.topMargin: Theme.unit
+                Button {
+                    objectName: "generateButton"
+                    text: qsTrId("trivex-app-generate")
+                    icon.source: Theme.icon("key")
+                    highlighted: true
+                    enabled: page.startable
+                    visible: !page.generating
+                    onClicked: page.generate()
+                }
+                ColumnLayout {
+                    visible: page.generating
+                    Layout.fillWidth: true
+                    Label {
+                        text: qsTrId("trivex-app-generating")
+                        Layout.fillWidth: true
+                        wrapMode: Text.WordWrap
+                        Accessible.role: Accessible.AlertMessage
+                    }
+                    ProgressBar {
+                        indeterminate: true
+                        Layout.fillWidth: true
+                        Accessible.name: qsTrId("trivex-app-generating")
+                    }
+                }
+                Button {
+                    objectName: "generateCancel"
+                    text: qsTrId("trivex-app-stop")
+                    visible: page.generating
+                    onClicked: chooser.info.cancel()
+                }
+            }
+            Notice {
+                level: 1
+                text: page.haveKey ? qsTrId("trivex-app-generated").arg(chooser.tokenName) : ""
+                Layout.fillWidth: true
+            }
+        }
+        Card {
+            title: qsTrId("trivex-app-step-subject")
+            opacity: page.haveKey ? 1 : 0.6
+            Layout.fillWidth: true
+            SubjectForm {
+                id: form
+                enabled: page.haveKey && !page.savedPath
+                Layout.fillWidth: true
+            }
+            Button {
+                objectName: "createRequest"
+                text: qsTrId("trivex-app-create-request")
+                icon.source: Theme.icon("request")
+                highlighted: true
+                enabled: page.haveKey && form.complete && !page.savedPath
+                Layout.topMargin: Theme.unit
+                onClicked: {
+                    form.apply(request)
+                    request.createRequest()
+                }
+            }
+        }
+        Card {
+            objectName: "savedCard"
+            title: qsTrId("trivex-app-step-done")
+            visible: page.savedPath.length > 0
+            Layout.fillWidth: true
+            DetailRow {
+                label: qsTrId("trivex-app-file")
+                value: page.savedPath
+                Layout.fillWidth: true
+            }
+            Label {
+                text: qsTrId("trivex-app-request-next")
+                wrapMode: Text.WordWrap
+                Layout.fillWidth: true
+            }
+            Flow {
+                spacing: Theme.unit
+                Layout.fillWidth: true
+                Button {
+                    text: qsTrId("trivex-app-open-folder")
+                    icon.source: Theme.icon("folder")
+                    onClicked: Desktop.openFolder(page.savedPath)
+                }
+                Button {
+                    objectName: "startOver"
+                    text: qsTrId("trivex-app-another-request")
+                    onClicked: page.startOverAsked()
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto 1.0
+import Trivex.Crypto.Controls 1.0
+
+/// Colours and text size; both follow the system until chosen here.
+BaseDialog {
+    id: dialog
+    objectName: "settingsDialog"
+    title: qsTrId("trivex-app-settings")
+    preferredWidth: Theme.fontSize * 26
+
+    Label {
+        text: qsTrId("trivex-app-colours")
+        color: Theme.textDim
+        font.pixelSize: Theme.smallSize
+    }
+    Repeater {
+        model: [qsTrId("trivex-app-colours-system"), qsTrId("trivex-app-colours-light"),
+                qsTrId("trivex-app-colours-dark")]
+        RadioButton {
+            objectName: "colours-" + index
+            text: modelData
+            checked: Theme.mode === index
+            onClicked: Theme.mode = index
+        }
+    }
+    Label {
+        text: qsTrId("trivex-app-text-size")
+        color: Theme.textDim
+        font.pixelSize: Theme.smallSize
+    }
+    ComboBox {
+        textRole: "text"
+        model: [1, 1.15, 1.3, 1.6, 2].map(function(scale) {
+            return { text: Math.round(scale * 100) + " %", scale: scale }
+        })
+        currentIndex: Math.max(0, model.findIndex(function(one) {
+            return Math.abs(one.scale - Theme.textScale) < 0.01
+        }))
+        onActivated: Theme.textScale = model[index].scale
+        Accessible.name: qsTrId("trivex-app-text-size") + ": " + currentText
+        Layout.fillWidth: true
+    }
+    footer: DialogButtonBox {
+        Button {
+            text: qsTrId("trivex-app-close")
+            highlighted: true
+            DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole
+            onClicked: dialog.close()
+        }
+    }
+}

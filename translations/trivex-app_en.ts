@@ -1,0 +1,846 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<!-- SPDX-FileCopyrightText: 2026 The Trivex developers -->
+<!-- SPDX-License-Identifier: MIT -->
+<TS version="2.1" language="en_US">
+<context>
+    <name></name>
+    <message id="trivex-app-about-others">
+        <source>Certificates of other people and services, and of issuers in between, on tokens and in your files.</source>
+        <translation>Certificates of other people and services, and of issuers in between, on tokens and in your files.</translation>
+    </message>
+    <message id="trivex-app-about-personal">
+        <source>Certificates whose key is on one of your tokens. Insert a token, import a bundle or make a request.</source>
+        <translation>Certificates whose key is on one of your tokens. Insert a token, import a bundle or make a request.</translation>
+    </message>
+    <message id="trivex-app-about-requests">
+        <source>Requests that wait for their certificate. Make one, send it to a certification authority and import what comes back.</source>
+        <translation>Requests that wait for their certificate. Make one, send it to a certification authority and import what comes back.</translation>
+    </message>
+    <message id="trivex-app-about-roots">
+        <source>Root certificates that you added yourself.</source>
+        <translation>Root certificates that you added yourself.</translation>
+    </message>
+    <message id="trivex-app-about-system">
+        <source>Root certificates that this system trusts. They are managed by the system.</source>
+        <translation>Root certificates that this system trusts. They are managed by the system.</translation>
+    </message>
+    <message id="trivex-app-about-token">
+        <source>There is nothing on this token yet. Import a certificate or make a request.</source>
+        <translation>There is nothing on this token yet. Import a certificate or make a request.</translation>
+    </message>
+    <message id="trivex-app-about-users">
+        <source>Certificates from the files in your own certificate folder.</source>
+        <translation>Certificates from the files in your own certificate folder.</translation>
+    </message>
+    <message id="trivex-app-advice-cancelled">
+        <source>Nothing was changed.</source>
+        <translation>Nothing was changed.</translation>
+    </message>
+    <message id="trivex-app-advice-device">
+        <source>Take the token out, insert it again and retry. If it stays so, copy the report.</source>
+        <translation>Take the token out, insert it again and retry. If it stays so, copy the report.</translation>
+    </message>
+    <message id="trivex-app-advice-full">
+        <source>Remove certificates that are no longer needed, or use another token.</source>
+        <translation>Remove certificates that are no longer needed, or use another token.</translation>
+    </message>
+    <message id="trivex-app-advice-locked">
+        <source>Have the PIN unlocked by whoever gave out the token, with its administrator PIN.</source>
+        <translation>Have the PIN unlocked by whoever gave out the token, with its administrator PIN.</translation>
+    </message>
+    <message id="trivex-app-advice-not-found">
+        <source>Check that the right token is inserted.</source>
+        <translation>Check that the right token is inserted.</translation>
+    </message>
+    <message id="trivex-app-advice-pin">
+        <source>Start again and type the PIN of this token. Nothing is tried again by itself.</source>
+        <translation>Start again and type the PIN of this token. Nothing is tried again by itself.</translation>
+    </message>
+    <message id="trivex-app-advice-read-only">
+        <source>Choose another token, or have the protection removed.</source>
+        <translation>Choose another token, or have the protection removed.</translation>
+    </message>
+    <message id="trivex-app-advice-removed">
+        <source>Insert the token and start again. Nothing half-done was left on it.</source>
+        <translation>Insert the token and start again. Nothing half-done was left on it.</translation>
+    </message>
+    <message id="trivex-app-advice-unsupported">
+        <source>Choose another algorithm or another token.</source>
+        <translation>Choose another algorithm or another token.</translation>
+    </message>
+    <message id="trivex-app-algorithm">
+        <source>Algorithm</source>
+        <translation>Algorithm</translation>
+    </message>
+    <message id="trivex-app-another-request">
+        <source>Another request</source>
+        <translation>Another request</translation>
+    </message>
+    <message id="trivex-app-arrived">
+        <source>The certificate for “%1” has arrived; its request is done.</source>
+        <translation>The certificate for “%1” has arrived; its request is done.</translation>
+    </message>
+    <message id="trivex-app-back">
+        <source>Back</source>
+        <translation>Back</translation>
+    </message>
+    <message id="trivex-app-bundle-ask">
+        <source>This bundle is protected by a password.</source>
+        <translation>This bundle is protected by a password.</translation>
+    </message>
+    <message id="trivex-app-bundle-decode">
+        <source>This bundle can't be read: it is damaged or uses an encryption that this computer does not know. A wrong password is not the reason. Ask for it to be exported again.</source>
+        <translation>This bundle can't be read: it is damaged or uses an encryption that this computer does not know. A wrong password is not the reason. Ask for it to be exported again.</translation>
+    </message>
+    <message id="trivex-app-bundle-open">
+        <source>Open</source>
+        <translation>Open</translation>
+    </message>
+    <message id="trivex-app-bundle-opening">
+        <source>Opening the bundle…</source>
+        <translation>Opening the bundle…</translation>
+    </message>
+    <message id="trivex-app-bundle-password">
+        <source>The password is not right.</source>
+        <translation>The password is not right.</translation>
+    </message>
+    <message id="trivex-app-bundle-password-field">
+        <source>Password of the bundle</source>
+        <translation>Password of the bundle</translation>
+    </message>
+    <message id="trivex-app-busy-decrypt">
+        <source>Decrypting…</source>
+        <translation>Decrypting…</translation>
+    </message>
+    <message id="trivex-app-busy-generate">
+        <source>Making a key…</source>
+        <translation>Making a key…</translation>
+    </message>
+    <message id="trivex-app-busy-loading">
+        <source>Reading the token…</source>
+        <translation>Reading the token…</translation>
+    </message>
+    <message id="trivex-app-busy-remove">
+        <source>Removing…</source>
+        <translation>Removing…</translation>
+    </message>
+    <message id="trivex-app-busy-sign">
+        <source>Signing…</source>
+        <translation>Signing…</translation>
+    </message>
+    <message id="trivex-app-busy-verify">
+        <source>Checking…</source>
+        <translation>Checking…</translation>
+    </message>
+    <message id="trivex-app-busy-write">
+        <source>Writing…</source>
+        <translation>Writing…</translation>
+    </message>
+    <message id="trivex-app-cancel">
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message id="trivex-app-categories">
+        <source>Categories</source>
+        <translation>Categories</translation>
+    </message>
+    <message id="trivex-app-category-others">
+        <source>Others</source>
+        <translation>Others</translation>
+    </message>
+    <message id="trivex-app-category-personal">
+        <source>Personal</source>
+        <translation>Personal</translation>
+    </message>
+    <message id="trivex-app-category-requests">
+        <source>Requests</source>
+        <translation>Requests</translation>
+    </message>
+    <message id="trivex-app-category-roots">
+        <source>Roots</source>
+        <translation>Roots</translation>
+    </message>
+    <message id="trivex-app-category-system">
+        <source>System</source>
+        <translation>System</translation>
+    </message>
+    <message id="trivex-app-category-users">
+        <source>My files</source>
+        <translation>My files</translation>
+    </message>
+    <message id="trivex-app-cause-cancelled">
+        <source>The operation was stopped.</source>
+        <translation>The operation was stopped.</translation>
+    </message>
+    <message id="trivex-app-cause-data">
+        <source>The token did not accept the data.</source>
+        <translation>The token did not accept the data.</translation>
+    </message>
+    <message id="trivex-app-cause-device">
+        <source>The token or its reader reported a fault.</source>
+        <translation>The token or its reader reported a fault.</translation>
+    </message>
+    <message id="trivex-app-cause-full">
+        <source>There is no room left on the token.</source>
+        <translation>There is no room left on the token.</translation>
+    </message>
+    <message id="trivex-app-cause-locked">
+        <source>The token has locked its PIN after too many wrong tries.</source>
+        <translation>The token has locked its PIN after too many wrong tries.</translation>
+    </message>
+    <message id="trivex-app-cause-no-pin">
+        <source>No PIN was given.</source>
+        <translation>No PIN was given.</translation>
+    </message>
+    <message id="trivex-app-cause-not-found">
+        <source>The key or certificate is no longer on the token.</source>
+        <translation>The key or certificate is no longer on the token.</translation>
+    </message>
+    <message id="trivex-app-cause-read-only">
+        <source>The token is write-protected.</source>
+        <translation>The token is write-protected.</translation>
+    </message>
+    <message id="trivex-app-cause-removed">
+        <source>The token was removed.</source>
+        <translation>The token was removed.</translation>
+    </message>
+    <message id="trivex-app-cause-unsupported">
+        <source>The token does not know this kind or size of key.</source>
+        <translation>The token does not know this kind or size of key.</translation>
+    </message>
+    <message id="trivex-app-cause-wrong-pin">
+        <source>The PIN is not right.</source>
+        <translation>The PIN is not right.</translation>
+    </message>
+    <message id="trivex-app-certificates">
+        <source>Certificates</source>
+        <translation>Certificates</translation>
+    </message>
+    <message id="trivex-app-choose-file">
+        <source>Choose a file…</source>
+        <translation>Choose a file…</translation>
+    </message>
+    <message id="trivex-app-choose-other">
+        <source>Choose another file…</source>
+        <translation>Choose another file…</translation>
+    </message>
+    <message id="trivex-app-close">
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message id="trivex-app-colours">
+        <source>Colours</source>
+        <translation>Colours</translation>
+    </message>
+    <message id="trivex-app-colours-dark">
+        <source>Dark</source>
+        <translation>Dark</translation>
+    </message>
+    <message id="trivex-app-colours-light">
+        <source>Light</source>
+        <translation>Light</translation>
+    </message>
+    <message id="trivex-app-colours-system">
+        <source>As the system</source>
+        <translation>As the system</translation>
+    </message>
+    <message id="trivex-app-copy-all">
+        <source>Copy</source>
+        <translation>Copy</translation>
+    </message>
+    <message id="trivex-app-copy-report">
+        <source>Copy report</source>
+        <translation>Copy report</translation>
+    </message>
+    <message id="trivex-app-create-request">
+        <source>Create the request</source>
+        <translation>Create the request</translation>
+    </message>
+    <message id="trivex-app-details">
+        <source>Details</source>
+        <translation>Details</translation>
+    </message>
+    <message id="trivex-app-details-none">
+        <source>Nothing chosen</source>
+        <translation>Nothing chosen</translation>
+    </message>
+    <message id="trivex-app-details-none-text">
+        <source>Choose a row to read what is in it.</source>
+        <translation>Choose a row to read what is in it.</translation>
+    </message>
+    <message id="trivex-app-digits-length">
+        <source>The number of digits is not right for this identifier.</source>
+        <translation>The number of digits is not right for this identifier.</translation>
+    </message>
+    <message id="trivex-app-digits-only">
+        <source>Only digits are expected here.</source>
+        <translation>Only digits are expected here.</translation>
+    </message>
+    <message id="trivex-app-digits-wrong">
+        <source>The check digits do not match: there may be a typing mistake.</source>
+        <translation>The check digits do not match: there may be a typing mistake.</translation>
+    </message>
+    <message id="trivex-app-document-type">
+        <source>Files of this type can't be signed here. PDF, PNG, JPEG and plain text can.</source>
+        <translation>Files of this type can't be signed here. PDF, PNG, JPEG and plain text can.</translation>
+    </message>
+    <message id="trivex-app-drop-document">
+        <source>Drop a document here: PDF, PNG, JPEG or plain text.</source>
+        <translation>Drop a document here: PDF, PNG, JPEG or plain text.</translation>
+    </message>
+    <message id="trivex-app-edit">
+        <source>Edit</source>
+        <translation>Edit</translation>
+    </message>
+    <message id="trivex-app-edit-request-title">
+        <source>Edit the request</source>
+        <translation>Edit the request</translation>
+    </message>
+    <message id="trivex-app-empty">
+        <source>Nothing here yet</source>
+        <translation>Nothing here yet</translation>
+    </message>
+    <message id="trivex-app-error-title">
+        <source>That did not work</source>
+        <translation>That did not work</translation>
+    </message>
+    <message id="trivex-app-expiring" numerus="yes">
+        <source>%n certificates expire within 30 days</source>
+        <translation>
+            <numerusform>%n certificate expires within 30 days</numerusform>
+            <numerusform>%n certificates expire within 30 days</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-app-export">
+        <source>Export…</source>
+        <translation>Export…</translation>
+    </message>
+    <message id="trivex-app-export-failed">
+        <source>The file was not exported.</source>
+        <translation>The file was not exported.</translation>
+    </message>
+    <message id="trivex-app-export-title">
+        <source>Folder for the exported file</source>
+        <translation>Folder for the exported file</translation>
+    </message>
+    <message id="trivex-app-exported">
+        <source>Exported to %1</source>
+        <translation>Exported to %1</translation>
+    </message>
+    <message id="trivex-app-field-country">
+        <source>Country code</source>
+        <translation>Country code</translation>
+    </message>
+    <message id="trivex-app-field-country-flag">
+        <source>Two letters, as in RU.</source>
+        <translation>Two letters, as in RU.</translation>
+    </message>
+    <message id="trivex-app-field-department">
+        <source>Department</source>
+        <translation>Department</translation>
+    </message>
+    <message id="trivex-app-field-email">
+        <source>E-mail</source>
+        <translation>E-mail</translation>
+    </message>
+    <message id="trivex-app-field-email-flag">
+        <source>This does not look like an e-mail address.</source>
+        <translation>This does not look like an e-mail address.</translation>
+    </message>
+    <message id="trivex-app-field-inn">
+        <source>INN</source>
+        <translation>INN</translation>
+    </message>
+    <message id="trivex-app-field-locality">
+        <source>City</source>
+        <translation>City</translation>
+    </message>
+    <message id="trivex-app-field-name">
+        <source>Name (of the person or service)</source>
+        <translation>Name (of the person or service)</translation>
+    </message>
+    <message id="trivex-app-field-ogrn">
+        <source>OGRN or OGRNIP</source>
+        <translation>OGRN or OGRNIP</translation>
+    </message>
+    <message id="trivex-app-field-organization">
+        <source>Organization</source>
+        <translation>Organization</translation>
+    </message>
+    <message id="trivex-app-field-snils">
+        <source>SNILS</source>
+        <translation>SNILS</translation>
+    </message>
+    <message id="trivex-app-field-state">
+        <source>Region</source>
+        <translation>Region</translation>
+    </message>
+    <message id="trivex-app-file">
+        <source>File</source>
+        <translation>File</translation>
+    </message>
+    <message id="trivex-app-file-digest">
+        <source>Digest (SHA-256)</source>
+        <translation>Digest (SHA-256)</translation>
+    </message>
+    <message id="trivex-app-file-name">
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message id="trivex-app-file-size">
+        <source>Size</source>
+        <translation>Size</translation>
+    </message>
+    <message id="trivex-app-file-type">
+        <source>Type</source>
+        <translation>Type</translation>
+    </message>
+    <message id="trivex-app-filter-all">
+        <source>All files</source>
+        <translation>All files</translation>
+    </message>
+    <message id="trivex-app-filter-certificates">
+        <source>Certificates and bundles</source>
+        <translation>Certificates and bundles</translation>
+    </message>
+    <message id="trivex-app-general">
+        <source>General</source>
+        <translation>General</translation>
+    </message>
+    <message id="trivex-app-generate">
+        <source>Make the key</source>
+        <translation>Make the key</translation>
+    </message>
+    <message id="trivex-app-generate-failed">
+        <source>No key was made.</source>
+        <translation>No key was made.</translation>
+    </message>
+    <message id="trivex-app-generated">
+        <source>The key is on “%1”. Now fill in the subject.</source>
+        <translation>The key is on “%1”. Now fill in the subject.</translation>
+    </message>
+    <message id="trivex-app-generating">
+        <source>The token is making the key. This may take a minute.</source>
+        <translation>The token is making the key. This may take a minute.</translation>
+    </message>
+    <message id="trivex-app-identifiers-note">
+        <source>The numbers below are checked as you type. They are not part of the request in this version: the authority adds them.</source>
+        <translation>The numbers below are checked as you type. They are not part of the request in this version: the authority adds them.</translation>
+    </message>
+    <message id="trivex-app-import">
+        <source>Import…</source>
+        <translation>Import…</translation>
+    </message>
+    <message id="trivex-app-import-accept">
+        <source>Import</source>
+        <translation>Import</translation>
+    </message>
+    <message id="trivex-app-import-changed">
+        <source>The file has changed or can't be read any more. Choose it again.</source>
+        <translation>The file has changed or can't be read any more. Choose it again.</translation>
+    </message>
+    <message id="trivex-app-import-failed">
+        <source>Nothing was written to the token.</source>
+        <translation>Nothing was written to the token.</translation>
+    </message>
+    <message id="trivex-app-import-title">
+        <source>Import a certificate or bundle</source>
+        <translation>Import a certificate or bundle</translation>
+    </message>
+    <message id="trivex-app-import-to">
+        <source>Import to</source>
+        <translation>Import to</translation>
+    </message>
+    <message id="trivex-app-imported">
+        <source>“%1” is on the token now.</source>
+        <translation>“%1” is on the token now.</translation>
+    </message>
+    <message id="trivex-app-items" numerus="yes">
+        <source>%n items</source>
+        <translation>
+            <numerusform>%n item</numerusform>
+            <numerusform>%n items</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-app-key-name">
+        <source>Key name</source>
+        <translation>Key name</translation>
+    </message>
+    <message id="trivex-app-key-name-hint">
+        <source>Your own name for it on the token</source>
+        <translation>Your own name for it on the token</translation>
+    </message>
+    <message id="trivex-app-kind-key">
+        <source>This is a private key without a certificate. Import a bundle (.p12, .pfx) that holds both.</source>
+        <translation>This is a private key without a certificate. Import a bundle (.p12, .pfx) that holds both.</translation>
+    </message>
+    <message id="trivex-app-kind-other">
+        <source>This file is neither a certificate nor a bundle.</source>
+        <translation>This file is neither a certificate nor a bundle.</translation>
+    </message>
+    <message id="trivex-app-kind-request">
+        <source>This is a certificate request. Send it to a certification authority; import the certificate that comes back.</source>
+        <translation>This is a certificate request. Send it to a certification authority; import the certificate that comes back.</translation>
+    </message>
+    <message id="trivex-app-loading">
+        <source>Reading the stores…</source>
+        <translation>Reading the stores…</translation>
+    </message>
+    <message id="trivex-app-menu">
+        <source>Categories</source>
+        <translation>Categories</translation>
+    </message>
+    <message id="trivex-app-new-request">
+        <source>New request</source>
+        <translation>New request</translation>
+    </message>
+    <message id="trivex-app-no-key">
+        <source>There is no key to sign with. Insert a token or import a bundle.</source>
+        <translation>There is no key to sign with. Insert a token or import a bundle.</translation>
+    </message>
+    <message id="trivex-app-no-token">
+        <source>No token is connected.</source>
+        <translation>No token is connected.</translation>
+    </message>
+    <message id="trivex-app-nosignature">
+        <source>There is no signature file.</source>
+        <translation>There is no signature file.</translation>
+    </message>
+    <message id="trivex-app-not-found">
+        <source>Nothing found</source>
+        <translation>Nothing found</translation>
+    </message>
+    <message id="trivex-app-not-found-text">
+        <source>The search looks at names, issuers, serial numbers and the digits of INN, SNILS and OGRN.</source>
+        <translation>The search looks at names, issuers, serial numbers and the digits of INN, SNILS and OGRN.</translation>
+    </message>
+    <message id="trivex-app-ok">
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message id="trivex-app-open-folder">
+        <source>Open the folder</source>
+        <translation>Open the folder</translation>
+    </message>
+    <message id="trivex-app-other-signature">
+        <source>Another signature file…</source>
+        <translation>Another signature file…</translation>
+    </message>
+    <message id="trivex-app-pin">
+        <source>PIN</source>
+        <translation>PIN</translation>
+    </message>
+    <message id="trivex-app-pin-consent">
+        <source>I know that a wrong PIN locks the token</source>
+        <translation>I know that a wrong PIN locks the token</translation>
+    </message>
+    <message id="trivex-app-pin-final">
+        <source>This is the last try: a wrong PIN locks the token.</source>
+        <translation>This is the last try: a wrong PIN locks the token.</translation>
+    </message>
+    <message id="trivex-app-pin-locked">
+        <source>The PIN is locked. Only the token's administrator can unlock it.</source>
+        <translation>The PIN is locked. Only the token's administrator can unlock it.</translation>
+    </message>
+    <message id="trivex-app-pin-low">
+        <source>A wrong PIN was given before. Few tries are left.</source>
+        <translation>A wrong PIN was given before. Few tries are left.</translation>
+    </message>
+    <message id="trivex-app-pin-of">
+        <source>PIN of %1</source>
+        <translation>PIN of %1</translation>
+    </message>
+    <message id="trivex-app-pin-title">
+        <source>The token asks for its PIN</source>
+        <translation>The token asks for its PIN</translation>
+    </message>
+    <message id="trivex-app-pin-tries" numerus="yes">
+        <source>%n tries left</source>
+        <translation>
+            <numerusform>%n try left</numerusform>
+            <numerusform>%n tries left</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-app-preview">
+        <source>Preview of the picture</source>
+        <translation>Preview of the picture</translation>
+    </message>
+    <message id="trivex-app-purpose-decrypt">
+        <source>to decrypt with a key on it</source>
+        <translation>to decrypt with a key on it</translation>
+    </message>
+    <message id="trivex-app-purpose-generate">
+        <source>to make a key on it</source>
+        <translation>to make a key on it</translation>
+    </message>
+    <message id="trivex-app-purpose-remove">
+        <source>to remove something from it</source>
+        <translation>to remove something from it</translation>
+    </message>
+    <message id="trivex-app-purpose-sign">
+        <source>to sign with a key on it</source>
+        <translation>to sign with a key on it</translation>
+    </message>
+    <message id="trivex-app-purpose-write">
+        <source>to write to it</source>
+        <translation>to write to it</translation>
+    </message>
+    <message id="trivex-app-read-damaged">
+        <source>The certificate in this file is damaged. Ask for it to be sent again.</source>
+        <translation>The certificate in this file is damaged. Ask for it to be sent again.</translation>
+    </message>
+    <message id="trivex-app-read-denied">
+        <source>You may not read this file. Ask its owner for access.</source>
+        <translation>You may not read this file. Ask its owner for access.</translation>
+    </message>
+    <message id="trivex-app-read-empty">
+        <source>The file is empty.</source>
+        <translation>The file is empty.</translation>
+    </message>
+    <message id="trivex-app-read-failed">
+        <source>The file could not be read.</source>
+        <translation>The file could not be read.</translation>
+    </message>
+    <message id="trivex-app-read-folder">
+        <source>This is a folder. Choose a file in it.</source>
+        <translation>This is a folder. Choose a file in it.</translation>
+    </message>
+    <message id="trivex-app-read-missing">
+        <source>The file is not there any more.</source>
+        <translation>The file is not there any more.</translation>
+    </message>
+    <message id="trivex-app-refused">
+        <source>The signature does not match this document and key.</source>
+        <translation>The signature does not match this document and key.</translation>
+    </message>
+    <message id="trivex-app-refused-advice">
+        <source>The document was changed after signing, or another key signed it.</source>
+        <translation>The document was changed after signing, or another key signed it.</translation>
+    </message>
+    <message id="trivex-app-remove">
+        <source>Remove…</source>
+        <translation>Remove…</translation>
+    </message>
+    <message id="trivex-app-remove-bundle-text">
+        <source>The certificate and its private key are removed from “%1”.</source>
+        <translation>The certificate and its private key are removed from “%1”.</translation>
+    </message>
+    <message id="trivex-app-remove-confirm">
+        <source>Remove</source>
+        <translation>Remove</translation>
+    </message>
+    <message id="trivex-app-remove-key-warning">
+        <source>The key can't be brought back. Whatever was encrypted for it stays unreadable.</source>
+        <translation>The key can't be brought back. Whatever was encrypted for it stays unreadable.</translation>
+    </message>
+    <message id="trivex-app-remove-request-text">
+        <source>The request file is deleted. Its key stays on the token.</source>
+        <translation>The request file is deleted. Its key stays on the token.</translation>
+    </message>
+    <message id="trivex-app-remove-request-title">
+        <source>Delete this request?</source>
+        <translation>Delete this request?</translation>
+    </message>
+    <message id="trivex-app-remove-text">
+        <source>The certificate is removed from “%1”.</source>
+        <translation>The certificate is removed from “%1”.</translation>
+    </message>
+    <message id="trivex-app-remove-title">
+        <source>Remove this certificate?</source>
+        <translation>Remove this certificate?</translation>
+    </message>
+    <message id="trivex-app-removed">
+        <source>Removed.</source>
+        <translation>Removed.</translation>
+    </message>
+    <message id="trivex-app-request-next">
+        <source>Send this file to a certification authority. When the certificate comes, import it: it finds its key by itself.</source>
+        <translation>Send this file to a certification authority. When the certificate comes, import it: it finds its key by itself.</translation>
+    </message>
+    <message id="trivex-app-request-no-key">
+        <source>The key of this request was not found.</source>
+        <translation>The key of this request was not found.</translation>
+    </message>
+    <message id="trivex-app-request-no-key-advice">
+        <source>Insert the token on which the key was made and try again.</source>
+        <translation>Insert the token on which the key was made and try again.</translation>
+    </message>
+    <message id="trivex-app-request-not-saved">
+        <source>The request was not saved; the earlier file is unchanged.</source>
+        <translation>The request was not saved; the earlier file is unchanged.</translation>
+    </message>
+    <message id="trivex-app-save">
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message id="trivex-app-saved">
+        <source>Saved.</source>
+        <translation>Saved.</translation>
+    </message>
+    <message id="trivex-app-search">
+        <source>Search by name, issuer, number</source>
+        <translation>Search by name, issuer, number</translation>
+    </message>
+    <message id="trivex-app-search-clear">
+        <source>Clear the search</source>
+        <translation>Clear the search</translation>
+    </message>
+    <message id="trivex-app-secret-hide">
+        <source>Hide what is typed</source>
+        <translation>Hide what is typed</translation>
+    </message>
+    <message id="trivex-app-secret-show">
+        <source>Show what is typed</source>
+        <translation>Show what is typed</translation>
+    </message>
+    <message id="trivex-app-settings">
+        <source>Settings</source>
+        <translation>Settings</translation>
+    </message>
+    <message id="trivex-app-sign-action">
+        <source>Sign</source>
+        <translation>Sign</translation>
+    </message>
+    <message id="trivex-app-sign-verify">
+        <source>Sign and verify</source>
+        <translation>Sign and verify</translation>
+    </message>
+    <message id="trivex-app-signature-file">
+        <source>Signature file</source>
+        <translation>Signature file</translation>
+    </message>
+    <message id="trivex-app-signed">
+        <source>The document is signed.</source>
+        <translation>The document is signed.</translation>
+    </message>
+    <message id="trivex-app-step-document">
+        <source>Document</source>
+        <translation>Document</translation>
+    </message>
+    <message id="trivex-app-step-done">
+        <source>The request is ready</source>
+        <translation>The request is ready</translation>
+    </message>
+    <message id="trivex-app-step-key">
+        <source>1. A key on a token</source>
+        <translation>1. A key on a token</translation>
+    </message>
+    <message id="trivex-app-step-signature">
+        <source>Signature</source>
+        <translation>Signature</translation>
+    </message>
+    <message id="trivex-app-step-signer">
+        <source>Key</source>
+        <translation>Key</translation>
+    </message>
+    <message id="trivex-app-step-subject">
+        <source>2. Whom the certificate is for</source>
+        <translation>2. Whom the certificate is for</translation>
+    </message>
+    <message id="trivex-app-stop">
+        <source>Stop</source>
+        <translation>Stop</translation>
+    </message>
+    <message id="trivex-app-text-size">
+        <source>Text size</source>
+        <translation>Text size</translation>
+    </message>
+    <message id="trivex-app-token">
+        <source>Token</source>
+        <translation>Token</translation>
+    </message>
+    <message id="trivex-app-token-absent">
+        <source>This token is not inserted.</source>
+        <translation>This token is not inserted.</translation>
+    </message>
+    <message id="trivex-app-token-read-only">
+        <source>This token is write-protected.</source>
+        <translation>This token is write-protected.</translation>
+    </message>
+    <message id="trivex-app-token-removed">
+        <source>removed</source>
+        <translation>removed</translation>
+    </message>
+    <message id="trivex-app-token-removed-text">
+        <source>This token was taken out. Its certificates return when it is inserted again.</source>
+        <translation>This token was taken out. Its certificates return when it is inserted again.</translation>
+    </message>
+    <message id="trivex-app-tokens">
+        <source>Tokens</source>
+        <translation>Tokens</translation>
+    </message>
+    <message id="trivex-app-unsigned">
+        <source>The document was not signed.</source>
+        <translation>The document was not signed.</translation>
+    </message>
+    <message id="trivex-app-unsigned-advice">
+        <source>Check the token, or choose an RSA key: only these can sign here.</source>
+        <translation>Check the token, or choose an RSA key: only these can sign here.</translation>
+    </message>
+    <message id="trivex-app-until">
+        <source>until %1</source>
+        <translation>until %1</translation>
+    </message>
+    <message id="trivex-app-unwritten">
+        <source>The signature could not be written.</source>
+        <translation>The signature could not be written.</translation>
+    </message>
+    <message id="trivex-app-validity-elapsed">
+        <source>Share of the validity period that has passed</source>
+        <translation>Share of the validity period that has passed</translation>
+    </message>
+    <message id="trivex-app-validity-expired">
+        <source>Expired</source>
+        <translation>Expired</translation>
+    </message>
+    <message id="trivex-app-validity-expiring">
+        <source>Expires soon</source>
+        <translation>Expires soon</translation>
+    </message>
+    <message id="trivex-app-validity-not-yet">
+        <source>Not yet valid</source>
+        <translation>Not yet valid</translation>
+    </message>
+    <message id="trivex-app-validity-valid">
+        <source>Valid</source>
+        <translation>Valid</translation>
+    </message>
+    <message id="trivex-app-verified">
+        <source>The signature is good.</source>
+        <translation>The signature is good.</translation>
+    </message>
+    <message id="trivex-app-verified-by">
+        <source>Signed by %1; the document is unchanged.</source>
+        <translation>Signed by %1; the document is unchanged.</translation>
+    </message>
+    <message id="trivex-app-verify-action">
+        <source>Verify</source>
+        <translation>Verify</translation>
+    </message>
+    <message id="trivex-app-work">
+        <source>What you can do</source>
+        <translation>What you can do</translation>
+    </message>
+    <message id="trivex-app-write-denied">
+        <source>You may not write to this folder. Choose another one.</source>
+        <translation>You may not write to this folder. Choose another one.</translation>
+    </message>
+    <message id="trivex-app-write-failed">
+        <source>The file could not be written whole. Choose another folder or check the disk.</source>
+        <translation>The file could not be written whole. Choose another folder or check the disk.</translation>
+    </message>
+    <message id="trivex-app-write-full">
+        <source>The disk is full. Free some space or choose another folder.</source>
+        <translation>The disk is full. Free some space or choose another folder.</translation>
+    </message>
+    <message id="trivex-app-write-no-folder">
+        <source>The folder does not exist any more. Choose another one.</source>
+        <translation>The folder does not exist any more. Choose another one.</translation>
+    </message>
+    <message id="trivex-app-write-read-only">
+        <source>This disk is write-protected. Choose another folder.</source>
+        <translation>This disk is write-protected. Choose another folder.</translation>
+    </message>
+</context>
+</TS>

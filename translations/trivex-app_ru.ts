@@ -1,0 +1,849 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<!-- SPDX-FileCopyrightText: 2026 The Trivex developers -->
+<!-- SPDX-License-Identifier: MIT -->
+<TS version="2.1" language="ru_RU">
+<context>
+    <name></name>
+    <message id="trivex-app-about-others">
+        <source>Certificates of other people and services, and of issuers in between, on tokens and in your files.</source>
+        <translation>Сертификаты других людей, служб и промежуточных центров на токенах и в ваших файлах.</translation>
+    </message>
+    <message id="trivex-app-about-personal">
+        <source>Certificates whose key is on one of your tokens. Insert a token, import a bundle or make a request.</source>
+        <translation>Сертификаты, ключ которых хранится на вашем токене. Вставьте токен, импортируйте контейнер или создайте запрос.</translation>
+    </message>
+    <message id="trivex-app-about-requests">
+        <source>Requests that wait for their certificate. Make one, send it to a certification authority and import what comes back.</source>
+        <translation>Запросы, которые ждут своего сертификата. Создайте запрос, отправьте его в удостоверяющий центр и импортируйте ответ.</translation>
+    </message>
+    <message id="trivex-app-about-roots">
+        <source>Root certificates that you added yourself.</source>
+        <translation>Корневые сертификаты, которые вы добавили сами.</translation>
+    </message>
+    <message id="trivex-app-about-system">
+        <source>Root certificates that this system trusts. They are managed by the system.</source>
+        <translation>Корневые сертификаты, которым доверяет система. Ими управляет сама система.</translation>
+    </message>
+    <message id="trivex-app-about-token">
+        <source>There is nothing on this token yet. Import a certificate or make a request.</source>
+        <translation>На этом токене пока ничего нет. Импортируйте сертификат или создайте запрос.</translation>
+    </message>
+    <message id="trivex-app-about-users">
+        <source>Certificates from the files in your own certificate folder.</source>
+        <translation>Сертификаты из файлов вашей папки сертификатов.</translation>
+    </message>
+    <message id="trivex-app-advice-cancelled">
+        <source>Nothing was changed.</source>
+        <translation>Ничего не изменилось.</translation>
+    </message>
+    <message id="trivex-app-advice-device">
+        <source>Take the token out, insert it again and retry. If it stays so, copy the report.</source>
+        <translation>Извлеките токен, вставьте его снова и повторите. Если не поможет, скопируйте отчёт.</translation>
+    </message>
+    <message id="trivex-app-advice-full">
+        <source>Remove certificates that are no longer needed, or use another token.</source>
+        <translation>Удалите ненужные сертификаты или возьмите другой токен.</translation>
+    </message>
+    <message id="trivex-app-advice-locked">
+        <source>Have the PIN unlocked by whoever gave out the token, with its administrator PIN.</source>
+        <translation>Обратитесь к тому, кто выдал токен: PIN разблокируют PIN-кодом администратора.</translation>
+    </message>
+    <message id="trivex-app-advice-not-found">
+        <source>Check that the right token is inserted.</source>
+        <translation>Проверьте, тот ли токен вставлен.</translation>
+    </message>
+    <message id="trivex-app-advice-pin">
+        <source>Start again and type the PIN of this token. Nothing is tried again by itself.</source>
+        <translation>Начните заново и введите PIN этого токена. Повторных попыток программа сама не делает.</translation>
+    </message>
+    <message id="trivex-app-advice-read-only">
+        <source>Choose another token, or have the protection removed.</source>
+        <translation>Выберите другой токен или снимите защиту.</translation>
+    </message>
+    <message id="trivex-app-advice-removed">
+        <source>Insert the token and start again. Nothing half-done was left on it.</source>
+        <translation>Вставьте токен и начните заново. Незавершённых записей на нём не осталось.</translation>
+    </message>
+    <message id="trivex-app-advice-unsupported">
+        <source>Choose another algorithm or another token.</source>
+        <translation>Выберите другой алгоритм или другой токен.</translation>
+    </message>
+    <message id="trivex-app-algorithm">
+        <source>Algorithm</source>
+        <translation>Алгоритм</translation>
+    </message>
+    <message id="trivex-app-another-request">
+        <source>Another request</source>
+        <translation>Ещё один запрос</translation>
+    </message>
+    <message id="trivex-app-arrived">
+        <source>The certificate for “%1” has arrived; its request is done.</source>
+        <translation>Пришёл сертификат для «%1»; запрос выполнен.</translation>
+    </message>
+    <message id="trivex-app-back">
+        <source>Back</source>
+        <translation>Назад</translation>
+    </message>
+    <message id="trivex-app-bundle-ask">
+        <source>This bundle is protected by a password.</source>
+        <translation>Этот контейнер защищён паролем.</translation>
+    </message>
+    <message id="trivex-app-bundle-decode">
+        <source>This bundle can't be read: it is damaged or uses an encryption that this computer does not know. A wrong password is not the reason. Ask for it to be exported again.</source>
+        <translation>Контейнер не читается: он повреждён или зашифрован способом, который этот компьютер не знает. Дело не в пароле. Попросите экспортировать контейнер заново.</translation>
+    </message>
+    <message id="trivex-app-bundle-open">
+        <source>Open</source>
+        <translation>Открыть</translation>
+    </message>
+    <message id="trivex-app-bundle-opening">
+        <source>Opening the bundle…</source>
+        <translation>Контейнер открывается…</translation>
+    </message>
+    <message id="trivex-app-bundle-password">
+        <source>The password is not right.</source>
+        <translation>Неверный пароль.</translation>
+    </message>
+    <message id="trivex-app-bundle-password-field">
+        <source>Password of the bundle</source>
+        <translation>Пароль контейнера</translation>
+    </message>
+    <message id="trivex-app-busy-decrypt">
+        <source>Decrypting…</source>
+        <translation>Расшифрование…</translation>
+    </message>
+    <message id="trivex-app-busy-generate">
+        <source>Making a key…</source>
+        <translation>Создаётся ключ…</translation>
+    </message>
+    <message id="trivex-app-busy-loading">
+        <source>Reading the token…</source>
+        <translation>Чтение токена…</translation>
+    </message>
+    <message id="trivex-app-busy-remove">
+        <source>Removing…</source>
+        <translation>Удаление…</translation>
+    </message>
+    <message id="trivex-app-busy-sign">
+        <source>Signing…</source>
+        <translation>Подписание…</translation>
+    </message>
+    <message id="trivex-app-busy-verify">
+        <source>Checking…</source>
+        <translation>Проверка…</translation>
+    </message>
+    <message id="trivex-app-busy-write">
+        <source>Writing…</source>
+        <translation>Запись…</translation>
+    </message>
+    <message id="trivex-app-cancel">
+        <source>Cancel</source>
+        <translation>Отмена</translation>
+    </message>
+    <message id="trivex-app-categories">
+        <source>Categories</source>
+        <translation>Разделы</translation>
+    </message>
+    <message id="trivex-app-category-others">
+        <source>Others</source>
+        <translation>Прочие</translation>
+    </message>
+    <message id="trivex-app-category-personal">
+        <source>Personal</source>
+        <translation>Личные</translation>
+    </message>
+    <message id="trivex-app-category-requests">
+        <source>Requests</source>
+        <translation>Запросы</translation>
+    </message>
+    <message id="trivex-app-category-roots">
+        <source>Roots</source>
+        <translation>Корневые</translation>
+    </message>
+    <message id="trivex-app-category-system">
+        <source>System</source>
+        <translation>Системные</translation>
+    </message>
+    <message id="trivex-app-category-users">
+        <source>My files</source>
+        <translation>Мои файлы</translation>
+    </message>
+    <message id="trivex-app-cause-cancelled">
+        <source>The operation was stopped.</source>
+        <translation>Операция остановлена.</translation>
+    </message>
+    <message id="trivex-app-cause-data">
+        <source>The token did not accept the data.</source>
+        <translation>Токен не принял данные.</translation>
+    </message>
+    <message id="trivex-app-cause-device">
+        <source>The token or its reader reported a fault.</source>
+        <translation>Токен или считыватель сообщил о неисправности.</translation>
+    </message>
+    <message id="trivex-app-cause-full">
+        <source>There is no room left on the token.</source>
+        <translation>На токене не осталось места.</translation>
+    </message>
+    <message id="trivex-app-cause-locked">
+        <source>The token has locked its PIN after too many wrong tries.</source>
+        <translation>Токен заблокировал PIN после нескольких неверных попыток.</translation>
+    </message>
+    <message id="trivex-app-cause-no-pin">
+        <source>No PIN was given.</source>
+        <translation>PIN не был введён.</translation>
+    </message>
+    <message id="trivex-app-cause-not-found">
+        <source>The key or certificate is no longer on the token.</source>
+        <translation>Ключа или сертификата больше нет на токене.</translation>
+    </message>
+    <message id="trivex-app-cause-read-only">
+        <source>The token is write-protected.</source>
+        <translation>Токен защищён от записи.</translation>
+    </message>
+    <message id="trivex-app-cause-removed">
+        <source>The token was removed.</source>
+        <translation>Токен извлечён.</translation>
+    </message>
+    <message id="trivex-app-cause-unsupported">
+        <source>The token does not know this kind or size of key.</source>
+        <translation>Токен не поддерживает ключи такого вида или размера.</translation>
+    </message>
+    <message id="trivex-app-cause-wrong-pin">
+        <source>The PIN is not right.</source>
+        <translation>Неверный PIN.</translation>
+    </message>
+    <message id="trivex-app-certificates">
+        <source>Certificates</source>
+        <translation>Сертификаты</translation>
+    </message>
+    <message id="trivex-app-choose-file">
+        <source>Choose a file…</source>
+        <translation>Выбрать файл…</translation>
+    </message>
+    <message id="trivex-app-choose-other">
+        <source>Choose another file…</source>
+        <translation>Выбрать другой файл…</translation>
+    </message>
+    <message id="trivex-app-close">
+        <source>Close</source>
+        <translation>Закрыть</translation>
+    </message>
+    <message id="trivex-app-colours">
+        <source>Colours</source>
+        <translation>Цвета</translation>
+    </message>
+    <message id="trivex-app-colours-dark">
+        <source>Dark</source>
+        <translation>Тёмные</translation>
+    </message>
+    <message id="trivex-app-colours-light">
+        <source>Light</source>
+        <translation>Светлые</translation>
+    </message>
+    <message id="trivex-app-colours-system">
+        <source>As the system</source>
+        <translation>Как в системе</translation>
+    </message>
+    <message id="trivex-app-copy-all">
+        <source>Copy</source>
+        <translation>Копировать</translation>
+    </message>
+    <message id="trivex-app-copy-report">
+        <source>Copy report</source>
+        <translation>Скопировать отчёт</translation>
+    </message>
+    <message id="trivex-app-create-request">
+        <source>Create the request</source>
+        <translation>Создать запрос</translation>
+    </message>
+    <message id="trivex-app-details">
+        <source>Details</source>
+        <translation>Сведения</translation>
+    </message>
+    <message id="trivex-app-details-none">
+        <source>Nothing chosen</source>
+        <translation>Ничего не выбрано</translation>
+    </message>
+    <message id="trivex-app-details-none-text">
+        <source>Choose a row to read what is in it.</source>
+        <translation>Выберите строку, чтобы прочитать сведения.</translation>
+    </message>
+    <message id="trivex-app-digits-length">
+        <source>The number of digits is not right for this identifier.</source>
+        <translation>Для этого номера не то количество цифр.</translation>
+    </message>
+    <message id="trivex-app-digits-only">
+        <source>Only digits are expected here.</source>
+        <translation>Здесь должны быть только цифры.</translation>
+    </message>
+    <message id="trivex-app-digits-wrong">
+        <source>The check digits do not match: there may be a typing mistake.</source>
+        <translation>Контрольные цифры не сходятся: возможно, опечатка.</translation>
+    </message>
+    <message id="trivex-app-document-type">
+        <source>Files of this type can't be signed here. PDF, PNG, JPEG and plain text can.</source>
+        <translation>Файлы этого типа здесь не подписываются. Подходят PDF, PNG, JPEG и обычный текст.</translation>
+    </message>
+    <message id="trivex-app-drop-document">
+        <source>Drop a document here: PDF, PNG, JPEG or plain text.</source>
+        <translation>Перетащите сюда документ: PDF, PNG, JPEG или обычный текст.</translation>
+    </message>
+    <message id="trivex-app-edit">
+        <source>Edit</source>
+        <translation>Изменить</translation>
+    </message>
+    <message id="trivex-app-edit-request-title">
+        <source>Edit the request</source>
+        <translation>Изменить запрос</translation>
+    </message>
+    <message id="trivex-app-empty">
+        <source>Nothing here yet</source>
+        <translation>Здесь пока пусто</translation>
+    </message>
+    <message id="trivex-app-error-title">
+        <source>That did not work</source>
+        <translation>Не получилось</translation>
+    </message>
+    <message id="trivex-app-expiring" numerus="yes">
+        <source>%n certificates expire within 30 days</source>
+        <translation>
+            <numerusform>%n сертификат истекает в ближайшие 30 дней</numerusform>
+            <numerusform>%n сертификата истекают в ближайшие 30 дней</numerusform>
+            <numerusform>%n сертификатов истекают в ближайшие 30 дней</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-app-export">
+        <source>Export…</source>
+        <translation>Экспорт…</translation>
+    </message>
+    <message id="trivex-app-export-failed">
+        <source>The file was not exported.</source>
+        <translation>Файл не экспортирован.</translation>
+    </message>
+    <message id="trivex-app-export-title">
+        <source>Folder for the exported file</source>
+        <translation>Папка для экспорта</translation>
+    </message>
+    <message id="trivex-app-exported">
+        <source>Exported to %1</source>
+        <translation>Экспортировано в %1</translation>
+    </message>
+    <message id="trivex-app-field-country">
+        <source>Country code</source>
+        <translation>Код страны</translation>
+    </message>
+    <message id="trivex-app-field-country-flag">
+        <source>Two letters, as in RU.</source>
+        <translation>Две буквы, например RU.</translation>
+    </message>
+    <message id="trivex-app-field-department">
+        <source>Department</source>
+        <translation>Подразделение</translation>
+    </message>
+    <message id="trivex-app-field-email">
+        <source>E-mail</source>
+        <translation>Электронная почта</translation>
+    </message>
+    <message id="trivex-app-field-email-flag">
+        <source>This does not look like an e-mail address.</source>
+        <translation>Это не похоже на адрес электронной почты.</translation>
+    </message>
+    <message id="trivex-app-field-inn">
+        <source>INN</source>
+        <translation>ИНН</translation>
+    </message>
+    <message id="trivex-app-field-locality">
+        <source>City</source>
+        <translation>Город</translation>
+    </message>
+    <message id="trivex-app-field-name">
+        <source>Name (of the person or service)</source>
+        <translation>Имя (человека или службы)</translation>
+    </message>
+    <message id="trivex-app-field-ogrn">
+        <source>OGRN or OGRNIP</source>
+        <translation>ОГРН или ОГРНИП</translation>
+    </message>
+    <message id="trivex-app-field-organization">
+        <source>Organization</source>
+        <translation>Организация</translation>
+    </message>
+    <message id="trivex-app-field-snils">
+        <source>SNILS</source>
+        <translation>СНИЛС</translation>
+    </message>
+    <message id="trivex-app-field-state">
+        <source>Region</source>
+        <translation>Регион</translation>
+    </message>
+    <message id="trivex-app-file">
+        <source>File</source>
+        <translation>Файл</translation>
+    </message>
+    <message id="trivex-app-file-digest">
+        <source>Digest (SHA-256)</source>
+        <translation>Хэш (SHA-256)</translation>
+    </message>
+    <message id="trivex-app-file-name">
+        <source>Name</source>
+        <translation>Имя</translation>
+    </message>
+    <message id="trivex-app-file-size">
+        <source>Size</source>
+        <translation>Размер</translation>
+    </message>
+    <message id="trivex-app-file-type">
+        <source>Type</source>
+        <translation>Тип</translation>
+    </message>
+    <message id="trivex-app-filter-all">
+        <source>All files</source>
+        <translation>Все файлы</translation>
+    </message>
+    <message id="trivex-app-filter-certificates">
+        <source>Certificates and bundles</source>
+        <translation>Сертификаты и контейнеры</translation>
+    </message>
+    <message id="trivex-app-general">
+        <source>General</source>
+        <translation>Общее</translation>
+    </message>
+    <message id="trivex-app-generate">
+        <source>Make the key</source>
+        <translation>Создать ключ</translation>
+    </message>
+    <message id="trivex-app-generate-failed">
+        <source>No key was made.</source>
+        <translation>Ключ не создан.</translation>
+    </message>
+    <message id="trivex-app-generated">
+        <source>The key is on “%1”. Now fill in the subject.</source>
+        <translation>Ключ записан на «%1». Теперь заполните данные владельца.</translation>
+    </message>
+    <message id="trivex-app-generating">
+        <source>The token is making the key. This may take a minute.</source>
+        <translation>Токен создаёт ключ. Это может занять до минуты.</translation>
+    </message>
+    <message id="trivex-app-identifiers-note">
+        <source>The numbers below are checked as you type. They are not part of the request in this version: the authority adds them.</source>
+        <translation>Номера ниже проверяются при вводе. В этой версии они не входят в запрос: их добавит удостоверяющий центр.</translation>
+    </message>
+    <message id="trivex-app-import">
+        <source>Import…</source>
+        <translation>Импорт…</translation>
+    </message>
+    <message id="trivex-app-import-accept">
+        <source>Import</source>
+        <translation>Импортировать</translation>
+    </message>
+    <message id="trivex-app-import-changed">
+        <source>The file has changed or can't be read any more. Choose it again.</source>
+        <translation>Файл изменился или больше не читается. Выберите его ещё раз.</translation>
+    </message>
+    <message id="trivex-app-import-failed">
+        <source>Nothing was written to the token.</source>
+        <translation>На токен ничего не записано.</translation>
+    </message>
+    <message id="trivex-app-import-title">
+        <source>Import a certificate or bundle</source>
+        <translation>Импорт сертификата или контейнера</translation>
+    </message>
+    <message id="trivex-app-import-to">
+        <source>Import to</source>
+        <translation>Куда импортировать</translation>
+    </message>
+    <message id="trivex-app-imported">
+        <source>“%1” is on the token now.</source>
+        <translation>«%1» теперь на токене.</translation>
+    </message>
+    <message id="trivex-app-items" numerus="yes">
+        <source>%n items</source>
+        <translation>
+            <numerusform>%n элемент</numerusform>
+            <numerusform>%n элемента</numerusform>
+            <numerusform>%n элементов</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-app-key-name">
+        <source>Key name</source>
+        <translation>Имя ключа</translation>
+    </message>
+    <message id="trivex-app-key-name-hint">
+        <source>Your own name for it on the token</source>
+        <translation>Как он будет называться на токене</translation>
+    </message>
+    <message id="trivex-app-kind-key">
+        <source>This is a private key without a certificate. Import a bundle (.p12, .pfx) that holds both.</source>
+        <translation>Это закрытый ключ без сертификата. Импортируйте контейнер (.p12, .pfx), где есть и то и другое.</translation>
+    </message>
+    <message id="trivex-app-kind-other">
+        <source>This file is neither a certificate nor a bundle.</source>
+        <translation>Это не сертификат и не контейнер.</translation>
+    </message>
+    <message id="trivex-app-kind-request">
+        <source>This is a certificate request. Send it to a certification authority; import the certificate that comes back.</source>
+        <translation>Это запрос на сертификат. Отправьте его в удостоверяющий центр и импортируйте полученный сертификат.</translation>
+    </message>
+    <message id="trivex-app-loading">
+        <source>Reading the stores…</source>
+        <translation>Чтение хранилищ…</translation>
+    </message>
+    <message id="trivex-app-menu">
+        <source>Categories</source>
+        <translation>Разделы</translation>
+    </message>
+    <message id="trivex-app-new-request">
+        <source>New request</source>
+        <translation>Новый запрос</translation>
+    </message>
+    <message id="trivex-app-no-key">
+        <source>There is no key to sign with. Insert a token or import a bundle.</source>
+        <translation>Нет ключа для подписи. Вставьте токен или импортируйте контейнер.</translation>
+    </message>
+    <message id="trivex-app-no-token">
+        <source>No token is connected.</source>
+        <translation>Токен не подключён.</translation>
+    </message>
+    <message id="trivex-app-nosignature">
+        <source>There is no signature file.</source>
+        <translation>Файла подписи нет.</translation>
+    </message>
+    <message id="trivex-app-not-found">
+        <source>Nothing found</source>
+        <translation>Ничего не найдено</translation>
+    </message>
+    <message id="trivex-app-not-found-text">
+        <source>The search looks at names, issuers, serial numbers and the digits of INN, SNILS and OGRN.</source>
+        <translation>Поиск идёт по именам, издателям, серийным номерам и цифрам ИНН, СНИЛС и ОГРН.</translation>
+    </message>
+    <message id="trivex-app-ok">
+        <source>OK</source>
+        <translation>ОК</translation>
+    </message>
+    <message id="trivex-app-open-folder">
+        <source>Open the folder</source>
+        <translation>Открыть папку</translation>
+    </message>
+    <message id="trivex-app-other-signature">
+        <source>Another signature file…</source>
+        <translation>Другой файл подписи…</translation>
+    </message>
+    <message id="trivex-app-pin">
+        <source>PIN</source>
+        <translation>PIN</translation>
+    </message>
+    <message id="trivex-app-pin-consent">
+        <source>I know that a wrong PIN locks the token</source>
+        <translation>Я понимаю, что неверный PIN заблокирует токен</translation>
+    </message>
+    <message id="trivex-app-pin-final">
+        <source>This is the last try: a wrong PIN locks the token.</source>
+        <translation>Это последняя попытка: неверный PIN заблокирует токен.</translation>
+    </message>
+    <message id="trivex-app-pin-locked">
+        <source>The PIN is locked. Only the token's administrator can unlock it.</source>
+        <translation>PIN заблокирован. Разблокировать его может только администратор токена.</translation>
+    </message>
+    <message id="trivex-app-pin-low">
+        <source>A wrong PIN was given before. Few tries are left.</source>
+        <translation>Ранее был введён неверный PIN. Попыток осталось мало.</translation>
+    </message>
+    <message id="trivex-app-pin-of">
+        <source>PIN of %1</source>
+        <translation>PIN токена %1</translation>
+    </message>
+    <message id="trivex-app-pin-title">
+        <source>The token asks for its PIN</source>
+        <translation>Токен запрашивает PIN</translation>
+    </message>
+    <message id="trivex-app-pin-tries" numerus="yes">
+        <source>%n tries left</source>
+        <translation>
+            <numerusform>Осталась %n попытка</numerusform>
+            <numerusform>Осталось %n попытки</numerusform>
+            <numerusform>Осталось %n попыток</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-app-preview">
+        <source>Preview of the picture</source>
+        <translation>Предварительный просмотр изображения</translation>
+    </message>
+    <message id="trivex-app-purpose-decrypt">
+        <source>to decrypt with a key on it</source>
+        <translation>чтобы расшифровать его ключом</translation>
+    </message>
+    <message id="trivex-app-purpose-generate">
+        <source>to make a key on it</source>
+        <translation>чтобы создать на нём ключ</translation>
+    </message>
+    <message id="trivex-app-purpose-remove">
+        <source>to remove something from it</source>
+        <translation>чтобы удалить с него данные</translation>
+    </message>
+    <message id="trivex-app-purpose-sign">
+        <source>to sign with a key on it</source>
+        <translation>чтобы подписать его ключом</translation>
+    </message>
+    <message id="trivex-app-purpose-write">
+        <source>to write to it</source>
+        <translation>чтобы записать на него данные</translation>
+    </message>
+    <message id="trivex-app-read-damaged">
+        <source>The certificate in this file is damaged. Ask for it to be sent again.</source>
+        <translation>Сертификат в этом файле повреждён. Попросите прислать его ещё раз.</translation>
+    </message>
+    <message id="trivex-app-read-denied">
+        <source>You may not read this file. Ask its owner for access.</source>
+        <translation>Нет прав на чтение этого файла. Попросите доступ у владельца.</translation>
+    </message>
+    <message id="trivex-app-read-empty">
+        <source>The file is empty.</source>
+        <translation>Файл пуст.</translation>
+    </message>
+    <message id="trivex-app-read-failed">
+        <source>The file could not be read.</source>
+        <translation>Не удалось прочитать файл.</translation>
+    </message>
+    <message id="trivex-app-read-folder">
+        <source>This is a folder. Choose a file in it.</source>
+        <translation>Это папка. Выберите файл в ней.</translation>
+    </message>
+    <message id="trivex-app-read-missing">
+        <source>The file is not there any more.</source>
+        <translation>Файла больше нет.</translation>
+    </message>
+    <message id="trivex-app-refused">
+        <source>The signature does not match this document and key.</source>
+        <translation>Подпись не соответствует этому документу и ключу.</translation>
+    </message>
+    <message id="trivex-app-refused-advice">
+        <source>The document was changed after signing, or another key signed it.</source>
+        <translation>Документ изменён после подписания, или подписан другим ключом.</translation>
+    </message>
+    <message id="trivex-app-remove">
+        <source>Remove…</source>
+        <translation>Удалить…</translation>
+    </message>
+    <message id="trivex-app-remove-bundle-text">
+        <source>The certificate and its private key are removed from “%1”.</source>
+        <translation>Сертификат и его закрытый ключ будут удалены с «%1».</translation>
+    </message>
+    <message id="trivex-app-remove-confirm">
+        <source>Remove</source>
+        <translation>Удалить</translation>
+    </message>
+    <message id="trivex-app-remove-key-warning">
+        <source>The key can't be brought back. Whatever was encrypted for it stays unreadable.</source>
+        <translation>Ключ нельзя вернуть. То, что для него зашифровано, останется нечитаемым.</translation>
+    </message>
+    <message id="trivex-app-remove-request-text">
+        <source>The request file is deleted. Its key stays on the token.</source>
+        <translation>Файл запроса будет удалён. Ключ останется на токене.</translation>
+    </message>
+    <message id="trivex-app-remove-request-title">
+        <source>Delete this request?</source>
+        <translation>Удалить этот запрос?</translation>
+    </message>
+    <message id="trivex-app-remove-text">
+        <source>The certificate is removed from “%1”.</source>
+        <translation>Сертификат будет удалён из «%1».</translation>
+    </message>
+    <message id="trivex-app-remove-title">
+        <source>Remove this certificate?</source>
+        <translation>Удалить этот сертификат?</translation>
+    </message>
+    <message id="trivex-app-removed">
+        <source>Removed.</source>
+        <translation>Удалено.</translation>
+    </message>
+    <message id="trivex-app-request-next">
+        <source>Send this file to a certification authority. When the certificate comes, import it: it finds its key by itself.</source>
+        <translation>Отправьте этот файл в удостоверяющий центр. Когда придёт сертификат, импортируйте его: он сам найдёт свой ключ.</translation>
+    </message>
+    <message id="trivex-app-request-no-key">
+        <source>The key of this request was not found.</source>
+        <translation>Ключ этого запроса не найден.</translation>
+    </message>
+    <message id="trivex-app-request-no-key-advice">
+        <source>Insert the token on which the key was made and try again.</source>
+        <translation>Вставьте токен, на котором создан ключ, и повторите.</translation>
+    </message>
+    <message id="trivex-app-request-not-saved">
+        <source>The request was not saved; the earlier file is unchanged.</source>
+        <translation>Запрос не сохранён; прежний файл не изменён.</translation>
+    </message>
+    <message id="trivex-app-save">
+        <source>Save</source>
+        <translation>Сохранить</translation>
+    </message>
+    <message id="trivex-app-saved">
+        <source>Saved.</source>
+        <translation>Сохранено.</translation>
+    </message>
+    <message id="trivex-app-search">
+        <source>Search by name, issuer, number</source>
+        <translation>Поиск по имени, издателю, номеру</translation>
+    </message>
+    <message id="trivex-app-search-clear">
+        <source>Clear the search</source>
+        <translation>Очистить поиск</translation>
+    </message>
+    <message id="trivex-app-secret-hide">
+        <source>Hide what is typed</source>
+        <translation>Скрыть введённое</translation>
+    </message>
+    <message id="trivex-app-secret-show">
+        <source>Show what is typed</source>
+        <translation>Показать введённое</translation>
+    </message>
+    <message id="trivex-app-settings">
+        <source>Settings</source>
+        <translation>Настройки</translation>
+    </message>
+    <message id="trivex-app-sign-action">
+        <source>Sign</source>
+        <translation>Подписать</translation>
+    </message>
+    <message id="trivex-app-sign-verify">
+        <source>Sign and verify</source>
+        <translation>Подпись и проверка</translation>
+    </message>
+    <message id="trivex-app-signature-file">
+        <source>Signature file</source>
+        <translation>Файл подписи</translation>
+    </message>
+    <message id="trivex-app-signed">
+        <source>The document is signed.</source>
+        <translation>Документ подписан.</translation>
+    </message>
+    <message id="trivex-app-step-document">
+        <source>Document</source>
+        <translation>Документ</translation>
+    </message>
+    <message id="trivex-app-step-done">
+        <source>The request is ready</source>
+        <translation>Запрос готов</translation>
+    </message>
+    <message id="trivex-app-step-key">
+        <source>1. A key on a token</source>
+        <translation>1. Ключ на токене</translation>
+    </message>
+    <message id="trivex-app-step-signature">
+        <source>Signature</source>
+        <translation>Подпись</translation>
+    </message>
+    <message id="trivex-app-step-signer">
+        <source>Key</source>
+        <translation>Ключ</translation>
+    </message>
+    <message id="trivex-app-step-subject">
+        <source>2. Whom the certificate is for</source>
+        <translation>2. Для кого сертификат</translation>
+    </message>
+    <message id="trivex-app-stop">
+        <source>Stop</source>
+        <translation>Остановить</translation>
+    </message>
+    <message id="trivex-app-text-size">
+        <source>Text size</source>
+        <translation>Размер текста</translation>
+    </message>
+    <message id="trivex-app-token">
+        <source>Token</source>
+        <translation>Токен</translation>
+    </message>
+    <message id="trivex-app-token-absent">
+        <source>This token is not inserted.</source>
+        <translation>Этот токен не вставлен.</translation>
+    </message>
+    <message id="trivex-app-token-read-only">
+        <source>This token is write-protected.</source>
+        <translation>Этот токен защищён от записи.</translation>
+    </message>
+    <message id="trivex-app-token-removed">
+        <source>removed</source>
+        <translation>извлечён</translation>
+    </message>
+    <message id="trivex-app-token-removed-text">
+        <source>This token was taken out. Its certificates return when it is inserted again.</source>
+        <translation>Токен извлечён. Его сертификаты вернутся, когда вы вставите его снова.</translation>
+    </message>
+    <message id="trivex-app-tokens">
+        <source>Tokens</source>
+        <translation>Токены</translation>
+    </message>
+    <message id="trivex-app-unsigned">
+        <source>The document was not signed.</source>
+        <translation>Документ не подписан.</translation>
+    </message>
+    <message id="trivex-app-unsigned-advice">
+        <source>Check the token, or choose an RSA key: only these can sign here.</source>
+        <translation>Проверьте токен или выберите ключ RSA: здесь подписывают только такие.</translation>
+    </message>
+    <message id="trivex-app-until">
+        <source>until %1</source>
+        <translation>до %1</translation>
+    </message>
+    <message id="trivex-app-unwritten">
+        <source>The signature could not be written.</source>
+        <translation>Не удалось записать подпись.</translation>
+    </message>
+    <message id="trivex-app-validity-elapsed">
+        <source>Share of the validity period that has passed</source>
+        <translation>Прошедшая часть срока действия</translation>
+    </message>
+    <message id="trivex-app-validity-expired">
+        <source>Expired</source>
+        <translation>Истёк</translation>
+    </message>
+    <message id="trivex-app-validity-expiring">
+        <source>Expires soon</source>
+        <translation>Истекает</translation>
+    </message>
+    <message id="trivex-app-validity-not-yet">
+        <source>Not yet valid</source>
+        <translation>Ещё не действует</translation>
+    </message>
+    <message id="trivex-app-validity-valid">
+        <source>Valid</source>
+        <translation>Действителен</translation>
+    </message>
+    <message id="trivex-app-verified">
+        <source>The signature is good.</source>
+        <translation>Подпись верна.</translation>
+    </message>
+    <message id="trivex-app-verified-by">
+        <source>Signed by %1; the document is unchanged.</source>
+        <translation>Подписал(а): %1; документ не изменён.</translation>
+    </message>
+    <message id="trivex-app-verify-action">
+        <source>Verify</source>
+        <translation>Проверить</translation>
+    </message>
+    <message id="trivex-app-work">
+        <source>What you can do</source>
+        <translation>Действия</translation>
+    </message>
+    <message id="trivex-app-write-denied">
+        <source>You may not write to this folder. Choose another one.</source>
+        <translation>Нет прав на запись в эту папку. Выберите другую.</translation>
+    </message>
+    <message id="trivex-app-write-failed">
+        <source>The file could not be written whole. Choose another folder or check the disk.</source>
+        <translation>Файл не удалось записать целиком. Выберите другую папку или проверьте диск.</translation>
+    </message>
+    <message id="trivex-app-write-full">
+        <source>The disk is full. Free some space or choose another folder.</source>
+        <translation>Диск заполнен. Освободите место или выберите другую папку.</translation>
+    </message>
+    <message id="trivex-app-write-no-folder">
+        <source>The folder does not exist any more. Choose another one.</source>
+        <translation>Этой папки больше нет. Выберите другую.</translation>
+    </message>
+    <message id="trivex-app-write-read-only">
+        <source>This disk is write-protected. Choose another folder.</source>
+        <translation>Этот диск защищён от записи. Выберите другую папку.</translation>
+    </message>
+</context>
+</TS>
