@@ -13,8 +13,11 @@ namespace Trivex {
 /// A certificate (RFC 5280). Decodes what is asked for, when it is asked; copies and certificates
 /// with the same DER share what was decoded. Readable from any thread.
 class TRIVEX_QCA_EXPORT CertificateContext : public QCA::CertContext {
+    Q_OBJECT
 public:
     explicit CertificateContext(QCA::Provider *provider);
+    /// Without a native object, see `makeCertificate`.
+    CertificateContext(QCA::Provider *provider, std::shared_ptr<const CertificateData> data);
     ~CertificateContext() override;
 
     QCA::Provider::Context *clone() const override;

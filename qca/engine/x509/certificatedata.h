@@ -31,6 +31,8 @@ public:
     const QCA::CertContextProps &properties() const;
     /// DER SubjectPublicKeyInfo.
     QByteArray publicInfo() const;
+    /// True when the names allow that this certificate issued `other`; cheap.
+    bool mayHaveIssued(const CertificateData &other) const;
     /// A native object; null when libcrypto can't read what we can.
     X509Handle native() const;
 

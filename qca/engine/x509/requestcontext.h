@@ -13,6 +13,7 @@ namespace Trivex {
 /// A certification request, PKCS#10 (RFC 2986) or SPKAC. Any provider may serve its "csr" feature
 /// with it.
 class TRIVEX_QCA_EXPORT RequestContext : public QCA::CSRContext {
+    Q_OBJECT
 public:
     explicit RequestContext(QCA::Provider *provider);
     ~RequestContext() override;

@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/engine/x509/handles.h"
+
+#include <QList>
+#include <QtCrypto>
+
+namespace Trivex {
+
+/// The password of a bundle in the form in which libcrypto takes it.
+struct BundlePassword {
+    QCA::SecureArray value;
+    bool isNull = false; ///< no password at all, which differs from an empty one
+
+    const char *data() const { return isNull ? nullptr : value.constData(); }
+    int size() const { return isNull ? 0 : value.size(); }
+};
+
+/// The forms of `password` (UTF-8) that programs have used to make keys of it: as it should be
+/// (UTF-16), and with its octets in UTF-8 or a Cyrillic code page widened one by one.
+QList<BundlePassword> passwordForms(const QCA::SecureArray &password);
+
+} // namespace Trivex

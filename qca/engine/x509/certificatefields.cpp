@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/engine/x509/certificatefields.h"
+
+namespace Trivex {
+
+namespace {
+
+bool isTime(int tag)
+{
+    return tag == Der::UtcTime || tag == Der::GeneralizedTime;
+}
+
+bool findValidity(Der::Reader &body, CertificateFields *fields)
+{
+    Der::Slice content;
+    if (!body.next(Der::Sequence, &content))
+        return false;
+    Der::Reader reader(content);
+    return reader.next(&fields->notBefore) && isTime(fields->notBefore.tag)
+        && reader.next(&fields->notAfter) && isTime(fields->notAfter.tag);
+}
+
+bool findWhole(Der::Reader &body, int tag, Der::Slice *whole)
+{
+    Der::Element element;
+    if (!body.next(tag, &element))
+        return false;
+    *whole = element.whole;
+    return true;
+}
+
+// The unique identifiers of version 2, then the extensions of version 3.
+bool findExtensions(Der::Reader &body, CertificateFields *fields)
+{
+    for (const int number : {1, 2}) {
+        body.skip(Der::context(number, false));
+        body.skip(Der::context(number));
+    }
+    Der::Slice wrapped;
+    if (body.next(Der::context(3), &wrapped))
+        return Der::single(wrapped, Der::Sequence, &fields->extensions) && body.atEnd();
+    return body.atEnd();
+}
+
+bool findVersion(Der::Reader &body, CertificateFields *fields)
+{
+    Der::Slice wrapped;
+    return !body.next(Der::context(0), &wrapped)
+        || Der::single(wrapped, Der::Integer, &fields->version);
+}
+
+bool findBody(Der::Slice content, CertificateFields *fields)
+{
+    Der::Reader body(content);
+    Der::Slice innerAlgorithm;
+    return findVersion(body, fields) && body.next(Der::Integer, &fields->serial)
+        && !fields->serial.isEmpty() && body.next(Der::Sequence, &innerAlgorithm)
+        && findWhole(body, Der::Sequence, &fields->issuer) && findValidity(body, fields)
+        && findWhole(body, Der::Sequence, &fields->subject)
+        && findWhole(body, Der::Sequence, &fields->publicInfo) && findExtensions(body, fields);
+}
+
+} // namespace
+
+bool findCertificateFields(Der::Slice der, CertificateFields *fields)
+{
+    Der::Element outer;
+    if (!Der::Reader(der).next(Der::Sequence, &outer))
+        return false;
+    fields->whole = outer.whole;
+    Der::Reader reader(outer.content);
+    Der::Slice body;
+    return reader.next(Der::Sequence, &body) && findBody(body, fields)
+        && reader.next(Der::Sequence, &fields->algorithm)
+        && reader.next(Der::BitString, &fields->signature) && reader.atEnd();
+}
+
+} // namespace Trivex

@@ -1,0 +1,142 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/engine/x509/strings.h"
+
+#include <QTextCodec>
+
+namespace Trivex {
+
+namespace {
+
+constexpr char32_t Replacement = 0xFFFD;
+
+QString decodeOctets(Der::Slice content)
+{
+    static QTextCodec *const utf8 = QTextCodec::codecForMib(106);
+    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+    const QString text = utf8->toUnicode(content.data, content.size, &state);
+    if (state.invalidChars > 0 || state.remainingChars > 0)
+        return QString::fromLatin1(content.data, content.size);
+    return text;
+}
+
+QString decodeBmp(Der::Slice content)
+{
+    QString text(content.size / 2, Qt::Uninitialized);
+    for (int i = 0; i + 1 < content.size; i += 2)
+        text[i / 2] = QChar(ushort(content.at(i) << 8 | content.at(i + 1)));
+    return text;
+}
+
+QString decodeUniversal(Der::Slice content)
+{
+    QString text;
+    text.reserve(content.size / 4);
+    for (int i = 0; i + 3 < content.size; i += 4) {
+        char32_t code = char32_t(content.at(i)) << 24 | char32_t(content.at(i + 1)) << 16
+            | char32_t(content.at(i + 2)) << 8 | content.at(i + 3);
+        if (code > QChar::LastValidCodePoint || QChar::isSurrogate(code))
+            code = Replacement;
+        text += QString::fromUcs4(&code, 1);
+    }
+    return text;
+}
+
+// Reads `count` decimal digits and moves behind them; -1 when they aren't.
+int takeNumber(Der::Slice content, int *position, int count)
+{
+    int value = 0;
+    if (*position + count > content.size)
+        return -1;
+    for (int i = 0; i < count; ++i) {
+        const int digit = content.at((*position)++) - '0';
+        if (digit < 0 || digit > 9)
+            return -1;
+        value = value * 10 + digit;
+    }
+    return value;
+}
+
+bool hasDigit(Der::Slice content, int position)
+{
+    return position < content.size && content.at(position) >= '0' && content.at(position) <= '9';
+}
+
+void skipFraction(Der::Slice content, int *position)
+{
+    if (*position >= content.size || (content.at(*position) != '.' && content.at(*position) != ','))
+        return;
+    do {
+        ++*position;
+    } while (hasDigit(content, *position));
+}
+
+// The seconds by which the text is ahead of UTC; false for what is no zone.
+bool takeOffset(Der::Slice content, int position, int *offset)
+{
+    *offset = 0;
+    if (position == content.size)
+        return true; // local time, of an unknown place: taken as UTC
+    const char sign = content.data[position++];
+    if (sign == 'Z')
+        return position == content.size;
+    const int hours = takeNumber(content, &position, 2);
+    const int minutes = takeNumber(content, &position, 2);
+    if ((sign != '+' && sign != '-') || hours < 0 || minutes < 0 || position != content.size)
+        return false;
+    *offset = (hours * 60 + minutes) * (sign == '+' ? 60 : -60);
+    return true;
+}
+
+int fullYear(int year, bool twoDigits)
+{
+    if (!twoDigits)
+        return year;
+    return year < 50 ? 2000 + year : 1900 + year;
+}
+
+} // namespace
+
+QString decodeString(const Der::Element &element)
+{
+    switch (element.tag) {
+    case Der::Utf8String:
+        return QString::fromUtf8(element.content.data, element.content.size);
+    case Der::BmpString:
+        return decodeBmp(element.content);
+    case Der::UniversalString:
+        return decodeUniversal(element.content);
+    case Der::NumericString:
+    case Der::PrintableString:
+    case Der::T61String:
+    case Der::Ia5String:
+    case Der::VisibleString:
+        return decodeOctets(element.content);
+    default:
+        return QLatin1Char('#') + QString::fromLatin1(element.whole.bytes().toHex());
+    }
+}
+
+QDateTime decodeTime(const Der::Element &element)
+{
+    const Der::Slice content = element.content;
+    const bool twoDigits = element.tag == Der::UtcTime;
+    if (!twoDigits && element.tag != Der::GeneralizedTime)
+        return {};
+    int position = 0;
+    const int year = fullYear(takeNumber(content, &position, twoDigits ? 2 : 4), twoDigits);
+    const int month = takeNumber(content, &position, 2);
+    const int day = takeNumber(content, &position, 2);
+    const int hour = takeNumber(content, &position, 2);
+    const int minute = takeNumber(content, &position, 2);
+    const int second = hasDigit(content, position) ? takeNumber(content, &position, 2) : 0;
+    skipFraction(content, &position);
+    int offset = 0;
+    const QDate date(year, month, day);
+    const QTime time(hour, minute, second);
+    if (!date.isValid() || !time.isValid() || !takeOffset(content, position, &offset))
+        return {};
+    return QDateTime(date, time, Qt::UTC).addSecs(-offset);
+}
+
+} // namespace Trivex

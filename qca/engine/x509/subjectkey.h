@@ -1,0 +1,15 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QtCrypto>
+
+namespace Trivex {
+
+/// The container with the key in `publicInfo` (DER SubjectPublicKeyInfo), for a certificate's or a
+/// request's `subjectPublicKey()`. Never null and never without a key, because stock QCA asks it
+/// without looking: bytes that are no key give a null one. The caller owns it.
+QCA::PKeyContext *makeSubjectKey(const QByteArray &publicInfo, QCA::Provider *provider);
+
+} // namespace Trivex
