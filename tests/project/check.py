@@ -1,0 +1,255 @@
+#!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The Trivex developers
+# SPDX-License-Identifier: MIT
+"""Checks over the repository: check.py NAME [ARGUMENT]...
+
+Each prints what is wrong, one line a finding, and exits with 1 when there was any. A tool that is
+missing is said aloud as SKIP.
+"""
+
+import pathlib
+import re
+import shutil
+import statistics
+import subprocess
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+CODE = {".cpp", ".h", ".qml", ".js", ".py", ".sh", ".cmake"}
+SKIPPED_FOLDERS = {".git", ".cache", "__pycache__"}
+
+
+def files():
+    """Every file of the project, build directories left out."""
+    for path in sorted(ROOT.rglob("*")):
+        parts = path.relative_to(ROOT).parts
+        if SKIPPED_FOLDERS & set(parts) or parts[0].startswith("build"):
+            continue
+        if path.is_file() and path.suffix not in {".pyc", ".qm"}:
+            yield path
+
+
+def name(path):
+    return path.relative_to(ROOT).as_posix()
+
+
+def text_of(path):
+    try:
+        return path.read_text(encoding="utf-8")
+    except UnicodeDecodeError:
+        return None
+
+
+def is_script(path):
+    with path.open("rb") as stream:
+        return stream.read(2) == b"#!"
+
+
+def of_kind(*suffixes):
+    return [path for path in files() if path.suffix in suffixes]
+
+
+def sizes():
+    """Files of a size that one can read in one go."""
+    limits = {".cpp": 400, ".h": 200, ".qml": 250}
+    for path in of_kind(*limits):
+        lines = len(text_of(path).splitlines())
+        # "About": a tenth over is still one subject; more wants a file of its own.
+        if lines > limits[path.suffix] * 1.1:
+            yield f"{name(path)}: {lines} lines, at most {limits[path.suffix]}"
+
+
+def bodies(text):
+    """The bodies of functions defined at the left margin, as (first line, list of lines)."""
+    start = None
+    lines = text.splitlines()
+    for number, line in enumerate(lines):
+        if line == "{":
+            start = number
+        elif line.startswith("}") and start is not None:
+            yield start, lines[start + 1:number]
+            start = None
+
+
+def is_table(body):
+    """A flat list of entries or cases, whose length is that of what it lists."""
+    flat = re.compile(r"^\s*(case .*|default:|break;|return .*;|[{(\"'R].*,?|//.*|.*,|)$")
+    return sum(bool(flat.match(line)) for line in body) >= 0.75 * len(body)
+
+
+def functions():
+    """Functions that are short, and none of more than sixty lines but tables."""
+    lengths = []
+    for path in of_kind(".cpp"):
+        for start, body in bodies(text_of(path)):
+            lengths.append(len(body))
+            if len(body) > 60 and not is_table(body):
+                yield f"{name(path)}:{start + 1}: a function of {len(body)} lines"
+    middle = statistics.median(lengths)
+    print(f"{len(lengths)} functions, median {middle} lines, longest {max(lengths)}")
+    if middle >= 10:
+        yield f"the median function has {middle} lines, fewer than 10 are wanted"
+
+
+def licences():
+    """An SPDX licence line in every source, and a form that no tool has garbled."""
+    for path in files():
+        code = path.suffix in CODE or path.name == "CMakeLists.txt" or is_script(path)
+        if not code:
+            continue
+        head = "\n".join(text_of(path).splitlines()[:6])
+        for tag in ("FileCopyrightText: ", "License-Identifier: "):
+            if f"SPDX-{tag}" not in head:
+                yield f"{name(path)}: no SPDX-{tag.strip(': ')} line"
+
+
+# Written in pieces, so that this list does not find itself.
+FORBIDDEN = [
+    (r"\bPart [1-5]" + r"\.[1-4]\b", "a reference to a document that readers don't have"),
+    (r"\bParts [1-5]" + r"\.", "a reference to a document that readers don't have"),
+    (r"spec" + r"\.md", "a reference to a document that readers don't have"),
+    (r"\b(the|this|per the) " + r"spec(ification)?\b(?! of)", "a document that readers don't have"),
+    (r"\bissue " + r"\d", "a number that says nothing: give the reason"),
+    (r"\bhelper " + r"[A-F]\b", "how the work was shared out"),
+    (r"\.\./" + r"shared|/wo" + r"rk/|/fa" + r"rm/", "a path of one machine"),
+    (r"/home/" + r"(?!me/)[a-z]+/|/ro" + r"ot/|/tmp/" + r"build", "a path of one machine"),
+    (r"deb\." + r"debian\.org|\bsnapshot\." + r"debian", "a mirror: packages go by name"),
+]
+KNOWN_HOSTS = re.compile(
+    r"^(www\.w3\.org|schemas?\..*|.*\.example|example\.(org|com|net)|localhost|127\.0\.0\.1"
+    r"|www\.freedesktop\.org|trivex|spdx\.org|%1|\$.*|\{.*)(:\d+)?$")
+
+
+def words():
+    """No references that readers can't follow, no machine's paths, no foreign hosts."""
+    for path in files():
+        text = text_of(path)
+        if text is None or path.suffix in {".pem", ".crt", ".csr"}:
+            continue
+        for number, line in enumerate(text.splitlines(), 1):
+            for pattern, reason in FORBIDDEN:
+                if re.search(pattern, line):
+                    yield f"{name(path)}:{number}: {reason}: {line.strip()[:100]}"
+            for host in re.findall(r"https?://([^/\s\"'<>)\\]+)", line):
+                if not KNOWN_HOSTS.match(host):
+                    yield f"{name(path)}:{number}: the host {host}"
+
+
+SUBSYSTEMS = {"certificates", "keystores", "requests", "signing"}
+QML_SIDE = SUBSYSTEMS | {"plugin"}
+
+
+def may_include(owner, target):
+    """Whether a file of folder `owner` may include `target`: dependencies go one way."""
+    folder = target.split("/")[0]
+    shared = target.startswith("qca/adapter/") or target in {
+        "qca/qcahandler.h", "qca/qcaaskerthread.h", "qca/trivexqcaexport.h"}
+    if folder == owner:
+        return True
+    if owner in QML_SIDE:
+        return shared or folder in QML_SIDE
+    if owner == "app":
+        return shared
+    if owner == "providers":
+        return target.startswith(("qca/adapter/", "qca/engine/", "qca/trivexqcaexport.h"))
+    if owner == "qca":
+        return folder == "qca"
+    return True
+
+
+def layers():
+    """Includes that respect the direction of the dependencies."""
+    folders = {path.name for path in ROOT.iterdir() if path.is_dir()}
+    for path in of_kind(".cpp", ".h"):
+        owner = path.relative_to(ROOT).parts[0]
+        for target in re.findall(r'#include "([^"]+)"', text_of(path)):
+            if target.split("/")[0] in folders and not may_include(owner, target):
+                yield f"{name(path)}: must not know {target}"
+    for path in (ROOT / "qca" / "adapter").glob("*.h"):
+        for target in re.findall(r'#include "(qca/engine/[^"]+)"', text_of(path)):
+            yield f"{name(path)}: the adapter's interface must not show {target}"
+
+
+def tool(*names):
+    for candidate in names:
+        found = shutil.which(candidate) or shutil.which(candidate, path="/usr/lib/qt5/bin")
+        if found:
+            return found
+    print(f"SKIP {names[0]} is not installed")
+    return None
+
+
+def findings_of(command, paths):
+    """The lines that a checking program prints, when it fails."""
+    result = subprocess.run([*command, *map(str, paths)], cwd=ROOT, capture_output=True, text=True)
+    if result.returncode != 0:
+        yield from (result.stdout + result.stderr).splitlines()
+
+
+def format():
+    """Sources in the project's one format."""
+    program = tool("clang-format-14", "clang-format")
+    if program:
+        yield from findings_of([program, "--dry-run", "-Werror"], of_kind(".cpp", ".h"))
+
+
+def scripts():
+    """Shell scripts that the shell can read, and that shellcheck has no complaint about."""
+    shell = [path for path in files()
+             if path.suffix == ".sh" or (is_script(path) and b"sh" in path.read_bytes()[:20])]
+    for path in shell:
+        yield from findings_of(["bash" if b"bash" in path.read_bytes()[:20] else "sh", "-n"], [path])
+    program = tool("shellcheck")
+    if program:
+        yield from findings_of([program, "-x", "-e", "SC1090,SC1091,SC2034,SC2154,SC2317"], shell)
+
+
+def qml():
+    """QML that parses."""
+    program = tool("qmllint")
+    if program:
+        yield from findings_of([program], of_kind(".qml"))
+
+
+def settings():
+    """Defaults that packages rely on."""
+    build = text_of(ROOT / "CMakeLists.txt")
+    wanted = r'set\(TRIVEX_TRANSLATIONS_DIR "/usr/share/translations" CACHE '
+    if not re.search(wanted, build):
+        yield "TRIVEX_TRANSLATIONS_DIR does not default to /usr/share/translations"
+    listed = text_of(ROOT / "packaging" / "debian-packages.txt").splitlines()
+    names = [line for line in listed if line and line[0] not in "#["]
+    for entry in names:
+        if not re.fullmatch(r"[a-z0-9][a-z0-9+.-]+", entry):
+            yield f"packaging/debian-packages.txt: {entry!r} is no package name"
+
+
+def symbols(library):
+    """The QML plugin shows Qt its two entry points and nothing else."""
+    program = tool("nm")
+    if not program:
+        return
+    listing = subprocess.run([program, "-D", "--defined-only", library], check=True,
+                             capture_output=True, text=True).stdout
+    found = {line.split()[-1].split("@")[0] for line in listing.splitlines()}
+    wanted = {"qt_plugin_instance", "qt_plugin_query_metadata"}
+    for symbol in sorted(found ^ wanted):
+        yield f"{library}: {'exported' if symbol in found else 'missing'}: {symbol}"
+
+
+CHECKS = [sizes, functions, licences, words, layers, format, scripts, qml, settings, symbols]
+
+
+def main():
+    checks = {check.__name__: check for check in CHECKS}
+    if len(sys.argv) < 2 or sys.argv[1] not in checks:
+        sys.exit(f"{__doc__}\nNames: {', '.join(checks)}")
+    wrong = list(checks[sys.argv[1]](*sys.argv[2:]))
+    for line in wrong:
+        print(line)
+    print(f"{sys.argv[1]}: {len(wrong)} finding(s)")
+    sys.exit(1 if wrong else 0)
+
+
+if __name__ == "__main__":
+    main()
