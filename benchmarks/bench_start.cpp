@@ -1,0 +1,148 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+//
+// From the start of the process to the first frame, and to the last row, with and without tokens.
+#include "benchmarks/measure.h"
+#include "tests/support/testtoken.h"
+
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QProcess>
+#include <QQmlEngine>
+#include <QQuickView>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <cstdio>
+
+using TrivexTest::TestToken;
+
+namespace {
+
+constexpr int rounds = 7;
+constexpr int settled = 400; // milliseconds without a change of the rows
+
+const char emptyWindow[] = "import QtQuick 2.15\nRectangle { width: 640; height: 480 }\n";
+const char listWindow[] = R"(
+import QtQuick 2.15
+import Trivex.Crypto 1.0
+ListView {
+    width: 640; height: 480
+    property int rows: count
+    model: KeyStoreModel
+    delegate: Text { text: model.name }
+}
+)";
+
+struct Times {
+    double firstFrame = 0;
+    double lastRow = 0;
+    int rows = 0;
+};
+
+//! Shows one window in this process and prints its times, from main() on.
+int show(const char *document, int argc, char **argv)
+{
+    QElapsedTimer timer;
+    timer.start();
+    QGuiApplication application(argc, argv);
+    QTemporaryDir directory;
+    QFile file(directory.filePath(QStringLiteral("window.qml")));
+    if (!file.open(QIODevice::WriteOnly) || file.write(document) < 0)
+        return 2;
+    file.close();
+
+    Times times;
+    QQuickView view;
+    QObject::connect(
+        &view, &QQuickWindow::frameSwapped, &view,
+        [&] {
+            if (times.firstFrame == 0)
+                times.firstFrame = double(timer.nsecsElapsed()) / 1e6;
+        },
+        Qt::DirectConnection);
+    view.setSource(QUrl::fromLocalFile(file.fileName()));
+    if (view.status() != QQuickView::Ready)
+        return 2;
+    view.show();
+    QTimer quiet;
+    quiet.setSingleShot(true);
+    quiet.setInterval(settled);
+    QObject::connect(&quiet, &QTimer::timeout, &application, &QCoreApplication::quit);
+    QTimer watch;
+    watch.setInterval(1);
+    QObject::connect(&watch, &QTimer::timeout, &view, [&] {
+        const int rows = view.rootObject()->property("rows").toInt();
+        if (rows != times.rows) {
+            times.rows = rows;
+            times.lastRow = double(timer.nsecsElapsed()) / 1e6;
+            quiet.start();
+        }
+    });
+    watch.start();
+    quiet.start();
+    QGuiApplication::exec();
+    std::printf("%f %f %d\n", times.firstFrame, times.lastRow, times.rows);
+    return times.firstFrame > 0 ? 0 : 2;
+}
+
+Times childTimes(const QString &mode)
+{
+    QVector<double> frames;
+    QVector<double> rows;
+    int count = 0;
+    for (int round = 0; round < rounds; ++round) {
+        QProcess child;
+        child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        child.start(QCoreApplication::applicationFilePath(), {mode});
+        child.waitForFinished(60000);
+        const QList<QByteArray> fields = child.readAllStandardOutput().trimmed().split(' ');
+        if (child.exitCode() != 0 || fields.size() != 3)
+            std::fprintf(stderr, "a window failed to open\n");
+        frames.append(fields.value(0).toDouble());
+        rows.append(fields.value(1).toDouble());
+        count = fields.value(2).toInt();
+    }
+    return {Measure::median(frames), Measure::median(rows), count};
+}
+
+void compare()
+{
+    Measure::Table table(QStringLiteral("From main() to the first frame"),
+                         QStringLiteral("an empty Qt Quick window in the same run"));
+    qputenv("TRIVEX_PKCS11_MODULES", "/nonexistent/module.so");
+    const Times empty = childTimes(QStringLiteral("--empty"));
+    const Times none = childTimes(QStringLiteral("--list"));
+    const TestToken token(QStringLiteral("Start"));
+    if (!token.isValid()) {
+        std::fprintf(stderr, "SKIP %s\n", qPrintable(token.problem()));
+        return;
+    }
+    token.generateKeyPair(QStringLiteral("rsa:2048"), QStringLiteral("01"), QStringLiteral("k"));
+    token.useInThisProcess();
+    const Times one = childTimes(QStringLiteral("--list"));
+    table.add(QStringLiteral("first frame, no token"), 0, none.firstFrame, empty.firstFrame);
+    table.add(QStringLiteral("first frame, one token"), 0, one.firstFrame, empty.firstFrame);
+    table.add(QStringLiteral("last row, no token"), 0, none.lastRow, empty.firstFrame);
+    table.add(QStringLiteral("last row, one token"), 0, one.lastRow, empty.firstFrame);
+    table.note(QStringLiteral("%1 rows without and %2 rows with the token: the system's list, "
+                              "which is read anew at each start.")
+                   .arg(none.rows)
+                   .arg(one.rows));
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QByteArray mode = argc > 1 ? argv[1] : "";
+    if (mode == "--empty")
+        return show(emptyWindow, argc, argv);
+    if (mode == "--list")
+        return show(listWindow, argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QUICK_BACKEND", "software");
+    const QGuiApplication application(argc, argv);
+    compare();
+    return 0;
+}
