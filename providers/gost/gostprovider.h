@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QtCrypto>
+
+namespace Trivex {
+
+/// "qca-norvel-gost": elliptic-curve keys on PKCS#11 tokens.
+class GostProvider : public QCA::Provider {
+public:
+    int qcaVersion() const override;
+    QString name() const override;
+    QStringList features() const override;
+    Context *createContext(const QString &type) override;
+};
+
+} // namespace Trivex

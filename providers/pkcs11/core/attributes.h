@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "providers/pkcs11/core/session.h"
+
+#include <QByteArray>
+
+#include <deque>
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+namespace Trivex::Pkcs11 {
+
+/// A template that owns the bytes of its attributes and wipes them at the end, because keys go
+/// through it. The bytes are elements of a deque, which stay put while it grows, so the pointers
+/// in the attributes stay valid.
+class Template {
+public:
+    Template() = default;
+    ~Template();
+    Template(const Template &) = delete;
+    Template &operator=(const Template &) = delete;
+
+    Template &add(CK_ATTRIBUTE_TYPE type, const QByteArray &value);
+    Template &add(CK_ATTRIBUTE_TYPE type, const void *data, size_t size);
+    Template &addNumber(CK_ATTRIBUTE_TYPE type, CK_ULONG value);
+    Template &addFlag(CK_ATTRIBUTE_TYPE type, bool value);
+
+    CK_ATTRIBUTE *data() { return m_attributes.data(); }
+    CK_ULONG size() const { return CK_ULONG(m_attributes.size()); }
+
+private:
+    std::deque<std::string> m_values;
+    std::vector<CK_ATTRIBUTE> m_attributes;
+};
+
+/// Reads the same attributes of many objects, each object in one call as long as the values fit
+/// into the buffers, which are kept and grow.
+class AttributeReader {
+public:
+    struct Wanted {
+        CK_ATTRIBUTE_TYPE type;
+        size_t expectedSize;
+    };
+
+    explicit AttributeReader(std::initializer_list<Wanted> wanted);
+
+    /// Throws `Error`; an attribute that the object does not have or show is no error.
+    void read(const Session &session, CK_OBJECT_HANDLE object);
+
+    /// The value of the attribute at `position` in the list; empty when the object has none.
+    QByteArray value(size_t position) const;
+    /// The value as a number or flag; `missing` when the object has none.
+    CK_ULONG number(size_t position, CK_ULONG missing) const;
+    bool flag(size_t position, bool missing) const;
+
+private:
+    void readOne(const Session &session, CK_OBJECT_HANDLE object, size_t position);
+    void prepare();
+
+    std::vector<std::string> m_buffers;
+    std::vector<CK_ATTRIBUTE> m_attributes;
+};
+
+} // namespace Trivex::Pkcs11

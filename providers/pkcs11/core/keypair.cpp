@@ -1,0 +1,165 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/core/keypair.h"
+
+#include "providers/pkcs11/core/objectsearch.h"
+#include "providers/pkcs11/core/tokenreader.h"
+
+#include <openssl/rand.h>
+
+namespace Trivex {
+
+using Pkcs11::check;
+using Pkcs11::Error;
+using Pkcs11::Session;
+using Pkcs11::Template;
+
+namespace {
+
+CK_MECHANISM_TYPE mechanismOf(const GenerationRequest &request)
+{
+    return request.type == CKK_RSA ? CKM_RSA_PKCS_KEY_PAIR_GEN : CKM_EC_KEY_PAIR_GEN;
+}
+
+QByteArray bigEndian(int number)
+{
+    QByteArray bytes;
+    for (auto left = quint32(number); left; left >>= 8)
+        bytes.prepend(char(left & 0xff));
+    return bytes;
+}
+
+void checkRequest(const TokenConnection &connection, const GenerationRequest &request)
+{
+    const bool isMeaningful = request.type == CKK_RSA ? request.bits > 0 && request.exponent > 1
+                                                      : !request.curve.isEmpty();
+    if (!isMeaningful || !connection.supports(mechanismOf(request)))
+        throw Error(TokenError::NotSupported);
+}
+
+void addPublicPart(const GenerationRequest &request, Template *wanted)
+{
+    wanted->addFlag(CKA_TOKEN, true).addFlag(CKA_PRIVATE, false).addFlag(CKA_VERIFY, true);
+    if (request.type == CKK_RSA) {
+        wanted->addFlag(CKA_ENCRYPT, true)
+            .addNumber(CKA_MODULUS_BITS, CK_ULONG(request.bits))
+            .add(CKA_PUBLIC_EXPONENT, bigEndian(request.exponent));
+    } else {
+        wanted->add(CKA_EC_PARAMS, request.curve);
+    }
+}
+
+void addPrivatePart(const GenerationRequest &request, Template *wanted)
+{
+    wanted->addFlag(CKA_TOKEN, true)
+        .addFlag(CKA_PRIVATE, true)
+        .addFlag(CKA_SENSITIVE, true)
+        .addFlag(CKA_EXTRACTABLE, false)
+        .addFlag(CKA_SIGN, true);
+    if (request.type == CKK_RSA)
+        wanted->addFlag(CKA_DECRYPT, true);
+}
+
+void addNames(const QByteArray &id, const QString &label, Template *wanted)
+{
+    wanted->add(CKA_ID, id);
+    if (!label.isEmpty())
+        wanted->add(CKA_LABEL, label.toUtf8());
+}
+
+/// Marks the pair until its own id is known, so that its halves are found if a call fails that
+/// has made one of them.
+QByteArray provisionalId()
+{
+    QByteArray id(20, '\0');
+    if (RAND_bytes(reinterpret_cast<unsigned char *>(id.data()), id.size()) != 1)
+        throw Error(TokenError::DeviceFailure);
+    return id;
+}
+
+void removeWithIds(TokenConnection &connection, const std::vector<QByteArray> &ids) noexcept
+{
+    try {
+        const Session session = connection.open(Session::ReadWrite);
+        for (const QByteArray &id : ids) {
+            Template wanted;
+            wanted.add(CKA_ID, id);
+            for (const CK_OBJECT_HANDLE object : Pkcs11::findObjects(session, wanted))
+                session.module()->C_DestroyObject(session.handle(), object);
+        }
+    } catch (const Error &) {
+        // The token is gone; what it kept is a key without a certificate, which shows nowhere.
+    }
+}
+
+bool setId(const Session &session, CK_OBJECT_HANDLE object, const QByteArray &id)
+{
+    Template change;
+    change.add(CKA_ID, id);
+    return session.module()->C_SetAttributeValue(session.handle(), object, change.data(), 1)
+        == CKR_OK;
+}
+
+/// Both halves, or neither: they find each other by their id.
+void setIds(const Session &session, CK_OBJECT_HANDLE publicObject, CK_OBJECT_HANDLE privateObject,
+            const QByteArray &id, const QByteArray &previous)
+{
+    if (setId(session, publicObject, id) && !setId(session, privateObject, id))
+        setId(session, publicObject, previous);
+}
+
+TokenKeyPtr make(TokenConnection &connection, const GenerationRequest &request,
+                 const QString &label, std::vector<QByteArray> *ids)
+{
+    const QByteArray id = ids->front();
+    const Session session = connection.open(Session::ReadWrite);
+    Template publicPart;
+    addPublicPart(request, &publicPart);
+    addNames(id, label, &publicPart);
+    Template privatePart;
+    addPrivatePart(request, &privatePart);
+    addNames(id, label, &privatePart);
+    CK_MECHANISM mechanism = {mechanismOf(request), nullptr, 0};
+    CK_OBJECT_HANDLE publicObject = CK_INVALID_HANDLE;
+    CK_OBJECT_HANDLE privateObject = CK_INVALID_HANDLE;
+    check(session.module()->C_GenerateKeyPair(session.handle(), &mechanism, publicPart.data(),
+                                              publicPart.size(), privatePart.data(),
+                                              privatePart.size(), &publicObject, &privateObject),
+          "C_GenerateKeyPair");
+    connection.checkCancelled();
+    const QByteArray publicInfo = publicInfoOf(session, publicObject, request.type);
+    if (publicInfo.isEmpty())
+        throw Error(TokenError::DeviceFailure);
+    ids->push_back(idForPublicKey(publicInfo));
+    setIds(session, publicObject, privateObject, ids->back(), id);
+    connection.readKeysAgain();
+    const TokenKeyPtr made = connection.contents()->keyFor(publicInfo);
+    if (!made || made->privateObject == CK_INVALID_HANDLE)
+        throw Error(TokenError::NotFound);
+    return made;
+}
+
+} // namespace
+
+TokenKeyPtr generateKeyPair(TokenConnection &connection, Operation &operation,
+                            const GenerationRequest &request)
+{
+    checkRequest(connection, request);
+    connection.login(operation);
+    std::vector<QByteArray> ids = {provisionalId()};
+    try {
+        return make(connection, request, operation.objectId(), &ids);
+    } catch (const Error &error) {
+        connection.noteError(error);
+        removeWithIds(connection, ids);
+        throw;
+    }
+}
+
+void removeKeyPair(TokenConnection &connection, const QByteArray &publicInfo)
+{
+    removeWithIds(connection, {idForPublicKey(publicInfo)});
+    connection.readKeysAgain();
+}
+
+} // namespace Trivex

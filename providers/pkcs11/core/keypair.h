@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "providers/pkcs11/core/generation.h"
+#include "providers/pkcs11/core/tokenconnection.h"
+
+namespace Trivex {
+
+/// Makes a key pair: private key sensitive and not extractable, CKA_ID as `idForPublicKey` gives
+/// it, where the token allows that to be set. On failure nothing of it stays.
+/// Throws `Pkcs11::Error`.
+TokenKeyPtr generateKeyPair(TokenConnection &connection, Operation &operation,
+                            const GenerationRequest &request);
+
+/// Removes a pair that `generateKeyPair` has just made. Throws `Pkcs11::Error`.
+void removeKeyPair(TokenConnection &connection, const QByteArray &publicInfo);
+
+} // namespace Trivex

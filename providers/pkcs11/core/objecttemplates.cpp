@@ -1,0 +1,166 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/core/objecttemplates.h"
+
+#include "providers/pkcs11/core/error.h"
+#include "qca/adapter/keys.h"
+
+#include <openssl/core_names.h>
+#include <openssl/err.h>
+
+namespace Trivex {
+
+using Pkcs11::Error;
+using Pkcs11::Template;
+
+namespace {
+
+struct Number {
+    CK_ATTRIBUTE_TYPE attribute;
+    const char *parameter;
+};
+
+constexpr Number RsaPublicNumbers[] = {
+    {CKA_MODULUS, OSSL_PKEY_PARAM_RSA_N},
+    {CKA_PUBLIC_EXPONENT, OSSL_PKEY_PARAM_RSA_E},
+};
+
+constexpr Number RsaPrivateNumbers[] = {
+    {CKA_PRIVATE_EXPONENT, OSSL_PKEY_PARAM_RSA_D},
+    {CKA_PRIME_1, OSSL_PKEY_PARAM_RSA_FACTOR1},
+    {CKA_PRIME_2, OSSL_PKEY_PARAM_RSA_FACTOR2},
+    {CKA_EXPONENT_1, OSSL_PKEY_PARAM_RSA_EXPONENT1},
+    {CKA_EXPONENT_2, OSSL_PKEY_PARAM_RSA_EXPONENT2},
+    {CKA_COEFFICIENT, OSSL_PKEY_PARAM_RSA_COEFFICIENT1},
+};
+
+/// Big-endian, wiped with the owner; padded to `size` where that is more.
+class NumberBytes {
+public:
+    NumberBytes(const EVP_PKEY *key, const char *parameter, size_t size = 0)
+    {
+        BIGNUM *number = nullptr;
+        if (EVP_PKEY_get_bn_param(key, parameter, &number) != 1)
+            throw Error(TokenError::NotSupported);
+        const Handle<BIGNUM, BN_clear_free> owner(number);
+        m_bytes = QCA::SecureArray(int(std::max(size, size_t(BN_num_bytes(number)))));
+        BN_bn2binpad(number, reinterpret_cast<unsigned char *>(m_bytes.data()), m_bytes.size());
+    }
+
+    const void *data() const { return m_bytes.constData(); }
+    size_t size() const { return size_t(m_bytes.size()); }
+
+private:
+    QCA::SecureArray m_bytes;
+};
+
+template <size_t count>
+void addNumbers(const EVP_PKEY *key, const Number (&numbers)[count], Template *object)
+{
+    for (const Number &number : numbers) {
+        const NumberBytes bytes(key, number.parameter);
+        object->add(number.attribute, bytes.data(), bytes.size());
+    }
+}
+
+/// The curve's parameters in the algorithm of a SubjectPublicKeyInfo, behind the algorithm's OID.
+QByteArray curveParameters(const QByteArray &publicInfo)
+{
+    const QByteArray algorithm = derContent(derContent(publicInfo, 0x30), 0x30);
+    const QByteArray oid = derContent(algorithm, 0x06);
+    return algorithm.mid(derValue(0x06, oid).size());
+}
+
+void addNames(const QByteArray &id, const QString &label, Template *object)
+{
+    object->add(CKA_ID, id);
+    if (!label.isEmpty())
+        object->add(CKA_LABEL, label.toUtf8());
+}
+
+void checkKind(const KeyMaterial &key)
+{
+    if (!key.native() || (key.keyType() != RsaKey && key.keyType() != EllipticCurveKey))
+        throw Error(TokenError::NotSupported);
+}
+
+} // namespace
+
+void fillCertificate(const TokenCertificate &certificate, Template *object)
+{
+    const QByteArray &der = certificate.der;
+    object->addNumber(CKA_CLASS, CKO_CERTIFICATE)
+        .addNumber(CKA_CERTIFICATE_TYPE, CKC_X_509)
+        .addFlag(CKA_TOKEN, true)
+        .addFlag(CKA_PRIVATE, false)
+        .add(CKA_SUBJECT, certificate.parts.subject.in(der))
+        .add(CKA_ISSUER, certificate.parts.issuer.in(der))
+        .add(CKA_SERIAL_NUMBER, certificate.parts.serial.in(der))
+        .add(CKA_VALUE, der);
+    addNames(certificate.id, certificate.label, object);
+}
+
+void fillPublicKey(const KeyMaterial &key, const QByteArray &id, const QString &label,
+                   Template *object)
+{
+    checkKind(key);
+    object->addNumber(CKA_CLASS, CKO_PUBLIC_KEY)
+        .addFlag(CKA_TOKEN, true)
+        .addFlag(CKA_PRIVATE, false)
+        .addFlag(CKA_VERIFY, true);
+    if (key.keyType() == RsaKey) {
+        object->addNumber(CKA_KEY_TYPE, CKK_RSA).addFlag(CKA_ENCRYPT, true);
+        addNumbers(key.native(), RsaPublicNumbers, object);
+    } else {
+        object->addNumber(CKA_KEY_TYPE, CKK_EC)
+            .add(CKA_EC_PARAMS, curveParameters(key.publicInfo()))
+            .add(CKA_EC_POINT, derValue(0x04, publicKeyBits(key.publicInfo())));
+    }
+    addNames(id, label, object);
+}
+
+void fillPrivateKey(const KeyMaterial &key, const QByteArray &subject, const QByteArray &id,
+                    const QString &label, Template *object)
+{
+    checkKind(key);
+    object->addNumber(CKA_CLASS, CKO_PRIVATE_KEY)
+        .addFlag(CKA_TOKEN, true)
+        .addFlag(CKA_PRIVATE, true)
+        .addFlag(CKA_SENSITIVE, true)
+        .addFlag(CKA_EXTRACTABLE, false)
+        .addFlag(CKA_SIGN, true);
+    if (!subject.isEmpty())
+        object->add(CKA_SUBJECT, subject);
+    if (key.keyType() == RsaKey) {
+        object->addNumber(CKA_KEY_TYPE, CKK_RSA).addFlag(CKA_DECRYPT, true);
+        addNumbers(key.native(), RsaPublicNumbers, object);
+        addNumbers(key.native(), RsaPrivateNumbers, object);
+    } else {
+        const NumberBytes value(key.native(), OSSL_PKEY_PARAM_PRIV_KEY, size_t(key.bits() + 7) / 8);
+        object->addNumber(CKA_KEY_TYPE, CKK_EC)
+            .add(CKA_EC_PARAMS, curveParameters(key.publicInfo()))
+            .add(CKA_VALUE, value.data(), value.size());
+    }
+    addNames(id, label, object);
+}
+
+QString commonNameOf(const TokenCertificate &certificate)
+{
+    const QByteArray der = certificate.parts.subject.in(certificate.der);
+    const auto *data = reinterpret_cast<const unsigned char *>(der.constData());
+    const NameHandle name(d2i_X509_NAME(nullptr, &data, der.size()));
+    QString text;
+    int at = -1;
+    while (name && (at = X509_NAME_get_index_by_NID(name.get(), NID_commonName, at)) >= 0) {
+        unsigned char *utf8 = nullptr;
+        const int size = ASN1_STRING_to_UTF8(
+            &utf8, X509_NAME_ENTRY_get_data(X509_NAME_get_entry(name.get(), at)));
+        if (size > 0)
+            text = QString::fromUtf8(reinterpret_cast<const char *>(utf8), size);
+        OPENSSL_free(utf8);
+    }
+    ERR_clear_error();
+    return text;
+}
+
+} // namespace Trivex

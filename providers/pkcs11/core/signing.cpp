@@ -1,0 +1,162 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/core/signing.h"
+
+#include "providers/pkcs11/core/attributes.h"
+#include "providers/pkcs11/core/tokenservice.h"
+#include "qca/engine/x509/handles.h"
+
+namespace Trivex {
+
+using Pkcs11::check;
+using Pkcs11::Error;
+using Pkcs11::Session;
+
+namespace {
+
+/// Room for the signature or the plain text of an RSA key of 16,384 bits.
+constexpr CK_ULONG ResultRoom = 2048;
+
+struct SignatureMechanism {
+    CK_KEY_TYPE keyType;
+    CK_MECHANISM_TYPE mechanism;
+};
+
+constexpr SignatureMechanism Mechanisms[] = {
+    {CKK_RSA, CKM_RSA_PKCS},
+    {CKK_EC, CKM_ECDSA},
+    {CKK_EC_EDWARDS, CKM_EDDSA},
+};
+
+CK_MECHANISM mechanismFor(CK_KEY_TYPE type)
+{
+    for (const SignatureMechanism &one : Mechanisms) {
+        if (one.keyType == type)
+            return {one.mechanism, nullptr, 0};
+    }
+    throw Error(TokenError::NotSupported);
+}
+
+/// The key's object, which shows itself after the login only.
+CK_OBJECT_HANDLE privateObject(TokenConnection &connection, const TokenKey &wanted)
+{
+    const TokenKeyPtr found = connection.contents()->keyFor(wanted.publicInfo);
+    if (!found || found->privateObject == CK_INVALID_HANDLE)
+        throw Error(TokenError::NotFound);
+    return found->privateObject;
+}
+
+bool asksAtEachUse(const Session &session, CK_OBJECT_HANDLE key)
+{
+    Pkcs11::AttributeReader reader({{CKA_ALWAYS_AUTHENTICATE, sizeof(CK_BBOOL)}});
+    reader.read(session, key);
+    return reader.flag(0, false);
+}
+
+using Initialize = CK_RV (*)(CK_SESSION_HANDLE, CK_MECHANISM *, CK_OBJECT_HANDLE);
+using Finish = CK_RV (*)(CK_SESSION_HANDLE, CK_BYTE *, CK_ULONG, CK_BYTE *, CK_ULONG *);
+
+/// The two calls of an operation with a private key, and how they are called in a report.
+struct Calls {
+    Initialize initialize;
+    const char *initializeName;
+    Finish finish;
+    const char *finishName;
+};
+
+QCA::SecureArray useKey(TokenConnection &connection, Operation &operation, const TokenKey &key,
+                        const Calls &calls, QByteArray input)
+{
+    CK_MECHANISM mechanism = mechanismFor(key.type);
+    connection.login(operation);
+    // A session of its own: one that fails half way is left with an operation that never ends.
+    const Session session = connection.open(Session::ReadOnly);
+    CK_OBJECT_HANDLE object = privateObject(connection, key);
+    CK_RV result = calls.initialize(session.handle(), &mechanism, object);
+    if (result == CKR_KEY_HANDLE_INVALID || result == CKR_OBJECT_HANDLE_INVALID) {
+        // Another program has rewritten it.
+        connection.readKeysAgain();
+        object = privateObject(connection, key);
+        result = calls.initialize(session.handle(), &mechanism, object);
+    }
+    check(result, calls.initializeName);
+    if (asksAtEachUse(session, object))
+        connection.loginForUse(session, operation);
+    connection.checkCancelled();
+    QCA::SecureArray output{int(ResultRoom)};
+    CK_ULONG size = ResultRoom;
+    check(calls.finish(session.handle(), reinterpret_cast<CK_BYTE *>(input.data()),
+                       CK_ULONG(input.size()), reinterpret_cast<CK_BYTE *>(output.data()), &size),
+          calls.finishName);
+    output.resize(int(size));
+    return output;
+}
+
+bool perform(Purpose purpose, const TokenKeyReference &reference, Token::Work work)
+{
+    const TokenPtr token = TokenService::instance().token(reference.storeId);
+    if (!token) {
+        TokenError error;
+        error.kind = TokenError::TokenRemoved;
+        error.keyStoreId = reference.storeId;
+        error.purpose = purpose;
+        publishTokenError(error);
+        return false;
+    }
+    const TokenError error = token->run(Operation(purpose, reference.storeId), std::move(work));
+    return error.kind == TokenError::NoError;
+}
+
+} // namespace
+
+bool signOnToken(const TokenKeyReference &reference, const QByteArray &block, QByteArray *signature)
+{
+    const auto result = std::make_shared<QByteArray>();
+    const auto work = [result, block, key = reference.key](TokenConnection &connection,
+                                                           Operation &operation) {
+        const Pkcs11::Module &module = connection.module();
+        const Calls calls = {module->C_SignInit, "C_SignInit", module->C_Sign, "C_Sign"};
+        *result = useKey(connection, operation, *key, calls, block).toByteArray();
+        if (key->type == CKK_EC)
+            *result = ecdsaSignature(*result);
+    };
+    if (!perform(Purpose::Sign, reference, work) || result->isEmpty())
+        return false;
+    *signature = *result;
+    return true;
+}
+
+bool decryptOnToken(const TokenKeyReference &reference, const QByteArray &data,
+                    QCA::SecureArray *plain)
+{
+    const auto result = std::make_shared<QCA::SecureArray>();
+    const auto work = [result, data, key = reference.key](TokenConnection &connection,
+                                                          Operation &operation) {
+        const Pkcs11::Module &module = connection.module();
+        const Calls calls = {module->C_DecryptInit, "C_DecryptInit", module->C_Decrypt,
+                             "C_Decrypt"};
+        *result = useKey(connection, operation, *key, calls, data);
+    };
+    if (!perform(Purpose::Decrypt, reference, work))
+        return false;
+    *plain = *result;
+    return true;
+}
+
+QByteArray ecdsaSignature(const QByteArray &sideBySide)
+{
+    const int half = sideBySide.size() / 2;
+    if (half == 0 || sideBySide.size() % 2)
+        return {};
+    const auto *bytes = reinterpret_cast<const unsigned char *>(sideBySide.constData());
+    const EcdsaSignatureHandle signature(ECDSA_SIG_new());
+    BIGNUM *r = BN_bin2bn(bytes, half, nullptr);
+    BIGNUM *s = BN_bin2bn(bytes + half, half, nullptr);
+    ECDSA_SIG_set0(signature.get(), r, s);
+    QByteArray der(i2d_ECDSA_SIG(signature.get(), nullptr), '\0');
+    auto *out = reinterpret_cast<unsigned char *>(der.data());
+    i2d_ECDSA_SIG(signature.get(), &out);
+    return der;
+}
+
+} // namespace Trivex

@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "providers/pkcs11/core/tokencontents.h"
+
+#include <QtCrypto>
+
+namespace Trivex {
+
+/// A private key on a token, wherever that is plugged in.
+struct TokenKeyReference {
+    QString storeId; ///< empty: no key
+    TokenKeyPtr key;
+};
+
+/// Signs `block` with a key on a token: RSA pads it by PKCS#1 v1.5 (CKM_RSA_PKCS), elliptic curves
+/// take it as the digest and give DER ECDSA-Sig-Value, Edwards curves take it as the message.
+/// Waits for the token, and for the PIN where it asks for one; on the GUI thread in a nested event
+/// loop. False when the token is gone, or refuses, or nobody gives the PIN; the reason is
+/// published.
+bool signOnToken(const TokenKeyReference &reference, const QByteArray &block,
+                 QByteArray *signature);
+
+/// Decrypts by PKCS#1 v1.5; as above.
+bool decryptOnToken(const TokenKeyReference &reference, const QByteArray &data,
+                    QCA::SecureArray *plain);
+
+/// DER ECDSA-Sig-Value (RFC 3279, 2.2.3) of r and s side by side; empty when they are none.
+QByteArray ecdsaSignature(const QByteArray &sideBySide);
+
+} // namespace Trivex

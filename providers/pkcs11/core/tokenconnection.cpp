@@ -1,0 +1,188 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/core/tokenconnection.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace Trivex {
+
+using Pkcs11::check;
+using Pkcs11::Error;
+using Pkcs11::Session;
+
+namespace {
+
+PinState pinStateOf(CK_FLAGS flags)
+{
+    if (flags & CKF_USER_PIN_LOCKED)
+        return PinState::Locked;
+    if (flags & CKF_USER_PIN_FINAL_TRY)
+        return PinState::FinalTry;
+    return flags & CKF_USER_PIN_COUNT_LOW ? PinState::CountLow : PinState::Normal;
+}
+
+CK_RV callLogin(const Session &session, CK_USER_TYPE user, QCA::SecureArray pin)
+{
+    const CK_SESSION_HANDLE handle = session.handle();
+    // Without a PIN the token asks for it on its own keys.
+    if (pin.isEmpty())
+        return session.module()->C_Login(handle, user, nullptr, 0);
+    return session.module()->C_Login(handle, user, reinterpret_cast<CK_UTF8CHAR *>(pin.data()),
+                                     CK_ULONG(pin.size()));
+}
+
+} // namespace
+
+TokenFlags flagsOf(const CK_TOKEN_INFO &info)
+{
+    TokenFlags flags;
+    flags.needsLogin = info.flags & CKF_LOGIN_REQUIRED;
+    flags.hasPinPad = info.flags & CKF_PROTECTED_AUTHENTICATION_PATH;
+    flags.readOnly = info.flags & CKF_WRITE_PROTECTED;
+    flags.pinState = pinStateOf(info.flags);
+    return flags;
+}
+
+TokenConnection::TokenConnection(Pkcs11::ModulePtr module, CK_SLOT_ID slot, TokenIdentity identity,
+                                 QCA::KeyStoreInfo store, CertificateChoice choice)
+    : m_module(std::move(module))
+    , m_slot(slot)
+    , m_identity(std::move(identity))
+    , m_store(std::move(store))
+    , m_choice(choice)
+    , m_contents(std::make_shared<TokenContents>())
+{
+}
+
+const Session &TokenConnection::session()
+{
+    if (m_anchor) {
+        try {
+            m_anchor->state();
+        } catch (const Error &error) {
+            if (!Pkcs11::endsSession(error.returnValue()))
+                throw;
+            m_anchor.reset();
+        }
+    }
+    if (!m_anchor)
+        m_anchor.emplace(m_module, m_slot, Session::ReadOnly);
+    return *m_anchor;
+}
+
+Session TokenConnection::open(Session::Mode mode)
+{
+    session();
+    return Session(m_module, m_slot, mode);
+}
+
+TokenFlags TokenConnection::flags() const
+{
+    CK_TOKEN_INFO info = {};
+    check((*m_module)->C_GetTokenInfo(m_slot, &info), "C_GetTokenInfo");
+    return flagsOf(info);
+}
+
+bool TokenConnection::supports(CK_MECHANISM_TYPE mechanism) const
+{
+    CK_MECHANISM_INFO info = {};
+    return (*m_module)->C_GetMechanismInfo(m_slot, mechanism, &info) == CKR_OK;
+}
+
+void TokenConnection::login(Operation &operation, const QCA::KeyStoreEntry &entry)
+{
+    if (session().isLoggedIn() || !flags().needsLogin)
+        return;
+    authenticate(*m_anchor, CKU_USER, operation, entry);
+    // Private keys show themselves only now.
+    readKeysAgain();
+}
+
+void TokenConnection::loginForUse(const Session &session, Operation &operation,
+                                  const QCA::KeyStoreEntry &entry)
+{
+    authenticate(session, CKU_CONTEXT_SPECIFIC, operation, entry);
+}
+
+void TokenConnection::authenticate(const Session &session, CK_USER_TYPE user, Operation &operation,
+                                   const QCA::KeyStoreEntry &entry)
+{
+    // Read just before each attempt: another program may have used up tries meanwhile.
+    const TokenFlags current = flags();
+    if (current.pinState == PinState::Locked)
+        throw Error(CKR_PIN_LOCKED, "C_GetTokenInfo");
+    QCA::SecureArray pin;
+    if (!current.hasPinPad) {
+        QuestionInfo question;
+        question.keyStoreId = m_identity.storeId;
+        question.tokenName = m_store.name();
+        question.pinState = current.pinState;
+        const Operation::Pin answer = operation.pin(question, m_store, entry);
+        checkCancelled();
+        if (answer.value.isEmpty())
+            throw Error(TokenError::PinMissing);
+        // The tries may have run out while somebody was typing.
+        if (!answer.typed && flags().pinState >= PinState::FinalTry)
+            throw Error(TokenError::PinMissing);
+        pin = answer.value;
+    }
+    const CK_RV result = callLogin(session, user, pin);
+    if (result != CKR_USER_ALREADY_LOGGED_IN)
+        check(result, "C_Login");
+}
+
+void TokenConnection::logout()
+{
+    if (m_anchor)
+        (*m_module)->C_Logout(m_anchor->handle());
+}
+
+void TokenConnection::read()
+{
+    m_objects.certificates = readCertificates(session(), m_choice);
+    readKeysAgain();
+}
+
+void TokenConnection::readKeysAgain()
+{
+    if (m_choice == CertificateChoice::All) {
+        const Session &current = session();
+        readKeys(current, &m_objects);
+        m_objects.privateKeysHidden = flags().needsLogin && !current.isLoggedIn();
+    }
+    assemble();
+}
+
+void TokenConnection::noteWritten(const TokenCertificate &certificate)
+{
+    m_objects.certificates.push_back(certificate);
+    assemble();
+}
+
+void TokenConnection::noteRemoved(const QByteArray &der)
+{
+    auto &all = m_objects.certificates;
+    const auto isGone = [&](const TokenCertificate &one) { return one.der == der; };
+    all.erase(std::remove_if(all.begin(), all.end(), isGone), all.end());
+    assemble();
+}
+
+void TokenConnection::assemble()
+{
+    m_contents = assembleContents(m_objects, m_identity.storeId);
+}
+
+void TokenConnection::noteError(const Error &error) noexcept
+{
+    if (Pkcs11::endsSession(error.returnValue()))
+        m_anchor.reset();
+}
+
+void TokenConnection::checkCancelled() const
+{
+    if (m_cancelled)
+        throw Error(TokenError::Cancelled);
+}
+
+} // namespace Trivex

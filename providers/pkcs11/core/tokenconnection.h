@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "providers/pkcs11/core/error.h"
+#include "providers/pkcs11/core/session.h"
+#include "providers/pkcs11/core/tokencontents.h"
+#include "providers/pkcs11/core/tokenidentity.h"
+#include "providers/pkcs11/core/tokenreader.h"
+#include "qca/engine/operation.h"
+
+#include <atomic>
+#include <optional>
+
+namespace Trivex {
+
+/// What the token says of its PIN and of itself, from its flags (PKCS#11 2.40, 3.2).
+struct TokenFlags {
+    bool needsLogin = false;
+    bool hasPinPad = false;
+    bool readOnly = false;
+    PinState pinState = PinState::Normal;
+};
+
+TokenFlags flagsOf(const CK_TOKEN_INFO &info);
+
+/// The session with one token, used on that token's thread alone. One session is kept open as the
+/// anchor of the login, which lasts as long as it (PKCS#11 2.40, 5.6). Everything throws
+/// `Pkcs11::Error` on failure.
+class TokenConnection {
+public:
+    TokenConnection(Pkcs11::ModulePtr module, CK_SLOT_ID slot, TokenIdentity identity,
+                    QCA::KeyStoreInfo store, CertificateChoice choice);
+
+    const TokenIdentity &identity() const { return m_identity; }
+    const QCA::KeyStoreInfo &store() const { return m_store; }
+    const Pkcs11::Module &module() const { return *m_module; }
+
+    /// The anchor session; opened anew when it has died.
+    const Pkcs11::Session &session();
+    /// Another session, which shares the login of the anchor: for what writes, and for what could
+    /// leave a session with an unfinished operation.
+    Pkcs11::Session open(Pkcs11::Session::Mode mode);
+
+    TokenFlags flags() const;
+    bool supports(CK_MECHANISM_TYPE mechanism) const;
+
+    /// Logs in unless that is done already or not needed, asking through `operation` once.
+    void login(Operation &operation, const QCA::KeyStoreEntry &entry = QCA::KeyStoreEntry());
+    /// The login that a key with CKA_ALWAYS_AUTHENTICATE wants between C_SignInit and C_Sign.
+    void loginForUse(const Pkcs11::Session &session, Operation &operation,
+                     const QCA::KeyStoreEntry &entry = QCA::KeyStoreEntry());
+    void logout();
+
+    /// Reads the token anew.
+    void read();
+    /// Reads its keys anew, which change with the login.
+    void readKeysAgain();
+    /// What was written or removed is noted, not read again.
+    void noteWritten(const TokenCertificate &certificate);
+    void noteRemoved(const QByteArray &der);
+    const TokenContentsPtr &contents() const { return m_contents; }
+
+    /// Called after every error: closes the anchor when the error has ended it.
+    void noteError(const Pkcs11::Error &error) noexcept;
+
+    /// Another thread wants the operation to end.
+    void requestCancel() { m_cancelled = true; }
+    void clearCancel() { m_cancelled = false; }
+    /// Throws when that is so.
+    void checkCancelled() const;
+
+private:
+    void assemble();
+    void authenticate(const Pkcs11::Session &session, CK_USER_TYPE user, Operation &operation,
+                      const QCA::KeyStoreEntry &entry);
+
+    Pkcs11::ModulePtr m_module;
+    CK_SLOT_ID m_slot;
+    TokenIdentity m_identity;
+    QCA::KeyStoreInfo m_store;
+    CertificateChoice m_choice;
+    std::optional<Pkcs11::Session> m_anchor;
+    TokenObjects m_objects;
+    TokenContentsPtr m_contents;
+    std::atomic<bool> m_cancelled = false;
+};
+
+} // namespace Trivex

@@ -1,0 +1,242 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/core/tokencontents.h"
+
+#include <QCryptographicHash>
+#include <QHash>
+
+#include <algorithm>
+
+namespace Trivex {
+
+namespace {
+
+QByteArray sha1(const QByteArray &data)
+{
+    return QCryptographicHash::hash(data, QCryptographicHash::Sha1);
+}
+
+/// The key pairs of a token, found by public half or by id.
+class KeyIndex {
+public:
+    explicit KeyIndex(const TokenObjects &objects)
+    {
+        for (const TokenKey &key : objects.privateKeys)
+            add(key);
+        for (const TokenKey &key : objects.publicKeys)
+            addPublic(key, objects.privateKeysHidden);
+    }
+
+    /// The key of a certificate: by its public half; where that is not known, by id alone.
+    std::shared_ptr<TokenKey> keyFor(const TokenCertificate &certificate) const
+    {
+        const QByteArray wanted = certificate.parts.publicInfo.in(certificate.der);
+        if (const auto found = m_byPublicInfo.value(wanted))
+            return found;
+        if (const auto found = withUnknownPublicHalf(certificate.id))
+            return found;
+        return m_byId.isEmpty() ? nullptr : withUnknownPublicHalf(idForPublicKey(wanted));
+    }
+
+    const std::vector<std::shared_ptr<TokenKey>> &keys() const { return m_keys; }
+
+private:
+    void add(const TokenKey &key)
+    {
+        const auto added = std::make_shared<TokenKey>(key);
+        m_keys.push_back(added);
+        m_byId.insert(key.id, added);
+        if (!key.publicInfo.isEmpty())
+            m_byPublicInfo.insert(key.publicInfo, added);
+    }
+
+    void addPublic(const TokenKey &key, bool privateKeysHidden)
+    {
+        if (const auto known = privateHalfOf(key)) {
+            known->publicObject = key.publicObject;
+            known->publicInfo = key.publicInfo;
+            m_byPublicInfo.insert(key.publicInfo, known);
+        } else if (privateKeysHidden) {
+            // Before login a public key is all that shows of a pair.
+            add(key);
+        }
+    }
+
+    std::shared_ptr<TokenKey> privateHalfOf(const TokenKey &publicHalf) const
+    {
+        if (const auto known = m_byPublicInfo.value(publicHalf.publicInfo))
+            return known;
+        const auto known = withUnknownPublicHalf(publicHalf.id);
+        return known && known->type == publicHalf.type ? known : nullptr;
+    }
+
+    std::shared_ptr<TokenKey> withUnknownPublicHalf(const QByteArray &id) const
+    {
+        if (id.isEmpty())
+            return nullptr;
+        const auto found = m_byId.values(id);
+        for (const auto &key : found) {
+            if (key->publicInfo.isEmpty())
+                return key;
+        }
+        return nullptr;
+    }
+
+    std::vector<std::shared_ptr<TokenKey>> m_keys;
+    QMultiHash<QByteArray, std::shared_ptr<TokenKey>> m_byId;
+    QHash<QByteArray, std::shared_ptr<TokenKey>> m_byPublicInfo;
+};
+
+/// The certificates of a token by their subjects, to find issuers.
+class IssuerIndex {
+public:
+    void add(const TokenCertificatePtr &certificate)
+    {
+        m_bySubject.insert(certificate->parts.subject.in(certificate->der), certificate);
+    }
+
+    std::vector<TokenCertificatePtr> issuersOf(const TokenCertificatePtr &certificate) const
+    {
+        std::vector<TokenCertificatePtr> chain;
+        TokenCertificatePtr current = certificate;
+        while (const TokenCertificatePtr issuer = issuerOf(*current)) {
+            // A certificate that is in the chain already ends it: two that sign each other exist.
+            if (issuer == certificate
+                || std::find(chain.begin(), chain.end(), issuer) != chain.end())
+                break;
+            chain.push_back(issuer);
+            current = issuer;
+        }
+        return chain;
+    }
+
+private:
+    TokenCertificatePtr issuerOf(const TokenCertificate &certificate) const
+    {
+        const QByteArray name = certificate.parts.issuer.in(certificate.der);
+        if (name == certificate.parts.subject.in(certificate.der))
+            return nullptr;
+        TokenCertificatePtr byName;
+        const auto end = m_bySubject.constEnd();
+        for (auto at = m_bySubject.constFind(name); at != end && at.key() == name; ++at) {
+            if (isNamedAuthority(certificate, **at))
+                return *at;
+            if (canBeAuthority(certificate, **at))
+                byName = *at;
+        }
+        return byName;
+    }
+
+    static bool isNamedAuthority(const TokenCertificate &certificate,
+                                 const TokenCertificate &issuer)
+    {
+        const DerSpan wanted = certificate.parts.authorityKeyId;
+        return !wanted.isEmpty() && wanted.in(certificate.der) == issuer.parts.keyId.in(issuer.der);
+    }
+
+    static bool canBeAuthority(const TokenCertificate &certificate, const TokenCertificate &issuer)
+    {
+        return certificate.parts.authorityKeyId.isEmpty() || issuer.parts.keyId.isEmpty();
+    }
+
+    QMultiHash<QByteArray, TokenCertificatePtr> m_bySubject;
+};
+
+/// One certificate for each DER form: a token may hold copies under several ids.
+std::vector<std::shared_ptr<TokenCertificate>>
+withoutCopies(const std::vector<TokenCertificate> &all)
+{
+    std::vector<std::shared_ptr<TokenCertificate>> certificates;
+    certificates.reserve(all.size());
+    QHash<QByteArray, TokenCertificate *> known;
+    known.reserve(int(all.size()));
+    for (const TokenCertificate &one : all) {
+        TokenCertificate *&same = known[one.der];
+        if (same) {
+            same->objects.insert(same->objects.end(), one.objects.begin(), one.objects.end());
+            continue;
+        }
+        certificates.push_back(std::make_shared<TokenCertificate>(one));
+        same = certificates.back().get();
+    }
+    return certificates;
+}
+
+/// Distinguishes bundles from certificates, so that a certificate whose key appears becomes another
+/// entry, and stores, because entries are also looked up across stores.
+QString entryId(const QByteArray &store, const TokenCertificate &certificate, bool hasKey)
+{
+    return QString::fromLatin1(store + (hasKey ? "-k-" : "-c-") + sha1(certificate.der).toHex());
+}
+
+TokenKeyPtr withPublicHalf(const std::shared_ptr<TokenKey> &key,
+                           const TokenCertificate &certificate)
+{
+    if (key && key->publicInfo.isEmpty()) {
+        const QByteArray info = certificate.parts.publicInfo.in(certificate.der);
+        key->publicInfo = QByteArray(info.constData(), info.size());
+    }
+    return key;
+}
+
+} // namespace
+
+QByteArray idForPublicKey(const QByteArray &publicInfo)
+{
+    return sha1(publicKeyBits(publicInfo));
+}
+
+TokenContentsPtr assembleContents(const TokenObjects &objects, const QString &storeId)
+{
+    const KeyIndex keys(objects);
+    const auto certificates = withoutCopies(objects.certificates);
+    IssuerIndex issuers;
+    for (const auto &certificate : certificates)
+        issuers.add(certificate);
+
+    auto contents = std::make_shared<TokenContents>();
+    contents->entries.reserve(certificates.size());
+    const QByteArray store = sha1(storeId.toUtf8()).toHex().left(12);
+    for (const auto &certificate : certificates) {
+        auto entry = std::make_shared<TokenEntry>();
+        entry->certificate = certificate;
+        entry->key = withPublicHalf(keys.keyFor(*certificate), *certificate);
+        if (entry->key)
+            entry->issuers = issuers.issuersOf(certificate);
+        entry->id = entryId(store, *certificate, entry->key != nullptr);
+        contents->entries.push_back(std::move(entry));
+    }
+    contents->keysHidden = objects.privateKeysHidden;
+    contents->keys.assign(keys.keys().begin(), keys.keys().end());
+    return contents;
+}
+
+TokenEntryPtr TokenContents::entry(const QString &id) const
+{
+    for (const TokenEntryPtr &one : entries) {
+        if (one->id == id)
+            return one;
+    }
+    return nullptr;
+}
+
+TokenEntryPtr TokenContents::entryOf(const QByteArray &der) const
+{
+    for (const TokenEntryPtr &one : entries) {
+        if (one->certificate->der == der)
+            return one;
+    }
+    return nullptr;
+}
+
+TokenKeyPtr TokenContents::keyFor(const QByteArray &publicInfo) const
+{
+    const QByteArray id = idForPublicKey(publicInfo);
+    for (const TokenKeyPtr &key : keys) {
+        if (key->publicInfo.isEmpty() ? key->id == id : key->publicInfo == publicInfo)
+            return key;
+    }
+    return nullptr;
+}
+
+} // namespace Trivex

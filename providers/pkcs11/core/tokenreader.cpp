@@ -1,0 +1,100 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/core/tokenreader.h"
+
+#include "providers/pkcs11/core/objectsearch.h"
+
+namespace Trivex {
+
+namespace {
+
+using Pkcs11::AttributeReader;
+using Pkcs11::Session;
+
+constexpr quint8 OctetStringTag = 0x04;
+
+QString text(const QByteArray &bytes)
+{
+    return QString::fromUtf8(bytes).trimmed();
+}
+
+std::vector<CK_OBJECT_HANDLE> findCertificates(const Session &session, CertificateChoice choice)
+{
+    Pkcs11::Template wanted;
+    wanted.addNumber(CKA_CLASS, CKO_CERTIFICATE).addFlag(CKA_TOKEN, true);
+    if (choice == CertificateChoice::Trusted)
+        wanted.addFlag(CKA_TRUSTED, true);
+    return Pkcs11::findObjects(session, wanted);
+}
+
+/// CKA_EC_POINT is the point in an OCTET STRING (PKCS#11 2.40, 2.3.3); some tokens leave that out.
+QByteArray pointIn(const QByteArray &attribute)
+{
+    const QByteArray content = derContent(attribute, OctetStringTag);
+    const bool isWrapped =
+        !content.isEmpty() && derValue(OctetStringTag, content).size() == attribute.size();
+    return isWrapped ? content : attribute;
+}
+
+std::vector<TokenKey> readKeys(const Session &session, CK_OBJECT_CLASS objectClass,
+                               CK_OBJECT_HANDLE TokenKey::*handle)
+{
+    AttributeReader reader({{CKA_KEY_TYPE, sizeof(CK_KEY_TYPE)}, {CKA_ID, 256}, {CKA_LABEL, 1024}});
+    std::vector<TokenKey> keys;
+    for (const CK_OBJECT_HANDLE object : Pkcs11::findObjects(session, objectClass)) {
+        reader.read(session, object);
+        TokenKey key;
+        key.type = reader.number(0, CKK_VENDOR_DEFINED);
+        key.id = reader.value(1);
+        key.label = text(reader.value(2));
+        key.publicInfo = publicInfoOf(session, object, key.type);
+        key.*handle = object;
+        keys.push_back(std::move(key));
+    }
+    return keys;
+}
+
+} // namespace
+
+QByteArray publicInfoOf(const Session &session, CK_OBJECT_HANDLE object, CK_KEY_TYPE type)
+{
+    if (type == CKK_RSA) {
+        AttributeReader reader({{CKA_MODULUS, 1024}, {CKA_PUBLIC_EXPONENT, 64}});
+        reader.read(session, object);
+        return rsaPublicInfo(reader.value(0), reader.value(1));
+    }
+    if (type == CKK_EC) {
+        AttributeReader reader({{CKA_EC_PARAMS, 256}, {CKA_EC_POINT, 256}});
+        reader.read(session, object);
+        return ecPublicInfo(reader.value(0), pointIn(reader.value(1)));
+    }
+    return {};
+}
+
+std::vector<TokenCertificate> readCertificates(const Session &session, CertificateChoice choice)
+{
+    AttributeReader reader({{CKA_VALUE, 16384}, {CKA_ID, 256}, {CKA_LABEL, 1024}});
+    std::vector<TokenCertificate> certificates;
+    for (const CK_OBJECT_HANDLE object : findCertificates(session, choice)) {
+        reader.read(session, object);
+        TokenCertificate certificate;
+        certificate.der = reader.value(0);
+        certificate.parts = certificateParts(certificate.der);
+        // Attribute certificates, and those that are kept elsewhere (CKA_URL).
+        if (!certificate.parts.isValid())
+            continue;
+        certificate.id = reader.value(1);
+        certificate.label = text(reader.value(2));
+        certificate.objects = {object};
+        certificates.push_back(std::move(certificate));
+    }
+    return certificates;
+}
+
+void readKeys(const Session &session, TokenObjects *objects)
+{
+    objects->publicKeys = readKeys(session, CKO_PUBLIC_KEY, &TokenKey::publicObject);
+    objects->privateKeys = readKeys(session, CKO_PRIVATE_KEY, &TokenKey::privateObject);
+}
+
+} // namespace Trivex

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "providers/pkcs11/core/session.h"
+#include "providers/pkcs11/core/tokencontents.h"
+
+namespace Trivex {
+
+enum class CertificateChoice {
+    All,
+    Trusted, ///< only those marked CKA_TRUSTED: the anchors of a trust module
+};
+
+// Each is one search for each class, whatever the number of objects, and one call for each
+// certificate, two for each key. They throw `Pkcs11::Error`.
+
+std::vector<TokenCertificate> readCertificates(const Pkcs11::Session &session,
+                                               CertificateChoice choice);
+/// Fills in the keys of `objects`.
+void readKeys(const Pkcs11::Session &session, TokenObjects *objects);
+
+/// DER SubjectPublicKeyInfo of a key object; empty when it does not show its public half.
+/// Throws `Pkcs11::Error`.
+QByteArray publicInfoOf(const Pkcs11::Session &session, CK_OBJECT_HANDLE object, CK_KEY_TYPE type);
+
+} // namespace Trivex

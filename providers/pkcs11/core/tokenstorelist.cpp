@@ -1,0 +1,214 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/core/tokenstorelist.h"
+
+#include "providers/pkcs11/core/objectwriter.h"
+#include "providers/pkcs11/core/tokenentrycontext.h"
+#include "qca/engine/keys/pkeycontainer.h"
+
+#include <algorithm>
+
+namespace Trivex {
+
+namespace {
+
+constexpr int FirstStep = 500;
+/// Steps double up to this.
+constexpr int LargestStep = 2000;
+/// Between the fetching of one step and the announcement of the next.
+constexpr std::chrono::milliseconds StepPause{20};
+
+QCA::PKeyBase *keyContextOf(const QCA::PrivateKey &key)
+{
+    auto *container =
+        dynamic_cast<QCA::PKeyContext *>(const_cast<QCA::PrivateKey &>(key).context());
+    return container ? container->key() : nullptr;
+}
+
+/// A token's own key is known by its public half; it is there already.
+KeyMaterial materialOf(const QCA::PrivateKey &key)
+{
+    const QCA::PKeyBase *context = keyContextOf(key);
+    return context ? Trivex::materialOf(context) : KeyMaterial();
+}
+
+} // namespace
+
+TokenStoreList::TokenStoreList(QCA::Provider *provider)
+    : QCA::KeyStoreListContext(provider)
+{
+    auto &service = TokenService::instance();
+    connect(&service, &TokenService::storesChanged, this, &TokenStoreList::announceStores,
+            Qt::QueuedConnection);
+    connect(&service, &TokenService::contentsChanged, this, &TokenStoreList::announceContents,
+            Qt::QueuedConnection);
+    connect(&service, &TokenService::scanned, this, &TokenStoreList::announceScan,
+            Qt::QueuedConnection);
+}
+
+TokenStoreList::~TokenStoreList()
+{
+    TokenService::instance().stop();
+}
+
+QCA::Provider::Context *TokenStoreList::clone() const
+{
+    return nullptr;
+}
+
+void TokenStoreList::start()
+{
+    TokenService::instance().start();
+    // Even when the thread that looks for modules is held up by one.
+    QTimer::singleShot(TokenService::FirstScanPatience, this,
+                       [] { TokenService::instance().checkPatience(); });
+    if (TokenService::instance().hasScanned())
+        QMetaObject::invokeMethod(this, &TokenStoreList::announceScan, Qt::QueuedConnection);
+}
+
+void TokenStoreList::announceStores()
+{
+    Q_EMIT updated();
+}
+
+void TokenStoreList::announceScan()
+{
+    if (std::exchange(m_isBusy, false)) {
+        Q_EMIT updated();
+        Q_EMIT busyEnd();
+    }
+}
+
+void TokenStoreList::announceContents(int id)
+{
+    Q_EMIT storeUpdated(id);
+}
+
+QList<int> TokenStoreList::keyStores()
+{
+    return TokenService::instance().stores();
+}
+
+QCA::KeyStore::Type TokenStoreList::type(int id) const
+{
+    const auto store = TokenService::instance().store(id);
+    return store ? store->type : QCA::KeyStore::Type(-1);
+}
+
+QString TokenStoreList::storeId(int id) const
+{
+    const auto store = TokenService::instance().store(id);
+    return store ? store->storeId : QString();
+}
+
+QString TokenStoreList::name(int id) const
+{
+    const auto store = TokenService::instance().store(id);
+    return store ? store->name : QString();
+}
+
+bool TokenStoreList::isReadOnly(int id) const
+{
+    const auto store = TokenService::instance().store(id);
+    return !store || store->readOnly;
+}
+
+QList<QCA::KeyStoreEntry::Type> TokenStoreList::entryTypes(int id) const
+{
+    if (!TokenService::instance().store(id))
+        return {};
+    return {QCA::KeyStoreEntry::TypeKeyBundle, QCA::KeyStoreEntry::TypeCertificate};
+}
+
+QList<QCA::KeyStoreEntryContext *> TokenStoreList::entryList(int id)
+{
+    QList<QCA::KeyStoreEntryContext *> list;
+    const auto store = TokenService::instance().store(id);
+    if (!store)
+        return list;
+    const auto &entries = store->contents->entries;
+    int &shown = m_shown[id];
+    shown = std::max(shown, FirstStep);
+    const int count = std::min(int(entries.size()), shown);
+    list.reserve(count);
+    for (int i = 0; i < count; ++i)
+        list.append(
+            new TokenEntryContext(provider(), entries[size_t(i)], store->storeId, store->name));
+    if (count < int(entries.size()))
+        QTimer::singleShot(StepPause, this, [this, id] { showMore(id); });
+    return list;
+}
+
+void TokenStoreList::showMore(int id)
+{
+    int &shown = m_shown[id];
+    shown += std::min(2 * shown, LargestStep);
+    Q_EMIT storeUpdated(id);
+}
+
+QCA::KeyStoreEntryContext *TokenStoreList::entry(int id, const QString &entryId)
+{
+    const auto store = TokenService::instance().store(id);
+    const TokenEntryPtr found = store ? store->contents->entry(entryId) : nullptr;
+    return found ? new TokenEntryContext(provider(), found, store->storeId, store->name) : nullptr;
+}
+
+QCA::KeyStoreEntryContext *TokenStoreList::entryPassive(const QString &serialized)
+{
+    return TokenEntryContext::restore(provider(), serialized);
+}
+
+template <class Work> bool TokenStoreList::runOn(int id, Purpose purpose, Work work)
+{
+    const QString keyStoreId = storeId(id);
+    // Made even when the token is gone: it takes the answers that were stored for it.
+    Operation operation(purpose, keyStoreId);
+    const TokenPtr token = TokenService::instance().token(keyStoreId);
+    if (!token) {
+        TokenError error;
+        error.kind = TokenError::TokenRemoved;
+        error.keyStoreId = keyStoreId;
+        error.purpose = purpose;
+        publishTokenError(error);
+        return false;
+    }
+    return token->run(std::move(operation), std::move(work)).kind == TokenError::NoError;
+}
+
+QString TokenStoreList::writeEntry(int id, const QCA::Certificate &certificate)
+{
+    const auto written = std::make_shared<QString>();
+    const QByteArray der = certificate.isNull() ? QByteArray() : certificate.toDER();
+    const bool isGood = runOn(id, Purpose::Write,
+                              [written, der](TokenConnection &connection, Operation &operation) {
+                                  *written = writeCertificate(connection, operation, der);
+                              });
+    return isGood ? *written : QString();
+}
+
+QString TokenStoreList::writeEntry(int id, const QCA::KeyBundle &bundle)
+{
+    Bundle toWrite;
+    if (!bundle.isNull()) {
+        toWrite.name = bundle.name();
+        const QCA::CertificateChain chain = bundle.certificateChain();
+        for (const QCA::Certificate &certificate : chain)
+            toWrite.chain.push_back(certificate.toDER());
+        toWrite.key = materialOf(bundle.privateKey());
+    }
+    const auto written = std::make_shared<QString>();
+    const bool isGood = runOn(
+        id, Purpose::Write, [written, toWrite](TokenConnection &connection, Operation &operation) {
+            *written = writeBundle(connection, operation, toWrite);
+        });
+    return isGood ? *written : QString();
+}
+
+bool TokenStoreList::removeEntry(int id, const QString &entryId)
+{
+    return runOn(id, Purpose::Remove, [entryId](TokenConnection &connection, Operation &operation) {
+        Trivex::removeEntry(connection, operation, entryId);
+    });
+}
+
+} // namespace Trivex

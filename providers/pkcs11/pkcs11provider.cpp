@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/pkcs11provider.h"
+
+#include "providers/pkcs11/core/contexts.h"
+#include "providers/pkcs11/core/tokenservice.h"
+#include "qca/adapter/providers.h"
+#include "qca/engine/keys/pkeycontainer.h"
+#include "qca/engine/x509/requestcontext.h"
+
+namespace Trivex {
+
+void Pkcs11Provider::init()
+{
+    setTokenProvider(this);
+}
+
+void Pkcs11Provider::deinit()
+{
+    setTokenProvider(nullptr);
+    TokenService::instance().stop();
+}
+
+int Pkcs11Provider::qcaVersion() const
+{
+    return QCA_VERSION;
+}
+
+QString Pkcs11Provider::name() const
+{
+    return pkcs11ProviderName();
+}
+
+QStringList Pkcs11Provider::features() const
+{
+    return {QStringLiteral("keystorelist"), QStringLiteral("pkey"), QStringLiteral("rsa"),
+            QStringLiteral("ec"), QStringLiteral("csr")};
+}
+
+QCA::Provider::Context *Pkcs11Provider::createContext(const QString &type)
+{
+    if (type == QLatin1String("pkey"))
+        return new PKeyContainer(this);
+    if (type == QLatin1String("csr"))
+        return new RequestContext(this);
+    return createTokenContext(this, type);
+}
+
+QVariantMap Pkcs11Provider::defaultConfig() const
+{
+    // QCA takes a configuration without a form type for an empty one.
+    return {{QStringLiteral("formtype"), QStringLiteral("http://trivex/forms/pkcs11#1.0")},
+            {QStringLiteral("allow_load_rootca"), false},
+            {QStringLiteral("modules"), QString()},
+            {QStringLiteral("login_lifetime"), 0}};
+}
+
+void Pkcs11Provider::configChanged(const QVariantMap &config)
+{
+    TokenSettings settings;
+    settings.allowRootCa = config.value(QStringLiteral("allow_load_rootca")).toBool();
+    settings.modules = config.value(QStringLiteral("modules")).toString();
+    settings.loginLifetime = std::max(0, config.value(QStringLiteral("login_lifetime")).toInt());
+    TokenService::instance().configure(settings);
+}
+
+} // namespace Trivex

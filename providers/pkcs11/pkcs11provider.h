@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QtCrypto>
+
+namespace Trivex {
+
+/// "qca-norvel-pkcs11": the key stores of PKCS#11 tokens, RSA keys on them, and requests signed by
+/// them.
+class Pkcs11Provider : public QCA::Provider {
+public:
+    void init() override;
+    void deinit() override;
+    int qcaVersion() const override;
+    QString name() const override;
+    QStringList features() const override;
+    Context *createContext(const QString &type) override;
+    /// "allow_load_rootca": list trust anchors as a system store. "modules": see TokenSettings.
+    /// "login_lifetime": minutes after which an unused login ends; 0: with the session.
+    QVariantMap defaultConfig() const override;
+    void configChanged(const QVariantMap &config) override;
+};
+
+} // namespace Trivex
