@@ -22,7 +22,7 @@ struct CertificateFields {
     Der::Slice signature; ///< content of the BIT STRING
 };
 
-/// False when \a der does not begin with a certificate. Bytes behind it are not looked at.
+/// False when `der` does not begin with a certificate. Bytes behind it are not looked at.
 bool findCertificateFields(Der::Slice der, CertificateFields *fields);
 
 } // namespace Trivex

@@ -40,6 +40,14 @@ QByteArray withoutSpace(const QByteArray &body)
     return result;
 }
 
+// Behind the line break that follows `position`.
+int lineEnd(const QByteArray &text, int position)
+{
+    while (position < text.size() && text.at(position) == '\r')
+        ++position;
+    return position < text.size() && text.at(position) == '\n' ? position + 1 : position;
+}
+
 bool readBody(QByteArray body, PemBlock *block)
 {
     block->header = takeHeader(&body);
@@ -59,12 +67,14 @@ QList<PemBlock> readPem(const QByteArray &text, int *broken)
         const int label = position + int(sizeof Begin) - 1;
         const int labelEnd = text.indexOf(Dashes, label);
         PemBlock block;
+        block.begin = position;
         block.label = labelEnd < 0 ? QByteArray() : text.mid(label, labelEnd - label);
         const QByteArray endMark = End + block.label + Dashes;
         const int body = labelEnd + int(sizeof Dashes) - 1;
         const int next = text.indexOf(Begin, label);
         const int end =
             labelEnd < 0 || block.label.contains('\n') ? -1 : text.indexOf(endMark, body);
+        block.end = lineEnd(text, end + endMark.size());
         if (end >= 0 && (next < 0 || end < next) && readBody(text.mid(body, end - body), &block))
             blocks += block;
         else if (broken)

@@ -15,6 +15,8 @@ struct PemBlock {
     QByteArray label; ///< such as "CERTIFICATE"
     QByteArray header; ///< what RFC 1421 puts before the data; empty in all newer files
     QByteArray data; ///< still encrypted when the header says so
+    int begin = 0; ///< where the block begins in the text
+    int end = 0; ///< behind its end, and the line's
 };
 
 /// All well-formed blocks of `text`, in order; text between them and broken ones are passed over.

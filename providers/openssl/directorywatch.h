@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QSocketNotifier>
+#include <QString>
+
+#include <memory>
+
+namespace Trivex {
+
+/// Tells when files of one directory come, go or have been written. `QFileSystemWatcher` does not:
+/// for a directory it misses a file that is changed in place, and watching each file takes a kernel
+/// object a file.
+class DirectoryWatch : public QObject {
+    Q_OBJECT
+public:
+    explicit DirectoryWatch(QObject *parent = nullptr);
+    ~DirectoryWatch() override;
+
+    /// False when the directory can't be watched, for one because it is not there.
+    bool watch(const QString &path);
+    bool isWatching() const { return m_watch >= 0; }
+
+Q_SIGNALS:
+    void changed();
+    /// The directory itself is gone; nothing is watched any more.
+    void lost();
+
+private:
+    void read();
+
+    int m_descriptor = -1;
+    int m_watch = -1;
+    std::unique_ptr<QSocketNotifier> m_notifier;
+};
+
+} // namespace Trivex

@@ -1,0 +1,15 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QtCrypto>
+
+/// The plugin by which QCA finds the provider.
+class OpensslPlugin : public QObject, public QCAPlugin {
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "com.affinix.qca.Plugin/1.0")
+    Q_INTERFACES(QCAPlugin)
+public:
+    QCA::Provider *createProvider() override;
+};

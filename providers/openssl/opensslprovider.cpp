@@ -1,0 +1,99 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/openssl/opensslprovider.h"
+
+#include "providers/openssl/userstorecontext.h"
+#include "qca/adapter/providers.h"
+#include "qca/engine/keys/dhkeycontext.h"
+#include "qca/engine/keys/dsakeycontext.h"
+#include "qca/engine/keys/eckeycontext.h"
+#include "qca/engine/keys/pkeycontainer.h"
+#include "qca/engine/keys/rsakeycontext.h"
+#include "qca/engine/pkcs12/pkcs12context.h"
+#include "qca/engine/x509/certificatecontext.h"
+#include "qca/engine/x509/collectioncontext.h"
+#include "qca/engine/x509/crlcontext.h"
+#include "qca/engine/x509/makecertificate.h"
+#include "qca/engine/x509/requestcontext.h"
+
+namespace Trivex {
+
+namespace {
+
+using Context = QCA::Provider::Context;
+
+struct Feature {
+    const char *name;
+    Context *(*create)(QCA::Provider *provider);
+};
+
+template <class T> Context *create(QCA::Provider *provider)
+{
+    return new T(provider);
+}
+
+constexpr Feature Features[] = {
+    {"cert", &create<CertificateContext>},
+    {"csr", &create<RequestContext>},
+    {"crl", &create<CrlContext>},
+    {"certcollection", &create<CollectionContext>},
+    {"pkcs12", &create<Pkcs12Context>},
+    {"pkey", &create<PKeyContainer>},
+    {"rsa", &create<RsaKeyContext>},
+    {"dsa", &create<DsaKeyContext>},
+    {"dh", &create<DhKeyContext>},
+    {"ec", &create<EcKeyContext>},
+    {"keystorelist", &create<UserStoreContext>},
+};
+
+} // namespace
+
+OpensslProvider::OpensslProvider()
+{
+    setCertificateProvider(this);
+}
+
+OpensslProvider::~OpensslProvider()
+{
+    if (certificateProvider() == this)
+        setCertificateProvider(nullptr);
+}
+
+void OpensslProvider::init()
+{
+    QCA::setProviderPriority(name(), 0);
+}
+
+int OpensslProvider::qcaVersion() const
+{
+    return QCA_VERSION;
+}
+
+QString OpensslProvider::name() const
+{
+    return opensslProviderName();
+}
+
+QStringList OpensslProvider::features() const
+{
+    QStringList names;
+    for (const Feature &feature : Features)
+        names += QString::fromLatin1(feature.name);
+    return names;
+}
+
+QCA::Provider::Context *OpensslProvider::createContext(const QString &type)
+{
+    for (const Feature &feature : Features) {
+        if (type == QLatin1String(feature.name))
+            return feature.create(this);
+    }
+    return nullptr;
+}
+
+QVariantMap OpensslProvider::defaultConfig() const
+{
+    return {{QStringLiteral("formtype"), QStringLiteral("http://trivex/forms/openssl#1.0")}};
+}
+
+} // namespace Trivex

@@ -1,0 +1,149 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/openssl/userstorecontext.h"
+
+#include "providers/openssl/userentrycontext.h"
+
+#include <QStandardPaths>
+
+namespace Trivex {
+
+namespace {
+
+constexpr int StoreNumber = 0;
+
+QString directoryPath()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
+        + QLatin1String("/trivex/certificates");
+}
+
+} // namespace
+
+UserStoreContext::UserStoreContext(QCA::Provider *provider)
+    : QCA::KeyStoreListContext(provider)
+    , m_snapshot(std::make_shared<QVector<StoredCertificate>>())
+    , m_directory(new UserDirectory(directoryPath()))
+{
+    qRegisterMetaType<UserSnapshot>();
+    m_thread.setObjectName(QStringLiteral("USER certificates"));
+    m_directory->moveToThread(&m_thread);
+    connect(&m_thread, &QThread::finished, m_directory, &QObject::deleteLater);
+    // The list is replaced where it is announced, so that a write that has returned is listed.
+    connect(m_directory, &UserDirectory::changed, m_directory,
+            [this](const UserSnapshot &snapshot) { take(snapshot); });
+    connect(m_directory, &UserDirectory::changed, this, [this] {
+        Q_EMIT updated(); // the store shows with its first entries, not with its last
+        Q_EMIT storeUpdated(StoreNumber);
+    });
+    connect(m_directory, &UserDirectory::ready, this, &UserStoreContext::busyEnd);
+}
+
+UserStoreContext::~UserStoreContext()
+{
+    // Nothing of the other thread may reach this object while it goes.
+    m_directory->disconnect(this);
+    m_thread.quit();
+    m_thread.wait();
+    if (!m_thread.isFinished())
+        delete m_directory; // never started
+}
+
+void UserStoreContext::start()
+{
+    m_thread.start(QThread::LowPriority);
+    QMetaObject::invokeMethod(m_directory, &UserDirectory::start, Qt::QueuedConnection);
+}
+
+QList<int> UserStoreContext::keyStores()
+{
+    return {StoreNumber};
+}
+
+QCA::KeyStore::Type UserStoreContext::type(int) const
+{
+    return QCA::KeyStore::User;
+}
+
+QString UserStoreContext::storeId(int id) const
+{
+    return id == StoreNumber ? userStoreId() : QString();
+}
+
+QString UserStoreContext::name(int id) const
+{
+    return storeId(id);
+}
+
+bool UserStoreContext::isReadOnly(int id) const
+{
+    return id != StoreNumber;
+}
+
+QList<QCA::KeyStoreEntry::Type> UserStoreContext::entryTypes(int id) const
+{
+    if (id != StoreNumber)
+        return {};
+    return {QCA::KeyStoreEntry::TypeCertificate};
+}
+
+void UserStoreContext::take(const UserSnapshot &snapshot)
+{
+    const QMutexLocker locker(&m_mutex);
+    m_snapshot = snapshot;
+}
+
+UserSnapshot UserStoreContext::snapshot() const
+{
+    const QMutexLocker locker(&m_mutex);
+    return m_snapshot;
+}
+
+QList<QCA::KeyStoreEntryContext *> UserStoreContext::entryList(int id)
+{
+    QList<QCA::KeyStoreEntryContext *> entries;
+    if (id != StoreNumber)
+        return entries;
+    const UserSnapshot current = snapshot();
+    entries.reserve(current->size());
+    for (const StoredCertificate &certificate : *current)
+        entries += new UserEntryContext(provider(), certificate);
+    return entries;
+}
+
+QCA::KeyStoreEntryContext *UserStoreContext::entry(int id, const QString &entryId)
+{
+    const UserSnapshot current = snapshot();
+    for (const StoredCertificate &certificate : *current) {
+        if (id == StoreNumber && certificate.id == entryId)
+            return new UserEntryContext(provider(), certificate);
+    }
+    return nullptr;
+}
+
+QCA::KeyStoreEntryContext *UserStoreContext::entryPassive(const QString &serialized)
+{
+    return UserEntryContext::deserialize(serialized, provider());
+}
+
+QString UserStoreContext::writeEntry(int id, const QCA::Certificate &certificate)
+{
+    QString entryId;
+    if (id == StoreNumber && !certificate.isNull() && m_thread.isRunning())
+        QMetaObject::invokeMethod(
+            m_directory, [this, &certificate] { return m_directory->write(certificate); },
+            Qt::BlockingQueuedConnection, &entryId);
+    return entryId;
+}
+
+bool UserStoreContext::removeEntry(int id, const QString &entryId)
+{
+    bool removed = false;
+    if (id == StoreNumber && m_thread.isRunning())
+        QMetaObject::invokeMethod(
+            m_directory, [this, &entryId] { return m_directory->remove(entryId); },
+            Qt::BlockingQueuedConnection, &removed);
+    return removed;
+}
+
+} // namespace Trivex
