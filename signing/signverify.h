@@ -9,6 +9,8 @@
 #include <QtCrypto>
 
 #include <deque>
+#include <functional>
+#include <optional>
 
 class Certificate;
 class KeyStoreEntry;
@@ -93,8 +95,10 @@ private:
     void startSigning(const Job &job);
     void signQueued();
     void runSign(const Job &job);
+    void finishSigning(const QString &path, const QByteArray &signature);
     void runVerify(const Job &job);
-    bool isRetainedPinGood(const QCA::Event &event) const;
+    void finishVerifying(bool valid, const QCA::CertificateChain &chain);
+    bool isRetainedPinGood(const std::optional<Trivex::QuestionInfo> &question) const;
     void questionWithdrawn(quintptr ticket);
 
     Trivex::EventHandler m_eventHandler;

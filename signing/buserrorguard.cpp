@@ -1,0 +1,131 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "signing/buserrorguard.h"
+
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+#include <cstdint>
+#include <mutex>
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+namespace Trivex {
+
+/// Regions are linked once and used again, never freed: the signal handler walks the list at any
+/// time, without a lock.
+struct BusErrorGuard::Region {
+    std::atomic<std::uintptr_t> begin{0};
+    std::atomic<std::uintptr_t> end{0};
+    std::atomic<bool> damaged{false};
+    bool used = false; ///< under the mutex
+    Region *next = nullptr; ///< written before the region is linked
+};
+
+namespace {
+
+std::atomic<BusErrorGuard::Region *> firstRegion{nullptr};
+struct sigaction previousAction;
+std::uintptr_t pageSize = 4096;
+
+std::mutex &regionMutex()
+{
+    static std::mutex mutex;
+    return mutex;
+}
+
+BusErrorGuard::Region *regionAt(std::uintptr_t address)
+{
+    for (auto *region = firstRegion.load(); region; region = region->next) {
+        if (address >= region->begin.load() && address < region->end.load())
+            return region;
+    }
+    return nullptr;
+}
+
+/// Puts zeros in place of the pages from `address` to the end of the region, all of which are
+/// behind the end of the file.
+bool replacePages(const BusErrorGuard::Region &region, std::uintptr_t address)
+{
+    const std::uintptr_t page = address & ~(pageSize - 1);
+    void *const wanted = reinterpret_cast<void *>(page);
+    return mmap(wanted, region.end.load() - page, PROT_READ | PROT_WRITE,
+                MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1, 0)
+        == wanted;
+}
+
+void callPrevious(int signal, siginfo_t *info, void *context)
+{
+    if (previousAction.sa_flags & SA_SIGINFO) {
+        previousAction.sa_sigaction(signal, info, context);
+    } else if (previousAction.sa_handler == SIG_DFL || previousAction.sa_handler == SIG_IGN) {
+        // The access happens again and ends the process as it would have without us.
+        sigaction(SIGBUS, &previousAction, nullptr);
+    } else {
+        previousAction.sa_handler(signal);
+    }
+}
+
+void handleBusError(int signal, siginfo_t *info, void *context)
+{
+    const int savedErrno = errno;
+    const auto address = reinterpret_cast<std::uintptr_t>(info->si_addr);
+    auto *region = regionAt(address);
+    if (region && replacePages(*region, address))
+        region->damaged = true;
+    else
+        callPrevious(signal, info, context);
+    errno = savedErrno;
+}
+
+void installHandler()
+{
+    pageSize = std::uintptr_t(sysconf(_SC_PAGESIZE));
+    struct sigaction action = {};
+    action.sa_sigaction = handleBusError;
+    action.sa_flags = SA_SIGINFO | SA_ONSTACK;
+    sigemptyset(&action.sa_mask);
+    sigaction(SIGBUS, &action, &previousAction);
+}
+
+BusErrorGuard::Region *freeRegion()
+{
+    for (auto *region = firstRegion.load(); region; region = region->next) {
+        if (!region->used)
+            return region;
+    }
+    auto *region = new BusErrorGuard::Region;
+    region->next = firstRegion.load();
+    firstRegion = region;
+    return region;
+}
+
+} // namespace
+
+BusErrorGuard::BusErrorGuard(const void *begin, std::size_t size)
+{
+    static std::once_flag installed;
+    std::call_once(installed, installHandler);
+    const std::lock_guard locker(regionMutex());
+    m_region = freeRegion();
+    m_region->used = true;
+    m_region->damaged = false;
+    m_region->begin = reinterpret_cast<std::uintptr_t>(begin);
+    m_region->end = reinterpret_cast<std::uintptr_t>(begin) + size;
+}
+
+BusErrorGuard::~BusErrorGuard()
+{
+    const std::lock_guard locker(regionMutex());
+    m_region->end = 0;
+    m_region->begin = 0;
+    m_region->used = false;
+}
+
+bool BusErrorGuard::isDamaged() const
+{
+    return m_region->damaged;
+}
+
+} // namespace Trivex

@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QIODevice>
+#include <QString>
+
+namespace Trivex {
+
+/// The digest `type` (QCA's name, such as "sha256") of the first `size` bytes of `device`, which
+/// is rewound first. Read in pieces of 256 KiB: memory stays the same at any size, 4 GiB and more
+/// included. An empty array when QCA doesn't know the digest, or when fewer bytes are there.
+QByteArray fileDigest(QIODevice *device, qint64 size, const QString &type);
+
+/// The digest of `bytes`; as above.
+QByteArray bytesDigest(const QByteArray &bytes, const QString &type);
+
+/// True when QCA has a digest of that name. Naming another kind of algorithm would crash it.
+bool isDigestKnown(const QString &type);
+
+} // namespace Trivex

@@ -1,0 +1,272 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "signing/signverify.h"
+
+#include "certificates/certificate.h"
+#include "certificates/keystoreentry.h"
+#include "qca/adapter/entries.h"
+#include "qca/adapter/question.h"
+#include "signing/mappedfile.h"
+#include "signing/rawsignature.h"
+
+#include <QDebug>
+#include <QElapsedTimer>
+#include <QMetaMethod>
+#include <QQmlEngine>
+#include <QTimer>
+
+#include <utility>
+
+namespace {
+
+constexpr int signDelay = 3000; // ms
+constexpr int verifyDelay = 1000; // ms
+constexpr int pinDelay = 1000; // ms
+
+QCA::KeyBundle bundleOf(const KeyStoreEntry &entry)
+{
+    const QCA::KeyStoreEntry *data = entry.data();
+    return data ? Trivex::entryKeyBundle(*data) : QCA::KeyBundle();
+}
+
+Certificate *keptByCpp(Certificate *certificate)
+{
+    if (certificate)
+        QQmlEngine::setObjectOwnership(certificate, QQmlEngine::CppOwnership);
+    return certificate;
+}
+
+/// A copy in secure memory; the plain one is wiped.
+QCA::SecureArray secured(QByteArray text)
+{
+    const QCA::SecureArray secure(text);
+    text.fill('\0');
+    return secure;
+}
+
+} // namespace
+
+SignVerify::SignVerify(QObject *parent)
+    : QObject(parent)
+    , m_eventHandler(this)
+    , m_ceritficate(keptByCpp(new Certificate(this)))
+{
+    connect(&m_eventHandler, &QCA::EventHandler::eventReady, this, &SignVerify::eventReady);
+    connect(Trivex::QuestionNotifier::instance(), &Trivex::QuestionNotifier::withdrawn, this,
+            &SignVerify::questionWithdrawn, Qt::QueuedConnection);
+    m_eventHandler.start();
+}
+
+SignVerify::~SignVerify()
+{
+    delete m_ceritficate;
+}
+
+Certificate *SignVerify::ceritficate() const
+{
+    return m_ceritficate;
+}
+
+void SignVerify::setError(int error)
+{
+    if (error == m_error)
+        return;
+    m_error = error;
+    Q_EMIT errorChanged();
+}
+
+void SignVerify::setCeritficate(Certificate *ceritficate)
+{
+    if (ceritficate == m_ceritficate)
+        return;
+    const QPointer<Certificate> previous = std::exchange(m_ceritficate, keptByCpp(ceritficate));
+    delete previous;
+    Q_EMIT ceritficateChanged();
+}
+
+void SignVerify::sign(const QByteArray &rawDataFile, const QString &filePathSig, KeyStoreEntry *key)
+{
+    const Job job{rawDataFile, filePathSig, key};
+    schedule(signDelay, Qt::CoarseTimer, [this, job] { startSigning(job); });
+}
+
+void SignVerify::verify(const QByteArray &rawDataFile, const QString &filePathSig,
+                        KeyStoreEntry *key)
+{
+    const Job job{rawDataFile, filePathSig, key};
+    schedule(verifyDelay, Qt::PreciseTimer, [this, job] { runVerify(job); });
+}
+
+void SignVerify::schedule(int milliseconds, Qt::TimerType type, std::function<void()> work)
+{
+    QElapsedTimer clock;
+    clock.start();
+    QTimer::singleShot(milliseconds, type, this, [this, milliseconds, clock, work] {
+        // A coarse timer may fire up to five per cent early.
+        const int left = milliseconds - int(clock.elapsed());
+        if (left > 0)
+            schedule(left, Qt::PreciseTimer, work);
+        else
+            work();
+    });
+}
+
+// Signing runs an event loop while the token works, so the next job's timer can fire meanwhile.
+// That job has to wait: the PIN typed for the first is not known to be right yet, and must not be
+// tried a second time.
+void SignVerify::startSigning(const Job &job)
+{
+    m_signQueue.push_back(job);
+    if (!m_signing)
+        signQueued();
+}
+
+void SignVerify::signQueued()
+{
+    const QPointer<SignVerify> self(this);
+    m_signing = true;
+    while (self && !m_signQueue.empty()) {
+        const Job job = m_signQueue.front();
+        m_signQueue.pop_front();
+        runSign(job);
+    }
+    if (self)
+        m_signing = false;
+    Trivex::MappedFile::releaseUnused();
+}
+
+void SignVerify::runSign(const Job &job)
+{
+    if (!job.key) {
+        setError(ErrorSign);
+        return;
+    }
+    const QCA::PrivateKey key = bundleOf(*job.key).privateKey();
+    if (key.isNull()) {
+        setError(ErrorSign);
+        return;
+    }
+    const QByteArray text = Trivex::signedText(job.data);
+    if (text.isEmpty()) {
+        qDebug("Hash calculation error during signing.");
+        setError(ErrorVerify);
+        return;
+    }
+    const QPointer<SignVerify> self(this);
+    QByteArray signature;
+    {
+        const Trivex::QuestionScope scope(&m_eventHandler);
+        signature = Trivex::rawSignature(key, text);
+    }
+    if (self)
+        finishSigning(job.path, signature);
+}
+
+void SignVerify::finishSigning(const QString &path, const QByteArray &signature)
+{
+    if (signature.isEmpty()) {
+        qDebug("Error sign");
+        m_pin = QCA::SecureArray();
+        m_pinStore.clear();
+        setError(ErrorSign);
+        return;
+    }
+    if (!Trivex::writeSignature(path, signature))
+        qWarning() << "Signature file" << path << "not written";
+    Q_EMIT signSuccess();
+}
+
+void SignVerify::runVerify(const Job &job)
+{
+    if (!job.key) {
+        setError(ErrorVerify);
+        return;
+    }
+    const std::optional<QByteArray> signature = Trivex::readSignature(job.path);
+    if (!signature) {
+        qWarning("could not open CMS file");
+        setError(ErrorNotFoundCmsFile);
+        return;
+    }
+    const QCA::KeyBundle bundle = bundleOf(*job.key);
+    const QCA::PrivateKey key = bundle.privateKey();
+    if (key.isNull()) {
+        setError(ErrorVerify);
+        return;
+    }
+    const QByteArray text = Trivex::signedText(job.data);
+    if (text.isEmpty()) {
+        qDebug("Hash calculation error during verification.");
+        setError(ErrorVerify);
+        return;
+    }
+    const bool valid = Trivex::isRawSignatureValid(key, text, *signature);
+    finishVerifying(valid, bundle.certificateChain());
+}
+
+void SignVerify::finishVerifying(bool valid, const QCA::CertificateChain &chain)
+{
+    if (!valid) {
+        qDebug("Error verify");
+        setError(ErrorVerify);
+        return;
+    }
+    const QPointer<SignVerify> self(this);
+    if (!chain.isEmpty())
+        setCeritficate(new Certificate(chain.first()));
+    if (self)
+        Q_EMIT verifySuccess();
+}
+
+void SignVerify::eventReady(int id, QCA::Event e)
+{
+    if (e.isNull() || Trivex::questionKind(e) != Trivex::PasswordQuestion
+        || m_eventHandler.isForAnother(e)) {
+        m_eventHandler.reject(id);
+        return;
+    }
+    const std::optional<Trivex::QuestionInfo> info = Trivex::questionInfo(e);
+    m_id = id;
+    m_ticket = info ? info->ticket : 0;
+    m_askingStore = info ? info->keyStoreId : QString();
+    if (isRetainedPinGood(info)) {
+        m_eventHandler.submitPassword(id, m_pin);
+        return;
+    }
+    // Our own providers wait for as long as it takes; without anybody to ask that is for ever.
+    if (info && !isSignalConnected(QMetaMethod::fromSignal(&SignVerify::getPin))) {
+        m_eventHandler.reject(id);
+        return;
+    }
+    Q_EMIT getPin();
+}
+
+bool SignVerify::isRetainedPinGood(const std::optional<Trivex::QuestionInfo> &question) const
+{
+    if (m_pin.isEmpty())
+        return false;
+    return !question || (!question->needsTypedPin && question->keyStoreId == m_pinStore);
+}
+
+void SignVerify::questionWithdrawn(quintptr ticket)
+{
+    if (ticket == 0 || ticket != m_ticket)
+        return;
+    m_ticket = 0;
+    m_askingStore.clear();
+    m_eventHandler.reject(m_id);
+}
+
+void SignVerify::pinRejected()
+{
+    m_eventHandler.reject(m_id);
+}
+
+void SignVerify::pinAccepted(const QString &pin)
+{
+    m_pin = secured(pin.toLocal8Bit());
+    m_pinStore = m_askingStore;
+    QTimer::singleShot(pinDelay, Qt::PreciseTimer, this, [this, id = m_id, answer = m_pin] {
+        m_eventHandler.submitPassword(id, answer);
+    });
+}
