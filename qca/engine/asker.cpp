@@ -20,6 +20,8 @@ bool isGuiThread()
 void waitInEventLoop(const Ticket &ticket)
 {
     QEventLoop loop;
+    // What starts inside the loop is no part of the operation that waits here.
+    const QuestionScope nobody(nullptr);
     // Queued, so that a question resolved between these two lines still ends the loop.
     QObject::connect(&ticket, &Ticket::resolved, &loop, &QEventLoop::quit, Qt::QueuedConnection);
     if (!ticket.isResolved())
