@@ -9,6 +9,7 @@
 #include <QGuiApplication>
 #include <QProcess>
 #include <QQmlEngine>
+#include <QQuickItem>
 #include <QQuickView>
 #include <QTemporaryDir>
 #include <QTimer>
