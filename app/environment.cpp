@@ -13,10 +13,18 @@ namespace Trivex {
 
 QString moduleDirectory()
 {
-    const QString beside =
+    QStringList candidates;
+    // Where QML itself would look first.
+    const QByteArray set = qgetenv("QML2_IMPORT_PATH");
+    for (const QByteArray &path : set.split(':'))
+        candidates += QFile::decodeName(path);
+    candidates +=
         QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../qml"));
-    if (QDir(beside + QStringLiteral("/Trivex/Crypto")).exists())
-        return beside;
+    for (const QString &candidate : qAsConst(candidates)) {
+        if (!candidate.isEmpty()
+            && QDir(candidate + QStringLiteral("/Trivex/Crypto/Controls")).exists())
+            return candidate;
+    }
     return QStringLiteral(TRIVEX_INSTALL_QML_DIR);
 }
 

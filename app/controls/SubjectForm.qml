@@ -52,6 +52,7 @@ FillColumn {
     LabeledField {
         id: commonName
         objectName: "commonNameField"
+        field.objectName: "commonNameInput"
         label: qsTrId("trivex-app-field-name")
         Layout.fillWidth: true
     }
@@ -111,6 +112,7 @@ FillColumn {
         LabeledField {
             id: tin
             objectName: "innField"
+            field.objectName: "innInput"
             label: qsTrId("trivex-app-field-inn")
             flag: CheckDigits.explain(CheckDigits.Inn, text)
             Layout.fillWidth: true

@@ -35,6 +35,7 @@ Popup {
             color: Theme.good
         }
         Label {
+            objectName: "toastText"
             text: toast.text
             wrapMode: Text.WordWrap
             Layout.fillWidth: true

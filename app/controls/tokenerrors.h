@@ -43,7 +43,7 @@ Q_SIGNALS:
     void left();
 
 private:
-    void take(const Trivex::TokenError &error);
+    Q_INVOKABLE void take(const Trivex::TokenError &error);
 
     TokenMonitor m_monitor;
     TokenError m_error;

@@ -44,6 +44,7 @@ Item {
     }
     TokenListModel {
         id: tokens
+        objectName: "tokens"
         entries: entries
     }
     CertificateModel {

@@ -192,6 +192,7 @@ Item {
             }
             CertificateDetailsPane {
                 id: pane
+                objectName: "detailsPane"
                 Layout.fillWidth: true
                 Layout.fillHeight: true
                 onRemoveAsked: page.removeAsked({ certificate: certificate, entryId: entryId,

@@ -1,0 +1,262 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/app/harness.h"
+
+#include <QAbstractItemModel>
+#include <QLocale>
+#include <QMutex>
+#include <QQmlComponent>
+#include <QStandardPaths>
+#include <QtTest>
+
+namespace TrivexTest {
+
+namespace {
+
+QMutex mutex;
+QStringList warnings;
+
+/// What the key store model and its like are specified to log; everything else is a fault.
+bool isSpecified(const QString &message)
+{
+    static const QStringList specified = {QStringLiteral("Error sign"),
+                                          QStringLiteral("could not open CMS file"),
+                                          QStringLiteral(" not exported!")};
+    for (const QString &text : specified) {
+        if (message.contains(text))
+            return true;
+    }
+    return false;
+}
+
+void collect(QtMsgType type, const QMessageLogContext &, const QString &message)
+{
+    if (type == QtDebugMsg || type == QtInfoMsg)
+        return;
+    fprintf(stderr, "%s\n", qPrintable(message));
+    if (isSpecified(message))
+        return;
+    const QMutexLocker locker(&mutex);
+    warnings += message;
+}
+
+QQuickItem *findVisible(QQuickItem *from, const QString &name)
+{
+    if (!from->isVisible())
+        return nullptr;
+    if (from->objectName() == name)
+        return from;
+    const QList<QQuickItem *> children = from->childItems();
+    for (QQuickItem *child : children) {
+        if (QQuickItem *found = findVisible(child, name))
+            return found;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+WindowEnvironment::WindowEnvironment()
+{
+    for (const char *name : {"HOME", "XDG_RUNTIME_DIR"})
+        qputenv(name, QFile::encodeName(m_home.path()));
+    for (const char *name : {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME"})
+        qputenv(name, QFile::encodeName(m_home.filePath(QString::fromLatin1(name).toLower())));
+    QFile::setPermissions(m_home.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    qputenv("QT_QUICK_BACKEND", "software");
+    qputenv("QT_IM_MODULE", "none");
+    // Portals and platform themes would bring in the machine's own settings.
+    qputenv("QT_QPA_PLATFORMTHEME", "none");
+    startDisplay();
+}
+
+WindowEnvironment::~WindowEnvironment()
+{
+    m_display.terminate();
+    m_display.waitForFinished(5000);
+}
+
+void WindowEnvironment::startDisplay()
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("Xvfb")).isEmpty()) {
+        m_problem = QStringLiteral("Xvfb is not installed");
+        return;
+    }
+    // The server picks a free display and writes its number.
+    m_display.start(QStringLiteral("Xvfb"),
+                    {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
+                     QStringLiteral("0"), QStringLiteral("2560x1600x24"),
+                     QStringLiteral("-nolisten"), QStringLiteral("tcp")});
+    QByteArray number;
+    while (!number.contains('\n') && m_display.waitForReadyRead(15000))
+        number += m_display.readAllStandardOutput();
+    if (!number.contains('\n')) {
+        m_problem = QStringLiteral("Xvfb did not start");
+        return;
+    }
+    qputenv("DISPLAY", ':' + number.trimmed());
+    qputenv("QT_QPA_PLATFORM", "xcb");
+}
+
+FrameMeter::FrameMeter(QQuickWindow *window)
+{
+    connect(
+        window, &QQuickWindow::beforeSynchronizing, this, [this] { m_frame.start(); },
+        Qt::DirectConnection);
+    connect(
+        window, &QQuickWindow::frameSwapped, this,
+        [this] {
+            if (!m_frame.isValid())
+                return;
+            m_longestFrame = qMax(m_longestFrame, m_frame.elapsed());
+            ++m_frames;
+        },
+        Qt::DirectConnection);
+    m_timer.setTimerType(Qt::PreciseTimer);
+    m_timer.setInterval(5);
+    connect(&m_timer, &QTimer::timeout, this,
+            [this] { m_longestStall = qMax(m_longestStall, m_beat.restart()); });
+    reset();
+    m_timer.start();
+}
+
+void FrameMeter::reset()
+{
+    m_longestFrame = 0;
+    m_longestStall = 0;
+    m_frames = 0;
+    m_beat.start();
+}
+
+WindowDriver::WindowDriver()
+{
+    qInstallMessageHandler(collect);
+    if (!m_application.open())
+        qFatal("the window did not open");
+    m_application.activate({});
+    if (!QTest::qWaitForWindowExposed(window()))
+        qFatal("the window was not shown");
+    m_meter = std::make_unique<FrameMeter>(window());
+}
+
+WindowDriver::~WindowDriver()
+{
+    qInstallMessageHandler(nullptr);
+}
+
+QQuickItem *WindowDriver::item(const QString &name) const
+{
+    // Dialogs live in the overlay, which is a child of the window's root too.
+    return findVisible(window()->contentItem(), name);
+}
+
+QObject *WindowDriver::object(const QString &name) const
+{
+    return window()->findChild<QObject *>(name);
+}
+
+bool WindowDriver::isOpen(const QString &dialog) const
+{
+    const QObject *found = object(dialog);
+    return found && found->property("opened").toBool();
+}
+
+bool WindowDriver::clickItem(QQuickItem *item)
+{
+    if (!item || !item->isEnabled())
+        return false;
+    const QPointF middle = item->mapToScene({item->width() / 2, item->height() / 2});
+    QTest::mouseClick(window(), Qt::LeftButton, Qt::NoModifier, middle.toPoint());
+    return true;
+}
+
+bool WindowDriver::click(const QString &name)
+{
+    waitForItem(name, 5000);
+    return clickItem(item(name));
+}
+
+void WindowDriver::type(const QString &text)
+{
+    for (const QChar c : text)
+        QTest::sendKeyEvent(QTest::Click, window(), Qt::Key_unknown, QString(c), Qt::NoModifier);
+}
+
+void WindowDriver::key(Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    QTest::keyClick(window(), key, modifiers);
+}
+
+bool WindowDriver::fill(const QString &name, const QString &text)
+{
+    if (!click(name))
+        return false;
+    key(Qt::Key_A, Qt::ControlModifier);
+    key(Qt::Key_Delete);
+    type(text);
+    return true;
+}
+
+bool WindowDriver::waitFor(const std::function<bool()> &condition, int ms)
+{
+    return QTest::qWaitFor(condition, ms);
+}
+
+bool WindowDriver::waitForItem(const QString &name, int ms)
+{
+    return waitFor([&] { return item(name) != nullptr; }, ms);
+}
+
+int WindowDriver::rowCount() const
+{
+    const QQuickItem *list = item(QStringLiteral("certificateList"));
+    return list ? list->property("count").toInt() : -1;
+}
+
+int WindowDriver::rowNamed(const QString &name) const
+{
+    const QQuickItem *list = item(QStringLiteral("certificateList"));
+    if (!list)
+        return -1;
+    const auto *model = list->property("model").value<QAbstractItemModel *>();
+    for (int i = 0; model && i < model->rowCount(); ++i) {
+        if (model->index(i, 0).data(257).toString() == name)
+            return i;
+    }
+    return -1;
+}
+
+bool WindowDriver::clickRow(int row)
+{
+    QQuickItem *list = item(QStringLiteral("certificateList"));
+    if (!list || row < 0)
+        return false;
+    QMetaObject::invokeMethod(list, "positionViewAtIndex", Q_ARG(int, row), Q_ARG(int, 4));
+    QTest::qWait(50);
+    QQuickItem *delegate = nullptr;
+    QMetaObject::invokeMethod(list, "itemAtIndex", Q_RETURN_ARG(QQuickItem *, delegate),
+                              Q_ARG(int, row));
+    return clickItem(delegate);
+}
+
+void WindowDriver::setTheme(int mode, double textScale)
+{
+    QQmlComponent component(m_application.engine());
+    component.setData("import QtQml 2.15\nimport Trivex.Crypto.Controls 1.0\n"
+                      "QtObject { function set(mode, scale) {"
+                      " Theme.mode = mode; Theme.textScale = scale } }",
+                      QUrl());
+    const std::unique_ptr<QObject> setter(component.create());
+    QMetaObject::invokeMethod(setter.get(), "set", Q_ARG(QVariant, mode),
+                              Q_ARG(QVariant, textScale));
+}
+
+QStringList WindowDriver::takeWarnings()
+{
+    const QMutexLocker locker(&mutex);
+    QStringList taken;
+    taken.swap(warnings);
+    return taken;
+}
+
+} // namespace TrivexTest

@@ -1,0 +1,108 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/application.h"
+
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QQuickItem>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <functional>
+#include <memory>
+
+class QApplication;
+
+namespace TrivexTest {
+
+/// A display of its own (Xvfb), a home of its own, and the settings that every window test runs
+/// with. Before the application object is made.
+class WindowEnvironment {
+public:
+    WindowEnvironment();
+    ~WindowEnvironment();
+
+    /// False when no display could be started; `problem()` says why.
+    bool isValid() const { return m_problem.isEmpty(); }
+    QString problem() const { return m_problem; }
+    QString home() const { return m_home.path(); }
+    QString file(const QString &name) const { return m_home.filePath(name); }
+
+private:
+    void startDisplay();
+
+    QTemporaryDir m_home;
+    QProcess m_display;
+    QString m_problem;
+};
+
+/// How long frames take and how long the event loop stands still, in milliseconds.
+class FrameMeter : public QObject {
+    Q_OBJECT
+public:
+    explicit FrameMeter(QQuickWindow *window);
+
+    void reset();
+    /// The longest from the start of synchronising to the frame being shown.
+    qint64 longestFrame() const { return m_longestFrame; }
+    /// The longest time in which a 5 ms timer did not fire.
+    qint64 longestStall() const { return m_longestStall; }
+    int frames() const { return m_frames; }
+
+private:
+    QElapsedTimer m_frame;
+    QElapsedTimer m_beat;
+    QTimer m_timer;
+    qint64 m_longestFrame = 0;
+    qint64 m_longestStall = 0;
+    int m_frames = 0;
+};
+
+/// The real window and hands to work with it.
+class WindowDriver : public QObject {
+    Q_OBJECT
+public:
+    WindowDriver();
+    ~WindowDriver() override;
+
+    QQuickWindow *window() const { return m_application.window(); }
+    Trivex::Application &application() { return m_application; }
+    FrameMeter &meter() { return *m_meter; }
+
+    /// The visible item with this object name, wherever it is; null when there is none.
+    QQuickItem *item(const QString &name) const;
+    /// A non-item (dialog, drawer) by name.
+    QObject *object(const QString &name) const;
+    bool isOpen(const QString &dialog) const;
+
+    /// Clicks the middle of the item with the mouse; false when it is not there or disabled.
+    bool click(const QString &name);
+    bool clickItem(QQuickItem *item);
+    void type(const QString &text);
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    /// Clicks a field and types into it, over what it holds.
+    bool fill(const QString &name, const QString &text);
+    /// Waits until `condition` holds, with the event loop running.
+    bool waitFor(const std::function<bool()> &condition, int ms = 15000);
+    /// Waits for a visible item.
+    bool waitForItem(const QString &name, int ms = 15000);
+    /// The row of the current list whose name is `name`, or -1.
+    int rowNamed(const QString &name) const;
+    bool clickRow(int row);
+    int rowCount() const;
+
+    /// The theme's mode, as the settings dialog would set it; and its text scale.
+    void setTheme(int mode, double textScale = 1);
+
+    /// Everything logged as a warning or worse since the last call, but for what the module is
+    /// specified to log.
+    QStringList takeWarnings();
+
+private:
+    Trivex::Application m_application;
+    std::unique_ptr<FrameMeter> m_meter;
+};
+
+} // namespace TrivexTest

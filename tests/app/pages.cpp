@@ -1,0 +1,211 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/app/pages.h"
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
+#include <QStandardPaths>
+#include <QtTest>
+
+namespace TrivexTest {
+
+namespace {
+
+const char identifiers[] =
+    "/1.2.643.3.131.1.1=500100732259/1.2.643.100.3=11223344595/1.2.643.100.1=1027700132195"
+    "/1.2.643.100.4=7707083893/1.2.643.100.5=304500116000157";
+
+bool writeFile(const QString &path, const QByteArray &contents)
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size();
+}
+
+QString samplePicture(const QString &path)
+{
+    QImage image(320, 240, QImage::Format_RGB32);
+    image.fill(QColor(0xdc, 0xf3, 0xe5));
+    QPainter painter(&image);
+    painter.fillRect(60, 50, 200, 140, QColor(0x1a, 0x66, 0xdd));
+    painter.fillRect(90, 90, 140, 16, Qt::white);
+    painter.fillRect(90, 120, 100, 16, Qt::white);
+    painter.end();
+    image.save(path);
+    return path;
+}
+
+void openDialog(WindowDriver &driver, const char *name)
+{
+    QMetaObject::invokeMethod(driver.object(QLatin1String(name)), "open");
+    driver.waitFor([&] { return driver.isOpen(QLatin1String(name)); });
+}
+
+void showPinDialog(WindowDriver &driver, const SampleData &data)
+{
+    QObject *dialog = driver.object(QStringLiteral("pinPromptDialog"));
+    dialog->setProperty("tokenName", data.tokenName());
+    dialog->setProperty("purposeText", qtTrId("trivex-app-purpose-write"));
+    dialog->setProperty("pinText", qtTrId("trivex-app-pin-final"));
+    dialog->setProperty("lastTry", true);
+    openDialog(driver, "pinPromptDialog");
+}
+
+void showErrorDialog(WindowDriver &driver)
+{
+    QMetaObject::invokeMethod(driver.object(QStringLiteral("errorDialog")), "show",
+                              Q_ARG(QVariant, qtTrId("trivex-app-cause-removed")),
+                              Q_ARG(QVariant, qtTrId("trivex-app-advice-removed")),
+                              Q_ARG(QVariant, QStringLiteral("report")));
+    driver.waitFor([&] { return driver.isOpen(QStringLiteral("errorDialog")); });
+}
+
+void showImportDialog(WindowDriver &driver, const SampleData &data)
+{
+    driver.application().activate({data.bundle()});
+    driver.waitFor([&] { return driver.isOpen(QStringLiteral("importDialog")); });
+    driver.fill(QStringLiteral("bundlePassword"), QStringLiteral("secret"));
+    driver.key(Qt::Key_Return);
+    driver.waitFor([&] {
+        const QQuickItem *accept = driver.item(QStringLiteral("importAccept"));
+        return accept && accept->isEnabled();
+    });
+}
+
+} // namespace
+
+SampleData::SampleData(WindowEnvironment &environment)
+    : m_token(QStringLiteral("Рабочий токен"))
+    , m_authority(QStringLiteral("Удостоверяющий центр «Пример»"))
+{
+    m_problem = m_token.problem();
+    if (m_problem.isEmpty() && !m_authority.isValid())
+        m_problem = QStringLiteral("the openssl program does not work");
+    if (!m_problem.isEmpty())
+        return;
+    m_token.useInThisProcess();
+    fillToken();
+    fillFiles(environment);
+}
+
+bool SampleData::put(const QString &keyType, const QString &id, const QString &subject)
+{
+    return m_token.generateKeyPair(keyType, id, id)
+        && m_token.writeObject(QStringLiteral("cert"),
+                               m_authority.issue(m_token.publicKey(id), subject), id, id);
+}
+
+void SampleData::fillToken()
+{
+    const bool done =
+        put(QStringLiteral("rsa:2048"), QStringLiteral("01"),
+            QStringLiteral("/CN=Иванова Мария Петровна/O=АО «Пример»/OU=Бухгалтерия/L=Москва"
+                           "/ST=г. Москва/C=RU/emailAddress=m.ivanova@example.org")
+                + QLatin1String(identifiers))
+        && put(QStringLiteral("EC:secp384r1"), QStringLiteral("02"),
+               QStringLiteral("/CN=build.example.org/O=Example Ltd/C=GB"))
+        && m_token.writeObject(QStringLiteral("cert"), m_authority.certificate(),
+                               QStringLiteral("03"), QStringLiteral("ca"));
+    if (!done)
+        m_problem = QStringLiteral("the token could not be filled");
+}
+
+void SampleData::fillFiles(WindowEnvironment &environment)
+{
+    const QString user = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
+        + QStringLiteral("/trivex/certificates/");
+    const QStringList lifetimes = {QStringLiteral("11"), QStringLiteral("700")};
+    for (const QString &days : lifetimes) {
+        const QString subject = days == lifetimes.first()
+            ? QStringLiteral("/CN=maria.ivanova@example.org/O=Example Ltd")
+            : QStringLiteral("/CN=Сервер обновлений/O=АО «Пример»/1.2.643.3.131.1.1=500100732258");
+        const QByteArray certificate = m_authority.openssl(
+            {QStringLiteral("req"), QStringLiteral("-x509"), QStringLiteral("-newkey"),
+             QStringLiteral("ed25519"), QStringLiteral("-nodes"), QStringLiteral("-keyout"),
+             QStringLiteral("/dev/null"), QStringLiteral("-utf8"), QStringLiteral("-subj"), subject,
+             QStringLiteral("-days"), days});
+        writeFile(user + days + QStringLiteral(".pem"), certificate);
+    }
+    const QByteArray request = m_authority.openssl(
+        {QStringLiteral("req"), QStringLiteral("-new"), QStringLiteral("-newkey"),
+         QStringLiteral("rsa:2048"), QStringLiteral("-nodes"), QStringLiteral("-keyout"),
+         QStringLiteral("/dev/null"), QStringLiteral("-utf8"), QStringLiteral("-subj"),
+         QStringLiteral("/CN=Сидоров Павел/O=АО «Пример»/C=RU")});
+    writeFile(environment.file(QStringLiteral("CertificateRequest/Сидоров Павел.csr")), request);
+    m_bundle = m_authority.bundle({QStringLiteral("-algorithm"), QStringLiteral("RSA")},
+                                  QStringLiteral("/CN=Петров Пётр Ильич"), QStringLiteral("secret"),
+                                  QStringLiteral("Петров"));
+    m_picture = samplePicture(environment.file(QStringLiteral("plan.png")));
+}
+
+QStringList pageNames()
+{
+    QStringList names;
+    for (const char *name :
+         {"personal", "details", "search", "users", "roots", "others", "system", "token",
+          "requests", "new-request", "sign", "settings", "import", "pin", "remove", "error"})
+        names += QLatin1String(name);
+    return names;
+}
+
+bool visitPage(WindowDriver &driver, const SampleData &data, const QString &page)
+{
+    QObject *window = driver.window();
+    const auto show = [&](const QString &key) {
+        QMetaObject::invokeMethod(window, "show", Q_ARG(QVariant, key));
+        QTest::qWait(150);
+    };
+    const auto openRow = [&] {
+        driver.waitFor([&] { return driver.rowCount() > 0; }, 5000);
+        const int row = driver.rowNamed(QStringLiteral("Иванова Мария Петровна"));
+        return driver.clickRow(qMax(0, row));
+    };
+    if (page == QLatin1String("new-request")) {
+        show(QStringLiteral("newRequest"));
+        return driver.waitForItem(QStringLiteral("generateButton"));
+    }
+    if (page == QLatin1String("sign")) {
+        show(QStringLiteral("sign"));
+        driver.application().activate({data.picture()});
+        return driver.waitForItem(QStringLiteral("documentDigest"));
+    }
+    if (page == QLatin1String("token")) {
+        const QQuickItem *entry = driver.item(QStringLiteral("token-") + data.tokenName());
+        const auto *model =
+            driver.window()->findChild<QAbstractItemModel *>(QStringLiteral("tokens"));
+        Q_UNUSED(entry)
+        show(QStringLiteral("token:")
+             + (model ? model->index(0, 0).data(257).toString() : QString()));
+        return driver.waitFor([&] { return driver.rowCount() > 0; });
+    }
+    show(pageNames().indexOf(page) >= 3 && pageNames().indexOf(page) <= 8
+             ? page
+             : QStringLiteral("personal"));
+    driver.waitFor([&] { return driver.rowCount() > 0; }, 3000);
+    if (page == QLatin1String("details") || page == QLatin1String("requests"))
+        return openRow();
+    if (page == QLatin1String("search"))
+        return driver.fill(QStringLiteral("searchField"), QStringLiteral("иванова"));
+    if (page == QLatin1String("settings"))
+        openDialog(driver, "settingsDialog");
+    if (page == QLatin1String("import"))
+        showImportDialog(driver, data);
+    if (page == QLatin1String("pin"))
+        showPinDialog(driver, data);
+    if (page == QLatin1String("error"))
+        showErrorDialog(driver);
+    if (page == QLatin1String("remove"))
+        return openRow() && driver.click(QStringLiteral("removeButton"));
+    return true;
+}
+
+void leavePage(WindowDriver &driver)
+{
+    for (int i = 0; i < 3; ++i)
+        driver.key(Qt::Key_Escape);
+    QTest::qWait(100);
+}
+
+} // namespace TrivexTest

@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "tests/app/harness.h"
+#include "tests/support/testcertificates.h"
+#include "tests/support/testtoken.h"
+
+namespace TrivexTest {
+
+/// A token and a USER directory with something on every page, made afresh.
+class SampleData {
+public:
+    explicit SampleData(WindowEnvironment &environment);
+
+    bool isValid() const { return m_problem.isEmpty(); }
+    QString problem() const { return m_problem; }
+    QString tokenName() const { return m_token.label(); }
+    /// A bundle whose password is "secret".
+    QString bundle() const { return m_bundle; }
+    QString picture() const { return m_picture; }
+
+private:
+    void fillToken();
+    void fillFiles(WindowEnvironment &environment);
+    bool put(const QString &keyType, const QString &id, const QString &subject);
+
+    TestToken m_token;
+    TestAuthority m_authority;
+    QString m_problem;
+    QString m_bundle;
+    QString m_picture;
+};
+
+/// Every page and dialog by name; `visitPage` brings the window to it and `leavePage` back.
+QStringList pageNames();
+bool visitPage(WindowDriver &driver, const SampleData &data, const QString &page);
+void leavePage(WindowDriver &driver);
+
+} // namespace TrivexTest

@@ -1,0 +1,266 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/app/pages.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QLocale>
+#include <QXmlStreamReader>
+#include <QtTest>
+
+using namespace TrivexTest;
+
+namespace {
+
+SampleData *data = nullptr;
+
+bool isControl(const QQuickItem *item)
+{
+    static const char *const classes[] = {
+        "QQuickAbstractButton", "QQuickTextField",  "QQuickTextArea", "QQuickComboBox",
+        "QQuickTextEdit",       "QQuickTextInput",  "QQuickSlider",   "QQuickListView",
+        "QQuickBusyIndicator",  "QQuickProgressBar"};
+    for (const char *name : classes) {
+        if (item->inherits(name))
+            return true;
+    }
+    return item->activeFocusOnTab();
+}
+
+void visit(QQuickItem *item, const std::function<void(QQuickItem *)> &look)
+{
+    if (!item->isVisible())
+        return;
+    look(item);
+    const QList<QQuickItem *> children = item->childItems();
+    for (QQuickItem *child : children)
+        visit(child, look);
+}
+
+QString describe(const QQuickItem *item)
+{
+    QString text =
+        QLatin1String(item->metaObject()->className()) + QLatin1Char(' ') + item->objectName();
+    for (const QQuickItem *up = item->parentItem(); up; up = up->parentItem()) {
+        if (!up->objectName().isEmpty())
+            return text + QStringLiteral(" in ") + up->objectName();
+    }
+    return text;
+}
+
+/// Texts of the English catalogue whose Russian differs, so that seeing one in a Russian window
+/// means that it was left untranslated.
+QHash<QString, QString> readCatalogue(const QString &name)
+{
+    QHash<QString, QString> texts;
+    QFile file(QStringLiteral(TRIVEX_CATALOGUE_SOURCES "/") + name);
+    file.open(QIODevice::ReadOnly);
+    QXmlStreamReader reader(&file);
+    QString id;
+    while (!reader.atEnd()) {
+        if (reader.readNext() != QXmlStreamReader::StartElement)
+            continue;
+        if (reader.name() == QLatin1String("message"))
+            id = reader.attributes().value(QLatin1String("id")).toString();
+        else if (reader.name() == QLatin1String("translation"))
+            texts.insert(id,
+                         reader.readElementText(QXmlStreamReader::IncludeChildElements).trimmed());
+    }
+    return texts;
+}
+
+QStringList textsOf(const QQuickItem *item)
+{
+    QStringList texts;
+    for (const char *property : {"text", "title", "placeholderText", "displayText"})
+        texts += item->property(property).toString();
+    if (QAccessibleInterface *accessible =
+            QAccessible::queryAccessibleInterface(const_cast<QQuickItem *>(item)))
+        texts += accessible->text(QAccessible::Name);
+    texts.removeAll(QString());
+    return texts;
+}
+
+} // namespace
+
+/// Looks at every page and dialog as a screen reader, a keyboard and a stranger would.
+class AppPagesTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void everyPage_data();
+    void everyPage();
+    void tabReachesEverything_data();
+    void tabReachesEverything();
+
+private:
+    void checkNames(const QString &page);
+    void checkTexts(const QString &page, bool russian);
+    void checkFits(const QString &page);
+
+    std::unique_ptr<WindowDriver> m_window;
+};
+
+void AppPagesTest::everyPage_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<double>("scale");
+    QTest::newRow("english, wide, light") << "en_US" << QSize(1180, 760) << 1 << 1.0;
+    QTest::newRow("russian, wide, dark") << "ru_RU" << QSize(1180, 760) << 2 << 1.0;
+    QTest::newRow("russian, middle") << "ru_RU" << QSize(780, 700) << 1 << 1.0;
+    QTest::newRow("russian, 400 px") << "ru_RU" << QSize(400, 700) << 1 << 1.0;
+    QTest::newRow("russian, 4K, twice the text") << "ru_RU" << QSize(2500, 1500) << 1 << 2.0;
+}
+
+void AppPagesTest::everyPage()
+{
+    QFETCH(QString, locale);
+    QFETCH(QSize, size);
+    QFETCH(int, mode);
+    QFETCH(double, scale);
+    QLocale::setDefault(QLocale(locale));
+    m_window = std::make_unique<WindowDriver>();
+    m_window->setTheme(mode, scale);
+    m_window->window()->resize(size);
+    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() > 0; }));
+    for (const QString &page : pageNames()) {
+        QVERIFY2(visitPage(*m_window, *data, page), qPrintable(page));
+        QTest::qWait(50);
+        checkNames(page);
+        checkTexts(page, locale.startsWith(QLatin1String("ru")));
+        checkFits(page);
+        leavePage(*m_window);
+    }
+    const QStringList warnings = m_window->takeWarnings();
+    m_window.reset();
+    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
+}
+
+void AppPagesTest::checkNames(const QString &page)
+{
+    QStringList nameless;
+    int controls = 0;
+    visit(m_window->window()->contentItem(), [&](QQuickItem *item) {
+        if (!isControl(item))
+            return;
+        QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(item);
+        ++controls;
+        const bool named = accessible && accessible->role() != QAccessible::NoRole
+            && accessible->role() != QAccessible::Client
+            && !accessible->text(QAccessible::Name).isEmpty();
+        if (!named)
+            nameless += page + QStringLiteral(": ") + describe(item);
+    });
+    if (!nameless.isEmpty())
+        QTest::qFail(qPrintable(nameless.join(QLatin1Char('\n'))), __FILE__, __LINE__);
+    if (controls < 3)
+        QTest::qFail(qPrintable(page + QStringLiteral(" has hardly a control")), __FILE__,
+                     __LINE__);
+}
+
+void AppPagesTest::checkTexts(const QString &page, bool russian)
+{
+    static const QHash<QString, QString> english =
+        readCatalogue(QStringLiteral("trivex-app_en.ts"));
+    static const QHash<QString, QString> translated =
+        readCatalogue(QStringLiteral("trivex-app_ru.ts"));
+    QStringList untranslated;
+    for (auto it = english.cbegin(); it != english.cend(); ++it) {
+        if (translated.value(it.key()) != it.value())
+            untranslated += it.value();
+    }
+    visit(m_window->window()->contentItem(), [&](QQuickItem *item) {
+        for (const QString &text : textsOf(item)) {
+            const bool raw = text.contains(QLatin1String("trivex-"))
+                || text.contains(QLatin1String("plugin-la-"));
+            if (raw || (russian && untranslated.contains(text)))
+                QTest::qFail(qPrintable(page + QStringLiteral(": ") + describe(item)
+                                        + QStringLiteral(": ") + text),
+                             __FILE__, __LINE__);
+        }
+    });
+}
+
+void AppPagesTest::checkFits(const QString &page)
+{
+    const qreal width = m_window->window()->width();
+    visit(m_window->window()->contentItem(), [&](QQuickItem *item) {
+        if (!isControl(item) || item->width() <= 0)
+            return;
+        const QRectF where = item->mapRectToScene({0, 0, item->width(), item->height()});
+        if (where.left() < -1 || where.right() > width + 1)
+            QTest::qFail(qPrintable(QStringLiteral("%1: %2 reaches from %3 to %4")
+                                        .arg(page, describe(item))
+                                        .arg(where.left())
+                                        .arg(where.right())),
+                         __FILE__, __LINE__);
+    });
+}
+
+void AppPagesTest::tabReachesEverything_data()
+{
+    QTest::addColumn<QString>("page");
+    for (const char *page : {"details", "requests", "new-request", "sign", "settings", "import"})
+        QTest::newRow(page) << page;
+}
+
+void AppPagesTest::tabReachesEverything()
+{
+    QFETCH(QString, page);
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    m_window = std::make_unique<WindowDriver>();
+    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() > 0; }));
+    QVERIFY(visitPage(*m_window, *data, page));
+    QTest::qWait(100);
+    // One round by Tab: it comes back to where it began, never stands still, and passes over every
+    // enabled button of the page.
+    m_window->key(Qt::Key_Tab);
+    QQuickItem *first = m_window->window()->activeFocusItem();
+    QVERIFY(first);
+    QSet<QQuickItem *> seen;
+    for (int i = 0; i < 200; ++i) {
+        QQuickItem *now = m_window->window()->activeFocusItem();
+        seen += now;
+        m_window->key(Qt::Key_Tab);
+        QQuickItem *next = m_window->window()->activeFocusItem();
+        QVERIFY2(next && next != now, qPrintable(describe(now)));
+        if (next == first)
+            break;
+    }
+    QCOMPARE(m_window->window()->activeFocusItem(), first);
+    QQuickItem *root = m_window->window()->contentItem();
+    for (const char *dialog : {"settingsDialog", "importDialog"}) {
+        if (m_window->isOpen(QLatin1String(dialog)))
+            root = qvariant_cast<QQuickItem *>(
+                m_window->object(QLatin1String(dialog))->property("contentItem"));
+    }
+    visit(root, [&](QQuickItem *item) {
+        const bool reachable =
+            item->inherits("QQuickAbstractButton") && item->isEnabled() && item->activeFocusOnTab();
+        if (reachable && !seen.contains(item))
+            QTest::qFail(qPrintable(QStringLiteral("not reached: ") + describe(item)), __FILE__,
+                         __LINE__);
+    });
+    leavePage(*m_window);
+    m_window.reset();
+}
+
+int main(int argc, char **argv)
+{
+    WindowEnvironment display;
+    SampleData sample(display);
+    for (const QString &problem : {display.problem(), sample.problem()}) {
+        if (!problem.isEmpty()) {
+            printf("SKIP %s\n", qPrintable(problem));
+            return 0;
+        }
+    }
+    data = &sample;
+    QApplication application(argc, argv);
+    Trivex::Application::prepare();
+    AppPagesTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_app_pages.moc"

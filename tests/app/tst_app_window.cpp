@@ -1,0 +1,457 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/app/harness.h"
+#include "tests/support/testcertificates.h"
+#include "tests/support/testtoken.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QLocale>
+#include <QtTest>
+
+#include <csignal>
+#include <sys/resource.h>
+
+using namespace TrivexTest;
+
+namespace {
+
+WindowEnvironment *environment = nullptr;
+TestToken *token = nullptr;
+constexpr qint64 FrameMs = 100;
+
+QString write(const QString &name, const QByteArray &contents)
+{
+    const QString path = environment->file(name);
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size())
+        qFatal("can't write %s", qPrintable(path));
+    return path;
+}
+
+QByteArray pem(const QByteArray &der)
+{
+    const QByteArray text = der.toBase64();
+    QByteArray result = "-----BEGIN CERTIFICATE-----\n";
+    for (int i = 0; i < text.size(); i += 64)
+        result += text.mid(i, 64) + '\n';
+    return result + "-----END CERTIFICATE-----\n";
+}
+
+} // namespace
+
+/// One user's day with the window, by mouse and keyboard, over a real software token. The order
+/// matters: the token's login lasts, so what needs a PIN question comes first.
+class AppWindowTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void cleanupTestCase();
+
+    void showsTheToken();
+    void bundleWithWrongPassword();
+    void pinIsCancelled();
+    void pinIsWrong();
+    void tokenGoesWhileThePinIsAsked();
+    void generationWithWrongPin();
+    void wholeLifeOfACertificate();
+    void bundleOntoTheToken();
+    void exportToAFullDisk();
+    void filesFromASecondStart();
+    void tenThousandRows();
+
+private:
+    void openFile(const QString &path);
+    void show(const char *category);
+    bool answerPin(const QString &pin, const char *dialog = "pinPromptDialog");
+    QString noticeText(const char *name) const;
+
+    TestAuthority m_authority;
+    std::unique_ptr<WindowDriver> m_window;
+    QString m_bundle;
+};
+
+void AppWindowTest::initTestCase()
+{
+    QVERIFY(m_authority.isValid());
+    m_bundle = m_authority.bundle(
+        {QStringLiteral("-algorithm"), QStringLiteral("RSA"), QStringLiteral("-pkeyopt"),
+         QStringLiteral("rsa_keygen_bits:2048")},
+        QStringLiteral("/CN=Петров Пётр"), QStringLiteral("секрет"), QStringLiteral("Петров"));
+    QVERIFY(!m_bundle.isEmpty());
+    m_window = std::make_unique<WindowDriver>();
+    m_window->takeWarnings();
+}
+
+void AppWindowTest::init()
+{
+    m_window->meter().reset();
+}
+
+void AppWindowTest::cleanup()
+{
+    const QStringList warnings = m_window->takeWarnings();
+    const qint64 frame = m_window->meter().longestFrame();
+    const qint64 stall = m_window->meter().longestStall();
+    qInfo("%s: longest frame %lld ms, longest stall %lld ms, %d frames",
+          QTest::currentTestFunction(), frame, stall, m_window->meter().frames());
+    if (QTest::currentTestFailed())
+        m_window->window()->grabWindow().save(QDir::temp().filePath(
+            QStringLiteral("trivex-%1.png").arg(QLatin1String(QTest::currentTestFunction()))));
+    for (int i = 0; i < 3; ++i)
+        m_window->key(Qt::Key_Escape);
+    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
+    QVERIFY2(frame <= FrameMs, qPrintable(QStringLiteral("a frame took %1 ms").arg(frame)));
+}
+
+void AppWindowTest::cleanupTestCase()
+{
+    m_window.reset();
+}
+
+void AppWindowTest::openFile(const QString &path)
+{
+    m_window->application().activate({path});
+}
+
+void AppWindowTest::show(const char *category)
+{
+    const QString name = QStringLiteral("category-") + QLatin1String(category);
+    QVERIFY2(m_window->click(name), category);
+    QTest::qWait(50);
+}
+
+bool AppWindowTest::answerPin(const QString &pin, const char *dialog)
+{
+    if (!m_window->waitFor([&] { return m_window->isOpen(QLatin1String(dialog)); }))
+        return false;
+    return m_window->fill(QStringLiteral("pinField"), pin)
+        && m_window->click(QStringLiteral("pinAccept"));
+}
+
+QString AppWindowTest::noticeText(const char *name) const
+{
+    const QQuickItem *notice = m_window->item(QLatin1String(name));
+    return notice ? notice->property("text").toString() : QString();
+}
+
+void AppWindowTest::showsTheToken()
+{
+    QVERIFY(m_window->waitForItem(QStringLiteral("token-") + token->label()));
+    QVERIFY(m_window->click(QStringLiteral("token-") + token->label()));
+    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == 0; }));
+}
+
+void AppWindowTest::bundleWithWrongPassword()
+{
+    openFile(m_bundle);
+    QVERIFY(m_window->waitFor([&] { return m_window->isOpen(QStringLiteral("importDialog")); }));
+    QVERIFY(!m_window->item(QStringLiteral("importAccept"))->isEnabled());
+    QVERIFY(m_window->fill(QStringLiteral("bundlePassword"), QStringLiteral("wrong")));
+    m_window->key(Qt::Key_Return);
+    QVERIFY(m_window->waitFor(
+        [&] { return noticeText("importProblem") == qtTrId("trivex-app-bundle-password"); }));
+    QVERIFY(!m_window->item(QStringLiteral("importAccept"))->isEnabled());
+    QVERIFY(m_window->click(QStringLiteral("importCancel")));
+    QVERIFY(m_window->waitFor([&] { return !m_window->isOpen(QStringLiteral("importDialog")); }));
+}
+
+void AppWindowTest::pinIsCancelled()
+{
+    openFile(m_authority.certificateFile());
+    QVERIFY(m_window->waitForItem(QStringLiteral("importAccept")));
+    QVERIFY(m_window->waitFor(
+        [&] { return m_window->item(QStringLiteral("importAccept"))->isEnabled(); }));
+    QVERIFY(m_window->click(QStringLiteral("importAccept")));
+    QVERIFY(m_window->waitFor([&] { return m_window->isOpen(QStringLiteral("pinPromptDialog")); }));
+    QCOMPARE(m_window->item(QStringLiteral("pinTokenName"))->property("text").toString(),
+             token->label());
+    // Nothing typed, nothing sent.
+    QVERIFY(!m_window->item(QStringLiteral("pinAccept"))->isEnabled());
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(
+        m_window->waitFor([&] { return !m_window->isOpen(QStringLiteral("pinPromptDialog")); }));
+    QVERIFY(m_window->waitFor([&] { return !noticeText("importFailure").isEmpty(); }));
+    QVERIFY(m_window->click(QStringLiteral("importCancel")));
+    QCOMPARE(token->objectCount(), 0);
+}
+
+void AppWindowTest::pinIsWrong()
+{
+    openFile(m_authority.certificateFile());
+    QVERIFY(m_window->waitForItem(QStringLiteral("importAccept")));
+    QVERIFY(m_window->click(QStringLiteral("importAccept")));
+    QVERIFY(answerPin(QStringLiteral("999999")));
+    QVERIFY(m_window->waitFor([&] { return m_window->isOpen(QStringLiteral("errorDialog")); }));
+    QCOMPARE(m_window->item(QStringLiteral("errorCause"))->property("text").toString(),
+             qtTrId("trivex-app-cause-wrong-pin"));
+    // Asked once, never again by itself.
+    QTest::qWait(500);
+    QVERIFY(!m_window->isOpen(QStringLiteral("pinPromptDialog")));
+    QVERIFY(m_window->click(QStringLiteral("errorReport")));
+    QVERIFY(!QGuiApplication::clipboard()->text().contains(QStringLiteral("999999")));
+    QVERIFY(QGuiApplication::clipboard()->text().contains(QStringLiteral("C_Login")));
+    QVERIFY(m_window->click(QStringLiteral("errorClose")));
+    QVERIFY(m_window->waitFor([&] { return !m_window->isOpen(QStringLiteral("errorDialog")); }));
+    QVERIFY(m_window->click(QStringLiteral("importCancel")));
+    QCOMPARE(token->objectCount(), 0);
+}
+
+void AppWindowTest::tokenGoesWhileThePinIsAsked()
+{
+    openFile(m_authority.certificateFile());
+    QVERIFY(m_window->waitForItem(QStringLiteral("importAccept")));
+    QVERIFY(m_window->click(QStringLiteral("importAccept")));
+    QVERIFY(m_window->waitFor([&] { return m_window->isOpen(QStringLiteral("pinPromptDialog")); }));
+    token->removeModule();
+    const bool closed = m_window->waitFor(
+        [&] { return !m_window->isOpen(QStringLiteral("pinPromptDialog")); }, 10000);
+    token->restoreModule();
+    QVERIFY(closed);
+    QTest::qWait(300);
+    if (m_window->isOpen(QStringLiteral("errorDialog")))
+        m_window->click(QStringLiteral("errorClose"));
+    QVERIFY(m_window->waitFor([&] { return !m_window->isOpen(QStringLiteral("errorDialog")); }));
+    QVERIFY(m_window->click(QStringLiteral("importCancel")));
+    // The token is back and usable without a restart.
+    QVERIFY(m_window->waitFor([&] {
+        openFile(m_authority.certificateFile());
+        QTest::qWait(200);
+        const QQuickItem *accept = m_window->item(QStringLiteral("importAccept"));
+        const bool ready = accept && accept->isEnabled();
+        m_window->click(QStringLiteral("importCancel"));
+        return ready;
+    }));
+}
+
+void AppWindowTest::generationWithWrongPin()
+{
+    show("newRequest");
+    QVERIFY(m_window->fill(QStringLiteral("keyNameInput"), QStringLiteral("first")));
+    QVERIFY(m_window->fill(QStringLiteral("generatePin"), QStringLiteral("999999")));
+    QVERIFY(m_window->click(QStringLiteral("generateButton")));
+    QVERIFY(m_window->waitFor([&] { return m_window->isOpen(QStringLiteral("errorDialog")); }));
+    QCOMPARE(m_window->item(QStringLiteral("errorCause"))->property("text").toString(),
+             qtTrId("trivex-app-cause-wrong-pin"));
+    QVERIFY(m_window->click(QStringLiteral("errorClose")));
+    QVERIFY(m_window->waitForItem(QStringLiteral("generateButton")));
+    QCOMPARE(token->objectCount(), 0);
+}
+
+void AppWindowTest::wholeLifeOfACertificate()
+{
+    // A key and a request.
+    show("newRequest");
+    QVERIFY(m_window->fill(QStringLiteral("keyNameInput"), QStringLiteral("first")));
+    QVERIFY(m_window->fill(QStringLiteral("generatePin"), QString::fromLatin1(TestToken::pin())));
+    QVERIFY(m_window->click(QStringLiteral("generateButton")));
+    QVERIFY(m_window->waitFor(
+        [&] {
+            const QQuickItem *field = m_window->item(QStringLiteral("commonNameInput"));
+            return field && field->isEnabled();
+        },
+        60000));
+    QVERIFY(m_window->fill(QStringLiteral("commonNameInput"), QStringLiteral("Иванова Мария")));
+    QVERIFY(m_window->fill(QStringLiteral("innInput"), QStringLiteral("7707083894")));
+    QVERIFY(!m_window->item(QStringLiteral("innField"))->property("flag").toString().isEmpty());
+    m_window->key(Qt::Key_Backspace);
+    m_window->type(QStringLiteral("3"));
+    QVERIFY(m_window->item(QStringLiteral("innField"))->property("flag").toString().isEmpty());
+    auto *button = m_window->item(QStringLiteral("createRequest"));
+    QVERIFY(button && button->isEnabled());
+    button->forceActiveFocus(Qt::TabFocusReason);
+    m_window->key(Qt::Key_Return);
+    QVERIFY(m_window->waitForItem(QStringLiteral("savedCard")));
+    const QString request =
+        environment->file(QStringLiteral("CertificateRequest/Иванова Мария.csr"));
+    QVERIFY(QFile::exists(request));
+    show("requests");
+    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == 1; }));
+
+    // Its certificate comes and the request is done.
+    const QByteArray issued = m_authority.issueForRequest(request);
+    QVERIFY(!issued.isEmpty());
+    openFile(write(QStringLiteral("issued.bin"), issued));
+    QVERIFY(m_window->waitForItem(QStringLiteral("importAccept")));
+    QVERIFY(m_window->click(QStringLiteral("importAccept")));
+    QVERIFY(m_window->waitFor([&] {
+        if (m_window->isOpen(QStringLiteral("pinPromptDialog")))
+            answerPin(QString::fromLatin1(TestToken::pin()));
+        return !m_window->isOpen(QStringLiteral("importDialog"));
+    }));
+    show("personal");
+    QVERIFY(m_window->waitFor(
+        [&] { return m_window->rowNamed(QStringLiteral("Иванова Мария")) >= 0; }));
+    QVERIFY(m_window->waitFor([&] { return !QFile::exists(request); }));
+    show("requests");
+    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == 0; }));
+
+    // It signs a document, and the signature is good.
+    show("personal");
+    QVERIFY(m_window->clickRow(m_window->rowNamed(QStringLiteral("Иванова Мария"))));
+    QVERIFY(m_window->click(QStringLiteral("signButton")));
+    QVERIFY(m_window->waitForItem(QStringLiteral("signPage")));
+    const QString document = write(QStringLiteral("letter.txt"), "Dear all,\n");
+    openFile(document);
+    QVERIFY(m_window->waitFor([&] {
+        const QQuickItem *sign = m_window->item(QStringLiteral("doSign"));
+        return sign && sign->isEnabled();
+    }));
+    m_window->item(QStringLiteral("doSign"))->forceActiveFocus(Qt::TabFocusReason);
+    m_window->key(Qt::Key_Return);
+    QVERIFY(m_window->waitFor([&] {
+        if (m_window->isOpen(QStringLiteral("signPinDialog")))
+            answerPin(QString::fromLatin1(TestToken::pin()), "signPinDialog");
+        return noticeText("signResult") == qtTrId("trivex-app-signed");
+    }));
+    QCOMPARE(QFileInfo(document + QStringLiteral(".sig")).size(), 256);
+    m_window->item(QStringLiteral("doVerify"))->forceActiveFocus(Qt::TabFocusReason);
+    m_window->key(Qt::Key_Return);
+    QVERIFY(m_window->waitFor(
+        [&] { return noticeText("signResult") == qtTrId("trivex-app-verified"); }));
+
+    // It is removed with its key.
+    show("personal");
+    QVERIFY(m_window->clickRow(m_window->rowNamed(QStringLiteral("Иванова Мария"))));
+    QVERIFY(m_window->click(QStringLiteral("removeButton")));
+    QVERIFY(m_window->click(QStringLiteral("removeConfirm")));
+    QVERIFY(m_window->waitFor([&] {
+        if (m_window->isOpen(QStringLiteral("pinPromptDialog")))
+            answerPin(QString::fromLatin1(TestToken::pin()));
+        return m_window->rowNamed(QStringLiteral("Иванова Мария")) < 0;
+    }));
+    QCOMPARE(token->objectCount(), 0);
+}
+
+void AppWindowTest::bundleOntoTheToken()
+{
+    openFile(m_bundle);
+    QVERIFY(m_window->waitFor([&] { return m_window->isOpen(QStringLiteral("importDialog")); }));
+    QVERIFY(m_window->fill(QStringLiteral("bundlePassword"), QStringLiteral("секрет")));
+    m_window->key(Qt::Key_Return);
+    QVERIFY(m_window->waitFor([&] {
+        const QQuickItem *accept = m_window->item(QStringLiteral("importAccept"));
+        return accept && accept->isEnabled();
+    }));
+    QVERIFY(m_window->click(QStringLiteral("importAccept")));
+    QVERIFY(m_window->waitFor([&] {
+        if (m_window->isOpen(QStringLiteral("pinPromptDialog")))
+            answerPin(QString::fromLatin1(TestToken::pin()));
+        return !m_window->isOpen(QStringLiteral("importDialog"));
+    }));
+    show("personal");
+    QVERIFY(
+        m_window->waitFor([&] { return m_window->rowNamed(QStringLiteral("Петров Пётр")) >= 0; }));
+}
+
+void AppWindowTest::exportToAFullDisk()
+{
+    show("personal");
+    QVERIFY(m_window->clickRow(m_window->rowNamed(QStringLiteral("Петров Пётр"))));
+    QVERIFY(m_window->waitForItem(QStringLiteral("detailsView")));
+    QDir(environment->home()).mkdir(QStringLiteral("out"));
+    const QString folder = environment->file(QStringLiteral("out"));
+    QObject *pane = m_window->object(QStringLiteral("detailsPane"));
+    QVERIFY(pane);
+    // No byte may be written: what a full disk does to a file that could be opened.
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit none{0, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &none);
+    QMetaObject::invokeMethod(pane, "exportTo", Q_ARG(QVariant, folder));
+    setrlimit(RLIMIT_FSIZE, &before);
+    QVERIFY(m_window->waitFor([&] { return m_window->isOpen(QStringLiteral("errorDialog")); }));
+    QCOMPARE(m_window->item(QStringLiteral("errorCause"))->property("text").toString(),
+             qtTrId("trivex-app-export-failed"));
+    QVERIFY(!m_window->item(QStringLiteral("errorAdvice"))->property("text").toString().isEmpty());
+    QVERIFY(m_window->click(QStringLiteral("errorClose")));
+    QVERIFY(m_window->waitFor([&] { return !m_window->isOpen(QStringLiteral("errorDialog")); }));
+    // With room it works.
+    QMetaObject::invokeMethod(pane, "exportTo", Q_ARG(QVariant, folder));
+    QVERIFY(m_window->waitForItem(QStringLiteral("toastText")));
+    QVERIFY(QFileInfo(folder + QStringLiteral("/Петров Пётр.crt")).size() > 0);
+}
+
+void AppWindowTest::filesFromASecondStart()
+{
+    m_window->application().activate({environment->file(QStringLiteral("letter.txt"))});
+    QVERIFY(m_window->waitForItem(QStringLiteral("signPage")));
+    m_window->application().activate({m_authority.certificateFile()});
+    QVERIFY(m_window->waitFor([&] { return m_window->isOpen(QStringLiteral("importDialog")); }));
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_window->waitFor([&] { return !m_window->isOpen(QStringLiteral("importDialog")); }));
+}
+
+void AppWindowTest::tenThousandRows()
+{
+    constexpr int rows = 10000;
+    const QString directory = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
+        + QStringLiteral("/trivex/certificates");
+    QVERIFY(QDir().mkpath(directory));
+    // One real certificate, its name and serial number overwritten: the signatures do not fit any
+    // more, which no list looks at.
+    const QByteArray key = m_authority.openssl(
+        {QStringLiteral("genpkey"), QStringLiteral("-algorithm"), QStringLiteral("ed25519")});
+    const QString keyFile = write(QStringLiteral("many.key"), key);
+    const QByteArray certificate = m_authority.openssl(
+        {QStringLiteral("req"), QStringLiteral("-x509"), QStringLiteral("-key"), keyFile,
+         QStringLiteral("-subj"), QStringLiteral("/CN=Person 00000"), QStringLiteral("-outform"),
+         QStringLiteral("DER"), QStringLiteral("-days"), QStringLiteral("900")});
+    QVERIFY(certificate.contains("Person 00000"));
+    show("users");
+    m_window->meter().reset();
+    for (int i = 0; i < rows; ++i) {
+        const QByteArray number = QByteArray::number(i).rightJustified(5, '0');
+        QByteArray one = certificate;
+        one.replace("Person 00000", "Person " + number);
+        QFile file(directory + QStringLiteral("/person-%1.pem").arg(i, 5, 10, QLatin1Char('0')));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(pem(one));
+        if (i % 100 == 0)
+            QCoreApplication::processEvents();
+    }
+    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == rows; }, 120000));
+    QVERIFY(m_window->click(QStringLiteral("searchField")));
+    const qint64 loading = m_window->meter().longestStall();
+    m_window->meter().reset();
+    m_window->type(QStringLiteral("person 0123"));
+    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == 10; }));
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == rows; }));
+    m_window->key(Qt::Key_Tab);
+    for (int i = 0; i < 40; ++i)
+        m_window->key(i % 4 == 3 ? Qt::Key_PageUp : Qt::Key_PageDown);
+    m_window->key(Qt::Key_End);
+    QTest::qWait(200);
+    m_window->key(Qt::Key_Home);
+    QTest::qWait(200);
+    const qint64 searching = m_window->meter().longestStall();
+    qInfo("ten thousand rows: stall while loading %lld ms, while searching %lld ms", loading,
+          searching);
+    QVERIFY2(searching <= FrameMs, qPrintable(QString::number(searching)));
+}
+
+int main(int argc, char **argv)
+{
+    WindowEnvironment display;
+    TestToken software(QStringLiteral("Токен А"));
+    for (const QString &problem : {display.problem(), software.problem()}) {
+        if (!problem.isEmpty()) {
+            printf("SKIP %s\n", qPrintable(problem));
+            return 0;
+        }
+    }
+    software.useInThisProcess();
+    environment = &display;
+    token = &software;
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    QApplication application(argc, argv);
+    Trivex::Application::prepare();
+    AppWindowTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_app_window.moc"
