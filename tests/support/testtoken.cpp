@@ -59,6 +59,22 @@ QByteArray ecPublicKeyInfo(const QByteArray &listing)
     return {};
 }
 
+/// The part of a listing that is about the public key with `id`: the tool lists all objects.
+QByteArray objectWithId(const QByteArray &listing, const QString &id)
+{
+    const QByteArray marker("Public Key Object;");
+    for (int at = listing.indexOf(marker); at >= 0;) {
+        const int next = listing.indexOf(marker, at + 1);
+        const QByteArray object = listing.mid(at, next < 0 ? -1 : next - at);
+        const int idAt = object.indexOf("ID:");
+        const QByteArray line = object.mid(idAt + 3, object.indexOf('\n', idAt) - idAt - 3);
+        if (idAt >= 0 && line.trimmed() == id.toLatin1())
+            return object;
+        at = next;
+    }
+    return {};
+}
+
 } // namespace
 
 TestToken::TestToken(const QString &label)
@@ -171,8 +187,9 @@ bool TestToken::writeObject(const QString &type, const QByteArray &der, const QS
 
 QByteArray TestToken::publicKey(const QString &id) const
 {
-    const QByteArray listing = tool({QStringLiteral("--list-objects"), QStringLiteral("--type"),
-                                     QStringLiteral("pubkey"), QStringLiteral("--id"), id});
+    const QByteArray listing = objectWithId(
+        tool({QStringLiteral("--list-objects"), QStringLiteral("--type"), QStringLiteral("pubkey")}),
+        id);
     if (listing.contains("EC_POINT:"))
         return ecPublicKeyInfo(listing);
     const QString file = m_directory->filePath(QStringLiteral("public.der"));

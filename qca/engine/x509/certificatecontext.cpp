@@ -50,7 +50,7 @@ bool CertificateContext::createSelfSigned(const QCA::CertificateOptions &options
 
 const QCA::CertContextProps *CertificateContext::props() const
 {
-    static const QCA::CertContextProps nothing{};
+    static const auto &nothing = *new QCA::CertContextProps{};
     if (!m_data)
         return &nothing;
     return m_namesOnly ? &m_data->names() : &m_data->properties();

@@ -144,7 +144,7 @@ QCA::Provider::Context *CrlContext::clone() const
 
 const QCA::CRLContextProps *CrlContext::props() const
 {
-    static const QCA::CRLContextProps nothing{};
+    static const auto &nothing = *new QCA::CRLContextProps{};
     return m_data ? &m_data->properties : &nothing;
 }
 

@@ -48,7 +48,7 @@ bool RequestContext::take(const std::shared_ptr<const RequestData> &data)
 
 const QCA::CertContextProps *RequestContext::props() const
 {
-    static const QCA::CertContextProps nothing{};
+    static const auto &nothing = *new QCA::CertContextProps{};
     return m_data ? &m_data->properties() : &nothing;
 }
 
