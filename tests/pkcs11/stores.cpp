@@ -33,13 +33,12 @@ QCA::KeyStore *Stores::byName(const QString &name) const
 QCA::KeyStore *Stores::waitFor(const QString &name, int patience)
 {
     return QTest::qWaitFor([&] { return byName(name) != nullptr; }, patience) ? byName(name)
-                                                                             : nullptr;
+                                                                              : nullptr;
 }
 
 bool Stores::waitForEntries(const QString &name, int count, int patience)
 {
-    return QTest::qWaitFor([&] { return byName(name) && entries(name).size() == count; },
-                           patience);
+    return QTest::qWaitFor([&] { return byName(name) && entries(name).size() == count; }, patience);
 }
 
 QList<QCA::KeyStoreEntry> Stores::entries(const QString &name) const

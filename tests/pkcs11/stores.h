@@ -26,7 +26,7 @@ public:
     QStringList names() const;
 
     /// Starts a write or removal and waits for its result, which is an entry id or a truth value.
-    template<class Written>
+    template <class Written>
     QString write(QCA::KeyStore *store, const Written &what, int patience = 20000);
     bool remove(QCA::KeyStore *store, const QString &entryId, int patience = 20000);
 
@@ -39,7 +39,7 @@ private:
     std::vector<std::unique_ptr<QCA::KeyStore>> m_stores;
 };
 
-template<class Written>
+template <class Written>
 QString Stores::write(QCA::KeyStore *store, const Written &what, int patience)
 {
     QString result;
