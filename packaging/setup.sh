@@ -113,10 +113,13 @@ use_private_token() {
     (umask 077; mkdir -p "$data/tokens")
     printf 'directories.tokendir = %s/tokens\nobjectstore.backend = file\nlog.level = ERROR\n' \
         "$data" > "$SOFTHSM2_CONF"
-    softhsm2-util --init-token --free --label "Trivex" --pin "$pin" --so-pin "$pin" >/dev/null \
-        || fail "The software token could not be made in $data."
+    # An earlier start may have been stopped after the token was made.
+    if ! softhsm2-util --show-slots 2>/dev/null | grep -q 'Label: *Trivex *$'; then
+        softhsm2-util --init-token --free --label "Trivex" --pin "$pin" --so-pin "$pin" >/dev/null \
+            || fail "The software token could not be made in $data."
+        say "A software token \"Trivex\" was made in $data."
+        [ -n "${TRIVEX_TOKEN_PIN:-}" ] || say "Its PIN is $pin; to change it:" \
+            "SOFTHSM2_CONF=$SOFTHSM2_CONF pkcs11-tool --module libsofthsm2.so --login --change-pin"
+    fi
     : > "$data/.ready"
-    say "A software token \"Trivex\" was made in $data."
-    [ -n "${TRIVEX_TOKEN_PIN:-}" ] || say "Its PIN is $pin; change it with: pkcs11-tool" \
-        "--module libsofthsm2.so --login --change-pin"
 }
