@@ -3,6 +3,7 @@
 #include "certificates/certificate.h"
 
 #include "certificates/certificatetext.h"
+#include "certificates/x509fields.h"
 #include "qca/adapter/certificateinfo.h"
 #include "qca/adapter/filenames.h"
 #include "qca/adapter/infotypes.h"
@@ -12,6 +13,12 @@
 #include <QDir>
 #include <QFile>
 #include <QUrl>
+
+namespace {
+
+constexpr QLatin1Char colon(':');
+
+} // namespace
 
 Certificate::Certificate(QObject *parent)
     : QObject(parent)
@@ -50,25 +57,20 @@ Certificate &Certificate::operator=(const Certificate &other)
 QString Certificate::subjectValue(int type) const
 {
     if (m_certificate.isNull())
-        return {};
+        return QString();
     return Trivex::infoValue(m_certificate.subjectInfo(), type);
-}
-
-QString Certificate::commonName() const
-{
-    return m_certificate.isNull() ? QString() : m_certificate.commonName();
 }
 
 QString Certificate::issuer() const
 {
     if (m_certificate.isNull())
-        return {};
+        return QString();
     return Trivex::infoValue(m_certificate.issuerInfo(), CommonName);
 }
 
-QString Certificate::subjectEmail() const
+QString Certificate::commonName() const
 {
-    return subjectValue(Email);
+    return m_certificate.isNull() ? QString() : m_certificate.commonName();
 }
 
 QString Certificate::subjectOrganization() const
@@ -91,6 +93,13 @@ QString Certificate::subjectCountryCode() const
     return subjectValue(Country);
 }
 
+QString Certificate::signatureAlgorithm() const
+{
+    if (m_certificate.isNull())
+        return QString();
+    return Trivex::signatureText(Trivex::signatureAlgorithm(m_certificate));
+}
+
 QString Certificate::subjectName() const
 {
     return subjectValue(CommonName);
@@ -99,6 +108,19 @@ QString Certificate::subjectName() const
 QString Certificate::subjectCountry() const
 {
     return subjectValue(State);
+}
+
+QString Certificate::subjecAddress() const
+{
+    if (m_certificate.isNull())
+        return QString();
+    const auto street = Trivex::streetAddress(m_certificate.toDER());
+    return street ? *street : subjectLocality();
+}
+
+QString Certificate::subjectEmail() const
+{
+    return subjectValue(Email);
 }
 
 QString Certificate::subjectInn() const
@@ -131,62 +153,49 @@ QString Certificate::subjectIdentificationKind() const
     return subjectValue(IdentificationKind);
 }
 
-QString Certificate::publicKeyMarker() const
-{
-    return subjectValue(Organization);
-}
-
-QString Certificate::subjecAddress() const
-{
-    if (m_certificate.isNull())
-        return {};
-    const auto street = Trivex::streetAddress(m_certificate.toDER());
-    switch (street.presence) {
-    case Trivex::StreetAddress::Present:
-        return street.text;
-    case Trivex::StreetAddress::Absent:
-        return subjectLocality();
-    case Trivex::StreetAddress::Unreadable:
-        break;
-    }
-    return {};
-}
-
-QString Certificate::signatureAlgorithm() const
-{
-    if (m_certificate.isNull())
-        return {};
-    return Trivex::signatureAlgorithmText(Trivex::signatureAlgorithm(m_certificate));
-}
-
 QString Certificate::publicKeyId() const
 {
     if (m_certificate.isNull())
-        return {};
-    return Trivex::hexColonText(m_certificate.subjectKeyId(), QLatin1Char(':'));
+        return QString();
+    return Trivex::hexText(m_certificate.subjectKeyId(), colon);
 }
 
 QString Certificate::publicKeyTypeAlgorithm() const
 {
     if (m_certificate.isNull())
-        return {};
-    const QString known = Trivex::keyTypeText(Trivex::keyType(m_certificate.subjectPublicKey()));
-    return known.isEmpty() ? Trivex::publicKeyAlgorithmName(m_certificate.toDER()) : known;
+        return QString();
+    switch (Trivex::keyType(m_certificate.subjectPublicKey())) {
+    case Trivex::RsaKey:
+        return QStringLiteral("RSA");
+    case Trivex::DsaKey:
+        return QStringLiteral("DSA");
+    case Trivex::DhKey:
+        return QStringLiteral("DH");
+    case Trivex::EllipticCurveKey:
+        return Trivex::ellipticCurveText();
+    default:
+        return Trivex::publicKeyAlgorithmName(m_certificate.toDER());
+    }
+}
+
+QString Certificate::publicKeyMarker() const
+{
+    return subjectValue(Organization);
 }
 
 QString Certificate::privateKeyAvailability() const
 {
     if (m_certificate.isNull())
-        return {};
-    const bool available = !m_keyBundle.isNull() && Trivex::isPrivateKey(m_keyBundle.privateKey());
-    return available ? qtTrId("trivex-p-la-private_available")
-                     : qtTrId("trivex-p-la-private_not_available");
+        return QString();
+    if (!m_keyBundle.isNull() && Trivex::isPrivateKey(m_keyBundle.privateKey()))
+        return qtTrId("trivex-p-la-private_available");
+    return qtTrId("trivex-p-la-private_not_available");
 }
 
 QString Certificate::privateKeyLocation() const
 {
     if (m_certificate.isNull() || m_keyBundle.isNull())
-        return {};
+        return QString();
     return qtTrId("trivex-me-softhsm");
 }
 
@@ -197,12 +206,9 @@ QString Certificate::privateKeyManufacturer() const
 
 QString Certificate::fileName() const
 {
-    if (m_certificate.isNull())
-        return {};
-    if (!m_fileName.isEmpty())
-        return m_fileName;
-    // The common name is a stranger's text; as a file name it must not lead elsewhere.
-    return Trivex::safeFileName(QStringLiteral("%1.%2").arg(commonName(), QStringLiteral("crt")));
+    if (m_certificate.isNull() || !m_fileName.isEmpty())
+        return m_certificate.isNull() ? QString() : m_fileName;
+    return Trivex::safeFileName(commonName(), QStringLiteral(".crt"));
 }
 
 bool Certificate::isNull() const
@@ -212,8 +218,13 @@ bool Certificate::isNull() const
 
 bool Certificate::isRoot() const
 {
-    return !m_certificate.isNull() && !commonName().isEmpty() && !issuer().isEmpty()
-        && commonName() == issuer() && m_certificate.isSelfSigned();
+    if (m_certificate.isNull())
+        return false;
+    const QString subject = commonName();
+    if (subject.isEmpty())
+        return false;
+    const QString from = issuer();
+    return !from.isEmpty() && subject == from && m_certificate.isSelfSigned();
 }
 
 void Certificate::setFileName(const QString &fileName)
@@ -238,9 +249,8 @@ bool Certificate::exportToFile(const QString &directory)
 QString Certificate::serialNumber() const
 {
     if (m_certificate.isNull())
-        return {};
-    return Trivex::hexColonText(m_certificate.serialNumber().toArray().toByteArray(),
-                                QLatin1Char(':'));
+        return QString();
+    return Trivex::hexText(m_certificate.serialNumber().toArray().toByteArray(), colon);
 }
 
 QDateTime Certificate::notValidBefore() const
@@ -262,8 +272,8 @@ bool Certificate::loadFromFile(const QString &path)
 {
     if (!QFile::exists(path))
         return false;
-    const QCA::Certificate loaded = QCA::Certificate::fromPEMFile(path, nullptr, QString());
-    if (loaded.isNull() || (!m_certificate.isNull() && loaded == m_certificate))
+    const auto loaded = QCA::Certificate::fromPEMFile(path, nullptr, QString());
+    if (loaded.isNull() || loaded == m_certificate)
         return false;
     m_certificate = loaded;
     m_fileName = QUrl(path).fileName(QUrl::FullyDecoded);

@@ -6,32 +6,31 @@
 #include <QObject>
 #include <QtCrypto>
 
-/// One X.509 certificate for QML, with the key bundle that it came with and its file name. Every
-/// property is read from the certificate anew and is empty for a null certificate.
+/// One X.509 certificate as QML sees it, with the key bundle that it came in, where there was one.
 ///
-///     Label { text: certificate.commonName + ", " + certificate.subjectInn }
-///
-/// Never created by QML; whoever made it owns it. GUI thread only.
+/// Every value is computed from the certificate at each read. A null certificate gives empty
+/// texts, invalid dates and `false`. GUI thread only. The value getters are virtual so that a
+/// request without a certificate can answer the same properties.
 class Certificate : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString commonName READ commonName CONSTANT)
-    /// Bytes as signed hexadecimal numbers between colons.
+    /// Bytes of the serial number in hex, joined by colons; see `Trivex::hexText()`.
     Q_PROPERTY(QString serialNumber READ serialNumber CONSTANT)
     Q_PROPERTY(QDateTime notValidBefore READ notValidBefore CONSTANT)
     Q_PROPERTY(QDateTime notValidAfter READ notValidAfter CONSTANT)
+    /// The common name of the issuer.
     Q_PROPERTY(QString issuer READ issuer CONSTANT)
-    /// A fixed text.
+    /// "Not qualified" for every certificate.
     Q_PROPERTY(QString signatureType READ signatureType CONSTANT)
     Q_PROPERTY(QString subjectOrganization READ subjectOrganization CONSTANT)
     Q_PROPERTY(QString subjectOrganizationalUnit READ subjectOrganizationalUnit CONSTANT)
     Q_PROPERTY(QString subjectLocality READ subjectLocality CONSTANT)
-    /// The country.
     Q_PROPERTY(QString subjectCountryCode READ subjectCountryCode CONSTANT)
     Q_PROPERTY(QString signatureAlgorithm READ signatureAlgorithm CONSTANT)
     Q_PROPERTY(QString subjectName READ subjectName CONSTANT)
-    /// The state or province, on purpose.
+    /// The state or region, not the country.
     Q_PROPERTY(QString subjectCountry READ subjectCountry CONSTANT)
-    /// The street, or the locality where there is none. The spelling is part of the interface.
+    /// The street, or the locality where no street is given. The spelling is interface.
     Q_PROPERTY(QString subjecAddress READ subjecAddress CONSTANT)
     Q_PROPERTY(QString subjectEmail READ subjectEmail CONSTANT)
     Q_PROPERTY(QString subjectInn READ subjectInn CONSTANT)
@@ -40,26 +39,30 @@ class Certificate : public QObject {
     Q_PROPERTY(QString subjectInnle READ subjectInnle CONSTANT)
     Q_PROPERTY(QString subjectOgrnip READ subjectOgrnip CONSTANT)
     Q_PROPERTY(QString subjectIdentificationKind READ subjectIdentificationKind CONSTANT)
-    /// The subject key identifier, written like the serial number.
+    /// Bytes of the subject key identifier, written as the serial number is.
     Q_PROPERTY(QString publicKeyId READ publicKeyId CONSTANT)
     Q_PROPERTY(QString publicKeyTypeAlgorithm READ publicKeyTypeAlgorithm CONSTANT)
-    /// The organization, on purpose.
+    /// The subject's organization.
     Q_PROPERTY(QString publicKeyMarker READ publicKeyMarker CONSTANT)
     Q_PROPERTY(QString privateKeyAvailability READ privateKeyAvailability CONSTANT)
-    /// Empty without a key bundle.
+    /// The software token, whatever store the key came from; empty without a key bundle.
     Q_PROPERTY(QString privateKeyLocation READ privateKeyLocation CONSTANT)
-    /// The organization, on purpose; empty without a key bundle.
+    /// The subject's organization; empty without a key bundle.
     Q_PROPERTY(QString privateKeyManufacturer READ privateKeyManufacturer CONSTANT)
-    /// The file that it came from, else the common name with the suffix crt.
+    /// The name of the file that the certificate came from; else "<common name>.crt", made safe.
     Q_PROPERTY(QString fileName READ fileName CONSTANT)
-    /// Self-signed, with the same non-empty subject and issuer name.
+    /// True for a self-signed certificate whose subject and issuer have the same common name.
     Q_PROPERTY(bool isRoot READ isRoot CONSTANT)
     Q_PROPERTY(bool isNull READ isNull CONSTANT)
+
 public:
-    enum CertificateRequestFormat { PKCS10 = 0, SPKAC = 1 };
+    enum CertificateRequestFormat {
+        PKCS10 = 0,
+        SPKAC = 1,
+    };
     Q_ENUM(CertificateRequestFormat)
 
-    /// Subject attributes; 0 to 14 as `QCA::CertificateInfoTypeKnown`.
+    /// Numbers of the subject's attributes, as `Trivex::InfoType`.
     enum CertificateInfoTypeKnown {
         CommonName = 0,
         Email = 1,
@@ -106,11 +109,12 @@ public:
     explicit Certificate(const QCA::Certificate &certificate, QObject *parent = nullptr);
     Certificate(const QCA::Certificate &certificate, const QCA::KeyBundle &keyBundle,
                 QObject *parent = nullptr);
-    /// As `loadFromFile(path)`.
+    /// Empty when the file can't be read; see `loadFromFile()`.
     explicit Certificate(const QString &path, QObject *parent = nullptr);
     ~Certificate() override;
 
-    /// Takes over certificate and key bundle; the file name stays.
+    Certificate(const Certificate &) = delete;
+    /// Takes the certificate and the key bundle over; the file name stays.
     Certificate &operator=(const Certificate &other);
 
     virtual QString issuer() const;
@@ -139,10 +143,10 @@ public:
     virtual QString fileName() const;
     virtual bool isNull() const;
     virtual bool isRoot() const;
-    /// Ignored while there is no certificate.
+    /// Ignored on a null certificate.
     virtual void setFileName(const QString &fileName);
-    /// Writes the certificate in PEM form into `directory` under its `fileName`, over a file of
-    /// that name, and emits `fileExported()`. False on failure; a null certificate fails silently.
+    /// Writes the certificate as PEM into `directory`, over a file of the same name. False for a
+    /// null certificate, and with a warning when the file can't be written.
     Q_INVOKABLE virtual bool exportToFile(const QString &directory);
 
     QString serialNumber() const;
@@ -150,15 +154,17 @@ public:
     QDateTime notValidAfter() const;
     QString signatureType() const;
 
+    /// Reads the PEM file `path`. False, and nothing changes, when there is no such file, it holds
+    /// no certificate, or the one that is held already. The key bundle stays as it was.
+    bool loadFromFile(const QString &path);
+
     QCA::Certificate certificate() const { return m_certificate; }
     QCA::KeyBundle keyBundle() const { return m_keyBundle; }
     void setCertificate(const QCA::Certificate &certificate) { m_certificate = certificate; }
     void setKeyBundle(const QCA::KeyBundle &keyBundle) { m_keyBundle = keyBundle; }
-    /// Reads the PEM file `path`; the key bundle stays. False, and nothing changed, when there is
-    /// no certificate in it or it is the one already held.
-    bool loadFromFile(const QString &path);
 
 Q_SIGNALS:
+    /// A file was written by `exportToFile()`.
     void fileExported();
 
 private:

@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "certificates/keystoreentry.h"
 
-#include "certificates/certificate.h"
 #include "qca/adapter/entries.h"
 
 #include <QQmlEngine>
 
 KeyStoreEntry::KeyStoreEntry(QObject *parent)
     : QObject(parent)
+    , m_hasEntry(false)
 {
 }
 
@@ -26,26 +26,30 @@ QString KeyStoreEntry::name() const
     return Trivex::entryName(m_entry);
 }
 
-Certificate *KeyStoreEntry::certificate()
+Certificate *KeyStoreEntry::certificate() const
 {
-    if (m_hasEntry && !m_certificate) {
-        m_certificate.reset(makeCertificate());
+    if (!m_certificate && m_hasEntry) {
+        m_certificate = makeCertificate();
+        // It has no parent, so QML would take it for its own where a call returns it.
         QQmlEngine::setObjectOwnership(m_certificate.get(), QQmlEngine::CppOwnership);
     }
     return m_certificate.get();
 }
 
-Certificate *KeyStoreEntry::makeCertificate() const
+std::unique_ptr<Certificate> KeyStoreEntry::makeCertificate() const
 {
     switch (Trivex::entryType(m_entry)) {
     case QCA::KeyStoreEntry::TypeCertificate:
-        return new Certificate(Trivex::entryCertificate(m_entry));
+        return std::make_unique<Certificate>(Trivex::entryCertificate(m_entry));
     case QCA::KeyStoreEntry::TypeKeyBundle: {
         const QCA::KeyBundle bundle = Trivex::entryKeyBundle(m_entry);
         const QCA::CertificateChain chain = bundle.certificateChain();
-        return chain.isEmpty() ? new Certificate : new Certificate(chain.first(), bundle);
+        if (!chain.isEmpty())
+            return std::make_unique<Certificate>(chain.first(), bundle);
+        break;
     }
     default:
-        return new Certificate;
+        break;
     }
+    return std::make_unique<Certificate>();
 }

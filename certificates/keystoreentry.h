@@ -2,45 +2,46 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "certificates/certificate.h"
+
+#include <QMetaType>
 #include <QObject>
 #include <QtCrypto>
 
 #include <memory>
 
-class Certificate;
-
-/// The name under which QML and native code pass the wrapped entry around.
+/// The name under which the library's entry travels through QML, as an opaque value.
 using QCA_KeyStoreEntry = QCA::KeyStoreEntry;
+Q_DECLARE_METATYPE(QCA_KeyStoreEntry *)
 
-/// One item of a key store, for QML: its name, the entry itself for native code, and its
-/// certificate. Constant after construction.
+/// An item of a key store as QML sees it: a certificate, or a key bundle with its chain.
+/// GUI thread only.
 class KeyStoreEntry : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString name READ name CONSTANT)
-    /// The wrapped entry, not a copy; valid while this object lives.
+    /// The wrapped entry itself; valid while this object lives.
     Q_PROPERTY(QCA::KeyStoreEntry *data READ data CONSTANT)
-    /// The entry's certificate, or the first of its bundle with the bundle; a null certificate
-    /// for other kinds of entry. Belongs to this object. A null pointer only when this object was
-    /// made without an entry.
+    /// Owned by this object. Null only where there is no entry; a null certificate for an entry
+    /// that has none.
     Q_PROPERTY(Certificate *certificate READ certificate CONSTANT)
+
 public:
+    /// No entry.
     explicit KeyStoreEntry(QObject *parent = nullptr);
     explicit KeyStoreEntry(const QCA::KeyStoreEntry &entry, QObject *parent = nullptr);
     ~KeyStoreEntry() override;
 
     QString name() const;
-    QCA::KeyStoreEntry *data() { return &m_entry; }
-    /// Made on the first read: a list of thousands shows a few at a time.
-    Certificate *certificate();
+    QCA::KeyStoreEntry *data() const { return &m_entry; }
+    Certificate *certificate() const;
 
     const QCA::KeyStoreEntry &entry() const { return m_entry; }
 
 private:
-    Certificate *makeCertificate() const;
+    std::unique_ptr<Certificate> makeCertificate() const;
 
-    QCA::KeyStoreEntry m_entry;
-    bool m_hasEntry = false;
-    std::unique_ptr<Certificate> m_certificate;
+    mutable QCA::KeyStoreEntry m_entry;
+    const bool m_hasEntry;
+    /// Made at the first read: thousands of rows are never looked at.
+    mutable std::unique_ptr<Certificate> m_certificate;
 };
-
-Q_DECLARE_METATYPE(QCA::KeyStoreEntry *)

@@ -6,5 +6,3 @@ SecureMessage::SecureMessage(QObject *parent)
     : QObject(parent)
 {
 }
-
-SecureMessage::~SecureMessage() = default;

@@ -4,11 +4,11 @@
 
 #include <QObject>
 
-/// Publishes the outcome codes of secure messages to QML; never created there.
+/// Carries the outcomes of signing and verifying into QML.
 class SecureMessage : public QObject {
     Q_OBJECT
 public:
-    /// 0 to 12 are those of `QCA::SecureMessage::Error`, the rest our own.
+    /// 0 to 12 as `QCA::SecureMessage::Error`.
     enum Error {
         ErrorPassphrase = 0,
         ErrorFormat = 1,
@@ -30,5 +30,4 @@ public:
     Q_ENUM(Error)
 
     explicit SecureMessage(QObject *parent = nullptr);
-    ~SecureMessage() override;
 };

@@ -2,10 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "certificates/securemessagekey.h"
 
-#include "certificates/certificate.h"
-
-#include <QQmlEngine>
-
 SecureMessageKey::SecureMessageKey(QObject *parent)
     : QObject(parent)
 {
@@ -17,7 +13,14 @@ SecureMessageKey::SecureMessageKey(const QCA::SecureMessageKey &key, QObject *pa
 {
 }
 
-SecureMessageKey::~SecureMessageKey() = default;
+void SecureMessageKey::fillChain()
+{
+    if (!m_chain.isEmpty())
+        return;
+    const QCA::CertificateChain chain = m_key.x509CertificateChain();
+    for (const QCA::Certificate &certificate : chain)
+        m_chain.append(new Certificate(certificate, this));
+}
 
 QList<Certificate *> SecureMessageKey::x509CertificateChain()
 {
@@ -28,16 +31,5 @@ QList<Certificate *> SecureMessageKey::x509CertificateChain()
 Certificate *SecureMessageKey::x509Certificate()
 {
     fillChain();
-    return m_chain.isEmpty() ? nullptr : m_chain.first();
-}
-
-void SecureMessageKey::fillChain()
-{
-    if (!m_chain.isEmpty())
-        return;
-    const QCA::CertificateChain chain = m_key.x509CertificateChain();
-    for (const QCA::Certificate &certificate : chain) {
-        m_chain.append(new Certificate(certificate, this));
-        QQmlEngine::setObjectOwnership(m_chain.last(), QQmlEngine::CppOwnership);
-    }
+    return m_chain.value(0);
 }

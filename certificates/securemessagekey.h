@@ -2,33 +2,38 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "certificates/certificate.h"
+
 #include <QList>
 #include <QObject>
 #include <QtCrypto>
 
-class Certificate;
-
-/// A key of a secure message with its certificates, for QML; never created there. Constant after
-/// construction.
+/// The key of a secure message with its certificate chain. Never changes. GUI thread only.
 class SecureMessageKey : public QObject {
     Q_OBJECT
-    /// The certificates, the key's own first. The objects belong to this one.
+    /// The chain, the key's own certificate first. The objects are this object's children, made
+    /// at the first read.
     Q_PROPERTY(QList<Certificate *> x509CertificateChain READ x509CertificateChain CONSTANT)
-    /// The first of the chain; null for an empty one.
+    /// The first certificate of the chain; null when there is none.
     Q_PROPERTY(Certificate *x509Certificate READ x509Certificate NOTIFY x509CertificateChanged)
+
 public:
     /// As `QCA::SecureMessageKey::Type`.
-    enum Type { None = 0, PGP = 1, X509 = 2 };
+    enum Type {
+        None = 0,
+        PGP = 1,
+        X509 = 2,
+    };
     Q_ENUM(Type)
 
     explicit SecureMessageKey(QObject *parent = nullptr);
     explicit SecureMessageKey(const QCA::SecureMessageKey &key, QObject *parent = nullptr);
-    ~SecureMessageKey() override;
 
     QList<Certificate *> x509CertificateChain();
     Certificate *x509Certificate();
 
 Q_SIGNALS:
+    /// Never emitted: the certificate does not change.
     void x509CertificateChanged();
 
 private:

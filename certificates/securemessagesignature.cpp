@@ -2,10 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "certificates/securemessagesignature.h"
 
-#include "certificates/securemessagekey.h"
-
-#include <QQmlEngine>
-
 SecureMessageSignature::SecureMessageSignature(QObject *parent)
     : QObject(parent)
 {
@@ -15,22 +11,18 @@ SecureMessageSignature::SecureMessageSignature(const QCA::SecureMessageSignature
                                                QObject *parent)
     : QObject(parent)
     , m_signature(signature)
+    , m_key(new SecureMessageKey(signature.key(), this))
 {
-    key();
 }
-
-SecureMessageSignature::~SecureMessageSignature() = default;
 
 int SecureMessageSignature::identityResult() const
 {
-    return int(m_signature.identityResult());
+    return m_signature.identityResult();
 }
 
 SecureMessageKey *SecureMessageSignature::key()
 {
-    if (!m_key) {
+    if (!m_key)
         m_key = new SecureMessageKey(m_signature.key(), this);
-        QQmlEngine::setObjectOwnership(m_key, QQmlEngine::CppOwnership);
-    }
     return m_key;
 }

@@ -2,32 +2,38 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "certificates/securemessagekey.h"
+
 #include <QObject>
 #include <QtCrypto>
 
-class SecureMessageKey;
-
-/// A signature of a secure message, for QML; never created there. Constant after construction.
+/// A verified signature: its result and its signer. Never changes. GUI thread only.
 class SecureMessageSignature : public QObject {
     Q_OBJECT
     /// A value of `IdentityResult`.
     Q_PROPERTY(int identityResult READ identityResult NOTIFY identityResultChanged)
-    /// The signer's key; belongs to this object, never null.
+    /// The signer; a child of this object.
     Q_PROPERTY(SecureMessageKey *key READ key NOTIFY keyChanged)
+
 public:
     /// As `QCA::SecureMessageSignature::IdentityResult`.
-    enum IdentityResult { Valid = 0, InvalidSignature = 1, InvalidKey = 2, NoKey = 3 };
+    enum IdentityResult {
+        Valid = 0,
+        InvalidSignature = 1,
+        InvalidKey = 2,
+        NoKey = 3,
+    };
     Q_ENUM(IdentityResult)
 
     explicit SecureMessageSignature(QObject *parent = nullptr);
     explicit SecureMessageSignature(const QCA::SecureMessageSignature &signature,
                                     QObject *parent = nullptr);
-    ~SecureMessageSignature() override;
 
     int identityResult() const;
     SecureMessageKey *key();
 
 Q_SIGNALS:
+    /// Neither is ever emitted: nothing changes.
     void identityResultChanged();
     void keyChanged();
 

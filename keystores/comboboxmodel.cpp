@@ -9,17 +9,16 @@ ComboBoxModel::ComboBoxModel(QObject *parent)
 {
 }
 
-ComboBoxModel::~ComboBoxModel() = default;
-
-int ComboBoxModel::rowCount(const QModelIndex &) const
+int ComboBoxModel::rowCount(const QModelIndex &parent) const
 {
+    Q_UNUSED(parent)
     return m_rows.size();
 }
 
 QVariant ComboBoxModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid() || index.row() >= m_rows.size())
-        return {};
+        return QVariant();
     const Row &row = m_rows.at(index.row());
     switch (role) {
     case NameRole:
@@ -29,33 +28,37 @@ QVariant ComboBoxModel::data(const QModelIndex &index, int role) const
     case TypeRole:
         return row.type;
     default:
-        return {};
+        return QVariant();
     }
 }
 
 QHash<int, QByteArray> ComboBoxModel::roleNames() const
 {
     static const QHash<int, QByteArray> names = {
-        {NameRole, "name"}, {IdRole, "id"}, {TypeRole, "type"}};
+        {NameRole, QByteArrayLiteral("name")},
+        {IdRole, QByteArrayLiteral("id")},
+        {TypeRole, QByteArrayLiteral("type")},
+    };
     return names;
 }
 
 void ComboBoxModel::addRow(int id, const QString &name, const QString &type)
 {
-    beginInsertRows(QModelIndex(), m_rows.size(), m_rows.size());
+    const int row = m_rows.size();
+    beginInsertRows(QModelIndex(), row, row);
     m_rows.append({id, name, type});
     endInsertRows();
 }
 
 ComboBoxModel::Row ComboBoxModel::rowAt(int position) const
 {
-    return position >= 0 && position < m_rows.size() ? m_rows.at(position) : Row();
+    return m_rows.value(position);
 }
 
-bool ComboBoxModel::containsType(const QString &text) const
+bool ComboBoxModel::containsType(const QString &type) const
 {
-    return std::any_of(m_rows.begin(), m_rows.end(),
-                       [&](const Row &row) { return row.type == text; });
+    return std::any_of(m_rows.cbegin(), m_rows.cend(),
+                       [&type](const Row &row) { return row.type == type; });
 }
 
 int ComboBoxModel::firstSortedId()
@@ -63,6 +66,6 @@ int ComboBoxModel::firstSortedId()
     if (m_rows.isEmpty())
         return -1;
     std::sort(m_rows.begin(), m_rows.end(),
-              [](const Row &a, const Row &b) { return a.type < b.type; });
+              [](const Row &left, const Row &right) { return left.type < right.type; });
     return m_rows.first().id;
 }

@@ -6,17 +6,21 @@
 #include <QString>
 #include <QVector>
 
-/// A choice list for QML: each row is a value, its text and a data string.
+/// The rows of a choice list: a number, a text to show and a text to work with.
 ///
-/// | role | number | content |
+/// | role | number | type |
 /// |---|---|---|
-/// | "name" | 257 | the display text |
-/// | "id" | 258 | the value, an int |
-/// | "type" | 259 | the data string |
+/// | name | 257 | string, translated |
+/// | id | 258 | int |
+/// | type | 259 | string |
 class ComboBoxModel : public QAbstractListModel {
     Q_OBJECT
 public:
-    enum Role { NameRole = Qt::UserRole + 1, IdRole, TypeRole };
+    enum Role {
+        NameRole = Qt::UserRole + 1,
+        IdRole,
+        TypeRole,
+    };
 
     struct Row {
         int id = -1;
@@ -25,19 +29,18 @@ public:
     };
 
     explicit ComboBoxModel(QObject *parent = nullptr);
-    ~ComboBoxModel() override;
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
-    QVariant data(const QModelIndex &index, int role) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     QHash<int, QByteArray> roleNames() const override;
 
     void addRow(int id, const QString &name, const QString &type);
-    /// The row at `position`; outside the list one with the id -1 and empty texts.
+    /// The row at `position`; one with id -1 and empty texts outside the list.
     Row rowAt(int position) const;
-    /// True when some row's type is exactly `text`.
-    bool containsType(const QString &text) const;
-    /// Sorts the rows by their type and returns the id of the first; -1 without rows. Views are
-    /// not told: they see the new order when they read the rows the next time.
+    /// True when a row has exactly this `type`.
+    bool containsType(const QString &type) const;
+    /// Sorts the rows by `type` and returns the id of the first; -1 without rows. Views are not
+    /// told and see the order when they read next.
     int firstSortedId();
 
 private:

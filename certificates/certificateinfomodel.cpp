@@ -1,0 +1,132 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "certificates/certificateinfomodel.h"
+
+#include <array>
+
+namespace {
+
+using Getter = QString (*)(const Certificate &);
+
+struct Field {
+    const char *labelId;
+    Getter value;
+    const char *sectionId; ///< null for the rows above the first section
+};
+
+template <QString (Certificate::*getter)() const> QString text(const Certificate &certificate)
+{
+    return (certificate.*getter)();
+}
+
+template <QDateTime (Certificate::*getter)() const> QString dateText(const Certificate &certificate)
+{
+    return (certificate.*getter)().toString(QStringLiteral("hh:mm, dd.MM.yyyy"));
+}
+
+constexpr const char *subject = QT_TRID_NOOP("trivex-p-la-subject");
+constexpr const char *validity = QT_TRID_NOOP("trivex-p-la-validity");
+constexpr const char *publicKey = QT_TRID_NOOP("trivex-p-la-public_key");
+constexpr const char *privateKey = QT_TRID_NOOP("trivex-p-la-private_key");
+
+constexpr std::array<Field, 25> fields = {{
+    {QT_TRID_NOOP("trivex-p-la-issuer"), text<&Certificate::issuer>, nullptr},
+    {QT_TRID_NOOP("trivex-p-la-serial_number"), text<&Certificate::serialNumber>, nullptr},
+    {QT_TRID_NOOP("trivex-p-la-sign_alg"), text<&Certificate::signatureAlgorithm>, nullptr},
+    {QT_TRID_NOOP("trivex-p-la-subject_name"), text<&Certificate::subjectName>, subject},
+    {QT_TRID_NOOP("trivex-p-la-subject_organization"), text<&Certificate::subjectOrganization>,
+     subject},
+    {QT_TRID_NOOP("trivex-p-la-subject_email"), text<&Certificate::subjectEmail>, subject},
+    {QT_TRID_NOOP("trivex-p-la-subject_organization_unit"),
+     text<&Certificate::subjectOrganizationalUnit>, subject},
+    {QT_TRID_NOOP("trivex-p-la-subject_country_code"), text<&Certificate::subjectCountryCode>,
+     subject},
+    {QT_TRID_NOOP("trivex-p-la-subject_state"), text<&Certificate::subjectCountry>, subject},
+    {QT_TRID_NOOP("trivex-p-la-subject_locality"), text<&Certificate::subjectLocality>, subject},
+    {QT_TRID_NOOP("trivex-p-la-subject_address"), text<&Certificate::subjecAddress>, subject},
+    {QT_TRID_NOOP("trivex-p-la-subject_inn"), text<&Certificate::subjectInn>, subject},
+    {QT_TRID_NOOP("trivex-p-la-subject_snils"), text<&Certificate::subjectSnils>, subject},
+    {QT_TRID_NOOP("trivex-p-la-subject_ogrn"), text<&Certificate::subjectOgrn>, subject},
+    {QT_TRID_NOOP("trivex-p-la-subject_innle"), text<&Certificate::subjectInnle>, subject},
+    {QT_TRID_NOOP("trivex-p-la-subject_ogrnip"), text<&Certificate::subjectOgrnip>, subject},
+    {QT_TRID_NOOP("trivex-p-la-subject_identification_kind"),
+     text<&Certificate::subjectIdentificationKind>, subject},
+    {QT_TRID_NOOP("trivex-p-la-validity_from"), dateText<&Certificate::notValidBefore>, validity},
+    {QT_TRID_NOOP("trivex-p-la-validity_to"), dateText<&Certificate::notValidAfter>, validity},
+    {QT_TRID_NOOP("trivex-p-la-public_key_id"), text<&Certificate::publicKeyId>, publicKey},
+    {QT_TRID_NOOP("trivex-p-la-public_key_algorithm"), text<&Certificate::publicKeyTypeAlgorithm>,
+     publicKey},
+    // The capital letter is part of the identifier.
+    {QT_TRID_NOOP("trivex-p-la-public_key_Marker"), text<&Certificate::publicKeyMarker>, publicKey},
+    {QT_TRID_NOOP("trivex-p-la-private_key_id"), text<&Certificate::privateKeyAvailability>,
+     privateKey},
+    {QT_TRID_NOOP("trivex-p-la-private_key_location"), text<&Certificate::privateKeyLocation>,
+     privateKey},
+    {QT_TRID_NOOP("trivex-p-la-private_key_manufacturer"),
+     text<&Certificate::privateKeyManufacturer>, privateKey},
+}};
+
+} // namespace
+
+CertificateInfoModel::CertificateInfoModel(QObject *parent)
+    : QAbstractListModel(parent)
+{
+}
+
+CertificateInfoModel::~CertificateInfoModel() = default;
+
+void CertificateInfoModel::setCertificate(Certificate *certificate)
+{
+    if (!certificate || certificate == m_certificate)
+        return;
+    m_certificate = certificate;
+    rebuild();
+    Q_EMIT certificateChanged();
+}
+
+void CertificateInfoModel::rebuild()
+{
+    // Without a notification: views go by the insertions that follow.
+    m_rows.clear();
+    for (const Field &field : fields) {
+        const int row = m_rows.size();
+        beginInsertRows(QModelIndex(), row, row);
+        m_rows.append({field.sectionId ? qtTrId(field.sectionId) : QString(), qtTrId(field.labelId),
+                       field.value(*m_certificate)});
+        endInsertRows();
+    }
+    Q_EMIT infoChanged();
+}
+
+int CertificateInfoModel::rowCount(const QModelIndex &parent) const
+{
+    Q_UNUSED(parent)
+    return m_rows.size();
+}
+
+QVariant CertificateInfoModel::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid() || index.row() >= m_rows.size())
+        return QVariant();
+    const Row &row = m_rows.at(index.row());
+    switch (role) {
+    case LabelRole:
+        return row.label;
+    case ValueRole:
+        return row.value;
+    case SectionRole:
+        return row.section;
+    default:
+        return QVariant();
+    }
+}
+
+QHash<int, QByteArray> CertificateInfoModel::roleNames() const
+{
+    static const QHash<int, QByteArray> names = {
+        {LabelRole, QByteArrayLiteral("label")},
+        {ValueRole, QByteArrayLiteral("value")},
+        {SectionRole, QByteArrayLiteral("section")},
+    };
+    return names;
+}

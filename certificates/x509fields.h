@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+
+namespace Trivex {
+
+// Fields of a certificate for which QCA has no name, read from its DER form with OpenSSL.
+
+/// The first street address (2.5.4.9) of the subject, in at most 1023 bytes of UTF-8; nothing when
+/// it has none. An empty text when `der` is no certificate.
+std::optional<QString> streetAddress(const QByteArray &der);
+
+/// OpenSSL's long name of the public key's algorithm, "Elliptic Curve" for X9.62 keys. Empty when
+/// the certificate or its key can't be read or the algorithm has no name. The keys of algorithms
+/// that OpenSSL knows by name only (GOST without an engine) are named all the same.
+QString publicKeyAlgorithmName(const QByteArray &der);
+
+} // namespace Trivex

@@ -1,0 +1,166 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+//
+// Import and removal: the part of KeyStoreModel that writes to stores.
+#include "keystores/keystoremodel.h"
+
+#include "certificates/keystoreentry.h"
+#include "qca/adapter/entries.h"
+#include "qca/adapter/keybundlefile.h"
+#include "qca/adapter/providers.h"
+#include "qca/qcaaskerthread.h"
+#include "qca/qcahandler.h"
+
+#include <QDebug>
+#include <QElapsedTimer>
+
+#include <algorithm>
+
+namespace {
+
+constexpr qint64 HandlerPatience = 1000; // ms
+
+KeyStoreModel::Error errorOf(QCA::ConvertResult result)
+{
+    switch (result) {
+    case QCA::ErrorDecode:
+        return KeyStoreModel::ErrorDecode;
+    case QCA::ErrorPassphrase:
+        return KeyStoreModel::ErrorPassphrase;
+    case QCA::ErrorFile:
+        return KeyStoreModel::ErrorFile;
+    default:
+        return KeyStoreModel::ErrorUnknown;
+    }
+}
+
+} // namespace
+
+QString KeyStoreModel::importedCertificateFileName() const
+{
+    return m_importedCertificate.fileName();
+}
+
+bool KeyStoreModel::importedCertificateIsRoot() const
+{
+    return m_importedCertificate.isRoot();
+}
+
+QString KeyStoreModel::importedCertificateCommonName() const
+{
+    return m_importedCertificate.commonName();
+}
+
+bool KeyStoreModel::certificateFromPEMFile(QString path)
+{
+    return m_importedCertificate.loadFromFile(path);
+}
+
+bool KeyStoreModel::keyBundleFromFile(QString path, QString password)
+{
+    QCA::ConvertResult result = QCA::ConvertGood;
+    const QCA::KeyBundle bundle =
+        Trivex::readKeyBundle(path, QCA::SecureArray(password.toLocal8Bit().constData()), &result,
+                              Trivex::opensslProviderName());
+    if (bundle.isNull()) {
+        m_error = errorOf(result);
+        return false;
+    }
+    const QCA::CertificateChain chain = bundle.certificateChain();
+    m_importedCertificate.setCertificate(chain.isEmpty() ? QCA::Certificate() : chain.first());
+    m_importedCertificate.setKeyBundle(bundle);
+    return true;
+}
+
+void KeyStoreModel::resetImportedCertificate()
+{
+    m_importedCertificate.setCertificate(QCA::Certificate());
+}
+
+void KeyStoreModel::resetImportedKeyBundle()
+{
+    m_importedCertificate.setCertificate(QCA::Certificate());
+    m_importedCertificate.setKeyBundle(QCA::KeyBundle());
+}
+
+void KeyStoreModel::setCertLocationId(int id)
+{
+    m_certLocationId = id;
+}
+
+QCA::KeyStore *KeyStoreModel::importTarget() const
+{
+    const ComboBoxModel::Row row = m_certLocationModel.rowAt(m_certLocationId);
+    if (row.id != SoftHSM)
+        return nullptr;
+    QCA::KeyStore *keyStore = keyStoreByName(row.type);
+    const bool isUsable = keyStore && keyStore->isValid()
+        && keyStore->type() == QCA::KeyStore::SmartCard && !keyStore->name().isEmpty();
+    return isUsable && !m_importedCertificate.isNull() ? keyStore : nullptr;
+}
+
+void KeyStoreModel::importCertificate()
+{
+    QCA::KeyStore *keyStore = importTarget();
+    if (!keyStore)
+        return;
+    if (QcaHandler *answers = handler())
+        answers->setKeyStoreId(keyStore->id());
+    keyStore->writeEntry(m_importedCertificate.certificate());
+}
+
+void KeyStoreModel::importKeyBundle()
+{
+    QCA::KeyStore *keyStore = importTarget();
+    if (!keyStore)
+        return;
+    if (QcaHandler *answers = handler())
+        answers->setKeyStoreId(keyStore->id());
+    keyStore->writeEntry(m_importedCertificate.keyBundle());
+}
+
+void KeyStoreModel::removeCertificate(QString entryId)
+{
+    if (entryId.isEmpty()) {
+        qWarning() << "KeyStore entry ID is empty. Certificate cannot be deleted";
+        return;
+    }
+    if (m_items.isEmpty()) {
+        qWarning() << "KeyStoreModel is empty. Certificate cannot be deleted";
+        return;
+    }
+    const auto item = std::find_if(m_items.cbegin(), m_items.cend(), [&](const KeyStoreItem &row) {
+        return Trivex::entryId(row.entry->entry()) == entryId;
+    });
+    if (item == m_items.cend() || !isRemovable(*item))
+        return;
+    if (QcaHandler *answers = handler()) {
+        answers->setKeyStoreId(item->keyStore->id());
+        answers->setObjectId(item->entry->name());
+    }
+    item->keyStore->removeEntry(entryId);
+}
+
+bool KeyStoreModel::isRemovable(const KeyStoreItem &item) const
+{
+    if (item.keyStore->type() == QCA::KeyStore::System) {
+        qWarning() << "System certificate cannot be deleted";
+        return false;
+    }
+    if (item.entry->name().isEmpty()) {
+        qWarning() << "KeyStore entry name is empty. Certificate cannot be deleted";
+        return false;
+    }
+    return true;
+}
+
+QcaHandler *KeyStoreModel::handler() const
+{
+    // The thread makes it when it starts to run, which is a moment after the model is made.
+    QElapsedTimer timer;
+    timer.start();
+    while (!m_askerThread->handler() && m_askerThread->isRunning()
+           && timer.elapsed() < HandlerPatience)
+        QThread::msleep(1);
+    return m_askerThread->handler();
+}

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QMetaType>
+#include <QSharedPointer>
+
+class KeyStoreEntry;
+namespace QCA {
+class KeyStore;
+}
+
+/// A row of the key store model. QML passes pointers to it around without looking inside.
+struct KeyStoreItem {
+    /// Made for this row; views hold plain pointers to it as long as the row exists.
+    QSharedPointer<KeyStoreEntry> entry;
+    /// Where the entry comes from. Not owned.
+    QCA::KeyStore *keyStore = nullptr;
+};
+
+Q_DECLARE_METATYPE(KeyStoreItem *)

@@ -1,0 +1,377 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "keystores/keystoremodel.h"
+
+#include "certificates/keystoreentry.h"
+#include "keystores/providerlookup.h"
+#include "qca/adapter/entries.h"
+#include "qca/adapter/keys.h"
+#include "qca/adapter/providers.h"
+#include "qca/adapter/question.h"
+#include "qca/qcaaskerthread.h"
+
+#include <QDebug>
+#include <QMetaMethod>
+#include <QQmlEngine>
+
+#include <openssl/crypto.h>
+
+namespace {
+
+constexpr unsigned long ThreadPatience = 3000; // ms
+
+bool isRow(const QCA::KeyStoreEntry &entry)
+{
+    if (Trivex::entryName(entry).isEmpty())
+        return false;
+    return Trivex::entryType(entry) != QCA::KeyStoreEntry::TypeKeyBundle
+        || !Trivex::entryKeyBundle(entry).isNull();
+}
+
+/// The stores of the application and the user are written elsewhere.
+bool isLocationId(const QString &id)
+{
+    static const QSet<QString> others = {QStringLiteral("APP"), QStringLiteral("USER"),
+                                         QStringLiteral("USERAPP")};
+    return !others.contains(id);
+}
+
+template <typename Object> QVariant handOut(Object *object)
+{
+    // Script must not collect what belongs to a row.
+    if (object)
+        QQmlEngine::setObjectOwnership(object, QQmlEngine::CppOwnership);
+    return QVariant::fromValue(object);
+}
+
+} // namespace
+
+KeyStoreModel::KeyStoreModel(QObject *parent)
+    : QAbstractListModel(parent)
+    , m_keyStoreManager(this)
+    , m_askerThread(new QcaAskerThread)
+    , m_importedCertificate(QCA::Certificate(), nullptr)
+    , m_certLocationModel(nullptr)
+{
+    QCA::KeyStoreManager::start();
+    connect(&m_keyStoreManager, &QCA::KeyStoreManager::keyStoreAvailable, this,
+            &KeyStoreModel::ksAvailable);
+    connect(&m_keyStoreManager, &QCA::KeyStoreManager::busyStarted, this,
+            &KeyStoreModel::ksmBusyStarted);
+    connect(&m_keyStoreManager, &QCA::KeyStoreManager::busyFinished, this,
+            &KeyStoreModel::ksmBusyFinished);
+    m_keyStoreManager.sync();
+    m_askerThread->start(QThread::InheritPriority);
+    setUpProvider();
+    openKnownStores();
+    m_certLocationId = m_certLocationModel.firstSortedId();
+    m_busy = m_keyStoreManager.isBusy();
+}
+
+KeyStoreModel::~KeyStoreModel()
+{
+    // A store waits for its running operation when it goes, and that for an answer.
+    for (const QPointer<QCA::KeyStore> &keyStore : qAsConst(m_keyStores)) {
+        if (keyStore && !keyStore->id().isEmpty())
+            Trivex::cancelQuestions(keyStore->id());
+    }
+    for (const QPointer<QCA::KeyStore> &keyStore : qAsConst(m_keyStores))
+        delete keyStore;
+    QcaAskerThread::letGo(m_askerThread, ThreadPatience);
+}
+
+void KeyStoreModel::setUpProvider()
+{
+    const QString name = Trivex::pkcs11ProviderName();
+    m_providerConfig.clear();
+    m_provider.reset(Trivex::forwardingProvider(Trivex::lookUpProvider(name, &m_providerConfig)));
+    if (m_providerConfig.isEmpty()) {
+        qWarning("Provider %s config is empty!", qPrintable(name));
+        return;
+    }
+    if (!m_provider)
+        return;
+    m_providerReady = true;
+    OPENSSL_init_crypto(OPENSSL_INIT_ADD_ALL_CIPHERS | OPENSSL_INIT_ADD_ALL_DIGESTS
+                            | OPENSSL_INIT_LOAD_CONFIG,
+                        nullptr);
+    OPENSSL_init_crypto(OPENSSL_INIT_LOAD_CRYPTO_STRINGS, nullptr);
+    m_providerConfig.insert(QStringLiteral("allow_load_rootca"), QVariant(true));
+    QCA::setProviderConfig(m_provider->name(), m_providerConfig);
+}
+
+void KeyStoreModel::openKnownStores()
+{
+    const QStringList ids = m_keyStoreManager.keyStores();
+    for (const QString &id : ids)
+        ksAvailable(id);
+}
+
+int KeyStoreModel::rowCount(const QModelIndex &) const
+{
+    return m_items.size();
+}
+
+QVariant KeyStoreModel::data(const QModelIndex &index, int role) const
+{
+    const int row = index.row();
+    if (row < 0 || row >= m_items.size())
+        return {};
+    const KeyStoreItem &item = m_items.at(row);
+    switch (role) {
+    case NameRole:
+        return nameText(row);
+    case KeyStoreEntryRole:
+        return handOut(item.entry.data());
+    case CertificateRole:
+        return handOut(item.entry->certificate());
+    case IssuerRole:
+        return issuerText(row);
+    case TypeRole:
+        return int(item.keyStore->type());
+    case EntryIdRole:
+        return Trivex::entryId(item.entry->entry());
+    default:
+        return {};
+    }
+}
+
+QString KeyStoreModel::nameText(int row) const
+{
+    const Certificate *certificate = m_items.at(row).entry->certificate();
+    const QString name = certificate->commonName();
+    if (!name.isEmpty())
+        return name;
+    const QString unit = certificate->subjectOrganizationalUnit();
+    return unit.isEmpty() ? qtTrId("trivex-se-unnamed") : unit;
+}
+
+QString KeyStoreModel::issuerText(int row) const
+{
+    const Certificate *certificate = m_items.at(row).entry->certificate();
+    const QString issuer = certificate->issuer();
+    if (!issuer.isEmpty())
+        return issuer;
+    const QString organization = certificate->subjectOrganization();
+    return organization.isEmpty() ? qtTrId("trivex-se-unknown_organization") : organization;
+}
+
+QHash<int, QByteArray> KeyStoreModel::roleNames() const
+{
+    static const QHash<int, QByteArray> names = {
+        {NameRole, "name"},
+        {KeyStoreEntryRole, "keyStoreEntry"},
+        {CertificateRole, "certificate"},
+        {IssuerRole, "issuer"},
+        {TypeRole, "type"},
+        {EntryIdRole, "entryId"},
+    };
+    return names;
+}
+
+QAbstractListModel *KeyStoreModel::certLocation()
+{
+    QQmlEngine::setObjectOwnership(&m_certLocationModel, QQmlEngine::CppOwnership);
+    return &m_certLocationModel;
+}
+
+QCA::KeyStore *KeyStoreModel::keyStoreByName(const QString &name) const
+{
+    for (const QPointer<QCA::KeyStore> &keyStore : m_keyStores) {
+        if (keyStore && keyStore->name() == name)
+            return keyStore;
+    }
+    return nullptr;
+}
+
+int KeyStoreModel::keyStoreType(int index) const
+{
+    const QPointer<QCA::KeyStore> keyStore = m_keyStores.value(index);
+    return keyStore ? int(keyStore->type()) : -1;
+}
+
+QString KeyStoreModel::keyStoreName(int index) const
+{
+    const QPointer<QCA::KeyStore> keyStore = m_keyStores.value(index);
+    return keyStore ? keyStore->name() : QString();
+}
+
+void KeyStoreModel::setBusy(bool busy)
+{
+    if (m_busy == busy)
+        return;
+    m_busy = busy;
+    Q_EMIT busyChanged();
+}
+
+void KeyStoreModel::refreshBusy()
+{
+    setBusy(m_keyStoreManager.isBusy());
+}
+
+void KeyStoreModel::ksAvailable(QString keyStoreId)
+{
+    auto *keyStore = new QCA::KeyStore(keyStoreId, &m_keyStoreManager);
+    m_keyStores.append(keyStore);
+    addLocation(*keyStore);
+    connectStore(keyStore);
+    keyStore->startAsynchronousMode();
+    refreshBusy();
+}
+
+void KeyStoreModel::addLocation(const QCA::KeyStore &keyStore)
+{
+    if (!keyStore.isValid())
+        return; // it went while its arrival was on its way; it has no properties to ask for
+    if (keyStore.name().isEmpty() || keyStore.type() == QCA::KeyStore::System
+        || m_certLocationModel.containsType(keyStore.name()) || !isLocationId(keyStore.id()))
+        return;
+    m_certLocationModel.addRow(SoftHSM, qtTrId("trivex-me-softhsm"), keyStore.name());
+    Q_EMIT certLocationChanged();
+}
+
+void KeyStoreModel::connectStore(QCA::KeyStore *keyStore)
+{
+    connect(keyStore, &QCA::KeyStore::updated, this, &KeyStoreModel::ksUpdated);
+    // Before the slot: it deletes the store and expects to find no rows of it.
+    connect(keyStore, &QCA::KeyStore::unavailable, this, [this, keyStore] {
+        if (!keyStore->id().isEmpty())
+            Trivex::cancelQuestions(keyStore->id());
+        removeRowsOf(keyStore);
+    });
+    connect(keyStore, &QCA::KeyStore::unavailable, this, &KeyStoreModel::ksUnavailable);
+    connect(keyStore, &QCA::KeyStore::entryWritten, this, &KeyStoreModel::entryWritten);
+    connect(keyStore, &QCA::KeyStore::entryRemoved, this, &KeyStoreModel::entryRemoved);
+}
+
+void KeyStoreModel::ksUpdated()
+{
+    auto *keyStore = static_cast<QCA::KeyStore *>(sender());
+    if (!keyStore || !keyStore->isValid() || keyStore->name().isEmpty()) {
+        qWarning() << "Error: KeyStore not valid";
+        return;
+    }
+    refreshBusy();
+    const QList<QCA::KeyStoreEntry> entries = keyStore->entryList();
+    QSet<QString> ids;
+    ids.reserve(entries.size());
+    for (const QCA::KeyStoreEntry &entry : entries)
+        ids.insert(Trivex::entryId(entry));
+    removeMissingRows(keyStore, ids);
+    appendNewRows(keyStore, entries);
+}
+
+void KeyStoreModel::removeMissingRows(const QCA::KeyStore *keyStore, const QSet<QString> &ids)
+{
+    int row = 0;
+    while (row < m_items.size()) {
+        const KeyStoreItem &item = m_items.at(row);
+        if (item.keyStore != keyStore || ids.contains(Trivex::entryId(item.entry->entry()))) {
+            ++row;
+            continue;
+        }
+        takeRow(row);
+        // The row that moves to the front is left for the next update; callers rely on the order
+        // in which rows go.
+        if (row == 0)
+            row = 1;
+    }
+}
+
+void KeyStoreModel::appendNewRows(QCA::KeyStore *keyStore, const QList<QCA::KeyStoreEntry> &entries)
+{
+    QSet<QString> present;
+    for (const KeyStoreItem &item : qAsConst(m_items)) {
+        if (item.keyStore == keyStore)
+            present.insert(Trivex::entryId(item.entry->entry()));
+    }
+    for (const QCA::KeyStoreEntry &entry : entries) {
+        const QString id = Trivex::entryId(entry);
+        if (present.contains(id) || !isRow(entry))
+            continue;
+        present.insert(id);
+        if (keyStore->type() == QCA::KeyStore::SmartCard
+            && Trivex::entryType(entry) == QCA::KeyStoreEntry::TypeKeyBundle)
+            announce(entry);
+        appendRow(keyStore, entry);
+    }
+}
+
+void KeyStoreModel::announce(const QCA::KeyStoreEntry &entry)
+{
+    // The public key is costly to make, and without saved requests nobody listens.
+    static const QMetaMethod signal = QMetaMethod::fromSignal(&KeyStoreModel::keyBundleWritten);
+    if (isSignalConnected(signal))
+        Q_EMIT keyBundleWritten(Trivex::publicKeyOf(Trivex::entryKeyBundle(entry).privateKey()));
+}
+
+void KeyStoreModel::appendRow(QCA::KeyStore *keyStore, const QCA::KeyStoreEntry &entry)
+{
+    KeyStoreItem item;
+    item.entry = QSharedPointer<KeyStoreEntry>(new KeyStoreEntry(entry));
+    item.keyStore = keyStore;
+    beginInsertRows(QModelIndex(), m_items.size(), m_items.size());
+    m_items.append(item);
+    endInsertRows();
+}
+
+void KeyStoreModel::takeRow(int row)
+{
+    beginRemoveRows(QModelIndex(), row, row);
+    const KeyStoreItem item = m_items.takeAt(row); // lives until the views have heard of it
+    endRemoveRows();
+}
+
+void KeyStoreModel::removeRowsOf(QCA::KeyStore *keyStore)
+{
+    for (int last = m_items.size() - 1; last >= 0; --last) {
+        if (m_items.at(last).keyStore != keyStore)
+            continue;
+        int first = last;
+        while (first > 0 && m_items.at(first - 1).keyStore == keyStore)
+            --first;
+        beginRemoveRows(QModelIndex(), first, last);
+        const QList<KeyStoreItem> gone = m_items.mid(first, last - first + 1);
+        m_items.erase(m_items.begin() + first, m_items.begin() + last + 1);
+        endRemoveRows();
+        last = first;
+    }
+}
+
+void KeyStoreModel::ksUnavailable()
+{
+    auto *keyStore = qobject_cast<QCA::KeyStore *>(sender());
+    int row = 0;
+    while (row < rowCount()) {
+        if (m_items.at(row).keyStore == keyStore) {
+            beginRemoveRows(QModelIndex(), row, row);
+            removeRows(row, 1, QModelIndex());
+            endRemoveRows();
+        } else {
+            ++row;
+        }
+    }
+    delete keyStore;
+}
+
+void KeyStoreModel::ksmBusyStarted()
+{
+    Q_EMIT keysNotReady();
+    setBusy(true);
+}
+
+void KeyStoreModel::ksmBusyFinished()
+{
+    Q_EMIT keysReady();
+    setBusy(false);
+}
+
+void KeyStoreModel::entryWritten(QString entryId)
+{
+    Q_EMIT entryWrittenChanged(entryId.isEmpty());
+}
+
+void KeyStoreModel::entryRemoved(bool success)
+{
+    Q_EMIT entryRemovedChanged(success);
+}

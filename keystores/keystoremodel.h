@@ -1,0 +1,191 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "certificates/certificate.h"
+#include "keystores/comboboxmodel.h"
+#include "keystores/keystoreitem.h"
+
+#include <QAbstractListModel>
+#include <QList>
+#include <QPointer>
+#include <QSet>
+#include <QVariantMap>
+#include <QVector>
+#include <QtCrypto>
+
+#include <memory>
+
+class QcaAskerThread;
+class QcaHandler;
+
+/// Every certificate and key bundle of the key stores that QCA offers, one row each; a singleton
+/// in QML.
+///
+///     ListView { model: KeyStoreModel; delegate: Text { text: name + " (" + issuer + ")" } }
+///
+/// | role | number | content |
+/// |---|---|---|
+/// | "name" | 257 | the common name, else the department, else a text for "unnamed" |
+/// | "keyStoreEntry" | 258 | the row's `KeyStoreEntry` |
+/// | "certificate" | 259 | its `Certificate` |
+/// | "issuer" | 260 | the issuer, else the organization, else a text for "unknown" |
+/// | "type" | 261 | the store's kind, a value of `Type` |
+/// | "entryId" | 262 | the entry's id, unique within its store |
+///
+/// The objects belong to the rows. Stores are read in the background and rows come and go with
+/// them; writing and removing end with a signal. GUI thread only.
+class KeyStoreModel : public QAbstractListModel {
+    Q_OBJECT
+    /// True while stores are being looked for.
+    Q_PROPERTY(bool isBusy READ isBusy NOTIFY busyChanged)
+    /// Where imports can go, a `ComboBoxModel`.
+    Q_PROPERTY(QAbstractListModel *certLocation READ certLocation NOTIFY certLocationChanged)
+    // Declared constant although they change: read them when a load has returned.
+    Q_PROPERTY(QString importedCertificateFileName READ importedCertificateFileName CONSTANT)
+    Q_PROPERTY(bool importedCertificateIsRoot READ importedCertificateIsRoot CONSTANT)
+    Q_PROPERTY(QString importedCertificateCommonName READ importedCertificateCommonName CONSTANT)
+    /// Why the last failed load of a key bundle failed; a later success does not clear it.
+    Q_PROPERTY(Error error READ error CONSTANT)
+public:
+    /// Kinds of store (0 to 4 as `QCA::KeyStore::Type`) and categories of certificates.
+    enum Type {
+        System = 0,
+        User = 1,
+        Application = 2,
+        SmartCard = 3,
+        PGPKeyring = 4,
+        Request = 5,
+        Imported = 6,
+        RootImported = 7,
+    };
+    Q_ENUM(Type)
+
+    /// Where a key lives; the ids of the rows of `certLocation`.
+    enum Location { HW = 0, TrustZone = 1, SoftHSM = 2, Unknown = 3 };
+    Q_ENUM(Location)
+
+    enum Error { ErrorDecode = 0, ErrorPassphrase = 1, ErrorFile = 2, ErrorUnknown = 3 };
+    Q_ENUM(Error)
+
+    enum Role {
+        NameRole = Qt::UserRole + 1,
+        KeyStoreEntryRole,
+        CertificateRole,
+        IssuerRole,
+        TypeRole,
+        EntryIdRole,
+    };
+
+    explicit KeyStoreModel(QObject *parent = nullptr);
+    /// Ends open questions about its stores, waits for their running operations, and for the asker
+    /// thread 3000 ms at most.
+    ~KeyStoreModel() override;
+
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+    bool isBusy() const { return m_busy; }
+    QAbstractListModel *certLocation();
+    /// The same, typed, for native callers.
+    ComboBoxModel *certLocationModel() { return &m_certLocationModel; }
+    QString importedCertificateFileName() const;
+    bool importedCertificateIsRoot() const;
+    QString importedCertificateCommonName() const;
+    Error error() const { return m_error; }
+
+    // For the requests; not for QML.
+
+    /// The thread whose handler answers from what was stored; its handler is null until it runs.
+    QcaAskerThread *askerThread() const { return m_askerThread; }
+    /// The token provider, as an object of the model's own; null when there is none.
+    QCA::Provider *provider() const { return m_provider.get(); }
+    /// True when the provider was found and configured.
+    bool isProviderReady() const { return m_providerReady; }
+    /// The first open store of that name; null when there is none.
+    QCA::KeyStore *keyStoreByName(const QString &name) const;
+    int keyStoreCount() const { return m_keyStores.size(); }
+    /// The type of the store at `index`; -1 behind the last and for a store that has gone.
+    int keyStoreType(int index) const;
+    /// The name of the store at `index`; empty behind the last and for a store that has gone.
+    QString keyStoreName(int index) const;
+    void setBusy(bool busy);
+
+Q_SIGNALS:
+    void keysReady();
+    void keysNotReady();
+    void busyChanged();
+    /// Declared for QML, never emitted.
+    void typeModelChanged();
+    void certLocationChanged();
+    /// An import has ended; `isEmpty` is true when it failed.
+    void entryWrittenChanged(bool isEmpty);
+    /// A key bundle with the public key `pkey` has appeared on a token.
+    void keyBundleWritten(QCA::PublicKey pkey);
+    /// A removal has ended.
+    void entryRemovedChanged(bool success);
+
+private Q_SLOTS:
+    void ksAvailable(QString keyStoreId);
+    void entryWritten(QString entryId);
+    void ksUpdated();
+    void ksUnavailable();
+    void ksmBusyStarted();
+    void ksmBusyFinished();
+    void entryRemoved(bool success);
+
+public:
+    /// Loads the PEM certificate for the next import. False when there is none in the file, or it
+    /// is the one loaded already.
+    Q_INVOKABLE bool certificateFromPEMFile(QString path);
+    /// Loads the key bundle for the next import. On failure false, and `error` says why. Never
+    /// asks: a missing password is a wrong one.
+    Q_INVOKABLE bool keyBundleFromFile(QString path, QString password);
+    Q_INVOKABLE void resetImportedCertificate();
+    Q_INVOKABLE void resetImportedKeyBundle();
+    /// Writes the loaded certificate to the chosen location; `entryWrittenChanged` follows.
+    Q_INVOKABLE void importCertificate();
+    /// Writes the loaded key bundle to the chosen location; `entryWrittenChanged` follows.
+    Q_INVOKABLE void importKeyBundle();
+    /// Chooses the row of `certLocation` that imports go to.
+    Q_INVOKABLE void setCertLocationId(int id);
+    /// Removes the first entry of that id from its store; `entryRemovedChanged` follows.
+    Q_INVOKABLE void removeCertificate(QString entryId);
+
+private:
+    void setUpProvider();
+    void openKnownStores();
+    void addLocation(const QCA::KeyStore &keyStore);
+    void connectStore(QCA::KeyStore *keyStore);
+    void refreshBusy();
+
+    void removeMissingRows(const QCA::KeyStore *keyStore, const QSet<QString> &ids);
+    void appendNewRows(QCA::KeyStore *keyStore, const QList<QCA::KeyStoreEntry> &entries);
+    void announce(const QCA::KeyStoreEntry &entry);
+    void appendRow(QCA::KeyStore *keyStore, const QCA::KeyStoreEntry &entry);
+    void removeRowsOf(QCA::KeyStore *keyStore);
+    void takeRow(int row);
+    QString nameText(int row) const;
+    QString issuerText(int row) const;
+
+    QCA::KeyStore *importTarget() const;
+    bool isRemovable(const KeyStoreItem &item) const;
+    QcaHandler *handler() const;
+
+    QCA::KeyStoreManager m_keyStoreManager;
+    QVector<QPointer<QCA::KeyStore>> m_keyStores;
+    bool m_busy = false;
+    bool m_providerReady = false;
+    int m_certLocationId = -1;
+    /// A `QList`, because rows go one by one.
+    QList<KeyStoreItem> m_items;
+    /// Owned; a plain pointer, because a thread that outlives its time is let go.
+    QcaAskerThread *m_askerThread;
+    /// An object of our own that forwards: QCA's must not be deleted with the model.
+    std::unique_ptr<QCA::Provider> m_provider;
+    QVariantMap m_providerConfig;
+    Certificate m_importedCertificate;
+    ComboBoxModel m_certLocationModel;
+    Error m_error = ErrorUnknown;
+};
