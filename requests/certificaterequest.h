@@ -6,9 +6,11 @@
 #include "keystores/comboboxmodel.h"
 #include "qca/adapter/keygenerator.h"
 
+#include <QPointer>
 #include <QtCrypto>
 
 class KeyStoreModel;
+class QcaHandler;
 
 /// A PKCS#10 certificate request: makes a key on a token, collects the subject, builds the request
 /// and keeps it as a PEM file in the request directory.
@@ -36,8 +38,8 @@ class CertificateRequest : public Certificate {
     Q_PROPERTY(int prKeyLocationIndex READ prKeyLocationIndex WRITE setPrKeyLocationIndex NOTIFY
                    prKeyLocationIndexChanged)
     /// The label of the key objects to make on the token.
-    Q_PROPERTY(QString keyIdentifier READ keyIdentifier WRITE setKeyIdentifier NOTIFY
-                   keyIdentifierChanged)
+    Q_PROPERTY(
+        QString keyIdentifier READ keyIdentifier WRITE setKeyIdentifier NOTIFY keyIdentifierChanged)
     /// A free label; only kept and shown.
     Q_PROPERTY(QString keyMarker READ keyMarker WRITE setKeyMarker NOTIFY keyMarkerChanged)
     /// Where stores, locations and PIN answers come from. Null is ignored; every other value is
@@ -155,14 +157,18 @@ private Q_SLOTS:
     void keyGenFinished();
 
 private:
+    struct Save;
+
     void load(const QString &path);
     QString info(int type) const;
     void addInfo(QCA::CertificateInfoTypeKnown type, const QString &value);
     void fillAlgorithms(const QStringList &features);
-    QCA::CertificateRequest signedRequest(const QCA::PrivateKey &key) const;
-    QCA::PrivateKey findPrivateKey() const;
-    bool resign();
-    bool write(const QString &replacedPath);
+    ComboBoxModel::Row chosenLocation() const;
+    void startGeneration();
+    QcaHandler *handler() const;
+    bool resign(Save *save);
+    QCA::PrivateKey findPrivateKey(const QCA::CertificateRequest &request) const;
+    QList<QPointer<QCA::KeyStore>> locationStores() const;
 
     bool m_editMode = false;
     ComboBoxModel m_algorithmModel;
