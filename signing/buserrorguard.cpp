@@ -55,14 +55,16 @@ bool replacePages(const BusErrorGuard::Region &region, std::uintptr_t address)
         == wanted;
 }
 
+/// As if we had never been there.
 void callPrevious(int signal, siginfo_t *info, void *context)
 {
     if (previousAction.sa_flags & SA_SIGINFO) {
         previousAction.sa_sigaction(signal, info, context);
-    } else if (previousAction.sa_handler == SIG_DFL || previousAction.sa_handler == SIG_IGN) {
-        // The access happens again and ends the process as it would have without us.
+    } else if (previousAction.sa_handler == SIG_DFL) {
+        // Delivered when the handler returns.
         sigaction(SIGBUS, &previousAction, nullptr);
-    } else {
+        raise(SIGBUS);
+    } else if (previousAction.sa_handler != SIG_IGN) {
         previousAction.sa_handler(signal);
     }
 }
@@ -71,7 +73,8 @@ void handleBusError(int signal, siginfo_t *info, void *context)
 {
     const int savedErrno = errno;
     const auto address = reinterpret_cast<std::uintptr_t>(info->si_addr);
-    auto *region = regionAt(address);
+    // Only a fault has an address; a signal that was sent has none.
+    auto *region = info->si_code > 0 ? regionAt(address) : nullptr;
     if (region && replacePages(*region, address))
         region->damaged = true;
     else

@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "certificates/keystoreentry.h"
+
+#include <QtCrypto>
+
+#include <functional>
+#include <memory>
+
+namespace TrivexTest {
+
+/// Called before each signature; false refuses it, as a token does without its PIN.
+using BeforeSigning = std::function<bool()>;
+
+/// A private key that signs with the RSA key `inner` after asking `before`.
+QCA::PrivateKey scriptedKey(const QCA::PrivateKey &inner, const BeforeSigning &before);
+
+/// A private key that is not RSA, of QCA type number 3, and does nothing.
+QCA::PrivateKey foreignKey();
+
+/// An RSA key of 2048 bits in software, made once a process.
+QCA::PrivateKey softwareKey();
+
+/// A self-signed certificate of `softwareKey()`.
+QCA::Certificate softwareCertificate();
+
+/// An entry of a key store that holds `key` and `chain`.
+std::unique_ptr<KeyStoreEntry> bundleEntry(const QCA::PrivateKey &key,
+                                           const QCA::CertificateChain &chain = {});
+
+} // namespace TrivexTest

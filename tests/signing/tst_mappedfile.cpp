@@ -1,0 +1,196 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "signing/mappedfile.h"
+
+#include "signing/rawsignature.h"
+
+#include <QTemporaryDir>
+#include <QtCrypto>
+#include <QtTest>
+
+#include <csignal>
+#include <numeric>
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using Trivex::MappedFile;
+
+namespace {
+
+QString sha256()
+{
+    return QStringLiteral("sha256");
+}
+
+int openDescriptors()
+{
+    return QDir(QStringLiteral("/proc/self/fd"))
+        .entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::System)
+        .size();
+}
+
+qint64 sum(const QByteArray &bytes)
+{
+    return std::accumulate(bytes.cbegin(), bytes.cend(), qint64(0));
+}
+
+} // namespace
+
+class TestMappedFile : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void opensRegularFilesOnly();
+    void keepsWhatIsCopied();
+    void knowsItsBytes();
+    void digestOfCutFile();
+    void readOfCutFile();
+    void grownFile();
+    void deletedFile();
+    void signedTextOfCutFile();
+    void otherBusErrorsEndTheProcess();
+
+private:
+    QString make(const QByteArray &content) const;
+    QTemporaryDir m_directory;
+};
+
+QString TestMappedFile::make(const QByteArray &content) const
+{
+    static int number = 0;
+    const QString path = m_directory.filePath(QStringLiteral("file%1").arg(++number));
+    QFile file(path);
+    file.open(QIODevice::WriteOnly);
+    file.write(content);
+    return path;
+}
+
+void TestMappedFile::opensRegularFilesOnly()
+{
+    const QString pipe = m_directory.filePath(QStringLiteral("pipe"));
+    QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    QVERIFY(!MappedFile::open(pipe));
+    QVERIFY(!MappedFile::open(m_directory.path()));
+    QVERIFY(!MappedFile::open(QStringLiteral("/dev/zero")));
+    QVERIFY(!MappedFile::open(m_directory.filePath(QStringLiteral("missing"))));
+    QVERIFY(!MappedFile::open(QString()));
+    const auto empty = MappedFile::open(make({}));
+    QVERIFY(empty);
+    QVERIFY(!empty->map());
+}
+
+void TestMappedFile::keepsWhatIsCopied()
+{
+    const int before = openDescriptors();
+    auto file = MappedFile::open(make("contents"));
+    QVERIFY(file->map());
+    QByteArray copy = file->bytes();
+    file.reset();
+    MappedFile::releaseUnused();
+    QCOMPARE(copy, QByteArray("contents"));
+    QCOMPARE(openDescriptors(), before + 1);
+    copy.clear();
+    MappedFile::releaseUnused();
+    QCOMPARE(openDescriptors(), before);
+}
+
+void TestMappedFile::knowsItsBytes()
+{
+    const auto file = MappedFile::open(make("contents"));
+    QVERIFY(file->map());
+    QCOMPARE(MappedFile::behind(file->bytes()), file);
+    const QByteArray copy = file->bytes();
+    QCOMPARE(MappedFile::behind(copy), file);
+    QCOMPARE(MappedFile::behind(QByteArray("contents")), nullptr);
+    QCOMPARE(MappedFile::behind(QByteArray()), nullptr);
+}
+
+void TestMappedFile::digestOfCutFile()
+{
+    const QString path = make(QByteArray(100000, 'a'));
+    const auto file = MappedFile::open(path);
+    QVERIFY(file->map());
+    QVERIFY(!file->digest(sha256()).isEmpty());
+    QVERIFY(file->isWhole());
+    QVERIFY(QFile::resize(path, 99999));
+    QCOMPARE(file->digest(sha256()), QByteArray());
+    QVERIFY(!file->isWhole());
+}
+
+void TestMappedFile::readOfCutFile()
+{
+    const QString path = make(QByteArray(100000, 'a'));
+    const auto file = MappedFile::open(path);
+    QVERIFY(file->map());
+    QVERIFY(QFile::resize(path, 4096));
+    // Without the guard this ends the process.
+    QCOMPARE(sum(file->bytes()), qint64(4096) * 'a');
+    QVERIFY(!file->isWhole());
+    // Even when the file is as long as before again, its bytes have been seen wrong.
+    QVERIFY(QFile::resize(path, 100000));
+    QVERIFY(!file->isWhole());
+}
+
+void TestMappedFile::grownFile()
+{
+    const QString path = make("abc");
+    const auto file = MappedFile::open(path);
+    QVERIFY(file->map());
+    const QByteArray digest = file->digest(sha256());
+    QVERIFY(QFile::resize(path, 10));
+    QVERIFY(file->isWhole());
+    QCOMPARE(file->bytes(), QByteArray("abc"));
+    QCOMPARE(file->digest(sha256()), digest);
+}
+
+void TestMappedFile::deletedFile()
+{
+    const QString path = make("abc");
+    const auto file = MappedFile::open(path);
+    QVERIFY(file->map());
+    QVERIFY(file->isNamed());
+    QVERIFY(QFile::remove(path));
+    QVERIFY(!file->isNamed());
+    QVERIFY(file->isWhole());
+    QCOMPARE(file->bytes(), QByteArray("abc"));
+}
+
+void TestMappedFile::signedTextOfCutFile()
+{
+    const QString path = make(QByteArray(100000, 'a'));
+    const auto file = MappedFile::open(path);
+    QVERIFY(file->map());
+    const QByteArray bytes = file->bytes();
+    QCOMPARE(Trivex::signedText(bytes), Trivex::signedText(QByteArray(100000, 'a')));
+    QVERIFY(QFile::resize(path, 10));
+    QCOMPARE(Trivex::signedText(bytes), QByteArray());
+}
+
+void TestMappedFile::otherBusErrorsEndTheProcess()
+{
+    const auto file = MappedFile::open(make("abc"));
+    QVERIFY(file->map());
+    const pid_t child = fork();
+    if (child == 0) {
+        signal(SIGALRM, SIG_DFL);
+        alarm(10);
+        raise(SIGBUS);
+        _exit(0);
+    }
+    int status = 0;
+    QCOMPARE(waitpid(child, &status, 0), child);
+    // Under a sanitizer the handler found is its own, which reports and exits.
+    QVERIFY(!WIFEXITED(status) || WEXITSTATUS(status) != 0);
+    QVERIFY(!WIFSIGNALED(status) || WTERMSIG(status) != SIGALRM);
+}
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    const QCA::Initializer initializer;
+    TestMappedFile test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_mappedfile.moc"

@@ -1,0 +1,383 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/adapter/question.h"
+#include "qca/engine/asker.h"
+#include "qca/qcahandler.h"
+#include "signing/signverify.h"
+#include "tests/signing/scriptedkey.h"
+
+#include <QEventLoop>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace TrivexTest;
+
+namespace {
+
+const QByteArray data = "What is signed";
+
+/// A token that wants the PIN "1234" for each signature, and takes note of what it is given.
+class Token {
+public:
+    explicit Token(const QString &storeId = QStringLiteral("store"))
+    {
+        m_question.keyStoreId = storeId;
+    }
+
+    std::unique_ptr<KeyStoreEntry> entry()
+    {
+        return bundleEntry(scriptedKey(softwareKey(), [this] { return logIn(); }));
+    }
+
+    Trivex::QuestionInfo &question() { return m_question; }
+    bool plain = false; ///< asks as any other provider does
+    QStringList tried; ///< "-" for a rejected question
+
+private:
+    bool logIn()
+    {
+        const QString pin = plain ? askPlainly() : askOurWay();
+        tried << pin;
+        return pin == QLatin1String("1234");
+    }
+
+    QString askOurWay() const
+    {
+        Trivex::QuestionInfo question = m_question;
+        question.addressee = Trivex::QuestionScope::current();
+        const Trivex::Reply reply =
+            Trivex::ask(question,
+                        QCA::KeyStoreInfo(QCA::KeyStore::SmartCard, question.keyStoreId,
+                                          QStringLiteral("Token")));
+        return reply.accepted ? QString::fromUtf8(reply.password.toByteArray())
+                              : QStringLiteral("-");
+    }
+
+    static QString askPlainly()
+    {
+        QCA::PasswordAsker asker;
+        QEventLoop loop;
+        QObject::connect(&asker, &QCA::PasswordAsker::responseReady, &loop, &QEventLoop::quit,
+                         Qt::QueuedConnection);
+        asker.ask(QCA::Event::StylePIN, QStringLiteral("file"), nullptr);
+        loop.exec();
+        asker.waitForResponse();
+        return asker.accepted() ? QString::fromUtf8(asker.password().toByteArray())
+                                : QStringLiteral("-");
+    }
+
+    Trivex::QuestionInfo m_question;
+};
+
+QStringList list(std::initializer_list<const char *> items)
+{
+    QStringList result;
+    for (const char *item : items)
+        result << QLatin1String(item);
+    return result;
+}
+
+constexpr int signTime = 6000; // ms
+
+} // namespace
+
+class TestSignPin : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void asksAndRemembers();
+    void anotherStoreAsksAgain();
+    void typedPinOnly();
+    void plainEventsUseTheKeptPin();
+    void rejected();
+    void wrongPinIsForgotten();
+    void scheduledTogether();
+    void nobodyToAsk();
+    void leavesOthersAlone();
+    void otherKindsAreRejected();
+    void storedAnswersStandBack_data();
+    void storedAnswersStandBack();
+    void withdrawn();
+    void destroyedWhileAsking();
+    void entryDestroyedWhileAsking();
+    void answersWithoutQuestion();
+
+private:
+    QString path(const char *name) const { return m_directory.filePath(QLatin1String(name)); }
+    QTemporaryDir m_directory;
+};
+
+void TestSignPin::asksAndRemembers()
+{
+    Token token;
+    const auto entry = token.entry();
+    SignVerify signer;
+    QSignalSpy asked(&signer, &SignVerify::getPin);
+    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
+    QElapsedTimer timer;
+    connect(&signer, &SignVerify::getPin, this, [&] {
+        timer.start();
+        signer.pinAccepted(QStringLiteral("1234"));
+    });
+    signer.sign(data, path("a.sig"), entry.get());
+    QVERIFY(isSigned.wait(signTime));
+    QVERIFY(timer.elapsed() >= 1000);
+    QCOMPARE(asked.count(), 1);
+    signer.sign(data, path("a.sig"), entry.get());
+    QVERIFY(isSigned.wait(signTime));
+    QCOMPARE(asked.count(), 1);
+    QCOMPARE(token.tried, list({"1234", "1234"}));
+}
+
+void TestSignPin::anotherStoreAsksAgain()
+{
+    Token first;
+    Token second(QStringLiteral("second store"));
+    const auto firstEntry = first.entry();
+    const auto secondEntry = second.entry();
+    SignVerify signer;
+    QSignalSpy asked(&signer, &SignVerify::getPin);
+    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
+    connect(&signer, &SignVerify::getPin, this,
+            [&] { signer.pinAccepted(QStringLiteral("1234")); });
+    signer.sign(data, path("a.sig"), firstEntry.get());
+    signer.sign(data, path("b.sig"), secondEntry.get());
+    QTRY_COMPARE_WITH_TIMEOUT(isSigned.count(), 2, 2 * signTime);
+    QCOMPARE(asked.count(), 2);
+}
+
+void TestSignPin::typedPinOnly()
+{
+    Token token;
+    const auto entry = token.entry();
+    SignVerify signer;
+    QSignalSpy asked(&signer, &SignVerify::getPin);
+    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
+    connect(&signer, &SignVerify::getPin, this,
+            [&] { signer.pinAccepted(QStringLiteral("1234")); });
+    signer.sign(data, path("a.sig"), entry.get());
+    QVERIFY(isSigned.wait(signTime));
+    token.question().needsTypedPin = true;
+    signer.sign(data, path("a.sig"), entry.get());
+    QVERIFY(isSigned.wait(signTime));
+    QCOMPARE(asked.count(), 2);
+}
+
+void TestSignPin::plainEventsUseTheKeptPin()
+{
+    Token token;
+    token.plain = true;
+    const auto entry = token.entry();
+    SignVerify signer;
+    QSignalSpy asked(&signer, &SignVerify::getPin);
+    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
+    connect(&signer, &SignVerify::getPin, this,
+            [&] { signer.pinAccepted(QStringLiteral("1234")); });
+    signer.sign(data, path("a.sig"), entry.get());
+    QVERIFY(isSigned.wait(signTime));
+    signer.sign(data, path("a.sig"), entry.get());
+    QVERIFY(isSigned.wait(signTime));
+    QCOMPARE(asked.count(), 1);
+    QCOMPARE(token.tried, list({"1234", "1234"}));
+}
+
+void TestSignPin::rejected()
+{
+    Token token;
+    const auto entry = token.entry();
+    SignVerify signer;
+    QSignalSpy asked(&signer, &SignVerify::getPin);
+    connect(&signer, &SignVerify::getPin, &signer, &SignVerify::pinRejected);
+    QTest::ignoreMessage(QtDebugMsg, "Error sign");
+    signer.sign(data, path("r.sig"), entry.get());
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), signTime);
+    QCOMPARE(asked.count(), 1);
+    QCOMPARE(token.tried, list({"-"}));
+    QVERIFY(!QFile::exists(path("r.sig")));
+}
+
+void TestSignPin::wrongPinIsForgotten()
+{
+    Token token;
+    const auto entry = token.entry();
+    SignVerify signer;
+    QSignalSpy failed(&signer, &SignVerify::errorChanged);
+    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
+    QString typed = QStringLiteral("9999");
+    connect(&signer, &SignVerify::getPin, this, [&] { signer.pinAccepted(typed); });
+    signer.sign(data, path("a.sig"), entry.get());
+    QVERIFY(failed.wait(signTime));
+    typed = QStringLiteral("1234");
+    signer.sign(data, path("a.sig"), entry.get());
+    QVERIFY(isSigned.wait(signTime));
+    QCOMPARE(token.tried, list({"9999", "1234"}));
+}
+
+void TestSignPin::scheduledTogether()
+{
+    // The second job's time comes while the first one asks. A PIN that turns out wrong must not be
+    // tried for the second.
+    Token token;
+    const auto entry = token.entry();
+    SignVerify signer;
+    QSignalSpy asked(&signer, &SignVerify::getPin);
+    QStringList pins = list({"9999", "1234"});
+    connect(&signer, &SignVerify::getPin, this, [&] { signer.pinAccepted(pins.takeFirst()); });
+    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
+    signer.sign(data, path("1.sig"), entry.get());
+    signer.sign(data, path("2.sig"), entry.get());
+    QVERIFY(isSigned.wait(2 * signTime));
+    QCOMPARE(asked.count(), 2);
+    QCOMPARE(token.tried, list({"9999", "1234"}));
+    QVERIFY(!QFile::exists(path("1.sig")));
+    QVERIFY(QFile::exists(path("2.sig")));
+}
+
+void TestSignPin::nobodyToAsk()
+{
+    Token token;
+    const auto entry = token.entry();
+    SignVerify signer;
+    signer.sign(data, path("n.sig"), entry.get());
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), signTime);
+    QCOMPARE(token.tried, list({"-"}));
+}
+
+void TestSignPin::leavesOthersAlone()
+{
+    Token token;
+    const auto entry = token.entry();
+    SignVerify bystander;
+    SignVerify signer;
+    QSignalSpy wronglyAsked(&bystander, &SignVerify::getPin);
+    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
+    connect(&signer, &SignVerify::getPin, this,
+            [&] { signer.pinAccepted(QStringLiteral("1234")); });
+    signer.sign(data, path("a.sig"), entry.get());
+    QVERIFY(isSigned.wait(signTime));
+    QCOMPARE(wronglyAsked.count(), 0);
+}
+
+void TestSignPin::otherKindsAreRejected()
+{
+    SignVerify signer;
+    QSignalSpy asked(&signer, &SignVerify::getPin);
+    for (const int kind : {Trivex::KeyStoreIdQuestion, Trivex::EntryNameQuestion}) {
+        Trivex::QuestionInfo question;
+        question.kind = kind;
+        const Trivex::Reply reply = Trivex::ask(question, {});
+        QVERIFY(!reply.accepted);
+    }
+    QCA::TokenAsker asker;
+    QEventLoop loop;
+    connect(&asker, &QCA::TokenAsker::responseReady, &loop, &QEventLoop::quit,
+            Qt::QueuedConnection);
+    asker.ask({}, {}, nullptr);
+    loop.exec();
+    asker.waitForResponse();
+    QVERIFY(!asker.accepted());
+    QCOMPARE(asked.count(), 0);
+}
+
+void TestSignPin::storedAnswersStandBack_data()
+{
+    QTest::addColumn<bool>("signerFirst");
+    QTest::newRow("signer first") << true;
+    QTest::newRow("stored answers first") << false;
+}
+
+void TestSignPin::storedAnswersStandBack()
+{
+    QFETCH(bool, signerFirst);
+    std::unique_ptr<SignVerify> signer;
+    if (signerFirst)
+        signer = std::make_unique<SignVerify>();
+    QcaHandler handler;
+    handler.start();
+    handler.setKeyStoreId(QStringLiteral("store"));
+    handler.setPassword(QCA::SecureArray("9999"));
+    if (!signer)
+        signer = std::make_unique<SignVerify>();
+    Token token;
+    const auto entry = token.entry();
+    QSignalSpy isSigned(signer.get(), &SignVerify::signSuccess);
+    connect(signer.get(), &SignVerify::getPin, this,
+            [&] { signer->pinAccepted(QStringLiteral("1234")); });
+    signer->sign(data, path("a.sig"), entry.get());
+    QVERIFY(isSigned.wait(signTime));
+    QCOMPARE(token.tried, list({"1234"}));
+}
+
+void TestSignPin::withdrawn()
+{
+    Token token;
+    const auto entry = token.entry();
+    SignVerify signer;
+    connect(&signer, &SignVerify::getPin, this, [] { Trivex::cancelQuestions(); });
+    signer.sign(data, path("w.sig"), entry.get());
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), signTime);
+    QCOMPARE(token.tried, list({"-"}));
+    // Too late: nobody gets it.
+    signer.pinAccepted(QStringLiteral("1234"));
+    QTest::qWait(1300);
+    signer.pinRejected();
+    QCOMPARE(token.tried, list({"-"}));
+}
+
+void TestSignPin::destroyedWhileAsking()
+{
+    Token token;
+    const auto entry = token.entry();
+    auto signer = std::make_unique<SignVerify>();
+    connect(signer.get(), &SignVerify::getPin, this, [&] {
+        signer->pinAccepted(QStringLiteral("1234"));
+        QTimer::singleShot(0, this, [&] { signer.reset(); });
+    });
+    signer->sign(data, path("d.sig"), entry.get());
+    QTRY_COMPARE_WITH_TIMEOUT(token.tried, list({"-"}), signTime);
+    QTest::qWait(1300);
+    QVERIFY(!signer);
+    QVERIFY(!QFile::exists(path("d.sig")));
+}
+
+void TestSignPin::entryDestroyedWhileAsking()
+{
+    Token token;
+    auto entry = token.entry();
+    SignVerify signer;
+    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
+    connect(&signer, &SignVerify::getPin, this, [&] {
+        entry.reset();
+        signer.pinAccepted(QStringLiteral("1234"));
+    });
+    signer.sign(data, path("a.sig"), entry.get());
+    QVERIFY(isSigned.wait(signTime));
+}
+
+void TestSignPin::answersWithoutQuestion()
+{
+    SignVerify signer;
+    signer.pinRejected();
+    signer.pinAccepted(QStringLiteral("1234"));
+    QTest::qWait(1300);
+    // Typed for no token in particular, so it is for none of ours.
+    Token token;
+    const auto entry = token.entry();
+    QSignalSpy asked(&signer, &SignVerify::getPin);
+    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
+    connect(&signer, &SignVerify::getPin, this,
+            [&] { signer.pinAccepted(QStringLiteral("1234")); });
+    signer.sign(data, path("a.sig"), entry.get());
+    QVERIFY(isSigned.wait(signTime));
+    QCOMPARE(asked.count(), 1);
+}
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    const QCA::Initializer initializer;
+    TestSignPin test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_signpin.moc"

@@ -1,0 +1,436 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "certificates/certificate.h"
+#include "signing/loaderfile.h"
+#include "signing/signverify.h"
+#include "tests/signing/scriptedkey.h"
+
+#include <QMetaEnum>
+#include <QProcess>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <algorithm>
+
+#include <sys/stat.h>
+
+using namespace TrivexTest;
+
+namespace {
+
+const QByteArray data = "What is signed";
+
+QByteArray hexDigest(const QByteArray &bytes)
+{
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex();
+}
+
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    file.open(QIODevice::ReadOnly);
+    return file.readAll();
+}
+
+void write(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    file.open(QIODevice::WriteOnly);
+    file.write(content);
+}
+
+/// The messages of the default category that came meanwhile.
+class Messages {
+public:
+    Messages()
+    {
+        lines().clear();
+        m_previous = qInstallMessageHandler(&Messages::handle);
+    }
+    ~Messages() { qInstallMessageHandler(m_previous); }
+
+    QStringList take() const { return std::exchange(lines(), {}); }
+
+private:
+    static QStringList &lines()
+    {
+        static QStringList all;
+        return all;
+    }
+    static void handle(QtMsgType type, const QMessageLogContext &, const QString &text)
+    {
+        lines() << QString::number(type) + QLatin1Char(' ') + text;
+    }
+    QtMessageHandler m_previous;
+};
+
+} // namespace
+
+class TestSignVerify : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void interface();
+    void signsAndVerifies();
+    void signatureIsThatOfOpenssl();
+    void changedDataIsRefused();
+    void failuresOfSigning();
+    void failuresOfVerifying();
+    void errorNotifiedOnce();
+    void unwritableFile();
+    void cutFileIsNotSigned();
+    void loaderReplacedMeanwhile();
+    void destroyedMeanwhile();
+    void entryDestroyedMeanwhile();
+    void certificateOfTheEntry();
+    void certificateOwnership();
+
+private:
+    QString path(const char *name) const { return m_directory.filePath(QLatin1String(name)); }
+    QTemporaryDir m_directory;
+};
+
+void TestSignVerify::interface()
+{
+    const QMetaObject &meta = SignVerify::staticMetaObject;
+    QStringList methods;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
+        methods << QString::fromLatin1(meta.method(i).methodSignature());
+    QCOMPARE(methods.join(QLatin1Char(' ')),
+             QStringLiteral("signSuccess() verifySuccess() getPin() errorChanged() "
+                            "ceritficateChanged() setError(int) setCeritficate(Certificate*) "
+                            "eventReady(int,QCA::Event) sign(QByteArray,QString,KeyStoreEntry*) "
+                            "verify(QByteArray,QString,KeyStoreEntry*) pinRejected() "
+                            "pinAccepted(QString)"));
+    const QMetaProperty certificate = meta.property(meta.propertyOffset());
+    QCOMPARE(certificate.name(), "ceritficate");
+    QCOMPARE(certificate.typeName(), "Certificate*");
+    QVERIFY(!certificate.isWritable());
+    const QMetaProperty error = meta.property(meta.propertyOffset() + 1);
+    QCOMPARE(error.name(), "error");
+    QVERIFY(!error.isWritable());
+    QCOMPARE(meta.propertyCount() - meta.propertyOffset(), 2);
+    const auto errors = QMetaEnum::fromType<SignVerify::Error>();
+    for (int i = 0; i < errors.keyCount(); ++i)
+        QCOMPARE(errors.value(i), i);
+    QCOMPARE(errors.keyCount(), 5);
+    QCOMPARE(QMetaEnum::fromType<SignVerify::Mode>().keyToValue("VerifyMode"), 1);
+}
+
+void TestSignVerify::signsAndVerifies()
+{
+    SignVerify signer;
+    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
+    QSignalSpy isVerified(&signer, &SignVerify::verifySuccess);
+    QSignalSpy certificateChanged(&signer, &SignVerify::ceritficateChanged);
+    const auto entry = bundleEntry(softwareKey());
+    QElapsedTimer timer;
+    timer.start();
+    signer.sign(data, path("a.sig"), entry.get());
+    QVERIFY(timer.elapsed() < 500);
+    QVERIFY(!QFile::exists(path("a.sig")));
+    QVERIFY(isSigned.wait(6000));
+    QVERIFY(timer.elapsed() >= 3000);
+    QCOMPARE(contents(path("a.sig")).size(), 256);
+
+    timer.restart();
+    signer.verify(data, path("a.sig"), entry.get());
+    QVERIFY(timer.elapsed() < 500);
+    QVERIFY(isVerified.wait(3000));
+    QVERIFY(timer.elapsed() >= 1000);
+    QCOMPARE(signer.error(), int(SignVerify::NoError));
+    // The entry has no certificate to show.
+    QCOMPARE(certificateChanged.count(), 0);
+    QVERIFY(signer.ceritficate()->isNull());
+}
+
+void TestSignVerify::signatureIsThatOfOpenssl()
+{
+    if (QProcess::execute(QStringLiteral("openssl"), {QStringLiteral("version")}) != 0) {
+        qInfo("SKIP no openssl program");
+        return;
+    }
+    SignVerify signer;
+    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
+    const auto entry = bundleEntry(softwareKey());
+    signer.sign(data, path("a.sig"), entry.get());
+    QVERIFY(isSigned.wait(6000));
+    write(path("text"), hexDigest(data));
+    QVERIFY(softwareKey().toPEMFile(path("key.pem")));
+    const auto openssl = [this](const QStringList &arguments) {
+        QProcess process;
+        process.setWorkingDirectory(m_directory.path());
+        process.start(QStringLiteral("openssl"), arguments);
+        return process.waitForFinished() && process.exitCode() == 0;
+    };
+    QVERIFY(openssl({QStringLiteral("pkeyutl"), QStringLiteral("-sign"), QStringLiteral("-inkey"),
+                     QStringLiteral("key.pem"), QStringLiteral("-in"), QStringLiteral("text"),
+                     QStringLiteral("-out"), QStringLiteral("openssl.sig")}));
+    QCOMPARE(contents(path("a.sig")).toHex(), contents(path("openssl.sig")).toHex());
+    QVERIFY(openssl({QStringLiteral("pkeyutl"), QStringLiteral("-verify"), QStringLiteral("-inkey"),
+                     QStringLiteral("key.pem"), QStringLiteral("-in"), QStringLiteral("text"),
+                     QStringLiteral("-sigfile"), QStringLiteral("a.sig")}));
+}
+
+void TestSignVerify::changedDataIsRefused()
+{
+    SignVerify signer;
+    const auto entry = bundleEntry(softwareKey());
+    QCA::RSAPrivateKey key = softwareKey().toRSA();
+    write(path("good.sig"), key.signMessage(hexDigest(data), QCA::EMSA3_Raw));
+    const Messages messages;
+    signer.verify(data + "x", path("good.sig"), entry.get());
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorVerify), 3000);
+    QCOMPARE(messages.take(), QStringList({QStringLiteral("0 Error verify")}));
+    QSignalSpy isVerified(&signer, &SignVerify::verifySuccess);
+    signer.verify(data, path("good.sig"), entry.get());
+    QVERIFY(isVerified.wait(3000));
+    // A signature with something behind it is none.
+    write(path("long.sig"), contents(path("good.sig")) + "x");
+    signer.setError(0);
+    signer.verify(data, path("long.sig"), entry.get());
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorVerify), 3000);
+}
+
+void TestSignVerify::failuresOfSigning()
+{
+    const Messages messages;
+    SignVerify noEntry;
+    SignVerify noBundle;
+    SignVerify noKey;
+    SignVerify notRsa;
+    SignVerify refused;
+    KeyStoreEntry empty;
+    const auto keyless = bundleEntry(QCA::PrivateKey());
+    const auto foreign = bundleEntry(foreignKey());
+    const auto refusing = bundleEntry(scriptedKey(softwareKey(), [] { return false; }));
+    noEntry.sign(data, path("none.sig"), nullptr);
+    noBundle.sign(data, path("none.sig"), &empty);
+    noKey.sign(data, path("none.sig"), keyless.get());
+    QTRY_COMPARE_WITH_TIMEOUT(noEntry.error(), int(SignVerify::ErrorSign), 6000);
+    QTRY_COMPARE_WITH_TIMEOUT(noBundle.error(), int(SignVerify::ErrorSign), 6000);
+    QTRY_COMPARE_WITH_TIMEOUT(noKey.error(), int(SignVerify::ErrorSign), 6000);
+    QCOMPARE(messages.take(), QStringList());
+    notRsa.sign(data, path("none.sig"), foreign.get());
+    refused.sign(data, path("none.sig"), refusing.get());
+    QTRY_COMPARE_WITH_TIMEOUT(notRsa.error(), int(SignVerify::ErrorSign), 6000);
+    QTRY_COMPARE_WITH_TIMEOUT(refused.error(), int(SignVerify::ErrorSign), 6000);
+    QCOMPARE(messages.take(),
+             QStringList({QStringLiteral("0 Error sign"), QStringLiteral("0 Error sign")}));
+    QVERIFY(!QFile::exists(path("none.sig")));
+}
+
+void TestSignVerify::failuresOfVerifying()
+{
+    const Messages messages;
+    SignVerify noEntry;
+    SignVerify noFile;
+    SignVerify pipe;
+    SignVerify noKey;
+    SignVerify notRsa;
+    const auto keyless = bundleEntry(QCA::PrivateKey());
+    const auto foreign = bundleEntry(foreignKey());
+    const auto good = bundleEntry(softwareKey());
+    write(path("some.sig"), "signature");
+    mkfifo(QFile::encodeName(path("pipe")).constData(), 0600);
+    // Without an entry the file is not even looked for.
+    noEntry.verify(data, path("missing.sig"), nullptr);
+    noKey.verify(data, path("some.sig"), keyless.get());
+    QTRY_COMPARE_WITH_TIMEOUT(noEntry.error(), int(SignVerify::ErrorVerify), 3000);
+    QTRY_COMPARE_WITH_TIMEOUT(noKey.error(), int(SignVerify::ErrorVerify), 3000);
+    QCOMPARE(messages.take(), QStringList());
+    noFile.verify(data, path("missing.sig"), good.get());
+    QTRY_COMPARE_WITH_TIMEOUT(noFile.error(), int(SignVerify::ErrorNotFoundCmsFile), 3000);
+    QCOMPARE(messages.take(), QStringList({QStringLiteral("1 could not open CMS file")}));
+    pipe.verify(data, path("pipe"), good.get());
+    QTRY_COMPARE_WITH_TIMEOUT(pipe.error(), int(SignVerify::ErrorNotFoundCmsFile), 3000);
+    messages.take();
+    notRsa.verify(data, path("some.sig"), foreign.get());
+    QTRY_COMPARE_WITH_TIMEOUT(notRsa.error(), int(SignVerify::ErrorVerify), 3000);
+    QCOMPARE(messages.take(), QStringList({QStringLiteral("0 Error verify")}));
+}
+
+void TestSignVerify::errorNotifiedOnce()
+{
+    SignVerify signer;
+    QSignalSpy changed(&signer, &SignVerify::errorChanged);
+    signer.verify(data, path("x"), nullptr);
+    signer.verify(data, path("x"), nullptr);
+    QTest::qWait(1500);
+    QCOMPARE(changed.count(), 1);
+    signer.setError(0);
+    QCOMPARE(changed.count(), 2);
+    signer.setError(0);
+    QCOMPARE(changed.count(), 2);
+    signer.verify(data, path("x"), nullptr);
+    QVERIFY(changed.wait(2000));
+    QCOMPARE(signer.error(), int(SignVerify::ErrorVerify));
+}
+
+void TestSignVerify::unwritableFile()
+{
+    SignVerify signer;
+    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
+    const auto entry = bundleEntry(softwareKey());
+    mkfifo(QFile::encodeName(path("pipe")).constData(), 0600);
+    const Messages messages;
+    signer.sign(data, path("no/such/directory.sig"), entry.get());
+    signer.sign(data, path("pipe"), entry.get());
+    QTRY_COMPARE_WITH_TIMEOUT(isSigned.count(), 2, 8000);
+    QCOMPARE(
+        messages.take(),
+        QStringList({QStringLiteral("1 Signature file \"%1\" not written")
+                         .arg(path("no/such/directory.sig")),
+                     QStringLiteral("1 Signature file \"%1\" not written").arg(path("pipe"))}));
+    QCOMPARE(signer.error(), int(SignVerify::NoError));
+}
+
+void TestSignVerify::cutFileIsNotSigned()
+{
+    write(path("cut.txt"), QByteArray(100000, 'a'));
+    LoaderFile loader;
+    loader.setFilePath(path("cut.txt"));
+    SignVerify signer;
+    SignVerify verifier;
+    const auto entry = bundleEntry(softwareKey());
+    write(path("some.sig"), "signature");
+    const Messages messages;
+    signer.sign(loader.rawData(), path("cut.sig"), entry.get());
+    verifier.verify(loader.rawData(), path("some.sig"), entry.get());
+    QVERIFY(QFile::resize(path("cut.txt"), 100));
+    QTRY_COMPARE_WITH_TIMEOUT(verifier.error(), int(SignVerify::ErrorVerify), 3000);
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorVerify), 6000);
+    QCOMPARE(messages.take(),
+             QStringList({QStringLiteral("0 Hash calculation error during verification."),
+                          QStringLiteral("0 Hash calculation error during signing.")}));
+    QVERIFY(!QFile::exists(path("cut.sig")));
+}
+
+void TestSignVerify::loaderReplacedMeanwhile()
+{
+    write(path("first.txt"), "first file");
+    write(path("second.txt"), "second file");
+    auto loader = std::make_unique<LoaderFile>();
+    loader->setFilePath(path("first.txt"));
+    SignVerify signer;
+    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
+    const auto entry = bundleEntry(softwareKey());
+    signer.sign(loader->rawData(), path("first.sig"), entry.get());
+    loader->setFilePath(path("second.txt"));
+    loader.reset();
+    QVERIFY(isSigned.wait(6000));
+    QCA::RSAPrivateKey key = softwareKey().toRSA();
+    QCOMPARE(contents(path("first.sig")), key.signMessage(hexDigest("first file"), QCA::EMSA3_Raw));
+}
+
+void TestSignVerify::destroyedMeanwhile()
+{
+    int asked = 0;
+    auto signer = std::make_unique<SignVerify>();
+    const auto entry = bundleEntry(scriptedKey(softwareKey(), [&] {
+        ++asked;
+        return true;
+    }));
+    signer->sign(data, path("gone.sig"), entry.get());
+    signer->verify(data, path("gone.sig"), entry.get());
+    signer.reset();
+    QTest::qWait(3500);
+    QCOMPARE(asked, 0);
+    QVERIFY(!QFile::exists(path("gone.sig")));
+
+    // Destroyed while it signs: nothing is written.
+    signer = std::make_unique<SignVerify>();
+    const auto destroying = bundleEntry(scriptedKey(softwareKey(), [&] {
+        ++asked;
+        signer.reset();
+        return true;
+    }));
+    signer->sign(data, path("gone.sig"), destroying.get());
+    signer->sign(data, path("gone.sig"), destroying.get());
+    QTRY_COMPARE_WITH_TIMEOUT(asked, 1, 6000);
+    QTest::qWait(200);
+    QCOMPARE(asked, 1);
+    QVERIFY(!QFile::exists(path("gone.sig")));
+}
+
+void TestSignVerify::entryDestroyedMeanwhile()
+{
+    SignVerify signer;
+    auto entry = bundleEntry(softwareKey());
+    signer.sign(data, path("gone.sig"), entry.get());
+    entry.reset();
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), 6000);
+    QVERIFY(!QFile::exists(path("gone.sig")));
+
+    // Destroyed while it signs: the key is a copy.
+    std::unique_ptr<KeyStoreEntry> destroyed;
+    destroyed = bundleEntry(scriptedKey(softwareKey(), [&] {
+        destroyed.reset();
+        return true;
+    }));
+    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
+    signer.sign(data, path("kept.sig"), destroyed.get());
+    QVERIFY(isSigned.wait(6000));
+    QCOMPARE(contents(path("kept.sig")).size(), 256);
+}
+
+void TestSignVerify::certificateOfTheEntry()
+{
+    const QCA::Certificate certificate = softwareCertificate();
+    QVERIFY(!certificate.isNull());
+    QCA::RSAPrivateKey key = softwareKey().toRSA();
+    write(path("good.sig"), key.signMessage(hexDigest(data), QCA::EMSA3_Raw));
+    QCA::CertificateChain chain;
+    chain.append(certificate);
+    const auto entry = bundleEntry(softwareKey(), chain);
+    SignVerify signer;
+    const QPointer<Certificate> first = signer.ceritficate();
+    QCOMPARE(first->parent(), &signer);
+    QStringList order;
+    connect(&signer, &SignVerify::ceritficateChanged, this,
+            [&] { order << QStringLiteral("certificate"); });
+    connect(&signer, &SignVerify::verifySuccess, this, [&] { order << QStringLiteral("success"); });
+    signer.verify(data, path("good.sig"), entry.get());
+    QTRY_COMPARE_WITH_TIMEOUT(order.size(), 2, 3000);
+    QCOMPARE(order, QStringList({QStringLiteral("certificate"), QStringLiteral("success")}));
+    QVERIFY(!first);
+    QCOMPARE(signer.ceritficate()->commonName(), QStringLiteral("Software"));
+}
+
+void TestSignVerify::certificateOwnership()
+{
+    QPointer<Certificate> mine = new Certificate;
+    QPointer<Certificate> second = new Certificate;
+    {
+        SignVerify signer;
+        QSignalSpy changed(&signer, &SignVerify::ceritficateChanged);
+        signer.setCeritficate(mine);
+        signer.setCeritficate(mine);
+        QCOMPARE(changed.count(), 1);
+        QVERIFY(mine);
+        signer.setCeritficate(second);
+        QVERIFY(!mine);
+        signer.setCeritficate(nullptr);
+        QVERIFY(!second);
+        QCOMPARE(changed.count(), 3);
+        QCOMPARE(signer.ceritficate(), nullptr);
+        mine = new Certificate;
+        signer.setCeritficate(mine);
+        // Somebody else deletes what the signer owns.
+        delete mine;
+        QCOMPARE(signer.ceritficate(), nullptr);
+        mine = new Certificate;
+        signer.setCeritficate(mine);
+    }
+    QVERIFY(!mine);
+}
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    const QCA::Initializer initializer;
+    TestSignVerify test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_signverify.moc"
