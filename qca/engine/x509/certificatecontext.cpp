@@ -6,7 +6,6 @@
 #include "qca/engine/keys/pkeycontainer.h"
 #include "qca/engine/x509/certificatewriter.h"
 #include "qca/engine/x509/pem.h"
-#include "qca/engine/x509/signaturecheck.h"
 #include "qca/engine/x509/subjectkey.h"
 #include "qca/engine/x509/validation.h"
 
@@ -77,7 +76,7 @@ bool CertificateContext::isIssuerOf(const QCA::CertContext *other) const
         issuer && subject && X509_check_issued(issuer.get(), subject.get()) == X509_V_OK;
     ERR_clear_error();
     // Names may be alike; where the signature can be checked, it decides.
-    return fits && checkSignature(subject.get(), m_data->publicInfo()) != SignatureState::Bad;
+    return fits && m_data->checkIssued(*issued) != SignatureState::Bad;
 }
 
 QCA::Validity CertificateContext::validate(const QList<QCA::CertContext *> &trusted,

@@ -5,7 +5,6 @@
 #include "qca/engine/x509/extensions.h"
 #include "qca/engine/x509/names.h"
 #include "qca/engine/x509/signaturealgorithms.h"
-#include "qca/engine/x509/signaturecheck.h"
 #include "qca/engine/x509/strings.h"
 
 #include <QHash>
@@ -124,7 +123,7 @@ void CertificateData::decodeProperties() const
         m_properties.sig = QByteArray(fields.signature.data + 1, fields.signature.size - 1);
     decodeExtensions(fields.extensions, &m_properties);
     m_properties.isSelfSigned = fields.subject == fields.issuer
-        && checkSignature(native().get(), fields.publicInfo.bytes()) == SignatureState::Good;
+        && checkSignature(fields, fields.publicInfo) == SignatureState::Good;
 }
 
 bool CertificateData::mayHaveIssued(const CertificateData &other) const
@@ -132,6 +131,12 @@ bool CertificateData::mayHaveIssued(const CertificateData &other) const
     const CertificateFields mine = fieldsOf(m_der);
     const CertificateFields theirs = fieldsOf(other.m_der);
     return mine.subject == theirs.issuer || isSameName(mine.subject, theirs.issuer);
+}
+
+SignatureState CertificateData::checkIssued(const CertificateData &other) const
+{
+    const QByteArray key = publicInfo();
+    return checkSignature(fieldsOf(other.m_der), Der::sliceOf(key));
 }
 
 QByteArray CertificateData::publicInfo() const

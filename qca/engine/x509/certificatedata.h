@@ -4,8 +4,8 @@
 
 #include "qca/trivexqcaexport.h"
 
-#include "qca/engine/x509/certificatefields.h"
 #include "qca/engine/x509/handles.h"
+#include "qca/engine/x509/signaturecheck.h"
 
 #include <QtCrypto>
 
@@ -33,6 +33,8 @@ public:
     QByteArray publicInfo() const;
     /// True when the names allow that this certificate issued `other`; cheap.
     bool mayHaveIssued(const CertificateData &other) const;
+    /// Whether this certificate's key signed `other`.
+    SignatureState checkIssued(const CertificateData &other) const;
     /// A native object; null when libcrypto can't read what we can.
     X509Handle native() const;
 

@@ -53,9 +53,8 @@ bool findVersion(Der::Reader &body, CertificateFields *fields)
 bool findBody(Der::Slice content, CertificateFields *fields)
 {
     Der::Reader body(content);
-    Der::Slice innerAlgorithm;
     return findVersion(body, fields) && body.next(Der::Integer, &fields->serial)
-        && !fields->serial.isEmpty() && body.next(Der::Sequence, &innerAlgorithm)
+        && !fields->serial.isEmpty() && findWhole(body, Der::Sequence, &fields->innerAlgorithm)
         && findWhole(body, Der::Sequence, &fields->issuer) && findValidity(body, fields)
         && findWhole(body, Der::Sequence, &fields->subject)
         && findWhole(body, Der::Sequence, &fields->publicInfo) && findExtensions(body, fields);
@@ -70,10 +69,18 @@ bool findCertificateFields(Der::Slice der, CertificateFields *fields)
         return false;
     fields->whole = outer.whole;
     Der::Reader reader(outer.content);
-    Der::Slice body;
-    return reader.next(Der::Sequence, &body) && findBody(body, fields)
-        && reader.next(Der::Sequence, &fields->algorithm)
-        && reader.next(Der::BitString, &fields->signature) && reader.atEnd();
+    Der::Element body;
+    Der::Element algorithm;
+    Der::Element signature;
+    if (!reader.next(Der::Sequence, &body) || !reader.next(Der::Sequence, &algorithm)
+        || !reader.next(Der::BitString, &signature) || !reader.atEnd())
+        return false;
+    fields->body = body.whole;
+    fields->wholeAlgorithm = algorithm.whole;
+    fields->algorithm = algorithm.content;
+    fields->wholeSignature = signature.whole;
+    fields->signature = signature.content;
+    return findBody(body.content, fields);
 }
 
 } // namespace Trivex

@@ -10,6 +10,7 @@ namespace Trivex {
 /// enough to be done again for each use.
 struct CertificateFields {
     Der::Slice whole;
+    Der::Slice body; ///< the part that is signed, with tag and length
     Der::Slice version; ///< content of the INTEGER; empty for version 1
     Der::Slice serial; ///< content of the INTEGER
     Der::Slice issuer; ///< with tag and length, as are the following
@@ -18,7 +19,10 @@ struct CertificateFields {
     Der::Slice subject;
     Der::Slice publicInfo;
     Der::Slice extensions; ///< content of the list; empty when there is none
+    Der::Slice innerAlgorithm; ///< with tag and length, as is the following
+    Der::Slice wholeAlgorithm;
     Der::Slice algorithm; ///< content of the outer signatureAlgorithm
+    Der::Slice wholeSignature; ///< with tag and length
     Der::Slice signature; ///< content of the BIT STRING
 };
 

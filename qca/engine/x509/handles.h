@@ -50,6 +50,7 @@ using Pkcs8Handle = Handle<PKCS8_PRIV_KEY_INFO, PKCS8_PRIV_KEY_INFO_free>;
 using PublicKeyHandle = Handle<X509_PUBKEY, X509_PUBKEY_free>;
 using RequestHandle = Handle<X509_REQ, X509_REQ_free>;
 using SpkacHandle = Handle<NETSCAPE_SPKI, NETSCAPE_SPKI_free>;
+using StringHandle = Handle<ASN1_STRING, ASN1_STRING_free>;
 using StoreHandle = Handle<X509_STORE, X509_STORE_free>;
 using StoreContextHandle = Handle<X509_STORE_CTX, X509_STORE_CTX_free>;
 using X509Handle = Handle<X509, X509_free>;

@@ -2,9 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "qca/engine/x509/handles.h"
-
-#include <QByteArray>
+#include "qca/engine/x509/certificatefields.h"
 
 namespace Trivex {
 
@@ -14,7 +12,9 @@ enum class SignatureState {
     Unknown, ///< nothing here can handle the key or the algorithm
 };
 
-/// Whether `certificate` is signed by the key in `publicInfo` (DER SubjectPublicKeyInfo).
-SignatureState checkSignature(X509 *certificate, const QByteArray &publicInfo);
+/// Whether the certificate with `fields` is signed by the key in `publicInfo` (DER
+/// SubjectPublicKeyInfo). Works on the octets, so what else in the certificate libcrypto can read
+/// does not matter.
+SignatureState checkSignature(const CertificateFields &fields, Der::Slice publicInfo);
 
 } // namespace Trivex
