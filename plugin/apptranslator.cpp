@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "plugin/apptranslator.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QLocale>
+#include <QQmlEngine>
+
+AppTranslator::AppTranslator(QObject *parent)
+    : QTranslator(parent)
+{
+}
+
+namespace {
+
+AppTranslator *installTranslator(QQmlEngine *engine)
+{
+    auto *translator = new AppTranslator(engine);
+    QCoreApplication::installTranslator(translator);
+    return translator;
+}
+
+} // namespace
+
+void installTranslators(QQmlEngine *engine)
+{
+    const QString directory = QDir(QStringLiteral(TRIVEX_TRANSLATIONS_DIR)).absolutePath();
+    installTranslator(engine)->load(QStringLiteral("trivex-qml-plugin_eng_en"), directory);
+    // Asked first, because it is installed last.
+    installTranslator(engine)->load(QLocale(), QStringLiteral("trivex-qml-plugin"),
+                                    QStringLiteral("-"), directory);
+}

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QQmlExtensionPlugin>
+#include <QtCrypto>
+
+/// The entry point of the QML module. QCA is up for as long as the plugin lives.
+class TrivexQmlPlugin : public QQmlExtensionPlugin {
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID QQmlExtensionInterface_iid)
+public:
+    explicit TrivexQmlPlugin(QObject *parent = nullptr);
+    ~TrivexQmlPlugin() override;
+
+    void registerTypes(const char *uri) override;
+    void initializeEngine(QQmlEngine *engine, const char *uri) override;
+
+private:
+    QCA::Initializer m_initializer;
+};

@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/fakes/provider/fakeprovider.h"
+
+#include "tests/fakes/provider/fakekeys.h"
+#include "tests/fakes/provider/fakekeystorelist.h"
+
+namespace TrivexTest {
+
+FakeProvider::FakeProvider(const QString &name, const QStringList &features)
+    : m_name(name)
+    , m_features(features)
+{
+}
+
+FakeProvider *FakeProvider::install(const QString &name, const QStringList &features)
+{
+    auto provider = std::make_unique<FakeProvider>(name, features);
+    return QCA::insertProvider(provider.get(), 0) ? provider.release() : nullptr;
+}
+
+void FakeProvider::init() { }
+
+int FakeProvider::qcaVersion() const
+{
+    return QCA_VERSION;
+}
+
+QString FakeProvider::name() const
+{
+    return m_name;
+}
+
+QStringList FakeProvider::features() const
+{
+    return m_features;
+}
+
+QCA::Provider::Context *FakeProvider::createContext(const QString &type)
+{
+    if (type == QLatin1String("keystorelist"))
+        return new FakeKeyStoreList(this, stores);
+    if (type == QLatin1String("pkey"))
+        return new FakePKey(this);
+    if (type == QLatin1String("rsa"))
+        return new FakeRsa(this, stores);
+    if (type == QLatin1String("ec"))
+        return new FakeEC(this, stores);
+    return nullptr;
+}
+
+QVariantMap FakeProvider::defaultConfig() const
+{
+    return m_defaultConfig;
+}
+
+void FakeProvider::configChanged(const QVariantMap &config)
+{
+    m_config = config;
+}
+
+} // namespace TrivexTest
