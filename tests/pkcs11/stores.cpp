@@ -47,6 +47,15 @@ QList<QCA::KeyStoreEntry> Stores::entries(const QString &name) const
     return store ? store->entryList() : QList<QCA::KeyStoreEntry>();
 }
 
+QList<QCA::KeyStoreEntry> Stores::currentEntries(const QString &name)
+{
+    const QCA::KeyStore *store = byName(name);
+    if (!store)
+        return {};
+    const QCA::KeyStore another(store->id(), &m_manager);
+    return another.entryList();
+}
+
 QCA::KeyStoreEntry Stores::entry(const QString &storeName, const QString &entryName) const
 {
     const auto all = entries(storeName);

@@ -21,6 +21,8 @@ public:
     bool waitForEntries(const QString &name, int count, int patience = 5000);
     QCA::KeyStore *byName(const QString &name) const;
     QList<QCA::KeyStoreEntry> entries(const QString &name) const;
+    /// As the provider has them now, asked for without waiting for the store's update.
+    QList<QCA::KeyStoreEntry> currentEntries(const QString &name);
     /// The entry with that name in the store; a null one when there is none.
     QCA::KeyStoreEntry entry(const QString &storeName, const QString &entryName) const;
     QStringList names() const;

@@ -16,7 +16,7 @@ using Pkcs11::Error;
 
 namespace {
 
-constexpr Worker::Milliseconds PollInterval{1000};
+constexpr Worker::Milliseconds PollInterval{500};
 
 std::vector<CK_SLOT_ID> slotsWithToken(const Pkcs11::Module &module)
 {

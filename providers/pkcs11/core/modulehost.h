@@ -7,7 +7,7 @@
 
 namespace Trivex {
 
-/// Runs one module: initialises it and asks for its slots once a second, in a thread of its own,
+/// Runs one module: initialises it and asks for its slots twice a second, in a thread of its own,
 /// so that a slow module holds up nobody else. C_WaitForSlotEvent is not used, because blocked in
 /// it a thread can't be ended without finalising the module for the whole process.
 class ModuleHost {

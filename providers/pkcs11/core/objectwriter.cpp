@@ -2,74 +2,18 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/core/objectwriter.h"
 
-#include "providers/pkcs11/core/objectsearch.h"
 #include "providers/pkcs11/core/objecttemplates.h"
+#include "providers/pkcs11/core/tokenreader.h"
+#include "providers/pkcs11/core/writing.h"
 #include "qca/adapter/keys.h"
-
-#include <algorithm>
-#include <utility>
 
 namespace Trivex {
 
-using Pkcs11::check;
 using Pkcs11::Error;
 using Pkcs11::Session;
 using Pkcs11::Template;
 
 namespace {
-
-/// Objects that are written together: destroyed again unless `keep` is called.
-class Writing {
-public:
-    explicit Writing(TokenConnection &connection)
-        : m_connection(connection)
-        , m_session(connection.open(Session::ReadWrite))
-    {
-    }
-
-    ~Writing()
-    {
-        if (!m_created.empty())
-            undo();
-    }
-
-    Writing(const Writing &) = delete;
-    Writing &operator=(const Writing &) = delete;
-
-    const Session &session() const { return m_session; }
-
-    CK_OBJECT_HANDLE create(Template &object)
-    {
-        m_connection.checkCancelled();
-        CK_OBJECT_HANDLE handle = CK_INVALID_HANDLE;
-        check(m_session.module()->C_CreateObject(m_session.handle(), object.data(), object.size(),
-                                                 &handle),
-              "C_CreateObject");
-        m_created.push_back(handle);
-        return handle;
-    }
-
-    void keep() { m_created.clear(); }
-
-private:
-    void undo() noexcept
-    {
-        try {
-            // The session that failed may be of no use any more.
-            m_session = m_connection.open(Session::ReadWrite);
-        } catch (const Error &) {
-            // Tried with the old one all the same.
-        }
-        while (!m_created.empty()) {
-            m_session.module()->C_DestroyObject(m_session.handle(), m_created.back());
-            m_created.pop_back();
-        }
-    }
-
-    TokenConnection &m_connection;
-    Session m_session;
-    std::vector<CK_OBJECT_HANDLE> m_created;
-};
 
 TokenCertificate parsed(const QByteArray &der)
 {
@@ -87,20 +31,13 @@ QByteArray publicInfoIn(const TokenCertificate &certificate)
     return QByteArray(view.constData(), view.size());
 }
 
-std::vector<CK_OBJECT_HANDLE> copiesOf(const Session &session, const QByteArray &der)
-{
-    Template wanted;
-    wanted.addNumber(CKA_CLASS, CKO_CERTIFICATE).addFlag(CKA_TOKEN, true).add(CKA_VALUE, der);
-    return Pkcs11::findObjects(session, wanted);
-}
-
 /// Gives the certificate the names that go with its key, and writes it unless it is there.
 /// True when it was written.
 bool put(TokenConnection &connection, Writing &writing, TokenCertificate &certificate,
          const QString &label)
 {
-    certificate.objects = copiesOf(writing.session(), certificate.der);
-    if (!certificate.objects.empty())
+    const ObjectMark mark = {CKO_CERTIFICATE, {}, certificate.der};
+    if (!findMarked(writing.session(), mark).empty())
         return false;
     const QByteArray publicInfo = publicInfoIn(certificate);
     const TokenKeyPtr key = connection.contents()->keyFor(publicInfo);
@@ -110,7 +47,7 @@ bool put(TokenConnection &connection, Writing &writing, TokenCertificate &certif
         certificate.label = commonNameOf(certificate);
     Template object;
     fillCertificate(certificate, &object);
-    certificate.objects = {writing.create(object)};
+    certificate.objects = {writing.create(object, mark, {})};
     return true;
 }
 
@@ -125,36 +62,33 @@ QString listedId(TokenConnection &connection, const QByteArray &der)
     return entry->id;
 }
 
-bool hasHalf(const Session &session, CK_OBJECT_CLASS half, const QByteArray &publicInfo,
-             const QByteArray &id, CK_KEY_TYPE type)
+/// Writes one half of a pair unless one of these objects is it already.
+void putHalf(Writing &writing, const ObjectMark &mark, const KeyMaterial &key, Template &object)
 {
-    Template wanted;
-    wanted.addNumber(CKA_CLASS, half).addFlag(CKA_TOKEN, true).add(CKA_ID, id);
-    for (const CK_OBJECT_HANDLE object : Pkcs11::findObjects(session, wanted)) {
-        const QByteArray found = publicInfoOf(session, object, type);
-        if (found.isEmpty() || found == publicInfo)
-            return true;
+    const CK_KEY_TYPE type = key.keyType() == RsaKey ? CKK_RSA : CKK_EC;
+    const auto present = findMarked(writing.session(), mark);
+    for (const CK_OBJECT_HANDLE candidate : present) {
+        const QByteArray found = publicInfoOf(writing.session(), candidate, type);
+        // A private key of an elliptic curve does not show its public half.
+        if (found.isEmpty() || found == key.publicInfo())
+            return;
     }
-    return false;
+    writing.create(object, mark, present);
 }
 
 void putKeys(TokenConnection &connection, Writing &writing, const Bundle &bundle,
              const TokenCertificate &own, const QString &label)
 {
-    const QByteArray &publicInfo = bundle.key.publicInfo();
-    const TokenKeyPtr known = connection.contents()->keyFor(publicInfo);
-    const QByteArray id = known && !known->id.isEmpty() ? known->id : idForPublicKey(publicInfo);
-    const CK_KEY_TYPE type = bundle.key.keyType() == RsaKey ? CKK_RSA : CKK_EC;
-    if (!hasHalf(writing.session(), CKO_PRIVATE_KEY, publicInfo, id, type)) {
-        Template object;
-        fillPrivateKey(bundle.key, own.parts.subject.in(own.der), id, label, &object);
-        writing.create(object);
-    }
-    if (!hasHalf(writing.session(), CKO_PUBLIC_KEY, publicInfo, id, type)) {
-        Template object;
-        fillPublicKey(bundle.key, id, label, &object);
-        writing.create(object);
-    }
+    const KeyMaterial &key = bundle.key;
+    const TokenKeyPtr known = connection.contents()->keyFor(key.publicInfo());
+    const QByteArray id =
+        known && !known->id.isEmpty() ? known->id : idForPublicKey(key.publicInfo());
+    Template privateHalf;
+    fillPrivateKey(key, own.parts.subject.in(own.der), id, label, &privateHalf);
+    putHalf(writing, {CKO_PRIVATE_KEY, id, {}}, key, privateHalf);
+    Template publicHalf;
+    fillPublicKey(key, id, label, &publicHalf);
+    putHalf(writing, {CKO_PUBLIC_KEY, id, {}}, key, publicHalf);
 }
 
 void checkBundle(const Bundle &bundle)
@@ -162,60 +96,6 @@ void checkBundle(const Bundle &bundle)
     if (bundle.chain.empty() || !bundle.key.isPrivate()
         || publicInfoIn(parsed(bundle.chain.front())) != bundle.key.publicInfo())
         throw Error(TokenError::NotSupported);
-}
-
-void destroy(const Session &session, CK_OBJECT_HANDLE object)
-{
-    if (object == CK_INVALID_HANDLE)
-        return;
-    const CK_RV result = session.module()->C_DestroyObject(session.handle(), object);
-    // Gone already is what was wanted.
-    if (result != CKR_OBJECT_HANDLE_INVALID)
-        check(result, "C_DestroyObject");
-}
-
-bool isSharedKey(const TokenContents &contents, const TokenEntry &removed)
-{
-    return std::any_of(
-        contents.entries.begin(), contents.entries.end(), [&](const TokenEntryPtr &entry) {
-            return entry->key == removed.key && entry->certificate != removed.certificate;
-        });
-}
-
-/// The entry after the login, which may have shown its key.
-TokenEntryPtr current(const TokenConnection &connection, const TokenEntry &entry)
-{
-    const TokenEntryPtr found = connection.contents()->entryOf(entry.certificate->der);
-    if (!found)
-        throw Error(TokenError::NotFound);
-    return found;
-}
-
-void putBack(TokenConnection &connection, const TokenCertificate &certificate) noexcept
-{
-    try {
-        Writing writing(connection);
-        if (copiesOf(writing.session(), certificate.der).empty()) {
-            Template object;
-            fillCertificate(certificate, &object);
-            writing.create(object);
-            writing.keep();
-        }
-        connection.read();
-    } catch (const Error &error) {
-        connection.noteError(error);
-    }
-}
-
-void removeObjects(TokenConnection &connection, const TokenEntry &entry, bool withKey)
-{
-    const Session session = connection.open(Session::ReadWrite);
-    for (const CK_OBJECT_HANDLE object : entry.certificate->objects)
-        destroy(session, object);
-    if (!withKey)
-        return;
-    destroy(session, entry.key->privateObject);
-    destroy(session, entry.key->publicObject);
 }
 
 } // namespace
@@ -235,44 +115,20 @@ QString writeCertificate(TokenConnection &connection, Operation &operation, cons
 QString writeBundle(TokenConnection &connection, Operation &operation, const Bundle &bundle)
 {
     checkBundle(bundle);
-    TokenCertificate own = parsed(bundle.chain.front());
+    const TokenCertificate own = parsed(bundle.chain.front());
     connection.login(operation);
     Writing writing(connection);
     const QString label = bundle.name.isEmpty() ? commonNameOf(own) : bundle.name;
     putKeys(connection, writing, bundle, own, label);
-    std::vector<TokenCertificate> written;
     for (const QByteArray &der : bundle.chain) {
         TokenCertificate certificate = parsed(der);
-        const bool isOwn = der == own.der;
-        if (put(connection, writing, certificate, isOwn ? label : QString()))
-            written.push_back(certificate);
+        if (put(connection, writing, certificate, der == own.der ? label : QString()))
+            connection.noteWritten(certificate);
     }
-    for (const TokenCertificate &certificate : written)
-        connection.noteWritten(certificate);
     connection.readKeysAgain();
     const QString id = listedId(connection, own.der);
     writing.keep();
     return id;
-}
-
-void removeEntry(TokenConnection &connection, Operation &operation, const QString &entryId)
-{
-    const TokenEntryPtr asked = connection.contents()->entry(entryId);
-    if (!asked)
-        throw Error(TokenError::NotFound);
-    connection.login(operation);
-    const TokenEntryPtr entry = current(connection, *asked);
-    const bool withKey = asked->key && entry->key && !isSharedKey(*connection.contents(), *entry);
-    try {
-        removeObjects(connection, *entry, withKey);
-    } catch (const Error &error) {
-        connection.noteError(error);
-        putBack(connection, *entry->certificate);
-        throw;
-    }
-    connection.noteRemoved(entry->certificate->der);
-    if (withKey)
-        connection.readKeysAgain();
 }
 
 } // namespace Trivex

@@ -25,10 +25,4 @@ struct Bundle {
 /// The keys come first: cut short, they are a key without a certificate, which shows nowhere.
 QString writeBundle(TokenConnection &connection, Operation &operation, const Bundle &bundle);
 
-/// Removes a certificate, and with a key bundle its key pair, unless another certificate belongs to
-/// that too. Throws `Pkcs11::Error`; the certificate is put back then.
-///
-/// The certificate goes first: cut short, the removal leaves a key that shows nowhere.
-void removeEntry(TokenConnection &connection, Operation &operation, const QString &entryId);
-
 } // namespace Trivex

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/core/tokenstorelist.h"
 
+#include "providers/pkcs11/core/objectremover.h"
 #include "providers/pkcs11/core/objectwriter.h"
 #include "providers/pkcs11/core/tokenentrycontext.h"
 #include "qca/engine/keys/pkeycontainer.h"

@@ -1,0 +1,87 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/pkcs11/faultytoken.h"
+
+#include "qca/adapter/tokens.h"
+
+#include <QFile>
+#include <QSaveFile>
+#include <QTest>
+
+namespace TrivexTest {
+
+FaultyToken::FaultyToken(const QString &label)
+    : m_token(label)
+{
+}
+
+void FaultyToken::useInThisProcess()
+{
+    m_token.useInThisProcess();
+    qputenv("TRIVEX_PKCS11_MODULES", TRIVEX_FAULTY_MODULE);
+    qputenv("TRIVEX_FAULTY_TARGET", QFile::encodeName(TestToken::softHsmLibrary()));
+    qputenv("TRIVEX_FAULTY_CONTROL",
+            QFile::encodeName(m_token.path() + QStringLiteral("/control")));
+    qputenv("TRIVEX_FAULTY_LOG", QFile::encodeName(m_token.path() + QStringLiteral("/calls")));
+}
+
+void FaultyToken::control(const QByteArray &orders)
+{
+    QSaveFile file(m_token.path() + QStringLiteral("/control"));
+    if (!file.open(QIODevice::WriteOnly) || file.write(orders + '\n') < 0 || !file.commit())
+        qFatal("the control file can't be written");
+}
+
+QByteArray FaultyToken::newLog() const
+{
+    QFile file(m_token.path() + QStringLiteral("/calls"));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    file.seek(m_forgotten);
+    return file.readAll();
+}
+
+QList<QByteArray> FaultyToken::calls() const
+{
+    QList<QByteArray> names;
+    const auto lines = newLog().split('\n');
+    for (const QByteArray &line : lines) {
+        if (line.startsWith("C_"))
+            names.append(line.left(line.indexOf(' ')));
+    }
+    return names;
+}
+
+int FaultyToken::count(const char *function) const
+{
+    return calls().count(QByteArray(function));
+}
+
+int FaultyToken::countText(const char *text) const
+{
+    return newLog().count(text);
+}
+
+void FaultyToken::forget()
+{
+    m_forgotten = int(QFile(m_token.path() + QStringLiteral("/calls")).size());
+}
+
+bool FaultyToken::replug(const QString &keyStoreId)
+{
+    const auto isPresent = [&](bool wanted) {
+        return QTest::qWaitFor(
+            [&] {
+                const auto status = Trivex::TokenMonitor::token(keyStoreId);
+                return status.present == wanted && !status.loading;
+            },
+            5000);
+    };
+    control("remove");
+    if (!isPresent(false))
+        return false;
+    control();
+    return isPresent(true);
+}
+
+} // namespace TrivexTest

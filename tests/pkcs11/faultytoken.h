@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "tests/support/testtoken.h"
+
+namespace TrivexTest {
+
+/// A test token behind the faulty module (see tests/fakes/pkcs11), which counts calls and fails on
+/// request. The provider sees only that module.
+class FaultyToken {
+public:
+    explicit FaultyToken(const QString &label);
+
+    TestToken &token() { return m_token; }
+    /// Sets the environment of this process; before QCA loads its plugins.
+    void useInThisProcess();
+
+    /// Replaces all orders to the module; an empty text takes them back.
+    void control(const QByteArray &orders = QByteArray());
+    /// The calls of one function since `forget`.
+    int count(const char *function) const;
+    /// All calls since then, by name, in their order.
+    QList<QByteArray> calls() const;
+    /// Lines of the log that contain `text`.
+    int countText(const char *text) const;
+    void forget();
+
+    /// Takes the token out and puts it back, which ends the login. False when the provider does not
+    /// follow within five seconds.
+    bool replug(const QString &keyStoreId);
+
+private:
+    QByteArray newLog() const;
+
+    TestToken m_token;
+    int m_forgotten = 0;
+};
+
+} // namespace TrivexTest

@@ -1,0 +1,365 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/adapter/keygenerator.h"
+#include "qca/adapter/keys.h"
+#include "qca/adapter/tokens.h"
+#include "qca/qcaaskerthread.h"
+#include "qca/qcahandler.h"
+#include "tests/pkcs11/faultytoken.h"
+#include "tests/pkcs11/pinprompt.h"
+#include "tests/pkcs11/stores.h"
+#include "tests/support/testcertificates.h"
+
+#include <QSignalSpy>
+#include <QTimer>
+
+using namespace TrivexTest;
+
+namespace {
+
+const QString StoreName = QStringLiteral("Questions");
+const QString OpenSsl = QStringLiteral("qca-norvel-openssl");
+
+enum Operation { Generate, WriteCertificate, RemoveEntry, Sign };
+
+} // namespace
+
+/// Where the PIN comes from, and how many attempts each operation costs the token, counted by a
+/// module that sees every login. The handler with stored answers and the prompt are made in either
+/// order.
+class TestTokenQuestions : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void sources_data();
+    void sources();
+    void storedAnswersAreGoneAfterwards();
+    void emptyPinIsNeverTried();
+    void finalTryNeedsATypedPin();
+    void lockedTokenAsksNobody();
+    void pinPad();
+    void addresseeAlone();
+    void loginLasts();
+    void pinIsInNoMessage();
+    void cancelledQuestion();
+    void removedTokenEndsTheQuestion();
+
+private:
+    void makeHandlers(bool storedFirst);
+    void store(const QByteArray &pin);
+    bool perform(Operation operation);
+    bool signWith(QCA::PrivateKey key);
+    int logins() const { return m_token->count("C_Login"); }
+
+    std::unique_ptr<FaultyToken> m_token;
+    std::unique_ptr<TestAuthority> m_authority;
+    std::unique_ptr<QCA::Initializer> m_qca;
+    std::unique_ptr<Stores> m_stores;
+    std::unique_ptr<PinPrompt> m_prompt;
+    QcaAskerThread *m_asker = nullptr;
+    QCA::KeyStore *m_store = nullptr;
+    QCA::Certificate m_root;
+};
+
+void TestTokenQuestions::initTestCase()
+{
+    m_token = std::make_unique<FaultyToken>(StoreName);
+    if (!m_token->token().isValid())
+        QFAIL(qPrintable(m_token->token().problem()));
+    m_authority = std::make_unique<TestAuthority>();
+    QVERIFY(m_authority->isValid());
+    TestToken &token = m_token->token();
+    QVERIFY(token.generateKeyPair(QStringLiteral("rsa:2048"), QStringLiteral("01"),
+                                  QStringLiteral("signer")));
+    const QByteArray der =
+        m_authority->issue(token.publicKey(QStringLiteral("01")), QStringLiteral("/CN=Signer"));
+    QVERIFY(token.writeObject(QStringLiteral("cert"), der, QStringLiteral("01"),
+                              QStringLiteral("signer")));
+    m_token->useInThisProcess();
+    m_qca = std::make_unique<QCA::Initializer>();
+    m_stores = std::make_unique<Stores>();
+    m_store = m_stores->waitFor(StoreName);
+    QVERIFY(m_store);
+    QVERIFY(m_stores->waitForEntries(StoreName, 1));
+    m_root = QCA::Certificate::fromDER(m_authority->certificate(), nullptr, OpenSsl);
+    QVERIFY(!m_root.isNull());
+}
+
+void TestTokenQuestions::makeHandlers(bool storedFirst)
+{
+    const auto makeAsker = [this] {
+        m_asker = new QcaAskerThread;
+        m_asker->start();
+        QTRY_VERIFY(m_asker->handler());
+        // Registered with QCA from its own thread; wait for that.
+        QTest::qWait(50);
+    };
+    if (storedFirst)
+        makeAsker();
+    m_prompt = std::make_unique<PinPrompt>(TestToken::pin());
+    if (!storedFirst)
+        makeAsker();
+}
+
+/// Each test starts with a token that is not logged in.
+void TestTokenQuestions::init()
+{
+    QVERIFY(m_token->replug(m_store->id()));
+    QVERIFY(m_stores->waitForEntries(StoreName, 1));
+    makeHandlers(true);
+    m_token->forget();
+}
+
+void TestTokenQuestions::cleanup()
+{
+    m_token->control();
+    m_prompt->setPin(TestToken::pin());
+    const auto entries = m_stores->currentEntries(StoreName);
+    for (const QCA::KeyStoreEntry &entry : entries) {
+        if (entry.name() != QLatin1String("signer"))
+            m_stores->remove(m_store, entry.id());
+    }
+    m_prompt.reset();
+    if (m_asker)
+        QcaAskerThread::letGo(std::exchange(m_asker, nullptr), 3000);
+}
+
+void TestTokenQuestions::store(const QByteArray &pin)
+{
+    QcaHandler *handler = m_asker->handler();
+    handler->setPassword(QCA::SecureArray(pin));
+    handler->setObjectId(QStringLiteral("label"));
+    handler->setKeyStoreId(m_store->id());
+}
+
+bool TestTokenQuestions::signWith(QCA::PrivateKey key)
+{
+    return !key.signMessage(QByteArray("data"), QCA::EMSA3_SHA256, QCA::DefaultFormat).isEmpty();
+}
+
+bool TestTokenQuestions::perform(Operation operation)
+{
+    Trivex::KeyGenerator generator;
+    switch (operation) {
+    case Generate: {
+        generator.setBlockingEnabled(false);
+        QSignalSpy finished(&generator, &Trivex::KeyGenerator::finished);
+        generator.createRSA(2048, 3, QStringLiteral("qca-norvel-pkcs11"));
+        return (!finished.isEmpty() || finished.wait(20000)) && !generator.key().isNull();
+    }
+    case WriteCertificate:
+        return !m_stores->write(m_store, m_root).isEmpty();
+    case RemoveEntry:
+        return m_stores->remove(m_store,
+                                m_stores->entry(StoreName, QStringLiteral("Test Root")).id());
+    case Sign:
+        return signWith(
+            m_stores->entry(StoreName, QStringLiteral("signer")).keyBundle().privateKey());
+    }
+    return false;
+}
+
+void TestTokenQuestions::sources_data()
+{
+    QTest::addColumn<bool>("storedFirst");
+    QTest::addColumn<int>("operation");
+    QTest::addColumn<QByteArray>("stored");
+    QTest::addColumn<QByteArray>("typed");
+    QTest::addColumn<bool>("succeeds");
+    QTest::addColumn<int>("prompts");
+    QTest::addColumn<int>("attempts");
+    struct Row {
+        const char *name;
+        Operation operation;
+        QByteArray stored;
+        QByteArray typed;
+        bool succeeds;
+        int prompts;
+        int attempts;
+    };
+    const QByteArray right = TestToken::pin();
+    const QByteArray wrong("000000");
+    const QByteArray none;
+    const Row rows[] = {
+        {"generation, stored", Generate, right, right, true, 0, 1},
+        {"generation, wrong stored", Generate, wrong, right, false, 0, 1},
+        {"write, stored", WriteCertificate, right, right, true, 0, 1},
+        {"write, wrong stored", WriteCertificate, wrong, right, false, 0, 1},
+        {"write, nothing stored", WriteCertificate, none, right, true, 1, 1},
+        {"write, typed wrong", WriteCertificate, none, wrong, false, 1, 1},
+        {"write, nobody answers", WriteCertificate, none, none, false, 1, 0},
+        {"removal, stored", RemoveEntry, right, right, true, 0, 1},
+        {"removal, nothing stored", RemoveEntry, none, right, true, 1, 1},
+        {"removal, nobody answers", RemoveEntry, none, none, false, 1, 0},
+        {"signing, typed", Sign, none, right, true, 1, 1},
+        {"signing, stale answer stored", Sign, wrong, right, true, 1, 1},
+        {"signing, right answer stored", Sign, right, wrong, false, 1, 1},
+        {"signing, rejected", Sign, right, none, false, 1, 0},
+    };
+    for (const bool storedFirst : {true, false}) {
+        for (const Row &row : rows)
+            QTest::addRow("%s, %s", row.name, storedFirst ? "stored first" : "prompt first")
+                << storedFirst << int(row.operation) << row.stored << row.typed << row.succeeds
+                << row.prompts << row.attempts;
+    }
+}
+
+void TestTokenQuestions::sources()
+{
+    QFETCH(bool, storedFirst);
+    QFETCH(int, operation);
+    QFETCH(QByteArray, stored);
+    QFETCH(QByteArray, typed);
+    QFETCH(bool, succeeds);
+    QFETCH(int, prompts);
+    QFETCH(int, attempts);
+    if (!storedFirst) {
+        cleanup();
+        makeHandlers(false);
+    }
+    if (operation == RemoveEntry) {
+        QVERIFY(perform(WriteCertificate));
+        QVERIFY(m_stores->waitForEntries(StoreName, 2));
+        QVERIFY(m_token->replug(m_store->id()));
+        QVERIFY(m_stores->waitForEntries(StoreName, 2));
+    }
+    m_token->forget();
+    m_prompt->resetCount();
+    m_prompt->setPin(typed);
+    if (!stored.isEmpty())
+        store(stored);
+    QCOMPARE(perform(Operation(operation)), succeeds);
+    QCOMPARE(m_prompt->count(), prompts);
+    QCOMPARE(logins(), attempts);
+    QCOMPARE(m_token->countText("pin=empty"), 0);
+    if (prompts) {
+        QCOMPARE(m_prompt->last().tokenName, StoreName);
+        QCOMPARE(m_prompt->last().keyStoreId, m_store->id());
+    }
+}
+
+void TestTokenQuestions::storedAnswersAreGoneAfterwards()
+{
+    store("000000");
+    QVERIFY(!perform(WriteCertificate));
+    QCOMPARE(logins(), 1);
+    // The wrong PIN is not sent again: the next operation asks.
+    QVERIFY(perform(WriteCertificate));
+    QCOMPARE(m_prompt->count(), 1);
+    QCOMPARE(logins(), 2);
+}
+
+void TestTokenQuestions::emptyPinIsNeverTried()
+{
+    store("");
+    m_prompt->setPin(QByteArray());
+    QVERIFY(!perform(WriteCertificate));
+    QVERIFY(!perform(Sign));
+    QCOMPARE(logins(), 0);
+}
+
+void TestTokenQuestions::finalTryNeedsATypedPin()
+{
+    m_token->control("final-try");
+    store(TestToken::pin());
+    QVERIFY(perform(WriteCertificate));
+    QCOMPARE(m_prompt->count(), 1);
+    QVERIFY(m_prompt->last().needsTypedPin);
+    QCOMPARE(m_prompt->last().pinState, Trivex::PinState::FinalTry);
+    QCOMPARE(logins(), 1);
+}
+
+void TestTokenQuestions::lockedTokenAsksNobody()
+{
+    Trivex::TokenMonitor monitor;
+    QSignalSpy failed(&monitor, &Trivex::TokenMonitor::failed);
+    m_token->control("locked");
+    store(TestToken::pin());
+    QVERIFY(!perform(WriteCertificate));
+    QVERIFY(!perform(Sign));
+    QCOMPARE(m_prompt->count(), 0);
+    QCOMPARE(logins(), 0);
+    QTRY_COMPARE(failed.count(), 2);
+    QCOMPARE(failed.first().first().value<Trivex::TokenError>().kind,
+             Trivex::TokenError::PinLocked);
+    QTRY_COMPARE(Trivex::TokenMonitor::token(m_store->id()).pinState, Trivex::PinState::Locked);
+}
+
+void TestTokenQuestions::pinPad()
+{
+    m_token->control("pin-pad " + TestToken::pin());
+    QVERIFY(perform(Sign));
+    QCOMPARE(m_prompt->count(), 0);
+    QCOMPARE(m_token->countText("pin=none"), 1);
+    QTRY_VERIFY(Trivex::TokenMonitor::token(m_store->id()).hasPinPad);
+}
+
+void TestTokenQuestions::addresseeAlone()
+{
+    PinPrompt second(TestToken::pin());
+    {
+        const Trivex::QuestionScope scope(second.handler());
+        QVERIFY(perform(Sign));
+    }
+    QCOMPARE(m_prompt->count(), 0);
+    QCOMPARE(second.count(), 1);
+}
+
+void TestTokenQuestions::loginLasts()
+{
+    QVERIFY(perform(Sign));
+    QVERIFY(perform(Sign));
+    QVERIFY(perform(WriteCertificate));
+    QCOMPARE(m_prompt->count(), 1);
+    QCOMPARE(logins(), 1);
+}
+
+void TestTokenQuestions::pinIsInNoMessage()
+{
+    static QByteArray messages;
+    messages.clear();
+    const auto previous =
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &text) {
+            messages += text.toUtf8() + '\n';
+        });
+    m_prompt->setPin("secret-pin");
+    store("other-secret");
+    perform(WriteCertificate);
+    perform(Sign);
+    qInstallMessageHandler(previous);
+    QCOMPARE(logins(), 2);
+    QVERIFY(!messages.contains("secret"));
+    QVERIFY(!QCA::logger()->currentLogDevices().contains(QStringLiteral("secret")));
+}
+
+void TestTokenQuestions::cancelledQuestion()
+{
+    m_prompt->setHolding(true);
+    QTimer::singleShot(300, this, [this] { Trivex::TokenMonitor::cancel(m_store->id()); });
+    QVERIFY(!perform(Sign));
+    QCOMPARE(logins(), 0);
+    m_prompt->answer();
+    m_prompt->setHolding(false);
+    QVERIFY(perform(Sign));
+}
+
+void TestTokenQuestions::removedTokenEndsTheQuestion()
+{
+    m_prompt->setHolding(true);
+    QTimer::singleShot(300, this, [this] { m_token->control("remove"); });
+    QVERIFY(!perform(Sign));
+    QCOMPARE(logins(), 0);
+    m_prompt->answer();
+    m_prompt->setHolding(false);
+    m_token->control();
+    QTRY_VERIFY(Trivex::TokenMonitor::token(m_store->id()).present);
+    QTRY_VERIFY(!Trivex::TokenMonitor::token(m_store->id()).loading);
+    QCOMPARE(m_stores->currentEntries(StoreName).size(), 1);
+    QVERIFY(m_stores->waitForEntries(StoreName, 1));
+    QVERIFY(perform(Sign));
+}
+
+QTEST_GUILESS_MAIN(TestTokenQuestions)
+#include "tst_tokenquestions.moc"
