@@ -18,7 +18,7 @@ Flickable {
     boundsBehavior: Flickable.StopAtBounds
     Accessible.role: Accessible.Pane
     Accessible.name: qsTrId("trivex-app-details")
-    ScrollBar.vertical: ScrollBar {}
+    ScrollBar.vertical: ScrollBar { id: bar }
 
     function showItem(item) {
         const y = item.mapToItem(column, 0, 0).y
@@ -37,7 +37,7 @@ Flickable {
 
     FillColumn {
         id: column
-        width: view.width
+        width: view.width - (bar.visible ? bar.width : 0)
         spacing: Theme.unit * 1.5
         CertificateHeader {
             id: header

@@ -48,14 +48,13 @@ BaseDialog {
             }
         }
     }
-    footer: DialogButtonBox {
+    footer: DialogButtons {
         Button {
             objectName: "errorReport"
             text: qsTrId("trivex-app-copy-report")
             icon.source: Theme.icon("copy")
             flat: true
             visible: dialog.report.length > 0
-            DialogButtonBox.buttonRole: DialogButtonBox.HelpRole
             onClicked: Desktop.copy(dialog.report)
         }
         Button {
@@ -63,7 +62,6 @@ BaseDialog {
             text: qsTrId("trivex-app-close")
             highlighted: true
             focus: true
-            DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole
             onClicked: dialog.close()
         }
     }

@@ -29,6 +29,7 @@ BaseDialog {
         file.path = ""
         file.path = path
         password.clear()
+        chooser.refresh()
         open()
         if (isBundle)
             file.unlock("")
@@ -40,7 +41,7 @@ BaseDialog {
         if (!ready)
             return
         failure.text = ""
-        KeyStoreModel.setCertLocationId(chooser.currentIndex)
+        KeyStoreModel.setCertLocationId(chooser.location)
         KeyStoreModel.resetImportedKeyBundle()
         const loaded = isBundle ? KeyStoreModel.keyBundleFromFile(file.path, password.text)
                                 : KeyStoreModel.certificateFromPEMFile(file.pemPath)
@@ -155,7 +156,7 @@ BaseDialog {
     }
     TokenChooser {
         id: chooser
-        model: KeyStoreModel.certLocation
+        locations: KeyStoreModel.certLocation
         visible: dialog.isBundle || file.kind === CertificateFile.CertificateKind
         label: qsTrId("trivex-app-import-to")
         Layout.fillWidth: true
@@ -176,11 +177,10 @@ BaseDialog {
             text: file.unlocking ? qsTrId("trivex-app-bundle-opening") : qsTrId("trivex-app-busy-write")
         }
     }
-    footer: DialogButtonBox {
+    footer: DialogButtons {
         Button {
             objectName: "importCancel"
             text: qsTrId("trivex-app-cancel")
-            DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
             onClicked: {
                 if (dialog.writing)
                     chooser.info.cancel()
@@ -192,7 +192,6 @@ BaseDialog {
             text: qsTrId("trivex-app-import-accept")
             highlighted: true
             enabled: dialog.ready
-            DialogButtonBox.buttonRole: DialogButtonBox.ActionRole
             onClicked: dialog.write()
         }
     }

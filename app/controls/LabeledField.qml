@@ -15,7 +15,8 @@ FillColumn {
     property alias placeholder: field.placeholderText
     property string hint
     property string flag
-    property bool required: false
+    // Fields side by side share the width evenly.
+    Layout.preferredWidth: 100
     spacing: 3
     Label {
         text: labeled.label

@@ -102,11 +102,10 @@ BaseDialog {
         visible: dialog.lastTry && !dialog.locked
         Layout.fillWidth: true
     }
-    footer: DialogButtonBox {
+    footer: DialogButtons {
         Button {
             objectName: "pinCancel"
             text: qsTrId("trivex-app-cancel")
-            DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
             onClicked: dialog.close()
         }
         Button {
@@ -114,7 +113,6 @@ BaseDialog {
             text: qsTrId("trivex-app-ok")
             highlighted: true
             enabled: dialog.ready
-            DialogButtonBox.buttonRole: DialogButtonBox.ActionRole
             onClicked: dialog.submit()
         }
     }

@@ -36,18 +36,16 @@ BaseDialog {
         text: dialog.hasKey ? qsTrId("trivex-app-remove-key-warning") : ""
         Layout.fillWidth: true
     }
-    footer: DialogButtonBox {
+    footer: DialogButtons {
         Button {
             text: qsTrId("trivex-app-cancel")
             focus: true
-            DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
             onClicked: dialog.close()
         }
         Button {
             objectName: "removeConfirm"
             text: qsTrId("trivex-app-remove-confirm")
             icon.source: Theme.icon("trash")
-            DialogButtonBox.buttonRole: DialogButtonBox.ActionRole
             onClicked: {
                 dialog.close()
                 dialog.confirmed()

@@ -3,6 +3,7 @@
 #include "app/controls/certificatedetails.h"
 
 #include "app/controls/checkdigits.h"
+#include "app/controls/desktop.h"
 #include "app/controls/validity.h"
 
 namespace Trivex {
@@ -94,7 +95,8 @@ QString CertificateDetails::value(int number, const QModelIndex &index) const
         const char *name = number == FromRow ? "notValidBefore" : "notValidAfter";
         return Validity().dateTime(m_certificate->property(name).toDateTime());
     }
-    return index.data(ValueRole).toString();
+    const QString text = index.data(ValueRole).toString();
+    return isFixed(number) ? Desktop::plainHex(text) : text;
 }
 
 QVariantMap CertificateDetails::row(int number, const QModelIndex &index) const

@@ -127,6 +127,20 @@ QString Desktop::whyNotRead(const QString &path) const
     return qtTrId("trivex-app-read-failed");
 }
 
+QString Desktop::plainHex(const QString &text)
+{
+    QStringList bytes;
+    const QStringList groups = text.split(QLatin1Char(':'), Qt::SkipEmptyParts);
+    for (const QString &group : groups) {
+        bool good = false;
+        const int value = group.toInt(&good, 16);
+        if (!good || value < -128 || value > 255)
+            return text;
+        bytes += QStringLiteral("%1").arg(value & 0xff, 2, 16, QLatin1Char('0')).toUpper();
+    }
+    return bytes.join(QLatin1Char(':'));
+}
+
 QString Desktop::marked(const QString &text, const QString &pattern, const QString &color) const
 {
     if (pattern.isEmpty())

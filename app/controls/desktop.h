@@ -39,6 +39,10 @@ public:
     /// Why a file could not be read, as a sentence with its next step.
     Q_INVOKABLE QString whyNotRead(const QString &path) const;
 
+    /// Bytes as two hexadecimal digits each. The module writes those above 7F as negative numbers
+    /// ("-3D" for C3), which no other program does; this undoes it. Other text comes back as it is.
+    Q_INVOKABLE static QString plainHex(const QString &text);
+
     /// `text` with every place that contains `pattern` marked, as styled text; the rest escaped.
     Q_INVOKABLE QString marked(const QString &text, const QString &pattern,
                                const QString &color) const;

@@ -2,10 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "app/controls/entrymodel.h"
 
+#include "app/controls/desktop.h"
 #include "app/controls/validity.h"
 #include "qca/adapter/entries.h"
 
 #include <QElapsedTimer>
+#include <QMetaProperty>
 
 namespace Trivex {
 
@@ -14,16 +16,20 @@ namespace {
 constexpr int SystemStore = 0;
 constexpr qint64 PortionMs = 3;
 
-/// The wrapped entry behind a row's object, or null: requests have none.
+/// The wrapped entry behind a row's object, or null: requests have none. Read past QVariant, which
+/// knows the pointer only under the one name that the module registers.
 const QCA::KeyStoreEntry *wrappedEntry(QObject *object)
 {
-    if (!object)
+    const int index = object ? object->metaObject()->indexOfProperty("data") : -1;
+    if (index < 0)
         return nullptr;
-    const QVariant data = object->property("data");
-    static const int type = QMetaType::type("QCA_KeyStoreEntry*");
-    const auto isEntry =
-        data.userType() == type || data.userType() == QMetaType::type("QCA::KeyStoreEntry*");
-    return isEntry && type ? *static_cast<QCA::KeyStoreEntry *const *>(data.constData()) : nullptr;
+    const QByteArray type = object->metaObject()->property(index).typeName();
+    if (type != "QCA::KeyStoreEntry*" && type != "QCA_KeyStoreEntry*")
+        return nullptr;
+    QCA::KeyStoreEntry *entry = nullptr;
+    void *arguments[] = {&entry};
+    QMetaObject::metacall(object, QMetaObject::ReadProperty, index, arguments);
+    return entry;
 }
 
 QString searchText(const QObject *certificate)
@@ -38,7 +44,7 @@ QString searchText(const QObject *certificate)
             parts += text;
     }
     // With and without its colons, as people copy it from either kind of program.
-    const QString serial = certificate->property("serialNumber").toString();
+    const QString serial = Desktop::plainHex(certificate->property("serialNumber").toString());
     parts << serial << QString(serial).remove(QLatin1Char(':'));
     return parts.join(QLatin1Char('\n')).toLower();
 }

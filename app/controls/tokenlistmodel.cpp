@@ -4,6 +4,8 @@
 
 #include "app/controls/tokeninfo.h"
 
+#include <algorithm>
+
 namespace Trivex {
 
 TokenListModel::TokenListModel(QObject *parent)
@@ -13,7 +15,7 @@ TokenListModel::TokenListModel(QObject *parent)
     m_later.setInterval(0);
     connect(&m_later, &QTimer::timeout, this, &TokenListModel::refresh);
     connect(&m_monitor, &TokenMonitor::changed, this, [this] { m_later.start(); });
-    m_later.start();
+    refresh();
 }
 
 EntryModel *TokenListModel::entries() const
@@ -73,6 +75,19 @@ QVariant TokenListModel::data(const QModelIndex &index, int role) const
     default:
         return {};
     }
+}
+
+bool TokenListModel::has(const QString &name) const
+{
+    return std::any_of(m_tokens.cbegin(), m_tokens.cend(),
+                       [&name](const TokenStatus &token) { return token.name == name; });
+}
+
+bool TokenListModel::isPresent(const QString &name) const
+{
+    return std::any_of(m_tokens.cbegin(), m_tokens.cend(), [&name](const TokenStatus &token) {
+        return token.present && token.name == name;
+    });
 }
 
 bool TokenListModel::isListed(const TokenStatus &status) const

@@ -37,6 +37,10 @@ public:
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
+    /// True for a token of this name, inserted or not.
+    Q_INVOKABLE bool has(const QString &name) const;
+    Q_INVOKABLE bool isPresent(const QString &name) const;
+
 Q_SIGNALS:
     void entriesChanged();
     void countChanged();

@@ -56,10 +56,9 @@ BaseDialog {
         identifiers: false
         Layout.fillWidth: true
     }
-    footer: DialogButtonBox {
+    footer: DialogButtons {
         Button {
             text: qsTrId("trivex-app-cancel")
-            DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
             onClicked: dialog.close()
         }
         Button {
@@ -67,7 +66,6 @@ BaseDialog {
             text: qsTrId("trivex-app-save")
             highlighted: true
             enabled: form.complete
-            DialogButtonBox.buttonRole: DialogButtonBox.ActionRole
             onClicked: dialog.save()
         }
     }

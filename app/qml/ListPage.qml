@@ -99,7 +99,7 @@ Item {
             spacing: Theme.unit * 1.25
             Layout.fillWidth: true
             Layout.fillHeight: true
-            Layout.preferredWidth: 1100
+            Layout.preferredWidth: 1000
             PageHeader {
                 title: page.title
                 menuVisible: page.columns < 3

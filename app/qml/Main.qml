@@ -128,7 +128,7 @@ ApplicationWindow {
         Sidebar {
             objectName: "sidebar"
             visible: window.columns === 3
-            library: library
+            library: window.library
             current: window.current
             onChosen: window.show(key)
             onSettingsAsked: settingsDialog.open()
@@ -144,7 +144,7 @@ ApplicationWindow {
                 anchors.fill: parent
                 focus: true
                 visible: !pages.active
-                library: library
+                library: window.library
                 columns: window.columns
                 key: visible ? window.current : key
                 onMenuAsked: drawer.open()
@@ -191,7 +191,7 @@ ApplicationWindow {
         SignPage {
             objectName: "signPage"
             columns: window.columns
-            library: library
+            library: window.library
             onMenuAsked: drawer.open()
         }
     }
@@ -205,7 +205,7 @@ ApplicationWindow {
         Sidebar {
             id: drawerBar
             anchors.fill: parent
-            library: library
+            library: window.library
             current: window.current
             onChosen: window.show(key)
             onSettingsAsked: {

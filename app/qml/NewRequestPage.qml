@@ -31,7 +31,7 @@ Flickable {
     function generate() {
         if (!startable)
             return
-        request.prKeyLocationIndex = chooser.currentIndex
+        request.prKeyLocationIndex = chooser.location
         request.prKeyAlgorithmId = algorithm.currentValue
         request.keyIdentifier = keyName.text.trim()
         request.keyMarker = keyName.text.trim()
@@ -91,13 +91,14 @@ Flickable {
                 Layout.fillWidth: true
                 TokenChooser {
                     id: chooser
-                    model: KeyStoreModel.certLocation
+                    locations: KeyStoreModel.certLocation
                     Layout.fillWidth: true
                     Layout.alignment: Qt.AlignTop
                 }
                 ColumnLayout {
                     spacing: 3
                     Layout.fillWidth: true
+                    Layout.preferredWidth: 100
                     Layout.alignment: Qt.AlignTop
                     Label {
                         text: qsTrId("trivex-app-algorithm")
@@ -110,6 +111,7 @@ Flickable {
                         model: request.prKeyAlgorithm
                         textRole: "name"
                         valueRole: "id"
+                        onCountChanged: if (currentIndex < 0 && count > 0) currentIndex = 0
                         Accessible.name: qsTrId("trivex-app-algorithm") + ": " + currentText
                         Layout.fillWidth: true
                     }
@@ -126,6 +128,7 @@ Flickable {
                 ColumnLayout {
                     spacing: 3
                     Layout.fillWidth: true
+                    Layout.preferredWidth: 100
                     Layout.alignment: Qt.AlignTop
                     Label {
                         text: qsTrId("trivex-app-pin-of").arg(chooser.tokenName)

@@ -45,11 +45,10 @@ BaseDialog {
         Accessible.name: qsTrId("trivex-app-text-size") + ": " + currentText
         Layout.fillWidth: true
     }
-    footer: DialogButtonBox {
+    footer: DialogButtons {
         Button {
             text: qsTrId("trivex-app-close")
             highlighted: true
-            DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole
             onClicked: dialog.close()
         }
     }

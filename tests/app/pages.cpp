@@ -90,11 +90,35 @@ SampleData::SampleData(WindowEnvironment &environment)
     fillFiles(environment);
 }
 
+QByteArray SampleData::issue(const QByteArray &publicKey, const QString &subject) const
+{
+    // Through a request, because only that reads the subject as UTF-8; the key is the token's.
+    const QString key = m_authority.file(QStringLiteral("subject.der"));
+    const QString request = m_authority.file(QStringLiteral("subject.csr"));
+    writeFile(key, publicKey);
+    m_authority.openssl({QStringLiteral("req"), QStringLiteral("-new"), QStringLiteral("-newkey"),
+                         QStringLiteral("rsa:2048"), QStringLiteral("-nodes"),
+                         QStringLiteral("-keyout"), QStringLiteral("/dev/null"),
+                         QStringLiteral("-utf8"), QStringLiteral("-subj"), subject,
+                         QStringLiteral("-out"), request});
+    const QString keyPem = m_authority.file(QStringLiteral("subject.pem"));
+    m_authority.openssl({QStringLiteral("pkey"), QStringLiteral("-pubin"),
+                         QStringLiteral("-inform"), QStringLiteral("DER"), QStringLiteral("-in"),
+                         key, QStringLiteral("-out"), keyPem});
+    return m_authority.openssl(
+        {QStringLiteral("x509"), QStringLiteral("-req"), QStringLiteral("-in"), request,
+         QStringLiteral("-force_pubkey"), keyPem, QStringLiteral("-CA"),
+         m_authority.certificateFile(), QStringLiteral("-CAkey"),
+         m_authority.file(QStringLiteral("ca.key")), QStringLiteral("-CAcreateserial"),
+         QStringLiteral("-days"), QStringLiteral("365"), QStringLiteral("-outform"),
+         QStringLiteral("DER")});
+}
+
 bool SampleData::put(const QString &keyType, const QString &id, const QString &subject)
 {
     return m_token.generateKeyPair(keyType, id, id)
-        && m_token.writeObject(QStringLiteral("cert"),
-                               m_authority.issue(m_token.publicKey(id), subject), id, id);
+        && m_token.writeObject(QStringLiteral("cert"), issue(m_token.publicKey(id), subject), id,
+                               id);
 }
 
 void SampleData::fillToken()

@@ -23,6 +23,7 @@ public:
 private:
     void fillToken();
     void fillFiles(WindowEnvironment &environment);
+    QByteArray issue(const QByteArray &publicKey, const QString &subject) const;
     bool put(const QString &keyType, const QString &id, const QString &subject);
 
     TestToken m_token;

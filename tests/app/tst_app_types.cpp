@@ -89,6 +89,7 @@ private Q_SLOTS:
     void filesByContent_data();
     void filesByContent();
     void wholePemOnly();
+    void hexIsPlain();
     void hitsAreMarkedAndEscaped();
     void everyErrorHasWords();
     void reportHasNoTokenSerial();
@@ -355,6 +356,16 @@ void AppTypesTest::wholePemOnly()
     write("");
     QVERIFY(!Desktop().isWholePem(path));
     QVERIFY(!Desktop().isWholePem(directory.filePath(QStringLiteral("none"))));
+}
+
+void AppTypesTest::hexIsPlain()
+{
+    QCOMPARE(Desktop::plainHex(QStringLiteral("01:4A:0F")), QStringLiteral("01:4A:0F"));
+    QCOMPARE(Desktop::plainHex(QStringLiteral("00:-3D:")), QStringLiteral("00:C3"));
+    QCOMPARE(Desktop::plainHex(QStringLiteral("-80:-1:")), QStringLiteral("80:FF"));
+    QCOMPARE(Desktop::plainHex(QStringLiteral("5")), QStringLiteral("05"));
+    QCOMPARE(Desktop::plainHex(QStringLiteral("Иванов.key")), QStringLiteral("Иванов.key"));
+    QCOMPARE(Desktop::plainHex(QString()), QString());
 }
 
 void AppTypesTest::hitsAreMarkedAndEscaped()
