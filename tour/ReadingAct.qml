@@ -58,6 +58,11 @@ Item {
         toolbox.step(system.length > 0 && system.every(row => row.name !== ""), "System",
                      "%1 rows (the system's file holds %2 certificates), first %3"
                      .arg(system.length).arg(bundled).arg(system.length ? system[0].name : "none"))
+        for (const type of [2, 4]) {
+            const rows = stores.rows(type)
+            toolbox.step(true, stores.typeNames[type], rows.length === 0 ? "no rows"
+                         : rows.map(row => row.name).join("; "))
+        }
         showRows("USER", 1, ["Anna Example"])
         showRows(toolbox.token, 3, [maria, pyotr, authority])
     }
@@ -84,8 +89,8 @@ Item {
                      ? "as they were put in" : "wrong: " + wrong.join(", "))
         const serial = toolbox.run("openssl", ["x509", "-in", "rsa.crt", "-noout", "-serial"])
                        .output.trim().replace("serial=", "")
-        toolbox.step(plain(row.certificate.serialNumber) === serial, "serial number as openssl has it",
-                     row.certificate.serialNumber + " / " + serial)
+        toolbox.step(row.certificate.serialNumber === signedColons(serial),
+                     "serial number as openssl has it", row.certificate.serialNumber + " / " + serial)
         const end = new Date(toolbox.run("openssl", ["x509", "-in", "rsa.crt", "-noout", "-enddate",
                                                      "-dateopt", "iso_8601"]).output.trim()
                              .replace("notAfter=", "").replace(" ", "T"))
@@ -93,13 +98,18 @@ Item {
                      "end of validity as openssl has it", end.toISOString())
     }
 
-    // A byte of 0x80 and above shows as a minus sign and its distance from 0x100.
-    function plain(colons) {
-        return colons.split(":").filter(group => group !== "").map(group => {
-            const value = parseInt(group, 16)
-            const text = (value < 0 ? value + 256 : value).toString(16).toUpperCase()
-            return text.length < 2 ? "0" + text : text
-        }).join("")
+    // The module's form of a number: bytes of 0x80 and above as a minus sign and their distance from
+    // 0x100, a colon after each group unless the text is just as long as plain groups would make it.
+    function signedColons(hex) {
+        const bytes = (parseInt(hex[0], 16) > 7 ? "00" + hex : hex).match(/../g)
+        let text = ""
+        for (const pair of bytes) {
+            const value = parseInt(pair, 16)
+            text += value < 0x80 ? pair : "-" + (0x100 - value).toString(16)
+            if (text.length !== 3 * bytes.length - 1)
+                text += ":"
+        }
+        return text.toUpperCase()
     }
 
     function* comeAndGo() {
