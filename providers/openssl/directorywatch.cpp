@@ -25,13 +25,13 @@ DirectoryWatch::DirectoryWatch(QObject *parent)
 {
     if (m_descriptor < 0)
         return;
-    m_notifier = std::make_unique<QSocketNotifier>(m_descriptor, QSocketNotifier::Read);
-    connect(m_notifier.get(), &QSocketNotifier::activated, this, &DirectoryWatch::read);
+    m_notifier = new QSocketNotifier(m_descriptor, QSocketNotifier::Read, this);
+    connect(m_notifier, &QSocketNotifier::activated, this, &DirectoryWatch::read);
 }
 
 DirectoryWatch::~DirectoryWatch()
 {
-    m_notifier.reset();
+    delete m_notifier; // before what it listens to
     if (m_descriptor >= 0)
         close(m_descriptor);
 }

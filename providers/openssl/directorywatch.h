@@ -6,8 +6,6 @@
 #include <QSocketNotifier>
 #include <QString>
 
-#include <memory>
-
 namespace Trivex {
 
 /// Tells when files of one directory come, go or have been written. `QFileSystemWatcher` does not:
@@ -33,7 +31,7 @@ private:
 
     int m_descriptor = -1;
     int m_watch = -1;
-    std::unique_ptr<QSocketNotifier> m_notifier;
+    QSocketNotifier *m_notifier = nullptr; ///< a child, so that it moves threads with this
 };
 
 } // namespace Trivex

@@ -55,6 +55,31 @@ QCA::SecureArray crypt(EVP_PKEY_CTX *context, Crypt function, const QCA::SecureA
     return out;
 }
 
+// The factors and what follows from them (RFC 8017, 3.2): libcrypto does not compute it, and an
+// encoded key must have it.
+QList<KeyParameter> factorParameters(const QCA::BigInteger &p, const QCA::BigInteger &q,
+                                     const QCA::BigInteger &d)
+{
+    const Handle<BN_CTX, BN_CTX_free> context(BN_CTX_secure_new());
+    const BigNumHandle first = toBigNum(p);
+    const BigNumHandle second = toBigNum(q);
+    const BigNumHandle exponent = toBigNum(d);
+    const BigNumHandle result(BN_secure_new());
+    if (!context || !first || !second || !exponent || !result
+        || BN_mod_inverse(result.get(), second.get(), first.get(), context.get()) == nullptr)
+        return {};
+    QList<KeyParameter> numbers = {{OSSL_PKEY_PARAM_RSA_FACTOR1, p},
+                                   {OSSL_PKEY_PARAM_RSA_FACTOR2, q},
+                                   {OSSL_PKEY_PARAM_RSA_COEFFICIENT1, fromBigNum(result.get())}};
+    BN_sub_word(first.get(), 1);
+    BN_sub_word(second.get(), 1);
+    BN_mod(result.get(), exponent.get(), first.get(), context.get());
+    numbers += {OSSL_PKEY_PARAM_RSA_EXPONENT1, fromBigNum(result.get())};
+    BN_mod(result.get(), exponent.get(), second.get(), context.get());
+    numbers += {OSSL_PKEY_PARAM_RSA_EXPONENT2, fromBigNum(result.get())};
+    return numbers;
+}
+
 } // namespace
 
 RsaKeyContext::RsaKeyContext(QCA::Provider *provider, KeyMaterial material)
@@ -115,7 +140,7 @@ void RsaKeyContext::createPrivate(const QCA::BigInteger &n, const QCA::BigIntege
         {OSSL_PKEY_PARAM_RSA_N, n}, {OSSL_PKEY_PARAM_RSA_E, e}, {OSSL_PKEY_PARAM_RSA_D, d}};
     // Without its factors a key works, if slower.
     if (p != QCA::BigInteger(0) && q != QCA::BigInteger(0))
-        numbers += {{OSSL_PKEY_PARAM_RSA_FACTOR1, p}, {OSSL_PKEY_PARAM_RSA_FACTOR2, q}};
+        numbers += factorParameters(p, q, d);
     m_material = KeyMaterial::fromNative(keyFromNumbers("RSA", numbers, true), true);
 }
 

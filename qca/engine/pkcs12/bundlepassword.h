@@ -14,7 +14,12 @@ struct BundlePassword {
     QCA::SecureArray value;
     bool isNull = false; ///< no password at all, which differs from an empty one
 
-    const char *data() const { return isNull ? nullptr : value.constData(); }
+    const char *data() const
+    {
+        if (isNull)
+            return nullptr;
+        return value.isEmpty() ? "" : value.constData();
+    }
     int size() const { return isNull ? 0 : value.size(); }
 };
 

@@ -1,0 +1,349 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/adapter/certificateinfo.h"
+#include "qca/adapter/keys.h"
+#include "qca/adapter/providers.h"
+#include "qca/engine/keys/bignumbers.h"
+#include "qca/engine/keys/eckeycontext.h"
+#include "qca/engine/keys/pkeycontainer.h"
+#include "qca/engine/keys/rsakeycontext.h"
+#include "tests/x509/corpus.h"
+
+#include <QTemporaryFile>
+#include <QtTest>
+
+using namespace Trivex;
+
+namespace {
+
+QString fileWith(QTemporaryFile &file, const QByteArray &data)
+{
+    if (!file.open() || file.write(data) != data.size())
+        qFatal("No temporary file");
+    file.close();
+    return file.fileName();
+}
+
+QCA::PrivateKey key(const char *name, const char *password = "")
+{
+    return QCA::PrivateKey::fromPEM(QString::fromLatin1(Corpus::read(QString::fromLatin1(name))),
+                                    QCA::SecureArray(password), nullptr, opensslProviderName());
+}
+
+const QByteArray Message = "message to sign";
+
+} // namespace
+
+class TestKeys : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void readsForms_data();
+    void readsForms();
+    void tellsWrongPassword();
+    void signsLikeOpenssl_data();
+    void signsLikeOpenssl();
+    void signsRawBlocks();
+    void signsCurves();
+    void signsInOtherFormats();
+    void encrypts();
+    void generates();
+    void abandonsGeneration();
+    void copiesGoOn();
+    void readsForeignKeys();
+    void derivesSecrets();
+    void neverCrashesOnNothing();
+    void keepsUnknownAlgorithms();
+
+private:
+    QCA::Initializer m_initializer;
+};
+
+void TestKeys::readsForms_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QByteArray>("password");
+    QTest::addColumn<int>("type");
+    QTest::newRow("plain") << QByteArray("rsa.key") << QByteArray() << int(RsaKey);
+    QTest::newRow("aes") << QByteArray("key-aes.pem") << QByteArray("secret") << int(RsaKey);
+    QTest::newRow("rc2") << QByteArray("key-rc2.pem") << QByteArray("secret") << int(RsaKey);
+    QTest::newRow("traditional") << QByteArray("key-traditional.pem") << QByteArray("secret")
+                                 << int(RsaKey);
+    QTest::newRow("sec1") << QByteArray("key-ec.pem") << QByteArray() << int(EllipticCurveKey);
+    QTest::newRow("ed25519") << QByteArray("key-ed25519.pem") << QByteArray() << int(OtherKey);
+    QTest::newRow("dsa") << QByteArray("dsa.key") << QByteArray() << int(DsaKey);
+    QTest::newRow("dh") << QByteArray("dh.key") << QByteArray() << int(DhKey);
+}
+
+void TestKeys::readsForms()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(QByteArray, password);
+    QFETCH(int, type);
+    const QCA::PrivateKey read = key(file.constData(), password.constData());
+    QVERIFY(!read.isNull());
+    QVERIFY(read.isPrivate());
+    QCOMPARE(keyType(read), type);
+    QVERIFY(read.bitSize() > 0);
+    // The public half is the one that openssl finds.
+    const QByteArray expected = Corpus::openssl(
+        {QStringLiteral("pkey"), QStringLiteral("-in"), Corpus::path(QString::fromLatin1(file)),
+         QStringLiteral("-passin"), QStringLiteral("pass:secret"), QStringLiteral("-pubout"),
+         QStringLiteral("-outform"), QStringLiteral("DER"), QStringLiteral("-provider"),
+         QStringLiteral("default"), QStringLiteral("-provider"), QStringLiteral("legacy")});
+    QVERIFY(!expected.isEmpty());
+    QCOMPARE(encodedPublicKey(read), expected);
+    QCOMPARE(read.toPublicKey().toDER(), expected);
+    QVERIFY(!read.toPublicKey().isPrivate());
+    // And both forms come back.
+    QVERIFY(isSamePublicKey(
+        QCA::PrivateKey::fromPEM(read.toPEM(), {}, nullptr, opensslProviderName()).toPublicKey(),
+        read.toPublicKey()));
+    const QCA::SecureArray locked = read.toDER(QCA::SecureArray("other"), QCA::PBES2_AES256_SHA1);
+    QVERIFY(isSamePublicKey(
+        QCA::PrivateKey::fromDER(locked, QCA::SecureArray("other"), nullptr, opensslProviderName())
+            .toPublicKey(),
+        read.toPublicKey()));
+}
+
+void TestKeys::tellsWrongPassword()
+{
+    PKeyContainer container(nullptr);
+    for (const char *file : {"key-aes.pem", "key-rc2.pem", "key-traditional.pem"}) {
+        const QString pem = QString::fromLatin1(Corpus::read(QString::fromLatin1(file)));
+        QCOMPARE(container.privateFromPEM(pem, QCA::SecureArray("wrong")), QCA::ErrorPassphrase);
+        QCOMPARE(container.privateFromPEM(pem, {}), QCA::ErrorPassphrase);
+        QCOMPARE(container.privateFromPEM(pem, QCA::SecureArray("secret")), QCA::ConvertGood);
+    }
+    QCOMPARE(container.privateFromPEM(QStringLiteral("nothing"), {}), QCA::ErrorDecode);
+    QCOMPARE(container.privateFromDER(QCA::SecureArray("\x30\x03"), {}), QCA::ErrorDecode);
+}
+
+void TestKeys::signsLikeOpenssl_data()
+{
+    QTest::addColumn<int>("algorithm");
+    QTest::addColumn<QString>("digest");
+    QTest::newRow("sha1") << int(QCA::EMSA3_SHA1) << QStringLiteral("-sha1");
+    QTest::newRow("md5") << int(QCA::EMSA3_MD5) << QStringLiteral("-md5");
+    QTest::newRow("ripemd160") << int(QCA::EMSA3_RIPEMD160) << QStringLiteral("-rmd160");
+    QTest::newRow("sha224") << int(QCA::EMSA3_SHA224) << QStringLiteral("-sha224");
+    QTest::newRow("sha256") << int(QCA::EMSA3_SHA256) << QStringLiteral("-sha256");
+    QTest::newRow("sha384") << int(QCA::EMSA3_SHA384) << QStringLiteral("-sha384");
+    QTest::newRow("sha512") << int(QCA::EMSA3_SHA512) << QStringLiteral("-sha512");
+}
+
+void TestKeys::signsLikeOpenssl()
+{
+    QFETCH(int, algorithm);
+    QFETCH(QString, digest);
+    QCA::PrivateKey rsa = key("rsa.key");
+    const auto number = QCA::SignatureAlgorithm(algorithm);
+    const QByteArray signature = rsa.signMessage(Message, number);
+    QCOMPARE(signature,
+             Corpus::openssl({QStringLiteral("dgst"), digest, QStringLiteral("-sign"),
+                              Corpus::path(QStringLiteral("rsa.key"))},
+                             Message));
+    QVERIFY(rsa.toPublicKey().verifyMessage(Message, signature, number));
+    QVERIFY(!rsa.toPublicKey().verifyMessage("another", signature, number));
+    QVERIFY(!rsa.toPublicKey().verifyMessage(Message, QByteArray(), number));
+}
+
+void TestKeys::signsRawBlocks()
+{
+    QCA::PrivateKey rsa = key("rsa.key");
+    for (const QByteArray &block : {QByteArray("any octets"), QByteArray(245, 'x')}) {
+        const QByteArray signature = rsa.signMessage(block, QCA::EMSA3_Raw);
+        QCOMPARE(
+            signature,
+            Corpus::openssl({QStringLiteral("pkeyutl"), QStringLiteral("-sign"),
+                             QStringLiteral("-inkey"), Corpus::path(QStringLiteral("rsa.key"))},
+                            block));
+        QVERIFY(rsa.toPublicKey().verifyMessage(block, signature, QCA::EMSA3_Raw));
+    }
+    // One octet more than the padding leaves room for.
+    QVERIFY(rsa.signMessage(QByteArray(246, 'x'), QCA::EMSA3_Raw).isEmpty());
+    QVERIFY(rsa.signMessage(Message, QCA::SignatureUnknown).isEmpty());
+}
+
+void TestKeys::signsCurves()
+{
+    for (const char *file : {"ec-256.key", "ec-384.key", "ec-521.key"}) {
+        QCA::PrivateKey curve = key(file);
+        const QByteArray signature =
+            curve.signMessage(Message, QCA::SignatureAlgorithm(EcdsaSha256Signature));
+        QTemporaryFile signatureFile;
+        QVERIFY(
+            !Corpus::openssl({QStringLiteral("dgst"), QStringLiteral("-sha256"),
+                              QStringLiteral("-prverify"), Corpus::path(QString::fromLatin1(file)),
+                              QStringLiteral("-signature"), fileWith(signatureFile, signature)},
+                             Message)
+                 .isEmpty());
+        QVERIFY(curve.toPublicKey().verifyMessage(Message, signature, QCA::EMSA3_SHA256));
+        QVERIFY(!curve.toPublicKey().verifyMessage(Message, signature, QCA::EMSA3_SHA384));
+        // The same over a digest that is made elsewhere.
+        const QByteArray digest = QCA::Hash(QStringLiteral("sha256")).hash(Message).toByteArray();
+        QVERIFY(curve.toPublicKey().verifyMessage(digest, signature, QCA::EMSA3_Raw));
+    }
+    QCA::PrivateKey edwards = key("ed25519.key");
+    const QByteArray signature = edwards.signMessage(Message, QCA::EMSA3_Raw);
+    QCOMPARE(signature.size(), 64);
+    QVERIFY(edwards.toPublicKey().verifyMessage(Message, signature, QCA::EMSA3_Raw));
+    QVERIFY(!edwards.toPublicKey().verifyMessage("another", signature, QCA::EMSA3_Raw));
+}
+
+void TestKeys::signsInOtherFormats()
+{
+    QCA::PrivateKey curve = key("ec-521.key");
+    const QByteArray flat = curve.signMessage(Message, QCA::EMSA3_SHA512, QCA::IEEE_1363);
+    QCOMPARE(flat.size(), 132);
+    QVERIFY(curve.toPublicKey().verifyMessage(Message, flat, QCA::EMSA3_SHA512, QCA::IEEE_1363));
+    QVERIFY(!curve.toPublicKey().verifyMessage(Message, flat, QCA::EMSA3_SHA512));
+    QCA::PrivateKey dsa = key("dsa.key");
+    const QByteArray ieee = dsa.signMessage(Message, QCA::EMSA1_SHA1);
+    // Twice the order of the group, which has 224 bits.
+    QCOMPARE(ieee.size(), 56);
+    QVERIFY(dsa.toPublicKey().verifyMessage(Message, ieee, QCA::EMSA1_SHA1));
+    const QByteArray der = dsa.signMessage(Message, QCA::EMSA1_SHA1, QCA::DERSequence);
+    QVERIFY(dsa.toPublicKey().verifyMessage(Message, der, QCA::EMSA1_SHA1, QCA::DERSequence));
+    QVERIFY(!dsa.toPublicKey().verifyMessage("another", der, QCA::EMSA1_SHA1, QCA::DERSequence));
+}
+
+void TestKeys::encrypts()
+{
+    QCA::PrivateKey rsa = key("rsa.key");
+    for (const auto algorithm : {QCA::EME_PKCS1v15, QCA::EME_PKCS1_OAEP}) {
+        const QCA::SecureArray locked =
+            rsa.toPublicKey().encrypt(QCA::SecureArray(Message), algorithm);
+        QCOMPARE(locked.size(), 256);
+        QCA::SecureArray plain;
+        QVERIFY(rsa.decrypt(locked, &plain, algorithm));
+        QCOMPARE(plain.toByteArray(), Message);
+        QVERIFY(!key("other.key").decrypt(locked, &plain, algorithm)
+                || plain.toByteArray() != Message);
+    }
+}
+
+void TestKeys::generates()
+{
+    QCA::KeyGenerator generator;
+    generator.setBlockingEnabled(false);
+    QSignalSpy finished(&generator, &QCA::KeyGenerator::finished);
+    generator.createRSA(1024, 3, opensslProviderName());
+    QTRY_COMPARE_WITH_TIMEOUT(finished.size(), 1, 60000);
+    const QCA::RSAPrivateKey rsa = generator.key().toRSA();
+    QCOMPARE(rsa.bitSize(), 1024);
+    QCOMPARE(rsa.e(), QCA::BigInteger(3));
+    QCOMPARE(QCA::BigInteger(rsa.p()) *= rsa.q(), rsa.n());
+
+    EcKeyContext curve(QCA::findProvider(opensslProviderName()));
+    curve.createPrivate(QStringLiteral("ec-secp384r1"), true);
+    QVERIFY(curve.isPrivate());
+    QCOMPARE(curve.bits(), 384);
+    curve.createPrivate(QStringLiteral("ec-nonsense"), true);
+    QVERIFY(curve.isNull());
+    QSignalSpy ended(&curve, &QCA::PKeyBase::finished);
+    curve.createPrivate(QStringLiteral("ec-secp384r1"), false);
+    QVERIFY(curve.isNull());
+    QVERIFY(ended.isValid());
+    QTRY_COMPARE(ended.size(), 1);
+    QCOMPARE(curve.keyType(), int(EllipticCurveKey));
+}
+
+void TestKeys::abandonsGeneration()
+{
+    QElapsedTimer timer;
+    timer.start();
+    {
+        RsaKeyContext context(nullptr);
+        context.createPrivate(16384, 65537, false);
+        QTest::qWait(20);
+    }
+    // To its end it would take minutes.
+    QVERIFY(timer.elapsed() < 20000);
+}
+
+void TestKeys::copiesGoOn()
+{
+    QCA::PrivateKey first = key("rsa.key");
+    first.startSign(QCA::EMSA3_SHA256);
+    first.update(QByteArray("message "));
+    QCA::PrivateKey second = first;
+    second.update(QByteArray("to sign"));
+    first.update(QByteArray("to lose"));
+    QCOMPARE(second.signature(), key("rsa.key").signMessage(Message, QCA::EMSA3_SHA256));
+    QVERIFY(first.signature() != key("rsa.key").signMessage(Message, QCA::EMSA3_SHA256));
+}
+
+void TestKeys::readsForeignKeys()
+{
+    const QString stock = QStringLiteral("qca-ossl");
+    if (!QCA::findProvider(stock))
+        QSKIP("no stock provider");
+    const QString pem = QString::fromLatin1(Corpus::read(QStringLiteral("rsa.key")));
+    const QCA::PrivateKey foreign = QCA::PrivateKey::fromPEM(pem, {}, nullptr, stock);
+    QVERIFY(!foreign.isNull());
+    QVERIFY(isSamePublicKey(foreign.toPublicKey(), key("rsa.key").toPublicKey()));
+    PKeyContainer container(QCA::findProvider(opensslProviderName()));
+    const auto *context = static_cast<const QCA::PKeyContext *>(foreign.context());
+    QVERIFY(container.importKey(context->key()));
+    QCOMPARE(container.privateToDER({}, QCA::PBEDefault), key("rsa.key").toDER());
+}
+
+void TestKeys::derivesSecrets()
+{
+    const QCA::DHPrivateKey mine = key("dh.key").toDH();
+    QVERIFY(!mine.isNull());
+    QCA::KeyGenerator generator;
+    QCA::PrivateKey theirs = generator.createDH(mine.domain(), opensslProviderName());
+    QVERIFY(!theirs.isNull());
+    QCA::PrivateKey own = key("dh.key");
+    const QCA::SymmetricKey secret = own.deriveKey(theirs.toPublicKey());
+    QVERIFY(!secret.isEmpty());
+    QVERIFY(secret == theirs.deriveKey(own.toPublicKey()));
+    QVERIFY(own.deriveKey(key("rsa.key").toPublicKey()).isEmpty());
+}
+
+void TestKeys::neverCrashesOnNothing()
+{
+    RsaKeyContext rsa(nullptr);
+    QVERIFY(rsa.isNull());
+    QCOMPARE(rsa.n(), QCA::BigInteger(0));
+    rsa.startSign(QCA::EMSA3_SHA256, QCA::DefaultFormat);
+    QVERIFY(rsa.endSign().isEmpty());
+    rsa.startVerify(QCA::EMSA3_SHA256, QCA::DefaultFormat);
+    QVERIFY(!rsa.endVerify(QByteArray(256, 'x')));
+    QVERIFY(rsa.encrypt(QCA::SecureArray("x"), QCA::EME_PKCS1v15).isEmpty());
+    EcKeyContext curve(nullptr);
+    curve.startVerify(QCA::EMSA3_SHA256, QCA::DefaultFormat);
+    QVERIFY(!curve.endVerify("x"));
+    PKeyContainer container(nullptr);
+    QVERIFY(container.publicToDER().isEmpty());
+    QVERIFY(container.privateToPEM({}, QCA::PBEDefault).isEmpty());
+    QVERIFY(!makePublicKeyContext("nothing", nullptr));
+    // A public key does not sign.
+    QCA::PublicKey half = key("ec-384.key").toPublicKey();
+    QVERIFY(half.toPrivateKey().isNull());
+}
+
+void TestKeys::keepsUnknownAlgorithms()
+{
+    const QCA::PublicKey unknown =
+        Corpus::certificate(QStringLiteral("key-unknown.der")).subjectPublicKey();
+    QCOMPARE(keyType(unknown), int(OtherKey));
+    QCOMPARE(unknown.bitSize(), 0);
+    QVERIFY(!unknown.isNull());
+    QVERIFY(!encodedPublicKey(unknown).isEmpty());
+    const QCA::PublicKey gost =
+        Corpus::certificate(QStringLiteral("gost-2012-512-octets.der")).subjectPublicKey();
+    QCOMPARE(keyType(gost), int(Gost2012Key512));
+    QCOMPARE(gost.bitSize(), 512);
+}
+
+int main(int argc, char *argv[])
+{
+    Corpus::prepareEnvironment();
+    QCoreApplication application(argc, argv);
+    TestKeys test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_keys.moc"

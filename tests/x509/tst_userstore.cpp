@@ -1,0 +1,323 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/adapter/providers.h"
+#include "tests/x509/corpus.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QTimer>
+#include <QtTest>
+
+#include <utime.h>
+
+/// The store "USER", through QCA as an application sees it.
+class TestUserStore : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void isListed();
+    void startsAtOnce();
+    void followsFiles();
+    void skipsBrokenFiles();
+    void readsFilesWithSeveral();
+    void writesAndRemoves();
+    void removesOneOfSeveral();
+    void makesNamesSafe();
+    void refusesWhatItCannotDo();
+    void survivesLossOfDirectory();
+    void restoresEntries();
+    void takesManyWithoutStalling();
+
+private:
+    QStringList names();
+    void put(const QString &name, const QByteArray &data);
+    QByteArray pem(const char *file);
+
+    QCA::Initializer m_initializer;
+    QString m_path;
+    std::unique_ptr<QCA::KeyStore> m_store;
+};
+
+void TestUserStore::initTestCase()
+{
+    m_path = QFile::decodeName(qgetenv("XDG_DATA_HOME")) + QLatin1String("/trivex/certificates");
+    // The directory is there and holds a file before anybody starts.
+    QVERIFY(QDir().mkpath(m_path));
+    put(QStringLiteral("early.pem"), pem("serial-one.der"));
+    QCA::KeyStoreManager::start();
+    QCA::KeyStoreManager manager;
+    manager.waitForBusyFinished();
+    QVERIFY(manager.keyStores().contains(QStringLiteral("USER")));
+    // QCA tells only the last object made for a store, and the manager has to live with it.
+    static QCA::KeyStoreManager keeper;
+    m_store = std::make_unique<QCA::KeyStore>(QStringLiteral("USER"), &keeper);
+    m_store->startAsynchronousMode();
+}
+
+void TestUserStore::init()
+{
+    QTRY_VERIFY(m_store->isValid());
+}
+
+void TestUserStore::cleanup()
+{
+    QDir directory(m_path);
+    const QStringList files = directory.entryList(QDir::Files);
+    for (const QString &file : files)
+        directory.remove(file);
+    QTRY_COMPARE_WITH_TIMEOUT(m_store->entryList().size(), 0, 20000);
+}
+
+QByteArray TestUserStore::pem(const char *file)
+{
+    return Corpus::certificate(QString::fromLatin1(file)).toPEM().toLatin1();
+}
+
+void TestUserStore::put(const QString &name, const QByteArray &data)
+{
+    QFile file(m_path + QLatin1Char('/') + name);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(data), data.size());
+}
+
+QStringList TestUserStore::names()
+{
+    QStringList names;
+    const auto entries = m_store->entryList();
+    for (const QCA::KeyStoreEntry &entry : entries)
+        names += entry.name();
+    return names;
+}
+
+void TestUserStore::isListed()
+{
+    QCOMPARE(m_store->id(), QStringLiteral("USER"));
+    QCOMPARE(m_store->name(), QStringLiteral("USER"));
+    QCOMPARE(int(m_store->type()), int(QCA::KeyStore::User));
+    QVERIFY(!m_store->isReadOnly());
+    QTRY_COMPARE(names(), QStringList(QStringLiteral("Test")));
+    const QCA::KeyStoreEntry entry = m_store->entryList().first();
+    QCOMPARE(int(entry.type()), int(QCA::KeyStoreEntry::TypeCertificate));
+    QCOMPARE(entry.certificate().serialNumber(), QCA::BigInteger(5));
+    QCOMPARE(entry.certificate().provider()->name(), Trivex::opensslProviderName());
+    QCOMPARE(entry.storeId(), QStringLiteral("USER"));
+    QVERIFY(entry.id().startsWith(QLatin1String("early.pem#")));
+}
+
+void TestUserStore::startsAtOnce()
+{
+    // The calls that QCA makes under its lock and while it starts.
+    QElapsedTimer timer;
+    timer.start();
+    const std::unique_ptr<QCA::KeyStoreListContext> context(static_cast<QCA::KeyStoreListContext *>(
+        QCA::findProvider(Trivex::opensslProviderName())
+            ->createContext(QStringLiteral("keystorelist"))));
+    context->start();
+    QCOMPARE(context->keyStores(), QList<int>({0}));
+    QCOMPARE(context->storeId(0), QStringLiteral("USER"));
+    QCOMPARE(context->storeId(1), QString());
+    QVERIFY(context->isReadOnly(1));
+    QVERIFY(context->entryTypes(1).isEmpty());
+    QVERIFY(timer.elapsed() < 100);
+}
+
+void TestUserStore::followsFiles()
+{
+    QSignalSpy updated(m_store.get(), &QCA::KeyStore::updated);
+    put(QStringLiteral("a.pem"), pem("ec-384.der"));
+    QTRY_COMPARE_WITH_TIMEOUT(names(), QStringList(QStringLiteral("Curve P-384")), 2000);
+    QVERIFY(!updated.isEmpty());
+    // Changed in place.
+    put(QStringLiteral("a.pem"), pem("ed25519.der"));
+    QTRY_COMPARE_WITH_TIMEOUT(names(), QStringList(QStringLiteral("Ed25519")), 2000);
+    QVERIFY(QFile::rename(m_path + QLatin1String("/a.pem"), m_path + QLatin1String("/b.crt")));
+    QTRY_VERIFY_WITH_TIMEOUT(
+        m_store->entryList().size() == 1
+            && m_store->entryList().first().id().startsWith(QLatin1String("b.crt#")),
+        2000);
+    QVERIFY(QFile::remove(m_path + QLatin1String("/b.crt")));
+    QTRY_COMPARE_WITH_TIMEOUT(names(), QStringList(), 2000);
+}
+
+void TestUserStore::skipsBrokenFiles()
+{
+    QTest::ignoreMessage(
+        QtWarningMsg, QRegularExpression(QStringLiteral(".*cut\\.pem has a broken certificate")));
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral(".*empty\\.pem has no certificate")));
+    put(QStringLiteral("cut.pem"), pem("ec-384.der").left(200));
+    put(QStringLiteral("empty.pem"), QByteArray());
+    put(QStringLiteral("notes.txt"), "not looked at");
+    QVERIFY(QDir(m_path).mkdir(QStringLiteral("directory.pem")));
+    put(QStringLiteral("good.pem"), pem("crashers/badbc.pem"));
+    QTRY_COMPARE_WITH_TIMEOUT(names(), QStringList(QStringLiteral("Тест")), 2000);
+    QVERIFY(QDir(m_path).rmdir(QStringLiteral("directory.pem")));
+}
+
+void TestUserStore::readsFilesWithSeveral()
+{
+    put(QStringLiteral("several.pem"),
+        "comment\n" + pem("ec-256.der") + Corpus::read(QStringLiteral("ec-256.key"))
+            + pem("ec-384.der") + pem("ec-256.der"));
+    QTRY_COMPARE_WITH_TIMEOUT(
+        names(), QStringList({QStringLiteral("Curve P-256"), QStringLiteral("Curve P-384")}), 2000);
+    QVERIFY(m_store->entryList().at(0).id() != m_store->entryList().at(1).id());
+}
+
+void TestUserStore::writesAndRemoves()
+{
+    QSignalSpy written(m_store.get(), &QCA::KeyStore::entryWritten);
+    QSignalSpy removed(m_store.get(), &QCA::KeyStore::entryRemoved);
+    const QCA::Certificate certificate = Corpus::certificate(QStringLiteral("identifiers.der"));
+    m_store->writeEntry(certificate);
+    QVERIFY(written.wait());
+    const QString id = written.first().first().toString();
+    QVERIFY(id.startsWith(QStringLiteral("Петров Пётр Петрович.pem#")));
+    QTRY_COMPARE(m_store->entryList().size(), 1);
+    QCOMPARE(m_store->entryList().first().id(), id);
+    QCOMPARE(m_store->entryList().first().certificate(), certificate);
+    QFile file(m_path + QStringLiteral("/Петров Пётр Петрович.pem"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), certificate.toPEM().toLatin1());
+    // A second time it is the same entry, and no second file.
+    m_store->writeEntry(certificate);
+    QVERIFY(written.wait());
+    QCOMPARE(written.last().first().toString(), id);
+    QCOMPARE(QDir(m_path).entryList(QDir::Files).size(), 1);
+    m_store->removeEntry(id);
+    QVERIFY(removed.wait());
+    QCOMPARE(removed.first().first().toBool(), true);
+    QTRY_COMPARE(m_store->entryList().size(), 0);
+    QVERIFY(!file.exists());
+    m_store->removeEntry(id);
+    QVERIFY(removed.wait());
+    QCOMPARE(removed.last().first().toBool(), false);
+}
+
+void TestUserStore::removesOneOfSeveral()
+{
+    const QByteArray key = Corpus::read(QStringLiteral("ec-256.key"));
+    put(QStringLiteral("several.pem"), "first\n" + pem("ec-256.der") + key + pem("ec-384.der"));
+    QTRY_COMPARE_WITH_TIMEOUT(m_store->entryList().size(), 2, 2000);
+    QSignalSpy removed(m_store.get(), &QCA::KeyStore::entryRemoved);
+    const QString kept = m_store->entryList().at(1).id();
+    m_store->removeEntry(m_store->entryList().at(0).id());
+    QVERIFY(removed.wait());
+    QCOMPARE(removed.first().first().toBool(), true);
+    QTRY_COMPARE(m_store->entryList().size(), 1);
+    QCOMPARE(m_store->entryList().first().id(), kept);
+    QFile file(m_path + QLatin1String("/several.pem"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), "first\n" + key + pem("ec-384.der"));
+}
+
+void TestUserStore::makesNamesSafe()
+{
+    QCA::KeyGenerator generator;
+    const QCA::PrivateKey key = generator.createRSA(1024, 65537, Trivex::opensslProviderName());
+    QSignalSpy written(m_store.get(), &QCA::KeyStore::entryWritten);
+    const QList<QPair<QString, QString>> cases = {
+        {QStringLiteral("../../escape"), QStringLiteral("_._.._escape.pem")},
+        {QStringLiteral("a/b\\c\nd"), QStringLiteral("a_b_c_d.pem")},
+        {QStringLiteral("a/b\\c\nd"), QStringLiteral("a_b_c_d (2).pem")},
+        {QString(300, QChar(0x42F)), QString(90, QChar(0x42F)) + QLatin1String(".pem")},
+    };
+    int serial = 1;
+    for (const auto &[commonName, file] : cases) {
+        QCA::CertificateOptions options;
+        QCA::CertificateInfo info;
+        info.insert(QCA::CommonName, commonName);
+        options.setInfo(info);
+        options.setSerialNumber(QCA::BigInteger(serial++));
+        options.setValidityPeriod(QDateTime::currentDateTimeUtc(),
+                                  QDateTime::currentDateTimeUtc().addDays(1));
+        const int before = written.size();
+        m_store->writeEntry(QCA::Certificate(options, key, Trivex::opensslProviderName()));
+        QTRY_COMPARE(written.size(), before + 1);
+        QVERIFY2(QFile::exists(m_path + QLatin1Char('/') + file), qPrintable(file));
+    }
+    QCOMPARE(QDir(m_path).entryList(QDir::Files).size(), cases.size());
+}
+
+void TestUserStore::refusesWhatItCannotDo()
+{
+    QSignalSpy written(m_store.get(), &QCA::KeyStore::entryWritten);
+    QCA::ConvertResult result;
+    const QCA::KeyBundle bundle = QCA::KeyBundle::fromFile(
+        Corpus::path(QStringLiteral("bundle-aes.p12")), QCA::SecureArray("secret"), &result);
+    m_store->writeEntry(bundle);
+    QVERIFY(written.wait());
+    QCOMPARE(written.first().first().toString(), QString());
+    QSignalSpy removed(m_store.get(), &QCA::KeyStore::entryRemoved);
+    for (const char *id : {"", "nothing", "../../etc/passwd#0123456789abcdef"}) {
+        m_store->removeEntry(QString::fromLatin1(id));
+        QVERIFY(removed.wait());
+        QCOMPARE(removed.last().first().toBool(), false);
+    }
+}
+
+void TestUserStore::survivesLossOfDirectory()
+{
+    put(QStringLiteral("a.pem"), pem("ec-384.der"));
+    QTRY_COMPARE_WITH_TIMEOUT(m_store->entryList().size(), 1, 2000);
+    QVERIFY(QDir(m_path).removeRecursively());
+    QTRY_COMPARE_WITH_TIMEOUT(m_store->entryList().size(), 0, 3000);
+    QVERIFY(QDir().mkpath(m_path));
+    put(QStringLiteral("b.pem"), pem("ec-256.der"));
+    QTRY_COMPARE_WITH_TIMEOUT(names(), QStringList(QStringLiteral("Curve P-256")), 6000);
+}
+
+void TestUserStore::restoresEntries()
+{
+    put(QStringLiteral("a.pem"), pem("identifiers.der"));
+    QTRY_COMPARE_WITH_TIMEOUT(m_store->entryList().size(), 1, 2000);
+    const QCA::KeyStoreEntry entry = m_store->entryList().first();
+    const QString text = entry.toString();
+    QVERIFY(QFile::remove(m_path + QLatin1String("/a.pem")));
+    QTRY_COMPARE_WITH_TIMEOUT(m_store->entryList().size(), 0, 2000);
+    const QCA::KeyStoreEntry restored = QCA::KeyStoreEntry::fromString(text);
+    QVERIFY(!restored.isNull());
+    QCOMPARE(restored.id(), entry.id());
+    QCOMPARE(restored.name(), entry.name());
+    QCOMPARE(restored.certificate(), entry.certificate());
+    QVERIFY(QCA::KeyStoreEntry::fromString(text.left(40)).isNull());
+}
+
+void TestUserStore::takesManyWithoutStalling()
+{
+    constexpr int Count = 5000;
+    const QByteArray der = Corpus::read(QStringLiteral("serial-sixteen.der"));
+    const int place = der.indexOf(QByteArray::fromHex("7f11223344"));
+    for (int i = 0; i < Count; ++i) {
+        QByteArray changed = der;
+        changed[place + 8] = char(i);
+        changed[place + 9] = char(i >> 8);
+        put(QStringLiteral("many-%1.pem").arg(i),
+            "-----BEGIN CERTIFICATE-----\n" + changed.toBase64() + "\n-----END CERTIFICATE-----\n");
+    }
+    // The event loop of this thread must go on while they load.
+    QElapsedTimer sinceTick;
+    qint64 longest = 0;
+    QTimer ticker;
+    ticker.setInterval(5);
+    connect(&ticker, &QTimer::timeout, this, [&] { longest = qMax(longest, sinceTick.restart()); });
+    QSignalSpy updated(m_store.get(), &QCA::KeyStore::updated);
+    sinceTick.start();
+    ticker.start();
+    QTRY_COMPARE_WITH_TIMEOUT(m_store->entryList().size(), Count, 60000);
+    ticker.stop();
+    qInfo("longest pause %lld ms, %d announcements", longest, int(updated.size()));
+    QVERIFY(updated.size() < 30);
+}
+
+int main(int argc, char *argv[])
+{
+    Corpus::prepareEnvironment();
+    QCoreApplication application(argc, argv);
+    TestUserStore test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_userstore.moc"
