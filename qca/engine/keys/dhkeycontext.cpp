@@ -8,6 +8,8 @@
 
 #include "qca/adapter/keys.h"
 
+#include <QThread>
+
 #include <openssl/core_names.h>
 #include <openssl/err.h>
 
@@ -48,8 +50,12 @@ int DhKeyContext::keyType() const
 void DhKeyContext::createPrivate(const QCA::DLGroup &domain, bool block)
 {
     m_material = KeyMaterial::fromNative(generateDiscreteLogKey("DH", domain), true);
-    if (!block)
-        QMetaObject::invokeMethod(this, &DhKeyContext::finished, Qt::QueuedConnection);
+    if (block)
+        return;
+    // QCA's contexts belong to no thread at first, and get no events there.
+    if (!thread())
+        moveToThread(QThread::currentThread());
+    QMetaObject::invokeMethod(this, &DhKeyContext::finished, Qt::QueuedConnection);
 }
 
 void DhKeyContext::createPrivate(const QCA::DLGroup &domain, const QCA::BigInteger &y,

@@ -8,6 +8,8 @@
 
 #include "qca/adapter/keys.h"
 
+#include <QThread>
+
 #include <openssl/core_names.h>
 
 namespace Trivex {
@@ -48,8 +50,12 @@ int DsaKeyContext::keyType() const
 void DsaKeyContext::createPrivate(const QCA::DLGroup &domain, bool block)
 {
     m_material = KeyMaterial::fromNative(generateDiscreteLogKey("DSA", domain), true);
-    if (!block)
-        QMetaObject::invokeMethod(this, &DsaKeyContext::finished, Qt::QueuedConnection);
+    if (block)
+        return;
+    // QCA's contexts belong to no thread at first, and get no events there.
+    if (!thread())
+        moveToThread(QThread::currentThread());
+    QMetaObject::invokeMethod(this, &DsaKeyContext::finished, Qt::QueuedConnection);
 }
 
 void DsaKeyContext::createPrivate(const QCA::DLGroup &domain, const QCA::BigInteger &y,

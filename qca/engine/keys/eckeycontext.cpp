@@ -65,6 +65,9 @@ void EcKeyContext::createPrivate(const QString &curve, bool block)
         takeGenerated();
         return;
     }
+    // QCA's contexts belong to no thread at first, and get no events there.
+    if (!thread())
+        moveToThread(QThread::currentThread());
     connect(m_maker.get(), &QThread::finished, this, [this] {
         takeGenerated();
         Q_EMIT finished();

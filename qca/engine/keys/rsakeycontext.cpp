@@ -120,6 +120,9 @@ void RsaKeyContext::createPrivate(int bits, int exponent, bool block)
         takeGenerated();
         return;
     }
+    // QCA's contexts belong to no thread at first, and get no events there.
+    if (!thread())
+        moveToThread(QThread::currentThread());
     connect(m_maker.get(), &QThread::finished, this, [this] {
         takeGenerated();
         Q_EMIT finished();
