@@ -6,6 +6,9 @@
 #include "tests/support/testcertificates.h"
 #include "tests/support/testtoken.h"
 
+#include <QElapsedTimer>
+#include <QSet>
+
 using namespace TrivexTest;
 
 /// Key stores of tokens, as QCA's users see them.
@@ -14,8 +17,18 @@ class TestReading : public QObject {
 private Q_SLOTS:
     void initTestCase();
     void pairing();
+    void chain();
+    void bareKeyIsNoEntry();
+    void idsAreStable();
+    void lookUps();
+    void restoredEntry();
+    void sameLabelIsMadeDistinct();
+    void hotPlug();
+    void statusIsPublished();
 
 private:
+    QString filled();
+
     std::unique_ptr<TestToken> m_token;
     std::unique_ptr<TestAuthority> m_authority;
     std::unique_ptr<QCA::Initializer> m_qca;
@@ -55,30 +68,141 @@ void TestReading::initTestCase()
     QVERIFY(m_stores->waitFor(QStringLiteral("Reading")));
 }
 
+/// The token of the two of that name that has the objects.
+QString TestReading::filled()
+{
+    const auto isFull = [this](const QString &name) { return m_stores->entries(name).size() == 3; };
+    QString found;
+    QTest::qWaitFor([&] {
+        const QStringList names = m_stores->names();
+        for (const QString &name : names) {
+            if (isFull(name))
+                found = name;
+        }
+        return names.size() == 2 && !found.isEmpty();
+    });
+    return found;
+}
+
 void TestReading::pairing()
 {
-    const QString store = QStringLiteral("Reading");
-    // One of the two tokens of that name has the objects.
-    QTRY_VERIFY_WITH_TIMEOUT(m_stores->names().size() == 2, 5000);
-    QTRY_VERIFY(!m_stores->entries(m_stores->names().at(0)).isEmpty()
-                || !m_stores->entries(m_stores->names().at(1)).isEmpty());
-    const QString filled = m_stores->entries(store).isEmpty() ? m_stores->names().at(1) : store;
-    const auto rsa = m_stores->entry(filled, QStringLiteral("rsa"));
-    QVERIFY(!rsa.isNull());
+    const QString store = filled();
+    QVERIFY(!store.isEmpty());
+    QCOMPARE(m_stores->byName(store)->type(), QCA::KeyStore::SmartCard);
+    const auto rsa = m_stores->entry(store, QStringLiteral("rsa"));
     QCOMPARE(rsa.type(), QCA::KeyStoreEntry::TypeKeyBundle);
-    QVERIFY(!rsa.keyBundle().isNull());
-    QVERIFY(!rsa.keyBundle().privateKey().isNull());
     QVERIFY(rsa.keyBundle().privateKey().isRSA());
     QVERIFY(rsa.keyBundle().privateKey().isPrivate());
     QVERIFY(!rsa.keyBundle().privateKey().canExport());
-    const auto ec = m_stores->entry(filled, QStringLiteral("ec"));
-    QVERIFY(!ec.isNull());
+    const auto ec = m_stores->entry(store, QStringLiteral("ec"));
     QCOMPARE(ec.type(), QCA::KeyStoreEntry::TypeKeyBundle);
     QCOMPARE(Trivex::keyType(ec.keyBundle().privateKey()), int(Trivex::EllipticCurveKey));
-    const auto root = m_stores->entry(filled, QStringLiteral("root"));
-    QVERIFY(!root.isNull());
+    const auto root = m_stores->entry(store, QStringLiteral("root"));
     QCOMPARE(root.type(), QCA::KeyStoreEntry::TypeCertificate);
-    QCOMPARE(m_stores->entries(filled).size(), 3);
+    QVERIFY(root.keyBundle().isNull());
+}
+
+void TestReading::chain()
+{
+    const auto chain =
+        m_stores->entry(filled(), QStringLiteral("rsa")).keyBundle().certificateChain();
+    QCOMPARE(chain.size(), 2);
+    QCOMPARE(chain.primary().subjectInfo().value(QCA::CommonName), QStringLiteral("Анна"));
+    QCOMPARE(chain.last().toDER(), m_authority->certificate());
+}
+
+void TestReading::bareKeyIsNoEntry()
+{
+    QVERIFY(m_stores->entry(filled(), QStringLiteral("bare")).isNull());
+}
+
+void TestReading::idsAreStable()
+{
+    const QString store = filled();
+    const auto ids = [&] {
+        QStringList all = {m_stores->byName(store)->id()};
+        const auto entries = m_stores->entries(store);
+        for (const QCA::KeyStoreEntry &entry : entries)
+            all.append(entry.id());
+        all.sort();
+        return all;
+    };
+    const QStringList before = ids();
+    QVERIFY(before.join(QLatin1Char(' ')).contains(QLatin1String("pkcs11:model=SoftHSM%20v2")));
+    QCOMPARE(QSet<QString>(before.begin(), before.end()).size(), 4);
+    m_stores.reset();
+    QCA::KeyStoreManager::scan();
+    m_stores = std::make_unique<Stores>();
+    QCOMPARE(filled(), store);
+    QCOMPARE(ids(), before);
+}
+
+void TestReading::lookUps()
+{
+    const QString store = filled();
+    QCA::KeyStoreEntry entry = m_stores->entry(store, QStringLiteral("rsa"));
+    QVERIFY(entry.isAvailable());
+    QVERIFY(entry.ensureAvailable());
+    QVERIFY(entry.ensureAccess());
+    QCOMPARE(entry.storeName(), store);
+    QCOMPARE(entry.storeId(), m_stores->byName(store)->id());
+    QVERIFY(m_stores->byName(store)->holdsIdentities());
+    QVERIFY(m_stores->byName(store)->holdsTrustedCertificates());
+    QVERIFY(!m_stores->byName(store)->isReadOnly());
+}
+
+void TestReading::restoredEntry()
+{
+    const auto original = m_stores->entry(filled(), QStringLiteral("rsa"));
+    const QCA::KeyStoreEntry restored = QCA::KeyStoreEntry::fromString(original.toString());
+    QVERIFY(!restored.isNull());
+    QCOMPARE(restored.id(), original.id());
+    QCOMPARE(restored.name(), original.name());
+    QCOMPARE(restored.storeId(), original.storeId());
+    QCOMPARE(restored.type(), original.type());
+    QCOMPARE(restored.keyBundle().certificateChain().size(), 2);
+    QVERIFY(restored.isAvailable());
+    for (const char *text :
+         {"", "x", "trivex-token-entry-1:::::", "trivex-token-entry-1::::::AA=="})
+        QVERIFY(QCA::KeyStoreEntry::fromString(QString::fromLatin1(text)).isNull());
+}
+
+void TestReading::sameLabelIsMadeDistinct()
+{
+    QStringList names = m_stores->names();
+    QCOMPARE(names.size(), 2);
+    names.sort();
+    QCOMPARE(names.first(), QStringLiteral("Reading"));
+    QVERIFY(names.last().startsWith(QLatin1String("Reading (")));
+}
+
+void TestReading::hotPlug()
+{
+    const QString store = filled();
+    QElapsedTimer timer;
+    timer.start();
+    m_token->removeModule();
+    QVERIFY(m_stores->waitForEntries(store, 0, 10000));
+    QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
+    // The store stays, with nothing in it.
+    QVERIFY(m_stores->byName(store)->isValid());
+    QVERIFY(!Trivex::TokenMonitor::token(m_stores->byName(store)->id()).present);
+    timer.restart();
+    m_token->restoreModule();
+    QVERIFY(m_stores->waitForEntries(store, 3, 10000));
+    QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(m_stores->names().size(), 2);
+}
+
+void TestReading::statusIsPublished()
+{
+    const QString store = filled();
+    const auto status = Trivex::TokenMonitor::token(m_stores->byName(store)->id());
+    QCOMPARE(status.name, store);
+    QCOMPARE(status.model, QStringLiteral("SoftHSM v2"));
+    QVERIFY(!status.serial.isEmpty());
+    QVERIFY(status.present && !status.loading && !status.busy && !status.readOnly);
+    QCOMPARE(Trivex::TokenMonitor::tokens().size(), 2);
 }
 
 QTEST_GUILESS_MAIN(TestReading)

@@ -77,15 +77,26 @@ QByteArray provisionalId()
     return id;
 }
 
-void removeWithIds(TokenConnection &connection, const std::vector<QByteArray> &ids) noexcept
+/// What a pair that is being made can be found by.
+struct Traces {
+    std::vector<QByteArray> ids;
+    std::vector<CK_OBJECT_HANDLE> objects;
+};
+
+void remove(TokenConnection &connection, const Traces &traces) noexcept
 {
     try {
         const Session session = connection.open(Session::ReadWrite);
-        for (const QByteArray &id : ids) {
+        const auto destroy = [&](CK_OBJECT_HANDLE object) {
+            session.module()->C_DestroyObject(session.handle(), object);
+        };
+        for (const CK_OBJECT_HANDLE object : traces.objects)
+            destroy(object);
+        for (const QByteArray &id : traces.ids) {
             Template wanted;
             wanted.add(CKA_ID, id);
             for (const CK_OBJECT_HANDLE object : Pkcs11::findObjects(session, wanted))
-                session.module()->C_DestroyObject(session.handle(), object);
+                destroy(object);
         }
     } catch (const Error &) {
         // The token is gone; what it kept is a key without a certificate, which shows nowhere.
@@ -104,14 +115,15 @@ bool setId(const Session &session, CK_OBJECT_HANDLE object, const QByteArray &id
 void setIds(const Session &session, CK_OBJECT_HANDLE publicObject, CK_OBJECT_HANDLE privateObject,
             const QByteArray &id, const QByteArray &previous)
 {
-    if (setId(session, publicObject, id) && !setId(session, privateObject, id))
+    const auto setPrivate = [&] { return setId(session, privateObject, id); };
+    if (setId(session, publicObject, id) && !setPrivate() && !setPrivate())
         setId(session, publicObject, previous);
 }
 
 TokenKeyPtr make(TokenConnection &connection, const GenerationRequest &request,
-                 const QString &label, std::vector<QByteArray> *ids)
+                 const QString &label, Traces *traces)
 {
-    const QByteArray id = ids->front();
+    const QByteArray id = traces->ids.front();
     const Session session = connection.open(Session::ReadWrite);
     Template publicPart;
     addPublicPart(request, &publicPart);
@@ -126,12 +138,13 @@ TokenKeyPtr make(TokenConnection &connection, const GenerationRequest &request,
                                               publicPart.size(), privatePart.data(),
                                               privatePart.size(), &publicObject, &privateObject),
           "C_GenerateKeyPair");
+    traces->objects = {publicObject, privateObject};
     connection.checkCancelled();
     const QByteArray publicInfo = publicInfoOf(session, publicObject, request.type);
     if (publicInfo.isEmpty())
         throw Error(TokenError::DeviceFailure);
-    ids->push_back(idForPublicKey(publicInfo));
-    setIds(session, publicObject, privateObject, ids->back(), id);
+    traces->ids.push_back(idForPublicKey(publicInfo));
+    setIds(session, publicObject, privateObject, traces->ids.back(), id);
     connection.readKeysAgain();
     const TokenKeyPtr made = connection.contents()->keyFor(publicInfo);
     if (!made || made->privateObject == CK_INVALID_HANDLE)
@@ -146,19 +159,22 @@ TokenKeyPtr generateKeyPair(TokenConnection &connection, Operation &operation,
 {
     checkRequest(connection, request);
     connection.login(operation);
-    std::vector<QByteArray> ids = {provisionalId()};
+    Traces traces = {{provisionalId()}, {}};
     try {
-        return make(connection, request, operation.objectId(), &ids);
+        return make(connection, request, operation.objectId(), &traces);
     } catch (const Error &error) {
         connection.noteError(error);
-        removeWithIds(connection, ids);
+        remove(connection, traces);
         throw;
     }
 }
 
 void removeKeyPair(TokenConnection &connection, const QByteArray &publicInfo)
 {
-    removeWithIds(connection, {idForPublicKey(publicInfo)});
+    Traces traces = {{idForPublicKey(publicInfo)}, {}};
+    if (const TokenKeyPtr key = connection.contents()->keyFor(publicInfo))
+        traces.objects = {key->publicObject, key->privateObject};
+    remove(connection, traces);
     connection.readKeysAgain();
 }
 

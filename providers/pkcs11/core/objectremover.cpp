@@ -116,9 +116,9 @@ void removeEntry(TokenConnection &connection, Operation &operation, const QStrin
         putBack(connection, *entry, withKey);
         throw;
     }
-    connection.noteRemoved(entry->certificate->der);
+    connection.noteRemoved(*entry->certificate);
     if (withKey)
-        connection.readKeysAgain();
+        connection.noteRemoved(*entry->key);
 }
 
 } // namespace Trivex

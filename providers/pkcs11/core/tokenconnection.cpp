@@ -140,16 +140,16 @@ void TokenConnection::logout()
 
 void TokenConnection::read()
 {
-    m_objects.certificates = readCertificates(session(), m_choice);
+    // Not in the anchor: a search that fails may leave its session with one that never ends.
+    m_objects.certificates = readCertificates(open(Session::ReadOnly), m_choice);
     readKeysAgain();
 }
 
 void TokenConnection::readKeysAgain()
 {
     if (m_choice == CertificateChoice::All) {
-        const Session &current = session();
-        readKeys(current, &m_objects);
-        m_objects.privateKeysHidden = flags().needsLogin && !current.isLoggedIn();
+        readKeys(open(Session::ReadOnly), &m_objects);
+        m_objects.privateKeysHidden = flags().needsLogin && !session().isLoggedIn();
     }
     assemble();
 }
@@ -160,11 +160,22 @@ void TokenConnection::noteWritten(const TokenCertificate &certificate)
     assemble();
 }
 
-void TokenConnection::noteRemoved(const QByteArray &der)
+void TokenConnection::noteRemoved(const TokenCertificate &certificate)
 {
     auto &all = m_objects.certificates;
-    const auto isGone = [&](const TokenCertificate &one) { return one.der == der; };
+    const auto isGone = [&](const TokenCertificate &one) { return one.der == certificate.der; };
     all.erase(std::remove_if(all.begin(), all.end(), isGone), all.end());
+    assemble();
+}
+
+void TokenConnection::noteRemoved(const TokenKey &key)
+{
+    const auto removeFrom = [&key](std::vector<TokenKey> &keys, CK_OBJECT_HANDLE TokenKey::*half) {
+        const auto isGone = [&](const TokenKey &one) { return one.*half == key.*half; };
+        keys.erase(std::remove_if(keys.begin(), keys.end(), isGone), keys.end());
+    };
+    removeFrom(m_objects.publicKeys, &TokenKey::publicObject);
+    removeFrom(m_objects.privateKeys, &TokenKey::privateObject);
     assemble();
 }
 

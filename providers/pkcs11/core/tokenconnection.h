@@ -58,7 +58,8 @@ public:
     void readKeysAgain();
     /// What was written or removed is noted, not read again.
     void noteWritten(const TokenCertificate &certificate);
-    void noteRemoved(const QByteArray &der);
+    void noteRemoved(const TokenCertificate &certificate);
+    void noteRemoved(const TokenKey &key);
     const TokenContentsPtr &contents() const { return m_contents; }
 
     /// Called after every error: closes the anchor when the error has ended it.

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/core/tokenreader.h"
 
+#include "providers/pkcs11/core/error.h"
 #include "providers/pkcs11/core/objectsearch.h"
 
 namespace Trivex {
@@ -16,6 +17,19 @@ constexpr quint8 OctetStringTag = 0x04;
 QString text(const QByteArray &bytes)
 {
     return QString::fromUtf8(bytes).trimmed();
+}
+
+/// False when another program has removed the object since it was found.
+bool readIfThere(AttributeReader &reader, const Session &session, CK_OBJECT_HANDLE object)
+{
+    try {
+        reader.read(session, object);
+        return true;
+    } catch (const Pkcs11::Error &error) {
+        if (error.returnValue() != CKR_OBJECT_HANDLE_INVALID)
+            throw;
+        return false;
+    }
 }
 
 std::vector<CK_OBJECT_HANDLE> findCertificates(const Session &session, CertificateChoice choice)
@@ -42,7 +56,8 @@ std::vector<TokenKey> readKeys(const Session &session, CK_OBJECT_CLASS objectCla
     AttributeReader reader({{CKA_KEY_TYPE, sizeof(CK_KEY_TYPE)}, {CKA_ID, 256}, {CKA_LABEL, 1024}});
     std::vector<TokenKey> keys;
     for (const CK_OBJECT_HANDLE object : Pkcs11::findObjects(session, objectClass)) {
-        reader.read(session, object);
+        if (!readIfThere(reader, session, object))
+            continue;
         TokenKey key;
         key.type = reader.number(0, CKK_VENDOR_DEFINED);
         key.id = reader.value(1);
@@ -76,7 +91,8 @@ std::vector<TokenCertificate> readCertificates(const Session &session, Certifica
     AttributeReader reader({{CKA_VALUE, 16384}, {CKA_ID, 256}, {CKA_LABEL, 1024}});
     std::vector<TokenCertificate> certificates;
     for (const CK_OBJECT_HANDLE object : findCertificates(session, choice)) {
-        reader.read(session, object);
+        if (!readIfThere(reader, session, object))
+            continue;
         TokenCertificate certificate;
         certificate.der = reader.value(0);
         certificate.parts = certificateParts(certificate.der);

@@ -1,0 +1,383 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/adapter/keygenerator.h"
+#include "qca/adapter/keys.h"
+#include "qca/adapter/tokens.h"
+#include "tests/pkcs11/faultytoken.h"
+#include "tests/pkcs11/pinprompt.h"
+#include "tests/pkcs11/stores.h"
+#include "tests/support/testcertificates.h"
+
+#include <QElapsedTimer>
+#include <QMap>
+#include <QSignalSpy>
+#include <QTimer>
+
+using namespace TrivexTest;
+
+namespace {
+
+const QString StoreName = QStringLiteral("Faults");
+const QString OpenSsl = QStringLiteral("qca-norvel-openssl");
+
+} // namespace
+
+/// Every call of every flow fails once, in each of the ways a token can fail. What must hold: the
+/// flow ends, with a clear outcome; a flow that failed leaves nothing behind; the next one works.
+class TestFaults : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void everyCall_data();
+    void everyCall();
+    void states_data();
+    void states();
+    void slowCalls_data();
+    void slowCalls();
+    void removedInMidCall_data();
+    void removedInMidCall();
+    void failingAtStart_data();
+    void failingAtStart();
+    void cleanupTestCase();
+
+private:
+    struct Flow {
+        /// True when the flow says that it has succeeded.
+        std::function<bool()> run;
+        /// What the token has more (or less) afterwards.
+        int objectsOnSuccess;
+        /// Brings the token back to where it was before.
+        std::function<void()> restore;
+    };
+    Flow flow(const QString &name);
+    bool sign();
+    bool generate();
+    void removeGenerated();
+    QMap<QByteArray, int> callsOf(const Flow &flow);
+    int objects() const { return m_token->token().objectCount(); }
+    void settle();
+
+    std::unique_ptr<FaultyToken> m_token;
+    std::unique_ptr<TestAuthority> m_authority;
+    std::unique_ptr<QCA::Initializer> m_qca;
+    std::unique_ptr<PinPrompt> m_prompt;
+    std::unique_ptr<Stores> m_stores;
+    QCA::KeyStore *m_store = nullptr;
+    QCA::Certificate m_root;
+    QCA::KeyBundle m_bundle;
+    QString m_written;
+    Trivex::TokenMonitor m_monitor;
+    QString m_lastError;
+};
+
+void TestFaults::initTestCase()
+{
+    m_token = std::make_unique<FaultyToken>(StoreName);
+    TestToken &token = m_token->token();
+    if (!token.isValid())
+        QFAIL(qPrintable(token.problem()));
+    m_authority = std::make_unique<TestAuthority>();
+    QVERIFY(token.generateKeyPair(QStringLiteral("rsa:2048"), QStringLiteral("01"),
+                                  QStringLiteral("signer")));
+    const QByteArray der =
+        m_authority->issue(token.publicKey(QStringLiteral("01")), QStringLiteral("/CN=Signer"));
+    QVERIFY(token.writeObject(QStringLiteral("cert"), der, QStringLiteral("01"),
+                              QStringLiteral("signer")));
+    m_token->useInThisProcess();
+    connect(&m_monitor, &Trivex::TokenMonitor::failed, this,
+            [this](const Trivex::TokenError &error) {
+                m_lastError =
+                    QStringLiteral("%1 0x%2").arg(error.function).arg(error.returnValue, 0, 16);
+            });
+    m_qca = std::make_unique<QCA::Initializer>();
+    m_prompt = std::make_unique<PinPrompt>(TestToken::pin());
+    m_stores = std::make_unique<Stores>();
+    m_store = m_stores->waitFor(StoreName);
+    QVERIFY(m_store);
+    QVERIFY(m_stores->waitForEntries(StoreName, 1));
+    m_root = QCA::Certificate::fromDER(m_authority->certificate(), nullptr, OpenSsl);
+    const QString file = m_authority->bundle(
+        {QStringLiteral("-algorithm"), QStringLiteral("EC"), QStringLiteral("-pkeyopt"),
+         QStringLiteral("ec_paramgen_curve:P-256")},
+        QStringLiteral("/CN=Bundle"), QStringLiteral("x"), QStringLiteral("bundle"));
+    m_bundle = QCA::KeyBundle::fromFile(file, QCA::SecureArray("x"), nullptr, OpenSsl);
+    QVERIFY(!m_root.isNull() && !m_bundle.isNull());
+    QVERIFY(sign());
+}
+
+void TestFaults::cleanupTestCase()
+{
+    if (m_token)
+        m_token->control();
+}
+
+bool TestFaults::sign()
+{
+    const QCA::KeyStoreEntry entry = m_stores->entry(StoreName, QStringLiteral("signer"));
+    if (entry.isNull())
+        return false;
+    QCA::PrivateKey key = entry.keyBundle().privateKey();
+    return !key.isNull()
+        && !key.signMessage(QByteArray("data"), QCA::EMSA3_SHA256, QCA::DefaultFormat).isEmpty();
+}
+
+bool TestFaults::generate()
+{
+    Trivex::KeyGenerator generator;
+    generator.setBlockingEnabled(false);
+    generator.setTarget(m_store->id(), QStringLiteral("made"));
+    QSignalSpy finished(&generator, &Trivex::KeyGenerator::finished);
+    generator.createEC(QStringLiteral("ec-secp384r1"), QStringLiteral("qca-norvel-gost"));
+    if (finished.isEmpty() && !finished.wait(20000))
+        qFatal("a generation did not end");
+    return !generator.key().isNull();
+}
+
+void TestFaults::removeGenerated()
+{
+    for (const char *type : {"privkey", "pubkey"})
+        m_token->token().tool({QStringLiteral("--delete-object"), QStringLiteral("--type"),
+                               QString::fromLatin1(type), QStringLiteral("--label"),
+                               QStringLiteral("made")});
+}
+
+TestFaults::Flow TestFaults::flow(const QString &name)
+{
+    const auto removeWritten = [this] {
+        if (!m_stores->remove(m_store, m_written))
+            qFatal("what was written can't be removed");
+    };
+    const auto write = [this](const auto &what) {
+        m_written = m_stores->write(m_store, what);
+        return !m_written.isEmpty();
+    };
+    if (name == QLatin1String("sign"))
+        return {[this] { return sign(); }, 0, [] {}};
+    if (name == QLatin1String("generate"))
+        return {[this] { return generate(); }, 2, [this] { removeGenerated(); }};
+    if (name == QLatin1String("write certificate"))
+        return {[=] { return write(m_root); }, 1, removeWritten};
+    if (name == QLatin1String("write bundle")) {
+        // With its chain: the root is an entry of its own.
+        return {[=] { return write(m_bundle); }, 4,
+                [=] {
+                    removeWritten();
+                    for (const auto &entry : m_stores->currentEntries(StoreName)) {
+                        if (entry.name() == QLatin1String("Test Root"))
+                            m_stores->remove(m_store, entry.id());
+                    }
+                }};
+    }
+    return {[this] {
+                const auto all = m_stores->currentEntries(StoreName);
+                for (const auto &entry : all) {
+                    if (entry.name() == QLatin1String("bundle"))
+                        return m_stores->remove(m_store, entry.id());
+                }
+                return false;
+            },
+            -3, [=] { write(m_bundle); }};
+}
+
+/// What the provider's own looks at the slot may be doing at the same time is over.
+void TestFaults::settle()
+{
+    m_token->control();
+    QVERIFY(QTest::qWaitFor(
+        [this] {
+            const auto status = Trivex::TokenMonitor::token(m_store->id());
+            return status.present && !status.loading && !status.busy;
+        },
+        10000));
+}
+
+QMap<QByteArray, int> TestFaults::callsOf(const Flow &flow)
+{
+    m_token->forget();
+    QMap<QByteArray, int> calls;
+    if (!flow.run())
+        return calls;
+    const auto all = m_token->calls();
+    for (const QByteArray &call : all)
+        ++calls[call];
+    flow.restore();
+    // The provider's own looks at the slots come at any time.
+    calls.remove("C_GetSlotList");
+    calls.remove("C_CloseSession");
+    return calls;
+}
+
+void TestFaults::everyCall_data()
+{
+    QTest::addColumn<QString>("flowName");
+    QTest::addColumn<QByteArray>("fault");
+    const char *faults[] = {
+        "CKR_DEVICE_REMOVED",        "CKR_DEVICE_ERROR", "CKR_SESSION_HANDLE_INVALID",
+        "CKR_PIN_INCORRECT",         "CKR_PIN_LOCKED",   "CKR_DEVICE_MEMORY",
+        "CKR_TOKEN_WRITE_PROTECTED",
+    };
+    for (const char *name :
+         {"sign", "generate", "write certificate", "write bundle", "remove bundle"}) {
+        for (const char *fault : faults)
+            QTest::addRow("%s, %s", name, fault)
+                << QString::fromLatin1(name) << QByteArray("fail %1 %2 ") + fault;
+        QTest::addRow("%s, done but CKR_DEVICE_ERROR", name)
+            << QString::fromLatin1(name) << QByteArray("fail-after %1 %2 CKR_DEVICE_ERROR");
+    }
+}
+
+void TestFaults::everyCall()
+{
+    QFETCH(QString, flowName);
+    QFETCH(QByteArray, fault);
+    const Flow tested = flow(flowName);
+    const bool isRemoval = tested.objectsOnSuccess < 0;
+    if (isRemoval)
+        tested.restore();
+    const auto calls = callsOf(tested);
+    QVERIFY2(!calls.isEmpty(), qPrintable(m_lastError));
+    const int before = objects();
+    for (auto call = calls.begin(); call != calls.end(); ++call) {
+        for (int count = 1; count <= call.value(); ++count) {
+            const QByteArray order = QByteArray(fault)
+                                         .replace("%1", call.key())
+                                         .replace("%2", QByteArray::number(count));
+            m_token->control(order);
+            const bool succeeded = tested.run();
+            settle();
+            const int change = objects() - before;
+            QVERIFY2(change == (succeeded ? tested.objectsOnSuccess : 0),
+                     qPrintable(QStringLiteral("%1: %2, last error %3, objects %4")
+                                    .arg(QString::fromLatin1(order),
+                                         succeeded ? QStringLiteral("succeeded")
+                                                   : QStringLiteral("failed"),
+                                         m_lastError)
+                                    .arg(change)));
+            if (succeeded)
+                tested.restore();
+        }
+    }
+    QVERIFY(sign());
+    QVERIFY(tested.run());
+    if (!isRemoval)
+        tested.restore();
+}
+
+void TestFaults::states_data()
+{
+    QTest::addColumn<QString>("flowName");
+    QTest::addColumn<QByteArray>("orders");
+    QTest::addColumn<int>("kind");
+    for (const char *name : {"generate", "write certificate", "write bundle"}) {
+        const QString flowName = QString::fromLatin1(name);
+        QTest::addRow("%s, read-only", name)
+            << flowName << QByteArray("read-only") << int(Trivex::TokenError::ReadOnly);
+        QTest::addRow("%s, full", name)
+            << flowName << QByteArray("full") << int(Trivex::TokenError::TokenFull);
+    }
+}
+
+void TestFaults::states()
+{
+    QFETCH(QString, flowName);
+    QFETCH(QByteArray, orders);
+    QFETCH(int, kind);
+    const Flow tested = flow(flowName);
+    const int before = objects();
+    Trivex::TokenMonitor monitor;
+    QSignalSpy failed(&monitor, &Trivex::TokenMonitor::failed);
+    m_token->control(orders);
+    QVERIFY(!tested.run());
+    settle();
+    QTRY_COMPARE(failed.count(), 1);
+    QCOMPARE(int(failed.first().first().value<Trivex::TokenError>().kind), kind);
+    QCOMPARE(objects(), before);
+    QVERIFY(tested.run());
+    tested.restore();
+}
+
+void TestFaults::slowCalls_data()
+{
+    QTest::addColumn<QString>("flowName");
+    QTest::addColumn<QByteArray>("call");
+    QTest::newRow("sign") << "sign" << QByteArray("C_Sign");
+    QTest::newRow("generate") << "generate" << QByteArray("C_GenerateKeyPair");
+    QTest::newRow("write") << "write certificate" << QByteArray("C_CreateObject");
+    QTest::newRow("search") << "write certificate" << QByteArray("C_FindObjects");
+}
+
+/// Five seconds in one call: the event loop goes on meanwhile, and the flow succeeds.
+void TestFaults::slowCalls()
+{
+    QFETCH(QString, flowName);
+    QFETCH(QByteArray, call);
+    const Flow tested = flow(flowName);
+    m_token->control("delay " + call + " 1 5000");
+    QElapsedTimer whole;
+    QElapsedTimer sinceLast;
+    qint64 longest = 0;
+    QTimer beat;
+    connect(&beat, &QTimer::timeout, this,
+            [&] { longest = std::max(longest, sinceLast.restart()); });
+    beat.start(5);
+    whole.start();
+    sinceLast.start();
+    QVERIFY(tested.run());
+    QVERIFY(whole.elapsed() >= 5000);
+    QVERIFY2(longest < 500, qPrintable(QString::number(longest)));
+    settle();
+    tested.restore();
+}
+
+void TestFaults::removedInMidCall_data()
+{
+    QTest::addColumn<QString>("flowName");
+    QTest::addColumn<QByteArray>("call");
+    QTest::newRow("sign") << "sign" << QByteArray("C_Sign");
+    QTest::newRow("sign, start") << "sign" << QByteArray("C_SignInit");
+    QTest::newRow("generate") << "generate" << QByteArray("C_GenerateKeyPair");
+    QTest::newRow("write") << "write certificate" << QByteArray("C_CreateObject");
+    QTest::newRow("bundle") << "write bundle" << QByteArray("C_CreateObject");
+}
+
+/// The token leaves at a call and comes back later.
+void TestFaults::removedInMidCall()
+{
+    QFETCH(QString, flowName);
+    QFETCH(QByteArray, call);
+    const Flow tested = flow(flowName);
+    const int before = objects();
+    m_token->control("remove-at " + call + " 1");
+    QVERIFY(!tested.run());
+    QTRY_VERIFY(!Trivex::TokenMonitor::token(m_store->id()).present);
+    QTRY_VERIFY(m_stores->entries(StoreName).isEmpty());
+    QCOMPARE(objects(), before);
+    settle();
+    QVERIFY(m_stores->waitForEntries(StoreName, 1));
+    QVERIFY(tested.run());
+    tested.restore();
+}
+
+void TestFaults::failingAtStart_data()
+{
+    QTest::addColumn<QByteArray>("call");
+    for (const char *call : {"C_GetTokenInfo", "C_OpenSession", "C_GetSessionInfo",
+                             "C_FindObjectsInit", "C_FindObjects", "C_GetAttributeValue"})
+        QTest::newRow(call) << QByteArray(call);
+}
+
+/// A first reading that fails is tried again.
+void TestFaults::failingAtStart()
+{
+    QFETCH(QByteArray, call);
+    m_token->control("remove");
+    QTRY_VERIFY(!Trivex::TokenMonitor::token(m_store->id()).present);
+    QTRY_VERIFY(m_stores->entries(StoreName).isEmpty());
+    m_token->control("fail " + call + " 1 CKR_DEVICE_ERROR");
+    QVERIFY(m_stores->waitForEntries(StoreName, 1));
+    settle();
+    QVERIFY(sign());
+}
+
+QTEST_GUILESS_MAIN(TestFaults)
+#include "tst_faults.moc"

@@ -1,0 +1,173 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/adapter/keygenerator.h"
+#include "qca/adapter/keys.h"
+#include "qca/adapter/tokens.h"
+#include "tests/pkcs11/faultytoken.h"
+#include "tests/pkcs11/pinprompt.h"
+#include "tests/pkcs11/stores.h"
+#include "tests/support/testcertificates.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
+
+using namespace TrivexTest;
+
+namespace {
+
+const QString StoreName = QStringLiteral("Lifecycle");
+
+} // namespace
+
+/// Starts and ends: of the provider, of tokens while something goes on, of objects that wait.
+class TestLifecycle : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void startNeverWaits();
+    void busyEndsThoughAModuleHangs();
+    void twentyRounds();
+    void keyOutlivesQca();
+    void endWhileModuleIsBusy();
+    void endWhileQuestionIsOpen();
+    void keyIsDestroyedWhileItSigns();
+
+private:
+    bool sign(Stores &stores);
+
+    std::unique_ptr<FaultyToken> m_token;
+    std::unique_ptr<TestAuthority> m_authority;
+};
+
+void TestLifecycle::initTestCase()
+{
+    m_token = std::make_unique<FaultyToken>(StoreName);
+    TestToken &token = m_token->token();
+    if (!token.isValid())
+        QFAIL(qPrintable(token.problem()));
+    m_authority = std::make_unique<TestAuthority>();
+    QVERIFY(token.generateKeyPair(QStringLiteral("rsa:2048"), QStringLiteral("01"),
+                                  QStringLiteral("signer")));
+    const QByteArray der =
+        m_authority->issue(token.publicKey(QStringLiteral("01")), QStringLiteral("/CN=Signer"));
+    QVERIFY(token.writeObject(QStringLiteral("cert"), der, QStringLiteral("01"),
+                              QStringLiteral("signer")));
+    m_token->useInThisProcess();
+}
+
+bool TestLifecycle::sign(Stores &stores)
+{
+    const QCA::KeyStoreEntry entry = stores.entry(StoreName, QStringLiteral("signer"));
+    if (entry.isNull())
+        return false;
+    QCA::PrivateKey key = entry.keyBundle().privateKey();
+    return !key.signMessage(QByteArray("data"), QCA::EMSA3_SHA256, QCA::DefaultFormat).isEmpty();
+}
+
+void TestLifecycle::startNeverWaits()
+{
+    m_token->control("delay C_Initialize * 1500\ndelay C_GetTokenInfo * 300");
+    const QCA::Initializer qca;
+    QElapsedTimer timer;
+    timer.start();
+    Stores stores;
+    QVERIFY2(timer.elapsed() < 500, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY(stores.waitForEntries(StoreName, 1));
+    m_token->control();
+}
+
+void TestLifecycle::busyEndsThoughAModuleHangs()
+{
+    m_token->control("delay C_Initialize * 6000");
+    const QCA::Initializer qca;
+    Stores stores;
+    QVERIFY(stores.manager().isBusy());
+    QElapsedTimer timer;
+    timer.start();
+    QTRY_VERIFY_WITH_TIMEOUT(!stores.manager().isBusy(), 5000);
+    QVERIFY(timer.elapsed() > 1000);
+    m_token->control();
+    QVERIFY(stores.waitForEntries(StoreName, 1, 10000));
+}
+
+void TestLifecycle::twentyRounds()
+{
+    for (int round = 0; round < 20; ++round) {
+        const QCA::Initializer qca;
+        PinPrompt prompt(TestToken::pin());
+        Stores stores;
+        QVERIFY(stores.waitForEntries(StoreName, 1));
+        if (round % 4 == 0)
+            QVERIFY(sign(stores));
+    }
+}
+
+void TestLifecycle::keyOutlivesQca()
+{
+    QCA::Initializer qca;
+    QCA::PrivateKey key;
+    {
+        Stores stores;
+        QVERIFY(stores.waitForEntries(StoreName, 1));
+        key = stores.entry(StoreName, QStringLiteral("signer")).keyBundle().privateKey();
+    }
+    QCA::KeyStoreManager::scan();
+    // Nobody answers for the PIN.
+    QVERIFY(key.signMessage(QByteArray("data"), QCA::EMSA3_SHA256, QCA::DefaultFormat).isEmpty());
+}
+
+void TestLifecycle::endWhileModuleIsBusy()
+{
+    QElapsedTimer timer;
+    {
+        const QCA::Initializer qca;
+        PinPrompt prompt(TestToken::pin());
+        Stores stores;
+        QVERIFY(stores.waitForEntries(StoreName, 1));
+        Trivex::KeyGenerator generator;
+        generator.setBlockingEnabled(false);
+        generator.setTarget(stores.byName(StoreName)->id(), QStringLiteral("left"));
+        m_token->control("delay C_GenerateKeyPair 1 6000");
+        generator.createRSA(2048, 3, QStringLiteral("qca-norvel-pkcs11"));
+        QTest::qWait(500);
+        timer.start();
+    }
+    QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
+    m_token->control();
+    // The thread that was left behind ends by itself, and the pair that it made goes with it.
+    QTest::qWait(8000);
+    QCOMPARE(m_token->token().objectCount(), 3);
+}
+
+void TestLifecycle::endWhileQuestionIsOpen()
+{
+    const QCA::Initializer qca;
+    PinPrompt prompt(TestToken::pin());
+    prompt.setHolding(true);
+    Stores stores;
+    QVERIFY(stores.waitForEntries(StoreName, 1));
+    Trivex::KeyGenerator generator;
+    generator.setBlockingEnabled(false);
+    generator.setTarget(stores.byName(StoreName)->id(), QStringLiteral("left"));
+    generator.createRSA(2048, 3, QStringLiteral("qca-norvel-pkcs11"));
+    QTRY_COMPARE(prompt.count(), 1);
+}
+
+void TestLifecycle::keyIsDestroyedWhileItSigns()
+{
+    const QCA::Initializer qca;
+    PinPrompt prompt(TestToken::pin());
+    prompt.setHolding(true);
+    Stores stores;
+    QVERIFY(stores.waitForEntries(StoreName, 1));
+    auto store = stores.byName(StoreName);
+    const QString id = store->id();
+    QTimer::singleShot(300, this, [&] { m_token->control("remove"); });
+    QVERIFY(!sign(stores));
+    QTRY_VERIFY(stores.entries(StoreName).isEmpty());
+    prompt.answer();
+    m_token->control();
+}
+
+QTEST_GUILESS_MAIN(TestLifecycle)
+#include "tst_lifecycle.moc"
