@@ -11,6 +11,9 @@ Item {
     property var running: null
     property var waiting: null
     property double since: 0
+    // A call into the module may wait for the token in an event loop of its own, in which the timer
+    // goes on.
+    property bool inside: false
 
     function* acts() {
         yield* reading.play()
@@ -20,12 +23,14 @@ Item {
 
     function resume(answer) {
         let next
+        inside = true
         try {
             next = running.next(answer)
         } catch (error) {
             toolbox.step(false, "the tour", error + " at " + error.fileName + ":" + error.lineNumber)
             next = {done: true}
         }
+        inside = false
         if (next.done) {
             timer.stop()
             Qt.quit()
@@ -36,6 +41,8 @@ Item {
     }
 
     function poll() {
+        if (inside)
+            return
         const late = Date.now() - since > waiting.within
         if (waiting.until())
             resume(true)
