@@ -32,16 +32,17 @@ public:
         if (m_position <= 0)
             m_base += QLatin1Char(' ') + number;
         m_position = m_brackets.indexIn(m_base);
-        fit(number.size());
+        fit();
         return m_base + m_suffix;
     }
 
 private:
     /// Shortens what stands before the number where the name got too long.
-    void fit(int numberSize)
+    void fit()
     {
-        const int numberAt = m_base.size() - numberSize;
-        const QString name = safeFileName(m_base.left(numberAt), m_base.mid(numberAt) + m_suffix);
+        const bool isSpaced = m_position > 0 && m_base.at(m_position - 1) == QLatin1Char(' ');
+        const int tail = isSpaced ? m_position - 1 : m_position;
+        const QString name = safeFileName(m_base.left(tail), m_base.mid(tail) + m_suffix);
         m_base = name.left(name.size() - m_suffix.size());
         m_position = m_brackets.indexIn(m_base);
     }

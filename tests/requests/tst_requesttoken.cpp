@@ -1,0 +1,329 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+
+// The life of requests with keys on a real software token, checked with the openssl program.
+#include "keystores/keystoremodel.h"
+#include "qca/qcaaskerthread.h"
+#include "requests/certificaterequest.h"
+#include "requests/certificaterequestmodel.h"
+#include "tests/requests/home.h"
+#include "tests/support/testcertificates.h"
+#include "tests/support/testtoken.h"
+
+#include <QSignalSpy>
+#include <QtTest>
+
+using namespace TrivexTest;
+
+namespace {
+
+const Home *home = nullptr;
+const TestToken *token = nullptr;
+constexpr int patience = 30000; // ms
+
+/// What `openssl req` says of the file, after checking its signature.
+QString verified(const QString &path)
+{
+    const TestAuthority authority;
+    return QString::fromUtf8(authority.openssl(
+        {QStringLiteral("req"), QStringLiteral("-verify"), QStringLiteral("-in"), path,
+         QStringLiteral("-noout"), QStringLiteral("-subject"), QStringLiteral("-nameopt"),
+         QStringLiteral("utf8,sep_comma_plus_space")}));
+}
+
+} // namespace
+
+class TestRequestToken : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void algorithms();
+    void otherLocations();
+    void lives_data();
+    void lives();
+    void rsaParameters();
+    void wrongPin();
+    void secondGenerationMeanwhile();
+    void destroyedMeanwhile();
+    void storeGone();
+    void unknownAlgorithm();
+
+private:
+    int row() const;
+    void choose(CertificateRequest *request, int algorithm, const QString &identifier);
+
+    std::unique_ptr<KeyStoreModel> m_stores;
+};
+
+void TestRequestToken::initTestCase()
+{
+    m_stores = std::make_unique<KeyStoreModel>();
+    QVERIFY(m_stores->isProviderReady());
+    // Other providers have stores too.
+    QTRY_VERIFY(row() >= 0);
+    QTRY_VERIFY(m_stores->askerThread()->handler());
+}
+
+/// The token's row in the list of locations.
+int TestRequestToken::row() const
+{
+    const ComboBoxModel *locations = m_stores->certLocationModel();
+    for (int i = 0; i < locations->rowCount(); ++i) {
+        if (locations->rowAt(i).type == token->label())
+            return i;
+    }
+    return -1;
+}
+
+void TestRequestToken::init()
+{
+    home->clearRequests();
+}
+
+void TestRequestToken::choose(CertificateRequest *request, int algorithm, const QString &identifier)
+{
+    request->setKeyStoreModel(m_stores.get());
+    request->init();
+    request->setPrKeyAlgorithmId(algorithm);
+    request->setPrKeyLocationIndex(row());
+    request->setKeyIdentifier(identifier);
+    request->setPrKeyPin(QString::fromLatin1(TestToken::pin()));
+}
+
+void TestRequestToken::algorithms()
+{
+    CertificateRequest request;
+    request.setKeyStoreModel(m_stores.get());
+    QCOMPARE(request.prKeyAlgorithm()->rowCount(), 0);
+    QSignalSpy changed(&request, &CertificateRequest::prKeyAlgorithmIdChanged);
+    request.init();
+    QCOMPARE(changed.count(), 0);
+    QAbstractListModel *model = request.prKeyAlgorithm();
+    QMap<int, QString> types;
+    for (int row = 0; row < model->rowCount(); ++row)
+        types.insert(model->index(row).data(258).toInt(), model->index(row).data(259).toString());
+    const QMap<int, QString> expected{{2048, QStringLiteral("rsa")},
+                                      {3072, QStringLiteral("rsa")},
+                                      {4096, QStringLiteral("rsa")},
+                                      {384, QStringLiteral("ec")}};
+    QCOMPARE(types, expected);
+    QCOMPARE(request.prKeyAlgorithmId(), model->index(0).data(258).toInt());
+    QCOMPARE(request.prKeyAlgorithmId(), 384);
+    QCOMPARE(request.prKeyLocation(), m_stores->certLocationModel());
+    request.init();
+    QCOMPARE(model->rowCount(), 8);
+}
+
+void TestRequestToken::otherLocations()
+{
+    CertificateRequest request;
+    choose(&request, 2048, QStringLiteral("nothing"));
+    QCOMPARE(request.prKeyLocationId(), 2);
+    QCOMPARE(request.privateKeyLocation(), qtTrId("trivex-me-softhsm"));
+    QSignalSpy done(&request, &CertificateRequest::createKeyPairDone);
+    const int rows = m_stores->certLocationModel()->rowCount();
+    request.setPrKeyLocationIndex(rows);
+    QCOMPARE(request.prKeyLocationId(), 3);
+    QCOMPARE(request.privateKeyLocation(), QString());
+    request.createKeyPair();
+    request.setPrKeyLocationIndex(-1);
+    request.createKeyPair();
+    // Rows of the other kinds, which the key store model itself never makes.
+    m_stores->certLocationModel()->addRow(0, QStringLiteral("card"), token->label());
+    m_stores->certLocationModel()->addRow(1, QStringLiteral("chip"), token->label());
+    for (const int location : {0, 1}) {
+        request.setPrKeyLocationIndex(rows + location);
+        QCOMPARE(request.prKeyLocationId(), location);
+        request.createKeyPair();
+    }
+    QCOMPARE(request.privateKeyLocation(), qtTrId("trivex-me-norvel_tee"));
+    m_stores->certLocationModel()->addRow(2, QStringLiteral("gone"), QStringLiteral("no store"));
+    request.setPrKeyLocationIndex(rows + 2);
+    QTest::ignoreMessage(QtWarningMsg, "void CertificateRequest::createKeyPair() KeyStore is null");
+    request.createKeyPair();
+    QTest::qWait(500);
+    QCOMPARE(done.count(), 0);
+    QCOMPARE(token->objectCount(), 0);
+}
+
+void TestRequestToken::lives_data()
+{
+    QTest::addColumn<int>("algorithm");
+    QTest::addColumn<QString>("kind");
+    QTest::newRow("RSA") << 2048 << "RSA";
+    QTest::newRow("EC") << 384 << "Elliptic Curve";
+}
+
+void TestRequestToken::lives()
+{
+    QFETCH(int, algorithm);
+    QFETCH(QString, kind);
+    const int objectsBefore = token->objectCount();
+    CertificateRequestModel list;
+    list.setKeyStoreModel(m_stores.get());
+
+    CertificateRequest request;
+    choose(&request, algorithm, QStringLiteral("my key"));
+    QSignalSpy done(&request, &CertificateRequest::createKeyPairDone);
+    QSignalSpy created(&request, &CertificateRequest::requestCreated);
+    QCOMPARE(request.privateKeyAvailability(), QString());
+    request.createKeyPair();
+    QVERIFY(done.wait(patience));
+    QCOMPARE(token->objectCount(), objectsBefore + 2);
+    QCOMPARE(request.privateKeyAvailability(), qtTrId("trivex-p-la-private_available"));
+    QCOMPARE(request.publicKeyTypeAlgorithm(), kind);
+
+    request.setCommonName(QString::fromUtf8("Иванов Иван"));
+    request.setCountryCode(QStringLiteral("RU"));
+    request.createRequest();
+    QCOMPARE(created.count(), 1);
+    const QString path = request.filePath();
+    QVERIFY(QFile::exists(path));
+    QVERIFY2(verified(path).contains(QString::fromUtf8("CN=Иванов Иван")),
+             qPrintable(verified(path)));
+    QTRY_COMPARE(list.rowCount(), 1);
+
+    // Opened again and edited: the key has no certificate yet, the token knows it all the same.
+    auto *saved = list.index(0).data(259).value<CertificateRequest *>();
+    QPointer<CertificateRequest> guard(saved);
+    QSignalSpy missing(saved, &CertificateRequest::missingPrivateKey);
+    saved->setCommonName(QStringLiteral("Petrov"));
+    saved->setEditMode(true);
+    QCOMPARE(missing.count(), 0);
+    QVERIFY(!QFile::exists(path));
+    const QString edited = home->requests().filePath(QStringLiteral("Petrov.csr"));
+    QVERIFY2(verified(edited).contains(QStringLiteral("CN=Petrov")),
+             qPrintable(verified(edited)));
+    QTRY_VERIFY(!guard);
+    QCOMPARE(list.rowCount(), 1);
+
+    // A restart removes nothing: the bare key is no bundle.
+    {
+        KeyStoreModel restarted;
+        CertificateRequestModel again;
+        again.setKeyStoreModel(&restarted);
+        QTRY_VERIFY(restarted.certLocationModel()->rowCount() > 0);
+        QTest::qWait(1000);
+        QVERIFY(QFile::exists(edited));
+    }
+
+    // The certificate arrives.
+    const TestAuthority authority;
+    const QByteArray certificate = authority.issueForRequest(edited);
+    QVERIFY(!certificate.isEmpty());
+    const QCA::Certificate issued =
+        QCA::Certificate::fromDER(certificate, nullptr, QStringLiteral("qca-norvel-openssl"));
+    QTemporaryDir directory;
+    const QString file = directory.filePath(QStringLiteral("issued.pem"));
+    QVERIFY(issued.toPEMFile(file));
+    QSignalSpy arrived(m_stores.get(), &KeyStoreModel::keyBundleWritten);
+    QVERIFY(m_stores->certificateFromPEMFile(file));
+    m_stores->setCertLocationId(row());
+    m_stores->importCertificate();
+    QTRY_COMPARE_WITH_TIMEOUT(arrived.count(), 1, patience);
+    QTRY_VERIFY(!QFile::exists(edited));
+    QTRY_COMPARE(list.rowCount(), 0);
+}
+
+void TestRequestToken::rsaParameters()
+{
+    CertificateRequest request;
+    choose(&request, 3072, QStringLiteral("large key"));
+    QSignalSpy done(&request, &CertificateRequest::createKeyPairDone);
+    request.createKeyPair();
+    QVERIFY(done.wait(patience));
+    request.setCommonName(QStringLiteral("Large"));
+    request.createRequest();
+    const QCA::RSAPublicKey key = request.requestPublicKey().toRSA();
+    QCOMPARE(key.bitSize(), 3072);
+    QCOMPARE(key.e().toString(), QStringLiteral("3"));
+}
+
+void TestRequestToken::wrongPin()
+{
+    const int objectsBefore = token->objectCount();
+    CertificateRequest request;
+    choose(&request, 2048, QStringLiteral("wrong"));
+    QSignalSpy done(&request, &CertificateRequest::createKeyPairDone);
+    // While the token is logged in a PIN is not looked at, so this is a missing one at least.
+    request.setPrKeyPin(QStringLiteral("wrong"));
+    request.createKeyPair();
+    const bool made = done.wait(3000);
+    QCOMPARE(token->objectCount(), made ? objectsBefore + 2 : objectsBefore);
+    // Whatever became of it, the next one works.
+    request.setPrKeyPin(QString::fromLatin1(TestToken::pin()));
+    request.createKeyPair();
+    QVERIFY(done.wait(patience));
+}
+
+void TestRequestToken::secondGenerationMeanwhile()
+{
+    const int objectsBefore = token->objectCount();
+    CertificateRequest request;
+    choose(&request, 4096, QStringLiteral("twice"));
+    QSignalSpy done(&request, &CertificateRequest::createKeyPairDone);
+    request.createKeyPair();
+    request.createKeyPair();
+    QVERIFY(done.wait(patience));
+    QTest::qWait(500);
+    QCOMPARE(done.count(), 1);
+    QCOMPARE(token->objectCount(), objectsBefore + 2);
+}
+
+void TestRequestToken::destroyedMeanwhile()
+{
+    const int objectsBefore = token->objectCount();
+    auto request = std::make_unique<CertificateRequest>();
+    choose(request.get(), 4096, QStringLiteral("abandoned"));
+    request->createKeyPair();
+    QTest::qWait(20);
+    request.reset();
+    // The token keeps nothing of it.
+    QTRY_COMPARE_WITH_TIMEOUT(token->objectCount(), objectsBefore, patience);
+}
+
+void TestRequestToken::storeGone()
+{
+    CertificateRequest request;
+    choose(&request, 2048, QStringLiteral("no model"));
+    KeyStoreModel *second = new KeyStoreModel;
+    request.setKeyStoreModel(second);
+    delete second;
+    request.createKeyPair();
+    request.pinRejected();
+    request.setCommonName(QStringLiteral("A"));
+    QTest::ignoreMessage(QtWarningMsg, "Error: missing private key");
+    request.createRequest();
+}
+
+void TestRequestToken::unknownAlgorithm()
+{
+    const int objectsBefore = token->objectCount();
+    CertificateRequest request;
+    choose(&request, 1024, QStringLiteral("small"));
+    QSignalSpy done(&request, &CertificateRequest::createKeyPairDone);
+    request.createKeyPair();
+    QVERIFY(!done.wait(500));
+    QCOMPARE(token->objectCount(), objectsBefore);
+}
+
+int main(int argc, char *argv[])
+{
+    QLocale::setDefault(QLocale::c());
+    const Home place;
+    home = &place;
+    const TestToken softwareToken;
+    token = &softwareToken;
+    softwareToken.useInThisProcess();
+    QCoreApplication application(argc, argv);
+    if (!softwareToken.isValid()) {
+        qInfo("SKIP %s", qPrintable(softwareToken.problem()));
+        return 0;
+    }
+    const QCA::Initializer initializer;
+    TestRequestToken test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_requesttoken.moc"
