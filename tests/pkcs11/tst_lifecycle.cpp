@@ -111,7 +111,6 @@ void TestLifecycle::keyOutlivesQca()
         QVERIFY(stores.waitForEntries(StoreName, 1));
         key = stores.entry(StoreName, QStringLiteral("signer")).keyBundle().privateKey();
     }
-    QCA::KeyStoreManager::scan();
     // Nobody answers for the PIN.
     QVERIFY(key.signMessage(QByteArray("data"), QCA::EMSA3_SHA256, QCA::DefaultFormat).isEmpty());
 }

@@ -56,11 +56,18 @@ QByteArray TestAuthority::issue(const QByteArray &publicKeyInfo, const QString &
                     QStringLiteral("DER"), QStringLiteral("-in"), key, QStringLiteral("-out"), pem})
                .isNull())
         return {};
-    return openssl({QStringLiteral("x509"), QStringLiteral("-new"), QStringLiteral("-force_pubkey"),
-                    pem, QStringLiteral("-subj"), subject, QStringLiteral("-CA"), certificateFile(),
+    // Only `openssl req` takes the subject as UTF-8; the request's own key is replaced.
+    const QString request = file(QStringLiteral("subject.csr"));
+    if (openssl({QStringLiteral("req"), QStringLiteral("-new"), QStringLiteral("-utf8"),
+                 QStringLiteral("-key"), file(QStringLiteral("ca.key")), QStringLiteral("-subj"),
+                 subject, QStringLiteral("-out"), request})
+            .isNull())
+        return {};
+    return openssl({QStringLiteral("x509"), QStringLiteral("-req"), QStringLiteral("-in"), request,
+                    QStringLiteral("-force_pubkey"), pem, QStringLiteral("-CA"), certificateFile(),
                     QStringLiteral("-CAkey"), file(QStringLiteral("ca.key")),
-                    QStringLiteral("-days"), QStringLiteral("365"), QStringLiteral("-outform"),
-                    QStringLiteral("DER")});
+                    QStringLiteral("-CAcreateserial"), QStringLiteral("-days"),
+                    QStringLiteral("365"), QStringLiteral("-outform"), QStringLiteral("DER")});
 }
 
 QByteArray TestAuthority::issueForRequest(const QString &requestFile) const
