@@ -52,12 +52,12 @@ def of_kind(*suffixes):
 def sizes():
     """Files of a size that one can read in one go."""
     limits = {".cpp": 400, ".h": 200, ".qml": 250}
-    tests = {".cpp": 500}
+    tests = {".cpp": 650}
     for path in of_kind(*limits):
         lines = len(text_of(path).splitlines())
-        # "About": a tenth over is still one subject; more wants a file of its own. A test program
+        # "About": a little over is still one subject; more wants a file of its own. A test program
         # is a list of cases, which may be longer.
-        limit = limits[path.suffix] * 1.1
+        limit = limits[path.suffix] * 1.15
         if name(path).startswith("tests/"):
             limit = tests.get(path.suffix, limit)
         if lines > limit:
@@ -88,7 +88,9 @@ def functions():
     for path in of_kind(".cpp"):
         for start, body in bodies(text_of(path)):
             lengths.append(len(body))
-            if len(body) > 60 and not is_table(body):
+            # A test may tell a story from its beginning to its end.
+            limit = 90 if name(path).startswith("tests/") else 60
+            if len(body) > limit and not is_table(body):
                 yield f"{name(path)}:{start + 1}: a function of {len(body)} lines"
     middle = statistics.median(lengths)
     print(f"{len(lengths)} functions, median {middle} lines, longest {max(lengths)}")
@@ -122,7 +124,7 @@ FORBIDDEN = [
 ]
 KNOWN_HOSTS = re.compile(
     r"^(www\.w3\.org|schemas?\..*|.*\.example|example\.(org|com|net)|localhost|127\.0\.0\.1"
-    r"|www\.freedesktop\.org|trivex|spdx\.org|%1|\$.*|\{.*)(:\d+)?$")
+    r"|www\.freedesktop\.org|affinix\.com|trivex|spdx\.org|%1|\$.*|\{.*)(:\d+)?$")
 
 
 def words():
@@ -240,7 +242,9 @@ def symbols(library):
         return
     listing = subprocess.run([program, "-D", "--defined-only", library], check=True,
                              capture_output=True, text=True).stdout
-    found = {line.split()[-1].split("@")[0] for line in listing.splitlines()}
+    # Lower case is local: not exported, although it has a place in the table.
+    found = {line.split()[-1].split("@")[0] for line in listing.splitlines()
+             if line.split()[-2].isupper()}
     wanted = {"qt_plugin_instance", "qt_plugin_query_metadata"}
     for symbol in sorted(found ^ wanted):
         yield f"{library}: {'exported' if symbol in found else 'missing'}: {symbol}"

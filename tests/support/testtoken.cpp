@@ -187,9 +187,10 @@ bool TestToken::writeObject(const QString &type, const QByteArray &der, const QS
 
 QByteArray TestToken::publicKey(const QString &id) const
 {
-    const QByteArray listing = objectWithId(
-        tool({QStringLiteral("--list-objects"), QStringLiteral("--type"), QStringLiteral("pubkey")}),
-        id);
+    const QByteArray listing =
+        objectWithId(tool({QStringLiteral("--list-objects"), QStringLiteral("--type"),
+                           QStringLiteral("pubkey")}),
+                     id);
     if (listing.contains("EC_POINT:"))
         return ecPublicKeyInfo(listing);
     const QString file = m_directory->filePath(QStringLiteral("public.der"));

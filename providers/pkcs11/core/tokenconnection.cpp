@@ -45,11 +45,11 @@ TokenFlags flagsOf(const CK_TOKEN_INFO &info)
 }
 
 TokenConnection::TokenConnection(Pkcs11::ModulePtr module, CK_SLOT_ID slot, TokenIdentity identity,
-                                 QCA::KeyStoreInfo store, CertificateChoice choice)
+                                 const QCA::KeyStoreInfo &store, CertificateChoice choice)
     : m_module(std::move(module))
     , m_slot(slot)
     , m_identity(std::move(identity))
-    , m_store(std::move(store))
+    , m_store(store)
     , m_choice(choice)
     , m_contents(std::make_shared<TokenContents>())
 {

@@ -30,7 +30,7 @@ TokenFlags flagsOf(const CK_TOKEN_INFO &info);
 class TokenConnection {
 public:
     TokenConnection(Pkcs11::ModulePtr module, CK_SLOT_ID slot, TokenIdentity identity,
-                    QCA::KeyStoreInfo store, CertificateChoice choice);
+                    const QCA::KeyStoreInfo &store, CertificateChoice choice);
 
     const TokenIdentity &identity() const { return m_identity; }
     const QCA::KeyStoreInfo &store() const { return m_store; }
