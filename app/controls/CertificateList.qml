@@ -37,7 +37,8 @@ FocusScope {
         activeFocusOnTab: true
         clip: true
         reuseItems: true
-        cacheBuffer: Theme.rowHeight * 4
+        // Rows made ahead are made asynchronously, which a reset of the model then cancels loudly.
+        cacheBuffer: 0
         boundsBehavior: Flickable.StopAtBounds
         currentIndex: -1
         keyNavigationEnabled: true

@@ -208,8 +208,10 @@ void CertificateFile::readCertificates(const QByteArray &bytes)
 
 void CertificateFile::unlock(const QString &password)
 {
-    if (m_kind != BundleKind || m_unlocking)
+    if (m_kind != BundleKind)
         return;
+    // A later try overtakes one that still runs; that one's answer is not waited for.
+    ++m_serial;
     m_unlocking = true;
     m_problem.clear();
     const int serial = m_serial;

@@ -207,6 +207,11 @@ int EntryModel::countInStore(const QString &storeId) const
     return m_counts.value(storeId);
 }
 
+QString EntryModel::storeNameAt(int sourceRow) const
+{
+    return row(sourceRow).storeName;
+}
+
 bool EntryModel::isSystemStore(const QString &storeId) const
 {
     return m_system.value(storeId);

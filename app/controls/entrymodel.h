@@ -45,6 +45,8 @@ public:
 
     /// How many rows lie in each store; kept current, cheap to read.
     int countInStore(const QString &storeId) const;
+    /// The `StoreNameRole` of a row, without the way through a variant.
+    QString storeNameAt(int row) const;
     /// True for a store whose rows are of the system's own kind.
     bool isSystemStore(const QString &storeId) const;
 

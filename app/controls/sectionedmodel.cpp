@@ -3,6 +3,7 @@
 #include "app/controls/sectionedmodel.h"
 
 #include <QAbstractProxyModel>
+#include <QMap>
 
 #include <algorithm>
 
@@ -214,16 +215,20 @@ QVector<int> SectionedModel::wantedRows() const
     }
     if (!m_storeId.isEmpty())
         return rows;
-    // Each store's rows together; the stores by name, in the order of their keys.
-    QVector<QPair<QString, int>> keyed;
-    keyed.reserve(rows.size());
-    for (const int row : qAsConst(rows))
-        keyed.append({m_entries->index(row, 0).data(EntryModel::StoreNameRole).toString(), row});
-    std::stable_sort(keyed.begin(), keyed.end(),
-                     [](const auto &a, const auto &b) { return a.first < b.first; });
-    std::transform(keyed.cbegin(), keyed.cend(), rows.begin(),
-                   [](const auto &pair) { return pair.second; });
-    return rows;
+    return groupedByStore(rows);
+}
+
+QVector<int> SectionedModel::groupedByStore(const QVector<int> &rows) const
+{
+    // The stores by name; within one, the order of the filter.
+    QMap<QString, QVector<int>> stores;
+    for (const int row : rows)
+        stores[m_entries->storeNameAt(row)].append(row);
+    QVector<int> grouped;
+    grouped.reserve(rows.size());
+    for (const QVector<int> &store : qAsConst(stores))
+        grouped += store;
+    return grouped;
 }
 
 void SectionedModel::refresh()

@@ -64,6 +64,7 @@ private:
     void schedule();
     void refresh();
     QVector<int> wantedRows() const;
+    QVector<int> groupedByStore(const QVector<int> &rows) const;
     int entryRow(const QAbstractItemModel *model, int row) const;
     bool isWanted(int entryRow) const;
     void entriesInserted(int first, int last);

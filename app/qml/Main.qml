@@ -76,6 +76,9 @@ ApplicationWindow {
         function onFailed() {
             if (pages.item && pages.item.generationEnded)
                 pages.item.generationEnded()
+            // The page that signs says it where the result is looked for.
+            if (pages.item && pages.item.working === true)
+                return
             errorDialog.show(library.errors.cause, library.errors.advice, library.errors.report)
         }
         function onLeft() {

@@ -47,6 +47,7 @@ Flickable {
         if (!ready)
             return
         signer.setError(SignVerify.NoError)
+        library.errors.clear()
         pinDialog.storeId = keyRows.value(keys.currentIndex, "storeId")
         const entry = keyRows.value(keys.currentIndex, "keyStoreEntry")
         state_ = verifying ? "verifying" : "signing"
@@ -72,7 +73,8 @@ Flickable {
     }
     SignVerify {
         id: signer
-        onGetPin: pinDialog.open()
+        // A question that another operation raised and its own prompt declined ends here too.
+        onGetPin: page.working ? pinDialog.open() : pinRejected()
         onSignSuccess: {
             // The signer does not look whether the file was written.
             page.state_ = Desktop.hasContents(page.signatureFile) ? "signed" : "unwritten"

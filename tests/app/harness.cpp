@@ -9,6 +9,8 @@
 #include <QStandardPaths>
 #include <QtTest>
 
+#include <ctime>
+
 namespace TrivexTest {
 
 namespace {
@@ -31,13 +33,23 @@ bool isSpecified(const QString &message)
 
 void collect(QtMsgType type, const QMessageLogContext &, const QString &message)
 {
-    if (type == QtDebugMsg || type == QtInfoMsg)
+    if (type == QtDebugMsg)
         return;
     fprintf(stderr, "%s\n", qPrintable(message));
+    if (type == QtInfoMsg)
+        return;
     if (isSpecified(message))
         return;
     const QMutexLocker locker(&mutex);
     warnings += message;
+}
+
+/// Processor time of this thread in milliseconds.
+qint64 threadTime()
+{
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return qint64(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
 }
 
 QQuickItem *findVisible(QQuickItem *from, const QString &name)
@@ -114,8 +126,12 @@ FrameMeter::FrameMeter(QQuickWindow *window)
         Qt::DirectConnection);
     m_timer.setTimerType(Qt::PreciseTimer);
     m_timer.setInterval(5);
-    connect(&m_timer, &QTimer::timeout, this,
-            [this] { m_longestStall = qMax(m_longestStall, m_beat.restart()); });
+    connect(&m_timer, &QTimer::timeout, this, [this] {
+        m_longestStall = qMax(m_longestStall, m_beat.restart());
+        const qint64 worked = threadTime();
+        m_longestWork = qMax(m_longestWork, worked - m_worked);
+        m_worked = worked;
+    });
     reset();
     m_timer.start();
 }
@@ -124,6 +140,8 @@ void FrameMeter::reset()
 {
     m_longestFrame = 0;
     m_longestStall = 0;
+    m_longestWork = 0;
+    m_worked = threadTime();
     m_frames = 0;
     m_beat.start();
 }

@@ -49,6 +49,9 @@ public:
     qint64 longestFrame() const { return m_longestFrame; }
     /// The longest time in which a 5 ms timer did not fire.
     qint64 longestStall() const { return m_longestStall; }
+    /// The most that this thread computed between two of its beats: the same, but for what other
+    /// programs took of the processor meanwhile.
+    qint64 longestWork() const { return m_longestWork; }
     int frames() const { return m_frames; }
 
 private:
@@ -57,6 +60,8 @@ private:
     QTimer m_timer;
     qint64 m_longestFrame = 0;
     qint64 m_longestStall = 0;
+    qint64 m_longestWork = 0;
+    qint64 m_worked = 0;
     int m_frames = 0;
 };
 

@@ -79,7 +79,7 @@ void AppWindowTest::initTestCase()
     m_bundle = m_authority.bundle(
         {QStringLiteral("-algorithm"), QStringLiteral("RSA"), QStringLiteral("-pkeyopt"),
          QStringLiteral("rsa_keygen_bits:2048")},
-        QStringLiteral("/CN=Петров Пётр"), QStringLiteral("секрет"), QStringLiteral("Петров"));
+        QStringLiteral("/CN=Pavel Petrov"), QStringLiteral("секрет"), QStringLiteral("Петров"));
     QVERIFY(!m_bundle.isEmpty());
     m_window = std::make_unique<WindowDriver>();
     m_window->takeWarnings();
@@ -94,9 +94,9 @@ void AppWindowTest::cleanup()
 {
     const QStringList warnings = m_window->takeWarnings();
     const qint64 frame = m_window->meter().longestFrame();
-    const qint64 stall = m_window->meter().longestStall();
-    qInfo("%s: longest frame %lld ms, longest stall %lld ms, %d frames",
-          QTest::currentTestFunction(), frame, stall, m_window->meter().frames());
+    qInfo("%s: longest frame %lld ms, longest stall %lld ms (%lld ms of it own work), %d frames",
+          QTest::currentTestFunction(), frame, m_window->meter().longestStall(),
+          m_window->meter().longestWork(), m_window->meter().frames());
     if (QTest::currentTestFailed())
         m_window->window()->grabWindow().save(QDir::temp().filePath(
             QStringLiteral("trivex-%1.png").arg(QLatin1String(QTest::currentTestFunction()))));
@@ -343,13 +343,13 @@ void AppWindowTest::bundleOntoTheToken()
     }));
     show("personal");
     QVERIFY(
-        m_window->waitFor([&] { return m_window->rowNamed(QStringLiteral("Петров Пётр")) >= 0; }));
+        m_window->waitFor([&] { return m_window->rowNamed(QStringLiteral("Pavel Petrov")) >= 0; }));
 }
 
 void AppWindowTest::exportToAFullDisk()
 {
     show("personal");
-    QVERIFY(m_window->clickRow(m_window->rowNamed(QStringLiteral("Петров Пётр"))));
+    QVERIFY(m_window->clickRow(m_window->rowNamed(QStringLiteral("Pavel Petrov"))));
     QVERIFY(m_window->waitForItem(QStringLiteral("detailsView")));
     QDir(environment->home()).mkdir(QStringLiteral("out"));
     const QString folder = environment->file(QStringLiteral("out"));
@@ -372,7 +372,7 @@ void AppWindowTest::exportToAFullDisk()
     // With room it works.
     QMetaObject::invokeMethod(pane, "exportTo", Q_ARG(QVariant, folder));
     QVERIFY(m_window->waitForItem(QStringLiteral("toastText")));
-    QVERIFY(QFileInfo(folder + QStringLiteral("/Петров Пётр.crt")).size() > 0);
+    QVERIFY(QFileInfo(folder + QStringLiteral("/Pavel Petrov.crt")).size() > 0);
 }
 
 void AppWindowTest::filesFromASecondStart()
@@ -407,15 +407,18 @@ void AppWindowTest::tenThousandRows()
         const QByteArray number = QByteArray::number(i).rightJustified(5, '0');
         QByteArray one = certificate;
         one.replace("Person 00000", "Person " + number);
-        QFile file(directory + QStringLiteral("/person-%1.pem").arg(i, 5, 10, QLatin1Char('0')));
+        // Whole or not at all: the store reads what it sees at once.
+        QSaveFile file(directory
+                       + QStringLiteral("/person-%1.pem").arg(i, 5, 10, QLatin1Char('0')));
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write(pem(one));
-        if (i % 100 == 0)
+        QVERIFY(file.commit());
+        if (i % 50 == 0)
             QCoreApplication::processEvents();
     }
     QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == rows; }, 120000));
     QVERIFY(m_window->click(QStringLiteral("searchField")));
-    const qint64 loading = m_window->meter().longestStall();
+    const qint64 loading = m_window->meter().longestWork();
     m_window->meter().reset();
     m_window->type(QStringLiteral("person 0123"));
     QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == 10; }));
@@ -428,9 +431,11 @@ void AppWindowTest::tenThousandRows()
     QTest::qWait(200);
     m_window->key(Qt::Key_Home);
     QTest::qWait(200);
-    const qint64 searching = m_window->meter().longestStall();
-    qInfo("ten thousand rows: stall while loading %lld ms, while searching %lld ms", loading,
-          searching);
+    const qint64 searching = m_window->meter().longestWork();
+    qInfo("ten thousand rows: at most %lld ms of work at a time while loading, %lld ms while "
+          "searching and scrolling",
+          loading, searching);
+    QVERIFY2(loading <= FrameMs, qPrintable(QString::number(loading)));
     QVERIFY2(searching <= FrameMs, qPrintable(QString::number(searching)));
 }
 
