@@ -25,7 +25,9 @@ QuestionService::QuestionService()
 {
     m_thread.setObjectName(QStringLiteral("TrivexQuestions"));
     moveToThread(&m_thread);
-    QuestionNotifier::instance()->moveToThread(&m_thread);
+    // A prompt may have made it before, on its own thread; there it stays.
+    if (QuestionNotifier::instance()->thread() == QThread::currentThread())
+        QuestionNotifier::instance()->moveToThread(&m_thread);
     // The thread must be gone before the application object is: Qt can't run one without it.
     qAddPostRoutine([] { instance().stop(); });
     m_thread.start();
