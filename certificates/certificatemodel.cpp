@@ -6,6 +6,7 @@
 #include "qca/adapter/entries.h"
 #include "qca/adapter/keys.h"
 
+#include <QCollator>
 #include <QDebug>
 #include <QRegExp>
 
@@ -23,6 +24,35 @@ enum Category : int {
     ImportedCategory = 6,
     RootCategory = 7,
 };
+
+/// True when `collator` orders as `QString::localeAwareCompare()` does, which keeps to the locale
+/// that was the default at its first use.
+bool ordersAsLocale(const QCollator &collator)
+{
+    const QStringList probes = {QStringLiteral("a"),  QStringLiteral("B"), QStringLiteral("z"),
+                                QStringLiteral("ä"),  QStringLiteral("ё"), QStringLiteral("я"),
+                                QStringLiteral("ch"), QStringLiteral("h"), QStringLiteral("і"),
+                                QStringLiteral("y"),  QStringLiteral("-"), QStringLiteral("1")};
+    for (const QString &left : probes) {
+        for (const QString &right : probes) {
+            const int wanted = QString::localeAwareCompare(left, right);
+            const int found = collator.compare(left, right);
+            if ((wanted < 0) != (found < 0) || (wanted > 0) != (found > 0))
+                return false;
+        }
+    }
+    return true;
+}
+
+/// The collator whose sort keys stand for `QString::localeAwareCompare()`; null where they don't.
+/// A locale without rules of its own compares code units, which is as fast.
+const QCollator *sortCollator()
+{
+    static const QCollator collator;
+    static const bool usable =
+        collator.locale().language() != QLocale::C && ordersAsLocale(collator);
+    return usable ? &collator : nullptr;
+}
 
 } // namespace
 
@@ -286,11 +316,10 @@ void CertificateModel::readName(const QModelIndex &index, CachedRow &row) const
     QString name = sourceModel()->data(index, NameRole).toString().toLower();
     if (name.isEmpty())
         name = qtTrId("plugin-la-unnamed");
-    // Without rules of its own the locale compares code units, and a sort key would not.
-    if (m_collator.locale().language() == QLocale::C)
-        row.name = name;
+    if (const QCollator *collator = sortCollator())
+        row.sortKey = collator->sortKey(name);
     else
-        row.sortKey = m_collator.sortKey(name);
+        row.name = name;
 }
 
 bool CertificateModel::lessThan(const QModelIndex &left, const QModelIndex &right) const
@@ -305,5 +334,5 @@ bool CertificateModel::lessThan(const QModelIndex &left, const QModelIndex &righ
     readName(right, second);
     if (first.sortKey && second.sortKey)
         return first.sortKey->compare(*second.sortKey) < 0;
-    return first.name.compare(second.name) < 0;
+    return QString::localeAwareCompare(first.name, second.name) < 0;
 }

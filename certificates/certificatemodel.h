@@ -4,7 +4,6 @@
 
 #include "certificates/rowcache.h"
 
-#include <QCollator>
 #include <QSortFilterProxyModel>
 #include <QStringList>
 #include <QVector>
@@ -83,7 +82,6 @@ private:
     mutable Trivex::RowCache m_rows;
 
     QVector<QMetaObject::Connection> m_connections;
-    QCollator m_collator;
     /// The pattern that the base class filters by.
     QString m_pattern;
     QString m_needle; ///< `m_pattern`, folded

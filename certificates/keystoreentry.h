@@ -12,7 +12,7 @@
 
 /// The name under which the library's entry travels through QML, as an opaque value.
 using QCA_KeyStoreEntry = QCA::KeyStoreEntry;
-Q_DECLARE_METATYPE(QCA_KeyStoreEntry *)
+Q_DECLARE_METATYPE(QCA::KeyStoreEntry *)
 
 /// An item of a key store as QML sees it: a certificate, or a key bundle with its chain.
 /// GUI thread only.

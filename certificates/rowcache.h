@@ -37,8 +37,8 @@ struct CachedRow {
     int type = 0;
     quint16 facts = 0;
     QString haystack; ///< the searched texts, folded, joined by `RowCache::separator`
-    QString name; ///< to sort by where the locale has no rules
-    std::optional<QCollatorSortKey> sortKey; ///< to sort by where it has
+    std::optional<QCollatorSortKey> sortKey; ///< to sort by
+    QString name; ///< to sort by where sort keys don't serve
 };
 
 /// The facts by source row; follows the source's rows as they come, go and move. Removing a row

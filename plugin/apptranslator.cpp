@@ -23,9 +23,13 @@ AppTranslator *installTranslator(QQmlEngine *engine)
 
 } // namespace
 
-void installTranslators(QQmlEngine *engine)
+QString catalogueDirectory()
 {
-    const QString directory = QDir(QStringLiteral(TRIVEX_TRANSLATIONS_DIR)).absolutePath();
+    return QDir(QStringLiteral(TRIVEX_TRANSLATIONS_DIR)).absolutePath();
+}
+
+void installTranslators(QQmlEngine *engine, const QString &directory)
+{
     installTranslator(engine)->load(QStringLiteral("trivex-qml-plugin_eng_en"), directory);
     // Asked first, because it is installed last.
     installTranslator(engine)->load(QLocale(), QStringLiteral("trivex-qml-plugin"),

@@ -13,6 +13,9 @@ public:
     explicit AppTranslator(QObject *parent = nullptr);
 };
 
-/// Installs the English catalogue and before it that of the default locale, for as long as
-/// `engine` lives. A missing catalogue is no error: its identifiers fall through.
-void installTranslators(QQmlEngine *engine);
+/// Where the catalogues are looked for: a setting of the build.
+QString catalogueDirectory();
+
+/// Installs the English catalogue of `directory` and before it that of the default locale, for as
+/// long as `engine` lives. A missing catalogue is no error: its identifiers fall through.
+void installTranslators(QQmlEngine *engine, const QString &directory = catalogueDirectory());

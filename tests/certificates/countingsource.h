@@ -1,0 +1,101 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "certificates/keystoreentry.h"
+
+#include <QAbstractListModel>
+#include <QHash>
+#include <QSharedPointer>
+#include <QVector>
+
+namespace TrivexTest {
+
+/// A source for the filter model with the roles of the key store model, which counts its reads.
+class CountingSource : public QAbstractListModel {
+    Q_OBJECT
+public:
+    struct Row {
+        QString name;
+        QString issuer;
+        int type = 0;
+        QSharedPointer<KeyStoreEntry> entry;
+    };
+
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override
+    {
+        return parent.isValid() ? 0 : m_rows.size();
+    }
+
+    QVariant data(const QModelIndex &index, int role) const override
+    {
+        ++m_reads[role];
+        const Row &row = m_rows.at(index.row());
+        switch (role) {
+        case 257:
+            return row.name;
+        case 258:
+            return QVariant::fromValue(row.entry.data());
+        case 260:
+            return row.issuer;
+        case 261:
+            return row.type;
+        default:
+            return QVariant();
+        }
+    }
+
+    QHash<int, QByteArray> roleNames() const override
+    {
+        return {{257, "name"}, {258, "keyStoreEntry"}, {260, "issuer"}, {261, "type"}};
+    }
+
+    void insert(int position, const QVector<Row> &rows)
+    {
+        beginInsertRows(QModelIndex(), position, position + rows.size() - 1);
+        for (int i = 0; i < rows.size(); ++i)
+            m_rows.insert(position + i, rows.at(i));
+        endInsertRows();
+    }
+    void append(const Row &row) { insert(m_rows.size(), {row}); }
+    void remove(int first, int count)
+    {
+        beginRemoveRows(QModelIndex(), first, first + count - 1);
+        m_rows.remove(first, count);
+        endRemoveRows();
+    }
+    void change(int position, const Row &row)
+    {
+        m_rows[position] = row;
+        Q_EMIT dataChanged(index(position), index(position));
+    }
+    void moveRow(int from, int to) // `to` as in beginMoveRows
+    {
+        beginMoveRows(QModelIndex(), from, from, QModelIndex(), to);
+        m_rows.move(from, to > from ? to - 1 : to);
+        endMoveRows();
+    }
+    void reset(const QVector<Row> &rows)
+    {
+        beginResetModel();
+        m_rows = rows;
+        endResetModel();
+    }
+
+    int takeReads(int role) { return m_reads.take(role); }
+    int takeReads()
+    {
+        int sum = 0;
+        for (const int count : qAsConst(m_reads))
+            sum += count;
+        m_reads.clear();
+        return sum;
+    }
+    const QVector<Row> &rows() const { return m_rows; }
+
+private:
+    QVector<Row> m_rows;
+    mutable QHash<int, int> m_reads;
+};
+
+} // namespace TrivexTest

@@ -1,0 +1,403 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "certificates/certificate.h"
+#include "certificates/certificateinfomodel.h"
+#include "certificates/certificatetext.h"
+#include "certificates/keystoreentry.h"
+#include "certificates/securemessagekey.h"
+#include "certificates/securemessagesignature.h"
+#include "qca/adapter/providers.h"
+#include "tests/certificates/certificatefactory.h"
+#include "tests/certificates/flat.h"
+
+#include <QAbstractItemModelTester>
+#include <QFile>
+#include <QMetaProperty>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using TrivexTest::CertificateFactory;
+using TrivexTest::Flat;
+
+class tst_Certificate : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void hexText_data();
+    void hexText();
+    void signatureText_data();
+    void signatureText();
+    void nullCertificateIsEmpty();
+    void fields();
+    void addressFallsBackToLocality();
+    void ellipticCurve();
+    void root();
+    void fileNameAndExport();
+    void exportFails();
+    void hostileNames();
+    void loading();
+    void assignmentKeepsFileName();
+    void keyBundle();
+    void infoModel();
+    void infoModelOfNullCertificate();
+    void emptyEntry();
+    void messageKey();
+    void messageSignature();
+
+private:
+    QCA::Initializer m_qca;
+    CertificateFactory m_factory;
+};
+
+void tst_Certificate::initTestCase()
+{
+    QVERIFY2(m_factory.isValid(), "the openssl program is needed");
+    Trivex::rankProviders();
+    QVERIFY(QCA::findProvider(Trivex::opensslProviderName()));
+}
+
+void tst_Certificate::hexText_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("text");
+    const auto row = [](const char *name, const char *hex, const char *text) {
+        QTest::newRow(name) << QByteArray::fromHex(hex) << QString::fromLatin1(text);
+    };
+    row("empty", "", "");
+    row("plain", "014a0f", "01:4A:0F");
+    row("single", "05", "5");
+    row("single without zero", "15", "15");
+    row("negative", "00c3", "00:-3D:");
+    row("smallest", "80", "-80:");
+    row("minus one is two characters wide", "ff", "-1");
+    row("two short ones", "ffff", "-1:-1");
+    row("zero", "00", "0");
+}
+
+void tst_Certificate::hexText()
+{
+    QFETCH(QByteArray, bytes);
+    QTEST(Trivex::hexText(bytes, QLatin1Char(':')), "text");
+}
+
+void tst_Certificate::signatureText_data()
+{
+    QTest::addColumn<QString>("text");
+    const char *const texts[] = {
+        "trivex-p-la-unknown_signing_alg",
+        "SHA1, trivex-p-la-with EMSA1",
+        "SHA1, trivex-p-la-with EMSA3",
+        "MD5, trivex-p-la-with EMSA3",
+        "MD2, trivex-p-la-with EMSA3",
+        "RIPEMD160, trivex-p-la-with EMSA3",
+        "trivex-p-la-without_dest",
+        "SHA224, trivex-p-la-with EMSA3",
+        "SHA256, trivex-p-la-with EMSA3",
+        "SHA384, trivex-p-la-with EMSA3",
+        "SHA512, trivex-p-la-with EMSA3",
+        "ECDSA, trivex-p-la-with SHA256",
+        "ECDSA, trivex-p-la-with SHA384",
+        "GOST R 34.11-94, trivex-p-la-with GOST R 34.10-2001",
+        "GOST R 34.10-2012, trivex-p-la-with GOST R 34.11-2012 (256 bit)",
+        "GOST R 34.10-2012, trivex-p-la-with GOST R 34.11-2012 (512 bit)",
+        "trivex-p-la-unknown_signing_alg",
+    };
+    for (int i = 0; i < 17; ++i)
+        QTest::newRow(qPrintable(QString::number(i))) << QString::fromLatin1(texts[i]);
+    QTest::newRow("-1") << QStringLiteral("trivex-p-la-unknown_signing_alg");
+    QTest::newRow("100000") << QStringLiteral("trivex-p-la-unknown_signing_alg");
+}
+
+void tst_Certificate::signatureText()
+{
+    const int number = QByteArray(QTest::currentDataTag()).toInt();
+    QTEST(Trivex::signatureText(number), "text");
+}
+
+void tst_Certificate::nullCertificateIsEmpty()
+{
+    Certificate certificate;
+    certificate.setFileName(QStringLiteral("name"));
+    const QMetaObject *meta = certificate.metaObject();
+    QCOMPARE(meta->propertyCount() - meta->propertyOffset(), 30);
+    for (int i = meta->propertyOffset(); i < meta->propertyCount(); ++i) {
+        const QMetaProperty property = meta->property(i);
+        const QVariant value = property.read(&certificate);
+        if (qstrcmp(property.name(), "isNull") == 0)
+            QCOMPARE(value, QVariant(true));
+        else if (property.type() == QVariant::Bool)
+            QCOMPARE(value, QVariant(false));
+        else if (property.type() == QVariant::DateTime)
+            QVERIFY(!value.toDateTime().isValid());
+        else
+            QVERIFY2(value.toString().isEmpty(), property.name());
+    }
+    QSignalSpy exported(&certificate, &Certificate::fileExported);
+    QVERIFY(!certificate.exportToFile(QDir::tempPath()));
+    QCOMPARE(exported.count(), 0);
+}
+
+void tst_Certificate::fields()
+{
+    const auto wrapped = m_factory.selfSigned(
+        QStringLiteral("/CN=Иванов/emailAddress=i@example.org/O=Ромашка/OU=Отдел/L=Омск"
+                       "/ST=Омская область/C=RU/street=Ленина 1/1.2.643.3.131.1.1=123456789012"
+                       "/1.2.643.100.1=1027700132195/1.2.643.100.3=11223344595"
+                       "/INNLE=7707083893/1.2.643.100.5=304500116000157"
+                       "/IdKind=0"),
+        {QStringLiteral("-set_serial"), QStringLiteral("0x014A0F"), QStringLiteral("-sha256")});
+    QVERIFY(!wrapped.isNull());
+    const Certificate certificate(wrapped);
+    const auto value = [&](const char *name) { return certificate.property(name).toString(); };
+    QCOMPARE(value("commonName"), QStringLiteral("Иванов"));
+    QCOMPARE(value("subjectName"), QStringLiteral("Иванов"));
+    QCOMPARE(value("issuer"), QStringLiteral("Иванов"));
+    QCOMPARE(value("serialNumber"), QStringLiteral("01:4A:0F"));
+    QCOMPARE(value("subjectEmail"), QStringLiteral("i@example.org"));
+    QCOMPARE(value("subjectOrganization"), QStringLiteral("Ромашка"));
+    QCOMPARE(value("publicKeyMarker"), QStringLiteral("Ромашка"));
+    QCOMPARE(value("subjectOrganizationalUnit"), QStringLiteral("Отдел"));
+    QCOMPARE(value("subjectLocality"), QStringLiteral("Омск"));
+    QCOMPARE(value("subjectCountry"), QStringLiteral("Омская область"));
+    QCOMPARE(value("subjectCountryCode"), QStringLiteral("RU"));
+    QCOMPARE(value("subjecAddress"), QStringLiteral("Ленина 1"));
+    QCOMPARE(value("subjectInn"), QStringLiteral("123456789012"));
+    QCOMPARE(value("subjectOgrn"), QStringLiteral("1027700132195"));
+    QCOMPARE(value("subjectSnils"), QStringLiteral("11223344595"));
+    QCOMPARE(value("subjectInnle"), QStringLiteral("7707083893"));
+    QCOMPARE(value("subjectOgrnip"), QStringLiteral("304500116000157"));
+    QCOMPARE(value("subjectIdentificationKind"), QStringLiteral("0"));
+    QCOMPARE(value("signatureType"), QStringLiteral("Not qualified"));
+    QCOMPARE(value("signatureAlgorithm"), QStringLiteral("SHA256, trivex-p-la-with EMSA3"));
+    QCOMPARE(value("publicKeyTypeAlgorithm"), QStringLiteral("RSA"));
+    QCOMPARE(value("publicKeyId"), Trivex::hexText(wrapped.subjectKeyId(), QLatin1Char(':')));
+    QVERIFY(!value("publicKeyId").isEmpty());
+    QCOMPARE(value("privateKeyAvailability"), QStringLiteral("trivex-p-la-private_not_available"));
+    QVERIFY(value("privateKeyLocation").isEmpty());
+    QVERIFY(value("privateKeyManufacturer").isEmpty());
+    QVERIFY(certificate.notValidBefore() < certificate.notValidAfter());
+    QVERIFY(!certificate.isNull());
+}
+
+void tst_Certificate::addressFallsBackToLocality()
+{
+    const Certificate certificate(m_factory.selfSigned(QStringLiteral("/CN=A/L=Тверь")));
+    QCOMPARE(certificate.subjecAddress(), QStringLiteral("Тверь"));
+}
+
+void tst_Certificate::ellipticCurve()
+{
+    const Certificate certificate(
+        m_factory.selfSigned(QStringLiteral("/CN=EC"), {}, QStringLiteral("ec")));
+    QCOMPARE(certificate.publicKeyTypeAlgorithm(), QStringLiteral("Elliptic Curve"));
+    const Certificate edwards(
+        m_factory.selfSigned(QStringLiteral("/CN=Ed"), {}, QStringLiteral("ed25519")));
+    QCOMPARE(edwards.publicKeyTypeAlgorithm(), QStringLiteral("ED25519"));
+    QCOMPARE(edwards.signatureAlgorithm(), QStringLiteral("trivex-p-la-unknown_signing_alg"));
+}
+
+void tst_Certificate::root()
+{
+    QVERIFY(Certificate(m_factory.selfSigned(QStringLiteral("/CN=Root"))).isRoot());
+    const Certificate namesake(m_factory.issuedByNamesake(QStringLiteral("/CN=Root")));
+    QCOMPARE(namesake.commonName(), namesake.issuer());
+    QVERIFY(!namesake.isRoot());
+    const Certificate nameless(m_factory.selfSigned(QStringLiteral("/O=No name")));
+    QVERIFY(!nameless.isNull());
+    QVERIFY(!nameless.isRoot());
+}
+
+void tst_Certificate::fileNameAndExport()
+{
+    QTemporaryDir directory;
+    Certificate certificate(m_factory.selfSigned(
+        QStringLiteral("/CN=Ivanov"), {QStringLiteral("-set_serial"), QStringLiteral("5")}));
+    QCOMPARE(certificate.serialNumber(), QStringLiteral("5"));
+    QCOMPARE(certificate.fileName(), QStringLiteral("Ivanov.crt"));
+    QSignalSpy exported(&certificate, &Certificate::fileExported);
+    QVERIFY(certificate.exportToFile(directory.path()));
+    QCOMPARE(exported.count(), 1);
+    const QString path = directory.filePath(QStringLiteral("Ivanov.crt"));
+    QCOMPARE(QCA::Certificate::fromPEMFile(path), certificate.certificate());
+    certificate.setFileName(QStringLiteral("other.pem"));
+    QCOMPARE(certificate.fileName(), QStringLiteral("other.pem"));
+}
+
+void tst_Certificate::exportFails()
+{
+    Certificate certificate(m_factory.selfSigned(QStringLiteral("/CN=A")));
+    QSignalSpy exported(&certificate, &Certificate::fileExported);
+    QTest::ignoreMessage(QtWarningMsg, "File:  \"/nowhere/at/all/A.crt\"  not exported!");
+    QVERIFY(!certificate.exportToFile(QStringLiteral("/nowhere/at/all")));
+    QCOMPARE(exported.count(), 0);
+}
+
+void tst_Certificate::hostileNames()
+{
+    QTemporaryDir directory;
+    QVERIFY(QDir(directory.path()).mkdir(QStringLiteral("in")));
+    Certificate certificate(m_factory.selfSigned(QStringLiteral("/CN=..\\/..\\/evil")));
+    QCOMPARE(certificate.commonName(), QStringLiteral("../../evil"));
+    QVERIFY(!certificate.fileName().contains(QLatin1Char('/')));
+    QVERIFY(certificate.exportToFile(directory.filePath(QStringLiteral("in"))));
+    QCOMPARE(QDir(directory.path()).entryList(QDir::Files), QStringList());
+    certificate.setFileName(QStringLiteral("../up.crt"));
+    QVERIFY(certificate.exportToFile(directory.filePath(QStringLiteral("in"))));
+    QCOMPARE(QDir(directory.path()).entryList(QDir::Files), QStringList());
+    QCOMPARE(QDir(directory.filePath(QStringLiteral("in"))).entryList(QDir::Files).size(), 2);
+}
+
+void tst_Certificate::loading()
+{
+    Certificate certificate;
+    QVERIFY(!certificate.loadFromFile(QStringLiteral("/nowhere")));
+    QVERIFY(certificate.isNull());
+    const QString path = m_factory.authority().certificateFile();
+    QVERIFY(certificate.loadFromFile(path));
+    QCOMPARE(certificate.fileName(), QFileInfo(path).fileName());
+    QVERIFY(!certificate.loadFromFile(path)); // the same again
+    const QString broken = m_factory.file(QStringLiteral("broken.pem"));
+    QFile file(broken);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("-----BEGIN CERTIFICATE-----\nAAAA\n-----END CERTIFICATE-----\n");
+    file.close();
+    QVERIFY(!certificate.loadFromFile(broken));
+    QVERIFY(!certificate.isNull());
+    QVERIFY(!Certificate(path).isNull());
+}
+
+void tst_Certificate::assignmentKeepsFileName()
+{
+    Certificate one(m_factory.selfSigned(QStringLiteral("/CN=One")));
+    one.setFileName(QStringLiteral("one.pem"));
+    const Certificate two(m_factory.selfSigned(QStringLiteral("/CN=Two")));
+    one = two;
+    QCOMPARE(one.commonName(), QStringLiteral("Two"));
+    QCOMPARE(one.fileName(), QStringLiteral("one.pem"));
+}
+
+void tst_Certificate::keyBundle()
+{
+    const QCA::KeyBundle bundle = m_factory.bundle(QStringLiteral("/CN=Key/O=Maker"));
+    QVERIFY(!bundle.isNull());
+    const Certificate certificate(bundle.certificateChain().first(), bundle);
+    QCOMPARE(certificate.privateKeyAvailability(), QStringLiteral("trivex-p-la-private_available"));
+    QCOMPARE(certificate.privateKeyLocation(), QStringLiteral("trivex-me-softhsm"));
+    QCOMPARE(certificate.privateKeyManufacturer(), QStringLiteral("Maker"));
+}
+
+void tst_Certificate::infoModel()
+{
+    Certificate certificate(m_factory.selfSigned(QStringLiteral("/CN=Name/ST=Region/C=RU")));
+    Certificate other(m_factory.selfSigned(QStringLiteral("/CN=Other")));
+    Flat<CertificateInfoModel> model;
+    QAbstractItemModelTester tester(&model);
+    QSignalSpy changed(&model, &CertificateInfoModel::certificateChanged);
+    QSignalSpy info(&model, &CertificateInfoModel::infoChanged);
+    QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
+    QSignalSpy removed(&model, &QAbstractItemModel::rowsRemoved);
+    QCOMPARE(model.rowCount(), 0);
+    model.setCertificate(&certificate);
+    model.setCertificate(&certificate);
+    model.setCertificate(nullptr);
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(info.count(), 1);
+    QCOMPARE(inserted.count(), 25);
+    QCOMPARE(model.rowCount(), 25);
+    const auto cell = [&model](int row, int role) {
+        return model.data(model.index(row, 0), role).toString();
+    };
+    QCOMPARE(cell(0, 257), QStringLiteral("trivex-p-la-issuer"));
+    QCOMPARE(cell(0, 258), QStringLiteral("Name"));
+    QCOMPARE(cell(0, 259), QString());
+    QCOMPARE(cell(8, 257), QStringLiteral("trivex-p-la-subject_state"));
+    QCOMPARE(cell(8, 258), QStringLiteral("Region"));
+    QCOMPARE(cell(8, 259), QStringLiteral("trivex-p-la-subject"));
+    QCOMPARE(cell(11, 257), QStringLiteral("trivex-p-la-subject_inn"));
+    QCOMPARE(cell(11, 258), QString());
+    QCOMPARE(cell(17, 258),
+             certificate.notValidBefore().toString(QStringLiteral("hh:mm, dd.MM.yyyy")));
+    QCOMPARE(cell(17, 259), QStringLiteral("trivex-p-la-validity"));
+    QCOMPARE(cell(21, 257), QStringLiteral("trivex-p-la-public_key_Marker"));
+    QCOMPARE(cell(22, 257), QStringLiteral("trivex-p-la-private_key_id"));
+    QCOMPARE(cell(22, 258), QStringLiteral("trivex-p-la-private_not_available"));
+    QCOMPARE(cell(24, 259), QStringLiteral("trivex-p-la-private_key"));
+    QVERIFY(!model.data(model.index(0, 0), 260).isValid());
+    QVERIFY(!model.data(model.index(0, 0), 256).isValid());
+    QVERIFY(!model.data(model.index(25, 0), 257).isValid());
+    model.setCertificate(&other);
+    QCOMPARE(model.rowCount(), 25);
+    QCOMPARE(removed.count(), 0); // the old rows go without a word
+    QCOMPARE(inserted.count(), 50);
+    QCOMPARE(cell(0, 258), QStringLiteral("Other"));
+}
+
+void tst_Certificate::infoModelOfNullCertificate()
+{
+    Certificate certificate;
+    CertificateInfoModel model;
+    model.setCertificate(&certificate);
+    QCOMPARE(model.rowCount(), 25);
+    for (int row = 0; row < 25; ++row)
+        QCOMPARE(model.data(model.index(row, 0), 258).toString(), QString());
+}
+
+void tst_Certificate::emptyEntry()
+{
+    KeyStoreEntry none;
+    QCOMPARE(none.certificate(), nullptr);
+    QCOMPARE(none.name(), QString());
+    QVERIFY(none.data());
+    KeyStoreEntry empty{QCA::KeyStoreEntry()};
+    QVERIFY(empty.certificate());
+    QVERIFY(empty.certificate()->isNull());
+    QCOMPARE(empty.certificate(), empty.certificate());
+    const int type = qRegisterMetaType<QCA_KeyStoreEntry *>("QCA_KeyStoreEntry*");
+    const QVariant data = empty.property("data");
+    QCOMPARE(data.userType(), type);
+    QCOMPARE(QMetaType::type("QCA_KeyStoreEntry*"), type);
+    QCOMPARE(data.value<QCA::KeyStoreEntry *>(), empty.data());
+}
+
+void tst_Certificate::messageKey()
+{
+    SecureMessageKey none;
+    QVERIFY(none.x509CertificateChain().isEmpty());
+    QCOMPARE(none.x509Certificate(), nullptr);
+    QCA::SecureMessageKey wrapped;
+    QCA::CertificateChain wrappedChain;
+    wrappedChain << m_factory.selfSigned(QStringLiteral("/CN=First"))
+                 << m_factory.selfSigned(QStringLiteral("/CN=Second"));
+    wrapped.setX509CertificateChain(wrappedChain);
+    SecureMessageKey key(wrapped);
+    Certificate *first = key.x509Certificate();
+    QVERIFY(first);
+    QCOMPARE(first->commonName(), QStringLiteral("First"));
+    QCOMPARE(first->parent(), &key);
+    const QList<Certificate *> chain = key.x509CertificateChain();
+    QCOMPARE(chain.size(), 2);
+    QCOMPARE(chain.first(), first);
+    QCOMPARE(key.x509CertificateChain(), chain);
+}
+
+void tst_Certificate::messageSignature()
+{
+    SecureMessageSignature none;
+    SecureMessageKey *key = none.key();
+    QVERIFY(key);
+    QCOMPARE(none.key(), key);
+    QCOMPARE(key->parent(), &none);
+    QCA::SecureMessageKey signer;
+    QCA::CertificateChain signerChain;
+    signerChain << m_factory.selfSigned(QStringLiteral("/CN=Signer"));
+    signer.setX509CertificateChain(signerChain);
+    SecureMessageSignature signature(
+        QCA::SecureMessageSignature(QCA::SecureMessageSignature::InvalidKey, QCA::ErrorExpired,
+                                    signer, QDateTime::currentDateTime()));
+    QCOMPARE(signature.identityResult(), int(SecureMessageSignature::InvalidKey));
+    QCOMPARE(signature.key()->x509Certificate()->commonName(), QStringLiteral("Signer"));
+}
+
+QTEST_GUILESS_MAIN(tst_Certificate)
+#include "tst_certificate.moc"

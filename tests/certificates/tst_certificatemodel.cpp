@@ -1,0 +1,461 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "certificates/certificatemodel.h"
+#include "certificates/rowcache.h"
+#include "qca/adapter/providers.h"
+#include "tests/certificates/certificatefactory.h"
+#include "tests/certificates/countingsource.h"
+#include "tests/fakes/provider/fakeprovider.h"
+
+#include <QAbstractItemModelTester>
+#include <QRandomGenerator>
+#include <QRegExp>
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <algorithm>
+
+using TrivexTest::CertificateFactory;
+using TrivexTest::CountingSource;
+using TrivexTest::FakeEntry;
+using TrivexTest::FakeProvider;
+
+namespace {
+
+using Row = CountingSource::Row;
+
+/// Searches every row at every change; what the model's result must equal.
+class PlainModel : public QSortFilterProxyModel {
+public:
+    QStringList texts(const CountingSource &source, const QString &pattern, int type) const
+    {
+        QStringList found;
+        for (const Row &row : source.rows()) {
+            const bool hit = row.name.contains(pattern, Qt::CaseInsensitive)
+                || row.issuer.contains(pattern, Qt::CaseInsensitive);
+            if (row.type == type && hit)
+                found << row.name;
+        }
+        return found;
+    }
+};
+
+QStringList names(const QAbstractItemModel &model)
+{
+    QStringList list;
+    for (int row = 0; row < model.rowCount(); ++row)
+        list << model.data(model.index(row, 0), 257).toString();
+    return list;
+}
+
+QString randomText(QRandomGenerator &random, int length)
+{
+    static const QString letters = QStringLiteral("абвгдАБВГДabcABC12 .*(ёЁшШ");
+    QString text;
+    for (int i = 0; i < length; ++i)
+        text += letters.at(random.bounded(letters.size()));
+    return text;
+}
+
+Row randomRow(QRandomGenerator &random)
+{
+    return {randomText(random, 8), randomText(random, 6), random.bounded(4) ? 0 : 5, {}};
+}
+
+QVector<Row> systemRows(const QStringList &texts)
+{
+    QVector<Row> rows;
+    for (const QString &text : texts)
+        rows.append({text, QString(), 0, {}});
+    return rows;
+}
+
+} // namespace
+
+class tst_CertificateModel : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void construction();
+    void emptyPatternShowsCategory();
+    void typingAndDeleting();
+    void replacing();
+    void literalText();
+    void unnamedRows();
+    void setterSignals();
+    void unknownRolesAndNoSource();
+    void rolesShowWithNextPattern();
+    void entryCategories();
+    void rowsWithoutEntry();
+    void sourceChangesWhileSearching();
+    void categoryChangesWhileSearching();
+    void followsSource();
+    void randomEdits();
+    void sortKeysAgreeWithLocale();
+    void foldingAgreesWithRegExp();
+
+private:
+    QSharedPointer<KeyStoreEntry> entry(const FakeEntry &fake, const QString &storeName);
+
+    QCA::Initializer m_qca;
+    FakeProvider *m_fake = nullptr;
+    CertificateFactory m_factory;
+};
+
+void tst_CertificateModel::initTestCase()
+{
+    QLocale::setDefault(QLocale(QStringLiteral("ru_RU"))); // before the first comparison
+    Trivex::rankProviders();
+    m_fake = FakeProvider::install(QStringLiteral("fake"), {QStringLiteral("keystorelist")});
+    QVERIFY(m_fake);
+}
+
+QSharedPointer<KeyStoreEntry> tst_CertificateModel::entry(const FakeEntry &fake,
+                                                          const QString &storeName)
+{
+    std::unique_ptr<QCA::Provider::Context> context(
+        m_fake->createContext(QStringLiteral("keystorelist")));
+    auto *list = static_cast<QCA::KeyStoreListContext *>(context.get());
+    m_fake->stores->reset();
+    m_fake->stores->addStore({QStringLiteral("id"), storeName, QCA::KeyStore::SmartCard, {fake}});
+    QCA::KeyStoreEntry wrapped;
+    wrapped.change(list->entryList(list->keyStores().first()).first());
+    return QSharedPointer<KeyStoreEntry>(new KeyStoreEntry(wrapped));
+}
+
+void tst_CertificateModel::construction()
+{
+    CertificateModel model;
+    QCOMPARE(model.filterRole(), 0);
+    QCOMPARE(model.sortColumn(), 0);
+    QCOMPARE(model.sortOrder(), Qt::AscendingOrder);
+    QCOMPARE(model.sortCaseSensitivity(), Qt::CaseInsensitive);
+    QCOMPARE(model.pattern(), QString());
+    QVERIFY(model.searchRoles().isEmpty());
+}
+
+void tst_CertificateModel::emptyPatternShowsCategory()
+{
+    CountingSource source;
+    source.reset({{QStringLiteral("b"), {}, 0, {}},
+                  {QStringLiteral("r"), {}, 5, {}},
+                  {QStringLiteral("A"), {}, 0, {}}});
+    CertificateModel model;
+    QAbstractItemModelTester tester(&model);
+    model.setSourceModel(&source);
+    QCOMPARE(names(model), QStringList({QStringLiteral("A"), QStringLiteral("b")}));
+    model.setFilterRole(5);
+    QCOMPARE(names(model), QStringList({QStringLiteral("r")}));
+    for (const int none : {1, 2, 3, 4, 6, 7, 8, -1}) {
+        model.setFilterRole(none);
+        QCOMPARE(model.rowCount(), 0);
+    }
+}
+
+void tst_CertificateModel::typingAndDeleting()
+{
+    CountingSource source;
+    source.reset(systemRows({QStringLiteral("Иванов"), QStringLiteral("Ильин"),
+                             QStringLiteral("Петров"), QStringLiteral("xyz")}));
+    CertificateModel model; // no tester: it reads
+    model.setSourceModel(&source);
+    model.setSearchRoles({QStringLiteral("name"), QStringLiteral("issuer")});
+    QCOMPARE(model.rowCount(), 4);
+    model.setPattern(QStringLiteral("и"));
+    QCOMPARE(names(model), QStringList({QStringLiteral("Иванов"), QStringLiteral("Ильин")}));
+    source.takeReads();
+    model.setPattern(QStringLiteral("ив"));
+    QVERIFY2(source.takeReads() <= 2 * 2, "reads rows that never matched");
+    QCOMPARE(names(model), QStringList({QStringLiteral("Иванов")}));
+    model.setPattern(QStringLiteral("и"));
+    QCOMPARE(names(model), QStringList({QStringLiteral("Иванов"), QStringLiteral("Ильин")}));
+    model.setPattern(QString());
+    QCOMPARE(model.rowCount(), 4);
+}
+
+void tst_CertificateModel::replacing()
+{
+    CountingSource source;
+    source.reset(systemRows({QStringLiteral("alpha"), QStringLiteral("beta")}));
+    CertificateModel model;
+    model.setSourceModel(&source);
+    model.setSearchRoles({QStringLiteral("name")});
+    model.setPattern(QStringLiteral("alp"));
+    QCOMPARE(names(model), QStringList({QStringLiteral("alpha")}));
+    model.setPattern(QStringLiteral("BET"));
+    QCOMPARE(names(model), QStringList({QStringLiteral("beta")}));
+    model.setPattern(QStringLiteral("none"));
+    QCOMPARE(model.rowCount(), 0);
+}
+
+void tst_CertificateModel::literalText()
+{
+    CountingSource source;
+    source.reset(systemRows({QStringLiteral("a(b"), QStringLiteral("a*b"), QStringLiteral("ab"),
+                             QStringLiteral("[a]")}));
+    CertificateModel model;
+    model.setSourceModel(&source);
+    model.setSearchRoles({QStringLiteral("name")});
+    model.setPattern(QStringLiteral("("));
+    QCOMPARE(names(model), QStringList({QStringLiteral("a(b")}));
+    model.setPattern(QStringLiteral("a*"));
+    QCOMPARE(names(model), QStringList({QStringLiteral("a*b")}));
+    model.setPattern(QStringLiteral("["));
+    QCOMPARE(names(model), QStringList({QStringLiteral("[a]")}));
+}
+
+void tst_CertificateModel::unnamedRows()
+{
+    CountingSource source;
+    source.reset(systemRows({QStringLiteral("zebra"), QString(), QStringLiteral("apple")}));
+    CertificateModel model;
+    model.setSourceModel(&source);
+    // Under "plugin-la-unnamed", which no catalogue translates here.
+    QCOMPARE(names(model),
+             QStringList({QStringLiteral("apple"), QString(), QStringLiteral("zebra")}));
+}
+
+void tst_CertificateModel::setterSignals()
+{
+    CertificateModel model;
+    QSignalSpy pattern(&model, &CertificateModel::patternChanged);
+    QSignalSpy roles(&model, &CertificateModel::searchRolesChanged);
+    model.setPattern(QString());
+    model.setSearchRoles({});
+    QCOMPARE(pattern.count() + roles.count(), 0);
+    model.setPattern(QStringLiteral("a"));
+    model.setPattern(QStringLiteral("a"));
+    QCOMPARE(pattern.count(), 1);
+    QCOMPARE(model.pattern(), QStringLiteral("a"));
+    model.setSearchRoles({QStringLiteral("name")});
+    model.setSearchRoles({QStringLiteral("name")});
+    QCOMPARE(roles.count(), 1);
+}
+
+void tst_CertificateModel::unknownRolesAndNoSource()
+{
+    CertificateModel model;
+    model.setSearchRoles({QStringLiteral("name")});
+    QTest::ignoreMessage(QtWarningMsg, "No matching role in model: \"name\"");
+    model.setPattern(QStringLiteral("a"));
+    CountingSource source;
+    source.reset(systemRows({QStringLiteral("a"), QStringLiteral("b")}));
+    model.setSourceModel(&source);
+    QCOMPARE(names(model), QStringList({QStringLiteral("a")}));
+    model.setSearchRoles({QStringLiteral("no such role"), QStringLiteral("name")});
+    model.setPattern(QStringLiteral("b"));
+    QCOMPARE(names(model), QStringList({QStringLiteral("b")}));
+}
+
+void tst_CertificateModel::rolesShowWithNextPattern()
+{
+    CountingSource source;
+    source.reset({{QStringLiteral("one"), QStringLiteral("ca"), 0, {}},
+                  {QStringLiteral("cat"), QStringLiteral("zz"), 0, {}}});
+    CertificateModel model;
+    model.setSourceModel(&source);
+    model.setSearchRoles({QStringLiteral("name")});
+    model.setPattern(QStringLiteral("c"));
+    QCOMPARE(names(model), QStringList({QStringLiteral("cat")}));
+    model.setSearchRoles({QStringLiteral("issuer")});
+    QCOMPARE(names(model), QStringList({QStringLiteral("cat")}));
+    model.setPattern(QStringLiteral("ca"));
+    QCOMPARE(names(model), QStringList({QStringLiteral("one")}));
+}
+
+void tst_CertificateModel::entryCategories()
+{
+    QVERIFY(m_factory.isValid());
+    const QCA::KeyBundle bundle = m_factory.bundle(QStringLiteral("/CN=key"));
+    QVERIFY(!bundle.isNull());
+    const auto certificate = [this](const QString &id, const QCA::Certificate &value,
+                                    const QString &store) {
+        return entry({QCA::KeyStoreEntry::TypeCertificate, id, id, value, {}}, store);
+    };
+    const QString token = QStringLiteral("Token");
+    FakeEntry keyed{
+        QCA::KeyStoreEntry::TypeKeyBundle, QStringLiteral("k"), QStringLiteral("k"), {}, bundle};
+    const QCA::Certificate root = m_factory.selfSigned(QStringLiteral("/CN=root"));
+    const QCA::Certificate other = m_factory.issuedByNamesake(QStringLiteral("/CN=other"));
+    CountingSource source;
+    source.reset({{QStringLiteral("key"), {}, 3, entry(keyed, token)},
+                  {QStringLiteral("root"), {}, 3, certificate(QStringLiteral("r"), root, token)},
+                  {QStringLiteral("other"), {}, 3, certificate(QStringLiteral("o"), other, token)},
+                  {QStringLiteral("user"),
+                   {},
+                   1,
+                   certificate(QStringLiteral("u"), other, QStringLiteral("USER"))}});
+    CertificateModel model;
+    QAbstractItemModelTester tester(&model);
+    model.setSourceModel(&source);
+    const auto shown = [&model](int category) {
+        model.setFilterRole(category);
+        return names(model);
+    };
+    QCOMPARE(shown(1), QStringList({QStringLiteral("user")}));
+    QCOMPARE(shown(3), QStringList({QStringLiteral("key")}));
+    QCOMPARE(shown(6), QStringList({QStringLiteral("other"), QStringLiteral("user")}));
+    QCOMPARE(shown(7), QStringList({QStringLiteral("root")}));
+    for (const int none : {0, 2, 4, 5, 8, -1})
+        QCOMPARE(shown(none), QStringList());
+    // Once known, a category costs no read of the entry.
+    source.takeReads();
+    shown(6);
+    QCOMPARE(source.takeReads(258), 0);
+}
+
+void tst_CertificateModel::rowsWithoutEntry()
+{
+    CountingSource source;
+    source.reset({{QStringLiteral("bare"), {}, 3, {}}});
+    CertificateModel model;
+    model.setSourceModel(&source);
+    for (int category = 0; category < 9; ++category) {
+        model.setFilterRole(category);
+        QCOMPARE(model.rowCount(), 0);
+    }
+    source.append(
+        {QStringLiteral("empty"), {}, 3, QSharedPointer<KeyStoreEntry>(new KeyStoreEntry)});
+    model.setFilterRole(6);
+    QCOMPARE(model.rowCount(), 1);
+}
+
+void tst_CertificateModel::sourceChangesWhileSearching()
+{
+    CountingSource source;
+    source.reset(systemRows({QStringLiteral("cat"), QStringLiteral("dog")}));
+    CertificateModel model;
+    QAbstractItemModelTester tester(&model);
+    model.setSourceModel(&source);
+    model.setSearchRoles({QStringLiteral("name")});
+    model.setPattern(QStringLiteral("ca"));
+    source.insert(0, systemRows({QStringLiteral("cap"), QStringLiteral("dot")}));
+    QCOMPARE(names(model), QStringList({QStringLiteral("cap"), QStringLiteral("cat")}));
+    source.change(1, {QStringLiteral("can"), {}, 0, {}});
+    QCOMPARE(names(model),
+             QStringList({QStringLiteral("can"), QStringLiteral("cap"), QStringLiteral("cat")}));
+    source.remove(0, 2);
+    QCOMPARE(names(model), QStringList({QStringLiteral("cat")}));
+    source.reset(systemRows({QStringLiteral("x"), QStringLiteral("cab")}));
+    QCOMPARE(names(model), QStringList({QStringLiteral("cab")}));
+}
+
+void tst_CertificateModel::categoryChangesWhileSearching()
+{
+    CountingSource source;
+    source.reset({{QStringLiteral("cat"), {}, 0, {}},
+                  {QStringLiteral("car"), {}, 5, {}},
+                  {QStringLiteral("dog"), {}, 5, {}}});
+    CertificateModel model;
+    model.setSourceModel(&source);
+    model.setSearchRoles({QStringLiteral("name")});
+    model.setPattern(QStringLiteral("ca"));
+    model.setFilterRole(5);
+    QCOMPARE(names(model), QStringList({QStringLiteral("car")}));
+    model.setPattern(QStringLiteral("c"));
+    model.setFilterRole(0);
+    QCOMPARE(names(model), QStringList({QStringLiteral("cat")}));
+}
+
+void tst_CertificateModel::followsSource()
+{
+    auto source = std::make_unique<CountingSource>();
+    source->reset(systemRows({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}));
+    CertificateModel model;
+    QAbstractItemModelTester tester(&model);
+    model.setSourceModel(source.get());
+    model.setSearchRoles({QStringLiteral("name")});
+    model.setPattern(QStringLiteral("b"));
+    source->moveRow(1, 3);
+    source->moveRow(2, 0);
+    QCOMPARE(names(model), QStringList({QStringLiteral("b")}));
+    source.reset();
+    QCOMPARE(model.rowCount(), 0);
+    CountingSource next;
+    next.reset(systemRows({QStringLiteral("abc"), QStringLiteral("d")}));
+    model.setSourceModel(&next);
+    QCOMPARE(names(model), QStringList({QStringLiteral("abc")}));
+}
+
+void tst_CertificateModel::randomEdits()
+{
+    QRandomGenerator random(42);
+    CountingSource source;
+    QVector<Row> rows;
+    for (int i = 0; i < 10000; ++i)
+        rows.append(randomRow(random));
+    source.reset(rows);
+    CertificateModel model;
+    model.setSourceModel(&source);
+    model.setSearchRoles({QStringLiteral("name"), QStringLiteral("issuer")});
+    const PlainModel plain;
+    QString pattern;
+    for (int step = 0; step < 1000; ++step) {
+        const int kind = random.bounded(10);
+        if (kind < 4)
+            pattern += randomText(random, 1);
+        else if (kind < 7)
+            pattern.chop(1);
+        else if (kind == 7)
+            pattern = randomText(random, 2);
+        else if (kind == 8)
+            source.change(random.bounded(source.rowCount()), randomRow(random));
+        else
+            source.insert(random.bounded(source.rowCount()), {randomRow(random)});
+        if (step % 37 == 0)
+            source.remove(random.bounded(source.rowCount() - 3), 3);
+        if (pattern.size() > 3)
+            pattern.clear();
+        model.setPattern(pattern);
+        // The order of equal names is the proxy's business.
+        QStringList found = names(model);
+        QStringList wanted = plain.texts(source, pattern, 0);
+        if (step % 50 == 0) {
+            for (int i = 1; i < found.size(); ++i)
+                QVERIFY(
+                    QString::localeAwareCompare(found.at(i - 1).toLower(), found.at(i).toLower())
+                    <= 0);
+        }
+        std::sort(found.begin(), found.end());
+        std::sort(wanted.begin(), wanted.end());
+        QCOMPARE(found, wanted);
+    }
+}
+
+void tst_CertificateModel::sortKeysAgreeWithLocale()
+{
+    QVERIFY(QString::localeAwareCompare(QStringLiteral("ё"), QStringLiteral("я")) < 0);
+    QRandomGenerator random(7);
+    CountingSource source;
+    QVector<Row> rows;
+    for (int i = 0; i < 1000; ++i)
+        rows.append({randomText(random, 1 + random.bounded(4)), {}, 0, {}});
+    source.reset(rows);
+    CertificateModel model;
+    model.setSourceModel(&source);
+    const QStringList shown = names(model);
+    QCOMPARE(shown.size(), rows.size());
+    for (int i = 1; i < shown.size(); ++i)
+        QVERIFY(QString::localeAwareCompare(shown.at(i - 1).toLower(), shown.at(i).toLower()) <= 0);
+}
+
+void tst_CertificateModel::foldingAgreesWithRegExp()
+{
+    static const QString letters = QStringLiteral("aAäÄßiIσςΣяЯёЁкКfﬀ1-(");
+    QRandomGenerator random(3);
+    for (int i = 0; i < 20000; ++i) {
+        QString text;
+        QString pattern;
+        for (int k = 0; k < 5; ++k)
+            text += letters.at(random.bounded(letters.size()));
+        for (int k = 0; k < 1 + random.bounded(2); ++k)
+            pattern += letters.at(random.bounded(letters.size()));
+        const QRegExp filter(pattern, Qt::CaseInsensitive, QRegExp::FixedString);
+        const bool wanted = text.toLower().indexOf(filter) >= 0;
+        const bool found = Trivex::foldedText(text).contains(Trivex::foldedText(pattern));
+        QVERIFY2(found == wanted, qPrintable(text + QStringLiteral(" / ") + pattern));
+    }
+}
+
+QTEST_GUILESS_MAIN(tst_CertificateModel)
+#include "tst_certificatemodel.moc"

@@ -1,0 +1,273 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "certificates/certificate.h"
+#include "certificates/keystoreentry.h"
+#include "keystores/keystoremodel.h"
+#include "tests/certificates/metainterface.h"
+#include "tests/fakes/provider/privatehome.h"
+
+#include <QFile>
+#include <QPluginLoader>
+#include <QProcess>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QSequentialIterable>
+#include <QStandardPaths>
+#include <QtTest>
+
+#include <memory>
+
+namespace {
+
+const TrivexTest::PrivateHome privateHome;
+
+const char *const uncreatable[] = {"Certificate", "SecureMessage", "SecureMessageKey",
+                                   "SecureMessageSignature"};
+
+QByteArray document(const QByteArray &version, const QByteArray &body)
+{
+    return "import QtQml 2.15\nimport Trivex.Crypto " + version + "\n" + body;
+}
+
+} // namespace
+
+class tst_Plugin : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void creatable_data();
+    void creatable();
+    void uncreatableTypes();
+    void versions();
+    void singleton();
+    void enumerations();
+    void metaTypes();
+    void onePluginPerProcess();
+    void interface_data();
+    void interface();
+    void ownership();
+    void typeDescription();
+
+private:
+    std::unique_ptr<QObject> make(const QByteArray &source, QString *error = nullptr);
+
+    std::unique_ptr<QQmlEngine> m_engine;
+};
+
+void tst_Plugin::init()
+{
+    m_engine = std::make_unique<QQmlEngine>();
+    m_engine->addImportPath(QStringLiteral(TRIVEX_TEST_QML_DIR));
+}
+
+std::unique_ptr<QObject> tst_Plugin::make(const QByteArray &source, QString *error)
+{
+    QQmlComponent component(m_engine.get());
+    component.setData(source, QUrl());
+    std::unique_ptr<QObject> object(component.create());
+    if (error)
+        *error = component.errorString();
+    else if (!object)
+        qWarning() << component.errorString();
+    return object;
+}
+
+void tst_Plugin::creatable_data()
+{
+    QTest::addColumn<QString>("type");
+    for (const char *type :
+         {"SignVerify", "LoaderFile", "KeyStoreEntry", "CertificateModel", "CertificateInfoModel",
+          "CertificateRequest", "CertificateRequestModel"})
+        QTest::newRow(type) << QString::fromLatin1(type);
+}
+
+void tst_Plugin::creatable()
+{
+    QFETCH(QString, type);
+    const auto object = make(document("1.0", type.toLatin1() + " {}"));
+    QVERIFY(object);
+    QCOMPARE(QString::fromLatin1(object->metaObject()->className()), type);
+}
+
+void tst_Plugin::uncreatableTypes()
+{
+    for (const char *type : uncreatable) {
+        QString error;
+        QVERIFY(!make(document("1.0", QByteArray(type) + " {}"), &error));
+        QVERIFY2(error.contains(QStringLiteral("Not create ") + QLatin1String(type)),
+                 qPrintable(error));
+    }
+}
+
+void tst_Plugin::versions()
+{
+    QVERIFY(make(document("1.0", "QtObject {}")));
+    for (const char *version : {"0.0", "2.0", "3.0"}) {
+        QString error;
+        QVERIFY2(!make(document(version, "CertificateModel {}"), &error), version);
+        QVERIFY(!error.isEmpty());
+    }
+}
+
+void tst_Plugin::singleton()
+{
+    const QByteArray source = document("1.0",
+                                       "QtObject { property QtObject a: KeyStoreModel\n"
+                                       "property QtObject b: KeyStoreModel }");
+    const auto object = make(source);
+    QVERIFY(object);
+    QPointer<QObject> first = object->property("a").value<QObject *>();
+    QVERIFY(first);
+    QCOMPARE(object->property("b").value<QObject *>(), first.data());
+    QCOMPARE(first->parent(), m_engine.get());
+
+    QQmlEngine other;
+    other.addImportPath(QStringLiteral(TRIVEX_TEST_QML_DIR));
+    QQmlComponent component(&other);
+    component.setData(source, QUrl());
+    const std::unique_ptr<QObject> second(component.create());
+    QVERIFY(second);
+    QVERIFY(second->property("a").value<QObject *>() != first);
+    m_engine.reset();
+    QVERIFY(!first);
+    QVERIFY(second->property("a").value<QObject *>());
+}
+
+void tst_Plugin::enumerations()
+{
+    const auto object = make(document("1.0",
+                                      "QtObject { property int a: KeyStoreModel.RootImported\n"
+                                      "property int b: SecureMessage.ErrorFileNotLoaded\n"
+                                      "property int c: Certificate.IdentificationKind\n"
+                                      "property int d: SecureMessageSignature.NoKey\n"
+                                      "property int e: SecureMessageKey.X509 }"));
+    QVERIFY(object);
+    QCOMPARE(object->property("a").toInt(), 7);
+    QCOMPARE(object->property("b").toInt(), 257);
+    QCOMPARE(object->property("c").toInt(), 20);
+    QCOMPARE(object->property("d").toInt(), 3);
+    QCOMPARE(object->property("e").toInt(), 2);
+}
+
+void tst_Plugin::metaTypes()
+{
+    QVERIFY(make(document("1.0", "QtObject {}")));
+    for (const char *name :
+         {"LoaderFile*", "KeyStoreEntry*", "Certificate*", "SecureMessageKey*",
+          "SecureMessageSignature*", "CertificateRequest*", "QFile*", "KeyStoreModel*"}) {
+        const int type = QMetaType::type(name);
+        QVERIFY2(type != QMetaType::UnknownType, name);
+        QVERIFY2(QMetaType::typeFlags(type) & QMetaType::PointerToQObject, name);
+    }
+    for (const char *name : {"QCA_KeyStoreEntry*", "KeyStoreItem*"}) {
+        const int type = QMetaType::type(name);
+        QVERIFY2(type != QMetaType::UnknownType, name);
+        QVERIFY2(!(QMetaType::typeFlags(type) & QMetaType::PointerToQObject), name);
+    }
+    QCOMPARE(QMetaType::type("QByteArray"), int(QMetaType::QByteArray));
+    const int list = QMetaType::type("CertificateList*");
+    QVERIFY(list != QMetaType::UnknownType);
+    QCOMPARE(QMetaType::sizeOf(list), int(sizeof(void *)));
+    QVERIFY(QVariant(list, nullptr).canConvert<QSequentialIterable>());
+}
+
+void tst_Plugin::onePluginPerProcess()
+{
+    QPluginLoader loader(
+        QStringLiteral(TRIVEX_TEST_QML_DIR "/Trivex/Crypto/libtrivexcryptoplugin.so"));
+    QObject *plugin = loader.instance();
+    QVERIFY2(plugin, qPrintable(loader.errorString()));
+    QCOMPARE(plugin->metaObject()->className(), "TrivexQmlPlugin");
+    QCOMPARE(loader.metaData().value(QStringLiteral("className")).toString(),
+             QStringLiteral("TrivexQmlPlugin"));
+    QPluginLoader again(loader.fileName());
+    QCOMPARE(again.instance(), plugin);
+}
+
+void tst_Plugin::interface_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QStringList>("wanted");
+    // The table lies beside the test: a block per type, a line per member, in order.
+    QFile file(QStringLiteral(TRIVEX_TEST_INTERFACES));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QString type;
+    QStringList lines;
+    const auto flush = [&] {
+        if (!type.isEmpty())
+            QTest::newRow(qPrintable(type)) << type << lines;
+        lines.clear();
+    };
+    while (!file.atEnd()) {
+        const QString line = QString::fromUtf8(file.readLine()).trimmed();
+        if (line.startsWith(QLatin1Char('['))) {
+            flush();
+            type = line.mid(1, line.size() - 2);
+        } else if (!line.isEmpty() && !line.startsWith(QLatin1Char('#'))) {
+            lines << line;
+        }
+    }
+    flush();
+}
+
+void tst_Plugin::interface()
+{
+    QFETCH(QString, type);
+    QFETCH(QStringList, wanted);
+    QVERIFY(make(document("1.0", "QtObject {}")));
+    // Every class is known by its pointer, or made by QML.
+    const int pointer = QMetaType::type((type + QLatin1Char('*')).toLatin1());
+    const QMetaObject *meta = QMetaType::metaObjectForType(pointer);
+    std::unique_ptr<QObject> object;
+    if (!meta) {
+        object = make(document("1.0", type.toLatin1() + " {}"));
+        QVERIFY(object);
+        meta = object->metaObject();
+    }
+    const QStringList found = TrivexTest::metaInterface(*meta);
+    for (int i = 0; i < qMin(found.size(), wanted.size()); ++i)
+        QCOMPARE(found.at(i), wanted.at(i));
+    QCOMPARE(found.size(), wanted.size());
+}
+
+void tst_Plugin::ownership()
+{
+    // What a call returns to the script must survive its garbage collection.
+    const auto object = make(document("1.0",
+                                      "QtObject { property var m: KeyStoreModel\n"
+                                      "property KeyStoreEntry e: KeyStoreEntry {}\n"
+                                      "function touch() { for (var i = 0; i < m.rowCount(); ++i)\n"
+                                      "{ m.data(m.index(i, 0), 258); m.data(m.index(i, 0), 259) }\n"
+                                      "gc(); return e.certificate === null && e.name === '' } }"));
+    QVERIFY(object);
+    QTest::qWait(200);
+    QVariant result;
+    QVERIFY(QMetaObject::invokeMethod(object.get(), "touch", Q_RETURN_ARG(QVariant, result)));
+    QVERIFY(result.toBool());
+    QVERIFY(QMetaObject::invokeMethod(object.get(), "touch", Q_RETURN_ARG(QVariant, result)));
+    QVERIFY(result.toBool());
+}
+
+void tst_Plugin::typeDescription()
+{
+    const QString program = QStandardPaths::findExecutable(QStringLiteral("qmlplugindump"));
+    if (program.isEmpty()) {
+        printf("SKIP qmlplugindump is not installed\n");
+        QSKIP("qmlplugindump is not installed");
+    }
+    QProcess dump;
+    dump.start(program,
+               {QStringLiteral("-nonrelocatable"), QStringLiteral("Trivex.Crypto"),
+                QStringLiteral("1.0"), QStringLiteral(TRIVEX_TEST_QML_DIR)});
+    QVERIFY(dump.waitForFinished(60000));
+    const QByteArray made = dump.readAllStandardOutput();
+    QFile file(QStringLiteral(TRIVEX_TEST_QML_DIR "/Trivex/Crypto/plugins.qmltypes"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray kept = file.readAll();
+    const QByteArray start = "Module {";
+    QVERIFY(made.contains(start));
+    QCOMPARE(kept.mid(kept.indexOf(start)).trimmed(), made.mid(made.indexOf(start)).trimmed());
+}
+
+QTEST_GUILESS_MAIN(tst_Plugin)
+#include "tst_plugin.moc"

@@ -1,0 +1,87 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "plugin/apptranslator.h"
+
+#include <QFile>
+#include <QQmlEngine>
+#include <QTemporaryDir>
+#include <QtTest>
+
+class tst_Translations : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void neither();
+    void englishOnly();
+    void localeWins();
+    void everyEngineHasItsPair();
+
+private:
+    void provide(const char *name);
+
+    std::unique_ptr<QTemporaryDir> m_directory;
+    std::unique_ptr<QQmlEngine> m_engine;
+};
+
+void tst_Translations::init()
+{
+    m_directory = std::make_unique<QTemporaryDir>();
+    m_engine = std::make_unique<QQmlEngine>();
+    QLocale::setDefault(QLocale(QStringLiteral("ru_RU")));
+}
+
+void tst_Translations::cleanup()
+{
+    m_engine.reset();
+    QLocale::setDefault(QLocale::c());
+}
+
+void tst_Translations::provide(const char *name)
+{
+    const QString file = QString::fromLatin1(name);
+    QVERIFY(
+        QFile::copy(QStringLiteral(TRIVEX_CATALOGUE_DIR "/") + file, m_directory->filePath(file)));
+}
+
+void tst_Translations::neither()
+{
+    installTranslators(m_engine.get(), m_directory->path());
+    QCOMPARE(qtTrId("trivex-p-la-issuer"), QStringLiteral("trivex-p-la-issuer"));
+    installTranslators(m_engine.get(), m_directory->filePath(QStringLiteral("missing")));
+    QCOMPARE(qtTrId("trivex-p-la-issuer"), QStringLiteral("trivex-p-la-issuer"));
+}
+
+void tst_Translations::englishOnly()
+{
+    provide("trivex-qml-plugin_eng_en.qm");
+    installTranslators(m_engine.get(), m_directory->path());
+    QCOMPARE(qtTrId("trivex-p-la-issuer"), QStringLiteral("Issuer"));
+    m_engine.reset(); // takes the translators along
+    QCOMPARE(qtTrId("trivex-p-la-issuer"), QStringLiteral("trivex-p-la-issuer"));
+}
+
+void tst_Translations::localeWins()
+{
+    provide("trivex-qml-plugin_eng_en.qm");
+    provide("trivex-qml-plugin-ru.qm");
+    installTranslators(m_engine.get(), m_directory->path());
+    QCOMPARE(qtTrId("trivex-p-la-issuer"), QStringLiteral("Издатель"));
+    QCOMPARE(qtTrId("trivex-p-la-no-such"), QStringLiteral("trivex-p-la-no-such"));
+    QLocale::setDefault(QLocale(QStringLiteral("en_US")));
+    QQmlEngine english;
+    installTranslators(&english, m_directory->path());
+    QCOMPARE(qtTrId("trivex-p-la-issuer"), QStringLiteral("Issuer"));
+}
+
+void tst_Translations::everyEngineHasItsPair()
+{
+    QQmlEngine second;
+    installTranslators(m_engine.get(), m_directory->path());
+    installTranslators(&second, m_directory->path());
+    QCOMPARE(m_engine->findChildren<AppTranslator *>().size(), 2);
+    QCOMPARE(second.findChildren<AppTranslator *>().size(), 2);
+}
+
+QTEST_GUILESS_MAIN(tst_Translations)
+#include "tst_translations.moc"
