@@ -32,13 +32,18 @@ template <class T> Context *create(QCA::Provider *provider)
     return new T(provider);
 }
 
+Context *createContainer(QCA::Provider *provider)
+{
+    return new PKeyContainer(softwareKeyProvider(provider), provider, nullptr);
+}
+
 constexpr Feature Features[] = {
     {"cert", &create<CertificateContext>},
     {"csr", &create<RequestContext>},
     {"crl", &create<CrlContext>},
     {"certcollection", &create<CollectionContext>},
     {"pkcs12", &create<Pkcs12Context>},
-    {"pkey", &create<PKeyContainer>},
+    {"pkey", &createContainer},
     {"rsa", &create<RsaKeyContext>},
     {"dsa", &create<DsaKeyContext>},
     {"dh", &create<DhKeyContext>},

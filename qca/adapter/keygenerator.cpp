@@ -22,6 +22,14 @@ public:
     }
 };
 
+// Of the key itself: its container may name another, for stock code to accept it.
+QString providerOf(const QCA::PrivateKey &key)
+{
+    const auto *container = dynamic_cast<const QCA::PKeyContext *>(key.context());
+    const QCA::PKeyBase *base = container ? container->key() : nullptr;
+    return base && base->provider() ? base->provider()->name() : QString();
+}
+
 } // namespace
 
 class KeyGenerator::Private {
@@ -35,7 +43,7 @@ public:
     /// The generated key, when it is where it was wanted.
     QCA::PrivateKey checked(const QCA::PrivateKey &candidate) const
     {
-        if (candidate.isNull() || !candidate.provider() || candidate.provider()->name() != provider)
+        if (candidate.isNull() || providerOf(candidate) != provider)
             return {};
         const QString origin = keyStoreIdOf(candidate);
         return origin.isEmpty() || keyStoreId.isEmpty() || origin == keyStoreId ? candidate

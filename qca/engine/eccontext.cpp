@@ -5,7 +5,7 @@
 namespace Trivex {
 
 ECContext::ECContext(QCA::Provider *provider)
-    : QCA::PKeyBase(provider, QStringLiteral("ec"))
+    : NativeFirstKey(provider, QStringLiteral("ec"))
 {
 }
 

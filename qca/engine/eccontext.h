@@ -6,12 +6,25 @@
 
 #include <QtCrypto>
 
+struct evp_pkey_st;
+
 namespace Trivex {
+
+/// Keeps the native key where stock code looks for it in a foreign context: TLS and CMS take it
+/// from the first data member behind `QCA::PKeyBase`, whatever the kind of the key.
+class TRIVEX_QCA_EXPORT NativeFirstKey : public QCA::PKeyBase {
+    Q_OBJECT
+protected:
+    using QCA::PKeyBase::PKeyBase;
+    NativeFirstKey(const NativeFirstKey &) = default;
+
+    evp_pkey_st *m_stockView = nullptr; ///< owned elsewhere
+};
 
 /// The elliptic-curve key context that stock QCA lacks: what a provider returns for its "ec"
 /// feature, for Weierstrass, Edwards and GOST keys alike. Its `type()` is 3, the first number
 /// behind QCA's own, for all of them; `keyType()` tells them apart.
-class TRIVEX_QCA_EXPORT ECContext : public QCA::PKeyBase, public ExtendedKey {
+class TRIVEX_QCA_EXPORT ECContext : public NativeFirstKey, public ExtendedKey {
     Q_OBJECT
 public:
     explicit ECContext(QCA::Provider *provider);

@@ -38,12 +38,14 @@ const char *nativeCurve(const QString &name)
 EcKeyContext::EcKeyContext(QCA::Provider *provider, KeyMaterial material)
     : KeyBase(provider, std::move(material))
 {
+    show();
 }
 
 EcKeyContext::EcKeyContext(const EcKeyContext &other)
     : KeyBase(other)
     , RequestSigner(other)
 {
+    show();
 }
 
 EcKeyContext::~EcKeyContext() = default;
@@ -56,6 +58,7 @@ QCA::Provider::Context *EcKeyContext::clone() const
 void EcKeyContext::createPrivate(const QString &curve, bool block)
 {
     m_material = KeyMaterial();
+    show();
     const char *native = nativeCurve(curve);
     m_maker = std::make_unique<KeyMaker>("EC", [native](EVP_PKEY_CTX *context) {
         return native && EVP_PKEY_CTX_set_group_name(context, native) == 1;
@@ -78,6 +81,19 @@ void EcKeyContext::createPrivate(const QString &curve, bool block)
 void EcKeyContext::takeGenerated()
 {
     m_material = KeyMaterial::fromNative(m_maker->take(), true);
+    show();
+}
+
+void EcKeyContext::convertToPublic()
+{
+    m_material.makePublic();
+    show();
+}
+
+// See `NativeFirstKey`.
+void EcKeyContext::show()
+{
+    m_stockView = m_material.native();
 }
 
 // Edwards curves digest by themselves.

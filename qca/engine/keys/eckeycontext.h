@@ -26,6 +26,8 @@ public:
     int keyType() const override { return m_material.keyType(); }
     QByteArray subjectPublicKeyInfo() const override { return m_material.publicInfo(); }
 
+    void convertToPublic() override;
+
     /// Generates in software, on "ec-secp256r1", "ec-secp384r1" or "ec-secp521r1".
     void createPrivate(const QString &curve, bool block) override;
 
@@ -49,6 +51,7 @@ private:
                QCA::SignatureFormat format);
     bool takesMessage() const;
     void takeGenerated();
+    void show();
 
     std::unique_ptr<KeyMaker> m_maker;
 };

@@ -86,6 +86,12 @@ KeyMaterial materialOf(const QCA::PKeyBase *key)
     return {};
 }
 
+QCA::Provider *softwareKeyProvider(QCA::Provider *own)
+{
+    QCA::Provider *stock = QCA::findProvider(QStringLiteral("qca-ossl"));
+    return stock ? stock : own;
+}
+
 QCA::PKeyBase *makeKeyContext(KeyMaterial material, QCA::Provider *provider)
 {
     switch (material.keyType()) {
@@ -108,14 +114,22 @@ QCA::PKeyBase *makePublicKeyContext(const QByteArray &spki, QCA::Provider *provi
 }
 
 PKeyContainer::PKeyContainer(QCA::Provider *provider, QCA::PKeyBase *key)
+    : PKeyContainer(provider, provider, key)
+{
+}
+
+PKeyContainer::PKeyContainer(QCA::Provider *provider, QCA::Provider *keyProvider,
+                             QCA::PKeyBase *key)
     : QCA::PKeyContext(provider)
     , m_key(key)
+    , m_keyProvider(keyProvider)
 {
 }
 
 PKeyContainer::PKeyContainer(const PKeyContainer &other)
     : QCA::PKeyContext(other.provider())
     , m_key(other.m_key ? static_cast<QCA::PKeyBase *>(other.m_key->clone()) : nullptr)
+    , m_keyProvider(other.m_keyProvider)
 {
 }
 
@@ -160,7 +174,7 @@ bool PKeyContainer::importKey(const QCA::PKeyBase *key)
 
 QCA::ConvertResult PKeyContainer::take(KeyMaterial material)
 {
-    QCA::PKeyBase *key = makeKeyContext(std::move(material), provider());
+    QCA::PKeyBase *key = makeKeyContext(std::move(material), m_keyProvider);
     if (!key || key->isNull()) {
         delete key;
         return QCA::ErrorDecode;

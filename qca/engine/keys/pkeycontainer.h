@@ -13,6 +13,8 @@ class TRIVEX_QCA_EXPORT PKeyContainer : public QCA::PKeyContext {
 public:
     /// Takes `key`, which may be null.
     explicit PKeyContainer(QCA::Provider *provider, QCA::PKeyBase *key = nullptr);
+    /// The same, naming another provider than the keys that it makes; see `softwareKeyProvider`.
+    PKeyContainer(QCA::Provider *provider, QCA::Provider *keyProvider, QCA::PKeyBase *key);
     ~PKeyContainer() override;
 
     QCA::Provider::Context *clone() const override;
@@ -46,7 +48,14 @@ private:
 
     // First, and a plain pointer: stock code reads the key of a foreign container there.
     QCA::PKeyBase *m_key;
+    QCA::Provider *m_keyProvider;
 };
+
+/// The provider that the containers of software keys name: the stock one where it is loaded, else
+/// `own`. Stock TLS and CMS take a key of another provider for one that has no bytes, wrap it so
+/// that it can't sign, and crash when it has to (QCA 2.3); a key of their own they read by its
+/// layout, which ours has. The key inside still names its true provider.
+TRIVEX_QCA_EXPORT QCA::Provider *softwareKeyProvider(QCA::Provider *own);
 
 /// The context for `material`: RSA, DSA and DH by their QCA class, all other kinds as
 /// `EcKeyContext`. Null for null material. The caller owns it.

@@ -74,7 +74,8 @@ QCA::ConvertResult Pkcs12Context::fromPKCS12(const QByteArray &in,
     if (result != QCA::ConvertGood)
         return result;
     *name = bundle.name;
-    *priv = new PKeyContainer(provider(), makeKeyContext(std::move(bundle.key), provider()));
+    *priv = new PKeyContainer(softwareKeyProvider(provider()), provider(),
+                              makeKeyContext(std::move(bundle.key), provider()));
     for (const QByteArray &der : qAsConst(bundle.chain)) {
         auto certificate = std::make_unique<CertificateContext>(provider());
         if (certificate->fromDER(der) == QCA::ConvertGood)
