@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QLibrary>
+
+#include <p11-kit/pkcs11.h>
+
+namespace TrivexTest {
+
+/// The first token of a module, used with plain PKCS#11 and OpenSSL calls: to fill it quickly, and
+/// as what our reading is measured against.
+class PlainToken {
+public:
+    explicit PlainToken(const QString &library);
+    ~PlainToken();
+    PlainToken(const PlainToken &) = delete;
+    PlainToken &operator=(const PlainToken &) = delete;
+
+    bool isOpen() const { return m_session != CK_INVALID_HANDLE; }
+    bool writeCertificates(int count, const QByteArray &pin);
+    /// Finds all certificates in one search, reads each in one call and decodes it; their number.
+    int readCertificates();
+
+private:
+    bool write(const QByteArray &der, int number);
+
+    QLibrary m_library;
+    CK_FUNCTION_LIST *m_module = nullptr;
+    CK_SESSION_HANDLE m_session = CK_INVALID_HANDLE;
+};
+
+} // namespace TrivexTest

@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/pkcs11/plaintoken.h"
+#include "tests/pkcs11/stores.h"
+#include "tests/support/testtoken.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
+
+#include <malloc.h>
+
+using namespace TrivexTest;
+
+namespace {
+
+const QString StoreName = QStringLiteral("Scale");
+constexpr int Certificates = 5000;
+
+qint64 usedMemory()
+{
+    malloc_trim(0);
+    const struct mallinfo2 info = mallinfo2();
+    return qint64(info.uordblks + info.hblkhd);
+}
+
+} // namespace
+
+/// Five thousand certificates on one token: time against the same reading with plain PKCS#11 and
+/// OpenSSL calls in the same process, memory, and what the event loop feels of it.
+class TestTokenScale : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void reading();
+
+private:
+    std::unique_ptr<TestToken> m_token;
+    qint64 m_plain = 0;
+    qint64 m_module = 0;
+};
+
+void TestTokenScale::initTestCase()
+{
+    m_token = std::make_unique<TestToken>(StoreName);
+    if (!m_token->isValid())
+        QFAIL(qPrintable(m_token->problem()));
+    m_token->useInThisProcess();
+    // One arena for all threads: only that one is counted.
+    mallopt(M_ARENA_MAX, 1);
+    {
+        PlainToken plain(TestToken::softHsmLibrary());
+        QVERIFY(plain.isOpen());
+        QVERIFY(plain.writeCertificates(Certificates, TestToken::pin()));
+    }
+    // The better of two: the first warms the caches.
+    for (int round = 0; round < 2; ++round) {
+        const qint64 before = usedMemory();
+        QElapsedTimer timer;
+        timer.start();
+        PlainToken plain(TestToken::softHsmLibrary());
+        QCOMPARE(plain.readCertificates(), Certificates);
+        m_plain = timer.elapsed();
+        // What the module itself keeps: the certificates that were decoded are gone again.
+        m_module = usedMemory() - before;
+    }
+}
+
+void TestTokenScale::reading()
+{
+    const QCA::Initializer qca;
+    QVERIFY(QCA::findProvider(QStringLiteral("qca-norvel-pkcs11")));
+    const qint64 before = usedMemory();
+    qint64 longest = 0;
+    QElapsedTimer sinceLast;
+    QTimer beat;
+    connect(&beat, &QTimer::timeout, this,
+            [&] { longest = std::max(longest, sinceLast.restart()); });
+    beat.start(1);
+    QElapsedTimer timer;
+    timer.start();
+    sinceLast.start();
+    Stores stores;
+    QVERIFY(stores.waitForEntries(StoreName, Certificates, 30000));
+    const qint64 all = timer.elapsed();
+    const qint64 memory = (usedMemory() - before - m_module) / Certificates;
+    qInfo("plain %lld ms, key store %lld ms, longest stall %lld ms, %lld bytes a certificate "
+          "beside %lld in the module",
+          m_plain, all, longest, memory, m_module / Certificates);
+    QVERIFY(longest < 100);
+    QVERIFY(memory < 8192);
+    // Announced in steps with pauses, which a debug build and a busy machine only lengthen.
+    QVERIFY(all < 1.5 * m_plain + 300);
+}
+
+QTEST_GUILESS_MAIN(TestTokenScale)
+#include "tst_tokenscale.moc"
