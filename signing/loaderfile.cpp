@@ -72,6 +72,8 @@ void LoaderFile::accept(const QString &path, Loaded loaded)
     m_fileSize = m_file->size();
     m_rawData = m_file->bytes();
     m_fileHash = loaded.hash;
+    // The bytes before these are given up only now.
+    Trivex::MappedFile::releaseUnused();
     watch();
 }
 

@@ -193,8 +193,7 @@ void TestRequestToken::lives()
     QCOMPARE(missing.count(), 0);
     QVERIFY(!QFile::exists(path));
     const QString edited = home->requests().filePath(QStringLiteral("Petrov.csr"));
-    QVERIFY2(verified(edited).contains(QStringLiteral("CN=Petrov")),
-             qPrintable(verified(edited)));
+    QVERIFY2(verified(edited).contains(QStringLiteral("CN=Petrov")), qPrintable(verified(edited)));
     QTRY_VERIFY(!guard);
     QCOMPARE(list.rowCount(), 1);
 
