@@ -154,11 +154,14 @@ void SectionedModel::schedule()
 void SectionedModel::entriesInserted(int first, int last)
 {
     const int added = last - first + 1;
+    schedule();
+    // The usual case, and a store of thousands of rows arrives one by one.
+    if (last == m_entries->rowCount() - 1)
+        return;
     for (int &row : m_rows) {
         if (row >= first)
             row += added;
     }
-    schedule();
 }
 
 void SectionedModel::entriesAboutToGo(int first, int last)

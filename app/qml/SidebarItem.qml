@@ -12,7 +12,7 @@ ItemDelegate {
     property int count: -1
     property bool busy: false
     property string note
-    implicitHeight: Math.max(Theme.fontSize * 2.9, contentItem.implicitHeight + Theme.unit)
+    implicitHeight: Theme.fontSize * (note ? 3.6 : 2.9)
     verticalPadding: 0
     Accessible.role: Accessible.PageTab
     Accessible.name: [text, count >= 0 ? qsTrId("trivex-app-items", count) : "", note]

@@ -77,7 +77,7 @@ void showImportDialog(WindowDriver &driver, const SampleData &data)
 } // namespace
 
 SampleData::SampleData(WindowEnvironment &environment)
-    : m_token(QStringLiteral("Токен бухгалтерии"))
+    : m_token(QStringLiteral("Рабочий токен"))
     , m_authority(QStringLiteral("Удостоверяющий центр «Пример»"))
 {
     m_problem = m_token.problem();

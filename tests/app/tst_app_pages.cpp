@@ -150,7 +150,9 @@ void AppPagesTest::checkNames(const QString &page)
             && accessible->role() != QAccessible::Client
             && !accessible->text(QAccessible::Name).isEmpty();
         if (!named)
-            nameless += page + QStringLiteral(": ") + describe(item);
+            nameless += QStringLiteral("%1: %2 (role %3)")
+                            .arg(page, describe(item))
+                            .arg(accessible ? int(accessible->role()) : -1);
     });
     if (!nameless.isEmpty())
         QTest::qFail(qPrintable(nameless.join(QLatin1Char('\n'))), __FILE__, __LINE__);

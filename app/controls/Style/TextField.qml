@@ -25,7 +25,6 @@ T.TextField {
     Accessible.role: Accessible.EditableText
     Accessible.name: placeholderText
     Accessible.editable: !readOnly
-    Accessible.passwordEdit: echoMode !== TextInput.Normal
 
     PlaceholderText {
         x: control.leftPadding
