@@ -3,6 +3,7 @@
 #include "certificates/certificatemodel.h"
 
 #include "certificates/keystoreentry.h"
+#include "certificates/rowbatch.h"
 #include "qca/adapter/entries.h"
 #include "qca/adapter/keys.h"
 
@@ -71,6 +72,7 @@ void CertificateModel::setSourceModel(QAbstractItemModel *model)
     for (const QMetaObject::Connection &connection : qAsConst(m_connections))
         disconnect(connection);
     m_connections.clear();
+    m_holdsRows = false;
     forgetAll();
     // Before the base class connects itself: it asks for rows as soon as it hears of a change.
     if (model)
@@ -109,6 +111,11 @@ void CertificateModel::follow(QAbstractItemModel *model)
         connect(model, &Model::modelReset, this, &CertificateModel::forgetAll),
         connect(model, &QObject::destroyed, this, &CertificateModel::forgetAll),
     };
+    using Trivex::RowBatch;
+    if (auto *batch = model->findChild<RowBatch *>(QString(), Qt::FindDirectChildrenOnly)) {
+        m_connections << connect(batch, &RowBatch::begun, this, [this] { m_holdsRows = true; })
+                      << connect(batch, &RowBatch::ended, this, &CertificateModel::releaseHeldRows);
+    }
 }
 
 void CertificateModel::forgetAll()
@@ -135,9 +142,10 @@ void CertificateModel::setPattern(const QString &pattern)
 {
     if (filterRegExp().pattern() == pattern)
         return;
+    // The base class filters at once, by the old pattern and its matches: nothing moves yet.
+    setFilterRegExp(QRegExp(pattern, Qt::CaseInsensitive, QRegExp::FixedString));
     m_pattern = pattern;
     m_needle = Trivex::foldedText(pattern);
-    setFilterRegExp(QRegExp(pattern, Qt::CaseInsensitive, QRegExp::FixedString));
     refreshMatches();
     Q_EMIT patternChanged();
 }
@@ -207,23 +215,51 @@ void CertificateModel::refreshMatches()
     const bool losesOnly = wasSearching && current.contains(m_lastPattern);
     const bool gainsOnly = wasSearching && !losesOnly && m_lastPattern.indexOf(filterRegExp()) >= 0;
     auto &rows = m_rows.rows();
+    int changes = 0;
     for (int number = 0; number < int(rows.size()); ++number) {
         CachedRow &row = rows[size_t(number)];
+        if (!row.has(CachedRow::Accepted))
+            continue;
+        const bool wasShown = m_lastPattern.isEmpty() || row.has(CachedRow::Matched);
         const bool retest =
             losesOnly ? row.has(CachedRow::Matched) : !gainsOnly || !row.has(CachedRow::Matched);
-        if (retest && row.has(CachedRow::Accepted)) {
+        if (retest) {
             row.set(CachedRow::Matched, matches(number));
             row.set(CachedRow::Tested);
         }
+        const bool isShown = current.isEmpty() || row.has(CachedRow::Matched);
+        changes += wasShown != isShown;
     }
     m_lastPattern = current;
-    invalidateFilter();
+    refilter(changes);
+}
+
+void CertificateModel::refilter(int changes)
+{
+    // Row by row, each run of changed rows costs a walk over all rows.
+    if (changes > Trivex::RowBatch::worthwhile)
+        invalidate();
+    else
+        invalidateFilter();
+}
+
+void CertificateModel::releaseHeldRows()
+{
+    m_holdsRows = false;
+    const int held = m_heldRows;
+    m_heldRows = 0;
+    if (held > 0)
+        refilter(held);
 }
 
 bool CertificateModel::filterAcceptsRow(int sourceRow, const QModelIndex &sourceParent) const
 {
     CachedRow stranger; // rows below others are not remembered
     CachedRow &row = sourceParent.isValid() ? stranger : m_rows.at(sourceRow);
+    if (m_holdsRows && row.facts == 0) {
+        ++m_heldRows;
+        return false;
+    }
     if (!passesCategory(sourceRow, sourceParent, row))
         return false;
     row.set(CachedRow::Accepted);

@@ -18,7 +18,8 @@ class KeyStoreEntry;
 /// 0 and 5.
 ///
 /// Rows that come or change while a search is on are searched as they come; a row that goes is
-/// forgotten. What was read of a row is kept until the source announces a change. GUI thread only.
+/// forgotten. What was read of a row is kept until the source announces a change. Where very many
+/// rows come or go at once, views are told of a new layout instead of each row. GUI thread only.
 ///
 /// ```qml
 /// CertificateModel { sourceModel: KeyStoreModel; filterRole: KeyStoreModel.SmartCard
@@ -66,6 +67,8 @@ private:
 
     void follow(QAbstractItemModel *model);
     void forgetAll();
+    void releaseHeldRows();
+    void refilter(int changes);
     void readSearchKeys() const;
     QString haystack(int sourceRow) const;
     bool passesCategory(int sourceRow, const QModelIndex &sourceParent,
@@ -82,10 +85,12 @@ private:
     mutable Trivex::RowCache m_rows;
 
     QVector<QMetaObject::Connection> m_connections;
-    /// The pattern that the base class filters by.
+    /// What rows are accepted by; the base class may have a newer one for a moment.
     QString m_pattern;
     QString m_needle; ///< `m_pattern`, folded
     mutable QVector<int> m_searchKeys;
     mutable bool m_searchKeysKnown = false;
     bool m_rolesChanged = false;
+    bool m_holdsRows = false;
+    mutable int m_heldRows = 0;
 };

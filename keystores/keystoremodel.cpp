@@ -52,6 +52,7 @@ KeyStoreModel::KeyStoreModel(QObject *parent)
     , m_askerThread(new QcaAskerThread)
     , m_importedCertificate(QCA::Certificate(), nullptr)
     , m_certLocationModel(nullptr)
+    , m_rowBatch(this)
 {
     QCA::KeyStoreManager::start();
     connect(&m_keyStoreManager, &QCA::KeyStoreManager::keyStoreAvailable, this,
@@ -258,7 +259,12 @@ void KeyStoreModel::ksUpdated()
     for (const QCA::KeyStoreEntry &entry : entries)
         ids.insert(Trivex::entryId(entry));
     removeMissingRows(keyStore, ids);
+    const bool many = entries.size() > Trivex::RowBatch::worthwhile;
+    if (many)
+        Q_EMIT m_rowBatch.begun();
     appendNewRows(keyStore, entries);
+    if (many)
+        Q_EMIT m_rowBatch.ended();
 }
 
 void KeyStoreModel::removeMissingRows(const QCA::KeyStore *keyStore, const QSet<QString> &ids)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "certificates/certificate.h"
+#include "certificates/rowbatch.h"
 #include "keystores/comboboxmodel.h"
 #include "keystores/keystoreitem.h"
 
@@ -188,4 +189,5 @@ private:
     Certificate m_importedCertificate;
     ComboBoxModel m_certLocationModel;
     Error m_error = ErrorUnknown;
+    Trivex::RowBatch m_rowBatch;
 };

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "certificates/certificatemodel.h"
+#include "certificates/rowbatch.h"
 #include "certificates/rowcache.h"
 #include "qca/adapter/providers.h"
 #include "tests/certificates/certificatefactory.h"
@@ -93,6 +94,7 @@ private Q_SLOTS:
     void randomEdits();
     void sortKeysAgreeWithLocale();
     void foldingAgreesWithRegExp();
+    void announcedRows();
 
 private:
     QSharedPointer<KeyStoreEntry> entry(const FakeEntry &fake, const QString &storeName);
@@ -407,10 +409,13 @@ void tst_CertificateModel::randomEdits()
         if (pattern.size() > 3)
             pattern.clear();
         model.setPattern(pattern);
+        QStringList wanted = plain.texts(source, pattern, 0);
+        QCOMPARE(model.rowCount(), wanted.size());
+        if (step % 20 != 0)
+            continue;
         // The order of equal names is the proxy's business.
         QStringList found = names(model);
-        QStringList wanted = plain.texts(source, pattern, 0);
-        if (step % 50 == 0) {
+        {
             for (int i = 1; i < found.size(); ++i)
                 QVERIFY(
                     QString::localeAwareCompare(found.at(i - 1).toLower(), found.at(i).toLower())
@@ -454,6 +459,32 @@ void tst_CertificateModel::foldingAgreesWithRegExp()
         const bool wanted = text.toLower().indexOf(filter) >= 0;
         const bool found = Trivex::foldedText(text).contains(Trivex::foldedText(pattern));
         QVERIFY2(found == wanted, qPrintable(text + QStringLiteral(" / ") + pattern));
+    }
+}
+
+void tst_CertificateModel::announcedRows()
+{
+    QRandomGenerator random(5);
+    for (const int count : {3, 500}) {
+        CountingSource source;
+        Trivex::RowBatch batch(&source);
+        source.reset(systemRows({QStringLiteral("cat"), QStringLiteral("dog")}));
+        CertificateModel model;
+        QAbstractItemModelTester tester(&model);
+        model.setSourceModel(&source);
+        model.setSearchRoles({QStringLiteral("name")});
+        model.setPattern(QStringLiteral("а"));
+        QCOMPARE(model.rowCount(), 0);
+        Q_EMIT batch.begun();
+        for (int i = 0; i < count; ++i)
+            source.append({QStringLiteral("а%1").arg(random.bounded(1000)), {}, 0, {}});
+        source.change(0, {QStringLiteral("а"), {}, 0, {}});
+        Q_EMIT batch.ended();
+        QCOMPARE(model.rowCount(), count + 1);
+        source.append({QStringLiteral("а"), {}, 0, {}});
+        QCOMPARE(model.rowCount(), count + 2);
+        model.setPattern(QString());
+        QCOMPARE(model.rowCount(), count + 3);
     }
 }
 

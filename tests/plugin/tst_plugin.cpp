@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "certificates/certificate.h"
 #include "certificates/keystoreentry.h"
+#include "certificates/securemessage.h"
 #include "keystores/keystoremodel.h"
 #include "tests/certificates/metainterface.h"
 #include "tests/fakes/provider/privatehome.h"
@@ -11,7 +12,6 @@
 #include <QProcess>
 #include <QQmlComponent>
 #include <QQmlEngine>
-#include <QSequentialIterable>
 #include <QStandardPaths>
 #include <QtTest>
 
@@ -168,7 +168,7 @@ void tst_Plugin::metaTypes()
     const int list = QMetaType::type("CertificateList*");
     QVERIFY(list != QMetaType::UnknownType);
     QCOMPARE(QMetaType::sizeOf(list), int(sizeof(void *)));
-    QVERIFY(QVariant(list, nullptr).canConvert<QSequentialIterable>());
+    QVERIFY(QVariant(list, nullptr).canConvert<QVariantList>());
 }
 
 void tst_Plugin::onePluginPerProcess()
@@ -219,6 +219,8 @@ void tst_Plugin::interface()
     const int pointer = QMetaType::type((type + QLatin1Char('*')).toLatin1());
     const QMetaObject *meta = QMetaType::metaObjectForType(pointer);
     std::unique_ptr<QObject> object;
+    if (type == QLatin1String("SecureMessage"))
+        meta = &SecureMessage::staticMetaObject; // no object of it ever exists
     if (!meta) {
         object = make(document("1.0", type.toLatin1() + " {}"));
         QVERIFY(object);

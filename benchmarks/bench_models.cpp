@@ -1,0 +1,214 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+// The filter model against a plain proxy that searches every row with a regular expression:
+// loading rows under the filter and keystrokes, and how both grow.
+#include "benchmarks/measure.h"
+#include "certificates/certificatemodel.h"
+#include "certificates/rowbatch.h"
+
+#include <QAbstractListModel>
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QLocale>
+#include <QRandomGenerator>
+#include <QRegExp>
+#include <QSortFilterProxyModel>
+
+#include <memory>
+
+namespace {
+
+constexpr int Rounds = 3;
+const int Sizes[] = {100, 1000, 10000, 50000};
+
+/// Rows with Cyrillic names in the roles of the key store model, all of the system's type.
+class Source : public QAbstractListModel {
+public:
+    explicit Source(int rows)
+    {
+        static const QString letters =
+            QStringLiteral("абвгдежзийклмнопрстуфхцчшщъыьэюяАБВГДЕЖЗabcdefghijk 0123456789");
+        QRandomGenerator random(1);
+        for (int i = 0; i < rows; ++i) {
+            QString texts[3];
+            for (QString &text : texts) {
+                for (int k = 0; k < 24; ++k)
+                    text += letters.at(random.bounded(letters.size()));
+            }
+            m_all.append({texts[0], texts[1], texts[2]});
+        }
+    }
+
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override
+    {
+        return parent.isValid() ? 0 : m_shown;
+    }
+    QVariant data(const QModelIndex &index, int role) const override
+    {
+        switch (role) {
+        case 257:
+            return m_all.at(index.row()).value(0);
+        case 260:
+            return m_all.at(index.row()).value(1);
+        case 262:
+            return m_all.at(index.row()).value(2);
+        case 261:
+            return 0;
+        default:
+            return QVariant();
+        }
+    }
+    QHash<int, QByteArray> roleNames() const override
+    {
+        return {{257, "name"}, {260, "issuer"}, {261, "type"}, {262, "entryId"}};
+    }
+
+    /// As the key store model does it.
+    void loadAnnounced()
+    {
+        Q_EMIT m_batch.begun();
+        loadRowByRow();
+        Q_EMIT m_batch.ended();
+    }
+    void loadRowByRow()
+    {
+        while (m_shown < m_all.size()) {
+            beginInsertRows(QModelIndex(), m_shown, m_shown);
+            ++m_shown;
+            endInsertRows();
+        }
+    }
+    void loadAtOnce()
+    {
+        beginInsertRows(QModelIndex(), 0, m_all.size() - 1);
+        m_shown = m_all.size();
+        endInsertRows();
+    }
+
+private:
+    QVector<QStringList> m_all;
+    int m_shown = 0;
+    Trivex::RowBatch m_batch{this};
+};
+
+/// What one writes without a second thought.
+class PlainProxy : public QSortFilterProxyModel {
+public:
+    PlainProxy() { sort(0); }
+
+    void setPattern(const QString &text)
+    {
+        setFilterRegExp(QRegExp(text, Qt::CaseInsensitive, QRegExp::FixedString));
+    }
+
+protected:
+    bool filterAcceptsRow(int row, const QModelIndex &parent) const override
+    {
+        const QModelIndex index = sourceModel()->index(row, 0, parent);
+        if (sourceModel()->data(index, 261).toInt() != 0)
+            return false;
+        if (filterRegExp().isEmpty())
+            return true;
+        for (const int role : {257, 260, 262}) {
+            const QString text = sourceModel()->data(index, role).toString().toLower();
+            if (text.indexOf(filterRegExp()) >= 0)
+                return true;
+        }
+        return false;
+    }
+    bool lessThan(const QModelIndex &left, const QModelIndex &right) const override
+    {
+        return QString::localeAwareCompare(sourceModel()->data(left, 257).toString().toLower(),
+                                           sourceModel()->data(right, 257).toString().toLower())
+            < 0;
+    }
+};
+
+void prepare(PlainProxy &) { }
+
+void prepare(CertificateModel &model)
+{
+    model.setSearchRoles(
+        {QStringLiteral("name"), QStringLiteral("issuer"), QStringLiteral("entryId")});
+}
+
+template <typename Model> double loadTime(int rows, void (Source::*load)())
+{
+    QVector<double> times;
+    for (int round = 0; round < Rounds; ++round) {
+        Source source(rows);
+        Model model;
+        prepare(model);
+        model.setSourceModel(&source);
+        model.rowCount();
+        QElapsedTimer timer;
+        timer.start();
+        (source.*load)();
+        model.rowCount(); // the rows are sorted when somebody looks
+        times.append(double(timer.nsecsElapsed()) / 1e6);
+    }
+    return Measure::median(times);
+}
+
+struct Keystrokes {
+    double median = 0;
+    double worst = 0;
+};
+
+template <typename Model> Keystrokes keystrokes(int rows)
+{
+    // Typing, going on, going back, another text, and clearing it.
+    static const QStringList texts = {
+        QStringLiteral("а"), QStringLiteral("аб"), QStringLiteral("абв"), QStringLiteral("аб"),
+        QStringLiteral("а"), QStringLiteral("Ш"),  QStringLiteral("ШК"),  QStringLiteral("12"),
+        QStringLiteral("1"), QStringLiteral("c"),  QStringLiteral("cd"),  QString()};
+    Source source(rows);
+    Model model;
+    prepare(model);
+    model.setSourceModel(&source);
+    source.loadAtOnce();
+    model.rowCount();
+    QVector<double> times;
+    for (int round = 0; round < Rounds; ++round) {
+        for (const QString &text : texts) {
+            QElapsedTimer timer;
+            timer.start();
+            model.setPattern(text);
+            model.rowCount();
+            times.append(double(timer.nsecsElapsed()) / 1e6);
+        }
+    }
+    return {Measure::median(times), *std::max_element(times.cbegin(), times.cend())};
+}
+
+void loading(const char *title, void (Source::*load)(), int most)
+{
+    Measure::Table table(QString::fromLatin1(title), QStringLiteral("plain proxy"));
+    for (const int rows : Sizes) {
+        if (rows <= most)
+            table.add(QStringLiteral("filter model"), rows, loadTime<CertificateModel>(rows, load),
+                      loadTime<PlainProxy>(rows, load));
+    }
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    QLocale::setDefault(QLocale(QStringLiteral("ru_RU")));
+    loading("Loading row by row, announced as a run", &Source::loadAnnounced, 50000);
+    loading("Loading at once", &Source::loadAtOnce, 50000);
+    loading("Loading row by row, unannounced", &Source::loadRowByRow, 10000);
+    Measure::Table median(QStringLiteral("Keystroke over three roles, median"),
+                          QStringLiteral("plain proxy"));
+    Measure::Table worst(QStringLiteral("Keystroke over three roles, worst"),
+                         QStringLiteral("plain proxy"));
+    for (const int rows : Sizes) {
+        const Keystrokes ours = keystrokes<CertificateModel>(rows);
+        const Keystrokes plain = keystrokes<PlainProxy>(rows);
+        median.add(QStringLiteral("filter model"), rows, ours.median, plain.median);
+        worst.add(QStringLiteral("filter model"), rows, ours.worst, plain.worst);
+    }
+    return 0;
+}
