@@ -140,6 +140,7 @@ Flickable {
                     PasswordField {
                         id: pin
                         objectName: "generatePin"
+                        placeholderText: qsTrId("trivex-app-pin")
                         Accessible.name: qsTrId("trivex-app-pin-of").arg(chooser.tokenName)
                         Layout.fillWidth: true
                         onAccepted: page.generate()

@@ -25,6 +25,7 @@ T.TextField {
     Accessible.role: Accessible.EditableText
     Accessible.name: placeholderText
     Accessible.editable: !readOnly
+    Accessible.passwordEdit: echoMode !== TextInput.Normal
 
     PlaceholderText {
         x: control.leftPadding
@@ -36,6 +37,10 @@ T.TextField {
         verticalAlignment: control.verticalAlignment
         elide: Text.ElideRight
         visible: !control.length && !control.preeditText
+        // Qt keeps every text of a password field from screen readers, its name too; this names it.
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+        Accessible.ignored: control.echoMode === TextInput.Normal
     }
 
     background: Rectangle {
