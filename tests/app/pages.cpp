@@ -66,6 +66,9 @@ void showImportDialog(WindowDriver &driver, const SampleData &data)
 {
     driver.application().activate({data.bundle()});
     driver.waitFor([&] { return driver.isOpen(QStringLiteral("importDialog")); });
+    // The first, empty try has ended, and the dialog has its size.
+    driver.waitForItem(QStringLiteral("importProblem"));
+    QTest::qWait(100);
     driver.fill(QStringLiteral("bundlePassword"), QStringLiteral("secret"));
     driver.key(Qt::Key_Return);
     driver.waitFor([&] {

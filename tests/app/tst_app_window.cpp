@@ -149,6 +149,9 @@ void AppWindowTest::bundleWithWrongPassword()
     openFile(m_bundle);
     QVERIFY(m_window->waitFor([&] { return m_window->isOpen(QStringLiteral("importDialog")); }));
     QVERIFY(!m_window->item(QStringLiteral("importAccept"))->isEnabled());
+    // The first, empty try has ended, and the dialog has its size.
+    QVERIFY(m_window->waitFor([&] { return !noticeText("importProblem").isEmpty(); }));
+    QTest::qWait(100);
     QVERIFY(m_window->fill(QStringLiteral("bundlePassword"), QStringLiteral("wrong")));
     m_window->key(Qt::Key_Return);
     QVERIFY(m_window->waitFor(
@@ -329,6 +332,9 @@ void AppWindowTest::bundleOntoTheToken()
 {
     openFile(m_bundle);
     QVERIFY(m_window->waitFor([&] { return m_window->isOpen(QStringLiteral("importDialog")); }));
+    // The first, empty try has ended, and the dialog has its size.
+    QVERIFY(m_window->waitFor([&] { return !noticeText("importProblem").isEmpty(); }));
+    QTest::qWait(100);
     QVERIFY(m_window->fill(QStringLiteral("bundlePassword"), QStringLiteral("секрет")));
     m_window->key(Qt::Key_Return);
     QVERIFY(m_window->waitFor([&] {
