@@ -34,6 +34,7 @@ private Q_SLOTS:
     void whole();
     void bundle_data();
     void bundle();
+    void refusedExponent();
     void wrongPin();
 
 private:
@@ -122,11 +123,10 @@ void TestNss::whole()
     QFETCH(QString, algorithm);
     Trivex::TokenMonitor monitor;
     QString problem;
-    connect(&monitor, &Trivex::TokenMonitor::failed, &monitor,
-            [&](const Trivex::TokenError &error) {
-                problem = QStringLiteral("%1 0x%2").arg(error.function).arg(
-                    error.returnValue, 0, 16);
-            });
+    connect(
+        &monitor, &Trivex::TokenMonitor::failed, &monitor, [&](const Trivex::TokenError &error) {
+            problem = QStringLiteral("%1 0x%2").arg(error.function).arg(error.returnValue, 0, 16);
+        });
     QCA::PrivateKey key = generate(algorithm);
     QVERIFY2(!key.isNull(), qPrintable(problem));
     QVERIFY(key.isPrivate() && !key.canExport());
@@ -185,6 +185,17 @@ void TestNss::bundle()
     QVERIFY(
         key.toPublicKey().verifyMessage(data, signature, QCA::EMSA3_SHA256, QCA::DefaultFormat));
     removeAll();
+}
+
+/// This token makes no keys with the exponent 3: a clear answer, and nothing left behind.
+void TestNss::refusedExponent()
+{
+    Trivex::TokenMonitor monitor;
+    QSignalSpy failed(&monitor, &Trivex::TokenMonitor::failed);
+    QVERIFY(generate(QStringLiteral("2048"), 3).isNull());
+    QTRY_COMPARE(failed.count(), 1);
+    QCOMPARE(failed.first().first().value<Trivex::TokenError>().kind,
+             Trivex::TokenError::NotSupported);
 }
 
 void TestNss::wrongPin()

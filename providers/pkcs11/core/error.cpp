@@ -33,6 +33,7 @@ constexpr Meaning Meanings[] = {
     {CKR_MECHANISM_PARAM_INVALID, TokenError::NotSupported},
     {CKR_FUNCTION_NOT_SUPPORTED, TokenError::NotSupported},
     {CKR_KEY_SIZE_RANGE, TokenError::NotSupported},
+    {CKR_ARGUMENTS_BAD, TokenError::NotSupported},
     {CKR_KEY_TYPE_INCONSISTENT, TokenError::NotSupported},
     {CKR_KEY_FUNCTION_NOT_PERMITTED, TokenError::NotSupported},
     {CKR_CURVE_NOT_SUPPORTED, TokenError::NotSupported},

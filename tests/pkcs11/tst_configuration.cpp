@@ -1,0 +1,133 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/adapter/tokens.h"
+#include "tests/pkcs11/stores.h"
+#include "tests/support/testtoken.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+
+using namespace TrivexTest;
+
+namespace {
+
+const QString StoreName = QStringLiteral("Configured");
+
+bool writeFile(const QString &path, const QByteArray &contents)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size();
+}
+
+} // namespace
+
+/// Where modules come from: p11-kit's configuration, remote modules, the provider's settings, the
+/// trust module.
+class TestConfiguration : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void userModule();
+    void moduleFileComesAndGoes();
+    void remoteModule();
+    void trustModuleOnlyWhenAllowed();
+    void defaultConfiguration();
+
+private:
+    QTemporaryDir m_home;
+    QString m_modules;
+    std::unique_ptr<TestToken> m_token;
+    std::unique_ptr<TestToken> m_remote;
+    std::unique_ptr<QCA::Initializer> m_qca;
+    std::unique_ptr<Stores> m_stores;
+};
+
+void TestConfiguration::initTestCase()
+{
+    m_token = std::make_unique<TestToken>(StoreName);
+    if (!m_token->isValid())
+        QFAIL(qPrintable(m_token->problem()));
+    m_modules = m_home.filePath(QStringLiteral("pkcs11/modules"));
+    QVERIFY(QDir().mkpath(m_modules));
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_home.path()));
+    qunsetenv("TRIVEX_PKCS11_MODULES");
+    // p11-kit's system modules use the same token, or none, and not that of the machine.
+    qputenv("SOFTHSM2_CONF", QFile::encodeName(m_token->configurationFile()));
+    m_remote = std::make_unique<TestToken>(QStringLiteral("Remote"));
+    QVERIFY(m_remote->isValid());
+    const QByteArray command =
+        "remote: |env SOFTHSM2_CONF=" + m_remote->configurationFile().toUtf8() + " p11-kit remote "
+        + TestToken::softHsmLibrary().toUtf8() + '\n';
+    QVERIFY(writeFile(m_modules + QStringLiteral("/far.module"), command));
+    m_qca = std::make_unique<QCA::Initializer>();
+    m_stores = std::make_unique<Stores>();
+}
+
+void TestConfiguration::userModule()
+{
+    QVERIFY2(m_stores->waitFor(StoreName), qPrintable(m_stores->names().join(QLatin1Char(' '))));
+}
+
+/// A module in a process of its own, started by p11-kit.
+void TestConfiguration::remoteModule()
+{
+    QVERIFY2(m_stores->waitFor(QStringLiteral("Remote")),
+             qPrintable(m_stores->names().join(QLatin1Char(' '))));
+}
+
+void TestConfiguration::moduleFileComesAndGoes()
+{
+    TestToken later(QStringLiteral("Later"));
+    QVERIFY(later.isValid());
+    const QString path = m_modules + QStringLiteral("/later.module");
+    const QString name = StoreName;
+    // The same library under another path is the same module to the loader, so the copy below the
+    // token's directory, which reads the same configuration, stands for another one.
+    QVERIFY(writeFile(path, "module: " + m_token->modulePath().toUtf8() + '\n'));
+    QTest::qWait(1500);
+    QVERIFY(Trivex::TokenMonitor::token(m_stores->byName(name)->id()).present);
+    QVERIFY(QFile::remove(path));
+    QTest::qWait(1500);
+    QVERIFY(Trivex::TokenMonitor::token(m_stores->byName(name)->id()).present);
+}
+
+void TestConfiguration::trustModuleOnlyWhenAllowed()
+{
+    const auto systemStores = [this] {
+        int count = 0;
+        const QStringList names = m_stores->names();
+        for (const QString &name : names) {
+            if (m_stores->byName(name)->type() == QCA::KeyStore::System)
+                ++count;
+        }
+        return count;
+    };
+    QTest::qWait(500);
+    QCOMPARE(systemStores(), 0);
+    const QString provider = QStringLiteral("qca-norvel-pkcs11");
+    QVariantMap config = QCA::getProviderConfig(provider);
+    QVERIFY(!config.isEmpty());
+    config.insert(QStringLiteral("allow_load_rootca"), true);
+    QCA::setProviderConfig(provider, config);
+    QTRY_VERIFY_WITH_TIMEOUT(systemStores() > 0, 5000);
+}
+
+void TestConfiguration::defaultConfiguration()
+{
+    const QCA::Provider *provider = QCA::findProvider(QStringLiteral("qca-norvel-pkcs11"));
+    QVERIFY(provider);
+    const QVariantMap config = const_cast<QCA::Provider *>(provider)->defaultConfig();
+    QCOMPARE(config.value(QStringLiteral("allow_load_rootca")), QVariant(false));
+    QVERIFY(config.contains(QStringLiteral("formtype")));
+    QCOMPARE(provider->features(),
+             QStringList({QStringLiteral("keystorelist"), QStringLiteral("pkey"),
+                          QStringLiteral("rsa"), QStringLiteral("ec"), QStringLiteral("csr")}));
+    const QCA::Provider *gost = QCA::findProvider(QStringLiteral("qca-norvel-gost"));
+    QVERIFY(gost);
+    QCOMPARE(gost->features(), QStringList({QStringLiteral("ec"), QStringLiteral("pkey")}));
+}
+
+QTEST_GUILESS_MAIN(TestConfiguration)
+#include "tst_configuration.moc"
