@@ -17,6 +17,8 @@
 
 using Trivex::WriteResult;
 
+#include <unistd.h>
+
 namespace {
 
 /// Content that tells by itself whether it is whole.
@@ -37,11 +39,13 @@ QByteArray contents(const QString &path)
     return file.readAll();
 }
 
-/// Renames one file for ever, as saving an edited request does.
-int saveForEver(const QString &directory)
+/// Renames one file over and over, as saving an edited request does, until it is killed: or until
+/// the test that should have done it is gone.
+int saveUntilKilled(const QString &directory)
 {
     QString old;
-    for (int i = 0;; ++i) {
+    const pid_t test = getppid();
+    for (int i = 0; getppid() == test; ++i) {
         const QString path = QStringLiteral("%1/%2.csr").arg(directory).arg(i % 10);
         const QByteArray text(20000 + i % 777, char('a' + i % 26));
         if (Trivex::writeAtomically(path, sealed(text), false) != WriteResult::Written)
@@ -50,6 +54,7 @@ int saveForEver(const QString &directory)
             Trivex::removeFile(old);
         old = path;
     }
+    return 0;
 }
 
 } // namespace
@@ -292,7 +297,7 @@ int main(int argc, char *argv[])
     qputenv("HOME", QFile::encodeName(home.path()));
     QCoreApplication application(argc, argv);
     if (argc == 3 && application.arguments().at(1) == QLatin1String("--save"))
-        return saveForEver(application.arguments().at(2));
+        return saveUntilKilled(application.arguments().at(2));
     TestRequestFiles test;
     return QTest::qExec(&test, argc, argv);
 }
