@@ -11,7 +11,9 @@
 #include <QPluginLoader>
 #include <QProcess>
 #include <QQmlComponent>
+#include <QQmlContext>
 #include <QQmlEngine>
+#include <QStandardItemModel>
 #include <QStandardPaths>
 #include <QtTest>
 
@@ -47,6 +49,7 @@ private Q_SLOTS:
     void interface();
     void ownership();
     void typeDescription();
+    void viewsFollowLargeChanges();
 
 private:
     std::unique_ptr<QObject> make(const QByteArray &source, QString *error = nullptr);
@@ -269,6 +272,42 @@ void tst_Plugin::typeDescription()
     const QByteArray start = "Module {";
     QVERIFY(made.contains(start));
     QCOMPARE(kept.mid(kept.indexOf(start)).trimmed(), made.mid(made.indexOf(start)).trimmed());
+}
+
+void tst_Plugin::viewsFollowLargeChanges()
+{
+    QStandardItemModel source;
+    source.setItemRoleNames({{257, "name"}, {261, "type"}});
+    for (int i = 0; i < 1000; ++i) {
+        auto *item = new QStandardItem;
+        item->setData(QStringLiteral("row %1").arg(i), 257);
+        item->setData(0, 261);
+        source.appendRow(item);
+    }
+    m_engine->rootContext()->setContextProperty(QStringLiteral("source"), &source);
+    const auto object = make(document("1.0",
+                                      "Instantiator { id: view\n"
+                                      "property alias pattern: filter.pattern\n"
+                                      "function text(i) { return objectAt(i).shown }\n"
+                                      "model: CertificateModel { id: filter; sourceModel: source\n"
+                                      "searchRoles: ['name'] }\n"
+                                      "delegate: QtObject { property string shown: name } }"));
+    QVERIFY(object);
+    const auto shown = [&object](int row) {
+        QVariant text;
+        QMetaObject::invokeMethod(object.get(), "text", Q_RETURN_ARG(QVariant, text),
+                                  Q_ARG(QVariant, row));
+        return text.toString();
+    };
+    QTRY_COMPARE(object->property("count").toInt(), 1000);
+    object->setProperty("pattern", QStringLiteral("9"));
+    QTRY_COMPARE(object->property("count").toInt(), 271);
+    QVERIFY(shown(0).contains(QLatin1Char('9')) && shown(270).contains(QLatin1Char('9')));
+    object->setProperty("pattern", QStringLiteral("999"));
+    QTRY_COMPARE(object->property("count").toInt(), 1);
+    QCOMPARE(shown(0), QStringLiteral("row 999"));
+    object->setProperty("pattern", QString());
+    QTRY_COMPARE(object->property("count").toInt(), 1000);
 }
 
 QTEST_GUILESS_MAIN(tst_Plugin)
