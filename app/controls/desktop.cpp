@@ -8,6 +8,7 @@
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QLocale>
+#include <QRegularExpression>
 #include <QStorageInfo>
 
 namespace Trivex {
@@ -129,15 +130,20 @@ QString Desktop::whyNotRead(const QString &path) const
 
 QString Desktop::plainHex(const QString &text)
 {
+    // A separator may be missing anywhere: groups are told apart by their form.
+    static const QRegularExpression group(
+        QStringLiteral("\\G(-[0-9A-F]{1,2}|[0-9A-F]{2}|^[0-9A-F]$):?"));
     QStringList bytes;
-    const QStringList groups = text.split(QLatin1Char(':'), Qt::SkipEmptyParts);
-    for (const QString &group : groups) {
-        bool good = false;
-        const int value = group.toInt(&good, 16);
-        if (!good || value < -128 || value > 255)
-            return text;
+    int end = 0;
+    auto matches = group.globalMatch(text);
+    while (matches.hasNext()) {
+        const QRegularExpressionMatch match = matches.next();
+        const int value = match.captured(1).toInt(nullptr, 16);
         bytes += QStringLiteral("%1").arg(value & 0xff, 2, 16, QLatin1Char('0')).toUpper();
+        end = match.capturedEnd();
     }
+    if (end != text.size())
+        return text;
     return bytes.join(QLatin1Char(':'));
 }
 
