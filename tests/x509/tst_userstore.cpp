@@ -37,6 +37,7 @@ private:
 
     QCA::Initializer m_initializer;
     QString m_path;
+    std::unique_ptr<QCA::KeyStoreManager> m_manager;
     std::unique_ptr<QCA::KeyStore> m_store;
 };
 
@@ -51,8 +52,8 @@ void TestUserStore::initTestCase()
     manager.waitForBusyFinished();
     QVERIFY(manager.keyStores().contains(QStringLiteral("USER")));
     // QCA tells only the last object made for a store, and the manager has to live with it.
-    static QCA::KeyStoreManager keeper;
-    m_store = std::make_unique<QCA::KeyStore>(QStringLiteral("USER"), &keeper);
+    m_manager = std::make_unique<QCA::KeyStoreManager>();
+    m_store = std::make_unique<QCA::KeyStore>(QStringLiteral("USER"), m_manager.get());
     m_store->startAsynchronousMode();
 }
 
