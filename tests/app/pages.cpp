@@ -162,8 +162,8 @@ void SampleData::fillFiles(WindowEnvironment &environment)
          QStringLiteral("/CN=Сидоров Павел/O=АО «Пример»/C=RU")});
     writeFile(environment.file(QStringLiteral("CertificateRequest/Сидоров Павел.csr")), request);
     m_bundle = m_authority.bundle({QStringLiteral("-algorithm"), QStringLiteral("RSA")},
-                                  QStringLiteral("/CN=Петров Пётр Ильич"), QStringLiteral("secret"),
-                                  QStringLiteral("Петров"));
+                                  QStringLiteral("/CN=Pavel Petrov/O=Example Ltd"),
+                                  QStringLiteral("secret"), QStringLiteral("Петров"));
     m_picture = samplePicture(environment.file(QStringLiteral("plan.png")));
 }
 
