@@ -78,7 +78,7 @@ void benchDigest(const QStringList &files)
         compare(QStringLiteral("ours"), [&] {
             QFile file(path);
             file.open(QIODevice::ReadOnly);
-            return Trivex::fileDigest(&file, size, QStringLiteral("sha256"));
+            return Trivex::fileDigest(&file, size, QStringLiteral("sha256")).toHex();
         });
         compare(QStringLiteral("openssl dgst"), [&] {
             return toolDigest(
