@@ -57,12 +57,11 @@ Pkcs12Handle parse(const QByteArray &der)
 {
     // With the library context that later decrypts it.
     PKCS12 *bundle = PKCS12_init_ex(NID_pkcs7_data, legacyLibrary(), nullptr);
-    Pkcs12Handle owner(bundle);
     const BioHandle bio(BIO_new_mem_buf(der.constData(), der.size()));
-    if (!bundle || !bio)
-        return nullptr;
-    owner.release(); // freed by the call below if it fails
-    return Pkcs12Handle(d2i_PKCS12_bio(bio.get(), &bundle));
+    const bool isRead = bundle && bio && d2i_PKCS12_bio(bio.get(), &bundle);
+    // A failing call has freed the object and cleared the pointer, or left it as it was.
+    Pkcs12Handle parsed(bundle);
+    return isRead ? std::move(parsed) : nullptr;
 }
 
 QString nameOf(PKCS12_SAFEBAG *bag)
