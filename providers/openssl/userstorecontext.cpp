@@ -5,12 +5,15 @@
 #include "providers/openssl/userentrycontext.h"
 
 #include <QStandardPaths>
+#include <QTimer>
 
 namespace Trivex {
 
 namespace {
 
 constexpr int StoreNumber = 0;
+/// Long enough for the update before to have been seen; ms.
+constexpr int SecondLookPause = 150;
 
 QString directoryPath()
 {
@@ -32,10 +35,7 @@ UserStoreContext::UserStoreContext(QCA::Provider *provider)
     // The list is replaced where it is announced, so that a write that has returned is listed.
     connect(m_directory, &UserDirectory::changed, m_directory,
             [this](const UserSnapshot &snapshot) { take(snapshot); });
-    connect(m_directory, &UserDirectory::changed, this, [this] {
-        Q_EMIT updated(); // the store shows with its first entries, not with its last
-        Q_EMIT storeUpdated(StoreNumber);
-    });
+    connect(m_directory, &UserDirectory::changed, this, &UserStoreContext::announce);
     connect(m_directory, &UserDirectory::ready, this, &UserStoreContext::busyEnd);
 }
 
@@ -47,6 +47,17 @@ UserStoreContext::~UserStoreContext()
     m_thread.wait();
     if (!m_thread.isFinished())
         delete m_directory; // never started
+}
+
+void UserStoreContext::announce(const UserSnapshot &snapshot)
+{
+    Q_EMIT updated(); // the store shows with its first entries, not with its last
+    Q_EMIT storeUpdated(StoreNumber);
+    // A list that is compared with one from before may keep its first row until the next update:
+    // the model does when the two first rows go together. So there is a next one.
+    if (snapshot->size() <= m_announced && m_announced > 0)
+        QTimer::singleShot(SecondLookPause, this, [this] { Q_EMIT storeUpdated(StoreNumber); });
+    m_announced = snapshot->size();
 }
 
 void UserStoreContext::start()

@@ -39,10 +39,12 @@ public:
 
 private:
     void take(const UserSnapshot &snapshot);
+    void announce(const UserSnapshot &snapshot);
     UserSnapshot snapshot() const;
 
     mutable QMutex m_mutex;
     UserSnapshot m_snapshot;
+    int m_announced = 0;
     QThread m_thread;
     UserDirectory *m_directory;
 };

@@ -18,6 +18,8 @@ constexpr int FirstStep = 500;
 constexpr int LargestStep = 2000;
 /// Between the fetching of one step and the announcement of the next.
 constexpr std::chrono::milliseconds StepPause{20};
+/// Long enough for the update before to have been seen.
+constexpr std::chrono::milliseconds SecondLookPause{150};
 
 QCA::PKeyBase *keyContextOf(const QCA::PrivateKey &key)
 {
@@ -127,6 +129,7 @@ QList<QCA::KeyStoreEntryContext *> TokenStoreList::entryList(int id)
     const auto store = TokenService::instance().store(id);
     if (!store)
         return list;
+    noteListed(id, store->contents);
     const auto &entries = store->contents->entries;
     int &shown = m_shown[id];
     shown = std::max(shown, FirstStep);
@@ -138,6 +141,16 @@ QList<QCA::KeyStoreEntryContext *> TokenStoreList::entryList(int id)
     if (count < int(entries.size()))
         QTimer::singleShot(StepPause, this, [this, id] { showMore(id); });
     return list;
+}
+
+void TokenStoreList::noteListed(int id, const TokenContentsPtr &contents)
+{
+    const TokenContentsPtr before = m_listed.value(id);
+    m_listed.insert(id, contents);
+    // A list that is compared with one from before may keep its first row until the next update:
+    // the model does when the two first rows go together. So there is a next one.
+    if (before && before != contents && !before->entries.empty())
+        QTimer::singleShot(SecondLookPause, this, [this, id] { Q_EMIT storeUpdated(id); });
 }
 
 void TokenStoreList::showMore(int id)

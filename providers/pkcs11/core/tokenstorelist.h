@@ -43,10 +43,13 @@ private:
     void announceContents(int id);
     void announceScan();
     void showMore(int id);
+    void noteListed(int id, const TokenContentsPtr &contents);
     template <class Work> bool runOn(int id, Purpose purpose, Work work);
 
     /// How many entries of a store are shown so far.
     QHash<int, int> m_shown;
+    /// What was listed of a store the last time.
+    QHash<int, TokenContentsPtr> m_listed;
     bool m_isBusy = true;
 };
 
