@@ -67,8 +67,9 @@ public:
 
     bool blocking = true;
     QString provider;
-    QString keyStoreId;
-    QString objectId;
+    QString keyStoreId; ///< of the generation that runs or ran
+    QString wantedStoreId; ///< of the next one
+    QString wantedObjectId;
     QCA::KeyGenerator rsa;
     std::unique_ptr<ECContext> ec;
     QCA::PrivateKey key;
@@ -99,10 +100,8 @@ bool KeyGenerator::isBusy() const
 
 void KeyGenerator::setTarget(const QString &keyStoreId, const QString &objectId)
 {
-    if (isBusy())
-        return;
-    d->keyStoreId = keyStoreId;
-    d->objectId = objectId;
+    d->wantedStoreId = keyStoreId;
+    d->wantedObjectId = objectId;
 }
 
 QCA::PrivateKey KeyGenerator::key() const
@@ -114,7 +113,7 @@ QCA::PrivateKey KeyGenerator::createRSA(int bits, int exponent, const QString &p
 {
     if (!prepare(QStringLiteral("rsa"), provider))
         return {};
-    const GenerationTarget target(d->keyStoreId, d->objectId);
+    const GenerationTarget target(d->keyStoreId, d->wantedObjectId);
     d->key = d->checked(d->rsa.createRSA(bits, exponent, provider));
     return d->key;
 }
@@ -131,7 +130,7 @@ QCA::PrivateKey KeyGenerator::createEC(const QString &curve, const QString &prov
     }
     algorithm.takeContext();
     d->ec.reset(context);
-    const GenerationTarget target(d->keyStoreId, d->objectId);
+    const GenerationTarget target(d->keyStoreId, d->wantedObjectId);
     if (d->blocking) {
         context->createPrivate(curve, true);
         d->key = d->checked(d->wrap(std::move(d->ec)));
@@ -150,10 +149,11 @@ bool KeyGenerator::prepare(const QString &feature, const QString &provider)
 {
     if (isBusy()) {
         // The caller has stored answers for this generation; another must not find them.
-        takeStoredAnswers(d->keyStoreId);
+        takeStoredAnswers(d->wantedStoreId);
         return false;
     }
     d->key = QCA::PrivateKey();
+    d->keyStoreId = d->wantedStoreId;
     d->provider = provider;
     if (d->canUse(feature))
         return true;
