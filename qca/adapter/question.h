@@ -65,7 +65,7 @@ TRIVEX_QCA_EXPORT void cancelQuestions(const QString &keyStoreId = QString());
 class TRIVEX_QCA_EXPORT QuestionNotifier : public QObject {
     Q_OBJECT
 public:
-    /// The one of the process; lives on the question thread, so connect queued.
+    /// The one of the process. The signal comes on any thread, so connect queued.
     static QuestionNotifier *instance();
 
 Q_SIGNALS:

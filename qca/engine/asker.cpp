@@ -42,6 +42,11 @@ Reply ask(const QuestionInfo &question, const QCA::KeyStoreInfo &store,
     return ticket->reply();
 }
 
+void settleQuestions()
+{
+    QuestionService::settle();
+}
+
 void noteTextAnswer(quintptr ticket, const QString &text)
 {
     QuestionService::instance().noteText(ticket, text);

@@ -22,6 +22,10 @@ struct Reply {
 TRIVEX_QCA_EXPORT Reply ask(const QuestionInfo &question, const QCA::KeyStoreInfo &store,
                             const QCA::KeyStoreEntry &entry = QCA::KeyStoreEntry());
 
+/// Waits until what has been answered is cleaned up. To be called where QCA is about to end, by
+/// whoever asks: askers can't outlive it. Any thread but the question thread.
+TRIVEX_QCA_EXPORT void settleQuestions();
+
 /// Called by `EventHandler`: notes the text that answers the question behind `ticket`.
 TRIVEX_QCA_EXPORT void noteTextAnswer(quintptr ticket, const QString &text);
 

@@ -4,9 +4,14 @@
 
 #include <QCoreApplication>
 
+#include <chrono>
+#include <future>
+
 namespace Trivex {
 
 namespace {
+
+constexpr std::chrono::seconds SettlePatience{1};
 
 bool concerns(const Ticket &ticket, const QString &keyStoreId)
 {
@@ -14,6 +19,8 @@ bool concerns(const Ticket &ticket, const QString &keyStoreId)
 }
 
 } // namespace
+
+std::atomic_bool QuestionService::s_exists{false};
 
 QuestionService &QuestionService::instance()
 {
@@ -25,12 +32,10 @@ QuestionService::QuestionService()
 {
     m_thread.setObjectName(QStringLiteral("TrivexQuestions"));
     moveToThread(&m_thread);
-    // A prompt may have made it before, on its own thread; there it stays.
-    if (QuestionNotifier::instance()->thread() == QThread::currentThread())
-        QuestionNotifier::instance()->moveToThread(&m_thread);
     // The thread must be gone before the application object is: Qt can't run one without it.
     qAddPostRoutine([] { instance().stop(); });
     m_thread.start();
+    s_exists = true;
 }
 
 QuestionService::~QuestionService()
@@ -66,7 +71,8 @@ void QuestionService::start(const TicketPtr &ticket)
 {
     // Kept until QCA has answered, even when the question was cancelled long before: an asker that
     // goes while its question is pending is written to after its end.
-    auto *asker = new QCA::PasswordAsker(this);
+    auto *asker = new QCA::PasswordAsker;
+    m_askers.insert(asker);
     connect(asker, &QCA::PasswordAsker::responseReady, this,
             [this, ticket, asker] { finish(ticket, asker); });
     const auto style = ticket->question().kind == PasswordQuestion ? QCA::Event::StylePIN
@@ -83,7 +89,35 @@ void QuestionService::finish(const TicketPtr &ticket, QCA::PasswordAsker *asker)
         m_tickets.remove(ticket->id());
     }
     ticket->resolve(asker->accepted(), asker->password());
-    asker->deleteLater();
+    // Not here: its own signal is being delivered.
+    m_mailbox.post([this, asker] {
+        m_askers.remove(asker);
+        delete asker;
+    });
+}
+
+void QuestionService::settle()
+{
+    if (!s_exists || QThread::currentThread() == &instance().m_thread)
+        return;
+    // An answer passes through the thread's event queue twice: it is delivered, then its asker is
+    // deleted.
+    for (int round = 0; round < 2; ++round)
+        instance().waitForTurn();
+}
+
+void QuestionService::waitForTurn()
+{
+    const auto done = std::make_shared<std::promise<void>>();
+    std::future<void> turn = done->get_future();
+    {
+        const std::lock_guard locker(m_mutex);
+        if (m_stopped)
+            return;
+        m_mailbox.post([done] { done->set_value(); });
+    }
+    // The thread may be told to end meanwhile, and then takes no more turns.
+    turn.wait_for(SettlePatience);
 }
 
 TicketPtr QuestionService::find(quintptr ticket) const

@@ -6,8 +6,10 @@
 #include "qca/engine/ticket.h"
 
 #include <QHash>
+#include <QSet>
 #include <QThread>
 
+#include <atomic>
 #include <mutex>
 #include <optional>
 
@@ -30,6 +32,9 @@ public:
     std::optional<QuestionInfo> lookUp(quintptr ticket) const;
     /// Thread-safe.
     void noteText(quintptr ticket, const QString &text);
+    /// Waits until what has been answered is cleaned up, so that nothing of QCA's is left when QCA
+    /// ends. Nothing to do when no question was ever asked. Thread-safe.
+    static void settle();
     /// Rejects the open questions about `keyStoreId` (all, when empty). Thread-safe.
     void cancel(const QString &keyStoreId);
 
@@ -38,13 +43,18 @@ private:
     void stop();
     void start(const TicketPtr &ticket);
     void finish(const TicketPtr &ticket, QCA::PasswordAsker *asker);
+    void waitForTurn();
     TicketPtr find(quintptr ticket) const;
 
     mutable std::mutex m_mutex;
     QHash<quintptr, TicketPtr> m_tickets;
+    /// Those that wait for an answer, or for their end. What is left at the end of the process
+    /// stays: QCA is gone by then, and an asker can't go without it.
+    QSet<QCA::PasswordAsker *> m_askers;
     QThread m_thread;
     Mailbox m_mailbox{this};
     bool m_stopped = false;
+    static std::atomic_bool s_exists;
 };
 
 } // namespace Trivex

@@ -306,6 +306,23 @@ private Q_SLOTS:
         asking.join();
     }
 
+    void settlingEndsWhateverWaits()
+    {
+        Trivex::settleQuestions();
+        Person person("typed");
+        person.silent = true;
+        person.start();
+        Operation signing(Purpose::Sign, storeId);
+        std::thread asking([&] { signing.pin(info(), store); });
+        QTRY_COMPARE(person.asked, 1);
+        // An open question does not hold it up, on this thread or another.
+        Trivex::settleQuestions();
+        std::thread(Trivex::settleQuestions).join();
+        person.handler().submitPassword(person.lastId, QCA::SecureArray("late"));
+        asking.join();
+        Trivex::settleQuestions();
+    }
+
     void manyQuestionsAtOnce()
     {
         Person person("typed");

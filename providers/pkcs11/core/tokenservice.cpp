@@ -7,29 +7,11 @@
 #include "qca/adapter/keys.h"
 #include "qca/engine/keys/pkeycontainer.h"
 
-#include <QCoreApplication>
 #include <QThread>
 
 #include <algorithm>
 
 namespace Trivex {
-
-namespace {
-
-/// Lets the question thread delete what has been answered: QCA is about to end, and with it the
-/// memory that its askers hold.
-void settleQuestions()
-{
-    QObject *questions = QuestionNotifier::instance();
-    // An answer takes a few events until its asker is deleted.
-    for (int round = 0; round < 4 && questions->thread()->isRunning(); ++round) {
-        QMetaObject::invokeMethod(
-            questions, [] { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); },
-            Qt::BlockingQueuedConnection);
-    }
-}
-
-} // namespace
 
 /// A key store and the token behind it.
 struct TokenService::Record {
