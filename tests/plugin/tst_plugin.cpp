@@ -260,10 +260,25 @@ void tst_Plugin::typeDescription()
         printf("SKIP qmlplugindump is not installed\n");
         QSKIP("qmlplugindump is not installed");
     }
+    // The module alone: the tool loads every module below the path that it is given, and those
+    // that need a window end it.
+    const QTemporaryDir alone;
+    const QString module = alone.filePath(QStringLiteral("Trivex/Crypto"));
+    QVERIFY(QDir().mkpath(module));
+    for (const char *name : {"qmldir", "plugins.qmltypes", "libtrivexcryptoplugin.so"}) {
+        const QString file = QLatin1Char('/') + QLatin1String(name);
+        QVERIFY(QFile::copy(QStringLiteral(TRIVEX_TEST_QML_DIR "/Trivex/Crypto") + file,
+                            module + file));
+    }
     QProcess dump;
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("LD_LIBRARY_PATH"),
+                       QStringLiteral(TRIVEX_TEST_QML_DIR "/../lib"));
+    environment.remove(QStringLiteral("QML2_IMPORT_PATH"));
+    dump.setProcessEnvironment(environment);
     dump.start(program,
                {QStringLiteral("-nonrelocatable"), QStringLiteral("Trivex.Crypto"),
-                QStringLiteral("1.0"), QStringLiteral(TRIVEX_TEST_QML_DIR)});
+                QStringLiteral("1.0"), alone.path()});
     QVERIFY(dump.waitForFinished(60000));
     const QByteArray made = dump.readAllStandardOutput();
     QFile file(QStringLiteral(TRIVEX_TEST_QML_DIR "/Trivex/Crypto/plugins.qmltypes"));
