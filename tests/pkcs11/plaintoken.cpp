@@ -79,14 +79,27 @@ bool PlainToken::write(const QByteArray &der, int number)
         == CKR_OK;
 }
 
-bool PlainToken::writeCertificates(int count, const QByteArray &pin)
+bool PlainToken::logIn(const QByteArray &pin)
 {
     QByteArray writable = pin;
-    const CK_RV result =
-        m_module->C_Login(m_session, CKU_USER, reinterpret_cast<unsigned char *>(writable.data()),
-                          CK_ULONG(writable.size()));
+    return m_module->C_Login(m_session, CKU_USER,
+                             reinterpret_cast<unsigned char *>(writable.data()),
+                             CK_ULONG(writable.size()))
+        == CKR_OK;
+}
+
+bool PlainToken::writeCertificates(const QList<QByteArray> &certificates, const QByteArray &pin)
+{
+    bool isGood = logIn(pin);
+    for (int i = 0; isGood && i < certificates.size(); ++i)
+        isGood = write(certificates.at(i), i);
+    return isGood;
+}
+
+bool PlainToken::writeCertificates(int count, const QByteArray &pin)
+{
     const KeyHandle key(EVP_PKEY_Q_keygen(nullptr, nullptr, "EC", "P-256"), &EVP_PKEY_free);
-    bool isGood = result == CKR_OK && key;
+    bool isGood = key && logIn(pin);
     for (int i = 0; isGood && i < count; ++i)
         isGood = write(makeCertificate(key.get(), i), i);
     return isGood;

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QLibrary>
+#include <QList>
 
 #include <p11-kit/pkcs11.h>
 
@@ -20,10 +21,12 @@ public:
 
     bool isOpen() const { return m_session != CK_INVALID_HANDLE; }
     bool writeCertificates(int count, const QByteArray &pin);
+    bool writeCertificates(const QList<QByteArray> &certificates, const QByteArray &pin);
     /// Finds all certificates in one search, reads each in one call and decodes it; their number.
     int readCertificates();
 
 private:
+    bool logIn(const QByteArray &pin);
     bool write(const QByteArray &der, int number);
 
     QLibrary m_library;

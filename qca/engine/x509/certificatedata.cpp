@@ -53,6 +53,13 @@ bool isSameName(Der::Slice a, Der::Slice b)
     return first && second && X509_NAME_cmp(first.get(), second.get()) == 0;
 }
 
+/// `part` of `whole`: shared where it is all of it, as the reader of a store keeps it too. A view
+/// of foreign memory, which has no capacity, is copied.
+QByteArray ownBytes(const Der::Slice &part, const QByteArray &whole)
+{
+    return part.size == whole.size() && whole.capacity() >= whole.size() ? whole : part.bytes();
+}
+
 } // namespace
 
 CertificateData::CertificateData(const QByteArray &der)
@@ -83,7 +90,7 @@ DataPtr CertificateData::fromDer(const QByteArray &der)
         data = found->lock();
     if (data)
         return data;
-    data.reset(new CertificateData(fields.whole.bytes()));
+    data.reset(new CertificateData(ownBytes(fields.whole, der)));
     known.certificates.insert(data->der(), data);
     return data;
 }
