@@ -151,8 +151,8 @@ void ModuleConfiguration::load()
     const QStringList files = configFiles();
     m_seen = QSet<QString>(files.begin(), files.end());
     // Kept for the life of the process, like every module.
-    CK_FUNCTION_LIST **modules = p11_kit_modules_load(nullptr, 0);
-    for (CK_FUNCTION_LIST **at = modules; at && *at; ++at)
+    m_modules = p11_kit_modules_load(nullptr, 0);
+    for (CK_FUNCTION_LIST **at = m_modules; at && *at; ++at)
         m_loaded.append(sourceOf(*at, files));
     m_isLoaded = true;
 }

@@ -24,6 +24,8 @@ private:
     void addNewFiles(QVector<Pkcs11::ModuleSource> *sources);
 
     bool m_isLoaded = false;
+    /// p11-kit's own list, never given back: releasing it would end the modules.
+    CK_FUNCTION_LIST **m_modules = nullptr;
     /// What p11-kit has loaded.
     QVector<Pkcs11::ModuleSource> m_loaded;
     /// The files it has seen.
