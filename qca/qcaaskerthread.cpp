@@ -48,7 +48,7 @@ QcaHandler *QcaAskerThread::replaceHandler()
 
 void QcaAskerThread::run()
 {
-    qDebug() << objectName() << "is running";
+    qDebug() << objectName() << " is running";
     QcaHandler *handler = replaceHandler();
     handler->start();
     exec();

@@ -1,16 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "certificates/certificate.h"
-#include "certificates/certificateinfomodel.h"
 #include "certificates/certificatetext.h"
-#include "certificates/keystoreentry.h"
-#include "certificates/securemessagekey.h"
-#include "certificates/securemessagesignature.h"
 #include "qca/adapter/providers.h"
 #include "tests/certificates/certificatefactory.h"
-#include "tests/certificates/flat.h"
 
-#include <QAbstractItemModelTester>
 #include <QFile>
 #include <QMetaProperty>
 #include <QSignalSpy>
@@ -18,7 +12,6 @@
 #include <QtTest>
 
 using TrivexTest::CertificateFactory;
-using TrivexTest::Flat;
 
 class tst_Certificate : public QObject {
     Q_OBJECT
@@ -30,6 +23,8 @@ private Q_SLOTS:
     void signatureText();
     void nullCertificateIsEmpty();
     void fields();
+    void signedSerial();
+    void severalValues();
     void addressFallsBackToLocality();
     void ellipticCurve();
     void root();
@@ -38,12 +33,8 @@ private Q_SLOTS:
     void hostileNames();
     void loading();
     void assignmentKeepsFileName();
+    void overriddenGettersCount();
     void keyBundle();
-    void infoModel();
-    void infoModelOfNullCertificate();
-    void emptyEntry();
-    void messageKey();
-    void messageSignature();
 
 private:
     QCA::Initializer m_qca;
@@ -180,6 +171,26 @@ void tst_Certificate::fields()
     QVERIFY(!certificate.isNull());
 }
 
+void tst_Certificate::signedSerial()
+{
+    // 0xC3 takes a leading zero byte, because a serial number is signed.
+    const Certificate certificate(m_factory.selfSigned(
+        QStringLiteral("/CN=A"), {QStringLiteral("-set_serial"), QStringLiteral("0xC3")}));
+    QCOMPARE(certificate.serialNumber(), QStringLiteral("00:-3D:"));
+}
+
+void tst_Certificate::severalValues()
+{
+    const Certificate certificate(
+        m_factory.selfSigned(QStringLiteral("/CN=A/O=First/O=Second/L=Here/L=There")));
+    QStringList organizations = {QStringLiteral("First"), QStringLiteral("Second")};
+    QVERIFY(organizations.removeOne(certificate.subjectOrganization())); // one, not both
+    QCOMPARE(certificate.publicKeyMarker(), certificate.subjectOrganization());
+    const QStringList places = {QStringLiteral("Here"), QStringLiteral("There")};
+    QVERIFY(places.contains(certificate.subjectLocality()));
+    QCOMPARE(certificate.subjecAddress(), certificate.subjectLocality());
+}
+
 void tst_Certificate::addressFallsBackToLocality()
 {
     const Certificate certificate(m_factory.selfSigned(QStringLiteral("/CN=A/L=Тверь")));
@@ -277,6 +288,23 @@ void tst_Certificate::assignmentKeepsFileName()
     QCOMPARE(one.fileName(), QStringLiteral("one.pem"));
 }
 
+void tst_Certificate::overriddenGettersCount()
+{
+    class Renamed : public Certificate {
+    public:
+        using Certificate::Certificate;
+        QString commonName() const override { return QStringLiteral("other"); }
+        QString subjectLocality() const override { return QStringLiteral("elsewhere"); }
+    };
+    Renamed certificate(m_factory.selfSigned(QStringLiteral("/CN=Root/L=Here")));
+    QCOMPARE(certificate.fileName(), QStringLiteral("other.crt"));
+    QCOMPARE(certificate.subjecAddress(), QStringLiteral("elsewhere"));
+    QVERIFY(!certificate.isRoot());
+    const QTemporaryDir directory;
+    QVERIFY(certificate.exportToFile(directory.path()));
+    QVERIFY(QFile::exists(directory.filePath(QStringLiteral("other.crt"))));
+}
+
 void tst_Certificate::keyBundle()
 {
     const QCA::KeyBundle bundle = m_factory.bundle(QStringLiteral("/CN=Key/O=Maker"));
@@ -285,118 +313,6 @@ void tst_Certificate::keyBundle()
     QCOMPARE(certificate.privateKeyAvailability(), QStringLiteral("trivex-p-la-private_available"));
     QCOMPARE(certificate.privateKeyLocation(), QStringLiteral("trivex-me-softhsm"));
     QCOMPARE(certificate.privateKeyManufacturer(), QStringLiteral("Maker"));
-}
-
-void tst_Certificate::infoModel()
-{
-    Certificate certificate(m_factory.selfSigned(QStringLiteral("/CN=Name/ST=Region/C=RU")));
-    Certificate other(m_factory.selfSigned(QStringLiteral("/CN=Other")));
-    Flat<CertificateInfoModel> model;
-    QAbstractItemModelTester tester(&model);
-    QSignalSpy changed(&model, &CertificateInfoModel::certificateChanged);
-    QSignalSpy info(&model, &CertificateInfoModel::infoChanged);
-    QSignalSpy inserted(&model, &QAbstractItemModel::rowsInserted);
-    QSignalSpy removed(&model, &QAbstractItemModel::rowsRemoved);
-    QCOMPARE(model.rowCount(), 0);
-    model.setCertificate(&certificate);
-    model.setCertificate(&certificate);
-    model.setCertificate(nullptr);
-    QCOMPARE(changed.count(), 1);
-    QCOMPARE(info.count(), 1);
-    QCOMPARE(inserted.count(), 25);
-    QCOMPARE(model.rowCount(), 25);
-    const auto cell = [&model](int row, int role) {
-        return model.data(model.index(row, 0), role).toString();
-    };
-    QCOMPARE(cell(0, 257), QStringLiteral("trivex-p-la-issuer"));
-    QCOMPARE(cell(0, 258), QStringLiteral("Name"));
-    QCOMPARE(cell(0, 259), QString());
-    QCOMPARE(cell(8, 257), QStringLiteral("trivex-p-la-subject_state"));
-    QCOMPARE(cell(8, 258), QStringLiteral("Region"));
-    QCOMPARE(cell(8, 259), QStringLiteral("trivex-p-la-subject"));
-    QCOMPARE(cell(11, 257), QStringLiteral("trivex-p-la-subject_inn"));
-    QCOMPARE(cell(11, 258), QString());
-    QCOMPARE(cell(17, 258),
-             certificate.notValidBefore().toString(QStringLiteral("hh:mm, dd.MM.yyyy")));
-    QCOMPARE(cell(17, 259), QStringLiteral("trivex-p-la-validity"));
-    QCOMPARE(cell(21, 257), QStringLiteral("trivex-p-la-public_key_Marker"));
-    QCOMPARE(cell(22, 257), QStringLiteral("trivex-p-la-private_key_id"));
-    QCOMPARE(cell(22, 258), QStringLiteral("trivex-p-la-private_not_available"));
-    QCOMPARE(cell(24, 259), QStringLiteral("trivex-p-la-private_key"));
-    QVERIFY(!model.data(model.index(0, 0), 260).isValid());
-    QVERIFY(!model.data(model.index(0, 0), 256).isValid());
-    QVERIFY(!model.data(model.index(25, 0), 257).isValid());
-    model.setCertificate(&other);
-    QCOMPARE(model.rowCount(), 25);
-    QCOMPARE(removed.count(), 0); // the old rows go without a word
-    QCOMPARE(inserted.count(), 50);
-    QCOMPARE(cell(0, 258), QStringLiteral("Other"));
-}
-
-void tst_Certificate::infoModelOfNullCertificate()
-{
-    Certificate certificate;
-    CertificateInfoModel model;
-    model.setCertificate(&certificate);
-    QCOMPARE(model.rowCount(), 25);
-    for (int row = 0; row < 25; ++row)
-        QCOMPARE(model.data(model.index(row, 0), 258).toString(), QString());
-}
-
-void tst_Certificate::emptyEntry()
-{
-    KeyStoreEntry none;
-    QCOMPARE(none.certificate(), nullptr);
-    QCOMPARE(none.name(), QString());
-    QVERIFY(none.data());
-    KeyStoreEntry empty{QCA::KeyStoreEntry()};
-    QVERIFY(empty.certificate());
-    QVERIFY(empty.certificate()->isNull());
-    QCOMPARE(empty.certificate(), empty.certificate());
-    const int type = qRegisterMetaType<QCA_KeyStoreEntry *>("QCA_KeyStoreEntry*");
-    const QVariant data = empty.property("data");
-    QCOMPARE(data.userType(), type);
-    QCOMPARE(QMetaType::type("QCA_KeyStoreEntry*"), type);
-    QCOMPARE(data.value<QCA::KeyStoreEntry *>(), empty.data());
-}
-
-void tst_Certificate::messageKey()
-{
-    SecureMessageKey none;
-    QVERIFY(none.x509CertificateChain().isEmpty());
-    QCOMPARE(none.x509Certificate(), nullptr);
-    QCA::SecureMessageKey wrapped;
-    QCA::CertificateChain wrappedChain;
-    wrappedChain << m_factory.selfSigned(QStringLiteral("/CN=First"))
-                 << m_factory.selfSigned(QStringLiteral("/CN=Second"));
-    wrapped.setX509CertificateChain(wrappedChain);
-    SecureMessageKey key(wrapped);
-    Certificate *first = key.x509Certificate();
-    QVERIFY(first);
-    QCOMPARE(first->commonName(), QStringLiteral("First"));
-    QCOMPARE(first->parent(), &key);
-    const QList<Certificate *> chain = key.x509CertificateChain();
-    QCOMPARE(chain.size(), 2);
-    QCOMPARE(chain.first(), first);
-    QCOMPARE(key.x509CertificateChain(), chain);
-}
-
-void tst_Certificate::messageSignature()
-{
-    SecureMessageSignature none;
-    SecureMessageKey *key = none.key();
-    QVERIFY(key);
-    QCOMPARE(none.key(), key);
-    QCOMPARE(key->parent(), &none);
-    QCA::SecureMessageKey signer;
-    QCA::CertificateChain signerChain;
-    signerChain << m_factory.selfSigned(QStringLiteral("/CN=Signer"));
-    signer.setX509CertificateChain(signerChain);
-    SecureMessageSignature signature(
-        QCA::SecureMessageSignature(QCA::SecureMessageSignature::InvalidKey, QCA::ErrorExpired,
-                                    signer, QDateTime::currentDateTime()));
-    QCOMPARE(signature.identityResult(), int(SecureMessageSignature::InvalidKey));
-    QCOMPARE(signature.key()->x509Certificate()->commonName(), QStringLiteral("Signer"));
 }
 
 QTEST_GUILESS_MAIN(tst_Certificate)

@@ -15,6 +15,7 @@
 #include <QQmlEngine>
 #include <QStandardItemModel>
 #include <QStandardPaths>
+#include <QTranslator>
 #include <QtTest>
 
 #include <memory>
@@ -47,6 +48,8 @@ private Q_SLOTS:
     void onePluginPerProcess();
     void interface_data();
     void interface();
+    void slotsAreNotForScripts();
+    void everyEngineIsTranslated();
     void ownership();
     void typeDescription();
     void viewsFollowLargeChanges();
@@ -233,6 +236,42 @@ void tst_Plugin::interface()
     for (int i = 0; i < qMin(found.size(), wanted.size()); ++i)
         QCOMPARE(found.at(i), wanted.at(i));
     QCOMPARE(found.size(), wanted.size());
+}
+
+void tst_Plugin::slotsAreNotForScripts()
+{
+    const QMetaObject &meta = KeyStoreModel::staticMetaObject;
+    int found = 0;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+        const QMetaMethod method = meta.method(i);
+        if (method.methodType() != QMetaMethod::Slot)
+            continue;
+        ++found;
+        QVERIFY2(method.access() == QMetaMethod::Private, method.methodSignature().constData());
+    }
+    QCOMPARE(found, 7);
+}
+
+void tst_Plugin::everyEngineIsTranslated()
+{
+    const auto translators = [](const QObject &engine) {
+        int found = 0;
+        for (const QTranslator *translator : engine.findChildren<QTranslator *>())
+            found += qstrcmp(translator->metaObject()->className(), "AppTranslator") == 0;
+        return found;
+    };
+    QCOMPARE(translators(*m_engine), 0);
+    QVERIFY(make(document("1.0", "QtObject {}")));
+    QVERIFY(make(document("1.0", "QtObject { property int again: 1 }")));
+    QCOMPARE(translators(*m_engine), 2);
+    QQmlEngine other;
+    other.addImportPath(QStringLiteral(TRIVEX_TEST_QML_DIR));
+    QQmlComponent component(&other);
+    component.setData(document("1.0", "QtObject {}"), QUrl());
+    const std::unique_ptr<QObject> object(component.create());
+    QVERIFY2(object, qPrintable(component.errorString()));
+    QCOMPARE(translators(other), 2);
+    QCOMPARE(translators(*m_engine), 2);
 }
 
 void tst_Plugin::ownership()

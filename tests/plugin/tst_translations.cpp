@@ -15,10 +15,11 @@ private Q_SLOTS:
     void neither();
     void englishOnly();
     void localeWins();
+    void englishFillsTheGaps();
     void everyEngineHasItsPair();
 
 private:
-    void provide(const char *name);
+    void provide(const char *name, const char *as = nullptr);
 
     std::unique_ptr<QTemporaryDir> m_directory;
     std::unique_ptr<QQmlEngine> m_engine;
@@ -37,11 +38,10 @@ void tst_Translations::cleanup()
     QLocale::setDefault(QLocale::c());
 }
 
-void tst_Translations::provide(const char *name)
+void tst_Translations::provide(const char *name, const char *as)
 {
-    const QString file = QString::fromLatin1(name);
-    QVERIFY(
-        QFile::copy(QStringLiteral(TRIVEX_CATALOGUE_DIR "/") + file, m_directory->filePath(file)));
+    QVERIFY(QFile::copy(QStringLiteral(TRIVEX_CATALOGUE_DIR "/") + QLatin1String(name),
+                        m_directory->filePath(QLatin1String(as ? as : name))));
 }
 
 void tst_Translations::neither()
@@ -71,6 +71,17 @@ void tst_Translations::localeWins()
     QLocale::setDefault(QLocale(QStringLiteral("en_US")));
     QQmlEngine english;
     installTranslators(&english, m_directory->path());
+    QCOMPARE(qtTrId("trivex-p-la-issuer"), QStringLiteral("Issuer"));
+}
+
+void tst_Translations::englishFillsTheGaps()
+{
+    provide("trivex-qml-plugin_eng_en.qm");
+    // A Russian catalogue that knows none of the plugin's identifiers.
+    provide("trivex-app_ru.qm", "trivex-qml-plugin-ru.qm");
+    installTranslators(m_engine.get(), m_directory->path());
+    QCOMPARE(qtTrId("trivex-app-about-roots"),
+             QStringLiteral("Корневые сертификаты, которые вы добавили сами."));
     QCOMPARE(qtTrId("trivex-p-la-issuer"), QStringLiteral("Issuer"));
 }
 

@@ -15,7 +15,7 @@ private Q_SLOTS:
         QcaAskerThread thread;
         QCOMPARE(thread.objectName(), QStringLiteral("QcaAskerThread"));
         QVERIFY(!thread.handler());
-        QTest::ignoreMessage(QtDebugMsg, "\"QcaAskerThread\" is running");
+        QTest::ignoreMessage(QtDebugMsg, "\"QcaAskerThread\"  is running");
         thread.start(QThread::InheritPriority);
         QTRY_VERIFY(thread.handler());
         QCOMPARE(thread.handler()->thread(), &thread);
@@ -82,14 +82,25 @@ private Q_SLOTS:
 
     void secondRunReplacesTheHandler()
     {
-        QcaAskerThread thread;
-        for (int round = 0; round < 2; ++round) {
+        QPointer<QcaHandler> second;
+        {
+            QcaAskerThread thread;
             thread.start();
             QTRY_VERIFY(thread.handler());
             QTest::qWait(20);
             thread.quit();
             QVERIFY(thread.wait(3000));
+            const QPointer<QcaHandler> first(thread.handler());
+            QVERIFY(first); // outlives its run
+            thread.start();
+            QTRY_VERIFY(!first);
+            QTest::qWait(20);
+            thread.quit();
+            QVERIFY(thread.wait(3000));
+            second = thread.handler();
+            QVERIFY(second);
         }
+        QVERIFY(!second);
     }
 
 private:

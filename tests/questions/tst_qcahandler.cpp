@@ -28,6 +28,20 @@ private:
     QSignalSpy m_ready{&m_asker, &QCA::PasswordAsker::responseReady};
 };
 
+/// The head of QCA's shared event record: the only way to an event of an unknown source, because
+/// the setters know two.
+struct EventHead {
+    QAtomicInt references;
+    int type;
+    int source;
+};
+
+EventHead *headOf(QCA::Event &event)
+{
+    static_assert(sizeof(event) == sizeof(void *), "an event is a pointer to its record");
+    return *reinterpret_cast<EventHead **>(&event);
+}
+
 /// Our own question of kind 2 or 4, not marked as interactive: the handler with stored answers is
 /// meant. Asked on another thread, as a token does.
 class OwnQuestion {
@@ -178,6 +192,56 @@ private Q_SLOTS:
         PlainQuestion question;
         QTRY_VERIFY(question.isAnswered());
         QCOMPARE(question.password(), QByteArray());
+    }
+
+    void nullEventLeavesTheOpenQuestion()
+    {
+        QcaHandler handler;
+        handler.start();
+        handler.setPassword(QCA::SecureArray());
+        QTest::ignoreMessage(QtWarningMsg, "Password is null!");
+        PlainQuestion question;
+        QTest::qWait(50);
+        QTest::ignoreMessage(QtWarningMsg, "Event is null");
+        QVERIFY(QMetaObject::invokeMethod(&handler, "qcaEventReady", Q_ARG(int, 1000),
+                                          Q_ARG(QCA::Event, QCA::Event())));
+        handler.rejectPending(); // still means the question before
+        QTRY_VERIFY(question.isAnswered());
+        QVERIFY(!question.accepted());
+    }
+
+    void unknownSourceIsReported()
+    {
+        QCA::Event event;
+        event.setPasswordKeyStore(QCA::Event::StylePIN, store, QCA::KeyStoreEntry(), nullptr);
+        EventHead *head = headOf(event);
+        head->source = QCA::Event::Data;
+        QCOMPARE(event.source(), QCA::Event::Data); // the record is what it is taken for
+        head->source = 2;
+
+        QcaHandler handler;
+        handler.start();
+        handler.setPassword(QCA::SecureArray("1234"));
+        QTest::ignoreMessage(QtWarningMsg, "Unexpected Source for Event!");
+        QVERIFY(QMetaObject::invokeMethod(&handler, "qcaEventReady", Q_ARG(int, 1000),
+                                          Q_ARG(QCA::Event, event)));
+        // The answers are gone.
+        PlainQuestion question;
+        QTRY_VERIFY(question.isAnswered());
+        QCOMPARE(question.password(), QByteArray());
+    }
+
+    void bothSourcesAreAnswered()
+    {
+        QcaHandler handler;
+        handler.start();
+        handler.setPassword(QCA::SecureArray("file"));
+        QCA::PasswordAsker asker;
+        QSignalSpy ready(&asker, &QCA::PasswordAsker::responseReady);
+        asker.ask(QCA::Event::StylePassphrase, QStringLiteral("file.p12"), nullptr);
+        QTRY_COMPARE(ready.count(), 1);
+        QVERIFY(asker.accepted());
+        QCOMPARE(asker.password().toByteArray(), QByteArray("file"));
     }
 
     void rejectPendingRejectsOncePerEvent()
