@@ -98,4 +98,22 @@ private:
     mutable QHash<int, int> m_reads;
 };
 
+/// The names that `model` shows, in its order.
+inline QStringList names(const QAbstractItemModel &model)
+{
+    QStringList list;
+    for (int row = 0; row < model.rowCount(); ++row)
+        list << model.data(model.index(row, 0), 257).toString();
+    return list;
+}
+
+/// Rows of the system, one for each name.
+inline QVector<CountingSource::Row> systemRows(const QStringList &texts)
+{
+    QVector<CountingSource::Row> rows;
+    for (const QString &text : texts)
+        rows.append({text, QString(), 0, {}});
+    return rows;
+}
+
 } // namespace TrivexTest

@@ -3,10 +3,7 @@
 #include "certificates/certificatemodel.h"
 #include "certificates/rowbatch.h"
 #include "certificates/rowcache.h"
-#include "qca/adapter/providers.h"
-#include "tests/certificates/certificatefactory.h"
 #include "tests/certificates/countingsource.h"
-#include "tests/fakes/provider/fakeprovider.h"
 
 #include <QAbstractItemModelTester>
 #include <QRandomGenerator>
@@ -16,10 +13,9 @@
 
 #include <algorithm>
 
-using TrivexTest::CertificateFactory;
 using TrivexTest::CountingSource;
-using TrivexTest::FakeEntry;
-using TrivexTest::FakeProvider;
+using TrivexTest::names;
+using TrivexTest::systemRows;
 
 namespace {
 
@@ -41,14 +37,6 @@ public:
     }
 };
 
-QStringList names(const QAbstractItemModel &model)
-{
-    QStringList list;
-    for (int row = 0; row < model.rowCount(); ++row)
-        list << model.data(model.index(row, 0), 257).toString();
-    return list;
-}
-
 QString randomText(QRandomGenerator &random, int length)
 {
     static const QString letters = QStringLiteral("абвгдАБВГДabcABC12 .*(ёЁшШ");
@@ -63,14 +51,6 @@ Row randomRow(QRandomGenerator &random)
     return {randomText(random, 8), randomText(random, 6), random.bounded(4) ? 0 : 5, {}};
 }
 
-QVector<Row> systemRows(const QStringList &texts)
-{
-    QVector<Row> rows;
-    for (const QString &text : texts)
-        rows.append({text, QString(), 0, {}});
-    return rows;
-}
-
 } // namespace
 
 class tst_CertificateModel : public QObject {
@@ -78,7 +58,6 @@ class tst_CertificateModel : public QObject {
 private Q_SLOTS:
     void initTestCase();
     void construction();
-    void emptyPatternShowsCategory();
     void typingAndDeleting();
     void replacing();
     void literalText();
@@ -86,10 +65,7 @@ private Q_SLOTS:
     void setterSignals();
     void unknownRolesAndNoSource();
     void rolesShowWithNextPattern();
-    void entryCategories();
-    void rowsWithoutEntry();
     void sourceChangesWhileSearching();
-    void categoryChangesWhileSearching();
     void followsSource();
     void randomEdits();
     void sortKeysAgreeWithLocale();
@@ -97,32 +73,12 @@ private Q_SLOTS:
     void announcedRows();
 
 private:
-    QSharedPointer<KeyStoreEntry> entry(const FakeEntry &fake, const QString &storeName);
-
     QCA::Initializer m_qca;
-    FakeProvider *m_fake = nullptr;
-    CertificateFactory m_factory;
 };
 
 void tst_CertificateModel::initTestCase()
 {
     QLocale::setDefault(QLocale(QStringLiteral("ru_RU"))); // before the first comparison
-    Trivex::rankProviders();
-    m_fake = FakeProvider::install(QStringLiteral("fake"), {QStringLiteral("keystorelist")});
-    QVERIFY(m_fake);
-}
-
-QSharedPointer<KeyStoreEntry> tst_CertificateModel::entry(const FakeEntry &fake,
-                                                          const QString &storeName)
-{
-    std::unique_ptr<QCA::Provider::Context> context(
-        m_fake->createContext(QStringLiteral("keystorelist")));
-    auto *list = static_cast<QCA::KeyStoreListContext *>(context.get());
-    m_fake->stores->reset();
-    m_fake->stores->addStore({QStringLiteral("id"), storeName, QCA::KeyStore::SmartCard, {fake}});
-    QCA::KeyStoreEntry wrapped;
-    wrapped.change(list->entryList(list->keyStores().first()).first());
-    return QSharedPointer<KeyStoreEntry>(new KeyStoreEntry(wrapped));
 }
 
 void tst_CertificateModel::construction()
@@ -134,24 +90,6 @@ void tst_CertificateModel::construction()
     QCOMPARE(model.sortCaseSensitivity(), Qt::CaseInsensitive);
     QCOMPARE(model.pattern(), QString());
     QVERIFY(model.searchRoles().isEmpty());
-}
-
-void tst_CertificateModel::emptyPatternShowsCategory()
-{
-    CountingSource source;
-    source.reset({{QStringLiteral("b"), {}, 0, {}},
-                  {QStringLiteral("r"), {}, 5, {}},
-                  {QStringLiteral("A"), {}, 0, {}}});
-    CertificateModel model;
-    QAbstractItemModelTester tester(&model);
-    model.setSourceModel(&source);
-    QCOMPARE(names(model), QStringList({QStringLiteral("A"), QStringLiteral("b")}));
-    model.setFilterRole(5);
-    QCOMPARE(names(model), QStringList({QStringLiteral("r")}));
-    for (const int none : {1, 2, 3, 4, 6, 7, 8, -1}) {
-        model.setFilterRole(none);
-        QCOMPARE(model.rowCount(), 0);
-    }
 }
 
 void tst_CertificateModel::typingAndDeleting()
@@ -265,63 +203,6 @@ void tst_CertificateModel::rolesShowWithNextPattern()
     QCOMPARE(names(model), QStringList({QStringLiteral("one")}));
 }
 
-void tst_CertificateModel::entryCategories()
-{
-    QVERIFY(m_factory.isValid());
-    const QCA::KeyBundle bundle = m_factory.bundle(QStringLiteral("/CN=key"));
-    QVERIFY(!bundle.isNull());
-    const auto certificate = [this](const QString &id, const QCA::Certificate &value,
-                                    const QString &store) {
-        return entry({QCA::KeyStoreEntry::TypeCertificate, id, id, value, {}}, store);
-    };
-    const QString token = QStringLiteral("Token");
-    FakeEntry keyed{
-        QCA::KeyStoreEntry::TypeKeyBundle, QStringLiteral("k"), QStringLiteral("k"), {}, bundle};
-    const QCA::Certificate root = m_factory.selfSigned(QStringLiteral("/CN=root"));
-    const QCA::Certificate other = m_factory.issuedByNamesake(QStringLiteral("/CN=other"));
-    CountingSource source;
-    source.reset({{QStringLiteral("key"), {}, 3, entry(keyed, token)},
-                  {QStringLiteral("root"), {}, 3, certificate(QStringLiteral("r"), root, token)},
-                  {QStringLiteral("other"), {}, 3, certificate(QStringLiteral("o"), other, token)},
-                  {QStringLiteral("user"),
-                   {},
-                   1,
-                   certificate(QStringLiteral("u"), other, QStringLiteral("USER"))}});
-    CertificateModel model;
-    QAbstractItemModelTester tester(&model);
-    model.setSourceModel(&source);
-    const auto shown = [&model](int category) {
-        model.setFilterRole(category);
-        return names(model);
-    };
-    QCOMPARE(shown(1), QStringList({QStringLiteral("user")}));
-    QCOMPARE(shown(3), QStringList({QStringLiteral("key")}));
-    QCOMPARE(shown(6), QStringList({QStringLiteral("other"), QStringLiteral("user")}));
-    QCOMPARE(shown(7), QStringList({QStringLiteral("root")}));
-    for (const int none : {0, 2, 4, 5, 8, -1})
-        QCOMPARE(shown(none), QStringList());
-    // Once known, a category costs no read of the entry.
-    source.takeReads();
-    shown(6);
-    QCOMPARE(source.takeReads(258), 0);
-}
-
-void tst_CertificateModel::rowsWithoutEntry()
-{
-    CountingSource source;
-    source.reset({{QStringLiteral("bare"), {}, 3, {}}});
-    CertificateModel model;
-    model.setSourceModel(&source);
-    for (int category = 0; category < 9; ++category) {
-        model.setFilterRole(category);
-        QCOMPARE(model.rowCount(), 0);
-    }
-    source.append(
-        {QStringLiteral("empty"), {}, 3, QSharedPointer<KeyStoreEntry>(new KeyStoreEntry)});
-    model.setFilterRole(6);
-    QCOMPARE(model.rowCount(), 1);
-}
-
 void tst_CertificateModel::sourceChangesWhileSearching()
 {
     CountingSource source;
@@ -340,23 +221,6 @@ void tst_CertificateModel::sourceChangesWhileSearching()
     QCOMPARE(names(model), QStringList({QStringLiteral("cat")}));
     source.reset(systemRows({QStringLiteral("x"), QStringLiteral("cab")}));
     QCOMPARE(names(model), QStringList({QStringLiteral("cab")}));
-}
-
-void tst_CertificateModel::categoryChangesWhileSearching()
-{
-    CountingSource source;
-    source.reset({{QStringLiteral("cat"), {}, 0, {}},
-                  {QStringLiteral("car"), {}, 5, {}},
-                  {QStringLiteral("dog"), {}, 5, {}}});
-    CertificateModel model;
-    model.setSourceModel(&source);
-    model.setSearchRoles({QStringLiteral("name")});
-    model.setPattern(QStringLiteral("ca"));
-    model.setFilterRole(5);
-    QCOMPARE(names(model), QStringList({QStringLiteral("car")}));
-    model.setPattern(QStringLiteral("c"));
-    model.setFilterRole(0);
-    QCOMPARE(names(model), QStringList({QStringLiteral("cat")}));
 }
 
 void tst_CertificateModel::followsSource()

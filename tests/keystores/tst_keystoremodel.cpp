@@ -3,24 +3,18 @@
 #include "certificates/certificatemodel.h"
 #include "certificates/keystoreentry.h"
 #include "keystores/keystoremodel.h"
-#include "qca/adapter/providers.h"
-#include "qca/qcaaskerthread.h"
-#include "qca/qcahandler.h"
-#include "tests/certificates/certificatefactory.h"
-#include "tests/fakes/provider/fakeprovider.h"
-#include "tests/fakes/provider/privatehome.h"
-
 #include "tests/certificates/flat.h"
+#include "tests/fakes/provider/privatehome.h"
+#include "tests/keystores/keystorefixture.h"
 
 #include <QAbstractItemModelTester>
 #include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QtTest>
 
-using TrivexTest::CertificateFactory;
 using TrivexTest::FakeEntry;
-using TrivexTest::FakeProvider;
-using TrivexTest::FakeStores;
+using TrivexTest::Flat;
+using TrivexTest::KeyStoreFixture;
 
 namespace {
 
@@ -31,11 +25,32 @@ QString text(const char *latin)
     return QString::fromLatin1(latin);
 }
 
+/// While it lives, keeps the process's warnings, in order.
+class Warnings {
+public:
+    Warnings()
+    {
+        seen().clear();
+        m_previous = qInstallMessageHandler(
+            [](QtMsgType type, const QMessageLogContext &, const QString &message) {
+                if (type == QtWarningMsg)
+                    seen() << message;
+            });
+    }
+    ~Warnings() { qInstallMessageHandler(m_previous); }
+    static QStringList &seen()
+    {
+        static QStringList list;
+        return list;
+    }
+
+private:
+    QtMessageHandler m_previous;
+};
+
 } // namespace
 
-using TrivexTest::Flat;
-
-class tst_KeyStoreModel : public QObject {
+class tst_KeyStoreModel : public KeyStoreFixture {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -53,97 +68,25 @@ private Q_SLOTS:
     void removalLeavesTheSecondRow();
     void removalElsewhere();
     void newBundleIsAnnounced();
-    void lostStoreWithRows();
-    void lostStoreWithoutRows();
     void invalidUpdate();
     void busy();
     void results();
     void storeAccessors();
-    void pemImport();
-    void bundleErrors();
-    void importNeedsALocation();
-    void importWrites();
-    void importAfterReset();
-    void removalRefusals();
-    void removal();
-    void deletedWhileAnOperationAsks();
-    void twentyTimes();
     void manyRows();
-
-private:
-    FakeStores &stores() { return *m_fake->stores; }
-    FakeEntry certificate(const char *id, const QCA::Certificate &value);
-    FakeEntry certificate(const char *id) { return certificate(id, m_certificate); }
-    FakeEntry keyed(const char *id);
-    void addStore(const char *id, const char *name, const QList<FakeEntry> &entries = {},
-                  QCA::KeyStore::Type type = QCA::KeyStore::SmartCard);
-    static QStringList ids(const KeyStoreModel &model);
-
-    QCA::Initializer m_qca;
-    FakeProvider *m_fake = nullptr;
-    CertificateFactory m_factory;
-    QCA::Certificate m_certificate;
-    QCA::KeyBundle m_bundle;
 };
-
-FakeEntry tst_KeyStoreModel::certificate(const char *id, const QCA::Certificate &value)
-{
-    return {QCA::KeyStoreEntry::TypeCertificate, text(id), text(id), value, {}};
-}
-
-FakeEntry tst_KeyStoreModel::keyed(const char *id)
-{
-    return {QCA::KeyStoreEntry::TypeKeyBundle, text(id), text(id), {}, m_bundle};
-}
-
-void tst_KeyStoreModel::addStore(const char *id, const char *name, const QList<FakeEntry> &entries,
-                                 QCA::KeyStore::Type type)
-{
-    stores().addStore({text(id), text(name), type, entries});
-}
-
-QStringList tst_KeyStoreModel::ids(const KeyStoreModel &model)
-{
-    QStringList list;
-    for (int row = 0; row < model.rowCount(); ++row)
-        list << model.data(model.index(row, 0), KeyStoreModel::EntryIdRole).toString();
-    return list;
-}
 
 void tst_KeyStoreModel::initTestCase()
 {
-    QVERIFY2(m_factory.isValid(), "the openssl program is needed");
-    Trivex::rankProviders();
-    // The system's own list stays out of the rows.
-    QCA::setProviderConfig(text("default"),
-                           {{text("formtype"), text("http://affinix.com/qca/forms/default#1.0")},
-                            {text("use_system"), false},
-                            {text("roots_file"), QString()},
-                            {text("skip_plugins"), QString()},
-                            {text("plugin_priorities"), QString()}});
-    // Stock stores (gpg's keyring) would be locations of their own.
-    const QCA::ProviderList providers = QCA::providers();
-    for (QCA::Provider *provider : providers) {
-        if (!provider->name().startsWith(text("qca-norvel")))
-            QCA::unloadProvider(provider->name());
-    }
-    m_certificate = m_factory.selfSigned(QStringLiteral("/CN=Subject/O=Org"));
-    m_bundle = m_factory.bundle(QStringLiteral("/CN=Keyed"));
-    QVERIFY(!m_certificate.isNull());
-    QVERIFY(!m_bundle.isNull());
+    prepare();
 }
 
 void tst_KeyStoreModel::init()
 {
     if (QByteArray(QTest::currentTestFunction()) == "withoutProvider")
         return;
-    if (!m_fake) {
-        m_fake = FakeProvider::install(text("qca-norvel-pkcs11"),
-                                       {text("keystorelist"), text("pkey"), text("rsa")});
-        QVERIFY(m_fake);
-    }
+    install();
     if (QByteArray(QTest::currentTestFunction()) != "providerWithoutConfig")
-        m_fake->setDefaultConfig({{text("formtype"), text("test")}, {text("x"), 1}});
+        configure();
 }
 
 void tst_KeyStoreModel::cleanup()
@@ -154,9 +97,11 @@ void tst_KeyStoreModel::cleanup()
 
 void tst_KeyStoreModel::withoutProvider()
 {
-    QTest::ignoreMessage(QtWarningMsg, "Provider qca-norvel-pkcs11 not supported!");
-    QTest::ignoreMessage(QtWarningMsg, "Provider qca-norvel-pkcs11 config is empty!");
+    const Warnings warnings;
     KeyStoreModel model;
+    QCOMPARE(Warnings::seen(),
+             QStringList({text("Provider qca-norvel-pkcs11 not supported!"),
+                          text("Provider qca-norvel-pkcs11 config is empty!")}));
     QVERIFY(!model.isProviderReady());
     QCOMPARE(model.provider(), nullptr);
     QCOMPARE(model.error(), KeyStoreModel::ErrorUnknown);
@@ -200,11 +145,17 @@ void tst_KeyStoreModel::locations()
     addStore("id-a2", "Token A");
     KeyStoreModel model;
     QSignalSpy changed(&model, &KeyStoreModel::certLocationChanged);
+    QSignalSpy types(&model, &KeyStoreModel::typeModelChanged);
     ComboBoxModel *list = model.certLocationModel();
     QTRY_COMPARE(list->rowCount(), others + 2);
     addStore("id-c", "Token C");
     QTRY_COMPARE(list->rowCount(), others + 3);
     QCOMPARE(changed.count(), 1);
+    addStore("id-c2", "Token C");
+    addStore("id-d", "Token D");
+    QTRY_COMPARE(list->rowCount(), others + 4);
+    QCOMPARE(changed.count(), 2); // once for each new location
+    QCOMPARE(types.count(), 0);
     QVERIFY(list->containsType(text("Token A")));
     QVERIFY(list->containsType(text("Token B")));
     QCOMPARE(list->rowAt(others + 2).id, int(KeyStoreModel::SoftHSM));
@@ -336,36 +287,6 @@ void tst_KeyStoreModel::newBundleIsAnnounced()
     QCOMPARE(announced, 1);
 }
 
-void tst_KeyStoreModel::lostStoreWithRows()
-{
-    addStore("a", "A", {certificate("0"), certificate("1")});
-    addStore("b", "B", {certificate("2")});
-    Flat<KeyStoreModel> model;
-    QAbstractItemModelTester tester(&model);
-    QTRY_COMPARE(model.rowCount(), 3);
-    QPointer<QCA::KeyStore> lost = model.keyStoreByName(text("A"));
-    QVERIFY(lost);
-    const int count = model.keyStoreCount();
-    stores().removeStore(text("a"));
-    QTRY_COMPARE(ids(model), QStringList({text("2")}));
-    QTRY_VERIFY(!lost);
-    QCOMPARE(model.keyStoreCount(), count); // its place stays
-    QCOMPARE(model.keyStoreByName(text("A")), nullptr);
-    addStore("a", "A", {certificate("0")});
-    QTRY_COMPARE(model.rowCount(), 2);
-}
-
-void tst_KeyStoreModel::lostStoreWithoutRows()
-{
-    addStore("a", "A");
-    KeyStoreModel model;
-    QTRY_VERIFY(model.keyStoreByName(text("A")));
-    QPointer<QCA::KeyStore> lost = model.keyStoreByName(text("A"));
-    stores().removeStore(text("a"));
-    QTRY_VERIFY(!lost);
-    QCOMPARE(model.rowCount(), 0);
-}
-
 void tst_KeyStoreModel::invalidUpdate()
 {
     KeyStoreModel model;
@@ -385,6 +306,9 @@ void tst_KeyStoreModel::busy()
     QSignalSpy changed(&model, &KeyStoreModel::busyChanged);
     QSignalSpy ready(&model, &KeyStoreModel::keysReady);
     QSignalSpy notReady(&model, &KeyStoreModel::keysNotReady);
+    QVector<bool> before; // what the first of the two signals finds
+    connect(&model, &KeyStoreModel::keysNotReady, this, [&] { before << model.isBusy(); });
+    connect(&model, &KeyStoreModel::keysReady, this, [&] { before << model.isBusy(); });
     QMetaObject::invokeMethod(&model, "ksmBusyStarted");
     QVERIFY(model.isBusy());
     QMetaObject::invokeMethod(&model, "ksmBusyStarted");
@@ -394,6 +318,7 @@ void tst_KeyStoreModel::busy()
     QVERIFY(!model.isBusy());
     QCOMPARE(changed.count(), 2);
     QCOMPARE(ready.count(), 1);
+    QCOMPARE(before, QVector<bool>({false, true, true}));
     model.setBusy(false);
     QCOMPARE(changed.count(), 2);
 }
@@ -425,174 +350,6 @@ void tst_KeyStoreModel::storeAccessors()
     QCOMPARE(model.keyStoreType(count), -1);
     QCOMPARE(model.keyStoreName(count), QString());
     QCOMPARE(model.keyStoreByName(text("token")), nullptr);
-}
-
-void tst_KeyStoreModel::pemImport()
-{
-    KeyStoreModel model;
-    QVERIFY(!model.certificateFromPEMFile(text("/nowhere")));
-    QCOMPARE(model.importedCertificateCommonName(), QString());
-    const QString path = m_factory.authority().certificateFile();
-    QVERIFY(model.certificateFromPEMFile(path));
-    QCOMPARE(model.importedCertificateCommonName(), text("Test Root"));
-    QCOMPARE(model.importedCertificateFileName(), QFileInfo(path).fileName());
-    QVERIFY(model.importedCertificateIsRoot());
-    QVERIFY(!model.certificateFromPEMFile(path));
-    model.resetImportedCertificate();
-    QCOMPARE(model.importedCertificateCommonName(), QString());
-    QVERIFY(model.certificateFromPEMFile(path));
-}
-
-void tst_KeyStoreModel::bundleErrors()
-{
-    const QString path = m_factory.authority().bundle(
-        {text("-algorithm"), text("RSA"), text("-pkeyopt"), text("rsa_keygen_bits:2048")},
-        text("/CN=Bundle"), text("secret"), text("friend"));
-    QVERIFY(!path.isEmpty());
-    KeyStoreModel model;
-    QCOMPARE(model.error(), KeyStoreModel::ErrorUnknown);
-    QVERIFY(!model.keyBundleFromFile(path, text("wrong")));
-    QCOMPARE(model.error(), KeyStoreModel::ErrorPassphrase);
-    QVERIFY(!model.keyBundleFromFile(path, QString()));
-    QCOMPARE(model.error(), KeyStoreModel::ErrorPassphrase);
-    QVERIFY(!model.keyBundleFromFile(text("/nowhere.p12"), text("secret")));
-    QCOMPARE(model.error(), KeyStoreModel::ErrorFile);
-    QVERIFY(!model.keyBundleFromFile(m_factory.authority().certificateFile(), text("secret")));
-    QCOMPARE(model.error(), KeyStoreModel::ErrorDecode);
-    QVERIFY(model.keyBundleFromFile(path, text("secret")));
-    QCOMPARE(model.error(), KeyStoreModel::ErrorDecode); // the old failure stays
-    QCOMPARE(model.importedCertificateCommonName(), text("Bundle"));
-    model.resetImportedKeyBundle();
-    QCOMPARE(model.importedCertificateCommonName(), QString());
-}
-
-void tst_KeyStoreModel::importNeedsALocation()
-{
-    addStore("t", "Token");
-    KeyStoreModel model;
-    QTRY_VERIFY(model.keyStoreByName(text("Token")));
-    QVERIFY(model.certificateFromPEMFile(m_factory.authority().certificateFile()));
-    model.importCertificate(); // the first id, read as a position, is past the end
-    for (const int outside : {-1, 1, 2, 100}) {
-        model.setCertLocationId(outside);
-        model.importCertificate();
-        model.importKeyBundle();
-    }
-    QTest::qWait(100);
-    QVERIFY(stores().calls().isEmpty());
-    // A location whose store has gone.
-    model.setCertLocationId(0);
-    stores().removeStore(text("t"));
-    QTRY_VERIFY(!model.keyStoreByName(text("Token")));
-    model.importCertificate();
-    model.importKeyBundle();
-    QTest::qWait(50);
-    QVERIFY(stores().calls().isEmpty());
-}
-
-void tst_KeyStoreModel::importWrites()
-{
-    addStore("t", "Token");
-    KeyStoreModel model;
-    QSignalSpy written(&model, &KeyStoreModel::entryWrittenChanged);
-    QTRY_VERIFY(model.keyStoreByName(text("Token")));
-    model.setCertLocationId(0);
-    model.importCertificate(); // nothing is loaded
-    QVERIFY(model.certificateFromPEMFile(m_factory.authority().certificateFile()));
-    model.importCertificate();
-    QTRY_COMPARE(written.count(), 1);
-    QCOMPARE(written.at(0).at(0), QVariant(false));
-    QCOMPARE(stores().calls().size(), 1);
-    QCOMPARE(stores().calls().first().function, text("writeCertificate"));
-    QCOMPARE(stores().calls().first().storeId, text("t"));
-    QCOMPARE(stores().calls().first().certificate.commonName(), text("Test Root"));
-    stores().setResults(QString(), false);
-    model.importKeyBundle(); // the certificate is tested, not the bundle
-    QTRY_COMPARE(written.count(), 2);
-    QCOMPARE(written.at(1).at(0), QVariant(true));
-    QCOMPARE(stores().calls().last().function, text("writeBundle"));
-}
-
-void tst_KeyStoreModel::importAfterReset()
-{
-    addStore("t", "Token");
-    const QString path = m_factory.authority().bundle(
-        {text("-algorithm"), text("RSA"), text("-pkeyopt"), text("rsa_keygen_bits:2048")},
-        text("/CN=Bundle"), text("secret"), text("friend"));
-    KeyStoreModel model;
-    QTRY_VERIFY(model.keyStoreByName(text("Token")));
-    model.setCertLocationId(0);
-    QVERIFY(model.keyBundleFromFile(path, text("secret")));
-    model.resetImportedCertificate();
-    model.importKeyBundle();
-    QTest::qWait(100);
-    QVERIFY(stores().calls().isEmpty());
-}
-
-void tst_KeyStoreModel::removalRefusals()
-{
-    KeyStoreModel model;
-    QTest::ignoreMessage(QtWarningMsg, "KeyStore entry ID is empty. Certificate cannot be deleted");
-    model.removeCertificate(QString());
-    QTest::ignoreMessage(QtWarningMsg, "KeyStoreModel is empty. Certificate cannot be deleted");
-    model.removeCertificate(text("c"));
-    addStore("s", "Sys", {certificate("c")}, QCA::KeyStore::System);
-    QTRY_COMPARE(model.rowCount(), 1);
-    QTest::ignoreMessage(QtWarningMsg, "System certificate cannot be deleted");
-    model.removeCertificate(text("c"));
-    addStore("t", "Token", {certificate("c")});
-    QTRY_COMPARE(model.rowCount(), 2);
-    // Only the first row of that id counts.
-    QTest::ignoreMessage(QtWarningMsg, "System certificate cannot be deleted");
-    model.removeCertificate(text("c"));
-    model.removeCertificate(text("unknown")); // silently nothing
-    QTest::qWait(100);
-    QVERIFY(stores().calls().isEmpty());
-}
-
-void tst_KeyStoreModel::removal()
-{
-    addStore("t", "Token", {certificate("c")});
-    KeyStoreModel model;
-    QSignalSpy removed(&model, &KeyStoreModel::entryRemovedChanged);
-    QTRY_COMPARE(model.rowCount(), 1);
-    model.removeCertificate(text("c"));
-    QTRY_COMPARE(removed.count(), 1);
-    QCOMPARE(removed.at(0).at(0), QVariant(true));
-    QCOMPARE(stores().calls().first().function, text("removeEntry"));
-    QCOMPARE(stores().calls().first().argument, text("c"));
-    QCOMPARE(model.rowCount(), 1); // until the store says so
-    stores().setEntries(text("t"), {});
-    QTRY_COMPARE(model.rowCount(), 0);
-}
-
-void tst_KeyStoreModel::deletedWhileAnOperationAsks()
-{
-    addStore("t", "Token", {certificate("c")});
-    stores().setAsking(true);
-    auto model = std::make_unique<KeyStoreModel>();
-    QTRY_COMPARE(model->rowCount(), 1);
-    // The handler answers with what is stored: an empty array.
-    model->removeCertificate(text("c"));
-    QElapsedTimer timer;
-    timer.start();
-    model.reset();
-    QVERIFY2(timer.elapsed() < 4000, "the model waits for ever");
-}
-
-void tst_KeyStoreModel::twentyTimes()
-{
-    addStore("t", "Token", {certificate("c")});
-    for (int i = 0; i < 20; ++i) {
-        KeyStoreModel model;
-        QVERIFY(model.provider());
-        if (i % 5 == 0)
-            QTRY_COMPARE(model.rowCount(), 1);
-    }
-    QCOMPARE(QCA::findProvider(text("qca-norvel-pkcs11")), m_fake);
-    KeyStoreModel model;
-    QTRY_COMPARE(model.rowCount(), 1);
-    QCOMPARE(model.provider()->features(), m_fake->features());
 }
 
 void tst_KeyStoreModel::manyRows()

@@ -1,0 +1,138 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "keystores/keystoremodel.h"
+#include "qca/qcaaskerthread.h"
+#include "qca/qcahandler.h"
+#include "tests/certificates/flat.h"
+#include "tests/fakes/provider/privatehome.h"
+#include "tests/keystores/keystorefixture.h"
+
+#include <QAbstractItemModelTester>
+#include <QElapsedTimer>
+#include <QSemaphore>
+#include <QtTest>
+
+using TrivexTest::Flat;
+using TrivexTest::KeyStoreFixture;
+
+namespace {
+
+const TrivexTest::PrivateHome privateHome;
+
+QString text(const char *latin)
+{
+    return QString::fromLatin1(latin);
+}
+
+} // namespace
+
+/// Stores that go while the model lives, and models that go.
+class tst_KeyStoreLifetime : public KeyStoreFixture {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void cleanup();
+
+    void lostStoreWithRows();
+    void lostStoreWithoutRows();
+    void deletedWhileAnOperationAsks();
+    void deletedWhileTheThreadIsBusy();
+    void twentyTimes();
+};
+
+void tst_KeyStoreLifetime::initTestCase()
+{
+    prepare();
+    install();
+    configure();
+}
+
+void tst_KeyStoreLifetime::cleanup()
+{
+    stores().reset();
+}
+
+void tst_KeyStoreLifetime::lostStoreWithRows()
+{
+    addStore("a", "A", {certificate("0"), certificate("1")});
+    addStore("b", "B", {certificate("2")});
+    Flat<KeyStoreModel> model;
+    QAbstractItemModelTester tester(&model);
+    QTRY_COMPARE(model.rowCount(), 3);
+    QPointer<QCA::KeyStore> lost = model.keyStoreByName(text("A"));
+    QVERIFY(lost);
+    const int count = model.keyStoreCount();
+    stores().removeStore(text("a"));
+    QTRY_COMPARE(ids(model), QStringList({text("2")}));
+    QTRY_VERIFY(!lost);
+    QCOMPARE(model.keyStoreCount(), count); // its place stays
+    QCOMPARE(model.keyStoreByName(text("A")), nullptr);
+    addStore("a", "A", {certificate("0")});
+    QTRY_COMPARE(model.rowCount(), 2);
+}
+
+void tst_KeyStoreLifetime::lostStoreWithoutRows()
+{
+    addStore("a", "A");
+    KeyStoreModel model;
+    QTRY_VERIFY(model.keyStoreByName(text("A")));
+    QPointer<QCA::KeyStore> lost = model.keyStoreByName(text("A"));
+    stores().removeStore(text("a"));
+    QTRY_VERIFY(!lost);
+    QCOMPARE(model.rowCount(), 0);
+}
+
+void tst_KeyStoreLifetime::deletedWhileAnOperationAsks()
+{
+    addStore("t", "Token", {certificate("c")});
+    stores().setAsking(true);
+    auto model = std::make_unique<KeyStoreModel>();
+    QTRY_COMPARE(model->rowCount(), 1);
+    // The handler answers with what is stored: an empty array.
+    model->removeCertificate(text("c"));
+    QElapsedTimer timer;
+    timer.start();
+    model.reset();
+    QVERIFY2(timer.elapsed() < 4000, "the model waits for ever");
+}
+
+void tst_KeyStoreLifetime::deletedWhileTheThreadIsBusy()
+{
+    auto model = std::make_unique<KeyStoreModel>();
+    QTRY_VERIFY(model->askerThread()->handler());
+    const QPointer<QcaAskerThread> thread(model->askerThread());
+    QSemaphore blocked;
+    QSemaphore release;
+    QMetaObject::invokeMethod(thread->handler(), [&] {
+        blocked.release();
+        release.acquire();
+    });
+    blocked.acquire();
+    QElapsedTimer timer;
+    timer.start();
+    model.reset();
+    const qint64 spent = timer.elapsed();
+    const bool isLeft = thread;
+    release.release();
+    QVERIFY2(spent >= 2900 && spent < 10000, "not the patience that is promised");
+    QVERIFY(isLeft); // let go, not destroyed while it runs
+    QTRY_VERIFY(!thread);
+}
+
+void tst_KeyStoreLifetime::twentyTimes()
+{
+    addStore("t", "Token", {certificate("c")});
+    for (int i = 0; i < 20; ++i) {
+        KeyStoreModel model;
+        QVERIFY(model.provider());
+        if (i % 5 == 0)
+            QTRY_COMPARE(model.rowCount(), 1);
+    }
+    QCOMPARE(QCA::findProvider(text("qca-norvel-pkcs11")), m_fake);
+    KeyStoreModel model;
+    QTRY_COMPARE(model.rowCount(), 1);
+    QCOMPARE(model.provider()->features(), m_fake->features());
+}
+
+QTEST_GUILESS_MAIN(tst_KeyStoreLifetime)
+#include "tst_keystorelifetime.moc"
