@@ -127,6 +127,9 @@ void tst_Certificate::nullCertificateIsEmpty()
     QSignalSpy exported(&certificate, &Certificate::fileExported);
     QVERIFY(!certificate.exportToFile(QDir::tempPath()));
     QCOMPARE(exported.count(), 0);
+    // The name was not kept for later either.
+    certificate.setCertificate(m_factory.selfSigned(QStringLiteral("/CN=Later")));
+    QCOMPARE(certificate.fileName(), QStringLiteral("Later.crt"));
 }
 
 void tst_Certificate::fields()

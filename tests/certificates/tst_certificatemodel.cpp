@@ -167,6 +167,8 @@ void tst_CertificateModel::setterSignals()
     model.setPattern(QStringLiteral("a"));
     QCOMPARE(pattern.count(), 1);
     QCOMPARE(model.pattern(), QStringLiteral("a"));
+    QCOMPARE(model.filterRegExp(),
+             QRegExp(QStringLiteral("a"), Qt::CaseInsensitive, QRegExp::FixedString));
     model.setSearchRoles({QStringLiteral("name")});
     model.setSearchRoles({QStringLiteral("name")});
     QCOMPARE(roles.count(), 1);

@@ -13,6 +13,7 @@
 #include <QQmlComponent>
 #include <QQmlContext>
 #include <QQmlEngine>
+#include <QQmlExtensionInterface>
 #include <QStandardItemModel>
 #include <QStandardPaths>
 #include <QTranslator>
@@ -186,6 +187,8 @@ void tst_Plugin::onePluginPerProcess()
     QCOMPARE(plugin->metaObject()->className(), "TrivexQmlPlugin");
     QCOMPARE(loader.metaData().value(QStringLiteral("className")).toString(),
              QStringLiteral("TrivexQmlPlugin"));
+    QCOMPARE(loader.metaData().value(QStringLiteral("IID")).toString(),
+             QStringLiteral(QQmlExtensionInterface_iid));
     QPluginLoader again(loader.fileName());
     QCOMPARE(again.instance(), plugin);
 }
