@@ -111,8 +111,9 @@ void tst_Plugin::versions()
     QVERIFY(make(document("1.0", "QtObject {}")));
     for (const char *version : {"0.0", "2.0", "3.0"}) {
         QString error;
-        QVERIFY2(!make(document(version, "CertificateModel {}"), &error), version);
-        QVERIFY(!error.isEmpty());
+        // Of the module nothing at all, or the import itself would succeed.
+        QVERIFY2(!make(document(version, "QtObject {}"), &error), version);
+        QVERIFY2(error.contains(QStringLiteral("Trivex.Crypto")), qPrintable(error));
     }
 }
 
