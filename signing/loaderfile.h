@@ -61,8 +61,8 @@ public:
         NoError = 0,
         /// Missing, unreadable, a directory, a pipe or a device.
         ErrorNotOpenFile = 1,
-        /// Empty, of 2 GiB and more, or changed while or after it was loaded so that its bytes are
-        /// not there any more.
+        /// Of 2 GiB and more, without a size, or changed while or after it was loaded so that its
+        /// bytes are not there any more.
         ErrorNotLoadFile = 2,
         ErrorMimeType = 3, ///< not one of the accepted types
     };

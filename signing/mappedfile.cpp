@@ -108,13 +108,21 @@ bool MappedFile::openDescriptor()
 
 bool MappedFile::isShared() const
 {
-    return !m_bytes.isDetached();
+    // An array without bytes views nothing, and shares a null that never counts as its own.
+    return !m_bytes.isEmpty() && !m_bytes.isDetached();
+}
+
+/// False for files that have contents without a size, as those of /proc.
+bool MappedFile::isEmpty()
+{
+    char byte = 0;
+    return m_size == 0 && m_file.seek(0) && m_file.read(&byte, 1) == 0;
 }
 
 bool MappedFile::map()
 {
     if (m_size <= 0 || m_size > std::numeric_limits<int>::max())
-        return false;
+        return isEmpty();
     const uchar *data = m_file.map(0, m_size, QFileDevice::MapPrivateOption);
     if (!data)
         return false;

@@ -36,8 +36,9 @@ public:
     /// The size in bytes when it was opened.
     qint64 size() const { return m_size; }
 
-    /// Maps the whole file. False when it can't be: an empty one, one of 2 GiB or more (which a
-    /// byte array can't hold), or when the system refuses.
+    /// Maps the whole file; an empty one has no bytes to map. False when it can't be: one of 2 GiB
+    /// or more (which a byte array can't hold), one whose size is not told, or when the system
+    /// refuses.
     bool map();
     QByteArray bytes() const { return m_bytes; }
 
@@ -55,6 +56,7 @@ private:
     explicit MappedFile(const QString &path);
     bool openDescriptor();
     bool isShared() const;
+    bool isEmpty();
 
     const QString m_path;
     QFile m_file;

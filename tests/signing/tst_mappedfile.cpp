@@ -44,6 +44,8 @@ class TestMappedFile : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void opensRegularFilesOnly();
+    void emptyFile();
+    void keepsNothingOfUnmappedFiles();
     void keepsWhatIsCopied();
     void knowsItsBytes();
     void digestOfCutFile();
@@ -77,9 +79,34 @@ void TestMappedFile::opensRegularFilesOnly()
     QVERIFY(!MappedFile::open(QStringLiteral("/dev/zero")));
     QVERIFY(!MappedFile::open(m_directory.filePath(QStringLiteral("missing"))));
     QVERIFY(!MappedFile::open(QString()));
+}
+
+void TestMappedFile::emptyFile()
+{
     const auto empty = MappedFile::open(make({}));
     QVERIFY(empty);
-    QVERIFY(!empty->map());
+    QVERIFY(empty->map());
+    QVERIFY(empty->bytes().isEmpty());
+    QVERIFY(empty->isWhole());
+    QCOMPARE(empty->digest(sha256()), QCryptographicHash::hash({}, QCryptographicHash::Sha256));
+    QCOMPARE(MappedFile::behind(empty->bytes()), nullptr);
+    // Contents without a size.
+    const auto process = MappedFile::open(QStringLiteral("/proc/self/status"));
+    QVERIFY(process);
+    QVERIFY(!process->map());
+}
+
+void TestMappedFile::keepsNothingOfUnmappedFiles()
+{
+    MappedFile::releaseUnused();
+    const int before = openDescriptors();
+    for (int i = 0; i < 5; ++i) {
+        QVERIFY(MappedFile::open(make("never mapped")));
+        const auto empty = MappedFile::open(make({}));
+        QVERIFY(empty && empty->map());
+    }
+    MappedFile::releaseUnused();
+    QCOMPARE(openDescriptors(), before);
 }
 
 void TestMappedFile::keepsWhatIsCopied()
