@@ -76,18 +76,9 @@ private Q_SLOTS:
     void notRegular_data();
     void notRegular();
     void unreadable();
-    void emptyFile();
-    void procFile();
-    void twoGibibytes();
-    void largestFile();
     void hashType();
     void unknownHashType();
     void setErrorNotifiesChanges();
-    void rawDataOutlivesTheLoader();
-    void cutWhileLoaded();
-    void deletedWhileLoaded();
-    void replacedWhileLoaded();
-    void costIndependentOfSize();
     void destroyedAtOnce();
 
 private:
@@ -295,51 +286,6 @@ void TestLoaderFile::unreadable()
     QCOMPARE(loader.error(), int(LoaderFile::ErrorNotOpenFile));
 }
 
-void TestLoaderFile::emptyFile()
-{
-    LoaderFile loader;
-    Recorder recorder(&loader);
-    loader.setFilePath(make(QStringLiteral("empty.txt"), {}));
-    QCOMPARE(recorder.take(),
-             QStringList({QStringLiteral("status=2"), QStringLiteral("error=2"),
-                          QStringLiteral("status=3")}));
-    QVERIFY(loader.rawData().isEmpty());
-}
-
-void TestLoaderFile::procFile()
-{
-    LoaderFile loader;
-    loader.setFilePath(QStringLiteral("/proc/self/status"));
-    QCOMPARE(loader.status(), int(LoaderFile::Error));
-}
-
-void TestLoaderFile::twoGibibytes()
-{
-    const QString path = make(QStringLiteral("large.txt"), text);
-    QVERIFY(QFile::resize(path, qint64(2) << 30));
-    LoaderFile loader;
-    loader.setFilePath(path);
-    QCOMPARE(loader.status(), int(LoaderFile::Error));
-    QCOMPARE(loader.error(), int(LoaderFile::ErrorNotLoadFile));
-    QVERIFY(loader.rawData().isEmpty());
-    QVERIFY(loader.fileHash().isEmpty());
-    QFile::remove(path);
-}
-
-void TestLoaderFile::largestFile()
-{
-    const QString path = make(QStringLiteral("large.txt"), text);
-    const qint64 size = (qint64(2) << 30) - 1;
-    QVERIFY(QFile::resize(path, size));
-    LoaderFile loader;
-    loader.setFilePath(path);
-    QCOMPARE(loader.status(), int(LoaderFile::Ready));
-    QCOMPARE(loader.fileSize(), size);
-    QCOMPARE(qint64(loader.rawData().size()), size);
-    QCOMPARE(loader.rawData().at(int(size - 1)), '\0');
-    QFile::remove(path);
-}
-
 void TestLoaderFile::hashType()
 {
     LoaderFile loader;
@@ -376,80 +322,6 @@ void TestLoaderFile::setErrorNotifiesChanges()
     QCOMPARE(changed.count(), 1);
     loader.setError(LoaderFile::NoError);
     QCOMPARE(changed.count(), 2);
-}
-
-void TestLoaderFile::rawDataOutlivesTheLoader()
-{
-    const QByteArray large(300000, 'q');
-    auto loader = std::make_unique<LoaderFile>();
-    loader->setFilePath(make(QStringLiteral("a.txt"), large));
-    const QByteArray kept = loader->rawData();
-    loader->setFilePath(make(QStringLiteral("b.txt"), text));
-    QVERIFY(kept == large);
-    loader.reset();
-    QVERIFY(kept == large);
-}
-
-void TestLoaderFile::cutWhileLoaded()
-{
-    const QString path = make(QStringLiteral("a.txt"), QByteArray(100000, 'a'));
-    LoaderFile loader;
-    loader.setFilePath(path);
-    QCOMPARE(loader.status(), int(LoaderFile::Ready));
-    QVERIFY(QFile::resize(path, 10));
-    QVERIFY(loader.rawData().endsWith('\0'));
-    QTRY_COMPARE(loader.status(), int(LoaderFile::Error));
-    QCOMPARE(loader.error(), int(LoaderFile::ErrorNotLoadFile));
-    loader.setHashType(QStringLiteral("sha1"));
-    QCOMPARE(loader.fileHash(), QString());
-}
-
-void TestLoaderFile::deletedWhileLoaded()
-{
-    const QString path = make(QStringLiteral("a.txt"), text);
-    LoaderFile loader;
-    loader.setFilePath(path);
-    QVERIFY(QFile::remove(path));
-    QTRY_COMPARE(loader.status(), int(LoaderFile::Error));
-    QCOMPARE(loader.error(), int(LoaderFile::ErrorNotLoadFile));
-}
-
-void TestLoaderFile::replacedWhileLoaded()
-{
-    const QString path = make(QStringLiteral("a.txt"), text);
-    const QString other = make(QStringLiteral("other.txt"), "other");
-    LoaderFile loader;
-    loader.setFilePath(path);
-    QCOMPARE(::rename(QFile::encodeName(other).constData(), QFile::encodeName(path).constData()),
-             0);
-    QTRY_COMPARE(loader.status(), int(LoaderFile::Error));
-    QCOMPARE(loader.rawData(), text);
-}
-
-void TestLoaderFile::costIndependentOfSize()
-{
-    // Without the digest, a file of almost 2 GiB opens as fast as a small one.
-    const QString small = make(QStringLiteral("small.txt"), text);
-    const QString large = make(QStringLiteral("large.txt"), text);
-    QVERIFY(QFile::resize(large, (qint64(2) << 30) - 1));
-    const auto fastest = [](const QString &path) {
-        qint64 best = std::numeric_limits<qint64>::max();
-        for (int i = 0; i < 20; ++i) {
-            LoaderFile loader;
-            loader.setHashType(QString());
-            QElapsedTimer timer;
-            timer.start();
-            loader.setFilePath(path);
-            best = qMin(best, timer.nsecsElapsed());
-        }
-        return best;
-    };
-    fastest(small);
-    const qint64 smallTime = fastest(small);
-    const qint64 largeTime = fastest(large);
-    QVERIFY2(largeTime < smallTime * 3 + 1000000,
-             qPrintable(QStringLiteral("%1 ns, %2 ns").arg(smallTime).arg(largeTime)));
-    QFile::remove(large);
 }
 
 void TestLoaderFile::destroyedAtOnce()

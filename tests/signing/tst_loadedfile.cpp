@@ -1,0 +1,185 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+
+// What becomes of a loaded file: its size, its bytes, and changes made by others.
+#include "signing/loaderfile.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtCrypto>
+#include <QtTest>
+
+#include <cstdio>
+#include <limits>
+#include <memory>
+
+namespace {
+
+const QByteArray text = "Some plain text\n";
+
+} // namespace
+
+class TestLoadedFile : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void emptyFile();
+    void procFile();
+    void twoGibibytes();
+    void largestFile();
+    void rawDataOutlivesTheLoader();
+    void cutWhileLoaded();
+    void deletedWhileLoaded();
+    void replacedWhileLoaded();
+    void costIndependentOfSize();
+
+private:
+    QString make(const QString &name, const QByteArray &content) const;
+    QTemporaryDir m_directory;
+};
+
+QString TestLoadedFile::make(const QString &name, const QByteArray &content) const
+{
+    QFile file(m_directory.filePath(name));
+    file.open(QIODevice::WriteOnly);
+    file.write(content);
+    return file.fileName();
+}
+
+void TestLoadedFile::emptyFile()
+{
+    LoaderFile loader;
+    QSignalSpy bytes(&loader, &LoaderFile::rawDataChanged);
+    loader.setFilePath(make(QStringLiteral("empty.txt"), {}));
+    QCOMPARE(loader.status(), int(LoaderFile::Ready));
+    QCOMPARE(loader.error(), int(LoaderFile::NoError));
+    QCOMPARE(bytes.count(), 1);
+    QVERIFY(loader.rawData().isEmpty());
+    QCOMPARE(loader.fileSize(), 0);
+    QCOMPARE(loader.fileHash().toLatin1(),
+             QCryptographicHash::hash({}, QCryptographicHash::Sha256).toHex());
+    loader.setHashType(QStringLiteral("sha1"));
+    QCOMPARE(loader.fileHash().toLatin1(),
+             QCryptographicHash::hash({}, QCryptographicHash::Sha1).toHex());
+}
+
+void TestLoadedFile::procFile()
+{
+    // It has contents, but tells no size; what would be shown is not what would be signed.
+    LoaderFile loader;
+    loader.setFilePath(QStringLiteral("/proc/self/status"));
+    QCOMPARE(loader.status(), int(LoaderFile::Error));
+    QVERIFY(loader.fileHash().isEmpty());
+}
+
+void TestLoadedFile::twoGibibytes()
+{
+    const QString path = make(QStringLiteral("large.txt"), text);
+    QVERIFY(QFile::resize(path, qint64(2) << 30));
+    LoaderFile loader;
+    loader.setFilePath(path);
+    QCOMPARE(loader.status(), int(LoaderFile::Error));
+    QCOMPARE(loader.error(), int(LoaderFile::ErrorNotLoadFile));
+    QVERIFY(loader.rawData().isEmpty());
+    QVERIFY(loader.fileHash().isEmpty());
+    QFile::remove(path);
+}
+
+void TestLoadedFile::largestFile()
+{
+    const QString path = make(QStringLiteral("large.txt"), text);
+    const qint64 size = (qint64(2) << 30) - 1;
+    QVERIFY(QFile::resize(path, size));
+    LoaderFile loader;
+    loader.setFilePath(path);
+    QCOMPARE(loader.status(), int(LoaderFile::Ready));
+    QCOMPARE(loader.fileSize(), size);
+    QCOMPARE(qint64(loader.rawData().size()), size);
+    QCOMPARE(loader.rawData().at(int(size - 1)), '\0');
+    QFile::remove(path);
+}
+
+void TestLoadedFile::rawDataOutlivesTheLoader()
+{
+    const QByteArray large(300000, 'q');
+    auto loader = std::make_unique<LoaderFile>();
+    loader->setFilePath(make(QStringLiteral("a.txt"), large));
+    const QByteArray kept = loader->rawData();
+    loader->setFilePath(make(QStringLiteral("b.txt"), text));
+    QVERIFY(kept == large);
+    loader.reset();
+    QVERIFY(kept == large);
+}
+
+void TestLoadedFile::cutWhileLoaded()
+{
+    const QString path = make(QStringLiteral("a.txt"), QByteArray(100000, 'a'));
+    LoaderFile loader;
+    loader.setFilePath(path);
+    QCOMPARE(loader.status(), int(LoaderFile::Ready));
+    QVERIFY(QFile::resize(path, 10));
+    QVERIFY(loader.rawData().endsWith('\0'));
+    QTRY_COMPARE(loader.status(), int(LoaderFile::Error));
+    QCOMPARE(loader.error(), int(LoaderFile::ErrorNotLoadFile));
+    loader.setHashType(QStringLiteral("sha1"));
+    QCOMPARE(loader.fileHash(), QString());
+}
+
+void TestLoadedFile::deletedWhileLoaded()
+{
+    const QString path = make(QStringLiteral("a.txt"), text);
+    LoaderFile loader;
+    loader.setFilePath(path);
+    QVERIFY(QFile::remove(path));
+    QTRY_COMPARE(loader.status(), int(LoaderFile::Error));
+    QCOMPARE(loader.error(), int(LoaderFile::ErrorNotLoadFile));
+}
+
+void TestLoadedFile::replacedWhileLoaded()
+{
+    const QString path = make(QStringLiteral("a.txt"), text);
+    const QString other = make(QStringLiteral("other.txt"), "other");
+    LoaderFile loader;
+    loader.setFilePath(path);
+    QCOMPARE(::rename(QFile::encodeName(other).constData(), QFile::encodeName(path).constData()),
+             0);
+    QTRY_COMPARE(loader.status(), int(LoaderFile::Error));
+    QCOMPARE(loader.rawData(), text);
+}
+
+void TestLoadedFile::costIndependentOfSize()
+{
+    // Without the digest, a file of almost 2 GiB opens as fast as a small one.
+    const QString small = make(QStringLiteral("small.txt"), text);
+    const QString large = make(QStringLiteral("large.txt"), text);
+    QVERIFY(QFile::resize(large, (qint64(2) << 30) - 1));
+    const auto fastest = [](const QString &path) {
+        qint64 best = std::numeric_limits<qint64>::max();
+        for (int i = 0; i < 20; ++i) {
+            LoaderFile loader;
+            loader.setHashType(QString());
+            QElapsedTimer timer;
+            timer.start();
+            loader.setFilePath(path);
+            best = qMin(best, timer.nsecsElapsed());
+        }
+        return best;
+    };
+    fastest(small);
+    const qint64 smallTime = fastest(small);
+    const qint64 largeTime = fastest(large);
+    QVERIFY2(largeTime < smallTime * 3 + 1000000,
+             qPrintable(QStringLiteral("%1 ns, %2 ns").arg(smallTime).arg(largeTime)));
+    QFile::remove(large);
+}
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    const QCA::Initializer initializer;
+    TestLoadedFile test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_loadedfile.moc"
