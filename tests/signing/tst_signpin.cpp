@@ -90,6 +90,7 @@ private Q_SLOTS:
     void typedPinOnly();
     void plainEventsUseTheKeptPin();
     void rejected();
+    void rejectionForgetsTheKeptPin();
     void wrongPinIsForgotten();
     void scheduledTogether();
     void nobodyToAsk();
@@ -194,6 +195,33 @@ void TestSignPin::rejected()
     QCOMPARE(asked.count(), 1);
     QCOMPARE(token.tried, list({"-"}));
     QVERIFY(!QFile::exists(path("r.sig")));
+}
+
+void TestSignPin::rejectionForgetsTheKeptPin()
+{
+    Token first;
+    Token second(QStringLiteral("second store"));
+    const auto firstEntry = first.entry();
+    const auto secondEntry = second.entry();
+    SignVerify signer;
+    QSignalSpy asked(&signer, &SignVerify::getPin);
+    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
+    bool rejects = false;
+    connect(&signer, &SignVerify::getPin, this, [&] {
+        if (rejects)
+            signer.pinRejected();
+        else
+            signer.pinAccepted(QStringLiteral("1234"));
+    });
+    signer.sign(data, path("a.sig"), firstEntry.get());
+    QVERIFY(isSigned.wait(signTime));
+    rejects = true;
+    signer.sign(data, path("r.sig"), secondEntry.get());
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), signTime);
+    rejects = false;
+    signer.sign(data, path("a.sig"), firstEntry.get());
+    QVERIFY(isSigned.wait(signTime));
+    QCOMPARE(asked.count(), 3);
 }
 
 void TestSignPin::wrongPinIsForgotten()
