@@ -12,13 +12,10 @@
 #include "qca/qcahandler.h"
 
 #include <QDebug>
-#include <QElapsedTimer>
 
 #include <algorithm>
 
 namespace {
-
-constexpr qint64 HandlerPatience = 1000; // ms
 
 KeyStoreModel::Error errorOf(QCA::ConvertResult result)
 {
@@ -156,11 +153,5 @@ bool KeyStoreModel::isRemovable(const KeyStoreItem &item) const
 
 QcaHandler *KeyStoreModel::handler() const
 {
-    // The thread makes it when it starts to run, which is a moment after the model is made.
-    QElapsedTimer timer;
-    timer.start();
-    while (!m_askerThread->handler() && m_askerThread->isRunning()
-           && timer.elapsed() < HandlerPatience)
-        QThread::msleep(1);
-    return m_askerThread->handler();
+    return m_askerThread->startedHandler();
 }

@@ -5,6 +5,13 @@
 #include "qca/qcahandler.h"
 
 #include <QDebug>
+#include <QElapsedTimer>
+
+namespace {
+
+constexpr qint64 StartPatience = 1000; // ms
+
+} // namespace
 
 QcaAskerThread::QcaAskerThread(QObject *parent)
     : QThread(parent)
@@ -25,6 +32,15 @@ QcaHandler *QcaAskerThread::handler() const
     return m_handler.get();
 }
 
+QcaHandler *QcaAskerThread::startedHandler() const
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!handler() && isRunning() && timer.elapsed() < StartPatience)
+        msleep(1);
+    return handler();
+}
+
 void QcaAskerThread::letGo(QcaAskerThread *thread, unsigned long milliseconds)
 {
     thread->quit();
@@ -39,18 +55,18 @@ void QcaAskerThread::letGo(QcaAskerThread *thread, unsigned long milliseconds)
         thread->deleteLater();
 }
 
-QcaHandler *QcaAskerThread::replaceHandler()
+void QcaAskerThread::replaceHandler()
 {
     const std::lock_guard locker(m_mutex);
     m_handler = std::make_unique<QcaHandler>();
-    return m_handler.get();
+    // Before anybody sees it: answers stored in one that is not asked yet would not be found.
+    m_handler->start();
 }
 
 void QcaAskerThread::run()
 {
     qDebug() << objectName() << " is running";
-    QcaHandler *handler = replaceHandler();
-    handler->start();
+    replaceHandler();
     exec();
     const std::lock_guard locker(m_mutex); // the counterpart of the destructor's
 }

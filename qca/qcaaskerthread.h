@@ -20,6 +20,9 @@ public:
 
     /// The handler; null until the thread has run. Stays the same while the thread runs.
     QcaHandler *handler() const;
+    /// The same, but waits a moment for a thread that has only just been started: answers that
+    /// are stored nowhere would have a person asked for them.
+    QcaHandler *startedHandler() const;
 
     /// Asks the thread to end, waits for it for `milliseconds` at most and deletes it. A thread
     /// that is still busy then is left to itself and deleted when it ends: to destroy it while it
@@ -30,7 +33,7 @@ protected:
     void run() override;
 
 private:
-    QcaHandler *replaceHandler();
+    void replaceHandler();
 
     mutable std::mutex m_mutex;
     std::unique_ptr<QcaHandler> m_handler;

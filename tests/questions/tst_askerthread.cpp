@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "qca/engine/answerregistry.h"
 #include "qca/qcaaskerthread.h"
 #include "qca/qcahandler.h"
 
@@ -21,6 +22,21 @@ private Q_SLOTS:
         QCOMPARE(thread.handler()->thread(), &thread);
         thread.quit();
         QVERIFY(thread.wait(3000));
+    }
+
+    void answersCanBeStoredAtOnce()
+    {
+        const QcaAskerThread idle;
+        QVERIFY(!idle.startedHandler());
+        for (int round = 0; round < 20; ++round) {
+            auto *thread = new QcaAskerThread;
+            thread->start(QThread::InheritPriority);
+            QcaHandler *handler = thread->startedHandler();
+            QVERIFY(handler);
+            handler->setKeyStoreId(QStringLiteral("store"));
+            QVERIFY(Trivex::takeStoredAnswers(QStringLiteral("store")));
+            QcaAskerThread::letGo(thread, 3000);
+        }
     }
 
     void answersWhileTheCallerBlocks()
