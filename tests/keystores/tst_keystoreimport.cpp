@@ -1,14 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "certificates/keystoreentry.h"
+
+// What the model of key stores writes to stores and removes from them.
 #include "keystores/keystoremodel.h"
+#include "qca/engine/answerregistry.h"
 #include "tests/fakes/provider/privatehome.h"
 #include "tests/keystores/keystorefixture.h"
 
+#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QtTest>
 
-using TrivexTest::FakeEntry;
 using TrivexTest::KeyStoreFixture;
 
 namespace {
@@ -22,7 +24,6 @@ QString text(const char *latin)
 
 } // namespace
 
-/// Import and removal, up to what the provider is told.
 class tst_KeyStoreImport : public KeyStoreFixture {
     Q_OBJECT
 private Q_SLOTS:
@@ -34,8 +35,15 @@ private Q_SLOTS:
     void importNeedsALocation();
     void importWrites();
     void importAfterReset();
+    void loadsKeepTheRest();
+    void operationsStoreTheirTarget();
     void removalRefusals();
     void removal();
+    void removalOfTheFirstOfThatId();
+    void deletedWhileAnOperationAsks();
+
+private:
+    QString bundleFile();
 };
 
 void tst_KeyStoreImport::initTestCase()
@@ -48,6 +56,14 @@ void tst_KeyStoreImport::initTestCase()
 void tst_KeyStoreImport::cleanup()
 {
     stores().reset();
+}
+
+/// A key with its certificate for "Bundle", protected by "secret".
+QString tst_KeyStoreImport::bundleFile()
+{
+    return m_factory.authority().bundle(
+        {text("-algorithm"), text("RSA"), text("-pkeyopt"), text("rsa_keygen_bits:2048")},
+        text("/CN=Bundle"), text("secret"), text("friend"));
 }
 
 void tst_KeyStoreImport::pemImport()
@@ -68,9 +84,7 @@ void tst_KeyStoreImport::pemImport()
 
 void tst_KeyStoreImport::bundleErrors()
 {
-    const QString path = m_factory.authority().bundle(
-        {text("-algorithm"), text("RSA"), text("-pkeyopt"), text("rsa_keygen_bits:2048")},
-        text("/CN=Bundle"), text("secret"), text("friend"));
+    const QString path = bundleFile();
     QVERIFY(!path.isEmpty());
     KeyStoreModel model;
     QCOMPARE(model.error(), KeyStoreModel::ErrorUnknown);
@@ -92,10 +106,17 @@ void tst_KeyStoreImport::bundleErrors()
 void tst_KeyStoreImport::importNeedsALocation()
 {
     addStore("t", "Token");
+    {
+        KeyStoreModel earlier;
+        QTRY_VERIFY(earlier.keyStoreByName(text("Token")));
+    }
+    // The store is known from the start, so its row's id is what is chosen first. Read as a
+    // position it is past the end.
     KeyStoreModel model;
-    QTRY_VERIFY(model.keyStoreByName(text("Token")));
+    QVERIFY(model.keyStoreByName(text("Token")));
+    QCOMPARE(model.certLocationModel()->rowCount(), 1);
     QVERIFY(model.certificateFromPEMFile(m_factory.authority().certificateFile()));
-    model.importCertificate(); // the first id, read as a position, is past the end
+    model.importCertificate();
     for (const int outside : {-1, 1, 2, 100}) {
         model.setCertLocationId(outside);
         model.importCertificate();
@@ -139,9 +160,7 @@ void tst_KeyStoreImport::importWrites()
 void tst_KeyStoreImport::importAfterReset()
 {
     addStore("t", "Token");
-    const QString path = m_factory.authority().bundle(
-        {text("-algorithm"), text("RSA"), text("-pkeyopt"), text("rsa_keygen_bits:2048")},
-        text("/CN=Bundle"), text("secret"), text("friend"));
+    const QString path = bundleFile();
     KeyStoreModel model;
     QTRY_VERIFY(model.keyStoreByName(text("Token")));
     model.setCertLocationId(0);
@@ -150,6 +169,73 @@ void tst_KeyStoreImport::importAfterReset()
     model.importKeyBundle();
     QTest::qWait(100);
     QVERIFY(stores().calls().isEmpty());
+}
+
+void tst_KeyStoreImport::loadsKeepTheRest()
+{
+    addStore("t", "Token");
+    const QString pem = m_factory.authority().certificateFile();
+    const QString bundle = bundleFile();
+    KeyStoreModel model;
+    QTRY_VERIFY(model.keyStoreByName(text("Token")));
+    model.setCertLocationId(0);
+    // The bundle that was loaded before a certificate is still there.
+    QVERIFY(model.keyBundleFromFile(bundle, text("secret")));
+    QVERIFY(model.certificateFromPEMFile(pem));
+    QCOMPARE(model.importedCertificateCommonName(), text("Test Root"));
+    model.importKeyBundle();
+    QTRY_COMPARE(stores().calls().size(), 1);
+    QCOMPARE(stores().calls().first().bundle.certificateChain().first().commonName(),
+             text("Bundle"));
+    // The file name is that of the certificate, whatever bundle comes after it, and survives a
+    // reset.
+    QVERIFY(model.keyBundleFromFile(bundle, text("secret")));
+    QCOMPARE(model.importedCertificateCommonName(), text("Bundle"));
+    QVERIFY(!model.importedCertificateIsRoot());
+    QCOMPARE(model.importedCertificateFileName(), QFileInfo(pem).fileName());
+    model.resetImportedKeyBundle();
+    QCOMPARE(model.importedCertificateFileName(), QString());
+    model.importKeyBundle();
+    QVERIFY(model.keyBundleFromFile(bundle, text("secret")));
+    QCOMPARE(model.importedCertificateFileName(), QFileInfo(pem).fileName());
+    // A failed load changes nothing but the error.
+    QVERIFY(!model.keyBundleFromFile(bundle, text("wrong")));
+    QCOMPARE(model.importedCertificateCommonName(), text("Bundle"));
+    QTest::qWait(50);
+    QCOMPARE(stores().calls().size(), 1);
+    // An import leaves what was loaded as it was.
+    model.importCertificate();
+    QTRY_COMPARE(stores().calls().size(), 2);
+    QCOMPARE(model.importedCertificateCommonName(), text("Bundle"));
+}
+
+/// The scripted provider takes no stored answers, so they can be looked at.
+void tst_KeyStoreImport::operationsStoreTheirTarget()
+{
+    TrivexTest::FakeEntry entry = certificate("id");
+    entry.name = text("name");
+    addStore("t", "Token", {entry});
+    KeyStoreModel model;
+    QTRY_COMPARE(model.rowCount(), 1);
+    model.setCertLocationId(0);
+    QVERIFY(model.keyBundleFromFile(bundleFile(), text("secret")));
+    for (const auto import : {&KeyStoreModel::importCertificate, &KeyStoreModel::importKeyBundle}) {
+        (model.*import)();
+        const auto answers = Trivex::takeStoredAnswers(text("t"));
+        QVERIFY(answers);
+        QCOMPARE(answers->objectId, QString());
+        QVERIFY(answers->password.isEmpty());
+    }
+    model.removeCertificate(text("id"));
+    const auto answers = Trivex::takeStoredAnswers(text("t"));
+    QVERIFY(answers);
+    QCOMPARE(answers->objectId, text("name"));
+    QVERIFY(answers->password.isEmpty());
+    // What is refused stores nothing.
+    model.removeCertificate(text("name"));
+    model.setCertLocationId(7);
+    model.importCertificate();
+    QVERIFY(!Trivex::takeStoredAnswers(QString()));
 }
 
 void tst_KeyStoreImport::removalRefusals()
@@ -187,6 +273,37 @@ void tst_KeyStoreImport::removal()
     QCOMPARE(model.rowCount(), 1); // until the store says so
     stores().setEntries(text("t"), {});
     QTRY_COMPARE(model.rowCount(), 0);
+}
+
+void tst_KeyStoreImport::removalOfTheFirstOfThatId()
+{
+    addStore("a", "A", {certificate("c")});
+    KeyStoreModel model;
+    QSignalSpy removed(&model, &KeyStoreModel::entryRemovedChanged);
+    QTRY_COMPARE(model.rowCount(), 1);
+    addStore("b", "B", {certificate("c")});
+    QTRY_COMPARE(model.rowCount(), 2);
+    stores().setResults(QString(), false);
+    model.removeCertificate(text("c"));
+    QTRY_COMPARE(removed.count(), 1);
+    QCOMPARE(removed.at(0).at(0), QVariant(false));
+    QTest::qWait(50);
+    QCOMPARE(stores().calls().size(), 1);
+    QCOMPARE(stores().calls().first().storeId, text("a"));
+}
+
+void tst_KeyStoreImport::deletedWhileAnOperationAsks()
+{
+    addStore("t", "Token", {certificate("c")});
+    stores().setAsking(true);
+    auto model = std::make_unique<KeyStoreModel>();
+    QTRY_COMPARE(model->rowCount(), 1);
+    // The handler answers with what is stored: an empty array.
+    model->removeCertificate(text("c"));
+    QElapsedTimer timer;
+    timer.start();
+    model.reset();
+    QVERIFY2(timer.elapsed() < 4000, "the model waits for ever");
 }
 
 QTEST_GUILESS_MAIN(tst_KeyStoreImport)
