@@ -167,7 +167,7 @@ QString CertificateRequest::privateKeyLocation() const
 QcaHandler *CertificateRequest::handler() const
 {
     QcaAskerThread *thread = m_keyStoreModel ? m_keyStoreModel->askerThread() : nullptr;
-    return thread ? thread->handler() : nullptr;
+    return thread ? thread->startedHandler() : nullptr;
 }
 
 void CertificateRequest::pinRejected()
@@ -188,28 +188,37 @@ void CertificateRequest::createKeyPair()
         return;
     }
     const QString storeId = m_keyStore->id();
-    if (QcaHandler *answering = handler()) {
-        answering->setPassword(m_pin);
-        answering->setObjectId(m_keyIdentifier);
-        answering->setKeyStoreId(storeId);
-    }
+    storeAnswers(m_pin, m_keyIdentifier, storeId);
     m_keyGenerator.setTarget(storeId, m_keyIdentifier);
-    startGeneration();
+    // Without a generation nobody takes the answers, and they must not serve what comes next.
+    if (!startGeneration())
+        storeAnswers(QCA::SecureArray(""), QString(), QString());
 }
 
-void CertificateRequest::startGeneration()
+void CertificateRequest::storeAnswers(const QCA::SecureArray &pin, const QString &objectId,
+                                      const QString &keyStoreId) const
+{
+    if (QcaHandler *answering = handler()) {
+        answering->setPassword(pin);
+        answering->setObjectId(objectId);
+        answering->setKeyStoreId(keyStoreId);
+    }
+}
+
+/// False for an algorithm that is none of those offered.
+bool CertificateRequest::startGeneration()
 {
     switch (m_prKeyAlgorithmId) {
     case RSA2048:
     case RSA3072:
     case RSA4096:
         m_keyGenerator.createRSA(m_prKeyAlgorithmId, publicExponent, Trivex::pkcs11ProviderName());
-        break;
+        return true;
     case EC384:
         m_keyGenerator.createEC(QStringLiteral("ec-secp384r1"), Trivex::gostProviderName());
-        break;
+        return true;
     default:
-        break;
+        return false;
     }
 }
 

@@ -164,7 +164,9 @@ private:
     void addInfo(QCA::CertificateInfoTypeKnown type, const QString &value);
     void fillAlgorithms(const QStringList &features);
     ComboBoxModel::Row chosenLocation() const;
-    void startGeneration();
+    void storeAnswers(const QCA::SecureArray &pin, const QString &objectId,
+                      const QString &keyStoreId) const;
+    bool startGeneration();
     QcaHandler *handler() const;
     bool resign(Save *save);
     QCA::PrivateKey findPrivateKey(const QCA::CertificateRequest &request) const;

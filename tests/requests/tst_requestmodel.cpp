@@ -77,6 +77,8 @@ private Q_SLOTS:
     void arrivedCertificateOfOtherKind();
     void arrivedNothing();
     void modelSetTwice();
+    void earlierModelIsStillHeard();
+    void listHasNoSignalOfItsOwn();
     void objectsBelongToTheModel();
 };
 
@@ -265,6 +267,31 @@ void TestRequestModel::modelSetTwice()
     model.setKeyStoreModel(&stores);
     Q_EMIT stores.keyBundleWritten(softwareKey().toPublicKey());
     QCOMPARE(home->requestFiles(), list({"3.csr"}));
+}
+
+void TestRequestModel::earlierModelIsStillHeard()
+{
+    makeRequestFile("2.csr", "first");
+    KeyStoreModel earlier;
+    KeyStoreModel later;
+    CertificateRequestModel model;
+    model.setKeyStoreModel(&earlier);
+    model.setKeyStoreModel(&later);
+    QCOMPARE(model.keyStoreModel(), &later);
+    Q_EMIT earlier.keyBundleWritten(softwareKey().toPublicKey());
+    QCOMPARE(home->requestFiles(), QStringList());
+}
+
+void TestRequestModel::listHasNoSignalOfItsOwn()
+{
+    CertificateRequestModel model;
+    QSignalSpy changed(&model, &CertificateRequestModel::certificateRequestChanged);
+    model.init();
+    makeRequestFile("a.csr", "A");
+    QTRY_COMPARE(model.rowCount(), 1);
+    model.remove(0);
+    QTRY_COMPARE(model.rowCount(), 0);
+    QCOMPARE(changed.count(), 0);
 }
 
 void TestRequestModel::objectsBelongToTheModel()
