@@ -208,7 +208,10 @@ QString Certificate::fileName() const
 {
     if (m_certificate.isNull() || !m_fileName.isEmpty())
         return m_certificate.isNull() ? QString() : m_fileName;
-    return Trivex::safeFileName(commonName(), QStringLiteral(".crt"));
+    const QString name = commonName();
+    const QString suffix = QStringLiteral(".crt");
+    // A suffix alone is what it is called; only a file can't be hidden by it.
+    return name.isEmpty() ? suffix : Trivex::safeFileName(name, suffix);
 }
 
 bool Certificate::isNull() const

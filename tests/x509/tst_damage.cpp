@@ -12,6 +12,7 @@
 #include "tests/x509/corpus.h"
 
 #include <QRandomGenerator>
+#include <QRegularExpression>
 #include <QtTest>
 
 using namespace Trivex;
@@ -144,7 +145,9 @@ void TestDamage::survives()
     read(whole);
     // Bundles take long to decrypt: fewer there. The first octets, which hold the structure, all.
     const bool isSlow = file.endsWith(QLatin1String(".p12")) || file.contains(QLatin1String("key"));
-    const int tries = isSlow ? 60 : 600;
+    // So do the many that differ in one field only.
+    static const QRegularExpression alike(QStringLiteral("^(string|serial|date|name|signature)-"));
+    const int tries = isSlow ? 60 : file.contains(alike) ? 250 : 600;
     QRandomGenerator random(qHash(file));
     for (int i = 0; i < tries; ++i)
         read(whole.left(i < 120 ? qMin(i, whole.size()) : random.bounded(whole.size())));

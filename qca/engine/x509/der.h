@@ -30,6 +30,8 @@ enum Tag : int {
     Set = 0x31,
 };
 
+constexpr int ConstructedBit = 0x20;
+
 /// The octet of a context-specific tag.
 constexpr int context(int number, bool constructed = true)
 {

@@ -15,10 +15,16 @@ constexpr char CaIssuers[] = "1.3.6.1.5.5.7.48.2";
 constexpr char Ocsp[] = "1.3.6.1.5.5.7.48.1";
 constexpr int KeyUsageBits = 9;
 
+// What the value of an extension begins with. Bytes behind it are let be, as libcrypto does.
+bool leading(Der::Slice value, int tag, Der::Slice *content)
+{
+    return Der::Reader(value).next(tag, content);
+}
+
 void decodeSubjectKeyId(Der::Slice value, Properties *properties)
 {
     Der::Slice id;
-    if (Der::single(value, Der::OctetString, &id))
+    if (leading(value, Der::OctetString, &id))
         properties->subjectId = id.bytes();
 }
 
@@ -30,7 +36,7 @@ void decodeIssuerKeyId(Der::Slice value, Properties *properties)
 void decodeKeyUsage(Der::Slice value, Properties *properties)
 {
     Der::Slice content;
-    if (!Der::single(value, Der::BitString, &content) || content.isEmpty())
+    if (!leading(value, Der::BitString, &content) || content.isEmpty())
         return;
     for (int bit = 0; bit < KeyUsageBits; ++bit) {
         const int octet = 1 + bit / 8;
@@ -43,7 +49,7 @@ void decodePurposes(Der::Slice value, Properties *properties)
 {
     Der::Slice content;
     Der::Slice oid;
-    if (!Der::single(value, Der::Sequence, &content))
+    if (!leading(value, Der::Sequence, &content))
         return;
     Der::Reader reader(content);
     while (reader.next(Der::ObjectIdentifier, &oid))
@@ -53,7 +59,7 @@ void decodePurposes(Der::Slice value, Properties *properties)
 void decodeBasicConstraints(Der::Slice value, Properties *properties)
 {
     Der::Slice content;
-    if (!Der::single(value, Der::Sequence, &content))
+    if (!leading(value, Der::Sequence, &content))
         return;
     Der::Reader reader(content);
     Der::Slice isCa;
@@ -69,7 +75,7 @@ void decodePolicies(Der::Slice value, Properties *properties)
     Der::Slice content;
     Der::Slice policy;
     Der::Slice oid;
-    if (!Der::single(value, Der::Sequence, &content))
+    if (!leading(value, Der::Sequence, &content))
         return;
     Der::Reader reader(content);
     while (reader.next(Der::Sequence, &policy)) {
@@ -96,7 +102,7 @@ void decodeCrlPoints(Der::Slice value, Properties *properties)
     Der::Slice point;
     Der::Slice name;
     Der::Slice fullName;
-    if (!Der::single(value, Der::Sequence, &content))
+    if (!leading(value, Der::Sequence, &content))
         return;
     Der::Reader reader(content);
     while (reader.next(Der::Sequence, &point)) {
@@ -110,7 +116,7 @@ void decodeAuthorityAccess(Der::Slice value, Properties *properties)
 {
     Der::Slice content;
     Der::Slice description;
-    if (!Der::single(value, Der::Sequence, &content))
+    if (!leading(value, Der::Sequence, &content))
         return;
     Der::Reader reader(content);
     while (reader.next(Der::Sequence, &description)) {
@@ -186,7 +192,7 @@ QByteArray decodeAuthorityKeyId(Der::Slice extension)
 {
     Der::Slice content;
     Der::Slice id;
-    if (Der::single(extension, Der::Sequence, &content)
+    if (leading(extension, Der::Sequence, &content)
         && Der::Reader(content).next(Der::context(0, false), &id))
         return id.bytes();
     return {};

@@ -29,8 +29,12 @@ enum GeneralName {
     OtherName = Der::context(0),
     Rfc822Name = Der::context(1, false),
     DnsName = Der::context(2, false),
+    X400Address = Der::context(3),
+    DirectoryName = Der::context(4),
+    EdiPartyName = Der::context(5),
     UriName = Der::context(6, false),
     IpName = Der::context(7, false),
+    RegisteredId = Der::context(8, false),
 };
 
 // Attributes whose definition leaves out UTF8String.
@@ -63,9 +67,12 @@ Info decodeNameAnew(Der::Slice name)
     if (!Der::single(name, Der::Sequence, &content))
         return info;
     Der::Reader names(content);
-    Der::Slice set;
-    while (names.next(Der::Set, &set)) {
-        Der::Reader attributes(set);
+    Der::Element set;
+    while (names.next(&set)) {
+        // libcrypto does not ask for the constructed bit here; nor may what follows be lost for it.
+        if ((set.tag | Der::ConstructedBit) != Der::Set)
+            continue;
+        Der::Reader attributes(set.content);
         Der::Slice attribute;
         while (attributes.next(Der::Sequence, &attribute))
             decodeAttribute(attribute, &info);
@@ -98,6 +105,24 @@ QString decodeXmpp(Der::Slice content)
 QString decodeIa5(Der::Slice content)
 {
     return decodeString({Der::Ia5String, content, content});
+}
+
+bool isGeneralName(int tag)
+{
+    switch (tag) {
+    case OtherName:
+    case Rfc822Name:
+    case DnsName:
+    case X400Address:
+    case DirectoryName:
+    case EdiPartyName:
+    case UriName:
+    case IpName:
+    case RegisteredId:
+        return true;
+    default:
+        return false;
+    }
 }
 
 void decodeGeneralName(const Der::Element &element, Info *info)
@@ -192,16 +217,21 @@ QCA::CertificateInfoOrdered decodeName(Der::Slice name)
     return info;
 }
 
+// All or nothing, as libcrypto has it: behind a damaged length, what looks like an address may be
+// the inside of something else.
 QCA::CertificateInfoOrdered decodeAlternativeNames(Der::Slice extension)
 {
     Info info;
     Der::Slice content;
-    if (!Der::single(extension, Der::Sequence, &content))
+    if (!Der::Reader(extension).next(Der::Sequence, &content))
         return info;
     Der::Reader reader(content);
-    Der::Element element;
-    while (reader.next(&element))
+    while (!reader.atEnd()) {
+        Der::Element element;
+        if (!reader.next(&element) || !isGeneralName(element.tag))
+            return {};
         decodeGeneralName(element, &info);
+    }
     return info;
 }
 

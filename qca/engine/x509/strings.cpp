@@ -90,7 +90,7 @@ bool takeOffset(Der::Slice content, int position, int *offset)
 
 int fullYear(int year, bool twoDigits)
 {
-    if (!twoDigits)
+    if (!twoDigits || year < 0)
         return year;
     return year < 50 ? 2000 + year : 1900 + year;
 }
@@ -113,7 +113,7 @@ QString decodeString(const Der::Element &element)
     case Der::VisibleString:
         return decodeOctets(element.content);
     default:
-        return QLatin1Char('#') + QString::fromLatin1(element.whole.bytes().toHex());
+        return QLatin1Char('#') + QString::fromLatin1(element.whole.bytes().toHex().toUpper());
     }
 }
 
@@ -132,7 +132,8 @@ QDateTime decodeTime(const Der::Element &element)
     const int second = hasDigit(content, position) ? takeNumber(content, &position, 2) : 0;
     skipFraction(content, &position);
     int offset = 0;
-    const QDate date(year, month, day);
+    // Qt has dates before the year 1; a negative one here was no number.
+    const QDate date = year < 0 ? QDate() : QDate(year, month, day);
     const QTime time(hour, minute, second);
     if (!date.isValid() || !time.isValid() || !takeOffset(content, position, &offset))
         return {};

@@ -1,0 +1,255 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "certificates/certificate.h"
+#include "qca/adapter/providers.h"
+#include "qca/engine/keys/gostengine.h"
+#include "tests/x509/corpus.h"
+#include "tests/x509/expectedproperties.h"
+#include "tests/x509/opensslcertificate.h"
+
+#include <QRandomGenerator>
+#include <QRegularExpression>
+#include <QtTest>
+
+using namespace Trivex;
+
+/// Every property of the QML type, for every certificate of the corpus, beside what `openssl x509`
+/// prints about the same file; and for damaged ones.
+class TestProperties : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void agrees_data();
+    void agrees();
+    void agreesOnUnprintable_data();
+    void agreesOnUnprintable();
+    void emptyWhenCut_data();
+    void emptyWhenCut();
+    void agreesWhenFlipped_data();
+    void agreesWhenFlipped();
+    void exceptionsAreNeeded();
+
+private:
+    QCA::Initializer m_initializer;
+    QSet<QString> m_usedExceptions;
+};
+
+namespace {
+
+// All thirty, by name.
+QVariantMap propertiesOf(const QCA::Certificate &wrapped)
+{
+    const Certificate certificate(wrapped);
+    const QMetaObject *meta = certificate.metaObject();
+    QVariantMap values;
+    for (int i = meta->propertyOffset(); i < meta->propertyCount(); ++i)
+        values.insert(QString::fromLatin1(meta->property(i).name()),
+                      meta->property(i).read(&certificate));
+    return values;
+}
+
+QString described(const QVariant &value)
+{
+    if (value.type() == QVariant::DateTime)
+        return value.toDateTime().toString(Qt::ISODate);
+    return value.toString();
+}
+
+// The lines on which the two differ; empty when they agree in every property.
+QString difference(const QVariantMap &actual, const QVariantMap &expected)
+{
+    QString lines;
+    if (actual.keys() != expected.keys())
+        return QStringLiteral("other properties than expected: ") + actual.keys().join(u' ');
+    for (auto value = actual.begin(); value != actual.end(); ++value) {
+        const QString want = described(expected.value(value.key()));
+        const QString have = described(value.value());
+        if (have != want)
+            lines += QStringLiteral("\n%1: \"%2\" instead of \"%3\"")
+                         .arg(value.key(), have.left(200), want.left(200));
+    }
+    return lines;
+}
+
+// What a file of the corpus may be called after the GOST engine is there or not.
+bool usesEngine(const QString &file)
+{
+    return file.startsWith(QLatin1String("gost-")) && loadGostEngine();
+}
+
+bool write(const QString &path, const QByteArray &contents)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size();
+}
+
+QVariantMap expectedOf(const QString &path, const QString &name, bool *isReadable)
+{
+    OpensslCertificate certificate;
+    *isReadable = readWithOpenssl(path, &certificate);
+    if (!*isReadable)
+        return {};
+    const bool isSelfSigned =
+        certificate.subject == certificate.issuer && isSelfSignedForOpenssl(path, usesEngine(name));
+    return expectedProperties(certificate, isSelfSigned);
+}
+
+} // namespace
+
+void TestProperties::initTestCase()
+{
+    if (QProcess::execute(QStringLiteral("openssl"), {QStringLiteral("version")}) != 0)
+        QSKIP("no openssl command");
+    QVERIFY(QCA::findProvider(opensslProviderName()));
+    QCOMPARE(propertiesOf(QCA::Certificate()).size(), 30);
+}
+
+void TestProperties::agrees_data()
+{
+    QTest::addColumn<QString>("file");
+    const auto certificates = Corpus::certificates();
+    QVERIFY(certificates.size() > 80);
+    for (const auto &entry : certificates) {
+        if (!isUnprintable(entry.file))
+            QTest::newRow(qPrintable(entry.file)) << entry.file;
+    }
+    for (const char *name : {"badbc.pem", "cert-bad-aki.der", "cert-expires-2059.der"})
+        QTest::newRow(name) << QStringLiteral("crashers/") + QLatin1String(name);
+}
+
+void TestProperties::agrees()
+{
+    QFETCH(QString, file);
+    bool isReadable = false;
+    QVariantMap expected = expectedOf(Corpus::path(file), file, &isReadable);
+    QVERIFY(isReadable);
+    for (const PropertyException &exception : propertyExceptions()) {
+        if (file != exception.file)
+            continue;
+        QVERIFY2(described(expected.value(exception.property)) != exception.value,
+                 "the exception is none");
+        expected.insert(exception.property, exception.value);
+        m_usedExceptions.insert(exception.file + exception.property);
+    }
+    const QString found = difference(propertiesOf(Corpus::certificate(file)), expected);
+    QVERIFY2(found.isEmpty(), qUtf8Printable(found));
+}
+
+void TestProperties::agreesOnUnprintable_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("name");
+    for (const UnprintableFile &unprintable : unprintableFiles())
+        QTest::newRow(qPrintable(unprintable.file)) << unprintable.file << unprintable.name;
+}
+
+// libcrypto refuses the whole certificate for the octets of its name. All else in it is what it
+// is in another file of the same kind, so that one is what the command is asked about.
+void TestProperties::agreesOnUnprintable()
+{
+    QFETCH(QString, file);
+    QFETCH(QString, name);
+    bool isReadable = true;
+    expectedOf(Corpus::path(file), file, &isReadable);
+    QVERIFY(!isReadable);
+    QVariantMap expected =
+        expectedOf(Corpus::path(QStringLiteral("string-printable.der")), file, &isReadable);
+    QVERIFY(isReadable);
+    for (const char *property : {"commonName", "subjectName", "issuer"})
+        expected.insert(QString::fromLatin1(property), name);
+    expected.insert(QStringLiteral("fileName"), QString(name + QStringLiteral(".crt")));
+    const QString found = difference(propertiesOf(Corpus::certificate(file)), expected);
+    QVERIFY2(found.isEmpty(), qUtf8Printable(found));
+}
+
+void TestProperties::emptyWhenCut_data()
+{
+    QTest::addColumn<QString>("file");
+    for (const char *name : {"identifiers.der", "extensions.der", "ec-384.der", "ed25519.der",
+                             "gost-2012-256-octets.der", "date-9999.der", "version-1.der"})
+        QTest::newRow(name) << QString::fromLatin1(name);
+}
+
+void TestProperties::emptyWhenCut()
+{
+    QFETCH(QString, file);
+    const QByteArray whole = Corpus::read(file);
+    const QVariantMap none = propertiesOf(QCA::Certificate());
+    for (int size = 0; size < whole.size(); ++size) {
+        const auto certificate = QCA::Certificate::fromDER(whole.left(size));
+        QVERIFY2(certificate.isNull(), qPrintable(QString::number(size)));
+        const QString found = difference(propertiesOf(certificate), none);
+        QVERIFY2(found.isEmpty(), qUtf8Printable(found));
+    }
+}
+
+void TestProperties::agreesWhenFlipped_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<int>("tries");
+    // The octets behind the key's are the signature's, or extensions: all are there in one file.
+    QTest::newRow("names") << QStringLiteral("identifiers.der") << 60;
+    QTest::newRow("extensions") << QStringLiteral("extensions-leaf.der") << 60;
+    QTest::newRow("curve") << QStringLiteral("ec-256.der") << 60;
+    QTest::newRow("dates") << QStringLiteral("date-9999.der") << 60;
+}
+
+// Where the command still reads a certificate with a flipped bit, so do we, and alike, but for the
+// few that we refuse as a whole for not being DER; where it does not, nothing that libcrypto is
+// asked for has a value.
+void TestProperties::agreesWhenFlipped()
+{
+    QFETCH(QString, file);
+    QFETCH(int, tries);
+    const QByteArray whole = Corpus::read(file);
+    const QVariantMap none = propertiesOf(QCA::Certificate());
+    QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("flipped.der"));
+    const QRegularExpression control(QStringLiteral("[\\x00-\\x1F\\x7F/\\\\]"));
+    QRandomGenerator random(qHash(file));
+    int agreed = 0;
+    int refused = 0;
+    for (int i = 0; i < tries; ++i) {
+        const int place = random.bounded(whole.size());
+        const int bit = random.bounded(8);
+        QByteArray flipped = whole;
+        flipped[place] = char(flipped.at(place) ^ (1 << bit));
+        QVERIFY(write(path, flipped));
+        bool isReadable = false;
+        QVariantMap expected = expectedOf(path, file, &isReadable);
+        const QVariantMap actual = propertiesOf(QCA::Certificate::fromDER(flipped));
+        // A control character is no part of a file's name; see the exceptions.
+        const QString fileName = QStringLiteral("fileName");
+        if (expected.value(fileName).toString().contains(control))
+            expected.insert(fileName, actual.value(fileName));
+        QString found;
+        if (!isReadable)
+            QCOMPARE(actual.value(QStringLiteral("subjecAddress")), QVariant(QString()));
+        else if (actual.value(QStringLiteral("isNull")).toBool())
+            found = (++refused, difference(actual, none));
+        else
+            found = (++agreed, difference(actual, expected));
+        QVERIFY2(found.isEmpty(),
+                 qUtf8Printable(QStringLiteral("octet %1, bit %2: ").arg(place).arg(bit) + found));
+    }
+    QVERIFY2(agreed > tries / 4, qPrintable(QString::number(agreed)));
+    QVERIFY2(refused <= tries / 10, qPrintable(QString::number(refused)));
+}
+
+// An exception that nothing needs any more would hide the next defect.
+void TestProperties::exceptionsAreNeeded()
+{
+    for (const PropertyException &exception : propertyExceptions())
+        QVERIFY2(m_usedExceptions.contains(exception.file + exception.property),
+                 qPrintable(exception.file));
+}
+
+int main(int argc, char *argv[])
+{
+    Corpus::prepareEnvironment();
+    QCoreApplication application(argc, argv);
+    TestProperties test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_properties.moc"
