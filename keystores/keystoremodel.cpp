@@ -9,6 +9,7 @@
 #include "qca/adapter/providers.h"
 #include "qca/adapter/question.h"
 #include "qca/qcaaskerthread.h"
+#include "qca/qcahandler.h"
 
 #include <QDebug>
 #include <QMetaMethod>
@@ -72,6 +73,8 @@ KeyStoreModel::KeyStoreModel(QObject *parent)
 KeyStoreModel::~KeyStoreModel()
 {
     // A store waits for its running operation when it goes, and that for an answer.
+    if (QcaHandler *handler = m_askerThread->handler())
+        handler->rejectUnanswered();
     for (const QPointer<QCA::KeyStore> &keyStore : qAsConst(m_keyStores)) {
         if (keyStore && !keyStore->id().isEmpty())
             Trivex::cancelQuestions(keyStore->id());

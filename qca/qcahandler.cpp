@@ -4,6 +4,18 @@
 
 #include <QDebug>
 
+#include <utility>
+
+namespace {
+
+bool unanswered(const char *reason)
+{
+    qWarning() << reason;
+    return false;
+}
+
+} // namespace
+
 QcaHandler::QcaHandler(QObject *parent)
     : QObject(parent)
     , m_eventHandler(nullptr)
@@ -34,6 +46,17 @@ void QcaHandler::rejectPending()
             return;
         m_eventHandler.reject(m_id);
         m_rejected = true;
+        m_unanswered.remove(m_id);
+    });
+}
+
+void QcaHandler::rejectUnanswered()
+{
+    QMetaObject::invokeMethod(this, [this] {
+        m_rejectsUnanswered = true;
+        const QSet<int> open = std::exchange(m_unanswered, {});
+        for (const int id : open)
+            m_eventHandler.reject(id);
     });
 }
 
@@ -59,16 +82,23 @@ void QcaHandler::qcaEventReady(int id, QCA::Event event)
     }
     m_id = id;
     m_rejected = false;
-    answer(event);
+    if (!answer(event))
+        leaveOpen();
     m_stored.clear();
 }
 
-void QcaHandler::answer(const QCA::Event &event)
+void QcaHandler::leaveOpen()
 {
-    if (event.source() != QCA::Event::KeyStore && event.source() != QCA::Event::Data) {
-        qWarning() << "Unexpected Source for Event!";
-        return;
-    }
+    if (m_rejectsUnanswered)
+        m_eventHandler.reject(m_id);
+    else
+        m_unanswered.insert(m_id);
+}
+
+bool QcaHandler::answer(const QCA::Event &event)
+{
+    if (event.source() != QCA::Event::KeyStore && event.source() != QCA::Event::Data)
+        return unanswered("Unexpected Source for Event!");
     switch (Trivex::questionKind(event)) {
     case Trivex::PasswordQuestion:
         return answerPassword();
@@ -77,34 +107,34 @@ void QcaHandler::answer(const QCA::Event &event)
     case Trivex::EntryNameQuestion:
         return answerObjectId();
     default:
-        qWarning() << "Unexpected event type";
+        return unanswered("Unexpected event type");
     }
 }
 
-void QcaHandler::answerKeyStoreId()
+bool QcaHandler::answerKeyStoreId()
 {
     const QString keyStoreId = m_stored.answers().keyStoreId;
     if (keyStoreId.isEmpty())
-        qWarning() << "KeyStore Id is empty!";
-    else
-        m_eventHandler.submitKeyStoreId(m_id, keyStoreId);
+        return unanswered("KeyStore Id is empty!");
+    m_eventHandler.submitKeyStoreId(m_id, keyStoreId);
+    return true;
 }
 
-void QcaHandler::answerObjectId()
+bool QcaHandler::answerObjectId()
 {
     const QString objectId = m_stored.answers().objectId;
     if (objectId.isEmpty())
-        qWarning() << "Object Id is empty!";
-    else
-        m_eventHandler.submitKeyStoreEntryName(m_id, objectId);
+        return unanswered("Object Id is empty!");
+    m_eventHandler.submitKeyStoreEntryName(m_id, objectId);
+    return true;
 }
 
-void QcaHandler::answerPassword()
+bool QcaHandler::answerPassword()
 {
     const QCA::SecureArray password = m_stored.answers().password;
     // `isEmpty()` would refuse the array made from "" too, which is an answer.
     if (password.isNull())
-        qWarning() << "Password is null!";
-    else
-        m_eventHandler.submitPassword(m_id, password);
+        return unanswered("Password is null!");
+    m_eventHandler.submitPassword(m_id, password);
+    return true;
 }

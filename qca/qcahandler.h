@@ -6,6 +6,7 @@
 #include "qca/adapter/storedanswers.h"
 
 #include <QObject>
+#include <QSet>
 
 /// Answers the questions of QCA's providers without asking anybody: whoever starts an operation
 /// stores the answers first, and the next question takes them.
@@ -14,7 +15,7 @@
 /// the whole set at their start instead (`Trivex::StoredAnswers`) and only ask where a person has
 /// to answer; such questions are passed on to the next handler.
 ///
-/// Lives on the thread of `QcaAskerThread`; the setters and `rejectPending()` are called from the
+/// Lives on the thread of `QcaAskerThread`; the setters and the rejections are called from the
 /// thread that starts the operations.
 class QcaHandler : public QObject {
     Q_OBJECT
@@ -32,6 +33,10 @@ public:
     /// answered counts too: QCA ignores the rejection then.
     void rejectPending();
 
+    /// Rejects what was left open for want of a stored answer, and from here on any question that
+    /// nothing is stored for: whoever asks would wait for ever once nobody is there to store it.
+    void rejectUnanswered();
+
     /// Makes QCA ask this handler. Once only.
     void start();
 
@@ -39,13 +44,17 @@ private Q_SLOTS:
     void qcaEventReady(int id, QCA::Event event);
 
 private:
-    void answer(const QCA::Event &event);
-    void answerKeyStoreId();
-    void answerObjectId();
-    void answerPassword();
+    // False when nothing is stored that answers it.
+    bool answer(const QCA::Event &event);
+    bool answerKeyStoreId();
+    bool answerObjectId();
+    bool answerPassword();
+    void leaveOpen();
 
     int m_id = 0;
     bool m_rejected = true;
+    bool m_rejectsUnanswered = false;
+    QSet<int> m_unanswered;
     Trivex::EventHandler m_eventHandler;
     Trivex::StoredAnswers m_stored;
 };

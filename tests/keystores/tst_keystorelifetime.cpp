@@ -9,7 +9,9 @@
 
 #include <QAbstractItemModelTester>
 #include <QElapsedTimer>
+#include <QPointer>
 #include <QSemaphore>
+#include <QSignalSpy>
 #include <QtTest>
 
 using TrivexTest::Flat;
@@ -36,6 +38,7 @@ private Q_SLOTS:
     void lostStoreWithRows();
     void lostStoreWithoutRows();
     void deletedWhileAnOperationAsks();
+    void deletedWhileAQuestionIsOpen();
     void deletedWhileTheThreadIsBusy();
     void twentyTimes();
 };
@@ -94,6 +97,39 @@ void tst_KeyStoreLifetime::deletedWhileAnOperationAsks()
     timer.start();
     model.reset();
     QVERIFY2(timer.elapsed() < 4000, "the model waits for ever");
+}
+
+// Nothing is stored to answer with, so the asker's thread holds a question that waits for ever.
+void tst_KeyStoreLifetime::deletedWhileAQuestionIsOpen()
+{
+    addStore("t", "Token", {certificate("c")});
+    stores().setAsking(true);
+    for (int round = 0; round < 3; ++round) {
+        auto model = std::make_unique<KeyStoreModel>();
+        QTRY_COMPARE(model->rowCount(), 1);
+        QTRY_VERIFY(model->askerThread()->handler());
+        model->askerThread()->handler()->setPassword(QCA::SecureArray());
+        QTest::ignoreMessage(QtWarningMsg, "Password is null!");
+        model->removeCertificate(text("c"));
+        QTRY_COMPARE(stores().openQuestions(), 1);
+        QTest::qWait(100);
+        QCOMPARE(stores().openQuestions(), 1);
+        const QPointer<QThread> asker(model->askerThread());
+        QElapsedTimer timer;
+        timer.start();
+        model.reset();
+        QVERIFY2(timer.elapsed() < 3000, "the model waits for the answer");
+        QTRY_COMPARE(stores().openQuestions(), 0);
+        QTRY_VERIFY(!asker);
+    }
+    // A later model asks and is answered.
+    KeyStoreModel later;
+    QSignalSpy removed(&later, &KeyStoreModel::entryRemovedChanged);
+    QTRY_COMPARE(later.rowCount(), 1);
+    later.removeCertificate(text("c"));
+    QTRY_COMPARE(removed.count(), 1);
+    QCOMPARE(removed.at(0).at(0), QVariant(true));
+    QCOMPARE(stores().calls().size(), 4);
 }
 
 void tst_KeyStoreLifetime::deletedWhileTheThreadIsBusy()

@@ -8,8 +8,10 @@ namespace {
 
 class FakeEntryContext : public QCA::KeyStoreEntryContext {
 public:
-    FakeEntryContext(QCA::Provider *provider, const FakeEntry &entry, const FakeStore &store)
+    FakeEntryContext(QCA::Provider *provider, const FakeEntry &entry, const FakeStore &store,
+                     const std::shared_ptr<FakeStores> &stores)
         : QCA::KeyStoreEntryContext(provider)
+        , m_stores(stores)
         , m_entry(entry)
         , m_storeId(store.id)
         , m_storeName(store.name)
@@ -18,15 +20,25 @@ public:
 
     Context *clone() const override { return new FakeEntryContext(*this); }
     QCA::KeyStoreEntry::Type type() const override { return m_entry.type; }
-    QString id() const override { return m_entry.id; }
-    QString name() const override { return m_entry.name; }
+    QString id() const override { return read("id", m_entry.id); }
+    QString name() const override { return read("name", m_entry.name); }
     QString storeId() const override { return m_storeId; }
     QString storeName() const override { return m_storeName; }
     QString serialize() const override { return QString(); }
-    QCA::KeyBundle keyBundle() const override { return m_entry.bundle; }
-    QCA::Certificate certificate() const override { return m_entry.certificate; }
+    QCA::KeyBundle keyBundle() const override { return read("keyBundle", m_entry.bundle); }
+    QCA::Certificate certificate() const override
+    {
+        return read("certificate", m_entry.certificate);
+    }
 
 private:
+    template <class Value> const Value &read(const char *what, const Value &value) const
+    {
+        m_stores->noteRead(QString::fromLatin1(what));
+        return value;
+    }
+
+    std::shared_ptr<FakeStores> m_stores;
     FakeEntry m_entry;
     QString m_storeId;
     QString m_storeName;
@@ -92,7 +104,7 @@ QList<QCA::KeyStoreEntryContext *> FakeKeyStoreList::entryList(int id)
     QList<QCA::KeyStoreEntryContext *> list;
     const FakeStore store = m_stores->store(id);
     for (const FakeEntry &entry : store.entries)
-        list.append(new FakeEntryContext(provider(), entry, store));
+        list.append(new FakeEntryContext(provider(), entry, store, m_stores));
     return list;
 }
 
@@ -108,7 +120,9 @@ bool FakeKeyStoreList::begin(const FakeCall &call, int id)
     const FakeStore store = m_stores->store(id);
     asker.ask(QCA::Event::StylePIN, QCA::KeyStoreInfo(store.type, store.id, store.name),
               QCA::KeyStoreEntry(), nullptr);
+    m_stores->countQuestion(1);
     asker.waitForResponse();
+    m_stores->countQuestion(-1);
     return asker.accepted();
 }
 

@@ -50,6 +50,7 @@ void FakeStores::reset()
         const std::lock_guard lock(m_mutex);
         m_stores.clear();
         m_calls.clear();
+        m_reads.clear();
         m_written = QStringLiteral("written");
         m_removed = true;
         m_asking = false;
@@ -133,6 +134,36 @@ QVector<FakeCall> FakeStores::calls() const
 {
     const std::lock_guard lock(m_mutex);
     return m_calls;
+}
+
+int FakeStores::reads(const QString &what) const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_reads.value(what);
+}
+
+void FakeStores::noteRead(const QString &what)
+{
+    const std::lock_guard lock(m_mutex);
+    ++m_reads[what];
+}
+
+void FakeStores::forgetReads()
+{
+    const std::lock_guard lock(m_mutex);
+    m_reads.clear();
+}
+
+int FakeStores::openQuestions() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_openQuestions;
+}
+
+void FakeStores::countQuestion(int change)
+{
+    const std::lock_guard lock(m_mutex);
+    m_openQuestions += change;
 }
 
 } // namespace TrivexTest

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QHash>
 #include <QList>
 #include <QObject>
 #include <QString>
@@ -68,6 +69,15 @@ public:
     void note(const FakeCall &call);
     QVector<FakeCall> calls() const;
 
+    /// How often QCA asked an entry for that: "id", "name", "certificate" or "keyBundle".
+    int reads(const QString &what) const;
+    void noteRead(const QString &what);
+    void forgetReads();
+
+    /// Questions of `setAsking` that nobody has answered yet.
+    int openQuestions() const;
+    void countQuestion(int change);
+
 Q_SIGNALS:
     void storesChanged();
     void entriesChanged(int contextId);
@@ -80,6 +90,8 @@ private:
     mutable std::condition_variable m_unblocked;
     QList<FakeStore> m_stores;
     QVector<FakeCall> m_calls;
+    QHash<QString, int> m_reads;
+    int m_openQuestions = 0;
     QString m_written = QStringLiteral("written");
     bool m_removed = true;
     bool m_asking = false;
