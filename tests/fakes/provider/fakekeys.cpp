@@ -201,7 +201,7 @@ void FakeEC::createPrivate(const QString &curve, bool block)
 {
     FakeCall call;
     call.function = QStringLiteral("createEC");
-    call.argument = curve;
+    call.argument = QStringLiteral("%1 %2").arg(curve).arg(block);
     m_stores->note(call);
     m_curve = curve;
     m_private = true;

@@ -30,6 +30,8 @@ public:
     QVariantMap defaultConfig() const override;
     void configChanged(const QVariantMap &config) override;
 
+    /// QCA looks at them at each question.
+    void setFeatures(const QStringList &features) { m_features = features; }
     /// Empty at first, which QCA reports as no configuration.
     void setDefaultConfig(const QVariantMap &config) { m_defaultConfig = config; }
     /// What was last configured.

@@ -166,4 +166,10 @@ void FakeStores::countQuestion(int change)
     m_openQuestions += change;
 }
 
+void FakeStores::forgetCalls()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_calls.clear();
+}
+
 } // namespace TrivexTest

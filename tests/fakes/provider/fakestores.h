@@ -35,7 +35,7 @@ struct FakeStore {
 struct FakeCall {
     QString function; ///< "writeBundle", "writeCertificate", "removeEntry", "createRSA", "createEC"
     QString storeId;
-    QString argument; ///< entry id, curve, or "bits exponent block"
+    QString argument; ///< entry id, "curve block" or "bits exponent block"
     QCA::Certificate certificate;
     QCA::KeyBundle bundle;
 };
@@ -68,6 +68,7 @@ public:
 
     void note(const FakeCall &call);
     QVector<FakeCall> calls() const;
+    void forgetCalls();
 
     /// How often QCA asked an entry for that: "id", "name", "certificate" or "keyBundle".
     int reads(const QString &what) const;
