@@ -46,6 +46,8 @@ struct ModuleHost::State {
     std::mutex mutex;
     bool closed = false;
     std::map<CK_SLOT_ID, TokenPtr> tokens;
+    /// Detached at the end; their threads may still be at work.
+    std::vector<TokenPtr> leaving;
 
     void open();
     void lookAt(CK_SLOT_ID slot);
@@ -80,6 +82,7 @@ void ModuleHost::State::add(CK_SLOT_ID slot, const TokenPtr &token)
             tokens[slot] = token;
             return;
         }
+        leaving.push_back(token);
     }
     TokenService::instance().detach(token);
 }
@@ -104,6 +107,7 @@ std::vector<TokenPtr> ModuleHost::State::close()
     for (const auto &[slot, token] : tokens)
         all.push_back(token);
     tokens.clear();
+    leaving.insert(leaving.end(), all.begin(), all.end());
     return all;
 }
 
@@ -194,9 +198,16 @@ void ModuleHost::close()
         TokenService::instance().detach(token);
 }
 
-bool ModuleHost::join(Worker::Milliseconds patience)
+void ModuleHost::join(Worker::Deadline deadline)
 {
-    return m_worker.join(patience);
+    m_worker.join(deadline);
+    std::vector<TokenPtr> leaving;
+    {
+        const std::lock_guard lock(m_state->mutex);
+        leaving.swap(m_state->leaving);
+    }
+    for (const TokenPtr &token : leaving)
+        token->join(deadline);
 }
 
 } // namespace Trivex

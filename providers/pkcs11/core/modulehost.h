@@ -18,7 +18,9 @@ public:
     void start();
     /// Takes its tokens away at once, even while the module hangs. Does not wait.
     void close();
-    bool join(Worker::Milliseconds patience);
+    /// Waits for its thread and for those of its tokens, which end with calls of the module: such
+    /// a call must not meet the end of the process.
+    void join(Worker::Deadline deadline);
 
 private:
     struct State;

@@ -128,14 +128,9 @@ void ModuleWatch::stop()
     for (const auto &[key, host] : hosts)
         host->close();
     const auto deadline = std::chrono::steady_clock::now() + StopPatience;
-    const auto left = [&] {
-        return std::max(Worker::Milliseconds(0),
-                        std::chrono::duration_cast<Worker::Milliseconds>(
-                            deadline - std::chrono::steady_clock::now()));
-    };
     for (const auto &[key, host] : hosts)
-        host->join(left());
-    m_worker.join(left());
+        host->join(deadline);
+    m_worker.join(deadline);
 }
 
 } // namespace Trivex

@@ -22,7 +22,7 @@ Worker::Worker()
 Worker::~Worker()
 {
     stop();
-    if (m_thread.joinable() && !join(Milliseconds(0)))
+    if (m_thread.joinable() && !join(Deadline()))
         m_thread.detach();
 }
 
@@ -77,7 +77,7 @@ void Worker::stop()
     m_shared->changed.notify_all();
 }
 
-bool Worker::join(Milliseconds patience)
+bool Worker::join(Deadline deadline)
 {
     if (!m_thread.joinable())
         return true;
@@ -85,7 +85,7 @@ bool Worker::join(Milliseconds patience)
         return false;
     {
         std::unique_lock lock(m_shared->mutex);
-        if (!m_shared->changed.wait_for(lock, patience, [this] { return m_shared->ended; }))
+        if (!m_shared->changed.wait_until(lock, deadline, [this] { return m_shared->ended; }))
             return false;
     }
     m_thread.join();

@@ -19,6 +19,7 @@ class Worker {
 public:
     using Job = std::function<void()>;
     using Milliseconds = std::chrono::milliseconds;
+    using Deadline = std::chrono::steady_clock::time_point;
 
     Worker();
     /// As `stop`, and lets the thread go when it does not end in time.
@@ -33,7 +34,7 @@ public:
     /// Takes no more jobs and drops those that have not started. Does not wait.
     void stop();
     /// Waits for the end after `stop`. True when the thread has ended.
-    bool join(Milliseconds patience);
+    bool join(Deadline deadline);
     bool isCurrent() const;
 
 private:
