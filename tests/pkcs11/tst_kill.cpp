@@ -72,6 +72,7 @@ private Q_SLOTS:
     void initTestCase();
     void everyCall_data();
     void everyCall();
+    void endsAfterItsThreads();
 
 private:
     struct Outcome {
@@ -313,6 +314,22 @@ void TestKill::checkLeft(const QJsonArray &left, int interrupted) const
         QCOMPARE(objects(), plain + 1);
         QCOMPARE(left.size(), 2);
     }
+}
+
+/// A process that ends by itself closes its sessions first: a call that a thread is still in would
+/// meet a module whose globals are gone.
+void TestKill::endsAfterItsThreads()
+{
+    m_flow = QStringLiteral("import certificate");
+    m_state = QStringLiteral("plain");
+    restore();
+    m_token->control("delay C_CloseSession * 400");
+    m_token->forget();
+    QVERIFY(runFlow().succeeded);
+    m_token->control();
+    QVERIFY(m_token->count("C_OpenSession") > 1);
+    QCOMPARE(m_token->count("C_CloseSession"), m_token->count("C_OpenSession"));
+    QCOMPARE(m_token->calls().last(), QByteArray("C_Finalize"));
 }
 
 int main(int argc, char *argv[])
