@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <optional>
+
 namespace TrivexTest {
 
 /// A home of the test's own, with no tokens but those that the test brings. Make it before the
@@ -13,8 +15,11 @@ namespace TrivexTest {
 class Home {
 public:
     explicit Home(const QString &path = QString())
-        : m_path(path.isEmpty() ? m_directory.path() : path)
+        : m_path(path)
     {
+        // None for another process's home: killed, this one could not take it away.
+        if (m_path.isEmpty())
+            m_path = m_directory.emplace().path();
         const QByteArray home = QFile::encodeName(m_path);
         qputenv("HOME", home);
         qputenv("XDG_CONFIG_HOME", home + "/.config");
@@ -37,7 +42,7 @@ public:
     }
 
 private:
-    QTemporaryDir m_directory;
+    std::optional<QTemporaryDir> m_directory;
     QString m_path;
 };
 

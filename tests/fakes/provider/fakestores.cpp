@@ -168,7 +168,7 @@ void FakeStores::countQuestion(int change)
 
 void FakeStores::forgetCalls()
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    const std::lock_guard lock(m_mutex);
     m_calls.clear();
 }
 
