@@ -174,10 +174,8 @@ void TestRequestKill::initTestCase()
     m_old = m_new + "# old\n";
     QVERIFY(!m_new.isEmpty());
     restore();
-    if (!canTrace()) {
-        qInfo("SKIP processes can't be traced here (ptrace)");
-        QSKIP("no ptrace");
-    }
+    if (!canTrace())
+        QSKIP("processes can't be traced here (ptrace)");
 }
 
 void TestRequestKill::restore()

@@ -3,9 +3,11 @@
 
 // The life of requests with keys on a real software token, checked with the openssl program.
 #include "keystores/keystoremodel.h"
+#include "qca/adapter/tokens.h"
 #include "qca/qcaaskerthread.h"
 #include "requests/certificaterequest.h"
 #include "requests/certificaterequestmodel.h"
+#include "tests/pkcs11/faultytoken.h"
 #include "tests/requests/home.h"
 #include "tests/support/testcertificates.h"
 #include "tests/support/testtoken.h"
@@ -18,6 +20,7 @@ using namespace TrivexTest;
 namespace {
 
 const Home *home = nullptr;
+FaultyToken *spy = nullptr;
 const TestToken *token = nullptr;
 constexpr int patience = 30000; // ms
 
@@ -44,6 +47,7 @@ private Q_SLOTS:
     void lives();
     void rsaParameters();
     void wrongPin();
+    void wrongPinWhileLoggedIn();
     void secondGenerationMeanwhile();
     void destroyedMeanwhile();
     void storeGone();
@@ -239,21 +243,78 @@ void TestRequestToken::rsaParameters()
     QCOMPARE(key.e().toString(), QStringLiteral("3"));
 }
 
+/// One attempt, an error that says so, and nothing anywhere of what was wanted.
 void TestRequestToken::wrongPin()
 {
+    const QString storeId = m_stores->keyStoreByName(token->label())->id();
+    QVERIFY(spy->replug(storeId)); // ends the login
+    spy->control("tries 5");
     const int objectsBefore = token->objectCount();
     CertificateRequest request;
     choose(&request, 2048, QStringLiteral("wrong"));
     QSignalSpy done(&request, &CertificateRequest::createKeyPairDone);
-    // While the token is logged in a PIN is not looked at, so this is a missing one at least.
+    QSignalSpy missing(&request, &CertificateRequest::missingPrivateKey);
+    Trivex::TokenMonitor monitor;
+    QSignalSpy failed(&monitor, &Trivex::TokenMonitor::failed);
     request.setPrKeyPin(QStringLiteral("wrong"));
+    spy->forget();
     request.createKeyPair();
-    const bool made = done.wait(3000);
-    QCOMPARE(token->objectCount(), made ? objectsBefore + 2 : objectsBefore);
-    // Whatever became of it, the next one works.
+    QVERIFY(failed.wait(patience));
+    const auto error = failed.first().first().value<Trivex::TokenError>();
+    QCOMPARE(error.kind, Trivex::TokenError::WrongPin);
+    QCOMPARE(error.purpose, Trivex::Purpose::Generate);
+    QCOMPARE(error.keyStoreId, storeId);
+    QCOMPARE(error.function, QStringLiteral("C_Login"));
+    QTRY_COMPARE(Trivex::TokenMonitor::token(storeId).pinState, Trivex::PinState::CountLow);
+    QVERIFY(!done.wait(1000)); // longer than the token is looked at again
+    QCOMPARE(failed.count(), 1);
+    QCOMPARE(spy->count("C_Login"), 1);
+    QCOMPARE(spy->countText("C_Login CKR_PIN_INCORRECT"), 1);
+    QCOMPARE(spy->count("C_GenerateKeyPair"), 0);
+    QCOMPARE(token->objectCount(), objectsBefore);
+    QCOMPARE(request.privateKeyAvailability(), QString());
+    request.setCommonName(QStringLiteral("Nobody"));
+    QTest::ignoreMessage(QtWarningMsg, "Error: missing private key");
+    request.createRequest();
+    QCOMPARE(missing.count(), 1);
+    QVERIFY(home->requestFiles().isEmpty());
+
+    // The next one works, with one attempt of its own.
     request.setPrKeyPin(QString::fromLatin1(TestToken::pin()));
     request.createKeyPair();
     QVERIFY(done.wait(patience));
+    QCOMPARE(spy->count("C_Login"), 2);
+    QCOMPARE(spy->countText("C_Login CKR_PIN_INCORRECT"), 1);
+    QCOMPARE(token->objectCount(), objectsBefore + 2);
+    spy->control();
+}
+
+/// A token that is logged in looks at no PIN. A wrong one is gone all the same, and never reaches
+/// the token when the login has ended.
+void TestRequestToken::wrongPinWhileLoggedIn()
+{
+    const QString storeId = m_stores->keyStoreByName(token->label())->id();
+    CertificateRequest request;
+    choose(&request, 384, QStringLiteral("logged in"));
+    QSignalSpy done(&request, &CertificateRequest::createKeyPairDone);
+    request.createKeyPair();
+    QVERIFY(done.wait(patience));
+    request.setPrKeyPin(QStringLiteral("wrong"));
+    spy->forget();
+    request.createKeyPair();
+    QVERIFY(done.wait(patience));
+    QCOMPARE(done.count(), 2);
+    QCOMPARE(spy->count("C_Login"), 0);
+    QVERIFY(spy->replug(storeId));
+    const auto root = QCA::Certificate::fromDER(TestAuthority().certificate(), nullptr,
+                                                QStringLiteral("qca-norvel-openssl"));
+    Trivex::TokenMonitor monitor;
+    QSignalSpy failed(&monitor, &Trivex::TokenMonitor::failed);
+    m_stores->keyStoreByName(token->label())->writeEntry(root);
+    QTRY_COMPARE_WITH_TIMEOUT(failed.count(), 1, patience);
+    QCOMPARE(failed.first().first().value<Trivex::TokenError>().kind,
+             Trivex::TokenError::PinMissing);
+    QCOMPARE(spy->count("C_Login"), 0);
 }
 
 void TestRequestToken::secondGenerationMeanwhile()
@@ -312,12 +373,13 @@ int main(int argc, char *argv[])
     QLocale::setDefault(QLocale::c());
     const Home place;
     home = &place;
-    const TestToken softwareToken;
-    token = &softwareToken;
+    FaultyToken softwareToken(QStringLiteral("Trivex Test"));
+    spy = &softwareToken;
+    token = &softwareToken.token();
     softwareToken.useInThisProcess();
     QCoreApplication application(argc, argv);
-    if (!softwareToken.isValid()) {
-        qInfo("SKIP %s", qPrintable(softwareToken.problem()));
+    if (!token->isValid()) {
+        qInfo("SKIP %s", qPrintable(token->problem()));
         return 0;
     }
     const QCA::Initializer initializer;

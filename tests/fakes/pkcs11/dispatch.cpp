@@ -25,7 +25,7 @@ void after(const Verdict &verdict)
         std::raise(SIGKILL);
 }
 
-void logCall(Function function, unsigned long subject, CK_RV result, const char *detail)
+void logCall(Function function, unsigned long subject, CK_RV result, const std::string &detail)
 {
     static const char *const subjects[] = {"", " slot=", " session="};
     std::string line = functionName(function) + std::string(" ") + resultName(result);
@@ -35,11 +35,12 @@ void logCall(Function function, unsigned long subject, CK_RV result, const char 
     writeLog(line + detail);
 }
 
-const char *pinDetail(const CK_UTF8CHAR *pin, CK_ULONG length)
+std::string loginDetail(CK_USER_TYPE user, const CK_UTF8CHAR *pin, CK_ULONG length)
 {
+    const std::string who = user == CKU_CONTEXT_SPECIFIC ? " user=context" : std::string();
     if (!pin)
-        return " pin=none";
-    return length == 0 ? " pin=empty" : " pin=given";
+        return who + " pin=none";
+    return who + (length == 0 ? " pin=empty" : " pin=given");
 }
 
 } // namespace Faulty

@@ -11,10 +11,10 @@ void before(const Verdict &verdict);
 //! Ends the process where the verdict says so, after the real module was called.
 void after(const Verdict &verdict);
 //! Writes the call to the log. \p detail follows the subject.
-void logCall(Function function, unsigned long subject, CK_RV result, const char *detail);
+void logCall(Function function, unsigned long subject, CK_RV result, const std::string &detail);
 
-//! What a login's log line says of the PIN: never the PIN itself.
-const char *pinDetail(const CK_UTF8CHAR *pin, CK_ULONG length);
+//! What a login's log line says of the user and the PIN: never the PIN itself.
+std::string loginDetail(CK_USER_TYPE user, const CK_UTF8CHAR *pin, CK_ULONG length);
 
 inline unsigned long firstOf()
 {
@@ -52,14 +52,14 @@ CK_RV perform(CK_RV (*CK_FUNCTION_LIST::*member)(Args...), Args... args)
         return (device.target()->*member)(args...);
 }
 
-template <Function Id, typename... Args> const char *detailOf(Args... args)
+template <Function Id, typename... Args> std::string detailOf(Args... args)
 {
     if constexpr (Id == Function::C_Login)
-        return [](CK_SESSION_HANDLE, CK_USER_TYPE, const CK_UTF8CHAR *pin, CK_ULONG length) {
-            return pinDetail(pin, length);
+        return [](CK_SESSION_HANDLE, CK_USER_TYPE user, const CK_UTF8CHAR *pin, CK_ULONG length) {
+            return loginDetail(user, pin, length);
         }(args...);
     else
-        return "";
+        return {};
 }
 
 //! The function that stands in the module's function list for \p member.
