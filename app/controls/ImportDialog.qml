@@ -114,6 +114,8 @@ BaseDialog {
             id: password
             objectName: "bundlePassword"
             placeholderText: qsTrId("trivex-app-bundle-password-field")
+            Accessible.name: qsTrId("trivex-app-bundle-password-field") + ": "
+                             + Desktop.fileName(file.path)
             Layout.fillWidth: true
             onAccepted: file.unlock(text)
         }

@@ -5,12 +5,25 @@ import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
 
-/// A field for a secret, with a button that shows it for as long as it is pressed in.
+/// A field for a secret, with a button that shows it on the screen for as long as it is pressed in.
+///
+/// Programs that read the screen for somebody are not told the secret, shown or not: anything that
+/// runs as the user can ask as they do. What names the field is `Accessible.name`; a placeholder
+/// alone does not say whose secret is meant.
 TextField {
     id: field
+    // Qt gives such programs the text of an editable field's `textDocument` where it has one, else
+    // its `text`, whatever the echo mode is. Empty and not dots: asked for the word at a place, Qt
+    // looks without end in a text that has none.
+    readonly property QtObject textDocument: nothing.textDocument
     echoMode: eye.checked ? TextInput.Normal : TextInput.Password
     inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase
     rightPadding: eye.width + Theme.unit
+    TextEdit {
+        id: nothing
+        visible: false
+        Accessible.ignored: true
+    }
     ToolButton {
         id: eye
         anchors.right: parent.right

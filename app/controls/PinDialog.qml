@@ -85,6 +85,8 @@ BaseDialog {
         id: pin
         objectName: "pinField"
         placeholderText: qsTrId("trivex-app-pin")
+        Accessible.name: qsTrId("trivex-app-pin-of").arg(dialog.tokenName)
+        Accessible.description: dialog.pinText
         enabled: !dialog.locked
         Layout.fillWidth: true
         onAccepted: dialog.submit()

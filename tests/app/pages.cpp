@@ -62,13 +62,18 @@ void showErrorDialog(WindowDriver &driver)
     driver.waitFor([&] { return driver.isOpen(QStringLiteral("errorDialog")); });
 }
 
-void showImportDialog(WindowDriver &driver, const SampleData &data)
+void showLockedBundle(WindowDriver &driver, const SampleData &data)
 {
     driver.application().activate({data.bundle()});
     driver.waitFor([&] { return driver.isOpen(QStringLiteral("importDialog")); });
     // The first, empty try has ended, and the dialog has its size.
     driver.waitForItem(QStringLiteral("importProblem"));
     QTest::qWait(100);
+}
+
+void showImportDialog(WindowDriver &driver, const SampleData &data)
+{
+    showLockedBundle(driver, data);
     driver.fill(QStringLiteral("bundlePassword"), QStringLiteral("secret"));
     driver.key(Qt::Key_Return);
     driver.waitFor([&] {
@@ -217,6 +222,8 @@ bool visitPage(WindowDriver &driver, const SampleData &data, const QString &page
         return driver.fill(QStringLiteral("searchField"), QStringLiteral("иванова"));
     if (page == QLatin1String("settings"))
         openDialog(driver, "settingsDialog");
+    if (page == QLatin1String("locked-import"))
+        showLockedBundle(driver, data);
     if (page == QLatin1String("import"))
         showImportDialog(driver, data);
     if (page == QLatin1String("pin"))

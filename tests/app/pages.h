@@ -33,7 +33,8 @@ private:
     QString m_picture;
 };
 
-/// Every page and dialog by name; `visitPage` brings the window to it and `leavePage` back.
+/// Every page and dialog by name; `visitPage` brings the window to it and `leavePage` back. It
+/// knows "locked-import" too, the import before the password.
 QStringList pageNames();
 bool visitPage(WindowDriver &driver, const SampleData &data, const QString &page);
 void leavePage(WindowDriver &driver);

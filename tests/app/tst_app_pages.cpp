@@ -89,7 +89,8 @@ class AppPagesTest : public QObject {
 private Q_SLOTS:
     void everyPage_data();
     void everyPage();
-    void aPinIsMarkedAsSecret();
+    void secretsStaySecret_data();
+    void secretsStaySecret();
     void tabReachesEverything_data();
     void tabReachesEverything();
 
@@ -138,19 +139,6 @@ void AppPagesTest::everyPage()
     QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
 }
 
-/// A password field gives no text away, not even its name; what it shows while empty names it.
-static bool isNamedInside(QQuickItem *item, QAccessibleInterface *accessible)
-{
-    if (!accessible->state().passwordEdit)
-        return false;
-    const QList<QQuickItem *> children = item->childItems();
-    return std::any_of(children.cbegin(), children.cend(), [](QQuickItem *child) {
-        QAccessibleInterface *inner = QAccessible::queryAccessibleInterface(child);
-        return inner && child->isVisible() && inner->role() == QAccessible::StaticText
-            && !inner->text(QAccessible::Name).isEmpty();
-    });
-}
-
 void AppPagesTest::checkNames(const QString &page)
 {
     QStringList nameless;
@@ -162,7 +150,7 @@ void AppPagesTest::checkNames(const QString &page)
         ++controls;
         const bool named = accessible && accessible->role() != QAccessible::NoRole
             && accessible->role() != QAccessible::Client
-            && (!accessible->text(QAccessible::Name).isEmpty() || isNamedInside(item, accessible));
+            && !accessible->text(QAccessible::Name).isEmpty();
         if (!named)
             nameless += QStringLiteral("%1: %2 (role %3)")
                             .arg(page, describe(item))
@@ -214,20 +202,103 @@ void AppPagesTest::checkFits(const QString &page)
     });
 }
 
-void AppPagesTest::aPinIsMarkedAsSecret()
+/// Everything that a program which reads the screen can ask a field for or is told unasked.
+static QStringList whatIsTold(QQuickItem *field)
 {
+    QStringList told;
+    QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(field);
+    if (!accessible)
+        return told;
+    for (const auto kind : {QAccessible::Name, QAccessible::Description, QAccessible::Value,
+                            QAccessible::Help, QAccessible::Accelerator})
+        told += accessible->text(kind);
+    if (QAccessibleTextInterface *text = accessible->textInterface()) {
+        int start = 0;
+        int end = 0;
+        told += text->text(0, text->characterCount());
+        for (const auto boundary : {QAccessible::CharBoundary, QAccessible::WordBoundary,
+                                    QAccessible::LineBoundary, QAccessible::NoBoundary})
+            told += text->textAtOffset(0, boundary, &start, &end);
+    }
+    if (QAccessibleValueInterface *value = accessible->valueInterface())
+        told += value->currentValue().toString();
+    for (int i = 0; i < accessible->childCount(); ++i) {
+        told += accessible->child(i)->text(QAccessible::Name);
+        told += accessible->child(i)->text(QAccessible::Value);
+    }
+    return told;
+}
+
+static QStringList announced;
+
+static void noteAnnouncement(QAccessibleEvent *event)
+{
+    if (event->type() == QAccessible::TextInserted)
+        announced += static_cast<QAccessibleTextInsertEvent *>(event)->textInserted();
+    if (event->type() == QAccessible::TextUpdated)
+        announced += static_cast<QAccessibleTextUpdateEvent *>(event)->textInserted();
+    if (event->type() == QAccessible::ValueChanged)
+        announced += static_cast<QAccessibleValueChangeEvent *>(event)->value().toString();
+}
+
+void AppPagesTest::secretsStaySecret_data()
+{
+    QTest::addColumn<QString>("page");
+    QTest::addColumn<QString>("dialog");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("PIN question") << "pin"
+                                  << ""
+                                  << "pinField";
+    QTest::newRow("PIN for a signature") << "sign"
+                                         << "signPinDialog"
+                                         << "pinField";
+    QTest::newRow("PIN for a new key") << "new-request"
+                                       << ""
+                                       << "generatePin";
+    QTest::newRow("password of a bundle") << "locked-import"
+                                          << ""
+                                          << "bundlePassword";
+}
+
+void AppPagesTest::secretsStaySecret()
+{
+    QFETCH(QString, page);
+    QFETCH(QString, dialog);
+    QFETCH(QString, name);
     QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
     m_window = std::make_unique<WindowDriver>();
     QVERIFY(m_window->waitFor([&] { return m_window->rowCount() > 0; }));
-    QVERIFY(visitPage(*m_window, *data, QStringLiteral("pin")));
-    QQuickItem *field = m_window->item(QStringLiteral("pinField"));
-    QVERIFY(field);
-    field->setProperty("text", QStringLiteral("4711"));
+    QVERIFY(visitPage(*m_window, *data, page));
+    if (!dialog.isEmpty())
+        QMetaObject::invokeMethod(m_window->object(dialog), "open");
+    QVERIFY(m_window->waitForItem(name));
+    QQuickItem *field = m_window->item(name);
     QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(field);
     QVERIFY(accessible);
-    QVERIFY(!accessible->text(QAccessible::Name).contains(QStringLiteral("4711")));
-    // By this a screen reader knows to keep silent about what is typed.
+    QCOMPARE(accessible->role(), QAccessible::EditableText);
+    // Whose secret is meant, which what is shown in the empty field does not say.
+    const QString title = accessible->text(QAccessible::Name);
+    QVERIFY2(title.size() > field->property("placeholderText").toString().size(),
+             qPrintable(title));
+    // By this a screen reader knows to keep silent about the keys that are pressed.
     QVERIFY(accessible->state().passwordEdit);
+
+    const auto before = QAccessible::installUpdateHandler(noteAnnouncement);
+    announced.clear();
+    field->forceActiveFocus(Qt::TabFocusReason);
+    m_window->type(QStringLiteral("4711"));
+    QCOMPARE(field->property("text").toString(), QStringLiteral("4711"));
+    const QStringList hidden = whatIsTold(field);
+    field->setProperty("echoMode", 0); // as the button that shows it does
+    m_window->type(QStringLiteral("4711"));
+    const QStringList shown = whatIsTold(field);
+    QAccessible::installUpdateHandler(before);
+    QVERIFY(hidden.contains(title) && shown.contains(title)); // something was asked
+    for (const QString &text : hidden + shown + announced) {
+        for (const QChar digit : QStringLiteral("471"))
+            QVERIFY2(!text.contains(digit) || title.contains(digit), qPrintable(text));
+    }
+    leavePage(*m_window);
     m_window.reset();
 }
 

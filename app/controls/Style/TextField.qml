@@ -25,7 +25,10 @@ T.TextField {
     Accessible.role: Accessible.EditableText
     Accessible.name: placeholderText
     Accessible.editable: !readOnly
-    Accessible.passwordEdit: echoMode !== TextInput.Normal
+    // Where this is true Qt withholds the field's name too. That the field is a password's is told
+    // by its echo mode as well; what it holds, see PasswordField.
+    Accessible.passwordEdit: false
+    Accessible.onPasswordEditChanged: Accessible.passwordEdit = false
 
     PlaceholderText {
         x: control.leftPadding
@@ -37,10 +40,6 @@ T.TextField {
         verticalAlignment: control.verticalAlignment
         elide: Text.ElideRight
         visible: !control.length && !control.preeditText
-        // Qt keeps every text of a password field from screen readers, its name too; this names it.
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
-        Accessible.ignored: control.echoMode === TextInput.Normal
     }
 
     background: Rectangle {
