@@ -4,7 +4,6 @@
 // loading rows under the filter and keystrokes, and how both grow.
 #include "benchmarks/measure.h"
 #include "certificates/certificatemodel.h"
-#include "certificates/rowbatch.h"
 
 #include <QAbstractListModel>
 #include <QCoreApplication>
@@ -64,12 +63,6 @@ public:
     }
 
     /// As the key store model does it.
-    void loadAnnounced()
-    {
-        Q_EMIT m_batch.begun();
-        loadRowByRow();
-        Q_EMIT m_batch.ended();
-    }
     void loadRowByRow()
     {
         while (m_shown < m_all.size()) {
@@ -88,7 +81,6 @@ public:
 private:
     QVector<QStringList> m_all;
     int m_shown = 0;
-    Trivex::RowBatch m_batch{this};
 };
 
 /// What one writes without a second thought.
@@ -197,9 +189,8 @@ int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
     QLocale::setDefault(QLocale(QStringLiteral("ru_RU")));
-    loading("Loading row by row, announced as a run", &Source::loadAnnounced, 50000);
     loading("Loading at once", &Source::loadAtOnce, 50000);
-    loading("Loading row by row, unannounced", &Source::loadRowByRow, 10000);
+    loading("Loading row by row", &Source::loadRowByRow, 10000);
     Measure::Table median(QStringLiteral("Keystroke over three roles, median"),
                           QStringLiteral("plain proxy"));
     Measure::Table worst(QStringLiteral("Keystroke over three roles, worst"),

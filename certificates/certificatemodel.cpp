@@ -3,7 +3,6 @@
 #include "certificates/certificatemodel.h"
 
 #include "certificates/keystoreentry.h"
-#include "certificates/rowbatch.h"
 #include "qca/adapter/entries.h"
 #include "qca/adapter/keys.h"
 
@@ -25,6 +24,9 @@ enum Category : int {
     ImportedCategory = 6,
     RootCategory = 7,
 };
+
+/// That many changed rows still come and go singly.
+constexpr int Few = 64;
 
 /// True when `collator` orders as `QString::localeAwareCompare()` does, which keeps to the locale
 /// that was the default at its first use.
@@ -72,7 +74,6 @@ void CertificateModel::setSourceModel(QAbstractItemModel *model)
     for (const QMetaObject::Connection &connection : qAsConst(m_connections))
         disconnect(connection);
     m_connections.clear();
-    m_holdsRows = false;
     forgetAll();
     // Before the base class connects itself: it asks for rows as soon as it hears of a change.
     if (model)
@@ -111,11 +112,6 @@ void CertificateModel::follow(QAbstractItemModel *model)
         connect(model, &Model::modelReset, this, &CertificateModel::forgetAll),
         connect(model, &QObject::destroyed, this, &CertificateModel::forgetAll),
     };
-    using Trivex::RowBatch;
-    if (auto *batch = model->findChild<RowBatch *>(QString(), Qt::FindDirectChildrenOnly)) {
-        m_connections << connect(batch, &RowBatch::begun, this, [this] { m_holdsRows = true; })
-                      << connect(batch, &RowBatch::ended, this, &CertificateModel::releaseHeldRows);
-    }
 }
 
 void CertificateModel::forgetAll()
@@ -237,29 +233,16 @@ void CertificateModel::refreshMatches()
 void CertificateModel::refilter(int changes)
 {
     // Row by row, each run of changed rows costs a walk over all rows.
-    if (changes > Trivex::RowBatch::worthwhile)
+    if (changes > Few)
         invalidate();
     else
         invalidateFilter();
-}
-
-void CertificateModel::releaseHeldRows()
-{
-    m_holdsRows = false;
-    const int held = m_heldRows;
-    m_heldRows = 0;
-    if (held > 0)
-        refilter(held);
 }
 
 bool CertificateModel::filterAcceptsRow(int sourceRow, const QModelIndex &sourceParent) const
 {
     CachedRow stranger; // rows below others are not remembered
     CachedRow &row = sourceParent.isValid() ? stranger : m_rows.at(sourceRow);
-    if (m_holdsRows && row.facts == 0) {
-        ++m_heldRows;
-        return false;
-    }
     if (!passesCategory(sourceRow, sourceParent, row))
         return false;
     row.set(CachedRow::Accepted);

@@ -18,8 +18,9 @@ class KeyStoreEntry;
 /// 0 and 5.
 ///
 /// Rows that come or change while a search is on are searched as they come; a row that goes is
-/// forgotten. What was read of a row is kept until the source announces a change. Where very many
-/// rows come or go at once, views are told of a new layout instead of each row. GUI thread only.
+/// forgotten. What was read of a row is kept until the source announces a change. Where a search
+/// changes very many rows at once, views are told of a new layout instead of each row. GUI thread
+/// only.
 ///
 /// ```qml
 /// CertificateModel { sourceModel: KeyStoreModel; filterRole: KeyStoreModel.SmartCard
@@ -67,7 +68,6 @@ private:
 
     void follow(QAbstractItemModel *model);
     void forgetAll();
-    void releaseHeldRows();
     void refilter(int changes);
     void readSearchKeys() const;
     QString haystack(int sourceRow) const;
@@ -91,6 +91,4 @@ private:
     mutable QVector<int> m_searchKeys;
     mutable bool m_searchKeysKnown = false;
     bool m_rolesChanged = false;
-    bool m_holdsRows = false;
-    mutable int m_heldRows = 0;
 };

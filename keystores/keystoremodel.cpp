@@ -12,7 +12,6 @@
 #include "qca/qcahandler.h"
 
 #include <QDebug>
-#include <QMetaMethod>
 #include <QQmlEngine>
 
 #include <openssl/crypto.h>
@@ -20,14 +19,6 @@
 namespace {
 
 constexpr unsigned long ThreadPatience = 3000; // ms
-
-bool isRow(const QCA::KeyStoreEntry &entry)
-{
-    if (Trivex::entryName(entry).isEmpty())
-        return false;
-    return Trivex::entryType(entry) != QCA::KeyStoreEntry::TypeKeyBundle
-        || !Trivex::entryKeyBundle(entry).isNull();
-}
 
 /// The stores of the application and the user are written elsewhere.
 bool isLocationId(const QString &id)
@@ -53,7 +44,6 @@ KeyStoreModel::KeyStoreModel(QObject *parent)
     , m_askerThread(new QcaAskerThread)
     , m_importedCertificate(QCA::Certificate(), nullptr)
     , m_certLocationModel(nullptr)
-    , m_rowBatch(this)
 {
     QCA::KeyStoreManager::start();
     connect(&m_keyStoreManager, &QCA::KeyStoreManager::keyStoreAvailable, this,
@@ -62,6 +52,8 @@ KeyStoreModel::KeyStoreModel(QObject *parent)
             &KeyStoreModel::ksmBusyStarted);
     connect(&m_keyStoreManager, &QCA::KeyStoreManager::busyFinished, this,
             &KeyStoreModel::ksmBusyFinished);
+    m_nextSlice.setInterval(0);
+    connect(&m_nextSlice, &QTimer::timeout, this, &KeyStoreModel::appendNextSlice);
     m_keyStoreManager.sync();
     m_askerThread->start(QThread::InheritPriority);
     setUpProvider();
@@ -246,105 +238,6 @@ void KeyStoreModel::connectStore(QCA::KeyStore *keyStore)
     connect(keyStore, &QCA::KeyStore::unavailable, this, &KeyStoreModel::ksUnavailable);
     connect(keyStore, &QCA::KeyStore::entryWritten, this, &KeyStoreModel::entryWritten);
     connect(keyStore, &QCA::KeyStore::entryRemoved, this, &KeyStoreModel::entryRemoved);
-}
-
-void KeyStoreModel::ksUpdated()
-{
-    auto *keyStore = static_cast<QCA::KeyStore *>(sender());
-    if (!keyStore || !keyStore->isValid() || keyStore->name().isEmpty()) {
-        qWarning() << "Error: KeyStore not valid";
-        return;
-    }
-    refreshBusy();
-    const QList<QCA::KeyStoreEntry> entries = keyStore->entryList();
-    QSet<QString> ids;
-    ids.reserve(entries.size());
-    for (const QCA::KeyStoreEntry &entry : entries)
-        ids.insert(Trivex::entryId(entry));
-    removeMissingRows(keyStore, ids);
-    const bool many = entries.size() > Trivex::RowBatch::worthwhile;
-    if (many)
-        Q_EMIT m_rowBatch.begun();
-    appendNewRows(keyStore, entries);
-    if (many)
-        Q_EMIT m_rowBatch.ended();
-}
-
-void KeyStoreModel::removeMissingRows(const QCA::KeyStore *keyStore, const QSet<QString> &ids)
-{
-    int row = 0;
-    while (row < m_items.size()) {
-        const KeyStoreItem &item = m_items.at(row);
-        if (item.keyStore != keyStore || ids.contains(Trivex::entryId(item.entry->entry()))) {
-            ++row;
-            continue;
-        }
-        takeRow(row);
-        // The row that moves to the front is left for the next update; callers rely on the order
-        // in which rows go.
-        if (row == 0)
-            row = 1;
-    }
-}
-
-void KeyStoreModel::appendNewRows(QCA::KeyStore *keyStore, const QList<QCA::KeyStoreEntry> &entries)
-{
-    QSet<QString> present;
-    for (const KeyStoreItem &item : qAsConst(m_items)) {
-        if (item.keyStore == keyStore)
-            present.insert(Trivex::entryId(item.entry->entry()));
-    }
-    for (const QCA::KeyStoreEntry &entry : entries) {
-        const QString id = Trivex::entryId(entry);
-        if (present.contains(id) || !isRow(entry))
-            continue;
-        present.insert(id);
-        if (keyStore->type() == QCA::KeyStore::SmartCard
-            && Trivex::entryType(entry) == QCA::KeyStoreEntry::TypeKeyBundle)
-            announce(entry);
-        appendRow(keyStore, entry);
-    }
-}
-
-void KeyStoreModel::announce(const QCA::KeyStoreEntry &entry)
-{
-    // The public key is costly to make, and without saved requests nobody listens.
-    static const QMetaMethod signal = QMetaMethod::fromSignal(&KeyStoreModel::keyBundleWritten);
-    if (isSignalConnected(signal))
-        Q_EMIT keyBundleWritten(Trivex::publicKeyOf(Trivex::entryKeyBundle(entry).privateKey()));
-}
-
-void KeyStoreModel::appendRow(QCA::KeyStore *keyStore, const QCA::KeyStoreEntry &entry)
-{
-    KeyStoreItem item;
-    item.entry = QSharedPointer<KeyStoreEntry>(new KeyStoreEntry(entry));
-    item.keyStore = keyStore;
-    beginInsertRows(QModelIndex(), m_items.size(), m_items.size());
-    m_items.append(item);
-    endInsertRows();
-}
-
-void KeyStoreModel::takeRow(int row)
-{
-    beginRemoveRows(QModelIndex(), row, row);
-    const KeyStoreItem item = m_items.takeAt(row); // lives until the views have heard of it
-    endRemoveRows();
-}
-
-void KeyStoreModel::removeRowsOf(QCA::KeyStore *keyStore)
-{
-    for (int last = m_items.size() - 1; last >= 0; --last) {
-        if (m_items.at(last).keyStore != keyStore)
-            continue;
-        int first = last;
-        while (first > 0 && m_items.at(first - 1).keyStore == keyStore)
-            --first;
-        beginRemoveRows(QModelIndex(), first, last);
-        const QList<KeyStoreItem> gone = m_items.mid(first, last - first + 1);
-        m_items.erase(m_items.begin() + first, m_items.begin() + last + 1);
-        endRemoveRows();
-        last = first;
-    }
 }
 
 void KeyStoreModel::ksUnavailable()

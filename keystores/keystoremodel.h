@@ -3,14 +3,15 @@
 #pragma once
 
 #include "certificates/certificate.h"
-#include "certificates/rowbatch.h"
 #include "keystores/comboboxmodel.h"
 #include "keystores/keystoreitem.h"
 
 #include <QAbstractListModel>
+#include <QHash>
 #include <QList>
 #include <QPointer>
 #include <QSet>
+#include <QTimer>
 #include <QVariantMap>
 #include <QVector>
 #include <QtCrypto>
@@ -35,7 +36,8 @@ class QcaHandler;
 /// | "entryId" | 262 | the entry's id, unique within its store |
 ///
 /// The objects belong to the rows. Stores are read in the background and rows come and go with
-/// them; writing and removing end with a signal. GUI thread only.
+/// them, those of a long list a few at each turn of the event loop; writing and removing end with a
+/// signal. GUI thread only.
 class KeyStoreModel : public QAbstractListModel {
     Q_OBJECT
     /// True while stores are being looked for.
@@ -162,7 +164,10 @@ private:
     void refreshBusy();
 
     void removeMissingRows(const QCA::KeyStore *keyStore, const QSet<QString> &ids);
-    void appendNewRows(QCA::KeyStore *keyStore, const QList<QCA::KeyStoreEntry> &entries);
+    QList<QCA::KeyStoreEntry> newEntries(const QCA::KeyStore *keyStore,
+                                         const QList<QCA::KeyStoreEntry> &entries) const;
+    void appendSlice(QCA::KeyStore *keyStore);
+    void appendNextSlice();
     void announce(const QCA::KeyStoreEntry &entry);
     void appendRow(QCA::KeyStore *keyStore, const QCA::KeyStoreEntry &entry);
     void removeRowsOf(QCA::KeyStore *keyStore);
@@ -189,5 +194,7 @@ private:
     Certificate m_importedCertificate;
     ComboBoxModel m_certLocationModel;
     Error m_error = ErrorUnknown;
-    Trivex::RowBatch m_rowBatch;
+    /// Entries of a store's last update that have no row yet.
+    QHash<QCA::KeyStore *, QList<QCA::KeyStoreEntry>> m_arriving;
+    QTimer m_nextSlice;
 };

@@ -9,6 +9,9 @@
 
 namespace Trivex {
 
+/// While the rows of a long list arrive, a pass is followed by a rest this many times as long.
+constexpr qint64 RestFactor = 4;
+
 SectionedModel::SectionedModel(QObject *parent)
     : QAbstractListModel(parent)
 {
@@ -63,7 +66,7 @@ void SectionedModel::setFilter(QAbstractItemModel *filter)
         disconnect(m_filter, nullptr, this, nullptr);
     m_filter = filter;
     if (filter) {
-        connect(filter, &QAbstractItemModel::rowsInserted, this, &SectionedModel::schedule);
+        connect(filter, &QAbstractItemModel::rowsInserted, this, &SectionedModel::scheduleInTurn);
         connect(filter, &QAbstractItemModel::rowsRemoved, this, &SectionedModel::schedule);
         connect(filter, &QAbstractItemModel::rowsMoved, this, &SectionedModel::schedule);
         connect(filter, &QAbstractItemModel::layoutChanged, this, &SectionedModel::schedule);
@@ -148,13 +151,21 @@ int SectionedModel::countWithValidity(int state) const
 
 void SectionedModel::schedule()
 {
-    m_refresh.start();
+    m_refresh.start(0);
+}
+
+void SectionedModel::scheduleInTurn()
+{
+    if (m_refresh.isActive())
+        return;
+    const qint64 rested = m_sinceRefresh.isValid() ? m_sinceRefresh.elapsed() : m_rest;
+    m_refresh.start(int(qMax<qint64>(0, m_rest - rested)));
 }
 
 void SectionedModel::entriesInserted(int first, int last)
 {
     const int added = last - first + 1;
-    schedule();
+    scheduleInTurn();
     // The usual case, and a store of thousands of rows arrives one by one.
     if (last == m_entries->rowCount() - 1)
         return;
@@ -236,7 +247,15 @@ QVector<int> SectionedModel::groupedByStore(const QVector<int> &rows) const
 
 void SectionedModel::refresh()
 {
-    const QVector<int> rows = wantedRows();
+    QElapsedTimer clock;
+    clock.start();
+    takeUp(wantedRows());
+    m_rest = clock.elapsed() * RestFactor;
+    m_sinceRefresh.start();
+}
+
+void SectionedModel::takeUp(const QVector<int> &rows)
+{
     if (rows == m_rows)
         return;
     const int shorter = qMin(rows.size(), m_rows.size());

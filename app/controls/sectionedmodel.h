@@ -4,6 +4,7 @@
 
 #include "app/controls/entrymodel.h"
 
+#include <QElapsedTimer>
 #include <QPointer>
 
 namespace Trivex {
@@ -13,7 +14,8 @@ namespace Trivex {
 ///
 /// Changes of the filter are taken up once per turn of the event loop and passed on as one change,
 /// so that a keystroke over thousands of rows costs one pass and not one per range; rows that
-/// vanish from the entries vanish here at once.
+/// vanish from the entries vanish here at once. Rows that arrive wait the longer for the next pass
+/// the more the last one cost.
 class SectionedModel : public QAbstractListModel {
     Q_OBJECT
     /// The rows themselves.
@@ -62,7 +64,9 @@ Q_SIGNALS:
 
 private:
     void schedule();
+    void scheduleInTurn();
     void refresh();
+    void takeUp(const QVector<int> &rows);
     QVector<int> wantedRows() const;
     QVector<int> groupedByStore(const QVector<int> &rows) const;
     int entryRow(const QAbstractItemModel *model, int row) const;
@@ -77,6 +81,8 @@ private:
     QString m_pattern;
     QVector<int> m_rows;
     QTimer m_refresh;
+    QElapsedTimer m_sinceRefresh;
+    qint64 m_rest = 0; ///< ms
 };
 
 } // namespace Trivex

@@ -23,11 +23,6 @@ constexpr qint64 FrameMs = 400; // instrumented code is several times slower
 #else
 constexpr qint64 FrameMs = 100;
 #endif
-#ifdef __OPTIMIZE__
-constexpr qint64 WorkMs = FrameMs;
-#else
-constexpr qint64 WorkMs = 3 * FrameMs;
-#endif
 
 QString write(const QString &name, const QByteArray &contents)
 {
@@ -36,15 +31,6 @@ QString write(const QString &name, const QByteArray &contents)
     if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size())
         qFatal("can't write %s", qPrintable(path));
     return path;
-}
-
-QByteArray pem(const QByteArray &der)
-{
-    const QByteArray text = der.toBase64();
-    QByteArray result = "-----BEGIN CERTIFICATE-----\n";
-    for (int i = 0; i < text.size(); i += 64)
-        result += text.mid(i, 64) + '\n';
-    return result + "-----END CERTIFICATE-----\n";
 }
 
 } // namespace
@@ -69,7 +55,6 @@ private Q_SLOTS:
     void bundleOntoTheToken();
     void exportToAFullDisk();
     void filesFromASecondStart();
-    void tenThousandRows();
 
 private:
     void openFile(const QString &path);
@@ -398,59 +383,6 @@ void AppWindowTest::filesFromASecondStart()
     QVERIFY(m_window->waitFor([&] { return m_window->isOpen(QStringLiteral("importDialog")); }));
     m_window->key(Qt::Key_Escape);
     QVERIFY(m_window->waitFor([&] { return !m_window->isOpen(QStringLiteral("importDialog")); }));
-}
-
-void AppWindowTest::tenThousandRows()
-{
-    constexpr int rows = 10000;
-    const QString directory = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QStringLiteral("/trivex/certificates");
-    QVERIFY(QDir().mkpath(directory));
-    // One real certificate, its name and serial number overwritten: the signatures do not fit any
-    // more, which no list looks at.
-    const QByteArray key = m_authority.openssl(
-        {QStringLiteral("genpkey"), QStringLiteral("-algorithm"), QStringLiteral("ed25519")});
-    const QString keyFile = write(QStringLiteral("many.key"), key);
-    const QByteArray certificate = m_authority.openssl(
-        {QStringLiteral("req"), QStringLiteral("-x509"), QStringLiteral("-key"), keyFile,
-         QStringLiteral("-subj"), QStringLiteral("/CN=Person 00000"), QStringLiteral("-outform"),
-         QStringLiteral("DER"), QStringLiteral("-days"), QStringLiteral("900")});
-    QVERIFY(certificate.contains("Person 00000"));
-    show("users");
-    m_window->meter().reset();
-    for (int i = 0; i < rows; ++i) {
-        const QByteArray number = QByteArray::number(i).rightJustified(5, '0');
-        QByteArray one = certificate;
-        one.replace("Person 00000", "Person " + number);
-        // Whole or not at all: the store reads what it sees at once.
-        QSaveFile file(directory
-                       + QStringLiteral("/person-%1.pem").arg(i, 5, 10, QLatin1Char('0')));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(pem(one));
-        QVERIFY(file.commit());
-        if (i % 50 == 0)
-            QCoreApplication::processEvents();
-    }
-    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == rows; }, 120000));
-    QVERIFY(m_window->click(QStringLiteral("searchField")));
-    const qint64 loading = m_window->meter().longestWork();
-    m_window->meter().reset();
-    m_window->type(QStringLiteral("person 0123"));
-    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == 10; }));
-    m_window->key(Qt::Key_Escape);
-    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == rows; }));
-    m_window->key(Qt::Key_Tab);
-    for (int i = 0; i < 40; ++i)
-        m_window->key(i % 4 == 3 ? Qt::Key_PageUp : Qt::Key_PageDown);
-    m_window->key(Qt::Key_End);
-    QTest::qWait(200);
-    m_window->key(Qt::Key_Home);
-    QTest::qWait(200);
-    const qint64 searching = m_window->meter().longestWork();
-    qInfo("ten thousand rows: at most %lld ms of work at a time while loading, %lld ms while "
-          "searching and scrolling",
-          loading, searching);
-    QVERIFY2(searching <= WorkMs, qPrintable(QString::number(searching)));
 }
 
 int main(int argc, char **argv)
