@@ -3,10 +3,12 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
+import QtQuick.Window 2.15
 import Trivex.Crypto.Controls 1.0
 
 /// What all dialogs share: in the middle of the window and never wider than it, scrolling when
-/// too tall, left with Escape. Its content is a column.
+/// too tall, left with Escape. Its content is a column. Opens with the focus at its first control,
+/// unless one of them asks for it with `focus: true`.
 Dialog {
     id: dialog
     property real preferredWidth: Theme.fontSize * 33
@@ -19,6 +21,20 @@ Dialog {
     focus: true
     closePolicy: Popup.CloseOnEscape
     contentHeight: column.implicitHeight
+    onOpened: focusFirst()
+
+    /// Moves the focus to the first control, unless a visible one in here has it.
+    function focusFirst() {
+        const frame = contentItem.parent
+        const now = frame.Window.activeFocusItem
+        for (let item = now; item && now.visible; item = item.parent) {
+            if (item.parent === frame)
+                return
+        }
+        const first = frame.nextItemInFocusChain(true)
+        if (first)
+            first.forceActiveFocus(Qt.PopupFocusReason)
+    }
     contentItem: Flickable {
         id: flick
         implicitHeight: column.implicitHeight

@@ -64,6 +64,8 @@ BaseDialog {
 
     CertificateFile {
         id: file
+        // The password's field goes, and the focus must not go with it.
+        onUnlockedChanged: if (unlocked) Qt.callLater(dialog.focusFirst)
     }
     Platform.FileDialog {
         id: fileDialog

@@ -19,6 +19,8 @@ TextField {
     echoMode: eye.checked ? TextInput.Normal : TextInput.Password
     inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase
     rightPadding: eye.width + Theme.unit
+    // The next secret starts hidden.
+    onVisibleChanged: eye.checked = false
     TextEdit {
         id: nothing
         visible: false

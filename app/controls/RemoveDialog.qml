@@ -38,6 +38,7 @@ BaseDialog {
     }
     footer: DialogButtons {
         Button {
+            objectName: "removeCancel"
             text: qsTrId("trivex-app-cancel")
             focus: true
             onClicked: dialog.close()

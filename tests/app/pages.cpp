@@ -84,6 +84,27 @@ void showImportDialog(WindowDriver &driver, const SampleData &data)
 
 } // namespace
 
+void visitItems(QQuickItem *item, const std::function<void(QQuickItem *)> &look)
+{
+    if (!item->isVisible())
+        return;
+    look(item);
+    const QList<QQuickItem *> children = item->childItems();
+    for (QQuickItem *child : children)
+        visitItems(child, look);
+}
+
+QString describeItem(const QQuickItem *item)
+{
+    QString text =
+        QLatin1String(item->metaObject()->className()) + QLatin1Char(' ') + item->objectName();
+    for (const QQuickItem *up = item->parentItem(); up; up = up->parentItem()) {
+        if (!up->objectName().isEmpty())
+            return text + QStringLiteral(" in ") + up->objectName();
+    }
+    return text;
+}
+
 SampleData::SampleData(WindowEnvironment &environment)
     : m_token(QStringLiteral("Рабочий токен"))
     , m_authority(QStringLiteral("Удостоверяющий центр «Пример»"))
@@ -212,12 +233,15 @@ bool visitPage(WindowDriver &driver, const SampleData &data, const QString &page
              + (model ? model->index(0, 0).data(257).toString() : QString()));
         return driver.waitFor([&] { return driver.rowCount() > 0; });
     }
-    show(pageNames().indexOf(page) >= 3 && pageNames().indexOf(page) <= 8
+    show(page == QLatin1String("edit") ? QStringLiteral("requests")
+             : pageNames().indexOf(page) >= 3 && pageNames().indexOf(page) <= 8
              ? page
              : QStringLiteral("personal"));
     driver.waitFor([&] { return driver.rowCount() > 0; }, 3000);
     if (page == QLatin1String("details") || page == QLatin1String("requests"))
         return openRow();
+    if (page == QLatin1String("edit"))
+        return openRow() && driver.click(QStringLiteral("editButton"));
     if (page == QLatin1String("search"))
         return driver.fill(QStringLiteral("searchField"), QStringLiteral("иванова"));
     if (page == QLatin1String("settings"))

@@ -34,9 +34,14 @@ private:
 };
 
 /// Every page and dialog by name; `visitPage` brings the window to it and `leavePage` back. It
-/// knows "locked-import" too, the import before the password.
+/// knows "locked-import" too, the import before the password, and "edit", a request's changes.
 QStringList pageNames();
 bool visitPage(WindowDriver &driver, const SampleData &data, const QString &page);
 void leavePage(WindowDriver &driver);
+
+/// Calls `look` for every visible item from `item` downwards.
+void visitItems(QQuickItem *item, const std::function<void(QQuickItem *)> &look);
+/// The class and the name of an item, or of the next named item above it.
+QString describeItem(const QQuickItem *item);
 
 } // namespace TrivexTest

@@ -1,0 +1,228 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/app/pages.h"
+
+#include <QApplication>
+#include <QLocale>
+#include <QtTest>
+
+using namespace TrivexTest;
+
+namespace {
+
+SampleData *data = nullptr;
+
+/// The controls of what has just opened, by Tab from where the focus is, once round.
+QList<QQuickItem *> roundByTab(WindowDriver &driver, Qt::Key key = Qt::Key_Tab)
+{
+    QList<QQuickItem *> round;
+    QQuickItem *first = driver.window()->activeFocusItem();
+    for (QQuickItem *now = first; now && round.size() < 100;) {
+        round += now;
+        driver.key(key);
+        now = driver.window()->activeFocusItem();
+        if (round.contains(now))
+            break;
+    }
+    return round;
+}
+
+QRectF place(const QQuickItem *item)
+{
+    return item->mapRectToScene({0, 0, item->width(), item->height()});
+}
+
+/// As one reads: what is below comes later, and in one line what is to the right.
+bool isAfter(const QQuickItem *item, const QQuickItem *previous)
+{
+    const QRectF now = place(item);
+    const QRectF before = place(previous);
+    const bool sameLine = now.top() < before.bottom() - 1 && before.top() < now.bottom() - 1;
+    return sameLine ? now.left() > before.left() : now.top() > before.top();
+}
+
+} // namespace
+
+/// Where the focus goes, and whether every text has its room.
+class AppLayoutTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void dialogByTab_data();
+    void dialogByTab();
+    void textsHaveRoom_data();
+    void textsHaveRoom();
+
+private:
+    void openWindow(const char *locale, const QSize &size = {1180, 760});
+
+    std::unique_ptr<WindowDriver> m_window;
+};
+
+void AppLayoutTest::openWindow(const char *locale, const QSize &size)
+{
+    QLocale::setDefault(QLocale(QLatin1String(locale)));
+    m_window = std::make_unique<WindowDriver>();
+    m_window->setTheme(1);
+    m_window->window()->resize(size);
+    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() > 0; }));
+}
+
+void AppLayoutTest::dialogByTab_data()
+{
+    QTest::addColumn<QString>("page");
+    QTest::addColumn<QString>("dialog");
+    QTest::addColumn<QString>("first");
+    // The first control, but where one of several answers is the harmless one.
+    QTest::newRow("settings") << "settings"
+                              << "settingsDialog"
+                              << "colours-1";
+    QTest::newRow("bundle") << "locked-import"
+                            << "importDialog"
+                            << "bundlePassword";
+    QTest::newRow("import") << "import"
+                            << "importDialog"
+                            << "tokenChooser";
+    QTest::newRow("PIN") << "pin"
+                         << "pinPromptDialog"
+                         << "pinField";
+    QTest::newRow("removal") << "remove"
+                             << "removeDialog"
+                             << "removeCancel";
+    QTest::newRow("error") << "error"
+                           << "errorDialog"
+                           << "errorClose";
+    QTest::newRow("edited request") << "edit"
+                                    << "editRequestDialog"
+                                    << "commonNameInput";
+}
+
+void AppLayoutTest::dialogByTab()
+{
+    QFETCH(QString, page);
+    QFETCH(QString, dialog);
+    QFETCH(QString, first);
+    openWindow("en_US");
+    QVERIFY(visitPage(*m_window, *data, page));
+    QVERIFY(m_window->waitFor([&] { return m_window->isOpen(dialog); }));
+    QTest::qWait(100);
+    QQuickItem *focus = m_window->window()->activeFocusItem();
+    QVERIFY(focus);
+    QCOMPARE(describeItem(focus), describeItem(m_window->item(first)));
+
+    const auto *body =
+        qvariant_cast<QQuickItem *>(m_window->object(dialog)->property("contentItem"));
+    QVERIFY(body);
+    QQuickItem *whole = body->parentItem();
+    QList<QQuickItem *> controls;
+    visitItems(whole, [&](QQuickItem *item) {
+        if (item->isEnabled() && item->activeFocusOnTab() && item->width() > 0)
+            controls += item;
+    });
+    QList<QQuickItem *> round = roundByTab(*m_window);
+    // These and only these; and back to the first.
+    QCOMPARE(m_window->window()->activeFocusItem(), focus);
+    for (QQuickItem *item : qAsConst(controls))
+        QVERIFY2(round.contains(item), qPrintable(describeItem(item)));
+    for (QQuickItem *item : qAsConst(round))
+        QVERIFY2(controls.contains(item), qPrintable(describeItem(item)));
+    // In the order in which they are read, once turned to begin at the top.
+    int turns = 0;
+    for (int i = 0; i < round.size(); ++i)
+        turns += !isAfter(round.at((i + 1) % round.size()), round.at(i));
+    QStringList names;
+    for (const QQuickItem *item : qAsConst(round))
+        names += describeItem(item);
+    QVERIFY2(turns == 1, qPrintable(names.join(QLatin1String(", "))));
+    // And backwards the same way.
+    QList<QQuickItem *> back = roundByTab(*m_window, Qt::Key_Backtab);
+    std::reverse(back.begin() + 1, back.end());
+    QCOMPARE(back, round);
+    leavePage(*m_window);
+    QVERIFY(m_window->waitFor([&] { return !m_window->isOpen(dialog); }));
+    m_window.reset();
+}
+
+void AppLayoutTest::textsHaveRoom_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<int>("width");
+    for (const char *locale : {"en_US", "ru_RU"}) {
+        for (const int width : {400, 800, 1180, 1920, 3840})
+            QTest::addRow("%s, %d px", locale, width) << QString::fromLatin1(locale) << width;
+    }
+}
+
+/// What is wrong with how an item shows its text; empty when nothing is.
+static QString lackOfRoom(QQuickItem *item)
+{
+    if (item->inherits("QQuickText")) {
+        if (item->property("text").toString().isEmpty())
+            return {};
+        if (item->property("truncated").toBool()
+            && item->property("elide").toInt() == Qt::ElideNone)
+            return QStringLiteral("cut off");
+        const bool wraps = item->property("wrapMode").toInt() != 0;
+        const bool elides = item->property("elide").toInt() != Qt::ElideNone;
+        if (!wraps && !elides && item->property("contentWidth").toReal() > item->width() + 1)
+            return QStringLiteral("wider than its place");
+        if (item->property("contentHeight").toReal() > item->height() + 1 && item->height() > 0)
+            return QStringLiteral("higher than its place");
+        return {};
+    }
+    // Of a button nothing may be left out or wrapped. Rows of lists elide what they show.
+    if (!item->inherits("QQuickAbstractButton") || item->inherits("QQuickItemDelegate"))
+        return {};
+    const auto *content = qvariant_cast<QQuickItem *>(item->property("contentItem"));
+    if (!content || content->inherits("QQuickText"))
+        return {};
+    if (content->width() > 0 && content->implicitWidth() > content->width() + 1)
+        return QStringLiteral("narrower than its text");
+    if (content->implicitHeight() > item->height() + 1)
+        return QStringLiteral("wrapped");
+    return {};
+}
+
+void AppLayoutTest::textsHaveRoom()
+{
+    QFETCH(QString, locale);
+    QFETCH(int, width);
+    openWindow(qPrintable(locale), {width, 760});
+    QStringList faults;
+    const QStringList pages =
+        pageNames() + QStringList{QStringLiteral("locked-import"), QStringLiteral("edit")};
+    for (const QString &page : pages) {
+        QVERIFY2(visitPage(*m_window, *data, page), qPrintable(page));
+        QTest::qWait(50);
+        int texts = 0;
+        visitItems(m_window->window()->contentItem(), [&](QQuickItem *item) {
+            texts += item->inherits("QQuickText");
+            const QString fault = lackOfRoom(item);
+            if (!fault.isEmpty())
+                faults += page + QStringLiteral(": ") + describeItem(item) + QStringLiteral(" \"")
+                    + item->property("text").toString() + QStringLiteral("\" is ") + fault;
+        });
+        QVERIFY2(texts > 5, qPrintable(page));
+        leavePage(*m_window);
+    }
+    m_window.reset();
+    QVERIFY2(faults.isEmpty(), qPrintable(QLatin1Char('\n') + faults.join(QLatin1Char('\n'))));
+}
+
+int main(int argc, char **argv)
+{
+    WindowEnvironment display;
+    SampleData sample(display);
+    for (const QString &problem : {display.problem(), sample.problem()}) {
+        if (!problem.isEmpty()) {
+            printf("SKIP %s\n", qPrintable(problem));
+            return 0;
+        }
+    }
+    data = &sample;
+    QApplication application(argc, argv);
+    Trivex::Application::prepare();
+    AppLayoutTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_app_layout.moc"
