@@ -34,8 +34,12 @@
         <translation>Certificates from the files in your own certificate folder.</translation>
     </message>
     <message id="trivex-app-advice-cancelled">
-        <source>Nothing was changed.</source>
-        <translation>Nothing was changed.</translation>
+        <source>Nothing was changed. Start again when you like.</source>
+        <translation>Nothing was changed. Start again when you like.</translation>
+    </message>
+    <message id="trivex-app-advice-data">
+        <source>Choose another key: this one can't be used for what was asked of it.</source>
+        <translation>Choose another key: this one can't be used for what was asked of it.</translation>
     </message>
     <message id="trivex-app-advice-device">
         <source>Take the token out, insert it again and retry. If it stays so, copy the report.</source>
@@ -102,8 +106,8 @@
         <translation>Opening the bundle…</translation>
     </message>
     <message id="trivex-app-bundle-password">
-        <source>The password is not right.</source>
-        <translation>The password is not right.</translation>
+        <source>The password is not right. Check the keyboard layout and type it again.</source>
+        <translation>The password is not right. Check the keyboard layout and type it again.</translation>
     </message>
     <message id="trivex-app-bundle-password-field">
         <source>Password of the bundle</source>
@@ -441,8 +445,8 @@
         <translation>The file has changed or can't be read any more. Choose it again.</translation>
     </message>
     <message id="trivex-app-import-failed">
-        <source>Nothing was written to the token.</source>
-        <translation>Nothing was written to the token.</translation>
+        <source>Nothing was written to the token. Check that it is inserted and try again.</source>
+        <translation>Nothing was written to the token. Check that it is inserted and try again.</translation>
     </message>
     <message id="trivex-app-import-title">
         <source>Import a certificate or bundle</source>
@@ -476,8 +480,8 @@
         <translation>This is a private key without a certificate. Import a bundle (.p12, .pfx) that holds both.</translation>
     </message>
     <message id="trivex-app-kind-other">
-        <source>This file is neither a certificate nor a bundle.</source>
-        <translation>This file is neither a certificate nor a bundle.</translation>
+        <source>This file is neither a certificate nor a bundle. Choose another one.</source>
+        <translation>This file is neither a certificate nor a bundle. Choose another one.</translation>
     </message>
     <message id="trivex-app-kind-request">
         <source>This is a certificate request. Send it to a certification authority; import the certificate that comes back.</source>
@@ -595,28 +599,32 @@
         <translation>You may not read this file. Ask its owner for access.</translation>
     </message>
     <message id="trivex-app-read-empty">
-        <source>The file is empty.</source>
-        <translation>The file is empty.</translation>
+        <source>The file is empty. Ask for it to be sent again.</source>
+        <translation>The file is empty. Ask for it to be sent again.</translation>
     </message>
     <message id="trivex-app-read-failed">
-        <source>The file could not be read.</source>
-        <translation>The file could not be read.</translation>
+        <source>The file could not be read. Check the disk that it is on, or choose another file.</source>
+        <translation>The file could not be read. Check the disk that it is on, or choose another file.</translation>
     </message>
     <message id="trivex-app-read-folder">
         <source>This is a folder. Choose a file in it.</source>
         <translation>This is a folder. Choose a file in it.</translation>
     </message>
     <message id="trivex-app-read-missing">
-        <source>The file is not there any more.</source>
-        <translation>The file is not there any more.</translation>
+        <source>The file is not there any more. Choose it again.</source>
+        <translation>The file is not there any more. Choose it again.</translation>
+    </message>
+    <message id="trivex-app-read-too-big">
+        <source>The file is too big: 2 GB and more can't be read here. Compress it or split it.</source>
+        <translation>The file is too big: 2 GB and more can't be read here. Compress it or split it.</translation>
     </message>
     <message id="trivex-app-refused">
         <source>The signature does not match this document and key.</source>
         <translation>The signature does not match this document and key.</translation>
     </message>
     <message id="trivex-app-refused-advice">
-        <source>The document was changed after signing, or another key signed it.</source>
-        <translation>The document was changed after signing, or another key signed it.</translation>
+        <source>The document was changed after signing, or another key signed it. Choose the right key, or ask for the document again.</source>
+        <translation>The document was changed after signing, or another key signed it. Choose the right key, or ask for the document again.</translation>
     </message>
     <message id="trivex-app-remove">
         <source>Remove…</source>

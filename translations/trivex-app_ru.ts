@@ -34,8 +34,12 @@
         <translation>Сертификаты из файлов вашей папки сертификатов.</translation>
     </message>
     <message id="trivex-app-advice-cancelled">
-        <source>Nothing was changed.</source>
-        <translation>Ничего не изменилось.</translation>
+        <source>Nothing was changed. Start again when you like.</source>
+        <translation>Ничего не изменилось. Начните заново, когда будет удобно.</translation>
+    </message>
+    <message id="trivex-app-advice-data">
+        <source>Choose another key: this one can't be used for what was asked of it.</source>
+        <translation>Выберите другой ключ: этот для такой операции не подходит.</translation>
     </message>
     <message id="trivex-app-advice-device">
         <source>Take the token out, insert it again and retry. If it stays so, copy the report.</source>
@@ -102,8 +106,8 @@
         <translation>Контейнер открывается…</translation>
     </message>
     <message id="trivex-app-bundle-password">
-        <source>The password is not right.</source>
-        <translation>Неверный пароль.</translation>
+        <source>The password is not right. Check the keyboard layout and type it again.</source>
+        <translation>Неверный пароль. Проверьте раскладку клавиатуры и введите его ещё раз.</translation>
     </message>
     <message id="trivex-app-bundle-password-field">
         <source>Password of the bundle</source>
@@ -442,8 +446,8 @@
         <translation>Файл изменился или больше не читается. Выберите его ещё раз.</translation>
     </message>
     <message id="trivex-app-import-failed">
-        <source>Nothing was written to the token.</source>
-        <translation>На токен ничего не записано.</translation>
+        <source>Nothing was written to the token. Check that it is inserted and try again.</source>
+        <translation>На токен ничего не записано. Проверьте, вставлен ли он, и повторите.</translation>
     </message>
     <message id="trivex-app-import-title">
         <source>Import a certificate or bundle</source>
@@ -478,8 +482,8 @@
         <translation>Это закрытый ключ без сертификата. Импортируйте контейнер (.p12, .pfx), где есть и то и другое.</translation>
     </message>
     <message id="trivex-app-kind-other">
-        <source>This file is neither a certificate nor a bundle.</source>
-        <translation>Это не сертификат и не контейнер.</translation>
+        <source>This file is neither a certificate nor a bundle. Choose another one.</source>
+        <translation>Это не сертификат и не контейнер. Выберите другой файл.</translation>
     </message>
     <message id="trivex-app-kind-request">
         <source>This is a certificate request. Send it to a certification authority; import the certificate that comes back.</source>
@@ -598,28 +602,32 @@
         <translation>Нет прав на чтение этого файла. Попросите доступ у владельца.</translation>
     </message>
     <message id="trivex-app-read-empty">
-        <source>The file is empty.</source>
-        <translation>Файл пуст.</translation>
+        <source>The file is empty. Ask for it to be sent again.</source>
+        <translation>Файл пуст. Попросите прислать его ещё раз.</translation>
     </message>
     <message id="trivex-app-read-failed">
-        <source>The file could not be read.</source>
-        <translation>Не удалось прочитать файл.</translation>
+        <source>The file could not be read. Check the disk that it is on, or choose another file.</source>
+        <translation>Не удалось прочитать файл. Проверьте диск, на котором он лежит, или выберите другой файл.</translation>
     </message>
     <message id="trivex-app-read-folder">
         <source>This is a folder. Choose a file in it.</source>
         <translation>Это папка. Выберите файл в ней.</translation>
     </message>
     <message id="trivex-app-read-missing">
-        <source>The file is not there any more.</source>
-        <translation>Файла больше нет.</translation>
+        <source>The file is not there any more. Choose it again.</source>
+        <translation>Файла больше нет. Выберите его ещё раз.</translation>
+    </message>
+    <message id="trivex-app-read-too-big">
+        <source>The file is too big: 2 GB and more can't be read here. Compress it or split it.</source>
+        <translation>Файл слишком велик: 2 ГБ и больше здесь не читаются. Сожмите его или разделите.</translation>
     </message>
     <message id="trivex-app-refused">
         <source>The signature does not match this document and key.</source>
         <translation>Подпись не соответствует этому документу и ключу.</translation>
     </message>
     <message id="trivex-app-refused-advice">
-        <source>The document was changed after signing, or another key signed it.</source>
-        <translation>Документ изменён после подписания, или подписан другим ключом.</translation>
+        <source>The document was changed after signing, or another key signed it. Choose the right key, or ask for the document again.</source>
+        <translation>Документ изменён после подписания, или подписан другим ключом. Выберите нужный ключ или попросите прислать документ ещё раз.</translation>
     </message>
     <message id="trivex-app-remove">
         <source>Remove…</source>

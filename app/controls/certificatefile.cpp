@@ -82,10 +82,10 @@ QString bundleProblem(QCA::ConvertResult result)
 {
     switch (result) {
     case QCA::ErrorPassphrase:
-        //% "The password is not right."
+        //% "The password is not right. Check the keyboard layout and type it again."
         return qtTrId("trivex-app-bundle-password");
     case QCA::ErrorFile:
-        //% "The file could not be read."
+        //% "The file could not be read. Check the disk that it is on, or choose another file."
         return qtTrId("trivex-app-read-failed");
     default:
         //% "This bundle can't be read: it is damaged or uses an encryption that this computer does

@@ -11,6 +11,8 @@
 #include <QRegularExpression>
 #include <QStorageInfo>
 
+#include <limits>
+
 namespace Trivex {
 
 Desktop::Desktop(QObject *parent)
@@ -109,7 +111,7 @@ QString Desktop::whyNotRead(const QString &path) const
 {
     const QFileInfo info(path);
     if (!info.exists()) {
-        //% "The file is not there any more."
+        //% "The file is not there any more. Choose it again."
         return qtTrId("trivex-app-read-missing");
     }
     if (info.isDir()) {
@@ -121,10 +123,14 @@ QString Desktop::whyNotRead(const QString &path) const
         return qtTrId("trivex-app-read-denied");
     }
     if (info.size() == 0) {
-        //% "The file is empty."
+        //% "The file is empty. Ask for it to be sent again."
         return qtTrId("trivex-app-read-empty");
     }
-    //% "The file could not be read."
+    if (info.size() > std::numeric_limits<int>::max()) {
+        //% "The file is too big: 2 GB and more can't be read here. Compress it or split it."
+        return qtTrId("trivex-app-read-too-big");
+    }
+    //% "The file could not be read. Check the disk that it is on, or choose another file."
     return qtTrId("trivex-app-read-failed");
 }
 

@@ -35,6 +35,25 @@ QString deviceCause(unsigned long value)
     }
 }
 
+QString deviceAdvice(unsigned long value)
+{
+    switch (value) {
+    case 0x21: // CKR_DATA_LEN_RANGE
+    case 0x20: // CKR_DATA_INVALID
+        //% "Choose another key: this one can't be used for what was asked of it."
+        return qtTrId("trivex-app-advice-data");
+    case 0x31: // CKR_DEVICE_MEMORY
+        //% "Remove certificates that are no longer needed, or use another token."
+        return qtTrId("trivex-app-advice-full");
+    case 0x62: // CKR_KEY_SIZE_RANGE
+        //% "Choose another algorithm or another token."
+        return qtTrId("trivex-app-advice-unsupported");
+    default:
+        //% "Take the token out, insert it again and retry. If it stays so, copy the report."
+        return qtTrId("trivex-app-advice-device");
+    }
+}
+
 } // namespace
 
 TokenErrors::TokenErrors(QObject *parent)
@@ -132,23 +151,20 @@ QString TokenErrors::adviceOf(const TokenError &error)
         //% "Insert the token and start again. Nothing half-done was left on it."
         return qtTrId("trivex-app-advice-removed");
     case TokenError::TokenFull:
-        //% "Remove certificates that are no longer needed, or use another token."
-        return qtTrId("trivex-app-advice-full");
+        return deviceAdvice(0x31);
     case TokenError::ReadOnly:
         //% "Choose another token, or have the protection removed."
         return qtTrId("trivex-app-advice-read-only");
     case TokenError::NotSupported:
-        //% "Choose another algorithm or another token."
-        return qtTrId("trivex-app-advice-unsupported");
+        return deviceAdvice(0x62);
     case TokenError::NotFound:
         //% "Check that the right token is inserted."
         return qtTrId("trivex-app-advice-not-found");
     case TokenError::Cancelled:
-        //% "Nothing was changed."
+        //% "Nothing was changed. Start again when you like."
         return qtTrId("trivex-app-advice-cancelled");
     case TokenError::DeviceFailure:
-        //% "Take the token out, insert it again and retry. If it stays so, copy the report."
-        return qtTrId("trivex-app-advice-device");
+        return deviceAdvice(error.returnValue);
     }
     return {};
 }

@@ -99,7 +99,6 @@ Item {
             spacing: Theme.unit * 1.25
             Layout.fillWidth: true
             Layout.fillHeight: true
-            Layout.preferredWidth: 1000
             PageHeader {
                 title: page.title
                 menuVisible: page.columns < 3
@@ -180,9 +179,10 @@ Item {
         ColumnLayout {
             visible: page.showsDetails
             spacing: Theme.unit * 1.25
-            Layout.fillWidth: true
+            // Long values need the greater half, and the actions over them stand side by side in it.
+            Layout.fillWidth: page.columns === 1
             Layout.fillHeight: true
-            Layout.preferredWidth: 1000
+            Layout.preferredWidth: page.width * 0.53
             PageHeader {
                 visible: page.canGoBack
                 backVisible: true

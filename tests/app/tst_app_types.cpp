@@ -91,7 +91,6 @@ private Q_SLOTS:
     void wholePemOnly();
     void hexIsPlain();
     void hitsAreMarkedAndEscaped();
-    void everyErrorHasWords();
     void reportHasNoTokenSerial();
     void filesGoToTheFirstInstance();
 
@@ -380,18 +379,6 @@ void AppTypesTest::hitsAreMarkedAndEscaped()
         desktop.marked(QStringLiteral("Анна & анна"), QStringLiteral("АНН"), QStringLiteral("red")),
         QStringLiteral("<b><u><font color=\"red\">Анн</font></u></b>а &amp; "
                        "<b><u><font color=\"red\">анн</font></u></b>а"));
-}
-
-void AppTypesTest::everyErrorHasWords()
-{
-    for (int kind = TokenError::WrongPin; kind <= TokenError::DeviceFailure; ++kind) {
-        TokenError error;
-        error.kind = TokenError::Kind(kind);
-        QVERIFY2(!TokenErrors::causeOf(error).isEmpty(), QByteArray::number(kind).constData());
-        QVERIFY2(!TokenErrors::adviceOf(error).isEmpty(), QByteArray::number(kind).constData());
-    }
-    QCOMPARE(TokenErrors::returnValueName(0xA0), QStringLiteral("CKR_PIN_INCORRECT"));
-    QCOMPARE(TokenErrors::returnValueName(0x80000001), QStringLiteral("0x80000001"));
 }
 
 void AppTypesTest::reportHasNoTokenSerial()

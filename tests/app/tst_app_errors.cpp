@@ -1,0 +1,154 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "app/controls/desktop.h"
+#include "app/controls/tokenerrors.h"
+
+#include <QCoreApplication>
+#include <QTemporaryDir>
+#include <QTranslator>
+#include <QtTest>
+
+using namespace Trivex;
+
+namespace {
+
+/// Words of a sentence, not an identifier nobody translated.
+bool isSentence(const QString &text)
+{
+    return text.endsWith(QLatin1Char('.')) && text.contains(QLatin1Char(' '))
+        && !text.contains(QLatin1String("trivex-"));
+}
+
+int sentences(const QString &text)
+{
+    return text.count(QRegularExpression(QStringLiteral("[.:;](\\s|$)")));
+}
+
+} // namespace
+
+/// What went wrong is said with its cause and the next step, in both languages.
+class AppErrorsTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void tokenErrors_data() { languages(); }
+    void tokenErrors();
+    void returnValues_data() { languages(); }
+    void returnValues();
+    void files_data() { languages(); }
+    void files();
+    void languagesDiffer();
+
+private:
+    static void languages();
+    bool load(const QString &language);
+
+    QTranslator m_translator;
+};
+
+void AppErrorsTest::languages()
+{
+    QTest::addColumn<QString>("language");
+    QTest::newRow("English") << "en";
+    QTest::newRow("Russian") << "ru";
+}
+
+bool AppErrorsTest::load(const QString &language)
+{
+    QCoreApplication::removeTranslator(&m_translator);
+    return m_translator.load(QStringLiteral(TRIVEX_CATALOGUE_DIR "/trivex-app_") + language)
+        && QCoreApplication::installTranslator(&m_translator);
+}
+
+void AppErrorsTest::init()
+{
+    if (QTest::currentDataTag()) {
+        QFETCH(QString, language);
+        QVERIFY2(load(language), qPrintable(language));
+    }
+}
+
+void AppErrorsTest::cleanup()
+{
+    QCoreApplication::removeTranslator(&m_translator);
+}
+
+void AppErrorsTest::tokenErrors()
+{
+    QSet<QString> causes;
+    for (int kind = TokenError::WrongPin; kind <= TokenError::DeviceFailure; ++kind) {
+        TokenError error;
+        error.kind = TokenError::Kind(kind);
+        const QString cause = TokenErrors::causeOf(error);
+        const QString advice = TokenErrors::adviceOf(error);
+        QVERIFY2(isSentence(cause), qPrintable(QString::number(kind) + cause));
+        QVERIFY2(isSentence(advice), qPrintable(QString::number(kind) + advice));
+        QVERIFY2(cause != advice && !causes.contains(cause), qPrintable(cause));
+        causes += cause;
+    }
+}
+
+void AppErrorsTest::returnValues()
+{
+    QSet<QString> causes;
+    QSet<QString> advices;
+    for (unsigned long value = 0; value <= 0x200; ++value) {
+        TokenError error;
+        error.kind = TokenError::DeviceFailure;
+        error.returnValue = value;
+        const QString cause = TokenErrors::causeOf(error);
+        const QString advice = TokenErrors::adviceOf(error);
+        QVERIFY2(isSentence(cause) && isSentence(advice), qPrintable(cause + advice));
+        causes += cause;
+        advices += advice;
+    }
+    // Another cause has another next step.
+    QCOMPARE(causes.size(), 4);
+    QCOMPARE(advices.size(), causes.size());
+    QCOMPARE(TokenErrors::returnValueName(0xA0), QStringLiteral("CKR_PIN_INCORRECT"));
+    QCOMPARE(TokenErrors::returnValueName(0x80000001), QStringLiteral("0x80000001"));
+}
+
+void AppErrorsTest::files()
+{
+    const QTemporaryDir directory;
+    const auto make = [&](const char *name, qint64 size) {
+        QFile file(directory.filePath(QLatin1String(name)));
+        if (!file.open(QIODevice::WriteOnly) || !file.resize(size))
+            qWarning("%s could not be made", name);
+        return file.fileName();
+    };
+    Desktop desktop;
+    const QStringList reasons = {
+        desktop.whyNotRead(directory.filePath(QStringLiteral("missing"))),
+        desktop.whyNotRead(directory.path()),
+        desktop.whyNotRead(make("empty", 0)),
+        desktop.whyNotRead(make("sparse", qint64(3) << 30)),
+        desktop.whyNotRead(make("other", 10)),
+        desktop.whyNotWritten(directory.filePath(QStringLiteral("missing"))),
+        desktop.whyNotWritten(directory.path()),
+    };
+    for (const QString &reason : reasons) {
+        QVERIFY2(isSentence(reason), qPrintable(reason));
+        QVERIFY2(sentences(reason) >= 2, qPrintable(reason)); // what, and what to do
+    }
+    QCOMPARE(QSet<QString>(reasons.cbegin(), reasons.cend()).size(), reasons.size());
+}
+
+void AppErrorsTest::languagesDiffer()
+{
+    for (int kind = TokenError::WrongPin; kind <= TokenError::DeviceFailure; ++kind) {
+        TokenError error;
+        error.kind = TokenError::Kind(kind);
+        QVERIFY(load(QStringLiteral("en")));
+        const QString cause = TokenErrors::causeOf(error);
+        const QString advice = TokenErrors::adviceOf(error);
+        QVERIFY(load(QStringLiteral("ru")));
+        QVERIFY2(TokenErrors::causeOf(error) != cause, qPrintable(cause));
+        QVERIFY2(TokenErrors::adviceOf(error) != advice, qPrintable(advice));
+    }
+}
+
+QTEST_GUILESS_MAIN(AppErrorsTest)
+#include "tst_app_errors.moc"
