@@ -141,6 +141,13 @@
         <source>Writing…</source>
         <translation>Writing…</translation>
     </message>
+    <message id="trivex-app-bytes" numerus="yes">
+        <source>%n bytes</source>
+        <translation>
+            <numerusform>%n byte</numerusform>
+            <numerusform>%n bytes</numerusform>
+        </translation>
+    </message>
     <message id="trivex-app-cancel">
         <source>Cancel</source>
         <translation>Cancel</translation>

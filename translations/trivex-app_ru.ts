@@ -141,6 +141,14 @@
         <source>Writing…</source>
         <translation>Запись…</translation>
     </message>
+    <message id="trivex-app-bytes" numerus="yes">
+        <source>%n bytes</source>
+        <translation>
+            <numerusform>%n байт</numerusform>
+            <numerusform>%n байта</numerusform>
+            <numerusform>%n байт</numerusform>
+        </translation>
+    </message>
     <message id="trivex-app-cancel">
         <source>Cancel</source>
         <translation>Отмена</translation>
@@ -635,7 +643,7 @@
     </message>
     <message id="trivex-app-remove-bundle-text">
         <source>The certificate and its private key are removed from “%1”.</source>
-        <translation>Сертификат и его закрытый ключ будут удалены с «%1».</translation>
+        <translation>Сертификат и его закрытый ключ будут удалены из хранилища «%1».</translation>
     </message>
     <message id="trivex-app-remove-confirm">
         <source>Remove</source>
@@ -655,7 +663,7 @@
     </message>
     <message id="trivex-app-remove-text">
         <source>The certificate is removed from “%1”.</source>
-        <translation>Сертификат будет удалён из «%1».</translation>
+        <translation>Сертификат будет удалён из хранилища «%1».</translation>
     </message>
     <message id="trivex-app-remove-title">
         <source>Remove this certificate?</source>

@@ -82,13 +82,6 @@ Card {
             onClicked: header.exportAsked()
         }
         Button {
-            objectName: "copyButton"
-            text: qsTrId("trivex-app-copy-all")
-            icon.source: Theme.icon("copy")
-            flat: true
-            onClicked: header.copyAsked()
-        }
-        Button {
             objectName: "removeButton"
             text: qsTrId("trivex-app-remove")
             icon.source: Theme.icon("trash")
@@ -96,6 +89,14 @@ Card {
             enabled: !header.busy
             visible: header.canRemove
             onClicked: header.removeAsked()
+        }
+        ToolButton {
+            objectName: "copyButton"
+            text: qsTrId("trivex-app-copy-all")
+            icon.source: Theme.icon("copy")
+            // Like this the actions stand in one line, in Russian too.
+            display: AbstractButton.IconOnly
+            onClicked: header.copyAsked()
         }
     }
 }

@@ -39,6 +39,7 @@ GridLayout {
         font.pixelSize: Theme.fontSize
         font.family: row.fixedWidth ? Theme.fixedFamily : Qt.application.font.family
         Layout.fillWidth: true
+        Layout.alignment: Qt.AlignTop
         Accessible.role: Accessible.EditableText
         Accessible.readOnly: true
         Accessible.name: row.label + ": " + row.value

@@ -66,7 +66,12 @@ bool Desktop::exists(const QString &path) const
 
 QString Desktop::size(qint64 bytes) const
 {
-    return QLocale().formattedDataSize(bytes);
+    // The locale's own word for bytes has one form only.
+    if (bytes < 1024) {
+        //% "%n bytes"
+        return qtTrId("trivex-app-bytes", int(bytes));
+    }
+    return QLocale().formattedDataSize(bytes, 2, QLocale::DataSizeTraditionalFormat);
 }
 
 bool Desktop::isWholePem(const QString &path) const

@@ -49,6 +49,15 @@ QString searchText(const QObject *certificate)
     return parts.join(QLatin1Char('\n')).toLower();
 }
 
+/// The store's name for people: two of them come with the name of the code behind them.
+QString shownName(const QCA::KeyStoreEntry &entry, bool isSystem)
+{
+    if (isSystem)
+        return qtTrId("trivex-app-category-system");
+    const QString name = entryStoreName(entry);
+    return name == QLatin1String("USER") ? qtTrId("trivex-app-category-users") : name;
+}
+
 QString initialOf(const QString &name)
 {
     for (const QChar c : name) {
@@ -144,9 +153,10 @@ void EntryModel::read(int sourceRow, Row &row) const
     row.initial = initialOf(index.data(NameRole).toString());
     if (const QCA::KeyStoreEntry *entry = wrappedEntry(index.data(EntryRole).value<QObject *>())) {
         row.storeId = entryStoreId(*entry);
-        row.storeName = entryStoreName(*entry);
+        const bool isSystem = index.data(TypeRole).toInt() == SystemStore;
+        row.storeName = shownName(*entry, isSystem);
         row.hasKey = entryType(*entry) == QCA::KeyStoreEntry::TypeKeyBundle;
-        m_system.insert(row.storeId, index.data(TypeRole).toInt() == SystemStore);
+        m_system.insert(row.storeId, isSystem);
         noteCounts(row, 1);
     }
     if (const auto *certificate = index.data(CertificateRole).value<QObject *>()) {

@@ -16,6 +16,8 @@ Item {
     property string place
     property int storeType: -1
     property bool hasKey: false
+    /// Whether there is anything to choose.
+    property bool offered: true
     readonly property bool isRequest: storeType === KeyStoreModel.Request
     signal removeAsked()
     signal signAsked()
@@ -25,7 +27,7 @@ Item {
 
     EmptyState {
         anchors.fill: parent
-        visible: !pane.certificate
+        visible: !pane.certificate && pane.offered
         icon: "certificate"
         title: qsTrId("trivex-app-details-none")
         text: qsTrId("trivex-app-details-none-text")

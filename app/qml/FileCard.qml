@@ -105,6 +105,7 @@ Card {
             Button {
                 text: qsTrId("trivex-app-choose-other")
                 flat: true
+                Layout.leftMargin: -leftPadding
                 onClicked: card.chooseAsked()
             }
         }

@@ -182,7 +182,7 @@ Item {
             // Long values need the greater half, and the actions over them stand side by side in it.
             Layout.fillWidth: page.columns === 1
             Layout.fillHeight: true
-            Layout.preferredWidth: page.width * 0.53
+            Layout.preferredWidth: page.width * (page.columns > 2 ? 0.53 : 0.5)
             PageHeader {
                 visible: page.canGoBack
                 backVisible: true
@@ -193,6 +193,7 @@ Item {
             CertificateDetailsPane {
                 id: pane
                 objectName: "detailsPane"
+                offered: list.count > 0
                 Layout.fillWidth: true
                 Layout.fillHeight: true
                 onRemoveAsked: page.removeAsked({ certificate: certificate, entryId: entryId,

@@ -39,6 +39,7 @@ private Q_SLOTS:
     void files_data() { languages(); }
     void files();
     void languagesDiffer();
+    void sizes();
 
 private:
     static void languages();
@@ -148,6 +149,23 @@ void AppErrorsTest::languagesDiffer()
         QVERIFY2(TokenErrors::causeOf(error) != cause, qPrintable(cause));
         QVERIFY2(TokenErrors::adviceOf(error) != advice, qPrintable(advice));
     }
+}
+
+void AppErrorsTest::sizes()
+{
+    const QLocale before;
+    const Desktop desktop;
+    QLocale::setDefault(QLocale(QStringLiteral("ru_RU")));
+    QVERIFY(load(QStringLiteral("ru")));
+    QCOMPARE(desktop.size(1), QStringLiteral("1 байт"));
+    QCOMPARE(desktop.size(2), QStringLiteral("2 байта"));
+    QCOMPARE(desktop.size(878), QStringLiteral("878 байт"));
+    QCOMPARE(desktop.size(1536), QStringLiteral("1,50 кБ"));
+    QLocale::setDefault(QLocale(QStringLiteral("en_US")));
+    QVERIFY(load(QStringLiteral("en")));
+    QCOMPARE(desktop.size(1), QStringLiteral("1 byte"));
+    QCOMPARE(desktop.size(878), QStringLiteral("878 bytes"));
+    QLocale::setDefault(before);
 }
 
 QTEST_GUILESS_MAIN(AppErrorsTest)

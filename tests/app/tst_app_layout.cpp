@@ -49,6 +49,8 @@ class AppLayoutTest : public QObject {
 private Q_SLOTS:
     void dialogByTab_data();
     void dialogByTab();
+    void actionsStandInOneLine_data();
+    void actionsStandInOneLine();
     void textsHaveRoom_data();
     void textsHaveRoom();
 
@@ -139,6 +141,35 @@ void AppLayoutTest::dialogByTab()
     QCOMPARE(back, round);
     leavePage(*m_window);
     QVERIFY(m_window->waitFor([&] { return !m_window->isOpen(dialog); }));
+    m_window.reset();
+}
+
+void AppLayoutTest::actionsStandInOneLine_data()
+{
+    QTest::addColumn<QString>("page");
+    QTest::addColumn<QString>("locale");
+    for (const char *page : {"details", "requests"}) {
+        for (const char *locale : {"en_US", "ru_RU"})
+            QTest::addRow("%s, %s", page, locale)
+                << QString::fromLatin1(page) << QString::fromLatin1(locale);
+    }
+}
+
+void AppLayoutTest::actionsStandInOneLine()
+{
+    QFETCH(QString, page);
+    QFETCH(QString, locale);
+    openWindow(qPrintable(locale));
+    QVERIFY(visitPage(*m_window, *data, page));
+    const auto middle = [&](const char *name) {
+        const QQuickItem *button = m_window->item(QLatin1String(name));
+        return button ? place(button).center().y() : -1;
+    };
+    QVERIFY(m_window->waitForItem(QStringLiteral("exportButton")));
+    const qreal line = middle("exportButton");
+    for (const char *name : {page == QLatin1String("details") ? "signButton" : "editButton",
+                             "removeButton", "copyButton"})
+        QVERIFY2(qAbs(middle(name) - line) <= 1, name);
     m_window.reset();
 }
 

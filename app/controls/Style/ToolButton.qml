@@ -19,6 +19,9 @@ T.ToolButton {
     icon.color: Theme.text
     opacity: enabled ? 1 : 0.55
 
+    ToolTip.text: text
+    ToolTip.visible: display === T.AbstractButton.IconOnly && (hovered || visualFocus)
+    ToolTip.delay: 700
     Accessible.role: Accessible.Button
     Accessible.name: text
     Keys.onReturnPressed: clicked()
