@@ -18,7 +18,8 @@ Item {
     readonly property string storeId: key.indexOf("token:") === 0 ? key.slice(6) : ""
     readonly property string title: category ? category.title
         : isRequests ? qsTrId("trivex-app-category-requests") : tokenInfo.name
-    readonly property bool showsDetails: columns > 1 || pane.certificate !== null
+    readonly property bool showsDetails: pane.certificate !== null
+        || columns > 1 && (list.count > 0 || search.text.length > 0)
     readonly property bool canGoBack: columns === 1 && pane.certificate !== null
     property alias pane: pane
     property alias list: list

@@ -73,6 +73,7 @@ Flickable {
     }
     SignVerify {
         id: signer
+        objectName: "signer"
         // A question that another operation raised and its own prompt declined ends here too.
         onGetPin: page.working ? pinDialog.open() : pinRejected()
         onSignSuccess: {

@@ -5,6 +5,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QLocale>
+#include <QMetaEnum>
 #include <QXmlStreamReader>
 #include <QtTest>
 
@@ -70,6 +71,8 @@ private Q_SLOTS:
     void everyPage();
     void secretsStaySecret_data();
     void secretsStaySecret();
+    void everyResultOfSigningHasWords_data();
+    void everyResultOfSigningHasWords();
     void tabReachesEverything_data();
     void tabReachesEverything();
 
@@ -280,6 +283,49 @@ void AppPagesTest::secretsStaySecret()
             QVERIFY2(!text.contains(digit) || title.contains(digit), qPrintable(text));
     }
     leavePage(*m_window);
+    m_window.reset();
+}
+
+void AppPagesTest::everyResultOfSigningHasWords_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::newRow("english") << "en_US";
+    QTest::newRow("russian") << "ru_RU";
+}
+
+void AppPagesTest::everyResultOfSigningHasWords()
+{
+    QFETCH(QString, locale);
+    QLocale::setDefault(QLocale(locale));
+    m_window = std::make_unique<WindowDriver>();
+    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() > 0; }));
+    QVERIFY(visitPage(*m_window, *data, QStringLiteral("sign")));
+    QQuickItem *page = m_window->item(QStringLiteral("signPage"));
+    QVERIFY(page);
+    QObject *signer = page->findChild<QObject *>(QStringLiteral("signer"));
+    QVERIFY(signer);
+    const QMetaObject *type = signer->metaObject();
+    const QMetaEnum errors = type->enumerator(type->indexOfEnumerator("Error"));
+    QVERIFY(errors.keyCount() > 3);
+    QSet<QString> causes;
+    for (const char *doing : {"signing", "verifying"}) {
+        for (int i = 0; i < errors.keyCount(); ++i) {
+            if (errors.value(i) == 0)
+                continue;
+            page->setProperty("state_", QLatin1String(doing));
+            QMetaObject::invokeMethod(signer, "setError", Q_ARG(int, 0));
+            QMetaObject::invokeMethod(signer, "setError", Q_ARG(int, errors.value(i)));
+            const QQuickItem *result = m_window->item(QStringLiteral("signResult"));
+            QVERIFY2(result, errors.key(i));
+            const QString cause = result->property("text").toString();
+            const QString advice = result->property("detail").toString();
+            QVERIFY2(cause.endsWith(QLatin1Char('.')) && advice.endsWith(QLatin1Char('.')),
+                     qPrintable(cause + advice));
+            QVERIFY2(!page->property("working").toBool(), errors.key(i));
+            causes += cause;
+        }
+    }
+    QCOMPARE(causes.size(), 3); // not signed, not genuine, no signature
     m_window.reset();
 }
 
