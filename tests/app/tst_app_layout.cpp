@@ -77,7 +77,7 @@ void AppLayoutTest::dialogByTab_data()
     // The first control, but where one of several answers is the harmless one.
     QTest::newRow("settings") << "settings"
                               << "settingsDialog"
-                              << "colours-1";
+                              << "colours-0";
     QTest::newRow("bundle") << "locked-import"
                             << "importDialog"
                             << "bundlePassword";
@@ -232,7 +232,7 @@ void AppLayoutTest::textsHaveRoom()
                 faults += page + QStringLiteral(": ") + describeItem(item) + QStringLiteral(" \"")
                     + item->property("text").toString() + QStringLiteral("\" is ") + fault;
         });
-        QVERIFY2(texts > 5, qPrintable(page));
+        QVERIFY2(texts > 3, qPrintable(page));
         leavePage(*m_window);
     }
     m_window.reset();
