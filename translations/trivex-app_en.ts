@@ -681,6 +681,10 @@
         <source>Insert the token on which the key was made and try again.</source>
         <translation>Insert the token on which the key was made and try again.</translation>
     </message>
+    <message id="trivex-app-request-not-made">
+        <source>The request was not saved.</source>
+        <translation>The request was not saved.</translation>
+    </message>
     <message id="trivex-app-request-not-saved">
         <source>The request was not saved; the earlier file is unchanged.</source>
         <translation>The request was not saved; the earlier file is unchanged.</translation>

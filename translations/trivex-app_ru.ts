@@ -685,6 +685,10 @@
         <source>Insert the token on which the key was made and try again.</source>
         <translation>Вставьте токен, на котором создан ключ, и повторите.</translation>
     </message>
+    <message id="trivex-app-request-not-made">
+        <source>The request was not saved.</source>
+        <translation>Запрос не сохранён.</translation>
+    </message>
     <message id="trivex-app-request-not-saved">
         <source>The request was not saved; the earlier file is unchanged.</source>
         <translation>Запрос не сохранён; прежний файл не изменён.</translation>

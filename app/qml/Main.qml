@@ -24,6 +24,7 @@ ApplicationWindow {
     property alias library: library
     property alias listPage: listPage
     property var queue: []
+    property bool unfinishedRequest: false
 
     /// Opens files from the command line, a second start or a drop. What each is, its content says.
     function openFiles(files) {
@@ -48,6 +49,10 @@ ApplicationWindow {
     function show(key) {
         drawer.close()
         current = key
+    }
+    function requestEnded() {
+        if (requestPage.item)
+            requestPage.item.generationEnded()
     }
 
     Settings {
@@ -74,17 +79,13 @@ ApplicationWindow {
     Connections {
         target: library.errors
         function onFailed() {
-            if (pages.item && pages.item.generationEnded)
-                pages.item.generationEnded()
+            window.requestEnded()
             // The page that signs says it where the result is looked for.
             if (pages.item && pages.item.working === true)
                 return
             errorDialog.show(library.errors.cause, library.errors.advice, library.errors.report)
         }
-        function onLeft() {
-            if (pages.item && pages.item.generationEnded)
-                pages.item.generationEnded()
-        }
+        function onLeft() { window.requestEnded() }
     }
     Connections {
         target: library.watcher
@@ -146,7 +147,7 @@ ApplicationWindow {
                 objectName: "listPage"
                 anchors.fill: parent
                 focus: true
-                visible: !pages.active
+                visible: !pages.active && !requestPage.visible
                 library: window.library
                 columns: window.columns
                 key: visible ? window.current : key
@@ -168,9 +169,18 @@ ApplicationWindow {
             Loader {
                 id: pages
                 anchors.fill: parent
-                active: window.current === "newRequest" || window.current === "sign"
-                sourceComponent: window.current === "sign" ? signPage : newRequestPage
+                active: window.current === "sign"
+                sourceComponent: signPage
                 focus: active
+            }
+            // A key without its request outlives a look at another page.
+            Loader {
+                id: requestPage
+                anchors.fill: parent
+                active: visible || window.unfinishedRequest
+                visible: window.current === "newRequest"
+                sourceComponent: newRequestPage
+                focus: visible
             }
         }
     }
@@ -181,10 +191,13 @@ ApplicationWindow {
             columns: window.columns
             onMenuAsked: drawer.open()
             onFailed: errorDialog.show(cause, advice)
+            onUnfinishedChanged: window.unfinishedRequest = unfinished
+            onSavedPathChanged: if (!requestPage.visible) toast.show(qsTrId("trivex-app-saved"))
             onStartOverAsked: {
-                pages.active = false
-                pages.active = Qt.binding(function() {
-                    return window.current === "newRequest" || window.current === "sign"
+                window.unfinishedRequest = false
+                requestPage.active = false
+                requestPage.active = Qt.binding(function() {
+                    return requestPage.visible || window.unfinishedRequest
                 })
             }
         }

@@ -12,6 +12,10 @@ Flickable {
     property int columns: 3
     property bool generating: false
     property bool haveKey: false
+    property bool signing: false
+    property bool explained: false
+    /// A key that is being made, or has no request yet: the page is to stay.
+    readonly property bool unfinished: generating || signing || haveKey && !savedPath
     property string savedPath
     readonly property bool startable: !generating && chooser.usable && !chooser.info.locked
         && keyName.text.trim().length > 0 && pin.text.length > 0 && algorithm.currentIndex >= 0
@@ -41,9 +45,22 @@ Flickable {
         generating = true
         request.createKeyPair()
     }
-    /// The token's operation ended without a key; why, the window says.
+    /// The token's operation ended without a key or a request; why, the window says.
     function generationEnded() {
         generating = false
+        explained = true
+    }
+    function create() {
+        if (signing)
+            return
+        form.apply(request)
+        explained = false
+        signing = true
+        request.createRequest()
+        signing = false
+        if (!savedPath && !explained)
+            failed(qsTrId("trivex-app-request-not-made"),
+                   Desktop.whyNotWritten(request.requestPath()))
     }
 
     CertificateRequest {
@@ -51,13 +68,17 @@ Flickable {
         keyStoreModel: KeyStoreModel
         Component.onCompleted: init()
         onCreateKeyPairDone: {
-            page.generating = false
+            // In this order, so that the page is never without a reason to stay.
             page.haveKey = true
+            page.generating = false
             form.forceActiveFocus(Qt.TabFocusReason)
         }
         onRequestCreated: page.savedPath = requestPath() + fileName
-        onMissingPrivateKey: page.failed(qsTrId("trivex-app-request-no-key"),
-                                         qsTrId("trivex-app-request-no-key-advice"))
+        onMissingPrivateKey: {
+            page.explained = true
+            page.failed(qsTrId("trivex-app-request-no-key"),
+                        qsTrId("trivex-app-request-no-key-advice"))
+        }
     }
     // A token that goes back to rest without a word has failed all the same.
     Timer {
@@ -147,6 +168,7 @@ Flickable {
                     }
                     CheckBox {
                         id: consent
+                        objectName: "generateConsent"
                         text: qsTrId("trivex-app-pin-consent")
                         visible: chooser.info.lastTry
                         Layout.fillWidth: true
@@ -201,19 +223,49 @@ Flickable {
             Layout.fillWidth: true
             SubjectForm {
                 id: form
-                enabled: page.haveKey && !page.savedPath
+                enabled: page.haveKey && !page.savedPath && !page.signing
                 Layout.fillWidth: true
             }
-            Button {
-                objectName: "createRequest"
-                text: qsTrId("trivex-app-create-request")
-                icon.source: Theme.icon("request")
-                highlighted: true
-                enabled: page.haveKey && form.complete && !page.savedPath
+            Flow {
+                visible: !page.signing
+                spacing: Theme.unit
+                Layout.fillWidth: true
                 Layout.topMargin: Theme.unit
-                onClicked: {
-                    form.apply(request)
-                    request.createRequest()
+                Button {
+                    objectName: "createRequest"
+                    text: qsTrId("trivex-app-create-request")
+                    icon.source: Theme.icon("request")
+                    highlighted: true
+                    enabled: page.haveKey && form.complete && !page.savedPath && !page.signing
+                    onClicked: page.create()
+                }
+                Button {
+                    objectName: "leaveKey"
+                    text: qsTrId("trivex-app-another-request")
+                    flat: true
+                    visible: page.haveKey && !page.savedPath
+                    onClicked: page.startOverAsked()
+                }
+            }
+            RowLayout {
+                objectName: "requestBusy"
+                visible: page.signing
+                spacing: Theme.unit
+                Layout.fillWidth: true
+                Layout.topMargin: Theme.unit
+                BusyIndicator {
+                    Accessible.name: signingLabel.text
+                }
+                Label {
+                    id: signingLabel
+                    text: qsTrId("trivex-app-busy-sign")
+                    Layout.fillWidth: true
+                    Accessible.role: Accessible.AlertMessage
+                }
+                Button {
+                    objectName: "requestCancel"
+                    text: qsTrId("trivex-app-stop")
+                    onClicked: chooser.info.cancel()
                 }
             }
         }

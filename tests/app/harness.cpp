@@ -188,9 +188,27 @@ bool WindowDriver::clickItem(QQuickItem *item)
     return true;
 }
 
+void WindowDriver::settle(const QString &name)
+{
+    // What was just shown lies where it will stay only after it was polished.
+    QRectF before;
+    for (int i = 0; i < 20; ++i) {
+        const int frames = m_meter->frames();
+        window()->update();
+        waitFor([&] { return m_meter->frames() > frames; }, 200);
+        const QQuickItem *found = item(name);
+        const QRectF now =
+            found ? found->mapRectToScene({0, 0, found->width(), found->height()}) : QRectF();
+        if (i > 0 && now == before)
+            return;
+        before = now;
+    }
+}
+
 bool WindowDriver::click(const QString &name)
 {
     waitForItem(name, 5000);
+    settle(name);
     return clickItem(item(name));
 }
 

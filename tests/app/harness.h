@@ -106,6 +106,9 @@ public:
     QStringList takeWarnings();
 
 private:
+    /// Waits until the item no longer moves.
+    void settle(const QString &name);
+
     Trivex::Application m_application;
     std::unique_ptr<FrameMeter> m_meter;
 };

@@ -1,0 +1,154 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/app/steps.h"
+
+#include <QDir>
+#include <QFile>
+#include <QtTest>
+
+namespace TrivexTest {
+
+bool Steps::show(const char *category)
+{
+    if (!m_driver.click(QStringLiteral("category-") + QLatin1String(category)))
+        return false;
+    QTest::qWait(50);
+    return m_driver.window()->property("current").toString() == QLatin1String(category);
+}
+
+bool Steps::waitOpen(const char *dialog, int ms)
+{
+    return m_driver.waitFor([&] { return m_driver.isOpen(QLatin1String(dialog)); }, ms);
+}
+
+bool Steps::waitClosed(const char *dialog, int ms)
+{
+    // Out of the scene too: until then the fading dialog swallows clicks.
+    return m_driver.waitFor(
+        [&] {
+            const QObject *found = m_driver.object(QLatin1String(dialog));
+            return !found || !found->property("visible").toBool();
+        },
+        ms);
+}
+
+bool Steps::waitEnabled(const char *item, int ms)
+{
+    return m_driver.waitFor(
+        [&] {
+            const QQuickItem *found = m_driver.item(QLatin1String(item));
+            return found && found->isEnabled();
+        },
+        ms);
+}
+
+bool Steps::press(const char *button)
+{
+    if (!waitEnabled(button, 5000))
+        return false;
+    m_driver.item(QLatin1String(button))->forceActiveFocus(Qt::TabFocusReason);
+    m_driver.key(Qt::Key_Return);
+    return true;
+}
+
+bool Steps::answerPin(const QString &pin, const char *dialog)
+{
+    return waitOpen(dialog) && m_driver.fill(QStringLiteral("pinField"), pin)
+        && m_driver.click(QStringLiteral("pinAccept"));
+}
+
+bool Steps::answerPinUntil(const QString &pin, const std::function<bool()> &done, int ms)
+{
+    return m_driver.waitFor(
+        [&] {
+            for (const char *dialog : {"pinPromptDialog", "signPinDialog"}) {
+                if (m_driver.isOpen(QLatin1String(dialog)))
+                    answerPin(pin, dialog);
+            }
+            return done();
+        },
+        ms);
+}
+
+QString Steps::text(const char *item) const
+{
+    const QQuickItem *found = m_driver.item(QLatin1String(item));
+    return found ? found->property("text").toString() : QString();
+}
+
+QString Steps::flag(const char *field) const
+{
+    const QQuickItem *found = m_driver.item(QLatin1String(field));
+    return found ? found->property("flag").toString() : QString();
+}
+
+QString Steps::takeError(int ms)
+{
+    if (!waitOpen("errorDialog", ms))
+        return {};
+    const QString cause = text("errorCause");
+    // A failure without a next step is only half told.
+    if (text("errorAdvice").isEmpty() || !m_driver.click(QStringLiteral("errorClose"))
+        || !waitClosed("errorDialog"))
+        return {};
+    return cause;
+}
+
+bool Steps::startKey(const QString &name, const QString &pin)
+{
+    if (!show("newRequest"))
+        return false;
+    // The page keeps a key that has no request yet.
+    for (const char *over : {"leaveKey", "startOver"}) {
+        if (m_driver.item(QLatin1String(over)) && !press(over))
+            return false;
+    }
+    return waitEnabled("keyNameInput") && m_driver.fill(QStringLiteral("keyNameInput"), name)
+        && m_driver.fill(QStringLiteral("generatePin"), pin) && waitEnabled("generateButton")
+        && m_driver.click(QStringLiteral("generateButton"));
+}
+
+bool Steps::waitForKey(int ms)
+{
+    return waitEnabled("commonNameInput", ms);
+}
+
+bool Steps::startImport(const QString &path)
+{
+    openFile(path);
+    return waitOpen("importDialog") && waitEnabled("importAccept")
+        && m_driver.click(QStringLiteral("importAccept"));
+}
+
+void Steps::savePicture(const char *test) const
+{
+    m_driver.window()->grabWindow().save(
+        QDir::temp().filePath(QStringLiteral("trivex-%1.png").arg(QLatin1String(test))));
+}
+
+void Steps::escape()
+{
+    for (int i = 0; i < 3; ++i)
+        m_driver.key(Qt::Key_Escape);
+    QTest::qWait(100);
+}
+
+QString writeTestFile(const QString &path, const QByteArray &contents)
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile file(path);
+    const bool written =
+        file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size() && file.flush();
+    return written ? path : QString();
+}
+
+QByteArray toPem(const QByteArray &der, const char *label)
+{
+    const QByteArray text = der.toBase64();
+    QByteArray result = QByteArrayLiteral("-----BEGIN ") + label + "-----\n";
+    for (int i = 0; i < text.size(); i += 64)
+        result += text.mid(i, 64) + '\n';
+    return result + "-----END " + label + "-----\n";
+}
+
+} // namespace TrivexTest

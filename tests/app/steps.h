@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "tests/app/harness.h"
+
+namespace TrivexTest {
+
+/// What the tests of single flows do with the window again and again, by mouse and keyboard.
+class Steps {
+public:
+    explicit Steps(WindowDriver &driver)
+        : m_driver(driver)
+    {
+    }
+
+    /// Chooses a page in the side bar: "personal", "requests", "newRequest", "sign", …
+    bool show(const char *category);
+    void openFile(const QString &path) { m_driver.application().activate({path}); }
+    bool waitOpen(const char *dialog, int ms = 15000);
+    bool waitClosed(const char *dialog, int ms = 15000);
+    /// Waits for `item` to be there and enabled.
+    bool waitEnabled(const char *item, int ms = 15000);
+    /// Presses a button by keyboard, wherever it has been scrolled to.
+    bool press(const char *button);
+    /// Types into the PIN question, once it is there, and sends it.
+    bool answerPin(const QString &pin, const char *dialog = "pinPromptDialog");
+    /// Answers PIN questions with `pin` until `done` holds.
+    bool answerPinUntil(const QString &pin, const std::function<bool()> &done, int ms = 30000);
+    /// The text of a visible item; null when there is none.
+    QString text(const char *item) const;
+    QString flag(const char *field) const;
+    /// Closes the error dialog, once it is there; what it says is the cause.
+    QString takeError(int ms = 15000);
+    /// Starts a key on the new request page.
+    bool startKey(const QString &name, const QString &pin);
+    /// Waits until the subject can be filled in.
+    bool waitForKey(int ms = 60000);
+    /// Opens a certificate file in the import dialog and confirms it.
+    bool startImport(const QString &path);
+
+    /// What a failed test leaves behind for whoever looks into it.
+    void savePicture(const char *test) const;
+    /// Leaves whatever is open.
+    void escape();
+
+private:
+    WindowDriver &m_driver;
+};
+
+/// Writes a file; the path, or an empty one when that failed.
+QString writeTestFile(const QString &path, const QByteArray &contents);
+/// One DER certificate or request in PEM.
+QByteArray toPem(const QByteArray &der, const char *label = "CERTIFICATE");
+
+} // namespace TrivexTest
