@@ -64,6 +64,7 @@ FillColumn {
         LabeledField {
             id: organization
             objectName: "organizationField"
+            field.objectName: "organizationInput"
             label: qsTrId("trivex-app-field-organization")
             Layout.fillWidth: true
         }

@@ -27,6 +27,7 @@ BaseDialog {
     function save() {
         done = false
         missing = false
+        explained = false
         aboutToSave(request.fileName)
         if (!form.apply(request)) {
             close()
@@ -39,10 +40,12 @@ BaseDialog {
             failed(qsTrId("trivex-app-request-no-key"), qsTrId("trivex-app-request-no-key-advice"))
         else if (done)
             saved()
-        else
+        else if (!explained)
             failed(qsTrId("trivex-app-request-not-saved"), Desktop.whyNotWritten(folder))
     }
     property bool missing: false
+    /// Set while it saves by whoever told the token's own failure, which is then the reason.
+    property bool explained: false
     readonly property string folder: request ? request.requestPath() : ""
     onRequestChanged: if (!request) close()
 

@@ -51,6 +51,7 @@ ApplicationWindow {
         current = key
     }
     function requestEnded() {
+        editDialog.explained = true
         if (requestPage.item)
             requestPage.item.generationEnded()
     }

@@ -1,0 +1,333 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/app/steps.h"
+#include "tests/pkcs11/faultytoken.h"
+#include "tests/support/testcertificates.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QLocale>
+#include <QtTest>
+
+#include <csignal>
+#include <sys/resource.h>
+
+using namespace TrivexTest;
+
+namespace {
+
+WindowEnvironment *environment = nullptr;
+FaultyToken *token = nullptr;
+
+QString rightPin()
+{
+    return QString::fromLatin1(TestToken::pin());
+}
+
+QString requestFile(const char *name)
+{
+    return environment->file(QStringLiteral("CertificateRequest/") + QString::fromUtf8(name));
+}
+
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+/// A saved request is reopened, changed and signed again; and every way in which that fails leaves
+/// the file as it was.
+class AppRequestsTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void cleanupTestCase();
+
+    void editedAndSignedAgain();
+    void nameChanges();
+    void nothingChanged();
+    void diskIsFull();
+    void tokenIsGone();
+    void signingFails();
+    void pinIsLeft();
+    void requestOfAnotherKey();
+    void removedAfterAQuestion();
+
+private:
+    bool openEditor(const QString &name);
+    bool edit(const QString &field, const QString &text);
+    /// Subject and signature of a request, as openssl reads them.
+    QString subject(const QString &path) const;
+    bool isSigned(const QString &path) const;
+    QString storeId() const;
+
+    TestAuthority m_authority;
+    std::unique_ptr<WindowDriver> m_window;
+    std::unique_ptr<Steps> m_steps;
+    QTimer m_robot;
+    std::function<void()> m_answer;
+};
+
+void AppRequestsTest::initTestCase()
+{
+    QVERIFY(m_authority.isValid());
+    m_window = std::make_unique<WindowDriver>();
+    m_steps = std::make_unique<Steps>(*m_window);
+    // Saving returns only when the token has answered, so the PIN is answered from a timer.
+    m_robot.setInterval(100);
+    connect(&m_robot, &QTimer::timeout, this, [this] {
+        if (!m_window->isOpen(QStringLiteral("pinPromptDialog")))
+            return;
+        m_robot.stop();
+        m_answer();
+        m_robot.start();
+    });
+    m_robot.start();
+    QVERIFY(m_window->waitForItem(QStringLiteral("token-") + token->token().label()));
+    QVERIFY(m_steps->startKey(QStringLiteral("edited"), rightPin()));
+    QVERIFY(m_steps->waitForKey());
+    QVERIFY(m_window->fill(QStringLiteral("commonNameInput"), QStringLiteral("Иванова Мария")));
+    QVERIFY(m_steps->press("createRequest"));
+    QVERIFY(m_window->waitForItem(QStringLiteral("savedCard")));
+    QVERIFY(QFile::exists(requestFile("Иванова Мария.csr")));
+}
+
+void AppRequestsTest::init()
+{
+    m_window->takeWarnings();
+    m_answer = [this] { m_steps->answerPin(rightPin()); };
+}
+
+void AppRequestsTest::cleanup()
+{
+    if (QTest::currentTestFailed())
+        m_steps->savePicture(QTest::currentTestFunction());
+    token->control();
+    m_steps->escape();
+    const QStringList warnings = m_window->takeWarnings();
+    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
+}
+
+void AppRequestsTest::cleanupTestCase()
+{
+    m_robot.stop();
+    m_window.reset();
+}
+
+QString AppRequestsTest::storeId() const
+{
+    const auto *model =
+        m_window->window()->findChild<QAbstractItemModel *>(QStringLiteral("tokens"));
+    return model ? model->index(0, 0).data(257).toString() : QString();
+}
+
+bool AppRequestsTest::openEditor(const QString &name)
+{
+    return m_steps->show("requests")
+        && m_window->waitFor([&] { return m_window->rowNamed(name) >= 0; })
+        && m_window->clickRow(m_window->rowNamed(name))
+        && m_window->click(QStringLiteral("editButton")) && m_steps->waitOpen("editRequestDialog");
+}
+
+bool AppRequestsTest::edit(const QString &field, const QString &text)
+{
+    return m_window->fill(field, text) && m_window->click(QStringLiteral("editRequestSave"));
+}
+
+QString AppRequestsTest::subject(const QString &path) const
+{
+    return QString::fromUtf8(m_authority.openssl(
+        {QStringLiteral("req"), QStringLiteral("-in"), path, QStringLiteral("-noout"),
+         QStringLiteral("-subject"), QStringLiteral("-nameopt"), QStringLiteral("utf8")}));
+}
+
+bool AppRequestsTest::isSigned(const QString &path) const
+{
+    return !m_authority
+                .openssl({QStringLiteral("req"), QStringLiteral("-in"), path,
+                          QStringLiteral("-noout"), QStringLiteral("-verify")})
+                .isNull();
+}
+
+void AppRequestsTest::editedAndSignedAgain()
+{
+    const QString file = requestFile("Иванова Мария.csr");
+    const QByteArray before = contents(file);
+    QVERIFY(openEditor(QStringLiteral("Иванова Мария")));
+    // What was saved stands in the fields.
+    QCOMPARE(m_steps->text("commonNameInput"), QStringLiteral("Иванова Мария"));
+    QVERIFY(edit(QStringLiteral("organizationInput"), QStringLiteral("АО «Пример»")));
+    QVERIFY(
+        m_window->waitFor([&] { return m_window->item(QStringLiteral("toastText")) != nullptr; }));
+    QCOMPARE(m_steps->text("toastText"), qtTrId("trivex-app-saved"));
+    QVERIFY(contents(file) != before);
+    QVERIFY(subject(file).contains(QStringLiteral("АО «Пример»")));
+    QVERIFY(isSigned(file));
+    QCOMPARE(QDir(requestFile("")).entryList(QDir::Files | QDir::Hidden).size(), 1);
+}
+
+void AppRequestsTest::nameChanges()
+{
+    QVERIFY(openEditor(QStringLiteral("Иванова Мария")));
+    QVERIFY(edit(QStringLiteral("commonNameInput"), QStringLiteral("Петрова Мария")));
+    const QString file = requestFile("Петрова Мария.csr");
+    QVERIFY(m_window->waitFor([&] { return QFile::exists(file); }));
+    // The old file is replaced, not joined, and nobody is told that a certificate came.
+    QVERIFY(!QFile::exists(requestFile("Иванова Мария.csr")));
+    QVERIFY(subject(file).contains(QStringLiteral("АО «Пример»")));
+    QVERIFY(isSigned(file));
+    QVERIFY(m_window->waitFor(
+        [&] { return m_window->rowNamed(QStringLiteral("Петрова Мария")) >= 0; }));
+    QCOMPARE(m_window->rowCount(), 1);
+    QTest::qWait(500);
+    QCOMPARE(m_steps->text("toastText"), qtTrId("trivex-app-saved"));
+}
+
+void AppRequestsTest::nothingChanged()
+{
+    const QString file = requestFile("Петрова Мария.csr");
+    const QByteArray before = contents(file);
+    token->forget();
+    QVERIFY(openEditor(QStringLiteral("Петрова Мария")));
+    QVERIFY(m_window->click(QStringLiteral("editRequestSave")));
+    QVERIFY(m_steps->waitClosed("editRequestDialog"));
+    QCOMPARE(contents(file), before);
+    QCOMPARE(token->count("C_Sign"), 0);
+}
+
+void AppRequestsTest::diskIsFull()
+{
+    const QString file = requestFile("Петрова Мария.csr");
+    const QByteArray before = contents(file);
+    QVERIFY(openEditor(QStringLiteral("Петрова Мария")));
+    QVERIFY(m_window->fill(QStringLiteral("organizationInput"), QStringLiteral("Full Ltd")));
+    // No byte may be written: what a full disk does to a file that could be opened.
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit{};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    const rlimit none{0, limit.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &none);
+    m_window->click(QStringLiteral("editRequestSave"));
+    const bool told = m_steps->waitOpen("errorDialog");
+    setrlimit(RLIMIT_FSIZE, &limit);
+    QVERIFY(told);
+    QCOMPARE(m_steps->takeError(), qtTrId("trivex-app-request-not-saved"));
+    QCOMPARE(contents(file), before);
+    QCOMPARE(QDir(requestFile("")).entryList(QDir::Files | QDir::Hidden).size(), 1);
+    const QStringList warnings = m_window->takeWarnings();
+    QCOMPARE(warnings.filter(QStringLiteral("not created")).size(), warnings.size());
+    // The list tells what the file holds, not what was typed in vain.
+    QVERIFY(openEditor(QStringLiteral("Петрова Мария")));
+    QCOMPARE(m_steps->text("organizationInput"), QStringLiteral("АО «Пример»"));
+}
+
+void AppRequestsTest::tokenIsGone()
+{
+    const QString file = requestFile("Петрова Мария.csr");
+    const QByteArray before = contents(file);
+    QVERIFY(openEditor(QStringLiteral("Петрова Мария")));
+    token->control("remove");
+    QVERIFY(m_window->waitFor([&] {
+        return !m_window->item(QStringLiteral("token-") + token->token().label())
+                    ->property("note")
+                    .toString()
+                    .isEmpty();
+    }));
+    QVERIFY(edit(QStringLiteral("organizationInput"), QStringLiteral("Gone Ltd")));
+    const QString cause = m_steps->takeError();
+    m_window->takeWarnings();
+    QVERIFY2(cause == qtTrId("trivex-app-request-no-key")
+                 || cause == qtTrId("trivex-app-cause-removed"),
+             qPrintable(cause));
+    QCOMPARE(contents(file), before);
+}
+
+void AppRequestsTest::signingFails()
+{
+    const QString file = requestFile("Петрова Мария.csr");
+    const QByteArray before = contents(file);
+    QVERIFY(openEditor(QStringLiteral("Петрова Мария")));
+    token->control("fail C_Sign * CKR_DEVICE_ERROR\nfail C_SignFinal * CKR_DEVICE_ERROR");
+    QVERIFY(edit(QStringLiteral("organizationInput"), QStringLiteral("Failed Ltd")));
+    // The token's own words, not those about a folder that is all right.
+    QCOMPARE(m_steps->takeError(), qtTrId("trivex-app-cause-device"));
+    QTest::qWait(300);
+    QVERIFY(!m_window->isOpen(QStringLiteral("errorDialog")));
+    m_window->takeWarnings();
+    QCOMPARE(contents(file), before);
+}
+
+void AppRequestsTest::pinIsLeft()
+{
+    const QString file = requestFile("Петрова Мария.csr");
+    const QByteArray before = contents(file);
+    QVERIFY(token->replug(storeId()));
+    token->forget();
+    QVERIFY(openEditor(QStringLiteral("Петрова Мария")));
+    m_answer = [this] { m_window->key(Qt::Key_Escape); };
+    QVERIFY(edit(QStringLiteral("organizationInput"), QStringLiteral("Left Ltd")));
+    QVERIFY(m_steps->waitClosed("pinPromptDialog"));
+    QTest::qWait(500);
+    QCOMPARE(token->count("C_Login"), 0);
+    QCOMPARE(contents(file), before);
+    m_window->takeWarnings();
+    // Leaving is no failure of a disk.
+    QVERIFY(!m_window->isOpen(QStringLiteral("errorDialog")));
+}
+
+void AppRequestsTest::requestOfAnotherKey()
+{
+    const QByteArray foreign = m_authority.openssl(
+        {QStringLiteral("req"), QStringLiteral("-new"), QStringLiteral("-newkey"),
+         QStringLiteral("rsa:2048"), QStringLiteral("-nodes"), QStringLiteral("-keyout"),
+         QStringLiteral("/dev/null"), QStringLiteral("-subj"), QStringLiteral("/CN=Foreign")});
+    const QString file = writeTestFile(requestFile("Foreign.csr"), foreign);
+    QVERIFY(openEditor(QStringLiteral("Foreign")));
+    QVERIFY(edit(QStringLiteral("organizationInput"), QStringLiteral("Nobody Ltd")));
+    QCOMPARE(m_steps->takeError(), qtTrId("trivex-app-request-no-key"));
+    m_window->takeWarnings();
+    QCOMPARE(contents(file), foreign);
+}
+
+void AppRequestsTest::removedAfterAQuestion()
+{
+    const QString file = requestFile("Foreign.csr");
+    QVERIFY(m_steps->show("requests"));
+    QVERIFY(m_window->clickRow(m_window->rowNamed(QStringLiteral("Foreign"))));
+    QVERIFY(m_window->click(QStringLiteral("removeButton")));
+    QVERIFY(m_steps->waitOpen("removeDialog"));
+    // Left, it changes nothing.
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_steps->waitClosed("removeDialog"));
+    QVERIFY(QFile::exists(file));
+    QVERIFY(m_window->click(QStringLiteral("removeButton")));
+    QVERIFY(m_window->click(QStringLiteral("removeConfirm")));
+    QVERIFY(m_window->waitFor([&] { return !QFile::exists(file); }));
+    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == 1; }));
+}
+
+int main(int argc, char **argv)
+{
+    WindowEnvironment display;
+    FaultyToken faulty(QStringLiteral("Токен В"));
+    for (const QString &problem : {display.problem(), faulty.token().problem()}) {
+        if (!problem.isEmpty()) {
+            printf("SKIP %s\n", qPrintable(problem));
+            return 0;
+        }
+    }
+    faulty.useInThisProcess();
+    environment = &display;
+    token = &faulty;
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    QApplication application(argc, argv);
+    Trivex::Application::prepare();
+    AppRequestsTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_app_requests.moc"
