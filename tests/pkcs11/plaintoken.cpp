@@ -96,11 +96,11 @@ bool PlainToken::writeCertificates(const QList<QByteArray> &certificates, const 
     return isGood;
 }
 
-bool PlainToken::writeCertificates(int count, const QByteArray &pin)
+bool PlainToken::writeCertificates(int count, const QByteArray &pin, int first)
 {
     const KeyHandle key(EVP_PKEY_Q_keygen(nullptr, nullptr, "EC", "P-256"), &EVP_PKEY_free);
     bool isGood = key && logIn(pin);
-    for (int i = 0; isGood && i < count; ++i)
+    for (int i = first; isGood && i < first + count; ++i)
         isGood = write(makeCertificate(key.get(), i), i);
     return isGood;
 }

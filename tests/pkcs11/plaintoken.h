@@ -20,7 +20,8 @@ public:
     PlainToken &operator=(const PlainToken &) = delete;
 
     bool isOpen() const { return m_session != CK_INVALID_HANDLE; }
-    bool writeCertificates(int count, const QByteArray &pin);
+    /// Numbered from `first` on.
+    bool writeCertificates(int count, const QByteArray &pin, int first = 0);
     bool writeCertificates(const QList<QByteArray> &certificates, const QByteArray &pin);
     /// Finds all certificates in one search, reads each in one call and decodes it; their number.
     int readCertificates();

@@ -29,6 +29,7 @@ private Q_SLOTS:
     void twentyRounds();
     void keyOutlivesQca();
     void endWhileModuleIsBusy();
+    void endWhileTokenIsRead();
     void endWhileQuestionIsOpen();
     void keyIsDestroyedWhileItSigns();
 
@@ -136,6 +137,24 @@ void TestLifecycle::endWhileModuleIsBusy()
     // The thread that was left behind ends by itself, and the pair that it made goes with it.
     QTest::qWait(8000);
     QCOMPARE(m_token->token().objectCount(), 3);
+}
+
+// A token's thread that still works when QCA is gone would finalise its module while the process
+// already takes the library apart.
+void TestLifecycle::endWhileTokenIsRead()
+{
+    for (int round = 0; round < 3; ++round) {
+        m_token->control("delay C_GetAttributeValue 1+ 150");
+        m_token->forget();
+        {
+            const QCA::Initializer qca;
+            const Stores stores;
+            QTRY_VERIFY(m_token->count("C_FindObjectsInit") > 0);
+        }
+        m_token->control();
+        QCOMPARE(m_token->count("C_Initialize"), 1);
+        QCOMPARE(m_token->count("C_Finalize"), 1);
+    }
 }
 
 void TestLifecycle::endWhileQuestionIsOpen()

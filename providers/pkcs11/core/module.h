@@ -24,6 +24,9 @@ struct ModuleSource {
     bool isTrust = false;
     /// Already loaded by p11-kit's configuration; else null.
     CK_FUNCTION_LIST *loaded = nullptr;
+
+    /// Runs in a process of its own (p11-kit's "remote").
+    bool isRemote() const { return loaded && library.isEmpty(); }
 };
 
 /// An initialised PKCS#11 module; finalised with the last reference. The library itself stays

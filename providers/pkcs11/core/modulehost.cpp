@@ -8,6 +8,7 @@
 #include <QLoggingCategory>
 
 #include <map>
+#include <utility>
 
 namespace Trivex {
 
@@ -41,6 +42,8 @@ bool isAbsent(CK_RV result)
 struct ModuleHost::State {
     Pkcs11::ModuleSource source;
     Pkcs11::ModulePtr module;
+    /// Given up, but still in the hands of its tokens' threads.
+    std::weak_ptr<Pkcs11::Module> ending;
     bool complained = false;
 
     std::mutex mutex;
@@ -49,7 +52,9 @@ struct ModuleHost::State {
     /// Detached at the end; their threads may still be at work.
     std::vector<TokenPtr> leaving;
 
-    void open();
+    /// False while the module can't be initialised anew.
+    bool open();
+    void giveUp();
     void lookAt(CK_SLOT_ID slot);
     void lookAtToken(CK_SLOT_ID slot, const CK_TOKEN_INFO &info);
     void removeAllBut(const std::vector<CK_SLOT_ID> &slots);
@@ -59,12 +64,23 @@ struct ModuleHost::State {
     std::vector<TokenPtr> close();
 };
 
-void ModuleHost::State::open()
+bool ModuleHost::State::open()
 {
     if (module)
-        return;
+        return true;
+    // Initialised before its end it would only count one user more, and stay what it is.
+    if (!ending.expired())
+        return false;
     module = Pkcs11::Module::open(source);
     complained = false;
+    return true;
+}
+
+void ModuleHost::State::giveUp()
+{
+    removeAllBut({});
+    ending = module;
+    module.reset();
 }
 
 TokenPtr ModuleHost::State::tokenIn(CK_SLOT_ID slot)
@@ -173,7 +189,8 @@ void ModuleHost::start()
 void ModuleHost::poll(State &state)
 {
     try {
-        state.open();
+        if (!state.open())
+            return;
         const auto slots = slotsWithToken(*state.module);
         state.removeAllBut(slots);
         for (const CK_SLOT_ID slot : slots)
@@ -182,11 +199,10 @@ void ModuleHost::poll(State &state)
         if (!std::exchange(state.complained, true))
             qWarning("PKCS#11 module %s: %s: %s", qUtf8Printable(state.source.key),
                      error.function(), error.what());
-        // Initialised anew at the next look.
-        if (error.returnValue() == CKR_CRYPTOKI_NOT_INITIALIZED) {
-            state.removeAllBut({});
-            state.module.reset();
-        }
+        // Initialised anew at the next look. Of a module in another process any failure to list the
+        // slots is the end of that process: p11-kit starts another one with C_Initialize only.
+        if (state.source.isRemote() || error.returnValue() == CKR_CRYPTOKI_NOT_INITIALIZED)
+            state.giveUp();
     }
     TokenService::instance().fulfil(state.source.key);
 }

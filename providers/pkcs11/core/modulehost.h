@@ -5,6 +5,8 @@
 #include "providers/pkcs11/core/module.h"
 #include "providers/pkcs11/core/worker.h"
 
+#include <memory>
+
 namespace Trivex {
 
 /// Runs one module: initialises it and asks for its slots twice a second, in a thread of its own,

@@ -1,0 +1,209 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "certificates/keystoreentry.h"
+#include "keystores/keystoremodel.h"
+#include "qca/adapter/entries.h"
+#include "qca/adapter/tokens.h"
+#include "tests/pkcs11/faultytoken.h"
+#include "tests/support/testcertificates.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <grp.h>
+#include <unistd.h>
+
+using namespace TrivexTest;
+
+namespace {
+
+constexpr uid_t Nobody = 65534;
+constexpr int Patience = 15000;
+
+bool writeFile(const QString &path, const QByteArray &contents)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size();
+}
+
+QString serverTool()
+{
+    return QStandardPaths::findExecutable(QStringLiteral("p11-kit"));
+}
+
+} // namespace
+
+/// A p11-kit configuration of one's own: modules that come and go as files, and one that runs in a
+/// process of its own. What is looked at are the rows of the model.
+class TestP11Kit : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void remoteModuleIsListed();
+    void moduleFileComesAndGoes();
+    void libraryComesAndGoes();
+    void crashInARemoteModule();
+    void crashWhileListing();
+
+private:
+    int rowsOf(const QString &store) const;
+    bool fill(TestToken &token, int certificates);
+
+    QTemporaryDir m_home;
+    QString m_moduleFile;
+    std::unique_ptr<TestAuthority> m_authority;
+    std::unique_ptr<TestToken> m_plugged;
+    std::unique_ptr<FaultyToken> m_isolated;
+    std::unique_ptr<QCA::Initializer> m_qca;
+    std::unique_ptr<KeyStoreModel> m_model;
+};
+
+bool TestP11Kit::fill(TestToken &token, int certificates)
+{
+    for (int i = 1; i <= certificates; ++i) {
+        const QString id = QStringLiteral("0%1").arg(i);
+        if (!token.generateKeyPair(QStringLiteral("rsa:2048"), id, id)
+            || !token.writeObject(QStringLiteral("cert"),
+                                  m_authority->issue(token.publicKey(id), QStringLiteral("/CN=C")),
+                                  id, id))
+            return false;
+    }
+    return true;
+}
+
+int TestP11Kit::rowsOf(const QString &store) const
+{
+    int rows = 0;
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        const auto *entry =
+            m_model->index(row, 0).data(KeyStoreModel::KeyStoreEntryRole).value<KeyStoreEntry *>();
+        if (Trivex::entryStoreName(entry->entry()) == store)
+            ++rows;
+    }
+    return rows;
+}
+
+void TestP11Kit::initTestCase()
+{
+    if (geteuid() == 0)
+        QSKIP("p11-kit reads no user's configuration as root, and nobody else may run this test");
+    if (serverTool().isEmpty() || !QFile::exists(QStringLiteral(TRIVEX_P11_KIT_REMOTE)))
+        QSKIP("p11-kit's remote tool is not installed");
+    m_authority = std::make_unique<TestAuthority>();
+    m_plugged = std::make_unique<TestToken>(QStringLiteral("Plugged"));
+    m_isolated = std::make_unique<FaultyToken>(QStringLiteral("Isolated"));
+    if (!m_plugged->isValid())
+        QFAIL(qPrintable(m_plugged->problem()));
+    QVERIFY(fill(*m_plugged, 1));
+    QVERIFY(fill(m_isolated->token(), 2));
+
+    const QString configuration = m_home.filePath(QStringLiteral(".config/pkcs11"));
+    QVERIFY(QDir().mkpath(configuration + QStringLiteral("/modules")));
+    qputenv("HOME", QFile::encodeName(m_home.path()));
+    for (const char *name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "TRIVEX_PKCS11_MODULES"})
+        qunsetenv(name);
+    // The machine's own modules stay out of it.
+    QVERIFY(writeFile(configuration + QStringLiteral("/pkcs11.conf"), "user-config: only\n"));
+    // In this process SoftHSM shows one token, in the other one the faulty module the other.
+    m_isolated->useInThisProcess();
+    qunsetenv("TRIVEX_PKCS11_MODULES");
+    qputenv("SOFTHSM2_CONF", QFile::encodeName(m_plugged->configurationFile()));
+    QVERIFY(writeFile(
+        configuration + QStringLiteral("/modules/isolated.module"),
+        "remote: |env SOFTHSM2_CONF=" + QFile::encodeName(m_isolated->token().configurationFile())
+            + ' ' + QFile::encodeName(serverTool()) + " remote " TRIVEX_FAULTY_MODULE "\n"));
+    m_moduleFile = configuration + QStringLiteral("/modules/plugged.module");
+    m_qca = std::make_unique<QCA::Initializer>();
+    m_model = std::make_unique<KeyStoreModel>();
+}
+
+void TestP11Kit::remoteModuleIsListed()
+{
+    QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Isolated")), 2, Patience);
+    QCOMPARE(rowsOf(QStringLiteral("Plugged")), 0);
+    QVERIFY(!m_model->keyStoreByName(QStringLiteral("Plugged")));
+}
+
+void TestP11Kit::moduleFileComesAndGoes()
+{
+    const QByteArray contents = "module: " + m_plugged->modulePath().toUtf8() + '\n';
+    for (int round = 0; round < 3; ++round) {
+        QVERIFY(writeFile(m_moduleFile, contents));
+        QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Plugged")), 1, Patience);
+        QVERIFY(m_model->keyStoreByName(QStringLiteral("Plugged")));
+        QVERIFY(QFile::remove(m_moduleFile));
+        QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Plugged")), 0, Patience);
+        QCOMPARE(rowsOf(QStringLiteral("Isolated")), 2);
+    }
+    QVERIFY(writeFile(m_moduleFile, contents));
+    QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Plugged")), 1, Patience);
+}
+
+void TestP11Kit::libraryComesAndGoes()
+{
+    m_plugged->removeModule();
+    QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Plugged")), 0, Patience);
+    m_plugged->restoreModule();
+    QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Plugged")), 1, Patience);
+    QCOMPARE(rowsOf(QStringLiteral("Isolated")), 2);
+}
+
+// The process of the module ends at its next call; this one does not, and nothing else goes.
+void TestP11Kit::crashInARemoteModule()
+{
+    m_isolated->forget();
+    m_isolated->control("kill any 1");
+    QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Isolated")), 0, Patience);
+    QCOMPARE(rowsOf(QStringLiteral("Plugged")), 1);
+    // It may be started again by now, and dies again: no rows while it can't run.
+    QTest::qWait(1500);
+    QCOMPARE(rowsOf(QStringLiteral("Isolated")), 0);
+    m_isolated->control();
+    QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Isolated")), 2, Patience);
+    QCOMPARE(rowsOf(QStringLiteral("Plugged")), 1);
+}
+
+// In the middle of the reading that follows an insertion.
+void TestP11Kit::crashWhileListing()
+{
+    m_isolated->control("remove");
+    QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Isolated")), 0, Patience);
+    m_isolated->forget();
+    m_isolated->control("kill C_GetAttributeValue 2");
+    QTRY_VERIFY_WITH_TIMEOUT(m_isolated->count("C_FindObjectsInit") > 0, Patience);
+    QTest::qWait(1500);
+    QCOMPARE(rowsOf(QStringLiteral("Isolated")), 0);
+    m_isolated->control();
+    QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Isolated")), 2, Patience);
+    QCOMPARE(rowsOf(QStringLiteral("Plugged")), 1);
+}
+
+/// As root the test becomes nobody, where that account can read this build.
+static void leaveRoot()
+{
+    if (geteuid() != 0 || setgroups(0, nullptr) != 0 || setegid(Nobody) != 0
+        || seteuid(Nobody) != 0)
+        return;
+    const bool canRun = eaccess(TRIVEX_FAULTY_MODULE, R_OK) == 0 && eaccess("/dev/shm", W_OK) == 0;
+    if (seteuid(0) != 0 || setegid(0) != 0)
+        _exit(2);
+    if (canRun
+        && (setresgid(Nobody, Nobody, Nobody) != 0 || setresuid(Nobody, Nobody, Nobody) != 0))
+        _exit(2);
+}
+
+int main(int argc, char *argv[])
+{
+    leaveRoot();
+    const QTemporaryDir home;
+    qputenv("HOME", QFile::encodeName(home.path()));
+    QCoreApplication application(argc, argv);
+    TestP11Kit test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_p11kit.moc"

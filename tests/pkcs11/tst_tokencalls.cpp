@@ -1,0 +1,85 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/pkcs11/faultytoken.h"
+#include "tests/pkcs11/plaintoken.h"
+#include "tests/pkcs11/stores.h"
+
+using namespace TrivexTest;
+
+namespace {
+
+const QString StoreName = QStringLiteral("Calls");
+
+/// What a listing asked the module for.
+struct Calls {
+    int searches = 0;
+    int reads = 0;
+};
+
+} // namespace
+
+/// How often the module is called for a listing. A search goes through all objects of a token, so
+/// one for each certificate would make a listing quadratic, whatever a clock says of small ones.
+class TestTokenCalls : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void searchesDoNotGrow();
+
+private:
+    bool fillUpTo(int certificates);
+    Calls list(int certificates);
+
+    std::unique_ptr<FaultyToken> m_token;
+    int m_filled = 0;
+};
+
+void TestTokenCalls::initTestCase()
+{
+    m_token = std::make_unique<FaultyToken>(StoreName);
+    if (!m_token->token().isValid())
+        QFAIL(qPrintable(m_token->token().problem()));
+    m_token->useInThisProcess();
+}
+
+bool TestTokenCalls::fillUpTo(int certificates)
+{
+    PlainToken plain(TestToken::softHsmLibrary());
+    const int missing = certificates - m_filled;
+    if (!plain.isOpen() || !plain.writeCertificates(missing, TestToken::pin(), m_filled))
+        return false;
+    m_filled = certificates;
+    return true;
+}
+
+Calls TestTokenCalls::list(int certificates)
+{
+    m_token->forget();
+    const QCA::Initializer qca;
+    Stores stores;
+    if (!stores.waitForEntries(StoreName, certificates, 30000))
+        return {};
+    // A listing that goes on behind the last entry counts too.
+    QTest::qWait(700);
+    return {m_token->count("C_FindObjectsInit"), m_token->count("C_GetAttributeValue")};
+}
+
+void TestTokenCalls::searchesDoNotGrow()
+{
+    QList<Calls> calls;
+    for (const int certificates : {3, 50, 500}) {
+        QVERIFY(fillUpTo(certificates));
+        calls.append(list(certificates));
+        QVERIFY2(calls.last().searches > 0, "nothing was listed");
+        qInfo("%d certificates: %d searches, %d reads", certificates, calls.last().searches,
+              calls.last().reads);
+    }
+    QCOMPARE(calls.at(1).searches, calls.at(0).searches);
+    QCOMPARE(calls.at(2).searches, calls.at(0).searches);
+    // One read a certificate, whatever else there is to read.
+    QCOMPARE(calls.at(1).reads - calls.at(0).reads, 47);
+    QCOMPARE(calls.at(2).reads - calls.at(1).reads, 450);
+}
+
+QTEST_GUILESS_MAIN(TestTokenCalls)
+#include "tst_tokencalls.moc"
