@@ -131,6 +131,10 @@ void fill(PlainToken &token, int count)
 
 int listOurs(int count)
 {
+    if (!QCA::findProvider(Trivex::pkcs11ProviderName())) {
+        std::fprintf(stderr, "no token provider\n");
+        return 3;
+    }
     QElapsedTimer timer;
     timer.start();
     const Store store(count);
@@ -156,6 +160,9 @@ int listPlain(int count, const QString &label)
     return 0;
 }
 
+// A run that fails has no time, and the whole program fails with it.
+bool somethingFailed = false;
+
 double timeOfChild(const QStringList &arguments)
 {
     QVector<double> times;
@@ -163,12 +170,24 @@ double timeOfChild(const QStringList &arguments)
         QProcess child;
         child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         child.start(QCoreApplication::applicationFilePath(), arguments);
-        child.waitForFinished(ListingTimeout);
-        if (child.exitCode() != 0)
-            std::fprintf(stderr, "listing failed\n");
-        times.append(child.readAllStandardOutput().trimmed().toDouble());
+        const bool ended = child.waitForFinished(ListingTimeout);
+        bool isTime = false;
+        const double time = child.readAllStandardOutput().trimmed().toDouble(&isTime);
+        if (ended && child.exitStatus() == QProcess::NormalExit && child.exitCode() == 0
+            && isTime) {
+            times.append(time);
+            continue;
+        }
+        somethingFailed = true;
+        std::fprintf(stderr, "%s failed: %s, code %d\n", qPrintable(arguments.join(u' ')),
+                     !ended                                           ? "no end"
+                         : child.exitStatus() == QProcess::NormalExit ? "exit"
+                                                                      : "crash",
+                     child.exitCode());
+        child.kill();
+        child.waitForFinished();
     }
-    return Measure::median(times);
+    return times.isEmpty() ? 0 : Measure::median(times);
 }
 
 void benchListing()
@@ -346,5 +365,5 @@ int main(int argc, char *argv[])
     }
     benchListing();
     benchOperations();
-    return 0;
+    return somethingFailed ? 1 : 0;
 }
