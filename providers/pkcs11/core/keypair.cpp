@@ -145,7 +145,7 @@ TokenKeyPtr make(TokenConnection &connection, const GenerationRequest &request,
         throw Error(TokenError::DeviceFailure);
     traces->ids.push_back(idForPublicKey(publicInfo));
     setIds(session, publicObject, privateObject, traces->ids.back(), id);
-    connection.readKeysAgain();
+    connection.noteWritten(session, publicObject, privateObject);
     const TokenKeyPtr made = connection.contents()->keyFor(publicInfo);
     if (!made || made->privateObject == CK_INVALID_HANDLE)
         throw Error(TokenError::NotFound);

@@ -7,6 +7,8 @@
 #include "providers/pkcs11/core/writing.h"
 #include "qca/adapter/keys.h"
 
+#include <algorithm>
+
 namespace Trivex {
 
 using Pkcs11::Error;
@@ -31,13 +33,25 @@ QByteArray publicInfoIn(const TokenCertificate &certificate)
     return QByteArray(view.constData(), view.size());
 }
 
+/// Something that is to be written, and the objects that are it already or may be.
+struct Wanted {
+    ObjectMark mark;
+    std::vector<CK_OBJECT_HANDLE> present;
+};
+
+/// Called for everything before anything is written: a search after a change makes a token read
+/// itself anew.
+Wanted look(const Writing &writing, const ObjectMark &mark)
+{
+    return {mark, findMarked(writing.session(), mark)};
+}
+
 /// Gives the certificate the names that go with its key, and writes it unless it is there.
 /// True when it was written.
-bool put(TokenConnection &connection, Writing &writing, TokenCertificate &certificate,
-         const QString &label)
+bool put(TokenConnection &connection, Writing &writing, const Wanted &wanted,
+         TokenCertificate &certificate, const QString &label)
 {
-    const ObjectMark mark = {CKO_CERTIFICATE, {}, certificate.der};
-    if (!findMarked(writing.session(), mark).empty())
+    if (!wanted.present.empty())
         return false;
     const QByteArray publicInfo = publicInfoIn(certificate);
     const TokenKeyPtr key = connection.contents()->keyFor(publicInfo);
@@ -47,7 +61,7 @@ bool put(TokenConnection &connection, Writing &writing, TokenCertificate &certif
         certificate.label = commonNameOf(certificate);
     Template object;
     fillCertificate(certificate, &object);
-    certificate.objects = {writing.create(object, mark, {})};
+    certificate.objects = {writing.create(object, wanted.mark, {})};
     return true;
 }
 
@@ -62,33 +76,65 @@ QString listedId(TokenConnection &connection, const QByteArray &der)
     return entry->id;
 }
 
-/// Writes one half of a pair unless one of these objects is it already.
-void putHalf(Writing &writing, const ObjectMark &mark, const KeyMaterial &key, Template &object)
+/// Writes one half of a pair unless one of the objects is it already.
+CK_OBJECT_HANDLE putHalf(Writing &writing, const Wanted &wanted, const KeyMaterial &key,
+                         Template &object)
 {
     const CK_KEY_TYPE type = key.keyType() == RsaKey ? CKK_RSA : CKK_EC;
-    const auto present = findMarked(writing.session(), mark);
-    for (const CK_OBJECT_HANDLE candidate : present) {
+    for (const CK_OBJECT_HANDLE candidate : wanted.present) {
         const QByteArray found = publicInfoOf(writing.session(), candidate, type);
         // A private key of an elliptic curve does not show its public half.
         if (found.isEmpty() || found == key.publicInfo())
-            return;
+            return candidate;
     }
-    writing.create(object, mark, present);
+    return writing.create(object, wanted.mark, wanted.present);
 }
 
-void putKeys(TokenConnection &connection, Writing &writing, const Bundle &bundle,
-             const TokenCertificate &own, const QString &label)
+/// A bundle, with what the token has of it.
+struct WantedBundle {
+    WantedBundle(const TokenConnection &connection, const Writing &writing, const Bundle &bundle)
+    {
+        const TokenKeyPtr known = connection.contents()->keyFor(bundle.key.publicInfo());
+        id = known && !known->id.isEmpty() ? known->id : idForPublicKey(bundle.key.publicInfo());
+        privateHalf = look(writing, {CKO_PRIVATE_KEY, id, {}});
+        publicHalf = look(writing, {CKO_PUBLIC_KEY, id, {}});
+        for (const QByteArray &der : bundle.chain) {
+            const auto isSame = [&](const Wanted &one) { return one.mark.value == der; };
+            if (std::none_of(chain.begin(), chain.end(), isSame))
+                chain.push_back(look(writing, {CKO_CERTIFICATE, {}, der}));
+        }
+    }
+
+    QByteArray id;
+    Wanted privateHalf;
+    Wanted publicHalf;
+    std::vector<Wanted> chain;
+};
+
+void putKeys(TokenConnection &connection, Writing &writing, const WantedBundle &wanted,
+             const KeyMaterial &key, const QString &label)
 {
-    const KeyMaterial &key = bundle.key;
-    const TokenKeyPtr known = connection.contents()->keyFor(key.publicInfo());
-    const QByteArray id =
-        known && !known->id.isEmpty() ? known->id : idForPublicKey(key.publicInfo());
+    const TokenCertificate own = parsed(wanted.chain.front().mark.value);
     Template privateHalf;
-    fillPrivateKey(key, own.parts.subject.in(own.der), id, label, &privateHalf);
-    putHalf(writing, {CKO_PRIVATE_KEY, id, {}}, key, privateHalf);
+    fillPrivateKey(key, own.parts.subject.in(own.der), wanted.id, label, &privateHalf);
+    const auto privateObject = putHalf(writing, wanted.privateHalf, key, privateHalf);
     Template publicHalf;
-    fillPublicKey(key, id, label, &publicHalf);
-    putHalf(writing, {CKO_PUBLIC_KEY, id, {}}, key, publicHalf);
+    fillPublicKey(key, wanted.id, label, &publicHalf);
+    const auto publicObject = putHalf(writing, wanted.publicHalf, key, publicHalf);
+    connection.noteWritten(writing.session(), publicObject, privateObject);
+}
+
+void putChain(TokenConnection &connection, Writing &writing, const WantedBundle &wanted,
+              const QString &label)
+{
+    std::vector<TokenCertificate> written;
+    for (const Wanted &one : wanted.chain) {
+        TokenCertificate certificate = parsed(one.mark.value);
+        const bool isOwn = &one == &wanted.chain.front();
+        if (put(connection, writing, one, certificate, isOwn ? label : QString()))
+            written.push_back(certificate);
+    }
+    connection.noteWritten(written);
 }
 
 void checkBundle(const Bundle &bundle)
@@ -105,8 +151,9 @@ QString writeCertificate(TokenConnection &connection, Operation &operation, cons
     TokenCertificate certificate = parsed(der);
     connection.login(operation);
     Writing writing(connection);
-    if (put(connection, writing, certificate, QString()))
-        connection.noteWritten(certificate);
+    const Wanted wanted = look(writing, {CKO_CERTIFICATE, {}, der});
+    if (put(connection, writing, wanted, certificate, QString()))
+        connection.noteWritten({certificate});
     const QString id = listedId(connection, der);
     writing.keep();
     return id;
@@ -119,14 +166,13 @@ QString writeBundle(TokenConnection &connection, Operation &operation, const Bun
     connection.login(operation);
     Writing writing(connection);
     const QString label = bundle.name.isEmpty() ? commonNameOf(own) : bundle.name;
-    putKeys(connection, writing, bundle, own, label);
-    for (const QByteArray &der : bundle.chain) {
-        TokenCertificate certificate = parsed(der);
-        if (put(connection, writing, certificate, der == own.der ? label : QString()))
-            connection.noteWritten(certificate);
-    }
-    connection.readKeysAgain();
+    const WantedBundle wanted(connection, writing, bundle);
+    putKeys(connection, writing, wanted, bundle.key, label);
+    putChain(connection, writing, wanted, label);
     const QString id = listedId(connection, own.der);
+    const TokenEntryPtr entry = connection.contents()->entry(id);
+    if (!entry->key || entry->key->privateObject == CK_INVALID_HANDLE)
+        throw Error(TokenError::NotFound);
     writing.keep();
     return id;
 }

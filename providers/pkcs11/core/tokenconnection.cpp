@@ -154,9 +154,30 @@ void TokenConnection::readKeysAgain()
     assemble();
 }
 
-void TokenConnection::noteWritten(const TokenCertificate &certificate)
+void TokenConnection::noteWritten(const Session &session, CK_OBJECT_HANDLE publicKey,
+                                  CK_OBJECT_HANDLE privateKey)
 {
-    m_objects.certificates.push_back(certificate);
+    const auto put = [&](std::vector<TokenKey> &keys, CK_OBJECT_HANDLE object,
+                         CK_OBJECT_HANDLE TokenKey::*half) {
+        const TokenKey key = readKey(session, object, half);
+        const auto known = std::find_if(keys.begin(), keys.end(),
+                                        [&](const TokenKey &one) { return one.*half == object; });
+        if (known != keys.end())
+            *known = key;
+        else
+            keys.push_back(key);
+    };
+    put(m_objects.publicKeys, publicKey, &TokenKey::publicObject);
+    put(m_objects.privateKeys, privateKey, &TokenKey::privateObject);
+    assemble();
+}
+
+void TokenConnection::noteWritten(const std::vector<TokenCertificate> &certificates)
+{
+    if (certificates.empty())
+        return;
+    auto &all = m_objects.certificates;
+    all.insert(all.end(), certificates.begin(), certificates.end());
     assemble();
 }
 

@@ -56,8 +56,11 @@ public:
     void read();
     /// Reads its keys anew, which change with the login.
     void readKeysAgain();
-    /// What was written or removed is noted, not read again.
-    void noteWritten(const TokenCertificate &certificate);
+    /// What was written or removed is noted: of keys their two objects alone are read, because a
+    /// token may hold many.
+    void noteWritten(const Pkcs11::Session &session, CK_OBJECT_HANDLE publicKey,
+                     CK_OBJECT_HANDLE privateKey);
+    void noteWritten(const std::vector<TokenCertificate> &certificates);
     void noteRemoved(const TokenCertificate &certificate);
     void noteRemoved(const TokenKey &key);
     const TokenContentsPtr &contents() const { return m_contents; }

@@ -50,21 +50,31 @@ QByteArray pointIn(const QByteArray &attribute)
     return isWrapped ? content : attribute;
 }
 
-std::vector<TokenKey> readKeys(const Session &session, CK_OBJECT_CLASS objectClass,
-                               CK_OBJECT_HANDLE TokenKey::*handle)
+AttributeReader keyReader()
 {
-    AttributeReader reader({{CKA_KEY_TYPE, sizeof(CK_KEY_TYPE)}, {CKA_ID, 256}, {CKA_LABEL, 1024}});
+    return AttributeReader({{CKA_KEY_TYPE, sizeof(CK_KEY_TYPE)}, {CKA_ID, 256}, {CKA_LABEL, 1024}});
+}
+
+TokenKey keyFrom(const AttributeReader &reader, const Session &session, CK_OBJECT_HANDLE object,
+                 CK_OBJECT_HANDLE TokenKey::*half)
+{
+    TokenKey key;
+    key.type = reader.number(0, CKK_VENDOR_DEFINED);
+    key.id = reader.value(1);
+    key.label = text(reader.value(2));
+    key.publicInfo = publicInfoOf(session, object, key.type);
+    key.*half = object;
+    return key;
+}
+
+std::vector<TokenKey> readKeys(const Session &session, CK_OBJECT_CLASS objectClass,
+                               CK_OBJECT_HANDLE TokenKey::*half)
+{
+    AttributeReader reader = keyReader();
     std::vector<TokenKey> keys;
     for (const CK_OBJECT_HANDLE object : Pkcs11::findObjects(session, objectClass)) {
-        if (!readIfThere(reader, session, object))
-            continue;
-        TokenKey key;
-        key.type = reader.number(0, CKK_VENDOR_DEFINED);
-        key.id = reader.value(1);
-        key.label = text(reader.value(2));
-        key.publicInfo = publicInfoOf(session, object, key.type);
-        key.*handle = object;
-        keys.push_back(std::move(key));
+        if (readIfThere(reader, session, object))
+            keys.push_back(keyFrom(reader, session, object, half));
     }
     return keys;
 }
@@ -105,6 +115,13 @@ std::vector<TokenCertificate> readCertificates(const Session &session, Certifica
         certificates.push_back(std::move(certificate));
     }
     return certificates;
+}
+
+TokenKey readKey(const Session &session, CK_OBJECT_HANDLE object, CK_OBJECT_HANDLE TokenKey::*half)
+{
+    AttributeReader reader = keyReader();
+    reader.read(session, object);
+    return keyFrom(reader, session, object, half);
 }
 
 void readKeys(const Session &session, TokenObjects *objects)

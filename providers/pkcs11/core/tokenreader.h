@@ -20,6 +20,10 @@ std::vector<TokenCertificate> readCertificates(const Pkcs11::Session &session,
 /// Fills in the keys of `objects`.
 void readKeys(const Pkcs11::Session &session, TokenObjects *objects);
 
+/// One key object; `half` is the handle of it that is set.
+TokenKey readKey(const Pkcs11::Session &session, CK_OBJECT_HANDLE object,
+                 CK_OBJECT_HANDLE TokenKey::*half);
+
 /// DER SubjectPublicKeyInfo of a key object; empty when it does not show its public half.
 /// Throws `Pkcs11::Error`.
 QByteArray publicInfoOf(const Pkcs11::Session &session, CK_OBJECT_HANDLE object, CK_KEY_TYPE type);

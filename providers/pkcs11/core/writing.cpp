@@ -13,12 +13,14 @@ using Pkcs11::Template;
 
 std::vector<CK_OBJECT_HANDLE> findMarked(const Session &session, const ObjectMark &mark)
 {
+    // What tells most comes first: tokens compare in this order and stop at the first difference.
     Template wanted;
-    wanted.addNumber(CKA_CLASS, mark.objectClass).addFlag(CKA_TOKEN, true);
+    wanted.addNumber(CKA_CLASS, mark.objectClass);
     if (!mark.id.isEmpty())
         wanted.add(CKA_ID, mark.id);
     if (!mark.value.isEmpty())
         wanted.add(CKA_VALUE, mark.value);
+    wanted.addFlag(CKA_TOKEN, true);
     return Pkcs11::findObjects(session, wanted);
 }
 
