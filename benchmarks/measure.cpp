@@ -19,14 +19,18 @@ double median(QVector<double> values)
 
 double median(int rounds, const std::function<void()> &work)
 {
-    QVector<double> times;
-    for (int round = 0; round < rounds; ++round) {
-        QElapsedTimer timer;
-        timer.start();
-        work();
-        times.append(double(timer.nsecsElapsed()) / 1e6);
-    }
-    return median(times);
+    Turns turns(1);
+    for (int round = 0; round < rounds; ++round)
+        turns.time(0, work);
+    return turns.median(0);
+}
+
+void Turns::time(int kind, const std::function<void()> &work)
+{
+    QElapsedTimer timer;
+    timer.start();
+    work();
+    m_times[kind].append(double(timer.nsecsElapsed()) / 1e6);
 }
 
 Table::Table(const QString &title, const QString &baseline)

@@ -17,6 +17,20 @@ namespace Measure {
 double median(int rounds, const std::function<void()> &work);
 double median(QVector<double> values);
 
+/// Several kinds of work that take turns, each timed for itself.
+class Turns {
+public:
+    explicit Turns(int kinds)
+        : m_times(kinds)
+    {
+    }
+    void time(int kind, const std::function<void()> &work);
+    double median(int kind) const { return Measure::median(m_times.at(kind)); }
+
+private:
+    QVector<QVector<double>> m_times;
+};
+
 /// One table of the report, printed as Markdown when it goes.
 class Table {
 public:

@@ -4,6 +4,8 @@
 
 #include <QFile>
 
+#include <openssl/core_names.h>
+#include <openssl/evp.h>
 #include <openssl/x509.h>
 
 #include <dlfcn.h>
@@ -25,6 +27,35 @@ CK_ATTRIBUTE attribute(CK_ATTRIBUTE_TYPE type, const void *data, size_t size)
 CK_ATTRIBUTE attribute(CK_ATTRIBUTE_TYPE type, const QByteArray &bytes)
 {
     return attribute(type, bytes.constData(), size_t(bytes.size()));
+}
+
+struct RsaNumber {
+    CK_ATTRIBUTE_TYPE type;
+    const char *parameter;
+};
+
+constexpr std::array<RsaNumber, 8> RsaNumbers = {{
+    {CKA_MODULUS, OSSL_PKEY_PARAM_RSA_N},
+    {CKA_PUBLIC_EXPONENT, OSSL_PKEY_PARAM_RSA_E},
+    {CKA_PRIVATE_EXPONENT, OSSL_PKEY_PARAM_RSA_D},
+    {CKA_PRIME_1, OSSL_PKEY_PARAM_RSA_FACTOR1},
+    {CKA_PRIME_2, OSSL_PKEY_PARAM_RSA_FACTOR2},
+    {CKA_EXPONENT_1, OSSL_PKEY_PARAM_RSA_EXPONENT1},
+    {CKA_EXPONENT_2, OSSL_PKEY_PARAM_RSA_EXPONENT2},
+    {CKA_COEFFICIENT, OSSL_PKEY_PARAM_RSA_COEFFICIENT1},
+}};
+/// The numbers of the public half come first.
+constexpr size_t PublicNumbers = 2;
+
+QByteArray numberOf(const EVP_PKEY *key, const char *parameter)
+{
+    BIGNUM *number = nullptr;
+    if (EVP_PKEY_get_bn_param(key, parameter, &number) != 1)
+        return {};
+    QByteArray bytes(BN_num_bytes(number), 0);
+    BN_bn2bin(number, reinterpret_cast<unsigned char *>(bytes.data()));
+    BN_clear_free(number);
+    return bytes;
 }
 
 void parse(const QByteArray &der)
@@ -149,6 +180,61 @@ CK_OBJECT_HANDLE PlainToken::writeCertificate(const QByteArray &der, const QByte
     OPENSSL_free(subject);
     X509_free(certificate);
     return handle;
+}
+
+CK_OBJECT_HANDLE PlainToken::create(QVector<CK_ATTRIBUTE> object)
+{
+    CK_OBJECT_HANDLE handle = 0;
+    check(m_calls->C_CreateObject(m_session, object.data(), CK_ULONG(object.size()), &handle),
+          "C_CreateObject");
+    return handle;
+}
+
+PlainToken::Pair PlainToken::writeRsaPair(const void *nativeKey, const QByteArray &id)
+{
+    const auto *key = static_cast<const EVP_PKEY *>(nativeKey);
+    const CK_OBJECT_CLASS privateClass = CKO_PRIVATE_KEY;
+    const CK_OBJECT_CLASS publicClass = CKO_PUBLIC_KEY;
+    const CK_KEY_TYPE type = CKK_RSA;
+    const CK_BBOOL yes = CK_TRUE;
+    const CK_BBOOL no = CK_FALSE;
+    const QVector<CK_ATTRIBUTE> common = {attribute(CKA_KEY_TYPE, &type, sizeof type),
+                                          attribute(CKA_TOKEN, &yes, sizeof yes),
+                                          attribute(CKA_ID, id), attribute(CKA_LABEL, id)};
+    std::array<QByteArray, RsaNumbers.size()> numbers;
+    QVector<CK_ATTRIBUTE> privateKey = {attribute(CKA_CLASS, &privateClass, sizeof privateClass),
+                                        attribute(CKA_PRIVATE, &yes, sizeof yes),
+                                        attribute(CKA_SENSITIVE, &yes, sizeof yes),
+                                        attribute(CKA_EXTRACTABLE, &no, sizeof no),
+                                        attribute(CKA_SIGN, &yes, sizeof yes),
+                                        attribute(CKA_DECRYPT, &yes, sizeof yes)};
+    QVector<CK_ATTRIBUTE> publicKey = {attribute(CKA_CLASS, &publicClass, sizeof publicClass),
+                                       attribute(CKA_PRIVATE, &no, sizeof no),
+                                       attribute(CKA_VERIFY, &yes, sizeof yes),
+                                       attribute(CKA_ENCRYPT, &yes, sizeof yes)};
+    for (size_t i = 0; i < RsaNumbers.size(); ++i) {
+        numbers[i] = numberOf(key, RsaNumbers[i].parameter);
+        privateKey.append(attribute(RsaNumbers[i].type, numbers[i]));
+        if (i < PublicNumbers)
+            publicKey.append(attribute(RsaNumbers[i].type, numbers[i]));
+    }
+    Pair pair;
+    pair.privateKey = create(privateKey + common);
+    pair.publicKey = create(publicKey + common);
+    return pair;
+}
+
+CK_ULONG PlainToken::count(CK_OBJECT_CLASS objectClass, CK_ATTRIBUTE_TYPE type,
+                           const QByteArray &value)
+{
+    std::array<CK_ATTRIBUTE, 2> wanted = {attribute(CKA_CLASS, &objectClass, sizeof objectClass),
+                                          attribute(type, value)};
+    check(m_calls->C_FindObjectsInit(m_session, wanted.data(), wanted.size()), "C_FindObjectsInit");
+    std::array<CK_OBJECT_HANDLE, SearchBatch> handles{};
+    CK_ULONG found = 0;
+    check(m_calls->C_FindObjects(m_session, handles.data(), SearchBatch, &found), "C_FindObjects");
+    check(m_calls->C_FindObjectsFinal(m_session), "C_FindObjectsFinal");
+    return found;
 }
 
 PlainToken::Pair PlainToken::generate(int bits, const QByteArray &id)

@@ -31,6 +31,10 @@ public:
     /// number.
     int readCertificates();
     CK_OBJECT_HANDLE writeCertificate(const QByteArray &der, const QByteArray &id);
+    /// An RSA key pair made by OpenSSL (`EVP_PKEY`), as a bundle brings it.
+    Pair writeRsaPair(const void *nativeKey, const QByteArray &id);
+    /// How many objects of that class have the attribute.
+    CK_ULONG count(CK_OBJECT_CLASS objectClass, CK_ATTRIBUTE_TYPE type, const QByteArray &value);
     /// RSA with the public exponent 3, or P-384 for 384.
     Pair generate(int bits, const QByteArray &id);
     /// PKCS#1 v1.5 over `data` as it is, or ECDSA.
@@ -40,6 +44,7 @@ public:
 
 private:
     static void check(CK_RV result, const char *call);
+    CK_OBJECT_HANDLE create(QVector<CK_ATTRIBUTE> object);
     bool openSession(const QString &label);
 
     void *m_library = nullptr;

@@ -7,6 +7,8 @@
 #include "providers/pkcs11/core/writing.h"
 #include "qca/adapter/keys.h"
 
+#include <QSet>
+
 #include <algorithm>
 
 namespace Trivex {
@@ -39,11 +41,57 @@ struct Wanted {
     std::vector<CK_OBJECT_HANDLE> present;
 };
 
-/// Called for everything before anything is written: a search after a change makes a token read
-/// itself anew.
-Wanted look(const Writing &writing, const ObjectMark &mark)
+// What is there is looked for before anything is written, in as few searches as can be: a token
+// compares all its objects in each, and reads itself anew in one after a change.
+
+/// In one search for all of them. What is known of the others is not read again.
+std::vector<Wanted> lookForCertificates(const TokenConnection &connection, const Writing &writing,
+                                        const std::vector<QByteArray> &ders)
 {
-    return {mark, findMarked(writing.session(), mark)};
+    std::vector<Wanted> wanted;
+    const auto find = [&](const QByteArray &der) {
+        return std::find_if(wanted.begin(), wanted.end(),
+                            [&](const Wanted &one) { return one.mark.value == der; });
+    };
+    for (const QByteArray &der : ders) {
+        if (find(der) == wanted.end())
+            wanted.push_back({{CKO_CERTIFICATE, {}, der}, {}});
+    }
+    QSet<CK_OBJECT_HANDLE> others;
+    for (const TokenEntryPtr &entry : connection.contents()->entries) {
+        if (find(entry->certificate->der) == wanted.end()) {
+            for (const CK_OBJECT_HANDLE object : entry->certificate->objects)
+                others.insert(object);
+        }
+    }
+    Pkcs11::AttributeReader reader({{CKA_VALUE, 16384}});
+    for (const CK_OBJECT_HANDLE object : findMarked(writing.session(), {CKO_CERTIFICATE, {}, {}})) {
+        if (others.contains(object))
+            continue;
+        reader.read(writing.session(), object);
+        const auto found = find(reader.value(0));
+        if (found != wanted.end())
+            found->present.push_back(object);
+    }
+    return wanted;
+}
+
+/// In one search for both halves.
+void lookForPair(const Writing &writing, const QByteArray &id, Wanted *privateHalf,
+                 Wanted *publicHalf)
+{
+    privateHalf->mark = {CKO_PRIVATE_KEY, id, {}};
+    publicHalf->mark = {CKO_PUBLIC_KEY, id, {}};
+    Template sameId;
+    sameId.add(CKA_ID, id).addFlag(CKA_TOKEN, true);
+    Pkcs11::AttributeReader reader({{CKA_CLASS, sizeof(CK_OBJECT_CLASS)}});
+    for (const CK_OBJECT_HANDLE object : Pkcs11::findObjects(writing.session(), sameId)) {
+        reader.read(writing.session(), object);
+        for (Wanted *half : {privateHalf, publicHalf}) {
+            if (reader.number(0, CKO_DATA) == half->mark.objectClass)
+                half->present.push_back(object);
+        }
+    }
 }
 
 /// Gives the certificate the names that go with its key, and writes it unless it is there.
@@ -96,13 +144,8 @@ struct WantedBundle {
     {
         const TokenKeyPtr known = connection.contents()->keyFor(bundle.key.publicInfo());
         id = known && !known->id.isEmpty() ? known->id : idForPublicKey(bundle.key.publicInfo());
-        privateHalf = look(writing, {CKO_PRIVATE_KEY, id, {}});
-        publicHalf = look(writing, {CKO_PUBLIC_KEY, id, {}});
-        for (const QByteArray &der : bundle.chain) {
-            const auto isSame = [&](const Wanted &one) { return one.mark.value == der; };
-            if (std::none_of(chain.begin(), chain.end(), isSame))
-                chain.push_back(look(writing, {CKO_CERTIFICATE, {}, der}));
-        }
+        lookForPair(writing, id, &privateHalf, &publicHalf);
+        chain = lookForCertificates(connection, writing, bundle.chain);
     }
 
     QByteArray id;
@@ -151,8 +194,8 @@ QString writeCertificate(TokenConnection &connection, Operation &operation, cons
     TokenCertificate certificate = parsed(der);
     connection.login(operation);
     Writing writing(connection);
-    const Wanted wanted = look(writing, {CKO_CERTIFICATE, {}, der});
-    if (put(connection, writing, wanted, certificate, QString()))
+    const auto wanted = lookForCertificates(connection, writing, {der});
+    if (put(connection, writing, wanted.front(), certificate, QString()))
         connection.noteWritten({certificate});
     const QString id = listedId(connection, der);
     writing.keep();
