@@ -26,6 +26,7 @@ private Q_SLOTS:
     void initTestCase();
     void costsNoMoreOnAFullToken_data();
     void costsNoMoreOnAFullToken();
+    void objectsOfOthersAreFound();
 
 private:
     using Calls = QList<QByteArray>;
@@ -114,6 +115,23 @@ void TestWriteCalls::costsNoMoreOnAFullToken()
     QVERIFY(before.contains(change));
     QCOMPARE(after, before);
     QVERIFY(!before.mid(before.indexOf(change)).contains("C_FindObjectsInit"));
+}
+
+/// What another program has written since the token was read is not written again.
+void TestWriteCalls::objectsOfOthersAreFound()
+{
+    const TestAuthority another(QStringLiteral("Another Root"));
+    TestToken &token = m_token->token();
+    QVERIFY(token.writeObject(QStringLiteral("cert"), another.certificate(), QStringLiteral("77"),
+                              QStringLiteral("theirs")));
+    const int before = token.objectCount();
+    const auto root = QCA::Certificate::fromDER(another.certificate(), nullptr, OpenSsl);
+    const QString id = m_stores->write(m_store, root);
+    QCOMPARE(token.objectCount(), before);
+    const auto entries = m_stores->currentEntries(StoreName);
+    QVERIFY(std::any_of(entries.begin(), entries.end(), [&](const QCA::KeyStoreEntry &entry) {
+        return entry.id() == id && entry.name() == QLatin1String("theirs");
+    }));
 }
 
 QTEST_GUILESS_MAIN(TestWriteCalls)

@@ -83,6 +83,18 @@ void AttributeReader::read(const Session &session, CK_OBJECT_HANDLE object)
     }
 }
 
+bool AttributeReader::readIfThere(const Session &session, CK_OBJECT_HANDLE object)
+{
+    try {
+        read(session, object);
+        return true;
+    } catch (const Error &error) {
+        if (error.returnValue() != CKR_OBJECT_HANDLE_INVALID)
+            throw;
+        return false;
+    }
+}
+
 void AttributeReader::readOne(const Session &session, CK_OBJECT_HANDLE object, size_t position)
 {
     CK_ATTRIBUTE &attribute = m_attributes[position];

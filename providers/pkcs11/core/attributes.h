@@ -49,6 +49,8 @@ public:
 
     /// Throws `Error`; an attribute that the object does not have or show is no error.
     void read(const Session &session, CK_OBJECT_HANDLE object);
+    /// False when another program has removed the object since it was found.
+    bool readIfThere(const Session &session, CK_OBJECT_HANDLE object);
 
     /// The value of the attribute at `position` in the list; empty when the object has none.
     QByteArray value(size_t position) const;

@@ -66,9 +66,8 @@ std::vector<Wanted> lookForCertificates(const TokenConnection &connection, const
     }
     Pkcs11::AttributeReader reader({{CKA_VALUE, 16384}});
     for (const CK_OBJECT_HANDLE object : findMarked(writing.session(), {CKO_CERTIFICATE, {}, {}})) {
-        if (others.contains(object))
+        if (others.contains(object) || !reader.readIfThere(writing.session(), object))
             continue;
-        reader.read(writing.session(), object);
         const auto found = find(reader.value(0));
         if (found != wanted.end())
             found->present.push_back(object);
@@ -86,7 +85,8 @@ void lookForPair(const Writing &writing, const QByteArray &id, Wanted *privateHa
     sameId.add(CKA_ID, id).addFlag(CKA_TOKEN, true);
     Pkcs11::AttributeReader reader({{CKA_CLASS, sizeof(CK_OBJECT_CLASS)}});
     for (const CK_OBJECT_HANDLE object : Pkcs11::findObjects(writing.session(), sameId)) {
-        reader.read(writing.session(), object);
+        if (!reader.readIfThere(writing.session(), object))
+            continue;
         for (Wanted *half : {privateHalf, publicHalf}) {
             if (reader.number(0, CKO_DATA) == half->mark.objectClass)
                 half->present.push_back(object);

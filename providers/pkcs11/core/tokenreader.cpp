@@ -19,19 +19,6 @@ QString text(const QByteArray &bytes)
     return QString::fromUtf8(bytes).trimmed();
 }
 
-/// False when another program has removed the object since it was found.
-bool readIfThere(AttributeReader &reader, const Session &session, CK_OBJECT_HANDLE object)
-{
-    try {
-        reader.read(session, object);
-        return true;
-    } catch (const Pkcs11::Error &error) {
-        if (error.returnValue() != CKR_OBJECT_HANDLE_INVALID)
-            throw;
-        return false;
-    }
-}
-
 std::vector<CK_OBJECT_HANDLE> findCertificates(const Session &session, CertificateChoice choice)
 {
     Pkcs11::Template wanted;
@@ -73,7 +60,7 @@ std::vector<TokenKey> readKeys(const Session &session, CK_OBJECT_CLASS objectCla
     AttributeReader reader = keyReader();
     std::vector<TokenKey> keys;
     for (const CK_OBJECT_HANDLE object : Pkcs11::findObjects(session, objectClass)) {
-        if (readIfThere(reader, session, object))
+        if (reader.readIfThere(session, object))
             keys.push_back(keyFrom(reader, session, object, half));
     }
     return keys;
@@ -101,7 +88,7 @@ std::vector<TokenCertificate> readCertificates(const Session &session, Certifica
     AttributeReader reader({{CKA_VALUE, 16384}, {CKA_ID, 256}, {CKA_LABEL, 1024}});
     std::vector<TokenCertificate> certificates;
     for (const CK_OBJECT_HANDLE object : findCertificates(session, choice)) {
-        if (!readIfThere(reader, session, object))
+        if (!reader.readIfThere(session, object))
             continue;
         TokenCertificate certificate;
         certificate.der = reader.value(0);
