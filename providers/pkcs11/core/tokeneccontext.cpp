@@ -40,12 +40,12 @@ TokenEcContext::TokenEcContext(QCA::Provider *provider)
 TokenEcContext::TokenEcContext(QCA::Provider *provider, const TokenKeyReference &reference)
     : EcKeyContext(provider)
 {
-    take(reference);
+    m_material = m_held.take(reference);
 }
 
 TokenEcContext::TokenEcContext(const TokenEcContext &other)
     : EcKeyContext(other)
-    , m_reference(other.m_reference)
+    , m_held(other.m_held)
 {
 }
 
@@ -56,28 +56,22 @@ QCA::Provider::Context *TokenEcContext::clone() const
     return new TokenEcContext(*this);
 }
 
-void TokenEcContext::take(const TokenKeyReference &reference)
+void TokenEcContext::generate(const GenerationRequest &request, bool block)
 {
-    m_reference = {};
-    m_material = KeyMaterial();
-    if (!reference.key)
-        return;
-    m_material = KeyMaterial::fromPublicInfo(reference.key->publicInfo);
-    if (!m_material.isNull())
-        m_reference = reference;
+    m_material = m_held.take({});
+    m_held.generate(request, block, [this, block](const TokenKeyReference &made) {
+        m_material = m_held.take(made);
+        if (!block)
+            Q_EMIT finished();
+    });
 }
 
 void TokenEcContext::createPrivate(const QString &curve, bool block)
 {
-    take({});
     GenerationRequest request;
     request.type = CKK_EC;
     request.curve = parametersOf(curve);
-    m_generation.start(request, block, [this, block](const TokenKeyReference &made) {
-        take(made);
-        if (!block)
-            Q_EMIT finished();
-    });
+    generate(request, block);
 }
 
 bool TokenEcContext::signBlock(const QByteArray &block, QByteArray *signature)
@@ -85,7 +79,7 @@ bool TokenEcContext::signBlock(const QByteArray &block, QByteArray *signature)
     if (!isPrivate())
         return false;
     // A copy: this object may go while the token works, and nothing of it is touched afterwards.
-    const TokenKeyReference reference = m_reference;
+    const TokenKeyReference reference = m_held.reference();
     // FIPS 186-4, 6.4: the leftmost bytes of a digest that is longer than the order.
     const bool isDigest = keyType() == EllipticCurveKey;
     const QByteArray input = isDigest ? block.left((bits() + 7) / 8) : block;

@@ -12,12 +12,12 @@ TokenRsaContext::TokenRsaContext(QCA::Provider *provider)
 TokenRsaContext::TokenRsaContext(QCA::Provider *provider, const TokenKeyReference &reference)
     : RsaKeyContext(provider)
 {
-    take(reference);
+    m_material = m_held.take(reference);
 }
 
 TokenRsaContext::TokenRsaContext(const TokenRsaContext &other)
     : RsaKeyContext(other)
-    , m_reference(other.m_reference)
+    , m_held(other.m_held)
 {
 }
 
@@ -28,29 +28,23 @@ QCA::Provider::Context *TokenRsaContext::clone() const
     return new TokenRsaContext(*this);
 }
 
-void TokenRsaContext::take(const TokenKeyReference &reference)
+void TokenRsaContext::generate(const GenerationRequest &request, bool block)
 {
-    m_reference = {};
-    m_material = KeyMaterial();
-    if (!reference.key)
-        return;
-    m_material = KeyMaterial::fromPublicInfo(reference.key->publicInfo);
-    if (!m_material.isNull())
-        m_reference = reference;
+    m_material = m_held.take({});
+    m_held.generate(request, block, [this, block](const TokenKeyReference &made) {
+        m_material = m_held.take(made);
+        if (!block)
+            Q_EMIT finished();
+    });
 }
 
 void TokenRsaContext::createPrivate(int bits, int exponent, bool block)
 {
-    take({});
     GenerationRequest request;
     request.type = CKK_RSA;
     request.bits = bits;
     request.exponent = exponent;
-    m_generation.start(request, block, [this, block](const TokenKeyReference &made) {
-        take(made);
-        if (!block)
-            Q_EMIT finished();
-    });
+    generate(request, block);
 }
 
 void TokenRsaContext::createPrivate(const QCA::BigInteger &n, const QCA::BigInteger &e,
@@ -62,7 +56,7 @@ void TokenRsaContext::createPrivate(const QCA::BigInteger &n, const QCA::BigInte
     Q_UNUSED(p)
     Q_UNUSED(q)
     Q_UNUSED(d)
-    take({});
+    m_material = m_held.take({});
 }
 
 bool TokenRsaContext::decrypt(const QCA::SecureArray &in, QCA::SecureArray *out,
@@ -71,14 +65,14 @@ bool TokenRsaContext::decrypt(const QCA::SecureArray &in, QCA::SecureArray *out,
     if (!isPrivate() || algorithm != QCA::EME_PKCS1v15)
         return false;
     // A copy: this object may go while the token works.
-    const TokenKeyReference reference = m_reference;
+    const TokenKeyReference reference = m_held.reference();
     return decryptOnToken(reference, in.toByteArray(), out);
 }
 
 bool TokenRsaContext::signBlock(const QByteArray &block, QByteArray *signature)
 {
     // A copy, as above; nothing of this object is touched afterwards.
-    const TokenKeyReference reference = m_reference;
+    const TokenKeyReference reference = m_held.reference();
     return isPrivate() && signOnToken(reference, block, signature);
 }
 

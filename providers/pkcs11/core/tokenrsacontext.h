@@ -2,8 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "providers/pkcs11/core/generation.h"
-#include "providers/pkcs11/core/signing.h"
+#include "providers/pkcs11/core/heldkey.h"
 #include "qca/engine/keys/rsakeycontext.h"
 
 namespace Trivex {
@@ -20,10 +19,10 @@ public:
 
     QCA::Provider::Context *clone() const override;
 
-    bool isPrivate() const override { return !m_reference.storeId.isEmpty(); }
+    bool isPrivate() const override { return m_held.isPrivate(); }
     bool canExport() const override { return !isPrivate(); }
-    void convertToPublic() override { m_reference = {}; }
-    QString keyStoreId() const override { return m_reference.storeId; }
+    void convertToPublic() override { m_held.release(); }
+    QString keyStoreId() const override { return m_held.storeId(); }
 
     /// Generates on the token that the target or the stored answers name.
     void createPrivate(int bits, int exponent, bool block) override;
@@ -39,10 +38,9 @@ protected:
     bool signBlock(const QByteArray &block, QByteArray *signature) override;
 
 private:
-    void take(const TokenKeyReference &reference);
+    void generate(const GenerationRequest &request, bool block);
 
-    TokenKeyReference m_reference;
-    Generation m_generation;
+    HeldKey m_held;
 };
 
 } // namespace Trivex
