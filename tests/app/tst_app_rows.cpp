@@ -56,8 +56,8 @@ private:
     void show(const char *category);
     void writeAll();
     void removeAll();
-    /// What a try took: the most work between two beats of the event loop, or the longest frame.
-    qint64 pace(const char *what);
+    /// Holds to the limit the work between two beats of the event loop, which is what the window
+    /// itself takes, and the frames, of the best of the tries.
     void check(const char *what, const std::function<void()> &action);
 
     TestAuthority m_authority;
@@ -124,30 +124,28 @@ void AppRowsTest::removeAll()
     show("users");
 }
 
-qint64 AppRowsTest::pace(const char *what)
-{
-    const FrameMeter &meter = m_window->meter();
-    qInfo("%s: at most %lld ms of work at a time (%lld ms by the clock), longest of %d frames "
-          "%lld ms",
-          what, meter.longestWork(), meter.longestStall(), meter.frames(), meter.longestFrame());
-    return std::max(meter.longestWork(), meter.longestFrame());
-}
-
 void AppRowsTest::check(const char *what, const std::function<void()> &action)
 {
-    qint64 best = 0;
+    qint64 work = 0;
+    qint64 frame = 0;
     for (int i = 0; i < Tries; ++i) {
         m_window->meter().reset();
         action();
         if (QTest::currentTestFailed())
             return;
         QVERIFY2(m_window->meter().frames() > 0, "nothing was drawn");
-        const qint64 took = pace(what);
-        best = i == 0 ? took : std::min(best, took);
-        if (best <= LimitMs)
+        const FrameMeter &meter = m_window->meter();
+        qInfo("%s: at most %lld ms of work at a time (%lld ms by the clock), longest of %d frames "
+              "%lld ms",
+              what, meter.longestWork(), meter.longestStall(), meter.frames(),
+              meter.longestFrame());
+        work = i == 0 ? meter.longestWork() : std::min(work, meter.longestWork());
+        frame = i == 0 ? meter.longestFrame() : std::min(frame, meter.longestFrame());
+        if (work <= LimitMs && frame <= LimitMs)
             return;
     }
-    QVERIFY2(best <= LimitMs, qPrintable(QString::number(best)));
+    QVERIFY2(work <= LimitMs, qPrintable(QStringLiteral("%1 ms of work").arg(work)));
+    QVERIFY2(frame <= LimitMs, qPrintable(QStringLiteral("a frame of %1 ms").arg(frame)));
 }
 
 void AppRowsTest::loading()
@@ -216,7 +214,6 @@ void AppRowsTest::startingWithAll()
         m_window = std::make_unique<WindowDriver>();
         show("users");
         QVERIFY(m_window->waitFor([&] { return m_window->rowCount() > 0; }));
-        m_window->meter().reset();
         QVERIFY(m_window->click(QStringLiteral("searchField")));
         m_window->type(QStringLiteral("person 0123"));
         QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == 10; }, 60000));
