@@ -530,6 +530,10 @@
         <source>OK</source>
         <translation>OK</translation>
     </message>
+    <message id="trivex-app-one-document">
+        <source>One document at a time: the others were not opened.</source>
+        <translation>One document at a time: the others were not opened.</translation>
+    </message>
     <message id="trivex-app-open-folder">
         <source>Open the folder</source>
         <translation>Open the folder</translation>

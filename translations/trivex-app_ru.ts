@@ -533,6 +533,10 @@
         <source>OK</source>
         <translation>ОК</translation>
     </message>
+    <message id="trivex-app-one-document">
+        <source>One document at a time: the others were not opened.</source>
+        <translation>Документы открываются по одному: остальные не открыты.</translation>
+    </message>
     <message id="trivex-app-open-folder">
         <source>Open the folder</source>
         <translation>Открыть папку</translation>

@@ -121,6 +121,7 @@ FillColumn {
         LabeledField {
             id: snils
             objectName: "snilsField"
+            field.objectName: "snilsInput"
             label: qsTrId("trivex-app-field-snils")
             flag: CheckDigits.explain(CheckDigits.Snils, text)
             Layout.fillWidth: true
@@ -128,6 +129,7 @@ FillColumn {
         LabeledField {
             id: psrn
             objectName: "ogrnField"
+            field.objectName: "ogrnInput"
             label: qsTrId("trivex-app-field-ogrn")
             flag: CheckDigits.explain(text.replace(/\D/g, "").length === 15
                                       ? CheckDigits.Ogrnip : CheckDigits.Ogrn, text)

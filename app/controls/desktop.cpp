@@ -84,7 +84,8 @@ bool Desktop::isWholePem(const QString &path) const
 
 bool Desktop::hasContents(const QString &path) const
 {
-    return QFileInfo(path).size() > 0;
+    const QFileInfo info(path);
+    return info.isFile() && info.isWritable() && info.size() > 0;
 }
 
 QString Desktop::whyNotWritten(const QString &folder) const

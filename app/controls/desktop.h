@@ -32,7 +32,7 @@ public:
     /// True when `path` holds a whole PEM object: written to its end line. A disk that fills up
     /// while a file is written is seen by nobody else.
     Q_INVOKABLE bool isWholePem(const QString &path) const;
-    /// True for a file that is there and not empty.
+    /// True for a file that is there, not empty, and could have been written to just now.
     Q_INVOKABLE bool hasContents(const QString &path) const;
     /// Why a file could not be written to `folder`, as a sentence with its next step.
     Q_INVOKABLE QString whyNotWritten(const QString &folder) const;

@@ -66,6 +66,7 @@ Card {
             color: Theme.neutralSoft
             Layout.alignment: Qt.AlignTop
             Image {
+                objectName: "documentPreview"
                 anchors.fill: parent
                 anchors.margins: 4
                 asynchronous: true
@@ -81,16 +82,19 @@ Card {
             spacing: Theme.unit
             Layout.fillWidth: true
             DetailRow {
+                objectName: "documentName"
                 label: qsTrId("trivex-app-file-name")
                 value: card.loader.fileName
                 Layout.fillWidth: true
             }
             DetailRow {
+                objectName: "documentType"
                 label: qsTrId("trivex-app-file-type")
                 value: card.loader.mimeType
                 Layout.fillWidth: true
             }
             DetailRow {
+                objectName: "documentSize"
                 label: qsTrId("trivex-app-file-size")
                 value: Desktop.size(card.loader.fileSize)
                 Layout.fillWidth: true

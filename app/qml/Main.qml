@@ -24,6 +24,8 @@ ApplicationWindow {
     property alias library: library
     property alias listPage: listPage
     property var queue: []
+    /// One of the files that were opened together has become the document to be signed.
+    property bool oneDocument: false
     property bool unfinishedRequest: false
 
     /// Opens files from the command line, a second start or a drop. What each is, its content says.
@@ -32,19 +34,30 @@ ApplicationWindow {
         openNext()
     }
     function openNext() {
-        if (!queue.length || importDialog.opened)
-            return
-        const path = queue[0]
-        queue = queue.slice(1)
-        probe.path = ""
-        probe.path = path
-        if (probe.kind === CertificateFile.OtherKind) {
-            show("sign")
-            pages.item.open(path)
-        } else if (current !== "sign" || probe.kind !== CertificateFile.Unreadable) {
-            importDialog.start(path)
+        // Until a signature is made its page has no place for another document.
+        while (queue.length && !importDialog.visible && !(pages.item && pages.item.working)) {
+            const path = queue[0]
+            queue = queue.slice(1)
+            probe.path = ""
+            probe.path = path
+            const unreadable = probe.kind === CertificateFile.Unreadable
+            if (probe.kind === CertificateFile.OtherKind || unreadable && current === "sign")
+                openDocument(path)
+            else
+                importDialog.start(path)
+            probe.path = ""
         }
-        probe.path = ""
+        if (!queue.length)
+            oneDocument = false
+    }
+    function openDocument(path) {
+        if (oneDocument) {
+            toast.show(qsTrId("trivex-app-one-document"))
+            return
+        }
+        oneDocument = true
+        show("sign")
+        pages.item.open(path)
     }
     function show(key) {
         drawer.close()
@@ -210,6 +223,7 @@ ApplicationWindow {
             columns: window.columns
             library: window.library
             onMenuAsked: drawer.open()
+            onWorkingChanged: if (!working) window.openNext()
         }
     }
 

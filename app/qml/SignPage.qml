@@ -190,6 +190,7 @@ Flickable {
                 }
             }
             RowLayout {
+                objectName: "signBusy"
                 visible: page.working
                 Layout.fillWidth: true
                 BusyIndicator {
@@ -199,6 +200,13 @@ Flickable {
                     id: workLabel
                     text: page.state_ === "signing" ? qsTrId("trivex-app-busy-sign")
                                                     : qsTrId("trivex-app-busy-verify")
+                    Layout.fillWidth: true
+                }
+                Button {
+                    objectName: "signCancel"
+                    text: qsTrId("trivex-app-stop")
+                    visible: page.state_ === "signing" && token.busy
+                    onClicked: token.cancel()
                 }
             }
             Notice {

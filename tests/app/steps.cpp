@@ -3,6 +3,7 @@
 #include "tests/app/steps.h"
 
 #include <QDir>
+#include <QDragEnterEvent>
 #include <QFile>
 #include <QtTest>
 
@@ -14,6 +15,30 @@ bool Steps::show(const char *category)
         return false;
     QTest::qWait(50);
     return m_driver.window()->property("current").toString() == QLatin1String(category);
+}
+
+bool Steps::drop(const QMimeData *data)
+{
+    const QPoint middle(m_driver.window()->width() / 2, m_driver.window()->height() / 2);
+    QDragEnterEvent enter(middle, Qt::CopyAction | Qt::MoveAction, data, Qt::LeftButton,
+                          Qt::NoModifier);
+    QCoreApplication::sendEvent(m_driver.window(), &enter);
+    if (!enter.isAccepted())
+        return false;
+    QDragMoveEvent move(middle, Qt::CopyAction | Qt::MoveAction, data, Qt::LeftButton,
+                        Qt::NoModifier);
+    QCoreApplication::sendEvent(m_driver.window(), &move);
+    QDropEvent drop(middle, Qt::CopyAction | Qt::MoveAction, data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(m_driver.window(), &drop);
+    // Never as a move: the sender would delete its file.
+    return drop.isAccepted() && drop.dropAction() == Qt::CopyAction;
+}
+
+bool Steps::drop(const QList<QUrl> &urls)
+{
+    QMimeData data;
+    data.setUrls(urls);
+    return drop(&data);
 }
 
 bool Steps::waitOpen(const char *dialog, int ms)
@@ -131,6 +156,38 @@ void Steps::escape()
     for (int i = 0; i < 3; ++i)
         m_driver.key(Qt::Key_Escape);
     QTest::qWait(100);
+}
+
+PinRobot::PinRobot(WindowDriver &driver)
+    : m_driver(driver)
+{
+    m_timer.setInterval(100);
+    connect(&m_timer, &QTimer::timeout, this, &PinRobot::look);
+    m_timer.start();
+}
+
+void PinRobot::answer(const QString &pin)
+{
+    m_pin = pin;
+}
+
+void PinRobot::leave()
+{
+    m_pin.clear();
+}
+
+void PinRobot::look()
+{
+    for (const char *dialog : {"pinPromptDialog", "signPinDialog"}) {
+        if (!m_driver.isOpen(QLatin1String(dialog)))
+            continue;
+        m_timer.stop();
+        if (m_pin.isEmpty())
+            m_driver.key(Qt::Key_Escape);
+        else
+            Steps(m_driver).answerPin(m_pin, dialog);
+        m_timer.start();
+    }
 }
 
 QString writeTestFile(const QString &path, const QByteArray &contents)

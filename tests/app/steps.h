@@ -4,6 +4,9 @@
 
 #include "tests/app/harness.h"
 
+#include <QMimeData>
+#include <QUrl>
+
 namespace TrivexTest {
 
 /// What the tests of single flows do with the window again and again, by mouse and keyboard.
@@ -17,6 +20,9 @@ public:
     /// Chooses a page in the side bar: "personal", "requests", "newRequest", "sign", …
     bool show(const char *category);
     void openFile(const QString &path) { m_driver.application().activate({path}); }
+    /// Drags something over the middle of the window and lets it go; whether it was taken.
+    bool drop(const QMimeData *data);
+    bool drop(const QList<QUrl> &urls);
     bool waitOpen(const char *dialog, int ms = 15000);
     bool waitClosed(const char *dialog, int ms = 15000);
     /// Waits for `item` to be there and enabled.
@@ -46,6 +52,25 @@ public:
 
 private:
     WindowDriver &m_driver;
+};
+
+/// Sees to PIN questions from a timer: an operation that was started by a press returns only when
+/// it has ended, so nobody else could.
+class PinRobot : public QObject {
+    Q_OBJECT
+public:
+    explicit PinRobot(WindowDriver &driver);
+
+    /// What is done about the next questions.
+    void answer(const QString &pin);
+    void leave();
+
+private:
+    void look();
+
+    WindowDriver &m_driver;
+    QTimer m_timer;
+    QString m_pin;
 };
 
 /// Writes a file; the path, or an empty one when that failed.

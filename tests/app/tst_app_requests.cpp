@@ -68,8 +68,7 @@ private:
     TestAuthority m_authority;
     std::unique_ptr<WindowDriver> m_window;
     std::unique_ptr<Steps> m_steps;
-    QTimer m_robot;
-    std::function<void()> m_answer;
+    std::unique_ptr<PinRobot> m_robot;
 };
 
 void AppRequestsTest::initTestCase()
@@ -77,16 +76,8 @@ void AppRequestsTest::initTestCase()
     QVERIFY(m_authority.isValid());
     m_window = std::make_unique<WindowDriver>();
     m_steps = std::make_unique<Steps>(*m_window);
-    // Saving returns only when the token has answered, so the PIN is answered from a timer.
-    m_robot.setInterval(100);
-    connect(&m_robot, &QTimer::timeout, this, [this] {
-        if (!m_window->isOpen(QStringLiteral("pinPromptDialog")))
-            return;
-        m_robot.stop();
-        m_answer();
-        m_robot.start();
-    });
-    m_robot.start();
+    m_robot = std::make_unique<PinRobot>(*m_window);
+    m_robot->answer(rightPin());
     QVERIFY(m_window->waitForItem(QStringLiteral("token-") + token->token().label()));
     QVERIFY(m_steps->startKey(QStringLiteral("edited"), rightPin()));
     QVERIFY(m_steps->waitForKey());
@@ -99,7 +90,7 @@ void AppRequestsTest::initTestCase()
 void AppRequestsTest::init()
 {
     m_window->takeWarnings();
-    m_answer = [this] { m_steps->answerPin(rightPin()); };
+    m_robot->answer(rightPin());
 }
 
 void AppRequestsTest::cleanup()
@@ -114,7 +105,7 @@ void AppRequestsTest::cleanup()
 
 void AppRequestsTest::cleanupTestCase()
 {
-    m_robot.stop();
+    m_robot.reset();
     m_window.reset();
 }
 
@@ -268,7 +259,7 @@ void AppRequestsTest::pinIsLeft()
     QVERIFY(token->replug(storeId()));
     token->forget();
     QVERIFY(openEditor(QStringLiteral("Петрова Мария")));
-    m_answer = [this] { m_window->key(Qt::Key_Escape); };
+    m_robot->leave();
     QVERIFY(edit(QStringLiteral("organizationInput"), QStringLiteral("Left Ltd")));
     QVERIFY(m_steps->waitClosed("pinPromptDialog"));
     QTest::qWait(500);

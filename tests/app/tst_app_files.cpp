@@ -1,0 +1,382 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "app/singleinstance.h"
+#include "tests/app/steps.h"
+#include "tests/support/testcertificates.h"
+#include "tests/support/testtoken.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QLocale>
+#include <QMimeData>
+#include <QPushButton>
+#include <QtTest>
+
+using namespace TrivexTest;
+
+namespace {
+
+WindowEnvironment *environment = nullptr;
+TestToken *token = nullptr;
+
+QString rightPin()
+{
+    return QString::fromLatin1(TestToken::pin());
+}
+
+/// The file dialog that is open; Qt's own, because no platform theme brings another.
+QFileDialog *fileDialog()
+{
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    for (QWidget *widget : widgets) {
+        auto *dialog = qobject_cast<QFileDialog *>(widget);
+        if (dialog && dialog->isVisible())
+            return dialog;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+/// Every way in which a file comes to the window: dropped, chosen, named on the command line, sent
+/// by a second start. What it is, its content says.
+class AppFilesTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void cleanupTestCase();
+
+    void dropOne_data();
+    void dropOne();
+    void dropBundle();
+    void dropOnTheSigningPage();
+    void dropSeveral();
+    void dropSeveralDocuments();
+    void dropWithoutFiles();
+    void dropWhileADialogIsOpen();
+    void chooseToImport();
+    void chooseWhereToExport();
+    void chooseADocument();
+    void secondStartHandsOver();
+    void commandLine();
+
+private:
+    QString make(const char *name, const QByteArray &contents) const
+    {
+        return writeTestFile(environment->file(QString::fromUtf8(name)), contents);
+    }
+    bool answerDialog(const QString &path, bool accept = true);
+
+    TestAuthority m_authority;
+    std::unique_ptr<WindowDriver> m_window;
+    std::unique_ptr<Steps> m_steps;
+    QString m_certificate;
+    QString m_bundle;
+};
+
+void AppFilesTest::initTestCase()
+{
+    QVERIFY(m_authority.isValid());
+    // Named as something else, with a blank and letters that URLs escape.
+    m_certificate = make("in/Корневой сертификат.txt", toPem(m_authority.certificate()));
+    m_bundle = m_authority.bundle(
+        {QStringLiteral("-algorithm"), QStringLiteral("RSA"), QStringLiteral("-pkeyopt"),
+         QStringLiteral("rsa_keygen_bits:2048")},
+        QStringLiteral("/CN=Pavel Petrov"), QStringLiteral("secret"), QStringLiteral("Петров"));
+    QVERIFY(!m_certificate.isEmpty() && !m_bundle.isEmpty());
+    m_window = std::make_unique<WindowDriver>();
+    m_steps = std::make_unique<Steps>(*m_window);
+    QVERIFY(m_window->waitForItem(QStringLiteral("token-") + token->label()));
+}
+
+void AppFilesTest::init()
+{
+    QVERIFY(m_steps->show("personal"));
+    m_window->takeWarnings();
+}
+
+void AppFilesTest::cleanup()
+{
+    if (QTest::currentTestFailed())
+        m_steps->savePicture(QTest::currentTestFunction());
+    if (QFileDialog *dialog = fileDialog())
+        dialog->reject();
+    m_window->window()->requestActivate();
+    m_steps->escape();
+    QVERIFY(m_steps->waitClosed("importDialog"));
+    const QStringList warnings = m_window->takeWarnings();
+    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
+}
+
+void AppFilesTest::cleanupTestCase()
+{
+    m_window.reset();
+}
+
+void AppFilesTest::dropOne_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("problem");
+    QTest::addColumn<bool>("importable");
+    const QByteArray request = m_authority.openssl(
+        {QStringLiteral("req"), QStringLiteral("-new"), QStringLiteral("-newkey"),
+         QStringLiteral("ed25519"), QStringLiteral("-nodes"), QStringLiteral("-keyout"),
+         QStringLiteral("/dev/null"), QStringLiteral("-subj"), QStringLiteral("/CN=Asker")});
+    const QByteArray key = m_authority.openssl(
+        {QStringLiteral("genpkey"), QStringLiteral("-algorithm"), QStringLiteral("ed25519")});
+    QDir().mkpath(environment->file(QStringLiteral("a folder")));
+    QTest::newRow("certificate") << m_certificate << QString() << true;
+    QTest::newRow("DER certificate")
+        << make("in/ca.der", m_authority.certificate()) << QString() << true;
+    QTest::newRow("request") << make("in/a.csr", request) << qtTrId("trivex-app-kind-request")
+                             << false;
+    QTest::newRow("private key") << make("in/key.pem", key) << qtTrId("trivex-app-kind-key")
+                                 << false;
+    QTest::newRow("folder") << environment->file(QStringLiteral("a folder"))
+                            << qtTrId("trivex-app-read-folder") << false;
+    QTest::newRow("empty") << make("in/empty.pem", {}) << qtTrId("trivex-app-read-empty") << false;
+    QTest::newRow("gone") << environment->file(QStringLiteral("in/gone.pem"))
+                          << qtTrId("trivex-app-read-missing") << false;
+    QTest::newRow("damaged certificate")
+        << make("in/damaged.pem", "-----BEGIN CERTIFICATE-----\nMIIB\n-----END CERTIFICATE-----\n")
+        << qtTrId("trivex-app-read-damaged") << false;
+}
+
+void AppFilesTest::dropOne()
+{
+    QFETCH(QString, path);
+    QFETCH(QString, problem);
+    QFETCH(bool, importable);
+    QVERIFY(m_steps->drop({QUrl::fromLocalFile(path)}));
+    QVERIFY(m_steps->waitOpen("importDialog"));
+    QCOMPARE(m_steps->text("importProblem"), problem);
+    QCOMPARE(m_steps->waitEnabled("importAccept", importable ? 5000 : 300), importable);
+    QVERIFY(m_window->click(QStringLiteral("importCancel")));
+    QVERIFY(m_steps->waitClosed("importDialog"));
+    QCOMPARE(token->objectCount(), 0);
+}
+
+void AppFilesTest::dropBundle()
+{
+    QVERIFY(m_steps->drop({QUrl::fromLocalFile(m_bundle)}));
+    QVERIFY(m_steps->waitOpen("importDialog"));
+    QVERIFY(m_window->waitFor(
+        [&] { return m_steps->text("importProblem") == qtTrId("trivex-app-bundle-ask"); }));
+    QVERIFY(!m_window->item(QStringLiteral("importAccept"))->isEnabled());
+    QVERIFY(m_window->fill(QStringLiteral("bundlePassword"), QStringLiteral("secret")));
+    QVERIFY(m_window->click(QStringLiteral("bundleUnlock")));
+    QVERIFY(m_steps->waitEnabled("importAccept"));
+}
+
+void AppFilesTest::dropOnTheSigningPage()
+{
+    QVERIFY(m_steps->show("sign"));
+    const QString document = make("in/Письмо 1.txt", "Dear all,\n");
+    QVERIFY(m_steps->drop({QUrl::fromLocalFile(document)}));
+    QVERIFY(m_window->waitForItem(QStringLiteral("documentDigest")));
+    QCOMPARE(m_window->item(QStringLiteral("documentDigest"))->property("value").toString(),
+             QString::fromLatin1(
+                 QCryptographicHash::hash("Dear all,\n", QCryptographicHash::Sha256).toHex()));
+    // A folder is no document, which is said where the document would stand.
+    QVERIFY(m_steps->drop({QUrl::fromLocalFile(environment->home())}));
+    QVERIFY(m_window->waitForItem(QStringLiteral("documentProblem")));
+    QCOMPARE(m_steps->text("documentProblem"), qtTrId("trivex-app-read-folder"));
+    QVERIFY(!m_window->item(QStringLiteral("doSign"))->isEnabled());
+}
+
+void AppFilesTest::dropSeveral()
+{
+    const QString document = make("in/notes.txt", "notes\n");
+    QVERIFY(m_steps->drop({QUrl::fromLocalFile(document), QUrl::fromLocalFile(m_certificate),
+                           QUrl::fromLocalFile(m_bundle)}));
+    // The document waits on its page while the others are asked about, one after the other.
+    QVERIFY(m_steps->waitOpen("importDialog"));
+    QVERIFY(m_window->item(QStringLiteral("documentDigest")));
+    QVERIFY(m_steps->waitEnabled("importAccept"));
+    QVERIFY(!m_window->item(QStringLiteral("bundlePassword")));
+    QVERIFY(m_window->click(QStringLiteral("importCancel")));
+    QVERIFY(m_window->waitForItem(QStringLiteral("bundlePassword")));
+    QVERIFY(m_window->click(QStringLiteral("importCancel")));
+    QVERIFY(m_steps->waitClosed("importDialog"));
+}
+
+void AppFilesTest::dropSeveralDocuments()
+{
+    const QString one = make("in/one.txt", "one\n");
+    const QString two = make("in/two.txt", "two\n");
+    QVERIFY(m_steps->drop({QUrl::fromLocalFile(one), QUrl::fromLocalFile(two)}));
+    QVERIFY(m_window->waitForItem(QStringLiteral("documentName")));
+    // The page holds one document; that the other was left out is said.
+    QCOMPARE(m_window->item(QStringLiteral("documentName"))->property("value").toString(),
+             QStringLiteral("one.txt"));
+    QVERIFY(m_window->waitForItem(QStringLiteral("toastText")));
+    QCOMPARE(m_steps->text("toastText"), qtTrId("trivex-app-one-document"));
+}
+
+void AppFilesTest::dropWithoutFiles()
+{
+    QMimeData text;
+    text.setText(QStringLiteral("just text"));
+    QVERIFY(!m_steps->drop(&text));
+    // What lies elsewhere is not fetched.
+    m_steps->drop({QUrl(QStringLiteral("https://example.org/ca.pem"))});
+    QTest::qWait(300);
+    QVERIFY(!m_window->isOpen(QStringLiteral("importDialog")));
+    QCOMPARE(m_window->window()->property("current").toString(), QStringLiteral("personal"));
+}
+
+void AppFilesTest::dropWhileADialogIsOpen()
+{
+    QVERIFY(m_steps->drop({QUrl::fromLocalFile(m_certificate)}));
+    QVERIFY(m_steps->waitEnabled("importAccept"));
+    m_window->application().activate({m_bundle});
+    QTest::qWait(200);
+    QVERIFY(!m_window->item(QStringLiteral("bundlePassword")));
+    QVERIFY(m_window->click(QStringLiteral("importCancel")));
+    QVERIFY(m_window->waitForItem(QStringLiteral("bundlePassword")));
+}
+
+bool AppFilesTest::answerDialog(const QString &path, bool accept)
+{
+    if (!m_window->waitFor([] { return fileDialog() != nullptr; }))
+        return false;
+    QFileDialog *dialog = fileDialog();
+    if (!QTest::qWaitForWindowExposed(dialog))
+        return false;
+    auto *name = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+    if (!name)
+        return false;
+    if (dialog->fileMode() == QFileDialog::Directory)
+        dialog->setDirectory(path);
+    else
+        name->setText(path);
+    auto *box = dialog->findChild<QDialogButtonBox *>();
+    const QList<QAbstractButton *> buttons = box ? box->buttons() : QList<QAbstractButton *>();
+    for (QAbstractButton *button : buttons) {
+        if ((box->buttonRole(button) == QDialogButtonBox::AcceptRole) == accept) {
+            QTest::mouseClick(button, Qt::LeftButton);
+            const bool closed = m_window->waitFor([] { return !fileDialog(); });
+            // What a window manager would do; there is none on this display.
+            m_window->window()->requestActivate();
+            return closed && QTest::qWaitForWindowActive(m_window->window());
+        }
+    }
+    return false;
+}
+
+void AppFilesTest::chooseToImport()
+{
+    QVERIFY(m_window->click(QStringLiteral("importButton")));
+    QVERIFY(answerDialog({}, false));
+    QTest::qWait(200);
+    QVERIFY(!m_window->isOpen(QStringLiteral("importDialog")));
+
+    // By keyboard, and a file that its name would not let one expect.
+    m_window->key(Qt::Key_O, Qt::ControlModifier);
+    QVERIFY(m_window->waitFor([] { return fileDialog() != nullptr; }));
+    QCOMPARE(fileDialog()->windowTitle(), qtTrId("trivex-app-import-title"));
+    QCOMPARE(fileDialog()->nameFilters().size(), 2);
+    fileDialog()->selectNameFilter(fileDialog()->nameFilters().last());
+    QVERIFY(answerDialog(m_certificate));
+    QVERIFY(m_steps->waitEnabled("importAccept"));
+    QVERIFY(m_window->click(QStringLiteral("importAccept")));
+    QVERIFY(m_steps->answerPinUntil(
+        rightPin(), [&] { return !m_window->isOpen(QStringLiteral("importDialog")); }));
+    QCOMPARE(token->objectCount(), 1);
+}
+
+void AppFilesTest::chooseWhereToExport()
+{
+    QVERIFY(m_steps->show("roots"));
+    QVERIFY(
+        m_window->waitFor([&] { return m_window->rowNamed(QStringLiteral("Test Root")) >= 0; }));
+    QVERIFY(m_window->clickRow(m_window->rowNamed(QStringLiteral("Test Root"))));
+    QVERIFY(m_window->click(QStringLiteral("exportButton")));
+    const QString folder = environment->file(QStringLiteral("Папка для них"));
+    QVERIFY(QDir().mkpath(folder));
+    QVERIFY(answerDialog(folder));
+    QVERIFY(m_window->waitForItem(QStringLiteral("toastText")));
+    const QString file = folder + QStringLiteral("/Test Root.crt");
+    QCOMPARE(m_steps->text("toastText"), qtTrId("trivex-app-exported").arg(file));
+    QCOMPARE(m_authority.openssl({QStringLiteral("x509"), QStringLiteral("-in"), file,
+                                  QStringLiteral("-outform"), QStringLiteral("DER")}),
+             m_authority.certificate());
+}
+
+void AppFilesTest::chooseADocument()
+{
+    QVERIFY(m_steps->show("sign"));
+    QVERIFY(m_window->click(QStringLiteral("chooseDocument")));
+    QVERIFY(answerDialog(make("in/chosen.txt", "chosen\n")));
+    QVERIFY(m_window->waitForItem(QStringLiteral("documentName")));
+    QCOMPARE(m_window->item(QStringLiteral("documentName"))->property("value").toString(),
+             QStringLiteral("chosen.txt"));
+}
+
+void AppFilesTest::secondStartHandsOver()
+{
+    Trivex::SingleInstance first(QStringLiteral("trivex"));
+    connect(&first, &Trivex::SingleInstance::started, &m_window->application(),
+            &Trivex::Application::activate);
+    QVERIFY(!first.handOver({}));
+    QProcess second;
+    second.setWorkingDirectory(QFileInfo(m_certificate).absolutePath());
+    // A name without its folder, as from a terminal there, and a URL, as from a file manager.
+    second.start(QStringLiteral(TRIVEX_PROGRAM),
+                 {QFileInfo(m_certificate).fileName(), QUrl::fromLocalFile(m_bundle).toString()});
+    QVERIFY(m_window->waitFor([&] { return second.state() == QProcess::NotRunning; }, 30000));
+    QCOMPARE(second.exitCode(), 0);
+    QVERIFY(m_steps->waitEnabled("importAccept"));
+    QVERIFY(m_window->click(QStringLiteral("importCancel")));
+    QVERIFY(m_window->waitForItem(QStringLiteral("bundlePassword")));
+}
+
+void AppFilesTest::commandLine()
+{
+    // A program of its own, which stays open with the file that it was given.
+    QProcess program;
+    QProcessEnvironment own = QProcessEnvironment::systemEnvironment();
+    QTemporaryDir runtime;
+    own.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime.path());
+    program.setProcessEnvironment(own);
+    program.setProcessChannelMode(QProcess::MergedChannels);
+    program.start(QStringLiteral(TRIVEX_PROGRAM), {m_certificate});
+    QVERIFY(m_window->waitFor(
+        [&] {
+            return QFile::exists(runtime.filePath(QStringLiteral("trivex.socket")))
+                || program.state() == QProcess::NotRunning;
+        },
+        30000));
+    QVERIFY(!m_window->waitFor([&] { return program.state() == QProcess::NotRunning; }, 2000));
+    // Asked to end, it does.
+    program.terminate();
+    QVERIFY(m_window->waitFor([&] { return program.state() == QProcess::NotRunning; }));
+    const QByteArray said = program.readAll();
+    QVERIFY2(!said.contains("qml") && !said.contains("QML"), said.constData());
+}
+
+int main(int argc, char **argv)
+{
+    WindowEnvironment display;
+    TestToken software(QStringLiteral("Токен Г"));
+    for (const QString &problem : {display.problem(), software.problem()}) {
+        if (!problem.isEmpty()) {
+            printf("SKIP %s\n", qPrintable(problem));
+            return 0;
+        }
+    }
+    software.useInThisProcess();
+    environment = &display;
+    token = &software;
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    QApplication application(argc, argv);
+    Trivex::Application::prepare();
+    AppFilesTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_app_files.moc"

@@ -1,0 +1,367 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/app/steps.h"
+#include "tests/pkcs11/faultytoken.h"
+#include "tests/support/testcertificates.h"
+
+#include <QApplication>
+#include <QCryptographicHash>
+#include <QDir>
+#include <QImage>
+#include <QLocale>
+#include <QtTest>
+
+using namespace TrivexTest;
+
+namespace {
+
+WindowEnvironment *environment = nullptr;
+FaultyToken *token = nullptr;
+
+QString rightPin()
+{
+    return QString::fromLatin1(TestToken::pin());
+}
+
+QString digestOf(const QByteArray &data)
+{
+    return QString::fromLatin1(QCryptographicHash::hash(data, QCryptographicHash::Sha256).toHex());
+}
+
+} // namespace
+
+/// The page that signs and checks: what it shows of a document, and each result in its own words.
+class AppSignTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void cleanupTestCase();
+
+    void documentIsShown();
+    void pictureIsShown();
+    void pinIsLeft();
+    void pinIsWrong();
+    void signedAndVerified();
+    void changedDocument();
+    void missingSignature();
+    void signatureCannotBeWritten();
+    void tokenIsGone();
+    void slowTokenIsStopped();
+    void pageIsLeft();
+    void largeFile();
+
+private:
+    QString storeId() const;
+    QString document(const char *name, const QByteArray &contents);
+    QString value(const char *row) const;
+    /// The headline of the result, once the work has ended.
+    QString result();
+    QString detail() const;
+    /// Signs, and does something as soon as the token is at work.
+    bool signAnd(const std::function<void()> &meanwhile);
+
+    TestAuthority m_authority;
+    std::unique_ptr<WindowDriver> m_window;
+    std::unique_ptr<Steps> m_steps;
+    std::unique_ptr<PinRobot> m_robot;
+};
+
+void AppSignTest::initTestCase()
+{
+    QVERIFY(m_authority.isValid());
+    const QString id = QStringLiteral("01");
+    QVERIFY(token->token().generateKeyPair(QStringLiteral("rsa:2048"), id, id));
+    QVERIFY(token->token().writeObject(
+        QStringLiteral("cert"),
+        m_authority.issue(token->token().publicKey(id), QStringLiteral("/CN=Signer")), id, id));
+    m_window = std::make_unique<WindowDriver>();
+    m_steps = std::make_unique<Steps>(*m_window);
+    m_robot = std::make_unique<PinRobot>(*m_window);
+    QVERIFY(m_window->waitForItem(QStringLiteral("token-") + token->token().label()));
+    QVERIFY(m_window->waitFor([&] { return m_window->rowNamed(QStringLiteral("Signer")) >= 0; }));
+}
+
+void AppSignTest::init()
+{
+    QVERIFY(m_steps->show("sign"));
+    m_window->takeWarnings();
+    m_robot->answer(rightPin());
+}
+
+void AppSignTest::cleanup()
+{
+    if (QTest::currentTestFailed())
+        m_steps->savePicture(QTest::currentTestFunction());
+    token->control();
+    m_steps->escape();
+    QVERIFY(m_steps->show("personal"));
+    const QStringList warnings = m_window->takeWarnings();
+    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
+}
+
+void AppSignTest::cleanupTestCase()
+{
+    m_robot.reset();
+    m_window.reset();
+}
+
+QString AppSignTest::storeId() const
+{
+    const auto *model =
+        m_window->window()->findChild<QAbstractItemModel *>(QStringLiteral("tokens"));
+    return model ? model->index(0, 0).data(257).toString() : QString();
+}
+
+QString AppSignTest::document(const char *name, const QByteArray &contents)
+{
+    const QString path = writeTestFile(environment->file(QString::fromUtf8(name)), contents);
+    m_steps->openFile(path);
+    m_steps->waitEnabled("doSign");
+    return path;
+}
+
+QString AppSignTest::value(const char *row) const
+{
+    const QQuickItem *item = m_window->item(QLatin1String(row));
+    return item ? item->property("value").toString() : QString();
+}
+
+QString AppSignTest::result()
+{
+    m_window->waitFor([&] {
+        return !m_window->item(QStringLiteral("signBusy"))
+            && !m_steps->text("signResult").isEmpty();
+    });
+    return m_steps->text("signResult");
+}
+
+QString AppSignTest::detail() const
+{
+    const QQuickItem *notice = m_window->item(QStringLiteral("signResult"));
+    return notice ? notice->property("detail").toString() : QString();
+}
+
+bool AppSignTest::signAnd(const std::function<void()> &meanwhile)
+{
+    bool met = false;
+    // From a timer: what the press began returns only when the token has answered.
+    QTimer watch;
+    connect(&watch, &QTimer::timeout, this, [&] {
+        if (!m_window->item(QStringLiteral("signCancel")))
+            return;
+        watch.stop();
+        meanwhile();
+        met = true;
+    });
+    watch.start(100);
+    return m_steps->press("doSign") && m_window->waitFor([&] { return met; });
+}
+
+void AppSignTest::documentIsShown()
+{
+    const QByteArray text("Dear all,\n");
+    document("Письмо.txt", text);
+    QCOMPARE(value("documentName"), QStringLiteral("Письмо.txt"));
+    QCOMPARE(value("documentType"), QStringLiteral("text/plain"));
+    QCOMPARE(value("documentSize"), QLocale().formattedDataSize(text.size()));
+    QCOMPARE(value("documentDigest"), digestOf(text));
+    QVERIFY(!m_window->item(QStringLiteral("documentPreview")));
+    QCOMPARE(m_window->item(QStringLiteral("signKeyChooser"))->property("displayText").toString(),
+             QStringLiteral("Signer"));
+}
+
+void AppSignTest::pictureIsShown()
+{
+    QImage image(64, 48, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    const QString path = environment->file(QStringLiteral("scan #1.png"));
+    QVERIFY(image.save(path));
+    m_steps->openFile(path);
+    QVERIFY(m_window->waitForItem(QStringLiteral("documentPreview")));
+    // Loaded, not only asked for: 1 is Image.Ready.
+    QVERIFY(m_window->waitFor([&] {
+        return m_window->item(QStringLiteral("documentPreview"))->property("status").toInt() == 1;
+    }));
+    QCOMPARE(value("documentType"), QStringLiteral("image/png"));
+}
+
+void AppSignTest::pinIsLeft()
+{
+    const QString path = document("letter.txt", "Dear all,\n");
+    token->forget();
+    m_robot->leave();
+    QVERIFY(m_steps->press("doSign"));
+    QCOMPARE(result(), qtTrId("trivex-app-unsigned"));
+    QVERIFY(detail().contains(qtTrId("trivex-app-cause-no-pin")));
+    QCOMPARE(token->count("C_Login"), 0);
+    QVERIFY(!QFile::exists(path + QStringLiteral(".sig")));
+    QVERIFY(!m_window->isOpen(QStringLiteral("errorDialog")));
+}
+
+void AppSignTest::pinIsWrong()
+{
+    const QString path = document("letter.txt", "Dear all,\n");
+    token->forget();
+    m_robot->answer(QStringLiteral("999999"));
+    QVERIFY(m_steps->press("doSign"));
+    QCOMPARE(result(), qtTrId("trivex-app-unsigned"));
+    QVERIFY(detail().contains(qtTrId("trivex-app-cause-wrong-pin")));
+    QTest::qWait(500);
+    QCOMPARE(token->count("C_Login"), 1);
+    QVERIFY(!m_window->isOpen(QStringLiteral("signPinDialog")));
+    QVERIFY(!QFile::exists(path + QStringLiteral(".sig")));
+}
+
+void AppSignTest::signedAndVerified()
+{
+    const QString path = document("letter.txt", "Dear all,\n");
+    token->forget();
+    QVERIFY(m_steps->press("doSign"));
+    QCOMPARE(result(), qtTrId("trivex-app-signed"));
+    QCOMPARE(detail(), path + QStringLiteral(".sig"));
+    QCOMPARE(QFileInfo(path + QStringLiteral(".sig")).size(), qint64(256));
+    QVERIFY(m_steps->press("doVerify"));
+    QVERIFY(m_window->waitFor(
+        [&] { return m_steps->text("signResult") == qtTrId("trivex-app-verified"); }));
+    QVERIFY(detail().contains(QStringLiteral("Signer")));
+
+    // The PIN is asked for only when it is needed: not again for the next document.
+    document("second.txt", "Dear all again,\n");
+    QVERIFY(m_steps->press("doSign"));
+    QCOMPARE(result(), qtTrId("trivex-app-signed"));
+    QCOMPARE(token->count("C_Login"), 1);
+}
+
+void AppSignTest::changedDocument()
+{
+    document("letter.txt", "Dear nobody,\n");
+    QVERIFY(m_steps->press("doVerify"));
+    QCOMPARE(result(), qtTrId("trivex-app-refused"));
+    QVERIFY(!detail().isEmpty());
+}
+
+void AppSignTest::missingSignature()
+{
+    document("unsigned.txt", "Nobody signed this\n");
+    QVERIFY(m_steps->press("doVerify"));
+    QCOMPARE(result(), qtTrId("trivex-app-nosignature"));
+    QCOMPARE(detail(), qtTrId("trivex-app-read-missing"));
+}
+
+void AppSignTest::signatureCannotBeWritten()
+{
+    // A folder stands where the signature is to go.
+    QVERIFY(QDir().mkpath(environment->file(QStringLiteral("blocked.txt.sig/inside"))));
+    document("blocked.txt", "No place for it\n");
+    QVERIFY(m_steps->press("doSign"));
+    QVERIFY(m_window->waitFor([&] { return !result().isEmpty(); }));
+    QCOMPARE(result(), qtTrId("trivex-app-unwritten"));
+    QVERIFY(!detail().isEmpty());
+    const QStringList warnings = m_window->takeWarnings();
+    QCOMPARE(warnings.filter(QStringLiteral("not written")).size(), warnings.size());
+}
+
+void AppSignTest::tokenIsGone()
+{
+    document("gone.txt", "The token is gone\n");
+    token->control("remove-at C_Sign *\nremove-at C_SignFinal *\nremove-at C_SignInit *");
+    QVERIFY(m_steps->press("doSign"));
+    QCOMPARE(result(), qtTrId("trivex-app-unsigned"));
+    QVERIFY2(detail().contains(qtTrId("trivex-app-cause-removed")), qPrintable(detail()));
+    QVERIFY(!m_window->isOpen(QStringLiteral("errorDialog")));
+    // Back in, it signs without a restart.
+    QVERIFY(token->replug(storeId()));
+    QVERIFY(m_steps->waitEnabled("doSign"));
+    QVERIFY(m_steps->press("doSign"));
+    QCOMPARE(result(), qtTrId("trivex-app-signed"));
+}
+
+void AppSignTest::slowTokenIsStopped()
+{
+    const QString path = document("slow.txt", "Slowly\n");
+    token->control("delay C_Sign * 3000");
+    m_window->meter().reset();
+    bool startable = true;
+    bool stopped = false;
+    QVERIFY(signAnd([&] {
+        startable = m_window->item(QStringLiteral("doSign"))->isEnabled();
+        stopped = m_window->item(QStringLiteral("signBusy")) && m_steps->press("signCancel");
+    }));
+    QVERIFY(stopped);
+    QVERIFY(!startable);
+    QVERIFY2(m_window->meter().longestWork() < 300,
+             qPrintable(QString::number(m_window->meter().longestWork())));
+    QCOMPARE(result(), qtTrId("trivex-app-unsigned"));
+    QVERIFY2(detail().contains(qtTrId("trivex-app-cause-cancelled")), qPrintable(detail()));
+    QVERIFY(!QFile::exists(path + QStringLiteral(".sig")));
+    token->control();
+    QVERIFY(m_steps->waitEnabled("doSign"));
+    QVERIFY(m_steps->press("doSign"));
+    QCOMPARE(result(), qtTrId("trivex-app-signed"));
+}
+
+void AppSignTest::pageIsLeft()
+{
+    const QString path = document("left.txt", "Left alone\n");
+    token->control("delay C_Sign * 1500");
+    bool left = false;
+    QVERIFY(signAnd([&] { left = m_steps->show("personal"); }));
+    QVERIFY(left);
+    QTest::qWait(2000);
+    // Neither a frozen window nor half a file.
+    QVERIFY(m_window->clickRow(m_window->rowNamed(QStringLiteral("Signer"))));
+    QVERIFY(m_window->waitForItem(QStringLiteral("detailsView")));
+    const QFileInfo signature(path + QStringLiteral(".sig"));
+    QVERIFY(!signature.exists() || signature.size() == 256);
+}
+
+void AppSignTest::largeFile()
+{
+    QByteArray block(1 << 20, 'x');
+    const QString path = environment->file(QStringLiteral("large.txt"));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    for (int i = 0; i < 96; ++i) {
+        file.write(block);
+        hash.addData(block);
+    }
+    file.close();
+    m_window->meter().reset();
+    m_steps->openFile(path);
+    QVERIFY(m_steps->waitEnabled("doSign", 30000));
+    QTest::qWait(50);
+    QCOMPARE(value("documentDigest"), QString::fromLatin1(hash.result().toHex()));
+    qInfo("96 MiB opened: longest work %lld ms", m_window->meter().longestWork());
+    m_window->meter().reset();
+    QVERIFY(m_steps->press("doSign"));
+    QCOMPARE(result(), qtTrId("trivex-app-signed"));
+    QVERIFY(m_steps->press("doVerify"));
+    QVERIFY(m_window->waitFor(
+        [&] { return m_steps->text("signResult") == qtTrId("trivex-app-verified"); }));
+    qInfo("96 MiB signed and verified: longest work %lld ms", m_window->meter().longestWork());
+}
+
+int main(int argc, char **argv)
+{
+    WindowEnvironment display;
+    FaultyToken faulty(QStringLiteral("Токен Д"));
+    for (const QString &problem : {display.problem(), faulty.token().problem()}) {
+        if (!problem.isEmpty()) {
+            printf("SKIP %s\n", qPrintable(problem));
+            return 0;
+        }
+    }
+    faulty.useInThisProcess();
+    environment = &display;
+    token = &faulty;
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    QApplication application(argc, argv);
+    Trivex::Application::prepare();
+    AppSignTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_app_sign.moc"
