@@ -39,7 +39,7 @@ Card {
             validity: header.validity
         }
         Label {
-            text: Validity.until(header.until)
+            text: header.until ? Validity.until(header.until) : ""
             color: Theme.textDim
             visible: text.length > 0
         }
@@ -51,7 +51,7 @@ Card {
         }
     }
     ProgressBar {
-        value: Validity.elapsed(header.from, header.until)
+        value: header.from && header.until ? Validity.elapsed(header.from, header.until) : 0
         visible: header.validity !== Validity.Unknown
         Layout.fillWidth: true
         Accessible.name: qsTrId("trivex-app-validity-elapsed")

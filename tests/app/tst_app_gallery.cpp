@@ -1,0 +1,191 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "app/environment.h"
+#include "tests/app/steps.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLocale>
+#include <QPushButton>
+#include <QQmlComponent>
+#include <QRegularExpression>
+#include <QtTest>
+
+using namespace TrivexTest;
+
+namespace {
+
+QStringList messages;
+
+void collect(QtMsgType type, const QMessageLogContext &, const QString &message)
+{
+    if (type != QtDebugMsg && type != QtInfoMsg)
+        messages += message;
+}
+
+QStringList takeMessages()
+{
+    return std::exchange(messages, QStringList());
+}
+
+QQuickItem *buttonNamed(QQuickItem *from, const QString &text)
+{
+    if (!from->isVisible())
+        return nullptr;
+    if (from->inherits("QQuickAbstractButton") && from->property("text").toString() == text)
+        return from;
+    const QList<QQuickItem *> children = from->childItems();
+    for (QQuickItem *child : children) {
+        if (QQuickItem *found = buttonNamed(child, text))
+            return found;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+/// The module of controls without the program around it: every component by itself, the gallery
+/// with its dialogs, and the texts that Qt brings.
+class AppGalleryTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void cleanup();
+
+    void componentsAlone_data();
+    void componentsAlone();
+    void gallery();
+    void qtSpeaksRussian();
+
+private:
+    static QString controls()
+    {
+        return Trivex::moduleDirectory() + QStringLiteral("/Trivex/Crypto/Controls");
+    }
+};
+
+void AppGalleryTest::initTestCase()
+{
+    qInstallMessageHandler(collect);
+}
+
+void AppGalleryTest::cleanup()
+{
+    const QStringList said = takeMessages();
+    QVERIFY2(said.isEmpty(), qPrintable(said.join(QLatin1Char('\n'))));
+}
+
+void AppGalleryTest::componentsAlone_data()
+{
+    QTest::addColumn<QString>("type");
+    QFile list(controls() + QStringLiteral("/qmldir"));
+    QVERIFY(list.open(QIODevice::ReadOnly));
+    const auto lines = QString::fromUtf8(list.readAll()).split(QLatin1Char('\n'));
+    for (const QString &line : lines) {
+        const QStringList words = line.split(QLatin1Char(' '));
+        if (words.size() == 3 && words.last().endsWith(QLatin1String(".qml")))
+            QTest::newRow(qPrintable(words.first())) << words.first();
+    }
+}
+
+void AppGalleryTest::componentsAlone()
+{
+    QFETCH(QString, type);
+    QQmlApplicationEngine engine;
+    engine.addImportPath(Trivex::moduleDirectory());
+    // In a window and without any property set: nothing may be taken for granted.
+    const QString source = QStringLiteral("import QtQuick 2.15\nimport QtQuick.Controls 2.15\n"
+                                          "import Trivex.Crypto.Controls 1.0\n"
+                                          "ApplicationWindow { width: 500; height: 400\n"
+                                          "visible: true\n property QtObject made: %1 {} }")
+                               .arg(type);
+    QQmlComponent component(&engine);
+    component.setData(source.toUtf8(), QUrl());
+    const std::unique_ptr<QObject> window(component.create());
+    QVERIFY2(window, qPrintable(component.errorString()));
+    auto *made = window->property("made").value<QObject *>();
+    QVERIFY(made);
+    if (auto *item = qobject_cast<QQuickItem *>(made))
+        item->setParentItem(qobject_cast<QQuickWindow *>(window.get())->contentItem());
+    else if (made->metaObject()->indexOfMethod("open()") >= 0)
+        QMetaObject::invokeMethod(made, "open");
+    QVERIFY(QTest::qWaitForWindowExposed(qobject_cast<QQuickWindow *>(window.get())));
+    QTest::qWait(100);
+}
+
+void AppGalleryTest::gallery()
+{
+    QQmlApplicationEngine engine;
+    engine.addImportPath(Trivex::moduleDirectory());
+    engine.load(QUrl(QStringLiteral("qrc:/gallery/Gallery.qml")));
+    QVERIFY(!engine.rootObjects().isEmpty());
+    auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().first());
+    QVERIFY(window && QTest::qWaitForWindowExposed(window));
+    window->requestActivate();
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    const struct {
+        const char *button;
+        const char *opened;
+    } dialogs[] = {{"trivex-app-pin-title", "pinDialog"},     {"trivex-app-remove", "removeDialog"},
+                   {"trivex-app-error-title", "errorDialog"}, {"trivex-app-saved", "toast"},
+                   {"trivex-app-colours-dark", nullptr},      {"trivex-app-colours-dark", nullptr}};
+    for (const auto &one : dialogs) {
+        QTest::qWait(50);
+        QQuickItem *button = buttonNamed(window->contentItem(), qtTrId(one.button));
+        QVERIFY2(button, one.button);
+        const QPointF middle = button->mapToScene({button->width() / 2, button->height() / 2});
+        QTest::mouseClick(window, Qt::LeftButton, Qt::NoModifier, middle.toPoint());
+        if (!one.opened)
+            continue;
+        const auto *popup = window->findChild<QObject *>(QLatin1String(one.opened));
+        QVERIFY2(popup, one.opened);
+        QVERIFY2(QTest::qWaitFor([&] { return popup->property("opened").toBool(); }), one.opened);
+        QTest::keyClick(window, Qt::Key_Escape);
+        if (qstrcmp(one.opened, "toast") != 0)
+            QVERIFY2(QTest::qWaitFor([&] { return !popup->property("visible").toBool(); }),
+                     one.opened);
+    }
+}
+
+void AppGalleryTest::qtSpeaksRussian()
+{
+    QLocale::setDefault(QLocale(QLocale::Russian, QLocale::Russia));
+    Trivex::installQtTranslations();
+    QFileDialog dialog;
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
+    const QRegularExpression cyrillic(QStringLiteral("[А-Яа-я]"));
+    int seen = 0;
+    for (const QAbstractButton *button : dialog.findChildren<QPushButton *>()) {
+        if (!button->isVisible() || button->text().isEmpty())
+            continue;
+        ++seen;
+        QVERIFY2(button->text().contains(cyrillic), qPrintable(button->text()));
+    }
+    for (const QLabel *label : dialog.findChildren<QLabel *>()) {
+        if (label->isVisible() && !label->text().isEmpty())
+            QVERIFY2(label->text().contains(cyrillic), qPrintable(label->text()));
+    }
+    QVERIFY(seen >= 2);
+}
+
+int main(int argc, char **argv)
+{
+    WindowEnvironment display;
+    if (!display.isValid()) {
+        printf("SKIP %s\n", qPrintable(display.problem()));
+        return 0;
+    }
+    // No token of this machine is looked at.
+    qputenv("TRIVEX_PKCS11_MODULES", "/nonexistent.so");
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    QApplication application(argc, argv);
+    Trivex::Application::prepare();
+    AppGalleryTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_app_gallery.moc"
