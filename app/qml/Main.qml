@@ -23,41 +23,10 @@ ApplicationWindow {
     readonly property int columns: width >= 900 ? 3 : width >= 640 ? 2 : 1
     property alias library: library
     property alias listPage: listPage
-    property var queue: []
-    /// One of the files that were opened together has become the document to be signed.
-    property bool oneDocument: false
     property bool unfinishedRequest: false
 
-    /// Opens files from the command line, a second start or a drop. What each is, its content says.
     function openFiles(files) {
-        queue = queue.concat(files)
-        openNext()
-    }
-    function openNext() {
-        // Until a signature is made its page has no place for another document.
-        while (queue.length && !importDialog.visible && !(pages.item && pages.item.working)) {
-            const path = queue[0]
-            queue = queue.slice(1)
-            probe.path = ""
-            probe.path = path
-            const unreadable = probe.kind === CertificateFile.Unreadable
-            if (probe.kind === CertificateFile.OtherKind || unreadable && current === "sign")
-                openDocument(path)
-            else
-                importDialog.start(path)
-            probe.path = ""
-        }
-        if (!queue.length)
-            oneDocument = false
-    }
-    function openDocument(path) {
-        if (oneDocument) {
-            toast.show(qsTrId("trivex-app-one-document"))
-            return
-        }
-        oneDocument = true
-        show("sign")
-        pages.item.open(path)
+        queue.add(files)
     }
     function show(key) {
         drawer.close()
@@ -114,8 +83,19 @@ ApplicationWindow {
                 toast.show(qsTrId("trivex-app-removed"))
         }
     }
-    CertificateFile {
-        id: probe
+    FileQueue {
+        id: queue
+        documentsFirst: window.current === "sign"
+        // Until a signature is made its page has no place for another document.
+        isBlocked: function() {
+            return importDialog.visible || pages.item && pages.item.working
+        }
+        onImportable: importDialog.start(path)
+        onDocument: {
+            window.show("sign")
+            pages.item.open(path)
+        }
+        onLeftOut: toast.show(qsTrId("trivex-app-one-document"))
     }
 
     Shortcut {
@@ -223,7 +203,7 @@ ApplicationWindow {
             columns: window.columns
             library: window.library
             onMenuAsked: drawer.open()
-            onWorkingChanged: if (!working) window.openNext()
+            onWorkingChanged: if (!working) queue.next()
         }
     }
 
@@ -261,7 +241,7 @@ ApplicationWindow {
     ImportDialog {
         id: importDialog
         onImported: toast.show(qsTrId("trivex-app-imported").arg(name))
-        onClosed: window.openNext()
+        onClosed: queue.next()
     }
     RemoveDialog {
         id: removeDialog

@@ -269,35 +269,10 @@ Flickable {
                 }
             }
         }
-        Card {
-            objectName: "savedCard"
-            title: qsTrId("trivex-app-step-done")
-            visible: page.savedPath.length > 0
+        SavedRequestCard {
+            path: page.savedPath
             Layout.fillWidth: true
-            DetailRow {
-                label: qsTrId("trivex-app-file")
-                value: page.savedPath
-                Layout.fillWidth: true
-            }
-            Label {
-                text: qsTrId("trivex-app-request-next")
-                wrapMode: Text.WordWrap
-                Layout.fillWidth: true
-            }
-            Flow {
-                spacing: Theme.unit
-                Layout.fillWidth: true
-                Button {
-                    text: qsTrId("trivex-app-open-folder")
-                    icon.source: Theme.icon("folder")
-                    onClicked: Desktop.openFolder(page.savedPath)
-                }
-                Button {
-                    objectName: "startOver"
-                    text: qsTrId("trivex-app-another-request")
-                    onClicked: page.startOverAsked()
-                }
-            }
+            onStartOverAsked: page.startOverAsked()
         }
     }
 }

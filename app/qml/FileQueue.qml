@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQml 2.15
+import Trivex.Crypto.Controls 1.0
+
+/// Files from the command line, a second start or a drop, one after the other. What each is, its
+/// content says. Of those that came together one document is opened: its page holds no more.
+QtObject {
+    id: queue
+    /// A page that is to get what can't be read at all, instead of the import.
+    property bool documentsFirst: false
+    /// Asked before each file; true while there is no place for another.
+    property var isBlocked: function() { return false }
+    property var waiting: []
+    property bool hasDocument: false
+    property CertificateFile probe: CertificateFile {}
+    signal importable(string path)
+    signal document(string path)
+    signal leftOut(string path)
+
+    function add(files) {
+        waiting = waiting.concat(files)
+        next()
+    }
+    function next() {
+        while (waiting.length && !isBlocked()) {
+            const path = waiting[0]
+            waiting = waiting.slice(1)
+            hand(path)
+        }
+        if (!waiting.length)
+            hasDocument = false
+    }
+    function hand(path) {
+        probe.path = ""
+        probe.path = path
+        const kind = probe.kind
+        probe.path = ""
+        if (kind !== CertificateFile.OtherKind
+                && !(documentsFirst && kind === CertificateFile.Unreadable)) {
+            importable(path)
+        } else if (hasDocument) {
+            leftOut(path)
+        } else {
+            hasDocument = true
+            document(path)
+        }
+    }
+}
