@@ -23,11 +23,20 @@ public:
 
     /// Forgets what was and begins.
     void start();
-    void stop() { m_timer.stop(); }
+    void stop()
+    {
+        m_timer.stop();
+    }
     /// In milliseconds.
-    qint64 longest() const { return m_longest; }
+    qint64 longest() const
+    {
+        return m_longest;
+    }
     /// The same with the time that other programs took.
-    qint64 longestByTheClock() const { return m_longestByTheClock; }
+    qint64 longestByTheClock() const
+    {
+        return m_longestByTheClock;
+    }
 
 private:
     void beat();
