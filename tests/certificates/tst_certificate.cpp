@@ -4,6 +4,7 @@
 #include "certificates/certificatetext.h"
 #include "qca/adapter/providers.h"
 #include "tests/certificates/certificatefactory.h"
+#include "tests/support/marktranslator.h"
 
 #include <QFile>
 #include <QMetaProperty>
@@ -37,6 +38,7 @@ private Q_SLOTS:
     void keyBundle();
 
 private:
+    const TrivexTest::MarkTranslator m_marks;
     QCA::Initializer m_qca;
     CertificateFactory m_factory;
 };
@@ -76,28 +78,28 @@ void tst_Certificate::signatureText_data()
 {
     QTest::addColumn<QString>("text");
     const char *const texts[] = {
-        "trivex-p-la-unknown_signing_alg",
-        "SHA1, trivex-p-la-with EMSA1",
-        "SHA1, trivex-p-la-with EMSA3",
-        "MD5, trivex-p-la-with EMSA3",
-        "MD2, trivex-p-la-with EMSA3",
-        "RIPEMD160, trivex-p-la-with EMSA3",
-        "trivex-p-la-without_dest",
-        "SHA224, trivex-p-la-with EMSA3",
-        "SHA256, trivex-p-la-with EMSA3",
-        "SHA384, trivex-p-la-with EMSA3",
-        "SHA512, trivex-p-la-with EMSA3",
-        "ECDSA, trivex-p-la-with SHA256",
-        "ECDSA, trivex-p-la-with SHA384",
-        "GOST R 34.11-94, trivex-p-la-with GOST R 34.10-2001",
-        "GOST R 34.10-2012, trivex-p-la-with GOST R 34.11-2012 (256 bit)",
-        "GOST R 34.10-2012, trivex-p-la-with GOST R 34.11-2012 (512 bit)",
-        "trivex-p-la-unknown_signing_alg",
+        "tr:trivex-p-la-unknown_signing_alg",
+        "SHA1, tr:trivex-p-la-with EMSA1",
+        "SHA1, tr:trivex-p-la-with EMSA3",
+        "MD5, tr:trivex-p-la-with EMSA3",
+        "MD2, tr:trivex-p-la-with EMSA3",
+        "RIPEMD160, tr:trivex-p-la-with EMSA3",
+        "tr:trivex-p-la-without_dest",
+        "SHA224, tr:trivex-p-la-with EMSA3",
+        "SHA256, tr:trivex-p-la-with EMSA3",
+        "SHA384, tr:trivex-p-la-with EMSA3",
+        "SHA512, tr:trivex-p-la-with EMSA3",
+        "ECDSA, tr:trivex-p-la-with SHA256",
+        "ECDSA, tr:trivex-p-la-with SHA384",
+        "GOST R 34.11-94, tr:trivex-p-la-with GOST R 34.10-2001",
+        "GOST R 34.10-2012, tr:trivex-p-la-with GOST R 34.11-2012 (256 bit)",
+        "GOST R 34.10-2012, tr:trivex-p-la-with GOST R 34.11-2012 (512 bit)",
+        "tr:trivex-p-la-unknown_signing_alg",
     };
     for (int i = 0; i < 17; ++i)
         QTest::newRow(qPrintable(QString::number(i))) << QString::fromLatin1(texts[i]);
-    QTest::newRow("-1") << QStringLiteral("trivex-p-la-unknown_signing_alg");
-    QTest::newRow("100000") << QStringLiteral("trivex-p-la-unknown_signing_alg");
+    QTest::newRow("-1") << QStringLiteral("tr:trivex-p-la-unknown_signing_alg");
+    QTest::newRow("100000") << QStringLiteral("tr:trivex-p-la-unknown_signing_alg");
 }
 
 void tst_Certificate::signatureText()
@@ -163,11 +165,12 @@ void tst_Certificate::fields()
     QCOMPARE(value("subjectOgrnip"), QStringLiteral("304500116000157"));
     QCOMPARE(value("subjectIdentificationKind"), QStringLiteral("0"));
     QCOMPARE(value("signatureType"), QStringLiteral("Not qualified"));
-    QCOMPARE(value("signatureAlgorithm"), QStringLiteral("SHA256, trivex-p-la-with EMSA3"));
+    QCOMPARE(value("signatureAlgorithm"), QStringLiteral("SHA256, tr:trivex-p-la-with EMSA3"));
     QCOMPARE(value("publicKeyTypeAlgorithm"), QStringLiteral("RSA"));
     QCOMPARE(value("publicKeyId"), Trivex::hexText(wrapped.subjectKeyId(), QLatin1Char(':')));
     QVERIFY(!value("publicKeyId").isEmpty());
-    QCOMPARE(value("privateKeyAvailability"), QStringLiteral("trivex-p-la-private_not_available"));
+    QCOMPARE(value("privateKeyAvailability"),
+             QStringLiteral("tr:trivex-p-la-private_not_available"));
     QVERIFY(value("privateKeyLocation").isEmpty());
     QVERIFY(value("privateKeyManufacturer").isEmpty());
     QVERIFY(certificate.notValidBefore() < certificate.notValidAfter());
@@ -208,7 +211,7 @@ void tst_Certificate::ellipticCurve()
     const Certificate edwards(
         m_factory.selfSigned(QStringLiteral("/CN=Ed"), {}, QStringLiteral("ed25519")));
     QCOMPARE(edwards.publicKeyTypeAlgorithm(), QStringLiteral("ED25519"));
-    QCOMPARE(edwards.signatureAlgorithm(), QStringLiteral("trivex-p-la-unknown_signing_alg"));
+    QCOMPARE(edwards.signatureAlgorithm(), QStringLiteral("tr:trivex-p-la-unknown_signing_alg"));
 }
 
 void tst_Certificate::root()
@@ -313,8 +316,9 @@ void tst_Certificate::keyBundle()
     const QCA::KeyBundle bundle = m_factory.bundle(QStringLiteral("/CN=Key/O=Maker"));
     QVERIFY(!bundle.isNull());
     const Certificate certificate(bundle.certificateChain().first(), bundle);
-    QCOMPARE(certificate.privateKeyAvailability(), QStringLiteral("trivex-p-la-private_available"));
-    QCOMPARE(certificate.privateKeyLocation(), QStringLiteral("trivex-me-softhsm"));
+    QCOMPARE(certificate.privateKeyAvailability(),
+             QStringLiteral("tr:trivex-p-la-private_available"));
+    QCOMPARE(certificate.privateKeyLocation(), QStringLiteral("tr:trivex-me-softhsm"));
     QCOMPARE(certificate.privateKeyManufacturer(), QStringLiteral("Maker"));
 }
 

@@ -4,6 +4,7 @@
 #include "qca/adapter/providers.h"
 #include "tests/certificates/certificatefactory.h"
 #include "tests/certificates/flat.h"
+#include "tests/support/marktranslator.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
@@ -28,6 +29,7 @@ private:
         return model.data(model.index(row, 0), role).toString();
     }
 
+    const TrivexTest::MarkTranslator m_marks;
     QCA::Initializer m_qca;
     CertificateFactory m_factory;
 };
@@ -77,7 +79,6 @@ void tst_CertificateInfoModel::insertions()
 
 void tst_CertificateInfoModel::labelsAndSections()
 {
-    // Where no catalogue is loaded an identifier is its own text.
     static const char *const rows[][2] = {
         {"issuer", ""},
         {"serial_number", ""},
@@ -105,7 +106,7 @@ void tst_CertificateInfoModel::labelsAndSections()
         {"private_key_location", "private_key"},
         {"private_key_manufacturer", "private_key"},
     };
-    const QString prefix = QStringLiteral("trivex-p-la-");
+    const QString prefix = QStringLiteral("tr:trivex-p-la-");
     Certificate certificate(m_factory.selfSigned(QStringLiteral("/CN=Name")));
     CertificateInfoModel model;
     model.setCertificate(&certificate);

@@ -3,6 +3,7 @@
 #include "certificates/certificatemodel.h"
 #include "certificates/rowcache.h"
 #include "tests/certificates/countingsource.h"
+#include "tests/support/marktranslator.h"
 
 #include <QAbstractItemModelTester>
 #include <QRandomGenerator>
@@ -145,13 +146,16 @@ void tst_CertificateModel::literalText()
 
 void tst_CertificateModel::unnamedRows()
 {
+    const TrivexTest::MarkTranslator marks;
     CountingSource source;
-    source.reset(systemRows({QStringLiteral("zebra"), QString(), QStringLiteral("apple")}));
+    source.reset(systemRows(
+        {QStringLiteral("zebra"), QString(), QStringLiteral("ruby"), QStringLiteral("apple")}));
     CertificateModel model;
     model.setSourceModel(&source);
-    // Under "plugin-la-unnamed", which no catalogue translates here.
+    // As "tr:plugin-la-unnamed"; the bare identifier would be before "ruby".
     QCOMPARE(names(model),
-             QStringList({QStringLiteral("apple"), QString(), QStringLiteral("zebra")}));
+             QStringList({QStringLiteral("apple"), QStringLiteral("ruby"), QString(),
+                          QStringLiteral("zebra")}));
 }
 
 void tst_CertificateModel::setterSignals()

@@ -3,9 +3,11 @@
 #include "certificates/certificatemodel.h"
 #include "certificates/keystoreentry.h"
 #include "keystores/keystoremodel.h"
+#include "keystores/providerlookup.h"
 #include "tests/certificates/flat.h"
 #include "tests/fakes/provider/privatehome.h"
 #include "tests/keystores/keystorefixture.h"
+#include "tests/support/marktranslator.h"
 
 #include <QAbstractItemModelTester>
 #include <QElapsedTimer>
@@ -73,7 +75,11 @@ private Q_SLOTS:
     void busy();
     void results();
     void storeAccessors();
+    void providerLookUp();
     void manyRows();
+
+private:
+    const TrivexTest::MarkTranslator m_marks;
 };
 
 void tst_KeyStoreModel::initTestCase()
@@ -160,7 +166,7 @@ void tst_KeyStoreModel::locations()
     QVERIFY(list->containsType(text("Token A")));
     QVERIFY(list->containsType(text("Token B")));
     QCOMPARE(list->rowAt(others + 2).id, int(KeyStoreModel::SoftHSM));
-    QCOMPARE(list->rowAt(others + 2).name, text("trivex-me-softhsm"));
+    QCOMPARE(list->rowAt(others + 2).name, text("tr:trivex-me-softhsm"));
 }
 
 void tst_KeyStoreModel::rowsAndRoles()
@@ -201,8 +207,8 @@ void tst_KeyStoreModel::fallbackTexts()
     KeyStoreModel model;
     QTRY_COMPARE(model.rowCount(), 2);
     QCOMPARE(model.index(0, 0).data(257).toString(), text("Unit"));
-    QCOMPARE(model.index(0, 0).data(260).toString(), text("trivex-se-unknown_organization"));
-    QCOMPARE(model.index(1, 0).data(257).toString(), text("trivex-se-unnamed"));
+    QCOMPARE(model.index(0, 0).data(260).toString(), text("tr:trivex-se-unknown_organization"));
+    QCOMPARE(model.index(1, 0).data(257).toString(), text("tr:trivex-se-unnamed"));
     QCOMPARE(model.index(1, 0).data(260).toString(), text("Org"));
 }
 
@@ -218,7 +224,7 @@ void tst_KeyStoreModel::unusableEntries()
     KeyStoreModel model;
     QTRY_COMPARE(ids(model), QStringList({text("crl")}));
     QVERIFY(model.index(0, 0).data(259).value<Certificate *>()->isNull());
-    QCOMPARE(model.index(0, 0).data(257).toString(), text("trivex-se-unnamed"));
+    QCOMPARE(model.index(0, 0).data(257).toString(), text("tr:trivex-se-unnamed"));
 }
 
 void tst_KeyStoreModel::oneReadPerRole()
@@ -372,6 +378,20 @@ void tst_KeyStoreModel::storeAccessors()
     QCOMPARE(model.keyStoreType(count), -1);
     QCOMPARE(model.keyStoreName(count), QString());
     QCOMPARE(model.keyStoreByName(text("token")), nullptr);
+    addStore("t2", "Token");
+    QTRY_COMPARE(model.keyStoreCount(), count + 1);
+    QCOMPARE(model.keyStoreByName(text("Token"))->id(), text("t")); // the first of that name
+}
+
+void tst_KeyStoreModel::providerLookUp()
+{
+    QVariantMap config = {{text("left"), true}};
+    QTest::ignoreMessage(QtWarningMsg, "Provider none not supported!");
+    QCOMPARE(Trivex::lookUpProvider(text("none"), &config), nullptr);
+    QCOMPARE(config, QVariantMap({{text("left"), true}}));
+    QCOMPARE(Trivex::lookUpProvider(text("qca-norvel-pkcs11"), &config), m_fake);
+    QVERIFY(!config.contains(text("left"))); // replaced, not added to
+    QCOMPARE(config.value(text("x")), QVariant(1));
 }
 
 void tst_KeyStoreModel::manyRows()
