@@ -3,28 +3,59 @@
 #include "qca/adapter/keybundlefile.h"
 
 #include <QFile>
-
-#include <openssl/err.h>
-#include <openssl/pkcs12.h>
-
-#include <memory>
+#include <QFileInfo>
 
 namespace Trivex {
 
 namespace {
 
-bool needsPassword(const QByteArray &der)
-{
-    const auto *data = reinterpret_cast<const unsigned char *>(der.constData());
-    const std::unique_ptr<PKCS12, decltype(&PKCS12_free)> bundle(
-        d2i_PKCS12(nullptr, &data, der.size()), &PKCS12_free);
-    // A bundle without a MAC has nothing to check a password against; the provider decides then.
-    const bool needs = bundle && PKCS12_mac_present(bundle.get())
-        && PKCS12_verify_mac(bundle.get(), "", 0) != 1
-        && PKCS12_verify_mac(bundle.get(), nullptr, 0) != 1;
-    ERR_clear_error();
-    return needs;
-}
+/// Far more than any key with its chain; the rest is no bundle.
+constexpr qint64 maxBundleSize = 64 * 1024 * 1024;
+
+/// The decoder of one provider. The stock class would ask by itself.
+class BundleDecoder : public QCA::Algorithm {
+public:
+    explicit BundleDecoder(const QString &provider)
+        : QCA::Algorithm(QStringLiteral("pkcs12"), provider)
+    {
+    }
+
+    QCA::ConvertResult decode(const QByteArray &content, const QCA::SecureArray &password,
+                              QCA::KeyBundle *bundle) const
+    {
+        const auto *decoder = dynamic_cast<const QCA::PKCS12Context *>(context());
+        if (!decoder)
+            return QCA::ErrorDecode;
+        QString name;
+        QList<QCA::CertContext *> certificates;
+        QCA::PKeyContext *key = nullptr;
+        const QCA::ConvertResult result =
+            decoder->fromPKCS12(content, password, &name, &certificates, &key);
+        if (result != QCA::ConvertGood)
+            return result;
+        *bundle = made(name, certificates, key);
+        return result;
+    }
+
+private:
+    /// Owns what it is given.
+    static QCA::KeyBundle made(const QString &name, const QList<QCA::CertContext *> &certificates,
+                               QCA::PKeyContext *key)
+    {
+        QCA::CertificateChain chain;
+        for (QCA::CertContext *context : certificates) {
+            QCA::Certificate certificate;
+            certificate.change(context);
+            chain.append(certificate);
+        }
+        QCA::PrivateKey privateKey;
+        privateKey.change(key);
+        QCA::KeyBundle bundle;
+        bundle.setName(name);
+        bundle.setCertificateChainAndKey(chain, privateKey);
+        return bundle;
+    }
+};
 
 } // namespace
 
@@ -32,20 +63,16 @@ QCA::KeyBundle readKeyBundle(const QString &path, const QCA::SecureArray &passwo
                              QCA::ConvertResult *result, const QString &provider)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    // Opening a pipe would wait for its other end.
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
         *result = QCA::ErrorFile;
         return {};
     }
-    if (!QCA::isSupported("pkcs12", provider)) {
-        *result = QCA::ErrorDecode;
-        return {};
-    }
-    if (password.isEmpty() && needsPassword(file.readAll())) {
-        *result = QCA::ErrorPassphrase;
-        return {};
-    }
+    QCA::KeyBundle bundle;
     *result = QCA::ErrorDecode;
-    return QCA::KeyBundle::fromFile(path, password, result, provider);
+    if (file.size() <= maxBundleSize && QCA::isSupported("pkcs12", provider))
+        *result = BundleDecoder(provider).decode(file.readAll(), password, &bundle);
+    return bundle;
 }
 
 } // namespace Trivex

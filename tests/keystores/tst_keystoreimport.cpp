@@ -11,6 +11,8 @@
 #include <QSignalSpy>
 #include <QtTest>
 
+#include <sys/stat.h>
+
 using TrivexTest::KeyStoreFixture;
 
 namespace {
@@ -32,6 +34,8 @@ private Q_SLOTS:
 
     void pemImport();
     void bundleErrors();
+    void bundlesAreNeverAskedAbout_data();
+    void bundlesAreNeverAskedAbout();
     void importNeedsALocation();
     void importWrites();
     void importAfterReset();
@@ -101,6 +105,60 @@ void tst_KeyStoreImport::bundleErrors()
     QCOMPARE(model.importedCertificateCommonName(), text("Bundle"));
     model.resetImportedKeyBundle();
     QCOMPARE(model.importedCertificateCommonName(), QString());
+}
+
+void tst_KeyStoreImport::bundlesAreNeverAskedAbout_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("password");
+    QTest::addColumn<int>("error");
+    const auto &authority = m_factory.authority();
+    const QStringList key{text("-algorithm"), text("RSA"), text("-pkeyopt"),
+                          text("rsa_keygen_bits:2048")};
+    // The authority writes all of them under one name.
+    const QString withoutMac = authority.file(text("nomac.p12"));
+    QVERIFY(QFile::rename(
+        authority.bundle(key, text("/CN=Bundle"), text("secret"), text("friend"), {text("-nomac")}),
+        withoutMac));
+    const QString good = bundleFile();
+    const QString pipe = authority.file(text("pipe.p12"));
+    QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    QFile whole(good);
+    QVERIFY(whole.open(QIODevice::ReadOnly));
+    const QString cut = authority.file(text("cut.p12"));
+    QFile part(cut);
+    QVERIFY(part.open(QIODevice::WriteOnly));
+    part.write(whole.read(whole.size() / 2));
+    part.close();
+    const int unreadable = KeyStoreModel::ErrorFile;
+    const int decode = KeyStoreModel::ErrorDecode;
+    const int passphrase = KeyStoreModel::ErrorPassphrase;
+    for (const QString &password : {QString(), text("wrong")}) {
+        const char *suffix = password.isEmpty() ? ", no password" : ", wrong password";
+        QTest::addRow("bundle%s", suffix) << good << password << passphrase;
+        QTest::addRow("no bundle%s", suffix) << authority.certificateFile() << password << decode;
+        QTest::addRow("cut%s", suffix) << cut << password << decode;
+        QTest::addRow("pipe%s", suffix) << pipe << password << unreadable;
+        QTest::addRow("without MAC%s", suffix) << withoutMac << password << passphrase;
+    }
+}
+
+/// Whoever answered would have to do so on the thread that waits, for ever.
+void tst_KeyStoreImport::bundlesAreNeverAskedAbout()
+{
+    QFETCH(QString, path);
+    QFETCH(QString, password);
+    QFETCH(int, error);
+    QVERIFY(!path.isEmpty());
+    QCA::EventHandler handler;
+    int asked = 0;
+    connect(&handler, &QCA::EventHandler::eventReady, this, [&] { ++asked; });
+    handler.start();
+    KeyStoreModel model;
+    QVERIFY(!model.keyBundleFromFile(path, password));
+    QCOMPARE(int(model.error()), error);
+    QTest::qWait(20);
+    QCOMPARE(asked, 0);
 }
 
 void tst_KeyStoreImport::importNeedsALocation()
