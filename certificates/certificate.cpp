@@ -11,7 +11,7 @@
 
 #include <QDebug>
 #include <QDir>
-#include <QFile>
+#include <QFileInfo>
 #include <QUrl>
 
 namespace {
@@ -273,7 +273,8 @@ QString Certificate::signatureType() const
 
 bool Certificate::loadFromFile(const QString &path)
 {
-    if (!QFile::exists(path))
+    // Opening a pipe would wait for its other end.
+    if (!QFileInfo(path).isFile())
         return false;
     const auto loaded = QCA::Certificate::fromPEMFile(path, nullptr, QString());
     if (loaded.isNull() || loaded == m_certificate)

@@ -249,7 +249,9 @@ QString CertificateRequest::requestPath()
 void CertificateRequest::load(const QString &path)
 {
     const QString provider = Trivex::opensslProviderName();
-    if (path.isEmpty() || QFileInfo(path).size() > maxRequestSize
+    const QFileInfo file(path);
+    // Opening a pipe would wait for its other end.
+    if (path.isEmpty() || !file.isFile() || file.size() > maxRequestSize
         || !QCA::isSupported(qPrintable(Trivex::requestExtension())))
         return;
     m_request = QCA::CertificateRequest::fromPEMFile(path, nullptr, provider);

@@ -44,6 +44,7 @@ private Q_SLOTS:
     void removalRefusals();
     void removal();
     void removalOfTheFirstOfThatId();
+    void plainQuestionsTakeTheStoredAnswers();
     void deletedWhileAnOperationAsks();
 
 private:
@@ -74,6 +75,9 @@ void tst_KeyStoreImport::pemImport()
 {
     KeyStoreModel model;
     QVERIFY(!model.certificateFromPEMFile(text("/nowhere")));
+    const QString pipe = m_scripted.factory().authority().file(text("pipe.pem"));
+    QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    QVERIFY(!model.certificateFromPEMFile(pipe)); // not waited for
     QCOMPARE(model.importedCertificateCommonName(), QString());
     const QString path = m_factory.authority().certificateFile();
     QVERIFY(model.certificateFromPEMFile(path));
@@ -348,6 +352,20 @@ void tst_KeyStoreImport::removalOfTheFirstOfThatId()
     QTest::qWait(50);
     QCOMPARE(stores().calls().size(), 1);
     QCOMPARE(stores().calls().first().storeId, text("a"));
+}
+
+/// What calls itself one of our providers and asks as stock ones do, is answered as they are.
+void tst_KeyStoreImport::plainQuestionsTakeTheStoredAnswers()
+{
+    m_scripted.addStore("t", "Token", {m_scripted.certificate("c")});
+    m_scripted.stores().setAsking(true);
+    KeyStoreModel model;
+    QSignalSpy removed(&model, &KeyStoreModel::entryRemovedChanged);
+    QTRY_COMPARE(model.rowCount(), 1);
+    model.removeCertificate(text("c"));
+    QTRY_COMPARE(removed.count(), 1);
+    QCOMPARE(removed.at(0).at(0), QVariant(true));
+    QVERIFY(!Trivex::takeStoredAnswers(QString()));
 }
 
 void tst_KeyStoreImport::deletedWhileAnOperationAsks()

@@ -6,12 +6,15 @@
 #include "tests/requests/home.h"
 #include "tests/signing/scriptedkey.h"
 
+#include <QElapsedTimer>
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QtTest>
 
 #include <csignal>
+
+#include <sys/stat.h>
 
 using namespace TrivexTest;
 
@@ -87,6 +90,7 @@ private Q_SLOTS:
     void loads();
     void unreadableFiles_data();
     void unreadableFiles();
+    void pipeIsNotOpened();
     void savingAgainMakesNumberedFiles();
     void editWithoutKeyKeepsTheOldSubject();
     void editToTheSameName();
@@ -156,6 +160,17 @@ void TestRequestSaving::unreadableFiles()
     QCOMPARE(request.publicKeyTypeAlgorithm(), QString());
     QTest::ignoreMessage(QtWarningMsg, "Certificate request not created!");
     QVERIFY(!request.saveRequest());
+}
+
+void TestRequestSaving::pipeIsNotOpened()
+{
+    const QString pipe = filePath(QStringLiteral("pipe.csr"));
+    QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    QElapsedTimer timer;
+    timer.start();
+    const CertificateRequest request(pipe, nullptr);
+    QCOMPARE(request.filePath(), QString());
+    QVERIFY(timer.elapsed() < 10000);
 }
 
 void TestRequestSaving::savingAgainMakesNumberedFiles()
