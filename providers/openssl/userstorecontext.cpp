@@ -3,6 +3,7 @@
 #include "providers/openssl/userstorecontext.h"
 
 #include "providers/openssl/userentrycontext.h"
+#include "qca/engine/operation.h"
 
 #include <QStandardPaths>
 #include <QTimer>
@@ -139,6 +140,8 @@ QCA::KeyStoreEntryContext *UserStoreContext::entryPassive(const QString &seriali
 
 QString UserStoreContext::writeEntry(int id, const QCA::Certificate &certificate)
 {
+    // Files ask for nothing; what was stored for the operation must not wait for another.
+    const Operation operation(Purpose::Write, userStoreId());
     QString entryId;
     if (id == StoreNumber && !certificate.isNull() && m_thread.isRunning())
         QMetaObject::invokeMethod(
@@ -149,6 +152,7 @@ QString UserStoreContext::writeEntry(int id, const QCA::Certificate &certificate
 
 bool UserStoreContext::removeEntry(int id, const QString &entryId)
 {
+    const Operation operation(Purpose::Remove, userStoreId());
     bool removed = false;
     if (id == StoreNumber && m_thread.isRunning())
         QMetaObject::invokeMethod(

@@ -45,6 +45,7 @@ private Q_SLOTS:
     void removal();
     void removalOfTheFirstOfThatId();
     void plainQuestionsTakeTheStoredAnswers();
+    void usersCertificateLeavesNoAnswers();
     void deletedWhileAnOperationAsks();
 
 private:
@@ -366,6 +367,24 @@ void tst_KeyStoreImport::plainQuestionsTakeTheStoredAnswers()
     QTRY_COMPARE(removed.count(), 1);
     QCOMPARE(removed.at(0).at(0), QVariant(true));
     QVERIFY(!Trivex::takeStoredAnswers(QString()));
+}
+
+void tst_KeyStoreImport::usersCertificateLeavesNoAnswers()
+{
+    KeyStoreModel model;
+    QTRY_VERIFY(model.keyStoreByName(text("USER")));
+    QSignalSpy written(&model, &KeyStoreModel::entryWrittenChanged);
+    QSignalSpy removed(&model, &KeyStoreModel::entryRemovedChanged);
+    model.keyStoreByName(text("USER"))->writeEntry(m_scripted.certificate("c").certificate);
+    QTRY_COMPARE(written.count(), 1);
+    QTRY_COMPARE(model.rowCount(), 1);
+    const QModelIndex row = model.index(0);
+    QCOMPARE(row.data(KeyStoreModel::TypeRole), QVariant(int(KeyStoreModel::User)));
+    model.removeCertificate(row.data(KeyStoreModel::EntryIdRole).toString());
+    QTRY_COMPARE(removed.count(), 1);
+    QCOMPARE(removed.at(0).at(0), QVariant(true));
+    QVERIFY(!Trivex::takeStoredAnswers(QString()));
+    QTRY_COMPARE(model.rowCount(), 0);
 }
 
 void tst_KeyStoreImport::deletedWhileAnOperationAsks()
