@@ -64,12 +64,19 @@ Item {
             compare(loader.error, LoaderFile.ErrorMimeType);
             loader.filePath = "/no/such/file.txt";
             compare(loader.error, LoaderFile.ErrorNotOpenFile);
-            loader.filePath = backstage.writeFile("empty.txt", "");
-            compare(loader.error, LoaderFile.ErrorNotLoadFile);
             verify(loader.filePath.endsWith("letter.txt"));
         }
 
-        function test_5_keptBytes() {
+        function test_5_empty() {
+            loader.filePath = backstage.writeFile("empty.txt", "");
+            compare(loader.status, LoaderFile.Ready);
+            compare(loader.error, LoaderFile.NoError);
+            compare(label.text, "empty.txt 0");
+            compare(loader.fileHash, backstage.sha256(""));
+            compare(new Uint8Array(loader.rawData).length, 0);
+        }
+
+        function test_6_keptBytes() {
             loader.filePath = backstage.writeFile("first.txt", "first");
             const kept = loader.rawData;
             loader.filePath = backstage.writeFile("second.txt", "second");

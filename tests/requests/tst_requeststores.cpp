@@ -79,6 +79,7 @@ private Q_SLOTS:
     void cleanup();
     void providerWithoutFeatures();
     void algorithmsInTheirOrder();
+    void locations();
     void answersForAGeneration();
     void noAnswersWithoutAGeneration();
     void rejectsTheWaitingQuestion();
@@ -170,6 +171,43 @@ void TestRequestStores::algorithmsInTheirOrder()
     request.init();
     QCOMPARE(appended, QVector<int>({2048, 3072, 4096, 384}));
     QCOMPARE(request.prKeyAlgorithmId(), 384);
+}
+
+void TestRequestStores::locations()
+{
+    addStore("Token", {});
+    KeyStoreModel stores;
+    QTRY_VERIFY(stores.keyStoreByName(text("Token")));
+    CertificateRequest request;
+    choose(&request, &stores, 2048);
+    struct Location {
+        int id;
+        QString name;
+        int shownId;
+        const char *text;
+    };
+    const QString name = QStringLiteral("name");
+    const Location expected[] = {
+        {KeyStoreModel::HW, name, 0, "trivex-me-hardware"},
+        {KeyStoreModel::TrustZone, name, 1, "trivex-me-norvel_tee"},
+        {KeyStoreModel::SoftHSM, name, 2, "trivex-me-softhsm"},
+        {KeyStoreModel::Unknown, name, 3, ""},
+        {7, name, 7, ""},
+        // Without texts it counts as no choice.
+        {KeyStoreModel::HW, QString(), 3, "trivex-me-hardware"},
+    };
+    ComboBoxModel *list = stores.certLocationModel();
+    for (const Location &location : expected) {
+        const bool isToken = location.id == KeyStoreModel::SoftHSM;
+        list->addRow(location.id, location.name, isToken ? text("Token") : QString());
+        request.setPrKeyLocationIndex(list->rowCount() - 1);
+        QCOMPARE(request.prKeyLocationId(), location.shownId);
+        QCOMPARE(request.privateKeyLocation(), text(location.text));
+        if (!isToken)
+            request.createKeyPair();
+    }
+    QVERIFY(m_fake->stores->calls().isEmpty());
+    QVERIFY(!Trivex::takeStoredAnswers(QString()));
 }
 
 void TestRequestStores::answersForAGeneration()

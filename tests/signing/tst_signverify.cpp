@@ -242,6 +242,10 @@ void TestSignVerify::failuresOfVerifying()
     noFile.verify(data, path("missing.sig"), good.get());
     QTRY_COMPARE_WITH_TIMEOUT(noFile.error(), int(SignVerify::ErrorNotFoundCmsFile), 3000);
     QCOMPARE(messages.take(), QStringList({QStringLiteral("1 could not open CMS file")}));
+    // The file is looked for before the key is.
+    SignVerify neither;
+    neither.verify(data, path("missing.sig"), keyless.get());
+    QTRY_COMPARE_WITH_TIMEOUT(neither.error(), int(SignVerify::ErrorNotFoundCmsFile), 3000);
     pipe.verify(data, path("pipe"), good.get());
     QTRY_COMPARE_WITH_TIMEOUT(pipe.error(), int(SignVerify::ErrorNotFoundCmsFile), 3000);
     messages.take();
