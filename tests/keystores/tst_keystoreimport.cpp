@@ -76,7 +76,7 @@ void tst_KeyStoreImport::pemImport()
 {
     KeyStoreModel model;
     QVERIFY(!model.certificateFromPEMFile(text("/nowhere")));
-    const QString pipe = m_scripted.factory().authority().file(text("pipe.pem"));
+    const QString pipe = m_factory.authority().file(text("pipe.pem"));
     QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
     QVERIFY(!model.certificateFromPEMFile(pipe)); // not waited for
     QCOMPARE(model.importedCertificateCommonName(), QString());
@@ -358,8 +358,8 @@ void tst_KeyStoreImport::removalOfTheFirstOfThatId()
 /// What calls itself one of our providers and asks as stock ones do, is answered as they are.
 void tst_KeyStoreImport::plainQuestionsTakeTheStoredAnswers()
 {
-    m_scripted.addStore("t", "Token", {m_scripted.certificate("c")});
-    m_scripted.stores().setAsking(true);
+    addStore("t", "Token", {certificate("c")});
+    stores().setAsking(true);
     KeyStoreModel model;
     QSignalSpy removed(&model, &KeyStoreModel::entryRemovedChanged);
     QTRY_COMPARE(model.rowCount(), 1);
@@ -375,7 +375,7 @@ void tst_KeyStoreImport::usersCertificateLeavesNoAnswers()
     QTRY_VERIFY(model.keyStoreByName(text("USER")));
     QSignalSpy written(&model, &KeyStoreModel::entryWrittenChanged);
     QSignalSpy removed(&model, &KeyStoreModel::entryRemovedChanged);
-    model.keyStoreByName(text("USER"))->writeEntry(m_scripted.certificate("c").certificate);
+    model.keyStoreByName(text("USER"))->writeEntry(certificate("c").certificate);
     QTRY_COMPARE(written.count(), 1);
     QTRY_COMPARE(model.rowCount(), 1);
     const QModelIndex row = model.index(0);
