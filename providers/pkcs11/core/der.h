@@ -43,9 +43,6 @@ TRIVEX_TOKENS_EXPORT QByteArray publicKeyBits(const QByteArray &publicInfo);
 /// The content of the value that `der` starts with, when its tag is `tag`; else empty.
 TRIVEX_TOKENS_EXPORT QByteArray derContent(const QByteArray &der, quint8 tag);
 
-/// A DER value.
-TRIVEX_TOKENS_EXPORT QByteArray derValue(quint8 tag, const QByteArray &content);
-
 /// DER SubjectPublicKeyInfo of an RSA key (RFC 3279, 2.3.1); the numbers are big-endian.
 TRIVEX_TOKENS_EXPORT QByteArray rsaPublicInfo(const QByteArray &modulus,
                                               const QByteArray &exponent);

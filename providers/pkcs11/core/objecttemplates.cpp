@@ -4,6 +4,7 @@
 
 #include "providers/pkcs11/core/error.h"
 #include "qca/adapter/keys.h"
+#include "qca/engine/x509/derwriter.h"
 
 #include <openssl/core_names.h>
 #include <openssl/err.h>
@@ -68,7 +69,7 @@ QByteArray curveParameters(const QByteArray &publicInfo)
 {
     const QByteArray algorithm = derContent(derContent(publicInfo, 0x30), 0x30);
     const QByteArray oid = derContent(algorithm, 0x06);
-    return algorithm.mid(derValue(0x06, oid).size());
+    return algorithm.mid(Der::write(0x06, oid).size());
 }
 
 void addNames(const QByteArray &id, const QString &label, Template *object)
@@ -114,7 +115,7 @@ void fillPublicKey(const KeyMaterial &key, const QByteArray &id, const QString &
     } else {
         object->addNumber(CKA_KEY_TYPE, CKK_EC)
             .add(CKA_EC_PARAMS, curveParameters(key.publicInfo()))
-            .add(CKA_EC_POINT, derValue(0x04, publicKeyBits(key.publicInfo())));
+            .add(CKA_EC_POINT, Der::write(0x04, publicKeyBits(key.publicInfo())));
     }
     addNames(id, label, object);
 }

@@ -4,6 +4,7 @@
 
 #include "providers/pkcs11/core/error.h"
 #include "providers/pkcs11/core/objectsearch.h"
+#include "qca/engine/x509/derwriter.h"
 
 namespace Trivex {
 
@@ -33,7 +34,7 @@ QByteArray pointIn(const QByteArray &attribute)
 {
     const QByteArray content = derContent(attribute, OctetStringTag);
     const bool isWrapped =
-        !content.isEmpty() && derValue(OctetStringTag, content).size() == attribute.size();
+        !content.isEmpty() && Der::write(OctetStringTag, content).size() == attribute.size();
     return isWrapped ? content : attribute;
 }
 

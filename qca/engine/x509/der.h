@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "qca/trivexqcaexport.h"
+
 #include <QByteArray>
 #include <QtGlobal>
 
@@ -66,7 +68,7 @@ struct Element {
 /// Walks over the elements of a DER encoding (X.690). Never reads outside of its slice; what does
 /// not fit ends it. Lengths may be longer than needed, as libcrypto has them; indefinite lengths
 /// are refused.
-class Reader {
+class TRIVEX_QCA_EXPORT Reader {
 public:
     explicit Reader(Slice slice)
         : m_rest(slice)

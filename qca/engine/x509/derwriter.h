@@ -9,7 +9,7 @@
 
 namespace Trivex::Der {
 
-QByteArray write(int tag, const QByteArray &content);
+TRIVEX_QCA_EXPORT QByteArray write(int tag, const QByteArray &content);
 QByteArray writeSequence(const QList<QByteArray> &parts);
 /// Of a dotted OID; empty for a text that is none.
 QByteArray writeOid(const QByteArray &dotted);
