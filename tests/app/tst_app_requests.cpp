@@ -63,6 +63,7 @@ private:
     /// Subject and signature of a request, as openssl reads them.
     QString subject(const QString &path) const;
     bool isSigned(const QString &path) const;
+    bool isTokenThere() const;
     QString storeId() const;
 
     TestAuthority m_authority;
@@ -91,6 +92,8 @@ void AppRequestsTest::init()
 {
     m_window->takeWarnings();
     m_robot->answer(rightPin());
+    // It may have been away.
+    QVERIFY(m_window->waitFor([&] { return isTokenThere(); }));
 }
 
 void AppRequestsTest::cleanup()
@@ -107,6 +110,12 @@ void AppRequestsTest::cleanupTestCase()
 {
     m_robot.reset();
     m_window.reset();
+}
+
+bool AppRequestsTest::isTokenThere() const
+{
+    const QQuickItem *item = m_window->item(QStringLiteral("token-") + token->token().label());
+    return item && item->property("note").toString().isEmpty();
 }
 
 QString AppRequestsTest::storeId() const
@@ -222,12 +231,7 @@ void AppRequestsTest::tokenIsGone()
     const QByteArray before = contents(file);
     QVERIFY(openEditor(QStringLiteral("Петрова Мария")));
     token->control("remove");
-    QVERIFY(m_window->waitFor([&] {
-        return !m_window->item(QStringLiteral("token-") + token->token().label())
-                    ->property("note")
-                    .toString()
-                    .isEmpty();
-    }));
+    QVERIFY(m_window->waitFor([&] { return !isTokenThere(); }));
     QVERIFY(edit(QStringLiteral("organizationInput"), QStringLiteral("Gone Ltd")));
     const QString cause = m_steps->takeError();
     m_window->takeWarnings();
