@@ -208,10 +208,7 @@ QString Certificate::fileName() const
 {
     if (m_certificate.isNull() || !m_fileName.isEmpty())
         return m_certificate.isNull() ? QString() : m_fileName;
-    const QString name = commonName();
-    const QString suffix = QStringLiteral(".crt");
-    // A suffix alone is what it is called; only a file can't be hidden by it.
-    return name.isEmpty() ? suffix : Trivex::safeFileName(name, suffix);
+    return Trivex::safeFileName(commonName(), QStringLiteral(".crt"));
 }
 
 bool Certificate::isNull() const
