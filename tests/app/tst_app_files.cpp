@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/singleinstance.h"
 #include "tests/app/steps.h"
+#include "tests/app/windowmain.h"
 #include "tests/support/testcertificates.h"
 #include "tests/support/testtoken.h"
 
@@ -363,20 +364,12 @@ int main(int argc, char **argv)
 {
     WindowEnvironment display;
     TestToken software(QStringLiteral("Токен Г"));
-    for (const QString &problem : {display.problem(), software.problem()}) {
-        if (!problem.isEmpty()) {
-            printf("SKIP %s\n", qPrintable(problem));
-            return 0;
-        }
-    }
-    software.useInThisProcess();
-    environment = &display;
-    token = &software;
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-    QApplication application(argc, argv);
-    Trivex::Application::prepare();
-    AppFilesTest test;
-    return QTest::qExec(&test, argc, argv);
+    return TrivexTest::runWindowTest<AppFilesTest>(argc, argv,
+                                                   {display.problem(), software.problem()}, [&] {
+                                                       software.useInThisProcess();
+                                                       environment = &display;
+                                                       token = &software;
+                                                   });
 }
 
 #include "tst_app_files.moc"

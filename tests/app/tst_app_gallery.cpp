@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/environment.h"
 #include "tests/app/steps.h"
+#include "tests/app/windowmain.h"
 
-#include <QApplication>
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLabel>
@@ -175,17 +175,10 @@ void AppGalleryTest::qtSpeaksRussian()
 int main(int argc, char **argv)
 {
     WindowEnvironment display;
-    if (!display.isValid()) {
-        printf("SKIP %s\n", qPrintable(display.problem()));
-        return 0;
-    }
-    // No token of this machine is looked at.
-    qputenv("TRIVEX_PKCS11_MODULES", "/nonexistent.so");
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-    QApplication application(argc, argv);
-    Trivex::Application::prepare();
-    AppGalleryTest test;
-    return QTest::qExec(&test, argc, argv);
+    return TrivexTest::runWindowTest<AppGalleryTest>(argc, argv, {display.problem()}, [&] {
+        // No token of this machine is looked at.
+        qputenv("TRIVEX_PKCS11_MODULES", "/nonexistent.so");
+    });
 }
 
 #include "tst_app_gallery.moc"

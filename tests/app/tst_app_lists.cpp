@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/app/pages.h"
 #include "tests/app/steps.h"
+#include "tests/app/windowmain.h"
 
-#include <QApplication>
 #include <QClipboard>
 #include <QFontDatabase>
 #include <QLocale>
@@ -435,18 +435,8 @@ int main(int argc, char **argv)
 {
     WindowEnvironment display;
     SampleData sample(display);
-    for (const QString &problem : {display.problem(), sample.problem()}) {
-        if (!problem.isEmpty()) {
-            printf("SKIP %s\n", qPrintable(problem));
-            return 0;
-        }
-    }
-    data = &sample;
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-    QApplication application(argc, argv);
-    Trivex::Application::prepare();
-    AppListsTest test;
-    return QTest::qExec(&test, argc, argv);
+    return TrivexTest::runWindowTest<AppListsTest>(
+        argc, argv, {display.problem(), sample.problem()}, [&] { data = &sample; });
 }
 
 #include "tst_app_lists.moc"

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "tests/app/pages.h"
+#include "tests/app/windowmain.h"
 
 #include <QAccessible>
-#include <QApplication>
 #include <QLocale>
 #include <QMetaEnum>
 #include <QXmlStreamReader>
@@ -376,17 +376,8 @@ int main(int argc, char **argv)
 {
     WindowEnvironment display;
     SampleData sample(display);
-    for (const QString &problem : {display.problem(), sample.problem()}) {
-        if (!problem.isEmpty()) {
-            printf("SKIP %s\n", qPrintable(problem));
-            return 0;
-        }
-    }
-    data = &sample;
-    QApplication application(argc, argv);
-    Trivex::Application::prepare();
-    AppPagesTest test;
-    return QTest::qExec(&test, argc, argv);
+    return TrivexTest::runWindowTest<AppPagesTest>(
+        argc, argv, {display.problem(), sample.problem()}, [&] { data = &sample; });
 }
 
 #include "tst_app_pages.moc"

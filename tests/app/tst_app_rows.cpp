@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "tests/app/harness.h"
+#include "tests/app/windowmain.h"
 #include "tests/support/testcertificates.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QLocale>
 #include <QSaveFile>
@@ -227,15 +227,7 @@ void AppRowsTest::startingWithAll()
 int main(int argc, char **argv)
 {
     WindowEnvironment display;
-    if (!display.isValid()) {
-        printf("SKIP %s\n", qPrintable(display.problem()));
-        return 0;
-    }
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-    QApplication application(argc, argv);
-    Trivex::Application::prepare();
-    AppRowsTest test;
-    return QTest::qExec(&test, argc, argv);
+    return TrivexTest::runWindowTest<AppRowsTest>(argc, argv, {display.problem()}, [&] {});
 }
 
 #include "tst_app_rows.moc"

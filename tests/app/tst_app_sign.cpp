@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "tests/app/steps.h"
+#include "tests/app/windowmain.h"
 #include "tests/pkcs11/faultytoken.h"
 #include "tests/support/testcertificates.h"
 
-#include <QApplication>
 #include <QCryptographicHash>
 #include <QDir>
 #include <QImage>
@@ -348,20 +348,12 @@ int main(int argc, char **argv)
 {
     WindowEnvironment display;
     FaultyToken faulty(QStringLiteral("Токен Д"));
-    for (const QString &problem : {display.problem(), faulty.token().problem()}) {
-        if (!problem.isEmpty()) {
-            printf("SKIP %s\n", qPrintable(problem));
-            return 0;
-        }
-    }
-    faulty.useInThisProcess();
-    environment = &display;
-    token = &faulty;
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-    QApplication application(argc, argv);
-    Trivex::Application::prepare();
-    AppSignTest test;
-    return QTest::qExec(&test, argc, argv);
+    return TrivexTest::runWindowTest<AppSignTest>(
+        argc, argv, {display.problem(), faulty.token().problem()}, [&] {
+            faulty.useInThisProcess();
+            environment = &display;
+            token = &faulty;
+        });
 }
 
 #include "tst_app_sign.moc"

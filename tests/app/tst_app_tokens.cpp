@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "tests/app/steps.h"
+#include "tests/app/windowmain.h"
 #include "tests/pkcs11/faultytoken.h"
 #include "tests/support/testcertificates.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QLocale>
 #include <QtTest>
@@ -354,20 +354,12 @@ int main(int argc, char **argv)
 {
     WindowEnvironment display;
     FaultyToken faulty(QStringLiteral("Токен Б"));
-    for (const QString &problem : {display.problem(), faulty.token().problem()}) {
-        if (!problem.isEmpty()) {
-            printf("SKIP %s\n", qPrintable(problem));
-            return 0;
-        }
-    }
-    faulty.useInThisProcess();
-    environment = &display;
-    token = &faulty;
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-    QApplication application(argc, argv);
-    Trivex::Application::prepare();
-    AppTokensTest test;
-    return QTest::qExec(&test, argc, argv);
+    return TrivexTest::runWindowTest<AppTokensTest>(
+        argc, argv, {display.problem(), faulty.token().problem()}, [&] {
+            faulty.useInThisProcess();
+            environment = &display;
+            token = &faulty;
+        });
 }
 
 #include "tst_app_tokens.moc"

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "tests/app/harness.h"
+#include "tests/app/windowmain.h"
 #include "tests/support/testcertificates.h"
 #include "tests/support/testtoken.h"
 
-#include <QApplication>
 #include <QClipboard>
 #include <QLocale>
 #include <QtTest>
@@ -392,20 +392,12 @@ int main(int argc, char **argv)
 {
     WindowEnvironment display;
     TestToken software(QStringLiteral("Токен А"));
-    for (const QString &problem : {display.problem(), software.problem()}) {
-        if (!problem.isEmpty()) {
-            printf("SKIP %s\n", qPrintable(problem));
-            return 0;
-        }
-    }
-    software.useInThisProcess();
-    environment = &display;
-    token = &software;
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-    QApplication application(argc, argv);
-    Trivex::Application::prepare();
-    AppWindowTest test;
-    return QTest::qExec(&test, argc, argv);
+    return TrivexTest::runWindowTest<AppWindowTest>(argc, argv,
+                                                    {display.problem(), software.problem()}, [&] {
+                                                        software.useInThisProcess();
+                                                        environment = &display;
+                                                        token = &software;
+                                                    });
 }
 
 #include "tst_app_window.moc"
