@@ -21,18 +21,18 @@ bool isGuiThread()
 void Completion::resolve()
 {
     {
-        const QMutexLocker locker(&m_mutex);
+        const std::lock_guard lock(m_mutex);
         if (m_resolved)
             return;
         m_resolved = true;
-        m_condition.wakeAll();
+        m_condition.notify_all();
     }
     Q_EMIT resolved();
 }
 
 bool Completion::isResolved() const
 {
-    const QMutexLocker locker(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     return m_resolved;
 }
 
@@ -51,9 +51,8 @@ void Completion::wait()
 
 void Completion::block()
 {
-    const QMutexLocker locker(&m_mutex);
-    while (!m_resolved)
-        m_condition.wait(&m_mutex);
+    std::unique_lock lock(m_mutex);
+    m_condition.wait(lock, [this] { return m_resolved; });
 }
 
 } // namespace Trivex

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QMutex>
 #include <QObject>
-#include <QWaitCondition>
 
+#include <condition_variable>
 #include <memory>
+#include <mutex>
 
 namespace Trivex {
 
@@ -27,8 +27,8 @@ Q_SIGNALS:
 private:
     void block();
 
-    mutable QMutex m_mutex;
-    QWaitCondition m_condition;
+    mutable std::mutex m_mutex;
+    std::condition_variable m_condition;
     bool m_resolved = false;
 };
 
