@@ -63,6 +63,16 @@ QCA::PrivateKey otherKey()
     return key;
 }
 
+/// Other stores have rows too.
+bool hasRow(const KeyStoreModel &stores, const char *id)
+{
+    for (int row = 0; row < stores.rowCount(); ++row) {
+        if (stores.index(row, 0).data(KeyStoreModel::EntryIdRole) == text(id))
+            return true;
+    }
+    return false;
+}
+
 void ignoreMissingKey(const char *fileName)
 {
     QTest::ignoreMessage(QtWarningMsg,
@@ -268,7 +278,7 @@ void TestRequestStores::editWithTheKeyOfABundle()
     addStore("A", {certificate, bundle("foreign", foreignKey()), bundle("other", otherKey())});
     addStore("B", {bundle("keyless", QCA::PrivateKey()), bundle("mine", softwareKey())});
     KeyStoreModel stores;
-    QTRY_VERIFY(stores.rowCount() >= 4);
+    QTRY_VERIFY(hasRow(stores, "other") && hasRow(stores, "mine"));
     CertificateRequest request(makeRequestFile("Old"), &stores);
     QSignalSpy missing(&request, &CertificateRequest::missingPrivateKey);
     QSignalSpy created(&request, &CertificateRequest::requestCreated);
@@ -292,7 +302,7 @@ void TestRequestStores::editWithSeveralValues()
 {
     addStore("B", {bundle("mine", softwareKey())});
     KeyStoreModel stores;
-    QTRY_VERIFY(stores.rowCount() >= 1);
+    QTRY_VERIFY(hasRow(stores, "mine"));
     CertificateRequest request(makeRequestFile("A"), &stores);
     request.setCommonName(QString());
     request.setCommonName(QStringLiteral("B"));
@@ -319,7 +329,7 @@ void TestRequestStores::otherKeysAreNoMatch()
 {
     addStore("A", {bundle("foreign", foreignKey()), bundle("other", otherKey())});
     KeyStoreModel stores;
-    QTRY_VERIFY(stores.rowCount() >= 2);
+    QTRY_VERIFY(hasRow(stores, "other"));
     CertificateRequest request(makeRequestFile("Old"), &stores);
     QSignalSpy missing(&request, &CertificateRequest::missingPrivateKey);
     request.setCommonName(QStringLiteral("New"));
@@ -335,7 +345,7 @@ void TestRequestStores::otherStoresAreNotSearched()
     addStore("S", {bundle("mine", softwareKey())}, QCA::KeyStore::System);
     KeyStoreModel stores;
     QTRY_VERIFY(stores.keyStoreByName(text("S")));
-    QTRY_VERIFY(stores.rowCount() >= 1);
+    QTRY_VERIFY(hasRow(stores, "mine"));
     CertificateRequest request(makeRequestFile("Old"), &stores);
     QSignalSpy missing(&request, &CertificateRequest::missingPrivateKey);
     ignoreMissingKey("Old.csr");
