@@ -135,6 +135,7 @@ QStringList TestKill::arguments(const char *mode) const
 TestKill::Outcome TestKill::runFlow()
 {
     QProcess process;
+    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(QCoreApplication::applicationFilePath(), arguments("--flow"));
     if (!process.waitForFinished(60000))
         qFatal("a flow did not end");
