@@ -126,10 +126,12 @@ void TestFileDigest::aboveFourGibibytes()
     QVERIFY(reader.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
     const int before = peakMemory();
     const QByteArray digest = Trivex::fileDigest(&reader, size, QStringLiteral("sha256"));
-    const int used = peakMemory() - before;
+    [[maybe_unused]] const int used = peakMemory() - before;
     QCOMPARE(digest.size(), 32);
     QCOMPARE(digest, opensslDigest(&reader, EVP_sha256()));
+#ifndef __SANITIZE_ADDRESS__ // which keeps what was given back for a while
     QVERIFY2(used < 40 * 1024, qPrintable(QStringLiteral("%1 KiB").arg(used)));
+#endif
 }
 
 int main(int argc, char *argv[])
