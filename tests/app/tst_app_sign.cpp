@@ -291,7 +291,7 @@ void AppSignTest::slowTokenIsStopped()
     }));
     QVERIFY(stopped);
     QVERIFY(!startable);
-    QVERIFY2(m_window->meter().longestWork() < 300,
+    QVERIFY2(m_window->meter().longestWork() <= 100,
              qPrintable(QString::number(m_window->meter().longestWork())));
     QCOMPARE(result(), qtTrId("trivex-app-unsigned"));
     QVERIFY2(detail().contains(qtTrId("trivex-app-cause-cancelled")), qPrintable(detail()));

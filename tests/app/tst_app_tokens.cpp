@@ -220,7 +220,7 @@ void AppTokensTest::generationIsStopped()
     const QQuickItem *entry = m_window->item(QStringLiteral("token-") + token->token().label());
     QVERIFY(entry);
     QVERIFY(entry->property("busy").toBool());
-    QVERIFY2(m_window->meter().longestWork() < 200,
+    QVERIFY2(m_window->meter().longestWork() <= 100,
              qPrintable(QString::number(m_window->meter().longestWork())));
     QVERIFY(m_window->meter().frames() > 0);
 
@@ -282,7 +282,7 @@ void AppTokensTest::requestIsSignedSlowly()
     QCOMPARE(savedRequests().size(), before.size() + 1);
     QVERIFY(savedRequests().contains(QStringLiteral("Slow Signer.csr")));
     QCOMPARE(token->count("C_Sign"), 1);
-    QVERIFY2(m_window->meter().longestWork() < 300,
+    QVERIFY2(m_window->meter().longestWork() <= 100,
              qPrintable(QString::number(m_window->meter().longestWork())));
 }
 

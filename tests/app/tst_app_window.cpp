@@ -98,6 +98,9 @@ void AppWindowTest::cleanup()
         m_window->key(Qt::Key_Escape);
     QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
     QVERIFY2(frame <= FrameMs, qPrintable(QStringLiteral("a frame took %1 ms").arg(frame)));
+    // Between two frames, too, the window has to be there for whoever uses it.
+    const qint64 work = m_window->meter().longestWork();
+    QVERIFY2(work <= FrameMs, qPrintable(QStringLiteral("%1 ms of work at a time").arg(work)));
 }
 
 void AppWindowTest::cleanupTestCase()
