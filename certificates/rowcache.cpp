@@ -18,7 +18,7 @@ void RowCache::insert(int first, int last)
 {
     // Rows past the end come into being when they are asked for.
     if (size_t(first) < m_rows.size())
-        m_rows.insert(m_rows.begin() + first, size_t(last - first + 1), CachedRow());
+        m_rows.insert(m_rows.begin() + first, size_t(last) - size_t(first) + 1, CachedRow());
 }
 
 void RowCache::remove(int first, int last)

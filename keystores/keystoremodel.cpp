@@ -205,6 +205,7 @@ void KeyStoreModel::refreshBusy()
     setBusy(m_keyStoreManager.isBusy());
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the interface has values
 void KeyStoreModel::ksAvailable(QString keyStoreId)
 {
     auto *keyStore = new QCA::KeyStore(keyStoreId, &m_keyStoreManager);
@@ -268,6 +269,7 @@ void KeyStoreModel::ksmBusyFinished()
     setBusy(false);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the interface has values
 void KeyStoreModel::entryWritten(QString entryId)
 {
     Q_EMIT entryWrittenChanged(entryId.isEmpty());

@@ -38,7 +38,7 @@ void collect(QtMsgType type, const QMessageLogContext &, const QString &message)
     fprintf(stderr, "%s\n", qPrintable(message));
     if (type == QtInfoMsg)
         return;
-    if (isSpecified(message))
+    if (isSpecified(message) || isForeignWarning(message))
         return;
     const QMutexLocker locker(&mutex);
     warnings += message;
@@ -67,6 +67,11 @@ QQuickItem *findVisible(QQuickItem *from, const QString &name)
 }
 
 } // namespace
+
+bool isForeignWarning(const QString &message)
+{
+    return message.contains(QLatin1String("gpgQCAPlugin"));
+}
 
 WindowEnvironment::WindowEnvironment()
 {

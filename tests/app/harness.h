@@ -17,6 +17,9 @@ class QApplication;
 
 namespace TrivexTest {
 
+/// True for what a stock plugin of QCA logs on a machine without gpg, whatever the window does.
+bool isForeignWarning(const QString &message);
+
 /// A display of its own (Xvfb), a home of its own, and the settings that every window test runs
 /// with. Before the application object is made.
 class WindowEnvironment {
