@@ -112,10 +112,11 @@ void TestP11Kit::initTestCase()
     m_isolated->useInThisProcess();
     qunsetenv("TRIVEX_PKCS11_MODULES");
     qputenv("SOFTHSM2_CONF", QFile::encodeName(m_plugged->configurationFile()));
-    QVERIFY(writeFile(
-        configuration + QStringLiteral("/modules/isolated.module"),
-        "remote: |env SOFTHSM2_CONF=" + QFile::encodeName(m_isolated->token().configurationFile())
-            + ' ' + QFile::encodeName(serverTool()) + " remote " TRIVEX_FAULTY_MODULE "\n"));
+    QVERIFY(writeFile(configuration + QStringLiteral("/modules/isolated.module"),
+                      "remote: |env " TRIVEX_REMOTE_ENVIRONMENT "SOFTHSM2_CONF="
+                          + QFile::encodeName(m_isolated->token().configurationFile()) + ' '
+                          + QFile::encodeName(serverTool())
+                          + " remote " TRIVEX_FAULTY_MODULE "\n"));
     m_moduleFile = configuration + QStringLiteral("/modules/plugged.module");
     m_qca = std::make_unique<QCA::Initializer>();
     m_model = std::make_unique<KeyStoreModel>();

@@ -9,7 +9,6 @@
 
 namespace Trivex {
 
-using Pkcs11::check;
 using Pkcs11::Error;
 using Pkcs11::Session;
 using Pkcs11::Template;

@@ -14,7 +14,6 @@
 namespace Trivex {
 
 using Pkcs11::Error;
-using Pkcs11::Session;
 using Pkcs11::Template;
 
 namespace {
