@@ -48,13 +48,11 @@ QString KeyStoreModel::importedCertificateCommonName() const
     return m_importedCertificate.commonName();
 }
 
-// NOLINTNEXTLINE(performance-unnecessary-value-param): the interface has values
 bool KeyStoreModel::certificateFromPEMFile(QString path)
 {
     return m_importedCertificate.loadFromFile(path);
 }
 
-// NOLINTNEXTLINE(performance-unnecessary-value-param): the interface has values
 bool KeyStoreModel::keyBundleFromFile(QString path, QString password)
 {
     QCA::ConvertResult result = QCA::ConvertGood;

@@ -205,7 +205,6 @@ void KeyStoreModel::refreshBusy()
     setBusy(m_keyStoreManager.isBusy());
 }
 
-// NOLINTNEXTLINE(performance-unnecessary-value-param): the interface has values
 void KeyStoreModel::ksAvailable(QString keyStoreId)
 {
     auto *keyStore = new QCA::KeyStore(keyStoreId, &m_keyStoreManager);
@@ -269,7 +268,6 @@ void KeyStoreModel::ksmBusyFinished()
     setBusy(false);
 }
 
-// NOLINTNEXTLINE(performance-unnecessary-value-param): the interface has values
 void KeyStoreModel::entryWritten(QString entryId)
 {
     Q_EMIT entryWrittenChanged(entryId.isEmpty());

@@ -278,7 +278,7 @@ void TestRequestStores::editWithTheKeyOfABundle()
     addStore("A", {certificate, bundle("foreign", foreignKey()), bundle("other", otherKey())});
     addStore("B", {bundle("keyless", QCA::PrivateKey()), bundle("mine", softwareKey())});
     KeyStoreModel stores;
-    QTRY_VERIFY(hasRow(stores, "other") && hasRow(stores, "mine"));
+    QTRY_VERIFY_WITH_TIMEOUT(hasRow(stores, "other") && hasRow(stores, "mine"), 30000);
     CertificateRequest request(makeRequestFile("Old"), &stores);
     QSignalSpy missing(&request, &CertificateRequest::missingPrivateKey);
     QSignalSpy created(&request, &CertificateRequest::requestCreated);
@@ -302,7 +302,7 @@ void TestRequestStores::editWithSeveralValues()
 {
     addStore("B", {bundle("mine", softwareKey())});
     KeyStoreModel stores;
-    QTRY_VERIFY(hasRow(stores, "mine"));
+    QTRY_VERIFY_WITH_TIMEOUT(hasRow(stores, "mine"), 30000);
     CertificateRequest request(makeRequestFile("A"), &stores);
     request.setCommonName(QString());
     request.setCommonName(QStringLiteral("B"));
@@ -329,7 +329,7 @@ void TestRequestStores::otherKeysAreNoMatch()
 {
     addStore("A", {bundle("foreign", foreignKey()), bundle("other", otherKey())});
     KeyStoreModel stores;
-    QTRY_VERIFY(hasRow(stores, "other"));
+    QTRY_VERIFY_WITH_TIMEOUT(hasRow(stores, "other"), 30000);
     CertificateRequest request(makeRequestFile("Old"), &stores);
     QSignalSpy missing(&request, &CertificateRequest::missingPrivateKey);
     request.setCommonName(QStringLiteral("New"));
@@ -345,7 +345,7 @@ void TestRequestStores::otherStoresAreNotSearched()
     addStore("S", {bundle("mine", softwareKey())}, QCA::KeyStore::System);
     KeyStoreModel stores;
     QTRY_VERIFY(stores.keyStoreByName(text("S")));
-    QTRY_VERIFY(hasRow(stores, "mine"));
+    QTRY_VERIFY_WITH_TIMEOUT(hasRow(stores, "mine"), 30000);
     CertificateRequest request(makeRequestFile("Old"), &stores);
     QSignalSpy missing(&request, &CertificateRequest::missingPrivateKey);
     ignoreMissingKey("Old.csr");
