@@ -28,6 +28,7 @@ Card {
         spacing: Theme.unit
         Layout.fillWidth: true
         Button {
+            objectName: "openFolder"
             text: qsTrId("trivex-app-open-folder")
             icon.source: Theme.icon("folder")
             onClicked: Desktop.openFolder(card.path)

@@ -5,8 +5,11 @@
 #include "tests/pkcs11/faultytoken.h"
 #include "tests/support/testcertificates.h"
 
+#include <QDesktopServices>
 #include <QDir>
+#include <QFileInfo>
 #include <QLocale>
+#include <QUrl>
 #include <QtTest>
 
 #include <csignal>
@@ -47,6 +50,7 @@ private Q_SLOTS:
     void cleanup();
     void cleanupTestCase();
 
+    void folderIsOpened();
     void editedAndSignedAgain();
     void nameChanges();
     void nothingChanged();
@@ -57,6 +61,10 @@ private Q_SLOTS:
     void requestOfAnotherKey();
     void removedAfterAQuestion();
 
+public Q_SLOTS:
+    /// In place of the desktop's file manager.
+    void noteOpened(const QUrl &url) { m_opened += url; }
+
 private:
     bool openEditor(const QString &name);
     bool edit(const QString &field, const QString &text);
@@ -66,6 +74,7 @@ private:
     bool isTokenThere() const;
     QString storeId() const;
 
+    QList<QUrl> m_opened;
     TestAuthority m_authority;
     std::unique_ptr<WindowDriver> m_window;
     std::unique_ptr<Steps> m_steps;
@@ -86,6 +95,15 @@ void AppRequestsTest::initTestCase()
     QVERIFY(m_steps->press("createRequest"));
     QVERIFY(m_window->waitForItem(QStringLiteral("savedCard")));
     QVERIFY(QFile::exists(requestFile("Иванова Мария.csr")));
+}
+
+void AppRequestsTest::folderIsOpened()
+{
+    QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "noteOpened");
+    QVERIFY(m_steps->press("openFolder"));
+    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+    const QString folder = QFileInfo(requestFile("Иванова Мария.csr")).absolutePath();
+    QCOMPARE(m_opened, QList<QUrl>({QUrl::fromLocalFile(folder)}));
 }
 
 void AppRequestsTest::init()
