@@ -227,7 +227,7 @@ void AppRowsTest::startingWithAll()
 int main(int argc, char **argv)
 {
     WindowEnvironment display;
-    return TrivexTest::runWindowTest<AppRowsTest>(argc, argv, {display.problem()}, [&] {});
+    return TrivexTest::runWindowTest<AppRowsTest>(argc, argv, {display.problem()}, [] {});
 }
 
 #include "tst_app_rows.moc"
