@@ -116,8 +116,8 @@ QByteArray derSignature(const QByteArray &sideBySide)
     BigNumHandle s(BN_bin2bn(bytesOf(sideBySide) + size, size, nullptr));
     if (!r || !s || ECDSA_SIG_set0(parts.get(), r.get(), s.get()) != 1)
         return {};
-    r.release(); // both belong to the signature now
-    s.release();
+    static_cast<void>(r.release()); // both belong to the signature now
+    static_cast<void>(s.release());
     unsigned char *data = nullptr;
     const int encodedSize = i2d_ECDSA_SIG(parts.get(), &data);
     const QByteArray encoded(reinterpret_cast<const char *>(data), qMax(encodedSize, 0));

@@ -25,7 +25,7 @@ CertificateStack issuersOf(const QList<const QCA::CertContext *> &chain)
     for (int i = 1; i < chain.size(); ++i) {
         X509Handle certificate = nativeOf(chain.at(i));
         if (stack && certificate && sk_X509_push(stack.get(), certificate.get()) > 0)
-            certificate.release();
+            static_cast<void>(certificate.release());
     }
     return stack;
 }

@@ -83,7 +83,7 @@ CertificateStack stackOf(const QList<QCA::CertContext *> &contexts)
     for (const QCA::CertContext *context : contexts) {
         X509Handle certificate = nativeOf(context);
         if (stack && certificate && sk_X509_push(stack.get(), certificate.get()) > 0)
-            certificate.release();
+            static_cast<void>(certificate.release());
     }
     return stack;
 }
