@@ -321,8 +321,8 @@ void TestRequestSaving::killedWhileSaving()
         process.start(QCoreApplication::applicationFilePath(),
                       {QStringLiteral("--edit"), home->path(), path});
         QVERIFY(process.waitForStarted());
-        QTRY_VERIFY(process.state() != QProcess::Running
-                    || home->requestFiles() != list({"0.csr"}));
+        QTRY_VERIFY_WITH_TIMEOUT(
+            process.state() != QProcess::Running || home->requestFiles() != list({"0.csr"}), 30000);
         QTest::qSleep(int(QRandomGenerator::global()->bounded(1, 40)));
         QCOMPARE(process.state(), QProcess::Running);
         ::kill(pid_t(process.processId()), SIGKILL);
