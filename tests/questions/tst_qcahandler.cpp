@@ -147,7 +147,7 @@ private Q_SLOTS:
         handler.start();
         QTest::ignoreMessage(QtWarningMsg, message.constData());
         OwnQuestion question(kind);
-        QTest::qWait(100);
+        QTest::qWait(500);
         QVERIFY(!question.isAnswered());
     }
 

@@ -33,7 +33,17 @@ QString FakeProvider::name() const
 
 QStringList FakeProvider::features() const
 {
-    return m_features;
+    const std::lock_guard lock(m_mutex);
+    QStringList copy = m_features;
+    copy.detach();
+    return copy;
+}
+
+void FakeProvider::setFeatures(const QStringList &features)
+{
+    const std::lock_guard lock(m_mutex);
+    m_features = features;
+    m_features.detach();
 }
 
 QCA::Provider::Context *FakeProvider::createContext(const QString &type)

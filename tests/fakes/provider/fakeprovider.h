@@ -9,6 +9,7 @@
 #include <QtCrypto>
 
 #include <memory>
+#include <mutex>
 
 namespace TrivexTest {
 
@@ -31,7 +32,7 @@ public:
     void configChanged(const QVariantMap &config) override;
 
     /// QCA looks at them at each question.
-    void setFeatures(const QStringList &features) { m_features = features; }
+    void setFeatures(const QStringList &features);
     /// Empty at first, which QCA reports as no configuration.
     void setDefaultConfig(const QVariantMap &config) { m_defaultConfig = config; }
     /// What was last configured.
@@ -41,6 +42,7 @@ public:
 
 private:
     QString m_name;
+    mutable std::mutex m_mutex; ///< of the features, which QCA's own thread asks for too
     QStringList m_features;
     QVariantMap m_defaultConfig;
     QVariantMap m_config;

@@ -133,7 +133,9 @@ void FakeStores::note(const FakeCall &call)
 QVector<FakeCall> FakeStores::calls() const
 {
     const std::lock_guard lock(m_mutex);
-    return m_calls;
+    QVector<FakeCall> copy = m_calls;
+    copy.detach(); // the other thread goes on appending to its own
+    return copy;
 }
 
 int FakeStores::reads(const QString &what) const
