@@ -107,6 +107,13 @@ QString Steps::flag(const char *field) const
     return found ? found->property("flag").toString() : QString();
 }
 
+QString Steps::tokenStoreId() const
+{
+    const auto *model =
+        m_driver.window()->findChild<QAbstractItemModel *>(QStringLiteral("tokens"));
+    return model ? model->index(0, 0).data(257).toString() : QString();
+}
+
 QString Steps::takeError(int ms)
 {
     if (!waitOpen("errorDialog", ms))

@@ -36,6 +36,8 @@ public:
     /// The text of a visible item; null when there is none.
     QString text(const char *item) const;
     QString flag(const char *field) const;
+    /// The key store id of the first token in the side bar; empty without one.
+    QString tokenStoreId() const;
     /// Closes the error dialog, once it is there; what it says is the cause.
     QString takeError(int ms = 15000);
     /// Starts a key on the new request page.

@@ -72,7 +72,6 @@ private:
     QString subject(const QString &path) const;
     bool isSigned(const QString &path) const;
     bool isTokenThere() const;
-    QString storeId() const;
 
     QList<QUrl> m_opened;
     TestAuthority m_authority;
@@ -134,13 +133,6 @@ bool AppRequestsTest::isTokenThere() const
 {
     const QQuickItem *item = m_window->item(QStringLiteral("token-") + token->token().label());
     return item && item->property("note").toString().isEmpty();
-}
-
-QString AppRequestsTest::storeId() const
-{
-    const auto *model =
-        m_window->window()->findChild<QAbstractItemModel *>(QStringLiteral("tokens"));
-    return model ? model->index(0, 0).data(257).toString() : QString();
 }
 
 bool AppRequestsTest::openEditor(const QString &name)
@@ -278,7 +270,7 @@ void AppRequestsTest::pinIsLeft()
 {
     const QString file = requestFile("Петрова Мария.csr");
     const QByteArray before = contents(file);
-    QVERIFY(token->replug(storeId()));
+    QVERIFY(token->replug(m_steps->tokenStoreId()));
     token->forget();
     QVERIFY(openEditor(QStringLiteral("Петрова Мария")));
     m_robot->leave();

@@ -53,7 +53,6 @@ private Q_SLOTS:
     void largeFile();
 
 private:
-    QString storeId() const;
     QString document(const char *name, const QByteArray &contents);
     QString value(const char *row) const;
     /// The headline of the result, once the work has ended.
@@ -105,13 +104,6 @@ void AppSignTest::cleanupTestCase()
 {
     m_robot.reset();
     m_window.reset();
-}
-
-QString AppSignTest::storeId() const
-{
-    const auto *model =
-        m_window->window()->findChild<QAbstractItemModel *>(QStringLiteral("tokens"));
-    return model ? model->index(0, 0).data(257).toString() : QString();
 }
 
 QString AppSignTest::document(const char *name, const QByteArray &contents)
@@ -272,7 +264,7 @@ void AppSignTest::tokenIsGone()
     QVERIFY2(detail().contains(qtTrId("trivex-app-cause-removed")), qPrintable(detail()));
     QVERIFY(!m_window->isOpen(QStringLiteral("errorDialog")));
     // Back in, it signs without a restart.
-    QVERIFY(token->replug(storeId()));
+    QVERIFY(token->replug(m_steps->tokenStoreId()));
     QVERIFY(m_steps->waitEnabled("doSign"));
     QVERIFY(m_steps->press("doSign"));
     QCOMPARE(result(), qtTrId("trivex-app-signed"));

@@ -46,7 +46,6 @@ private Q_SLOTS:
     void requestCannotBeWritten();
 
 private:
-    QString storeId() const;
     /// Takes the token out and in again, under `orders`: the login ends, nothing is remembered.
     bool freshToken(const QByteArray &orders = {});
     /// A key, a name, and the press that asks for its request; `meanwhile` runs half a second
@@ -91,16 +90,9 @@ void AppTokensTest::cleanupTestCase()
     m_window.reset();
 }
 
-QString AppTokensTest::storeId() const
-{
-    const auto *model =
-        m_window->window()->findChild<QAbstractItemModel *>(QStringLiteral("tokens"));
-    return model ? model->index(0, 0).data(257).toString() : QString();
-}
-
 bool AppTokensTest::freshToken(const QByteArray &orders)
 {
-    if (!token->replug(storeId()))
+    if (!token->replug(m_steps->tokenStoreId()))
         return false;
     token->control(orders);
     token->forget();
