@@ -31,6 +31,16 @@ GenerationTarget::~GenerationTarget()
     currentTarget = m_previous;
 }
 
+GenerationTarget::None::None()
+    : m_previous(std::exchange(currentTarget, nullptr))
+{
+}
+
+GenerationTarget::None::~None()
+{
+    currentTarget = m_previous;
+}
+
 const GenerationTarget *GenerationTarget::current()
 {
     return currentTarget;

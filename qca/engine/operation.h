@@ -55,6 +55,19 @@ public:
     GenerationTarget &operator=(const GenerationTarget &) = delete;
 
     static const GenerationTarget *current();
+
+    /// No target is in force on this thread while one lives.
+    class TRIVEX_QCA_EXPORT None {
+    public:
+        None();
+        ~None();
+        None(const None &) = delete;
+        None &operator=(const None &) = delete;
+
+    private:
+        const GenerationTarget *m_previous;
+    };
+
     QString keyStoreId() const { return m_keyStoreId; }
     QString objectId() const { return m_objectId; }
 

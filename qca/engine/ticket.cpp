@@ -23,7 +23,7 @@ QuestionInfo Ticket::question() const
 void Ticket::noteText(const QString &text)
 {
     const std::lock_guard locker(m_mutex);
-    if (!m_resolved)
+    if (!m_decided)
         m_reply.text = text;
 }
 
@@ -31,28 +31,14 @@ bool Ticket::resolve(bool accepted, const QCA::SecureArray &password)
 {
     {
         const std::lock_guard locker(m_mutex);
-        if (m_resolved)
+        if (m_decided)
             return false;
-        m_resolved = true;
+        m_decided = true;
         m_reply.accepted = accepted;
         if (accepted)
             m_reply.password = password;
-        m_condition.notify_all();
     }
-    Q_EMIT resolved();
-    return true;
-}
-
-bool Ticket::isResolved() const
-{
-    const std::lock_guard locker(m_mutex);
-    return m_resolved;
-}
-
-void Ticket::wait()
-{
-    std::unique_lock locker(m_mutex);
-    m_condition.wait(locker, [this] { return m_resolved; });
+    return m_waiter.resolve();
 }
 
 Reply Ticket::reply() const

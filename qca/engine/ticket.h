@@ -3,10 +3,8 @@
 #pragma once
 
 #include "qca/engine/asker.h"
+#include "qca/engine/waiter.h"
 
-#include <QObject>
-
-#include <condition_variable>
 #include <memory>
 #include <mutex>
 
@@ -15,8 +13,7 @@ namespace Trivex {
 /// One open question: what it asks, and where the asking thread waits. Its address travels through
 /// QCA in `Event::ptr()` and is only ever looked up, never dereferenced, because an event may pass
 /// by after its question is over.
-class Ticket : public QObject {
-    Q_OBJECT
+class Ticket {
 public:
     Ticket(const QuestionInfo &question, const QCA::KeyStoreInfo &store,
            const QCA::KeyStoreEntry &entry);
@@ -31,24 +28,20 @@ public:
     void noteText(const QString &text);
     /// The first call decides; later ones change nothing. True for the first.
     bool resolve(bool accepted, const QCA::SecureArray &password);
-    bool isResolved() const;
+    bool isResolved() const { return m_waiter.isResolved(); }
 
-    /// Blocks until resolved.
-    void wait();
+    /// As `Waiter::wait`.
+    void wait() { m_waiter.wait(); }
     Reply reply() const;
-
-Q_SIGNALS:
-    /// Emitted on the resolving thread.
-    void resolved();
 
 private:
     mutable std::mutex m_mutex;
-    std::condition_variable m_condition;
+    Waiter m_waiter;
     const QuestionInfo m_question;
     const QCA::KeyStoreInfo m_store;
     const QCA::KeyStoreEntry m_entry;
     Reply m_reply;
-    bool m_resolved = false;
+    bool m_decided = false;
 };
 
 using TicketPtr = std::shared_ptr<Ticket>;

@@ -123,7 +123,7 @@ void Token::read()
 TokenError Token::run(Operation operation, Work work)
 {
     struct Outcome {
-        Completion completion;
+        Waiter completion;
         TokenError error;
     };
     const auto outcome = std::make_shared<Outcome>();

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "providers/pkcs11/core/completion.h"
 #include "providers/pkcs11/core/tokenconnection.h"
 #include "providers/pkcs11/core/worker.h"
+#include "qca/engine/waiter.h"
 
 namespace Trivex {
 

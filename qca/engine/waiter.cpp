@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "providers/pkcs11/core/completion.h"
+#include "qca/engine/waiter.h"
+
+#include "qca/engine/operation.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -18,38 +20,45 @@ bool isGuiThread()
 
 } // namespace
 
-void Completion::resolve()
+bool Waiter::resolve()
 {
     {
         const std::lock_guard lock(m_mutex);
         if (m_resolved)
-            return;
+            return false;
         m_resolved = true;
         m_condition.notify_all();
     }
     Q_EMIT resolved();
+    return true;
 }
 
-bool Completion::isResolved() const
+bool Waiter::isResolved() const
 {
     const std::lock_guard lock(m_mutex);
     return m_resolved;
 }
 
-void Completion::wait()
+void Waiter::wait()
 {
-    if (!isGuiThread()) {
+    if (isGuiThread())
+        waitInEventLoop();
+    else
         block();
-        return;
-    }
+}
+
+void Waiter::waitInEventLoop()
+{
+    const QuestionScope nobody(nullptr);
+    const GenerationTarget::None nowhere;
     QEventLoop loop;
     // Queued, so that what is resolved between these lines still ends the loop.
-    connect(this, &Completion::resolved, &loop, &QEventLoop::quit, Qt::QueuedConnection);
+    connect(this, &Waiter::resolved, &loop, &QEventLoop::quit, Qt::QueuedConnection);
     if (!isResolved())
         loop.exec();
 }
 
-void Completion::block()
+void Waiter::block()
 {
     std::unique_lock lock(m_mutex);
     m_condition.wait(lock, [this] { return m_resolved; });
