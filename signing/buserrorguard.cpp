@@ -55,17 +55,60 @@ bool replacePages(const BusErrorGuard::Region &region, std::uintptr_t address)
         == wanted;
 }
 
+/// A fault, and no signal that somebody sent: the instruction runs again when the handler returns.
+bool isFault(const siginfo_t *info)
+{
+    return info->si_code > 0;
+}
+
+/// Ends the process, once the handler has returned.
+void endByDefault()
+{
+    struct sigaction action = {};
+    action.sa_handler = SIG_DFL;
+    sigemptyset(&action.sa_mask);
+    sigaction(SIGBUS, &action, nullptr);
+    raise(SIGBUS);
+}
+
+/// The handler found, with the signals blocked that it asked for.
+void callHandler(const struct sigaction &action, int signal, siginfo_t *info, void *context)
+{
+    sigset_t before;
+    pthread_sigmask(SIG_BLOCK, &action.sa_mask, &before);
+    if (action.sa_flags & SA_NODEFER) {
+        sigset_t own;
+        sigemptyset(&own);
+        sigaddset(&own, signal);
+        pthread_sigmask(SIG_UNBLOCK, &own, nullptr);
+    }
+    if (action.sa_flags & SA_SIGINFO)
+        action.sa_sigaction(signal, info, context);
+    else
+        action.sa_handler(signal);
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+}
+
+bool isHandler(const struct sigaction &action)
+{
+    return action.sa_flags & SA_SIGINFO
+        || (action.sa_handler != SIG_DFL && action.sa_handler != SIG_IGN);
+}
+
 /// As if we had never been there.
 void callPrevious(int signal, siginfo_t *info, void *context)
 {
-    if (previousAction.sa_flags & SA_SIGINFO) {
-        previousAction.sa_sigaction(signal, info, context);
-    } else if (previousAction.sa_handler == SIG_DFL) {
-        // Delivered when the handler returns.
-        sigaction(SIGBUS, &previousAction, nullptr);
-        raise(SIGBUS);
-    } else if (previousAction.sa_handler != SIG_IGN) {
-        previousAction.sa_handler(signal);
+    const struct sigaction action = previousAction;
+    if (isHandler(action)) {
+        // One that wanted to be called once expects the default the next time.
+        if (action.sa_flags & int(SA_RESETHAND)) {
+            previousAction = {};
+            previousAction.sa_handler = SIG_DFL;
+        }
+        callHandler(action, signal, info, context);
+    } else if (action.sa_handler == SIG_DFL || isFault(info)) {
+        // The system does not let anybody ignore a fault, either: it would come for ever.
+        endByDefault();
     }
 }
 
@@ -73,8 +116,7 @@ void handleBusError(int signal, siginfo_t *info, void *context)
 {
     const int savedErrno = errno;
     const auto address = reinterpret_cast<std::uintptr_t>(info->si_addr);
-    // Only a fault has an address; a signal that was sent has none.
-    auto *region = info->si_code > 0 ? regionAt(address) : nullptr;
+    auto *region = isFault(info) ? regionAt(address) : nullptr;
     if (region && replacePages(*region, address))
         region->damaged = true;
     else
@@ -89,7 +131,9 @@ void installHandler()
     action.sa_sigaction = handleBusError;
     action.sa_flags = SA_SIGINFO | SA_ONSTACK;
     sigemptyset(&action.sa_mask);
-    sigaction(SIGBUS, &action, &previousAction);
+    // Known before the first signal can arrive.
+    sigaction(SIGBUS, nullptr, &previousAction);
+    sigaction(SIGBUS, &action, nullptr);
 }
 
 BusErrorGuard::Region *freeRegion()

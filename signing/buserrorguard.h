@@ -11,7 +11,8 @@ namespace Trivex {
 /// an access within its range reads zeros instead, and the guard remembers it.
 ///
 /// The first guard installs a process-wide SIGBUS handler, which passes on what no guard covers to
-/// the handler found. Pages must be page-aligned at `begin`. Thread-safe.
+/// the handler found, as the system would; where none was set, or where bus errors were ignored, a
+/// fault ends the process. Pages must be page-aligned at `begin`. Thread-safe.
 class BusErrorGuard {
 public:
     BusErrorGuard(const void *begin, std::size_t size);

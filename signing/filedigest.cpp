@@ -4,6 +4,8 @@
 
 #include <QtCrypto>
 
+#include <algorithm>
+
 namespace Trivex {
 
 namespace {
@@ -19,19 +21,31 @@ bool isDigestKnown(const QString &type)
 
 QByteArray fileDigest(QIODevice *device, qint64 size, const QString &type)
 {
-    if (!isDigestKnown(type) || !device->seek(0))
+    const QList<QByteArray> digests = fileDigests(device, size, {type});
+    return digests.isEmpty() ? QByteArray() : digests.first();
+}
+
+QList<QByteArray> fileDigests(QIODevice *device, qint64 size, const QStringList &types)
+{
+    if (!std::all_of(types.cbegin(), types.cend(), &isDigestKnown) || !device->seek(0))
         return {};
-    QCA::Hash hash(type);
+    QList<QCA::Hash> hashes;
+    for (const QString &type : types)
+        hashes.append(QCA::Hash(type));
     QByteArray piece(int(pieceSize), Qt::Uninitialized);
     for (qint64 left = size; left > 0;) {
         const qint64 count = device->read(piece.data(), qMin(left, pieceSize));
         if (count <= 0)
             return {};
         // A view, so that the buffer is neither copied nor cut.
-        hash.update(QByteArray::fromRawData(piece.constData(), int(count)));
+        for (QCA::Hash &hash : hashes)
+            hash.update(QByteArray::fromRawData(piece.constData(), int(count)));
         left -= count;
     }
-    return hash.final().toByteArray();
+    QList<QByteArray> digests;
+    for (QCA::Hash &hash : hashes)
+        digests.append(hash.final().toByteArray());
+    return digests;
 }
 
 QByteArray bytesDigest(const QByteArray &bytes, const QString &type)

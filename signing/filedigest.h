@@ -4,7 +4,8 @@
 
 #include <QByteArray>
 #include <QIODevice>
-#include <QString>
+#include <QList>
+#include <QStringList>
 
 namespace Trivex {
 
@@ -12,6 +13,10 @@ namespace Trivex {
 /// is rewound first. Read in pieces of 256 KiB: memory stays the same at any size, 4 GiB and more
 /// included. An empty array when QCA doesn't know the digest, or when fewer bytes are there.
 QByteArray fileDigest(QIODevice *device, qint64 size, const QString &type);
+
+/// Several digests of the same bytes, in the order of `types`, with one pass over the device; as
+/// above, an empty list on failure.
+QList<QByteArray> fileDigests(QIODevice *device, qint64 size, const QStringList &types);
 
 /// The digest of `bytes`; as above.
 QByteArray bytesDigest(const QByteArray &bytes, const QString &type);

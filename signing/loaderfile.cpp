@@ -6,6 +6,7 @@
 
 #include <QFileInfo>
 #include <QMimeDatabase>
+#include <QPointer>
 #include <QtCrypto>
 
 #include <utility>
@@ -24,25 +25,27 @@ LoaderFile::LoaderFile(QObject *parent)
 
 LoaderFile::~LoaderFile()
 {
-    m_rawData.clear();
     release();
 }
 
 void LoaderFile::setFilePath(const QString &path)
 {
-    if (path == m_filePath)
+    if (path == m_filePath && m_status != Error)
         return;
-    setStatus(Loading);
-    setError(NoError);
+    ++m_loads;
     release();
+    if (!setState(Loading, NoError))
+        return;
     Loaded loaded;
     if (const int error = load(path, &loaded)) {
-        fail(error);
+        loaded = {};
+        Trivex::MappedFile::releaseUnused();
+        setState(Error, error);
         return;
     }
     accept(path, std::move(loaded));
-    setStatus(Ready);
-    notifyLoaded();
+    if (setState(Ready, NoError))
+        notifyLoaded();
 }
 
 int LoaderFile::load(const QString &path, Loaded *loaded) const
@@ -50,13 +53,15 @@ int LoaderFile::load(const QString &path, Loaded *loaded) const
     loaded->file = Trivex::MappedFile::open(path);
     if (!loaded->file)
         return ErrorNotOpenFile;
-    loaded->mimeType = QMimeDatabase().mimeTypeForFile(QFileInfo(path)).name();
+    // By name and contents, those of the file that is held.
+    loaded->mimeType =
+        QMimeDatabase().mimeTypeForFileNameAndData(path, loaded->file->device()).name();
     if (!availableMimeTypes().contains(loaded->mimeType))
         return ErrorMimeType;
     if (!loaded->file->map())
         return ErrorNotLoadFile;
     const QByteArray digest = loaded->file->digest(m_hashType);
-    if (!loaded->file->isWhole())
+    if (!loaded->file->isUnchanged())
         return ErrorNotLoadFile;
     loaded->hash = QCA::arrayToHex(digest);
     return NoError;
@@ -72,19 +77,25 @@ void LoaderFile::accept(const QString &path, Loaded loaded)
     m_fileSize = m_file->size();
     m_rawData = m_file->bytes();
     m_fileHash = loaded.hash;
-    // The bytes before these are given up only now.
-    Trivex::MappedFile::releaseUnused();
+    // Who signs looks at the file, too; its listeners have their turn after it.
+    m_file->setChangeListener(
+        [this] { QMetaObject::invokeMethod(this, &LoaderFile::checkFile, Qt::QueuedConnection); });
     watch();
 }
 
 void LoaderFile::notifyLoaded()
 {
-    Q_EMIT filePathChanged();
-    Q_EMIT fileNameChanged();
-    Q_EMIT mimeTypeChanged();
-    Q_EMIT fileSizeChanged();
-    Q_EMIT fileHashChanged();
-    Q_EMIT rawDataChanged();
+    using Signal = void (LoaderFile::*)();
+    constexpr Signal inOrder[] = {
+        &LoaderFile::filePathChanged, &LoaderFile::fileNameChanged, &LoaderFile::mimeTypeChanged,
+        &LoaderFile::fileSizeChanged, &LoaderFile::fileHashChanged, &LoaderFile::rawDataChanged,
+    };
+    const QPointer<LoaderFile> self(this);
+    const int load = m_loads;
+    for (const Signal changed : inOrder) {
+        if (self && m_loads == load)
+            Q_EMIT(this->*changed)();
+    }
 }
 
 void LoaderFile::setHashType(const QString &name)
@@ -110,38 +121,55 @@ void LoaderFile::setError(int error)
     Q_EMIT errorChanged();
 }
 
-void LoaderFile::setStatus(int status)
+/// Sets both before anybody is told of either. False when a listener has started another load
+/// meanwhile, or has deleted this object.
+bool LoaderFile::setState(int status, int error)
 {
-    if (status == m_status)
-        return;
-    m_status = status;
-    Q_EMIT statusChanged();
+    const QPointer<LoaderFile> self(this);
+    const int load = m_loads;
+    const bool isOtherStatus = std::exchange(m_status, status) != status;
+    const bool isOtherError = std::exchange(m_error, error) != error;
+    // A failure tells its reason first.
+    const bool errorFirst = status == Error;
+    if (isOtherError && errorFirst)
+        Q_EMIT errorChanged();
+    if (self && m_loads == load && isOtherStatus)
+        Q_EMIT statusChanged();
+    if (self && m_loads == load && isOtherError && !errorFirst)
+        Q_EMIT errorChanged();
+    return self && m_loads == load;
 }
 
-void LoaderFile::fail(int error)
-{
-    setError(error);
-    setStatus(Error);
-}
-
+/// Gives up the file with its mapping, but for what others still hold of its bytes.
 void LoaderFile::release()
 {
     m_watcher.reset();
+    m_rawData.clear();
+    if (m_file)
+        m_file->setChangeListener({});
     m_file.reset();
     Trivex::MappedFile::releaseUnused();
 }
 
 void LoaderFile::watch()
 {
-    m_watcher = std::make_unique<QFileSystemWatcher>();
-    m_watcher->addPath(m_filePath);
-    connect(m_watcher.get(), &QFileSystemWatcher::fileChanged, this, &LoaderFile::checkFile);
+    if (!m_watcher) {
+        m_watcher = std::make_unique<QFileSystemWatcher>();
+        connect(m_watcher.get(), &QFileSystemWatcher::fileChanged, this, &LoaderFile::checkFile);
+    }
+    // A file that is renamed loses its watch.
+    if (m_watcher->files().isEmpty())
+        m_watcher->addPath(m_file->watchablePath());
 }
 
 void LoaderFile::checkFile()
 {
-    if (m_status == Ready && m_file && !(m_file->isWhole() && m_file->isNamed()))
-        fail(ErrorNotLoadFile);
+    if (m_status != Ready || !m_file)
+        return;
+    if (m_file->isUnchanged())
+        watch();
+    else
+        setState(Error, ErrorNotLoadFile);
 }
 
 QStringList LoaderFile::availableMimeTypes() const

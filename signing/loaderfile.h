@@ -22,10 +22,15 @@ class MappedFile;
 ///
 /// Setting `filePath` loads at once and returns when the digest is made (about a second for each
 /// GiB). Read the other properties only while `status` is `Ready`: a failed load leaves them as
-/// they were. Lives on the GUI thread.
+/// they were, but for the bytes, which are given up.
+///
+/// The loaded file is held, and watched: when it is changed, `status` becomes `Error`, with
+/// `ErrorNotLoadFile`, at the latest when its bytes are signed or verified, which fails then.
+/// Deleting, renaming or replacing it changes nothing. Lives on the GUI thread.
 class LoaderFile : public QObject {
     Q_OBJECT
-    /// The file last loaded. Assigning the same again does nothing.
+    /// The file last loaded. Assigning the same again does nothing, unless `status` is `Error`:
+    /// then it loads again.
     Q_PROPERTY(QString filePath READ filePath WRITE setFilePath NOTIFY filePathChanged)
     /// QCA's name of the digest, "sha256" at first. Assigning another makes `fileHash` anew,
     /// without `fileHashChanged()`; it becomes empty for an unknown name.
@@ -61,8 +66,8 @@ public:
         NoError = 0,
         /// Missing, unreadable, a directory, a pipe or a device.
         ErrorNotOpenFile = 1,
-        /// Of 2 GiB and more, without a size, or changed while or after it was loaded so that its
-        /// bytes are not there any more.
+        /// Of 2 GiB and more, without a size, or changed (its size, its time of change or its
+        /// contents) while or after it was loaded.
         ErrorNotLoadFile = 2,
         ErrorMimeType = 3, ///< not one of the accepted types
     };
@@ -103,8 +108,7 @@ Q_SIGNALS:
 private:
     struct Loaded;
 
-    void setStatus(int status);
-    void fail(int error);
+    bool setState(int status, int error);
     void release();
     int load(const QString &path, Loaded *loaded) const;
     void accept(const QString &path, Loaded loaded);
@@ -121,6 +125,7 @@ private:
     QString m_hashType = QStringLiteral("sha256");
     std::shared_ptr<Trivex::MappedFile> m_file;
     std::unique_ptr<QFileSystemWatcher> m_watcher;
+    int m_loads = 0; ///< so far: tells a load that a listener started meanwhile
     int m_status = Null;
     int m_error = NoError;
 };

@@ -4,9 +4,12 @@
 
 #include "signing/filedigest.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 #include <limits>
 #include <mutex>
+#include <utility>
 #include <vector>
 
 #include <fcntl.h>
@@ -26,6 +29,11 @@ Registry &registry()
 {
     static Registry instance;
     return instance;
+}
+
+QString strongDigest()
+{
+    return QStringLiteral("sha256");
 }
 
 bool isRegular(const struct stat &status)
@@ -71,13 +79,17 @@ std::shared_ptr<MappedFile> MappedFile::open(const QString &path)
 
 std::shared_ptr<MappedFile> MappedFile::behind(const QByteArray &bytes)
 {
+    std::shared_ptr<MappedFile> found;
     const std::lock_guard locker(registry().mutex);
     for (const auto &file : registry().files) {
-        if (!bytes.isEmpty() && file->m_bytes.constData() == bytes.constData()
-            && file->m_bytes.size() == bytes.size())
-            return file;
+        if (!file->m_isMapped || file->m_bytes.size() != bytes.size())
+            continue;
+        // Empty arrays have no address of their own.
+        if (bytes.isEmpty() ? !found || file->m_isChanged || !file->isAsOpened()
+                            : file->m_bytes.constData() == bytes.constData())
+            found = file;
     }
-    return nullptr;
+    return found;
 }
 
 void MappedFile::releaseUnused()
@@ -102,7 +114,11 @@ bool MappedFile::openDescriptor()
         close(descriptor);
         return false;
     }
-    m_size = m_file.size();
+    struct stat status;
+    if (fstat(descriptor, &status) != 0)
+        return false;
+    m_size = status.st_size;
+    m_changeTime = status.st_mtim;
     return true;
 }
 
@@ -121,32 +137,69 @@ bool MappedFile::isEmpty()
 
 bool MappedFile::map()
 {
-    if (m_size <= 0 || m_size > std::numeric_limits<int>::max())
-        return isEmpty();
+    if (m_size <= 0 || m_size > std::numeric_limits<int>::max()) {
+        m_isMapped = isEmpty();
+        return m_isMapped;
+    }
     const uchar *data = m_file.map(0, m_size, QFileDevice::MapPrivateOption);
     if (!data)
         return false;
     m_guard.emplace(data, std::size_t(m_size));
     m_bytes = QByteArray::fromRawData(reinterpret_cast<const char *>(data), int(m_size));
+    m_isMapped = true;
     return true;
 }
 
+// Times of change are as coarse as the system's tick, and can be set back; so the contents have to
+// be the same as well, by a digest that nobody can forge where there is one.
 QByteArray MappedFile::digest(const QString &type)
 {
-    return fileDigest(&m_file, m_size, type);
+    if (!isDigestKnown(type) || !isUnchanged())
+        return {};
+    if (m_sealType.isEmpty())
+        m_sealType = isDigestKnown(strongDigest()) ? strongDigest() : type;
+    QStringList types{m_sealType, type};
+    types.removeDuplicates();
+    const QList<QByteArray> digests = fileDigests(&m_file, m_size, types);
+    if (m_seal.isEmpty() && !digests.isEmpty())
+        m_seal = digests.first();
+    if (digests.isEmpty() || digests.first() != m_seal)
+        setChanged();
+    return isUnchanged() ? digests.last() : QByteArray();
 }
 
-bool MappedFile::isWhole() const
+bool MappedFile::isAsOpened() const
 {
     struct stat status;
-    return fstat(m_file.handle(), &status) == 0 && status.st_size >= m_size
-        && !(m_guard && m_guard->isDamaged());
+    return fstat(m_file.handle(), &status) == 0 && status.st_size == m_size
+        && status.st_mtim.tv_sec == m_changeTime.tv_sec
+        && status.st_mtim.tv_nsec == m_changeTime.tv_nsec && !(m_guard && m_guard->isDamaged());
 }
 
-bool MappedFile::isNamed() const
+bool MappedFile::isUnchanged()
 {
-    struct stat status;
-    return fstat(m_file.handle(), &status) == 0 && status.st_nlink > 0;
+    if (!m_isChanged && !isAsOpened())
+        setChanged();
+    return !m_isChanged;
+}
+
+void MappedFile::setChanged()
+{
+    if (std::exchange(m_isChanged, true))
+        return;
+    if (m_changeListener)
+        m_changeListener();
+}
+
+void MappedFile::setChangeListener(std::function<void()> listener)
+{
+    m_changeListener = std::move(listener);
+}
+
+QString MappedFile::watchablePath() const
+{
+    const QString held = QStringLiteral("/proc/self/fd/%1").arg(m_file.handle());
+    return QFileInfo::exists(held) ? held : m_path;
 }
 
 } // namespace Trivex

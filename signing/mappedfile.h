@@ -7,6 +7,8 @@
 #include <QByteArray>
 #include <QFile>
 
+#include <ctime>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -23,7 +25,8 @@ public:
     /// Opens the regular file `path` for reading; null for whatever else there is, without ever
     /// waiting for the other end of a pipe.
     static std::shared_ptr<MappedFile> open(const QString &path);
-    /// The file whose bytes `bytes` shares; null when they are ordinary bytes.
+    /// The file whose bytes `bytes` shares; null when they are ordinary bytes. An array without
+    /// bytes may be that of any empty file that is held: one that has changed comes first.
     static std::shared_ptr<MappedFile> behind(const QByteArray &bytes);
     /// Forgets what neither a user nor a copy of the bytes needs any more.
     static void releaseUnused();
@@ -41,27 +44,42 @@ public:
     /// refuses.
     bool map();
     QByteArray bytes() const { return m_bytes; }
+    /// The open file; its position may be moved.
+    QIODevice *device() { return &m_file; }
 
-    /// The digest of the bytes as they were mapped, read through the file, so that a file that was
-    /// cut short is noticed instead of faulting: an empty array then, and for an unknown `type`.
+    /// The digest of the bytes as they were when the file was opened, read through the file, so
+    /// that a file that was cut short is noticed instead of faulting. An empty array for an unknown
+    /// `type`, and when the file has changed: it is looked at before and after reading, and what
+    /// was read has to be what the first digest read.
     QByteArray digest(const QString &type);
 
-    /// True while the file is at least as long as when it was opened, and no read of the bytes has
-    /// found it shorter meanwhile.
-    bool isWhole() const;
-    /// True until the file is deleted, or another takes its name.
-    bool isNamed() const;
+    /// True while the file has the size and the time of change (to the nanosecond) that it was
+    /// opened with, and no read has found other contents; never true again afterwards. Deleting or
+    /// renaming the file changes nothing: it is held.
+    bool isUnchanged();
+    /// Calls `listener` when a look finds the file changed for the first time; null for nobody.
+    void setChangeListener(std::function<void()> listener);
+    /// A name by which changes of the held file can be watched for, whatever becomes of its path.
+    QString watchablePath() const;
 
 private:
     explicit MappedFile(const QString &path);
     bool openDescriptor();
     bool isShared() const;
     bool isEmpty();
+    bool isAsOpened() const;
+    void setChanged();
 
     const QString m_path;
     QFile m_file;
     qint64 m_size = 0;
+    timespec m_changeTime{};
+    bool m_isMapped = false;
     QByteArray m_bytes;
+    QString m_sealType;
+    QByteArray m_seal; ///< the digest by which the contents are known again
+    bool m_isChanged = false;
+    std::function<void()> m_changeListener;
     std::optional<BusErrorGuard> m_guard;
 };
 

@@ -27,10 +27,7 @@ QByteArray dataDigest(const QByteArray &data)
 {
     const QString type = QStringLiteral("sha256");
     const auto file = MappedFile::behind(data);
-    if (!file)
-        return bytesDigest(data, type);
-    const QByteArray digest = file->digest(type);
-    return file->isWhole() ? digest : QByteArray();
+    return file ? file->digest(type) : bytesDigest(data, type);
 }
 
 } // namespace

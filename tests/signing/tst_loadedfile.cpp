@@ -11,7 +11,6 @@
 #include <QtCrypto>
 #include <QtTest>
 
-#include <cstdio>
 #include <limits>
 #include <memory>
 
@@ -30,8 +29,6 @@ private Q_SLOTS:
     void largestFile();
     void rawDataOutlivesTheLoader();
     void cutWhileLoaded();
-    void deletedWhileLoaded();
-    void replacedWhileLoaded();
     void costIndependentOfSize();
 
 private:
@@ -124,28 +121,6 @@ void TestLoadedFile::cutWhileLoaded()
     QCOMPARE(loader.error(), int(LoaderFile::ErrorNotLoadFile));
     loader.setHashType(QStringLiteral("sha1"));
     QCOMPARE(loader.fileHash(), QString());
-}
-
-void TestLoadedFile::deletedWhileLoaded()
-{
-    const QString path = make(QStringLiteral("a.txt"), text);
-    LoaderFile loader;
-    loader.setFilePath(path);
-    QVERIFY(QFile::remove(path));
-    QTRY_COMPARE(loader.status(), int(LoaderFile::Error));
-    QCOMPARE(loader.error(), int(LoaderFile::ErrorNotLoadFile));
-}
-
-void TestLoadedFile::replacedWhileLoaded()
-{
-    const QString path = make(QStringLiteral("a.txt"), text);
-    const QString other = make(QStringLiteral("other.txt"), "other");
-    LoaderFile loader;
-    loader.setFilePath(path);
-    QCOMPARE(::rename(QFile::encodeName(other).constData(), QFile::encodeName(path).constData()),
-             0);
-    QTRY_COMPARE(loader.status(), int(LoaderFile::Error));
-    QCOMPARE(loader.rawData(), text);
 }
 
 void TestLoadedFile::costIndependentOfSize()
