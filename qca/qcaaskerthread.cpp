@@ -21,9 +21,8 @@ QcaAskerThread::QcaAskerThread(QObject *parent)
 
 QcaAskerThread::~QcaAskerThread()
 {
-    // `wait()` has ordered this behind the thread; the lock says so to thread sanitizers too.
-    const std::lock_guard locker(m_mutex);
-    m_handler.reset();
+    // Its end answers what it has left open, and nobody is told of anything under a lock.
+    takeHandler(nullptr);
 }
 
 QcaHandler *QcaAskerThread::handler() const
@@ -55,18 +54,22 @@ void QcaAskerThread::letGo(QcaAskerThread *thread, unsigned long milliseconds)
         thread->deleteLater();
 }
 
-void QcaAskerThread::replaceHandler()
+std::unique_ptr<QcaHandler> QcaAskerThread::takeHandler(std::unique_ptr<QcaHandler> next)
 {
+    // `wait()` has ordered the destructor's call behind the thread; the lock says so to thread
+    // sanitizers too.
     const std::lock_guard locker(m_mutex);
-    m_handler = std::make_unique<QcaHandler>();
-    // Before anybody sees it: answers stored in one that is not asked yet would not be found.
-    m_handler->start();
+    m_handler.swap(next);
+    return next;
 }
 
 void QcaAskerThread::run()
 {
     qDebug() << objectName() << " is running";
-    replaceHandler();
+    auto handler = std::make_unique<QcaHandler>();
+    // Before anybody sees it: answers stored in one that is not asked yet would not be found.
+    handler->start();
+    takeHandler(std::move(handler));
     exec();
     const std::lock_guard locker(m_mutex); // the counterpart of the destructor's
 }

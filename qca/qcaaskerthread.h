@@ -33,7 +33,8 @@ protected:
     void run() override;
 
 private:
-    void replaceHandler();
+    /// Puts `next` in the handler's place and hands out the one before.
+    std::unique_ptr<QcaHandler> takeHandler(std::unique_ptr<QcaHandler> next);
 
     mutable std::mutex m_mutex;
     std::unique_ptr<QcaHandler> m_handler;
