@@ -14,7 +14,9 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <fcntl.h>
 #include <grp.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace TrivexTest;
@@ -43,6 +45,7 @@ class TestP11Kit : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
+    void busyEndsThoughTheConfigurationHangs();
     void remoteModuleIsListed();
     void moduleFileComesAndGoes();
     void libraryComesAndGoes();
@@ -55,6 +58,7 @@ private:
 
     QTemporaryDir m_home;
     QString m_moduleFile;
+    QString m_hangingFile;
     std::unique_ptr<TestAuthority> m_authority;
     std::unique_ptr<TestToken> m_plugged;
     std::unique_ptr<FaultyToken> m_isolated;
@@ -118,8 +122,27 @@ void TestP11Kit::initTestCase()
                           + QFile::encodeName(serverTool())
                           + " remote " TRIVEX_FAULTY_MODULE "\n"));
     m_moduleFile = configuration + QStringLiteral("/modules/plugged.module");
+    // Whoever reads it waits for a writer.
+    m_hangingFile = configuration + QStringLiteral("/modules/hanging.module");
+    QCOMPARE(mkfifo(QFile::encodeName(m_hangingFile).constData(), 0600), 0);
     m_qca = std::make_unique<QCA::Initializer>();
     m_model = std::make_unique<KeyStoreModel>();
+}
+
+// Only the thread that looks for modules could end the waiting, and it is held up.
+void TestP11Kit::busyEndsThoughTheConfigurationHangs()
+{
+    QVERIFY(m_model->isBusy());
+    QElapsedTimer timer;
+    timer.start();
+    QTRY_VERIFY_WITH_TIMEOUT(!m_model->isBusy(), 2 * Patience);
+    QVERIFY2(timer.elapsed() < 6000, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY2(timer.elapsed() > 2000, "nothing has hung");
+    const int writer =
+        open(QFile::encodeName(m_hangingFile).constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+    QVERIFY2(writer >= 0, "nobody reads the file");
+    QVERIFY(QFile::remove(m_hangingFile));
+    close(writer);
 }
 
 void TestP11Kit::remoteModuleIsListed()

@@ -20,6 +20,8 @@ constexpr int LargestStep = 2000;
 constexpr std::chrono::milliseconds StepPause{20};
 /// Long enough for the update before to have been seen.
 constexpr std::chrono::milliseconds SecondLookPause{150};
+/// Between two looks whether the first scan has taken too long.
+constexpr std::chrono::milliseconds PatiencePause{50};
 
 QCA::PKeyBase *keyContextOf(const QCA::PrivateKey &key)
 {
@@ -62,11 +64,21 @@ QCA::Provider::Context *TokenStoreList::clone() const
 void TokenStoreList::start()
 {
     TokenService::instance().start();
-    // Even when the thread that looks for modules is held up by one.
-    QTimer::singleShot(TokenService::FirstScanPatience, this,
-                       [] { TokenService::instance().checkPatience(); });
     if (TokenService::instance().hasScanned())
         QMetaObject::invokeMethod(this, &TokenStoreList::announceScan, Qt::QueuedConnection);
+    else
+        QTimer::singleShot(TokenService::FirstScanPatience, Qt::PreciseTimer, this,
+                           &TokenStoreList::awaitScan);
+}
+
+// The thread that looks for modules may be held up by one, so nobody else may see that the patience
+// is over. Asked until it is: a timer may be early, however little.
+void TokenStoreList::awaitScan()
+{
+    auto &service = TokenService::instance();
+    service.checkPatience();
+    if (!service.hasScanned())
+        QTimer::singleShot(PatiencePause, Qt::PreciseTimer, this, &TokenStoreList::awaitScan);
 }
 
 void TokenStoreList::announceStores()

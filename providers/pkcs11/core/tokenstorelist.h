@@ -42,6 +42,7 @@ private:
     void announceStores();
     void announceContents(int id);
     void announceScan();
+    void awaitScan();
     void showMore(int id);
     void noteListed(int id, const TokenContentsPtr &contents);
     template <class Work> bool runOn(int id, Purpose purpose, Work work);
