@@ -4,6 +4,7 @@
 
 #include <QHash>
 
+#include <atomic>
 #include <mutex>
 
 namespace Trivex {
@@ -21,8 +22,15 @@ public:
         return *hub;
     }
 
+    /// False when what is known of the token is newer.
+    bool note(const TokenStatus &status, quint64 number);
+    TokenBackend *currentBackend() const;
+
     mutable std::mutex mutex;
     QHash<QString, TokenStatus> tokens;
+    /// Of the last status of each token, of forgotten ones too: an older one must not bring them
+    /// back.
+    QHash<QString, quint64> numbers;
     QStringList order;
     TokenBackend *backend = nullptr;
 
@@ -30,6 +38,30 @@ Q_SIGNALS:
     void changed(const QString &keyStoreId);
     void failed(const Trivex::TokenError &error);
 };
+
+bool TokenHub::note(const TokenStatus &status, quint64 number)
+{
+    const std::lock_guard locker(mutex);
+    quint64 &last = numbers[status.keyStoreId];
+    if (number < last)
+        return false;
+    last = number;
+    if (!status.present && status.name.isEmpty()) {
+        tokens.remove(status.keyStoreId);
+        order.removeAll(status.keyStoreId);
+        return true;
+    }
+    if (!tokens.contains(status.keyStoreId))
+        order.append(status.keyStoreId);
+    tokens.insert(status.keyStoreId, status);
+    return true;
+}
+
+TokenBackend *TokenHub::currentBackend() const
+{
+    const std::lock_guard locker(mutex);
+    return backend;
+}
 
 } // namespace
 
@@ -42,21 +74,17 @@ void setTokenBackend(TokenBackend *backend)
     hub.backend = backend;
 }
 
-void publishTokenStatus(const TokenStatus &status)
+quint64 nextStatusNumber()
+{
+    static std::atomic<quint64> last{0};
+    return ++last;
+}
+
+void publishTokenStatus(const TokenStatus &status, quint64 number)
 {
     TokenHub &hub = TokenHub::instance();
-    {
-        const std::lock_guard locker(hub.mutex);
-        if (!status.present && status.name.isEmpty()) {
-            hub.tokens.remove(status.keyStoreId);
-            hub.order.removeAll(status.keyStoreId);
-        } else {
-            if (!hub.tokens.contains(status.keyStoreId))
-                hub.order.append(status.keyStoreId);
-            hub.tokens.insert(status.keyStoreId, status);
-        }
-    }
-    Q_EMIT hub.changed(status.keyStoreId);
+    if (hub.note(status, number))
+        Q_EMIT hub.changed(status.keyStoreId);
 }
 
 void publishTokenError(const TokenError &error)
@@ -93,20 +121,13 @@ TokenStatus TokenMonitor::token(const QString &keyStoreId)
 
 void TokenMonitor::cancel(const QString &keyStoreId)
 {
-    TokenHub &hub = TokenHub::instance();
-    const std::lock_guard locker(hub.mutex);
-    if (hub.backend)
-        hub.backend->cancelOperation(keyStoreId);
+    if (TokenBackend *backend = TokenHub::instance().currentBackend())
+        backend->cancelOperation(keyStoreId);
 }
 
 QCA::PrivateKey findTokenKey(const QString &keyStoreId, const QCA::PublicKey &publicKey)
 {
-    TokenBackend *backend = nullptr;
-    {
-        TokenHub &hub = TokenHub::instance();
-        const std::lock_guard locker(hub.mutex);
-        backend = hub.backend;
-    }
+    TokenBackend *backend = TokenHub::instance().currentBackend();
     return backend ? backend->findPrivateKey(keyStoreId, publicKey) : QCA::PrivateKey();
 }
 

@@ -7,7 +7,8 @@
 namespace Trivex {
 
 /// What a token provider does for the adapter; registered by the provider while it is loaded.
-/// Called on any thread.
+/// Called on any thread, never under a lock; so a call may still run, or begin, when the backend
+/// has just been taken back, and it has to exist until the end of the process.
 class TRIVEX_QCA_EXPORT TokenBackend {
 public:
     virtual ~TokenBackend();
@@ -24,9 +25,13 @@ public:
 
 TRIVEX_QCA_EXPORT void setTokenBackend(TokenBackend *backend);
 
+/// The number for the next status to publish. To be taken under the lock under which the status is
+/// copied: the publishing happens outside of it, where threads may overtake each other.
+TRIVEX_QCA_EXPORT quint64 nextStatusNumber();
+
 /// Publishes what changed of a token; thread-safe. A status with `present` false and an empty name
-/// forgets the token.
-TRIVEX_QCA_EXPORT void publishTokenStatus(const TokenStatus &status);
+/// forgets the token. Ignored when a status of the same token with a higher number has come before.
+TRIVEX_QCA_EXPORT void publishTokenStatus(const TokenStatus &status, quint64 number);
 
 /// Publishes the outcome of an operation that failed, for people to read; thread-safe.
 TRIVEX_QCA_EXPORT void publishTokenError(const TokenError &error);

@@ -116,7 +116,7 @@ private Q_SLOTS:
         status.keyStoreId = QStringLiteral("t");
         status.name = QStringLiteral("Token");
         status.present = true;
-        Trivex::publishTokenStatus(status);
+        Trivex::publishTokenStatus(status, Trivex::nextStatusNumber());
         QCOMPARE(changed.count(), 1);
         QCOMPARE(Trivex::TokenMonitor::tokens().size(), 1);
         QVERIFY(Trivex::TokenMonitor::token(QStringLiteral("t")).present);
@@ -126,7 +126,7 @@ private Q_SLOTS:
         QCOMPARE(failed.count(), 1);
         status.present = false;
         status.name.clear();
-        Trivex::publishTokenStatus(status);
+        Trivex::publishTokenStatus(status, Trivex::nextStatusNumber());
         QVERIFY(Trivex::TokenMonitor::tokens().isEmpty());
         QVERIFY(Trivex::findTokenKey(QStringLiteral("t"), QCA::PublicKey()).isNull());
     }

@@ -6,6 +6,24 @@
 
 namespace Trivex {
 
+namespace {
+
+/// A status as it was under the lock, with its place among all of them.
+struct NumberedStatus {
+    TokenStatus status;
+    quint64 number = 0;
+
+    NumberedStatus() = default;
+    explicit NumberedStatus(const TokenStatus &current)
+        : status(current)
+        , number(nextStatusNumber())
+    {
+    }
+    void publish() const { publishTokenStatus(status, number); }
+};
+
+} // namespace
+
 /// A key store and the token behind it.
 struct TokenService::Record {
     TokenStore store;
@@ -74,15 +92,18 @@ void TokenService::stop()
 void TokenService::forgetAll()
 {
     std::vector<std::shared_ptr<Record>> records;
+    std::vector<NumberedStatus> forgotten;
     {
         const std::lock_guard lock(m_mutex);
         records.swap(m_records);
+        for (const auto &one : records) {
+            TokenStatus gone;
+            gone.keyStoreId = one->store.storeId;
+            forgotten.emplace_back(gone);
+        }
     }
-    for (const auto &one : records) {
-        TokenStatus forgotten;
-        forgotten.keyStoreId = one->store.storeId;
-        publishTokenStatus(forgotten);
-    }
+    for (const NumberedStatus &one : forgotten)
+        one.publish();
 }
 
 bool TokenService::hasScanned() const
@@ -185,7 +206,7 @@ TokenPtr TokenService::attach(const Pkcs11::ModulePtr &module, CK_SLOT_ID slot,
     const TokenIdentity identity = identityOf(info);
     const TokenFlags flags = flagsOf(info);
     TokenPtr token;
-    TokenStatus status;
+    NumberedStatus status;
     int lifetime = 0;
     {
         const std::lock_guard lock(m_mutex);
@@ -209,11 +230,11 @@ TokenPtr TokenService::attach(const Pkcs11::ModulePtr &module, CK_SLOT_ID slot,
         made.status.readOnly = made.store.readOnly;
         made.status.hasPinPad = flags.hasPinPad;
         made.status.pinState = flags.pinState;
-        status = made.status;
+        status = NumberedStatus(made.status);
         lifetime = m_settings.loginLifetime;
     }
     expect(identity.storeId);
-    publishTokenStatus(status);
+    status.publish();
     Q_EMIT storesChanged();
     token->start(std::chrono::minutes(lifetime));
     return token;
@@ -222,7 +243,7 @@ TokenPtr TokenService::attach(const Pkcs11::ModulePtr &module, CK_SLOT_ID slot,
 void TokenService::detach(const TokenPtr &token)
 {
     int id = 0;
-    TokenStatus status;
+    NumberedStatus status;
     {
         const std::lock_guard lock(m_mutex);
         Record *found = record(token->storeId());
@@ -232,13 +253,13 @@ void TokenService::detach(const TokenPtr &token)
             found->store.contents = std::make_shared<TokenContents>();
             TokenStatus &current = found->status;
             current.present = current.busy = current.loading = false;
-            status = current;
+            status = NumberedStatus(current);
             id = found->store.id;
         }
     }
     token->close();
     if (id) {
-        publishTokenStatus(status);
+        status.publish();
         Q_EMIT contentsChanged(id);
         fulfil(token->storeId());
     }
@@ -247,16 +268,16 @@ void TokenService::detach(const TokenPtr &token)
 void TokenService::publish(const TokenConnection &source,
                            const std::function<void(Record &)> &change)
 {
-    TokenStatus status;
+    NumberedStatus status;
     {
         const std::lock_guard lock(m_mutex);
         Record *found = recordOf(source);
         if (!found)
             return;
         change(*found);
-        status = found->status;
+        status = NumberedStatus(found->status);
     }
-    publishTokenStatus(status);
+    status.publish();
 }
 
 void TokenService::publishContents(const TokenConnection &source)
@@ -295,7 +316,7 @@ void TokenService::publishIdle(const TokenConnection &source)
 void TokenService::publishFlags(const TokenPtr &token, const CK_TOKEN_INFO &info)
 {
     const TokenFlags flags = flagsOf(info);
-    TokenStatus status;
+    NumberedStatus status;
     bool readAgain = false;
     {
         const std::lock_guard lock(m_mutex);
@@ -312,9 +333,9 @@ void TokenService::publishFlags(const TokenPtr &token, const CK_TOKEN_INFO &info
         current.pinState = flags.pinState;
         current.hasPinPad = flags.hasPinPad;
         current.loading = readAgain;
-        status = current;
+        status = NumberedStatus(current);
     }
-    publishTokenStatus(status);
+    status.publish();
     if (readAgain)
         token->read();
 }
