@@ -208,7 +208,8 @@ QString Certificate::fileName() const
 {
     if (m_certificate.isNull() || !m_fileName.isEmpty())
         return m_certificate.isNull() ? QString() : m_fileName;
-    return Trivex::safeFileName(commonName(), QStringLiteral(".crt"));
+    return Trivex::safeFileName(commonName(), QStringLiteral(".crt"),
+                                QStringLiteral("certificate"));
 }
 
 bool Certificate::isNull() const

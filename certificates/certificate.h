@@ -49,7 +49,8 @@ class Certificate : public QObject {
     Q_PROPERTY(QString privateKeyLocation READ privateKeyLocation CONSTANT)
     /// The subject's organization; empty without a key bundle.
     Q_PROPERTY(QString privateKeyManufacturer READ privateKeyManufacturer CONSTANT)
-    /// The name of the file that the certificate came from; else "<common name>.crt", made safe.
+    /// The name of the file that the certificate came from; else "<common name>.crt", made safe
+    /// ("certificate.crt" where there is no name).
     Q_PROPERTY(QString fileName READ fileName CONSTANT)
     /// True for a self-signed certificate whose subject and issuer have the same common name.
     Q_PROPERTY(bool isRoot READ isRoot CONSTANT)

@@ -264,7 +264,11 @@ void CertificateRequest::load(const QString &path)
 
 bool CertificateRequest::exportToFile(const QString &directory)
 {
-    const QString path = directory + QDir::separator() + Trivex::safeFileName(fileName());
+    // One that could not be saved has no file name yet.
+    const bool isNamed = m_request.isNull() || !fileName().isEmpty();
+    const QString name =
+        isNamed ? Trivex::safeFileName(fileName()) : Trivex::requestFileName(commonName());
+    const QString path = directory + QDir::separator() + name;
     if (m_request.isNull() || !m_request.toPEMFile(path)) {
         qWarning() << "File: " << path << " not exported!";
         return false;

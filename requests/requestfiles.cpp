@@ -71,7 +71,8 @@ const QString &requestExtension()
 
 QString requestFileName(const QString &commonName)
 {
-    return safeFileName(QStringLiteral("%1.%2").arg(commonName, requestExtension()));
+    return safeFileName(commonName, QLatin1Char('.') + requestExtension(),
+                        QStringLiteral("request"));
 }
 
 QString freePath(const QString &path, const std::function<bool(const QString &)> &isTaken)

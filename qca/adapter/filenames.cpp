@@ -76,4 +76,9 @@ QString safeFileName(const QString &base, const QString &suffix)
     return withoutUnsafe(cut(base, qMax(0, room)) + suffix);
 }
 
+QString safeFileName(const QString &base, const QString &suffix, const QString &standIn)
+{
+    return safeFileName(base.trimmed().isEmpty() ? standIn : base, suffix);
+}
+
 } // namespace Trivex

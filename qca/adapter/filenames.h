@@ -22,4 +22,8 @@ TRIVEX_QCA_EXPORT QString safeFileName(const QString &name);
 /// both fit. For names that get a number at their end.
 TRIVEX_QCA_EXPORT QString safeFileName(const QString &base, const QString &suffix);
 
+/// The same for a base that may be missing: `standIn` takes the place of one without any text.
+TRIVEX_QCA_EXPORT QString safeFileName(const QString &base, const QString &suffix,
+                                       const QString &standIn);
+
 } // namespace Trivex

@@ -32,6 +32,8 @@ private Q_SLOTS:
     void fileNameAndExport();
     void exportFails();
     void hostileNames();
+    void namelessExport_data();
+    void namelessExport();
     void loading();
     void assignmentKeepsFileName();
     void overriddenGettersCount();
@@ -263,6 +265,26 @@ void tst_Certificate::hostileNames()
     QVERIFY(certificate.exportToFile(directory.filePath(QStringLiteral("in"))));
     QCOMPARE(QDir(directory.path()).entryList(QDir::Files), QStringList());
     QCOMPARE(QDir(directory.filePath(QStringLiteral("in"))).entryList(QDir::Files).size(), 2);
+}
+
+void tst_Certificate::namelessExport_data()
+{
+    QTest::addColumn<QString>("subject");
+    QTest::newRow("without a common name") << QStringLiteral("/O=Nameless");
+    QTest::newRow("of blanks") << QStringLiteral("/O=Nameless/CN=  ");
+    QTest::newRow("no subject at all") << QStringLiteral("/");
+}
+
+void tst_Certificate::namelessExport()
+{
+    QFETCH(QString, subject);
+    QTemporaryDir directory;
+    Certificate certificate(m_factory.selfSigned(subject));
+    QVERIFY(!certificate.isNull());
+    QCOMPARE(certificate.fileName(), QStringLiteral("certificate.crt"));
+    QVERIFY(certificate.exportToFile(directory.path()));
+    QCOMPARE(QDir(directory.path()).entryList(QDir::Files | QDir::Hidden),
+             QStringList(QStringLiteral("certificate.crt")));
 }
 
 void tst_Certificate::loading()

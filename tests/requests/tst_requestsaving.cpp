@@ -100,6 +100,7 @@ private Q_SLOTS:
     void foreignNames();
     void exports();
     void exportStaysInItsDirectory();
+    void namelessExport();
     void exportFails();
     void killedWhileSaving();
 };
@@ -296,6 +297,20 @@ void TestRequestSaving::exportStaysInItsDirectory()
     QTemporaryDir directory;
     QVERIFY(request.exportToFile(directory.path()));
     QCOMPARE(QDir(directory.path()).entryList(QDir::Files | QDir::Hidden), list({"_._up.csr"}));
+}
+
+void TestRequestSaving::namelessExport()
+{
+    for (const QString &name : {QString(), QStringLiteral("  ")}) {
+        CertificateRequest request(
+            makeRequestFile(QStringLiteral("x.csr"), name, QStringLiteral("Nameless")), nullptr);
+        QCOMPARE(request.subjectOrganization(), QStringLiteral("Nameless"));
+        QCOMPARE(request.fileName(), QStringLiteral("request.csr"));
+        QTemporaryDir directory;
+        QVERIFY(request.exportToFile(directory.path()));
+        QCOMPARE(QDir(directory.path()).entryList(QDir::Files | QDir::Hidden),
+                 list({"request.csr"}));
+    }
 }
 
 void TestRequestSaving::exportFails()
