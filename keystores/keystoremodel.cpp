@@ -53,7 +53,7 @@ KeyStoreModel::KeyStoreModel(QObject *parent)
     connect(&m_keyStoreManager, &QCA::KeyStoreManager::busyFinished, this,
             &KeyStoreModel::ksmBusyFinished);
     m_nextSlice.setInterval(0);
-    connect(&m_nextSlice, &QTimer::timeout, this, &KeyStoreModel::appendNextSlice);
+    connect(&m_nextSlice, &QTimer::timeout, this, &KeyStoreModel::appendSlice);
     m_keyStoreManager.sync();
     m_askerThread->start(QThread::InheritPriority);
     setUpProvider();
@@ -124,7 +124,7 @@ QVariant KeyStoreModel::data(const QModelIndex &index, int role) const
     case IssuerRole:
         return issuerText(row);
     case TypeRole:
-        return int(item.keyStore->type());
+        return item.keyStore ? int(item.keyStore->type()) : -1;
     case EntryIdRole:
         return Trivex::entryId(item.entry->entry());
     default:
@@ -236,6 +236,7 @@ void KeyStoreModel::connectStore(QCA::KeyStore *keyStore)
         removeRowsOf(keyStore);
     });
     connect(keyStore, &QCA::KeyStore::unavailable, this, &KeyStoreModel::ksUnavailable);
+    connect(keyStore, &QObject::destroyed, this, [this] { removeRowsOf(nullptr); });
     connect(keyStore, &QCA::KeyStore::entryWritten, this, &KeyStoreModel::entryWritten);
     connect(keyStore, &QCA::KeyStore::entryRemoved, this, &KeyStoreModel::entryRemoved);
 }
@@ -258,14 +259,18 @@ void KeyStoreModel::ksUnavailable()
 
 void KeyStoreModel::ksmBusyStarted()
 {
-    Q_EMIT keysNotReady();
-    setBusy(true);
+    inTurn([this] {
+        Q_EMIT keysNotReady();
+        setBusy(true);
+    });
 }
 
 void KeyStoreModel::ksmBusyFinished()
 {
-    Q_EMIT keysReady();
-    setBusy(false);
+    inTurn([this] {
+        Q_EMIT keysReady();
+        setBusy(false);
+    });
 }
 
 void KeyStoreModel::entryWritten(QString entryId)

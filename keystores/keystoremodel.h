@@ -7,7 +7,6 @@
 #include "keystores/keystoreitem.h"
 
 #include <QAbstractListModel>
-#include <QHash>
 #include <QList>
 #include <QPointer>
 #include <QSet>
@@ -16,6 +15,7 @@
 #include <QVector>
 #include <QtCrypto>
 
+#include <functional>
 #include <memory>
 
 class QcaAskerThread;
@@ -36,8 +36,9 @@ class QcaHandler;
 /// | "entryId" | 262 | the entry's id, unique within its store |
 ///
 /// The objects belong to the rows. Stores are read in the background and rows come and go with
-/// them, those of a long list a few at each turn of the event loop; writing and removing end with a
-/// signal. GUI thread only.
+/// them, those of a long list a few at each turn of the event loop: the rows of one store together,
+/// stores in the order in which they report. Writing and removing end with a signal. GUI thread
+/// only.
 class KeyStoreModel : public QAbstractListModel {
     Q_OBJECT
     /// True while stores are being looked for.
@@ -166,11 +167,14 @@ private:
     void removeMissingRows(const QCA::KeyStore *keyStore, const QSet<QString> &ids);
     QList<QCA::KeyStoreEntry> newEntries(const QCA::KeyStore *keyStore,
                                          const QList<QCA::KeyStoreEntry> &entries) const;
-    void appendSlice(QCA::KeyStore *keyStore);
-    void appendNextSlice();
+    void noteArriving(QCA::KeyStore *keyStore, const QList<QCA::KeyStoreEntry> &entries);
+    /// Runs `then` when the rows that have been announced so far are there.
+    void inTurn(std::function<void()> then);
+    void appendSlice();
+    void appendNext();
     void announce(const QCA::KeyStoreEntry &entry);
     void appendRow(QCA::KeyStore *keyStore, const QCA::KeyStoreEntry &entry);
-    void removeRowsOf(QCA::KeyStore *keyStore);
+    void removeRowsOf(const QCA::KeyStore *keyStore);
     void takeRow(int row);
     QString nameText(int row) const;
     QString issuerText(int row) const;
@@ -194,7 +198,13 @@ private:
     Certificate m_importedCertificate;
     ComboBoxModel m_certLocationModel;
     Error m_error = ErrorUnknown;
-    /// Entries of a store's last update that have no row yet.
-    QHash<QCA::KeyStore *, QList<QCA::KeyStoreEntry>> m_arriving;
+    /// Entries of a store's last update that have no row yet, or what follows those before it.
+    struct Arrival {
+        QPointer<QCA::KeyStore> keyStore;
+        QList<QCA::KeyStoreEntry> entries;
+        std::function<void()> then;
+    };
+    /// In the order in which the stores reported.
+    QList<Arrival> m_arriving;
     QTimer m_nextSlice;
 };

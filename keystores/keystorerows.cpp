@@ -9,6 +9,8 @@
 #include <QDebug>
 #include <QMetaMethod>
 
+#include <algorithm>
+
 /// How the rows follow the entries of the stores.
 
 namespace {
@@ -29,7 +31,7 @@ bool isRow(const QCA::KeyStoreEntry &entry)
 
 void KeyStoreModel::ksUpdated()
 {
-    auto *keyStore = static_cast<QCA::KeyStore *>(sender());
+    const QPointer<QCA::KeyStore> keyStore(static_cast<QCA::KeyStore *>(sender()));
     if (!keyStore || !keyStore->isValid() || keyStore->name().isEmpty()) {
         qWarning() << "Error: KeyStore not valid";
         return;
@@ -41,8 +43,15 @@ void KeyStoreModel::ksUpdated()
     for (const QCA::KeyStoreEntry &entry : entries)
         ids.insert(Trivex::entryId(entry));
     removeMissingRows(keyStore, ids);
-    m_arriving.insert(keyStore, newEntries(keyStore, entries));
-    appendSlice(keyStore);
+    // Whoever hears of a row that goes may delete its store.
+    if (!keyStore)
+        return;
+    const bool isFirst = m_arriving.isEmpty();
+    noteArriving(keyStore, newEntries(keyStore, entries));
+    if (isFirst)
+        appendSlice();
+    else
+        m_nextSlice.start();
 }
 
 void KeyStoreModel::removeMissingRows(const QCA::KeyStore *keyStore, const QSet<QString> &ids)
@@ -81,32 +90,62 @@ QList<QCA::KeyStoreEntry> KeyStoreModel::newEntries(const QCA::KeyStore *keyStor
     return fresh;
 }
 
-void KeyStoreModel::appendSlice(QCA::KeyStore *keyStore)
+void KeyStoreModel::noteArriving(QCA::KeyStore *keyStore, const QList<QCA::KeyStoreEntry> &entries)
 {
-    for (int i = 0; i < SliceRows; ++i) {
-        // Looked up each time: whoever hears of a row may bring the store's next update about.
-        const auto arriving = m_arriving.find(keyStore);
-        if (arriving == m_arriving.end())
-            return;
-        if (arriving->isEmpty()) {
-            m_arriving.erase(arriving);
-            return;
-        }
-        const QCA::KeyStoreEntry entry = arriving->takeFirst();
-        if (keyStore->type() == QCA::KeyStore::SmartCard
-            && Trivex::entryType(entry) == QCA::KeyStoreEntry::TypeKeyBundle)
-            announce(entry);
-        appendRow(keyStore, entry);
+    for (Arrival &arrival : m_arriving) {
+        if (arrival.keyStore != keyStore || arrival.then)
+            continue;
+        arrival.entries = entries; // in its old place
+        return;
     }
+    m_arriving.append({keyStore, entries, {}});
+}
+
+void KeyStoreModel::inTurn(std::function<void()> then)
+{
+    if (m_arriving.isEmpty()) {
+        then();
+        return;
+    }
+    m_arriving.append({nullptr, {}, std::move(then)});
     m_nextSlice.start();
 }
 
-void KeyStoreModel::appendNextSlice()
+void KeyStoreModel::appendSlice()
 {
+    for (int rows = 0; rows < SliceRows && !m_arriving.isEmpty();) {
+        const Arrival &next = m_arriving.first();
+        if (next.then) {
+            m_arriving.takeFirst().then();
+        } else if (next.entries.isEmpty() || !next.keyStore) {
+            m_arriving.removeFirst();
+        } else {
+            appendNext();
+            ++rows;
+        }
+    }
     if (m_arriving.isEmpty())
         m_nextSlice.stop();
     else
-        appendSlice(m_arriving.begin().key());
+        m_nextSlice.start();
+}
+
+void KeyStoreModel::appendNext()
+{
+    const QPointer<QCA::KeyStore> keyStore = m_arriving.first().keyStore;
+    const QCA::KeyStoreEntry entry = m_arriving.first().entries.first();
+    if (keyStore->type() == QCA::KeyStore::SmartCard
+        && Trivex::entryType(entry) == QCA::KeyStoreEntry::TypeKeyBundle)
+        announce(entry);
+    // Whoever hears of it may delete the store, or bring its next update about, or let the event
+    // loop run in which this very row comes.
+    if (!keyStore || m_arriving.isEmpty() || m_arriving.first().keyStore != keyStore)
+        return;
+    QList<QCA::KeyStoreEntry> &entries = m_arriving.first().entries;
+    if (entries.isEmpty() || Trivex::entryId(entries.first()) != Trivex::entryId(entry))
+        return;
+    entries.removeFirst();
+    appendRow(keyStore, entry);
 }
 
 void KeyStoreModel::announce(const QCA::KeyStoreEntry &entry)
@@ -134,14 +173,22 @@ void KeyStoreModel::takeRow(int row)
     endRemoveRows();
 }
 
-void KeyStoreModel::removeRowsOf(QCA::KeyStore *keyStore)
+void KeyStoreModel::removeRowsOf(const QCA::KeyStore *keyStore)
 {
-    m_arriving.remove(keyStore);
+    // Of a store that is gone already, the pointer is null by now.
+    const auto isGone = [keyStore](const QPointer<QCA::KeyStore> &one) {
+        return !one || one == keyStore;
+    };
+    for (Arrival &arrival : m_arriving) {
+        if (!arrival.then && isGone(arrival.keyStore))
+            arrival.entries.clear();
+    }
     for (int last = m_items.size() - 1; last >= 0; --last) {
-        if (m_items.at(last).keyStore != keyStore)
+        last = std::min(last, m_items.size() - 1);
+        if (last < 0 || !isGone(m_items.at(last).keyStore))
             continue;
         int first = last;
-        while (first > 0 && m_items.at(first - 1).keyStore == keyStore)
+        while (first > 0 && isGone(m_items.at(first - 1).keyStore))
             --first;
         beginRemoveRows(QModelIndex(), first, last);
         const QList<KeyStoreItem> gone = m_items.mid(first, last - first + 1);
