@@ -21,7 +21,6 @@ namespace {
 
 constexpr int signDelay = 3000; // ms
 constexpr int verifyDelay = 1000; // ms
-constexpr int pinDelay = 1000; // ms
 
 QCA::KeyBundle bundleOf(const KeyStoreEntry &entry)
 {
@@ -52,8 +51,9 @@ SignVerify::SignVerify(QObject *parent)
     , m_ceritficate(keptByCpp(new Certificate(this)))
 {
     connect(&m_eventHandler, &QCA::EventHandler::eventReady, this, &SignVerify::eventReady);
-    connect(Trivex::QuestionNotifier::instance(), &Trivex::QuestionNotifier::withdrawn, this,
-            &SignVerify::questionWithdrawn, Qt::QueuedConnection);
+    connect(&m_questions, &Trivex::PinQuestions::put, this, &SignVerify::askForPin);
+    connect(&m_questions, &Trivex::PinQuestions::answered, &m_keptPin,
+            &Trivex::KeptPin::keepAnswer);
     m_eventHandler.start();
 }
 
@@ -166,8 +166,7 @@ void SignVerify::finishSigning(const QString &path, const QByteArray &signature)
 {
     if (signature.isEmpty()) {
         qDebug("Error sign");
-        m_pin = QCA::SecureArray();
-        m_pinStore.clear();
+        m_keptPin.forget();
         setError(ErrorSign);
         return;
     }
@@ -226,47 +225,32 @@ void SignVerify::eventReady(int id, QCA::Event e)
         return;
     }
     const std::optional<Trivex::QuestionInfo> info = Trivex::questionInfo(e);
-    m_id = id;
-    m_ticket = info ? info->ticket : 0;
-    m_askingStore = info ? info->keyStoreId : QString();
-    if (isRetainedPinGood(info)) {
-        m_eventHandler.submitPassword(id, m_pin);
-        return;
-    }
+    const QCA::SecureArray kept = m_keptPin.answerFor(info);
+    if (kept.isEmpty())
+        m_questions.add(id, info);
+    else
+        m_eventHandler.submitPassword(id, kept);
+}
+
+void SignVerify::askForPin(const std::optional<Trivex::QuestionInfo> &question)
+{
     // Our own providers wait for as long as it takes; without anybody to ask that is for ever.
-    if (info && !isSignalConnected(QMetaMethod::fromSignal(&SignVerify::getPin))) {
-        m_eventHandler.reject(id);
-        return;
-    }
-    Q_EMIT getPin();
-}
-
-bool SignVerify::isRetainedPinGood(const std::optional<Trivex::QuestionInfo> &question) const
-{
-    if (m_pin.isEmpty())
-        return false;
-    return !question || (!question->needsTypedPin && question->keyStoreId == m_pinStore);
-}
-
-void SignVerify::questionWithdrawn(quintptr ticket)
-{
-    if (ticket == 0 || ticket != m_ticket)
-        return;
-    m_ticket = 0;
-    m_askingStore.clear();
-    m_eventHandler.reject(m_id);
+    if (question && !isSignalConnected(QMetaMethod::fromSignal(&SignVerify::getPin)))
+        m_questions.reject();
+    else
+        Q_EMIT getPin();
 }
 
 void SignVerify::pinRejected()
 {
-    m_eventHandler.reject(m_id);
+    m_questions.reject();
 }
 
 void SignVerify::pinAccepted(const QString &pin)
 {
-    m_pin = secured(pin.toLocal8Bit());
-    m_pinStore = m_askingStore;
-    QTimer::singleShot(pinDelay, Qt::PreciseTimer, this, [this, id = m_id, answer = m_pin] {
-        m_eventHandler.submitPassword(id, answer);
-    });
+    const QCA::SecureArray secure = secured(pin.toLocal8Bit());
+    if (m_questions.isEmpty())
+        m_keptPin.keep(secure);
+    else
+        m_questions.accept(secure);
 }

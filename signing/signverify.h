@@ -3,6 +3,8 @@
 #pragma once
 
 #include "qca/adapter/eventhandler.h"
+#include "signing/keptpin.h"
+#include "signing/pinquestions.h"
 
 #include <QObject>
 #include <QPointer>
@@ -10,7 +12,6 @@
 
 #include <deque>
 #include <functional>
-#include <optional>
 
 class Certificate;
 class KeyStoreEntry;
@@ -58,7 +59,8 @@ public:
 Q_SIGNALS:
     void signSuccess();
     void verifySuccess();
-    /// A PIN is needed; to be answered with `pinAccepted()` or `pinRejected()`. Without a listener
+    /// A PIN is needed; to be answered with `pinAccepted()` or `pinRejected()`. Questions that
+    /// overlap come one after the other, the next one when this one is over. Without a listener
     /// questions of our own providers are rejected.
     void getPin();
     void errorChanged();
@@ -79,9 +81,12 @@ public:
     /// Verifies in 1000 ms, with the public half of the entry's private key.
     Q_INVOKABLE void verify(const QByteArray &rawDataFile, const QString &filePathSig,
                             KeyStoreEntry *key);
+    /// Rejects the question that `getPin()` announced; ignored when there is none.
     Q_INVOKABLE void pinRejected();
-    /// Answers the question in 1000 ms. The PIN is kept for later questions until a signature
-    /// fails.
+    /// Answers that question in 1000 ms. The PIN of a signature is kept for this object's later
+    /// signatures with the same token, and for the questions of other providers, until a signature
+    /// fails, a PIN was wrong, or the token is taken out or has one try left. With no question
+    /// open, the PIN is kept for the next signature.
     Q_INVOKABLE void pinAccepted(const QString &pin);
 
 private:
@@ -98,15 +103,11 @@ private:
     void finishSigning(const QString &path, const QByteArray &signature);
     void runVerify(const Job &job);
     void finishVerifying(bool valid, const QCA::CertificateChain &chain);
-    bool isRetainedPinGood(const std::optional<Trivex::QuestionInfo> &question) const;
-    void questionWithdrawn(quintptr ticket);
+    void askForPin(const std::optional<Trivex::QuestionInfo> &question);
 
     Trivex::EventHandler m_eventHandler;
-    int m_id = 0;
-    quintptr m_ticket = 0;
-    QString m_askingStore;
-    QCA::SecureArray m_pin;
-    QString m_pinStore;
+    Trivex::PinQuestions m_questions{&m_eventHandler};
+    Trivex::KeptPin m_keptPin{&m_eventHandler};
     int m_error = NoError;
     QPointer<Certificate> m_ceritficate;
     std::deque<Job> m_signQueue;

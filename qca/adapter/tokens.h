@@ -65,6 +65,8 @@ public:
 
 Q_SIGNALS:
     void changed(const QString &keyStoreId);
+    /// The token was taken out, even when it is back by the time this arrives. Before `changed`.
+    void removed(const QString &keyStoreId);
     void failed(const Trivex::TokenError &error);
 };
 

@@ -22,8 +22,12 @@ public:
         return *hub;
     }
 
-    /// False when what is known of the token is newer.
-    bool note(const TokenStatus &status, quint64 number);
+    struct News {
+        bool isNewest; ///< false when what is known of the token is newer
+        bool isRemoval; ///< a token that was there is not; true even if it is back already
+    };
+
+    News note(const TokenStatus &status, quint64 number);
     TokenBackend *currentBackend() const;
 
     mutable std::mutex mutex;
@@ -36,25 +40,27 @@ public:
 
 Q_SIGNALS:
     void changed(const QString &keyStoreId);
+    void removed(const QString &keyStoreId);
     void failed(const Trivex::TokenError &error);
 };
 
-bool TokenHub::note(const TokenStatus &status, quint64 number)
+TokenHub::News TokenHub::note(const TokenStatus &status, quint64 number)
 {
     const std::lock_guard locker(mutex);
     quint64 &last = numbers[status.keyStoreId];
-    if (number < last)
-        return false;
+    const News news = {number >= last, !status.present && tokens.value(status.keyStoreId).present};
+    if (!news.isNewest)
+        return news;
     last = number;
     if (!status.present && status.name.isEmpty()) {
         tokens.remove(status.keyStoreId);
         order.removeAll(status.keyStoreId);
-        return true;
+        return news;
     }
     if (!tokens.contains(status.keyStoreId))
         order.append(status.keyStoreId);
     tokens.insert(status.keyStoreId, status);
-    return true;
+    return news;
 }
 
 TokenBackend *TokenHub::currentBackend() const
@@ -83,7 +89,10 @@ quint64 nextStatusNumber()
 void publishTokenStatus(const TokenStatus &status, quint64 number)
 {
     TokenHub &hub = TokenHub::instance();
-    if (hub.note(status, number))
+    const TokenHub::News news = hub.note(status, number);
+    if (news.isRemoval)
+        Q_EMIT hub.removed(status.keyStoreId);
+    if (news.isNewest)
         Q_EMIT hub.changed(status.keyStoreId);
 }
 
@@ -97,6 +106,7 @@ TokenMonitor::TokenMonitor(QObject *parent)
 {
     qRegisterMetaType<Trivex::TokenError>();
     connect(&TokenHub::instance(), &TokenHub::changed, this, &TokenMonitor::changed);
+    connect(&TokenHub::instance(), &TokenHub::removed, this, &TokenMonitor::removed);
     connect(&TokenHub::instance(), &TokenHub::failed, this, &TokenMonitor::failed);
 }
 

@@ -48,14 +48,25 @@ private:
     Trivex::EventHandler m_handler;
 };
 
-QString storeNamed(const QString &name)
+Trivex::TokenStatus statusOf(const QString &name)
 {
     const auto tokens = Trivex::TokenMonitor::tokens();
     for (const Trivex::TokenStatus &one : tokens) {
         if (one.name == name)
-            return one.keyStoreId;
+            return one;
     }
     return {};
+}
+
+QString storeNamed(const QString &name)
+{
+    return statusOf(name).keyStoreId;
+}
+
+bool isPresent(const QString &name)
+{
+    const Trivex::TokenStatus status = statusOf(name);
+    return status.present && !status.loading;
 }
 
 } // namespace
@@ -65,6 +76,7 @@ class TestSignNested : public QObject {
 private Q_SLOTS:
     void initTestCase();
     void generationWhileThePinIsAsked();
+    void bothAskTheSigner();
 
 private:
     KeyStoreEntry *entry() const;
@@ -125,6 +137,39 @@ void TestSignNested::generationWhileThePinIsAsked()
     QCOMPARE(host.questions.first().keyStoreId, storeNamed(otherName));
     QVERIFY(!host.questions.first().addressee);
     QCOMPARE(generated.count(), 1);
+    QVERIFY(!generator.key().isNull());
+}
+
+void TestSignNested::bothAskTheSigner()
+{
+    // Plugged in anew, so that either token asks again.
+    token->removeModule();
+    QTRY_VERIFY_WITH_TIMEOUT(!isPresent(otherName), patience);
+    token->restoreModule();
+    QTRY_VERIFY_WITH_TIMEOUT(isPresent(otherName) && entry(), patience);
+    SignVerify signer;
+    QSignalSpy asked(&signer, &SignVerify::getPin);
+    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
+    Trivex::KeyGenerator generator;
+    generator.setBlockingEnabled(false);
+    generator.setTarget(storeNamed(otherName), QStringLiteral("label"));
+    QSignalSpy generated(&generator, &Trivex::KeyGenerator::finished);
+    const auto accept = [&] { signer.pinAccepted(QString::fromLatin1(TestToken::pin())); };
+    connect(&signer, &SignVerify::getPin, this, [&] {
+        if (asked.count() > 1) {
+            accept();
+            return;
+        }
+        generator.createRSA(2048, 65537, QStringLiteral("qca-norvel-pkcs11"));
+        // Its question has come when this one is answered.
+        QTimer::singleShot(1500, this, accept);
+    });
+    QTimer::singleShot(2 * patience, this, [] { Trivex::cancelQuestions(); });
+    signer.sign(data, m_authority.file(QStringLiteral("both.sig")), entry());
+    QTRY_VERIFY_WITH_TIMEOUT(generated.count() && (isSigned.count() || signer.error()),
+                             3 * patience);
+    QCOMPARE(asked.count(), 2);
+    QCOMPARE(isSigned.count(), 1);
     QVERIFY(!generator.key().isNull());
 }
 

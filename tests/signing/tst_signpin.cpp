@@ -4,7 +4,7 @@
 #include "qca/engine/asker.h"
 #include "qca/qcahandler.h"
 #include "signing/signverify.h"
-#include "tests/signing/scriptedkey.h"
+#include "tests/signing/pintoken.h"
 
 #include <QEventLoop>
 #include <QSignalSpy>
@@ -16,59 +16,6 @@ using namespace TrivexTest;
 namespace {
 
 const QByteArray data = "What is signed";
-
-/// A token that wants the PIN "1234" for each signature, and takes note of what it is given.
-class Token {
-public:
-    explicit Token(const QString &storeId = QStringLiteral("store"))
-    {
-        m_question.keyStoreId = storeId;
-    }
-
-    std::unique_ptr<KeyStoreEntry> entry()
-    {
-        return bundleEntry(scriptedKey(softwareKey(), [this] { return logIn(); }));
-    }
-
-    Trivex::QuestionInfo &question() { return m_question; }
-    bool plain = false; ///< asks as any other provider does
-    QStringList tried; ///< "-" for a rejected question
-
-private:
-    bool logIn()
-    {
-        const QString pin = plain ? askPlainly() : askOurWay();
-        tried << pin;
-        return pin == QLatin1String("1234");
-    }
-
-    QString askOurWay() const
-    {
-        Trivex::QuestionInfo question = m_question;
-        question.addressee = Trivex::QuestionScope::current();
-        const Trivex::Reply reply =
-            Trivex::ask(question,
-                        QCA::KeyStoreInfo(QCA::KeyStore::SmartCard, question.keyStoreId,
-                                          QStringLiteral("Token")));
-        return reply.accepted ? QString::fromUtf8(reply.password.toByteArray())
-                              : QStringLiteral("-");
-    }
-
-    static QString askPlainly()
-    {
-        QCA::PasswordAsker asker;
-        QEventLoop loop;
-        QObject::connect(&asker, &QCA::PasswordAsker::responseReady, &loop, &QEventLoop::quit,
-                         Qt::QueuedConnection);
-        asker.ask(QCA::Event::StylePIN, QStringLiteral("file"), nullptr);
-        loop.exec();
-        asker.waitForResponse();
-        return asker.accepted() ? QString::fromUtf8(asker.password().toByteArray())
-                                : QStringLiteral("-");
-    }
-
-    Trivex::QuestionInfo m_question;
-};
 
 QStringList list(std::initializer_list<const char *> items)
 {
@@ -101,7 +48,6 @@ private Q_SLOTS:
     void withdrawn();
     void destroyedWhileAsking();
     void entryDestroyedWhileAsking();
-    void answersWithoutQuestion();
 
 private:
     QString path(const char *name) const { return m_directory.filePath(QLatin1String(name)); }
@@ -110,7 +56,7 @@ private:
 
 void TestSignPin::asksAndRemembers()
 {
-    Token token;
+    PinToken token;
     const auto entry = token.entry();
     SignVerify signer;
     QSignalSpy asked(&signer, &SignVerify::getPin);
@@ -132,8 +78,8 @@ void TestSignPin::asksAndRemembers()
 
 void TestSignPin::anotherStoreAsksAgain()
 {
-    Token first;
-    Token second(QStringLiteral("second store"));
+    PinToken first;
+    PinToken second(QStringLiteral("second store"));
     const auto firstEntry = first.entry();
     const auto secondEntry = second.entry();
     SignVerify signer;
@@ -149,7 +95,7 @@ void TestSignPin::anotherStoreAsksAgain()
 
 void TestSignPin::typedPinOnly()
 {
-    Token token;
+    PinToken token;
     const auto entry = token.entry();
     SignVerify signer;
     QSignalSpy asked(&signer, &SignVerify::getPin);
@@ -166,7 +112,7 @@ void TestSignPin::typedPinOnly()
 
 void TestSignPin::plainEventsUseTheKeptPin()
 {
-    Token token;
+    PinToken token;
     token.plain = true;
     const auto entry = token.entry();
     SignVerify signer;
@@ -184,7 +130,7 @@ void TestSignPin::plainEventsUseTheKeptPin()
 
 void TestSignPin::rejected()
 {
-    Token token;
+    PinToken token;
     const auto entry = token.entry();
     SignVerify signer;
     QSignalSpy asked(&signer, &SignVerify::getPin);
@@ -199,8 +145,8 @@ void TestSignPin::rejected()
 
 void TestSignPin::rejectionForgetsTheKeptPin()
 {
-    Token first;
-    Token second(QStringLiteral("second store"));
+    PinToken first;
+    PinToken second(QStringLiteral("second store"));
     const auto firstEntry = first.entry();
     const auto secondEntry = second.entry();
     SignVerify signer;
@@ -226,7 +172,7 @@ void TestSignPin::rejectionForgetsTheKeptPin()
 
 void TestSignPin::wrongPinIsForgotten()
 {
-    Token token;
+    PinToken token;
     const auto entry = token.entry();
     SignVerify signer;
     QSignalSpy failed(&signer, &SignVerify::errorChanged);
@@ -245,7 +191,7 @@ void TestSignPin::scheduledTogether()
 {
     // The second job's time comes while the first one asks. A PIN that turns out wrong must not be
     // tried for the second.
-    Token token;
+    PinToken token;
     const auto entry = token.entry();
     SignVerify signer;
     QSignalSpy asked(&signer, &SignVerify::getPin);
@@ -263,7 +209,7 @@ void TestSignPin::scheduledTogether()
 
 void TestSignPin::nobodyToAsk()
 {
-    Token token;
+    PinToken token;
     const auto entry = token.entry();
     SignVerify signer;
     signer.sign(data, path("n.sig"), entry.get());
@@ -273,7 +219,7 @@ void TestSignPin::nobodyToAsk()
 
 void TestSignPin::leavesOthersAlone()
 {
-    Token token;
+    PinToken token;
     const auto entry = token.entry();
     SignVerify bystander;
     SignVerify signer;
@@ -326,7 +272,7 @@ void TestSignPin::storedAnswersStandBack()
     handler.setPassword(QCA::SecureArray("9999"));
     if (!signer)
         signer = std::make_unique<SignVerify>();
-    Token token;
+    PinToken token;
     const auto entry = token.entry();
     QSignalSpy isSigned(signer.get(), &SignVerify::signSuccess);
     connect(signer.get(), &SignVerify::getPin, this,
@@ -338,7 +284,7 @@ void TestSignPin::storedAnswersStandBack()
 
 void TestSignPin::withdrawn()
 {
-    Token token;
+    PinToken token;
     const auto entry = token.entry();
     SignVerify signer;
     connect(&signer, &SignVerify::getPin, this, [] { Trivex::cancelQuestions(); });
@@ -354,7 +300,7 @@ void TestSignPin::withdrawn()
 
 void TestSignPin::destroyedWhileAsking()
 {
-    Token token;
+    PinToken token;
     const auto entry = token.entry();
     auto signer = std::make_unique<SignVerify>();
     connect(signer.get(), &SignVerify::getPin, this, [&] {
@@ -370,7 +316,7 @@ void TestSignPin::destroyedWhileAsking()
 
 void TestSignPin::entryDestroyedWhileAsking()
 {
-    Token token;
+    PinToken token;
     auto entry = token.entry();
     SignVerify signer;
     QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
@@ -380,24 +326,6 @@ void TestSignPin::entryDestroyedWhileAsking()
     });
     signer.sign(data, path("a.sig"), entry.get());
     QVERIFY(isSigned.wait(signTime));
-}
-
-void TestSignPin::answersWithoutQuestion()
-{
-    SignVerify signer;
-    signer.pinRejected();
-    signer.pinAccepted(QStringLiteral("1234"));
-    QTest::qWait(1300);
-    // Typed for no token in particular, so it is for none of ours.
-    Token token;
-    const auto entry = token.entry();
-    QSignalSpy asked(&signer, &SignVerify::getPin);
-    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
-    connect(&signer, &SignVerify::getPin, this,
-            [&] { signer.pinAccepted(QStringLiteral("1234")); });
-    signer.sign(data, path("a.sig"), entry.get());
-    QVERIFY(isSigned.wait(signTime));
-    QCOMPARE(asked.count(), 1);
 }
 
 int main(int argc, char *argv[])

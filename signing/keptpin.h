@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/adapter/tokens.h"
+
+#include <optional>
+
+namespace Trivex {
+
+/// The PIN that a signer keeps for its next questions, and what it may be used for: plain events of
+/// any provider, and questions of our own for a signature that the signer itself makes, with the
+/// token alone that it was first used with.
+///
+/// Forgotten as soon as any token reports a wrong PIN, when its own token is taken out or has one
+/// try left. Lives on the signer's thread.
+class KeptPin : public QObject {
+    Q_OBJECT
+public:
+    /// `signer`: whose signatures may be answered; must outlive this object.
+    explicit KeptPin(const QCA::EventHandler *signer);
+
+    /// Keeps a PIN that was given for nothing in particular: the first question decides.
+    void keep(const QCA::SecureArray &pin);
+    /// Keeps the answer to that question, where it may be kept.
+    void keepAnswer(const std::optional<QuestionInfo> &question, const QCA::SecureArray &pin);
+    /// The PIN for that question, which is bound to it from here on; empty when a person has to be
+    /// asked.
+    QCA::SecureArray answerFor(const std::optional<QuestionInfo> &question);
+    void forget();
+
+private:
+    bool isOwnSignature(const QuestionInfo &question) const;
+    bool isOf(const QString &keyStoreId) const { return m_keyStoreId == keyStoreId; }
+    void tokenChanged(const QString &keyStoreId);
+
+    const QCA::EventHandler *m_signer;
+    TokenMonitor m_monitor;
+    QCA::SecureArray m_pin;
+    /// The token that it was used with; an empty one when that was a plain event, none before.
+    std::optional<QString> m_keyStoreId;
+};
+
+} // namespace Trivex

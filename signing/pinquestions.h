@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/adapter/question.h"
+
+#include <deque>
+#include <optional>
+
+namespace Trivex {
+
+/// The questions for a PIN that wait for a person, in the order in which they came. One is put at a
+/// time; the next one follows, from the event loop, when that one has been answered, rejected or
+/// withdrawn. So an answer never reaches a question that the person has not been asked.
+class PinQuestions : public QObject {
+    Q_OBJECT
+public:
+    /// `handler` was asked, and gives the answers; must outlive this object.
+    explicit PinQuestions(QCA::EventHandler *handler);
+
+    bool isEmpty() const { return m_open.empty(); }
+    /// `info`: what is known of it when it comes from our own providers. Put at once when no other
+    /// question is open.
+    void add(int id, const std::optional<QuestionInfo> &info);
+    /// Answers the question that was put, in `AnswerDelay`. Ignored when none was, or while its
+    /// answer is on its way.
+    void accept(const QCA::SecureArray &pin);
+    /// Rejects the question that was put, even when its answer is on its way. Ignored when none
+    /// was.
+    void reject();
+
+    static constexpr int AnswerDelay = 1000; // ms
+
+Q_SIGNALS:
+    /// A person has to be asked; `info` is that of the question.
+    void put(const std::optional<Trivex::QuestionInfo> &info);
+    /// The question gets this answer now.
+    void answered(const std::optional<Trivex::QuestionInfo> &info, const QCA::SecureArray &pin);
+
+private:
+    enum class State { Waiting, Put, Answered };
+    struct Question {
+        int id = 0;
+        int number = 0; ///< unlike the id never used again
+        std::optional<QuestionInfo> info;
+        State state = State::Waiting;
+    };
+
+    void putFirst();
+    void deliver(int number, const QCA::SecureArray &pin);
+    Question takeFirst();
+    void withdraw(quintptr ticket);
+
+    QCA::EventHandler *m_handler;
+    std::deque<Question> m_open;
+    int m_lastNumber = 0;
+};
+
+} // namespace Trivex

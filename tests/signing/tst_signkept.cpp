@@ -1,0 +1,200 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+
+// What a signer's kept PIN answers, and what ends the keeping.
+#include "qca/engine/asker.h"
+#include "qca/engine/tokenregistry.h"
+#include "signing/signverify.h"
+#include "tests/signing/pintoken.h"
+
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <thread>
+
+using namespace TrivexTest;
+
+namespace {
+
+const QByteArray data = "What is signed";
+constexpr int signTime = 6000; // ms
+
+} // namespace
+
+class TestSignKept : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void givenBeforeAnyQuestion();
+    void givenBeforeServesOneTokenOnly();
+    void otherOperationsAreAskedEachTime_data();
+    void otherOperationsAreAskedEachTime();
+    void whatEndsTheKeeping_data();
+    void whatEndsTheKeeping();
+
+private:
+    static void cause(const QString &event, Trivex::TokenStatus status);
+    QString path(const char *name) const { return m_directory.filePath(QLatin1String(name)); }
+    QTemporaryDir m_directory;
+};
+
+void TestSignKept::givenBeforeAnyQuestion()
+{
+    SignVerify signer;
+    signer.pinRejected();
+    signer.pinAccepted(QStringLiteral("1234"));
+    PinToken token;
+    const auto entry = token.entry();
+    QSignalSpy asked(&signer, &SignVerify::getPin);
+    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
+    connect(&signer, &SignVerify::getPin, &signer, &SignVerify::pinRejected);
+    signer.sign(data, path("a.sig"), entry.get());
+    QVERIFY(isSigned.wait(signTime));
+    QCOMPARE(asked.count(), 0);
+    QCOMPARE(token.tried, QStringList(QStringLiteral("1234")));
+}
+
+void TestSignKept::givenBeforeServesOneTokenOnly()
+{
+    SignVerify signer;
+    signer.pinAccepted(QStringLiteral("1234"));
+    PinToken first;
+    PinToken second(QStringLiteral("second store"));
+    const auto firstEntry = first.entry();
+    const auto secondEntry = second.entry();
+    QSignalSpy asked(&signer, &SignVerify::getPin);
+    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
+    connect(&signer, &SignVerify::getPin, &signer, &SignVerify::pinRejected);
+    signer.sign(data, path("a.sig"), firstEntry.get());
+    QVERIFY(isSigned.wait(signTime));
+    signer.sign(data, path("b.sig"), secondEntry.get());
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), signTime);
+    QCOMPARE(asked.count(), 1);
+    QCOMPARE(second.tried, QStringList(QStringLiteral("-")));
+}
+
+void TestSignKept::otherOperationsAreAskedEachTime_data()
+{
+    QTest::addColumn<int>("purpose");
+    using Trivex::Purpose;
+    QTest::newRow("write") << int(Purpose::Write);
+    QTest::newRow("removal") << int(Purpose::Remove);
+    QTest::newRow("generation") << int(Purpose::Generate);
+    QTest::newRow("decryption") << int(Purpose::Decrypt);
+    QTest::newRow("signature of another") << int(Purpose::Sign);
+}
+
+void TestSignKept::otherOperationsAreAskedEachTime()
+{
+    QFETCH(int, purpose);
+    PinToken token;
+    const auto entry = token.entry();
+    SignVerify signer;
+    QSignalSpy asked(&signer, &SignVerify::getPin);
+    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
+    QString typed = QStringLiteral("1234");
+    connect(&signer, &SignVerify::getPin, this, [&] { signer.pinAccepted(typed); });
+    signer.sign(data, path("a.sig"), entry.get());
+    QVERIFY(isSigned.wait(signTime));
+    QCOMPARE(asked.count(), 1);
+    Trivex::QuestionInfo question;
+    question.keyStoreId = QStringLiteral("store");
+    question.purpose = Trivex::Purpose(purpose);
+    for (const char *pin : {"5678", "8765"}) {
+        typed = QLatin1String(pin);
+        const Trivex::Reply reply = Trivex::ask(question, {});
+        QVERIFY(reply.accepted);
+        QCOMPARE(reply.password.toByteArray(), QByteArray(pin));
+    }
+    QCOMPARE(asked.count(), 3);
+    // What was typed for them is not kept.
+    signer.sign(data, path("a.sig"), entry.get());
+    QVERIFY(isSigned.wait(signTime));
+    QCOMPARE(asked.count(), 3);
+    QCOMPARE(token.tried, QStringList({QStringLiteral("1234"), QStringLiteral("1234")}));
+}
+
+void TestSignKept::whatEndsTheKeeping_data()
+{
+    QTest::addColumn<QString>("event");
+    QTest::addColumn<int>("questions");
+    QTest::newRow("nothing") << QString() << 1;
+    QTest::newRow("a wrong PIN for a write") << QStringLiteral("wrong") << 2;
+    QTest::newRow("the token is locked") << QStringLiteral("locked") << 2;
+    QTest::newRow("another failure") << QStringLiteral("full") << 1;
+    QTest::newRow("the token was taken out") << QStringLiteral("out") << 2;
+    QTest::newRow("out and in before anybody looks") << QStringLiteral("replugged") << 2;
+    QTest::newRow("another token was taken out") << QStringLiteral("other out") << 1;
+    QTest::newRow("one try left") << QStringLiteral("last try") << 2;
+    QTest::newRow("another token has one try left") << QStringLiteral("other last try") << 1;
+    QTest::newRow("a write asks with one try left") << QStringLiteral("last question") << 2;
+}
+
+void TestSignKept::whatEndsTheKeeping()
+{
+    QFETCH(QString, event);
+    QFETCH(int, questions);
+    Trivex::TokenStatus status;
+    status.name = status.keyStoreId = event.startsWith(QLatin1String("other"))
+        ? QStringLiteral("other")
+        : QStringLiteral("store");
+    status.present = true;
+    Trivex::publishTokenStatus(status, Trivex::nextStatusNumber());
+    PinToken token;
+    const auto entry = token.entry();
+    SignVerify signer;
+    QSignalSpy asked(&signer, &SignVerify::getPin);
+    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
+    connect(&signer, &SignVerify::getPin, this,
+            [&] { signer.pinAccepted(QStringLiteral("1234")); });
+    signer.sign(data, path("a.sig"), entry.get());
+    QVERIFY(isSigned.wait(signTime));
+    std::thread other([&] { cause(event, status); });
+    other.join();
+    QTest::qWait(50);
+    asked.clear();
+    if (event == QLatin1String("last question")) {
+        Trivex::QuestionInfo question;
+        question.keyStoreId = QStringLiteral("store");
+        question.purpose = Trivex::Purpose::Write;
+        question.pinState = Trivex::PinState::FinalTry;
+        QVERIFY(Trivex::ask(question, {}).accepted);
+        asked.clear();
+    }
+    signer.sign(data, path("a.sig"), entry.get());
+    QVERIFY(isSigned.wait(signTime));
+    QCOMPARE(asked.count(), questions - 1);
+}
+
+/// What happens to a token, told as its thread tells it.
+void TestSignKept::cause(const QString &event, Trivex::TokenStatus status)
+{
+    Trivex::TokenError error;
+    error.keyStoreId = status.keyStoreId;
+    error.purpose = Trivex::Purpose::Write;
+    const QHash<QString, Trivex::TokenError::Kind> failures = {
+        {QStringLiteral("wrong"), Trivex::TokenError::WrongPin},
+        {QStringLiteral("locked"), Trivex::TokenError::PinLocked},
+        {QStringLiteral("full"), Trivex::TokenError::TokenFull},
+    };
+    error.kind = failures.value(event, Trivex::TokenError::NoError);
+    if (error.kind != Trivex::TokenError::NoError)
+        Trivex::publishTokenError(error);
+    if (event.endsWith(QLatin1String("last try")))
+        status.pinState = Trivex::PinState::FinalTry;
+    const bool comesBack = event == QLatin1String("replugged");
+    status.present = !comesBack && !event.endsWith(QLatin1String("out"));
+    Trivex::publishTokenStatus(status, Trivex::nextStatusNumber());
+    status.present = status.present || comesBack;
+    Trivex::publishTokenStatus(status, Trivex::nextStatusNumber());
+}
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    const QCA::Initializer initializer;
+    TestSignKept test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_signkept.moc"

@@ -1,0 +1,313 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+
+// Questions that reach one signer while it has another one open.
+#include "qca/adapter/question.h"
+#include "qca/engine/asker.h"
+#include "signing/signverify.h"
+
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <thread>
+
+namespace {
+
+constexpr int patience = 6000; // ms
+
+/// A token's thread with a question.
+class Asking {
+public:
+    explicit Asking(const char *storeId, Trivex::Purpose purpose = Trivex::Purpose::Write)
+    {
+        Trivex::QuestionInfo question;
+        question.keyStoreId = QLatin1String(storeId);
+        question.purpose = purpose;
+        m_thread = std::thread([this, question] {
+            const Trivex::Reply reply = Trivex::ask(question, {});
+            m_answer = reply.accepted ? reply.password.toByteArray() : QByteArray("-");
+            m_done.storeRelease(1);
+        });
+    }
+    ~Asking()
+    {
+        if (!isOver())
+            Trivex::cancelQuestions();
+        m_thread.join();
+    }
+
+    bool isOver() const { return m_done.loadAcquire() == 1; }
+    /// "-" for a rejection, "?" while there is none.
+    QByteArray answer() const { return isOver() ? m_answer : QByteArray("?"); }
+
+private:
+    QByteArray m_answer;
+    QAtomicInt m_done;
+    std::thread m_thread;
+};
+
+/// Another provider's question.
+class PlainQuestion {
+public:
+    PlainQuestion() { m_asker.ask(QCA::Event::StylePIN, QStringLiteral("file"), nullptr); }
+    QByteArray answer()
+    {
+        m_asker.waitForResponse();
+        return m_asker.accepted() ? m_asker.password().toByteArray() : QByteArray("-");
+    }
+    QCA::PasswordAsker &asker() { return m_asker; }
+
+private:
+    QCA::PasswordAsker m_asker;
+};
+
+} // namespace
+
+class TestSignQueue : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { m_signer = std::make_unique<SignVerify>(); }
+    void eachHasItsOwnAnswer();
+    void rejectionIsOfOne();
+    void acceptedTwiceIsOneAnswer();
+    void rejectedWhileTheAnswerIsOnItsWay();
+    void rejectedAtOnce();
+    void withdrawnWhileTheAnswerIsOnItsWay();
+    void withdrawnBehindTheFirst();
+    void withdrawnBeforeItsTurn();
+    void destroyedWithQuestions();
+    void destroyedByTheQuestion();
+    void plainEventsWaitTheirTurn();
+    void listenerThatGoes();
+
+private:
+    void accept(const char *pin) { m_signer->pinAccepted(QLatin1String(pin)); }
+    /// Returns when the second question has reached the signer behind the first.
+    static void letArrive() { QTest::qWait(200); }
+
+    std::unique_ptr<SignVerify> m_signer;
+};
+
+void TestSignQueue::eachHasItsOwnAnswer()
+{
+    QSignalSpy asked(m_signer.get(), &SignVerify::getPin);
+    const Asking first("a", Trivex::Purpose::Sign);
+    QTRY_COMPARE(asked.count(), 1);
+    const Asking second("b");
+    letArrive();
+    const Asking third("a", Trivex::Purpose::Remove);
+    letArrive();
+    QCOMPARE(asked.count(), 1);
+    for (const char *pin : {"1111", "2222", "3333"}) {
+        const int before = asked.count();
+        QElapsedTimer clock;
+        clock.start();
+        accept(pin);
+        if (pin[0] != '3')
+            QTRY_COMPARE_WITH_TIMEOUT(asked.count(), before + 1, patience);
+        else
+            QTRY_VERIFY_WITH_TIMEOUT(third.isOver(), patience);
+        QVERIFY(clock.elapsed() >= 1000);
+    }
+    QTRY_COMPARE(first.answer(), QByteArray("1111"));
+    QTRY_COMPARE(second.answer(), QByteArray("2222"));
+    QCOMPARE(third.answer(), QByteArray("3333"));
+    QCOMPARE(asked.count(), 3);
+}
+
+void TestSignQueue::rejectionIsOfOne()
+{
+    QSignalSpy asked(m_signer.get(), &SignVerify::getPin);
+    const Asking first("a");
+    QTRY_COMPARE(asked.count(), 1);
+    const Asking second("b");
+    letArrive();
+    // A second click on the same button.
+    m_signer->pinRejected();
+    m_signer->pinRejected();
+    QTRY_COMPARE(first.answer(), QByteArray("-"));
+    QTRY_COMPARE(asked.count(), 2);
+    QCOMPARE(second.answer(), QByteArray("?"));
+    accept("2222");
+    QTRY_COMPARE(second.answer(), QByteArray("2222"));
+}
+
+void TestSignQueue::acceptedTwiceIsOneAnswer()
+{
+    QSignalSpy asked(m_signer.get(), &SignVerify::getPin);
+    const Asking first("a");
+    QTRY_COMPARE(asked.count(), 1);
+    const Asking second("b");
+    letArrive();
+    accept("1111");
+    accept("1112");
+    QTRY_COMPARE(first.answer(), QByteArray("1111"));
+    QTRY_COMPARE(asked.count(), 2);
+    QTest::qWait(1200);
+    QCOMPARE(second.answer(), QByteArray("?"));
+    accept("2222");
+    QTRY_COMPARE(second.answer(), QByteArray("2222"));
+}
+
+void TestSignQueue::rejectedWhileTheAnswerIsOnItsWay()
+{
+    QSignalSpy asked(m_signer.get(), &SignVerify::getPin);
+    const Asking first("a");
+    QTRY_COMPARE(asked.count(), 1);
+    const Asking second("b");
+    letArrive();
+    accept("1111");
+    m_signer->pinRejected();
+    QTRY_COMPARE(first.answer(), QByteArray("-"));
+    QTRY_COMPARE(asked.count(), 2);
+    QTest::qWait(1200);
+    QCOMPARE(second.answer(), QByteArray("?"));
+    m_signer->pinRejected();
+    QTRY_COMPARE(second.answer(), QByteArray("-"));
+}
+
+void TestSignQueue::rejectedAtOnce()
+{
+    QSignalSpy asked(m_signer.get(), &SignVerify::getPin);
+    connect(m_signer.get(), &SignVerify::getPin, m_signer.get(), &SignVerify::pinRejected);
+    const Asking first("a");
+    const Asking second("b");
+    QTRY_COMPARE(first.answer(), QByteArray("-"));
+    QTRY_COMPARE(second.answer(), QByteArray("-"));
+    QCOMPARE(asked.count(), 2);
+}
+
+void TestSignQueue::withdrawnWhileTheAnswerIsOnItsWay()
+{
+    QSignalSpy asked(m_signer.get(), &SignVerify::getPin);
+    const Asking first("a");
+    QTRY_COMPARE(asked.count(), 1);
+    const Asking second("b");
+    letArrive();
+    accept("1111");
+    QTest::qWait(300);
+    Trivex::cancelQuestions(QStringLiteral("a"));
+    QTRY_COMPARE(first.answer(), QByteArray("-"));
+    QTRY_COMPARE(asked.count(), 2);
+    QTest::qWait(1200);
+    QCOMPARE(second.answer(), QByteArray("?"));
+    accept("2222");
+    QTRY_COMPARE(second.answer(), QByteArray("2222"));
+}
+
+void TestSignQueue::withdrawnBehindTheFirst()
+{
+    QSignalSpy asked(m_signer.get(), &SignVerify::getPin);
+    const Asking first("a");
+    QTRY_COMPARE(asked.count(), 1);
+    const Asking second("b");
+    letArrive();
+    Trivex::cancelQuestions(QStringLiteral("b"));
+    QTRY_COMPARE(second.answer(), QByteArray("-"));
+    accept("1111");
+    QTRY_COMPARE(first.answer(), QByteArray("1111"));
+    QTest::qWait(200);
+    QCOMPARE(asked.count(), 1);
+    // Nothing is left behind that would take this for its answer.
+    const Asking third("c");
+    QTRY_COMPARE(asked.count(), 2);
+    accept("3333");
+    QTRY_COMPARE(third.answer(), QByteArray("3333"));
+}
+
+void TestSignQueue::withdrawnBeforeItsTurn()
+{
+    // Both in one turn of the event loop.
+    QSignalSpy asked(m_signer.get(), &SignVerify::getPin);
+    const Asking first("a");
+    QTRY_COMPARE(asked.count(), 1);
+    const Asking second("b");
+    letArrive();
+    m_signer->pinRejected();
+    Trivex::cancelQuestions(QStringLiteral("b"));
+    QTRY_COMPARE(second.answer(), QByteArray("-"));
+    QTest::qWait(200);
+    const int before = asked.count();
+    const Asking third("c");
+    QTRY_COMPARE(asked.count(), before + 1);
+    accept("3333");
+    QTRY_COMPARE(third.answer(), QByteArray("3333"));
+}
+
+void TestSignQueue::destroyedWithQuestions()
+{
+    QSignalSpy asked(m_signer.get(), &SignVerify::getPin);
+    const Asking first("a");
+    QTRY_COMPARE(asked.count(), 1);
+    const Asking second("b");
+    letArrive();
+    accept("1111");
+    m_signer.reset();
+    QTRY_COMPARE(first.answer(), QByteArray("-"));
+    QTRY_COMPARE(second.answer(), QByteArray("-"));
+    QTest::qWait(1200);
+}
+
+void TestSignQueue::destroyedByTheQuestion()
+{
+    connect(m_signer.get(), &SignVerify::getPin, this, [&] { m_signer->deleteLater(); });
+    const Asking first("a");
+    const Asking second("b");
+    QTRY_COMPARE(first.answer(), QByteArray("-"));
+    QTRY_COMPARE(second.answer(), QByteArray("-"));
+    m_signer.release();
+}
+
+void TestSignQueue::plainEventsWaitTheirTurn()
+{
+    QSignalSpy asked(m_signer.get(), &SignVerify::getPin);
+    const Asking first("a");
+    QTRY_COMPARE(asked.count(), 1);
+    PlainQuestion second;
+    PlainQuestion third;
+    letArrive();
+    QCOMPARE(asked.count(), 1);
+    accept("1111");
+    QTRY_COMPARE(asked.count(), 2);
+    QCOMPARE(first.answer(), QByteArray("1111"));
+    QSignalSpy ready(&second.asker(), &QCA::PasswordAsker::responseReady);
+    accept("2222");
+    QTRY_COMPARE_WITH_TIMEOUT(asked.count(), 3, patience);
+    QTRY_COMPARE(ready.count(), 1);
+    accept("3333");
+    QCOMPARE(second.answer(), QByteArray("2222"));
+    QSignalSpy thirdReady(&third.asker(), &QCA::PasswordAsker::responseReady);
+    QTRY_COMPARE(thirdReady.count(), 1);
+    QCOMPARE(third.answer(), QByteArray("3333"));
+    // Kept for the next plain event, and for none of ours.
+    PlainQuestion fourth;
+    QSignalSpy fourthReady(&fourth.asker(), &QCA::PasswordAsker::responseReady);
+    QTRY_COMPARE(fourthReady.count(), 1);
+    QCOMPARE(fourth.answer(), QByteArray("3333"));
+    QCOMPARE(asked.count(), 3);
+}
+
+void TestSignQueue::listenerThatGoes()
+{
+    auto page = std::make_unique<QObject>();
+    int asked = 0;
+    connect(m_signer.get(), &SignVerify::getPin, page.get(), [&] { ++asked; });
+    const Asking first("a");
+    QTRY_COMPARE(asked, 1);
+    const Asking second("b");
+    letArrive();
+    page.reset();
+    m_signer->pinRejected();
+    QTRY_COMPARE(first.answer(), QByteArray("-"));
+    QTRY_COMPARE(second.answer(), QByteArray("-"));
+}
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    const QCA::Initializer initializer;
+    TestSignQueue test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_signqueue.moc"
