@@ -25,7 +25,8 @@ QString moduleDirectory()
             && QDir(candidate + QStringLiteral("/Trivex/Crypto/Controls")).exists())
             return candidate;
     }
-    return QStringLiteral(TRIVEX_INSTALL_QML_DIR);
+    return QDir::cleanPath(QCoreApplication::applicationDirPath()
+                           + QStringLiteral("/" TRIVEX_QML_FROM_PROGRAM));
 }
 
 void preparePluginPaths()

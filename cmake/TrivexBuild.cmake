@@ -26,6 +26,10 @@ set(CMAKE_C_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_AUTOMOC ON)
 set(CMAKE_AUTORCC ON)
+# Without the times of the source files, which differ from one checkout to the next.
+set(CMAKE_AUTORCC_OPTIONS --format-version 1)
+# No path of the build directory in what is built.
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 # Where things go in the build tree, so that an import path and a QCA plugin path find them

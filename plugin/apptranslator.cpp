@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/apptranslator.h"
 
+#include "qca/adapter/places.h"
+
 #include <QCoreApplication>
-#include <QDir>
 #include <QLocale>
 #include <QQmlEngine>
 
@@ -25,7 +26,7 @@ AppTranslator *installTranslator(QQmlEngine *engine)
 
 QString catalogueDirectory()
 {
-    return QDir(QStringLiteral(TRIVEX_TRANSLATIONS_DIR)).absolutePath();
+    return Trivex::catalogueDirectory(QStringLiteral("trivex-qml-plugin_eng_en.qm"));
 }
 
 void installTranslators(QQmlEngine *engine, const QString &directory)

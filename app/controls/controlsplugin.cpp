@@ -15,6 +15,7 @@
 #include "app/controls/tokeninfo.h"
 #include "app/controls/tokenlistmodel.h"
 #include "app/controls/validity.h"
+#include "qca/adapter/places.h"
 
 #include <QCoreApplication>
 #include <QLocale>
@@ -56,7 +57,7 @@ void TrivexControlsPlugin::registerTypes(const char *uri)
 
 void TrivexControlsPlugin::initializeEngine(QQmlEngine *engine, const char *)
 {
-    const QString directory = QStringLiteral(TRIVEX_TRANSLATIONS_DIR);
+    const QString directory = Trivex::catalogueDirectory(QStringLiteral("trivex-app_en.qm"));
     // English answers whatever the user's own catalogue lacks; the last one installed is asked
     // first.
     auto *english = new QTranslator(engine);

@@ -1,0 +1,17 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/trivexqcaexport.h"
+
+#include <QString>
+
+namespace Trivex {
+
+/// The directory of the catalogue `file`, as an absolute path: the one that the build was
+/// configured with, where the file is there; else the one that lies in the same tree, built or
+/// installed, as the platform library, wherever that tree lies now; else the configured one all the
+/// same. Any thread.
+TRIVEX_QCA_EXPORT QString catalogueDirectory(const QString &file);
+
+} // namespace Trivex

@@ -1,0 +1,111 @@
+#!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The Trivex developers
+# SPDX-License-Identifier: MIT
+"""installation.py CMAKE BUILD: installs a build and looks at what came of it.
+
+Nothing is written outside of the prefix; the tree works from where it was moved to, for another
+project that asks find_package() for it; uninstalling leaves nothing.
+"""
+
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+
+CONSUMER = pathlib.Path(__file__).resolve().parent / "consumer"
+CMAKE, BUILD = sys.argv[1], pathlib.Path(sys.argv[2])
+
+
+class Failure(Exception):
+    pass
+
+
+def run(*command, **settings):
+    environment = {**os.environ, **settings}
+    for name in ("QML2_IMPORT_PATH", "QCA_PLUGIN_PATH", "LD_LIBRARY_PATH"):
+        environment.pop(name, None)
+    result = subprocess.run([str(part) for part in command], env=environment, text=True,
+                            stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+    if result.returncode != 0:
+        raise Failure(f"{' '.join(map(str, command))}:\n{result.stdout[-3000:]}")
+    return result.stdout
+
+
+def files_below(folder):
+    return sorted(path for path in folder.rglob("*") if not path.is_dir() or path.is_symlink())
+
+
+def stays_below_the_prefix(work):
+    run(CMAKE, "--install", BUILD, "--prefix", "/opt/somewhere", DESTDIR=str(work / "stage"))
+    found = files_below(work / "stage")
+    outside = [path for path in found if (work / "stage/opt/somewhere") not in path.parents]
+    if outside or len(found) < 50:
+        raise Failure(f"{len(found)} files, outside of the prefix: {outside}")
+
+
+def uninstalls(work):
+    staged = work / "stage"
+    foreign = staged / "opt/somewhere/lib/foreign"
+    foreign.write_text("somebody else's\n")
+    run(CMAKE, "-P", BUILD / "uninstall.cmake", DESTDIR=str(staged))
+    left = files_below(staged)
+    folders = [path for path in staged.rglob("Trivex")]
+    if left != [foreign] or folders:
+        raise Failure(f"left after uninstalling: {left} {folders}")
+
+
+def names_no_build_path(prefix):
+    for path in files_below(prefix):
+        if path.suffix == ".so" and not path.is_symlink():
+            listing = run("readelf", "--dynamic", "--wide", path)
+            if str(BUILD) in listing:
+                raise Failure(f"{path.name} looks for libraries in the build directory")
+
+
+def forget_the_build(library):
+    """Makes a library look for catalogues as one does that was not configured for its build."""
+    known = str(BUILD / "translations")
+    nowhere = "/" + "x" * (len(known) - 1)
+    data = library.read_bytes()
+    changed = data.replace(known.encode("utf-16-le"), nowhere.encode("utf-16-le"))
+    if data == changed:
+        raise Failure(f"{library.name} does not know the directory it was configured with")
+    library.write_bytes(changed)
+
+
+def works_where_it_was_moved(work):
+    run(CMAKE, "--install", BUILD, "--prefix", work / "first")
+    moved = work / "second place"
+    (work / "first").rename(moved)
+    names_no_build_path(moved)
+    forget_the_build(next((moved / "lib").rglob("libtrivex-qca.so.1.*")))
+    build = work / "consumer"
+    said = run(CMAKE, "-S", CONSUMER, "-B", build, f"-DCMAKE_PREFIX_PATH={moved}")
+    if "Trivex.Crypto" not in said:
+        raise Failure(f"the package does not tell its module:\n{said}")
+    run(CMAKE, "--build", build)
+    said = run("ctest", "--test-dir", build, "--verbose",
+               HOME=str(work), XDG_DATA_HOME=str(work / "data"), XDG_CONFIG_HOME=str(work / "conf"))
+    for wanted in ("field=Издатель", "control=Отмена"):
+        if wanted not in said:
+            raise Failure(f"no \"{wanted}\" in:\n{said[-3000:]}")
+    said = run(moved / "bin/trivex", "--version")
+    if not any(line.startswith("trivex ") for line in said.splitlines()):
+        raise Failure(f"the program says: {said}")
+
+
+def main():
+    with tempfile.TemporaryDirectory() as folder:
+        work = pathlib.Path(folder)
+        try:
+            stays_below_the_prefix(work)
+            uninstalls(work)
+            works_where_it_was_moved(work)
+        except Failure as failure:
+            sys.exit(str(failure))
+    print("installed, moved, used, uninstalled")
+
+
+if __name__ == "__main__":
+    main()
