@@ -10,6 +10,7 @@
 
 #include <dlfcn.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
@@ -137,7 +138,7 @@ int PlainToken::readCertificates()
     do {
         check(m_calls->C_FindObjects(m_session, batch.data(), SearchBatch, &found),
               "C_FindObjects");
-        for (CK_ULONG i = 0; i < found; ++i)
+        for (CK_ULONG i = 0; i < std::min(found, SearchBatch); ++i)
             handles.append(batch[i]);
     } while (found > 0);
     check(m_calls->C_FindObjectsFinal(m_session), "C_FindObjectsFinal");
@@ -151,7 +152,8 @@ int PlainToken::readCertificates()
                                               attribute(CKA_LABEL, label.data(), label.size())};
         check(m_calls->C_GetAttributeValue(m_session, handle, wanted.data(), wanted.size()),
               "C_GetAttributeValue");
-        parse(QByteArray(value.constData(), int(wanted[0].ulValueLen)));
+        parse(QByteArray(value.constData(),
+                         int(std::min(wanted[0].ulValueLen, CK_ULONG(value.size())))));
     }
     return handles.size();
 }
@@ -282,7 +284,7 @@ QByteArray PlainToken::sign(CK_OBJECT_HANDLE key, CK_MECHANISM_TYPE mechanism,
                           CK_ULONG(copy.size()), reinterpret_cast<CK_BYTE *>(signature.data()),
                           &length),
           "C_Sign");
-    signature.resize(int(length));
+    signature.truncate(int(std::min(length, CK_ULONG(signature.size()))));
     return signature;
 }
 

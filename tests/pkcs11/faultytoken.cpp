@@ -62,6 +62,22 @@ int FaultyToken::countText(const char *text) const
     return newLog().count(text);
 }
 
+QList<QByteArray> FaultyToken::attributesAsked() const
+{
+    static const QByteArray mark = QByteArrayLiteral(" attributes=");
+    QList<QByteArray> types;
+    const auto lines = newLog().split('\n');
+    for (const QByteArray &line : lines) {
+        const int at = line.indexOf(mark);
+        const auto asked = at < 0 ? QList<QByteArray>() : line.mid(at + mark.size()).split(',');
+        for (const QByteArray &type : asked) {
+            if (!types.contains(type))
+                types.append(type);
+        }
+    }
+    return types;
+}
+
 void FaultyToken::forget()
 {
     m_forgotten = int(QFile(m_token.path() + QStringLiteral("/calls")).size());

@@ -24,6 +24,8 @@ public:
     QList<QByteArray> calls() const;
     /// Lines of the log that contain `text`.
     int countText(const char *text) const;
+    /// The types of the attributes that were asked for since then, each once, in hexadecimal.
+    QList<QByteArray> attributesAsked() const;
     void forget();
 
     /// Takes the token out and puts it back, which ends the login. False when the provider does not

@@ -5,6 +5,7 @@
 #include <openssl/evp.h>
 #include <openssl/x509.h>
 
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -120,15 +121,17 @@ int PlainToken::readCertificates()
     QByteArray label(1024, '\0');
     int read = 0;
     std::vector<CertificateHandle> certificates;
-    for (CK_ULONG i = 0; i < count; ++i) {
+    for (size_t i = 0; i < std::min(size_t(count), objects.size()); ++i) {
         CK_ATTRIBUTE attributes[] = {{CKA_VALUE, value.data(), CK_ULONG(value.size())},
                                      {CKA_ID, id.data(), CK_ULONG(id.size())},
                                      {CKA_LABEL, label.data(), CK_ULONG(label.size())}};
         if (m_module->C_GetAttributeValue(m_session, objects[i], attributes, 3) != CKR_OK)
             continue;
         const auto *data = reinterpret_cast<const unsigned char *>(value.constData());
-        certificates.emplace_back(d2i_X509(nullptr, &data, long(attributes[0].ulValueLen)),
-                                  &X509_free);
+        certificates.emplace_back(
+            d2i_X509(nullptr, &data,
+                     long(std::min(attributes[0].ulValueLen, CK_ULONG(value.size())))),
+            &X509_free);
         read += certificates.back() ? 1 : 0;
     }
     return read;

@@ -13,6 +13,8 @@ namespace Trivex::Pkcs11 {
 namespace {
 
 constexpr auto Unavailable = CK_ULONG(-1);
+/// How often a value that grows between two calls is asked for.
+constexpr int Attempts = 4;
 
 // PKCS#11 2.40, 5.7: these still fill in the attributes that can be read.
 bool isPartialResult(CK_RV result)
@@ -52,35 +54,84 @@ Template &Template::addFlag(CK_ATTRIBUTE_TYPE type, bool value)
     return add(type, &flag, sizeof flag);
 }
 
+/// One attribute, as it is asked for and as it came.
+struct AttributeReader::Value {
+    CK_ATTRIBUTE_TYPE type;
+    std::string buffer;
+    /// Of the value, in the buffer; the rest of that is zero.
+    size_t size = 0;
+    bool isThere = false;
+    bool isTooLarge = false;
+
+    /// Nothing of the object before shows where a module writes less than it says.
+    CK_ATTRIBUTE question()
+    {
+        std::memset(buffer.data(), 0, size);
+        size = 0;
+        isThere = isTooLarge = false;
+        return {type, buffer.data(), CK_ULONG(buffer.size())};
+    }
+
+    /// False when the answer can't be: longer than the buffer that it was put into.
+    bool take(CK_ULONG length)
+    {
+        if (length > buffer.size()) {
+            size = buffer.size();
+            return false;
+        }
+        size = size_t(length);
+        isThere = true;
+        return true;
+    }
+
+    void drop()
+    {
+        size = buffer.size();
+        isThere = false;
+    }
+};
+
 AttributeReader::AttributeReader(std::initializer_list<Wanted> wanted)
 {
-    for (const Wanted &one : wanted) {
-        m_buffers.emplace_back(one.expectedSize, '\0');
-        m_attributes.push_back({one.type, nullptr, 0});
-    }
+    for (const Wanted &one : wanted)
+        m_values.push_back({one.type, std::string(one.expectedSize, '\0')});
 }
 
-void AttributeReader::prepare()
-{
-    for (size_t i = 0; i < m_attributes.size(); ++i) {
-        m_attributes[i].pValue = m_buffers[i].data();
-        m_attributes[i].ulValueLen = CK_ULONG(m_buffers[i].size());
-    }
-}
+AttributeReader::~AttributeReader() = default;
 
 void AttributeReader::read(const Session &session, CK_OBJECT_HANDLE object)
 {
-    prepare();
-    const CK_RV result = session.module()->C_GetAttributeValue(
-        session.handle(), object, m_attributes.data(), CK_ULONG(m_attributes.size()));
-    if (result == CKR_OK)
+    if (readAll(session, object))
         return;
-    if (!isPartialResult(result))
-        throw Error(result, "C_GetAttributeValue");
-    for (size_t i = 0; i < m_attributes.size(); ++i) {
-        if (m_attributes[i].ulValueLen == Unavailable)
-            readOne(session, object, i);
+    for (Value &value : m_values) {
+        if (!value.isThere)
+            readAlone(session, object, value);
     }
+}
+
+/// All of them in one call. False when some have to be asked for again.
+bool AttributeReader::readAll(const Session &session, CK_OBJECT_HANDLE object)
+{
+    // The module gets attributes of this call only: it may change whatever it is given.
+    std::vector<CK_ATTRIBUTE> attributes;
+    for (Value &value : m_values)
+        attributes.push_back(value.question());
+    const CK_RV result = session.module()->C_GetAttributeValue(
+        session.handle(), object, attributes.data(), CK_ULONG(attributes.size()));
+    if (result != CKR_OK && !isPartialResult(result))
+        throw Error(result, "C_GetAttributeValue");
+    bool isComplete = true;
+    for (size_t i = 0; i < m_values.size(); ++i) {
+        Value &value = m_values[i];
+        const CK_ULONG length = attributes[i].ulValueLen;
+        // A module that stops at the first trouble leaves the rest as it was: a full buffer.
+        const bool isUntouched = result != CKR_OK && length == value.buffer.size();
+        if (!value.take(length) || isUntouched) {
+            value.drop();
+            isComplete = false;
+        }
+    }
+    return isComplete;
 }
 
 bool AttributeReader::readIfThere(const Session &session, CK_OBJECT_HANDLE object)
@@ -95,47 +146,64 @@ bool AttributeReader::readIfThere(const Session &session, CK_OBJECT_HANDLE objec
     }
 }
 
-void AttributeReader::readOne(const Session &session, CK_OBJECT_HANDLE object, size_t position)
+void AttributeReader::readAlone(const Session &session, CK_OBJECT_HANDLE object, Value &value)
 {
-    CK_ATTRIBUTE &attribute = m_attributes[position];
-    attribute.pValue = nullptr;
-    attribute.ulValueLen = 0;
-    CK_RV result = session.module()->C_GetAttributeValue(session.handle(), object, &attribute, 1);
-    if (result == CKR_OK && attribute.ulValueLen != Unavailable) {
-        std::string &buffer = m_buffers[position];
-        buffer.resize(std::max(buffer.size(), size_t(attribute.ulValueLen)));
-        attribute.pValue = buffer.data();
-        attribute.ulValueLen = CK_ULONG(buffer.size());
-        result = session.module()->C_GetAttributeValue(session.handle(), object, &attribute, 1);
+    const auto ask = [&](CK_ATTRIBUTE &attribute) {
+        const CK_RV result =
+            session.module()->C_GetAttributeValue(session.handle(), object, &attribute, 1);
+        if (result != CKR_OK && !isPartialResult(result))
+            throw Error(result, "C_GetAttributeValue");
+        return result;
+    };
+    CK_ULONG wanted = 0;
+    for (int i = 0; i < Attempts; ++i) {
+        CK_ATTRIBUTE attribute = {value.type, nullptr, 0};
+        ask(attribute);
+        if (attribute.ulValueLen == Unavailable)
+            return;
+        wanted = std::max(wanted, attribute.ulValueLen);
+        if (wanted > LargestValue) {
+            value.isTooLarge = true;
+            return;
+        }
+        if (wanted > value.buffer.size())
+            value.buffer.resize(size_t(wanted), '\0');
+        attribute = value.question();
+        if (ask(attribute) == CKR_OK && value.take(attribute.ulValueLen))
+            return;
+        value.drop();
+        // It has grown meanwhile, or the module tells its length only now.
+        if (attribute.ulValueLen != Unavailable)
+            wanted = std::max(wanted, attribute.ulValueLen);
     }
-    if (result == CKR_OK)
-        return;
-    attribute.ulValueLen = Unavailable;
-    if (!isPartialResult(result))
-        throw Error(result, "C_GetAttributeValue");
 }
 
 QByteArray AttributeReader::value(size_t position) const
 {
-    const CK_ATTRIBUTE &attribute = m_attributes[position];
-    if (attribute.ulValueLen == Unavailable)
-        return {};
-    return QByteArray(m_buffers[position].data(), int(attribute.ulValueLen));
+    const Value &value = m_values[position];
+    return value.isThere ? QByteArray(value.buffer.data(), int(value.size)) : QByteArray();
 }
 
 CK_ULONG AttributeReader::number(size_t position, CK_ULONG missing) const
 {
+    const Value &value = m_values[position];
     CK_ULONG result = missing;
-    if (m_attributes[position].ulValueLen == sizeof result)
-        std::memcpy(&result, m_buffers[position].data(), sizeof result);
+    if (value.isThere && value.size == sizeof result)
+        std::memcpy(&result, value.buffer.data(), sizeof result);
     return result;
 }
 
 bool AttributeReader::flag(size_t position, bool missing) const
 {
-    if (m_attributes[position].ulValueLen != sizeof(CK_BBOOL))
+    const Value &value = m_values[position];
+    if (!value.isThere || value.size != sizeof(CK_BBOOL))
         return missing;
-    return m_buffers[position].front() != CK_FALSE;
+    return value.buffer.front() != CK_FALSE;
+}
+
+bool AttributeReader::isTooLarge(size_t position) const
+{
+    return m_values[position].isTooLarge;
 }
 
 } // namespace Trivex::Pkcs11

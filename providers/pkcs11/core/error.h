@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "providers/pkcs11/core/tokensexport.h"
 #include "qca/adapter/tokens.h"
 
 #include <p11-kit/pkcs11.h>
@@ -12,7 +13,7 @@ namespace Trivex::Pkcs11 {
 
 /// A PKCS#11 call that failed, or a step of ours on the way to one. Thrown inside the token library
 /// only; every job and every thread ends in a handler, so none leaves it.
-class Error : public std::exception {
+class TRIVEX_TOKENS_EXPORT Error : public std::exception {
 public:
     /// A call that returned `returnValue`. `function` has static storage.
     Error(CK_RV returnValue, const char *function) noexcept;

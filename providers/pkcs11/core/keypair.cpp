@@ -7,6 +7,8 @@
 
 #include <openssl/rand.h>
 
+#include <algorithm>
+
 namespace Trivex {
 
 using Pkcs11::check;
@@ -120,6 +122,20 @@ void setIds(const Session &session, CK_OBJECT_HANDLE publicObject, CK_OBJECT_HAN
         setId(session, publicObject, previous);
 }
 
+/// What the module calls the new pair: a half that was there before, or that is of another class,
+/// is somebody else's object, and nothing may be done to it.
+bool isNewHalf(const TokenConnection &connection, const Session &session, CK_OBJECT_HANDLE object,
+               CK_OBJECT_CLASS objectClass)
+{
+    const auto isIt = [object](const TokenKeyPtr &key) {
+        return key->publicObject == object || key->privateObject == object;
+    };
+    const auto &keys = connection.contents()->keys;
+    Pkcs11::AttributeReader reader({{CKA_CLASS, sizeof(CK_OBJECT_CLASS)}});
+    return object != CK_INVALID_HANDLE && std::none_of(keys.begin(), keys.end(), isIt)
+        && reader.readIfThere(session, object) && reader.number(0, CKO_DATA) == objectClass;
+}
+
 TokenKeyPtr make(TokenConnection &connection, const GenerationRequest &request,
                  const QString &label, Traces *traces)
 {
@@ -138,6 +154,9 @@ TokenKeyPtr make(TokenConnection &connection, const GenerationRequest &request,
                                               publicPart.size(), privatePart.data(),
                                               privatePart.size(), &publicObject, &privateObject),
           "C_GenerateKeyPair");
+    if (!isNewHalf(connection, session, publicObject, CKO_PUBLIC_KEY)
+        || !isNewHalf(connection, session, privateObject, CKO_PRIVATE_KEY))
+        throw Error(CKR_GENERAL_ERROR, "C_GenerateKeyPair");
     traces->objects = {publicObject, privateObject};
     connection.checkCancelled();
     const QByteArray publicInfo = publicInfoOf(session, publicObject, request.type);

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "providers/pkcs11/core/tokensexport.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -31,7 +33,7 @@ struct ModuleSource {
 
 /// An initialised PKCS#11 module; finalised with the last reference. The library itself stays
 /// loaded: code of it may still run in threads that it made, and it comes back when its file does.
-class Module {
+class TRIVEX_TOKENS_EXPORT Module {
 public:
     /// Loads and initialises; throws `Error`. May take as long as the module likes.
     static std::shared_ptr<Module> open(const ModuleSource &source);

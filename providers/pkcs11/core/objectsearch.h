@@ -24,9 +24,11 @@ private:
 };
 
 /// All objects that match; throws `Error`.
-std::vector<CK_OBJECT_HANDLE> findObjects(const Session &session, Template &wanted);
+TRIVEX_TOKENS_EXPORT std::vector<CK_OBJECT_HANDLE> findObjects(const Session &session,
+                                                               Template &wanted);
 
 /// All objects of a class; throws `Error`.
-std::vector<CK_OBJECT_HANDLE> findObjects(const Session &session, CK_OBJECT_CLASS objectClass);
+TRIVEX_TOKENS_EXPORT std::vector<CK_OBJECT_HANDLE> findObjects(const Session &session,
+                                                               CK_OBJECT_CLASS objectClass);
 
 } // namespace Trivex::Pkcs11

@@ -7,7 +7,7 @@
 namespace Trivex::Pkcs11 {
 
 /// An open session (PKCS#11 2.40, 5.6); closed with the object. Move-only.
-class Session {
+class TRIVEX_TOKENS_EXPORT Session {
 public:
     enum Mode { ReadOnly, ReadWrite };
 

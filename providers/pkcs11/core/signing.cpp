@@ -4,6 +4,7 @@
 
 #include "providers/pkcs11/core/attributes.h"
 #include "providers/pkcs11/core/tokenservice.h"
+#include "qca/engine/keys/keymaterial.h"
 #include "qca/engine/x509/handles.h"
 
 namespace Trivex {
@@ -88,8 +89,23 @@ QCA::SecureArray useKey(TokenConnection &connection, Operation &operation, const
     check(calls.finish(session.handle(), reinterpret_cast<CK_BYTE *>(input.data()),
                        CK_ULONG(input.size()), reinterpret_cast<CK_BYTE *>(output.data()), &size),
           calls.finishName);
+    // The module can't have written more than it had room for, whatever it says.
+    if (size > ResultRoom)
+        throw Error(CKR_GENERAL_ERROR, calls.finishName);
     output.resize(int(size));
     return output;
+}
+
+/// A signature whose length can't be is none: RFC 8017, 8.2.1 and PKCS#11 2.40 current mechanisms,
+/// 2.3.1 (r and s side by side, each as long as the order).
+void checkSignature(const TokenKey &key, const QByteArray &signature)
+{
+    const int length = (KeyMaterial::fromPublicInfo(key.publicInfo).bits() + 7) / 8;
+    const bool isGood = key.type == CKK_RSA ? signature.size() == length
+        : key.type == CKK_EC ? signature.size() % 2 == 0 && signature.size() <= 2 * length
+                             : true;
+    if (!isGood || signature.isEmpty())
+        throw Error(CKR_GENERAL_ERROR, "C_Sign");
 }
 
 bool perform(Purpose purpose, const TokenKeyReference &reference, Token::Work work)
@@ -117,6 +133,7 @@ bool signOnToken(const TokenKeyReference &reference, const QByteArray &block, QB
         const Pkcs11::Module &module = connection.module();
         const Calls calls = {module->C_SignInit, "C_SignInit", module->C_Sign, "C_Sign"};
         *result = useKey(connection, operation, *key, calls, block).toByteArray();
+        checkSignature(*key, *result);
         if (key->type == CKK_EC)
             *result = ecdsaSignature(*result);
     };

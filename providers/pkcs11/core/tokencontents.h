@@ -70,7 +70,8 @@ struct TokenObjects {
 };
 
 /// Puts certificates, keys and issuers together. Pure; `storeId` goes into the entry ids.
-TokenContentsPtr assembleContents(const TokenObjects &objects, const QString &storeId);
+TRIVEX_TOKENS_EXPORT TokenContentsPtr assembleContents(const TokenObjects &objects,
+                                                       const QString &storeId);
 
 /// SHA-1 of the public key's bits (RFC 5280, 4.2.1.2, method 1): the CKA_ID that we give to keys
 /// and to certificates whose key is elsewhere, so that halves that arrive apart find each other.

@@ -15,10 +15,10 @@ enum class CertificateChoice {
 // Each is one search for each class, whatever the number of objects, and one call for each
 // certificate, two for each key. They throw `Pkcs11::Error`.
 
-std::vector<TokenCertificate> readCertificates(const Pkcs11::Session &session,
-                                               CertificateChoice choice);
+TRIVEX_TOKENS_EXPORT std::vector<TokenCertificate> readCertificates(const Pkcs11::Session &session,
+                                                                    CertificateChoice choice);
 /// Fills in the keys of `objects`.
-void readKeys(const Pkcs11::Session &session, TokenObjects *objects);
+TRIVEX_TOKENS_EXPORT void readKeys(const Pkcs11::Session &session, TokenObjects *objects);
 
 /// One key object; `half` is the handle of it that is set.
 TokenKey readKey(const Pkcs11::Session &session, CK_OBJECT_HANDLE object,

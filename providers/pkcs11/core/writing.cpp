@@ -46,6 +46,8 @@ CK_OBJECT_HANDLE Writing::create(Template &object, const ObjectMark &mark,
     check(m_session.module()->C_CreateObject(m_session.handle(), object.data(), object.size(),
                                              &handle),
           "C_CreateObject");
+    if (handle == CK_INVALID_HANDLE)
+        throw Error(CKR_GENERAL_ERROR, "C_CreateObject");
     return handle;
 }
 

@@ -13,14 +13,16 @@ namespace {
 using Words = std::vector<std::string>;
 
 const std::map<std::string, Action> actionNames = {
-    {"fail", Action::Fail},   {"fail-after", Action::FailAfter},
-    {"delay", Action::Delay}, {"remove-at", Action::Remove},
-    {"kill", Action::Kill},   {"kill-after", Action::KillAfter},
+    {"fail", Action::Fail},     {"fail-after", Action::FailAfter},
+    {"delay", Action::Delay},   {"remove-at", Action::Remove},
+    {"kill", Action::Kill},     {"kill-after", Action::KillAfter},
+    {"report", Action::Report},
 };
 
 const std::map<std::string, bool Script::*> stateNames = {
-    {"read-only", &Script::readOnly}, {"full", &Script::full},          {"locked", &Script::locked},
-    {"count-low", &Script::countLow}, {"final-try", &Script::finalTry},
+    {"read-only", &Script::readOnly}, {"full", &Script::full},
+    {"locked", &Script::locked},      {"count-low", &Script::countLow},
+    {"final-try", &Script::finalTry}, {"no-login-flag", &Script::noLoginFlag},
 };
 
 const std::map<std::string, Kind> kindNames = {
@@ -49,7 +51,7 @@ bool readTarget(const std::string &word, Rule *rule)
 }
 
 // "3" is the third call, "3+" the third and all after it, "*" every one.
-bool readCount(std::string word, Rule *rule)
+template <typename Counted> bool readCount(std::string word, Counted *rule)
 {
     if (word == "*") {
         rule->onwards = true;
@@ -74,6 +76,11 @@ bool readArgument(const Words &words, Rule *rule)
         rule->milliseconds = value.value_or(0);
         return value.has_value();
     }
+    if (rule->action == Action::Report) {
+        const auto value = number(argument);
+        rule->value = value.value_or(0);
+        return value.has_value();
+    }
     if (rule->action == Action::Fail || rule->action == Action::FailAfter) {
         const auto value = resultByName(argument);
         rule->result = value.value_or(CKR_OK);
@@ -90,6 +97,21 @@ bool readRule(const Words &words, Action action, Script *script)
         || !readCount(words[2], &rule) || !readArgument(words, &rule))
         return false;
     script->rules.push_back(rule);
+    return true;
+}
+
+// "lie TYPE COUNT KIND [SIZE]"
+bool readLie(const Words &words, Script *script)
+{
+    LieRule rule;
+    if (words.size() < 4 || words.size() > 5 || !readCount(words[2], &rule))
+        return false;
+    rule.type = attributeByName(words[1]);
+    const auto lie = lieByName(words[3], words.size() > 4 ? words[4] : std::string());
+    if (!lie || (!rule.type && words[1] != "any"))
+        return false;
+    rule.lie = *lie;
+    script->lies.push_back(rule);
     return true;
 }
 
@@ -128,6 +150,8 @@ bool readLine(const Words &words, Script *script)
         script->*(state->second) = true;
         return words.size() == 1;
     }
+    if (words[0] == "lie")
+        return readLie(words, script);
     if (words[0] == "remove")
         return readRemove(words, script);
     if (words[0] == "tries" || words[0] == "slots" || words[0] == "pin-pad")

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "tests/fakes/pkcs11/functions.h"
+#include "tests/fakes/pkcs11/lies.h"
 
 #include <p11-kit/pkcs11.h>
 
@@ -20,7 +21,8 @@ enum class Action {
     Delay, //!< wait \c milliseconds, then go on
     Remove, //!< take the slot of the call away
     Kill, //!< end the process at once, as a crash would
-    KillAfter //!< the same once the real module has done its work
+    KillAfter, //!< the same once the real module has done its work
+    Report //!< the count, length or handle that the call gives is \c value
 };
 
 //! One line of the control file that is about a call.
@@ -32,6 +34,7 @@ struct Rule {
     bool onwards = false; //!< that call and all after it
     CK_RV result = CKR_OK;
     unsigned long milliseconds = 0;
+    unsigned long value = 0;
     unsigned long seen = 0; //!< matching calls so far
 
     bool matches(Function call) const;
@@ -42,6 +45,7 @@ struct Rule {
 //! Everything that a control file says. A new reading replaces the old one whole.
 struct Script {
     std::vector<Rule> rules;
+    std::vector<LieRule> lies;
     std::set<std::string> removed; //!< slots by number from 1 in the real module's order, or label
     bool allRemoved = false;
     unsigned long slotLimit = 0; //!< 0: all slots
@@ -51,6 +55,7 @@ struct Script {
     bool locked = false;
     bool countLow = false;
     bool finalTry = false;
+    bool noLoginFlag = false;
     std::optional<std::string> pinPad; //!< the PIN that is typed on the reader
     std::vector<std::string> errors; //!< lines that were not understood
 };

@@ -177,6 +177,9 @@ void Device::applyRules(Function function, unsigned long subject, Verdict *verdi
             if (slot)
                 m_takenAway.insert(*slot);
             break;
+        case Action::Report:
+            verdict->report = rule.value;
+            break;
         case Action::Kill:
             verdict->kill = true;
             break;
@@ -295,6 +298,8 @@ CK_RV Device::tokenInfo(CK_SLOT_ID slot, CK_TOKEN_INFO *info)
     info->flags |= pinFlags(slot);
     if (m_script.readOnly)
         info->flags |= CKF_WRITE_PROTECTED;
+    if (m_script.noLoginFlag)
+        info->flags &= ~static_cast<CK_FLAGS>(CKF_LOGIN_REQUIRED);
     if (m_script.pinPad)
         info->flags |= CKF_PROTECTED_AUTHENTICATION_PATH;
     return result;
@@ -344,6 +349,23 @@ CK_RV Device::login(CK_SESSION_HANDLE session, CK_USER_TYPE user, CK_UTF8CHAR *p
     else if (result == CKR_OK)
         m_wrongPins.erase(slot);
     return result;
+}
+
+std::vector<std::optional<Lie>> Device::liesAbout(const CK_ATTRIBUTE *attributes, CK_ULONG count)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (m_script.lies.empty())
+        return {};
+    std::vector<std::optional<Lie>> lies(count);
+    bool isLying = false;
+    for (CK_ULONG i = 0; i < count; ++i) {
+        for (LieRule &rule : m_script.lies) {
+            if (rule.hits(attributes[i].type))
+                lies[i] = rule.lie;
+        }
+        isLying = isLying || lies[i];
+    }
+    return isLying ? lies : std::vector<std::optional<Lie>>();
 }
 
 CK_RV Device::finalize(void *reserved)

@@ -20,6 +20,7 @@ struct Verdict {
     bool killAfter = false;
     std::optional<CK_RV> instead; //!< returned without calling the real module
     std::optional<CK_RV> after; //!< returned after calling the real module
+    std::optional<unsigned long> report; //!< the count, length or handle that the caller gets
 };
 
 /*! The device as the control file describes it, in front of the real module. All members may be
@@ -47,6 +48,8 @@ public:
                       CK_SESSION_HANDLE *session);
     CK_RV closeSession(CK_SESSION_HANDLE session);
     CK_RV login(CK_SESSION_HANDLE session, CK_USER_TYPE user, CK_UTF8CHAR *pin, CK_ULONG length);
+    //! The lies about these attributes, one each; empty when all is to be told as it is.
+    std::vector<std::optional<Lie>> liesAbout(const CK_ATTRIBUTE *attributes, CK_ULONG count);
     CK_RV finalize(void *reserved);
 
 private:

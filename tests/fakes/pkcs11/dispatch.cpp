@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <sstream>
 #include <thread>
 
 namespace Faulty {
@@ -41,6 +42,15 @@ std::string loginDetail(CK_USER_TYPE user, const CK_UTF8CHAR *pin, CK_ULONG leng
     if (!pin)
         return who + " pin=none";
     return who + (length == 0 ? " pin=empty" : " pin=given");
+}
+
+std::string attributesDetail(const CK_ATTRIBUTE *attributes, CK_ULONG count)
+{
+    std::ostringstream detail;
+    detail << " attributes=" << std::hex;
+    for (CK_ULONG i = 0; i < count; ++i)
+        detail << (i ? "," : "") << "0x" << attributes[i].type;
+    return detail.str();
 }
 
 } // namespace Faulty

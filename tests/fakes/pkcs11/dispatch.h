@@ -4,6 +4,8 @@
 
 #include "tests/fakes/pkcs11/device.h"
 
+#include <tuple>
+
 namespace Faulty {
 
 //! Waits or ends the process where the verdict says so, before the real module is called.
@@ -15,6 +17,8 @@ void logCall(Function function, unsigned long subject, CK_RV result, const std::
 
 //! What a login's log line says of the user and the PIN: never the PIN itself.
 std::string loginDetail(CK_USER_TYPE user, const CK_UTF8CHAR *pin, CK_ULONG length);
+//! The types that a call asks for: " attributes=0x11,0x102".
+std::string attributesDetail(const CK_ATTRIBUTE *attributes, CK_ULONG count);
 
 inline unsigned long firstOf()
 {
@@ -27,6 +31,14 @@ template <typename First, typename... Rest> unsigned long firstOf(First first, R
         return first;
     else
         return 0;
+}
+
+inline CK_RV getAttributes(Device &device, CK_SESSION_HANDLE session, CK_OBJECT_HANDLE object,
+                           CK_ATTRIBUTE *attributes, CK_ULONG count)
+{
+    const auto lies = device.liesAbout(attributes, count);
+    return lies.empty() ? device.target()->C_GetAttributeValue(session, object, attributes, count)
+                        : tellAttributes(device.target(), session, object, attributes, count, lies);
 }
 
 // The calls that the device has its own answer to; all others go straight to the real module.
@@ -46,10 +58,26 @@ CK_RV perform(CK_RV (*CK_FUNCTION_LIST::*member)(Args...), Args... args)
         return device.closeSession(args...);
     else if constexpr (Id == Function::C_Login)
         return device.login(args...);
+    else if constexpr (Id == Function::C_GetAttributeValue)
+        return getAttributes(device, args...);
     else if constexpr (Id == Function::C_Finalize)
         return device.finalize(args...);
     else
         return (device.target()->*member)(args...);
+}
+
+//! Puts \p value where the call gives its count, length or handles: in all that it gives last.
+template <Function Id, typename... Args> void report(unsigned long value, Args... args)
+{
+    const auto arguments = std::make_tuple(args...);
+    constexpr size_t last = sizeof...(Args) - 1;
+    if constexpr (std::is_same_v<std::tuple_element_t<last, decltype(arguments)>,
+                                 unsigned long *const>) {
+        if (std::get<last>(arguments))
+            *std::get<last>(arguments) = value;
+        if constexpr (Id == Function::C_GenerateKeyPair)
+            *std::get<last - 1>(arguments) = value;
+    }
 }
 
 template <Function Id, typename... Args> std::string detailOf(Args... args)
@@ -58,6 +86,9 @@ template <Function Id, typename... Args> std::string detailOf(Args... args)
         return [](CK_SESSION_HANDLE, CK_USER_TYPE user, const CK_UTF8CHAR *pin, CK_ULONG length) {
             return loginDetail(user, pin, length);
         }(args...);
+    else if constexpr (Id == Function::C_GetAttributeValue)
+        return [](CK_SESSION_HANDLE, CK_OBJECT_HANDLE, const CK_ATTRIBUTE *attributes,
+                  CK_ULONG count) { return attributesDetail(attributes, count); }(args...);
     else
         return {};
 }
@@ -79,6 +110,8 @@ struct Stub<Id, member> {
             result = perform<Id, Args...>(member, args...);
         }
         after(verdict);
+        if (verdict.report)
+            report<Id>(*verdict.report, args...);
         if (!verdict.instead && verdict.after)
             result = *verdict.after;
         logCall(Id, subject, result, detailOf<Id>(args...));

@@ -46,6 +46,9 @@ private Q_SLOTS:
     void showsSoManySlots();
     void typesThePinOnTheReader();
     void endsTheProcess();
+    void liesAboutAttributes();
+    void reportsOtherNumbers();
+    void hidesThatItWantsALogin();
     void reportsWhatItDoesNotUnderstand();
 
 private:
@@ -342,12 +345,69 @@ void FaultyModuleTest::endsTheProcess()
     QVERIFY(WIFSIGNALED(status));
 }
 
+void FaultyModuleTest::liesAboutAttributes()
+{
+    const CK_SESSION_HANDLE session = open();
+    QCOMPARE(login(session, pin), CKR_OK);
+    QCOMPARE(createData(session, "label"), CKR_OK);
+    CK_OBJECT_HANDLE object = 0;
+    CK_ULONG found = 0;
+    m_module->C_FindObjectsInit(session, nullptr, 0);
+    m_module->C_FindObjects(session, &object, 1, &found);
+    m_module->C_FindObjectsFinal(session);
+    char room[8] = {};
+    const auto ask = [&](void *buffer, CK_ULONG length) {
+        CK_ATTRIBUTE label{CKA_LABEL, buffer, length};
+        const CK_RV result = m_module->C_GetAttributeValue(session, object, &label, 1);
+        return QPair<CK_RV, CK_ULONG>(result, label.ulValueLen);
+    };
+    const auto none = static_cast<CK_ULONG>(-1);
+    QCOMPARE(ask(room, 8), qMakePair(CK_RV(CKR_OK), CK_ULONG(5)));
+    QVERIFY(log().contains(" attributes=0x3\n"));
+    control("lie CKA_LABEL 2+ needs 9\n");
+    QCOMPARE(ask(room, 8), qMakePair(CK_RV(CKR_OK), CK_ULONG(5)));
+    QCOMPARE(ask(room, 8), qMakePair(CK_RV(CKR_BUFFER_TOO_SMALL), CK_ULONG(9)));
+    QCOMPARE(ask(nullptr, 0), qMakePair(CK_RV(CKR_OK), CK_ULONG(9)));
+    control("lie any * larger 9\n");
+    QCOMPARE(ask(room, 8), qMakePair(CK_RV(CKR_BUFFER_TOO_SMALL), none));
+    control("lie 0x3 * beyond 2\n");
+    QCOMPARE(ask(room, 8), qMakePair(CK_RV(CKR_OK), CK_ULONG(10)));
+    control("lie CKA_LABEL * grows\n");
+    QCOMPARE(ask(room, 8), qMakePair(CK_RV(CKR_BUFFER_TOO_SMALL), CK_ULONG(9)));
+    control("lie CKA_LABEL * nothing\n");
+    QCOMPARE(ask(room, 8), qMakePair(CK_RV(CKR_OK), none));
+    control("lie CKA_LABEL * sensitive\n");
+    QCOMPARE(ask(room, 8), qMakePair(CK_RV(CKR_ATTRIBUTE_SENSITIVE), none));
+    room[0] = 'x';
+    control("lie CKA_LABEL * untouched\n");
+    QCOMPARE(ask(room, 8), qMakePair(CK_RV(CKR_OK), CK_ULONG(8)));
+    QCOMPARE(room[0], 'x');
+    control("lie CKA_ID * huge\n");
+    QCOMPARE(ask(room, 8), qMakePair(CK_RV(CKR_OK), CK_ULONG(5)));
+}
+
+void FaultyModuleTest::reportsOtherNumbers()
+{
+    const CK_SESSION_HANDLE session = open();
+    control("report C_FindObjects 1 77\n");
+    QCOMPARE(countData(session, "nobody"), 77UL);
+    QCOMPARE(countData(session, "nobody"), 0UL);
+}
+
+void FaultyModuleTest::hidesThatItWantsALogin()
+{
+    QVERIFY(tokenInfo().flags & CKF_LOGIN_REQUIRED);
+    control("no-login-flag\n");
+    QVERIFY(!(tokenInfo().flags & CKF_LOGIN_REQUIRED));
+}
+
 void FaultyModuleTest::reportsWhatItDoesNotUnderstand()
 {
     control("fail C_Nonsense 1 CKR_OK\nfail C_Sign 0 CKR_OK\nfail C_Sign 1 CKR_NONSENSE\n"
-            "delay C_Sign 1\ntries many\nfull very\n");
+            "delay C_Sign 1\ntries many\nfull very\nreport C_Sign 1\nlie CKA_ID * needs\n"
+            "lie CKA_NONSENSE * huge\nlie CKA_ID * huge 3\n");
     open();
-    QCOMPARE(log().count("error control line: "), 6);
+    QCOMPARE(log().count("error control line: "), 10);
 }
 
 QTEST_GUILESS_MAIN(FaultyModuleTest)
