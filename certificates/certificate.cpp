@@ -8,9 +8,11 @@
 #include "qca/adapter/filenames.h"
 #include "qca/adapter/infotypes.h"
 #include "qca/adapter/keys.h"
+#include "qca/adapter/reading.h"
 
 #include <QDebug>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QUrl>
 
@@ -27,14 +29,14 @@ Certificate::Certificate(QObject *parent)
 
 Certificate::Certificate(const QCA::Certificate &certificate, QObject *parent)
     : QObject(parent)
-    , m_certificate(certificate)
+    , m_certificate(Trivex::ownCertificate(certificate))
 {
 }
 
 Certificate::Certificate(const QCA::Certificate &certificate, const QCA::KeyBundle &keyBundle,
                          QObject *parent)
     : QObject(parent)
-    , m_certificate(certificate)
+    , m_certificate(Trivex::ownCertificate(certificate))
     , m_keyBundle(keyBundle)
 {
 }
@@ -114,7 +116,7 @@ QString Certificate::subjecAddress() const
 {
     if (m_certificate.isNull())
         return QString();
-    const auto street = Trivex::streetAddress(m_certificate.toDER());
+    const auto street = Trivex::streetAddress(m_certificate);
     return street ? *street : subjectLocality();
 }
 
@@ -228,6 +230,11 @@ bool Certificate::isRoot() const
     return !from.isEmpty() && subject == from && m_certificate.isSelfSigned();
 }
 
+void Certificate::setCertificate(const QCA::Certificate &certificate)
+{
+    m_certificate = Trivex::ownCertificate(certificate);
+}
+
 void Certificate::setFileName(const QString &fileName)
 {
     if (!m_certificate.isNull())
@@ -272,9 +279,10 @@ QString Certificate::signatureType() const
 bool Certificate::loadFromFile(const QString &path)
 {
     // Opening a pipe would wait for its other end.
-    if (!QFileInfo(path).isFile())
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
         return false;
-    const auto loaded = QCA::Certificate::fromPEMFile(path, nullptr, QString());
+    const QCA::Certificate loaded = Trivex::certificateFromPem(file.readAll());
     if (loaded.isNull() || loaded == m_certificate)
         return false;
     m_certificate = loaded;

@@ -159,9 +159,10 @@ public:
     /// no certificate, or the one that is held already. The key bundle stays as it was.
     bool loadFromFile(const QString &path);
 
+    /// As our own decoder reads it, whichever provider made the one that was given.
     QCA::Certificate certificate() const { return m_certificate; }
     QCA::KeyBundle keyBundle() const { return m_keyBundle; }
-    void setCertificate(const QCA::Certificate &certificate) { m_certificate = certificate; }
+    void setCertificate(const QCA::Certificate &certificate);
     void setKeyBundle(const QCA::KeyBundle &keyBundle) { m_keyBundle = keyBundle; }
 
 Q_SIGNALS:

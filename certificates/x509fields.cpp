@@ -3,6 +3,7 @@
 #include "certificates/x509fields.h"
 
 #include "certificates/certificatetext.h"
+#include "qca/adapter/certificateinfo.h"
 
 #include <openssl/evp.h>
 #include <openssl/objects.h>
@@ -24,10 +25,6 @@ struct KeyDeleter {
 };
 using KeyPtr = std::unique_ptr<EVP_PKEY, KeyDeleter>;
 
-struct TextDeleter {
-    void operator()(unsigned char *text) const { OPENSSL_free(text); }
-};
-
 constexpr int maxStreetBytes = 1023;
 
 X509Ptr parse(const QByteArray &der)
@@ -36,18 +33,14 @@ X509Ptr parse(const QByteArray &der)
     return X509Ptr(d2i_X509(nullptr, &bytes, der.size()));
 }
 
-QString utf8Text(const ASN1_STRING *string)
+/// As much of `text` as fits, in whole characters.
+QString cut(const QString &text)
 {
-    unsigned char *raw = nullptr;
-    const int size = ASN1_STRING_to_UTF8(&raw, string);
-    const std::unique_ptr<unsigned char, TextDeleter> text(raw);
-    if (size < 0)
-        return QString();
-    int end = qMin(size, maxStreetBytes);
-    // Not in the middle of a character.
-    while (end < size && end > 0 && (raw[end] & 0xC0) == 0x80)
+    const QByteArray utf8 = text.toUtf8();
+    int end = qMin(utf8.size(), maxStreetBytes);
+    while (end < utf8.size() && end > 0 && (utf8.at(end) & 0xC0) == 0x80)
         --end;
-    return QString::fromUtf8(reinterpret_cast<const char *>(raw), end);
+    return QString::fromUtf8(utf8.constData(), end);
 }
 
 /// The algorithm's number by its identifier, for keys that OpenSSL has no code to decode.
@@ -62,18 +55,12 @@ int undecodableAlgorithm(const X509 *certificate)
 
 } // namespace
 
-std::optional<QString> streetAddress(const QByteArray &der)
+std::optional<QString> streetAddress(const QCA::Certificate &certificate)
 {
-    const X509Ptr certificate = parse(der);
-    if (!certificate)
+    if (!parse(certificate.toDER()))
         return QString();
-    const X509_NAME *subject = X509_get_subject_name(certificate.get());
-    if (!subject)
-        return QString();
-    const int position = X509_NAME_get_index_by_NID(subject, NID_streetAddress, -1);
-    if (position < 0)
-        return std::nullopt;
-    return utf8Text(X509_NAME_ENTRY_get_data(X509_NAME_get_entry(subject, position)));
+    const auto street = firstSubjectValue(certificate, QStringLiteral("2.5.4.9"));
+    return street ? std::make_optional(cut(*street)) : std::nullopt;
 }
 
 QString publicKeyAlgorithmName(const QByteArray &der)

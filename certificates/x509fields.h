@@ -4,16 +4,18 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QtCrypto>
 
 #include <optional>
 
 namespace Trivex {
 
-// Fields of a certificate for which QCA has no name, read from its DER form with OpenSSL.
+// Fields of a certificate for which QCA has no name.
 
 /// The first street address (2.5.4.9) of the subject, in at most 1023 bytes of UTF-8; nothing when
-/// it has none. An empty text when `der` is no certificate.
-std::optional<QString> streetAddress(const QByteArray &der);
+/// it has none. An empty text for a certificate that OpenSSL refuses. The certificate is one of our
+/// own decoder.
+std::optional<QString> streetAddress(const QCA::Certificate &certificate);
 
 /// OpenSSL's long name of the public key's algorithm, "Elliptic Curve" for X9.62 keys. Empty when
 /// the certificate or its key can't be read or the algorithm has no name. The keys of algorithms

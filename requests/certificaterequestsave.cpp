@@ -10,6 +10,7 @@
 #include "qca/adapter/infotypes.h"
 #include "qca/adapter/keys.h"
 #include "qca/adapter/providers.h"
+#include "qca/adapter/reading.h"
 #include "qca/adapter/tokens.h"
 #include "requests/atomicfile.h"
 #include "requests/requestfiles.h"
@@ -248,13 +249,14 @@ QString CertificateRequest::requestPath()
 
 void CertificateRequest::load(const QString &path)
 {
-    const QString provider = Trivex::opensslProviderName();
-    const QFileInfo file(path);
+    QFile file(path);
+    const QFileInfo info(path);
     // Opening a pipe would wait for its other end.
-    if (path.isEmpty() || !file.isFile() || file.size() > maxRequestSize
-        || !QCA::isSupported(qPrintable(Trivex::requestExtension())))
+    if (path.isEmpty() || !info.isFile() || info.size() > maxRequestSize
+        || !QCA::isSupported(qPrintable(Trivex::requestExtension()))
+        || !file.open(QIODevice::ReadOnly))
         return;
-    m_request = QCA::CertificateRequest::fromPEMFile(path, nullptr, provider);
+    m_request = Trivex::requestFromPem(file.readAll());
     if (m_request.isNull())
         return;
     m_path = path;

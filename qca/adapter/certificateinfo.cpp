@@ -2,32 +2,32 @@
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/certificateinfo.h"
 
-#include <openssl/x509.h>
+#include "qca/engine/x509/certificatefields.h"
 
 #include <array>
-#include <memory>
 
 namespace Trivex {
 
 namespace {
 
 struct SignatureName {
-    int nid;
+    const char *oid;
     SignatureNumber number;
 };
 
+// Those that QCA has no number for.
 constexpr std::array<SignatureName, 5> Names = {{
-    {NID_ecdsa_with_SHA256, EcdsaSha256Signature},
-    {NID_ecdsa_with_SHA384, EcdsaSha384Signature},
-    {NID_id_GostR3411_94_with_GostR3410_2001, Gost2001Signature},
-    {NID_id_tc26_signwithdigest_gost3410_2012_256, Gost2012Signature256},
-    {NID_id_tc26_signwithdigest_gost3410_2012_512, Gost2012Signature512},
+    {"1.2.840.10045.4.3.2", EcdsaSha256Signature},
+    {"1.2.840.10045.4.3.3", EcdsaSha384Signature},
+    {"1.2.643.2.2.3", Gost2001Signature},
+    {"1.2.643.7.1.1.3.2", Gost2012Signature256},
+    {"1.2.643.7.1.1.3.3", Gost2012Signature512},
 }};
 
-int numberOf(int nid)
+int numberOf(const QByteArray &oid)
 {
     for (const SignatureName &name : Names) {
-        if (name.nid == nid)
+        if (oid == name.oid)
             return name.number;
     }
     return UnknownSignature;
@@ -43,10 +43,24 @@ int signatureAlgorithm(const QCA::Certificate &certificate)
     if (number != UnknownSignature)
         return number;
     const QByteArray der = certificate.toDER();
-    const auto *data = reinterpret_cast<const unsigned char *>(der.constData());
-    const std::unique_ptr<X509, decltype(&X509_free)> x509(d2i_X509(nullptr, &data, der.size()),
-                                                           &X509_free);
-    return x509 ? numberOf(X509_get_signature_nid(x509.get())) : int(UnknownSignature);
+    CertificateFields fields;
+    Der::Slice oid;
+    if (!findCertificateFields(Der::sliceOf(der), &fields)
+        || !Der::Reader(fields.algorithm).next(Der::ObjectIdentifier, &oid))
+        return UnknownSignature;
+    return numberOf(Der::oidText(oid));
+}
+
+std::optional<QString> firstSubjectValue(const QCA::Certificate &certificate, const QString &oid)
+{
+    if (certificate.isNull())
+        return std::nullopt;
+    const QCA::CertificateInfoOrdered subject = certificate.subjectInfoOrdered();
+    for (const QCA::CertificateInfoPair &pair : subject) {
+        if (pair.type().section() == QCA::CertificateInfoType::DN && pair.type().id() == oid)
+            return pair.value();
+    }
+    return std::nullopt;
 }
 
 } // namespace Trivex

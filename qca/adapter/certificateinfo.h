@@ -6,6 +6,8 @@
 
 #include <QtCrypto>
 
+#include <optional>
+
 namespace Trivex {
 
 /// Signature algorithms as ints: 0 to 10 are `QCA::SignatureAlgorithm`, 11 to 15 are ours.
@@ -19,8 +21,13 @@ enum SignatureNumber : int {
 };
 
 /// The algorithm with which `certificate` is signed; 0 for a null certificate and for one whose
-/// algorithm has no number. Where QCA has no number it is read from the DER form, so it works for
-/// the certificates of any provider.
+/// algorithm has no number. Where QCA has no number it is read from the DER form, whatever else
+/// in that can't be read, so it works for the certificates of any provider.
 TRIVEX_QCA_EXPORT int signatureAlgorithm(const QCA::Certificate &certificate);
+
+/// The first value of the subject's attribute `oid` (dotted); nothing when it has none. For
+/// certificates of our own decoder, which keep every attribute.
+TRIVEX_QCA_EXPORT std::optional<QString> firstSubjectValue(const QCA::Certificate &certificate,
+                                                           const QString &oid);
 
 } // namespace Trivex

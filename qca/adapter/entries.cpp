@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/entries.h"
 
+#include "qca/adapter/reading.h"
+
 namespace Trivex {
 
 namespace {
@@ -60,12 +62,14 @@ QCA::Certificate entryCertificate(const QCA::KeyStoreEntry &entry)
 
 QCA::PublicKey requestPublicKey(const QCA::CertificateRequest &request)
 {
-    return request.isNull() ? QCA::PublicKey() : request.subjectPublicKey();
+    const QCA::CertificateRequest own = ownRequest(request);
+    return own.isNull() ? QCA::PublicKey() : own.subjectPublicKey();
 }
 
 QCA::CertificateInfo requestSubject(const QCA::CertificateRequest &request)
 {
-    return request.isNull() ? QCA::CertificateInfo() : request.subjectInfo();
+    const QCA::CertificateRequest own = ownRequest(request);
+    return own.isNull() ? QCA::CertificateInfo() : own.subjectInfo();
 }
 
 } // namespace Trivex
