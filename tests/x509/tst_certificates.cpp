@@ -237,6 +237,8 @@ void TestCertificates::numbersSignatures_data()
     QTest::newRow("p256") << QStringLiteral("ec-256.der") << int(EcdsaSha256Signature);
     QTest::newRow("p384") << QStringLiteral("ec-384.der") << int(EcdsaSha384Signature);
     QTest::newRow("p521") << QStringLiteral("ec-521.der") << int(UnknownSignature);
+    QTest::newRow("refused") << QStringLiteral("signature-refused.der")
+                             << int(EcdsaSha256Signature);
     QTest::newRow("ed25519") << QStringLiteral("ed25519.der") << int(UnknownSignature);
     QTest::newRow("pss") << QStringLiteral("rsa-pss.der") << int(UnknownSignature);
     if (QFile::exists(Corpus::path(QStringLiteral("gost-2001.der")))) {

@@ -20,6 +20,17 @@ bool isExtension(Der::Slice oid, char number)
     return oid.size == 3 && oid.at(0) == 0x55 && oid.at(1) == 0x1D && oid.data[2] == number;
 }
 
+/// The octets of a string that lie together: of one in a single piece, and of one that is wrapped
+/// around a single piece. What lies scattered has no place to name.
+bool onePiece(Der::Reader *reader, int tag, Der::Slice *content)
+{
+    if (reader->next(tag, content))
+        return true;
+    Der::Slice wrapped;
+    return reader->next(tag | Der::ConstructedBit, &wrapped)
+        && Der::single(wrapped, Der::OctetString, content);
+}
+
 /// The identifier in a SubjectKeyIdentifier or AuthorityKeyIdentifier (RFC 5280, 4.2.1.2, .1).
 void readExtension(const QByteArray &der, Der::Slice extension, CertificateParts *parts)
 {
@@ -27,16 +38,20 @@ void readExtension(const QByteArray &der, Der::Slice extension, CertificateParts
     Der::Slice oid;
     Der::Slice value;
     Der::Slice content;
+    Der::Slice id;
     if (!reader.next(Der::ObjectIdentifier, &oid))
         return;
     reader.skip(Der::Boolean);
-    if (!reader.next(Der::OctetString, &value))
+    if (!onePiece(&reader, Der::OctetString, &value))
         return;
-    if (isExtension(oid, 0x0E) && Der::Reader(value).next(Der::OctetString, &content))
-        parts->keyId = spanIn(der, content);
-    else if (isExtension(oid, 0x23) && Der::Reader(value).next(Der::Sequence, &content)
-             && Der::Reader(content).next(Der::context(0, false), &content))
-        parts->authorityKeyId = spanIn(der, content);
+    Der::Reader values(value);
+    if (isExtension(oid, 0x0E) && onePiece(&values, Der::OctetString, &id)) {
+        parts->keyId = spanIn(der, id);
+    } else if (isExtension(oid, 0x23) && values.next(Der::Sequence, &content)) {
+        Der::Reader fields(content);
+        if (onePiece(&fields, Der::context(0, false), &id))
+            parts->authorityKeyId = spanIn(der, id);
+    }
 }
 
 void readExtensions(const QByteArray &der, Der::Reader fields, CertificateParts *parts)
@@ -47,7 +62,8 @@ void readExtensions(const QByteArray &der, Der::Reader fields, CertificateParts 
     }
     Der::Slice wrapped;
     Der::Slice list;
-    if (!fields.next(Der::context(3), &wrapped) || !Der::Reader(wrapped).next(Der::Sequence, &list))
+    if (!fields.next(Der::context(3), &wrapped)
+        || !Der::Reader(wrapped).nextList(Der::Sequence, &list))
         return;
     Der::Reader extensions(list);
     Der::Slice extension;
@@ -91,8 +107,8 @@ CertificateParts certificateParts(const QByteArray &der)
     Der::Element subject;
     Der::Element key;
     if (!fields.next(Der::Integer, &serial) || !fields.next(Der::Sequence, &algorithm)
-        || !fields.next(Der::Sequence, &issuer) || !fields.next(Der::Sequence, &validity)
-        || !fields.next(Der::Sequence, &subject) || !fields.next(Der::Sequence, &key))
+        || !fields.nextList(Der::Sequence, &issuer) || !fields.next(Der::Sequence, &validity)
+        || !fields.nextList(Der::Sequence, &subject) || !fields.next(Der::Sequence, &key))
         return {};
     CertificateParts parts;
     parts.serial = spanIn(der, serial.whole);

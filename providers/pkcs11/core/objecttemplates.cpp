@@ -3,11 +3,12 @@
 #include "providers/pkcs11/core/objecttemplates.h"
 
 #include "providers/pkcs11/core/error.h"
+#include "qca/adapter/infotypes.h"
 #include "qca/adapter/keys.h"
 #include "qca/engine/x509/derwriter.h"
+#include "qca/engine/x509/names.h"
 
 #include <openssl/core_names.h>
-#include <openssl/err.h>
 
 namespace Trivex {
 
@@ -148,19 +149,12 @@ void fillPrivateKey(const KeyMaterial &key, const QByteArray &subject, const QBy
 QString commonNameOf(const TokenCertificate &certificate)
 {
     const QByteArray der = certificate.parts.subject.in(certificate.der);
-    const auto *data = reinterpret_cast<const unsigned char *>(der.constData());
-    const NameHandle name(d2i_X509_NAME(nullptr, &data, der.size()));
     QString text;
-    int at = -1;
-    while (name && (at = X509_NAME_get_index_by_NID(name.get(), NID_commonName, at)) >= 0) {
-        unsigned char *utf8 = nullptr;
-        const int size = ASN1_STRING_to_UTF8(
-            &utf8, X509_NAME_ENTRY_get_data(X509_NAME_get_entry(name.get(), at)));
-        if (size > 0)
-            text = QString::fromUtf8(reinterpret_cast<const char *>(utf8), size);
-        OPENSSL_free(utf8);
+    const QCA::CertificateInfoOrdered names = decodeName(Der::sliceOf(der));
+    for (const QCA::CertificateInfoPair &pair : names) {
+        if (pair.type() == infoType(CommonNameInfo) && !pair.value().isEmpty())
+            text = pair.value();
     }
-    ERR_clear_error();
     return text;
 }
 

@@ -19,6 +19,6 @@ void fillPrivateKey(const KeyMaterial &key, const QByteArray &subject, const QBy
                     const QString &label, Pkcs11::Template *object);
 
 /// The last common name in a certificate's subject; empty without one.
-QString commonNameOf(const TokenCertificate &certificate);
+TRIVEX_TOKENS_EXPORT QString commonNameOf(const TokenCertificate &certificate);
 
 } // namespace Trivex

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/core/tokencontents.h"
 
+#include "qca/engine/x509/canonicalname.h"
+
 #include <QCryptographicHash>
 #include <QHash>
 
@@ -92,7 +94,7 @@ class IssuerIndex {
 public:
     void add(const TokenCertificatePtr &certificate)
     {
-        m_bySubject.insert(certificate->parts.subject.in(certificate->der), certificate);
+        m_bySubject.insert(nameOf(certificate->parts.subject, certificate->der), certificate);
     }
 
     std::vector<TokenCertificatePtr> issuersOf(const TokenCertificatePtr &certificate) const
@@ -113,8 +115,8 @@ public:
 private:
     TokenCertificatePtr issuerOf(const TokenCertificate &certificate) const
     {
-        const QByteArray name = certificate.parts.issuer.in(certificate.der);
-        if (name == certificate.parts.subject.in(certificate.der))
+        const QByteArray name = nameOf(certificate.parts.issuer, certificate.der);
+        if (name == nameOf(certificate.parts.subject, certificate.der))
             return nullptr;
         TokenCertificatePtr byName;
         const auto end = m_bySubject.constEnd();
@@ -125,6 +127,13 @@ private:
                 byName = *at;
         }
         return byName;
+    }
+
+    /// Issuers are often written in another string type than they wrote themselves in.
+    static QByteArray nameOf(const DerSpan &name, const QByteArray &der)
+    {
+        const QByteArray bytes = name.in(der);
+        return canonicalName(Der::sliceOf(bytes));
     }
 
     static bool isNamedAuthority(const TokenCertificate &certificate,

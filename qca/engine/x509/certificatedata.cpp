@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/engine/x509/certificatedata.h"
 
+#include "qca/engine/x509/canonicalname.h"
 #include "qca/engine/x509/extensions.h"
 #include "qca/engine/x509/names.h"
 #include "qca/engine/x509/signaturealgorithms.h"
@@ -36,21 +37,6 @@ CertificateFields fieldsOf(const QByteArray &der)
     CertificateFields fields;
     findCertificateFields(Der::sliceOf(der), &fields);
     return fields;
-}
-
-NameHandle nameOf(Der::Slice name)
-{
-    const auto *data = reinterpret_cast<const unsigned char *>(name.data);
-    return NameHandle(d2i_X509_NAME(nullptr, &data, name.size));
-}
-
-// By the rules of RFC 5280, 7.1: letters and spaces may differ.
-bool isSameName(Der::Slice a, Der::Slice b)
-{
-    const NameHandle first = nameOf(a);
-    const NameHandle second = nameOf(b);
-    ERR_clear_error();
-    return first && second && X509_NAME_cmp(first.get(), second.get()) == 0;
 }
 
 /// `part` of `whole`: shared where it is all of it, as the reader of a store keeps it too. A view
@@ -126,10 +112,11 @@ void CertificateData::decodeProperties() const
     m_properties.serial = QCA::BigInteger(QCA::SecureArray(fields.serial.bytes()));
     m_properties.format = QCA::PKCS10;
     m_properties.sigalgo = signatureAlgorithmOf(fields.algorithm);
-    if (fields.signature.size > 1)
-        m_properties.sig = QByteArray(fields.signature.data + 1, fields.signature.size - 1);
+    QByteArray signature;
+    if (Der::Reader(fields.wholeSignature).nextString(Der::BitString, &signature))
+        m_properties.sig = signature.mid(1);
     decodeExtensions(fields.extensions, &m_properties);
-    m_properties.isSelfSigned = fields.subject == fields.issuer
+    m_properties.isSelfSigned = isSameName(fields.subject, fields.issuer)
         && checkSignature(fields, fields.publicInfo) == SignatureState::Good;
 }
 
@@ -137,7 +124,7 @@ bool CertificateData::mayHaveIssued(const CertificateData &other) const
 {
     const CertificateFields mine = fieldsOf(m_der);
     const CertificateFields theirs = fieldsOf(other.m_der);
-    return mine.subject == theirs.issuer || isSameName(mine.subject, theirs.issuer);
+    return isSameName(mine.subject, theirs.issuer);
 }
 
 SignatureState CertificateData::checkIssued(const CertificateData &other) const

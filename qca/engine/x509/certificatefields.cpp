@@ -8,7 +8,8 @@ namespace {
 
 bool isTime(int tag)
 {
-    return tag == Der::UtcTime || tag == Der::GeneralizedTime;
+    const int type = tag & ~Der::ConstructedBit;
+    return type == Der::UtcTime || type == Der::GeneralizedTime;
 }
 
 bool findValidity(Der::Reader &body, CertificateFields *fields)
@@ -21,10 +22,19 @@ bool findValidity(Der::Reader &body, CertificateFields *fields)
         && reader.next(&fields->notAfter) && isTime(fields->notAfter.tag);
 }
 
-bool findWhole(Der::Reader &body, int tag, Der::Slice *whole)
+bool findWhole(Der::Reader &body, Der::Slice *whole)
 {
     Der::Element element;
-    if (!body.next(tag, &element))
+    if (!body.next(Der::Sequence, &element))
+        return false;
+    *whole = element.whole;
+    return true;
+}
+
+bool findName(Der::Reader &body, Der::Slice *whole)
+{
+    Der::Element element;
+    if (!body.nextList(Der::Sequence, &element))
         return false;
     *whole = element.whole;
     return true;
@@ -39,7 +49,7 @@ bool findExtensions(Der::Reader &body, CertificateFields *fields)
     }
     Der::Slice wrapped;
     if (body.next(Der::context(3), &wrapped))
-        return Der::single(wrapped, Der::Sequence, &fields->extensions) && body.atEnd();
+        return Der::singleList(wrapped, Der::Sequence, &fields->extensions) && body.atEnd();
     return body.atEnd();
 }
 
@@ -54,10 +64,10 @@ bool findBody(Der::Slice content, CertificateFields *fields)
 {
     Der::Reader body(content);
     return findVersion(body, fields) && body.next(Der::Integer, &fields->serial)
-        && !fields->serial.isEmpty() && findWhole(body, Der::Sequence, &fields->innerAlgorithm)
-        && findWhole(body, Der::Sequence, &fields->issuer) && findValidity(body, fields)
-        && findWhole(body, Der::Sequence, &fields->subject)
-        && findWhole(body, Der::Sequence, &fields->publicInfo) && findExtensions(body, fields);
+        && !fields->serial.isEmpty() && findWhole(body, &fields->innerAlgorithm)
+        && findName(body, &fields->issuer) && findValidity(body, fields)
+        && findName(body, &fields->subject) && findWhole(body, &fields->publicInfo)
+        && findExtensions(body, fields);
 }
 
 } // namespace
@@ -73,13 +83,13 @@ bool findCertificateFields(Der::Slice der, CertificateFields *fields)
     Der::Element algorithm;
     Der::Element signature;
     if (!reader.next(Der::Sequence, &body) || !reader.next(Der::Sequence, &algorithm)
-        || !reader.next(Der::BitString, &signature) || !reader.atEnd())
+        || !reader.next(&signature) || (signature.tag & ~Der::ConstructedBit) != Der::BitString
+        || !reader.atEnd())
         return false;
     fields->body = body.whole;
     fields->wholeAlgorithm = algorithm.whole;
     fields->algorithm = algorithm.content;
     fields->wholeSignature = signature.whole;
-    fields->signature = signature.content;
     return findBody(body.content, fields);
 }
 

@@ -23,7 +23,6 @@ struct CertificateFields {
     Der::Slice wholeAlgorithm;
     Der::Slice algorithm; ///< content of the outer signatureAlgorithm
     Der::Slice wholeSignature; ///< with tag and length
-    Der::Slice signature; ///< content of the BIT STRING
 };
 
 /// False when `der` does not begin with a certificate. Bytes behind it are not looked at.

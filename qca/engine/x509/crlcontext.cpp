@@ -31,9 +31,10 @@ constexpr QCA::CRLEntry::Reason Reasons[] = {
 
 QCA::CRLEntry::Reason reasonIn(Der::Slice extensions)
 {
+    const QByteArray value = findExtension(extensions, ReasonCode);
     Der::Slice code;
-    if (!Der::single(findExtension(extensions, ReasonCode), Der::Enumerated, &code)
-        || code.size != 1 || code.at(0) >= std::size(Reasons))
+    if (!Der::single(Der::sliceOf(value), Der::Enumerated, &code) || code.size != 1
+        || code.at(0) >= std::size(Reasons))
         return QCA::CRLEntry::Unspecified;
     return Reasons[code.at(0)];
 }
@@ -49,7 +50,7 @@ void decodeRevoked(Der::Slice list, QCA::CRLContextProps *properties)
         Der::Slice extensions;
         if (!parts.next(Der::Integer, &serial) || !parts.next(&time))
             continue;
-        parts.next(Der::Sequence, &extensions);
+        parts.nextList(Der::Sequence, &extensions);
         properties->revoked += QCA::CRLEntry(QCA::BigInteger(QCA::SecureArray(serial.bytes())),
                                              decodeTime(time), reasonIn(extensions));
     }
@@ -57,10 +58,12 @@ void decodeRevoked(Der::Slice list, QCA::CRLContextProps *properties)
 
 void decodeListExtensions(Der::Slice extensions, QCA::CRLContextProps *properties)
 {
+    const QByteArray value = findExtension(extensions, CrlNumber);
     Der::Slice number;
-    if (Der::single(findExtension(extensions, CrlNumber), Der::Integer, &number))
+    if (Der::single(Der::sliceOf(value), Der::Integer, &number))
         properties->number = Der::smallInteger(number);
-    properties->issuerId = decodeAuthorityKeyId(findExtension(extensions, AuthorityKeyId));
+    const QByteArray issuer = findExtension(extensions, AuthorityKeyId);
+    properties->issuerId = decodeAuthorityKeyId(Der::sliceOf(issuer));
 }
 
 bool isTime(int tag)
@@ -77,16 +80,16 @@ bool decodeBody(Der::Slice content, QCA::CRLContextProps *properties)
     Der::Slice list;
     Der::Slice wrapped;
     body.skip(Der::Integer);
-    if (!body.next(Der::Sequence, &algorithm) || !body.next(Der::Sequence, &issuer)
+    if (!body.next(Der::Sequence, &algorithm) || !body.nextList(Der::Sequence, &issuer)
         || !body.next(&time) || !isTime(time.tag))
         return false;
     properties->issuer = decodeName(issuer.whole);
     properties->thisUpdate = decodeTime(time);
     if (isTime(body.peek()) && body.next(&time))
         properties->nextUpdate = decodeTime(time);
-    if (body.next(Der::Sequence, &list))
+    if (body.nextList(Der::Sequence, &list))
         decodeRevoked(list, properties);
-    if (body.next(Der::context(0), &wrapped) && Der::single(wrapped, Der::Sequence, &list))
+    if (body.next(Der::context(0), &wrapped) && Der::singleList(wrapped, Der::Sequence, &list))
         decodeListExtensions(list, properties);
     return body.atEnd();
 }

@@ -10,6 +10,8 @@ namespace {
 
 constexpr int MultiOctetTag = 0x1F;
 constexpr int LongLength = 0x80;
+/// As deep as libcrypto goes.
+constexpr int DeepestPiece = 5;
 
 // The octets of the tag; 0 when they don't end.
 int tagSize(Slice rest)
@@ -41,6 +43,21 @@ int readLength(Slice rest, int *position)
             return -1;
     }
     return int(length);
+}
+
+bool appendPieces(Slice pieces, int depth, QByteArray *content)
+{
+    Reader reader(pieces);
+    Element piece;
+    while (!reader.atEnd()) {
+        if (depth > DeepestPiece || !reader.next(&piece) || piece.tag < 0)
+            return false;
+        if (!(piece.tag & ConstructedBit))
+            content->append(piece.content.data, piece.content.size);
+        else if (!appendPieces(piece.content, depth + 1, content))
+            return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -82,6 +99,26 @@ bool Reader::next(int tag, Slice *content)
     return true;
 }
 
+bool Reader::nextList(int tag, Element *element)
+{
+    return (peek() | ConstructedBit) == tag && next(element);
+}
+
+bool Reader::nextList(int tag, Slice *content)
+{
+    Element element;
+    if (!nextList(tag, &element))
+        return false;
+    *content = element.content;
+    return true;
+}
+
+bool Reader::nextString(int tag, QByteArray *content)
+{
+    Element element;
+    return (peek() & ~ConstructedBit) == tag && next(&element) && joinString(element, content);
+}
+
 void Reader::skip(int tag)
 {
     Element element;
@@ -92,6 +129,22 @@ bool single(Slice slice, int tag, Slice *content)
 {
     Reader reader(slice);
     return reader.next(tag, content) && reader.atEnd();
+}
+
+bool singleList(Slice slice, int tag, Slice *content)
+{
+    Reader reader(slice);
+    return reader.nextList(tag, content) && reader.atEnd();
+}
+
+bool joinString(const Element &element, QByteArray *content)
+{
+    if (!(element.tag & ConstructedBit)) {
+        *content = element.content.view();
+        return true;
+    }
+    content->clear();
+    return appendPieces(element.content, 1, content);
 }
 
 QByteArray oidText(Slice content)

@@ -86,6 +86,13 @@ public:
     bool next(int tag, Element *element);
     /// The same, for those that need the content only.
     bool next(int tag, Slice *content);
+    /// A SEQUENCE OF or SET OF, whose tag is given with its constructed bit and may come without:
+    /// libcrypto does not look at the bit there, so certificates with such lists are about.
+    bool nextList(int tag, Element *element);
+    bool nextList(int tag, Slice *content);
+    /// A string type, whose tag is given for the form in one piece: a string in several pieces is
+    /// put together.
+    bool nextString(int tag, QByteArray *content);
     /// Goes over an element that may be absent.
     void skip(int tag);
 
@@ -94,7 +101,13 @@ private:
 };
 
 /// The only element of `slice`, with that tag; trailing bytes are refused.
-bool single(Slice slice, int tag, Slice *content);
+TRIVEX_QCA_EXPORT bool single(Slice slice, int tag, Slice *content);
+/// The same for a SEQUENCE OF or SET OF; see `Reader::nextList`.
+bool singleList(Slice slice, int tag, Slice *content);
+
+/// The octets of a string type (X.690, 8.14, 8.23): of a string in one piece a view, of one in
+/// several pieces a copy of them all. False for pieces that are none or are nested without end.
+bool joinString(const Element &element, QByteArray *content);
 
 /// Dotted form of an OBJECT IDENTIFIER's content; empty when it is none.
 QByteArray oidText(Slice content);

@@ -21,11 +21,16 @@ bool leading(Der::Slice value, int tag, Der::Slice *content)
     return Der::Reader(value).next(tag, content);
 }
 
+bool leadingList(Der::Slice value, Der::Slice *content)
+{
+    return Der::Reader(value).nextList(Der::Sequence, content);
+}
+
 void decodeSubjectKeyId(Der::Slice value, Properties *properties)
 {
-    Der::Slice id;
-    if (leading(value, Der::OctetString, &id))
-        properties->subjectId = id.bytes();
+    QByteArray id;
+    if (Der::Reader(value).nextString(Der::OctetString, &id))
+        properties->subjectId = QByteArray(id.constData(), id.size());
 }
 
 void decodeIssuerKeyId(Der::Slice value, Properties *properties)
@@ -35,9 +40,10 @@ void decodeIssuerKeyId(Der::Slice value, Properties *properties)
 
 void decodeKeyUsage(Der::Slice value, Properties *properties)
 {
-    Der::Slice content;
-    if (!leading(value, Der::BitString, &content) || content.isEmpty())
+    QByteArray joined;
+    if (!Der::Reader(value).nextString(Der::BitString, &joined) || joined.isEmpty())
         return;
+    const Der::Slice content = Der::sliceOf(joined);
     for (int bit = 0; bit < KeyUsageBits; ++bit) {
         const int octet = 1 + bit / 8;
         if (octet < content.size && content.at(octet) & 0x80 >> bit % 8)
@@ -49,7 +55,7 @@ void decodePurposes(Der::Slice value, Properties *properties)
 {
     Der::Slice content;
     Der::Slice oid;
-    if (!leading(value, Der::Sequence, &content))
+    if (!leadingList(value, &content))
         return;
     Der::Reader reader(content);
     while (reader.next(Der::ObjectIdentifier, &oid))
@@ -75,7 +81,7 @@ void decodePolicies(Der::Slice value, Properties *properties)
     Der::Slice content;
     Der::Slice policy;
     Der::Slice oid;
-    if (!leading(value, Der::Sequence, &content))
+    if (!leadingList(value, &content))
         return;
     Der::Reader reader(content);
     while (reader.next(Der::Sequence, &policy)) {
@@ -102,7 +108,7 @@ void decodeCrlPoints(Der::Slice value, Properties *properties)
     Der::Slice point;
     Der::Slice name;
     Der::Slice fullName;
-    if (!leading(value, Der::Sequence, &content))
+    if (!leadingList(value, &content))
         return;
     Der::Reader reader(content);
     while (reader.next(Der::Sequence, &point)) {
@@ -116,7 +122,7 @@ void decodeAuthorityAccess(Der::Slice value, Properties *properties)
 {
     Der::Slice content;
     Der::Slice description;
-    if (!leading(value, Der::Sequence, &content))
+    if (!leadingList(value, &content))
         return;
     Der::Reader reader(content);
     while (reader.next(Der::Sequence, &description)) {
@@ -164,26 +170,26 @@ template <size_t Count>
 void decodeWith(const Decoder (&decoders)[Count], Der::Slice extensions, Properties *properties)
 {
     for (const Decoder &decoder : decoders) {
-        const Der::Slice value = findExtension(extensions, decoder.oid);
+        const QByteArray value = findExtension(extensions, decoder.oid);
         if (!value.isEmpty())
-            decoder.decode(value, properties);
+            decoder.decode(Der::sliceOf(value), properties);
     }
 }
 
 } // namespace
 
-Der::Slice findExtension(Der::Slice extensions, const char *oid)
+QByteArray findExtension(Der::Slice extensions, const char *oid)
 {
     Der::Reader reader(extensions);
     Der::Slice extension;
     while (reader.next(Der::Sequence, &extension)) {
         Der::Reader parts(extension);
         Der::Slice id;
-        Der::Slice value;
+        QByteArray value;
         if (!parts.next(Der::ObjectIdentifier, &id) || Der::oidText(id) != oid)
             continue;
         parts.skip(Der::Boolean);
-        return parts.next(Der::OctetString, &value) ? value : Der::Slice();
+        return parts.nextString(Der::OctetString, &value) ? value : QByteArray();
     }
     return {};
 }
@@ -191,10 +197,10 @@ Der::Slice findExtension(Der::Slice extensions, const char *oid)
 QByteArray decodeAuthorityKeyId(Der::Slice extension)
 {
     Der::Slice content;
-    Der::Slice id;
+    QByteArray id;
     if (leading(extension, Der::Sequence, &content)
-        && Der::Reader(content).next(Der::context(0, false), &id))
-        return id.bytes();
+        && Der::Reader(content).nextString(Der::context(0, false), &id))
+        return QByteArray(id.constData(), id.size());
     return {};
 }
 

@@ -16,8 +16,9 @@ void decodeExtensions(Der::Slice extensions, QCA::CertContextProps *properties);
 /// Adds the alternative names alone.
 void decodeAlternativeNames(Der::Slice extensions, QCA::CertContextProps *properties);
 
-/// The content of the value of the extension `oid` (dotted); empty when there is none.
-Der::Slice findExtension(Der::Slice extensions, const char *oid);
+/// The content of the value of the extension `oid` (dotted); empty when there is none. A view of
+/// `extensions`, but for a value that is written in several pieces.
+QByteArray findExtension(Der::Slice extensions, const char *oid);
 
 /// The octets of an authority key identifier extension's key id; empty when it has none.
 QByteArray decodeAuthorityKeyId(Der::Slice extension);

@@ -64,15 +64,18 @@ Info decodeNameAnew(Der::Slice name)
 {
     Info info;
     Der::Slice content;
-    if (!Der::single(name, Der::Sequence, &content))
+    if (!Der::singleList(name, Der::Sequence, &content))
         return info;
     Der::Reader names(content);
-    Der::Element set;
-    while (names.next(&set)) {
-        // libcrypto does not ask for the constructed bit here; nor may what follows be lost for it.
-        if ((set.tag | Der::ConstructedBit) != Der::Set)
+    while (!names.atEnd()) {
+        Der::Slice set;
+        // What is no set must not take what follows with it.
+        if (!names.nextList(Der::Set, &set)) {
+            Der::Element other;
+            names.next(&other);
             continue;
-        Der::Reader attributes(set.content);
+        }
+        Der::Reader attributes(set);
         Der::Slice attribute;
         while (attributes.next(Der::Sequence, &attribute))
             decodeAttribute(attribute, &info);
@@ -223,7 +226,7 @@ QCA::CertificateInfoOrdered decodeAlternativeNames(Der::Slice extension)
 {
     Info info;
     Der::Slice content;
-    if (!Der::Reader(extension).next(Der::Sequence, &content))
+    if (!Der::Reader(extension).nextList(Der::Sequence, &content))
         return info;
     Der::Reader reader(content);
     while (!reader.atEnd()) {

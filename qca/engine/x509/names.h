@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "qca/trivexqcaexport.h"
+
 #include "qca/engine/x509/der.h"
 
 #include <QtCrypto>
@@ -11,7 +13,7 @@ namespace Trivex {
 /// Every attribute of a Name (RFC 5280, 4.1.2.4; with tag and length), in the order of its
 /// encoding. Attributes that QCA has no number for come under their dotted OID. Equal names share
 /// their data.
-QCA::CertificateInfoOrdered decodeName(Der::Slice name);
+TRIVEX_QCA_EXPORT QCA::CertificateInfoOrdered decodeName(Der::Slice name);
 
 /// The values of GeneralNames (RFC 5280, 4.2.1.6; content of an alternative name extension) that
 /// QCA has types for: mail, DNS, URI, IP and XMPP addresses.

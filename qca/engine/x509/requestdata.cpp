@@ -51,7 +51,7 @@ void decodeAttribute(Der::Slice attribute, QCA::CertContextProps *properties)
     Der::Slice oidContent;
     Der::Slice values;
     Der::Element value;
-    if (!reader.next(Der::ObjectIdentifier, &oidContent) || !reader.next(Der::Set, &values)
+    if (!reader.next(Der::ObjectIdentifier, &oidContent) || !reader.nextList(Der::Set, &values)
         || !Der::Reader(values).next(&value))
         return;
     const QByteArray oid = Der::oidText(oidContent);
@@ -75,7 +75,7 @@ std::shared_ptr<const RequestData> RequestData::fromDer(const QByteArray &der)
     Der::Element subject;
     Der::Element publicInfo;
     Der::Slice attributes;
-    if (!body.next(Der::Integer, &version) || !body.next(Der::Sequence, &subject)
+    if (!body.next(Der::Integer, &version) || !body.nextList(Der::Sequence, &subject)
         || !body.next(Der::Sequence, &publicInfo))
         return nullptr;
     const std::shared_ptr<RequestData> data(new RequestData);

@@ -88,6 +88,14 @@ bool takeOffset(Der::Slice content, int position, int *offset)
     return true;
 }
 
+// The tag of a string's type with its octets, whether it comes in one piece or in several; the
+// element's own tag for what can't be put together.
+int typeOf(const Der::Element &element, QByteArray *octets)
+{
+    const bool isWhole = element.tag > 0 && Der::joinString(element, octets);
+    return isWhole ? element.tag & ~Der::ConstructedBit : element.tag;
+}
+
 int fullYear(int year, bool twoDigits)
 {
     if (!twoDigits || year < 0)
@@ -99,19 +107,22 @@ int fullYear(int year, bool twoDigits)
 
 QString decodeString(const Der::Element &element)
 {
-    switch (element.tag) {
+    QByteArray joined;
+    const int tag = typeOf(element, &joined);
+    const Der::Slice content = Der::sliceOf(joined);
+    switch (tag) {
     case Der::Utf8String:
-        return QString::fromUtf8(element.content.data, element.content.size);
+        return QString::fromUtf8(content.data, content.size);
     case Der::BmpString:
-        return decodeBmp(element.content);
+        return decodeBmp(content);
     case Der::UniversalString:
-        return decodeUniversal(element.content);
+        return decodeUniversal(content);
     case Der::NumericString:
     case Der::PrintableString:
     case Der::T61String:
     case Der::Ia5String:
     case Der::VisibleString:
-        return decodeOctets(element.content);
+        return decodeOctets(content);
     default:
         return QLatin1Char('#') + QString::fromLatin1(element.whole.bytes().toHex().toUpper());
     }
@@ -119,9 +130,11 @@ QString decodeString(const Der::Element &element)
 
 QDateTime decodeTime(const Der::Element &element)
 {
-    const Der::Slice content = element.content;
-    const bool twoDigits = element.tag == Der::UtcTime;
-    if (!twoDigits && element.tag != Der::GeneralizedTime)
+    QByteArray joined;
+    const int tag = typeOf(element, &joined);
+    const Der::Slice content = Der::sliceOf(joined);
+    const bool twoDigits = tag == Der::UtcTime;
+    if (!twoDigits && tag != Der::GeneralizedTime)
         return {};
     int position = 0;
     const int year = fullYear(takeNumber(content, &position, twoDigits ? 2 : 4), twoDigits);
