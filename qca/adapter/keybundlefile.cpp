@@ -33,6 +33,11 @@ public:
             decoder->fromPKCS12(content, password, &name, &certificates, &key);
         if (result != QCA::ConvertGood)
             return result;
+        if (certificates.isEmpty() || !key) {
+            delete key;
+            qDeleteAll(certificates);
+            return QCA::ErrorDecode;
+        }
         *bundle = made(name, certificates, key);
         return result;
     }

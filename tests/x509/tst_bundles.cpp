@@ -19,6 +19,7 @@ private Q_SLOTS:
     void tellsErrorsApart();
     void readsOddPasswords();
     void readsBrokenCertificates();
+    void readsPrimitiveNames();
     void writes();
 
 private:
@@ -104,6 +105,7 @@ void TestBundles::tellsErrorsApart_data()
     row("none given", "bundle-aes.p12", "", QCA::ErrorPassphrase);
     row("no bundle", "rsa.key", "secret", QCA::ErrorDecode);
     row("no key", "bundle-no-key.p12", "secret", QCA::ErrorDecode);
+    row("own certificate unreadable", "bundle-own-unreadable.p12", "secret", QCA::ErrorDecode);
     row("missing", "nowhere.p12", "secret", QCA::ErrorFile);
 }
 
@@ -153,6 +155,17 @@ void TestBundles::readsBrokenCertificates()
         read(QStringLiteral("crashers/badbc.p12"), QCA::SecureArray("secret"), &result);
     QCOMPARE(int(result), int(QCA::ConvertGood));
     QCOMPARE(bundle.certificateChain().primary().commonName(), QStringLiteral("Тест"));
+}
+
+// What was read as a bundle without a certificate, or with another's.
+void TestBundles::readsPrimitiveNames()
+{
+    QCA::ConvertResult result = QCA::ErrorFile;
+    const QCA::KeyBundle bundle =
+        read(QStringLiteral("bundle-primitive.p12"), QCA::SecureArray("secret"), &result);
+    QCOMPARE(int(result), int(QCA::ConvertGood));
+    QCOMPARE(bundle.certificateChain().size(), 1);
+    QCOMPARE(bundle.certificateChain().primary().commonName(), QStringLiteral("Whole"));
 }
 
 void TestBundles::writes()

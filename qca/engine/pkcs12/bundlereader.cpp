@@ -250,6 +250,9 @@ QCA::ConvertResult assemble(const Contents &contents, Bundle *bundle)
     if (own < 0)
         return QCA::ErrorDecode;
     const CertificateItem item = others.takeAt(own);
+    // A key without the certificate that says whose it is could be shown by nobody.
+    if (!CertificateData::fromDer(item.der))
+        return QCA::ErrorDecode;
     if (bundle->name.isEmpty())
         bundle->name = item.name;
     bundle->chain += item.der;

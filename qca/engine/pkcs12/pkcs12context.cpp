@@ -78,8 +78,10 @@ QCA::ConvertResult Pkcs12Context::fromPKCS12(const QByteArray &in,
                               makeKeyContext(std::move(bundle.key), provider()));
     for (const QByteArray &der : qAsConst(bundle.chain)) {
         auto certificate = std::make_unique<CertificateContext>(provider());
-        if (certificate->fromDER(der) == QCA::ConvertGood)
-            chain->append(certificate.release());
+        // Behind a gap it would be a chain of strangers.
+        if (certificate->fromDER(der) != QCA::ConvertGood)
+            break;
+        chain->append(certificate.release());
     }
     return QCA::ConvertGood;
 }
