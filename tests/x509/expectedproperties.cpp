@@ -173,9 +173,10 @@ QVariantMap expectedProperties(const OpensslCertificate &certificate, bool isSel
     expected.insert(text("privateKeyAvailability"), text("trivex-p-la-private_not_available"));
     expected.insert(text("privateKeyLocation"), QString());
     expected.insert(text("privateKeyManufacturer"), QString());
-    // A leading dot would hide the file.
+    // The extension alone would be no name.
     expected.insert(text("fileName"),
-                    commonName.isEmpty() ? text("_crt") : QString(commonName + text(".crt")));
+                    commonName.isEmpty() ? text("certificate.crt")
+                                         : QString(commonName + text(".crt")));
     expected.insert(text("isRoot"),
                     !commonName.isEmpty() && commonName == lastOf(certificate.issuer, "2.5.4.3")
                         && isSelfSigned);

@@ -158,7 +158,7 @@ void TestProperties::agreesOnUnprintable()
     for (const char *property : {"commonName", "subjectName", "issuer"})
         expected.insert(QString::fromLatin1(property), name);
     expected.insert(QStringLiteral("fileName"),
-                    name.isEmpty() ? QStringLiteral("_crt")
+                    name.isEmpty() ? QStringLiteral("certificate.crt")
                                    : QString(name + QStringLiteral(".crt")));
     const QString found = difference(propertiesOf(Corpus::certificate(file)), expected);
     QVERIFY2(found.isEmpty(), qUtf8Printable(found));
