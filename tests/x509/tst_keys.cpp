@@ -47,6 +47,8 @@ private Q_SLOTS:
     void signsInOtherFormats();
     void encrypts();
     void generates();
+    void generatesOnSmallDomains_data();
+    void generatesOnSmallDomains();
     void abandonsGeneration();
     void copiesGoOn();
     void readsForeignKeys();
@@ -247,6 +249,44 @@ void TestKeys::generates()
     QTRY_VERIFY(!curve.isNull());
     QTRY_COMPARE(ended.size(), 1);
     QCOMPARE(curve.keyType(), int(EllipticCurveKey));
+}
+
+void TestKeys::generatesOnSmallDomains_data()
+{
+    QTest::addColumn<int>("set");
+    QTest::addColumn<int>("bits");
+    QTest::newRow("512") << int(QCA::DSA_512) << 512;
+    QTest::newRow("768") << int(QCA::DSA_768) << 768;
+    QTest::newRow("1024") << int(QCA::DSA_1024) << 1024;
+}
+
+// Sizes that nobody should choose any more, but QCA offers, and its stock provider makes.
+void TestKeys::generatesOnSmallDomains()
+{
+    QFETCH(int, set);
+    QFETCH(int, bits);
+    const QString stock = QStringLiteral("qca-ossl");
+    if (!QCA::isSupported("dlgroup", stock))
+        QSKIP("no stock provider");
+    QCA::KeyGenerator generator;
+    const QCA::DLGroup group = generator.createDLGroup(QCA::DLGroupSet(set), stock);
+    QVERIFY(!group.isNull());
+    QCA::PrivateKey key = generator.createDSA(group, opensslProviderName());
+    QVERIFY(!key.isNull());
+    const QCA::DSAPrivateKey numbers = key.toDSA();
+    QCOMPARE(numbers.bitSize(), bits);
+    QVERIFY(numbers.x() > QCA::BigInteger(0) && numbers.x() < group.q());
+    QVERIFY(numbers.domain().p() == group.p());
+    const QCA::PrivateKey again = generator.createDSA(group, opensslProviderName());
+    QVERIFY(again.toDSA().x() != numbers.x());
+    // What is signed with it counts for the stock provider too.
+    const QByteArray signature = key.signMessage(Message, QCA::EMSA1_SHA1);
+    QCA::PublicKey theirs = QCA::DSAPublicKey(group, numbers.y(), stock);
+    QVERIFY(theirs.verifyMessage(Message, signature, QCA::EMSA1_SHA1));
+    QVERIFY(!theirs.verifyMessage(QByteArray("another"), signature, QCA::EMSA1_SHA1));
+    // A domain that is none is refused.
+    const QCA::DLGroup none(QCA::BigInteger(4), QCA::BigInteger(1), QCA::BigInteger(2));
+    QVERIFY(generator.createDSA(none, opensslProviderName()).isNull());
 }
 
 void TestKeys::abandonsGeneration()
