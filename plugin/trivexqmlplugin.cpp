@@ -4,7 +4,8 @@
 
 #include "plugin/apptranslator.h"
 #include "plugin/registration.h"
-#include "qca/adapter/providers.h"
+#include "qca/adapter/places.h"
+#include "qca/adapter/providerplugins.h"
 
 namespace {
 
@@ -16,7 +17,7 @@ TrivexQmlPlugin::TrivexQmlPlugin(QObject *parent)
     : QQmlExtensionPlugin(parent)
     , m_initializer(QCA::Practical, secureMemoryKiB)
 {
-    Trivex::rankProviders();
+    Trivex::registerProviders(Trivex::providerDirectories());
 }
 
 TrivexQmlPlugin::~TrivexQmlPlugin() = default;

@@ -38,4 +38,15 @@ QString catalogueDirectory(const QString &file)
     return configured.absolutePath();
 }
 
+QStringList providerDirectories()
+{
+    const QString library = libraryDirectory();
+    QStringList directories;
+    for (const char *way : {TRIVEX_PROVIDERS_FROM_LIBRARY, "../qca/crypto"}) {
+        if (!library.isEmpty())
+            directories += QDir::cleanPath(QDir(library).absoluteFilePath(QString::fromUtf8(way)));
+    }
+    return directories;
+}
+
 } // namespace Trivex

@@ -5,6 +5,7 @@
 #include "qca/trivexqcaexport.h"
 
 #include <QString>
+#include <QStringList>
 
 namespace Trivex {
 
@@ -13,5 +14,9 @@ namespace Trivex {
 /// installed, as the platform library, wherever that tree lies now; else the configured one all the
 /// same. Any thread.
 TRIVEX_QCA_EXPORT QString catalogueDirectory(const QString &file);
+
+/// The directories in which the QCA providers of the same tree, built or installed, may lie, as
+/// absolute paths, the best first. Any thread.
+TRIVEX_QCA_EXPORT QStringList providerDirectories();
 
 } // namespace Trivex

@@ -90,9 +90,19 @@ def works_where_it_was_moved(work):
     for wanted in ("field=Издатель", "control=Отмена"):
         if wanted not in said:
             raise Failure(f"no \"{wanted}\" in:\n{said[-3000:]}")
+    needs_the_import_alone(work, build / "consumer", moved)
     said = run(moved / "bin/trivex", "--version")
     if not any(line.startswith("trivex ") for line in said.splitlines()):
         raise Failure(f"the program says: {said}")
+
+
+def needs_the_import_alone(work, program, prefix):
+    """Nothing tells QCA where the providers are: the module finds those that were installed with it."""
+    module = next(prefix.rglob("Trivex/Crypto/qmldir")).parents[2]
+    said = run("env", f"QML2_IMPORT_PATH={module}", program,
+               HOME=str(work), XDG_DATA_HOME=str(work / "data"), XDG_CONFIG_HOME=str(work / "conf"))
+    if "algorithms=4" not in said:
+        raise Failure(f"no provider of key stores:\n{said[-3000:]}")
 
 
 def main():

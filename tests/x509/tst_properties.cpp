@@ -23,6 +23,9 @@ private Q_SLOTS:
     void agrees();
     void agreesOnUnprintable_data();
     void agreesOnUnprintable();
+    void agreesThroughStock_data();
+    void agreesThroughStock();
+    void stockReadMost();
     void emptyWhenCut_data();
     void emptyWhenCut();
     void agreesWhenFlipped_data();
@@ -32,6 +35,7 @@ private Q_SLOTS:
 private:
     QCA::Initializer m_initializer;
     QSet<QString> m_usedExceptions;
+    int m_throughStock = 0;
 };
 
 namespace {
@@ -75,6 +79,14 @@ QString difference(const QVariantMap &actual, const QVariantMap &expected)
 bool usesEngine(const QString &file)
 {
     return file.startsWith(QLatin1String("gost-")) && loadGostEngine();
+}
+
+// The stock provider crashes on them before anybody else has a say.
+bool killsStock(const QString &file)
+{
+    static const QStringList files = {QStringLiteral("extension-bad-constraints.der"),
+                                      QStringLiteral("extension-bad-ids.der")};
+    return files.contains(file);
 }
 
 bool write(const QString &path, const QByteArray &contents)
@@ -162,6 +174,40 @@ void TestProperties::agreesOnUnprintable()
                                    : QString(name + QStringLiteral(".crt")));
     const QString found = difference(propertiesOf(Corpus::certificate(file)), expected);
     QVERIFY2(found.isEmpty(), qUtf8Printable(found));
+}
+
+void TestProperties::agreesThroughStock_data()
+{
+    QTest::addColumn<QString>("file");
+    for (const auto &entry : Corpus::certificates()) {
+        if (!killsStock(entry.file))
+            QTest::newRow(qPrintable(entry.file)) << entry.file;
+    }
+}
+
+// A host may have QCA decode with the stock provider. What is shown stays the same.
+void TestProperties::agreesThroughStock()
+{
+    QFETCH(QString, file);
+    const QString stock = QStringLiteral("qca-ossl");
+    if (!QCA::isSupported("cert", stock))
+        QSKIP("no stock provider");
+    const QByteArray der = Corpus::read(file);
+    const auto foreign = QCA::Certificate::fromDER(der, nullptr, stock);
+    if (foreign.isNull())
+        return; // refused as a whole, so there is nothing to show
+    QCOMPARE(foreign.provider()->name(), stock);
+    ++m_throughStock;
+    const QString found =
+        difference(propertiesOf(foreign), propertiesOf(Corpus::certificate(file)));
+    QVERIFY2(found.isEmpty(), qUtf8Printable(found));
+}
+
+void TestProperties::stockReadMost()
+{
+    if (!QCA::isSupported("cert", QStringLiteral("qca-ossl")))
+        QSKIP("no stock provider");
+    QVERIFY2(m_throughStock > 80, qPrintable(QString::number(m_throughStock)));
 }
 
 void TestProperties::emptyWhenCut_data()

@@ -4,6 +4,7 @@
 #include "qca/adapter/infotypes.h"
 #include "qca/adapter/keys.h"
 #include "qca/adapter/providers.h"
+#include "qca/adapter/reading.h"
 #include "qca/engine/x509/requestcontext.h"
 #include "tests/x509/corpus.h"
 
@@ -15,6 +16,7 @@ class TestRequests : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void reads();
+    void readsWhatStockDecoded();
     void creates_data();
     void creates();
     void writesStringTypes();
@@ -73,6 +75,31 @@ void TestRequests::reads()
              int(OtherKey));
     QVERIFY(QCA::CertificateRequest::fromDER("nothing").isNull());
     QCOMPARE(QCA::CertificateRequest::fromDER(request.toDER()), request);
+}
+
+void TestRequests::readsWhatStockDecoded()
+{
+    const QString stock = QStringLiteral("qca-ossl");
+    if (!QCA::isSupported("csr", stock))
+        QSKIP("no stock provider");
+    const auto read = [](const char *file, const QString &provider) {
+        return QCA::CertificateRequest::fromPEM(
+            QString::fromLatin1(Corpus::read(QString::fromLatin1(file))), nullptr, provider);
+    };
+    for (const char *file : {"request-rsa.csr", "request-ec.csr", "request-ed25519.csr"}) {
+        const QCA::CertificateRequest foreign = read(file, stock);
+        const QCA::CertificateRequest own = read(file, opensslProviderName());
+        QCOMPARE(foreign.provider()->name(), stock);
+        QCOMPARE(requestSubject(foreign), requestSubject(own));
+        QCOMPARE(keyType(requestPublicKey(foreign)), keyType(requestPublicKey(own)));
+        QVERIFY(keyType(requestPublicKey(own)) != UnknownKey);
+        QCOMPARE(ownRequest(foreign), own);
+    }
+    const auto spkac = QCA::CertificateRequest::fromString(
+        QString::fromLatin1(Corpus::read(QStringLiteral("request.spkac"))), nullptr, stock);
+    QVERIFY(!spkac.isNull());
+    QCOMPARE(ownRequest(spkac).provider()->name(), opensslProviderName());
+    QCOMPARE(ownRequest(spkac).toString(), spkac.toString());
 }
 
 void TestRequests::creates_data()

@@ -19,9 +19,15 @@ import Trivex.Crypto.Controls 1.0
 
 QtObject {
     property var certificate: CertificateInfoModel {}
+    property var request: CertificateRequest { keyStoreModel: KeyStoreModel }
     readonly property string field: qsTrId("trivex-p-la-issuer")
     readonly property string control: qsTrId("trivex-app-cancel")
     readonly property bool hasLocation: KeyStoreModel.certLocation !== null
+    property int algorithms: 0
+    Component.onCompleted: {
+        request.init();
+        algorithms = request.prKeyAlgorithm.rowCount();
+    }
 }
 )";
 
@@ -41,5 +47,6 @@ int main(int argc, char **argv)
     }
     std::printf("field=%s\ncontrol=%s\n", qUtf8Printable(page->property("field").toString()),
                 qUtf8Printable(page->property("control").toString()));
+    std::printf("algorithms=%d\n", page->property("algorithms").toInt());
     return page->property("hasLocation").toBool() ? 0 : 1;
 }
