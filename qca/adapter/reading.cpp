@@ -39,13 +39,10 @@ QCA::Certificate ownCertificate(const QCA::Certificate &certificate)
 
 QCA::CertificateRequest ownRequest(const QCA::CertificateRequest &request)
 {
-    const bool isForeign =
-        !request.isNull() && !dynamic_cast<const RequestContext *>(request.context());
-    if (!isForeign || request.format() != QCA::SPKAC)
-        return own<RequestContext>(request);
-    const QString spkac = request.toString();
-    return valueOf<QCA::CertificateRequest, RequestContext>(
-        [&](RequestContext *context) { return context->fromSPKAC(spkac); });
+    // SPKAC has no DER form in QCA.
+    if (!request.isNull() && request.format() == QCA::SPKAC)
+        return request;
+    return own<RequestContext>(request);
 }
 
 QCA::Certificate certificateFromPem(const QByteArray &pem)

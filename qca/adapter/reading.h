@@ -16,7 +16,7 @@ namespace Trivex {
 /// for a null certificate and for one that our decoder refuses.
 TRIVEX_QCA_EXPORT QCA::Certificate ownCertificate(const QCA::Certificate &certificate);
 
-/// The same for a certification request.
+/// The same for a certification request (PKCS#10; SPKAC stays as it is).
 TRIVEX_QCA_EXPORT QCA::CertificateRequest ownRequest(const QCA::CertificateRequest &request);
 
 /// The first certificate in the text of a PEM file; null when there is none.

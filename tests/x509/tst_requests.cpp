@@ -95,11 +95,6 @@ void TestRequests::readsWhatStockDecoded()
         QVERIFY(keyType(requestPublicKey(own)) != UnknownKey);
         QCOMPARE(ownRequest(foreign), own);
     }
-    const auto spkac = QCA::CertificateRequest::fromString(
-        QString::fromLatin1(Corpus::read(QStringLiteral("request.spkac"))), nullptr, stock);
-    QVERIFY(!spkac.isNull());
-    QCOMPARE(ownRequest(spkac).provider()->name(), opensslProviderName());
-    QCOMPARE(ownRequest(spkac).toString(), spkac.toString());
 }
 
 void TestRequests::creates_data()
