@@ -60,7 +60,8 @@ public:
     static QVector<TokenStatus> tokens();
     static TokenStatus token(const QString &keyStoreId);
 
-    /// Asks the running operation on that token to end; its outcome comes the usual way.
+    /// Asks the operations on that token to end, the running one and those that wait for their
+    /// turn; their outcome comes the usual way.
     static void cancel(const QString &keyStoreId);
 
 Q_SIGNALS:

@@ -7,11 +7,20 @@
 namespace Trivex {
 
 Reply ask(const QuestionInfo &question, const QCA::KeyStoreInfo &store,
-          const QCA::KeyStoreEntry &entry)
+          const QCA::KeyStoreEntry &entry, const CancellationPtr &cancellation)
 {
+    if (cancellation && cancellation->isRequested())
+        return {};
+    QuestionService &service = QuestionService::instance();
     const auto ticket = std::make_shared<Ticket>(question, store, entry);
-    QuestionService::instance().post(ticket);
+    service.post(ticket);
+    std::optional<Cancellation::Watch> watch;
+    // Once the question is known: a request that came meanwhile withdraws it here.
+    if (cancellation)
+        watch.emplace(*cancellation, [&service, ticket] { service.withdraw(ticket); });
     ticket->wait();
+    // Still open when the application has ended the waiting: nobody wants the answer any more.
+    service.withdraw(ticket);
     return ticket->reply();
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "qca/adapter/question.h"
+#include "qca/engine/cancellation.h"
 
 namespace Trivex {
 
@@ -18,9 +19,11 @@ struct Reply {
 /// thread: the GUI thread waits in a nested event loop, so that the window stays alive and its
 /// handlers can answer; every other thread blocks. Re-entrant.
 ///
-/// `store` and `entry` are what a plain handler sees in the event.
+/// `store` and `entry` are what a plain handler sees in the event. With `cancellation`, the
+/// question is withdrawn when that is requested, and not asked when it has been.
 TRIVEX_QCA_EXPORT Reply ask(const QuestionInfo &question, const QCA::KeyStoreInfo &store,
-                            const QCA::KeyStoreEntry &entry = QCA::KeyStoreEntry());
+                            const QCA::KeyStoreEntry &entry = QCA::KeyStoreEntry(),
+                            const CancellationPtr &cancellation = {});
 
 /// Waits until what has been answered is cleaned up. To be called where QCA is about to end, by
 /// whoever asks: askers can't outlive it. Any thread but the question thread.

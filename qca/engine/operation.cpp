@@ -64,10 +64,24 @@ Operation::Operation(Purpose purpose, const QString &keyStoreId)
     m_hadStoredPin = !m_answers.password.isEmpty();
 }
 
+Operation::Operation(Purpose purpose, const Answers &answers)
+    : m_purpose(purpose)
+    , m_answers(answers)
+    , m_isUnattended(true)
+{
+}
+
+Operation Operation::unattended(Purpose purpose, const QString &keyStoreId)
+{
+    Answers answers;
+    answers.keyStoreId = keyStoreId;
+    return {purpose, answers};
+}
+
 Operation::Pin Operation::pin(QuestionInfo info, const QCA::KeyStoreInfo &store,
                               const QCA::KeyStoreEntry &entry)
 {
-    if (info.pinState == PinState::Locked)
+    if (info.pinState == PinState::Locked || m_isUnattended || m_cancellation->isRequested())
         return {};
     if (m_hadStoredPin && info.pinState != PinState::FinalTry) {
         Pin stored;
@@ -77,7 +91,7 @@ Operation::Pin Operation::pin(QuestionInfo info, const QCA::KeyStoreInfo &store,
     info.purpose = m_purpose;
     info.needsTypedPin = info.pinState == PinState::FinalTry;
     info.addressee = m_addressee;
-    const Reply reply = ask(info, store, entry);
+    const Reply reply = ask(info, store, entry, m_cancellation);
     if (!reply.accepted || reply.password.isEmpty())
         return {};
     return {reply.password, true};

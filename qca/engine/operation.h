@@ -18,7 +18,13 @@ public:
     /// the store that the generator in force on this thread (`GenerationTarget`) or else the
     /// stored answers name.
     explicit Operation(Purpose purpose, const QString &keyStoreId = QString());
+    /// What has to be done after another operation, whether anybody waits for it or not: it takes
+    /// no stored answers and asks nobody.
+    static Operation unattended(Purpose purpose, const QString &keyStoreId);
 
+    bool isUnattended() const { return m_isUnattended; }
+    /// By which its end can be asked for; not null.
+    const CancellationPtr &cancellation() const { return m_cancellation; }
     Purpose purpose() const { return m_purpose; }
     /// The store that the operation works on; empty when none was named.
     QString keyStoreId() const { return m_answers.keyStoreId; }
@@ -35,14 +41,19 @@ public:
     /// the answer of an interactive handler. When `info.pinState` is `FinalTry` only an
     /// interactive handler is asked; when it is `Locked` nobody is. An empty PIN counts as none.
     /// Each call costs the caller one attempt on the token at most; a stored PIN is handed out
-    /// once only.
+    /// once only. There is none once the end of the operation has been asked for, and an open
+    /// question is withdrawn then.
     Pin pin(QuestionInfo info, const QCA::KeyStoreInfo &store,
             const QCA::KeyStoreEntry &entry = QCA::KeyStoreEntry());
 
 private:
+    Operation(Purpose purpose, const Answers &answers);
+
     Purpose m_purpose;
     Answers m_answers;
-    const QCA::EventHandler *m_addressee;
+    const QCA::EventHandler *m_addressee = nullptr;
+    CancellationPtr m_cancellation = std::make_shared<Cancellation>();
+    bool m_isUnattended = false;
     bool m_hadStoredPin = false;
 };
 

@@ -69,6 +69,12 @@ void QuestionService::post(const TicketPtr &ticket)
 
 void QuestionService::start(const TicketPtr &ticket)
 {
+    if (ticket->isResolved()) {
+        // Withdrawn before anybody was asked.
+        const std::lock_guard locker(m_mutex);
+        m_tickets.remove(ticket->id());
+        return;
+    }
     // Kept until QCA has answered, even when the question was cancelled long before: an asker that
     // goes while its question is pending is written to after its end.
     auto *asker = new QCA::PasswordAsker;
@@ -138,6 +144,12 @@ void QuestionService::noteText(quintptr ticket, const QString &text)
         found->noteText(text);
 }
 
+void QuestionService::withdraw(const TicketPtr &ticket)
+{
+    if (ticket->resolve(false, {}))
+        Q_EMIT QuestionNotifier::instance()->withdrawn(ticket->id());
+}
+
 void QuestionService::cancel(const QString &keyStoreId)
 {
     QVector<TicketPtr> open;
@@ -148,10 +160,8 @@ void QuestionService::cancel(const QString &keyStoreId)
                 open.append(ticket);
         }
     }
-    for (const TicketPtr &ticket : qAsConst(open)) {
-        if (ticket->resolve(false, {}))
-            Q_EMIT QuestionNotifier::instance()->withdrawn(ticket->id());
-    }
+    for (const TicketPtr &ticket : qAsConst(open))
+        withdraw(ticket);
 }
 
 } // namespace Trivex

@@ -35,6 +35,8 @@ public:
     /// Waits until what has been answered is cleaned up, so that nothing of QCA's is left when QCA
     /// ends. Nothing to do when no question was ever asked. Thread-safe.
     static void settle();
+    /// Rejects the question and tells prompts of it; nothing when it is over. Thread-safe.
+    void withdraw(const TicketPtr &ticket);
     /// Rejects the open questions about `keyStoreId` (all, when empty). Thread-safe.
     void cancel(const QString &keyStoreId);
 

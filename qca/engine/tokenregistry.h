@@ -19,7 +19,8 @@ public:
     virtual QCA::PrivateKey findPrivateKey(const QString &keyStoreId,
                                            const QCA::PublicKey &publicKey) = 0;
 
-    /// Asks the running operation on `keyStoreId` to end as soon as its module lets it.
+    /// Asks the operations on `keyStoreId` to end: the running one as soon as its module lets it,
+    /// those that wait for their turn at once.
     virtual void cancelOperation(const QString &keyStoreId) = 0;
 };
 

@@ -357,6 +357,94 @@ private Q_SLOTS:
         onWorker([&] { QCOMPARE(text(generation.pin(info(), store)), QByteArray("stored")); });
     }
 
+    void requestBeforeTheQuestionAsksNobody()
+    {
+        Person person("typed");
+        person.start();
+        Operation signing(Purpose::Sign, storeId);
+        signing.cancellation()->request();
+        onWorker([&] { QVERIFY(signing.pin(info(), store).value.isEmpty()); });
+        QTest::qWait(50);
+        QCOMPARE(person.asked, 0);
+    }
+
+    void requestWithdrawsTheQuestion()
+    {
+        Person person("typed");
+        person.silent = true;
+        person.start();
+        QSignalSpy withdrawn(Trivex::QuestionNotifier::instance(),
+                             &Trivex::QuestionNotifier::withdrawn);
+        Operation signing(Purpose::Sign, storeId);
+        Operation other(Purpose::Sign, storeId);
+        QAtomicInt done;
+        std::thread asking([&] {
+            signing.pin(info(), store);
+            done.storeRelease(1);
+        });
+        QTRY_COMPARE(person.asked, 1);
+        // Each operation has its own.
+        other.cancellation()->request();
+        QTest::qWait(50);
+        QCOMPARE(done.loadAcquire(), 0);
+        signing.cancellation()->request();
+        asking.join();
+        QTRY_COMPARE(withdrawn.count(), 1);
+        QCOMPARE(withdrawn.first().first().value<quintptr>(), person.last->ticket);
+    }
+
+    void requestAtAnyMomentEndsTheQuestion()
+    {
+        Person person("typed");
+        person.silent = true;
+        person.start();
+        for (int round = 0; round < 300; ++round) {
+            Operation signing(Purpose::Sign, storeId);
+            const Trivex::CancellationPtr cancellation = signing.cancellation();
+            std::thread requesting([&] {
+                std::this_thread::sleep_for(std::chrono::microseconds(round * 2));
+                cancellation->request();
+            });
+            onWorker([&] { QVERIFY(signing.pin(info(), store).value.isEmpty()); });
+            requesting.join();
+        }
+    }
+
+    void unattendedOperationTakesAndAsksNothing()
+    {
+        QcaHandler handler;
+        handler.start();
+        handler.setPassword(QCA::SecureArray("stored"));
+        handler.setKeyStoreId(storeId);
+        Person person("typed");
+        person.start();
+        Operation cleaning = Operation::unattended(Purpose::Remove, storeId);
+        onWorker([&] { QVERIFY(cleaning.pin(info(), store).value.isEmpty()); });
+        QCOMPARE(person.asked, 0);
+        Operation write(Purpose::Write, storeId);
+        onWorker([&] { QCOMPARE(text(write.pin(info(), store)), QByteArray("stored")); });
+    }
+
+    // The last one: event loops end at once from here on.
+    void endOfTheApplicationWithdrawsTheQuestion()
+    {
+        Person person("typed");
+        person.silent = true;
+        person.start();
+        QSignalSpy withdrawn(Trivex::QuestionNotifier::instance(),
+                             &Trivex::QuestionNotifier::withdrawn);
+        QTimer clock;
+        connect(&clock, &QTimer::timeout, this, [&] {
+            if (person.asked)
+                QCoreApplication::quit();
+        });
+        clock.start(10);
+        Operation signing(Purpose::Sign, storeId);
+        QVERIFY(signing.pin(info(), store).value.isEmpty());
+        QCOMPARE(withdrawn.count(), 1);
+        QVERIFY(person.last->ticket);
+    }
+
 private:
     static void startBoth(QcaHandler &handler, Person &person, bool storedFirst)
     {

@@ -104,7 +104,7 @@ void Generation::abandon()
     if (!token)
         return;
     token->post(
-        Operation(Purpose::Remove, left.storeId),
+        Operation::unattended(Purpose::Remove, left.storeId),
         [left](TokenConnection &connection, Operation &) {
             removeKeyPair(connection, left.key->publicInfo);
         },

@@ -150,6 +150,7 @@ TokenKeyPtr make(TokenConnection &connection, const GenerationRequest &request,
     CK_MECHANISM mechanism = {mechanismOf(request), nullptr, 0};
     CK_OBJECT_HANDLE publicObject = CK_INVALID_HANDLE;
     CK_OBJECT_HANDLE privateObject = CK_INVALID_HANDLE;
+    connection.checkCancelled();
     check(session.module()->C_GenerateKeyPair(session.handle(), &mechanism, publicPart.data(),
                                               publicPart.size(), privatePart.data(),
                                               privatePart.size(), &publicObject, &privateObject),

@@ -75,6 +75,7 @@ void putPublicKeyBack(Writing &writing, const TokenKey &key)
 
 void putBack(TokenConnection &connection, const TokenEntry &entry, bool withKey) noexcept
 {
+    const TokenConnection::Scope toItsEnd(connection, nullptr);
     try {
         Writing writing(connection);
         putCertificateBack(writing, *entry.certificate);
@@ -90,6 +91,8 @@ void putBack(TokenConnection &connection, const TokenEntry &entry, bool withKey)
 void removeObjects(TokenConnection &connection, const TokenEntry &entry, bool withKey)
 {
     const Session session = connection.open(Session::ReadWrite);
+    // Not between the objects: what is half gone has to be put back.
+    connection.checkCancelled();
     for (const CK_OBJECT_HANDLE object : entry.certificate->objects)
         destroy(session, object);
     if (withKey) {

@@ -73,6 +73,7 @@ QCA::SecureArray useKey(TokenConnection &connection, Operation &operation, const
     // A session of its own: one that fails half way is left with an operation that never ends.
     const Session session = connection.open(Session::ReadOnly);
     CK_OBJECT_HANDLE object = privateObject(connection, key);
+    connection.checkCancelled();
     CK_RV result = calls.initialize(session.handle(), &mechanism, object);
     if (result == CKR_KEY_HANDLE_INVALID || result == CKR_OBJECT_HANDLE_INVALID) {
         // Another program has rewritten it.

@@ -6,6 +6,7 @@
 #include "qca/engine/tokenregistry.h"
 
 #include <algorithm>
+#include <atomic>
 #include <utility>
 
 namespace Trivex {
@@ -49,6 +50,8 @@ public:
     Task(std::shared_ptr<TokenConnection> connection, Operation operation, Work work, Then then)
         : connection(std::move(connection))
         , purpose(operation.purpose())
+        , isUnattended(operation.isUnattended())
+        , cancellation(operation.cancellation())
         , operation(std::move(operation))
         , work(std::move(work))
         , m_then(std::move(then))
@@ -58,6 +61,21 @@ public:
     ~Task() { finish(TokenError::TokenRemoved); }
     Task(const Task &) = delete;
     Task &operator=(const Task &) = delete;
+
+    /// True for one caller alone, who may do the work or drop it. Thread-safe.
+    bool claim() { return !m_claimed.exchange(true); }
+
+    /// Asks for the end. What waits for its turn never runs, and ends at once; of what runs already
+    /// the outcome is waited for if it has to be known. Thread-safe.
+    void cancel(TokenError::Kind kind, bool mustWait)
+    {
+        cancellation->request();
+        const bool neverRuns = claim();
+        if (neverRuns)
+            work = {};
+        if (neverRuns || !mustWait)
+            finish(kind);
+    }
 
     /// The first call decides. Thread-safe.
     void finish(const TokenError &error)
@@ -81,11 +99,14 @@ public:
 
     const std::shared_ptr<TokenConnection> connection;
     const Purpose purpose;
-    // Used on the token's thread alone.
+    const bool isUnattended;
+    const CancellationPtr cancellation;
+    // Used by who has claimed the task.
     Operation operation;
     Work work;
 
 private:
+    std::atomic<bool> m_claimed = false;
     std::mutex m_mutex;
     Then m_then;
 };
@@ -128,13 +149,17 @@ TokenError Token::run(Operation operation, Work work)
     };
     const auto outcome = std::make_shared<Outcome>();
     outcome->error.kind = TokenError::Cancelled;
+    const CancellationPtr cancellation = operation.cancellation();
     post(std::move(operation), std::move(work), [outcome](const TokenError &error) {
         outcome->error = error;
         outcome->completion.resolve();
     });
     outcome->completion.wait();
-    // Unresolved when the application has ended the waiting; the work may still go on.
-    return outcome->completion.isResolved() ? outcome->error : cancelledError();
+    if (outcome->completion.isResolved())
+        return outcome->error;
+    // The application has ended the waiting, and nobody will hear of the outcome.
+    cancellation->request();
+    return cancelledError();
 }
 
 TokenError Token::cancelledError() const
@@ -158,25 +183,24 @@ void Token::post(Operation operation, Work work, Then then)
     m_worker.post([task] { perform(*task); });
 }
 
-void Token::endTasks(TokenError::Kind kind, bool evenWrites)
+std::vector<std::shared_ptr<Token::Task>> Token::openTasks() const
 {
-    std::vector<std::weak_ptr<Task>> tasks;
-    {
-        const std::lock_guard lock(m_tasksMutex);
-        tasks = m_tasks;
+    std::vector<std::shared_ptr<Task>> open;
+    const std::lock_guard lock(m_tasksMutex);
+    for (const auto &weak : m_tasks) {
+        if (auto task = weak.lock())
+            open.push_back(std::move(task));
     }
-    for (const auto &weak : tasks) {
-        const auto task = weak.lock();
-        if (task && (evenWrites || !changesObjects(task->purpose)))
-            task->finish(kind);
-    }
+    return open;
 }
 
 void Token::perform(Task &task)
 {
     TokenConnection &connection = *task.connection;
     auto &service = TokenService::instance();
-    connection.clearCancel();
+    if (!task.claim())
+        return;
+    const TokenConnection::Scope scope(connection, task.cancellation);
     service.publishBusy(connection, task.purpose);
     const TokenContentsPtr before = connection.contents();
     const TokenError error = attempt(task);
@@ -196,6 +220,7 @@ TokenError Token::attempt(Task &task)
     TokenConnection &connection = *task.connection;
     const QString &storeId = connection.identity().storeId;
     try {
+        connection.checkCancelled();
         task.work(connection, task.operation);
         return {};
     } catch (const Error &error) {
@@ -208,19 +233,19 @@ TokenError Token::attempt(Task &task)
 
 void Token::cancel()
 {
-    m_connection->requestCancel();
-    cancelQuestions(m_storeId);
     // A module can't be stopped in the middle of a call, but nobody has to wait for a result that
     // is not wanted. A write or removal is waited for: its outcome has to be known.
-    endTasks(TokenError::Cancelled, false);
+    for (const auto &task : openTasks()) {
+        if (!task->isUnattended)
+            task->cancel(TokenError::Cancelled, changesObjects(task->purpose));
+    }
 }
 
 void Token::close()
 {
     m_worker.stop();
-    m_connection->requestCancel();
-    cancelQuestions(m_storeId);
-    endTasks(TokenError::TokenRemoved, true);
+    for (const auto &task : openTasks())
+        task->cancel(TokenError::TokenRemoved, false);
 }
 
 } // namespace Trivex

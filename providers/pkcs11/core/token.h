@@ -36,7 +36,8 @@ public:
     TokenError run(Operation operation, Work work);
     /// Runs `work` and does not wait.
     void post(Operation operation, Work work, Then then);
-    /// Asks the running operation to end; whoever waits for a signature or a key is let go at once.
+    /// Asks the operations that run or wait for their turn to end. What waits never runs, and
+    /// whoever waits for a signature or a key is let go at once. What comes later is not concerned.
     void cancel();
     /// Takes no more work: what waits fails, the open question is withdrawn. Does not wait.
     void close();
@@ -47,12 +48,12 @@ private:
     TokenError cancelledError() const;
     static void perform(Task &task);
     static TokenError attempt(Task &task);
-    void endTasks(TokenError::Kind kind, bool evenWrites);
+    std::vector<std::shared_ptr<Task>> openTasks() const;
 
     const QString m_storeId;
     /// Shared with the thread, which may outlive this object.
     std::shared_ptr<TokenConnection> m_connection;
-    std::mutex m_tasksMutex;
+    mutable std::mutex m_tasksMutex;
     std::vector<std::weak_ptr<Task>> m_tasks;
     Worker m_worker;
 };

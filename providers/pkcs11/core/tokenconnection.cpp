@@ -92,10 +92,15 @@ bool TokenConnection::supports(CK_MECHANISM_TYPE mechanism) const
 
 void TokenConnection::login(Operation &operation, const QCA::KeyStoreEntry &entry)
 {
-    if (session().isLoggedIn() || !flags().needsLogin)
+    checkCancelled();
+    if (!session().isLoggedIn()) {
+        if (!flags().needsLogin)
+            return;
+        authenticate(*m_anchor, CKU_USER, operation, entry);
+    } else if (!m_objects.privateKeysHidden) {
         return;
-    authenticate(*m_anchor, CKU_USER, operation, entry);
-    // Private keys show themselves only now.
+    }
+    // Private keys show themselves only now; a reading that failed after the login is made up for.
     readKeysAgain();
 }
 
@@ -110,6 +115,7 @@ void TokenConnection::authenticate(const Session &session, CK_USER_TYPE user, Op
 {
     // Read just before each attempt: another program may have used up tries meanwhile.
     const TokenFlags current = flags();
+    checkCancelled();
     if (current.pinState == PinState::Locked)
         throw Error(CKR_PIN_LOCKED, "C_GetTokenInfo");
     QCA::SecureArray pin;
@@ -127,6 +133,7 @@ void TokenConnection::authenticate(const Session &session, CK_USER_TYPE user, Op
             throw Error(TokenError::PinMissing);
         pin = answer.value;
     }
+    checkCancelled();
     const CK_RV result = callLogin(session, user, pin);
     if (result != CKR_USER_ALREADY_LOGGED_IN)
         check(result, "C_Login");
@@ -211,9 +218,20 @@ void TokenConnection::noteError(const Error &error) noexcept
         m_anchor.reset();
 }
 
+TokenConnection::Scope::Scope(TokenConnection &connection, CancellationPtr cancellation)
+    : m_connection(connection)
+    , m_previous(std::exchange(connection.m_cancellation, std::move(cancellation)))
+{
+}
+
+TokenConnection::Scope::~Scope()
+{
+    m_connection.m_cancellation = std::move(m_previous);
+}
+
 void TokenConnection::checkCancelled() const
 {
-    if (m_cancelled)
+    if (m_cancellation && m_cancellation->isRequested())
         throw Error(TokenError::Cancelled);
 }
 

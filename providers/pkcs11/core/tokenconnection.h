@@ -9,7 +9,6 @@
 #include "providers/pkcs11/core/tokenreader.h"
 #include "qca/engine/operation.h"
 
-#include <atomic>
 #include <optional>
 
 namespace Trivex {
@@ -68,10 +67,22 @@ public:
     /// Called after every error: closes the anchor when the error has ended it.
     void noteError(const Pkcs11::Error &error) noexcept;
 
-    /// Another thread wants the operation to end.
-    void requestCancel() { m_cancelled = true; }
-    void clearCancel() { m_cancelled = false; }
-    /// Throws when that is so.
+    /// The operation that works on the connection while one lives, by its cancellation; a null one
+    /// for what has to be done to its end, as undoing has.
+    class Scope {
+    public:
+        Scope(TokenConnection &connection, CancellationPtr cancellation);
+        ~Scope();
+        Scope(const Scope &) = delete;
+        Scope &operator=(const Scope &) = delete;
+
+    private:
+        TokenConnection &m_connection;
+        CancellationPtr m_previous;
+    };
+
+    /// Throws when the end of the operation has been asked for. To be called before each step that
+    /// somebody could notice.
     void checkCancelled() const;
 
 private:
@@ -87,7 +98,7 @@ private:
     std::optional<Pkcs11::Session> m_anchor;
     TokenObjects m_objects;
     TokenContentsPtr m_contents;
-    std::atomic<bool> m_cancelled = false;
+    CancellationPtr m_cancellation;
 };
 
 } // namespace Trivex

@@ -257,9 +257,11 @@ void TokenService::detach(const TokenPtr &token)
             id = found->store.id;
         }
     }
+    // First, so that whoever hears of an operation that ended with the token finds it gone.
+    if (id)
+        status.publish();
     token->close();
     if (id) {
-        status.publish();
         Q_EMIT contentsChanged(id);
         fulfil(token->storeId());
     }
