@@ -31,6 +31,9 @@ const std::map<std::string, Kind> kindNames = {
     {"session", Kind::Session},
 };
 
+const std::set<std::string> gostHabits = {"wrapped", "no-digest-parameters", "message-only",
+                                          "digest-only", "no-digest"};
+
 std::optional<unsigned long> number(const std::string &text)
 {
     if (text.empty() || text.find_first_not_of("0123456789") != std::string::npos)
@@ -125,6 +128,16 @@ bool readRemove(const Words &words, Script *script)
     return true;
 }
 
+bool readGost(const Words &words, Script *script)
+{
+    for (size_t i = 1; i < words.size(); ++i) {
+        if (gostHabits.count(words[i]) == 0)
+            return false;
+        script->gostHabits.insert(words[i]);
+    }
+    return words.size() > 1;
+}
+
 bool readSetting(const Words &words, Script *script)
 {
     if (words.size() != 2)
@@ -154,6 +167,8 @@ bool readLine(const Words &words, Script *script)
         return readLie(words, script);
     if (words[0] == "remove")
         return readRemove(words, script);
+    if (words[0] == "gost")
+        return readGost(words, script);
     if (words[0] == "tries" || words[0] == "slots" || words[0] == "pin-pad")
         return readSetting(words, script);
     return false;

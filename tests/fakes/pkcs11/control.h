@@ -57,6 +57,7 @@ struct Script {
     bool finalTry = false;
     bool noLoginFlag = false;
     std::optional<std::string> pinPad; //!< the PIN that is typed on the reader
+    std::set<std::string> gostHabits; //!< what the token does its own way with GOST keys
     std::vector<std::string> errors; //!< lines that were not understood
 };
 

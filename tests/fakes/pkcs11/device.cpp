@@ -230,6 +230,12 @@ Verdict Device::judge(Function function, unsigned long subject)
     return verdict;
 }
 
+bool Device::hasGostHabit(const std::string &habit) const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_script.gostHabits.count(habit) > 0;
+}
+
 CK_RV Device::slotList(CK_BBOOL tokenPresent, CK_SLOT_ID *slots, CK_ULONG *count)
 {
     if (!count)

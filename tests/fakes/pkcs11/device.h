@@ -37,6 +37,9 @@ public:
     //! the session that the call names.
     Verdict judge(Function function, unsigned long subject);
 
+    //! Whether the control file gives GOST keys that habit.
+    bool hasGostHabit(const std::string &habit) const;
+
     //! Held (shared) while the real module works, so that a removal never closes a session under
     //! it.
     std::shared_mutex &busy() { return m_busy; }

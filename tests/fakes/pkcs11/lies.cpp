@@ -44,6 +44,8 @@ const std::map<std::string, CK_ATTRIBUTE_TYPE> attributeNames = {
     A(CKA_PUBLIC_EXPONENT),
     A(CKA_EC_PARAMS),
     A(CKA_EC_POINT),
+    A(CKA_GOSTR3410_PARAMS),
+    A(CKA_GOSTR3411_PARAMS),
     A(CKA_TRUSTED),
     A(CKA_SUBJECT),
     A(CKA_ALWAYS_AUTHENTICATE),

@@ -405,9 +405,9 @@ void FaultyModuleTest::reportsWhatItDoesNotUnderstand()
 {
     control("fail C_Nonsense 1 CKR_OK\nfail C_Sign 0 CKR_OK\nfail C_Sign 1 CKR_NONSENSE\n"
             "delay C_Sign 1\ntries many\nfull very\nreport C_Sign 1\nlie CKA_ID * needs\n"
-            "lie CKA_NONSENSE * huge\nlie CKA_ID * huge 3\n");
+            "lie CKA_NONSENSE * huge\nlie CKA_ID * huge 3\ngost\ngost nonsense\n");
     open();
-    QCOMPARE(log().count("error control line: "), 10);
+    QCOMPARE(log().count("error control line: "), 12);
 }
 
 QTEST_GUILESS_MAIN(FaultyModuleTest)
