@@ -3,6 +3,7 @@
 #include "qca/adapter/keys.h"
 
 #include "qca/engine/extendedkey.h"
+#include "qca/engine/keys/gostpublickey.h"
 
 namespace Trivex {
 
@@ -63,7 +64,8 @@ bool isSamePublicKey(const QCA::PublicKey &a, const QCA::PublicKey &b)
         return a.toDH().y().toArray() == b.toDH().y().toArray();
     default: {
         const QByteArray encoded = encodedPublicKey(a);
-        return !encoded.isEmpty() && encoded == encodedPublicKey(b);
+        return !encoded.isEmpty()
+            && comparablePublicInfo(encoded) == comparablePublicInfo(encodedPublicKey(b));
     }
     }
 }

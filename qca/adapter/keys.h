@@ -30,7 +30,8 @@ TRIVEX_QCA_EXPORT int keyType(const QCA::PKey &key);
 TRIVEX_QCA_EXPORT QByteArray encodedPublicKey(const QCA::PKey &key);
 
 /// True when both are the same public key: RSA by modulus and exponent, DSA and DH by the public
-/// value, all other kinds by their encoding. Null keys and keys of different kinds never match.
+/// value, GOST by curve and point, all other kinds by their encoding. Null keys and keys of
+/// different kinds never match.
 TRIVEX_QCA_EXPORT bool isSamePublicKey(const QCA::PublicKey &a, const QCA::PublicKey &b);
 
 /// `key.toPublicKey()`, null for a null key (where stock QCA would crash).

@@ -5,6 +5,7 @@
 #include "qca/adapter/providers.h"
 #include "qca/engine/keys/bignumbers.h"
 #include "qca/engine/keys/eckeycontext.h"
+#include "qca/engine/keys/gostpublickey.h"
 #include "qca/engine/keys/pkeycontainer.h"
 #include "qca/engine/keys/rsakeycontext.h"
 #include "tests/x509/corpus.h"
@@ -55,6 +56,8 @@ private Q_SLOTS:
     void derivesSecrets();
     void neverCrashesOnNothing();
     void keepsUnknownAlgorithms();
+    void takesGostKeysApart();
+    void comparesGostKeysByCurveAndPoint();
 
 private:
     QCA::Initializer m_initializer;
@@ -377,6 +380,68 @@ void TestKeys::keepsUnknownAlgorithms()
         Corpus::certificate(QStringLiteral("gost-2012-512-octets.der")).subjectPublicKey();
     QCOMPARE(keyType(gost), int(Gost2012Key512));
     QCOMPARE(gost.bitSize(), 512);
+}
+
+void TestKeys::takesGostKeysApart()
+{
+    const QByteArray encoded = encodedPublicKey(
+        Corpus::certificate(QStringLiteral("gost-2012-512-octets.der")).subjectPublicKey());
+    const GostPublicKey key = GostPublicKey::fromPublicInfo(encoded);
+    QCOMPARE(key.keyType, int(Gost2012Key512));
+    QCOMPARE(key.point.size(), 128);
+    QVERIFY(key.curve.startsWith("1.2.643.7.1.2.1.2."));
+    QCOMPARE(key.publicInfo(), encoded);
+    // Nothing that is cut short or changed is taken for a key, and nothing is read behind its end.
+    for (int size = 0; size < encoded.size(); ++size)
+        QVERIFY(!GostPublicKey::fromPublicInfo(encoded.left(size)).isValid());
+    for (int i = 0; i < encoded.size() - 128; ++i) {
+        QByteArray changed = encoded;
+        changed[i] = char(changed.at(i) ^ 0x40);
+        const GostPublicKey other = GostPublicKey::fromPublicInfo(changed);
+        QVERIFY(!other.isValid() || other.point.size() == 128 || other.point.size() == 64);
+    }
+    QVERIFY(!GostPublicKey().isValid());
+    QVERIFY(GostPublicKey().publicInfo().isEmpty());
+}
+
+void TestKeys::comparesGostKeysByCurveAndPoint()
+{
+    GostPublicKey gost;
+    gost.keyType = Gost2012Key256;
+    gost.curve = "1.2.643.2.2.35.1";
+    gost.digest = "1.2.643.7.1.1.2.2";
+    gost.point = QByteArray(64, 'x');
+    const QByteArray encoded = gost.publicInfo();
+    const QByteArray form = comparablePublicInfo(encoded);
+    QVERIFY(!form.isEmpty());
+    const auto formWith = [&](auto GostPublicKey::*field, auto value) {
+        GostPublicKey other = gost;
+        other.*field = value;
+        return comparablePublicInfo(other.publicInfo());
+    };
+    QCOMPARE(formWith(&GostPublicKey::digest, QByteArray()), form);
+    QCOMPARE(formWith(&GostPublicKey::digest, QByteArray("1.2.643.2.2.30.1")), form);
+    QCOMPARE(formWith(&GostPublicKey::keyType, int(Gost2001Key)), form);
+    // The same curve by its other names.
+    QCOMPARE(formWith(&GostPublicKey::curve, QByteArray("1.2.643.2.2.36.0")), form);
+    QCOMPARE(formWith(&GostPublicKey::curve, QByteArray("1.2.643.7.1.2.1.1.2")), form);
+    QVERIFY(formWith(&GostPublicKey::curve, QByteArray("1.2.643.2.2.35.2")) != form);
+    QVERIFY(formWith(&GostPublicKey::curve, QByteArray("1.2.643.7.1.2.1.1.1")) != form);
+    QVERIFY(formWith(&GostPublicKey::point, QByteArray(64, 'y')) != form);
+    // All other keys as they stand.
+    const QByteArray curve = encodedPublicKey(key("ec-384.key").toPublicKey());
+    QCOMPARE(comparablePublicInfo(curve), curve);
+    QCOMPARE(comparablePublicInfo("nothing"), QByteArray("nothing"));
+    QCOMPARE(comparablePublicInfo({}), QByteArray());
+    // Through QCA.
+    const auto publicKey = [](const QByteArray &der) {
+        return QCA::PublicKey::fromDER(der, nullptr, opensslProviderName());
+    };
+    GostPublicKey other = gost;
+    other.digest.clear();
+    QVERIFY(isSamePublicKey(publicKey(encoded), publicKey(other.publicInfo())));
+    other.point[3] = 'y';
+    QVERIFY(!isSamePublicKey(publicKey(encoded), publicKey(other.publicInfo())));
 }
 
 int main(int argc, char *argv[])

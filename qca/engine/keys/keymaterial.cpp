@@ -191,6 +191,14 @@ QCA::SecureArray KeyMaterial::privateInfo() const
     return encoded;
 }
 
+void KeyMaterial::setPublicInfo(const QByteArray &spki)
+{
+    const QByteArray oid = algorithmOf(Der::sliceOf(spki), false);
+    if (m_publicInfo.isEmpty() && m_isPrivate && !oid.isEmpty()
+        && keyTypeOfAlgorithm(oid) == m_keyType)
+        m_publicInfo = spki;
+}
+
 void KeyMaterial::makePublic()
 {
     if (m_isPrivate)

@@ -39,6 +39,9 @@ public:
     /// DER PrivateKeyInfo, unencrypted; empty for a public key and for one that can't be written.
     QCA::SecureArray privateInfo() const;
 
+    /// Completes a private key that nobody here understands with the public half that came with it;
+    /// one that is known stays. Bytes of another kind of key change nothing.
+    void setPublicInfo(const QByteArray &spki);
     /// Forgets the private half.
     void makePublic();
 

@@ -3,6 +3,7 @@
 #include "qca/engine/pkcs12/bundlereader.h"
 
 #include "qca/engine/keys/gostengine.h"
+#include "qca/engine/keys/gostpublickey.h"
 #include "qca/engine/pkcs12/bundlepassword.h"
 #include "qca/engine/pkcs12/legacylibrary.h"
 #include "qca/engine/x509/certificatecontext.h"
@@ -201,7 +202,8 @@ bool belongs(const CertificateItem &certificate, const KeyItem &key)
     if (!data)
         return false;
     if (!key.key.publicInfo().isEmpty())
-        return data->publicInfo() == key.key.publicInfo();
+        return comparablePublicInfo(data->publicInfo())
+            == comparablePublicInfo(key.key.publicInfo());
     return !key.localId.isEmpty() && certificate.localId == key.localId;
 }
 
@@ -256,6 +258,8 @@ QCA::ConvertResult assemble(const Contents &contents, Bundle *bundle)
     if (bundle->name.isEmpty())
         bundle->name = item.name;
     bundle->chain += item.der;
+    if (const auto data = CertificateData::fromDer(item.der))
+        bundle->key.setPublicInfo(data->publicInfo());
     complete(&bundle->chain, others);
     return QCA::ConvertGood;
 }

@@ -110,7 +110,7 @@ bool singleList(Slice slice, int tag, Slice *content);
 bool joinString(const Element &element, QByteArray *content);
 
 /// Dotted form of an OBJECT IDENTIFIER's content; empty when it is none.
-QByteArray oidText(Slice content);
+TRIVEX_QCA_EXPORT QByteArray oidText(Slice content);
 
 /// A small non-negative INTEGER; -1 for others.
 int smallInteger(Slice content);

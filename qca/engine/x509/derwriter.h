@@ -12,7 +12,7 @@ namespace Trivex::Der {
 TRIVEX_QCA_EXPORT QByteArray write(int tag, const QByteArray &content);
 QByteArray writeSequence(const QList<QByteArray> &parts);
 /// Of a dotted OID; empty for a text that is none.
-QByteArray writeOid(const QByteArray &dotted);
+TRIVEX_QCA_EXPORT QByteArray writeOid(const QByteArray &dotted);
 QByteArray writeInteger(const QCA::BigInteger &number);
 /// With whole octets.
 QByteArray writeBits(const QByteArray &octets);
