@@ -6,7 +6,8 @@
 
 namespace Trivex {
 
-/// "qca-norvel-gost": elliptic-curve keys on PKCS#11 tokens.
+/// "qca-norvel-gost": elliptic-curve and GOST keys on PKCS#11 tokens; see
+/// `TokenEcContext::createPrivate` for the names of curves.
 class GostProvider : public QCA::Provider {
 public:
     int qcaVersion() const override;

@@ -32,7 +32,8 @@ public:
 
     QCA::PKey::Type type() const override;
 
-    /// Generates a private key on `curve` (our only name so far: "ec-secp384r1"). With `block`
+    /// Generates a private key on `curve` ("ec-secp384r1"; each context says what else it takes).
+    /// A name that is not known fails. With `block`
     /// false it returns at once and `finished()` follows on the thread of this object; afterwards
     /// `isNull()` tells whether it worked.
     virtual void createPrivate(const QString &curve, bool block) = 0;

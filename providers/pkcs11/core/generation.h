@@ -14,7 +14,8 @@ struct GenerationRequest {
     CK_KEY_TYPE type = CKK_RSA;
     int bits = 0; ///< RSA
     int exponent = 0; ///< RSA
-    QByteArray curve; ///< elliptic curves: DER parameters; empty fails
+    QByteArray curve; ///< elliptic curves and GOST: DER parameters; empty fails
+    QByteArray digest; ///< GOST: DER identifier of the digest's parameters
 };
 
 /// Generates key pairs on a token for the object that owns it. The pair that is abandoned, because

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/core/keypair.h"
 
+#include "providers/pkcs11/core/gostkeys.h"
 #include "providers/pkcs11/core/objectsearch.h"
 #include "providers/pkcs11/core/tokenreader.h"
 
@@ -18,11 +19,6 @@ using Pkcs11::Template;
 
 namespace {
 
-CK_MECHANISM_TYPE mechanismOf(const GenerationRequest &request)
-{
-    return request.type == CKK_RSA ? CKM_RSA_PKCS_KEY_PAIR_GEN : CKM_EC_KEY_PAIR_GEN;
-}
-
 QByteArray bigEndian(int number)
 {
     QByteArray bytes;
@@ -31,24 +27,73 @@ QByteArray bigEndian(int number)
     return bytes;
 }
 
+/// What kinds of pair differ in.
+struct PairKind {
+    CK_KEY_TYPE type;
+    CK_MECHANISM_TYPE mechanism;
+    void (*addPublicPart)(const GenerationRequest &, Template *);
+    void (*addPrivatePart)(Template *);
+};
+
+void addRsaNumbers(const GenerationRequest &request, Template *wanted)
+{
+    wanted->addFlag(CKA_ENCRYPT, true)
+        .addNumber(CKA_MODULUS_BITS, CK_ULONG(request.bits))
+        .add(CKA_PUBLIC_EXPONENT, bigEndian(request.exponent));
+}
+
+void addDecryption(Template *wanted)
+{
+    wanted->addFlag(CKA_DECRYPT, true);
+}
+
+void addCurve(const GenerationRequest &request, Template *wanted)
+{
+    wanted->add(CKA_EC_PARAMS, request.curve);
+}
+
+void addGostParameters(const GenerationRequest &request, Template *wanted)
+{
+    wanted->addNumber(CKA_KEY_TYPE, request.type)
+        .add(CKA_GOSTR3410_PARAMS, request.curve)
+        .add(CKA_GOSTR3411_PARAMS, request.digest);
+}
+
+void addNothing(Template *) { }
+
+template <CK_KEY_TYPE type> void addType(Template *wanted)
+{
+    wanted->addNumber(CKA_KEY_TYPE, type);
+}
+
+constexpr PairKind PairKinds[] = {
+    {CKK_RSA, CKM_RSA_PKCS_KEY_PAIR_GEN, addRsaNumbers, addDecryption},
+    {CKK_EC, CKM_EC_KEY_PAIR_GEN, addCurve, addNothing},
+    {CKK_GOSTR3410, CKM_GOSTR3410_KEY_PAIR_GEN, addGostParameters, addType<CKK_GOSTR3410>},
+    {KeyTypeGost512, MechanismGost512Generate, addGostParameters, addType<KeyTypeGost512>},
+};
+
+const PairKind &kindOf(const GenerationRequest &request)
+{
+    for (const PairKind &kind : PairKinds) {
+        if (kind.type == request.type)
+            return kind;
+    }
+    throw Error(TokenError::NotSupported);
+}
+
 void checkRequest(const TokenConnection &connection, const GenerationRequest &request)
 {
     const bool isMeaningful = request.type == CKK_RSA ? request.bits > 0 && request.exponent > 1
                                                       : !request.curve.isEmpty();
-    if (!isMeaningful || !connection.supports(mechanismOf(request)))
+    if (!isMeaningful || !connection.supports(kindOf(request).mechanism))
         throw Error(TokenError::NotSupported);
 }
 
 void addPublicPart(const GenerationRequest &request, Template *wanted)
 {
     wanted->addFlag(CKA_TOKEN, true).addFlag(CKA_PRIVATE, false).addFlag(CKA_VERIFY, true);
-    if (request.type == CKK_RSA) {
-        wanted->addFlag(CKA_ENCRYPT, true)
-            .addNumber(CKA_MODULUS_BITS, CK_ULONG(request.bits))
-            .add(CKA_PUBLIC_EXPONENT, bigEndian(request.exponent));
-    } else {
-        wanted->add(CKA_EC_PARAMS, request.curve);
-    }
+    kindOf(request).addPublicPart(request, wanted);
 }
 
 void addPrivatePart(const GenerationRequest &request, Template *wanted)
@@ -58,8 +103,7 @@ void addPrivatePart(const GenerationRequest &request, Template *wanted)
         .addFlag(CKA_SENSITIVE, true)
         .addFlag(CKA_EXTRACTABLE, false)
         .addFlag(CKA_SIGN, true);
-    if (request.type == CKK_RSA)
-        wanted->addFlag(CKA_DECRYPT, true);
+    kindOf(request).addPrivatePart(wanted);
 }
 
 void addNames(const QByteArray &id, const QString &label, Template *wanted)
@@ -147,7 +191,7 @@ TokenKeyPtr make(TokenConnection &connection, const GenerationRequest &request,
     Template privatePart;
     addPrivatePart(request, &privatePart);
     addNames(id, label, &privatePart);
-    CK_MECHANISM mechanism = {mechanismOf(request), nullptr, 0};
+    CK_MECHANISM mechanism = {kindOf(request).mechanism, nullptr, 0};
     CK_OBJECT_HANDLE publicObject = CK_INVALID_HANDLE;
     CK_OBJECT_HANDLE privateObject = CK_INVALID_HANDLE;
     connection.checkCancelled();

@@ -3,6 +3,7 @@
 #include "providers/pkcs11/core/objecttemplates.h"
 
 #include "providers/pkcs11/core/error.h"
+#include "providers/pkcs11/core/gostkeys.h"
 #include "qca/adapter/infotypes.h"
 #include "qca/adapter/keys.h"
 #include "qca/engine/x509/derwriter.h"
@@ -80,10 +81,58 @@ void addNames(const QByteArray &id, const QString &label, Template *object)
         object->add(CKA_LABEL, label.toUtf8());
 }
 
-void checkKind(const KeyMaterial &key)
+void addRsaPublicKey(const KeyMaterial &key, Template *object)
 {
-    if (!key.native() || (key.keyType() != RsaKey && key.keyType() != EllipticCurveKey))
-        throw Error(TokenError::NotSupported);
+    object->addNumber(CKA_KEY_TYPE, CKK_RSA).addFlag(CKA_ENCRYPT, true);
+    addNumbers(key.native(), RsaPublicNumbers, object);
+}
+
+void addRsaPrivateKey(const KeyMaterial &key, Template *object)
+{
+    object->addNumber(CKA_KEY_TYPE, CKK_RSA).addFlag(CKA_DECRYPT, true);
+    addNumbers(key.native(), RsaPublicNumbers, object);
+    addNumbers(key.native(), RsaPrivateNumbers, object);
+}
+
+void addEcPublicKey(const KeyMaterial &key, Template *object)
+{
+    object->addNumber(CKA_KEY_TYPE, CKK_EC)
+        .add(CKA_EC_PARAMS, curveParameters(key.publicInfo()))
+        .add(CKA_EC_POINT, Der::write(0x04, publicKeyBits(key.publicInfo())));
+}
+
+void addEcPrivateKey(const KeyMaterial &key, Template *object)
+{
+    const NumberBytes value(key.native(), OSSL_PKEY_PARAM_PRIV_KEY, size_t(key.bits() + 7) / 8);
+    object->addNumber(CKA_KEY_TYPE, CKK_EC)
+        .add(CKA_EC_PARAMS, curveParameters(key.publicInfo()))
+        .add(CKA_VALUE, value.data(), value.size());
+}
+
+/// How the numbers of one kind of key are written.
+struct KeyKind {
+    int keyType; ///< a value of `Trivex::KeyType`
+    bool needsNative; ///< the numbers are read by libcrypto
+    void (*addPublic)(const KeyMaterial &, Template *);
+    void (*addPrivate)(const KeyMaterial &, Template *);
+};
+
+constexpr KeyKind KeyKinds[] = {
+    {RsaKey, true, addRsaPublicKey, addRsaPrivateKey},
+    {EllipticCurveKey, true, addEcPublicKey, addEcPrivateKey},
+    {Gost2001Key, false, addGostPublicKey, addGostPrivateKey},
+    {Gost2012Key256, false, addGostPublicKey, addGostPrivateKey},
+    {Gost2012Key512, false, addGostPublicKey, addGostPrivateKey},
+};
+
+/// Throws for a kind that is not written.
+const KeyKind &kindOf(const KeyMaterial &key)
+{
+    for (const KeyKind &kind : KeyKinds) {
+        if (kind.keyType == key.keyType() && (key.native() || !kind.needsNative))
+            return kind;
+    }
+    throw Error(TokenError::NotSupported);
 }
 
 } // namespace
@@ -105,26 +154,19 @@ void fillCertificate(const TokenCertificate &certificate, Template *object)
 void fillPublicKey(const KeyMaterial &key, const QByteArray &id, const QString &label,
                    Template *object)
 {
-    checkKind(key);
+    const KeyKind &kind = kindOf(key);
     object->addNumber(CKA_CLASS, CKO_PUBLIC_KEY)
         .addFlag(CKA_TOKEN, true)
         .addFlag(CKA_PRIVATE, false)
         .addFlag(CKA_VERIFY, true);
-    if (key.keyType() == RsaKey) {
-        object->addNumber(CKA_KEY_TYPE, CKK_RSA).addFlag(CKA_ENCRYPT, true);
-        addNumbers(key.native(), RsaPublicNumbers, object);
-    } else {
-        object->addNumber(CKA_KEY_TYPE, CKK_EC)
-            .add(CKA_EC_PARAMS, curveParameters(key.publicInfo()))
-            .add(CKA_EC_POINT, Der::write(0x04, publicKeyBits(key.publicInfo())));
-    }
+    kind.addPublic(key, object);
     addNames(id, label, object);
 }
 
 void fillPrivateKey(const KeyMaterial &key, const QByteArray &subject, const QByteArray &id,
                     const QString &label, Template *object)
 {
-    checkKind(key);
+    const KeyKind &kind = kindOf(key);
     object->addNumber(CKA_CLASS, CKO_PRIVATE_KEY)
         .addFlag(CKA_TOKEN, true)
         .addFlag(CKA_PRIVATE, true)
@@ -133,16 +175,7 @@ void fillPrivateKey(const KeyMaterial &key, const QByteArray &subject, const QBy
         .addFlag(CKA_SIGN, true);
     if (!subject.isEmpty())
         object->add(CKA_SUBJECT, subject);
-    if (key.keyType() == RsaKey) {
-        object->addNumber(CKA_KEY_TYPE, CKK_RSA).addFlag(CKA_DECRYPT, true);
-        addNumbers(key.native(), RsaPublicNumbers, object);
-        addNumbers(key.native(), RsaPrivateNumbers, object);
-    } else {
-        const NumberBytes value(key.native(), OSSL_PKEY_PARAM_PRIV_KEY, size_t(key.bits() + 7) / 8);
-        object->addNumber(CKA_KEY_TYPE, CKK_EC)
-            .add(CKA_EC_PARAMS, curveParameters(key.publicInfo()))
-            .add(CKA_VALUE, value.data(), value.size());
-    }
+    kind.addPrivate(key, object);
     addNames(id, label, object);
 }
 

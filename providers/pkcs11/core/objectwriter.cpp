@@ -5,7 +5,7 @@
 #include "providers/pkcs11/core/objecttemplates.h"
 #include "providers/pkcs11/core/tokenreader.h"
 #include "providers/pkcs11/core/writing.h"
-#include "qca/adapter/keys.h"
+#include "qca/engine/keys/gostpublickey.h"
 
 #include <QSet>
 
@@ -127,11 +127,12 @@ QString listedId(TokenConnection &connection, const QByteArray &der)
 CK_OBJECT_HANDLE putHalf(Writing &writing, const Wanted &wanted, const KeyMaterial &key,
                          Template &object)
 {
-    const CK_KEY_TYPE type = key.keyType() == RsaKey ? CKK_RSA : CKK_EC;
+    const CK_KEY_TYPE type = tokenTypeOf(key.publicInfo());
+    const QByteArray own = comparablePublicInfo(key.publicInfo());
     for (const CK_OBJECT_HANDLE candidate : wanted.present) {
         const QByteArray found = publicInfoOf(writing.session(), candidate, type);
         // A private key of an elliptic curve does not show its public half.
-        if (found.isEmpty() || found == key.publicInfo())
+        if (found.isEmpty() || comparablePublicInfo(found) == own)
             return candidate;
     }
     return writing.create(object, wanted.mark, wanted.present);
@@ -182,7 +183,8 @@ void putChain(TokenConnection &connection, Writing &writing, const WantedBundle 
 void checkBundle(const Bundle &bundle)
 {
     if (bundle.chain.empty() || !bundle.key.isPrivate()
-        || publicInfoIn(parsed(bundle.chain.front())) != bundle.key.publicInfo())
+        || comparablePublicInfo(publicInfoIn(parsed(bundle.chain.front())))
+            != comparablePublicInfo(bundle.key.publicInfo()))
         throw Error(TokenError::NotSupported);
 }
 

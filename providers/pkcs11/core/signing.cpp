@@ -3,8 +3,10 @@
 #include "providers/pkcs11/core/signing.h"
 
 #include "providers/pkcs11/core/attributes.h"
+#include "providers/pkcs11/core/gostkeys.h"
 #include "providers/pkcs11/core/tokenservice.h"
 #include "qca/engine/keys/keymaterial.h"
+#include "qca/engine/x509/derwriter.h"
 #include "qca/engine/x509/handles.h"
 
 namespace Trivex {
@@ -27,6 +29,8 @@ constexpr SignatureMechanism Mechanisms[] = {
     {CKK_RSA, CKM_RSA_PKCS},
     {CKK_EC, CKM_ECDSA},
     {CKK_EC_EDWARDS, CKM_EDDSA},
+    {CKK_GOSTR3410, CKM_GOSTR3410},
+    {KeyTypeGost512, MechanismGost512Sign},
 };
 
 CK_MECHANISM mechanismFor(CK_KEY_TYPE type)
@@ -66,9 +70,8 @@ struct Calls {
 };
 
 QCA::SecureArray useKey(TokenConnection &connection, Operation &operation, const TokenKey &key,
-                        const Calls &calls, QByteArray input)
+                        const Calls &calls, CK_MECHANISM mechanism, QByteArray input)
 {
-    CK_MECHANISM mechanism = mechanismFor(key.type);
     connection.login(operation);
     // A session of its own: one that fails half way is left with an operation that never ends.
     const Session session = connection.open(Session::ReadOnly);
@@ -97,16 +100,63 @@ QCA::SecureArray useKey(TokenConnection &connection, Operation &operation, const
     return output;
 }
 
-/// A signature whose length can't be is none: RFC 8017, 8.2.1 and PKCS#11 2.40 current mechanisms,
-/// 2.3.1 (r and s side by side, each as long as the order).
+Calls signCalls(const TokenConnection &connection)
+{
+    const Pkcs11::Module &module = connection.module();
+    return {module->C_SignInit, "C_SignInit", module->C_Sign, "C_Sign"};
+}
+
+/// A signature whose length can't be is none: RFC 8017, 8.2.1, PKCS#11 2.40 current mechanisms,
+/// 2.3.1 (r and s side by side, each as long as the order), and RFC 9215, 2.
 void checkSignature(const TokenKey &key, const QByteArray &signature)
 {
     const int length = (KeyMaterial::fromPublicInfo(key.publicInfo).bits() + 7) / 8;
+    const GostMechanisms *gost = gostMechanisms(key.publicInfo);
     const bool isGood = key.type == CKK_RSA ? signature.size() == length
         : key.type == CKK_EC ? signature.size() % 2 == 0 && signature.size() <= 2 * length
-                             : true;
+                             : !gost || signature.size() == gost->signatureSize;
     if (!isGood || signature.isEmpty())
         throw Error(CKR_GENERAL_ERROR, "C_Sign");
+}
+
+QByteArray digestBy(TokenConnection &connection, CK_MECHANISM_TYPE type, QByteArray message,
+                    int digestSize)
+{
+    CK_MECHANISM mechanism = {type, nullptr, 0};
+    const Session session = connection.open(Session::ReadOnly);
+    check(session.module()->C_DigestInit(session.handle(), &mechanism), "C_DigestInit");
+    QByteArray digest(digestSize, '\0');
+    auto size = CK_ULONG(digest.size());
+    check(session.module()->C_Digest(session.handle(), reinterpret_cast<CK_BYTE *>(message.data()),
+                                     CK_ULONG(message.size()),
+                                     reinterpret_cast<CK_BYTE *>(digest.data()), &size),
+          "C_Digest");
+    if (size != CK_ULONG(digestSize))
+        throw Error(CKR_GENERAL_ERROR, "C_Digest");
+    return digest;
+}
+
+/// Signs `message`, whose digest is `digest` unless nobody here could compute it: then the token
+/// digests, in a step of its own or in that of the signature.
+QByteArray signGost(TokenConnection &connection, Operation &operation, const TokenKey &key,
+                    const GostMechanisms &mechanisms, const std::optional<QByteArray> &message,
+                    QByteArray digest)
+{
+    const bool takesDigest = connection.supports(mechanisms.sign);
+    if (takesDigest && digest.isEmpty() && message && connection.supports(mechanisms.digest))
+        digest = digestBy(connection, mechanisms.digest, *message, mechanisms.signatureSize / 2);
+    const bool givesDigest = takesDigest && !digest.isEmpty();
+    if (!givesDigest && !(message && connection.supports(mechanisms.signMessage)))
+        throw Error(TokenError::NotSupported);
+    QByteArray parameters = Der::writeOid(mechanisms.digestParameters);
+    CK_MECHANISM mechanism = {mechanisms.sign, nullptr, 0};
+    if (!givesDigest)
+        mechanism = {mechanisms.signMessage, parameters.data(), CK_ULONG(parameters.size())};
+    const QByteArray signature = useKey(connection, operation, key, signCalls(connection),
+                                        mechanism, givesDigest ? digest : *message)
+                                     .toByteArray();
+    checkSignature(key, signature);
+    return signature;
 }
 
 bool perform(Purpose purpose, const TokenKeyReference &reference, Token::Work work)
@@ -131,14 +181,32 @@ bool signOnToken(const TokenKeyReference &reference, const QByteArray &block, QB
     const auto result = std::make_shared<QByteArray>();
     const auto work = [result, block, key = reference.key](TokenConnection &connection,
                                                            Operation &operation) {
-        const Pkcs11::Module &module = connection.module();
-        const Calls calls = {module->C_SignInit, "C_SignInit", module->C_Sign, "C_Sign"};
-        *result = useKey(connection, operation, *key, calls, block).toByteArray();
+        *result = useKey(connection, operation, *key, signCalls(connection),
+                         mechanismFor(key->type), block)
+                      .toByteArray();
         checkSignature(*key, *result);
         if (key->type == CKK_EC)
             *result = ecdsaSignature(*result);
     };
     if (!perform(Purpose::Sign, reference, work) || result->isEmpty())
+        return false;
+    *signature = *result;
+    return true;
+}
+
+bool signMessageOnToken(const TokenKeyReference &reference,
+                        const std::optional<QByteArray> &message, const QByteArray &digest,
+                        QByteArray *signature)
+{
+    const GostMechanisms *mechanisms =
+        reference.key ? gostMechanisms(reference.key->publicInfo) : nullptr;
+    if (!mechanisms)
+        return false;
+    const auto result = std::make_shared<QByteArray>();
+    const auto work = [=, key = reference.key](TokenConnection &connection, Operation &operation) {
+        *result = signGost(connection, operation, *key, *mechanisms, message, digest);
+    };
+    if (!perform(Purpose::Sign, reference, work))
         return false;
     *signature = *result;
     return true;
@@ -153,7 +221,7 @@ bool decryptOnToken(const TokenKeyReference &reference, const QByteArray &data,
         const Pkcs11::Module &module = connection.module();
         const Calls calls = {module->C_DecryptInit, "C_DecryptInit", module->C_Decrypt,
                              "C_Decrypt"};
-        *result = useKey(connection, operation, *key, calls, data);
+        *result = useKey(connection, operation, *key, calls, mechanismFor(key->type), data);
     };
     if (!perform(Purpose::Decrypt, reference, work))
         return false;

@@ -2,7 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/core/tokencontents.h"
 
+#include "providers/pkcs11/core/gostkeys.h"
+#include "qca/engine/keys/gostpublickey.h"
 #include "qca/engine/x509/canonicalname.h"
+#include "qca/engine/x509/der.h"
 
 #include <QCryptographicHash>
 #include <QHash>
@@ -12,6 +15,17 @@
 namespace Trivex {
 
 namespace {
+
+struct AlgorithmType {
+    const char *oid;
+    CK_KEY_TYPE type;
+};
+
+constexpr AlgorithmType AlgorithmTypes[] = {
+    {"1.2.840.113549.1.1.1", CKK_RSA},    {"1.3.101.112", CKK_EC_EDWARDS},
+    {"1.3.101.113", CKK_EC_EDWARDS},      {"1.2.643.2.2.19", CKK_GOSTR3410},
+    {"1.2.643.7.1.1.1.1", CKK_GOSTR3410}, {"1.2.643.7.1.1.1.2", KeyTypeGost512},
+};
 
 QByteArray sha1(const QByteArray &data)
 {
@@ -33,7 +47,7 @@ public:
     std::shared_ptr<TokenKey> keyFor(const TokenCertificate &certificate) const
     {
         const QByteArray wanted = certificate.parts.publicInfo.in(certificate.der);
-        if (const auto found = m_byPublicInfo.value(wanted))
+        if (const auto found = m_byPublicInfo.value(comparablePublicInfo(wanted)))
             return found;
         if (const auto found = withUnknownPublicHalf(certificate.id))
             return found;
@@ -49,7 +63,7 @@ private:
         m_keys.push_back(added);
         m_byId.insert(key.id, added);
         if (!key.publicInfo.isEmpty())
-            m_byPublicInfo.insert(key.publicInfo, added);
+            m_byPublicInfo.insert(comparablePublicInfo(key.publicInfo), added);
     }
 
     void addPublic(const TokenKey &key, bool privateKeysHidden)
@@ -57,7 +71,7 @@ private:
         if (const auto known = privateHalfOf(key)) {
             known->publicObject = key.publicObject;
             known->publicInfo = key.publicInfo;
-            m_byPublicInfo.insert(key.publicInfo, known);
+            m_byPublicInfo.insert(comparablePublicInfo(key.publicInfo), known);
         } else if (privateKeysHidden) {
             // Before login a public key is all that shows of a pair.
             add(key);
@@ -66,7 +80,7 @@ private:
 
     std::shared_ptr<TokenKey> privateHalfOf(const TokenKey &publicHalf) const
     {
-        if (const auto known = m_byPublicInfo.value(publicHalf.publicInfo))
+        if (const auto known = m_byPublicInfo.value(comparablePublicInfo(publicHalf.publicInfo)))
             return known;
         const auto known = withUnknownPublicHalf(publicHalf.id);
         return known && known->type == publicHalf.type ? known : nullptr;
@@ -178,13 +192,14 @@ QString entryId(const QByteArray &store, const TokenCertificate &certificate, bo
     return QString::fromLatin1(store + (hasKey ? "-k-" : "-c-") + sha1(certificate.der).toHex());
 }
 
+/// The key as its certificate has it, where the token does not tell or has it in another encoding:
+/// whether a GOST key is one of 2001, its objects need not say.
 TokenKeyPtr withPublicHalf(const std::shared_ptr<TokenKey> &key,
                            const TokenCertificate &certificate)
 {
-    if (key && key->publicInfo.isEmpty()) {
-        const QByteArray info = certificate.parts.publicInfo.in(certificate.der);
+    const QByteArray info = certificate.parts.publicInfo.in(certificate.der);
+    if (key && key->publicInfo != info)
         key->publicInfo = QByteArray(info.constData(), info.size());
-    }
     return key;
 }
 
@@ -193,6 +208,18 @@ TokenKeyPtr withPublicHalf(const std::shared_ptr<TokenKey> &key,
 QByteArray idForPublicKey(const QByteArray &publicInfo)
 {
     return sha1(publicKeyBits(publicInfo));
+}
+
+CK_KEY_TYPE tokenTypeOf(const QByteArray &publicInfo)
+{
+    const QByteArray algorithm = derContent(derContent(publicInfo, Der::Sequence), Der::Sequence);
+    const QByteArray content = derContent(algorithm, Der::ObjectIdentifier);
+    const QByteArray oid = Der::oidText(Der::sliceOf(content));
+    for (const AlgorithmType &one : AlgorithmTypes) {
+        if (oid == one.oid)
+            return one.type;
+    }
+    return CKK_EC;
 }
 
 TokenContentsPtr assembleContents(const TokenObjects &objects, const QString &storeId)
@@ -241,8 +268,10 @@ TokenEntryPtr TokenContents::entryOf(const QByteArray &der) const
 TokenKeyPtr TokenContents::keyFor(const QByteArray &publicInfo) const
 {
     const QByteArray id = idForPublicKey(publicInfo);
+    const QByteArray wanted = comparablePublicInfo(publicInfo);
     for (const TokenKeyPtr &key : keys) {
-        if (key->publicInfo.isEmpty() ? key->id == id : key->publicInfo == publicInfo)
+        if (key->publicInfo.isEmpty() ? key->id == id
+                                      : comparablePublicInfo(key->publicInfo) == wanted)
             return key;
     }
     return nullptr;

@@ -77,4 +77,8 @@ TRIVEX_TOKENS_EXPORT TokenContentsPtr assembleContents(const TokenObjects &objec
 /// and to certificates whose key is elsewhere, so that halves that arrive apart find each other.
 QByteArray idForPublicKey(const QByteArray &publicInfo);
 
+/// The type that the objects of the key with this DER SubjectPublicKeyInfo have on tokens; CKK_EC
+/// for an algorithm that has none of its own.
+CK_KEY_TYPE tokenTypeOf(const QByteArray &publicInfo);
+
 } // namespace Trivex

@@ -2,7 +2,14 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/core/tokeneccontext.h"
 
+#include "providers/pkcs11/core/gostkeys.h"
+
 #include "qca/adapter/keys.h"
+#include "qca/engine/keys/keyoperation.h"
+
+#include <openssl/evp.h>
+
+#include <utility>
 
 namespace Trivex {
 
@@ -20,14 +27,30 @@ constexpr Curve Curves[] = {
     {"ec-secp521r1", "\x06\x05\x2b\x81\x04\x00\x23", 7},
 };
 
-/// Empty for a curve that is not known.
-QByteArray parametersOf(const QString &name)
+/// Without a curve for a name that is not known.
+GenerationRequest requestFor(const QString &name)
 {
+    GenerationRequest request;
+    request.type = CKK_EC;
     for (const Curve &curve : Curves) {
-        if (name == QLatin1String(curve.name))
-            return QByteArray(curve.parameters, curve.size);
+        if (name == QLatin1String(curve.name)) {
+            request.curve = QByteArray(curve.parameters, curve.size);
+            return request;
+        }
     }
-    return {};
+    const GostParameters gost = gostParametersByName(name);
+    request.type = gost.tokenType;
+    request.curve = gost.curve;
+    request.digest = gost.digest;
+    return request;
+}
+
+/// What is kept for a token that takes no digest, beside the digest that all others take.
+constexpr int LongestMessage = 1024 * 1024;
+
+bool canDigest(const QByteArray &digestName)
+{
+    return EVP_get_digestbyname(digestName.constData()) != nullptr;
 }
 
 } // namespace
@@ -46,6 +69,8 @@ TokenEcContext::TokenEcContext(QCA::Provider *provider, const TokenKeyReference 
 TokenEcContext::TokenEcContext(const TokenEcContext &other)
     : EcKeyContext(other)
     , m_held(other.m_held)
+    , m_signsGost(other.m_signsGost)
+    , m_message(other.m_message)
 {
 }
 
@@ -68,10 +93,57 @@ void TokenEcContext::generate(const GenerationRequest &request, bool block)
 
 void TokenEcContext::createPrivate(const QString &curve, bool block)
 {
-    GenerationRequest request;
-    request.type = CKK_EC;
-    request.curve = parametersOf(curve);
-    generate(request, block);
+    generate(requestFor(curve), block);
+}
+
+void TokenEcContext::startSign(QCA::SignatureAlgorithm algorithm, QCA::SignatureFormat format)
+{
+    const GostMechanisms *mechanisms = gostMechanisms(m_material.publicInfo());
+    const QByteArray digest = digestOf(int(algorithm));
+    m_signsGost = mechanisms && digest == mechanisms->digestName;
+    m_message = QByteArray();
+    if (m_signsGost)
+        m_operation.start(KeyOperation::Signing, canDigest(digest) ? digest : QByteArray(), format);
+    else
+        EcKeyContext::startSign(algorithm, format);
+}
+
+void TokenEcContext::update(const QCA::MemoryRegion &data)
+{
+    EcKeyContext::update(data);
+    if (!m_signsGost || m_operation.digestName().isEmpty() || !m_message)
+        return;
+    if (m_message->size() + data.size() > LongestMessage)
+        m_message.reset();
+    else
+        m_message->append(data.constData(), data.size());
+}
+
+QByteArray TokenEcContext::endSign()
+{
+    if (!std::exchange(m_signsGost, false))
+        return EcKeyContext::endSign();
+    QByteArray digest;
+    std::optional<QByteArray> message = std::exchange(m_message, std::nullopt);
+    if (!isPrivate() || !m_operation.finish(KeyOperation::Signing, &digest))
+        return {};
+    if (m_operation.digestName().isEmpty())
+        message = std::exchange(digest, QByteArray());
+    // A copy, see `signBlock`.
+    const TokenKeyReference reference = m_held.reference();
+    QByteArray signature;
+    return signMessageOnToken(reference, message, digest, &signature) ? signature : QByteArray();
+}
+
+bool TokenEcContext::signMessage(const QByteArray &message, const QByteArray &digestName,
+                                 QByteArray *signature)
+{
+    const GostMechanisms *mechanisms = gostMechanisms(m_material.publicInfo());
+    if (!mechanisms || digestName != mechanisms->digestName)
+        return EcKeyContext::signMessage(message, digestName, signature);
+    const TokenKeyReference reference = m_held.reference();
+    return isPrivate()
+        && signMessageOnToken(reference, message, digestOfMessage(digestName, message), signature);
 }
 
 bool TokenEcContext::signBlock(const QByteArray &block, QByteArray *signature)

@@ -47,12 +47,10 @@ std::shared_ptr<TokenCertificate> certificateFrom(const QString &base64)
 
 std::shared_ptr<TokenKey> keyFrom(const TokenCertificate &certificate)
 {
-    static const QByteArray rsa = QByteArrayLiteral("\x2a\x86\x48\x86\xf7\x0d\x01\x01\x01");
     auto key = std::make_shared<TokenKey>();
     const QByteArray info = certificate.parts.publicInfo.in(certificate.der);
     key->publicInfo = QByteArray(info.constData(), info.size());
-    key->type =
-        derContent(derContent(derContent(info, 0x30), 0x30), 0x06) == rsa ? CKK_RSA : CKK_EC;
+    key->type = tokenTypeOf(key->publicInfo);
     key->id = idForPublicKey(key->publicInfo);
     return key;
 }

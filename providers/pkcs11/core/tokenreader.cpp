@@ -3,6 +3,7 @@
 #include "providers/pkcs11/core/tokenreader.h"
 
 #include "providers/pkcs11/core/error.h"
+#include "providers/pkcs11/core/gostkeys.h"
 #include "providers/pkcs11/core/objectsearch.h"
 #include "qca/engine/x509/derwriter.h"
 
@@ -67,19 +68,39 @@ std::vector<TokenKey> readKeys(const Session &session, CK_OBJECT_CLASS objectCla
     return keys;
 }
 
+QByteArray rsaPublicInfoOf(const Session &session, CK_OBJECT_HANDLE object)
+{
+    AttributeReader reader({{CKA_MODULUS, 1024}, {CKA_PUBLIC_EXPONENT, 64}});
+    reader.read(session, object);
+    return rsaPublicInfo(reader.value(0), reader.value(1));
+}
+
+QByteArray ecPublicInfoOf(const Session &session, CK_OBJECT_HANDLE object)
+{
+    AttributeReader reader({{CKA_EC_PARAMS, 256}, {CKA_EC_POINT, 256}});
+    reader.read(session, object);
+    return ecPublicInfo(reader.value(0), pointIn(reader.value(1)));
+}
+
+struct PublicInfoReader {
+    CK_KEY_TYPE type;
+    QByteArray (*read)(const Session &, CK_OBJECT_HANDLE);
+};
+
+constexpr PublicInfoReader PublicInfoReaders[] = {
+    {CKK_RSA, rsaPublicInfoOf},
+    {CKK_EC, ecPublicInfoOf},
+    {CKK_GOSTR3410, gostPublicInfoOf},
+    {KeyTypeGost512, gostPublicInfoOf},
+};
+
 } // namespace
 
 QByteArray publicInfoOf(const Session &session, CK_OBJECT_HANDLE object, CK_KEY_TYPE type)
 {
-    if (type == CKK_RSA) {
-        AttributeReader reader({{CKA_MODULUS, 1024}, {CKA_PUBLIC_EXPONENT, 64}});
-        reader.read(session, object);
-        return rsaPublicInfo(reader.value(0), reader.value(1));
-    }
-    if (type == CKK_EC) {
-        AttributeReader reader({{CKA_EC_PARAMS, 256}, {CKA_EC_POINT, 256}});
-        reader.read(session, object);
-        return ecPublicInfo(reader.value(0), pointIn(reader.value(1)));
+    for (const PublicInfoReader &reader : PublicInfoReaders) {
+        if (reader.type == type)
+            return reader.read(session, object);
     }
     return {};
 }
