@@ -12,6 +12,8 @@ Flickable {
     property int columns: 3
     property bool generating: false
     property bool haveKey: false
+    /// The algorithms are there, in their order.
+    property bool prepared: false
     property bool signing: false
     property bool explained: false
     /// A key that is being made, or has no request yet: the page is to stay.
@@ -66,7 +68,13 @@ Flickable {
     CertificateRequest {
         id: request
         keyStoreModel: KeyStoreModel
-        Component.onCompleted: init()
+        Component.onCompleted: {
+            init()
+            page.prepared = true
+            // RSA where there is a choice: other keys can't sign files here.
+            algorithm.currentIndex =
+                Math.max(algorithm.indexOfValue(CertificateRequest.RSA2048), 0)
+        }
         onCreateKeyPairDone: {
             // In this order, so that the page is never without a reason to stay.
             page.haveKey = true
@@ -129,10 +137,10 @@ Flickable {
                     ComboBox {
                         id: algorithm
                         objectName: "algorithmChooser"
-                        model: request.prKeyAlgorithm
+                        // Sorted by the request's init(), which the rows tell nobody.
+                        model: page.prepared ? request.prKeyAlgorithm : null
                         textRole: "name"
                         valueRole: "id"
-                        onCountChanged: if (currentIndex < 0 && count > 0) currentIndex = 0
                         Accessible.name: qsTrId("trivex-app-algorithm") + ": " + currentText
                         Layout.fillWidth: true
                     }

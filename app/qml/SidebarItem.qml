@@ -12,6 +12,8 @@ ItemDelegate {
     property int count: -1
     property bool busy: false
     property string note
+    // A delegate takes no focus by itself.
+    focusPolicy: Qt.StrongFocus
     implicitHeight: Theme.fontSize * (note ? 3.6 : 2.9)
     verticalPadding: 0
     Accessible.role: Accessible.PageTab
@@ -20,6 +22,14 @@ ItemDelegate {
     Accessible.selected: highlighted
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
+    Keys.onUpPressed: focusNeighbour(false)
+    Keys.onDownPressed: focusNeighbour(true)
+
+    function focusNeighbour(forward) {
+        const neighbour = nextItemInFocusChain(forward)
+        if (neighbour && neighbour.parent === parent)
+            neighbour.forceActiveFocus(forward ? Qt.TabFocusReason : Qt.BacktabFocusReason)
+    }
     contentItem: RowLayout {
         spacing: Theme.unit * 1.5
         Icon {
