@@ -83,7 +83,7 @@ void QuestionService::start(const TicketPtr &ticket)
             [this, ticket, asker] { finish(ticket, asker); });
     const auto style = ticket->question().kind == PasswordQuestion ? QCA::Event::StylePIN
                                                                    : QCA::Event::StylePassword;
-    asker->ask(style, ticket->store(), ticket->entry(), ticket.get());
+    asker->ask(style, ticket->store(), ticket->entry(), reinterpret_cast<void *>(ticket->id()));
 }
 
 void QuestionService::finish(const TicketPtr &ticket, QCA::PasswordAsker *asker)

@@ -2,11 +2,26 @@
 // SPDX-License-Identifier: MIT
 #include "qca/engine/ticket.h"
 
+#include <atomic>
+
 namespace Trivex {
+
+namespace {
+
+/// Odd, and counted from an address of our own: foreign providers put real pointers, or small
+/// numbers, where this is carried.
+quintptr nextId()
+{
+    static std::atomic<quintptr> last{reinterpret_cast<quintptr>(&last) | 1U};
+    return last += 2;
+}
+
+} // namespace
 
 Ticket::Ticket(const QuestionInfo &question, const QCA::KeyStoreInfo &store,
                const QCA::KeyStoreEntry &entry)
-    : m_question(question)
+    : m_id(nextId())
+    , m_question(question)
     , m_store(store)
     , m_entry(entry)
 {

@@ -10,16 +10,16 @@
 
 namespace Trivex {
 
-/// One open question: what it asks, and where the asking thread waits. Its address travels through
-/// QCA in `Event::ptr()` and is only ever looked up, never dereferenced, because an event may pass
-/// by after its question is over.
+/// One open question: what it asks, and where the asking thread waits. Its number travels through
+/// QCA in `Event::ptr()` and is only ever looked up, because an event, or an answer to it, may pass
+/// by after its question is over. So a number is never used again, as an address would be.
 class Ticket {
 public:
     Ticket(const QuestionInfo &question, const QCA::KeyStoreInfo &store,
            const QCA::KeyStoreEntry &entry);
 
-    /// The address, as a number: what `QuestionInfo::ticket` says.
-    quintptr id() const { return reinterpret_cast<quintptr>(this); }
+    /// What `QuestionInfo::ticket` says; not 0.
+    quintptr id() const { return m_id; }
     QuestionInfo question() const;
     const QCA::KeyStoreInfo &store() const { return m_store; }
     const QCA::KeyStoreEntry &entry() const { return m_entry; }
@@ -35,6 +35,7 @@ public:
     Reply reply() const;
 
 private:
+    const quintptr m_id;
     mutable std::mutex m_mutex;
     Waiter m_waiter;
     const QuestionInfo m_question;

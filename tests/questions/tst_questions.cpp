@@ -357,6 +357,21 @@ private Q_SLOTS:
         onWorker([&] { QCOMPARE(text(generation.pin(info(), store)), QByteArray("stored")); });
     }
 
+    void numbersAreNeverUsedAgain()
+    {
+        // A late answer or withdrawal must not reach a later question.
+        Person person("typed");
+        person.start();
+        QSet<quintptr> numbers;
+        for (int i = 0; i < 50; ++i) {
+            Operation signing(Purpose::Sign, storeId);
+            onWorker([&] { QCOMPARE(text(signing.pin(info(), store)), QByteArray("typed")); });
+            numbers.insert(person.last->ticket);
+        }
+        QCOMPARE(numbers.size(), 50);
+        QVERIFY(!numbers.contains(0));
+    }
+
     void requestBeforeTheQuestionAsksNobody()
     {
         Person person("typed");
