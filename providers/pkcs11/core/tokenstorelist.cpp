@@ -63,6 +63,9 @@ QCA::Provider::Context *TokenStoreList::clone() const
 
 void TokenStoreList::start()
 {
+    // Here, because contexts may be made in other threads.
+    m_trusted = std::make_unique<TrustedStores>();
+    connect(m_trusted.get(), &TrustedStores::changed, this, &TokenStoreList::announceTrusted);
     TokenService::instance().start();
     if (TokenService::instance().hasScanned())
         QMetaObject::invokeMethod(this, &TokenStoreList::announceScan, Qt::QueuedConnection);
@@ -81,14 +84,44 @@ void TokenStoreList::awaitScan()
         QTimer::singleShot(PatiencePause, Qt::PreciseTimer, this, &TokenStoreList::awaitScan);
 }
 
+bool TokenStoreList::lookAtTrusted(int id)
+{
+    const auto store = TokenService::instance().store(id);
+    return store && m_trusted && store->type == QCA::KeyStore::System
+        && m_trusted->take(id, store->contents);
+}
+
+// Not where QCA asks for the stores, which has to be quick.
+void TokenStoreList::lookAtAllTrusted()
+{
+    const QList<int> ids = TokenService::instance().stores();
+    for (const int id : ids)
+        lookAtTrusted(id);
+}
+
+TokenContentsPtr TokenStoreList::contentsOf(const TokenStore &store) const
+{
+    const bool isTrusted = m_trusted && store.type == QCA::KeyStore::System;
+    return isTrusted ? m_trusted->shown(store.id) : store.contents;
+}
+
 void TokenStoreList::announceStores()
 {
+    lookAtAllTrusted();
     Q_EMIT updated();
+}
+
+void TokenStoreList::announceTrusted(int id)
+{
+    // It may come with its first entries.
+    Q_EMIT updated();
+    Q_EMIT storeUpdated(id);
 }
 
 void TokenStoreList::announceScan()
 {
     if (std::exchange(m_isBusy, false)) {
+        lookAtAllTrusted();
         Q_EMIT updated();
         Q_EMIT busyEnd();
     }
@@ -96,12 +129,20 @@ void TokenStoreList::announceScan()
 
 void TokenStoreList::announceContents(int id)
 {
+    if (lookAtTrusted(id))
+        Q_EMIT updated();
     Q_EMIT storeUpdated(id);
 }
 
 QList<int> TokenStoreList::keyStores()
 {
-    return TokenService::instance().stores();
+    QList<int> listed;
+    const QList<int> ids = TokenService::instance().stores();
+    for (const int id : ids) {
+        if (type(id) != QCA::KeyStore::System || !m_trusted || m_trusted->isListed(id))
+            listed.append(id);
+    }
+    return listed;
 }
 
 QCA::KeyStore::Type TokenStoreList::type(int id) const
@@ -141,8 +182,9 @@ QList<QCA::KeyStoreEntryContext *> TokenStoreList::entryList(int id)
     const auto store = TokenService::instance().store(id);
     if (!store)
         return list;
-    noteListed(id, store->contents);
-    const auto &entries = store->contents->entries;
+    const TokenContentsPtr contents = contentsOf(*store);
+    noteListed(id, contents);
+    const auto &entries = contents->entries;
     int &shown = m_shown[id];
     shown = std::max(shown, FirstStep);
     const int count = std::min(int(entries.size()), shown);

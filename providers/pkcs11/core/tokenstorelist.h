@@ -3,6 +3,7 @@
 #pragma once
 
 #include "providers/pkcs11/core/tokenservice.h"
+#include "providers/pkcs11/core/trustedstores.h"
 
 #include <QHash>
 #include <QTimer>
@@ -42,6 +43,12 @@ private:
     void announceStores();
     void announceContents(int id);
     void announceScan();
+    void announceTrusted(int id);
+    /// True when what is shown of a store of trusted certificates has changed.
+    bool lookAtTrusted(int id);
+    void lookAtAllTrusted();
+    /// What is shown of `store`.
+    TokenContentsPtr contentsOf(const TokenStore &store) const;
     void awaitScan();
     void showMore(int id);
     void noteListed(int id, const TokenContentsPtr &contents);
@@ -51,6 +58,7 @@ private:
     QHash<int, int> m_shown;
     /// What was listed of a store the last time.
     QHash<int, TokenContentsPtr> m_listed;
+    std::unique_ptr<TrustedStores> m_trusted;
     bool m_isBusy = true;
 };
 

@@ -1,0 +1,136 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/support/testcertificates.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtCrypto>
+#include <QtTest>
+
+using namespace TrivexTest;
+
+/// The trust module beside QCA's own list of the system: nothing is listed twice, and what one of
+/// them has alone is listed.
+class TestTrusted : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void showsWhatIsLeft();
+    void showsAllToWhoHasNoOtherList();
+
+private:
+    QStringList systemEntries(const QString &provider);
+
+    QTemporaryDir m_home;
+    TestAuthority m_first{QStringLiteral("First Root")};
+    TestAuthority m_second{QStringLiteral("Second Root")};
+    TestAuthority m_added{QStringLiteral("Added Root")};
+    std::unique_ptr<QCA::Initializer> m_qca;
+};
+
+namespace {
+
+QByteArray pemOf(const TestAuthority &authority)
+{
+    QFile file(authority.certificateFile());
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool write(const QString &path, const QByteArray &contents)
+{
+    QFile file(path);
+    return QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly)
+        && file.write(contents) == contents.size();
+}
+
+void configure(const QString &provider, const QVariantMap &changes)
+{
+    QVariantMap config = QCA::getProviderConfig(provider);
+    for (auto change = changes.begin(); change != changes.end(); ++change)
+        config.insert(change.key(), change.value());
+    QCA::setProviderConfig(provider, config);
+}
+
+/// The system's list is that file, whatever the machine's is.
+void setRoots(const QString &file)
+{
+    configure(QStringLiteral("default"),
+              {{QStringLiteral("use_system"), false}, {QStringLiteral("roots_file"), file}});
+    configure(QStringLiteral("qca-norvel-pkcs11"), {{QStringLiteral("allow_load_rootca"), true}});
+}
+
+} // namespace
+
+void TestTrusted::initTestCase()
+{
+    if (!QFile::exists(QStringLiteral(TRIVEX_P11_TRUST)))
+        QSKIP("no trust module of p11-kit");
+    QVERIFY(m_first.isValid() && m_second.isValid() && m_added.isValid());
+    const QString known = m_home.filePath(QStringLiteral("known"));
+    const QString mixed = m_home.filePath(QStringLiteral("mixed"));
+    QVERIFY(write(known + QStringLiteral("/anchors/first.pem"), pemOf(m_first)));
+    QVERIFY(write(known + QStringLiteral("/anchors/second.pem"), pemOf(m_second)));
+    QVERIFY(write(mixed + QStringLiteral("/anchors/first.pem"), pemOf(m_first)));
+    QVERIFY(write(mixed + QStringLiteral("/anchors/added.pem"), pemOf(m_added)));
+    QVERIFY(write(m_home.filePath(QStringLiteral("roots.pem")), pemOf(m_first) + pemOf(m_second)));
+    qputenv("HOME", QFile::encodeName(m_home.path()));
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_home.path()));
+    qputenv("TRIVEX_PKCS11_MODULES",
+            QStringLiteral(TRIVEX_P11_TRUST "|paths='%1:%2'").arg(known, mixed).toUtf8());
+}
+
+/// The entries of all stores of the system, each with its store, sorted; of one provider or of all.
+QStringList TestTrusted::systemEntries(const QString &provider)
+{
+    if (provider.isEmpty())
+        QCA::KeyStoreManager::start();
+    else
+        QCA::KeyStoreManager::start(provider);
+    QCA::KeyStoreManager manager;
+    manager.waitForBusyFinished();
+    // Longer than anybody waits for the other list.
+    QTest::qWait(700);
+    manager.sync();
+    QStringList found;
+    const QStringList ids = manager.keyStores();
+    for (const QString &id : ids) {
+        QCA::KeyStore store(id, &manager);
+        if (store.type() != QCA::KeyStore::System)
+            continue;
+        const QString origin = id.startsWith(QLatin1String("pkcs11:")) ? QStringLiteral("token")
+                                                                       : QStringLiteral("list");
+        const auto entries = store.entryList();
+        if (entries.isEmpty())
+            found += origin + QStringLiteral(": empty");
+        for (const QCA::KeyStoreEntry &entry : entries)
+            found += origin + QStringLiteral(": ") + entry.certificate().commonName();
+    }
+    found.sort();
+    return found;
+}
+
+void TestTrusted::showsWhatIsLeft()
+{
+    m_qca = std::make_unique<QCA::Initializer>();
+    if (!QCA::isSupported("cert,crl"))
+        QSKIP("QCA has no list of the system");
+    setRoots(m_home.filePath(QStringLiteral("roots.pem")));
+    QCOMPARE(systemEntries(QString()),
+             QStringList({QStringLiteral("list: First Root"), QStringLiteral("list: Second Root"),
+                          QStringLiteral("token: Added Root")}));
+}
+
+void TestTrusted::showsAllToWhoHasNoOtherList()
+{
+    m_qca.reset();
+    m_qca = std::make_unique<QCA::Initializer>();
+    setRoots(m_home.filePath(QStringLiteral("roots.pem")));
+    QCOMPARE(
+        systemEntries(QStringLiteral("qca-norvel-pkcs11")),
+        QStringList({QStringLiteral("token: Added Root"), QStringLiteral("token: First Root"),
+                     QStringLiteral("token: First Root"), QStringLiteral("token: Second Root")}));
+}
+
+QTEST_GUILESS_MAIN(TestTrusted)
+#include "tst_trusted.moc"
