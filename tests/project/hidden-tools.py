@@ -35,6 +35,7 @@ CASES = [
     ("clang-format", "project_format", "clang-format"),
     ("shellcheck", "project_scripts", "shellcheck"),
     ("nm", "project_symbols", "nm"),
+    ("nm", "project_definitions", "nm"),
     ("reuse", "project_licences", "reuse"),
     ("desktop-file-validate", "desktop_files_desktop", "desktop-file-validate"),
     ("appstreamcli", "desktop_files_metainfo", "appstreamcli"),

@@ -140,7 +140,8 @@ CK_OBJECT_HANDLE putHalf(Writing &writing, const Wanted &wanted, const KeyMateri
 
 /// A bundle, with what the token has of it.
 struct WantedBundle {
-    WantedBundle(const TokenConnection &connection, const Writing &writing, const Bundle &bundle)
+    WantedBundle(const TokenConnection &connection, const Writing &writing,
+                 const BundleToWrite &bundle)
     {
         const TokenKeyPtr known = connection.contents()->keyFor(bundle.key.publicInfo());
         id = known && !known->id.isEmpty() ? known->id : idForPublicKey(bundle.key.publicInfo());
@@ -180,7 +181,7 @@ void putChain(TokenConnection &connection, Writing &writing, const WantedBundle 
     connection.noteWritten(written);
 }
 
-void checkBundle(const Bundle &bundle)
+void checkBundle(const BundleToWrite &bundle)
 {
     if (bundle.chain.empty() || !bundle.key.isPrivate()
         || comparablePublicInfo(publicInfoIn(parsed(bundle.chain.front())))
@@ -203,7 +204,7 @@ QString writeCertificate(TokenConnection &connection, Operation &operation, cons
     return id;
 }
 
-QString writeBundle(TokenConnection &connection, Operation &operation, const Bundle &bundle)
+QString writeBundle(TokenConnection &connection, Operation &operation, const BundleToWrite &bundle)
 {
     checkBundle(bundle);
     const TokenCertificate own = parsed(bundle.chain.front());

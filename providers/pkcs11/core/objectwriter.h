@@ -12,7 +12,7 @@ namespace Trivex {
 QString writeCertificate(TokenConnection &connection, Operation &operation, const QByteArray &der);
 
 /// A private key with its certificates.
-struct Bundle {
+struct BundleToWrite {
     QString name; ///< the label; the common name when empty
     std::vector<QByteArray> chain; ///< DER, the key's own certificate first
     KeyMaterial key;
@@ -23,6 +23,6 @@ struct Bundle {
 /// of the entry. Throws `Pkcs11::Error`.
 ///
 /// The keys come first: cut short, they are a key without a certificate, which shows nowhere.
-QString writeBundle(TokenConnection &connection, Operation &operation, const Bundle &bundle);
+QString writeBundle(TokenConnection &connection, Operation &operation, const BundleToWrite &bundle);
 
 } // namespace Trivex

@@ -256,7 +256,7 @@ QString TokenStoreList::writeEntry(int id, const QCA::Certificate &certificate)
 
 QString TokenStoreList::writeEntry(int id, const QCA::KeyBundle &bundle)
 {
-    Bundle toWrite;
+    BundleToWrite toWrite;
     if (!bundle.isNull()) {
         toWrite.name = bundle.name();
         const QCA::CertificateChain chain = bundle.certificateChain();
