@@ -72,6 +72,8 @@ private Q_SLOTS:
     void tokenWithoutTheMechanism();
     void pairingBeforeLogin_data();
     void pairingBeforeLogin();
+    void lyingToken_data();
+    void lyingToken();
     void signature_data();
     void signature();
     void unusableSignature();
@@ -350,6 +352,33 @@ void TestGostToken::pairingBeforeLogin()
     const QByteArray signature = key.signMessage(Data, signatureFor(key), QCA::DefaultFormat);
     QVERIFY(opensslVerifies(Trivex::encodedPublicKey(key), signature));
     QCOMPARE(m_token->count("C_Login"), 1);
+}
+
+void TestGostToken::lyingToken_data()
+{
+    QTest::addColumn<QByteArray>("order");
+    for (const char *attribute : {"CKA_GOSTR3410_PARAMS", "CKA_GOSTR3411_PARAMS", "CKA_VALUE"}) {
+        for (const char *lie : {"beyond 64", "moved"})
+            newRow({attribute, lie})
+                << QByteArray("lie ").append(attribute).append(" * ").append(lie);
+    }
+}
+
+/// What can't be believed makes no key; the token is read and used all the same.
+void TestGostToken::lyingToken()
+{
+    QFETCH(QByteArray, order);
+    const QString id = issueAndImport(generate(QStringLiteral("gost2012-512"), QString()),
+                                      QStringLiteral("/CN=Lie"));
+    QVERIFY(!id.isEmpty());
+    m_token->control(QByteArray(order).append("\nremove"));
+    QTRY_VERIFY(!Trivex::TokenMonitor::token(m_store->id()).present);
+    m_token->control(order);
+    QTRY_VERIFY(Trivex::TokenMonitor::token(m_store->id()).present);
+    QTRY_VERIFY(!Trivex::TokenMonitor::token(m_store->id()).loading);
+    m_stores->currentEntries(StoreName);
+    QVERIFY(m_token->replug(m_store->id()));
+    QCOMPARE(entryWithId(id).type(), QCA::KeyStoreEntry::TypeKeyBundle);
 }
 
 void TestGostToken::signature_data()

@@ -145,6 +145,7 @@ QByteArray signGost(TokenConnection &connection, Operation &operation, const Tok
     const bool takesDigest = connection.supports(mechanisms.sign);
     if (takesDigest && digest.isEmpty() && message && connection.supports(mechanisms.digest))
         digest = digestBy(connection, mechanisms.digest, *message, mechanisms.signatureSize / 2);
+    connection.checkCancelled();
     const bool givesDigest = takesDigest && !digest.isEmpty();
     if (!givesDigest && !(message && connection.supports(mechanisms.signMessage)))
         throw Error(TokenError::NotSupported);
