@@ -49,17 +49,37 @@
         <source>Remove certificates that are no longer needed, or use another token.</source>
         <translation>Remove certificates that are no longer needed, or use another token.</translation>
     </message>
+    <message id="trivex-app-advice-in-use">
+        <source>Close the other programs that work with this token, then start again.</source>
+        <translation>Close the other programs that work with this token, then start again.</translation>
+    </message>
     <message id="trivex-app-advice-locked">
         <source>Have the PIN unlocked by whoever gave out the token, with its administrator PIN.</source>
         <translation>Have the PIN unlocked by whoever gave out the token, with its administrator PIN.</translation>
+    </message>
+    <message id="trivex-app-advice-no-private-key">
+        <source>Choose another certificate, or the token on which its key was made.</source>
+        <translation>Choose another certificate, or the token on which its key was made.</translation>
     </message>
     <message id="trivex-app-advice-not-found">
         <source>Check that the right token is inserted.</source>
         <translation>Check that the right token is inserted.</translation>
     </message>
+    <message id="trivex-app-advice-not-logged-in">
+        <source>Take the token out and insert it again. If it stays so, have it set up anew.</source>
+        <translation>Take the token out and insert it again. If it stays so, have it set up anew.</translation>
+    </message>
     <message id="trivex-app-advice-pin">
         <source>Start again and type the PIN of this token. Nothing is tried again by itself.</source>
         <translation>Start again and type the PIN of this token. Nothing is tried again by itself.</translation>
+    </message>
+    <message id="trivex-app-advice-pin-expired">
+        <source>Change the PIN with the program that came with the token, then start again.</source>
+        <translation>Change the PIN with the program that came with the token, then start again.</translation>
+    </message>
+    <message id="trivex-app-advice-pin-not-set">
+        <source>Set the user PIN with the program that came with the token, then start again.</source>
+        <translation>Set the user PIN with the program that came with the token, then start again.</translation>
     </message>
     <message id="trivex-app-advice-read-only">
         <source>Choose another token, or have the protection removed.</source>
@@ -196,6 +216,10 @@
         <source>There is no room left on the token.</source>
         <translation>There is no room left on the token.</translation>
     </message>
+    <message id="trivex-app-cause-in-use">
+        <source>Another program is using the token.</source>
+        <translation>Another program is using the token.</translation>
+    </message>
     <message id="trivex-app-cause-locked">
         <source>The token has locked its PIN after too many wrong tries.</source>
         <translation>The token has locked its PIN after too many wrong tries.</translation>
@@ -204,9 +228,25 @@
         <source>No PIN was given.</source>
         <translation>No PIN was given.</translation>
     </message>
+    <message id="trivex-app-cause-no-private-key">
+        <source>The token holds no private key for this certificate.</source>
+        <translation>The token holds no private key for this certificate.</translation>
+    </message>
     <message id="trivex-app-cause-not-found">
         <source>The key or certificate is no longer on the token.</source>
         <translation>The key or certificate is no longer on the token.</translation>
+    </message>
+    <message id="trivex-app-cause-not-logged-in">
+        <source>The token wants a login, but does not let anybody log in.</source>
+        <translation>The token wants a login, but does not let anybody log in.</translation>
+    </message>
+    <message id="trivex-app-cause-pin-expired">
+        <source>The PIN of the token has to be changed first.</source>
+        <translation>The PIN of the token has to be changed first.</translation>
+    </message>
+    <message id="trivex-app-cause-pin-not-set">
+        <source>The token has no PIN for its user yet.</source>
+        <translation>The token has no PIN for its user yet.</translation>
     </message>
     <message id="trivex-app-cause-read-only">
         <source>The token is write-protected.</source>

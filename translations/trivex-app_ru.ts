@@ -49,17 +49,37 @@
         <source>Remove certificates that are no longer needed, or use another token.</source>
         <translation>Удалите ненужные сертификаты или возьмите другой токен.</translation>
     </message>
+    <message id="trivex-app-advice-in-use">
+        <source>Close the other programs that work with this token, then start again.</source>
+        <translation>Закройте другие программы, которые работают с этим токеном, и начните заново.</translation>
+    </message>
     <message id="trivex-app-advice-locked">
         <source>Have the PIN unlocked by whoever gave out the token, with its administrator PIN.</source>
         <translation>Обратитесь к тому, кто выдал токен: PIN разблокируют PIN-кодом администратора.</translation>
+    </message>
+    <message id="trivex-app-advice-no-private-key">
+        <source>Choose another certificate, or the token on which its key was made.</source>
+        <translation>Выберите другой сертификат или вставьте токен, на котором создан его ключ.</translation>
     </message>
     <message id="trivex-app-advice-not-found">
         <source>Check that the right token is inserted.</source>
         <translation>Проверьте, тот ли токен вставлен.</translation>
     </message>
+    <message id="trivex-app-advice-not-logged-in">
+        <source>Take the token out and insert it again. If it stays so, have it set up anew.</source>
+        <translation>Извлеките токен и вставьте его снова. Если не поможет, попросите настроить токен заново.</translation>
+    </message>
     <message id="trivex-app-advice-pin">
         <source>Start again and type the PIN of this token. Nothing is tried again by itself.</source>
         <translation>Начните заново и введите PIN этого токена. Повторных попыток программа сама не делает.</translation>
+    </message>
+    <message id="trivex-app-advice-pin-expired">
+        <source>Change the PIN with the program that came with the token, then start again.</source>
+        <translation>Смените PIN в программе, поставляемой с токеном, и начните заново.</translation>
+    </message>
+    <message id="trivex-app-advice-pin-not-set">
+        <source>Set the user PIN with the program that came with the token, then start again.</source>
+        <translation>Задайте PIN пользователя в программе, поставляемой с токеном, и начните заново.</translation>
     </message>
     <message id="trivex-app-advice-read-only">
         <source>Choose another token, or have the protection removed.</source>
@@ -197,6 +217,10 @@
         <source>There is no room left on the token.</source>
         <translation>На токене не осталось места.</translation>
     </message>
+    <message id="trivex-app-cause-in-use">
+        <source>Another program is using the token.</source>
+        <translation>Токен занят другой программой.</translation>
+    </message>
     <message id="trivex-app-cause-locked">
         <source>The token has locked its PIN after too many wrong tries.</source>
         <translation>Токен заблокировал PIN после нескольких неверных попыток.</translation>
@@ -205,9 +229,25 @@
         <source>No PIN was given.</source>
         <translation>PIN не был введён.</translation>
     </message>
+    <message id="trivex-app-cause-no-private-key">
+        <source>The token holds no private key for this certificate.</source>
+        <translation>На токене нет закрытого ключа для этого сертификата.</translation>
+    </message>
     <message id="trivex-app-cause-not-found">
         <source>The key or certificate is no longer on the token.</source>
         <translation>Ключа или сертификата больше нет на токене.</translation>
+    </message>
+    <message id="trivex-app-cause-not-logged-in">
+        <source>The token wants a login, but does not let anybody log in.</source>
+        <translation>Токен требует входа, но войти не даёт.</translation>
+    </message>
+    <message id="trivex-app-cause-pin-expired">
+        <source>The PIN of the token has to be changed first.</source>
+        <translation>Сначала нужно сменить PIN токена.</translation>
+    </message>
+    <message id="trivex-app-cause-pin-not-set">
+        <source>The token has no PIN for its user yet.</source>
+        <translation>На токене ещё не задан PIN пользователя.</translation>
     </message>
     <message id="trivex-app-cause-read-only">
         <source>The token is write-protected.</source>

@@ -6,6 +6,9 @@
 #include <QSysInfo>
 #include <QtCrypto>
 
+#include <algorithm>
+#include <iterator>
+
 namespace Trivex {
 
 namespace {
@@ -16,42 +19,83 @@ QString purposeName(Purpose purpose)
     return QLatin1String(names[int(purpose)]);
 }
 
-QString deviceCause(unsigned long value)
-{
-    switch (value) {
-    case 0x21: // CKR_DATA_LEN_RANGE
-    case 0x20: // CKR_DATA_INVALID
-        //% "The token did not accept the data."
-        return qtTrId("trivex-app-cause-data");
-    case 0x31: // CKR_DEVICE_MEMORY
-        //% "There is no room left on the token."
-        return qtTrId("trivex-app-cause-full");
-    case 0x62: // CKR_KEY_SIZE_RANGE
-        //% "The token does not know this kind or size of key."
-        return qtTrId("trivex-app-cause-unsupported");
-    default:
-        //% "The token or its reader reported a fault."
-        return qtTrId("trivex-app-cause-device");
-    }
-}
+struct Texts {
+    TokenError::Kind kind;
+    const char *cause;
+    const char *advice;
+};
 
-QString deviceAdvice(unsigned long value)
+constexpr Texts AllTexts[] = {
+    //% "The PIN is not right."
+    {TokenError::WrongPin, QT_TRID_NOOP("trivex-app-cause-wrong-pin"),
+     //% "Start again and type the PIN of this token. Nothing is tried again by itself."
+     QT_TRID_NOOP("trivex-app-advice-pin")},
+    //% "The token has locked its PIN after too many wrong tries."
+    {TokenError::PinLocked, QT_TRID_NOOP("trivex-app-cause-locked"),
+     //% "Have the PIN unlocked by whoever gave out the token, with its administrator PIN."
+     QT_TRID_NOOP("trivex-app-advice-locked")},
+    //% "No PIN was given."
+    {TokenError::PinMissing, QT_TRID_NOOP("trivex-app-cause-no-pin"), "trivex-app-advice-pin"},
+    //% "The token was removed."
+    {TokenError::TokenRemoved, QT_TRID_NOOP("trivex-app-cause-removed"),
+     //% "Insert the token and start again. Nothing half-done was left on it."
+     QT_TRID_NOOP("trivex-app-advice-removed")},
+    //% "There is no room left on the token."
+    {TokenError::TokenFull, QT_TRID_NOOP("trivex-app-cause-full"),
+     //% "Remove certificates that are no longer needed, or use another token."
+     QT_TRID_NOOP("trivex-app-advice-full")},
+    //% "The token is write-protected."
+    {TokenError::ReadOnly, QT_TRID_NOOP("trivex-app-cause-read-only"),
+     //% "Choose another token, or have the protection removed."
+     QT_TRID_NOOP("trivex-app-advice-read-only")},
+    //% "The token does not know this kind or size of key."
+    {TokenError::NotSupported, QT_TRID_NOOP("trivex-app-cause-unsupported"),
+     //% "Choose another algorithm or another token."
+     QT_TRID_NOOP("trivex-app-advice-unsupported")},
+    //% "The key or certificate is no longer on the token."
+    {TokenError::NotFound, QT_TRID_NOOP("trivex-app-cause-not-found"),
+     //% "Check that the right token is inserted."
+     QT_TRID_NOOP("trivex-app-advice-not-found")},
+    //% "The operation was stopped."
+    {TokenError::Cancelled, QT_TRID_NOOP("trivex-app-cause-cancelled"),
+     //% "Nothing was changed. Start again when you like."
+     QT_TRID_NOOP("trivex-app-advice-cancelled")},
+    //% "The token has no PIN for its user yet."
+    {TokenError::PinNotSet, QT_TRID_NOOP("trivex-app-cause-pin-not-set"),
+     //% "Set the user PIN with the program that came with the token, then start again."
+     QT_TRID_NOOP("trivex-app-advice-pin-not-set")},
+    //% "The PIN of the token has to be changed first."
+    {TokenError::PinExpired, QT_TRID_NOOP("trivex-app-cause-pin-expired"),
+     //% "Change the PIN with the program that came with the token, then start again."
+     QT_TRID_NOOP("trivex-app-advice-pin-expired")},
+    //% "The token wants a login, but does not let anybody log in."
+    {TokenError::NotLoggedIn, QT_TRID_NOOP("trivex-app-cause-not-logged-in"),
+     //% "Take the token out and insert it again. If it stays so, have it set up anew."
+     QT_TRID_NOOP("trivex-app-advice-not-logged-in")},
+    //% "Another program is using the token."
+    {TokenError::TokenInUse, QT_TRID_NOOP("trivex-app-cause-in-use"),
+     //% "Close the other programs that work with this token, then start again."
+     QT_TRID_NOOP("trivex-app-advice-in-use")},
+    //% "The token did not accept the data."
+    {TokenError::DataRefused, QT_TRID_NOOP("trivex-app-cause-data"),
+     //% "Choose another key: this one can't be used for what was asked of it."
+     QT_TRID_NOOP("trivex-app-advice-data")},
+    //% "The token holds no private key for this certificate."
+    {TokenError::NoKey, QT_TRID_NOOP("trivex-app-cause-no-private-key"),
+     //% "Choose another certificate, or the token on which its key was made."
+     QT_TRID_NOOP("trivex-app-advice-no-private-key")},
+    //% "The token or its reader reported a fault."
+    {TokenError::DeviceFailure, QT_TRID_NOOP("trivex-app-cause-device"),
+     //% "Take the token out, insert it again and retry. If it stays so, copy the report."
+     QT_TRID_NOOP("trivex-app-advice-device")},
+};
+
+/// Null where nothing failed.
+const Texts *textsOf(TokenError::Kind kind)
 {
-    switch (value) {
-    case 0x21: // CKR_DATA_LEN_RANGE
-    case 0x20: // CKR_DATA_INVALID
-        //% "Choose another key: this one can't be used for what was asked of it."
-        return qtTrId("trivex-app-advice-data");
-    case 0x31: // CKR_DEVICE_MEMORY
-        //% "Remove certificates that are no longer needed, or use another token."
-        return qtTrId("trivex-app-advice-full");
-    case 0x62: // CKR_KEY_SIZE_RANGE
-        //% "Choose another algorithm or another token."
-        return qtTrId("trivex-app-advice-unsupported");
-    default:
-        //% "Take the token out, insert it again and retry. If it stays so, copy the report."
-        return qtTrId("trivex-app-advice-device");
-    }
+    const auto *found = std::find_if(std::begin(AllTexts), std::end(AllTexts),
+                                     [kind](const Texts &one) { return one.kind == kind; });
+    return found == std::end(AllTexts) ? nullptr : found;
 }
 
 } // namespace
@@ -101,115 +145,14 @@ QString TokenErrors::advice() const
 
 QString TokenErrors::causeOf(const TokenError &error)
 {
-    switch (error.kind) {
-    case TokenError::NoError:
-        return {};
-    case TokenError::WrongPin:
-        //% "The PIN is not right."
-        return qtTrId("trivex-app-cause-wrong-pin");
-    case TokenError::PinLocked:
-        //% "The token has locked its PIN after too many wrong tries."
-        return qtTrId("trivex-app-cause-locked");
-    case TokenError::PinMissing:
-        //% "No PIN was given."
-        return qtTrId("trivex-app-cause-no-pin");
-    case TokenError::TokenRemoved:
-        //% "The token was removed."
-        return qtTrId("trivex-app-cause-removed");
-    case TokenError::TokenFull:
-        return deviceCause(0x31);
-    case TokenError::ReadOnly:
-        //% "The token is write-protected."
-        return qtTrId("trivex-app-cause-read-only");
-    case TokenError::NotSupported:
-        return deviceCause(0x62);
-    case TokenError::NotFound:
-        //% "The key or certificate is no longer on the token."
-        return qtTrId("trivex-app-cause-not-found");
-    case TokenError::Cancelled:
-        //% "The operation was stopped."
-        return qtTrId("trivex-app-cause-cancelled");
-    case TokenError::DeviceFailure:
-        return deviceCause(error.returnValue);
-    }
-    return {};
+    const Texts *texts = textsOf(error.kind);
+    return texts ? qtTrId(texts->cause) : QString();
 }
 
 QString TokenErrors::adviceOf(const TokenError &error)
 {
-    switch (error.kind) {
-    case TokenError::NoError:
-        return {};
-    case TokenError::WrongPin:
-    case TokenError::PinMissing:
-        //% "Start again and type the PIN of this token. Nothing is tried again by itself."
-        return qtTrId("trivex-app-advice-pin");
-    case TokenError::PinLocked:
-        //% "Have the PIN unlocked by whoever gave out the token, with its administrator PIN."
-        return qtTrId("trivex-app-advice-locked");
-    case TokenError::TokenRemoved:
-        //% "Insert the token and start again. Nothing half-done was left on it."
-        return qtTrId("trivex-app-advice-removed");
-    case TokenError::TokenFull:
-        return deviceAdvice(0x31);
-    case TokenError::ReadOnly:
-        //% "Choose another token, or have the protection removed."
-        return qtTrId("trivex-app-advice-read-only");
-    case TokenError::NotSupported:
-        return deviceAdvice(0x62);
-    case TokenError::NotFound:
-        //% "Check that the right token is inserted."
-        return qtTrId("trivex-app-advice-not-found");
-    case TokenError::Cancelled:
-        //% "Nothing was changed. Start again when you like."
-        return qtTrId("trivex-app-advice-cancelled");
-    case TokenError::DeviceFailure:
-        return deviceAdvice(error.returnValue);
-    }
-    return {};
-}
-
-QString TokenErrors::returnValueName(unsigned long value)
-{
-    static const struct {
-        unsigned long value;
-        const char *name;
-    } names[] = {
-        {0x0, "CKR_OK"},
-        {0x1, "CKR_CANCEL"},
-        {0x2, "CKR_HOST_MEMORY"},
-        {0x3, "CKR_SLOT_ID_INVALID"},
-        {0x5, "CKR_GENERAL_ERROR"},
-        {0x6, "CKR_FUNCTION_FAILED"},
-        {0x7, "CKR_ARGUMENTS_BAD"},
-        {0x20, "CKR_DATA_INVALID"},
-        {0x21, "CKR_DATA_LEN_RANGE"},
-        {0x30, "CKR_DEVICE_ERROR"},
-        {0x31, "CKR_DEVICE_MEMORY"},
-        {0x32, "CKR_DEVICE_REMOVED"},
-        {0x50, "CKR_FUNCTION_CANCELED"},
-        {0x54, "CKR_FUNCTION_NOT_SUPPORTED"},
-        {0x60, "CKR_KEY_HANDLE_INVALID"},
-        {0x62, "CKR_KEY_SIZE_RANGE"},
-        {0x70, "CKR_MECHANISM_INVALID"},
-        {0x71, "CKR_MECHANISM_PARAM_INVALID"},
-        {0x82, "CKR_OBJECT_HANDLE_INVALID"},
-        {0xA0, "CKR_PIN_INCORRECT"},
-        {0xA2, "CKR_PIN_LEN_RANGE"},
-        {0xA3, "CKR_PIN_EXPIRED"},
-        {0xA4, "CKR_PIN_LOCKED"},
-        {0xB3, "CKR_SESSION_HANDLE_INVALID"},
-        {0xB5, "CKR_SESSION_READ_ONLY"},
-        {0xE0, "CKR_TOKEN_NOT_PRESENT"},
-        {0xE1, "CKR_TOKEN_NOT_RECOGNIZED"},
-        {0xE2, "CKR_TOKEN_WRITE_PROTECTED"},
-        {0x101, "CKR_USER_NOT_LOGGED_IN"},
-    };
-    for (const auto &entry : names) {
-        if (entry.value == value)
-            return QLatin1String(entry.name);
-    }
-    return QStringLiteral("0x%1").arg(value, 8, 16, QLatin1Char('0'));
+    const Texts *texts = textsOf(error.kind);
+    return texts ? qtTrId(texts->advice) : QString();
 }
 
 QString TokenErrors::report() const
@@ -222,7 +165,7 @@ QString TokenErrors::report() const
         m_when.toString(Qt::ISODate),
         QStringLiteral("operation: ") + purposeName(m_error.purpose),
         QStringLiteral("call: ") + m_error.function,
-        QStringLiteral("result: ") + returnValueName(m_error.returnValue),
+        QStringLiteral("result: %1 (0x%2)").arg(m_error.returnName).arg(m_error.returnValue, 0, 16),
         QStringLiteral("token: %1, %2").arg(token.manufacturer.trimmed(), token.model.trimmed()),
         QStringLiteral("system: %1, Qt %2, QCA %3")
             .arg(QSysInfo::prettyProductName(), QLatin1String(qVersion()),

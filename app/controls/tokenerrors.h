@@ -32,8 +32,6 @@ public:
 
     static QString causeOf(const TokenError &error);
     static QString adviceOf(const TokenError &error);
-    /// The PKCS#11 name of a return value, or its number.
-    static QString returnValueName(unsigned long value);
 
 Q_SIGNALS:
     void changed();

@@ -40,6 +40,12 @@ struct TokenError {
         NotSupported, ///< mechanism, key kind or size that the token does not know
         NotFound,
         Cancelled,
+        PinNotSet, ///< the token has no user PIN yet
+        PinExpired, ///< the PIN has to be changed before it can be used
+        NotLoggedIn, ///< the token wants a login that it does not offer
+        TokenInUse, ///< another program, or another user of the token, stands in the way
+        DataRefused, ///< what was to be signed or decrypted
+        NoKey, ///< the login showed no private key for the certificate
         DeviceFailure, ///< everything else; `returnValue` says what
     };
     Kind kind = NoError;
@@ -47,6 +53,7 @@ struct TokenError {
     Purpose purpose = Purpose::Sign;
     QString function; ///< the PKCS#11 call that failed, for a report
     unsigned long returnValue = 0; ///< CK_RV
+    QString returnName; ///< the same as PKCS#11 names it; empty when no call failed
 };
 
 /// Live view of the tokens of the process. Make one per user; signals arrive on its thread.

@@ -34,8 +34,6 @@ private Q_SLOTS:
     void cleanup();
     void tokenErrors_data() { languages(); }
     void tokenErrors();
-    void returnValues_data() { languages(); }
-    void returnValues();
     void files_data() { languages(); }
     void files();
     void languagesDiffer();
@@ -88,27 +86,6 @@ void AppErrorsTest::tokenErrors()
         QVERIFY2(cause != advice && !causes.contains(cause), qPrintable(cause));
         causes += cause;
     }
-}
-
-void AppErrorsTest::returnValues()
-{
-    QSet<QString> causes;
-    QSet<QString> advices;
-    for (unsigned long value = 0; value <= 0x200; ++value) {
-        TokenError error;
-        error.kind = TokenError::DeviceFailure;
-        error.returnValue = value;
-        const QString cause = TokenErrors::causeOf(error);
-        const QString advice = TokenErrors::adviceOf(error);
-        QVERIFY2(isSentence(cause) && isSentence(advice), qPrintable(cause + advice));
-        causes += cause;
-        advices += advice;
-    }
-    // Another cause has another next step.
-    QCOMPARE(causes.size(), 4);
-    QCOMPARE(advices.size(), causes.size());
-    QCOMPARE(TokenErrors::returnValueName(0xA0), QStringLiteral("CKR_PIN_INCORRECT"));
-    QCOMPARE(TokenErrors::returnValueName(0x80000001), QStringLiteral("0x80000001"));
 }
 
 void AppErrorsTest::files()

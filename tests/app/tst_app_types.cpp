@@ -388,6 +388,7 @@ void AppTypesTest::reportHasNoTokenSerial()
     error.kind = TokenError::WrongPin;
     error.function = QStringLiteral("C_Login");
     error.returnValue = 0xA0;
+    error.returnName = QStringLiteral("CKR_PIN_INCORRECT");
     QSignalSpy failed(&errors, &TokenErrors::failed);
     QMetaObject::invokeMethod(&errors, "take", Q_ARG(Trivex::TokenError, error));
     QCOMPARE(failed.count(), 1);

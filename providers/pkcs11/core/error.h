@@ -2,10 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "providers/pkcs11/core/tokensexport.h"
-#include "qca/adapter/tokens.h"
-
-#include <p11-kit/pkcs11.h>
+#include "providers/pkcs11/core/returnvalues.h"
 
 #include <exception>
 
@@ -34,11 +31,5 @@ private:
 
 /// Throws unless `returnValue` is CKR_OK.
 void check(CK_RV returnValue, const char *function);
-
-/// What a return value means to a caller; the only place where return values are interpreted so.
-TokenError::Kind kindOf(CK_RV returnValue) noexcept;
-
-/// True when the session that got `returnValue` is of no use any more.
-bool endsSession(CK_RV returnValue) noexcept;
 
 } // namespace Trivex::Pkcs11

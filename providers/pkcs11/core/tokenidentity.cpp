@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/core/tokenidentity.h"
 
+#include "providers/pkcs11/core/tokentext.h"
+
 #include <p11-kit/uri.h>
 
 #include <cstdlib>
@@ -19,12 +21,9 @@ struct FreeText {
     void operator()(char *text) const noexcept { std::free(text); }
 };
 
-/// Token texts are UTF-8, padded with blanks (PKCS#11 2.40, 3.2); some pad with zeros.
 template <size_t size> QString paddedText(const CK_UTF8CHAR (&field)[size])
 {
-    const QByteArray bytes(reinterpret_cast<const char *>(field), int(size));
-    const int end = bytes.indexOf('\0');
-    return QString::fromUtf8(end < 0 ? bytes : bytes.left(end)).trimmed();
+    return tokenText(QByteArray(reinterpret_cast<const char *>(field), int(size)));
 }
 
 QString uriOf(const CK_TOKEN_INFO &info)

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "providers/pkcs11/core/tokensexport.h"
+
 #include <QString>
 
 #include <p11-kit/pkcs11.h>
@@ -17,6 +19,6 @@ struct TokenIdentity {
     QString serial;
 };
 
-TokenIdentity identityOf(const CK_TOKEN_INFO &info);
+TRIVEX_TOKENS_EXPORT TokenIdentity identityOf(const CK_TOKEN_INFO &info);
 
 } // namespace Trivex

@@ -5,6 +5,7 @@
 #include "providers/pkcs11/core/error.h"
 #include "providers/pkcs11/core/gostkeys.h"
 #include "providers/pkcs11/core/objectsearch.h"
+#include "providers/pkcs11/core/tokentext.h"
 #include "qca/engine/x509/derwriter.h"
 
 namespace Trivex {
@@ -15,11 +16,6 @@ using Pkcs11::AttributeReader;
 using Pkcs11::Session;
 
 constexpr quint8 OctetStringTag = 0x04;
-
-QString text(const QByteArray &bytes)
-{
-    return QString::fromUtf8(bytes).trimmed();
-}
 
 std::vector<CK_OBJECT_HANDLE> findCertificates(const Session &session, CertificateChoice choice)
 {
@@ -50,7 +46,7 @@ TokenKey keyFrom(const AttributeReader &reader, const Session &session, CK_OBJEC
     TokenKey key;
     key.type = reader.number(0, CKK_VENDOR_DEFINED);
     key.id = reader.value(1);
-    key.label = text(reader.value(2));
+    key.label = tokenText(reader.value(2));
     key.publicInfo = publicInfoOf(session, object, key.type);
     key.*half = object;
     return key;
@@ -119,7 +115,7 @@ std::vector<TokenCertificate> readCertificates(const Session &session, Certifica
         if (!certificate.parts.isValid())
             continue;
         certificate.id = reader.value(1);
-        certificate.label = text(reader.value(2));
+        certificate.label = tokenText(reader.value(2));
         certificate.objects = {object};
         certificates.push_back(std::move(certificate));
     }

@@ -1,0 +1,232 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/core/returnvalues.h"
+#include "providers/pkcs11/core/tokenidentity.h"
+#include "providers/pkcs11/core/tokentext.h"
+
+#include <QtTest>
+
+#include <cstring>
+
+using namespace Trivex;
+
+namespace {
+
+struct Code {
+    CK_RV value;
+    const char *name;
+};
+
+#define R(name)                                                                                    \
+    {                                                                                              \
+        name, #name                                                                                \
+    }
+// From the header where it has them right, so that numbers and names are not only ours.
+const Code Known[] = {
+    R(CKR_OK),
+    R(CKR_CANCEL),
+    R(CKR_HOST_MEMORY),
+    R(CKR_SLOT_ID_INVALID),
+    R(CKR_GENERAL_ERROR),
+    R(CKR_FUNCTION_FAILED),
+    R(CKR_ARGUMENTS_BAD),
+    R(CKR_NO_EVENT),
+    R(CKR_NEED_TO_CREATE_THREADS),
+    R(CKR_CANT_LOCK),
+    R(CKR_ATTRIBUTE_READ_ONLY),
+    R(CKR_ATTRIBUTE_SENSITIVE),
+    R(CKR_ATTRIBUTE_TYPE_INVALID),
+    R(CKR_ATTRIBUTE_VALUE_INVALID),
+    R(CKR_ACTION_PROHIBITED),
+    R(CKR_DATA_INVALID),
+    R(CKR_DATA_LEN_RANGE),
+    R(CKR_DEVICE_ERROR),
+    R(CKR_DEVICE_MEMORY),
+    R(CKR_DEVICE_REMOVED),
+    R(CKR_ENCRYPTED_DATA_INVALID),
+    R(CKR_ENCRYPTED_DATA_LEN_RANGE),
+    R(CKR_FUNCTION_CANCELED),
+    R(CKR_FUNCTION_NOT_PARALLEL),
+    R(CKR_FUNCTION_NOT_SUPPORTED),
+    R(CKR_KEY_HANDLE_INVALID),
+    R(CKR_KEY_SIZE_RANGE),
+    R(CKR_KEY_TYPE_INCONSISTENT),
+    R(CKR_KEY_NOT_NEEDED),
+    R(CKR_KEY_CHANGED),
+    R(CKR_KEY_NEEDED),
+    R(CKR_KEY_INDIGESTIBLE),
+    R(CKR_KEY_FUNCTION_NOT_PERMITTED),
+    R(CKR_KEY_NOT_WRAPPABLE),
+    R(CKR_KEY_UNEXTRACTABLE),
+    R(CKR_MECHANISM_INVALID),
+    R(CKR_MECHANISM_PARAM_INVALID),
+    R(CKR_OBJECT_HANDLE_INVALID),
+    R(CKR_OPERATION_ACTIVE),
+    R(CKR_OPERATION_NOT_INITIALIZED),
+    R(CKR_PIN_INCORRECT),
+    R(CKR_PIN_INVALID),
+    R(CKR_PIN_LEN_RANGE),
+    R(CKR_PIN_EXPIRED),
+    R(CKR_PIN_LOCKED),
+    R(CKR_SESSION_CLOSED),
+    R(CKR_SESSION_COUNT),
+    R(CKR_SESSION_HANDLE_INVALID),
+    R(CKR_SESSION_PARALLEL_NOT_SUPPORTED),
+    R(CKR_SESSION_READ_ONLY),
+    R(CKR_SESSION_EXISTS),
+    R(CKR_SESSION_READ_ONLY_EXISTS),
+    R(CKR_SESSION_READ_WRITE_SO_EXISTS),
+    R(CKR_SIGNATURE_INVALID),
+    R(CKR_SIGNATURE_LEN_RANGE),
+    R(CKR_TEMPLATE_INCOMPLETE),
+    R(CKR_TEMPLATE_INCONSISTENT),
+    R(CKR_TOKEN_NOT_PRESENT),
+    R(CKR_TOKEN_NOT_RECOGNIZED),
+    R(CKR_TOKEN_WRITE_PROTECTED),
+    R(CKR_UNWRAPPING_KEY_HANDLE_INVALID),
+    R(CKR_UNWRAPPING_KEY_SIZE_RANGE),
+    R(CKR_UNWRAPPING_KEY_TYPE_INCONSISTENT),
+    R(CKR_USER_ALREADY_LOGGED_IN),
+    R(CKR_USER_NOT_LOGGED_IN),
+    R(CKR_USER_PIN_NOT_INITIALIZED),
+    R(CKR_USER_TYPE_INVALID),
+    R(CKR_USER_ANOTHER_ALREADY_LOGGED_IN),
+    R(CKR_USER_TOO_MANY_TYPES),
+    R(CKR_WRAPPED_KEY_INVALID),
+    R(CKR_WRAPPED_KEY_LEN_RANGE),
+    R(CKR_WRAPPING_KEY_HANDLE_INVALID),
+    R(CKR_WRAPPING_KEY_SIZE_RANGE),
+    R(CKR_WRAPPING_KEY_TYPE_INCONSISTENT),
+    R(CKR_RANDOM_SEED_NOT_SUPPORTED),
+    R(CKR_RANDOM_NO_RNG),
+    R(CKR_DOMAIN_PARAMS_INVALID),
+    R(CKR_CURVE_NOT_SUPPORTED),
+    R(CKR_BUFFER_TOO_SMALL),
+    R(CKR_SAVED_STATE_INVALID),
+    R(CKR_INFORMATION_SENSITIVE),
+    R(CKR_STATE_UNSAVEABLE),
+    R(CKR_CRYPTOKI_NOT_INITIALIZED),
+    R(CKR_CRYPTOKI_ALREADY_INITIALIZED),
+    R(CKR_MUTEX_BAD),
+    R(CKR_MUTEX_NOT_LOCKED),
+    R(CKR_NEW_PIN_MODE),
+    R(CKR_NEXT_OTP),
+    {0x1b5, "CKR_EXCEEDED_MAX_ITERATIONS"},
+    {0x1b6, "CKR_FIPS_SELF_TEST_FAILED"},
+    {0x1b7, "CKR_LIBRARY_LOAD_FAILED"},
+    {0x1b8, "CKR_PIN_TOO_WEAK"},
+    {0x1b9, "CKR_PUBLIC_KEY_INVALID"},
+    R(CKR_FUNCTION_REJECTED),
+    {0x42, "CKR_AEAD_DECRYPT_FAILED"},
+    {0x201, "CKR_TOKEN_RESOURCE_EXCEEDED"},
+    {0x202, "CKR_OPERATION_CANCEL_FAILED"},
+};
+#undef R
+
+} // namespace
+
+/// What a token's codes and texts mean.
+class TestTokenWords : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void everyCodeHasItsName();
+    void kinds_data();
+    void kinds();
+    void texts_data();
+    void texts();
+    void identity();
+};
+
+void TestTokenWords::everyCodeHasItsName()
+{
+    for (const Code &one : Known)
+        QCOMPARE(Pkcs11::returnValueName(one.value), QString::fromLatin1(one.name));
+    QCOMPARE(Pkcs11::returnValueName(0x80000001), QStringLiteral("0x80000001"));
+    int named = 0;
+    for (CK_RV value = 0; value < 0x1000; ++value)
+        named += Pkcs11::returnValueName(value).startsWith(QLatin1String("CKR_")) ? 1 : 0;
+    QCOMPARE(named, int(std::size(Known)));
+}
+
+void TestTokenWords::kinds_data()
+{
+    QTest::addColumn<unsigned long>("code");
+    QTest::addColumn<int>("kind");
+    const auto row = [](const char *name, unsigned long code, TokenError::Kind kind) {
+        QTest::newRow(name) << code << int(kind);
+    };
+    row("template incomplete", CKR_TEMPLATE_INCOMPLETE, TokenError::NotSupported);
+    row("attribute type", CKR_ATTRIBUTE_TYPE_INVALID, TokenError::NotSupported);
+    row("attribute value", CKR_ATTRIBUTE_VALUE_INVALID, TokenError::NotSupported);
+    row("no user PIN", CKR_USER_PIN_NOT_INITIALIZED, TokenError::PinNotSet);
+    row("not logged in", CKR_USER_NOT_LOGGED_IN, TokenError::NotLoggedIn);
+    row("expired", CKR_PIN_EXPIRED, TokenError::PinExpired);
+    row("sessions", CKR_SESSION_COUNT, TokenError::TokenInUse);
+    row("resources", 0x201, TokenError::TokenInUse);
+    row("rejected", CKR_FUNCTION_REJECTED, TokenError::Cancelled);
+    row("data", CKR_DATA_LEN_RANGE, TokenError::DataRefused);
+    row("device", CKR_DEVICE_ERROR, TokenError::DeviceFailure);
+    row("maker's own", 0x80000001, TokenError::DeviceFailure);
+}
+
+void TestTokenWords::kinds()
+{
+    QFETCH(unsigned long, code);
+    QFETCH(int, kind);
+    QCOMPARE(int(Pkcs11::kindOf(code)), kind);
+}
+
+void TestTokenWords::texts_data()
+{
+    QTest::addColumn<QByteArray>("field");
+    QTest::addColumn<QString>("text");
+    const auto row = [](const char *name, const QByteArray &field, const char *text) {
+        QTest::newRow(name) << field << QString::fromUtf8(text);
+    };
+    row("blanks", "Token     ", "Token");
+    row("zeros", QByteArray("Token\0\0\0", 8), "Token");
+    row("whole", "Ключ", "Ключ");
+    row("half of two", "Клю\xd1", "Клю");
+    row("half of two, padded", "Клю\xd1   ", "Клю");
+    row("half of two, zeros", QByteArray("Клю\xd1\0\0", 9), "Клю");
+    row("one of three", "a\xe2", "a");
+    row("two of three", "a\xe2\x82", "a");
+    row("three of three", "a\xe2\x82\xac", "a€");
+    row("three of four", "a\xf0\x9f\x94", "a");
+    row("four of four", "a\xf0\x9f\x94\x91", "a🔑");
+    row("nothing but a half", "\xd1", "");
+    row("nothing", "", "");
+    row("not UTF-8 elsewhere", "\xd1 a", "\xef\xbf\xbd a");
+    row("too many ends", "a\x80\x80\x80\x80\x80",
+        "a\xef\xbf\xbd\xef\xbf\xbd\xef\xbf\xbd\xef\xbf\xbd\xef\xbf\xbd");
+}
+
+void TestTokenWords::texts()
+{
+    QFETCH(QByteArray, field);
+    QFETCH(QString, text);
+    QCOMPARE(tokenText(field), text);
+}
+
+/// Each of the fields of a token, cut by its maker to the width that there is.
+void TestTokenWords::identity()
+{
+    CK_TOKEN_INFO info = {};
+    const QByteArray text = "x" + QByteArray("я").repeated(40);
+    std::memcpy(info.label, text.constData(), sizeof info.label);
+    std::memcpy(info.manufacturerID, text.constData(), sizeof info.manufacturerID);
+    std::memcpy(info.model, text.constData(), sizeof info.model);
+    std::memcpy(info.serialNumber, text.constData(), sizeof info.serialNumber);
+    const TokenIdentity identity = identityOf(info);
+    const auto expected = [](int letters) -> QString {
+        return QStringLiteral("x") + QString(letters, QChar(0x44f));
+    };
+    QCOMPARE(identity.label, expected(15));
+    QCOMPARE(identity.manufacturer, expected(15));
+    QCOMPARE(identity.model, expected(7));
+    QCOMPARE(identity.serial, expected(7));
+    QVERIFY(!identity.storeId.isEmpty());
+}
+
+QTEST_GUILESS_MAIN(TestTokenWords)
+#include "tst_tokenwords.moc"
