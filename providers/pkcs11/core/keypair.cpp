@@ -9,6 +9,7 @@
 #include <openssl/rand.h>
 
 #include <algorithm>
+#include <iterator>
 
 namespace Trivex {
 
@@ -216,21 +217,57 @@ TokenKeyPtr make(TokenConnection &connection, const GenerationRequest &request,
     return made;
 }
 
+TokenKeyPtr makeOrUndo(TokenConnection &connection, const GenerationRequest &request,
+                       const QString &label)
+{
+    Traces traces = {{provisionalId()}, {}};
+    try {
+        return make(connection, request, label, &traces);
+    } catch (const Error &error) {
+        connection.noteError(error);
+        remove(connection, traces);
+        throw;
+    }
+}
+
+/// The exponent that every token takes.
+constexpr int CommonExponent = 65537;
+
+/// Failures that another exponent can't help against.
+constexpr TokenError::Kind NoMatterOfExponent[] = {
+    TokenError::WrongPin,     TokenError::PinLocked,  TokenError::PinMissing,
+    TokenError::PinNotSet,    TokenError::PinExpired, TokenError::NotLoggedIn,
+    TokenError::TokenRemoved, TokenError::Cancelled,
+};
+
+/// Tokens say in many ways that they make no keys with an unusual exponent (TPM 2.0 and NSS refuse
+/// 3), so every other failure may mean it. A session that has ended took the login with it.
+bool mayRefuseExponent(const Error &error, const GenerationRequest &request)
+{
+    return request.type == CKK_RSA && request.exponent != CommonExponent
+        && !Pkcs11::endsSession(error.returnValue())
+        && std::find(std::begin(NoMatterOfExponent), std::end(NoMatterOfExponent), error.kind())
+        == std::end(NoMatterOfExponent);
+}
+
 } // namespace
 
 TokenKeyPtr generateKeyPair(TokenConnection &connection, Operation &operation,
                             const GenerationRequest &request)
 {
     checkRequest(connection, request);
+    connection.checkWritable();
     connection.login(operation);
-    Traces traces = {{provisionalId()}, {}};
     try {
-        return make(connection, request, operation.objectId(), &traces);
+        return makeOrUndo(connection, request, operation.objectId());
     } catch (const Error &error) {
-        connection.noteError(error);
-        remove(connection, traces);
-        throw;
+        if (!mayRefuseExponent(error, request))
+            throw;
     }
+    connection.checkCancelled();
+    GenerationRequest common = request;
+    common.exponent = CommonExponent;
+    return makeOrUndo(connection, common, operation.objectId());
 }
 
 void removeKeyPair(TokenConnection &connection, const QByteArray &publicInfo)

@@ -8,7 +8,8 @@
 namespace Trivex {
 
 /// Makes a key pair: private key sensitive and not extractable, CKA_ID as `idForPublicKey` gives
-/// it, where the token allows that to be set. On failure nothing of it stays.
+/// it, where the token allows that to be set. An RSA pair whose exponent the token may have refused
+/// is tried once more with 65537. On failure nothing of it stays.
 /// Throws `Pkcs11::Error`.
 TokenKeyPtr generateKeyPair(TokenConnection &connection, Operation &operation,
                             const GenerationRequest &request);

@@ -108,6 +108,7 @@ void removeEntry(TokenConnection &connection, Operation &operation, const QStrin
     const TokenEntryPtr asked = connection.contents()->entry(entryId);
     if (!asked)
         throw Error(TokenError::NotFound);
+    connection.checkWritable();
     connection.login(operation);
     const TokenEntryPtr entry = current(connection, *asked);
     const bool withKey = asked->key && entry->key && !isSharedKey(*connection.contents(), *entry);

@@ -194,6 +194,7 @@ void checkBundle(const BundleToWrite &bundle)
 QString writeCertificate(TokenConnection &connection, Operation &operation, const QByteArray &der)
 {
     TokenCertificate certificate = parsed(der);
+    connection.checkWritable();
     connection.login(operation);
     Writing writing(connection);
     const auto wanted = lookForCertificates(connection, writing, {der});
@@ -208,6 +209,7 @@ QString writeBundle(TokenConnection &connection, Operation &operation, const Bun
 {
     checkBundle(bundle);
     const TokenCertificate own = parsed(bundle.chain.front());
+    connection.checkWritable();
     connection.login(operation);
     Writing writing(connection);
     const QString label = bundle.name.isEmpty() ? commonNameOf(own) : bundle.name;

@@ -23,6 +23,8 @@ TokenError describe(const Error &error, const QString &storeId, Purpose purpose)
     description.purpose = purpose;
     description.function = QString::fromLatin1(error.function());
     description.returnValue = error.returnValue();
+    if (error.returnValue() != CKR_OK)
+        description.returnName = Pkcs11::returnValueName(error.returnValue());
     return description;
 }
 
@@ -215,13 +217,25 @@ void Token::perform(Task &task)
     task.finish(error);
 }
 
+void Token::work(Task &task)
+{
+    TokenConnection &connection = *task.connection;
+    try {
+        task.work(connection, task.operation);
+    } catch (const Error &error) {
+        if (!connection.learnsLoginFrom(error))
+            throw;
+        task.work(connection, task.operation);
+    }
+}
+
 TokenError Token::attempt(Task &task)
 {
     TokenConnection &connection = *task.connection;
     const QString &storeId = connection.identity().storeId;
     try {
         connection.checkCancelled();
-        task.work(connection, task.operation);
+        work(task);
         return {};
     } catch (const Error &error) {
         connection.noteError(error);

@@ -14,7 +14,8 @@ namespace Trivex {
 /// operation holds what it needs by itself and puts its results where both sides own them.
 class Token {
 public:
-    /// The work of an operation, on the token's thread; throws `Pkcs11::Error`.
+    /// The work of an operation, on the token's thread; throws `Pkcs11::Error` and leaves nothing
+    /// half done then, for it may be called once more.
     using Work = std::function<void(TokenConnection &, Operation &)>;
     /// What follows it, on the token's thread, or on the caller's when the token is gone.
     using Then = std::function<void(const TokenError &)>;
@@ -48,6 +49,7 @@ private:
     TokenError cancelledError() const;
     static void perform(Task &task);
     static TokenError attempt(Task &task);
+    static void work(Task &task);
     std::vector<std::shared_ptr<Task>> openTasks() const;
 
     const QString m_storeId;

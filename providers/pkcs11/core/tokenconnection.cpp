@@ -94,7 +94,7 @@ void TokenConnection::login(Operation &operation, const QCA::KeyStoreEntry &entr
 {
     checkCancelled();
     if (!session().isLoggedIn()) {
-        if (!flags().needsLogin)
+        if (!wantsLogin())
             return;
         authenticate(*m_anchor, CKU_USER, operation, entry);
     } else if (!m_objects.privateKeysHidden) {
@@ -139,6 +139,20 @@ void TokenConnection::authenticate(const Session &session, CK_USER_TYPE user, Op
         check(result, "C_Login");
 }
 
+bool TokenConnection::learnsLoginFrom(const Error &error)
+{
+    if (error.returnValue() != CKR_USER_NOT_LOGGED_IN || wantsLogin())
+        return false;
+    m_hiddenLogin = true;
+    return true;
+}
+
+void TokenConnection::checkWritable() const
+{
+    if (m_choice == CertificateChoice::Trusted || flags().readOnly)
+        throw Error(CKR_TOKEN_WRITE_PROTECTED, "C_GetTokenInfo");
+}
+
 void TokenConnection::logout()
 {
     if (m_anchor)
@@ -156,7 +170,7 @@ void TokenConnection::readKeysAgain()
 {
     if (m_choice == CertificateChoice::All) {
         readKeys(open(Session::ReadOnly), &m_objects);
-        m_objects.privateKeysHidden = flags().needsLogin && !session().isLoggedIn();
+        m_objects.privateKeysHidden = wantsLogin() && !session().isLoggedIn();
     }
     assemble();
 }

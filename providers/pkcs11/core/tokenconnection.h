@@ -50,6 +50,11 @@ public:
     void loginForUse(const Pkcs11::Session &session, Operation &operation,
                      const QCA::KeyStoreEntry &entry = QCA::KeyStoreEntry());
     void logout();
+    /// True when `error` shows for the first time that the token wants a login although its flags
+    /// do not say so: from then on `login` asks, and what failed is worth another try.
+    bool learnsLoginFrom(const Pkcs11::Error &error);
+    /// Throws when nothing can be written, before anybody is asked for a PIN.
+    void checkWritable() const;
 
     /// Reads the token anew.
     void read();
@@ -87,6 +92,7 @@ public:
 
 private:
     void assemble();
+    bool wantsLogin() const { return m_hiddenLogin || flags().needsLogin; }
     void authenticate(const Pkcs11::Session &session, CK_USER_TYPE user, Operation &operation,
                       const QCA::KeyStoreEntry &entry);
 
@@ -98,6 +104,7 @@ private:
     std::optional<Pkcs11::Session> m_anchor;
     TokenObjects m_objects;
     TokenContentsPtr m_contents;
+    bool m_hiddenLogin = false;
     CancellationPtr m_cancellation;
 };
 

@@ -328,12 +328,15 @@ void TokenService::publishFlags(const TokenPtr &token, const CK_TOKEN_INFO &info
         TokenStatus &current = found->status;
         // A first reading that failed is tried again with each look.
         readAgain = !found->isRead && !current.loading;
-        const bool isSame = current.pinState == flags.pinState
+        // A trust module's store stays read-only, whatever its token says.
+        const bool readOnly = flags.readOnly || found->store.type == QCA::KeyStore::System;
+        const bool isSame = current.pinState == flags.pinState && current.readOnly == readOnly
             && current.hasPinPad == flags.hasPinPad && !readAgain;
         if (isSame)
             return;
         current.pinState = flags.pinState;
         current.hasPinPad = flags.hasPinPad;
+        current.readOnly = found->store.readOnly = readOnly;
         current.loading = readAgain;
         status = NumberedStatus(current);
     }

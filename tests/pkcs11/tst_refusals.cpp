@@ -1,0 +1,252 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/adapter/keygenerator.h"
+#include "qca/adapter/keys.h"
+#include "qca/adapter/tokens.h"
+#include "tests/pkcs11/faultytoken.h"
+#include "tests/pkcs11/pinprompt.h"
+#include "tests/pkcs11/stores.h"
+#include "tests/support/testcertificates.h"
+
+#include <QSignalSpy>
+
+using namespace TrivexTest;
+using Trivex::TokenError;
+
+namespace {
+
+const QString StoreName = QStringLiteral("Refusals");
+const QString OpenSsl = QStringLiteral("qca-norvel-openssl");
+
+} // namespace
+
+/// Tokens that refuse: what is said of it, what is tried once more, and what is never tried.
+class TestRefusals : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void exponent_data();
+    void exponent();
+    void otherGenerations_data();
+    void otherGenerations();
+    void noUserPin();
+    void unannouncedLogin();
+    void loginThatHelpsNothing();
+    void readOnly();
+    void unsupportedObject();
+    void cleanupTestCase();
+
+private:
+    QCA::PrivateKey generate(bool rsa, int exponent = 3);
+    TokenError lastError() const;
+    int objects() const { return m_token->token().objectCount(); }
+    void removeGenerated();
+
+    std::unique_ptr<FaultyToken> m_token;
+    std::unique_ptr<QCA::Initializer> m_qca;
+    std::unique_ptr<PinPrompt> m_prompt;
+    std::unique_ptr<Stores> m_stores;
+    QCA::KeyStore *m_store = nullptr;
+    QCA::Certificate m_root;
+    Trivex::TokenMonitor m_monitor;
+    QList<TokenError> m_errors;
+    int m_finished = 0;
+};
+
+void TestRefusals::initTestCase()
+{
+    m_token = std::make_unique<FaultyToken>(StoreName);
+    if (!m_token->token().isValid())
+        QFAIL(qPrintable(m_token->token().problem()));
+    m_token->useInThisProcess();
+    connect(&m_monitor, &Trivex::TokenMonitor::failed, this,
+            [this](const TokenError &error) { m_errors.append(error); });
+    m_qca = std::make_unique<QCA::Initializer>();
+    m_prompt = std::make_unique<PinPrompt>(TestToken::pin());
+    m_stores = std::make_unique<Stores>();
+    m_store = m_stores->waitFor(StoreName);
+    QVERIFY(m_store);
+    const TestAuthority authority;
+    m_root = QCA::Certificate::fromDER(authority.certificate(), nullptr, OpenSsl);
+    QVERIFY(!m_root.isNull());
+}
+
+void TestRefusals::init()
+{
+    QVERIFY(m_token->replug(m_store->id()));
+    m_token->forget();
+    m_prompt->resetCount();
+    m_errors.clear();
+    m_finished = 0;
+}
+
+void TestRefusals::cleanupTestCase()
+{
+    if (m_token)
+        m_token->control();
+}
+
+TokenError TestRefusals::lastError() const
+{
+    return m_errors.isEmpty() ? TokenError() : m_errors.last();
+}
+
+QCA::PrivateKey TestRefusals::generate(bool rsa, int exponent)
+{
+    Trivex::KeyGenerator generator;
+    generator.setBlockingEnabled(false);
+    generator.setTarget(m_store->id(), QStringLiteral("made"));
+    QSignalSpy finished(&generator, &Trivex::KeyGenerator::finished);
+    if (rsa)
+        generator.createRSA(1024, exponent, QStringLiteral("qca-norvel-pkcs11"));
+    else
+        generator.createEC(QStringLiteral("ec-secp384r1"), QStringLiteral("qca-norvel-gost"));
+    if (finished.isEmpty() && !finished.wait(20000))
+        qFatal("a generation did not end");
+    QTest::qWait(50);
+    m_finished = finished.size();
+    return generator.key();
+}
+
+void TestRefusals::removeGenerated()
+{
+    for (const char *type : {"privkey", "pubkey"})
+        m_token->token().tool({QStringLiteral("--delete-object"), QStringLiteral("--type"),
+                               QString::fromLatin1(type), QStringLiteral("--label"),
+                               QStringLiteral("made")});
+}
+
+void TestRefusals::exponent_data()
+{
+    QTest::addColumn<QByteArray>("order");
+    for (const char *code :
+         {"CKR_FUNCTION_FAILED", "CKR_GENERAL_ERROR", "CKR_ATTRIBUTE_VALUE_INVALID",
+          "CKR_TEMPLATE_INCOMPLETE", "CKR_TEMPLATE_INCONSISTENT", "CKR_ARGUMENTS_BAD",
+          "CKR_DEVICE_ERROR", "CKR_KEY_SIZE_RANGE", "0x80000001"}) {
+        QTest::addRow("%s", code) << QByteArray("fail C_GenerateKeyPair 1 ") + code;
+        QTest::addRow("%s, but made", code) << QByteArray("fail-after C_GenerateKeyPair 1 ") + code;
+    }
+}
+
+/// A token that refuses the exponent 3 is asked for 65537; whoever wanted the key sees one key.
+void TestRefusals::exponent()
+{
+    QFETCH(QByteArray, order);
+    const int before = objects();
+    m_token->control(order);
+    const QCA::PrivateKey key = generate(true);
+    QVERIFY2(!key.isNull(), qPrintable(lastError().returnName));
+    QCOMPARE(Trivex::publicKeyOf(key).toRSA().e(), QCA::BigInteger(65537));
+    QCOMPARE(m_token->count("C_GenerateKeyPair"), 2);
+    QCOMPARE(m_finished, 1);
+    QVERIFY(m_errors.isEmpty());
+    QCOMPARE(m_prompt->count(), 1);
+    QCOMPARE(objects() - before, 2);
+    removeGenerated();
+}
+
+void TestRefusals::otherGenerations_data()
+{
+    QTest::addColumn<QByteArray>("code");
+    QTest::addColumn<bool>("rsa");
+    QTest::addColumn<int>("exponent");
+    QTest::addColumn<int>("calls");
+    const auto row = [](const char *name, const char *code, bool rsa, int exponent, int calls) {
+        QTest::newRow(name) << QByteArray(code) << rsa << exponent << calls;
+    };
+    row("wrong PIN", "CKR_PIN_INCORRECT", true, 3, 1);
+    row("locked PIN", "CKR_PIN_LOCKED", true, 3, 1);
+    row("no PIN", "CKR_USER_PIN_NOT_INITIALIZED", true, 3, 1);
+    row("not logged in", "CKR_USER_NOT_LOGGED_IN", true, 3, 1);
+    row("cancelled", "CKR_FUNCTION_CANCELED", true, 3, 1);
+    row("removed", "CKR_DEVICE_REMOVED", true, 3, 1);
+    row("session gone", "CKR_SESSION_HANDLE_INVALID", true, 3, 1);
+    row("65537", "CKR_FUNCTION_FAILED", true, 65537, 1);
+    row("elliptic curve", "CKR_FUNCTION_FAILED", false, 0, 1);
+    row("both refused", "CKR_TEMPLATE_INCOMPLETE", true, 3, 2);
+}
+
+void TestRefusals::otherGenerations()
+{
+    QFETCH(QByteArray, code);
+    QFETCH(bool, rsa);
+    QFETCH(int, exponent);
+    QFETCH(int, calls);
+    const int before = objects();
+    m_token->control("fail C_GenerateKeyPair * " + code);
+    QVERIFY(generate(rsa, exponent).isNull());
+    QCOMPARE(m_token->count("C_GenerateKeyPair"), calls);
+    QCOMPARE(m_finished, 1);
+    QCOMPARE(m_errors.size(), 1);
+    QCOMPARE(lastError().returnName.toLatin1(), code);
+    QCOMPARE(m_prompt->count(), 1);
+    m_token->control();
+    QCOMPARE(objects(), before);
+}
+
+void TestRefusals::noUserPin()
+{
+    m_token->control("fail C_Login * CKR_USER_PIN_NOT_INITIALIZED");
+    QCOMPARE(m_stores->write(m_store, m_root), QString());
+    QCOMPARE(m_errors.size(), 1);
+    QCOMPARE(lastError().kind, TokenError::PinNotSet);
+    QCOMPARE(lastError().function, QStringLiteral("C_Login"));
+    QCOMPARE(m_token->count("C_Login"), 1);
+}
+
+/// The token's flags say nothing of a login, its calls want one.
+void TestRefusals::unannouncedLogin()
+{
+    m_token->control("no-login-flag");
+    const int before = objects();
+    QVERIFY2(!generate(false).isNull(), qPrintable(lastError().returnName));
+    QCOMPARE(m_prompt->count(), 1);
+    QCOMPARE(m_token->count("C_Login"), 1);
+    QVERIFY(m_errors.isEmpty());
+    QCOMPARE(objects() - before, 2);
+    removeGenerated();
+}
+
+void TestRefusals::loginThatHelpsNothing()
+{
+    m_token->control("no-login-flag\nfail C_GenerateKeyPair * CKR_USER_NOT_LOGGED_IN");
+    QVERIFY(generate(false).isNull());
+    QCOMPARE(m_errors.size(), 1);
+    QCOMPARE(lastError().kind, TokenError::NotLoggedIn);
+    QCOMPARE(m_prompt->count(), 1);
+    QCOMPARE(m_token->count("C_GenerateKeyPair"), 2);
+}
+
+/// Said before anybody is asked for a PIN.
+void TestRefusals::readOnly()
+{
+    const QString id = m_stores->write(m_store, m_root);
+    QVERIFY(!id.isEmpty());
+    QVERIFY(m_token->replug(m_store->id()));
+    m_prompt->resetCount();
+    m_token->control("read-only");
+    QCOMPARE(m_stores->write(m_store, m_root), QString());
+    QCOMPARE(lastError().kind, TokenError::ReadOnly);
+    QVERIFY(!m_stores->remove(m_store, id));
+    QCOMPARE(lastError().kind, TokenError::ReadOnly);
+    QVERIFY(generate(false).isNull());
+    QCOMPARE(lastError().kind, TokenError::ReadOnly);
+    QCOMPARE(m_errors.size(), 3);
+    QCOMPARE(m_prompt->count(), 0);
+    QTRY_VERIFY(Trivex::TokenMonitor::token(m_store->id()).readOnly);
+    m_token->control();
+    QTRY_VERIFY(!Trivex::TokenMonitor::token(m_store->id()).readOnly);
+    QVERIFY(m_stores->remove(m_store, id));
+}
+
+void TestRefusals::unsupportedObject()
+{
+    m_token->control("fail C_CreateObject 1 CKR_TEMPLATE_INCOMPLETE");
+    QCOMPARE(m_stores->write(m_store, m_root), QString());
+    QCOMPARE(lastError().kind, TokenError::NotSupported);
+    QCOMPARE(lastError().returnName, QStringLiteral("CKR_TEMPLATE_INCOMPLETE"));
+}
+
+QTEST_GUILESS_MAIN(TestRefusals)
+#include "tst_refusals.moc"
