@@ -116,24 +116,24 @@ def objects(build):
         yield from sorted((build / folder).rglob("*.o"))
 
 
-def listing(path):
-    output = subprocess.run(["nm", "-C", "--defined-only", "--print-size", str(path)], check=True,
-                            capture_output=True, text=True).stdout
+def listing(paths):
+    """What the object files define: file, size, kind and name."""
+    output = subprocess.run(["nm", "-C", "-A", "--defined-only", "--print-size", *map(str, paths)],
+                            check=True, capture_output=True, text=True).stdout
     for line in output.splitlines():
-        parts = re.fullmatch(r"[0-9a-f]+(?: ([0-9a-f]+))? (\w) (.*)", line)
+        parts = re.fullmatch(r"(.*?\.o):[0-9a-f]+(?: ([0-9a-f]+))? (\w) (.*)", line)
         if parts:
-            yield int(parts[1] or "0", 16), parts[2], parts[3]
+            yield pathlib.Path(parts[1]), int(parts[2] or "0", 16), parts[3], parts[4]
 
 
 def symbols_twice(build):
     strong = collections.defaultdict(set)
     tables = collections.defaultdict(dict)
-    for path in objects(build):
-        for size, kind, symbol in listing(path):
-            if kind in "TDBR" and symbol not in OWN_TO_EACH:
-                strong[symbol].add(path)
-            elif kind == "V" and symbol.startswith("vtable for "):
-                tables[symbol][path] = size
+    for path, size, kind, symbol in listing(list(objects(build))):
+        if kind in "TDBR" and symbol not in OWN_TO_EACH:
+            strong[symbol].add(path)
+        elif kind == "V" and symbol.startswith("vtable for "):
+            tables[symbol][path] = size
     for symbol, where in sorted(strong.items()):
         if len(where) > 1:
             names = " and ".join(path.relative_to(build).as_posix() for path in sorted(where))
