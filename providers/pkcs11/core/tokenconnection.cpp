@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/core/tokenconnection.h"
 
+#include "providers/pkcs11/core/damagedobjects.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -162,7 +164,10 @@ void TokenConnection::logout()
 void TokenConnection::read()
 {
     // Not in the anchor: a search that fails may leave its session with one that never ends.
-    m_objects.certificates = readCertificates(open(Session::ReadOnly), m_choice);
+    m_objects.certificates = readCertificates(
+        open(Session::ReadOnly), m_choice, [this](const TokenCertificate &certificate) {
+            warnOfDamaged(m_identity.storeId, m_store.name(), certificate);
+        });
     readKeysAgain();
 }
 

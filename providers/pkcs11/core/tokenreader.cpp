@@ -6,6 +6,7 @@
 #include "providers/pkcs11/core/gostkeys.h"
 #include "providers/pkcs11/core/objectsearch.h"
 #include "providers/pkcs11/core/tokentext.h"
+#include "qca/engine/x509/certificatefields.h"
 #include "qca/engine/x509/derwriter.h"
 
 namespace Trivex {
@@ -33,6 +34,20 @@ QByteArray pointIn(const QByteArray &attribute)
     const bool isWrapped =
         !content.isEmpty() && Der::write(OctetStringTag, content).size() == attribute.size();
     return isWrapped ? content : attribute;
+}
+
+/// As whoever shows it will find it: what has no fields there has no row either.
+bool canBeShown(const TokenCertificate &certificate)
+{
+    CertificateFields fields;
+    return certificate.parts.isValid()
+        && findCertificateFields(Der::sliceOf(certificate.der), &fields);
+}
+
+bool isX509(const Session &session, CK_OBJECT_HANDLE object)
+{
+    AttributeReader reader({{CKA_CERTIFICATE_TYPE, sizeof(CK_CERTIFICATE_TYPE)}});
+    return reader.readIfThere(session, object) && reader.number(0, CKC_X_509) == CKC_X_509;
 }
 
 AttributeReader keyReader()
@@ -101,7 +116,8 @@ QByteArray publicInfoOf(const Session &session, CK_OBJECT_HANDLE object, CK_KEY_
     return {};
 }
 
-std::vector<TokenCertificate> readCertificates(const Session &session, CertificateChoice choice)
+std::vector<TokenCertificate> readCertificates(const Session &session, CertificateChoice choice,
+                                               const DamagedHandler &damaged)
 {
     AttributeReader reader({{CKA_VALUE, 16384}, {CKA_ID, 256}, {CKA_LABEL, 1024}});
     std::vector<TokenCertificate> certificates;
@@ -111,12 +127,17 @@ std::vector<TokenCertificate> readCertificates(const Session &session, Certifica
         TokenCertificate certificate;
         certificate.der = reader.value(0);
         certificate.parts = certificateParts(certificate.der);
-        // Attribute certificates, and those that are kept elsewhere (CKA_URL).
-        if (!certificate.parts.isValid())
-            continue;
         certificate.id = reader.value(1);
         certificate.label = tokenText(reader.value(2));
         certificate.objects = {object};
+        if (!canBeShown(certificate)) {
+            // Those that are kept elsewhere (CKA_URL) have no value, attribute certificates
+            // another.
+            const bool hasValue = reader.isTooLarge(0) || !certificate.der.isEmpty();
+            if (damaged && hasValue && isX509(session, object))
+                damaged(certificate);
+            continue;
+        }
         certificates.push_back(std::move(certificate));
     }
     return certificates;

@@ -5,6 +5,8 @@
 #include "providers/pkcs11/core/session.h"
 #include "providers/pkcs11/core/tokencontents.h"
 
+#include <functional>
+
 namespace Trivex {
 
 enum class CertificateChoice {
@@ -15,8 +17,12 @@ enum class CertificateChoice {
 // Each is one search for each class, whatever the number of objects, and one call for each
 // certificate, two for each key. They throw `Pkcs11::Error`.
 
-TRIVEX_TOKENS_EXPORT std::vector<TokenCertificate> readCertificates(const Pkcs11::Session &session,
-                                                                    CertificateChoice choice);
+/// Told of each certificate object that is left out because it can't be read.
+using DamagedHandler = std::function<void(const TokenCertificate &)>;
+
+TRIVEX_TOKENS_EXPORT std::vector<TokenCertificate>
+readCertificates(const Pkcs11::Session &session, CertificateChoice choice,
+                 const DamagedHandler &damaged = {});
 /// Fills in the keys of `objects`.
 TRIVEX_TOKENS_EXPORT void readKeys(const Pkcs11::Session &session, TokenObjects *objects);
 

@@ -26,6 +26,6 @@ struct CertificateFields {
 };
 
 /// False when `der` does not begin with a certificate. Bytes behind it are not looked at.
-bool findCertificateFields(Der::Slice der, CertificateFields *fields);
+TRIVEX_QCA_EXPORT bool findCertificateFields(Der::Slice der, CertificateFields *fields);
 
 } // namespace Trivex
