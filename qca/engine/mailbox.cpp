@@ -12,7 +12,13 @@ Mailbox::Mailbox(QObject *parent)
 {
 }
 
-Mailbox::~Mailbox() = default;
+Mailbox::~Mailbox()
+{
+    // By the mutex, as everything else: that the thread has ended was seen by Qt alone.
+    std::deque<std::function<void()>> unused;
+    const std::lock_guard locker(m_mutex);
+    unused.swap(m_functions);
+}
 
 void Mailbox::post(std::function<void()> function)
 {
