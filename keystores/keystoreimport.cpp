@@ -103,7 +103,7 @@ void KeyStoreModel::importCertificate()
         return;
     if (QcaHandler *answers = handler())
         answers->setKeyStoreId(keyStore->id());
-    keyStore->writeEntry(m_importedCertificate.certificate());
+    m_writer->write(keyStore, m_importedCertificate.certificate());
 }
 
 void KeyStoreModel::importKeyBundle()
@@ -113,7 +113,7 @@ void KeyStoreModel::importKeyBundle()
         return;
     if (QcaHandler *answers = handler())
         answers->setKeyStoreId(keyStore->id());
-    keyStore->writeEntry(m_importedCertificate.keyBundle());
+    m_writer->write(keyStore, m_importedCertificate.keyBundle());
 }
 
 void KeyStoreModel::removeCertificate(QString entryId)
@@ -135,7 +135,7 @@ void KeyStoreModel::removeCertificate(QString entryId)
         answers->setKeyStoreId(item->keyStore->id());
         answers->setObjectId(item->entry->name());
     }
-    item->keyStore->removeEntry(entryId);
+    m_writer->remove(item->keyStore, entryId);
 }
 
 bool KeyStoreModel::isRemovable(const KeyStoreItem &item) const

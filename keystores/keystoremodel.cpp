@@ -8,6 +8,7 @@
 #include "qca/adapter/keys.h"
 #include "qca/adapter/providers.h"
 #include "qca/adapter/question.h"
+#include "qca/adapter/stores.h"
 #include "qca/qcaaskerthread.h"
 #include "qca/qcahandler.h"
 
@@ -42,16 +43,19 @@ KeyStoreModel::KeyStoreModel(QObject *parent)
     : QAbstractListModel(parent)
     , m_keyStoreManager(this)
     , m_askerThread(new QcaAskerThread)
+    , m_writer(std::make_unique<Trivex::StoreWriter>())
     , m_importedCertificate(QCA::Certificate(), nullptr)
     , m_certLocationModel(nullptr)
 {
-    QCA::KeyStoreManager::start();
+    Trivex::startStores();
     connect(&m_keyStoreManager, &QCA::KeyStoreManager::keyStoreAvailable, this,
             &KeyStoreModel::ksAvailable);
     connect(&m_keyStoreManager, &QCA::KeyStoreManager::busyStarted, this,
             &KeyStoreModel::ksmBusyStarted);
     connect(&m_keyStoreManager, &QCA::KeyStoreManager::busyFinished, this,
             &KeyStoreModel::ksmBusyFinished);
+    connect(m_writer.get(), &Trivex::StoreWriter::written, this, &KeyStoreModel::entryWritten);
+    connect(m_writer.get(), &Trivex::StoreWriter::removed, this, &KeyStoreModel::entryRemoved);
     m_nextSlice.setInterval(0);
     connect(&m_nextSlice, &QTimer::timeout, this, &KeyStoreModel::appendSlice);
     m_keyStoreManager.sync();
@@ -64,15 +68,15 @@ KeyStoreModel::KeyStoreModel(QObject *parent)
 
 KeyStoreModel::~KeyStoreModel()
 {
-    // A store waits for its running operation when it goes, and that for an answer.
+    // Nothing is waited for that may need a person or a module: what still runs has nobody to hear
+    // of it any more, and asks nobody.
+    m_writer.reset();
     if (QcaHandler *handler = m_askerThread->handler())
         handler->rejectUnanswered();
-    for (const QPointer<QCA::KeyStore> &keyStore : qAsConst(m_keyStores)) {
-        if (keyStore && !keyStore->id().isEmpty())
-            Trivex::cancelQuestions(keyStore->id());
-    }
+    QVector<QCA::KeyStore *> stores;
     for (const QPointer<QCA::KeyStore> &keyStore : qAsConst(m_keyStores))
-        delete keyStore;
+        stores.append(keyStore);
+    Trivex::closeStores(stores);
     QcaAskerThread::letGo(m_askerThread, ThreadPatience);
 }
 
@@ -254,7 +258,12 @@ void KeyStoreModel::ksUnavailable()
             ++row;
         }
     }
-    delete keyStore;
+    // Its place stays.
+    for (QPointer<QCA::KeyStore> &held : m_keyStores) {
+        if (held == keyStore)
+            held.clear();
+    }
+    Trivex::closeStores({keyStore});
 }
 
 void KeyStoreModel::ksmBusyStarted()

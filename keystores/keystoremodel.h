@@ -5,6 +5,7 @@
 #include "certificates/certificate.h"
 #include "keystores/comboboxmodel.h"
 #include "keystores/keystoreitem.h"
+#include "qca/adapter/storewriter.h"
 
 #include <QAbstractListModel>
 #include <QList>
@@ -82,8 +83,9 @@ public:
     };
 
     explicit KeyStoreModel(QObject *parent = nullptr);
-    /// Ends open questions about its stores, waits for their running operations, and for the asker
-    /// thread 3000 ms at most.
+    /// Refuses the questions of the operations that it has started, from then on, and waits for no
+    /// operation longer than a moment; those that need no answer go on. Waits for the asker thread
+    /// 3000 ms at most.
     ~KeyStoreModel() override;
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
@@ -192,6 +194,7 @@ private:
     QList<KeyStoreItem> m_items;
     /// Owned; a plain pointer, because a thread that outlives its time is let go.
     QcaAskerThread *m_askerThread;
+    std::unique_ptr<Trivex::StoreWriter> m_writer;
     /// An object of our own that forwards: QCA's must not be deleted with the model.
     std::unique_ptr<QCA::Provider> m_provider;
     QVariantMap m_providerConfig;

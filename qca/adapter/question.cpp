@@ -32,6 +32,11 @@ void cancelQuestions(const QString &keyStoreId)
     QuestionService::instance().cancel(keyStoreId);
 }
 
+void refuseQuestions(const OperationOwnerPtr &owner)
+{
+    QuestionService::instance().refuse(owner);
+}
+
 QuestionNotifier::QuestionNotifier()
 {
     // So that the signal can be queued.

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "qca/adapter/operationowner.h"
 #include "qca/trivexqcaexport.h"
 
 #include <QObject>
@@ -43,6 +44,8 @@ struct QuestionInfo {
     bool interactive = true;
     /// When set, the one handler that this question is for; the others stand back.
     const QCA::EventHandler *addressee = nullptr;
+    /// Who has started the operation that asks; null where that is not known.
+    OperationOwnerPtr owner;
     /// Nobody waits for the answer any more.
     bool withdrawn = false;
     /// Names the question until it is over; 0 for none.
@@ -57,8 +60,7 @@ TRIVEX_QCA_EXPORT std::optional<QuestionInfo> questionInfo(const QCA::Event &eve
 TRIVEX_QCA_EXPORT int questionKind(const QCA::Event &event);
 
 /// Ends every open question about the store `keyStoreId` as if it had been rejected; all of them
-/// when it is empty. To be called before key stores with running operations are deleted: their
-/// destructors wait for the operation, and that for the answer.
+/// when it is empty. What asks may ask again: see `refuseQuestions`.
 TRIVEX_QCA_EXPORT void cancelQuestions(const QString &keyStoreId = QString());
 
 /// Tells prompts about questions that were ended by somebody else.

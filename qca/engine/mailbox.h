@@ -24,6 +24,11 @@ public:
     /// What has not run by then never runs; it is destroyed with the mailbox.
     ~Mailbox() override;
 
+    /// Of a mailbox that may go while it runs a function.
+    struct DeleteLater {
+        void operator()(QObject *mailbox) const { mailbox->deleteLater(); }
+    };
+
     /// Thread-safe. The function must not throw.
     void post(std::function<void()> function);
 

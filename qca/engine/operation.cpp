@@ -46,9 +46,10 @@ const GenerationTarget *GenerationTarget::current()
     return currentTarget;
 }
 
-Operation::Operation(Purpose purpose, const QString &keyStoreId)
+Operation::Operation(Purpose purpose, const QString &keyStoreId, OperationOwnerPtr owner)
     : m_purpose(purpose)
     , m_addressee(QuestionScope::current())
+    , m_owner(std::move(owner))
 {
     const GenerationTarget *target =
         purpose == Purpose::Generate ? GenerationTarget::current() : nullptr;
@@ -91,6 +92,7 @@ Operation::Pin Operation::pin(QuestionInfo info, const QCA::KeyStoreInfo &store,
     info.purpose = m_purpose;
     info.needsTypedPin = info.pinState == PinState::FinalTry;
     info.addressee = m_addressee;
+    info.owner = m_owner;
     const Reply reply = ask(info, store, entry, m_cancellation);
     if (!reply.accepted || reply.password.isEmpty())
         return {};

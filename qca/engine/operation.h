@@ -16,8 +16,9 @@ public:
     /// Takes the stored answers for `keyStoreId`, unless the purpose is signing or decrypting,
     /// which stored answers never serve. For a generation `keyStoreId` may be empty: it is then
     /// the store that the generator in force on this thread (`GenerationTarget`) or else the
-    /// stored answers name.
-    explicit Operation(Purpose purpose, const QString &keyStoreId = QString());
+    /// stored answers name. `owner` may be null.
+    explicit Operation(Purpose purpose, const QString &keyStoreId = QString(),
+                       OperationOwnerPtr owner = {});
     /// What has to be done after another operation, whether anybody waits for it or not: it takes
     /// no stored answers and asks nobody.
     static Operation unattended(Purpose purpose, const QString &keyStoreId);
@@ -54,6 +55,7 @@ private:
     const QCA::EventHandler *m_addressee = nullptr;
     CancellationPtr m_cancellation = std::make_shared<Cancellation>();
     bool m_isUnattended = false;
+    OperationOwnerPtr m_owner;
     bool m_hadStoredPin = false;
 };
 

@@ -58,13 +58,18 @@ void QuestionService::post(const TicketPtr &ticket)
 {
     {
         const std::lock_guard locker(m_mutex);
-        if (!m_stopped) {
+        if (takes(ticket->question())) {
             m_tickets.insert(ticket->id(), ticket);
             m_mailbox.post([this, ticket] { start(ticket); });
             return;
         }
     }
     ticket->resolve(false, {});
+}
+
+bool QuestionService::takes(const QuestionInfo &question) const
+{
+    return !m_stopped && !(question.owner && question.owner->isClosed());
 }
 
 void QuestionService::start(const TicketPtr &ticket)
@@ -157,6 +162,21 @@ void QuestionService::cancel(const QString &keyStoreId)
         const std::lock_guard locker(m_mutex);
         for (const TicketPtr &ticket : qAsConst(m_tickets)) {
             if (concerns(*ticket, keyStoreId))
+                open.append(ticket);
+        }
+    }
+    for (const TicketPtr &ticket : qAsConst(open))
+        withdraw(ticket);
+}
+
+void QuestionService::refuse(const OperationOwnerPtr &owner)
+{
+    QVector<TicketPtr> open;
+    {
+        const std::lock_guard locker(m_mutex);
+        owner->m_closed = true;
+        for (const TicketPtr &ticket : qAsConst(m_tickets)) {
+            if (ticket->question().owner == owner)
                 open.append(ticket);
         }
     }

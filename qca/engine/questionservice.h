@@ -39,6 +39,8 @@ public:
     void withdraw(const TicketPtr &ticket);
     /// Rejects the open questions about `keyStoreId` (all, when empty). Thread-safe.
     void cancel(const QString &keyStoreId);
+    /// Rejects the questions of the owner's operations, now and from now on. Thread-safe.
+    void refuse(const OperationOwnerPtr &owner);
 
 private:
     QuestionService();
@@ -46,6 +48,8 @@ private:
     void start(const TicketPtr &ticket);
     void finish(const TicketPtr &ticket, QCA::PasswordAsker *asker);
     void waitForTurn();
+    /// Under the lock.
+    bool takes(const QuestionInfo &question) const;
     TicketPtr find(quintptr ticket) const;
 
     mutable std::mutex m_mutex;

@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <mutex>
+#include <utility>
 
 namespace Trivex {
 
@@ -127,6 +128,12 @@ TokenStatus TokenMonitor::token(const QString &keyStoreId)
     TokenHub &hub = TokenHub::instance();
     const std::lock_guard locker(hub.mutex);
     return hub.tokens.value(keyStoreId);
+}
+
+bool startStoreChange(const QString &keyStoreId, const StoreChange &change, StoreChangeDone done)
+{
+    TokenBackend *backend = TokenHub::instance().currentBackend();
+    return backend && backend->startChange(keyStoreId, change, std::move(done));
 }
 
 void TokenMonitor::cancel(const QString &keyStoreId)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "qca/adapter/tokens.h"
+#include "qca/engine/storechange.h"
 
 namespace Trivex {
 
@@ -22,9 +23,18 @@ public:
     /// Asks the operations on `keyStoreId` to end: the running one as soon as its module lets it,
     /// those that wait for their turn at once.
     virtual void cancelOperation(const QString &keyStoreId) = 0;
+
+    /// Starts the change and returns; `done` follows, perhaps before that. False when the store is
+    /// none of its own: nothing happens then. The answers stored for the store are taken at once.
+    virtual bool startChange(const QString &keyStoreId, const StoreChange &change,
+                             StoreChangeDone done) = 0;
 };
 
 TRIVEX_QCA_EXPORT void setTokenBackend(TokenBackend *backend);
+
+/// As `TokenBackend::startChange`; false, too, when no token provider is loaded.
+TRIVEX_QCA_EXPORT bool startStoreChange(const QString &keyStoreId, const StoreChange &change,
+                                        StoreChangeDone done);
 
 /// The number for the next status to publish. To be taken under the lock under which the status is
 /// copied: the publishing happens outside of it, where threads may overtake each other.

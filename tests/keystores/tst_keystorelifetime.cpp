@@ -14,12 +14,19 @@
 #include <QSignalSpy>
 #include <QtTest>
 
+#include <chrono>
+#include <future>
+#include <thread>
+
 using TrivexTest::Flat;
 using TrivexTest::KeyStoreFixture;
 
 namespace {
 
 const TrivexTest::PrivateHome privateHome;
+
+/// What a window may stand still for, with room for a busy machine; ms.
+constexpr int Moment = 1000;
 
 QString text(const char *latin)
 {
@@ -39,6 +46,9 @@ private Q_SLOTS:
     void lostStoreWithoutRows();
     void deletedWhileAnOperationAsks();
     void deletedWhileAQuestionIsOpen();
+    void deletedWhileAModuleHangs();
+    void lostStoreWhileAModuleHangs();
+    void secondModelWhileAModuleHangs();
     void deletedWhileTheThreadIsBusy();
     void twentyTimes();
 };
@@ -130,6 +140,84 @@ void tst_KeyStoreLifetime::deletedWhileAQuestionIsOpen()
     QTRY_COMPARE(removed.count(), 1);
     QCOMPARE(removed.at(0).at(0), QVariant(true));
     QCOMPARE(stores().calls().size(), 4);
+}
+
+// A provider that is not ours, inside a call from which it does not return.
+void tst_KeyStoreLifetime::deletedWhileAModuleHangs()
+{
+    addStore("t", "Token", {certificate("c")});
+    addStore("u", "Other", {certificate("d")});
+    auto model = std::make_unique<KeyStoreModel>();
+    QTRY_COMPARE(model->rowCount(), 2);
+    stores().block();
+    model->removeCertificate(text("c"));
+    QTRY_COMPARE(stores().calls().size(), 1);
+    // Lists that wait behind it.
+    stores().setEntries(text("u"), {certificate("d"), certificate("e")});
+    QTest::qWait(50);
+    const QPointer<QCA::KeyStore> store(model->keyStoreByName(text("Token")));
+    const auto waiting = std::async(std::launch::async, [this] {
+        // So that a model which waits fails, and does not hang the test.
+        std::this_thread::sleep_for(std::chrono::seconds(5));
+        stores().unblock();
+    });
+    QElapsedTimer timer;
+    timer.start();
+    model.reset();
+    QVERIFY2(timer.elapsed() < Moment, qPrintable(QString::number(timer.elapsed())));
+    stores().unblock();
+    // What was let go goes when its operation has ended.
+    QTRY_VERIFY(!store);
+    KeyStoreModel later;
+    QTRY_COMPARE(later.rowCount(), 3);
+}
+
+void tst_KeyStoreLifetime::lostStoreWhileAModuleHangs()
+{
+    addStore("t", "Token", {certificate("c")});
+    KeyStoreModel model;
+    QTRY_COMPARE(model.rowCount(), 1);
+    const QPointer<QCA::KeyStore> store(model.keyStoreByName(text("Token")));
+    stores().block();
+    model.removeCertificate(text("c"));
+    QTRY_COMPARE(stores().calls().size(), 1);
+    const auto waiting = std::async(std::launch::async, [this] {
+        std::this_thread::sleep_for(std::chrono::seconds(5));
+        stores().unblock();
+    });
+    QElapsedTimer timer;
+    timer.start();
+    // As QCA tells of a store that is gone; its own thread can't while the module holds it.
+    QVERIFY(QMetaObject::invokeMethod(store, "unavailable"));
+    QVERIFY2(timer.elapsed() < Moment, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(model.rowCount(), 0);
+    QVERIFY(!model.keyStoreByName(text("Token")));
+    stores().unblock();
+    QTRY_VERIFY(!store);
+}
+
+void tst_KeyStoreLifetime::secondModelWhileAModuleHangs()
+{
+    addStore("t", "Token", {certificate("c")});
+    KeyStoreModel model;
+    QTRY_COMPARE(model.rowCount(), 1);
+    stores().block();
+    QSignalSpy removed(&model, &KeyStoreModel::entryRemovedChanged);
+    model.removeCertificate(text("c"));
+    QTRY_COMPARE(stores().calls().size(), 1);
+    const auto waiting = std::async(std::launch::async, [this] {
+        std::this_thread::sleep_for(std::chrono::seconds(5));
+        stores().unblock();
+    });
+    QElapsedTimer timer;
+    timer.start();
+    KeyStoreModel second;
+    QVERIFY2(timer.elapsed() < Moment, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY(second.keyStoreByName(text("Token")));
+    stores().unblock();
+    QTRY_COMPARE(second.rowCount(), 1);
+    QTRY_COMPARE(removed.count(), 1);
+    QCOMPARE(removed.at(0).at(0), QVariant(true));
 }
 
 void tst_KeyStoreLifetime::deletedWhileTheThreadIsBusy()

@@ -47,6 +47,14 @@ public:
         tell(keyStoreId);
     }
 
+    bool startChange(const QString &keyStoreId, const Trivex::StoreChange &,
+                     Trivex::StoreChangeDone done) override
+    {
+        tell(keyStoreId);
+        done({});
+        return true;
+    }
+
     int cancelled = 0;
 
 private:
@@ -88,6 +96,7 @@ private Q_SLOTS:
     void forgottenStaysForgotten();
     void slotsOfTheMonitorAskBack();
     void slotsOfQuestionsAskBack();
+    void refusedOwnerAsksNobody();
 
 private:
     QCA::Initializer m_qca;
@@ -147,6 +156,8 @@ void TestTokenRegistry::slotsOfTheMonitorAskBack()
             ++depth;
             TokenMonitor::cancel(id);
             Trivex::findTokenKey(id, QCA::PublicKey());
+            Trivex::startStoreChange(
+                id, {}, [](const Trivex::StoreChangeResult &) { TokenMonitor::tokens(); });
             --depth;
         };
         connect(&monitor, &TokenMonitor::changed, &monitor, [&] {
@@ -199,6 +210,49 @@ void TestTokenRegistry::slotsOfQuestionsAskBack()
     QVERIFY(!reply->accepted);
     QCOMPARE(withdrawn, 1);
     disconnect(connection);
+}
+
+// The question that is open ends, and the next one of the same operation is not put to anybody;
+// others that concern the same store stay.
+void TestTokenRegistry::refusedOwnerAsksNobody()
+{
+    Trivex::EventHandler handler;
+    int asked = 0;
+    QVector<int> open;
+    connect(&handler, &QCA::EventHandler::eventReady, this, [&](int id, const QCA::Event &) {
+        ++asked;
+        open << id;
+    });
+    handler.start();
+    Trivex::QuestionInfo question;
+    question.keyStoreId = QStringLiteral("shared");
+    const QCA::KeyStoreInfo store(QCA::KeyStore::SmartCard, question.keyStoreId,
+                                  QStringLiteral("Token"));
+    const auto other = std::make_shared<Trivex::OperationOwner>();
+    const auto owner = std::make_shared<Trivex::OperationOwner>();
+    const auto answered = std::make_shared<std::atomic_bool>(false);
+    Trivex::QuestionInfo foreign = question;
+    foreign.owner = other;
+    std::thread patient([=] { *answered = Trivex::ask(foreign, store).accepted; });
+    QTRY_COMPARE(asked, 1);
+    question.owner = owner;
+    QTimer::singleShot(0, this, [&] {
+        QTRY_COMPARE(asked, 2);
+        Trivex::refuseQuestions(owner);
+    });
+    const auto accepted = std::make_shared<std::atomic_int>(0);
+    QVERIFY(endsInTime([=] {
+        for (int i = 0; i < 3; ++i)
+            *accepted += Trivex::ask(question, store).accepted ? 1 : 0;
+    }));
+    QCOMPARE(int(*accepted), 0);
+    QCOMPARE(asked, 2);
+    QVERIFY(owner->isClosed());
+    QVERIFY(!other->isClosed());
+    for (const int id : qAsConst(open))
+        handler.submitPassword(id, QCA::SecureArray("1"));
+    patient.join();
+    QVERIFY(*answered);
 }
 
 QTEST_GUILESS_MAIN(TestTokenRegistry)

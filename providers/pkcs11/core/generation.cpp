@@ -11,15 +11,6 @@
 
 namespace Trivex {
 
-namespace {
-
-/// A mailbox can't be deleted by what it runs.
-struct DeleteLater {
-    void operator()(QObject *object) const { object->deleteLater(); }
-};
-
-} // namespace
-
 /// What the owner and the token's thread both hold.
 struct Generation::Shared {
     std::mutex mutex;
@@ -27,7 +18,7 @@ struct Generation::Shared {
     bool isOver = false;
     TokenKeyReference made;
     /// Where the owner hears of the end.
-    std::unique_ptr<Mailbox, DeleteLater> mailbox;
+    std::unique_ptr<Mailbox, Mailbox::DeleteLater> mailbox;
 
     /// False for the second caller.
     bool end(TokenKeyReference *result);

@@ -62,6 +62,8 @@ public:
     QCA::PrivateKey findPrivateKey(const QString &keyStoreId,
                                    const QCA::PublicKey &publicKey) override;
     void cancelOperation(const QString &keyStoreId) override;
+    bool startChange(const QString &keyStoreId, const StoreChange &change,
+                     StoreChangeDone done) override;
 
     // For module threads.
     /// Makes the token known and starts it; null when the same token is there already.

@@ -2,10 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/core/tokenstorelist.h"
 
-#include "providers/pkcs11/core/objectremover.h"
-#include "providers/pkcs11/core/objectwriter.h"
 #include "providers/pkcs11/core/tokenentrycontext.h"
-#include "qca/engine/keys/pkeycontainer.h"
 
 #include <algorithm>
 
@@ -22,20 +19,6 @@ constexpr std::chrono::milliseconds StepPause{20};
 constexpr std::chrono::milliseconds SecondLookPause{150};
 /// Between two looks whether the first scan has taken too long.
 constexpr std::chrono::milliseconds PatiencePause{50};
-
-QCA::PKeyBase *keyContextOf(const QCA::PrivateKey &key)
-{
-    auto *container =
-        dynamic_cast<QCA::PKeyContext *>(const_cast<QCA::PrivateKey &>(key).context());
-    return container ? container->key() : nullptr;
-}
-
-/// A token's own key is known by its public half; it is there already.
-KeyMaterial materialOf(const QCA::PrivateKey &key)
-{
-    const QCA::PKeyBase *context = keyContextOf(key);
-    return context ? Trivex::materialOf(context) : KeyMaterial();
-}
 
 } // namespace
 
@@ -226,57 +209,43 @@ QCA::KeyStoreEntryContext *TokenStoreList::entryPassive(const QString &serialize
     return TokenEntryContext::restore(provider(), serialized);
 }
 
-template <class Work> bool TokenStoreList::runOn(int id, Purpose purpose, Work work)
+StoreChangeResult TokenStoreList::perform(int id, const StoreChange &change)
 {
-    const QString keyStoreId = storeId(id);
-    // Made even when the token is gone: it takes the answers that were stored for it.
-    Operation operation(purpose, keyStoreId);
-    const TokenPtr token = TokenService::instance().token(keyStoreId);
-    if (!token) {
-        TokenError error;
-        error.kind = TokenError::TokenRemoved;
-        error.keyStoreId = keyStoreId;
-        error.purpose = purpose;
-        publishTokenError(error);
-        return false;
-    }
-    return token->run(std::move(operation), std::move(work)).kind == TokenError::NoError;
+    const auto result = std::make_shared<StoreChangeResult>();
+    const auto waiter = std::make_shared<Waiter>();
+    const bool isKnown = TokenService::instance().startChange(
+        storeId(id), change, [result, waiter](const StoreChangeResult &outcome) {
+            *result = outcome;
+            waiter->resolve();
+        });
+    if (!isKnown)
+        return {};
+    waiter->wait();
+    return waiter->isResolved() ? *result : StoreChangeResult();
 }
 
 QString TokenStoreList::writeEntry(int id, const QCA::Certificate &certificate)
 {
-    const auto written = std::make_shared<QString>();
-    const QByteArray der = certificate.isNull() ? QByteArray() : certificate.toDER();
-    const bool isGood = runOn(id, Purpose::Write,
-                              [written, der](TokenConnection &connection, Operation &operation) {
-                                  *written = writeCertificate(connection, operation, der);
-                              });
-    return isGood ? *written : QString();
+    StoreChange change;
+    change.kind = StoreChange::WriteCertificate;
+    change.certificate = certificate;
+    return perform(id, change).entryId;
 }
 
 QString TokenStoreList::writeEntry(int id, const QCA::KeyBundle &bundle)
 {
-    BundleToWrite toWrite;
-    if (!bundle.isNull()) {
-        toWrite.name = bundle.name();
-        const QCA::CertificateChain chain = bundle.certificateChain();
-        for (const QCA::Certificate &certificate : chain)
-            toWrite.chain.push_back(certificate.toDER());
-        toWrite.key = materialOf(bundle.privateKey());
-    }
-    const auto written = std::make_shared<QString>();
-    const bool isGood = runOn(
-        id, Purpose::Write, [written, toWrite](TokenConnection &connection, Operation &operation) {
-            *written = writeBundle(connection, operation, toWrite);
-        });
-    return isGood ? *written : QString();
+    StoreChange change;
+    change.kind = StoreChange::WriteBundle;
+    change.bundle = bundle;
+    return perform(id, change).entryId;
 }
 
 bool TokenStoreList::removeEntry(int id, const QString &entryId)
 {
-    return runOn(id, Purpose::Remove, [entryId](TokenConnection &connection, Operation &operation) {
-        Trivex::removeEntry(connection, operation, entryId);
-    });
+    StoreChange change;
+    change.kind = StoreChange::RemoveEntry;
+    change.entryId = entryId;
+    return perform(id, change).succeeded;
 }
 
 } // namespace Trivex

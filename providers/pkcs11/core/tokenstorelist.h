@@ -11,7 +11,8 @@
 namespace Trivex {
 
 /// The key stores of the tokens, for QCA. Lives on QCA's tracker thread; look-ups answer from
-/// memory, writes and removals wait for the token there, because QCA calls them so.
+/// memory, writes and removals wait for the token there, because QCA calls them so; our own models
+/// start them past QCA, which holds up all stores meanwhile.
 ///
 /// A store with many entries grows in steps, each announced when the one before has been fetched,
 /// so that whoever shows them is never given more at once than it can take in a moment.
@@ -52,7 +53,8 @@ private:
     void awaitScan();
     void showMore(int id);
     void noteListed(int id, const TokenContentsPtr &contents);
-    template <class Work> bool runOn(int id, Purpose purpose, Work work);
+    /// Waits for its end, as QCA wants it.
+    StoreChangeResult perform(int id, const StoreChange &change);
 
     /// How many entries of a store are shown so far.
     QHash<int, int> m_shown;

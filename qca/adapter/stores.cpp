@@ -1,0 +1,116 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/adapter/stores.h"
+
+#include "qca/adapter/question.h"
+
+#include <QDeadlineTimer>
+#include <QSet>
+#include <QThread>
+
+#include <memory>
+
+namespace Trivex {
+
+namespace {
+
+// In ms. What answers from memory ends long before the first one is over.
+constexpr int QuietPatience = 50;
+constexpr int ClosePatience = 200;
+constexpr int AskPause = 10;
+
+/// Stock QCA runs each asynchronous operation in a thread below the store, and waits for it in the
+/// store's destructor.
+QList<QThread *> runningOperations(const QCA::KeyStore &store)
+{
+    QList<QThread *> running;
+    const auto threads = store.findChildren<QThread *>();
+    for (QThread *thread : threads) {
+        if (thread->isRunning())
+            running.append(thread);
+    }
+    return running;
+}
+
+/// False when an operation of the store still runs at `deadline`.
+bool waitForOperations(const QCA::KeyStore &store, const QDeadlineTimer &deadline)
+{
+    const auto running = runningOperations(store);
+    for (QThread *thread : running) {
+        if (!thread->wait(deadline))
+            return false;
+    }
+    return true;
+}
+
+bool endsSoon(const QCA::KeyStore &store, const QDeadlineTimer &quiet,
+              const QDeadlineTimer &deadline)
+{
+    bool isOver = waitForOperations(store, quiet);
+    while (!isOver && !deadline.hasExpired()) {
+        if (!store.id().isEmpty())
+            cancelQuestions(store.id()); // each time: who was refused may ask once more
+        isOver = waitForOperations(store, QDeadlineTimer(AskPause));
+    }
+    return isOver;
+}
+
+void letGo(QCA::KeyStore *store)
+{
+    store->setParent(nullptr);
+    const auto running = runningOperations(*store);
+    const auto left = std::make_shared<QSet<QThread *>>(running.begin(), running.end());
+    const auto settle = [store, left](QThread *thread) {
+        if (left->remove(thread) && left->isEmpty())
+            store->deleteLater();
+    };
+    for (QThread *thread : running) {
+        // QCA would follow it up with the next operation, of a store that nobody has any more.
+        QObject::disconnect(thread, nullptr, thread->parent(), nullptr);
+        QObject::connect(thread, &QThread::finished, store, [settle, thread] { settle(thread); });
+        // It may have ended between the lines above.
+        if (thread->isFinished())
+            settle(thread);
+    }
+    if (running.isEmpty())
+        store->deleteLater();
+}
+
+QStringList providerMarks()
+{
+    QStringList marks;
+    const QCA::ProviderList providers = QCA::providers();
+    for (const QCA::Provider *provider : providers)
+        marks << QStringLiteral("%1 %2").arg(provider->name()).arg(quintptr(provider));
+    return marks;
+}
+
+} // namespace
+
+void startStores()
+{
+    // Forgotten when QCA ends, like the stores that were started.
+    const QString property = QStringLiteral("trivex-started-stores");
+    const QStringList marks = providerMarks();
+    if (QCA::getProperty(property).toStringList() == marks)
+        return;
+    QCA::KeyStoreManager::start();
+    QCA::setProperty(property, marks);
+}
+
+void closeStores(const QVector<QCA::KeyStore *> &stores)
+{
+    const QDeadlineTimer quiet(QuietPatience);
+    const QDeadlineTimer deadline(ClosePatience);
+    for (QCA::KeyStore *store : stores) {
+        if (!store)
+            continue;
+        store->disconnect();
+        if (endsSoon(*store, quiet, deadline))
+            delete store;
+        else
+            letGo(store);
+    }
+}
+
+} // namespace Trivex

@@ -1,0 +1,89 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/adapter/storewriter.h"
+
+#include "qca/engine/mailbox.h"
+#include "qca/engine/tokenregistry.h"
+
+namespace Trivex {
+
+/// What the tokens' threads hold too.
+struct StoreWriter::Shared {
+    const OperationOwnerPtr owner = std::make_shared<OperationOwner>();
+    std::mutex mutex;
+    std::unique_ptr<Mailbox, Mailbox::DeleteLater> mailbox{new Mailbox};
+
+    void post(std::function<void()> function)
+    {
+        const std::lock_guard lock(mutex);
+        if (mailbox)
+            mailbox->post(std::move(function));
+    }
+
+    void close()
+    {
+        {
+            const std::lock_guard lock(mutex);
+            mailbox.reset();
+        }
+        refuseQuestions(owner);
+    }
+};
+
+StoreWriter::StoreWriter(QObject *parent)
+    : QObject(parent)
+    , m_shared(std::make_shared<Shared>())
+{
+}
+
+StoreWriter::~StoreWriter()
+{
+    m_shared->close();
+}
+
+void StoreWriter::write(QCA::KeyStore *store, const QCA::Certificate &certificate)
+{
+    StoreChange change;
+    change.kind = StoreChange::WriteCertificate;
+    change.certificate = certificate;
+    if (!start(store, change))
+        store->writeEntry(certificate);
+}
+
+void StoreWriter::write(QCA::KeyStore *store, const QCA::KeyBundle &bundle)
+{
+    StoreChange change;
+    change.kind = StoreChange::WriteBundle;
+    change.bundle = bundle;
+    if (!start(store, change))
+        store->writeEntry(bundle);
+}
+
+void StoreWriter::remove(QCA::KeyStore *store, const QString &entryId)
+{
+    StoreChange change;
+    change.kind = StoreChange::RemoveEntry;
+    change.entryId = entryId;
+    if (!start(store, change))
+        store->removeEntry(entryId);
+}
+
+bool StoreWriter::start(const QCA::KeyStore *store, StoreChange change)
+{
+    change.owner = m_shared->owner;
+    const bool isRemoval = change.kind == StoreChange::RemoveEntry;
+    // As on QCA's own thread, where no signer's scope is in force.
+    const QuestionScope nobody(nullptr);
+    return startStoreChange(store->id(), change,
+                            [this, shared = m_shared, isRemoval](const StoreChangeResult &result) {
+                                // Runs on this object's thread, and not when it has gone.
+                                shared->post([this, result, isRemoval] {
+                                    if (isRemoval)
+                                        Q_EMIT removed(result.succeeded);
+                                    else
+                                        Q_EMIT written(result.entryId);
+                                });
+                            });
+}
+
+} // namespace Trivex

@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/trivexqcaexport.h"
+
+#include <QObject>
+#include <QtCrypto>
+
+#include <memory>
+
+namespace Trivex {
+
+struct StoreChange;
+
+/// Writes to key stores and removes from them. On our own tokens that goes past QCA, which does one
+/// thing at a time with all stores of the process: a write that waits for its PIN there would hold
+/// up every list and every other model. On other stores it is QCA's own asynchronous operation,
+/// whose end the store itself signals.
+///
+/// Lives on one thread; its signals arrive there.
+class TRIVEX_QCA_EXPORT StoreWriter : public QObject {
+    Q_OBJECT
+public:
+    explicit StoreWriter(QObject *parent = nullptr);
+    /// Refuses the questions of what it has started, from then on. Waits for nothing; what needs no
+    /// answer goes on.
+    ~StoreWriter() override;
+
+    void write(QCA::KeyStore *store, const QCA::Certificate &certificate);
+    void write(QCA::KeyStore *store, const QCA::KeyBundle &bundle);
+    void remove(QCA::KeyStore *store, const QString &entryId);
+
+Q_SIGNALS:
+    // Of our own tokens alone. Never before the call that they belong to returns.
+
+    /// `entryId` is empty when the write failed.
+    void written(const QString &entryId);
+    void removed(bool success);
+
+private:
+    struct Shared;
+    /// False when the store is none of our tokens.
+    bool start(const QCA::KeyStore *store, StoreChange change);
+
+    std::shared_ptr<Shared> m_shared;
+};
+
+} // namespace Trivex
