@@ -23,7 +23,9 @@ class QcaHandler;
 ///     }
 ///
 /// Lives on the GUI thread. Keys are made in the background; signing a request may run a nested
-/// event loop while a token works or asks for its PIN.
+/// event loop while a token works or asks for its PIN. The object, its models and their stores may
+/// go meanwhile. An engine that is to go (`deleteLater()`) goes when the script's call has
+/// returned; a host must not `delete` one while its script runs, here as anywhere.
 class CertificateRequest : public Certificate {
     Q_OBJECT
     /// The offered algorithms; empty until `init()`. Never notified.

@@ -4,6 +4,7 @@
 // Making, signing, saving, loading and exporting the request itself.
 #include "requests/certificaterequest.h"
 
+#include "certificates/enginekeeper.h"
 #include "keystores/keystoremodel.h"
 #include "qca/adapter/entries.h"
 #include "qca/adapter/filenames.h"
@@ -116,6 +117,7 @@ bool CertificateRequest::Save::write()
 
 void CertificateRequest::createRequest()
 {
+    const EngineKeeper keeper(this);
     if (m_subjectInfo.isEmpty()) {
         qWarning("Certificate request info is empty!");
         return;
@@ -139,6 +141,7 @@ void CertificateRequest::createRequest()
 
 bool CertificateRequest::saveRequest()
 {
+    const EngineKeeper keeper(this);
     Save save;
     save.request = m_request;
     save.commonName = commonName();
