@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/core/objecttemplates.h"
 #include "providers/pkcs11/core/tokencontents.h"
+#include "qca/adapter/bounds.h"
+#include "tests/support/derelement.h"
 #include "tests/x509/corpus.h"
 
 #include <QtTest>
@@ -17,6 +19,7 @@ private Q_SLOTS:
     void findsIdentifiersInPieces();
     void findsIssuersByMeaning_data();
     void findsIssuersByMeaning();
+    void endsKnots();
 
 private:
     QCA::Initializer m_initializer;
@@ -35,6 +38,31 @@ TokenCertificate certificateOf(const QByteArray &der)
 TokenCertificate certificateIn(const char *file)
 {
     return certificateOf(Corpus::read(QString::fromLatin1(file)));
+}
+
+/// A certificate of one of two names, by its number and that of its issuer.
+QByteArray knotted(int number, int issuer)
+{
+    using TrivexTest::derElement;
+    const auto name = [](int of) {
+        const QByteArray value = derElement(0x0C, of % 2 ? "odd" : "even");
+        const QByteArray type = derElement(0x06, QByteArray::fromHex("550403"));
+        return derElement(0x30, derElement(0x31, derElement(0x30, type + value)));
+    };
+    const auto extension = [](const char *oid, const QByteArray &value) {
+        return derElement(0x30,
+                          derElement(0x06, QByteArray::fromHex(oid)) + derElement(0x04, value));
+    };
+    const QByteArray algorithm = derElement(0x30, derElement(0x06, QByteArray::fromHex("2a03")));
+    const QByteArray time = derElement(0x17, "200101000000Z");
+    const QByteArray extensions = extension("551d0e", derElement(0x04, QByteArray::number(number)))
+        + extension("551d23", derElement(0x30, derElement(0x80, QByteArray::number(issuer))));
+    const QByteArray body = derElement(0x02, QByteArray::number(number)) + algorithm + name(issuer)
+        + derElement(0x30, time + time) + name(number)
+        + derElement(0x30, algorithm + derElement(0x03, QByteArray(4, '\0')))
+        + derElement(0xA3, derElement(0x30, extensions));
+    return derElement(0x30,
+                      derElement(0x30, body) + algorithm + derElement(0x03, QByteArray(4, '\0')));
 }
 
 /// The key of a certificate, as a token shows it.
@@ -114,6 +142,27 @@ void TestTokenContents::findsIssuersByMeaning()
     QCOMPARE(int(own->issuers.size()), isFound ? 1 : 0);
     if (isFound)
         QCOMPARE(own->issuers.front()->der, objects.certificates.back().der);
+}
+
+// Each is the issuer of the next, in a circle, and all have the key that is there.
+void TestTokenContents::endsKnots()
+{
+    constexpr int count = 400;
+    TokenObjects objects;
+    for (int i = 0; i < count; ++i)
+        objects.certificates.push_back(certificateOf(knotted(i, (i + 1) % count)));
+    objects.privateKeys = {keyOf(objects.certificates.front())};
+    const TokenContentsPtr contents = assembleContents(objects, QStringLiteral("store"));
+    QCOMPARE(int(contents->entries.size()), count);
+    for (const TokenEntryPtr &entry : contents->entries) {
+        QVERIFY(entry->key);
+        QCOMPARE(int(entry->issuers.size()), maxChainLength - 1);
+    }
+    QCOMPARE(contents->entries.front()->issuers.front()->der, objects.certificates.at(1).der);
+    // A circle that is shorter ends where it began.
+    objects.certificates = {certificateOf(knotted(0, 1)), certificateOf(knotted(1, 0))};
+    QCOMPARE(int(assembleContents(objects, QStringLiteral("store"))->entries[0]->issuers.size()),
+             1);
 }
 
 int main(int argc, char *argv[])

@@ -3,14 +3,14 @@
 #include "providers/pkcs11/core/tokencontents.h"
 
 #include "providers/pkcs11/core/gostkeys.h"
+#include "qca/adapter/bounds.h"
 #include "qca/engine/keys/gostpublickey.h"
 #include "qca/engine/x509/canonicalname.h"
 #include "qca/engine/x509/der.h"
 
 #include <QCryptographicHash>
 #include <QHash>
-
-#include <algorithm>
+#include <QSet>
 
 namespace Trivex {
 
@@ -108,18 +108,26 @@ class IssuerIndex {
 public:
     void add(const TokenCertificatePtr &certificate)
     {
-        m_bySubject.insert(nameOf(certificate->parts.subject, certificate->der), certificate);
+        const QByteArray keyId = certificate->parts.keyId.in(certificate->der);
+        Namesakes &namesakes = m_bySubject[nameOf(certificate->parts.subject, certificate->der)];
+        if (!namesakes.first)
+            namesakes.first = certificate;
+        if (!keyId.isEmpty())
+            namesakes.byKeyId.insert(keyId, certificate);
+        else if (!namesakes.firstWithoutKeyId)
+            namesakes.firstWithoutKeyId = certificate;
     }
 
     std::vector<TokenCertificatePtr> issuersOf(const TokenCertificatePtr &certificate) const
     {
         std::vector<TokenCertificatePtr> chain;
         TokenCertificatePtr current = certificate;
+        QSet<const TokenCertificate *> known = {certificate.get()};
         while (const TokenCertificatePtr issuer = issuerOf(*current)) {
             // A certificate that is in the chain already ends it: two that sign each other exist.
-            if (issuer == certificate
-                || std::find(chain.begin(), chain.end(), issuer) != chain.end())
+            if (known.contains(issuer.get()) || known.size() == maxChainLength)
                 break;
+            known.insert(issuer.get());
             chain.push_back(issuer);
             current = issuer;
         }
@@ -127,21 +135,38 @@ public:
     }
 
 private:
+    /// Looked for once, however many chains go through it.
     TokenCertificatePtr issuerOf(const TokenCertificate &certificate) const
+    {
+        const auto known = m_issuers.constFind(&certificate);
+        if (known != m_issuers.constEnd())
+            return *known;
+        const TokenCertificatePtr issuer = findIssuer(certificate);
+        m_issuers.insert(&certificate, issuer);
+        return issuer;
+    }
+
+    TokenCertificatePtr findIssuer(const TokenCertificate &certificate) const
     {
         const QByteArray name = nameOf(certificate.parts.issuer, certificate.der);
         if (name == nameOf(certificate.parts.subject, certificate.der))
             return nullptr;
-        TokenCertificatePtr byName;
-        const auto end = m_bySubject.constEnd();
-        for (auto at = m_bySubject.constFind(name); at != end && at.key() == name; ++at) {
-            if (isNamedAuthority(certificate, **at))
-                return *at;
-            if (canBeAuthority(certificate, **at))
-                byName = *at;
-        }
-        return byName;
+        const auto namesakes = m_bySubject.constFind(name);
+        if (namesakes == m_bySubject.constEnd())
+            return nullptr;
+        const QByteArray wanted = certificate.parts.authorityKeyId.in(certificate.der);
+        if (wanted.isEmpty())
+            return namesakes->first;
+        const TokenCertificatePtr named = namesakes->byKeyId.value(wanted);
+        return named ? named : namesakes->firstWithoutKeyId;
     }
+
+    /// Those of one name, so that nobody has to go through all of them.
+    struct Namesakes {
+        TokenCertificatePtr first;
+        TokenCertificatePtr firstWithoutKeyId;
+        QHash<QByteArray, TokenCertificatePtr> byKeyId;
+    };
 
     /// Issuers are often written in another string type than they wrote themselves in.
     static QByteArray nameOf(const DerSpan &name, const QByteArray &der)
@@ -150,19 +175,8 @@ private:
         return canonicalName(Der::sliceOf(bytes));
     }
 
-    static bool isNamedAuthority(const TokenCertificate &certificate,
-                                 const TokenCertificate &issuer)
-    {
-        const DerSpan wanted = certificate.parts.authorityKeyId;
-        return !wanted.isEmpty() && wanted.in(certificate.der) == issuer.parts.keyId.in(issuer.der);
-    }
-
-    static bool canBeAuthority(const TokenCertificate &certificate, const TokenCertificate &issuer)
-    {
-        return certificate.parts.authorityKeyId.isEmpty() || issuer.parts.keyId.isEmpty();
-    }
-
-    QMultiHash<QByteArray, TokenCertificatePtr> m_bySubject;
+    QHash<QByteArray, Namesakes> m_bySubject;
+    mutable QHash<const TokenCertificate *, TokenCertificatePtr> m_issuers;
 };
 
 /// One certificate for each DER form: a token may hold copies under several ids.
