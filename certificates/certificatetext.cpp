@@ -34,13 +34,17 @@ constexpr std::array<const char *, 16> signatureTemplates = {
 constexpr int rawSignature = 6;
 
 /// Two hex digits, or the sign and the magnitude: `QString::arg()` would write a negative number
-/// as its two's complement in 64 bits.
-QString signedHex(char byte)
+/// as its two's complement in 64 bits. Digit by digit, because a number may have a million of them.
+void appendSignedHex(char byte, QString *text)
 {
+    constexpr char digits[] = "0123456789ABCDEF";
     const int value = static_cast<signed char>(byte);
-    const QString sign = value < 0 ? QStringLiteral("-") : QString();
-    const int width = value < 0 ? 1 : 2;
-    return sign + QStringLiteral("%1").arg(qAbs(value), width, 16, QLatin1Char('0'));
+    const int magnitude = qAbs(value);
+    if (value < 0)
+        *text += QLatin1Char('-');
+    if (value >= 0 || magnitude >= 16)
+        *text += QLatin1Char(digits[magnitude / 16]);
+    *text += QLatin1Char(digits[magnitude % 16]);
 }
 
 } // namespace
@@ -49,15 +53,15 @@ QString hexText(const QByteArray &bytes, QChar separator)
 {
     const int plainLength = 3 * bytes.size() - 1;
     QString text;
-    text.reserve(plainLength + 1);
+    text.reserve(4 * bytes.size());
     for (const char byte : bytes) {
-        text += signedHex(byte);
+        appendSignedHex(byte, &text);
         if (text.size() != plainLength)
             text += separator;
     }
     if (bytes.size() == 1 && text.startsWith(QLatin1Char('0')))
         text.remove(0, 1);
-    return text.toUpper();
+    return text;
 }
 
 QString signatureText(int number)
