@@ -9,11 +9,10 @@
 #include "qca/adapter/infotypes.h"
 #include "qca/adapter/keys.h"
 #include "qca/adapter/reading.h"
+#include "qca/adapter/regularfile.h"
 
 #include <QDebug>
 #include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QUrl>
 
 namespace {
@@ -278,11 +277,10 @@ QString Certificate::signatureType() const
 
 bool Certificate::loadFromFile(const QString &path)
 {
-    // Opening a pipe would wait for its other end.
-    QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+    const auto contents = Trivex::readRegularFile(path);
+    if (!contents)
         return false;
-    const QCA::Certificate loaded = Trivex::certificateFromPem(file.readAll());
+    const QCA::Certificate loaded = Trivex::certificateFromPem(*contents);
     if (loaded.isNull() || loaded == m_certificate)
         return false;
     m_certificate = loaded;

@@ -12,6 +12,7 @@
 #include "qca/adapter/keys.h"
 #include "qca/adapter/providers.h"
 #include "qca/adapter/reading.h"
+#include "qca/adapter/regularfile.h"
 #include "qca/adapter/tokens.h"
 #include "requests/atomicfile.h"
 #include "requests/requestfiles.h"
@@ -22,7 +23,6 @@
 
 namespace {
 
-constexpr qint64 maxRequestSize = 16 * 1024 * 1024;
 constexpr int saveAttempts = 5;
 
 bool isTaken(const QString &path)
@@ -252,14 +252,10 @@ QString CertificateRequest::requestPath()
 
 void CertificateRequest::load(const QString &path)
 {
-    QFile file(path);
-    const QFileInfo info(path);
-    // Opening a pipe would wait for its other end.
-    if (path.isEmpty() || !info.isFile() || info.size() > maxRequestSize
-        || !QCA::isSupported(qPrintable(Trivex::requestExtension()))
-        || !file.open(QIODevice::ReadOnly))
+    const auto contents = Trivex::readRegularFile(path);
+    if (!contents || !QCA::isSupported(qPrintable(Trivex::requestExtension())))
         return;
-    m_request = Trivex::requestFromPem(file.readAll());
+    m_request = Trivex::requestFromPem(*contents);
     if (m_request.isNull())
         return;
     m_path = path;

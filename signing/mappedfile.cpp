@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "signing/mappedfile.h"
 
+#include "qca/adapter/regularfile.h"
 #include "signing/filedigest.h"
 
 #include <QFileInfo>
@@ -12,7 +13,6 @@
 #include <utility>
 #include <vector>
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -34,27 +34,6 @@ Registry &registry()
 QString strongDigest()
 {
     return QStringLiteral("sha256");
-}
-
-bool isRegular(const struct stat &status)
-{
-    return S_ISREG(status.st_mode);
-}
-
-/// A descriptor of the regular file at `name`, or -1. It is looked at before it is opened, because
-/// opening a device can do something, and again afterwards, because it may be another by then;
-/// without blocking, because a pipe waits for its other end.
-int openRegular(const QByteArray &name)
-{
-    struct stat status;
-    if (stat(name.constData(), &status) != 0 || !isRegular(status))
-        return -1;
-    const int descriptor = ::open(name.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
-    if (descriptor >= 0 && (fstat(descriptor, &status) != 0 || !isRegular(status))) {
-        close(descriptor);
-        return -1;
-    }
-    return descriptor;
 }
 
 } // namespace
@@ -106,7 +85,7 @@ void MappedFile::releaseUnused()
 
 bool MappedFile::openDescriptor()
 {
-    const int descriptor = openRegular(QFile::encodeName(m_path));
+    const int descriptor = openRegularFile(m_path);
     if (descriptor < 0)
         return false;
     if (!m_file.open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered,

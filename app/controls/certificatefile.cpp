@@ -6,9 +6,9 @@
 #include "qca/adapter/infotypes.h"
 #include "qca/adapter/keybundlefile.h"
 #include "qca/adapter/providers.h"
+#include "qca/adapter/regularfile.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QFileInfo>
 #include <QPointer>
 #include <QThreadPool>
@@ -16,9 +16,6 @@
 namespace Trivex {
 
 namespace {
-
-/// More than any certificate, bundle or request needs; what is larger is something else.
-constexpr qint64 LargestFile = 16 * 1024 * 1024;
 
 CertificateFile::Kind pemKind(const QByteArray &bytes)
 {
@@ -164,19 +161,19 @@ void CertificateFile::clear()
 
 void CertificateFile::read()
 {
-    const QFileInfo info(m_path);
-    QFile file(m_path);
-    // A pipe would stop the window; only plain files are opened.
-    if (!info.isFile() || info.size() == 0 || !file.open(QIODevice::ReadOnly)) {
+    FileProblem problem = FileProblem::None;
+    const auto contents = readRegularFile(m_path, &problem);
+    // More than any certificate, bundle or request needs is something else.
+    if (problem == FileProblem::TooLarge) {
+        m_kind = OtherKind;
+        return;
+    }
+    if (!contents || contents->isEmpty()) {
         m_kind = Unreadable;
         m_problem = Desktop().whyNotRead(m_path);
         return;
     }
-    if (info.size() > LargestFile) {
-        m_kind = OtherKind;
-        return;
-    }
-    const QByteArray bytes = file.readAll();
+    const QByteArray &bytes = *contents;
     m_kind = pemKind(bytes);
     if (m_kind == OtherKind)
         m_kind = derKind(bytes);

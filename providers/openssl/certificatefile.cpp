@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "providers/openssl/certificatefile.h"
 
+#include "qca/adapter/filenames.h"
 #include "qca/adapter/infotypes.h"
+#include "qca/adapter/regularfile.h"
 #include "qca/engine/x509/makecertificate.h"
 #include "qca/engine/x509/pem.h"
 
@@ -17,9 +19,7 @@ namespace Trivex {
 
 namespace {
 
-constexpr qint64 LargestFile = 16 * 1024 * 1024;
 constexpr int DigestLength = 16; // digits; 64 bits tell the certificates of one file apart
-constexpr int LongestName = 180; // octets; file systems take 255, and a suffix is to follow
 
 bool isCertificate(const PemBlock &block)
 {
@@ -43,15 +43,6 @@ QString nameOf(const QString &path, const QCA::Certificate &certificate)
     return name.isEmpty() ? QFileInfo(path).fileName() : name;
 }
 
-bool readAll(const QString &path, QByteArray *text)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > LargestFile)
-        return false;
-    *text = file.read(LargestFile);
-    return file.error() == QFileDevice::NoError;
-}
-
 bool writeAll(const QString &path, const QByteArray &text)
 {
     QSaveFile file(path);
@@ -60,9 +51,16 @@ bool writeAll(const QString &path, const QByteArray &text)
 
 QString freePath(const QDir &directory, const QString &name)
 {
-    QString path = directory.filePath(name + QLatin1String(".pem"));
+    // QSaveFile writes under a longer name at first.
+    const QString temporary = QStringLiteral(".XXXXXX");
+    const auto pathWith = [&](const QString &end) {
+        QString file = safeFileName(name, end + temporary, QStringLiteral("certificate"));
+        file.chop(temporary.size());
+        return directory.filePath(file);
+    };
+    QString path = pathWith(QStringLiteral(".pem"));
     for (int number = 2; QFileInfo::exists(path) || QFileInfo(path).isSymLink(); ++number)
-        path = directory.filePath(QStringLiteral("%1 (%2).pem").arg(name).arg(number));
+        path = pathWith(QStringLiteral(" (%1).pem").arg(number));
     return path;
 }
 
@@ -85,14 +83,16 @@ FileStamp stampOf(const QString &path)
 QList<StoredCertificate> readCertificateFile(const QString &path, QString *error)
 {
     QList<StoredCertificate> certificates;
-    QByteArray text;
-    if (!readAll(path, &text)) {
-        *error = QStringLiteral("can't be read");
+    FileProblem problem = FileProblem::None;
+    const auto text = readRegularFile(path, &problem);
+    if (!text) {
+        *error = problem == FileProblem::TooLarge ? QStringLiteral("has more than 16 MiB")
+                                                  : QStringLiteral("can't be read");
         return certificates;
     }
     int broken = 0;
     QSet<QString> seen;
-    const QList<PemBlock> blocks = readPem(text, &broken);
+    const QList<PemBlock> blocks = readPem(*text, &broken);
     for (const PemBlock &block : blocks) {
         if (!isCertificate(block))
             continue;
@@ -115,53 +115,38 @@ QList<StoredCertificate> readCertificateFile(const QString &path, QString *error
 
 bool removeFromFile(const QString &path, const QString &id)
 {
-    QByteArray text;
-    if (!readAll(path, &text))
+    const auto text = readRegularFile(path);
+    if (!text)
         return false;
     int left = 0;
-    bool removed = false;
-    QList<PemBlock> blocks = readPem(text);
-    // From the end, so that the positions of the earlier blocks hold.
-    while (!blocks.isEmpty()) {
-        const PemBlock block = blocks.takeLast();
+    QByteArray kept;
+    int keptUpTo = 0;
+    const QList<PemBlock> blocks = readPem(*text);
+    for (const PemBlock &block : blocks) {
         const QCA::Certificate certificate =
             isCertificate(block) ? makeCertificate(block.data) : QCA::Certificate();
         if (!certificate.isNull() && idOf(path, certificate) == id) {
-            text.remove(block.begin, block.end - block.begin);
-            removed = true;
+            kept += text->mid(keptUpTo, block.begin - keptUpTo);
+            keptUpTo = block.end;
         } else {
             ++left;
         }
     }
-    if (!removed)
+    if (keptUpTo == 0)
         return false;
-    return left == 0 ? QFile::remove(path) : writeAll(path, text);
+    kept += text->mid(keptUpTo);
+    return left == 0 ? QFile::remove(path) : writeAll(path, kept);
 }
 
 QString writeCertificateFile(const QString &directory, const QCA::Certificate &certificate)
 {
     if (!QDir().mkpath(directory))
         return {};
-    const QString name = safeFileName(nameOf(QStringLiteral("certificate"), certificate));
+    const QString name = nameOf(QString(), certificate).trimmed();
     const QString path = freePath(QDir(directory), name);
     if (!writeAll(path, writePem("CERTIFICATE", certificate.toDER())))
         return {};
     return idOf(path, certificate);
-}
-
-QString safeFileName(const QString &text)
-{
-    QString name;
-    for (const QChar c : text.trimmed()) {
-        const bool isUnsafe = c == QLatin1Char('/') || c == QLatin1Char('\\')
-            || c.category() == QChar::Other_Control || c.unicode() == 0;
-        name += isUnsafe ? QLatin1Char('_') : c;
-    }
-    if (name.startsWith(QLatin1Char('.')))
-        name[0] = QLatin1Char('_');
-    while (QFile::encodeName(name).size() > LongestName)
-        name.chop(name.size() > 1 && name.at(name.size() - 1).isLowSurrogate() ? 2 : 1);
-    return name.isEmpty() ? QStringLiteral("certificate") : name;
 }
 
 } // namespace Trivex

@@ -46,8 +46,4 @@ bool removeFromFile(const QString &path, const QString &id);
 /// id of the certificate in it; empty on failure.
 QString writeCertificateFile(const QString &directory, const QCA::Certificate &certificate);
 
-/// `text` as the first part of a file name: without separators, control characters and a leading
-/// dot, and short enough for every file system.
-QString safeFileName(const QString &text);
-
 } // namespace Trivex

@@ -2,15 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/keybundlefile.h"
 
-#include <QFile>
-#include <QFileInfo>
+#include "qca/adapter/regularfile.h"
 
 namespace Trivex {
 
 namespace {
-
-/// Far more than any key with its chain; the rest is no bundle.
-constexpr qint64 maxBundleSize = 64 * 1024 * 1024;
 
 /// The decoder of one provider. The stock class would ask by itself.
 class BundleDecoder : public QCA::Algorithm {
@@ -67,16 +63,13 @@ private:
 QCA::KeyBundle readKeyBundle(const QString &path, const QCA::SecureArray &password,
                              QCA::ConvertResult *result, const QString &provider)
 {
-    QFile file(path);
-    // Opening a pipe would wait for its other end.
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
-        *result = QCA::ErrorFile;
-        return {};
-    }
+    FileProblem problem = FileProblem::None;
+    const auto contents = readRegularFile(path, &problem);
     QCA::KeyBundle bundle;
-    *result = QCA::ErrorDecode;
-    if (file.size() <= maxBundleSize && QCA::isSupported("pkcs12", provider))
-        *result = BundleDecoder(provider).decode(file.readAll(), password, &bundle);
+    // What is too large is no bundle.
+    *result = problem == FileProblem::Unreadable ? QCA::ErrorFile : QCA::ErrorDecode;
+    if (contents && QCA::isSupported("pkcs12", provider))
+        *result = BundleDecoder(provider).decode(*contents, password, &bundle);
     return bundle;
 }
 

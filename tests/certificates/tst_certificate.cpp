@@ -35,6 +35,7 @@ private Q_SLOTS:
     void namelessExport_data();
     void namelessExport();
     void loading();
+    void hugeFile();
     void assignmentKeepsFileName();
     void overriddenGettersCount();
     void keyBundle();
@@ -304,6 +305,25 @@ void tst_Certificate::loading()
     QVERIFY(!certificate.loadFromFile(broken));
     QVERIFY(!certificate.isNull());
     QVERIFY(!Certificate(path).isNull());
+}
+
+void tst_Certificate::hugeFile()
+{
+    QFile file(m_factory.file(QStringLiteral("huge.pem")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QFile good(m_factory.authority().certificateFile());
+    QVERIFY(good.open(QIODevice::ReadOnly));
+    file.write(good.readAll());
+    Certificate certificate;
+    // Sparse, so that it takes no room.
+    QVERIFY(file.resize(16 * 1024 * 1024));
+    QVERIFY(certificate.loadFromFile(file.fileName()));
+    certificate.setCertificate(QCA::Certificate());
+    for (const qint64 size : {qint64(16 * 1024 * 1024 + 1), qint64(3) << 29, qint64(5) << 30}) {
+        QVERIFY(file.resize(size));
+        QVERIFY(!certificate.loadFromFile(file.fileName()));
+        QVERIFY(certificate.isNull());
+    }
 }
 
 void tst_Certificate::assignmentKeepsFileName()

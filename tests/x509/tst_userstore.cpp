@@ -222,7 +222,11 @@ void TestUserStore::makesNamesSafe()
         {QStringLiteral("../../escape"), QStringLiteral("_._.._escape.pem")},
         {QStringLiteral("a/b\\c\nd"), QStringLiteral("a_b_c_d.pem")},
         {QStringLiteral("a/b\\c\nd"), QStringLiteral("a_b_c_d (2).pem")},
-        {QString(300, QChar(0x42F)), QString(90, QChar(0x42F)) + QLatin1String(".pem")},
+        // 255 octets are the most, seven of them for the name of the unfinished file.
+        {QString(300, QChar(0x42F)), QString(122, QChar(0x42F)) + QLatin1String(".pem")},
+        {QString(300, QChar(0x42F)), QString(120, QChar(0x42F)) + QLatin1String(" (2).pem")},
+        {QString(400000, QLatin1Char('w')), QString(244, QLatin1Char('w')) + QLatin1String(".pem")},
+        {QStringLiteral("  "), QStringLiteral("certificate.pem")},
     };
     int serial = 1;
     for (const auto &[commonName, file] : cases) {

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "qca/engine/keys/privatekeyreader.h"
 
+#include "qca/adapter/bounds.h"
+#include "qca/engine/pkcs12/derivationbudget.h"
 #include "qca/engine/pkcs12/legacylibrary.h"
 #include "qca/engine/x509/der.h"
 
@@ -54,6 +56,10 @@ const unsigned char *bytesOf(const QCA::SecureArray &array)
 QCA::ConvertResult readEncrypted(X509_SIG *sig, const QCA::SecureArray &passphrase,
                                  KeyMaterial *material)
 {
+    const X509_ALGOR *algorithm = nullptr;
+    X509_SIG_get0(sig, &algorithm, nullptr);
+    if (!DerivationBudget::allows(algorithm))
+        return QCA::ErrorDecode;
     const Pkcs8Handle info(
         PKCS8_decrypt_ex(sig, passphrase.constData(), passphrase.size(), legacyLibrary(), nullptr));
     ERR_clear_error();
@@ -132,6 +138,9 @@ QCA::ConvertResult readBlock(const Block &block, const QCA::SecureArray &passphr
 QCA::ConvertResult readPrivateKey(const QCA::SecureArray &der, const QCA::SecureArray &passphrase,
                                   KeyMaterial *material)
 {
+    *material = {};
+    if (der.size() > maxFileBytes)
+        return QCA::ErrorDecode;
     *material = KeyMaterial::fromPrivateInfo(der);
     if (!material->isNull())
         return QCA::ConvertGood;
@@ -149,6 +158,8 @@ QCA::ConvertResult readPrivateKey(const QCA::SecureArray &der, const QCA::Secure
 QCA::ConvertResult readPrivateKeyPem(const QString &pem, const QCA::SecureArray &passphrase,
                                      KeyMaterial *material)
 {
+    if (pem.size() > maxFileBytes)
+        return QCA::ErrorDecode;
     QByteArray text = pem.toLatin1();
     const BioHandle bio(BIO_new_mem_buf(text.constData(), text.size()));
     QCA::ConvertResult result = QCA::ErrorDecode;

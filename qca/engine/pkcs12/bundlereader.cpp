@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "qca/engine/pkcs12/bundlereader.h"
 
+#include "qca/adapter/bounds.h"
 #include "qca/engine/keys/gostengine.h"
 #include "qca/engine/keys/gostpublickey.h"
 #include "qca/engine/pkcs12/bundlepassword.h"
+#include "qca/engine/pkcs12/derivationbudget.h"
 #include "qca/engine/pkcs12/legacylibrary.h"
-#include "qca/engine/x509/certificatecontext.h"
+#include "qca/engine/x509/issuersearch.h"
 
 #include <openssl/err.h>
 
@@ -47,11 +49,13 @@ struct CertificateItem {
     QByteArray localId;
 };
 
-// All that was found in a bundle, and whether something in it could not be opened.
+// What was found in a bundle, and whether something in it could not be opened.
 struct Contents {
-    QList<KeyItem> keys;
+    QList<KeyItem> keys; // the first that can be used
     QList<CertificateItem> certificates;
     bool isLocked = false;
+    bool isTooMuch = false; // opening it takes more work than anybody should do
+    DerivationBudget budget;
 };
 
 Pkcs12Handle parse(const QByteArray &der)
@@ -97,6 +101,8 @@ QCA::SecureArray encode(const PKCS8_PRIV_KEY_INFO *info)
 
 void takeKey(PKCS12_SAFEBAG *bag, const PKCS8_PRIV_KEY_INFO *info, Contents *contents)
 {
+    if (!contents->keys.isEmpty())
+        return;
     if (!info) {
         contents->isLocked = true;
         return;
@@ -119,6 +125,28 @@ void takeCertificate(PKCS12_SAFEBAG *bag, Contents *contents)
     OPENSSL_free(data);
 }
 
+const X509_ALGOR *algorithmOf(const PKCS12_SAFEBAG *shroudedKey)
+{
+    const X509_SIG *sig = PKCS12_SAFEBAG_get0_pkcs8(shroudedKey);
+    const X509_ALGOR *algorithm = nullptr;
+    if (sig)
+        X509_SIG_get0(sig, &algorithm, nullptr);
+    return algorithm;
+}
+
+// Keys behind the first are never used, and each may ask for as much work as that.
+void takeShroudedKey(PKCS12_SAFEBAG *bag, const BundlePassword &password, Contents *contents)
+{
+    if (!contents->keys.isEmpty() || contents->isTooMuch)
+        return;
+    contents->isTooMuch = !contents->budget.take(algorithmOf(bag));
+    if (contents->isTooMuch)
+        return;
+    const Pkcs8Handle info(
+        PKCS12_decrypt_skey_ex(bag, password.data(), password.size(), legacyLibrary(), nullptr));
+    takeKey(bag, info.get(), contents);
+}
+
 void takeBags(const STACK_OF(PKCS12_SAFEBAG) * bags, const BundlePassword &password, int depth,
               Contents *contents)
 {
@@ -128,12 +156,9 @@ void takeBags(const STACK_OF(PKCS12_SAFEBAG) * bags, const BundlePassword &passw
         case NID_keyBag:
             takeKey(bag, PKCS12_SAFEBAG_get0_p8inf(bag), contents);
             break;
-        case NID_pkcs8ShroudedKeyBag: {
-            const Pkcs8Handle info(PKCS12_decrypt_skey_ex(bag, password.data(), password.size(),
-                                                          legacyLibrary(), nullptr));
-            takeKey(bag, info.get(), contents);
+        case NID_pkcs8ShroudedKeyBag:
+            takeShroudedKey(bag, password, contents);
             break;
-        }
         case NID_certBag:
             takeCertificate(bag, contents);
             break;
@@ -146,9 +171,20 @@ void takeBags(const STACK_OF(PKCS12_SAFEBAG) * bags, const BundlePassword &passw
     }
 }
 
+// Of a safe that is encrypted with a password; null for others.
+const X509_ALGOR *algorithmOf(const PKCS7 *safe)
+{
+    const bool isEncrypted =
+        PKCS7_type_is_encrypted(safe) && safe->d.encrypted && safe->d.encrypted->enc_data;
+    return isEncrypted ? safe->d.encrypted->enc_data->algorithm : nullptr;
+}
+
 void takeSafe(PKCS7 *safe, const BundlePassword &password, Contents *contents)
 {
     const bool isEncrypted = PKCS7_type_is_encrypted(safe);
+    contents->isTooMuch = contents->isTooMuch || !contents->budget.take(algorithmOf(safe));
+    if (contents->isTooMuch)
+        return;
     Bags bags;
     if (isEncrypted)
         bags.reset(PKCS12_unpack_p7encdata(safe, password.data(), password.size()));
@@ -187,12 +223,36 @@ std::optional<BundlePassword> fittingPassword(PKCS12 *bundle, const QCA::SecureA
     return std::nullopt;
 }
 
-Contents readContents(PKCS12 *bundle, const BundlePassword &password)
+const ASN1_INTEGER *macIterations(const PKCS12 *bundle)
+{
+    const ASN1_INTEGER *iterations = nullptr;
+    PKCS12_get0_mac(nullptr, nullptr, nullptr, &iterations, bundle);
+    return iterations;
+}
+
+// Whether what shows before any of it is opened is within the bounds.
+bool isAffordable(const PKCS12 *bundle, const STACK_OF(PKCS7) * safes)
+{
+    DerivationBudget budget;
+    bool isGood = budget.take(macIterations(bundle));
+    for (int i = 0; isGood && i < sk_PKCS7_num(safes); ++i) {
+        PKCS7 *safe = sk_PKCS7_value(safes, i);
+        isGood = budget.take(algorithmOf(safe));
+        const Bags bags(PKCS7_type_is_data(safe) ? PKCS12_unpack_p7data(safe) : nullptr);
+        for (int j = 0; isGood && j < sk_PKCS12_SAFEBAG_num(bags.get()); ++j) {
+            const PKCS12_SAFEBAG *bag = sk_PKCS12_SAFEBAG_value(bags.get(), j);
+            isGood = PKCS12_SAFEBAG_get_nid(bag) != NID_pkcs8ShroudedKeyBag
+                || DerivationBudget::allows(algorithmOf(bag));
+        }
+    }
+    return isGood;
+}
+
+Contents readContents(const STACK_OF(PKCS7) * safes, const BundlePassword &password)
 {
     Contents contents;
-    const Safes safes(PKCS12_unpack_authsafes(bundle));
-    for (int i = 0; safes && i < sk_PKCS7_num(safes.get()); ++i)
-        takeSafe(sk_PKCS7_value(safes.get(), i), password, &contents);
+    for (int i = 0; i < sk_PKCS7_num(safes); ++i)
+        takeSafe(sk_PKCS7_value(safes, i), password, &contents);
     return contents;
 }
 
@@ -222,21 +282,17 @@ int findOwn(const Contents &contents, const KeyItem &key)
     return -1;
 }
 
-// The issuers of the last certificate of `chain`, one after the other, out of `others`.
-void complete(QList<QByteArray> *chain, QList<CertificateItem> others)
+// Puts the issuers of the only certificate of `chain` behind it, out of `others`.
+bool complete(QList<QByteArray> *chain, const QList<CertificateItem> &others)
 {
-    for (int i = 0; i < others.size();) {
-        CertificateContext last(nullptr);
-        CertificateContext candidate(nullptr);
-        if (last.fromDER(chain->last()) == QCA::ConvertGood
-            && candidate.fromDER(others.at(i).der) == QCA::ConvertGood && !last.compare(&candidate)
-            && candidate.isIssuerOf(&last)) {
-            chain->append(others.takeAt(i).der);
-            i = 0;
-        } else {
-            ++i;
-        }
-    }
+    const auto own = CertificateData::fromDer(chain->first());
+    QList<CertificateDataPtr> candidates;
+    for (const CertificateItem &other : others)
+        candidates += CertificateData::fromDer(other.der);
+    const auto found = own ? completeChain(own, candidates) : std::nullopt;
+    for (int i = 1; found && i < found->size(); ++i)
+        chain->append(found->at(i)->der());
+    return found.has_value();
 }
 
 QCA::ConvertResult assemble(const Contents &contents, Bundle *bundle)
@@ -260,18 +316,22 @@ QCA::ConvertResult assemble(const Contents &contents, Bundle *bundle)
     bundle->chain += item.der;
     if (const auto data = CertificateData::fromDer(item.der))
         bundle->key.setPublicInfo(data->publicInfo());
-    complete(&bundle->chain, others);
-    return QCA::ConvertGood;
+    return complete(&bundle->chain, others) ? QCA::ConvertGood : QCA::ErrorDecode;
 }
 
 QCA::ConvertResult readParsed(PKCS12 *parsed, const QCA::SecureArray &password, Bundle *bundle)
 {
     if (macDigest(parsed).startsWith("1.2.643."))
         loadGostEngine();
+    const Safes safes(PKCS12_unpack_authsafes(parsed));
+    if (!isAffordable(parsed, safes.get()))
+        return QCA::ErrorDecode;
     const auto fitting = fittingPassword(parsed, password);
     if (!fitting)
         return QCA::ErrorPassphrase;
-    Contents contents = readContents(parsed, *fitting);
+    Contents contents = readContents(safes.get(), *fitting);
+    if (contents.isTooMuch)
+        return QCA::ErrorDecode;
     const bool isChecked = PKCS12_mac_present(parsed) == 1;
     // The password is right then: what stays locked is locked by a cipher that nobody here has.
     contents.isLocked = contents.isLocked && !isChecked;
@@ -283,7 +343,7 @@ QCA::ConvertResult readParsed(PKCS12 *parsed, const QCA::SecureArray &password, 
 QCA::ConvertResult readBundle(const QByteArray &der, const QCA::SecureArray &password,
                               Bundle *bundle)
 {
-    const Pkcs12Handle parsed = parse(der);
+    const Pkcs12Handle parsed = der.size() <= maxFileBytes ? parse(der) : nullptr;
     const QCA::ConvertResult result =
         parsed ? readParsed(parsed.get(), password, bundle) : QCA::ErrorDecode;
     ERR_clear_error();

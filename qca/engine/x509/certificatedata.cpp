@@ -4,6 +4,7 @@
 
 #include "qca/engine/x509/canonicalname.h"
 #include "qca/engine/x509/extensions.h"
+#include "qca/engine/x509/namebounds.h"
 #include "qca/engine/x509/names.h"
 #include "qca/engine/x509/signaturealgorithms.h"
 #include "qca/engine/x509/strings.h"
@@ -66,7 +67,7 @@ CertificateData::~CertificateData()
 DataPtr CertificateData::fromDer(const QByteArray &der)
 {
     CertificateFields fields;
-    if (!findCertificateFields(Der::sliceOf(der), &fields))
+    if (!findCertificateFields(Der::sliceOf(der), &fields) || !isWithinBounds(fields))
         return nullptr;
     Registry &known = registry();
     DataPtr data;

@@ -18,7 +18,8 @@ namespace Trivex {
 /// is decoded is decoded once, on the first thread that asks.
 class TRIVEX_QCA_EXPORT CertificateData {
 public:
-    /// The data of the certificate that `der` begins with; null when it begins with none. The
+    /// The data of the certificate that `der` begins with; null when it begins with none, and for
+    /// one that is larger than anybody's should be. The
     /// same object as long as another with the same DER lives.
     static std::shared_ptr<const CertificateData> fromDer(const QByteArray &der);
     ~CertificateData();

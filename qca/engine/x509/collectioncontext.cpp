@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/engine/x509/collectioncontext.h"
 
+#include "qca/adapter/bounds.h"
 #include "qca/engine/x509/certificatecontext.h"
 #include "qca/engine/x509/crlcontext.h"
 #include "qca/engine/x509/derwriter.h"
@@ -92,6 +93,8 @@ QCA::ConvertResult CollectionContext::fromPKCS7(const QByteArray &der,
     Der::Slice content;
     Der::Slice members;
     QByteArray converted;
+    if (der.size() > maxFileBytes)
+        return QCA::ErrorDecode;
     if (!openSignedData(der, &content)) {
         converted = definiteForm(der);
         if (!openSignedData(converted, &content))

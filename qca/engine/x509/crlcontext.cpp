@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/engine/x509/crlcontext.h"
 
+#include "qca/adapter/bounds.h"
 #include "qca/engine/x509/der.h"
 #include "qca/engine/x509/extensions.h"
 #include "qca/engine/x509/names.h"
@@ -168,7 +169,7 @@ QString CrlContext::toPEM() const
 
 QCA::ConvertResult CrlContext::fromDER(const QByteArray &der)
 {
-    auto data = decode(der);
+    auto data = der.size() <= maxFileBytes ? decode(der) : nullptr;
     if (!data)
         return QCA::ErrorDecode;
     m_native = parse(data->der);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/engine/x509/extensions.h"
 
+#include "qca/engine/x509/derwriter.h"
 #include "qca/engine/x509/names.h"
 #include "qca/engine/x509/sharedtypes.h"
 
@@ -180,13 +181,15 @@ void decodeWith(const Decoder (&decoders)[Count], Der::Slice extensions, Propert
 
 QByteArray findExtension(Der::Slice extensions, const char *oid)
 {
+    // Compared as octets: the text of an identifier would have to be made for each extension.
+    const QByteArray wanted = Der::writeOid(oid);
     Der::Reader reader(extensions);
     Der::Slice extension;
     while (reader.next(Der::Sequence, &extension)) {
         Der::Reader parts(extension);
-        Der::Slice id;
+        Der::Element id;
         QByteArray value;
-        if (!parts.next(Der::ObjectIdentifier, &id) || Der::oidText(id) != oid)
+        if (!parts.next(Der::ObjectIdentifier, &id) || !(id.whole == Der::sliceOf(wanted)))
             continue;
         parts.skip(Der::Boolean);
         return parts.nextString(Der::OctetString, &value) ? value : QByteArray();

@@ -2,12 +2,15 @@
 // SPDX-License-Identifier: MIT
 #include "qca/engine/x509/pem.h"
 
+#include "qca/adapter/bounds.h"
+
 namespace Trivex {
 
 namespace {
 
 constexpr int LineLength = 64;
 constexpr char Begin[] = "-----BEGIN ";
+constexpr int BeginSize = int(sizeof Begin) - 1;
 constexpr char End[] = "-----END ";
 constexpr char Dashes[] = "-----";
 
@@ -57,6 +60,22 @@ bool readBody(QByteArray body, PemBlock *block)
     return decoded && !block->data.isEmpty();
 }
 
+// The block that `text` begins with; its end is that of its last line's text.
+bool readBlock(const QByteArray &text, PemBlock *block)
+{
+    const int labelEnd = text.indexOf(Dashes, BeginSize);
+    if (labelEnd < 0)
+        return false;
+    block->label = text.mid(BeginSize, labelEnd - BeginSize);
+    if (block->label.contains('\n'))
+        return false;
+    const QByteArray endMark = End + block->label + Dashes;
+    const int body = labelEnd + int(sizeof Dashes) - 1;
+    const int end = text.indexOf(endMark, body);
+    block->end = end + endMark.size();
+    return end >= 0 && readBody(text.mid(body, end - body), block);
+}
+
 } // namespace
 
 QList<PemBlock> readPem(const QByteArray &text, int *broken)
@@ -64,21 +83,19 @@ QList<PemBlock> readPem(const QByteArray &text, int *broken)
     QList<PemBlock> blocks;
     int position = text.indexOf(Begin);
     while (position >= 0) {
-        const int label = position + int(sizeof Begin) - 1;
-        const int labelEnd = text.indexOf(Dashes, label);
+        const int next = text.indexOf(Begin, position + BeginSize);
+        const int limit = next < 0 ? text.size() : next;
         PemBlock block;
-        block.begin = position;
-        block.label = labelEnd < 0 ? QByteArray() : text.mid(label, labelEnd - label);
-        const QByteArray endMark = End + block.label + Dashes;
-        const int body = labelEnd + int(sizeof Dashes) - 1;
-        const int next = text.indexOf(Begin, label);
-        const int end =
-            labelEnd < 0 || block.label.contains('\n') ? -1 : text.indexOf(endMark, body);
-        block.end = lineEnd(text, end + endMark.size());
-        if (end >= 0 && (next < 0 || end < next) && readBody(text.mid(body, end - body), &block))
+        // What belongs to a block stands before the next one, so nobody looks behind that: each
+        // octet is looked at a few times, however many blocks begin.
+        if (readBlock(QByteArray::fromRawData(text.constData() + position, limit - position),
+                      &block)) {
+            block.begin = position;
+            block.end = lineEnd(text, position + block.end);
             blocks += block;
-        else if (broken)
+        } else if (broken) {
             ++*broken;
+        }
         position = next;
     }
     return blocks;
@@ -86,6 +103,8 @@ QList<PemBlock> readPem(const QByteArray &text, int *broken)
 
 QByteArray readPem(const QString &text, const QList<QByteArray> &labels)
 {
+    if (text.size() > maxFileBytes)
+        return {};
     const QList<PemBlock> blocks = readPem(text.toLatin1());
     for (const PemBlock &block : blocks) {
         if (labels.contains(block.label) && block.header.isEmpty())

@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "qca/engine/x509/requestdata.h"
 
+#include "qca/adapter/bounds.h"
 #include "qca/engine/x509/der.h"
 #include "qca/engine/x509/extensions.h"
+#include "qca/engine/x509/namebounds.h"
 #include "qca/engine/x509/names.h"
 #include "qca/engine/x509/signaturealgorithms.h"
 #include "qca/engine/x509/strings.h"
@@ -68,7 +70,7 @@ void decodeAttribute(Der::Slice attribute, QCA::CertContextProps *properties)
 std::shared_ptr<const RequestData> RequestData::fromDer(const QByteArray &der)
 {
     Sealed sealed;
-    if (!open(Der::sliceOf(der), &sealed))
+    if (!open(Der::sliceOf(der), &sealed) || sealed.whole.size > maxCertificateBytes)
         return nullptr;
     Der::Reader body(sealed.body);
     Der::Slice version;
@@ -91,7 +93,7 @@ std::shared_ptr<const RequestData> RequestData::fromDer(const QByteArray &der)
         while (reader.next(Der::Sequence, &attribute))
             decodeAttribute(attribute, &data->m_properties);
     }
-    return data;
+    return isWithinBounds(data->m_properties.subject) ? data : nullptr;
 }
 
 std::shared_ptr<const RequestData> RequestData::fromSpkac(const QByteArray &text)
@@ -101,7 +103,7 @@ std::shared_ptr<const RequestData> RequestData::fromSpkac(const QByteArray &text
         base64 = base64.mid(6);
     const QByteArray der = QByteArray::fromBase64(base64);
     Sealed sealed;
-    if (!open(Der::sliceOf(der), &sealed))
+    if (!open(Der::sliceOf(der), &sealed) || sealed.whole.size > maxCertificateBytes)
         return nullptr;
     Der::Reader body(sealed.body);
     Der::Element publicInfo;

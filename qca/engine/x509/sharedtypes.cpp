@@ -15,6 +15,7 @@ namespace {
 
 // Certificates may bring any OID they like; the table does not grow without end for that.
 constexpr int MostTypes = 1024;
+constexpr int LongestKept = 64; // octets
 
 template <class Type> class TypeTable {
 public:
@@ -28,7 +29,7 @@ public:
         }
         const Type made = make(oid);
         const QWriteLocker locker(&m_lock);
-        if (m_types.size() < MostTypes)
+        if (m_types.size() < MostTypes && oid.size <= LongestKept)
             m_types.insert(oid.bytes(), made);
         return made;
     }

@@ -21,7 +21,11 @@ template <class T, class Parse> T *parse(Der::Slice slice, Parse function)
 SignatureState checkSignature(const CertificateFields &fields, Der::Slice publicInfo)
 {
     // Also loads what GOST keys need.
-    const KeyMaterial key = KeyMaterial::fromPublicInfo(publicInfo.bytes());
+    return checkSignature(fields, KeyMaterial::fromPublicInfo(publicInfo.bytes()));
+}
+
+SignatureState checkSignature(const CertificateFields &fields, const KeyMaterial &key)
+{
     if (!key.native())
         return SignatureState::Unknown;
     // As "any type", which keeps a SEQUENCE as the octets that it is.

@@ -6,6 +6,8 @@
 
 namespace Trivex {
 
+class KeyMaterial;
+
 enum class SignatureState {
     Good,
     Bad,
@@ -16,5 +18,8 @@ enum class SignatureState {
 /// SubjectPublicKeyInfo). Works on the octets, so what else in the certificate libcrypto can read
 /// does not matter.
 SignatureState checkSignature(const CertificateFields &fields, Der::Slice publicInfo);
+
+/// The same with a key that has been decoded, which takes longer than the check.
+SignatureState checkSignature(const CertificateFields &fields, const KeyMaterial &key);
 
 } // namespace Trivex

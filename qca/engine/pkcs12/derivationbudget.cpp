@@ -1,0 +1,117 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/engine/pkcs12/derivationbudget.h"
+
+#include "qca/adapter/bounds.h"
+#include "qca/engine/x509/handles.h"
+
+#include <openssl/err.h>
+
+namespace Trivex {
+
+namespace {
+
+using Pbes2 = Handle<PBE2PARAM, PBE2PARAM_free>;
+using Pbkdf2 = Handle<PBKDF2PARAM, PBKDF2PARAM_free>;
+using Scrypt = Handle<SCRYPT_PARAMS, SCRYPT_PARAMS_free>;
+using Pbe = Handle<PBEPARAM, PBEPARAM_free>;
+
+/// More than every bound.
+constexpr qint64 Endless = maxBundleIterations + 1;
+
+qint64 numberOf(const ASN1_INTEGER *integer)
+{
+    int64_t value = 0;
+    if (!integer)
+        return 1;
+    const bool isSmall = ASN1_INTEGER_get_int64(&value, integer) == 1 && value <= maxIterations;
+    return isSmall ? qMax<qint64>(value, 0) : Endless;
+}
+
+/// The parameters of `algorithm` as the type that `Item` describes; null when they are none.
+template <class Parameters>
+Parameters parametersOf(const X509_ALGOR *algorithm, const ASN1_ITEM *item)
+{
+    int type = V_ASN1_UNDEF;
+    const void *value = nullptr;
+    X509_ALGOR_get0(nullptr, &type, &value, algorithm);
+    if (type != V_ASN1_SEQUENCE)
+        return nullptr;
+    const auto *sequence = static_cast<const ASN1_STRING *>(value);
+    return Parameters(static_cast<typename Parameters::pointer>(ASN1_item_unpack(sequence, item)));
+}
+
+int kindOf(const X509_ALGOR *algorithm)
+{
+    const ASN1_OBJECT *object = nullptr;
+    X509_ALGOR_get0(&object, nullptr, nullptr, algorithm);
+    return OBJ_obj2nid(object);
+}
+
+qint64 product(std::initializer_list<qint64> factors)
+{
+    qint64 result = 1;
+    for (const qint64 factor : factors)
+        result = qMin(result * factor, Endless); // neither is larger than that
+    return result;
+}
+
+// What can't be read costs nothing: libcrypto does not read it, either.
+qint64 workOfFunction(const X509_ALGOR *function)
+{
+    switch (kindOf(function)) {
+    case NID_id_pbkdf2: {
+        const auto parameters = parametersOf<Pbkdf2>(function, ASN1_ITEM_rptr(PBKDF2PARAM));
+        return parameters ? numberOf(parameters->iter) : 0;
+    }
+    case NID_id_scrypt: {
+        const auto parameters = parametersOf<Scrypt>(function, ASN1_ITEM_rptr(SCRYPT_PARAMS));
+        return parameters
+            ? product({numberOf(parameters->costParameter), numberOf(parameters->blockSize),
+                       numberOf(parameters->parallelizationParameter)})
+            : 0;
+    }
+    default:
+        return 0;
+    }
+}
+
+qint64 workOf(const X509_ALGOR *algorithm)
+{
+    qint64 work = 0;
+    if (!algorithm)
+        return work;
+    if (kindOf(algorithm) == NID_pbes2) {
+        const auto parameters = parametersOf<Pbes2>(algorithm, ASN1_ITEM_rptr(PBE2PARAM));
+        work = parameters ? workOfFunction(parameters->keyfunc) : 0;
+    } else if (const auto parameters = parametersOf<Pbe>(algorithm, ASN1_ITEM_rptr(PBEPARAM))) {
+        work = numberOf(parameters->iter);
+    }
+    ERR_clear_error();
+    return work;
+}
+
+} // namespace
+
+bool DerivationBudget::take(const X509_ALGOR *algorithm)
+{
+    return take(workOf(algorithm));
+}
+
+bool DerivationBudget::take(const ASN1_INTEGER *iterations)
+{
+    return take(numberOf(iterations));
+}
+
+bool DerivationBudget::allows(const X509_ALGOR *algorithm)
+{
+    return workOf(algorithm) <= maxIterations;
+}
+
+bool DerivationBudget::take(qint64 work)
+{
+    m_taken = qMin(m_taken + work, Endless);
+    return work <= maxIterations && m_taken <= maxBundleIterations;
+}
+
+} // namespace Trivex

@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <openssl/x509.h>
+
+#include <QtGlobal>
+
+namespace Trivex {
+
+/// The work of key derivation that one file may ask for, counted before it is done: two thousand
+/// octets can ask for hours.
+class DerivationBudget {
+public:
+    /// Takes what decrypting by `algorithm` (PKCS#5 or PKCS#12) needs; false when that is too much.
+    bool take(const X509_ALGOR *algorithm);
+    /// The same for a number of iterations; null stands for one.
+    bool take(const ASN1_INTEGER *iterations);
+    /// Whether one derivation alone is within its bound; takes nothing.
+    static bool allows(const X509_ALGOR *algorithm);
+
+private:
+    bool take(qint64 work);
+
+    qint64 m_taken = 0;
+};
+
+} // namespace Trivex

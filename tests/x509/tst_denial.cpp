@@ -1,0 +1,449 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+
+// What is made to take for ever, and what is merely large: it ends at once, in an error or in a
+// list, and the work grows with the size of the input and not with its square.
+#include "qca/adapter/bounds.h"
+#include "qca/adapter/keybundlefile.h"
+#include "qca/adapter/providers.h"
+#include "qca/adapter/regularfile.h"
+#include "qca/engine/x509/pem.h"
+#include "tests/support/derelement.h"
+#include "tests/x509/corpus.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <functional>
+
+#include <ctime>
+#include <sys/stat.h>
+
+using namespace Trivex;
+using TrivexTest::derElement;
+
+namespace {
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr qint64 soon = 10000; // ms
+#else
+constexpr qint64 soon = 1000; // ms
+#endif
+
+/// The time that this thread has worked so far, in nanoseconds.
+qint64 worked()
+{
+    timespec now;
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return qint64(now.tv_sec) * 1000000000 + now.tv_nsec;
+}
+
+qint64 timeOf(const std::function<void()> &work)
+{
+    const qint64 before = worked();
+    work();
+    return worked() - before;
+}
+
+/// How many times as long `work` takes for four times as much; the least of some tries. 4 where the
+/// work is linear, 16 where it is quadratic.
+double growth(int size, const std::function<std::function<void()>(int size)> &prepare)
+{
+    const auto best = [](const std::function<void()> &work) {
+        qint64 least = timeOf(work);
+        for (int i = 0; i < 3; ++i)
+            least = qMin(least, timeOf(work));
+        return qMax<qint64>(least, 1000);
+    };
+    return double(best(prepare(4 * size))) / double(best(prepare(size)));
+}
+
+constexpr double linear = 9; // half way between 4 and 16, as factors go
+
+QByteArray hex(const char *text)
+{
+    return QByteArray::fromHex(text);
+}
+
+QByteArray name(const QByteArray &attribute, int count)
+{
+    return derElement(0x30, derElement(0x31, attribute).repeated(count));
+}
+
+QByteArray attribute(const QByteArray &oid, const QByteArray &value)
+{
+    return derElement(0x30, derElement(0x06, oid) + derElement(0x0C, value));
+}
+
+QByteArray commonName(const QByteArray &text)
+{
+    return name(attribute(hex("550403"), text), 1);
+}
+
+QByteArray extension(const QByteArray &oid, const QByteArray &value)
+{
+    return derElement(0x30, derElement(0x06, oid) + derElement(0x04, value));
+}
+
+struct Parts {
+    QByteArray serial = "\x05";
+    QByteArray subject = commonName("Large");
+    QByteArray extensions;
+};
+
+/// A certificate without a sound signature.
+QByteArray certificate(const Parts &parts)
+{
+    const QByteArray algorithm = derElement(0x30, derElement(0x06, hex("2a864886f70d01010b")));
+    const QByteArray key = derElement(0x30, algorithm + derElement(0x03, hex("00") + "key"));
+    const QByteArray validity =
+        derElement(0x30, derElement(0x17, "200101000000Z") + derElement(0x17, "491231235959Z"));
+    QByteArray body = derElement(0xA0, derElement(0x02, "\x02")) + derElement(0x02, parts.serial)
+        + algorithm + commonName("Issuer") + validity + parts.subject + key;
+    if (!parts.extensions.isEmpty())
+        body += derElement(0xA3, derElement(0x30, parts.extensions));
+    return derElement(
+        0x30, derElement(0x30, body) + algorithm + derElement(0x03, hex("00") + "signature"));
+}
+
+QCA::Certificate decoded(const QByteArray &der)
+{
+    return QCA::Certificate::fromDER(der, nullptr, opensslProviderName());
+}
+
+/// All that anybody asks of a certificate.
+void readAll(const QByteArray &der)
+{
+    const QCA::Certificate certificate = decoded(der);
+    certificate.subjectInfo();
+    certificate.constraints();
+    certificate.serialNumber().toArray();
+    certificate.isSelfSigned();
+    certificate.subjectKeyId();
+    QVERIFY(!certificate.toPEM().isEmpty());
+}
+
+/// `count` different octet strings of `size` octets, one after the other.
+QByteArray distinct(int count, const std::function<QByteArray(int)> &make)
+{
+    QByteArray all;
+    for (int i = 0; i < count; ++i)
+        all += make(i);
+    return all;
+}
+
+QByteArray octets(int number)
+{
+    return QByteArray(1, char((number >> 14 & 0x7F) | 0x80)) + char((number >> 7 & 0x7F) | 0x80)
+        + char(number & 0x7F);
+}
+
+} // namespace
+
+class TestDenial : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void bundles_data();
+    void bundles();
+    void keyOfEndlessDerivation();
+    void pemWithoutEnd();
+    void pemGrowsLinearly();
+    void manyAttributes();
+    void attributesAtTheBound();
+    void certificateAtTheBound();
+    void largeCertificates_data();
+    void largeCertificates();
+    void pemTextAboveTheBound();
+    void filesAboveTheBound();
+    void filesThatAreNone();
+
+private:
+    QCA::Initializer m_initializer;
+    QTemporaryDir m_directory;
+};
+
+void TestDenial::bundles_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<int>("chain"); // 0 for an error
+    for (const char *file : {"knot120", "mac", "pbkdf2-key", "pbkdf2-safe", "pbe-key", "pbe-safe",
+                             "scrypt-key", "scrypt-safe", "many-safes"})
+        QTest::newRow(file) << QStringLiteral("denial/%1.p12").arg(QLatin1String(file)) << 0;
+    QTest::newRow("knot60") << QStringLiteral("denial/knot60.p12") << 60;
+}
+
+void TestDenial::bundles()
+{
+    QFETCH(QString, file);
+    QFETCH(int, chain);
+    QCA::ConvertResult result = QCA::ConvertGood;
+    QCA::KeyBundle bundle;
+    const qint64 time = timeOf([&] {
+        bundle = readKeyBundle(Corpus::path(file), QCA::SecureArray("password"), &result,
+                               opensslProviderName());
+    });
+    QVERIFY2(time / 1000000 < soon, qPrintable(QString::number(time / 1000000)));
+    QCOMPARE(result, chain > 0 ? QCA::ConvertGood : QCA::ErrorDecode);
+    QCOMPARE(bundle.isNull(), chain == 0);
+    if (chain > 0)
+        QCOMPARE(bundle.certificateChain().size(), chain);
+}
+
+void TestDenial::keyOfEndlessDerivation()
+{
+    const QString pem = QString::fromLatin1(Corpus::read(QStringLiteral("denial/key.pem")));
+    QCA::ConvertResult result = QCA::ConvertGood;
+    const qint64 time = timeOf([&] {
+        QCA::PrivateKey::fromPEM(pem, QCA::SecureArray("password"), &result, opensslProviderName());
+    });
+    QVERIFY(time / 1000000 < soon);
+    QCOMPARE(result, QCA::ErrorDecode);
+}
+
+void TestDenial::pemWithoutEnd()
+{
+    const auto read = [](const char *file) {
+        const QByteArray text = Corpus::read(QString::fromLatin1(file));
+        QCA::Certificate found;
+        const qint64 time = timeOf([&] {
+            found = QCA::Certificate::fromPEM(QString::fromLatin1(text), nullptr,
+                                              opensslProviderName());
+        });
+        return qMakePair(found, time / 1000000);
+    };
+    QVERIFY(read("denial/begin.pem").first.isNull());
+    QVERIFY(!read("denial/begin-around.pem").first.isNull());
+    QVERIFY(read("denial/begin-around.pem").second < soon);
+    int broken = 0;
+    QCOMPARE(readPem(Corpus::read(QStringLiteral("denial/begin-around.pem")), &broken).size(), 1);
+    QCOMPARE(broken, 18000);
+}
+
+void TestDenial::pemGrowsLinearly()
+{
+    const QList<QByteArray> lines = {
+        "-----BEGIN CERTIFICATE-----\n",
+        "-----BEGIN ",
+        "-----BEGIN CERTIFICATE-----\nAAAA\n-----END CERTIFICATE-----\n",
+        "-----BEGIN A-----\nAAAA\n-----END B-----\n",
+        "-----END CERTIFICATE-----\n",
+        "-----BEGIN A\n",
+        "-----BEGIN CERTIFICATE-----\na: b\n",
+        "----------",
+        "\n",
+    };
+    for (const QByteArray &line : lines) {
+        const double grown = growth(200000 / line.size(), [&](int count) {
+            const QByteArray text = line.repeated(count);
+            return std::function<void()>([text] { readPem(text); });
+        });
+        QVERIFY2(grown < linear,
+                 qPrintable(QStringLiteral("%1: %2").arg(QString::fromLatin1(line).trimmed(),
+                                                         QString::number(grown))));
+    }
+}
+
+void TestDenial::manyAttributes()
+{
+    for (const char *file : {"denial/email9000.der", "denial/email9000.csr"}) {
+        const QByteArray data = Corpus::read(QString::fromLatin1(file));
+        bool isNull = false;
+        const qint64 time = timeOf([&] {
+            isNull = data.startsWith("-----")
+                ? QCA::CertificateRequest::fromPEM(QString::fromLatin1(data), nullptr,
+                                                   opensslProviderName())
+                      .isNull()
+                : decoded(data).isNull();
+        });
+        QVERIFY2(time / 1000000 < soon, file);
+        QVERIFY(isNull);
+    }
+    QVERIFY(!decoded(Corpus::read(QStringLiteral("denial/email512.der"))).isNull());
+    QVERIFY(!QCA::CertificateRequest::fromPEM(
+                 QString::fromLatin1(Corpus::read(QStringLiteral("denial/email512.csr"))), nullptr,
+                 opensslProviderName())
+                 .isNull());
+}
+
+void TestDenial::attributesAtTheBound()
+{
+    const QByteArray email = attribute(hex("2a864886f70d010901"), "a@b");
+    Parts parts;
+    parts.subject = name(email, maxNameAttributes);
+    const qint64 time = timeOf([&] { QVERIFY(!decoded(certificate(parts)).isNull()); });
+    QVERIFY(time / 1000000 < soon);
+    parts.subject = name(email, maxNameAttributes + 1);
+    QVERIFY(decoded(certificate(parts)).isNull());
+    // In one set, or without any OID that is known: a name is what it is made of.
+    parts.subject = derElement(0x30, derElement(0x31, email.repeated(maxNameAttributes + 1)));
+    QVERIFY(decoded(certificate(parts)).isNull());
+    // The addresses of the alternative name are compared with those of the subject.
+    parts.subject = name(email, 10);
+    const auto addresses = [](int count) {
+        return extension(hex("551d11"), derElement(0x30, derElement(0x81, "a@b").repeated(count)));
+    };
+    parts.extensions = addresses(maxNameAttributes - 10);
+    QVERIFY(!decoded(certificate(parts)).isNull());
+    parts.extensions = addresses(maxNameAttributes - 9);
+    QVERIFY(decoded(certificate(parts)).isNull());
+}
+
+void TestDenial::certificateAtTheBound()
+{
+    Parts parts;
+    const auto padded = [&](int size) {
+        parts.extensions = extension(hex("550d01"), QByteArray(size, 'x'));
+        return certificate(parts);
+    };
+    const int rest = padded(1 << 20).size() - (1 << 20);
+    const QByteArray largest = padded(maxCertificateBytes - rest);
+    QCOMPARE(largest.size(), maxCertificateBytes);
+    QVERIFY(!decoded(largest).isNull());
+    QVERIFY(decoded(padded(maxCertificateBytes - rest + 1)).isNull());
+}
+
+void TestDenial::largeCertificates_data()
+{
+    QTest::addColumn<QByteArray>("der");
+    QTest::addColumn<QByteArray>("quarter");
+    using Make = std::function<Parts(int)>;
+    const auto row = [](const char *text, int count, const Make &make) {
+        QTest::newRow(text) << certificate(make(count)) << certificate(make(count / 4));
+    };
+    row("serial number", 1000000, [](int count) {
+        Parts parts;
+        parts.serial = QByteArray(count, '\x71');
+        return parts;
+    });
+    row("common name", 1000000, [](int count) {
+        Parts parts;
+        parts.subject = commonName(QByteArray(count, 'x'));
+        return parts;
+    });
+    row("extensions", 90000, [](int count) {
+        Parts parts;
+        parts.extensions = extension(hex("551d7f"), "").repeated(count);
+        return parts;
+    });
+    row("different extensions", 80000, [](int count) {
+        Parts parts;
+        parts.extensions = distinct(count, [](int i) { return extension(octets(i), ""); });
+        return parts;
+    });
+    row("host names", 90000, [](int count) {
+        Parts parts;
+        const auto host = [](int i) {
+            return derElement(0x82, QByteArray::number(i).rightJustified(8, 'h'));
+        };
+        parts.extensions = extension(hex("551d11"), derElement(0x30, distinct(count, host)));
+        return parts;
+    });
+    row("addresses of machines", 90000, [](int count) {
+        Parts parts;
+        const auto host = [](int i) { return derElement(0x87, '\x0a' + octets(i)); };
+        parts.extensions = extension(hex("551d11"), derElement(0x30, distinct(count, host)));
+        return parts;
+    });
+    row("purposes", 190000, [](int count) {
+        Parts parts;
+        const auto purpose = [](int i) { return derElement(0x06, octets(i)); };
+        parts.extensions = extension(hex("551d25"), derElement(0x30, distinct(count, purpose)));
+        return parts;
+    });
+    row("policies", 140000, [](int count) {
+        Parts parts;
+        const auto policy = [](int i) { return derElement(0x30, derElement(0x06, octets(i))); };
+        parts.extensions = extension(hex("551d20"), derElement(0x30, distinct(count, policy)));
+        return parts;
+    });
+    row("identifier of giant arcs", 1000000, [](int count) {
+        Parts parts;
+        parts.subject = name(attribute(QByteArray(count, '\xff') + '\x01', "x"), 1);
+        return parts;
+    });
+    row("identifier of many arcs", 1000000, [](int count) {
+        Parts parts;
+        parts.subject = name(attribute(QByteArray(count, '\x01'), "x"), 1);
+        return parts;
+    });
+    row("nesting", 500000, [](int count) {
+        Parts parts;
+        // Lengths that lie about the inside are as good as any here.
+        parts.extensions = extension(hex("551d11"), QByteArray(hex("3080")).repeated(count));
+        return parts;
+    });
+}
+
+void TestDenial::largeCertificates()
+{
+    QFETCH(QByteArray, der);
+    QFETCH(QByteArray, quarter);
+    QVERIFY(der.size() <= maxCertificateBytes);
+    // Other octets each time: what is decoded is kept.
+    const auto next = [](QByteArray *bytes) {
+        const int last = bytes->size() - 1;
+        (*bytes)[last] = char(bytes->at(last) + 1);
+        return *bytes;
+    };
+    const double grown = growth(1, [&](int size) {
+        return std::function<void()>([&, size] { readAll(next(size == 1 ? &quarter : &der)); });
+    });
+    QVERIFY2(grown < linear, qPrintable(QString::number(grown)));
+    const qint64 time = timeOf([&] { readAll(next(&der)); });
+    QVERIFY2(time / 1000000 < soon, qPrintable(QString::number(time / 1000000)));
+}
+
+void TestDenial::pemTextAboveTheBound()
+{
+    const QString good =
+        QString::fromLatin1(Corpus::read(QStringLiteral("denial/begin-around.pem")));
+    const QString filled = good + QString(maxFileBytes - good.size(), QLatin1Char('\n'));
+    const auto isRead = [](const QString &text) {
+        return !QCA::Certificate::fromPEM(text, nullptr, opensslProviderName()).isNull();
+    };
+    QVERIFY(isRead(filled));
+    QVERIFY(!isRead(filled + QLatin1Char('\n')));
+}
+
+void TestDenial::filesAboveTheBound()
+{
+    const QString path = m_directory.filePath(QStringLiteral("large.p12"));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(maxFileBytes));
+    FileProblem problem = FileProblem::Unreadable;
+    QCOMPARE(readRegularFile(path, &problem)->size(), maxFileBytes);
+    QCOMPARE(problem, FileProblem::None);
+    for (const qint64 size : {qint64(maxFileBytes) + 1, qint64(3) << 29, qint64(5) << 30}) {
+        QVERIFY(file.resize(size));
+        QVERIFY(!readRegularFile(path, &problem));
+        QCOMPARE(problem, FileProblem::TooLarge);
+        QCA::ConvertResult result = QCA::ConvertGood;
+        QVERIFY(readKeyBundle(path, QCA::SecureArray("password"), &result, opensslProviderName())
+                    .isNull());
+        QCOMPARE(result, QCA::ErrorDecode);
+    }
+}
+
+void TestDenial::filesThatAreNone()
+{
+    const QString pipe = m_directory.filePath(QStringLiteral("pipe"));
+    QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    for (const QString &path : {pipe, m_directory.path(), QStringLiteral("/dev/zero"),
+                                m_directory.filePath(QStringLiteral("missing")), QString()}) {
+        FileProblem problem = FileProblem::None;
+        QVERIFY(!readRegularFile(path, &problem));
+        QCOMPARE(problem, FileProblem::Unreadable);
+    }
+    // Contents without a size.
+    QVERIFY(!readRegularFile(QStringLiteral("/proc/self/status"))->isEmpty());
+}
+
+int main(int argc, char *argv[])
+{
+    Corpus::prepareEnvironment();
+    QCoreApplication application(argc, argv);
+    TestDenial test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_denial.moc"
