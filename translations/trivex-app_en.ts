@@ -606,6 +606,10 @@
         <source>PIN of %1</source>
         <translation>PIN of %1</translation>
     </message>
+    <message id="trivex-app-pin-replaced">
+        <source>The question before is over. This is another one: type the PIN of the token named below.</source>
+        <translation>The question before is over. This is another one: type the PIN of the token named below.</translation>
+    </message>
     <message id="trivex-app-pin-title">
         <source>The token asks for its PIN</source>
         <translation>The token asks for its PIN</translation>

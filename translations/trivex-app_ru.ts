@@ -609,6 +609,10 @@
         <source>PIN of %1</source>
         <translation>PIN токена %1</translation>
     </message>
+    <message id="trivex-app-pin-replaced">
+        <source>The question before is over. This is another one: type the PIN of the token named below.</source>
+        <translation>Предыдущий запрос завершён. Это другой запрос: введите PIN токена, указанного ниже.</translation>
+    </message>
     <message id="trivex-app-pin-title">
         <source>The token asks for its PIN</source>
         <translation>Токен запрашивает PIN</translation>

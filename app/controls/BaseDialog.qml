@@ -9,6 +9,9 @@ import Trivex.Crypto.Controls 1.0
 /// What all dialogs share: in the middle of the window and never wider than it, scrolling when
 /// too tall, left with Escape. Its content is a column. Opens with the focus at its first control,
 /// unless one of them asks for it with `focus: true`.
+///
+/// It draws its own ground and title: not every style has a ground where nothing but software
+/// renders, and most cut a long title off.
 Dialog {
     id: dialog
     property real preferredWidth: Theme.fontSize * 33
@@ -22,6 +25,32 @@ Dialog {
     closePolicy: Popup.CloseOnEscape
     contentHeight: column.implicitHeight
     onOpened: focusFirst()
+    padding: Theme.unit * 2.5
+    topPadding: Theme.unit
+    bottomPadding: Theme.unit
+    palette {
+        window: Theme.card
+        windowText: Theme.text
+        base: Theme.field
+        text: Theme.text
+        highlight: Theme.accent
+        highlightedText: Theme.accentText
+    }
+    background: Rectangle {
+        radius: Theme.radius + 4
+        color: Theme.card
+        border.color: Theme.border
+    }
+    header: Label {
+        text: dialog.title
+        visible: text.length > 0
+        wrapMode: Text.WordWrap
+        padding: Theme.unit * 2.5
+        bottomPadding: Theme.unit
+        font.pixelSize: Theme.headingSize
+        font.bold: true
+        Accessible.role: Accessible.Heading
+    }
 
     /// Moves the focus to the first control, unless a visible one in here has it.
     function focusFirst() {

@@ -50,11 +50,24 @@ Card {
             Accessible.name: header.place
         }
     }
-    ProgressBar {
-        value: header.from && header.until ? Validity.elapsed(header.from, header.until) : 0
+    // Not the style's: Imagine's needs a module of effects that its package does not bring along.
+    Rectangle {
+        readonly property real elapsed: header.from && header.until
+            ? Math.max(0, Math.min(1, Validity.elapsed(header.from, header.until))) : 0
+        height: 6
+        radius: 3
+        color: Theme.neutralSoft
         visible: header.validity !== Validity.Unknown
         Layout.fillWidth: true
-        Accessible.name: qsTrId("trivex-app-validity-elapsed")
+        Accessible.role: Accessible.ProgressBar
+        Accessible.name: qsTrId("trivex-app-validity-elapsed") + ": "
+                         + Math.round(elapsed * 100) + " %"
+        Rectangle {
+            width: parent.width * parent.elapsed
+            height: parent.height
+            radius: parent.radius
+            color: Theme.good
+        }
     }
     Flow {
         spacing: Theme.unit

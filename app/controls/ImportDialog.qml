@@ -6,7 +6,6 @@ import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
 
 import Trivex.Crypto 1.0
-import Qt.labs.platform 1.1 as Platform
 
 /// Brings a certificate or a bundle onto a token: file, password where one is needed, preview,
 /// token, one step. What the file is, its content says.
@@ -34,8 +33,10 @@ BaseDialog {
         if (isBundle)
             file.unlock("")
     }
+    /// Lets the user choose the file.
     function choose() {
-        fileDialog.open()
+        fileChooser.active = true
+        fileChooser.item.open()
     }
     function write() {
         if (!ready)
@@ -67,13 +68,26 @@ BaseDialog {
         // The password's field goes, and the focus must not go with it.
         onUnlockedChanged: if (unlocked) Qt.callLater(dialog.focusFirst)
     }
-    Platform.FileDialog {
-        id: fileDialog
-        title: qsTrId("trivex-app-import-title")
-        nameFilters: [qsTrId("trivex-app-filter-certificates")
-                      + " (*.pem *.crt *.cer *.der *.p12 *.pfx)",
-                      qsTrId("trivex-app-filter-all") + " (*)"]
-        onAccepted: dialog.start(Desktop.path(fileDialog.file))
+    Loader {
+        id: fileChooser
+        active: false
+        // The platform's dialog is drawn with widgets where the desktop has none of its own, and
+        // those need an application that is made for them.
+        source: Desktop.hasWidgets ? "PlatformFileChooser.qml" : "FileChooser.qml"
+        onLoaded: {
+            // By itself it finds no window: this dialog may not be open yet.
+            if (item instanceof BaseDialog)
+                item.parent = dialog.parent
+            item.title = dialog.title
+            item.nameFilters = [
+                [qsTrId("trivex-app-filter-certificates"),
+                 ["*.pem", "*.crt", "*.cer", "*.der", "*.p12", "*.pfx"]],
+                [qsTrId("trivex-app-filter-all"), ["*"]]]
+        }
+        Connections {
+            target: fileChooser.item
+            function onChosen(file) { dialog.start(Desktop.path(file)) }
+        }
     }
     Connections {
         target: KeyStoreModel

@@ -15,10 +15,19 @@ TextField {
     // Qt gives such programs the text of an editable field's `textDocument` where it has one, else
     // its `text`, whatever the echo mode is. Empty and not dots: asked for the word at a place, Qt
     // looks without end in a text that has none.
-    readonly property QtObject textDocument: nothing.textDocument
+    //
+    // Asked before its binding was evaluated, as the styles of other hosts make Qt do, a "var" is
+    // undefined, which is no document; a property of an object type would be a null pointer, which
+    // Qt follows.
+    readonly property var textDocument: nothing.textDocument
     echoMode: eye.checked ? TextInput.Normal : TextInput.Password
     inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase
     rightPadding: eye.width + Theme.unit
+    Accessible.role: Accessible.EditableText
+    // Where this is true Qt withholds the field's name too, and Qt's own styles set it. That the
+    // field is a password's is told by its echo mode as well.
+    Accessible.passwordEdit: false
+    Accessible.onPasswordEditChanged: Accessible.passwordEdit = false
     // The next secret starts hidden.
     onVisibleChanged: eye.checked = false
     TextEdit {
@@ -33,6 +42,10 @@ TextField {
         anchors.rightMargin: 2
         implicitHeight: field.height - 6
         implicitWidth: implicitHeight
+        topPadding: 2
+        bottomPadding: 2
+        leftPadding: 2
+        rightPadding: 2
         checkable: true
         icon.source: Theme.icon(checked ? "eye-off" : "eye")
         icon.width: Theme.iconSize * 0.85

@@ -16,6 +16,8 @@ BaseDialog {
     property bool locked: false
     readonly property bool ready: pin.length > 0 && (!lastTry || consent.checked) && !locked
     property bool answered: false
+    /// True from when this question took the place of another that ended while one was asked for it.
+    property bool replaced: false
     signal submitted(string pin)
     signal left()
 
@@ -23,6 +25,23 @@ BaseDialog {
     title: qsTrId("trivex-app-pin-title")
     preferredWidth: Theme.fontSize * 28
 
+    /// Asks. Text and consent belong to one question: what was given for another, which has ended
+    /// while it was on show, is gone, and what is still being typed for it goes nowhere.
+    function ask() {
+        replaced = visible && !answered
+        if (!replaced)
+            return open()
+        forget()
+        still.restart()
+        // Whoever listens is told whose PIN is wanted now.
+        frame.forceActiveFocus(Qt.OtherFocusReason)
+        pin.forceActiveFocus(Qt.OtherFocusReason)
+    }
+    function forget() {
+        answered = false
+        pin.clear()
+        consent.checked = false
+    }
     /// Closes without an answer: the question is over.
     function withdraw() {
         answered = true
@@ -36,19 +55,28 @@ BaseDialog {
         close()
         submitted(text)
     }
-    onAboutToShow: {
-        answered = false
-        pin.clear()
-        consent.checked = false
-    }
+    onAboutToShow: forget()
     onOpened: pin.forceActiveFocus(Qt.PopupFocusReason)
     onClosed: {
         pin.clear()
+        replaced = false
         if (!answered)
             left()
     }
 
+    // Runs until the keyboard has been still for as long.
+    Timer {
+        id: still
+        interval: 700
+    }
+    Notice {
+        objectName: "pinReplaced"
+        level: 2
+        text: dialog.replaced ? qsTrId("trivex-app-pin-replaced") : ""
+        Layout.fillWidth: true
+    }
     RowLayout {
+        id: frame
         spacing: Theme.unit * 1.5
         Layout.fillWidth: true
         Rectangle {
@@ -90,6 +118,13 @@ BaseDialog {
         enabled: !dialog.locked
         Layout.fillWidth: true
         onAccepted: dialog.submit()
+        Keys.onPressed: {
+            event.accepted = still.running && event.text.length > 0
+                && event.key !== Qt.Key_Escape && event.key !== Qt.Key_Tab
+                && event.key !== Qt.Key_Backtab
+            if (event.accepted)
+                still.restart()
+        }
     }
     Notice {
         objectName: "pinTries"
@@ -103,6 +138,15 @@ BaseDialog {
         text: qsTrId("trivex-app-pin-consent")
         visible: dialog.lastTry && !dialog.locked
         Layout.fillWidth: true
+        // All of it is to be read, which most styles cut off.
+        contentItem: Label {
+            text: consent.text
+            font: consent.font
+            wrapMode: Text.WordWrap
+            leftPadding: consent.indicator.width + consent.spacing
+            verticalAlignment: Text.AlignVCenter
+            Accessible.ignored: true
+        }
     }
     footer: DialogButtons {
         Button {

@@ -33,6 +33,10 @@ TextField {
         anchors.rightMargin: 2
         implicitHeight: field.height - 6
         implicitWidth: implicitHeight
+        topPadding: 2
+        bottomPadding: 2
+        leftPadding: 2
+        rightPadding: 2
         icon.source: Theme.icon("close")
         icon.width: Theme.iconSize * 0.7
         icon.height: Theme.iconSize * 0.7

@@ -4,6 +4,7 @@
 
 #include <QClipboard>
 #include <QDesktopServices>
+#include <QDir>
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QGuiApplication>
@@ -23,6 +24,17 @@ Desktop::Desktop(QObject *parent)
 QString Desktop::fixedFamily() const
 {
     return QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
+}
+
+bool Desktop::hasWidgets() const
+{
+    // By name: a host without widgets need not load their library.
+    return QCoreApplication::instance()->inherits("QApplication");
+}
+
+QString Desktop::homeFolder() const
+{
+    return QDir::homePath();
 }
 
 void Desktop::copy(const QString &text) const
@@ -62,6 +74,11 @@ QString Desktop::folder(const QString &path) const
 bool Desktop::exists(const QString &path) const
 {
     return QFileInfo::exists(path);
+}
+
+bool Desktop::isFolder(const QString &path) const
+{
+    return QFileInfo(path).isDir();
 }
 
 QString Desktop::size(qint64 bytes) const

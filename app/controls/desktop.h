@@ -12,10 +12,15 @@ class Desktop : public QObject {
     Q_OBJECT
     /// A family of fixed width that is installed, for serial numbers and key ids.
     Q_PROPERTY(QString fixedFamily READ fixedFamily CONSTANT)
+    /// True where the application can show widgets; a `QGuiApplication` can't.
+    Q_PROPERTY(bool hasWidgets READ hasWidgets CONSTANT)
+    Q_PROPERTY(QString homeFolder READ homeFolder CONSTANT)
 public:
     explicit Desktop(QObject *parent = nullptr);
 
     QString fixedFamily() const;
+    bool hasWidgets() const;
+    QString homeFolder() const;
 
     Q_INVOKABLE void copy(const QString &text) const;
     /// Opens the folder in which `path` lies (or `path`, when it is one) in the file manager.
@@ -26,6 +31,7 @@ public:
     Q_INVOKABLE QString fileName(const QString &path) const;
     Q_INVOKABLE QString folder(const QString &path) const;
     Q_INVOKABLE bool exists(const QString &path) const;
+    Q_INVOKABLE bool isFolder(const QString &path) const;
     /// Bytes as a person reads them, in the user's locale.
     Q_INVOKABLE QString size(qint64 bytes) const;
 

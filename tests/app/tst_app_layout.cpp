@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "tests/app/looks.h"
 #include "tests/app/pages.h"
 #include "tests/app/windowmain.h"
 
@@ -181,36 +182,6 @@ void AppLayoutTest::textsHaveRoom_data()
         for (const int width : {400, 800, 1180, 1920, 3840})
             QTest::addRow("%s, %d px", locale, width) << QString::fromLatin1(locale) << width;
     }
-}
-
-/// What is wrong with how an item shows its text; empty when nothing is.
-static QString lackOfRoom(QQuickItem *item)
-{
-    if (item->inherits("QQuickText")) {
-        if (item->property("text").toString().isEmpty())
-            return {};
-        if (item->property("truncated").toBool()
-            && item->property("elide").toInt() == Qt::ElideNone)
-            return QStringLiteral("cut off");
-        const bool wraps = item->property("wrapMode").toInt() != 0;
-        const bool elides = item->property("elide").toInt() != Qt::ElideNone;
-        if (!wraps && !elides && item->property("contentWidth").toReal() > item->width() + 1)
-            return QStringLiteral("wider than its place");
-        if (item->property("contentHeight").toReal() > item->height() + 1 && item->height() > 0)
-            return QStringLiteral("higher than its place");
-        return {};
-    }
-    // Of a button nothing may be left out or wrapped. Rows of lists elide what they show.
-    if (!item->inherits("QQuickAbstractButton") || item->inherits("QQuickItemDelegate"))
-        return {};
-    const auto *content = qvariant_cast<QQuickItem *>(item->property("contentItem"));
-    if (!content || content->inherits("QQuickText"))
-        return {};
-    if (content->width() > 0 && content->implicitWidth() > content->width() + 1)
-        return QStringLiteral("narrower than its text");
-    if (content->implicitHeight() > item->height() + 1)
-        return QStringLiteral("wrapped");
-    return {};
 }
 
 void AppLayoutTest::textsHaveRoom()

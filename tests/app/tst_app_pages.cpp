@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "tests/app/looks.h"
 #include "tests/app/pages.h"
 #include "tests/app/windowmain.h"
 
@@ -186,45 +187,6 @@ void AppPagesTest::checkFits(const QString &page)
     });
 }
 
-/// Everything that a program which reads the screen can ask a field for or is told unasked.
-static QStringList whatIsTold(QQuickItem *field)
-{
-    QStringList told;
-    QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(field);
-    if (!accessible)
-        return told;
-    for (const auto kind : {QAccessible::Name, QAccessible::Description, QAccessible::Value,
-                            QAccessible::Help, QAccessible::Accelerator})
-        told += accessible->text(kind);
-    if (QAccessibleTextInterface *text = accessible->textInterface()) {
-        int start = 0;
-        int end = 0;
-        told += text->text(0, text->characterCount());
-        for (const auto boundary : {QAccessible::CharBoundary, QAccessible::WordBoundary,
-                                    QAccessible::LineBoundary, QAccessible::NoBoundary})
-            told += text->textAtOffset(0, boundary, &start, &end);
-    }
-    if (QAccessibleValueInterface *value = accessible->valueInterface())
-        told += value->currentValue().toString();
-    for (int i = 0; i < accessible->childCount(); ++i) {
-        told += accessible->child(i)->text(QAccessible::Name);
-        told += accessible->child(i)->text(QAccessible::Value);
-    }
-    return told;
-}
-
-static QStringList announced;
-
-static void noteAnnouncement(QAccessibleEvent *event)
-{
-    if (event->type() == QAccessible::TextInserted)
-        announced += static_cast<QAccessibleTextInsertEvent *>(event)->textInserted();
-    if (event->type() == QAccessible::TextUpdated)
-        announced += static_cast<QAccessibleTextUpdateEvent *>(event)->textInserted();
-    if (event->type() == QAccessible::ValueChanged)
-        announced += static_cast<QAccessibleValueChangeEvent *>(event)->value().toString();
-}
-
 void AppPagesTest::secretsStaySecret_data()
 {
     QTest::addColumn<QString>("page");
@@ -267,8 +229,7 @@ void AppPagesTest::secretsStaySecret()
     // By this a screen reader knows to keep silent about the keys that are pressed.
     QVERIFY(accessible->state().passwordEdit);
 
-    const auto before = QAccessible::installUpdateHandler(noteAnnouncement);
-    announced.clear();
+    Announcements announcements;
     field->forceActiveFocus(Qt::TabFocusReason);
     m_window->type(QStringLiteral("4711"));
     QCOMPARE(field->property("text").toString(), QStringLiteral("4711"));
@@ -276,9 +237,8 @@ void AppPagesTest::secretsStaySecret()
     field->setProperty("echoMode", 0); // as the button that shows it does
     m_window->type(QStringLiteral("4711"));
     const QStringList shown = whatIsTold(field);
-    QAccessible::installUpdateHandler(before);
     QVERIFY(hidden.contains(title) && shown.contains(title)); // something was asked
-    for (const QString &text : hidden + shown + announced) {
+    for (const QString &text : hidden + shown + announcements.texts()) {
         for (const QChar digit : QStringLiteral("471"))
             QVERIFY2(!text.contains(digit) || title.contains(digit), qPrintable(text));
     }

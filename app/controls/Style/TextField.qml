@@ -25,10 +25,6 @@ T.TextField {
     Accessible.role: Accessible.EditableText
     Accessible.name: placeholderText
     Accessible.editable: !readOnly
-    // Where this is true Qt withholds the field's name too. That the field is a password's is told
-    // by its echo mode as well; what it holds, see PasswordField.
-    Accessible.passwordEdit: false
-    Accessible.onPasswordEditChanged: Accessible.passwordEdit = false
 
     PlaceholderText {
         x: control.leftPadding

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QQuickItem>
+#include <QStringList>
+
+namespace TrivexTest {
+
+/// What is wrong with how an item shows its text; empty when nothing is.
+QString lackOfRoom(QQuickItem *item);
+
+/// Everything that a program which reads the screen can ask a field for.
+QStringList whatIsTold(QQuickItem *field);
+
+/// What such programs are told unasked of texts and values, while one of these lives.
+class Announcements {
+public:
+    Announcements();
+    ~Announcements();
+    Announcements(const Announcements &) = delete;
+    Announcements &operator=(const Announcements &) = delete;
+
+    QStringList texts() const;
+};
+
+} // namespace TrivexTest
