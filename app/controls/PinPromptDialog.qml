@@ -10,16 +10,19 @@ PinDialog {
     id: dialog
     property PinPrompt prompt: PinPrompt {
         enabled: true
-        onQuestionChanged: open ? dialog.ask() : dialog.withdraw()
+        onQuestionChanged: open ? dialog.takeQuestion() : dialog.withdraw()
     }
-    function ask() {
+    /// The question on show; what is typed here answers no other.
+    property int question: 0
+    function takeQuestion() {
+        question = prompt.question
         tokenName = prompt.tokenName
         purposeText = prompt.purposeText
         pinText = prompt.pinText
         lastTry = prompt.lastTry
-        open()
+        ask()
     }
     objectName: "pinPromptDialog"
-    onSubmitted: prompt.submit(pin)
-    onLeft: prompt.reject()
+    onSubmitted: prompt.submit(question, pin)
+    onLeft: prompt.reject(question)
 }

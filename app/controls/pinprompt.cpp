@@ -33,7 +33,7 @@ void PinPrompt::setEnabled(bool enabled)
         return;
     m_enabled = enabled;
     while (!enabled && isOpen())
-        reject();
+        reject(question());
     Q_EMIT enabledChanged();
 }
 
@@ -46,6 +46,11 @@ const QuestionInfo &PinPrompt::current() const
 {
     static const QuestionInfo none;
     return m_questions.isEmpty() ? none : m_questions.head().info;
+}
+
+int PinPrompt::question() const
+{
+    return m_questions.isEmpty() ? 0 : m_questions.head().number;
 }
 
 QString PinPrompt::storeId() const
@@ -116,14 +121,14 @@ void PinPrompt::take(int id, const QCA::Event &event)
         info.tokenName =
             event.keyStoreInfo().isNull() ? event.fileName() : event.keyStoreInfo().name();
     }
-    m_questions.enqueue({id, info});
+    m_questions.enqueue({++m_lastNumber, id, info});
     if (m_questions.size() == 1)
         Q_EMIT questionChanged();
 }
 
-void PinPrompt::submit(const QString &pin)
+void PinPrompt::submit(int question, const QString &pin)
 {
-    if (m_questions.isEmpty() || pin.isEmpty())
+    if (!isOpen() || question != this->question() || pin.isEmpty())
         return;
     QByteArray bytes = pin.toUtf8();
     const QCA::SecureArray secret(bytes);
@@ -132,9 +137,9 @@ void PinPrompt::submit(const QString &pin)
     Q_EMIT questionChanged();
 }
 
-void PinPrompt::reject()
+void PinPrompt::reject(int question)
 {
-    if (m_questions.isEmpty())
+    if (!isOpen() || question != this->question())
         return;
     m_handler.reject(m_questions.dequeue().id);
     Q_EMIT questionChanged();

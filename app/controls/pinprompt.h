@@ -17,6 +17,8 @@ class PinPrompt : public QObject {
     Q_PROPERTY(bool enabled READ isEnabled WRITE setEnabled NOTIFY enabledChanged)
     /// True while a question waits for `submit` or `reject`.
     Q_PROPERTY(bool open READ isOpen NOTIFY questionChanged)
+    /// Names the open question, 0 for none. No number comes twice.
+    Q_PROPERTY(int question READ question NOTIFY questionChanged)
     Q_PROPERTY(QString storeId READ storeId NOTIFY questionChanged)
     Q_PROPERTY(QString tokenName READ tokenName NOTIFY questionChanged)
     Q_PROPERTY(int triesLeft READ triesLeft NOTIFY questionChanged)
@@ -31,6 +33,7 @@ public:
     bool isEnabled() const;
     void setEnabled(bool enabled);
     bool isOpen() const;
+    int question() const;
     QString storeId() const;
     QString tokenName() const;
     int triesLeft() const;
@@ -38,10 +41,12 @@ public:
     QString pinText() const;
     QString purposeText() const;
 
-    /// Answers the open question. An empty PIN answers nothing: it is never tried on a token.
-    Q_INVOKABLE void submit(const QString &pin);
-    /// Declines the open question; its operation ends.
-    Q_INVOKABLE void reject();
+    /// Answers `question`, if it is still the open one: what was typed for a question that has
+    /// ended meanwhile goes nowhere, least of all to the token that asks now. An empty PIN answers
+    /// nothing: it is never tried on a token.
+    Q_INVOKABLE void submit(int question, const QString &pin);
+    /// Declines `question`, if it is still the open one; its operation ends.
+    Q_INVOKABLE void reject(int question);
 
     static QString purposeText(Purpose purpose);
 
@@ -53,7 +58,8 @@ Q_SIGNALS:
 
 private:
     struct Question {
-        int id = 0;
+        int number = 0; ///< ours
+        int id = 0; ///< QCA's
         QuestionInfo info;
     };
 
@@ -63,6 +69,7 @@ private:
 
     EventHandler m_handler;
     QQueue<Question> m_questions;
+    int m_lastNumber = 0;
     bool m_enabled = false;
 };
 

@@ -75,7 +75,7 @@ Flickable {
         id: signer
         objectName: "signer"
         // A question that another operation raised and its own prompt declined ends here too.
-        onGetPin: page.working ? pinDialog.open() : pinRejected()
+        onGetPin: page.working ? pinDialog.ask() : pinRejected()
         onSignSuccess: {
             // The signer does not look whether the file was written.
             page.state_ = Desktop.hasContents(page.signatureFile) ? "signed" : "unwritten"

@@ -92,6 +92,9 @@ private Q_SLOTS:
     void pinDialog_data() { languagesAndSizes(); }
     void pinDialog();
     void pinPrompt();
+    void promptOfOneQuestionOnly();
+    void withdrawnAlone();
+    void enterAtThatMoment();
     void importDialog_data() { languagesAndSizes(); }
     void importDialog();
     void importChosen();
@@ -292,6 +295,94 @@ void ControlsTest::pinPrompt()
     QVERIFY(declined.isOver());
     QVERIFY(declined.pin().isNull());
     QVERIFY(host.waitOpen("pinPromptDialog", false));
+}
+
+/// The question of A ends while one types for it, and B's comes: text and consent were for A.
+void ControlsTest::promptOfOneQuestionOnly()
+{
+    Host host(QStringLiteral("PinPromptDialog {}"));
+    QVERIFY2(host.problem().isEmpty(), qPrintable(host.problem()));
+    Question first(QStringLiteral("Token A"), Trivex::PinState::FinalTry);
+    QVERIFY(host.waitOpen("pinPromptDialog"));
+    Question second(QStringLiteral("Token B"), Trivex::PinState::FinalTry);
+    QVERIFY(host.click("pinConsent"));
+    QVERIFY(host.click("pinField"));
+    host.type(QStringLiteral("12"));
+    QTest::qWait(200); // B's question waits in line
+    QCOMPARE(host.item("pinTokenName")->property("text").toString(), QStringLiteral("Token A"));
+    first.withdraw();
+    QTRY_COMPARE(host.item("pinTokenName")->property("text").toString(), QStringLiteral("Token B"));
+    // Who types on has not read the name yet.
+    host.type(QStringLiteral("34"));
+    host.key(Qt::Key_Return);
+    QVERIFY(host.isOpen("pinPromptDialog")); // nothing was sent
+    QQuickItem *field = host.item("pinField");
+    QCOMPARE(field->property("text").toString(), QString());
+    QVERIFY(!host.item("pinConsent")->property("checked").toBool());
+    QVERIFY(!host.item("pinAccept")->isEnabled());
+    QVERIFY(host.item("pinReplaced")); // and is told
+    QVERIFY(first.isOver());
+    QVERIFY(first.pin().isNull());
+    QVERIFY(!second.isOver(300));
+    // Once the keyboard has been still it is B's.
+    for (int i = 0; i < 5 && field->property("text").toString().isEmpty(); ++i) {
+        QTest::qWait(900);
+        host.type(QStringLiteral("5"));
+    }
+    host.type(QStringLiteral("678"));
+    QVERIFY(host.click("pinConsent"));
+    QVERIFY(host.click("pinAccept"));
+    QVERIFY(second.isOver());
+    QCOMPARE(second.pin(), QByteArray("5678"));
+    QVERIFY(host.waitOpen("pinPromptDialog", false));
+}
+
+void ControlsTest::withdrawnAlone()
+{
+    Host host(QStringLiteral("PinPromptDialog {}"));
+    QVERIFY2(host.problem().isEmpty(), qPrintable(host.problem()));
+    Question question(QStringLiteral("Token A"));
+    QVERIFY(host.waitOpen("pinPromptDialog"));
+    host.type(QStringLiteral("12"));
+    question.withdraw();
+    QVERIFY(host.waitOpen("pinPromptDialog", false));
+    QVERIFY(question.isOver());
+    QVERIFY(question.pin().isNull());
+    // The next one starts without it, and without a word about the one before.
+    Question next(QStringLiteral("Token A"));
+    QVERIFY(host.waitOpen("pinPromptDialog"));
+    QCOMPARE(host.item("pinField")->property("text").toString(), QString());
+    QVERIFY(!host.item("pinReplaced"));
+}
+
+/// Enter in the moment between the end of A's question and its news.
+void ControlsTest::enterAtThatMoment()
+{
+    Host host(QStringLiteral("PinPromptDialog {}"));
+    QVERIFY2(host.problem().isEmpty(), qPrintable(host.problem()));
+    Question first(QStringLiteral("Token A"));
+    QVERIFY(host.waitOpen("pinPromptDialog"));
+    Question second(QStringLiteral("Token B"));
+    QTest::qWait(200);
+    host.type(QStringLiteral("1234"));
+    first.withdraw();
+    host.key(Qt::Key_Return);
+    QVERIFY(first.isOver());
+    QVERIFY(first.pin().isNull());
+    QVERIFY(!second.isOver(500));
+    QTRY_COMPARE(host.item("pinTokenName")->property("text").toString(), QStringLiteral("Token B"));
+    QCOMPARE(host.item("pinField")->property("text").toString(), QString());
+    // A host that hands in late what it was asked before reaches nobody either.
+    auto *prompt = host.object("pinPromptDialog")->property("prompt").value<QObject *>();
+    const int now = prompt->property("question").toInt();
+    QMetaObject::invokeMethod(prompt, "submit", Q_ARG(int, now - 1),
+                              Q_ARG(QString, QStringLiteral("1234")));
+    QMetaObject::invokeMethod(prompt, "reject", Q_ARG(int, now - 1));
+    QVERIFY(!second.isOver(300));
+    QMetaObject::invokeMethod(prompt, "submit", Q_ARG(int, now),
+                              Q_ARG(QString, QStringLiteral("5678")));
+    QVERIFY(second.isOver());
+    QCOMPARE(second.pin(), QByteArray("5678"));
 }
 
 void ControlsTest::importDialog()
