@@ -6,12 +6,15 @@
 #include "providers/pkcs11/core/tokenservice.h"
 #include "qca/adapter/providers.h"
 #include "qca/engine/keys/pkeycontainer.h"
+#include "qca/engine/processend.h"
 #include "qca/engine/x509/requestcontext.h"
 
 namespace Trivex {
 
 void Pkcs11Provider::init()
 {
+    // QCA makes its providers on the thread that starts it, the main one as a rule.
+    ProcessEnd::watchThisThread();
     setTokenProvider(this);
 }
 

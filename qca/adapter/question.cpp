@@ -45,8 +45,9 @@ QuestionNotifier::QuestionNotifier()
 
 QuestionNotifier *QuestionNotifier::instance()
 {
-    static QuestionNotifier notifier;
-    return &notifier;
+    // Never deleted, because a thread that a module holds may come back late.
+    static auto *notifier = new QuestionNotifier;
+    return notifier;
 }
 
 QuestionScope::QuestionScope(const QCA::EventHandler *handler)

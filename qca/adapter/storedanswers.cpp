@@ -22,8 +22,9 @@ class StoredAnswersRegistry {
 public:
     static StoredAnswersRegistry &instance()
     {
-        static StoredAnswersRegistry registry;
-        return registry;
+        // Never deleted: sets may be static objects too.
+        static auto *registry = new StoredAnswersRegistry;
+        return *registry;
     }
 
     void add(StoredAnswers *set)

@@ -6,6 +6,12 @@
 
 namespace Trivex {
 
+namespace {
+
+constexpr std::chrono::seconds SettlePatience{2};
+
+} // namespace
+
 Reply ask(const QuestionInfo &question, const QCA::KeyStoreInfo &store,
           const QCA::KeyStoreEntry &entry, const CancellationPtr &cancellation)
 {
@@ -26,7 +32,12 @@ Reply ask(const QuestionInfo &question, const QCA::KeyStoreInfo &store,
 
 void settleQuestions()
 {
-    QuestionService::settle();
+    settleQuestionsUntil(std::chrono::steady_clock::now() + SettlePatience);
+}
+
+void settleQuestionsUntil(std::chrono::steady_clock::time_point deadline)
+{
+    QuestionService::settle(deadline);
 }
 
 void noteTextAnswer(quintptr ticket, const QString &text)

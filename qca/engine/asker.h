@@ -4,6 +4,9 @@
 
 #include "qca/adapter/question.h"
 #include "qca/engine/cancellation.h"
+#include "qca/engine/secret.h"
+
+#include <chrono>
 
 namespace Trivex {
 
@@ -11,7 +14,7 @@ namespace Trivex {
 /// was there to answer.
 struct Reply {
     bool accepted = false;
-    QCA::SecureArray password; ///< kind 0
+    Secret password; ///< kind 0
     QString text; ///< kinds 2 and 4
 };
 
@@ -25,9 +28,12 @@ TRIVEX_QCA_EXPORT Reply ask(const QuestionInfo &question, const QCA::KeyStoreInf
                             const QCA::KeyStoreEntry &entry = QCA::KeyStoreEntry(),
                             const CancellationPtr &cancellation = {});
 
-/// Waits until what has been answered is cleaned up. To be called where QCA is about to end, by
-/// whoever asks: askers can't outlive it. Any thread but the question thread.
+/// Waits until what has been answered is cleaned up, a second or two at most. To be called where
+/// QCA is about to end, by whoever asks: askers can't outlive it. Any thread but the question
+/// thread.
 TRIVEX_QCA_EXPORT void settleQuestions();
+/// The same, until `deadline` at most.
+TRIVEX_QCA_EXPORT void settleQuestionsUntil(std::chrono::steady_clock::time_point deadline);
 
 /// Called by `EventHandler`: notes the text that answers the question behind `ticket`.
 TRIVEX_QCA_EXPORT void noteTextAnswer(quintptr ticket, const QString &text);

@@ -56,27 +56,33 @@ Operation::Operation(Purpose purpose, const QString &keyStoreId, OperationOwnerP
     const QString wanted = target && keyStoreId.isEmpty() ? target->keyStoreId() : keyStoreId;
     if (isServedByStoredAnswers(purpose)) {
         if (const auto stored = takeStoredAnswers(wanted))
-            m_answers = *stored;
+            take(*stored);
     }
     if (!wanted.isEmpty())
-        m_answers.keyStoreId = wanted;
+        m_keyStoreId = wanted;
     if (target)
-        m_answers.objectId = target->objectId();
-    m_hadStoredPin = !m_answers.password.isEmpty();
+        m_objectId = target->objectId();
+    m_hadStoredPin = !m_storedPin.isEmpty();
 }
 
-Operation::Operation(Purpose purpose, const Answers &answers)
+void Operation::take(const Answers &stored)
+{
+    m_keyStoreId = stored.keyStoreId;
+    m_objectId = stored.objectId;
+    m_storedPin = Secret(stored.password);
+}
+
+Operation::Operation(Purpose purpose, Unattended)
     : m_purpose(purpose)
-    , m_answers(answers)
     , m_isUnattended(true)
 {
 }
 
 Operation Operation::unattended(Purpose purpose, const QString &keyStoreId)
 {
-    Answers answers;
-    answers.keyStoreId = keyStoreId;
-    return {purpose, answers};
+    Operation operation(purpose, Unattended());
+    operation.m_keyStoreId = keyStoreId;
+    return operation;
 }
 
 Operation::Pin Operation::pin(QuestionInfo info, const QCA::KeyStoreInfo &store,
@@ -86,7 +92,7 @@ Operation::Pin Operation::pin(QuestionInfo info, const QCA::KeyStoreInfo &store,
         return {};
     if (m_hadStoredPin && info.pinState != PinState::FinalTry) {
         Pin stored;
-        stored.value = std::exchange(m_answers.password, QCA::SecureArray(""));
+        stored.value = std::exchange(m_storedPin, Secret());
         return stored;
     }
     info.purpose = m_purpose;

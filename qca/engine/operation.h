@@ -2,10 +2,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "qca/adapter/storedanswers.h"
 #include "qca/engine/asker.h"
+#include "qca/engine/secret.h"
 
 namespace Trivex {
+
+struct Answers;
 
 /// One operation on a token, from its start to its end: a signature, a generation, a write, a
 /// removal. Make it on the thread on which the caller starts the operation, so that the answers
@@ -28,13 +30,13 @@ public:
     const CancellationPtr &cancellation() const { return m_cancellation; }
     Purpose purpose() const { return m_purpose; }
     /// The store that the operation works on; empty when none was named.
-    QString keyStoreId() const { return m_answers.keyStoreId; }
+    QString keyStoreId() const { return m_keyStoreId; }
     /// The name of the object to work on (the label of a key to generate); may be empty.
-    QString objectId() const { return m_answers.objectId; }
+    QString objectId() const { return m_objectId; }
 
     /// The result of asking for a PIN.
     struct Pin {
-        QCA::SecureArray value; ///< empty: there is none, the operation has to fail
+        Secret value; ///< empty: there is none, the operation has to fail
         bool typed = false; ///< a person typed it for this very operation
     };
 
@@ -48,10 +50,14 @@ public:
             const QCA::KeyStoreEntry &entry = QCA::KeyStoreEntry());
 
 private:
-    Operation(Purpose purpose, const Answers &answers);
+    struct Unattended { };
+    Operation(Purpose purpose, Unattended);
+    void take(const Answers &stored);
 
     Purpose m_purpose;
-    Answers m_answers;
+    QString m_keyStoreId;
+    QString m_objectId;
+    Secret m_storedPin;
     const QCA::EventHandler *m_addressee = nullptr;
     CancellationPtr m_cancellation = std::make_shared<Cancellation>();
     bool m_isUnattended = false;

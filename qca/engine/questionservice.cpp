@@ -2,16 +2,20 @@
 // SPDX-License-Identifier: MIT
 #include "qca/engine/questionservice.h"
 
+#include "qca/engine/processend.h"
+
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 
 #include <chrono>
 #include <future>
+#include <utility>
 
 namespace Trivex {
 
 namespace {
 
-constexpr std::chrono::seconds SettlePatience{1};
+constexpr std::chrono::seconds StopPatience{2};
 
 bool concerns(const Ticket &ticket, const QString &keyStoreId)
 {
@@ -24,41 +28,64 @@ std::atomic_bool QuestionService::s_exists{false};
 
 QuestionService &QuestionService::instance()
 {
-    static QuestionService service;
-    return service;
+    static auto *service = new QuestionService;
+    return *service;
 }
 
 QuestionService::QuestionService()
 {
     m_thread.setObjectName(QStringLiteral("TrivexQuestions"));
     moveToThread(&m_thread);
-    // The thread must be gone before the application object is: Qt can't run one without it.
-    qAddPostRoutine([] { instance().stop(); });
-    m_thread.start();
+    // Called for each application; now, too, when there is one.
+    qAddPreRoutine([] {
+        if (s_exists)
+            instance().resume();
+    });
     s_exists = true;
 }
 
-QuestionService::~QuestionService()
+void QuestionService::resume()
 {
-    stop();
+    const std::lock_guard locker(m_mutex);
+    m_stopped = false;
 }
 
-void QuestionService::stop()
+// Called under the lock.
+bool QuestionService::ensureRuns()
 {
+    if (m_stopped || ProcessEnd::hasBegun() || !QCoreApplication::instance())
+        return false;
+    if (std::exchange(m_runs, true))
+        return true;
+    // The routines that follow an application are forgotten with it, those that precede one stay.
+    qAddPostRoutine([] { instance().stop(std::chrono::steady_clock::now() + StopPatience); });
+    ProcessEnd::add([](Deadline deadline) { instance().stop(deadline); });
+    m_thread.start();
+    return true;
+}
+
+void QuestionService::stop(Deadline deadline)
+{
+    // The thread is the parent's, and the lock may be held there for ever.
+    if (ProcessEnd::isForkedChild())
+        return;
     {
         const std::lock_guard locker(m_mutex);
         m_stopped = true;
     }
     cancel(QString());
     m_thread.quit();
-    m_thread.wait();
+    if (!m_thread.wait(QDeadlineTimer(deadline)))
+        return;
+    const std::lock_guard locker(m_mutex);
+    m_runs = false;
 }
 
 void QuestionService::post(const TicketPtr &ticket)
 {
     {
         const std::lock_guard locker(m_mutex);
-        if (takes(ticket->question())) {
+        if (takes(ticket->question()) && ensureRuns()) {
             m_tickets.insert(ticket->id(), ticket);
             m_mailbox.post([this, ticket] { start(ticket); });
             return;
@@ -75,7 +102,7 @@ bool QuestionService::takes(const QuestionInfo &question) const
 void QuestionService::start(const TicketPtr &ticket)
 {
     if (ticket->isResolved()) {
-        // Withdrawn before anybody was asked.
+        // Withdrawn before anybody was asked, perhaps under an application object before this one.
         const std::lock_guard locker(m_mutex);
         m_tickets.remove(ticket->id());
         return;
@@ -107,28 +134,29 @@ void QuestionService::finish(const TicketPtr &ticket, QCA::PasswordAsker *asker)
     });
 }
 
-void QuestionService::settle()
+void QuestionService::settle(Deadline deadline)
 {
-    if (!s_exists || QThread::currentThread() == &instance().m_thread)
+    if (!s_exists || ProcessEnd::isForkedChild()
+        || QThread::currentThread() == &instance().m_thread)
         return;
     // An answer passes through the thread's event queue twice: it is delivered, then its asker is
     // deleted.
     for (int round = 0; round < 2; ++round)
-        instance().waitForTurn();
+        instance().waitForTurn(deadline);
 }
 
-void QuestionService::waitForTurn()
+void QuestionService::waitForTurn(Deadline deadline)
 {
     const auto done = std::make_shared<std::promise<void>>();
     std::future<void> turn = done->get_future();
     {
         const std::lock_guard locker(m_mutex);
-        if (m_stopped)
+        if (m_stopped || !m_runs)
             return;
         m_mailbox.post([done] { done->set_value(); });
     }
     // The thread may be told to end meanwhile, and then takes no more turns.
-    turn.wait_for(SettlePatience);
+    turn.wait_until(deadline);
 }
 
 TicketPtr QuestionService::find(quintptr ticket) const

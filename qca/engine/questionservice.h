@@ -10,6 +10,7 @@
 #include <QThread>
 
 #include <atomic>
+#include <chrono>
 #include <mutex>
 #include <optional>
 
@@ -18,13 +19,18 @@ namespace Trivex {
 /// Runs QCA's askers for all questions of the process, in one thread of its own, and knows which
 /// questions are open.
 ///
+/// The thread runs from the first question on to the end of the application object, and again when
+/// another one is made: Qt can't run one without it.
+///
 /// One thread, because an asker must be waited for and deleted where its answer arrives, and an
 /// asking thread may be the one whose handler answers.
 class QuestionService : public QObject {
     Q_OBJECT
 public:
+    using Deadline = std::chrono::steady_clock::time_point;
+
+    /// Never deleted, because a thread that a module holds may come back late.
     static QuestionService &instance();
-    ~QuestionService() override;
 
     /// Hands the question to QCA's handlers. Thread-safe.
     void post(const TicketPtr &ticket);
@@ -34,7 +40,7 @@ public:
     void noteText(quintptr ticket, const QString &text);
     /// Waits until what has been answered is cleaned up, so that nothing of QCA's is left when QCA
     /// ends. Nothing to do when no question was ever asked. Thread-safe.
-    static void settle();
+    static void settle(Deadline deadline);
     /// Rejects the question and tells prompts of it; nothing when it is over. Thread-safe.
     void withdraw(const TicketPtr &ticket);
     /// Rejects the open questions about `keyStoreId` (all, when empty). Thread-safe.
@@ -44,10 +50,12 @@ public:
 
 private:
     QuestionService();
-    void stop();
+    void resume();
+    bool ensureRuns();
+    void stop(Deadline deadline);
     void start(const TicketPtr &ticket);
     void finish(const TicketPtr &ticket, QCA::PasswordAsker *asker);
-    void waitForTurn();
+    void waitForTurn(Deadline deadline);
     /// Under the lock.
     bool takes(const QuestionInfo &question) const;
     TicketPtr find(quintptr ticket) const;
@@ -59,6 +67,8 @@ private:
     QSet<QCA::PasswordAsker *> m_askers;
     QThread m_thread;
     Mailbox m_mailbox{this};
+    bool m_runs = false;
+    /// Until the next application object is made.
     bool m_stopped = false;
     static std::atomic_bool s_exists;
 };

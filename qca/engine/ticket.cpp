@@ -51,7 +51,7 @@ bool Ticket::resolve(bool accepted, const QCA::SecureArray &password)
         m_decided = true;
         m_reply.accepted = accepted;
         if (accepted)
-            m_reply.password = password;
+            m_reply.password = Secret(password);
     }
     return m_waiter.resolve();
 }

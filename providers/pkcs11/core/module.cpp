@@ -11,6 +11,7 @@
 
 #include <sys/stat.h>
 
+#include <map>
 #include <mutex>
 
 namespace Trivex::Pkcs11 {
@@ -44,8 +45,11 @@ public:
     {
         const std::lock_guard lock(m_mutex);
         CK_FUNCTION_LIST *&module = m_modules[fileIdentity(path)];
-        if (!module)
+        if (!module) {
+            const ForeignCall call;
             module = p11_kit_module_load(QFile::encodeName(path).constData(), flags);
+            ProcessEnd::renew();
+        }
         return module;
     }
 
@@ -71,6 +75,7 @@ CK_FUNCTION_LIST *load(const ModuleSource &source)
 
 CK_RV initialize(const CK_FUNCTION_LIST &functions, const QByteArray &parameters)
 {
+    const ForeignCall call;
     if (parameters.isEmpty())
         return functions.C_Initialize(nullptr);
     QByteArray writable = parameters;
@@ -82,17 +87,59 @@ CK_RV initialize(const CK_FUNCTION_LIST &functions, const QByteArray &parameters
 
 } // namespace
 
+/// The modules that are initialised, or on their way there or back. Never deleted, because a thread
+/// may come back late from a module.
+class OpenModules {
+public:
+    static OpenModules &instance()
+    {
+        static auto *modules = new OpenModules;
+        return *modules;
+    }
+
+    ModulePtr open(CK_FUNCTION_LIST *functions, const QByteArray &parameters)
+    {
+        {
+            const std::lock_guard lock(m_mutex);
+            const auto known = m_modules.find(functions);
+            if (known != m_modules.end()) {
+                // Null while it is being initialised or finalised.
+                ModulePtr module = known->second.lock();
+                return module && !module->isGivenUp() ? module : nullptr;
+            }
+            m_modules[functions] = {};
+        }
+        const CK_RV result = initialize(*functions, parameters);
+        ProcessEnd::renew();
+        // Initialised by somebody else in this process, who will also finalise it.
+        const bool isForeign = result == CKR_CRYPTOKI_ALREADY_INITIALIZED;
+        if (result != CKR_OK && !isForeign) {
+            forget(functions);
+            throw Error(result, "C_Initialize");
+        }
+        const ModulePtr module(new Module(functions, !isForeign));
+        const std::lock_guard lock(m_mutex);
+        m_modules[functions] = module;
+        return module;
+    }
+
+    void forget(CK_FUNCTION_LIST *functions)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_modules.erase(functions);
+    }
+
+private:
+    std::mutex m_mutex;
+    std::map<CK_FUNCTION_LIST *, std::weak_ptr<Module>> m_modules;
+};
+
 std::shared_ptr<Module> Module::open(const ModuleSource &source)
 {
     CK_FUNCTION_LIST *functions = load(source);
     if (!functions)
         throw Error(CKR_GENERAL_ERROR, "p11_kit_module_load");
-    const CK_RV result = initialize(*functions, source.parameters);
-    // Initialised by somebody else in this process, who will also finalise it.
-    if (result == CKR_CRYPTOKI_ALREADY_INITIALIZED)
-        return std::shared_ptr<Module>(new Module(functions, false));
-    check(result, "C_Initialize");
-    return std::shared_ptr<Module>(new Module(functions, true));
+    return OpenModules::instance().open(functions, source.parameters);
 }
 
 Module::Module(CK_FUNCTION_LIST *functions, bool finalize)
@@ -103,8 +150,11 @@ Module::Module(CK_FUNCTION_LIST *functions, bool finalize)
 
 Module::~Module()
 {
-    if (m_finalize)
+    if (m_finalize) {
+        const ForeignCall call;
         m_functions->C_Finalize(nullptr);
+    }
+    OpenModules::instance().forget(m_functions);
 }
 
 } // namespace Trivex::Pkcs11

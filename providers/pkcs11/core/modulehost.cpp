@@ -3,11 +3,13 @@
 #include "providers/pkcs11/core/modulehost.h"
 
 #include "providers/pkcs11/core/error.h"
+#include "providers/pkcs11/core/restartpause.h"
 #include "providers/pkcs11/core/tokenservice.h"
 
 #include <QLoggingCategory>
 
 #include <map>
+#include <optional>
 #include <utility>
 
 namespace Trivex {
@@ -18,17 +20,36 @@ using Pkcs11::Error;
 namespace {
 
 constexpr Worker::Milliseconds PollInterval{500};
+/// Between two starts of a module that can't run.
+constexpr Worker::Milliseconds LongestStartPause{60 * 1000};
+/// Between two restarts of a module whose device fails. Long, because each ends the logins of the
+/// module's other tokens, which may be well.
+constexpr Worker::Milliseconds LongestFaultPause{60 * 60 * 1000};
 
-std::vector<CK_SLOT_ID> slotsWithToken(const Pkcs11::Module &module)
+/// More than any machine has; a larger count is an error of the module.
+constexpr CK_ULONG MostSlots = 1024;
+/// Tokens may come between the two calls for the list, but not for ever.
+constexpr int ListTries = 8;
+
+/// Nothing while the list changes faster than it can be read.
+std::optional<std::vector<CK_SLOT_ID>> slotsWithToken(const Pkcs11::Module &module)
 {
-    // The list is only brought up to date by a call without a buffer (PKCS#11 2.40, 5.5).
-    CK_ULONG count = 0;
-    check(module->C_GetSlotList(CK_TRUE, nullptr, &count), "C_GetSlotList");
-    std::vector<CK_SLOT_ID> slots(count);
-    if (count)
-        check(module->C_GetSlotList(CK_TRUE, slots.data(), &count), "C_GetSlotList");
-    slots.resize(std::min<size_t>(slots.size(), count));
-    return slots;
+    for (int attempt = 0; attempt < ListTries; ++attempt) {
+        // The list is only brought up to date by a call without a buffer (PKCS#11 2.40, 5.5).
+        CK_ULONG count = 0;
+        CK_RV result = module->C_GetSlotList(CK_TRUE, nullptr, &count);
+        std::vector<CK_SLOT_ID> slots(std::min(count, MostSlots));
+        if (result == CKR_OK && !slots.empty()) {
+            count = slots.size();
+            result = module->C_GetSlotList(CK_TRUE, slots.data(), &count);
+        }
+        if (result == CKR_BUFFER_TOO_SMALL)
+            continue;
+        check(result, "C_GetSlotList");
+        slots.resize(std::min<size_t>(slots.size(), count));
+        return slots;
+    }
+    return std::nullopt;
 }
 
 bool isAbsent(CK_RV result)
@@ -41,21 +62,24 @@ bool isAbsent(CK_RV result)
 /// What the host's thread works on; it outlives the host when the module hangs.
 struct ModuleHost::State {
     Pkcs11::ModuleSource source;
+    /// Of the host's thread alone.
     Pkcs11::ModulePtr module;
-    /// Given up, but still in the hands of its tokens' threads.
-    std::weak_ptr<Pkcs11::Module> ending;
+    RestartPause startPause{LongestStartPause};
+    RestartPause faultPause{LongestFaultPause};
     bool complained = false;
 
     std::mutex mutex;
     bool closed = false;
     std::map<CK_SLOT_ID, TokenPtr> tokens;
-    /// Detached at the end; their threads may still be at work.
-    std::vector<TokenPtr> leaving;
 
-    /// False while the module can't be initialised anew.
+    void poll();
+    /// False while the module can't be initialised.
     bool open();
+    void look();
     void giveUp();
-    void lookAt(CK_SLOT_ID slot);
+    void noteFailure(const Error &error);
+    void restartWhenFaulty();
+    CK_RV lookAt(CK_SLOT_ID slot);
     void lookAtToken(CK_SLOT_ID slot, const CK_TOKEN_INFO &info);
     void removeAllBut(const std::vector<CK_SLOT_ID> &slots);
     TokenPtr tokenIn(CK_SLOT_ID slot);
@@ -64,23 +88,88 @@ struct ModuleHost::State {
     std::vector<TokenPtr> close();
 };
 
+void ModuleHost::State::poll()
+{
+    try {
+        if (open())
+            look();
+    } catch (const Error &error) {
+        noteFailure(error);
+    } catch (const std::exception &error) {
+        qWarning("PKCS#11 module %s: %s", qUtf8Printable(source.key), error.what());
+    }
+    if (module)
+        restartWhenFaulty();
+}
+
 bool ModuleHost::State::open()
 {
-    if (module)
-        return true;
-    // Initialised before its end it would only count one user more, and stay what it is.
-    if (!ending.expired())
-        return false;
-    module = Pkcs11::Module::open(source);
-    complained = false;
-    return true;
+    // By another host of the same module.
+    if (module && module->isGivenUp())
+        giveUp();
+    if (!module && startPause.isOver(RestartPause::Clock::now())) {
+        module = Pkcs11::Module::open(source);
+        complained = complained && !module;
+    }
+    return module != nullptr;
+}
+
+void ModuleHost::State::look()
+{
+    const auto slots = slotsWithToken(*module);
+    if (!slots)
+        return;
+    removeAllBut(*slots);
+    CK_RV failure = CKR_OK;
+    bool answers = false;
+    for (const CK_SLOT_ID slot : *slots) {
+        const CK_RV result = lookAt(slot);
+        answers = answers || result == CKR_OK;
+        failure = result == CKR_OK ? failure : result;
+    }
+    module->health().noteLook(answers ? CKR_OK : failure);
+    startPause.works(RestartPause::Clock::now());
 }
 
 void ModuleHost::State::giveUp()
 {
     removeAllBut({});
-    ending = module;
+    module->giveUp();
     module.reset();
+}
+
+void ModuleHost::State::noteFailure(const Error &error)
+{
+    if (!std::exchange(complained, true))
+        qWarning("PKCS#11 module %s: %s: %s", qUtf8Printable(source.key), error.function(),
+                 error.what());
+    // Initialised anew at a later look. Of a module in another process any failure to list the
+    // slots is the end of that process: p11-kit starts another one with C_Initialize only.
+    const bool hasEnded = source.isRemote() || error.returnValue() == CKR_CRYPTOKI_NOT_INITIALIZED;
+    if (module)
+        module->health().noteLook(error.returnValue());
+    if (module && hasEnded)
+        giveUp();
+    // A module of this process is asked at each look: that costs little, and what it waits for may
+    // come.
+    if (source.isRemote())
+        startPause.failed(RestartPause::Clock::now());
+}
+
+void ModuleHost::State::restartWhenFaulty()
+{
+    const auto now = RestartPause::Clock::now();
+    if (!module->health().needsRestart()) {
+        faultPause.works(now);
+        return;
+    }
+    faultPause.worksNot();
+    // A daemon behind it was restarted, perhaps: it works again once it is initialised anew.
+    if (!module->isOurs() || !faultPause.isOver(now))
+        return;
+    faultPause.failed(now);
+    qWarning("PKCS#11 module %s: its device fails, it is started anew", qUtf8Printable(source.key));
+    giveUp();
 }
 
 TokenPtr ModuleHost::State::tokenIn(CK_SLOT_ID slot)
@@ -98,7 +187,6 @@ void ModuleHost::State::add(CK_SLOT_ID slot, const TokenPtr &token)
             tokens[slot] = token;
             return;
         }
-        leaving.push_back(token);
     }
     TokenService::instance().detach(token);
 }
@@ -123,7 +211,6 @@ std::vector<TokenPtr> ModuleHost::State::close()
     for (const auto &[slot, token] : tokens)
         all.push_back(token);
     tokens.clear();
-    leaving.insert(leaving.end(), all.begin(), all.end());
     return all;
 }
 
@@ -141,7 +228,7 @@ void ModuleHost::State::removeAllBut(const std::vector<CK_SLOT_ID> &slots)
         remove(slot);
 }
 
-void ModuleHost::State::lookAt(CK_SLOT_ID slot)
+CK_RV ModuleHost::State::lookAt(CK_SLOT_ID slot)
 {
     CK_TOKEN_INFO info = {};
     const CK_RV result = (*module)->C_GetTokenInfo(slot, &info);
@@ -150,6 +237,7 @@ void ModuleHost::State::lookAt(CK_SLOT_ID slot)
     else if (isAbsent(result))
         remove(slot);
     // Other failures pass: the next look tells more.
+    return result;
 }
 
 void ModuleHost::State::lookAtToken(CK_SLOT_ID slot, const CK_TOKEN_INFO &info)
@@ -182,29 +270,12 @@ ModuleHost::~ModuleHost()
 void ModuleHost::start()
 {
     TokenService::instance().expect(m_state->source.key);
-    m_worker.start(PollInterval, [state = m_state] { poll(*state); });
-    m_worker.post([state = m_state] { poll(*state); });
-}
-
-void ModuleHost::poll(State &state)
-{
-    try {
-        if (!state.open())
-            return;
-        const auto slots = slotsWithToken(*state.module);
-        state.removeAllBut(slots);
-        for (const CK_SLOT_ID slot : slots)
-            state.lookAt(slot);
-    } catch (const Error &error) {
-        if (!std::exchange(state.complained, true))
-            qWarning("PKCS#11 module %s: %s: %s", qUtf8Printable(state.source.key),
-                     error.function(), error.what());
-        // Initialised anew at the next look. Of a module in another process any failure to list the
-        // slots is the end of that process: p11-kit starts another one with C_Initialize only.
-        if (state.source.isRemote() || error.returnValue() == CKR_CRYPTOKI_NOT_INITIALIZED)
-            state.giveUp();
-    }
-    TokenService::instance().fulfil(state.source.key);
+    const auto look = [state = m_state] {
+        state->poll();
+        TokenService::instance().fulfil(state->source.key);
+    };
+    m_worker.start(PollInterval, look, [state = m_state] { state->module.reset(); });
+    m_worker.post(look);
 }
 
 void ModuleHost::close()
@@ -212,18 +283,6 @@ void ModuleHost::close()
     m_worker.stop();
     for (const TokenPtr &token : m_state->close())
         TokenService::instance().detach(token);
-}
-
-void ModuleHost::join(Worker::Deadline deadline)
-{
-    m_worker.join(deadline);
-    std::vector<TokenPtr> leaving;
-    {
-        const std::lock_guard lock(m_state->mutex);
-        leaving.swap(m_state->leaving);
-    }
-    for (const TokenPtr &token : leaving)
-        token->join(deadline);
 }
 
 } // namespace Trivex

@@ -18,15 +18,12 @@ public:
     ~ModuleHost();
 
     void start();
-    /// Takes its tokens away at once, even while the module hangs. Does not wait.
+    /// Takes its tokens away at once, even while the module hangs. Does not wait: the last jobs of
+    /// the tokens' threads and of its own close the sessions and finalise the module.
     void close();
-    /// Waits for its thread and for those of its tokens, which end with calls of the module: such
-    /// a call must not meet the end of the process.
-    void join(Worker::Deadline deadline);
 
 private:
     struct State;
-    static void poll(State &state);
 
     std::shared_ptr<State> m_state;
     Worker m_worker;

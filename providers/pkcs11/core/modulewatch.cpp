@@ -12,8 +12,6 @@ namespace Trivex {
 namespace {
 
 constexpr Worker::Milliseconds LookInterval{500};
-/// How long an ending host is waited for in all, when its module hangs.
-constexpr Worker::Milliseconds StopPatience{2000};
 
 QVector<Pkcs11::ModuleSource> modulesFor(const TokenSettings &settings)
 {
@@ -87,12 +85,11 @@ ModuleWatch::~ModuleWatch()
 void ModuleWatch::start()
 {
     auto &service = TokenService::instance();
-    static const QString firstLook = QStringLiteral("first look");
-    service.expect(firstLook);
+    service.expect(QStringLiteral("first look"));
     m_worker.start(LookInterval, [state = m_state] { look(*state); });
     m_worker.post([state = m_state, &service] {
         look(*state);
-        service.fulfil(firstLook);
+        service.fulfil(QStringLiteral("first look"));
     });
 }
 
@@ -127,10 +124,6 @@ void ModuleWatch::stop()
     }
     for (const auto &[key, host] : hosts)
         host->close();
-    const auto deadline = std::chrono::steady_clock::now() + StopPatience;
-    for (const auto &[key, host] : hosts)
-        host->join(deadline);
-    m_worker.join(deadline);
 }
 
 } // namespace Trivex

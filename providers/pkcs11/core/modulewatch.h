@@ -28,7 +28,7 @@ public:
 
     void start();
     void configure(const TokenSettings &settings);
-    /// Lets all modules go and waits for their threads, within reason.
+    /// Lets all modules go; does not wait for their threads.
     void stop();
 
 private:

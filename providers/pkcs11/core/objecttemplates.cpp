@@ -6,6 +6,7 @@
 #include "providers/pkcs11/core/gostkeys.h"
 #include "qca/adapter/infotypes.h"
 #include "qca/adapter/keys.h"
+#include "qca/engine/secret.h"
 #include "qca/engine/x509/derwriter.h"
 #include "qca/engine/x509/names.h"
 
@@ -46,7 +47,7 @@ public:
         if (EVP_PKEY_get_bn_param(key, parameter, &number) != 1)
             throw Error(TokenError::NotSupported);
         const Handle<BIGNUM, BN_clear_free> owner(number);
-        m_bytes = QCA::SecureArray(int(std::max(size, size_t(BN_num_bytes(number)))));
+        m_bytes = Secret(int(std::max(size, size_t(BN_num_bytes(number)))));
         BN_bn2binpad(number, reinterpret_cast<unsigned char *>(m_bytes.data()), m_bytes.size());
     }
 
@@ -54,7 +55,7 @@ public:
     size_t size() const { return size_t(m_bytes.size()); }
 
 private:
-    QCA::SecureArray m_bytes;
+    Secret m_bytes;
 };
 
 template <size_t count>

@@ -6,6 +6,7 @@
 #include "providers/pkcs11/core/gostkeys.h"
 #include "providers/pkcs11/core/tokenservice.h"
 #include "qca/engine/keys/keymaterial.h"
+#include "qca/engine/secret.h"
 #include "qca/engine/x509/derwriter.h"
 #include "qca/engine/x509/handles.h"
 
@@ -58,52 +59,54 @@ bool asksAtEachUse(const Session &session, CK_OBJECT_HANDLE key)
     return reader.flag(0, false);
 }
 
-using Initialize = CK_RV (*)(CK_SESSION_HANDLE, CK_MECHANISM *, CK_OBJECT_HANDLE);
-using Finish = CK_RV (*)(CK_SESSION_HANDLE, CK_BYTE *, CK_ULONG, CK_BYTE *, CK_ULONG *);
-
 /// The two calls of an operation with a private key, and how they are called in a report.
 struct Calls {
-    Initialize initialize;
+    CK_C_SignInit CK_FUNCTION_LIST::*initialize;
     const char *initializeName;
-    Finish finish;
+    CK_C_Sign CK_FUNCTION_LIST::*finish;
     const char *finishName;
 };
 
-QCA::SecureArray useKey(TokenConnection &connection, Operation &operation, const TokenKey &key,
-                        const Calls &calls, CK_MECHANISM mechanism, QByteArray input)
+constexpr Calls SignCalls = {&CK_FUNCTION_LIST::C_SignInit, "C_SignInit", &CK_FUNCTION_LIST::C_Sign,
+                             "C_Sign"};
+constexpr Calls DecryptCalls = {&CK_FUNCTION_LIST::C_DecryptInit, "C_DecryptInit",
+                                &CK_FUNCTION_LIST::C_Decrypt, "C_Decrypt"};
+
+/// The result is no memory of QCA's: the module may return when QCA has ended long ago.
+Secret useKey(TokenConnection &connection, Operation &operation, const TokenKey &key,
+              const Calls &calls, CK_MECHANISM mechanism, QByteArray input)
 {
     connection.login(operation);
     // A session of its own: one that fails half way is left with an operation that never ends.
     const Session session = connection.open(Session::ReadOnly);
+    const auto initialize = [&](CK_OBJECT_HANDLE object) {
+        return ((*session.module().operator->()).*calls.initialize)(session.handle(), &mechanism,
+                                                                    object);
+    };
     CK_OBJECT_HANDLE object = privateObject(connection, key);
     connection.checkCancelled();
-    CK_RV result = calls.initialize(session.handle(), &mechanism, object);
+    CK_RV result = initialize(object);
     if (result == CKR_KEY_HANDLE_INVALID || result == CKR_OBJECT_HANDLE_INVALID) {
         // Another program has rewritten it.
         connection.readKeysAgain();
         object = privateObject(connection, key);
-        result = calls.initialize(session.handle(), &mechanism, object);
+        result = initialize(object);
     }
     check(result, calls.initializeName);
     if (asksAtEachUse(session, object))
         connection.loginForUse(session, operation);
     connection.checkCancelled();
-    QCA::SecureArray output{int(ResultRoom)};
+    Secret output{int(ResultRoom)};
     CK_ULONG size = ResultRoom;
-    check(calls.finish(session.handle(), reinterpret_cast<CK_BYTE *>(input.data()),
-                       CK_ULONG(input.size()), reinterpret_cast<CK_BYTE *>(output.data()), &size),
+    check(((*session.module().operator->()).*calls.finish)(
+              session.handle(), reinterpret_cast<CK_BYTE *>(input.data()), CK_ULONG(input.size()),
+              reinterpret_cast<CK_BYTE *>(output.data()), &size),
           calls.finishName);
     // The module can't have written more than it had room for, whatever it says.
     if (size > ResultRoom)
         throw Error(CKR_GENERAL_ERROR, calls.finishName);
-    output.resize(int(size));
+    output.truncate(int(size));
     return output;
-}
-
-Calls signCalls(const TokenConnection &connection)
-{
-    const Pkcs11::Module &module = connection.module();
-    return {module->C_SignInit, "C_SignInit", module->C_Sign, "C_Sign"};
 }
 
 /// A signature whose length can't be is none: RFC 8017, 8.2.1, PKCS#11 2.40 current mechanisms,
@@ -153,9 +156,9 @@ QByteArray signGost(TokenConnection &connection, Operation &operation, const Tok
     CK_MECHANISM mechanism = {mechanisms.sign, nullptr, 0};
     if (!givesDigest)
         mechanism = {mechanisms.signMessage, parameters.data(), CK_ULONG(parameters.size())};
-    const QByteArray signature = useKey(connection, operation, key, signCalls(connection),
-                                        mechanism, givesDigest ? digest : *message)
-                                     .toByteArray();
+    const QByteArray signature =
+        useKey(connection, operation, key, SignCalls, mechanism, givesDigest ? digest : *message)
+            .toByteArray();
     checkSignature(key, signature);
     return signature;
 }
@@ -182,8 +185,7 @@ bool signOnToken(const TokenKeyReference &reference, const QByteArray &block, QB
     const auto result = std::make_shared<QByteArray>();
     const auto work = [result, block, key = reference.key](TokenConnection &connection,
                                                            Operation &operation) {
-        *result = useKey(connection, operation, *key, signCalls(connection),
-                         mechanismFor(key->type), block)
+        *result = useKey(connection, operation, *key, SignCalls, mechanismFor(key->type), block)
                       .toByteArray();
         checkSignature(*key, *result);
         if (key->type == CKK_EC)
@@ -216,17 +218,14 @@ bool signMessageOnToken(const TokenKeyReference &reference,
 bool decryptOnToken(const TokenKeyReference &reference, const QByteArray &data,
                     QCA::SecureArray *plain)
 {
-    const auto result = std::make_shared<QCA::SecureArray>();
+    const auto result = std::make_shared<Secret>();
     const auto work = [result, data, key = reference.key](TokenConnection &connection,
                                                           Operation &operation) {
-        const Pkcs11::Module &module = connection.module();
-        const Calls calls = {module->C_DecryptInit, "C_DecryptInit", module->C_Decrypt,
-                             "C_Decrypt"};
-        *result = useKey(connection, operation, *key, calls, mechanismFor(key->type), data);
+        *result = useKey(connection, operation, *key, DecryptCalls, mechanismFor(key->type), data);
     };
     if (!perform(Purpose::Decrypt, reference, work))
         return false;
-    *plain = *result;
+    *plain = result->toSecureArray();
     return true;
 }
 

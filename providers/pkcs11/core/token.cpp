@@ -125,7 +125,9 @@ Token::~Token() = default;
 
 void Token::start(Worker::Milliseconds loginLifetime)
 {
-    m_worker.start(loginLifetime, [connection = m_connection] { connection->logout(); });
+    m_worker.start(
+        loginLifetime, [connection = m_connection] { connection->logout(); },
+        [connection = m_connection] { connection->end(); });
     read();
 }
 
@@ -135,6 +137,7 @@ void Token::read()
         auto &service = TokenService::instance();
         try {
             connection->read();
+            connection->noteSuccess();
             service.publishContents(*connection);
         } catch (const Error &error) {
             connection->noteError(error);
@@ -236,6 +239,7 @@ TokenError Token::attempt(Task &task)
     try {
         connection.checkCancelled();
         work(task);
+        connection.noteSuccess();
         return {};
     } catch (const Error &error) {
         connection.noteError(error);

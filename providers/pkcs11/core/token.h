@@ -42,7 +42,6 @@ public:
     void cancel();
     /// Takes no more work: what waits fails, the open question is withdrawn. Does not wait.
     void close();
-    bool join(Worker::Deadline deadline) { return m_worker.join(deadline); }
 
 private:
     class Task;

@@ -24,7 +24,7 @@ PinState pinStateOf(CK_FLAGS flags)
     return flags & CKF_USER_PIN_COUNT_LOW ? PinState::CountLow : PinState::Normal;
 }
 
-CK_RV callLogin(const Session &session, CK_USER_TYPE user, QCA::SecureArray pin)
+CK_RV callLogin(const Session &session, CK_USER_TYPE user, Secret pin)
 {
     const CK_SESSION_HANDLE handle = session.handle();
     // Without a PIN the token asks for it on its own keys.
@@ -120,23 +120,23 @@ void TokenConnection::authenticate(const Session &session, CK_USER_TYPE user, Op
     checkCancelled();
     if (current.pinState == PinState::Locked)
         throw Error(CKR_PIN_LOCKED, "C_GetTokenInfo");
-    QCA::SecureArray pin;
+    Secret pin;
     if (!current.hasPinPad) {
         QuestionInfo question;
         question.keyStoreId = m_identity.storeId;
         question.tokenName = m_store.name();
         question.pinState = current.pinState;
-        const Operation::Pin answer = operation.pin(question, m_store, entry);
+        Operation::Pin answer = operation.pin(question, m_store, entry);
         checkCancelled();
         if (answer.value.isEmpty())
             throw Error(TokenError::PinMissing);
         // The tries may have run out while somebody was typing.
         if (!answer.typed && flags().pinState >= PinState::FinalTry)
             throw Error(TokenError::PinMissing);
-        pin = answer.value;
+        pin = std::move(answer.value);
     }
     checkCancelled();
-    const CK_RV result = callLogin(session, user, pin);
+    const CK_RV result = callLogin(session, user, std::move(pin));
     if (result != CKR_USER_ALREADY_LOGGED_IN)
         check(result, "C_Login");
 }
@@ -159,6 +159,12 @@ void TokenConnection::logout()
 {
     if (m_anchor)
         (*m_module)->C_Logout(m_anchor->handle());
+}
+
+void TokenConnection::end() noexcept
+{
+    m_anchor.reset();
+    m_module.reset();
 }
 
 void TokenConnection::read()
@@ -233,6 +239,8 @@ void TokenConnection::assemble()
 
 void TokenConnection::noteError(const Error &error) noexcept
 {
+    if (error.returnValue() != CKR_OK)
+        m_module->health().noteOperation(error.returnValue());
     if (Pkcs11::endsSession(error.returnValue()))
         m_anchor.reset();
 }
@@ -246,6 +254,11 @@ TokenConnection::Scope::Scope(TokenConnection &connection, CancellationPtr cance
 TokenConnection::Scope::~Scope()
 {
     m_connection.m_cancellation = std::move(m_previous);
+}
+
+void TokenConnection::noteSuccess() noexcept
+{
+    m_module->health().noteOperation(CKR_OK);
 }
 
 void TokenConnection::checkCancelled() const

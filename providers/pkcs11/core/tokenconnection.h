@@ -55,6 +55,9 @@ public:
     bool learnsLoginFrom(const Pkcs11::Error &error);
     /// Throws when nothing can be written, before anybody is asked for a PIN.
     void checkWritable() const;
+    /// Closes the anchor and lets the module go: the last job of the token's thread. Either call
+    /// may take as long as the module likes.
+    void end() noexcept;
 
     /// Reads the token anew.
     void read();
@@ -71,6 +74,8 @@ public:
 
     /// Called after every error: closes the anchor when the error has ended it.
     void noteError(const Pkcs11::Error &error) noexcept;
+    /// Called after every operation that went well.
+    void noteSuccess() noexcept;
 
     /// The operation that works on the connection while one lives, by its cancellation; a null one
     /// for what has to be done to its end, as undoing has.

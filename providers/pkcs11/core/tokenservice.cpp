@@ -2,11 +2,16 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/core/tokenservice.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 
 namespace Trivex {
 
 namespace {
+
+/// What of the patience at the end is left for answered questions, when a module uses up the rest.
+constexpr std::chrono::milliseconds SettleShare{300};
 
 /// A status as it was under the lock, with its place among all of them.
 struct NumberedStatus {
@@ -61,9 +66,11 @@ TokenSettings TokenService::settings() const
 void TokenService::start()
 {
     std::shared_ptr<ModuleWatch> watch;
+    ProcessEnd::add([](ProcessEnd::Deadline deadline) { instance().stop(deadline); });
     {
         const std::lock_guard lock(m_mutex);
-        if (m_watch)
+        // The end of the process has stopped it already, on another thread.
+        if (m_watch || ProcessEnd::hasBegun())
             return;
         m_scanned = false;
         m_expected.clear();
@@ -71,22 +78,33 @@ void TokenService::start()
         watch = m_watch = std::make_shared<ModuleWatch>(m_settings);
     }
     setTokenBackend(this);
+    // This thread is QCA's own.
+    if (QCoreApplication *application = QCoreApplication::instance())
+        QMetaObject::invokeMethod(application, &ProcessEnd::watchThisThread, Qt::QueuedConnection);
     watch->start();
 }
 
-void TokenService::stop()
+void TokenService::stop(Worker::Deadline deadline)
 {
+    // Their threads are those of the parent, and a lock may be held by one of them for ever.
+    if (ProcessEnd::isForkedChild())
+        return;
     std::shared_ptr<ModuleWatch> watch;
     {
         const std::lock_guard lock(m_mutex);
         watch.swap(m_watch);
     }
+    if (watch) {
+        setTokenBackend(nullptr);
+        watch->stop();
+    }
+    // Also where another thread stops it at the moment.
+    Worker::joinAll(deadline - SettleShare);
     if (!watch)
         return;
-    setTokenBackend(nullptr);
-    watch->stop();
+    watch.reset();
     forgetAll();
-    settleQuestions();
+    settleQuestionsUntil(deadline);
 }
 
 void TokenService::forgetAll()

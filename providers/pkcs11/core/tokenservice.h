@@ -46,8 +46,9 @@ public:
 
     /// Begins to look for tokens; returns at once. Nothing when started already.
     void start();
-    /// Lets all tokens go. Waits for their threads, but not for ever.
-    void stop();
+    /// Lets all tokens go. Waits for the threads of modules and tokens, which close their sessions
+    /// and finalise their modules, but not longer than until `deadline`.
+    void stop(Worker::Deadline deadline = std::chrono::steady_clock::now() + ProcessEnd::Patience);
 
     /// True when all modules have been asked for their tokens and these have been read, or when
     /// that has taken longer than `FirstScanPatience`.

@@ -42,7 +42,8 @@ bool TokenService::logIn(const QString &keyStoreId)
 {
     const auto found = store(keyStoreId);
     const TokenPtr live = token(keyStoreId);
-    if (!live || !found->contents->keysHidden)
+    // The store may have gone between the two look-ups.
+    if (!live || !found || !found->contents->keysHidden)
         return false;
     const TokenError error = live->run(
         Operation(Purpose::Sign, keyStoreId),

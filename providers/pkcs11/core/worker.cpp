@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/core/worker.h"
 
+#include <set>
 #include <utility>
 
 namespace Trivex {
@@ -14,6 +15,42 @@ struct Worker::Shared {
     bool ended = false;
 };
 
+/// The threads of the process that somebody may wait for. Never deleted, because a thread that was
+/// let go may end late.
+class Worker::Running {
+public:
+    static Running &instance()
+    {
+        static auto *running = new Running;
+        return *running;
+    }
+
+    void add(const Shared *one)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_all.insert(one);
+    }
+
+    void remove(const Shared *one)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_all.erase(one);
+        m_changed.notify_all();
+    }
+
+    void wait(Deadline deadline)
+    {
+        std::unique_lock lock(m_mutex);
+        m_changed.wait_until(lock, deadline, [this] { return m_all.empty(); });
+        m_all.clear();
+    }
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::set<const Shared *> m_all;
+};
+
 Worker::Worker()
     : m_shared(std::make_shared<Shared>())
 {
@@ -22,18 +59,31 @@ Worker::Worker()
 Worker::~Worker()
 {
     stop();
-    if (m_thread.joinable() && !join(Deadline()))
+    if (!m_thread.joinable())
+        return;
+    if (hasEnded())
+        m_thread.join();
+    else
         m_thread.detach();
 }
 
-void Worker::start(Milliseconds interval, Job idle)
+void Worker::start(Milliseconds interval, Job idle, Job last)
 {
-    m_thread = std::thread([shared = m_shared, interval, idle = std::move(idle)] {
-        run(shared, interval, idle);
-        const std::lock_guard lock(shared->mutex);
-        shared->ended = true;
-        shared->changed.notify_all();
-    });
+    Running::instance().add(m_shared.get());
+    m_thread = std::thread(
+        [shared = m_shared, interval, idle = std::move(idle), last = std::move(last)]() mutable {
+            run(shared, interval, idle);
+            if (last)
+                last();
+            // What they hold goes here, and not after the end has been told.
+            idle = {};
+            last = {};
+            {
+                const std::lock_guard lock(shared->mutex);
+                shared->ended = true;
+            }
+            Running::instance().remove(shared.get());
+        });
 }
 
 void Worker::run(const std::shared_ptr<Shared> &shared, Milliseconds interval, const Job &idle)
@@ -77,24 +127,15 @@ void Worker::stop()
     m_shared->changed.notify_all();
 }
 
-bool Worker::join(Deadline deadline)
+void Worker::joinAll(Deadline deadline)
 {
-    if (!m_thread.joinable())
-        return true;
-    if (isCurrent())
-        return false;
-    {
-        std::unique_lock lock(m_shared->mutex);
-        if (!m_shared->changed.wait_until(lock, deadline, [this] { return m_shared->ended; }))
-            return false;
-    }
-    m_thread.join();
-    return true;
+    Running::instance().wait(deadline);
 }
 
-bool Worker::isCurrent() const
+bool Worker::hasEnded() const
 {
-    return m_thread.get_id() == std::this_thread::get_id();
+    const std::lock_guard lock(m_shared->mutex);
+    return m_shared->ended;
 }
 
 } // namespace Trivex

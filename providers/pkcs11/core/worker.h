@@ -27,19 +27,24 @@ public:
     Worker(const Worker &) = delete;
     Worker &operator=(const Worker &) = delete;
 
-    /// Starts the thread. When nothing was posted for `interval` (0: never), `idle` is run.
-    void start(Milliseconds interval = Milliseconds(0), Job idle = {});
+    /// Starts the thread. When nothing was posted for `interval` (0: never), `idle` is run. `last`
+    /// is run after `stop`, when the running job is over, and nothing after it: what closes a
+    /// session or finalises a module belongs there, because such a call may take as long as the
+    /// module likes.
+    void start(Milliseconds interval = Milliseconds(0), Job idle = {}, Job last = {});
     /// False when the worker is stopped; the job never runs then. Jobs must not throw.
     bool post(Job job);
     /// Takes no more jobs and drops those that have not started. Does not wait.
     void stop();
-    /// Waits for the end after `stop`. True when the thread has ended.
-    bool join(Deadline deadline);
-    bool isCurrent() const;
+    /// Waits for the threads of all workers of the process, stopped ones. Those that have not ended
+    /// by then are let go: nobody waits for them again. Not to be called on one of them.
+    static void joinAll(Deadline deadline);
 
 private:
     struct Shared;
+    class Running;
     static void run(const std::shared_ptr<Shared> &shared, Milliseconds interval, const Job &idle);
+    bool hasEnded() const;
 
     std::shared_ptr<Shared> m_shared;
     std::thread m_thread;

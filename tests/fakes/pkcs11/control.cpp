@@ -138,6 +138,19 @@ bool readGost(const Words &words, Script *script)
     return words.size() > 1;
 }
 
+bool readBroken(const Words &words, Script *script)
+{
+    const auto result = words.size() == 3 ? resultByName(words[2]) : std::nullopt;
+    const auto kind = kindNames.find(words.size() == 3 ? words[1] : std::string());
+    if (!result || (kind == kindNames.end() && words[1] != "any"))
+        return false;
+    script->broken = true;
+    if (kind != kindNames.end())
+        script->brokenKind = kind->second;
+    script->brokenResult = *result;
+    return true;
+}
+
 bool readSetting(const Words &words, Script *script)
 {
     if (words.size() != 2)
@@ -149,6 +162,10 @@ bool readSetting(const Words &words, Script *script)
     const auto value = number(words[1]);
     if (!value)
         return false;
+    if (words[0] == "slot-count") {
+        script->slotCount = *value;
+        return true;
+    }
     (words[0] == "tries" ? script->tries : script->slotLimit) = *value;
     return true;
 }
@@ -169,7 +186,10 @@ bool readLine(const Words &words, Script *script)
         return readRemove(words, script);
     if (words[0] == "gost")
         return readGost(words, script);
-    if (words[0] == "tries" || words[0] == "slots" || words[0] == "pin-pad")
+    if (words[0] == "broken")
+        return readBroken(words, script);
+    static const std::set<std::string> settings = {"tries", "slots", "pin-pad", "slot-count"};
+    if (settings.count(words[0]) > 0)
         return readSetting(words, script);
     return false;
 }

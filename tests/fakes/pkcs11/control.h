@@ -49,6 +49,10 @@ struct Script {
     std::set<std::string> removed; //!< slots by number from 1 in the real module's order, or label
     bool allRemoved = false;
     unsigned long slotLimit = 0; //!< 0: all slots
+    std::optional<unsigned long> slotCount; //!< what C_GetSlotList says, whatever it lists
+    bool broken = false; //!< until the module is finalised
+    std::optional<Kind> brokenKind; //!< which calls; none: those about slots and sessions
+    CK_RV brokenResult = CKR_OK;
     unsigned long tries = 0; //!< wrong PINs until the lock; 0: the real module's own counting
     bool readOnly = false;
     bool full = false;

@@ -150,6 +150,10 @@ std::optional<CK_RV> Device::stateResult(Function function, unsigned long subjec
                                                      : CKR_SESSION_HANDLE_INVALID;
     if (kind == Kind::Slot && function != Function::C_GetSlotInfo && isRemoved(subject))
         return CKR_TOKEN_NOT_PRESENT;
+    const bool isBroken =
+        m_script.broken && kind != Kind::General && m_script.brokenKind.value_or(kind) == kind;
+    if (isBroken)
+        return m_script.brokenResult;
     if (m_script.readOnly && writes(function))
         return CKR_TOKEN_WRITE_PROTECTED;
     if (m_script.full && takesSpace(function))
@@ -253,7 +257,7 @@ CK_RV Device::slotList(CK_BBOOL tokenPresent, CK_SLOT_ID *slots, CK_ULONG *count
             shown.push_back(slot.id);
     }
     const CK_ULONG room = *count;
-    *count = shown.size();
+    *count = m_script.slotCount.value_or(shown.size());
     if (!slots)
         return CKR_OK;
     if (room < shown.size())
@@ -379,6 +383,7 @@ CK_RV Device::finalize(void *reserved)
     const CK_RV result = m_target->C_Finalize(reserved);
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (result == CKR_OK) {
+        m_script.broken = false;
         m_sessions.clear();
         m_deadSessions.clear();
         m_slots.clear();

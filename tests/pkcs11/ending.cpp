@@ -1,0 +1,197 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/pkcs11/ending.h"
+
+#include "qca/adapter/keygenerator.h"
+#include "qca/adapter/tokens.h"
+#include "tests/pkcs11/pinprompt.h"
+#include "tests/pkcs11/stores.h"
+#include "tests/support/testtoken.h"
+
+#include <QSaveFile>
+#include <QTimer>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <thread>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace TrivexTest {
+
+const char *const endingWays[3] = {"return", "exit", "thread"};
+
+namespace {
+
+constexpr int StartPatience = 20000;
+/// Long enough for an operation to have reached the module.
+constexpr int UnderWay = 700;
+constexpr int NotStarted = 3;
+constexpr std::chrono::seconds ChildPatience{10};
+
+const QString Provider = QStringLiteral("qca-norvel-pkcs11");
+
+bool isAtStart(const QString &call)
+{
+    static const QStringList calls = {
+        QStringLiteral("C_Initialize"), QStringLiteral("C_GetSlotList"),
+        QStringLiteral("C_OpenSession"), QStringLiteral("C_FindObjects")};
+    return calls.contains(call);
+}
+
+/// `when`: which call, and how many milliseconds it takes.
+void order(const Ending &ending, const QByteArray &when)
+{
+    QSaveFile file(ending.controlFile);
+    const bool isGood = file.open(QIODevice::WriteOnly)
+        && file.write("delay " + ending.call.toLatin1() + ' ' + when + '\n') > 0 && file.commit();
+    if (!isGood)
+        qFatal("the control file can't be written");
+}
+
+void hold(const Ending &ending)
+{
+    if (!ending.call.isEmpty())
+        order(ending, "* 60000");
+}
+
+/// What the test measures the end from.
+void tellEnd()
+{
+    std::puts("ending");
+    std::fflush(stdout);
+}
+
+void leave(const QString &way)
+{
+    tellEnd();
+    if (way == QLatin1String("exit"))
+        std::exit(EndingStatus);
+    if (way == QLatin1String("thread"))
+        std::thread([] { std::exit(EndingStatus); }).join();
+    QCoreApplication::exit(EndingStatus);
+}
+
+void start(Trivex::KeyGenerator *generator, const QString &storeId)
+{
+    generator->setBlockingEnabled(false);
+    generator->setTarget(storeId, QStringLiteral("made"));
+    generator->createRSA(4096, 65537, Provider);
+}
+
+bool sign(const Stores &stores, const QString &storeName)
+{
+    const QCA::KeyStoreEntry entry = stores.entry(storeName, QStringLiteral("signer"));
+    if (entry.isNull())
+        return false;
+    QCA::PrivateKey key = entry.keyBundle().privateKey();
+    return !key.signMessage(QByteArray("data"), QCA::EMSA3_SHA256, QCA::DefaultFormat).isEmpty();
+}
+
+} // namespace
+
+int runEnding(const Ending &ending)
+{
+    if (isAtStart(ending.call))
+        hold(ending);
+    const QCA::Initializer qca;
+    PinPrompt prompt(TestToken::pin());
+    Stores stores;
+    Trivex::KeyGenerator generator;
+    if (!isAtStart(ending.call)) {
+        if (!stores.waitForEntries(ending.storeName, 1, StartPatience))
+            return NotStarted;
+        if (ending.call.isEmpty() && !sign(stores, ending.storeName))
+            return NotStarted;
+        hold(ending);
+    }
+    QTimer::singleShot(UnderWay, [&ending] { leave(ending.way); });
+    if (ending.call == QLatin1String("C_GenerateKeyPair"))
+        start(&generator, stores.byName(ending.storeName)->id());
+    else if (ending.call == QLatin1String("C_Sign") || ending.call == QLatin1String("C_Login"))
+        QTimer::singleShot(0, [&] { sign(stores, ending.storeName); });
+    return QCoreApplication::exec();
+}
+
+int runLateReturn(const Ending &ending, int milliseconds)
+{
+    {
+        const QCA::Initializer qca;
+        PinPrompt prompt(TestToken::pin());
+        Stores stores;
+        Trivex::KeyGenerator generator;
+        if (!stores.waitForEntries(ending.storeName, 1, StartPatience))
+            return NotStarted;
+        order(ending, "1 " + QByteArray::number(milliseconds));
+        if (ending.call == QLatin1String("C_GenerateKeyPair"))
+            start(&generator, stores.byName(ending.storeName)->id());
+        else
+            QTimer::singleShot(0, [&] { sign(stores, ending.storeName); });
+        QTimer::singleShot(UnderWay, [] { QCoreApplication::exit(); });
+        QCoreApplication::exec();
+    }
+    // The call returns now, and the thread goes on with what it holds.
+    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+    tellEnd();
+    return EndingStatus;
+}
+
+int runGeneratingEnd(const QString &storeName, int milliseconds)
+{
+    const QCA::Initializer qca;
+    PinPrompt prompt(TestToken::pin());
+    Stores stores;
+    if (!stores.waitForEntries(storeName, 1, StartPatience) || !sign(stores, storeName))
+        return NotStarted;
+    Trivex::KeyGenerator generator;
+    start(&generator, stores.byName(storeName)->id());
+    QTimer::singleShot(milliseconds, [] {
+        tellEnd();
+        std::exit(EndingStatus);
+    });
+    return QCoreApplication::exec();
+}
+
+int runForkingParent(const QString &storeName)
+{
+    const QCA::Initializer qca;
+    PinPrompt prompt(TestToken::pin());
+    Stores stores;
+    if (!stores.waitForEntries(storeName, 1, StartPatience) || !sign(stores, storeName))
+        return NotStarted;
+    tellEnd();
+    const pid_t child = fork();
+    if (child == 0)
+        std::exit(EndingStatus);
+    const auto deadline = std::chrono::steady_clock::now() + ChildPatience;
+    int status = 0;
+    while (waitpid(child, &status, WNOHANG) == 0) {
+        if (std::chrono::steady_clock::now() > deadline) {
+            kill(child, SIGKILL);
+            waitpid(child, &status, 0);
+            return 1;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 2;
+}
+
+int runTwoApplications(int argc, char *argv[], const QString &storeName)
+{
+    for (int round = 0; round < 2; ++round) {
+        QCoreApplication application(argc, argv);
+        const QCA::Initializer qca;
+        PinPrompt prompt(TestToken::pin());
+        Stores stores;
+        if (!stores.waitForEntries(storeName, 1, StartPatience))
+            return NotStarted;
+        if (!sign(stores, storeName) || prompt.count() != 1)
+            return 10 + round;
+    }
+    tellEnd();
+    return EndingStatus;
+}
+
+} // namespace TrivexTest

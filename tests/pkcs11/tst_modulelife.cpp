@@ -1,0 +1,243 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/core/restartpause.h"
+#include "qca/adapter/tokens.h"
+#include "tests/pkcs11/faultytoken.h"
+#include "tests/pkcs11/pinprompt.h"
+#include "tests/pkcs11/stores.h"
+#include "tests/support/testcertificates.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QTimer>
+
+#include <dlfcn.h>
+#include <p11-kit/pkcs11.h>
+
+using namespace TrivexTest;
+using Trivex::RestartPause;
+
+namespace {
+
+const QString StoreName = QStringLiteral("Life");
+constexpr int Patience = 15000;
+/// Several looks for tokens.
+constexpr int SomeLooks = 2500;
+
+} // namespace
+
+/// Modules that are given up and taken again: by their file, after faults of their device, after
+/// nonsense.
+class TestModuleLife : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void slotCounts_data();
+    void slotCounts();
+    void lookFaults();
+    void operationFaults();
+    void aSingleFaultChangesNothing();
+    void foreignModuleStaysAsItIs();
+    void takenAgainWhileAThreadIsInside();
+    void pauseGrows();
+
+private:
+    bool sign(Stores &stores);
+    bool isShown(Stores &stores) { return stores.entries(StoreName).size() == 1; }
+
+    std::unique_ptr<FaultyToken> m_token;
+    QString m_library;
+};
+
+void TestModuleLife::initTestCase()
+{
+    m_token = std::make_unique<FaultyToken>(StoreName);
+    TestToken &token = m_token->token();
+    if (!token.isValid())
+        QFAIL(qPrintable(token.problem()));
+    const TestAuthority authority;
+    QVERIFY(token.generateKeyPair(QStringLiteral("rsa:2048"), QStringLiteral("01"),
+                                  QStringLiteral("signer")));
+    QVERIFY(token.writeObject(
+        QStringLiteral("cert"),
+        authority.issue(token.publicKey(QStringLiteral("01")), QStringLiteral("/CN=Signer")),
+        QStringLiteral("01"), QStringLiteral("signer")));
+    m_token->useInThisProcess();
+    // A copy that can be taken away.
+    m_library = token.path() + QStringLiteral("/faulty.so");
+    QVERIFY(QFile::copy(qEnvironmentVariable("TRIVEX_PKCS11_MODULES"), m_library));
+}
+
+void TestModuleLife::init()
+{
+    m_token->control();
+    m_token->forget();
+    qputenv("TRIVEX_PKCS11_MODULES", QFile::encodeName(m_library));
+}
+
+bool TestModuleLife::sign(Stores &stores)
+{
+    const QCA::KeyStoreEntry entry = stores.entry(StoreName, QStringLiteral("signer"));
+    if (entry.isNull())
+        return false;
+    QCA::PrivateKey key = entry.keyBundle().privateKey();
+    return !key.signMessage(QByteArray("data"), QCA::EMSA3_SHA256, QCA::DefaultFormat).isEmpty();
+}
+
+void TestModuleLife::slotCounts_data()
+{
+    QTest::addColumn<QByteArray>("orders");
+    QTest::newRow("more than memory") << QByteArray("slot-count 18446744073709551615");
+    QTest::newRow("a million") << QByteArray("slot-count 1000000");
+    QTest::newRow("too small for ever") << QByteArray("fail C_GetSlotList * CKR_BUFFER_TOO_SMALL");
+}
+
+void TestModuleLife::slotCounts()
+{
+    QFETCH(QByteArray, orders);
+    const QCA::Initializer qca;
+    PinPrompt prompt(TestToken::pin());
+    Stores stores;
+    QVERIFY(stores.waitForEntries(StoreName, 1));
+    m_token->forget();
+    m_token->control(orders);
+    QTRY_VERIFY_WITH_TIMEOUT(m_token->count("C_GetSlotList") >= 10, Patience);
+    QVERIFY(isShown(stores));
+    QVERIFY(sign(stores));
+    m_token->control();
+    QTest::qWait(SomeLooks);
+    QVERIFY(isShown(stores));
+    QCOMPARE(m_token->count("C_Finalize"), 0);
+}
+
+// A daemon behind the module was restarted: everything fails until the module is started anew.
+void TestModuleLife::lookFaults()
+{
+    const QCA::Initializer qca;
+    PinPrompt prompt(TestToken::pin());
+    Stores stores;
+    QVERIFY(stores.waitForEntries(StoreName, 1));
+    QVERIFY(sign(stores));
+    m_token->forget();
+    m_token->control("broken any CKR_DEVICE_ERROR");
+    QTRY_COMPARE_WITH_TIMEOUT(m_token->count("C_Initialize"), 1, Patience);
+    QVERIFY(stores.waitForEntries(StoreName, 1, Patience));
+    QCOMPARE(m_token->count("C_Finalize"), 1);
+    // Its login ended with it, and no PIN is sent by itself.
+    QTest::qWait(SomeLooks);
+    QCOMPARE(m_token->count("C_Login"), 0);
+    QCOMPARE(prompt.count(), 1);
+    QVERIFY(sign(stores));
+    QCOMPARE(prompt.count(), 2);
+    QCOMPARE(m_token->count("C_Finalize"), 1);
+}
+
+// The list of tokens comes from the module's memory; what is done with them fails.
+void TestModuleLife::operationFaults()
+{
+    const QCA::Initializer qca;
+    PinPrompt prompt(TestToken::pin());
+    Stores stores;
+    QVERIFY(stores.waitForEntries(StoreName, 1));
+    m_token->forget();
+    m_token->control("broken session CKR_GENERAL_ERROR");
+    for (int i = 0; i < 3; ++i)
+        QVERIFY(!sign(stores));
+    QTRY_COMPARE_WITH_TIMEOUT(m_token->count("C_Initialize"), 1, Patience);
+    QVERIFY(stores.waitForEntries(StoreName, 1, Patience));
+    QVERIFY(sign(stores));
+    QCOMPARE(m_token->count("C_Login"), 1);
+}
+
+void TestModuleLife::aSingleFaultChangesNothing()
+{
+    const QCA::Initializer qca;
+    PinPrompt prompt(TestToken::pin());
+    Stores stores;
+    QVERIFY(stores.waitForEntries(StoreName, 1));
+    m_token->forget();
+    for (int i = 0; i < 4; ++i) {
+        m_token->control("fail C_SignInit 1 CKR_DEVICE_ERROR");
+        QVERIFY(!sign(stores));
+        QVERIFY(sign(stores));
+    }
+    QTest::qWait(SomeLooks);
+    QCOMPARE(m_token->count("C_Finalize"), 0);
+    QCOMPARE(m_token->count("C_Login"), 1);
+    QVERIFY(isShown(stores));
+}
+
+// Who initialised it in this process has sessions of its own.
+void TestModuleLife::foreignModuleStaysAsItIs()
+{
+    const QString copy = m_token->token().path() + QStringLiteral("/foreign.so");
+    QVERIFY(QFile::exists(copy) || QFile::copy(m_library, copy));
+    void *library = dlopen(QFile::encodeName(copy).constData(), RTLD_NOW | RTLD_LOCAL);
+    QVERIFY(library);
+    const auto list = reinterpret_cast<CK_C_GetFunctionList>(dlsym(library, "C_GetFunctionList"));
+    CK_FUNCTION_LIST *functions = nullptr;
+    QCOMPARE(list(&functions), CK_RV(CKR_OK));
+    QCOMPARE(functions->C_Initialize(nullptr), CK_RV(CKR_OK));
+    // Parameters make p11-kit hand out the module itself.
+    qputenv("TRIVEX_PKCS11_MODULES", QFile::encodeName(copy) + "|own=1");
+    {
+        const QCA::Initializer qca;
+        Stores stores;
+        QVERIFY(stores.waitForEntries(StoreName, 1));
+        m_token->forget();
+        m_token->control("broken any CKR_DEVICE_ERROR");
+        QTRY_VERIFY_WITH_TIMEOUT(m_token->count("C_GetTokenInfo") >= 6, Patience);
+        QCOMPARE(m_token->count("C_Finalize"), 0);
+        m_token->control();
+    }
+    QCOMPARE(m_token->count("C_Finalize"), 0);
+    QCOMPARE(functions->C_Finalize(nullptr), CK_RV(CKR_OK));
+    dlclose(library);
+}
+
+// The thread that was left inside must not finalise the module under its successor.
+void TestModuleLife::takenAgainWhileAThreadIsInside()
+{
+    const QCA::Initializer qca;
+    PinPrompt prompt(TestToken::pin());
+    Stores stores;
+    QVERIFY(stores.waitForEntries(StoreName, 1));
+    const QString away = m_library + QStringLiteral(".away");
+    m_token->control("delay C_Sign 1 6000");
+    QTimer::singleShot(700, this, [&] { QFile::rename(m_library, away); });
+    QVERIFY(!sign(stores));
+    QTRY_VERIFY_WITH_TIMEOUT(stores.entries(StoreName).isEmpty(), Patience);
+    QVERIFY(QFile::rename(away, m_library));
+    QVERIFY(stores.waitForEntries(StoreName, 1, Patience));
+    QCOMPARE(m_token->count("C_Sign"), 0);
+    QTRY_COMPARE_WITH_TIMEOUT(m_token->count("C_Sign"), 1, Patience);
+    QTest::qWait(SomeLooks);
+    QVERIFY(isShown(stores));
+    QVERIFY(sign(stores));
+    QCOMPARE(m_token->count("C_Finalize"), 0);
+}
+
+void TestModuleLife::pauseGrows()
+{
+    constexpr RestartPause::Milliseconds Longest{60000};
+    RestartPause pause(Longest);
+    RestartPause::Clock::time_point now{};
+    QVERIFY(pause.isOver(now));
+    for (const int seconds : {500, 1000, 2000, 4000, 8000, 16000, 32000, 60000, 60000}) {
+        pause.failed(now);
+        now += RestartPause::Milliseconds(seconds - 1);
+        QVERIFY(!pause.isOver(now));
+        now += RestartPause::Milliseconds(1);
+        QVERIFY(pause.isOver(now));
+        // Started again, but not for long.
+        pause.works(now);
+    }
+    now += Longest;
+    pause.works(now);
+    pause.failed(now);
+    QVERIFY(pause.isOver(now + RestartPause::Shortest));
+}
+
+QTEST_GUILESS_MAIN(TestModuleLife)
+#include "tst_modulelife.moc"
