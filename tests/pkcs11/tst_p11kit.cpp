@@ -49,6 +49,8 @@ private Q_SLOTS:
     void remoteModuleIsListed();
     void moduleFileComesAndGoes();
     void libraryComesAndGoes();
+    void usersFilesAreSwitchedOff();
+    void slotListGrows();
     void crashInARemoteModule();
     void crashWhileListing();
 
@@ -174,6 +176,37 @@ void TestP11Kit::libraryComesAndGoes()
     m_plugged->restoreModule();
     QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Plugged")), 1, Patience);
     QCOMPARE(rowsOf(QStringLiteral("Isolated")), 2);
+}
+
+// By "user-config" in pkcs11.conf, while the program runs.
+void TestP11Kit::usersFilesAreSwitchedOff()
+{
+    const QString file = m_home.filePath(QStringLiteral(".config/pkcs11/pkcs11.conf"));
+    QVERIFY(writeFile(file, "user-config: none\n"));
+    // The plugged token may show through a module of the machine.
+    QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Isolated")), 0, Patience);
+    QVERIFY(writeFile(file, "user-config: only\n"));
+    QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Plugged")), 1, Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Isolated")), 2, Patience);
+    // By a file of the module's own name.
+    const QByteArray contents = "module: " + m_plugged->modulePath().toUtf8() + '\n';
+    const QByteArray program = QCoreApplication::applicationName().toLocal8Bit();
+    QVERIFY(writeFile(m_moduleFile, contents + "disable-in: other, " + program + '\n'));
+    QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Plugged")), 0, Patience);
+    QVERIFY(writeFile(m_moduleFile, contents));
+    QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Plugged")), 1, Patience);
+}
+
+// A token that comes between the two calls for the list: nothing of the module's is dropped.
+void TestP11Kit::slotListGrows()
+{
+    m_isolated->forget();
+    m_isolated->control("fail C_GetSlotList 2 CKR_BUFFER_TOO_SMALL");
+    QTRY_VERIFY_WITH_TIMEOUT(m_isolated->count("C_GetSlotList") >= 8, Patience);
+    QCOMPARE(m_isolated->countText("CKR_BUFFER_TOO_SMALL"), 1);
+    QCOMPARE(m_isolated->count("C_Initialize"), 0);
+    QCOMPARE(rowsOf(QStringLiteral("Isolated")), 2);
+    m_isolated->control();
 }
 
 // The process of the module ends at its next call; this one does not, and nothing else goes.

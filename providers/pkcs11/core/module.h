@@ -20,9 +20,8 @@ namespace Trivex::Pkcs11 {
 struct ModuleSource {
     /// Unique among the sources: the path of the library, or the name in p11-kit's configuration.
     QString key;
-    /// The files that must be there for the module to count as present.
+    /// The file that must be there for the module to count as present.
     QString library;
-    QString configFile;
     /// Parameters for C_Initialize (its pReserved member), for modules that need some.
     QByteArray parameters;
     /// Supplies trust anchors, no tokens (p11-kit's "trust-policy").

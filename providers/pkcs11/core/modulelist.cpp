@@ -2,13 +2,14 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/core/modulelist.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
 #include <p11-kit/p11-kit.h>
 
+#include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <memory>
 
@@ -22,44 +23,10 @@ struct FreeText {
     void operator()(char *text) const noexcept { std::free(text); }
 };
 
-QString taken(char *text)
+std::string taken(char *text)
 {
     const std::unique_ptr<char, FreeText> owner(text);
-    return QString::fromLocal8Bit(text);
-}
-
-QString userConfigDir()
-{
-    const QString xdg = qEnvironmentVariable("XDG_CONFIG_HOME");
-    return xdg.isEmpty() ? QDir::homePath() + QLatin1String("/.config") : xdg;
-}
-
-QStringList configDirs()
-{
-    return {userConfigDir() + QLatin1String("/pkcs11/modules"),
-            QStringLiteral("/etc/pkcs11/modules"), QStringLiteral(TRIVEX_P11_MODULE_CONFIGS)};
-}
-
-/// .module files by their path.
-QStringList configFiles()
-{
-    QStringList files;
-    for (const QString &path : configDirs()) {
-        const QDir dir(path);
-        const auto names = dir.entryList({QStringLiteral("*.module")}, QDir::Files);
-        for (const QString &name : names)
-            files.append(dir.filePath(name));
-    }
-    return files;
-}
-
-QString fileOf(const QString &moduleName, const QStringList &files)
-{
-    for (const QString &file : files) {
-        if (QFileInfo(file).completeBaseName() == moduleName)
-            return file;
-    }
-    return {};
+    return text ? text : std::string();
 }
 
 QString libraryPath(const QString &path)
@@ -71,8 +38,7 @@ QString libraryPath(const QString &path)
 
 bool isPresent(const ModuleSource &source)
 {
-    const auto isThere = [](const QString &path) { return path.isEmpty() || QFile::exists(path); };
-    return isThere(source.library) && isThere(source.configFile);
+    return source.library.isEmpty() || QFile::exists(source.library);
 }
 
 bool isTrustLibrary(const QString &path)
@@ -80,65 +46,12 @@ bool isTrustLibrary(const QString &path)
     return QFileInfo(path).fileName().startsWith(QLatin1String("p11-kit-trust"));
 }
 
-QHash<QString, QString> readOptions(const QString &path)
-{
-    QHash<QString, QString> options;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return options;
-    const auto lines = file.readAll().split('\n');
-    for (const QByteArray &line : lines) {
-        const int colon = line.indexOf(':');
-        if (colon > 0 && !line.trimmed().startsWith('#'))
-            options.insert(QString::fromUtf8(line.left(colon)).trimmed(),
-                           QString::fromUtf8(line.mid(colon + 1)).trimmed());
-    }
-    return options;
-}
-
-bool namesThisProgram(const QString &list)
-{
-    const QString program = QFileInfo(QCoreApplication::applicationFilePath()).fileName();
-    const auto names = list.split(QLatin1Char(','));
-    for (const QString &name : names) {
-        if (name.trimmed() == program)
-            return true;
-    }
-    return false;
-}
-
-bool isEnabled(const QHash<QString, QString> &options)
-{
-    const auto enabled = options.constFind(QStringLiteral("enable-in"));
-    if (enabled != options.constEnd())
-        return namesThisProgram(*enabled);
-    return !namesThisProgram(options.value(QStringLiteral("disable-in")));
-}
-
-/// A source without a library when the file does not name one for this program.
-ModuleSource sourceFromFile(const QString &path)
-{
-    const auto options = readOptions(path);
-    ModuleSource source;
-    source.key = path;
-    source.configFile = path;
-    if (!isEnabled(options))
-        return source;
-    source.library = libraryPath(options.value(QStringLiteral("module")));
-    source.parameters = options.value(QStringLiteral("x-init-reserved")).toUtf8();
-    source.isTrust = options.value(QStringLiteral("trust-policy")) == QLatin1String("yes");
-    if (source.library.isEmpty() && options.contains(QStringLiteral("remote")))
-        qWarning("PKCS#11 module %s: a remote module is found at the next start only",
-                 qUtf8Printable(path));
-    return source;
-}
-
-ModuleSource sourceOf(CK_FUNCTION_LIST *module, const QStringList &files)
+ModuleSource sourceOf(CK_FUNCTION_LIST *module, const std::string &name)
 {
     ModuleSource source;
-    source.key = taken(p11_kit_module_get_name(module));
-    source.library = libraryPath(taken(p11_kit_module_get_filename(module)));
-    source.configFile = fileOf(source.key, files);
+    source.key = QString::fromStdString(name);
+    source.library =
+        libraryPath(QString::fromStdString(taken(p11_kit_module_get_filename(module))));
     source.isTrust = p11_kit_module_get_flags(module) & P11_KIT_MODULE_TRUSTED;
     source.loaded = module;
     return source;
@@ -146,45 +59,83 @@ ModuleSource sourceOf(CK_FUNCTION_LIST *module, const QStringList &files)
 
 } // namespace
 
-void ModuleConfiguration::load()
+ModuleConfiguration::ModuleConfiguration()
+    : m_files(P11KitFiles::Places::ofThisProcess())
+    , m_program(program_invocation_short_name)
 {
-    const QStringList files = configFiles();
-    m_seen = QSet<QString>(files.begin(), files.end());
-    // Kept for the life of the process, like every module.
-    m_modules = p11_kit_modules_load(nullptr, 0);
-    for (CK_FUNCTION_LIST **at = m_modules; at && *at; ++at)
-        m_loaded.append(sourceOf(*at, files));
+}
+
+void ModuleConfiguration::load(const P11KitFiles::Modules &configured)
+{
+    m_atStart = configured;
+    {
+        const ForeignCall call;
+        // Kept for the life of the process, like every module.
+        m_modules = p11_kit_modules_load(nullptr, 0);
+        ProcessEnd::renew();
+    }
+    for (CK_FUNCTION_LIST **at = m_modules; at && *at; ++at) {
+        const std::string name = taken(p11_kit_module_get_name(*at));
+        m_loaded[name] = sourceOf(*at, name);
+    }
     m_isLoaded = true;
+}
+
+/// p11-kit's instance stands for what the files said when it was loaded.
+bool ModuleConfiguration::isAsLoaded(const std::string &name,
+                                     const P11KitFiles::Module &module) const
+{
+    const auto before = m_atStart.find(name);
+    if (before == m_atStart.end())
+        return false;
+    const auto isSame = [&](const char *option) {
+        return before->second.option(option) == module.option(option);
+    };
+    return isSame("module") && isSame("remote") && isSame("x-init-reserved")
+        && isSame("trust-policy");
 }
 
 QVector<ModuleSource> ModuleConfiguration::present()
 {
+    const P11KitFiles::Modules configured = m_files.read();
     if (!m_isLoaded)
-        load();
+        load(configured);
     QVector<ModuleSource> sources;
-    for (const ModuleSource &source : qAsConst(m_loaded)) {
-        if (isPresent(source))
-            sources.append(source);
+    for (const auto &[name, module] : configured) {
+        if (!module.isEnabledIn(m_program))
+            continue;
+        const auto loaded = m_loaded.find(name);
+        if (!isAsLoaded(name, module))
+            sources.append(later(name, module));
+        else if (loaded != m_loaded.end())
+            sources.append(loaded->second);
     }
-    addNewFiles(&sources);
+    const auto isMissing = [](const ModuleSource &source) {
+        const bool isNamed = source.loaded || !source.library.isEmpty();
+        return !isNamed || !isPresent(source);
+    };
+    sources.erase(std::remove_if(sources.begin(), sources.end(), isMissing), sources.end());
     return sources;
 }
 
-void ModuleConfiguration::addNewFiles(QVector<ModuleSource> *sources)
+/// A source without a library when that can't be loaded here.
+ModuleSource ModuleConfiguration::later(const std::string &name, const P11KitFiles::Module &module)
 {
-    const QStringList files = configFiles();
-    for (const QString &file : files) {
-        if (m_seen.contains(file))
-            continue;
-        if (!m_later.contains(file))
-            m_later.insert(file, sourceFromFile(file));
-        const ModuleSource &source = m_later[file];
-        if (!source.library.isEmpty() && isPresent(source))
-            sources->append(source);
+    ModuleSource source;
+    if (!module.option("remote").empty()) {
+        if (m_complained.insert(name).second)
+            qWarning("PKCS#11 module %s: a remote module is found at the next start only",
+                     name.c_str());
+        return source;
     }
-    // Read again when it comes back, perhaps with other contents.
-    for (auto at = m_later.begin(); at != m_later.end();)
-        at = files.contains(at.key()) ? std::next(at) : m_later.erase(at);
+    source.library = libraryPath(QString::fromStdString(module.option("module")));
+    source.parameters = QByteArray::fromStdString(module.option("x-init-reserved"));
+    source.isTrust = module.option("trust-policy") == "yes";
+    // Another host when the file comes to say something else.
+    source.key = QStringLiteral("%1: %2 %3")
+                     .arg(QString::fromStdString(name), source.library,
+                          QString::fromUtf8(source.parameters));
+    return source;
 }
 
 QVector<ModuleSource> presentModules(const QString &list)
