@@ -28,6 +28,8 @@ namespace {
 constexpr int StartPatience = 20000;
 /// Long enough for an operation to have reached the module.
 constexpr int UnderWay = 700;
+/// Where the call has to have been reached: it comes after a login.
+constexpr int LateUnderWay = 2000;
 constexpr int NotStarted = 3;
 constexpr std::chrono::seconds ChildPatience{10};
 
@@ -129,7 +131,7 @@ int runLateReturn(const Ending &ending, int milliseconds)
             start(&generator, stores.byName(ending.storeName)->id());
         else
             QTimer::singleShot(0, [&] { sign(stores, ending.storeName); });
-        QTimer::singleShot(UnderWay, [] { QCoreApplication::exit(); });
+        QTimer::singleShot(LateUnderWay, [] { QCoreApplication::exit(); });
         QCoreApplication::exec();
     }
     // The call returns now, and the thread goes on with what it holds.

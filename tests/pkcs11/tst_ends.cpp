@@ -122,7 +122,7 @@ void TestEnds::callReturnsAfterQca()
 {
     QFETCH(QString, call);
     check({QStringLiteral("--late"), StoreName, QStringLiteral("return"), call,
-           m_token->token().path() + QStringLiteral("/control"), QStringLiteral("5000")});
+           m_token->token().path() + QStringLiteral("/control"), QStringLiteral("6500")});
     QVERIFY(m_token->count(call.toLatin1().constData()) > 0);
 }
 
