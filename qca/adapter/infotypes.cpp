@@ -47,7 +47,8 @@ QString infoOid(int number)
 QCA::CertificateInfoType infoType(int number)
 {
     // Made once: a type allocates, and every row of a list asks for several.
-    static const TypeTable types = makeTypes();
+    // Never deleted: QCA's threads read certificates while the process ends.
+    static const auto &types = *new TypeTable(makeTypes());
     if (number < 0 || number > LastOidType)
         return {};
     return types[size_t(number)];

@@ -210,8 +210,9 @@ QCA::CertificateInfoOrdered decodeName(Der::Slice name)
 {
     if (name.size > LongestCachedName)
         return decodeNameAnew(name);
-    static QMutex mutex;
-    static QCache<QByteArray, Info> cache(CachedNames);
+    // Never deleted: QCA's threads read certificates while the process ends.
+    static auto &mutex = *new QMutex;
+    static auto &cache = *new QCache<QByteArray, Info>(CachedNames);
     const QMutexLocker locker(&mutex);
     if (const Info *known = cache.object(name.view()))
         return *known;

@@ -17,6 +17,7 @@ namespace {
 constexpr int MostTypes = 1024;
 constexpr int LongestKept = 64; // octets
 
+/// Never deleted, like all of these: QCA's threads read certificates while the process ends.
 template <class Type> class TypeTable {
 public:
     template <class Make> Type type(Der::Slice oid, Make make)
@@ -66,19 +67,19 @@ QCA::ConstraintType makePurpose(Der::Slice oid)
 
 QCA::CertificateInfoType sharedAttributeType(Der::Slice oid)
 {
-    static TypeTable<QCA::CertificateInfoType> table;
+    static auto &table = *new TypeTable<QCA::CertificateInfoType>;
     return table.type(oid, &makeAttributeType);
 }
 
 QCA::ConstraintType sharedPurpose(Der::Slice oid)
 {
-    static TypeTable<QCA::ConstraintType> table;
+    static auto &table = *new TypeTable<QCA::ConstraintType>;
     return table.type(oid, &makePurpose);
 }
 
 QCA::ConstraintType sharedKeyUsage(int bit)
 {
-    static const std::array<QCA::ConstraintType, 9> types = {
+    static const auto &types = *new std::array<QCA::ConstraintType, 9>{
         QCA::ConstraintType(QCA::DigitalSignature), QCA::ConstraintType(QCA::NonRepudiation),
         QCA::ConstraintType(QCA::KeyEncipherment),  QCA::ConstraintType(QCA::DataEncipherment),
         QCA::ConstraintType(QCA::KeyAgreement),     QCA::ConstraintType(QCA::KeyCertificateSign),
