@@ -12,9 +12,14 @@ Mailbox::Mailbox(QObject *parent)
 {
 }
 
+// By the mutex, as everything else: that the thread has ended was seen by Qt alone.
 Mailbox::~Mailbox()
 {
-    // By the mutex, as everything else: that the thread has ended was seen by Qt alone.
+    clear();
+}
+
+void Mailbox::clear()
+{
     std::deque<std::function<void()>> unused;
     const std::lock_guard locker(m_mutex);
     unused.swap(m_functions);

@@ -24,9 +24,14 @@ public:
     /// What has not run by then never runs; it is destroyed with the mailbox.
     ~Mailbox() override;
 
-    /// Of a mailbox that may go while it runs a function.
+    /// Of a mailbox that may go while it runs a function. What it has not run by then never runs,
+    /// though Qt delivers the events that came before the deletion.
     struct DeleteLater {
-        void operator()(QObject *mailbox) const { mailbox->deleteLater(); }
+        void operator()(Mailbox *mailbox) const
+        {
+            mailbox->clear();
+            mailbox->deleteLater();
+        }
     };
 
     /// Thread-safe. The function must not throw.
@@ -36,6 +41,8 @@ protected:
     void customEvent(QEvent *event) override;
 
 private:
+    void clear();
+
     std::mutex m_mutex;
     std::deque<std::function<void()>> m_functions;
 };
