@@ -38,6 +38,7 @@ private Q_SLOTS:
     void lookFaults();
     void operationFaults();
     void aSingleFaultChangesNothing();
+    void refusalsAreNoFaults();
     void foreignModuleStaysAsItIs();
     void takenAgainWhileAThreadIsInside();
     void pauseGrows();
@@ -148,6 +149,27 @@ void TestModuleLife::operationFaults()
     QVERIFY(stores.waitForEntries(StoreName, 1, Patience));
     QVERIFY(sign(stores));
     QCOMPARE(m_token->count("C_Login"), 1);
+}
+
+void TestModuleLife::refusalsAreNoFaults()
+{
+    const QCA::Initializer qca;
+    PinPrompt prompt(TestToken::pin());
+    Stores stores;
+    QVERIFY(stores.waitForEntries(StoreName, 1));
+    QVERIFY(sign(stores));
+    m_token->forget();
+    // One kind of request is refused like this, again and again; the device does everything else.
+    for (const char *result : {"CKR_DEVICE_ERROR", "CKR_GENERAL_ERROR", "CKR_FUNCTION_FAILED"}) {
+        m_token->control(QByteArray("fail C_SignInit * ") + result);
+        for (int i = 0; i < 4; ++i)
+            QVERIFY(!sign(stores));
+    }
+    QTest::qWait(SomeLooks);
+    m_token->control("");
+    QVERIFY(sign(stores));
+    QCOMPARE(m_token->count("C_Finalize"), 0);
+    QCOMPARE(m_token->count("C_Login"), 0);
 }
 
 void TestModuleLife::aSingleFaultChangesNothing()

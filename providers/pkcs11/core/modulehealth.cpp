@@ -4,15 +4,11 @@
 
 namespace Trivex::Pkcs11 {
 
-namespace {
-
-bool isFault(CK_RV result)
+bool ModuleHealth::isFault(CK_RV result)
 {
     return result == CKR_DEVICE_ERROR || result == CKR_GENERAL_ERROR
         || result == CKR_FUNCTION_FAILED;
 }
-
-} // namespace
 
 void ModuleHealth::noteOperation(CK_RV result)
 {

@@ -13,6 +13,9 @@ namespace Trivex::Pkcs11 {
 /// tokens and operations on them are counted apart. Thread-safe.
 class ModuleHealth {
 public:
+    /// True for what modules answer when their device fails; they answer so to requests that they
+    /// only don't like, too.
+    static bool isFault(CK_RV result);
     /// The end of a look or an operation, CKR_OK when it went well. Other failures than the
     /// device's tell nothing.
     void noteLook(CK_RV result) { note(&m_looks, result); }

@@ -237,9 +237,21 @@ void TokenConnection::assemble()
     m_contents = assembleContents(m_objects, m_identity.storeId);
 }
 
+bool TokenConnection::deviceAnswers() const noexcept
+{
+    if (!m_anchor)
+        return false;
+    CK_BYTE anything[8];
+    const CK_RV result =
+        (*m_module)->C_GenerateRandom(m_anchor->handle(), anything, sizeof anything);
+    return result == CKR_OK;
+}
+
 void TokenConnection::noteError(const Error &error) noexcept
 {
-    if (error.returnValue() != CKR_OK)
+    // A key size that a module does not like is a device error to some: three of them in a row are
+    // no reason to start it anew, which would cost every login.
+    if (Pkcs11::ModuleHealth::isFault(error.returnValue()) && !deviceAnswers())
         m_module->health().noteOperation(error.returnValue());
     if (Pkcs11::endsSession(error.returnValue()))
         m_anchor.reset();

@@ -97,6 +97,9 @@ public:
 
 private:
     void assemble();
+    /// True when the device itself does something that changes nothing; false, too, for one that
+    /// has no random numbers.
+    bool deviceAnswers() const noexcept;
     bool wantsLogin() const { return m_hiddenLogin || flags().needsLogin; }
     void authenticate(const Pkcs11::Session &session, CK_USER_TYPE user, Operation &operation,
                       const QCA::KeyStoreEntry &entry);
