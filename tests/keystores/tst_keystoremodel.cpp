@@ -155,6 +155,8 @@ void tst_KeyStoreModel::locations()
     QSignalSpy types(&model, &KeyStoreModel::typeModelChanged);
     ComboBoxModel *list = model.certLocationModel();
     QTRY_COMPARE(list->rowCount(), others + 2);
+    // QCA reports what it has known before the model either at its start or a moment later.
+    changed.clear();
     addStore("id-c", "Token C");
     QTRY_COMPARE(list->rowCount(), others + 3);
     QCOMPARE(changed.count(), 1);
