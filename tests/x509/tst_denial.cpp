@@ -89,19 +89,31 @@ struct Parts {
     QByteArray serial = "\x05";
     QByteArray subject = commonName("Large");
     QByteArray extensions;
+    QByteArray key; ///< SubjectPublicKeyInfo; empty for one of RSA that is none
 };
 
 /// A certificate without a sound signature.
 QByteArray certificate(const Parts &parts)
 {
     const QByteArray algorithm = derElement(0x30, derElement(0x06, hex("2a864886f70d01010b")));
-    const QByteArray key = derElement(0x30, algorithm + derElement(0x03, hex("00") + "key"));
+    const QByteArray key = parts.key.isEmpty()
+        ? derElement(0x30, algorithm + derElement(0x03, hex("00") + "key"))
+        : parts.key;
     const QByteArray validity =
         derElement(0x30, derElement(0x17, "200101000000Z") + derElement(0x17, "491231235959Z"));
     QByteArray body = derElement(0xA0, derElement(0x02, "\x02")) + derElement(0x02, parts.serial)
         + algorithm + commonName("Issuer") + validity + parts.subject + key;
     if (!parts.extensions.isEmpty())
         body += derElement(0xA3, derElement(0x30, parts.extensions));
+    return derElement(
+        0x30, derElement(0x30, body) + algorithm + derElement(0x03, hex("00") + "signature"));
+}
+
+/// An empty list without a sound signature.
+QByteArray revocationList(const QByteArray &issuer)
+{
+    const QByteArray algorithm = derElement(0x30, derElement(0x06, hex("2a864886f70d01010b")));
+    const QByteArray body = algorithm + issuer + derElement(0x17, "200101000000Z");
     return derElement(
         0x30, derElement(0x30, body) + algorithm + derElement(0x03, hex("00") + "signature"));
 }
@@ -120,6 +132,9 @@ void readAll(const QByteArray &der)
     certificate.serialNumber().toArray();
     certificate.isSelfSigned();
     certificate.subjectKeyId();
+    const QCA::PublicKey key = certificate.subjectPublicKey();
+    if (!key.isNull())
+        QVERIFY(!key.toDER().isEmpty());
     QVERIFY(!certificate.toPEM().isEmpty());
 }
 
@@ -138,6 +153,17 @@ QByteArray octets(int number)
         + char(number & 0x7F);
 }
 
+void addSizes()
+{
+    QTest::addColumn<QByteArray>("der");
+    QTest::addColumn<QByteArray>("quarter");
+}
+
+void row(const char *text, int count, const std::function<Parts(int)> &make)
+{
+    QTest::newRow(text) << certificate(make(count)) << certificate(make(count / 4));
+}
+
 } // namespace
 
 class TestDenial : public QObject {
@@ -150,9 +176,13 @@ private Q_SLOTS:
     void pemGrowsLinearly();
     void manyAttributes();
     void attributesAtTheBound();
+    void attributesBehindOthers();
+    void attributesOfLists();
     void certificateAtTheBound();
     void largeCertificates_data();
     void largeCertificates();
+    void largeKeys_data();
+    void largeKeys() { largeCertificates(); }
     void pemTextAboveTheBound();
     void filesAboveTheBound();
     void filesThatAreNone();
@@ -288,6 +318,34 @@ void TestDenial::attributesAtTheBound()
     QVERIFY(decoded(certificate(parts)).isNull());
 }
 
+void TestDenial::attributesBehindOthers()
+{
+    const QByteArray email = attribute(hex("2a864886f70d010901"), "a@b");
+    const QByteArray sets = derElement(0x31, email).repeated(maxNameAttributes + 1);
+    const QByteArray other = hex("0500");
+    Parts parts;
+    // What is no set ends neither the reading nor the counting.
+    const QList<QByteArray> contents = {other + sets, derElement(0x31, email) + other + sets};
+    for (const QByteArray &content : contents) {
+        parts.subject = derElement(0x30, content);
+        QVERIFY(decoded(certificate(parts)).isNull());
+    }
+    parts.subject =
+        derElement(0x30, other + derElement(0x31, email).repeated(maxNameAttributes) + other);
+    QVERIFY(!decoded(certificate(parts)).isNull());
+}
+
+void TestDenial::attributesOfLists()
+{
+    const auto isRead = [](int count) {
+        const QByteArray list =
+            revocationList(name(attribute(hex("2a864886f70d010901"), "a@b"), count));
+        return !QCA::CRL::fromDER(list, nullptr, opensslProviderName()).isNull();
+    };
+    QVERIFY(isRead(maxNameAttributes));
+    QVERIFY(!isRead(maxNameAttributes + 1));
+}
+
 void TestDenial::certificateAtTheBound()
 {
     Parts parts;
@@ -304,12 +362,7 @@ void TestDenial::certificateAtTheBound()
 
 void TestDenial::largeCertificates_data()
 {
-    QTest::addColumn<QByteArray>("der");
-    QTest::addColumn<QByteArray>("quarter");
-    using Make = std::function<Parts(int)>;
-    const auto row = [](const char *text, int count, const Make &make) {
-        QTest::newRow(text) << certificate(make(count)) << certificate(make(count / 4));
-    };
+    addSizes();
     row("serial number", 1000000, [](int count) {
         Parts parts;
         parts.serial = QByteArray(count, '\x71');
@@ -391,6 +444,35 @@ void TestDenial::largeCertificates()
     QVERIFY2(grown < linear, qPrintable(QString::number(grown)));
     const qint64 time = timeOf([&] { readAll(next(&der)); });
     QVERIFY2(time / 1000000 < soon, qPrintable(QString::number(time / 1000000)));
+}
+
+void TestDenial::largeKeys_data()
+{
+    addSizes();
+    // The certificate's own name as its issuer's, so that its signature is tried.
+    const auto keyed = [](const QByteArray &algorithm, const QByteArray &key) {
+        Parts parts;
+        parts.subject = commonName("Issuer");
+        parts.key = derElement(0x30, algorithm + derElement(0x03, hex("00") + key));
+        return parts;
+    };
+    const auto rsa = [=](int modulus, int exponent) {
+        return keyed(hex("300d06092a864886f70d0101010500"),
+                     derElement(0x30,
+                                derElement(0x02, QByteArray(modulus, '\x71'))
+                                    + derElement(0x02, QByteArray(exponent, '\x71'))));
+    };
+    const auto dsa = [=](int prime) {
+        const QByteArray number = derElement(0x02, QByteArray(prime, '\x71'));
+        return keyed(derElement(0x30,
+                                derElement(0x06, hex("2a8648ce380401"))
+                                    + derElement(0x30, number.repeated(3))),
+                     number);
+    };
+    row("modulus", 1000000, [=](int count) { return rsa(count, 3); });
+    row("exponent", 1000000, [=](int count) { return rsa(256, count); });
+    row("modulus and exponent", 500000, [=](int count) { return rsa(count, count); });
+    row("prime", 250000, dsa);
 }
 
 void TestDenial::pemTextAboveTheBound()

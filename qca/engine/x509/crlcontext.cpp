@@ -5,6 +5,7 @@
 #include "qca/adapter/bounds.h"
 #include "qca/engine/x509/der.h"
 #include "qca/engine/x509/extensions.h"
+#include "qca/engine/x509/namebounds.h"
 #include "qca/engine/x509/names.h"
 #include "qca/engine/x509/pem.h"
 #include "qca/engine/x509/signaturealgorithms.h"
@@ -85,6 +86,8 @@ bool decodeBody(Der::Slice content, QCA::CRLContextProps *properties)
         || !body.next(&time) || !isTime(time.tag))
         return false;
     properties->issuer = decodeName(issuer.whole);
+    if (!isWithinBounds(properties->issuer))
+        return false;
     properties->thisUpdate = decodeTime(time);
     if (isTime(body.peek()) && body.next(&time))
         properties->nextUpdate = decodeTime(time);

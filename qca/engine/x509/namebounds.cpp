@@ -24,7 +24,13 @@ int attributesIn(Der::Slice name)
     if (!Der::singleList(name, Der::Sequence, &content))
         return count;
     Der::Reader sets(content);
-    while (sets.nextList(Der::Set, &set)) {
+    while (!sets.atEnd()) {
+        // What is no set ends the reading of a name as little.
+        if (!sets.nextList(Der::Set, &set)) {
+            Der::Element other;
+            sets.next(&other);
+            continue;
+        }
         Der::Reader attributes(set);
         while (attributes.next(Der::Sequence, &attribute))
             ++count;
