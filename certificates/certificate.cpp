@@ -245,7 +245,7 @@ bool Certificate::exportToFile(const QString &directory)
     if (m_certificate.isNull())
         return false;
     const QString path = directory + QDir::separator() + Trivex::safeFileName(fileName());
-    if (!m_certificate.toPEMFile(path)) {
+    if (!Trivex::writeFile(path, m_certificate.toPEM().toUtf8())) {
         qWarning() << "File: " << path << " not exported!";
         return false;
     }

@@ -270,7 +270,7 @@ bool CertificateRequest::exportToFile(const QString &directory)
     const QString name =
         isNamed ? Trivex::safeFileName(fileName()) : Trivex::requestFileName(commonName());
     const QString path = directory + QDir::separator() + name;
-    if (m_request.isNull() || !m_request.toPEMFile(path)) {
+    if (m_request.isNull() || !Trivex::writeFile(path, m_request.toPEM().toUtf8())) {
         qWarning() << "File: " << path << " not exported!";
         return false;
     }

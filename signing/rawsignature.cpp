@@ -3,25 +3,19 @@
 #include "signing/rawsignature.h"
 
 #include "qca/adapter/keys.h"
+#include "qca/adapter/regularfile.h"
 #include "signing/filedigest.h"
 #include "signing/mappedfile.h"
 
 #include <QFile>
 
-#include <sys/stat.h>
+#include <unistd.h>
 
 namespace Trivex {
 
 namespace {
 
 constexpr qint64 maxSignatureSize = 1024 * 1024;
-
-/// Opening a pipe would wait for its other end.
-bool isPipe(const QString &path)
-{
-    struct stat status;
-    return stat(QFile::encodeName(path).constData(), &status) == 0 && S_ISFIFO(status.st_mode);
-}
 
 QByteArray dataDigest(const QByteArray &data)
 {
@@ -62,21 +56,16 @@ bool isRawSignatureValid(const QCA::PrivateKey &key, const QByteArray &text,
     return rsa.validSignature(signature);
 }
 
-bool writeSignature(const QString &path, const QByteArray &signature)
-{
-    QFile file(path);
-    if (isPipe(path) || !file.open(QIODevice::WriteOnly))
-        return false;
-    const bool written = file.write(signature) == signature.size() && file.flush();
-    file.close();
-    return written && file.error() == QFileDevice::NoError;
-}
-
 std::optional<QByteArray> readSignature(const QString &path)
 {
-    QFile file(path);
-    if (isPipe(path) || !file.open(QIODevice::ReadOnly))
+    const int descriptor = openRegularFile(path);
+    QFile file;
+    if (descriptor < 0)
         return std::nullopt;
+    if (!file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        close(descriptor);
+        return std::nullopt;
+    }
     return file.read(maxSignatureSize);
 }
 

@@ -22,9 +22,6 @@ QByteArray rawSignature(const QCA::PrivateKey &key, const QByteArray &text);
 bool isRawSignatureValid(const QCA::PrivateKey &key, const QByteArray &text,
                          const QByteArray &signature);
 
-/// False when the file can't be written whole.
-bool writeSignature(const QString &path, const QByteArray &signature);
-
 /// The contents of the file, cut behind what any signature can have; nothing when it can't be
 /// opened.
 std::optional<QByteArray> readSignature(const QString &path);

@@ -6,6 +6,7 @@
 #include "certificates/keystoreentry.h"
 #include "qca/adapter/entries.h"
 #include "qca/adapter/question.h"
+#include "qca/adapter/regularfile.h"
 #include "signing/mappedfile.h"
 #include "signing/rawsignature.h"
 
@@ -170,7 +171,7 @@ void SignVerify::finishSigning(const QString &path, const QByteArray &signature)
         setError(ErrorSign);
         return;
     }
-    if (!Trivex::writeSignature(path, signature))
+    if (!Trivex::writeFile(path, signature))
         qWarning() << "Signature file" << path << "not written";
     Q_EMIT signSuccess();
 }

@@ -199,7 +199,7 @@ void CertificateFile::readCertificates(const QByteArray &bytes)
         return;
     m_copies = std::make_unique<QTemporaryDir>();
     m_pemPath = m_copies->filePath(QFileInfo(m_path).fileName());
-    if (!first.toPEMFile(m_pemPath))
+    if (!writeFile(m_pemPath, first.toPEM().toUtf8()))
         m_pemPath.clear();
 }
 

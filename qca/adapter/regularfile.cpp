@@ -67,4 +67,23 @@ std::optional<QByteArray> readRegularFile(const QString &path, FileProblem *prob
     return found == FileProblem::None ? std::make_optional(contents) : std::nullopt;
 }
 
+bool writeFile(const QString &path, const QByteArray &contents)
+{
+    // Without blocking: a pipe would wait for its other end.
+    const int descriptor =
+        ::open(QFile::encodeName(path).constData(),
+               O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, 0666);
+    QFile file;
+    if (descriptor < 0)
+        return false;
+    if (!file.open(descriptor, QIODevice::WriteOnly | QIODevice::Unbuffered,
+                   QFileDevice::AutoCloseHandle)) {
+        close(descriptor);
+        return false;
+    }
+    const bool isWritten = file.write(contents) == contents.size();
+    file.close();
+    return isWritten && file.error() == QFileDevice::NoError;
+}
+
 } // namespace Trivex

@@ -25,4 +25,8 @@ enum class FileProblem {
 TRIVEX_QCA_EXPORT std::optional<QByteArray> readRegularFile(const QString &path,
                                                             FileProblem *problem = nullptr);
 
+/// Writes `contents` to `path`, over a file that is there. False when not all of it has arrived,
+/// and for a pipe that nobody reads, which is not waited for.
+TRIVEX_QCA_EXPORT bool writeFile(const QString &path, const QByteArray &contents);
+
 } // namespace Trivex

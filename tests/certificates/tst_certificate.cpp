@@ -12,7 +12,21 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <functional>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
 using TrivexTest::CertificateFactory;
+
+namespace {
+
+/// Puts something at a path.
+using Make = std::function<bool(const char *path)>;
+
+} // namespace
+
+Q_DECLARE_METATYPE(Make)
 
 class tst_Certificate : public QObject {
     Q_OBJECT
@@ -31,6 +45,8 @@ private Q_SLOTS:
     void root();
     void fileNameAndExport();
     void exportFails();
+    void exportToNoFile_data();
+    void exportToNoFile();
     void hostileNames();
     void namelessExport_data();
     void namelessExport();
@@ -250,6 +266,29 @@ void tst_Certificate::exportFails()
     QSignalSpy exported(&certificate, &Certificate::fileExported);
     QTest::ignoreMessage(QtWarningMsg, "File:  \"/nowhere/at/all/A.crt\"  not exported!");
     QVERIFY(!certificate.exportToFile(QStringLiteral("/nowhere/at/all")));
+    QCOMPARE(exported.count(), 0);
+}
+
+void tst_Certificate::exportToNoFile_data()
+{
+    QTest::addColumn<Make>("make");
+    QTest::newRow("pipe") << Make([](const char *path) { return mkfifo(path, 0600) == 0; });
+    QTest::newRow("no room") << Make(
+        [](const char *path) { return symlink("/dev/full", path) == 0; });
+    QTest::newRow("directory") << Make([](const char *path) { return mkdir(path, 0700) == 0; });
+    QTest::newRow("loop") << Make([](const char *path) { return symlink(path, path) == 0; });
+}
+
+void tst_Certificate::exportToNoFile()
+{
+    QFETCH(Make, make);
+    QTemporaryDir directory;
+    Certificate certificate(m_factory.selfSigned(QStringLiteral("/CN=A")));
+    QSignalSpy exported(&certificate, &Certificate::fileExported);
+    QVERIFY(make(QFile::encodeName(directory.filePath(certificate.fileName())).constData()));
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral("A.crt\"  not exported!")));
+    QVERIFY(!certificate.exportToFile(directory.path()));
     QCOMPARE(exported.count(), 0);
 }
 
