@@ -4,10 +4,10 @@
 // Import and removal: the part of KeyStoreModel that writes to stores.
 #include "keystores/keystoremodel.h"
 
+#include "certificates/enginekeeper.h"
 #include "certificates/keystoreentry.h"
 #include "qca/adapter/entries.h"
 #include "qca/adapter/keybundlefile.h"
-#include "qca/adapter/providers.h"
 #include "qca/qcaaskerthread.h"
 #include "qca/qcahandler.h"
 
@@ -55,17 +55,19 @@ bool KeyStoreModel::certificateFromPEMFile(QString path)
 
 bool KeyStoreModel::keyBundleFromFile(QString path, QString password)
 {
-    QCA::ConvertResult result = QCA::ConvertGood;
-    const QCA::KeyBundle bundle =
-        Trivex::readKeyBundle(path, QCA::SecureArray(password.toLocal8Bit().constData()), &result,
-                              Trivex::opensslProviderName());
-    if (bundle.isNull()) {
-        m_error = errorOf(result);
+    const EngineKeeper keeper(this);
+    const QPointer<KeyStoreModel> self(this);
+    const auto loaded =
+        Trivex::readKeyBundle(path, QCA::SecureArray(password.toLocal8Bit().constData()));
+    if (!self)
+        return false;
+    if (!loaded || loaded->bundle.isNull()) {
+        m_error = loaded ? errorOf(loaded->result) : ErrorUnknown;
         return false;
     }
-    const QCA::CertificateChain chain = bundle.certificateChain();
+    const QCA::CertificateChain chain = loaded->bundle.certificateChain();
     m_importedCertificate.setCertificate(chain.isEmpty() ? QCA::Certificate() : chain.first());
-    m_importedCertificate.setKeyBundle(bundle);
+    m_importedCertificate.setKeyBundle(loaded->bundle);
     return true;
 }
 

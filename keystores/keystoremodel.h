@@ -147,6 +147,10 @@ public:
     Q_INVOKABLE bool certificateFromPEMFile(QString path);
     /// Loads the key bundle for the next import. On failure false, and `error` says why. Never
     /// asks: a missing password is a wrong one.
+    ///
+    /// Where the key takes long to derive, the event loop runs on meanwhile. Calls made there are
+    /// independent: each has loaded its own bundle when it returns, the inner one first. False with
+    /// `ErrorUnknown` when the application ends before; false, too, when the model has gone.
     Q_INVOKABLE bool keyBundleFromFile(QString path, QString password);
     Q_INVOKABLE void resetImportedCertificate();
     Q_INVOKABLE void resetImportedKeyBundle();

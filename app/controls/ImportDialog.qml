@@ -14,6 +14,8 @@ BaseDialog {
     signal imported(string name)
     signal openRequest()
     property bool writing: false
+    /// Closed since the last step was begun.
+    property bool wasLeft: false
     readonly property bool isBundle: file.kind === CertificateFile.BundleKind
     readonly property bool ready: !writing && chooser.usable
         && (file.kind === CertificateFile.CertificateKind && file.pemPath
@@ -42,21 +44,26 @@ BaseDialog {
         if (!ready)
             return
         failure.text = ""
+        // From here on: while a key is derived, events come.
+        writing = true
+        wasLeft = false
         KeyStoreModel.setCertLocationId(chooser.location)
         KeyStoreModel.resetImportedKeyBundle()
         const loaded = isBundle ? KeyStoreModel.keyBundleFromFile(file.path, password.text)
                                 : KeyStoreModel.certificateFromPEMFile(file.pemPath)
-        if (!loaded) {
-            failure.text = qsTrId("trivex-app-import-changed")
+        if (!loaded || wasLeft) {
+            writing = false
+            KeyStoreModel.resetImportedKeyBundle()
+            failure.text = wasLeft ? "" : qsTrId("trivex-app-import-changed")
             return
         }
-        writing = true
         if (isBundle)
             KeyStoreModel.importKeyBundle()
         else
             KeyStoreModel.importCertificate()
     }
     onOpened: if (isBundle) password.forceActiveFocus(Qt.PopupFocusReason)
+    onAboutToHide: wasLeft = true
     onClosed: {
         password.clear()
         if (!writing)

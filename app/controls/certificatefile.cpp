@@ -8,10 +8,7 @@
 #include "qca/adapter/providers.h"
 #include "qca/adapter/regularfile.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
-#include <QPointer>
-#include <QThreadPool>
 
 namespace Trivex {
 
@@ -212,17 +209,10 @@ void CertificateFile::unlock(const QString &password)
     m_unlocking = true;
     m_problem.clear();
     const int serial = m_serial;
-    const QString path = m_path;
-    const QCA::SecureArray secret(password.toUtf8());
-    const QPointer<CertificateFile> self(this);
-    QThreadPool::globalInstance()->start([self, serial, path, secret] {
-        QCA::ConvertResult result = QCA::ErrorDecode;
-        const QCA::KeyBundle bundle = readKeyBundle(path, secret, &result, opensslProviderName());
-        QMetaObject::invokeMethod(qApp, [self, serial, bundle, result] {
-            if (self)
-                self->opened(serial, bundle, result);
-        });
-    });
+    openKeyBundle(m_path, QCA::SecureArray(password.toUtf8()), this,
+                  [this, serial](const LoadedBundle &loaded) {
+                      opened(serial, loaded.bundle, loaded.result);
+                  });
     Q_EMIT contentChanged();
 }
 

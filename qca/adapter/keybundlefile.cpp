@@ -2,75 +2,86 @@
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/keybundlefile.h"
 
-#include "qca/adapter/regularfile.h"
+#include "qca/adapter/providers.h"
+#include "qca/engine/pkcs12/bundleopening.h"
+#include "qca/engine/pkcs12/pkcs12context.h"
+#include "qca/engine/processend.h"
+
+#include <QPointer>
 
 namespace Trivex {
 
 namespace {
 
-/// The decoder of one provider. The stock class would ask by itself.
-class BundleDecoder : public QCA::Algorithm {
-public:
-    explicit BundleDecoder(const QString &provider)
-        : QCA::Algorithm(QStringLiteral("pkcs12"), provider)
-    {
-    }
+/// Nobody notices that a thread stands still for as long; common bundles take a few milliseconds.
+constexpr std::chrono::milliseconds Unnoticed{40};
 
-    QCA::ConvertResult decode(const QByteArray &content, const QCA::SecureArray &password,
-                              QCA::KeyBundle *bundle) const
-    {
-        const auto *decoder = dynamic_cast<const QCA::PKCS12Context *>(context());
-        if (!decoder)
-            return QCA::ErrorDecode;
-        QString name;
-        QList<QCA::CertContext *> certificates;
-        QCA::PKeyContext *key = nullptr;
-        const QCA::ConvertResult result =
-            decoder->fromPKCS12(content, password, &name, &certificates, &key);
-        if (result != QCA::ConvertGood)
-            return result;
-        if (certificates.isEmpty() || !key) {
-            delete key;
-            qDeleteAll(certificates);
-            return QCA::ErrorDecode;
-        }
-        *bundle = made(name, certificates, key);
-        return result;
+QCA::KeyBundle made(const Bundle &read, QCA::Provider *provider)
+{
+    QList<QCA::CertContext *> certificates;
+    QCA::PKeyContext *key = nullptr;
+    makeContexts(read, provider, &certificates, &key);
+    QCA::CertificateChain chain;
+    for (QCA::CertContext *context : qAsConst(certificates)) {
+        QCA::Certificate certificate;
+        certificate.change(context);
+        chain.append(certificate);
     }
+    QCA::PrivateKey privateKey;
+    privateKey.change(key);
+    if (chain.isEmpty())
+        return {};
+    QCA::KeyBundle bundle;
+    bundle.setName(read.name);
+    bundle.setCertificateChainAndKey(chain, privateKey);
+    return bundle;
+}
 
-private:
-    /// Owns what it is given.
-    static QCA::KeyBundle made(const QString &name, const QList<QCA::CertContext *> &certificates,
-                               QCA::PKeyContext *key)
-    {
-        QCA::CertificateChain chain;
-        for (QCA::CertContext *context : certificates) {
-            QCA::Certificate certificate;
-            certificate.change(context);
-            chain.append(certificate);
-        }
-        QCA::PrivateKey privateKey;
-        privateKey.change(key);
-        QCA::KeyBundle bundle;
-        bundle.setName(name);
-        bundle.setCertificateChainAndKey(chain, privateKey);
-        return bundle;
-    }
-};
+/// QCA's objects are made by those who asked: the thread that opens may outlive QCA.
+LoadedBundle loaded(const BundleOpening &opening)
+{
+    LoadedBundle loaded;
+    loaded.result = opening.result();
+    if (loaded.result == QCA::ErrorFile)
+        return loaded;
+    QCA::Provider *provider = QCA::findProvider(opensslProviderName());
+    if (!provider || !provider->features().contains(QStringLiteral("pkcs12")))
+        loaded.result = QCA::ErrorDecode;
+    if (loaded.result != QCA::ConvertGood)
+        return loaded;
+    loaded.bundle = made(opening.bundle(), provider);
+    if (loaded.bundle.isNull())
+        loaded.result = QCA::ErrorDecode;
+    return loaded;
+}
 
 } // namespace
 
-QCA::KeyBundle readKeyBundle(const QString &path, const QCA::SecureArray &password,
-                             QCA::ConvertResult *result, const QString &provider)
+void openKeyBundle(const QString &path, const QCA::SecureArray &password, QObject *context,
+                   const std::function<void(const LoadedBundle &)> &then)
 {
-    FileProblem problem = FileProblem::None;
-    const auto contents = readRegularFile(path, &problem);
-    QCA::KeyBundle bundle;
-    // What is too large is no bundle.
-    *result = problem == FileProblem::Unreadable ? QCA::ErrorFile : QCA::ErrorDecode;
-    if (contents && QCA::isSupported("pkcs12", provider))
-        *result = BundleDecoder(provider).decode(*contents, password, &bundle);
-    return bundle;
+    const auto opening = std::make_shared<BundleOpening>(path, Secret(password));
+    // The connection keeps the opening, and the opening the connection, until it is used.
+    const auto connection = std::make_shared<QMetaObject::Connection>();
+    *connection = QObject::connect(
+        &opening->waiter(), &Waiter::resolved, context,
+        [opening, connection, then] {
+            QObject::disconnect(*connection);
+            then(loaded(*opening));
+        },
+        Qt::QueuedConnection);
+    opening->start();
+}
+
+std::optional<LoadedBundle> readKeyBundle(const QString &path, const QCA::SecureArray &password)
+{
+    const auto opening = std::make_shared<BundleOpening>(path, Secret(password));
+    opening->start();
+    if (!opening->waiter().settles(Unnoticed) && !ProcessEnd::hasBegun())
+        opening->waiter().wait();
+    if (!opening->waiter().isResolved())
+        return std::nullopt;
+    return loaded(*opening);
 }
 
 } // namespace Trivex

@@ -81,8 +81,12 @@ struct EndOfMainThread {
     bool isWatched = false;
     ~EndOfMainThread()
     {
-        if (isWatched)
-            runHooks();
+        if (!isWatched)
+            return;
+        runHooks();
+        // First of all handlers: some came later than ours, and a thread may use what they destroy.
+        if (foreignCalls > 0)
+            ProcessEnd::renew();
     }
 };
 
@@ -90,10 +94,17 @@ thread_local EndOfMainThread endOfMainThread;
 
 } // namespace
 
-void ProcessEnd::add(Hook hook)
+void ProcessEnd::expect()
 {
     pid_t nobody = 0;
-    owner.compare_exchange_strong(nobody, getpid());
+    if (!owner.compare_exchange_strong(nobody, getpid()))
+        return;
+    renew();
+}
+
+void ProcessEnd::add(Hook hook)
+{
+    expect();
     {
         const std::lock_guard lock(hooksMutex);
         const auto end = hooks.begin() + hookCount;

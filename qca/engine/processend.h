@@ -28,6 +28,8 @@ public:
     /// Has `hook` called at the end of the process, after those that were added later. Added twice
     /// it is called once.
     static void add(Hook hook);
+    /// To be called before a thread starts that makes foreign calls and that nobody stops.
+    static void expect();
     /// To be called on threads that may be the main thread; does nothing on any other.
     static void watchThisThread();
     /// To be called when a library has been loaded or started whose code our threads are going to

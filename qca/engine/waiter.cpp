@@ -39,6 +39,12 @@ bool Waiter::isResolved() const
     return m_resolved;
 }
 
+bool Waiter::settles(std::chrono::milliseconds patience)
+{
+    std::unique_lock lock(m_mutex);
+    return m_condition.wait_for(lock, patience, [this] { return m_resolved; });
+}
+
 void Waiter::wait()
 {
     if (isGuiThread())

@@ -6,6 +6,7 @@
 
 #include <QObject>
 
+#include <chrono>
 #include <condition_variable>
 #include <mutex>
 
@@ -27,6 +28,9 @@ public:
     bool resolve();
     /// Thread-safe.
     bool isResolved() const;
+    /// Blocks this thread, for `patience` at most; whether it is resolved. For what mostly takes no
+    /// time, so that an event loop runs only where one is needed. Keep it below what is noticed.
+    bool settles(std::chrono::milliseconds patience);
     /// Returns once resolved, or when the application ends its event loops: look at `isResolved()`.
     void wait();
 

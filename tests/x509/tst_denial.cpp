@@ -206,12 +206,12 @@ void TestDenial::bundles()
 {
     QFETCH(QString, file);
     QFETCH(int, chain);
-    QCA::ConvertResult result = QCA::ConvertGood;
-    QCA::KeyBundle bundle;
-    const qint64 time = timeOf([&] {
-        bundle = readKeyBundle(Corpus::path(file), QCA::SecureArray("password"), &result,
-                               opensslProviderName());
-    });
+    std::optional<LoadedBundle> loaded;
+    const qint64 time =
+        timeOf([&] { loaded = readKeyBundle(Corpus::path(file), QCA::SecureArray("password")); });
+    QVERIFY(loaded);
+    const QCA::ConvertResult result = loaded->result;
+    const QCA::KeyBundle bundle = loaded->bundle;
     QVERIFY2(time / 1000000 < soon, qPrintable(QString::number(time / 1000000)));
     QCOMPARE(result, chain > 0 ? QCA::ConvertGood : QCA::ErrorDecode);
     QCOMPARE(bundle.isNull(), chain == 0);
@@ -499,10 +499,9 @@ void TestDenial::filesAboveTheBound()
         QVERIFY(file.resize(size));
         QVERIFY(!readRegularFile(path, &problem));
         QCOMPARE(problem, FileProblem::TooLarge);
-        QCA::ConvertResult result = QCA::ConvertGood;
-        QVERIFY(readKeyBundle(path, QCA::SecureArray("password"), &result, opensslProviderName())
-                    .isNull());
-        QCOMPARE(result, QCA::ErrorDecode);
+        const auto loaded = readKeyBundle(path, QCA::SecureArray("password"));
+        QVERIFY(loaded && loaded->bundle.isNull());
+        QCOMPARE(loaded->result, QCA::ErrorDecode);
     }
 }
 

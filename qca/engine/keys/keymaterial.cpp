@@ -149,7 +149,7 @@ KeyMaterial KeyMaterial::fromPublicInfo(const QByteArray &spki)
     return material;
 }
 
-KeyMaterial KeyMaterial::fromPrivateInfo(const QCA::SecureArray &pkcs8)
+KeyMaterial KeyMaterial::fromPrivateInfo(const Secret &pkcs8)
 {
     KeyMaterial material;
     const QByteArray oid = algorithmOf({pkcs8.constData(), pkcs8.size()}, true);
@@ -178,7 +178,7 @@ KeyMaterial KeyMaterial::fromPrivateInfo(const QCA::SecureArray &pkcs8)
 QCA::SecureArray KeyMaterial::privateInfo() const
 {
     if (!m_isPrivate || !m_native)
-        return m_opaquePrivate;
+        return m_opaquePrivate.toSecureArray();
     const Pkcs8Handle info(EVP_PKEY2PKCS8(native()));
     unsigned char *data = nullptr;
     const int size = info ? i2d_PKCS8_PRIV_KEY_INFO(info.get(), &data) : 0;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "qca/engine/extendedkey.h"
+#include "qca/engine/secret.h"
 #include "qca/engine/x509/handles.h"
 
 #include <QtCrypto>
@@ -11,7 +12,8 @@ namespace Trivex {
 
 /// What a key context holds: the native key where libcrypto can make one, and always the encoded
 /// form, so that a key whose algorithm nobody here knows still has a kind, a size and bytes.
-/// Copies share the native key.
+/// Copies share the native key. Nothing of it is QCA's memory: threads that outlive QCA may hold
+/// it.
 class TRIVEX_QCA_EXPORT KeyMaterial {
 public:
     KeyMaterial() = default;
@@ -24,7 +26,7 @@ public:
     /// From DER SubjectPublicKeyInfo (RFC 5280, 4.1); null when the bytes are not one.
     static KeyMaterial fromPublicInfo(const QByteArray &spki);
     /// From DER PrivateKeyInfo (RFC 5208); null when the bytes are not one.
-    static KeyMaterial fromPrivateInfo(const QCA::SecureArray &pkcs8);
+    static KeyMaterial fromPrivateInfo(const Secret &pkcs8);
 
     bool isNull() const { return m_keyType < 0; }
     bool isPrivate() const { return m_isPrivate; }
@@ -49,7 +51,7 @@ private:
     // First, and a plain pointer in memory: stock code reads the key of a foreign context there.
     PKeyHandle m_native;
     QByteArray m_publicInfo;
-    QCA::SecureArray m_opaquePrivate;
+    Secret m_opaquePrivate;
     int m_keyType = -1;
     int m_bits = 0;
     bool m_isPrivate = false;

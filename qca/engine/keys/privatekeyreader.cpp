@@ -65,7 +65,7 @@ QCA::ConvertResult readEncrypted(X509_SIG *sig, const QCA::SecureArray &passphra
     ERR_clear_error();
     if (!info)
         return QCA::ErrorPassphrase;
-    *material = KeyMaterial::fromPrivateInfo(encode(info.get(), i2d_PKCS8_PRIV_KEY_INFO));
+    *material = KeyMaterial::fromPrivateInfo(Secret(encode(info.get(), i2d_PKCS8_PRIV_KEY_INFO)));
     return material->isNull() ? QCA::ErrorDecode : QCA::ConvertGood;
 }
 
@@ -141,7 +141,7 @@ QCA::ConvertResult readPrivateKey(const QCA::SecureArray &der, const QCA::Secure
     *material = {};
     if (der.size() > maxFileBytes)
         return QCA::ErrorDecode;
-    *material = KeyMaterial::fromPrivateInfo(der);
+    *material = KeyMaterial::fromPrivateInfo(Secret(der));
     if (!material->isNull())
         return QCA::ConvertGood;
     const unsigned char *data = bytesOf(der);

@@ -10,33 +10,33 @@ namespace Trivex {
 
 namespace {
 
-bool isAscii(const QCA::SecureArray &text)
+bool isAscii(const Secret &text)
 {
     return std::all_of(text.constData(), text.constData() + text.size(),
                        [](char c) { return uchar(c) < 0x80; });
 }
 
 // libcrypto turns UTF-8 into UTF-16: so text with one character an octet gives octets widened.
-QCA::SecureArray widened(const QByteArray &octets)
+Secret widened(const QByteArray &octets)
 {
-    QCA::SecureArray result;
+    Secret result(2 * octets.size());
+    char *end = result.data();
     for (const char octet : octets) {
         const uchar c = uchar(octet);
         if (c < 0x80) {
-            result.append(QCA::SecureArray(1, octet));
+            *end++ = octet;
         } else {
-            QCA::SecureArray pair(2);
-            pair[0] = char(0xC0 | c >> 6);
-            pair[1] = char(0x80 | (c & 0x3F));
-            result.append(pair);
+            *end++ = char(0xC0 | c >> 6);
+            *end++ = char(0x80 | (c & 0x3F));
         }
     }
+    result.truncate(int(end - result.data()));
     return result;
 }
 
 } // namespace
 
-QList<BundlePassword> passwordForms(const QCA::SecureArray &password)
+QList<BundlePassword> passwordForms(const Secret &password)
 {
     QList<BundlePassword> forms = {{password, false}};
     if (password.isEmpty())

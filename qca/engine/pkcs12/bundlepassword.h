@@ -2,16 +2,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "qca/engine/x509/handles.h"
+#include "qca/engine/secret.h"
 
 #include <QList>
-#include <QtCrypto>
 
 namespace Trivex {
 
 /// The password of a bundle in the form in which libcrypto takes it.
 struct BundlePassword {
-    QCA::SecureArray value;
+    Secret value;
     bool isNull = false; ///< no password at all, which differs from an empty one
 
     const char *data() const
@@ -25,6 +24,6 @@ struct BundlePassword {
 
 /// The forms of `password` (UTF-8) that programs have used to make keys of it: as it should be
 /// (UTF-16), and with its octets in UTF-8 or a Cyrillic code page widened one by one.
-QList<BundlePassword> passwordForms(const QCA::SecureArray &password);
+QList<BundlePassword> passwordForms(const Secret &password);
 
 } // namespace Trivex

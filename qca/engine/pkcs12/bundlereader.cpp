@@ -87,11 +87,11 @@ QByteArray localIdOf(const PKCS12_SAFEBAG *bag)
                       ASN1_STRING_length(octets));
 }
 
-QCA::SecureArray encode(const PKCS8_PRIV_KEY_INFO *info)
+Secret encode(const PKCS8_PRIV_KEY_INFO *info)
 {
     unsigned char *data = nullptr;
     const int size = i2d_PKCS8_PRIV_KEY_INFO(info, &data);
-    QCA::SecureArray encoded(qMax(size, 0));
+    Secret encoded(size);
     if (size > 0) {
         std::copy(data, data + size, encoded.data());
         OPENSSL_clear_free(data, size_t(size));
@@ -211,7 +211,7 @@ QByteArray macDigest(const PKCS12 *bundle)
 }
 
 // The form of the password that fits; without a check the first, which has to prove itself.
-std::optional<BundlePassword> fittingPassword(PKCS12 *bundle, const QCA::SecureArray &password)
+std::optional<BundlePassword> fittingPassword(PKCS12 *bundle, const Secret &password)
 {
     const QList<BundlePassword> forms = passwordForms(password);
     if (PKCS12_mac_present(bundle) != 1)
@@ -319,7 +319,7 @@ QCA::ConvertResult assemble(const Contents &contents, Bundle *bundle)
     return complete(&bundle->chain, others) ? QCA::ConvertGood : QCA::ErrorDecode;
 }
 
-QCA::ConvertResult readParsed(PKCS12 *parsed, const QCA::SecureArray &password, Bundle *bundle)
+QCA::ConvertResult readParsed(PKCS12 *parsed, const Secret &password, Bundle *bundle)
 {
     if (macDigest(parsed).startsWith("1.2.643."))
         loadGostEngine();
@@ -340,8 +340,7 @@ QCA::ConvertResult readParsed(PKCS12 *parsed, const QCA::SecureArray &password, 
 
 } // namespace
 
-QCA::ConvertResult readBundle(const QByteArray &der, const QCA::SecureArray &password,
-                              Bundle *bundle)
+QCA::ConvertResult readBundle(const QByteArray &der, const Secret &password, Bundle *bundle)
 {
     const Pkcs12Handle parsed = der.size() <= maxFileBytes ? parse(der) : nullptr;
     const QCA::ConvertResult result =

@@ -16,13 +16,13 @@ struct Bundle {
     QList<QByteArray> chain; ///< DER: the key's certificate, then its issuers as far as they are in
 };
 
-/// Reads a bundle, encrypted by any cipher that libcrypto has, old ones included.
+/// Reads a bundle, encrypted by any cipher that libcrypto has, old ones included. Touches no object
+/// of QCA, so that a thread may be at it when QCA ends.
 ///
 /// The password is UTF-8; where its integrity check fails, the ways in which older programs
 /// encoded letters beyond ASCII are tried too. `ErrorPassphrase`: the password is missing or wrong.
 /// `ErrorDecode`: no bundle, a broken one, or one without a private key
 /// and its certificate.
-QCA::ConvertResult readBundle(const QByteArray &der, const QCA::SecureArray &password,
-                              Bundle *bundle);
+QCA::ConvertResult readBundle(const QByteArray &der, const Secret &password, Bundle *bundle);
 
 } // namespace Trivex

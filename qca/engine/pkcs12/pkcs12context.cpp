@@ -3,7 +3,6 @@
 #include "qca/engine/pkcs12/pkcs12context.h"
 
 #include "qca/engine/keys/pkeycontainer.h"
-#include "qca/engine/pkcs12/bundlereader.h"
 #include "qca/engine/x509/certificatecontext.h"
 
 #include <openssl/err.h>
@@ -31,6 +30,20 @@ CertificateStack issuersOf(const QList<const QCA::CertContext *> &chain)
 }
 
 } // namespace
+
+void makeContexts(Bundle bundle, QCA::Provider *provider, QList<QCA::CertContext *> *chain,
+                  QCA::PKeyContext **key)
+{
+    *key = new PKeyContainer(softwareKeyProvider(provider), provider,
+                             makeKeyContext(std::move(bundle.key), provider));
+    for (const QByteArray &der : qAsConst(bundle.chain)) {
+        auto certificate = std::make_unique<CertificateContext>(provider);
+        // Behind a gap it would be a chain of strangers.
+        if (certificate->fromDER(der) != QCA::ConvertGood)
+            break;
+        chain->append(certificate.release());
+    }
+}
 
 Pkcs12Context::Pkcs12Context(QCA::Provider *provider)
     : QCA::PKCS12Context(provider)
@@ -70,19 +83,11 @@ QCA::ConvertResult Pkcs12Context::fromPKCS12(const QByteArray &in,
                                              QCA::PKeyContext **priv) const
 {
     Bundle bundle;
-    const QCA::ConvertResult result = readBundle(in, passphrase, &bundle);
+    const QCA::ConvertResult result = readBundle(in, Secret(passphrase), &bundle);
     if (result != QCA::ConvertGood)
         return result;
     *name = bundle.name;
-    *priv = new PKeyContainer(softwareKeyProvider(provider()), provider(),
-                              makeKeyContext(std::move(bundle.key), provider()));
-    for (const QByteArray &der : qAsConst(bundle.chain)) {
-        auto certificate = std::make_unique<CertificateContext>(provider());
-        // Behind a gap it would be a chain of strangers.
-        if (certificate->fromDER(der) != QCA::ConvertGood)
-            break;
-        chain->append(certificate.release());
-    }
+    makeContexts(std::move(bundle), provider(), chain, priv);
     return QCA::ConvertGood;
 }
 

@@ -2,11 +2,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "qca/engine/pkcs12/bundlereader.h"
 #include "qca/trivexqcaexport.h"
 
 #include <QtCrypto>
 
 namespace Trivex {
+
+/// The contexts of what was read from a bundle, which belong to the caller.
+void makeContexts(Bundle bundle, QCA::Provider *provider, QList<QCA::CertContext *> *chain,
+                  QCA::PKeyContext **key);
 
 /// Key bundles as PKCS#12 files (RFC 7292), with keys of any kind.
 class TRIVEX_QCA_EXPORT Pkcs12Context : public QCA::PKCS12Context {

@@ -85,39 +85,40 @@ DataPtr CertificateData::fromDer(const QByteArray &der)
 const QCA::CertContextProps &CertificateData::names() const
 {
     std::call_once(m_namesOnce, [this] { decodeNames(); });
-    return m_properties;
+    return *m_properties;
 }
 
 const QCA::CertContextProps &CertificateData::properties() const
 {
     names();
     std::call_once(m_propertiesOnce, [this] { decodeProperties(); });
-    return m_properties;
+    return *m_properties;
 }
 
 void CertificateData::decodeNames() const
 {
+    m_properties = std::make_unique<QCA::CertContextProps>();
     const CertificateFields fields = fieldsOf(m_der);
-    m_properties.issuer = decodeName(fields.issuer);
-    m_properties.subject =
-        fields.subject == fields.issuer ? m_properties.issuer : decodeName(fields.subject);
-    decodeAlternativeNames(fields.extensions, &m_properties);
+    m_properties->issuer = decodeName(fields.issuer);
+    m_properties->subject =
+        fields.subject == fields.issuer ? m_properties->issuer : decodeName(fields.subject);
+    decodeAlternativeNames(fields.extensions, m_properties.get());
 }
 
 void CertificateData::decodeProperties() const
 {
     const CertificateFields fields = fieldsOf(m_der);
-    m_properties.version = qMax(Der::smallInteger(fields.version), 0) + 1;
-    m_properties.start = decodeTime(fields.notBefore);
-    m_properties.end = decodeTime(fields.notAfter);
-    m_properties.serial = QCA::BigInteger(QCA::SecureArray(fields.serial.bytes()));
-    m_properties.format = QCA::PKCS10;
-    m_properties.sigalgo = signatureAlgorithmOf(fields.algorithm);
+    m_properties->version = qMax(Der::smallInteger(fields.version), 0) + 1;
+    m_properties->start = decodeTime(fields.notBefore);
+    m_properties->end = decodeTime(fields.notAfter);
+    m_properties->serial = QCA::BigInteger(QCA::SecureArray(fields.serial.bytes()));
+    m_properties->format = QCA::PKCS10;
+    m_properties->sigalgo = signatureAlgorithmOf(fields.algorithm);
     QByteArray signature;
     if (Der::Reader(fields.wholeSignature).nextString(Der::BitString, &signature))
-        m_properties.sig = signature.mid(1);
-    decodeExtensions(fields.extensions, &m_properties);
-    m_properties.isSelfSigned = isSameName(fields.subject, fields.issuer)
+        m_properties->sig = signature.mid(1);
+    decodeExtensions(fields.extensions, m_properties.get());
+    m_properties->isSelfSigned = isSameName(fields.subject, fields.issuer)
         && checkSignature(fields, fields.publicInfo) == SignatureState::Good;
 }
 

@@ -48,7 +48,9 @@ private:
     const QByteArray m_der;
     mutable std::once_flag m_namesOnce;
     mutable std::once_flag m_propertiesOnce;
-    mutable QCA::CertContextProps m_properties{};
+    /// Made when they are asked for: they are QCA's memory, and a thread that opens a bundle may
+    /// outlive QCA.
+    mutable std::unique_ptr<QCA::CertContextProps> m_properties;
 };
 
 } // namespace Trivex

@@ -1,0 +1,139 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "app/controls/certificatefile.h"
+#include "tests/fakes/provider/privatehome.h"
+#include "tests/support/endingchild.h"
+#include "tests/support/loopmeter.h"
+#include "tests/support/testcertificates.h"
+
+#include <QGuiApplication>
+#include <QSignalSpy>
+#include <QtTest>
+
+using namespace Trivex;
+using TrivexTest::LoopMeter;
+
+namespace {
+
+const TrivexTest::PrivateHome privateHome;
+
+constexpr int Patience = 60000; // ms
+constexpr int UnderWay = 600; // ms
+
+} // namespace
+
+/// What the window does with bundles whose key takes seconds to derive.
+class BundleFileTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void unlocks();
+    void laterTryCounts();
+    void goesMeanwhile();
+    void processEnds_data();
+    void processEnds();
+
+private:
+    TrivexTest::TestAuthority m_authority;
+    QString m_slow;
+};
+
+void BundleFileTest::initTestCase()
+{
+    m_slow = m_authority.bundle(
+        {QStringLiteral("-algorithm"), QStringLiteral("RSA"), QStringLiteral("-pkeyopt"),
+         QStringLiteral("rsa_keygen_bits:2048")},
+        QStringLiteral("/CN=Slow"), QStringLiteral("secret"), QStringLiteral("friend"),
+        {QStringLiteral("-iter"), QStringLiteral("9900000"), QStringLiteral("-nomaciter")});
+    QVERIFY(!m_slow.isEmpty());
+}
+
+void BundleFileTest::unlocks()
+{
+    CertificateFile file;
+    file.setPath(m_slow);
+    QCOMPARE(file.kind(), int(CertificateFile::BundleKind));
+    LoopMeter meter;
+    QTest::qWait(20);
+    meter.start();
+    QElapsedTimer clock;
+    clock.start();
+    file.unlock(QStringLiteral("secret"));
+    QVERIFY(file.isUnlocking());
+    QTRY_VERIFY_WITH_TIMEOUT(!file.isUnlocking(), Patience);
+    QVERIFY2(clock.elapsed() > UnderWay, qPrintable(QString::number(clock.elapsed())));
+    QTest::qWait(20);
+    meter.stop();
+    QVERIFY2(meter.longest() <= LoopMeter::Unnoticed, qPrintable(QString::number(meter.longest())));
+    QVERIFY(file.isUnlocked());
+    QCOMPARE(file.certificates().first().toMap().value(QStringLiteral("name")).toString(),
+             QStringLiteral("Slow"));
+}
+
+void BundleFileTest::laterTryCounts()
+{
+    CertificateFile file;
+    QSignalSpy failed(&file, &CertificateFile::unlockFailed);
+    file.setPath(m_slow);
+    file.unlock(QStringLiteral("secret"));
+    file.unlock(QStringLiteral("wrong"));
+    QTRY_COMPARE_WITH_TIMEOUT(failed.count(), 1, Patience);
+    QVERIFY(!file.isUnlocked());
+    QVERIFY(!file.isUnlocking());
+    QVERIFY(!file.problem().isEmpty());
+}
+
+void BundleFileTest::goesMeanwhile()
+{
+    auto *file = new CertificateFile;
+    file->setPath(m_slow);
+    file->unlock(QStringLiteral("wrong"));
+    delete file;
+    QTest::qWait(UnderWay);
+}
+
+void BundleFileTest::processEnds_data()
+{
+    QTest::addColumn<QString>("way");
+    for (const char *way : {"quit", "exit", "thread"})
+        QTest::newRow(way) << QString::fromLatin1(way);
+}
+
+void BundleFileTest::processEnds()
+{
+    QFETCH(QString, way);
+    const QString problem = TrivexTest::childProblem({QStringLiteral("child"), way, m_slow});
+    QVERIFY2(problem.isEmpty(), qPrintable(problem));
+}
+
+namespace {
+
+/// Unlocks `path`, and is told to end in the middle.
+int runChild(const QString &way, const QString &path)
+{
+    CertificateFile file;
+    file.setPath(path);
+    file.unlock(QStringLiteral("secret"));
+    QTimer::singleShot(UnderWay, &file, [&] {
+        if (!file.isUnlocking())
+            std::exit(EXIT_FAILURE);
+        TrivexTest::sayEnding();
+        TrivexTest::endProcess(way);
+    });
+    return QCoreApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QGuiApplication application(argc, argv);
+    const QCA::Initializer qca;
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.value(1) == QLatin1String("child"))
+        return runChild(arguments.value(2), arguments.value(3));
+    BundleFileTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_bundlefile.moc"

@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/support/endingchild.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QProcess>
+
+#include <cstdio>
+#include <cstdlib>
+#include <thread>
+
+namespace TrivexTest {
+
+namespace {
+
+constexpr int WordPatience = 60000; // ms
+const char *const Word = "ending";
+
+} // namespace
+
+void sayEnding()
+{
+    std::puts(Word);
+    std::fflush(stdout);
+}
+
+void endProcess(const QString &way)
+{
+    if (way == QLatin1String("exit"))
+        std::exit(ToldStatus);
+    if (way == QLatin1String("thread"))
+        std::thread([] { std::exit(ToldStatus); }).join();
+    QCoreApplication::exit(ToldStatus);
+}
+
+QString childProblem(const QStringList &arguments)
+{
+    QProcess child;
+    child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    child.start(QCoreApplication::applicationFilePath(), arguments);
+    QByteArray output;
+    while (!output.contains(Word) && child.waitForReadyRead(WordPatience))
+        output += child.readAllStandardOutput();
+    if (!output.contains(Word))
+        return QStringLiteral("it has not come to its end: ") + QString::fromUtf8(output);
+    QElapsedTimer clock;
+    clock.start();
+    const bool hasEnded = child.waitForFinished(EndPatience);
+    if (!hasEnded) {
+        child.waitForFinished(WordPatience);
+        return QStringLiteral("it has ended after %1 ms").arg(clock.elapsed());
+    }
+    if (child.exitStatus() != QProcess::NormalExit || child.exitCode() != ToldStatus)
+        return QStringLiteral("it has ended with status %1, %2")
+            .arg(child.exitCode())
+            .arg(child.errorString());
+    return {};
+}
+
+} // namespace TrivexTest
