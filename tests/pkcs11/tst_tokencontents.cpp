@@ -6,7 +6,11 @@
 #include "tests/support/derelement.h"
 #include "tests/x509/corpus.h"
 
+#include <QSet>
 #include <QtTest>
+
+#include <ctime>
+#include <limits>
 
 using namespace Trivex;
 
@@ -20,6 +24,8 @@ private Q_SLOTS:
     void findsIssuersByMeaning_data();
     void findsIssuersByMeaning();
     void endsKnots();
+    void pairsInOrder();
+    void growsWithTheNumberOfKeys();
 
 private:
     QCA::Initializer m_initializer;
@@ -163,6 +169,73 @@ void TestTokenContents::endsKnots()
     objects.certificates = {certificateOf(knotted(0, 1)), certificateOf(knotted(1, 0))};
     QCOMPARE(int(assembleContents(objects, QStringLiteral("store"))->entries[0]->issuers.size()),
              1);
+}
+
+namespace {
+
+/// A pair of halves with one CKA_ID, as `count` of them may be on a token.
+TokenObjects namesakes(int count)
+{
+    TokenObjects objects;
+    const TokenCertificate certificate = certificateIn("name-issued.der");
+    const QByteArray info = certificate.parts.publicInfo.in(certificate.der);
+    for (int i = 0; i < count; ++i) {
+        TokenKey half;
+        half.id = QByteArray("id");
+        half.privateObject = CK_OBJECT_HANDLE(1000000 + i);
+        objects.privateKeys.push_back(half);
+        half.privateObject = CK_INVALID_HANDLE;
+        half.publicObject = CK_OBJECT_HANDLE(1 + i);
+        half.publicInfo = info + QByteArray::number(i);
+        objects.publicKeys.push_back(half);
+    }
+    return objects;
+}
+
+/// In nanoseconds, without what other programs took.
+qint64 computed()
+{
+    timespec time = {};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return qint64(time.tv_sec) * 1000000000 + time.tv_nsec;
+}
+
+/// What it takes at best, of three times.
+qint64 assembling(int count)
+{
+    const TokenObjects objects = namesakes(count);
+    qint64 best = std::numeric_limits<qint64>::max();
+    for (int i = 0; i < 3; ++i) {
+        const qint64 start = computed();
+        assembleContents(objects, QStringLiteral("store"));
+        best = std::min(best, computed() - start);
+    }
+    return best;
+}
+
+} // namespace
+
+// Each public half finds a private one of its own, and what has none stays without.
+void TestTokenContents::pairsInOrder()
+{
+    TokenObjects objects = namesakes(3);
+    objects.publicKeys.erase(objects.publicKeys.begin());
+    objects.privateKeys.front().type = CKK_EC;
+    const TokenContentsPtr contents = assembleContents(objects, QStringLiteral("store"));
+    QCOMPARE(int(contents->keys.size()), 3);
+    QSet<CK_OBJECT_HANDLE> publicHalves;
+    for (const TokenKeyPtr &key : contents->keys)
+        publicHalves.insert(key->publicObject);
+    QCOMPARE(publicHalves, (QSet<CK_OBJECT_HANDLE>{CK_INVALID_HANDLE, 2, 3}));
+}
+
+// Eight times the keys of one CKA_ID take about eight times as long; the square would be 64.
+void TestTokenContents::growsWithTheNumberOfKeys()
+{
+    const qint64 few = assembling(4000);
+    const qint64 many = assembling(32000);
+    QVERIFY2(many < 24 * few,
+             qPrintable(QStringLiteral("%1 and %2 us").arg(few / 1000).arg(many / 1000)));
 }
 
 int main(int argc, char *argv[])

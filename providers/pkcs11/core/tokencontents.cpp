@@ -51,7 +51,7 @@ public:
             return found;
         if (const auto found = withUnknownPublicHalf(certificate.id))
             return found;
-        return m_byId.isEmpty() ? nullptr : withUnknownPublicHalf(idForPublicKey(wanted));
+        return m_unknown.isEmpty() ? nullptr : withUnknownPublicHalf(idForPublicKey(wanted));
     }
 
     const std::vector<std::shared_ptr<TokenKey>> &keys() const { return m_keys; }
@@ -61,8 +61,9 @@ private:
     {
         const auto added = std::make_shared<TokenKey>(key);
         m_keys.push_back(added);
-        m_byId.insert(key.id, added);
-        if (!key.publicInfo.isEmpty())
+        if (key.publicInfo.isEmpty())
+            m_unknown[key.id].push_back(added);
+        else
             m_byPublicInfo.insert(comparablePublicInfo(key.publicInfo), added);
     }
 
@@ -90,16 +91,18 @@ private:
     {
         if (id.isEmpty())
             return nullptr;
-        const auto found = m_byId.values(id);
-        for (const auto &key : found) {
-            if (key->publicInfo.isEmpty())
-                return key;
-        }
-        return nullptr;
+        const auto found = m_unknown.find(id);
+        if (found == m_unknown.end())
+            return nullptr;
+        // Those that have got their public half meanwhile; nobody looks at them again.
+        while (!found->empty() && !found->back()->publicInfo.isEmpty())
+            found->pop_back();
+        return found->empty() ? nullptr : found->back();
     }
 
     std::vector<std::shared_ptr<TokenKey>> m_keys;
-    QMultiHash<QByteArray, std::shared_ptr<TokenKey>> m_byId;
+    /// By id, the last one first: keys that came without their public half.
+    mutable QHash<QByteArray, std::vector<std::shared_ptr<TokenKey>>> m_unknown;
     QHash<QByteArray, std::shared_ptr<TokenKey>> m_byPublicInfo;
 };
 
