@@ -100,11 +100,11 @@ private Q_SLOTS:
 
     void missingBundleFile()
     {
-        QCA::ConvertResult result = QCA::ConvertGood;
-        QVERIFY(Trivex::readKeyBundle(QStringLiteral("/no/such/file"), QCA::SecureArray("x"),
-                                      &result, QStringLiteral("qca-ossl"))
-                    .isNull());
-        QCOMPARE(result, QCA::ErrorFile);
+        const auto loaded =
+            Trivex::readKeyBundle(QStringLiteral("/no/such/file"), QCA::SecureArray("x"));
+        QVERIFY(loaded);
+        QVERIFY(loaded->bundle.isNull());
+        QCOMPARE(loaded->result, QCA::ErrorFile);
     }
 
     void tokenStatusIsPublished()
