@@ -525,6 +525,10 @@
         <source>Your own name for it on the token</source>
         <translation>Как он будет называться на токене</translation>
     </message>
+    <message id="trivex-app-key-presumed">
+        <source>Whether the token has the key of this certificate shows after the PIN is entered.</source>
+        <translation>Есть ли на токене ключ этого сертификата, станет известно после ввода PIN-кода.</translation>
+    </message>
     <message id="trivex-app-kind-key">
         <source>This is a private key without a certificate. Import a bundle (.p12, .pfx) that holds both.</source>
         <translation>Это закрытый ключ без сертификата. Импортируйте контейнер (.p12, .pfx), где есть и то и другое.</translation>

@@ -18,6 +18,8 @@ Card {
     property bool canSign: false
     property bool canEdit: false
     property bool busy: false
+    /// What there is to know beforehand; nothing when empty.
+    property string note
     signal exportAsked()
     signal removeAsked()
     signal signAsked()
@@ -49,6 +51,14 @@ Card {
             visible: text.length > 0
             Accessible.name: header.place
         }
+    }
+    Label {
+        objectName: "keyNote"
+        text: header.note
+        color: Theme.textDim
+        wrapMode: Text.WordWrap
+        visible: text.length > 0
+        Layout.fillWidth: true
     }
     // Not the style's: Imagine's needs a module of effects that its package does not bring along.
     Rectangle {

@@ -81,6 +81,11 @@ bool TokenInfo::hasPinPad() const
     return m_status.hasPinPad;
 }
 
+bool TokenInfo::keysPresumed() const
+{
+    return m_status.present && m_status.keysPresumed;
+}
+
 bool TokenInfo::busy() const
 {
     return m_status.busy || m_status.loading;

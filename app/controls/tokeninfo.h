@@ -18,6 +18,8 @@ class TokenInfo : public QObject {
     Q_PROPERTY(bool present READ present NOTIFY changed)
     Q_PROPERTY(bool readOnly READ readOnly NOTIFY changed)
     Q_PROPERTY(bool hasPinPad READ hasPinPad NOTIFY changed)
+    /// Whether the token has the keys of its certificates is known only after a login.
+    Q_PROPERTY(bool keysPresumed READ keysPresumed NOTIFY changed)
     Q_PROPERTY(bool busy READ busy NOTIFY changed)
     /// What the token is doing, as a sentence; empty when it is idle.
     Q_PROPERTY(QString busyText READ busyText NOTIFY changed)
@@ -39,6 +41,7 @@ public:
     bool present() const;
     bool readOnly() const;
     bool hasPinPad() const;
+    bool keysPresumed() const;
     bool busy() const;
     QString busyText() const;
     int triesLeft() const;

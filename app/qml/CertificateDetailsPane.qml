@@ -57,11 +57,17 @@ Item {
             header.canRemove: pane.storeType !== KeyStoreModel.System
             header.canSign: pane.hasKey
             header.canEdit: pane.isRequest
+            header.note: pane.hasKey && token.keysPresumed
+                ? qsTrId("trivex-app-key-presumed") : ""
             header.onExportAsked: folderDialog.open()
             header.onRemoveAsked: pane.removeAsked()
             header.onSignAsked: pane.signAsked()
             header.onEditAsked: pane.editAsked()
             header.onCopyAsked: Desktop.copy(rows.text())
+            TokenInfo {
+                id: token
+                storeName: pane.place
+            }
             CertificateInfoModel {
                 id: info
                 certificate: pane.certificate

@@ -22,6 +22,8 @@ struct TokenStatus {
     bool busy = false;
     Purpose busyWith = Purpose::Sign; ///< only meaningful while `busy`
     bool loading = false; ///< its objects are being read
+    /// It shows no public keys: whether it has those of its certificates is known after a login.
+    bool keysPresumed = false;
     PinState pinState = PinState::Normal;
     int triesLeft = -1; ///< -1 where the token does not tell
 };

@@ -31,7 +31,8 @@ bool onePiece(Der::Reader *reader, int tag, Der::Slice *content)
         && Der::single(wrapped, Der::OctetString, content);
 }
 
-/// The identifier in a SubjectKeyIdentifier or AuthorityKeyIdentifier (RFC 5280, 4.2.1.2, .1).
+/// What SubjectKeyIdentifier, AuthorityKeyIdentifier or BasicConstraints say (RFC 5280, 4.2.1.2,
+/// .1, .9).
 void readExtension(const QByteArray &der, Der::Slice extension, CertificateParts *parts)
 {
     Der::Reader reader(extension);
@@ -51,6 +52,10 @@ void readExtension(const QByteArray &der, Der::Slice extension, CertificateParts
         Der::Reader fields(content);
         if (onePiece(&fields, Der::context(0, false), &id))
             parts->authorityKeyId = spanIn(der, id);
+    } else if (isExtension(oid, 0x13) && values.next(Der::Sequence, &content)) {
+        Der::Slice flag;
+        parts->isAuthority =
+            Der::Reader(content).next(Der::Boolean, &flag) && flag.size == 1 && flag.at(0) != 0;
     }
 }
 

@@ -30,6 +30,7 @@ struct CertificateParts {
     DerSpan publicInfo; ///< SubjectPublicKeyInfo with its header
     DerSpan keyId; ///< content of the subject key identifier; empty without one
     DerSpan authorityKeyId; ///< keyIdentifier of the authority key identifier; empty without one
+    bool isAuthority = false; ///< its basic constraints say so (RFC 5280, 4.2.1.9)
 
     bool isValid() const { return !publicInfo.isEmpty(); }
 };

@@ -48,7 +48,7 @@ CK_OBJECT_HANDLE privateObject(TokenConnection &connection, const TokenKey &want
 {
     const TokenKeyPtr found = connection.contents()->keyFor(wanted.publicInfo);
     if (!found || found->privateObject == CK_INVALID_HANDLE)
-        throw Error(TokenError::NotFound);
+        throw Error(wanted.isPresumed ? TokenError::NoKey : TokenError::NotFound);
     return found->privateObject;
 }
 

@@ -22,10 +22,24 @@ struct AlgorithmType {
 };
 
 constexpr AlgorithmType AlgorithmTypes[] = {
-    {"1.2.840.113549.1.1.1", CKK_RSA},    {"1.3.101.112", CKK_EC_EDWARDS},
-    {"1.3.101.113", CKK_EC_EDWARDS},      {"1.2.643.2.2.19", CKK_GOSTR3410},
-    {"1.2.643.7.1.1.1.1", CKK_GOSTR3410}, {"1.2.643.7.1.1.1.2", KeyTypeGost512},
+    {"1.2.840.10045.2.1", CKK_EC},         {"1.2.840.113549.1.1.1", CKK_RSA},
+    {"1.3.101.112", CKK_EC_EDWARDS},       {"1.3.101.113", CKK_EC_EDWARDS},
+    {"1.2.643.2.2.19", CKK_GOSTR3410},     {"1.2.643.7.1.1.1.1", CKK_GOSTR3410},
+    {"1.2.643.7.1.1.1.2", KeyTypeGost512},
 };
+
+/// Null for the algorithm of a key that is not used on tokens.
+const AlgorithmType *algorithmOf(const QByteArray &publicInfo)
+{
+    const QByteArray algorithm = derContent(derContent(publicInfo, Der::Sequence), Der::Sequence);
+    const QByteArray content = derContent(algorithm, Der::ObjectIdentifier);
+    const QByteArray oid = Der::oidText(Der::sliceOf(content));
+    for (const AlgorithmType &one : AlgorithmTypes) {
+        if (oid == one.oid)
+            return &one;
+    }
+    return nullptr;
+}
 
 QByteArray sha1(const QByteArray &data)
 {
@@ -43,15 +57,23 @@ public:
             addPublic(key, objects.privateKeysHidden);
     }
 
-    /// The key of a certificate: by its public half; where that is not known, by id alone.
-    std::shared_ptr<TokenKey> keyFor(const TokenCertificate &certificate) const
+    /// The key of a certificate: by its public half; where that is not known, by id alone. A key
+    /// that was found by its id is from then on the one of that certificate, and of those that
+    /// share its public half.
+    std::shared_ptr<TokenKey> keyFor(const TokenCertificate &certificate)
     {
         const QByteArray wanted = certificate.parts.publicInfo.in(certificate.der);
-        if (const auto found = m_byPublicInfo.value(comparablePublicInfo(wanted)))
-            return found;
-        if (const auto found = withUnknownPublicHalf(certificate.id))
-            return found;
-        return m_unknown.isEmpty() ? nullptr : withUnknownPublicHalf(idForPublicKey(wanted));
+        const QByteArray comparable = comparablePublicInfo(wanted);
+        std::shared_ptr<TokenKey> found = m_byPublicInfo.value(comparable);
+        if (found || m_unknown.isEmpty())
+            return withPublicHalf(found, wanted);
+        const CK_KEY_TYPE type = tokenTypeOf(wanted);
+        found = withUnknownPublicHalf(certificate.id, type);
+        if (!found)
+            found = withUnknownPublicHalf(idForPublicKey(wanted), type);
+        if (found)
+            m_byPublicInfo.insert(comparable, found);
+        return withPublicHalf(found, wanted);
     }
 
     const std::vector<std::shared_ptr<TokenKey>> &keys() const { return m_keys; }
@@ -62,7 +84,7 @@ private:
         const auto added = std::make_shared<TokenKey>(key);
         m_keys.push_back(added);
         if (key.publicInfo.isEmpty())
-            m_unknown[key.id].push_back(added);
+            m_unknown[{key.type, key.id}].push_back(added);
         else
             m_byPublicInfo.insert(comparablePublicInfo(key.publicInfo), added);
     }
@@ -83,15 +105,24 @@ private:
     {
         if (const auto known = m_byPublicInfo.value(comparablePublicInfo(publicHalf.publicInfo)))
             return known;
-        const auto known = withUnknownPublicHalf(publicHalf.id);
-        return known && known->type == publicHalf.type ? known : nullptr;
+        return withUnknownPublicHalf(publicHalf.id, publicHalf.type);
     }
 
-    std::shared_ptr<TokenKey> withUnknownPublicHalf(const QByteArray &id) const
+    /// The key as its certificate has it, where the token does not tell or has it in another
+    /// encoding: whether a GOST key is one of 2001, its objects need not say.
+    static std::shared_ptr<TokenKey> withPublicHalf(const std::shared_ptr<TokenKey> &key,
+                                                    const QByteArray &info)
+    {
+        if (key && key->publicInfo != info)
+            key->publicInfo = QByteArray(info.constData(), info.size());
+        return key;
+    }
+
+    std::shared_ptr<TokenKey> withUnknownPublicHalf(const QByteArray &id, CK_KEY_TYPE type) const
     {
         if (id.isEmpty())
             return nullptr;
-        const auto found = m_unknown.find(id);
+        const auto found = m_unknown.find({type, id});
         if (found == m_unknown.end())
             return nullptr;
         // Those that have got their public half meanwhile; nobody looks at them again.
@@ -101,8 +132,8 @@ private:
     }
 
     std::vector<std::shared_ptr<TokenKey>> m_keys;
-    /// By id, the last one first: keys that came without their public half.
-    mutable QHash<QByteArray, std::vector<std::shared_ptr<TokenKey>>> m_unknown;
+    /// By kind and id, the last one first: keys that came without their public half.
+    mutable QHash<QPair<CK_KEY_TYPE, QByteArray>, std::vector<std::shared_ptr<TokenKey>>> m_unknown;
     QHash<QByteArray, std::shared_ptr<TokenKey>> m_byPublicInfo;
 };
 
@@ -209,14 +240,39 @@ QString entryId(const QByteArray &store, const TokenCertificate &certificate, bo
     return QString::fromLatin1(store + (hasKey ? "-k-" : "-c-") + sha1(certificate.der).toHex());
 }
 
-/// The key as its certificate has it, where the token does not tell or has it in another encoding:
-/// whether a GOST key is one of 2001, its objects need not say.
-TokenKeyPtr withPublicHalf(const std::shared_ptr<TokenKey> &key,
-                           const TokenCertificate &certificate)
+/// Of each certificate. Those of authorities come last: where a key is known by its id alone, and
+/// certificates share that id, it is a person's.
+std::vector<TokenKeyPtr> keysOf(const std::vector<std::shared_ptr<TokenCertificate>> &certificates,
+                                KeyIndex *index)
 {
+    std::vector<TokenKeyPtr> keys(certificates.size());
+    for (const bool authorities : {false, true}) {
+        for (size_t i = 0; i < certificates.size(); ++i) {
+            if (certificates[i]->parts.isAuthority == authorities)
+                keys[i] = index->keyFor(*certificates[i]);
+        }
+    }
+    return keys;
+}
+
+/// Cards often have no public key objects: nothing tells before the login which certificates have
+/// their keys there. Those of authorities hardly ever do.
+bool mayHaveKey(const TokenObjects &objects, const TokenCertificate &certificate)
+{
+    return objects.privateKeysHidden && objects.publicKeys.empty() && !certificate.id.isEmpty()
+        && !certificate.parts.isAuthority
+        && algorithmOf(certificate.parts.publicInfo.in(certificate.der));
+}
+
+TokenKeyPtr presumedKey(const TokenCertificate &certificate)
+{
+    auto key = std::make_shared<TokenKey>();
     const QByteArray info = certificate.parts.publicInfo.in(certificate.der);
-    if (key && key->publicInfo != info)
-        key->publicInfo = QByteArray(info.constData(), info.size());
+    key->publicInfo = QByteArray(info.constData(), info.size());
+    key->type = tokenTypeOf(key->publicInfo);
+    key->id = certificate.id;
+    key->label = certificate.label;
+    key->isPresumed = true;
     return key;
 }
 
@@ -229,20 +285,15 @@ QByteArray idForPublicKey(const QByteArray &publicInfo)
 
 CK_KEY_TYPE tokenTypeOf(const QByteArray &publicInfo)
 {
-    const QByteArray algorithm = derContent(derContent(publicInfo, Der::Sequence), Der::Sequence);
-    const QByteArray content = derContent(algorithm, Der::ObjectIdentifier);
-    const QByteArray oid = Der::oidText(Der::sliceOf(content));
-    for (const AlgorithmType &one : AlgorithmTypes) {
-        if (oid == one.oid)
-            return one.type;
-    }
-    return CKK_EC;
+    const AlgorithmType *algorithm = algorithmOf(publicInfo);
+    return algorithm ? algorithm->type : CKK_EC;
 }
 
 TokenContentsPtr assembleContents(const TokenObjects &objects, const QString &storeId)
 {
-    const KeyIndex keys(objects);
+    KeyIndex keys(objects);
     const auto certificates = withoutCopies(objects.certificates);
+    const std::vector<TokenKeyPtr> found = keysOf(certificates, &keys);
     IssuerIndex issuers;
     for (const auto &certificate : certificates)
         issuers.add(certificate);
@@ -250,10 +301,15 @@ TokenContentsPtr assembleContents(const TokenObjects &objects, const QString &st
     auto contents = std::make_shared<TokenContents>();
     contents->entries.reserve(certificates.size());
     const QByteArray store = sha1(storeId.toUtf8()).toHex().left(12);
-    for (const auto &certificate : certificates) {
+    for (size_t i = 0; i < certificates.size(); ++i) {
+        const auto &certificate = certificates[i];
         auto entry = std::make_shared<TokenEntry>();
         entry->certificate = certificate;
-        entry->key = withPublicHalf(keys.keyFor(*certificate), *certificate);
+        entry->key = found[i];
+        if (!entry->key && mayHaveKey(objects, *certificate)) {
+            entry->key = presumedKey(*certificate);
+            contents->keysPresumed = true;
+        }
         if (entry->key)
             entry->issuers = issuers.issuersOf(certificate);
         entry->id = entryId(store, *certificate, entry->key != nullptr);

@@ -32,6 +32,8 @@ struct TokenKey {
     QByteArray publicInfo; ///< DER SubjectPublicKeyInfo; empty while it is not known
     CK_OBJECT_HANDLE publicObject = CK_INVALID_HANDLE;
     CK_OBJECT_HANDLE privateObject = CK_INVALID_HANDLE;
+    /// Nothing of it was seen: its certificate may have a key, which only a login can show.
+    bool isPresumed = false;
 };
 using TokenKeyPtr = std::shared_ptr<const TokenKey>;
 
@@ -52,6 +54,8 @@ struct TokenContents {
     std::vector<TokenKeyPtr> keys;
     /// A login may show more of them.
     bool keysHidden = false;
+    /// Some entries have keys that are presumed only.
+    bool keysPresumed = false;
 
     TokenEntryPtr entry(const QString &id) const;
     /// The entry of the certificate with these bytes.

@@ -306,6 +306,7 @@ void TokenService::publishContents(const TokenConnection &source)
     publish(source, [&](Record &found) {
         found.store.contents = source.contents();
         found.status.loading = false;
+        found.status.keysPresumed = found.store.contents->keysPresumed;
         found.isRead = true;
         id = found.store.id;
     });

@@ -1,0 +1,217 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/adapter/tokens.h"
+#include "tests/pkcs11/faultytoken.h"
+#include "tests/pkcs11/pinprompt.h"
+#include "tests/pkcs11/stores.h"
+#include "tests/support/testcertificates.h"
+
+using namespace TrivexTest;
+using Trivex::TokenError;
+using Trivex::TokenMonitor;
+
+namespace {
+
+const QString StoreName = QStringLiteral("Presumed");
+const QString CurveId = QStringLiteral("02");
+constexpr int Certificates = 6;
+
+} // namespace
+
+/// Tokens without public key objects, as cards and other programs leave them: what is shown before
+/// a login, and what the login makes of it.
+class TestPresumedKeys : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void beforeLogin();
+    void afterLogin();
+    void noKeyAfterAll();
+    void removalOfOneWithoutKey();
+    void publicKeysTell();
+
+private:
+    bool addKey(const QString &type, const QString &id, QByteArray *publicInfo);
+    bool addCertificate(const QByteArray &der, const QString &id, const char *label);
+    bool addCertificates();
+    QCA::KeyStoreEntry entry(const char *name) const;
+    bool isBundle(const char *name) const;
+    /// One letter a certificate: "k" with a key, "c" without, "-" when it is not there.
+    QString shown() const;
+    bool sign(const char *name) const;
+
+    std::unique_ptr<FaultyToken> m_token;
+    std::unique_ptr<TestAuthority> m_authority;
+    std::unique_ptr<QCA::Initializer> m_qca;
+    std::unique_ptr<PinPrompt> m_prompt;
+    std::unique_ptr<Stores> m_stores;
+    TokenMonitor m_monitor;
+    QList<TokenError> m_errors;
+    QString m_storeId;
+};
+
+bool TestPresumedKeys::addKey(const QString &type, const QString &id, QByteArray *publicInfo)
+{
+    TestToken &token = m_token->token();
+    if (!token.generateKeyPair(type, id, QStringLiteral("key")))
+        return false;
+    *publicInfo = token.publicKey(id);
+    return !token
+                .tool({QStringLiteral("--delete-object"), QStringLiteral("--type"),
+                       QStringLiteral("pubkey"), QStringLiteral("--id"), id})
+                .isNull();
+}
+
+bool TestPresumedKeys::addCertificate(const QByteArray &der, const QString &id, const char *label)
+{
+    return !der.isEmpty()
+        && m_token->token().writeObject(QStringLiteral("cert"), der, id,
+                                        QString::fromLatin1(label));
+}
+
+bool TestPresumedKeys::addCertificates()
+{
+    QByteArray rsa;
+    QByteArray curve;
+    if (!addKey(QStringLiteral("rsa:2048"), QStringLiteral("01"), &rsa)
+        || !addKey(QStringLiteral("EC:secp384r1"), CurveId, &curve))
+        return false;
+    // Under the id of a person's key, and before that person's certificate.
+    const QByteArray authority = m_authority->openssl(
+        {QStringLiteral("req"), QStringLiteral("-x509"), QStringLiteral("-newkey"),
+         QStringLiteral("ec"), QStringLiteral("-pkeyopt"),
+         QStringLiteral("ec_paramgen_curve:P-384"), QStringLiteral("-nodes"),
+         QStringLiteral("-keyout"), m_authority->file(QStringLiteral("other.key")),
+         QStringLiteral("-subj"), QStringLiteral("/CN=Authority"), QStringLiteral("-outform"),
+         QStringLiteral("DER")});
+    // Its key is not here.
+    const QByteArray elsewhere = m_authority->openssl(
+        {QStringLiteral("pkey"), QStringLiteral("-in"),
+         m_authority->file(QStringLiteral("other.key")), QStringLiteral("-pubout"),
+         QStringLiteral("-outform"), QStringLiteral("DER")});
+    const auto issue = [this](const QByteArray &info, const char *subject) {
+        return m_authority->issue(info, QString::fromLatin1(subject));
+    };
+    return addCertificate(authority, CurveId, "authority")
+        && addCertificate(issue(rsa, "/CN=Rsa"), QStringLiteral("01"), "rsa")
+        && addCertificate(issue(curve, "/CN=Curve"), CurveId, "curve")
+        && addCertificate(issue(curve, "/CN=Renewed"), CurveId, "renewed")
+        && addCertificate(m_authority->certificate(), QStringLiteral("04"), "root")
+        && addCertificate(issue(elsewhere, "/CN=Elsewhere"), QStringLiteral("05"), "elsewhere");
+}
+
+void TestPresumedKeys::initTestCase()
+{
+    m_token = std::make_unique<FaultyToken>(StoreName);
+    if (!m_token->token().isValid())
+        QFAIL(qPrintable(m_token->token().problem()));
+    m_authority = std::make_unique<TestAuthority>();
+    QVERIFY(m_authority->isValid());
+    QVERIFY(addCertificates());
+    m_token->useInThisProcess();
+    connect(&m_monitor, &TokenMonitor::failed, this,
+            [this](const TokenError &error) { m_errors.append(error); });
+    m_qca = std::make_unique<QCA::Initializer>();
+    m_prompt = std::make_unique<PinPrompt>(TestToken::pin());
+    m_stores = std::make_unique<Stores>();
+    QVERIFY(m_stores->waitForEntries(StoreName, Certificates));
+    m_storeId = m_stores->byName(StoreName)->id();
+}
+
+void TestPresumedKeys::init()
+{
+    QVERIFY(m_token->replug(m_storeId));
+    QVERIFY(m_stores->waitForEntries(StoreName, Certificates));
+    m_token->forget();
+    m_prompt->resetCount();
+    m_errors.clear();
+}
+
+QCA::KeyStoreEntry TestPresumedKeys::entry(const char *name) const
+{
+    return m_stores->entry(StoreName, QString::fromLatin1(name));
+}
+
+bool TestPresumedKeys::isBundle(const char *name) const
+{
+    return entry(name).type() == QCA::KeyStoreEntry::TypeKeyBundle;
+}
+
+QString TestPresumedKeys::shown() const
+{
+    QString all;
+    for (const char *name : {"rsa", "curve", "renewed", "elsewhere", "authority", "root"})
+        all += entry(name).isNull() ? QLatin1Char('-') : QLatin1Char(isBundle(name) ? 'k' : 'c');
+    return all;
+}
+
+bool TestPresumedKeys::sign(const char *name) const
+{
+    QCA::PrivateKey key = entry(name).keyBundle().privateKey();
+    const QByteArray signature =
+        key.signMessage(QByteArray("data"), QCA::EMSA3_SHA256, QCA::DefaultFormat);
+    return !signature.isEmpty()
+        && key.toPublicKey().verifyMessage(QByteArray("data"), signature, QCA::EMSA3_SHA256,
+                                           QCA::DefaultFormat);
+}
+
+/// Whoever may have a key is usable, and the token says that it is not known yet.
+void TestPresumedKeys::beforeLogin()
+{
+    QTRY_COMPARE(shown(), QStringLiteral("kkkkcc"));
+    QVERIFY(TokenMonitor::token(m_storeId).keysPresumed);
+    QCOMPARE(m_token->count("C_Login"), 0);
+    QCOMPARE(entry("curve").keyBundle().certificateChain().size(), 2);
+}
+
+void TestPresumedKeys::afterLogin()
+{
+    QTRY_COMPARE(shown(), QStringLiteral("kkkkcc"));
+    const QString rsaId = entry("rsa").id();
+    QVERIFY(sign("rsa"));
+    // The one without a key is none any more; of two with one id the authority never had it.
+    QTRY_COMPARE(shown(), QStringLiteral("kkkccc"));
+    QVERIFY(!TokenMonitor::token(m_storeId).keysPresumed);
+    QCOMPARE(entry("rsa").id(), rsaId);
+    QVERIFY(sign("curve"));
+    QVERIFY(sign("renewed"));
+    QCOMPARE(m_token->count("C_Login"), 1);
+    QVERIFY(m_errors.isEmpty());
+}
+
+void TestPresumedKeys::noKeyAfterAll()
+{
+    QTRY_COMPARE(shown(), QStringLiteral("kkkkcc"));
+    QVERIFY(!sign("elsewhere"));
+    QCOMPARE(m_errors.size(), 1);
+    QCOMPARE(m_errors.last().kind, TokenError::NoKey);
+    QCOMPARE(m_prompt->count(), 1);
+    QCOMPARE(m_token->count("C_SignInit"), 0);
+    QTRY_COMPARE(shown(), QStringLiteral("kkkccc"));
+}
+
+/// Nothing but the certificate goes.
+void TestPresumedKeys::removalOfOneWithoutKey()
+{
+    QTRY_COMPARE(shown(), QStringLiteral("kkkkcc"));
+    const QByteArray der = entry("elsewhere").certificate().toDER();
+    const int before = m_token->token().objectCount();
+    QVERIFY(m_stores->remove(m_stores->byName(StoreName), entry("elsewhere").id()));
+    QCOMPARE(m_token->token().objectCount(), before - 1);
+    QTRY_COMPARE(shown(), QStringLiteral("kkk-cc"));
+    QVERIFY(addCertificate(der, QStringLiteral("05"), "elsewhere"));
+}
+
+/// Where any key has a public key object, a certificate without one stays what it is.
+void TestPresumedKeys::publicKeysTell()
+{
+    QVERIFY(m_token->token().generateKeyPair(QStringLiteral("rsa:2048"), QStringLiteral("09"),
+                                             QStringLiteral("bare")));
+    QVERIFY(m_token->replug(m_storeId));
+    QTRY_COMPARE(shown(), QStringLiteral("cccccc"));
+    QVERIFY(!TokenMonitor::token(m_storeId).keysPresumed);
+}
+
+QTEST_GUILESS_MAIN(TestPresumedKeys)
+#include "tst_presumedkeys.moc"
