@@ -31,9 +31,14 @@ QByteArray signedText(const QByteArray &data)
     return QCA::arrayToHex(dataDigest(data)).toUtf8();
 }
 
+bool canSignRaw(const QCA::PKey &key)
+{
+    return keyType(key) == RsaKey;
+}
+
 QByteArray rawSignature(const QCA::PrivateKey &key, const QByteArray &text)
 {
-    if (keyType(key) != RsaKey)
+    if (!canSignRaw(key))
         return {};
     QCA::RSAPrivateKey rsa = key.toRSA();
     if (rsa.isNull())
@@ -46,7 +51,7 @@ QByteArray rawSignature(const QCA::PrivateKey &key, const QByteArray &text)
 bool isRawSignatureValid(const QCA::PrivateKey &key, const QByteArray &text,
                          const QByteArray &signature)
 {
-    if (keyType(key) != RsaKey)
+    if (!canSignRaw(key))
         return false;
     QCA::RSAPublicKey rsa = publicKeyOf(key).toRSA();
     if (rsa.isNull())

@@ -14,6 +14,10 @@ namespace Trivex {
 /// Empty when there is no SHA-256, or when `data` views a file that has been cut short since.
 QByteArray signedText(const QByteArray &data);
 
+/// Whether `key` is of the one kind whose signatures these are, RSA. Asks no token, runs no event
+/// loop.
+bool canSignRaw(const QCA::PKey &key);
+
 /// The PKCS#1 v1.5 signature of `text` itself, without digest and DigestInfo. Empty for a key that
 /// is not RSA, and when the signing fails or its question is rejected. May run an event loop.
 QByteArray rawSignature(const QCA::PrivateKey &key, const QByteArray &text);

@@ -7,6 +7,7 @@
 #include "qca/adapter/entries.h"
 #include "qca/adapter/question.h"
 #include "qca/adapter/regularfile.h"
+#include "qca/adapter/tokens.h"
 #include "signing/mappedfile.h"
 #include "signing/rawsignature.h"
 
@@ -154,6 +155,10 @@ void SignVerify::runSign(const Job &job)
         return;
     }
     const QPointer<SignVerify> self(this);
+    if (!Trivex::canSignRaw(key))
+        Trivex::reportWrongKeyKind(key);
+    if (!self)
+        return;
     QByteArray signature;
     {
         const Trivex::QuestionScope scope(&m_eventHandler);
@@ -200,6 +205,11 @@ void SignVerify::runVerify(const Job &job)
         setError(ErrorVerify);
         return;
     }
+    const QPointer<SignVerify> self(this);
+    if (!Trivex::canSignRaw(key))
+        Trivex::reportWrongKeyKind(key);
+    if (!self)
+        return;
     const bool valid = Trivex::isRawSignatureValid(key, text, *signature);
     finishVerifying(valid, bundle.certificateChain());
 }

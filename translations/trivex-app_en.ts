@@ -93,6 +93,10 @@
         <source>Choose another algorithm or another token.</source>
         <translation>Choose another algorithm or another token.</translation>
     </message>
+    <message id="trivex-app-advice-wrong-key-kind">
+        <source>Choose an RSA key.</source>
+        <translation>Choose an RSA key.</translation>
+    </message>
     <message id="trivex-app-algorithm">
         <source>Algorithm</source>
         <translation>Algorithm</translation>
@@ -259,6 +263,10 @@
     <message id="trivex-app-cause-unsupported">
         <source>The token does not know this kind or size of key.</source>
         <translation>The token does not know this kind or size of key.</translation>
+    </message>
+    <message id="trivex-app-cause-wrong-key-kind">
+        <source>This key can't make this kind of signature.</source>
+        <translation>This key can't make this kind of signature.</translation>
     </message>
     <message id="trivex-app-cause-wrong-pin">
         <source>The PIN is not right.</source>

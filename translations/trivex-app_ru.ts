@@ -93,6 +93,10 @@
         <source>Choose another algorithm or another token.</source>
         <translation>Выберите другой алгоритм или другой токен.</translation>
     </message>
+    <message id="trivex-app-advice-wrong-key-kind">
+        <source>Choose an RSA key.</source>
+        <translation>Выберите ключ RSA.</translation>
+    </message>
     <message id="trivex-app-algorithm">
         <source>Algorithm</source>
         <translation>Алгоритм</translation>
@@ -260,6 +264,10 @@
     <message id="trivex-app-cause-unsupported">
         <source>The token does not know this kind or size of key.</source>
         <translation>Токен не поддерживает ключи такого вида или размера.</translation>
+    </message>
+    <message id="trivex-app-cause-wrong-key-kind">
+        <source>This key can't make this kind of signature.</source>
+        <translation>Этим ключом нельзя создать подпись такого вида.</translation>
     </message>
     <message id="trivex-app-cause-wrong-pin">
         <source>The PIN is not right.</source>

@@ -84,6 +84,10 @@ constexpr Texts AllTexts[] = {
     {TokenError::NoKey, QT_TRID_NOOP("trivex-app-cause-no-private-key"),
      //% "Choose another certificate, or the token on which its key was made."
      QT_TRID_NOOP("trivex-app-advice-no-private-key")},
+    //% "This key can't make this kind of signature."
+    {TokenError::WrongKeyKind, QT_TRID_NOOP("trivex-app-cause-wrong-key-kind"),
+     //% "Choose an RSA key."
+     QT_TRID_NOOP("trivex-app-advice-wrong-key-kind")},
     //% "The token or its reader reported a fault."
     {TokenError::DeviceFailure, QT_TRID_NOOP("trivex-app-cause-device"),
      //% "Take the token out, insert it again and retry. If it stays so, copy the report."

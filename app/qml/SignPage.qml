@@ -16,9 +16,13 @@ Flickable {
     property string wantedEntry
     readonly property bool working: state_ === "signing" || state_ === "verifying"
     property string state_: ""
+    /// What was in the way of a check that failed, of that moment.
+    property string refusal
     property string signatureFile
     readonly property bool ready: loader.status === LoaderFile.Ready && keys.currentIndex >= 0
         && !working
+    readonly property string failure: library.errors.cause
+        ? library.errors.cause + " " + library.errors.advice : ""
     signal menuAsked()
     signal toast(string text)
 
@@ -84,6 +88,7 @@ Flickable {
         onErrorChanged: {
             if (error === SignVerify.NoError || !page.working)
                 return
+            page.refusal = page.failure
             page.state_ = error === SignVerify.ErrorNotFoundCmsFile ? "nosignature"
                 : page.state_ === "verifying" ? "refused" : "unsigned"
         }
@@ -215,10 +220,10 @@ Flickable {
                     signed: [1, qsTrId("trivex-app-signed"), page.signatureFile],
                     verified: [1, qsTrId("trivex-app-verified"),
                                qsTrId("trivex-app-verified-by").arg(signer.ceritficate.commonName)],
-                    refused: [3, qsTrId("trivex-app-refused"), qsTrId("trivex-app-refused-advice")],
-                    unsigned: [3, qsTrId("trivex-app-unsigned"), page.library.errors.cause
-                               ? page.library.errors.cause + " " + page.library.errors.advice
-                               : qsTrId("trivex-app-unsigned-advice")],
+                    refused: [3, qsTrId("trivex-app-refused"),
+                              page.refusal || qsTrId("trivex-app-refused-advice")],
+                    unsigned: [3, qsTrId("trivex-app-unsigned"),
+                               page.failure || qsTrId("trivex-app-unsigned-advice")],
                     nosignature: [3, qsTrId("trivex-app-nosignature"),
                                   Desktop.whyNotRead(page.signatureFile)],
                     unwritten: [3, qsTrId("trivex-app-unwritten"),

@@ -48,6 +48,7 @@ struct TokenError {
         TokenInUse, ///< another program, or another user of the token, stands in the way
         DataRefused, ///< what was to be signed or decrypted
         NoKey, ///< the login showed no private key for the certificate
+        WrongKeyKind, ///< the key is of a kind that can't do what was asked of it
         DeviceFailure, ///< everything else; `returnValue` says what
     };
     Kind kind = NoError;
@@ -84,6 +85,10 @@ Q_SIGNALS:
 /// `TokenBackend::findPrivateKey`. Null when there is none or no token provider is loaded.
 TRIVEX_QCA_EXPORT QCA::PrivateKey findTokenKey(const QString &keyStoreId,
                                                const QCA::PublicKey &publicKey);
+
+/// Publishes through `TokenMonitor::failed` that `key`, of a token or not, is of a kind that can't
+/// do what was asked of it. No token has been asked. Any thread.
+TRIVEX_QCA_EXPORT void reportWrongKeyKind(const QCA::PKey &key);
 
 } // namespace Trivex
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "qca/engine/tokenregistry.h"
 
+#include "qca/adapter/keys.h"
+
 #include <QHash>
 
 #include <atomic>
@@ -100,6 +102,14 @@ void publishTokenStatus(const TokenStatus &status, quint64 number)
 void publishTokenError(const TokenError &error)
 {
     Q_EMIT TokenHub::instance().failed(error);
+}
+
+void reportWrongKeyKind(const QCA::PKey &key)
+{
+    TokenError error;
+    error.kind = TokenError::WrongKeyKind;
+    error.keyStoreId = keyStoreIdOf(key);
+    publishTokenError(error);
 }
 
 TokenMonitor::TokenMonitor(QObject *parent)

@@ -47,6 +47,7 @@ private Q_SLOTS:
     void changedDocument();
     void missingSignature();
     void signatureCannotBeWritten();
+    void keyOfAnotherKind();
     void tokenIsGone();
     void slowTokenIsStopped();
     void pageIsLeft();
@@ -70,16 +71,21 @@ private:
 void AppSignTest::initTestCase()
 {
     QVERIFY(m_authority.isValid());
-    const QString id = QStringLiteral("01");
-    QVERIFY(token->token().generateKeyPair(QStringLiteral("rsa:2048"), id, id));
-    QVERIFY(token->token().writeObject(
-        QStringLiteral("cert"),
-        m_authority.issue(token->token().publicKey(id), QStringLiteral("/CN=Signer")), id, id));
+    const auto put = [&](const char *type, const QString &id, const char *subject) {
+        return token->token().generateKeyPair(QLatin1String(type), id, id)
+            && token->token().writeObject(
+                QStringLiteral("cert"),
+                m_authority.issue(token->token().publicKey(id), QLatin1String(subject)), id, id);
+    };
+    QVERIFY(put("rsa:2048", QStringLiteral("01"), "/CN=Signer"));
+    QVERIFY(put("EC:secp384r1", QStringLiteral("02"), "/CN=Voter"));
     m_window = std::make_unique<WindowDriver>();
     m_steps = std::make_unique<Steps>(*m_window);
     m_robot = std::make_unique<PinRobot>(*m_window);
     QVERIFY(m_window->waitForItem(QStringLiteral("token-") + token->token().label()));
-    QVERIFY(m_window->waitFor([&] { return m_window->rowNamed(QStringLiteral("Signer")) >= 0; }));
+    for (const char *name : {"Signer", "Voter"}) {
+        QVERIFY(m_window->waitFor([&] { return m_window->rowNamed(QLatin1String(name)) >= 0; }));
+    }
 }
 
 void AppSignTest::init()
@@ -253,6 +259,38 @@ void AppSignTest::signatureCannotBeWritten()
     QVERIFY(!detail().isEmpty());
     const QStringList warnings = m_window->takeWarnings();
     QCOMPARE(warnings.filter(QStringLiteral("not written")).size(), warnings.size());
+}
+
+/// Said in its own words, with what helps, and without a PIN that would not.
+void AppSignTest::keyOfAnotherKind()
+{
+    const QString path = document("curve.txt", "By another kind of key\n");
+    QVERIFY(token->replug(m_steps->tokenStoreId()));
+    token->forget();
+    QQuickItem *chooser = m_window->item(QStringLiteral("signKeyChooser"));
+    const auto choose = [&](Qt::Key key, const char *name) {
+        chooser->forceActiveFocus(Qt::TabFocusReason);
+        m_window->key(key);
+        return m_window->waitFor(
+            [&] { return chooser->property("displayText").toString() == QLatin1String(name); });
+    };
+    QVERIFY(m_steps->waitEnabled("signKeyChooser"));
+    QVERIFY(choose(Qt::Key_Down, "Voter"));
+    const QString reason = qtTrId("trivex-app-cause-wrong-key-kind") + QLatin1Char(' ')
+        + qtTrId("trivex-app-advice-wrong-key-kind");
+    QVERIFY(m_steps->waitEnabled("doSign"));
+    QVERIFY(m_steps->press("doSign"));
+    QCOMPARE(result(), qtTrId("trivex-app-unsigned"));
+    QCOMPARE(detail(), reason);
+    QVERIFY(!QFile::exists(path + QStringLiteral(".sig")));
+    writeTestFile(path + QStringLiteral(".sig"), "no signature");
+    QVERIFY(m_steps->press("doVerify"));
+    QVERIFY(m_window->waitFor(
+        [&] { return m_steps->text("signResult") == qtTrId("trivex-app-refused"); }));
+    QCOMPARE(detail(), reason);
+    QCOMPARE(token->count("C_Login"), 0);
+    QVERIFY(!m_window->isOpen(QStringLiteral("errorDialog")));
+    QVERIFY(choose(Qt::Key_Up, "Signer"));
 }
 
 void AppSignTest::tokenIsGone()

@@ -5,7 +5,10 @@
 #include "certificates/certificate.h"
 #include "certificates/keystoreentry.h"
 #include "keystores/keystoremodel.h"
+#include "qca/adapter/entries.h"
+#include "qca/adapter/tokens.h"
 #include "signing/signverify.h"
+#include "tests/signing/scriptedkey.h"
 #include "tests/support/testcertificates.h"
 #include "tests/support/testtoken.h"
 
@@ -28,6 +31,8 @@ private Q_SLOTS:
     void initTestCase();
     void rejectedThenWrongThenRight();
     void ellipticCurveKey();
+    void keyOfAFile_data();
+    void keyOfAFile();
     void tokenRemoved();
 
 private:
@@ -129,13 +134,52 @@ void TestSignToken::rejectedThenWrongThenRight()
 
 void TestSignToken::ellipticCurveKey()
 {
+    const Trivex::TokenMonitor monitor;
+    QSignalSpy failed(&monitor, &Trivex::TokenMonitor::failed);
     SignVerify signer;
     SignVerify verifier;
+    QSignalSpy asked(&signer, &SignVerify::getPin);
     const QString signature = m_authority.file(QStringLiteral("data.sig"));
     signer.sign(data, m_authority.file(QStringLiteral("ec.sig")), entry(QStringLiteral("Ec")));
     verifier.verify(data, signature, entry(QStringLiteral("Ec")));
     QTRY_COMPARE_WITH_TIMEOUT(verifier.error(), int(SignVerify::ErrorVerify), patience);
     QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), patience);
+    // The reason, twice, and nobody was asked for a PIN that would not have helped.
+    QCOMPARE(failed.size(), 2);
+    const auto error = failed.first().first().value<Trivex::TokenError>();
+    QCOMPARE(error.kind, Trivex::TokenError::WrongKeyKind);
+    QCOMPARE(error.keyStoreId, Trivex::entryStoreId(entry(QStringLiteral("Ec"))->entry()));
+    QCOMPARE(asked.size(), 0);
+}
+
+void TestSignToken::keyOfAFile_data()
+{
+    QTest::addColumn<QStringList>("make");
+    QTest::newRow("EC") << QStringList{QStringLiteral("ecparam"), QStringLiteral("-name"),
+                                       QStringLiteral("prime256v1"), QStringLiteral("-genkey"),
+                                       QStringLiteral("-noout")};
+    QTest::newRow("DSA") << QStringList{QStringLiteral("dsaparam"), QStringLiteral("-genkey"),
+                                        QStringLiteral("-noout"), QStringLiteral("1024")};
+    QTest::newRow("Ed25519") << QStringList{QStringLiteral("genpkey"), QStringLiteral("-algorithm"),
+                                            QStringLiteral("ed25519")};
+}
+
+void TestSignToken::keyOfAFile()
+{
+    QFETCH(QStringList, make);
+    const QByteArray pem = m_authority.openssl(make);
+    const QCA::PrivateKey key = QCA::PrivateKey::fromPEM(QString::fromLatin1(pem));
+    QVERIFY(!key.isNull());
+    const auto bundle = bundleEntry(key);
+    const Trivex::TokenMonitor monitor;
+    QSignalSpy failed(&monitor, &Trivex::TokenMonitor::failed);
+    SignVerify signer;
+    signer.sign(data, m_authority.file(QStringLiteral("file.sig")), bundle.get());
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), patience);
+    QCOMPARE(failed.size(), 1);
+    QCOMPARE(failed.first().first().value<Trivex::TokenError>().kind,
+             Trivex::TokenError::WrongKeyKind);
+    QVERIFY(!QFile::exists(m_authority.file(QStringLiteral("file.sig"))));
 }
 
 void TestSignToken::tokenRemoved()

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "certificates/certificate.h"
+#include "qca/adapter/tokens.h"
 #include "signing/loaderfile.h"
 #include "signing/signverify.h"
 #include "tests/signing/scriptedkey.h"
@@ -76,6 +77,7 @@ private Q_SLOTS:
     void changedDataIsRefused();
     void failuresOfSigning();
     void failuresOfVerifying();
+    void keyOfAnotherKind();
     void errorNotifiedOnce();
     void unwritableFile();
     void cutFileIsNotSigned();
@@ -252,6 +254,37 @@ void TestSignVerify::failuresOfVerifying()
     notRsa.verify(data, path("some.sig"), foreign.get());
     QTRY_COMPARE_WITH_TIMEOUT(notRsa.error(), int(SignVerify::ErrorVerify), 3000);
     QCOMPARE(messages.take(), QStringList({QStringLiteral("0 Error verify")}));
+}
+
+/// Such a key can't make these signatures: the reason stands beside the plain error, and is of no
+/// other failure.
+void TestSignVerify::keyOfAnotherKind()
+{
+    const Trivex::TokenMonitor monitor;
+    QSignalSpy failed(&monitor, &Trivex::TokenMonitor::failed);
+    SignVerify signer;
+    QSignalSpy asked(&signer, &SignVerify::getPin);
+    const auto refusing = bundleEntry(scriptedKey(softwareKey(), [] { return false; }));
+    signer.sign(data, path("kind.sig"), refusing.get());
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), 6000);
+    QCOMPARE(failed.size(), 0);
+
+    const auto foreign = bundleEntry(foreignKey());
+    signer.setError(SignVerify::NoError);
+    signer.sign(data, path("kind.sig"), foreign.get());
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), 6000);
+    QCOMPARE(failed.size(), 1);
+    QVERIFY(!QFile::exists(path("kind.sig")));
+    write(path("kind.sig"), "x");
+    signer.verify(data, path("kind.sig"), foreign.get());
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorVerify), 6000);
+    QCOMPARE(failed.size(), 2);
+    for (const QList<QVariant> &one : qAsConst(failed)) {
+        const auto error = one.first().value<Trivex::TokenError>();
+        QCOMPARE(error.kind, Trivex::TokenError::WrongKeyKind);
+        QCOMPARE(error.keyStoreId, QString());
+    }
+    QCOMPARE(asked.size(), 0);
 }
 
 void TestSignVerify::errorNotifiedOnce()
