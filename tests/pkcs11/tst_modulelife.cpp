@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/core/restartpause.h"
+#include "qca/adapter/keygenerator.h"
 #include "qca/adapter/tokens.h"
 #include "tests/pkcs11/faultytoken.h"
 #include "tests/pkcs11/pinprompt.h"
@@ -39,6 +40,8 @@ private Q_SLOTS:
     void operationFaults();
     void aSingleFaultChangesNothing();
     void refusalsAreNoFaults();
+    void failuresCountByOperations_data();
+    void failuresCountByOperations();
     void foreignModuleStaysAsItIs();
     void takenAgainWhileAThreadIsInside();
     void pauseGrows();
@@ -188,6 +191,45 @@ void TestModuleLife::aSingleFaultChangesNothing()
     QCOMPARE(m_token->count("C_Finalize"), 0);
     QCOMPARE(m_token->count("C_Login"), 1);
     QVERIFY(isShown(stores));
+}
+
+void TestModuleLife::failuresCountByOperations_data()
+{
+    QTest::addColumn<QByteArray>("call");
+    QTest::newRow("generation") << QByteArray("C_GenerateKeyPair");
+    QTest::newRow("removal") << QByteArray("C_DestroyObject");
+}
+
+// Each tries more than once, or undoes what it began; that is one failure, also of a device that
+// can't be asked for random bytes.
+void TestModuleLife::failuresCountByOperations()
+{
+    QFETCH(QByteArray, call);
+    const QCA::Initializer qca;
+    PinPrompt prompt(TestToken::pin());
+    Stores stores;
+    QVERIFY(stores.waitForEntries(StoreName, 1));
+    QCA::KeyStore *store = stores.byName(StoreName);
+    const QString entryId = stores.entries(StoreName).first().id();
+    m_token->forget();
+    m_token->control("fail C_GenerateRandom * CKR_FUNCTION_NOT_SUPPORTED\n"
+                     "fail "
+                     + call + " * CKR_FUNCTION_FAILED");
+    for (int round = 0; round < 2; ++round) {
+        if (call == "C_DestroyObject") {
+            QVERIFY(!stores.remove(store, entryId));
+            continue;
+        }
+        Trivex::KeyGenerator generator;
+        generator.setTarget(store->id(), QStringLiteral("refused"));
+        QVERIFY(generator.createRSA(2048, 3, QStringLiteral("qca-norvel-pkcs11")).isNull());
+    }
+    QVERIFY(m_token->count(call.constData()) >= 2);
+    QTest::qWait(SomeLooks);
+    QCOMPARE(m_token->count("C_Finalize"), 0);
+    m_token->control();
+    QVERIFY(sign(stores));
+    QCOMPARE(m_token->count("C_Login"), 1);
 }
 
 // Who initialised it in this process has sessions of its own.

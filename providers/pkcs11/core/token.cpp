@@ -140,7 +140,7 @@ void Token::read()
             connection->noteSuccess();
             service.publishContents(*connection);
         } catch (const Error &error) {
-            connection->noteError(error);
+            connection->noteFailure(error);
             service.publishReadFailure(*connection);
         }
     });
@@ -242,7 +242,7 @@ TokenError Token::attempt(Task &task)
         connection.noteSuccess();
         return {};
     } catch (const Error &error) {
-        connection.noteError(error);
+        connection.noteFailure(error);
         return describe(error, storeId, task.purpose);
     } catch (const std::exception &) {
         return describe(Error(CKR_HOST_MEMORY, ""), storeId, task.purpose);

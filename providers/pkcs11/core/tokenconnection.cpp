@@ -249,10 +249,6 @@ bool TokenConnection::deviceAnswers() const noexcept
 
 void TokenConnection::noteError(const Error &error) noexcept
 {
-    // A key size that a module does not like is a device error to some: three of them in a row are
-    // no reason to start it anew, which would cost every login.
-    if (Pkcs11::ModuleHealth::isFault(error.returnValue()) && !deviceAnswers())
-        m_module->health().noteOperation(error.returnValue());
     if (Pkcs11::endsSession(error.returnValue()))
         m_anchor.reset();
 }
@@ -271,6 +267,15 @@ TokenConnection::Scope::~Scope()
 void TokenConnection::noteSuccess() noexcept
 {
     m_module->health().noteOperation(CKR_OK);
+}
+
+void TokenConnection::noteFailure(const Error &error) noexcept
+{
+    // A key size that a module does not like is a device error to some: three of them in a row are
+    // no reason to start it anew, which would cost every login.
+    if (Pkcs11::ModuleHealth::isFault(error.returnValue()) && !deviceAnswers())
+        m_module->health().noteOperation(error.returnValue());
+    noteError(error);
 }
 
 void TokenConnection::checkCancelled() const

@@ -74,8 +74,11 @@ public:
 
     /// Called after every error: closes the anchor when the error has ended it.
     void noteError(const Pkcs11::Error &error) noexcept;
-    /// Called after every operation that went well.
+    /// Called once after every operation and reading that went well.
     void noteSuccess() noexcept;
+    /// Called once after every other: the module's faults are counted by operations, however often
+    /// each of them tries and undoes something.
+    void noteFailure(const Pkcs11::Error &error) noexcept;
 
     /// The operation that works on the connection while one lives, by its cancellation; a null one
     /// for what has to be done to its end, as undoing has.
