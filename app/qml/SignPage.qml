@@ -43,9 +43,13 @@ Flickable {
     function selectEntry(entryId) {
         wantedEntry = entryId
         for (let i = 0; i < keyRows.count; ++i) {
-            if (keyRows.value(i, "entryId") === entryId)
+            if (keyRows.value(i, "entryId") === entryId) {
                 keys.currentIndex = i
+                return
+            }
         }
+        // Never another key in the place of the one that was chosen.
+        keys.currentIndex = -1
     }
     function work(verifying) {
         if (!ready)
@@ -153,7 +157,7 @@ Flickable {
             }
             Label {
                 text: keys.count === 0 ? qsTrId("trivex-app-no-key")
-                    : keys.currentIndex >= 0 ? keyRows.value(keys.currentIndex, "storeName") : ""
+                    : keys.currentIndex >= 0 ? keyRows.value(keys.currentIndex, "storeName") || "" : ""
                 color: Theme.textDim
                 font.pixelSize: Theme.smallSize
                 wrapMode: Text.WordWrap

@@ -20,6 +20,7 @@ class TestTokenContents : public QObject {
 private Q_SLOTS:
     void labels_data();
     void labels();
+    void presumesKeysOfAFew();
     void findsIdentifiersInPieces();
     void findsIssuersByMeaning_data();
     void findsIssuersByMeaning();
@@ -81,6 +82,29 @@ TokenKey keyOf(const TokenCertificate &certificate)
 }
 
 } // namespace
+
+// A card has a few certificates whose keys may hide; thousands are a directory of other people's.
+void TestTokenContents::presumesKeysOfAFew()
+{
+    const QByteArray der = Corpus::read(QStringLiteral("string-utf8.der"));
+    const auto withKeys = [&der](int number) {
+        TokenObjects objects;
+        objects.privateKeysHidden = true;
+        for (int i = 0; i < number; ++i) {
+            QByteArray another = der;
+            another[another.size() - 1] = char(i); // of the signature
+            another[another.size() - 2] = char(i >> 8);
+            objects.certificates.push_back(certificateOf(another));
+            objects.certificates.back().id = QByteArray::number(i);
+        }
+        const TokenContentsPtr contents = assembleContents(objects, QStringLiteral("store"));
+        return std::count_if(contents->entries.begin(), contents->entries.end(),
+                             [](const auto &entry) { return entry->key != nullptr; });
+    };
+    QCOMPARE(int(withKeys(1)), 1);
+    QCOMPARE(int(withKeys(100)), 100);
+    QCOMPARE(int(withKeys(101)), 0);
+}
 
 void TestTokenContents::labels_data()
 {

@@ -264,6 +264,10 @@ bool mayHaveKey(const TokenObjects &objects, const TokenCertificate &certificate
         && algorithmOf(certificate.parts.publicInfo.in(certificate.der));
 }
 
+/// A card holds a few certificates of its owner. A token that shows more without showing a key is a
+/// directory of other people's, and a key for each would cost its readers for nothing.
+constexpr size_t MostPresumed = 100;
+
 TokenKeyPtr presumedKey(const TokenCertificate &certificate)
 {
     auto key = std::make_shared<TokenKey>();
@@ -289,16 +293,34 @@ CK_KEY_TYPE tokenTypeOf(const QByteArray &publicInfo)
     return algorithm ? algorithm->type : CKK_EC;
 }
 
+/// Gives the certificates that may have their keys on the token presumed ones; true when any does.
+static bool presumeKeys(const TokenObjects &objects,
+                        const std::vector<std::shared_ptr<TokenCertificate>> &certificates,
+                        std::vector<TokenKeyPtr> *keys)
+{
+    std::vector<size_t> presumed;
+    for (size_t i = 0; i < certificates.size(); ++i) {
+        if (!keys->at(i) && mayHaveKey(objects, *certificates[i]))
+            presumed.push_back(i);
+    }
+    if (presumed.empty() || presumed.size() > MostPresumed)
+        return false;
+    for (const size_t i : presumed)
+        keys->at(i) = presumedKey(*certificates[i]);
+    return true;
+}
+
 TokenContentsPtr assembleContents(const TokenObjects &objects, const QString &storeId)
 {
     KeyIndex keys(objects);
     const auto certificates = withoutCopies(objects.certificates);
-    const std::vector<TokenKeyPtr> found = keysOf(certificates, &keys);
+    std::vector<TokenKeyPtr> found = keysOf(certificates, &keys);
     IssuerIndex issuers;
     for (const auto &certificate : certificates)
         issuers.add(certificate);
 
     auto contents = std::make_shared<TokenContents>();
+    contents->keysPresumed = presumeKeys(objects, certificates, &found);
     contents->entries.reserve(certificates.size());
     const QByteArray store = sha1(storeId.toUtf8()).toHex().left(12);
     for (size_t i = 0; i < certificates.size(); ++i) {
@@ -306,10 +328,6 @@ TokenContentsPtr assembleContents(const TokenObjects &objects, const QString &st
         auto entry = std::make_shared<TokenEntry>();
         entry->certificate = certificate;
         entry->key = found[i];
-        if (!entry->key && mayHaveKey(objects, *certificate)) {
-            entry->key = presumedKey(*certificate);
-            contents->keysPresumed = true;
-        }
         if (entry->key)
             entry->issuers = issuers.issuersOf(certificate);
         entry->id = entryId(store, *certificate, entry->key != nullptr);
