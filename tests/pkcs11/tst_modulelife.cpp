@@ -36,6 +36,7 @@ private Q_SLOTS:
     void init();
     void slotCounts_data();
     void slotCounts();
+    void slotListGrows();
     void lookFaults();
     void operationFaults();
     void aSingleFaultChangesNothing();
@@ -112,6 +113,23 @@ void TestModuleLife::slotCounts()
     m_token->control();
     QTest::qWait(SomeLooks);
     QVERIFY(isShown(stores));
+    QCOMPARE(m_token->count("C_Finalize"), 0);
+}
+
+// Readers that come up one after the other: the list that was asked for fits no more when it is
+// read.
+void TestModuleLife::slotListGrows()
+{
+    const QCA::Initializer qca;
+    Stores stores;
+    QVERIFY(stores.waitForEntries(StoreName, 1));
+    m_token->forget();
+    m_token->control("slots-grow\nremove");
+    // The token is seen to go, and to come back.
+    QTRY_VERIFY_WITH_TIMEOUT(stores.entries(StoreName).isEmpty(), Patience);
+    m_token->control("slots-grow");
+    QTRY_VERIFY_WITH_TIMEOUT(isShown(stores), Patience);
+    m_token->control();
     QCOMPARE(m_token->count("C_Finalize"), 0);
 }
 

@@ -30,16 +30,20 @@ constexpr Worker::Milliseconds LongestFaultPause{60 * 60 * 1000};
 constexpr CK_ULONG MostSlots = 1024;
 /// Tokens may come between the two calls for the list, but not for ever.
 constexpr int ListTries = 8;
+/// Room for those that do; twice as much after each try that was too small.
+constexpr CK_ULONG SpareSlots = 16;
 
 /// Nothing while the list changes faster than it can be read.
 std::optional<std::vector<CK_SLOT_ID>> slotsWithToken(const Pkcs11::Module &module)
 {
-    for (int attempt = 0; attempt < ListTries; ++attempt) {
+    CK_ULONG spare = SpareSlots;
+    for (int attempt = 0; attempt < ListTries; ++attempt, spare *= 2) {
         // The list is only brought up to date by a call without a buffer (PKCS#11 2.40, 5.5).
         CK_ULONG count = 0;
         CK_RV result = module->C_GetSlotList(CK_TRUE, nullptr, &count);
-        std::vector<CK_SLOT_ID> slots(std::min(count, MostSlots));
-        if (result == CKR_OK && !slots.empty()) {
+        std::vector<CK_SLOT_ID> slots;
+        if (result == CKR_OK && count > 0) {
+            slots.resize(std::min(count, MostSlots) + spare);
             count = slots.size();
             result = module->C_GetSlotList(CK_TRUE, slots.data(), &count);
         }

@@ -20,9 +20,10 @@ const std::map<std::string, Action> actionNames = {
 };
 
 const std::map<std::string, bool Script::*> stateNames = {
-    {"read-only", &Script::readOnly}, {"full", &Script::full},
-    {"locked", &Script::locked},      {"count-low", &Script::countLow},
-    {"final-try", &Script::finalTry}, {"no-login-flag", &Script::noLoginFlag},
+    {"read-only", &Script::readOnly},    {"full", &Script::full},
+    {"locked", &Script::locked},         {"count-low", &Script::countLow},
+    {"final-try", &Script::finalTry},    {"no-login-flag", &Script::noLoginFlag},
+    {"no-pin-flag", &Script::noPinFlag}, {"slots-grow", &Script::slotsGrow},
 };
 
 const std::map<std::string, Kind> kindNames = {

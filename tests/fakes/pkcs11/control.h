@@ -50,6 +50,7 @@ struct Script {
     bool allRemoved = false;
     unsigned long slotLimit = 0; //!< 0: all slots
     std::optional<unsigned long> slotCount; //!< what C_GetSlotList says, whatever it lists
+    bool slotsGrow = false; //!< each list is one slot longer than the one before
     bool broken = false; //!< until the module is finalised
     std::optional<Kind> brokenKind; //!< which calls; none: those about slots and sessions
     CK_RV brokenResult = CKR_OK;
@@ -60,6 +61,7 @@ struct Script {
     bool countLow = false;
     bool finalTry = false;
     bool noLoginFlag = false;
+    bool noPinFlag = false; //!< says that the user has no PIN, whatever a login does
     std::optional<std::string> pinPad; //!< the PIN that is typed on the reader
     std::set<std::string> gostHabits; //!< what the token does its own way with GOST keys
     std::vector<std::string> errors; //!< lines that were not understood

@@ -15,6 +15,9 @@
 namespace Faulty {
 namespace {
 
+// Above all that the real module numbers in order; it knows none of them.
+constexpr CK_SLOT_ID FirstGrownSlot = 1UL << 62;
+
 std::string environment(const char *name, const char *fallback)
 {
     const char *value = std::getenv(name);
@@ -114,6 +117,7 @@ void Device::reload()
     m_controlStamp = stamp;
     m_script = parseScript(readFile(m_controlPath));
     m_takenAway.clear();
+    m_grown = 0;
     if (m_script.tries == 0)
         m_wrongPins.clear();
     for (const std::string &line : m_script.errors)
@@ -256,6 +260,10 @@ CK_RV Device::slotList(CK_BBOOL tokenPresent, CK_SLOT_ID *slots, CK_ULONG *count
         if (within && (!tokenPresent || !isRemoved(slot.id)))
             shown.push_back(slot.id);
     }
+    if (m_script.slotsGrow)
+        ++m_grown;
+    for (unsigned long i = 0; i < m_grown; ++i)
+        shown.push_back(FirstGrownSlot + i);
     const CK_ULONG room = *count;
     *count = m_script.slotCount.value_or(shown.size());
     if (!slots)
@@ -310,6 +318,8 @@ CK_RV Device::tokenInfo(CK_SLOT_ID slot, CK_TOKEN_INFO *info)
         info->flags |= CKF_WRITE_PROTECTED;
     if (m_script.noLoginFlag)
         info->flags &= ~static_cast<CK_FLAGS>(CKF_LOGIN_REQUIRED);
+    if (m_script.noPinFlag)
+        info->flags &= ~static_cast<CK_FLAGS>(CKF_USER_PIN_INITIALIZED);
     if (m_script.pinPad)
         info->flags |= CKF_PROTECTED_AUTHENTICATION_PATH;
     return result;

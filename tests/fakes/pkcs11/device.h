@@ -80,6 +80,7 @@ private:
     Script m_script;
     std::vector<Slot> m_slots;
     std::set<CK_SLOT_ID> m_takenAway; //!< by a "remove-at" rule
+    unsigned long m_grown = 0; //!< slots without a token that "slots-grow" has added
     std::map<CK_SESSION_HANDLE, CK_SLOT_ID> m_sessions;
     std::map<CK_SESSION_HANDLE, CK_SLOT_ID> m_deadSessions;
     std::map<CK_SLOT_ID, unsigned long> m_wrongPins;
