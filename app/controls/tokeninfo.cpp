@@ -125,6 +125,9 @@ void TokenInfo::cancel()
 
 QString TokenInfo::pinText(PinState state, int triesLeft)
 {
+    if (state == PinState::NotSet)
+        return qtTrId("trivex-app-cause-pin-not-set") + QLatin1Char(' ')
+            + qtTrId("trivex-app-advice-pin-not-set");
     if (state == PinState::Locked) {
         //% "The PIN is locked. Only the token's administrator can unlock it."
         return qtTrId("trivex-app-pin-locked");

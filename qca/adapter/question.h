@@ -25,8 +25,8 @@ enum QuestionKind : int {
 /// Why a token asks for its PIN.
 enum class Purpose { Sign, Decrypt, Write, Remove, Generate };
 
-/// What the token says of its PIN (PKCS#11, CK_TOKEN_INFO flags).
-enum class PinState { Normal, CountLow, FinalTry, Locked };
+/// What the token says of its PIN (PKCS#11, CK_TOKEN_INFO flags). `NotSet`: its user has none yet.
+enum class PinState { NotSet, Normal, CountLow, FinalTry, Locked };
 
 /// What a prompt can tell its user about a question of our own providers.
 struct QuestionInfo {

@@ -34,6 +34,9 @@ public:
     /// The name of the object to work on (the label of a key to generate); may be empty.
     QString objectId() const { return m_objectId; }
 
+    /// True while a stored PIN waits to be handed out.
+    bool hasStoredPin() const { return !m_storedPin.isEmpty(); }
+
     /// The result of asking for a PIN.
     struct Pin {
         Secret value; ///< empty: there is none, the operation has to fail

@@ -83,7 +83,7 @@ void FaultyToken::forget()
     m_forgotten = int(QFile(m_token.path() + QStringLiteral("/calls")).size());
 }
 
-bool FaultyToken::replug(const QString &keyStoreId)
+bool FaultyToken::replug(const QString &keyStoreId, const QByteArray &orders)
 {
     const auto isPresent = [&](bool wanted) {
         return QTest::qWaitFor(
@@ -93,10 +93,10 @@ bool FaultyToken::replug(const QString &keyStoreId)
             },
             5000);
     };
-    control("remove");
+    control("remove\n" + orders);
     if (!isPresent(false))
         return false;
-    control();
+    control(orders);
     return isPresent(true);
 }
 

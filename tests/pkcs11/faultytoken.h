@@ -28,9 +28,9 @@ public:
     QList<QByteArray> attributesAsked() const;
     void forget();
 
-    /// Takes the token out and puts it back, which ends the login. False when the provider does not
-    /// follow within five seconds.
-    bool replug(const QString &keyStoreId);
+    /// Takes the token out and puts it back, which ends the login; with `orders` in force from when
+    /// it is out. False when the provider does not follow within five seconds.
+    bool replug(const QString &keyStoreId, const QByteArray &orders = QByteArray());
 
 private:
     QByteArray newLog() const;

@@ -29,6 +29,9 @@ private Q_SLOTS:
     void afterLogin();
     void noKeyAfterAll();
     void removalOfOneWithoutKey();
+    void unannouncedHiding();
+    void nothingIsHidden();
+    void unannouncedHidingOfAPair();
     void publicKeysTell();
 
 private:
@@ -49,6 +52,7 @@ private:
     TokenMonitor m_monitor;
     QList<TokenError> m_errors;
     QString m_storeId;
+    QByteArray m_elsewhere;
 };
 
 bool TestPresumedKeys::addKey(const QString &type, const QString &id, QByteArray *publicInfo)
@@ -86,10 +90,10 @@ bool TestPresumedKeys::addCertificates()
          QStringLiteral("-subj"), QStringLiteral("/CN=Authority"), QStringLiteral("-outform"),
          QStringLiteral("DER")});
     // Its key is not here.
-    const QByteArray elsewhere = m_authority->openssl(
-        {QStringLiteral("pkey"), QStringLiteral("-in"),
-         m_authority->file(QStringLiteral("other.key")), QStringLiteral("-pubout"),
-         QStringLiteral("-outform"), QStringLiteral("DER")});
+    m_elsewhere = m_authority->openssl({QStringLiteral("pkey"), QStringLiteral("-in"),
+                                        m_authority->file(QStringLiteral("other.key")),
+                                        QStringLiteral("-pubout"), QStringLiteral("-outform"),
+                                        QStringLiteral("DER")});
     const auto issue = [this](const QByteArray &info, const char *subject) {
         return m_authority->issue(info, QString::fromLatin1(subject));
     };
@@ -98,7 +102,7 @@ bool TestPresumedKeys::addCertificates()
         && addCertificate(issue(curve, "/CN=Curve"), CurveId, "curve")
         && addCertificate(issue(curve, "/CN=Renewed"), CurveId, "renewed")
         && addCertificate(m_authority->certificate(), QStringLiteral("04"), "root")
-        && addCertificate(issue(elsewhere, "/CN=Elsewhere"), QStringLiteral("05"), "elsewhere");
+        && addCertificate(issue(m_elsewhere, "/CN=Elsewhere"), QStringLiteral("05"), "elsewhere");
 }
 
 void TestPresumedKeys::initTestCase()
@@ -135,7 +139,8 @@ QCA::KeyStoreEntry TestPresumedKeys::entry(const char *name) const
 
 bool TestPresumedKeys::isBundle(const char *name) const
 {
-    return entry(name).type() == QCA::KeyStoreEntry::TypeKeyBundle;
+    const QCA::KeyStoreEntry found = entry(name);
+    return !found.isNull() && found.type() == QCA::KeyStoreEntry::TypeKeyBundle;
 }
 
 QString TestPresumedKeys::shown() const
@@ -201,6 +206,57 @@ void TestPresumedKeys::removalOfOneWithoutKey()
     QCOMPARE(m_token->token().objectCount(), before - 1);
     QTRY_COMPARE(shown(), QStringLiteral("kkk-cc"));
     QVERIFY(addCertificate(der, QStringLiteral("05"), "elsewhere"));
+}
+
+/// The token hides its keys before a login that its flags say nothing of.
+void TestPresumedKeys::unannouncedHiding()
+{
+    QVERIFY(m_token->replug(m_storeId, "no-login-flag"));
+    QTRY_COMPARE(shown(), QStringLiteral("kkkkcc"));
+    QVERIFY(TokenMonitor::token(m_storeId).keysPresumed);
+    // What is no key needs no login.
+    QCA::KeyStore *store = m_stores->byName(StoreName);
+    const QByteArray other = m_authority->issue(m_elsewhere, QStringLiteral("/CN=Other"));
+    QVERIFY(!m_stores->write(store, QCA::Certificate::fromDER(other)).isEmpty());
+    QCOMPARE(m_prompt->count(), 0);
+    QCOMPARE(m_token->count("C_Login"), 0);
+    QVERIFY(sign("rsa"));
+    QCOMPARE(m_prompt->count(), 1);
+    QTRY_COMPARE(shown(), QStringLiteral("kkkccc"));
+    QVERIFY(!TokenMonitor::token(m_storeId).keysPresumed);
+    QVERIFY(sign("curve"));
+    QVERIFY(m_stores->remove(store, entry("Other").id()));
+    QCOMPARE(m_token->count("C_Login"), 1);
+    QVERIFY(m_errors.isEmpty());
+}
+
+/// A token that has no PIN can't hide anything behind one.
+void TestPresumedKeys::nothingIsHidden()
+{
+    QVERIFY(m_token->replug(m_storeId, "no-login-flag\nno-pin-flag"));
+    QTRY_COMPARE(shown(), QStringLiteral("cccccc"));
+    QVERIFY(!TokenMonitor::token(m_storeId).keysPresumed);
+}
+
+/// Its public half is all that shows of a pair; a removal takes the other half along.
+void TestPresumedKeys::unannouncedHidingOfAPair()
+{
+    TestToken &token = m_token->token();
+    const QString id = QStringLiteral("09");
+    QVERIFY(token.generateKeyPair(QStringLiteral("rsa:2048"), id, QStringLiteral("pair")));
+    QVERIFY(addCertificate(m_authority->issue(token.publicKey(id), QStringLiteral("/CN=Pair")), id,
+                           "pair"));
+    QVERIFY(m_token->replug(m_storeId, "no-login-flag"));
+    QTRY_VERIFY(isBundle("pair"));
+    QVERIFY(!TokenMonitor::token(m_storeId).keysPresumed);
+    QVERIFY(sign("pair"));
+    QVERIFY(m_token->replug(m_storeId, "no-login-flag"));
+    QTRY_VERIFY(isBundle("pair"));
+    const int before = token.objectCount();
+    QVERIFY(m_stores->remove(m_stores->byName(StoreName), entry("pair").id()));
+    QCOMPARE(token.objectCount(), before - 3);
+    QCOMPARE(m_prompt->count(), 2);
+    QVERIFY(m_errors.isEmpty());
 }
 
 /// Where any key has a public key object, a certificate without one stays what it is.

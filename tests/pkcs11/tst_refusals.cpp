@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/keygenerator.h"
 #include "qca/adapter/keys.h"
+#include "qca/adapter/storedanswers.h"
 #include "qca/adapter/tokens.h"
 #include "tests/pkcs11/faultytoken.h"
 #include "tests/pkcs11/pinprompt.h"
@@ -16,6 +17,7 @@ using Trivex::TokenError;
 namespace {
 
 const QString StoreName = QStringLiteral("Refusals");
+const QString FreshName = QStringLiteral("Fresh");
 const QString OpenSsl = QStringLiteral("qca-norvel-openssl");
 
 } // namespace
@@ -31,6 +33,10 @@ private Q_SLOTS:
     void otherGenerations_data();
     void otherGenerations();
     void noUserPin();
+    void saysThatItHasNoUserPin();
+    void storedPinIsTriedAllTheSame();
+    void keypadIsTriedAllTheSame();
+    void tokenWithoutUserPin();
     void unannouncedLogin();
     void loginThatHelpsNothing();
     void readOnly();
@@ -59,6 +65,7 @@ void TestRefusals::initTestCase()
     m_token = std::make_unique<FaultyToken>(StoreName);
     if (!m_token->token().isValid())
         QFAIL(qPrintable(m_token->token().problem()));
+    QVERIFY(m_token->token().addTokenWithoutUserPin(FreshName));
     m_token->useInThisProcess();
     connect(&m_monitor, &Trivex::TokenMonitor::failed, this,
             [this](const TokenError &error) { m_errors.append(error); });
@@ -193,6 +200,74 @@ void TestRefusals::noUserPin()
     QCOMPARE(lastError().kind, TokenError::PinNotSet);
     QCOMPARE(lastError().function, QStringLiteral("C_Login"));
     QCOMPARE(m_token->count("C_Login"), 1);
+}
+
+/// Whatever was wanted of it: the reason, and nobody is asked for a PIN that there is none of.
+void TestRefusals::saysThatItHasNoUserPin()
+{
+    const QString id = m_stores->write(m_store, m_root);
+    QVERIFY(!id.isEmpty());
+    QVERIFY(m_token->replug(m_store->id(), "no-pin-flag"));
+    m_token->forget();
+    m_prompt->resetCount();
+    QCOMPARE(m_stores->write(m_store, m_root), QString());
+    QVERIFY(!m_stores->remove(m_store, id));
+    QVERIFY(generate(true).isNull());
+    QVERIFY(generate(false).isNull());
+    QCOMPARE(m_errors.size(), 4);
+    for (const TokenError &error : qAsConst(m_errors))
+        QCOMPARE(error.kind, TokenError::PinNotSet);
+    QCOMPARE(lastError().function, QStringLiteral("C_GetTokenInfo"));
+    QCOMPARE(m_prompt->count(), 0);
+    QCOMPARE(m_token->count("C_Login"), 0);
+    // The PIN has been set meanwhile, by another program.
+    m_token->control();
+    QVERIFY(m_stores->remove(m_store, id));
+    QCOMPARE(m_prompt->count(), 1);
+}
+
+/// It was typed before, so that nobody has to be asked; and what a login shows is believed.
+void TestRefusals::storedPinIsTriedAllTheSame()
+{
+    QVERIFY(m_token->replug(m_store->id(), "no-pin-flag"));
+    m_token->forget();
+    Trivex::StoredAnswers answers;
+    answers.registerSet();
+    answers.setKeyStoreId(m_store->id());
+    answers.setPassword(QCA::SecureArray(TestToken::pin()));
+    const QString id = m_stores->write(m_store, m_root);
+    QVERIFY2(!id.isEmpty(), qPrintable(lastError().function));
+    QCOMPARE(m_prompt->count(), 0);
+    QCOMPARE(m_token->count("C_Login"), 1);
+    // The session has ended, and with it the login.
+    m_token->control("no-pin-flag\nfail C_GetSessionInfo 1 CKR_SESSION_HANDLE_INVALID");
+    QVERIFY(m_stores->remove(m_store, id));
+    QCOMPARE(m_prompt->count(), 1);
+    QCOMPARE(m_token->count("C_Login"), 2);
+    QVERIFY(m_errors.isEmpty());
+}
+
+void TestRefusals::keypadIsTriedAllTheSame()
+{
+    QVERIFY(m_token->replug(m_store->id(), "no-pin-flag\npin-pad " + TestToken::pin()));
+    const QString id = m_stores->write(m_store, m_root);
+    QVERIFY2(!id.isEmpty(), qPrintable(lastError().function));
+    QVERIFY(m_stores->remove(m_store, id));
+    QCOMPARE(m_prompt->count(), 0);
+}
+
+/// As its administrator leaves it, without the module's orders.
+void TestRefusals::tokenWithoutUserPin()
+{
+    QCA::KeyStore *fresh = m_stores->waitFor(FreshName);
+    QVERIFY(fresh);
+    QTRY_VERIFY(!Trivex::TokenMonitor::token(fresh->id()).loading);
+    QCOMPARE(m_stores->write(fresh, m_root), QString());
+    QCOMPARE(m_errors.size(), 1);
+    QCOMPARE(lastError().kind, TokenError::PinNotSet);
+    QCOMPARE(m_prompt->count(), 0);
+    QCOMPARE(m_token->count("C_Login"), 0);
+    m_prompt->resetCount();
 }
 
 /// The token's flags say nothing of a login, its calls want one.

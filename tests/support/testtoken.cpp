@@ -142,6 +142,23 @@ bool TestToken::addToken(const QString &label)
     return initToken(label);
 }
 
+bool TestToken::addTokenWithoutUserPin(const QString &label)
+{
+    // SoftHSM's free slot is always its last.
+    const QByteArray slots =
+        run(QStringLiteral("pkcs11-tool"),
+            {QStringLiteral("--module"), softHsmLibrary(), QStringLiteral("--list-token-slots")},
+            configurationFile());
+    const int last = slots.count("\nSlot ") + (slots.startsWith("Slot ") ? 1 : 0) - 1;
+    return last >= 0
+        && !run(QStringLiteral("pkcs11-tool"),
+                {QStringLiteral("--module"), softHsmLibrary(), QStringLiteral("--init-token"),
+                 QStringLiteral("--slot-index"), QString::number(last), QStringLiteral("--label"),
+                 label, QStringLiteral("--so-pin"), QString::fromLatin1(soPin())},
+                configurationFile())
+                .isNull();
+}
+
 void TestToken::removeModule()
 {
     QFile::remove(modulePath());

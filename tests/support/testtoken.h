@@ -38,6 +38,8 @@ public:
 
     /// Initialises one more token in the same module.
     bool addToken(const QString &label);
+    /// The same as its administrator leaves it: the user has no PIN yet.
+    bool addTokenWithoutUserPin(const QString &label);
     void removeModule();
     void restoreModule();
 

@@ -109,7 +109,8 @@ void removeEntry(TokenConnection &connection, Operation &operation, const QStrin
     if (!asked)
         throw Error(TokenError::NotFound);
     connection.checkWritable();
-    connection.login(operation);
+    using LoginFor = TokenConnection::LoginFor;
+    connection.login(operation, asked->key ? LoginFor::PrivateKeys : LoginFor::Objects);
     const TokenEntryPtr entry = current(connection, *asked);
     const bool withKey = asked->key && entry->key && !isSharedKey(*connection.contents(), *entry);
     try {

@@ -76,7 +76,7 @@ constexpr Calls DecryptCalls = {&CK_FUNCTION_LIST::C_DecryptInit, "C_DecryptInit
 Secret useKey(TokenConnection &connection, Operation &operation, const TokenKey &key,
               const Calls &calls, CK_MECHANISM mechanism, QByteArray input)
 {
-    connection.login(operation);
+    connection.login(operation, TokenConnection::LoginFor::PrivateKeys);
     // A session of its own: one that fails half way is left with an operation that never ends.
     const Session session = connection.open(Session::ReadOnly);
     const auto initialize = [&](CK_OBJECT_HANDLE object) {

@@ -21,7 +21,13 @@ PinState pinStateOf(CK_FLAGS flags)
         return PinState::Locked;
     if (flags & CKF_USER_PIN_FINAL_TRY)
         return PinState::FinalTry;
-    return flags & CKF_USER_PIN_COUNT_LOW ? PinState::CountLow : PinState::Normal;
+    if (flags & CKF_USER_PIN_COUNT_LOW)
+        return PinState::CountLow;
+    // Only of a token that says when it wants a login is it worth anything what it says of the PIN;
+    // and a keypad asks by itself.
+    constexpr CK_FLAGS Relevant =
+        CKF_LOGIN_REQUIRED | CKF_USER_PIN_INITIALIZED | CKF_PROTECTED_AUTHENTICATION_PATH;
+    return (flags & Relevant) == CKF_LOGIN_REQUIRED ? PinState::NotSet : PinState::Normal;
 }
 
 CK_RV callLogin(const Session &session, CK_USER_TYPE user, Secret pin)
@@ -40,6 +46,8 @@ TokenFlags flagsOf(const CK_TOKEN_INFO &info)
 {
     TokenFlags flags;
     flags.needsLogin = info.flags & CKF_LOGIN_REQUIRED;
+    flags.hasUserPin = info.flags & CKF_USER_PIN_INITIALIZED;
+    flags.pinMayBeEmpty = info.ulMinPinLen == 0;
     flags.hasPinPad = info.flags & CKF_PROTECTED_AUTHENTICATION_PATH;
     flags.readOnly = info.flags & CKF_WRITE_PROTECTED;
     flags.pinState = pinStateOf(info.flags);
@@ -92,13 +100,14 @@ bool TokenConnection::supports(CK_MECHANISM_TYPE mechanism) const
     return (*m_module)->C_GetMechanismInfo(m_slot, mechanism, &info) == CKR_OK;
 }
 
-void TokenConnection::login(Operation &operation, const QCA::KeyStoreEntry &entry)
+void TokenConnection::login(Operation &operation, LoginFor purpose)
 {
     checkCancelled();
     if (!session().isLoggedIn()) {
-        if (!wantsLogin())
+        const bool hides = purpose == LoginFor::PrivateKeys && m_objects.privateKeysHidden;
+        if (!hides && !wantsLogin())
             return;
-        authenticate(*m_anchor, CKU_USER, operation, entry);
+        authenticate(*m_anchor, CKU_USER, operation, QCA::KeyStoreEntry());
     } else if (!m_objects.privateKeysHidden) {
         return;
     }
@@ -120,12 +129,16 @@ void TokenConnection::authenticate(const Session &session, CK_USER_TYPE user, Op
     checkCancelled();
     if (current.pinState == PinState::Locked)
         throw Error(CKR_PIN_LOCKED, "C_GetTokenInfo");
+    // Nobody is asked in vain. A PIN that is there already is tried: the login tells for certain.
+    const bool isUnset = current.pinState == PinState::NotSet && !m_hasLoggedIn;
+    if (isUnset && user == CKU_USER && !operation.hasStoredPin())
+        throw Error(CKR_USER_PIN_NOT_INITIALIZED, "C_GetTokenInfo");
     Secret pin;
     if (!current.hasPinPad) {
         QuestionInfo question;
         question.keyStoreId = m_identity.storeId;
         question.tokenName = m_store.name();
-        question.pinState = current.pinState;
+        question.pinState = std::max(current.pinState, PinState::Normal);
         Operation::Pin answer = operation.pin(question, m_store, entry);
         checkCancelled();
         if (answer.value.isEmpty())
@@ -139,6 +152,16 @@ void TokenConnection::authenticate(const Session &session, CK_USER_TYPE user, Op
     const CK_RV result = callLogin(session, user, std::move(pin));
     if (result != CKR_USER_ALREADY_LOGGED_IN)
         check(result, "C_Login");
+    m_hasLoggedIn = true;
+}
+
+// Some tokens hide them without saying that they want a login.
+bool TokenConnection::hidesPrivateKeys()
+{
+    const TokenFlags current = flags();
+    const bool says = m_hiddenLogin || current.needsLogin;
+    const bool may = current.hasUserPin && !current.pinMayBeEmpty && m_objects.privateKeys.empty();
+    return (says || may) && !session().isLoggedIn();
 }
 
 bool TokenConnection::learnsLoginFrom(const Error &error)
@@ -181,7 +204,7 @@ void TokenConnection::readKeysAgain()
 {
     if (m_choice == CertificateChoice::All) {
         readKeys(open(Session::ReadOnly), &m_objects);
-        m_objects.privateKeysHidden = wantsLogin() && !session().isLoggedIn();
+        m_objects.privateKeysHidden = hidesPrivateKeys();
     }
     assemble();
 }

@@ -16,6 +16,9 @@ namespace Trivex {
 /// What the token says of its PIN and of itself, from its flags (PKCS#11 2.40, 3.2).
 struct TokenFlags {
     bool needsLogin = false;
+    bool hasUserPin = false;
+    /// Nobody has to give an empty PIN: NSS without a password has one.
+    bool pinMayBeEmpty = false;
     bool hasPinPad = false;
     bool readOnly = false;
     PinState pinState = PinState::Normal;
@@ -44,8 +47,10 @@ public:
     TokenFlags flags() const;
     bool supports(CK_MECHANISM_TYPE mechanism) const;
 
+    /// What a login is for. Private keys may hide on a token whose flags say nothing of a login.
+    enum class LoginFor { Objects, PrivateKeys };
     /// Logs in unless that is done already or not needed, asking through `operation` once.
-    void login(Operation &operation, const QCA::KeyStoreEntry &entry = QCA::KeyStoreEntry());
+    void login(Operation &operation, LoginFor purpose = LoginFor::Objects);
     /// The login that a key with CKA_ALWAYS_AUTHENTICATE wants between C_SignInit and C_Sign.
     void loginForUse(const Pkcs11::Session &session, Operation &operation,
                      const QCA::KeyStoreEntry &entry = QCA::KeyStoreEntry());
@@ -103,6 +108,7 @@ private:
     /// True when the device itself does something that changes nothing; false, too, for one that
     /// has no random numbers.
     bool deviceAnswers() const noexcept;
+    bool hidesPrivateKeys();
     bool wantsLogin() const { return m_hiddenLogin || flags().needsLogin; }
     void authenticate(const Pkcs11::Session &session, CK_USER_TYPE user, Operation &operation,
                       const QCA::KeyStoreEntry &entry);
@@ -116,6 +122,8 @@ private:
     TokenObjects m_objects;
     TokenContentsPtr m_contents;
     bool m_hiddenLogin = false;
+    /// A login has worked, whatever the flags say of the PIN.
+    bool m_hasLoggedIn = false;
     CancellationPtr m_cancellation;
 };
 

@@ -45,9 +45,11 @@ bool TokenService::logIn(const QString &keyStoreId)
     // The store may have gone between the two look-ups.
     if (!live || !found || !found->contents->keysHidden)
         return false;
-    const TokenError error = live->run(
-        Operation(Purpose::Sign, keyStoreId),
-        [](TokenConnection &connection, Operation &operation) { connection.login(operation); });
+    const TokenError error =
+        live->run(Operation(Purpose::Sign, keyStoreId),
+                  [](TokenConnection &connection, Operation &operation) {
+                      connection.login(operation, TokenConnection::LoginFor::PrivateKeys);
+                  });
     return error.kind == TokenError::NoError;
 }
 
