@@ -340,6 +340,18 @@
         <source>The check digits do not match: there may be a typing mistake.</source>
         <translation>The check digits do not match: there may be a typing mistake.</translation>
     </message>
+    <message id="trivex-app-document-changed">
+        <source>The document was changed in the meantime.</source>
+        <translation>The document was changed in the meantime.</translation>
+    </message>
+    <message id="trivex-app-document-changed-advice">
+        <source>It has been read again. See what it holds now, then sign or verify once more.</source>
+        <translation>It has been read again. See what it holds now, then sign or verify once more.</translation>
+    </message>
+    <message id="trivex-app-document-reread">
+        <source>The document was changed and has been read again.</source>
+        <translation>The document was changed and has been read again.</translation>
+    </message>
     <message id="trivex-app-document-type">
         <source>Files of this type can't be signed here. PDF, PNG, JPEG and plain text can.</source>
         <translation>Files of this type can't be signed here. PDF, PNG, JPEG and plain text can.</translation>

@@ -341,6 +341,18 @@
         <source>The check digits do not match: there may be a typing mistake.</source>
         <translation>Контрольные цифры не сходятся: возможно, опечатка.</translation>
     </message>
+    <message id="trivex-app-document-changed">
+        <source>The document was changed in the meantime.</source>
+        <translation>Документ за это время изменился.</translation>
+    </message>
+    <message id="trivex-app-document-changed-advice">
+        <source>It has been read again. See what it holds now, then sign or verify once more.</source>
+        <translation>Он прочитан заново. Посмотрите, что в нём теперь, и повторите подпись или проверку.</translation>
+    </message>
+    <message id="trivex-app-document-reread">
+        <source>The document was changed and has been read again.</source>
+        <translation>Документ изменился и прочитан заново.</translation>
+    </message>
     <message id="trivex-app-document-type">
         <source>Files of this type can't be signed here. PDF, PNG, JPEG and plain text can.</source>
         <translation>Файлы этого типа здесь не подписываются. Подходят PDF, PNG, JPEG и обычный текст.</translation>

@@ -14,6 +14,8 @@
 
 #include <limits>
 
+#include <sys/stat.h>
+
 namespace Trivex {
 
 Desktop::Desktop(QObject *parent)
@@ -79,6 +81,20 @@ bool Desktop::exists(const QString &path) const
 bool Desktop::isFolder(const QString &path) const
 {
     return QFileInfo(path).isDir();
+}
+
+QString Desktop::stamp(const QString &path) const
+{
+    struct stat status;
+    if (path.isEmpty() || ::stat(QFile::encodeName(path).constData(), &status) != 0)
+        return {};
+    QStringList parts;
+    for (const qint64 number :
+         {qint64(status.st_dev), qint64(status.st_ino), qint64(status.st_size),
+          qint64(status.st_mtim.tv_sec), qint64(status.st_mtim.tv_nsec),
+          qint64(status.st_ctim.tv_sec), qint64(status.st_ctim.tv_nsec)})
+        parts += QString::number(number);
+    return parts.join(QLatin1Char(':'));
 }
 
 QString Desktop::size(qint64 bytes) const

@@ -32,6 +32,9 @@ public:
     Q_INVOKABLE QString folder(const QString &path) const;
     Q_INVOKABLE bool exists(const QString &path) const;
     Q_INVOKABLE bool isFolder(const QString &path) const;
+    /// Which file lies at `path` and how it is: another text when it was replaced or written to.
+    /// Empty where there is none.
+    Q_INVOKABLE QString stamp(const QString &path) const;
     /// Bytes as a person reads them, in the user's locale.
     Q_INVOKABLE QString size(qint64 bytes) const;
 

@@ -10,9 +10,8 @@ import Trivex.Crypto.Controls 1.0
 /// for a picture, a preview.
 Card {
     id: card
-    property LoaderFile loader
-    readonly property bool ready: loader.status === LoaderFile.Ready
-    property string tried
+    property SignedDocument document
+    readonly property bool ready: document.ready
     signal chooseAsked()
 
     title: qsTrId("trivex-app-step-document")
@@ -47,9 +46,7 @@ Card {
     Notice {
         objectName: "documentProblem"
         level: 3
-        text: card.loader.status !== LoaderFile.Error ? ""
-            : card.loader.error === LoaderFile.ErrorMimeType ? qsTrId("trivex-app-document-type")
-            : Desktop.whyNotRead(card.tried)
+        text: card.document.problem
         Layout.fillWidth: true
     }
     RowLayout {
@@ -58,7 +55,7 @@ Card {
         Layout.fillWidth: true
         Rectangle {
             id: frame
-            readonly property bool picture: card.ready && card.loader.mimeType.indexOf("image/") === 0
+            readonly property bool picture: card.ready && card.document.mimeType.indexOf("image/") === 0
             visible: picture && card.width > Theme.fontSize * 26
             width: Theme.fontSize * 9
             height: width
@@ -66,6 +63,7 @@ Card {
             color: Theme.neutralSoft
             Layout.alignment: Qt.AlignTop
             Image {
+                id: preview
                 objectName: "documentPreview"
                 anchors.fill: parent
                 anchors.margins: 4
@@ -73,7 +71,17 @@ Card {
                 cache: false
                 fillMode: Image.PreserveAspectFit
                 sourceSize: Qt.size(width, height)
-                source: frame.picture ? Desktop.url(card.loader.filePath) : ""
+                source: frame.picture ? Desktop.url(card.document.path) : ""
+                // The same name may hold another picture now.
+                Connections {
+                    target: card.document
+                    function onLoaderChanged() {
+                        preview.source = ""
+                        preview.source = Qt.binding(function() {
+                            return frame.picture ? Desktop.url(card.document.path) : ""
+                        })
+                    }
+                }
                 Accessible.role: Accessible.Graphic
                 Accessible.name: qsTrId("trivex-app-preview")
             }
@@ -84,25 +92,25 @@ Card {
             DetailRow {
                 objectName: "documentName"
                 label: qsTrId("trivex-app-file-name")
-                value: card.loader.fileName
+                value: card.document.fileName
                 Layout.fillWidth: true
             }
             DetailRow {
                 objectName: "documentType"
                 label: qsTrId("trivex-app-file-type")
-                value: card.loader.mimeType
+                value: card.document.mimeType
                 Layout.fillWidth: true
             }
             DetailRow {
                 objectName: "documentSize"
                 label: qsTrId("trivex-app-file-size")
-                value: Desktop.size(card.loader.fileSize)
+                value: Desktop.size(card.document.fileSize)
                 Layout.fillWidth: true
             }
             DetailRow {
                 objectName: "documentDigest"
                 label: qsTrId("trivex-app-file-digest")
-                value: card.loader.fileHash
+                value: card.document.digest
                 fixedWidth: true
                 Layout.fillWidth: true
             }

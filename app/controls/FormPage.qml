@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Window 2.15
+import Trivex.Crypto.Controls 1.0
+
+/// A column that scrolls, as wide as its place up to `maximumWidth`. What has the focus is kept in
+/// sight; `reveal` brings there what has just appeared, once it lies where it will stay.
+Flickable {
+    id: page
+    property real maximumWidth: Infinity
+    property real endSpace: Theme.unit * 4
+    default property alias content: column.data
+    property alias spacing: column.spacing
+
+    contentWidth: width
+    contentHeight: column.implicitHeight + endSpace
+    clip: true
+    boundsBehavior: Flickable.StopAtBounds
+    Accessible.role: Accessible.Pane
+    ScrollBar.vertical: ScrollBar { id: bar }
+
+    function reveal(item) {
+        awaited = item
+        patience.restart()
+        show(item)
+    }
+
+    property Item awaited
+    function show(item) {
+        const margin = Theme.unit
+        const top = Math.max(0, item.mapToItem(column, 0, 0).y - margin)
+        const bottom = top + item.height + margin * 2
+        const end = Math.max(0, contentHeight - height)
+        // Of what is taller than the page, its beginning.
+        if (top < contentY || bottom - top > height)
+            contentY = Math.min(top, end)
+        else if (bottom > contentY + height)
+            contentY = Math.min(bottom - height, end)
+    }
+    function showAwaited() {
+        if (awaited)
+            show(awaited)
+    }
+    onContentHeightChanged: showAwaited()
+    onHeightChanged: showAwaited()
+    onMovementStarted: awaited = null
+    Timer {
+        id: patience
+        interval: 400
+        onTriggered: page.awaited = null
+    }
+    readonly property Item focused: Window.activeFocusItem
+    onFocusedChanged: {
+        for (let item = focused; item; item = item.parent) {
+            if (item === column)
+                return reveal(focused)
+        }
+    }
+
+    FillColumn {
+        id: column
+        width: Math.min(page.width - (bar.visible ? bar.width : 0), page.maximumWidth)
+        spacing: Theme.unit * 1.5
+        onPositioningComplete: page.showAwaited()
+    }
+}

@@ -1,0 +1,99 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto.Controls 1.0
+
+/// The signature: its file, what can be done with it, and what came of that.
+Card {
+    id: card
+    property SigningWork work
+    property bool ready: false
+    property alias notice: notice
+    signal signAsked()
+    signal verifyAsked()
+    signal otherAsked()
+    title: qsTrId("trivex-app-step-signature")
+
+    DetailRow {
+        objectName: "signatureFile"
+        label: qsTrId("trivex-app-signature-file")
+        value: card.work.signatureFile
+        visible: value.length > 0
+        Layout.fillWidth: true
+    }
+    Flow {
+        spacing: Theme.unit
+        Layout.fillWidth: true
+        Button {
+            objectName: "doSign"
+            text: qsTrId("trivex-app-sign-action")
+            icon.source: Theme.icon("sign")
+            highlighted: true
+            enabled: card.ready
+            onClicked: card.signAsked()
+        }
+        Button {
+            objectName: "doVerify"
+            text: qsTrId("trivex-app-verify-action")
+            icon.source: Theme.icon("check")
+            enabled: card.ready
+            onClicked: card.verifyAsked()
+        }
+        Button {
+            objectName: "otherSignature"
+            text: qsTrId("trivex-app-other-signature")
+            flat: true
+            enabled: !card.work.working
+            onClicked: card.otherAsked()
+        }
+    }
+    RowLayout {
+        objectName: "signBusy"
+        visible: card.work.working
+        Layout.fillWidth: true
+        BusyIndicator {
+            Accessible.name: workLabel.text
+        }
+        Label {
+            id: workLabel
+            text: card.work.state_ === "signing" ? qsTrId("trivex-app-busy-sign")
+                                                 : qsTrId("trivex-app-busy-verify")
+            Layout.fillWidth: true
+        }
+        Button {
+            objectName: "signCancel"
+            text: qsTrId("trivex-app-stop")
+            visible: card.work.stoppable
+            onClicked: card.work.stop()
+        }
+    }
+    Notice {
+        id: notice
+        objectName: "signResult"
+        readonly property var results: ({
+            signed: [1, qsTrId("trivex-app-signed"), card.work.signatureFile],
+            verified: [1, qsTrId("trivex-app-verified"),
+                       qsTrId("trivex-app-verified-by").arg(card.work.signerName)],
+            refused: [3, qsTrId("trivex-app-refused"),
+                      card.work.refusal || qsTrId("trivex-app-refused-advice")],
+            unsigned: [3, qsTrId("trivex-app-unsigned"),
+                       card.work.failure || qsTrId("trivex-app-unsigned-advice")],
+            nosignature: [3, qsTrId("trivex-app-nosignature"),
+                          Desktop.whyNotRead(card.work.signatureFile)],
+            unwritten: [3, qsTrId("trivex-app-unwritten"),
+                        Desktop.whyNotWritten(Desktop.folder(card.work.signatureFile))],
+            changed: [2, qsTrId("trivex-app-document-changed"),
+                      qsTrId("trivex-app-document-changed-advice")],
+            reread: [0, qsTrId("trivex-app-document-reread"), ""]
+        })
+        readonly property var result: results[card.work.state_]
+        level: result ? result[0] : 0
+        text: result ? result[1] : ""
+        detail: result ? result[2] : ""
+        actionText: card.work.state_ === "signed" ? qsTrId("trivex-app-open-folder") : ""
+        onAction: Desktop.openFolder(card.work.signatureFile)
+        Layout.fillWidth: true
+    }
+}

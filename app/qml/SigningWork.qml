@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import Trivex.Crypto 1.0
+import Trivex.Crypto.Controls 1.0
+
+/// Signs the document of this moment, or checks a signature of it. What came of it is `state_`:
+/// one of the results of the signature's card.
+Item {
+    id: work
+    property Library library
+    property SignedDocument document
+    property string signatureFile
+    property string state_
+    property string storeId
+    /// What was in the way, of that moment.
+    property string refusal
+    readonly property bool working: state_ === "signing" || state_ === "verifying"
+    readonly property bool stoppable: state_ === "signing" && token.busy
+    readonly property string signerName: signer.ceritficate.commonName
+    readonly property string failure: library.errors.cause
+        ? library.errors.cause + " " + library.errors.advice : ""
+
+    function start(verifying, entry, storeId_) {
+        storeId = storeId_
+        document.refresh()
+        // Its own card says what became of it.
+        if (!document.ready) {
+            state_ = ""
+            return
+        }
+        signer.setError(SignVerify.NoError)
+        library.errors.clear()
+        refusal = ""
+        state_ = verifying ? "verifying" : "signing"
+        if (verifying)
+            signer.verify(document.loader.rawData, signatureFile, entry)
+        else
+            signer.sign(document.loader.rawData, signatureFile, entry)
+    }
+    function stop() {
+        token.cancel()
+    }
+    /// The result stands when the document is still the one that it was found for.
+    function end(result) {
+        refusal = failure
+        state_ = document.refresh() && !refusal ? "changed" : result
+    }
+
+    SignVerify {
+        id: signer
+        objectName: "signer"
+        // A question that another operation raised and its own prompt declined ends here too.
+        onGetPin: work.working ? pinDialog.ask() : pinRejected()
+        // The signer does not look whether the file was written.
+        onSignSuccess: work.end(Desktop.hasContents(work.signatureFile) ? "signed" : "unwritten")
+        onVerifySuccess: work.end("verified")
+        onErrorChanged: {
+            if (error !== SignVerify.NoError && work.working)
+                work.end(error === SignVerify.ErrorNotFoundCmsFile ? "nosignature"
+                         : work.state_ === "verifying" ? "refused" : "unsigned")
+        }
+    }
+    PinDialog {
+        id: pinDialog
+        objectName: "signPinDialog"
+        tokenName: token.name
+        purposeText: qsTrId("trivex-app-purpose-sign")
+        pinText: token.pinText
+        lastTry: token.lastTry
+        locked: token.locked
+        onSubmitted: signer.pinAccepted(pin)
+        onLeft: signer.pinRejected()
+    }
+    TokenInfo {
+        id: token
+        storeId: work.storeId
+        onChanged: if (!present && pinDialog.opened) pinDialog.close()
+    }
+    Connections {
+        target: work.document
+        function onChanged() { work.state_ = work.document.ready && work.state_ ? "reread" : "" }
+    }
+}

@@ -1,0 +1,277 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/app/steps.h"
+#include "tests/app/windowmain.h"
+#include "tests/pkcs11/faultytoken.h"
+#include "tests/support/testcertificates.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QLocale>
+#include <QtTest>
+
+#include <cstdio>
+
+using namespace TrivexTest;
+
+namespace {
+
+WindowEnvironment *environment = nullptr;
+FaultyToken *token = nullptr;
+
+QString digestOf(const QByteArray &data)
+{
+    return QString::fromLatin1(QCryptographicHash::hash(data, QCryptographicHash::Sha256).toHex());
+}
+
+/// What an editor does that saves: another file under the same name.
+bool replace(const QString &path, const QByteArray &contents)
+{
+    const QString other = writeTestFile(path + QStringLiteral(".new"), contents);
+    return !other.isEmpty()
+        && std::rename(QFile::encodeName(other).constData(), QFile::encodeName(path).constData())
+        == 0;
+}
+
+} // namespace
+
+/// The document that is signed or checked is the file of that moment, whatever was done to it since
+/// it was opened.
+class AppDocumentsTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void cleanupTestCase();
+
+    void changedBeforeItIsChecked_data();
+    void changedBeforeItIsChecked();
+    void changedBeforeItIsSigned_data();
+    void changedBeforeItIsSigned();
+    void changedWhileItIsChecked();
+    void changedWhileItIsSigned();
+    void openedAgain();
+    void emptyAtFirst();
+    void resultGoesWithTheDocument_data();
+    void resultGoesWithTheDocument();
+
+private:
+    QString open(const char *name, const QByteArray &contents);
+    QString digest() const;
+    /// Changes the file in one of the ways in which files change.
+    bool change(const QString &how, const QString &path, const QByteArray &contents);
+    /// Presses a button and waits for the headline of the result.
+    QString work(const char *button);
+    QString result() const { return m_steps->text("signResult"); }
+    /// What a signature was made of: the digest in words, as its key reads it back.
+    QString signedText(const QString &signature) const;
+
+    TestAuthority m_authority;
+    std::unique_ptr<WindowDriver> m_window;
+    std::unique_ptr<Steps> m_steps;
+    std::unique_ptr<PinRobot> m_robot;
+};
+
+void AppDocumentsTest::initTestCase()
+{
+    QVERIFY(m_authority.isValid());
+    const QString id = QStringLiteral("01");
+    QVERIFY(token->token().generateKeyPair(QStringLiteral("rsa:2048"), id, id));
+    QVERIFY(token->token().writeObject(
+        QStringLiteral("cert"),
+        m_authority.issue(token->token().publicKey(id), QStringLiteral("/CN=Signer")), id, id));
+    QVERIFY(
+        !writeTestFile(m_authority.file(QStringLiteral("signer.der")), token->token().publicKey(id))
+             .isEmpty());
+    m_window = std::make_unique<WindowDriver>();
+    m_steps = std::make_unique<Steps>(*m_window);
+    m_robot = std::make_unique<PinRobot>(*m_window);
+    m_robot->answer(QString::fromLatin1(TestToken::pin()));
+    QVERIFY(m_window->waitFor([&] { return m_window->rowNamed(QStringLiteral("Signer")) >= 0; }));
+}
+
+void AppDocumentsTest::init()
+{
+    QVERIFY(m_steps->show("sign"));
+    m_window->takeWarnings();
+}
+
+void AppDocumentsTest::cleanup()
+{
+    if (QTest::currentTestFailed())
+        m_steps->savePicture(QTest::currentTestFunction());
+    token->control();
+    m_steps->escape();
+    QVERIFY(m_steps->show("personal"));
+    const QStringList warnings = m_window->takeWarnings();
+    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
+}
+
+void AppDocumentsTest::cleanupTestCase()
+{
+    m_robot.reset();
+    m_window.reset();
+}
+
+QString AppDocumentsTest::open(const char *name, const QByteArray &contents)
+{
+    const QString path = writeTestFile(environment->file(QString::fromUtf8(name)), contents);
+    QFile::remove(path + QStringLiteral(".sig"));
+    m_steps->openFile(path);
+    m_steps->waitEnabled("doSign");
+    return path;
+}
+
+QString AppDocumentsTest::digest() const
+{
+    const QQuickItem *item = m_window->item(QStringLiteral("documentDigest"));
+    return item ? item->property("value").toString() : QString();
+}
+
+bool AppDocumentsTest::change(const QString &how, const QString &path, const QByteArray &contents)
+{
+    if (how == QLatin1String("replaced"))
+        return replace(path, contents);
+    if (how == QLatin1String("removed and written anew"))
+        return QFile::remove(path) && !writeTestFile(path, contents).isEmpty();
+    return !writeTestFile(path, contents).isEmpty();
+}
+
+QString AppDocumentsTest::work(const char *button)
+{
+    if (!m_steps->press(button))
+        return {};
+    m_window->waitForItem(QStringLiteral("signBusy"), 500);
+    m_window->waitFor(
+        [&] { return !m_window->item(QStringLiteral("signBusy")) && !result().isEmpty(); });
+    return result();
+}
+
+QString AppDocumentsTest::signedText(const QString &signature) const
+{
+    return QString::fromLatin1(m_authority.openssl(
+        {QStringLiteral("pkeyutl"), QStringLiteral("-verifyrecover"), QStringLiteral("-pubin"),
+         QStringLiteral("-keyform"), QStringLiteral("DER"), QStringLiteral("-inkey"),
+         m_authority.file(QStringLiteral("signer.der")), QStringLiteral("-in"), signature}));
+}
+
+void AppDocumentsTest::changedBeforeItIsChecked_data()
+{
+    QTest::addColumn<QString>("how");
+    for (const char *how : {"replaced", "removed and written anew", "written over"})
+        QTest::newRow(how) << QString::fromLatin1(how);
+}
+
+void AppDocumentsTest::changedBeforeItIsChecked()
+{
+    QFETCH(QString, how);
+    const QString path = open("contract.txt", "Pay 100 to Mary\n");
+    QCOMPARE(work("doSign"), qtTrId("trivex-app-signed"));
+    QCOMPARE(work("doVerify"), qtTrId("trivex-app-verified"));
+    QVERIFY(change(how, path, "Pay 900 to Mary\n"));
+    QCOMPARE(work("doVerify"), qtTrId("trivex-app-refused"));
+    QCOMPARE(digest(), digestOf("Pay 900 to Mary\n"));
+    // As it was, the signature is good again, without opening anything.
+    QVERIFY(change(how, path, "Pay 100 to Mary\n"));
+    QCOMPARE(work("doVerify"), qtTrId("trivex-app-verified"));
+}
+
+void AppDocumentsTest::changedBeforeItIsSigned_data()
+{
+    changedBeforeItIsChecked_data();
+}
+
+void AppDocumentsTest::changedBeforeItIsSigned()
+{
+    QFETCH(QString, how);
+    const QString path = open("draft.txt", "The first draft\n");
+    QVERIFY(change(how, path, "The last word\n"));
+    QCOMPARE(work("doSign"), qtTrId("trivex-app-signed"));
+    // What was signed is what lies there and what the page shows.
+    QCOMPARE(signedText(path + QStringLiteral(".sig")), digestOf("The last word\n"));
+    QCOMPARE(digest(), digestOf("The last word\n"));
+}
+
+void AppDocumentsTest::changedWhileItIsChecked()
+{
+    const QString path = open("moving.txt", "Here\n");
+    QCOMPARE(work("doSign"), qtTrId("trivex-app-signed"));
+    QTimer::singleShot(500, this, [&] { QVERIFY(replace(path, "There\n")); });
+    QCOMPARE(work("doVerify"), qtTrId("trivex-app-document-changed"));
+    QCOMPARE(digest(), digestOf("There\n"));
+    QCOMPARE(work("doVerify"), qtTrId("trivex-app-refused"));
+}
+
+void AppDocumentsTest::changedWhileItIsSigned()
+{
+    const QString path = open("moving.txt", "Here\n");
+    QTimer::singleShot(500, this, [&] { QVERIFY(replace(path, "There\n")); });
+    QCOMPARE(work("doSign"), qtTrId("trivex-app-document-changed"));
+    QCOMPARE(digest(), digestOf("There\n"));
+    QCOMPARE(work("doSign"), qtTrId("trivex-app-signed"));
+    QCOMPARE(signedText(path + QStringLiteral(".sig")), digestOf("There\n"));
+}
+
+void AppDocumentsTest::openedAgain()
+{
+    const QString path = open("again.txt", "One\n");
+    QVERIFY(replace(path, "Two\n"));
+    m_steps->openFile(path);
+    QCOMPARE(digest(), digestOf("Two\n"));
+    QVERIFY(m_steps->waitEnabled("doSign"));
+}
+
+void AppDocumentsTest::emptyAtFirst()
+{
+    const QString path = open("empty", {});
+    QVERIFY(m_window->waitForItem(QStringLiteral("documentProblem")));
+    QVERIFY(!m_window->item(QStringLiteral("doSign"))->isEnabled());
+    // Filled, it is read without another word, and by opening it again too.
+    QVERIFY(!writeTestFile(path, "Filled\n").isEmpty());
+    QTRY_COMPARE(digest(), digestOf("Filled\n"));
+    QVERIFY(!writeTestFile(path, {}).isEmpty());
+    QVERIFY(m_window->waitForItem(QStringLiteral("documentProblem")));
+    QVERIFY(replace(path, "Filled again\n"));
+    m_steps->openFile(path);
+    QCOMPARE(digest(), digestOf("Filled again\n"));
+    QCOMPARE(work("doSign"), qtTrId("trivex-app-signed"));
+}
+
+void AppDocumentsTest::resultGoesWithTheDocument_data()
+{
+    changedBeforeItIsChecked_data();
+    QTest::newRow("removed") << QStringLiteral("removed");
+}
+
+void AppDocumentsTest::resultGoesWithTheDocument()
+{
+    QFETCH(QString, how);
+    const QString path = open("shown.txt", "Signed\n");
+    QCOMPARE(work("doSign"), qtTrId("trivex-app-signed"));
+    QCOMPARE(work("doVerify"), qtTrId("trivex-app-verified"));
+    if (how == QLatin1String("removed")) {
+        QVERIFY(QFile::remove(path));
+        QTRY_COMPARE(m_steps->text("documentProblem"), qtTrId("trivex-app-read-missing"));
+        QVERIFY(result().isEmpty());
+        return;
+    }
+    QVERIFY(change(how, path, "Other\n"));
+    // "Good" does not stay on the page of another document.
+    QTRY_COMPARE(digest(), digestOf("Other\n"));
+    QCOMPARE(result(), qtTrId("trivex-app-document-reread"));
+}
+
+int main(int argc, char **argv)
+{
+    WindowEnvironment display;
+    FaultyToken faulty(QStringLiteral("Токен Е"));
+    return TrivexTest::runWindowTest<AppDocumentsTest>(
+        argc, argv, {display.problem(), faulty.token().problem()}, [&] {
+            faulty.useInThisProcess();
+            environment = &display;
+            token = &faulty;
+        });
+}
+
+#include "tst_app_documents.moc"
