@@ -8,7 +8,7 @@
 #include "qca/adapter/providers.h"
 #include "qca/adapter/regularfile.h"
 #include "qca/engine/x509/pem.h"
-#include "tests/support/derelement.h"
+#include "tests/x509/builtcertificate.h"
 #include "tests/x509/corpus.h"
 
 #include <QTemporaryDir>
@@ -20,7 +20,7 @@
 #include <sys/stat.h>
 
 using namespace Trivex;
-using TrivexTest::derElement;
+using namespace TrivexTest;
 
 namespace {
 
@@ -59,64 +59,6 @@ double growth(int size, const std::function<std::function<void()>(int size)> &pr
 }
 
 constexpr double linear = 9; // half way between 4 and 16, as factors go
-
-QByteArray hex(const char *text)
-{
-    return QByteArray::fromHex(text);
-}
-
-QByteArray name(const QByteArray &attribute, int count)
-{
-    return derElement(0x30, derElement(0x31, attribute).repeated(count));
-}
-
-QByteArray attribute(const QByteArray &oid, const QByteArray &value)
-{
-    return derElement(0x30, derElement(0x06, oid) + derElement(0x0C, value));
-}
-
-QByteArray commonName(const QByteArray &text)
-{
-    return name(attribute(hex("550403"), text), 1);
-}
-
-QByteArray extension(const QByteArray &oid, const QByteArray &value)
-{
-    return derElement(0x30, derElement(0x06, oid) + derElement(0x04, value));
-}
-
-struct Parts {
-    QByteArray serial = "\x05";
-    QByteArray subject = commonName("Large");
-    QByteArray extensions;
-    QByteArray key; ///< SubjectPublicKeyInfo; empty for one of RSA that is none
-};
-
-/// A certificate without a sound signature.
-QByteArray certificate(const Parts &parts)
-{
-    const QByteArray algorithm = derElement(0x30, derElement(0x06, hex("2a864886f70d01010b")));
-    const QByteArray key = parts.key.isEmpty()
-        ? derElement(0x30, algorithm + derElement(0x03, hex("00") + "key"))
-        : parts.key;
-    const QByteArray validity =
-        derElement(0x30, derElement(0x17, "200101000000Z") + derElement(0x17, "491231235959Z"));
-    QByteArray body = derElement(0xA0, derElement(0x02, "\x02")) + derElement(0x02, parts.serial)
-        + algorithm + commonName("Issuer") + validity + parts.subject + key;
-    if (!parts.extensions.isEmpty())
-        body += derElement(0xA3, derElement(0x30, parts.extensions));
-    return derElement(
-        0x30, derElement(0x30, body) + algorithm + derElement(0x03, hex("00") + "signature"));
-}
-
-/// An empty list without a sound signature.
-QByteArray revocationList(const QByteArray &issuer)
-{
-    const QByteArray algorithm = derElement(0x30, derElement(0x06, hex("2a864886f70d01010b")));
-    const QByteArray body = algorithm + issuer + derElement(0x17, "200101000000Z");
-    return derElement(
-        0x30, derElement(0x30, body) + algorithm + derElement(0x03, hex("00") + "signature"));
-}
 
 QCA::Certificate decoded(const QByteArray &der)
 {

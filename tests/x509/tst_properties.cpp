@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "certificates/certificate.h"
 #include "qca/adapter/providers.h"
 #include "qca/engine/keys/gostengine.h"
 #include "tests/x509/corpus.h"
 #include "tests/x509/expectedproperties.h"
 #include "tests/x509/opensslcertificate.h"
+#include "tests/x509/propertycomparison.h"
 
 #include <QRandomGenerator>
 #include <QRegularExpression>
@@ -39,41 +39,6 @@ private:
 };
 
 namespace {
-
-// All thirty, by name.
-QVariantMap propertiesOf(const QCA::Certificate &wrapped)
-{
-    const Certificate certificate(wrapped);
-    const QMetaObject *meta = certificate.metaObject();
-    QVariantMap values;
-    for (int i = meta->propertyOffset(); i < meta->propertyCount(); ++i)
-        values.insert(QString::fromLatin1(meta->property(i).name()),
-                      meta->property(i).read(&certificate));
-    return values;
-}
-
-QString described(const QVariant &value)
-{
-    if (value.type() == QVariant::DateTime)
-        return value.toDateTime().toString(Qt::ISODate);
-    return value.toString();
-}
-
-// The lines on which the two differ; empty when they agree in every property.
-QString difference(const QVariantMap &actual, const QVariantMap &expected)
-{
-    QString lines;
-    if (actual.keys() != expected.keys())
-        return QStringLiteral("other properties than expected: ") + actual.keys().join(u' ');
-    for (auto value = actual.begin(); value != actual.end(); ++value) {
-        const QString want = described(expected.value(value.key()));
-        const QString have = described(value.value());
-        if (have != want)
-            lines += QStringLiteral("\n%1: \"%2\" instead of \"%3\"")
-                         .arg(value.key(), have.left(200), want.left(200));
-    }
-    return lines;
-}
 
 // What a file of the corpus may be called after the GOST engine is there or not.
 bool usesEngine(const QString &file)
@@ -138,12 +103,12 @@ void TestProperties::agrees()
     for (const PropertyException &exception : propertyExceptions()) {
         if (file != exception.file)
             continue;
-        QVERIFY2(described(expected.value(exception.property)) != exception.value,
+        QVERIFY2(describedProperty(expected.value(exception.property)) != exception.value,
                  "the exception is none");
         expected.insert(exception.property, exception.value);
         m_usedExceptions.insert(exception.file + exception.property);
     }
-    const QString found = difference(propertiesOf(Corpus::certificate(file)), expected);
+    const QString found = propertyDifference(propertiesOf(Corpus::certificate(file)), expected);
     QVERIFY2(found.isEmpty(), qUtf8Printable(found));
 }
 
@@ -172,7 +137,7 @@ void TestProperties::agreesOnUnprintable()
     expected.insert(QStringLiteral("fileName"),
                     name.isEmpty() ? QStringLiteral("certificate.crt")
                                    : QString(name + QStringLiteral(".crt")));
-    const QString found = difference(propertiesOf(Corpus::certificate(file)), expected);
+    const QString found = propertyDifference(propertiesOf(Corpus::certificate(file)), expected);
     QVERIFY2(found.isEmpty(), qUtf8Printable(found));
 }
 
@@ -199,7 +164,7 @@ void TestProperties::agreesThroughStock()
     QCOMPARE(foreign.provider()->name(), stock);
     ++m_throughStock;
     const QString found =
-        difference(propertiesOf(foreign), propertiesOf(Corpus::certificate(file)));
+        propertyDifference(propertiesOf(foreign), propertiesOf(Corpus::certificate(file)));
     QVERIFY2(found.isEmpty(), qUtf8Printable(found));
 }
 
@@ -226,7 +191,7 @@ void TestProperties::emptyWhenCut()
     for (int size = 0; size < whole.size(); ++size) {
         const auto certificate = QCA::Certificate::fromDER(whole.left(size));
         QVERIFY2(certificate.isNull(), qPrintable(QString::number(size)));
-        const QString found = difference(propertiesOf(certificate), none);
+        const QString found = propertyDifference(propertiesOf(certificate), none);
         QVERIFY2(found.isEmpty(), qUtf8Printable(found));
     }
 }
@@ -274,9 +239,9 @@ void TestProperties::agreesWhenFlipped()
         if (!isReadable)
             QCOMPARE(actual.value(QStringLiteral("subjecAddress")), QVariant(QString()));
         else if (actual.value(QStringLiteral("isNull")).toBool())
-            found = (++refused, difference(actual, none));
+            found = (++refused, propertyDifference(actual, none));
         else
-            found = (++agreed, difference(actual, expected));
+            found = (++agreed, propertyDifference(actual, expected));
         QVERIFY2(found.isEmpty(),
                  qUtf8Printable(QStringLiteral("octet %1, bit %2: ").arg(place).arg(bit) + found));
     }
