@@ -33,14 +33,21 @@ X509Ptr parse(const QByteArray &der)
     return X509Ptr(d2i_X509(nullptr, &bytes, der.size()));
 }
 
-/// As much of `text` as fits, in whole characters.
+/// As much of `text` as fits in UTF-8, in whole characters.
 QString cut(const QString &text)
 {
-    const QByteArray utf8 = text.toUtf8();
-    int end = qMin(utf8.size(), maxStreetBytes);
-    while (end < utf8.size() && end > 0 && (utf8.at(end) & 0xC0) == 0x80)
-        --end;
-    return QString::fromUtf8(utf8.constData(), end);
+    int bytes = 0;
+    int end = 0;
+    while (end < text.size()) {
+        const bool isPair = text.at(end).isHighSurrogate() && end + 1 < text.size()
+            && text.at(end + 1).isLowSurrogate();
+        const ushort unit = text.at(end).unicode();
+        bytes += isPair ? 4 : unit < 0x80 ? 1 : unit < 0x800 ? 2 : 3;
+        if (bytes > maxStreetBytes)
+            break;
+        end += isPair ? 2 : 1;
+    }
+    return text.left(end);
 }
 
 /// The algorithm's number by its identifier, for keys that OpenSSL has no code to decode.

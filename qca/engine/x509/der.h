@@ -62,12 +62,12 @@ inline Slice sliceOf(const QByteArray &bytes)
 struct Element {
     int tag = 0; ///< the first octet; -1 for a tag of several octets
     Slice content;
-    Slice whole; ///< with tag and length
+    Slice whole; ///< with tag and length, and with the end mark of an indefinite length
 };
 
 /// Walks over the elements of a DER encoding (X.690). Never reads outside of its slice; what does
-/// not fit ends it. Lengths may be longer than needed, as libcrypto has them; indefinite lengths
-/// are refused.
+/// not fit ends it. Lengths may be longer than needed or indefinite (X.690, 8.1.3.6), as libcrypto
+/// has them.
 class TRIVEX_QCA_EXPORT Reader {
 public:
     explicit Reader(Slice slice)
@@ -109,8 +109,15 @@ bool singleList(Slice slice, int tag, Slice *content);
 /// several pieces a copy of them all. False for pieces that are none or are nested without end.
 bool joinString(const Element &element, QByteArray *content);
 
-/// Dotted form of an OBJECT IDENTIFIER's content; empty when it is none.
+/// Whether the content is that of an OBJECT IDENTIFIER: whole arcs, none longer than needed.
+bool isOid(Slice content);
+
+/// Dotted form of an OBJECT IDENTIFIER's content; empty when it is none, or has an arc of more than
+/// 20 octets (those of UUIDs, X.667, have 19).
 TRIVEX_QCA_EXPORT QByteArray oidText(Slice content);
+
+/// Whether the content is that of an INTEGER, in as few octets as it can be (X.690, 8.3.2).
+bool isInteger(Slice content);
 
 /// A small non-negative INTEGER; -1 for others.
 int smallInteger(Slice content);

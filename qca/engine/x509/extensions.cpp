@@ -16,6 +16,8 @@ constexpr char CaIssuers[] = "1.3.6.1.5.5.7.48.2";
 constexpr char Ocsp[] = "1.3.6.1.5.5.7.48.1";
 constexpr int KeyUsageBits = 9;
 
+// All of an extension that does not decode counts as not there, as libcrypto has it.
+
 // What the value of an extension begins with. Bytes behind it are let be, as libcrypto does.
 bool leading(Der::Slice value, int tag, Der::Slice *content)
 {
@@ -45,9 +47,12 @@ void decodeKeyUsage(Der::Slice value, Properties *properties)
     if (!Der::Reader(value).nextString(Der::BitString, &joined) || joined.isEmpty())
         return;
     const Der::Slice content = Der::sliceOf(joined);
-    for (int bit = 0; bit < KeyUsageBits; ++bit) {
-        const int octet = 1 + bit / 8;
-        if (octet < content.size && content.at(octet) & 0x80 >> bit % 8)
+    const int unused = content.at(0);
+    if (unused > 7)
+        return;
+    const int bits = 8 * (content.size - 1) - unused;
+    for (int bit = 0; bit < qMin(bits, KeyUsageBits); ++bit) {
+        if (content.at(1 + bit / 8) & 0x80 >> bit % 8)
             properties->constraints += sharedKeyUsage(bit);
     }
 }
@@ -56,11 +61,17 @@ void decodePurposes(Der::Slice value, Properties *properties)
 {
     Der::Slice content;
     Der::Slice oid;
+    QCA::Constraints purposes;
     if (!leadingList(value, &content))
         return;
     Der::Reader reader(content);
-    while (reader.next(Der::ObjectIdentifier, &oid))
-        properties->constraints += sharedPurpose(oid);
+    while (reader.next(Der::ObjectIdentifier, &oid)) {
+        if (!Der::isOid(oid))
+            return;
+        purposes += sharedPurpose(oid);
+    }
+    if (reader.atEnd())
+        properties->constraints += purposes;
 }
 
 void decodeBasicConstraints(Der::Slice value, Properties *properties)
@@ -71,72 +82,128 @@ void decodeBasicConstraints(Der::Slice value, Properties *properties)
     Der::Reader reader(content);
     Der::Slice isCa;
     Der::Slice pathLimit;
-    if (reader.next(Der::Boolean, &isCa))
-        properties->isCA = isCa.size == 1 && isCa.at(0) != 0;
-    if (reader.next(Der::Integer, &pathLimit))
-        properties->pathLimit = qMax(Der::smallInteger(pathLimit), 0);
+    const bool hasKind = reader.next(Der::Boolean, &isCa);
+    const bool hasLimit = reader.next(Der::Integer, &pathLimit);
+    if (!reader.atEnd() || (hasKind && isCa.size != 1) || (hasLimit && !Der::isInteger(pathLimit)))
+        return;
+    properties->isCA = hasKind && isCa.at(0) != 0;
+    properties->pathLimit = qMax(Der::smallInteger(pathLimit), 0);
+}
+
+// PolicyInformation (RFC 5280, 4.2.1.4).
+bool takePolicy(Der::Slice policy, QStringList *policies)
+{
+    Der::Reader parts(policy);
+    Der::Slice oid;
+    Der::Slice qualifiers;
+    if (!parts.next(Der::ObjectIdentifier, &oid) || !Der::isOid(oid))
+        return false;
+    if (parts.nextList(Der::Sequence, &qualifiers)) {
+        Der::Reader reader(qualifiers);
+        Der::Slice qualifier;
+        while (reader.next(Der::Sequence, &qualifier)) {
+            if (Der::Reader(qualifier).peek() != Der::ObjectIdentifier)
+                return false;
+        }
+        if (!reader.atEnd())
+            return false;
+    }
+    *policies += QString::fromLatin1(Der::oidText(oid));
+    return parts.atEnd();
+}
+
+// The URIs of GeneralNames; false for what are none.
+bool takeUris(Der::Slice generalNames, QStringList *uris)
+{
+    QCA::CertificateInfoOrdered names;
+    if (!decodeGeneralNames(generalNames, &names))
+        return false;
+    for (const QCA::CertificateInfoPair &name : qAsConst(names)) {
+        if (name.type().known() == QCA::URI)
+            *uris += name.value();
+    }
+    return true;
+}
+
+// DistributionPointName (RFC 5280, 4.2.1.13).
+bool takePointName(Der::Slice name, QStringList *uris)
+{
+    Der::Reader reader(name);
+    Der::Slice content;
+    if (reader.nextList(Der::context(0), &content))
+        return reader.atEnd() && takeUris(content, uris);
+    return reader.nextList(Der::context(1), &content) && reader.atEnd();
+}
+
+bool takePoint(Der::Slice point, QStringList *uris)
+{
+    Der::Reader parts(point);
+    Der::Slice name;
+    QByteArray reasons;
+    Der::Slice issuer;
+    QStringList others;
+    if (parts.next(Der::context(0), &name) && !takePointName(name, uris))
+        return false;
+    parts.nextString(Der::context(1, false), &reasons);
+    if (parts.nextList(Der::context(2), &issuer) && !takeUris(issuer, &others))
+        return false;
+    return parts.atEnd();
+}
+
+// AccessDescription (RFC 5280, 4.2.2.1).
+bool takeAccess(Der::Slice description, Properties *found)
+{
+    Der::Reader parts(description);
+    Der::Slice method;
+    Der::Element location;
+    QStringList uris;
+    if (!parts.next(Der::ObjectIdentifier, &method) || !Der::isOid(method) || !parts.next(&location)
+        || !parts.atEnd() || !takeUris(location.whole, &uris))
+        return false;
+    const QByteArray oid = Der::oidText(method);
+    if (oid == CaIssuers)
+        found->issuerLocations += uris;
+    else if (oid == Ocsp)
+        found->ocspLocations += uris;
+    return true;
+}
+
+// Gives each member of a SEQUENCE OF SEQUENCE to `take`; false where one of them is none.
+template <class Take> bool forEachMember(Der::Slice value, Take take)
+{
+    Der::Slice content;
+    Der::Slice member;
+    if (!leadingList(value, &content))
+        return false;
+    Der::Reader reader(content);
+    while (reader.next(Der::Sequence, &member)) {
+        if (!take(member))
+            return false;
+    }
+    return reader.atEnd();
 }
 
 void decodePolicies(Der::Slice value, Properties *properties)
 {
-    Der::Slice content;
-    Der::Slice policy;
-    Der::Slice oid;
-    if (!leadingList(value, &content))
-        return;
-    Der::Reader reader(content);
-    while (reader.next(Der::Sequence, &policy)) {
-        if (Der::Reader(policy).next(Der::ObjectIdentifier, &oid))
-            properties->policies += QString::fromLatin1(Der::oidText(oid));
-    }
-}
-
-QStringList urisIn(Der::Slice generalNames)
-{
-    QStringList uris;
-    Der::Reader reader(generalNames);
-    Der::Element name;
-    while (reader.next(&name)) {
-        if (name.tag == Der::context(6, false))
-            uris += QString::fromLatin1(name.content.data, name.content.size);
-    }
-    return uris;
+    QStringList policies;
+    if (forEachMember(value, [&](Der::Slice policy) { return takePolicy(policy, &policies); }))
+        properties->policies += policies;
 }
 
 void decodeCrlPoints(Der::Slice value, Properties *properties)
 {
-    Der::Slice content;
-    Der::Slice point;
-    Der::Slice name;
-    Der::Slice fullName;
-    if (!leadingList(value, &content))
-        return;
-    Der::Reader reader(content);
-    while (reader.next(Der::Sequence, &point)) {
-        if (Der::Reader(point).next(Der::context(0), &name)
-            && Der::Reader(name).next(Der::context(0), &fullName))
-            properties->crlLocations += urisIn(fullName);
-    }
+    QStringList uris;
+    if (forEachMember(value, [&](Der::Slice point) { return takePoint(point, &uris); }))
+        properties->crlLocations += uris;
 }
 
 void decodeAuthorityAccess(Der::Slice value, Properties *properties)
 {
-    Der::Slice content;
-    Der::Slice description;
-    if (!leadingList(value, &content))
+    Properties found;
+    if (!forEachMember(value, [&](Der::Slice access) { return takeAccess(access, &found); }))
         return;
-    Der::Reader reader(content);
-    while (reader.next(Der::Sequence, &description)) {
-        Der::Reader parts(description);
-        Der::Slice method;
-        if (!parts.next(Der::ObjectIdentifier, &method))
-            continue;
-        const QByteArray oid = Der::oidText(method);
-        if (oid == CaIssuers)
-            properties->issuerLocations += urisIn(parts.rest());
-        else if (oid == Ocsp)
-            properties->ocspLocations += urisIn(parts.rest());
-    }
+    properties->issuerLocations += found.issuerLocations;
+    properties->ocspLocations += found.ocspLocations;
 }
 
 void decodeSubjectNames(Der::Slice value, Properties *properties)

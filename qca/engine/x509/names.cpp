@@ -110,41 +110,104 @@ QString decodeIa5(Der::Slice content)
     return decodeString({Der::Ia5String, content, content});
 }
 
-bool isGeneralName(int tag)
+// Whether there is one element and nothing else.
+bool isOne(Der::Slice content)
 {
-    switch (tag) {
-    case OtherName:
-    case Rfc822Name:
-    case DnsName:
-    case X400Address:
-    case DirectoryName:
-    case EdiPartyName:
-    case UriName:
-    case IpName:
-    case RegisteredId:
-        return true;
-    default:
-        return false;
-    }
+    Der::Reader reader(content);
+    Der::Element element;
+    return reader.next(&element) && reader.atEnd();
 }
 
-void decodeGeneralName(const Der::Element &element, Info *info)
+bool isOtherName(Der::Slice content)
+{
+    Der::Reader reader(content);
+    Der::Slice oid;
+    Der::Slice wrapped;
+    return reader.next(Der::ObjectIdentifier, &oid) && reader.next(Der::context(0), &wrapped)
+        && reader.atEnd() && isOne(wrapped);
+}
+
+bool isAttribute(Der::Slice content)
+{
+    Der::Reader reader(content);
+    Der::Slice oid;
+    Der::Element value;
+    return reader.next(Der::ObjectIdentifier, &oid) && reader.next(&value) && reader.atEnd();
+}
+
+bool isName(Der::Slice content)
+{
+    Der::Slice sets;
+    if (!Der::singleList(content, Der::Sequence, &sets))
+        return false;
+    Der::Reader reader(sets);
+    while (!reader.atEnd()) {
+        Der::Slice set;
+        if (!reader.nextList(Der::Set, &set))
+            return false;
+        Der::Reader attributes(set);
+        while (!attributes.atEnd()) {
+            Der::Slice attribute;
+            if (!attributes.next(Der::Sequence, &attribute) || !isAttribute(attribute))
+                return false;
+        }
+    }
+    return true;
+}
+
+bool isPartyName(Der::Slice content)
+{
+    Der::Reader reader(content);
+    Der::Slice assigner;
+    Der::Slice party;
+    if (reader.next(Der::context(0), &assigner) && !isOne(assigner))
+        return false;
+    return reader.next(Der::context(1), &party) && reader.atEnd() && isOne(party);
+}
+
+// One in the form that the definition gives it, or a string of it in several pieces, which is
+// put together in `content`.
+bool openGeneralName(const Der::Element &element, int *tag, QByteArray *content)
+{
+    *content = element.content.view();
+    *tag = element.tag;
+    switch (element.tag) {
+    case OtherName:
+        return isOtherName(element.content);
+    case DirectoryName:
+        return isName(element.content);
+    case EdiPartyName:
+        return isPartyName(element.content);
+    case X400Address:
+        return true;
+    default:
+        break;
+    }
+    *tag &= ~Der::ConstructedBit;
+    if (*tag == RegisteredId)
+        return element.tag == RegisteredId && Der::isOid(element.content);
+    const bool isString =
+        *tag == Rfc822Name || *tag == DnsName || *tag == UriName || *tag == IpName;
+    return isString && Der::joinString(element, content);
+}
+
+void decodeGeneralName(int tag, Der::Slice content, Info *info)
 {
     const auto add = [info](int type, const QString &value) {
         if (!value.isEmpty())
             info->append(QCA::CertificateInfoPair(infoType(type), value));
     };
-    switch (element.tag) {
+    switch (tag) {
     case Rfc822Name:
-        return add(QCA::Email, decodeIa5(element.content));
+        return add(QCA::Email, decodeIa5(content));
     case DnsName:
-        return add(QCA::DNS, decodeIa5(element.content));
+        return add(QCA::DNS, decodeIa5(content));
     case UriName:
-        return add(QCA::URI, decodeIa5(element.content));
+        return add(QCA::URI, decodeIa5(content));
     case IpName:
-        return add(QCA::IPAddress, decodeAddress(element.content));
+        return add(QCA::IPAddress, decodeAddress(content));
     case OtherName:
-        return add(QCA::XMPP, decodeXmpp(element.content));
+        return add(QCA::XMPP, decodeXmpp(content));
     default:
         return;
     }
@@ -227,16 +290,24 @@ QCA::CertificateInfoOrdered decodeAlternativeNames(Der::Slice extension)
 {
     Info info;
     Der::Slice content;
-    if (!Der::Reader(extension).nextList(Der::Sequence, &content))
-        return info;
+    if (!Der::Reader(extension).nextList(Der::Sequence, &content)
+        || !decodeGeneralNames(content, &info))
+        return {};
+    return info;
+}
+
+bool decodeGeneralNames(Der::Slice content, QCA::CertificateInfoOrdered *info)
+{
     Der::Reader reader(content);
     while (!reader.atEnd()) {
         Der::Element element;
-        if (!reader.next(&element) || !isGeneralName(element.tag))
-            return {};
-        decodeGeneralName(element, &info);
+        int tag = 0;
+        QByteArray octets;
+        if (!reader.next(&element) || !openGeneralName(element, &tag, &octets))
+            return false;
+        decodeGeneralName(tag, Der::sliceOf(octets), info);
     }
-    return info;
+    return true;
 }
 
 QByteArray encodeName(const QCA::CertificateInfoOrdered &info)

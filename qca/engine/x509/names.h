@@ -19,6 +19,9 @@ TRIVEX_QCA_EXPORT QCA::CertificateInfoOrdered decodeName(Der::Slice name);
 /// QCA has types for: mail, DNS, URI, IP and XMPP addresses.
 QCA::CertificateInfoOrdered decodeAlternativeNames(Der::Slice extension);
 
+/// Appends the values of GeneralNames, given by their content; false where one of them is none.
+bool decodeGeneralNames(Der::Slice content, QCA::CertificateInfoOrdered *info);
+
 /// The way back: DER Name of the attributes that belong into one, empty values left out.
 ///
 /// UTF8String for all, but for those that X.520 and PKCS#9 confine to PrintableString or IA5String

@@ -9,6 +9,8 @@ namespace Trivex {
 namespace {
 
 constexpr char32_t Replacement = 0xFFFD;
+constexpr int LargestOffset = 12; // hours
+constexpr int LastYear = 9999;
 
 QString decodeOctets(Der::Slice content)
 {
@@ -17,6 +19,15 @@ QString decodeOctets(Der::Slice content)
     const QString text = utf8->toUnicode(content.data, content.size, &state);
     if (state.invalidChars > 0 || state.remainingChars > 0)
         return QString::fromLatin1(content.data, content.size);
+    return text;
+}
+
+// Qt takes a mark of byte order away, which is a character like others here.
+QString decodeUtf8(Der::Slice content)
+{
+    QString text = QString::fromUtf8(content.data, content.size);
+    if (content.view().startsWith("\xEF\xBB\xBF"))
+        text.prepend(QChar(QChar::ByteOrderMark));
     return text;
 }
 
@@ -62,30 +73,46 @@ bool hasDigit(Der::Slice content, int position)
     return position < content.size && content.at(position) >= '0' && content.at(position) <= '9';
 }
 
-void skipFraction(Der::Slice content, int *position)
+// Moves behind the fraction of a second, if there is one; false for one without digits.
+bool skipFraction(Der::Slice content, int *position)
 {
-    if (*position >= content.size || (content.at(*position) != '.' && content.at(*position) != ','))
-        return;
-    do {
+    if (*position >= content.size || content.at(*position) != '.')
+        return true;
+    ++*position;
+    const bool hasDigits = hasDigit(content, *position);
+    while (hasDigit(content, *position))
         ++*position;
-    } while (hasDigit(content, *position));
+    return hasDigits;
 }
 
-// The seconds by which the text is ahead of UTC; false for what is no zone.
+// The seconds by which the text is ahead of UTC; false for what is no zone. Without one it is the
+// time of a place that nobody knows.
 bool takeOffset(Der::Slice content, int position, int *offset)
 {
     *offset = 0;
     if (position == content.size)
-        return true; // local time, of an unknown place: taken as UTC
+        return false;
     const char sign = content.data[position++];
     if (sign == 'Z')
         return position == content.size;
     const int hours = takeNumber(content, &position, 2);
     const int minutes = takeNumber(content, &position, 2);
-    if ((sign != '+' && sign != '-') || hours < 0 || minutes < 0 || position != content.size)
+    if ((sign != '+' && sign != '-') || hours < 0 || hours > LargestOffset || minutes < 0
+        || minutes > 59 || position != content.size)
         return false;
     *offset = (hours * 60 + minutes) * (sign == '+' ? 60 : -60);
     return true;
+}
+
+// The hour, the minute, and the second with its fraction, which may be left out.
+bool takeTime(Der::Slice content, bool mayHaveFraction, int *position, QTime *time)
+{
+    const int hour = takeNumber(content, position, 2);
+    const int minute = takeNumber(content, position, 2);
+    const bool hasSecond = hasDigit(content, *position);
+    const int second = hasSecond ? takeNumber(content, position, 2) : 0;
+    *time = QTime(hour, minute, second);
+    return time->isValid() && (!mayHaveFraction || !hasSecond || skipFraction(content, position));
 }
 
 // The tag of a string's type with its octets, whether it comes in one piece or in several; the
@@ -112,7 +139,7 @@ QString decodeString(const Der::Element &element)
     const Der::Slice content = Der::sliceOf(joined);
     switch (tag) {
     case Der::Utf8String:
-        return QString::fromUtf8(content.data, content.size);
+        return decodeUtf8(content);
     case Der::BmpString:
         return decodeBmp(content);
     case Der::UniversalString:
@@ -140,17 +167,16 @@ QDateTime decodeTime(const Der::Element &element)
     const int year = fullYear(takeNumber(content, &position, twoDigits ? 2 : 4), twoDigits);
     const int month = takeNumber(content, &position, 2);
     const int day = takeNumber(content, &position, 2);
-    const int hour = takeNumber(content, &position, 2);
-    const int minute = takeNumber(content, &position, 2);
-    const int second = hasDigit(content, position) ? takeNumber(content, &position, 2) : 0;
-    skipFraction(content, &position);
+    QTime time;
     int offset = 0;
     // Qt has dates before the year 1; a negative one here was no number.
     const QDate date = year < 0 ? QDate() : QDate(year, month, day);
-    const QTime time(hour, minute, second);
-    if (!date.isValid() || !time.isValid() || !takeOffset(content, position, &offset))
+    if (!date.isValid() || !takeTime(content, !twoDigits, &position, &time)
+        || !takeOffset(content, position, &offset))
         return {};
-    return QDateTime(date, time, Qt::UTC).addSecs(-offset);
+    // In UTC it may be a year that has no four digits.
+    const QDateTime utc = QDateTime(date, time, Qt::UTC).addSecs(-offset);
+    return utc.date().year() >= 1 && utc.date().year() <= LastYear ? utc : QDateTime();
 }
 
 } // namespace Trivex
