@@ -25,6 +25,9 @@ constexpr qint64 maxIterations = 10 * 1000 * 1000;
 /// Of all that opening a bundle takes: its check, its certificates and its key, each with the most.
 constexpr qint64 maxBundleIterations = 3 * maxIterations;
 
+/// Private keys of one bundle, which are tried until one has its certificate.
+constexpr int maxBundleKeys = 100;
+
 /// Certificates from an end entity to its root, both included.
 constexpr int maxChainLength = 100;
 

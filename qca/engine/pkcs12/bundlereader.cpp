@@ -4,7 +4,8 @@
 
 #include "qca/adapter/bounds.h"
 #include "qca/engine/keys/gostengine.h"
-#include "qca/engine/keys/gostpublickey.h"
+#include "qca/engine/pkcs12/bundlecontents.h"
+#include "qca/engine/pkcs12/bundlemac.h"
 #include "qca/engine/pkcs12/bundlepassword.h"
 #include "qca/engine/pkcs12/derivationbudget.h"
 #include "qca/engine/pkcs12/legacylibrary.h"
@@ -13,6 +14,7 @@
 #include <openssl/err.h>
 
 #include <optional>
+#include <vector>
 
 namespace Trivex {
 
@@ -37,22 +39,11 @@ struct FreeBags {
 };
 using Bags = std::unique_ptr<STACK_OF(PKCS12_SAFEBAG), FreeBags>;
 
-struct KeyItem {
-    KeyMaterial key;
-    QString name;
-    QByteArray localId;
-};
-
-struct CertificateItem {
-    QByteArray der;
-    QString name;
-    QByteArray localId;
-};
-
 // What was found in a bundle, and whether something in it could not be opened.
 struct Contents {
-    QList<KeyItem> keys; // the first that can be used
-    QList<CertificateItem> certificates;
+    std::vector<Bags> bags;
+    std::vector<PKCS12_SAFEBAG *> keys; // in `bags`
+    QList<BundleCertificate> certificates;
     bool isLocked = false;
     bool isTooMuch = false; // opening it takes more work than anybody should do
     DerivationBudget budget;
@@ -99,19 +90,6 @@ Secret encode(const PKCS8_PRIV_KEY_INFO *info)
     return encoded;
 }
 
-void takeKey(PKCS12_SAFEBAG *bag, const PKCS8_PRIV_KEY_INFO *info, Contents *contents)
-{
-    if (!contents->keys.isEmpty())
-        return;
-    if (!info) {
-        contents->isLocked = true;
-        return;
-    }
-    KeyMaterial key = KeyMaterial::fromPrivateInfo(encode(info));
-    if (!key.isNull())
-        contents->keys += {std::move(key), nameOf(bag), localIdOf(bag)};
-}
-
 void takeCertificate(PKCS12_SAFEBAG *bag, Contents *contents)
 {
     if (PKCS12_SAFEBAG_get_bag_nid(bag) != NID_x509Certificate)
@@ -134,36 +112,43 @@ const X509_ALGOR *algorithmOf(const PKCS12_SAFEBAG *shroudedKey)
     return algorithm;
 }
 
-// Keys behind the first are never used, and each may ask for as much work as that.
-void takeShroudedKey(PKCS12_SAFEBAG *bag, const BundlePassword &password, Contents *contents)
+Pkcs8Handle openShrouded(PKCS12_SAFEBAG *bag, const BundlePassword &password, Contents *contents)
 {
-    if (!contents->keys.isEmpty() || contents->isTooMuch)
-        return;
     contents->isTooMuch = !contents->budget.take(algorithmOf(bag));
     if (contents->isTooMuch)
-        return;
-    const Pkcs8Handle info(
+        return nullptr;
+    Pkcs8Handle info(
         PKCS12_decrypt_skey_ex(bag, password.data(), password.size(), legacyLibrary(), nullptr));
-    takeKey(bag, info.get(), contents);
+    contents->isLocked = contents->isLocked || !info;
+    return info;
 }
 
-void takeBags(const STACK_OF(PKCS12_SAFEBAG) * bags, const BundlePassword &password, int depth,
-              Contents *contents)
+// Null for one that is locked or that nobody can use.
+KeyMaterial openKey(PKCS12_SAFEBAG *bag, const BundlePassword &password, Contents *contents)
+{
+    Pkcs8Handle opened;
+    const PKCS8_PRIV_KEY_INFO *info = nullptr;
+    if (PKCS12_SAFEBAG_get_nid(bag) == NID_keyBag)
+        info = PKCS12_SAFEBAG_get0_p8inf(bag);
+    else
+        info = (opened = openShrouded(bag, password, contents)).get();
+    return info ? KeyMaterial::fromPrivateInfo(encode(info)) : KeyMaterial();
+}
+
+void takeBags(const STACK_OF(PKCS12_SAFEBAG) * bags, int depth, Contents *contents)
 {
     for (int i = 0; depth < DeepestNesting && i < sk_PKCS12_SAFEBAG_num(bags); ++i) {
         PKCS12_SAFEBAG *bag = sk_PKCS12_SAFEBAG_value(bags, i);
         switch (PKCS12_SAFEBAG_get_nid(bag)) {
         case NID_keyBag:
-            takeKey(bag, PKCS12_SAFEBAG_get0_p8inf(bag), contents);
-            break;
         case NID_pkcs8ShroudedKeyBag:
-            takeShroudedKey(bag, password, contents);
+            contents->keys.push_back(bag);
             break;
         case NID_certBag:
             takeCertificate(bag, contents);
             break;
         case NID_safeContentsBag:
-            takeBags(PKCS12_SAFEBAG_get0_safes(bag), password, depth + 1, contents);
+            takeBags(PKCS12_SAFEBAG_get0_safes(bag), depth + 1, contents);
             break;
         default:
             break;
@@ -190,10 +175,12 @@ void takeSafe(PKCS7 *safe, const BundlePassword &password, Contents *contents)
         bags.reset(PKCS12_unpack_p7encdata(safe, password.data(), password.size()));
     else if (PKCS7_type_is_data(safe))
         bags.reset(PKCS12_unpack_p7data(safe));
-    if (bags)
-        takeBags(bags.get(), password, 0, contents);
-    else
+    if (!bags) {
         contents->isLocked = contents->isLocked || isEncrypted;
+        return;
+    }
+    takeBags(bags.get(), 0, contents);
+    contents->bags.push_back(std::move(bags));
 }
 
 // The digest of the integrity check, empty when there is no check.
@@ -210,31 +197,11 @@ QByteArray macDigest(const PKCS12 *bundle)
     return QByteArray(text);
 }
 
-// The form of the password that fits; without a check the first, which has to prove itself.
-std::optional<BundlePassword> fittingPassword(PKCS12 *bundle, const Secret &password)
-{
-    const QList<BundlePassword> forms = passwordForms(password);
-    if (PKCS12_mac_present(bundle) != 1)
-        return forms.first();
-    for (const BundlePassword &form : forms) {
-        if (PKCS12_verify_mac(bundle, form.data(), form.size()) == 1)
-            return form;
-    }
-    return std::nullopt;
-}
-
-const ASN1_INTEGER *macIterations(const PKCS12 *bundle)
-{
-    const ASN1_INTEGER *iterations = nullptr;
-    PKCS12_get0_mac(nullptr, nullptr, nullptr, &iterations, bundle);
-    return iterations;
-}
-
 // Whether what shows before any of it is opened is within the bounds.
-bool isAffordable(const PKCS12 *bundle, const STACK_OF(PKCS7) * safes)
+bool isAffordable(const BundleMac &mac, const STACK_OF(PKCS7) * safes)
 {
     DerivationBudget budget;
-    bool isGood = budget.take(macIterations(bundle));
+    bool isGood = mac.takeWork(&budget);
     for (int i = 0; isGood && i < sk_PKCS7_num(safes); ++i) {
         PKCS7 *safe = sk_PKCS7_value(safes, i);
         isGood = budget.take(algorithmOf(safe));
@@ -256,38 +223,34 @@ Contents readContents(const STACK_OF(PKCS7) * safes, const BundlePassword &passw
     return contents;
 }
 
-bool belongs(const CertificateItem &certificate, const KeyItem &key)
+// The first key that has a certificate, whose place is `*own`: others may stand before it, as those
+// that only decrypt old mail. -1 for none; then the key is null when none can be used.
+BundleKey findKey(Contents *contents, const BundlePassword &password, int *own)
 {
-    const auto data = CertificateData::fromDer(certificate.der);
-    if (!data)
-        return false;
-    if (!key.key.publicInfo().isEmpty())
-        return comparablePublicInfo(data->publicInfo())
-            == comparablePublicInfo(key.key.publicInfo());
-    return !key.localId.isEmpty() && certificate.localId == key.localId;
-}
-
-int findOwn(const Contents &contents, const KeyItem &key)
-{
-    const auto &certificates = contents.certificates;
-    for (int i = 0; i < certificates.size(); ++i) {
-        if (belongs(certificates.at(i), key))
-            return i;
+    OwnCertificates certificates(contents->certificates);
+    BundleKey first;
+    *own = -1;
+    contents->isTooMuch = contents->isTooMuch || contents->keys.size() > maxBundleKeys;
+    for (PKCS12_SAFEBAG *bag : contents->keys) {
+        if (contents->isTooMuch)
+            return {};
+        BundleKey key{openKey(bag, password, contents), nameOf(bag), localIdOf(bag)};
+        if (key.key.isNull())
+            continue;
+        *own = certificates.find(key);
+        if (*own >= 0)
+            return key;
+        first = std::move(key);
     }
-    // A key whose encoding differs from its certificate's (curve by name or by numbers).
-    for (int i = 0; i < certificates.size(); ++i) {
-        if (!key.localId.isEmpty() && certificates.at(i).localId == key.localId)
-            return i;
-    }
-    return -1;
+    return first;
 }
 
 // Puts the issuers of the only certificate of `chain` behind it, out of `others`.
-bool complete(QList<QByteArray> *chain, const QList<CertificateItem> &others)
+bool complete(QList<QByteArray> *chain, const QList<BundleCertificate> &others)
 {
     const auto own = CertificateData::fromDer(chain->first());
     QList<CertificateDataPtr> candidates;
-    for (const CertificateItem &other : others)
+    for (const BundleCertificate &other : others)
         candidates += CertificateData::fromDer(other.der);
     const auto found = own ? completeChain(own, candidates) : std::nullopt;
     for (int i = 1; found && i < found->size(); ++i)
@@ -295,47 +258,49 @@ bool complete(QList<QByteArray> *chain, const QList<CertificateItem> &others)
     return found.has_value();
 }
 
-QCA::ConvertResult assemble(const Contents &contents, Bundle *bundle)
+QCA::ConvertResult assemble(Contents contents, const BundlePassword &password, bool isChecked,
+                            Bundle *bundle)
 {
-    if (contents.keys.isEmpty())
-        return contents.isLocked ? QCA::ErrorPassphrase : QCA::ErrorDecode;
-    const KeyItem &key = contents.keys.first();
-    QList<CertificateItem> others = contents.certificates;
-    const int own = findOwn(contents, key);
-    bundle->key = key.key;
-    bundle->name = key.name;
-    bundle->chain.clear();
+    int own = -1;
+    const BundleKey key = findKey(&contents, password, &own);
+    if (contents.isTooMuch)
+        return QCA::ErrorDecode;
+    // Where the password is right, what stays locked is locked by a cipher that nobody here has.
+    if (key.key.isNull())
+        return contents.isLocked && !isChecked ? QCA::ErrorPassphrase : QCA::ErrorDecode;
+    // A key without the certificate that says whose it is could be shown by nobody.
     if (own < 0)
         return QCA::ErrorDecode;
-    const CertificateItem item = others.takeAt(own);
-    // A key without the certificate that says whose it is could be shown by nobody.
-    if (!CertificateData::fromDer(item.der))
-        return QCA::ErrorDecode;
-    if (bundle->name.isEmpty())
-        bundle->name = item.name;
-    bundle->chain += item.der;
-    if (const auto data = CertificateData::fromDer(item.der))
+    const BundleCertificate certificate = contents.certificates.takeAt(own);
+    bundle->key = key.key;
+    bundle->name = key.name.isEmpty() ? certificate.name : key.name;
+    bundle->chain = {certificate.der};
+    if (const auto data = CertificateData::fromDer(certificate.der))
         bundle->key.setPublicInfo(data->publicInfo());
-    return complete(&bundle->chain, others) ? QCA::ConvertGood : QCA::ErrorDecode;
+    return complete(&bundle->chain, contents.certificates) ? QCA::ConvertGood : QCA::ErrorDecode;
 }
 
-QCA::ConvertResult readParsed(PKCS12 *parsed, const Secret &password, Bundle *bundle)
+QCA::ConvertResult readParsed(const QByteArray &der, PKCS12 *parsed, const Secret &password,
+                              Bundle *bundle)
 {
     if (macDigest(parsed).startsWith("1.2.643."))
         loadGostEngine();
     const Safes safes(PKCS12_unpack_authsafes(parsed));
-    if (!isAffordable(parsed, safes.get()))
+    const BundleMac mac(der, parsed);
+    if (!isAffordable(mac, safes.get()))
         return QCA::ErrorDecode;
-    const auto fitting = fittingPassword(parsed, password);
-    if (!fitting)
+    BundlePassword fitting;
+    switch (mac.check(parsed, passwordForms(password), &fitting)) {
+    case MacResult::Wrong:
         return QCA::ErrorPassphrase;
-    Contents contents = readContents(safes.get(), *fitting);
-    if (contents.isTooMuch)
+    case MacResult::Unknown:
         return QCA::ErrorDecode;
-    const bool isChecked = PKCS12_mac_present(parsed) == 1;
-    // The password is right then: what stays locked is locked by a cipher that nobody here has.
-    contents.isLocked = contents.isLocked && !isChecked;
-    return assemble(contents, bundle);
+    default:
+        break;
+    }
+    Contents contents = readContents(safes.get(), fitting);
+    return contents.isTooMuch ? QCA::ErrorDecode
+                              : assemble(std::move(contents), fitting, mac.isPresent(), bundle);
 }
 
 } // namespace
@@ -344,7 +309,7 @@ QCA::ConvertResult readBundle(const QByteArray &der, const Secret &password, Bun
 {
     const Pkcs12Handle parsed = der.size() <= maxFileBytes ? parse(der) : nullptr;
     const QCA::ConvertResult result =
-        parsed ? readParsed(parsed.get(), password, bundle) : QCA::ErrorDecode;
+        parsed ? readParsed(der, parsed.get(), password, bundle) : QCA::ErrorDecode;
     ERR_clear_error();
     return result;
 }

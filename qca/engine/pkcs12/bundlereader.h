@@ -9,7 +9,7 @@
 
 namespace Trivex {
 
-/// What a PKCS#12 file (RFC 7292) holds for its first private key.
+/// What a PKCS#12 file (RFC 7292) holds for its first private key that has a certificate.
 struct Bundle {
     QString name; ///< the friendly name of the key, else of its certificate; may be empty
     KeyMaterial key;

@@ -3,18 +3,13 @@
 #include "qca/engine/pkcs12/derivationbudget.h"
 
 #include "qca/adapter/bounds.h"
-#include "qca/engine/x509/handles.h"
+#include "qca/engine/pkcs12/algorithmparameters.h"
 
 #include <openssl/err.h>
 
 namespace Trivex {
 
 namespace {
-
-using Pbes2 = Handle<PBE2PARAM, PBE2PARAM_free>;
-using Pbkdf2 = Handle<PBKDF2PARAM, PBKDF2PARAM_free>;
-using Scrypt = Handle<SCRYPT_PARAMS, SCRYPT_PARAMS_free>;
-using Pbe = Handle<PBEPARAM, PBEPARAM_free>;
 
 /// More than every bound.
 constexpr qint64 Endless = maxBundleIterations + 1;
@@ -26,26 +21,6 @@ qint64 numberOf(const ASN1_INTEGER *integer)
         return 1;
     const bool isSmall = ASN1_INTEGER_get_int64(&value, integer) == 1 && value <= maxIterations;
     return isSmall ? qMax<qint64>(value, 0) : Endless;
-}
-
-/// The parameters of `algorithm` as the type that `Item` describes; null when they are none.
-template <class Parameters>
-Parameters parametersOf(const X509_ALGOR *algorithm, const ASN1_ITEM *item)
-{
-    int type = V_ASN1_UNDEF;
-    const void *value = nullptr;
-    X509_ALGOR_get0(nullptr, &type, &value, algorithm);
-    if (type != V_ASN1_SEQUENCE)
-        return nullptr;
-    const auto *sequence = static_cast<const ASN1_STRING *>(value);
-    return Parameters(static_cast<typename Parameters::pointer>(ASN1_item_unpack(sequence, item)));
-}
-
-int kindOf(const X509_ALGOR *algorithm)
-{
-    const ASN1_OBJECT *object = nullptr;
-    X509_ALGOR_get0(&object, nullptr, nullptr, algorithm);
-    return OBJ_obj2nid(object);
 }
 
 qint64 product(std::initializer_list<qint64> factors)
@@ -81,7 +56,9 @@ qint64 workOf(const X509_ALGOR *algorithm)
     qint64 work = 0;
     if (!algorithm)
         return work;
-    if (kindOf(algorithm) == NID_pbes2) {
+    const int kind = kindOf(algorithm);
+    // Both describe a function and what is done with the key that it derives.
+    if (kind == NID_pbes2 || kind == NID_pbmac1) {
         const auto parameters = parametersOf<Pbes2>(algorithm, ASN1_ITEM_rptr(PBE2PARAM));
         work = parameters ? workOfFunction(parameters->keyfunc) : 0;
     } else if (const auto parameters = parametersOf<Pbe>(algorithm, ASN1_ITEM_rptr(PBEPARAM))) {

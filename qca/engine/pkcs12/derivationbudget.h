@@ -12,7 +12,8 @@ namespace Trivex {
 /// octets can ask for hours.
 class DerivationBudget {
 public:
-    /// Takes what decrypting by `algorithm` (PKCS#5 or PKCS#12) needs; false when that is too much.
+    /// Takes what decrypting by `algorithm` (PKCS#5 or PKCS#12), or checking by PBMAC1, needs;
+    /// false when that is too much.
     bool take(const X509_ALGOR *algorithm);
     /// The same for a number of iterations; null stands for one.
     bool take(const ASN1_INTEGER *iterations);
