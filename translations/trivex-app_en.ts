@@ -598,6 +598,10 @@
         <source>One document at a time: the others were not opened.</source>
         <translation>One document at a time: the others were not opened.</translation>
     </message>
+    <message id="trivex-app-only-rsa-keys">
+        <source>Only RSA keys can make this signature. Your other keys are not listed.</source>
+        <translation>Only RSA keys can make this signature. Your other keys are not listed.</translation>
+    </message>
     <message id="trivex-app-open-folder">
         <source>Open the folder</source>
         <translation>Open the folder</translation>

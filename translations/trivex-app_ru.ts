@@ -601,6 +601,10 @@
         <source>One document at a time: the others were not opened.</source>
         <translation>Документы открываются по одному: остальные не открыты.</translation>
     </message>
+    <message id="trivex-app-only-rsa-keys">
+        <source>Only RSA keys can make this signature. Your other keys are not listed.</source>
+        <translation>Такую подпись создают только ключи RSA. Другие ваши ключи не показаны.</translation>
+    </message>
     <message id="trivex-app-open-folder">
         <source>Open the folder</source>
         <translation>Открыть папку</translation>

@@ -5,6 +5,7 @@
 #include "app/controls/desktop.h"
 #include "app/controls/validity.h"
 #include "qca/adapter/entries.h"
+#include "qca/adapter/keys.h"
 
 #include <QElapsedTimer>
 #include <QMetaProperty>
@@ -56,6 +57,14 @@ QString shownName(const QCA::KeyStoreEntry &entry, bool isSystem)
         return qtTrId("trivex-app-category-system");
     const QString name = entryStoreName(entry);
     return name == QLatin1String("USER") ? qtTrId("trivex-app-category-users") : name;
+}
+
+int keyKind(const QCA::KeyStoreEntry &entry)
+{
+    if (entryType(entry) != QCA::KeyStoreEntry::TypeKeyBundle)
+        return EntryModel::NoKey;
+    return keyType(entryKeyBundle(entry).privateKey()) == RsaKey ? EntryModel::RsaKind
+                                                                 : EntryModel::OtherKind;
 }
 
 QString initialOf(const QString &name)
@@ -110,12 +119,14 @@ QHash<int, QByteArray> EntryModel::roleNames() const
     names.insert(InitialRole, QByteArrayLiteral("initial"));
     names.insert(HaystackRole, QByteArrayLiteral("haystack"));
     names.insert(HasKeyRole, QByteArrayLiteral("hasKey"));
+    names.insert(KeyKindRole, QByteArrayLiteral("keyKind"));
+    names.insert(IdentityRole, QByteArrayLiteral("identity"));
     return names;
 }
 
 QVariant EntryModel::data(const QModelIndex &index, int role) const
 {
-    if (role < StoreIdRole || role > HasKeyRole)
+    if (role < StoreIdRole || role > IdentityRole)
         return QIdentityProxyModel::data(index, role);
     if (index.row() < 0 || index.row() >= m_rows.size())
         return {};
@@ -133,6 +144,10 @@ QVariant EntryModel::data(const QModelIndex &index, int role) const
         return kept.initial;
     case HaystackRole:
         return kept.haystack;
+    case KeyKindRole:
+        return kept.keyKind;
+    case IdentityRole:
+        return kept.identity;
     default:
         return kept.hasKey;
     }
@@ -155,7 +170,9 @@ void EntryModel::read(int sourceRow, Row &row) const
         row.storeId = entryStoreId(*entry);
         const bool isSystem = index.data(TypeRole).toInt() == SystemStore;
         row.storeName = shownName(*entry, isSystem);
-        row.hasKey = entryType(*entry) == QCA::KeyStoreEntry::TypeKeyBundle;
+        row.keyKind = keyKind(*entry);
+        row.hasKey = row.keyKind != NoKey;
+        row.identity = row.storeId + QLatin1Char('\n') + entryId(*entry);
         m_system.insert(row.storeId, isSystem);
         noteCounts(row, 1);
     }

@@ -34,7 +34,13 @@ public:
         InitialRole, ///< QString, for the avatar
         HaystackRole, ///< QString, lower case: everything that the search looks through
         HasKeyRole, ///< bool
+        KeyKindRole, ///< int, a `KeyKind`
+        IdentityRole, ///< QString, by which a row is known again in a list that was rebuilt
     };
+    Q_ENUM(Role)
+    /// The kinds of private key that a page has to tell apart.
+    enum KeyKind { NoKey, RsaKind, OtherKind };
+    Q_ENUM(KeyKind)
 
     explicit EntryModel(QObject *parent = nullptr);
     ~EntryModel() override;
@@ -67,6 +73,8 @@ private:
         QDateTime until;
         QDateTime from;
         bool hasKey = false;
+        int keyKind = NoKey;
+        QString identity;
     };
 
     const Row &row(int sourceRow) const;

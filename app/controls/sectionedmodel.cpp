@@ -104,6 +104,20 @@ void SectionedModel::setPattern(const QString &pattern)
     Q_EMIT patternChanged();
 }
 
+int SectionedModel::keyKind() const
+{
+    return m_keyKind;
+}
+
+void SectionedModel::setKeyKind(int kind)
+{
+    if (m_keyKind == kind)
+        return;
+    m_keyKind = kind;
+    schedule();
+    Q_EMIT keyKindChanged();
+}
+
 int SectionedModel::count() const
 {
     return m_rows.size();
@@ -209,6 +223,8 @@ bool SectionedModel::isWanted(int entryRow) const
 {
     const QModelIndex index = m_entries->index(entryRow, 0);
     if (!m_storeId.isEmpty() && index.data(EntryModel::StoreIdRole).toString() != m_storeId)
+        return false;
+    if (m_keyKind != EntryModel::NoKey && index.data(EntryModel::KeyKindRole).toInt() != m_keyKind)
         return false;
     return m_pattern.isEmpty()
         || index.data(EntryModel::HaystackRole).toString().contains(m_pattern.toLower());

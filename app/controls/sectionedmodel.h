@@ -26,6 +26,8 @@ class SectionedModel : public QAbstractListModel {
     Q_PROPERTY(QString storeId READ storeId WRITE setStoreId NOTIFY storeIdChanged)
     /// A search text of its own, for lists without a filter model; any part of the haystack.
     Q_PROPERTY(QString pattern READ pattern WRITE setPattern NOTIFY patternChanged)
+    /// When not `NoKey`, only the rows whose key is of that kind.
+    Q_PROPERTY(int keyKind READ keyKind WRITE setKeyKind NOTIFY keyKindChanged)
     Q_PROPERTY(int count READ count NOTIFY countChanged)
 public:
     /// The heading under which a view groups; after the entries' own roles.
@@ -42,6 +44,8 @@ public:
     void setStoreId(const QString &storeId);
     QString pattern() const;
     void setPattern(const QString &pattern);
+    int keyKind() const;
+    void setKeyKind(int kind);
     int count() const;
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
@@ -60,6 +64,7 @@ Q_SIGNALS:
     void filterChanged();
     void storeIdChanged();
     void patternChanged();
+    void keyKindChanged();
     void countChanged();
 
 private:
@@ -79,6 +84,7 @@ private:
     QPointer<QAbstractItemModel> m_filter;
     QString m_storeId;
     QString m_pattern;
+    int m_keyKind = EntryModel::NoKey;
     QVector<int> m_rows;
     QTimer m_refresh;
     QElapsedTimer m_sinceRefresh;

@@ -16,6 +16,8 @@ Item {
     property string place
     property int storeType: -1
     property bool hasKey: false
+    /// Whether the key can make the signatures that the program makes.
+    property bool canSign: false
     /// Whether there is anything to choose.
     property bool offered: true
     readonly property bool isRequest: storeType === KeyStoreModel.Request
@@ -55,7 +57,7 @@ Item {
                 : Validity.state(pane.certificate.notValidBefore, pane.certificate.notValidAfter)
             header.place: pane.place
             header.canRemove: pane.storeType !== KeyStoreModel.System
-            header.canSign: pane.hasKey
+            header.canSign: pane.canSign
             header.canEdit: pane.isRequest
             header.note: pane.hasKey && token.keysPresumed
                 ? qsTrId("trivex-app-key-presumed") : ""

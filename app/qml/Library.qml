@@ -12,6 +12,7 @@ Item {
     id: library
     property alias entries: entries
     property alias tokens: tokens
+    property alias signers: signers
     property alias requests: requests
     property alias requestEntries: requestEntries
     property alias watcher: watcher
@@ -50,6 +51,12 @@ Item {
     CertificateModel {
         id: personal
         searchRoles: library.searchRoles
+        filterRole: KeyStoreModel.SmartCard
+        sourceModel: entries
+    }
+    // The same for who signs: a search in the list leaves the choice of a key as it is.
+    CertificateModel {
+        id: signers
         filterRole: KeyStoreModel.SmartCard
         sourceModel: entries
     }

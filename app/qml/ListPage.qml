@@ -51,6 +51,7 @@ Item {
         pane.entryId = rows.value(index, "entryId") || ""
         pane.place = rows.value(index, "storeName") || ""
         pane.hasKey = rows.value(index, "hasKey") === true
+        pane.canSign = rows.value(index, "keyKind") === EntryModel.RsaKind
         pane.certificate = rows.value(index, "certificate") || null
     }
     function reset() {

@@ -58,13 +58,18 @@ FormPage {
     SectionedModel {
         id: keyRows
         entries: page.library.entries
-        filter: page.library.category("personal").filter
+        filter: page.library.signers
+        keyKind: EntryModel.RsaKind
         onCountChanged: {
             if (page.wantedEntry)
                 page.selectEntry(page.wantedEntry)
             else if (keys.currentIndex < 0 && count > 0)
                 keys.currentIndex = 0
         }
+    }
+    ModelCount {
+        id: signerCount
+        model: page.library.signers
     }
     Platform.FileDialog {
         id: fileDialog
@@ -104,8 +109,18 @@ FormPage {
             onActivated: page.wantedEntry = keyRows.value(index, "entryId")
         }
         Label {
-            text: keys.count === 0 ? qsTrId("trivex-app-no-key")
-                : keys.currentIndex >= 0 ? keyRows.value(keys.currentIndex, "storeName") || "" : ""
+            text: keys.currentIndex >= 0 ? keyRows.value(keys.currentIndex, "storeName") || "" : ""
+            visible: text.length > 0
+            color: Theme.textDim
+            font.pixelSize: Theme.smallSize
+            wrapMode: Text.WordWrap
+            Layout.fillWidth: true
+        }
+        Label {
+            objectName: "signKeyNote"
+            text: signerCount.count === 0 ? qsTrId("trivex-app-no-key")
+                : signerCount.count > keys.count ? qsTrId("trivex-app-only-rsa-keys") : ""
+            visible: text.length > 0
             color: Theme.textDim
             font.pixelSize: Theme.smallSize
             wrapMode: Text.WordWrap
