@@ -55,9 +55,24 @@ bool endsSoon(const QCA::KeyStore &store, const QDeadlineTimer &quiet,
     return isOver;
 }
 
+/// A share in QCA, for as long as its parent lives.
+class QcaShare : public QObject {
+public:
+    explicit QcaShare(QObject *parent)
+        : QObject(parent)
+    {
+    }
+
+private:
+    QCA::Initializer m_qca;
+};
+
 void letGo(QCA::KeyStore *store)
 {
     store->setParent(nullptr);
+    // QCA waits for the operation in hand when it ends, and not for those that have still to ask:
+    // they would ask a thread that has gone.
+    new QcaShare(store);
     const auto running = runningOperations(*store);
     const auto left = std::make_shared<QSet<QThread *>>(running.begin(), running.end());
     const auto settle = [store, left](QThread *thread) {

@@ -14,8 +14,8 @@ namespace Trivex {
 TRIVEX_QCA_EXPORT void startStores();
 
 /// Deletes the stores. One whose operation does not end within a moment is let go: nobody hears of
-/// it any more, and it is deleted when the operation has ended. Questions about such a store are
-/// ended meanwhile. On the thread of the stores; null pointers are skipped.
+/// it any more, and it is deleted when the operation has ended; QCA does not end before. Questions
+/// about such a store are ended meanwhile. On the thread of the stores; null pointers are skipped.
 TRIVEX_QCA_EXPORT void closeStores(const QVector<QCA::KeyStore *> &stores);
 
 } // namespace Trivex

@@ -3,6 +3,7 @@
 #include "tests/keystores/keystorefixture.h"
 
 #include "qca/adapter/providers.h"
+#include "tests/support/systemlist.h"
 
 #include <QtTest>
 
@@ -22,12 +23,7 @@ void KeyStoreFixture::prepare()
     QVERIFY2(m_factory.isValid(), "the openssl program is needed");
     Trivex::rankProviders();
     // The system's own list stays out of the rows.
-    QCA::setProviderConfig(text("default"),
-                           {{text("formtype"), text("http://affinix.com/qca/forms/default#1.0")},
-                            {text("use_system"), false},
-                            {text("roots_file"), QString()},
-                            {text("skip_plugins"), QString()},
-                            {text("plugin_priorities"), QString()}});
+    setSystemList();
     // Stock stores (gpg's keyring) would be locations of their own.
     const QCA::ProviderList providers = QCA::providers();
     for (QCA::Provider *provider : providers) {
@@ -52,6 +48,14 @@ void KeyStoreFixture::install()
 void KeyStoreFixture::configure()
 {
     m_fake->setDefaultConfig({{text("formtype"), text("test")}, {text("x"), 1}});
+}
+
+void KeyStoreFixture::endQca()
+{
+    m_certificate = QCA::Certificate();
+    m_bundle = QCA::KeyBundle();
+    m_fake = nullptr; // QCA owns it
+    m_qca.reset();
 }
 
 FakeEntry KeyStoreFixture::certificate(const char *id, const QCA::Certificate &value)

@@ -6,6 +6,8 @@
 #include "tests/certificates/certificatefactory.h"
 #include "tests/fakes/provider/fakeprovider.h"
 
+#include <memory>
+
 namespace TrivexTest {
 
 /// What the tests of the key store model share: a scripted token provider under the name of the
@@ -29,7 +31,10 @@ protected:
     /// The entry ids of the rows.
     static QStringList ids(const KeyStoreModel &model);
 
-    QCA::Initializer m_qca;
+    /// Lets go of all that is QCA's, and of QCA.
+    void endQca();
+
+    std::unique_ptr<QCA::Initializer> m_qca = std::make_unique<QCA::Initializer>();
     FakeProvider *m_fake = nullptr;
     CertificateFactory m_factory;
     QCA::Certificate m_certificate;
