@@ -3,6 +3,7 @@
 #include "keystores/keystoremodel.h"
 #include "tests/pkcs11/faultytoken.h"
 #include "tests/pkcs11/pinprompt.h"
+#include "tests/support/systemlist.h"
 #include "tests/support/testcertificates.h"
 
 #include <QElapsedTimer>
@@ -66,6 +67,7 @@ void TestClosing::initTestCase()
                               QStringLiteral("signer")));
     m_token->useInThisProcess();
     m_qca = std::make_unique<QCA::Initializer>();
+    setSystemList(); // long, and each model reads it
 }
 
 /// Each test starts with a token that is not logged in.

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "tests/support/systemlist.h"
 #include "tests/support/testcertificates.h"
 
 #include <QDir>
@@ -44,20 +45,14 @@ bool write(const QString &path, const QByteArray &contents)
         && file.write(contents) == contents.size();
 }
 
-void configure(const QString &provider, const QVariantMap &changes)
-{
-    QVariantMap config = QCA::getProviderConfig(provider);
-    for (auto change = changes.begin(); change != changes.end(); ++change)
-        config.insert(change.key(), change.value());
-    QCA::setProviderConfig(provider, config);
-}
-
-/// The system's list is that file, whatever the machine's is.
+/// The system's list is that file, and the trust module may be listed too.
 void setRoots(const QString &file)
 {
-    configure(QStringLiteral("default"),
-              {{QStringLiteral("use_system"), false}, {QStringLiteral("roots_file"), file}});
-    configure(QStringLiteral("qca-norvel-pkcs11"), {{QStringLiteral("allow_load_rootca"), true}});
+    setSystemList(file);
+    const QString provider = QStringLiteral("qca-norvel-pkcs11");
+    QVariantMap config = QCA::getProviderConfig(provider);
+    config.insert(QStringLiteral("allow_load_rootca"), true);
+    QCA::setProviderConfig(provider, config);
 }
 
 } // namespace
