@@ -3,10 +3,10 @@
 //
 // Certificates: parsing, reading fields and memory, each against plain OpenSSL doing the same.
 #include "benchmarks/measure.h"
-#include "qca/adapter/infotypes.h"
-#include "qca/adapter/providers.h"
-#include "qca/engine/x509/handles.h"
-#include "qca/engine/x509/makecertificate.h"
+#include "qca/asn1/handles.h"
+#include "qca/base/infotypes.h"
+#include "qca/base/providers.h"
+#include "qca/x509/makecertificate.h"
 
 #include <QCoreApplication>
 #include <QtCrypto>

@@ -4,9 +4,9 @@
 // Tokens: listing, generating, signing, writing, each against the same PKCS#11 calls made directly.
 #include "benchmarks/measure.h"
 #include "benchmarks/tokenwriting.h"
-#include "qca/adapter/infotypes.h"
 #include "qca/adapter/keygenerator.h"
-#include "qca/adapter/providers.h"
+#include "qca/base/infotypes.h"
+#include "qca/base/providers.h"
 #include "tests/support/testcertificates.h"
 #include "tests/support/testtoken.h"
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "qca/adapter/eventhandler.h"
-#include "qca/adapter/providers.h"
+#include "qca/base/providers.h"
+#include "qca/questions/eventhandler.h"
 #include "tests/support/testtoken.h"
 
 #include <QEventLoop>

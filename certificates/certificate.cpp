@@ -4,12 +4,12 @@
 
 #include "certificates/certificatetext.h"
 #include "certificates/x509fields.h"
-#include "qca/adapter/certificateinfo.h"
-#include "qca/adapter/filenames.h"
-#include "qca/adapter/infotypes.h"
-#include "qca/adapter/keys.h"
 #include "qca/adapter/reading.h"
-#include "qca/adapter/regularfile.h"
+#include "qca/base/filenames.h"
+#include "qca/base/infotypes.h"
+#include "qca/base/regularfile.h"
+#include "qca/keys/keys.h"
+#include "qca/x509/certificateinfo.h"
 
 #include <QDebug>
 #include <QDir>

@@ -3,7 +3,7 @@
 #include "certificates/x509fields.h"
 
 #include "certificates/certificatetext.h"
-#include "qca/adapter/certificateinfo.h"
+#include "qca/x509/certificateinfo.h"
 
 #include <openssl/evp.h>
 #include <openssl/objects.h>

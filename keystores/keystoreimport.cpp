@@ -8,8 +8,8 @@
 #include "certificates/keystoreentry.h"
 #include "qca/adapter/entries.h"
 #include "qca/adapter/keybundlefile.h"
-#include "qca/qcaaskerthread.h"
-#include "qca/qcahandler.h"
+#include "qca/questions/qcaaskerthread.h"
+#include "qca/questions/qcahandler.h"
 
 #include <QDebug>
 

@@ -5,12 +5,12 @@
 #include "certificates/keystoreentry.h"
 #include "keystores/providerlookup.h"
 #include "qca/adapter/entries.h"
-#include "qca/adapter/keys.h"
-#include "qca/adapter/providers.h"
-#include "qca/adapter/question.h"
 #include "qca/adapter/stores.h"
-#include "qca/qcaaskerthread.h"
-#include "qca/qcahandler.h"
+#include "qca/base/providers.h"
+#include "qca/keys/keys.h"
+#include "qca/questions/qcaaskerthread.h"
+#include "qca/questions/qcahandler.h"
+#include "qca/questions/question.h"
 
 #include <QDebug>
 #include <QQmlEngine>

@@ -4,7 +4,7 @@
 
 #include "certificates/keystoreentry.h"
 #include "qca/adapter/entries.h"
-#include "qca/adapter/keys.h"
+#include "qca/keys/keys.h"
 
 #include <QDebug>
 #include <QMetaMethod>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "plugin/apptranslator.h"
 
-#include "qca/adapter/places.h"
+#include "qca/base/places.h"
 
 #include <QCoreApplication>
 #include <QLocale>

@@ -4,8 +4,8 @@
 
 #include "plugin/apptranslator.h"
 #include "plugin/registration.h"
-#include "qca/adapter/places.h"
 #include "qca/adapter/providerplugins.h"
+#include "qca/base/places.h"
 
 namespace {
 

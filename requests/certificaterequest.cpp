@@ -5,10 +5,10 @@
 #include "requests/certificaterequest.h"
 
 #include "keystores/keystoremodel.h"
-#include "qca/adapter/keys.h"
-#include "qca/adapter/providers.h"
-#include "qca/qcaaskerthread.h"
-#include "qca/qcahandler.h"
+#include "qca/base/providers.h"
+#include "qca/keys/keys.h"
+#include "qca/questions/qcaaskerthread.h"
+#include "qca/questions/qcahandler.h"
 #include "requests/requestfiles.h"
 
 #include <QDebug>

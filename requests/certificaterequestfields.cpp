@@ -5,8 +5,8 @@
 #include "requests/certificaterequest.h"
 
 #include "qca/adapter/entries.h"
-#include "qca/adapter/infotypes.h"
-#include "qca/adapter/keys.h"
+#include "qca/base/infotypes.h"
+#include "qca/keys/keys.h"
 
 QString CertificateRequest::info(int type) const
 {

@@ -3,7 +3,7 @@
 #include "requests/certificaterequestmodel.h"
 
 #include "keystores/keystoremodel.h"
-#include "qca/adapter/keys.h"
+#include "qca/keys/keys.h"
 #include "requests/certificaterequest.h"
 #include "requests/requestfiles.h"
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "requests/requestfiles.h"
 
-#include "qca/adapter/filenames.h"
+#include "qca/base/filenames.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "signing/mappedfile.h"
 
-#include "qca/adapter/regularfile.h"
+#include "qca/base/regularfile.h"
 #include "signing/filedigest.h"
 
 #include <QFileInfo>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "qca/adapter/question.h"
+#include "qca/questions/question.h"
 
 #include <deque>
 #include <optional>

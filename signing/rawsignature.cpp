@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "signing/rawsignature.h"
 
-#include "qca/adapter/keys.h"
-#include "qca/adapter/regularfile.h"
+#include "qca/base/regularfile.h"
+#include "qca/keys/keys.h"
 #include "signing/filedigest.h"
 #include "signing/mappedfile.h"
 

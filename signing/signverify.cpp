@@ -5,9 +5,9 @@
 #include "certificates/certificate.h"
 #include "certificates/keystoreentry.h"
 #include "qca/adapter/entries.h"
-#include "qca/adapter/question.h"
-#include "qca/adapter/regularfile.h"
-#include "qca/adapter/tokens.h"
+#include "qca/base/regularfile.h"
+#include "qca/questions/question.h"
+#include "qca/tokens/tokens.h"
 #include "signing/mappedfile.h"
 #include "signing/rawsignature.h"
 

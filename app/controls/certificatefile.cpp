@@ -3,10 +3,10 @@
 #include "app/controls/certificatefile.h"
 
 #include "app/controls/desktop.h"
-#include "qca/adapter/infotypes.h"
 #include "qca/adapter/keybundlefile.h"
-#include "qca/adapter/providers.h"
-#include "qca/adapter/regularfile.h"
+#include "qca/base/infotypes.h"
+#include "qca/base/providers.h"
+#include "qca/base/regularfile.h"
 
 #include <QFileInfo>
 

@@ -15,7 +15,7 @@
 #include "app/controls/tokeninfo.h"
 #include "app/controls/tokenlistmodel.h"
 #include "app/controls/validity.h"
-#include "qca/adapter/places.h"
+#include "qca/base/places.h"
 
 #include <QCoreApplication>
 #include <QLocale>

@@ -5,7 +5,7 @@
 #include "app/controls/desktop.h"
 #include "app/controls/validity.h"
 #include "qca/adapter/entries.h"
-#include "qca/adapter/keys.h"
+#include "qca/keys/keys.h"
 
 #include <QElapsedTimer>
 #include <QMetaProperty>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "qca/adapter/tokens.h"
+#include "qca/tokens/tokens.h"
 
 namespace Trivex {
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "app/controls/entrymodel.h"
-#include "qca/adapter/tokens.h"
+#include "qca/tokens/tokens.h"
 
 #include <QPointer>
 

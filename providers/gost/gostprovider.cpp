@@ -3,8 +3,8 @@
 #include "providers/gost/gostprovider.h"
 
 #include "providers/pkcs11/core/contexts.h"
-#include "qca/adapter/providers.h"
-#include "qca/engine/keys/pkeycontainer.h"
+#include "qca/base/providers.h"
+#include "qca/keys/pkeycontainer.h"
 
 namespace Trivex {
 

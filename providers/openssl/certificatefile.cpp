@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "providers/openssl/certificatefile.h"
 
-#include "qca/adapter/filenames.h"
-#include "qca/adapter/infotypes.h"
-#include "qca/adapter/regularfile.h"
-#include "qca/engine/x509/makecertificate.h"
-#include "qca/engine/x509/pem.h"
+#include "qca/asn1/pem.h"
+#include "qca/base/filenames.h"
+#include "qca/base/infotypes.h"
+#include "qca/base/regularfile.h"
+#include "qca/x509/makecertificate.h"
 
 #include <QCryptographicHash>
 #include <QDir>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "providers/openssl/userentrycontext.h"
 
-#include "qca/engine/x509/makecertificate.h"
+#include "qca/x509/makecertificate.h"
 
 #include <QStringList>
 #include <QUrl>

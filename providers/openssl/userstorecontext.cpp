@@ -3,7 +3,7 @@
 #include "providers/openssl/userstorecontext.h"
 
 #include "providers/openssl/userentrycontext.h"
-#include "qca/engine/operation.h"
+#include "qca/questions/operation.h"
 
 #include <QStandardPaths>
 #include <QTimer>

@@ -4,10 +4,10 @@
 
 #include "providers/pkcs11/core/contexts.h"
 #include "providers/pkcs11/core/tokenservice.h"
-#include "qca/adapter/providers.h"
-#include "qca/engine/keys/pkeycontainer.h"
-#include "qca/engine/processend.h"
-#include "qca/engine/x509/requestcontext.h"
+#include "qca/base/processend.h"
+#include "qca/base/providers.h"
+#include "qca/keys/pkeycontainer.h"
+#include "qca/x509/requestcontext.h"
 
 namespace Trivex {
 

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/keybundlefile.h"
 
-#include "qca/adapter/providers.h"
-#include "qca/engine/pkcs12/bundleopening.h"
-#include "qca/engine/pkcs12/pkcs12context.h"
-#include "qca/engine/processend.h"
+#include "qca/adapter/bundleopening.h"
+#include "qca/base/processend.h"
+#include "qca/base/providers.h"
+#include "qca/pkcs12/pkcs12context.h"
 
 #include <QPointer>
 

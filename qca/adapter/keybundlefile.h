@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "qca/trivexqcaexport.h"
+#include "qca/base/trivexqcaexport.h"
 
 #include <QtCrypto>
 

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/keygenerator.h"
 
-#include "qca/adapter/keys.h"
-#include "qca/engine/answerregistry.h"
-#include "qca/engine/eccontext.h"
-#include "qca/engine/operation.h"
+#include "qca/keys/eccontext.h"
+#include "qca/keys/keys.h"
+#include "qca/questions/answerregistry.h"
+#include "qca/questions/operation.h"
 
 #include <utility>
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/providerplugins.h"
 
-#include "qca/adapter/providers.h"
+#include "qca/base/providers.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/reading.h"
 
-#include "qca/engine/x509/certificatecontext.h"
-#include "qca/engine/x509/makecertificate.h"
-#include "qca/engine/x509/requestcontext.h"
+#include "qca/x509/certificatecontext.h"
+#include "qca/x509/makecertificate.h"
+#include "qca/x509/requestcontext.h"
 
 #include <memory>
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/stores.h"
 
-#include "qca/adapter/question.h"
+#include "qca/questions/question.h"
 
 #include <QDeadlineTimer>
 #include <QSet>

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/storewriter.h"
 
-#include "qca/engine/mailbox.h"
-#include "qca/engine/tokenregistry.h"
+#include "qca/questions/mailbox.h"
+#include "qca/tokens/tokenregistry.h"
 
 namespace Trivex {
 

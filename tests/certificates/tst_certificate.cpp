@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "certificates/certificate.h"
 #include "certificates/certificatetext.h"
-#include "qca/adapter/providers.h"
+#include "qca/base/providers.h"
 #include "tests/certificates/certificatefactory.h"
 #include "tests/support/marktranslator.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "certificates/certificatemodel.h"
-#include "qca/adapter/providers.h"
+#include "qca/base/providers.h"
 #include "tests/certificates/certificatefactory.h"
 #include "tests/certificates/countingsource.h"
 #include "tests/fakes/provider/fakeprovider.h"

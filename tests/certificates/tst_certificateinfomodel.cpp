@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "certificates/certificateinfomodel.h"
-#include "qca/adapter/providers.h"
+#include "qca/base/providers.h"
 #include "tests/certificates/certificatefactory.h"
 #include "tests/certificates/flat.h"
 #include "tests/support/marktranslator.h"

@@ -3,7 +3,7 @@
 #include "certificates/keystoreentry.h"
 #include "certificates/securemessagekey.h"
 #include "certificates/securemessagesignature.h"
-#include "qca/adapter/providers.h"
+#include "qca/base/providers.h"
 #include "tests/certificates/certificatefactory.h"
 #include "tests/fakes/provider/fakeprovider.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "qca/adapter/question.h"
-#include "qca/engine/asker.h"
+#include "qca/questions/asker.h"
+#include "qca/questions/question.h"
 #include "tests/app/harness.h"
 #include "tests/app/looks.h"
 #include "tests/controls/host.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/keystores/keystorefixture.h"
 
-#include "qca/adapter/providers.h"
+#include "qca/base/providers.h"
 #include "tests/support/systemlist.h"
 
 #include <QtTest>

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "keystores/keystoremodel.h"
-#include "qca/qcaaskerthread.h"
-#include "qca/qcahandler.h"
+#include "qca/questions/qcaaskerthread.h"
+#include "qca/questions/qcahandler.h"
 #include "tests/certificates/flat.h"
 #include "tests/fakes/provider/privatehome.h"
 #include "tests/keystores/keystorefixture.h"

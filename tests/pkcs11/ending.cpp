@@ -3,8 +3,8 @@
 #include "tests/pkcs11/ending.h"
 
 #include "qca/adapter/keygenerator.h"
-#include "qca/adapter/tokens.h"
-#include "qca/engine/processend.h"
+#include "qca/base/processend.h"
+#include "qca/tokens/tokens.h"
 #include "tests/pkcs11/pinprompt.h"
 #include "tests/pkcs11/stores.h"
 #include "tests/support/testtoken.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/pkcs11/faultytoken.h"
 
-#include "qca/adapter/tokens.h"
+#include "qca/tokens/tokens.h"
 
 #include <QFile>
 #include <QSaveFile>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "qca/adapter/eventhandler.h"
+#include "qca/questions/eventhandler.h"
 
 namespace TrivexTest {
 

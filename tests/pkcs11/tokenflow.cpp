@@ -3,8 +3,8 @@
 #include "tests/pkcs11/tokenflow.h"
 
 #include "qca/adapter/keygenerator.h"
-#include "qca/adapter/keys.h"
-#include "qca/adapter/tokens.h"
+#include "qca/keys/keys.h"
+#include "qca/tokens/tokens.h"
 #include "tests/pkcs11/pinprompt.h"
 #include "tests/pkcs11/stores.h"
 #include "tests/support/testtoken.h"

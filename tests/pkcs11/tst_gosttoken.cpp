@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "certificates/certificate.h"
 #include "certificates/keystoreentry.h"
-#include "qca/adapter/certificateinfo.h"
 #include "qca/adapter/keygenerator.h"
-#include "qca/adapter/keys.h"
-#include "qca/adapter/tokens.h"
+#include "qca/keys/keys.h"
+#include "qca/tokens/tokens.h"
+#include "qca/x509/certificateinfo.h"
 #include "signing/signverify.h"
 #include "tests/pkcs11/faultytoken.h"
 #include "tests/pkcs11/pinprompt.h"

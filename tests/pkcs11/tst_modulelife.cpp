@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/core/restartpause.h"
 #include "qca/adapter/keygenerator.h"
-#include "qca/adapter/tokens.h"
+#include "qca/tokens/tokens.h"
 #include "tests/pkcs11/faultytoken.h"
 #include "tests/pkcs11/pinprompt.h"
 #include "tests/pkcs11/stores.h"

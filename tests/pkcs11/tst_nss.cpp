@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/keygenerator.h"
-#include "qca/adapter/keys.h"
-#include "qca/adapter/tokens.h"
+#include "qca/keys/keys.h"
+#include "qca/tokens/tokens.h"
 #include "tests/pkcs11/pinprompt.h"
 #include "tests/pkcs11/stores.h"
 #include "tests/support/testcertificates.h"

@@ -3,7 +3,7 @@
 #include "certificates/keystoreentry.h"
 #include "keystores/keystoremodel.h"
 #include "qca/adapter/entries.h"
-#include "qca/adapter/tokens.h"
+#include "qca/tokens/tokens.h"
 #include "tests/pkcs11/faultytoken.h"
 #include "tests/support/testcertificates.h"
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/core/objecttemplates.h"
 #include "providers/pkcs11/core/tokencontents.h"
-#include "qca/adapter/bounds.h"
+#include "qca/base/bounds.h"
 #include "tests/support/derelement.h"
 #include "tests/x509/corpus.h"
 

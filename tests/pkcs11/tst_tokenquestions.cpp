@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/keygenerator.h"
-#include "qca/adapter/keys.h"
-#include "qca/adapter/tokens.h"
-#include "qca/qcaaskerthread.h"
-#include "qca/qcahandler.h"
+#include "qca/keys/keys.h"
+#include "qca/questions/qcaaskerthread.h"
+#include "qca/questions/qcahandler.h"
+#include "qca/tokens/tokens.h"
 #include "tests/pkcs11/faultytoken.h"
 #include "tests/pkcs11/pinprompt.h"
 #include "tests/pkcs11/stores.h"

@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "qca/adapter/certificateinfo.h"
 #include "qca/adapter/entries.h"
-#include "qca/adapter/infotypes.h"
 #include "qca/adapter/keybundlefile.h"
 #include "qca/adapter/keygenerator.h"
-#include "qca/adapter/keys.h"
-#include "qca/adapter/providers.h"
-#include "qca/adapter/tokens.h"
-#include "qca/engine/tokenregistry.h"
+#include "qca/base/infotypes.h"
+#include "qca/base/providers.h"
+#include "qca/keys/keys.h"
+#include "qca/tokens/tokenregistry.h"
+#include "qca/tokens/tokens.h"
+#include "qca/x509/certificateinfo.h"
 
 #include <QtTest>
 

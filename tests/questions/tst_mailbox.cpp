@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/storewriter.h"
-#include "qca/engine/mailbox.h"
-#include "qca/engine/tokenregistry.h"
+#include "qca/questions/mailbox.h"
+#include "qca/tokens/tokenregistry.h"
 
 #include <QtTest>
 

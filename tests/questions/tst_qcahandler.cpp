@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "qca/adapter/question.h"
-#include "qca/engine/asker.h"
-#include "qca/qcahandler.h"
+#include "qca/questions/asker.h"
+#include "qca/questions/qcahandler.h"
+#include "qca/questions/question.h"
 
 #include <QtTest>
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "qca/adapter/eventhandler.h"
-#include "qca/engine/operation.h"
-#include "qca/qcahandler.h"
+#include "qca/questions/eventhandler.h"
+#include "qca/questions/operation.h"
+#include "qca/questions/qcahandler.h"
 
 #include <QtTest>
 

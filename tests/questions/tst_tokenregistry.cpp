@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "qca/adapter/eventhandler.h"
-#include "qca/adapter/tokens.h"
-#include "qca/engine/asker.h"
-#include "qca/engine/tokenregistry.h"
+#include "qca/questions/asker.h"
+#include "qca/questions/eventhandler.h"
+#include "qca/tokens/tokenregistry.h"
+#include "qca/tokens/tokens.h"
 
 #include <QtTest>
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "qca/adapter/eventhandler.h"
-#include "qca/engine/operation.h"
-#include "qca/engine/waiter.h"
+#include "qca/questions/eventhandler.h"
+#include "qca/questions/operation.h"
+#include "qca/questions/waiter.h"
 
 #include <QTimer>
 #include <QtTest>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "qca/adapter/filenames.h"
+#include "qca/base/filenames.h"
 #include "requests/atomicfile.h"
 #include "requests/requestfiles.h"
 

@@ -3,7 +3,7 @@
 
 // Requests with public keys of every kind: which bundle belongs to which, and what is shown.
 #include "keystores/keystoremodel.h"
-#include "qca/adapter/providers.h"
+#include "qca/base/providers.h"
 #include "requests/certificaterequest.h"
 #include "requests/certificaterequestmodel.h"
 #include "tests/requests/home.h"

@@ -3,8 +3,8 @@
 
 // The life of requests with keys on a real software token, checked with the openssl program.
 #include "keystores/keystoremodel.h"
-#include "qca/adapter/tokens.h"
-#include "qca/qcaaskerthread.h"
+#include "qca/questions/qcaaskerthread.h"
+#include "qca/tokens/tokens.h"
 #include "requests/certificaterequest.h"
 #include "requests/certificaterequestmodel.h"
 #include "tests/pkcs11/faultytoken.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/signing/pintoken.h"
 
-#include "qca/engine/asker.h"
+#include "qca/questions/asker.h"
 
 #include <QEventLoop>
 

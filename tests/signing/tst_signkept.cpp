@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 // What a signer's kept PIN answers, and what ends the keeping.
-#include "qca/engine/asker.h"
-#include "qca/engine/tokenregistry.h"
+#include "qca/questions/asker.h"
+#include "qca/tokens/tokenregistry.h"
 #include "signing/signverify.h"
 #include "tests/signing/pintoken.h"
 

@@ -4,10 +4,10 @@
 // What a page starts inside the event loop in which a signature waits for its token.
 #include "certificates/keystoreentry.h"
 #include "keystores/keystoremodel.h"
-#include "qca/adapter/eventhandler.h"
 #include "qca/adapter/keygenerator.h"
-#include "qca/adapter/keys.h"
-#include "qca/adapter/tokens.h"
+#include "qca/keys/keys.h"
+#include "qca/questions/eventhandler.h"
+#include "qca/tokens/tokens.h"
 #include "signing/signverify.h"
 #include "tests/support/testcertificates.h"
 #include "tests/support/testtoken.h"

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 // Questions that reach one signer while it has another one open.
-#include "qca/adapter/question.h"
-#include "qca/engine/asker.h"
+#include "qca/questions/asker.h"
+#include "qca/questions/question.h"
 #include "signing/signverify.h"
 
 #include <QSignalSpy>

@@ -6,7 +6,7 @@
 #include "certificates/keystoreentry.h"
 #include "keystores/keystoremodel.h"
 #include "qca/adapter/entries.h"
-#include "qca/adapter/tokens.h"
+#include "qca/tokens/tokens.h"
 #include "signing/signverify.h"
 #include "tests/signing/scriptedkey.h"
 #include "tests/support/testcertificates.h"

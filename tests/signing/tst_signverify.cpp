@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "certificates/certificate.h"
-#include "qca/adapter/tokens.h"
+#include "qca/tokens/tokens.h"
 #include "signing/loaderfile.h"
 #include "signing/signverify.h"
 #include "tests/signing/scriptedkey.h"

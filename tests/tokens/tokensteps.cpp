@@ -3,7 +3,7 @@
 #include "tests/tokens/tokensteps.h"
 
 #include "qca/adapter/keygenerator.h"
-#include "qca/adapter/keys.h"
+#include "qca/keys/keys.h"
 
 #include <QFile>
 #include <QSignalSpy>

@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "qca/adapter/certificateinfo.h"
-#include "qca/adapter/keys.h"
-#include "qca/engine/keys/pkeycontainer.h"
-#include "qca/engine/pkcs12/pkcs12context.h"
-#include "qca/engine/x509/certificatecontext.h"
-#include "qca/engine/x509/collectioncontext.h"
-#include "qca/engine/x509/crlcontext.h"
-#include "qca/engine/x509/pem.h"
-#include "qca/engine/x509/requestcontext.h"
+#include "qca/asn1/pem.h"
+#include "qca/keys/keys.h"
+#include "qca/keys/pkeycontainer.h"
+#include "qca/pkcs12/pkcs12context.h"
+#include "qca/x509/certificatecontext.h"
+#include "qca/x509/certificateinfo.h"
+#include "qca/x509/collectioncontext.h"
+#include "qca/x509/crlcontext.h"
+#include "qca/x509/requestcontext.h"
 #include "tests/x509/corpus.h"
 
 #include <QRandomGenerator>

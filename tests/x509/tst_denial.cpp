@@ -3,11 +3,11 @@
 
 // What is made to take for ever, and what is merely large: it ends at once, in an error or in a
 // list, and the work grows with the size of the input and not with its square.
-#include "qca/adapter/bounds.h"
 #include "qca/adapter/keybundlefile.h"
-#include "qca/adapter/providers.h"
-#include "qca/adapter/regularfile.h"
-#include "qca/engine/x509/pem.h"
+#include "qca/asn1/pem.h"
+#include "qca/base/bounds.h"
+#include "qca/base/providers.h"
+#include "qca/base/regularfile.h"
 #include "tests/x509/builtcertificate.h"
 #include "tests/x509/corpus.h"
 

@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "qca/adapter/certificateinfo.h"
-#include "qca/adapter/keys.h"
-#include "qca/adapter/providers.h"
-#include "qca/engine/keys/bignumbers.h"
-#include "qca/engine/keys/eckeycontext.h"
-#include "qca/engine/keys/gostpublickey.h"
-#include "qca/engine/keys/pkeycontainer.h"
-#include "qca/engine/keys/rsakeycontext.h"
+#include "qca/base/providers.h"
+#include "qca/keys/bignumbers.h"
+#include "qca/keys/eckeycontext.h"
+#include "qca/keys/gostpublickey.h"
+#include "qca/keys/keys.h"
+#include "qca/keys/pkeycontainer.h"
+#include "qca/keys/rsakeycontext.h"
+#include "qca/x509/certificateinfo.h"
 #include "tests/x509/corpus.h"
 
 #include <QTemporaryFile>

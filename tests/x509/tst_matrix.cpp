@@ -3,7 +3,7 @@
 
 // Dates and numbers at their borders, lengths that are told by their ends, extensions of odd
 // contents: put together here, and shown as `openssl x509` shows them.
-#include "qca/adapter/providers.h"
+#include "qca/base/providers.h"
 #include "tests/x509/builtcertificate.h"
 #include "tests/x509/corpus.h"
 #include "tests/x509/expectedproperties.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "qca/adapter/providers.h"
-#include "qca/engine/keys/gostengine.h"
+#include "qca/base/providers.h"
+#include "qca/keys/gostengine.h"
 #include "tests/x509/corpus.h"
 #include "tests/x509/expectedproperties.h"
 #include "tests/x509/opensslcertificate.h"

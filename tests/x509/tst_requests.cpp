@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/entries.h"
-#include "qca/adapter/infotypes.h"
-#include "qca/adapter/keys.h"
-#include "qca/adapter/providers.h"
 #include "qca/adapter/reading.h"
-#include "qca/engine/x509/requestcontext.h"
+#include "qca/base/infotypes.h"
+#include "qca/base/providers.h"
+#include "qca/keys/keys.h"
+#include "qca/x509/requestcontext.h"
 #include "tests/x509/corpus.h"
 
 #include <QtTest>

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "qca/adapter/keys.h"
-#include "qca/adapter/providers.h"
-#include "qca/engine/x509/certificatedata.h"
-#include "qca/engine/x509/makecertificate.h"
+#include "qca/base/providers.h"
+#include "qca/keys/keys.h"
+#include "qca/x509/certificatedata.h"
+#include "qca/x509/makecertificate.h"
 #include "tests/x509/corpus.h"
 
 #include <QtTest>

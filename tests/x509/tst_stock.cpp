@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "qca/adapter/providers.h"
-#include "qca/engine/x509/handles.h"
-#include "qca/engine/x509/makecertificate.h"
+#include "qca/asn1/handles.h"
+#include "qca/base/providers.h"
+#include "qca/x509/makecertificate.h"
 #include "tests/x509/corpus.h"
 
 #include <QtTest>

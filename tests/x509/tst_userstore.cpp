@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "qca/adapter/providers.h"
+#include "qca/base/providers.h"
 #include "tests/support/loopmeter.h"
 #include "tests/x509/corpus.h"
 

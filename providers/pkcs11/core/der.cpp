@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/core/der.h"
 
-#include "qca/engine/x509/der.h"
-#include "qca/engine/x509/derwriter.h"
+#include "qca/asn1/der.h"
+#include "qca/asn1/derwriter.h"
 
 namespace Trivex {
 

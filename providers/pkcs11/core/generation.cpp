@@ -4,7 +4,7 @@
 
 #include "providers/pkcs11/core/keypair.h"
 #include "providers/pkcs11/core/tokenservice.h"
-#include "qca/engine/mailbox.h"
+#include "qca/questions/mailbox.h"
 
 #include <mutex>
 #include <utility>

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/core/gostkeys.h"
 
-#include "qca/adapter/keys.h"
-#include "qca/engine/keys/gostpublickey.h"
-#include "qca/engine/x509/derwriter.h"
+#include "qca/asn1/derwriter.h"
+#include "qca/keys/gostpublickey.h"
+#include "qca/keys/keys.h"
 
 #include <algorithm>
 

@@ -4,7 +4,7 @@
 
 #include "providers/pkcs11/core/attributes.h"
 #include "providers/pkcs11/core/error.h"
-#include "qca/engine/keys/keymaterial.h"
+#include "qca/keys/keymaterial.h"
 
 namespace Trivex {
 

@@ -4,7 +4,7 @@
 
 #include "providers/pkcs11/core/generation.h"
 #include "providers/pkcs11/core/signing.h"
-#include "qca/engine/keys/keymaterial.h"
+#include "qca/keys/keymaterial.h"
 
 namespace Trivex {
 

@@ -4,7 +4,7 @@
 
 #include "providers/pkcs11/core/modulehealth.h"
 #include "providers/pkcs11/core/tokensexport.h"
-#include "qca/engine/processend.h"
+#include "qca/base/processend.h"
 
 #include <QByteArray>
 #include <QString>

@@ -4,11 +4,11 @@
 
 #include "providers/pkcs11/core/error.h"
 #include "providers/pkcs11/core/gostkeys.h"
-#include "qca/adapter/infotypes.h"
-#include "qca/adapter/keys.h"
-#include "qca/engine/secret.h"
-#include "qca/engine/x509/derwriter.h"
-#include "qca/engine/x509/names.h"
+#include "qca/asn1/derwriter.h"
+#include "qca/base/infotypes.h"
+#include "qca/base/secret.h"
+#include "qca/keys/keys.h"
+#include "qca/x509/names.h"
 
 #include <openssl/core_names.h>
 

@@ -5,7 +5,7 @@
 #include "providers/pkcs11/core/objecttemplates.h"
 #include "providers/pkcs11/core/tokenreader.h"
 #include "providers/pkcs11/core/writing.h"
-#include "qca/engine/keys/gostpublickey.h"
+#include "qca/keys/gostpublickey.h"
 
 #include <QSet>
 

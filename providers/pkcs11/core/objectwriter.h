@@ -3,7 +3,7 @@
 #pragma once
 
 #include "providers/pkcs11/core/tokenconnection.h"
-#include "qca/engine/keys/keymaterial.h"
+#include "qca/keys/keymaterial.h"
 
 namespace Trivex {
 

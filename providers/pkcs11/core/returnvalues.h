@@ -3,7 +3,7 @@
 #pragma once
 
 #include "providers/pkcs11/core/tokensexport.h"
-#include "qca/adapter/tokens.h"
+#include "qca/tokens/tokens.h"
 
 #include <p11-kit/pkcs11.h>
 

@@ -5,10 +5,10 @@
 #include "providers/pkcs11/core/attributes.h"
 #include "providers/pkcs11/core/gostkeys.h"
 #include "providers/pkcs11/core/tokenservice.h"
-#include "qca/engine/keys/keymaterial.h"
-#include "qca/engine/secret.h"
-#include "qca/engine/x509/derwriter.h"
-#include "qca/engine/x509/handles.h"
+#include "qca/asn1/derwriter.h"
+#include "qca/asn1/handles.h"
+#include "qca/base/secret.h"
+#include "qca/keys/keymaterial.h"
 
 namespace Trivex {
 

@@ -5,7 +5,7 @@
 #include "providers/pkcs11/core/objectremover.h"
 #include "providers/pkcs11/core/objectwriter.h"
 #include "providers/pkcs11/core/tokenservice.h"
-#include "qca/engine/keys/pkeycontainer.h"
+#include "qca/keys/pkeycontainer.h"
 
 #include <utility>
 

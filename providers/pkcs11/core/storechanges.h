@@ -3,7 +3,7 @@
 #pragma once
 
 #include "providers/pkcs11/core/token.h"
-#include "qca/engine/storechange.h"
+#include "qca/tokens/storechange.h"
 
 namespace Trivex {
 

@@ -3,7 +3,7 @@
 #include "providers/pkcs11/core/token.h"
 
 #include "providers/pkcs11/core/tokenservice.h"
-#include "qca/engine/tokenregistry.h"
+#include "qca/tokens/tokenregistry.h"
 
 #include <algorithm>
 #include <atomic>

@@ -4,7 +4,7 @@
 
 #include "providers/pkcs11/core/tokenconnection.h"
 #include "providers/pkcs11/core/worker.h"
-#include "qca/engine/waiter.h"
+#include "qca/questions/waiter.h"
 
 namespace Trivex {
 

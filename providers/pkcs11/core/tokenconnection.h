@@ -7,7 +7,7 @@
 #include "providers/pkcs11/core/tokencontents.h"
 #include "providers/pkcs11/core/tokenidentity.h"
 #include "providers/pkcs11/core/tokenreader.h"
-#include "qca/engine/operation.h"
+#include "qca/questions/operation.h"
 
 #include <optional>
 

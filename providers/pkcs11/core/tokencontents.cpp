@@ -3,10 +3,10 @@
 #include "providers/pkcs11/core/tokencontents.h"
 
 #include "providers/pkcs11/core/gostkeys.h"
-#include "qca/adapter/bounds.h"
-#include "qca/engine/keys/gostpublickey.h"
-#include "qca/engine/x509/canonicalname.h"
-#include "qca/engine/x509/der.h"
+#include "qca/asn1/der.h"
+#include "qca/base/bounds.h"
+#include "qca/keys/gostpublickey.h"
+#include "qca/x509/canonicalname.h"
 
 #include <QCryptographicHash>
 #include <QHash>

@@ -4,8 +4,8 @@
 
 #include "providers/pkcs11/core/gostkeys.h"
 
-#include "qca/adapter/keys.h"
-#include "qca/engine/keys/keyoperation.h"
+#include "qca/keys/keyoperation.h"
+#include "qca/keys/keys.h"
 
 #include <openssl/evp.h>
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "providers/pkcs11/core/heldkey.h"
-#include "qca/engine/keys/eckeycontext.h"
+#include "qca/keys/eckeycontext.h"
 
 #include <optional>
 

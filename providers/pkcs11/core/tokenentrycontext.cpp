@@ -6,8 +6,8 @@
 #include "providers/pkcs11/core/tokeneccontext.h"
 #include "providers/pkcs11/core/tokenrsacontext.h"
 #include "providers/pkcs11/core/tokenservice.h"
-#include "qca/engine/keys/pkeycontainer.h"
-#include "qca/engine/x509/makecertificate.h"
+#include "qca/keys/pkeycontainer.h"
+#include "qca/x509/makecertificate.h"
 
 #include <QUrl>
 

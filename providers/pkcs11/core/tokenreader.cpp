@@ -6,8 +6,8 @@
 #include "providers/pkcs11/core/gostkeys.h"
 #include "providers/pkcs11/core/objectsearch.h"
 #include "providers/pkcs11/core/tokentext.h"
-#include "qca/engine/x509/certificatefields.h"
-#include "qca/engine/x509/derwriter.h"
+#include "qca/asn1/derwriter.h"
+#include "qca/x509/certificatefields.h"
 
 namespace Trivex {
 

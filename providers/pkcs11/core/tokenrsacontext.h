@@ -3,7 +3,7 @@
 #pragma once
 
 #include "providers/pkcs11/core/heldkey.h"
-#include "qca/engine/keys/rsakeycontext.h"
+#include "qca/keys/rsakeycontext.h"
 
 namespace Trivex {
 

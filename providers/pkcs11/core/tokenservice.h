@@ -5,7 +5,7 @@
 #include "providers/pkcs11/core/modulewatch.h"
 #include "providers/pkcs11/core/token.h"
 #include "providers/pkcs11/core/tokensexport.h"
-#include "qca/engine/tokenregistry.h"
+#include "qca/tokens/tokenregistry.h"
 
 #include <QObject>
 #include <QVector>

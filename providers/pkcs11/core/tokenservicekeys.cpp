@@ -5,8 +5,8 @@
 #include "providers/pkcs11/core/contexts.h"
 #include "providers/pkcs11/core/tokenentrycontext.h"
 #include "providers/pkcs11/core/tokenservice.h"
-#include "qca/adapter/keys.h"
-#include "qca/engine/keys/pkeycontainer.h"
+#include "qca/keys/keys.h"
+#include "qca/keys/pkeycontainer.h"
 
 namespace Trivex {
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/fakes/provider/fakekeys.h"
 
-#include "qca/adapter/keys.h"
+#include "qca/keys/keys.h"
 
 namespace TrivexTest {
 

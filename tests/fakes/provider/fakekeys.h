@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "qca/engine/eccontext.h"
+#include "qca/keys/eccontext.h"
 #include "tests/fakes/provider/fakestores.h"
 
 #include <memory>

@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/asn1/derwriter.h"
+
+#include "qca/asn1/handles.h"
+
+#include <openssl/err.h>
+
+namespace Trivex::Der {
+
+QByteArray write(int tag, const QByteArray &content)
+{
+    QByteArray encoded(1, char(tag));
+    const int size = content.size();
+    if (size < 0x80) {
+        encoded.append(char(size));
+    } else {
+        int count = 1;
+        while (count < 4 && size >> (8 * count))
+            ++count;
+        encoded.append(char(0x80 | count));
+        while (count-- > 0)
+            encoded.append(char(size >> (8 * count)));
+    }
+    return encoded.append(content);
+}
+
+QByteArray writeSequence(const QList<QByteArray> &parts)
+{
+    QByteArray content;
+    for (const QByteArray &part : parts)
+        content += part;
+    return write(Sequence, content);
+}
+
+QByteArray writeOid(const QByteArray &dotted)
+{
+    const ObjectHandle object(OBJ_txt2obj(dotted.constData(), 1));
+    unsigned char *data = nullptr;
+    const int size = object ? i2d_ASN1_OBJECT(object.get(), &data) : 0;
+    const QByteArray encoded(reinterpret_cast<const char *>(data), qMax(size, 0));
+    OPENSSL_free(data);
+    ERR_clear_error();
+    return encoded;
+}
+
+QByteArray writeInteger(const QCA::BigInteger &number)
+{
+    // Two's complement of the least length is what QCA gives, too.
+    return write(Integer, number.toArray().toByteArray());
+}
+
+QByteArray writeBits(const QByteArray &octets)
+{
+    return write(BitString, QByteArray(1, '\0') + octets);
+}
+
+QByteArray writeTime(const QDateTime &time)
+{
+    const QDateTime utc = time.toUTC();
+    const int year = utc.date().year();
+    const bool twoDigits = year >= 1950 && year < 2050;
+    const QString format =
+        twoDigits ? QStringLiteral("yyMMddHHmmss'Z'") : QStringLiteral("yyyyMMddHHmmss'Z'");
+    return write(twoDigits ? UtcTime : GeneralizedTime, utc.toString(format).toLatin1());
+}
+
+} // namespace Trivex::Der

@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/asn1/der.h"
+
+#include <QList>
+#include <QtCrypto>
+
+namespace Trivex::Der {
+
+TRIVEX_QCA_EXPORT QByteArray write(int tag, const QByteArray &content);
+QByteArray writeSequence(const QList<QByteArray> &parts);
+/// Of a dotted OID; empty for a text that is none.
+TRIVEX_QCA_EXPORT QByteArray writeOid(const QByteArray &dotted);
+QByteArray writeInteger(const QCA::BigInteger &number);
+/// With whole octets.
+QByteArray writeBits(const QByteArray &octets);
+/// UTCTime to 2049, GeneralizedTime from 2050 and before 1950 (RFC 5280, 4.1.2.5).
+QByteArray writeTime(const QDateTime &time);
+
+} // namespace Trivex::Der

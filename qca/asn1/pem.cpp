@@ -1,0 +1,125 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/asn1/pem.h"
+
+#include "qca/base/bounds.h"
+
+namespace Trivex {
+
+namespace {
+
+constexpr int LineLength = 64;
+constexpr char Begin[] = "-----BEGIN ";
+constexpr int BeginSize = int(sizeof Begin) - 1;
+constexpr char End[] = "-----END ";
+constexpr char Dashes[] = "-----";
+
+// The lines before the first empty one, when they are header lines.
+QByteArray takeHeader(QByteArray *body)
+{
+    if (!body->contains(':'))
+        return {};
+    int end = body->indexOf("\n\n");
+    int gap = 2;
+    if (end < 0) {
+        end = body->indexOf("\r\n\r\n");
+        gap = 4;
+    }
+    if (end < 0)
+        return {};
+    const QByteArray header = body->left(end).trimmed();
+    *body = body->mid(end + gap);
+    return header;
+}
+
+QByteArray withoutSpace(const QByteArray &body)
+{
+    QByteArray result;
+    result.reserve(body.size());
+    for (const char c : body) {
+        if (c != '\n' && c != '\r' && c != ' ' && c != '\t')
+            result += c;
+    }
+    return result;
+}
+
+// Behind the line break that follows `position`.
+int lineEnd(const QByteArray &text, int position)
+{
+    while (position < text.size() && text.at(position) == '\r')
+        ++position;
+    return position < text.size() && text.at(position) == '\n' ? position + 1 : position;
+}
+
+bool readBody(QByteArray body, PemBlock *block)
+{
+    block->header = takeHeader(&body);
+    const auto decoded = QByteArray::fromBase64Encoding(
+        withoutSpace(body), QByteArray::Base64Encoding | QByteArray::AbortOnBase64DecodingErrors);
+    block->data = decoded.decoded;
+    return decoded && !block->data.isEmpty();
+}
+
+// The block that `text` begins with; its end is that of its last line's text.
+bool readBlock(const QByteArray &text, PemBlock *block)
+{
+    const int labelEnd = text.indexOf(Dashes, BeginSize);
+    if (labelEnd < 0)
+        return false;
+    block->label = text.mid(BeginSize, labelEnd - BeginSize);
+    if (block->label.contains('\n'))
+        return false;
+    const QByteArray endMark = End + block->label + Dashes;
+    const int body = labelEnd + int(sizeof Dashes) - 1;
+    const int end = text.indexOf(endMark, body);
+    block->end = end + endMark.size();
+    return end >= 0 && readBody(text.mid(body, end - body), block);
+}
+
+} // namespace
+
+QList<PemBlock> readPem(const QByteArray &text, int *broken)
+{
+    QList<PemBlock> blocks;
+    int position = text.indexOf(Begin);
+    while (position >= 0) {
+        const int next = text.indexOf(Begin, position + BeginSize);
+        const int limit = next < 0 ? text.size() : next;
+        PemBlock block;
+        // What belongs to a block stands before the next one, so nobody looks behind that: each
+        // octet is looked at a few times, however many blocks begin.
+        if (readBlock(QByteArray::fromRawData(text.constData() + position, limit - position),
+                      &block)) {
+            block.begin = position;
+            block.end = lineEnd(text, position + block.end);
+            blocks += block;
+        } else if (broken) {
+            ++*broken;
+        }
+        position = next;
+    }
+    return blocks;
+}
+
+QByteArray readPem(const QString &text, const QList<QByteArray> &labels)
+{
+    if (text.size() > maxFileBytes)
+        return {};
+    const QList<PemBlock> blocks = readPem(text.toLatin1());
+    for (const PemBlock &block : blocks) {
+        if (labels.contains(block.label) && block.header.isEmpty())
+            return block.data;
+    }
+    return {};
+}
+
+QByteArray writePem(const QByteArray &label, const QByteArray &data)
+{
+    const QByteArray encoded = data.toBase64();
+    QByteArray text = Begin + label + Dashes + '\n';
+    for (int i = 0; i < encoded.size(); i += LineLength)
+        text += encoded.mid(i, LineLength) + '\n';
+    return text + End + label + Dashes + '\n';
+}
+
+} // namespace Trivex

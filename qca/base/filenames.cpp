@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/base/filenames.h"
+
+#include <QTextBoundaryFinder>
+
+namespace Trivex {
+
+namespace {
+
+/// What counts as the suffix of a name that is too long; a longer tail is text with a dot in it.
+constexpr int maxSuffixBytes = 16;
+
+bool turnsDirection(ushort unit)
+{
+    return unit == 0x200E || unit == 0x200F || unit == 0x061C || (unit >= 0x202A && unit <= 0x202E)
+        || (unit >= 0x2066 && unit <= 0x2069);
+}
+
+bool isUnsafe(QChar c)
+{
+    switch (c.category()) {
+    case QChar::Other_Control:
+    case QChar::Separator_Line:
+    case QChar::Separator_Paragraph:
+        return true;
+    default:
+        return c == QLatin1Char('/') || c == QLatin1Char('\\') || turnsDirection(c.unicode());
+    }
+}
+
+QString withoutUnsafe(QString name)
+{
+    for (QChar &c : name) {
+        if (isUnsafe(c))
+            c = QLatin1Char('_');
+    }
+    if (name.startsWith(QLatin1Char('.')))
+        name[0] = QLatin1Char('_');
+    return name;
+}
+
+/// The longest part of `text` that has at most `bytes` bytes and ends between two characters.
+QString cut(const QString &text, int bytes)
+{
+    if (text.toUtf8().size() <= bytes)
+        return text;
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+    int end = 0;
+    int used = 0;
+    for (int next = finder.toNextBoundary(); next > 0; next = finder.toNextBoundary()) {
+        used += text.mid(end, next - end).toUtf8().size();
+        if (used > bytes)
+            break;
+        end = next;
+    }
+    return text.left(end);
+}
+
+} // namespace
+
+QString safeFileName(const QString &name)
+{
+    if (name.toUtf8().size() <= maxFileNameBytes)
+        return withoutUnsafe(name);
+    const int dot = name.lastIndexOf(QLatin1Char('.'));
+    const QString suffix = dot > 0 ? name.mid(dot) : QString();
+    if (suffix.isEmpty() || suffix.toUtf8().size() > maxSuffixBytes)
+        return safeFileName(name, QString());
+    return safeFileName(name.left(dot), suffix);
+}
+
+QString safeFileName(const QString &base, const QString &suffix)
+{
+    const int room = maxFileNameBytes - suffix.toUtf8().size();
+    return withoutUnsafe(cut(base, qMax(0, room)) + suffix);
+}
+
+QString safeFileName(const QString &base, const QString &suffix, const QString &standIn)
+{
+    return safeFileName(base.trimmed().isEmpty() ? standIn : base, suffix);
+}
+
+} // namespace Trivex

@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/base/trivexqcaexport.h"
+
+#include <QByteArray>
+
+#include <memory>
+
+namespace QCA {
+class SecureArray;
+}
+
+namespace Trivex {
+
+/// Bytes that are wiped with their owner: a PIN, a decrypted text, the numbers of a private key.
+///
+/// In plain memory, because a thread that a module holds may have it for longer than QCA lives, and
+/// `QCA::SecureArray` can't be touched once QCA has ended.
+class TRIVEX_QCA_EXPORT Secret {
+public:
+    Secret() = default;
+    explicit Secret(int size);
+    explicit Secret(const QCA::SecureArray &bytes);
+    ~Secret();
+    Secret(const Secret &other);
+    Secret(Secret &&other) noexcept;
+    Secret &operator=(Secret other) noexcept;
+
+    bool isEmpty() const { return m_size == 0; }
+    int size() const { return m_size; }
+    char *data() { return m_bytes.get(); }
+    const char *constData() const { return m_bytes.get(); }
+    /// Cuts it; never longer than it was made.
+    void truncate(int size);
+
+    /// A copy that nobody wipes: for what is no secret after all.
+    QByteArray toByteArray() const;
+    /// To be called while QCA lives.
+    QCA::SecureArray toSecureArray() const;
+
+private:
+    std::unique_ptr<char[]> m_bytes;
+    int m_size = 0;
+    int m_room = 0;
+};
+
+} // namespace Trivex

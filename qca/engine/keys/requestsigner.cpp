@@ -1,9 +1,0 @@
-// SPDX-FileCopyrightText: 2026 The Trivex developers
-// SPDX-License-Identifier: MIT
-#include "qca/engine/keys/requestsigner.h"
-
-namespace Trivex {
-
-RequestSigner::~RequestSigner() = default;
-
-} // namespace Trivex

@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/asn1/handles.h"
+
+#include <QtCrypto>
+
+namespace Trivex {
+
+// What DSA and Diffie-Hellman keys have in common. `type` is libcrypto's name, "DSA" or "DH".
+
+/// A key from its numbers; `y` or `x` may be null. Null when they make none.
+PKeyHandle discreteLogKey(const char *type, const QCA::DLGroup &domain, const QCA::BigInteger *y,
+                          const QCA::BigInteger *x);
+
+/// A new key pair on `domain`; null for a domain that does not do.
+PKeyHandle generateDiscreteLogKey(const char *type, const QCA::DLGroup &domain);
+
+/// The domain of a key; null for a null key.
+QCA::DLGroup discreteLogDomain(const EVP_PKEY *key);
+
+} // namespace Trivex

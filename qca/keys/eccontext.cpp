@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/keys/eccontext.h"
+
+namespace Trivex {
+
+ECContext::ECContext(QCA::Provider *provider)
+    : NativeFirstKey(provider, QStringLiteral("ec"))
+{
+}
+
+ECContext::~ECContext() = default;
+
+QCA::PKey::Type ECContext::type() const
+{
+    // 3 fits the two bits of the enumeration, so this is a defined value, if a nameless one.
+    return static_cast<QCA::PKey::Type>(3);
+}
+
+} // namespace Trivex

@@ -1,0 +1,146 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/keys/gostpublickey.h"
+
+#include "qca/asn1/derwriter.h"
+#include "qca/keys/keymaterial.h"
+
+#include "qca/keys/keys.h"
+
+namespace Trivex {
+
+namespace {
+
+constexpr char Digest94[] = "1.2.643.2.2.30.1";
+constexpr char Digest256[] = "1.2.643.7.1.1.2.2";
+
+struct Algorithm {
+    int keyType;
+    const char *oid;
+    int pointSize;
+};
+
+constexpr Algorithm Algorithms[] = {
+    {Gost2001Key, "1.2.643.2.2.19", 64},
+    {Gost2012Key256, "1.2.643.7.1.1.1.1", 64},
+    {Gost2012Key512, "1.2.643.7.1.1.1.2", 128},
+};
+
+const Algorithm *algorithmOf(int keyType)
+{
+    for (const Algorithm &algorithm : Algorithms) {
+        if (algorithm.keyType == keyType)
+            return &algorithm;
+    }
+    return nullptr;
+}
+
+const Algorithm *algorithmOf(const QByteArray &oid)
+{
+    for (const Algorithm &algorithm : Algorithms) {
+        if (oid == algorithm.oid)
+            return &algorithm;
+    }
+    return nullptr;
+}
+
+struct CurveName {
+    const char *oid;
+    const char *same; ///< the OID of 2012 for the same curve
+};
+
+// RFC 7836, appendix B, gives the curves of 2001 new names. The two for key exchange are A and C.
+constexpr CurveName OldCurves[] = {
+    {"1.2.643.2.2.35.1", "1.2.643.7.1.2.1.1.2"}, {"1.2.643.2.2.35.2", "1.2.643.7.1.2.1.1.3"},
+    {"1.2.643.2.2.35.3", "1.2.643.7.1.2.1.1.4"}, {"1.2.643.2.2.36.0", "1.2.643.7.1.2.1.1.2"},
+    {"1.2.643.2.2.36.1", "1.2.643.7.1.2.1.1.4"},
+};
+
+QByteArray newName(const QByteArray &curve)
+{
+    for (const CurveName &name : OldCurves) {
+        if (curve == name.oid)
+            return QByteArray(name.same);
+    }
+    return curve;
+}
+
+// 1.2.643, the arc of Russia, at the place of the algorithm: tells all other keys quickly.
+bool mayBeGost(const QByteArray &publicInfo)
+{
+    const int at = publicInfo.left(12).indexOf('\x06');
+    return at > 0 && publicInfo.mid(at + 2, 3) == QByteArray("\x2a\x85\x03", 3);
+}
+
+QByteArray nextOid(Der::Reader *reader)
+{
+    Der::Slice content;
+    return reader->next(Der::ObjectIdentifier, &content) ? Der::oidText(content) : QByteArray();
+}
+
+} // namespace
+
+GostPublicKey GostPublicKey::fromPublicInfo(const QByteArray &publicInfo)
+{
+    if (!mayBeGost(publicInfo))
+        return {};
+    Der::Slice body;
+    Der::Slice identifier;
+    Der::Slice parameters;
+    Der::Slice bitString;
+    Der::Slice bits;
+    Der::Slice point;
+    if (!Der::Reader(Der::sliceOf(publicInfo)).next(Der::Sequence, &body))
+        return {};
+    Der::Reader fields(body);
+    if (!fields.next(Der::Sequence, &identifier) || !fields.next(Der::BitString, &bitString)
+        || !Der::wholeBits(bitString, &bits) || !Der::Reader(bits).next(Der::OctetString, &point))
+        return {};
+    Der::Reader names(identifier);
+    const Algorithm *algorithm = algorithmOf(nextOid(&names));
+    if (!algorithm || point.size != algorithm->pointSize || !names.next(Der::Sequence, &parameters))
+        return {};
+    Der::Reader sets(parameters);
+    GostPublicKey key;
+    key.curve = nextOid(&sets);
+    if (key.curve.isEmpty())
+        return {};
+    key.digest = nextOid(&sets);
+    key.point = point.bytes();
+    key.keyType = algorithm->keyType;
+    return key;
+}
+
+QByteArray GostPublicKey::publicInfo() const
+{
+    const Algorithm *algorithm = algorithmOf(keyType);
+    if (!algorithm || point.size() != algorithm->pointSize)
+        return {};
+    const QByteArray parameters = Der::writeSequence(
+        {Der::writeOid(curve), digest.isEmpty() ? QByteArray() : Der::writeOid(digest)});
+    return Der::writeSequence({Der::writeSequence({Der::writeOid(algorithm->oid), parameters}),
+                               Der::writeBits(Der::write(Der::OctetString, point))});
+}
+
+QByteArray GostPublicKey::digestToWrite(int keyType, const QByteArray &curve)
+{
+    if (keyType == Gost2001Key)
+        return QByteArray(Digest94);
+    // With the names of 2001 only.
+    return keyType == Gost2012Key256 && curve.startsWith("1.2.643.2.2.") ? QByteArray(Digest256)
+                                                                         : QByteArray();
+}
+
+QByteArray comparablePublicInfo(const QByteArray &publicInfo)
+{
+    GostPublicKey key = GostPublicKey::fromPublicInfo(publicInfo);
+    if (!key.isValid())
+        return publicInfo;
+    if (key.keyType == Gost2001Key)
+        key.keyType = Gost2012Key256;
+    key.curve = newName(key.curve);
+    key.digest.clear();
+    return key.publicInfo();
+}
+
+} // namespace Trivex

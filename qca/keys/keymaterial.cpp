@@ -1,0 +1,208 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/keys/keymaterial.h"
+
+#include "qca/asn1/der.h"
+#include "qca/keys/gostengine.h"
+
+#include "qca/keys/keys.h"
+
+#include <openssl/err.h>
+
+#include <array>
+
+namespace Trivex {
+
+namespace {
+
+struct AlgorithmKind {
+    const char *oid;
+    int keyType;
+    int bits; // 0: to be found in the key
+};
+
+constexpr std::array<AlgorithmKind, 11> Kinds = {{
+    {"1.2.840.113549.1.1.1", RsaKey, 0},
+    {"1.2.840.10040.4.1", DsaKey, 0},
+    {"1.2.840.113549.1.3.1", DhKey, 0},
+    {"1.2.840.10046.2.1", DhKey, 0},
+    {"1.2.840.10045.2.1", EllipticCurveKey, 0},
+    {"1.2.643.2.2.19", Gost2001Key, 256},
+    {"1.2.643.7.1.1.1.1", Gost2012Key256, 256},
+    {"1.2.643.7.1.1.1.2", Gost2012Key512, 512},
+    {"1.3.101.112", OtherKey, 0},
+    {"1.3.101.113", OtherKey, 0},
+    {"1.2.840.113549.1.1.10", OtherKey, 0},
+}};
+
+const AlgorithmKind *kindOf(const QByteArray &oid)
+{
+    for (const AlgorithmKind &kind : Kinds) {
+        if (oid == kind.oid)
+            return &kind;
+    }
+    return nullptr;
+}
+
+bool isGost(int keyType)
+{
+    return keyType == Gost2001Key || keyType == Gost2012Key256 || keyType == Gost2012Key512;
+}
+
+// The OID of SubjectPublicKeyInfo and, with a version before it, of PrivateKeyInfo.
+QByteArray algorithmOf(Der::Slice encoding, bool isPrivate)
+{
+    Der::Slice body;
+    Der::Slice algorithm;
+    Der::Slice oid;
+    Der::Reader outer(encoding);
+    if (!outer.next(Der::Sequence, &body))
+        return {};
+    Der::Reader reader(body);
+    Der::Slice version;
+    if (isPrivate && !reader.next(Der::Integer, &version))
+        return {};
+    if (!reader.next(Der::Sequence, &algorithm)
+        || !Der::Reader(algorithm).next(Der::ObjectIdentifier, &oid))
+        return {};
+    if (reader.peek() != (isPrivate ? Der::OctetString : Der::BitString))
+        return {};
+    return Der::oidText(oid);
+}
+
+QByteArray encodePublic(EVP_PKEY *key)
+{
+    unsigned char *data = nullptr;
+    const int size = i2d_PUBKEY(key, &data);
+    const QByteArray encoded(reinterpret_cast<const char *>(data), qMax(size, 0));
+    OPENSSL_free(data);
+    ERR_clear_error();
+    return encoded;
+}
+
+const unsigned char *bytesOf(const char *data)
+{
+    return reinterpret_cast<const unsigned char *>(data);
+}
+
+} // namespace
+
+int keyTypeOfAlgorithm(const QByteArray &oid)
+{
+    const AlgorithmKind *kind = kindOf(oid);
+    return kind ? kind->keyType : int(OtherKey);
+}
+
+KeyMaterial::KeyMaterial(const KeyMaterial &other)
+    : m_native(share(other.native()))
+    , m_publicInfo(other.m_publicInfo)
+    , m_opaquePrivate(other.m_opaquePrivate)
+    , m_keyType(other.m_keyType)
+    , m_bits(other.m_bits)
+    , m_isPrivate(other.m_isPrivate)
+{
+}
+
+KeyMaterial &KeyMaterial::operator=(KeyMaterial other) noexcept
+{
+    std::swap(m_native, other.m_native);
+    std::swap(m_publicInfo, other.m_publicInfo);
+    std::swap(m_opaquePrivate, other.m_opaquePrivate);
+    std::swap(m_keyType, other.m_keyType);
+    std::swap(m_bits, other.m_bits);
+    std::swap(m_isPrivate, other.m_isPrivate);
+    return *this;
+}
+
+KeyMaterial KeyMaterial::fromNative(PKeyHandle key, bool isPrivate)
+{
+    KeyMaterial material;
+    if (!key)
+        return material;
+    material.m_publicInfo = encodePublic(key.get());
+    material.m_keyType =
+        keyTypeOfAlgorithm(algorithmOf(Der::sliceOf(material.m_publicInfo), false));
+    material.m_bits = qMax(EVP_PKEY_get_bits(key.get()), 0);
+    material.m_isPrivate = isPrivate;
+    material.m_native = std::move(key);
+    return material;
+}
+
+KeyMaterial KeyMaterial::fromPublicInfo(const QByteArray &spki)
+{
+    KeyMaterial material;
+    const QByteArray oid = algorithmOf(Der::sliceOf(spki), false);
+    if (oid.isEmpty())
+        return material;
+    const AlgorithmKind *kind = kindOf(oid);
+    material.m_keyType = kind ? kind->keyType : int(OtherKey);
+    material.m_publicInfo = QByteArray(spki.constData(), spki.size());
+    if (isGost(material.m_keyType))
+        loadGostEngine();
+    const unsigned char *data = bytesOf(spki.constData());
+    material.m_native.reset(d2i_PUBKEY(nullptr, &data, spki.size()));
+    ERR_clear_error();
+    if (material.m_native)
+        material.m_bits = qMax(EVP_PKEY_get_bits(material.native()), 0);
+    else if (kind)
+        material.m_bits = kind->bits;
+    return material;
+}
+
+KeyMaterial KeyMaterial::fromPrivateInfo(const Secret &pkcs8)
+{
+    KeyMaterial material;
+    const QByteArray oid = algorithmOf({pkcs8.constData(), pkcs8.size()}, true);
+    if (oid.isEmpty())
+        return material;
+    const AlgorithmKind *kind = kindOf(oid);
+    const int keyType = kind ? kind->keyType : int(OtherKey);
+    if (isGost(keyType))
+        loadGostEngine();
+    const unsigned char *data = bytesOf(pkcs8.constData());
+    const Pkcs8Handle info(d2i_PKCS8_PRIV_KEY_INFO(nullptr, &data, pkcs8.size()));
+    if (info)
+        material = fromNative(PKeyHandle(EVP_PKCS82PKEY(info.get())), true);
+    ERR_clear_error();
+    if (!material.isNull() || !info)
+        return material;
+    if (kind && !isGost(keyType) && keyType != OtherKey)
+        return material; // libcrypto knows the algorithm, so the key itself is broken
+    material.m_opaquePrivate = pkcs8;
+    material.m_keyType = keyType;
+    material.m_bits = kind ? kind->bits : 0;
+    material.m_isPrivate = true;
+    return material;
+}
+
+QCA::SecureArray KeyMaterial::privateInfo() const
+{
+    if (!m_isPrivate || !m_native)
+        return m_opaquePrivate.toSecureArray();
+    const Pkcs8Handle info(EVP_PKEY2PKCS8(native()));
+    unsigned char *data = nullptr;
+    const int size = info ? i2d_PKCS8_PRIV_KEY_INFO(info.get(), &data) : 0;
+    ERR_clear_error();
+    QCA::SecureArray encoded(qMax(size, 0));
+    if (size > 0) {
+        std::copy(data, data + size, encoded.data());
+        OPENSSL_clear_free(data, size_t(size));
+    }
+    return encoded;
+}
+
+void KeyMaterial::setPublicInfo(const QByteArray &spki)
+{
+    const QByteArray oid = algorithmOf(Der::sliceOf(spki), false);
+    if (m_publicInfo.isEmpty() && m_isPrivate && !oid.isEmpty()
+        && keyTypeOfAlgorithm(oid) == m_keyType)
+        m_publicInfo = spki;
+}
+
+void KeyMaterial::makePublic()
+{
+    if (m_isPrivate)
+        *this = fromPublicInfo(m_publicInfo);
+}
+
+} // namespace Trivex

@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/asn1/handles.h"
+
+#include <QByteArray>
+
+namespace Trivex {
+
+// The operations of libcrypto on one block, with the key alone: nothing is digested here. All
+// give false for a null key, and leave libcrypto's error queue empty.
+
+/// RSA pads by PKCS#1 v1.5 type 1; the signatures of the others come as libcrypto has them (DER
+/// for DSA and ECDSA).
+bool signNative(EVP_PKEY *key, const QByteArray &block, QByteArray *signature);
+bool verifyNative(EVP_PKEY *key, const QByteArray &block, const QByteArray &signature);
+
+/// For keys that take the message whole (Ed25519, Ed448).
+bool signMessageNative(EVP_PKEY *key, const QByteArray &message, QByteArray *signature);
+bool verifyMessageNative(EVP_PKEY *key, const QByteArray &message, const QByteArray &signature);
+
+/// DER ECDSA-Sig-Value or DSS-Sig-Value (RFC 3279) into r and s side by side, `bits` long each
+/// (IEEE 1363); empty when it is none.
+QByteArray sideBySide(const QByteArray &signature, int bits);
+/// The way back.
+QByteArray derSignature(const QByteArray &sideBySide);
+
+} // namespace Trivex

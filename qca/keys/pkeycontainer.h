@@ -1,0 +1,73 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/keys/keymaterial.h"
+
+namespace Trivex {
+
+/// The context behind `QCA::PublicKey` and `QCA::PrivateKey`: holds a key of any kind, ours or a
+/// token's, and reads and writes the encoded forms.
+class TRIVEX_QCA_EXPORT PKeyContainer : public QCA::PKeyContext {
+    Q_OBJECT
+public:
+    /// Takes `key`, which may be null.
+    explicit PKeyContainer(QCA::Provider *provider, QCA::PKeyBase *key = nullptr);
+    /// The same, naming another provider than the keys that it makes; see `softwareKeyProvider`.
+    PKeyContainer(QCA::Provider *provider, QCA::Provider *keyProvider, QCA::PKeyBase *key);
+    ~PKeyContainer() override;
+
+    QCA::Provider::Context *clone() const override;
+
+    QList<QCA::PKey::Type> supportedTypes() const override;
+    QList<QCA::PKey::Type> supportedIOTypes() const override;
+    QList<QCA::PBEAlgorithm> supportedPBEAlgorithms() const override;
+
+    QCA::PKeyBase *key() override { return m_key; }
+    const QCA::PKeyBase *key() const override { return m_key; }
+    void setKey(QCA::PKeyBase *key) override;
+    bool importKey(const QCA::PKeyBase *key) override;
+
+    QByteArray publicToDER() const override;
+    QString publicToPEM() const override;
+    QCA::ConvertResult publicFromDER(const QByteArray &der) override;
+    QCA::ConvertResult publicFromPEM(const QString &pem) override;
+
+    /// Unencrypted with an empty passphrase. Empty for a key that can't be exported.
+    QCA::SecureArray privateToDER(const QCA::SecureArray &passphrase,
+                                  QCA::PBEAlgorithm pbe) const override;
+    QString privateToPEM(const QCA::SecureArray &passphrase, QCA::PBEAlgorithm pbe) const override;
+    QCA::ConvertResult privateFromDER(const QCA::SecureArray &der,
+                                      const QCA::SecureArray &passphrase) override;
+    QCA::ConvertResult privateFromPEM(const QString &pem,
+                                      const QCA::SecureArray &passphrase) override;
+
+private:
+    PKeyContainer(const PKeyContainer &other);
+    QCA::ConvertResult take(KeyMaterial material);
+
+    // First, and a plain pointer: stock code reads the key of a foreign container there.
+    QCA::PKeyBase *m_key;
+    QCA::Provider *m_keyProvider;
+};
+
+/// The provider that the containers of software keys name: the stock one where it is loaded, else
+/// `own`. Stock TLS and CMS take a key of another provider for one that has no bytes, wrap it so
+/// that it can't sign, and crash when it has to (QCA 2.3); a key of their own they read by its
+/// layout, which ours has. The key inside still names its true provider.
+TRIVEX_QCA_EXPORT QCA::Provider *softwareKeyProvider(QCA::Provider *own);
+
+/// The context for `material`: RSA, DSA and DH by their QCA class, all other kinds as
+/// `EcKeyContext`. Null for null material. The caller owns it.
+TRIVEX_QCA_EXPORT QCA::PKeyBase *makeKeyContext(KeyMaterial material, QCA::Provider *provider);
+
+/// The same for the public key in DER SubjectPublicKeyInfo. Algorithms that nobody here knows give
+/// a context with `keyType()` `OtherKey`, its encoding, and 0 bits; null for bytes that are none.
+TRIVEX_QCA_EXPORT QCA::PKeyBase *makePublicKeyContext(const QByteArray &spki,
+                                                      QCA::Provider *provider);
+
+/// What a context of any provider holds: ours directly, foreign ones through their encodings, never
+/// by a cast to a class that is not known. Null when that can't be had (a token's private key).
+TRIVEX_QCA_EXPORT KeyMaterial materialOf(const QCA::PKeyBase *key);
+
+} // namespace Trivex

@@ -1,0 +1,195 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/keys/privatekeyreader.h"
+
+#include "qca/asn1/der.h"
+#include "qca/base/bounds.h"
+#include "qca/keys/derivationbudget.h"
+#include "qca/keys/legacylibrary.h"
+
+#include <openssl/err.h>
+#include <openssl/pem.h>
+
+namespace Trivex {
+
+namespace {
+
+using Sig = Handle<X509_SIG, X509_SIG_free>;
+
+struct CipherName {
+    QCA::PBEAlgorithm pbe;
+    const char *cipher;
+};
+
+constexpr CipherName Ciphers[] = {
+    {QCA::PBES2_DES_SHA1, "DES-CBC"},        {QCA::PBES2_TripleDES_SHA1, "DES-EDE3-CBC"},
+    {QCA::PBES2_AES128_SHA1, "AES-128-CBC"}, {QCA::PBES2_AES192_SHA1, "AES-192-CBC"},
+    {QCA::PBES2_AES256_SHA1, "AES-256-CBC"},
+};
+
+const EVP_CIPHER *cipherOf(QCA::PBEAlgorithm pbe)
+{
+    for (const CipherName &entry : Ciphers) {
+        if (entry.pbe == pbe)
+            return EVP_get_cipherbyname(entry.cipher);
+    }
+    return nullptr;
+}
+
+template <class T, class Encode> QCA::SecureArray encode(T *object, Encode function)
+{
+    unsigned char *data = nullptr;
+    const int size = object ? function(object, &data) : 0;
+    QCA::SecureArray encoded(qMax(size, 0));
+    if (size > 0) {
+        std::copy(data, data + size, encoded.data());
+        OPENSSL_clear_free(data, size_t(size));
+    }
+    return encoded;
+}
+
+const unsigned char *bytesOf(const QCA::SecureArray &array)
+{
+    return reinterpret_cast<const unsigned char *>(array.constData());
+}
+
+QCA::ConvertResult readEncrypted(X509_SIG *sig, const QCA::SecureArray &passphrase,
+                                 KeyMaterial *material)
+{
+    const X509_ALGOR *algorithm = nullptr;
+    X509_SIG_get0(sig, &algorithm, nullptr);
+    if (!DerivationBudget::allows(algorithm))
+        return QCA::ErrorDecode;
+    const Pkcs8Handle info(
+        PKCS8_decrypt_ex(sig, passphrase.constData(), passphrase.size(), legacyLibrary(), nullptr));
+    ERR_clear_error();
+    if (!info)
+        return QCA::ErrorPassphrase;
+    *material = KeyMaterial::fromPrivateInfo(Secret(encode(info.get(), i2d_PKCS8_PRIV_KEY_INFO)));
+    return material->isNull() ? QCA::ErrorDecode : QCA::ConvertGood;
+}
+
+struct PassphraseText {
+    const QCA::SecureArray &value;
+};
+
+int givePassphrase(char *buffer, int size, int, void *text)
+{
+    const QCA::SecureArray &value = static_cast<PassphraseText *>(text)->value;
+    const int count = qMin(size, value.size());
+    std::copy(value.constData(), value.constData() + count, buffer);
+    return count;
+}
+
+// What the headers of RFC 1421 encrypt.
+QCA::ConvertResult decryptBlock(QByteArray header, QCA::SecureArray *data,
+                                const QCA::SecureArray &passphrase)
+{
+    EVP_CIPHER_INFO info;
+    header += '\n';
+    if (PEM_get_EVP_CIPHER_INFO(header.data(), &info) != 1)
+        return QCA::ErrorDecode;
+    if (!info.cipher)
+        return QCA::ConvertGood;
+    if (passphrase.isEmpty())
+        return QCA::ErrorPassphrase;
+    PassphraseText text{passphrase};
+    long size = data->size();
+    if (PEM_do_header(&info, reinterpret_cast<unsigned char *>(data->data()), &size,
+                      &givePassphrase, &text)
+        != 1)
+        return QCA::ErrorPassphrase;
+    data->resize(int(size));
+    return QCA::ConvertGood;
+}
+
+// One block as PEM_read_bio gives it.
+struct Block {
+    Block() = default;
+    Q_DISABLE_COPY(Block)
+    ~Block()
+    {
+        OPENSSL_free(name);
+        OPENSSL_free(header);
+        OPENSSL_clear_free(data, size_t(size));
+    }
+
+    char *name = nullptr;
+    char *header = nullptr;
+    unsigned char *data = nullptr;
+    long size = 0;
+};
+
+QCA::ConvertResult readBlock(const Block &block, const QCA::SecureArray &passphrase,
+                             KeyMaterial *material)
+{
+    QCA::SecureArray data(int(block.size));
+    std::copy(block.data, block.data + block.size, data.data());
+    if (*block.header) {
+        const QCA::ConvertResult result = decryptBlock(QByteArray(block.header), &data, passphrase);
+        if (result != QCA::ConvertGood)
+            return result;
+    }
+    return readPrivateKey(data, passphrase, material);
+}
+
+} // namespace
+
+QCA::ConvertResult readPrivateKey(const QCA::SecureArray &der, const QCA::SecureArray &passphrase,
+                                  KeyMaterial *material)
+{
+    *material = {};
+    if (der.size() > maxFileBytes)
+        return QCA::ErrorDecode;
+    *material = KeyMaterial::fromPrivateInfo(Secret(der));
+    if (!material->isNull())
+        return QCA::ConvertGood;
+    const unsigned char *data = bytesOf(der);
+    const Sig sig(d2i_X509_SIG(nullptr, &data, der.size()));
+    if (sig)
+        return readEncrypted(sig.get(), passphrase, material);
+    data = bytesOf(der);
+    *material =
+        KeyMaterial::fromNative(PKeyHandle(d2i_AutoPrivateKey(nullptr, &data, der.size())), true);
+    ERR_clear_error();
+    return material->isNull() ? QCA::ErrorDecode : QCA::ConvertGood;
+}
+
+QCA::ConvertResult readPrivateKeyPem(const QString &pem, const QCA::SecureArray &passphrase,
+                                     KeyMaterial *material)
+{
+    if (pem.size() > maxFileBytes)
+        return QCA::ErrorDecode;
+    QByteArray text = pem.toLatin1();
+    const BioHandle bio(BIO_new_mem_buf(text.constData(), text.size()));
+    QCA::ConvertResult result = QCA::ErrorDecode;
+    for (;;) {
+        Block block;
+        if (!bio
+            || PEM_read_bio(bio.get(), &block.name, &block.header, &block.data, &block.size) != 1)
+            break;
+        if (QByteArray(block.name).endsWith("PRIVATE KEY")) {
+            result = readBlock(block, passphrase, material);
+            break;
+        }
+    }
+    ERR_clear_error();
+    text.fill(0);
+    return result;
+}
+
+QCA::SecureArray encryptPrivateKey(const QCA::SecureArray &pkcs8,
+                                   const QCA::SecureArray &passphrase, QCA::PBEAlgorithm pbe)
+{
+    const EVP_CIPHER *cipher = cipherOf(pbe);
+    const unsigned char *data = bytesOf(pkcs8);
+    const Pkcs8Handle info(d2i_PKCS8_PRIV_KEY_INFO(nullptr, &data, pkcs8.size()));
+    if (!cipher || !info)
+        return {};
+    const Sig sig(PKCS8_encrypt(-1, cipher, passphrase.constData(), passphrase.size(), nullptr, 0,
+                                0, info.get()));
+    ERR_clear_error();
+    return encode(sig.get(), i2d_X509_SIG);
+}
+
+} // namespace Trivex

@@ -1,0 +1,290 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/keys/rsakeycontext.h"
+
+#include "qca/keys/bignumbers.h"
+#include "qca/keys/keymaker.h"
+#include "qca/keys/nativeoperations.h"
+
+#include "qca/keys/keys.h"
+
+#include <openssl/core_names.h>
+#include <openssl/err.h>
+#include <openssl/rsa.h>
+
+namespace Trivex {
+
+namespace {
+
+KeyMaterial onlyRsa(KeyMaterial material)
+{
+    return material.keyType() == RsaKey ? std::move(material) : KeyMaterial();
+}
+
+// libcrypto's number of a padding; 0 for one that it does not have.
+int paddingOf(QCA::EncryptionAlgorithm algorithm)
+{
+    switch (algorithm) {
+    case QCA::EME_PKCS1v15:
+        return RSA_PKCS1_PADDING;
+    case QCA::EME_PKCS1_OAEP:
+        return RSA_PKCS1_OAEP_PADDING;
+    case QCA::EME_NO_PADDING:
+        return RSA_NO_PADDING;
+    default:
+        return 0;
+    }
+}
+
+using Crypt = int (*)(EVP_PKEY_CTX *, unsigned char *, size_t *, const unsigned char *, size_t);
+
+QCA::SecureArray crypt(EVP_PKEY_CTX *context, Crypt function, const QCA::SecureArray &in)
+{
+    const auto *data = reinterpret_cast<const unsigned char *>(in.constData());
+    size_t size = 0;
+    QCA::SecureArray out;
+    if (function(context, nullptr, &size, data, size_t(in.size())) == 1) {
+        out.resize(int(size));
+        if (function(context, reinterpret_cast<unsigned char *>(out.data()), &size, data,
+                     size_t(in.size()))
+            != 1)
+            size = 0;
+        out.resize(int(size));
+    }
+    ERR_clear_error();
+    return out;
+}
+
+// The factors and what follows from them (RFC 8017, 3.2): libcrypto does not compute it, and an
+// encoded key must have it.
+QList<KeyParameter> factorParameters(const QCA::BigInteger &p, const QCA::BigInteger &q,
+                                     const QCA::BigInteger &d)
+{
+    const Handle<BN_CTX, BN_CTX_free> context(BN_CTX_secure_new());
+    const BigNumHandle first = toBigNum(p);
+    const BigNumHandle second = toBigNum(q);
+    const BigNumHandle exponent = toBigNum(d);
+    const BigNumHandle result(BN_secure_new());
+    if (!context || !first || !second || !exponent || !result
+        || BN_mod_inverse(result.get(), second.get(), first.get(), context.get()) == nullptr)
+        return {};
+    QList<KeyParameter> numbers = {{OSSL_PKEY_PARAM_RSA_FACTOR1, p},
+                                   {OSSL_PKEY_PARAM_RSA_FACTOR2, q},
+                                   {OSSL_PKEY_PARAM_RSA_COEFFICIENT1, fromBigNum(result.get())}};
+    BN_sub_word(first.get(), 1);
+    BN_sub_word(second.get(), 1);
+    BN_mod(result.get(), exponent.get(), first.get(), context.get());
+    numbers += {OSSL_PKEY_PARAM_RSA_EXPONENT1, fromBigNum(result.get())};
+    BN_mod(result.get(), exponent.get(), second.get(), context.get());
+    numbers += {OSSL_PKEY_PARAM_RSA_EXPONENT2, fromBigNum(result.get())};
+    return numbers;
+}
+
+} // namespace
+
+RsaKeyContext::RsaKeyContext(QCA::Provider *provider, KeyMaterial material)
+    : KeyBase(provider, onlyRsa(std::move(material)))
+{
+}
+
+RsaKeyContext::RsaKeyContext(const RsaKeyContext &other)
+    : KeyBase(other)
+    , ExtendedKey(other)
+    , RequestSigner(other)
+{
+}
+
+RsaKeyContext::~RsaKeyContext() = default;
+
+QCA::Provider::Context *RsaKeyContext::clone() const
+{
+    return new RsaKeyContext(*this);
+}
+
+int RsaKeyContext::keyType() const
+{
+    return isNull() ? int(UnknownKey) : int(RsaKey);
+}
+
+void RsaKeyContext::createPrivate(int bits, int exponent, bool block)
+{
+    m_material = KeyMaterial();
+    m_maker = std::make_unique<KeyMaker>("RSA", [bits, exponent](EVP_PKEY_CTX *context) {
+        const BigNumHandle e(BN_new());
+        return e && exponent > 0 && BN_set_word(e.get(), static_cast<BN_ULONG>(exponent)) == 1
+            && EVP_PKEY_CTX_set_rsa_keygen_bits(context, bits) == 1
+            && EVP_PKEY_CTX_set1_rsa_keygen_pubexp(context, e.get()) == 1;
+    });
+    if (block) {
+        m_maker->run();
+        takeGenerated();
+        return;
+    }
+    // QCA's contexts belong to no thread at first, and get no events there.
+    if (!thread())
+        moveToThread(QThread::currentThread());
+    connect(m_maker.get(), &QThread::finished, this, [this] {
+        takeGenerated();
+        Q_EMIT finished();
+    });
+    m_maker->start();
+}
+
+void RsaKeyContext::takeGenerated()
+{
+    m_material = onlyRsa(KeyMaterial::fromNative(m_maker->take(), true));
+}
+
+void RsaKeyContext::createPrivate(const QCA::BigInteger &n, const QCA::BigInteger &e,
+                                  const QCA::BigInteger &p, const QCA::BigInteger &q,
+                                  const QCA::BigInteger &d)
+{
+    QList<KeyParameter> numbers = {
+        {OSSL_PKEY_PARAM_RSA_N, n}, {OSSL_PKEY_PARAM_RSA_E, e}, {OSSL_PKEY_PARAM_RSA_D, d}};
+    // Without its factors a key works, if slower.
+    if (p != QCA::BigInteger(0) && q != QCA::BigInteger(0))
+        numbers += factorParameters(p, q, d);
+    m_material = KeyMaterial::fromNative(keyFromNumbers("RSA", numbers, true), true);
+}
+
+void RsaKeyContext::createPublic(const QCA::BigInteger &n, const QCA::BigInteger &e)
+{
+    m_material = KeyMaterial::fromNative(
+        keyFromNumbers("RSA", {{OSSL_PKEY_PARAM_RSA_N, n}, {OSSL_PKEY_PARAM_RSA_E, e}}, false),
+        false);
+}
+
+QCA::BigInteger RsaKeyContext::n() const
+{
+    return keyNumber(m_material.native(), OSSL_PKEY_PARAM_RSA_N);
+}
+
+QCA::BigInteger RsaKeyContext::e() const
+{
+    return keyNumber(m_material.native(), OSSL_PKEY_PARAM_RSA_E);
+}
+
+QCA::BigInteger RsaKeyContext::p() const
+{
+    return privateNumber(OSSL_PKEY_PARAM_RSA_FACTOR1);
+}
+
+QCA::BigInteger RsaKeyContext::q() const
+{
+    return privateNumber(OSSL_PKEY_PARAM_RSA_FACTOR2);
+}
+
+QCA::BigInteger RsaKeyContext::d() const
+{
+    return privateNumber(OSSL_PKEY_PARAM_RSA_D);
+}
+
+QCA::BigInteger RsaKeyContext::privateNumber(const char *parameter) const
+{
+    return m_material.isPrivate() ? keyNumber(m_material.native(), parameter) : QCA::BigInteger(0);
+}
+
+int RsaKeyContext::maximumEncryptSize(QCA::EncryptionAlgorithm algorithm) const
+{
+    // As stock QCA counts, one below what the padding allows.
+    const int size = (bits() + 7) / 8 - 1;
+    switch (algorithm) {
+    case QCA::EME_PKCS1_OAEP:
+        return qMax(size - 41, 0);
+    case QCA::EME_NO_PADDING:
+        return qMax(size, 0);
+    default:
+        return qMax(size - 11, 0);
+    }
+}
+
+QCA::SecureArray RsaKeyContext::encrypt(const QCA::SecureArray &in,
+                                        QCA::EncryptionAlgorithm algorithm)
+{
+    QCA::SecureArray data = in;
+    if (data.size() > maximumEncryptSize(algorithm))
+        data.resize(maximumEncryptSize(algorithm));
+    if (isPrivate()) {
+        // "Encrypting" with the private half is the bare signature.
+        QByteArray signature;
+        if (algorithm == QCA::EME_PKCS1v15)
+            signBlock(data.toByteArray(), &signature);
+        return signature;
+    }
+    EVP_PKEY *key = m_material.native();
+    const int padding = paddingOf(algorithm);
+    const KeyContextHandle context(key ? EVP_PKEY_CTX_new(key, nullptr) : nullptr);
+    if (!context || padding == 0 || EVP_PKEY_encrypt_init(context.get()) != 1
+        || EVP_PKEY_CTX_set_rsa_padding(context.get(), padding) != 1)
+        return {};
+    return crypt(context.get(), &EVP_PKEY_encrypt, data);
+}
+
+bool RsaKeyContext::decrypt(const QCA::SecureArray &in, QCA::SecureArray *out,
+                            QCA::EncryptionAlgorithm algorithm)
+{
+    EVP_PKEY *key = m_material.isPrivate() ? m_material.native() : nullptr;
+    const int padding = paddingOf(algorithm);
+    const KeyContextHandle context(key ? EVP_PKEY_CTX_new(key, nullptr) : nullptr);
+    if (!context || padding == 0 || EVP_PKEY_decrypt_init(context.get()) != 1
+        || EVP_PKEY_CTX_set_rsa_padding(context.get(), padding) != 1)
+        return false;
+    const QCA::SecureArray plain = crypt(context.get(), &EVP_PKEY_decrypt, in);
+    if (plain.isEmpty())
+        return false;
+    *out = plain;
+    return true;
+}
+
+void RsaKeyContext::startSign(QCA::SignatureAlgorithm algorithm, QCA::SignatureFormat)
+{
+    start(KeyOperation::Signing, algorithm);
+}
+
+void RsaKeyContext::startVerify(QCA::SignatureAlgorithm algorithm, QCA::SignatureFormat)
+{
+    start(KeyOperation::Verifying, algorithm);
+}
+
+void RsaKeyContext::start(KeyOperation::Mode mode, QCA::SignatureAlgorithm algorithm)
+{
+    const QByteArray digest = digestOf(int(algorithm));
+    m_operation.start(mode, digest, QCA::DefaultFormat);
+    if (digest.isEmpty() && algorithm != QCA::EMSA3_Raw)
+        m_operation.fail();
+}
+
+QByteArray RsaKeyContext::endSign()
+{
+    QByteArray block;
+    QByteArray signature;
+    if (!isPrivate() || !m_operation.finish(KeyOperation::Signing, &block))
+        return {};
+    if (!m_operation.digestName().isEmpty())
+        block = digestInfo(m_operation.digestName(), block);
+    return signBlock(block, &signature) ? signature : QByteArray();
+}
+
+bool RsaKeyContext::endVerify(const QByteArray &signature)
+{
+    QByteArray block;
+    if (!m_operation.finish(KeyOperation::Verifying, &block))
+        return false;
+    if (!m_operation.digestName().isEmpty())
+        block = digestInfo(m_operation.digestName(), block);
+    return verifyNative(m_material.native(), block, signature);
+}
+
+bool RsaKeyContext::signMessage(const QByteArray &message, const QByteArray &digestName,
+                                QByteArray *signature)
+{
+    const QByteArray digest = digestOfMessage(digestName, message);
+    return isPrivate() && !digest.isEmpty() && signBlock(digestInfo(digestName, digest), signature);
+}
+
+bool RsaKeyContext::signBlock(const QByteArray &block, QByteArray *signature)
+{
+    return m_material.isPrivate() && signNative(m_material.native(), block, signature);
+}
+
+} // namespace Trivex

@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/pkcs12/bundlepassword.h"
+
+#include <QTextCodec>
+
+#include <algorithm>
+
+namespace Trivex {
+
+namespace {
+
+bool isAscii(const Secret &text)
+{
+    return std::all_of(text.constData(), text.constData() + text.size(),
+                       [](char c) { return uchar(c) < 0x80; });
+}
+
+// libcrypto turns UTF-8 into UTF-16: so text with one character an octet gives octets widened.
+Secret widened(const QByteArray &octets)
+{
+    Secret result(2 * octets.size());
+    char *end = result.data();
+    for (const char octet : octets) {
+        const uchar c = uchar(octet);
+        if (c < 0x80) {
+            *end++ = octet;
+        } else {
+            *end++ = char(0xC0 | c >> 6);
+            *end++ = char(0x80 | (c & 0x3F));
+        }
+    }
+    result.truncate(int(end - result.data()));
+    return result;
+}
+
+} // namespace
+
+QList<BundlePassword> passwordForms(const Secret &password)
+{
+    QList<BundlePassword> forms = {{password, false}};
+    if (password.isEmpty())
+        forms += {password, true};
+    if (isAscii(password))
+        return forms;
+    QByteArray utf8 = password.toByteArray();
+    forms += {widened(utf8), false};
+    if (QTextCodec *cyrillic = QTextCodec::codecForName("windows-1251")) {
+        QString text = QString::fromUtf8(utf8);
+        if (cyrillic->canEncode(text))
+            forms += {widened(cyrillic->fromUnicode(text)), false};
+        text.fill(QChar());
+    }
+    utf8.fill(0);
+    return forms;
+}
+
+} // namespace Trivex

@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/base/secret.h"
+#include "qca/questions/cancellation.h"
+#include "qca/questions/question.h"
+
+#include <chrono>
+
+namespace Trivex {
+
+/// The answer to a question. `accepted` is false when it was rejected, withdrawn, or when nobody
+/// was there to answer.
+struct Reply {
+    bool accepted = false;
+    Secret password; ///< kind 0
+    QString text; ///< kinds 2 and 4
+};
+
+/// Asks the handlers of the process in QCA's order and waits for the answer. Callable on any
+/// thread: the GUI thread waits in a nested event loop, so that the window stays alive and its
+/// handlers can answer; every other thread blocks. Re-entrant.
+///
+/// `store` and `entry` are what a plain handler sees in the event. With `cancellation`, the
+/// question is withdrawn when that is requested, and not asked when it has been.
+TRIVEX_QCA_EXPORT Reply ask(const QuestionInfo &question, const QCA::KeyStoreInfo &store,
+                            const QCA::KeyStoreEntry &entry = QCA::KeyStoreEntry(),
+                            const CancellationPtr &cancellation = {});
+
+/// Waits until what has been answered is cleaned up, a second or two at most. To be called where
+/// QCA is about to end, by whoever asks: askers can't outlive it. Any thread but the question
+/// thread.
+TRIVEX_QCA_EXPORT void settleQuestions();
+/// The same, until `deadline` at most.
+TRIVEX_QCA_EXPORT void settleQuestionsUntil(std::chrono::steady_clock::time_point deadline);
+
+/// Called by `EventHandler`: notes the text that answers the question behind `ticket`.
+TRIVEX_QCA_EXPORT void noteTextAnswer(quintptr ticket, const QString &text);
+
+} // namespace Trivex

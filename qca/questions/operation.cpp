@@ -1,0 +1,108 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/questions/operation.h"
+
+#include "qca/questions/answerregistry.h"
+
+#include <utility>
+
+namespace Trivex {
+
+namespace {
+
+thread_local const GenerationTarget *currentTarget = nullptr;
+
+bool isServedByStoredAnswers(Purpose purpose)
+{
+    return purpose != Purpose::Sign && purpose != Purpose::Decrypt;
+}
+
+} // namespace
+
+GenerationTarget::GenerationTarget(const QString &keyStoreId, const QString &objectId)
+    : m_keyStoreId(keyStoreId)
+    , m_objectId(objectId)
+    , m_previous(std::exchange(currentTarget, this))
+{
+}
+
+GenerationTarget::~GenerationTarget()
+{
+    currentTarget = m_previous;
+}
+
+GenerationTarget::None::None()
+    : m_previous(std::exchange(currentTarget, nullptr))
+{
+}
+
+GenerationTarget::None::~None()
+{
+    currentTarget = m_previous;
+}
+
+const GenerationTarget *GenerationTarget::current()
+{
+    return currentTarget;
+}
+
+Operation::Operation(Purpose purpose, const QString &keyStoreId, OperationOwnerPtr owner)
+    : m_purpose(purpose)
+    , m_addressee(QuestionScope::current())
+    , m_owner(std::move(owner))
+{
+    const GenerationTarget *target =
+        purpose == Purpose::Generate ? GenerationTarget::current() : nullptr;
+    const QString wanted = target && keyStoreId.isEmpty() ? target->keyStoreId() : keyStoreId;
+    if (isServedByStoredAnswers(purpose)) {
+        if (const auto stored = takeStoredAnswers(wanted))
+            take(*stored);
+    }
+    if (!wanted.isEmpty())
+        m_keyStoreId = wanted;
+    if (target)
+        m_objectId = target->objectId();
+    m_hadStoredPin = !m_storedPin.isEmpty();
+}
+
+void Operation::take(const Answers &stored)
+{
+    m_keyStoreId = stored.keyStoreId;
+    m_objectId = stored.objectId;
+    m_storedPin = Secret(stored.password);
+}
+
+Operation::Operation(Purpose purpose, Unattended)
+    : m_purpose(purpose)
+    , m_isUnattended(true)
+{
+}
+
+Operation Operation::unattended(Purpose purpose, const QString &keyStoreId)
+{
+    Operation operation(purpose, Unattended());
+    operation.m_keyStoreId = keyStoreId;
+    return operation;
+}
+
+Operation::Pin Operation::pin(QuestionInfo info, const QCA::KeyStoreInfo &store,
+                              const QCA::KeyStoreEntry &entry)
+{
+    if (info.pinState == PinState::Locked || m_isUnattended || m_cancellation->isRequested())
+        return {};
+    if (m_hadStoredPin && info.pinState != PinState::FinalTry) {
+        Pin stored;
+        stored.value = std::exchange(m_storedPin, Secret());
+        return stored;
+    }
+    info.purpose = m_purpose;
+    info.needsTypedPin = info.pinState == PinState::FinalTry;
+    info.addressee = m_addressee;
+    info.owner = m_owner;
+    const Reply reply = ask(info, store, entry, m_cancellation);
+    if (!reply.accepted || reply.password.isEmpty())
+        return {};
+    return {reply.password, true};
+}
+
+} // namespace Trivex

@@ -1,0 +1,116 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/questions/storedanswers.h"
+
+#include "qca/questions/answerregistry.h"
+
+#include <algorithm>
+#include <mutex>
+#include <vector>
+
+namespace Trivex {
+
+class StoredAnswers::Private {
+public:
+    mutable std::mutex mutex;
+    Answers answers;
+    bool registered = false;
+};
+
+/// All registered sets, in the order of their registration.
+class StoredAnswersRegistry {
+public:
+    static StoredAnswersRegistry &instance()
+    {
+        // Never deleted: sets may be static objects too.
+        static auto *registry = new StoredAnswersRegistry;
+        return *registry;
+    }
+
+    void add(StoredAnswers *set)
+    {
+        const std::lock_guard locker(m_mutex);
+        m_sets.push_back(set);
+    }
+
+    void remove(StoredAnswers *set)
+    {
+        const std::lock_guard locker(m_mutex);
+        m_sets.erase(std::remove(m_sets.begin(), m_sets.end(), set), m_sets.end());
+    }
+
+    std::optional<Answers> take(const QString &keyStoreId)
+    {
+        const std::lock_guard locker(m_mutex);
+        for (StoredAnswers *set : m_sets) {
+            const std::lock_guard setLocker(set->d->mutex);
+            const QString &stored = set->d->answers.keyStoreId;
+            if (stored.isEmpty() || (!keyStoreId.isEmpty() && stored != keyStoreId))
+                continue;
+            const Answers taken = set->d->answers;
+            set->d->answers = Answers();
+            return taken;
+        }
+        return std::nullopt;
+    }
+
+private:
+    std::mutex m_mutex;
+    std::vector<StoredAnswers *> m_sets;
+};
+
+StoredAnswers::StoredAnswers()
+    : d(std::make_unique<Private>())
+{
+}
+
+StoredAnswers::~StoredAnswers()
+{
+    if (d->registered)
+        StoredAnswersRegistry::instance().remove(this);
+}
+
+void StoredAnswers::registerSet()
+{
+    if (d->registered)
+        return;
+    d->registered = true;
+    StoredAnswersRegistry::instance().add(this);
+}
+
+void StoredAnswers::setKeyStoreId(const QString &id)
+{
+    const std::lock_guard locker(d->mutex);
+    d->answers.keyStoreId = id;
+}
+
+void StoredAnswers::setObjectId(const QString &id)
+{
+    const std::lock_guard locker(d->mutex);
+    d->answers.objectId = id;
+}
+
+void StoredAnswers::setPassword(const QCA::SecureArray &password)
+{
+    const std::lock_guard locker(d->mutex);
+    d->answers.password = password;
+}
+
+Answers StoredAnswers::answers() const
+{
+    const std::lock_guard locker(d->mutex);
+    return d->answers;
+}
+
+void StoredAnswers::clear()
+{
+    const std::lock_guard locker(d->mutex);
+    d->answers = Answers();
+}
+
+std::optional<Answers> takeStoredAnswers(const QString &keyStoreId)
+{
+    return StoredAnswersRegistry::instance().take(keyStoreId);
+}
+
+} // namespace Trivex

@@ -1,0 +1,73 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/questions/waiter.h"
+
+#include "qca/questions/operation.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QThread>
+
+namespace Trivex {
+
+namespace {
+
+bool isGuiThread()
+{
+    const QCoreApplication *application = QCoreApplication::instance();
+    return application && application->thread() == QThread::currentThread();
+}
+
+} // namespace
+
+bool Waiter::resolve()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_resolved)
+            return false;
+        m_resolved = true;
+        m_condition.notify_all();
+    }
+    Q_EMIT resolved();
+    return true;
+}
+
+bool Waiter::isResolved() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_resolved;
+}
+
+bool Waiter::settles(std::chrono::milliseconds patience)
+{
+    std::unique_lock lock(m_mutex);
+    return m_condition.wait_for(lock, patience, [this] { return m_resolved; });
+}
+
+void Waiter::wait()
+{
+    if (isGuiThread())
+        waitInEventLoop();
+    else
+        block();
+}
+
+void Waiter::waitInEventLoop()
+{
+    const QuestionScope nobody(nullptr);
+    const GenerationTarget::None nowhere;
+    QEventLoop loop;
+    // Queued, so that what is resolved between these lines still ends the loop.
+    connect(this, &Waiter::resolved, &loop, &QEventLoop::quit, Qt::QueuedConnection);
+    if (!isResolved())
+        loop.exec();
+}
+
+void Waiter::block()
+{
+    std::unique_lock lock(m_mutex);
+    m_condition.wait(lock, [this] { return m_resolved; });
+}
+
+} // namespace Trivex

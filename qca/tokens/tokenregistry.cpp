@@ -1,0 +1,163 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/tokens/tokenregistry.h"
+
+#include "qca/keys/keys.h"
+
+#include <QHash>
+
+#include <atomic>
+#include <mutex>
+#include <utility>
+
+namespace Trivex {
+
+namespace {
+
+/// The hub that monitors listen to; never deleted, so that a module's thread that ends late still
+/// finds it.
+class TokenHub : public QObject {
+    Q_OBJECT
+public:
+    static TokenHub &instance()
+    {
+        static auto *hub = new TokenHub;
+        return *hub;
+    }
+
+    struct News {
+        bool isNewest; ///< false when what is known of the token is newer
+        bool isRemoval; ///< a token that was there is not; true even if it is back already
+    };
+
+    News note(const TokenStatus &status, quint64 number);
+    TokenBackend *currentBackend() const;
+
+    mutable std::mutex mutex;
+    QHash<QString, TokenStatus> tokens;
+    /// Of the last status of each token, of forgotten ones too: an older one must not bring them
+    /// back.
+    QHash<QString, quint64> numbers;
+    QStringList order;
+    TokenBackend *backend = nullptr;
+
+Q_SIGNALS:
+    void changed(const QString &keyStoreId);
+    void removed(const QString &keyStoreId);
+    void failed(const Trivex::TokenError &error);
+};
+
+TokenHub::News TokenHub::note(const TokenStatus &status, quint64 number)
+{
+    const std::lock_guard locker(mutex);
+    quint64 &last = numbers[status.keyStoreId];
+    const News news = {number >= last, !status.present && tokens.value(status.keyStoreId).present};
+    if (!news.isNewest)
+        return news;
+    last = number;
+    if (!status.present && status.name.isEmpty()) {
+        tokens.remove(status.keyStoreId);
+        order.removeAll(status.keyStoreId);
+        return news;
+    }
+    if (!tokens.contains(status.keyStoreId))
+        order.append(status.keyStoreId);
+    tokens.insert(status.keyStoreId, status);
+    return news;
+}
+
+TokenBackend *TokenHub::currentBackend() const
+{
+    const std::lock_guard locker(mutex);
+    return backend;
+}
+
+} // namespace
+
+TokenBackend::~TokenBackend() = default;
+
+void setTokenBackend(TokenBackend *backend)
+{
+    TokenHub &hub = TokenHub::instance();
+    const std::lock_guard locker(hub.mutex);
+    hub.backend = backend;
+}
+
+quint64 nextStatusNumber()
+{
+    static std::atomic<quint64> last{0};
+    return ++last;
+}
+
+void publishTokenStatus(const TokenStatus &status, quint64 number)
+{
+    TokenHub &hub = TokenHub::instance();
+    const TokenHub::News news = hub.note(status, number);
+    if (news.isRemoval)
+        Q_EMIT hub.removed(status.keyStoreId);
+    if (news.isNewest)
+        Q_EMIT hub.changed(status.keyStoreId);
+}
+
+void publishTokenError(const TokenError &error)
+{
+    Q_EMIT TokenHub::instance().failed(error);
+}
+
+void reportWrongKeyKind(const QCA::PKey &key)
+{
+    TokenError error;
+    error.kind = TokenError::WrongKeyKind;
+    error.keyStoreId = keyStoreIdOf(key);
+    publishTokenError(error);
+}
+
+TokenMonitor::TokenMonitor(QObject *parent)
+    : QObject(parent)
+{
+    qRegisterMetaType<Trivex::TokenError>();
+    connect(&TokenHub::instance(), &TokenHub::changed, this, &TokenMonitor::changed);
+    connect(&TokenHub::instance(), &TokenHub::removed, this, &TokenMonitor::removed);
+    connect(&TokenHub::instance(), &TokenHub::failed, this, &TokenMonitor::failed);
+}
+
+TokenMonitor::~TokenMonitor() = default;
+
+QVector<TokenStatus> TokenMonitor::tokens()
+{
+    TokenHub &hub = TokenHub::instance();
+    const std::lock_guard locker(hub.mutex);
+    QVector<TokenStatus> all;
+    for (const QString &id : qAsConst(hub.order))
+        all.append(hub.tokens.value(id));
+    return all;
+}
+
+TokenStatus TokenMonitor::token(const QString &keyStoreId)
+{
+    TokenHub &hub = TokenHub::instance();
+    const std::lock_guard locker(hub.mutex);
+    return hub.tokens.value(keyStoreId);
+}
+
+bool startStoreChange(const QString &keyStoreId, const StoreChange &change, StoreChangeDone done)
+{
+    TokenBackend *backend = TokenHub::instance().currentBackend();
+    return backend && backend->startChange(keyStoreId, change, std::move(done));
+}
+
+void TokenMonitor::cancel(const QString &keyStoreId)
+{
+    if (TokenBackend *backend = TokenHub::instance().currentBackend())
+        backend->cancelOperation(keyStoreId);
+}
+
+QCA::PrivateKey findTokenKey(const QString &keyStoreId, const QCA::PublicKey &publicKey)
+{
+    TokenBackend *backend = TokenHub::instance().currentBackend();
+    return backend ? backend->findPrivateKey(keyStoreId, publicKey) : QCA::PrivateKey();
+}
+
+} // namespace Trivex
+
+#include "tokenregistry.moc"

@@ -1,0 +1,95 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/questions/question.h"
+
+#include <QObject>
+#include <QVector>
+
+namespace Trivex {
+
+/// What is known of one token, for display.
+struct TokenStatus {
+    QString keyStoreId;
+    QString name; ///< as its key store is named
+    QString manufacturer;
+    QString model;
+    QString serial;
+    bool present = false;
+    bool readOnly = false;
+    bool hasPinPad = false;
+    bool busy = false;
+    Purpose busyWith = Purpose::Sign; ///< only meaningful while `busy`
+    bool loading = false; ///< its objects are being read
+    /// It shows no public keys: whether it has those of its certificates is known after a login.
+    bool keysPresumed = false;
+    PinState pinState = PinState::Normal;
+    int triesLeft = -1; ///< -1 where the token does not tell
+};
+
+/// Why an operation on a token failed, in terms that callers can branch on. The text for people is
+/// made from it where it is shown.
+struct TokenError {
+    enum Kind {
+        NoError,
+        WrongPin,
+        PinLocked,
+        PinMissing, ///< nobody gave one, or the question was left
+        TokenRemoved,
+        TokenFull,
+        ReadOnly,
+        NotSupported, ///< mechanism, key kind or size that the token does not know
+        NotFound,
+        Cancelled,
+        PinNotSet, ///< the token has no user PIN yet
+        PinExpired, ///< the PIN has to be changed before it can be used
+        NotLoggedIn, ///< the token wants a login that it does not offer
+        TokenInUse, ///< another program, or another user of the token, stands in the way
+        DataRefused, ///< what was to be signed or decrypted
+        NoKey, ///< the login showed no private key for the certificate
+        WrongKeyKind, ///< the key is of a kind that can't do what was asked of it
+        DeviceFailure, ///< everything else; `returnValue` says what
+    };
+    Kind kind = NoError;
+    QString keyStoreId;
+    Purpose purpose = Purpose::Sign;
+    QString function; ///< the PKCS#11 call that failed, for a report
+    unsigned long returnValue = 0; ///< CK_RV
+    QString returnName; ///< the same as PKCS#11 names it; empty when no call failed
+};
+
+/// Live view of the tokens of the process. Make one per user; signals arrive on its thread.
+class TRIVEX_QCA_EXPORT TokenMonitor : public QObject {
+    Q_OBJECT
+public:
+    explicit TokenMonitor(QObject *parent = nullptr);
+    ~TokenMonitor() override;
+
+    /// A copy of what is known now.
+    static QVector<TokenStatus> tokens();
+    static TokenStatus token(const QString &keyStoreId);
+
+    /// Asks the operations on that token to end, the running one and those that wait for their
+    /// turn; their outcome comes the usual way.
+    static void cancel(const QString &keyStoreId);
+
+Q_SIGNALS:
+    void changed(const QString &keyStoreId);
+    /// The token was taken out, even when it is back by the time this arrives. Before `changed`.
+    void removed(const QString &keyStoreId);
+    void failed(const Trivex::TokenError &error);
+};
+
+/// The token's private key for `publicKey`, with or without a certificate; see
+/// `TokenBackend::findPrivateKey`. Null when there is none or no token provider is loaded.
+TRIVEX_QCA_EXPORT QCA::PrivateKey findTokenKey(const QString &keyStoreId,
+                                               const QCA::PublicKey &publicKey);
+
+/// Publishes through `TokenMonitor::failed` that `key`, of a token or not, is of a kind that can't
+/// do what was asked of it. No token has been asked. Any thread.
+TRIVEX_QCA_EXPORT void reportWrongKeyKind(const QCA::PKey &key);
+
+} // namespace Trivex
+
+Q_DECLARE_METATYPE(Trivex::TokenError)

@@ -1,0 +1,114 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/x509/canonicalname.h"
+
+#include "qca/asn1/strings.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace Trivex {
+
+namespace {
+
+/// Marks of what follows, so that no value can be taken for one of another kind.
+constexpr char TextMark = 't';
+constexpr char OtherMark = 'o';
+
+bool isText(int tag)
+{
+    switch (tag & ~Der::ConstructedBit) {
+    case Der::Utf8String:
+    case Der::PrintableString:
+    case Der::T61String:
+    case Der::Ia5String:
+    case Der::VisibleString:
+    case Der::UniversalString:
+    case Der::BmpString:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool isSpace(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+// Without spaces at its ends, with one where there were several, in small letters.
+QByteArray folded(const QByteArray &text)
+{
+    QByteArray result;
+    result.reserve(text.size() + 1);
+    bool isGap = false;
+    for (const char c : text) {
+        if (isSpace(c)) {
+            isGap = !result.isEmpty();
+            continue;
+        }
+        if (std::exchange(isGap, false))
+            result += ' ';
+        result += c >= 'A' && c <= 'Z' ? char(c + ('a' - 'A')) : c;
+    }
+    return result;
+}
+
+void appendSized(const QByteArray &part, QByteArray *whole)
+{
+    whole->append(QByteArray::number(part.size())).append(':').append(part);
+}
+
+QByteArray canonicalAttribute(Der::Slice attribute)
+{
+    Der::Reader reader(attribute);
+    Der::Slice oid;
+    Der::Element value;
+    QByteArray result;
+    if (!reader.next(Der::ObjectIdentifier, &oid) || !reader.next(&value))
+        return result;
+    appendSized(oid.view(), &result);
+    if (isText(value.tag))
+        result.append(TextMark).append(folded(decodeString(value).toUtf8()));
+    else
+        result.append(OtherMark).append(value.whole.data, value.whole.size);
+    return result;
+}
+
+// The order of a set's members says nothing.
+QByteArray canonicalSet(Der::Slice set)
+{
+    std::vector<QByteArray> attributes;
+    Der::Reader reader(set);
+    Der::Slice attribute;
+    while (reader.next(Der::Sequence, &attribute))
+        attributes.push_back(canonicalAttribute(attribute));
+    std::sort(attributes.begin(), attributes.end());
+    QByteArray result;
+    for (const QByteArray &one : attributes)
+        appendSized(one, &result);
+    return result;
+}
+
+} // namespace
+
+QByteArray canonicalName(Der::Slice name)
+{
+    QByteArray result(1, TextMark);
+    Der::Slice content;
+    if (!Der::singleList(name, Der::Sequence, &content))
+        return QByteArray(1, OtherMark).append(name.data, name.size);
+    Der::Reader reader(content);
+    Der::Slice set;
+    while (reader.nextList(Der::Set, &set))
+        appendSized(canonicalSet(set), &result);
+    // What is no set is compared as it stands.
+    return result.append(reader.rest().data, reader.rest().size);
+}
+
+bool isSameName(Der::Slice a, Der::Slice b)
+{
+    return a == b || canonicalName(a) == canonicalName(b);
+}
+
+} // namespace Trivex

@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/base/trivexqcaexport.h"
+
+#include "qca/asn1/handles.h"
+#include "qca/x509/signaturecheck.h"
+
+#include <QtCrypto>
+
+#include <memory>
+#include <mutex>
+
+namespace Trivex {
+
+/// What is known of one certificate, shared by all contexts with the same DER. Never changes; what
+/// is decoded is decoded once, on the first thread that asks.
+class TRIVEX_QCA_EXPORT CertificateData {
+public:
+    /// The data of the certificate that `der` begins with; null when it begins with none, and for
+    /// one that is larger than anybody's should be. The
+    /// same object as long as another with the same DER lives.
+    static std::shared_ptr<const CertificateData> fromDer(const QByteArray &der);
+    ~CertificateData();
+    CertificateData(const CertificateData &) = delete;
+    CertificateData &operator=(const CertificateData &) = delete;
+
+    const QByteArray &der() const { return m_der; }
+    /// Only the subject and the issuer are filled for certain.
+    const QCA::CertContextProps &names() const;
+    const QCA::CertContextProps &properties() const;
+    /// DER SubjectPublicKeyInfo.
+    QByteArray publicInfo() const;
+    /// True when the names allow that this certificate issued `other`; cheap.
+    bool mayHaveIssued(const CertificateData &other) const;
+    /// Whether this certificate's key signed `other`.
+    SignatureState checkIssued(const CertificateData &other) const;
+    /// A native object; null when libcrypto can't read what we can.
+    X509Handle native() const;
+
+private:
+    explicit CertificateData(const QByteArray &der);
+
+    void decodeNames() const;
+    void decodeProperties() const;
+
+    const QByteArray m_der;
+    mutable std::once_flag m_namesOnce;
+    mutable std::once_flag m_propertiesOnce;
+    /// Made when they are asked for: they are QCA's memory, and a thread that opens a bundle may
+    /// outlive QCA.
+    mutable std::unique_ptr<QCA::CertContextProps> m_properties;
+};
+
+} // namespace Trivex

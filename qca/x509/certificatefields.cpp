@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/x509/certificatefields.h"
+
+namespace Trivex {
+
+namespace {
+
+bool isTime(int tag)
+{
+    const int type = tag & ~Der::ConstructedBit;
+    return type == Der::UtcTime || type == Der::GeneralizedTime;
+}
+
+bool findValidity(Der::Reader &body, CertificateFields *fields)
+{
+    Der::Slice content;
+    if (!body.next(Der::Sequence, &content))
+        return false;
+    Der::Reader reader(content);
+    return reader.next(&fields->notBefore) && isTime(fields->notBefore.tag)
+        && reader.next(&fields->notAfter) && isTime(fields->notAfter.tag);
+}
+
+bool findWhole(Der::Reader &body, Der::Slice *whole)
+{
+    Der::Element element;
+    if (!body.next(Der::Sequence, &element))
+        return false;
+    *whole = element.whole;
+    return true;
+}
+
+bool findName(Der::Reader &body, Der::Slice *whole)
+{
+    Der::Element element;
+    if (!body.nextList(Der::Sequence, &element))
+        return false;
+    *whole = element.whole;
+    return true;
+}
+
+// The unique identifiers of version 2, then the extensions of version 3.
+bool findExtensions(Der::Reader &body, CertificateFields *fields)
+{
+    for (const int number : {1, 2}) {
+        body.skip(Der::context(number, false));
+        body.skip(Der::context(number));
+    }
+    Der::Slice wrapped;
+    if (body.next(Der::context(3), &wrapped))
+        return Der::singleList(wrapped, Der::Sequence, &fields->extensions) && body.atEnd();
+    return body.atEnd();
+}
+
+bool findVersion(Der::Reader &body, CertificateFields *fields)
+{
+    Der::Slice wrapped;
+    return !body.next(Der::context(0), &wrapped)
+        || Der::single(wrapped, Der::Integer, &fields->version);
+}
+
+bool findBody(Der::Slice content, CertificateFields *fields)
+{
+    Der::Reader body(content);
+    return findVersion(body, fields) && body.next(Der::Integer, &fields->serial)
+        && !fields->serial.isEmpty() && findWhole(body, &fields->innerAlgorithm)
+        && findName(body, &fields->issuer) && findValidity(body, fields)
+        && findName(body, &fields->subject) && findWhole(body, &fields->publicInfo)
+        && findExtensions(body, fields);
+}
+
+} // namespace
+
+bool findCertificateFields(Der::Slice der, CertificateFields *fields)
+{
+    Der::Element outer;
+    if (!Der::Reader(der).next(Der::Sequence, &outer))
+        return false;
+    fields->whole = outer.whole;
+    Der::Reader reader(outer.content);
+    Der::Element body;
+    Der::Element algorithm;
+    Der::Element signature;
+    if (!reader.next(Der::Sequence, &body) || !reader.next(Der::Sequence, &algorithm)
+        || !reader.next(&signature) || (signature.tag & ~Der::ConstructedBit) != Der::BitString
+        || !reader.atEnd())
+        return false;
+    fields->body = body.whole;
+    fields->wholeAlgorithm = algorithm.whole;
+    fields->algorithm = algorithm.content;
+    fields->wholeSignature = signature.whole;
+    return findBody(body.content, fields);
+}
+
+} // namespace Trivex

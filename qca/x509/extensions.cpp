@@ -1,0 +1,287 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/x509/extensions.h"
+
+#include "qca/asn1/derwriter.h"
+#include "qca/x509/names.h"
+#include "qca/x509/sharedtypes.h"
+
+namespace Trivex {
+
+namespace {
+
+using Properties = QCA::CertContextProps;
+
+constexpr char CaIssuers[] = "1.3.6.1.5.5.7.48.2";
+constexpr char Ocsp[] = "1.3.6.1.5.5.7.48.1";
+constexpr int KeyUsageBits = 9;
+
+// All of an extension that does not decode counts as not there, as libcrypto has it.
+
+// What the value of an extension begins with. Bytes behind it are let be, as libcrypto does.
+bool leading(Der::Slice value, int tag, Der::Slice *content)
+{
+    return Der::Reader(value).next(tag, content);
+}
+
+bool leadingList(Der::Slice value, Der::Slice *content)
+{
+    return Der::Reader(value).nextList(Der::Sequence, content);
+}
+
+void decodeSubjectKeyId(Der::Slice value, Properties *properties)
+{
+    QByteArray id;
+    if (Der::Reader(value).nextString(Der::OctetString, &id))
+        properties->subjectId = QByteArray(id.constData(), id.size());
+}
+
+void decodeIssuerKeyId(Der::Slice value, Properties *properties)
+{
+    properties->issuerId = decodeAuthorityKeyId(value);
+}
+
+void decodeKeyUsage(Der::Slice value, Properties *properties)
+{
+    QByteArray joined;
+    if (!Der::Reader(value).nextString(Der::BitString, &joined) || joined.isEmpty())
+        return;
+    const Der::Slice content = Der::sliceOf(joined);
+    const int unused = content.at(0);
+    if (unused > 7)
+        return;
+    const int bits = 8 * (content.size - 1) - unused;
+    for (int bit = 0; bit < qMin(bits, KeyUsageBits); ++bit) {
+        if (content.at(1 + bit / 8) & 0x80 >> bit % 8)
+            properties->constraints += sharedKeyUsage(bit);
+    }
+}
+
+void decodePurposes(Der::Slice value, Properties *properties)
+{
+    Der::Slice content;
+    Der::Slice oid;
+    QCA::Constraints purposes;
+    if (!leadingList(value, &content))
+        return;
+    Der::Reader reader(content);
+    while (reader.next(Der::ObjectIdentifier, &oid)) {
+        if (!Der::isOid(oid))
+            return;
+        purposes += sharedPurpose(oid);
+    }
+    if (reader.atEnd())
+        properties->constraints += purposes;
+}
+
+void decodeBasicConstraints(Der::Slice value, Properties *properties)
+{
+    Der::Slice content;
+    if (!leading(value, Der::Sequence, &content))
+        return;
+    Der::Reader reader(content);
+    Der::Slice isCa;
+    Der::Slice pathLimit;
+    const bool hasKind = reader.next(Der::Boolean, &isCa);
+    const bool hasLimit = reader.next(Der::Integer, &pathLimit);
+    if (!reader.atEnd() || (hasKind && isCa.size != 1) || (hasLimit && !Der::isInteger(pathLimit)))
+        return;
+    properties->isCA = hasKind && isCa.at(0) != 0;
+    properties->pathLimit = qMax(Der::smallInteger(pathLimit), 0);
+}
+
+// PolicyInformation (RFC 5280, 4.2.1.4).
+bool takePolicy(Der::Slice policy, QStringList *policies)
+{
+    Der::Reader parts(policy);
+    Der::Slice oid;
+    Der::Slice qualifiers;
+    if (!parts.next(Der::ObjectIdentifier, &oid) || !Der::isOid(oid))
+        return false;
+    if (parts.nextList(Der::Sequence, &qualifiers)) {
+        Der::Reader reader(qualifiers);
+        Der::Slice qualifier;
+        while (reader.next(Der::Sequence, &qualifier)) {
+            if (Der::Reader(qualifier).peek() != Der::ObjectIdentifier)
+                return false;
+        }
+        if (!reader.atEnd())
+            return false;
+    }
+    *policies += QString::fromLatin1(Der::oidText(oid));
+    return parts.atEnd();
+}
+
+// The URIs of GeneralNames; false for what are none.
+bool takeUris(Der::Slice generalNames, QStringList *uris)
+{
+    QCA::CertificateInfoOrdered names;
+    if (!decodeGeneralNames(generalNames, &names))
+        return false;
+    for (const QCA::CertificateInfoPair &name : qAsConst(names)) {
+        if (name.type().known() == QCA::URI)
+            *uris += name.value();
+    }
+    return true;
+}
+
+// DistributionPointName (RFC 5280, 4.2.1.13).
+bool takePointName(Der::Slice name, QStringList *uris)
+{
+    Der::Reader reader(name);
+    Der::Slice content;
+    if (reader.nextList(Der::context(0), &content))
+        return reader.atEnd() && takeUris(content, uris);
+    return reader.nextList(Der::context(1), &content) && reader.atEnd();
+}
+
+bool takePoint(Der::Slice point, QStringList *uris)
+{
+    Der::Reader parts(point);
+    Der::Slice name;
+    QByteArray reasons;
+    Der::Slice issuer;
+    QStringList others;
+    if (parts.next(Der::context(0), &name) && !takePointName(name, uris))
+        return false;
+    parts.nextString(Der::context(1, false), &reasons);
+    if (parts.nextList(Der::context(2), &issuer) && !takeUris(issuer, &others))
+        return false;
+    return parts.atEnd();
+}
+
+// AccessDescription (RFC 5280, 4.2.2.1).
+bool takeAccess(Der::Slice description, Properties *found)
+{
+    Der::Reader parts(description);
+    Der::Slice method;
+    Der::Element location;
+    QStringList uris;
+    if (!parts.next(Der::ObjectIdentifier, &method) || !Der::isOid(method) || !parts.next(&location)
+        || !parts.atEnd() || !takeUris(location.whole, &uris))
+        return false;
+    const QByteArray oid = Der::oidText(method);
+    if (oid == CaIssuers)
+        found->issuerLocations += uris;
+    else if (oid == Ocsp)
+        found->ocspLocations += uris;
+    return true;
+}
+
+// Gives each member of a SEQUENCE OF SEQUENCE to `take`; false where one of them is none.
+template <class Take> bool forEachMember(Der::Slice value, Take take)
+{
+    Der::Slice content;
+    Der::Slice member;
+    if (!leadingList(value, &content))
+        return false;
+    Der::Reader reader(content);
+    while (reader.next(Der::Sequence, &member)) {
+        if (!take(member))
+            return false;
+    }
+    return reader.atEnd();
+}
+
+void decodePolicies(Der::Slice value, Properties *properties)
+{
+    QStringList policies;
+    if (forEachMember(value, [&](Der::Slice policy) { return takePolicy(policy, &policies); }))
+        properties->policies += policies;
+}
+
+void decodeCrlPoints(Der::Slice value, Properties *properties)
+{
+    QStringList uris;
+    if (forEachMember(value, [&](Der::Slice point) { return takePoint(point, &uris); }))
+        properties->crlLocations += uris;
+}
+
+void decodeAuthorityAccess(Der::Slice value, Properties *properties)
+{
+    Properties found;
+    if (!forEachMember(value, [&](Der::Slice access) { return takeAccess(access, &found); }))
+        return;
+    properties->issuerLocations += found.issuerLocations;
+    properties->ocspLocations += found.ocspLocations;
+}
+
+void decodeSubjectNames(Der::Slice value, Properties *properties)
+{
+    properties->subject += decodeAlternativeNames(value);
+}
+
+void decodeIssuerNames(Der::Slice value, Properties *properties)
+{
+    properties->issuer += decodeAlternativeNames(value);
+}
+
+struct Decoder {
+    const char *oid;
+    void (*decode)(Der::Slice value, Properties *properties);
+};
+
+constexpr Decoder NameDecoders[] = {
+    {"2.5.29.17", &decodeSubjectNames},
+    {"2.5.29.18", &decodeIssuerNames},
+};
+
+// Key usage before its extended form, so that constraints come in that order.
+constexpr Decoder Decoders[] = {
+    {"2.5.29.14", &decodeSubjectKeyId},     {"2.5.29.35", &decodeIssuerKeyId},
+    {"2.5.29.19", &decodeBasicConstraints}, {"2.5.29.15", &decodeKeyUsage},
+    {"2.5.29.37", &decodePurposes},         {"2.5.29.32", &decodePolicies},
+    {"2.5.29.31", &decodeCrlPoints},        {"1.3.6.1.5.5.7.1.1", &decodeAuthorityAccess},
+};
+
+template <size_t Count>
+void decodeWith(const Decoder (&decoders)[Count], Der::Slice extensions, Properties *properties)
+{
+    for (const Decoder &decoder : decoders) {
+        const QByteArray value = findExtension(extensions, decoder.oid);
+        if (!value.isEmpty())
+            decoder.decode(Der::sliceOf(value), properties);
+    }
+}
+
+} // namespace
+
+QByteArray findExtension(Der::Slice extensions, const char *oid)
+{
+    // Compared as octets: the text of an identifier would have to be made for each extension.
+    const QByteArray wanted = Der::writeOid(oid);
+    Der::Reader reader(extensions);
+    Der::Slice extension;
+    while (reader.next(Der::Sequence, &extension)) {
+        Der::Reader parts(extension);
+        Der::Element id;
+        QByteArray value;
+        if (!parts.next(Der::ObjectIdentifier, &id) || !(id.whole == Der::sliceOf(wanted)))
+            continue;
+        parts.skip(Der::Boolean);
+        return parts.nextString(Der::OctetString, &value) ? value : QByteArray();
+    }
+    return {};
+}
+
+QByteArray decodeAuthorityKeyId(Der::Slice extension)
+{
+    Der::Slice content;
+    QByteArray id;
+    if (leading(extension, Der::Sequence, &content)
+        && Der::Reader(content).nextString(Der::context(0, false), &id))
+        return QByteArray(id.constData(), id.size());
+    return {};
+}
+
+void decodeExtensions(Der::Slice extensions, QCA::CertContextProps *properties)
+{
+    decodeWith(Decoders, extensions, properties);
+}
+
+void decodeAlternativeNames(Der::Slice extensions, QCA::CertContextProps *properties)
+{
+    decodeWith(NameDecoders, extensions, properties);
+}
+
+} // namespace Trivex

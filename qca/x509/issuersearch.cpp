@@ -1,0 +1,118 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/x509/issuersearch.h"
+
+#include "qca/base/bounds.h"
+#include "qca/keys/keymaterial.h"
+#include "qca/x509/certificatefields.h"
+
+#include <QHash>
+
+#include <utility>
+#include <vector>
+
+#include <openssl/err.h>
+
+namespace Trivex {
+
+namespace {
+
+/// Of the form in which equal names are alike (RFC 5280, 7.1); 0 for none.
+unsigned long hashOf(Der::Slice name)
+{
+    const auto *data = reinterpret_cast<const unsigned char *>(name.data);
+    const NameHandle native(d2i_X509_NAME(nullptr, &data, name.size));
+    int isGood = 0;
+    const unsigned long hash =
+        native ? X509_NAME_hash_ex(native.get(), nullptr, nullptr, &isGood) : 0;
+    ERR_clear_error();
+    return isGood ? hash : 0;
+}
+
+/// A certificate that may be an issuer, with what libcrypto made of it when it was first tried.
+struct Candidate {
+    CertificateDataPtr data;
+    X509Handle native;
+    KeyMaterial key;
+    bool isParsed = false;
+    bool isTaken = false;
+
+    void parse()
+    {
+        if (std::exchange(isParsed, true))
+            return;
+        native = data->native();
+        key = KeyMaterial::fromPublicInfo(data->publicInfo());
+    }
+};
+
+/// Looks for issuers by their names, so that only those are tried that may be.
+class IssuerSearch {
+public:
+    explicit IssuerSearch(const QList<CertificateDataPtr> &others)
+    {
+        for (const CertificateDataPtr &one : others) {
+            CertificateFields fields;
+            if (!one || !findCertificateFields(Der::sliceOf(one->der()), &fields))
+                continue;
+            m_bySubject[hashOf(fields.subject)].push_back(m_candidates.size());
+            m_candidates.emplace_back();
+            m_candidates.back().data = one;
+        }
+    }
+
+    /// The issuer of `issued`, which is not found again; null when there is none.
+    CertificateDataPtr take(const CertificateData &issued)
+    {
+        CertificateFields fields;
+        const X509Handle native = issued.native();
+        if (!native || !findCertificateFields(Der::sliceOf(issued.der()), &fields))
+            return nullptr;
+        const std::vector<size_t> namesakes = m_bySubject.value(hashOf(fields.issuer));
+        for (const size_t number : namesakes) {
+            Candidate &candidate = m_candidates[number];
+            if (!hasIssued(&candidate, fields, native.get()))
+                continue;
+            candidate.isTaken = true;
+            return candidate.data;
+        }
+        return nullptr;
+    }
+
+    bool isExhausted() const { return m_checks > maxIssuerChecks; }
+
+private:
+    bool hasIssued(Candidate *issuer, const CertificateFields &issued, X509 *native)
+    {
+        if (issuer->isTaken || isExhausted() || issuer->data->der() == issued.whole.view())
+            return false;
+        ++m_checks;
+        issuer->parse();
+        const bool fits =
+            issuer->native && X509_check_issued(issuer->native.get(), native) == X509_V_OK;
+        ERR_clear_error();
+        // Names may be alike; where the signature can be checked, it decides.
+        return fits && checkSignature(issued, issuer->key) != SignatureState::Bad;
+    }
+
+    std::vector<Candidate> m_candidates;
+    QHash<unsigned long, std::vector<size_t>> m_bySubject;
+    int m_checks = 0;
+};
+
+} // namespace
+
+std::optional<QList<CertificateDataPtr>> completeChain(const CertificateDataPtr &own,
+                                                       const QList<CertificateDataPtr> &others)
+{
+    IssuerSearch search(others);
+    QList<CertificateDataPtr> chain = {own};
+    while (const CertificateDataPtr issuer = search.take(*chain.last())) {
+        if (chain.size() == maxChainLength)
+            return std::nullopt;
+        chain += issuer;
+    }
+    return search.isExhausted() ? std::nullopt : std::make_optional(chain);
+}
+
+} // namespace Trivex

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/x509/certificatedata.h"
+
+#include <QList>
+
+#include <optional>
+
+namespace Trivex {
+
+using CertificateDataPtr = std::shared_ptr<const CertificateData>;
+
+/// `own` and its issuers out of `others`, one after the other. Nothing when the chain would be
+/// longer than `maxChainLength`, or when more than `maxIssuerChecks` candidates have to be tried:
+/// certificates that could all have issued one another are made in any number.
+std::optional<QList<CertificateDataPtr>> completeChain(const CertificateDataPtr &own,
+                                                       const QList<CertificateDataPtr> &others);
+
+} // namespace Trivex

@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/x509/certificatefields.h"
+
+#include <QtCrypto>
+
+namespace Trivex {
+
+/// Whether neither the certificate nor one of its names is larger than anybody's should be
+/// (`maxCertificateBytes`, `maxNameAttributes`).
+bool isWithinBounds(const CertificateFields &fields);
+
+/// The same for a name that has been decoded.
+bool isWithinBounds(const QCA::CertificateInfoOrdered &name);
+
+} // namespace Trivex

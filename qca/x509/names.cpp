@@ -1,0 +1,338 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/x509/names.h"
+
+#include "qca/asn1/derwriter.h"
+#include "qca/asn1/strings.h"
+#include "qca/base/infotypes.h"
+#include "qca/x509/sharedtypes.h"
+
+#include <QCache>
+#include <QMutex>
+
+#include <arpa/inet.h>
+
+namespace Trivex {
+
+namespace {
+
+using Info = QCA::CertificateInfoOrdered;
+
+// Names of issuers come again with each certificate that they issued.
+constexpr int CachedNames = 256;
+constexpr int LongestCachedName = 1024;
+
+constexpr char XmppAddress[] = "1.3.6.1.5.5.7.8.5";
+
+// Types of GeneralName (RFC 5280, 4.2.1.6) as their context tags.
+enum GeneralName {
+    OtherName = Der::context(0),
+    Rfc822Name = Der::context(1, false),
+    DnsName = Der::context(2, false),
+    X400Address = Der::context(3),
+    DirectoryName = Der::context(4),
+    EdiPartyName = Der::context(5),
+    UriName = Der::context(6, false),
+    IpName = Der::context(7, false),
+    RegisteredId = Der::context(8, false),
+};
+
+// Attributes whose definition leaves out UTF8String.
+struct ConfinedAttribute {
+    const char *oid;
+    int tag;
+};
+
+constexpr ConfinedAttribute Confined[] = {
+    {"2.5.4.6", Der::PrintableString},
+    {"2.5.4.5", Der::PrintableString},
+    {"2.5.4.46", Der::PrintableString},
+    {"1.2.840.113549.1.9.1", Der::Ia5String},
+    {"0.9.2342.19200300.100.1.25", Der::Ia5String},
+};
+
+void decodeAttribute(Der::Slice content, Info *info)
+{
+    Der::Reader reader(content);
+    Der::Slice oid;
+    Der::Element value;
+    if (reader.next(Der::ObjectIdentifier, &oid) && reader.next(&value))
+        info->append(QCA::CertificateInfoPair(sharedAttributeType(oid), decodeString(value)));
+}
+
+Info decodeNameAnew(Der::Slice name)
+{
+    Info info;
+    Der::Slice content;
+    if (!Der::singleList(name, Der::Sequence, &content))
+        return info;
+    Der::Reader names(content);
+    while (!names.atEnd()) {
+        Der::Slice set;
+        // What is no set must not take what follows with it.
+        if (!names.nextList(Der::Set, &set)) {
+            Der::Element other;
+            names.next(&other);
+            continue;
+        }
+        Der::Reader attributes(set);
+        Der::Slice attribute;
+        while (attributes.next(Der::Sequence, &attribute))
+            decodeAttribute(attribute, &info);
+    }
+    return info;
+}
+
+QString decodeAddress(Der::Slice octets)
+{
+    char text[INET6_ADDRSTRLEN] = "";
+    if (octets.size == 4)
+        inet_ntop(AF_INET, octets.data, text, sizeof text);
+    else if (octets.size == 16)
+        inet_ntop(AF_INET6, octets.data, text, sizeof text);
+    return QString::fromLatin1(text);
+}
+
+QString decodeXmpp(Der::Slice content)
+{
+    Der::Reader reader(content);
+    Der::Slice oid;
+    Der::Slice wrapped;
+    Der::Element value;
+    if (!reader.next(Der::ObjectIdentifier, &oid) || Der::oidText(oid) != XmppAddress
+        || !reader.next(Der::context(0), &wrapped) || !Der::Reader(wrapped).next(&value))
+        return {};
+    return decodeString(value);
+}
+
+QString decodeIa5(Der::Slice content)
+{
+    return decodeString({Der::Ia5String, content, content});
+}
+
+// Whether there is one element and nothing else.
+bool isOne(Der::Slice content)
+{
+    Der::Reader reader(content);
+    Der::Element element;
+    return reader.next(&element) && reader.atEnd();
+}
+
+bool isOtherName(Der::Slice content)
+{
+    Der::Reader reader(content);
+    Der::Slice oid;
+    Der::Slice wrapped;
+    return reader.next(Der::ObjectIdentifier, &oid) && reader.next(Der::context(0), &wrapped)
+        && reader.atEnd() && isOne(wrapped);
+}
+
+bool isAttribute(Der::Slice content)
+{
+    Der::Reader reader(content);
+    Der::Slice oid;
+    Der::Element value;
+    return reader.next(Der::ObjectIdentifier, &oid) && reader.next(&value) && reader.atEnd();
+}
+
+bool isName(Der::Slice content)
+{
+    Der::Slice sets;
+    if (!Der::singleList(content, Der::Sequence, &sets))
+        return false;
+    Der::Reader reader(sets);
+    while (!reader.atEnd()) {
+        Der::Slice set;
+        if (!reader.nextList(Der::Set, &set))
+            return false;
+        Der::Reader attributes(set);
+        while (!attributes.atEnd()) {
+            Der::Slice attribute;
+            if (!attributes.next(Der::Sequence, &attribute) || !isAttribute(attribute))
+                return false;
+        }
+    }
+    return true;
+}
+
+bool isPartyName(Der::Slice content)
+{
+    Der::Reader reader(content);
+    Der::Slice assigner;
+    Der::Slice party;
+    if (reader.next(Der::context(0), &assigner) && !isOne(assigner))
+        return false;
+    return reader.next(Der::context(1), &party) && reader.atEnd() && isOne(party);
+}
+
+// One in the form that the definition gives it, or a string of it in several pieces, which is
+// put together in `content`.
+bool openGeneralName(const Der::Element &element, int *tag, QByteArray *content)
+{
+    *content = element.content.view();
+    *tag = element.tag;
+    switch (element.tag) {
+    case OtherName:
+        return isOtherName(element.content);
+    case DirectoryName:
+        return isName(element.content);
+    case EdiPartyName:
+        return isPartyName(element.content);
+    case X400Address:
+        return true;
+    default:
+        break;
+    }
+    *tag &= ~Der::ConstructedBit;
+    if (*tag == RegisteredId)
+        return element.tag == RegisteredId && Der::isOid(element.content);
+    const bool isString =
+        *tag == Rfc822Name || *tag == DnsName || *tag == UriName || *tag == IpName;
+    return isString && Der::joinString(element, content);
+}
+
+void decodeGeneralName(int tag, Der::Slice content, Info *info)
+{
+    const auto add = [info](int type, const QString &value) {
+        if (!value.isEmpty())
+            info->append(QCA::CertificateInfoPair(infoType(type), value));
+    };
+    switch (tag) {
+    case Rfc822Name:
+        return add(QCA::Email, decodeIa5(content));
+    case DnsName:
+        return add(QCA::DNS, decodeIa5(content));
+    case UriName:
+        return add(QCA::URI, decodeIa5(content));
+    case IpName:
+        return add(QCA::IPAddress, decodeAddress(content));
+    case OtherName:
+        return add(QCA::XMPP, decodeXmpp(content));
+    default:
+        return;
+    }
+}
+
+bool fits(int tag, const QString &value)
+{
+    for (const QChar c : value) {
+        if (c.unicode() == 0 || c.unicode() > 127)
+            return false;
+        const bool printable = c.isLetterOrNumber() || QStringLiteral(" '()+,-./:=?").contains(c);
+        if (tag == Der::PrintableString && !printable)
+            return false;
+    }
+    return true;
+}
+
+QByteArray encodeValue(const QByteArray &oid, const QString &value)
+{
+    for (const ConfinedAttribute &attribute : Confined) {
+        if (oid == attribute.oid && fits(attribute.tag, value))
+            return Der::write(attribute.tag, value.toLatin1());
+    }
+    return Der::write(Der::Utf8String, value.toUtf8());
+}
+
+QByteArray encodeAddress(const QString &value)
+{
+    char octets[16];
+    if (inet_pton(AF_INET, value.toLatin1().constData(), octets) == 1)
+        return QByteArray(octets, 4);
+    if (inet_pton(AF_INET6, value.toLatin1().constData(), octets) == 1)
+        return QByteArray(octets, 16);
+    return {};
+}
+
+QByteArray encodeGeneralName(QCA::CertificateInfoTypeKnown type, const QString &value)
+{
+    switch (type) {
+    case QCA::Email:
+        return Der::write(Rfc822Name, value.toUtf8());
+    case QCA::DNS:
+        return Der::write(DnsName, value.toUtf8());
+    case QCA::URI:
+        return Der::write(UriName, value.toUtf8());
+    case QCA::IPAddress: {
+        const QByteArray octets = encodeAddress(value);
+        return octets.isEmpty() ? QByteArray() : Der::write(IpName, octets);
+    }
+    case QCA::XMPP:
+        return Der::write(
+            OtherName,
+            Der::writeOid(XmppAddress)
+                + Der::write(Der::context(0), Der::write(Der::Utf8String, value.toUtf8())));
+    default:
+        return {};
+    }
+}
+
+} // namespace
+
+QCA::CertificateInfoOrdered decodeName(Der::Slice name)
+{
+    if (name.size > LongestCachedName)
+        return decodeNameAnew(name);
+    // Never deleted: QCA's threads read certificates while the process ends.
+    static auto &mutex = *new QMutex;
+    static auto &cache = *new QCache<QByteArray, Info>(CachedNames);
+    const QMutexLocker locker(&mutex);
+    if (const Info *known = cache.object(name.view()))
+        return *known;
+    const Info info = decodeNameAnew(name);
+    cache.insert(name.bytes(), new Info(info));
+    return info;
+}
+
+// All or nothing, as libcrypto has it: behind a damaged length, what looks like an address may be
+// the inside of something else.
+QCA::CertificateInfoOrdered decodeAlternativeNames(Der::Slice extension)
+{
+    Info info;
+    Der::Slice content;
+    if (!Der::Reader(extension).nextList(Der::Sequence, &content)
+        || !decodeGeneralNames(content, &info))
+        return {};
+    return info;
+}
+
+bool decodeGeneralNames(Der::Slice content, QCA::CertificateInfoOrdered *info)
+{
+    Der::Reader reader(content);
+    while (!reader.atEnd()) {
+        Der::Element element;
+        int tag = 0;
+        QByteArray octets;
+        if (!reader.next(&element) || !openGeneralName(element, &tag, &octets))
+            return false;
+        decodeGeneralName(tag, Der::sliceOf(octets), info);
+    }
+    return true;
+}
+
+QByteArray encodeName(const QCA::CertificateInfoOrdered &info)
+{
+    QByteArray content;
+    for (const QCA::CertificateInfoPair &pair : info) {
+        const QByteArray id = pair.type().id().toLatin1();
+        const QByteArray oid = Der::writeOid(id);
+        if (pair.type().section() != QCA::CertificateInfoType::DN || oid.isEmpty()
+            || pair.value().isEmpty())
+            continue;
+        content += Der::write(Der::Set, Der::writeSequence({oid, encodeValue(id, pair.value())}));
+    }
+    return Der::write(Der::Sequence, content);
+}
+
+QByteArray encodeAlternativeNames(const QCA::CertificateInfoOrdered &info)
+{
+    QByteArray content;
+    for (const QCA::CertificateInfoPair &pair : info) {
+        if (pair.type().section() == QCA::CertificateInfoType::AlternativeName
+            && !pair.value().isEmpty())
+            content += encodeGeneralName(pair.type().known(), pair.value());
+    }
+    return content.isEmpty() ? QByteArray() : Der::write(Der::Sequence, content);
+}
+
+} // namespace Trivex

@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/base/trivexqcaexport.h"
+
+#include "qca/asn1/der.h"
+
+#include <QtCrypto>
+
+namespace Trivex {
+
+/// Every attribute of a Name (RFC 5280, 4.1.2.4; with tag and length), in the order of its
+/// encoding. Attributes that QCA has no number for come under their dotted OID. Equal names share
+/// their data.
+TRIVEX_QCA_EXPORT QCA::CertificateInfoOrdered decodeName(Der::Slice name);
+
+/// The values of GeneralNames (RFC 5280, 4.2.1.6; content of an alternative name extension) that
+/// QCA has types for: mail, DNS, URI, IP and XMPP addresses.
+QCA::CertificateInfoOrdered decodeAlternativeNames(Der::Slice extension);
+
+/// Appends the values of GeneralNames, given by their content; false where one of them is none.
+bool decodeGeneralNames(Der::Slice content, QCA::CertificateInfoOrdered *info);
+
+/// The way back: DER Name of the attributes that belong into one, empty values left out.
+///
+/// UTF8String for all, but for those that X.520 and PKCS#9 confine to PrintableString or IA5String
+/// (country, serial number, qualifier; mail address, domain component) where the value fits.
+QByteArray encodeName(const QCA::CertificateInfoOrdered &info);
+
+/// DER GeneralNames of the attributes that belong there; empty when there is none.
+QByteArray encodeAlternativeNames(const QCA::CertificateInfoOrdered &info);
+
+} // namespace Trivex

@@ -1,0 +1,132 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/x509/requestdata.h"
+
+#include "qca/asn1/der.h"
+#include "qca/asn1/strings.h"
+#include "qca/base/bounds.h"
+#include "qca/x509/extensions.h"
+#include "qca/x509/namebounds.h"
+#include "qca/x509/names.h"
+#include "qca/x509/signaturealgorithms.h"
+
+#include <openssl/err.h>
+
+namespace Trivex {
+
+namespace {
+
+constexpr char ExtensionRequest[] = "1.2.840.113549.1.9.14";
+constexpr char MicrosoftExtensionRequest[] = "1.3.6.1.4.1.311.2.1.14";
+constexpr char ChallengePassword[] = "1.2.840.113549.1.9.7";
+
+// What a request and SPKAC have in common: body, algorithm, signature.
+struct Sealed {
+    Der::Slice whole;
+    Der::Slice body;
+    Der::Slice algorithm;
+    Der::Slice signature;
+};
+
+bool open(Der::Slice der, Sealed *sealed)
+{
+    Der::Element outer;
+    if (!Der::Reader(der).next(Der::Sequence, &outer))
+        return false;
+    sealed->whole = outer.whole;
+    Der::Reader reader(outer.content);
+    return reader.next(Der::Sequence, &sealed->body)
+        && reader.next(Der::Sequence, &sealed->algorithm)
+        && reader.next(Der::BitString, &sealed->signature) && reader.atEnd();
+}
+
+void decodeSeal(const Sealed &sealed, QCA::CertContextProps *properties)
+{
+    properties->sigalgo = signatureAlgorithmOf(sealed.algorithm);
+    if (sealed.signature.size > 1)
+        properties->sig = QByteArray(sealed.signature.data + 1, sealed.signature.size - 1);
+}
+
+void decodeAttribute(Der::Slice attribute, QCA::CertContextProps *properties)
+{
+    Der::Reader reader(attribute);
+    Der::Slice oidContent;
+    Der::Slice values;
+    Der::Element value;
+    if (!reader.next(Der::ObjectIdentifier, &oidContent) || !reader.nextList(Der::Set, &values)
+        || !Der::Reader(values).next(&value))
+        return;
+    const QByteArray oid = Der::oidText(oidContent);
+    if (oid == ChallengePassword) {
+        properties->challenge = decodeString(value);
+    } else if (oid == ExtensionRequest || oid == MicrosoftExtensionRequest) {
+        decodeAlternativeNames(value.content, properties);
+        decodeExtensions(value.content, properties);
+    }
+}
+
+} // namespace
+
+std::shared_ptr<const RequestData> RequestData::fromDer(const QByteArray &der)
+{
+    Sealed sealed;
+    if (!open(Der::sliceOf(der), &sealed) || sealed.whole.size > maxCertificateBytes)
+        return nullptr;
+    Der::Reader body(sealed.body);
+    Der::Slice version;
+    Der::Element subject;
+    Der::Element publicInfo;
+    Der::Slice attributes;
+    if (!body.next(Der::Integer, &version) || !body.nextList(Der::Sequence, &subject)
+        || !body.next(Der::Sequence, &publicInfo))
+        return nullptr;
+    const std::shared_ptr<RequestData> data(new RequestData);
+    data->m_der = sealed.whole.bytes();
+    data->m_publicInfo = publicInfo.whole.bytes();
+    data->m_properties.format = QCA::PKCS10;
+    data->m_properties.subject = decodeName(subject.whole);
+    decodeSeal(sealed, &data->m_properties);
+    // Some writers leave out the attributes, though they are not optional.
+    if (body.next(Der::context(0), &attributes)) {
+        Der::Reader reader(attributes);
+        Der::Slice attribute;
+        while (reader.next(Der::Sequence, &attribute))
+            decodeAttribute(attribute, &data->m_properties);
+    }
+    return isWithinBounds(data->m_properties.subject) ? data : nullptr;
+}
+
+std::shared_ptr<const RequestData> RequestData::fromSpkac(const QByteArray &text)
+{
+    QByteArray base64 = text.trimmed();
+    if (base64.startsWith("SPKAC="))
+        base64 = base64.mid(6);
+    const QByteArray der = QByteArray::fromBase64(base64);
+    Sealed sealed;
+    if (!open(Der::sliceOf(der), &sealed) || sealed.whole.size > maxCertificateBytes)
+        return nullptr;
+    Der::Reader body(sealed.body);
+    Der::Element publicInfo;
+    Der::Element challenge;
+    if (!body.next(Der::Sequence, &publicInfo) || !body.next(Der::Ia5String, &challenge))
+        return nullptr;
+    const std::shared_ptr<RequestData> data(new RequestData);
+    data->m_der = sealed.whole.bytes();
+    data->m_publicInfo = publicInfo.whole.bytes();
+    data->m_properties.format = QCA::SPKAC;
+    data->m_properties.challenge = decodeString(challenge);
+    decodeSeal(sealed, &data->m_properties);
+    return data;
+}
+
+RequestHandle RequestData::native() const
+{
+    if (m_properties.format != QCA::PKCS10)
+        return nullptr;
+    const auto *data = reinterpret_cast<const unsigned char *>(m_der.constData());
+    RequestHandle request(d2i_X509_REQ(nullptr, &data, m_der.size()));
+    ERR_clear_error();
+    return request;
+}
+
+} // namespace Trivex

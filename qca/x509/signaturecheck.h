@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/x509/certificatefields.h"
+
+namespace Trivex {
+
+class KeyMaterial;
+
+enum class SignatureState {
+    Good,
+    Bad,
+    Unknown, ///< nothing here can handle the key or the algorithm
+};
+
+/// Whether the certificate with `fields` is signed by the key in `publicInfo` (DER
+/// SubjectPublicKeyInfo). Works on the octets, so what else in the certificate libcrypto can read
+/// does not matter.
+SignatureState checkSignature(const CertificateFields &fields, Der::Slice publicInfo);
+
+/// The same with a key that has been decoded, which takes longer than the check.
+SignatureState checkSignature(const CertificateFields &fields, const KeyMaterial &key);
+
+} // namespace Trivex
