@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "providers/gost/gostprovider.h"
 
-#include "providers/pkcs11/core/contexts.h"
+#include "providers/pkcs11/contexts/contexts.h"
 #include "qca/base/providers.h"
 #include "qca/keys/pkeycontainer.h"
 

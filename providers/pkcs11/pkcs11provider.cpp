@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/pkcs11provider.h"
 
-#include "providers/pkcs11/core/contexts.h"
-#include "providers/pkcs11/core/tokenservice.h"
+#include "providers/pkcs11/contexts/contexts.h"
+#include "providers/pkcs11/life/tokenservice.h"
 #include "qca/base/processend.h"
 #include "qca/base/providers.h"
 #include "qca/keys/pkeycontainer.h"

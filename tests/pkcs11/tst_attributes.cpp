@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "providers/pkcs11/core/error.h"
-#include "providers/pkcs11/core/objectsearch.h"
-#include "providers/pkcs11/core/tokenreader.h"
+#include "providers/pkcs11/calls/error.h"
+#include "providers/pkcs11/contents/objectsearch.h"
+#include "providers/pkcs11/contents/tokenreader.h"
 #include "tests/pkcs11/faultytoken.h"
 #include "tests/support/testcertificates.h"
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "providers/pkcs11/core/restartpause.h"
+#include "providers/pkcs11/life/restartpause.h"
 #include "qca/adapter/keygenerator.h"
 #include "qca/tokens/tokens.h"
 #include "tests/pkcs11/faultytoken.h"

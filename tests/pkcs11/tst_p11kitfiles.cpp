@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "providers/pkcs11/core/p11kitfiles.h"
+#include "providers/pkcs11/life/p11kitfiles.h"
 #include "tests/pkcs11/faultytoken.h"
 #include "tests/pkcs11/stores.h"
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "providers/pkcs11/core/returnvalues.h"
-#include "providers/pkcs11/core/tokenidentity.h"
-#include "providers/pkcs11/core/tokentext.h"
+#include "providers/pkcs11/calls/returnvalues.h"
+#include "providers/pkcs11/contents/tokenidentity.h"
+#include "providers/pkcs11/contents/tokentext.h"
 
 #include <QtTest>
 

@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "providers/pkcs11/calls/returnvalues.h"
+
+#include <exception>
+
+namespace Trivex::Pkcs11 {
+
+/// A PKCS#11 call that failed, or a step of ours on the way to one. Thrown inside the token library
+/// only; every job and every thread ends in a handler, so none leaves it.
+class TRIVEX_TOKENS_EXPORT Error : public std::exception {
+public:
+    /// A call that returned `returnValue`. `function` has static storage.
+    Error(CK_RV returnValue, const char *function) noexcept;
+    /// A failure that no call returned, such as a question that was left.
+    explicit Error(TokenError::Kind kind) noexcept;
+
+    TokenError::Kind kind() const noexcept { return m_kind; }
+    /// CKR_OK when no call returned it.
+    CK_RV returnValue() const noexcept { return m_returnValue; }
+    const char *function() const noexcept { return m_function; }
+    const char *what() const noexcept override;
+
+private:
+    TokenError::Kind m_kind;
+    CK_RV m_returnValue = CKR_OK;
+    const char *m_function = "";
+};
+
+/// Throws unless `returnValue` is CKR_OK.
+void check(CK_RV returnValue, const char *function);
+
+} // namespace Trivex::Pkcs11

@@ -1,0 +1,160 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/calls/module.h"
+
+#include "providers/pkcs11/calls/error.h"
+
+#include <QFile>
+#include <QHash>
+
+#include <p11-kit/p11-kit.h>
+
+#include <sys/stat.h>
+
+#include <map>
+#include <mutex>
+
+namespace Trivex::Pkcs11 {
+
+namespace {
+
+/// CK_C_INITIALIZE_ARGS for modules that take parameters in pReserved, with the room behind it
+/// that NSS reads as its own pReserved.
+struct InitializeArguments {
+    CK_C_INITIALIZE_ARGS standard;
+    void *mustBeNull;
+};
+
+/// Which file a path names at the moment: a library that is replaced is another module.
+QString fileIdentity(const QString &path)
+{
+    struct stat status = {};
+    if (stat(QFile::encodeName(path).constData(), &status) != 0)
+        return path;
+    return QStringLiteral("%1|%2|%3|%4")
+        .arg(path)
+        .arg(quint64(status.st_dev))
+        .arg(quint64(status.st_ino))
+        .arg(qint64(status.st_mtime));
+}
+
+/// Modules by their file, each loaded once a process and kept.
+class LoadedModules {
+public:
+    CK_FUNCTION_LIST *load(const QString &path, int flags)
+    {
+        const std::lock_guard lock(m_mutex);
+        CK_FUNCTION_LIST *&module = m_modules[fileIdentity(path)];
+        if (!module) {
+            const ForeignCall call;
+            module = p11_kit_module_load(QFile::encodeName(path).constData(), flags);
+            ProcessEnd::renew();
+        }
+        return module;
+    }
+
+    static LoadedModules &instance()
+    {
+        static auto *modules = new LoadedModules;
+        return *modules;
+    }
+
+private:
+    std::mutex m_mutex;
+    QHash<QString, CK_FUNCTION_LIST *> m_modules;
+};
+
+CK_FUNCTION_LIST *load(const ModuleSource &source)
+{
+    if (source.loaded)
+        return source.loaded;
+    // p11-kit's own instance of a module can't be given parameters.
+    const int flags = source.parameters.isEmpty() ? 0 : P11_KIT_MODULE_UNMANAGED;
+    return LoadedModules::instance().load(source.library, flags);
+}
+
+CK_RV initialize(const CK_FUNCTION_LIST &functions, const QByteArray &parameters)
+{
+    const ForeignCall call;
+    if (parameters.isEmpty())
+        return functions.C_Initialize(nullptr);
+    QByteArray writable = parameters;
+    InitializeArguments arguments = {};
+    arguments.standard.flags = CKF_OS_LOCKING_OK;
+    arguments.standard.pReserved = writable.data();
+    return functions.C_Initialize(&arguments);
+}
+
+} // namespace
+
+/// The modules that are initialised, or on their way there or back. Never deleted, because a thread
+/// may come back late from a module.
+class OpenModules {
+public:
+    static OpenModules &instance()
+    {
+        static auto *modules = new OpenModules;
+        return *modules;
+    }
+
+    ModulePtr open(CK_FUNCTION_LIST *functions, const QByteArray &parameters)
+    {
+        {
+            const std::lock_guard lock(m_mutex);
+            const auto known = m_modules.find(functions);
+            if (known != m_modules.end()) {
+                // Null while it is being initialised or finalised.
+                ModulePtr module = known->second.lock();
+                return module && !module->isGivenUp() ? module : nullptr;
+            }
+            m_modules[functions] = {};
+        }
+        const CK_RV result = initialize(*functions, parameters);
+        ProcessEnd::renew();
+        // Initialised by somebody else in this process, who will also finalise it.
+        const bool isForeign = result == CKR_CRYPTOKI_ALREADY_INITIALIZED;
+        if (result != CKR_OK && !isForeign) {
+            forget(functions);
+            throw Error(result, "C_Initialize");
+        }
+        const ModulePtr module(new Module(functions, !isForeign));
+        const std::lock_guard lock(m_mutex);
+        m_modules[functions] = module;
+        return module;
+    }
+
+    void forget(CK_FUNCTION_LIST *functions)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_modules.erase(functions);
+    }
+
+private:
+    std::mutex m_mutex;
+    std::map<CK_FUNCTION_LIST *, std::weak_ptr<Module>> m_modules;
+};
+
+std::shared_ptr<Module> Module::open(const ModuleSource &source)
+{
+    CK_FUNCTION_LIST *functions = load(source);
+    if (!functions)
+        throw Error(CKR_GENERAL_ERROR, "p11_kit_module_load");
+    return OpenModules::instance().open(functions, source.parameters);
+}
+
+Module::Module(CK_FUNCTION_LIST *functions, bool finalize)
+    : m_functions(functions)
+    , m_finalize(finalize)
+{
+}
+
+Module::~Module()
+{
+    if (m_finalize) {
+        const ForeignCall call;
+        m_functions->C_Finalize(nullptr);
+    }
+    OpenModules::instance().forget(m_functions);
+}
+
+} // namespace Trivex::Pkcs11

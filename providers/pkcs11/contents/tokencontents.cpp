@@ -1,0 +1,371 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/contents/tokencontents.h"
+
+#include "providers/pkcs11/contents/gostkeys.h"
+#include "qca/asn1/der.h"
+#include "qca/base/bounds.h"
+#include "qca/keys/gostpublickey.h"
+#include "qca/x509/canonicalname.h"
+
+#include <QCryptographicHash>
+#include <QHash>
+#include <QSet>
+
+namespace Trivex {
+
+namespace {
+
+struct AlgorithmType {
+    const char *oid;
+    CK_KEY_TYPE type;
+};
+
+constexpr AlgorithmType AlgorithmTypes[] = {
+    {"1.2.840.10045.2.1", CKK_EC},         {"1.2.840.113549.1.1.1", CKK_RSA},
+    {"1.3.101.112", CKK_EC_EDWARDS},       {"1.3.101.113", CKK_EC_EDWARDS},
+    {"1.2.643.2.2.19", CKK_GOSTR3410},     {"1.2.643.7.1.1.1.1", CKK_GOSTR3410},
+    {"1.2.643.7.1.1.1.2", KeyTypeGost512},
+};
+
+/// Null for the algorithm of a key that is not used on tokens.
+const AlgorithmType *algorithmOf(const QByteArray &publicInfo)
+{
+    const QByteArray algorithm = derContent(derContent(publicInfo, Der::Sequence), Der::Sequence);
+    const QByteArray content = derContent(algorithm, Der::ObjectIdentifier);
+    const QByteArray oid = Der::oidText(Der::sliceOf(content));
+    for (const AlgorithmType &one : AlgorithmTypes) {
+        if (oid == one.oid)
+            return &one;
+    }
+    return nullptr;
+}
+
+QByteArray sha1(const QByteArray &data)
+{
+    return QCryptographicHash::hash(data, QCryptographicHash::Sha1);
+}
+
+/// The key pairs of a token, found by public half or by id.
+class KeyIndex {
+public:
+    explicit KeyIndex(const TokenObjects &objects)
+    {
+        for (const TokenKey &key : objects.privateKeys)
+            add(key);
+        for (const TokenKey &key : objects.publicKeys)
+            addPublic(key, objects.privateKeysHidden);
+    }
+
+    /// The key of a certificate: by its public half; where that is not known, by id alone. A key
+    /// that was found by its id is from then on the one of that certificate, and of those that
+    /// share its public half.
+    std::shared_ptr<TokenKey> keyFor(const TokenCertificate &certificate)
+    {
+        const QByteArray wanted = certificate.parts.publicInfo.in(certificate.der);
+        const QByteArray comparable = comparablePublicInfo(wanted);
+        std::shared_ptr<TokenKey> found = m_byPublicInfo.value(comparable);
+        if (found || m_unknown.isEmpty())
+            return withPublicHalf(found, wanted);
+        const CK_KEY_TYPE type = tokenTypeOf(wanted);
+        found = withUnknownPublicHalf(certificate.id, type);
+        if (!found)
+            found = withUnknownPublicHalf(idForPublicKey(wanted), type);
+        if (found)
+            m_byPublicInfo.insert(comparable, found);
+        return withPublicHalf(found, wanted);
+    }
+
+    const std::vector<std::shared_ptr<TokenKey>> &keys() const { return m_keys; }
+
+private:
+    void add(const TokenKey &key)
+    {
+        const auto added = std::make_shared<TokenKey>(key);
+        m_keys.push_back(added);
+        if (key.publicInfo.isEmpty())
+            m_unknown[{key.type, key.id}].push_back(added);
+        else
+            m_byPublicInfo.insert(comparablePublicInfo(key.publicInfo), added);
+    }
+
+    void addPublic(const TokenKey &key, bool privateKeysHidden)
+    {
+        if (const auto known = privateHalfOf(key)) {
+            known->publicObject = key.publicObject;
+            known->publicInfo = key.publicInfo;
+            m_byPublicInfo.insert(comparablePublicInfo(key.publicInfo), known);
+        } else if (privateKeysHidden) {
+            // Before login a public key is all that shows of a pair.
+            add(key);
+        }
+    }
+
+    std::shared_ptr<TokenKey> privateHalfOf(const TokenKey &publicHalf) const
+    {
+        if (const auto known = m_byPublicInfo.value(comparablePublicInfo(publicHalf.publicInfo)))
+            return known;
+        return withUnknownPublicHalf(publicHalf.id, publicHalf.type);
+    }
+
+    /// The key as its certificate has it, where the token does not tell or has it in another
+    /// encoding: whether a GOST key is one of 2001, its objects need not say.
+    static std::shared_ptr<TokenKey> withPublicHalf(const std::shared_ptr<TokenKey> &key,
+                                                    const QByteArray &info)
+    {
+        if (key && key->publicInfo != info)
+            key->publicInfo = QByteArray(info.constData(), info.size());
+        return key;
+    }
+
+    std::shared_ptr<TokenKey> withUnknownPublicHalf(const QByteArray &id, CK_KEY_TYPE type) const
+    {
+        if (id.isEmpty())
+            return nullptr;
+        const auto found = m_unknown.find({type, id});
+        if (found == m_unknown.end())
+            return nullptr;
+        // Those that have got their public half meanwhile; nobody looks at them again.
+        while (!found->empty() && !found->back()->publicInfo.isEmpty())
+            found->pop_back();
+        return found->empty() ? nullptr : found->back();
+    }
+
+    std::vector<std::shared_ptr<TokenKey>> m_keys;
+    /// By kind and id, the last one first: keys that came without their public half.
+    mutable QHash<QPair<CK_KEY_TYPE, QByteArray>, std::vector<std::shared_ptr<TokenKey>>> m_unknown;
+    QHash<QByteArray, std::shared_ptr<TokenKey>> m_byPublicInfo;
+};
+
+/// The certificates of a token by their subjects, to find issuers.
+class IssuerIndex {
+public:
+    void add(const TokenCertificatePtr &certificate)
+    {
+        const QByteArray keyId = certificate->parts.keyId.in(certificate->der);
+        Namesakes &namesakes = m_bySubject[nameOf(certificate->parts.subject, certificate->der)];
+        if (!namesakes.first)
+            namesakes.first = certificate;
+        if (!keyId.isEmpty())
+            namesakes.byKeyId.insert(keyId, certificate);
+        else if (!namesakes.firstWithoutKeyId)
+            namesakes.firstWithoutKeyId = certificate;
+    }
+
+    std::vector<TokenCertificatePtr> issuersOf(const TokenCertificatePtr &certificate) const
+    {
+        std::vector<TokenCertificatePtr> chain;
+        TokenCertificatePtr current = certificate;
+        QSet<const TokenCertificate *> known = {certificate.get()};
+        while (const TokenCertificatePtr issuer = issuerOf(*current)) {
+            // A certificate that is in the chain already ends it: two that sign each other exist.
+            if (known.contains(issuer.get()) || known.size() == maxChainLength)
+                break;
+            known.insert(issuer.get());
+            chain.push_back(issuer);
+            current = issuer;
+        }
+        return chain;
+    }
+
+private:
+    /// Looked for once, however many chains go through it.
+    TokenCertificatePtr issuerOf(const TokenCertificate &certificate) const
+    {
+        const auto known = m_issuers.constFind(&certificate);
+        if (known != m_issuers.constEnd())
+            return *known;
+        const TokenCertificatePtr issuer = findIssuer(certificate);
+        m_issuers.insert(&certificate, issuer);
+        return issuer;
+    }
+
+    TokenCertificatePtr findIssuer(const TokenCertificate &certificate) const
+    {
+        const QByteArray name = nameOf(certificate.parts.issuer, certificate.der);
+        if (name == nameOf(certificate.parts.subject, certificate.der))
+            return nullptr;
+        const auto namesakes = m_bySubject.constFind(name);
+        if (namesakes == m_bySubject.constEnd())
+            return nullptr;
+        const QByteArray wanted = certificate.parts.authorityKeyId.in(certificate.der);
+        if (wanted.isEmpty())
+            return namesakes->first;
+        const TokenCertificatePtr named = namesakes->byKeyId.value(wanted);
+        return named ? named : namesakes->firstWithoutKeyId;
+    }
+
+    /// Those of one name, so that nobody has to go through all of them.
+    struct Namesakes {
+        TokenCertificatePtr first;
+        TokenCertificatePtr firstWithoutKeyId;
+        QHash<QByteArray, TokenCertificatePtr> byKeyId;
+    };
+
+    /// Issuers are often written in another string type than they wrote themselves in.
+    static QByteArray nameOf(const DerSpan &name, const QByteArray &der)
+    {
+        const QByteArray bytes = name.in(der);
+        return canonicalName(Der::sliceOf(bytes));
+    }
+
+    QHash<QByteArray, Namesakes> m_bySubject;
+    mutable QHash<const TokenCertificate *, TokenCertificatePtr> m_issuers;
+};
+
+/// One certificate for each DER form: a token may hold copies under several ids.
+std::vector<std::shared_ptr<TokenCertificate>>
+withoutCopies(const std::vector<TokenCertificate> &all)
+{
+    std::vector<std::shared_ptr<TokenCertificate>> certificates;
+    certificates.reserve(all.size());
+    QHash<QByteArray, TokenCertificate *> known;
+    known.reserve(int(all.size()));
+    for (const TokenCertificate &one : all) {
+        TokenCertificate *&same = known[one.der];
+        if (same) {
+            same->objects.insert(same->objects.end(), one.objects.begin(), one.objects.end());
+            continue;
+        }
+        certificates.push_back(std::make_shared<TokenCertificate>(one));
+        same = certificates.back().get();
+    }
+    return certificates;
+}
+
+/// Distinguishes bundles from certificates, so that a certificate whose key appears becomes another
+/// entry, and stores, because entries are also looked up across stores.
+QString entryId(const QByteArray &store, const TokenCertificate &certificate, bool hasKey)
+{
+    return QString::fromLatin1(store + (hasKey ? "-k-" : "-c-") + sha1(certificate.der).toHex());
+}
+
+/// Of each certificate. Those of authorities come last: where a key is known by its id alone, and
+/// certificates share that id, it is a person's.
+std::vector<TokenKeyPtr> keysOf(const std::vector<std::shared_ptr<TokenCertificate>> &certificates,
+                                KeyIndex *index)
+{
+    std::vector<TokenKeyPtr> keys(certificates.size());
+    for (const bool authorities : {false, true}) {
+        for (size_t i = 0; i < certificates.size(); ++i) {
+            if (certificates[i]->parts.isAuthority == authorities)
+                keys[i] = index->keyFor(*certificates[i]);
+        }
+    }
+    return keys;
+}
+
+/// Cards often have no public key objects: nothing tells before the login which certificates have
+/// their keys there. Those of authorities hardly ever do.
+bool mayHaveKey(const TokenObjects &objects, const TokenCertificate &certificate)
+{
+    return objects.privateKeysHidden && objects.publicKeys.empty() && !certificate.id.isEmpty()
+        && !certificate.parts.isAuthority
+        && algorithmOf(certificate.parts.publicInfo.in(certificate.der));
+}
+
+/// A card holds a few certificates of its owner. A token that shows more without showing a key is a
+/// directory of other people's, and a key for each would cost its readers for nothing.
+constexpr size_t MostPresumed = 100;
+
+TokenKeyPtr presumedKey(const TokenCertificate &certificate)
+{
+    auto key = std::make_shared<TokenKey>();
+    const QByteArray info = certificate.parts.publicInfo.in(certificate.der);
+    key->publicInfo = QByteArray(info.constData(), info.size());
+    key->type = tokenTypeOf(key->publicInfo);
+    key->id = certificate.id;
+    key->label = certificate.label;
+    key->isPresumed = true;
+    return key;
+}
+
+} // namespace
+
+QByteArray idForPublicKey(const QByteArray &publicInfo)
+{
+    return sha1(publicKeyBits(publicInfo));
+}
+
+CK_KEY_TYPE tokenTypeOf(const QByteArray &publicInfo)
+{
+    const AlgorithmType *algorithm = algorithmOf(publicInfo);
+    return algorithm ? algorithm->type : CKK_EC;
+}
+
+/// Gives the certificates that may have their keys on the token presumed ones; true when any does.
+static bool presumeKeys(const TokenObjects &objects,
+                        const std::vector<std::shared_ptr<TokenCertificate>> &certificates,
+                        std::vector<TokenKeyPtr> *keys)
+{
+    std::vector<size_t> presumed;
+    for (size_t i = 0; i < certificates.size(); ++i) {
+        if (!keys->at(i) && mayHaveKey(objects, *certificates[i]))
+            presumed.push_back(i);
+    }
+    if (presumed.empty() || presumed.size() > MostPresumed)
+        return false;
+    for (const size_t i : presumed)
+        keys->at(i) = presumedKey(*certificates[i]);
+    return true;
+}
+
+TokenContentsPtr assembleContents(const TokenObjects &objects, const QString &storeId)
+{
+    KeyIndex keys(objects);
+    const auto certificates = withoutCopies(objects.certificates);
+    std::vector<TokenKeyPtr> found = keysOf(certificates, &keys);
+    IssuerIndex issuers;
+    for (const auto &certificate : certificates)
+        issuers.add(certificate);
+
+    auto contents = std::make_shared<TokenContents>();
+    contents->keysPresumed = presumeKeys(objects, certificates, &found);
+    contents->entries.reserve(certificates.size());
+    const QByteArray store = sha1(storeId.toUtf8()).toHex().left(12);
+    for (size_t i = 0; i < certificates.size(); ++i) {
+        const auto &certificate = certificates[i];
+        auto entry = std::make_shared<TokenEntry>();
+        entry->certificate = certificate;
+        entry->key = found[i];
+        if (entry->key)
+            entry->issuers = issuers.issuersOf(certificate);
+        entry->id = entryId(store, *certificate, entry->key != nullptr);
+        contents->entries.push_back(std::move(entry));
+    }
+    contents->keysHidden = objects.privateKeysHidden;
+    contents->keys.assign(keys.keys().begin(), keys.keys().end());
+    return contents;
+}
+
+TokenEntryPtr TokenContents::entry(const QString &id) const
+{
+    for (const TokenEntryPtr &one : entries) {
+        if (one->id == id)
+            return one;
+    }
+    return nullptr;
+}
+
+TokenEntryPtr TokenContents::entryOf(const QByteArray &der) const
+{
+    for (const TokenEntryPtr &one : entries) {
+        if (one->certificate->der == der)
+            return one;
+    }
+    return nullptr;
+}
+
+TokenKeyPtr TokenContents::keyFor(const QByteArray &publicInfo) const
+{
+    const QByteArray id = idForPublicKey(publicInfo);
+    const QByteArray wanted = comparablePublicInfo(publicInfo);
+    for (const TokenKeyPtr &key : keys) {
+        if (key->publicInfo.isEmpty() ? key->id == id
+                                      : comparablePublicInfo(key->publicInfo) == wanted)
+            return key;
+    }
+    return nullptr;
+}
+
+} // namespace Trivex

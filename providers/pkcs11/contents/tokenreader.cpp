@@ -1,0 +1,159 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/contents/tokenreader.h"
+
+#include "providers/pkcs11/calls/error.h"
+#include "providers/pkcs11/contents/gostkeys.h"
+#include "providers/pkcs11/contents/objectsearch.h"
+#include "providers/pkcs11/contents/tokentext.h"
+#include "qca/asn1/derwriter.h"
+#include "qca/x509/certificatefields.h"
+
+namespace Trivex {
+
+namespace {
+
+using Pkcs11::AttributeReader;
+using Pkcs11::Session;
+
+constexpr quint8 OctetStringTag = 0x04;
+
+std::vector<CK_OBJECT_HANDLE> findCertificates(const Session &session, CertificateChoice choice)
+{
+    Pkcs11::Template wanted;
+    wanted.addNumber(CKA_CLASS, CKO_CERTIFICATE).addFlag(CKA_TOKEN, true);
+    if (choice == CertificateChoice::Trusted)
+        wanted.addFlag(CKA_TRUSTED, true);
+    return Pkcs11::findObjects(session, wanted);
+}
+
+/// CKA_EC_POINT is the point in an OCTET STRING (PKCS#11 2.40, 2.3.3); some tokens leave that out.
+QByteArray pointIn(const QByteArray &attribute)
+{
+    const QByteArray content = derContent(attribute, OctetStringTag);
+    const bool isWrapped =
+        !content.isEmpty() && Der::write(OctetStringTag, content).size() == attribute.size();
+    return isWrapped ? content : attribute;
+}
+
+/// As whoever shows it will find it: what has no fields there has no row either.
+bool canBeShown(const TokenCertificate &certificate)
+{
+    CertificateFields fields;
+    return certificate.parts.isValid()
+        && findCertificateFields(Der::sliceOf(certificate.der), &fields);
+}
+
+bool isX509(const Session &session, CK_OBJECT_HANDLE object)
+{
+    AttributeReader reader({{CKA_CERTIFICATE_TYPE, sizeof(CK_CERTIFICATE_TYPE)}});
+    return reader.readIfThere(session, object) && reader.number(0, CKC_X_509) == CKC_X_509;
+}
+
+AttributeReader keyReader()
+{
+    return AttributeReader({{CKA_KEY_TYPE, sizeof(CK_KEY_TYPE)}, {CKA_ID, 256}, {CKA_LABEL, 1024}});
+}
+
+TokenKey keyFrom(const AttributeReader &reader, const Session &session, CK_OBJECT_HANDLE object,
+                 CK_OBJECT_HANDLE TokenKey::*half)
+{
+    TokenKey key;
+    key.type = reader.number(0, CKK_VENDOR_DEFINED);
+    key.id = reader.value(1);
+    key.label = tokenText(reader.value(2));
+    key.publicInfo = publicInfoOf(session, object, key.type);
+    key.*half = object;
+    return key;
+}
+
+std::vector<TokenKey> readKeys(const Session &session, CK_OBJECT_CLASS objectClass,
+                               CK_OBJECT_HANDLE TokenKey::*half)
+{
+    AttributeReader reader = keyReader();
+    std::vector<TokenKey> keys;
+    for (const CK_OBJECT_HANDLE object : Pkcs11::findObjects(session, objectClass)) {
+        if (reader.readIfThere(session, object))
+            keys.push_back(keyFrom(reader, session, object, half));
+    }
+    return keys;
+}
+
+QByteArray rsaPublicInfoOf(const Session &session, CK_OBJECT_HANDLE object)
+{
+    AttributeReader reader({{CKA_MODULUS, 1024}, {CKA_PUBLIC_EXPONENT, 64}});
+    reader.read(session, object);
+    return rsaPublicInfo(reader.value(0), reader.value(1));
+}
+
+QByteArray ecPublicInfoOf(const Session &session, CK_OBJECT_HANDLE object)
+{
+    AttributeReader reader({{CKA_EC_PARAMS, 256}, {CKA_EC_POINT, 256}});
+    reader.read(session, object);
+    return ecPublicInfo(reader.value(0), pointIn(reader.value(1)));
+}
+
+struct PublicInfoReader {
+    CK_KEY_TYPE type;
+    QByteArray (*read)(const Session &, CK_OBJECT_HANDLE);
+};
+
+constexpr PublicInfoReader PublicInfoReaders[] = {
+    {CKK_RSA, rsaPublicInfoOf},
+    {CKK_EC, ecPublicInfoOf},
+    {CKK_GOSTR3410, gostPublicInfoOf},
+    {KeyTypeGost512, gostPublicInfoOf},
+};
+
+} // namespace
+
+QByteArray publicInfoOf(const Session &session, CK_OBJECT_HANDLE object, CK_KEY_TYPE type)
+{
+    for (const PublicInfoReader &reader : PublicInfoReaders) {
+        if (reader.type == type)
+            return reader.read(session, object);
+    }
+    return {};
+}
+
+std::vector<TokenCertificate> readCertificates(const Session &session, CertificateChoice choice,
+                                               const DamagedHandler &damaged)
+{
+    AttributeReader reader({{CKA_VALUE, 16384}, {CKA_ID, 256}, {CKA_LABEL, 1024}});
+    std::vector<TokenCertificate> certificates;
+    for (const CK_OBJECT_HANDLE object : findCertificates(session, choice)) {
+        if (!reader.readIfThere(session, object))
+            continue;
+        TokenCertificate certificate;
+        certificate.der = reader.value(0);
+        certificate.parts = certificateParts(certificate.der);
+        certificate.id = reader.value(1);
+        certificate.label = tokenText(reader.value(2));
+        certificate.objects = {object};
+        if (!canBeShown(certificate)) {
+            // Those that are kept elsewhere (CKA_URL) have no value, attribute certificates
+            // another.
+            const bool hasValue = reader.isTooLarge(0) || !certificate.der.isEmpty();
+            if (damaged && hasValue && isX509(session, object))
+                damaged(certificate);
+            continue;
+        }
+        certificates.push_back(std::move(certificate));
+    }
+    return certificates;
+}
+
+TokenKey readKey(const Session &session, CK_OBJECT_HANDLE object, CK_OBJECT_HANDLE TokenKey::*half)
+{
+    AttributeReader reader = keyReader();
+    reader.read(session, object);
+    return keyFrom(reader, session, object, half);
+}
+
+void readKeys(const Session &session, TokenObjects *objects)
+{
+    objects->publicKeys = readKeys(session, CKO_PUBLIC_KEY, &TokenKey::publicObject);
+    objects->privateKeys = readKeys(session, CKO_PRIVATE_KEY, &TokenKey::privateObject);
+}
+
+} // namespace Trivex

@@ -1,0 +1,161 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/contexts/tokeneccontext.h"
+
+#include "providers/pkcs11/contents/gostkeys.h"
+
+#include "qca/keys/keyoperation.h"
+#include "qca/keys/keys.h"
+
+#include <openssl/evp.h>
+
+#include <utility>
+
+namespace Trivex {
+
+namespace {
+
+struct Curve {
+    const char *name;
+    const char *parameters; ///< DER object identifier (RFC 5480, 2.1.1.1)
+    int size;
+};
+
+constexpr Curve Curves[] = {
+    {"ec-secp256r1", "\x06\x08\x2a\x86\x48\xce\x3d\x03\x01\x07", 10},
+    {"ec-secp384r1", "\x06\x05\x2b\x81\x04\x00\x22", 7},
+    {"ec-secp521r1", "\x06\x05\x2b\x81\x04\x00\x23", 7},
+};
+
+/// Without a curve for a name that is not known.
+GenerationRequest requestFor(const QString &name)
+{
+    GenerationRequest request;
+    request.type = CKK_EC;
+    for (const Curve &curve : Curves) {
+        if (name == QLatin1String(curve.name)) {
+            request.curve = QByteArray(curve.parameters, curve.size);
+            return request;
+        }
+    }
+    const GostParameters gost = gostParametersByName(name);
+    request.type = gost.tokenType;
+    request.curve = gost.curve;
+    request.digest = gost.digest;
+    return request;
+}
+
+/// What is kept for a token that takes no digest, beside the digest that all others take.
+constexpr int LongestMessage = 1024 * 1024;
+
+bool canDigest(const QByteArray &digestName)
+{
+    return EVP_get_digestbyname(digestName.constData()) != nullptr;
+}
+
+} // namespace
+
+TokenEcContext::TokenEcContext(QCA::Provider *provider)
+    : EcKeyContext(provider)
+{
+}
+
+TokenEcContext::TokenEcContext(QCA::Provider *provider, const TokenKeyReference &reference)
+    : EcKeyContext(provider)
+{
+    m_material = m_held.take(reference);
+}
+
+TokenEcContext::TokenEcContext(const TokenEcContext &other)
+    : EcKeyContext(other)
+    , m_held(other.m_held)
+    , m_signsGost(other.m_signsGost)
+    , m_message(other.m_message)
+{
+}
+
+TokenEcContext::~TokenEcContext() = default;
+
+QCA::Provider::Context *TokenEcContext::clone() const
+{
+    return new TokenEcContext(*this);
+}
+
+void TokenEcContext::generate(const GenerationRequest &request, bool block)
+{
+    m_material = m_held.take({});
+    m_held.generate(request, block, [this, block](const TokenKeyReference &made) {
+        m_material = m_held.take(made);
+        if (!block)
+            Q_EMIT finished();
+    });
+}
+
+void TokenEcContext::createPrivate(const QString &curve, bool block)
+{
+    generate(requestFor(curve), block);
+}
+
+void TokenEcContext::startSign(QCA::SignatureAlgorithm algorithm, QCA::SignatureFormat format)
+{
+    const GostMechanisms *mechanisms = gostMechanisms(m_material.publicInfo());
+    const QByteArray digest = digestOf(int(algorithm));
+    m_signsGost = mechanisms && digest == mechanisms->digestName;
+    m_message = QByteArray();
+    if (m_signsGost)
+        m_operation.start(KeyOperation::Signing, canDigest(digest) ? digest : QByteArray(), format);
+    else
+        EcKeyContext::startSign(algorithm, format);
+}
+
+void TokenEcContext::update(const QCA::MemoryRegion &data)
+{
+    EcKeyContext::update(data);
+    if (!m_signsGost || m_operation.digestName().isEmpty() || !m_message)
+        return;
+    if (m_message->size() + data.size() > LongestMessage)
+        m_message.reset();
+    else
+        m_message->append(data.constData(), data.size());
+}
+
+QByteArray TokenEcContext::endSign()
+{
+    if (!std::exchange(m_signsGost, false))
+        return EcKeyContext::endSign();
+    QByteArray digest;
+    std::optional<QByteArray> message = std::exchange(m_message, std::nullopt);
+    if (!isPrivate() || !m_operation.finish(KeyOperation::Signing, &digest))
+        return {};
+    if (m_operation.digestName().isEmpty())
+        message = std::exchange(digest, QByteArray());
+    // A copy, see `signBlock`.
+    const TokenKeyReference reference = m_held.reference();
+    QByteArray signature;
+    return signMessageOnToken(reference, message, digest, &signature) ? signature : QByteArray();
+}
+
+bool TokenEcContext::signMessage(const QByteArray &message, const QByteArray &digestName,
+                                 QByteArray *signature)
+{
+    const GostMechanisms *mechanisms = gostMechanisms(m_material.publicInfo());
+    if (!mechanisms || digestName != mechanisms->digestName)
+        return EcKeyContext::signMessage(message, digestName, signature);
+    const TokenKeyReference reference = m_held.reference();
+    return isPrivate()
+        && signMessageOnToken(reference, message, digestOfMessage(digestName, message), signature);
+}
+
+bool TokenEcContext::signBlock(const QByteArray &block, QByteArray *signature)
+{
+    if (!isPrivate())
+        return false;
+    // A copy: this object may go while the token works, and nothing of it is touched afterwards.
+    const TokenKeyReference reference = m_held.reference();
+    // FIPS 186-4, 6.4: the leftmost bytes of a digest that is longer than the order.
+    const bool isDigest = keyType() == EllipticCurveKey;
+    const QByteArray input = isDigest ? block.left((bits() + 7) / 8) : block;
+    return signOnToken(reference, input, signature);
+}
+
+} // namespace Trivex

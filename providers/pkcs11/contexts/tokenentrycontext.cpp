@@ -1,0 +1,187 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/contexts/tokenentrycontext.h"
+
+#include "providers/pkcs11/contexts/tokeneccontext.h"
+#include "providers/pkcs11/contexts/tokenrsacontext.h"
+#include "providers/pkcs11/life/tokenservice.h"
+#include "providers/pkcs11/work/objecttemplates.h"
+#include "qca/keys/pkeycontainer.h"
+#include "qca/x509/makecertificate.h"
+
+#include <QUrl>
+
+namespace Trivex {
+
+namespace {
+
+const QString SerialPrefix = QStringLiteral("trivex-token-entry-1");
+
+enum SerialField {
+    PrefixField,
+    StoreIdField,
+    StoreNameField,
+    IdField,
+    HasKeyField,
+    LabelField,
+    FirstCertificateField
+};
+
+QString packed(const QString &text)
+{
+    return QString::fromLatin1(QUrl::toPercentEncoding(text));
+}
+
+QString unpacked(const QString &text)
+{
+    return QUrl::fromPercentEncoding(text.toLatin1());
+}
+
+std::shared_ptr<TokenCertificate> certificateFrom(const QString &base64)
+{
+    auto certificate = std::make_shared<TokenCertificate>();
+    certificate->der = QByteArray::fromBase64(base64.toLatin1());
+    certificate->parts = certificateParts(certificate->der);
+    return certificate->parts.isValid() ? certificate : nullptr;
+}
+
+std::shared_ptr<TokenKey> keyFrom(const TokenCertificate &certificate)
+{
+    auto key = std::make_shared<TokenKey>();
+    const QByteArray info = certificate.parts.publicInfo.in(certificate.der);
+    key->publicInfo = QByteArray(info.constData(), info.size());
+    key->type = tokenTypeOf(key->publicInfo);
+    key->id = idForPublicKey(key->publicInfo);
+    return key;
+}
+
+} // namespace
+
+TokenEntryContext::TokenEntryContext(QCA::Provider *provider, TokenEntryPtr entry,
+                                     const QString &storeId, const QString &storeName)
+    : QCA::KeyStoreEntryContext(provider)
+    , m_entry(std::move(entry))
+    , m_storeId(storeId)
+    , m_storeName(storeName)
+{
+}
+
+TokenEntryContext::TokenEntryContext(const TokenEntryContext &other)
+    : TokenEntryContext(other.provider(), other.m_entry, other.m_storeId, other.m_storeName)
+{
+}
+
+TokenEntryContext::~TokenEntryContext() = default;
+
+TokenEntryContext *TokenEntryContext::restore(QCA::Provider *provider, const QString &serialized)
+{
+    const QStringList fields = serialized.split(QLatin1Char(':'));
+    if (fields.size() <= FirstCertificateField || fields.at(PrefixField) != SerialPrefix)
+        return nullptr;
+    const auto certificate = certificateFrom(fields.at(FirstCertificateField));
+    if (!certificate)
+        return nullptr;
+    certificate->label = unpacked(fields.at(LabelField));
+    auto entry = std::make_shared<TokenEntry>();
+    entry->id = unpacked(fields.at(IdField));
+    entry->certificate = certificate;
+    if (fields.at(HasKeyField) == QLatin1String("1"))
+        entry->key = keyFrom(*certificate);
+    for (int i = FirstCertificateField + 1; i < fields.size(); ++i) {
+        if (const auto issuer = certificateFrom(fields.at(i)))
+            entry->issuers.push_back(issuer);
+    }
+    return new TokenEntryContext(provider, entry, unpacked(fields.at(StoreIdField)),
+                                 unpacked(fields.at(StoreNameField)));
+}
+
+QCA::Provider::Context *TokenEntryContext::clone() const
+{
+    return new TokenEntryContext(*this);
+}
+
+QCA::KeyStoreEntry::Type TokenEntryContext::type() const
+{
+    return m_entry->key ? QCA::KeyStoreEntry::TypeKeyBundle : QCA::KeyStoreEntry::TypeCertificate;
+}
+
+QString TokenEntryContext::name() const
+{
+    const QString &label = m_entry->certificate->label;
+    if (!label.isEmpty())
+        return label;
+    const QString commonName = commonNameOf(*m_entry->certificate);
+    return commonName.isEmpty() ? m_entry->id.right(16) : commonName;
+}
+
+bool TokenEntryContext::isAvailable() const
+{
+    const auto store = TokenService::instance().store(m_storeId);
+    return store && store->present;
+}
+
+QString TokenEntryContext::serialize() const
+{
+    const auto base64 = [](const TokenCertificate &certificate) {
+        return QString::fromLatin1(certificate.der.toBase64());
+    };
+    QStringList fields = {SerialPrefix,
+                          packed(m_storeId),
+                          packed(m_storeName),
+                          packed(m_entry->id),
+                          m_entry->key ? QStringLiteral("1") : QStringLiteral("0"),
+                          packed(m_entry->certificate->label),
+                          base64(*m_entry->certificate)};
+    for (const TokenCertificatePtr &issuer : m_entry->issuers)
+        fields.append(base64(*issuer));
+    return fields.join(QLatin1Char(':'));
+}
+
+QCA::PrivateKey TokenEntryContext::privateKey() const
+{
+    QCA::PrivateKey key;
+    if (QCA::PKeyBase *context = makeTokenKey(provider(), m_storeId, m_entry->key))
+        key.change(new PKeyContainer(provider(), context));
+    return key;
+}
+
+QCA::KeyBundle TokenEntryContext::keyBundle() const
+{
+    QCA::KeyBundle bundle;
+    if (!m_entry->key)
+        return bundle;
+    const QCA::PrivateKey key = privateKey();
+    if (key.isNull())
+        return bundle;
+    QCA::CertificateChain chain;
+    chain.append(makeCertificate(m_entry->certificate->der));
+    for (const TokenCertificatePtr &issuer : m_entry->issuers)
+        chain.append(makeCertificate(issuer->der));
+    bundle.setCertificateChainAndKey(chain, key);
+    bundle.setName(name());
+    return bundle;
+}
+
+QCA::Certificate TokenEntryContext::certificate() const
+{
+    return makeCertificate(m_entry->certificate->der);
+}
+
+bool TokenEntryContext::ensureAccess()
+{
+    return isAvailable();
+}
+
+QCA::PKeyBase *makeTokenKey(QCA::Provider *provider, const QString &storeId, const TokenKeyPtr &key)
+{
+    if (!key || key->publicInfo.isEmpty())
+        return nullptr;
+    std::unique_ptr<QCA::PKeyBase> context;
+    if (key->type == CKK_RSA)
+        context = std::make_unique<TokenRsaContext>(provider, TokenKeyReference{storeId, key});
+    else
+        context = std::make_unique<TokenEcContext>(provider, TokenKeyReference{storeId, key});
+    return context->isNull() ? nullptr : context.release();
+}
+
+} // namespace Trivex

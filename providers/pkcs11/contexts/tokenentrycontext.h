@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "providers/pkcs11/contents/tokencontents.h"
+
+#include <QtCrypto>
+
+namespace Trivex {
+
+/// A row of a token's key store. Holds bytes and ids; certificates and keys are decoded when they
+/// are asked for, because a token may have thousands.
+class TokenEntryContext : public QCA::KeyStoreEntryContext {
+    Q_OBJECT
+public:
+    TokenEntryContext(QCA::Provider *provider, TokenEntryPtr entry, const QString &storeId,
+                      const QString &storeName);
+    ~TokenEntryContext() override;
+
+    /// From what `serialize` gave; null when that is not ours.
+    static TokenEntryContext *restore(QCA::Provider *provider, const QString &serialized);
+
+    QCA::Provider::Context *clone() const override;
+
+    QCA::KeyStoreEntry::Type type() const override;
+    QString id() const override { return m_entry->id; }
+    /// The label; without one the common name; without that the beginning of the id.
+    QString name() const override;
+    QString storeId() const override { return m_storeId; }
+    QString storeName() const override { return m_storeName; }
+    bool isAvailable() const override;
+    QString serialize() const override;
+    QCA::KeyBundle keyBundle() const override;
+    QCA::Certificate certificate() const override;
+    bool ensureAccess() override;
+
+private:
+    TokenEntryContext(const TokenEntryContext &other);
+    QCA::PrivateKey privateKey() const;
+
+    TokenEntryPtr m_entry;
+    QString m_storeId;
+    QString m_storeName;
+};
+
+/// The private key context for a key on a token, by its kind. Null when its public half is not
+/// known. The caller owns it.
+QCA::PKeyBase *makeTokenKey(QCA::Provider *provider, const QString &storeId,
+                            const TokenKeyPtr &key);
+
+} // namespace Trivex

@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/contexts/tokenrsacontext.h"
+
+namespace Trivex {
+
+TokenRsaContext::TokenRsaContext(QCA::Provider *provider)
+    : RsaKeyContext(provider)
+{
+}
+
+TokenRsaContext::TokenRsaContext(QCA::Provider *provider, const TokenKeyReference &reference)
+    : RsaKeyContext(provider)
+{
+    m_material = m_held.take(reference);
+}
+
+TokenRsaContext::TokenRsaContext(const TokenRsaContext &other)
+    : RsaKeyContext(other)
+    , m_held(other.m_held)
+{
+}
+
+TokenRsaContext::~TokenRsaContext() = default;
+
+QCA::Provider::Context *TokenRsaContext::clone() const
+{
+    return new TokenRsaContext(*this);
+}
+
+void TokenRsaContext::generate(const GenerationRequest &request, bool block)
+{
+    m_material = m_held.take({});
+    m_held.generate(request, block, [this, block](const TokenKeyReference &made) {
+        m_material = m_held.take(made);
+        if (!block)
+            Q_EMIT finished();
+    });
+}
+
+void TokenRsaContext::createPrivate(int bits, int exponent, bool block)
+{
+    GenerationRequest request;
+    request.type = CKK_RSA;
+    request.bits = bits;
+    request.exponent = exponent;
+    generate(request, block);
+}
+
+void TokenRsaContext::createPrivate(const QCA::BigInteger &n, const QCA::BigInteger &e,
+                                    const QCA::BigInteger &p, const QCA::BigInteger &q,
+                                    const QCA::BigInteger &d)
+{
+    Q_UNUSED(n)
+    Q_UNUSED(e)
+    Q_UNUSED(p)
+    Q_UNUSED(q)
+    Q_UNUSED(d)
+    m_material = m_held.take({});
+}
+
+bool TokenRsaContext::decrypt(const QCA::SecureArray &in, QCA::SecureArray *out,
+                              QCA::EncryptionAlgorithm algorithm)
+{
+    if (!isPrivate() || algorithm != QCA::EME_PKCS1v15)
+        return false;
+    // A copy: this object may go while the token works.
+    const TokenKeyReference reference = m_held.reference();
+    return decryptOnToken(reference, in.toByteArray(), out);
+}
+
+bool TokenRsaContext::signBlock(const QByteArray &block, QByteArray *signature)
+{
+    // A copy, as above; nothing of this object is touched afterwards.
+    const TokenKeyReference reference = m_held.reference();
+    return isPrivate() && signOnToken(reference, block, signature);
+}
+
+} // namespace Trivex

@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "providers/pkcs11/contexts/heldkey.h"
+#include "qca/keys/rsakeycontext.h"
+
+namespace Trivex {
+
+/// An RSA key pair on a token; the public half is here, the private one never leaves the token.
+class TokenRsaContext : public RsaKeyContext {
+    Q_OBJECT
+public:
+    /// For generating a key.
+    explicit TokenRsaContext(QCA::Provider *provider);
+    /// For a key that is there.
+    TokenRsaContext(QCA::Provider *provider, const TokenKeyReference &reference);
+    ~TokenRsaContext() override;
+
+    QCA::Provider::Context *clone() const override;
+
+    bool isPrivate() const override { return m_held.isPrivate(); }
+    bool canExport() const override { return !isPrivate(); }
+    void convertToPublic() override { m_held.release(); }
+    QString keyStoreId() const override { return m_held.storeId(); }
+
+    /// Generates on the token that the target or the stored answers name.
+    void createPrivate(int bits, int exponent, bool block) override;
+    /// Null: a token makes its keys by itself.
+    void createPrivate(const QCA::BigInteger &n, const QCA::BigInteger &e, const QCA::BigInteger &p,
+                       const QCA::BigInteger &q, const QCA::BigInteger &d) override;
+
+    bool decrypt(const QCA::SecureArray &in, QCA::SecureArray *out,
+                 QCA::EncryptionAlgorithm algorithm) override;
+
+protected:
+    TokenRsaContext(const TokenRsaContext &other);
+    bool signBlock(const QByteArray &block, QByteArray *signature) override;
+
+private:
+    void generate(const GenerationRequest &request, bool block);
+
+    HeldKey m_held;
+};
+
+} // namespace Trivex

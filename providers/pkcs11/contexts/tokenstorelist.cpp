@@ -1,0 +1,251 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/contexts/tokenstorelist.h"
+
+#include "providers/pkcs11/contexts/tokenentrycontext.h"
+
+#include <algorithm>
+
+namespace Trivex {
+
+namespace {
+
+constexpr int FirstStep = 500;
+/// Steps double up to this.
+constexpr int LargestStep = 2000;
+/// Between the fetching of one step and the announcement of the next.
+constexpr std::chrono::milliseconds StepPause{20};
+/// Long enough for the update before to have been seen.
+constexpr std::chrono::milliseconds SecondLookPause{150};
+/// Between two looks whether the first scan has taken too long.
+constexpr std::chrono::milliseconds PatiencePause{50};
+
+} // namespace
+
+TokenStoreList::TokenStoreList(QCA::Provider *provider)
+    : QCA::KeyStoreListContext(provider)
+{
+    auto &service = TokenService::instance();
+    connect(&service, &TokenService::storesChanged, this, &TokenStoreList::announceStores,
+            Qt::QueuedConnection);
+    connect(&service, &TokenService::contentsChanged, this, &TokenStoreList::announceContents,
+            Qt::QueuedConnection);
+    connect(&service, &TokenService::scanned, this, &TokenStoreList::announceScan,
+            Qt::QueuedConnection);
+}
+
+TokenStoreList::~TokenStoreList()
+{
+    TokenService::instance().stop();
+}
+
+QCA::Provider::Context *TokenStoreList::clone() const
+{
+    return nullptr;
+}
+
+void TokenStoreList::start()
+{
+    // Here, because contexts may be made in other threads.
+    m_trusted = std::make_unique<TrustedStores>();
+    connect(m_trusted.get(), &TrustedStores::changed, this, &TokenStoreList::announceTrusted);
+    TokenService::instance().start();
+    if (TokenService::instance().hasScanned())
+        QMetaObject::invokeMethod(this, &TokenStoreList::announceScan, Qt::QueuedConnection);
+    else
+        QTimer::singleShot(TokenService::FirstScanPatience, Qt::PreciseTimer, this,
+                           &TokenStoreList::awaitScan);
+}
+
+// The thread that looks for modules may be held up by one, so nobody else may see that the patience
+// is over. Asked until it is: a timer may be early, however little.
+void TokenStoreList::awaitScan()
+{
+    auto &service = TokenService::instance();
+    service.checkPatience();
+    if (!service.hasScanned())
+        QTimer::singleShot(PatiencePause, Qt::PreciseTimer, this, &TokenStoreList::awaitScan);
+}
+
+bool TokenStoreList::lookAtTrusted(int id)
+{
+    const auto store = TokenService::instance().store(id);
+    return store && m_trusted && store->type == QCA::KeyStore::System
+        && m_trusted->take(id, store->contents);
+}
+
+// Not where QCA asks for the stores, which has to be quick.
+void TokenStoreList::lookAtAllTrusted()
+{
+    const QList<int> ids = TokenService::instance().stores();
+    for (const int id : ids)
+        lookAtTrusted(id);
+}
+
+TokenContentsPtr TokenStoreList::contentsOf(const TokenStore &store) const
+{
+    const bool isTrusted = m_trusted && store.type == QCA::KeyStore::System;
+    return isTrusted ? m_trusted->shown(store.id) : store.contents;
+}
+
+void TokenStoreList::announceStores()
+{
+    lookAtAllTrusted();
+    Q_EMIT updated();
+}
+
+void TokenStoreList::announceTrusted(int id)
+{
+    // It may come with its first entries.
+    Q_EMIT updated();
+    Q_EMIT storeUpdated(id);
+}
+
+void TokenStoreList::announceScan()
+{
+    if (std::exchange(m_isBusy, false)) {
+        lookAtAllTrusted();
+        Q_EMIT updated();
+        Q_EMIT busyEnd();
+    }
+}
+
+void TokenStoreList::announceContents(int id)
+{
+    if (lookAtTrusted(id))
+        Q_EMIT updated();
+    Q_EMIT storeUpdated(id);
+}
+
+QList<int> TokenStoreList::keyStores()
+{
+    QList<int> listed;
+    const QList<int> ids = TokenService::instance().stores();
+    for (const int id : ids) {
+        if (type(id) != QCA::KeyStore::System || !m_trusted || m_trusted->isListed(id))
+            listed.append(id);
+    }
+    return listed;
+}
+
+QCA::KeyStore::Type TokenStoreList::type(int id) const
+{
+    const auto store = TokenService::instance().store(id);
+    return store ? store->type : QCA::KeyStore::Type(-1);
+}
+
+QString TokenStoreList::storeId(int id) const
+{
+    const auto store = TokenService::instance().store(id);
+    return store ? store->storeId : QString();
+}
+
+QString TokenStoreList::name(int id) const
+{
+    const auto store = TokenService::instance().store(id);
+    return store ? store->name : QString();
+}
+
+bool TokenStoreList::isReadOnly(int id) const
+{
+    const auto store = TokenService::instance().store(id);
+    return !store || store->readOnly;
+}
+
+QList<QCA::KeyStoreEntry::Type> TokenStoreList::entryTypes(int id) const
+{
+    if (!TokenService::instance().store(id))
+        return {};
+    return {QCA::KeyStoreEntry::TypeKeyBundle, QCA::KeyStoreEntry::TypeCertificate};
+}
+
+QList<QCA::KeyStoreEntryContext *> TokenStoreList::entryList(int id)
+{
+    QList<QCA::KeyStoreEntryContext *> list;
+    const auto store = TokenService::instance().store(id);
+    if (!store)
+        return list;
+    const TokenContentsPtr contents = contentsOf(*store);
+    noteListed(id, contents);
+    const auto &entries = contents->entries;
+    int &shown = m_shown[id];
+    shown = std::max(shown, FirstStep);
+    const int count = std::min(int(entries.size()), shown);
+    list.reserve(count);
+    for (int i = 0; i < count; ++i)
+        list.append(
+            new TokenEntryContext(provider(), entries[size_t(i)], store->storeId, store->name));
+    if (count < int(entries.size()))
+        QTimer::singleShot(StepPause, this, [this, id] { showMore(id); });
+    return list;
+}
+
+void TokenStoreList::noteListed(int id, const TokenContentsPtr &contents)
+{
+    const TokenContentsPtr before = m_listed.value(id);
+    m_listed.insert(id, contents);
+    // A list that is compared with one from before may keep its first row until the next update:
+    // the model does when the two first rows go together. So there is a next one.
+    if (before && before != contents && !before->entries.empty())
+        QTimer::singleShot(SecondLookPause, this, [this, id] { Q_EMIT storeUpdated(id); });
+}
+
+void TokenStoreList::showMore(int id)
+{
+    int &shown = m_shown[id];
+    shown += std::min(2 * shown, LargestStep);
+    Q_EMIT storeUpdated(id);
+}
+
+QCA::KeyStoreEntryContext *TokenStoreList::entry(int id, const QString &entryId)
+{
+    const auto store = TokenService::instance().store(id);
+    const TokenEntryPtr found = store ? store->contents->entry(entryId) : nullptr;
+    return found ? new TokenEntryContext(provider(), found, store->storeId, store->name) : nullptr;
+}
+
+QCA::KeyStoreEntryContext *TokenStoreList::entryPassive(const QString &serialized)
+{
+    return TokenEntryContext::restore(provider(), serialized);
+}
+
+StoreChangeResult TokenStoreList::perform(int id, const StoreChange &change)
+{
+    const auto result = std::make_shared<StoreChangeResult>();
+    const auto waiter = std::make_shared<Waiter>();
+    const bool isKnown = TokenService::instance().startChange(
+        storeId(id), change, [result, waiter](const StoreChangeResult &outcome) {
+            *result = outcome;
+            waiter->resolve();
+        });
+    if (!isKnown)
+        return {};
+    waiter->wait();
+    return waiter->isResolved() ? *result : StoreChangeResult();
+}
+
+QString TokenStoreList::writeEntry(int id, const QCA::Certificate &certificate)
+{
+    StoreChange change;
+    change.kind = StoreChange::WriteCertificate;
+    change.certificate = certificate;
+    return perform(id, change).entryId;
+}
+
+QString TokenStoreList::writeEntry(int id, const QCA::KeyBundle &bundle)
+{
+    StoreChange change;
+    change.kind = StoreChange::WriteBundle;
+    change.bundle = bundle;
+    return perform(id, change).entryId;
+}
+
+bool TokenStoreList::removeEntry(int id, const QString &entryId)
+{
+    StoreChange change;
+    change.kind = StoreChange::RemoveEntry;
+    change.entryId = entryId;
+    return perform(id, change).succeeded;
+}
+
+} // namespace Trivex

@@ -1,0 +1,292 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/life/modulehost.h"
+
+#include "providers/pkcs11/calls/error.h"
+#include "providers/pkcs11/life/restartpause.h"
+#include "providers/pkcs11/life/tokenservice.h"
+
+#include <QLoggingCategory>
+
+#include <map>
+#include <optional>
+#include <utility>
+
+namespace Trivex {
+
+using Pkcs11::check;
+using Pkcs11::Error;
+
+namespace {
+
+constexpr Worker::Milliseconds PollInterval{500};
+/// Between two starts of a module that can't run.
+constexpr Worker::Milliseconds LongestStartPause{60 * 1000};
+/// Between two restarts of a module whose device fails. Long, because each ends the logins of the
+/// module's other tokens, which may be well.
+constexpr Worker::Milliseconds LongestFaultPause{60 * 60 * 1000};
+
+/// More than any machine has; a larger count is an error of the module.
+constexpr CK_ULONG MostSlots = 1024;
+/// Tokens may come between the two calls for the list, but not for ever.
+constexpr int ListTries = 8;
+/// Room for those that do; twice as much after each try that was too small.
+constexpr CK_ULONG SpareSlots = 16;
+
+/// Nothing while the list changes faster than it can be read.
+std::optional<std::vector<CK_SLOT_ID>> slotsWithToken(const Pkcs11::Module &module)
+{
+    CK_ULONG spare = SpareSlots;
+    for (int attempt = 0; attempt < ListTries; ++attempt, spare *= 2) {
+        // The list is only brought up to date by a call without a buffer (PKCS#11 2.40, 5.5).
+        CK_ULONG count = 0;
+        CK_RV result = module->C_GetSlotList(CK_TRUE, nullptr, &count);
+        std::vector<CK_SLOT_ID> slots;
+        if (result == CKR_OK && count > 0) {
+            slots.resize(std::min(count, MostSlots) + spare);
+            count = slots.size();
+            result = module->C_GetSlotList(CK_TRUE, slots.data(), &count);
+        }
+        if (result == CKR_BUFFER_TOO_SMALL)
+            continue;
+        check(result, "C_GetSlotList");
+        slots.resize(std::min<size_t>(slots.size(), count));
+        return slots;
+    }
+    return std::nullopt;
+}
+
+bool isAbsent(CK_RV result)
+{
+    return Pkcs11::kindOf(result) == TokenError::TokenRemoved || result == CKR_TOKEN_NOT_RECOGNIZED;
+}
+
+} // namespace
+
+/// What the host's thread works on; it outlives the host when the module hangs.
+struct ModuleHost::State {
+    Pkcs11::ModuleSource source;
+    /// Of the host's thread alone.
+    Pkcs11::ModulePtr module;
+    RestartPause startPause{LongestStartPause};
+    RestartPause faultPause{LongestFaultPause};
+    bool complained = false;
+
+    std::mutex mutex;
+    bool closed = false;
+    std::map<CK_SLOT_ID, TokenPtr> tokens;
+
+    void poll();
+    /// False while the module can't be initialised.
+    bool open();
+    void look();
+    void giveUp();
+    void noteFailure(const Error &error);
+    void restartWhenFaulty();
+    CK_RV lookAt(CK_SLOT_ID slot);
+    void lookAtToken(CK_SLOT_ID slot, const CK_TOKEN_INFO &info);
+    void removeAllBut(const std::vector<CK_SLOT_ID> &slots);
+    TokenPtr tokenIn(CK_SLOT_ID slot);
+    void add(CK_SLOT_ID slot, const TokenPtr &token);
+    void remove(CK_SLOT_ID slot);
+    std::vector<TokenPtr> close();
+};
+
+void ModuleHost::State::poll()
+{
+    try {
+        if (open())
+            look();
+    } catch (const Error &error) {
+        noteFailure(error);
+    } catch (const std::exception &error) {
+        qWarning("PKCS#11 module %s: %s", qUtf8Printable(source.key), error.what());
+    }
+    if (module)
+        restartWhenFaulty();
+}
+
+bool ModuleHost::State::open()
+{
+    // By another host of the same module.
+    if (module && module->isGivenUp())
+        giveUp();
+    if (!module && startPause.isOver(RestartPause::Clock::now())) {
+        module = Pkcs11::Module::open(source);
+        complained = complained && !module;
+    }
+    return module != nullptr;
+}
+
+void ModuleHost::State::look()
+{
+    const auto slots = slotsWithToken(*module);
+    if (!slots)
+        return;
+    removeAllBut(*slots);
+    CK_RV failure = CKR_OK;
+    bool answers = false;
+    for (const CK_SLOT_ID slot : *slots) {
+        const CK_RV result = lookAt(slot);
+        answers = answers || result == CKR_OK;
+        failure = result == CKR_OK ? failure : result;
+    }
+    module->health().noteLook(answers ? CKR_OK : failure);
+    startPause.works(RestartPause::Clock::now());
+}
+
+void ModuleHost::State::giveUp()
+{
+    removeAllBut({});
+    module->giveUp();
+    module.reset();
+}
+
+void ModuleHost::State::noteFailure(const Error &error)
+{
+    if (!std::exchange(complained, true))
+        qWarning("PKCS#11 module %s: %s: %s", qUtf8Printable(source.key), error.function(),
+                 error.what());
+    // Initialised anew at a later look. Of a module in another process any failure to list the
+    // slots is the end of that process: p11-kit starts another one with C_Initialize only.
+    const bool hasEnded = source.isRemote() || error.returnValue() == CKR_CRYPTOKI_NOT_INITIALIZED;
+    if (module)
+        module->health().noteLook(error.returnValue());
+    if (module && hasEnded)
+        giveUp();
+    // A module of this process is asked at each look: that costs little, and what it waits for may
+    // come.
+    if (source.isRemote())
+        startPause.failed(RestartPause::Clock::now());
+}
+
+void ModuleHost::State::restartWhenFaulty()
+{
+    const auto now = RestartPause::Clock::now();
+    if (!module->health().needsRestart()) {
+        faultPause.works(now);
+        return;
+    }
+    faultPause.worksNot();
+    // A daemon behind it was restarted, perhaps: it works again once it is initialised anew.
+    if (!module->isOurs() || !faultPause.isOver(now))
+        return;
+    faultPause.failed(now);
+    qWarning("PKCS#11 module %s: its device fails, it is started anew", qUtf8Printable(source.key));
+    giveUp();
+}
+
+TokenPtr ModuleHost::State::tokenIn(CK_SLOT_ID slot)
+{
+    const std::lock_guard lock(mutex);
+    const auto found = tokens.find(slot);
+    return found == tokens.end() ? nullptr : found->second;
+}
+
+void ModuleHost::State::add(CK_SLOT_ID slot, const TokenPtr &token)
+{
+    {
+        const std::lock_guard lock(mutex);
+        if (!closed) {
+            tokens[slot] = token;
+            return;
+        }
+    }
+    TokenService::instance().detach(token);
+}
+
+void ModuleHost::State::remove(CK_SLOT_ID slot)
+{
+    TokenPtr token;
+    {
+        const std::lock_guard lock(mutex);
+        token.swap(tokens[slot]);
+        tokens.erase(slot);
+    }
+    if (token)
+        TokenService::instance().detach(token);
+}
+
+std::vector<TokenPtr> ModuleHost::State::close()
+{
+    const std::lock_guard lock(mutex);
+    closed = true;
+    std::vector<TokenPtr> all;
+    for (const auto &[slot, token] : tokens)
+        all.push_back(token);
+    tokens.clear();
+    return all;
+}
+
+void ModuleHost::State::removeAllBut(const std::vector<CK_SLOT_ID> &slots)
+{
+    std::vector<CK_SLOT_ID> gone;
+    {
+        const std::lock_guard lock(mutex);
+        for (const auto &[slot, token] : tokens) {
+            if (std::find(slots.begin(), slots.end(), slot) == slots.end())
+                gone.push_back(slot);
+        }
+    }
+    for (const CK_SLOT_ID slot : gone)
+        remove(slot);
+}
+
+CK_RV ModuleHost::State::lookAt(CK_SLOT_ID slot)
+{
+    CK_TOKEN_INFO info = {};
+    const CK_RV result = (*module)->C_GetTokenInfo(slot, &info);
+    if (result == CKR_OK)
+        lookAtToken(slot, info);
+    else if (isAbsent(result))
+        remove(slot);
+    // Other failures pass: the next look tells more.
+    return result;
+}
+
+void ModuleHost::State::lookAtToken(CK_SLOT_ID slot, const CK_TOKEN_INFO &info)
+{
+    auto &service = TokenService::instance();
+    const TokenPtr known = tokenIn(slot);
+    if (known && known->storeId() == identityOf(info).storeId) {
+        service.publishFlags(known, info);
+        return;
+    }
+    remove(slot);
+    if (!(info.flags & CKF_TOKEN_INITIALIZED))
+        return;
+    const auto choice = source.isTrust ? CertificateChoice::Trusted : CertificateChoice::All;
+    if (const TokenPtr token = service.attach(module, slot, info, choice))
+        add(slot, token);
+}
+
+ModuleHost::ModuleHost(Pkcs11::ModuleSource source)
+    : m_state(std::make_shared<State>())
+{
+    m_state->source = std::move(source);
+}
+
+ModuleHost::~ModuleHost()
+{
+    close();
+}
+
+void ModuleHost::start()
+{
+    TokenService::instance().expect(m_state->source.key);
+    const auto look = [state = m_state] {
+        state->poll();
+        TokenService::instance().fulfil(state->source.key);
+    };
+    m_worker.start(PollInterval, look, [state = m_state] { state->module.reset(); });
+    m_worker.post(look);
+}
+
+void ModuleHost::close()
+{
+    m_worker.stop();
+    for (const TokenPtr &token : m_state->close())
+        TokenService::instance().detach(token);
+}
+
+} // namespace Trivex

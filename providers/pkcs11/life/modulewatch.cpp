@@ -1,0 +1,129 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/life/modulewatch.h"
+
+#include "providers/pkcs11/life/modulelist.h"
+#include "providers/pkcs11/life/tokenservice.h"
+
+#include <algorithm>
+
+namespace Trivex {
+
+namespace {
+
+constexpr Worker::Milliseconds LookInterval{500};
+
+QVector<Pkcs11::ModuleSource> modulesFor(const TokenSettings &settings)
+{
+    const QString fromEnvironment = qEnvironmentVariable("TRIVEX_PKCS11_MODULES");
+    const QString list = fromEnvironment.isEmpty() ? settings.modules : fromEnvironment;
+    if (!list.isEmpty())
+        return presentModules(list);
+    // One for the process: p11-kit, too, reads its configuration once.
+    static std::mutex mutex;
+    static auto *configuration = new ModuleConfiguration;
+    const std::lock_guard lock(mutex);
+    return configuration->present();
+}
+
+} // namespace
+
+struct ModuleWatch::State {
+    std::mutex mutex;
+    TokenSettings settings;
+    bool stopped = false;
+    std::map<QString, std::unique_ptr<ModuleHost>> hosts;
+
+    TokenSettings currentSettings()
+    {
+        const std::lock_guard lock(mutex);
+        return settings;
+    }
+
+    void removeAllBut(const QVector<Pkcs11::ModuleSource> &sources)
+    {
+        const auto isListed = [&](const QString &key) {
+            return std::any_of(sources.begin(), sources.end(),
+                               [&](const auto &source) { return source.key == key; });
+        };
+        std::vector<std::unique_ptr<ModuleHost>> gone;
+        const std::lock_guard lock(mutex);
+        for (auto at = hosts.begin(); at != hosts.end();) {
+            if (isListed(at->first)) {
+                ++at;
+                continue;
+            }
+            gone.push_back(std::move(at->second));
+            at = hosts.erase(at);
+        }
+    }
+
+    void add(const Pkcs11::ModuleSource &source)
+    {
+        const std::lock_guard lock(mutex);
+        if (stopped)
+            return;
+        auto &host = hosts[source.key];
+        if (host)
+            return;
+        host = std::make_unique<ModuleHost>(source);
+        host->start();
+    }
+};
+
+ModuleWatch::ModuleWatch(const TokenSettings &settings)
+    : m_state(std::make_shared<State>())
+{
+    m_state->settings = settings;
+}
+
+ModuleWatch::~ModuleWatch()
+{
+    stop();
+}
+
+void ModuleWatch::start()
+{
+    auto &service = TokenService::instance();
+    service.expect(QStringLiteral("first look"));
+    m_worker.start(LookInterval, [state = m_state] { look(*state); });
+    m_worker.post([state = m_state, &service] {
+        look(*state);
+        service.fulfil(QStringLiteral("first look"));
+    });
+}
+
+void ModuleWatch::configure(const TokenSettings &settings)
+{
+    const std::lock_guard lock(m_state->mutex);
+    m_state->settings = settings;
+}
+
+void ModuleWatch::look(State &state)
+{
+    const TokenSettings settings = state.currentSettings();
+    QVector<Pkcs11::ModuleSource> sources = modulesFor(settings);
+    const auto isUnwanted = [&](const auto &source) {
+        return source.isTrust && !settings.allowRootCa;
+    };
+    sources.erase(std::remove_if(sources.begin(), sources.end(), isUnwanted), sources.end());
+    state.removeAllBut(sources);
+    for (const Pkcs11::ModuleSource &source : qAsConst(sources))
+        state.add(source);
+    TokenService::instance().checkPatience();
+}
+
+void ModuleWatch::stop()
+{
+    m_worker.stop();
+    std::map<QString, std::unique_ptr<ModuleHost>> hosts;
+    {
+        const std::lock_guard lock(m_state->mutex);
+        m_state->stopped = true;
+        hosts.swap(m_state->hosts);
+    }
+    for (const auto &[key, host] : hosts)
+        host->close();
+}
+
+} // namespace Trivex

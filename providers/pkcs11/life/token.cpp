@@ -1,0 +1,269 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/life/token.h"
+
+#include "providers/pkcs11/life/tokenservice.h"
+#include "qca/tokens/tokenregistry.h"
+
+#include <algorithm>
+#include <atomic>
+#include <utility>
+
+namespace Trivex {
+
+using Pkcs11::Error;
+
+namespace {
+
+TokenError describe(const Error &error, const QString &storeId, Purpose purpose)
+{
+    TokenError description;
+    description.kind = error.kind();
+    description.keyStoreId = storeId;
+    description.purpose = purpose;
+    description.function = QString::fromLatin1(error.function());
+    description.returnValue = error.returnValue();
+    if (error.returnValue() != CKR_OK)
+        description.returnName = Pkcs11::returnValueName(error.returnValue());
+    return description;
+}
+
+void readQuietly(TokenConnection &connection)
+{
+    try {
+        connection.read();
+    } catch (const Error &error) {
+        connection.noteError(error);
+    }
+}
+
+bool changesObjects(Purpose purpose)
+{
+    return purpose == Purpose::Write || purpose == Purpose::Remove;
+}
+
+} // namespace
+
+/// One operation on its way. It may be ended early, by its token's removal or by a cancellation,
+/// while a module still holds its thread; and when it is dropped without having run, its token is
+/// gone.
+class Token::Task {
+public:
+    Task(std::shared_ptr<TokenConnection> connection, Operation operation, Work work, Then then)
+        : connection(std::move(connection))
+        , purpose(operation.purpose())
+        , isUnattended(operation.isUnattended())
+        , cancellation(operation.cancellation())
+        , operation(std::move(operation))
+        , work(std::move(work))
+        , m_then(std::move(then))
+    {
+    }
+
+    ~Task() { finish(TokenError::TokenRemoved); }
+    Task(const Task &) = delete;
+    Task &operator=(const Task &) = delete;
+
+    /// True for one caller alone, who may do the work or drop it. Thread-safe.
+    bool claim() { return !m_claimed.exchange(true); }
+
+    /// Asks for the end. What waits for its turn never runs, and ends at once; of what runs already
+    /// the outcome is waited for if it has to be known. Thread-safe.
+    void cancel(TokenError::Kind kind, bool mustWait)
+    {
+        cancellation->request();
+        const bool neverRuns = claim();
+        if (neverRuns)
+            work = {};
+        if (neverRuns || !mustWait)
+            finish(kind);
+    }
+
+    /// The first call decides. Thread-safe.
+    void finish(const TokenError &error)
+    {
+        Then then;
+        {
+            const std::lock_guard lock(m_mutex);
+            then.swap(m_then);
+        }
+        if (!then)
+            return;
+        if (error.kind != TokenError::NoError)
+            publishTokenError(error);
+        then(error);
+    }
+
+    void finish(TokenError::Kind kind)
+    {
+        finish(describe(Error(kind), connection->identity().storeId, purpose));
+    }
+
+    const std::shared_ptr<TokenConnection> connection;
+    const Purpose purpose;
+    const bool isUnattended;
+    const CancellationPtr cancellation;
+    // Used by who has claimed the task.
+    Operation operation;
+    Work work;
+
+private:
+    std::atomic<bool> m_claimed = false;
+    std::mutex m_mutex;
+    Then m_then;
+};
+
+Token::Token(Pkcs11::ModulePtr module, CK_SLOT_ID slot, const TokenIdentity &identity,
+             const QCA::KeyStoreInfo &store, CertificateChoice choice)
+    : m_storeId(identity.storeId)
+    , m_connection(
+          std::make_shared<TokenConnection>(std::move(module), slot, identity, store, choice))
+{
+}
+
+Token::~Token() = default;
+
+void Token::start(Worker::Milliseconds loginLifetime)
+{
+    m_worker.start(
+        loginLifetime, [connection = m_connection] { connection->logout(); },
+        [connection = m_connection] { connection->end(); });
+    read();
+}
+
+void Token::read()
+{
+    m_worker.post([connection = m_connection] {
+        auto &service = TokenService::instance();
+        try {
+            connection->read();
+            connection->noteSuccess();
+            service.publishContents(*connection);
+        } catch (const Error &error) {
+            connection->noteFailure(error);
+            service.publishReadFailure(*connection);
+        }
+    });
+}
+
+TokenError Token::run(Operation operation, Work work)
+{
+    struct Outcome {
+        Waiter completion;
+        TokenError error;
+    };
+    const auto outcome = std::make_shared<Outcome>();
+    outcome->error.kind = TokenError::Cancelled;
+    const CancellationPtr cancellation = operation.cancellation();
+    post(std::move(operation), std::move(work), [outcome](const TokenError &error) {
+        outcome->error = error;
+        outcome->completion.resolve();
+    });
+    outcome->completion.wait();
+    if (outcome->completion.isResolved())
+        return outcome->error;
+    // The application has ended the waiting, and nobody will hear of the outcome.
+    cancellation->request();
+    return cancelledError();
+}
+
+TokenError Token::cancelledError() const
+{
+    TokenError error;
+    error.kind = TokenError::Cancelled;
+    error.keyStoreId = m_storeId;
+    return error;
+}
+
+void Token::post(Operation operation, Work work, Then then)
+{
+    const auto task = std::make_shared<Task>(m_connection, std::move(operation), std::move(work),
+                                             std::move(then));
+    {
+        const std::lock_guard lock(m_tasksMutex);
+        const auto isOver = [](const std::weak_ptr<Task> &one) { return one.expired(); };
+        m_tasks.erase(std::remove_if(m_tasks.begin(), m_tasks.end(), isOver), m_tasks.end());
+        m_tasks.push_back(task);
+    }
+    m_worker.post([task] { perform(*task); });
+}
+
+std::vector<std::shared_ptr<Token::Task>> Token::openTasks() const
+{
+    std::vector<std::shared_ptr<Task>> open;
+    const std::lock_guard lock(m_tasksMutex);
+    for (const auto &weak : m_tasks) {
+        if (auto task = weak.lock())
+            open.push_back(std::move(task));
+    }
+    return open;
+}
+
+void Token::perform(Task &task)
+{
+    TokenConnection &connection = *task.connection;
+    auto &service = TokenService::instance();
+    if (!task.claim())
+        return;
+    const TokenConnection::Scope scope(connection, task.cancellation);
+    service.publishBusy(connection, task.purpose);
+    const TokenContentsPtr before = connection.contents();
+    const TokenError error = attempt(task);
+    // What was noted on the way may have been undone.
+    if (error.kind != TokenError::NoError && connection.contents() != before)
+        readQuietly(connection);
+    if (connection.contents() != before)
+        service.publishContents(connection);
+    service.publishIdle(connection);
+    // What the work holds goes first, so that whoever waits is its only owner afterwards.
+    task.work = {};
+    task.finish(error);
+}
+
+void Token::work(Task &task)
+{
+    TokenConnection &connection = *task.connection;
+    try {
+        task.work(connection, task.operation);
+    } catch (const Error &error) {
+        if (!connection.learnsLoginFrom(error))
+            throw;
+        task.work(connection, task.operation);
+    }
+}
+
+TokenError Token::attempt(Task &task)
+{
+    TokenConnection &connection = *task.connection;
+    const QString &storeId = connection.identity().storeId;
+    try {
+        connection.checkCancelled();
+        work(task);
+        connection.noteSuccess();
+        return {};
+    } catch (const Error &error) {
+        connection.noteFailure(error);
+        return describe(error, storeId, task.purpose);
+    } catch (const std::exception &) {
+        return describe(Error(CKR_HOST_MEMORY, ""), storeId, task.purpose);
+    }
+}
+
+void Token::cancel()
+{
+    // A module can't be stopped in the middle of a call, but nobody has to wait for a result that
+    // is not wanted. A write or removal is waited for: its outcome has to be known.
+    for (const auto &task : openTasks()) {
+        if (!task->isUnattended)
+            task->cancel(TokenError::Cancelled, changesObjects(task->purpose));
+    }
+}
+
+void Token::close()
+{
+    m_worker.stop();
+    for (const auto &task : openTasks())
+        task->cancel(TokenError::TokenRemoved, false);
+}
+
+} // namespace Trivex

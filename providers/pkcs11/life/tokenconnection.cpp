@@ -1,0 +1,310 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/life/tokenconnection.h"
+
+#include "providers/pkcs11/contents/damagedobjects.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace Trivex {
+
+using Pkcs11::check;
+using Pkcs11::Error;
+using Pkcs11::Session;
+
+namespace {
+
+PinState pinStateOf(CK_FLAGS flags)
+{
+    if (flags & CKF_USER_PIN_LOCKED)
+        return PinState::Locked;
+    if (flags & CKF_USER_PIN_FINAL_TRY)
+        return PinState::FinalTry;
+    if (flags & CKF_USER_PIN_COUNT_LOW)
+        return PinState::CountLow;
+    // Only of a token that says when it wants a login is it worth anything what it says of the PIN;
+    // and a keypad asks by itself.
+    constexpr CK_FLAGS Relevant =
+        CKF_LOGIN_REQUIRED | CKF_USER_PIN_INITIALIZED | CKF_PROTECTED_AUTHENTICATION_PATH;
+    return (flags & Relevant) == CKF_LOGIN_REQUIRED ? PinState::NotSet : PinState::Normal;
+}
+
+CK_RV callLogin(const Session &session, CK_USER_TYPE user, Secret pin)
+{
+    const CK_SESSION_HANDLE handle = session.handle();
+    // Without a PIN the token asks for it on its own keys.
+    if (pin.isEmpty())
+        return session.module()->C_Login(handle, user, nullptr, 0);
+    return session.module()->C_Login(handle, user, reinterpret_cast<CK_UTF8CHAR *>(pin.data()),
+                                     CK_ULONG(pin.size()));
+}
+
+} // namespace
+
+TokenFlags flagsOf(const CK_TOKEN_INFO &info)
+{
+    TokenFlags flags;
+    flags.needsLogin = info.flags & CKF_LOGIN_REQUIRED;
+    flags.hasUserPin = info.flags & CKF_USER_PIN_INITIALIZED;
+    flags.pinMayBeEmpty = info.ulMinPinLen == 0;
+    flags.hasPinPad = info.flags & CKF_PROTECTED_AUTHENTICATION_PATH;
+    flags.readOnly = info.flags & CKF_WRITE_PROTECTED;
+    flags.pinState = pinStateOf(info.flags);
+    return flags;
+}
+
+TokenConnection::TokenConnection(Pkcs11::ModulePtr module, CK_SLOT_ID slot, TokenIdentity identity,
+                                 const QCA::KeyStoreInfo &store, CertificateChoice choice)
+    : m_module(std::move(module))
+    , m_slot(slot)
+    , m_identity(std::move(identity))
+    , m_store(store)
+    , m_choice(choice)
+    , m_contents(std::make_shared<TokenContents>())
+{
+}
+
+const Session &TokenConnection::session()
+{
+    if (m_anchor) {
+        try {
+            m_anchor->state();
+        } catch (const Error &error) {
+            if (!Pkcs11::endsSession(error.returnValue()))
+                throw;
+            m_anchor.reset();
+        }
+    }
+    if (!m_anchor)
+        m_anchor.emplace(m_module, m_slot, Session::ReadOnly);
+    return *m_anchor;
+}
+
+Session TokenConnection::open(Session::Mode mode)
+{
+    session();
+    return Session(m_module, m_slot, mode);
+}
+
+TokenFlags TokenConnection::flags() const
+{
+    CK_TOKEN_INFO info = {};
+    check((*m_module)->C_GetTokenInfo(m_slot, &info), "C_GetTokenInfo");
+    return flagsOf(info);
+}
+
+bool TokenConnection::supports(CK_MECHANISM_TYPE mechanism) const
+{
+    CK_MECHANISM_INFO info = {};
+    return (*m_module)->C_GetMechanismInfo(m_slot, mechanism, &info) == CKR_OK;
+}
+
+void TokenConnection::login(Operation &operation, LoginFor purpose)
+{
+    checkCancelled();
+    if (!session().isLoggedIn()) {
+        const bool hides = purpose == LoginFor::PrivateKeys && m_objects.privateKeysHidden;
+        if (!hides && !wantsLogin())
+            return;
+        authenticate(*m_anchor, CKU_USER, operation, QCA::KeyStoreEntry());
+    } else if (!m_objects.privateKeysHidden) {
+        return;
+    }
+    // Private keys show themselves only now; a reading that failed after the login is made up for.
+    readKeysAgain();
+}
+
+void TokenConnection::loginForUse(const Session &session, Operation &operation,
+                                  const QCA::KeyStoreEntry &entry)
+{
+    authenticate(session, CKU_CONTEXT_SPECIFIC, operation, entry);
+}
+
+void TokenConnection::authenticate(const Session &session, CK_USER_TYPE user, Operation &operation,
+                                   const QCA::KeyStoreEntry &entry)
+{
+    // Read just before each attempt: another program may have used up tries meanwhile.
+    const TokenFlags current = flags();
+    checkCancelled();
+    if (current.pinState == PinState::Locked)
+        throw Error(CKR_PIN_LOCKED, "C_GetTokenInfo");
+    // Nobody is asked in vain. A PIN that is there already is tried: the login tells for certain.
+    const bool isUnset = current.pinState == PinState::NotSet && !m_hasLoggedIn;
+    if (isUnset && user == CKU_USER && !operation.hasStoredPin())
+        throw Error(CKR_USER_PIN_NOT_INITIALIZED, "C_GetTokenInfo");
+    Secret pin;
+    if (!current.hasPinPad) {
+        QuestionInfo question;
+        question.keyStoreId = m_identity.storeId;
+        question.tokenName = m_store.name();
+        question.pinState = std::max(current.pinState, PinState::Normal);
+        Operation::Pin answer = operation.pin(question, m_store, entry);
+        checkCancelled();
+        if (answer.value.isEmpty())
+            throw Error(TokenError::PinMissing);
+        // The tries may have run out while somebody was typing.
+        if (!answer.typed && flags().pinState >= PinState::FinalTry)
+            throw Error(TokenError::PinMissing);
+        pin = std::move(answer.value);
+    }
+    checkCancelled();
+    const CK_RV result = callLogin(session, user, std::move(pin));
+    if (result != CKR_USER_ALREADY_LOGGED_IN)
+        check(result, "C_Login");
+    m_hasLoggedIn = true;
+}
+
+// Some tokens hide them without saying that they want a login.
+bool TokenConnection::hidesPrivateKeys()
+{
+    const TokenFlags current = flags();
+    const bool says = m_hiddenLogin || current.needsLogin;
+    const bool may = current.hasUserPin && !current.pinMayBeEmpty && m_objects.privateKeys.empty();
+    return (says || may) && !session().isLoggedIn();
+}
+
+bool TokenConnection::learnsLoginFrom(const Error &error)
+{
+    if (error.returnValue() != CKR_USER_NOT_LOGGED_IN || wantsLogin())
+        return false;
+    m_hiddenLogin = true;
+    return true;
+}
+
+void TokenConnection::checkWritable() const
+{
+    if (m_choice == CertificateChoice::Trusted || flags().readOnly)
+        throw Error(CKR_TOKEN_WRITE_PROTECTED, "C_GetTokenInfo");
+}
+
+void TokenConnection::logout()
+{
+    if (m_anchor)
+        (*m_module)->C_Logout(m_anchor->handle());
+}
+
+void TokenConnection::end() noexcept
+{
+    m_anchor.reset();
+    m_module.reset();
+}
+
+void TokenConnection::read()
+{
+    // Not in the anchor: a search that fails may leave its session with one that never ends.
+    m_objects.certificates = readCertificates(
+        open(Session::ReadOnly), m_choice, [this](const TokenCertificate &certificate) {
+            warnOfDamaged(m_identity.storeId, m_store.name(), certificate);
+        });
+    readKeysAgain();
+}
+
+void TokenConnection::readKeysAgain()
+{
+    if (m_choice == CertificateChoice::All) {
+        readKeys(open(Session::ReadOnly), &m_objects);
+        m_objects.privateKeysHidden = hidesPrivateKeys();
+    }
+    assemble();
+}
+
+void TokenConnection::noteWritten(const Session &session, CK_OBJECT_HANDLE publicKey,
+                                  CK_OBJECT_HANDLE privateKey)
+{
+    const auto put = [&](std::vector<TokenKey> &keys, CK_OBJECT_HANDLE object,
+                         CK_OBJECT_HANDLE TokenKey::*half) {
+        const TokenKey key = readKey(session, object, half);
+        const auto known = std::find_if(keys.begin(), keys.end(),
+                                        [&](const TokenKey &one) { return one.*half == object; });
+        if (known != keys.end())
+            *known = key;
+        else
+            keys.push_back(key);
+    };
+    put(m_objects.publicKeys, publicKey, &TokenKey::publicObject);
+    put(m_objects.privateKeys, privateKey, &TokenKey::privateObject);
+    assemble();
+}
+
+void TokenConnection::noteWritten(const std::vector<TokenCertificate> &certificates)
+{
+    if (certificates.empty())
+        return;
+    auto &all = m_objects.certificates;
+    all.insert(all.end(), certificates.begin(), certificates.end());
+    assemble();
+}
+
+void TokenConnection::noteRemoved(const TokenCertificate &certificate)
+{
+    auto &all = m_objects.certificates;
+    const auto isGone = [&](const TokenCertificate &one) { return one.der == certificate.der; };
+    all.erase(std::remove_if(all.begin(), all.end(), isGone), all.end());
+    assemble();
+}
+
+void TokenConnection::noteRemoved(const TokenKey &key)
+{
+    const auto removeFrom = [&key](std::vector<TokenKey> &keys, CK_OBJECT_HANDLE TokenKey::*half) {
+        const auto isGone = [&](const TokenKey &one) { return one.*half == key.*half; };
+        keys.erase(std::remove_if(keys.begin(), keys.end(), isGone), keys.end());
+    };
+    removeFrom(m_objects.publicKeys, &TokenKey::publicObject);
+    removeFrom(m_objects.privateKeys, &TokenKey::privateObject);
+    assemble();
+}
+
+void TokenConnection::assemble()
+{
+    m_contents = assembleContents(m_objects, m_identity.storeId);
+}
+
+bool TokenConnection::deviceAnswers() const noexcept
+{
+    if (!m_anchor)
+        return false;
+    CK_BYTE anything[8];
+    const CK_RV result =
+        (*m_module)->C_GenerateRandom(m_anchor->handle(), anything, sizeof anything);
+    return result == CKR_OK;
+}
+
+void TokenConnection::noteError(const Error &error) noexcept
+{
+    if (Pkcs11::endsSession(error.returnValue()))
+        m_anchor.reset();
+}
+
+TokenConnection::Scope::Scope(TokenConnection &connection, CancellationPtr cancellation)
+    : m_connection(connection)
+    , m_previous(std::exchange(connection.m_cancellation, std::move(cancellation)))
+{
+}
+
+TokenConnection::Scope::~Scope()
+{
+    m_connection.m_cancellation = std::move(m_previous);
+}
+
+void TokenConnection::noteSuccess() noexcept
+{
+    m_module->health().noteOperation(CKR_OK);
+}
+
+void TokenConnection::noteFailure(const Error &error) noexcept
+{
+    // A key size that a module does not like is a device error to some: three of them in a row are
+    // no reason to start it anew, which would cost every login.
+    if (Pkcs11::ModuleHealth::isFault(error.returnValue()) && !deviceAnswers())
+        m_module->health().noteOperation(error.returnValue());
+    noteError(error);
+}
+
+void TokenConnection::checkCancelled() const
+{
+    if (m_cancellation && m_cancellation->isRequested())
+        throw Error(TokenError::Cancelled);
+}
+
+} // namespace Trivex

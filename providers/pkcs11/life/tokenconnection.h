@@ -1,0 +1,130 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "providers/pkcs11/calls/error.h"
+#include "providers/pkcs11/calls/session.h"
+#include "providers/pkcs11/contents/tokencontents.h"
+#include "providers/pkcs11/contents/tokenidentity.h"
+#include "providers/pkcs11/contents/tokenreader.h"
+#include "qca/questions/operation.h"
+
+#include <optional>
+
+namespace Trivex {
+
+/// What the token says of its PIN and of itself, from its flags (PKCS#11 2.40, 3.2).
+struct TokenFlags {
+    bool needsLogin = false;
+    bool hasUserPin = false;
+    /// Nobody has to give an empty PIN: NSS without a password has one.
+    bool pinMayBeEmpty = false;
+    bool hasPinPad = false;
+    bool readOnly = false;
+    PinState pinState = PinState::Normal;
+};
+
+TokenFlags flagsOf(const CK_TOKEN_INFO &info);
+
+/// The session with one token, used on that token's thread alone. One session is kept open as the
+/// anchor of the login, which lasts as long as it (PKCS#11 2.40, 5.6). Everything throws
+/// `Pkcs11::Error` on failure.
+class TokenConnection {
+public:
+    TokenConnection(Pkcs11::ModulePtr module, CK_SLOT_ID slot, TokenIdentity identity,
+                    const QCA::KeyStoreInfo &store, CertificateChoice choice);
+
+    const TokenIdentity &identity() const { return m_identity; }
+    const QCA::KeyStoreInfo &store() const { return m_store; }
+    const Pkcs11::Module &module() const { return *m_module; }
+
+    /// The anchor session; opened anew when it has died.
+    const Pkcs11::Session &session();
+    /// Another session, which shares the login of the anchor: for what writes, and for what could
+    /// leave a session with an unfinished operation.
+    Pkcs11::Session open(Pkcs11::Session::Mode mode);
+
+    TokenFlags flags() const;
+    bool supports(CK_MECHANISM_TYPE mechanism) const;
+
+    /// What a login is for. Private keys may hide on a token whose flags say nothing of a login.
+    enum class LoginFor { Objects, PrivateKeys };
+    /// Logs in unless that is done already or not needed, asking through `operation` once.
+    void login(Operation &operation, LoginFor purpose = LoginFor::Objects);
+    /// The login that a key with CKA_ALWAYS_AUTHENTICATE wants between C_SignInit and C_Sign.
+    void loginForUse(const Pkcs11::Session &session, Operation &operation,
+                     const QCA::KeyStoreEntry &entry = QCA::KeyStoreEntry());
+    void logout();
+    /// True when `error` shows for the first time that the token wants a login although its flags
+    /// do not say so: from then on `login` asks, and what failed is worth another try.
+    bool learnsLoginFrom(const Pkcs11::Error &error);
+    /// Throws when nothing can be written, before anybody is asked for a PIN.
+    void checkWritable() const;
+    /// Closes the anchor and lets the module go: the last job of the token's thread. Either call
+    /// may take as long as the module likes.
+    void end() noexcept;
+
+    /// Reads the token anew.
+    void read();
+    /// Reads its keys anew, which change with the login.
+    void readKeysAgain();
+    /// What was written or removed is noted: of keys their two objects alone are read, because a
+    /// token may hold many.
+    void noteWritten(const Pkcs11::Session &session, CK_OBJECT_HANDLE publicKey,
+                     CK_OBJECT_HANDLE privateKey);
+    void noteWritten(const std::vector<TokenCertificate> &certificates);
+    void noteRemoved(const TokenCertificate &certificate);
+    void noteRemoved(const TokenKey &key);
+    const TokenContentsPtr &contents() const { return m_contents; }
+
+    /// Called after every error: closes the anchor when the error has ended it.
+    void noteError(const Pkcs11::Error &error) noexcept;
+    /// Called once after every operation and reading that went well.
+    void noteSuccess() noexcept;
+    /// Called once after every other: the module's faults are counted by operations, however often
+    /// each of them tries and undoes something.
+    void noteFailure(const Pkcs11::Error &error) noexcept;
+
+    /// The operation that works on the connection while one lives, by its cancellation; a null one
+    /// for what has to be done to its end, as undoing has.
+    class Scope {
+    public:
+        Scope(TokenConnection &connection, CancellationPtr cancellation);
+        ~Scope();
+        Scope(const Scope &) = delete;
+        Scope &operator=(const Scope &) = delete;
+
+    private:
+        TokenConnection &m_connection;
+        CancellationPtr m_previous;
+    };
+
+    /// Throws when the end of the operation has been asked for. To be called before each step that
+    /// somebody could notice.
+    void checkCancelled() const;
+
+private:
+    void assemble();
+    /// True when the device itself does something that changes nothing; false, too, for one that
+    /// has no random numbers.
+    bool deviceAnswers() const noexcept;
+    bool hidesPrivateKeys();
+    bool wantsLogin() const { return m_hiddenLogin || flags().needsLogin; }
+    void authenticate(const Pkcs11::Session &session, CK_USER_TYPE user, Operation &operation,
+                      const QCA::KeyStoreEntry &entry);
+
+    Pkcs11::ModulePtr m_module;
+    CK_SLOT_ID m_slot;
+    TokenIdentity m_identity;
+    QCA::KeyStoreInfo m_store;
+    CertificateChoice m_choice;
+    std::optional<Pkcs11::Session> m_anchor;
+    TokenObjects m_objects;
+    TokenContentsPtr m_contents;
+    bool m_hiddenLogin = false;
+    /// A login has worked, whatever the flags say of the PIN.
+    bool m_hasLoggedIn = false;
+    CancellationPtr m_cancellation;
+};
+
+} // namespace Trivex
