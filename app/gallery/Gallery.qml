@@ -4,6 +4,7 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
 
 /// Every component of Trivex.Crypto.Controls that works without a token, with data of its own.
 ApplicationWindow {

@@ -5,6 +5,7 @@ import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
 
 /// How many rows a category has, whatever is being searched in it.
 QtObject {

@@ -5,6 +5,7 @@ import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
 
 import Qt.labs.platform 1.1 as Platform
 
@@ -84,7 +85,7 @@ Item {
     Platform.FolderDialog {
         id: folderDialog
         title: qsTrId("trivex-app-export-title")
-        onAccepted: pane.exportTo(Desktop.path(folder))
+        onAccepted: pane.exportTo(Files.path(folder))
     }
     function exportTo(folder) {
         if (!certificate || !folder)
@@ -92,9 +93,9 @@ Item {
         const name = certificate.fileName.replace(/[\/\u0000-\u001f\u007f]/g, "_").replace(/^\./, "_")
         const path = folder + "/" + name
         // A disk that fills up is seen only in what was written.
-        if (certificate.exportToFile(folder) && Desktop.isWholePem(path))
+        if (certificate.exportToFile(folder) && Files.isWholePem(path))
             exported(path)
         else
-            failed(qsTrId("trivex-app-export-failed"), Desktop.whyNotWritten(folder))
+            failed(qsTrId("trivex-app-export-failed"), Files.whyNotWritten(folder))
     }
 }

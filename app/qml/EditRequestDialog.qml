@@ -5,6 +5,7 @@ import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
 
 /// Changes the subject of a saved request and has it signed again by its key.
 BaseDialog {
@@ -41,7 +42,7 @@ BaseDialog {
         else if (done)
             saved()
         else if (!explained)
-            failed(qsTrId("trivex-app-request-not-saved"), Desktop.whyNotWritten(folder))
+            failed(qsTrId("trivex-app-request-not-saved"), Files.whyNotWritten(folder))
     }
     property bool missing: false
     /// Set while it saves by whoever told the token's own failure, which is then the reason.

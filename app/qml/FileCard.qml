@@ -5,6 +5,7 @@ import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
 
 /// The document to be signed or checked: dropped or chosen, with its name, type, size, digest and,
 /// for a picture, a preview.
@@ -71,14 +72,14 @@ Card {
                 cache: false
                 fillMode: Image.PreserveAspectFit
                 sourceSize: Qt.size(width, height)
-                source: frame.picture ? Desktop.url(card.document.path) : ""
+                source: frame.picture ? Files.url(card.document.path) : ""
                 // The same name may hold another picture now.
                 Connections {
                     target: card.document
                     function onLoaderChanged() {
                         preview.source = ""
                         preview.source = Qt.binding(function() {
-                            return frame.picture ? Desktop.url(card.document.path) : ""
+                            return frame.picture ? Files.url(card.document.path) : ""
                         })
                     }
                 }
@@ -104,7 +105,7 @@ Card {
             DetailRow {
                 objectName: "documentSize"
                 label: qsTrId("trivex-app-file-size")
-                value: Desktop.size(card.document.fileSize)
+                value: Texts.size(card.document.fileSize)
                 Layout.fillWidth: true
             }
             DetailRow {

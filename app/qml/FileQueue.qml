@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 import QtQml 2.15
 import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
 
 /// Files from the command line, a second start or a drop, one after the other. What each is, its
 /// content says. Of those that came together one document is opened: its page holds no more.

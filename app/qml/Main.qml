@@ -5,6 +5,7 @@ import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
 
 import Qt.labs.settings 1.0
 
@@ -231,7 +232,7 @@ ApplicationWindow {
         onDropped: {
             const files = []
             for (const url of drop.urls)
-                files.push(Desktop.path(url))
+                files.push(Files.path(url))
             drop.accept(Qt.CopyAction)
             window.openFiles(files.filter(function(path) { return path }))
         }

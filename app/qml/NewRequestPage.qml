@@ -5,6 +5,7 @@ import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
 
 /// A key on a token and a request for it, in three steps on one page.
 Flickable {
@@ -62,7 +63,7 @@ Flickable {
         signing = false
         if (!savedPath && !explained)
             failed(qsTrId("trivex-app-request-not-made"),
-                   Desktop.whyNotWritten(request.requestPath()))
+                   Files.whyNotWritten(request.requestPath()))
     }
 
     CertificateRequest {

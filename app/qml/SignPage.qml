@@ -5,6 +5,7 @@ import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
 
 import Qt.labs.platform 1.1 as Platform
 
@@ -74,12 +75,12 @@ FormPage {
     Platform.FileDialog {
         id: fileDialog
         title: qsTrId("trivex-app-step-document")
-        onAccepted: page.open(Desktop.path(file))
+        onAccepted: page.open(Files.path(file))
     }
     Platform.FileDialog {
         id: signatureDialog
         title: qsTrId("trivex-app-signature-file")
-        onAccepted: work.signatureFile = Desktop.path(file)
+        onAccepted: work.signatureFile = Files.path(file)
     }
 
     PageHeader {

@@ -4,6 +4,7 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
 
 /// The signature: its file, what can be done with it, and what came of that.
 Card {
@@ -81,9 +82,9 @@ Card {
             unsigned: [3, qsTrId("trivex-app-unsigned"),
                        card.work.failure || qsTrId("trivex-app-unsigned-advice")],
             nosignature: [3, qsTrId("trivex-app-nosignature"),
-                          Desktop.whyNotRead(card.work.signatureFile)],
+                          Files.whyNotRead(card.work.signatureFile)],
             unwritten: [3, qsTrId("trivex-app-unwritten"),
-                        Desktop.whyNotWritten(Desktop.folder(card.work.signatureFile))],
+                        Files.whyNotWritten(Files.folder(card.work.signatureFile))],
             changed: [2, qsTrId("trivex-app-document-changed"),
                       qsTrId("trivex-app-document-changed-advice")],
             reread: [0, qsTrId("trivex-app-document-reread"), ""]

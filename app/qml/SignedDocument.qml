@@ -3,6 +3,7 @@
 import QtQml 2.15
 import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
 
 /// The document of the signing page: the file at `path` as it is now. A loader holds the file that
 /// it has opened, whatever becomes of its path, so each reading has a loader of its own.
@@ -34,13 +35,13 @@ QtObject {
     function read() {
         const old = loader
         const fresh = factory.createObject(document)
-        stamp = Desktop.stamp(path)
+        stamp = Files.stamp(path)
         lastStamp = stamp
         fresh.filePath = path
         loader = fresh
         ready = fresh.status === LoaderFile.Ready
         problem = ready ? "" : fresh.error === LoaderFile.ErrorMimeType
-            ? qsTrId("trivex-app-document-type") : Desktop.whyNotRead(path)
+            ? qsTrId("trivex-app-document-type") : Files.whyNotRead(path)
         fileName = ready ? fresh.fileName : ""
         mimeType = ready ? fresh.mimeType : ""
         digest = ready ? fresh.fileHash : ""
@@ -52,14 +53,14 @@ QtObject {
     /// are others, or are there no more.
     function refresh() {
         const held = loader && loader.status === LoaderFile.Ready
-        if (!path || Desktop.stamp(path) === stamp && ready === held)
+        if (!path || Files.stamp(path) === stamp && ready === held)
             return false
         const before = digest
         read()
         return digest !== before
     }
     function look() {
-        const now = Desktop.stamp(path)
+        const now = Files.stamp(path)
         // Read only when it has come to rest: somebody may be writing it.
         const resting = now === lastStamp
         lastStamp = now

@@ -3,6 +3,7 @@
 import QtQuick 2.15
 import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
 
 /// Signs the document of this moment, or checks a signature of it. What came of it is `state_`:
 /// one of the results of the signature's card.
@@ -53,7 +54,7 @@ Item {
         // A question that another operation raised and its own prompt declined ends here too.
         onGetPin: work.working ? pinDialog.ask() : pinRejected()
         // The signer does not look whether the file was written.
-        onSignSuccess: work.end(Desktop.hasContents(work.signatureFile) ? "signed" : "unwritten")
+        onSignSuccess: work.end(Files.hasContents(work.signatureFile) ? "signed" : "unwritten")
         onVerifySuccess: work.end("verified")
         onErrorChanged: {
             if (error !== SignVerify.NoError && work.working)

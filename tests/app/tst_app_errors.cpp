@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "app/controls/desktop.h"
-#include "app/controls/tokenerrors.h"
+#include "tools/files.h"
+#include "tools/texts.h"
+#include "tools/tokenerrors.h"
 
 #include <QCoreApplication>
 #include <QTemporaryDir>
@@ -97,15 +98,15 @@ void AppErrorsTest::files()
             qWarning("%s could not be made", name);
         return file.fileName();
     };
-    Desktop desktop;
+    const Files files;
     const QStringList reasons = {
-        desktop.whyNotRead(directory.filePath(QStringLiteral("missing"))),
-        desktop.whyNotRead(directory.path()),
-        desktop.whyNotRead(make("empty", 0)),
-        desktop.whyNotRead(make("sparse", qint64(3) << 30)),
-        desktop.whyNotRead(make("other", 10)),
-        desktop.whyNotWritten(directory.filePath(QStringLiteral("missing"))),
-        desktop.whyNotWritten(directory.path()),
+        files.whyNotRead(directory.filePath(QStringLiteral("missing"))),
+        files.whyNotRead(directory.path()),
+        files.whyNotRead(make("empty", 0)),
+        files.whyNotRead(make("sparse", qint64(3) << 30)),
+        files.whyNotRead(make("other", 10)),
+        files.whyNotWritten(directory.filePath(QStringLiteral("missing"))),
+        files.whyNotWritten(directory.path()),
     };
     for (const QString &reason : reasons) {
         QVERIFY2(isSentence(reason), qPrintable(reason));
@@ -131,17 +132,17 @@ void AppErrorsTest::languagesDiffer()
 void AppErrorsTest::sizes()
 {
     const QLocale before;
-    const Desktop desktop;
+    const Texts texts;
     QLocale::setDefault(QLocale(QStringLiteral("ru_RU")));
     QVERIFY(load(QStringLiteral("ru")));
-    QCOMPARE(desktop.size(1), QStringLiteral("1 байт"));
-    QCOMPARE(desktop.size(2), QStringLiteral("2 байта"));
-    QCOMPARE(desktop.size(878), QStringLiteral("878 байт"));
-    QCOMPARE(desktop.size(1536), QStringLiteral("1,50 кБ"));
+    QCOMPARE(texts.size(1), QStringLiteral("1 байт"));
+    QCOMPARE(texts.size(2), QStringLiteral("2 байта"));
+    QCOMPARE(texts.size(878), QStringLiteral("878 байт"));
+    QCOMPARE(texts.size(1536), QStringLiteral("1,50 кБ"));
     QLocale::setDefault(QLocale(QStringLiteral("en_US")));
     QVERIFY(load(QStringLiteral("en")));
-    QCOMPARE(desktop.size(1), QStringLiteral("1 byte"));
-    QCOMPARE(desktop.size(878), QStringLiteral("878 bytes"));
+    QCOMPARE(texts.size(1), QStringLiteral("1 byte"));
+    QCOMPARE(texts.size(878), QStringLiteral("878 bytes"));
     QLocale::setDefault(before);
 }
 

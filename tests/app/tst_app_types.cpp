@@ -1,14 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "app/controls/certificatedetails.h"
-#include "app/controls/certificatefile.h"
-#include "app/controls/checkdigits.h"
-#include "app/controls/desktop.h"
-#include "app/controls/requestwatcher.h"
-#include "app/controls/sectionedmodel.h"
-#include "app/controls/tokenerrors.h"
-#include "app/controls/validity.h"
 #include "app/singleinstance.h"
+#include "tools/certificatedetails.h"
+#include "tools/certificatefile.h"
+#include "tools/checkdigits.h"
+#include "tools/files.h"
+#include "tools/requestwatcher.h"
+#include "tools/sectionedmodel.h"
+#include "tools/texts.h"
+#include "tools/tokenerrors.h"
+#include "tools/validity.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
@@ -349,34 +350,33 @@ void AppTypesTest::wholePemOnly()
         file.write(contents);
     };
     write("-----BEGIN CERTIFICATE-----\nMIIB\n-----END CERTIFICATE-----\n");
-    QVERIFY(Desktop().isWholePem(path));
+    QVERIFY(Files().isWholePem(path));
     write("-----BEGIN CERTIFICATE-----\nMIIB");
-    QVERIFY(!Desktop().isWholePem(path));
+    QVERIFY(!Files().isWholePem(path));
     write("");
-    QVERIFY(!Desktop().isWholePem(path));
-    QVERIFY(!Desktop().isWholePem(directory.filePath(QStringLiteral("none"))));
+    QVERIFY(!Files().isWholePem(path));
+    QVERIFY(!Files().isWholePem(directory.filePath(QStringLiteral("none"))));
 }
 
 void AppTypesTest::hexIsPlain()
 {
-    QCOMPARE(Desktop::plainHex(QStringLiteral("01:4A:0F")), QStringLiteral("01:4A:0F"));
-    QCOMPARE(Desktop::plainHex(QStringLiteral("00:-3D:")), QStringLiteral("00:C3"));
-    QCOMPARE(Desktop::plainHex(QStringLiteral("-80:-1:")), QStringLiteral("80:FF"));
+    QCOMPARE(Texts::plainHex(QStringLiteral("01:4A:0F")), QStringLiteral("01:4A:0F"));
+    QCOMPARE(Texts::plainHex(QStringLiteral("00:-3D:")), QStringLiteral("00:C3"));
+    QCOMPARE(Texts::plainHex(QStringLiteral("-80:-1:")), QStringLiteral("80:FF"));
     // The module leaves a separator out where the length so far happens to fit.
-    QCOMPARE(Desktop::plainHex(QStringLiteral("-3E:3E-6D:63:70:")),
-             QStringLiteral("C2:3E:93:63:70"));
-    QCOMPARE(Desktop::plainHex(QStringLiteral("5")), QStringLiteral("05"));
-    QCOMPARE(Desktop::plainHex(QStringLiteral("Иванов.key")), QStringLiteral("Иванов.key"));
-    QCOMPARE(Desktop::plainHex(QString()), QString());
+    QCOMPARE(Texts::plainHex(QStringLiteral("-3E:3E-6D:63:70:")), QStringLiteral("C2:3E:93:63:70"));
+    QCOMPARE(Texts::plainHex(QStringLiteral("5")), QStringLiteral("05"));
+    QCOMPARE(Texts::plainHex(QStringLiteral("Иванов.key")), QStringLiteral("Иванов.key"));
+    QCOMPARE(Texts::plainHex(QString()), QString());
 }
 
 void AppTypesTest::hitsAreMarkedAndEscaped()
 {
-    const Desktop desktop;
-    QCOMPARE(desktop.marked(QStringLiteral("a<b"), QString(), QStringLiteral("red")),
+    const Texts texts;
+    QCOMPARE(texts.marked(QStringLiteral("a<b"), QString(), QStringLiteral("red")),
              QStringLiteral("a&lt;b"));
     QCOMPARE(
-        desktop.marked(QStringLiteral("Анна & анна"), QStringLiteral("АНН"), QStringLiteral("red")),
+        texts.marked(QStringLiteral("Анна & анна"), QStringLiteral("АНН"), QStringLiteral("red")),
         QStringLiteral("<b><u><font color=\"red\">Анн</font></u></b>а &amp; "
                        "<b><u><font color=\"red\">анн</font></u></b>а"));
 }

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "app/controls/certificatefile.h"
 #include "tests/fakes/provider/privatehome.h"
 #include "tests/support/endingchild.h"
 #include "tests/support/loopmeter.h"
 #include "tests/support/testcertificates.h"
+#include "tools/certificatefile.h"
 
 #include <QGuiApplication>
 #include <QSignalSpy>

@@ -84,6 +84,7 @@ Host::Host(const QString &body, const QString &locale, const QSize &size)
                        "import QtQuick.Layouts 1.15\n"
                        "import Trivex.Crypto 1.0\n"
                        "import Trivex.Crypto.Controls 1.0\n"
+                       "import Trivex.Crypto.Tools 1.0\n"
                        "ApplicationWindow { width: %1; height: %2; visible: true\n"
                        "%3\n}")
             .arg(size.width())

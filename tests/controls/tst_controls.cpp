@@ -78,8 +78,9 @@ private:
 
 } // namespace
 
-/// Every type of Trivex.Crypto.Controls in an application that knows nothing of our style: made,
-/// shown, used; narrow and large, in both languages; nothing said on the log.
+/// Every type of Trivex.Crypto.Controls and Trivex.Crypto.Tools in an application that knows
+/// nothing of our style: made, shown, used; narrow and large, in both languages; nothing said on
+/// the log.
 class ControlsTest : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -157,7 +158,7 @@ void ControlsTest::everyType_data()
     QTest::addColumn<QString>("type");
     QTest::addColumn<bool>("isSingleton");
     const auto read = [](const char *name) {
-        QFile file(QStringLiteral(TRIVEX_CONTROLS_SOURCES "/") + QLatin1String(name));
+        QFile file(QStringLiteral(TRIVEX_MODULE_SOURCES "/") + QLatin1String(name));
         file.open(QIODevice::ReadOnly);
         return QString::fromUtf8(file.readAll());
     };
@@ -171,12 +172,14 @@ void ControlsTest::everyType_data()
         }
         return count;
     };
-    const QString list = read("qmldir");
-    const QString registered = read("controlsplugin.cpp");
+    const QString list = read("controls/qmldir");
+    const QString controls = read("controls/controlsplugin.cpp");
+    const QString tools = read("tools/toolsplugin.cpp");
     QVERIFY(addAll(list, "^(\\w+) 1\\.0 \\w+\\.qml$", false) > 20);
     QVERIFY(addAll(list, "^singleton (\\w+) 1\\.0", true) > 0);
-    QVERIFY(addAll(registered, "qmlRegisterType<\\w+>\\(uri, 1, 0, \"(\\w+)\"\\)", false) > 5);
-    QVERIFY(addAll(registered, "registerHelper<\\w+>\\(uri, \"(\\w+)\"\\)", true) > 1);
+    QVERIFY(addAll(controls, "^\\s*uri, 1, 0, \"(\\w+)\",$", true) > 0);
+    QVERIFY(addAll(tools, "qmlRegisterType<\\w+>\\(uri, 1, 0, \"(\\w+)\"\\)", false) > 5);
+    QVERIFY(addAll(tools, "registerHelper<\\w+>\\(uri, \"(\\w+)\"\\)", true) > 1);
 }
 
 /// By itself and without any property set: nothing may be taken for granted.

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/contents/tokencontents.h"
-#include "providers/pkcs11/work/objecttemplates.h"
+#include "providers/pkcs11/operations/objecttemplates.h"
 #include "qca/base/bounds.h"
 #include "tests/support/derelement.h"
 #include "tests/x509/corpus.h"

@@ -152,7 +152,7 @@ def may_include(owner, target):
         return True
     if owner in QML_SIDE:
         return target.startswith(OFFERED) or folder in QML_SIDE
-    if owner == "app":
+    if owner in {"app", "controls", "tools"}:
         return target.startswith(OFFERED)
     if owner == "providers":
         return folder == "qca"

@@ -29,7 +29,7 @@ const char Window[] = R"(
 import QtQuick 2.15
 import QtQuick.Window 2.15
 import Trivex.Crypto 1.0
-import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
 
 Window {
     id: window

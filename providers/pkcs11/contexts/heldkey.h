@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "providers/pkcs11/work/generation.h"
-#include "providers/pkcs11/work/signing.h"
+#include "providers/pkcs11/operations/generation.h"
+#include "providers/pkcs11/operations/signing.h"
 #include "qca/keys/keymaterial.h"
 
 namespace Trivex {

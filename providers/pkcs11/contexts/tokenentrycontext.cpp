@@ -5,7 +5,7 @@
 #include "providers/pkcs11/contexts/tokeneccontext.h"
 #include "providers/pkcs11/contexts/tokenrsacontext.h"
 #include "providers/pkcs11/life/tokenservice.h"
-#include "providers/pkcs11/work/objecttemplates.h"
+#include "providers/pkcs11/operations/objecttemplates.h"
 #include "qca/keys/pkeycontainer.h"
 #include "qca/x509/makecertificate.h"
 

@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
+
+/// One certificate or request in a list. The searched text is marked where it was found.
+ItemDelegate {
+    id: row
+    property string name
+    property string issuer
+    property string place
+    property string letter
+    property int validity: Validity.Unknown
+    property var until
+    property string pattern
+    property bool hasKey: false
+    readonly property string state_: Validity.word(validity)
+
+    implicitHeight: Theme.rowHeight
+    horizontalPadding: Theme.unit * 1.5
+    verticalPadding: 0
+    text: name
+    Accessible.name: [name, issuer, state_, until ? Validity.until(until) : "", place]
+        .filter(function(part) { return part }).join(", ")
+    Accessible.selected: highlighted
+    Accessible.focusable: true
+
+    contentItem: Item {
+        Avatar {
+            id: avatar
+            letter: row.letter
+            validity: row.validity
+            anchors.verticalCenter: parent.verticalCenter
+        }
+        Column {
+            anchors.left: avatar.right
+            anchors.leftMargin: Theme.unit * 1.5
+            anchors.right: state.left
+            anchors.rightMargin: Theme.unit
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: 3
+            Text {
+                width: parent.width
+                text: row.pattern ? Texts.marked(row.name, row.pattern, Theme.link) : row.name
+                textFormat: row.pattern ? Text.StyledText : Text.PlainText
+                font.pixelSize: Theme.fontSize
+                color: Theme.text
+                elide: Text.ElideRight
+                Accessible.ignored: true
+            }
+            Text {
+                width: parent.width
+                text: row.pattern ? Texts.marked(row.issuer, row.pattern, Theme.link) : row.issuer
+                textFormat: row.pattern ? Text.StyledText : Text.PlainText
+                font.pixelSize: Theme.smallSize
+                color: Theme.textDim
+                elide: Text.ElideRight
+                Accessible.ignored: true
+            }
+        }
+        Column {
+            id: state
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: 4
+            Badge {
+                anchors.right: parent.right
+                validity: row.validity
+                Accessible.ignored: true
+            }
+            Text {
+                anchors.right: parent.right
+                text: row.until ? Validity.date(row.until) : ""
+                visible: text.length > 0
+                font.pixelSize: Theme.smallSize
+                color: Theme.textDim
+                Accessible.ignored: true
+            }
+        }
+    }
+}

@@ -1,0 +1,111 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Qt.labs.folderlistmodel 2.15
+import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
+
+/// Lets the user choose a file in an application that has no widgets, and so no file dialog of the
+/// platform's. `nameFilters` holds pairs of a name and its patterns.
+BaseDialog {
+    id: chooser
+    property var nameFilters: []
+    property url folder: Files.url(Files.homeFolder)
+    signal chosen(url file)
+
+    objectName: "fileChooser"
+
+    function take(index) {
+        const isFolder = files.get(index, "fileIsDir")
+        const file = files.get(index, "fileUrl")
+        list.currentIndex = -1
+        if (isFolder) {
+            folder = file
+        } else {
+            close()
+            chosen(file)
+        }
+    }
+    /// What was typed: a folder to look into, or a file.
+    function go() {
+        const file = Files.url(path.text)
+        if (!Files.exists(path.text))
+            return
+        if (Files.isFolder(path.text)) {
+            folder = file
+        } else {
+            close()
+            chosen(file)
+        }
+    }
+    onOpened: list.forceActiveFocus(Qt.PopupFocusReason)
+
+    FolderListModel {
+        id: files
+        folder: chooser.folder
+        showDirsFirst: true
+        showDotAndDotDot: true
+        showOnlyReadable: true
+        nameFilters: chooser.nameFilters.length ? chooser.nameFilters[kind.currentIndex][1] : ["*"]
+    }
+    TextField {
+        id: path
+        objectName: "filePath"
+        text: Files.path(chooser.folder)
+        selectByMouse: true
+        Accessible.name: chooser.title
+        Layout.fillWidth: true
+        onAccepted: chooser.go()
+        Connections {
+            target: chooser
+            function onFolderChanged() { path.text = Files.path(chooser.folder) }
+        }
+    }
+    ListView {
+        id: list
+        objectName: "fileList"
+        height: Theme.rowHeight * 4
+        clip: true
+        currentIndex: -1
+        activeFocusOnTab: true
+        boundsBehavior: Flickable.StopAtBounds
+        model: files
+        Layout.fillWidth: true
+        Accessible.role: Accessible.List
+        Accessible.name: path.text
+        ScrollBar.vertical: ScrollBar {}
+        delegate: ItemDelegate {
+            width: list.width
+            text: fileIsDir ? fileName + "/" : fileName
+            highlighted: ListView.isCurrentItem
+            focusPolicy: Qt.NoFocus
+            onClicked: list.currentIndex = index
+            onDoubleClicked: chooser.take(index)
+        }
+        Keys.onReturnPressed: if (currentIndex >= 0) chooser.take(currentIndex)
+        Keys.onEnterPressed: if (currentIndex >= 0) chooser.take(currentIndex)
+        onActiveFocusChanged: if (activeFocus && currentIndex < 0 && count > 0) currentIndex = 0
+    }
+    ComboBox {
+        id: kind
+        model: chooser.nameFilters.map(function(filter) { return filter[0] })
+        Accessible.name: currentText
+        Layout.fillWidth: true
+    }
+    footer: DialogButtons {
+        Button {
+            objectName: "fileCancel"
+            text: qsTrId("trivex-app-cancel")
+            onClicked: chooser.close()
+        }
+        Button {
+            objectName: "fileAccept"
+            text: qsTrId("trivex-app-ok")
+            highlighted: true
+            enabled: list.currentIndex >= 0
+            onClicked: chooser.take(list.currentIndex)
+        }
+    }
+}

@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+pragma Singleton
+import QtQuick 2.15
+import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
+
+/// Colours and measures of all components, in a light and a dark set.
+///
+/// `mode` is 0 (as the system's palette), 1 (light) or 2 (dark); `textScale` enlarges all text on
+/// top of the system's font size. Every pair in `pairs` keeps a contrast of at least 4.5:1.
+QtObject {
+    id: theme
+
+    property int mode: 0
+    property real textScale: 1
+
+    readonly property SystemPalette system: SystemPalette {}
+    readonly property bool systemDark: system.window.hslLightness < 0.5
+    readonly property bool dark: mode === 2 || (mode === 0 && systemDark)
+
+    readonly property color window: dark ? "#14171b" : "#f4f5f7"
+    readonly property color panel: dark ? "#1b2027" : "#ffffff"
+    readonly property color card: dark ? "#1b2027" : "#ffffff"
+    readonly property color field: dark ? "#1b2027" : "#ffffff"
+    readonly property color border: dark ? "#323a44" : "#dde1e6"
+    readonly property color fieldBorder: dark ? "#7b8794" : "#838d99"
+    readonly property color hover: dark ? "#262d36" : "#eaedf1"
+    readonly property color pressed: dark ? "#303945" : "#dfe3e9"
+    readonly property color selected: dark ? "#1d3557" : "#e0ecfd"
+    readonly property color shade: dark ? "#99000000" : "#660d1117"
+
+    readonly property color text: dark ? "#e8edf2" : "#1b222b"
+    readonly property color textDim: dark ? "#a3aebb" : "#56616e"
+    readonly property color accent: dark ? "#5aa6ff" : "#1a66dd"
+    readonly property color accentHover: dark ? "#79b7ff" : "#1558c4"
+    readonly property color accentText: dark ? "#0a1524" : "#ffffff"
+    readonly property color link: dark ? "#79b7ff" : "#1558c4"
+
+    readonly property color good: dark ? "#56cc93" : "#0f6b3f"
+    readonly property color goodSoft: dark ? "#14301f" : "#dcf3e5"
+    readonly property color warn: dark ? "#f0a63a" : "#8a4b00"
+    readonly property color warnSoft: dark ? "#3b2800" : "#ffecc0"
+    readonly property color bad: dark ? "#ff8a87" : "#b3221e"
+    readonly property color badSoft: dark ? "#431a1c" : "#fde3e2"
+    readonly property color neutral: dark ? "#b3bdc8" : "#525c68"
+    readonly property color neutralSoft: dark ? "#2a313a" : "#e9ecf0"
+
+    readonly property real baseSize: Qt.application.font.pixelSize > 0
+        ? Qt.application.font.pixelSize : Math.round(Qt.application.font.pointSize * 96 / 72)
+    readonly property real fontSize: Math.max(13, Math.min(22, baseSize)) * textScale
+    readonly property real smallSize: fontSize * 0.88
+    readonly property real titleSize: fontSize * 1.4
+    readonly property real headingSize: fontSize * 1.15
+    readonly property string fixedFamily: Desktop.fixedFamily
+
+    readonly property real unit: Math.round(fontSize * 0.58)
+    readonly property real gap: unit
+    readonly property real radius: 8
+    readonly property real controlHeight: Math.round(fontSize * 2.55)
+    readonly property real rowHeight: Math.round(fontSize * 4.3)
+    readonly property real iconSize: Math.round(fontSize * 1.3)
+    readonly property int focusWidth: 2
+
+    /// What is written on what: text colour, ground, for the contrast check.
+    readonly property var pairs: [
+        ["text on window", text, window], ["text on card", text, card],
+        ["text on field", text, field],
+        ["text on hover", text, hover], ["text on pressed", text, pressed],
+        ["text on selected", text, selected],
+        ["dim on window", textDim, window], ["dim on card", textDim, card],
+        ["dim on hover", textDim, hover], ["dim on selected", textDim, selected],
+        ["accent button", accentText, accent], ["accent button hover", accentText, accentHover],
+        ["link on card", link, card], ["link on window", link, window],
+        ["link on selected", link, selected], ["link on hover", link, hover],
+        ["good badge", good, goodSoft], ["warn badge", warn, warnSoft],
+        ["bad badge", bad, badSoft], ["neutral badge", neutral, neutralSoft],
+        ["warn on card", warn, card], ["bad on card", bad, card], ["good on card", good, card],
+        ["bad on window", bad, window], ["text on warn", text, warnSoft],
+        ["text on bad", text, badSoft], ["text on good", text, goodSoft]
+    ]
+
+    function icon(name) {
+        return Qt.resolvedUrl("icons/" + name + ".svg")
+    }
+
+    /// Colour of a validity state's text, and of its ground.
+    function stateColor(state) {
+        switch (state) {
+        case Validity.Valid: return good
+        case Validity.Expiring: return warn
+        case Validity.NotYet: return warn
+        case Validity.Expired: return bad
+        }
+        return neutral
+    }
+    function stateGround(state) {
+        switch (state) {
+        case Validity.Valid: return goodSoft
+        case Validity.Expiring: return warnSoft
+        case Validity.NotYet: return warnSoft
+        case Validity.Expired: return badSoft
+        }
+        return neutralSoft
+    }
+}

@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
+
+/// Chooses a token among the locations that the key store model offers, and says how it is.
+///
+/// The locations hold key stores of other programs too; those that are no token are left out, and
+/// the first token that is there is chosen.
+FillColumn {
+    id: chooser
+    property QtObject locations
+    /// The chosen row of `locations`, -1 for none.
+    readonly property int location: box.currentIndex >= 0 && box.currentIndex < choices.length
+        ? choices[box.currentIndex].row : -1
+    property alias info: info
+    property var choices: []
+    readonly property string tokenName: location >= 0 ? choices[box.currentIndex].name : ""
+    property string label: qsTrId("trivex-app-token")
+    readonly property bool usable: location >= 0 && info.present && !info.readOnly
+    spacing: 3
+    Layout.preferredWidth: 100
+
+    /// Reads the locations anew; rows move when they are sorted, which their model tells nobody.
+    function refresh() {
+        const kept = tokenName
+        const found = []
+        for (let i = 0; locations && i < locations.rowCount(); ++i) {
+            const name = locations.data(locations.index(i, 0), 259)
+            if (tokens.has(name))
+                found.push({ row: i, name: name })
+        }
+        choices = found
+        const again = found.findIndex(function(one) { return one.name === kept })
+        const there = found.findIndex(function(one) { return tokens.isPresent(one.name) })
+        box.currentIndex = again >= 0 ? again : there >= 0 ? there : found.length ? 0 : -1
+    }
+    onLocationsChanged: refresh()
+    Component.onCompleted: refresh()
+
+    TokenListModel {
+        id: tokens
+        onCountChanged: chooser.refresh()
+    }
+    Connections {
+        target: chooser.locations
+        function onRowsInserted() { chooser.refresh() }
+    }
+    TokenInfo {
+        id: info
+        storeName: chooser.tokenName
+    }
+    Label {
+        text: chooser.label
+        color: Theme.textDim
+        font.pixelSize: Theme.smallSize
+    }
+    ComboBox {
+        id: box
+        objectName: "tokenChooser"
+        model: chooser.choices
+        textRole: "name"
+        enabled: count > 0
+        Layout.fillWidth: true
+        Accessible.name: chooser.label + ": " + currentText
+    }
+    Label {
+        text: box.count === 0 ? qsTrId("trivex-app-no-token")
+            : !info.present ? qsTrId("trivex-app-token-absent")
+            : info.readOnly ? qsTrId("trivex-app-token-read-only")
+            : info.busy ? info.busyText : info.pinText
+        visible: text.length > 0
+        color: Theme.warn
+        font.pixelSize: Theme.smallSize
+        wrapMode: Text.WordWrap
+        Layout.fillWidth: true
+    }
+}

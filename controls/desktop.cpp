@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "controls/desktop.h"
+
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QFileInfo>
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QUrl>
+
+namespace Trivex {
+
+Desktop::Desktop(QObject *parent)
+    : QObject(parent)
+{
+}
+
+QString Desktop::fixedFamily() const
+{
+    return QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
+}
+
+bool Desktop::hasWidgets() const
+{
+    // By name: a host without widgets need not load their library.
+    return QCoreApplication::instance()->inherits("QApplication");
+}
+
+void Desktop::copy(const QString &text) const
+{
+    QGuiApplication::clipboard()->setText(text);
+}
+
+bool Desktop::openFolder(const QString &path) const
+{
+    const QFileInfo info(path);
+    return QDesktopServices::openUrl(
+        QUrl::fromLocalFile(info.isDir() ? info.absoluteFilePath() : info.absolutePath()));
+}
+
+} // namespace Trivex

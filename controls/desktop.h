@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+
+namespace Trivex {
+
+/// What pages need of the desktop, and QML does not give. A singleton in QML.
+class Desktop : public QObject {
+    Q_OBJECT
+    /// A family of fixed width that is installed, for serial numbers and key ids.
+    Q_PROPERTY(QString fixedFamily READ fixedFamily CONSTANT)
+    /// True where the application can show widgets; a `QGuiApplication` can't.
+    Q_PROPERTY(bool hasWidgets READ hasWidgets CONSTANT)
+public:
+    explicit Desktop(QObject *parent = nullptr);
+
+    QString fixedFamily() const;
+    bool hasWidgets() const;
+
+    Q_INVOKABLE void copy(const QString &text) const;
+    /// Opens the folder in which `path` lies (or `path`, when it is one) in the file manager.
+    Q_INVOKABLE bool openFolder(const QString &path) const;
+};
+
+} // namespace Trivex

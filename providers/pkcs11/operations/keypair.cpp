@@ -1,0 +1,282 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/operations/keypair.h"
+
+#include "providers/pkcs11/contents/gostkeys.h"
+#include "providers/pkcs11/contents/objectsearch.h"
+#include "providers/pkcs11/contents/tokenreader.h"
+
+#include <openssl/rand.h>
+
+#include <algorithm>
+#include <iterator>
+
+namespace Trivex {
+
+using Pkcs11::check;
+using Pkcs11::Error;
+using Pkcs11::Session;
+using Pkcs11::Template;
+
+namespace {
+
+QByteArray bigEndian(int number)
+{
+    QByteArray bytes;
+    for (auto left = quint32(number); left; left >>= 8)
+        bytes.prepend(char(left & 0xff));
+    return bytes;
+}
+
+/// What kinds of pair differ in.
+struct PairKind {
+    CK_KEY_TYPE type;
+    CK_MECHANISM_TYPE mechanism;
+    void (*addPublicPart)(const GenerationRequest &, Template *);
+    void (*addPrivatePart)(Template *);
+};
+
+void addRsaNumbers(const GenerationRequest &request, Template *wanted)
+{
+    wanted->addFlag(CKA_ENCRYPT, true)
+        .addNumber(CKA_MODULUS_BITS, CK_ULONG(request.bits))
+        .add(CKA_PUBLIC_EXPONENT, bigEndian(request.exponent));
+}
+
+void addDecryption(Template *wanted)
+{
+    wanted->addFlag(CKA_DECRYPT, true);
+}
+
+void addCurve(const GenerationRequest &request, Template *wanted)
+{
+    wanted->add(CKA_EC_PARAMS, request.curve);
+}
+
+void addGostParameters(const GenerationRequest &request, Template *wanted)
+{
+    wanted->addNumber(CKA_KEY_TYPE, request.type)
+        .add(CKA_GOSTR3410_PARAMS, request.curve)
+        .add(CKA_GOSTR3411_PARAMS, request.digest);
+}
+
+void addNothing(Template *) { }
+
+template <CK_KEY_TYPE type> void addType(Template *wanted)
+{
+    wanted->addNumber(CKA_KEY_TYPE, type);
+}
+
+constexpr PairKind PairKinds[] = {
+    {CKK_RSA, CKM_RSA_PKCS_KEY_PAIR_GEN, addRsaNumbers, addDecryption},
+    {CKK_EC, CKM_EC_KEY_PAIR_GEN, addCurve, addNothing},
+    {CKK_GOSTR3410, CKM_GOSTR3410_KEY_PAIR_GEN, addGostParameters, addType<CKK_GOSTR3410>},
+    {KeyTypeGost512, MechanismGost512Generate, addGostParameters, addType<KeyTypeGost512>},
+};
+
+const PairKind &kindOf(const GenerationRequest &request)
+{
+    for (const PairKind &kind : PairKinds) {
+        if (kind.type == request.type)
+            return kind;
+    }
+    throw Error(TokenError::NotSupported);
+}
+
+void checkRequest(const TokenConnection &connection, const GenerationRequest &request)
+{
+    const bool isMeaningful = request.type == CKK_RSA ? request.bits > 0 && request.exponent > 1
+                                                      : !request.curve.isEmpty();
+    if (!isMeaningful || !connection.supports(kindOf(request).mechanism))
+        throw Error(TokenError::NotSupported);
+}
+
+void addPublicPart(const GenerationRequest &request, Template *wanted)
+{
+    wanted->addFlag(CKA_TOKEN, true).addFlag(CKA_PRIVATE, false).addFlag(CKA_VERIFY, true);
+    kindOf(request).addPublicPart(request, wanted);
+}
+
+void addPrivatePart(const GenerationRequest &request, Template *wanted)
+{
+    wanted->addFlag(CKA_TOKEN, true)
+        .addFlag(CKA_PRIVATE, true)
+        .addFlag(CKA_SENSITIVE, true)
+        .addFlag(CKA_EXTRACTABLE, false)
+        .addFlag(CKA_SIGN, true);
+    kindOf(request).addPrivatePart(wanted);
+}
+
+void addNames(const QByteArray &id, const QString &label, Template *wanted)
+{
+    wanted->add(CKA_ID, id);
+    if (!label.isEmpty())
+        wanted->add(CKA_LABEL, label.toUtf8());
+}
+
+/// Marks the pair until its own id is known, so that its halves are found if a call fails that
+/// has made one of them.
+QByteArray provisionalId()
+{
+    QByteArray id(20, '\0');
+    if (RAND_bytes(reinterpret_cast<unsigned char *>(id.data()), id.size()) != 1)
+        throw Error(TokenError::DeviceFailure);
+    return id;
+}
+
+/// What a pair that is being made can be found by.
+struct Traces {
+    std::vector<QByteArray> ids;
+    std::vector<CK_OBJECT_HANDLE> objects;
+};
+
+void remove(TokenConnection &connection, const Traces &traces) noexcept
+{
+    try {
+        const Session session = connection.open(Session::ReadWrite);
+        const auto destroy = [&](CK_OBJECT_HANDLE object) {
+            session.module()->C_DestroyObject(session.handle(), object);
+        };
+        for (const CK_OBJECT_HANDLE object : traces.objects)
+            destroy(object);
+        for (const QByteArray &id : traces.ids) {
+            Template wanted;
+            wanted.add(CKA_ID, id);
+            for (const CK_OBJECT_HANDLE object : Pkcs11::findObjects(session, wanted))
+                destroy(object);
+        }
+    } catch (const Error &) {
+        // The token is gone; what it kept is a key without a certificate, which shows nowhere.
+    }
+}
+
+bool setId(const Session &session, CK_OBJECT_HANDLE object, const QByteArray &id)
+{
+    Template change;
+    change.add(CKA_ID, id);
+    return session.module()->C_SetAttributeValue(session.handle(), object, change.data(), 1)
+        == CKR_OK;
+}
+
+/// Both halves, or neither: they find each other by their id.
+void setIds(const Session &session, CK_OBJECT_HANDLE publicObject, CK_OBJECT_HANDLE privateObject,
+            const QByteArray &id, const QByteArray &previous)
+{
+    const auto setPrivate = [&] { return setId(session, privateObject, id); };
+    if (setId(session, publicObject, id) && !setPrivate() && !setPrivate())
+        setId(session, publicObject, previous);
+}
+
+/// What the module calls the new pair: a half that was there before, or that is of another class,
+/// is somebody else's object, and nothing may be done to it.
+bool isNewHalf(const TokenConnection &connection, const Session &session, CK_OBJECT_HANDLE object,
+               CK_OBJECT_CLASS objectClass)
+{
+    const auto isIt = [object](const TokenKeyPtr &key) {
+        return key->publicObject == object || key->privateObject == object;
+    };
+    const auto &keys = connection.contents()->keys;
+    Pkcs11::AttributeReader reader({{CKA_CLASS, sizeof(CK_OBJECT_CLASS)}});
+    return object != CK_INVALID_HANDLE && std::none_of(keys.begin(), keys.end(), isIt)
+        && reader.readIfThere(session, object) && reader.number(0, CKO_DATA) == objectClass;
+}
+
+TokenKeyPtr make(TokenConnection &connection, const GenerationRequest &request,
+                 const QString &label, Traces *traces)
+{
+    const QByteArray id = traces->ids.front();
+    const Session session = connection.open(Session::ReadWrite);
+    Template publicPart;
+    addPublicPart(request, &publicPart);
+    addNames(id, label, &publicPart);
+    Template privatePart;
+    addPrivatePart(request, &privatePart);
+    addNames(id, label, &privatePart);
+    CK_MECHANISM mechanism = {kindOf(request).mechanism, nullptr, 0};
+    CK_OBJECT_HANDLE publicObject = CK_INVALID_HANDLE;
+    CK_OBJECT_HANDLE privateObject = CK_INVALID_HANDLE;
+    connection.checkCancelled();
+    check(session.module()->C_GenerateKeyPair(session.handle(), &mechanism, publicPart.data(),
+                                              publicPart.size(), privatePart.data(),
+                                              privatePart.size(), &publicObject, &privateObject),
+          "C_GenerateKeyPair");
+    if (!isNewHalf(connection, session, publicObject, CKO_PUBLIC_KEY)
+        || !isNewHalf(connection, session, privateObject, CKO_PRIVATE_KEY))
+        throw Error(CKR_GENERAL_ERROR, "C_GenerateKeyPair");
+    traces->objects = {publicObject, privateObject};
+    connection.checkCancelled();
+    const QByteArray publicInfo = publicInfoOf(session, publicObject, request.type);
+    if (publicInfo.isEmpty())
+        throw Error(TokenError::DeviceFailure);
+    traces->ids.push_back(idForPublicKey(publicInfo));
+    setIds(session, publicObject, privateObject, traces->ids.back(), id);
+    connection.noteWritten(session, publicObject, privateObject);
+    const TokenKeyPtr made = connection.contents()->keyFor(publicInfo);
+    if (!made || made->privateObject == CK_INVALID_HANDLE)
+        throw Error(TokenError::NotFound);
+    return made;
+}
+
+TokenKeyPtr makeOrUndo(TokenConnection &connection, const GenerationRequest &request,
+                       const QString &label)
+{
+    Traces traces = {{provisionalId()}, {}};
+    try {
+        return make(connection, request, label, &traces);
+    } catch (const Error &error) {
+        connection.noteError(error);
+        remove(connection, traces);
+        throw;
+    }
+}
+
+/// The exponent that every token takes.
+constexpr int CommonExponent = 65537;
+
+/// Failures that another exponent can't help against.
+constexpr TokenError::Kind NoMatterOfExponent[] = {
+    TokenError::WrongPin,     TokenError::PinLocked,  TokenError::PinMissing,
+    TokenError::PinNotSet,    TokenError::PinExpired, TokenError::NotLoggedIn,
+    TokenError::TokenRemoved, TokenError::Cancelled,
+};
+
+/// Tokens say in many ways that they make no keys with an unusual exponent (TPM 2.0 and NSS refuse
+/// 3), so every other failure may mean it. A session that has ended took the login with it.
+bool mayRefuseExponent(const Error &error, const GenerationRequest &request)
+{
+    return request.type == CKK_RSA && request.exponent != CommonExponent
+        && !Pkcs11::endsSession(error.returnValue())
+        && std::find(std::begin(NoMatterOfExponent), std::end(NoMatterOfExponent), error.kind())
+        == std::end(NoMatterOfExponent);
+}
+
+} // namespace
+
+TokenKeyPtr generateKeyPair(TokenConnection &connection, Operation &operation,
+                            const GenerationRequest &request)
+{
+    checkRequest(connection, request);
+    connection.checkWritable();
+    connection.login(operation);
+    try {
+        return makeOrUndo(connection, request, operation.objectId());
+    } catch (const Error &error) {
+        if (!mayRefuseExponent(error, request))
+            throw;
+    }
+    connection.checkCancelled();
+    GenerationRequest common = request;
+    common.exponent = CommonExponent;
+    return makeOrUndo(connection, common, operation.objectId());
+}
+
+void removeKeyPair(TokenConnection &connection, const QByteArray &publicInfo)
+{
+    Traces traces = {{idForPublicKey(publicInfo)}, {}};
+    if (const TokenKeyPtr key = connection.contents()->keyFor(publicInfo))
+        traces.objects = {key->publicObject, key->privateObject};
+    remove(connection, traces);
+    connection.readKeysAgain();
+}
+
+} // namespace Trivex

@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "providers/pkcs11/life/tokenconnection.h"
+#include "providers/pkcs11/operations/generation.h"
+
+namespace Trivex {
+
+/// Makes a key pair: private key sensitive and not extractable, CKA_ID as `idForPublicKey` gives
+/// it, where the token allows that to be set. An RSA pair whose exponent the token may have refused
+/// is tried once more with 65537. On failure nothing of it stays.
+/// Throws `Pkcs11::Error`.
+TokenKeyPtr generateKeyPair(TokenConnection &connection, Operation &operation,
+                            const GenerationRequest &request);
+
+/// Removes a pair that `generateKeyPair` has just made. Throws `Pkcs11::Error`.
+void removeKeyPair(TokenConnection &connection, const QByteArray &publicInfo);
+
+} // namespace Trivex

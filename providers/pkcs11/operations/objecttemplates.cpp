@@ -1,0 +1,195 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/operations/objecttemplates.h"
+
+#include "providers/pkcs11/calls/error.h"
+#include "providers/pkcs11/contents/gostkeys.h"
+#include "qca/asn1/derwriter.h"
+#include "qca/base/infotypes.h"
+#include "qca/base/secret.h"
+#include "qca/keys/keys.h"
+#include "qca/x509/names.h"
+
+#include <openssl/core_names.h>
+
+namespace Trivex {
+
+using Pkcs11::Error;
+using Pkcs11::Template;
+
+namespace {
+
+struct Number {
+    CK_ATTRIBUTE_TYPE attribute;
+    const char *parameter;
+};
+
+constexpr Number RsaPublicNumbers[] = {
+    {CKA_MODULUS, OSSL_PKEY_PARAM_RSA_N},
+    {CKA_PUBLIC_EXPONENT, OSSL_PKEY_PARAM_RSA_E},
+};
+
+constexpr Number RsaPrivateNumbers[] = {
+    {CKA_PRIVATE_EXPONENT, OSSL_PKEY_PARAM_RSA_D},
+    {CKA_PRIME_1, OSSL_PKEY_PARAM_RSA_FACTOR1},
+    {CKA_PRIME_2, OSSL_PKEY_PARAM_RSA_FACTOR2},
+    {CKA_EXPONENT_1, OSSL_PKEY_PARAM_RSA_EXPONENT1},
+    {CKA_EXPONENT_2, OSSL_PKEY_PARAM_RSA_EXPONENT2},
+    {CKA_COEFFICIENT, OSSL_PKEY_PARAM_RSA_COEFFICIENT1},
+};
+
+/// Big-endian, wiped with the owner; padded to `size` where that is more.
+class NumberBytes {
+public:
+    NumberBytes(const EVP_PKEY *key, const char *parameter, size_t size = 0)
+    {
+        BIGNUM *number = nullptr;
+        if (EVP_PKEY_get_bn_param(key, parameter, &number) != 1)
+            throw Error(TokenError::NotSupported);
+        const Handle<BIGNUM, BN_clear_free> owner(number);
+        m_bytes = Secret(int(std::max(size, size_t(BN_num_bytes(number)))));
+        BN_bn2binpad(number, reinterpret_cast<unsigned char *>(m_bytes.data()), m_bytes.size());
+    }
+
+    const void *data() const { return m_bytes.constData(); }
+    size_t size() const { return size_t(m_bytes.size()); }
+
+private:
+    Secret m_bytes;
+};
+
+template <size_t count>
+void addNumbers(const EVP_PKEY *key, const Number (&numbers)[count], Template *object)
+{
+    for (const Number &number : numbers) {
+        const NumberBytes bytes(key, number.parameter);
+        object->add(number.attribute, bytes.data(), bytes.size());
+    }
+}
+
+/// The curve's parameters in the algorithm of a SubjectPublicKeyInfo, behind the algorithm's OID.
+QByteArray curveParameters(const QByteArray &publicInfo)
+{
+    const QByteArray algorithm = derContent(derContent(publicInfo, 0x30), 0x30);
+    const QByteArray oid = derContent(algorithm, 0x06);
+    return algorithm.mid(Der::write(0x06, oid).size());
+}
+
+void addNames(const QByteArray &id, const QString &label, Template *object)
+{
+    object->add(CKA_ID, id);
+    if (!label.isEmpty())
+        object->add(CKA_LABEL, label.toUtf8());
+}
+
+void addRsaPublicKey(const KeyMaterial &key, Template *object)
+{
+    object->addNumber(CKA_KEY_TYPE, CKK_RSA).addFlag(CKA_ENCRYPT, true);
+    addNumbers(key.native(), RsaPublicNumbers, object);
+}
+
+void addRsaPrivateKey(const KeyMaterial &key, Template *object)
+{
+    object->addNumber(CKA_KEY_TYPE, CKK_RSA).addFlag(CKA_DECRYPT, true);
+    addNumbers(key.native(), RsaPublicNumbers, object);
+    addNumbers(key.native(), RsaPrivateNumbers, object);
+}
+
+void addEcPublicKey(const KeyMaterial &key, Template *object)
+{
+    object->addNumber(CKA_KEY_TYPE, CKK_EC)
+        .add(CKA_EC_PARAMS, curveParameters(key.publicInfo()))
+        .add(CKA_EC_POINT, Der::write(0x04, publicKeyBits(key.publicInfo())));
+}
+
+void addEcPrivateKey(const KeyMaterial &key, Template *object)
+{
+    const NumberBytes value(key.native(), OSSL_PKEY_PARAM_PRIV_KEY, size_t(key.bits() + 7) / 8);
+    object->addNumber(CKA_KEY_TYPE, CKK_EC)
+        .add(CKA_EC_PARAMS, curveParameters(key.publicInfo()))
+        .add(CKA_VALUE, value.data(), value.size());
+}
+
+/// How the numbers of one kind of key are written.
+struct KeyKind {
+    int keyType; ///< a value of `Trivex::KeyType`
+    bool needsNative; ///< the numbers are read by libcrypto
+    void (*addPublic)(const KeyMaterial &, Template *);
+    void (*addPrivate)(const KeyMaterial &, Template *);
+};
+
+constexpr KeyKind KeyKinds[] = {
+    {RsaKey, true, addRsaPublicKey, addRsaPrivateKey},
+    {EllipticCurveKey, true, addEcPublicKey, addEcPrivateKey},
+    {Gost2001Key, false, addGostPublicKey, addGostPrivateKey},
+    {Gost2012Key256, false, addGostPublicKey, addGostPrivateKey},
+    {Gost2012Key512, false, addGostPublicKey, addGostPrivateKey},
+};
+
+/// Throws for a kind that is not written.
+const KeyKind &kindOf(const KeyMaterial &key)
+{
+    for (const KeyKind &kind : KeyKinds) {
+        if (kind.keyType == key.keyType() && (key.native() || !kind.needsNative))
+            return kind;
+    }
+    throw Error(TokenError::NotSupported);
+}
+
+} // namespace
+
+void fillCertificate(const TokenCertificate &certificate, Template *object)
+{
+    const QByteArray &der = certificate.der;
+    object->addNumber(CKA_CLASS, CKO_CERTIFICATE)
+        .addNumber(CKA_CERTIFICATE_TYPE, CKC_X_509)
+        .addFlag(CKA_TOKEN, true)
+        .addFlag(CKA_PRIVATE, false)
+        .add(CKA_SUBJECT, certificate.parts.subject.in(der))
+        .add(CKA_ISSUER, certificate.parts.issuer.in(der))
+        .add(CKA_SERIAL_NUMBER, certificate.parts.serial.in(der))
+        .add(CKA_VALUE, der);
+    addNames(certificate.id, certificate.label, object);
+}
+
+void fillPublicKey(const KeyMaterial &key, const QByteArray &id, const QString &label,
+                   Template *object)
+{
+    const KeyKind &kind = kindOf(key);
+    object->addNumber(CKA_CLASS, CKO_PUBLIC_KEY)
+        .addFlag(CKA_TOKEN, true)
+        .addFlag(CKA_PRIVATE, false)
+        .addFlag(CKA_VERIFY, true);
+    kind.addPublic(key, object);
+    addNames(id, label, object);
+}
+
+void fillPrivateKey(const KeyMaterial &key, const QByteArray &subject, const QByteArray &id,
+                    const QString &label, Template *object)
+{
+    const KeyKind &kind = kindOf(key);
+    object->addNumber(CKA_CLASS, CKO_PRIVATE_KEY)
+        .addFlag(CKA_TOKEN, true)
+        .addFlag(CKA_PRIVATE, true)
+        .addFlag(CKA_SENSITIVE, true)
+        .addFlag(CKA_EXTRACTABLE, false)
+        .addFlag(CKA_SIGN, true);
+    if (!subject.isEmpty())
+        object->add(CKA_SUBJECT, subject);
+    kind.addPrivate(key, object);
+    addNames(id, label, object);
+}
+
+QString commonNameOf(const TokenCertificate &certificate)
+{
+    const QByteArray der = certificate.parts.subject.in(certificate.der);
+    QString text;
+    const QCA::CertificateInfoOrdered names = decodeName(Der::sliceOf(der));
+    for (const QCA::CertificateInfoPair &pair : names) {
+        if (pair.type() == infoType(CommonNameInfo) && !pair.value().isEmpty())
+            text = pair.value();
+    }
+    return text;
+}
+
+} // namespace Trivex

@@ -1,0 +1,227 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/operations/objectwriter.h"
+
+#include "providers/pkcs11/contents/tokenreader.h"
+#include "providers/pkcs11/operations/objecttemplates.h"
+#include "providers/pkcs11/operations/writing.h"
+#include "qca/keys/gostpublickey.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+namespace Trivex {
+
+using Pkcs11::Error;
+using Pkcs11::Template;
+
+namespace {
+
+TokenCertificate parsed(const QByteArray &der)
+{
+    TokenCertificate certificate;
+    certificate.der = der;
+    certificate.parts = certificateParts(der);
+    if (!certificate.parts.isValid())
+        throw Error(TokenError::NotSupported);
+    return certificate;
+}
+
+QByteArray publicInfoIn(const TokenCertificate &certificate)
+{
+    const QByteArray view = certificate.parts.publicInfo.in(certificate.der);
+    return QByteArray(view.constData(), view.size());
+}
+
+/// Something that is to be written, and the objects that are it already or may be.
+struct Wanted {
+    ObjectMark mark;
+    std::vector<CK_OBJECT_HANDLE> present;
+};
+
+// What is there is looked for before anything is written, in as few searches as can be: a token
+// compares all its objects in each, and reads itself anew in one after a change.
+
+/// In one search for all of them. What is known of the others is not read again.
+std::vector<Wanted> lookForCertificates(const TokenConnection &connection, const Writing &writing,
+                                        const std::vector<QByteArray> &ders)
+{
+    std::vector<Wanted> wanted;
+    const auto find = [&](const QByteArray &der) {
+        return std::find_if(wanted.begin(), wanted.end(),
+                            [&](const Wanted &one) { return one.mark.value == der; });
+    };
+    for (const QByteArray &der : ders) {
+        if (find(der) == wanted.end())
+            wanted.push_back({{CKO_CERTIFICATE, {}, der}, {}});
+    }
+    QSet<CK_OBJECT_HANDLE> others;
+    for (const TokenEntryPtr &entry : connection.contents()->entries) {
+        if (find(entry->certificate->der) == wanted.end()) {
+            for (const CK_OBJECT_HANDLE object : entry->certificate->objects)
+                others.insert(object);
+        }
+    }
+    Pkcs11::AttributeReader reader({{CKA_VALUE, 16384}});
+    for (const CK_OBJECT_HANDLE object : findMarked(writing.session(), {CKO_CERTIFICATE, {}, {}})) {
+        if (others.contains(object) || !reader.readIfThere(writing.session(), object))
+            continue;
+        const auto found = find(reader.value(0));
+        if (found != wanted.end())
+            found->present.push_back(object);
+    }
+    return wanted;
+}
+
+/// In one search for both halves.
+void lookForPair(const Writing &writing, const QByteArray &id, Wanted *privateHalf,
+                 Wanted *publicHalf)
+{
+    privateHalf->mark = {CKO_PRIVATE_KEY, id, {}};
+    publicHalf->mark = {CKO_PUBLIC_KEY, id, {}};
+    Template sameId;
+    sameId.add(CKA_ID, id).addFlag(CKA_TOKEN, true);
+    Pkcs11::AttributeReader reader({{CKA_CLASS, sizeof(CK_OBJECT_CLASS)}});
+    for (const CK_OBJECT_HANDLE object : Pkcs11::findObjects(writing.session(), sameId)) {
+        if (!reader.readIfThere(writing.session(), object))
+            continue;
+        for (Wanted *half : {privateHalf, publicHalf}) {
+            if (reader.number(0, CKO_DATA) == half->mark.objectClass)
+                half->present.push_back(object);
+        }
+    }
+}
+
+/// Gives the certificate the names that go with its key, and writes it unless it is there.
+/// True when it was written.
+bool put(TokenConnection &connection, Writing &writing, const Wanted &wanted,
+         TokenCertificate &certificate, const QString &label)
+{
+    if (!wanted.present.empty())
+        return false;
+    const QByteArray publicInfo = publicInfoIn(certificate);
+    const TokenKeyPtr key = connection.contents()->keyFor(publicInfo);
+    certificate.id = key && !key->id.isEmpty() ? key->id : idForPublicKey(publicInfo);
+    certificate.label = key && !key->label.isEmpty() ? key->label : label;
+    if (certificate.label.isEmpty())
+        certificate.label = commonNameOf(certificate);
+    Template object;
+    fillCertificate(certificate, &object);
+    certificate.objects = {writing.create(object, wanted.mark, {})};
+    return true;
+}
+
+QString listedId(TokenConnection &connection, const QByteArray &der)
+{
+    // Written by another program since the token was read.
+    if (!connection.contents()->entryOf(der))
+        connection.read();
+    const TokenEntryPtr entry = connection.contents()->entryOf(der);
+    if (!entry)
+        throw Error(TokenError::NotFound);
+    return entry->id;
+}
+
+/// Writes one half of a pair unless one of the objects is it already.
+CK_OBJECT_HANDLE putHalf(Writing &writing, const Wanted &wanted, const KeyMaterial &key,
+                         Template &object)
+{
+    const CK_KEY_TYPE type = tokenTypeOf(key.publicInfo());
+    const QByteArray own = comparablePublicInfo(key.publicInfo());
+    for (const CK_OBJECT_HANDLE candidate : wanted.present) {
+        const QByteArray found = publicInfoOf(writing.session(), candidate, type);
+        // A private key of an elliptic curve does not show its public half.
+        if (found.isEmpty() || comparablePublicInfo(found) == own)
+            return candidate;
+    }
+    return writing.create(object, wanted.mark, wanted.present);
+}
+
+/// A bundle, with what the token has of it.
+struct WantedBundle {
+    WantedBundle(const TokenConnection &connection, const Writing &writing,
+                 const BundleToWrite &bundle)
+    {
+        const TokenKeyPtr known = connection.contents()->keyFor(bundle.key.publicInfo());
+        id = known && !known->id.isEmpty() ? known->id : idForPublicKey(bundle.key.publicInfo());
+        lookForPair(writing, id, &privateHalf, &publicHalf);
+        chain = lookForCertificates(connection, writing, bundle.chain);
+    }
+
+    QByteArray id;
+    Wanted privateHalf;
+    Wanted publicHalf;
+    std::vector<Wanted> chain;
+};
+
+void putKeys(TokenConnection &connection, Writing &writing, const WantedBundle &wanted,
+             const KeyMaterial &key, const QString &label)
+{
+    const TokenCertificate own = parsed(wanted.chain.front().mark.value);
+    Template privateHalf;
+    fillPrivateKey(key, own.parts.subject.in(own.der), wanted.id, label, &privateHalf);
+    const auto privateObject = putHalf(writing, wanted.privateHalf, key, privateHalf);
+    Template publicHalf;
+    fillPublicKey(key, wanted.id, label, &publicHalf);
+    const auto publicObject = putHalf(writing, wanted.publicHalf, key, publicHalf);
+    connection.noteWritten(writing.session(), publicObject, privateObject);
+}
+
+void putChain(TokenConnection &connection, Writing &writing, const WantedBundle &wanted,
+              const QString &label)
+{
+    std::vector<TokenCertificate> written;
+    for (const Wanted &one : wanted.chain) {
+        TokenCertificate certificate = parsed(one.mark.value);
+        const bool isOwn = &one == &wanted.chain.front();
+        if (put(connection, writing, one, certificate, isOwn ? label : QString()))
+            written.push_back(certificate);
+    }
+    connection.noteWritten(written);
+}
+
+void checkBundle(const BundleToWrite &bundle)
+{
+    if (bundle.chain.empty() || !bundle.key.isPrivate()
+        || comparablePublicInfo(publicInfoIn(parsed(bundle.chain.front())))
+            != comparablePublicInfo(bundle.key.publicInfo()))
+        throw Error(TokenError::NotSupported);
+}
+
+} // namespace
+
+QString writeCertificate(TokenConnection &connection, Operation &operation, const QByteArray &der)
+{
+    TokenCertificate certificate = parsed(der);
+    connection.checkWritable();
+    connection.login(operation);
+    Writing writing(connection);
+    const auto wanted = lookForCertificates(connection, writing, {der});
+    if (put(connection, writing, wanted.front(), certificate, QString()))
+        connection.noteWritten({certificate});
+    const QString id = listedId(connection, der);
+    writing.keep();
+    return id;
+}
+
+QString writeBundle(TokenConnection &connection, Operation &operation, const BundleToWrite &bundle)
+{
+    checkBundle(bundle);
+    const TokenCertificate own = parsed(bundle.chain.front());
+    connection.checkWritable();
+    connection.login(operation);
+    Writing writing(connection);
+    const QString label = bundle.name.isEmpty() ? commonNameOf(own) : bundle.name;
+    const WantedBundle wanted(connection, writing, bundle);
+    putKeys(connection, writing, wanted, bundle.key, label);
+    putChain(connection, writing, wanted, label);
+    const QString id = listedId(connection, own.der);
+    const TokenEntryPtr entry = connection.contents()->entry(id);
+    if (!entry->key || entry->key->privateObject == CK_INVALID_HANDLE)
+        throw Error(TokenError::NotFound);
+    writing.keep();
+    return id;
+}
+
+} // namespace Trivex

@@ -1,0 +1,248 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/operations/signing.h"
+
+#include "providers/pkcs11/calls/attributes.h"
+#include "providers/pkcs11/contents/gostkeys.h"
+#include "providers/pkcs11/life/tokenservice.h"
+#include "qca/asn1/derwriter.h"
+#include "qca/asn1/handles.h"
+#include "qca/base/secret.h"
+#include "qca/keys/keymaterial.h"
+
+namespace Trivex {
+
+using Pkcs11::check;
+using Pkcs11::Error;
+using Pkcs11::Session;
+
+namespace {
+
+/// Room for the signature or the plain text of an RSA key of 16,384 bits.
+constexpr CK_ULONG ResultRoom = 2048;
+
+struct SignatureMechanism {
+    CK_KEY_TYPE keyType;
+    CK_MECHANISM_TYPE mechanism;
+};
+
+constexpr SignatureMechanism Mechanisms[] = {
+    {CKK_RSA, CKM_RSA_PKCS},
+    {CKK_EC, CKM_ECDSA},
+    {CKK_EC_EDWARDS, CKM_EDDSA},
+    {CKK_GOSTR3410, CKM_GOSTR3410},
+    {KeyTypeGost512, MechanismGost512Sign},
+};
+
+CK_MECHANISM mechanismFor(CK_KEY_TYPE type)
+{
+    for (const SignatureMechanism &one : Mechanisms) {
+        if (one.keyType == type)
+            return {one.mechanism, nullptr, 0};
+    }
+    throw Error(TokenError::NotSupported);
+}
+
+/// The key's object, which shows itself after the login only.
+CK_OBJECT_HANDLE privateObject(TokenConnection &connection, const TokenKey &wanted)
+{
+    const TokenKeyPtr found = connection.contents()->keyFor(wanted.publicInfo);
+    if (!found || found->privateObject == CK_INVALID_HANDLE)
+        throw Error(wanted.isPresumed ? TokenError::NoKey : TokenError::NotFound);
+    return found->privateObject;
+}
+
+bool asksAtEachUse(const Session &session, CK_OBJECT_HANDLE key)
+{
+    Pkcs11::AttributeReader reader({{CKA_ALWAYS_AUTHENTICATE, sizeof(CK_BBOOL)}});
+    reader.read(session, key);
+    return reader.flag(0, false);
+}
+
+/// The two calls of an operation with a private key, and how they are called in a report.
+struct Calls {
+    CK_C_SignInit CK_FUNCTION_LIST::*initialize;
+    const char *initializeName;
+    CK_C_Sign CK_FUNCTION_LIST::*finish;
+    const char *finishName;
+};
+
+constexpr Calls SignCalls = {&CK_FUNCTION_LIST::C_SignInit, "C_SignInit", &CK_FUNCTION_LIST::C_Sign,
+                             "C_Sign"};
+constexpr Calls DecryptCalls = {&CK_FUNCTION_LIST::C_DecryptInit, "C_DecryptInit",
+                                &CK_FUNCTION_LIST::C_Decrypt, "C_Decrypt"};
+
+/// The result is no memory of QCA's: the module may return when QCA has ended long ago.
+Secret useKey(TokenConnection &connection, Operation &operation, const TokenKey &key,
+              const Calls &calls, CK_MECHANISM mechanism, QByteArray input)
+{
+    connection.login(operation, TokenConnection::LoginFor::PrivateKeys);
+    // A session of its own: one that fails half way is left with an operation that never ends.
+    const Session session = connection.open(Session::ReadOnly);
+    const auto initialize = [&](CK_OBJECT_HANDLE object) {
+        return ((*session.module().operator->()).*calls.initialize)(session.handle(), &mechanism,
+                                                                    object);
+    };
+    CK_OBJECT_HANDLE object = privateObject(connection, key);
+    connection.checkCancelled();
+    CK_RV result = initialize(object);
+    if (result == CKR_KEY_HANDLE_INVALID || result == CKR_OBJECT_HANDLE_INVALID) {
+        // Another program has rewritten it.
+        connection.readKeysAgain();
+        object = privateObject(connection, key);
+        result = initialize(object);
+    }
+    check(result, calls.initializeName);
+    if (asksAtEachUse(session, object))
+        connection.loginForUse(session, operation);
+    connection.checkCancelled();
+    Secret output{int(ResultRoom)};
+    CK_ULONG size = ResultRoom;
+    check(((*session.module().operator->()).*calls.finish)(
+              session.handle(), reinterpret_cast<CK_BYTE *>(input.data()), CK_ULONG(input.size()),
+              reinterpret_cast<CK_BYTE *>(output.data()), &size),
+          calls.finishName);
+    // The module can't have written more than it had room for, whatever it says.
+    if (size > ResultRoom)
+        throw Error(CKR_GENERAL_ERROR, calls.finishName);
+    output.truncate(int(size));
+    return output;
+}
+
+/// A signature whose length can't be is none: RFC 8017, 8.2.1, PKCS#11 2.40 current mechanisms,
+/// 2.3.1 (r and s side by side, each as long as the order), and RFC 9215, 2.
+void checkSignature(const TokenKey &key, const QByteArray &signature)
+{
+    const int length = (KeyMaterial::fromPublicInfo(key.publicInfo).bits() + 7) / 8;
+    const GostMechanisms *gost = gostMechanisms(key.publicInfo);
+    const bool isGood = key.type == CKK_RSA ? signature.size() == length
+        : key.type == CKK_EC ? signature.size() % 2 == 0 && signature.size() <= 2 * length
+                             : !gost || signature.size() == gost->signatureSize;
+    if (!isGood || signature.isEmpty())
+        throw Error(CKR_GENERAL_ERROR, "C_Sign");
+}
+
+QByteArray digestBy(TokenConnection &connection, CK_MECHANISM_TYPE type, QByteArray message,
+                    int digestSize)
+{
+    CK_MECHANISM mechanism = {type, nullptr, 0};
+    const Session session = connection.open(Session::ReadOnly);
+    check(session.module()->C_DigestInit(session.handle(), &mechanism), "C_DigestInit");
+    QByteArray digest(digestSize, '\0');
+    auto size = CK_ULONG(digest.size());
+    check(session.module()->C_Digest(session.handle(), reinterpret_cast<CK_BYTE *>(message.data()),
+                                     CK_ULONG(message.size()),
+                                     reinterpret_cast<CK_BYTE *>(digest.data()), &size),
+          "C_Digest");
+    if (size != CK_ULONG(digestSize))
+        throw Error(CKR_GENERAL_ERROR, "C_Digest");
+    return digest;
+}
+
+/// Signs `message`, whose digest is `digest` unless nobody here could compute it: then the token
+/// digests, in a step of its own or in that of the signature.
+QByteArray signGost(TokenConnection &connection, Operation &operation, const TokenKey &key,
+                    const GostMechanisms &mechanisms, const std::optional<QByteArray> &message,
+                    QByteArray digest)
+{
+    const bool takesDigest = connection.supports(mechanisms.sign);
+    if (takesDigest && digest.isEmpty() && message && connection.supports(mechanisms.digest))
+        digest = digestBy(connection, mechanisms.digest, *message, mechanisms.signatureSize / 2);
+    connection.checkCancelled();
+    const bool givesDigest = takesDigest && !digest.isEmpty();
+    if (!givesDigest && !(message && connection.supports(mechanisms.signMessage)))
+        throw Error(TokenError::NotSupported);
+    QByteArray parameters = Der::writeOid(mechanisms.digestParameters);
+    CK_MECHANISM mechanism = {mechanisms.sign, nullptr, 0};
+    if (!givesDigest)
+        mechanism = {mechanisms.signMessage, parameters.data(), CK_ULONG(parameters.size())};
+    const QByteArray signature =
+        useKey(connection, operation, key, SignCalls, mechanism, givesDigest ? digest : *message)
+            .toByteArray();
+    checkSignature(key, signature);
+    return signature;
+}
+
+bool perform(Purpose purpose, const TokenKeyReference &reference, Token::Work work)
+{
+    const TokenPtr token = TokenService::instance().token(reference.storeId);
+    if (!token) {
+        TokenError error;
+        error.kind = TokenError::TokenRemoved;
+        error.keyStoreId = reference.storeId;
+        error.purpose = purpose;
+        publishTokenError(error);
+        return false;
+    }
+    const TokenError error = token->run(Operation(purpose, reference.storeId), std::move(work));
+    return error.kind == TokenError::NoError;
+}
+
+} // namespace
+
+bool signOnToken(const TokenKeyReference &reference, const QByteArray &block, QByteArray *signature)
+{
+    const auto result = std::make_shared<QByteArray>();
+    const auto work = [result, block, key = reference.key](TokenConnection &connection,
+                                                           Operation &operation) {
+        *result = useKey(connection, operation, *key, SignCalls, mechanismFor(key->type), block)
+                      .toByteArray();
+        checkSignature(*key, *result);
+        if (key->type == CKK_EC)
+            *result = ecdsaSignature(*result);
+    };
+    if (!perform(Purpose::Sign, reference, work) || result->isEmpty())
+        return false;
+    *signature = *result;
+    return true;
+}
+
+bool signMessageOnToken(const TokenKeyReference &reference,
+                        const std::optional<QByteArray> &message, const QByteArray &digest,
+                        QByteArray *signature)
+{
+    const GostMechanisms *mechanisms =
+        reference.key ? gostMechanisms(reference.key->publicInfo) : nullptr;
+    if (!mechanisms)
+        return false;
+    const auto result = std::make_shared<QByteArray>();
+    const auto work = [=, key = reference.key](TokenConnection &connection, Operation &operation) {
+        *result = signGost(connection, operation, *key, *mechanisms, message, digest);
+    };
+    if (!perform(Purpose::Sign, reference, work))
+        return false;
+    *signature = *result;
+    return true;
+}
+
+bool decryptOnToken(const TokenKeyReference &reference, const QByteArray &data,
+                    QCA::SecureArray *plain)
+{
+    const auto result = std::make_shared<Secret>();
+    const auto work = [result, data, key = reference.key](TokenConnection &connection,
+                                                          Operation &operation) {
+        *result = useKey(connection, operation, *key, DecryptCalls, mechanismFor(key->type), data);
+    };
+    if (!perform(Purpose::Decrypt, reference, work))
+        return false;
+    *plain = result->toSecureArray();
+    return true;
+}
+
+QByteArray ecdsaSignature(const QByteArray &sideBySide)
+{
+    const int half = sideBySide.size() / 2;
+    if (half == 0 || sideBySide.size() % 2)
+        return {};
+    const auto *bytes = reinterpret_cast<const unsigned char *>(sideBySide.constData());
+    const EcdsaSignatureHandle signature(ECDSA_SIG_new());
+    BIGNUM *r = BN_bin2bn(bytes, half, nullptr);
+    BIGNUM *s = BN_bin2bn(bytes + half, half, nullptr);
+    ECDSA_SIG_set0(signature.get(), r, s);
+    QByteArray der(i2d_ECDSA_SIG(signature.get(), nullptr), '\0');
+    auto *out = reinterpret_cast<unsigned char *>(der.data());
+    i2d_ECDSA_SIG(signature.get(), &out);
+    return der;
+}
+
+} // namespace Trivex

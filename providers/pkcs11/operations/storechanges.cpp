@@ -1,0 +1,99 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/operations/storechanges.h"
+
+#include "providers/pkcs11/life/tokenservice.h"
+#include "providers/pkcs11/operations/objectremover.h"
+#include "providers/pkcs11/operations/objectwriter.h"
+#include "qca/keys/pkeycontainer.h"
+
+#include <utility>
+
+namespace Trivex {
+
+namespace {
+
+QCA::PKeyBase *keyContextOf(const QCA::PrivateKey &key)
+{
+    auto *container =
+        dynamic_cast<QCA::PKeyContext *>(const_cast<QCA::PrivateKey &>(key).context());
+    return container ? container->key() : nullptr;
+}
+
+/// A token's own key is known by its public half; it is there already.
+KeyMaterial materialOf(const QCA::PrivateKey &key)
+{
+    const QCA::PKeyBase *context = keyContextOf(key);
+    return context ? Trivex::materialOf(context) : KeyMaterial();
+}
+
+BundleToWrite bundleFrom(const QCA::KeyBundle &bundle)
+{
+    BundleToWrite result;
+    if (bundle.isNull())
+        return result;
+    result.name = bundle.name();
+    const QCA::CertificateChain chain = bundle.certificateChain();
+    for (const QCA::Certificate &certificate : chain)
+        result.chain.push_back(certificate.toDER());
+    result.key = materialOf(bundle.privateKey());
+    return result;
+}
+
+} // namespace
+
+Purpose purposeOf(const StoreChange &change)
+{
+    return change.kind == StoreChange::RemoveEntry ? Purpose::Remove : Purpose::Write;
+}
+
+Token::Work workOf(const StoreChange &change, const std::shared_ptr<QString> &written)
+{
+    if (change.kind == StoreChange::RemoveEntry) {
+        return [entryId = change.entryId](TokenConnection &connection, Operation &operation) {
+            removeEntry(connection, operation, entryId);
+        };
+    }
+    if (change.kind == StoreChange::WriteBundle) {
+        return [written, bundle = bundleFrom(change.bundle)](TokenConnection &connection,
+                                                             Operation &operation) {
+            *written = writeBundle(connection, operation, bundle);
+        };
+    }
+    const QByteArray der = change.certificate.isNull() ? QByteArray() : change.certificate.toDER();
+    return [written, der](TokenConnection &connection, Operation &operation) {
+        *written = writeCertificate(connection, operation, der);
+    };
+}
+
+bool TokenService::startChange(const QString &keyStoreId, const StoreChange &change,
+                               StoreChangeDone done)
+{
+    if (!store(keyStoreId))
+        return false;
+    const Purpose purpose = purposeOf(change);
+    // Made even when the token is gone: it takes the answers that were stored for it.
+    Operation operation(purpose, keyStoreId, change.owner);
+    const TokenPtr live = token(keyStoreId);
+    if (!live) {
+        TokenError error;
+        error.kind = TokenError::TokenRemoved;
+        error.keyStoreId = keyStoreId;
+        error.purpose = purpose;
+        publishTokenError(error);
+        done({});
+        return true;
+    }
+    const auto written = std::make_shared<QString>();
+    live->post(std::move(operation), workOf(change, written),
+               [written, done = std::move(done)](const TokenError &error) {
+                   StoreChangeResult result;
+                   result.succeeded = error.kind == TokenError::NoError;
+                   if (result.succeeded)
+                       result.entryId = *written;
+                   done(result);
+               });
+    return true;
+}
+
+} // namespace Trivex

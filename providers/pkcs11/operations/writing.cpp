@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/operations/writing.h"
+
+#include <algorithm>
+
+namespace Trivex {
+
+using Pkcs11::check;
+using Pkcs11::Error;
+using Pkcs11::Session;
+using Pkcs11::Template;
+
+std::vector<CK_OBJECT_HANDLE> findMarked(const Session &session, const ObjectMark &mark)
+{
+    // What tells most comes first: tokens compare in this order and stop at the first difference.
+    Template wanted;
+    wanted.addNumber(CKA_CLASS, mark.objectClass);
+    if (!mark.id.isEmpty())
+        wanted.add(CKA_ID, mark.id);
+    if (!mark.value.isEmpty())
+        wanted.add(CKA_VALUE, mark.value);
+    wanted.addFlag(CKA_TOKEN, true);
+    return Pkcs11::findObjects(session, wanted);
+}
+
+Writing::Writing(TokenConnection &connection)
+    : m_connection(connection)
+    , m_session(connection.open(Session::ReadWrite))
+{
+}
+
+Writing::~Writing()
+{
+    if (!m_steps.empty())
+        undo();
+}
+
+CK_OBJECT_HANDLE Writing::create(Template &object, const ObjectMark &mark,
+                                 const std::vector<CK_OBJECT_HANDLE> &present)
+{
+    m_connection.checkCancelled();
+    // Noted first: a call may make the object and fail on its way back.
+    m_steps.push_back({mark, present});
+    CK_OBJECT_HANDLE handle = CK_INVALID_HANDLE;
+    check(m_session.module()->C_CreateObject(m_session.handle(), object.data(), object.size(),
+                                             &handle),
+          "C_CreateObject");
+    if (handle == CK_INVALID_HANDLE)
+        throw Error(CKR_GENERAL_ERROR, "C_CreateObject");
+    return handle;
+}
+
+void Writing::undo() noexcept
+{
+    try {
+        // The session that failed may be of no use any more, and with it the login.
+        m_session = m_connection.open(Session::ReadWrite);
+        for (auto step = m_steps.rbegin(); step != m_steps.rend(); ++step)
+            undo(*step);
+    } catch (const Error &) {
+        // The token is gone. What it keeps are keys without a certificate, which show nowhere, and
+        // a repeated import completes them.
+    }
+}
+
+void Writing::undo(const Step &step)
+{
+    const auto found = findMarked(m_session, step.mark);
+    for (const CK_OBJECT_HANDLE object : found) {
+        const bool wasThere =
+            std::find(step.present.begin(), step.present.end(), object) != step.present.end();
+        if (!wasThere)
+            m_session.module()->C_DestroyObject(m_session.handle(), object);
+    }
+}
+
+} // namespace Trivex

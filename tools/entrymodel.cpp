@@ -1,0 +1,258 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tools/entrymodel.h"
+
+#include "qca/adapter/entries.h"
+#include "qca/keys/keys.h"
+#include "tools/texts.h"
+#include "tools/validity.h"
+
+#include <QElapsedTimer>
+#include <QMetaProperty>
+
+namespace Trivex {
+
+namespace {
+
+constexpr int SystemStore = 0;
+constexpr qint64 PortionMs = 3;
+
+/// The wrapped entry behind a row's object, or null: requests have none. Read past QVariant, which
+/// knows the pointer only under the one name that the module registers.
+const QCA::KeyStoreEntry *wrappedEntry(QObject *object)
+{
+    const int index = object ? object->metaObject()->indexOfProperty("data") : -1;
+    if (index < 0)
+        return nullptr;
+    const QByteArray type = object->metaObject()->property(index).typeName();
+    if (type != "QCA::KeyStoreEntry*" && type != "QCA_KeyStoreEntry*")
+        return nullptr;
+    QCA::KeyStoreEntry *entry = nullptr;
+    void *arguments[] = {&entry};
+    QMetaObject::metacall(object, QMetaObject::ReadProperty, index, arguments);
+    return entry;
+}
+
+QString searchText(const QObject *certificate)
+{
+    static const char *const fields[] = {"commonName",   "issuer",       "subjectOrganization",
+                                         "subjectEmail", "subjectInn",   "subjectSnils",
+                                         "subjectOgrn",  "subjectInnle", "subjectOgrnip"};
+    QStringList parts;
+    for (const char *field : fields) {
+        const QString text = certificate->property(field).toString();
+        if (!text.isEmpty())
+            parts += text;
+    }
+    // With and without its colons, as people copy it from either kind of program.
+    const QString serial = Texts::plainHex(certificate->property("serialNumber").toString());
+    parts << serial << QString(serial).remove(QLatin1Char(':'));
+    return parts.join(QLatin1Char('\n')).toLower();
+}
+
+/// The store's name for people: two of them come with the name of the code behind them.
+QString shownName(const QCA::KeyStoreEntry &entry, bool isSystem)
+{
+    if (isSystem)
+        return qtTrId("trivex-app-category-system");
+    const QString name = entryStoreName(entry);
+    return name == QLatin1String("USER") ? qtTrId("trivex-app-category-users") : name;
+}
+
+int keyKind(const QCA::KeyStoreEntry &entry)
+{
+    if (entryType(entry) != QCA::KeyStoreEntry::TypeKeyBundle)
+        return EntryModel::NoKey;
+    return keyType(entryKeyBundle(entry).privateKey()) == RsaKey ? EntryModel::RsaKind
+                                                                 : EntryModel::OtherKind;
+}
+
+QString initialOf(const QString &name)
+{
+    for (const QChar c : name) {
+        if (c.isLetterOrNumber())
+            return QString(c.toUpper());
+    }
+    return QStringLiteral("?");
+}
+
+} // namespace
+
+EntryModel::EntryModel(QObject *parent)
+    : QIdentityProxyModel(parent)
+{
+    m_idle.setInterval(0);
+    connect(&m_idle, &QTimer::timeout, this, &EntryModel::readAhead);
+    m_announce.setSingleShot(true);
+    m_announce.setInterval(0);
+    connect(&m_announce, &QTimer::timeout, this, &EntryModel::countsChanged);
+}
+
+EntryModel::~EntryModel() = default;
+
+void EntryModel::setSourceModel(QAbstractItemModel *source)
+{
+    if (sourceModel() == source)
+        return;
+    if (sourceModel())
+        disconnect(sourceModel(), nullptr, this, nullptr);
+    if (source) {
+        // Before the base class passes the changes on, so that whoever hears of them finds the
+        // kept rows in step.
+        connect(source, &QAbstractItemModel::rowsInserted, this,
+                [this](const QModelIndex &, int first, int last) { insert(first, last); });
+        connect(source, &QAbstractItemModel::rowsRemoved, this,
+                [this](const QModelIndex &, int first, int last) { remove(first, last); });
+        connect(source, &QAbstractItemModel::modelReset, this, &EntryModel::reset);
+    }
+    QIdentityProxyModel::setSourceModel(source);
+    reset();
+}
+
+QHash<int, QByteArray> EntryModel::roleNames() const
+{
+    QHash<int, QByteArray> names = QIdentityProxyModel::roleNames();
+    names.insert(StoreIdRole, QByteArrayLiteral("storeId"));
+    names.insert(StoreNameRole, QByteArrayLiteral("storeName"));
+    names.insert(ValidityRole, QByteArrayLiteral("validity"));
+    names.insert(UntilRole, QByteArrayLiteral("until"));
+    names.insert(InitialRole, QByteArrayLiteral("initial"));
+    names.insert(HaystackRole, QByteArrayLiteral("haystack"));
+    names.insert(HasKeyRole, QByteArrayLiteral("hasKey"));
+    names.insert(KeyKindRole, QByteArrayLiteral("keyKind"));
+    names.insert(IdentityRole, QByteArrayLiteral("identity"));
+    return names;
+}
+
+QVariant EntryModel::data(const QModelIndex &index, int role) const
+{
+    if (role < StoreIdRole || role > IdentityRole)
+        return QIdentityProxyModel::data(index, role);
+    if (index.row() < 0 || index.row() >= m_rows.size())
+        return {};
+    const Row &kept = row(index.row());
+    switch (role) {
+    case StoreIdRole:
+        return kept.storeId;
+    case StoreNameRole:
+        return kept.storeName;
+    case ValidityRole:
+        return Validity::stateAt(kept.from, kept.until, QDateTime::currentDateTimeUtc());
+    case UntilRole:
+        return kept.until;
+    case InitialRole:
+        return kept.initial;
+    case HaystackRole:
+        return kept.haystack;
+    case KeyKindRole:
+        return kept.keyKind;
+    case IdentityRole:
+        return kept.identity;
+    default:
+        return kept.hasKey;
+    }
+}
+
+const EntryModel::Row &EntryModel::row(int sourceRow) const
+{
+    Row &kept = m_rows[sourceRow];
+    if (!kept.read)
+        read(sourceRow, kept);
+    return kept;
+}
+
+void EntryModel::read(int sourceRow, Row &row) const
+{
+    row.read = true;
+    const QModelIndex index = sourceModel()->index(sourceRow, 0);
+    row.initial = initialOf(index.data(NameRole).toString());
+    if (const QCA::KeyStoreEntry *entry = wrappedEntry(index.data(EntryRole).value<QObject *>())) {
+        row.storeId = entryStoreId(*entry);
+        const bool isSystem = index.data(TypeRole).toInt() == SystemStore;
+        row.storeName = shownName(*entry, isSystem);
+        row.keyKind = keyKind(*entry);
+        row.hasKey = row.keyKind != NoKey;
+        row.identity = row.storeId + QLatin1Char('\n') + entryId(*entry);
+        m_system.insert(row.storeId, isSystem);
+        noteCounts(row, 1);
+    }
+    if (const auto *certificate = index.data(CertificateRole).value<QObject *>()) {
+        row.from = certificate->property("notValidBefore").toDateTime();
+        row.until = certificate->property("notValidAfter").toDateTime();
+        row.haystack = searchText(certificate);
+    }
+}
+
+void EntryModel::readAhead()
+{
+    QElapsedTimer clock;
+    clock.start();
+    while (m_next < m_rows.size() && clock.elapsed() < PortionMs)
+        row(m_next++);
+    if (m_next >= m_rows.size())
+        m_idle.stop();
+}
+
+void EntryModel::insert(int first, int last)
+{
+    m_rows.insert(first, last - first + 1, Row());
+    m_next = qMin(m_next, first);
+    m_idle.start();
+}
+
+void EntryModel::remove(int first, int last)
+{
+    for (int i = first; i <= last; ++i) {
+        if (m_rows.at(i).read)
+            noteCounts(m_rows.at(i), -1);
+    }
+    m_rows.remove(first, last - first + 1);
+    m_next = qMin(m_next, first);
+    if (m_next < m_rows.size())
+        m_idle.start();
+}
+
+void EntryModel::reset()
+{
+    m_rows.fill(Row(), sourceModel() ? sourceModel()->rowCount() : 0);
+    m_counts.clear();
+    m_next = 0;
+    m_idle.start();
+    m_announce.start();
+}
+
+void EntryModel::noteCounts(const Row &row, int delta) const
+{
+    if (row.storeId.isEmpty())
+        return;
+    m_counts[row.storeId] += delta;
+    m_announce.start();
+}
+
+int EntryModel::countInStore(const QString &storeId) const
+{
+    return m_counts.value(storeId);
+}
+
+QString EntryModel::storeNameAt(int sourceRow) const
+{
+    return row(sourceRow).storeName;
+}
+
+bool EntryModel::isSystemStore(const QString &storeId) const
+{
+    return m_system.value(storeId);
+}
+
+int EntryModel::rowOfCertificate(QObject *certificate) const
+{
+    if (!certificate)
+        return -1;
+    for (int i = 0; i < m_rows.size(); ++i) {
+        if (sourceModel()->index(i, 0).data(CertificateRole).value<QObject *>() == certificate)
+            return i;
+    }
+    return -1;
+}
+
+} // namespace Trivex

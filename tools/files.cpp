@@ -1,0 +1,137 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tools/files.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStorageInfo>
+
+#include <limits>
+
+#include <sys/stat.h>
+
+namespace Trivex {
+
+Files::Files(QObject *parent)
+    : QObject(parent)
+{
+}
+
+QString Files::homeFolder() const
+{
+    return QDir::homePath();
+}
+
+QString Files::path(const QUrl &url) const
+{
+    if (url.isLocalFile())
+        return url.toLocalFile();
+    return url.scheme().isEmpty() ? url.path() : QString();
+}
+
+QUrl Files::url(const QString &path) const
+{
+    return path.isEmpty() ? QUrl() : QUrl::fromLocalFile(path);
+}
+
+QString Files::fileName(const QString &path) const
+{
+    return QFileInfo(path).fileName();
+}
+
+QString Files::folder(const QString &path) const
+{
+    return QFileInfo(path).absolutePath();
+}
+
+bool Files::exists(const QString &path) const
+{
+    return QFileInfo::exists(path);
+}
+
+bool Files::isFolder(const QString &path) const
+{
+    return QFileInfo(path).isDir();
+}
+
+QString Files::stamp(const QString &path) const
+{
+    struct stat status;
+    if (path.isEmpty() || ::stat(QFile::encodeName(path).constData(), &status) != 0)
+        return {};
+    QStringList parts;
+    for (const qint64 number :
+         {qint64(status.st_dev), qint64(status.st_ino), qint64(status.st_size),
+          qint64(status.st_mtim.tv_sec), qint64(status.st_mtim.tv_nsec),
+          qint64(status.st_ctim.tv_sec), qint64(status.st_ctim.tv_nsec)})
+        parts += QString::number(number);
+    return parts.join(QLatin1Char(':'));
+}
+
+bool Files::isWholePem(const QString &path) const
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    return file.readAll().trimmed().endsWith("-----") && file.size() > 0;
+}
+
+bool Files::hasContents(const QString &path) const
+{
+    const QFileInfo info(path);
+    return info.isFile() && info.isWritable() && info.size() > 0;
+}
+
+QString Files::whyNotWritten(const QString &folder) const
+{
+    const QFileInfo info(folder);
+    if (!info.isDir()) {
+        //% "The folder does not exist any more. Choose another one."
+        return qtTrId("trivex-app-write-no-folder");
+    }
+    if (!info.isWritable()) {
+        //% "You may not write to this folder. Choose another one."
+        return qtTrId("trivex-app-write-denied");
+    }
+    const QStorageInfo storage(folder);
+    if (storage.isValid() && storage.isReadOnly()) {
+        //% "This disk is write-protected. Choose another folder."
+        return qtTrId("trivex-app-write-read-only");
+    }
+    constexpr qint64 little = 64 * 1024;
+    if (storage.isValid() && storage.bytesAvailable() < little) {
+        //% "The disk is full. Free some space or choose another folder."
+        return qtTrId("trivex-app-write-full");
+    }
+    //% "The file could not be written whole. Choose another folder or check the disk."
+    return qtTrId("trivex-app-write-failed");
+}
+
+QString Files::whyNotRead(const QString &path) const
+{
+    const QFileInfo info(path);
+    if (!info.exists()) {
+        //% "The file is not there any more. Choose it again."
+        return qtTrId("trivex-app-read-missing");
+    }
+    if (info.isDir()) {
+        //% "This is a folder. Choose a file in it."
+        return qtTrId("trivex-app-read-folder");
+    }
+    if (!info.isReadable()) {
+        //% "You may not read this file. Ask its owner for access."
+        return qtTrId("trivex-app-read-denied");
+    }
+    if (info.size() == 0) {
+        //% "The file is empty. Ask for it to be sent again."
+        return qtTrId("trivex-app-read-empty");
+    }
+    if (info.size() > std::numeric_limits<int>::max()) {
+        //% "The file is too big: 2 GB and more can't be read here. Compress it or split it."
+        return qtTrId("trivex-app-read-too-big");
+    }
+    //% "The file could not be read. Check the disk that it is on, or choose another file."
+    return qtTrId("trivex-app-read-failed");
+}
+
+} // namespace Trivex

@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QUrl>
+
+namespace Trivex {
+
+/// What pages need of files, and QML does not give. A singleton in QML.
+class Files : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(QString homeFolder READ homeFolder CONSTANT)
+public:
+    explicit Files(QObject *parent = nullptr);
+
+    QString homeFolder() const;
+
+    /// The local path of a URL or of a path; empty for a URL of another kind.
+    Q_INVOKABLE QString path(const QUrl &url) const;
+    Q_INVOKABLE QUrl url(const QString &path) const;
+    Q_INVOKABLE QString fileName(const QString &path) const;
+    Q_INVOKABLE QString folder(const QString &path) const;
+    Q_INVOKABLE bool exists(const QString &path) const;
+    Q_INVOKABLE bool isFolder(const QString &path) const;
+    /// Which file lies at `path` and how it is: another text when it was replaced or written to.
+    /// Empty where there is none.
+    Q_INVOKABLE QString stamp(const QString &path) const;
+
+    /// True when `path` holds a whole PEM object: written to its end line. A disk that fills up
+    /// while a file is written is seen by nobody else.
+    Q_INVOKABLE bool isWholePem(const QString &path) const;
+    /// True for a file that is there, not empty, and could have been written to just now.
+    Q_INVOKABLE bool hasContents(const QString &path) const;
+    /// Why a file could not be written to `folder`, as a sentence with its next step.
+    Q_INVOKABLE QString whyNotWritten(const QString &folder) const;
+    /// Why a file could not be read, as a sentence with its next step.
+    Q_INVOKABLE QString whyNotRead(const QString &path) const;
+};
+
+} // namespace Trivex

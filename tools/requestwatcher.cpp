@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tools/requestwatcher.h"
+
+namespace Trivex {
+
+namespace {
+constexpr int NameRole = 257;
+constexpr int CertificateRole = 259;
+/// The directory watcher may take so long to report a deleted file.
+constexpr int WatchMs = 5000;
+constexpr int SettleMs = 50;
+} // namespace
+
+RequestWatcher::RequestWatcher(QObject *parent)
+    : QObject(parent)
+{
+    m_later.setSingleShot(true);
+    m_later.setInterval(SettleMs);
+    connect(&m_later, &QTimer::timeout, this, &RequestWatcher::compare);
+    m_forget.setSingleShot(true);
+    m_forget.setInterval(WatchMs);
+    connect(&m_forget, &QTimer::timeout, this, [this] { m_expecting = false; });
+}
+
+QAbstractItemModel *RequestWatcher::requests() const
+{
+    return m_requests;
+}
+
+void RequestWatcher::setRequests(QAbstractItemModel *requests)
+{
+    if (m_requests == requests)
+        return;
+    if (m_requests)
+        disconnect(m_requests, nullptr, this, nullptr);
+    m_requests = requests;
+    if (requests) {
+        connect(requests, &QAbstractItemModel::rowsInserted, this, [this] { m_later.start(); });
+        connect(requests, &QAbstractItemModel::rowsRemoved, this, [this] { m_later.start(); });
+        connect(requests, &QAbstractItemModel::modelReset, this, [this] { m_later.start(); });
+    }
+    m_known = names();
+    Q_EMIT requestsChanged();
+}
+
+void RequestWatcher::noteKeyBundle()
+{
+    m_expecting = true;
+    m_forget.start();
+}
+
+void RequestWatcher::noteDeleted(const QString &fileName)
+{
+    m_deleted.insert(fileName);
+}
+
+QHash<QString, QString> RequestWatcher::names() const
+{
+    QHash<QString, QString> result;
+    const int count = m_requests ? m_requests->rowCount() : 0;
+    for (int i = 0; i < count; ++i) {
+        const QModelIndex index = m_requests->index(i, 0);
+        const auto *request = index.data(CertificateRole).value<QObject *>();
+        const QString file = request ? request->property("fileName").toString() : QString();
+        if (!file.isEmpty())
+            result.insert(file, index.data(NameRole).toString());
+    }
+    return result;
+}
+
+void RequestWatcher::compare()
+{
+    const QHash<QString, QString> now = names();
+    const QHash<QString, QString> before = m_known;
+    m_known = now;
+    for (auto it = before.cbegin(); it != before.cend(); ++it) {
+        if (now.contains(it.key()) || m_deleted.remove(it.key()) || !m_expecting)
+            continue;
+        Q_EMIT arrived(it.value());
+    }
+}
+
+} // namespace Trivex

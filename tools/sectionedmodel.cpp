@@ -1,0 +1,308 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tools/sectionedmodel.h"
+
+#include <QAbstractProxyModel>
+#include <QMap>
+
+#include <algorithm>
+
+namespace Trivex {
+
+/// While the rows of a long list arrive, a pass is followed by a rest this many times as long.
+constexpr qint64 RestFactor = 4;
+
+SectionedModel::SectionedModel(QObject *parent)
+    : QAbstractListModel(parent)
+{
+    m_refresh.setSingleShot(true);
+    m_refresh.setInterval(0);
+    connect(&m_refresh, &QTimer::timeout, this, &SectionedModel::refresh);
+}
+
+SectionedModel::~SectionedModel() = default;
+
+EntryModel *SectionedModel::entries() const
+{
+    return m_entries;
+}
+
+void SectionedModel::setEntries(EntryModel *entries)
+{
+    if (m_entries == entries)
+        return;
+    if (m_entries)
+        disconnect(m_entries, nullptr, this, nullptr);
+    beginResetModel();
+    m_rows.clear();
+    m_entries = entries;
+    endResetModel();
+    if (entries) {
+        connect(entries, &QAbstractItemModel::rowsInserted, this,
+                [this](const QModelIndex &, int first, int last) { entriesInserted(first, last); });
+        connect(
+            entries, &QAbstractItemModel::rowsAboutToBeRemoved, this,
+            [this](const QModelIndex &, int first, int last) { entriesAboutToGo(first, last); });
+        connect(entries, &QAbstractItemModel::modelAboutToBeReset, this, [this] {
+            if (!m_rows.isEmpty())
+                replaceMiddle({}, 0, 0);
+        });
+        connect(entries, &QAbstractItemModel::modelReset, this, &SectionedModel::schedule);
+    }
+    schedule();
+    Q_EMIT entriesChanged();
+}
+
+QAbstractItemModel *SectionedModel::filter() const
+{
+    return m_filter;
+}
+
+void SectionedModel::setFilter(QAbstractItemModel *filter)
+{
+    if (m_filter == filter)
+        return;
+    if (m_filter)
+        disconnect(m_filter, nullptr, this, nullptr);
+    m_filter = filter;
+    if (filter) {
+        connect(filter, &QAbstractItemModel::rowsInserted, this, &SectionedModel::scheduleInTurn);
+        connect(filter, &QAbstractItemModel::rowsRemoved, this, &SectionedModel::schedule);
+        connect(filter, &QAbstractItemModel::rowsMoved, this, &SectionedModel::schedule);
+        connect(filter, &QAbstractItemModel::layoutChanged, this, &SectionedModel::schedule);
+        connect(filter, &QAbstractItemModel::modelReset, this, &SectionedModel::schedule);
+    }
+    schedule();
+    Q_EMIT filterChanged();
+}
+
+QString SectionedModel::storeId() const
+{
+    return m_storeId;
+}
+
+void SectionedModel::setStoreId(const QString &storeId)
+{
+    if (m_storeId == storeId)
+        return;
+    m_storeId = storeId;
+    schedule();
+    Q_EMIT storeIdChanged();
+}
+
+QString SectionedModel::pattern() const
+{
+    return m_pattern;
+}
+
+void SectionedModel::setPattern(const QString &pattern)
+{
+    if (m_pattern == pattern)
+        return;
+    m_pattern = pattern;
+    schedule();
+    Q_EMIT patternChanged();
+}
+
+int SectionedModel::keyKind() const
+{
+    return m_keyKind;
+}
+
+void SectionedModel::setKeyKind(int kind)
+{
+    if (m_keyKind == kind)
+        return;
+    m_keyKind = kind;
+    schedule();
+    Q_EMIT keyKindChanged();
+}
+
+int SectionedModel::count() const
+{
+    return m_rows.size();
+}
+
+int SectionedModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : m_rows.size();
+}
+
+QVariant SectionedModel::data(const QModelIndex &index, int role) const
+{
+    if (!m_entries || index.row() < 0 || index.row() >= m_rows.size())
+        return {};
+    const QModelIndex entry = m_entries->index(m_rows.at(index.row()), 0);
+    return entry.data(role == SectionRole ? int(EntryModel::StoreNameRole) : role);
+}
+
+QHash<int, QByteArray> SectionedModel::roleNames() const
+{
+    QHash<int, QByteArray> names;
+    if (m_entries)
+        names = m_entries->roleNames();
+    names.insert(SectionRole, QByteArrayLiteral("section"));
+    return names;
+}
+
+int SectionedModel::rowOf(QObject *certificate) const
+{
+    const int row = m_entries ? m_entries->rowOfCertificate(certificate) : -1;
+    return row < 0 ? -1 : m_rows.indexOf(row);
+}
+
+QVariant SectionedModel::value(int row, const QString &role) const
+{
+    return data(index(row), roleNames().key(role.toUtf8(), -1));
+}
+
+int SectionedModel::countWithValidity(int state) const
+{
+    return int(std::count_if(m_rows.cbegin(), m_rows.cend(), [this, state](int row) {
+        return m_entries->index(row, 0).data(EntryModel::ValidityRole).toInt() == state;
+    }));
+}
+
+void SectionedModel::schedule()
+{
+    m_refresh.start(0);
+}
+
+void SectionedModel::scheduleInTurn()
+{
+    if (m_refresh.isActive())
+        return;
+    const qint64 rested = m_sinceRefresh.isValid() ? m_sinceRefresh.elapsed() : m_rest;
+    m_refresh.start(int(qMax<qint64>(0, m_rest - rested)));
+}
+
+void SectionedModel::entriesInserted(int first, int last)
+{
+    const int added = last - first + 1;
+    scheduleInTurn();
+    // The usual case, and a store of thousands of rows arrives one by one.
+    if (last == m_entries->rowCount() - 1)
+        return;
+    for (int &row : m_rows) {
+        if (row >= first)
+            row += added;
+    }
+}
+
+void SectionedModel::entriesAboutToGo(int first, int last)
+{
+    const int gone = last - first + 1;
+    const int before = m_rows.size();
+    for (int i = m_rows.size() - 1; i >= 0; --i) {
+        if (m_rows.at(i) < first || m_rows.at(i) > last)
+            continue;
+        beginRemoveRows({}, i, i);
+        m_rows.removeAt(i);
+        endRemoveRows();
+    }
+    for (int &row : m_rows) {
+        if (row > last)
+            row -= gone;
+    }
+    if (m_rows.size() != before)
+        Q_EMIT countChanged();
+    schedule();
+}
+
+int SectionedModel::entryRow(const QAbstractItemModel *model, int row) const
+{
+    QModelIndex index = model->index(row, 0);
+    while (index.isValid() && index.model() != m_entries) {
+        const auto *proxy = qobject_cast<const QAbstractProxyModel *>(index.model());
+        index = proxy ? proxy->mapToSource(index) : QModelIndex();
+    }
+    return index.isValid() ? index.row() : -1;
+}
+
+bool SectionedModel::isWanted(int entryRow) const
+{
+    const QModelIndex index = m_entries->index(entryRow, 0);
+    if (!m_storeId.isEmpty() && index.data(EntryModel::StoreIdRole).toString() != m_storeId)
+        return false;
+    if (m_keyKind != EntryModel::NoKey && index.data(EntryModel::KeyKindRole).toInt() != m_keyKind)
+        return false;
+    return m_pattern.isEmpty()
+        || index.data(EntryModel::HaystackRole).toString().contains(m_pattern.toLower());
+}
+
+QVector<int> SectionedModel::wantedRows() const
+{
+    QVector<int> rows;
+    if (!m_entries)
+        return rows;
+    const QAbstractItemModel *model = m_filter ? m_filter.data() : m_entries.data();
+    const int count = model->rowCount();
+    rows.reserve(count);
+    for (int i = 0; i < count; ++i) {
+        const int row = entryRow(model, i);
+        if (row >= 0 && isWanted(row))
+            rows.append(row);
+    }
+    if (!m_storeId.isEmpty())
+        return rows;
+    return groupedByStore(rows);
+}
+
+QVector<int> SectionedModel::groupedByStore(const QVector<int> &rows) const
+{
+    // The stores by name; within one, the order of the filter.
+    QMap<QString, QVector<int>> stores;
+    for (const int row : rows)
+        stores[m_entries->storeNameAt(row)].append(row);
+    QVector<int> grouped;
+    grouped.reserve(rows.size());
+    for (const QVector<int> &store : qAsConst(stores))
+        grouped += store;
+    return grouped;
+}
+
+void SectionedModel::refresh()
+{
+    QElapsedTimer clock;
+    clock.start();
+    takeUp(wantedRows());
+    m_rest = clock.elapsed() * RestFactor;
+    m_sinceRefresh.start();
+}
+
+void SectionedModel::takeUp(const QVector<int> &rows)
+{
+    if (rows == m_rows)
+        return;
+    const int shorter = qMin(rows.size(), m_rows.size());
+    int prefix = 0;
+    while (prefix < shorter && rows.at(prefix) == m_rows.at(prefix))
+        ++prefix;
+    int suffix = 0;
+    while (suffix < shorter - prefix
+           && rows.at(rows.size() - 1 - suffix) == m_rows.at(m_rows.size() - 1 - suffix))
+        ++suffix;
+    replaceMiddle(rows, prefix, suffix);
+}
+
+void SectionedModel::replaceMiddle(const QVector<int> &rows, int prefix, int suffix)
+{
+    const int oldLast = m_rows.size() - 1 - suffix;
+    const int newLast = rows.size() - 1 - suffix;
+    if (newLast < prefix) {
+        beginRemoveRows({}, prefix, oldLast);
+        m_rows = rows;
+        endRemoveRows();
+    } else if (oldLast < prefix) {
+        beginInsertRows({}, prefix, newLast);
+        m_rows = rows;
+        endInsertRows();
+    } else {
+        beginResetModel();
+        m_rows = rows;
+        endResetModel();
+    }
+    Q_EMIT countChanged();
+}
+
+} // namespace Trivex

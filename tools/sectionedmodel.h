@@ -1,0 +1,94 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "tools/entrymodel.h"
+
+#include <QElapsedTimer>
+#include <QPointer>
+
+namespace Trivex {
+
+/// The rows that a filter model lets through, grouped by the store they live in, with the filter's
+/// order within a store.
+///
+/// Changes of the filter are taken up once per turn of the event loop and passed on as one change,
+/// so that a keystroke over thousands of rows costs one pass and not one per range; rows that
+/// vanish from the entries vanish here at once. Rows that arrive wait the longer for the next pass
+/// the more the last one cost.
+class SectionedModel : public QAbstractListModel {
+    Q_OBJECT
+    /// The rows themselves.
+    Q_PROPERTY(Trivex::EntryModel *entries READ entries WRITE setEntries NOTIFY entriesChanged)
+    /// A filter over `entries` that chooses and orders; when null, every row counts.
+    Q_PROPERTY(QAbstractItemModel *filter READ filter WRITE setFilter NOTIFY filterChanged)
+    /// When not empty, only the rows of that store.
+    Q_PROPERTY(QString storeId READ storeId WRITE setStoreId NOTIFY storeIdChanged)
+    /// A search text of its own, for lists without a filter model; any part of the haystack.
+    Q_PROPERTY(QString pattern READ pattern WRITE setPattern NOTIFY patternChanged)
+    /// When not `NoKey`, only the rows whose key is of that kind.
+    Q_PROPERTY(int keyKind READ keyKind WRITE setKeyKind NOTIFY keyKindChanged)
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
+public:
+    /// The heading under which a view groups; after the entries' own roles.
+    static constexpr int SectionRole = 380;
+
+    explicit SectionedModel(QObject *parent = nullptr);
+    ~SectionedModel() override;
+
+    EntryModel *entries() const;
+    void setEntries(EntryModel *entries);
+    QAbstractItemModel *filter() const;
+    void setFilter(QAbstractItemModel *filter);
+    QString storeId() const;
+    void setStoreId(const QString &storeId);
+    QString pattern() const;
+    void setPattern(const QString &pattern);
+    int keyKind() const;
+    void setKeyKind(int kind);
+    int count() const;
+
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+    /// The row that shows `certificate`, or -1.
+    Q_INVOKABLE int rowOf(QObject *certificate) const;
+    /// The value of a role, by name, of a row.
+    Q_INVOKABLE QVariant value(int row, const QString &role) const;
+    /// How many rows have this validity.
+    Q_INVOKABLE int countWithValidity(int state) const;
+
+Q_SIGNALS:
+    void entriesChanged();
+    void filterChanged();
+    void storeIdChanged();
+    void patternChanged();
+    void keyKindChanged();
+    void countChanged();
+
+private:
+    void schedule();
+    void scheduleInTurn();
+    void refresh();
+    void takeUp(const QVector<int> &rows);
+    QVector<int> wantedRows() const;
+    QVector<int> groupedByStore(const QVector<int> &rows) const;
+    int entryRow(const QAbstractItemModel *model, int row) const;
+    bool isWanted(int entryRow) const;
+    void entriesInserted(int first, int last);
+    void entriesAboutToGo(int first, int last);
+    void replaceMiddle(const QVector<int> &rows, int prefix, int suffix);
+
+    QPointer<EntryModel> m_entries;
+    QPointer<QAbstractItemModel> m_filter;
+    QString m_storeId;
+    QString m_pattern;
+    int m_keyKind = EntryModel::NoKey;
+    QVector<int> m_rows;
+    QTimer m_refresh;
+    QElapsedTimer m_sinceRefresh;
+    qint64 m_rest = 0; ///< ms
+};
+
+} // namespace Trivex

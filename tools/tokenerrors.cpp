@@ -1,0 +1,181 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tools/tokenerrors.h"
+
+#include <QCoreApplication>
+#include <QSysInfo>
+#include <QtCrypto>
+
+#include <algorithm>
+#include <iterator>
+
+namespace Trivex {
+
+namespace {
+
+QString purposeName(Purpose purpose)
+{
+    static const char *const names[] = {"sign", "decrypt", "write", "remove", "generate"};
+    return QLatin1String(names[int(purpose)]);
+}
+
+struct Texts {
+    TokenError::Kind kind;
+    const char *cause;
+    const char *advice;
+};
+
+constexpr Texts AllTexts[] = {
+    //% "The PIN is not right."
+    {TokenError::WrongPin, QT_TRID_NOOP("trivex-app-cause-wrong-pin"),
+     //% "Start again and type the PIN of this token. Nothing is tried again by itself."
+     QT_TRID_NOOP("trivex-app-advice-pin")},
+    //% "The token has locked its PIN after too many wrong tries."
+    {TokenError::PinLocked, QT_TRID_NOOP("trivex-app-cause-locked"),
+     //% "Have the PIN unlocked by whoever gave out the token, with its administrator PIN."
+     QT_TRID_NOOP("trivex-app-advice-locked")},
+    //% "No PIN was given."
+    {TokenError::PinMissing, QT_TRID_NOOP("trivex-app-cause-no-pin"), "trivex-app-advice-pin"},
+    //% "The token was removed."
+    {TokenError::TokenRemoved, QT_TRID_NOOP("trivex-app-cause-removed"),
+     //% "Insert the token and start again. Nothing half-done was left on it."
+     QT_TRID_NOOP("trivex-app-advice-removed")},
+    //% "There is no room left on the token."
+    {TokenError::TokenFull, QT_TRID_NOOP("trivex-app-cause-full"),
+     //% "Remove certificates that are no longer needed, or use another token."
+     QT_TRID_NOOP("trivex-app-advice-full")},
+    //% "The token is write-protected."
+    {TokenError::ReadOnly, QT_TRID_NOOP("trivex-app-cause-read-only"),
+     //% "Choose another token, or have the protection removed."
+     QT_TRID_NOOP("trivex-app-advice-read-only")},
+    //% "The token does not know this kind or size of key."
+    {TokenError::NotSupported, QT_TRID_NOOP("trivex-app-cause-unsupported"),
+     //% "Choose another algorithm or another token."
+     QT_TRID_NOOP("trivex-app-advice-unsupported")},
+    //% "The key or certificate is no longer on the token."
+    {TokenError::NotFound, QT_TRID_NOOP("trivex-app-cause-not-found"),
+     //% "Check that the right token is inserted."
+     QT_TRID_NOOP("trivex-app-advice-not-found")},
+    //% "The operation was stopped."
+    {TokenError::Cancelled, QT_TRID_NOOP("trivex-app-cause-cancelled"),
+     //% "Nothing was changed. Start again when you like."
+     QT_TRID_NOOP("trivex-app-advice-cancelled")},
+    //% "The token has no PIN for its user yet."
+    {TokenError::PinNotSet, QT_TRID_NOOP("trivex-app-cause-pin-not-set"),
+     //% "Set the user PIN with the program that came with the token, then start again."
+     QT_TRID_NOOP("trivex-app-advice-pin-not-set")},
+    //% "The PIN of the token has to be changed first."
+    {TokenError::PinExpired, QT_TRID_NOOP("trivex-app-cause-pin-expired"),
+     //% "Change the PIN with the program that came with the token, then start again."
+     QT_TRID_NOOP("trivex-app-advice-pin-expired")},
+    //% "The token wants a login, but does not let anybody log in."
+    {TokenError::NotLoggedIn, QT_TRID_NOOP("trivex-app-cause-not-logged-in"),
+     //% "Take the token out and insert it again. If it stays so, have it set up anew."
+     QT_TRID_NOOP("trivex-app-advice-not-logged-in")},
+    //% "Another program is using the token."
+    {TokenError::TokenInUse, QT_TRID_NOOP("trivex-app-cause-in-use"),
+     //% "Close the other programs that work with this token, then start again."
+     QT_TRID_NOOP("trivex-app-advice-in-use")},
+    //% "The token did not accept the data."
+    {TokenError::DataRefused, QT_TRID_NOOP("trivex-app-cause-data"),
+     //% "Choose another key: this one can't be used for what was asked of it."
+     QT_TRID_NOOP("trivex-app-advice-data")},
+    //% "The token holds no private key for this certificate."
+    {TokenError::NoKey, QT_TRID_NOOP("trivex-app-cause-no-private-key"),
+     //% "Choose another certificate, or the token on which its key was made."
+     QT_TRID_NOOP("trivex-app-advice-no-private-key")},
+    //% "This key can't make this kind of signature."
+    {TokenError::WrongKeyKind, QT_TRID_NOOP("trivex-app-cause-wrong-key-kind"),
+     //% "Choose an RSA key."
+     QT_TRID_NOOP("trivex-app-advice-wrong-key-kind")},
+    //% "The token or its reader reported a fault."
+    {TokenError::DeviceFailure, QT_TRID_NOOP("trivex-app-cause-device"),
+     //% "Take the token out, insert it again and retry. If it stays so, copy the report."
+     QT_TRID_NOOP("trivex-app-advice-device")},
+};
+
+/// Null where nothing failed.
+const Texts *textsOf(TokenError::Kind kind)
+{
+    const auto *found = std::find_if(std::begin(AllTexts), std::end(AllTexts),
+                                     [kind](const Texts &one) { return one.kind == kind; });
+    return found == std::end(AllTexts) ? nullptr : found;
+}
+
+} // namespace
+
+TokenErrors::TokenErrors(QObject *parent)
+    : QObject(parent)
+{
+    connect(&m_monitor, &TokenMonitor::failed, this, &TokenErrors::take);
+}
+
+void TokenErrors::take(const Trivex::TokenError &error)
+{
+    m_error = error;
+    m_when = QDateTime::currentDateTimeUtc();
+    Q_EMIT changed();
+    if (error.kind == TokenError::Cancelled || error.kind == TokenError::PinMissing)
+        Q_EMIT left();
+    else
+        Q_EMIT failed();
+}
+
+void TokenErrors::clear()
+{
+    m_error = TokenError();
+    Q_EMIT changed();
+}
+
+int TokenErrors::kind() const
+{
+    return m_error.kind;
+}
+
+QString TokenErrors::storeId() const
+{
+    return m_error.keyStoreId;
+}
+
+QString TokenErrors::cause() const
+{
+    return causeOf(m_error);
+}
+
+QString TokenErrors::advice() const
+{
+    return adviceOf(m_error);
+}
+
+QString TokenErrors::causeOf(const TokenError &error)
+{
+    const Texts *texts = textsOf(error.kind);
+    return texts ? qtTrId(texts->cause) : QString();
+}
+
+QString TokenErrors::adviceOf(const TokenError &error)
+{
+    const Texts *texts = textsOf(error.kind);
+    return texts ? qtTrId(texts->advice) : QString();
+}
+
+QString TokenErrors::report() const
+{
+    if (m_error.kind == TokenError::NoError)
+        return {};
+    const TokenStatus token = TokenMonitor::token(m_error.keyStoreId);
+    const QStringList lines = {
+        QStringLiteral("Trivex ") + QCoreApplication::applicationVersion(),
+        m_when.toString(Qt::ISODate),
+        QStringLiteral("operation: ") + purposeName(m_error.purpose),
+        QStringLiteral("call: ") + m_error.function,
+        QStringLiteral("result: %1 (0x%2)").arg(m_error.returnName).arg(m_error.returnValue, 0, 16),
+        QStringLiteral("token: %1, %2").arg(token.manufacturer.trimmed(), token.model.trimmed()),
+        QStringLiteral("system: %1, Qt %2, QCA %3")
+            .arg(QSysInfo::prettyProductName(), QLatin1String(qVersion()),
+                 QLatin1String(qcaVersionStr())),
+    };
+    return lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
+}
+
+} // namespace Trivex

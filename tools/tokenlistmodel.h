@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/tokens/tokens.h"
+#include "tools/entrymodel.h"
+
+#include <QPointer>
+
+namespace Trivex {
+
+/// The tokens of this machine, live: inserted, removed, busy. A removed token keeps its row while
+/// the process lives, marked as not present.
+class TokenListModel : public QAbstractListModel {
+    Q_OBJECT
+    /// Where the counts come from; also tells system stores, which are not listed here.
+    Q_PROPERTY(Trivex::EntryModel *entries READ entries WRITE setEntries NOTIFY entriesChanged)
+    Q_PROPERTY(int count READ rowCount NOTIFY countChanged)
+public:
+    enum Role {
+        StoreIdRole = 257, ///< QString
+        NameRole, ///< QString
+        PresentRole, ///< bool
+        BusyRole, ///< bool
+        BusyTextRole, ///< QString, what it is doing
+        CountRole, ///< int, rows that live on it
+        ReadOnlyRole, ///< bool
+        PinTextRole, ///< QString, see `TokenInfo::pinText`
+    };
+
+    explicit TokenListModel(QObject *parent = nullptr);
+
+    EntryModel *entries() const;
+    void setEntries(EntryModel *entries);
+
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+    /// True for a token of this name, inserted or not.
+    Q_INVOKABLE bool has(const QString &name) const;
+    Q_INVOKABLE bool isPresent(const QString &name) const;
+
+Q_SIGNALS:
+    void entriesChanged();
+    void countChanged();
+
+private:
+    void refresh();
+    bool isListed(const TokenStatus &status) const;
+
+    QPointer<EntryModel> m_entries;
+    QVector<TokenStatus> m_tokens;
+    TokenMonitor m_monitor;
+    QTimer m_later;
+};
+
+} // namespace Trivex

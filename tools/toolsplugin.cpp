@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tools/toolsplugin.h"
+
+#include "qca/base/catalogues.h"
+#include "tools/certificatedetails.h"
+#include "tools/certificatefile.h"
+#include "tools/checkdigits.h"
+#include "tools/entrymodel.h"
+#include "tools/files.h"
+#include "tools/modelcount.h"
+#include "tools/pinprompt.h"
+#include "tools/requestwatcher.h"
+#include "tools/sectionedmodel.h"
+#include "tools/texts.h"
+#include "tools/tokenerrors.h"
+#include "tools/tokeninfo.h"
+#include "tools/tokenlistmodel.h"
+#include "tools/validity.h"
+
+#include <QQmlEngine>
+
+namespace {
+
+template <typename T> void registerHelper(const char *uri, const char *name)
+{
+    qmlRegisterSingletonType<T>(uri, 1, 0, name,
+                                [](QQmlEngine *, QJSEngine *) -> QObject * { return new T; });
+}
+
+} // namespace
+
+TrivexToolsPlugin::TrivexToolsPlugin(QObject *parent)
+    : QQmlExtensionPlugin(parent)
+{
+}
+
+void TrivexToolsPlugin::registerTypes(const char *uri)
+{
+    using namespace Trivex;
+    qmlRegisterType<EntryModel>(uri, 1, 0, "EntryModel");
+    qmlRegisterType<SectionedModel>(uri, 1, 0, "SectionedModel");
+    qmlRegisterType<ModelCount>(uri, 1, 0, "ModelCount");
+    qmlRegisterType<TokenInfo>(uri, 1, 0, "TokenInfo");
+    qmlRegisterType<TokenListModel>(uri, 1, 0, "TokenListModel");
+    qmlRegisterType<TokenErrors>(uri, 1, 0, "TokenErrors");
+    qmlRegisterType<PinPrompt>(uri, 1, 0, "PinPrompt");
+    qmlRegisterType<CertificateFile>(uri, 1, 0, "CertificateFile");
+    qmlRegisterType<CertificateDetails>(uri, 1, 0, "CertificateDetails");
+    qmlRegisterType<RequestWatcher>(uri, 1, 0, "RequestWatcher");
+    registerHelper<Validity>(uri, "Validity");
+    registerHelper<CheckDigits>(uri, "CheckDigits");
+    registerHelper<Files>(uri, "Files");
+    registerHelper<Texts>(uri, "Texts");
+}
+
+void TrivexToolsPlugin::initializeEngine(QQmlEngine *engine, const char *)
+{
+    Trivex::installCatalogues(QStringLiteral("trivex-app"), engine);
+}
