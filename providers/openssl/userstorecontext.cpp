@@ -101,13 +101,13 @@ QList<QCA::KeyStoreEntry::Type> UserStoreContext::entryTypes(int id) const
 
 void UserStoreContext::take(const UserSnapshot &snapshot)
 {
-    const QMutexLocker locker(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     m_snapshot = snapshot;
 }
 
 UserSnapshot UserStoreContext::snapshot() const
 {
-    const QMutexLocker locker(&m_mutex);
+    const std::lock_guard lock(m_mutex);
     return m_snapshot;
 }
 

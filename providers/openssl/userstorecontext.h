@@ -4,8 +4,9 @@
 
 #include "providers/openssl/userdirectory.h"
 
-#include <QMutex>
 #include <QThread>
+
+#include <mutex>
 
 namespace Trivex {
 
@@ -42,7 +43,7 @@ private:
     void announce(const UserSnapshot &snapshot);
     UserSnapshot snapshot() const;
 
-    mutable QMutex m_mutex;
+    mutable std::mutex m_mutex;
     UserSnapshot m_snapshot;
     int m_announced = 0;
     QThread m_thread;

@@ -10,9 +10,10 @@
 #include "qca/x509/signaturealgorithms.h"
 
 #include <QHash>
-#include <QMutex>
 
 #include <openssl/err.h>
+
+#include <mutex>
 
 namespace Trivex {
 
@@ -23,7 +24,7 @@ using DataPtr = std::shared_ptr<const CertificateData>;
 // The certificates of the process by their DER, as long as somebody uses them. Never destroyed,
 // because the last certificate may go after everything else.
 struct Registry {
-    QMutex mutex;
+    std::mutex mutex;
     QHash<QByteArray, std::weak_ptr<const CertificateData>> certificates;
 };
 
@@ -57,7 +58,7 @@ CertificateData::CertificateData(const QByteArray &der)
 CertificateData::~CertificateData()
 {
     Registry &known = registry();
-    const QMutexLocker locker(&known.mutex);
+    const std::lock_guard lock(known.mutex);
     const auto found = known.certificates.find(m_der);
     // Another with the same DER may have come in the meantime.
     if (found != known.certificates.end() && found->expired())
@@ -71,7 +72,7 @@ DataPtr CertificateData::fromDer(const QByteArray &der)
         return nullptr;
     Registry &known = registry();
     DataPtr data;
-    const QMutexLocker locker(&known.mutex);
+    const std::lock_guard lock(known.mutex);
     const auto found = known.certificates.constFind(fields.whole.view());
     if (found != known.certificates.constEnd())
         data = found->lock();

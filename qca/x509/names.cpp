@@ -8,7 +8,8 @@
 #include "qca/x509/sharedtypes.h"
 
 #include <QCache>
-#include <QMutex>
+
+#include <mutex>
 
 #include <arpa/inet.h>
 
@@ -274,9 +275,9 @@ QCA::CertificateInfoOrdered decodeName(Der::Slice name)
     if (name.size > LongestCachedName)
         return decodeNameAnew(name);
     // Never deleted: QCA's threads read certificates while the process ends.
-    static auto &mutex = *new QMutex;
+    static auto &mutex = *new std::mutex;
     static auto &cache = *new QCache<QByteArray, Info>(CachedNames);
-    const QMutexLocker locker(&mutex);
+    const std::lock_guard lock(mutex);
     if (const Info *known = cache.object(name.view()))
         return *known;
     const Info info = decodeNameAnew(name);

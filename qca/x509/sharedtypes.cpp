@@ -5,9 +5,10 @@
 #include "qca/base/infotypes.h"
 
 #include <QHash>
-#include <QReadWriteLock>
 
 #include <array>
+#include <mutex>
+#include <shared_mutex>
 
 namespace Trivex {
 
@@ -23,20 +24,20 @@ public:
     template <class Make> Type type(Der::Slice oid, Make make)
     {
         {
-            const QReadLocker locker(&m_lock);
+            const std::shared_lock lock(m_lock);
             const auto found = m_types.constFind(oid.view());
             if (found != m_types.constEnd())
                 return *found;
         }
         const Type made = make(oid);
-        const QWriteLocker locker(&m_lock);
+        const std::lock_guard lock(m_lock);
         if (m_types.size() < MostTypes && oid.size <= LongestKept)
             m_types.insert(oid.bytes(), made);
         return made;
     }
 
 private:
-    QReadWriteLock m_lock;
+    std::shared_mutex m_lock;
     QHash<QByteArray, Type> m_types;
 };
 
