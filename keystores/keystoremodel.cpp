@@ -8,6 +8,7 @@
 #include "qca/adapter/stores.h"
 #include "qca/base/providers.h"
 #include "qca/keys/keys.h"
+#include "qca/questions/openquestions.h"
 #include "qca/questions/qcaaskerthread.h"
 #include "qca/questions/qcahandler.h"
 #include "qca/questions/question.h"

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "signing/pinquestions.h"
+#include "qca/questions/questionnotifier.h"
 
 #include <QTimer>
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/pinprompt.h"
 
+#include "qca/questions/openquestions.h"
+#include "qca/questions/questionnotifier.h"
 #include "tools/tokeninfo.h"
 
 #include <algorithm>

@@ -4,8 +4,9 @@
 
 #include "qca/keys/eccontext.h"
 #include "qca/keys/keys.h"
-#include "qca/questions/answerregistry.h"
+#include "qca/questions/generationtarget.h"
 #include "qca/questions/operation.h"
+#include "qca/questions/storedanswers.h"
 
 #include <utility>
 

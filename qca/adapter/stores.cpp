@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/stores.h"
 
+#include "qca/questions/openquestions.h"
 #include "qca/questions/question.h"
 
 #include <QDeadlineTimer>

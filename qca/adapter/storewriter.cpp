@@ -3,6 +3,8 @@
 #include "qca/adapter/storewriter.h"
 
 #include "qca/questions/mailbox.h"
+#include "qca/questions/openquestions.h"
+#include "qca/questions/questionscope.h"
 #include "qca/tokens/tokenregistry.h"
 
 namespace Trivex {

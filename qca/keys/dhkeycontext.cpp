@@ -4,9 +4,8 @@
 
 #include "qca/keys/bignumbers.h"
 #include "qca/keys/discretelog.h"
-#include "qca/keys/pkeycontainer.h"
 
-#include "qca/keys/keys.h"
+#include "qca/keys/keytypes.h"
 
 #include <QThread>
 

@@ -6,7 +6,7 @@
 #include "qca/keys/discretelog.h"
 #include "qca/keys/nativeoperations.h"
 
-#include "qca/keys/keys.h"
+#include "qca/keys/keytypes.h"
 
 #include <QThread>
 

@@ -5,7 +5,7 @@
 #include "qca/keys/keymaker.h"
 #include "qca/keys/nativeoperations.h"
 
-#include "qca/keys/keys.h"
+#include "qca/keys/keytypes.h"
 
 #include <array>
 

@@ -5,7 +5,7 @@
 #include "qca/asn1/derwriter.h"
 #include "qca/keys/keymaterial.h"
 
-#include "qca/keys/keys.h"
+#include "qca/keys/keytypes.h"
 
 namespace Trivex {
 

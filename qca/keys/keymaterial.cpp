@@ -5,7 +5,7 @@
 #include "qca/asn1/der.h"
 #include "qca/keys/gostengine.h"
 
-#include "qca/keys/keys.h"
+#include "qca/keys/keytypes.h"
 
 #include <openssl/err.h>
 

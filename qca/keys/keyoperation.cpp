@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/keys/keyoperation.h"
 
-#include "qca/x509/certificateinfo.h"
+#include "qca/keys/signaturenumbers.h"
 
 #include <openssl/err.h>
 

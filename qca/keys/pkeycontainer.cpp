@@ -9,7 +9,7 @@
 #include "qca/keys/privatekeyreader.h"
 #include "qca/keys/rsakeycontext.h"
 
-#include "qca/keys/keys.h"
+#include "qca/keys/keytypes.h"
 
 namespace Trivex {
 

@@ -6,7 +6,7 @@
 #include "qca/keys/keymaker.h"
 #include "qca/keys/nativeoperations.h"
 
-#include "qca/keys/keys.h"
+#include "qca/keys/keytypes.h"
 
 #include <openssl/core_names.h>
 #include <openssl/err.h>

@@ -2,21 +2,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "qca/base/secret.h"
 #include "qca/questions/cancellation.h"
 #include "qca/questions/question.h"
+#include "qca/questions/reply.h"
 
 #include <chrono>
 
 namespace Trivex {
-
-/// The answer to a question. `accepted` is false when it was rejected, withdrawn, or when nobody
-/// was there to answer.
-struct Reply {
-    bool accepted = false;
-    Secret password; ///< kind 0
-    QString text; ///< kinds 2 and 4
-};
 
 /// Asks the handlers of the process in QCA's order and waits for the answer. Callable on any
 /// thread: the GUI thread waits in a nested event loop, so that the window stays alive and its

@@ -3,6 +3,7 @@
 #include "qca/questions/eventhandler.h"
 
 #include "qca/questions/asker.h"
+#include "qca/questions/openquestions.h"
 
 namespace Trivex {
 

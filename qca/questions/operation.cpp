@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "qca/questions/operation.h"
 
-#include "qca/questions/answerregistry.h"
+#include "qca/questions/generationtarget.h"
+#include "qca/questions/questionscope.h"
+#include "qca/questions/storedanswers.h"
 
 #include <utility>
 
@@ -10,41 +12,12 @@ namespace Trivex {
 
 namespace {
 
-thread_local const GenerationTarget *currentTarget = nullptr;
-
 bool isServedByStoredAnswers(Purpose purpose)
 {
     return purpose != Purpose::Sign && purpose != Purpose::Decrypt;
 }
 
 } // namespace
-
-GenerationTarget::GenerationTarget(const QString &keyStoreId, const QString &objectId)
-    : m_keyStoreId(keyStoreId)
-    , m_objectId(objectId)
-    , m_previous(std::exchange(currentTarget, this))
-{
-}
-
-GenerationTarget::~GenerationTarget()
-{
-    currentTarget = m_previous;
-}
-
-GenerationTarget::None::None()
-    : m_previous(std::exchange(currentTarget, nullptr))
-{
-}
-
-GenerationTarget::None::~None()
-{
-    currentTarget = m_previous;
-}
-
-const GenerationTarget *GenerationTarget::current()
-{
-    return currentTarget;
-}
 
 Operation::Operation(Purpose purpose, const QString &keyStoreId, OperationOwnerPtr owner)
     : m_purpose(purpose)

@@ -68,35 +68,4 @@ private:
     bool m_hadStoredPin = false;
 };
 
-/// The target of the generations that this thread starts while one lives.
-class TRIVEX_QCA_EXPORT GenerationTarget {
-public:
-    GenerationTarget(const QString &keyStoreId, const QString &objectId);
-    ~GenerationTarget();
-    GenerationTarget(const GenerationTarget &) = delete;
-    GenerationTarget &operator=(const GenerationTarget &) = delete;
-
-    static const GenerationTarget *current();
-
-    /// No target is in force on this thread while one lives.
-    class TRIVEX_QCA_EXPORT None {
-    public:
-        None();
-        ~None();
-        None(const None &) = delete;
-        None &operator=(const None &) = delete;
-
-    private:
-        const GenerationTarget *m_previous;
-    };
-
-    QString keyStoreId() const { return m_keyStoreId; }
-    QString objectId() const { return m_objectId; }
-
-private:
-    QString m_keyStoreId;
-    QString m_objectId;
-    const GenerationTarget *m_previous;
-};
-
 } // namespace Trivex

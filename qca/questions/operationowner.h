@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "qca/base/trivexqcaexport.h"
-
 #include <atomic>
 #include <memory>
 
@@ -22,9 +20,5 @@ private:
 };
 
 using OperationOwnerPtr = std::shared_ptr<OperationOwner>;
-
-/// Ends the open questions of the owner's operations as if they had been rejected. Every later one
-/// is refused before anybody hears of it. Thread-safe; does not wait.
-TRIVEX_QCA_EXPORT void refuseQuestions(const OperationOwnerPtr &owner);
 
 } // namespace Trivex

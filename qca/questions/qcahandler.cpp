@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "qca/questions/qcahandler.h"
+#include "qca/questions/openquestions.h"
 
 #include <QDebug>
 

@@ -2,14 +2,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "qca/base/trivexqcaexport.h"
 #include "qca/questions/operationowner.h"
 
-#include <QObject>
 #include <QString>
 #include <QtCrypto>
-
-#include <optional>
 
 namespace Trivex {
 
@@ -50,50 +46,6 @@ struct QuestionInfo {
     bool withdrawn = false;
     /// Names the question until it is over; 0 for none.
     quintptr ticket = 0;
-};
-
-/// What is known about `event`, when it is a question of our own providers that is still open.
-/// Nothing for a plain event, whatever its provider calls itself. Thread-safe.
-TRIVEX_QCA_EXPORT std::optional<QuestionInfo> questionInfo(const QCA::Event &event);
-
-/// The kind of `event`: that of our own question, or its QCA type. The event must not be null.
-TRIVEX_QCA_EXPORT int questionKind(const QCA::Event &event);
-
-/// Ends every open question about the store `keyStoreId` as if it had been rejected; all of them
-/// when it is empty. What asks may ask again: see `refuseQuestions`.
-TRIVEX_QCA_EXPORT void cancelQuestions(const QString &keyStoreId = QString());
-
-/// Tells prompts about questions that were ended by somebody else.
-class TRIVEX_QCA_EXPORT QuestionNotifier : public QObject {
-    Q_OBJECT
-public:
-    /// The one of the process. The signal comes on any thread, so connect queued.
-    static QuestionNotifier *instance();
-
-Q_SIGNALS:
-    /// The question with this `QuestionInfo::ticket` needs no answer any more.
-    void withdrawn(quintptr ticket);
-
-private:
-    QuestionNotifier();
-};
-
-/// While one lives, questions raised by operations that this thread starts are addressed to
-/// `handler` alone, so that two signers, or a signer and a host's prompt, don't answer for each
-/// other. `handler` must outlive the operation or be destroyed through QCA's own rules (it rejects
-/// what it has not answered).
-class TRIVEX_QCA_EXPORT QuestionScope {
-public:
-    explicit QuestionScope(const QCA::EventHandler *handler);
-    ~QuestionScope();
-    QuestionScope(const QuestionScope &) = delete;
-    QuestionScope &operator=(const QuestionScope &) = delete;
-
-    /// The addressee in force on this thread, or null.
-    static const QCA::EventHandler *current();
-
-private:
-    const QCA::EventHandler *m_previous;
 };
 
 } // namespace Trivex

@@ -3,6 +3,7 @@
 #include "qca/questions/questionservice.h"
 
 #include "qca/base/processend.h"
+#include "qca/questions/questionnotifier.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>

@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "qca/questions/storedanswers.h"
 
-#include "qca/questions/answerregistry.h"
-
 #include <algorithm>
 #include <mutex>
 #include <vector>

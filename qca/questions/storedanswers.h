@@ -8,6 +8,7 @@
 #include <QtCrypto>
 
 #include <memory>
+#include <optional>
 
 namespace Trivex {
 
@@ -49,5 +50,9 @@ private:
     class Private;
     std::unique_ptr<Private> d;
 };
+
+/// Takes the first registered set of stored answers that names `keyStoreId`, and clears it there.
+/// With an empty `keyStoreId`, the first set that names any store. Thread-safe.
+TRIVEX_QCA_EXPORT std::optional<Answers> takeStoredAnswers(const QString &keyStoreId);
 
 } // namespace Trivex

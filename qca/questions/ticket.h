@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "qca/questions/asker.h"
+#include "qca/questions/question.h"
+#include "qca/questions/reply.h"
 #include "qca/questions/waiter.h"
 
 #include <memory>

@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "qca/questions/waiter.h"
 
-#include "qca/questions/operation.h"
+#include "qca/questions/generationtarget.h"
+#include "qca/questions/questionscope.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>

@@ -3,22 +3,13 @@
 #pragma once
 
 #include "qca/base/trivexqcaexport.h"
+#include "qca/keys/signaturenumbers.h"
 
 #include <QtCrypto>
 
 #include <optional>
 
 namespace Trivex {
-
-/// Signature algorithms as ints: 0 to 10 are `QCA::SignatureAlgorithm`, 11 to 15 are ours.
-enum SignatureNumber : int {
-    UnknownSignature = 0,
-    EcdsaSha256Signature = 11,
-    EcdsaSha384Signature = 12,
-    Gost2001Signature = 13,
-    Gost2012Signature256 = 14,
-    Gost2012Signature512 = 15,
-};
 
 /// The algorithm with which `certificate` is signed; 0 for a null certificate and for one whose
 /// algorithm has no number. Where QCA has no number it is read from the DER form, whatever else

@@ -5,7 +5,7 @@
 #include "qca/asn1/derwriter.h"
 #include "qca/keys/eckeycontext.h"
 #include "qca/keys/keyoperation.h"
-#include "qca/keys/keys.h"
+#include "qca/keys/keytypes.h"
 #include "qca/keys/pkeycontainer.h"
 #include "qca/x509/extensions.h"
 #include "qca/x509/names.h"

@@ -3,7 +3,7 @@
 #include "qca/x509/signaturealgorithms.h"
 
 #include "qca/asn1/derwriter.h"
-#include "qca/keys/keys.h"
+#include "qca/keys/keytypes.h"
 
 namespace Trivex {
 

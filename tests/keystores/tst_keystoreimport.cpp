@@ -3,7 +3,7 @@
 
 // What the model of key stores writes to stores and removes from them.
 #include "keystores/keystoremodel.h"
-#include "qca/questions/answerregistry.h"
+#include "qca/questions/storedanswers.h"
 #include "tests/fakes/provider/privatehome.h"
 #include "tests/keystores/keystorefixture.h"
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "tests/pkcs11/pinprompt.h"
+#include "qca/questions/openquestions.h"
 
 namespace TrivexTest {
 

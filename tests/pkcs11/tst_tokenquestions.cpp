@@ -4,6 +4,7 @@
 #include "qca/keys/keys.h"
 #include "qca/questions/qcaaskerthread.h"
 #include "qca/questions/qcahandler.h"
+#include "qca/questions/questionscope.h"
 #include "qca/tokens/tokens.h"
 #include "tests/pkcs11/faultytoken.h"
 #include "tests/pkcs11/pinprompt.h"

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "qca/questions/answerregistry.h"
 #include "qca/questions/qcaaskerthread.h"
 #include "qca/questions/qcahandler.h"
+#include "qca/questions/storedanswers.h"
 
 #include <QtCrypto>
 #include <QtTest>

@@ -1,8 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "qca/questions/eventhandler.h"
+#include "qca/questions/generationtarget.h"
+#include "qca/questions/openquestions.h"
 #include "qca/questions/operation.h"
 #include "qca/questions/qcahandler.h"
+#include "qca/questions/questionnotifier.h"
+#include "qca/questions/questionscope.h"
 
 #include <QtTest>
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "qca/questions/asker.h"
 #include "qca/questions/eventhandler.h"
+#include "qca/questions/openquestions.h"
+#include "qca/questions/questionnotifier.h"
 #include "qca/tokens/tokenregistry.h"
 #include "qca/tokens/tokens.h"
 

@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "qca/questions/eventhandler.h"
+#include "qca/questions/generationtarget.h"
 #include "qca/questions/operation.h"
+#include "qca/questions/questionscope.h"
 #include "qca/questions/waiter.h"
 
 #include <QTimer>

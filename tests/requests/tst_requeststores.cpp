@@ -4,9 +4,9 @@
 // What a request finds in the key stores, and what it stores for them: with scripted stores.
 #include "keystores/keystoremodel.h"
 #include "qca/base/providers.h"
-#include "qca/questions/answerregistry.h"
 #include "qca/questions/qcaaskerthread.h"
 #include "qca/questions/qcahandler.h"
+#include "qca/questions/storedanswers.h"
 #include "requests/certificaterequest.h"
 #include "tests/fakes/provider/fakeprovider.h"
 #include "tests/requests/home.h"

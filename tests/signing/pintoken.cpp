@@ -3,6 +3,7 @@
 #include "tests/signing/pintoken.h"
 
 #include "qca/questions/asker.h"
+#include "qca/questions/questionscope.h"
 
 #include <QEventLoop>
 

@@ -7,6 +7,7 @@
 #include "qca/adapter/keygenerator.h"
 #include "qca/keys/keys.h"
 #include "qca/questions/eventhandler.h"
+#include "qca/questions/openquestions.h"
 #include "qca/tokens/tokens.h"
 #include "signing/signverify.h"
 #include "tests/support/testcertificates.h"

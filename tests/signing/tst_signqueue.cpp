@@ -3,6 +3,7 @@
 
 // Questions that reach one signer while it has another one open.
 #include "qca/questions/asker.h"
+#include "qca/questions/openquestions.h"
 #include "qca/questions/question.h"
 #include "signing/signverify.h"
 

@@ -4,7 +4,7 @@
 
 #include "qca/asn1/derwriter.h"
 #include "qca/keys/gostpublickey.h"
-#include "qca/keys/keys.h"
+#include "qca/keys/keytypes.h"
 
 #include <algorithm>
 

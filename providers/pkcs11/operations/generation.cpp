@@ -3,7 +3,6 @@
 #include "providers/pkcs11/operations/generation.h"
 
 #include "providers/pkcs11/life/tokenservice.h"
-#include "providers/pkcs11/operations/keypair.h"
 #include "qca/questions/mailbox.h"
 
 #include <mutex>

@@ -2,21 +2,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "providers/pkcs11/operations/keypair.h"
 #include "providers/pkcs11/operations/signing.h"
 
 #include <functional>
 #include <memory>
 
 namespace Trivex {
-
-/// What key pair is wanted.
-struct GenerationRequest {
-    CK_KEY_TYPE type = CKK_RSA;
-    int bits = 0; ///< RSA
-    int exponent = 0; ///< RSA
-    QByteArray curve; ///< elliptic curves and GOST: DER parameters; empty fails
-    QByteArray digest; ///< GOST: DER identifier of the digest's parameters
-};
 
 /// Generates key pairs on a token for the object that owns it. The pair that is abandoned, because
 /// its owner goes first, is removed from the token again.

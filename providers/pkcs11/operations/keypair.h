@@ -3,9 +3,17 @@
 #pragma once
 
 #include "providers/pkcs11/life/tokenconnection.h"
-#include "providers/pkcs11/operations/generation.h"
 
 namespace Trivex {
+
+/// What key pair is wanted.
+struct GenerationRequest {
+    CK_KEY_TYPE type = CKK_RSA;
+    int bits = 0; ///< RSA
+    int exponent = 0; ///< RSA
+    QByteArray curve; ///< elliptic curves and GOST: DER parameters; empty fails
+    QByteArray digest; ///< GOST: DER identifier of the digest's parameters
+};
 
 /// Makes a key pair: private key sensitive and not extractable, CKA_ID as `idForPublicKey` gives
 /// it, where the token allows that to be set. An RSA pair whose exponent the token may have refused

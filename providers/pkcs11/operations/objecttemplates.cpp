@@ -7,7 +7,7 @@
 #include "qca/asn1/derwriter.h"
 #include "qca/base/infotypes.h"
 #include "qca/base/secret.h"
-#include "qca/keys/keys.h"
+#include "qca/keys/keytypes.h"
 #include "qca/x509/names.h"
 
 #include <openssl/core_names.h>
