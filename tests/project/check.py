@@ -138,39 +138,6 @@ def words():
                     yield f"{name(path)}:{number}: the host {host}"
 
 
-SUBSYSTEMS = {"certificates", "keystores", "requests", "signing"}
-QML_SIDE = SUBSYSTEMS | {"plugin"}
-# What the platform library offers to the QML side and to the program.
-OFFERED = ("qca/base/", "qca/questions/", "qca/tokens/", "qca/adapter/", "qca/keys/keys.h",
-           "qca/x509/certificateinfo.h")
-
-
-def may_include(owner, target):
-    """Whether a file of folder `owner` may include `target`: dependencies go one way."""
-    folder = target.split("/")[0]
-    if folder == owner:
-        return True
-    if owner in QML_SIDE:
-        return target.startswith(OFFERED) or folder in QML_SIDE
-    if owner in {"app", "controls", "tools"}:
-        return target.startswith(OFFERED)
-    if owner == "providers":
-        return folder == "qca"
-    if owner == "qca":
-        return False
-    return True
-
-
-def layers():
-    """Includes that respect the direction of the dependencies."""
-    folders = {path.name for path in ROOT.iterdir() if path.is_dir()}
-    for path in of_kind(".cpp", ".h"):
-        owner = path.relative_to(ROOT).parts[0]
-        for target in re.findall(r'#include "([^"]+)"', text_of(path)):
-            if target.split("/")[0] in folders and not may_include(owner, target):
-                yield f"{name(path)}: must not know {target}"
-
-
 MISSING = []
 
 
@@ -244,7 +211,7 @@ def symbols(library):
         yield f"{library}: {'exported' if symbol in found else 'missing'}: {symbol}"
 
 
-CHECKS = [sizes, functions, licences, words, layers, format, scripts, qml, settings, symbols]
+CHECKS = [sizes, functions, licences, words, format, scripts, qml, settings, symbols]
 
 
 def main():

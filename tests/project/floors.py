@@ -45,6 +45,14 @@ FLOORS = {
     "app/gallery": ["app"],
 }
 
+# The QML modules that the QML files of a folder may import; what a program draws stands on them.
+QML_IMPORTS = {
+    "controls": ["plugin", "tools", "controls"],
+    "app": ["plugin", "tools", "controls"],
+}
+QML_MODULES = {"Trivex.Crypto": "plugin", "Trivex.Crypto.Tools": "tools",
+               "Trivex.Crypto.Controls": "controls"}
+
 # Folders that work with certificates and keys through the platform library alone.
 WITHOUT_OPENSSL = ("certificates", "keystores", "requests", "signing", "plugin", "tools", "controls",
                    "app", "app/gallery")
@@ -52,6 +60,7 @@ WITHOUT_OPENSSL = ("certificates", "keystores", "requests", "signing", "plugin",
 # Programs and tests look at everything, and nothing looks at them.
 OUTSIDE = ("tests", "tour", "benchmarks", "fuzz")
 
+QML_IMPORT = re.compile(r"^import (Trivex[\w.]*)", re.MULTILINE)
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
 OPENSSL = re.compile(r"^\s*#\s*include\s+<openssl/", re.MULTILINE)
 
@@ -178,6 +187,18 @@ def openssl_findings(sources):
             yield f"{name}: knows OpenSSL" + (f" through {through}" if through != name else "")
 
 
+def qml_findings(root):
+    """QML files that import a module of ours which stands above them."""
+    for path in sorted(root.rglob("*.qml")):
+        name = path.relative_to(root).as_posix()
+        top = name.split("/")[0]
+        if top in OUTSIDE or name.startswith(("build", ".")):
+            continue
+        for module in QML_IMPORT.findall(path.read_text(encoding="utf-8")):
+            if QML_MODULES.get(module) not in QML_IMPORTS.get(top, []):
+                yield f"{name}: must not import {module}"
+
+
 def picture(floors):
     """The floors as a graph, the highest first."""
     lines = ["```mermaid", "graph TD"]
@@ -185,6 +206,8 @@ def picture(floors):
         node = folder.replace("/", "_")
         lines.append(f'    {node}["{folder}"]')
         lines += [f"    {node} --> {other.replace('/', '_')}" for other in lower]
+    for folder, modules in QML_IMPORTS.items():
+        lines += [f"    {folder} -. QML .-> {module}" for module in modules if module != folder]
     return "\n".join(lines + ["```"])
 
 
@@ -202,6 +225,7 @@ def findings(root, floors):
     yield from upward_findings(sources, floors)
     yield from circle_findings(sources)
     yield from openssl_findings(sources)
+    yield from qml_findings(root)
 
 
 def selftest():
@@ -218,6 +242,7 @@ def selftest():
         "files in a circle": {"low/a.cpp": '#include "low/b.h"\n'},
         "folders in a circle": {"high/c.h": '#include "tests/f.h"\n',
                                 "tests/f.h": '#include "high/c.h"\n'},
+        "must not import": {"controls/g.qml": "import Trivex.App 1.0\n"},
         "knows OpenSSL": {"certificates/d.h": "#include <openssl/x509.h>\n"},
         "knows OpenSSL through": {"low/b.h": "#include <openssl/x509.h>\n"},
     }
