@@ -4,8 +4,11 @@
 
 #include "qca/asn1/der.h"
 #include "qca/base/bounds.h"
+#include "qca/keys/algorithmerrors.h"
 #include "qca/keys/derivationbudget.h"
 #include "qca/keys/legacylibrary.h"
+
+#include <optional>
 
 #include <openssl/err.h>
 #include <openssl/pem.h>
@@ -13,6 +16,11 @@
 namespace Trivex {
 
 namespace {
+
+constexpr char Begin[] = "-----BEGIN ";
+constexpr char End[] = "-----END ";
+constexpr char Dashes[] = "-----";
+constexpr char PrivateKey[] = "PRIVATE KEY";
 
 using Sig = Handle<X509_SIG, X509_SIG_free>;
 
@@ -60,11 +68,12 @@ QCA::ConvertResult readEncrypted(X509_SIG *sig, const QCA::SecureArray &passphra
     X509_SIG_get0(sig, &algorithm, nullptr);
     if (!DerivationBudget::allows(algorithm))
         return QCA::ErrorDecode;
+    ERR_clear_error();
     const Pkcs8Handle info(
         PKCS8_decrypt_ex(sig, passphrase.constData(), passphrase.size(), legacyLibrary(), nullptr));
-    ERR_clear_error();
     if (!info)
-        return QCA::ErrorPassphrase;
+        return isAlgorithmAtFault() ? QCA::ErrorDecode : QCA::ErrorPassphrase;
+    ERR_clear_error();
     *material = KeyMaterial::fromPrivateInfo(Secret(encode(info.get(), i2d_PKCS8_PRIV_KEY_INFO)));
     return material->isNull() ? QCA::ErrorDecode : QCA::ConvertGood;
 }
@@ -133,6 +142,33 @@ QCA::ConvertResult readBlock(const Block &block, const QCA::SecureArray &passphr
     return readPrivateKey(data, passphrase, material);
 }
 
+// The text that begins with a block; nothing when it is no private key's, or has no end.
+std::optional<QCA::ConvertResult> readPemBlock(QByteArray *text, const QCA::SecureArray &passphrase,
+                                               KeyMaterial *material)
+{
+    const int label = int(qstrlen(Begin));
+    const int labelEnd = text->indexOf(Dashes, label);
+    if (labelEnd < 0 || !text->left(labelEnd).endsWith(PrivateKey))
+        return std::nullopt;
+    if (!text->contains('\n'))
+        text->replace('\r', '\n');
+    // What goes on behind the end in its line.
+    const int end = text->indexOf(Dashes, qMax(labelEnd, text->indexOf(End)) + int(qstrlen(End)));
+    const int behind = end + int(qstrlen(Dashes));
+    if (end >= 0 && behind < text->size())
+        (*text)[behind] = '\n';
+    const BioHandle bio(BIO_new_mem_buf(text->constData(), text->size()));
+    Block block;
+    const bool isRead =
+        bio && PEM_read_bio(bio.get(), &block.name, &block.header, &block.data, &block.size) == 1;
+    ERR_clear_error();
+    if (!isRead)
+        return std::nullopt;
+    const QCA::ConvertResult result = readBlock(block, passphrase, material);
+    ERR_clear_error();
+    return result;
+}
+
 } // namespace
 
 QCA::ConvertResult readPrivateKey(const QCA::SecureArray &der, const QCA::SecureArray &passphrase,
@@ -161,21 +197,18 @@ QCA::ConvertResult readPrivateKeyPem(const QString &pem, const QCA::SecureArray 
     if (pem.size() > maxFileBytes)
         return QCA::ErrorDecode;
     QByteArray text = pem.toLatin1();
-    const BioHandle bio(BIO_new_mem_buf(text.constData(), text.size()));
-    QCA::ConvertResult result = QCA::ErrorDecode;
-    for (;;) {
-        Block block;
-        if (!bio
-            || PEM_read_bio(bio.get(), &block.name, &block.header, &block.data, &block.size) != 1)
-            break;
-        if (QByteArray(block.name).endsWith("PRIVATE KEY")) {
-            result = readBlock(block, passphrase, material);
-            break;
-        }
+    std::optional<QCA::ConvertResult> result;
+    int position = text.indexOf(Begin);
+    while (position >= 0 && !result) {
+        const int next = text.indexOf(Begin, position + 1);
+        // What belongs to a block stands before the next one.
+        QByteArray block = text.mid(position, next < 0 ? -1 : next - position);
+        result = readPemBlock(&block, passphrase, material);
+        block.fill(0);
+        position = next;
     }
-    ERR_clear_error();
     text.fill(0);
-    return result;
+    return result.value_or(QCA::ErrorDecode);
 }
 
 QCA::SecureArray encryptPrivateKey(const QCA::SecureArray &pkcs8,

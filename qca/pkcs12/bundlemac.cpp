@@ -3,6 +3,7 @@
 #include "qca/pkcs12/bundlemac.h"
 
 #include "qca/asn1/der.h"
+#include "qca/keys/algorithmerrors.h"
 #include "qca/keys/algorithmparameters.h"
 
 #include <openssl/err.h>
@@ -61,18 +62,6 @@ Secret deriveKey(const X509_ALGOR *function, const Secret &password)
     return isMade ? key : Secret();
 }
 
-// Whether the check could not be made at all, as the queue of errors tells, which is empty then.
-bool isUnmade()
-{
-    bool found = false;
-    while (const unsigned long error = ERR_get_error()) {
-        found = found
-            || (ERR_GET_LIB(error) == ERR_LIB_PKCS12
-                && ERR_GET_REASON(error) == PKCS12_R_MAC_GENERATION_ERROR);
-    }
-    return found;
-}
-
 } // namespace
 
 BundleMac::BundleMac(const QByteArray &der, const PKCS12 *bundle)
@@ -107,7 +96,7 @@ MacResult BundleMac::check(PKCS12 *bundle, const QList<BundlePassword> &forms,
         *fitting = form;
         if (PKCS12_verify_mac(bundle, form.data(), form.size()) == 1)
             return MacResult::Fits;
-        if (isUnmade())
+        if (isCheckAtFault())
             return MacResult::Unknown;
     }
     return MacResult::Wrong;

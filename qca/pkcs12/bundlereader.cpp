@@ -3,6 +3,7 @@
 #include "qca/pkcs12/bundlereader.h"
 
 #include "qca/base/bounds.h"
+#include "qca/keys/algorithmerrors.h"
 #include "qca/keys/derivationbudget.h"
 #include "qca/keys/gostengine.h"
 #include "qca/keys/legacylibrary.h"
@@ -117,9 +118,10 @@ Pkcs8Handle openShrouded(PKCS12_SAFEBAG *bag, const BundlePassword &password, Co
     contents->isTooMuch = !contents->budget.take(algorithmOf(bag));
     if (contents->isTooMuch)
         return nullptr;
+    ERR_clear_error();
     Pkcs8Handle info(
         PKCS12_decrypt_skey_ex(bag, password.data(), password.size(), legacyLibrary(), nullptr));
-    contents->isLocked = contents->isLocked || !info;
+    contents->isLocked = contents->isLocked || (!info && !isAlgorithmAtFault());
     return info;
 }
 
@@ -171,12 +173,13 @@ void takeSafe(PKCS7 *safe, const BundlePassword &password, Contents *contents)
     if (contents->isTooMuch)
         return;
     Bags bags;
+    ERR_clear_error();
     if (isEncrypted)
         bags.reset(PKCS12_unpack_p7encdata(safe, password.data(), password.size()));
     else if (PKCS7_type_is_data(safe))
         bags.reset(PKCS12_unpack_p7data(safe));
     if (!bags) {
-        contents->isLocked = contents->isLocked || isEncrypted;
+        contents->isLocked = contents->isLocked || (isEncrypted && !isAlgorithmAtFault());
         return;
     }
     takeBags(bags.get(), 0, contents);

@@ -3,10 +3,10 @@
 
 // Bundles that no common program writes: keys without certificates before the one that has its own,
 // identifiers that lie, checks of other kinds, names that are none, thousands of members.
-#include "qca/base/bounds.h"
-#include "qca/keys/keys.h"
-#include "qca/base/providers.h"
 #include "qca/asn1/handles.h"
+#include "qca/base/bounds.h"
+#include "qca/base/providers.h"
+#include "qca/keys/keys.h"
 #include "tests/x509/builtcertificate.h"
 #include "tests/x509/corpus.h"
 
