@@ -6,6 +6,7 @@
 #include "qca/keys/discretelog.h"
 
 #include "qca/keys/keytypes.h"
+#include "qca/keys/pkeycontainer.h"
 
 #include <QThread>
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "qca/pkcs12/bundlepassword.h"
 #include "qca/keys/derivationbudget.h"
+#include "qca/pkcs12/bundlepassword.h"
 
 #include <openssl/pkcs12.h>
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "qca/base/trivexqcaexport.h"
 #include "qca/questions/question.h"
 
 #include <QObject>
