@@ -5,8 +5,12 @@
 #include "tests/x509/corpus.h"
 
 #include <QDir>
+#include <QLocalServer>
 #include <QtTest>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <utime.h>
 
 /// The store "USER", through QCA as an application sees it.
@@ -20,6 +24,7 @@ private Q_SLOTS:
     void startsAtOnce();
     void followsFiles();
     void skipsBrokenFiles();
+    void skipsWhatIsNoFile();
     void readsFilesWithSeveral();
     void writesAndRemoves();
     void removesOneOfSeveral();
@@ -154,6 +159,45 @@ void TestUserStore::skipsBrokenFiles()
     put(QStringLiteral("good.pem"), pem("crashers/badbc.pem"));
     QTRY_COMPARE_WITH_TIMEOUT(names(), QStringList(QStringLiteral("Тест")), 2000);
     QVERIFY(QDir(m_path).rmdir(QStringLiteral("directory.pem")));
+}
+
+// None of it is waited for, read for ever or taken for a certificate, and all of it together keeps
+// nobody from the good file at the end.
+void TestUserStore::skipsWhatIsNoFile()
+{
+    const QDir directory(m_path);
+    const auto native = [&](const char *name) -> QByteArray {
+        return QFile::encodeName(m_path) + '/' + QByteArray(name);
+    };
+    QVERIFY(directory.mkpath(QStringLiteral("directory.crt")));
+    QCOMPARE(mkfifo(native("pipe.pem").constData(), 0600), 0);
+    QLocalServer socket;
+    QVERIFY(socket.listen(m_path + QStringLiteral("/socket.pem")));
+    QCOMPARE(symlink("circle.pem", native("circle.pem").constData()), 0);
+    QCOMPARE(symlink("pipe.pem", native("to-pipe.pem").constData()), 0);
+    QCOMPARE(symlink("/dev/zero", native("zero.pem").constData()), 0);
+    QCOMPARE(symlink("nowhere", native("nowhere.pem").constData()), 0);
+    QFile sparse(m_path + QStringLiteral("/sparse.pem"));
+    QVERIFY(sparse.open(QIODevice::WriteOnly) && sparse.resize(qint64(3) << 30));
+    const int descriptor =
+        open(native("not \xff utf8.pem").constData(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+    QVERIFY(descriptor >= 0);
+    close(descriptor);
+    for (int i = 0; i < 2000; ++i)
+        put(QStringLiteral("junk %1.pem").arg(i), QByteArray(100, char(i)));
+    put(QStringLiteral("zzz.pem"), pem("serial-one.der"));
+    TrivexTest::LoopMeter meter;
+    meter.start();
+    QTRY_COMPARE_WITH_TIMEOUT(m_store->entryList().size(), 1, 20000);
+    QVERIFY2(meter.longest() < TrivexTest::LoopMeter::Unnoticed,
+             qPrintable(QString::number(meter.longest())));
+    QVERIFY(m_store->entryList().value(0).id().startsWith(QLatin1String("zzz.pem#")));
+    socket.close();
+    // Those that Qt does not see as files, or can't name.
+    for (const char *name :
+         {"pipe.pem", "circle.pem", "to-pipe.pem", "zero.pem", "nowhere.pem", "not \xff utf8.pem"})
+        QCOMPARE(unlink(native(name).constData()), 0);
+    QVERIFY(directory.rmdir(QStringLiteral("directory.crt")));
 }
 
 void TestUserStore::readsFilesWithSeveral()
