@@ -70,6 +70,7 @@ FocusScope {
             validity: model.validity
             until: model.until
             hasKey: model.hasKey === true
+            keyPresumed: model.keyPresumed === true
             pattern: view.pattern
             highlighted: ListView.isCurrentItem
             focusPolicy: Qt.NoFocus

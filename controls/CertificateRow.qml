@@ -17,13 +17,16 @@ ItemDelegate {
     property var until
     property string pattern
     property bool hasKey: false
+    /// Whether the key is there shows after the PIN is entered.
+    property bool keyPresumed: false
+    readonly property string keyNote: keyPresumed ? qsTrId("trivex-app-key-unseen") : ""
     readonly property string state_: Validity.word(validity)
 
     implicitHeight: Theme.rowHeight
     horizontalPadding: Theme.unit * 1.5
     verticalPadding: 0
     text: name
-    Accessible.name: [name, issuer, state_, until ? Validity.until(until) : "", place]
+    Accessible.name: [name, issuer, keyNote, state_, until ? Validity.until(until) : "", place]
         .filter(function(part) { return part }).join(", ")
     Accessible.selected: highlighted
     Accessible.focusable: true
@@ -51,14 +54,29 @@ ItemDelegate {
                 elide: Text.ElideRight
                 Accessible.ignored: true
             }
-            Text {
+            Row {
                 width: parent.width
-                text: row.pattern ? Texts.marked(row.issuer, row.pattern, Theme.link) : row.issuer
-                textFormat: row.pattern ? Text.StyledText : Text.PlainText
-                font.pixelSize: Theme.smallSize
-                color: Theme.textDim
-                elide: Text.ElideRight
-                Accessible.ignored: true
+                spacing: note.visible ? Theme.unit : 0
+                Text {
+                    id: note
+                    objectName: "rowKeyNote"
+                    width: Math.min(implicitWidth, parent.width)
+                    visible: text.length > 0
+                    text: row.keyNote
+                    font.pixelSize: Theme.smallSize
+                    color: Theme.warn
+                    elide: Text.ElideRight
+                    Accessible.ignored: true
+                }
+                Text {
+                    width: Math.max(0, parent.width - x)
+                    text: row.pattern ? Texts.marked(row.issuer, row.pattern, Theme.link) : row.issuer
+                    textFormat: row.pattern ? Text.StyledText : Text.PlainText
+                    font.pixelSize: Theme.smallSize
+                    color: Theme.textDim
+                    elide: Text.ElideRight
+                    Accessible.ignored: true
+                }
             }
         }
         Column {

@@ -86,6 +86,10 @@ EntryModel::EntryModel(QObject *parent)
     m_announce.setSingleShot(true);
     m_announce.setInterval(0);
     connect(&m_announce, &QTimer::timeout, this, &EntryModel::countsChanged);
+    connect(&m_monitor, &TokenMonitor::changed, this, &EntryModel::noteToken);
+    const QVector<TokenStatus> tokens = TokenMonitor::tokens();
+    for (const TokenStatus &token : tokens)
+        noteToken(token.keyStoreId);
 }
 
 EntryModel::~EntryModel() = default;
@@ -121,12 +125,13 @@ QHash<int, QByteArray> EntryModel::roleNames() const
     names.insert(HasKeyRole, QByteArrayLiteral("hasKey"));
     names.insert(KeyKindRole, QByteArrayLiteral("keyKind"));
     names.insert(IdentityRole, QByteArrayLiteral("identity"));
+    names.insert(KeyPresumedRole, QByteArrayLiteral("keyPresumed"));
     return names;
 }
 
 QVariant EntryModel::data(const QModelIndex &index, int role) const
 {
-    if (role < StoreIdRole || role > IdentityRole)
+    if (role < StoreIdRole || role > KeyPresumedRole)
         return QIdentityProxyModel::data(index, role);
     if (index.row() < 0 || index.row() >= m_rows.size())
         return {};
@@ -148,6 +153,8 @@ QVariant EntryModel::data(const QModelIndex &index, int role) const
         return kept.keyKind;
     case IdentityRole:
         return kept.identity;
+    case KeyPresumedRole:
+        return kept.hasKey && m_presumed.contains(kept.storeId);
     default:
         return kept.hasKey;
     }
@@ -227,6 +234,23 @@ void EntryModel::noteCounts(const Row &row, int delta) const
         return;
     m_counts[row.storeId] += delta;
     m_announce.start();
+}
+
+void EntryModel::noteToken(const QString &storeId)
+{
+    const TokenStatus status = TokenMonitor::token(storeId);
+    const bool presumed = status.present && status.keysPresumed;
+    if (presumed == m_presumed.contains(storeId))
+        return;
+    if (presumed)
+        m_presumed.insert(storeId);
+    else
+        m_presumed.remove(storeId);
+    // Those that nobody has read yet have shown nothing either.
+    for (int i = 0; i < m_rows.size(); ++i) {
+        if (m_rows.at(i).hasKey && m_rows.at(i).storeId == storeId)
+            Q_EMIT dataChanged(index(i, 0), index(i, 0), {KeyPresumedRole});
+    }
 }
 
 int EntryModel::countInStore(const QString &storeId) const

@@ -2,9 +2,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "qca/tokens/tokens.h"
+
 #include <QDateTime>
 #include <QHash>
 #include <QIdentityProxyModel>
+#include <QSet>
 #include <QTimer>
 #include <QVector>
 
@@ -36,6 +39,8 @@ public:
         HasKeyRole, ///< bool
         KeyKindRole, ///< int, a `KeyKind`
         IdentityRole, ///< QString, by which a row is known again in a list that was rebuilt
+        /// bool: whether the key is there is known only after a login, see `TokenStatus`
+        KeyPresumedRole,
     };
     Q_ENUM(Role)
     /// The kinds of private key that a page has to tell apart.
@@ -84,11 +89,14 @@ private:
     void remove(int first, int last);
     void reset();
     void noteCounts(const Row &row, int delta) const;
+    void noteToken(const QString &storeId);
 
     mutable QVector<Row> m_rows;
     mutable QHash<QString, int> m_counts;
     mutable QHash<QString, bool> m_system;
     int m_next = 0; ///< where reading ahead goes on
+    TokenMonitor m_monitor;
+    QSet<QString> m_presumed; ///< the stores with presumed keys
     QTimer m_idle;
     mutable QTimer m_announce;
 };

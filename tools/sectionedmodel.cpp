@@ -48,6 +48,7 @@ void SectionedModel::setEntries(EntryModel *entries)
                 replaceMiddle({}, 0, 0);
         });
         connect(entries, &QAbstractItemModel::modelReset, this, &SectionedModel::schedule);
+        connect(entries, &QAbstractItemModel::dataChanged, this, &SectionedModel::entriesChange);
     }
     schedule();
     Q_EMIT entriesChanged();
@@ -174,6 +175,15 @@ void SectionedModel::scheduleInTurn()
         return;
     const qint64 rested = m_sinceRefresh.isValid() ? m_sinceRefresh.elapsed() : m_rest;
     m_refresh.start(int(qMax<qint64>(0, m_rest - rested)));
+}
+
+void SectionedModel::entriesChange(const QModelIndex &first, const QModelIndex &last,
+                                   const QVector<int> &roles)
+{
+    for (int i = 0; i < m_rows.size(); ++i) {
+        if (m_rows.at(i) >= first.row() && m_rows.at(i) <= last.row())
+            Q_EMIT dataChanged(index(i), index(i), roles);
+    }
 }
 
 void SectionedModel::entriesInserted(int first, int last)

@@ -76,6 +76,8 @@ private:
     QVector<int> groupedByStore(const QVector<int> &rows) const;
     int entryRow(const QAbstractItemModel *model, int row) const;
     bool isWanted(int entryRow) const;
+    void entriesChange(const QModelIndex &first, const QModelIndex &last,
+                       const QVector<int> &roles);
     void entriesInserted(int first, int last);
     void entriesAboutToGo(int first, int last);
     void replaceMiddle(const QVector<int> &rows, int prefix, int suffix);

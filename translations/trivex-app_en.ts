@@ -546,6 +546,10 @@
         <source>Whether the token has the key of this certificate shows after the PIN is entered.</source>
         <translation>Whether the token has the key of this certificate shows after the PIN is entered.</translation>
     </message>
+    <message id="trivex-app-key-unseen">
+        <source>Key not seen yet</source>
+        <translation>Key not seen yet</translation>
+    </message>
     <message id="trivex-app-kind-key">
         <source>This is a private key without a certificate. Import a bundle (.p12, .pfx) that holds both.</source>
         <translation>This is a private key without a certificate. Import a bundle (.p12, .pfx) that holds both.</translation>

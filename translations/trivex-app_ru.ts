@@ -549,6 +549,10 @@
         <source>Whether the token has the key of this certificate shows after the PIN is entered.</source>
         <translation>Есть ли на токене ключ этого сертификата, станет известно после ввода PIN-кода.</translation>
     </message>
+    <message id="trivex-app-key-unseen">
+        <source>Key not seen yet</source>
+        <translation>Ключ ещё не виден</translation>
+    </message>
     <message id="trivex-app-kind-key">
         <source>This is a private key without a certificate. Import a bundle (.p12, .pfx) that holds both.</source>
         <translation>Это закрытый ключ без сертификата. Импортируйте контейнер (.p12, .pfx), где есть и то и другое.</translation>
