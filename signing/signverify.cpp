@@ -7,6 +7,7 @@
 #include "qca/adapter/entries.h"
 #include "qca/base/regularfile.h"
 #include "qca/questions/openquestions.h"
+#include "qca/questions/putquestion.h"
 #include "qca/questions/question.h"
 #include "qca/questions/questionscope.h"
 #include "qca/tokens/tokens.h"
@@ -251,7 +252,13 @@ void SignVerify::askForPin(const std::optional<Trivex::QuestionInfo> &question)
     if (question && !isSignalConnected(QMetaMethod::fromSignal(&SignVerify::getPin)))
         m_questions.reject();
     else
-        Q_EMIT getPin();
+        putToPerson(question);
+}
+
+void SignVerify::putToPerson(const std::optional<Trivex::QuestionInfo> &question)
+{
+    const Trivex::PutQuestion put(question);
+    Q_EMIT getPin();
 }
 
 void SignVerify::pinRejected()

@@ -104,6 +104,7 @@ private:
     void runVerify(const Job &job);
     void finishVerifying(bool valid, const QCA::CertificateChain &chain);
     void askForPin(const std::optional<Trivex::QuestionInfo> &question);
+    void putToPerson(const std::optional<Trivex::QuestionInfo> &question);
 
     Trivex::EventHandler m_eventHandler;
     Trivex::PinQuestions m_questions{&m_eventHandler};

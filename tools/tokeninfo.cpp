@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/tokeninfo.h"
 
+#include "qca/questions/putquestion.h"
+
 namespace Trivex {
 
 TokenInfo::TokenInfo(QObject *parent)
@@ -114,6 +116,17 @@ bool TokenInfo::locked() const
 QString TokenInfo::pinText() const
 {
     return pinText(m_status.pinState, m_status.triesLeft);
+}
+
+bool TokenInfo::showAsker()
+{
+    const QuestionInfo *question = PutQuestion::current();
+    if (!question)
+        return true;
+    if (!question->addressee || question->purpose != Purpose::Sign)
+        return false;
+    setStoreId(question->keyStoreId);
+    return true;
 }
 
 void TokenInfo::cancel()

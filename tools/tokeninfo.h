@@ -49,6 +49,10 @@ public:
     bool locked() const;
     QString pinText() const;
 
+    /// In a slot of a signer's `getPin`: shows the token that asks. False where it asks for another
+    /// operation than a signature of that signer. Where nobody tells who asks, the chosen one
+    /// stays.
+    Q_INVOKABLE bool showAsker();
     /// Asks the running operation to end; its outcome comes the usual way.
     Q_INVOKABLE void cancel();
 

@@ -13,7 +13,8 @@ Item {
     property SignedDocument document
     property string signatureFile
     property string state_
-    property string storeId
+    /// The token of the chosen key, or the one that asks.
+    property alias storeId: token.storeId
     /// What was in the way, of that moment.
     property string refusal
     readonly property bool working: state_ === "signing" || state_ === "verifying"
@@ -21,6 +22,9 @@ Item {
     readonly property string signerName: signer.ceritficate.commonName
     readonly property string failure: library.errors.cause
         ? library.errors.cause + " " + library.errors.advice : ""
+
+    // The question ended with the work.
+    onWorkingChanged: if (!working) pinDialog.withdraw()
 
     function start(verifying, entry, storeId_) {
         storeId = storeId_
@@ -52,7 +56,7 @@ Item {
         id: signer
         objectName: "signer"
         // A question that another operation raised and its own prompt declined ends here too.
-        onGetPin: work.working ? pinDialog.ask() : pinRejected()
+        onGetPin: work.working && token.showAsker() ? pinDialog.ask() : pinRejected()
         // The signer does not look whether the file was written.
         onSignSuccess: work.end(Files.hasContents(work.signatureFile) ? "signed" : "unwritten")
         onVerifySuccess: work.end("verified")
@@ -70,13 +74,18 @@ Item {
         pinText: token.pinText
         lastTry: token.lastTry
         locked: token.locked
-        onSubmitted: signer.pinAccepted(pin)
+        onSubmitted: if (work.working) signer.pinAccepted(pin)
         onLeft: signer.pinRejected()
     }
     TokenInfo {
         id: token
-        storeId: work.storeId
-        onChanged: if (!present && pinDialog.opened) pinDialog.close()
+        property bool seen: false
+        // Its question is over by itself. What no store of a token holds was never there.
+        onChanged: {
+            if (seen && !present)
+                pinDialog.withdraw()
+            seen = present
+        }
     }
     Connections {
         target: work.document

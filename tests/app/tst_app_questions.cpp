@@ -1,0 +1,297 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/tokens/tokenregistry.h"
+#include "qca/tokens/tokens.h"
+#include "tests/app/steps.h"
+#include "tests/app/windowmain.h"
+#include "tests/pkcs11/faultytoken.h"
+#include "tests/support/testcertificates.h"
+
+#include <QtTest>
+
+#include <atomic>
+
+using namespace TrivexTest;
+
+namespace {
+
+const QString First = QStringLiteral("Alpha");
+const QString Second = QStringLiteral("Beta");
+
+WindowEnvironment *environment = nullptr;
+FaultyToken *token = nullptr;
+
+QString rightPin()
+{
+    return QString::fromLatin1(TestToken::pin());
+}
+
+QString storeIdOf(const QString &name)
+{
+    const QVector<Trivex::TokenStatus> tokens = Trivex::TokenMonitor::tokens();
+    for (const Trivex::TokenStatus &one : tokens) {
+        if (one.name == name)
+            return one.keyStoreId;
+    }
+    return {};
+}
+
+bool isThere(const QString &name)
+{
+    const auto status = Trivex::TokenMonitor::token(storeIdOf(name));
+    return status.present && !status.loading;
+}
+
+} // namespace
+
+/// Two tokens that ask at the same time, in the real window; and what is shown of a key that hides.
+class AppQuestionsTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void cleanupTestCase();
+
+    void rowSaysThatTheKeyIsNotSeen();
+    void textBelongsToOneQuestion_data();
+    void textBelongsToOneQuestion();
+    void withdrawnSignature_data();
+    void withdrawnSignature();
+    void signPageNamesTheTokenThatAsks();
+
+private:
+    /// Begins to write a certificate to the token with that name.
+    void write(const QString &name);
+    bool isOpen(const char *dialog) const { return m_window->isOpen(QLatin1String(dialog)); }
+    bool isFlagged(const QString &name) const;
+    /// Does something, from a timer, as soon as the dialog is open: a signature keeps whoever waits
+    /// for it inside its own event loop.
+    void whenOpen(const char *dialog, const std::function<void()> &action);
+    void startSigning(const char *name);
+    void endQuestion(bool byPulling, const QByteArray &orders = {});
+
+    TestAuthority m_authority;
+    std::unique_ptr<WindowDriver> m_window;
+    std::unique_ptr<Steps> m_steps;
+    const std::shared_ptr<std::atomic<int>> m_ended = std::make_shared<std::atomic<int>>(0);
+};
+
+void AppQuestionsTest::initTestCase()
+{
+    QVERIFY(m_authority.isValid());
+    TestToken &first = token->token();
+    const QString id = QStringLiteral("01");
+    QVERIFY(first.addToken(Second));
+    QVERIFY(first.generateKeyPair(QStringLiteral("rsa:2048"), id, QStringLiteral("key")));
+    const QByteArray der = m_authority.issue(first.publicKey(id), QStringLiteral("/CN=Signer"));
+    QVERIFY(!first
+                 .tool({QStringLiteral("--delete-object"), QStringLiteral("--type"),
+                        QStringLiteral("pubkey"), QStringLiteral("--id"), id})
+                 .isNull());
+    QVERIFY(first.writeObject(QStringLiteral("cert"), der, id, QStringLiteral("signer")));
+    m_window = std::make_unique<WindowDriver>();
+    m_steps = std::make_unique<Steps>(*m_window);
+    for (const QString &name : {First, Second})
+        QVERIFY(m_window->waitForItem(QStringLiteral("token-") + name));
+    QVERIFY(m_window->waitFor([&] { return m_window->rowNamed(QStringLiteral("Signer")) >= 0; }));
+}
+
+void AppQuestionsTest::init()
+{
+    // Neither is logged in.
+    token->control("remove");
+    QVERIFY(m_window->waitFor([] { return !isThere(First) && !isThere(Second); }));
+    token->control();
+    QVERIFY(m_window->waitFor([] { return isThere(First) && isThere(Second); }));
+    QVERIFY(m_steps->show("personal"));
+    QVERIFY(m_window->waitFor([&] { return m_window->rowNamed(QStringLiteral("Signer")) >= 0; }));
+    m_window->takeWarnings();
+    token->forget();
+    *m_ended = 0;
+}
+
+void AppQuestionsTest::cleanup()
+{
+    if (QTest::currentTestFailed())
+        m_steps->savePicture(QTest::currentTestFunction());
+    token->control();
+    m_steps->escape();
+}
+
+void AppQuestionsTest::cleanupTestCase()
+{
+    m_window.reset();
+}
+
+void AppQuestionsTest::write(const QString &name)
+{
+    Trivex::StoreChange change;
+    change.certificate = QCA::Certificate::fromDER(m_authority.certificate());
+    QVERIFY(!change.certificate.isNull());
+    QVERIFY(Trivex::startStoreChange(
+        storeIdOf(name), change,
+        [ended = m_ended](const Trivex::StoreChangeResult &) { ++*ended; }));
+}
+
+bool AppQuestionsTest::isFlagged(const QString &name) const
+{
+    const QQuickItem *note = m_window->item(QStringLiteral("rowKeyNote"));
+    return m_window->rowNamed(name) >= 0 && note
+        && note->property("text").toString() == qtTrId("trivex-app-key-unseen");
+}
+
+void AppQuestionsTest::whenOpen(const char *dialog, const std::function<void()> &action)
+{
+    auto *timer = new QTimer(this);
+    connect(timer, &QTimer::timeout, this, [=] {
+        if (!isOpen(dialog) || !m_window->item(QStringLiteral("pinField")))
+            return;
+        timer->stop();
+        timer->deleteLater();
+        action();
+    });
+    timer->start(100);
+}
+
+void AppQuestionsTest::startSigning(const char *name)
+{
+    QVERIFY(m_steps->show("sign"));
+    m_steps->openFile(writeTestFile(environment->file(QLatin1String(name)), "Dear all"));
+    QVERIFY(m_steps->waitEnabled("doSign"));
+    QVERIFY(m_steps->press("doSign"));
+}
+
+void AppQuestionsTest::endQuestion(bool byPulling, const QByteArray &orders)
+{
+    if (byPulling)
+        token->control(orders + "remove " + First.toLatin1());
+    else
+        Trivex::TokenMonitor::cancel(storeIdOf(First));
+}
+
+void AppQuestionsTest::rowSaysThatTheKeyIsNotSeen()
+{
+    QVERIFY(m_window->waitFor([&] { return isFlagged(QStringLiteral("Signer")); }));
+    write(First);
+    QVERIFY(m_steps->answerPin(rightPin()));
+    QVERIFY(m_window->waitFor([&] { return *m_ended == 1; }));
+    // The login has shown it.
+    QVERIFY(m_window->waitFor([&] { return !m_window->item(QStringLiteral("rowKeyNote")); }));
+    QVERIFY(m_window->rowNamed(QStringLiteral("Signer")) >= 0);
+}
+
+void AppQuestionsTest::textBelongsToOneQuestion_data()
+{
+    QTest::addColumn<bool>("pulled");
+    QTest::newRow("the token is taken out") << true;
+    QTest::newRow("the operation is stopped") << false;
+}
+
+void AppQuestionsTest::textBelongsToOneQuestion()
+{
+    QFETCH(bool, pulled);
+    token->control("final-try");
+    write(First);
+    QVERIFY(m_steps->waitOpen("pinPromptDialog"));
+    QCOMPARE(m_steps->text("pinTokenName"), First);
+    write(Second);
+    QVERIFY(m_window->fill(QStringLiteral("pinField"), QStringLiteral("12345")));
+    QVERIFY(m_window->click(QStringLiteral("pinConsent")));
+    const QQuickItem *consent = m_window->item(QStringLiteral("pinConsent"));
+    QVERIFY(consent && consent->property("checked").toBool());
+    endQuestion(pulled, "final-try\n");
+    QVERIFY(m_window->waitFor([&] { return m_steps->text("pinTokenName") == Second; }));
+    // What is typed on is for the first.
+    m_window->type(QStringLiteral("6"));
+    m_window->key(Qt::Key_Return);
+    QVERIFY(isOpen("pinPromptDialog"));
+    QCOMPARE(m_window->item(QStringLiteral("pinField"))->property("text").toString(), QString());
+    QVERIFY(!consent->property("checked").toBool());
+    QVERIFY(!m_window->item(QStringLiteral("pinAccept"))->isEnabled());
+    QCOMPARE(m_steps->text("pinReplaced"), qtTrId("trivex-app-pin-replaced"));
+    QTest::qWait(900);
+    QCOMPARE(token->count("C_Login"), 0);
+    QVERIFY(m_window->fill(QStringLiteral("pinField"), rightPin()));
+    QVERIFY(m_window->click(QStringLiteral("pinConsent")));
+    QVERIFY(m_window->click(QStringLiteral("pinAccept")));
+    QVERIFY(m_window->waitFor([&] { return *m_ended == 2; }));
+    QCOMPARE(token->count("C_Login"), 1);
+    QCOMPARE(token->countText("C_Login CKR_OK"), 1);
+    QVERIFY(m_steps->waitClosed("pinPromptDialog"));
+}
+
+void AppQuestionsTest::withdrawnSignature_data()
+{
+    textBelongsToOneQuestion_data();
+}
+
+void AppQuestionsTest::withdrawnSignature()
+{
+    QFETCH(bool, pulled);
+    QString asker;
+    whenOpen("signPinDialog", [&] {
+        asker = m_steps->text("pinTokenName");
+        m_window->fill(QStringLiteral("pinField"), rightPin());
+        endQuestion(pulled);
+    });
+    startSigning("letter.txt");
+    QVERIFY(m_window->waitFor(
+        [&] { return m_steps->text("signResult") == qtTrId("trivex-app-unsigned"); }));
+    QCOMPARE(asker, First);
+    QVERIFY(m_steps->waitClosed("signPinDialog", 3000));
+    // What was typed is kept for nothing: the next signature asks.
+    token->control();
+    QVERIFY(m_steps->show("personal"));
+    QVERIFY(m_window->waitFor(
+        [&] { return isThere(First) && m_window->rowNamed(QStringLiteral("Signer")) >= 0; }));
+    bool asked = false;
+    whenOpen("signPinDialog", [&] {
+        asked = token->count("C_Login") == 0;
+        m_window->click(QStringLiteral("pinCancel"));
+    });
+    startSigning("letter.txt");
+    QVERIFY(m_window->waitFor([&] { return asked && !isOpen("signPinDialog"); }));
+    QVERIFY(m_window->waitFor(
+        [&] { return m_steps->text("signResult") == qtTrId("trivex-app-unsigned"); }));
+    QCOMPARE(token->count("C_Login"), 0);
+}
+
+void AppQuestionsTest::signPageNamesTheTokenThatAsks()
+{
+    QStringList asked;
+    whenOpen("pinPromptDialog", [&] {
+        asked << m_steps->text("pinTokenName")
+                + (isOpen("signPinDialog") ? QStringLiteral("!") : QString());
+        m_window->click(QStringLiteral("pinCancel"));
+    });
+    whenOpen("signPinDialog", [&] {
+        asked << m_steps->text("pinTokenName")
+                + (isOpen("pinPromptDialog") ? QStringLiteral("!") : QString());
+        m_window->fill(QStringLiteral("pinField"), rightPin());
+        m_window->click(QStringLiteral("pinAccept"));
+    });
+    startSigning("other.txt");
+    // Before the signer asks, a write to the other token does. Declined at the window's prompt, it
+    // is not asked again in the signer's name.
+    write(Second);
+    QVERIFY(m_window->waitFor(
+        [&] { return m_steps->text("signResult") == qtTrId("trivex-app-signed"); }));
+    QCOMPARE(asked, (QStringList{Second, First}));
+    QCOMPARE(int(*m_ended), 1);
+    QCOMPARE(token->count("C_Login"), 1);
+}
+
+int main(int argc, char **argv)
+{
+    WindowEnvironment display;
+    FaultyToken faulty(First);
+    return TrivexTest::runWindowTest<AppQuestionsTest>(
+        argc, argv, {display.problem(), faulty.token().problem()}, [&] {
+            faulty.useInThisProcess();
+            environment = &display;
+            token = &faulty;
+        });
+}
+
+#include "tst_app_questions.moc"
