@@ -2,14 +2,20 @@
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/stores.h"
 
+#include "qca/base/processend.h"
 #include "qca/questions/openquestions.h"
 #include "qca/questions/question.h"
 
+#include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QPointer>
 #include <QSet>
 #include <QThread>
 
+#include <atomic>
 #include <memory>
+#include <mutex>
+#include <utility>
 
 namespace Trivex {
 
@@ -19,6 +25,31 @@ namespace {
 constexpr int QuietPatience = 50;
 constexpr int ClosePatience = 200;
 constexpr int AskPause = 10;
+constexpr int EndPatience = 1000;
+
+/// The stores that were let go. Never deleted: an application object may end late.
+struct ClosedStores {
+    std::mutex mutex;
+    QVector<QPointer<QCA::KeyStore>> stores;
+    std::atomic<bool> endWithApplication{false};
+
+    static ClosedStores &instance()
+    {
+        static auto *closed = new ClosedStores;
+        return *closed;
+    }
+    QVector<QPointer<QCA::KeyStore>> take()
+    {
+        const std::lock_guard lock(mutex);
+        return std::exchange(stores, {});
+    }
+    void add(QCA::KeyStore *store)
+    {
+        const std::lock_guard lock(mutex);
+        stores.removeAll(nullptr);
+        stores.append(store);
+    }
+};
 
 /// Stock QCA runs each asynchronous operation in a thread below the store, and waits for it in the
 /// store's destructor.
@@ -68,6 +99,14 @@ private:
     QCA::Initializer m_qca;
 };
 
+/// Before QCA's own routine, which counts one user of QCA only.
+void endClosedStores()
+{
+    ClosedStores::instance().endWithApplication = false;
+    if (!ProcessEnd::hasBegun() && !ProcessEnd::isForkedChild())
+        static_cast<void>(deleteClosedStores());
+}
+
 void letGo(QCA::KeyStore *store)
 {
     store->setParent(nullptr);
@@ -90,6 +129,9 @@ void letGo(QCA::KeyStore *store)
     }
     if (running.isEmpty())
         store->deleteLater();
+    ClosedStores::instance().add(store);
+    if (!ClosedStores::instance().endWithApplication.exchange(true))
+        qAddPostRoutine(&endClosedStores);
 }
 
 QStringList providerMarks()
@@ -127,6 +169,24 @@ void closeStores(const QVector<QCA::KeyStore *> &stores)
         else
             letGo(store);
     }
+}
+
+bool deleteClosedStores()
+{
+    const QDeadlineTimer deadline(EndPatience);
+    bool areAllDeleted = true;
+    const auto closed = ClosedStores::instance().take();
+    for (const QPointer<QCA::KeyStore> &store : closed) {
+        if (!store)
+            continue;
+        if (endsSoon(*store, QDeadlineTimer(0), deadline)) {
+            delete store;
+        } else {
+            ClosedStores::instance().add(store);
+            areAllDeleted = false;
+        }
+    }
+    return areAllDeleted;
 }
 
 } // namespace Trivex

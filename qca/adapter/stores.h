@@ -18,4 +18,8 @@ TRIVEX_QCA_EXPORT void startStores();
 /// about such a store are ended meanwhile. On the thread of the stores; null pointers are skipped.
 TRIVEX_QCA_EXPORT void closeStores(const QVector<QCA::KeyStore *> &stores);
 
+/// Deletes the stores that were let go, before QCA ends: what they hold is QCA's. Waits a second at
+/// most; false when the operation of one has not ended then.
+bool deleteClosedStores();
+
 } // namespace Trivex

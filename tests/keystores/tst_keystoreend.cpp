@@ -6,11 +6,13 @@
 
 #include <QElapsedTimer>
 #include <QPointer>
+#include <QProcess>
 #include <QtTest>
 
 #include <chrono>
 #include <future>
 #include <thread>
+#include <vector>
 
 using TrivexTest::KeyStoreFixture;
 
@@ -22,19 +24,35 @@ const TrivexTest::PrivateHome privateHome;
 constexpr int Moment = 1000;
 /// How long the module stays in its call after the model and the program have let go of QCA.
 constexpr std::chrono::seconds Hang{2};
+/// Shorter than what the end of an application waits for.
+constexpr std::chrono::milliseconds ShortHang{500};
+constexpr int Patience = 40000; // ms
 
 const QString Mark = QStringLiteral("test-mark");
 
 } // namespace
 
-/// A model that goes, and QCA right after it, while a module hangs.
+/// A model that goes, and QCA or the application right after it, while a module hangs.
 class tst_KeyStoreEnd : public KeyStoreFixture {
     Q_OBJECT
+public:
+    /// A process whose application object goes next. Its exit status.
+    static int endApplication(int argc, char *argv[]);
 private Q_SLOTS:
     void qcaEndsWhileAModuleHangs();
+    void applicationEndsWhileAModuleHangs();
+
+private:
+    using Models = std::vector<std::unique_ptr<KeyStoreModel>>;
+
+    /// Models whose stores have something under way that waits for the module; none on failure.
+    Models hangingModels();
+    std::future<void> returnAfter(std::chrono::milliseconds time);
+    /// Whether QCA has ended since the mark was made.
+    static bool isNewQca();
 };
 
-void tst_KeyStoreEnd::qcaEndsWhileAModuleHangs()
+tst_KeyStoreEnd::Models tst_KeyStoreEnd::hangingModels()
 {
     prepare();
     install();
@@ -43,34 +61,85 @@ void tst_KeyStoreEnd::qcaEndsWhileAModuleHangs()
     for (const char *id : {"u", "v", "w"})
         addStore(id, id, {certificate(id)});
     auto model = std::make_unique<KeyStoreModel>();
-    QTRY_COMPARE(model->rowCount(), 4);
+    if (!QTest::qWaitFor([&model] { return model->rowCount() == 4; }))
+        return {};
     stores().block();
     model->removeCertificate(QStringLiteral("c"));
-    QTRY_COMPARE(stores().calls().size(), 1);
-    // Lists that wait behind it, each in a thread of its own.
-    for (const char *id : {"u", "v", "w"})
-        stores().setEntries(QString::fromLatin1(id), {certificate(id), certificate("more")});
-    QTest::qWait(50);
-    const QPointer<QCA::KeyStore> store(model->keyStoreByName(QStringLiteral("Token")));
-    const auto hanging = std::async(std::launch::async, [script = &stores()] {
-        std::this_thread::sleep_for(Hang);
+    if (!QTest::qWaitFor([this] { return stores().calls().size() == 1; }))
+        return {};
+    // Its lists wait behind that, each in a thread of its own.
+    auto second = std::make_unique<KeyStoreModel>();
+    QCA::setProperty(Mark, true);
+    Models models;
+    models.push_back(std::move(model));
+    models.push_back(std::move(second));
+    return models;
+}
+
+std::future<void> tst_KeyStoreEnd::returnAfter(std::chrono::milliseconds time)
+{
+    return std::async(std::launch::async, [time, script = &stores()] {
+        std::this_thread::sleep_for(time);
         script->unblock();
     });
-    QCA::setProperty(Mark, true);
+}
+
+bool tst_KeyStoreEnd::isNewQca()
+{
+    const QCA::Initializer qca;
+    return QCA::getProperty(Mark).isNull();
+}
+
+void tst_KeyStoreEnd::qcaEndsWhileAModuleHangs()
+{
+    Models models = hangingModels();
+    QVERIFY(!models.empty());
+    const QPointer<QCA::KeyStore> store(models.front()->keyStoreByName(QStringLiteral("Token")));
+    const auto hanging = returnAfter(Hang);
     QElapsedTimer timer;
     timer.start();
-    model.reset();
+    models.clear();
     endQca();
     QVERIFY2(timer.elapsed() < Moment, qPrintable(QString::number(timer.elapsed())));
     QVERIFY(store); // let go
     QTRY_VERIFY(!store);
-    // QCA has ended with the last of the stores: this is another one.
-    const auto isNew = [] {
-        const QCA::Initializer qca;
-        return QCA::getProperty(Mark).isNull();
-    };
-    QTRY_VERIFY(isNew());
+    // QCA has ended with the last of the stores.
+    QTRY_VERIFY(isNewQca());
 }
 
-QTEST_GUILESS_MAIN(tst_KeyStoreEnd)
+int tst_KeyStoreEnd::endApplication(int argc, char *argv[])
+{
+    auto application = std::make_unique<QCoreApplication>(argc, argv);
+    tst_KeyStoreEnd test;
+    Models models = test.hangingModels();
+    if (models.empty())
+        return 1;
+    const auto hanging = test.returnAfter(ShortHang);
+    models.clear();
+    test.endQca();
+    application.reset();
+    return isNewQca() ? 0 : 2;
+}
+
+void tst_KeyStoreEnd::applicationEndsWhileAModuleHangs()
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::ForwardedChannels);
+    process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--end")});
+    const bool hasEnded = process.waitForFinished(Patience);
+    process.kill();
+    process.waitForFinished();
+    QVERIFY2(hasEnded, "the process hangs");
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 0);
+}
+
+int main(int argc, char *argv[])
+{
+    if (argc == 2 && qstrcmp(argv[1], "--end") == 0)
+        return tst_KeyStoreEnd::endApplication(argc, argv);
+    QCoreApplication application(argc, argv);
+    tst_KeyStoreEnd test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_keystoreend.moc"
