@@ -6,7 +6,6 @@
 #include "qca/keys/discretelog.h"
 
 #include "qca/keys/keytypes.h"
-#include "qca/keys/pkeycontainer.h"
 
 #include <QThread>
 
@@ -20,6 +19,19 @@ namespace {
 KeyMaterial onlyDh(KeyMaterial material)
 {
     return material.keyType() == DhKey ? std::move(material) : KeyMaterial();
+}
+
+/// The public half of a Diffie-Hellman key of any provider.
+KeyMaterial peerMaterial(const QCA::PKeyBase &key)
+{
+    if (const auto *own = dynamic_cast<const DhKeyContext *>(&key))
+        return own->material();
+    const auto *foreign = dynamic_cast<const QCA::DHContext *>(&key);
+    if (!foreign || foreign->isNull())
+        return {};
+    DhKeyContext copy(foreign->provider());
+    copy.createPublic(foreign->domain(), foreign->y());
+    return copy.material();
 }
 
 } // namespace
@@ -87,7 +99,7 @@ QCA::BigInteger DhKeyContext::x() const
 
 QCA::SymmetricKey DhKeyContext::deriveKey(const QCA::PKeyBase &theirs)
 {
-    const KeyMaterial peer = materialOf(&theirs);
+    const KeyMaterial peer = peerMaterial(theirs);
     EVP_PKEY *key = m_material.isPrivate() ? m_material.native() : nullptr;
     const KeyContextHandle context(key ? EVP_PKEY_CTX_new(key, nullptr) : nullptr);
     size_t size = 0;
