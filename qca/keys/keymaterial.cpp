@@ -175,15 +175,15 @@ KeyMaterial KeyMaterial::fromPrivateInfo(const Secret &pkcs8)
     return material;
 }
 
-QCA::SecureArray KeyMaterial::privateInfo() const
+Secret KeyMaterial::privateInfo() const
 {
     if (!m_isPrivate || !m_native)
-        return m_opaquePrivate.toSecureArray();
+        return m_opaquePrivate;
     const Pkcs8Handle info(EVP_PKEY2PKCS8(native()));
     unsigned char *data = nullptr;
     const int size = info ? i2d_PKCS8_PRIV_KEY_INFO(info.get(), &data) : 0;
     ERR_clear_error();
-    QCA::SecureArray encoded(qMax(size, 0));
+    Secret encoded(qMax(size, 0));
     if (size > 0) {
         std::copy(data, data + size, encoded.data());
         OPENSSL_clear_free(data, size_t(size));

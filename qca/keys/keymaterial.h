@@ -39,7 +39,7 @@ public:
     /// DER SubjectPublicKeyInfo; empty when only an unknown private form is there.
     const QByteArray &publicInfo() const { return m_publicInfo; }
     /// DER PrivateKeyInfo, unencrypted; empty for a public key and for one that can't be written.
-    QCA::SecureArray privateInfo() const;
+    Secret privateInfo() const;
 
     /// Completes a private key that nobody here understands with the public half that came with it;
     /// one that is known stays. Bytes of another kind of key change nothing.

@@ -209,7 +209,7 @@ QCA::SecureArray PKeyContainer::privateToDER(const QCA::SecureArray &passphrase,
 {
     if (!m_key || !m_key->isPrivate() || !m_key->canExport())
         return {};
-    const QCA::SecureArray plain = materialOf(m_key).privateInfo();
+    const QCA::SecureArray plain = materialOf(m_key).privateInfo().toSecureArray();
     return passphrase.isEmpty() || plain.isEmpty() ? plain
                                                    : encryptPrivateKey(plain, passphrase, pbe);
 }

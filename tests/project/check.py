@@ -211,7 +211,26 @@ def symbols(library):
         yield f"{library}: {'exported' if symbol in found else 'missing'}: {symbol}"
 
 
-CHECKS = [sizes, functions, licences, words, format, scripts, qml, settings, symbols]
+# What is called on QCA's side of the token provider: contexts, and what hands them their results.
+QCA_SIDE = re.compile(r"contexts?|signing|tokenservicekeys")
+
+
+def memory():
+    """No secure memory of QCA's on the threads of tokens and bundles, which may outlive QCA."""
+    wanted = re.compile(r"\b(SecureArray|toSecureArray|MemoryRegion|BigInteger|SymmetricKey)\b")
+    places = [path for path in of_kind(".cpp", ".h") if name(path).startswith("providers/pkcs11/")
+              and not QCA_SIDE.search(path.stem)]
+    places += [path for path in of_kind(".cpp", ".h") if name(path).startswith("qca/")
+               and path.stem in {"keymaterial", "bundleopening", "bundlereader", "bundlepassword",
+                                 "operation"}]
+    for path in places:
+        for number, line in enumerate(text_of(path).splitlines(), 1):
+            found = wanted.search(line.split("//")[0])
+            if found:
+                yield f"{name(path)}:{number}: {found.group()} on a thread that may outlive QCA"
+
+
+CHECKS = [sizes, functions, licences, words, format, scripts, qml, settings, symbols, memory]
 
 
 def main():

@@ -3,6 +3,7 @@
 #include "providers/pkcs11/contents/gostkeys.h"
 
 #include "qca/asn1/derwriter.h"
+#include "qca/base/secret.h"
 #include "qca/keys/gostpublickey.h"
 #include "qca/keys/keytypes.h"
 
@@ -111,7 +112,7 @@ void addParameters(const GostParameters &parameters, Template *object)
 
 /// The private number, little-endian and `size` long, out of DER PrivateKeyInfo: as it is, or in an
 /// OCTET STRING, or as an INTEGER. Empty when it is in none of these forms.
-QCA::SecureArray privateNumber(const QCA::SecureArray &privateInfo, int size)
+Secret privateNumber(const Secret &privateInfo, int size)
 {
     Der::Slice body;
     Der::Slice key;
@@ -138,7 +139,7 @@ QCA::SecureArray privateNumber(const QCA::SecureArray &privateInfo, int size)
     }
     if (key.size > size || (key.size < size && !isBigEndian))
         return {};
-    QCA::SecureArray number(size, '\0');
+    Secret number(size);
     if (isBigEndian)
         std::reverse_copy(key.data, key.data + key.size, number.data());
     else
@@ -198,7 +199,7 @@ void addGostPrivateKey(const KeyMaterial &key, Template *object)
 {
     const GostPublicKey publicHalf = GostPublicKey::fromPublicInfo(key.publicInfo());
     addParameters(gostParameters(key.publicInfo()), object);
-    const QCA::SecureArray number = privateNumber(key.privateInfo(), publicHalf.point.size() / 2);
+    const Secret number = privateNumber(key.privateInfo(), publicHalf.point.size() / 2);
     if (number.isEmpty())
         throw Error(TokenError::NotSupported);
     object->add(CKA_VALUE, number.constData(), size_t(number.size()));
