@@ -4,20 +4,14 @@
 
 #include "plugin/apptranslator.h"
 #include "plugin/registration.h"
-#include "qca/adapter/providerplugins.h"
-#include "qca/base/places.h"
+#include "qca/adapter/qcause.h"
 
-namespace {
-
-constexpr int secureMemoryKiB = 64;
-
-} // namespace
+#include <QQmlEngine>
 
 TrivexQmlPlugin::TrivexQmlPlugin(QObject *parent)
     : QQmlExtensionPlugin(parent)
-    , m_initializer(QCA::Practical, secureMemoryKiB)
 {
-    Trivex::registerProviders(Trivex::providerDirectories());
+    Trivex::useQca();
 }
 
 TrivexQmlPlugin::~TrivexQmlPlugin() = default;
@@ -30,5 +24,8 @@ void TrivexQmlPlugin::registerTypes(const char *uri)
 void TrivexQmlPlugin::initializeEngine(QQmlEngine *engine, const char *uri)
 {
     Q_UNUSED(uri)
+    // The plugin is made once, for all application objects that the process has.
+    Trivex::useQca();
+    Trivex::keepQcaFor(engine);
     installTranslators(engine);
 }

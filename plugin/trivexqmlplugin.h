@@ -3,9 +3,9 @@
 #pragma once
 
 #include <QQmlExtensionPlugin>
-#include <QtCrypto>
 
-/// The entry point of the QML module. QCA is up for as long as the plugin lives.
+/// The entry point of the QML module. QCA is up from its first import to the end of the application
+/// object, and beyond while an engine lives.
 class TrivexQmlPlugin : public QQmlExtensionPlugin {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID QQmlExtensionInterface_iid)
@@ -15,7 +15,4 @@ public:
 
     void registerTypes(const char *uri) override;
     void initializeEngine(QQmlEngine *engine, const char *uri) override;
-
-private:
-    QCA::Initializer m_initializer;
 };

@@ -3,6 +3,7 @@
 #include "providers/openssl/opensslprovider.h"
 
 #include "providers/openssl/userstorecontext.h"
+#include "qca/base/processend.h"
 #include "qca/base/providers.h"
 #include "qca/keys/dhkeycontext.h"
 #include "qca/keys/dsakeycontext.h"
@@ -66,6 +67,8 @@ OpensslProvider::~OpensslProvider()
 
 void OpensslProvider::init()
 {
+    // QCA makes its providers on the thread that starts it, the main one as a rule.
+    ProcessEnd::watchThisThread();
     QCA::setProviderPriority(name(), 0);
 }
 

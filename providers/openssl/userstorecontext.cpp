@@ -3,10 +3,15 @@
 #include "providers/openssl/userstorecontext.h"
 
 #include "providers/openssl/userentrycontext.h"
+#include "qca/base/storethread.h"
 #include "qca/questions/operation.h"
 
+#include <QDeadlineTimer>
 #include <QStandardPaths>
 #include <QTimer>
+
+#include <mutex>
+#include <set>
 
 namespace Trivex {
 
@@ -15,6 +20,18 @@ namespace {
 constexpr int StoreNumber = 0;
 /// Long enough for the update before to have been seen; ms.
 constexpr int SecondLookPause = 150;
+
+/// The threads that read directories. Never deleted, because the end of the process stops them.
+struct Readers {
+    std::mutex mutex;
+    std::set<QThread *> threads;
+
+    static Readers &instance()
+    {
+        static auto *readers = new Readers;
+        return *readers;
+    }
+};
 
 QString directoryPath()
 {
@@ -44,6 +61,11 @@ UserStoreContext::~UserStoreContext()
 {
     // Nothing of the other thread may reach this object while it goes.
     m_directory->disconnect(this);
+    {
+        Readers &readers = Readers::instance();
+        const std::lock_guard lock(readers.mutex);
+        readers.threads.erase(&m_thread);
+    }
     m_thread.quit();
     m_thread.wait();
     if (!m_thread.isFinished())
@@ -61,8 +83,25 @@ void UserStoreContext::announce(const UserSnapshot &snapshot)
     m_announced = snapshot->size();
 }
 
+void UserStoreContext::stopAll(ProcessEnd::Deadline deadline)
+{
+    Readers &readers = Readers::instance();
+    const std::lock_guard lock(readers.mutex);
+    for (QThread *thread : readers.threads) {
+        thread->quit();
+        thread->wait(QDeadlineTimer(deadline));
+    }
+}
+
 void UserStoreContext::start()
 {
+    StoreThread::note();
+    ProcessEnd::add(&UserStoreContext::stopAll);
+    {
+        Readers &readers = Readers::instance();
+        const std::lock_guard lock(readers.mutex);
+        readers.threads.insert(&m_thread);
+    }
     m_thread.start(QThread::LowPriority);
     QMetaObject::invokeMethod(m_directory, &UserDirectory::start, Qt::QueuedConnection);
 }

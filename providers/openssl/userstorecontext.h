@@ -3,6 +3,7 @@
 #pragma once
 
 #include "providers/openssl/userdirectory.h"
+#include "qca/base/processend.h"
 
 #include <QThread>
 
@@ -39,6 +40,8 @@ public:
     bool removeEntry(int id, const QString &entryId) override;
 
 private:
+    /// At the end of the process, where nobody destroys this.
+    static void stopAll(ProcessEnd::Deadline deadline);
     void take(const UserSnapshot &snapshot);
     void announce(const UserSnapshot &snapshot);
     UserSnapshot snapshot() const;

@@ -3,6 +3,7 @@
 #include "qca/adapter/stores.h"
 
 #include "qca/base/processend.h"
+#include "qca/base/storethread.h"
 #include "qca/questions/openquestions.h"
 #include "qca/questions/question.h"
 
@@ -134,6 +135,33 @@ void letGo(QCA::KeyStore *store)
         qAddPostRoutine(&endClosedStores);
 }
 
+/// A provider that has no stores: QCA asks it for them on the store thread, which is all that it is
+/// for.
+class StoreThreadFinder : public QCA::Provider {
+public:
+    int qcaVersion() const override { return QCA_VERSION; }
+    QString name() const override { return QStringLiteral("trivex-store-thread"); }
+    QStringList features() const override { return {QStringLiteral("keystorelist")}; }
+    Context *createContext(const QString &) override
+    {
+        StoreThread::note();
+        return nullptr;
+    }
+};
+
+/// Where none of our providers has made the thread known, for whatever reason it is missing.
+void findStoreThread()
+{
+    ProcessEnd::expect();
+    auto finder = std::make_unique<StoreThreadFinder>();
+    const QString name = finder->name();
+    if (!QCA::insertProvider(finder.get()))
+        return;
+    static_cast<void>(finder.release()); // QCA's now
+    QCA::KeyStoreManager::start(name);
+    QCA::unloadProvider(name);
+}
+
 QStringList providerMarks()
 {
     QStringList marks;
@@ -147,12 +175,15 @@ QStringList providerMarks()
 
 void startStores()
 {
+    ProcessEnd::watchThisThread();
     // Forgotten when QCA ends, like the stores that were started.
     const QString property = QStringLiteral("trivex-started-stores");
     const QStringList marks = providerMarks();
     if (QCA::getProperty(property).toStringList() == marks)
         return;
     QCA::KeyStoreManager::start();
+    if (!StoreThread::isKnown())
+        findStoreThread();
     QCA::setProperty(property, marks);
 }
 

@@ -2,11 +2,15 @@
 // SPDX-License-Identifier: MIT
 #include "qca/base/processend.h"
 
+#include "qca/base/parkthread.h"
+#include "qca/base/storethread.h"
+
 #include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
+#include <iostream>
 #include <mutex>
 #include <system_error>
 #include <thread>
@@ -19,6 +23,10 @@ namespace Trivex {
 namespace {
 
 constexpr std::chrono::milliseconds FlushPatience{500};
+/// For the store thread, where operations have used up the rest.
+constexpr std::chrono::milliseconds LeastPatience{200};
+/// What of the patience is left for QCA's threads, when a module uses up the rest.
+constexpr std::chrono::milliseconds StoreShare{300};
 constexpr size_t MostHooks = 8;
 
 // All of these are there before the first line of code runs and need no destruction.
@@ -29,6 +37,27 @@ std::atomic<pid_t> owner{0};
 std::atomic<bool> begun{false};
 std::atomic<bool> over{false};
 std::atomic<int> foreignCalls{0};
+/// QCA's threads do nothing any more.
+std::atomic<bool> qcaRests{true};
+/// QCA's threads were at work when the end began, or when this child was forked.
+std::atomic<bool> qcaWorked{false};
+
+bool isMainThread()
+{
+    return syscall(SYS_gettid) == getpid();
+}
+
+/// After the hooks: what waits for a token or a person in one of QCA's threads has ended with them.
+void stopQca(ProcessEnd::Deadline end)
+{
+    const auto deadline = std::min(end, std::chrono::steady_clock::now() + StoreThread::Patience);
+    qcaWorked = StoreThread::isKnown();
+    // On another thread the process ends without handlers, which they could disturb.
+    const bool isQuiet = !isMainThread() || StoreThread::waitForOperations(deadline);
+    qcaRests =
+        StoreThread::hold(std::max(deadline, std::chrono::steady_clock::now() + LeastPatience))
+        && isQuiet;
+}
 
 void runHooks()
 {
@@ -43,7 +72,8 @@ void runHooks()
     }
     const auto deadline = std::chrono::steady_clock::now() + ProcessEnd::Patience;
     for (size_t i = count; i > 0; --i)
-        all[i - 1](deadline);
+        all[i - 1](deadline - StoreShare);
+    stopQca(deadline);
 }
 
 /// What `exit` would do at its very end. In a thread of its own, because a stream that a module
@@ -53,6 +83,7 @@ void flushStreams()
     static std::atomic<bool> done{false};
     try {
         std::thread([] {
+            std::cout.flush();
             std::fflush(nullptr);
             done = true;
         }).detach();
@@ -64,17 +95,44 @@ void flushStreams()
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
 }
 
+/// False while a thread may be in what the next handlers destroy. Where another thread than the
+/// main one ends the process, that one is such a thread: the host's loop goes on, and uses QCA.
+bool mayGoOn()
+{
+    return foreignCalls == 0 && qcaRests && (isMainThread() || !qcaWorked);
+}
+
+/// QCA's end, in a handler of the host's, would wait for threads that only the parent has.
+void endForkedChild(int status)
+{
+    if (!StoreThread::isKnown())
+        return;
+    std::cout.flush();
+    std::fflush(nullptr);
+    _exit(status);
+}
+
 void atExit(int status, void *)
 {
-    if (owner == 0 || ProcessEnd::isForkedChild())
+    if (owner == 0)
         return;
-    runHooks();
-    over = true;
-    if (foreignCalls == 0)
+    if (ProcessEnd::isForkedChild())
+        endForkedChild(status);
+    else
+        runHooks();
+    over = !ProcessEnd::isForkedChild();
+    if (!over || mayGoOn())
         return;
-    // The next handlers would destroy the library that a thread is in.
     flushStreams();
     _exit(status);
+}
+
+/// No handlers and no static objects go, but no thread may be halfway through the start of a
+/// program.
+void atQuickExit()
+{
+    if (!ProcessEnd::isForkedChild())
+        StoreThread::hold(std::chrono::steady_clock::now() + StoreThread::Patience);
 }
 
 struct EndOfMainThread {
@@ -85,7 +143,7 @@ struct EndOfMainThread {
             return;
         runHooks();
         // First of all handlers: some came later than ours, and a thread may use what they destroy.
-        if (foreignCalls > 0)
+        if (!mayGoOn())
             ProcessEnd::renew();
     }
 };
@@ -99,6 +157,7 @@ void ProcessEnd::expect()
     pid_t nobody = 0;
     if (!owner.compare_exchange_strong(nobody, getpid()))
         return;
+    at_quick_exit(&atQuickExit);
     renew();
 }
 
@@ -118,7 +177,7 @@ void ProcessEnd::add(Hook hook)
 
 void ProcessEnd::watchThisThread()
 {
-    if (syscall(SYS_gettid) == getpid())
+    if (isMainThread())
         endOfMainThread.isWatched = true;
 }
 
@@ -152,12 +211,6 @@ ForeignCall::~ForeignCall()
     --foreignCalls;
     if (over)
         parkThread();
-}
-
-void parkThread() noexcept
-{
-    for (;;)
-        pause();
 }
 
 } // namespace Trivex

@@ -52,7 +52,4 @@ public:
     ForeignCall &operator=(const ForeignCall &) = delete;
 };
 
-/// Stops this thread for good.
-[[noreturn]] TRIVEX_QCA_EXPORT void parkThread() noexcept;
-
 } // namespace Trivex

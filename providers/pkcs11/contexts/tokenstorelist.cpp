@@ -3,6 +3,7 @@
 #include "providers/pkcs11/contexts/tokenstorelist.h"
 
 #include "providers/pkcs11/contexts/tokenentrycontext.h"
+#include "qca/base/storethread.h"
 
 #include <algorithm>
 
@@ -47,6 +48,7 @@ QCA::Provider::Context *TokenStoreList::clone() const
 void TokenStoreList::start()
 {
     // Here, because contexts may be made in other threads.
+    StoreThread::note();
     m_trusted = std::make_unique<TrustedStores>();
     connect(m_trusted.get(), &TrustedStores::changed, this, &TokenStoreList::announceTrusted);
     TokenService::instance().start();
