@@ -138,6 +138,28 @@ def words():
                     yield f"{name(path)}:{number}: the host {host}"
 
 
+# Folders that hold no production code.
+OUTSIDE = ("tests", "tour", "benchmarks", "fuzz", "app/gallery")
+LOCKS_AND_THREADS = re.compile(
+    r"std::(?:shared_)?mutex\b(?![>)])|std::once_flag|std::thread\b[ (]|\bQThread (?:m_|\{)")
+
+
+def threads():
+    """Every thread and every lock of the production code stands in docs/threads.md, and no others."""
+    page = text_of(ROOT / "docs" / "threads.md")
+    named = set()
+    for path in of_kind(".cpp", ".h"):
+        unit = name(path).rpartition(".")[0]
+        if name(path).startswith(OUTSIDE) or not LOCKS_AND_THREADS.search(text_of(path)):
+            continue
+        named.add(unit)
+        if unit not in page:
+            yield f"{name(path)}: its lock or thread is not in docs/threads.md"
+    for unit in re.findall(r"`((?:qca|providers|signing)/[\w/]+?)(?:\.cpp|\.h)?`", page):
+        if not list(ROOT.glob(f"{unit}.*")):
+            yield f"docs/threads.md: {unit} is not there"
+
+
 MISSING = []
 
 
@@ -230,7 +252,7 @@ def memory():
                 yield f"{name(path)}:{number}: {found.group()} on a thread that may outlive QCA"
 
 
-CHECKS = [sizes, functions, licences, words, format, scripts, qml, settings, symbols, memory]
+CHECKS = [sizes, functions, licences, words, threads, format, scripts, qml, settings, symbols, memory]
 
 
 def main():
