@@ -160,6 +160,25 @@ def threads():
             yield f"docs/threads.md: {unit} is not there"
 
 
+def decisions():
+    """Records are numbered one after the other, and the index names each by its title."""
+    folder = ROOT / "docs" / "decisions"
+    records = sorted(folder.glob("[0-9]*.md"))
+    index = text_of(folder / "README.md")
+    if len(re.findall(r"^- \[", index, re.MULTILINE)) != len(records):
+        yield "docs/decisions/README.md: it has another number of records than there are"
+    for number, path in enumerate(records, 1):
+        heading = re.search(r"^# (\d{3}) (.+)$", text_of(path), re.MULTILINE)
+        if not heading or path.name[:3] != f"{number:03}" or heading[1] != path.name[:3]:
+            yield f"{name(path)}: its number or heading is not {number:03}"
+        elif f"- [{heading[1]}]({path.name}) {heading[2]}\n" not in index:
+            yield f"docs/decisions/README.md: does not name {path.name} by its title"
+    for path in files():
+        for cited in re.findall(r"\b(?:decision|record) (\d{3})\b", text_of(path) or ""):
+            if not list(folder.glob(f"{cited}-*.md")):
+                yield f"{name(path)}: there is no decision {cited}"
+
+
 MISSING = []
 
 
@@ -252,7 +271,7 @@ def memory():
                 yield f"{name(path)}:{number}: {found.group()} on a thread that may outlive QCA"
 
 
-CHECKS = [sizes, functions, licences, words, threads, format, scripts, qml, settings, symbols, memory]
+CHECKS = [sizes, functions, licences, words, threads, decisions, format, scripts, qml, settings, symbols, memory]
 
 
 def main():
