@@ -4,30 +4,50 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
 
 /// A searchable list of certificates in sections, for any model with the roles of
 /// `SectionedModel`. `model` is a `ListModel` in the gallery.
 ///
-/// Arrow keys, Page Up and Down, Home and End move; Enter or a click chooses a row: `activated`
-/// says which. `currentCertificate` keeps its row marked when rows come and go.
+/// Arrow keys, Page Up and Down, Home and End and a click pick a row; Enter, Space and a click open
+/// it: `activated` says which. With a `selection` that alone says which row is the picked one, so
+/// that other views of it agree with the list when rows come and go.
 FocusScope {
     id: view
     property alias model: list.model
     property alias count: list.count
     property alias currentIndex: list.currentIndex
+    property RowSelection selection
+    readonly property int selectedRow: selection ? selection.row : list.currentIndex
     property alias listView: list
     property string pattern
     property bool sections: true
     property Item emptyItem
+    signal picked(int index)
     signal activated(int index)
 
+    onSelectedRowChanged: follow()
+    /// A view moves its current row when rows come and go.
+    function follow() {
+        if (selection)
+            list.currentIndex = selection.row
+    }
+    function pick(index) {
+        const row = Math.max(0, Math.min(count - 1, index))
+        if (count === 0 || row === selectedRow)
+            return
+        if (selection)
+            selection.row = row
+        else
+            list.currentIndex = row
+        view.picked(row)
+    }
+    function open() {
+        if (selectedRow >= 0)
+            view.activated(selectedRow)
+    }
     Accessible.role: Accessible.Grouping
     Accessible.name: list.Accessible.name
-
-    function choose(index) {
-        list.currentIndex = index
-        view.activated(index)
-    }
 
     ListView {
         id: list
@@ -41,7 +61,8 @@ FocusScope {
         cacheBuffer: 0
         boundsBehavior: Flickable.StopAtBounds
         currentIndex: -1
-        keyNavigationEnabled: true
+        keyNavigationEnabled: false
+        onCurrentIndexChanged: if (currentIndex !== view.selectedRow) Qt.callLater(view.follow)
         highlightMoveDuration: 0
         highlightResizeDuration: 0
         pixelAligned: true
@@ -72,29 +93,31 @@ FocusScope {
             hasKey: model.hasKey === true
             keyPresumed: model.keyPresumed === true
             pattern: view.pattern
-            highlighted: ListView.isCurrentItem
+            highlighted: index === view.selectedRow
             focusPolicy: Qt.NoFocus
             onClicked: {
+                view.pick(index)
                 list.forceActiveFocus(Qt.MouseFocusReason)
-                view.choose(index)
+                view.open()
             }
         }
         ScrollBar.vertical: ScrollBar { id: bar }
 
-        Keys.onReturnPressed: if (currentIndex >= 0) view.activated(currentIndex)
-        Keys.onEnterPressed: if (currentIndex >= 0) view.activated(currentIndex)
-        Keys.onSpacePressed: if (currentIndex >= 0) view.activated(currentIndex)
+        Keys.onReturnPressed: view.open()
+        Keys.onEnterPressed: view.open()
+        Keys.onSpacePressed: view.open()
         Keys.onPressed: {
             const page = Math.max(1, Math.floor(height / Theme.rowHeight) - 1)
-            const to = ({ [Qt.Key_Home]: 0, [Qt.Key_End]: count - 1,
-                          [Qt.Key_PageDown]: Math.min(count - 1, currentIndex + page),
-                          [Qt.Key_PageUp]: Math.max(0, currentIndex - page) })[event.key]
+            const now = view.selectedRow
+            const to = ({ [Qt.Key_Up]: now - 1, [Qt.Key_Down]: now + 1,
+                          [Qt.Key_Home]: 0, [Qt.Key_End]: count - 1,
+                          [Qt.Key_PageDown]: now + page, [Qt.Key_PageUp]: now - page })[event.key]
             if (to === undefined || count === 0)
                 return
-            currentIndex = to
+            view.pick(to)
             event.accepted = true
         }
-        onActiveFocusChanged: if (activeFocus && currentIndex < 0 && count > 0) currentIndex = 0
+        onActiveFocusChanged: if (activeFocus && view.selectedRow < 0) view.pick(0)
 
         Rectangle {
             anchors.fill: parent
@@ -102,7 +125,7 @@ FocusScope {
             radius: Theme.radius
             border.width: Theme.focusWidth
             border.color: Theme.link
-            visible: list.activeFocus && list.currentIndex < 0
+            visible: list.activeFocus && view.selectedRow < 0
         }
     }
 }

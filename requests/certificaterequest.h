@@ -162,6 +162,7 @@ private:
     struct Save;
 
     void load(const QString &path);
+    void setFilePath(const QString &path);
     QString info(int type) const;
     void addInfo(QCA::CertificateInfoTypeKnown type, const QString &value);
     void fillAlgorithms(const QStringList &features);

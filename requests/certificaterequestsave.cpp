@@ -12,6 +12,7 @@
 #include "qca/base/infotypes.h"
 #include "qca/base/providers.h"
 #include "qca/base/regularfile.h"
+#include "qca/base/requestfile.h"
 #include "qca/keys/keys.h"
 #include "qca/tokens/tokens.h"
 #include "requests/atomicfile.h"
@@ -162,7 +163,7 @@ bool CertificateRequest::saveRequest()
     if (!self)
         return true;
     m_request = save.request;
-    m_path = save.path;
+    setFilePath(save.path);
     m_fileName = save.fileName;
     Q_EMIT requestCreated();
     return true;
@@ -250,6 +251,12 @@ QString CertificateRequest::requestPath()
     return Trivex::requestDirectory();
 }
 
+void CertificateRequest::setFilePath(const QString &path)
+{
+    m_path = path;
+    setProperty(Trivex::requestFileProperty, path);
+}
+
 void CertificateRequest::load(const QString &path)
 {
     const auto contents = Trivex::readRegularFile(path);
@@ -258,7 +265,7 @@ void CertificateRequest::load(const QString &path)
     m_request = Trivex::requestFromPem(*contents);
     if (m_request.isNull())
         return;
-    m_path = path;
+    setFilePath(path);
     m_subjectInfo = Trivex::requestSubject(m_request);
     m_fileName = Trivex::requestFileName(commonName());
 }

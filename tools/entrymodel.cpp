@@ -3,6 +3,7 @@
 #include "tools/entrymodel.h"
 
 #include "qca/adapter/entries.h"
+#include "qca/base/requestfile.h"
 #include "qca/keys/keys.h"
 #include "tools/texts.h"
 #include "tools/validity.h"
@@ -152,7 +153,7 @@ QVariant EntryModel::data(const QModelIndex &index, int role) const
     case KeyKindRole:
         return kept.keyKind;
     case IdentityRole:
-        return kept.identity;
+        return identityAt(index.row());
     case KeyPresumedRole:
         return kept.hasKey && m_presumed.contains(kept.storeId);
     default:
@@ -179,7 +180,6 @@ void EntryModel::read(int sourceRow, Row &row) const
         row.storeName = shownName(*entry, isSystem);
         row.keyKind = keyKind(*entry);
         row.hasKey = row.keyKind != NoKey;
-        row.identity = row.storeId + QLatin1Char('\n') + entryId(*entry);
         m_system.insert(row.storeId, isSystem);
         noteCounts(row, 1);
     }
@@ -261,6 +261,24 @@ int EntryModel::countInStore(const QString &storeId) const
 QString EntryModel::storeNameAt(int sourceRow) const
 {
     return row(sourceRow).storeName;
+}
+
+QString EntryModel::identityAt(int sourceRow) const
+{
+    const QModelIndex index = sourceModel()->index(sourceRow, 0);
+    if (const QCA::KeyStoreEntry *entry = wrappedEntry(index.data(EntryRole).value<QObject *>()))
+        return entryStoreId(*entry) + QLatin1Char('\n') + entryId(*entry);
+    const auto *request = index.data(CertificateRole).value<QObject *>();
+    return request ? request->property(requestFileProperty).toString() : QString();
+}
+
+int EntryModel::rowOfIdentity(const QString &identity) const
+{
+    for (int i = 0; i < m_rows.size(); ++i) {
+        if (identityAt(i) == identity)
+            return i;
+    }
+    return -1;
 }
 
 bool EntryModel::isSystemStore(const QString &storeId) const

@@ -58,6 +58,11 @@ public:
     int countInStore(const QString &storeId) const;
     /// The `StoreNameRole` of a row, without the way through a variant.
     QString storeNameAt(int row) const;
+    /// The `IdentityRole` of a row: its store with its id there, or the file of a request. Cheap,
+    /// also for a row of which nothing else was read.
+    QString identityAt(int row) const;
+    /// The row of this identity, or -1.
+    Q_INVOKABLE int rowOfIdentity(const QString &identity) const;
     /// True for a store whose rows are of the system's own kind.
     bool isSystemStore(const QString &storeId) const;
 
@@ -79,7 +84,6 @@ private:
         QDateTime from;
         bool hasKey = false;
         int keyKind = NoKey;
-        QString identity;
     };
 
     const Row &row(int sourceRow) const;

@@ -152,6 +152,14 @@ int SectionedModel::rowOf(QObject *certificate) const
     return row < 0 ? -1 : m_rows.indexOf(row);
 }
 
+int SectionedModel::rowOfIdentity(const QString &identity) const
+{
+    const auto found = std::find_if(m_rows.cbegin(), m_rows.cend(), [&](int row) {
+        return m_entries->identityAt(row) == identity;
+    });
+    return found == m_rows.cend() ? -1 : int(found - m_rows.cbegin());
+}
+
 QVariant SectionedModel::value(int row, const QString &role) const
 {
     return data(index(row), roleNames().key(role.toUtf8(), -1));

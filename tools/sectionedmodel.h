@@ -54,6 +54,8 @@ public:
 
     /// The row that shows `certificate`, or -1.
     Q_INVOKABLE int rowOf(QObject *certificate) const;
+    /// The row of this identity, or -1.
+    int rowOfIdentity(const QString &identity) const;
     /// The value of a role, by name, of a row.
     Q_INVOKABLE QVariant value(int row, const QString &role) const;
     /// How many rows have this validity.

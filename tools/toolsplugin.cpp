@@ -11,6 +11,7 @@
 #include "tools/modelcount.h"
 #include "tools/pinprompt.h"
 #include "tools/requestwatcher.h"
+#include "tools/rowselection.h"
 #include "tools/sectionedmodel.h"
 #include "tools/texts.h"
 #include "tools/tokenerrors.h"
@@ -40,6 +41,7 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
     using namespace Trivex;
     qmlRegisterType<EntryModel>(uri, 1, 0, "EntryModel");
     qmlRegisterType<SectionedModel>(uri, 1, 0, "SectionedModel");
+    qmlRegisterType<RowSelection>(uri, 1, 0, "RowSelection");
     qmlRegisterType<ModelCount>(uri, 1, 0, "ModelCount");
     qmlRegisterType<TokenInfo>(uri, 1, 0, "TokenInfo");
     qmlRegisterType<TokenListModel>(uri, 1, 0, "TokenListModel");

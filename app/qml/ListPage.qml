@@ -19,10 +19,13 @@ Item {
     readonly property string storeId: key.indexOf("token:") === 0 ? key.slice(6) : ""
     readonly property string title: category ? category.title
         : isRequests ? qsTrId("trivex-app-category-requests") : tokenInfo.name
-    readonly property bool showsDetails: pane.certificate !== null
+    /// The details of the chosen row are open, where there is no place for them beside the list.
+    property bool opened: false
+    readonly property bool showsDetails: canGoBack
         || columns > 1 && (list.count > 0 || search.text.length > 0)
-    readonly property bool canGoBack: columns === 1 && pane.certificate !== null
+    readonly property bool canGoBack: columns === 1 && opened && selection.certificate !== null
     property alias pane: pane
+    property alias selection: selection
     property alias list: list
     property alias search: search
     property alias rows: rows
@@ -36,29 +39,18 @@ Item {
     signal failed(string cause, string advice)
 
     function goBack() {
-        pane.certificate = null
+        opened = false
         list.forceActiveFocus(Qt.OtherFocusReason)
     }
     function focusSearch() {
-        if (columns === 1)
-            pane.certificate = null
+        opened = false
         search.forceActiveFocus(Qt.ShortcutFocusReason)
         search.selectAll()
     }
-    function select(index) {
-        pane.certificate = null
-        const type = rows.value(index, "type")
-        pane.storeType = type === undefined ? -1 : type
-        pane.entryId = rows.value(index, "entryId") || ""
-        pane.place = rows.value(index, "storeName") || ""
-        pane.hasKey = rows.value(index, "hasKey") === true
-        pane.canSign = rows.value(index, "keyKind") === EntryModel.RsaKind
-        pane.certificate = rows.value(index, "certificate") || null
-    }
     function reset() {
         search.text = ""
-        pane.certificate = null
-        list.currentIndex = -1
+        opened = false
+        selection.clear()
     }
     property CertificateModel lastFilter
     onKeyChanged: reset()
@@ -82,8 +74,11 @@ Item {
                 page.lastFilter.pattern = ""
             page.lastFilter = chosen
         }
-        onModelReset: list.currentIndex = pane.certificate ? rowOf(pane.certificate) : -1
         onCountChanged: page.updateNotice()
+    }
+    RowSelection {
+        id: selection
+        rows: rows
     }
     TokenInfo {
         id: tokenInfo
@@ -159,11 +154,10 @@ Item {
                     model: rows
                     sections: !page.storeId && !page.isRequests
                     pattern: search.text
-                    onActivated: page.select(index)
-                    onCurrentIndexChanged: {
-                        if (page.columns > 1 && listView.activeFocus && currentIndex >= 0)
-                            page.select(currentIndex)
-                    }
+                    selection: selection
+                    // Where the details take the list's place, by arrow one looks around.
+                    onPicked: page.opened = page.columns > 1
+                    onActivated: page.opened = true
                 }
                 EmptyState {
                     anchors.fill: parent
@@ -197,9 +191,15 @@ Item {
                 id: pane
                 objectName: "detailsPane"
                 offered: list.count > 0
+                certificate: selection.certificate
+                entryId: selection.entryId
+                place: selection.place
+                storeType: selection.type
+                hasKey: selection.hasKey
+                canSign: selection.keyKind === EntryModel.RsaKind
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                onRemoveAsked: page.removeAsked({ certificate: certificate, entryId: entryId,
+                onRemoveAsked: page.removeAsked({ identity: selection.identity, entryId: entryId,
                     name: certificate.commonName || certificate.fileName, place: place,
                     hasKey: hasKey, isRequest: isRequest })
                 onSignAsked: page.signAsked(entryId)

@@ -253,20 +253,28 @@ ApplicationWindow {
         isRequest: what.isRequest === true
         onConfirmed: {
             if (isRequest)
-                window.removeRequest(what.certificate)
+                window.removeRequest(what.identity)
             else
                 KeyStoreModel.removeCertificate(what.entryId)
         }
+        // Whoever said yes would say it to what is no longer there.
+        readonly property bool gone: opened && (listPage.selection.identity !== what.identity
+                                                || listPage.selection.row < 0)
+        onGoneChanged: if (gone) closeLater.restart()
     }
-    function removeRequest(request) {
-        for (let i = 0; i < library.requests.rowCount(); ++i) {
-            const index = library.requests.index(i, 0)
-            if (library.requests.data(index, 259) === request) {
-                library.watcher.noteDeleted(request.fileName)
-                library.requests.remove(i)
-                return
-            }
-        }
+    // A list that is made anew is without its rows for a moment.
+    Timer {
+        id: closeLater
+        interval: 250
+        onTriggered: if (removeDialog.gone) removeDialog.close()
+    }
+    function removeRequest(identity) {
+        const row = library.requestEntries.rowOfIdentity(identity)
+        if (row < 0)
+            return
+        const request = library.requests.data(library.requests.index(row, 0), 259)
+        library.watcher.noteDeleted(request.fileName)
+        library.requests.remove(row)
     }
     EditRequestDialog {
         id: editDialog

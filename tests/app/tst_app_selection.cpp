@@ -1,0 +1,356 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/app/pages.h"
+#include "tests/app/steps.h"
+#include "tests/app/windowmain.h"
+
+#include <QDir>
+#include <QLocale>
+#include <QStandardPaths>
+#include <QtTest>
+
+using namespace TrivexTest;
+
+namespace {
+
+WindowEnvironment *environment = nullptr;
+
+const QString none = QStringLiteral("nothing");
+
+} // namespace
+
+/// What is highlighted, what is shown in detail and what would be removed are one and the same,
+/// whatever becomes of the list.
+class AppSelectionTest : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void cleanupTestCase();
+
+    void byMouseAndKeys();
+    void searchMovesTheRow();
+    void searchHidesTheRow();
+    void enterInTheSearch();
+    void rowsComeAndGoAround();
+    void chosenRowGoes();
+    void categoryChanges();
+    void windowBecomesNarrow();
+    void requestsAreListedAnew();
+    void requestsOfOneName();
+    void removalOfWhatHasGone();
+
+private:
+    /// Chosen, by each of the three; told apart where they differ.
+    QString chosen();
+    QString highlighted() const;
+    QString shown() const;
+    QString removable();
+    bool pick(const char *name);
+    QString userFile(const char *name) const;
+    bool addUser(const char *name) const;
+    QString addRequest(const QString &file, const char *subject) const;
+
+    TestAuthority m_authority;
+    std::unique_ptr<WindowDriver> m_window;
+    std::unique_ptr<Steps> m_steps;
+};
+
+void AppSelectionTest::initTestCase()
+{
+    QVERIFY(m_authority.isValid());
+    for (const char *name : {"Anna", "Boris", "Clara", "Dmitri", "Elena"})
+        QVERIFY(addUser(name));
+    for (const char *name : {"Anna", "Boris", "Clara"}) {
+        QVERIFY(!addRequest(QLatin1String(name) + QStringLiteral(".csr"), name).isEmpty());
+    }
+    m_window = std::make_unique<WindowDriver>();
+    m_steps = std::make_unique<Steps>(*m_window);
+}
+
+void AppSelectionTest::init()
+{
+    m_window->window()->resize(1180, 760);
+    QVERIFY(m_window->waitForItem(QStringLiteral("category-users")));
+    // Without the search of the test before.
+    QVERIFY(m_steps->show("requests"));
+    QVERIFY(m_steps->show("users"));
+    QTRY_VERIFY(m_window->rowNamed(QStringLiteral("Elena")) >= 0);
+    m_window->takeWarnings();
+}
+
+void AppSelectionTest::cleanup()
+{
+    if (QTest::currentTestFailed())
+        m_steps->savePicture(QTest::currentTestFunction());
+    m_steps->escape();
+    const QStringList warnings = m_window->takeWarnings();
+    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
+}
+
+void AppSelectionTest::cleanupTestCase()
+{
+    m_window.reset();
+}
+
+QString AppSelectionTest::userFile(const char *name) const
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
+        + QStringLiteral("/trivex/certificates/") + QLatin1String(name) + QStringLiteral(".pem");
+}
+
+bool AppSelectionTest::addUser(const char *name) const
+{
+    const QByteArray certificate = m_authority.openssl(
+        {QStringLiteral("req"), QStringLiteral("-x509"), QStringLiteral("-newkey"),
+         QStringLiteral("ed25519"), QStringLiteral("-nodes"), QStringLiteral("-keyout"),
+         QStringLiteral("/dev/null"), QStringLiteral("-subj"),
+         QStringLiteral("/O=Example/CN=") + QLatin1String(name)});
+    return !writeTestFile(userFile(name), certificate).isEmpty();
+}
+
+QString AppSelectionTest::addRequest(const QString &file, const char *subject) const
+{
+    const QByteArray request = m_authority.openssl(
+        {QStringLiteral("req"), QStringLiteral("-new"), QStringLiteral("-newkey"),
+         QStringLiteral("ed25519"), QStringLiteral("-nodes"), QStringLiteral("-keyout"),
+         QStringLiteral("/dev/null"), QStringLiteral("-subj"),
+         QStringLiteral("/CN=") + QLatin1String(subject)});
+    return writeTestFile(environment->file(QStringLiteral("CertificateRequest/") + file), request);
+}
+
+QString AppSelectionTest::highlighted() const
+{
+    QQuickItem *list = m_window->item(QStringLiteral("certificateList"));
+    QStringList names;
+    for (int i = 0; list && i < m_window->rowCount(); ++i) {
+        QQuickItem *row = nullptr;
+        QMetaObject::invokeMethod(list, "itemAtIndex", Q_RETURN_ARG(QQuickItem *, row),
+                                  Q_ARG(int, i));
+        if (row && row->property("highlighted").toBool())
+            names += row->property("name").toString();
+    }
+    return names.isEmpty() ? none : names.join(QLatin1Char('+'));
+}
+
+QString AppSelectionTest::shown() const
+{
+    const QQuickItem *view = m_window->item(QStringLiteral("detailsView"));
+    const QObject *header = view ? view->property("header").value<QObject *>() : nullptr;
+    return header ? header->property("name").toString() : none;
+}
+
+QString AppSelectionTest::removable()
+{
+    const QQuickItem *button = m_window->item(QStringLiteral("removeButton"));
+    if (!button || !button->isEnabled() || !m_window->click(QStringLiteral("removeButton")))
+        return none;
+    m_steps->waitOpen("removeDialog");
+    const QString name =
+        m_window->object(QStringLiteral("removeDialog"))->property("name").toString();
+    m_window->key(Qt::Key_Escape);
+    m_steps->waitClosed("removeDialog");
+    return name;
+}
+
+QString AppSelectionTest::chosen()
+{
+    QTest::qWait(100); // a change of the list is taken up in the next turns of the loop
+    const QString inList = highlighted();
+    const QString inDetail = shown();
+    const QString toGo = removable();
+    if (inList == inDetail && inDetail == toGo)
+        return inList;
+    return QStringLiteral("list %1, details %2, removal %3").arg(inList, inDetail, toGo);
+}
+
+bool AppSelectionTest::pick(const char *name)
+{
+    return m_window->waitFor([&] { return m_window->rowNamed(QLatin1String(name)) >= 0; })
+        && m_window->clickRow(m_window->rowNamed(QLatin1String(name)));
+}
+
+void AppSelectionTest::byMouseAndKeys()
+{
+    QCOMPARE(chosen(), none);
+    QVERIFY(pick("Boris"));
+    QCOMPARE(chosen(), QStringLiteral("Boris"));
+    m_window->item(QStringLiteral("certificateList"))->forceActiveFocus(Qt::TabFocusReason);
+    m_window->key(Qt::Key_Down);
+    QCOMPARE(chosen(), QStringLiteral("Clara"));
+    m_window->item(QStringLiteral("certificateList"))->forceActiveFocus(Qt::TabFocusReason);
+    m_window->key(Qt::Key_End);
+    QCOMPARE(chosen(), QStringLiteral("Elena"));
+    m_window->item(QStringLiteral("certificateList"))->forceActiveFocus(Qt::TabFocusReason);
+    m_window->key(Qt::Key_Home);
+    QCOMPARE(chosen(), QStringLiteral("Anna"));
+    m_window->item(QStringLiteral("certificateList"))->forceActiveFocus(Qt::TabFocusReason);
+    m_window->key(Qt::Key_Up);
+    QCOMPARE(chosen(), QStringLiteral("Anna"));
+}
+
+void AppSelectionTest::searchMovesTheRow()
+{
+    QVERIFY(pick("Dmitri"));
+    // Boris, Dmitri
+    QVERIFY(m_window->fill(QStringLiteral("searchField"), QStringLiteral("ri")));
+    QTRY_COMPARE(m_window->rowCount(), 2);
+    QCOMPARE(chosen(), QStringLiteral("Dmitri"));
+    QVERIFY(m_window->fill(QStringLiteral("searchField"), QStringLiteral("dmi")));
+    QTRY_COMPARE(m_window->rowCount(), 1);
+    QCOMPARE(chosen(), QStringLiteral("Dmitri"));
+    QVERIFY(m_window->fill(QStringLiteral("searchField"), QString()));
+    QTRY_COMPARE(m_window->rowCount(), 5);
+    QCOMPARE(chosen(), QStringLiteral("Dmitri"));
+}
+
+void AppSelectionTest::searchHidesTheRow()
+{
+    QVERIFY(pick("Dmitri"));
+    QVERIFY(m_window->fill(QStringLiteral("searchField"), QStringLiteral("lara")));
+    QTRY_COMPARE(m_window->rowCount(), 1);
+    QCOMPARE(chosen(), none);
+    QVERIFY(m_window->fill(QStringLiteral("searchField"), QStringLiteral("nobody at all")));
+    QTRY_COMPARE(m_window->rowCount(), 0);
+    QCOMPARE(chosen(), none);
+    // When the search ends, the row is chosen that was.
+    QVERIFY(m_window->fill(QStringLiteral("searchField"), QString()));
+    QTRY_COMPARE(m_window->rowCount(), 5);
+    QCOMPARE(chosen(), QStringLiteral("Dmitri"));
+    // Another choice meanwhile stays.
+    QVERIFY(m_window->fill(QStringLiteral("searchField"), QStringLiteral("lara")));
+    QTRY_COMPARE(m_window->rowCount(), 1);
+    QVERIFY(pick("Clara"));
+    QVERIFY(m_window->fill(QStringLiteral("searchField"), QString()));
+    QTRY_COMPARE(m_window->rowCount(), 5);
+    QCOMPARE(chosen(), QStringLiteral("Clara"));
+}
+
+void AppSelectionTest::enterInTheSearch()
+{
+    QVERIFY(pick("Anna"));
+    QVERIFY(m_window->fill(QStringLiteral("searchField"), QStringLiteral("elena")));
+    QTRY_COMPARE(m_window->rowCount(), 1);
+    m_window->key(Qt::Key_Return);
+    QCOMPARE(chosen(), QStringLiteral("Elena"));
+}
+
+void AppSelectionTest::rowsComeAndGoAround()
+{
+    QVERIFY(pick("Clara"));
+    QVERIFY(addUser("Adam"));
+    QTRY_VERIFY(m_window->rowNamed(QStringLiteral("Adam")) >= 0);
+    QCOMPARE(chosen(), QStringLiteral("Clara"));
+    QVERIFY(addUser("Zoe"));
+    QTRY_VERIFY(m_window->rowNamed(QStringLiteral("Zoe")) >= 0);
+    QCOMPARE(chosen(), QStringLiteral("Clara"));
+    QVERIFY(QFile::remove(userFile("Adam")));
+    QTRY_VERIFY(m_window->rowNamed(QStringLiteral("Adam")) < 0);
+    QCOMPARE(chosen(), QStringLiteral("Clara"));
+    QVERIFY(QFile::remove(userFile("Zoe")));
+    QTRY_VERIFY(m_window->rowNamed(QStringLiteral("Zoe")) < 0);
+    QCOMPARE(chosen(), QStringLiteral("Clara"));
+}
+
+void AppSelectionTest::chosenRowGoes()
+{
+    QVERIFY(addUser("Cyril"));
+    QVERIFY(pick("Cyril"));
+    QCOMPARE(chosen(), QStringLiteral("Cyril"));
+    QVERIFY(QFile::remove(userFile("Cyril")));
+    QTRY_VERIFY(m_window->rowNamed(QStringLiteral("Cyril")) < 0);
+    // Not its neighbour: a second press would remove that.
+    QCOMPARE(chosen(), none);
+}
+
+void AppSelectionTest::categoryChanges()
+{
+    QVERIFY(pick("Clara"));
+    QVERIFY(m_steps->show("requests"));
+    QCOMPARE(chosen(), none);
+    QVERIFY(pick("Clara"));
+    QCOMPARE(chosen(), QStringLiteral("Clara"));
+    QVERIFY(m_steps->show("users"));
+    QCOMPARE(chosen(), none);
+}
+
+void AppSelectionTest::windowBecomesNarrow()
+{
+    QVERIFY(pick("Boris"));
+    m_window->window()->resize(400, 700);
+    QVERIFY(m_window->waitForItem(QStringLiteral("backButton")));
+    QCOMPARE(shown(), QStringLiteral("Boris"));
+    QCOMPARE(removable(), QStringLiteral("Boris"));
+    QVERIFY(m_window->click(QStringLiteral("backButton")));
+    QVERIFY(m_window->waitForItem(QStringLiteral("certificateList")));
+    QTRY_COMPARE(highlighted(), QStringLiteral("Boris"));
+    // By arrow one looks around; Enter opens.
+    m_window->key(Qt::Key_Down);
+    QTRY_COMPARE(highlighted(), QStringLiteral("Clara"));
+    QCOMPARE(shown(), none);
+    m_window->key(Qt::Key_Return);
+    QTRY_COMPARE(shown(), QStringLiteral("Clara"));
+    QCOMPARE(removable(), QStringLiteral("Clara"));
+    m_window->window()->resize(1180, 760);
+    QVERIFY(m_window->waitForItem(QStringLiteral("sidebar")));
+    QCOMPARE(chosen(), QStringLiteral("Clara"));
+}
+
+void AppSelectionTest::requestsAreListedAnew()
+{
+    QVERIFY(m_steps->show("requests"));
+    QVERIFY(pick("Boris"));
+    const QString added = addRequest(QStringLiteral("Adam.csr"), "Adam");
+    QTRY_VERIFY(m_window->rowNamed(QStringLiteral("Adam")) >= 0);
+    QCOMPARE(chosen(), QStringLiteral("Boris"));
+    QVERIFY(QFile::remove(added));
+    QTRY_VERIFY(m_window->rowNamed(QStringLiteral("Adam")) < 0);
+    QCOMPARE(chosen(), QStringLiteral("Boris"));
+}
+
+void AppSelectionTest::requestsOfOneName()
+{
+    const QString first = addRequest(QStringLiteral("Same (1).csr"), "Same");
+    const QString second = addRequest(QStringLiteral("Same.csr"), "Same");
+    QVERIFY(m_steps->show("requests"));
+    QTRY_COMPARE(m_window->rowCount(), 5);
+    QVERIFY(m_window->clickRow(m_window->rowNamed(QStringLiteral("Same")) + 1));
+    QVERIFY(QFile::remove(first));
+    QTRY_COMPARE(m_window->rowCount(), 4);
+    QCOMPARE(chosen(), QStringLiteral("Same"));
+    QVERIFY(m_window->click(QStringLiteral("removeButton")));
+    QVERIFY(m_window->click(QStringLiteral("removeConfirm")));
+    QTRY_VERIFY(!QFile::exists(second));
+    QTRY_COMPARE(m_window->rowCount(), 3);
+    QCOMPARE(chosen(), none);
+}
+
+void AppSelectionTest::removalOfWhatHasGone()
+{
+    const QString file = addRequest(QStringLiteral("Boris (1).csr"), "Boris");
+    QVERIFY(m_steps->show("requests"));
+    QTRY_COMPARE(m_window->rowCount(), 4);
+    QVERIFY(m_window->clickRow(m_window->rowNamed(QStringLiteral("Boris"))));
+    QVERIFY(m_window->click(QStringLiteral("removeButton")));
+    QVERIFY(m_steps->waitOpen("removeDialog"));
+    // The list is made anew meanwhile, and then the request itself goes.
+    const QString other = addRequest(QStringLiteral("Adam.csr"), "Adam");
+    QTRY_COMPARE(m_window->rowCount(), 5);
+    QVERIFY(m_window->isOpen(QStringLiteral("removeDialog")));
+    QVERIFY(QFile::remove(file));
+    QTRY_COMPARE(m_window->rowCount(), 4);
+    QVERIFY(m_steps->waitClosed("removeDialog", 3000));
+    QCOMPARE(chosen(), none);
+    QVERIFY(QFile::exists(environment->file(QStringLiteral("CertificateRequest/Boris.csr"))));
+    QVERIFY(QFile::remove(other));
+}
+
+int main(int argc, char **argv)
+{
+    WindowEnvironment display;
+    return runWindowTest<AppSelectionTest>(argc, argv, {display.problem()},
+                                           [&] { environment = &display; });
+}
+
+#include "tst_app_selection.moc"
