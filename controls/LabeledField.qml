@@ -5,8 +5,8 @@ import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
 
-/// A text field under its label, with a hint, and a flag for a value that looks wrong. The flag
-/// never refuses a value.
+/// A text field under its label, with a hint, and a flag that says what is wrong with its value.
+/// Whether that refuses the value, is up to its form.
 FillColumn {
     id: labeled
     property string label

@@ -3,26 +3,32 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
+import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
 
 /// The subject of a request: the fields that a request carries, and identifiers whose check digits
-/// are verified as one types. `values` are set before editing; `changed` fields are told apart so
-/// that only they are handed to a request that has them already.
+/// are verified as one types. A value that no authority takes is told beside its field, and `check`
+/// refuses it. What was loaded and not touched stays as it is, to the last blank.
 FillColumn {
     id: form
     property bool identifiers: true
     readonly property bool complete: commonName.text.trim().length > 0
     readonly property bool narrow: width < Theme.fontSize * 30
-    property var original: ({})
+    property var original: []
     spacing: Theme.unit * 1.25
 
     readonly property var fields: [
-        [commonName, "setCommonName"], [organization, "setOrganization"],
-        [department, "setDepartment"], [locality, "setLocality"], [state, "setCountry"],
-        [country, "setCountryCode"], [email, "setEmail"]]
-    readonly property var identifierFields: [
-        [tin, "setTin"], [snils, "setSnils"], [psrn, "setPsrn"]]
+        [commonName, "setCommonName", Certificate.CommonName],
+        [organization, "setOrganization", Certificate.Organization],
+        [department, "setDepartment", Certificate.OrganizationalUnit],
+        [locality, "setLocality", Certificate.Locality],
+        [state, "setCountry", Certificate.State],
+        [country, "setCountryCode", Certificate.Country],
+        [email, "setEmail", Certificate.Email]]
+    /// The attributes that it shows.
+    readonly property var types: fields.map(function(field) { return field[2] })
+    readonly property var identifierFields: [tin, snils, psrn]
 
     function load(request) {
         const names = ["commonName", "subjectOrganization", "subjectOrganizationalUnit",
@@ -32,19 +38,35 @@ FillColumn {
         original = fields.map(function(field) { return field[0].text })
     }
     function clear() {
-        for (const field of fields.concat(identifierFields))
+        for (const field of fields)
             field[0].text = ""
+        for (const field of identifierFields)
+            field.text = ""
         original = []
     }
-    /// Hands every field that was changed to `request`; true when there was one.
+    function isTouched(i) {
+        return fields[i][0].text !== original[i]
+    }
+    /// False, with the focus at the first such field, when a value can't go into a request.
+    function check() {
+        for (let i = 0; i < fields.length; ++i) {
+            if (isTouched(i) && fields[i][0].flag) {
+                fields[i][0].field.forceActiveFocus(Qt.TabFocusReason)
+                return false
+            }
+        }
+        return complete
+    }
+    /// Gives every touched field's value to `request` in place of the one before; true when there
+    /// was one.
     function apply(request) {
         let any = false
-        const all = identifiers ? fields.concat(identifierFields) : fields
-        for (let i = 0; i < all.length; ++i) {
-            const text = all[i][0].text.trim()
-            if (text === (original[i] || ""))
+        for (let i = 0; i < fields.length; ++i) {
+            if (!isTouched(i))
                 continue
-            request[all[i][1]](text)
+            const text = fields[i][0].text.trim()
+            if (!RequestSubject.replace(request, fields[i][2], text))
+                request[fields[i][1]](text)
             any = true
         }
         return any
@@ -71,29 +93,48 @@ FillColumn {
         }
         LabeledField {
             id: department
+            field.objectName: "departmentInput"
             label: qsTrId("trivex-app-field-department")
             Layout.fillWidth: true
         }
         LabeledField {
             id: locality
+            field.objectName: "localityInput"
             label: qsTrId("trivex-app-field-locality")
             Layout.fillWidth: true
         }
         LabeledField {
             id: state
+            field.objectName: "stateInput"
             label: qsTrId("trivex-app-field-state")
             Layout.fillWidth: true
         }
         LabeledField {
             id: country
+            objectName: "countryField"
+            field.objectName: "countryInput"
             label: qsTrId("trivex-app-field-country")
-            flag: text && !/^[A-Za-z]{2}$/.test(text) ? qsTrId("trivex-app-field-country-flag") : ""
+            flag: text && !/^[A-Z]{2}$/.test(text.trim()) ? qsTrId("trivex-app-field-country-flag")
+                                                          : ""
             Layout.fillWidth: true
+            // Written in capitals, so they stand there before anybody presses a button.
+            Connections {
+                target: country.field
+                function onTextEdited() {
+                    const capitals = country.text.toUpperCase()
+                    if (capitals !== country.text && capitals.length === country.text.length)
+                        country.text = capitals
+                }
+            }
         }
         LabeledField {
             id: email
+            objectName: "emailField"
+            field.objectName: "emailInput"
             label: qsTrId("trivex-app-field-email")
-            flag: text && !/^\S+@\S+$/.test(text) ? qsTrId("trivex-app-field-email-flag") : ""
+            // What the attribute can hold: one address, in Latin letters.
+            flag: text && !/^[\w.!#$%&'*+\/=?^`{|}~-]+@[A-Za-z0-9]([A-Za-z0-9-]*[A-Za-z0-9])?(\.[A-Za-z0-9]([A-Za-z0-9-]*[A-Za-z0-9])?)*$/.test(text.trim())
+                || /^\.|\.\.|\.@/.test(text.trim()) ? qsTrId("trivex-app-field-email-flag") : ""
             Layout.fillWidth: true
         }
     }

@@ -5,6 +5,7 @@
 #include "certificates/certificate.h"
 #include "keystores/comboboxmodel.h"
 #include "qca/adapter/keygenerator.h"
+#include "qca/base/savedrequest.h"
 
 #include <QPointer>
 #include <QtCrypto>
@@ -26,8 +27,9 @@ class QcaHandler;
 /// event loop while a token works or asks for its PIN. The object, its models and their stores may
 /// go meanwhile. An engine that is to go (`deleteLater()`) goes when the script's call has
 /// returned; a host must not `delete` one while its script runs, here as anywhere.
-class CertificateRequest : public Certificate {
+class CertificateRequest : public Certificate, public Trivex::SavedRequest {
     Q_OBJECT
+    Q_INTERFACES(Trivex::SavedRequest)
     /// The offered algorithms; empty until `init()`. Never notified.
     Q_PROPERTY(QAbstractListModel *prKeyAlgorithm READ prKeyAlgorithm NOTIFY prKeyAlgorithmChanged)
     /// The offered locations, the key store model's own list; null until `init()`. Never notified.
@@ -101,6 +103,12 @@ public:
     void setKeyStoreModel(KeyStoreModel *model);
     void setPrKeyPin(const QString &pin);
 
+    QString requestFile() const override { return m_path; }
+    QCA::CertificateInfo requestInfo() const override { return m_subjectInfo; }
+    void setRequestInfo(const QCA::CertificateInfo &info) override { m_subjectInfo = info; }
+    void restoreRequestInfo() override;
+    bool hasRequestKey() const override;
+
     /// The public key that the request carries; null for an empty one.
     QCA::PublicKey requestPublicKey() const;
 
@@ -162,7 +170,6 @@ private:
     struct Save;
 
     void load(const QString &path);
-    void setFilePath(const QString &path);
     QString info(int type) const;
     void addInfo(QCA::CertificateInfoTypeKnown type, const QString &value);
     void fillAlgorithms(const QStringList &features);

@@ -12,7 +12,6 @@
 #include "qca/base/infotypes.h"
 #include "qca/base/providers.h"
 #include "qca/base/regularfile.h"
-#include "qca/base/requestfile.h"
 #include "qca/keys/keys.h"
 #include "qca/tokens/tokens.h"
 #include "requests/atomicfile.h"
@@ -163,7 +162,7 @@ bool CertificateRequest::saveRequest()
     if (!self)
         return true;
     m_request = save.request;
-    setFilePath(save.path);
+    m_path = save.path;
     m_fileName = save.fileName;
     Q_EMIT requestCreated();
     return true;
@@ -251,10 +250,14 @@ QString CertificateRequest::requestPath()
     return Trivex::requestDirectory();
 }
 
-void CertificateRequest::setFilePath(const QString &path)
+void CertificateRequest::restoreRequestInfo()
 {
-    m_path = path;
-    setProperty(Trivex::requestFileProperty, path);
+    m_subjectInfo = Trivex::requestSubject(m_request);
+}
+
+bool CertificateRequest::hasRequestKey() const
+{
+    return !findPrivateKey(m_request).isNull();
 }
 
 void CertificateRequest::load(const QString &path)
@@ -265,7 +268,7 @@ void CertificateRequest::load(const QString &path)
     m_request = Trivex::requestFromPem(*contents);
     if (m_request.isNull())
         return;
-    setFilePath(path);
+    m_path = path;
     m_subjectInfo = Trivex::requestSubject(m_request);
     m_fileName = Trivex::requestFileName(commonName());
 }

@@ -3,7 +3,7 @@
 #include "tools/entrymodel.h"
 
 #include "qca/adapter/entries.h"
-#include "qca/base/requestfile.h"
+#include "qca/base/savedrequest.h"
 #include "qca/keys/keys.h"
 #include "tools/texts.h"
 #include "tools/validity.h"
@@ -268,8 +268,9 @@ QString EntryModel::identityAt(int sourceRow) const
     const QModelIndex index = sourceModel()->index(sourceRow, 0);
     if (const QCA::KeyStoreEntry *entry = wrappedEntry(index.data(EntryRole).value<QObject *>()))
         return entryStoreId(*entry) + QLatin1Char('\n') + entryId(*entry);
-    const auto *request = index.data(CertificateRole).value<QObject *>();
-    return request ? request->property(requestFileProperty).toString() : QString();
+    const auto *request =
+        qobject_cast<SavedRequest *>(index.data(CertificateRole).value<QObject *>());
+    return request ? request->requestFile() : QString();
 }
 
 int EntryModel::rowOfIdentity(const QString &identity) const

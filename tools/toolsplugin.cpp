@@ -10,6 +10,7 @@
 #include "tools/files.h"
 #include "tools/modelcount.h"
 #include "tools/pinprompt.h"
+#include "tools/requestsubject.h"
 #include "tools/requestwatcher.h"
 #include "tools/rowselection.h"
 #include "tools/sectionedmodel.h"
@@ -53,6 +54,7 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
     registerHelper<Validity>(uri, "Validity");
     registerHelper<CheckDigits>(uri, "CheckDigits");
     registerHelper<Files>(uri, "Files");
+    registerHelper<RequestSubject>(uri, "RequestSubject");
     registerHelper<Texts>(uri, "Texts");
 }
 

@@ -404,8 +404,8 @@
         <translation>Country code</translation>
     </message>
     <message id="trivex-app-field-country-flag">
-        <source>Two letters, as in RU.</source>
-        <translation>Two letters, as in RU.</translation>
+        <source>Two capital Latin letters, as in RU.</source>
+        <translation>Two capital Latin letters, as in RU.</translation>
     </message>
     <message id="trivex-app-field-department">
         <source>Department</source>
@@ -416,8 +416,8 @@
         <translation>E-mail</translation>
     </message>
     <message id="trivex-app-field-email-flag">
-        <source>This does not look like an e-mail address.</source>
-        <translation>This does not look like an e-mail address.</translation>
+        <source>This is no e-mail address. Write one in Latin letters, as in name@example.org.</source>
+        <translation>This is no e-mail address. Write one in Latin letters, as in name@example.org.</translation>
     </message>
     <message id="trivex-app-field-inn">
         <source>INN</source>
@@ -749,6 +749,14 @@
         <source>Removed.</source>
         <translation>Removed.</translation>
     </message>
+    <message id="trivex-app-request-gone">
+        <source>This request is no longer there.</source>
+        <translation>This request is no longer there.</translation>
+    </message>
+    <message id="trivex-app-request-gone-advice">
+        <source>It was removed or renamed in the meantime. Make a new request with what you have typed.</source>
+        <translation>It was removed or renamed in the meantime. Make a new request with what you have typed.</translation>
+    </message>
     <message id="trivex-app-request-next">
         <source>Send this file to a certification authority. When the certificate comes, import it: it finds its key by itself.</source>
         <translation>Send this file to a certification authority. When the certificate comes, import it: it finds its key by itself.</translation>
@@ -768,6 +776,10 @@
     <message id="trivex-app-request-not-saved">
         <source>The request was not saved; the earlier file is unchanged.</source>
         <translation>The request was not saved; the earlier file is unchanged.</translation>
+    </message>
+    <message id="trivex-app-request-others">
+        <source>The request also holds, and keeps: %1</source>
+        <translation>The request also holds, and keeps: %1</translation>
     </message>
     <message id="trivex-app-save">
         <source>Save</source>
@@ -932,6 +944,10 @@
     <message id="trivex-app-write-full">
         <source>The disk is full. Free some space or choose another folder.</source>
         <translation>The disk is full. Free some space or choose another folder.</translation>
+    </message>
+    <message id="trivex-app-write-is-folder">
+        <source>There is a folder of this name. Choose another name.</source>
+        <translation>There is a folder of this name. Choose another name.</translation>
     </message>
     <message id="trivex-app-write-no-folder">
         <source>The folder does not exist any more. Choose another one.</source>

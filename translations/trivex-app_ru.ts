@@ -406,8 +406,8 @@
         <translation>Код страны</translation>
     </message>
     <message id="trivex-app-field-country-flag">
-        <source>Two letters, as in RU.</source>
-        <translation>Две буквы, например RU.</translation>
+        <source>Two capital Latin letters, as in RU.</source>
+        <translation>Две латинские буквы, например RU.</translation>
     </message>
     <message id="trivex-app-field-department">
         <source>Department</source>
@@ -418,8 +418,8 @@
         <translation>Электронная почта</translation>
     </message>
     <message id="trivex-app-field-email-flag">
-        <source>This does not look like an e-mail address.</source>
-        <translation>Это не похоже на адрес электронной почты.</translation>
+        <source>This is no e-mail address. Write one in Latin letters, as in name@example.org.</source>
+        <translation>Это не адрес электронной почты. Введите адрес латинскими буквами, например name@example.org.</translation>
     </message>
     <message id="trivex-app-field-inn">
         <source>INN</source>
@@ -753,6 +753,14 @@
         <source>Removed.</source>
         <translation>Удалено.</translation>
     </message>
+    <message id="trivex-app-request-gone">
+        <source>This request is no longer there.</source>
+        <translation>Этого запроса больше нет.</translation>
+    </message>
+    <message id="trivex-app-request-gone-advice">
+        <source>It was removed or renamed in the meantime. Make a new request with what you have typed.</source>
+        <translation>За это время его удалили или переименовали. Создайте новый запрос с введёнными данными.</translation>
+    </message>
     <message id="trivex-app-request-next">
         <source>Send this file to a certification authority. When the certificate comes, import it: it finds its key by itself.</source>
         <translation>Отправьте этот файл в удостоверяющий центр. Когда придёт сертификат, импортируйте его: он сам найдёт свой ключ.</translation>
@@ -772,6 +780,10 @@
     <message id="trivex-app-request-not-saved">
         <source>The request was not saved; the earlier file is unchanged.</source>
         <translation>Запрос не сохранён; прежний файл не изменён.</translation>
+    </message>
+    <message id="trivex-app-request-others">
+        <source>The request also holds, and keeps: %1</source>
+        <translation>Также в запросе есть и остаётся без изменений: %1</translation>
     </message>
     <message id="trivex-app-save">
         <source>Save</source>
@@ -936,6 +948,10 @@
     <message id="trivex-app-write-full">
         <source>The disk is full. Free some space or choose another folder.</source>
         <translation>Диск заполнен. Освободите место или выберите другую папку.</translation>
+    </message>
+    <message id="trivex-app-write-is-folder">
+        <source>There is a folder of this name. Choose another name.</source>
+        <translation>Уже есть папка с таким именем. Выберите другое имя.</translation>
     </message>
     <message id="trivex-app-write-no-folder">
         <source>The folder does not exist any more. Choose another one.</source>

@@ -7,69 +7,127 @@ import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
 
-/// Changes the subject of a saved request and has it signed again by its key.
+/// Changes the subject of a saved request and has it signed again by its key. Until that is done it
+/// stays open with what was typed.
 BaseDialog {
     id: dialog
-    property QtObject request
+    property Library library
+    /// The request's identity in the list. Its object there lasts only until the list is made anew.
+    property string identity
+    property QtObject target
+    property bool saving: false
     property bool done: false
+    property bool missing: false
+    /// Set while it saves by whoever told the token's own failure, which is then the reason.
+    property bool explained: false
+    property string writtenFile
+    property var others: []
     signal aboutToSave(string fileName)
-    signal saved()
+    signal saved(string identity)
     signal failed(string cause, string advice)
 
     objectName: "editRequestDialog"
     title: qsTrId("trivex-app-edit-request-title")
     preferredWidth: Theme.fontSize * 44
+    closePolicy: saving ? Popup.NoAutoClose : Popup.CloseOnEscape
 
-    function edit(request_) {
-        request = request_
-        form.load(request_)
+    function edit(identity_) {
+        identity = identity_
+        const request = library.savedRequest(identity)
+        form.load(request)
+        others = RequestSubject.others(request, form.types)
         open()
     }
     function save() {
-        done = false
-        missing = false
-        explained = false
-        aboutToSave(request.fileName)
-        if (!form.apply(request)) {
-            close()
+        if (saving || !form.check())
+            return
+        target = library.savedRequest(identity)
+        if (!target) {
+            failed(qsTrId("trivex-app-request-gone"), qsTrId("trivex-app-request-gone-advice"))
             return
         }
-        const edited = request
-        close()
-        edited.setEditMode(true)
-        if (missing)
-            failed(qsTrId("trivex-app-request-no-key"), qsTrId("trivex-app-request-no-key-advice"))
-        else if (done)
-            saved()
-        else if (!explained)
-            failed(qsTrId("trivex-app-request-not-saved"), Files.whyNotWritten(folder))
+        const folder = target.requestPath()
+        done = false
+        explained = false
+        // Without its key the old subject would be written under the new name.
+        missing = !RequestSubject.hasKey(target)
+        // Tokens were asked, and the list may be another one now.
+        target = library.savedRequest(identity)
+        if (!missing && target && form.apply(target)) {
+            aboutToSave(target.fileName)
+            saving = true
+            target.setEditMode(true)
+            saving = false
+            RequestSubject.restore(target)
+        } else {
+            done = !missing && target !== null
+        }
+        end(folder)
     }
-    property bool missing: false
-    /// Set while it saves by whoever told the token's own failure, which is then the reason.
-    property bool explained: false
-    readonly property string folder: request ? request.requestPath() : ""
-    onRequestChanged: if (!request) close()
+    function end(folder) {
+        target = null
+        if (done) {
+            close()
+            if (writtenFile)
+                saved(writtenFile)
+        } else if (missing) {
+            failed(qsTrId("trivex-app-request-no-key"), qsTrId("trivex-app-request-no-key-advice"))
+        } else if (!explained) {
+            failed(qsTrId("trivex-app-request-not-saved"), Files.whyNotWritten(folder))
+        }
+        writtenFile = ""
+    }
 
     Connections {
-        target: dialog.request
-        function onRequestCreated() { dialog.done = true }
+        target: dialog.target
+        function onRequestCreated() {
+            dialog.done = true
+            dialog.writtenFile = RequestSubject.file(dialog.target)
+        }
         function onMissingPrivateKey() { dialog.missing = true }
     }
     SubjectForm {
         id: form
         identifiers: false
+        enabled: !dialog.saving
         Layout.fillWidth: true
+    }
+    Label {
+        objectName: "editRequestOthers"
+        text: dialog.others.length
+            ? qsTrId("trivex-app-request-others").arg(dialog.others.join(", ")) : ""
+        visible: text.length > 0
+        color: Theme.textDim
+        font.pixelSize: Theme.smallSize
+        wrapMode: Text.WrapAtWordBoundaryOrAnywhere
+        Layout.fillWidth: true
+    }
+    RowLayout {
+        visible: dialog.saving
+        Layout.fillWidth: true
+        BusyIndicator {
+            Accessible.name: savingLabel.text
+        }
+        Label {
+            id: savingLabel
+            text: qsTrId("trivex-app-busy-sign")
+            wrapMode: Text.WordWrap
+            Layout.fillWidth: true
+            Accessible.role: Accessible.AlertMessage
+        }
     }
     footer: DialogButtons {
         Button {
+            objectName: "editRequestCancel"
             text: qsTrId("trivex-app-cancel")
+            enabled: !dialog.saving
             onClicked: dialog.close()
         }
         Button {
             objectName: "editRequestSave"
             text: qsTrId("trivex-app-save")
             highlighted: true
-            enabled: form.complete
+            enabled: form.complete && !dialog.saving
             onClicked: dialog.save()
         }
     }

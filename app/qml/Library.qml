@@ -32,6 +32,11 @@ Item {
           about: qsTrId("trivex-app-about-system"), filter: system }
     ]
 
+    /// The saved request of this identity, null where it is gone; good until the list is made anew.
+    function savedRequest(identity) {
+        const row = requestEntries.rowOfIdentity(identity)
+        return row < 0 ? null : requests.data(requests.index(row, 0), 259)
+    }
     function category(key) {
         for (const one of categories) {
             if (one.key === key)

@@ -34,7 +34,7 @@ Item {
     signal newRequestAsked()
     signal removeAsked(var what)
     signal signAsked(string entryId)
-    signal editAsked(var request)
+    signal editAsked(string identity)
     signal exported(string path)
     signal failed(string cause, string advice)
 
@@ -203,7 +203,7 @@ Item {
                     name: certificate.commonName || certificate.fileName, place: place,
                     hasKey: hasKey, isRequest: isRequest })
                 onSignAsked: page.signAsked(entryId)
-                onEditAsked: page.editAsked(certificate)
+                onEditAsked: page.editAsked(selection.identity)
                 onExported: page.exported(path)
                 onFailed: page.failed(cause, advice)
             }

@@ -149,15 +149,12 @@ ApplicationWindow {
                 onMenuAsked: drawer.open()
                 onImportAsked: importDialog.choose()
                 onNewRequestAsked: window.show("newRequest")
-                onRemoveAsked: {
-                    removeDialog.what = what
-                    removeDialog.open()
-                }
+                onRemoveAsked: removeDialog.ask(what)
                 onSignAsked: {
                     window.show("sign")
                     pages.item.selectEntry(entryId)
                 }
-                onEditAsked: editDialog.edit(request)
+                onEditAsked: editDialog.edit(identity)
                 onExported: toast.show(qsTrId("trivex-app-exported").arg(path))
                 onFailed: errorDialog.show(cause, advice)
             }
@@ -244,42 +241,20 @@ ApplicationWindow {
         onImported: toast.show(qsTrId("trivex-app-imported").arg(name))
         onClosed: queue.next()
     }
-    RemoveDialog {
+    RemoveRowDialog {
         id: removeDialog
-        property var what: ({})
-        name: what.name || ""
-        place: what.place || ""
-        hasKey: what.hasKey === true
-        isRequest: what.isRequest === true
-        onConfirmed: {
-            if (isRequest)
-                window.removeRequest(what.identity)
-            else
-                KeyStoreModel.removeCertificate(what.entryId)
-        }
-        // Whoever said yes would say it to what is no longer there.
-        readonly property bool gone: opened && (listPage.selection.identity !== what.identity
-                                                || listPage.selection.row < 0)
-        onGoneChanged: if (gone) closeLater.restart()
-    }
-    // A list that is made anew is without its rows for a moment.
-    Timer {
-        id: closeLater
-        interval: 250
-        onTriggered: if (removeDialog.gone) removeDialog.close()
-    }
-    function removeRequest(identity) {
-        const row = library.requestEntries.rowOfIdentity(identity)
-        if (row < 0)
-            return
-        const request = library.requests.data(library.requests.index(row, 0), 259)
-        library.watcher.noteDeleted(request.fileName)
-        library.requests.remove(row)
+        library: window.library
+        selection: listPage.selection
     }
     EditRequestDialog {
         id: editDialog
+        library: window.library
         onAboutToSave: library.watcher.noteDeleted(fileName)
-        onSaved: toast.show(qsTrId("trivex-app-saved"))
+        onSaved: {
+            // Under its new name it is the chosen one still.
+            listPage.selection.identity = identity
+            toast.show(qsTrId("trivex-app-saved"))
+        }
         onFailed: errorDialog.show(cause, advice)
     }
     SettingsDialog {

@@ -10,6 +10,9 @@ Card {
     id: card
     property string path
     signal startOverAsked()
+    function focusFirst() {
+        folderButton.forceActiveFocus(Qt.OtherFocusReason)
+    }
 
     objectName: "savedCard"
     title: qsTrId("trivex-app-step-done")
@@ -28,6 +31,7 @@ Card {
         spacing: Theme.unit
         Layout.fillWidth: true
         Button {
+            id: folderButton
             objectName: "openFolder"
             text: qsTrId("trivex-app-open-folder")
             icon.source: Theme.icon("folder")

@@ -53,6 +53,10 @@ private Q_SLOTS:
     void folderIsOpened();
     void editedAndSignedAgain();
     void nameChanges();
+    void valuesAreReplaced();
+    void othersAreKept();
+    void wrongValuesAreRefused_data();
+    void wrongValuesAreRefused();
     void nothingChanged();
     void diskIsFull();
     void tokenIsGone();
@@ -60,6 +64,7 @@ private Q_SLOTS:
     void pinIsLeft();
     void requestOfAnotherKey();
     void removedAfterAQuestion();
+    void createdAtTheSecondTry();
 
 public Q_SLOTS:
     /// In place of the desktop's file manager.
@@ -71,6 +76,10 @@ private:
     /// Subject and signature of a request, as openssl reads them.
     QString subject(const QString &path) const;
     bool isSigned(const QString &path) const;
+    /// Every value of the subject, "CN=…", in alphabetical order.
+    QStringList values(const QString &path) const;
+    /// The editor is still open, with `text` in the field of the organization.
+    bool keepsTyped(const QString &text) const;
     bool isTokenThere() const;
 
     QList<QUrl> m_opened;
@@ -163,6 +172,27 @@ bool AppRequestsTest::isSigned(const QString &path) const
                 .isNull();
 }
 
+QStringList AppRequestsTest::values(const QString &path) const
+{
+    const QString lines = QString::fromUtf8(m_authority.openssl(
+        {QStringLiteral("req"), QStringLiteral("-in"), path, QStringLiteral("-noout"),
+         QStringLiteral("-subject"), QStringLiteral("-nameopt"),
+         QStringLiteral("utf8,sep_multiline,sname")}));
+    QStringList result;
+    for (const QString &line : lines.split(QLatin1Char('\n'))) {
+        if (line.contains(QLatin1Char('=')) && !line.startsWith(QLatin1String("subject")))
+            result += line.trimmed();
+    }
+    result.sort();
+    return result;
+}
+
+bool AppRequestsTest::keepsTyped(const QString &text) const
+{
+    return m_window->isOpen(QStringLiteral("editRequestDialog"))
+        && m_steps->text("organizationInput") == text;
+}
+
 void AppRequestsTest::editedAndSignedAgain()
 {
     const QString file = requestFile("Иванова Мария.csr");
@@ -195,6 +225,92 @@ void AppRequestsTest::nameChanges()
     QCOMPARE(m_window->rowCount(), 1);
     QTest::qWait(500);
     QCOMPARE(m_steps->text("toastText"), qtTrId("trivex-app-saved"));
+    // The edited one is the chosen one still.
+    QVERIFY(m_window->waitForItem(QStringLiteral("detailsView")));
+    const auto *header =
+        m_window->item(QStringLiteral("detailsView"))->property("header").value<QObject *>();
+    QCOMPARE(header->property("name").toString(), QStringLiteral("Петрова Мария"));
+}
+
+/// A value that is edited takes the place of the one before; an emptied one goes.
+void AppRequestsTest::valuesAreReplaced()
+{
+    const QString file = requestFile("Петрова Мария.csr");
+    for (const QString &country : {QStringLiteral("ru"), QStringLiteral("KZ")}) {
+        const QByteArray before = contents(file);
+        QVERIFY(openEditor(QStringLiteral("Петрова Мария")));
+        QVERIFY(m_window->fill(QStringLiteral("localityInput"), country));
+        QVERIFY(edit(QStringLiteral("countryInput"), country));
+        QVERIFY(m_steps->waitClosed("editRequestDialog"));
+        QVERIFY(m_window->waitFor([&] { return contents(file) != before; }));
+        const QStringList wanted = {
+            QStringLiteral("C=") + country.toUpper(), QStringLiteral("CN=Петрова Мария"),
+            QStringLiteral("L=") + country, QStringLiteral("O=АО «Пример»")};
+        QCOMPARE(values(file), wanted);
+        QVERIFY(isSigned(file));
+        // What the editor shows next is that.
+        QVERIFY(openEditor(QStringLiteral("Петрова Мария")));
+        QCOMPARE(m_steps->text("countryInput"), country.toUpper());
+        QCOMPARE(m_steps->text("localityInput"), country);
+        m_window->key(Qt::Key_Escape);
+        QVERIFY(m_steps->waitClosed("editRequestDialog"));
+    }
+    QVERIFY(openEditor(QStringLiteral("Петрова Мария")));
+    QVERIFY(m_window->fill(QStringLiteral("localityInput"), QString()));
+    QVERIFY(edit(QStringLiteral("countryInput"), QString()));
+    QVERIFY(m_steps->waitClosed("editRequestDialog"));
+    const QStringList rest = {QStringLiteral("CN=Петрова Мария"), QStringLiteral("O=АО «Пример»")};
+    QTRY_COMPARE(values(file), rest);
+}
+
+/// What the form has no field for is told, and stays in the file.
+void AppRequestsTest::othersAreKept()
+{
+    const QByteArray made = m_authority.openssl(
+        {QStringLiteral("req"), QStringLiteral("-new"), QStringLiteral("-newkey"),
+         QStringLiteral("rsa:2048"), QStringLiteral("-nodes"), QStringLiteral("-keyout"),
+         QStringLiteral("/dev/null"), QStringLiteral("-subj"),
+         QStringLiteral("/CN=Several/OU=North/OU=South/1.2.643.3.131.1.1=500100732259")});
+    const QString file = writeTestFile(requestFile("Several.csr"), made);
+    QVERIFY(openEditor(QStringLiteral("Several")));
+    const QString told = m_steps->text("editRequestOthers");
+    QVERIFY2(told.contains(QStringLiteral("500100732259")), qPrintable(told));
+    QVERIFY2(told.contains(QStringLiteral("North")) != told.contains(QStringLiteral("South")),
+             qPrintable(told));
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_steps->waitClosed("editRequestDialog"));
+    QVERIFY(QFile::remove(file));
+    QTRY_VERIFY(m_window->rowNamed(QStringLiteral("Several")) < 0);
+}
+
+void AppRequestsTest::wrongValuesAreRefused_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("three letters") << QStringLiteral("country") << QStringLiteral("RUS");
+    QTest::newRow("Cyrillic letters") << QStringLiteral("country") << QStringLiteral("РФ");
+    QTest::newRow("a digit") << QStringLiteral("country") << QStringLiteral("R1");
+    QTest::newRow("one letter") << QStringLiteral("country") << QStringLiteral("R");
+    for (const char *address : {"petr@@", "petr", "@example.org", "petr@", "petr@exa mple.org",
+                                "a@b@c", "pe tr@example.org", "petr@example..org",
+                                "petr.@example.org", "petr@-example.org", "пётр@пример.рф"})
+        QTest::newRow(address) << QStringLiteral("email") << QString::fromUtf8(address);
+}
+
+void AppRequestsTest::wrongValuesAreRefused()
+{
+    QFETCH(QString, field);
+    QFETCH(QString, text);
+    const QString file = requestFile("Петрова Мария.csr");
+    const QByteArray before = contents(file);
+    const QString input = field + QStringLiteral("Input");
+    QVERIFY(openEditor(QStringLiteral("Петрова Мария")));
+    QVERIFY(edit(input, text));
+    QTest::qWait(300);
+    QVERIFY(m_window->isOpen(QStringLiteral("editRequestDialog")));
+    QVERIFY(!m_steps->flag(qPrintable(field + QStringLiteral("Field"))).isEmpty());
+    QVERIFY(m_window->item(input)->hasActiveFocus());
+    QCOMPARE(contents(file), before);
 }
 
 void AppRequestsTest::nothingChanged()
@@ -230,6 +346,9 @@ void AppRequestsTest::diskIsFull()
     QCOMPARE(QDir(requestFile("")).entryList(QDir::Files | QDir::Hidden).size(), 1);
     const QStringList warnings = m_window->takeWarnings();
     QCOMPARE(warnings.filter(QStringLiteral("not created")).size(), warnings.size());
+    QVERIFY(keepsTyped(QStringLiteral("Full Ltd")));
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_steps->waitClosed("editRequestDialog"));
     // The list tells what the file holds, not what was typed in vain.
     QVERIFY(openEditor(QStringLiteral("Петрова Мария")));
     QCOMPARE(m_steps->text("organizationInput"), QStringLiteral("АО «Пример»"));
@@ -249,6 +368,7 @@ void AppRequestsTest::tokenIsGone()
                  || cause == qtTrId("trivex-app-cause-removed"),
              qPrintable(cause));
     QCOMPARE(contents(file), before);
+    QVERIFY(keepsTyped(QStringLiteral("Gone Ltd")));
 }
 
 void AppRequestsTest::signingFails()
@@ -264,6 +384,7 @@ void AppRequestsTest::signingFails()
     QVERIFY(!m_window->isOpen(QStringLiteral("errorDialog")));
     m_window->takeWarnings();
     QCOMPARE(contents(file), before);
+    QVERIFY(keepsTyped(QStringLiteral("Failed Ltd")));
 }
 
 void AppRequestsTest::pinIsLeft()
@@ -282,6 +403,13 @@ void AppRequestsTest::pinIsLeft()
     m_window->takeWarnings();
     // Leaving is no failure of a disk.
     QVERIFY(!m_window->isOpen(QStringLiteral("errorDialog")));
+    QVERIFY(keepsTyped(QStringLiteral("Left Ltd")));
+    // With the PIN the same is saved.
+    m_robot->answer(rightPin());
+    QVERIFY(m_window->click(QStringLiteral("editRequestSave")));
+    QVERIFY(m_steps->waitClosed("editRequestDialog"));
+    const QStringList wanted = {QStringLiteral("CN=Петрова Мария"), QStringLiteral("O=Left Ltd")};
+    QTRY_COMPARE(values(file), wanted);
 }
 
 void AppRequestsTest::requestOfAnotherKey()
@@ -292,10 +420,13 @@ void AppRequestsTest::requestOfAnotherKey()
          QStringLiteral("/dev/null"), QStringLiteral("-subj"), QStringLiteral("/CN=Foreign")});
     const QString file = writeTestFile(requestFile("Foreign.csr"), foreign);
     QVERIFY(openEditor(QStringLiteral("Foreign")));
+    QVERIFY(m_window->fill(QStringLiteral("commonNameInput"), QStringLiteral("Nobody")));
     QVERIFY(edit(QStringLiteral("organizationInput"), QStringLiteral("Nobody Ltd")));
     QCOMPARE(m_steps->takeError(), qtTrId("trivex-app-request-no-key"));
     m_window->takeWarnings();
+    // Neither written nor renamed.
     QCOMPARE(contents(file), foreign);
+    QVERIFY(keepsTyped(QStringLiteral("Nobody Ltd")));
 }
 
 void AppRequestsTest::removedAfterAQuestion()
@@ -313,6 +444,38 @@ void AppRequestsTest::removedAfterAQuestion()
     QVERIFY(m_window->click(QStringLiteral("removeConfirm")));
     QVERIFY(m_window->waitFor([&] { return !QFile::exists(file); }));
     QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == 1; }));
+}
+
+/// What the first try typed is not in the request of the second.
+void AppRequestsTest::createdAtTheSecondTry()
+{
+    QVERIFY(m_steps->startKey(QStringLiteral("second"), rightPin()));
+    QVERIFY(m_steps->waitForKey());
+    QVERIFY(m_window->fill(QStringLiteral("commonNameInput"), QStringLiteral("Ada")));
+    QVERIFY(m_window->fill(QStringLiteral("organizationInput"), QStringLiteral("First Ltd")));
+    QVERIFY(m_window->fill(QStringLiteral("countryInput"), QStringLiteral("RUS")));
+    QVERIFY(!m_window->item(QStringLiteral("innInput")));
+    QVERIFY(m_steps->press("createRequest"));
+    QVERIFY(!m_steps->flag("countryField").isEmpty());
+    QVERIFY(m_window->item(QStringLiteral("countryInput"))->hasActiveFocus());
+    QVERIFY(m_window->fill(QStringLiteral("countryInput"), QStringLiteral("ru")));
+    token->control("fail C_Sign * CKR_DEVICE_ERROR\nfail C_SignFinal * CKR_DEVICE_ERROR");
+    QVERIFY(m_steps->press("createRequest"));
+    QCOMPARE(m_steps->takeError(), qtTrId("trivex-app-cause-device"));
+    m_window->takeWarnings();
+    token->control();
+    QVERIFY(m_window->fill(QStringLiteral("commonNameInput"), QStringLiteral("Bob")));
+    QVERIFY(m_window->fill(QStringLiteral("organizationInput"), QString()));
+    QVERIFY(m_steps->press("createRequest"));
+    QVERIFY(m_window->waitForItem(QStringLiteral("savedCard")));
+    const QStringList wanted = {QStringLiteral("C=RU"), QStringLiteral("CN=Bob")};
+    QCOMPARE(values(requestFile("Bob.csr")), wanted);
+    // The result is in sight, and the keyboard is there.
+    const QQuickItem *folder = m_window->item(QStringLiteral("openFolder"));
+    QTRY_VERIFY(
+        QRectF(0, 0, m_window->window()->width(), m_window->window()->height())
+            .contains(folder->mapRectToScene(QRectF(0, 0, folder->width(), folder->height()))));
+    QVERIFY(folder->hasActiveFocus());
 }
 
 int main(int argc, char **argv)

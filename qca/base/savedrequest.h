@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QtCrypto>
+
+namespace Trivex {
+
+/// What the object of a request offers to C++ beside the interface that QML sees: its setters only
+/// add values, and its file has no property. Found by `qobject_cast`. GUI thread.
+class SavedRequest {
+public:
+    /// The whole path of the file last written or loaded; empty before.
+    virtual QString requestFile() const = 0;
+    /// The subject that the next save writes.
+    virtual QCA::CertificateInfo requestInfo() const = 0;
+    /// Takes `info` in place of that subject.
+    virtual void setRequestInfo(const QCA::CertificateInfo &info) = 0;
+    /// Goes back to the subject of the request as it was last made or loaded.
+    virtual void restoreRequestInfo() = 0;
+    /// True when the key of the loaded request is there to sign it anew. Asks the tokens; an event
+    /// loop may run meanwhile.
+    virtual bool hasRequestKey() const = 0;
+
+protected:
+    ~SavedRequest() = default;
+};
+
+} // namespace Trivex
+
+Q_DECLARE_INTERFACE(Trivex::SavedRequest, "org.trivex.SavedRequest/1")

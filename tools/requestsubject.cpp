@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tools/requestsubject.h"
+
+#include "qca/base/infotypes.h"
+#include "qca/base/savedrequest.h"
+
+namespace Trivex {
+
+namespace {
+
+/// An address stands in either of two attributes, of which a getter reads the first.
+QList<QCA::CertificateInfoType> keysOf(int type)
+{
+    QList<QCA::CertificateInfoType> keys{infoType(type)};
+    if (type == EmailInfo)
+        keys += infoType(EmailLegacyInfo);
+    return keys;
+}
+
+} // namespace
+
+RequestSubject::RequestSubject(QObject *parent)
+    : QObject(parent)
+{
+}
+
+bool RequestSubject::replace(QObject *request, int type, const QString &text) const
+{
+    auto *saved = qobject_cast<SavedRequest *>(request);
+    if (!saved)
+        return false;
+    QCA::CertificateInfo info = saved->requestInfo();
+    for (const QCA::CertificateInfoType &key : keysOf(type))
+        info.remove(key);
+    if (!text.isEmpty())
+        info.insert(infoType(type), text);
+    saved->setRequestInfo(info);
+    return true;
+}
+
+void RequestSubject::restore(QObject *request) const
+{
+    if (auto *saved = qobject_cast<SavedRequest *>(request))
+        saved->restoreRequestInfo();
+}
+
+bool RequestSubject::hasKey(QObject *request) const
+{
+    const auto *saved = qobject_cast<SavedRequest *>(request);
+    return saved && saved->hasRequestKey();
+}
+
+QString RequestSubject::file(QObject *request) const
+{
+    const auto *saved = qobject_cast<SavedRequest *>(request);
+    return saved ? saved->requestFile() : QString();
+}
+
+QStringList RequestSubject::others(QObject *request, const QList<int> &types) const
+{
+    const auto *saved = qobject_cast<SavedRequest *>(request);
+    QCA::CertificateInfo info = saved ? saved->requestInfo() : QCA::CertificateInfo();
+    for (const int type : types) {
+        const QString shown = infoValue(info, type);
+        if (!shown.isEmpty())
+            info.remove(infoType(type), shown);
+    }
+    return info.values();
+}
+
+} // namespace Trivex

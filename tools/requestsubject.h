@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+
+namespace Trivex {
+
+/// The subject of a request, value by value. The request's own setters add values and never take
+/// one away; this replaces. A singleton in QML; `request` is a `CertificateRequest`, of which
+/// anything else, and null, has no values and takes none.
+class RequestSubject : public QObject {
+    Q_OBJECT
+public:
+    explicit RequestSubject(QObject *parent = nullptr);
+
+    /// `text` becomes the one value of attribute `type` (a `Certificate.CertificateInfoTypeKnown`)
+    /// that the next save writes; none where it is empty. False for what is no request.
+    Q_INVOKABLE bool replace(QObject *request, int type, const QString &text) const;
+    /// Takes back what was replaced since the request was made or loaded.
+    Q_INVOKABLE void restore(QObject *request) const;
+    /// True when the request's key is there to sign it anew. May ask tokens.
+    Q_INVOKABLE bool hasKey(QObject *request) const;
+    /// The path of its file; empty for a request that was not saved yet.
+    Q_INVOKABLE QString file(QObject *request) const;
+    /// Every value that the subject holds beside the shown one of each of `types`: attributes of
+    /// other types, and further values of these.
+    Q_INVOKABLE QStringList others(QObject *request, const QList<int> &types) const;
+};
+
+} // namespace Trivex
