@@ -8,13 +8,13 @@
 #include "keystores/keystoremodel.h"
 #include "qca/adapter/entries.h"
 #include "qca/adapter/reading.h"
+#include "qca/base/atomicfile.h"
 #include "qca/base/filenames.h"
 #include "qca/base/infotypes.h"
 #include "qca/base/providers.h"
 #include "qca/base/regularfile.h"
 #include "qca/keys/keys.h"
 #include "qca/tokens/tokens.h"
-#include "requests/atomicfile.h"
 #include "requests/requestfiles.h"
 
 #include <QDebug>

@@ -8,6 +8,7 @@
 #include "tools/checkdigits.h"
 #include "tools/entrymodel.h"
 #include "tools/files.h"
+#include "tools/filesaver.h"
 #include "tools/modelcount.h"
 #include "tools/pinprompt.h"
 #include "tools/requestsubject.h"
@@ -42,6 +43,7 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
     using namespace Trivex;
     qmlRegisterType<EntryModel>(uri, 1, 0, "EntryModel");
     qmlRegisterType<SectionedModel>(uri, 1, 0, "SectionedModel");
+    qmlRegisterType<FileSaver>(uri, 1, 0, "FileSaver");
     qmlRegisterType<RowSelection>(uri, 1, 0, "RowSelection");
     qmlRegisterType<ModelCount>(uri, 1, 0, "ModelCount");
     qmlRegisterType<TokenInfo>(uri, 1, 0, "TokenInfo");

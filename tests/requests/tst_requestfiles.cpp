@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "qca/base/atomicfile.h"
 #include "qca/base/filenames.h"
-#include "requests/atomicfile.h"
 #include "requests/requestfiles.h"
 
 #include <QDir>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "requests/atomicfile.h"
+#include "qca/base/atomicfile.h"
 
 #include <QDateTime>
 #include <QDir>

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "qca/base/trivexqcaexport.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -16,9 +18,10 @@ enum class WriteResult {
 /// Writes `content` to the file `path`, whole or not at all: to a hidden file ".trivex-*.part" in
 /// the same directory, flushed to the disk and then renamed. Killed at any point, it leaves the
 /// file that was there as it was; a part file that was left is removed by a later write.
-WriteResult writeAtomically(const QString &path, const QByteArray &content, bool mayReplace);
+TRIVEX_QCA_EXPORT WriteResult writeAtomically(const QString &path, const QByteArray &content,
+                                              bool mayReplace);
 
 /// Removes the file `path` and flushes its directory. True when it is gone.
-bool removeFile(const QString &path);
+TRIVEX_QCA_EXPORT bool removeFile(const QString &path);
 
 } // namespace Trivex

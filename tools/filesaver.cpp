@@ -1,0 +1,109 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tools/filesaver.h"
+
+#include "qca/base/atomicfile.h"
+#include "tools/files.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTemporaryFile>
+
+namespace Trivex {
+
+namespace {
+
+/// The bytes of the first PEM block; empty where there is none.
+QByteArray firstBlock(const QByteArray &pem)
+{
+    const QByteArray dashes("-----");
+    const int label = pem.indexOf(QByteArrayLiteral("-----BEGIN "));
+    const int begin = label < 0 ? -1 : pem.indexOf(dashes, label + 11);
+    const int end = begin < 0 ? -1 : pem.indexOf(QByteArrayLiteral("-----END "), begin);
+    if (end < 0)
+        return {};
+    return QByteArray::fromBase64(pem.mid(begin + dashes.size(), end - begin - dashes.size()));
+}
+
+} // namespace
+
+FileSaver::FileSaver(QObject *parent)
+    : QObject(parent)
+{
+}
+
+FileSaver::~FileSaver() = default;
+
+QString FileSaver::problem() const
+{
+    return m_problem;
+}
+
+void FileSaver::setProblem(const QString &problem)
+{
+    if (problem == m_problem)
+        return;
+    m_problem = problem;
+    Q_EMIT problemChanged();
+}
+
+QString FileSaver::stagingFolder()
+{
+    m_staging = std::make_unique<QTemporaryDir>();
+    return m_staging->path();
+}
+
+QString FileSaver::stagedPath(const QString &name)
+{
+    return stagingFolder() + QLatin1Char('/') + name;
+}
+
+QString FileSaver::whyNot(const QString &path) const
+{
+    const QFileInfo info(path);
+    const Files files;
+    if (info.isDir()) {
+        //% "There is a folder of this name. Choose another name."
+        return qtTrId("trivex-app-write-is-folder");
+    }
+    const QString folder = info.absolutePath();
+    // Tried, because permissions alone do not tell: disks are write-protected, or full.
+    QTemporaryFile probe(folder + QStringLiteral("/.trivex-XXXXXX.part"));
+    return probe.open() ? QString() : files.whyNotWritten(folder);
+}
+
+QByteArray FileSaver::staged(Format format) const
+{
+    const QFileInfoList found =
+        m_staging ? QDir(m_staging->path()).entryInfoList(QDir::Files) : QFileInfoList();
+    QFile file(found.isEmpty() ? QString() : found.first().filePath());
+    if (found.isEmpty() || !file.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray contents = file.readAll();
+    return format == Der ? firstBlock(contents) : contents;
+}
+
+int FileSaver::place(const QString &path, bool mayReplace, int format)
+{
+    const QByteArray contents = staged(Format(format));
+    const Files files;
+    const QString folder = QFileInfo(path).absolutePath();
+    if (contents.isEmpty() || QFileInfo(path).isDir()) {
+        const QString reason = whyNot(path);
+        setProblem(reason.isEmpty() ? files.whyNotWritten(folder) : reason);
+        return Failed;
+    }
+    switch (writeAtomically(path, contents, mayReplace)) {
+    case WriteResult::Written:
+        setProblem({});
+        m_staging.reset();
+        return Saved;
+    case WriteResult::Exists:
+        return Exists;
+    default:
+        setProblem(files.whyNotWritten(folder));
+        return Failed;
+    }
+}
+
+} // namespace Trivex

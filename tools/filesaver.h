@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QTemporaryDir>
+
+#include <memory>
+
+namespace Trivex {
+
+/// Brings a file that something else writes to the place that a person chose: whole or not at all,
+/// and never over another that nobody agreed to replace.
+///
+/// Whatever is to be saved is first written to `stagedPath(name)`, in a folder of one's own.
+class FileSaver : public QObject {
+    Q_OBJECT
+    /// Why the last `place` failed, as a sentence with its next step.
+    Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
+public:
+    enum Result {
+        Saved,
+        Exists, ///< something is there, and was not to be replaced
+        Failed,
+    };
+    Q_ENUM(Result)
+    enum Format {
+        AsIs,
+        Der, ///< what a PEM file holds, in binary form
+    };
+    Q_ENUM(Format)
+
+    explicit FileSaver(QObject *parent = nullptr);
+    ~FileSaver() override;
+
+    QString problem() const;
+
+    /// The folder for files that are still to be placed; emptied by each call.
+    Q_INVOKABLE QString stagingFolder();
+    /// The path of a file in a fresh folder of that kind.
+    Q_INVOKABLE QString stagedPath(const QString &name);
+    /// Why nothing could be saved at `path`, found out before anything is made; empty where all is
+    /// well. A file that is there and may be replaced is no reason.
+    Q_INVOKABLE QString whyNot(const QString &path) const;
+    /// Saves the one file of the staging folder at `path`. What is there stays as it is until the
+    /// new file is whole.
+    Q_INVOKABLE int place(const QString &path, bool mayReplace, int format = AsIs);
+
+Q_SIGNALS:
+    void problemChanged();
+
+private:
+    QByteArray staged(Format format) const;
+    void setProblem(const QString &problem);
+
+    std::unique_ptr<QTemporaryDir> m_staging;
+    QString m_problem;
+};
+
+} // namespace Trivex
