@@ -3,7 +3,6 @@
 #include "providers/pkcs11/pkcs11provider.h"
 
 #include "providers/pkcs11/contexts/contexts.h"
-#include "providers/pkcs11/life/tokenservice.h"
 #include "qca/base/processend.h"
 #include "qca/base/providers.h"
 #include "qca/keys/pkeycontainer.h"
@@ -21,7 +20,6 @@ void Pkcs11Provider::init()
 void Pkcs11Provider::deinit()
 {
     setTokenProvider(nullptr);
-    TokenService::instance().stop();
 }
 
 int Pkcs11Provider::qcaVersion() const
@@ -64,7 +62,7 @@ void Pkcs11Provider::configChanged(const QVariantMap &config)
     settings.allowRootCa = config.value(QStringLiteral("allow_load_rootca")).toBool();
     settings.modules = config.value(QStringLiteral("modules")).toString();
     settings.loginLifetime = std::max(0, config.value(QStringLiteral("login_lifetime")).toInt());
-    TokenService::instance().configure(settings);
+    configureTokens(settings);
 }
 
 } // namespace Trivex

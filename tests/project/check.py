@@ -253,7 +253,7 @@ def symbols(library):
 
 
 # What is called on QCA's side of the token provider: contexts, and what hands them their results.
-QCA_SIDE = re.compile(r"contexts?|signing|tokenservicekeys")
+QCA_SIDE = re.compile(r"contexts?|signing")
 
 
 def memory():

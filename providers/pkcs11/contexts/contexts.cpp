@@ -2,32 +2,52 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/contexts/contexts.h"
 
+#include "providers/pkcs11/contexts/providerbackend.h"
 #include "providers/pkcs11/contexts/tokeneccontext.h"
 #include "providers/pkcs11/contexts/tokenrsacontext.h"
 #include "providers/pkcs11/contexts/tokenstorelist.h"
-
-#include <atomic>
 
 namespace Trivex {
 
 namespace {
 
-std::atomic<QCA::Provider *> currentProvider = nullptr;
+/// The tokens of the process and all that works on them.
+struct ProcessTokens {
+    /// Never deleted, because a thread that a module holds may come back late.
+    static ProcessTokens &instance()
+    {
+        static auto *all = new ProcessTokens;
+        return *all;
+    }
 
-template <class Context> QCA::Provider::Context *make(QCA::Provider *provider)
+    static void stop(ProcessEnd::Deadline deadline) { instance().service.stop(deadline); }
+
+    FirstScan scan;
+    TokenTable tokens{scan};
+    TokenService service{tokens, scan, &stop};
+    ProviderBackend backend{tokens};
+};
+
+QCA::Provider::Context *makeList(QCA::Provider *provider, ProcessTokens &all)
 {
-    return new Context(provider);
+    return new TokenStoreList(provider, all.service, all.tokens, all.scan);
+}
+
+template <class Context>
+QCA::Provider::Context *makeKey(QCA::Provider *provider, ProcessTokens &all)
+{
+    return new Context(provider, all.tokens);
 }
 
 struct Maker {
     const char *type;
-    QCA::Provider::Context *(*make)(QCA::Provider *);
+    QCA::Provider::Context *(*make)(QCA::Provider *, ProcessTokens &);
 };
 
 constexpr Maker Makers[] = {
-    {"keystorelist", make<TokenStoreList>},
-    {"rsa", make<TokenRsaContext>},
-    {"ec", make<TokenEcContext>},
+    {"keystorelist", makeList},
+    {"rsa", makeKey<TokenRsaContext>},
+    {"ec", makeKey<TokenEcContext>},
 };
 
 } // namespace
@@ -36,19 +56,23 @@ QCA::Provider::Context *createTokenContext(QCA::Provider *provider, const QStrin
 {
     for (const Maker &maker : Makers) {
         if (type == QLatin1String(maker.type))
-            return maker.make(provider);
+            return maker.make(provider, ProcessTokens::instance());
     }
     return nullptr;
 }
 
 void setTokenProvider(QCA::Provider *provider)
 {
-    currentProvider = provider;
+    ProcessTokens &all = ProcessTokens::instance();
+    all.backend.setProvider(provider);
+    setTokenBackend(provider ? &all.backend : nullptr);
+    if (!provider)
+        all.service.stop();
 }
 
-QCA::Provider *tokenProvider()
+void configureTokens(const TokenSettings &settings)
 {
-    return currentProvider;
+    ProcessTokens::instance().service.configure(settings);
 }
 
 } // namespace Trivex

@@ -12,15 +12,22 @@ namespace Trivex {
 /// makes it. A copy holds the same key and generates nothing.
 class HeldKey {
 public:
-    HeldKey() = default;
+    explicit HeldKey(TokenTable &tokens)
+        : m_tokens(tokens)
+        , m_generation(tokens)
+    {
+    }
     HeldKey(const HeldKey &other)
-        : m_reference(other.m_reference)
+        : m_tokens(other.m_tokens)
+        , m_reference(other.m_reference)
+        , m_generation(other.m_tokens)
     {
     }
     HeldKey &operator=(const HeldKey &) = delete;
 
     /// False when there is no key, or only its public half.
     bool isPrivate() const { return !m_reference.storeId.isEmpty(); }
+    TokenTable &tokens() const { return m_tokens; }
     QString storeId() const { return m_reference.storeId; }
     /// By value: the context may go while the token works.
     TokenKeyReference reference() const { return m_reference; }
@@ -32,6 +39,7 @@ public:
     void generate(const GenerationRequest &request, bool block, Generation::Done done);
 
 private:
+    TokenTable &m_tokens;
     TokenKeyReference m_reference;
     Generation m_generation;
 };

@@ -55,13 +55,16 @@ bool canDigest(const QByteArray &digestName)
 
 } // namespace
 
-TokenEcContext::TokenEcContext(QCA::Provider *provider)
+TokenEcContext::TokenEcContext(QCA::Provider *provider, TokenTable &tokens)
     : EcKeyContext(provider)
+    , m_held(tokens)
 {
 }
 
-TokenEcContext::TokenEcContext(QCA::Provider *provider, const TokenKeyReference &reference)
+TokenEcContext::TokenEcContext(QCA::Provider *provider, TokenTable &tokens,
+                               const TokenKeyReference &reference)
     : EcKeyContext(provider)
+    , m_held(tokens)
 {
     m_material = m_held.take(reference);
 }
@@ -129,10 +132,10 @@ QByteArray TokenEcContext::endSign()
         return {};
     if (m_operation.digestName().isEmpty())
         message = std::exchange(digest, QByteArray());
-    // A copy, see `signBlock`.
-    const TokenKeyReference reference = m_held.reference();
+    // Nothing of this object is touched afterwards: it may go while the token works.
     QByteArray signature;
-    return signMessageOnToken(reference, message, digest, &signature) ? signature : QByteArray();
+    signMessageOnToken(m_held.tokens(), m_held.reference(), message, digest, &signature);
+    return signature;
 }
 
 bool TokenEcContext::signMessage(const QByteArray &message, const QByteArray &digestName,
@@ -141,21 +144,19 @@ bool TokenEcContext::signMessage(const QByteArray &message, const QByteArray &di
     const GostMechanisms *mechanisms = gostMechanisms(m_material.publicInfo());
     if (!mechanisms || digestName != mechanisms->digestName)
         return EcKeyContext::signMessage(message, digestName, signature);
-    const TokenKeyReference reference = m_held.reference();
     return isPrivate()
-        && signMessageOnToken(reference, message, digestOfMessage(digestName, message), signature);
+        && signMessageOnToken(m_held.tokens(), m_held.reference(), message,
+                              digestOfMessage(digestName, message), signature);
 }
 
 bool TokenEcContext::signBlock(const QByteArray &block, QByteArray *signature)
 {
     if (!isPrivate())
         return false;
-    // A copy: this object may go while the token works, and nothing of it is touched afterwards.
-    const TokenKeyReference reference = m_held.reference();
     // FIPS 186-4, 6.4: the leftmost bytes of a digest that is longer than the order.
     const bool isDigest = keyType() == EllipticCurveKey;
     const QByteArray input = isDigest ? block.left((bits() + 7) / 8) : block;
-    return signOnToken(reference, input, signature);
+    return signOnToken(m_held.tokens(), m_held.reference(), input, signature);
 }
 
 } // namespace Trivex

@@ -15,9 +15,9 @@ class TokenEcContext : public EcKeyContext {
     Q_OBJECT
 public:
     /// For generating a key.
-    explicit TokenEcContext(QCA::Provider *provider);
+    TokenEcContext(QCA::Provider *provider, TokenTable &tokens);
     /// For a key that is there.
-    TokenEcContext(QCA::Provider *provider, const TokenKeyReference &reference);
+    TokenEcContext(QCA::Provider *provider, TokenTable &tokens, const TokenKeyReference &reference);
     ~TokenEcContext() override;
 
     QCA::Provider::Context *clone() const override;

@@ -4,7 +4,6 @@
 
 #include "providers/pkcs11/contexts/tokeneccontext.h"
 #include "providers/pkcs11/contexts/tokenrsacontext.h"
-#include "providers/pkcs11/life/tokenservice.h"
 #include "providers/pkcs11/operations/objecttemplates.h"
 #include "qca/keys/pkeycontainer.h"
 #include "qca/x509/makecertificate.h"
@@ -57,9 +56,11 @@ std::shared_ptr<TokenKey> keyFrom(const TokenCertificate &certificate)
 
 } // namespace
 
-TokenEntryContext::TokenEntryContext(QCA::Provider *provider, TokenEntryPtr entry,
-                                     const QString &storeId, const QString &storeName)
+TokenEntryContext::TokenEntryContext(QCA::Provider *provider, TokenTable &tokens,
+                                     TokenEntryPtr entry, const QString &storeId,
+                                     const QString &storeName)
     : QCA::KeyStoreEntryContext(provider)
+    , m_tokens(tokens)
     , m_entry(std::move(entry))
     , m_storeId(storeId)
     , m_storeName(storeName)
@@ -67,13 +68,15 @@ TokenEntryContext::TokenEntryContext(QCA::Provider *provider, TokenEntryPtr entr
 }
 
 TokenEntryContext::TokenEntryContext(const TokenEntryContext &other)
-    : TokenEntryContext(other.provider(), other.m_entry, other.m_storeId, other.m_storeName)
+    : TokenEntryContext(other.provider(), other.m_tokens, other.m_entry, other.m_storeId,
+                        other.m_storeName)
 {
 }
 
 TokenEntryContext::~TokenEntryContext() = default;
 
-TokenEntryContext *TokenEntryContext::restore(QCA::Provider *provider, const QString &serialized)
+TokenEntryContext *TokenEntryContext::restore(QCA::Provider *provider, TokenTable &tokens,
+                                              const QString &serialized)
 {
     const QStringList fields = serialized.split(QLatin1Char(':'));
     if (fields.size() <= FirstCertificateField || fields.at(PrefixField) != SerialPrefix)
@@ -91,7 +94,7 @@ TokenEntryContext *TokenEntryContext::restore(QCA::Provider *provider, const QSt
         if (const auto issuer = certificateFrom(fields.at(i)))
             entry->issuers.push_back(issuer);
     }
-    return new TokenEntryContext(provider, entry, unpacked(fields.at(StoreIdField)),
+    return new TokenEntryContext(provider, tokens, entry, unpacked(fields.at(StoreIdField)),
                                  unpacked(fields.at(StoreNameField)));
 }
 
@@ -116,7 +119,7 @@ QString TokenEntryContext::name() const
 
 bool TokenEntryContext::isAvailable() const
 {
-    const auto store = TokenService::instance().store(m_storeId);
+    const auto store = m_tokens.store(m_storeId);
     return store && store->present;
 }
 
@@ -140,7 +143,7 @@ QString TokenEntryContext::serialize() const
 QCA::PrivateKey TokenEntryContext::privateKey() const
 {
     QCA::PrivateKey key;
-    if (QCA::PKeyBase *context = makeTokenKey(provider(), m_storeId, m_entry->key))
+    if (QCA::PKeyBase *context = makeTokenKey(provider(), m_tokens, m_storeId, m_entry->key))
         key.change(new PKeyContainer(provider(), context));
     return key;
 }
@@ -172,15 +175,18 @@ bool TokenEntryContext::ensureAccess()
     return isAvailable();
 }
 
-QCA::PKeyBase *makeTokenKey(QCA::Provider *provider, const QString &storeId, const TokenKeyPtr &key)
+QCA::PKeyBase *makeTokenKey(QCA::Provider *provider, TokenTable &tokens, const QString &storeId,
+                            const TokenKeyPtr &key)
 {
     if (!key || key->publicInfo.isEmpty())
         return nullptr;
     std::unique_ptr<QCA::PKeyBase> context;
     if (key->type == CKK_RSA)
-        context = std::make_unique<TokenRsaContext>(provider, TokenKeyReference{storeId, key});
+        context =
+            std::make_unique<TokenRsaContext>(provider, tokens, TokenKeyReference{storeId, key});
     else
-        context = std::make_unique<TokenEcContext>(provider, TokenKeyReference{storeId, key});
+        context =
+            std::make_unique<TokenEcContext>(provider, tokens, TokenKeyReference{storeId, key});
     return context->isNull() ? nullptr : context.release();
 }
 

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "providers/pkcs11/contents/tokencontents.h"
+#include "providers/pkcs11/life/tokentable.h"
 
 #include <QtCrypto>
 
@@ -13,12 +13,13 @@ namespace Trivex {
 class TokenEntryContext : public QCA::KeyStoreEntryContext {
     Q_OBJECT
 public:
-    TokenEntryContext(QCA::Provider *provider, TokenEntryPtr entry, const QString &storeId,
-                      const QString &storeName);
+    TokenEntryContext(QCA::Provider *provider, TokenTable &tokens, TokenEntryPtr entry,
+                      const QString &storeId, const QString &storeName);
     ~TokenEntryContext() override;
 
     /// From what `serialize` gave; null when that is not ours.
-    static TokenEntryContext *restore(QCA::Provider *provider, const QString &serialized);
+    static TokenEntryContext *restore(QCA::Provider *provider, TokenTable &tokens,
+                                      const QString &serialized);
 
     QCA::Provider::Context *clone() const override;
 
@@ -38,6 +39,7 @@ private:
     TokenEntryContext(const TokenEntryContext &other);
     QCA::PrivateKey privateKey() const;
 
+    TokenTable &m_tokens;
     TokenEntryPtr m_entry;
     QString m_storeId;
     QString m_storeName;
@@ -45,7 +47,7 @@ private:
 
 /// The private key context for a key on a token, by its kind. Null when its public half is not
 /// known. The caller owns it.
-QCA::PKeyBase *makeTokenKey(QCA::Provider *provider, const QString &storeId,
+QCA::PKeyBase *makeTokenKey(QCA::Provider *provider, TokenTable &tokens, const QString &storeId,
                             const TokenKeyPtr &key);
 
 } // namespace Trivex

@@ -4,13 +4,16 @@
 
 namespace Trivex {
 
-TokenRsaContext::TokenRsaContext(QCA::Provider *provider)
+TokenRsaContext::TokenRsaContext(QCA::Provider *provider, TokenTable &tokens)
     : RsaKeyContext(provider)
+    , m_held(tokens)
 {
 }
 
-TokenRsaContext::TokenRsaContext(QCA::Provider *provider, const TokenKeyReference &reference)
+TokenRsaContext::TokenRsaContext(QCA::Provider *provider, TokenTable &tokens,
+                                 const TokenKeyReference &reference)
     : RsaKeyContext(provider)
+    , m_held(tokens)
 {
     m_material = m_held.take(reference);
 }
@@ -64,16 +67,12 @@ bool TokenRsaContext::decrypt(const QCA::SecureArray &in, QCA::SecureArray *out,
 {
     if (!isPrivate() || algorithm != QCA::EME_PKCS1v15)
         return false;
-    // A copy: this object may go while the token works.
-    const TokenKeyReference reference = m_held.reference();
-    return decryptOnToken(reference, in.toByteArray(), out);
+    return decryptOnToken(m_held.tokens(), m_held.reference(), in.toByteArray(), out);
 }
 
 bool TokenRsaContext::signBlock(const QByteArray &block, QByteArray *signature)
 {
-    // A copy, as above; nothing of this object is touched afterwards.
-    const TokenKeyReference reference = m_held.reference();
-    return isPrivate() && signOnToken(reference, block, signature);
+    return isPrivate() && signOnToken(m_held.tokens(), m_held.reference(), block, signature);
 }
 
 } // namespace Trivex

@@ -12,9 +12,10 @@ class TokenRsaContext : public RsaKeyContext {
     Q_OBJECT
 public:
     /// For generating a key.
-    explicit TokenRsaContext(QCA::Provider *provider);
+    TokenRsaContext(QCA::Provider *provider, TokenTable &tokens);
     /// For a key that is there.
-    TokenRsaContext(QCA::Provider *provider, const TokenKeyReference &reference);
+    TokenRsaContext(QCA::Provider *provider, TokenTable &tokens,
+                    const TokenKeyReference &reference);
     ~TokenRsaContext() override;
 
     QCA::Provider::Context *clone() const override;

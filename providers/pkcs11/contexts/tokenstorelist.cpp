@@ -3,7 +3,9 @@
 #include "providers/pkcs11/contexts/tokenstorelist.h"
 
 #include "providers/pkcs11/contexts/tokenentrycontext.h"
+#include "providers/pkcs11/operations/storechanges.h"
 #include "qca/base/storethread.h"
+#include "qca/questions/waiter.h"
 
 #include <algorithm>
 
@@ -23,21 +25,23 @@ constexpr std::chrono::milliseconds PatiencePause{50};
 
 } // namespace
 
-TokenStoreList::TokenStoreList(QCA::Provider *provider)
+TokenStoreList::TokenStoreList(QCA::Provider *provider, TokenService &service, TokenTable &tokens,
+                               FirstScan &scan)
     : QCA::KeyStoreListContext(provider)
+    , m_service(service)
+    , m_tokens(tokens)
+    , m_scan(scan)
 {
-    auto &service = TokenService::instance();
-    connect(&service, &TokenService::storesChanged, this, &TokenStoreList::announceStores,
+    connect(&tokens, &TokenTable::storesChanged, this, &TokenStoreList::announceStores,
             Qt::QueuedConnection);
-    connect(&service, &TokenService::contentsChanged, this, &TokenStoreList::announceContents,
+    connect(&tokens, &TokenTable::contentsChanged, this, &TokenStoreList::announceContents,
             Qt::QueuedConnection);
-    connect(&service, &TokenService::scanned, this, &TokenStoreList::announceScan,
-            Qt::QueuedConnection);
+    connect(&scan, &FirstScan::over, this, &TokenStoreList::announceScan, Qt::QueuedConnection);
 }
 
 TokenStoreList::~TokenStoreList()
 {
-    TokenService::instance().stop();
+    m_service.stop();
 }
 
 QCA::Provider::Context *TokenStoreList::clone() const
@@ -51,27 +55,25 @@ void TokenStoreList::start()
     StoreThread::note();
     m_trusted = std::make_unique<TrustedStores>();
     connect(m_trusted.get(), &TrustedStores::changed, this, &TokenStoreList::announceTrusted);
-    TokenService::instance().start();
-    if (TokenService::instance().hasScanned())
+    m_service.start();
+    if (m_scan.isOver())
         QMetaObject::invokeMethod(this, &TokenStoreList::announceScan, Qt::QueuedConnection);
     else
-        QTimer::singleShot(TokenService::FirstScanPatience, Qt::PreciseTimer, this,
-                           &TokenStoreList::awaitScan);
+        QTimer::singleShot(FirstScan::Patience, Qt::PreciseTimer, this, &TokenStoreList::awaitScan);
 }
 
 // The thread that looks for modules may be held up by one, so nobody else may see that the patience
 // is over. Asked until it is: a timer may be early, however little.
 void TokenStoreList::awaitScan()
 {
-    auto &service = TokenService::instance();
-    service.checkPatience();
-    if (!service.hasScanned())
+    m_scan.checkPatience();
+    if (!m_scan.isOver())
         QTimer::singleShot(PatiencePause, Qt::PreciseTimer, this, &TokenStoreList::awaitScan);
 }
 
 bool TokenStoreList::lookAtTrusted(int id)
 {
-    const auto store = TokenService::instance().store(id);
+    const auto store = m_tokens.store(id);
     return store && m_trusted && store->type == QCA::KeyStore::System
         && m_trusted->take(id, store->contents);
 }
@@ -79,7 +81,7 @@ bool TokenStoreList::lookAtTrusted(int id)
 // Not where QCA asks for the stores, which has to be quick.
 void TokenStoreList::lookAtAllTrusted()
 {
-    const QList<int> ids = TokenService::instance().stores();
+    const QList<int> ids = m_tokens.stores();
     for (const int id : ids)
         lookAtTrusted(id);
 }
@@ -122,7 +124,7 @@ void TokenStoreList::announceContents(int id)
 QList<int> TokenStoreList::keyStores()
 {
     QList<int> listed;
-    const QList<int> ids = TokenService::instance().stores();
+    const QList<int> ids = m_tokens.stores();
     for (const int id : ids) {
         if (type(id) != QCA::KeyStore::System || !m_trusted || m_trusted->isListed(id))
             listed.append(id);
@@ -132,31 +134,31 @@ QList<int> TokenStoreList::keyStores()
 
 QCA::KeyStore::Type TokenStoreList::type(int id) const
 {
-    const auto store = TokenService::instance().store(id);
+    const auto store = m_tokens.store(id);
     return store ? store->type : QCA::KeyStore::Type(-1);
 }
 
 QString TokenStoreList::storeId(int id) const
 {
-    const auto store = TokenService::instance().store(id);
+    const auto store = m_tokens.store(id);
     return store ? store->storeId : QString();
 }
 
 QString TokenStoreList::name(int id) const
 {
-    const auto store = TokenService::instance().store(id);
+    const auto store = m_tokens.store(id);
     return store ? store->name : QString();
 }
 
 bool TokenStoreList::isReadOnly(int id) const
 {
-    const auto store = TokenService::instance().store(id);
+    const auto store = m_tokens.store(id);
     return !store || store->readOnly;
 }
 
 QList<QCA::KeyStoreEntry::Type> TokenStoreList::entryTypes(int id) const
 {
-    if (!TokenService::instance().store(id))
+    if (!m_tokens.store(id))
         return {};
     return {QCA::KeyStoreEntry::TypeKeyBundle, QCA::KeyStoreEntry::TypeCertificate};
 }
@@ -164,7 +166,7 @@ QList<QCA::KeyStoreEntry::Type> TokenStoreList::entryTypes(int id) const
 QList<QCA::KeyStoreEntryContext *> TokenStoreList::entryList(int id)
 {
     QList<QCA::KeyStoreEntryContext *> list;
-    const auto store = TokenService::instance().store(id);
+    const auto store = m_tokens.store(id);
     if (!store)
         return list;
     const TokenContentsPtr contents = contentsOf(*store);
@@ -175,8 +177,8 @@ QList<QCA::KeyStoreEntryContext *> TokenStoreList::entryList(int id)
     const int count = std::min(int(entries.size()), shown);
     list.reserve(count);
     for (int i = 0; i < count; ++i)
-        list.append(
-            new TokenEntryContext(provider(), entries[size_t(i)], store->storeId, store->name));
+        list.append(new TokenEntryContext(provider(), m_tokens, entries[size_t(i)], store->storeId,
+                                          store->name));
     if (count < int(entries.size()))
         QTimer::singleShot(StepPause, this, [this, id] { showMore(id); });
     return list;
@@ -201,25 +203,26 @@ void TokenStoreList::showMore(int id)
 
 QCA::KeyStoreEntryContext *TokenStoreList::entry(int id, const QString &entryId)
 {
-    const auto store = TokenService::instance().store(id);
+    const auto store = m_tokens.store(id);
     const TokenEntryPtr found = store ? store->contents->entry(entryId) : nullptr;
-    return found ? new TokenEntryContext(provider(), found, store->storeId, store->name) : nullptr;
+    return found ? new TokenEntryContext(provider(), m_tokens, found, store->storeId, store->name)
+                 : nullptr;
 }
 
 QCA::KeyStoreEntryContext *TokenStoreList::entryPassive(const QString &serialized)
 {
-    return TokenEntryContext::restore(provider(), serialized);
+    return TokenEntryContext::restore(provider(), m_tokens, serialized);
 }
 
 StoreChangeResult TokenStoreList::perform(int id, const StoreChange &change)
 {
     const auto result = std::make_shared<StoreChangeResult>();
     const auto waiter = std::make_shared<Waiter>();
-    const bool isKnown = TokenService::instance().startChange(
-        storeId(id), change, [result, waiter](const StoreChangeResult &outcome) {
-            *result = outcome;
-            waiter->resolve();
-        });
+    const bool isKnown = startChange(m_tokens, storeId(id), change,
+                                     [result, waiter](const StoreChangeResult &outcome) {
+                                         *result = outcome;
+                                         waiter->resolve();
+                                     });
     if (!isKnown)
         return {};
     waiter->wait();

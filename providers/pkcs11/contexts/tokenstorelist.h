@@ -4,6 +4,7 @@
 
 #include "providers/pkcs11/contexts/trustedstores.h"
 #include "providers/pkcs11/life/tokenservice.h"
+#include "qca/tokens/storechange.h"
 
 #include <QHash>
 #include <QTimer>
@@ -19,7 +20,8 @@ namespace Trivex {
 class TokenStoreList : public QCA::KeyStoreListContext {
     Q_OBJECT
 public:
-    explicit TokenStoreList(QCA::Provider *provider);
+    TokenStoreList(QCA::Provider *provider, TokenService &service, TokenTable &tokens,
+                   FirstScan &scan);
     ~TokenStoreList() override;
 
     QCA::Provider::Context *clone() const override;
@@ -56,6 +58,9 @@ private:
     /// Waits for its end, as QCA wants it.
     StoreChangeResult perform(int id, const StoreChange &change);
 
+    TokenService &m_service;
+    TokenTable &m_tokens;
+    FirstScan &m_scan;
     /// How many entries of a store are shown so far.
     QHash<int, int> m_shown;
     /// What was listed of a store the last time.

@@ -4,7 +4,6 @@
 
 #include "providers/pkcs11/calls/error.h"
 #include "providers/pkcs11/life/restartpause.h"
-#include "providers/pkcs11/life/tokenservice.h"
 
 #include <QLoggingCategory>
 
@@ -65,7 +64,14 @@ bool isAbsent(CK_RV result)
 
 /// What the host's thread works on; it outlives the host when the module hangs.
 struct ModuleHost::State {
-    Pkcs11::ModuleSource source;
+    State(Pkcs11::ModuleSource source, TokenTable &table)
+        : source(std::move(source))
+        , table(table)
+    {
+    }
+
+    const Pkcs11::ModuleSource source;
+    TokenTable &table;
     /// Of the host's thread alone.
     Pkcs11::ModulePtr module;
     RestartPause startPause{LongestStartPause};
@@ -192,7 +198,7 @@ void ModuleHost::State::add(CK_SLOT_ID slot, const TokenPtr &token)
             return;
         }
     }
-    TokenService::instance().detach(token);
+    table.detach(token);
 }
 
 void ModuleHost::State::remove(CK_SLOT_ID slot)
@@ -204,7 +210,7 @@ void ModuleHost::State::remove(CK_SLOT_ID slot)
         tokens.erase(slot);
     }
     if (token)
-        TokenService::instance().detach(token);
+        table.detach(token);
 }
 
 std::vector<TokenPtr> ModuleHost::State::close()
@@ -246,24 +252,23 @@ CK_RV ModuleHost::State::lookAt(CK_SLOT_ID slot)
 
 void ModuleHost::State::lookAtToken(CK_SLOT_ID slot, const CK_TOKEN_INFO &info)
 {
-    auto &service = TokenService::instance();
     const TokenPtr known = tokenIn(slot);
     if (known && known->storeId() == identityOf(info).storeId) {
-        service.publishFlags(known, info);
+        table.publishFlags(known, info);
         return;
     }
     remove(slot);
     if (!(info.flags & CKF_TOKEN_INITIALIZED))
         return;
     const auto choice = source.isTrust ? CertificateChoice::Trusted : CertificateChoice::All;
-    if (const TokenPtr token = service.attach(module, slot, info, choice))
+    if (const TokenPtr token = table.attach(module, slot, info, choice))
         add(slot, token);
 }
 
-ModuleHost::ModuleHost(Pkcs11::ModuleSource source)
-    : m_state(std::make_shared<State>())
+ModuleHost::ModuleHost(Pkcs11::ModuleSource source, TokenTable &tokens, FirstScan &scan)
+    : m_scan(scan)
+    , m_state(std::make_shared<State>(std::move(source), tokens))
 {
-    m_state->source = std::move(source);
 }
 
 ModuleHost::~ModuleHost()
@@ -273,10 +278,10 @@ ModuleHost::~ModuleHost()
 
 void ModuleHost::start()
 {
-    TokenService::instance().expect(m_state->source.key);
-    const auto look = [state = m_state] {
+    m_scan.expect(m_state->source.key);
+    const auto look = [state = m_state, &scan = m_scan] {
         state->poll();
-        TokenService::instance().fulfil(state->source.key);
+        scan.fulfil(state->source.key);
     };
     m_worker.start(PollInterval, look, [state = m_state] { state->module.reset(); });
     m_worker.post(look);
@@ -286,7 +291,7 @@ void ModuleHost::close()
 {
     m_worker.stop();
     for (const TokenPtr &token : m_state->close())
-        TokenService::instance().detach(token);
+        m_state->table.detach(token);
 }
 
 } // namespace Trivex

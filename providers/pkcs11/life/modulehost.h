@@ -2,8 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "providers/pkcs11/calls/module.h"
-#include "providers/pkcs11/life/worker.h"
+#include "providers/pkcs11/life/tokentable.h"
 
 #include <memory>
 
@@ -14,7 +13,9 @@ namespace Trivex {
 /// it a thread can't be ended without finalising the module for the whole process.
 class ModuleHost {
 public:
-    explicit ModuleHost(Pkcs11::ModuleSource source);
+    /// Puts the module's tokens into `tokens`, which has to live as long as the process does, and
+    /// so has `scan`.
+    ModuleHost(Pkcs11::ModuleSource source, TokenTable &tokens, FirstScan &scan);
     ~ModuleHost();
 
     void start();
@@ -25,6 +26,7 @@ public:
 private:
     struct State;
 
+    FirstScan &m_scan;
     std::shared_ptr<State> m_state;
     Worker m_worker;
 };

@@ -3,7 +3,6 @@
 #include "providers/pkcs11/life/modulewatch.h"
 
 #include "providers/pkcs11/life/modulelist.h"
-#include "providers/pkcs11/life/tokenservice.h"
 
 #include <algorithm>
 
@@ -29,6 +28,15 @@ QVector<Pkcs11::ModuleSource> modulesFor(const TokenSettings &settings)
 } // namespace
 
 struct ModuleWatch::State {
+    State(const TokenSettings &settings, TokenTable &tokens, FirstScan &scan)
+        : tokens(tokens)
+        , scan(scan)
+        , settings(settings)
+    {
+    }
+
+    TokenTable &tokens;
+    FirstScan &scan;
     std::mutex mutex;
     TokenSettings settings;
     bool stopped = false;
@@ -66,15 +74,14 @@ struct ModuleWatch::State {
         auto &host = hosts[source.key];
         if (host)
             return;
-        host = std::make_unique<ModuleHost>(source);
+        host = std::make_unique<ModuleHost>(source, tokens, scan);
         host->start();
     }
 };
 
-ModuleWatch::ModuleWatch(const TokenSettings &settings)
-    : m_state(std::make_shared<State>())
+ModuleWatch::ModuleWatch(const TokenSettings &settings, TokenTable &tokens, FirstScan &scan)
+    : m_state(std::make_shared<State>(settings, tokens, scan))
 {
-    m_state->settings = settings;
 }
 
 ModuleWatch::~ModuleWatch()
@@ -84,12 +91,11 @@ ModuleWatch::~ModuleWatch()
 
 void ModuleWatch::start()
 {
-    auto &service = TokenService::instance();
-    service.expect(QStringLiteral("first look"));
+    m_state->scan.expect(QStringLiteral("first look"));
     m_worker.start(LookInterval, [state = m_state] { look(*state); });
-    m_worker.post([state = m_state, &service] {
+    m_worker.post([state = m_state] {
         look(*state);
-        service.fulfil(QStringLiteral("first look"));
+        state->scan.fulfil(QStringLiteral("first look"));
     });
 }
 
@@ -110,7 +116,7 @@ void ModuleWatch::look(State &state)
     state.removeAllBut(sources);
     for (const Pkcs11::ModuleSource &source : qAsConst(sources))
         state.add(source);
-    TokenService::instance().checkPatience();
+    state.scan.checkPatience();
 }
 
 void ModuleWatch::stop()

@@ -23,7 +23,8 @@ struct TokenSettings {
 /// second, in a thread of its own, so that a module comes and goes with its file.
 class ModuleWatch {
 public:
-    explicit ModuleWatch(const TokenSettings &settings);
+    /// `tokens` and `scan`: as for `ModuleHost`.
+    ModuleWatch(const TokenSettings &settings, TokenTable &tokens, FirstScan &scan);
     ~ModuleWatch();
 
     void start();

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/life/token.h"
 
-#include "providers/pkcs11/life/tokenservice.h"
 #include "qca/tokens/tokenregistry.h"
 
 #include <algorithm>
@@ -17,10 +16,7 @@ namespace {
 
 TokenError describe(const Error &error, const QString &storeId, Purpose purpose)
 {
-    TokenError description;
-    description.kind = error.kind();
-    description.keyStoreId = storeId;
-    description.purpose = purpose;
+    TokenError description = failure(error.kind(), storeId, purpose);
     description.function = QString::fromLatin1(error.function());
     description.returnValue = error.returnValue();
     if (error.returnValue() != CKR_OK)
@@ -43,6 +39,15 @@ bool changesObjects(Purpose purpose)
 }
 
 } // namespace
+
+TokenError failure(TokenError::Kind kind, const QString &storeId, Purpose purpose)
+{
+    TokenError result;
+    result.kind = kind;
+    result.keyStoreId = storeId;
+    result.purpose = purpose;
+    return result;
+}
 
 /// One operation on its way. It may be ended early, by its token's removal or by a cancellation,
 /// while a module still holds its thread; and when it is dropped without having run, its token is
@@ -96,7 +101,7 @@ public:
 
     void finish(TokenError::Kind kind)
     {
-        finish(describe(Error(kind), connection->identity().storeId, purpose));
+        finish(failure(kind, connection->identity().storeId, purpose));
     }
 
     const std::shared_ptr<TokenConnection> connection;
@@ -114,8 +119,9 @@ private:
 };
 
 Token::Token(Pkcs11::ModulePtr module, CK_SLOT_ID slot, const TokenIdentity &identity,
-             const QCA::KeyStoreInfo &store, CertificateChoice choice)
+             const QCA::KeyStoreInfo &store, CertificateChoice choice, TokenListener &listener)
     : m_storeId(identity.storeId)
+    , m_listener(listener)
     , m_connection(
           std::make_shared<TokenConnection>(std::move(module), slot, identity, store, choice))
 {
@@ -133,46 +139,16 @@ void Token::start(Worker::Milliseconds loginLifetime)
 
 void Token::read()
 {
-    m_worker.post([connection = m_connection] {
-        auto &service = TokenService::instance();
+    m_worker.post([connection = m_connection, &listener = m_listener] {
         try {
             connection->read();
             connection->noteSuccess();
-            service.publishContents(*connection);
+            listener.publishContents(*connection);
         } catch (const Error &error) {
             connection->noteFailure(error);
-            service.publishReadFailure(*connection);
+            listener.publishReadFailure(*connection);
         }
     });
-}
-
-TokenError Token::run(Operation operation, Work work)
-{
-    struct Outcome {
-        Waiter completion;
-        TokenError error;
-    };
-    const auto outcome = std::make_shared<Outcome>();
-    outcome->error.kind = TokenError::Cancelled;
-    const CancellationPtr cancellation = operation.cancellation();
-    post(std::move(operation), std::move(work), [outcome](const TokenError &error) {
-        outcome->error = error;
-        outcome->completion.resolve();
-    });
-    outcome->completion.wait();
-    if (outcome->completion.isResolved())
-        return outcome->error;
-    // The application has ended the waiting, and nobody will hear of the outcome.
-    cancellation->request();
-    return cancelledError();
-}
-
-TokenError Token::cancelledError() const
-{
-    TokenError error;
-    error.kind = TokenError::Cancelled;
-    error.keyStoreId = m_storeId;
-    return error;
 }
 
 void Token::post(Operation operation, Work work, Then then)
@@ -185,7 +161,7 @@ void Token::post(Operation operation, Work work, Then then)
         m_tasks.erase(std::remove_if(m_tasks.begin(), m_tasks.end(), isOver), m_tasks.end());
         m_tasks.push_back(task);
     }
-    m_worker.post([task] { perform(*task); });
+    m_worker.post([task, &listener = m_listener] { perform(*task, listener); });
 }
 
 std::vector<std::shared_ptr<Token::Task>> Token::openTasks() const
@@ -199,22 +175,21 @@ std::vector<std::shared_ptr<Token::Task>> Token::openTasks() const
     return open;
 }
 
-void Token::perform(Task &task)
+void Token::perform(Task &task, TokenListener &listener)
 {
     TokenConnection &connection = *task.connection;
-    auto &service = TokenService::instance();
     if (!task.claim())
         return;
     const TokenConnection::Scope scope(connection, task.cancellation);
-    service.publishBusy(connection, task.purpose);
+    listener.publishBusy(connection, task.purpose);
     const TokenContentsPtr before = connection.contents();
     const TokenError error = attempt(task);
     // What was noted on the way may have been undone.
     if (error.kind != TokenError::NoError && connection.contents() != before)
         readQuietly(connection);
     if (connection.contents() != before)
-        service.publishContents(connection);
-    service.publishIdle(connection);
+        listener.publishContents(connection);
+    listener.publishIdle(connection);
     // What the work holds goes first, so that whoever waits is its only owner afterwards.
     task.work = {};
     task.finish(error);

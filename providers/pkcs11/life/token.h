@@ -4,9 +4,25 @@
 
 #include "providers/pkcs11/life/tokenconnection.h"
 #include "providers/pkcs11/life/worker.h"
-#include "qca/questions/waiter.h"
+#include "qca/tokens/tokens.h"
 
 namespace Trivex {
+
+/// Hears on the thread of a token what happens there. It has to live as long as the process does,
+/// because a module may hold such a thread for as long as it likes.
+class TokenListener {
+public:
+    virtual void publishContents(const TokenConnection &source) = 0;
+    virtual void publishReadFailure(const TokenConnection &source) = 0;
+    virtual void publishBusy(const TokenConnection &source, Purpose purpose) = 0;
+    virtual void publishIdle(const TokenConnection &source) = 0;
+
+protected:
+    ~TokenListener() = default;
+};
+
+/// Why an operation fails without a call that failed.
+TokenError failure(TokenError::Kind kind, const QString &storeId, Purpose purpose);
 
 /// A token that is plugged in, with the thread on which all its work is done. Thread-safe.
 ///
@@ -17,11 +33,11 @@ public:
     /// The work of an operation, on the token's thread; throws `Pkcs11::Error` and leaves nothing
     /// half done then, for it may be called once more.
     using Work = std::function<void(TokenConnection &, Operation &)>;
-    /// What follows it, on the token's thread, or on the caller's when the token is gone.
+    /// What follows it, on the token's thread, or on the caller's when the token has been closed.
     using Then = std::function<void(const TokenError &)>;
 
     Token(Pkcs11::ModulePtr module, CK_SLOT_ID slot, const TokenIdentity &identity,
-          const QCA::KeyStoreInfo &store, CertificateChoice choice);
+          const QCA::KeyStoreInfo &store, CertificateChoice choice, TokenListener &listener);
     ~Token();
 
     const QString &storeId() const { return m_storeId; }
@@ -33,9 +49,7 @@ public:
     void start(Worker::Milliseconds loginLifetime);
     /// Reads the token anew.
     void read();
-    /// Runs `work` and waits for its end; failures are published.
-    TokenError run(Operation operation, Work work);
-    /// Runs `work` and does not wait.
+    /// Runs `work` and does not wait; failures are published.
     void post(Operation operation, Work work, Then then);
     /// Asks the operations that run or wait for their turn to end. What waits never runs, and
     /// whoever waits for a signature or a key is let go at once. What comes later is not concerned.
@@ -45,13 +59,13 @@ public:
 
 private:
     class Task;
-    TokenError cancelledError() const;
-    static void perform(Task &task);
+    static void perform(Task &task, TokenListener &listener);
     static TokenError attempt(Task &task);
     static void work(Task &task);
     std::vector<std::shared_ptr<Task>> openTasks() const;
 
     const QString m_storeId;
+    TokenListener &m_listener;
     /// Shared with the thread, which may outlive this object.
     std::shared_ptr<TokenConnection> m_connection;
     mutable std::mutex m_tasksMutex;

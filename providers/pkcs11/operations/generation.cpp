@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/operations/generation.h"
 
-#include "providers/pkcs11/life/tokenservice.h"
 #include "qca/questions/mailbox.h"
 
 #include <mutex>
@@ -25,26 +24,6 @@ struct Generation::Shared {
     void work(TokenConnection &connection, Operation &operation, const GenerationRequest &request);
     void post(std::function<void()> function);
 };
-
-namespace {
-
-TokenPtr targetOf(const Operation &operation)
-{
-    return operation.keyStoreId().isEmpty()
-        ? nullptr
-        : TokenService::instance().token(operation.keyStoreId());
-}
-
-void publishMissingToken(const Operation &operation)
-{
-    TokenError error;
-    error.kind = TokenError::TokenRemoved;
-    error.keyStoreId = operation.keyStoreId();
-    error.purpose = Purpose::Generate;
-    publishTokenError(error);
-}
-
-} // namespace
 
 void Generation::Shared::work(TokenConnection &connection, Operation &operation,
                               const GenerationRequest &request)
@@ -76,7 +55,10 @@ void Generation::Shared::post(std::function<void()> function)
         mailbox->post(std::move(function));
 }
 
-Generation::Generation() = default;
+Generation::Generation(TokenTable &tokens)
+    : m_tokens(tokens)
+{
+}
 
 Generation::~Generation()
 {
@@ -88,12 +70,9 @@ void Generation::abandon()
     const auto shared = std::move(m_shared);
     TokenKeyReference left;
     // What was made, but never heard of, is removed again.
-    const TokenPtr token = shared && shared->end(&left) && left.key
-        ? TokenService::instance().token(left.storeId)
-        : nullptr;
-    if (!token)
+    if (!shared || !shared->end(&left) || !left.key)
         return;
-    token->post(
+    m_tokens.post(
         Operation::unattended(Purpose::Remove, left.storeId),
         [left](TokenConnection &connection, Operation &) {
             removeKeyPair(connection, left.key->publicInfo);
@@ -106,9 +85,6 @@ void Generation::start(const GenerationRequest &request, bool block, Done done)
     abandon();
     const auto shared = m_shared = std::make_shared<Shared>();
     Operation operation(Purpose::Generate);
-    const TokenPtr token = targetOf(operation);
-    if (!token)
-        publishMissingToken(operation);
     auto work = [shared, request](TokenConnection &connection, Operation &running) {
         shared->work(connection, running, request);
     };
@@ -119,19 +95,14 @@ void Generation::start(const GenerationRequest &request, bool block, Done done)
             done(made);
     };
     if (block) {
-        if (token)
-            token->run(std::move(operation), std::move(work));
+        m_tokens.run(std::move(operation), std::move(work));
         deliver();
         return;
     }
     shared->mailbox.reset(new Mailbox);
-    auto then = [shared, deliver = std::move(deliver)](const TokenError &) {
-        shared->post(deliver);
-    };
-    if (token)
-        token->post(std::move(operation), std::move(work), std::move(then));
-    else
-        then(TokenError());
+    m_tokens.post(
+        std::move(operation), std::move(work),
+        [shared, deliver = std::move(deliver)](const TokenError &) { shared->post(deliver); });
 }
 
 } // namespace Trivex

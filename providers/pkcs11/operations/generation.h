@@ -17,7 +17,7 @@ public:
     /// Called on the owner's thread; with an empty reference after a failure.
     using Done = std::function<void(const TokenKeyReference &)>;
 
-    Generation();
+    explicit Generation(TokenTable &tokens);
     ~Generation();
     Generation(const Generation &) = delete;
     Generation &operator=(const Generation &) = delete;
@@ -30,6 +30,7 @@ private:
     struct Shared;
     void abandon();
 
+    TokenTable &m_tokens;
     std::shared_ptr<Shared> m_shared;
 };
 

@@ -4,7 +4,6 @@
 
 #include "providers/pkcs11/calls/attributes.h"
 #include "providers/pkcs11/contents/gostkeys.h"
-#include "providers/pkcs11/life/tokenservice.h"
 #include "qca/asn1/derwriter.h"
 #include "qca/asn1/handles.h"
 #include "qca/base/secret.h"
@@ -163,24 +162,17 @@ QByteArray signGost(TokenConnection &connection, Operation &operation, const Tok
     return signature;
 }
 
-bool perform(Purpose purpose, const TokenKeyReference &reference, Token::Work work)
+bool perform(TokenTable &tokens, Purpose purpose, const TokenKeyReference &reference,
+             Token::Work work)
 {
-    const TokenPtr token = TokenService::instance().token(reference.storeId);
-    if (!token) {
-        TokenError error;
-        error.kind = TokenError::TokenRemoved;
-        error.keyStoreId = reference.storeId;
-        error.purpose = purpose;
-        publishTokenError(error);
-        return false;
-    }
-    const TokenError error = token->run(Operation(purpose, reference.storeId), std::move(work));
+    const TokenError error = tokens.run(Operation(purpose, reference.storeId), std::move(work));
     return error.kind == TokenError::NoError;
 }
 
 } // namespace
 
-bool signOnToken(const TokenKeyReference &reference, const QByteArray &block, QByteArray *signature)
+bool signOnToken(TokenTable &tokens, const TokenKeyReference &reference, const QByteArray &block,
+                 QByteArray *signature)
 {
     const auto result = std::make_shared<QByteArray>();
     const auto work = [result, block, key = reference.key](TokenConnection &connection,
@@ -191,13 +183,13 @@ bool signOnToken(const TokenKeyReference &reference, const QByteArray &block, QB
         if (key->type == CKK_EC)
             *result = ecdsaSignature(*result);
     };
-    if (!perform(Purpose::Sign, reference, work) || result->isEmpty())
+    if (!perform(tokens, Purpose::Sign, reference, work) || result->isEmpty())
         return false;
     *signature = *result;
     return true;
 }
 
-bool signMessageOnToken(const TokenKeyReference &reference,
+bool signMessageOnToken(TokenTable &tokens, const TokenKeyReference &reference,
                         const std::optional<QByteArray> &message, const QByteArray &digest,
                         QByteArray *signature)
 {
@@ -209,13 +201,13 @@ bool signMessageOnToken(const TokenKeyReference &reference,
     const auto work = [=, key = reference.key](TokenConnection &connection, Operation &operation) {
         *result = signGost(connection, operation, *key, *mechanisms, message, digest);
     };
-    if (!perform(Purpose::Sign, reference, work))
+    if (!perform(tokens, Purpose::Sign, reference, work))
         return false;
     *signature = *result;
     return true;
 }
 
-bool decryptOnToken(const TokenKeyReference &reference, const QByteArray &data,
+bool decryptOnToken(TokenTable &tokens, const TokenKeyReference &reference, const QByteArray &data,
                     QCA::SecureArray *plain)
 {
     const auto result = std::make_shared<Secret>();
@@ -223,7 +215,7 @@ bool decryptOnToken(const TokenKeyReference &reference, const QByteArray &data,
                                                           Operation &operation) {
         *result = useKey(connection, operation, *key, DecryptCalls, mechanismFor(key->type), data);
     };
-    if (!perform(Purpose::Decrypt, reference, work))
+    if (!perform(tokens, Purpose::Decrypt, reference, work))
         return false;
     *plain = result->toSecureArray();
     return true;

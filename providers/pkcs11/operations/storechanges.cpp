@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/operations/storechanges.h"
 
-#include "providers/pkcs11/life/tokenservice.h"
 #include "providers/pkcs11/operations/objectremover.h"
 #include "providers/pkcs11/operations/objectwriter.h"
 #include "qca/keys/pkeycontainer.h"
@@ -40,13 +39,13 @@ BundleToWrite bundleFrom(const QCA::KeyBundle &bundle)
     return result;
 }
 
-} // namespace
-
 Purpose purposeOf(const StoreChange &change)
 {
     return change.kind == StoreChange::RemoveEntry ? Purpose::Remove : Purpose::Write;
 }
 
+/// The work of the change, for the token's thread. It puts the id of what was written into
+/// `written`.
 Token::Work workOf(const StoreChange &change, const std::shared_ptr<QString> &written)
 {
     if (change.kind == StoreChange::RemoveEntry) {
@@ -66,33 +65,22 @@ Token::Work workOf(const StoreChange &change, const std::shared_ptr<QString> &wr
     };
 }
 
-bool TokenService::startChange(const QString &keyStoreId, const StoreChange &change,
-                               StoreChangeDone done)
+} // namespace
+
+bool startChange(TokenTable &tokens, const QString &keyStoreId, const StoreChange &change,
+                 StoreChangeDone done)
 {
-    if (!store(keyStoreId))
+    if (!tokens.store(keyStoreId))
         return false;
-    const Purpose purpose = purposeOf(change);
-    // Made even when the token is gone: it takes the answers that were stored for it.
-    Operation operation(purpose, keyStoreId, change.owner);
-    const TokenPtr live = token(keyStoreId);
-    if (!live) {
-        TokenError error;
-        error.kind = TokenError::TokenRemoved;
-        error.keyStoreId = keyStoreId;
-        error.purpose = purpose;
-        publishTokenError(error);
-        done({});
-        return true;
-    }
     const auto written = std::make_shared<QString>();
-    live->post(std::move(operation), workOf(change, written),
-               [written, done = std::move(done)](const TokenError &error) {
-                   StoreChangeResult result;
-                   result.succeeded = error.kind == TokenError::NoError;
-                   if (result.succeeded)
-                       result.entryId = *written;
-                   done(result);
-               });
+    tokens.post(Operation(purposeOf(change), keyStoreId, change.owner), workOf(change, written),
+                [written, done = std::move(done)](const TokenError &error) {
+                    StoreChangeResult result;
+                    result.succeeded = error.kind == TokenError::NoError;
+                    if (result.succeeded)
+                        result.entryId = *written;
+                    done(result);
+                });
     return true;
 }
 

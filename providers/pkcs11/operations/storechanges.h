@@ -2,15 +2,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "providers/pkcs11/life/token.h"
+#include "providers/pkcs11/life/tokentable.h"
 #include "qca/tokens/storechange.h"
 
 namespace Trivex {
 
-Purpose purposeOf(const StoreChange &change);
-
-/// The work of the change, for the token's thread. It puts the id of what was written into
-/// `written`.
-Token::Work workOf(const StoreChange &change, const std::shared_ptr<QString> &written);
+/// Starts the change on the token of the store `keyStoreId`; see `TokenBackend::startChange`.
+bool startChange(TokenTable &tokens, const QString &keyStoreId, const StoreChange &change,
+                 StoreChangeDone done);
 
 } // namespace Trivex

@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/contexts/providerbackend.h"
+
+#include "providers/pkcs11/contexts/tokenentrycontext.h"
+#include "providers/pkcs11/operations/storechanges.h"
+#include "qca/keys/keys.h"
+#include "qca/keys/pkeycontainer.h"
+
+#include <utility>
+
+namespace Trivex {
+
+ProviderBackend::ProviderBackend(TokenTable &tokens)
+    : m_tokens(tokens)
+{
+}
+
+void ProviderBackend::setProvider(QCA::Provider *provider)
+{
+    m_provider = provider;
+}
+
+QCA::PrivateKey ProviderBackend::findPrivateKey(const QString &keyStoreId,
+                                                const QCA::PublicKey &publicKey)
+{
+    QCA::PrivateKey result;
+    const QByteArray publicInfo = encodedPublicKey(publicKey);
+    QCA::Provider *provider = m_provider;
+    if (!provider || publicInfo.isEmpty())
+        return result;
+    TokenKeyPtr key = keyIn(keyStoreId, publicInfo);
+    if (!key && logIn(keyStoreId))
+        key = keyIn(keyStoreId, publicInfo);
+    if (QCA::PKeyBase *context = makeTokenKey(provider, m_tokens, keyStoreId, key))
+        result.change(new PKeyContainer(provider, context));
+    return result;
+}
+
+void ProviderBackend::cancelOperation(const QString &keyStoreId)
+{
+    m_tokens.cancel(keyStoreId);
+}
+
+bool ProviderBackend::startChange(const QString &keyStoreId, const StoreChange &change,
+                                  StoreChangeDone done)
+{
+    return Trivex::startChange(m_tokens, keyStoreId, change, std::move(done));
+}
+
+TokenKeyPtr ProviderBackend::keyIn(const QString &keyStoreId, const QByteArray &publicInfo) const
+{
+    const auto found = m_tokens.store(keyStoreId);
+    const TokenKeyPtr key = found ? found->contents->keyFor(publicInfo) : nullptr;
+    if (!key || !key->publicInfo.isEmpty())
+        return key;
+    // Known by its id only: the public half is the one that was asked for.
+    auto complete = std::make_shared<TokenKey>(*key);
+    complete->publicInfo = publicInfo;
+    return complete;
+}
+
+bool ProviderBackend::logIn(const QString &keyStoreId) const
+{
+    const auto found = m_tokens.store(keyStoreId);
+    // The store of a token that has gone hides nothing.
+    if (!found || !found->contents->keysHidden)
+        return false;
+    const TokenError error =
+        m_tokens.run(Operation(Purpose::Sign, keyStoreId),
+                     [](TokenConnection &connection, Operation &operation) {
+                         connection.login(operation, TokenConnection::LoginFor::PrivateKeys);
+                     });
+    return error.kind == TokenError::NoError;
+}
+
+} // namespace Trivex

@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "providers/pkcs11/life/tokentable.h"
+#include "qca/tokens/tokenregistry.h"
+
+#include <atomic>
+
+namespace Trivex {
+
+/// What the adapter asks of the tokens.
+class ProviderBackend : public TokenBackend {
+public:
+    explicit ProviderBackend(TokenTable &tokens);
+
+    /// The provider that owns the keys which are found here; null while none is loaded.
+    void setProvider(QCA::Provider *provider);
+
+    QCA::PrivateKey findPrivateKey(const QString &keyStoreId,
+                                   const QCA::PublicKey &publicKey) override;
+    void cancelOperation(const QString &keyStoreId) override;
+    bool startChange(const QString &keyStoreId, const StoreChange &change,
+                     StoreChangeDone done) override;
+
+private:
+    TokenKeyPtr keyIn(const QString &keyStoreId, const QByteArray &publicInfo) const;
+    /// True when the token has been asked for a login that it wanted, and may show more now.
+    bool logIn(const QString &keyStoreId) const;
+
+    TokenTable &m_tokens;
+    std::atomic<QCA::Provider *> m_provider = nullptr;
+};
+
+} // namespace Trivex

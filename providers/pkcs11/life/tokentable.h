@@ -1,0 +1,98 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "providers/pkcs11/life/firstscan.h"
+#include "providers/pkcs11/life/token.h"
+#include "qca/tokens/tokens.h"
+
+#include <QObject>
+
+#include <functional>
+#include <mutex>
+#include <optional>
+
+namespace Trivex {
+
+/// What a key store of a token is at the moment; a copy.
+struct TokenStore {
+    int id = 0; ///< QCA's context id
+    QString storeId;
+    QString name;
+    QCA::KeyStore::Type type = QCA::KeyStore::SmartCard;
+    bool readOnly = false;
+    bool present = false;
+    TokenContentsPtr contents;
+};
+
+/// The tokens of the process and their key stores: filled by the threads of modules and tokens,
+/// looked up by everybody. Thread-safe; look-ups never wait for a module.
+///
+/// The store of a token that has gone stays, without entries, until the table is cleared.
+class TokenTable : public QObject, public TokenListener {
+    Q_OBJECT
+public:
+    /// Has to live as long as the process does, because a thread that a module holds may come back
+    /// late. So has `scan`.
+    explicit TokenTable(FirstScan &scan);
+    ~TokenTable() override;
+
+    /// Takes tokens from now on, with logins that end when they were not used for so long (0:
+    /// never).
+    void open();
+    void setLoginLifetime(std::chrono::minutes lifetime);
+    /// Takes no more tokens.
+    void close();
+    /// Forgets all stores.
+    void clear();
+
+    QList<int> stores() const;
+    std::optional<TokenStore> store(int id) const;
+    std::optional<TokenStore> store(const QString &storeId) const;
+
+    /// Does `work` for the purpose of `operation` on the token that it names, and waits for its
+    /// end. A failure is published, the absence of the token too.
+    TokenError run(Operation operation, Token::Work work) const;
+    /// The same without waiting; `then` follows on the token's thread, or before this returns when
+    /// the token is gone. Nobody hears of a token that is gone when the operation is unattended.
+    void post(Operation operation, Token::Work work, Token::Then then) const;
+    /// See `Token::cancel`.
+    void cancel(const QString &storeId) const;
+
+    // For module threads.
+    /// Makes the token known and starts it; null when the same token is there already.
+    TokenPtr attach(const Pkcs11::ModulePtr &module, CK_SLOT_ID slot, const CK_TOKEN_INFO &info,
+                    CertificateChoice choice);
+    void detach(const TokenPtr &token);
+    void publishFlags(const TokenPtr &token, const CK_TOKEN_INFO &info);
+
+    // Ignored when the token has been detached meanwhile.
+    void publishContents(const TokenConnection &source) override;
+    void publishReadFailure(const TokenConnection &source) override;
+    void publishBusy(const TokenConnection &source, Purpose purpose) override;
+    void publishIdle(const TokenConnection &source) override;
+
+Q_SIGNALS:
+    // Emitted on any thread.
+    void storesChanged();
+    void contentsChanged(int id);
+
+private:
+    struct Record;
+
+    Record *record(const QString &storeId) const;
+    Record *recordOf(const TokenConnection &source) const;
+    Record &makeRecord(const TokenIdentity &identity, CertificateChoice choice);
+    QString distinctName(const TokenIdentity &identity) const;
+    TokenPtr token(const QString &storeId) const;
+    void publish(const TokenConnection &source, const std::function<void(Record &)> &change);
+
+    FirstScan &m_scan;
+    mutable std::mutex m_mutex;
+    std::vector<std::shared_ptr<Record>> m_records;
+    std::chrono::minutes m_loginLifetime{0};
+    bool m_isOpen = false;
+    int m_nextId = 1;
+};
+
+} // namespace Trivex
