@@ -3,7 +3,6 @@
 #include "certificates/certificate.h"
 
 #include "certificates/certificatetext.h"
-#include "certificates/x509fields.h"
 #include "qca/adapter/reading.h"
 #include "qca/base/filenames.h"
 #include "qca/base/infotypes.h"
@@ -165,18 +164,8 @@ QString Certificate::publicKeyTypeAlgorithm() const
 {
     if (m_certificate.isNull())
         return QString();
-    switch (Trivex::keyType(m_certificate.subjectPublicKey())) {
-    case Trivex::RsaKey:
-        return QStringLiteral("RSA");
-    case Trivex::DsaKey:
-        return QStringLiteral("DSA");
-    case Trivex::DhKey:
-        return QStringLiteral("DH");
-    case Trivex::EllipticCurveKey:
-        return Trivex::ellipticCurveText();
-    default:
-        return Trivex::publicKeyAlgorithmName(m_certificate.toDER());
-    }
+    const QString name = Trivex::keyTypeName(Trivex::keyType(m_certificate.subjectPublicKey()));
+    return name.isEmpty() ? Trivex::publicKeyAlgorithmName(m_certificate) : name;
 }
 
 QString Certificate::publicKeyMarker() const

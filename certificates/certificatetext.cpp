@@ -73,10 +73,4 @@ QString signatureText(int number)
     return QString::fromLatin1(signatureTemplates[size_t(number)]).arg(qtTrId("trivex-p-la-with"));
 }
 
-QString ellipticCurveText()
-{
-    static const QString text = QStringLiteral("Elliptic Curve");
-    return text;
-}
-
 } // namespace Trivex

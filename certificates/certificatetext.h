@@ -16,7 +16,4 @@ QString hexText(const QByteArray &bytes, QChar separator);
 /// The text of signature algorithm `number` (`Trivex::signatureAlgorithm()`).
 QString signatureText(int number);
 
-/// "Elliptic Curve"; not translated.
-QString ellipticCurveText();
-
 } // namespace Trivex

@@ -6,6 +6,7 @@
 #include "keystores/providerlookup.h"
 #include "qca/adapter/entries.h"
 #include "qca/adapter/stores.h"
+#include "qca/base/libcrypto.h"
 #include "qca/base/providers.h"
 #include "qca/keys/keys.h"
 #include "qca/questions/openquestions.h"
@@ -15,8 +16,6 @@
 
 #include <QDebug>
 #include <QQmlEngine>
-
-#include <openssl/crypto.h>
 
 namespace {
 
@@ -93,10 +92,7 @@ void KeyStoreModel::setUpProvider()
     if (!m_provider)
         return;
     m_providerReady = true;
-    OPENSSL_init_crypto(OPENSSL_INIT_ADD_ALL_CIPHERS | OPENSSL_INIT_ADD_ALL_DIGESTS
-                            | OPENSSL_INIT_LOAD_CONFIG,
-                        nullptr);
-    OPENSSL_init_crypto(OPENSSL_INIT_LOAD_CRYPTO_STRINGS, nullptr);
+    Trivex::initialiseLibcrypto();
     m_providerConfig.insert(QStringLiteral("allow_load_rootca"), QVariant(true));
     QCA::setProviderConfig(m_provider->name(), m_providerConfig);
 }

@@ -84,18 +84,7 @@ QString CertificateRequest::publicKeyTypeAlgorithm() const
     int type = Trivex::keyType(m_privateKey);
     if (Trivex::publicKeyOf(m_privateKey).isNull())
         type = Trivex::keyType(requestPublicKey());
-    switch (type) {
-    case Trivex::RsaKey:
-        return QStringLiteral("RSA");
-    case Trivex::DsaKey:
-        return QStringLiteral("DSA");
-    case Trivex::DhKey:
-        return QStringLiteral("DH");
-    case Trivex::EllipticCurveKey:
-        return QStringLiteral("Elliptic Curve");
-    default:
-        return {};
-    }
+    return Trivex::keyTypeName(type);
 }
 
 QString CertificateRequest::privateKeyAvailability() const

@@ -37,6 +37,13 @@ int keyType(const QCA::PKey &key)
     return int(context->type());
 }
 
+QString keyTypeName(int type)
+{
+    static const QStringList names = {QStringLiteral("RSA"), QStringLiteral("DSA"),
+                                      QStringLiteral("DH"), QStringLiteral("Elliptic Curve")};
+    return names.value(type);
+}
+
 QByteArray encodedPublicKey(const QCA::PKey &key)
 {
     const QCA::PKeyBase *context = keyContext(key);

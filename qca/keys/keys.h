@@ -12,6 +12,10 @@ namespace Trivex {
 /// The kind of `key`; `UnknownKey` for a null key. Safe for the keys of any provider.
 TRIVEX_QCA_EXPORT int keyType(const QCA::PKey &key);
 
+/// What a key of kind `type` is called, in every language; empty for kinds that have no text of
+/// ours.
+TRIVEX_QCA_EXPORT QString keyTypeName(int type);
+
 /// DER SubjectPublicKeyInfo (RFC 5280, 4.1) of `key`; empty for a null key or one whose provider
 /// can't encode it.
 TRIVEX_QCA_EXPORT QByteArray encodedPublicKey(const QCA::PKey &key);

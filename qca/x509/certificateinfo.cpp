@@ -2,7 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "qca/x509/certificateinfo.h"
 
-#include "qca/x509/certificatefields.h"
+#include "qca/keys/keys.h"
+#include "qca/x509/certificatedata.h"
+
+#include <openssl/err.h>
+#include <openssl/objects.h>
 
 #include <array>
 
@@ -33,6 +37,42 @@ int numberOf(const QByteArray &oid)
     return UnknownSignature;
 }
 
+constexpr int MaxStreetBytes = 1023;
+
+/// As much of `text` as fits in UTF-8, in whole characters.
+QString cutStreet(const QString &text)
+{
+    int bytes = 0;
+    int end = 0;
+    while (end < text.size()) {
+        const bool isPair = text.at(end).isHighSurrogate() && end + 1 < text.size()
+            && text.at(end + 1).isLowSurrogate();
+        const ushort unit = text.at(end).unicode();
+        bytes += isPair ? 4 : unit < 0x80 ? 1 : unit < 0x800 ? 2 : 3;
+        if (bytes > MaxStreetBytes)
+            break;
+        end += isPair ? 2 : 1;
+    }
+    return text.left(end);
+}
+
+X509Handle nativeOf(const QCA::Certificate &certificate)
+{
+    const auto data =
+        certificate.isNull() ? nullptr : CertificateData::fromDer(certificate.toDER());
+    return data ? data->native() : nullptr;
+}
+
+/// The algorithm's number by its identifier, for keys that libcrypto has no code to decode.
+int undecodableAlgorithm(const X509 *certificate)
+{
+    ASN1_OBJECT *algorithm = nullptr;
+    X509_PUBKEY_get0_param(&algorithm, nullptr, nullptr, nullptr,
+                           X509_get_X509_PUBKEY(certificate));
+    const int number = OBJ_obj2nid(algorithm);
+    return EVP_PKEY_asn1_find(nullptr, number) ? NID_undef : number;
+}
+
 } // namespace
 
 int signatureAlgorithm(const QCA::Certificate &certificate)
@@ -51,16 +91,30 @@ int signatureAlgorithm(const QCA::Certificate &certificate)
     return numberOf(Der::oidText(oid));
 }
 
-std::optional<QString> firstSubjectValue(const QCA::Certificate &certificate, const QString &oid)
+std::optional<QString> streetAddress(const QCA::Certificate &certificate)
 {
-    if (certificate.isNull())
-        return std::nullopt;
+    if (!nativeOf(certificate))
+        return QString();
     const QCA::CertificateInfoOrdered subject = certificate.subjectInfoOrdered();
     for (const QCA::CertificateInfoPair &pair : subject) {
-        if (pair.type().section() == QCA::CertificateInfoType::DN && pair.type().id() == oid)
-            return pair.value();
+        if (pair.type().section() == QCA::CertificateInfoType::DN
+            && pair.type().id() == QLatin1String("2.5.4.9"))
+            return cutStreet(pair.value());
     }
     return std::nullopt;
+}
+
+QString publicKeyAlgorithmName(const QCA::Certificate &certificate)
+{
+    const X509Handle native = nativeOf(certificate);
+    if (!native)
+        return {};
+    const PKeyHandle key(X509_get_pubkey(native.get()));
+    const int number = key ? EVP_PKEY_id(key.get()) : undecodableAlgorithm(native.get());
+    ERR_clear_error();
+    if (number == NID_X9_62_id_ecPublicKey)
+        return keyTypeName(EllipticCurveKey);
+    return number == NID_undef ? QString() : QString::fromUtf8(OBJ_nid2ln(number));
 }
 
 } // namespace Trivex

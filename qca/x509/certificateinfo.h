@@ -16,9 +16,16 @@ namespace Trivex {
 /// in that can't be read, so it works for the certificates of any provider.
 TRIVEX_QCA_EXPORT int signatureAlgorithm(const QCA::Certificate &certificate);
 
-/// The first value of the subject's attribute `oid` (dotted); nothing when it has none. For
-/// certificates of our own decoder, which keep every attribute.
-TRIVEX_QCA_EXPORT std::optional<QString> firstSubjectValue(const QCA::Certificate &certificate,
-                                                           const QString &oid);
+// Fields for which QCA has no name, of certificates of our own decoder. Libcrypto decides whether
+// it is a certificate: of one that it refuses, although we can read it, they are empty.
+
+/// The first street address (2.5.4.9) of the subject, in at most 1023 bytes of UTF-8; nothing when
+/// it has none. An empty text for a null certificate and one that libcrypto refuses.
+TRIVEX_QCA_EXPORT std::optional<QString> streetAddress(const QCA::Certificate &certificate);
+
+/// Libcrypto's long name of the public key's algorithm, "Elliptic Curve" for X9.62 keys. Empty when
+/// the certificate or its key can't be read or the algorithm has no name. The keys of algorithms
+/// that libcrypto knows by name only (GOST without an engine) are named all the same.
+TRIVEX_QCA_EXPORT QString publicKeyAlgorithmName(const QCA::Certificate &certificate);
 
 } // namespace Trivex

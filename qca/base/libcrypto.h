@@ -1,0 +1,13 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/base/trivexqcaexport.h"
+
+namespace Trivex {
+
+/// Loads libcrypto's ciphers, digests, error texts and the configuration of the machine.
+/// Thread-safe; does nothing where that has been done.
+TRIVEX_QCA_EXPORT void initialiseLibcrypto();
+
+} // namespace Trivex
