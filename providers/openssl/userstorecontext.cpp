@@ -3,12 +3,12 @@
 #include "providers/openssl/userstorecontext.h"
 
 #include "providers/openssl/userentrycontext.h"
+#include "qca/base/secondupdate.h"
 #include "qca/base/storethread.h"
 #include "qca/questions/operation.h"
 
 #include <QDeadlineTimer>
 #include <QStandardPaths>
-#include <QTimer>
 
 #include <mutex>
 #include <set>
@@ -18,8 +18,6 @@ namespace Trivex {
 namespace {
 
 constexpr int StoreNumber = 0;
-/// Long enough for the update before to have been seen; ms.
-constexpr int SecondLookPause = 150;
 
 /// The threads that read directories. Never deleted, because the end of the process stops them.
 struct Readers {
@@ -76,10 +74,8 @@ void UserStoreContext::announce(const UserSnapshot &snapshot)
 {
     Q_EMIT updated(); // the store shows with its first entries, not with its last
     Q_EMIT storeUpdated(StoreNumber);
-    // A list that is compared with one from before may keep its first row until the next update:
-    // the model does when the two first rows go together. So there is a next one.
     if (snapshot->size() <= m_announced && m_announced > 0)
-        QTimer::singleShot(SecondLookPause, this, [this] { Q_EMIT storeUpdated(StoreNumber); });
+        announceAgain(this, StoreNumber);
     m_announced = snapshot->size();
 }
 

@@ -4,6 +4,7 @@
 
 #include "providers/pkcs11/contexts/tokenentrycontext.h"
 #include "providers/pkcs11/operations/storechanges.h"
+#include "qca/base/secondupdate.h"
 #include "qca/base/storethread.h"
 #include "qca/questions/waiter.h"
 
@@ -18,8 +19,6 @@ constexpr int FirstStep = 500;
 constexpr int LargestStep = 2000;
 /// Between the fetching of one step and the announcement of the next.
 constexpr std::chrono::milliseconds StepPause{20};
-/// Long enough for the update before to have been seen.
-constexpr std::chrono::milliseconds SecondLookPause{150};
 /// Between two looks whether the first scan has taken too long.
 constexpr std::chrono::milliseconds PatiencePause{50};
 
@@ -188,10 +187,8 @@ void TokenStoreList::noteListed(int id, const TokenContentsPtr &contents)
 {
     const TokenContentsPtr before = m_listed.value(id);
     m_listed.insert(id, contents);
-    // A list that is compared with one from before may keep its first row until the next update:
-    // the model does when the two first rows go together. So there is a next one.
     if (before && before != contents && !before->entries.empty())
-        QTimer::singleShot(SecondLookPause, this, [this, id] { Q_EMIT storeUpdated(id); });
+        announceAgain(this, id);
 }
 
 void TokenStoreList::showMore(int id)

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/base/secondupdate.h"
+
+#include <QTimer>
+
+namespace Trivex {
+
+namespace {
+
+/// Long enough for the update before to have been seen.
+constexpr std::chrono::milliseconds Pause{150};
+
+} // namespace
+
+void announceAgain(QCA::KeyStoreListContext *list, int store)
+{
+    QTimer::singleShot(Pause, list, [list, store] { Q_EMIT list->storeUpdated(store); });
+}
+
+} // namespace Trivex
