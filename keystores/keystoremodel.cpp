@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "keystores/keystoremodel.h"
 
+#include "certificates/enginekeeper.h"
 #include "certificates/keystoreentry.h"
 #include "keystores/providerlookup.h"
 #include "qca/adapter/entries.h"
@@ -15,37 +16,36 @@
 #include "qca/questions/question.h"
 
 #include <QDebug>
+#include <QMetaMethod>
 #include <QQmlEngine>
+
+#include <algorithm>
 
 namespace {
 
 constexpr unsigned long ThreadPatience = 3000; // ms
 
-/// The stores of the application and the user are written elsewhere.
-bool isLocationId(const QString &id)
+KeyStoreModel::Error errorOf(QCA::ConvertResult result)
 {
-    static const QSet<QString> others = {QStringLiteral("APP"), QStringLiteral("USER"),
-                                         QStringLiteral("USERAPP")};
-    return !others.contains(id);
-}
-
-template <typename Object> QVariant handOut(Object *object)
-{
-    // Script must not collect what belongs to a row.
-    if (object)
-        QQmlEngine::setObjectOwnership(object, QQmlEngine::CppOwnership);
-    return QVariant::fromValue(object);
+    switch (result) {
+    case QCA::ErrorDecode:
+        return KeyStoreModel::ErrorDecode;
+    case QCA::ErrorPassphrase:
+        return KeyStoreModel::ErrorPassphrase;
+    case QCA::ErrorFile:
+        return KeyStoreModel::ErrorFile;
+    default:
+        return KeyStoreModel::ErrorUnknown;
+    }
 }
 
 } // namespace
 
 KeyStoreModel::KeyStoreModel(QObject *parent)
-    : QAbstractListModel(parent)
+    : StoreRows(parent)
     , m_keyStoreManager(this)
     , m_askerThread(new QcaAskerThread)
     , m_writer(std::make_unique<Trivex::StoreWriter>())
-    , m_importedCertificate(QCA::Certificate(), nullptr)
-    , m_certLocationModel(nullptr)
 {
     Trivex::startStores();
     connect(&m_keyStoreManager, &QCA::KeyStoreManager::keyStoreAvailable, this,
@@ -56,13 +56,11 @@ KeyStoreModel::KeyStoreModel(QObject *parent)
             &KeyStoreModel::ksmBusyFinished);
     connect(m_writer.get(), &Trivex::StoreWriter::written, this, &KeyStoreModel::entryWritten);
     connect(m_writer.get(), &Trivex::StoreWriter::removed, this, &KeyStoreModel::entryRemoved);
-    m_nextSlice.setInterval(0);
-    connect(&m_nextSlice, &QTimer::timeout, this, &KeyStoreModel::appendSlice);
     m_keyStoreManager.sync();
     m_askerThread->start(QThread::InheritPriority);
     setUpProvider();
     openKnownStores();
-    m_certLocationId = m_certLocationModel.firstSortedId();
+    m_desk.chooseFirst();
     m_busy = m_keyStoreManager.isBusy();
 }
 
@@ -104,72 +102,10 @@ void KeyStoreModel::openKnownStores()
         ksAvailable(id);
 }
 
-int KeyStoreModel::rowCount(const QModelIndex &) const
-{
-    return m_items.size();
-}
-
-QVariant KeyStoreModel::data(const QModelIndex &index, int role) const
-{
-    const int row = index.row();
-    if (row < 0 || row >= m_items.size())
-        return {};
-    const KeyStoreItem &item = m_items.at(row);
-    switch (role) {
-    case NameRole:
-        return nameText(row);
-    case KeyStoreEntryRole:
-        return handOut(item.entry.data());
-    case CertificateRole:
-        return handOut(item.entry->certificate());
-    case IssuerRole:
-        return issuerText(row);
-    case TypeRole:
-        return item.keyStore ? int(item.keyStore->type()) : -1;
-    case EntryIdRole:
-        return Trivex::entryId(item.entry->entry());
-    default:
-        return {};
-    }
-}
-
-QString KeyStoreModel::nameText(int row) const
-{
-    const Certificate *certificate = m_items.at(row).entry->certificate();
-    const QString name = certificate->commonName();
-    if (!name.isEmpty())
-        return name;
-    const QString unit = certificate->subjectOrganizationalUnit();
-    return unit.isEmpty() ? qtTrId("trivex-se-unnamed") : unit;
-}
-
-QString KeyStoreModel::issuerText(int row) const
-{
-    const Certificate *certificate = m_items.at(row).entry->certificate();
-    const QString issuer = certificate->issuer();
-    if (!issuer.isEmpty())
-        return issuer;
-    const QString organization = certificate->subjectOrganization();
-    return organization.isEmpty() ? qtTrId("trivex-se-unknown_organization") : organization;
-}
-
-QHash<int, QByteArray> KeyStoreModel::roleNames() const
-{
-    static const QHash<int, QByteArray> names = {
-        {NameRole, "name"},
-        {KeyStoreEntryRole, "keyStoreEntry"},
-        {CertificateRole, "certificate"},
-        {IssuerRole, "issuer"},
-        {TypeRole, "type"},
-        {EntryIdRole, "entryId"},
-    };
-    return names;
-}
-
 QAbstractListModel *KeyStoreModel::certLocation()
 {
-    QQmlEngine::setObjectOwnership(&m_certLocationModel, QQmlEngine::CppOwnership);
-    return &m_certLocationModel;
+    QQmlEngine::setObjectOwnership(m_desk.locations(), QQmlEngine::CppOwnership);
+    return m_desk.locations();
 }
 
 QCA::KeyStore *KeyStoreModel::keyStoreByName(const QString &name) const
@@ -210,27 +146,17 @@ void KeyStoreModel::ksAvailable(QString keyStoreId)
 {
     auto *keyStore = new QCA::KeyStore(keyStoreId, &m_keyStoreManager);
     m_keyStores.append(keyStore);
-    addLocation(*keyStore);
+    if (m_desk.addLocation(*keyStore, SoftHSM, qtTrId("trivex-me-softhsm")))
+        Q_EMIT certLocationChanged();
     connectStore(keyStore);
     keyStore->startAsynchronousMode();
     refreshBusy();
 }
 
-void KeyStoreModel::addLocation(const QCA::KeyStore &keyStore)
-{
-    if (!keyStore.isValid())
-        return; // it went while its arrival was on its way; it has no properties to ask for
-    if (keyStore.name().isEmpty() || keyStore.type() == QCA::KeyStore::System
-        || m_certLocationModel.containsType(keyStore.name()) || !isLocationId(keyStore.id()))
-        return;
-    m_certLocationModel.addRow(SoftHSM, qtTrId("trivex-me-softhsm"), keyStore.name());
-    Q_EMIT certLocationChanged();
-}
-
 void KeyStoreModel::connectStore(QCA::KeyStore *keyStore)
 {
     connect(keyStore, &QCA::KeyStore::updated, this, &KeyStoreModel::ksUpdated);
-    // Before the slot: it deletes the store and expects to find no rows of it.
+    // Before the slot: it deletes the store and expects to find no rows of it, docs/decisions/012.
     connect(keyStore, &QCA::KeyStore::unavailable, this, [this, keyStore] {
         if (!keyStore->id().isEmpty())
             Trivex::cancelQuestions(keyStore->id());
@@ -242,19 +168,29 @@ void KeyStoreModel::connectStore(QCA::KeyStore *keyStore)
     connect(keyStore, &QCA::KeyStore::entryRemoved, this, &KeyStoreModel::entryRemoved);
 }
 
+void KeyStoreModel::ksUpdated()
+{
+    const QPointer<QCA::KeyStore> keyStore(static_cast<QCA::KeyStore *>(sender()));
+    if (!keyStore || !keyStore->isValid() || keyStore->name().isEmpty()) {
+        qWarning() << "Error: KeyStore not valid";
+        return;
+    }
+    refreshBusy();
+    follow(keyStore);
+}
+
+void KeyStoreModel::bundleArrives(const QCA::KeyStoreEntry &entry)
+{
+    // The public key is costly to make, and without saved requests nobody listens.
+    static const QMetaMethod signal = QMetaMethod::fromSignal(&KeyStoreModel::keyBundleWritten);
+    if (isSignalConnected(signal))
+        Q_EMIT keyBundleWritten(Trivex::publicKeyOf(Trivex::entryKeyBundle(entry).privateKey()));
+}
+
 void KeyStoreModel::ksUnavailable()
 {
     auto *keyStore = qobject_cast<QCA::KeyStore *>(sender());
-    int row = 0;
-    while (row < rowCount()) {
-        if (m_items.at(row).keyStore == keyStore) {
-            beginRemoveRows(QModelIndex(), row, row);
-            removeRows(row, 1, QModelIndex());
-            endRemoveRows();
-        } else {
-            ++row;
-        }
-    }
+    announceRemovalOf(keyStore);
     // Its place stays.
     for (QPointer<QCA::KeyStore> &held : m_keyStores) {
         if (held == keyStore)
@@ -287,4 +223,124 @@ void KeyStoreModel::entryWritten(QString entryId)
 void KeyStoreModel::entryRemoved(bool success)
 {
     Q_EMIT entryRemovedChanged(success);
+}
+
+KeyStoreModel::Error KeyStoreModel::error() const
+{
+    return m_desk.failure() ? errorOf(*m_desk.failure()) : ErrorUnknown;
+}
+
+QString KeyStoreModel::importedCertificateFileName() const
+{
+    return m_desk.loaded().fileName();
+}
+
+bool KeyStoreModel::importedCertificateIsRoot() const
+{
+    return m_desk.loaded().isRoot();
+}
+
+QString KeyStoreModel::importedCertificateCommonName() const
+{
+    return m_desk.loaded().commonName();
+}
+
+bool KeyStoreModel::certificateFromPEMFile(QString path)
+{
+    return m_desk.load(path);
+}
+
+bool KeyStoreModel::keyBundleFromFile(QString path, QString password)
+{
+    const EngineKeeper keeper(this);
+    const QPointer<KeyStoreModel> self(this);
+    const auto loaded =
+        Trivex::readKeyBundle(path, QCA::SecureArray(password.toLocal8Bit().constData()));
+    return self && m_desk.load(loaded);
+}
+
+void KeyStoreModel::resetImportedCertificate()
+{
+    m_desk.reset();
+}
+
+void KeyStoreModel::resetImportedKeyBundle()
+{
+    m_desk.resetBundle();
+}
+
+void KeyStoreModel::setCertLocationId(int id)
+{
+    m_desk.choose(id);
+}
+
+QCA::KeyStore *KeyStoreModel::importTarget() const
+{
+    const ComboBoxModel::Row row = m_desk.chosen();
+    if (row.id != SoftHSM)
+        return nullptr;
+    QCA::KeyStore *keyStore = keyStoreByName(row.type);
+    const bool isUsable = keyStore && keyStore->isValid()
+        && keyStore->type() == QCA::KeyStore::SmartCard && !keyStore->name().isEmpty();
+    return isUsable && !m_desk.loaded().isNull() ? keyStore : nullptr;
+}
+
+template <typename Content> void KeyStoreModel::importIntoTarget(const Content &content)
+{
+    QCA::KeyStore *keyStore = importTarget();
+    if (!keyStore)
+        return;
+    if (QcaHandler *answers = handler())
+        answers->setKeyStoreId(keyStore->id());
+    m_writer->write(keyStore, content);
+}
+
+void KeyStoreModel::importCertificate()
+{
+    importIntoTarget(m_desk.loaded().certificate());
+}
+
+void KeyStoreModel::importKeyBundle()
+{
+    importIntoTarget(m_desk.loaded().keyBundle());
+}
+
+void KeyStoreModel::removeCertificate(QString entryId)
+{
+    if (entryId.isEmpty()) {
+        qWarning() << "KeyStore entry ID is empty. Certificate cannot be deleted";
+        return;
+    }
+    if (items().isEmpty()) {
+        qWarning() << "KeyStoreModel is empty. Certificate cannot be deleted";
+        return;
+    }
+    const auto item = std::find_if(items().cbegin(), items().cend(), [&](const KeyStoreItem &row) {
+        return Trivex::entryId(row.entry->entry()) == entryId;
+    });
+    if (item == items().cend() || !isRemovable(*item))
+        return;
+    if (QcaHandler *answers = handler()) {
+        answers->setKeyStoreId(item->keyStore->id());
+        answers->setObjectId(item->entry->name());
+    }
+    m_writer->remove(item->keyStore, entryId);
+}
+
+bool KeyStoreModel::isRemovable(const KeyStoreItem &item) const
+{
+    if (item.keyStore->type() == QCA::KeyStore::System) {
+        qWarning() << "System certificate cannot be deleted";
+        return false;
+    }
+    if (item.entry->name().isEmpty()) {
+        qWarning() << "KeyStore entry name is empty. Certificate cannot be deleted";
+        return false;
+    }
+    return true;
+}
+
+QcaHandler *KeyStoreModel::handler() const
+{
+    return m_askerThread->startedHandler();
 }

@@ -2,21 +2,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "certificates/certificate.h"
-#include "keystores/comboboxmodel.h"
-#include "keystores/keystoreitem.h"
+#include "keystores/importdesk.h"
+#include "keystores/storerows.h"
 #include "qca/adapter/storewriter.h"
 
-#include <QAbstractListModel>
-#include <QList>
 #include <QPointer>
-#include <QSet>
-#include <QTimer>
 #include <QVariantMap>
 #include <QVector>
 #include <QtCrypto>
 
-#include <functional>
 #include <memory>
 
 class QcaAskerThread;
@@ -40,7 +34,7 @@ class QcaHandler;
 /// them, those of a long list a few at each turn of the event loop: the rows of one store together,
 /// stores in the order in which they report. Writing and removing end with a signal. GUI thread
 /// only.
-class KeyStoreModel : public QAbstractListModel {
+class KeyStoreModel : public StoreRows {
     Q_OBJECT
     /// True while stores are being looked for.
     Q_PROPERTY(bool isBusy READ isBusy NOTIFY busyChanged)
@@ -73,33 +67,20 @@ public:
     enum Error { ErrorDecode = 0, ErrorPassphrase = 1, ErrorFile = 2, ErrorUnknown = 3 };
     Q_ENUM(Error)
 
-    enum Role {
-        NameRole = Qt::UserRole + 1,
-        KeyStoreEntryRole,
-        CertificateRole,
-        IssuerRole,
-        TypeRole,
-        EntryIdRole,
-    };
-
     explicit KeyStoreModel(QObject *parent = nullptr);
     /// Refuses the questions of the operations that it has started, from then on, and waits for no
     /// operation longer than a moment; those that need no answer go on. Waits for the asker thread
     /// 3000 ms at most.
     ~KeyStoreModel() override;
 
-    int rowCount(const QModelIndex &parent = QModelIndex()) const override;
-    QVariant data(const QModelIndex &index, int role) const override;
-    QHash<int, QByteArray> roleNames() const override;
-
     bool isBusy() const { return m_busy; }
     QAbstractListModel *certLocation();
     /// The same, typed, for native callers.
-    ComboBoxModel *certLocationModel() { return &m_certLocationModel; }
+    ComboBoxModel *certLocationModel() { return m_desk.locations(); }
     QString importedCertificateFileName() const;
     bool importedCertificateIsRoot() const;
     QString importedCertificateCommonName() const;
-    Error error() const { return m_error; }
+    Error error() const;
 
     // For the requests; not for QML.
 
@@ -166,26 +147,14 @@ public:
 private:
     void setUpProvider();
     void openKnownStores();
-    void addLocation(const QCA::KeyStore &keyStore);
     void connectStore(QCA::KeyStore *keyStore);
     void refreshBusy();
 
-    void removeMissingRows(const QCA::KeyStore *keyStore, const QSet<QString> &ids);
-    QList<QCA::KeyStoreEntry> newEntries(const QCA::KeyStore *keyStore,
-                                         const QList<QCA::KeyStoreEntry> &entries) const;
-    void noteArriving(QCA::KeyStore *keyStore, const QList<QCA::KeyStoreEntry> &entries);
-    /// Runs `then` when the rows that have been announced so far are there.
-    void inTurn(std::function<void()> then);
-    void appendSlice();
-    void appendNext();
-    void announce(const QCA::KeyStoreEntry &entry);
-    void appendRow(QCA::KeyStore *keyStore, const QCA::KeyStoreEntry &entry);
-    void removeRowsOf(const QCA::KeyStore *keyStore);
-    void takeRow(int row);
-    QString nameText(int row) const;
-    QString issuerText(int row) const;
+    /// Makes the public key only where somebody listens.
+    void bundleArrives(const QCA::KeyStoreEntry &entry) override;
 
     QCA::KeyStore *importTarget() const;
+    template <typename Content> void importIntoTarget(const Content &content);
     bool isRemovable(const KeyStoreItem &item) const;
     QcaHandler *handler() const;
 
@@ -193,25 +162,11 @@ private:
     QVector<QPointer<QCA::KeyStore>> m_keyStores;
     bool m_busy = false;
     bool m_providerReady = false;
-    int m_certLocationId = -1;
-    /// A `QList`, because rows go one by one.
-    QList<KeyStoreItem> m_items;
     /// Owned; a plain pointer, because a thread that outlives its time is let go.
     QcaAskerThread *m_askerThread;
     std::unique_ptr<Trivex::StoreWriter> m_writer;
     /// An object of our own that forwards: QCA's must not be deleted with the model.
     std::unique_ptr<QCA::Provider> m_provider;
     QVariantMap m_providerConfig;
-    Certificate m_importedCertificate;
-    ComboBoxModel m_certLocationModel;
-    Error m_error = ErrorUnknown;
-    /// Entries of a store's last update that have no row yet, or what follows those before it.
-    struct Arrival {
-        QPointer<QCA::KeyStore> keyStore;
-        QList<QCA::KeyStoreEntry> entries;
-        std::function<void()> then;
-    };
-    /// In the order in which the stores reported.
-    QList<Arrival> m_arriving;
-    QTimer m_nextSlice;
+    ImportDesk m_desk;
 };
