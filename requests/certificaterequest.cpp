@@ -1,15 +1,19 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-
-// Key generation: the choice of algorithm and location, the answers for the token, and the key.
 #include "requests/certificaterequest.h"
 
+#include "certificates/enginekeeper.h"
 #include "keystores/keystoremodel.h"
-#include "qca/base/providers.h"
+#include "qca/adapter/entries.h"
+#include "qca/adapter/reading.h"
+#include "qca/base/filenames.h"
+#include "qca/base/regularfile.h"
 #include "qca/keys/keys.h"
 #include "qca/questions/qcaaskerthread.h"
 #include "qca/questions/qcahandler.h"
 #include "requests/requestfiles.h"
+#include "requests/requestsave.h"
+#include "requests/requestsigning.h"
 
 #include <QDebug>
 #include <QDir>
@@ -18,7 +22,6 @@ namespace {
 
 constexpr int softwareToken = 2;
 constexpr int noLocation = 3;
-constexpr int publicExponent = 3;
 
 struct LocationText {
     int location;
@@ -39,9 +42,9 @@ CertificateRequest::CertificateRequest(QObject *parent)
 {
     if (!QDir(Trivex::requestDirectory()).exists())
         QDir().mkpath(Trivex::requestDirectory());
-    connect(&m_keyGenerator, &Trivex::KeyGenerator::finished, this,
+    connect(m_keyPairMaker.generator(), &Trivex::KeyGenerator::finished, this,
             &CertificateRequest::keyGenFinished);
-    m_keyGenerator.setBlockingEnabled(false);
+    m_keyPairMaker.generator()->setBlockingEnabled(false);
 }
 
 CertificateRequest::CertificateRequest(const QString &path, KeyStoreModel *model, QObject *parent)
@@ -54,16 +57,6 @@ CertificateRequest::CertificateRequest(const QString &path, KeyStoreModel *model
 }
 
 CertificateRequest::~CertificateRequest() = default;
-
-QAbstractListModel *CertificateRequest::prKeyAlgorithm()
-{
-    return &m_algorithmModel;
-}
-
-QAbstractListModel *CertificateRequest::prKeyLocation() const
-{
-    return m_locationModel;
-}
 
 void CertificateRequest::setPrKeyAlgorithmId(int id)
 {
@@ -112,35 +105,17 @@ void CertificateRequest::setKeyStoreModel(KeyStoreModel *model)
 
 void CertificateRequest::setPrKeyPin(const QString &pin)
 {
-    QByteArray text = pin.toLocal8Bit();
-    m_pin = QCA::SecureArray(text);
-    text.fill('\0');
+    m_keyPairMaker.setPin(pin);
     Q_EMIT prKeyPinChanged();
 }
 
 void CertificateRequest::init()
 {
     if (m_keyStoreModel && m_keyStoreModel->isProviderReady() && m_keyStoreModel->provider()) {
-        fillAlgorithms(m_keyStoreModel->provider()->features());
+        KeyPairMaker::listKinds(m_keyStoreModel->provider()->features(), &m_algorithmModel);
         m_locationModel = m_keyStoreModel->certLocationModel();
     }
     m_prKeyAlgorithmId = m_algorithmModel.firstSortedId();
-}
-
-void CertificateRequest::fillAlgorithms(const QStringList &features)
-{
-    const QString rsa = QStringLiteral("rsa");
-    const QString ec = QStringLiteral("ec");
-    if (features.isEmpty()) {
-        qWarning("provider features is empty!");
-        return;
-    }
-    if (features.contains(rsa)) {
-        for (const int bits : {RSA2048, RSA3072, RSA4096})
-            m_algorithmModel.addRow(bits, qtTrId("trivex-la-rsa").arg(bits), rsa);
-    }
-    if (features.contains(ec))
-        m_algorithmModel.addRow(EC384, qtTrId("trivex-la-ellyptic").arg(int(EC384)), ec);
 }
 
 ComboBoxModel::Row CertificateRequest::chosenLocation() const
@@ -181,52 +156,228 @@ void CertificateRequest::createKeyPair()
     const ComboBoxModel::Row location = chosenLocation();
     if (location.id != softwareToken)
         return;
-    m_keyStore = m_keyStoreModel ? m_keyStoreModel->keyStoreByName(location.type) : nullptr;
-    if (!m_keyStore) {
+    const QCA::KeyStore *keyStore =
+        m_keyStoreModel ? m_keyStoreModel->keyStoreByName(location.type) : nullptr;
+    if (!keyStore) {
         qWarning() << "void CertificateRequest::createKeyPair()"
                    << "KeyStore is null";
         return;
     }
-    const QString storeId = m_keyStore->id();
-    storeAnswers(m_pin, m_keyIdentifier, storeId);
-    m_keyGenerator.setTarget(storeId, m_keyIdentifier);
-    // Without a generation nobody takes the answers, and they must not serve what comes next.
-    if (!startGeneration())
-        storeAnswers(QCA::SecureArray(""), QString(), QString());
-}
-
-void CertificateRequest::storeAnswers(const QCA::SecureArray &pin, const QString &objectId,
-                                      const QString &keyStoreId) const
-{
-    if (QcaHandler *answering = handler()) {
-        answering->setPassword(pin);
-        answering->setObjectId(objectId);
-        answering->setKeyStoreId(keyStoreId);
-    }
-}
-
-/// False for an algorithm that is none of those offered.
-bool CertificateRequest::startGeneration()
-{
-    switch (m_prKeyAlgorithmId) {
-    case RSA2048:
-    case RSA3072:
-    case RSA4096:
-        m_keyGenerator.createRSA(m_prKeyAlgorithmId, publicExponent, Trivex::pkcs11ProviderName());
-        return true;
-    case EC384:
-        m_keyGenerator.createEC(QStringLiteral("ec-secp384r1"), Trivex::gostProviderName());
-        return true;
-    default:
-        return false;
-    }
+    m_keyPairMaker.start(m_prKeyAlgorithmId, keyStore->id(), m_keyIdentifier, handler());
 }
 
 void CertificateRequest::keyGenFinished()
 {
-    const QCA::PrivateKey key = m_keyGenerator.key();
+    const QCA::PrivateKey key = m_keyPairMaker.generator()->key();
     if (!Trivex::isPrivateKey(key))
         return;
     m_privateKey = key;
     Q_EMIT createKeyPairDone();
+}
+
+QString CertificateRequest::info(int type) const
+{
+    return Trivex::infoValue(m_subjectInfo, type);
+}
+
+void CertificateRequest::addInfo(QCA::CertificateInfoTypeKnown type, const QString &value)
+{
+    if (!value.isEmpty())
+        m_subjectInfo.insert(QCA::CertificateInfoType(type), value);
+}
+
+QString CertificateRequest::subjectOrganizationalUnit() const
+{
+    return info(Trivex::OrganizationalUnitInfo);
+}
+
+void CertificateRequest::setCommonName(const QString &commonName)
+{
+    addInfo(QCA::CommonName, commonName);
+}
+
+void CertificateRequest::setOrganization(const QString &organization)
+{
+    addInfo(QCA::Organization, organization);
+}
+
+void CertificateRequest::setDepartment(const QString &department)
+{
+    addInfo(QCA::OrganizationalUnit, department);
+}
+
+QString CertificateRequest::publicKeyTypeAlgorithm() const
+{
+    int type = Trivex::keyType(m_privateKey);
+    if (Trivex::publicKeyOf(m_privateKey).isNull())
+        type = Trivex::keyType(requestPublicKey());
+    return Trivex::keyTypeName(type);
+}
+
+QString CertificateRequest::privateKeyAvailability() const
+{
+    if (m_privateKey.isNull())
+        return {};
+    return Trivex::isPrivateKey(m_privateKey) ? qtTrId("trivex-p-la-private_available")
+                                              : qtTrId("trivex-p-la-private_not_available");
+}
+
+QCA::PublicKey CertificateRequest::requestPublicKey() const
+{
+    return Trivex::requestPublicKey(m_request);
+}
+
+void CertificateRequest::createRequest()
+{
+    const EngineKeeper keeper(this);
+    if (m_subjectInfo.isEmpty()) {
+        qWarning("Certificate request info is empty!");
+        return;
+    }
+    m_options.setInfo(m_subjectInfo);
+    if (m_privateKey.isNull()) {
+        qWarning("Error: missing private key");
+        Q_EMIT missingPrivateKey();
+        return;
+    }
+    const QPointer<CertificateRequest> self(this);
+    const QCA::CertificateRequest made = Trivex::signedRequest(m_options, m_privateKey);
+    if (!self)
+        return;
+    m_request = made;
+    if (QCA::isSupported(qPrintable(Trivex::requestExtension())))
+        saveRequest();
+    else
+        qWarning() << "Error: need'" << Trivex::requestExtension() << "' feature";
+}
+
+bool CertificateRequest::saveRequest()
+{
+    const EngineKeeper keeper(this);
+    Trivex::RequestSave save;
+    save.request = m_request;
+    save.commonName = commonName();
+    if (m_request.isNull() || save.commonName.isEmpty()) {
+        qWarning("Certificate request not created!");
+        return false;
+    }
+    const QPointer<CertificateRequest> self(this);
+    if (m_editMode && !m_path.isEmpty() && QFile::exists(m_path)) {
+        save.oldPath = m_path;
+        if (!resign(&save))
+            return false;
+    }
+    if (!save.write()) {
+        qWarning() << "File: " << save.fileName << " not created!";
+        return false;
+    }
+    if (!self)
+        return true;
+    m_request = save.request;
+    m_path = save.path;
+    m_fileName = save.fileName;
+    Q_EMIT requestCreated();
+    return true;
+}
+
+/// Signs the edited subject. Without the key the request stays as it was. False when it can't be
+/// signed although the key is there; the file stays then.
+bool CertificateRequest::resign(Trivex::RequestSave *save)
+{
+    const QPointer<CertificateRequest> self(this);
+    const QString file = m_fileName;
+    QCA::CertificateOptions options = m_options;
+    options.setInfo(m_subjectInfo);
+    QCA::PrivateKey key = m_privateKey;
+    const QCA::PrivateKey found = findPrivateKey(save->request);
+    if (!found.isNull())
+        key = found;
+    if (self) {
+        m_options = options;
+        m_privateKey = key;
+    }
+    if (key.isNull()) {
+        qWarning().noquote()
+            << QStringLiteral("PrivateKey of certificate request: %1 is null").arg(file);
+        if (self)
+            Q_EMIT missingPrivateKey();
+        return true;
+    }
+    const QCA::CertificateRequest made = Trivex::signedRequest(options, key);
+    if (!made.isNull())
+        save->request = made;
+    else
+        qWarning() << "File: " << Trivex::requestFileName(save->commonName) << " not created!";
+    return !made.isNull();
+}
+
+QList<QPointer<QCA::KeyStore>> CertificateRequest::locationStores() const
+{
+    QList<QPointer<QCA::KeyStore>> stores;
+    for (int row = 0; m_locationModel && m_keyStoreModel && row < m_locationModel->rowCount();
+         ++row) {
+        const QModelIndex index = m_locationModel->index(row, 0);
+        const QString name = m_locationModel->data(index, ComboBoxModel::TypeRole).toString();
+        if (QCA::KeyStore *store = m_keyStoreModel->keyStoreByName(name))
+            stores.append(store);
+    }
+    return stores;
+}
+
+QCA::PrivateKey CertificateRequest::findPrivateKey(const QCA::CertificateRequest &request) const
+{
+    const QCA::PublicKey key = Trivex::requestPublicKey(request);
+    if (key.isNull())
+        qWarning().noquote()
+            << QStringLiteral("PublicKey of certificate request: %1 is null").arg(m_fileName);
+    return Trivex::findPrivateKey(key, m_privateKey, locationStores());
+}
+
+void CertificateRequest::setEditMode(bool status)
+{
+    m_editMode = status;
+    saveRequest();
+}
+
+QString CertificateRequest::requestPath()
+{
+    return Trivex::requestDirectory();
+}
+
+void CertificateRequest::restoreRequestInfo()
+{
+    m_subjectInfo = Trivex::requestSubject(m_request);
+}
+
+bool CertificateRequest::hasRequestKey() const
+{
+    return !findPrivateKey(m_request).isNull();
+}
+
+void CertificateRequest::load(const QString &path)
+{
+    const auto contents = Trivex::readRegularFile(path);
+    if (!contents || !QCA::isSupported(qPrintable(Trivex::requestExtension())))
+        return;
+    m_request = Trivex::requestFromPem(*contents);
+    if (m_request.isNull())
+        return;
+    m_path = path;
+    m_subjectInfo = Trivex::requestSubject(m_request);
+    m_fileName = Trivex::requestFileName(commonName());
+}
+
+bool CertificateRequest::exportToFile(const QString &directory)
+{
+    // One that could not be saved has no file name yet.
+    const bool isNamed = m_request.isNull() || !fileName().isEmpty();
+    const QString name =
+        isNamed ? Trivex::safeFileName(fileName()) : Trivex::requestFileName(commonName());
+    const QString path = directory + QDir::separator() + name;
+    if (m_request.isNull() || !Trivex::writeFile(path, m_request.toPEM().toUtf8())) {
+        qWarning() << "File: " << path << " not exported!";
+        return false;
+    }
+    Q_EMIT fileExported();
+    return true;
 }

@@ -4,14 +4,18 @@
 
 #include "certificates/certificate.h"
 #include "keystores/comboboxmodel.h"
-#include "qca/adapter/keygenerator.h"
+#include "qca/base/infotypes.h"
 #include "qca/base/savedrequest.h"
+#include "requests/keypairmaker.h"
 
 #include <QPointer>
 #include <QtCrypto>
 
 class KeyStoreModel;
 class QcaHandler;
+namespace Trivex {
+struct RequestSave;
+}
 
 /// A PKCS#10 certificate request: makes a key on a token, collects the subject, builds the request
 /// and keeps it as a PEM file in the request directory.
@@ -68,30 +72,30 @@ public:
     CertificateRequest(const QString &path, KeyStoreModel *model, QObject *parent = nullptr);
     ~CertificateRequest() override;
 
-    QString issuer() const override;
-    QString commonName() const override;
-    QString subjectOrganization() const override;
+    QString issuer() const override { return info(Trivex::OrganizationInfo); }
+    QString commonName() const override { return info(Trivex::CommonNameInfo); }
+    QString subjectOrganization() const override { return info(Trivex::OrganizationInfo); }
     QString subjectOrganizationalUnit() const override;
-    QString subjectLocality() const override;
-    QString subjectCountryCode() const override;
-    QString subjectName() const override;
-    QString subjectCountry() const override;
-    QString subjecAddress() const override;
-    QString subjectEmail() const override;
-    QString publicKeyId() const override;
+    QString subjectLocality() const override { return info(Trivex::LocalityInfo); }
+    QString subjectCountryCode() const override { return info(Trivex::CountryInfo); }
+    QString subjectName() const override { return info(Trivex::CommonNameInfo); }
+    QString subjectCountry() const override { return info(Trivex::StateInfo); }
+    QString subjecAddress() const override { return {}; }
+    QString subjectEmail() const override { return info(Trivex::EmailInfo); }
+    QString publicKeyId() const override { return m_keyIdentifier; }
     QString publicKeyTypeAlgorithm() const override;
-    QString publicKeyMarker() const override;
+    QString publicKeyMarker() const override { return m_keyMarker; }
     QString privateKeyAvailability() const override;
     QString privateKeyLocation() const override;
-    QString privateKeyManufacturer() const override;
-    QString fileName() const override;
+    QString privateKeyManufacturer() const override { return subjectOrganization(); }
+    QString fileName() const override { return m_fileName; }
     /// Writes the request into `directory` under `fileName()` and emits `fileExported()`.
     bool exportToFile(const QString &directory) override;
     /// The whole path of the file last written or loaded; empty before.
-    virtual QString filePath() const;
+    virtual QString filePath() const { return m_path; }
 
-    QAbstractListModel *prKeyAlgorithm();
-    QAbstractListModel *prKeyLocation() const;
+    QAbstractListModel *prKeyAlgorithm() { return &m_algorithmModel; }
+    QAbstractListModel *prKeyLocation() const { return m_locationModel; }
     int prKeyAlgorithmId() const { return m_prKeyAlgorithmId; }
     void setPrKeyAlgorithmId(int id);
     int prKeyLocationIndex() const { return m_prKeyLocationIndex; }
@@ -127,22 +131,23 @@ public:
     Q_INVOKABLE int prKeyLocationId();
     /// Rejects the question that waits for a stored answer.
     Q_INVOKABLE void pinRejected();
-    // Each call with a text adds a value; the last added is the one that getters show.
+    // Each call with a text adds a value; the last added is the one that getters show. A request
+    // does not carry the fields whose setters do nothing; pages may call those all the same.
     Q_INVOKABLE void setCommonName(const QString &commonName);
-    Q_INVOKABLE void setCurname(const QString &curname);
-    Q_INVOKABLE void setName(const QString &name);
-    Q_INVOKABLE void setEmail(const QString &email);
-    Q_INVOKABLE void setCountryCode(const QString &code);
+    Q_INVOKABLE void setCurname(const QString &curname) { Q_UNUSED(curname) }
+    Q_INVOKABLE void setName(const QString &name) { Q_UNUSED(name) }
+    Q_INVOKABLE void setEmail(const QString &email) { addInfo(QCA::Email, email); }
+    Q_INVOKABLE void setCountryCode(const QString &code) { addInfo(QCA::Country, code); }
     /// Fills the state or province.
-    Q_INVOKABLE void setCountry(const QString &country);
-    Q_INVOKABLE void setLocality(const QString &locality);
-    Q_INVOKABLE void setAddress(const QString &address);
+    Q_INVOKABLE void setCountry(const QString &country) { addInfo(QCA::State, country); }
+    Q_INVOKABLE void setLocality(const QString &locality) { addInfo(QCA::Locality, locality); }
+    Q_INVOKABLE void setAddress(const QString &address) { Q_UNUSED(address) }
     Q_INVOKABLE void setOrganization(const QString &organization);
     Q_INVOKABLE void setDepartment(const QString &department);
-    Q_INVOKABLE void setPosition(const QString &position);
-    Q_INVOKABLE void setSnils(const QString &snils);
-    Q_INVOKABLE void setPsrn(const QString &psrn);
-    Q_INVOKABLE void setTin(const QString &tin);
+    Q_INVOKABLE void setPosition(const QString &position) { Q_UNUSED(position) }
+    Q_INVOKABLE void setSnils(const QString &snils) { Q_UNUSED(snils) }
+    Q_INVOKABLE void setPsrn(const QString &psrn) { Q_UNUSED(psrn) }
+    Q_INVOKABLE void setTin(const QString &tin) { Q_UNUSED(tin) }
     /// Sets the mode and saves at once, whatever the mode.
     Q_INVOKABLE void setEditMode(bool status);
     /// The request directory, with a separator at its end.
@@ -167,18 +172,12 @@ private Q_SLOTS:
     void keyGenFinished();
 
 private:
-    struct Save;
-
     void load(const QString &path);
     QString info(int type) const;
     void addInfo(QCA::CertificateInfoTypeKnown type, const QString &value);
-    void fillAlgorithms(const QStringList &features);
     ComboBoxModel::Row chosenLocation() const;
-    void storeAnswers(const QCA::SecureArray &pin, const QString &objectId,
-                      const QString &keyStoreId) const;
-    bool startGeneration();
     QcaHandler *handler() const;
-    bool resign(Save *save);
+    bool resign(Trivex::RequestSave *save);
     QCA::PrivateKey findPrivateKey(const QCA::CertificateRequest &request) const;
     QList<QPointer<QCA::KeyStore>> locationStores() const;
 
@@ -187,7 +186,6 @@ private:
     QPointer<ComboBoxModel> m_locationModel;
     int m_prKeyAlgorithmId = -1;
     int m_prKeyLocationIndex = -1;
-    QCA::SecureArray m_pin;
     QString m_keyIdentifier;
     QString m_keyMarker;
     QString m_fileName;
@@ -197,6 +195,5 @@ private:
     QCA::CertificateRequest m_request;
     QCA::CertificateOptions m_options;
     QPointer<KeyStoreModel> m_keyStoreModel;
-    QPointer<QCA::KeyStore> m_keyStore;
-    Trivex::KeyGenerator m_keyGenerator;
+    KeyPairMaker m_keyPairMaker;
 };
