@@ -37,7 +37,7 @@ bool replace(const QString &path, const QByteArray &contents)
 
 /// The document that is signed or checked is the file of that moment, whatever was done to it since
 /// it was opened.
-class AppDocumentsTest : public QObject {
+class TestAppDocuments : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -73,7 +73,7 @@ private:
     std::unique_ptr<PinRobot> m_robot;
 };
 
-void AppDocumentsTest::initTestCase()
+void TestAppDocuments::initTestCase()
 {
     QVERIFY(m_authority.isValid());
     const QString id = QStringLiteral("01");
@@ -91,13 +91,13 @@ void AppDocumentsTest::initTestCase()
     QVERIFY(m_window->waitFor([&] { return m_window->rowNamed(QStringLiteral("Signer")) >= 0; }));
 }
 
-void AppDocumentsTest::init()
+void TestAppDocuments::init()
 {
     QVERIFY(m_steps->show("sign"));
     m_window->takeWarnings();
 }
 
-void AppDocumentsTest::cleanup()
+void TestAppDocuments::cleanup()
 {
     if (QTest::currentTestFailed())
         m_steps->savePicture(QTest::currentTestFunction());
@@ -108,13 +108,13 @@ void AppDocumentsTest::cleanup()
     QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
 }
 
-void AppDocumentsTest::cleanupTestCase()
+void TestAppDocuments::cleanupTestCase()
 {
     m_robot.reset();
     m_window.reset();
 }
 
-QString AppDocumentsTest::open(const char *name, const QByteArray &contents)
+QString TestAppDocuments::open(const char *name, const QByteArray &contents)
 {
     const QString path = writeTestFile(environment->file(QString::fromUtf8(name)), contents);
     QFile::remove(path + QStringLiteral(".sig"));
@@ -123,13 +123,13 @@ QString AppDocumentsTest::open(const char *name, const QByteArray &contents)
     return path;
 }
 
-QString AppDocumentsTest::digest() const
+QString TestAppDocuments::digest() const
 {
     const QQuickItem *item = m_window->item(QStringLiteral("documentDigest"));
     return item ? item->property("value").toString() : QString();
 }
 
-bool AppDocumentsTest::change(const QString &how, const QString &path, const QByteArray &contents)
+bool TestAppDocuments::change(const QString &how, const QString &path, const QByteArray &contents)
 {
     if (how == QLatin1String("replaced"))
         return replace(path, contents);
@@ -138,7 +138,7 @@ bool AppDocumentsTest::change(const QString &how, const QString &path, const QBy
     return !writeTestFile(path, contents).isEmpty();
 }
 
-QString AppDocumentsTest::work(const char *button)
+QString TestAppDocuments::work(const char *button)
 {
     if (!m_steps->press(button))
         return {};
@@ -148,7 +148,7 @@ QString AppDocumentsTest::work(const char *button)
     return result();
 }
 
-QString AppDocumentsTest::signedText(const QString &signature) const
+QString TestAppDocuments::signedText(const QString &signature) const
 {
     return QString::fromLatin1(m_authority.openssl(
         {QStringLiteral("pkeyutl"), QStringLiteral("-verifyrecover"), QStringLiteral("-pubin"),
@@ -156,14 +156,14 @@ QString AppDocumentsTest::signedText(const QString &signature) const
          m_authority.file(QStringLiteral("signer.der")), QStringLiteral("-in"), signature}));
 }
 
-void AppDocumentsTest::changedBeforeItIsChecked_data()
+void TestAppDocuments::changedBeforeItIsChecked_data()
 {
     QTest::addColumn<QString>("how");
     for (const char *how : {"replaced", "removed and written anew", "written over"})
         QTest::newRow(how) << QString::fromLatin1(how);
 }
 
-void AppDocumentsTest::changedBeforeItIsChecked()
+void TestAppDocuments::changedBeforeItIsChecked()
 {
     QFETCH(QString, how);
     const QString path = open("contract.txt", "Pay 100 to Mary\n");
@@ -177,12 +177,12 @@ void AppDocumentsTest::changedBeforeItIsChecked()
     QCOMPARE(work("doVerify"), qtTrId("trivex-app-verified"));
 }
 
-void AppDocumentsTest::changedBeforeItIsSigned_data()
+void TestAppDocuments::changedBeforeItIsSigned_data()
 {
     changedBeforeItIsChecked_data();
 }
 
-void AppDocumentsTest::changedBeforeItIsSigned()
+void TestAppDocuments::changedBeforeItIsSigned()
 {
     QFETCH(QString, how);
     const QString path = open("draft.txt", "The first draft\n");
@@ -193,7 +193,7 @@ void AppDocumentsTest::changedBeforeItIsSigned()
     QCOMPARE(digest(), digestOf("The last word\n"));
 }
 
-void AppDocumentsTest::changedWhileItIsChecked()
+void TestAppDocuments::changedWhileItIsChecked()
 {
     const QString path = open("moving.txt", "Here\n");
     QCOMPARE(work("doSign"), qtTrId("trivex-app-signed"));
@@ -203,7 +203,7 @@ void AppDocumentsTest::changedWhileItIsChecked()
     QCOMPARE(work("doVerify"), qtTrId("trivex-app-refused"));
 }
 
-void AppDocumentsTest::changedWhileItIsSigned()
+void TestAppDocuments::changedWhileItIsSigned()
 {
     const QString path = open("moving.txt", "Here\n");
     QTimer::singleShot(500, this, [&] { QVERIFY(replace(path, "There\n")); });
@@ -213,7 +213,7 @@ void AppDocumentsTest::changedWhileItIsSigned()
     QCOMPARE(signedText(path + QStringLiteral(".sig")), digestOf("There\n"));
 }
 
-void AppDocumentsTest::openedAgain()
+void TestAppDocuments::openedAgain()
 {
     const QString path = open("again.txt", "One\n");
     QVERIFY(replace(path, "Two\n"));
@@ -222,7 +222,7 @@ void AppDocumentsTest::openedAgain()
     QVERIFY(m_steps->waitEnabled("doSign"));
 }
 
-void AppDocumentsTest::emptyAtFirst()
+void TestAppDocuments::emptyAtFirst()
 {
     const QString path = open("empty", {});
     QVERIFY(m_window->waitForItem(QStringLiteral("documentProblem")));
@@ -238,13 +238,13 @@ void AppDocumentsTest::emptyAtFirst()
     QCOMPARE(work("doSign"), qtTrId("trivex-app-signed"));
 }
 
-void AppDocumentsTest::resultGoesWithTheDocument_data()
+void TestAppDocuments::resultGoesWithTheDocument_data()
 {
     changedBeforeItIsChecked_data();
     QTest::newRow("removed") << QStringLiteral("removed");
 }
 
-void AppDocumentsTest::resultGoesWithTheDocument()
+void TestAppDocuments::resultGoesWithTheDocument()
 {
     QFETCH(QString, how);
     const QString path = open("shown.txt", "Signed\n");
@@ -266,7 +266,7 @@ int main(int argc, char **argv)
 {
     WindowEnvironment display;
     FaultyToken faulty(QStringLiteral("Токен Е"));
-    return TrivexTest::runWindowTest<AppDocumentsTest>(
+    return TrivexTest::runWindowTest<TestAppDocuments>(
         argc, argv, {display.problem(), faulty.token().problem()}, [&] {
             faulty.useInThisProcess();
             environment = &display;

@@ -28,7 +28,7 @@ int sentences(const QString &text)
 } // namespace
 
 /// What went wrong is said with its cause and the next step, in both languages.
-class AppErrorsTest : public QObject {
+class TestAppErrors : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void init();
@@ -47,21 +47,21 @@ private:
     QTranslator m_translator;
 };
 
-void AppErrorsTest::languages()
+void TestAppErrors::languages()
 {
     QTest::addColumn<QString>("language");
     QTest::newRow("English") << "en";
     QTest::newRow("Russian") << "ru";
 }
 
-bool AppErrorsTest::load(const QString &language)
+bool TestAppErrors::load(const QString &language)
 {
     QCoreApplication::removeTranslator(&m_translator);
     return m_translator.load(QStringLiteral(TRIVEX_CATALOGUE_DIR "/trivex-app_") + language)
         && QCoreApplication::installTranslator(&m_translator);
 }
 
-void AppErrorsTest::init()
+void TestAppErrors::init()
 {
     if (QTest::currentDataTag()) {
         QFETCH(QString, language);
@@ -69,12 +69,12 @@ void AppErrorsTest::init()
     }
 }
 
-void AppErrorsTest::cleanup()
+void TestAppErrors::cleanup()
 {
     QCoreApplication::removeTranslator(&m_translator);
 }
 
-void AppErrorsTest::tokenErrors()
+void TestAppErrors::tokenErrors()
 {
     QSet<QString> causes;
     for (int kind = TokenError::WrongPin; kind <= TokenError::DeviceFailure; ++kind) {
@@ -89,7 +89,7 @@ void AppErrorsTest::tokenErrors()
     }
 }
 
-void AppErrorsTest::files()
+void TestAppErrors::files()
 {
     const QTemporaryDir directory;
     const auto make = [&](const char *name, qint64 size) {
@@ -115,7 +115,7 @@ void AppErrorsTest::files()
     QCOMPARE(QSet<QString>(reasons.cbegin(), reasons.cend()).size(), reasons.size());
 }
 
-void AppErrorsTest::languagesDiffer()
+void TestAppErrors::languagesDiffer()
 {
     for (int kind = TokenError::WrongPin; kind <= TokenError::DeviceFailure; ++kind) {
         TokenError error;
@@ -129,7 +129,7 @@ void AppErrorsTest::languagesDiffer()
     }
 }
 
-void AppErrorsTest::sizes()
+void TestAppErrors::sizes()
 {
     const QLocale before;
     const Texts texts;
@@ -146,5 +146,5 @@ void AppErrorsTest::sizes()
     QLocale::setDefault(before);
 }
 
-QTEST_GUILESS_MAIN(AppErrorsTest)
+QTEST_GUILESS_MAIN(TestAppErrors)
 #include "tst_app_errors.moc"

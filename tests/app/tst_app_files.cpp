@@ -43,7 +43,7 @@ QFileDialog *fileDialog()
 
 /// Every way in which a file comes to the window: dropped, chosen, named on the command line, sent
 /// by a second start. What it is, its content says.
-class AppFilesTest : public QObject {
+class TestAppFiles : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -79,7 +79,7 @@ private:
     QString m_bundle;
 };
 
-void AppFilesTest::initTestCase()
+void TestAppFiles::initTestCase()
 {
     QVERIFY(m_authority.isValid());
     // Named as something else, with a blank and letters that URLs escape.
@@ -94,13 +94,13 @@ void AppFilesTest::initTestCase()
     QVERIFY(m_window->waitForItem(QStringLiteral("token-") + token->label()));
 }
 
-void AppFilesTest::init()
+void TestAppFiles::init()
 {
     QVERIFY(m_steps->show("personal"));
     m_window->takeWarnings();
 }
 
-void AppFilesTest::cleanup()
+void TestAppFiles::cleanup()
 {
     if (QTest::currentTestFailed())
         m_steps->savePicture(QTest::currentTestFunction());
@@ -113,12 +113,12 @@ void AppFilesTest::cleanup()
     QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
 }
 
-void AppFilesTest::cleanupTestCase()
+void TestAppFiles::cleanupTestCase()
 {
     m_window.reset();
 }
 
-void AppFilesTest::dropOne_data()
+void TestAppFiles::dropOne_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("problem");
@@ -147,7 +147,7 @@ void AppFilesTest::dropOne_data()
         << qtTrId("trivex-app-read-damaged") << false;
 }
 
-void AppFilesTest::dropOne()
+void TestAppFiles::dropOne()
 {
     QFETCH(QString, path);
     QFETCH(QString, problem);
@@ -161,7 +161,7 @@ void AppFilesTest::dropOne()
     QCOMPARE(token->objectCount(), 0);
 }
 
-void AppFilesTest::dropBundle()
+void TestAppFiles::dropBundle()
 {
     QVERIFY(m_steps->drop({QUrl::fromLocalFile(m_bundle)}));
     QVERIFY(m_steps->waitOpen("importDialog"));
@@ -173,7 +173,7 @@ void AppFilesTest::dropBundle()
     QVERIFY(m_steps->waitEnabled("importAccept"));
 }
 
-void AppFilesTest::dropOnTheSigningPage()
+void TestAppFiles::dropOnTheSigningPage()
 {
     QVERIFY(m_steps->show("sign"));
     const QString document = make("in/Письмо 1.txt", "Dear all,\n");
@@ -189,7 +189,7 @@ void AppFilesTest::dropOnTheSigningPage()
     QVERIFY(!m_window->item(QStringLiteral("doSign"))->isEnabled());
 }
 
-void AppFilesTest::dropSeveral()
+void TestAppFiles::dropSeveral()
 {
     const QString document = make("in/notes.txt", "notes\n");
     QVERIFY(m_steps->drop({QUrl::fromLocalFile(document), QUrl::fromLocalFile(m_certificate),
@@ -205,7 +205,7 @@ void AppFilesTest::dropSeveral()
     QVERIFY(m_steps->waitClosed("importDialog"));
 }
 
-void AppFilesTest::dropSeveralDocuments()
+void TestAppFiles::dropSeveralDocuments()
 {
     const QString one = make("in/one.txt", "one\n");
     const QString two = make("in/two.txt", "two\n");
@@ -218,7 +218,7 @@ void AppFilesTest::dropSeveralDocuments()
     QCOMPARE(m_steps->text("toastText"), qtTrId("trivex-app-one-document"));
 }
 
-void AppFilesTest::dropWithoutFiles()
+void TestAppFiles::dropWithoutFiles()
 {
     QMimeData text;
     text.setText(QStringLiteral("just text"));
@@ -230,7 +230,7 @@ void AppFilesTest::dropWithoutFiles()
     QCOMPARE(m_window->window()->property("current").toString(), QStringLiteral("personal"));
 }
 
-void AppFilesTest::dropWhileADialogIsOpen()
+void TestAppFiles::dropWhileADialogIsOpen()
 {
     QVERIFY(m_steps->drop({QUrl::fromLocalFile(m_certificate)}));
     QVERIFY(m_steps->waitEnabled("importAccept"));
@@ -241,7 +241,7 @@ void AppFilesTest::dropWhileADialogIsOpen()
     QVERIFY(m_window->waitForItem(QStringLiteral("bundlePassword")));
 }
 
-bool AppFilesTest::answerDialog(const QString &path, bool accept)
+bool TestAppFiles::answerDialog(const QString &path, bool accept)
 {
     if (!m_window->waitFor([] { return fileDialog() != nullptr; }))
         return false;
@@ -269,7 +269,7 @@ bool AppFilesTest::answerDialog(const QString &path, bool accept)
     return false;
 }
 
-void AppFilesTest::chooseToImport()
+void TestAppFiles::chooseToImport()
 {
     QVERIFY(m_window->click(QStringLiteral("importButton")));
     QVERIFY(answerDialog({}, false));
@@ -290,7 +290,7 @@ void AppFilesTest::chooseToImport()
     QCOMPARE(token->objectCount(), 1);
 }
 
-void AppFilesTest::chooseWhereToExport()
+void TestAppFiles::chooseWhereToExport()
 {
     QVERIFY(m_steps->show("roots"));
     QVERIFY(
@@ -308,7 +308,7 @@ void AppFilesTest::chooseWhereToExport()
              m_authority.certificate());
 }
 
-void AppFilesTest::chooseADocument()
+void TestAppFiles::chooseADocument()
 {
     QVERIFY(m_steps->show("sign"));
     QVERIFY(m_window->click(QStringLiteral("chooseDocument")));
@@ -318,7 +318,7 @@ void AppFilesTest::chooseADocument()
              QStringLiteral("chosen.txt"));
 }
 
-void AppFilesTest::secondStartHandsOver()
+void TestAppFiles::secondStartHandsOver()
 {
     Trivex::SingleInstance first(QStringLiteral("trivex"));
     connect(&first, &Trivex::SingleInstance::started, &m_window->application(),
@@ -336,7 +336,7 @@ void AppFilesTest::secondStartHandsOver()
     QVERIFY(m_window->waitForItem(QStringLiteral("bundlePassword")));
 }
 
-void AppFilesTest::commandLine()
+void TestAppFiles::commandLine()
 {
     // A program of its own, which stays open with the file that it was given.
     QProcess program;
@@ -364,7 +364,7 @@ int main(int argc, char **argv)
 {
     WindowEnvironment display;
     TestToken software(QStringLiteral("Токен Г"));
-    return TrivexTest::runWindowTest<AppFilesTest>(argc, argv,
+    return TrivexTest::runWindowTest<TestAppFiles>(argc, argv,
                                                    {display.problem(), software.problem()}, [&] {
                                                        software.useInThisProcess();
                                                        environment = &display;

@@ -48,7 +48,7 @@ QQuickItem *buttonNamed(QQuickItem *from, const QString &text)
 
 /// The module of controls without the program around it: every component by itself, the gallery
 /// with its dialogs, and the texts that Qt brings.
-class AppGalleryTest : public QObject {
+class TestAppGallery : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -66,18 +66,18 @@ private:
     }
 };
 
-void AppGalleryTest::initTestCase()
+void TestAppGallery::initTestCase()
 {
     qInstallMessageHandler(collect);
 }
 
-void AppGalleryTest::cleanup()
+void TestAppGallery::cleanup()
 {
     const QStringList said = takeMessages();
     QVERIFY2(said.isEmpty(), qPrintable(said.join(QLatin1Char('\n'))));
 }
 
-void AppGalleryTest::componentsAlone_data()
+void TestAppGallery::componentsAlone_data()
 {
     QTest::addColumn<QString>("type");
     QFile list(controls() + QStringLiteral("/qmldir"));
@@ -90,7 +90,7 @@ void AppGalleryTest::componentsAlone_data()
     }
 }
 
-void AppGalleryTest::componentsAlone()
+void TestAppGallery::componentsAlone()
 {
     QFETCH(QString, type);
     QQmlApplicationEngine engine;
@@ -115,7 +115,7 @@ void AppGalleryTest::componentsAlone()
     QTest::qWait(100);
 }
 
-void AppGalleryTest::gallery()
+void TestAppGallery::gallery()
 {
     QQmlApplicationEngine engine;
     engine.addImportPath(Trivex::moduleDirectory());
@@ -149,7 +149,7 @@ void AppGalleryTest::gallery()
     }
 }
 
-void AppGalleryTest::qtSpeaksRussian()
+void TestAppGallery::qtSpeaksRussian()
 {
     QLocale::setDefault(QLocale(QLocale::Russian, QLocale::Russia));
     Trivex::installQtTranslations();
@@ -175,7 +175,7 @@ void AppGalleryTest::qtSpeaksRussian()
 int main(int argc, char **argv)
 {
     WindowEnvironment display;
-    return TrivexTest::runWindowTest<AppGalleryTest>(argc, argv, {display.problem()}, [] {});
+    return TrivexTest::runWindowTest<TestAppGallery>(argc, argv, {display.problem()}, [] {});
 }
 
 #include "tst_app_gallery.moc"

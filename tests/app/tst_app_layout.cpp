@@ -45,7 +45,7 @@ bool isAfter(const QQuickItem *item, const QQuickItem *previous)
 } // namespace
 
 /// Where the focus goes, and whether every text has its room.
-class AppLayoutTest : public QObject {
+class TestAppLayout : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void dialogByTab_data();
@@ -61,7 +61,7 @@ private:
     std::unique_ptr<WindowDriver> m_window;
 };
 
-void AppLayoutTest::openWindow(const char *locale, const QSize &size)
+void TestAppLayout::openWindow(const char *locale, const QSize &size)
 {
     QLocale::setDefault(QLocale(QLatin1String(locale)));
     m_window = std::make_unique<WindowDriver>();
@@ -70,7 +70,7 @@ void AppLayoutTest::openWindow(const char *locale, const QSize &size)
     QVERIFY(m_window->waitFor([&] { return m_window->rowCount() > 0; }));
 }
 
-void AppLayoutTest::dialogByTab_data()
+void TestAppLayout::dialogByTab_data()
 {
     QTest::addColumn<QString>("page");
     QTest::addColumn<QString>("dialog");
@@ -99,7 +99,7 @@ void AppLayoutTest::dialogByTab_data()
                                     << "commonNameInput";
 }
 
-void AppLayoutTest::dialogByTab()
+void TestAppLayout::dialogByTab()
 {
     QFETCH(QString, page);
     QFETCH(QString, dialog);
@@ -145,7 +145,7 @@ void AppLayoutTest::dialogByTab()
     m_window.reset();
 }
 
-void AppLayoutTest::actionsStandInOneLine_data()
+void TestAppLayout::actionsStandInOneLine_data()
 {
     QTest::addColumn<QString>("page");
     QTest::addColumn<QString>("locale");
@@ -156,7 +156,7 @@ void AppLayoutTest::actionsStandInOneLine_data()
     }
 }
 
-void AppLayoutTest::actionsStandInOneLine()
+void TestAppLayout::actionsStandInOneLine()
 {
     QFETCH(QString, page);
     QFETCH(QString, locale);
@@ -174,7 +174,7 @@ void AppLayoutTest::actionsStandInOneLine()
     m_window.reset();
 }
 
-void AppLayoutTest::textsHaveRoom_data()
+void TestAppLayout::textsHaveRoom_data()
 {
     QTest::addColumn<QString>("locale");
     QTest::addColumn<int>("width");
@@ -184,7 +184,7 @@ void AppLayoutTest::textsHaveRoom_data()
     }
 }
 
-void AppLayoutTest::textsHaveRoom()
+void TestAppLayout::textsHaveRoom()
 {
     QFETCH(QString, locale);
     QFETCH(int, width);
@@ -214,7 +214,7 @@ int main(int argc, char **argv)
 {
     WindowEnvironment display;
     SampleData sample(display);
-    return TrivexTest::runWindowTest<AppLayoutTest>(
+    return TrivexTest::runWindowTest<TestAppLayout>(
         argc, argv, {display.problem(), sample.problem()}, [&] { data = &sample; });
 }
 

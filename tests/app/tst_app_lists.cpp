@@ -35,7 +35,7 @@ QString personName()
 
 /// Lists, search, details, keys and what the window remembers, over a token and files that have
 /// something in each category.
-class AppListsTest : public QObject {
+class TestAppLists : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -76,7 +76,7 @@ private:
 };
 
 // The openssl program has no name for INNLE; its configuration gives it one.
-bool AppListsTest::addNumbers(const QString &name, const QString &numbers) const
+bool TestAppLists::addNumbers(const QString &name, const QString &numbers) const
 {
     const QString configuration = m_authority.file(QStringLiteral("numbers.cnf"));
     writeTestFile(configuration,
@@ -92,7 +92,7 @@ bool AppListsTest::addNumbers(const QString &name, const QString &numbers) const
     return !pem.isEmpty() && !writeTestFile(folder + name + QStringLiteral(".pem"), pem).isEmpty();
 }
 
-void AppListsTest::initTestCase()
+void TestAppLists::initTestCase()
 {
     QVERIFY(addNumbers(QStringLiteral("Right numbers"),
                        QStringLiteral("/1.2.643.3.131.1.1=500100732259/1.2.643.100.3=11223344595"
@@ -107,14 +107,14 @@ void AppListsTest::initTestCase()
     QVERIFY(m_window->waitFor([&] { return m_window->rowNamed(personName()) >= 0; }));
 }
 
-void AppListsTest::init()
+void TestAppLists::init()
 {
     QVERIFY(m_steps->show("personal"));
     QVERIFY(m_window->waitFor([&] { return m_window->rowCount() > 0; }));
     m_window->takeWarnings();
 }
 
-void AppListsTest::cleanup()
+void TestAppLists::cleanup()
 {
     if (QTest::currentTestFailed())
         m_steps->savePicture(QTest::currentTestFunction());
@@ -123,12 +123,12 @@ void AppListsTest::cleanup()
     QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
 }
 
-void AppListsTest::cleanupTestCase()
+void TestAppLists::cleanupTestCase()
 {
     m_window.reset();
 }
 
-QStringList AppListsTest::shownTexts() const
+QStringList TestAppLists::shownTexts() const
 {
     QStringList texts;
     visit(m_window->window()->contentItem(),
@@ -137,7 +137,7 @@ QStringList AppListsTest::shownTexts() const
     return texts;
 }
 
-bool AppListsTest::openRow(const char *category, const QString &name)
+bool TestAppLists::openRow(const char *category, const QString &name)
 {
     return m_steps->show(category)
         && m_window->waitFor([&] { return m_window->rowNamed(name) >= 0; })
@@ -145,14 +145,14 @@ bool AppListsTest::openRow(const char *category, const QString &name)
         && m_window->waitForItem(QStringLiteral("detailsView"));
 }
 
-void AppListsTest::searchInEveryList_data()
+void TestAppLists::searchInEveryList_data()
 {
     QTest::addColumn<QString>("category");
     for (const char *category : {"personal", "users", "roots", "others", "system", "requests"})
         QTest::newRow(category) << QString::fromLatin1(category);
 }
 
-void AppListsTest::searchInEveryList()
+void TestAppLists::searchInEveryList()
 {
     QFETCH(QString, category);
     QVERIFY(m_steps->show(qPrintable(category)));
@@ -178,14 +178,14 @@ void AppListsTest::searchInEveryList()
     QVERIFY(m_window->rowCount() <= all);
 }
 
-void AppListsTest::searchByTaxNumber()
+void TestAppLists::searchByTaxNumber()
 {
     QVERIFY(m_window->fill(QStringLiteral("searchField"), QStringLiteral("5001007322")));
     QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == 1; }));
     QCOMPARE(m_window->rowNamed(personName()), 0);
 }
 
-void AppListsTest::hitIsMarked()
+void TestAppLists::hitIsMarked()
 {
     const auto marks = [&] {
         return shownTexts().filter(QStringLiteral("<u>")).filter(QStringLiteral("Иванова"));
@@ -195,7 +195,7 @@ void AppListsTest::hitIsMarked()
     QVERIFY(m_window->waitFor([&] { return !marks().isEmpty(); }));
 }
 
-void AppListsTest::countsStayWhileSearching()
+void TestAppLists::countsStayWhileSearching()
 {
     const auto count = [&](const char *name) {
         return m_window->item(QLatin1String(name))->property("count").toInt();
@@ -211,7 +211,7 @@ void AppListsTest::countsStayWhileSearching()
     QCOMPARE(count("category-personal"), before);
 }
 
-void AppListsTest::emptyListsSayWhatBelongsThere()
+void TestAppLists::emptyListsSayWhatBelongsThere()
 {
     QVERIFY(m_steps->show("others"));
     QCOMPARE(m_window->rowCount(), 0);
@@ -221,7 +221,7 @@ void AppListsTest::emptyListsSayWhatBelongsThere()
     QVERIFY(!shownTexts().contains(qtTrId("trivex-app-details-none")));
 }
 
-void AppListsTest::rowsTellWhatTheyAre()
+void TestAppLists::rowsTellWhatTheyAre()
 {
     QVERIFY(m_steps->show("users"));
     const int row = m_window->rowNamed(QStringLiteral("maria.ivanova@example.org"));
@@ -234,7 +234,7 @@ void AppListsTest::rowsTellWhatTheyAre()
     QVERIFY(texts.contains(QLocale().toString(end, QLocale::ShortFormat)));
 }
 
-void AppListsTest::sectionsByStore()
+void TestAppLists::sectionsByStore()
 {
     const QStringList before = shownTexts();
     // In a category the store heads its rows; on the token's own page it would only repeat it.
@@ -244,7 +244,7 @@ void AppListsTest::sectionsByStore()
     QVERIFY(shownTexts().contains(data->tokenName()));
 }
 
-void AppListsTest::keyboardAlone()
+void TestAppLists::keyboardAlone()
 {
     m_window->key(Qt::Key_F, Qt::ControlModifier);
     m_window->type(QStringLiteral("петровна"));
@@ -259,7 +259,7 @@ void AppListsTest::keyboardAlone()
     QCOMPARE(list()->property("currentIndex").toInt(), 0);
 }
 
-void AppListsTest::shortcuts()
+void TestAppLists::shortcuts()
 {
     m_window->key(Qt::Key_N, Qt::ControlModifier);
     QVERIFY(m_window->waitForItem(QStringLiteral("generateButton")));
@@ -268,7 +268,7 @@ void AppListsTest::shortcuts()
     QVERIFY(!m_window->item(QStringLiteral("generateButton")));
 }
 
-void AppListsTest::valuesAreCopied()
+void TestAppLists::valuesAreCopied()
 {
     QVERIFY(openRow("personal", personName()));
     QVERIFY(m_window->click(QStringLiteral("copyButton")));
@@ -298,7 +298,7 @@ void AppListsTest::valuesAreCopied()
     QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("500100732259"));
 }
 
-void AppListsTest::identifiersOnDisplay()
+void TestAppLists::identifiersOnDisplay()
 {
     // Number and flag of each row that has one; a row is told by its label and flag.
     const auto flagged = [&] {
@@ -325,7 +325,7 @@ void AppListsTest::identifiersOnDisplay()
     QCOMPARE(shownTexts().count(qtTrId("trivex-app-digits-wrong")), wrong.size());
 }
 
-void AppListsTest::identifiersOnEntry()
+void TestAppLists::identifiersOnEntry()
 {
     QVERIFY(m_steps->startKey(QStringLiteral("numbers"), QString::fromLatin1(TestToken::pin())));
     QVERIFY(m_steps->waitForKey());
@@ -365,7 +365,7 @@ void AppListsTest::identifiersOnEntry()
     QVERIFY(m_window->waitForItem(QStringLiteral("savedCard")));
 }
 
-void AppListsTest::removalNamesWhatGoes()
+void TestAppLists::removalNamesWhatGoes()
 {
     QVERIFY(openRow("personal", personName()));
     QVERIFY(m_window->click(QStringLiteral("removeButton")));
@@ -390,7 +390,7 @@ void AppListsTest::removalNamesWhatGoes()
     }
 }
 
-void AppListsTest::widths()
+void TestAppLists::widths()
 {
     const auto shows = [&](const char *name) {
         return m_window->item(QLatin1String(name)) != nullptr;
@@ -414,7 +414,7 @@ void AppListsTest::widths()
     QVERIFY(m_window->waitFor([&] { return shows("sidebar"); }));
 }
 
-void AppListsTest::windowIsRemembered()
+void TestAppLists::windowIsRemembered()
 {
     m_window->window()->resize(1010, 655);
     m_window->setTheme(2, 1.15);
@@ -435,7 +435,7 @@ int main(int argc, char **argv)
 {
     WindowEnvironment display;
     SampleData sample(display);
-    return TrivexTest::runWindowTest<AppListsTest>(
+    return TrivexTest::runWindowTest<TestAppLists>(
         argc, argv, {display.problem(), sample.problem()}, [&] { data = &sample; });
 }
 

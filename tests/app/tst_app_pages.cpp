@@ -65,7 +65,7 @@ QStringList textsOf(const QQuickItem *item)
 } // namespace
 
 /// Looks at every page and dialog as a screen reader, a keyboard and a stranger would.
-class AppPagesTest : public QObject {
+class TestAppPages : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void everyPage_data();
@@ -85,7 +85,7 @@ private:
     std::unique_ptr<WindowDriver> m_window;
 };
 
-void AppPagesTest::everyPage_data()
+void TestAppPages::everyPage_data()
 {
     QTest::addColumn<QString>("locale");
     QTest::addColumn<QSize>("size");
@@ -98,7 +98,7 @@ void AppPagesTest::everyPage_data()
     QTest::newRow("russian, 4K, twice the text") << "ru_RU" << QSize(2500, 1500) << 1 << 2.0;
 }
 
-void AppPagesTest::everyPage()
+void TestAppPages::everyPage()
 {
     QFETCH(QString, locale);
     QFETCH(QSize, size);
@@ -122,7 +122,7 @@ void AppPagesTest::everyPage()
     QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
 }
 
-void AppPagesTest::checkNames(const QString &page)
+void TestAppPages::checkNames(const QString &page)
 {
     QStringList nameless;
     int controls = 0;
@@ -146,7 +146,7 @@ void AppPagesTest::checkNames(const QString &page)
                      __LINE__);
 }
 
-void AppPagesTest::checkTexts(const QString &page, bool russian)
+void TestAppPages::checkTexts(const QString &page, bool russian)
 {
     static const QHash<QString, QString> english =
         readCatalogue(QStringLiteral("trivex-app_en.ts"));
@@ -171,7 +171,7 @@ void AppPagesTest::checkTexts(const QString &page, bool russian)
     });
 }
 
-void AppPagesTest::checkFits(const QString &page)
+void TestAppPages::checkFits(const QString &page)
 {
     const qreal width = m_window->window()->width();
     visitItems(m_window->window()->contentItem(), [&](QQuickItem *item) {
@@ -187,7 +187,7 @@ void AppPagesTest::checkFits(const QString &page)
     });
 }
 
-void AppPagesTest::secretsStaySecret_data()
+void TestAppPages::secretsStaySecret_data()
 {
     QTest::addColumn<QString>("page");
     QTest::addColumn<QString>("dialog");
@@ -206,7 +206,7 @@ void AppPagesTest::secretsStaySecret_data()
                                           << "bundlePassword";
 }
 
-void AppPagesTest::secretsStaySecret()
+void TestAppPages::secretsStaySecret()
 {
     QFETCH(QString, page);
     QFETCH(QString, dialog);
@@ -246,14 +246,14 @@ void AppPagesTest::secretsStaySecret()
     m_window.reset();
 }
 
-void AppPagesTest::everyResultOfSigningHasWords_data()
+void TestAppPages::everyResultOfSigningHasWords_data()
 {
     QTest::addColumn<QString>("locale");
     QTest::newRow("english") << "en_US";
     QTest::newRow("russian") << "ru_RU";
 }
 
-void AppPagesTest::everyResultOfSigningHasWords()
+void TestAppPages::everyResultOfSigningHasWords()
 {
     QFETCH(QString, locale);
     QLocale::setDefault(QLocale(locale));
@@ -289,14 +289,14 @@ void AppPagesTest::everyResultOfSigningHasWords()
     m_window.reset();
 }
 
-void AppPagesTest::tabReachesEverything_data()
+void TestAppPages::tabReachesEverything_data()
 {
     QTest::addColumn<QString>("page");
     for (const char *page : {"details", "requests", "new-request", "sign"})
         QTest::newRow(page) << page;
 }
 
-void AppPagesTest::tabReachesEverything()
+void TestAppPages::tabReachesEverything()
 {
     QFETCH(QString, page);
     QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
@@ -336,7 +336,7 @@ int main(int argc, char **argv)
 {
     WindowEnvironment display;
     SampleData sample(display);
-    return TrivexTest::runWindowTest<AppPagesTest>(
+    return TrivexTest::runWindowTest<TestAppPages>(
         argc, argv, {display.problem(), sample.problem()}, [&] { data = &sample; });
 }
 

@@ -45,7 +45,7 @@ bool isThere(const QString &name)
 } // namespace
 
 /// Two tokens that ask at the same time, in the real window; and what is shown of a key that hides.
-class AppQuestionsTest : public QObject {
+class TestAppQuestions : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -77,7 +77,7 @@ private:
     const std::shared_ptr<std::atomic<int>> m_ended = std::make_shared<std::atomic<int>>(0);
 };
 
-void AppQuestionsTest::initTestCase()
+void TestAppQuestions::initTestCase()
 {
     QVERIFY(m_authority.isValid());
     TestToken &first = token->token();
@@ -97,7 +97,7 @@ void AppQuestionsTest::initTestCase()
     QVERIFY(m_window->waitFor([&] { return m_window->rowNamed(QStringLiteral("Signer")) >= 0; }));
 }
 
-void AppQuestionsTest::init()
+void TestAppQuestions::init()
 {
     // Neither is logged in.
     token->control("remove");
@@ -111,7 +111,7 @@ void AppQuestionsTest::init()
     *m_ended = 0;
 }
 
-void AppQuestionsTest::cleanup()
+void TestAppQuestions::cleanup()
 {
     if (QTest::currentTestFailed())
         m_steps->savePicture(QTest::currentTestFunction());
@@ -119,12 +119,12 @@ void AppQuestionsTest::cleanup()
     m_steps->escape();
 }
 
-void AppQuestionsTest::cleanupTestCase()
+void TestAppQuestions::cleanupTestCase()
 {
     m_window.reset();
 }
 
-void AppQuestionsTest::write(const QString &name)
+void TestAppQuestions::write(const QString &name)
 {
     Trivex::StoreChange change;
     change.certificate = QCA::Certificate::fromDER(m_authority.certificate());
@@ -134,14 +134,14 @@ void AppQuestionsTest::write(const QString &name)
         [ended = m_ended](const Trivex::StoreChangeResult &) { ++*ended; }));
 }
 
-bool AppQuestionsTest::isFlagged(const QString &name) const
+bool TestAppQuestions::isFlagged(const QString &name) const
 {
     const QQuickItem *note = m_window->item(QStringLiteral("rowKeyNote"));
     return m_window->rowNamed(name) >= 0 && note
         && note->property("text").toString() == qtTrId("trivex-app-key-unseen");
 }
 
-void AppQuestionsTest::whenOpen(const char *dialog, const std::function<void()> &action)
+void TestAppQuestions::whenOpen(const char *dialog, const std::function<void()> &action)
 {
     auto *timer = new QTimer(this);
     connect(timer, &QTimer::timeout, this, [=] {
@@ -154,7 +154,7 @@ void AppQuestionsTest::whenOpen(const char *dialog, const std::function<void()> 
     timer->start(100);
 }
 
-void AppQuestionsTest::startSigning(const char *name)
+void TestAppQuestions::startSigning(const char *name)
 {
     QVERIFY(m_steps->show("sign"));
     m_steps->openFile(writeTestFile(environment->file(QLatin1String(name)), "Dear all"));
@@ -162,7 +162,7 @@ void AppQuestionsTest::startSigning(const char *name)
     QVERIFY(m_steps->press("doSign"));
 }
 
-void AppQuestionsTest::endQuestion(bool byPulling, const QByteArray &orders)
+void TestAppQuestions::endQuestion(bool byPulling, const QByteArray &orders)
 {
     if (byPulling)
         token->control(orders + "remove " + First.toLatin1());
@@ -170,7 +170,7 @@ void AppQuestionsTest::endQuestion(bool byPulling, const QByteArray &orders)
         Trivex::TokenMonitor::cancel(storeIdOf(First));
 }
 
-void AppQuestionsTest::rowSaysThatTheKeyIsNotSeen()
+void TestAppQuestions::rowSaysThatTheKeyIsNotSeen()
 {
     QVERIFY(m_window->waitFor([&] { return isFlagged(QStringLiteral("Signer")); }));
     write(First);
@@ -181,14 +181,14 @@ void AppQuestionsTest::rowSaysThatTheKeyIsNotSeen()
     QVERIFY(m_window->rowNamed(QStringLiteral("Signer")) >= 0);
 }
 
-void AppQuestionsTest::textBelongsToOneQuestion_data()
+void TestAppQuestions::textBelongsToOneQuestion_data()
 {
     QTest::addColumn<bool>("pulled");
     QTest::newRow("the token is taken out") << true;
     QTest::newRow("the operation is stopped") << false;
 }
 
-void AppQuestionsTest::textBelongsToOneQuestion()
+void TestAppQuestions::textBelongsToOneQuestion()
 {
     QFETCH(bool, pulled);
     token->control("final-try");
@@ -221,12 +221,12 @@ void AppQuestionsTest::textBelongsToOneQuestion()
     QVERIFY(m_steps->waitClosed("pinPromptDialog"));
 }
 
-void AppQuestionsTest::withdrawnSignature_data()
+void TestAppQuestions::withdrawnSignature_data()
 {
     textBelongsToOneQuestion_data();
 }
 
-void AppQuestionsTest::withdrawnSignature()
+void TestAppQuestions::withdrawnSignature()
 {
     QFETCH(bool, pulled);
     QString asker;
@@ -257,7 +257,7 @@ void AppQuestionsTest::withdrawnSignature()
     QCOMPARE(token->count("C_Login"), 0);
 }
 
-void AppQuestionsTest::signPageNamesTheTokenThatAsks()
+void TestAppQuestions::signPageNamesTheTokenThatAsks()
 {
     QStringList asked;
     whenOpen("pinPromptDialog", [&] {
@@ -286,7 +286,7 @@ int main(int argc, char **argv)
 {
     WindowEnvironment display;
     FaultyToken faulty(First);
-    return TrivexTest::runWindowTest<AppQuestionsTest>(
+    return TrivexTest::runWindowTest<TestAppQuestions>(
         argc, argv, {display.problem(), faulty.token().problem()}, [&] {
             faulty.useInThisProcess();
             environment = &display;

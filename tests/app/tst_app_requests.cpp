@@ -42,7 +42,7 @@ QByteArray contents(const QString &path)
 
 /// A saved request is reopened, changed and signed again; and every way in which that fails leaves
 /// the file as it was.
-class AppRequestsTest : public QObject {
+class TestAppRequests : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -89,7 +89,7 @@ private:
     std::unique_ptr<PinRobot> m_robot;
 };
 
-void AppRequestsTest::initTestCase()
+void TestAppRequests::initTestCase()
 {
     QVERIFY(m_authority.isValid());
     m_window = std::make_unique<WindowDriver>();
@@ -105,7 +105,7 @@ void AppRequestsTest::initTestCase()
     QVERIFY(QFile::exists(requestFile("Иванова Мария.csr")));
 }
 
-void AppRequestsTest::folderIsOpened()
+void TestAppRequests::folderIsOpened()
 {
     QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "noteOpened");
     QVERIFY(m_steps->press("openFolder"));
@@ -114,7 +114,7 @@ void AppRequestsTest::folderIsOpened()
     QCOMPARE(m_opened, QList<QUrl>({QUrl::fromLocalFile(folder)}));
 }
 
-void AppRequestsTest::init()
+void TestAppRequests::init()
 {
     m_window->takeWarnings();
     m_robot->answer(rightPin());
@@ -122,7 +122,7 @@ void AppRequestsTest::init()
     QVERIFY(m_window->waitFor([&] { return isTokenThere(); }));
 }
 
-void AppRequestsTest::cleanup()
+void TestAppRequests::cleanup()
 {
     if (QTest::currentTestFailed())
         m_steps->savePicture(QTest::currentTestFunction());
@@ -132,19 +132,19 @@ void AppRequestsTest::cleanup()
     QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
 }
 
-void AppRequestsTest::cleanupTestCase()
+void TestAppRequests::cleanupTestCase()
 {
     m_robot.reset();
     m_window.reset();
 }
 
-bool AppRequestsTest::isTokenThere() const
+bool TestAppRequests::isTokenThere() const
 {
     const QQuickItem *item = m_window->item(QStringLiteral("token-") + token->token().label());
     return item && item->property("note").toString().isEmpty();
 }
 
-bool AppRequestsTest::openEditor(const QString &name)
+bool TestAppRequests::openEditor(const QString &name)
 {
     return m_steps->show("requests")
         && m_window->waitFor([&] { return m_window->rowNamed(name) >= 0; })
@@ -152,19 +152,19 @@ bool AppRequestsTest::openEditor(const QString &name)
         && m_window->click(QStringLiteral("editButton")) && m_steps->waitOpen("editRequestDialog");
 }
 
-bool AppRequestsTest::edit(const QString &field, const QString &text)
+bool TestAppRequests::edit(const QString &field, const QString &text)
 {
     return m_window->fill(field, text) && m_window->click(QStringLiteral("editRequestSave"));
 }
 
-QString AppRequestsTest::subject(const QString &path) const
+QString TestAppRequests::subject(const QString &path) const
 {
     return QString::fromUtf8(m_authority.openssl(
         {QStringLiteral("req"), QStringLiteral("-in"), path, QStringLiteral("-noout"),
          QStringLiteral("-subject"), QStringLiteral("-nameopt"), QStringLiteral("utf8")}));
 }
 
-bool AppRequestsTest::isSigned(const QString &path) const
+bool TestAppRequests::isSigned(const QString &path) const
 {
     return !m_authority
                 .openssl({QStringLiteral("req"), QStringLiteral("-in"), path,
@@ -172,7 +172,7 @@ bool AppRequestsTest::isSigned(const QString &path) const
                 .isNull();
 }
 
-QStringList AppRequestsTest::values(const QString &path) const
+QStringList TestAppRequests::values(const QString &path) const
 {
     const QString lines = QString::fromUtf8(m_authority.openssl(
         {QStringLiteral("req"), QStringLiteral("-in"), path, QStringLiteral("-noout"),
@@ -187,13 +187,13 @@ QStringList AppRequestsTest::values(const QString &path) const
     return result;
 }
 
-bool AppRequestsTest::keepsTyped(const QString &text) const
+bool TestAppRequests::keepsTyped(const QString &text) const
 {
     return m_window->isOpen(QStringLiteral("editRequestDialog"))
         && m_steps->text("organizationInput") == text;
 }
 
-void AppRequestsTest::editedAndSignedAgain()
+void TestAppRequests::editedAndSignedAgain()
 {
     const QString file = requestFile("Иванова Мария.csr");
     const QByteArray before = contents(file);
@@ -210,7 +210,7 @@ void AppRequestsTest::editedAndSignedAgain()
     QCOMPARE(QDir(requestFile("")).entryList(QDir::Files | QDir::Hidden).size(), 1);
 }
 
-void AppRequestsTest::nameChanges()
+void TestAppRequests::nameChanges()
 {
     QVERIFY(openEditor(QStringLiteral("Иванова Мария")));
     QVERIFY(edit(QStringLiteral("commonNameInput"), QStringLiteral("Петрова Мария")));
@@ -233,7 +233,7 @@ void AppRequestsTest::nameChanges()
 }
 
 /// A value that is edited takes the place of the one before; an emptied one goes.
-void AppRequestsTest::valuesAreReplaced()
+void TestAppRequests::valuesAreReplaced()
 {
     const QString file = requestFile("Петрова Мария.csr");
     for (const QString &country : {QStringLiteral("ru"), QStringLiteral("KZ")}) {
@@ -264,7 +264,7 @@ void AppRequestsTest::valuesAreReplaced()
 }
 
 /// What the form has no field for is told, and stays in the file.
-void AppRequestsTest::othersAreKept()
+void TestAppRequests::othersAreKept()
 {
     const QByteArray made = m_authority.openssl(
         {QStringLiteral("req"), QStringLiteral("-new"), QStringLiteral("-newkey"),
@@ -283,7 +283,7 @@ void AppRequestsTest::othersAreKept()
     QTRY_VERIFY(m_window->rowNamed(QStringLiteral("Several")) < 0);
 }
 
-void AppRequestsTest::wrongValuesAreRefused_data()
+void TestAppRequests::wrongValuesAreRefused_data()
 {
     QTest::addColumn<QString>("field");
     QTest::addColumn<QString>("text");
@@ -297,7 +297,7 @@ void AppRequestsTest::wrongValuesAreRefused_data()
         QTest::newRow(address) << QStringLiteral("email") << QString::fromUtf8(address);
 }
 
-void AppRequestsTest::wrongValuesAreRefused()
+void TestAppRequests::wrongValuesAreRefused()
 {
     QFETCH(QString, field);
     QFETCH(QString, text);
@@ -313,7 +313,7 @@ void AppRequestsTest::wrongValuesAreRefused()
     QCOMPARE(contents(file), before);
 }
 
-void AppRequestsTest::nothingChanged()
+void TestAppRequests::nothingChanged()
 {
     const QString file = requestFile("Петрова Мария.csr");
     const QByteArray before = contents(file);
@@ -325,7 +325,7 @@ void AppRequestsTest::nothingChanged()
     QCOMPARE(token->count("C_Sign"), 0);
 }
 
-void AppRequestsTest::diskIsFull()
+void TestAppRequests::diskIsFull()
 {
     const QString file = requestFile("Петрова Мария.csr");
     const QByteArray before = contents(file);
@@ -354,7 +354,7 @@ void AppRequestsTest::diskIsFull()
     QCOMPARE(m_steps->text("organizationInput"), QStringLiteral("АО «Пример»"));
 }
 
-void AppRequestsTest::tokenIsGone()
+void TestAppRequests::tokenIsGone()
 {
     const QString file = requestFile("Петрова Мария.csr");
     const QByteArray before = contents(file);
@@ -371,7 +371,7 @@ void AppRequestsTest::tokenIsGone()
     QVERIFY(keepsTyped(QStringLiteral("Gone Ltd")));
 }
 
-void AppRequestsTest::signingFails()
+void TestAppRequests::signingFails()
 {
     const QString file = requestFile("Петрова Мария.csr");
     const QByteArray before = contents(file);
@@ -387,7 +387,7 @@ void AppRequestsTest::signingFails()
     QVERIFY(keepsTyped(QStringLiteral("Failed Ltd")));
 }
 
-void AppRequestsTest::pinIsLeft()
+void TestAppRequests::pinIsLeft()
 {
     const QString file = requestFile("Петрова Мария.csr");
     const QByteArray before = contents(file);
@@ -412,7 +412,7 @@ void AppRequestsTest::pinIsLeft()
     QTRY_COMPARE(values(file), wanted);
 }
 
-void AppRequestsTest::requestOfAnotherKey()
+void TestAppRequests::requestOfAnotherKey()
 {
     const QByteArray foreign = m_authority.openssl(
         {QStringLiteral("req"), QStringLiteral("-new"), QStringLiteral("-newkey"),
@@ -429,7 +429,7 @@ void AppRequestsTest::requestOfAnotherKey()
     QVERIFY(keepsTyped(QStringLiteral("Nobody Ltd")));
 }
 
-void AppRequestsTest::removedAfterAQuestion()
+void TestAppRequests::removedAfterAQuestion()
 {
     const QString file = requestFile("Foreign.csr");
     QVERIFY(m_steps->show("requests"));
@@ -447,7 +447,7 @@ void AppRequestsTest::removedAfterAQuestion()
 }
 
 /// What the first try typed is not in the request of the second.
-void AppRequestsTest::createdAtTheSecondTry()
+void TestAppRequests::createdAtTheSecondTry()
 {
     QVERIFY(m_steps->startKey(QStringLiteral("second"), rightPin()));
     QVERIFY(m_steps->waitForKey());
@@ -482,7 +482,7 @@ int main(int argc, char **argv)
 {
     WindowEnvironment display;
     FaultyToken faulty(QStringLiteral("Токен В"));
-    return TrivexTest::runWindowTest<AppRequestsTest>(
+    return TrivexTest::runWindowTest<TestAppRequests>(
         argc, argv, {display.problem(), faulty.token().problem()}, [&] {
             faulty.useInThisProcess();
             environment = &display;

@@ -41,7 +41,7 @@ QByteArray pem(const QByteArray &der)
 } // namespace
 
 /// Ten thousand certificates: nothing that the window does with them may be felt.
-class AppRowsTest : public QObject {
+class TestAppRows : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -65,7 +65,7 @@ private:
     std::unique_ptr<WindowDriver> m_window;
 };
 
-void AppRowsTest::initTestCase()
+void TestAppRows::initTestCase()
 {
     QVERIFY(m_authority.isValid());
     // One real certificate, its name overwritten: the signatures do not fit any more, which no
@@ -82,19 +82,19 @@ void AppRowsTest::initTestCase()
     show("users");
 }
 
-QString AppRowsTest::directory() const
+QString TestAppRows::directory() const
 {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
         + QStringLiteral("/trivex/certificates");
 }
 
-void AppRowsTest::show(const char *category)
+void TestAppRows::show(const char *category)
 {
     QMetaObject::invokeMethod(m_window->window(), "show",
                               Q_ARG(QVariant, QString::fromLatin1(category)));
 }
 
-void AppRowsTest::writeAll()
+void TestAppRows::writeAll()
 {
     // In a thread of its own: the window's is measured.
     const std::unique_ptr<QThread> writer(QThread::create([this] {
@@ -114,7 +114,7 @@ void AppRowsTest::writeAll()
     writer->wait();
 }
 
-void AppRowsTest::removeAll()
+void TestAppRows::removeAll()
 {
     // With its directory, so that the list empties at once.
     m_window.reset();
@@ -124,7 +124,7 @@ void AppRowsTest::removeAll()
     show("users");
 }
 
-void AppRowsTest::check(const char *what, const std::function<void()> &action)
+void TestAppRows::check(const char *what, const std::function<void()> &action)
 {
     qint64 work = 0;
     qint64 frame = 0;
@@ -148,7 +148,7 @@ void AppRowsTest::check(const char *what, const std::function<void()> &action)
     QVERIFY2(frame <= LimitMs, qPrintable(QStringLiteral("a frame of %1 ms").arg(frame)));
 }
 
-void AppRowsTest::loading()
+void TestAppRows::loading()
 {
     bool first = true;
     check("loading", [&] {
@@ -161,7 +161,7 @@ void AppRowsTest::loading()
     });
 }
 
-void AppRowsTest::opening()
+void TestAppRows::opening()
 {
     check("opening", [&] {
         show("personal");
@@ -173,7 +173,7 @@ void AppRowsTest::opening()
     });
 }
 
-void AppRowsTest::searching()
+void TestAppRows::searching()
 {
     QVERIFY(m_window->click(QStringLiteral("searchField")));
     check("searching", [&] {
@@ -192,7 +192,7 @@ void AppRowsTest::searching()
     });
 }
 
-void AppRowsTest::scrolling()
+void TestAppRows::scrolling()
 {
     m_window->item(QStringLiteral("certificateList"))->forceActiveFocus(Qt::TabFocusReason);
     check("scrolling", [&] {
@@ -207,7 +207,7 @@ void AppRowsTest::scrolling()
     });
 }
 
-void AppRowsTest::startingWithAll()
+void TestAppRows::startingWithAll()
 {
     check("starting with all of them, searched while they come", [&] {
         m_window.reset();
@@ -227,7 +227,7 @@ void AppRowsTest::startingWithAll()
 int main(int argc, char **argv)
 {
     WindowEnvironment display;
-    return TrivexTest::runWindowTest<AppRowsTest>(argc, argv, {display.problem()}, [] {});
+    return TrivexTest::runWindowTest<TestAppRows>(argc, argv, {display.problem()}, [] {});
 }
 
 #include "tst_app_rows.moc"

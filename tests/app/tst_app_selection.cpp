@@ -21,7 +21,7 @@ const QString none = QStringLiteral("nothing");
 
 /// What is highlighted, what is shown in detail and what would be removed are one and the same,
 /// whatever becomes of the list.
-class AppSelectionTest : public QObject {
+class TestAppSelection : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -57,7 +57,7 @@ private:
     std::unique_ptr<Steps> m_steps;
 };
 
-void AppSelectionTest::initTestCase()
+void TestAppSelection::initTestCase()
 {
     QVERIFY(m_authority.isValid());
     for (const char *name : {"Anna", "Boris", "Clara", "Dmitri", "Elena"})
@@ -69,7 +69,7 @@ void AppSelectionTest::initTestCase()
     m_steps = std::make_unique<Steps>(*m_window);
 }
 
-void AppSelectionTest::init()
+void TestAppSelection::init()
 {
     m_window->window()->resize(1180, 760);
     QVERIFY(m_window->waitForItem(QStringLiteral("category-users")));
@@ -80,7 +80,7 @@ void AppSelectionTest::init()
     m_window->takeWarnings();
 }
 
-void AppSelectionTest::cleanup()
+void TestAppSelection::cleanup()
 {
     if (QTest::currentTestFailed())
         m_steps->savePicture(QTest::currentTestFunction());
@@ -89,18 +89,18 @@ void AppSelectionTest::cleanup()
     QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
 }
 
-void AppSelectionTest::cleanupTestCase()
+void TestAppSelection::cleanupTestCase()
 {
     m_window.reset();
 }
 
-QString AppSelectionTest::userFile(const char *name) const
+QString TestAppSelection::userFile(const char *name) const
 {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
         + QStringLiteral("/trivex/certificates/") + QLatin1String(name) + QStringLiteral(".pem");
 }
 
-bool AppSelectionTest::addUser(const char *name) const
+bool TestAppSelection::addUser(const char *name) const
 {
     const QByteArray certificate = m_authority.openssl(
         {QStringLiteral("req"), QStringLiteral("-x509"), QStringLiteral("-newkey"),
@@ -110,7 +110,7 @@ bool AppSelectionTest::addUser(const char *name) const
     return !writeTestFile(userFile(name), certificate).isEmpty();
 }
 
-QString AppSelectionTest::addRequest(const QString &file, const char *subject) const
+QString TestAppSelection::addRequest(const QString &file, const char *subject) const
 {
     const QByteArray request = m_authority.openssl(
         {QStringLiteral("req"), QStringLiteral("-new"), QStringLiteral("-newkey"),
@@ -120,7 +120,7 @@ QString AppSelectionTest::addRequest(const QString &file, const char *subject) c
     return writeTestFile(environment->file(QStringLiteral("CertificateRequest/") + file), request);
 }
 
-QString AppSelectionTest::highlighted() const
+QString TestAppSelection::highlighted() const
 {
     QQuickItem *list = m_window->item(QStringLiteral("certificateList"));
     QStringList names;
@@ -134,14 +134,14 @@ QString AppSelectionTest::highlighted() const
     return names.isEmpty() ? none : names.join(QLatin1Char('+'));
 }
 
-QString AppSelectionTest::shown() const
+QString TestAppSelection::shown() const
 {
     const QQuickItem *view = m_window->item(QStringLiteral("detailsView"));
     const QObject *header = view ? view->property("header").value<QObject *>() : nullptr;
     return header ? header->property("name").toString() : none;
 }
 
-QString AppSelectionTest::removable()
+QString TestAppSelection::removable()
 {
     const QQuickItem *button = m_window->item(QStringLiteral("removeButton"));
     if (!button || !button->isEnabled() || !m_window->click(QStringLiteral("removeButton")))
@@ -154,7 +154,7 @@ QString AppSelectionTest::removable()
     return name;
 }
 
-QString AppSelectionTest::chosen()
+QString TestAppSelection::chosen()
 {
     QTest::qWait(100); // a change of the list is taken up in the next turns of the loop
     const QString inList = highlighted();
@@ -165,13 +165,13 @@ QString AppSelectionTest::chosen()
     return QStringLiteral("list %1, details %2, removal %3").arg(inList, inDetail, toGo);
 }
 
-bool AppSelectionTest::pick(const char *name)
+bool TestAppSelection::pick(const char *name)
 {
     return m_window->waitFor([&] { return m_window->rowNamed(QLatin1String(name)) >= 0; })
         && m_window->clickRow(m_window->rowNamed(QLatin1String(name)));
 }
 
-void AppSelectionTest::byMouseAndKeys()
+void TestAppSelection::byMouseAndKeys()
 {
     QCOMPARE(chosen(), none);
     QVERIFY(pick("Boris"));
@@ -190,7 +190,7 @@ void AppSelectionTest::byMouseAndKeys()
     QCOMPARE(chosen(), QStringLiteral("Anna"));
 }
 
-void AppSelectionTest::searchMovesTheRow()
+void TestAppSelection::searchMovesTheRow()
 {
     QVERIFY(pick("Dmitri"));
     // Boris, Dmitri
@@ -205,7 +205,7 @@ void AppSelectionTest::searchMovesTheRow()
     QCOMPARE(chosen(), QStringLiteral("Dmitri"));
 }
 
-void AppSelectionTest::searchHidesTheRow()
+void TestAppSelection::searchHidesTheRow()
 {
     QVERIFY(pick("Dmitri"));
     QVERIFY(m_window->fill(QStringLiteral("searchField"), QStringLiteral("lara")));
@@ -227,7 +227,7 @@ void AppSelectionTest::searchHidesTheRow()
     QCOMPARE(chosen(), QStringLiteral("Clara"));
 }
 
-void AppSelectionTest::enterInTheSearch()
+void TestAppSelection::enterInTheSearch()
 {
     QVERIFY(pick("Anna"));
     QVERIFY(m_window->fill(QStringLiteral("searchField"), QStringLiteral("elena")));
@@ -236,7 +236,7 @@ void AppSelectionTest::enterInTheSearch()
     QCOMPARE(chosen(), QStringLiteral("Elena"));
 }
 
-void AppSelectionTest::rowsComeAndGoAround()
+void TestAppSelection::rowsComeAndGoAround()
 {
     QVERIFY(pick("Clara"));
     QVERIFY(addUser("Adam"));
@@ -253,7 +253,7 @@ void AppSelectionTest::rowsComeAndGoAround()
     QCOMPARE(chosen(), QStringLiteral("Clara"));
 }
 
-void AppSelectionTest::chosenRowGoes()
+void TestAppSelection::chosenRowGoes()
 {
     QVERIFY(addUser("Cyril"));
     QVERIFY(pick("Cyril"));
@@ -264,7 +264,7 @@ void AppSelectionTest::chosenRowGoes()
     QCOMPARE(chosen(), none);
 }
 
-void AppSelectionTest::categoryChanges()
+void TestAppSelection::categoryChanges()
 {
     QVERIFY(pick("Clara"));
     QVERIFY(m_steps->show("requests"));
@@ -275,7 +275,7 @@ void AppSelectionTest::categoryChanges()
     QCOMPARE(chosen(), none);
 }
 
-void AppSelectionTest::windowBecomesNarrow()
+void TestAppSelection::windowBecomesNarrow()
 {
     QVERIFY(pick("Boris"));
     m_window->window()->resize(400, 700);
@@ -297,7 +297,7 @@ void AppSelectionTest::windowBecomesNarrow()
     QCOMPARE(chosen(), QStringLiteral("Clara"));
 }
 
-void AppSelectionTest::requestsAreListedAnew()
+void TestAppSelection::requestsAreListedAnew()
 {
     QVERIFY(m_steps->show("requests"));
     QVERIFY(pick("Boris"));
@@ -309,7 +309,7 @@ void AppSelectionTest::requestsAreListedAnew()
     QCOMPARE(chosen(), QStringLiteral("Boris"));
 }
 
-void AppSelectionTest::requestsOfOneName()
+void TestAppSelection::requestsOfOneName()
 {
     const QString first = addRequest(QStringLiteral("Same (1).csr"), "Same");
     const QString second = addRequest(QStringLiteral("Same.csr"), "Same");
@@ -326,7 +326,7 @@ void AppSelectionTest::requestsOfOneName()
     QCOMPARE(chosen(), none);
 }
 
-void AppSelectionTest::removalOfWhatHasGone()
+void TestAppSelection::removalOfWhatHasGone()
 {
     const QString file = addRequest(QStringLiteral("Boris (1).csr"), "Boris");
     QVERIFY(m_steps->show("requests"));
@@ -349,7 +349,7 @@ void AppSelectionTest::removalOfWhatHasGone()
 int main(int argc, char **argv)
 {
     WindowEnvironment display;
-    return runWindowTest<AppSelectionTest>(argc, argv, {display.problem()},
+    return runWindowTest<TestAppSelection>(argc, argv, {display.problem()},
                                            [&] { environment = &display; });
 }
 

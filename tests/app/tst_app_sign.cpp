@@ -31,7 +31,7 @@ QString digestOf(const QByteArray &data)
 } // namespace
 
 /// The page that signs and checks: what it shows of a document, and each result in its own words.
-class AppSignTest : public QObject {
+class TestAppSign : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -68,7 +68,7 @@ private:
     std::unique_ptr<PinRobot> m_robot;
 };
 
-void AppSignTest::initTestCase()
+void TestAppSign::initTestCase()
 {
     QVERIFY(m_authority.isValid());
     const auto put = [&](const char *type, const QString &id, const char *subject) {
@@ -88,14 +88,14 @@ void AppSignTest::initTestCase()
     }
 }
 
-void AppSignTest::init()
+void TestAppSign::init()
 {
     QVERIFY(m_steps->show("sign"));
     m_window->takeWarnings();
     m_robot->answer(rightPin());
 }
 
-void AppSignTest::cleanup()
+void TestAppSign::cleanup()
 {
     if (QTest::currentTestFailed())
         m_steps->savePicture(QTest::currentTestFunction());
@@ -106,13 +106,13 @@ void AppSignTest::cleanup()
     QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
 }
 
-void AppSignTest::cleanupTestCase()
+void TestAppSign::cleanupTestCase()
 {
     m_robot.reset();
     m_window.reset();
 }
 
-QString AppSignTest::document(const char *name, const QByteArray &contents)
+QString TestAppSign::document(const char *name, const QByteArray &contents)
 {
     const QString path = writeTestFile(environment->file(QString::fromUtf8(name)), contents);
     m_steps->openFile(path);
@@ -120,13 +120,13 @@ QString AppSignTest::document(const char *name, const QByteArray &contents)
     return path;
 }
 
-QString AppSignTest::value(const char *row) const
+QString TestAppSign::value(const char *row) const
 {
     const QQuickItem *item = m_window->item(QLatin1String(row));
     return item ? item->property("value").toString() : QString();
 }
 
-QString AppSignTest::result()
+QString TestAppSign::result()
 {
     m_window->waitFor([&] {
         return !m_window->item(QStringLiteral("signBusy"))
@@ -135,13 +135,13 @@ QString AppSignTest::result()
     return m_steps->text("signResult");
 }
 
-QString AppSignTest::detail() const
+QString TestAppSign::detail() const
 {
     const QQuickItem *notice = m_window->item(QStringLiteral("signResult"));
     return notice ? notice->property("detail").toString() : QString();
 }
 
-bool AppSignTest::signAnd(const std::function<void()> &meanwhile)
+bool TestAppSign::signAnd(const std::function<void()> &meanwhile)
 {
     bool met = false;
     // From a timer: what the press began returns only when the token has answered.
@@ -157,7 +157,7 @@ bool AppSignTest::signAnd(const std::function<void()> &meanwhile)
     return m_steps->press("doSign") && m_window->waitFor([&] { return met; });
 }
 
-void AppSignTest::documentIsShown()
+void TestAppSign::documentIsShown()
 {
     const QByteArray text("Dear all,\n");
     document("Письмо.txt", text);
@@ -170,7 +170,7 @@ void AppSignTest::documentIsShown()
              QStringLiteral("Signer"));
 }
 
-void AppSignTest::pictureIsShown()
+void TestAppSign::pictureIsShown()
 {
     QImage image(64, 48, QImage::Format_RGB32);
     image.fill(Qt::red);
@@ -185,7 +185,7 @@ void AppSignTest::pictureIsShown()
     QCOMPARE(value("documentType"), QStringLiteral("image/png"));
 }
 
-void AppSignTest::pinIsLeft()
+void TestAppSign::pinIsLeft()
 {
     const QString path = document("letter.txt", "Dear all,\n");
     token->forget();
@@ -198,7 +198,7 @@ void AppSignTest::pinIsLeft()
     QVERIFY(!m_window->isOpen(QStringLiteral("errorDialog")));
 }
 
-void AppSignTest::pinIsWrong()
+void TestAppSign::pinIsWrong()
 {
     const QString path = document("letter.txt", "Dear all,\n");
     token->forget();
@@ -212,7 +212,7 @@ void AppSignTest::pinIsWrong()
     QVERIFY(!QFile::exists(path + QStringLiteral(".sig")));
 }
 
-void AppSignTest::signedAndVerified()
+void TestAppSign::signedAndVerified()
 {
     const QString path = document("letter.txt", "Dear all,\n");
     token->forget();
@@ -232,7 +232,7 @@ void AppSignTest::signedAndVerified()
     QCOMPARE(token->count("C_Login"), 1);
 }
 
-void AppSignTest::changedDocument()
+void TestAppSign::changedDocument()
 {
     document("letter.txt", "Dear nobody,\n");
     QVERIFY(m_steps->press("doVerify"));
@@ -240,7 +240,7 @@ void AppSignTest::changedDocument()
     QVERIFY(!detail().isEmpty());
 }
 
-void AppSignTest::missingSignature()
+void TestAppSign::missingSignature()
 {
     document("unsigned.txt", "Nobody signed this\n");
     QVERIFY(m_steps->press("doVerify"));
@@ -248,7 +248,7 @@ void AppSignTest::missingSignature()
     QCOMPARE(detail(), qtTrId("trivex-app-read-missing"));
 }
 
-void AppSignTest::signatureCannotBeWritten()
+void TestAppSign::signatureCannotBeWritten()
 {
     // A folder stands where the signature is to go.
     QVERIFY(QDir().mkpath(environment->file(QStringLiteral("blocked.txt.sig/inside"))));
@@ -262,7 +262,7 @@ void AppSignTest::signatureCannotBeWritten()
 }
 
 /// A key that can't make this signature is not offered for it, neither here nor at its certificate.
-void AppSignTest::keyOfAnotherKind()
+void TestAppSign::keyOfAnotherKind()
 {
     document("curve.txt", "By another kind of key\n");
     QQuickItem *chooser = m_window->item(QStringLiteral("signKeyChooser"));
@@ -295,7 +295,7 @@ void AppSignTest::keyOfAnotherKind()
     m_window->key(Qt::Key_Escape);
 }
 
-void AppSignTest::tokenIsGone()
+void TestAppSign::tokenIsGone()
 {
     document("gone.txt", "The token is gone\n");
     token->control("remove-at C_Sign *\nremove-at C_SignFinal *\nremove-at C_SignInit *");
@@ -310,7 +310,7 @@ void AppSignTest::tokenIsGone()
     QCOMPARE(result(), qtTrId("trivex-app-signed"));
 }
 
-void AppSignTest::slowTokenIsStopped()
+void TestAppSign::slowTokenIsStopped()
 {
     const QString path = document("slow.txt", "Slowly\n");
     token->control("delay C_Sign * 3000");
@@ -334,7 +334,7 @@ void AppSignTest::slowTokenIsStopped()
     QCOMPARE(result(), qtTrId("trivex-app-signed"));
 }
 
-void AppSignTest::pageIsLeft()
+void TestAppSign::pageIsLeft()
 {
     const QString path = document("left.txt", "Left alone\n");
     token->control("delay C_Sign * 1500");
@@ -349,7 +349,7 @@ void AppSignTest::pageIsLeft()
     QVERIFY(!signature.exists() || signature.size() == 256);
 }
 
-void AppSignTest::largeFile()
+void TestAppSign::largeFile()
 {
     QByteArray block(1 << 20, 'x');
     const QString path = environment->file(QStringLiteral("large.txt"));
@@ -380,7 +380,7 @@ int main(int argc, char **argv)
 {
     WindowEnvironment display;
     FaultyToken faulty(QStringLiteral("Токен Д"));
-    return TrivexTest::runWindowTest<AppSignTest>(
+    return TrivexTest::runWindowTest<TestAppSign>(
         argc, argv, {display.problem(), faulty.token().problem()}, [&] {
             faulty.useInThisProcess();
             environment = &display;

@@ -31,7 +31,7 @@ double contrast(const QColor &a, const QColor &b)
 
 } // namespace
 
-class AppThemeTest : public QObject {
+class TestAppTheme : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void contrastIsEnough_data();
@@ -39,14 +39,14 @@ private Q_SLOTS:
     void everyIconIsThere();
 };
 
-void AppThemeTest::contrastIsEnough_data()
+void TestAppTheme::contrastIsEnough_data()
 {
     QTest::addColumn<int>("mode");
     QTest::newRow("light") << 1;
     QTest::newRow("dark") << 2;
 }
 
-void AppThemeTest::contrastIsEnough()
+void TestAppTheme::contrastIsEnough()
 {
     QFETCH(int, mode);
     QQmlEngine engine;
@@ -70,7 +70,7 @@ void AppThemeTest::contrastIsEnough()
     }
 }
 
-void AppThemeTest::everyIconIsThere()
+void TestAppTheme::everyIconIsThere()
 {
     // Icons are named in the QML files; a wrong name would show as an empty place.
     const QString directory =
@@ -104,7 +104,7 @@ void AppThemeTest::everyIconIsThere()
 int main(int argc, char **argv)
 {
     QGuiApplication application(argc, argv);
-    AppThemeTest test;
+    TestAppTheme test;
     return QTest::qExec(&test, argc, argv);
 }
 

@@ -25,7 +25,7 @@ QString rightPin()
 
 /// The window over a token that is slow, low on tries, locked or taken out: each login is counted
 /// at the module itself.
-class AppTokensTest : public QObject {
+class TestAppTokens : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -59,7 +59,7 @@ private:
     bool m_busy = false;
 };
 
-void AppTokensTest::initTestCase()
+void TestAppTokens::initTestCase()
 {
     QVERIFY(m_authority.isValid());
     m_window = std::make_unique<WindowDriver>();
@@ -68,13 +68,13 @@ void AppTokensTest::initTestCase()
     m_window->takeWarnings();
 }
 
-void AppTokensTest::init()
+void TestAppTokens::init()
 {
     QVERIFY(freshToken());
     m_window->meter().reset();
 }
 
-void AppTokensTest::cleanup()
+void TestAppTokens::cleanup()
 {
     if (QTest::currentTestFailed())
         m_steps->savePicture(QTest::currentTestFunction());
@@ -85,12 +85,12 @@ void AppTokensTest::cleanup()
     QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
 }
 
-void AppTokensTest::cleanupTestCase()
+void TestAppTokens::cleanupTestCase()
 {
     m_window.reset();
 }
 
-bool AppTokensTest::freshToken(const QByteArray &orders)
+bool TestAppTokens::freshToken(const QByteArray &orders)
 {
     if (!token->replug(m_steps->tokenStoreId()))
         return false;
@@ -99,7 +99,7 @@ bool AppTokensTest::freshToken(const QByteArray &orders)
     return true;
 }
 
-void AppTokensTest::lastTryNeedsConsent()
+void TestAppTokens::lastTryNeedsConsent()
 {
     token->control("final-try");
     QVERIFY(m_steps->startImport(m_authority.certificateFile()));
@@ -131,7 +131,7 @@ void AppTokensTest::lastTryNeedsConsent()
     QCOMPARE(token->token().objectCount(), 0);
 }
 
-void AppTokensTest::consentIsAskedAnew()
+void TestAppTokens::consentIsAskedAnew()
 {
     const int before = token->token().objectCount();
     token->control("final-try");
@@ -148,7 +148,7 @@ void AppTokensTest::consentIsAskedAnew()
     QCOMPARE(token->token().objectCount(), before + 1);
 }
 
-void AppTokensTest::triesAreCountedDownAndNeverSpentAlone()
+void TestAppTokens::triesAreCountedDownAndNeverSpentAlone()
 {
     token->control("tries 3");
     const QStringList said = {QString(), qtTrId("trivex-app-pin-low"),
@@ -180,7 +180,7 @@ void AppTokensTest::triesAreCountedDownAndNeverSpentAlone()
     QVERIFY(m_window->click(QStringLiteral("importCancel")));
 }
 
-void AppTokensTest::lastTryOfAKey()
+void TestAppTokens::lastTryOfAKey()
 {
     QVERIFY(freshToken("final-try"));
     QVERIFY(m_steps->show("newRequest"));
@@ -199,7 +199,7 @@ void AppTokensTest::lastTryOfAKey()
     QCOMPARE(token->count("C_Login"), 0);
 }
 
-void AppTokensTest::generationIsStopped()
+void TestAppTokens::generationIsStopped()
 {
     const int before = token->token().objectCount();
     token->control("delay C_GenerateKeyPair * 3000");
@@ -230,7 +230,7 @@ void AppTokensTest::generationIsStopped()
     QCOMPARE(token->token().objectCount(), before + 2);
 }
 
-void AppTokensTest::tokenGoesWhileAKeyIsMade()
+void TestAppTokens::tokenGoesWhileAKeyIsMade()
 {
     const int before = token->token().objectCount();
     token->control("delay C_GenerateKeyPair * 1500\nremove-at C_GenerateKeyPair *");
@@ -241,7 +241,7 @@ void AppTokensTest::tokenGoesWhileAKeyIsMade()
     QCOMPARE(token->token().objectCount(), before);
 }
 
-bool AppTokensTest::askForRequest(const QString &name, const std::function<void()> &meanwhile)
+bool TestAppTokens::askForRequest(const QString &name, const std::function<void()> &meanwhile)
 {
     if (!m_steps->startKey(name, rightPin()) || !m_steps->waitForKey()
         || !m_window->fill(QStringLiteral("commonNameInput"), name))
@@ -253,13 +253,13 @@ bool AppTokensTest::askForRequest(const QString &name, const std::function<void(
     return m_steps->press("createRequest");
 }
 
-QStringList AppTokensTest::savedRequests() const
+QStringList TestAppTokens::savedRequests() const
 {
     return QDir(environment->file(QStringLiteral("CertificateRequest")))
         .entryList(QDir::Files | QDir::Hidden);
 }
 
-void AppTokensTest::requestIsSignedSlowly()
+void TestAppTokens::requestIsSignedSlowly()
 {
     const QStringList before = savedRequests();
     token->control("delay C_Sign * 1500");
@@ -278,7 +278,7 @@ void AppTokensTest::requestIsSignedSlowly()
              qPrintable(QString::number(m_window->meter().longestWork())));
 }
 
-void AppTokensTest::requestIsStopped()
+void TestAppTokens::requestIsStopped()
 {
     const QStringList before = savedRequests();
     token->control("delay C_Sign * 3000");
@@ -296,7 +296,7 @@ void AppTokensTest::requestIsStopped()
     QVERIFY(savedRequests().contains(QStringLiteral("Stopped.csr")));
 }
 
-void AppTokensTest::pageIsLeftWhileARequestIsSigned()
+void TestAppTokens::pageIsLeftWhileARequestIsSigned()
 {
     token->control("delay C_Sign * 1500");
     QVERIFY(askForRequest(QStringLiteral("Left Alone"), [this] { m_steps->show("personal"); }));
@@ -307,7 +307,7 @@ void AppTokensTest::pageIsLeftWhileARequestIsSigned()
     QVERIFY(savedRequests().contains(QStringLiteral("Left Alone.csr")));
 }
 
-void AppTokensTest::pageIsLeftWhileAKeyIsMade()
+void TestAppTokens::pageIsLeftWhileAKeyIsMade()
 {
     token->control("delay C_GenerateKeyPair * 1500");
     QVERIFY(m_steps->startKey(QStringLiteral("away"), rightPin()));
@@ -323,7 +323,7 @@ void AppTokensTest::pageIsLeftWhileAKeyIsMade()
     QVERIFY(m_window->waitForItem(QStringLiteral("savedCard")));
 }
 
-void AppTokensTest::requestCannotBeWritten()
+void TestAppTokens::requestCannotBeWritten()
 {
     const QString folder = environment->file(QStringLiteral("CertificateRequest"));
     QVERIFY(QFile::rename(folder, folder + QStringLiteral(".away")));
@@ -346,7 +346,7 @@ int main(int argc, char **argv)
 {
     WindowEnvironment display;
     FaultyToken faulty(QStringLiteral("Токен Б"));
-    return TrivexTest::runWindowTest<AppTokensTest>(
+    return TrivexTest::runWindowTest<TestAppTokens>(
         argc, argv, {display.problem(), faulty.token().problem()}, [&] {
             faulty.useInThisProcess();
             environment = &display;

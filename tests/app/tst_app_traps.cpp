@@ -18,7 +18,7 @@ constexpr QSize Wide(1180, 760);
 
 /// What looked done and was not: judged by what is drawn, by where the keyboard goes, and by what
 /// the file or the key is in the end.
-class AppTrapsTest : public QObject {
+class TestAppTraps : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -39,7 +39,7 @@ private:
     std::unique_ptr<Steps> m_steps;
 };
 
-void AppTrapsTest::initTestCase()
+void TestAppTraps::initTestCase()
 {
     QVERIFY2(data->isValid(), qPrintable(data->problem()));
     m_window = std::make_unique<WindowDriver>();
@@ -47,7 +47,7 @@ void AppTrapsTest::initTestCase()
     QVERIFY(m_window->waitFor([&] { return m_window->rowCount() > 0; }));
 }
 
-void AppTrapsTest::cleanup()
+void TestAppTraps::cleanup()
 {
     if (QTest::currentTestFailed())
         m_steps->savePicture(QTest::currentTestFunction());
@@ -56,20 +56,20 @@ void AppTrapsTest::cleanup()
     QVERIFY(m_window->waitForItem(QStringLiteral("sidebar")));
 }
 
-void AppTrapsTest::cleanupTestCase()
+void TestAppTraps::cleanupTestCase()
 {
     m_steps.reset();
     m_window.reset();
 }
 
-void AppTrapsTest::drawerIsSeen_data()
+void TestAppTraps::drawerIsSeen_data()
 {
     QTest::addColumn<int>("width");
     for (const int width : {400, 520, 639, 641, 800})
         QTest::addRow("%d", width) << width;
 }
 
-void AppTrapsTest::drawerIsSeen()
+void TestAppTraps::drawerIsSeen()
 {
     QFETCH(int, width);
     m_window->window()->resize(width, Narrow.height());
@@ -103,7 +103,7 @@ void AppTrapsTest::drawerIsSeen()
     QVERIFY(m_steps->waitClosed("drawer"));
 }
 
-bool AppTrapsTest::tabTo(const QString &name, int most)
+bool TestAppTraps::tabTo(const QString &name, int most)
 {
     for (int i = 0; i < most; ++i) {
         const QQuickItem *wanted = m_window->item(name);
@@ -114,7 +114,7 @@ bool AppTrapsTest::tabTo(const QString &name, int most)
     return false;
 }
 
-void AppTrapsTest::sideBarByKeyboard_data()
+void TestAppTraps::sideBarByKeyboard_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::newRow("narrow") << Narrow;
@@ -122,7 +122,7 @@ void AppTrapsTest::sideBarByKeyboard_data()
     QTest::newRow("wide") << Wide;
 }
 
-void AppTrapsTest::sideBarByKeyboard()
+void TestAppTraps::sideBarByKeyboard()
 {
     QFETCH(QSize, size);
     m_window->window()->resize(size);
@@ -150,7 +150,7 @@ void AppTrapsTest::sideBarByKeyboard()
     QTRY_COMPARE(m_window->window()->property("current").toString(), QStringLiteral("personal"));
 }
 
-void AppTrapsTest::algorithmStaysWhenLookedAt()
+void TestAppTraps::algorithmStaysWhenLookedAt()
 {
     QVERIFY(m_steps->show("newRequest"));
     QVERIFY(m_steps->waitEnabled("algorithmChooser"));
@@ -171,7 +171,7 @@ int main(int argc, char **argv)
 {
     WindowEnvironment display;
     SampleData sample(display);
-    return runWindowTest<AppTrapsTest>(argc, argv, {display.problem(), sample.problem()},
+    return runWindowTest<TestAppTraps>(argc, argv, {display.problem(), sample.problem()},
                                        [&] { data = &sample; });
 }
 

@@ -74,7 +74,7 @@ QStringList names(const QAbstractItemModel &model)
 
 } // namespace
 
-class AppTypesTest : public QObject {
+class TestAppTypes : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -99,12 +99,12 @@ private:
     QCA::Initializer m_initializer;
 };
 
-void AppTypesTest::initTestCase()
+void TestAppTypes::initTestCase()
 {
     QLocale::setDefault(QLocale::c());
 }
 
-void AppTypesTest::checkDigits_data()
+void TestAppTypes::checkDigits_data()
 {
     QTest::addColumn<int>("kind");
     QTest::addColumn<QString>("text");
@@ -141,7 +141,7 @@ void AppTypesTest::checkDigits_data()
     QTest::newRow("empty") << int(CheckDigits::Inn) << "" << int(CheckDigits::Empty);
 }
 
-void AppTypesTest::checkDigits()
+void TestAppTypes::checkDigits()
 {
     QFETCH(int, kind);
     QFETCH(QString, text);
@@ -151,7 +151,7 @@ void AppTypesTest::checkDigits()
              result == CheckDigits::Good || result == CheckDigits::Empty);
 }
 
-void AppTypesTest::validityByDates()
+void TestAppTypes::validityByDates()
 {
     const QDateTime now(QDate(2026, 6, 1), QTime(12, 0), Qt::UTC);
     const QDateTime past = now.addDays(-100);
@@ -162,7 +162,7 @@ void AppTypesTest::validityByDates()
     QCOMPARE(Validity::stateAt({}, {}, now), Validity::Unknown);
 }
 
-void AppTypesTest::entriesHaveTheirTexts()
+void TestAppTypes::entriesHaveTheirTexts()
 {
     FakeSource source;
     EntryModel entries;
@@ -184,7 +184,7 @@ void AppTypesTest::entriesHaveTheirTexts()
     QCOMPARE(entries.rowOfCertificate(this), -1);
 }
 
-void AppTypesTest::sectionedFollowsItsFilter()
+void TestAppTypes::sectionedFollowsItsFilter()
 {
     FakeSource source;
     EntryModel entries;
@@ -214,7 +214,7 @@ void AppTypesTest::sectionedFollowsItsFilter()
     QTRY_VERIFY(is({QStringLiteral("bravo")}));
 }
 
-void AppTypesTest::sectionedDropsRowsAtOnce()
+void TestAppTypes::sectionedDropsRowsAtOnce()
 {
     FakeSource source;
     EntryModel entries;
@@ -230,7 +230,7 @@ void AppTypesTest::sectionedDropsRowsAtOnce()
     QCOMPARE(names(model).at(5), QStringLiteral("15"));
 }
 
-void AppTypesTest::sectionedTellsBigChangesOnce()
+void TestAppTypes::sectionedTellsBigChangesOnce()
 {
     FakeSource source;
     EntryModel entries;
@@ -251,7 +251,7 @@ void AppTypesTest::sectionedTellsBigChangesOnce()
     QCOMPARE(resets.count() + removals.count(), 1);
 }
 
-void AppTypesTest::detailsGroupAndFlag()
+void TestAppTypes::detailsGroupAndFlag()
 {
     QStandardItemModel info;
     for (int i = 0; i < 25; ++i) {
@@ -283,7 +283,7 @@ void AppTypesTest::detailsGroupAndFlag()
     QVERIFY(details.text().contains(QLocale().toString(certificate.until, QLocale::ShortFormat)));
 }
 
-void AppTypesTest::arrivalIsToldFromDeletion()
+void TestAppTypes::arrivalIsToldFromDeletion()
 {
     FakeSource source;
     for (const char *name : {"one", "two", "three"})
@@ -304,7 +304,7 @@ void AppTypesTest::arrivalIsToldFromDeletion()
     QCOMPARE(arrived.first().first().toString(), QStringLiteral("two"));
 }
 
-void AppTypesTest::filesByContent_data()
+void TestAppTypes::filesByContent_data()
 {
     QTest::addColumn<QByteArray>("contents");
     QTest::addColumn<int>("kind");
@@ -324,7 +324,7 @@ void AppTypesTest::filesByContent_data()
         << int(CertificateFile::Unreadable);
 }
 
-void AppTypesTest::filesByContent()
+void TestAppTypes::filesByContent()
 {
     QFETCH(QByteArray, contents);
     QFETCH(int, kind);
@@ -340,7 +340,7 @@ void AppTypesTest::filesByContent()
     QCOMPARE(probe.problem().isEmpty(), kind != CertificateFile::Unreadable);
 }
 
-void AppTypesTest::wholePemOnly()
+void TestAppTypes::wholePemOnly()
 {
     QTemporaryDir directory;
     const QString path = directory.filePath(QStringLiteral("a.pem"));
@@ -358,7 +358,7 @@ void AppTypesTest::wholePemOnly()
     QVERIFY(!Files().isWholePem(directory.filePath(QStringLiteral("none"))));
 }
 
-void AppTypesTest::hexIsPlain()
+void TestAppTypes::hexIsPlain()
 {
     QCOMPARE(Texts::plainHex(QStringLiteral("01:4A:0F")), QStringLiteral("01:4A:0F"));
     QCOMPARE(Texts::plainHex(QStringLiteral("00:-3D:")), QStringLiteral("00:C3"));
@@ -370,7 +370,7 @@ void AppTypesTest::hexIsPlain()
     QCOMPARE(Texts::plainHex(QString()), QString());
 }
 
-void AppTypesTest::hitsAreMarkedAndEscaped()
+void TestAppTypes::hitsAreMarkedAndEscaped()
 {
     const Texts texts;
     QCOMPARE(texts.marked(QStringLiteral("a<b"), QString(), QStringLiteral("red")),
@@ -381,7 +381,7 @@ void AppTypesTest::hitsAreMarkedAndEscaped()
                        "<b><u><font color=\"red\">анн</font></u></b>а"));
 }
 
-void AppTypesTest::reportHasNoTokenSerial()
+void TestAppTypes::reportHasNoTokenSerial()
 {
     TokenErrors errors;
     TokenError error;
@@ -399,7 +399,7 @@ void AppTypesTest::reportHasNoTokenSerial()
     QCOMPARE(failed.count(), 1);
 }
 
-void AppTypesTest::filesGoToTheFirstInstance()
+void TestAppTypes::filesGoToTheFirstInstance()
 {
     const QString name = QStringLiteral("trivex-test-%1").arg(QCoreApplication::applicationPid());
     SingleInstance first(name);
@@ -419,7 +419,7 @@ int main(int argc, char **argv)
     qputenv("XDG_RUNTIME_DIR", QFile::encodeName(home.path()));
     QFile::setPermissions(home.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     QGuiApplication application(argc, argv);
-    AppTypesTest test;
+    TestAppTypes test;
     return QTest::qExec(&test, argc, argv);
 }
 

@@ -37,7 +37,7 @@ QString write(const QString &name, const QByteArray &contents)
 
 /// One user's day with the window, by mouse and keyboard, over a real software token. The order
 /// matters: the token's login lasts, so what needs a PIN question comes first.
-class AppWindowTest : public QObject {
+class TestAppWindow : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -67,7 +67,7 @@ private:
     QString m_bundle;
 };
 
-void AppWindowTest::initTestCase()
+void TestAppWindow::initTestCase()
 {
     QVERIFY(m_authority.isValid());
     m_bundle = m_authority.bundle(
@@ -79,12 +79,12 @@ void AppWindowTest::initTestCase()
     m_window->takeWarnings();
 }
 
-void AppWindowTest::init()
+void TestAppWindow::init()
 {
     m_window->meter().reset();
 }
 
-void AppWindowTest::cleanup()
+void TestAppWindow::cleanup()
 {
     const QStringList warnings = m_window->takeWarnings();
     const qint64 frame = m_window->meter().longestFrame();
@@ -103,24 +103,24 @@ void AppWindowTest::cleanup()
     QVERIFY2(work <= FrameMs, qPrintable(QStringLiteral("%1 ms of work at a time").arg(work)));
 }
 
-void AppWindowTest::cleanupTestCase()
+void TestAppWindow::cleanupTestCase()
 {
     m_window.reset();
 }
 
-void AppWindowTest::openFile(const QString &path)
+void TestAppWindow::openFile(const QString &path)
 {
     m_window->application().activate({path});
 }
 
-void AppWindowTest::show(const char *category)
+void TestAppWindow::show(const char *category)
 {
     const QString name = QStringLiteral("category-") + QLatin1String(category);
     QVERIFY2(m_window->click(name), category);
     QTest::qWait(50);
 }
 
-bool AppWindowTest::answerPin(const QString &pin, const char *dialog)
+bool TestAppWindow::answerPin(const QString &pin, const char *dialog)
 {
     if (!m_window->waitFor([&] { return m_window->isOpen(QLatin1String(dialog)); }))
         return false;
@@ -128,20 +128,20 @@ bool AppWindowTest::answerPin(const QString &pin, const char *dialog)
         && m_window->click(QStringLiteral("pinAccept"));
 }
 
-QString AppWindowTest::noticeText(const char *name) const
+QString TestAppWindow::noticeText(const char *name) const
 {
     const QQuickItem *notice = m_window->item(QLatin1String(name));
     return notice ? notice->property("text").toString() : QString();
 }
 
-void AppWindowTest::showsTheToken()
+void TestAppWindow::showsTheToken()
 {
     QVERIFY(m_window->waitForItem(QStringLiteral("token-") + token->label()));
     QVERIFY(m_window->click(QStringLiteral("token-") + token->label()));
     QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == 0; }));
 }
 
-void AppWindowTest::bundleWithWrongPassword()
+void TestAppWindow::bundleWithWrongPassword()
 {
     openFile(m_bundle);
     QVERIFY(m_window->waitFor([&] { return m_window->isOpen(QStringLiteral("importDialog")); }));
@@ -158,7 +158,7 @@ void AppWindowTest::bundleWithWrongPassword()
     QVERIFY(m_window->waitFor([&] { return !m_window->isOpen(QStringLiteral("importDialog")); }));
 }
 
-void AppWindowTest::pinIsCancelled()
+void TestAppWindow::pinIsCancelled()
 {
     openFile(m_authority.certificateFile());
     QVERIFY(m_window->waitForItem(QStringLiteral("importAccept")));
@@ -178,7 +178,7 @@ void AppWindowTest::pinIsCancelled()
     QCOMPARE(token->objectCount(), 0);
 }
 
-void AppWindowTest::pinIsWrong()
+void TestAppWindow::pinIsWrong()
 {
     openFile(m_authority.certificateFile());
     QVERIFY(m_window->waitForItem(QStringLiteral("importAccept")));
@@ -202,7 +202,7 @@ void AppWindowTest::pinIsWrong()
     QCOMPARE(token->objectCount(), 0);
 }
 
-void AppWindowTest::tokenGoesWhileThePinIsAsked()
+void TestAppWindow::tokenGoesWhileThePinIsAsked()
 {
     openFile(m_authority.certificateFile());
     QVERIFY(m_window->waitForItem(QStringLiteral("importAccept")));
@@ -229,7 +229,7 @@ void AppWindowTest::tokenGoesWhileThePinIsAsked()
     }));
 }
 
-void AppWindowTest::generationWithWrongPin()
+void TestAppWindow::generationWithWrongPin()
 {
     show("newRequest");
     QVERIFY(m_window->fill(QStringLiteral("keyNameInput"), QStringLiteral("first")));
@@ -243,7 +243,7 @@ void AppWindowTest::generationWithWrongPin()
     QCOMPARE(token->objectCount(), 0);
 }
 
-void AppWindowTest::wholeLifeOfACertificate()
+void TestAppWindow::wholeLifeOfACertificate()
 {
     // A key and a request.
     show("newRequest");
@@ -328,7 +328,7 @@ void AppWindowTest::wholeLifeOfACertificate()
     QCOMPARE(token->objectCount(), 0);
 }
 
-void AppWindowTest::bundleOntoTheToken()
+void TestAppWindow::bundleOntoTheToken()
 {
     openFile(m_bundle);
     QVERIFY(m_window->waitFor([&] { return m_window->isOpen(QStringLiteral("importDialog")); }));
@@ -352,7 +352,7 @@ void AppWindowTest::bundleOntoTheToken()
         m_window->waitFor([&] { return m_window->rowNamed(QStringLiteral("Pavel Petrov")) >= 0; }));
 }
 
-void AppWindowTest::exportToAFullDisk()
+void TestAppWindow::exportToAFullDisk()
 {
     show("personal");
     QVERIFY(m_window->clickRow(m_window->rowNamed(QStringLiteral("Pavel Petrov"))));
@@ -381,7 +381,7 @@ void AppWindowTest::exportToAFullDisk()
     QVERIFY(QFileInfo(folder + QStringLiteral("/Pavel Petrov.crt")).size() > 0);
 }
 
-void AppWindowTest::filesFromASecondStart()
+void TestAppWindow::filesFromASecondStart()
 {
     m_window->application().activate({environment->file(QStringLiteral("letter.txt"))});
     QVERIFY(m_window->waitForItem(QStringLiteral("signPage")));
@@ -395,7 +395,7 @@ int main(int argc, char **argv)
 {
     WindowEnvironment display;
     TestToken software(QStringLiteral("Токен А"));
-    return TrivexTest::runWindowTest<AppWindowTest>(argc, argv,
+    return TrivexTest::runWindowTest<TestAppWindow>(argc, argv,
                                                     {display.problem(), software.problem()}, [&] {
                                                         software.useInThisProcess();
                                                         environment = &display;

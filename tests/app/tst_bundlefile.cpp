@@ -23,7 +23,7 @@ constexpr int UnderWay = 600; // ms
 } // namespace
 
 /// What the window does with bundles whose key takes seconds to derive.
-class BundleFileTest : public QObject {
+class TestBundleFile : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -38,7 +38,7 @@ private:
     QString m_slow;
 };
 
-void BundleFileTest::initTestCase()
+void TestBundleFile::initTestCase()
 {
     m_slow = m_authority.bundle(
         {QStringLiteral("-algorithm"), QStringLiteral("RSA"), QStringLiteral("-pkeyopt"),
@@ -48,7 +48,7 @@ void BundleFileTest::initTestCase()
     QVERIFY(!m_slow.isEmpty());
 }
 
-void BundleFileTest::unlocks()
+void TestBundleFile::unlocks()
 {
     CertificateFile file;
     file.setPath(m_slow);
@@ -70,7 +70,7 @@ void BundleFileTest::unlocks()
              QStringLiteral("Slow"));
 }
 
-void BundleFileTest::laterTryCounts()
+void TestBundleFile::laterTryCounts()
 {
     CertificateFile file;
     QSignalSpy failed(&file, &CertificateFile::unlockFailed);
@@ -83,7 +83,7 @@ void BundleFileTest::laterTryCounts()
     QVERIFY(!file.problem().isEmpty());
 }
 
-void BundleFileTest::goesMeanwhile()
+void TestBundleFile::goesMeanwhile()
 {
     auto *file = new CertificateFile;
     file->setPath(m_slow);
@@ -92,14 +92,14 @@ void BundleFileTest::goesMeanwhile()
     QTest::qWait(UnderWay);
 }
 
-void BundleFileTest::processEnds_data()
+void TestBundleFile::processEnds_data()
 {
     QTest::addColumn<QString>("way");
     for (const char *way : {"quit", "exit", "thread"})
         QTest::newRow(way) << QString::fromLatin1(way);
 }
 
-void BundleFileTest::processEnds()
+void TestBundleFile::processEnds()
 {
     QFETCH(QString, way);
     const QString problem = TrivexTest::childProblem({QStringLiteral("child"), way, m_slow});
@@ -132,7 +132,7 @@ int main(int argc, char **argv)
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.value(1) == QLatin1String("child"))
         return runChild(arguments.value(2), arguments.value(3));
-    BundleFileTest test;
+    TestBundleFile test;
     return QTest::qExec(&test, argc, argv);
 }
 

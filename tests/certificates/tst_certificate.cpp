@@ -28,7 +28,7 @@ using Make = std::function<bool(const char *path)>;
 
 Q_DECLARE_METATYPE(Make)
 
-class tst_Certificate : public QObject {
+class TestCertificate : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -62,14 +62,14 @@ private:
     CertificateFactory m_factory;
 };
 
-void tst_Certificate::initTestCase()
+void TestCertificate::initTestCase()
 {
     QVERIFY2(m_factory.isValid(), "the openssl program is needed");
     Trivex::rankProviders();
     QVERIFY(QCA::findProvider(Trivex::opensslProviderName()));
 }
 
-void tst_Certificate::hexText_data()
+void TestCertificate::hexText_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("text");
@@ -87,13 +87,13 @@ void tst_Certificate::hexText_data()
     row("zero", "00", "0");
 }
 
-void tst_Certificate::hexText()
+void TestCertificate::hexText()
 {
     QFETCH(QByteArray, bytes);
     QTEST(Trivex::hexText(bytes, QLatin1Char(':')), "text");
 }
 
-void tst_Certificate::signatureText_data()
+void TestCertificate::signatureText_data()
 {
     QTest::addColumn<QString>("text");
     const char *const texts[] = {
@@ -121,13 +121,13 @@ void tst_Certificate::signatureText_data()
     QTest::newRow("100000") << QStringLiteral("tr:trivex-p-la-unknown_signing_alg");
 }
 
-void tst_Certificate::signatureText()
+void TestCertificate::signatureText()
 {
     const int number = QByteArray(QTest::currentDataTag()).toInt();
     QTEST(Trivex::signatureText(number), "text");
 }
 
-void tst_Certificate::nullCertificateIsEmpty()
+void TestCertificate::nullCertificateIsEmpty()
 {
     Certificate certificate;
     certificate.setFileName(QStringLiteral("name"));
@@ -153,7 +153,7 @@ void tst_Certificate::nullCertificateIsEmpty()
     QCOMPARE(certificate.fileName(), QStringLiteral("Later.crt"));
 }
 
-void tst_Certificate::fields()
+void TestCertificate::fields()
 {
     const auto wrapped = m_factory.selfSigned(
         QStringLiteral("/CN=Иванов/emailAddress=i@example.org/O=Ромашка/OU=Отдел/L=Омск"
@@ -196,7 +196,7 @@ void tst_Certificate::fields()
     QVERIFY(!certificate.isNull());
 }
 
-void tst_Certificate::signedSerial()
+void TestCertificate::signedSerial()
 {
     // 0xC3 takes a leading zero byte, because a serial number is signed.
     const Certificate certificate(m_factory.selfSigned(
@@ -204,7 +204,7 @@ void tst_Certificate::signedSerial()
     QCOMPARE(certificate.serialNumber(), QStringLiteral("00:-3D:"));
 }
 
-void tst_Certificate::severalValues()
+void TestCertificate::severalValues()
 {
     const Certificate certificate(
         m_factory.selfSigned(QStringLiteral("/CN=A/O=First/O=Second/L=Here/L=There")));
@@ -216,13 +216,13 @@ void tst_Certificate::severalValues()
     QCOMPARE(certificate.subjecAddress(), certificate.subjectLocality());
 }
 
-void tst_Certificate::addressFallsBackToLocality()
+void TestCertificate::addressFallsBackToLocality()
 {
     const Certificate certificate(m_factory.selfSigned(QStringLiteral("/CN=A/L=Тверь")));
     QCOMPARE(certificate.subjecAddress(), QStringLiteral("Тверь"));
 }
 
-void tst_Certificate::ellipticCurve()
+void TestCertificate::ellipticCurve()
 {
     const Certificate certificate(
         m_factory.selfSigned(QStringLiteral("/CN=EC"), {}, QStringLiteral("ec")));
@@ -233,7 +233,7 @@ void tst_Certificate::ellipticCurve()
     QCOMPARE(edwards.signatureAlgorithm(), QStringLiteral("tr:trivex-p-la-unknown_signing_alg"));
 }
 
-void tst_Certificate::root()
+void TestCertificate::root()
 {
     QVERIFY(Certificate(m_factory.selfSigned(QStringLiteral("/CN=Root"))).isRoot());
     const Certificate namesake(m_factory.issuedByNamesake(QStringLiteral("/CN=Root")));
@@ -244,7 +244,7 @@ void tst_Certificate::root()
     QVERIFY(!nameless.isRoot());
 }
 
-void tst_Certificate::fileNameAndExport()
+void TestCertificate::fileNameAndExport()
 {
     QTemporaryDir directory;
     Certificate certificate(m_factory.selfSigned(
@@ -260,7 +260,7 @@ void tst_Certificate::fileNameAndExport()
     QCOMPARE(certificate.fileName(), QStringLiteral("other.pem"));
 }
 
-void tst_Certificate::exportFails()
+void TestCertificate::exportFails()
 {
     Certificate certificate(m_factory.selfSigned(QStringLiteral("/CN=A")));
     QSignalSpy exported(&certificate, &Certificate::fileExported);
@@ -269,7 +269,7 @@ void tst_Certificate::exportFails()
     QCOMPARE(exported.count(), 0);
 }
 
-void tst_Certificate::exportToNoFile_data()
+void TestCertificate::exportToNoFile_data()
 {
     QTest::addColumn<Make>("make");
     QTest::newRow("pipe") << Make([](const char *path) { return mkfifo(path, 0600) == 0; });
@@ -279,7 +279,7 @@ void tst_Certificate::exportToNoFile_data()
     QTest::newRow("loop") << Make([](const char *path) { return symlink(path, path) == 0; });
 }
 
-void tst_Certificate::exportToNoFile()
+void TestCertificate::exportToNoFile()
 {
     QFETCH(Make, make);
     QTemporaryDir directory;
@@ -292,7 +292,7 @@ void tst_Certificate::exportToNoFile()
     QCOMPARE(exported.count(), 0);
 }
 
-void tst_Certificate::hostileNames()
+void TestCertificate::hostileNames()
 {
     QTemporaryDir directory;
     QVERIFY(QDir(directory.path()).mkdir(QStringLiteral("in")));
@@ -307,7 +307,7 @@ void tst_Certificate::hostileNames()
     QCOMPARE(QDir(directory.filePath(QStringLiteral("in"))).entryList(QDir::Files).size(), 2);
 }
 
-void tst_Certificate::namelessExport_data()
+void TestCertificate::namelessExport_data()
 {
     QTest::addColumn<QString>("subject");
     QTest::newRow("without a common name") << QStringLiteral("/O=Nameless");
@@ -315,7 +315,7 @@ void tst_Certificate::namelessExport_data()
     QTest::newRow("no subject at all") << QStringLiteral("/");
 }
 
-void tst_Certificate::namelessExport()
+void TestCertificate::namelessExport()
 {
     QFETCH(QString, subject);
     QTemporaryDir directory;
@@ -327,7 +327,7 @@ void tst_Certificate::namelessExport()
              QStringList(QStringLiteral("certificate.crt")));
 }
 
-void tst_Certificate::loading()
+void TestCertificate::loading()
 {
     Certificate certificate;
     QVERIFY(!certificate.loadFromFile(QStringLiteral("/nowhere")));
@@ -346,7 +346,7 @@ void tst_Certificate::loading()
     QVERIFY(!Certificate(path).isNull());
 }
 
-void tst_Certificate::hugeFile()
+void TestCertificate::hugeFile()
 {
     QFile file(m_factory.file(QStringLiteral("huge.pem")));
     QVERIFY(file.open(QIODevice::WriteOnly));
@@ -365,7 +365,7 @@ void tst_Certificate::hugeFile()
     }
 }
 
-void tst_Certificate::assignmentKeepsFileName()
+void TestCertificate::assignmentKeepsFileName()
 {
     Certificate one(m_factory.selfSigned(QStringLiteral("/CN=One")));
     one.setFileName(QStringLiteral("one.pem"));
@@ -375,7 +375,7 @@ void tst_Certificate::assignmentKeepsFileName()
     QCOMPARE(one.fileName(), QStringLiteral("one.pem"));
 }
 
-void tst_Certificate::overriddenGettersCount()
+void TestCertificate::overriddenGettersCount()
 {
     class Renamed : public Certificate {
     public:
@@ -392,7 +392,7 @@ void tst_Certificate::overriddenGettersCount()
     QVERIFY(QFile::exists(directory.filePath(QStringLiteral("other.crt"))));
 }
 
-void tst_Certificate::keyBundle()
+void TestCertificate::keyBundle()
 {
     const QCA::KeyBundle bundle = m_factory.bundle(QStringLiteral("/CN=Key/O=Maker"));
     QVERIFY(!bundle.isNull());
@@ -403,5 +403,5 @@ void tst_Certificate::keyBundle()
     QCOMPARE(certificate.privateKeyManufacturer(), QStringLiteral("Maker"));
 }
 
-QTEST_GUILESS_MAIN(tst_Certificate)
+QTEST_GUILESS_MAIN(TestCertificate)
 #include "tst_certificate.moc"

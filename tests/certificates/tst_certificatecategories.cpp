@@ -16,7 +16,7 @@ using TrivexTest::FakeProvider;
 using TrivexTest::names;
 
 /// Which rows a category of the filter model shows.
-class tst_CertificateCategories : public QObject {
+class TestCertificateCategories : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -33,14 +33,14 @@ private:
     CertificateFactory m_factory;
 };
 
-void tst_CertificateCategories::initTestCase()
+void TestCertificateCategories::initTestCase()
 {
     Trivex::rankProviders();
     m_fake = FakeProvider::install(QStringLiteral("fake"), {QStringLiteral("keystorelist")});
     QVERIFY(m_fake);
 }
 
-QSharedPointer<KeyStoreEntry> tst_CertificateCategories::entry(const FakeEntry &fake,
+QSharedPointer<KeyStoreEntry> TestCertificateCategories::entry(const FakeEntry &fake,
                                                                const QString &storeName)
 {
     std::unique_ptr<QCA::Provider::Context> context(
@@ -53,7 +53,7 @@ QSharedPointer<KeyStoreEntry> tst_CertificateCategories::entry(const FakeEntry &
     return QSharedPointer<KeyStoreEntry>(new KeyStoreEntry(wrapped));
 }
 
-void tst_CertificateCategories::emptyPatternShowsCategory()
+void TestCertificateCategories::emptyPatternShowsCategory()
 {
     CountingSource source;
     source.reset({{QStringLiteral("b"), {}, 0, {}},
@@ -71,7 +71,7 @@ void tst_CertificateCategories::emptyPatternShowsCategory()
     }
 }
 
-void tst_CertificateCategories::entryCategories()
+void TestCertificateCategories::entryCategories()
 {
     QVERIFY(m_factory.isValid());
     const QCA::KeyBundle bundle = m_factory.bundle(QStringLiteral("/CN=key"));
@@ -112,7 +112,7 @@ void tst_CertificateCategories::entryCategories()
     QCOMPARE(source.takeReads(258), 0);
 }
 
-void tst_CertificateCategories::rowsWithoutEntry()
+void TestCertificateCategories::rowsWithoutEntry()
 {
     CountingSource source;
     source.reset({{QStringLiteral("bare"), {}, 3, {}}});
@@ -128,7 +128,7 @@ void tst_CertificateCategories::rowsWithoutEntry()
     QCOMPARE(model.rowCount(), 1);
 }
 
-void tst_CertificateCategories::categoryChangesWhileSearching()
+void TestCertificateCategories::categoryChangesWhileSearching()
 {
     CountingSource source;
     source.reset({{QStringLiteral("cat"), {}, 0, {}},
@@ -145,5 +145,5 @@ void tst_CertificateCategories::categoryChangesWhileSearching()
     QCOMPARE(names(model), QStringList({QStringLiteral("cat")}));
 }
 
-QTEST_GUILESS_MAIN(tst_CertificateCategories)
+QTEST_GUILESS_MAIN(TestCertificateCategories)
 #include "tst_certificatecategories.moc"

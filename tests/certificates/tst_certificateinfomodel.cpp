@@ -13,7 +13,7 @@
 using TrivexTest::CertificateFactory;
 using TrivexTest::Flat;
 
-class tst_CertificateInfoModel : public QObject {
+class TestCertificateInfoModel : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -34,13 +34,13 @@ private:
     CertificateFactory m_factory;
 };
 
-void tst_CertificateInfoModel::initTestCase()
+void TestCertificateInfoModel::initTestCase()
 {
     QVERIFY2(m_factory.isValid(), "the openssl program is needed");
     Trivex::rankProviders();
 }
 
-void tst_CertificateInfoModel::insertions()
+void TestCertificateInfoModel::insertions()
 {
     Certificate certificate(m_factory.selfSigned(QStringLiteral("/CN=Name")));
     Certificate other(m_factory.selfSigned(QStringLiteral("/CN=Other")));
@@ -77,7 +77,7 @@ void tst_CertificateInfoModel::insertions()
     QCOMPARE(cell(model, 0, 258), QStringLiteral("Other"));
 }
 
-void tst_CertificateInfoModel::labelsAndSections()
+void TestCertificateInfoModel::labelsAndSections()
 {
     static const char *const rows[][2] = {
         {"issuer", ""},
@@ -151,7 +151,7 @@ public:
 #undef NAMED
 };
 
-void tst_CertificateInfoModel::values()
+void TestCertificateInfoModel::values()
 {
     NamedGetters certificate(m_factory.selfSigned(
         QStringLiteral("/CN=Name"), {QStringLiteral("-set_serial"), QStringLiteral("0x014A0F")}));
@@ -189,7 +189,7 @@ void tst_CertificateInfoModel::values()
         QCOMPARE(cell(model, row, 258), wanted.at(row));
 }
 
-void tst_CertificateInfoModel::invalidReads()
+void TestCertificateInfoModel::invalidReads()
 {
     // Next to nothing in the subject: the optional rows are there and empty.
     Certificate certificate(m_factory.selfSigned(QStringLiteral("/CN=Name")));
@@ -208,7 +208,7 @@ void tst_CertificateInfoModel::invalidReads()
     QCOMPARE(model.roleNames(), names);
 }
 
-void tst_CertificateInfoModel::nullCertificate()
+void TestCertificateInfoModel::nullCertificate()
 {
     Certificate certificate;
     CertificateInfoModel model;
@@ -218,5 +218,5 @@ void tst_CertificateInfoModel::nullCertificate()
         QCOMPARE(model.data(model.index(row, 0), 258), QVariant(QString()));
 }
 
-QTEST_GUILESS_MAIN(tst_CertificateInfoModel)
+QTEST_GUILESS_MAIN(TestCertificateInfoModel)
 #include "tst_certificateinfomodel.moc"

@@ -53,7 +53,7 @@ Row randomRow(QRandomGenerator &random)
 
 } // namespace
 
-class tst_CertificateModel : public QObject {
+class TestCertificateModel : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -76,12 +76,12 @@ private:
     QCA::Initializer m_qca;
 };
 
-void tst_CertificateModel::initTestCase()
+void TestCertificateModel::initTestCase()
 {
     QLocale::setDefault(QLocale(QStringLiteral("ru_RU"))); // before the first comparison
 }
 
-void tst_CertificateModel::construction()
+void TestCertificateModel::construction()
 {
     CertificateModel model;
     QCOMPARE(model.filterRole(), 0);
@@ -92,7 +92,7 @@ void tst_CertificateModel::construction()
     QVERIFY(model.searchRoles().isEmpty());
 }
 
-void tst_CertificateModel::typingAndDeleting()
+void TestCertificateModel::typingAndDeleting()
 {
     CountingSource source;
     source.reset(systemRows({QStringLiteral("Иванов"), QStringLiteral("Ильин"),
@@ -113,7 +113,7 @@ void tst_CertificateModel::typingAndDeleting()
     QCOMPARE(model.rowCount(), 4);
 }
 
-void tst_CertificateModel::replacing()
+void TestCertificateModel::replacing()
 {
     CountingSource source;
     source.reset(systemRows({QStringLiteral("alpha"), QStringLiteral("beta")}));
@@ -128,7 +128,7 @@ void tst_CertificateModel::replacing()
     QCOMPARE(model.rowCount(), 0);
 }
 
-void tst_CertificateModel::literalText()
+void TestCertificateModel::literalText()
 {
     CountingSource source;
     source.reset(systemRows({QStringLiteral("a(b"), QStringLiteral("a*b"), QStringLiteral("ab"),
@@ -144,7 +144,7 @@ void tst_CertificateModel::literalText()
     QCOMPARE(names(model), QStringList({QStringLiteral("[a]")}));
 }
 
-void tst_CertificateModel::unnamedRows()
+void TestCertificateModel::unnamedRows()
 {
     const TrivexTest::MarkTranslator marks;
     CountingSource source;
@@ -158,7 +158,7 @@ void tst_CertificateModel::unnamedRows()
                           QStringLiteral("zebra")}));
 }
 
-void tst_CertificateModel::setterSignals()
+void TestCertificateModel::setterSignals()
 {
     CertificateModel model;
     QSignalSpy pattern(&model, &CertificateModel::patternChanged);
@@ -177,7 +177,7 @@ void tst_CertificateModel::setterSignals()
     QCOMPARE(roles.count(), 1);
 }
 
-void tst_CertificateModel::unknownRolesAndNoSource()
+void TestCertificateModel::unknownRolesAndNoSource()
 {
     CertificateModel model;
     model.setSearchRoles({QStringLiteral("name")});
@@ -192,7 +192,7 @@ void tst_CertificateModel::unknownRolesAndNoSource()
     QCOMPARE(names(model), QStringList({QStringLiteral("b")}));
 }
 
-void tst_CertificateModel::rolesShowWithNextPattern()
+void TestCertificateModel::rolesShowWithNextPattern()
 {
     CountingSource source;
     source.reset({{QStringLiteral("one"), QStringLiteral("ca"), 0, {}},
@@ -208,7 +208,7 @@ void tst_CertificateModel::rolesShowWithNextPattern()
     QCOMPARE(names(model), QStringList({QStringLiteral("one")}));
 }
 
-void tst_CertificateModel::sourceChangesWhileSearching()
+void TestCertificateModel::sourceChangesWhileSearching()
 {
     CountingSource source;
     source.reset(systemRows({QStringLiteral("cat"), QStringLiteral("dog")}));
@@ -228,7 +228,7 @@ void tst_CertificateModel::sourceChangesWhileSearching()
     QCOMPARE(names(model), QStringList({QStringLiteral("cab")}));
 }
 
-void tst_CertificateModel::followsSource()
+void TestCertificateModel::followsSource()
 {
     auto source = std::make_unique<CountingSource>();
     source->reset(systemRows({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}));
@@ -248,7 +248,7 @@ void tst_CertificateModel::followsSource()
     QCOMPARE(names(model), QStringList({QStringLiteral("abc")}));
 }
 
-void tst_CertificateModel::randomEdits()
+void TestCertificateModel::randomEdits()
 {
     QRandomGenerator random(42);
     CountingSource source;
@@ -293,7 +293,7 @@ void tst_CertificateModel::randomEdits()
     }
 }
 
-void tst_CertificateModel::sortKeysAgreeWithLocale()
+void TestCertificateModel::sortKeysAgreeWithLocale()
 {
     QVERIFY(QString::localeAwareCompare(QStringLiteral("ё"), QStringLiteral("я")) < 0);
     QRandomGenerator random(7);
@@ -310,7 +310,7 @@ void tst_CertificateModel::sortKeysAgreeWithLocale()
         QVERIFY(QString::localeAwareCompare(shown.at(i - 1).toLower(), shown.at(i).toLower()) <= 0);
 }
 
-void tst_CertificateModel::foldingAgreesWithRegExp()
+void TestCertificateModel::foldingAgreesWithRegExp()
 {
     static const QString letters = QStringLiteral("aAäÄßiIσςΣяЯёЁкКfﬀ1-(");
     QRandomGenerator random(3);
@@ -328,7 +328,7 @@ void tst_CertificateModel::foldingAgreesWithRegExp()
     }
 }
 
-void tst_CertificateModel::rowsComeDuringASearch()
+void TestCertificateModel::rowsComeDuringASearch()
 {
     QRandomGenerator random(5);
     for (const int count : {3, 500}) {
@@ -351,5 +351,5 @@ void tst_CertificateModel::rowsComeDuringASearch()
     }
 }
 
-QTEST_GUILESS_MAIN(tst_CertificateModel)
+QTEST_GUILESS_MAIN(TestCertificateModel)
 #include "tst_certificatemodel.moc"

@@ -15,7 +15,7 @@ using TrivexTest::FakeEntry;
 using TrivexTest::FakeProvider;
 
 /// What carries QCA's entries and secure messages into QML.
-class tst_Entries : public QObject {
+class TestEntries : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -38,7 +38,7 @@ private:
     FakeProvider *m_fake = nullptr;
 };
 
-void tst_Entries::initTestCase()
+void TestEntries::initTestCase()
 {
     QVERIFY2(m_factory.isValid(), "the openssl program is needed");
     Trivex::rankProviders();
@@ -46,7 +46,7 @@ void tst_Entries::initTestCase()
     QVERIFY(m_fake);
 }
 
-QCA::KeyStoreEntry tst_Entries::entry(const FakeEntry &fake)
+QCA::KeyStoreEntry TestEntries::entry(const FakeEntry &fake)
 {
     std::unique_ptr<QCA::Provider::Context> context(
         m_fake->createContext(QStringLiteral("keystorelist")));
@@ -59,7 +59,7 @@ QCA::KeyStoreEntry tst_Entries::entry(const FakeEntry &fake)
     return wrapped;
 }
 
-void tst_Entries::certificateEntry()
+void TestEntries::certificateEntry()
 {
     const QCA::Certificate certificate = m_factory.selfSigned(QStringLiteral("/CN=Alone"));
     const KeyStoreEntry object(entry({QCA::KeyStoreEntry::TypeCertificate,
@@ -74,7 +74,7 @@ void tst_Entries::certificateEntry()
     QCOMPARE(object.certificate()->privateKeyLocation(), QString());
 }
 
-void tst_Entries::bundleEntry()
+void TestEntries::bundleEntry()
 {
     const QCA::KeyBundle bundle = m_factory.bundle(QStringLiteral("/CN=Keyed/O=Maker"));
     QVERIFY(!bundle.isNull());
@@ -91,14 +91,14 @@ void tst_Entries::bundleEntry()
     QCOMPARE(certificate->privateKeyManufacturer(), QStringLiteral("Maker"));
 }
 
-void tst_Entries::bundleWithoutChain_data()
+void TestEntries::bundleWithoutChain_data()
 {
     QTest::addColumn<bool>("withKey");
     QTest::newRow("null bundle") << false;
     QTest::newRow("key without certificates") << true;
 }
 
-void tst_Entries::bundleWithoutChain()
+void TestEntries::bundleWithoutChain()
 {
     QFETCH(bool, withKey);
     QCA::KeyBundle bundle;
@@ -117,7 +117,7 @@ void tst_Entries::bundleWithoutChain()
     QCOMPARE(object.certificate()->commonName(), QString());
 }
 
-void tst_Entries::otherEntries_data()
+void TestEntries::otherEntries_data()
 {
     QTest::addColumn<int>("type");
     QTest::newRow("list of revoked certificates") << int(QCA::KeyStoreEntry::TypeCRL);
@@ -125,7 +125,7 @@ void tst_Entries::otherEntries_data()
     QTest::newRow("public PGP key") << int(QCA::KeyStoreEntry::TypePGPPublicKey);
 }
 
-void tst_Entries::otherEntries()
+void TestEntries::otherEntries()
 {
     QFETCH(int, type);
     // What the provider would answer for other types is not asked for.
@@ -139,7 +139,7 @@ void tst_Entries::otherEntries()
     QVERIFY(object.certificate()->isNull());
 }
 
-void tst_Entries::certificateGoesWithItsEntry()
+void TestEntries::certificateGoesWithItsEntry()
 {
     auto object = std::make_unique<KeyStoreEntry>(QCA::KeyStoreEntry());
     const QPointer<Certificate> certificate(object->certificate());
@@ -149,7 +149,7 @@ void tst_Entries::certificateGoesWithItsEntry()
     QVERIFY(!certificate);
 }
 
-void tst_Entries::emptyEntry()
+void TestEntries::emptyEntry()
 {
     KeyStoreEntry none;
     QCOMPARE(none.certificate(), nullptr);
@@ -166,7 +166,7 @@ void tst_Entries::emptyEntry()
     QCOMPARE(data.value<QCA::KeyStoreEntry *>(), empty.data());
 }
 
-void tst_Entries::messageKey()
+void TestEntries::messageKey()
 {
     SecureMessageKey none;
     QVERIFY(none.x509CertificateChain().isEmpty());
@@ -187,7 +187,7 @@ void tst_Entries::messageKey()
     QCOMPARE(key.x509CertificateChain(), chain);
 }
 
-void tst_Entries::messageSignature()
+void TestEntries::messageSignature()
 {
     SecureMessageSignature none;
     QVERIFY(none.children().isEmpty()); // made at the first read
@@ -207,5 +207,5 @@ void tst_Entries::messageSignature()
     QCOMPARE(signature.key()->x509Certificate()->commonName(), QStringLiteral("Signer"));
 }
 
-QTEST_GUILESS_MAIN(tst_Entries)
+QTEST_GUILESS_MAIN(TestEntries)
 #include "tst_entries.moc"

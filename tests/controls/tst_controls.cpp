@@ -82,7 +82,7 @@ private:
 /// Every type of Trivex.Crypto.Controls and Trivex.Crypto.Tools in an application that knows
 /// nothing of our style: made, shown, used; narrow and large, in both languages; nothing said on
 /// the log.
-class ControlsTest : public QObject {
+class TestControls : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -115,7 +115,7 @@ private:
     QString m_bundle;
 };
 
-void ControlsTest::initTestCase()
+void TestControls::initTestCase()
 {
     Host::collectMessages();
     m_authority = std::make_unique<TestAuthority>();
@@ -126,13 +126,13 @@ void ControlsTest::initTestCase()
     QVERIFY(!m_bundle.isEmpty());
 }
 
-void ControlsTest::cleanup()
+void TestControls::cleanup()
 {
     const QStringList said = Host::takeMessages();
     QVERIFY2(said.isEmpty(), qPrintable(said.join(QLatin1Char('\n'))));
 }
 
-void ControlsTest::languagesAndSizes()
+void TestControls::languagesAndSizes()
 {
     QTest::addColumn<QString>("locale");
     QTest::addColumn<QSize>("size");
@@ -142,7 +142,7 @@ void ControlsTest::languagesAndSizes()
     }
 }
 
-void ControlsTest::looksWell(const Host &host, const QString &name)
+void TestControls::looksWell(const Host &host, const QString &name)
 {
     host.picture(
         QStringLiteral("%1-%2-%3").arg(name, QLocale().name().left(2)).arg(host.window()->width()));
@@ -154,7 +154,7 @@ void ControlsTest::looksWell(const Host &host, const QString &name)
              qPrintable(name + QLatin1Char('\n') + contrast.join(QLatin1Char('\n'))));
 }
 
-void ControlsTest::everyType_data()
+void TestControls::everyType_data()
 {
     QTest::addColumn<QString>("type");
     QTest::addColumn<bool>("isSingleton");
@@ -184,7 +184,7 @@ void ControlsTest::everyType_data()
 }
 
 /// By itself and without any property set: nothing may be taken for granted.
-void ControlsTest::everyType()
+void TestControls::everyType()
 {
     QFETCH(QString, type);
     QFETCH(bool, isSingleton);
@@ -200,7 +200,7 @@ void ControlsTest::everyType()
     QTest::qWait(50);
 }
 
-void ControlsTest::secretsStaySecret()
+void TestControls::secretsStaySecret()
 {
     Host host(QStringLiteral("PasswordField { objectName: \"secret\"; width: 300\n"
                              "placeholderText: \"PIN\"; Accessible.name: \"PIN of A\" }"));
@@ -241,7 +241,7 @@ void ControlsTest::secretsStaySecret()
     QTRY_COMPARE(field->property("echoMode").toInt(), 2);
 }
 
-void ControlsTest::pinDialog()
+void TestControls::pinDialog()
 {
     QFETCH(QString, locale);
     QFETCH(QSize, size);
@@ -280,7 +280,7 @@ void ControlsTest::pinDialog()
     }
 }
 
-void ControlsTest::pinPrompt()
+void TestControls::pinPrompt()
 {
     Host host(QStringLiteral("PinPromptDialog {}"));
     QVERIFY2(host.problem().isEmpty(), qPrintable(host.problem()));
@@ -302,7 +302,7 @@ void ControlsTest::pinPrompt()
 }
 
 /// The question of A ends while one types for it, and B's comes: text and consent were for A.
-void ControlsTest::promptOfOneQuestionOnly()
+void TestControls::promptOfOneQuestionOnly()
 {
     Host host(QStringLiteral("PinPromptDialog {}"));
     QVERIFY2(host.problem().isEmpty(), qPrintable(host.problem()));
@@ -341,7 +341,7 @@ void ControlsTest::promptOfOneQuestionOnly()
     QVERIFY(host.waitOpen("pinPromptDialog", false));
 }
 
-void ControlsTest::withdrawnAlone()
+void TestControls::withdrawnAlone()
 {
     Host host(QStringLiteral("PinPromptDialog {}"));
     QVERIFY2(host.problem().isEmpty(), qPrintable(host.problem()));
@@ -360,7 +360,7 @@ void ControlsTest::withdrawnAlone()
 }
 
 /// Enter in the moment between the end of A's question and its news.
-void ControlsTest::enterAtThatMoment()
+void TestControls::enterAtThatMoment()
 {
     Host host(QStringLiteral("PinPromptDialog {}"));
     QVERIFY2(host.problem().isEmpty(), qPrintable(host.problem()));
@@ -389,7 +389,7 @@ void ControlsTest::enterAtThatMoment()
     QCOMPARE(second.pin(), QByteArray("5678"));
 }
 
-void ControlsTest::importDialog()
+void TestControls::importDialog()
 {
     QFETCH(QString, locale);
     QFETCH(QSize, size);
@@ -417,7 +417,7 @@ void ControlsTest::importDialog()
 }
 
 /// The dialog that chooses a file: the platform's with widgets, ours without.
-void ControlsTest::importChosen()
+void TestControls::importChosen()
 {
     Host host(QStringLiteral("ImportDialog {}"));
     QVERIFY2(host.problem().isEmpty(), qPrintable(host.problem()));
@@ -449,7 +449,7 @@ void ControlsTest::importChosen()
     QVERIFY(host.waitForItem("bundlePassword"));
 }
 
-void ControlsTest::smallDialogs()
+void TestControls::smallDialogs()
 {
     QFETCH(QString, locale);
     QFETCH(QSize, size);
@@ -482,7 +482,7 @@ void ControlsTest::smallDialogs()
     looksWell(host, QStringLiteral("toast"));
 }
 
-void ControlsTest::lists()
+void TestControls::lists()
 {
     QFETCH(QString, locale);
     QFETCH(QSize, size);
@@ -538,7 +538,7 @@ void ControlsTest::lists()
     QCOMPARE(host.window()->property("asked").toInt(), 4);
 }
 
-void ControlsTest::forms()
+void TestControls::forms()
 {
     QFETCH(QString, locale);
     QFETCH(QSize, size);
@@ -610,7 +610,7 @@ int main(int argc, char **argv)
     // As if somebody listened: it is then that Qt tells fields what they are.
     QAccessible::setActive(true);
     const QCA::Initializer qca;
-    ControlsTest test;
+    TestControls test;
     return QTest::qExec(&test, argc, argv);
 }
 

@@ -32,7 +32,7 @@ QString text(const char *latin)
 
 } // namespace
 
-class tst_BundleLoads : public KeyStoreFixture {
+class TestBundleLoads : public KeyStoreFixture {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -54,7 +54,7 @@ private:
     QString m_slowest;
 };
 
-void tst_BundleLoads::initTestCase()
+void TestBundleLoads::initTestCase()
 {
     prepare();
     install();
@@ -68,7 +68,7 @@ void tst_BundleLoads::initTestCase()
     QVERIFY(!m_quick.isEmpty() && !m_slow.isEmpty() && !m_slowest.isEmpty());
 }
 
-QString tst_BundleLoads::bundleFile(const char *name, const QStringList &further)
+QString TestBundleLoads::bundleFile(const char *name, const QStringList &further)
 {
     // The authority writes all of them under one name.
     const QString path = m_factory.authority().file(text(name) + text(".p12"));
@@ -78,7 +78,7 @@ QString tst_BundleLoads::bundleFile(const char *name, const QStringList &further
     return !made.isEmpty() && QFile::rename(made, path) ? path : QString();
 }
 
-void tst_BundleLoads::windowStaysAlive()
+void TestBundleLoads::windowStaysAlive()
 {
     KeyStoreModel model;
     LoopMeter meter;
@@ -109,7 +109,7 @@ void tst_BundleLoads::windowStaysAlive()
 }
 
 /// A host that was never made for it sees no event in the middle of a call.
-void tst_BundleLoads::quickLoadsRunNoEvents()
+void TestBundleLoads::quickLoadsRunNoEvents()
 {
     KeyStoreModel model;
     QVERIFY(model.keyBundleFromFile(m_quick, text("secret"))); // loads libraries
@@ -126,7 +126,7 @@ void tst_BundleLoads::quickLoadsRunNoEvents()
     QTRY_VERIFY(isRun);
 }
 
-void tst_BundleLoads::secondLoadMeanwhile()
+void TestBundleLoads::secondLoadMeanwhile()
 {
     KeyStoreModel model;
     bool isQuickLoaded = false;
@@ -147,7 +147,7 @@ void tst_BundleLoads::secondLoadMeanwhile()
 }
 
 /// Impatient hands.
-void tst_BundleLoads::sameAgainMeanwhile()
+void TestBundleLoads::sameAgainMeanwhile()
 {
     KeyStoreModel model;
     int loaded = 0;
@@ -160,7 +160,7 @@ void tst_BundleLoads::sameAgainMeanwhile()
     QCOMPARE(model.importedCertificateCommonName(), text("Slow"));
 }
 
-void tst_BundleLoads::modelGoesMeanwhile()
+void TestBundleLoads::modelGoesMeanwhile()
 {
     auto *model = new KeyStoreModel;
     QTimer::singleShot(UnderWay, this, [&model] {
@@ -172,7 +172,7 @@ void tst_BundleLoads::modelGoesMeanwhile()
 }
 
 // A host that is done with its engine says so while the script waits.
-void tst_BundleLoads::scriptReturnsIntoItsEngine()
+void TestBundleLoads::scriptReturnsIntoItsEngine()
 {
     const QPointer<QQmlEngine> engine = new QQmlEngine;
     KeyStoreModel model;
@@ -195,14 +195,14 @@ void tst_BundleLoads::scriptReturnsIntoItsEngine()
     QTRY_VERIFY(!engine);
 }
 
-void tst_BundleLoads::processEnds_data()
+void TestBundleLoads::processEnds_data()
 {
     QTest::addColumn<QString>("way");
     for (const char *way : {"quit", "exit", "thread"})
         QTest::newRow(way) << text(way);
 }
 
-void tst_BundleLoads::processEnds()
+void TestBundleLoads::processEnds()
 {
     QFETCH(QString, way);
     const QString problem = TrivexTest::childProblem({text("child"), way, m_slowest});
@@ -237,7 +237,7 @@ int main(int argc, char *argv[])
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.value(1) == QLatin1String("child"))
         return runChild(arguments.value(2), arguments.value(3));
-    tst_BundleLoads test;
+    TestBundleLoads test;
     return QTest::qExec(&test, argc, argv);
 }
 

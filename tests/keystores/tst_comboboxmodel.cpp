@@ -10,14 +10,14 @@
 
 using TrivexTest::Flat;
 
-class tst_ComboBoxModel : public QObject {
+class TestComboBoxModel : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void rows();
     void sorting();
 };
 
-void tst_ComboBoxModel::rows()
+void TestComboBoxModel::rows()
 {
     Flat<ComboBoxModel> model;
     QAbstractItemModelTester tester(&model);
@@ -43,7 +43,7 @@ void tst_ComboBoxModel::rows()
     QCOMPARE(model.roleNames(), names);
 }
 
-void tst_ComboBoxModel::sorting()
+void TestComboBoxModel::sorting()
 {
     ComboBoxModel model;
     model.addRow(1, QString(), QStringLiteral("b"));
@@ -55,5 +55,5 @@ void tst_ComboBoxModel::sorting()
     QCOMPARE(layout.count() + reset.count(), 0);
 }
 
-QTEST_GUILESS_MAIN(tst_ComboBoxModel)
+QTEST_GUILESS_MAIN(TestComboBoxModel)
 #include "tst_comboboxmodel.moc"

@@ -33,7 +33,7 @@ const QString Mark = QStringLiteral("test-mark");
 } // namespace
 
 /// A model that goes, and QCA or the application right after it, while a module hangs.
-class tst_KeyStoreEnd : public KeyStoreFixture {
+class TestKeyStoreEnd : public KeyStoreFixture {
     Q_OBJECT
 public:
     /// A process whose application object goes next. Its exit status.
@@ -52,7 +52,7 @@ private:
     static bool isNewQca();
 };
 
-tst_KeyStoreEnd::Models tst_KeyStoreEnd::hangingModels()
+TestKeyStoreEnd::Models TestKeyStoreEnd::hangingModels()
 {
     prepare();
     install();
@@ -76,7 +76,7 @@ tst_KeyStoreEnd::Models tst_KeyStoreEnd::hangingModels()
     return models;
 }
 
-std::future<void> tst_KeyStoreEnd::returnAfter(std::chrono::milliseconds time)
+std::future<void> TestKeyStoreEnd::returnAfter(std::chrono::milliseconds time)
 {
     return std::async(std::launch::async, [time, script = &stores()] {
         std::this_thread::sleep_for(time);
@@ -84,13 +84,13 @@ std::future<void> tst_KeyStoreEnd::returnAfter(std::chrono::milliseconds time)
     });
 }
 
-bool tst_KeyStoreEnd::isNewQca()
+bool TestKeyStoreEnd::isNewQca()
 {
     const QCA::Initializer qca;
     return QCA::getProperty(Mark).isNull();
 }
 
-void tst_KeyStoreEnd::qcaEndsWhileAModuleHangs()
+void TestKeyStoreEnd::qcaEndsWhileAModuleHangs()
 {
     Models models = hangingModels();
     QVERIFY(!models.empty());
@@ -107,10 +107,10 @@ void tst_KeyStoreEnd::qcaEndsWhileAModuleHangs()
     QTRY_VERIFY(isNewQca());
 }
 
-int tst_KeyStoreEnd::endApplication(int argc, char *argv[])
+int TestKeyStoreEnd::endApplication(int argc, char *argv[])
 {
     auto application = std::make_unique<QCoreApplication>(argc, argv);
-    tst_KeyStoreEnd test;
+    TestKeyStoreEnd test;
     Models models = test.hangingModels();
     if (models.empty())
         return 1;
@@ -121,7 +121,7 @@ int tst_KeyStoreEnd::endApplication(int argc, char *argv[])
     return isNewQca() ? 0 : 2;
 }
 
-void tst_KeyStoreEnd::applicationEndsWhileAModuleHangs()
+void TestKeyStoreEnd::applicationEndsWhileAModuleHangs()
 {
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedChannels);
@@ -137,9 +137,9 @@ void tst_KeyStoreEnd::applicationEndsWhileAModuleHangs()
 int main(int argc, char *argv[])
 {
     if (argc == 2 && qstrcmp(argv[1], "--end") == 0)
-        return tst_KeyStoreEnd::endApplication(argc, argv);
+        return TestKeyStoreEnd::endApplication(argc, argv);
     QCoreApplication application(argc, argv);
-    tst_KeyStoreEnd test;
+    TestKeyStoreEnd test;
     return QTest::qExec(&test, argc, argv);
 }
 #include "tst_keystoreend.moc"

@@ -26,7 +26,7 @@ QString text(const char *latin)
 
 } // namespace
 
-class tst_KeyStoreImport : public KeyStoreFixture {
+class TestKeyStoreImport : public KeyStoreFixture {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -52,27 +52,27 @@ private:
     QString bundleFile();
 };
 
-void tst_KeyStoreImport::initTestCase()
+void TestKeyStoreImport::initTestCase()
 {
     prepare();
     install();
     configure();
 }
 
-void tst_KeyStoreImport::cleanup()
+void TestKeyStoreImport::cleanup()
 {
     stores().reset();
 }
 
 /// A key with its certificate for "Bundle", protected by "secret".
-QString tst_KeyStoreImport::bundleFile()
+QString TestKeyStoreImport::bundleFile()
 {
     return m_factory.authority().bundle(
         {text("-algorithm"), text("RSA"), text("-pkeyopt"), text("rsa_keygen_bits:2048")},
         text("/CN=Bundle"), text("secret"), text("friend"));
 }
 
-void tst_KeyStoreImport::pemImport()
+void TestKeyStoreImport::pemImport()
 {
     KeyStoreModel model;
     QVERIFY(!model.certificateFromPEMFile(text("/nowhere")));
@@ -91,7 +91,7 @@ void tst_KeyStoreImport::pemImport()
     QVERIFY(model.certificateFromPEMFile(path));
 }
 
-void tst_KeyStoreImport::bundleErrors()
+void TestKeyStoreImport::bundleErrors()
 {
     const QString path = bundleFile();
     QVERIFY(!path.isEmpty());
@@ -112,7 +112,7 @@ void tst_KeyStoreImport::bundleErrors()
     QCOMPARE(model.importedCertificateCommonName(), QString());
 }
 
-void tst_KeyStoreImport::bundlesAreNeverAskedAbout_data()
+void TestKeyStoreImport::bundlesAreNeverAskedAbout_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("password");
@@ -149,7 +149,7 @@ void tst_KeyStoreImport::bundlesAreNeverAskedAbout_data()
 }
 
 /// Whoever answered would have to do so on the thread that waits, for ever.
-void tst_KeyStoreImport::bundlesAreNeverAskedAbout()
+void TestKeyStoreImport::bundlesAreNeverAskedAbout()
 {
     QFETCH(QString, path);
     QFETCH(QString, password);
@@ -166,7 +166,7 @@ void tst_KeyStoreImport::bundlesAreNeverAskedAbout()
     QCOMPARE(asked, 0);
 }
 
-void tst_KeyStoreImport::importNeedsALocation()
+void TestKeyStoreImport::importNeedsALocation()
 {
     addStore("t", "Token");
     {
@@ -197,7 +197,7 @@ void tst_KeyStoreImport::importNeedsALocation()
     QVERIFY(stores().calls().isEmpty());
 }
 
-void tst_KeyStoreImport::importWrites()
+void TestKeyStoreImport::importWrites()
 {
     addStore("t", "Token");
     KeyStoreModel model;
@@ -220,7 +220,7 @@ void tst_KeyStoreImport::importWrites()
     QCOMPARE(stores().calls().last().function, text("writeBundle"));
 }
 
-void tst_KeyStoreImport::importAfterReset()
+void TestKeyStoreImport::importAfterReset()
 {
     addStore("t", "Token");
     const QString path = bundleFile();
@@ -234,7 +234,7 @@ void tst_KeyStoreImport::importAfterReset()
     QVERIFY(stores().calls().isEmpty());
 }
 
-void tst_KeyStoreImport::loadsKeepTheRest()
+void TestKeyStoreImport::loadsKeepTheRest()
 {
     addStore("t", "Token");
     const QString pem = m_factory.authority().certificateFile();
@@ -273,7 +273,7 @@ void tst_KeyStoreImport::loadsKeepTheRest()
 }
 
 /// The scripted provider takes no stored answers, so they can be looked at.
-void tst_KeyStoreImport::operationsStoreTheirTarget()
+void TestKeyStoreImport::operationsStoreTheirTarget()
 {
     TrivexTest::FakeEntry entry = certificate("id");
     entry.name = text("name");
@@ -301,7 +301,7 @@ void tst_KeyStoreImport::operationsStoreTheirTarget()
     QVERIFY(!Trivex::takeStoredAnswers(QString()));
 }
 
-void tst_KeyStoreImport::removalRefusals()
+void TestKeyStoreImport::removalRefusals()
 {
     KeyStoreModel model;
     QTest::ignoreMessage(QtWarningMsg, "KeyStore entry ID is empty. Certificate cannot be deleted");
@@ -322,7 +322,7 @@ void tst_KeyStoreImport::removalRefusals()
     QVERIFY(stores().calls().isEmpty());
 }
 
-void tst_KeyStoreImport::removal()
+void TestKeyStoreImport::removal()
 {
     addStore("t", "Token", {certificate("c")});
     KeyStoreModel model;
@@ -338,7 +338,7 @@ void tst_KeyStoreImport::removal()
     QTRY_COMPARE(model.rowCount(), 0);
 }
 
-void tst_KeyStoreImport::removalOfTheFirstOfThatId()
+void TestKeyStoreImport::removalOfTheFirstOfThatId()
 {
     addStore("a", "A", {certificate("c")});
     KeyStoreModel model;
@@ -356,7 +356,7 @@ void tst_KeyStoreImport::removalOfTheFirstOfThatId()
 }
 
 /// What calls itself one of our providers and asks as stock ones do, is answered as they are.
-void tst_KeyStoreImport::plainQuestionsTakeTheStoredAnswers()
+void TestKeyStoreImport::plainQuestionsTakeTheStoredAnswers()
 {
     addStore("t", "Token", {certificate("c")});
     stores().setAsking(true);
@@ -369,7 +369,7 @@ void tst_KeyStoreImport::plainQuestionsTakeTheStoredAnswers()
     QVERIFY(!Trivex::takeStoredAnswers(QString()));
 }
 
-void tst_KeyStoreImport::usersCertificateLeavesNoAnswers()
+void TestKeyStoreImport::usersCertificateLeavesNoAnswers()
 {
     KeyStoreModel model;
     QTRY_VERIFY(model.keyStoreByName(text("USER")));
@@ -387,7 +387,7 @@ void tst_KeyStoreImport::usersCertificateLeavesNoAnswers()
     QTRY_COMPARE(model.rowCount(), 0);
 }
 
-void tst_KeyStoreImport::deletedWhileAnOperationAsks()
+void TestKeyStoreImport::deletedWhileAnOperationAsks()
 {
     addStore("t", "Token", {certificate("c")});
     stores().setAsking(true);
@@ -401,5 +401,5 @@ void tst_KeyStoreImport::deletedWhileAnOperationAsks()
     QVERIFY2(timer.elapsed() < 4000, "the model waits for ever");
 }
 
-QTEST_GUILESS_MAIN(tst_KeyStoreImport)
+QTEST_GUILESS_MAIN(TestKeyStoreImport)
 #include "tst_keystoreimport.moc"

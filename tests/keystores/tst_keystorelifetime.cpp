@@ -36,7 +36,7 @@ QString text(const char *latin)
 } // namespace
 
 /// Stores that go while the model lives, and models that go.
-class tst_KeyStoreLifetime : public KeyStoreFixture {
+class TestKeyStoreLifetime : public KeyStoreFixture {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -53,19 +53,19 @@ private Q_SLOTS:
     void twentyTimes();
 };
 
-void tst_KeyStoreLifetime::initTestCase()
+void TestKeyStoreLifetime::initTestCase()
 {
     prepare();
     install();
     configure();
 }
 
-void tst_KeyStoreLifetime::cleanup()
+void TestKeyStoreLifetime::cleanup()
 {
     stores().reset();
 }
 
-void tst_KeyStoreLifetime::lostStoreWithRows()
+void TestKeyStoreLifetime::lostStoreWithRows()
 {
     addStore("a", "A", {certificate("0"), certificate("1")});
     addStore("b", "B", {certificate("2")});
@@ -84,7 +84,7 @@ void tst_KeyStoreLifetime::lostStoreWithRows()
     QTRY_COMPARE(model.rowCount(), 2);
 }
 
-void tst_KeyStoreLifetime::lostStoreWithoutRows()
+void TestKeyStoreLifetime::lostStoreWithoutRows()
 {
     addStore("a", "A");
     KeyStoreModel model;
@@ -95,7 +95,7 @@ void tst_KeyStoreLifetime::lostStoreWithoutRows()
     QCOMPARE(model.rowCount(), 0);
 }
 
-void tst_KeyStoreLifetime::deletedWhileAnOperationAsks()
+void TestKeyStoreLifetime::deletedWhileAnOperationAsks()
 {
     addStore("t", "Token", {certificate("c")});
     stores().setAsking(true);
@@ -110,7 +110,7 @@ void tst_KeyStoreLifetime::deletedWhileAnOperationAsks()
 }
 
 // Nothing is stored to answer with, so the asker's thread holds a question that waits for ever.
-void tst_KeyStoreLifetime::deletedWhileAQuestionIsOpen()
+void TestKeyStoreLifetime::deletedWhileAQuestionIsOpen()
 {
     addStore("t", "Token", {certificate("c")});
     stores().setAsking(true);
@@ -143,7 +143,7 @@ void tst_KeyStoreLifetime::deletedWhileAQuestionIsOpen()
 }
 
 // A provider that is not ours, inside a call from which it does not return.
-void tst_KeyStoreLifetime::deletedWhileAModuleHangs()
+void TestKeyStoreLifetime::deletedWhileAModuleHangs()
 {
     addStore("t", "Token", {certificate("c")});
     addStore("u", "Other", {certificate("d")});
@@ -172,7 +172,7 @@ void tst_KeyStoreLifetime::deletedWhileAModuleHangs()
     QTRY_COMPARE(later.rowCount(), 3);
 }
 
-void tst_KeyStoreLifetime::lostStoreWhileAModuleHangs()
+void TestKeyStoreLifetime::lostStoreWhileAModuleHangs()
 {
     addStore("t", "Token", {certificate("c")});
     KeyStoreModel model;
@@ -196,7 +196,7 @@ void tst_KeyStoreLifetime::lostStoreWhileAModuleHangs()
     QTRY_VERIFY(!store);
 }
 
-void tst_KeyStoreLifetime::secondModelWhileAModuleHangs()
+void TestKeyStoreLifetime::secondModelWhileAModuleHangs()
 {
     addStore("t", "Token", {certificate("c")});
     KeyStoreModel model;
@@ -220,7 +220,7 @@ void tst_KeyStoreLifetime::secondModelWhileAModuleHangs()
     QCOMPARE(removed.at(0).at(0), QVariant(true));
 }
 
-void tst_KeyStoreLifetime::deletedWhileTheThreadIsBusy()
+void TestKeyStoreLifetime::deletedWhileTheThreadIsBusy()
 {
     auto model = std::make_unique<KeyStoreModel>();
     QTRY_VERIFY(model->askerThread()->handler());
@@ -243,7 +243,7 @@ void tst_KeyStoreLifetime::deletedWhileTheThreadIsBusy()
     QTRY_VERIFY(!thread);
 }
 
-void tst_KeyStoreLifetime::twentyTimes()
+void TestKeyStoreLifetime::twentyTimes()
 {
     addStore("t", "Token", {certificate("c")});
     for (int i = 0; i < 20; ++i) {
@@ -258,5 +258,5 @@ void tst_KeyStoreLifetime::twentyTimes()
     QCOMPARE(model.provider()->features(), m_fake->features());
 }
 
-QTEST_GUILESS_MAIN(tst_KeyStoreLifetime)
+QTEST_GUILESS_MAIN(TestKeyStoreLifetime)
 #include "tst_keystorelifetime.moc"

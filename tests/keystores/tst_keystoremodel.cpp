@@ -53,7 +53,7 @@ private:
 
 } // namespace
 
-class tst_KeyStoreModel : public KeyStoreFixture {
+class TestKeyStoreModel : public KeyStoreFixture {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -82,12 +82,12 @@ private:
     const TrivexTest::MarkTranslator m_marks;
 };
 
-void tst_KeyStoreModel::initTestCase()
+void TestKeyStoreModel::initTestCase()
 {
     prepare();
 }
 
-void tst_KeyStoreModel::init()
+void TestKeyStoreModel::init()
 {
     if (QByteArray(QTest::currentTestFunction()) == "withoutProvider")
         return;
@@ -96,13 +96,13 @@ void tst_KeyStoreModel::init()
         configure();
 }
 
-void tst_KeyStoreModel::cleanup()
+void TestKeyStoreModel::cleanup()
 {
     if (m_fake)
         stores().reset();
 }
 
-void tst_KeyStoreModel::withoutProvider()
+void TestKeyStoreModel::withoutProvider()
 {
     const Warnings warnings;
     KeyStoreModel model;
@@ -114,7 +114,7 @@ void tst_KeyStoreModel::withoutProvider()
     QCOMPARE(model.error(), KeyStoreModel::ErrorUnknown);
 }
 
-void tst_KeyStoreModel::providerWithoutConfig()
+void TestKeyStoreModel::providerWithoutConfig()
 {
     QTest::ignoreMessage(QtWarningMsg, "Provider qca-norvel-pkcs11 config is empty!");
     KeyStoreModel model;
@@ -122,7 +122,7 @@ void tst_KeyStoreModel::providerWithoutConfig()
     QVERIFY(model.provider());
 }
 
-void tst_KeyStoreModel::providerIsConfigured()
+void TestKeyStoreModel::providerIsConfigured()
 {
     KeyStoreModel model;
     QVERIFY(model.isProviderReady());
@@ -134,7 +134,7 @@ void tst_KeyStoreModel::providerIsConfigured()
     QCOMPARE(m_fake->config().value(text("x")), QVariant(1));
 }
 
-void tst_KeyStoreModel::locations()
+void TestKeyStoreModel::locations()
 {
     int others = 0; // of stock plugins
     {
@@ -171,7 +171,7 @@ void tst_KeyStoreModel::locations()
     QCOMPARE(list->rowAt(others + 2).name, text("tr:trivex-me-softhsm"));
 }
 
-void tst_KeyStoreModel::rowsAndRoles()
+void TestKeyStoreModel::rowsAndRoles()
 {
     addStore("t", "Token", {certificate("c"), keyed("k")});
     Flat<KeyStoreModel> model;
@@ -201,7 +201,7 @@ void tst_KeyStoreModel::rowsAndRoles()
     QTRY_COMPARE(model.rowCount(), 3);
 }
 
-void tst_KeyStoreModel::fallbackTexts()
+void TestKeyStoreModel::fallbackTexts()
 {
     const auto unit = m_factory.selfSigned(QStringLiteral("/OU=Unit"));
     const auto organization = m_factory.selfSigned(QStringLiteral("/O=Org"));
@@ -214,7 +214,7 @@ void tst_KeyStoreModel::fallbackTexts()
     QCOMPARE(model.index(1, 0).data(260).toString(), text("Org"));
 }
 
-void tst_KeyStoreModel::unusableEntries()
+void TestKeyStoreModel::unusableEntries()
 {
     FakeEntry nameless = certificate("nameless");
     nameless.name.clear();
@@ -229,7 +229,7 @@ void tst_KeyStoreModel::unusableEntries()
     QCOMPARE(model.index(0, 0).data(257).toString(), text("tr:trivex-se-unnamed"));
 }
 
-void tst_KeyStoreModel::oneReadPerRole()
+void TestKeyStoreModel::oneReadPerRole()
 {
     addStore("t", "Token", {certificate("c"), keyed("k")});
     KeyStoreModel model;
@@ -262,7 +262,7 @@ void tst_KeyStoreModel::oneReadPerRole()
     QCOMPARE(reads("id") + reads("name"), 0);
 }
 
-void tst_KeyStoreModel::removalLeavesTheSecondRow()
+void TestKeyStoreModel::removalLeavesTheSecondRow()
 {
     addStore("t", "Token", {certificate("0"), certificate("1"), certificate("2")});
     Flat<KeyStoreModel> model;
@@ -276,7 +276,7 @@ void tst_KeyStoreModel::removalLeavesTheSecondRow()
     QTRY_COMPARE(ids(model), QStringList({text("2")}));
 }
 
-void tst_KeyStoreModel::removalElsewhere()
+void TestKeyStoreModel::removalElsewhere()
 {
     addStore("a", "A", {certificate("0"), certificate("1")});
     KeyStoreModel model;
@@ -290,7 +290,7 @@ void tst_KeyStoreModel::removalElsewhere()
     QCOMPARE(removed.at(0).at(1).toInt(), 2);
 }
 
-void tst_KeyStoreModel::newBundleIsAnnounced()
+void TestKeyStoreModel::newBundleIsAnnounced()
 {
     addStore("t", "Token", {});
     addStore("u", "User", {}, QCA::KeyStore::User);
@@ -317,7 +317,7 @@ void tst_KeyStoreModel::newBundleIsAnnounced()
     QCOMPARE(announced, 1);
 }
 
-void tst_KeyStoreModel::invalidUpdate()
+void TestKeyStoreModel::invalidUpdate()
 {
     KeyStoreModel model;
     QTest::ignoreMessage(QtWarningMsg, "Error: KeyStore not valid");
@@ -329,7 +329,7 @@ void tst_KeyStoreModel::invalidUpdate()
     QCOMPARE(model.rowCount(), 0);
 }
 
-void tst_KeyStoreModel::busy()
+void TestKeyStoreModel::busy()
 {
     KeyStoreModel model;
     QTRY_VERIFY(!model.isBusy());
@@ -353,7 +353,7 @@ void tst_KeyStoreModel::busy()
     QCOMPARE(changed.count(), 2);
 }
 
-void tst_KeyStoreModel::results()
+void TestKeyStoreModel::results()
 {
     KeyStoreModel model;
     QSignalSpy written(&model, &KeyStoreModel::entryWrittenChanged);
@@ -366,7 +366,7 @@ void tst_KeyStoreModel::results()
     QCOMPARE(removed.value(0).value(0), QVariant(true));
 }
 
-void tst_KeyStoreModel::storeAccessors()
+void TestKeyStoreModel::storeAccessors()
 {
     addStore("t", "Token");
     KeyStoreModel model;
@@ -385,7 +385,7 @@ void tst_KeyStoreModel::storeAccessors()
     QCOMPARE(model.keyStoreByName(text("Token"))->id(), text("t")); // the first of that name
 }
 
-void tst_KeyStoreModel::providerLookUp()
+void TestKeyStoreModel::providerLookUp()
 {
     QVariantMap config = {{text("left"), true}};
     QTest::ignoreMessage(QtWarningMsg, "Provider none not supported!");
@@ -396,7 +396,7 @@ void tst_KeyStoreModel::providerLookUp()
     QCOMPARE(config.value(text("x")), QVariant(1));
 }
 
-void tst_KeyStoreModel::manyRows()
+void TestKeyStoreModel::manyRows()
 {
     QList<FakeEntry> entries;
     for (int i = 0; i < 5000; ++i)
@@ -429,5 +429,5 @@ void tst_KeyStoreModel::manyRows()
     QVERIFY2(spent < 1000, "grows faster than the rows");
 }
 
-QTEST_GUILESS_MAIN(tst_KeyStoreModel)
+QTEST_GUILESS_MAIN(TestKeyStoreModel)
 #include "tst_keystoremodel.moc"

@@ -22,7 +22,7 @@ constexpr int Many = 150;
 } // namespace
 
 /// Long lists of several stores that come at the same time.
-class tst_KeyStoreRows : public KeyStoreFixture {
+class TestKeyStoreRows : public KeyStoreFixture {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -44,19 +44,19 @@ private:
     static QStringList groups(const KeyStoreModel &model);
 };
 
-void tst_KeyStoreRows::initTestCase()
+void TestKeyStoreRows::initTestCase()
 {
     prepare();
     install();
     configure();
 }
 
-void tst_KeyStoreRows::cleanup()
+void TestKeyStoreRows::cleanup()
 {
     stores().reset();
 }
 
-QList<FakeEntry> tst_KeyStoreRows::entries(int store, bool isKeyed)
+QList<FakeEntry> TestKeyStoreRows::entries(int store, bool isKeyed)
 {
     QList<FakeEntry> list;
     for (int i = 0; i < Many; ++i) {
@@ -66,7 +66,7 @@ QList<FakeEntry> tst_KeyStoreRows::entries(int store, bool isKeyed)
     return list;
 }
 
-void tst_KeyStoreRows::addEmptyStores(KeyStoreModel &model, int count)
+void TestKeyStoreRows::addEmptyStores(KeyStoreModel &model, int count)
 {
     for (int i = 0; i < count; ++i)
         addStore(name(i).toLatin1().constData(), name(i).toLatin1().constData());
@@ -76,7 +76,7 @@ void tst_KeyStoreRows::addEmptyStores(KeyStoreModel &model, int count)
     QTest::qWait(200);
 }
 
-QStringList tst_KeyStoreRows::groups(const KeyStoreModel &model)
+QStringList TestKeyStoreRows::groups(const KeyStoreModel &model)
 {
     QStringList found;
     const QStringList all = ids(model);
@@ -88,7 +88,7 @@ QStringList tst_KeyStoreRows::groups(const KeyStoreModel &model)
     return found;
 }
 
-void tst_KeyStoreRows::rowsOfAStoreComeTogether()
+void TestKeyStoreRows::rowsOfAStoreComeTogether()
 {
     constexpr int Stores = 5;
     Flat<KeyStoreModel> model;
@@ -108,7 +108,7 @@ void tst_KeyStoreRows::rowsOfAStoreComeTogether()
 }
 
 // A store that reports again before its turn has its last list shown, where it stood.
-void tst_KeyStoreRows::updateKeepsItsPlace()
+void TestKeyStoreRows::updateKeepsItsPlace()
 {
     Flat<KeyStoreModel> model;
     QAbstractItemModelTester tester(&model);
@@ -127,7 +127,7 @@ void tst_KeyStoreRows::updateKeepsItsPlace()
     QCOMPARE(QSet<QString>(all.begin(), all.end()).size(), all.size());
 }
 
-void tst_KeyStoreRows::readyFollowsTheRows()
+void TestKeyStoreRows::readyFollowsTheRows()
 {
     Flat<KeyStoreModel> model;
     addEmptyStores(model, 2);
@@ -145,7 +145,7 @@ void tst_KeyStoreRows::readyFollowsTheRows()
     QCOMPARE(rowsAtReady.first(), 2 * Many);
 }
 
-void tst_KeyStoreRows::readyWithoutRowsComesAtOnce()
+void TestKeyStoreRows::readyWithoutRowsComesAtOnce()
 {
     KeyStoreModel model;
     QTRY_VERIFY(!model.isBusy());
@@ -159,14 +159,14 @@ void tst_KeyStoreRows::readyWithoutRowsComesAtOnce()
     QVERIFY(!model.isBusy());
 }
 
-void tst_KeyStoreRows::storeDeletedWhileItsRowsCome_data()
+void TestKeyStoreRows::storeDeletedWhileItsRowsCome_data()
 {
     QTest::addColumn<bool>("atAnnouncement");
     QTest::newRow("at a row") << false;
     QTest::newRow("at the announcement of a key") << true;
 }
 
-void tst_KeyStoreRows::storeDeletedWhileItsRowsCome()
+void TestKeyStoreRows::storeDeletedWhileItsRowsCome()
 {
     QFETCH(bool, atAnnouncement);
     Flat<KeyStoreModel> model;
@@ -192,7 +192,7 @@ void tst_KeyStoreRows::storeDeletedWhileItsRowsCome()
     QCOMPARE(model.keyStoreByName(name(0)), nullptr);
 }
 
-void tst_KeyStoreRows::deletedStoreTakesItsRows()
+void TestKeyStoreRows::deletedStoreTakesItsRows()
 {
     Flat<KeyStoreModel> model;
     QAbstractItemModelTester tester(&model);
@@ -209,5 +209,5 @@ void tst_KeyStoreRows::deletedStoreTakesItsRows()
     QVERIFY(stores().calls().isEmpty());
 }
 
-QTEST_GUILESS_MAIN(tst_KeyStoreRows)
+QTEST_GUILESS_MAIN(TestKeyStoreRows)
 #include "tst_keystorerows.moc"

@@ -35,7 +35,7 @@ QByteArray document(const QByteArray &version, const QByteArray &body)
 
 } // namespace
 
-class tst_Plugin : public QObject {
+class TestPlugin : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void init();
@@ -61,13 +61,13 @@ private:
     std::unique_ptr<QQmlEngine> m_engine;
 };
 
-void tst_Plugin::init()
+void TestPlugin::init()
 {
     m_engine = std::make_unique<QQmlEngine>();
     m_engine->addImportPath(QStringLiteral(TRIVEX_TEST_QML_DIR));
 }
 
-std::unique_ptr<QObject> tst_Plugin::make(const QByteArray &source, QString *error)
+std::unique_ptr<QObject> TestPlugin::make(const QByteArray &source, QString *error)
 {
     QQmlComponent component(m_engine.get());
     component.setData(source, QUrl());
@@ -79,7 +79,7 @@ std::unique_ptr<QObject> tst_Plugin::make(const QByteArray &source, QString *err
     return object;
 }
 
-void tst_Plugin::creatable_data()
+void TestPlugin::creatable_data()
 {
     QTest::addColumn<QString>("type");
     for (const char *type :
@@ -88,7 +88,7 @@ void tst_Plugin::creatable_data()
         QTest::newRow(type) << QString::fromLatin1(type);
 }
 
-void tst_Plugin::creatable()
+void TestPlugin::creatable()
 {
     QFETCH(QString, type);
     const auto object = make(document("1.0", type.toLatin1() + " {}"));
@@ -96,7 +96,7 @@ void tst_Plugin::creatable()
     QCOMPARE(QString::fromLatin1(object->metaObject()->className()), type);
 }
 
-void tst_Plugin::uncreatableTypes()
+void TestPlugin::uncreatableTypes()
 {
     for (const char *type : uncreatable) {
         QString error;
@@ -106,7 +106,7 @@ void tst_Plugin::uncreatableTypes()
     }
 }
 
-void tst_Plugin::versions()
+void TestPlugin::versions()
 {
     QVERIFY(make(document("1.0", "QtObject {}")));
     for (const char *version : {"0.0", "2.0", "3.0"}) {
@@ -117,7 +117,7 @@ void tst_Plugin::versions()
     }
 }
 
-void tst_Plugin::singleton()
+void TestPlugin::singleton()
 {
     const QByteArray source = document("1.0",
                                        "QtObject { property QtObject a: KeyStoreModel\n"
@@ -141,7 +141,7 @@ void tst_Plugin::singleton()
     QVERIFY(second->property("a").value<QObject *>());
 }
 
-void tst_Plugin::enumerations()
+void TestPlugin::enumerations()
 {
     const auto object = make(document("1.0",
                                       "QtObject { property int a: KeyStoreModel.RootImported\n"
@@ -157,7 +157,7 @@ void tst_Plugin::enumerations()
     QCOMPARE(object->property("e").toInt(), 2);
 }
 
-void tst_Plugin::metaTypes()
+void TestPlugin::metaTypes()
 {
     QVERIFY(make(document("1.0", "QtObject {}")));
     for (const char *name :
@@ -179,7 +179,7 @@ void tst_Plugin::metaTypes()
     QVERIFY(QVariant(list, nullptr).canConvert<QVariantList>());
 }
 
-void tst_Plugin::onePluginPerProcess()
+void TestPlugin::onePluginPerProcess()
 {
     QPluginLoader loader(
         QStringLiteral(TRIVEX_TEST_QML_DIR "/Trivex/Crypto/libtrivexcryptoplugin.so"));
@@ -194,7 +194,7 @@ void tst_Plugin::onePluginPerProcess()
     QCOMPARE(again.instance(), plugin);
 }
 
-void tst_Plugin::interface_data()
+void TestPlugin::interface_data()
 {
     QTest::addColumn<QString>("type");
     QTest::addColumn<QStringList>("wanted");
@@ -220,7 +220,7 @@ void tst_Plugin::interface_data()
     flush();
 }
 
-void tst_Plugin::interface()
+void TestPlugin::interface()
 {
     QFETCH(QString, type);
     QFETCH(QStringList, wanted);
@@ -242,7 +242,7 @@ void tst_Plugin::interface()
     QCOMPARE(found.size(), wanted.size());
 }
 
-void tst_Plugin::slotsAreNotForScripts()
+void TestPlugin::slotsAreNotForScripts()
 {
     const QMetaObject &meta = KeyStoreModel::staticMetaObject;
     int found = 0;
@@ -256,7 +256,7 @@ void tst_Plugin::slotsAreNotForScripts()
     QCOMPARE(found, 7);
 }
 
-void tst_Plugin::everyEngineIsTranslated()
+void TestPlugin::everyEngineIsTranslated()
 {
     const auto translators = [](const QObject &engine) {
         int found = 0;
@@ -278,7 +278,7 @@ void tst_Plugin::everyEngineIsTranslated()
     QCOMPARE(translators(*m_engine), 2);
 }
 
-void tst_Plugin::ownership()
+void TestPlugin::ownership()
 {
     // What a call returns to the script must survive its garbage collection.
     const auto object = make(document("1.0",
@@ -296,7 +296,7 @@ void tst_Plugin::ownership()
     QVERIFY(result.toBool());
 }
 
-void tst_Plugin::typeDescription()
+void TestPlugin::typeDescription()
 {
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
     QSKIP("Qt's tool can't load a module that needs a sanitizer");
@@ -335,7 +335,7 @@ void tst_Plugin::typeDescription()
     QCOMPARE(kept.mid(kept.indexOf(start)).trimmed(), made.mid(made.indexOf(start)).trimmed());
 }
 
-void tst_Plugin::viewsFollowLargeChanges()
+void TestPlugin::viewsFollowLargeChanges()
 {
     QStandardItemModel source;
     source.setItemRoleNames({{257, "name"}, {261, "type"}});
@@ -371,5 +371,5 @@ void tst_Plugin::viewsFollowLargeChanges()
     QTRY_COMPARE(object->property("count").toInt(), 1000);
 }
 
-QTEST_GUILESS_MAIN(tst_Plugin)
+QTEST_GUILESS_MAIN(TestPlugin)
 #include "tst_plugin.moc"

@@ -7,7 +7,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-class tst_Translations : public QObject {
+class TestTranslations : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void init();
@@ -25,26 +25,26 @@ private:
     std::unique_ptr<QQmlEngine> m_engine;
 };
 
-void tst_Translations::init()
+void TestTranslations::init()
 {
     m_directory = std::make_unique<QTemporaryDir>();
     m_engine = std::make_unique<QQmlEngine>();
     QLocale::setDefault(QLocale(QStringLiteral("ru_RU")));
 }
 
-void tst_Translations::cleanup()
+void TestTranslations::cleanup()
 {
     m_engine.reset();
     QLocale::setDefault(QLocale::c());
 }
 
-void tst_Translations::provide(const char *name, const char *as)
+void TestTranslations::provide(const char *name, const char *as)
 {
     QVERIFY(QFile::copy(QStringLiteral(TRIVEX_CATALOGUE_DIR "/") + QLatin1String(name),
                         m_directory->filePath(QLatin1String(as ? as : name))));
 }
 
-void tst_Translations::neither()
+void TestTranslations::neither()
 {
     installTranslators(m_engine.get(), m_directory->path());
     QCOMPARE(qtTrId("trivex-p-la-issuer"), QStringLiteral("trivex-p-la-issuer"));
@@ -52,7 +52,7 @@ void tst_Translations::neither()
     QCOMPARE(qtTrId("trivex-p-la-issuer"), QStringLiteral("trivex-p-la-issuer"));
 }
 
-void tst_Translations::englishOnly()
+void TestTranslations::englishOnly()
 {
     provide("trivex-qml-plugin_eng_en.qm");
     installTranslators(m_engine.get(), m_directory->path());
@@ -61,7 +61,7 @@ void tst_Translations::englishOnly()
     QCOMPARE(qtTrId("trivex-p-la-issuer"), QStringLiteral("trivex-p-la-issuer"));
 }
 
-void tst_Translations::localeWins()
+void TestTranslations::localeWins()
 {
     provide("trivex-qml-plugin_eng_en.qm");
     provide("trivex-qml-plugin-ru.qm");
@@ -74,7 +74,7 @@ void tst_Translations::localeWins()
     QCOMPARE(qtTrId("trivex-p-la-issuer"), QStringLiteral("Issuer"));
 }
 
-void tst_Translations::englishFillsTheGaps()
+void TestTranslations::englishFillsTheGaps()
 {
     provide("trivex-qml-plugin_eng_en.qm");
     // A Russian catalogue that knows none of the plugin's identifiers.
@@ -85,7 +85,7 @@ void tst_Translations::englishFillsTheGaps()
     QCOMPARE(qtTrId("trivex-p-la-issuer"), QStringLiteral("Issuer"));
 }
 
-void tst_Translations::everyEngineHasItsPair()
+void TestTranslations::everyEngineHasItsPair()
 {
     QQmlEngine second;
     installTranslators(m_engine.get(), m_directory->path());
@@ -94,5 +94,5 @@ void tst_Translations::everyEngineHasItsPair()
     QCOMPARE(second.findChildren<AppTranslator *>().size(), 2);
 }
 
-QTEST_GUILESS_MAIN(tst_Translations)
+QTEST_GUILESS_MAIN(TestTranslations)
 #include "tst_translations.moc"

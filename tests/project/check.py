@@ -75,6 +75,15 @@ def bodies(text):
             start = None
 
 
+def test_names():
+    """Test classes: Test and the subject."""
+    slots = re.compile(r"^class (\w+) : public \w+ \{\n    Q_OBJECT\nprivate Q_SLOTS:", re.M)
+    for path in of_kind(".cpp", ".h"):
+        for found in slots.findall(text_of(path)):
+            if name(path).startswith("tests/") and not re.fullmatch(r"Test[A-Z]\w*", found):
+                yield f"{name(path)}: the test class {found} is not named Test and its subject"
+
+
 def is_table(body):
     """A flat list of entries or cases, whose length is that of what it lists."""
     flat = re.compile(r"^\s*(case .*|default:|break;|return .*;|[{(\"'R].*,?|//.*|.*,|)$")
@@ -271,7 +280,8 @@ def memory():
                 yield f"{name(path)}:{number}: {found.group()} on a thread that may outlive QCA"
 
 
-CHECKS = [sizes, functions, licences, words, threads, decisions, format, scripts, qml, settings, symbols, memory]
+CHECKS = [sizes, functions, test_names, licences, words, threads, decisions, format, scripts, qml,
+          settings, symbols, memory]
 
 
 def main():

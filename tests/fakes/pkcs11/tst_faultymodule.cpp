@@ -26,7 +26,7 @@ CK_UTF8CHAR *bytes(const QByteArray &text)
 } // namespace
 
 //! The faulty module in front of a private software token.
-class FaultyModuleTest : public QObject {
+class TestFaultyModule : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -67,7 +67,7 @@ private:
     CK_SLOT_ID m_slot = 0;
 };
 
-void FaultyModuleTest::initTestCase()
+void TestFaultyModule::initTestCase()
 {
     QVERIFY(m_directory.isValid());
     const QString path = m_directory.path();
@@ -98,25 +98,25 @@ void FaultyModuleTest::initTestCase()
     QCOMPARE(m_module->C_CloseSession(session), CKR_OK);
 }
 
-void FaultyModuleTest::init()
+void TestFaultyModule::init()
 {
     control("");
     QFile::remove(m_directory.filePath(QStringLiteral("log")));
 }
 
-void FaultyModuleTest::cleanup()
+void TestFaultyModule::cleanup()
 {
     control("");
     m_module->C_CloseAllSessions(m_slot);
 }
 
-void FaultyModuleTest::cleanupTestCase()
+void TestFaultyModule::cleanupTestCase()
 {
     QVERIFY(!log().contains(pin));
     QCOMPARE(m_module->C_Finalize(nullptr), CKR_OK);
 }
 
-void FaultyModuleTest::control(const QByteArray &text)
+void TestFaultyModule::control(const QByteArray &text)
 {
     QSaveFile file(m_directory.filePath(QStringLiteral("control")));
     QVERIFY(file.open(QIODevice::WriteOnly));
@@ -124,13 +124,13 @@ void FaultyModuleTest::control(const QByteArray &text)
     QVERIFY(file.commit());
 }
 
-QByteArray FaultyModuleTest::log() const
+QByteArray TestFaultyModule::log() const
 {
     QFile file(m_directory.filePath(QStringLiteral("log")));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-QVector<CK_SLOT_ID> FaultyModuleTest::slotIds(bool withToken) const
+QVector<CK_SLOT_ID> TestFaultyModule::slotIds(bool withToken) const
 {
     CK_ULONG count = 0;
     m_module->C_GetSlotList(withToken, nullptr, &count);
@@ -139,26 +139,26 @@ QVector<CK_SLOT_ID> FaultyModuleTest::slotIds(bool withToken) const
     return ids;
 }
 
-CK_TOKEN_INFO FaultyModuleTest::tokenInfo() const
+CK_TOKEN_INFO TestFaultyModule::tokenInfo() const
 {
     CK_TOKEN_INFO info{};
     m_module->C_GetTokenInfo(m_slot, &info);
     return info;
 }
 
-CK_SESSION_HANDLE FaultyModuleTest::open(CK_FLAGS flags)
+CK_SESSION_HANDLE TestFaultyModule::open(CK_FLAGS flags)
 {
     CK_SESSION_HANDLE session = 0;
     m_module->C_OpenSession(m_slot, flags, nullptr, nullptr, &session);
     return session;
 }
 
-CK_RV FaultyModuleTest::login(CK_SESSION_HANDLE session, const QByteArray &text)
+CK_RV TestFaultyModule::login(CK_SESSION_HANDLE session, const QByteArray &text)
 {
     return m_module->C_Login(session, CKU_USER, bytes(text), text.size());
 }
 
-CK_RV FaultyModuleTest::createData(CK_SESSION_HANDLE session, const QByteArray &label)
+CK_RV TestFaultyModule::createData(CK_SESSION_HANDLE session, const QByteArray &label)
 {
     CK_OBJECT_CLASS objectClass = CKO_DATA;
     CK_BBOOL onToken = CK_FALSE;
@@ -171,7 +171,7 @@ CK_RV FaultyModuleTest::createData(CK_SESSION_HANDLE session, const QByteArray &
     return m_module->C_CreateObject(session, attributes, 3, &object);
 }
 
-CK_ULONG FaultyModuleTest::countData(CK_SESSION_HANDLE session, const QByteArray &label)
+CK_ULONG TestFaultyModule::countData(CK_SESSION_HANDLE session, const QByteArray &label)
 {
     CK_ATTRIBUTE wanted{CKA_LABEL, bytes(label), static_cast<CK_ULONG>(label.size())};
     CK_OBJECT_HANDLE objects[8];
@@ -182,7 +182,7 @@ CK_ULONG FaultyModuleTest::countData(CK_SESSION_HANDLE session, const QByteArray
     return count;
 }
 
-void FaultyModuleTest::passesCallsOnAndCountsThem()
+void TestFaultyModule::passesCallsOnAndCountsThem()
 {
     const CK_SESSION_HANDLE session = open();
     QVERIFY(session != 0);
@@ -196,7 +196,7 @@ void FaultyModuleTest::passesCallsOnAndCountsThem()
     QVERIFY(log().contains(" pin=empty\n"));
 }
 
-void FaultyModuleTest::failsTheCallThatIsNamed()
+void TestFaultyModule::failsTheCallThatIsNamed()
 {
     control("fail C_FindObjectsInit 2 CKR_DEVICE_ERROR\nfail C_SignInit 1+ 0x80000001\n");
     const CK_SESSION_HANDLE session = open();
@@ -214,7 +214,7 @@ void FaultyModuleTest::failsTheCallThatIsNamed()
     QCOMPARE(m_module->C_GetSessionInfo(session, &info), CKR_SESSION_HANDLE_INVALID);
 }
 
-void FaultyModuleTest::failsAfterTheWorkWasDone()
+void TestFaultyModule::failsAfterTheWorkWasDone()
 {
     control("fail-after C_CreateObject 1 CKR_DEVICE_ERROR\n");
     const CK_SESSION_HANDLE session = open();
@@ -223,7 +223,7 @@ void FaultyModuleTest::failsAfterTheWorkWasDone()
     QCOMPARE(countData(session, "late"), 1UL);
 }
 
-void FaultyModuleTest::delaysACall()
+void TestFaultyModule::delaysACall()
 {
     control("delay C_GetSessionInfo 2 300\n");
     const CK_SESSION_HANDLE session = open();
@@ -237,7 +237,7 @@ void FaultyModuleTest::delaysACall()
     QVERIFY(first < 300);
 }
 
-void FaultyModuleTest::takesTheDeviceAwayAndBringsItBack()
+void TestFaultyModule::takesTheDeviceAwayAndBringsItBack()
 {
     const CK_SESSION_HANDLE session = open();
     QCOMPARE(login(session, pin), CKR_OK);
@@ -263,7 +263,7 @@ void FaultyModuleTest::takesTheDeviceAwayAndBringsItBack()
     QCOMPARE(info.state, CKS_RW_PUBLIC_SESSION);
 }
 
-void FaultyModuleTest::takesTheDeviceAwayAtACall()
+void TestFaultyModule::takesTheDeviceAwayAtACall()
 {
     control("remove-at C_FindObjects 1\n");
     const CK_SESSION_HANDLE session = open();
@@ -277,7 +277,7 @@ void FaultyModuleTest::takesTheDeviceAwayAtACall()
     QVERIFY(slotIds(true).contains(m_slot));
 }
 
-void FaultyModuleTest::countsWrongPins()
+void TestFaultyModule::countsWrongPins()
 {
     const CK_FLAGS all = CKF_USER_PIN_COUNT_LOW | CKF_USER_PIN_FINAL_TRY | CKF_USER_PIN_LOCKED;
     control("tries 3\n");
@@ -294,7 +294,7 @@ void FaultyModuleTest::countsWrongPins()
     QCOMPARE(login(session, pin), CKR_OK);
 }
 
-void FaultyModuleTest::forcesTokenStates()
+void TestFaultyModule::forcesTokenStates()
 {
     CK_SESSION_HANDLE session = open();
     control("full\n");
@@ -312,7 +312,7 @@ void FaultyModuleTest::forcesTokenStates()
     QCOMPARE(login(open(CKF_SERIAL_SESSION), pin), CKR_PIN_LOCKED);
 }
 
-void FaultyModuleTest::showsSoManySlots()
+void TestFaultyModule::showsSoManySlots()
 {
     QVERIFY(slotIds(false).size() > 1);
     control("slots 1\n");
@@ -321,7 +321,7 @@ void FaultyModuleTest::showsSoManySlots()
     QCOMPARE(slotIds(true).size(), 0);
 }
 
-void FaultyModuleTest::typesThePinOnTheReader()
+void TestFaultyModule::typesThePinOnTheReader()
 {
     control("pin-pad " + pin + "\n");
     const CK_SESSION_HANDLE session = open();
@@ -330,7 +330,7 @@ void FaultyModuleTest::typesThePinOnTheReader()
     QVERIFY(log().contains(" pin=none\n"));
 }
 
-void FaultyModuleTest::endsTheProcess()
+void TestFaultyModule::endsTheProcess()
 {
     control("kill C_GetSessionInfo 1\n");
     const CK_SESSION_HANDLE session = open();
@@ -345,7 +345,7 @@ void FaultyModuleTest::endsTheProcess()
     QVERIFY(WIFSIGNALED(status));
 }
 
-void FaultyModuleTest::liesAboutAttributes()
+void TestFaultyModule::liesAboutAttributes()
 {
     const CK_SESSION_HANDLE session = open();
     QCOMPARE(login(session, pin), CKR_OK);
@@ -386,7 +386,7 @@ void FaultyModuleTest::liesAboutAttributes()
     QCOMPARE(ask(room, 8), qMakePair(CK_RV(CKR_OK), CK_ULONG(5)));
 }
 
-void FaultyModuleTest::reportsOtherNumbers()
+void TestFaultyModule::reportsOtherNumbers()
 {
     const CK_SESSION_HANDLE session = open();
     control("report C_FindObjects 1 77\n");
@@ -394,14 +394,14 @@ void FaultyModuleTest::reportsOtherNumbers()
     QCOMPARE(countData(session, "nobody"), 0UL);
 }
 
-void FaultyModuleTest::hidesThatItWantsALogin()
+void TestFaultyModule::hidesThatItWantsALogin()
 {
     QVERIFY(tokenInfo().flags & CKF_LOGIN_REQUIRED);
     control("no-login-flag\n");
     QVERIFY(!(tokenInfo().flags & CKF_LOGIN_REQUIRED));
 }
 
-void FaultyModuleTest::reportsWhatItDoesNotUnderstand()
+void TestFaultyModule::reportsWhatItDoesNotUnderstand()
 {
     control("fail C_Nonsense 1 CKR_OK\nfail C_Sign 0 CKR_OK\nfail C_Sign 1 CKR_NONSENSE\n"
             "delay C_Sign 1\ntries many\nfull very\nreport C_Sign 1\nlie CKA_ID * needs\n"
@@ -410,5 +410,5 @@ void FaultyModuleTest::reportsWhatItDoesNotUnderstand()
     QCOMPARE(log().count("error control line: "), 12);
 }
 
-QTEST_GUILESS_MAIN(FaultyModuleTest)
+QTEST_GUILESS_MAIN(TestFaultyModule)
 #include "tst_faultymodule.moc"

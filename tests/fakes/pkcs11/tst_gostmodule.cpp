@@ -49,7 +49,7 @@ private:
 } // namespace
 
 /// The GOST keys of the faulty module: what a real module refuses, it refuses.
-class GostModuleTest : public QObject {
+class TestGostModule : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
@@ -78,7 +78,7 @@ private:
     CK_OBJECT_HANDLE m_private = 0;
 };
 
-void GostModuleTest::initTestCase()
+void TestGostModule::initTestCase()
 {
     QProcess engine;
     engine.start(QStringLiteral("openssl"),
@@ -105,7 +105,7 @@ void GostModuleTest::initTestCase()
     m_slot = slotIds[0];
 }
 
-void GostModuleTest::cleanup()
+void TestGostModule::cleanup()
 {
     if (!m_module)
         return;
@@ -119,13 +119,13 @@ void GostModuleTest::cleanup()
     QCOMPARE(m_module->C_CloseAllSessions(m_slot), CKR_OK);
 }
 
-void GostModuleTest::cleanupTestCase()
+void TestGostModule::cleanupTestCase()
 {
     if (m_module)
         QCOMPARE(m_module->C_Finalize(nullptr), CKR_OK);
 }
 
-CK_SESSION_HANDLE GostModuleTest::open(bool writable)
+CK_SESSION_HANDLE TestGostModule::open(bool writable)
 {
     CK_SESSION_HANDLE session = 0;
     m_module->C_OpenSession(m_slot, CKF_SERIAL_SESSION | (writable ? CKF_RW_SESSION : 0), nullptr,
@@ -133,14 +133,14 @@ CK_SESSION_HANDLE GostModuleTest::open(bool writable)
     return session;
 }
 
-CK_RV GostModuleTest::logIn(CK_SESSION_HANDLE session)
+CK_RV TestGostModule::logIn(CK_SESSION_HANDLE session)
 {
     QByteArray pin = TestToken::pin();
     return m_module->C_Login(session, CKU_USER, reinterpret_cast<CK_UTF8CHAR *>(pin.data()),
                              CK_ULONG(pin.size()));
 }
 
-CK_RV GostModuleTest::generate(CK_SESSION_HANDLE session, const QByteArray &curve,
+CK_RV TestGostModule::generate(CK_SESSION_HANDLE session, const QByteArray &curve,
                                const QByteArray &digest)
 {
     Template publicPart;
@@ -159,7 +159,7 @@ CK_RV GostModuleTest::generate(CK_SESSION_HANDLE session, const QByteArray &curv
                                        &m_private);
 }
 
-QVector<CK_OBJECT_HANDLE> GostModuleTest::find(CK_SESSION_HANDLE session,
+QVector<CK_OBJECT_HANDLE> TestGostModule::find(CK_SESSION_HANDLE session,
                                                CK_OBJECT_CLASS objectClass)
 {
     Template wanted;
@@ -173,14 +173,14 @@ QVector<CK_OBJECT_HANDLE> GostModuleTest::find(CK_SESSION_HANDLE session,
     return objects;
 }
 
-CK_RV GostModuleTest::beginSign(CK_SESSION_HANDLE session, CK_MECHANISM_TYPE type,
+CK_RV TestGostModule::beginSign(CK_SESSION_HANDLE session, CK_MECHANISM_TYPE type,
                                 QByteArray parameter)
 {
     CK_MECHANISM mechanism = {type, parameter.data(), CK_ULONG(parameter.size())};
     return m_module->C_SignInit(session, &mechanism, m_private);
 }
 
-void GostModuleTest::listsItsMechanisms()
+void TestGostModule::listsItsMechanisms()
 {
     CK_ULONG count = 0;
     QCOMPARE(m_module->C_GetMechanismList(m_slot, nullptr, &count), CKR_OK);
@@ -199,7 +199,7 @@ void GostModuleTest::listsItsMechanisms()
     QCOMPARE(m_module->C_GetMechanismInfo(m_slot, Tc26, &info), CKR_MECHANISM_INVALID);
 }
 
-void GostModuleTest::generatesForTheUserOnly()
+void TestGostModule::generatesForTheUserOnly()
 {
     const CK_SESSION_HANDLE session = open();
     QCOMPARE(generate(session, CryptoProA, Digest256), CKR_USER_NOT_LOGGED_IN);
@@ -210,7 +210,7 @@ void GostModuleTest::generatesForTheUserOnly()
     QCOMPARE(find(session, CKO_PRIVATE_KEY).size(), 2);
 }
 
-void GostModuleTest::refusesTemplates()
+void TestGostModule::refusesTemplates()
 {
     const CK_SESSION_HANDLE session = open();
     QCOMPARE(logIn(session), CKR_OK);
@@ -235,7 +235,7 @@ void GostModuleTest::refusesTemplates()
     QVERIFY(find(session, CKO_PUBLIC_KEY).isEmpty());
 }
 
-void GostModuleTest::hidesPrivateObjects()
+void TestGostModule::hidesPrivateObjects()
 {
     const CK_SESSION_HANDLE session = open();
     logIn(session);
@@ -249,7 +249,7 @@ void GostModuleTest::hidesPrivateObjects()
     QCOMPARE(beginSign(session, CKM_GOSTR3410), CKR_KEY_HANDLE_INVALID);
 }
 
-void GostModuleTest::keepsTheSecret()
+void TestGostModule::keepsTheSecret()
 {
     const CK_SESSION_HANDLE session = open();
     logIn(session);
@@ -273,7 +273,7 @@ void GostModuleTest::keepsTheSecret()
              CKR_ATTRIBUTE_READ_ONLY);
 }
 
-void GostModuleTest::signsAsAsked()
+void TestGostModule::signsAsAsked()
 {
     const CK_SESSION_HANDLE session = open();
     logIn(session);
@@ -304,7 +304,7 @@ void GostModuleTest::signsAsAsked()
     QCOMPARE(sign(33, signature.data()), CKR_OK);
 }
 
-void GostModuleTest::importsKeys()
+void TestGostModule::importsKeys()
 {
     const CK_SESSION_HANDLE session = open();
     Template key;
@@ -328,5 +328,5 @@ void GostModuleTest::importsKeys()
     QCOMPARE(beginSign(session, Tc26 | 0x006), CKR_OK);
 }
 
-QTEST_GUILESS_MAIN(GostModuleTest)
+QTEST_GUILESS_MAIN(TestGostModule)
 #include "tst_gostmodule.moc"
