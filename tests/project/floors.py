@@ -217,6 +217,38 @@ def picture_findings(root, floors):
         yield "docs/architecture.md: its picture is not that of `tests/project/floors.py picture`"
 
 
+JOURNEY = re.compile(r"^\d+\. `([\w/]+)`: `(?:(\w+)::)?(\w+)`$")
+
+
+def journey_findings(root, floors):
+    """Steps of the journeys in docs/architecture.md that are not there, or climb a floor."""
+    reach = {folder: below(floors, folder) for folder in floors}
+    previous = None
+    steps = 0
+    for line in (root / "docs" / "architecture.md").read_text(encoding="utf-8").splitlines():
+        step = JOURNEY.match(line)
+        if not step:
+            previous = None if line.strip() else previous
+            continue
+        steps += 1
+        folder, owner, function = step.groups()
+        text = "".join(path.read_text(encoding="utf-8") for path in (root / folder).glob("*.*")
+                       if path.suffix in {".h", ".cpp", ".qml"})
+        defined = f"{owner}::{function}(" in text or (
+            re.search(rf"\bclass (?:\w+_EXPORT )?{owner}\b", text)
+            and re.search(rf"\b{function}\(", text))
+        there = defined if owner else (f"{function}(" in text
+                                       or (root / folder / f"{function}.qml").exists())
+        if not there:
+            yield f"docs/architecture.md: {folder} has no {owner or ''}::{function}"
+        if previous in reach and folder in reach and folder not in reach[previous]:
+            if previous in reach[folder]:
+                yield f"docs/architecture.md: {function} climbs from {previous} to {folder}"
+        previous = folder
+    if steps < 15:
+        yield "docs/architecture.md: its journeys are not read"
+
+
 def findings(root, floors):
     sources = Sources(root)
     if not sources.production():
@@ -267,7 +299,7 @@ def main():
         print(picture(FLOORS))
         return 0
     found = list(selftest()) if command == "selftest" else [
-        *findings(ROOT, FLOORS), *picture_findings(ROOT, FLOORS)]
+        *findings(ROOT, FLOORS), *picture_findings(ROOT, FLOORS), *journey_findings(ROOT, FLOORS)]
     print("\n".join(found))
     print(f"floors {command}: {len(found)} finding(s)")
     return 1 if found else 0
