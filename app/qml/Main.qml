@@ -24,7 +24,6 @@ ApplicationWindow {
     readonly property int columns: width >= 900 ? 3 : width >= 640 ? 2 : 1
     property alias library: library
     property alias listPage: listPage
-    property bool unfinishedRequest: false
 
     function openFiles(files) {
         queue.add(files)
@@ -35,8 +34,7 @@ ApplicationWindow {
     }
     function requestEnded() {
         editDialog.explained = true
-        if (requestPage.item)
-            requestPage.item.generationEnded()
+        requestPage.generationEnded()
     }
 
     Settings {
@@ -45,17 +43,8 @@ ApplicationWindow {
         property alias width: window.width
         property alias height: window.height
     }
-    QtObject {
+    ThemeMirror {
         id: themeMirror
-        property int mode: 0
-        property real textScale: 1
-        onModeChanged: Theme.mode = mode
-        onTextScaleChanged: Theme.textScale = textScale
-    }
-    Connections {
-        target: Theme
-        function onModeChanged() { themeMirror.mode = Theme.mode }
-        function onTextScaleChanged() { themeMirror.textScale = Theme.textScale }
     }
     Library {
         id: library
@@ -165,32 +154,14 @@ ApplicationWindow {
                 sourceComponent: signPage
                 focus: active
             }
-            // A key without its request outlives a look at another page.
-            Loader {
+            NewRequestLoader {
                 id: requestPage
                 anchors.fill: parent
-                active: visible || window.unfinishedRequest
-                visible: window.current === "newRequest"
-                sourceComponent: newRequestPage
-                focus: visible
-            }
-        }
-    }
-    Component {
-        id: newRequestPage
-        NewRequestPage {
-            objectName: "newRequestPage"
-            columns: window.columns
-            onMenuAsked: drawer.open()
-            onFailed: errorDialog.show(cause, advice)
-            onUnfinishedChanged: window.unfinishedRequest = unfinished
-            onSavedPathChanged: if (!requestPage.visible) toast.show(qsTrId("trivex-app-saved"))
-            onStartOverAsked: {
-                window.unfinishedRequest = false
-                requestPage.active = false
-                requestPage.active = Qt.binding(function() {
-                    return requestPage.visible || window.unfinishedRequest
-                })
+                shown: window.current === "newRequest"
+                columns: window.columns
+                onMenuAsked: drawer.open()
+                onFailed: errorDialog.show(cause, advice)
+                onSavedUnseen: toast.show(qsTrId("trivex-app-saved"))
             }
         }
     }
