@@ -260,6 +260,66 @@ def symbols(library):
         yield f"{library}: {'exported' if symbol in found else 'missing'}: {symbol}"
 
 
+# The commands that make a target, and how its name comes from their first argument.
+MAKES_TARGET = {
+    "add_library": "{}", "add_executable": "{}", "add_custom_target": "{}",
+    "trivex_subsystem": "trivex_{}", "trivex_provider": "trivex_provider_{}",
+    "trivex_benchmark": "{}", "trivex_test_program": "{}", "trivex_add_test": "{}",
+    "trivex_add_token_test": "{}"}
+# The commands whose arguments name targets, and the words after which other commands name them.
+NAMES_TARGETS = re.compile(r"add_dependencies|target_\w+|set_target_properties")
+TARGET_WORDS = {"LINK", "DEPENDS", "TARGETS"}
+OWN_TARGET = re.compile(r"(trivex[_-][\w-]+|tst_[\w-]+|bench_\w+|qmltests)$")
+
+
+def build_commands(path):
+    """The commands of a CMake file as (line, name, arguments), once for each turn of a loop."""
+    text = re.sub(r'(?m)(^|[ \t])#[^"\n]*$', "", text_of(path))
+    loops = re.findall(r"foreach\((\w+)\s+([^()$]*)\)", text)
+    for match in re.finditer(r"(?m)^[ \t]*(\w+)\s*\(((?:[^()]|\([^()]*\))*)\)", text):
+        line = text.count("\n", 0, match.start(1)) + 1
+        turns = [match[2].replace('"', " ")]
+        for variable, values in loops:
+            if f"${{{variable}}}" in turns[0]:
+                turns = [turn.replace(f"${{{variable}}}", value)
+                         for turn in turns for value in values.split()]
+        for turn in turns:
+            yield line, match[1].lower(), turn
+
+
+def named_targets(command, arguments):
+    """The words of a command that stand where CMake expects a target."""
+    yield from re.findall(r"\$<TARGET_\w+:([\w-]+)>", arguments)
+    heading = None
+    for word in re.split(r"\bPROPERTIES\b", arguments)[0].split():
+        heading = word if re.fullmatch(r"[A-Z_]{4,}", word) else heading
+        if NAMES_TARGETS.match(command) or heading in TARGET_WORDS:
+            yield word
+
+
+def targets():
+    """The sources of a target are listed, and each target that is named exists."""
+    yield from dict.fromkeys(wrong_targets())
+
+
+def wrong_targets():
+    commands = [(path, *command) for path in files()
+                if path.name == "CMakeLists.txt" or path.suffix == ".cmake"
+                for command in build_commands(path)]
+    made = {MAKES_TARGET[command].format(arguments.split()[0])
+            for _, _, command, arguments in commands if command in MAKES_TARGET}
+    for path, line, command, arguments in commands:
+        words = arguments.split()
+        where = f"{name(path)}:{line}:"
+        if command == "file" and words[0].startswith("GLOB"):
+            yield f"{where} file({words[0]}): list the files"
+        if command in {"if", "elseif"} and "TARGET" in words:
+            yield f"{where} if(TARGET ...): the options decide which targets exist"
+        for target in sorted(set(named_targets(command, arguments))):
+            if OWN_TARGET.match(target) and target not in made:
+                yield f"{where} there is no target {target}"
+
+
 # What is called on QCA's side of the token provider: contexts, and what hands them their results.
 QCA_SIDE = re.compile(r"contexts?|signing")
 
@@ -280,7 +340,7 @@ def memory():
 
 
 CHECKS = [sizes, functions, test_names, licences, words, threads, decisions, format, scripts, qml,
-          settings, symbols, memory]
+          settings, targets, symbols, memory]
 
 
 def main():
