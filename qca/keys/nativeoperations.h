@@ -3,6 +3,7 @@
 #pragma once
 
 #include "qca/asn1/handles.h"
+#include "qca/base/trivexqcaexport.h"
 
 #include <QByteArray>
 
@@ -23,7 +24,7 @@ bool verifyMessageNative(EVP_PKEY *key, const QByteArray &message, const QByteAr
 /// DER ECDSA-Sig-Value or DSS-Sig-Value (RFC 3279) into r and s side by side, `bits` long each
 /// (IEEE 1363); empty when it is none.
 QByteArray sideBySide(const QByteArray &signature, int bits);
-/// The way back.
-QByteArray derSignature(const QByteArray &sideBySide);
+/// The way back; empty when the two are not of one length.
+TRIVEX_QCA_EXPORT QByteArray derSignature(const QByteArray &sideBySide);
 
 } // namespace Trivex

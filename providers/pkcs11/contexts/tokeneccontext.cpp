@@ -55,23 +55,14 @@ bool canDigest(const QByteArray &digestName)
 
 } // namespace
 
-TokenEcContext::TokenEcContext(QCA::Provider *provider, TokenTable &tokens)
-    : EcKeyContext(provider)
-    , m_held(tokens)
-{
-}
-
 TokenEcContext::TokenEcContext(QCA::Provider *provider, TokenTable &tokens,
                                const TokenKeyReference &reference)
-    : EcKeyContext(provider)
-    , m_held(tokens)
+    : TokenKeyContext(provider, tokens, reference)
 {
-    m_material = m_held.take(reference);
 }
 
 TokenEcContext::TokenEcContext(const TokenEcContext &other)
-    : EcKeyContext(other)
-    , m_held(other.m_held)
+    : TokenKeyContext(other)
     , m_signsGost(other.m_signsGost)
     , m_message(other.m_message)
 {
@@ -82,16 +73,6 @@ TokenEcContext::~TokenEcContext() = default;
 QCA::Provider::Context *TokenEcContext::clone() const
 {
     return new TokenEcContext(*this);
-}
-
-void TokenEcContext::generate(const GenerationRequest &request, bool block)
-{
-    m_material = m_held.take({});
-    m_held.generate(request, block, [this, block](const TokenKeyReference &made) {
-        m_material = m_held.take(made);
-        if (!block)
-            Q_EMIT finished();
-    });
 }
 
 void TokenEcContext::createPrivate(const QString &curve, bool block)
@@ -134,7 +115,7 @@ QByteArray TokenEcContext::endSign()
         message = std::exchange(digest, QByteArray());
     // Nothing of this object is touched afterwards: it may go while the token works.
     QByteArray signature;
-    signMessageOnToken(m_held.tokens(), m_held.reference(), message, digest, &signature);
+    signMessageOnToken(tokens(), reference(), message, digest, &signature);
     return signature;
 }
 
@@ -145,8 +126,8 @@ bool TokenEcContext::signMessage(const QByteArray &message, const QByteArray &di
     if (!mechanisms || digestName != mechanisms->digestName)
         return EcKeyContext::signMessage(message, digestName, signature);
     return isPrivate()
-        && signMessageOnToken(m_held.tokens(), m_held.reference(), message,
-                              digestOfMessage(digestName, message), signature);
+        && signMessageOnToken(tokens(), reference(), message, digestOfMessage(digestName, message),
+                              signature);
 }
 
 bool TokenEcContext::signBlock(const QByteArray &block, QByteArray *signature)
@@ -156,7 +137,7 @@ bool TokenEcContext::signBlock(const QByteArray &block, QByteArray *signature)
     // FIPS 186-4, 6.4: the leftmost bytes of a digest that is longer than the order.
     const bool isDigest = keyType() == EllipticCurveKey;
     const QByteArray input = isDigest ? block.left((bits() + 7) / 8) : block;
-    return signOnToken(m_held.tokens(), m_held.reference(), input, signature);
+    return signOnToken(tokens(), reference(), input, signature);
 }
 
 } // namespace Trivex

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "providers/pkcs11/contexts/heldkey.h"
+#include "providers/pkcs11/contexts/tokenkeycontext.h"
 #include "qca/keys/eckeycontext.h"
 
 #include <optional>
@@ -11,21 +11,15 @@ namespace Trivex {
 
 /// A key pair on a token that is not RSA: elliptic curves of all kinds, and keys of whose kind only
 /// the public half is understood here, which can be shown but not used.
-class TokenEcContext : public EcKeyContext {
+class TokenEcContext : public TokenKeyContext<EcKeyContext> {
     Q_OBJECT
 public:
-    /// For generating a key.
-    TokenEcContext(QCA::Provider *provider, TokenTable &tokens);
-    /// For a key that is there.
-    TokenEcContext(QCA::Provider *provider, TokenTable &tokens, const TokenKeyReference &reference);
+    /// Without a reference for generating a key.
+    TokenEcContext(QCA::Provider *provider, TokenTable &tokens,
+                   const TokenKeyReference &reference = {});
     ~TokenEcContext() override;
 
     QCA::Provider::Context *clone() const override;
-
-    bool isPrivate() const override { return m_held.isPrivate(); }
-    bool canExport() const override { return !isPrivate(); }
-    void convertToPublic() override { m_held.release(); }
-    QString keyStoreId() const override { return m_held.storeId(); }
 
     /// Generates on the token that the target or the stored answers name. `curve` is
     /// "ec-secp256r1", "ec-secp384r1" or "ec-secp521r1"; or, for GOST R 34.10-2012,
@@ -49,9 +43,6 @@ protected:
     bool signBlock(const QByteArray &block, QByteArray *signature) override;
 
 private:
-    void generate(const GenerationRequest &request, bool block);
-
-    HeldKey m_held;
     bool m_signsGost = false; ///< a signature with a GOST key's own digest is being made
     std::optional<QByteArray> m_message; ///< of that signature; none when it got too long
 };

@@ -4,23 +4,14 @@
 
 namespace Trivex {
 
-TokenRsaContext::TokenRsaContext(QCA::Provider *provider, TokenTable &tokens)
-    : RsaKeyContext(provider)
-    , m_held(tokens)
-{
-}
-
 TokenRsaContext::TokenRsaContext(QCA::Provider *provider, TokenTable &tokens,
                                  const TokenKeyReference &reference)
-    : RsaKeyContext(provider)
-    , m_held(tokens)
+    : TokenKeyContext(provider, tokens, reference)
 {
-    m_material = m_held.take(reference);
 }
 
 TokenRsaContext::TokenRsaContext(const TokenRsaContext &other)
-    : RsaKeyContext(other)
-    , m_held(other.m_held)
+    : TokenKeyContext(other)
 {
 }
 
@@ -29,16 +20,6 @@ TokenRsaContext::~TokenRsaContext() = default;
 QCA::Provider::Context *TokenRsaContext::clone() const
 {
     return new TokenRsaContext(*this);
-}
-
-void TokenRsaContext::generate(const GenerationRequest &request, bool block)
-{
-    m_material = m_held.take({});
-    m_held.generate(request, block, [this, block](const TokenKeyReference &made) {
-        m_material = m_held.take(made);
-        if (!block)
-            Q_EMIT finished();
-    });
 }
 
 void TokenRsaContext::createPrivate(int bits, int exponent, bool block)
@@ -59,7 +40,7 @@ void TokenRsaContext::createPrivate(const QCA::BigInteger &n, const QCA::BigInte
     Q_UNUSED(p)
     Q_UNUSED(q)
     Q_UNUSED(d)
-    m_material = m_held.take({});
+    hold({});
 }
 
 bool TokenRsaContext::decrypt(const QCA::SecureArray &in, QCA::SecureArray *out,
@@ -67,12 +48,12 @@ bool TokenRsaContext::decrypt(const QCA::SecureArray &in, QCA::SecureArray *out,
 {
     if (!isPrivate() || algorithm != QCA::EME_PKCS1v15)
         return false;
-    return decryptOnToken(m_held.tokens(), m_held.reference(), in.toByteArray(), out);
+    return decryptOnToken(tokens(), reference(), in.toByteArray(), out);
 }
 
 bool TokenRsaContext::signBlock(const QByteArray &block, QByteArray *signature)
 {
-    return isPrivate() && signOnToken(m_held.tokens(), m_held.reference(), block, signature);
+    return isPrivate() && signOnToken(tokens(), reference(), block, signature);
 }
 
 } // namespace Trivex

@@ -2,28 +2,21 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "providers/pkcs11/contexts/heldkey.h"
+#include "providers/pkcs11/contexts/tokenkeycontext.h"
 #include "qca/keys/rsakeycontext.h"
 
 namespace Trivex {
 
 /// An RSA key pair on a token; the public half is here, the private one never leaves the token.
-class TokenRsaContext : public RsaKeyContext {
+class TokenRsaContext : public TokenKeyContext<RsaKeyContext> {
     Q_OBJECT
 public:
-    /// For generating a key.
-    TokenRsaContext(QCA::Provider *provider, TokenTable &tokens);
-    /// For a key that is there.
+    /// Without a reference for generating a key.
     TokenRsaContext(QCA::Provider *provider, TokenTable &tokens,
-                    const TokenKeyReference &reference);
+                    const TokenKeyReference &reference = {});
     ~TokenRsaContext() override;
 
     QCA::Provider::Context *clone() const override;
-
-    bool isPrivate() const override { return m_held.isPrivate(); }
-    bool canExport() const override { return !isPrivate(); }
-    void convertToPublic() override { m_held.release(); }
-    QString keyStoreId() const override { return m_held.storeId(); }
 
     /// Generates on the token that the target or the stored answers name.
     void createPrivate(int bits, int exponent, bool block) override;
@@ -37,11 +30,6 @@ public:
 protected:
     TokenRsaContext(const TokenRsaContext &other);
     bool signBlock(const QByteArray &block, QByteArray *signature) override;
-
-private:
-    void generate(const GenerationRequest &request, bool block);
-
-    HeldKey m_held;
 };
 
 } // namespace Trivex

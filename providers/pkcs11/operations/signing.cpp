@@ -5,9 +5,9 @@
 #include "providers/pkcs11/calls/attributes.h"
 #include "providers/pkcs11/contents/gostkeys.h"
 #include "qca/asn1/derwriter.h"
-#include "qca/asn1/handles.h"
 #include "qca/base/secret.h"
 #include "qca/keys/keymaterial.h"
+#include "qca/keys/nativeoperations.h"
 
 namespace Trivex {
 
@@ -181,7 +181,7 @@ bool signOnToken(TokenTable &tokens, const TokenKeyReference &reference, const Q
                       .toByteArray();
         checkSignature(*key, *result);
         if (key->type == CKK_EC)
-            *result = ecdsaSignature(*result);
+            *result = derSignature(*result);
     };
     if (!perform(tokens, Purpose::Sign, reference, work) || result->isEmpty())
         return false;
@@ -219,22 +219,6 @@ bool decryptOnToken(TokenTable &tokens, const TokenKeyReference &reference, cons
         return false;
     *plain = result->toSecureArray();
     return true;
-}
-
-QByteArray ecdsaSignature(const QByteArray &sideBySide)
-{
-    const int half = sideBySide.size() / 2;
-    if (half == 0 || sideBySide.size() % 2)
-        return {};
-    const auto *bytes = reinterpret_cast<const unsigned char *>(sideBySide.constData());
-    const EcdsaSignatureHandle signature(ECDSA_SIG_new());
-    BIGNUM *r = BN_bin2bn(bytes, half, nullptr);
-    BIGNUM *s = BN_bin2bn(bytes + half, half, nullptr);
-    ECDSA_SIG_set0(signature.get(), r, s);
-    QByteArray der(i2d_ECDSA_SIG(signature.get(), nullptr), '\0');
-    auto *out = reinterpret_cast<unsigned char *>(der.data());
-    i2d_ECDSA_SIG(signature.get(), &out);
-    return der;
 }
 
 } // namespace Trivex

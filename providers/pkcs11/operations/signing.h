@@ -36,7 +36,4 @@ bool signMessageOnToken(TokenTable &tokens, const TokenKeyReference &reference,
 bool decryptOnToken(TokenTable &tokens, const TokenKeyReference &reference, const QByteArray &data,
                     QCA::SecureArray *plain);
 
-/// DER ECDSA-Sig-Value (RFC 3279, 2.2.3) of r and s side by side; empty when they are none.
-QByteArray ecdsaSignature(const QByteArray &sideBySide);
-
 } // namespace Trivex
