@@ -2,24 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "qca/keys/dhkeycontext.h"
 
-#include "qca/keys/bignumbers.h"
-#include "qca/keys/discretelog.h"
-
-#include "qca/keys/keytypes.h"
-
-#include <QThread>
-
-#include <openssl/core_names.h>
 #include <openssl/err.h>
 
 namespace Trivex {
 
 namespace {
-
-KeyMaterial onlyDh(KeyMaterial material)
-{
-    return material.keyType() == DhKey ? std::move(material) : KeyMaterial();
-}
 
 /// The public half of a Diffie-Hellman key of any provider.
 KeyMaterial peerMaterial(const QCA::PKeyBase &key)
@@ -37,64 +24,17 @@ KeyMaterial peerMaterial(const QCA::PKeyBase &key)
 } // namespace
 
 DhKeyContext::DhKeyContext(QCA::Provider *provider, KeyMaterial material)
-    : KeyBase(provider, onlyDh(std::move(material)))
+    : DhKeyBase(provider, std::move(material))
 {
 }
 
-DhKeyContext::DhKeyContext(const DhKeyContext &other)
-    : KeyBase(other)
-    , ExtendedKey(other)
-{
-}
+DhKeyContext::DhKeyContext(const DhKeyContext &other) = default;
 
 DhKeyContext::~DhKeyContext() = default;
 
 QCA::Provider::Context *DhKeyContext::clone() const
 {
     return new DhKeyContext(*this);
-}
-
-int DhKeyContext::keyType() const
-{
-    return isNull() ? int(UnknownKey) : int(DhKey);
-}
-
-void DhKeyContext::createPrivate(const QCA::DLGroup &domain, bool block)
-{
-    m_material = KeyMaterial::fromNative(generateDiscreteLogKey("DH", domain), true);
-    if (block)
-        return;
-    // QCA's contexts belong to no thread at first, and get no events there.
-    if (!thread())
-        moveToThread(QThread::currentThread());
-    QMetaObject::invokeMethod(this, &DhKeyContext::finished, Qt::QueuedConnection);
-}
-
-void DhKeyContext::createPrivate(const QCA::DLGroup &domain, const QCA::BigInteger &y,
-                                 const QCA::BigInteger &x)
-{
-    m_material = KeyMaterial::fromNative(discreteLogKey("DH", domain, &y, &x), true);
-}
-
-void DhKeyContext::createPublic(const QCA::DLGroup &domain, const QCA::BigInteger &y)
-{
-    m_material = KeyMaterial::fromNative(discreteLogKey("DH", domain, &y, nullptr), false);
-}
-
-QCA::DLGroup DhKeyContext::domain() const
-{
-    return discreteLogDomain(m_material.native());
-}
-
-QCA::BigInteger DhKeyContext::y() const
-{
-    return keyNumber(m_material.native(), OSSL_PKEY_PARAM_PUB_KEY);
-}
-
-QCA::BigInteger DhKeyContext::x() const
-{
-    return isPrivate() ? keyNumber(m_material.native(), OSSL_PKEY_PARAM_PRIV_KEY)
-                       : QCA::BigInteger(0);
 }
 
 QCA::SymmetricKey DhKeyContext::deriveKey(const QCA::PKeyBase &theirs)

@@ -3,7 +3,6 @@
 #include "qca/keys/eckeycontext.h"
 
 #include "qca/keys/keymaker.h"
-#include "qca/keys/nativeoperations.h"
 
 #include "qca/keys/keytypes.h"
 
@@ -36,14 +35,13 @@ const char *nativeCurve(const QString &name)
 } // namespace
 
 EcKeyContext::EcKeyContext(QCA::Provider *provider, KeyMaterial material)
-    : KeyBase(provider, std::move(material))
+    : SigningKeyContext(provider, std::move(material))
 {
     show();
 }
 
 EcKeyContext::EcKeyContext(const EcKeyContext &other)
-    : KeyBase(other)
-    , RequestSigner(other)
+    : SigningKeyContext(other)
 {
     show();
 }
@@ -63,25 +61,10 @@ void EcKeyContext::createPrivate(const QString &curve, bool block)
     m_maker = std::make_unique<KeyMaker>("EC", [native](EVP_PKEY_CTX *context) {
         return native && EVP_PKEY_CTX_set_group_name(context, native) == 1;
     });
-    if (block) {
-        m_maker->run();
-        takeGenerated();
-        return;
-    }
-    // QCA's contexts belong to no thread at first, and get no events there.
-    if (!thread())
-        moveToThread(QThread::currentThread());
-    connect(m_maker.get(), &QThread::finished, this, [this] {
-        takeGenerated();
-        Q_EMIT finished();
+    m_maker->make(this, block, [this](PKeyHandle key) {
+        m_material = KeyMaterial::fromNative(std::move(key), true);
+        show();
     });
-    m_maker->start();
-}
-
-void EcKeyContext::takeGenerated()
-{
-    m_material = KeyMaterial::fromNative(m_maker->take(), true);
-    show();
 }
 
 void EcKeyContext::convertToPublic()
@@ -103,66 +86,9 @@ bool EcKeyContext::takesMessage() const
     return key && (EVP_PKEY_is_a(key, "ED25519") || EVP_PKEY_is_a(key, "ED448"));
 }
 
-void EcKeyContext::startSign(QCA::SignatureAlgorithm algorithm, QCA::SignatureFormat format)
+int EcKeyContext::partBits() const
 {
-    start(KeyOperation::Signing, algorithm, format);
-}
-
-void EcKeyContext::startVerify(QCA::SignatureAlgorithm algorithm, QCA::SignatureFormat format)
-{
-    start(KeyOperation::Verifying, algorithm, format);
-}
-
-void EcKeyContext::start(KeyOperation::Mode mode, QCA::SignatureAlgorithm algorithm,
-                         QCA::SignatureFormat format)
-{
-    const QByteArray digest = takesMessage() ? QByteArray() : digestOf(int(algorithm));
-    m_operation.start(mode, digest, format);
-    if (digest.isEmpty() && algorithm != QCA::EMSA3_Raw && !takesMessage())
-        m_operation.fail();
-}
-
-QByteArray EcKeyContext::endSign()
-{
-    QByteArray block;
-    QByteArray signature;
-    if (!isPrivate() || !m_operation.finish(KeyOperation::Signing, &block)
-        || !signBlock(block, &signature))
-        return {};
-    if (keyType() == EllipticCurveKey && m_operation.format() == QCA::IEEE_1363)
-        return sideBySide(signature, bits());
-    return signature;
-}
-
-bool EcKeyContext::endVerify(const QByteArray &signature)
-{
-    QByteArray block;
-    if (!m_operation.finish(KeyOperation::Verifying, &block))
-        return false;
-    if (takesMessage())
-        return verifyMessageNative(m_material.native(), block, signature);
-    const bool converted = keyType() == EllipticCurveKey && m_operation.format() == QCA::IEEE_1363;
-    return verifyNative(m_material.native(), block,
-                        converted ? derSignature(signature) : signature);
-}
-
-bool EcKeyContext::signMessage(const QByteArray &message, const QByteArray &digestName,
-                               QByteArray *signature)
-{
-    if (!isPrivate())
-        return false;
-    if (takesMessage())
-        return signBlock(message, signature);
-    const QByteArray digest = digestOfMessage(digestName, message);
-    return !digest.isEmpty() && signBlock(digest, signature);
-}
-
-bool EcKeyContext::signBlock(const QByteArray &block, QByteArray *signature)
-{
-    if (!m_material.isPrivate())
-        return false;
-    return takesMessage() ? signMessageNative(m_material.native(), block, signature)
-                          : signNative(m_material.native(), block, signature);
+    return keyType() == EllipticCurveKey && m_operation.format() == QCA::IEEE_1363 ? bits() : 0;
 }
 
 } // namespace Trivex

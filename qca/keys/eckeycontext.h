@@ -3,8 +3,7 @@
 #pragma once
 
 #include "qca/keys/eccontext.h"
-#include "qca/keys/keybase.h"
-#include "qca/keys/requestsigner.h"
+#include "qca/keys/signingkeycontext.h"
 
 #include <memory>
 
@@ -14,8 +13,9 @@ class KeyMaker;
 
 /// A key that is neither RSA, DSA nor DH: X9.62 curves, Ed25519 and its kin, GOST R 34.10 with or
 /// without an engine, and algorithms that nobody here knows, which have an encoding and a kind
-/// only. Contexts for keys on tokens derive from it; see `KeyBase` for what they override.
-class TRIVEX_QCA_EXPORT EcKeyContext : public KeyBase<ECContext>, public RequestSigner {
+/// only. A signature is DER ECDSA-Sig-Value, or r and s side by side with `IEEE_1363`. Contexts for
+/// keys on tokens derive from it; see `KeyBase` for what they override.
+class TRIVEX_QCA_EXPORT EcKeyContext : public SigningKeyContext<ECContext> {
     Q_OBJECT
 public:
     explicit EcKeyContext(QCA::Provider *provider, KeyMaterial material = KeyMaterial());
@@ -31,26 +31,12 @@ public:
     /// Generates in software, on "ec-secp256r1", "ec-secp384r1" or "ec-secp521r1".
     void createPrivate(const QString &curve, bool block) override;
 
-    /// Data is digested by the digest that `algorithm` names (`EMSA1_SHA1`, `EMSA3_*` and our
-    /// numbers 11 to 15); with `EMSA3_Raw` it is the digest itself. A signature is DER
-    /// ECDSA-Sig-Value, or r and s side by side with `IEEE_1363`.
-    void startSign(QCA::SignatureAlgorithm algorithm, QCA::SignatureFormat format) override;
-    void startVerify(QCA::SignatureAlgorithm algorithm, QCA::SignatureFormat format) override;
-    QByteArray endSign() override;
-    bool endVerify(const QByteArray &signature) override;
-
-    bool signMessage(const QByteArray &message, const QByteArray &digestName,
-                     QByteArray *signature) override;
-
 protected:
     EcKeyContext(const EcKeyContext &other);
-    bool signBlock(const QByteArray &block, QByteArray *signature) override;
+    bool takesMessage() const override;
+    int partBits() const override;
 
 private:
-    void start(KeyOperation::Mode mode, QCA::SignatureAlgorithm algorithm,
-               QCA::SignatureFormat format);
-    bool takesMessage() const;
-    void takeGenerated();
     void show();
 
     std::unique_ptr<KeyMaker> m_maker;

@@ -7,6 +7,12 @@
 
 namespace Trivex {
 
+/// `material` when it is of that kind (`Trivex::KeyType`); else null.
+inline KeyMaterial onlyOf(int keyType, KeyMaterial material)
+{
+    return material.keyType() == keyType ? std::move(material) : KeyMaterial();
+}
+
 /// What our key contexts have in common, on top of the QCA class of their kind.
 ///
 /// Signing ends in `signBlock` for every kind and path: a context for a key on a token overrides

@@ -6,6 +6,12 @@
 
 namespace Trivex {
 
+void bringToThisThread(QObject *context)
+{
+    if (!context->thread())
+        context->moveToThread(QThread::currentThread());
+}
+
 KeyMaker::KeyMaker(const char *type, SetUp setUp)
     : m_context(EVP_PKEY_CTX_new_from_name(nullptr, type, nullptr))
     , m_setUp(std::move(setUp))
@@ -22,6 +28,21 @@ KeyMaker::~KeyMaker()
 {
     m_abandoned = true;
     wait();
+}
+
+void KeyMaker::make(QCA::PKeyBase *owner, bool block, std::function<void(PKeyHandle)> done)
+{
+    if (block) {
+        run();
+        done(take());
+        return;
+    }
+    bringToThisThread(owner);
+    connect(this, &QThread::finished, owner, [this, owner, done = std::move(done)] {
+        done(take());
+        Q_EMIT owner->finished();
+    });
+    start();
 }
 
 void KeyMaker::run()

@@ -5,11 +5,15 @@
 #include "qca/asn1/handles.h"
 
 #include <QThread>
+#include <QtCrypto>
 
 #include <atomic>
 #include <functional>
 
 namespace Trivex {
+
+/// QCA's contexts belong to no thread at first, and get no events there.
+void bringToThisThread(QObject *context);
 
 /// Generates one software key, in its own thread or the caller's. Destroying it abandons the
 /// generation: libcrypto asks between candidates whether to go on.
@@ -24,6 +28,10 @@ public:
     /// The same on the parameters of `domain`, which has to live until the end.
     explicit KeyMaker(PKeyHandle domain);
     ~KeyMaker() override;
+
+    /// Hands the key, or null, to `done`: before this returns with `block`, otherwise on the thread
+    /// of `owner`, which tells then that it is finished. `owner` has to own this.
+    void make(QCA::PKeyBase *owner, bool block, std::function<void(PKeyHandle)> done);
 
     void run() override;
     /// The key; null when it failed. Once, after the end.

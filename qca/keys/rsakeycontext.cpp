@@ -4,7 +4,6 @@
 
 #include "qca/keys/bignumbers.h"
 #include "qca/keys/keymaker.h"
-#include "qca/keys/nativeoperations.h"
 
 #include "qca/keys/keytypes.h"
 
@@ -15,11 +14,6 @@
 namespace Trivex {
 
 namespace {
-
-KeyMaterial onlyRsa(KeyMaterial material)
-{
-    return material.keyType() == RsaKey ? std::move(material) : KeyMaterial();
-}
 
 // libcrypto's number of a padding; 0 for one that it does not have.
 int paddingOf(QCA::EncryptionAlgorithm algorithm)
@@ -83,14 +77,13 @@ QList<KeyParameter> factorParameters(const QCA::BigInteger &p, const QCA::BigInt
 } // namespace
 
 RsaKeyContext::RsaKeyContext(QCA::Provider *provider, KeyMaterial material)
-    : KeyBase(provider, onlyRsa(std::move(material)))
+    : SigningKeyContext(provider, onlyOf(RsaKey, std::move(material)))
 {
 }
 
 RsaKeyContext::RsaKeyContext(const RsaKeyContext &other)
-    : KeyBase(other)
+    : SigningKeyContext(other)
     , ExtendedKey(other)
-    , RequestSigner(other)
 {
 }
 
@@ -99,11 +92,6 @@ RsaKeyContext::~RsaKeyContext() = default;
 QCA::Provider::Context *RsaKeyContext::clone() const
 {
     return new RsaKeyContext(*this);
-}
-
-int RsaKeyContext::keyType() const
-{
-    return isNull() ? int(UnknownKey) : int(RsaKey);
 }
 
 void RsaKeyContext::createPrivate(int bits, int exponent, bool block)
@@ -115,24 +103,9 @@ void RsaKeyContext::createPrivate(int bits, int exponent, bool block)
             && EVP_PKEY_CTX_set_rsa_keygen_bits(context, bits) == 1
             && EVP_PKEY_CTX_set1_rsa_keygen_pubexp(context, e.get()) == 1;
     });
-    if (block) {
-        m_maker->run();
-        takeGenerated();
-        return;
-    }
-    // QCA's contexts belong to no thread at first, and get no events there.
-    if (!thread())
-        moveToThread(QThread::currentThread());
-    connect(m_maker.get(), &QThread::finished, this, [this] {
-        takeGenerated();
-        Q_EMIT finished();
+    m_maker->make(this, block, [this](PKeyHandle key) {
+        m_material = KeyMaterial::fromNative(std::move(key), true);
     });
-    m_maker->start();
-}
-
-void RsaKeyContext::takeGenerated()
-{
-    m_material = onlyRsa(KeyMaterial::fromNative(m_maker->take(), true));
 }
 
 void RsaKeyContext::createPrivate(const QCA::BigInteger &n, const QCA::BigInteger &e,
@@ -236,55 +209,9 @@ bool RsaKeyContext::decrypt(const QCA::SecureArray &in, QCA::SecureArray *out,
     return true;
 }
 
-void RsaKeyContext::startSign(QCA::SignatureAlgorithm algorithm, QCA::SignatureFormat)
+QByteArray RsaKeyContext::blockOf(const QByteArray &digestName, const QByteArray &digest) const
 {
-    start(KeyOperation::Signing, algorithm);
-}
-
-void RsaKeyContext::startVerify(QCA::SignatureAlgorithm algorithm, QCA::SignatureFormat)
-{
-    start(KeyOperation::Verifying, algorithm);
-}
-
-void RsaKeyContext::start(KeyOperation::Mode mode, QCA::SignatureAlgorithm algorithm)
-{
-    const QByteArray digest = digestOf(int(algorithm));
-    m_operation.start(mode, digest, QCA::DefaultFormat);
-    if (digest.isEmpty() && algorithm != QCA::EMSA3_Raw)
-        m_operation.fail();
-}
-
-QByteArray RsaKeyContext::endSign()
-{
-    QByteArray block;
-    QByteArray signature;
-    if (!isPrivate() || !m_operation.finish(KeyOperation::Signing, &block))
-        return {};
-    if (!m_operation.digestName().isEmpty())
-        block = digestInfo(m_operation.digestName(), block);
-    return signBlock(block, &signature) ? signature : QByteArray();
-}
-
-bool RsaKeyContext::endVerify(const QByteArray &signature)
-{
-    QByteArray block;
-    if (!m_operation.finish(KeyOperation::Verifying, &block))
-        return false;
-    if (!m_operation.digestName().isEmpty())
-        block = digestInfo(m_operation.digestName(), block);
-    return verifyNative(m_material.native(), block, signature);
-}
-
-bool RsaKeyContext::signMessage(const QByteArray &message, const QByteArray &digestName,
-                                QByteArray *signature)
-{
-    const QByteArray digest = digestOfMessage(digestName, message);
-    return isPrivate() && !digest.isEmpty() && signBlock(digestInfo(digestName, digest), signature);
-}
-
-bool RsaKeyContext::signBlock(const QByteArray &block, QByteArray *signature)
-{
-    return m_material.isPrivate() && signNative(m_material.native(), block, signature);
+    return digestInfo(digestName, digest);
 }
 
 } // namespace Trivex

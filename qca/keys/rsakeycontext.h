@@ -2,8 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "qca/keys/keybase.h"
-#include "qca/keys/requestsigner.h"
+#include "qca/keys/signingkeycontext.h"
 
 #include <memory>
 
@@ -12,9 +11,8 @@ namespace Trivex {
 class KeyMaker;
 
 /// An RSA key. Contexts for keys on tokens derive from it; see `KeyBase` for what they override.
-class TRIVEX_QCA_EXPORT RsaKeyContext : public KeyBase<QCA::RSAContext>,
-                                        public ExtendedKey,
-                                        public RequestSigner {
+class TRIVEX_QCA_EXPORT RsaKeyContext : public SigningKeyContext<QCA::RSAContext>,
+                                        public ExtendedKey {
     Q_OBJECT
 public:
     /// `material` has to be an RSA key; with another kind the context is null.
@@ -24,7 +22,7 @@ public:
     QCA::Provider::Context *clone() const override;
 
     QCA::PKey::Type type() const override { return QCA::PKey::RSA; }
-    int keyType() const override;
+    int keyType() const override { return m_material.keyType(); }
     QByteArray subjectPublicKeyInfo() const override { return m_material.publicInfo(); }
 
     /// Generates in software. With `block` false in a thread, and `finished()` follows on the
@@ -47,22 +45,12 @@ public:
     bool decrypt(const QCA::SecureArray &in, QCA::SecureArray *out,
                  QCA::EncryptionAlgorithm algorithm) override;
 
-    void startSign(QCA::SignatureAlgorithm algorithm, QCA::SignatureFormat format) override;
-    void startVerify(QCA::SignatureAlgorithm algorithm, QCA::SignatureFormat format) override;
-    QByteArray endSign() override;
-    bool endVerify(const QByteArray &signature) override;
-
-    bool signMessage(const QByteArray &message, const QByteArray &digestName,
-                     QByteArray *signature) override;
-
 protected:
     RsaKeyContext(const RsaKeyContext &other);
-    bool signBlock(const QByteArray &block, QByteArray *signature) override;
+    QByteArray blockOf(const QByteArray &digestName, const QByteArray &digest) const override;
 
 private:
-    void start(KeyOperation::Mode mode, QCA::SignatureAlgorithm algorithm);
     QCA::BigInteger privateNumber(const char *parameter) const;
-    void takeGenerated();
 
     std::unique_ptr<KeyMaker> m_maker;
 };
