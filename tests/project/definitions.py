@@ -19,8 +19,10 @@ import shutil
 import subprocess
 import sys
 
+from floors import FLOORS
+
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-PRODUCT = ["qca", "providers", "certificates", "keystores", "requests", "signing", "plugin", "app"]
+PRODUCT = sorted({folder.split("/")[0] for folder in FLOORS})
 OTHERS = ["tests", "tour", "benchmarks"]
 # What each program or plugin has to define for itself.
 OWN_TO_EACH = {"main", "qt_plugin_instance", "qt_plugin_query_metadata"}
@@ -111,9 +113,17 @@ def types_twice(root):
         yield f"only {len(places)} types found: the sources are not read as they should be"
 
 
+def is_current(build, path):
+    """Not left by a source that has moved since: its folder holds a source of that name."""
+    folder, _, rest = path.relative_to(build).as_posix().partition("/CMakeFiles/")
+    source = rest.partition("/")[2].removesuffix(".o")
+    return "_autogen/" in rest or (ROOT / folder / source).exists()
+
+
 def objects(build):
     for folder in PRODUCT:
-        yield from sorted((build / folder).rglob("*.o"))
+        yield from (path for path in sorted((build / folder).rglob("*.o"))
+                    if is_current(build, path))
 
 
 def listing(paths):
