@@ -22,7 +22,6 @@ FocusScope {
     property alias listView: list
     property string pattern
     property bool sections: true
-    property Item emptyItem
     signal picked(int index)
     signal activated(int index)
 

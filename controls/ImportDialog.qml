@@ -13,7 +13,6 @@ import Trivex.Crypto 1.0
 BaseDialog {
     id: dialog
     signal imported(string name)
-    signal openRequest()
     property bool writing: false
     /// Closed since the last step was begun.
     property bool wasLeft: false

@@ -12,7 +12,6 @@ FillColumn {
     property string label
     property alias text: field.text
     property alias field: field
-    property alias placeholder: field.placeholderText
     property string hint
     property string flag
     // Fields side by side share the width evenly.

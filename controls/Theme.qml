@@ -55,7 +55,6 @@ QtObject {
     readonly property string fixedFamily: Desktop.fixedFamily
 
     readonly property real unit: Math.round(fontSize * 0.58)
-    readonly property real gap: unit
     readonly property real radius: 8
     readonly property real controlHeight: Math.round(fontSize * 2.55)
     readonly property real rowHeight: Math.round(fontSize * 4.3)

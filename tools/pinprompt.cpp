@@ -55,19 +55,9 @@ int PinPrompt::question() const
     return m_questions.isEmpty() ? 0 : m_questions.head().number;
 }
 
-QString PinPrompt::storeId() const
-{
-    return current().keyStoreId;
-}
-
 QString PinPrompt::tokenName() const
 {
     return current().tokenName;
-}
-
-int PinPrompt::triesLeft() const
-{
-    return current().triesLeft;
 }
 
 bool PinPrompt::isLastTry() const
@@ -77,7 +67,7 @@ bool PinPrompt::isLastTry() const
 
 QString PinPrompt::pinText() const
 {
-    return TokenInfo::pinText(current().pinState, current().triesLeft);
+    return TokenInfo::pinText(current().pinState);
 }
 
 QString PinPrompt::purposeText() const

@@ -19,9 +19,7 @@ class PinPrompt : public QObject {
     Q_PROPERTY(bool open READ isOpen NOTIFY questionChanged)
     /// Names the open question, 0 for none. No number comes twice.
     Q_PROPERTY(int question READ question NOTIFY questionChanged)
-    Q_PROPERTY(QString storeId READ storeId NOTIFY questionChanged)
     Q_PROPERTY(QString tokenName READ tokenName NOTIFY questionChanged)
-    Q_PROPERTY(int triesLeft READ triesLeft NOTIFY questionChanged)
     Q_PROPERTY(bool lastTry READ isLastTry NOTIFY questionChanged)
     Q_PROPERTY(QString pinText READ pinText NOTIFY questionChanged)
     /// What the PIN is wanted for, as a sentence.
@@ -34,9 +32,7 @@ public:
     void setEnabled(bool enabled);
     bool isOpen() const;
     int question() const;
-    QString storeId() const;
     QString tokenName() const;
-    int triesLeft() const;
     bool isLastTry() const;
     QString pinText() const;
     QString purposeText() const;

@@ -127,16 +127,6 @@ void TokenErrors::clear()
     Q_EMIT changed();
 }
 
-int TokenErrors::kind() const
-{
-    return m_error.kind;
-}
-
-QString TokenErrors::storeId() const
-{
-    return m_error.keyStoreId;
-}
-
 QString TokenErrors::cause() const
 {
     return causeOf(m_error);

@@ -14,16 +14,12 @@ namespace Trivex {
 class TokenErrors : public QObject {
     Q_OBJECT
     /// The last failure; empty texts when there was none.
-    Q_PROPERTY(int kind READ kind NOTIFY changed)
-    Q_PROPERTY(QString storeId READ storeId NOTIFY changed)
     Q_PROPERTY(QString cause READ cause NOTIFY changed)
     Q_PROPERTY(QString advice READ advice NOTIFY changed)
     Q_PROPERTY(QString report READ report NOTIFY changed)
 public:
     explicit TokenErrors(QObject *parent = nullptr);
 
-    int kind() const;
-    QString storeId() const;
     QString cause() const;
     QString advice() const;
     QString report() const;

@@ -58,16 +58,6 @@ QString TokenInfo::name() const
     return m_status.name.isEmpty() ? m_storeName : m_status.name;
 }
 
-QString TokenInfo::description() const
-{
-    QStringList parts;
-    for (const QString &part : {m_status.manufacturer, m_status.model, m_status.serial}) {
-        if (!part.trimmed().isEmpty())
-            parts += part.trimmed();
-    }
-    return parts.join(QStringLiteral(" · "));
-}
-
 bool TokenInfo::present() const
 {
     return m_status.present;
@@ -76,11 +66,6 @@ bool TokenInfo::present() const
 bool TokenInfo::readOnly() const
 {
     return m_status.readOnly;
-}
-
-bool TokenInfo::hasPinPad() const
-{
-    return m_status.hasPinPad;
 }
 
 bool TokenInfo::keysPresumed() const
@@ -98,11 +83,6 @@ QString TokenInfo::busyText() const
     return busyText(m_status);
 }
 
-int TokenInfo::triesLeft() const
-{
-    return m_status.triesLeft;
-}
-
 bool TokenInfo::lastTry() const
 {
     return m_status.pinState == PinState::FinalTry;
@@ -115,7 +95,7 @@ bool TokenInfo::locked() const
 
 QString TokenInfo::pinText() const
 {
-    return pinText(m_status.pinState, m_status.triesLeft);
+    return pinText(m_status.pinState);
 }
 
 bool TokenInfo::showAsker()
@@ -136,7 +116,7 @@ void TokenInfo::cancel()
         TokenMonitor::cancel(id);
 }
 
-QString TokenInfo::pinText(PinState state, int triesLeft)
+QString TokenInfo::pinText(PinState state)
 {
     if (state == PinState::NotSet)
         return qtTrId("trivex-app-cause-pin-not-set") + QLatin1Char(' ')
@@ -148,10 +128,6 @@ QString TokenInfo::pinText(PinState state, int triesLeft)
     if (state == PinState::FinalTry) {
         //% "This is the last try: a wrong PIN locks the token."
         return qtTrId("trivex-app-pin-final");
-    }
-    if (triesLeft >= 0) {
-        //% "%n tries left"
-        return qtTrId("trivex-app-pin-tries", triesLeft);
     }
     if (state == PinState::CountLow) {
         //% "A wrong PIN was given before. Few tries are left."

@@ -14,17 +14,13 @@ class TokenInfo : public QObject {
     /// The other way to choose one: the name of its key store.
     Q_PROPERTY(QString storeName READ storeName WRITE setStoreName NOTIFY storeNameChanged)
     Q_PROPERTY(QString name READ name NOTIFY changed)
-    Q_PROPERTY(QString description READ description NOTIFY changed)
     Q_PROPERTY(bool present READ present NOTIFY changed)
     Q_PROPERTY(bool readOnly READ readOnly NOTIFY changed)
-    Q_PROPERTY(bool hasPinPad READ hasPinPad NOTIFY changed)
     /// Whether the token has the keys of its certificates is known only after a login.
     Q_PROPERTY(bool keysPresumed READ keysPresumed NOTIFY changed)
     Q_PROPERTY(bool busy READ busy NOTIFY changed)
     /// What the token is doing, as a sentence; empty when it is idle.
     Q_PROPERTY(QString busyText READ busyText NOTIFY changed)
-    /// Tries left for the PIN, -1 where the token does not tell.
-    Q_PROPERTY(int triesLeft READ triesLeft NOTIFY changed)
     Q_PROPERTY(bool lastTry READ lastTry NOTIFY changed)
     Q_PROPERTY(bool locked READ locked NOTIFY changed)
     /// What the token says of its PIN's tries, as a sentence; empty when all is well.
@@ -37,14 +33,11 @@ public:
     QString storeName() const;
     void setStoreName(const QString &name);
     QString name() const;
-    QString description() const;
     bool present() const;
     bool readOnly() const;
-    bool hasPinPad() const;
     bool keysPresumed() const;
     bool busy() const;
     QString busyText() const;
-    int triesLeft() const;
     bool lastTry() const;
     bool locked() const;
     QString pinText() const;
@@ -57,7 +50,7 @@ public:
     Q_INVOKABLE void cancel();
 
     /// The sentence for a state of the PIN, shared with prompts.
-    static QString pinText(PinState state, int triesLeft);
+    static QString pinText(PinState state);
     static QString busyText(const TokenStatus &status);
 
 Q_SIGNALS:

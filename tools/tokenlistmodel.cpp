@@ -71,7 +71,7 @@ QVariant TokenListModel::data(const QModelIndex &index, int role) const
     case ReadOnlyRole:
         return token.readOnly;
     case PinTextRole:
-        return TokenInfo::pinText(token.pinState, token.triesLeft);
+        return TokenInfo::pinText(token.pinState);
     default:
         return {};
     }

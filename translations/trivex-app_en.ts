@@ -646,13 +646,6 @@
         <source>The token asks for its PIN</source>
         <translation>The token asks for its PIN</translation>
     </message>
-    <message id="trivex-app-pin-tries" numerus="yes">
-        <source>%n tries left</source>
-        <translation>
-            <numerusform>%n try left</numerusform>
-            <numerusform>%n tries left</numerusform>
-        </translation>
-    </message>
     <message id="trivex-app-preview">
         <source>Preview of the picture</source>
         <translation>Preview of the picture</translation>

@@ -649,14 +649,6 @@
         <source>The token asks for its PIN</source>
         <translation>Токен запрашивает PIN</translation>
     </message>
-    <message id="trivex-app-pin-tries" numerus="yes">
-        <source>%n tries left</source>
-        <translation>
-            <numerusform>Осталась %n попытка</numerusform>
-            <numerusform>Осталось %n попытки</numerusform>
-            <numerusform>Осталось %n попыток</numerusform>
-        </translation>
-    </message>
     <message id="trivex-app-preview">
         <source>Preview of the picture</source>
         <translation>Предварительный просмотр изображения</translation>

@@ -19,7 +19,6 @@ FormPage {
     readonly property bool working: work.working
     readonly property bool ready: signedDocument.ready && keys.currentIndex >= 0 && !working
     signal menuAsked()
-    signal toast(string text)
 
     maximumWidth: Theme.fontSize * 52
     Accessible.name: qsTrId("trivex-app-sign-verify")

@@ -33,6 +33,5 @@ private:
     QCA::ConvertResult m_result = QCA::ErrorDecode;
     Bundle m_bundle;
 };
-using BundleOpeningPtr = std::shared_ptr<BundleOpening>;
 
 } // namespace Trivex

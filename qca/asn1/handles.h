@@ -36,9 +36,7 @@ using CrlHandle = Handle<X509_CRL, X509_CRL_free>;
 using DigestContextHandle = Handle<EVP_MD_CTX, EVP_MD_CTX_free>;
 using DigestInfoHandle = Handle<X509_SIG, X509_SIG_free>;
 using EcdsaSignatureHandle = Handle<ECDSA_SIG, ECDSA_SIG_free>;
-using ExtensionHandle = Handle<X509_EXTENSION, X509_EXTENSION_free>;
 using KeyContextHandle = Handle<EVP_PKEY_CTX, EVP_PKEY_CTX_free>;
-using LibraryHandle = Handle<OSSL_LIB_CTX, OSSL_LIB_CTX_free>;
 using NameHandle = Handle<X509_NAME, X509_NAME_free>;
 using ObjectHandle = Handle<ASN1_OBJECT, ASN1_OBJECT_free>;
 using ParamBuilderHandle = Handle<OSSL_PARAM_BLD, OSSL_PARAM_BLD_free>;
@@ -47,9 +45,7 @@ using PKeyHandle = Handle<EVP_PKEY, EVP_PKEY_free>;
 using Pkcs12Handle = Handle<PKCS12, PKCS12_free>;
 using Pkcs7Handle = Handle<PKCS7, PKCS7_free>;
 using Pkcs8Handle = Handle<PKCS8_PRIV_KEY_INFO, PKCS8_PRIV_KEY_INFO_free>;
-using PublicKeyHandle = Handle<X509_PUBKEY, X509_PUBKEY_free>;
 using RequestHandle = Handle<X509_REQ, X509_REQ_free>;
-using SpkacHandle = Handle<NETSCAPE_SPKI, NETSCAPE_SPKI_free>;
 using StringHandle = Handle<ASN1_STRING, ASN1_STRING_free>;
 using StoreHandle = Handle<X509_STORE, X509_STORE_free>;
 using StoreContextHandle = Handle<X509_STORE_CTX, X509_STORE_CTX_free>;
@@ -60,15 +56,6 @@ struct FreeCertificates {
     void operator()(STACK_OF(X509) * stack) const noexcept { sk_X509_pop_free(stack, X509_free); }
 };
 using CertificateStack = std::unique_ptr<STACK_OF(X509), FreeCertificates>;
-
-/// Frees a stack of extensions and the extensions in it.
-struct FreeExtensions {
-    void operator()(X509_EXTENSIONS *stack) const noexcept
-    {
-        sk_X509_EXTENSION_pop_free(stack, X509_EXTENSION_free);
-    }
-};
-using ExtensionStack = std::unique_ptr<X509_EXTENSIONS, FreeExtensions>;
 
 /// A second owner of the same object.
 inline PKeyHandle share(EVP_PKEY *key)

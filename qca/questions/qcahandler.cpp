@@ -76,7 +76,7 @@ void QcaHandler::qcaEventReady(int id, QCA::Event event)
         return;
     }
     const auto own = Trivex::questionInfo(event);
-    if (own && own->interactive) {
+    if (own && own->kind == Trivex::PasswordQuestion) {
         // Its operation has taken what was stored for it; what is stored now belongs to another.
         m_eventHandler.reject(id);
         return;

@@ -9,11 +9,10 @@
 
 namespace Trivex {
 
-/// What a question asks for. 0 and 1 are `QCA::Event::Type`; 2 and 4 are the kinds that stock QCA
-/// does not have and that reach handlers as a password event of our own.
+/// What a question asks for. 0 is `QCA::Event::Password`; 2 and 4 are the kinds that stock QCA does
+/// not have and that reach handlers as a password event of our own.
 enum QuestionKind : int {
     PasswordQuestion = 0,
-    TokenQuestion = 1,
     KeyStoreIdQuestion = 2,
     EntryNameQuestion = 4,
 };
@@ -31,13 +30,9 @@ struct QuestionInfo {
     QString keyStoreId;
     QString tokenName;
     PinState pinState = PinState::Normal;
-    /// Tries left where the token tells, else -1.
-    int triesLeft = -1;
     /// A PIN that was typed for an earlier operation must not be handed in: the next wrong one
     /// locks the token.
     bool needsTypedPin = false;
-    /// Handlers that hold stored answers stand back.
-    bool interactive = true;
     /// When set, the one handler that this question is for; the others stand back.
     const QCA::EventHandler *addressee = nullptr;
     /// Who has started the operation that asks; null where that is not known.

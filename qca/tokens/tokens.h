@@ -26,7 +26,6 @@ struct TokenStatus {
     /// It shows no public keys: whether it has those of its certificates is known after a login.
     bool keysPresumed = false;
     PinState pinState = PinState::Normal;
-    int triesLeft = -1; ///< -1 where the token does not tell
 };
 
 /// Why an operation on a token failed, in terms that callers can branch on. The text for people is

@@ -43,15 +43,14 @@ EventHead *headOf(QCA::Event &event)
     return *reinterpret_cast<EventHead **>(&event);
 }
 
-/// Our own question of kind 2 or 4, not marked as interactive: the handler with stored answers is
-/// meant. Asked on another thread, as a token does.
+/// Our own question of kind 2 or 4, which the handler with stored answers is asked. On another
+/// thread, as a token asks.
 class OwnQuestion {
 public:
     explicit OwnQuestion(int kind)
         : m_thread([this, kind] {
             Trivex::QuestionInfo info;
             info.kind = kind;
-            info.interactive = false;
             m_reply = Trivex::ask(info, store);
             m_done.storeRelease(1);
         })
