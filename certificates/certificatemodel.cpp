@@ -4,6 +4,7 @@
 
 #include "certificates/keystoreentry.h"
 #include "qca/adapter/entries.h"
+#include "qca/base/searchtext.h"
 #include "qca/keys/keys.h"
 
 #include <QCollator>

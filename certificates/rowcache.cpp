@@ -50,21 +50,4 @@ void RowCache::clear()
     m_rows.clear();
 }
 
-QString foldedText(const QString &text)
-{
-    const QVector<uint> points = text.toLower().toUcs4();
-    QString folded;
-    folded.reserve(text.size());
-    for (const uint point : points) {
-        const uint plain = QChar::toCaseFolded(point);
-        if (QChar::requiresSurrogates(plain)) {
-            folded += QChar(QChar::highSurrogate(plain));
-            folded += QChar(QChar::lowSurrogate(plain));
-        } else {
-            folded += QChar(ushort(plain));
-        }
-    }
-    return folded;
-}
-
 } // namespace Trivex

@@ -65,7 +65,4 @@ private:
     std::vector<CachedRow> m_rows;
 };
 
-/// `text` for a search that ignores case: the simple case folding of its lower-case form.
-QString foldedText(const QString &text);
-
 } // namespace Trivex

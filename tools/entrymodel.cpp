@@ -4,6 +4,7 @@
 
 #include "qca/adapter/entries.h"
 #include "qca/base/savedrequest.h"
+#include "qca/base/searchtext.h"
 #include "qca/keys/keys.h"
 #include "tools/texts.h"
 #include "tools/validity.h"
@@ -48,7 +49,7 @@ QString searchText(const QObject *certificate)
     // With and without its colons, as people copy it from either kind of program.
     const QString serial = Texts::plainHex(certificate->property("serialNumber").toString());
     parts << serial << QString(serial).remove(QLatin1Char(':'));
-    return parts.join(QLatin1Char('\n')).toLower();
+    return foldedText(parts.join(QLatin1Char('\n')));
 }
 
 /// The store's name for people: two of them come with the name of the code behind them.

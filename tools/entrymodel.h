@@ -35,7 +35,7 @@ public:
         ValidityRole, ///< int, a `Validity::State`
         UntilRole, ///< QDateTime
         InitialRole, ///< QString, for the avatar
-        HaystackRole, ///< QString, lower case: everything that the search looks through
+        HaystackRole, ///< QString, folded: everything that the search looks through
         HasKeyRole, ///< bool
         KeyKindRole, ///< int, a `KeyKind`
         IdentityRole, ///< QString, by which a row is known again in a list that was rebuilt

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/sectionedmodel.h"
 
+#include "qca/base/searchtext.h"
+
 #include <QAbstractProxyModel>
 #include <QMap>
 
@@ -101,6 +103,7 @@ void SectionedModel::setPattern(const QString &pattern)
     if (m_pattern == pattern)
         return;
     m_pattern = pattern;
+    m_needle = foldedText(pattern);
     schedule();
     Q_EMIT patternChanged();
 }
@@ -245,7 +248,7 @@ bool SectionedModel::isWanted(int entryRow) const
     if (m_keyKind != EntryModel::NoKey && index.data(EntryModel::KeyKindRole).toInt() != m_keyKind)
         return false;
     return m_pattern.isEmpty()
-        || index.data(EntryModel::HaystackRole).toString().contains(m_pattern.toLower());
+        || index.data(EntryModel::HaystackRole).toString().contains(m_needle);
 }
 
 QVector<int> SectionedModel::wantedRows() const

@@ -88,6 +88,7 @@ private:
     QPointer<QAbstractItemModel> m_filter;
     QString m_storeId;
     QString m_pattern;
+    QString m_needle; ///< the pattern, folded
     int m_keyKind = EntryModel::NoKey;
     QVector<int> m_rows;
     QTimer m_refresh;

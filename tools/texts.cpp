@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/texts.h"
 
+#include "qca/base/searchtext.h"
+
 #include <QLocale>
 #include <QRegularExpression>
 
@@ -43,18 +45,14 @@ QString Texts::plainHex(const QString &text)
 
 QString Texts::marked(const QString &text, const QString &pattern, const QString &color) const
 {
-    if (pattern.isEmpty())
-        return text.toHtmlEscaped();
     QString result;
     int from = 0;
-    for (;;) {
-        const int at = text.indexOf(pattern, from, Qt::CaseInsensitive);
-        if (at < 0)
-            break;
-        result += text.mid(from, at - from).toHtmlEscaped() + QStringLiteral("<b><u><font color=\"")
-            + color + QStringLiteral("\">") + text.mid(at, pattern.size()).toHtmlEscaped()
-            + QStringLiteral("</font></u></b>");
-        from = at + pattern.size();
+    const QVector<TextPart> parts = foundParts(text, pattern);
+    for (const TextPart &part : parts) {
+        result += text.mid(from, part.start - from).toHtmlEscaped()
+            + QStringLiteral("<b><u><font color=\"") + color + QStringLiteral("\">")
+            + text.mid(part.start, part.size).toHtmlEscaped() + QStringLiteral("</font></u></b>");
+        from = part.start + part.size;
     }
     return result + text.mid(from).toHtmlEscaped();
 }

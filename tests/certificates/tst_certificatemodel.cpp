@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "certificates/certificatemodel.h"
-#include "certificates/rowcache.h"
+#include "qca/base/searchtext.h"
 #include "tests/certificates/countingsource.h"
 #include "tests/support/marktranslator.h"
 
