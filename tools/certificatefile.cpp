@@ -4,6 +4,7 @@
 
 #include "qca/adapter/keybundlefile.h"
 #include "qca/base/infotypes.h"
+#include "qca/base/plaintext.h"
 #include "qca/base/providers.h"
 #include "qca/base/regularfile.h"
 #include "tools/files.h"
@@ -62,8 +63,8 @@ CertificateFile::Kind derKind(const QByteArray &bytes)
 
 QVariantMap preview(const QCA::Certificate &certificate)
 {
-    const QString name = infoValue(certificate.subjectInfo(), CommonNameInfo);
-    const QString issuer = infoValue(certificate.issuerInfo(), CommonNameInfo);
+    const QString name = plainText(infoValue(certificate.subjectInfo(), CommonNameInfo));
+    const QString issuer = plainText(infoValue(certificate.issuerInfo(), CommonNameInfo));
     return {
         {QStringLiteral("name"), name},
         {QStringLiteral("issuer"), issuer},

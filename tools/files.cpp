@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/files.h"
 
+#include "qca/base/filenames.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QStorageInfo>
@@ -42,6 +44,11 @@ QString Files::fileName(const QString &path) const
 QString Files::folder(const QString &path) const
 {
     return QFileInfo(path).absolutePath();
+}
+
+QString Files::exportPath(const QString &folder, const QString &name) const
+{
+    return folder + QLatin1Char('/') + safeFileName(name);
 }
 
 bool Files::exists(const QString &path) const

@@ -21,6 +21,8 @@ public:
     Q_INVOKABLE QUrl url(const QString &path) const;
     Q_INVOKABLE QString fileName(const QString &path) const;
     Q_INVOKABLE QString folder(const QString &path) const;
+    /// The path in `folder` at which the module writes a file that is to be called `name`.
+    Q_INVOKABLE QString exportPath(const QString &folder, const QString &name) const;
     Q_INVOKABLE bool exists(const QString &path) const;
     Q_INVOKABLE bool isFolder(const QString &path) const;
     /// Which file lies at `path` and how it is: another text when it was replaced or written to.

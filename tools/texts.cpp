@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/texts.h"
 
+#include "qca/base/plaintext.h"
 #include "qca/base/searchtext.h"
 
 #include <QLocale>
@@ -41,6 +42,11 @@ QString Texts::plainHex(const QString &text)
     if (end != text.size())
         return text;
     return bytes.join(QLatin1Char(':'));
+}
+
+QString Texts::plain(const QString &text) const
+{
+    return plainText(text);
 }
 
 QString Texts::marked(const QString &text, const QString &pattern, const QString &color) const

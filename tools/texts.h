@@ -19,6 +19,10 @@ public:
     /// ("-3D" for C3), which no other program does; this undoes it. Other text comes back as it is.
     Q_INVOKABLE static QString plainHex(const QString &text);
 
+    /// `text`, which a stranger has chosen, as one line without marks that hide or turn parts of
+    /// it.
+    Q_INVOKABLE QString plain(const QString &text) const;
+
     /// `text` with every place that contains `pattern` marked, as styled text; the rest escaped.
     Q_INVOKABLE QString marked(const QString &text, const QString &pattern,
                                const QString &color) const;

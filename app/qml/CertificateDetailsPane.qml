@@ -51,7 +51,8 @@ Item {
         DetailsView {
             objectName: "detailsView"
             groups: rows.groups
-            header.name: pane.certificate.commonName || pane.certificate.fileName
+            header.name: Texts.plain(pane.certificate.commonName
+                || pane.certificate.fileName)
             header.from: pane.certificate.notValidBefore
             header.until: pane.certificate.notValidAfter
             header.validity: pane.isRequest ? Validity.Unknown
@@ -74,6 +75,7 @@ Item {
             CertificateInfoModel {
                 id: info
                 certificate: pane.certificate
+                onInfoChanged: rows.rebuild()
             }
             CertificateDetails {
                 id: rows
@@ -90,8 +92,7 @@ Item {
     function exportTo(folder) {
         if (!certificate || !folder)
             return
-        const name = certificate.fileName.replace(/[\/\u0000-\u001f\u007f]/g, "_").replace(/^\./, "_")
-        const path = folder + "/" + name
+        const path = Files.exportPath(folder, certificate.fileName)
         // A disk that fills up is seen only in what was written.
         if (certificate.exportToFile(folder) && Files.isWholePem(path))
             exported(path)

@@ -200,7 +200,7 @@ Item {
                 Layout.fillWidth: true
                 Layout.fillHeight: true
                 onRemoveAsked: page.removeAsked({ identity: selection.identity, entryId: entryId,
-                    name: certificate.commonName || certificate.fileName, place: place,
+                    name: Texts.plain(certificate.commonName || certificate.fileName), place: place,
                     hasKey: hasKey, isRequest: isRequest })
                 onSignAsked: page.signAsked(entryId)
                 onEditAsked: page.editAsked(selection.identity)

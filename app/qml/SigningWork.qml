@@ -19,7 +19,7 @@ Item {
     property string refusal
     readonly property bool working: state_ === "signing" || state_ === "verifying"
     readonly property bool stoppable: state_ === "signing" && token.busy
-    readonly property string signerName: signer.ceritficate.commonName
+    readonly property string signerName: Texts.plain(signer.ceritficate.commonName)
     readonly property string failure: library.errors.cause
         ? library.errors.cause + " " + library.errors.advice : ""
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "qca/base/filenames.h"
 
+#include "qca/base/plaintext.h"
+
 #include <QTextBoundaryFinder>
 
 namespace Trivex {
@@ -11,33 +13,13 @@ namespace {
 /// What counts as the suffix of a name that is too long; a longer tail is text with a dot in it.
 constexpr int maxSuffixBytes = 16;
 
-bool turnsDirection(ushort unit)
+QString withoutUnsafe(const QString &name)
 {
-    return unit == 0x200E || unit == 0x200F || unit == 0x061C || (unit >= 0x202A && unit <= 0x202E)
-        || (unit >= 0x2066 && unit <= 0x2069);
-}
-
-bool isUnsafe(QChar c)
-{
-    switch (c.category()) {
-    case QChar::Other_Control:
-    case QChar::Separator_Line:
-    case QChar::Separator_Paragraph:
-        return true;
-    default:
-        return c == QLatin1Char('/') || c == QLatin1Char('\\') || turnsDirection(c.unicode());
-    }
-}
-
-QString withoutUnsafe(QString name)
-{
-    for (QChar &c : name) {
-        if (isUnsafe(c))
-            c = QLatin1Char('_');
-    }
-    if (name.startsWith(QLatin1Char('.')))
-        name[0] = QLatin1Char('_');
-    return name;
+    QString safe = plainText(name, QLatin1Char('_'));
+    safe.replace(QLatin1Char('/'), QLatin1Char('_')).replace(QLatin1Char('\\'), QLatin1Char('_'));
+    if (safe.startsWith(QLatin1Char('.')))
+        safe[0] = QLatin1Char('_');
+    return safe;
 }
 
 /// The longest part of `text` that has at most `bytes` bytes and ends between two characters.

@@ -135,6 +135,7 @@ private Q_SLOTS:
     void texts_data();
     void texts();
     void identity();
+    void identityIsOnePlainLine();
 };
 
 void TestTokenWords::everyCodeHasItsName()
@@ -226,6 +227,16 @@ void TestTokenWords::identity()
     QCOMPARE(identity.model, expected(7));
     QCOMPARE(identity.serial, expected(7));
     QVERIFY(!identity.storeId.isEmpty());
+}
+
+/// A token's name stands in questions for its PIN, its maker in reports and logs.
+void TestTokenWords::identityIsOnePlainLine()
+{
+    CK_TOKEN_INFO info = {};
+    std::memset(info.label, ' ', sizeof info.label);
+    const QByteArray label = "Card\nB\x1b[1m\xe2\x80\xae";
+    std::memcpy(info.label, label.constData(), size_t(label.size()));
+    QCOMPARE(identityOf(info).label, QString::fromUtf8("Card\uFFFDB\uFFFD[1m\uFFFD"));
 }
 
 QTEST_GUILESS_MAIN(TestTokenWords)

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/contents/damagedobjects.h"
 
+#include "qca/base/plaintext.h"
+
 #include <QCryptographicHash>
 #include <QSet>
 
@@ -48,7 +50,7 @@ void warnOfDamaged(const QString &storeId, const QString &tokenName,
         return;
     qWarning(
         "Token \"%s\": the certificate \"%s\" (id %s) is damaged or too large; it is not shown",
-        qUtf8Printable(tokenName), qUtf8Printable(certificate.label),
+        qUtf8Printable(tokenName), qUtf8Printable(plainText(certificate.label)),
         certificate.id.toHex().constData());
 }
 

@@ -3,6 +3,7 @@
 #include "providers/pkcs11/contents/tokenidentity.h"
 
 #include "providers/pkcs11/contents/tokentext.h"
+#include "qca/base/plaintext.h"
 
 #include <p11-kit/uri.h>
 
@@ -23,7 +24,7 @@ struct FreeText {
 
 template <size_t size> QString paddedText(const CK_UTF8CHAR (&field)[size])
 {
-    return tokenText(QByteArray(reinterpret_cast<const char *>(field), int(size)));
+    return plainText(tokenText(QByteArray(reinterpret_cast<const char *>(field), int(size))));
 }
 
 QString uriOf(const CK_TOKEN_INFO &info)
