@@ -2,13 +2,17 @@
 // SPDX-License-Identifier: MIT
 #include "certificates/certificateinfomodel.h"
 
+#include "qca/base/certificaterows.h"
+
 #include <array>
 
 namespace {
 
+using Trivex::CertificateRow;
 using Getter = QString (*)(const Certificate &);
 
 struct Field {
+    CertificateRow row;
     const char *labelId;
     Getter value;
     const char *sectionId; ///< null for the rows above the first section
@@ -30,41 +34,69 @@ constexpr const char *publicKey = QT_TRID_NOOP("trivex-p-la-public_key");
 constexpr const char *privateKey = QT_TRID_NOOP("trivex-p-la-private_key");
 
 constexpr std::array<Field, 25> fields = {{
-    {QT_TRID_NOOP("trivex-p-la-issuer"), text<&Certificate::issuer>, nullptr},
-    {QT_TRID_NOOP("trivex-p-la-serial_number"), text<&Certificate::serialNumber>, nullptr},
-    {QT_TRID_NOOP("trivex-p-la-sign_alg"), text<&Certificate::signatureAlgorithm>, nullptr},
-    {QT_TRID_NOOP("trivex-p-la-subject_name"), text<&Certificate::subjectName>, subject},
-    {QT_TRID_NOOP("trivex-p-la-subject_organization"), text<&Certificate::subjectOrganization>,
-     subject},
-    {QT_TRID_NOOP("trivex-p-la-subject_email"), text<&Certificate::subjectEmail>, subject},
-    {QT_TRID_NOOP("trivex-p-la-subject_organization_unit"),
+    {CertificateRow::Issuer, QT_TRID_NOOP("trivex-p-la-issuer"), text<&Certificate::issuer>,
+     nullptr},
+    {CertificateRow::SerialNumber, QT_TRID_NOOP("trivex-p-la-serial_number"),
+     text<&Certificate::serialNumber>, nullptr},
+    {CertificateRow::SignatureAlgorithm, QT_TRID_NOOP("trivex-p-la-sign_alg"),
+     text<&Certificate::signatureAlgorithm>, nullptr},
+    {CertificateRow::SubjectName, QT_TRID_NOOP("trivex-p-la-subject_name"),
+     text<&Certificate::subjectName>, subject},
+    {CertificateRow::Organization, QT_TRID_NOOP("trivex-p-la-subject_organization"),
+     text<&Certificate::subjectOrganization>, subject},
+    {CertificateRow::Email, QT_TRID_NOOP("trivex-p-la-subject_email"),
+     text<&Certificate::subjectEmail>, subject},
+    {CertificateRow::OrganizationalUnit, QT_TRID_NOOP("trivex-p-la-subject_organization_unit"),
      text<&Certificate::subjectOrganizationalUnit>, subject},
-    {QT_TRID_NOOP("trivex-p-la-subject_country_code"), text<&Certificate::subjectCountryCode>,
+    {CertificateRow::CountryCode, QT_TRID_NOOP("trivex-p-la-subject_country_code"),
+     text<&Certificate::subjectCountryCode>, subject},
+    {CertificateRow::State, QT_TRID_NOOP("trivex-p-la-subject_state"),
+     text<&Certificate::subjectCountry>, subject},
+    {CertificateRow::Locality, QT_TRID_NOOP("trivex-p-la-subject_locality"),
+     text<&Certificate::subjectLocality>, subject},
+    {CertificateRow::Address, QT_TRID_NOOP("trivex-p-la-subject_address"),
+     text<&Certificate::subjecAddress>, subject},
+    {CertificateRow::Inn, QT_TRID_NOOP("trivex-p-la-subject_inn"), text<&Certificate::subjectInn>,
      subject},
-    {QT_TRID_NOOP("trivex-p-la-subject_state"), text<&Certificate::subjectCountry>, subject},
-    {QT_TRID_NOOP("trivex-p-la-subject_locality"), text<&Certificate::subjectLocality>, subject},
-    {QT_TRID_NOOP("trivex-p-la-subject_address"), text<&Certificate::subjecAddress>, subject},
-    {QT_TRID_NOOP("trivex-p-la-subject_inn"), text<&Certificate::subjectInn>, subject},
-    {QT_TRID_NOOP("trivex-p-la-subject_snils"), text<&Certificate::subjectSnils>, subject},
-    {QT_TRID_NOOP("trivex-p-la-subject_ogrn"), text<&Certificate::subjectOgrn>, subject},
-    {QT_TRID_NOOP("trivex-p-la-subject_innle"), text<&Certificate::subjectInnle>, subject},
-    {QT_TRID_NOOP("trivex-p-la-subject_ogrnip"), text<&Certificate::subjectOgrnip>, subject},
-    {QT_TRID_NOOP("trivex-p-la-subject_identification_kind"),
+    {CertificateRow::Snils, QT_TRID_NOOP("trivex-p-la-subject_snils"),
+     text<&Certificate::subjectSnils>, subject},
+    {CertificateRow::Ogrn, QT_TRID_NOOP("trivex-p-la-subject_ogrn"),
+     text<&Certificate::subjectOgrn>, subject},
+    {CertificateRow::Innle, QT_TRID_NOOP("trivex-p-la-subject_innle"),
+     text<&Certificate::subjectInnle>, subject},
+    {CertificateRow::Ogrnip, QT_TRID_NOOP("trivex-p-la-subject_ogrnip"),
+     text<&Certificate::subjectOgrnip>, subject},
+    {CertificateRow::IdentificationKind, QT_TRID_NOOP("trivex-p-la-subject_identification_kind"),
      text<&Certificate::subjectIdentificationKind>, subject},
-    {QT_TRID_NOOP("trivex-p-la-validity_from"), dateText<&Certificate::notValidBefore>, validity},
-    {QT_TRID_NOOP("trivex-p-la-validity_to"), dateText<&Certificate::notValidAfter>, validity},
-    {QT_TRID_NOOP("trivex-p-la-public_key_id"), text<&Certificate::publicKeyId>, publicKey},
-    {QT_TRID_NOOP("trivex-p-la-public_key_algorithm"), text<&Certificate::publicKeyTypeAlgorithm>,
-     publicKey},
+    {CertificateRow::ValidFrom, QT_TRID_NOOP("trivex-p-la-validity_from"),
+     dateText<&Certificate::notValidBefore>, validity},
+    {CertificateRow::ValidUntil, QT_TRID_NOOP("trivex-p-la-validity_to"),
+     dateText<&Certificate::notValidAfter>, validity},
+    {CertificateRow::PublicKeyId, QT_TRID_NOOP("trivex-p-la-public_key_id"),
+     text<&Certificate::publicKeyId>, publicKey},
+    {CertificateRow::PublicKeyAlgorithm, QT_TRID_NOOP("trivex-p-la-public_key_algorithm"),
+     text<&Certificate::publicKeyTypeAlgorithm>, publicKey},
     // The capital letter is part of the identifier.
-    {QT_TRID_NOOP("trivex-p-la-public_key_Marker"), text<&Certificate::publicKeyMarker>, publicKey},
-    {QT_TRID_NOOP("trivex-p-la-private_key_id"), text<&Certificate::privateKeyAvailability>,
-     privateKey},
-    {QT_TRID_NOOP("trivex-p-la-private_key_location"), text<&Certificate::privateKeyLocation>,
-     privateKey},
-    {QT_TRID_NOOP("trivex-p-la-private_key_manufacturer"),
+    {CertificateRow::PublicKeyMarker, QT_TRID_NOOP("trivex-p-la-public_key_Marker"),
+     text<&Certificate::publicKeyMarker>, publicKey},
+    {CertificateRow::PrivateKeyAvailability, QT_TRID_NOOP("trivex-p-la-private_key_id"),
+     text<&Certificate::privateKeyAvailability>, privateKey},
+    {CertificateRow::PrivateKeyLocation, QT_TRID_NOOP("trivex-p-la-private_key_location"),
+     text<&Certificate::privateKeyLocation>, privateKey},
+    {CertificateRow::PrivateKeyManufacturer, QT_TRID_NOOP("trivex-p-la-private_key_manufacturer"),
      text<&Certificate::privateKeyManufacturer>, privateKey},
 }};
+
+constexpr bool standInOrder()
+{
+    size_t position = 0;
+    for (const Field &field : fields) {
+        if (size_t(field.row) != position++)
+            return false;
+    }
+    return true;
+}
+static_assert(standInOrder());
 
 } // namespace
 

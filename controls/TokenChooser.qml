@@ -29,7 +29,7 @@ FillColumn {
         const kept = tokenName
         const found = []
         for (let i = 0; locations && i < locations.rowCount(); ++i) {
-            const name = locations.data(locations.index(i, 0), 259)
+            const name = Rows.value(locations, i, "type")
             if (tokens.has(name))
                 found.push({ row: i, name: name })
         }

@@ -2,7 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "tools/certificatedetails.h"
 
+#include "qca/base/certificaterows.h"
+#include "qca/base/plaintext.h"
 #include "tools/checkdigits.h"
+#include "tools/rows.h"
 #include "tools/texts.h"
 #include "tools/validity.h"
 
@@ -10,34 +13,21 @@ namespace Trivex {
 
 namespace {
 
-enum InfoRole { LabelRole = 257, ValueRole, SectionRole };
-
-// Row numbers of the info model's table.
-constexpr int SerialRow = 1;
-constexpr int InnRow = 11;
-constexpr int SnilsRow = 12;
-constexpr int OgrnRow = 13;
-constexpr int InnleRow = 14;
-constexpr int OgrnipRow = 15;
-constexpr int FromRow = 17;
-constexpr int UntilRow = 18;
-constexpr int KeyIdRow = 19;
-
-bool isFixed(int row)
+bool isFixed(CertificateRow row)
 {
-    return row == SerialRow || row == KeyIdRow;
+    return row == CertificateRow::SerialNumber || row == CertificateRow::PublicKeyId;
 }
 
-QString flagOf(int row, const QString &value)
+QString flagOf(CertificateRow row, const QString &value)
 {
     static const struct {
-        int row;
+        CertificateRow row;
         CheckDigits::Kind kind;
-    } checked[] = {{InnRow, CheckDigits::Inn},
-                   {SnilsRow, CheckDigits::Snils},
-                   {OgrnRow, CheckDigits::Ogrn},
-                   {InnleRow, CheckDigits::Innle},
-                   {OgrnipRow, CheckDigits::Ogrnip}};
+    } checked[] = {{CertificateRow::Inn, CheckDigits::Inn},
+                   {CertificateRow::Snils, CheckDigits::Snils},
+                   {CertificateRow::Ogrn, CheckDigits::Ogrn},
+                   {CertificateRow::Innle, CheckDigits::Innle},
+                   {CertificateRow::Ogrnip, CheckDigits::Ogrnip}};
     for (const auto &entry : checked) {
         if (entry.row == row)
             return CheckDigits::explain(entry.kind, value);
@@ -61,11 +51,10 @@ void CertificateDetails::setInfo(QAbstractItemModel *info)
 {
     if (m_info == info)
         return;
-    if (m_info)
-        disconnect(m_info, nullptr, this, nullptr);
     m_info = info;
-    if (info)
-        connect(info, SIGNAL(infoChanged()), this, SLOT(rebuild()));
+    m_labelRole = info ? roleNamed(*info, QStringLiteral("label")) : -1;
+    m_valueRole = info ? roleNamed(*info, QStringLiteral("value")) : -1;
+    m_sectionRole = info ? roleNamed(*info, QStringLiteral("section")) : -1;
     rebuild();
     Q_EMIT infoChanged();
 }
@@ -89,23 +78,26 @@ QVariantList CertificateDetails::groups() const
     return m_groups;
 }
 
-QString CertificateDetails::value(int number, const QModelIndex &index) const
+QString CertificateDetails::value(const QModelIndex &index) const
 {
-    if (m_certificate && (number == FromRow || number == UntilRow)) {
-        const char *name = number == FromRow ? "notValidBefore" : "notValidAfter";
+    const auto row = CertificateRow(index.row());
+    const bool isFrom = row == CertificateRow::ValidFrom;
+    if (m_certificate && (isFrom || row == CertificateRow::ValidUntil)) {
+        const char *name = isFrom ? "notValidBefore" : "notValidAfter";
         return Validity().dateTime(m_certificate->property(name).toDateTime());
     }
-    const QString text = index.data(ValueRole).toString();
-    return isFixed(number) ? Texts::plainHex(text) : text;
+    const QString text = index.data(m_valueRole).toString();
+    return isFixed(row) ? Texts::plainHex(text) : plainText(text);
 }
 
-QVariantMap CertificateDetails::row(int number, const QModelIndex &index) const
+QVariantMap CertificateDetails::row(const QModelIndex &index) const
 {
-    const QString text = value(number, index);
-    return {{QStringLiteral("label"), index.data(LabelRole)},
+    const auto row = CertificateRow(index.row());
+    const QString text = value(index);
+    return {{QStringLiteral("label"), index.data(m_labelRole)},
             {QStringLiteral("value"), text},
-            {QStringLiteral("fixed"), isFixed(number)},
-            {QStringLiteral("flag"), flagOf(number, text)}};
+            {QStringLiteral("fixed"), isFixed(row)},
+            {QStringLiteral("flag"), flagOf(row, text)}};
 }
 
 void CertificateDetails::rebuild()
@@ -123,13 +115,13 @@ void CertificateDetails::rebuild()
     };
     for (int i = 0; i < count; ++i) {
         const QModelIndex index = m_info->index(i, 0);
-        const QString section = index.data(SectionRole).toString();
+        const QString section = index.data(m_sectionRole).toString();
         if (section != title) {
             close();
             title = section;
         }
-        if (!value(i, index).isEmpty())
-            rows += row(i, index);
+        if (!value(index).isEmpty())
+            rows += row(index);
     }
     close();
     Q_EMIT groupsChanged();

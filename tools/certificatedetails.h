@@ -11,8 +11,7 @@ namespace Trivex {
 /// The rows of a certificate's info model grouped as cards show them: rows without a value left
 /// out, dates in the user's locale, identifiers checked.
 ///
-/// The info model numbers its rows by a fixed table, which is how the special ones are known: its
-/// labels are words of the user's language.
+/// A row is known by its place (`CertificateRow`).
 class CertificateDetails : public QObject {
     Q_OBJECT
     Q_PROPERTY(QAbstractItemModel *info READ info WRITE setInfo NOTIFY infoChanged)
@@ -30,6 +29,8 @@ public:
     void setCertificate(QObject *certificate);
     QVariantList groups() const;
 
+    /// To be called when the rows of the info model have been built anew.
+    Q_INVOKABLE void rebuild();
     /// Everything as plain text, for the clipboard.
     Q_INVOKABLE QString text() const;
 
@@ -38,16 +39,16 @@ Q_SIGNALS:
     void certificateChanged();
     void groupsChanged();
 
-private Q_SLOTS:
-    void rebuild();
-
 private:
-    QVariantMap row(int number, const QModelIndex &index) const;
-    QString value(int number, const QModelIndex &index) const;
+    QVariantMap row(const QModelIndex &index) const;
+    QString value(const QModelIndex &index) const;
 
     QPointer<QAbstractItemModel> m_info;
     QPointer<QObject> m_certificate;
     QVariantList m_groups;
+    int m_labelRole = -1;
+    int m_valueRole = -1;
+    int m_sectionRole = -1;
 };
 
 } // namespace Trivex

@@ -3,9 +3,11 @@
 #include "tools/entrymodel.h"
 
 #include "qca/adapter/entries.h"
+#include "qca/base/plaintext.h"
 #include "qca/base/savedrequest.h"
 #include "qca/base/searchtext.h"
 #include "qca/keys/keys.h"
+#include "tools/rows.h"
 #include "tools/texts.h"
 #include "tools/validity.h"
 
@@ -133,8 +135,11 @@ QHash<int, QByteArray> EntryModel::roleNames() const
 
 QVariant EntryModel::data(const QModelIndex &index, int role) const
 {
-    if (role < StoreIdRole || role > KeyPresumedRole)
-        return QIdentityProxyModel::data(index, role);
+    if (role < StoreIdRole || role > KeyPresumedRole) {
+        const QVariant value = QIdentityProxyModel::data(index, role);
+        const bool isName = role == m_source.name || role == m_source.issuer;
+        return isName && value.isValid() ? plainText(value.toString()) : value;
+    }
     if (index.row() < 0 || index.row() >= m_rows.size())
         return {};
     const Row &kept = row(index.row());
@@ -174,17 +179,18 @@ void EntryModel::read(int sourceRow, Row &row) const
 {
     row.read = true;
     const QModelIndex index = sourceModel()->index(sourceRow, 0);
-    row.initial = initialOf(index.data(NameRole).toString());
-    if (const QCA::KeyStoreEntry *entry = wrappedEntry(index.data(EntryRole).value<QObject *>())) {
+    row.initial = initialOf(index.data(m_source.name).toString());
+    if (const QCA::KeyStoreEntry *entry =
+            wrappedEntry(index.data(m_source.entry).value<QObject *>())) {
         row.storeId = entryStoreId(*entry);
-        const bool isSystem = index.data(TypeRole).toInt() == SystemStore;
+        const bool isSystem = index.data(m_source.type).toInt() == SystemStore;
         row.storeName = shownName(*entry, isSystem);
         row.keyKind = keyKind(*entry);
         row.hasKey = row.keyKind != NoKey;
         m_system.insert(row.storeId, isSystem);
         noteCounts(row, 1);
     }
-    if (const auto *certificate = index.data(CertificateRole).value<QObject *>()) {
+    if (const auto *certificate = index.data(m_source.certificate).value<QObject *>()) {
         row.from = certificate->property("notValidBefore").toDateTime();
         row.until = certificate->property("notValidAfter").toDateTime();
         row.haystack = searchText(certificate);
@@ -222,6 +228,14 @@ void EntryModel::remove(int first, int last)
 
 void EntryModel::reset()
 {
+    m_source = {};
+    if (const QAbstractItemModel *source = sourceModel()) {
+        const auto role = [source](const char *name) {
+            return roleNamed(*source, QLatin1String(name));
+        };
+        m_source = {role("name"), role("keyStoreEntry"), role("certificate"), role("issuer"),
+                    role("type")};
+    }
     m_rows.fill(Row(), sourceModel() ? sourceModel()->rowCount() : 0);
     m_counts.clear();
     m_next = 0;
@@ -267,10 +281,11 @@ QString EntryModel::storeNameAt(int sourceRow) const
 QString EntryModel::identityAt(int sourceRow) const
 {
     const QModelIndex index = sourceModel()->index(sourceRow, 0);
-    if (const QCA::KeyStoreEntry *entry = wrappedEntry(index.data(EntryRole).value<QObject *>()))
+    if (const QCA::KeyStoreEntry *entry =
+            wrappedEntry(index.data(m_source.entry).value<QObject *>()))
         return entryStoreId(*entry) + QLatin1Char('\n') + entryId(*entry);
     const auto *request =
-        qobject_cast<SavedRequest *>(index.data(CertificateRole).value<QObject *>());
+        qobject_cast<SavedRequest *>(index.data(m_source.certificate).value<QObject *>());
     return request ? request->requestFile() : QString();
 }
 
@@ -293,7 +308,7 @@ int EntryModel::rowOfCertificate(QObject *certificate) const
     if (!certificate)
         return -1;
     for (int i = 0; i < m_rows.size(); ++i) {
-        if (sourceModel()->index(i, 0).data(CertificateRole).value<QObject *>() == certificate)
+        if (sourceModel()->index(i, 0).data(m_source.certificate).value<QObject *>() == certificate)
             return i;
     }
     return -1;

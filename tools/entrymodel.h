@@ -24,13 +24,7 @@ class EntryModel : public QIdentityProxyModel {
     Q_OBJECT
 public:
     enum Role {
-        NameRole = 257, ///< QString, as the source gives it; so are the next five
-        EntryRole = 258,
-        CertificateRole = 259,
-        IssuerRole = 260,
-        TypeRole = 261,
-        EntryIdRole = 262,
-        StoreIdRole = 358, ///< QString
+        StoreIdRole = Qt::UserRole + 102, ///< QString; beyond the source's own roles
         StoreNameRole, ///< QString
         ValidityRole, ///< int, a `Validity::State`
         UntilRole, ///< QDateTime
@@ -74,6 +68,14 @@ Q_SIGNALS:
     void countsChanged();
 
 private:
+    /// The source's roles, known by their names; -1 for one that it does not have.
+    struct SourceRoles {
+        int name = -1;
+        int entry = -1;
+        int certificate = -1;
+        int issuer = -1;
+        int type = -1;
+    };
     struct Row {
         bool read = false;
         QString storeId;
@@ -95,6 +97,7 @@ private:
     void noteCounts(const Row &row, int delta) const;
     void noteToken(const QString &storeId);
 
+    SourceRoles m_source;
     mutable QVector<Row> m_rows;
     mutable QHash<QString, int> m_counts;
     mutable QHash<QString, bool> m_system;

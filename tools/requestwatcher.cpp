@@ -2,11 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "tools/requestwatcher.h"
 
+#include "qca/base/plaintext.h"
+#include "tools/rows.h"
+
 namespace Trivex {
 
 namespace {
-constexpr int NameRole = 257;
-constexpr int CertificateRole = 259;
 /// The directory watcher may take so long to report a deleted file.
 constexpr int WatchMs = 5000;
 constexpr int SettleMs = 50;
@@ -58,13 +59,16 @@ void RequestWatcher::noteDeleted(const QString &fileName)
 QHash<QString, QString> RequestWatcher::names() const
 {
     QHash<QString, QString> result;
-    const int count = m_requests ? m_requests->rowCount() : 0;
-    for (int i = 0; i < count; ++i) {
+    if (!m_requests)
+        return result;
+    const int nameRole = roleNamed(*m_requests, QStringLiteral("name"));
+    const int certificateRole = roleNamed(*m_requests, QStringLiteral("certificate"));
+    for (int i = 0; i < m_requests->rowCount(); ++i) {
         const QModelIndex index = m_requests->index(i, 0);
-        const auto *request = index.data(CertificateRole).value<QObject *>();
+        const auto *request = index.data(certificateRole).value<QObject *>();
         const QString file = request ? request->property("fileName").toString() : QString();
         if (!file.isEmpty())
-            result.insert(file, index.data(NameRole).toString());
+            result.insert(file, plainText(index.data(nameRole).toString()));
     }
     return result;
 }

@@ -49,8 +49,8 @@ void RowSelection::setRow(int row)
     if (row == m_row)
         return;
     m_row = row;
-    m_identity = value(EntryModel::IdentityRole).toString();
-    m_certificate = value(EntryModel::CertificateRole).value<QObject *>();
+    m_identity = value("identity").toString();
+    m_certificate = value("certificate").value<QObject *>();
     Q_EMIT changed();
 }
 
@@ -66,7 +66,7 @@ void RowSelection::setIdentity(const QString &identity)
     m_identity = identity;
     m_certificate = nullptr;
     m_row = rowOfIdentity();
-    m_certificate = value(EntryModel::CertificateRole).value<QObject *>();
+    m_certificate = value("certificate").value<QObject *>();
     Q_EMIT changed();
 }
 
@@ -87,7 +87,7 @@ void RowSelection::follow()
     const int row = rowOfIdentity();
     const QPointer<QObject> before = m_certificate;
     const int rowBefore = std::exchange(m_row, row);
-    m_certificate = value(EntryModel::CertificateRole).value<QObject *>();
+    m_certificate = value("certificate").value<QObject *>();
     if (row != rowBefore || m_certificate != before)
         Q_EMIT changed();
 }
@@ -101,9 +101,9 @@ int RowSelection::rowOfIdentity() const
     return same >= 0 ? same : m_rows->rowOfIdentity(m_identity);
 }
 
-QVariant RowSelection::value(int role) const
+QVariant RowSelection::value(const char *role) const
 {
-    return m_rows && m_row >= 0 ? m_rows->data(m_rows->index(m_row), role) : QVariant();
+    return m_rows && m_row >= 0 ? m_rows->value(m_row, QLatin1String(role)) : QVariant();
 }
 
 QObject *RowSelection::certificate() const
@@ -113,28 +113,28 @@ QObject *RowSelection::certificate() const
 
 QString RowSelection::entryId() const
 {
-    return value(EntryModel::EntryIdRole).toString();
+    return value("entryId").toString();
 }
 
 QString RowSelection::place() const
 {
-    return value(EntryModel::StoreNameRole).toString();
+    return value("storeName").toString();
 }
 
 int RowSelection::type() const
 {
-    const QVariant type = value(EntryModel::TypeRole);
+    const QVariant type = value("type");
     return type.isValid() ? type.toInt() : -1;
 }
 
 bool RowSelection::hasKey() const
 {
-    return value(EntryModel::HasKeyRole).toBool();
+    return value("hasKey").toBool();
 }
 
 int RowSelection::keyKind() const
 {
-    return value(EntryModel::KeyKindRole).toInt();
+    return value("keyKind").toInt();
 }
 
 } // namespace Trivex

@@ -55,7 +55,7 @@ Q_SIGNALS:
 private:
     void follow();
     int rowOfIdentity() const;
-    QVariant value(int role) const;
+    QVariant value(const char *role) const;
 
     QPointer<SectionedModel> m_rows;
     int m_row = -1;

@@ -3,6 +3,7 @@
 #include "tools/sectionedmodel.h"
 
 #include "qca/base/searchtext.h"
+#include "tools/rows.h"
 
 #include <QAbstractProxyModel>
 #include <QMap>
@@ -165,7 +166,7 @@ int SectionedModel::rowOfIdentity(const QString &identity) const
 
 QVariant SectionedModel::value(int row, const QString &role) const
 {
-    return data(index(row), roleNames().key(role.toUtf8(), -1));
+    return data(index(row), roleNamed(*this, role));
 }
 
 int SectionedModel::countWithValidity(int state) const

@@ -18,7 +18,7 @@ class TokenListModel : public QAbstractListModel {
     Q_PROPERTY(int count READ rowCount NOTIFY countChanged)
 public:
     enum Role {
-        StoreIdRole = 257, ///< QString
+        StoreIdRole = Qt::UserRole + 1, ///< QString
         NameRole, ///< QString
         PresentRole, ///< bool
         BusyRole, ///< bool

@@ -13,6 +13,7 @@
 #include "tools/pinprompt.h"
 #include "tools/requestsubject.h"
 #include "tools/requestwatcher.h"
+#include "tools/rows.h"
 #include "tools/rowselection.h"
 #include "tools/sectionedmodel.h"
 #include "tools/texts.h"
@@ -58,6 +59,7 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
     registerHelper<Files>(uri, "Files");
     registerHelper<RequestSubject>(uri, "RequestSubject");
     registerHelper<Texts>(uri, "Texts");
+    registerHelper<Rows>(uri, "Rows");
 }
 
 void TrivexToolsPlugin::initializeEngine(QQmlEngine *engine, const char *)

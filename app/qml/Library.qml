@@ -35,7 +35,7 @@ Item {
     /// The saved request of this identity, null where it is gone; good until the list is made anew.
     function savedRequest(identity) {
         const row = requestEntries.rowOfIdentity(identity)
-        return row < 0 ? null : requests.data(requests.index(row, 0), 259)
+        return row < 0 ? null : Rows.value(requests, row, "certificate")
     }
     function category(key) {
         for (const one of categories) {

@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tools/rows.h"
+
+namespace Trivex {
+
+int roleNamed(const QAbstractItemModel &model, const QString &name)
+{
+    return model.roleNames().key(name.toUtf8(), -1);
+}
+
+Rows::Rows(QObject *parent)
+    : QObject(parent)
+{
+}
+
+QVariant Rows::value(QAbstractItemModel *model, int row, const QString &role) const
+{
+    return model ? model->index(row, 0).data(roleNamed(*model, role)) : QVariant();
+}
+
+} // namespace Trivex
