@@ -20,6 +20,13 @@ namespace {
 constexpr int Rounds = 3;
 const int Sizes[] = {100, 1000, 10000, 50000};
 
+enum Role {
+    NameRole = CertificateModel::NameRole,
+    IssuerRole = NameRole + 3,
+    TypeRole,
+    EntryIdRole,
+};
+
 /// Rows with Cyrillic names in the roles of the key store model, all of the system's type.
 class Source : public QAbstractListModel {
 public:
@@ -45,13 +52,13 @@ public:
     QVariant data(const QModelIndex &index, int role) const override
     {
         switch (role) {
-        case 257:
+        case NameRole:
             return m_all.at(index.row()).value(0);
-        case 260:
+        case IssuerRole:
             return m_all.at(index.row()).value(1);
-        case 262:
+        case EntryIdRole:
             return m_all.at(index.row()).value(2);
-        case 261:
+        case TypeRole:
             return 0;
         default:
             return QVariant();
@@ -59,7 +66,10 @@ public:
     }
     QHash<int, QByteArray> roleNames() const override
     {
-        return {{257, "name"}, {260, "issuer"}, {261, "type"}, {262, "entryId"}};
+        return {{NameRole, "name"},
+                {IssuerRole, "issuer"},
+                {TypeRole, "type"},
+                {EntryIdRole, "entryId"}};
     }
 
     /// As the key store model does it.
@@ -97,11 +107,11 @@ protected:
     bool filterAcceptsRow(int row, const QModelIndex &parent) const override
     {
         const QModelIndex index = sourceModel()->index(row, 0, parent);
-        if (sourceModel()->data(index, 261).toInt() != 0)
+        if (sourceModel()->data(index, TypeRole).toInt() != 0)
             return false;
         if (filterRegExp().isEmpty())
             return true;
-        for (const int role : {257, 260, 262}) {
+        for (const int role : {NameRole, IssuerRole, EntryIdRole}) {
             const QString text = sourceModel()->data(index, role).toString().toLower();
             if (text.indexOf(filterRegExp()) >= 0)
                 return true;
@@ -110,8 +120,9 @@ protected:
     }
     bool lessThan(const QModelIndex &left, const QModelIndex &right) const override
     {
-        return QString::localeAwareCompare(sourceModel()->data(left, 257).toString().toLower(),
-                                           sourceModel()->data(right, 257).toString().toLower())
+        return QString::localeAwareCompare(
+                   sourceModel()->data(left, NameRole).toString().toLower(),
+                   sourceModel()->data(right, NameRole).toString().toLower())
             < 0;
     }
 };

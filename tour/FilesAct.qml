@@ -23,7 +23,7 @@ Item {
         personal.pattern = pattern
         const names = []
         for (let i = 0; i < personal.rowCount(); ++i)
-            names.push(personal.data(personal.index(i, 0), 257))
+            names.push(toolbox.value(personal, i, "name"))
         return names
     }
 
@@ -42,10 +42,8 @@ Item {
         const row = stores.find(3, "Иванова Мария Петровна")
         info.certificate = row ? row.certificate : null
         const rows = []
-        for (let i = 0; i < info.rowCount(); ++i) {
-            const at = info.index(i, 0)
-            rows.push(info.data(at, 257) + ": " + info.data(at, 258))
-        }
+        for (let i = 0; i < info.rowCount(); ++i)
+            rows.push(toolbox.value(info, i, "label") + ": " + toolbox.value(info, i, "value"))
         toolbox.step(rows.length === 25 && rows.every(text => text.indexOf("trivex-") < 0),
                      "the rows of one certificate", rows.length + " rows: " + rows.join(" | "))
     }

@@ -18,21 +18,21 @@ Item {
     readonly property alias signer: signVerify
 
     function row(index) {
-        const at = KeyStoreModel.index(index, 0)
+        const value = role => toolbox.value(KeyStoreModel, index, role)
         return {
-            name: KeyStoreModel.data(at, 257),
-            entry: KeyStoreModel.data(at, 258),
-            certificate: KeyStoreModel.data(at, 259),
-            issuer: KeyStoreModel.data(at, 260),
-            type: KeyStoreModel.data(at, 261),
-            id: KeyStoreModel.data(at, 262)
+            name: value("name"),
+            entry: value("keyStoreEntry"),
+            certificate: value("certificate"),
+            issuer: value("issuer"),
+            type: value("type"),
+            id: value("entryId")
         }
     }
 
     function rows(type) {
         const found = []
         for (let i = 0; i < KeyStoreModel.rowCount(); ++i) {
-            if (KeyStoreModel.data(KeyStoreModel.index(i, 0), 261) === type)
+            if (toolbox.value(KeyStoreModel, i, "type") === type)
                 found.push(row(i))
         }
         return found
@@ -41,7 +41,7 @@ Item {
     function count(type) {
         let number = 0
         for (let i = 0; i < KeyStoreModel.rowCount(); ++i)
-            number += KeyStoreModel.data(KeyStoreModel.index(i, 0), 261) === type ? 1 : 0
+            number += toolbox.value(KeyStoreModel, i, "type") === type ? 1 : 0
         return number
     }
 
@@ -53,7 +53,7 @@ Item {
         const names = []
         const model = KeyStoreModel.certLocation
         for (let i = 0; i < model.rowCount(); ++i)
-            names.push(model.data(model.index(i, 0), 259))
+            names.push(toolbox.value(model, i, "type"))
         return names
     }
 

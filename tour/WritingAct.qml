@@ -78,7 +78,7 @@ Item {
     function requestNames() {
         const names = []
         for (let i = 0; i < requests.rowCount(); ++i)
-            names.push(requests.data(requests.index(i, 0), 257))
+            names.push(toolbox.value(requests, i, "name"))
         return names
     }
 

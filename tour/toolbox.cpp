@@ -63,6 +63,11 @@ QVariantMap Toolbox::run(const QString &program, const QStringList &arguments) c
             {QStringLiteral("error"), QString::fromUtf8(process.readAllStandardError())}};
 }
 
+QVariant Toolbox::value(QAbstractItemModel *model, int row, const QString &role) const
+{
+    return model->index(row, 0).data(model->roleNames().key(role.toUtf8(), -1));
+}
+
 QVariantMap Toolbox::pkcs11(const QStringList &arguments) const
 {
     const QStringList common{QStringLiteral("--module"),

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QObject>
+#include <QAbstractItemModel>
 #include <QStringList>
 #include <QVariantMap>
 
@@ -33,6 +33,8 @@ public:
     Q_INVOKABLE void heading(const QString &text);
     //! Runs a program to its end (at most 60 s): {code, output, error}.
     Q_INVOKABLE QVariantMap run(const QString &program, const QStringList &arguments) const;
+    //! What the row of `model` holds in the role of that name.
+    Q_INVOKABLE QVariant value(QAbstractItemModel *model, int row, const QString &role) const;
     //! pkcs11-tool on the tour's token, logged in.
     Q_INVOKABLE QVariantMap pkcs11(const QStringList &arguments) const;
 

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/app/harness.h"
 
-#include <QAbstractItemModel>
 #include <QLocale>
 #include <QMutex>
 #include <QQmlComponent>
@@ -256,6 +255,11 @@ int WindowDriver::rowCount() const
     return list ? list->property("count").toInt() : -1;
 }
 
+QVariant valueOf(const QAbstractItemModel &model, int row, const char *role)
+{
+    return model.index(row, 0).data(model.roleNames().key(role, -1));
+}
+
 int WindowDriver::rowNamed(const QString &name) const
 {
     const QQuickItem *list = item(QStringLiteral("certificateList"));
@@ -263,7 +267,7 @@ int WindowDriver::rowNamed(const QString &name) const
         return -1;
     const auto *model = list->property("model").value<QAbstractItemModel *>();
     for (int i = 0; model && i < model->rowCount(); ++i) {
-        if (model->index(i, 0).data(257).toString() == name)
+        if (valueOf(*model, i, "name").toString() == name)
             return i;
     }
     return -1;

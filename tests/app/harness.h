@@ -4,6 +4,7 @@
 
 #include "app/application.h"
 
+#include <QAbstractItemModel>
 #include <QElapsedTimer>
 #include <QProcess>
 #include <QQuickItem>
@@ -67,6 +68,9 @@ private:
     qint64 m_worked = 0;
     int m_frames = 0;
 };
+
+/// What the row of `model` holds in the role of that name.
+QVariant valueOf(const QAbstractItemModel &model, int row, const char *role);
 
 /// The real window and hands to work with it.
 class WindowDriver : public QObject {

@@ -230,7 +230,7 @@ bool visitPage(WindowDriver &driver, const SampleData &data, const QString &page
             driver.window()->findChild<QAbstractItemModel *>(QStringLiteral("tokens"));
         Q_UNUSED(entry)
         show(QStringLiteral("token:")
-             + (model ? model->index(0, 0).data(257).toString() : QString()));
+             + (model ? valueOf(*model, 0, "storeId").toString() : QString()));
         return driver.waitFor([&] { return driver.rowCount() > 0; });
     }
     show(page == QLatin1String("edit") ? QStringLiteral("requests")

@@ -111,7 +111,7 @@ QString Steps::tokenStoreId() const
 {
     const auto *model =
         m_driver.window()->findChild<QAbstractItemModel *>(QStringLiteral("tokens"));
-    return model ? model->index(0, 0).data(257).toString() : QString();
+    return model ? valueOf(*model, 0, "storeId").toString() : QString();
 }
 
 QString Steps::takeError(int ms)

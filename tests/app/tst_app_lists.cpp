@@ -171,7 +171,7 @@ void TestAppLists::searchInEveryList()
     QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == all; }));
     if (all == 0)
         return;
-    const QString first = rows()->index(0, 0).data(257).toString();
+    const QString first = valueOf(*rows(), 0, "name").toString();
     m_window->type(first.toUpper());
     QVERIFY(m_window->waitFor([&] { return m_window->rowCount() > 0; }));
     QVERIFY(m_window->rowNamed(first) >= 0);

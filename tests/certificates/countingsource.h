@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "certificates/certificatemodel.h"
 #include "certificates/keystoreentry.h"
 
 #include <QAbstractListModel>
@@ -15,6 +16,13 @@ namespace TrivexTest {
 class CountingSource : public QAbstractListModel {
     Q_OBJECT
 public:
+    enum Role {
+        NameRole = CertificateModel::NameRole,
+        EntryRole,
+        IssuerRole = NameRole + 3,
+        TypeRole,
+    };
+
     struct Row {
         QString name;
         QString issuer;
@@ -32,13 +40,13 @@ public:
         ++m_reads[role];
         const Row &row = m_rows.at(index.row());
         switch (role) {
-        case 257:
+        case NameRole:
             return row.name;
-        case 258:
+        case EntryRole:
             return QVariant::fromValue(row.entry.data());
-        case 260:
+        case IssuerRole:
             return row.issuer;
-        case 261:
+        case TypeRole:
             return row.type;
         default:
             return QVariant();
@@ -47,7 +55,10 @@ public:
 
     QHash<int, QByteArray> roleNames() const override
     {
-        return {{257, "name"}, {258, "keyStoreEntry"}, {260, "issuer"}, {261, "type"}};
+        return {{NameRole, "name"},
+                {EntryRole, "keyStoreEntry"},
+                {IssuerRole, "issuer"},
+                {TypeRole, "type"}};
     }
 
     void insert(int position, const QVector<Row> &rows)
@@ -103,7 +114,7 @@ inline QStringList names(const QAbstractItemModel &model)
 {
     QStringList list;
     for (int row = 0; row < model.rowCount(); ++row)
-        list << model.data(model.index(row, 0), 257).toString();
+        list << model.data(model.index(row, 0), CountingSource::NameRole).toString();
     return list;
 }
 

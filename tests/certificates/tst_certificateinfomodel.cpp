@@ -74,7 +74,7 @@ void TestCertificateInfoModel::insertions()
     QCOMPARE(model.rowCount(), 25);
     QCOMPARE(removed.count() + reset.count(), 0); // the old rows go without a word
     QCOMPARE(inserted.count(), 50);
-    QCOMPARE(cell(model, 0, 258), QStringLiteral("Other"));
+    QCOMPARE(cell(model, 0, CertificateInfoModel::ValueRole), QStringLiteral("Other"));
 }
 
 void TestCertificateInfoModel::labelsAndSections()
@@ -111,9 +111,11 @@ void TestCertificateInfoModel::labelsAndSections()
     CertificateInfoModel model;
     model.setCertificate(&certificate);
     for (int row = 0; row < 25; ++row) {
-        QCOMPARE(cell(model, row, 257), prefix + QLatin1String(rows[row][0]));
+        QCOMPARE(cell(model, row, CertificateInfoModel::LabelRole),
+                 prefix + QLatin1String(rows[row][0]));
         const QString section = QLatin1String(rows[row][1]);
-        QCOMPARE(cell(model, row, 259), section.isEmpty() ? QString() : prefix + section);
+        QCOMPARE(cell(model, row, CertificateInfoModel::SectionRole),
+                 section.isEmpty() ? QString() : prefix + section);
     }
 }
 
@@ -186,7 +188,7 @@ void TestCertificateInfoModel::values()
         QStringLiteral("privateKeyManufacturer"),
     };
     for (int row = 0; row < 25; ++row)
-        QCOMPARE(cell(model, row, 258), wanted.at(row));
+        QCOMPARE(cell(model, row, CertificateInfoModel::ValueRole), wanted.at(row));
 }
 
 void TestCertificateInfoModel::invalidReads()
@@ -197,13 +199,15 @@ void TestCertificateInfoModel::invalidReads()
     model.setCertificate(&certificate);
     QCOMPARE(model.rowCount(), 25);
     for (const int row : {5, 11, 12, 13, 14, 15, 16})
-        QCOMPARE(model.data(model.index(row, 0), 258), QVariant(QString()));
-    for (const int role : {256, 260, int(Qt::DisplayRole)})
+        QCOMPARE(model.data(model.index(row, 0), CertificateInfoModel::ValueRole),
+                 QVariant(QString()));
+    for (const int role : {CertificateInfoModel::LabelRole - 1,
+                           CertificateInfoModel::SectionRole + 1, int(Qt::DisplayRole)})
         QVERIFY(!model.data(model.index(0, 0), role).isValid());
-    QVERIFY(!model.data(QModelIndex(), 257).isValid());
+    QVERIFY(!model.data(QModelIndex(), CertificateInfoModel::LabelRole).isValid());
     // An index of another model has a row that this one lacks.
     CertificateInfoModel empty;
-    QVERIFY(!empty.data(model.index(0, 0), 257).isValid());
+    QVERIFY(!empty.data(model.index(0, 0), CertificateInfoModel::LabelRole).isValid());
     const QHash<int, QByteArray> names = {{257, "label"}, {258, "value"}, {259, "section"}};
     QCOMPARE(model.roleNames(), names);
 }
@@ -215,7 +219,8 @@ void TestCertificateInfoModel::nullCertificate()
     model.setCertificate(&certificate);
     QCOMPARE(model.rowCount(), 25);
     for (int row = 0; row < 25; ++row)
-        QCOMPARE(model.data(model.index(row, 0), 258), QVariant(QString()));
+        QCOMPARE(model.data(model.index(row, 0), CertificateInfoModel::ValueRole),
+                 QVariant(QString()));
 }
 
 QTEST_GUILESS_MAIN(TestCertificateInfoModel)

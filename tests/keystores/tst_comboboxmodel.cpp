@@ -26,12 +26,12 @@ void TestComboBoxModel::rows()
     model.addRow(2, QStringLiteral("Text"), QStringLiteral("data"));
     QCOMPARE(model.rowCount(), 1);
     const QModelIndex index = model.index(0, 0);
-    QCOMPARE(model.data(index, 257).toString(), QStringLiteral("Text"));
-    QCOMPARE(model.data(index, 258), QVariant(2));
-    QCOMPARE(model.data(index, 259).toString(), QStringLiteral("data"));
-    QVERIFY(!model.data(index, 256).isValid());
-    QVERIFY(!model.data(index, 260).isValid());
-    QVERIFY(!model.data(QModelIndex(), 257).isValid());
+    QCOMPARE(model.data(index, ComboBoxModel::NameRole).toString(), QStringLiteral("Text"));
+    QCOMPARE(model.data(index, ComboBoxModel::IdRole), QVariant(2));
+    QCOMPARE(model.data(index, ComboBoxModel::TypeRole).toString(), QStringLiteral("data"));
+    QVERIFY(!model.data(index, ComboBoxModel::NameRole - 1).isValid());
+    QVERIFY(!model.data(index, ComboBoxModel::TypeRole + 1).isValid());
+    QVERIFY(!model.data(QModelIndex(), ComboBoxModel::NameRole).isValid());
     for (const int outside : {-1, 1}) {
         QCOMPARE(model.rowAt(outside).id, -1);
         QVERIFY(model.rowAt(outside).name.isEmpty());

@@ -179,17 +179,19 @@ void TestKeyStoreModel::rowsAndRoles()
     QTRY_COMPARE(model.rowCount(), 2);
     QCOMPARE(ids(model), QStringList({text("c"), text("k")}));
     const QModelIndex index = model.index(0, 0);
-    QCOMPARE(index.data(257).toString(), text("Subject"));
-    QCOMPARE(index.data(260).toString(), text("Subject"));
-    QCOMPARE(index.data(261), QVariant(3));
-    auto *entry = index.data(258).value<KeyStoreEntry *>();
+    QCOMPARE(index.data(KeyStoreModel::NameRole).toString(), text("Subject"));
+    QCOMPARE(index.data(KeyStoreModel::IssuerRole).toString(), text("Subject"));
+    QCOMPARE(index.data(KeyStoreModel::TypeRole), QVariant(3));
+    auto *entry = index.data(KeyStoreModel::KeyStoreEntryRole).value<KeyStoreEntry *>();
     QVERIFY(entry);
-    QCOMPARE(index.data(259).value<Certificate *>(), entry->certificate());
+    QCOMPARE(index.data(KeyStoreModel::CertificateRole).value<Certificate *>(),
+             entry->certificate());
     QCOMPARE(entry->name(), text("c"));
-    QVERIFY(!index.data(256).isValid());
-    QVERIFY(!index.data(263).isValid());
-    QVERIFY(!model.data(QModelIndex(), 257).isValid());
-    auto *bundle = model.index(1, 0).data(258).value<KeyStoreEntry *>();
+    QVERIFY(!index.data(KeyStoreModel::NameRole - 1).isValid());
+    QVERIFY(!index.data(KeyStoreModel::EntryIdRole + 1).isValid());
+    QVERIFY(!model.data(QModelIndex(), KeyStoreModel::NameRole).isValid());
+    auto *bundle =
+        model.index(1, 0).data(KeyStoreModel::KeyStoreEntryRole).value<KeyStoreEntry *>();
     QCOMPARE(bundle->certificate()->commonName(), text("Keyed"));
     QVERIFY(!bundle->certificate()->keyBundle().isNull());
     const QHash<int, QByteArray> names = {{257, "name"},        {258, "keyStoreEntry"},
@@ -208,10 +210,12 @@ void TestKeyStoreModel::fallbackTexts()
     addStore("t", "Token", {certificate("u", unit), certificate("o", organization)});
     KeyStoreModel model;
     QTRY_COMPARE(model.rowCount(), 2);
-    QCOMPARE(model.index(0, 0).data(257).toString(), text("Unit"));
-    QCOMPARE(model.index(0, 0).data(260).toString(), text("tr:trivex-se-unknown_organization"));
-    QCOMPARE(model.index(1, 0).data(257).toString(), text("tr:trivex-se-unnamed"));
-    QCOMPARE(model.index(1, 0).data(260).toString(), text("Org"));
+    QCOMPARE(model.index(0, 0).data(KeyStoreModel::NameRole).toString(), text("Unit"));
+    QCOMPARE(model.index(0, 0).data(KeyStoreModel::IssuerRole).toString(),
+             text("tr:trivex-se-unknown_organization"));
+    QCOMPARE(model.index(1, 0).data(KeyStoreModel::NameRole).toString(),
+             text("tr:trivex-se-unnamed"));
+    QCOMPARE(model.index(1, 0).data(KeyStoreModel::IssuerRole).toString(), text("Org"));
 }
 
 void TestKeyStoreModel::unusableEntries()
@@ -225,8 +229,10 @@ void TestKeyStoreModel::unusableEntries()
     addStore("t", "Token", {nameless, nullBundle, crl});
     KeyStoreModel model;
     QTRY_COMPARE(ids(model), QStringList({text("crl")}));
-    QVERIFY(model.index(0, 0).data(259).value<Certificate *>()->isNull());
-    QCOMPARE(model.index(0, 0).data(257).toString(), text("tr:trivex-se-unnamed"));
+    QVERIFY(
+        model.index(0, 0).data(KeyStoreModel::CertificateRole).value<Certificate *>()->isNull());
+    QCOMPARE(model.index(0, 0).data(KeyStoreModel::NameRole).toString(),
+             text("tr:trivex-se-unnamed"));
 }
 
 void TestKeyStoreModel::oneReadPerRole()

@@ -283,11 +283,15 @@ void TestPlugin::ownership()
     // What a call returns to the script must survive its garbage collection.
     const auto object = make(document("1.0",
                                       "QtObject { property var m: KeyStoreModel\n"
+                                      "property var roles: []\n"
                                       "property KeyStoreEntry e: KeyStoreEntry {}\n"
                                       "function touch() { for (var i = 0; i < m.rowCount(); ++i)\n"
-                                      "{ m.data(m.index(i, 0), 258); m.data(m.index(i, 0), 259) }\n"
+                                      "{ roles.forEach(role => m.data(m.index(i, 0), role)) }\n"
                                       "gc(); return e.certificate === null && e.name === '' } }"));
     QVERIFY(object);
+    const auto names = object->property("m").value<QAbstractItemModel *>()->roleNames();
+    object->setProperty("roles",
+                        QVariantList{names.key("keyStoreEntry"), names.key("certificate")});
     QTest::qWait(200);
     QVariant result;
     QVERIFY(QMetaObject::invokeMethod(object.get(), "touch", Q_RETURN_ARG(QVariant, result)));
@@ -337,12 +341,13 @@ void TestPlugin::typeDescription()
 
 void TestPlugin::viewsFollowLargeChanges()
 {
+    enum { NameRole = Qt::UserRole + 1, TypeRole = NameRole + 4 };
     QStandardItemModel source;
-    source.setItemRoleNames({{257, "name"}, {261, "type"}});
+    source.setItemRoleNames({{NameRole, "name"}, {TypeRole, "type"}});
     for (int i = 0; i < 1000; ++i) {
         auto *item = new QStandardItem;
-        item->setData(QStringLiteral("row %1").arg(i), 257);
-        item->setData(0, 261);
+        item->setData(QStringLiteral("row %1").arg(i), NameRole);
+        item->setData(0, TypeRole);
         source.appendRow(item);
     }
     m_engine->rootContext()->setContextProperty(QStringLiteral("source"), &source);

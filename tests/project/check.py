@@ -105,6 +105,24 @@ def functions():
         yield f"the median function has {middle} lines, fewer than 10 are wanted"
 
 
+HIDDEN = (
+    (re.compile(r"\bdata\((?:[^;]*?[(, ])?2[56]\d\)|\bcase 2[56]\d:|\bRole = 2[56]\d\b"),
+     "a role by its number", ()),
+    (re.compile(r"\b(?:SIGNAL|SLOT)\("), "a signal or slot by its text", ()),
+    (re.compile(r"\bCKR_\w"), "a code of PKCS#11", ("providers/", "tests/", "benchmarks/")),
+)
+
+
+def hidden():
+    """Numbers and texts in place of names: roles, signals, codes of a token above its provider."""
+    for path in of_kind(".cpp", ".h", ".qml"):
+        for number, line in enumerate(text_of(path).splitlines(), 1):
+            code = line.split("//")[0]
+            for pattern, what, rooms in HIDDEN:
+                if pattern.search(code) and not name(path).startswith(rooms or ("-",)):
+                    yield f"{name(path)}:{number}: {what}"
+
+
 def licences():
     """Copyright and licence of every file, where the tool that reads them finds them."""
     program = tool("reuse")
@@ -339,8 +357,8 @@ def memory():
                 yield f"{name(path)}:{number}: {found.group()} on a thread that may outlive QCA"
 
 
-CHECKS = [sizes, functions, test_names, licences, words, threads, decisions, format, scripts, qml,
-          settings, targets, symbols, memory]
+CHECKS = [sizes, functions, hidden, test_names, licences, words, threads, decisions, format, scripts,
+          qml, settings, targets, symbols, memory]
 
 
 def main():

@@ -65,6 +65,11 @@ QString Backstage::requestSubject(const QString &requestFile) const
          QStringLiteral("utf8,sep_comma_plus"), QStringLiteral("-in"), requestFile}));
 }
 
+QVariant Backstage::value(QAbstractItemModel *model, int row, const QString &role) const
+{
+    return model->index(row, 0).data(model->roleNames().key(role.toUtf8(), -1));
+}
+
 QString Backstage::writeFile(const QString &name, const QString &text) const
 {
     QFile file(m_home.filePath(name));

@@ -5,7 +5,7 @@
 #include "tests/support/testcertificates.h"
 #include "tests/support/testtoken.h"
 
-#include <QObject>
+#include <QAbstractItemModel>
 #include <QTemporaryDir>
 
 namespace TrivexTest {
@@ -34,6 +34,9 @@ public:
     Q_INVOKABLE QString makeBundle(const QString &commonName, const QString &password);
     /// What openssl says of the request's subject after checking its signature.
     Q_INVOKABLE QString requestSubject(const QString &requestFile) const;
+
+    /// What the row of `model` holds in the role of that name.
+    Q_INVOKABLE QVariant value(QAbstractItemModel *model, int row, const QString &role) const;
 
     /// The path of a new file.
     Q_INVOKABLE QString writeFile(const QString &name, const QString &text) const;

@@ -70,7 +70,7 @@ Item {
 
         function tokenRow(model) {
             for (let i = 0; i < model.rowCount(); ++i) {
-                if (model.data(model.index(i, 0), 259) === backstage.tokenName)
+                if (backstage.value(model, i, "type") === backstage.tokenName)
                     return i;
             }
             return -1;

@@ -46,7 +46,7 @@ QStringList names(const CertificateRequestModel &model)
 {
     QStringList result;
     for (int row = 0; row < model.rowCount(); ++row)
-        result << model.data(model.index(row), 257).toString();
+        result << model.data(model.index(row), CertificateRequestModel::NameRole).toString();
     return result;
 }
 
@@ -128,16 +128,20 @@ void TestRequestModel::roles()
     QCOMPARE(names(model), list({"A", "B"}));
     for (int row = 0; row < 2; ++row) {
         const QModelIndex index = model.index(row);
-        auto *request = index.data(259).value<CertificateRequest *>();
+        auto *request =
+            index.data(CertificateRequestModel::CertificateRole).value<CertificateRequest *>();
         QVERIFY(request);
         QCOMPARE(request->commonName(), names(model).at(row));
-        QCOMPARE(index.data(260).toString(), QStringLiteral("Company"));
-        QCOMPARE(index.data(261), QVariant(5));
-        for (const int role : {int(Qt::DisplayRole), 256, 258, 262})
+        QCOMPARE(index.data(CertificateRequestModel::IssuerRole).toString(),
+                 QStringLiteral("Company"));
+        QCOMPARE(index.data(CertificateRequestModel::TypeRole), QVariant(5));
+        for (const int role :
+             {int(Qt::DisplayRole), CertificateRequestModel::NameRole - 1,
+              CertificateRequestModel::NameRole + 1, CertificateRequestModel::TypeRole + 1})
             QVERIFY(!index.data(role).isValid());
     }
-    QVERIFY(!model.data(QModelIndex(), 257).isValid());
-    QVERIFY(!model.data(model.index(2), 257).isValid());
+    QVERIFY(!model.data(QModelIndex(), CertificateRequestModel::NameRole).isValid());
+    QVERIFY(!model.data(model.index(2), CertificateRequestModel::NameRole).isValid());
 }
 
 void TestRequestModel::unreadableFilesAreRows()
@@ -147,8 +151,10 @@ void TestRequestModel::unreadableFilesAreRows()
     const QAbstractItemModelTester tester(&model);
     model.init();
     QCOMPARE(names(model), list({""}));
-    QCOMPARE(model.index(0).data(261), QVariant(5));
-    QVERIFY(model.index(0).data(259).value<CertificateRequest *>());
+    QCOMPARE(model.index(0).data(CertificateRequestModel::TypeRole), QVariant(5));
+    QVERIFY(model.index(0)
+                .data(CertificateRequestModel::CertificateRole)
+                .value<CertificateRequest *>());
     // No path is known of it, so it stays.
     model.remove(0);
     QCOMPARE(home->requestFiles(), list({"bad.csr"}));
@@ -166,7 +172,11 @@ void TestRequestModel::emptyBeforeInit()
     model.setKeyStoreModel(&stores);
     QCOMPARE(changed.count(), 1);
     QCOMPARE(names(model), list({"A"}));
-    QCOMPARE(model.index(0).data(259).value<CertificateRequest *>()->keyStoreModel(), &stores);
+    QCOMPARE(model.index(0)
+                 .data(CertificateRequestModel::CertificateRole)
+                 .value<CertificateRequest *>()
+                 ->keyStoreModel(),
+             &stores);
 }
 
 void TestRequestModel::followsTheDirectory()
@@ -299,10 +309,14 @@ void TestRequestModel::objectsBelongToTheModel()
     makeRequestFile("1.csr", "A");
     auto model = std::make_unique<CertificateRequestModel>();
     model->init();
-    QPointer<CertificateRequest> request = model->index(0).data(259).value<CertificateRequest *>();
+    QPointer<CertificateRequest> request = model->index(0)
+                                               .data(CertificateRequestModel::CertificateRole)
+                                               .value<CertificateRequest *>();
     model->init();
     QVERIFY(!request);
-    request = model->index(0).data(259).value<CertificateRequest *>();
+    request = model->index(0)
+                  .data(CertificateRequestModel::CertificateRole)
+                  .value<CertificateRequest *>();
     QVERIFY(request);
     model.reset();
     QVERIFY(!request);

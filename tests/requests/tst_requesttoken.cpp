@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 // The life of requests with keys on a real software token, checked with the openssl program.
+#include "keystores/comboboxmodel.h"
 #include "keystores/keystoremodel.h"
 #include "qca/questions/qcaaskerthread.h"
 #include "qca/tokens/tokens.h"
@@ -106,13 +107,14 @@ void TestRequestToken::algorithms()
     QAbstractListModel *model = request.prKeyAlgorithm();
     QMap<int, QString> types;
     for (int row = 0; row < model->rowCount(); ++row)
-        types.insert(model->index(row).data(258).toInt(), model->index(row).data(259).toString());
+        types.insert(model->index(row).data(ComboBoxModel::IdRole).toInt(),
+                     model->index(row).data(ComboBoxModel::TypeRole).toString());
     const QMap<int, QString> expected{{2048, QStringLiteral("rsa")},
                                       {3072, QStringLiteral("rsa")},
                                       {4096, QStringLiteral("rsa")},
                                       {384, QStringLiteral("ec")}};
     QCOMPARE(types, expected);
-    QCOMPARE(request.prKeyAlgorithmId(), model->index(0).data(258).toInt());
+    QCOMPARE(request.prKeyAlgorithmId(), model->index(0).data(ComboBoxModel::IdRole).toInt());
     QCOMPARE(request.prKeyAlgorithmId(), 384);
     QCOMPARE(request.prKeyLocation(), m_stores->certLocationModel());
     request.init();
@@ -189,7 +191,8 @@ void TestRequestToken::lives()
     QTRY_COMPARE(list.rowCount(), 1);
 
     // Opened again and edited: the key has no certificate yet, the token knows it all the same.
-    auto *saved = list.index(0).data(259).value<CertificateRequest *>();
+    auto *saved =
+        list.index(0).data(CertificateRequestModel::CertificateRole).value<CertificateRequest *>();
     QPointer<CertificateRequest> guard(saved);
     QSignalSpy missing(saved, &CertificateRequest::missingPrivateKey);
     saved->setCommonName(QStringLiteral("Petrov"));

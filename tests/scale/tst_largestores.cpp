@@ -42,9 +42,8 @@ Window {
     function readAll() {
         let read = 0
         for (let row = 0; row < view.count; ++row) {
-            const index = others.index(row, 0)
-            const certificate = others.data(index, 259)
-            const entry = others.data(index, 258)
+            const certificate = Rows.value(others, row, "certificate")
+            const entry = Rows.value(others, row, "keyStoreEntry")
             read += certificate.commonName.length > 0 && entry !== null ? 1 : 0
         }
         return read
