@@ -364,7 +364,7 @@ void CertificateRequest::load(const QString &path)
         return;
     m_path = path;
     m_subjectInfo = Trivex::requestSubject(m_request);
-    m_fileName = Trivex::requestFileName(commonName());
+    m_fileName = Trivex::requestFileName(info(Trivex::CommonNameInfo));
 }
 
 bool CertificateRequest::exportToFile(const QString &directory)
