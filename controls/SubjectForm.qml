@@ -28,7 +28,17 @@ FillColumn {
         [email, "setEmail", Certificate.Email]]
     /// The attributes that it shows.
     readonly property var types: fields.map(function(field) { return field[2] })
-    readonly property var identifierFields: [tin, snils, psrn]
+        .concat(identifiers ? identifierTypes : [])
+    // A number's length tells which of two attributes it is.
+    readonly property var identifierTypes: [Certificate.INN, Certificate.INNLE, Certificate.SNILS,
+                                            Certificate.OGRN, Certificate.OGRNIP]
+    readonly property var identifierFields: [
+        [tin, "setTin", function(digits) {
+            return digits.length === 10 ? Certificate.INNLE : Certificate.INN }],
+        [snils, "setSnils", function(digits) { return Certificate.SNILS }],
+        [psrn, "setPsrn", function(digits) {
+            return digits.length === 15 ? Certificate.OGRNIP : Certificate.OGRN }]]
+    property string originalNumbers
 
     function load(request) {
         const names = ["commonName", "subjectOrganization", "subjectOrganizationalUnit",
@@ -36,13 +46,24 @@ FillColumn {
         for (let i = 0; i < names.length; ++i)
             fields[i][0].text = request ? request[names[i]] : ""
         original = fields.map(function(field) { return field[0].text })
+        const number = function(a, b) {
+            return RequestSubject.value(request, a) || RequestSubject.value(request, b)
+        }
+        tin.text = number(Certificate.INN, Certificate.INNLE)
+        snils.text = number(Certificate.SNILS, Certificate.SNILS)
+        psrn.text = number(Certificate.OGRN, Certificate.OGRNIP)
+        originalNumbers = numbers()
+    }
+    function numbers() {
+        return identifierFields.map(function(field) { return field[0].text }).join("\n")
     }
     function clear() {
         for (const field of fields)
             field[0].text = ""
         for (const field of identifierFields)
-            field.text = ""
+            field[0].text = ""
         original = []
+        originalNumbers = ""
     }
     function isTouched(i) {
         return fields[i][0].text !== original[i]
@@ -69,7 +90,21 @@ FillColumn {
                 request[fields[i][1]](text)
             any = true
         }
+        if (identifiers && numbers() !== originalNumbers) {
+            applyNumbers(request)
+            any = true
+        }
         return any
+    }
+    function applyNumbers(request) {
+        for (const type of identifierTypes)
+            RequestSubject.replace(request, type, "")
+        for (const field of identifierFields) {
+            // They are written with blanks and hyphens and kept without.
+            const digits = field[0].text.replace(/[\s-]/g, "")
+            if (digits && !RequestSubject.replace(request, field[2](digits), digits))
+                request[field[1]](digits)
+        }
     }
 
     LabeledField {

@@ -25,6 +25,12 @@ RequestSubject::RequestSubject(QObject *parent)
 {
 }
 
+QString RequestSubject::value(QObject *request, int type) const
+{
+    const auto *saved = qobject_cast<SavedRequest *>(request);
+    return saved ? infoValue(saved->requestInfo(), type) : QString();
+}
+
 bool RequestSubject::replace(QObject *request, int type, const QString &text) const
 {
     auto *saved = qobject_cast<SavedRequest *>(request);

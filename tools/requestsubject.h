@@ -14,6 +14,8 @@ class RequestSubject : public QObject {
 public:
     explicit RequestSubject(QObject *parent = nullptr);
 
+    /// The value of attribute `type` that is shown where there are several; empty without one.
+    Q_INVOKABLE QString value(QObject *request, int type) const;
     /// `text` becomes the one value of attribute `type` (a `Certificate.CertificateInfoTypeKnown`)
     /// that the next save writes; none where it is empty. False for what is no request.
     Q_INVOKABLE bool replace(QObject *request, int type, const QString &text) const;

@@ -496,8 +496,8 @@
         <translation>The token is making the key. This may take a minute.</translation>
     </message>
     <message id="trivex-app-identifiers-note">
-        <source>The numbers below are checked as you type. They are not part of the request in this version: the authority adds them.</source>
-        <translation>The numbers below are checked as you type. They are not part of the request in this version: the authority adds them.</translation>
+        <source>The numbers below go into the request. They are checked as you type.</source>
+        <translation>The numbers below go into the request. They are checked as you type.</translation>
     </message>
     <message id="trivex-app-import">
         <source>Import…</source>

@@ -498,8 +498,8 @@
         <translation>Токен создаёт ключ. Это может занять до минуты.</translation>
     </message>
     <message id="trivex-app-identifiers-note">
-        <source>The numbers below are checked as you type. They are not part of the request in this version: the authority adds them.</source>
-        <translation>Номера ниже проверяются при вводе. В этой версии они не входят в запрос: их добавит удостоверяющий центр.</translation>
+        <source>The numbers below go into the request. They are checked as you type.</source>
+        <translation>Номера ниже войдут в запрос. Они проверяются при вводе.</translation>
     </message>
     <message id="trivex-app-import">
         <source>Import…</source>

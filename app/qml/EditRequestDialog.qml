@@ -88,7 +88,6 @@ BaseDialog {
     }
     SubjectForm {
         id: form
-        identifiers: false
         enabled: !dialog.saving
         Layout.fillWidth: true
     }

@@ -82,8 +82,6 @@ FormPage {
         Layout.fillWidth: true
         SubjectForm {
             id: form
-            // A request of this kind has no place for them.
-            identifiers: false
             enabled: keyCard.made && !page.savedPath && !page.signing
             Layout.fillWidth: true
         }
