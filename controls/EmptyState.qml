@@ -42,6 +42,7 @@ Item {
         }
         Button {
             anchors.horizontalCenter: parent.horizontalCenter
+            objectName: "emptyAction"
             text: empty.actionText
             visible: text.length > 0
             onClicked: empty.action()

@@ -11,6 +11,8 @@ BaseDialog {
     property string cause
     property string advice
     property string report
+    /// The report of this error is on the clipboard.
+    property bool copied: false
 
     objectName: "errorDialog"
     title: qsTrId("trivex-app-error-title")
@@ -19,6 +21,7 @@ BaseDialog {
         cause = cause_
         advice = advice_
         report = report_ ? report_ : ""
+        copied = false
         open()
     }
 
@@ -51,11 +54,14 @@ BaseDialog {
     footer: DialogButtons {
         Button {
             objectName: "errorReport"
-            text: qsTrId("trivex-app-copy-report")
-            icon.source: Theme.icon("copy")
+            text: dialog.copied ? qsTrId("trivex-app-copied") : qsTrId("trivex-app-copy-report")
+            icon.source: Theme.icon(dialog.copied ? "check" : "copy")
             flat: true
             visible: dialog.report.length > 0
-            onClicked: Desktop.copy(dialog.report)
+            onClicked: {
+                Desktop.copy(dialog.report)
+                dialog.copied = true
+            }
         }
         Button {
             objectName: "errorClose"

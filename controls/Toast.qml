@@ -11,9 +11,11 @@ Popup {
     property string text
     objectName: "toast"
     parent: Overlay.overlay
-    x: parent ? Math.round((parent.width - width) / 2) : 0
-    y: parent ? parent.height - height - Theme.unit * 3 : 0
-    width: Math.min(implicitWidth, parent ? parent.width - Theme.unit * 4 : implicitWidth)
+    x: parent ? Math.round((parent.width - implicitWidth) / 2) : 0
+    y: parent ? parent.height - implicitHeight - Theme.unit * 3 : 0
+    /// The most that a line of text may take.
+    readonly property real room: Math.min(560, parent
+        ? parent.width - Theme.unit * 5 - padding * 2 - Theme.iconSize : 560)
     modal: false
     focus: false
     closePolicy: Popup.NoAutoClose
@@ -28,18 +30,24 @@ Popup {
         color: Theme.goodSoft
         border.color: Theme.good
     }
-    contentItem: RowLayout {
-        spacing: Theme.unit
+    // Of sizes that follow from the text alone: a layout's would depend on where it lies.
+    contentItem: Item {
+        implicitWidth: icon.width + Theme.unit + label.width
+        implicitHeight: Math.max(icon.height, label.height)
         Icon {
+            id: icon
             name: "check"
             color: Theme.good
+            anchors.verticalCenter: parent.verticalCenter
         }
         Label {
+            id: label
             objectName: "toastText"
+            x: icon.width + Theme.unit
+            width: Math.min(implicitWidth, toast.room)
             text: toast.text
             wrapMode: Text.WordWrap
-            Layout.fillWidth: true
-            Layout.maximumWidth: 560
+            anchors.verticalCenter: parent.verticalCenter
             Accessible.role: Accessible.AlertMessage
         }
     }

@@ -36,6 +36,7 @@ Item {
     signal signAsked(string entryId)
     signal editAsked(string identity)
     signal exported(string path)
+    signal copied()
     signal failed(string cause, string advice)
 
     function goBack() {
@@ -170,6 +171,12 @@ Item {
                         : page.category ? page.category.about
                         : page.isRequests ? qsTrId("trivex-app-about-requests")
                         : qsTrId("trivex-app-about-token")
+                    // What would fill the list; a system's own certificates nobody adds here.
+                    actionText: search.text ? qsTrId("trivex-app-clear-search")
+                        : page.isRequests ? qsTrId("trivex-app-new-request")
+                        : page.key === "system" ? "" : qsTrId("trivex-app-import")
+                    onAction: search.text ? search.clear()
+                        : page.isRequests ? page.newRequestAsked() : page.importAsked()
                 }
             }
         }
@@ -205,6 +212,7 @@ Item {
                 onSignAsked: page.signAsked(entryId)
                 onEditAsked: page.editAsked(selection.identity)
                 onExported: page.exported(path)
+                onCopied: page.copied()
                 onFailed: page.failed(cause, advice)
             }
         }

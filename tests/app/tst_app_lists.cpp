@@ -217,6 +217,15 @@ void TestAppLists::emptyListsSayWhatBelongsThere()
     QCOMPARE(m_window->rowCount(), 0);
     QVERIFY(shownTexts().contains(qtTrId("trivex-app-empty")));
     QVERIFY(shownTexts().contains(qtTrId("trivex-app-about-others")));
+    // With the button that fills it, or ends the search that emptied it.
+    QTRY_COMPARE(m_steps->text("emptyAction"), qtTrId("trivex-app-import"));
+    QVERIFY(m_steps->show("requests"));
+    QVERIFY(m_window->fill(QStringLiteral("searchField"), QStringLiteral("no such name")));
+    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == 0; }));
+    QTRY_COMPARE(m_steps->text("emptyAction"), qtTrId("trivex-app-clear-search"));
+    QVERIFY(m_window->click(QStringLiteral("emptyAction")));
+    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() > 0; }));
+    QVERIFY(m_steps->show("others"));
     // No empty half beside an empty list.
     QVERIFY(!shownTexts().contains(qtTrId("trivex-app-details-none")));
 }
@@ -272,6 +281,8 @@ void TestAppLists::valuesAreCopied()
 {
     QVERIFY(openRow("personal", personName()));
     QVERIFY(m_window->click(QStringLiteral("copyButton")));
+    QVERIFY(m_window->waitForItem(QStringLiteral("toastText"), 3000));
+    QCOMPARE(m_steps->text("toastText"), qtTrId("trivex-app-copied"));
     const QString all = QGuiApplication::clipboard()->text();
     QVERIFY(all.contains(personName()));
     QVERIFY(all.contains(QStringLiteral("500100732259")));
