@@ -99,6 +99,7 @@ int FileSaver::place(const QString &path, bool mayReplace, int format)
         m_staging.reset();
         return Saved;
     case WriteResult::Exists:
+        setProblem({});
         return Exists;
     default:
         setProblem(files.whyNotWritten(folder));

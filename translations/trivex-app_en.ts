@@ -284,6 +284,10 @@
         <source>Choose another file…</source>
         <translation>Choose another file…</translation>
     </message>
+    <message id="trivex-app-clear-search">
+        <source>Clear the search</source>
+        <translation>Clear the search</translation>
+    </message>
     <message id="trivex-app-close">
         <source>Close</source>
         <translation>Close</translation>
@@ -303,6 +307,10 @@
     <message id="trivex-app-colours-system">
         <source>As the system</source>
         <translation>As the system</translation>
+    </message>
+    <message id="trivex-app-copied">
+        <source>Copied</source>
+        <translation>Copied</translation>
     </message>
     <message id="trivex-app-copy-all">
         <source>Copy</source>
@@ -392,8 +400,8 @@
         <translation>The file was not exported.</translation>
     </message>
     <message id="trivex-app-export-title">
-        <source>Folder for the exported file</source>
-        <translation>Folder for the exported file</translation>
+        <source>Save as</source>
+        <translation>Save as</translation>
     </message>
     <message id="trivex-app-exported">
         <source>Exported to %1</source>
@@ -474,6 +482,14 @@
     <message id="trivex-app-filter-certificates">
         <source>Certificates and bundles</source>
         <translation>Certificates and bundles</translation>
+    </message>
+    <message id="trivex-app-format-der">
+        <source>DER, binary</source>
+        <translation>DER, binary</translation>
+    </message>
+    <message id="trivex-app-format-pem">
+        <source>PEM, text</source>
+        <translation>PEM, text</translation>
     </message>
     <message id="trivex-app-general">
         <source>General</source>
@@ -742,6 +758,22 @@
         <source>Removed.</source>
         <translation>Removed.</translation>
     </message>
+    <message id="trivex-app-replace-confirm">
+        <source>Replace</source>
+        <translation>Replace</translation>
+    </message>
+    <message id="trivex-app-replace-other">
+        <source>Another name…</source>
+        <translation>Another name…</translation>
+    </message>
+    <message id="trivex-app-replace-text">
+        <source>A file of this name is already in the folder %1. What it holds will be lost.</source>
+        <translation>A file of this name is already in the folder %1. What it holds will be lost.</translation>
+    </message>
+    <message id="trivex-app-replace-title">
+        <source>Replace the file?</source>
+        <translation>Replace the file?</translation>
+    </message>
     <message id="trivex-app-request-gone">
         <source>This request is no longer there.</source>
         <translation>This request is no longer there.</translation>
@@ -810,9 +842,25 @@
         <source>Sign and verify</source>
         <translation>Sign and verify</translation>
     </message>
+    <message id="trivex-app-signature-elsewhere">
+        <source>Save the signature as…</source>
+        <translation>Save the signature as…</translation>
+    </message>
     <message id="trivex-app-signature-file">
         <source>Signature file</source>
         <translation>Signature file</translation>
+    </message>
+    <message id="trivex-app-signature-opened">
+        <source>This file is a signature.</source>
+        <translation>This file is a signature.</translation>
+    </message>
+    <message id="trivex-app-signature-opened-advice">
+        <source>Now choose the document that it was made for.</source>
+        <translation>Now choose the document that it was made for.</translation>
+    </message>
+    <message id="trivex-app-signature-waits">
+        <source>Another file is in its place. Agree to replace it, or choose another name.</source>
+        <translation>Another file is in its place. Agree to replace it, or choose another name.</translation>
     </message>
     <message id="trivex-app-signed">
         <source>The document is signed.</source>

@@ -285,6 +285,10 @@
         <source>Choose another file…</source>
         <translation>Выбрать другой файл…</translation>
     </message>
+    <message id="trivex-app-clear-search">
+        <source>Clear the search</source>
+        <translation>Сбросить поиск</translation>
+    </message>
     <message id="trivex-app-close">
         <source>Close</source>
         <translation>Закрыть</translation>
@@ -304,6 +308,10 @@
     <message id="trivex-app-colours-system">
         <source>As the system</source>
         <translation>Как в системе</translation>
+    </message>
+    <message id="trivex-app-copied">
+        <source>Copied</source>
+        <translation>Скопировано</translation>
     </message>
     <message id="trivex-app-copy-all">
         <source>Copy</source>
@@ -394,8 +402,8 @@
         <translation>Файл не экспортирован.</translation>
     </message>
     <message id="trivex-app-export-title">
-        <source>Folder for the exported file</source>
-        <translation>Папка для экспорта</translation>
+        <source>Save as</source>
+        <translation>Сохранить как</translation>
     </message>
     <message id="trivex-app-exported">
         <source>Exported to %1</source>
@@ -476,6 +484,14 @@
     <message id="trivex-app-filter-certificates">
         <source>Certificates and bundles</source>
         <translation>Сертификаты и контейнеры</translation>
+    </message>
+    <message id="trivex-app-format-der">
+        <source>DER, binary</source>
+        <translation>DER, двоичный</translation>
+    </message>
+    <message id="trivex-app-format-pem">
+        <source>PEM, text</source>
+        <translation>PEM, текстовый</translation>
     </message>
     <message id="trivex-app-general">
         <source>General</source>
@@ -745,6 +761,22 @@
         <source>Removed.</source>
         <translation>Удалено.</translation>
     </message>
+    <message id="trivex-app-replace-confirm">
+        <source>Replace</source>
+        <translation>Заменить</translation>
+    </message>
+    <message id="trivex-app-replace-other">
+        <source>Another name…</source>
+        <translation>Другое имя…</translation>
+    </message>
+    <message id="trivex-app-replace-text">
+        <source>A file of this name is already in the folder %1. What it holds will be lost.</source>
+        <translation>Файл с таким именем уже есть в папке %1. Его содержимое будет потеряно.</translation>
+    </message>
+    <message id="trivex-app-replace-title">
+        <source>Replace the file?</source>
+        <translation>Заменить файл?</translation>
+    </message>
     <message id="trivex-app-request-gone">
         <source>This request is no longer there.</source>
         <translation>Этого запроса больше нет.</translation>
@@ -813,9 +845,25 @@
         <source>Sign and verify</source>
         <translation>Подпись и проверка</translation>
     </message>
+    <message id="trivex-app-signature-elsewhere">
+        <source>Save the signature as…</source>
+        <translation>Сохранить подпись как…</translation>
+    </message>
     <message id="trivex-app-signature-file">
         <source>Signature file</source>
         <translation>Файл подписи</translation>
+    </message>
+    <message id="trivex-app-signature-opened">
+        <source>This file is a signature.</source>
+        <translation>Этот файл — подпись.</translation>
+    </message>
+    <message id="trivex-app-signature-opened-advice">
+        <source>Now choose the document that it was made for.</source>
+        <translation>Теперь выберите документ, к которому она относится.</translation>
+    </message>
+    <message id="trivex-app-signature-waits">
+        <source>Another file is in its place. Agree to replace it, or choose another name.</source>
+        <translation>На её месте другой файл. Согласитесь его заменить или выберите другое имя.</translation>
     </message>
     <message id="trivex-app-signed">
         <source>The document is signed.</source>

@@ -7,8 +7,6 @@ import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
 
-import Qt.labs.platform 1.1 as Platform
-
 /// The chosen certificate or request with what can be done with it. Empty when its row has gone.
 Item {
     id: pane
@@ -26,6 +24,7 @@ Item {
     signal signAsked()
     signal editAsked()
     signal exported(string path)
+    signal copied()
     signal failed(string cause, string advice)
 
     EmptyState {
@@ -63,11 +62,14 @@ Item {
             header.canEdit: pane.isRequest
             header.note: pane.hasKey && token.keysPresumed
                 ? qsTrId("trivex-app-key-presumed") : ""
-            header.onExportAsked: folderDialog.open()
+            header.onExportAsked: pane.askWhere()
             header.onRemoveAsked: pane.removeAsked()
             header.onSignAsked: pane.signAsked()
             header.onEditAsked: pane.editAsked()
-            header.onCopyAsked: Desktop.copy(rows.text())
+            header.onCopyAsked: {
+                Desktop.copy(rows.text())
+                pane.copied()
+            }
             TokenInfo {
                 id: token
                 storeName: pane.place
@@ -84,18 +86,36 @@ Item {
             }
         }
     }
-    Platform.FolderDialog {
-        id: folderDialog
+    SaveTask {
+        id: saving
         title: qsTrId("trivex-app-export-title")
-        onAccepted: pane.exportTo(Files.path(folder))
+        formats: [
+            [qsTrId("trivex-app-format-pem"), pane.isRequest ? ["csr", "pem"] : ["crt", "pem"],
+             FileSaver.AsIs],
+            [qsTrId("trivex-app-format-der"), pane.isRequest ? ["der", "p10"] : ["cer", "der"],
+             FileSaver.Der]]
+        onSaved: pane.exported(path)
+        onFailed: pane.failed(qsTrId("trivex-app-export-failed"), reason)
+    }
+    /// What is shown when one asks is what is saved, whatever is shown when one has answered.
+    function stage() {
+        saving.path = ""
+        return certificate !== null && certificate.exportToFile(saving.saver.stagingFolder())
+    }
+    function askWhere() {
+        const name = certificate
+            ? Files.fileName(Files.exportPath(saving.folder, certificate.fileName)) : ""
+        if (stage())
+            saving.choose(name)
+        else
+            failed(qsTrId("trivex-app-export-failed"), Files.whyNotWritten(saving.folder))
     }
     function exportTo(folder) {
         if (!certificate || !folder)
             return
         const path = Files.exportPath(folder, certificate.fileName)
-        // A disk that fills up is seen only in what was written.
-        if (certificate.exportToFile(folder) && Files.isWholePem(path))
-            exported(path)
+        if (stage())
+            saving.take(path, 0)
         else
             failed(qsTrId("trivex-app-export-failed"), Files.whyNotWritten(folder))
     }

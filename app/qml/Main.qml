@@ -144,6 +144,7 @@ ApplicationWindow {
                     pages.item.selectEntry(entryId)
                 }
                 onEditAsked: editDialog.edit(identity)
+                onCopied: toast.show(qsTrId("trivex-app-copied"))
                 onExported: toast.show(qsTrId("trivex-app-exported").arg(path))
                 onFailed: errorDialog.show(cause, advice)
             }

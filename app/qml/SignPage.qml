@@ -24,9 +24,16 @@ FormPage {
     Accessible.name: qsTrId("trivex-app-sign-verify")
 
     function open(path) {
+        const signature = /\.sig$/i.test(path)
+        const kept = work.state_ === "signatureOnly" && !signature ? work.signatureFile : ""
+        const subject = signature ? path.slice(0, -4) : path
+        work.signatureFile = signature ? path : kept || path + ".sig"
         work.state_ = ""
-        signedDocument.open(path)
-        work.signatureFile = path + ".sig"
+        // A signature is no document: it brings its own along, or waits for it.
+        if (signature && !Files.exists(subject))
+            work.state_ = "signatureOnly"
+        else
+            signedDocument.open(subject)
     }
     function selectEntry(entryId) {
         wantedEntry = entryId
@@ -38,6 +45,18 @@ FormPage {
         }
         // Never another key in the place of the one that was chosen.
         keys.currentIndex = -1
+    }
+    /// Whether the signature can be kept, is found out before a PIN is asked for.
+    function sign() {
+        if (!ready)
+            return
+        work.refusal = work.saver.whyNot(work.signatureFile)
+        if (work.refusal)
+            work.state_ = "unwritten"
+        else if (Files.exists(work.signatureFile))
+            replaceDialog.ask(work.signatureFile)
+        else
+            start(false)
     }
     function start(verifying) {
         if (ready)
@@ -54,6 +73,7 @@ FormPage {
         library: page.library
         document: signedDocument
         onState_Changed: if (state_) page.reveal(signature)
+        onReplaceAsked: replaceDialog.ask(signatureFile)
     }
     SectionedModel {
         id: keyRows
@@ -80,6 +100,37 @@ FormPage {
         id: signatureDialog
         title: qsTrId("trivex-app-signature-file")
         onAccepted: work.signatureFile = Files.path(file)
+    }
+
+    function chooseElsewhere() {
+        elsewhereDialog.currentFile = Files.url(work.signatureFile)
+        elsewhereDialog.open()
+    }
+    Platform.FileDialog {
+        id: elsewhereDialog
+        title: qsTrId("trivex-app-signature-file")
+        fileMode: Platform.FileDialog.SaveFile
+        // Asked when it is signed, for the name that the file gets in the end.
+        options: Platform.FileDialog.DontConfirmOverwrite
+        onAccepted: {
+            const path = Files.path(file)
+            work.signatureFile = /\.sig$/i.test(path) ? path : path + ".sig"
+            work.state_ = ""
+        }
+    }
+    ReplaceDialog {
+        id: replaceDialog
+        objectName: "signReplaceDialog"
+        // Before it is signed, or when a file has come there while it was.
+        onConfirmed: {
+            if (work.state_ === "unwritten" && !work.refusal) {
+                work.place(true)
+            } else {
+                work.agreed = path
+                page.start(false)
+            }
+        }
+        onOtherAsked: page.chooseElsewhere()
     }
 
     PageHeader {
@@ -131,9 +182,10 @@ FormPage {
         id: signature
         work: work
         ready: page.ready
-        onSignAsked: page.start(false)
+        onSignAsked: page.sign()
         onVerifyAsked: page.start(true)
         onOtherAsked: signatureDialog.open()
+        onElsewhereAsked: page.chooseElsewhere()
         Layout.fillWidth: true
     }
 }

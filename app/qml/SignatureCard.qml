@@ -15,6 +15,7 @@ Card {
     signal signAsked()
     signal verifyAsked()
     signal otherAsked()
+    signal elsewhereAsked()
     title: qsTrId("trivex-app-step-signature")
 
     DetailRow {
@@ -48,6 +49,13 @@ Card {
             flat: true
             enabled: !card.work.working
             onClicked: card.otherAsked()
+        }
+        Button {
+            objectName: "signElsewhere"
+            text: qsTrId("trivex-app-signature-elsewhere")
+            flat: true
+            visible: card.ready
+            onClicked: card.elsewhereAsked()
         }
     }
     RowLayout {
@@ -84,7 +92,9 @@ Card {
             nosignature: [3, qsTrId("trivex-app-nosignature"),
                           Files.whyNotRead(card.work.signatureFile)],
             unwritten: [3, qsTrId("trivex-app-unwritten"),
-                        Files.whyNotWritten(Files.folder(card.work.signatureFile))],
+                        card.work.refusal || qsTrId("trivex-app-signature-waits")],
+            signatureOnly: [0, qsTrId("trivex-app-signature-opened"),
+                            qsTrId("trivex-app-signature-opened-advice")],
             changed: [2, qsTrId("trivex-app-document-changed"),
                       qsTrId("trivex-app-document-changed-advice")],
             reread: [0, qsTrId("trivex-app-document-reread"), ""]

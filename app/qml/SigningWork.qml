@@ -13,6 +13,11 @@ Item {
     property SignedDocument document
     property string signatureFile
     property string state_
+    /// The file that may be replaced by the next signature, and by no other.
+    property string agreed
+    readonly property FileSaver saver: FileSaver {}
+    /// The signature is made, and another file is in its place.
+    signal replaceAsked()
     /// The token of the chosen key, or the one that asks.
     property alias storeId: token.storeId
     /// What was in the way, of that moment.
@@ -41,7 +46,15 @@ Item {
         if (verifying)
             signer.verify(document.loader.rawData, signatureFile, entry)
         else
-            signer.sign(document.loader.rawData, signatureFile, entry)
+            signer.sign(document.loader.rawData, saver.stagedPath("signature"), entry)
+    }
+    /// Puts the signature that was made in its place; asks where something else is there by now.
+    function place(mayReplace) {
+        const result = saver.place(signatureFile, mayReplace)
+        refusal = saver.problem
+        state_ = result === FileSaver.Saved ? "signed" : "unwritten"
+        if (result === FileSaver.Exists)
+            replaceAsked()
     }
     function stop() {
         token.cancel()
@@ -49,7 +62,12 @@ Item {
     /// The result stands when the document is still the one that it was found for.
     function end(result) {
         refusal = failure
-        state_ = document.refresh() && !refusal ? "changed" : result
+        const other = document.refresh() && !refusal
+        if (result === "signed" && !other)
+            place(agreed === signatureFile)
+        else
+            state_ = other ? "changed" : result
+        agreed = ""
     }
 
     SignVerify {
@@ -57,8 +75,7 @@ Item {
         objectName: "signer"
         // A question that another operation raised and its own prompt declined ends here too.
         onGetPin: work.working && token.showAsker() ? pinDialog.ask() : pinRejected()
-        // The signer does not look whether the file was written.
-        onSignSuccess: work.end(Files.hasContents(work.signatureFile) ? "signed" : "unwritten")
+        onSignSuccess: work.end("signed")
         onVerifySuccess: work.end("verified")
         onErrorChanged: {
             if (error !== SignVerify.NoError && work.working)

@@ -55,6 +55,9 @@ private Q_SLOTS:
     void emptyAtFirst();
     void resultGoesWithTheDocument_data();
     void resultGoesWithTheDocument();
+    void signatureOverAFile();
+    void signatureOpened();
+    void signatureWhereNothingCanBeWritten();
 
 private:
     QString open(const char *name, const QByteArray &contents);
@@ -260,6 +263,70 @@ void TestAppDocuments::resultGoesWithTheDocument()
     // "Good" does not stay on the page of another document.
     QTRY_COMPARE(digest(), digestOf("Other\n"));
     QCOMPARE(result(), qtTrId("trivex-app-document-reread"));
+}
+
+void TestAppDocuments::signatureOverAFile()
+{
+    const QString path = open("over.txt", "Text\n");
+    const QString file = path + QStringLiteral(".sig");
+    QVERIFY(!writeTestFile(file, "precious").isEmpty());
+    token->forget();
+    // Asked before the token is; left, nothing has happened.
+    QVERIFY(m_steps->press("doSign"));
+    QVERIFY(m_steps->waitOpen("signReplaceDialog"));
+    QVERIFY(m_window->click(QStringLiteral("replaceCancel")));
+    QVERIFY(m_steps->waitClosed("signReplaceDialog"));
+    QTest::qWait(300);
+    QVERIFY(!m_window->item(QStringLiteral("signBusy")));
+    QCOMPARE(token->count("C_Sign"), 0);
+    QCOMPARE(QFileInfo(file).size(), qint64(8));
+    QVERIFY(m_steps->press("doSign"));
+    QVERIFY(m_window->click(QStringLiteral("replaceConfirm")));
+    QTRY_COMPARE_WITH_TIMEOUT(result(), qtTrId("trivex-app-signed"), 20000);
+    QCOMPARE(signedText(file), digestOf("Text\n"));
+    // A leave is for one signature. One that comes in between is asked about as well.
+    QVERIFY(QFile::remove(file));
+    QTimer::singleShot(500, this, [&] { writeTestFile(file, "precious"); });
+    QVERIFY(m_steps->press("doSign"));
+    QVERIFY(m_steps->waitOpen("signReplaceDialog"));
+    QCOMPARE(QFileInfo(file).size(), qint64(8));
+    QCOMPARE(result(), qtTrId("trivex-app-unwritten"));
+    QVERIFY(m_window->click(QStringLiteral("replaceConfirm")));
+    QTRY_COMPARE(result(), qtTrId("trivex-app-signed"));
+    QCOMPARE(signedText(file), digestOf("Text\n"));
+}
+
+void TestAppDocuments::signatureOpened()
+{
+    const QString path = open("letter.txt", "Text\n");
+    QCOMPARE(work("doSign"), qtTrId("trivex-app-signed"));
+    open("another.txt", "Other\n");
+    // A signature brings its document along, and gets none of its own.
+    m_steps->openFile(path + QStringLiteral(".sig"));
+    QCOMPARE(digest(), digestOf("Text\n"));
+    QCOMPARE(m_window->item(QStringLiteral("signatureFile"))->property("value").toString(),
+             path + QStringLiteral(".sig"));
+    QCOMPARE(work("doVerify"), qtTrId("trivex-app-verified"));
+    // Without its document it waits for one.
+    const QString moved = environment->file(QStringLiteral("elsewhere.sig"));
+    QVERIFY(QFile::rename(path + QStringLiteral(".sig"), moved));
+    m_steps->openFile(moved);
+    QCOMPARE(result(), qtTrId("trivex-app-signature-opened"));
+    m_steps->openFile(path);
+    QCOMPARE(work("doVerify"), qtTrId("trivex-app-verified"));
+    const QString twice = QStringLiteral(".sig.sig");
+    QVERIFY(!QFile::exists(path + twice));
+}
+
+void TestAppDocuments::signatureWhereNothingCanBeWritten()
+{
+    const QString path = open("blocked.txt", "Text\n");
+    QVERIFY(QDir().mkpath(path + QStringLiteral(".sig/inside")));
+    token->forget();
+    QCOMPARE(work("doSign"), qtTrId("trivex-app-unwritten"));
+    QCOMPARE(m_window->item(QStringLiteral("signResult"))->property("detail").toString(),
+             qtTrId("trivex-app-write-is-folder"));
+    QCOMPARE(token->count("C_Sign"), 0);
 }
 
 int main(int argc, char **argv)

@@ -27,6 +27,12 @@ QString rightPin()
     return QString::fromLatin1(TestToken::pin());
 }
 
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 /// The file dialog that is open; Qt's own, because no platform theme brings another.
 QFileDialog *fileDialog()
 {
@@ -61,6 +67,8 @@ private Q_SLOTS:
     void dropWhileADialogIsOpen();
     void chooseToImport();
     void chooseWhereToExport();
+    void exportOverAFile();
+    void exportWhereNothingCanBeWritten();
     void chooseADocument();
     void secondStartHandsOver();
     void commandLine();
@@ -71,6 +79,13 @@ private:
         return writeTestFile(environment->file(QString::fromUtf8(name)), contents);
     }
     bool answerDialog(const QString &path, bool accept = true);
+    /// Exports the chosen row under this name, with one of the filters; -1 for the first.
+    bool exportAs(const QString &path, int filter = -1);
+    QByteArray derOf(const QString &file) const
+    {
+        return m_authority.openssl({QStringLiteral("x509"), QStringLiteral("-in"), file,
+                                    QStringLiteral("-outform"), QStringLiteral("DER")});
+    }
 
     TestAuthority m_authority;
     std::unique_ptr<WindowDriver> m_window;
@@ -253,7 +268,7 @@ bool TestAppFiles::answerDialog(const QString &path, bool accept)
         return false;
     if (dialog->fileMode() == QFileDialog::Directory)
         dialog->setDirectory(path);
-    else
+    else if (!path.isEmpty())
         name->setText(path);
     auto *box = dialog->findChild<QDialogButtonBox *>();
     const QList<QAbstractButton *> buttons = box ? box->buttons() : QList<QAbstractButton *>();
@@ -267,6 +282,20 @@ bool TestAppFiles::answerDialog(const QString &path, bool accept)
         }
     }
     return false;
+}
+
+bool TestAppFiles::exportAs(const QString &path, int filter)
+{
+    if (!m_window->click(QStringLiteral("exportButton"))
+        || !m_window->waitFor([] { return fileDialog() != nullptr; }))
+        return false;
+    QFileDialog *dialog = fileDialog();
+    if (filter >= 0) {
+        const QString name = dialog->nameFilters().value(filter);
+        dialog->selectNameFilter(name);
+        Q_EMIT dialog->filterSelected(name);
+    }
+    return answerDialog(path);
 }
 
 void TestAppFiles::chooseToImport()
@@ -296,16 +325,77 @@ void TestAppFiles::chooseWhereToExport()
     QVERIFY(
         m_window->waitFor([&] { return m_window->rowNamed(QStringLiteral("Test Root")) >= 0; }));
     QVERIFY(m_window->clickRow(m_window->rowNamed(QStringLiteral("Test Root"))));
-    QVERIFY(m_window->click(QStringLiteral("exportButton")));
     const QString folder = environment->file(QStringLiteral("Папка для них"));
     QVERIFY(QDir().mkpath(folder));
-    QVERIFY(answerDialog(folder));
-    QVERIFY(m_window->waitForItem(QStringLiteral("toastText")));
-    const QString file = folder + QStringLiteral("/Test Root.crt");
-    QCOMPARE(m_steps->text("toastText"), qtTrId("trivex-app-exported").arg(file));
-    QCOMPARE(m_authority.openssl({QStringLiteral("x509"), QStringLiteral("-in"), file,
-                                  QStringLiteral("-outform"), QStringLiteral("DER")}),
-             m_authority.certificate());
+    const QString pem = folder + QStringLiteral("/свой.pem");
+    QVERIFY(exportAs(pem));
+    QTRY_COMPARE(m_steps->text("toastText"), qtTrId("trivex-app-exported").arg(pem));
+    QVERIFY(QFile::exists(pem));
+    QCOMPARE(derOf(pem), m_authority.certificate());
+
+    // The other format, by its filter; the suffix follows it.
+    const QString named = folder + QStringLiteral("/binary");
+    QVERIFY(exportAs(named, 1));
+    QTRY_VERIFY(QFile::exists(named + QStringLiteral(".cer")));
+    QCOMPARE(contents(named + QStringLiteral(".cer")), m_authority.certificate());
+    QVERIFY(!QFile::exists(named));
+    // A suffix that is of one format alone decides.
+    const QString der = folder + QStringLiteral("/other.der");
+    QVERIFY(exportAs(der));
+    QTRY_COMPARE(contents(der), m_authority.certificate());
+    // As it is offered, in the folder that was chosen last.
+    QVERIFY(m_window->click(QStringLiteral("exportButton")));
+    QVERIFY(m_window->waitFor([] { return fileDialog() != nullptr; }));
+    QCOMPARE(fileDialog()->acceptMode(), QFileDialog::AcceptSave);
+    QCOMPARE(fileDialog()->directory().absolutePath(), folder);
+    QVERIFY(answerDialog({}));
+    QTRY_VERIFY(QFile::exists(folder + QStringLiteral("/Test Root.crt")));
+    QCOMPARE(derOf(folder + QStringLiteral("/Test Root.crt")), m_authority.certificate());
+}
+
+void TestAppFiles::exportOverAFile()
+{
+    const QString precious = make("out/precious.crt", "precious");
+    QVERIFY(m_steps->show("roots"));
+    QVERIFY(m_window->clickRow(m_window->rowNamed(QStringLiteral("Test Root"))));
+    // By the name that is typed, and by the one that it gets only with its suffix.
+    for (const QString &name : {precious, QString(precious).chopped(4)}) {
+        QVERIFY(exportAs(name, 0));
+        QVERIFY(m_steps->waitOpen("replaceDialog"));
+        QCOMPARE(m_steps->text("replaceName"), QStringLiteral("precious.crt"));
+        QVERIFY(m_window->click(QStringLiteral("replaceCancel")));
+        QVERIFY(m_steps->waitClosed("replaceDialog"));
+        QCOMPARE(contents(precious), QByteArray("precious"));
+    }
+    QVERIFY(exportAs(precious));
+    QVERIFY(m_steps->waitOpen("replaceDialog"));
+    QTRY_VERIFY(m_window->item(QStringLiteral("replaceCancel"))->hasActiveFocus());
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_steps->waitClosed("replaceDialog"));
+    QCOMPARE(contents(precious), QByteArray("precious"));
+    QVERIFY(exportAs(precious));
+    QVERIFY(m_steps->waitOpen("replaceDialog"));
+    QVERIFY(m_window->click(QStringLiteral("replaceConfirm")));
+    QTRY_VERIFY(contents(precious).startsWith("-----"));
+    QCOMPARE(derOf(precious), m_authority.certificate());
+    QCOMPARE(QDir(QFileInfo(precious).absolutePath()).entryList(QDir::Files | QDir::Hidden).size(),
+             1);
+}
+
+void TestAppFiles::exportWhereNothingCanBeWritten()
+{
+    QVERIFY(m_steps->show("roots"));
+    QVERIFY(m_window->clickRow(m_window->rowNamed(QStringLiteral("Test Root"))));
+    const QString folder = environment->file(QStringLiteral("taken/name.pem"));
+    QVERIFY(QDir().mkpath(folder + QStringLiteral("/inside")));
+    QObject *pane = m_window->object(QStringLiteral("detailsPane"));
+    // As root nothing but the kernel's own folders refuses a file.
+    const QStringList places = {QStringLiteral("/proc"), folder + QStringLiteral("/gone")};
+    for (const QString &place : places) {
+        QMetaObject::invokeMethod(pane, "exportTo", Q_ARG(QVariant, place));
+        QCOMPARE(m_steps->takeError(), qtTrId("trivex-app-export-failed"));
+    }
+    m_window->takeWarnings();
 }
 
 void TestAppFiles::chooseADocument()
