@@ -8,7 +8,16 @@
 #include "qca/keys/pkeycontainer.h"
 #include "qca/x509/requestcontext.h"
 
+#include <algorithm>
+
 namespace Trivex {
+
+namespace {
+
+/// Ten years, in minutes: of much longer ones the end lies beyond what clocks count.
+constexpr int LongestLoginLifetime = 10 * 366 * 24 * 60;
+
+} // namespace
 
 void Pkcs11Provider::init()
 {
@@ -61,7 +70,8 @@ void Pkcs11Provider::configChanged(const QVariantMap &config)
     TokenSettings settings;
     settings.allowRootCa = config.value(QStringLiteral("allow_load_rootca")).toBool();
     settings.modules = config.value(QStringLiteral("modules")).toString();
-    settings.loginLifetime = std::max(0, config.value(QStringLiteral("login_lifetime")).toInt());
+    const int minutes = config.value(QStringLiteral("login_lifetime")).toInt();
+    settings.loginLifetime = std::chrono::minutes(std::clamp(minutes, 0, LongestLoginLifetime));
     configureTokens(settings);
 }
 

@@ -27,6 +27,7 @@ const char *const Calls[] = {"",
                              "C_GetTokenInfo",
                              "C_Sign",
                              "C_GenerateKeyPair",
+                             "C_Logout",
                              "C_CloseSession",
                              "C_Finalize"};
 

@@ -15,8 +15,8 @@ struct TokenSettings {
     QString modules;
     /// Lists trust anchors as a system store.
     bool allowRootCa = false;
-    /// Minutes after which an unused login ends; 0: with the session.
-    int loginLifetime = 0;
+    /// After which an unused login ends; 0: with the session. Of tokens that come afterwards.
+    Worker::Milliseconds loginLifetime{0};
 };
 
 /// Keeps one host running for each module that is present. Looks at the module files twice a

@@ -28,7 +28,7 @@ void TokenService::configure(const TokenSettings &settings)
     {
         const std::lock_guard lock(m_mutex);
         m_settings = settings;
-        m_tokens.setLoginLifetime(std::chrono::minutes(settings.loginLifetime));
+        m_tokens.setLoginLifetime(settings.loginLifetime);
         watch = m_watch;
     }
     if (watch)

@@ -48,7 +48,7 @@ void TokenTable::open()
     m_isOpen = true;
 }
 
-void TokenTable::setLoginLifetime(std::chrono::minutes lifetime)
+void TokenTable::setLoginLifetime(Worker::Milliseconds lifetime)
 {
     const std::lock_guard lock(m_mutex);
     m_loginLifetime = lifetime;
@@ -206,7 +206,7 @@ TokenPtr TokenTable::attach(const Pkcs11::ModulePtr &module, CK_SLOT_ID slot,
     const TokenFlags flags = flagsOf(info);
     TokenPtr token;
     NumberedStatus status;
-    std::chrono::minutes lifetime{0};
+    Worker::Milliseconds lifetime{0};
     {
         const std::lock_guard lock(m_mutex);
         if (!m_isOpen || identity.storeId.isEmpty())

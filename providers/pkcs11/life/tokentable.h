@@ -40,7 +40,7 @@ public:
     /// Takes tokens from now on, with logins that end when they were not used for so long (0:
     /// never).
     void open();
-    void setLoginLifetime(std::chrono::minutes lifetime);
+    void setLoginLifetime(Worker::Milliseconds lifetime);
     /// Takes no more tokens.
     void close();
     /// Forgets all stores.
@@ -90,7 +90,7 @@ private:
     FirstScan &m_scan;
     mutable std::mutex m_mutex;
     std::vector<std::shared_ptr<Record>> m_records;
-    std::chrono::minutes m_loginLifetime{0};
+    Worker::Milliseconds m_loginLifetime{0};
     bool m_isOpen = false;
     int m_nextId = 1;
 };
