@@ -6,7 +6,7 @@
 #include <QObject>
 #include <QtCrypto>
 
-/// One X.509 certificate as QML sees it, with the key bundle that it came in, where there was one.
+/// One X.509 certificate as QML sees it, with its key bundle if it came in one.
 ///
 /// Every value is computed from the certificate at each read. A null certificate gives empty
 /// texts, invalid dates and `false`. GUI thread only. The value getters are virtual so that a
@@ -45,7 +45,7 @@ class Certificate : public QObject {
     /// The subject's organization.
     Q_PROPERTY(QString publicKeyMarker READ publicKeyMarker CONSTANT)
     Q_PROPERTY(QString privateKeyAvailability READ privateKeyAvailability CONSTANT)
-    /// The software token, whatever store the key came from; empty without a key bundle.
+    /// The software token, for keys of every store; empty without a key bundle.
     Q_PROPERTY(QString privateKeyLocation READ privateKeyLocation CONSTANT)
     /// The subject's organization; empty without a key bundle.
     Q_PROPERTY(QString privateKeyManufacturer READ privateKeyManufacturer CONSTANT)
@@ -115,7 +115,7 @@ public:
     ~Certificate() override;
 
     Certificate(const Certificate &) = delete;
-    /// Takes the certificate and the key bundle over; the file name stays.
+    /// Replaces certificate and key bundle; the file name stays.
     Certificate &operator=(const Certificate &other);
 
     virtual QString issuer() const;
@@ -146,8 +146,8 @@ public:
     virtual bool isRoot() const;
     /// Ignored on a null certificate.
     virtual void setFileName(const QString &fileName);
-    /// Writes the certificate as PEM into `directory`, over a file of the same name. False for a
-    /// null certificate, and with a warning when the file can't be written.
+    /// Writes the certificate as PEM into `directory` and replaces a file of the same name. False
+    /// for a null certificate, and with a warning when the file can't be written.
     Q_INVOKABLE virtual bool exportToFile(const QString &directory);
 
     QString serialNumber() const;
@@ -155,11 +155,11 @@ public:
     QDateTime notValidAfter() const;
     QString signatureType() const;
 
-    /// Reads the PEM file `path`. False, and nothing changes, when there is no such file, it holds
-    /// no certificate, or the one that is held already. The key bundle stays as it was.
+    /// Reads the PEM file `path`. Returns false and changes nothing when there is no such file, or
+    /// when it holds no certificate or the current one. The key bundle stays as it was.
     bool loadFromFile(const QString &path);
 
-    /// As our own decoder reads it, whichever provider made the one that was given.
+    /// As our own decoder reads it, whatever provider decoded the original.
     QCA::Certificate certificate() const { return m_certificate; }
     QCA::KeyBundle keyBundle() const { return m_keyBundle; }
     void setCertificate(const QCA::Certificate &certificate);

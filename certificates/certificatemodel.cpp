@@ -26,7 +26,7 @@ enum Category : int {
     RootCategory = 7,
 };
 
-/// That many changed rows still come and go singly.
+/// Up to this number, changed rows are inserted and removed one by one.
 constexpr int Few = 64;
 
 /// True when `collator` orders as `QString::localeAwareCompare()` does, which keeps to the locale
@@ -48,8 +48,8 @@ bool ordersAsLocale(const QCollator &collator)
     return true;
 }
 
-/// The collator whose sort keys stand for `QString::localeAwareCompare()`; null where they don't.
-/// A locale without rules of its own compares code units, which is as fast.
+/// The collator whose sort keys give the order of `QString::localeAwareCompare()`; null if they
+/// don't. A locale without rules of its own compares code units, which is as fast.
 const QCollator *sortCollator()
 {
     static const QCollator collator;
@@ -76,7 +76,7 @@ void CertificateModel::setSourceModel(QAbstractItemModel *model)
         disconnect(connection);
     m_connections.clear();
     forgetAll();
-    // Before the base class connects itself: it asks for rows as soon as it hears of a change.
+    // Before the base class connects itself, because that asks for rows at each change.
     if (model)
         follow(model);
     QSortFilterProxyModel::setSourceModel(model);
@@ -139,7 +139,7 @@ void CertificateModel::setPattern(const QString &pattern)
 {
     if (filterRegExp().pattern() == pattern)
         return;
-    // The base class filters at once, by the old pattern and its matches: nothing moves yet.
+    // The base class filters at once, by the old pattern and its matches, so nothing moves yet.
     setFilterRegExp(QRegExp(pattern, Qt::CaseInsensitive, QRegExp::FixedString));
     m_pattern = pattern;
     m_needle = Trivex::foldedText(pattern);
@@ -242,7 +242,7 @@ void CertificateModel::refilter(int changes)
 
 bool CertificateModel::filterAcceptsRow(int sourceRow, const QModelIndex &sourceParent) const
 {
-    CachedRow stranger; // rows below others are not remembered
+    CachedRow stranger; // child rows are not cached
     CachedRow &row = sourceParent.isValid() ? stranger : m_rows.at(sourceRow);
     if (!passesCategory(sourceRow, sourceParent, row))
         return false;
@@ -346,7 +346,7 @@ bool CertificateModel::lessThan(const QModelIndex &left, const QModelIndex &righ
 {
     CachedRow strangers[2];
     const bool known = !left.parent().isValid() && !right.parent().isValid();
-    if (known) // makes room for both before a reference is taken
+    if (known) // makes room for both before any reference
         m_rows.at(qMax(left.row(), right.row()));
     CachedRow &first = known ? m_rows.at(left.row()) : strangers[0];
     CachedRow &second = known ? m_rows.at(right.row()) : strangers[1];

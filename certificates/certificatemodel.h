@@ -17,10 +17,9 @@ class KeyStoreEntry;
 /// search ignores case and takes the text literally. A row without an entry is in no category but
 /// 0 and 5.
 ///
-/// Rows that come or change while a search is on are searched as they come; a row that goes is
-/// forgotten. What was read of a row is kept until the source announces a change. Where a search
-/// changes very many rows at once, views are told of a new layout instead of each row. GUI thread
-/// only.
+/// Rows that arrive or change during a search are searched at once; removed rows are forgotten.
+/// Texts read from a row are kept until the source announces a change. When a search changes very
+/// many rows at once, views get one layout change instead of each row. GUI thread only.
 ///
 /// ```qml
 /// CertificateModel { sourceModel: KeyStoreModel; filterRole: KeyStoreModel.SmartCard
@@ -81,11 +80,11 @@ private:
 
     QStringList m_searchRoles;
     QString m_lastPattern;
-    /// The matched and the accepted rows are flags in here.
+    /// Holds the flags for matched and accepted rows.
     mutable Trivex::RowCache m_rows;
 
     QVector<QMetaObject::Connection> m_connections;
-    /// What rows are accepted by; the base class may have a newer one for a moment.
+    /// The category that rows were accepted by; the base class may have a newer one for a moment.
     QString m_pattern;
     QString m_needle; ///< `m_pattern`, folded
     mutable QVector<int> m_searchKeys;

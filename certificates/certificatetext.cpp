@@ -11,7 +11,7 @@ namespace Trivex {
 
 namespace {
 
-/// Behind "%1" goes the word "with". A null pointer stands for a text of its own.
+/// "%1" stands for the word "with". A null pointer stands for a separate text.
 constexpr std::array<const char *, 16> signatureTemplates = {
     nullptr,
     "SHA1, %1 EMSA1",

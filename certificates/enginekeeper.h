@@ -6,13 +6,13 @@
 #include <QObject>
 #include <QPointer>
 
-/// For calls from script that may run an event loop: while one lives, `deleteLater()` on the engine
-/// of `object` waits, because the call has to return into that engine. The engine goes afterwards,
-/// at the caller's event loop. Nothing for an object that no engine knows.
+/// For calls from script that may run an event loop. While a keeper lives, `deleteLater()` on the
+/// engine of `object` waits, because the call has to return into that engine; the caller's event
+/// loop deletes it afterwards. Does nothing for an object without an engine.
 class EngineKeeper : public QObject {
     Q_OBJECT
 public:
-    /// On the thread of `object`, which may go before this one does.
+    /// On the thread of `object`, which may be destroyed before this one.
     explicit EngineKeeper(const QObject *object);
     ~EngineKeeper() override;
 

@@ -21,7 +21,7 @@ class KeyStoreEntry : public QObject {
     Q_PROPERTY(QString name READ name CONSTANT)
     /// The wrapped entry itself; valid while this object lives.
     Q_PROPERTY(QCA::KeyStoreEntry *data READ data CONSTANT)
-    /// Owned by this object. Null only where there is no entry; a null certificate for an entry
+    /// Owned by this object. A null pointer only without an entry; a null certificate for an entry
     /// that has none.
     Q_PROPERTY(Certificate *certificate READ certificate CONSTANT)
 
@@ -42,6 +42,6 @@ private:
 
     mutable QCA::KeyStoreEntry m_entry;
     const bool m_hasEntry;
-    /// Made at the first read: thousands of rows are never looked at.
+    /// Made at the first read, because most rows of a long list are never shown.
     mutable std::unique_ptr<Certificate> m_certificate;
 };

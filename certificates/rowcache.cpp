@@ -16,7 +16,7 @@ CachedRow &RowCache::at(int row)
 
 void RowCache::insert(int first, int last)
 {
-    // Rows past the end come into being when they are asked for.
+    // Rows past the end are created when they are asked for.
     if (size_t(first) < m_rows.size())
         m_rows.insert(m_rows.begin() + first, size_t(last) - size_t(first) + 1, CachedRow());
 }

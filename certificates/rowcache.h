@@ -10,8 +10,8 @@
 
 namespace Trivex {
 
-/// What a filter has found out about one row of its source. Everything is found out once, when it
-/// is first needed.
+/// The facts that a filter knows about one row of its source. Each is computed once, when it is
+/// first needed.
 struct CachedRow {
     enum Fact : quint16 {
         TypeKnown = 0x001,
@@ -41,23 +41,23 @@ struct CachedRow {
     QString name; ///< to sort by where sort keys don't serve
 };
 
-/// The facts by source row; follows the source's rows as they come, go and move. Removing a row
-/// forgets what was known of it, a new row is unknown.
+/// The facts by source row; follows insertions, removals and moves in the source. Removing a row
+/// forgets its facts; nothing is known of a new row.
 class RowCache {
 public:
-    /// In no text that can be searched for; see `CertificateModel`.
+    /// A character that no search text can contain; see `CertificateModel`.
     static constexpr QChar separator = QChar(0xFFFF);
 
-    /// The facts of `row`; the reference holds until rows come or go.
+    /// The facts of `row`; the reference is valid until rows are inserted or removed.
     CachedRow &at(int row);
-    /// Of the rows that were asked for so far.
+    /// The number of rows that were asked for so far.
     std::vector<CachedRow> &rows() { return m_rows; }
 
     void insert(int first, int last);
     void remove(int first, int last);
-    /// To before row `destination`, which is outside `first` to `last` + 1.
+    /// Moves them before row `destination`, which is outside `first` to `last` + 1.
     void move(int first, int last, int destination);
-    /// Forgets what was known of these rows.
+    /// Forgets the facts of these rows.
     void forget(int first, int last);
     void clear();
 

@@ -6,12 +6,12 @@ import QtQuick.Layouts 1.15
 import QtQuick.Window 2.15
 import Trivex.Crypto.Controls 1.0
 
-/// What all dialogs share: in the middle of the window and never wider than it, scrolling when
-/// too tall, left with Escape. Its content is a column. Opens with the focus at its first control,
-/// unless one of them asks for it with `focus: true`.
+/// The base of all dialogs: centred in the window and never wider than it, scrolls when too tall,
+/// closes with Escape. Its content is a column. Opens with the focus at its first control, unless
+/// one of them asks for it with `focus: true`.
 ///
-/// It draws its own ground and title: not every style has a ground where nothing but software
-/// renders, and most cut a long title off.
+/// It draws its own background and title: some styles have no background with the software
+/// renderer, and most cut off a long title.
 Dialog {
     id: dialog
     property real preferredWidth: Theme.fontSize * 33
@@ -52,7 +52,7 @@ Dialog {
         Accessible.role: Accessible.Heading
     }
 
-    /// Moves the focus to the first control, unless a visible one in here has it.
+    /// Moves the focus to the first control, unless a visible control of this dialog has it.
     function focusFirst() {
         const frame = contentItem.parent
         const now = frame.Window.activeFocusItem

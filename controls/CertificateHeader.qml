@@ -19,7 +19,7 @@ Card {
     property bool canSign: false
     property bool canEdit: false
     property bool busy: false
-    /// What there is to know beforehand; nothing when empty.
+    /// Something to know before acting; nothing when empty.
     property string note
     signal exportAsked()
     signal removeAsked()
@@ -61,7 +61,7 @@ Card {
         visible: text.length > 0
         Layout.fillWidth: true
     }
-    // Not the style's: Imagine's needs a module of effects that its package does not bring along.
+    // Not the style's: that of Imagine needs an effects module that its package does not install.
     Rectangle {
         readonly property real elapsed: header.from && header.until
             ? Math.max(0, Math.min(1, Validity.elapsed(header.from, header.until))) : 0
@@ -118,7 +118,7 @@ Card {
             objectName: "copyButton"
             text: qsTrId("trivex-app-copy-all")
             icon.source: Theme.icon("copy")
-            // Like this the actions stand in one line, in Russian too.
+            // Keeps the actions in one line, in Russian too.
             display: AbstractButton.IconOnly
             onClicked: header.copyAsked()
         }

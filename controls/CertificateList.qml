@@ -10,8 +10,8 @@ import Trivex.Crypto.Tools 1.0
 /// `SectionedModel`. `model` is a `ListModel` in the gallery.
 ///
 /// Arrow keys, Page Up and Down, Home and End and a click pick a row; Enter, Space and a click open
-/// it: `activated` says which. With a `selection` that alone says which row is the picked one, so
-/// that other views of it agree with the list when rows come and go.
+/// it: `activated` says which. If there is a `selection`, it alone decides which row is picked, so
+/// that its other views agree with the list when rows come and go.
 FocusScope {
     id: view
     property alias model: list.model
@@ -56,7 +56,8 @@ FocusScope {
         activeFocusOnTab: true
         clip: true
         reuseItems: true
-        // Rows made ahead are made asynchronously, which a reset of the model then cancels loudly.
+        // Rows made ahead are incubated asynchronously, and a reset of the model would cancel that
+        // with warnings.
         cacheBuffer: 0
         boundsBehavior: Flickable.StopAtBounds
         currentIndex: -1

@@ -17,7 +17,7 @@ ItemDelegate {
     property var until
     property string pattern
     property bool hasKey: false
-    /// Whether the key is there shows after the PIN is entered.
+    /// Only after the PIN is entered is it known whether there is a key.
     property bool keyPresumed: false
     readonly property string keyNote: keyPresumed ? qsTrId("trivex-app-key-unseen") : ""
     readonly property string state_: Validity.word(validity)

@@ -5,7 +5,7 @@ import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
 
-/// What a list says when it has nothing to show, with the next step where there is one.
+/// Shown in place of an empty list, with the next step if there is one.
 Item {
     id: empty
     property string icon

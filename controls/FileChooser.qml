@@ -28,7 +28,7 @@ BaseDialog {
             chosen(file)
         }
     }
-    /// What was typed: a folder to look into, or a file.
+    /// Accepts the typed text: a folder to open, or a file.
     function go() {
         const file = Files.url(path.text)
         if (!Files.exists(path.text))

@@ -5,9 +5,9 @@ import QtQuick.Layouts 1.15
 
 /// A column whose children with `Layout.fillWidth` are as wide as it is.
 ///
-/// A positioner works its height out when the scene is polished, not while a binding is being
-/// evaluated: a height that depends on wrapped text, bound to by what contains the column, is a
-/// binding loop with a layout and none here.
+/// A positioner computes its height when the scene is polished, not while a binding is evaluated.
+/// So a parent may bind to a height that depends on wrapped text; with a layout that is a binding
+/// loop.
 Column {
     id: column
     property var adopted: []

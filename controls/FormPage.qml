@@ -5,8 +5,8 @@ import QtQuick.Controls 2.15
 import QtQuick.Window 2.15
 import Trivex.Crypto.Controls 1.0
 
-/// A column that scrolls, as wide as its place up to `maximumWidth`. What has the focus is kept in
-/// sight; `reveal` brings there what has just appeared, once it lies where it will stay.
+/// A column that scrolls, as wide as its place up to `maximumWidth`. It keeps the focused item
+/// visible; `reveal` scrolls to an item that has just appeared, once its position is final.
 Flickable {
     id: page
     property real maximumWidth: Infinity
@@ -33,7 +33,7 @@ Flickable {
         const top = Math.max(0, item.mapToItem(column, 0, 0).y - margin)
         const bottom = top + item.height + margin * 2
         const end = Math.max(0, contentHeight - height)
-        // Of what is taller than the page, its beginning.
+        // The beginning of an item that is taller than the page.
         if (top < contentY || bottom - top > height)
             contentY = Math.min(top, end)
         else if (bottom > contentY + height)

@@ -4,8 +4,8 @@ import QtQuick 2.15
 import QtQuick.Controls.impl 2.15
 import Trivex.Crypto.Controls 1.0
 
-/// One of the module's monochrome icons, in the colour of its surroundings. Decoration: what it
-/// means is said in words beside it.
+/// One of the module's monochrome icons, in the colour of its surroundings. Decoration: words
+/// beside it say what it means.
 ColorImage {
     property string name
     property real size: Theme.iconSize

@@ -9,12 +9,12 @@ import Trivex.Crypto.Tools 1.0
 import Trivex.Crypto 1.0
 
 /// Brings a certificate or a bundle onto a token: file, password where one is needed, preview,
-/// token, one step. What the file is, its content says.
+/// token, one step. The content of the file decides what it is.
 BaseDialog {
     id: dialog
     signal imported(string name)
     property bool writing: false
-    /// Closed since the last step was begun.
+    /// True when the dialog was closed after the last step began.
     property bool wasLeft: false
     readonly property bool isBundle: file.kind === CertificateFile.BundleKind
     readonly property bool ready: !writing && chooser.usable
@@ -44,7 +44,7 @@ BaseDialog {
         if (!ready)
             return
         failure.text = ""
-        // From here on: while a key is derived, events come.
+        // Set before the call, because events arrive while a key is derived.
         writing = true
         wasLeft = false
         KeyStoreModel.setCertLocationId(chooser.location)
@@ -72,17 +72,17 @@ BaseDialog {
 
     CertificateFile {
         id: file
-        // The password's field goes, and the focus must not go with it.
+        // The password field disappears, and the focus must not disappear with it.
         onUnlockedChanged: if (unlocked) Qt.callLater(dialog.focusFirst)
     }
     Loader {
         id: fileChooser
         active: false
-        // The platform's dialog is drawn with widgets where the desktop has none of its own, and
-        // those need an application that is made for them.
+        // On a desktop without a dialog of its own the platform's dialog is drawn with widgets,
+        // which need a `QApplication`.
         source: Desktop.hasWidgets ? "PlatformFileChooser.qml" : "FileChooser.qml"
         onLoaded: {
-            // By itself it finds no window: this dialog may not be open yet.
+            // It would find no window by itself, because this dialog may not be open yet.
             if (item instanceof BaseDialog)
                 item.parent = dialog.parent
             item.title = dialog.title

@@ -6,7 +6,7 @@ import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
 
 /// A text field under its label, with a hint, and a flag that says what is wrong with its value.
-/// Whether that refuses the value, is up to its form.
+/// The form decides whether to refuse the value.
 FillColumn {
     id: labeled
     property string label

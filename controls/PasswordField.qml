@@ -7,25 +7,25 @@ import Trivex.Crypto.Controls 1.0
 
 /// A field for a secret, with a button that shows it on the screen for as long as it is pressed in.
 ///
-/// Programs that read the screen for somebody are not told the secret, shown or not: anything that
-/// runs as the user can ask as they do. What names the field is `Accessible.name`; a placeholder
-/// alone does not say whose secret is meant.
+/// Screen readers don't get the secret, shown or not, because every program of the user can ask as
+/// they do. Set `Accessible.name` to name the field; a placeholder alone does not say whose secret
+/// is meant.
 TextField {
     id: field
     // Qt gives such programs the text of an editable field's `textDocument` where it has one, else
     // its `text`, whatever the echo mode is. Empty and not dots: asked for the word at a place, Qt
     // looks without end in a text that has none.
     //
-    // Asked before its binding was evaluated, as the styles of other hosts make Qt do, a "var" is
-    // undefined, which is no document; a property of an object type would be a null pointer, which
-    // Qt follows.
+    // The styles of other hosts make Qt ask before the binding is evaluated. A "var" is undefined
+    // then, which is no document; a property of an object type would be a null pointer, which Qt
+    // follows.
     readonly property var textDocument: nothing.textDocument
     echoMode: eye.checked ? TextInput.Normal : TextInput.Password
     inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase
     rightPadding: eye.width + Theme.unit
     Accessible.role: Accessible.EditableText
-    // Where this is true Qt withholds the field's name too, and Qt's own styles set it. That the
-    // field is a password's is told by its echo mode as well.
+    // If this is true, as Qt's own styles set it, Qt withholds the field's name too. The echo mode
+    // also says that this is a password field.
     Accessible.passwordEdit: false
     Accessible.onPasswordEditChanged: Accessible.passwordEdit = false
     // The next secret starts hidden.

@@ -6,7 +6,7 @@ import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
 
 /// Asks for the PIN of one token: which token, what for, how many tries are left. The last try
-/// needs a tick of consent. Ends in `submitted` or, however it is left, in `left`.
+/// needs a tick of consent. Ends in `submitted`, or in `left` when it is closed in any other way.
 BaseDialog {
     id: dialog
     property string tokenName
@@ -16,7 +16,7 @@ BaseDialog {
     property bool locked: false
     readonly property bool ready: pin.length > 0 && (!lastTry || consent.checked) && !locked
     property bool answered: false
-    /// True from when this question took the place of another that ended while one was asked for it.
+    /// True when this question replaced another one that ended while its dialog was open.
     property bool replaced: false
     signal submitted(string pin)
     signal left()
@@ -25,15 +25,15 @@ BaseDialog {
     title: qsTrId("trivex-app-pin-title")
     preferredWidth: Theme.fontSize * 28
 
-    /// Asks. Text and consent belong to one question: what was given for another, which has ended
-    /// while it was on show, is gone, and what is still being typed for it goes nowhere.
+    /// Asks. Text and consent belong to one question: those for a question that ended while it was
+    /// shown are discarded, and so are keys that are still being typed for it.
     function ask() {
         replaced = visible && !answered
         if (!replaced)
             return open()
         forget()
         still.restart()
-        // Whoever listens is told whose PIN is wanted now.
+        // Tells a screen reader whose PIN is wanted now.
         frame.forceActiveFocus(Qt.OtherFocusReason)
         pin.forceActiveFocus(Qt.OtherFocusReason)
     }
@@ -138,7 +138,7 @@ BaseDialog {
         text: qsTrId("trivex-app-pin-consent")
         visible: dialog.lastTry && !dialog.locked
         Layout.fillWidth: true
-        // All of it is to be read, which most styles cut off.
+        // The whole text must be readable; most styles would cut it off.
         contentItem: Label {
             text: consent.text
             font: consent.font

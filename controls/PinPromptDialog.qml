@@ -13,7 +13,7 @@ PinDialog {
         enabled: true
         onQuestionChanged: open ? dialog.takeQuestion() : dialog.withdraw()
     }
-    /// The question on show; what is typed here answers no other.
+    /// The question that is shown; the typed text answers no other one.
     property int question: 0
     function takeQuestion() {
         question = prompt.question

@@ -8,8 +8,8 @@ import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
 
 /// The subject of a request: the fields that a request carries, and identifiers whose check digits
-/// are verified as one types. A value that no authority takes is told beside its field, and `check`
-/// refuses it. What was loaded and not touched stays as it is, to the last blank.
+/// are verified during typing. A value that no authority accepts gets a message beside its field,
+/// and `check` refuses it. Loaded values that the user did not touch stay exactly as they are.
 FillColumn {
     id: form
     property bool identifiers: true
@@ -78,8 +78,8 @@ FillColumn {
         }
         return complete
     }
-    /// Gives every touched field's value to `request` in place of the one before; true when there
-    /// was one.
+    /// Gives the value of every touched field to `request`, in place of the earlier value; true
+    /// when there was one.
     function apply(request) {
         let any = false
         for (let i = 0; i < fields.length; ++i) {
@@ -152,7 +152,7 @@ FillColumn {
             flag: text && !/^[A-Z]{2}$/.test(text.trim()) ? qsTrId("trivex-app-field-country-flag")
                                                           : ""
             Layout.fillWidth: true
-            // Written in capitals, so they stand there before anybody presses a button.
+            // Codes are written in capitals, so the field shows capitals during typing.
             Connections {
                 target: country.field
                 function onTextEdited() {
@@ -167,7 +167,7 @@ FillColumn {
             objectName: "emailField"
             field.objectName: "emailInput"
             label: qsTrId("trivex-app-field-email")
-            // What the attribute can hold: one address, in Latin letters.
+            // The attribute can hold one address, in Latin letters.
             flag: text && !/^[\w.!#$%&'*+\/=?^`{|}~-]+@[A-Za-z0-9]([A-Za-z0-9-]*[A-Za-z0-9])?(\.[A-Za-z0-9]([A-Za-z0-9-]*[A-Za-z0-9])?)*$/.test(text.trim())
                 || /^\.|\.\.|\.@/.test(text.trim()) ? qsTrId("trivex-app-field-email-flag") : ""
             Layout.fillWidth: true

@@ -61,7 +61,7 @@ QtObject {
     readonly property real iconSize: Math.round(fontSize * 1.3)
     readonly property int focusWidth: 2
 
-    /// What is written on what: text colour, ground, for the contrast check.
+    /// Pairs of text colour and background, for the contrast check.
     readonly property var pairs: [
         ["text on window", text, window], ["text on card", text, card],
         ["text on field", text, field],

@@ -5,7 +5,7 @@ import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
 
-/// Says for some seconds that something went well, without being in the way.
+/// Shows a success message for some seconds, without covering controls.
 Popup {
     id: toast
     property string text

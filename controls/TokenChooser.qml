@@ -6,10 +6,10 @@ import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
 
-/// Chooses a token among the locations that the key store model offers, and says how it is.
+/// Chooses a token among the locations that the key store model offers, and shows its state.
 ///
-/// The locations hold key stores of other programs too; those that are no token are left out, and
-/// the first token that is there is chosen.
+/// The locations include key stores of other programs. Those that are no tokens are left out, and
+/// the first token that is present is chosen.
 FillColumn {
     id: chooser
     property QtObject locations
@@ -24,7 +24,7 @@ FillColumn {
     spacing: 3
     Layout.preferredWidth: 100
 
-    /// Reads the locations anew; rows move when they are sorted, which their model tells nobody.
+    /// Reads the locations again, because sorting moves rows and their model announces no change.
     function refresh() {
         const kept = tokenName
         const found = []

@@ -6,10 +6,10 @@
 
 namespace Trivex {
 
-/// What pages need of the desktop, and QML does not give. A singleton in QML.
+/// Facts and services of the desktop that QML lacks. A singleton in QML.
 class Desktop : public QObject {
     Q_OBJECT
-    /// A family of fixed width that is installed, for serial numbers and key ids.
+    /// An installed font family of fixed width, for serial numbers and key ids.
     Q_PROPERTY(QString fixedFamily READ fixedFamily CONSTANT)
     /// True where the application can show widgets; a `QGuiApplication` can't.
     Q_PROPERTY(bool hasWidgets READ hasWidgets CONSTANT)

@@ -32,7 +32,7 @@ QString catalogueDirectory()
 void installTranslators(QQmlEngine *engine, const QString &directory)
 {
     installTranslator(engine)->load(QStringLiteral("trivex-qml-plugin_eng_en"), directory);
-    // Asked first, because it is installed last.
+    // Qt asks it first, because it is installed last.
     installTranslator(engine)->load(QLocale(), QStringLiteral("trivex-qml-plugin"),
                                     QStringLiteral("-"), directory);
 }

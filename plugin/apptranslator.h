@@ -13,9 +13,10 @@ public:
     explicit AppTranslator(QObject *parent = nullptr);
 };
 
-/// Where the catalogues are looked for: a setting of the build.
+/// The directory of the catalogues, a setting of the build.
 QString catalogueDirectory();
 
-/// Installs the English catalogue of `directory` and before it that of the default locale, for as
-/// long as `engine` lives. A missing catalogue is no error: its identifiers fall through.
+/// Installs the English catalogue of `directory`, and with precedence over it that of the default
+/// locale, for as long as `engine` lives. A missing catalogue is no error: its identifiers fall
+/// through.
 void installTranslators(QQmlEngine *engine, const QString &directory = catalogueDirectory());

@@ -24,7 +24,7 @@ void TrivexQmlPlugin::registerTypes(const char *uri)
 void TrivexQmlPlugin::initializeEngine(QQmlEngine *engine, const char *uri)
 {
     Q_UNUSED(uri)
-    // The plugin is made once, for all application objects that the process has.
+    // Qt makes the plugin once for all application objects of the process.
     Trivex::useQca();
     Trivex::keepQcaFor(engine);
     installTranslators(engine);

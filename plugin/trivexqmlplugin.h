@@ -4,8 +4,8 @@
 
 #include <QQmlExtensionPlugin>
 
-/// The entry point of the QML module. QCA is up from its first import to the end of the application
-/// object, and beyond while an engine lives.
+/// The entry point of the QML module. QCA is initialised from the first import until the
+/// application object ends, or longer while an engine lives.
 class TrivexQmlPlugin : public QQmlExtensionPlugin {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID QQmlExtensionInterface_iid)

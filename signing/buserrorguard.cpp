@@ -44,8 +44,8 @@ BusErrorGuard::Region *regionAt(std::uintptr_t address)
     return nullptr;
 }
 
-/// Puts zeros in place of the pages from `address` to the end of the region, all of which are
-/// behind the end of the file.
+/// Replaces the pages from `address` to the end of the region by zeros. All of them are behind the
+/// end of the file.
 bool replacePages(const BusErrorGuard::Region &region, std::uintptr_t address)
 {
     const std::uintptr_t page = address & ~(pageSize - 1);
@@ -55,7 +55,8 @@ bool replacePages(const BusErrorGuard::Region &region, std::uintptr_t address)
         == wanted;
 }
 
-/// A fault, and no signal that somebody sent: the instruction runs again when the handler returns.
+/// True for a fault, false for a signal that a process sent: after a fault the instruction runs
+/// again when the handler returns.
 bool isFault(const siginfo_t *info)
 {
     return info->si_code > 0;
@@ -71,7 +72,7 @@ void endByDefault()
     raise(SIGBUS);
 }
 
-/// The handler found, with the signals blocked that it asked for.
+/// Calls the earlier handler with the signals blocked that it asked for.
 void callHandler(const struct sigaction &action, int signal, siginfo_t *info, void *context)
 {
     sigset_t before;
@@ -95,19 +96,19 @@ bool isHandler(const struct sigaction &action)
         || (action.sa_handler != SIG_DFL && action.sa_handler != SIG_IGN);
 }
 
-/// As if we had never been there.
+/// Behaves as without our handler.
 void callPrevious(int signal, siginfo_t *info, void *context)
 {
     const struct sigaction action = previousAction;
     if (isHandler(action)) {
-        // One that wanted to be called once expects the default the next time.
+        // A handler that asked to be called once expects the default action the next time.
         if (action.sa_flags & int(SA_RESETHAND)) {
             previousAction = {};
             previousAction.sa_handler = SIG_DFL;
         }
         callHandler(action, signal, info, context);
     } else if (action.sa_handler == SIG_DFL || isFault(info)) {
-        // The system does not let anybody ignore a fault, either: it would come for ever.
+        // The system does not let a process ignore a fault either: it would repeat for ever.
         endByDefault();
     }
 }

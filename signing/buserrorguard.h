@@ -6,13 +6,13 @@
 
 namespace Trivex {
 
-/// Keeps the process alive when a mapped file is cut short by somebody else: touching a page
-/// behind the new end raises SIGBUS, which by default ends the process. While a guard lives, such
-/// an access within its range reads zeros instead, and the guard remembers it.
+/// Keeps the process alive when another process cuts a mapped file short: reading a page behind the
+/// new end raises SIGBUS, which by default ends the process. While a guard lives, such a read
+/// within its range gives zeros instead, and the guard remembers it.
 ///
-/// The first guard installs a process-wide SIGBUS handler, which passes on what no guard covers to
-/// the handler found, as the system would; where none was set, or where bus errors were ignored, a
-/// fault ends the process. Pages must be page-aligned at `begin`. Thread-safe.
+/// The first guard installs a process-wide SIGBUS handler. It passes signals that no guard covers
+/// on to the earlier handler, as the system would; if there was none, or if bus errors were
+/// ignored, a fault ends the process. `begin` must be page-aligned. Thread-safe.
 class BusErrorGuard {
 public:
     BusErrorGuard(const void *begin, std::size_t size);

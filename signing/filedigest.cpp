@@ -53,7 +53,7 @@ QByteArray bytesDigest(const QByteArray &bytes, const QString &type)
     if (!isDigestKnown(type))
         return {};
     QCA::Hash hash(type);
-    // In pieces: one update with 2 GiB or more gives the digest of nothing.
+    // In pieces: one update with 2 GiB or more would give the digest of no bytes.
     for (qint64 done = 0; done < bytes.size(); done += pieceSize) {
         const qint64 count = qMin(pieceSize, bytes.size() - done);
         hash.update(QByteArray::fromRawData(bytes.constData() + done, int(count)));

@@ -9,9 +9,9 @@
 
 namespace Trivex {
 
-/// The digest `type` (QCA's name, such as "sha256") of the first `size` bytes of `device`, which
-/// is rewound first. Read in pieces of 256 KiB: memory stays the same at any size, 4 GiB and more
-/// included. An empty array when QCA doesn't know the digest, or when fewer bytes are there.
+/// The digest `type` (QCA's name, such as "sha256") of the first `size` bytes of `device`, which is
+/// rewound first. Read in pieces of 256 KiB: memory stays the same at any size, 4 GiB and more
+/// included. An empty array when QCA doesn't know the digest, or when there are fewer bytes.
 QByteArray fileDigest(QIODevice *device, qint64 size, const QString &type);
 
 /// Several digests of the same bytes, in the order of `types`, with one pass over the device; as

@@ -17,7 +17,7 @@ KeptPin::KeptPin(const QCA::EventHandler *signer)
     : m_signer(signer)
 {
     connect(&m_monitor, &TokenMonitor::failed, this, [this](const TokenError &error) {
-        // Whatever operation it was typed for: what is kept may be the same.
+        // For any operation: the kept PIN may be the wrong one that was typed.
         if (error.kind == TokenError::WrongPin || error.kind == TokenError::PinLocked)
             forget();
     });

@@ -8,23 +8,23 @@
 
 namespace Trivex {
 
-/// The PIN that a signer keeps for its next questions, and what it may be used for: plain events of
-/// any provider, and questions of our own for a signature that the signer itself makes, with the
-/// token alone that it was first used with.
+/// The PIN that a signer keeps for its next questions. It answers plain events of any provider, and
+/// our own providers' questions for a signature that the signer itself makes, only with the token
+/// that it was first used with.
 ///
-/// Forgotten as soon as any token reports a wrong PIN, when its own token is taken out or has one
-/// try left. Lives on the signer's thread.
+/// It is forgotten as soon as any token reports a wrong PIN, and when its own token is taken out or
+/// has one try left. Lives on the signer's thread.
 class KeptPin : public QObject {
     Q_OBJECT
 public:
     /// `signer`: whose signatures may be answered; must outlive this object.
     explicit KeptPin(const QCA::EventHandler *signer);
 
-    /// Keeps a PIN that was given for nothing in particular: the first question decides.
+    /// Keeps a PIN that was given before any question; the first question decides its token.
     void keep(const QCA::SecureArray &pin);
-    /// Keeps the answer to that question, where it may be kept.
+    /// Keeps the answer to that question, if it may be kept.
     void keepAnswer(const std::optional<QuestionInfo> &question, const QCA::SecureArray &pin);
-    /// The PIN for that question, which is bound to it from here on; empty when a person has to be
+    /// The PIN for that question, bound to its token from here on; empty when a person has to be
     /// asked.
     QCA::SecureArray answerFor(const std::optional<QuestionInfo> &question);
     void forget();
@@ -37,7 +37,8 @@ private:
     const QCA::EventHandler *m_signer;
     TokenMonitor m_monitor;
     QCA::SecureArray m_pin;
-    /// The token that it was used with; an empty one when that was a plain event, none before.
+    /// The token that the PIN was used with: an empty one after a plain event, none before its
+    /// first use.
     std::optional<QString> m_keyStoreId;
 };
 

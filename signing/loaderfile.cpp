@@ -11,7 +11,7 @@
 
 #include <utility>
 
-/// What a load finds out, before any of it shows.
+/// The results of a load, before they are published.
 struct LoaderFile::Loaded {
     std::shared_ptr<Trivex::MappedFile> file;
     QString mimeType;
@@ -53,7 +53,7 @@ int LoaderFile::load(const QString &path, Loaded *loaded) const
     loaded->file = Trivex::MappedFile::open(path);
     if (!loaded->file)
         return ErrorNotOpenFile;
-    // By name and contents, those of the file that is held.
+    // By the name and contents of the held file.
     loaded->mimeType =
         QMimeDatabase().mimeTypeForFileNameAndData(path, loaded->file->device()).name();
     if (!availableMimeTypes().contains(loaded->mimeType))
@@ -77,7 +77,7 @@ void LoaderFile::accept(const QString &path, Loaded loaded)
     m_fileSize = m_file->size();
     m_rawData = m_file->bytes();
     m_fileHash = loaded.hash;
-    // Who signs looks at the file, too; its listeners have their turn after it.
+    // The signer checks the file too, so listeners are called after it.
     m_file->setChangeListener(
         [this] { QMetaObject::invokeMethod(this, &LoaderFile::checkFile, Qt::QueuedConnection); });
     watch();
@@ -129,7 +129,7 @@ bool LoaderFile::setState(int status, int error)
     const int load = m_loads;
     const bool isOtherStatus = std::exchange(m_status, status) != status;
     const bool isOtherError = std::exchange(m_error, error) != error;
-    // A failure tells its reason first.
+    // A failure announces its reason first.
     const bool errorFirst = status == Error;
     if (isOtherError && errorFirst)
         Q_EMIT errorChanged();
@@ -140,7 +140,7 @@ bool LoaderFile::setState(int status, int error)
     return self && m_loads == load;
 }
 
-/// Gives up the file with its mapping, but for what others still hold of its bytes.
+/// Gives up the file and its mapping, unless others still hold copies of its bytes.
 void LoaderFile::release()
 {
     m_watcher.reset();
@@ -157,7 +157,7 @@ void LoaderFile::watch()
         m_watcher = std::make_unique<QFileSystemWatcher>();
         connect(m_watcher.get(), &QFileSystemWatcher::fileChanged, this, &LoaderFile::checkFile);
     }
-    // A file that is renamed loses its watch.
+    // The watcher drops a file that is renamed.
     if (m_watcher->files().isEmpty())
         m_watcher->addPath(m_file->watchablePath());
 }

@@ -20,12 +20,12 @@ class MappedFile;
 ///         onStatusChanged: if (status === LoaderFile.Ready) console.log(fileName, fileHash)
 ///     }
 ///
-/// Setting `filePath` loads at once and returns when the digest is made (about a second for each
+/// Setting `filePath` loads the file and returns when the digest is made (about a second for each
 /// GiB). Read the other properties only while `status` is `Ready`: a failed load leaves them as
-/// they were, but for the bytes, which are given up.
+/// they were, except the bytes, which are given up.
 ///
-/// The loaded file is held, and watched: when it is changed, `status` becomes `Error`, with
-/// `ErrorNotLoadFile`, at the latest when its bytes are signed or verified, which fails then.
+/// The loaded file is held open and watched. When it changes, `status` becomes `Error`, with
+/// `ErrorNotLoadFile`, at the latest when its bytes are signed or verified; that fails then.
 /// Deleting, renaming or replacing it changes nothing. Lives on the GUI thread.
 class LoaderFile : public QObject {
     Q_OBJECT
@@ -51,8 +51,8 @@ class LoaderFile : public QObject {
     /// A load does not notify these two.
     Q_PROPERTY(bool isImage READ isImage NOTIFY isImageChanged)
     Q_PROPERTY(bool isPdf READ isPdf NOTIFY isPdfChanged)
-    /// The contents. Copies stay readable for as long as they exist, whatever becomes of this
-    /// object and of the file.
+    /// The contents. Copies stay readable for as long as they exist, even when this object or the
+    /// file is gone.
     Q_PROPERTY(QByteArray rawData READ rawData NOTIFY rawDataChanged)
 public:
     enum Status {

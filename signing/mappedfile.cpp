@@ -129,8 +129,8 @@ bool MappedFile::map()
     return true;
 }
 
-// Times of change are as coarse as the system's tick, and can be set back; so the contents have to
-// be the same as well, by a digest that nobody can forge where there is one.
+// Times of change are as coarse as the system's tick, and can be set back. So the contents have to
+// be the same too, compared by a digest that nobody can forge if there is one.
 QByteArray MappedFile::digest(const QString &type)
 {
     if (!isDigestKnown(type) || !isUnchanged())

@@ -28,7 +28,7 @@ void PinQuestions::putFirst()
     if (m_open.empty() || m_open.front().state != State::Waiting)
         return;
     m_open.front().state = State::Put;
-    // A copy: who is asked may reject at once.
+    // A copy, because the listener may reject at once.
     const auto info = m_open.front().info;
     Q_EMIT put(info);
 }
@@ -37,7 +37,7 @@ PinQuestions::Question PinQuestions::takeFirst()
 {
     const Question first = m_open.front();
     m_open.pop_front();
-    // Not here: whoever rejects twice in a row means one question.
+    // Not at once: two rejections in a row mean one question.
     QTimer::singleShot(0, this, &PinQuestions::putFirst);
     return first;
 }

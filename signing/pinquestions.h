@@ -9,18 +9,19 @@
 
 namespace Trivex {
 
-/// The questions for a PIN that wait for a person, in the order in which they came. One is put at a
-/// time; the next one follows, from the event loop, when that one has been answered, rejected or
-/// withdrawn. So an answer never reaches a question that the person has not been asked.
+/// The questions for a PIN that wait for a person, in the order in which they came. They are put
+/// one at a time: the next one follows, from the event loop, when the current one has been
+/// answered, rejected or withdrawn. So an answer never reaches a question that the person has not
+/// seen.
 class PinQuestions : public QObject {
     Q_OBJECT
 public:
-    /// `handler` was asked, and gives the answers; must outlive this object.
+    /// `handler` received the questions and gives the answers; must outlive this object.
     explicit PinQuestions(QCA::EventHandler *handler);
 
     bool isEmpty() const { return m_open.empty(); }
-    /// `info`: what is known of it when it comes from our own providers. Put at once when no other
-    /// question is open.
+    /// `info` describes a question of our own providers. The question is put at once when no other
+    /// one is open.
     void add(int id, const std::optional<QuestionInfo> &info);
     /// Answers the question that was put, in `AnswerDelay`. Ignored when none was, or while its
     /// answer is on its way.
@@ -32,7 +33,7 @@ public:
     static constexpr int AnswerDelay = 1000; // ms
 
 Q_SIGNALS:
-    /// A person has to be asked; `info` is that of the question.
+    /// A person has to be asked; `info` describes the question.
     void put(const std::optional<Trivex::QuestionInfo> &info);
     /// The question gets this answer now.
     void answered(const std::optional<Trivex::QuestionInfo> &info, const QCA::SecureArray &pin);

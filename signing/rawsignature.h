@@ -10,11 +10,11 @@
 
 namespace Trivex {
 
-/// What a signature of `data` is made over: the lower-case hexadecimal text of its SHA-256 digest.
-/// Empty when there is no SHA-256, or when `data` views a file that has been cut short since.
+/// The text that a signature of `data` covers: its SHA-256 digest in lower-case hexadecimal. Empty
+/// when there is no SHA-256, or when `data` views a file that has been cut short since.
 QByteArray signedText(const QByteArray &data);
 
-/// Whether `key` is of the one kind whose signatures these are, RSA. Asks no token, runs no event
+/// Whether `key` is RSA, the only kind that makes these signatures. Asks no token, runs no event
 /// loop.
 bool canSignRaw(const QCA::PKey &key);
 
@@ -26,7 +26,7 @@ QByteArray rawSignature(const QCA::PrivateKey &key, const QByteArray &text);
 bool isRawSignatureValid(const QCA::PrivateKey &key, const QByteArray &text,
                          const QByteArray &signature);
 
-/// The contents of the file, cut behind what any signature can have; nothing when it can't be
+/// The contents of the file, up to the size of the longest signature; nothing when it can't be
 /// opened.
 std::optional<QByteArray> readSignature(const QString &path);
 

@@ -248,7 +248,7 @@ void SignVerify::eventReady(int id, QCA::Event e)
 
 void SignVerify::askForPin(const std::optional<Trivex::QuestionInfo> &question)
 {
-    // Our own providers wait for as long as it takes; without anybody to ask that is for ever.
+    // Our own providers wait as long as it takes: for ever, if there is nobody to ask.
     if (question && !isSignalConnected(QMetaMethod::fromSignal(&SignVerify::getPin)))
         m_questions.reject();
     else

@@ -10,7 +10,7 @@ T.Drawer {
     id: control
     implicitWidth: contentWidth + leftPadding + rightPadding
     implicitHeight: contentHeight + topPadding + bottomPadding
-    // The position is moved by these alone: without them it stays outside of the window.
+    // Only these move the drawer: without them it stays outside of the window.
     enter: Transition { SmoothedAnimation { velocity: 5 } }
     exit: Transition { SmoothedAnimation { velocity: 5 } }
     background: Rectangle {

@@ -21,7 +21,7 @@ T.ProgressBar {
             width: control.indeterminate ? parent.width * 0.3 : control.visualPosition * parent.width
             radius: 3
             color: Theme.good
-            // A bar that stands still where nothing tells how far it is would look stuck.
+            // A still bar would look stuck while the progress is unknown.
             NumberAnimation on x {
                 running: control.indeterminate && control.visible
                 loops: Animation.Infinite

@@ -11,10 +11,10 @@ namespace {
 
 constexpr int MultiOctetTag = 0x1F;
 constexpr int LongLength = 0x80;
-/// The length of what ends with two octets of zero.
+/// The length of an element that ends with two octets of zero.
 constexpr int Indefinite = -2;
 constexpr int EndSize = 2;
-/// In octets of seven bits: what 64 bits hold, and what anybody needs.
+/// Octets of seven bits: as many as fit into 64 bits, and as many as any OID needs.
 constexpr int LargestNumber = 9;
 constexpr int LargestArc = 20;
 /// As deep as libcrypto goes.
@@ -32,7 +32,7 @@ int tagSize(Slice rest)
     return 0;
 }
 
-// Reads the length at `*position` and moves behind it; -1 when it does not fit, or `Indefinite`.
+// Reads the length at `*position` and moves behind it. -1 when it does not fit; `Indefinite`.
 int readLength(Slice rest, int *position)
 {
     if (*position >= rest.size)
@@ -54,8 +54,8 @@ int readLength(Slice rest, int *position)
     return int(length);
 }
 
-// The size of what stands before the end mark that belongs to `start`; -1 when there is none. In
-// one go, however deep the insides are nested.
+// The size of the content before the end mark that belongs to `start`; -1 when there is no end
+// mark. One pass, however deep the elements are nested.
 int sizeBeforeEnd(Slice rest, int start)
 {
     int position = start;
@@ -230,7 +230,7 @@ bool isOid(Slice content)
     int position = 0;
     while (position < content.size) {
         const Slice arc = takeArc(content, &position);
-        // One that begins with a zero could be written shorter, and would pass for another.
+        // An arc with a leading zero could be written shorter and would pass for another one.
         if (arc.isEmpty() || arc.at(0) == 0x80)
             return false;
     }

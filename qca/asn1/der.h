@@ -9,7 +9,7 @@
 
 namespace Trivex::Der {
 
-/// Tag numbers of X.690 as they stand in the first octet, constructed bit included.
+/// Tags of X.690 as the first octet holds them, constructed bit included.
 enum Tag : int {
     Boolean = 0x01,
     Integer = 0x02,
@@ -40,7 +40,7 @@ constexpr int context(int number, bool constructed = true)
     return (constructed ? 0xA0 : 0x80) | number;
 }
 
-/// A piece of somebody else's bytes.
+/// A view of bytes that somebody else owns.
 struct Slice {
     const char *data = nullptr;
     int size = 0;
@@ -65,9 +65,9 @@ struct Element {
     Slice whole; ///< with tag and length, and with the end mark of an indefinite length
 };
 
-/// Walks over the elements of a DER encoding (X.690). Never reads outside of its slice; what does
-/// not fit ends it. Lengths may be longer than needed or indefinite (X.690, 8.1.3.6), as libcrypto
-/// has them.
+/// Walks over the elements of a DER encoding (X.690). Never reads outside of its slice; an element
+/// that does not fit ends the walk. Lengths may be longer than needed or indefinite (X.690,
+/// 8.1.3.6), as libcrypto has them.
 class TRIVEX_QCA_EXPORT Reader {
 public:
     explicit Reader(Slice slice)
@@ -76,24 +76,24 @@ public:
     }
 
     bool atEnd() const { return m_rest.size == 0; }
-    /// The tag octet that comes next, or -1 at the end.
+    /// The next tag octet, or -1 at the end.
     int peek() const { return atEnd() ? -1 : m_rest.at(0); }
     Slice rest() const { return m_rest; }
 
-    /// Any element. False, and at the end, when the bytes are none.
+    /// Reads any element. When the bytes are no element it returns false and moves to the end.
     bool next(Element *element);
-    /// An element with that tag. False without moving when another one comes.
+    /// Reads an element with that tag. When another tag follows it returns false and does not move.
     bool next(int tag, Element *element);
-    /// The same, for those that need the content only.
+    /// The same, for callers that need only the content.
     bool next(int tag, Slice *content);
-    /// A SEQUENCE OF or SET OF, whose tag is given with its constructed bit and may come without:
-    /// libcrypto does not look at the bit there, so certificates with such lists are about.
+    /// Reads a SEQUENCE OF or SET OF. `tag` has the constructed bit, the encoding may lack it:
+    /// libcrypto does not check the bit there, so such certificates exist.
     bool nextList(int tag, Element *element);
     bool nextList(int tag, Slice *content);
-    /// A string type, whose tag is given for the form in one piece: a string in several pieces is
-    /// put together.
+    /// Reads a string. `tag` is that of the form in one piece; a string in several pieces is
+    /// joined.
     bool nextString(int tag, QByteArray *content);
-    /// Goes over an element that may be absent.
+    /// Skips an element that may be absent.
     void skip(int tag);
 
 private:
@@ -105,21 +105,21 @@ TRIVEX_QCA_EXPORT bool single(Slice slice, int tag, Slice *content);
 /// The same for a SEQUENCE OF or SET OF; see `Reader::nextList`.
 bool singleList(Slice slice, int tag, Slice *content);
 
-/// The octets of a string type (X.690, 8.14, 8.23): of a string in one piece a view, of one in
-/// several pieces a copy of them all. False for pieces that are none or are nested without end.
+/// The octets of a string type (X.690, 8.14, 8.23): a view of a string in one piece, a joined copy
+/// of one in several pieces. False when a piece is no string or the nesting is too deep.
 bool joinString(const Element &element, QByteArray *content);
 
-/// Whether the content is that of an OBJECT IDENTIFIER: whole arcs, none longer than needed.
+/// Whether this is the content of an OBJECT IDENTIFIER: whole arcs, none longer than needed.
 bool isOid(Slice content);
 
-/// Dotted form of an OBJECT IDENTIFIER's content; empty when it is none, or has an arc of more than
-/// 20 octets (those of UUIDs, X.667, have 19).
+/// Dotted form of an OBJECT IDENTIFIER's content. Empty for other content and for an arc of more
+/// than 20 octets (those of UUIDs, X.667, have 19).
 TRIVEX_QCA_EXPORT QByteArray oidText(Slice content);
 
-/// Whether the content is that of an INTEGER, in as few octets as it can be (X.690, 8.3.2).
+/// Whether this is the content of an INTEGER in its shortest form (X.690, 8.3.2).
 bool isInteger(Slice content);
 
-/// A small non-negative INTEGER; -1 for others.
+/// The value of a small non-negative INTEGER; -1 for others.
 int smallInteger(Slice content);
 
 /// The bits of a BIT STRING with whole octets; false when it has unused bits or none at all.

@@ -46,7 +46,7 @@ QByteArray writeOid(const QByteArray &dotted)
 
 QByteArray writeInteger(const QCA::BigInteger &number)
 {
-    // Two's complement of the least length is what QCA gives, too.
+    // QCA too gives two's complement of the least length.
     return write(Integer, number.toArray().toByteArray());
 }
 

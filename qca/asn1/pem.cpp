@@ -43,7 +43,7 @@ QByteArray withoutSpace(const QByteArray &body)
     return result;
 }
 
-// Behind the line break that follows `position`.
+// The position behind the next line break.
 int lineEnd(const QByteArray &text, int position)
 {
     while (position < text.size() && text.at(position) == '\r')
@@ -60,7 +60,7 @@ bool readBody(QByteArray body, PemBlock *block)
     return decoded && !block->data.isEmpty();
 }
 
-// The block that `text` begins with; its end is that of its last line's text.
+// The block at the beginning of `text`. Its end is where the text of its last line ends.
 bool readBlock(const QByteArray &text, PemBlock *block)
 {
     const int labelEnd = text.indexOf(Dashes, BeginSize);
@@ -86,8 +86,8 @@ QList<PemBlock> readPem(const QByteArray &text, int *broken)
         const int next = text.indexOf(Begin, position + BeginSize);
         const int limit = next < 0 ? text.size() : next;
         PemBlock block;
-        // What belongs to a block stands before the next one, so nobody looks behind that: each
-        // octet is looked at a few times, however many blocks begin.
+        // A block ends before the next one begins, so the search stops there: each octet is read
+        // only a few times, however many blocks begin.
         if (readBlock(QByteArray::fromRawData(text.constData() + position, limit - position),
                       &block)) {
             block.begin = position;

@@ -19,8 +19,8 @@ struct PemBlock {
     int end = 0; ///< behind its end, and the line's
 };
 
-/// All well-formed blocks of `text`, in order; text between them and broken ones are passed over.
-/// `*broken`, where given, counts the blocks that begin but are none.
+/// All well-formed blocks of `text`, in order. Text between blocks and broken blocks are skipped;
+/// `*broken`, if given, counts the broken ones.
 TRIVEX_QCA_EXPORT QList<PemBlock> readPem(const QByteArray &text, int *broken = nullptr);
 
 /// The data of the first block with one of `labels`; empty when there is none, and for a text of

@@ -22,7 +22,7 @@ QString decodeOctets(Der::Slice content)
     return text;
 }
 
-// Qt takes a mark of byte order away, which is a character like others here.
+// Qt would remove a byte order mark, which is an ordinary character here.
 QString decodeUtf8(Der::Slice content)
 {
     QString text = QString::fromUtf8(content.data, content.size);
@@ -53,7 +53,7 @@ QString decodeUniversal(Der::Slice content)
     return text;
 }
 
-// Reads `count` decimal digits and moves behind them; -1 when they aren't.
+// Reads `count` decimal digits and moves behind them; -1 for other characters.
 int takeNumber(Der::Slice content, int *position, int count)
 {
     int value = 0;
@@ -73,7 +73,7 @@ bool hasDigit(Der::Slice content, int position)
     return position < content.size && content.at(position) >= '0' && content.at(position) <= '9';
 }
 
-// Moves behind the fraction of a second, if there is one; false for one without digits.
+// Skips the fraction of a second, if there is one; false for a fraction without digits.
 bool skipFraction(Der::Slice content, int *position)
 {
     if (*position >= content.size || content.at(*position) != '.')
@@ -85,8 +85,8 @@ bool skipFraction(Der::Slice content, int *position)
     return hasDigits;
 }
 
-// The seconds by which the text is ahead of UTC; false for what is no zone. Without one it is the
-// time of a place that nobody knows.
+// The seconds by which the zone is ahead of UTC; false for anything else. A time without a zone is
+// local to an unknown place.
 bool takeOffset(Der::Slice content, int position, int *offset)
 {
     *offset = 0;
@@ -115,8 +115,8 @@ bool takeTime(Der::Slice content, bool mayHaveFraction, int *position, QTime *ti
     return time->isValid() && (!mayHaveFraction || !hasSecond || skipFraction(content, position));
 }
 
-// The tag of a string's type with its octets, whether it comes in one piece or in several; the
-// element's own tag for what can't be put together.
+// The tag of a string's type and its octets, in one piece or several; the element's own tag when
+// the pieces can't be joined.
 int typeOf(const Der::Element &element, QByteArray *octets)
 {
     const bool isWhole = element.tag > 0 && Der::joinString(element, octets);
@@ -169,12 +169,12 @@ QDateTime decodeTime(const Der::Element &element)
     const int day = takeNumber(content, &position, 2);
     QTime time;
     int offset = 0;
-    // Qt has dates before the year 1; a negative one here was no number.
+    // Qt has dates before the year 1, but a negative year here means that there was no number.
     const QDate date = year < 0 ? QDate() : QDate(year, month, day);
     if (!date.isValid() || !takeTime(content, !twoDigits, &position, &time)
         || !takeOffset(content, position, &offset))
         return {};
-    // In UTC it may be a year that has no four digits.
+    // In UTC the year may no longer have four digits.
     const QDateTime utc = QDateTime(date, time, Qt::UTC).addSecs(-offset);
     return utc.date().year() >= 1 && utc.date().year() <= LastYear ? utc : QDateTime();
 }

@@ -11,13 +11,13 @@ namespace Trivex {
 
 enum class WriteResult {
     Written,
-    Exists, ///< a file of that name is there and was not to be replaced
+    Exists, ///< the file exists and must not be replaced
     Failed,
 };
 
-/// Writes `content` to the file `path`, whole or not at all: to a hidden file ".trivex-*.part" in
-/// the same directory, flushed to the disk and then renamed. Killed at any point, it leaves the
-/// file that was there as it was; a part file that was left is removed by a later write.
+/// Writes `content` to the file `path`, whole or not at all: it writes a hidden file
+/// ".trivex-*.part" in the same directory, flushes it to the disk and renames it. If the process is
+/// killed, the old file stays as it was, and a later write removes the part file.
 TRIVEX_QCA_EXPORT WriteResult writeAtomically(const QString &path, const QByteArray &content,
                                               bool mayReplace);
 

@@ -6,26 +6,26 @@
 
 namespace Trivex {
 
-// How much of what strangers send is looked at. Below these bounds the work grows with the size of
-// the input; what is above them is refused before any work is done for it.
+// Limits on input from strangers. Below them the work grows with the size of the input; larger
+// input is refused before any work is done for it.
 
-/// Of a file, or of a text that stands for one, in bytes.
+/// Size of a file, or of a text in place of one, in bytes.
 constexpr int maxFileBytes = 16 * 1024 * 1024;
 
-/// Of one certificate or certification request in DER, in bytes.
+/// Size of one certificate or certification request in DER, in bytes.
 constexpr int maxCertificateBytes = 1024 * 1024;
 
-/// In one name: the attributes of a distinguished name, with the e-mail addresses of the
-/// alternative names, which QCA compares with one another.
+/// Number of attributes in one distinguished name, together with the e-mail addresses of the
+/// alternative names: QCA compares them with one another.
 constexpr int maxNameAttributes = 1000;
 
-/// Of one key derivation; for scrypt the product of its three parameters (RFC 7914, 2).
+/// Iterations of one key derivation; for scrypt the product of its three parameters (RFC 7914, 2).
 constexpr qint64 maxIterations = 10 * 1000 * 1000;
 
-/// Of all that opening a bundle takes: its check, its certificates and its key, each with the most.
+/// Iterations for a whole bundle: the most for each of its check, its certificates and its key.
 constexpr qint64 maxBundleIterations = 3 * maxIterations;
 
-/// Private keys of one bundle, which are tried until one has its certificate.
+/// Private keys of one bundle. They are tried until one has its certificate.
 constexpr int maxBundleKeys = 100;
 
 /// Certificates from an end entity to its root, both included.

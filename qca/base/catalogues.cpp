@@ -19,7 +19,7 @@ void installCatalogues(const QString &name, QObject *owner)
     english->setObjectName(name);
     if (english->load(name + QStringLiteral("_en"), directory))
         QCoreApplication::installTranslator(english);
-    // The one installed last is asked first.
+    // Qt asks the translator installed last first.
     auto *local = new QTranslator(owner);
     if (local->load(QLocale(), name, QStringLiteral("_"), directory))
         QCoreApplication::installTranslator(local);

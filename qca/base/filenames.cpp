@@ -10,7 +10,7 @@ namespace Trivex {
 
 namespace {
 
-/// What counts as the suffix of a name that is too long; a longer tail is text with a dot in it.
+/// The longest suffix that is kept when a name is cut; a longer tail is text with a dot in it.
 constexpr int maxSuffixBytes = 16;
 
 QString withoutUnsafe(const QString &name)

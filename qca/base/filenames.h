@@ -11,18 +11,18 @@ namespace Trivex {
 /// The most bytes that a file name may have, in UTF-8 (NAME_MAX of every usual file system).
 constexpr int maxFileNameBytes = 255;
 
-/// A file name that stays in its directory, made from text that strangers choose (the names in
-/// certificates and requests): path separators, control characters and the invisible marks that
-/// turn the writing direction become "_", a leading dot too. A name of more than
-/// `maxFileNameBytes` is cut between two characters, before its suffix. Everything else stays as
-/// it is; empty for an empty name.
+/// Makes a file name that stays in its directory from text that strangers choose (the names in
+/// certificates and requests). Path separators, control characters, the invisible marks that change
+/// the writing direction and a leading dot become "_". A name of more than `maxFileNameBytes` is
+/// cut between two characters, before its suffix. Everything else stays as it is. Empty for an
+/// empty name.
 TRIVEX_QCA_EXPORT QString safeFileName(const QString &name);
 
-/// `base` and `suffix` (which keeps its whole length) as one safe name: `base` is cut so far that
-/// both fit. For names that get a number at their end.
+/// `base` and `suffix` (which keeps its whole length) as one safe name: `base` is cut until both
+/// fit. For names that end in a number.
 TRIVEX_QCA_EXPORT QString safeFileName(const QString &base, const QString &suffix);
 
-/// The same for a base that may be missing: `standIn` takes the place of one without any text.
+/// The same, with `standIn` in place of a base without any text.
 TRIVEX_QCA_EXPORT QString safeFileName(const QString &base, const QString &suffix,
                                        const QString &standIn);
 

@@ -34,11 +34,11 @@ enum InfoType : int {
 /// which no certificate carries. Thread-safe; the returned object shares its data.
 TRIVEX_QCA_EXPORT QCA::CertificateInfoType infoType(int number);
 
-/// The dotted OID of attribute `number` where we name it ourselves (15 to 20), else empty.
+/// The dotted OID of attribute `number` if QCA has no name for it (15 to 20), else empty.
 TRIVEX_QCA_EXPORT QString infoOid(int number);
 
-/// The value that `info` holds for attribute `number`: where there are several, the one inserted
-/// last, as a plain map look-up gives it. Empty when absent.
+/// The value of attribute `number` in `info`, empty when absent. Of several values it is the one
+/// inserted last, as with a plain map look-up.
 TRIVEX_QCA_EXPORT QString infoValue(const QCA::CertificateInfo &info, int number);
 
 } // namespace Trivex

@@ -7,7 +7,7 @@
 namespace Trivex {
 
 /// Loads libcrypto's ciphers, digests, error texts and the configuration of the machine.
-/// Thread-safe; does nothing where that has been done.
+/// Thread-safe; later calls do nothing.
 TRIVEX_QCA_EXPORT void initialiseLibcrypto();
 
 } // namespace Trivex

@@ -12,7 +12,7 @@ namespace Trivex {
 
 namespace {
 
-/// The directory of the file that this code was loaded from, links followed; empty when unknown.
+/// The directory of the file that this code was loaded from, with links resolved; empty if unknown.
 QString libraryDirectory()
 {
     Dl_info info = {};

@@ -9,14 +9,14 @@
 
 namespace Trivex {
 
-/// The directory of the catalogue `file`, as an absolute path: the one that the build was
-/// configured with, where the file is there; else the one that lies in the same tree, built or
-/// installed, as the platform library, wherever that tree lies now; else the configured one all the
-/// same. Any thread.
+/// The directory of the catalogue `file`, as an absolute path: the directory that the build was
+/// configured with, if the file exists there; else the directory in the tree, built or installed,
+/// that the platform library was loaded from, if the file exists there; else the configured one.
+/// Any thread.
 TRIVEX_QCA_EXPORT QString catalogueDirectory(const QString &file);
 
-/// The directories in which the QCA providers of the same tree, built or installed, may lie, as
-/// absolute paths, the best first. Any thread.
+/// The directories that may hold the QCA providers of the platform library's own tree, built or
+/// installed, as absolute paths, the best first. Any thread.
 TRIVEX_QCA_EXPORT QStringList providerDirectories();
 
 } // namespace Trivex

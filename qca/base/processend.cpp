@@ -23,13 +23,13 @@ namespace Trivex {
 namespace {
 
 constexpr std::chrono::milliseconds FlushPatience{500};
-/// For the store thread, where operations have used up the rest.
+/// The wait for the store thread when operations have used up the rest.
 constexpr std::chrono::milliseconds LeastPatience{200};
-/// What of the patience is left for QCA's threads, when a module uses up the rest.
+/// The part of the wait that is kept for QCA's threads when a module uses up the rest.
 constexpr std::chrono::milliseconds StoreShare{300};
 constexpr size_t MostHooks = 8;
 
-// All of these are there before the first line of code runs and need no destruction.
+// All of these are initialised before any code runs and need no destruction.
 std::mutex hooksMutex;
 std::array<ProcessEnd::Hook, MostHooks> hooks{};
 size_t hookCount = 0;
@@ -37,7 +37,7 @@ std::atomic<pid_t> owner{0};
 std::atomic<bool> begun{false};
 std::atomic<bool> over{false};
 std::atomic<int> foreignCalls{0};
-/// QCA's threads do nothing any more.
+/// True when QCA's threads have stopped.
 std::atomic<bool> qcaRests{true};
 /// QCA's threads were at work when the end began, or when this child was forked.
 std::atomic<bool> qcaWorked{false};
@@ -47,12 +47,13 @@ bool isMainThread()
     return syscall(SYS_gettid) == getpid();
 }
 
-/// After the hooks: what waits for a token or a person in one of QCA's threads has ended with them.
+/// Runs after the hooks, which have ended every wait for a token or a person in QCA's threads.
 void stopQca(ProcessEnd::Deadline end)
 {
     const auto deadline = std::min(end, std::chrono::steady_clock::now() + StoreThread::Patience);
     qcaWorked = StoreThread::isKnown();
-    // On another thread the process ends without handlers, which they could disturb.
+    // On any other thread the process ends without handlers, because the threads could disturb
+    // them.
     const bool isQuiet = !isMainThread() || StoreThread::waitForOperations(deadline);
     qcaRests =
         StoreThread::hold(std::max(deadline, std::chrono::steady_clock::now() + LeastPatience))
@@ -102,7 +103,7 @@ bool mayGoOn()
     return foreignCalls == 0 && qcaRests && (isMainThread() || !qcaWorked);
 }
 
-/// QCA's end, in a handler of the host's, would wait for threads that only the parent has.
+/// If a handler of the host ended QCA, it would wait for threads that only the parent has.
 void endForkedChild(int status)
 {
     if (!StoreThread::isKnown())
@@ -127,8 +128,8 @@ void atExit(int status, void *)
     _exit(status);
 }
 
-/// No handlers and no static objects go, but no thread may be halfway through the start of a
-/// program.
+/// No handler runs and no static object is destroyed, but no thread may be halfway through starting
+/// a program.
 void atQuickExit()
 {
     if (!ProcessEnd::isForkedChild())
@@ -142,7 +143,7 @@ struct EndOfMainThread {
         if (!isWatched)
             return;
         runHooks();
-        // First of all handlers: some came later than ours, and a thread may use what they destroy.
+        // Before all handlers: some were added after ours, and a thread may use what they destroy.
         if (!mayGoOn())
             ProcessEnd::renew();
     }

@@ -17,8 +17,8 @@ TRIVEX_QCA_EXPORT QString gostProviderName(); ///< "qca-norvel-gost"
 /// initialisation; harmless when the provider is missing.
 TRIVEX_QCA_EXPORT void rankProviders();
 
-/// A provider object that its caller may delete: it forwards to `provider` as long as QCA has
-/// that loaded, and answers emptily afterwards. Null for null. QCA's own object stays QCA's.
+/// A provider object that its caller may delete. It forwards to `provider` as long as QCA has that
+/// loaded, and gives empty answers afterwards. Null for null. QCA keeps its own object.
 TRIVEX_QCA_EXPORT QCA::Provider *forwardingProvider(QCA::Provider *provider);
 
 } // namespace Trivex

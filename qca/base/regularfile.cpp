@@ -41,9 +41,9 @@ FileProblem read(const QString &path, QByteArray *contents)
 
 } // namespace
 
-// It is looked at before it is opened, because opening a device can do something, and again
-// afterwards, because it may be another by then; without blocking, because a pipe waits for its
-// other end.
+// The file is checked before opening, because opening a device can have effects, and again
+// afterwards, because the name may lead to another file by then. It is opened without blocking,
+// because a pipe would wait for its other end.
 int openRegularFile(const QString &path)
 {
     const QByteArray name = QFile::encodeName(path);

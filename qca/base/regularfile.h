@@ -11,8 +11,8 @@
 
 namespace Trivex {
 
-/// A descriptor of the regular file at `path`, open for reading, which the caller closes; -1 for
-/// whatever else is there. Never waits for the other end of a pipe, nor touches a device.
+/// A descriptor of the regular file at `path`, open for reading; the caller closes it. -1 for
+/// anything else. Never waits for the other end of a pipe, and never opens a device.
 TRIVEX_QCA_EXPORT int openRegularFile(const QString &path);
 
 enum class FileProblem {
@@ -21,12 +21,12 @@ enum class FileProblem {
     TooLarge, ///< more than `maxFileBytes`, which were not read
 };
 
-/// The contents of a file of at most `maxFileBytes`; `*problem`, where given, tells why not.
+/// The contents of a file of at most `maxFileBytes`. On failure `*problem`, if given, says why.
 TRIVEX_QCA_EXPORT std::optional<QByteArray> readRegularFile(const QString &path,
                                                             FileProblem *problem = nullptr);
 
-/// Writes `contents` to `path`, over a file that is there. False when not all of it has arrived,
-/// and for a pipe that nobody reads, which is not waited for.
+/// Writes `contents` to `path` and replaces what the file held. False when not all of it could be
+/// written. Does not wait for the reader of a pipe: false when there is none.
 TRIVEX_QCA_EXPORT bool writeFile(const QString &path, const QByteArray &contents);
 
 } // namespace Trivex

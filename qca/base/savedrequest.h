@@ -7,20 +7,20 @@
 
 namespace Trivex {
 
-/// What the object of a request offers to C++ beside the interface that QML sees: its setters only
-/// add values, and its file has no property. Found by `qobject_cast`. GUI thread.
+/// The C++ interface of a request object, found by `qobject_cast`. It adds what QML's interface
+/// lacks: the setters there only add values, and there is no property for the file. GUI thread.
 class SavedRequest {
 public:
     /// The whole path of the file last written or loaded; empty before.
     virtual QString requestFile() const = 0;
     /// The subject that the next save writes.
     virtual QCA::CertificateInfo requestInfo() const = 0;
-    /// Takes `info` in place of that subject.
+    /// Replaces that subject by `info`.
     virtual void setRequestInfo(const QCA::CertificateInfo &info) = 0;
     /// Goes back to the subject of the request as it was last made or loaded.
     virtual void restoreRequestInfo() = 0;
-    /// True when the key of the loaded request is there to sign it anew. Asks the tokens; an event
-    /// loop may run meanwhile.
+    /// True when the key of the loaded request is available to sign it again. Asks the tokens; an
+    /// event loop may run meanwhile.
     virtual bool hasRequestKey() const = 0;
 
 protected:

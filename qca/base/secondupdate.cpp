@@ -8,7 +8,7 @@ namespace Trivex {
 
 namespace {
 
-/// Long enough for the update before to have been seen.
+/// Long enough for models to have seen the first update.
 constexpr std::chrono::milliseconds Pause{150};
 
 } // namespace

@@ -8,9 +8,9 @@
 
 namespace Trivex {
 
-/// Announces `store` of `list` once more, a moment after the update that somebody is looking at
-/// now. A model that compares lists may keep a row that has gone until the next update, so there is
-/// a next one: docs/decisions/012. On the thread of `list`, which may go meanwhile.
+/// Announces `store` of `list` once more, a moment after the current update. A model that compares
+/// lists may keep a removed row until the next update, so this sends one: docs/decisions/012. Runs
+/// on the thread of `list`, which may be destroyed meanwhile.
 TRIVEX_QCA_EXPORT void announceAgain(QCA::KeyStoreListContext *list, int store);
 
 } // namespace Trivex

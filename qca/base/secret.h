@@ -16,8 +16,8 @@ namespace Trivex {
 
 /// Bytes that are wiped with their owner: a PIN, a decrypted text, the numbers of a private key.
 ///
-/// In plain memory, because a thread that a module holds may have it for longer than QCA lives, and
-/// `QCA::SecureArray` can't be touched once QCA has ended.
+/// In plain memory, because a thread inside a module may use it after QCA has ended, and
+/// `QCA::SecureArray` can't be touched then.
 class TRIVEX_QCA_EXPORT Secret {
 public:
     Secret() = default;
@@ -32,12 +32,12 @@ public:
     int size() const { return m_size; }
     char *data() { return m_bytes.get(); }
     const char *constData() const { return m_bytes.get(); }
-    /// Cuts it; never longer than it was made.
+    /// Shortens it; it never grows.
     void truncate(int size);
 
-    /// A copy that nobody wipes: for what is no secret after all.
+    /// A copy that nobody wipes, for bytes that are not secret.
     QByteArray toByteArray() const;
-    /// To be called while QCA lives.
+    /// Call it only while QCA lives.
     QCA::SecureArray toSecureArray() const;
 
 private:

@@ -24,19 +24,19 @@ namespace Trivex {
 namespace {
 
 constexpr std::chrono::milliseconds LookPause{1};
-/// A thread has the name of the one that started it before it gets its own: it is looked for again.
+/// A new thread has the name of its creator until it gets its own, so the search is repeated.
 constexpr std::chrono::milliseconds NamePause{3};
 /// QCA::KeyStoreOperation, as far as the kernel keeps names.
 constexpr char OperationName[] = "QCA::KeyStoreOp\n";
 
-// All of these are there before the first line of code runs and need no destruction.
+// All of these are initialised before any code runs and need no destruction.
 std::mutex mutex;
-/// Lives on the store thread while that is known.
+/// Lives on the store thread; null while that is not known.
 QObject *agent = nullptr;
 /// The same, for a forked child too, where the mutex may be held for ever.
 std::atomic<bool> known{false};
 bool isRoutineAdded = false;
-/// The process ends, and QCA does not end before it.
+/// True when the process is ending and QCA is kept from ending before it.
 std::atomic<bool> isHeld{false};
 
 bool isOperation(const char *task)
@@ -53,7 +53,7 @@ bool isOperation(const char *task)
         && std::memcmp(text.data(), OperationName, size_t(size)) == 0;
 }
 
-/// Hosts start operations through objects of QCA that nobody lists, but threads have names.
+/// Hosts start operations through objects that QCA does not list, but their threads have names.
 bool hasOperations()
 {
     const std::unique_ptr<DIR, int (*)(DIR *)> tasks(opendir("/proc/self/task"), &closedir);
@@ -72,7 +72,7 @@ void keepQca()
     QCA::init();
 }
 
-/// Before QCA ends with its application.
+/// Called before QCA ends with its application.
 void endWithApplication()
 {
     {
@@ -81,12 +81,12 @@ void endWithApplication()
     }
     if (!known || isHeld)
         return;
-    // What is not over by then would be waited for without an end.
+    // QCA would wait without end for an operation that is not over by then.
     if (!StoreThread::waitForOperations(std::chrono::steady_clock::now() + StoreThread::Patience))
         keepQca();
 }
 
-/// Says that the thread stands still, and does so.
+/// Reports that the thread stops, and stops it.
 void stand(const std::shared_ptr<std::atomic<bool>> &stands)
 {
     *stands = true;

@@ -8,30 +8,31 @@
 
 namespace Trivex {
 
-/// QCA's own thread of key stores and the short-lived ones that ask it, as the end of a process has
-/// to know them: QCA stops them when it ends, and nothing stops them when `exit` is called, which
-/// destroys what they use. See decision 018. Thread-safe.
+/// QCA's own thread of key stores and the short-lived threads that ask it. QCA stops them when it
+/// ends. When `exit` is called nothing stops them, although exit destroys what they use, so the end
+/// of the process has to. See decision 018. Thread-safe.
 class TRIVEX_QCA_EXPORT StoreThread {
 public:
     using Deadline = std::chrono::steady_clock::time_point;
 
-    /// What the end of the process, or of an application object, waits for these threads at most.
+    /// The longest that the end of the process, or of an application object, waits for these
+    /// threads.
     static constexpr std::chrono::milliseconds Patience{1000};
 
-    /// To be called on that thread: it is known from then on, until it ends. From then on QCA's
-    /// operations are waited for where an application object goes, before QCA ends with it: one
-    /// that QCA ends under waits for ever, and so does who deletes it.
+    /// Call it on that thread, which is known from then on until it ends. From then on the end of
+    /// an application object waits for QCA's operations before QCA ends with it: an operation that
+    /// is still running when QCA ends waits for ever, and so does whoever deletes it.
     static void note();
-    /// Whether it is known and runs.
+    /// Whether the store thread is known and runs.
     static bool isKnown();
 
-    /// Waits until no thread of QCA's asks the store thread for anything. False when one still does
-    /// at the deadline; true without a store thread.
+    /// Waits until no thread of QCA's is asking the store thread for anything. False when one still
+    /// is at the deadline; true without a store thread.
     static bool waitForOperations(Deadline deadline);
-    /// Stops the store thread for good where it is in nobody's code but ours, its event loop's: not
-    /// halfway through the start of a program, say, whose forked half would wait for the other for
-    /// ever. QCA is kept from ending, which would wait for the thread. At the end of the process,
-    /// once. False when the thread could not be reached until the deadline; true without one.
+    /// Stops the store thread for good while it runs its event loop, not in the middle of other
+    /// code: of starting a program, say, whose forked child would wait for ever. Also keeps QCA
+    /// from ending, which would wait for the thread. Call it once, at the end of the process. False
+    /// when the thread could not be reached before the deadline; true without one.
     static bool hold(Deadline deadline);
 };
 

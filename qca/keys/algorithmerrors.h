@@ -4,9 +4,9 @@
 
 namespace Trivex {
 
-/// Why a call of libcrypto's that decrypts by a password has failed: true when the way of
-/// encrypting is one that it does not have or can't read, so that no password would do. Empties
-/// this thread's queue of errors, which has to hold those of that call alone.
+/// Tells why libcrypto failed to decrypt with a password: true when it does not have or can't read
+/// the encryption scheme, so that no password would do. Empties this thread's error queue, which
+/// must hold only the errors of that call.
 bool isAlgorithmAtFault();
 
 /// The same for a check of integrity.

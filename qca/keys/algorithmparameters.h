@@ -22,7 +22,8 @@ inline int kindOf(const X509_ALGOR *algorithm)
     return OBJ_obj2nid(object);
 }
 
-/// The parameters of `algorithm` as the type that `item` describes; null when they are none.
+/// The parameters of `algorithm` as the type that `item` describes; null if they are of another
+/// type.
 template <class Parameters>
 Parameters parametersOf(const X509_ALGOR *algorithm, const ASN1_ITEM *item)
 {

@@ -17,13 +17,13 @@ QCA::BigInteger fromBigNum(const BIGNUM *number);
 /// The value of a key's parameter (an `OSSL_PKEY_PARAM_*` name); 0 when it has none.
 QCA::BigInteger keyNumber(const EVP_PKEY *key, const char *parameter);
 
-/// A parameter and its value, for a key to be made of.
+/// A parameter of a key to be made, and its value.
 struct KeyParameter {
     const char *name;
     QCA::BigInteger value;
 };
 
-/// A key of `type` ("RSA", "DSA", "DHX") from its numbers; null when they make none.
+/// A key of `type` ("RSA", "DSA", "DHX") from its numbers; null when they make no key.
 PKeyHandle keyFromNumbers(const char *type, const QList<KeyParameter> &numbers, bool isPrivate);
 
 } // namespace Trivex

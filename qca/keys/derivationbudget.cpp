@@ -11,7 +11,7 @@ namespace Trivex {
 
 namespace {
 
-/// More than every bound.
+/// Larger than every bound.
 constexpr qint64 Endless = maxBundleIterations + 1;
 
 qint64 numberOf(const ASN1_INTEGER *integer)
@@ -31,7 +31,7 @@ qint64 product(std::initializer_list<qint64> factors)
     return result;
 }
 
-// What can't be read costs nothing: libcrypto does not read it, either.
+// Unreadable parameters cost nothing: libcrypto does not read them either.
 qint64 workOfFunction(const X509_ALGOR *function)
 {
     switch (kindOf(function)) {
@@ -57,7 +57,7 @@ qint64 workOf(const X509_ALGOR *algorithm)
     if (!algorithm)
         return work;
     const int kind = kindOf(algorithm);
-    // Both describe a function and what is done with the key that it derives.
+    // Both describe a function that derives a key, and the use of that key.
     if (kind == NID_pbes2 || kind == NID_pbmac1) {
         const auto parameters = parametersOf<Pbes2>(algorithm, ASN1_ITEM_rptr(PBE2PARAM));
         work = parameters ? workOfFunction(parameters->keyfunc) : 0;

@@ -8,12 +8,12 @@
 
 namespace Trivex {
 
-/// The work of key derivation that one file may ask for, counted before it is done: two thousand
-/// octets can ask for hours.
+/// Limits the key derivation that one file may ask for. The work is counted before it is done: a
+/// file of two thousand octets can ask for hours.
 class DerivationBudget {
 public:
-    /// Takes what decrypting by `algorithm` (PKCS#5 or PKCS#12), or checking by PBMAC1, needs;
-    /// false when that is too much.
+    /// Takes the cost of decrypting with `algorithm` (PKCS#5 or PKCS#12) or of checking with
+    /// PBMAC1; false when that is too much.
     bool take(const X509_ALGOR *algorithm);
     /// The same for a number of iterations; null stands for one.
     bool take(const ASN1_INTEGER *iterations);

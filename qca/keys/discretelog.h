@@ -8,13 +8,13 @@
 
 namespace Trivex {
 
-// What DSA and Diffie-Hellman keys have in common. `type` is libcrypto's name, "DSA" or "DH".
+// Functions for DSA and Diffie-Hellman keys. `type` is libcrypto's name, "DSA" or "DH".
 
-/// A key from its numbers; `y` or `x` may be null. Null when they make none.
+/// A key from its numbers; `y` or `x` may be null. Null when the numbers make no key.
 PKeyHandle discreteLogKey(const char *type, const QCA::DLGroup &domain, const QCA::BigInteger *y,
                           const QCA::BigInteger *x);
 
-/// A new key pair on `domain`; null for a domain that does not do.
+/// A new key pair on `domain`; null for an unusable domain.
 PKeyHandle generateDiscreteLogKey(const char *type, const QCA::DLGroup &domain);
 
 /// The domain of a key; null for a null key.

@@ -26,7 +26,7 @@ int DsaKeyContext::partBits() const
 {
     if (m_operation.format() == QCA::DERSequence)
         return 0;
-    // Whole octets; two's complement may bring one more, and orders are a multiple of 32 bits.
+    // Whole octets; two's complement may add one, and orders are a multiple of 32 bits.
     return keyNumber(m_material.native(), OSSL_PKEY_PARAM_FFC_Q).toArray().size() * 8 / 32 * 32;
 }
 

@@ -13,7 +13,7 @@ ECContext::~ECContext() = default;
 
 QCA::PKey::Type ECContext::type() const
 {
-    // 3 fits the two bits of the enumeration, so this is a defined value, if a nameless one.
+    // 3 fits the two bits of the enumeration, so the value is defined, but has no name.
     return static_cast<QCA::PKey::Type>(3);
 }
 

@@ -10,8 +10,8 @@ struct evp_pkey_st;
 
 namespace Trivex {
 
-/// Keeps the native key where stock code looks for it in a foreign context: TLS and CMS take it
-/// from the first data member behind `QCA::PKeyBase`, whatever the kind of the key.
+/// Keeps the native key where stock code reads it in a foreign context: TLS and CMS read the first
+/// data member behind `QCA::PKeyBase`, for any kind of key.
 class TRIVEX_QCA_EXPORT NativeFirstKey : public QCA::PKeyBase {
     Q_OBJECT
 protected:
@@ -33,9 +33,8 @@ public:
     QCA::PKey::Type type() const override;
 
     /// Generates a private key on `curve` ("ec-secp384r1"; each context says what else it takes).
-    /// A name that is not known fails. With `block`
-    /// false it returns at once and `finished()` follows on the thread of this object; afterwards
-    /// `isNull()` tells whether it worked.
+    /// An unknown name fails. With `block` false it returns at once and `finished()` follows on the
+    /// thread of this object; afterwards `isNull()` tells whether it worked.
     virtual void createPrivate(const QString &curve, bool block) = 0;
 
 protected:

@@ -12,9 +12,9 @@ namespace Trivex {
 class KeyMaker;
 
 /// A key that is neither RSA, DSA nor DH: X9.62 curves, Ed25519 and its kin, GOST R 34.10 with or
-/// without an engine, and algorithms that nobody here knows, which have an encoding and a kind
-/// only. A signature is DER ECDSA-Sig-Value, or r and s side by side with `IEEE_1363`. Contexts for
-/// keys on tokens derive from it; see `KeyBase` for what they override.
+/// without an engine, and unknown algorithms, which have only an encoding and a kind. A signature
+/// is DER ECDSA-Sig-Value, or r and s side by side with `IEEE_1363`. Contexts for keys on tokens
+/// derive from it; see `KeyBase` for what they override.
 class TRIVEX_QCA_EXPORT EcKeyContext : public SigningKeyContext<ECContext> {
     Q_OBJECT
 public:

@@ -8,9 +8,9 @@
 
 namespace Trivex {
 
-/// What our own key contexts say beside QCA's interface. A key context of ours inherits this next
-/// to its QCA base; `dynamic_cast` from `QCA::PKeyBase` finds it across plugins, because its type
-/// information lives in the platform library only. Foreign contexts do not have it.
+/// The interface that our own key contexts have beside QCA's. Each inherits it next to its QCA
+/// base; `dynamic_cast` from `QCA::PKeyBase` finds it across plugins, because its type information
+/// lives in the platform library only. Foreign contexts do not have it.
 class TRIVEX_QCA_EXPORT ExtendedKey {
 public:
     virtual ~ExtendedKey();

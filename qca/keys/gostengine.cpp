@@ -15,7 +15,7 @@ namespace {
 
 bool load()
 {
-    // To try what happens without one.
+    // Lets tests run without an engine.
     if (qEnvironmentVariableIsSet("TRIVEX_NO_GOST_ENGINE"))
         return false;
     ENGINE_load_dynamic();

@@ -65,7 +65,7 @@ QByteArray newName(const QByteArray &curve)
     return curve;
 }
 
-// 1.2.643, the arc of Russia, at the place of the algorithm: tells all other keys quickly.
+// 1.2.643, the arc of Russia, at the place of the algorithm: a quick way to rule out other keys.
 bool mayBeGost(const QByteArray &publicInfo)
 {
     const int at = publicInfo.left(12).indexOf('\x06');
@@ -126,7 +126,7 @@ QByteArray GostPublicKey::digestToWrite(int keyType, const QByteArray &curve)
 {
     if (keyType == Gost2001Key)
         return QByteArray(Digest94);
-    // With the names of 2001 only.
+    // Only for the names of 2001.
     return keyType == Gost2012Key256 && curve.startsWith("1.2.643.2.2.") ? QByteArray(Digest256)
                                                                          : QByteArray();
 }

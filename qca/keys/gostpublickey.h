@@ -19,16 +19,16 @@ struct TRIVEX_QCA_EXPORT GostPublicKey {
     bool isValid() const { return keyType >= 0; }
     /// Invalid when the bytes are no GOST key.
     static GostPublicKey fromPublicInfo(const QByteArray &publicInfo);
-    /// DER SubjectPublicKeyInfo; the digest's parameters stand in it when they are set.
+    /// DER SubjectPublicKeyInfo; it includes the digest's parameters if they are set.
     QByteArray publicInfo() const;
     /// The OID of the digest where RFC 9215 wants it written, else empty.
     static QByteArray digestToWrite(int keyType, const QByteArray &curve);
 };
 
 /// A form of `publicInfo` (DER SubjectPublicKeyInfo) that is equal for equal keys: one GOST key has
-/// several encodings, because its digest may be left out and some curves have two OIDs. It counts
-/// a 256 bit key of 2001 and of 2012 as the same, which it is. Keys of all other kinds are compared
-/// as they stand; the bytes are not copied then.
+/// several encodings, because its digest may be left out and some curves have two OIDs. It counts a
+/// 256 bit key of 2001 and of 2012 as the same, which it is. Other keys are returned as they are,
+/// without a copy of the bytes.
 TRIVEX_QCA_EXPORT QByteArray comparablePublicInfo(const QByteArray &publicInfo);
 
 } // namespace Trivex

@@ -13,7 +13,7 @@ inline KeyMaterial onlyOf(int keyType, KeyMaterial material)
     return material.keyType() == keyType ? std::move(material) : KeyMaterial();
 }
 
-/// What our key contexts have in common, on top of the QCA class of their kind.
+/// The common part of our key contexts, on top of the QCA class of their kind.
 ///
 /// Signing ends in `signBlock` for every kind and path: a context for a key on a token overrides
 /// that, `isPrivate`, `canExport`, `convertToPublic` and `clone`, holds the public half here, and

@@ -10,10 +10,9 @@
 
 namespace Trivex {
 
-/// What a key context holds: the native key where libcrypto can make one, and always the encoded
-/// form, so that a key whose algorithm nobody here knows still has a kind, a size and bytes.
-/// Copies share the native key. Nothing of it is QCA's memory: threads that outlive QCA may hold
-/// it.
+/// The contents of a key context: the native key if libcrypto can make one, and always the encoded
+/// form, so that a key of an unknown algorithm still has a kind, a size and bytes. Copies share the
+/// native key. None of it is QCA's memory: threads that outlive QCA may hold it.
 class TRIVEX_QCA_EXPORT KeyMaterial {
 public:
     KeyMaterial() = default;
@@ -21,7 +20,7 @@ public:
     KeyMaterial(KeyMaterial &&other) noexcept = default;
     KeyMaterial &operator=(KeyMaterial other) noexcept;
 
-    /// Takes `key`; `isPrivate` tells whether it is to be used as a private key.
+    /// Takes ownership of `key`; `isPrivate` says whether it is used as a private key.
     static KeyMaterial fromNative(PKeyHandle key, bool isPrivate);
     /// From DER SubjectPublicKeyInfo (RFC 5280, 4.1); null when the bytes are not one.
     static KeyMaterial fromPublicInfo(const QByteArray &spki);
@@ -36,19 +35,20 @@ public:
     int bits() const { return m_bits; }
     /// Null for an algorithm that libcrypto can't handle here (GOST without an engine, say).
     EVP_PKEY *native() const { return m_native.get(); }
-    /// DER SubjectPublicKeyInfo; empty when only an unknown private form is there.
+    /// DER SubjectPublicKeyInfo; empty when there is only an unknown private form.
     const QByteArray &publicInfo() const { return m_publicInfo; }
     /// DER PrivateKeyInfo, unencrypted; empty for a public key and for one that can't be written.
     Secret privateInfo() const;
 
-    /// Completes a private key that nobody here understands with the public half that came with it;
-    /// one that is known stays. Bytes of another kind of key change nothing.
+    /// Adds the public half that came with a private key of an unknown algorithm. Changes nothing
+    /// if the public half is known already or `publicInfo` is another kind of key.
     void setPublicInfo(const QByteArray &spki);
     /// Forgets the private half.
     void makePublic();
 
 private:
-    // First, and a plain pointer in memory: stock code reads the key of a foreign context there.
+    // The first member, and a plain pointer in memory: stock code reads the key of a foreign
+    // context there.
     PKeyHandle m_native;
     QByteArray m_publicInfo;
     Secret m_opaquePrivate;
@@ -57,7 +57,7 @@ private:
     bool m_isPrivate = false;
 };
 
-/// The `Trivex::KeyType` of an algorithm OID in dotted form; `OtherKey` for all that have none.
+/// The `Trivex::KeyType` of an algorithm OID in dotted form; `OtherKey` for all others.
 TRIVEX_QCA_EXPORT int keyTypeOfAlgorithm(const QByteArray &oid);
 
 } // namespace Trivex

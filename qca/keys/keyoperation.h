@@ -12,7 +12,7 @@
 namespace Trivex {
 
 /// libcrypto's name of the digest in `algorithm`, such as "SHA256"; empty for `EMSA3_Raw` and for
-/// what is unknown. Takes an int, because 11 to 15 are ours and not QCA's.
+/// unknown numbers. Takes an int, because 11 to 15 are ours and not QCA's.
 TRIVEX_QCA_EXPORT QByteArray digestOf(int algorithm);
 
 /// DER DigestInfo (RFC 8017, 9.2) around `digest`; empty for a digest without an OID.
@@ -22,8 +22,8 @@ TRIVEX_QCA_EXPORT QByteArray digestInfo(const QByteArray &digestName, const QByt
 TRIVEX_QCA_EXPORT QByteArray digestOfMessage(const QByteArray &digestName,
                                              const QByteArray &message);
 
-/// The data of a running signature or verification: digested as it comes, or collected where the
-/// algorithm takes it whole.
+/// The data of a running signature or verification: digested as it comes, or collected if the
+/// algorithm needs it whole.
 class TRIVEX_QCA_EXPORT KeyOperation {
 public:
     enum Mode { Idle, Signing, Verifying };
@@ -37,8 +37,8 @@ public:
     void start(Mode mode, const QByteArray &digestName, QCA::SignatureFormat format);
     void fail();
     void update(const QCA::MemoryRegion &data);
-    /// Ends the operation. The digest, or the collected data. False when it failed or was never
-    /// started in that mode.
+    /// Ends the operation and gives the digest or the collected data. False when it failed or was
+    /// never started in that mode.
     bool finish(Mode mode, QByteArray *data);
 
     /// Of the operation that runs or has just ended.

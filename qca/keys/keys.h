@@ -12,8 +12,7 @@ namespace Trivex {
 /// The kind of `key`; `UnknownKey` for a null key. Safe for the keys of any provider.
 TRIVEX_QCA_EXPORT int keyType(const QCA::PKey &key);
 
-/// What a key of kind `type` is called, in every language; empty for kinds that have no text of
-/// ours.
+/// The name of keys of kind `type`, the same in every language; empty for kinds that we don't name.
 TRIVEX_QCA_EXPORT QString keyTypeName(int type);
 
 /// DER SubjectPublicKeyInfo (RFC 5280, 4.1) of `key`; empty for a null key or one whose provider

@@ -6,10 +6,10 @@
 
 namespace Trivex {
 
-/// A libcrypto library context with the default and the legacy provider, in which files that were
-/// encrypted by RC2, 40-bit ciphers or 3DES can be read. The process's own context stays as its
-/// owner configured it. Never null; without the legacy provider installed it has the default one
-/// only. Thread-safe.
+/// A libcrypto library context with the default and the legacy provider. It reads files encrypted
+/// with RC2, 40-bit ciphers or 3DES, and leaves the process's own context as its owner configured
+/// it. Never null; it has only the default provider if the legacy one is not installed.
+/// Thread-safe.
 OSSL_LIB_CTX *legacyLibrary();
 
 } // namespace Trivex

@@ -25,7 +25,7 @@ bool setPadding(EVP_PKEY *key, EVP_PKEY_CTX *context)
         || EVP_PKEY_CTX_set_rsa_padding(context, RSA_PKCS1_PADDING) == 1;
 }
 
-// Takes the result of a call that gave `size` octets of `buffer`.
+// Stores the result of a call that wrote `size` octets to `buffer`.
 bool give(bool good, QByteArray &buffer, size_t size, QByteArray *result)
 {
     ERR_clear_error();

@@ -9,15 +9,15 @@
 
 namespace Trivex {
 
-// The operations of libcrypto on one block, with the key alone: nothing is digested here. All
-// give false for a null key, and leave libcrypto's error queue empty.
+// The operations of libcrypto on one block, without digesting. All give false for a null key, and
+// leave libcrypto's error queue empty.
 
-/// RSA pads by PKCS#1 v1.5 type 1; the signatures of the others come as libcrypto has them (DER
-/// for DSA and ECDSA).
+/// RSA pads by PKCS#1 v1.5 type 1; other signatures are in libcrypto's form (DER for DSA and
+/// ECDSA).
 bool signNative(EVP_PKEY *key, const QByteArray &block, QByteArray *signature);
 bool verifyNative(EVP_PKEY *key, const QByteArray &block, const QByteArray &signature);
 
-/// For keys that take the message whole (Ed25519, Ed448).
+/// For keys that need the whole message (Ed25519, Ed448).
 bool signMessageNative(EVP_PKEY *key, const QByteArray &message, QByteArray *signature);
 bool verifyMessageNative(EVP_PKEY *key, const QByteArray &message, const QByteArray &signature);
 

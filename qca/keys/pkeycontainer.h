@@ -11,9 +11,10 @@ namespace Trivex {
 class TRIVEX_QCA_EXPORT PKeyContainer : public QCA::PKeyContext {
     Q_OBJECT
 public:
-    /// Takes `key`, which may be null.
+    /// Takes ownership of `key`, which may be null.
     explicit PKeyContainer(QCA::Provider *provider, QCA::PKeyBase *key = nullptr);
-    /// The same, naming another provider than the keys that it makes; see `softwareKeyProvider`.
+    /// The same, but the container names another provider than its keys do; see
+    /// `softwareKeyProvider`.
     PKeyContainer(QCA::Provider *provider, QCA::Provider *keyProvider, QCA::PKeyBase *key);
     ~PKeyContainer() override;
 
@@ -46,28 +47,29 @@ private:
     PKeyContainer(const PKeyContainer &other);
     QCA::ConvertResult take(KeyMaterial material);
 
-    // First, and a plain pointer: stock code reads the key of a foreign container there.
+    // The first member, and a plain pointer: stock code reads the key of a foreign container there.
     QCA::PKeyBase *m_key;
     QCA::Provider *m_keyProvider;
 };
 
-/// The provider that the containers of software keys name: the stock one where it is loaded, else
-/// `own`. Stock TLS and CMS take a key of another provider for one that has no bytes, wrap it so
-/// that it can't sign, and crash when it has to (QCA 2.3); a key of their own they read by its
-/// layout, which ours has. The key inside still names its true provider.
+/// The provider that the containers of software keys name: the stock one if it is loaded, else
+/// `own`. Stock TLS and CMS treat a key of another provider as one without bytes, wrap it so that
+/// it can't sign, and crash when it has to (QCA 2.3). They read their own keys by the layout, and
+/// ours have the same layout. The key inside still names its true provider.
 TRIVEX_QCA_EXPORT QCA::Provider *softwareKeyProvider(QCA::Provider *own);
 
 /// The context for `material`: RSA, DSA and DH by their QCA class, all other kinds as
 /// `EcKeyContext`. Null for null material. The caller owns it.
 TRIVEX_QCA_EXPORT QCA::PKeyBase *makeKeyContext(KeyMaterial material, QCA::Provider *provider);
 
-/// The same for the public key in DER SubjectPublicKeyInfo. Algorithms that nobody here knows give
-/// a context with `keyType()` `OtherKey`, its encoding, and 0 bits; null for bytes that are none.
+/// The same for the public key in DER SubjectPublicKeyInfo. An unknown algorithm gives a context
+/// with `keyType()` `OtherKey`, its encoding, and 0 bits. Null when the bytes are no key.
 TRIVEX_QCA_EXPORT QCA::PKeyBase *makePublicKeyContext(const QByteArray &spki,
                                                       QCA::Provider *provider);
 
-/// What a context of any provider holds: ours directly, foreign ones through their encodings, never
-/// by a cast to a class that is not known. Null when that can't be had (a token's private key).
+/// The material of a context of any provider: read directly from ours, through the encodings from
+/// foreign ones, never by a cast to an unknown class. Null when it is not available (a token's
+/// private key).
 TRIVEX_QCA_EXPORT KeyMaterial materialOf(const QCA::PKeyBase *key);
 
 } // namespace Trivex

@@ -90,7 +90,7 @@ int givePassphrase(char *buffer, int size, int, void *text)
     return count;
 }
 
-// What the headers of RFC 1421 encrypt.
+// Decrypts the data that the headers of RFC 1421 describe.
 QCA::ConvertResult decryptBlock(QByteArray header, QCA::SecureArray *data,
                                 const QCA::SecureArray &passphrase)
 {
@@ -142,7 +142,7 @@ QCA::ConvertResult readBlock(const Block &block, const QCA::SecureArray &passphr
     return readPrivateKey(data, passphrase, material);
 }
 
-// The text that begins with a block; nothing when it is no private key's, or has no end.
+// The text from the beginning of a block on; nothing when it is no private key's, or has no end.
 std::optional<QCA::ConvertResult> readPemBlock(QByteArray *text, const QCA::SecureArray &passphrase,
                                                KeyMaterial *material)
 {
@@ -152,7 +152,7 @@ std::optional<QCA::ConvertResult> readPemBlock(QByteArray *text, const QCA::Secu
         return std::nullopt;
     if (!text->contains('\n'))
         text->replace('\r', '\n');
-    // What goes on behind the end in its line.
+    // Text that follows the end in the same line.
     const int end = text->indexOf(Dashes, qMax(labelEnd, text->indexOf(End)) + int(qstrlen(End)));
     const int behind = end + int(qstrlen(Dashes));
     if (end >= 0 && behind < text->size())
@@ -201,7 +201,7 @@ QCA::ConvertResult readPrivateKeyPem(const QString &pem, const QCA::SecureArray 
     int position = text.indexOf(Begin);
     while (position >= 0 && !result) {
         const int next = text.indexOf(Begin, position + 1);
-        // What belongs to a block stands before the next one.
+        // A block ends before the next one begins.
         QByteArray block = text.mid(position, next < 0 ? -1 : next - position);
         result = readPemBlock(&block, passphrase, material);
         block.fill(0);

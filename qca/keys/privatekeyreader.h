@@ -6,9 +6,9 @@
 
 namespace Trivex {
 
-/// Reads a private key in any form that is in use: PrivateKeyInfo, EncryptedPrivateKeyInfo
-/// (RFC 5958), and the older forms of RSA, DSA and EC keys; encrypted by old ciphers too.
-/// `ErrorPassphrase` when the passphrase is missing or wrong.
+/// Reads a private key in any common form: PrivateKeyInfo, EncryptedPrivateKeyInfo (RFC 5958), and
+/// the older forms of RSA, DSA and EC keys; encrypted by old ciphers too. `ErrorPassphrase` when
+/// the passphrase is missing or wrong.
 QCA::ConvertResult readPrivateKey(const QCA::SecureArray &der, const QCA::SecureArray &passphrase,
                                   KeyMaterial *material);
 

@@ -49,8 +49,8 @@ QCA::SecureArray crypt(EVP_PKEY_CTX *context, Crypt function, const QCA::SecureA
     return out;
 }
 
-// The factors and what follows from them (RFC 8017, 3.2): libcrypto does not compute it, and an
-// encoded key must have it.
+// The factors and the numbers derived from them (RFC 8017, 3.2): libcrypto does not compute them,
+// and an encoded key must have them.
 QList<KeyParameter> factorParameters(const QCA::BigInteger &p, const QCA::BigInteger &q,
                                      const QCA::BigInteger &d)
 {
@@ -114,7 +114,7 @@ void RsaKeyContext::createPrivate(const QCA::BigInteger &n, const QCA::BigIntege
 {
     QList<KeyParameter> numbers = {
         {OSSL_PKEY_PARAM_RSA_N, n}, {OSSL_PKEY_PARAM_RSA_E, e}, {OSSL_PKEY_PARAM_RSA_D, d}};
-    // Without its factors a key works, if slower.
+    // A key works without its factors, but slower.
     if (p != QCA::BigInteger(0) && q != QCA::BigInteger(0))
         numbers += factorParameters(p, q, d);
     m_material = KeyMaterial::fromNative(keyFromNumbers("RSA", numbers, true), true);

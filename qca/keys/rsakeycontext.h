@@ -25,8 +25,8 @@ public:
     int keyType() const override { return m_material.keyType(); }
     QByteArray subjectPublicKeyInfo() const override { return m_material.publicInfo(); }
 
-    /// Generates in software. With `block` false in a thread, and `finished()` follows on the
-    /// thread of this object. Null afterwards if it failed.
+    /// Generates in software. With `block` false it works in a thread, and `finished()` follows on
+    /// the thread of this object. The context is null afterwards if it failed.
     void createPrivate(int bits, int exponent, bool block) override;
     void createPrivate(const QCA::BigInteger &n, const QCA::BigInteger &e, const QCA::BigInteger &p,
                        const QCA::BigInteger &q, const QCA::BigInteger &d) override;
@@ -34,7 +34,7 @@ public:
 
     QCA::BigInteger n() const override;
     QCA::BigInteger e() const override;
-    /// 0 for a public key, and so are `q` and `d`.
+    /// 0 for a public key; so are `q` and `d`.
     QCA::BigInteger p() const override;
     QCA::BigInteger q() const override;
     QCA::BigInteger d() const override;

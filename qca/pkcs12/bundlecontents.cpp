@@ -35,7 +35,7 @@ int OwnCertificates::find(const BundleKey &key)
             return *found;
     }
     // A key whose encoding differs from its certificate's (curve by name or by numbers), or one
-    // whose public key nobody here can tell.
+    // whose public key is unknown here.
     const QList<int> candidates = m_byLocalId.value(key.localId);
     for (const int candidate : candidates) {
         if (++m_checks > maxIssuerChecks)

@@ -23,13 +23,13 @@ struct BundleCertificate {
     QByteArray localId;
 };
 
-/// Looks for the certificate of a key, however many there are of both.
+/// Finds the certificate of a key, fast for any number of both.
 class OwnCertificates {
 public:
     explicit OwnCertificates(const QList<BundleCertificate> &certificates);
 
-    /// The place of the certificate with the public key of `key`; -1 for none. An identifier that
-    /// both have in common says nothing where the public keys tell.
+    /// The index of the certificate with the public key of `key`; -1 for none. A common identifier
+    /// counts only when the public keys can't be compared.
     int find(const BundleKey &key);
 
 private:

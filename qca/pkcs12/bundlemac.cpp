@@ -13,7 +13,7 @@ namespace Trivex {
 
 namespace {
 
-// The digest of an HMAC, which names a pseudo-random function as well; null for one that is none.
+// The digest of an HMAC, whose OID also names a pseudo-random function; null for other OIDs.
 const EVP_MD *digestOf(const X509_ALGOR *hmac)
 {
     int digest = NID_undef;
@@ -22,7 +22,8 @@ const EVP_MD *digestOf(const X509_ALGOR *hmac)
     return EVP_get_digestbynid(digest);
 }
 
-// What the check is made of: the content of the OCTET STRING in the ContentInfo (RFC 7292, 4).
+// The bytes that the check covers: the content of the OCTET STRING in the ContentInfo (RFC 7292,
+// 4).
 bool findContent(const QByteArray &der, QByteArray *content)
 {
     Der::Slice bundle;
@@ -40,7 +41,7 @@ bool findContent(const QByteArray &der, QByteArray *content)
         && Der::Reader(wrapped).nextString(Der::OctetString, content);
 }
 
-// The key by PBKDF2, which alone may make it; empty where it is described as no key can be.
+// The key by PBKDF2, the only function that is allowed here; empty when its description is invalid.
 Secret deriveKey(const X509_ALGOR *function, const Secret &password)
 {
     const auto parameters = parametersOf<Pbkdf2>(function, ASN1_ITEM_rptr(PBKDF2PARAM));
@@ -87,7 +88,7 @@ MacResult BundleMac::check(PKCS12 *bundle, const QList<BundlePassword> &forms,
     if (!isPresent())
         return MacResult::Absent;
     if (isPbmac1()) {
-        // UTF-8 and nothing else.
+        // Only UTF-8.
         const auto isRight = checkPbmac1(forms.first().value);
         return !isRight ? MacResult::Unknown : *isRight ? MacResult::Fits : MacResult::Wrong;
     }
@@ -104,7 +105,7 @@ MacResult BundleMac::check(PKCS12 *bundle, const QList<BundlePassword> &forms,
 
 std::optional<bool> BundleMac::checkPbmac1(const Secret &password) const
 {
-    // The same structure: a function that derives a key, and what is done with it.
+    // The same structure: a function that derives a key, and the use of that key.
     const auto parameters = parametersOf<Pbes2>(m_algorithm, ASN1_ITEM_rptr(PBE2PARAM));
     QByteArray content;
     if (!parameters || !findContent(m_der, &content))

@@ -12,23 +12,24 @@
 namespace Trivex {
 
 enum class MacResult {
-    Absent, ///< there is none; whoever decrypts will see
+    Absent, ///< there is none; decryption will tell
     Fits,
-    Wrong, ///< by none of the forms of the password
-    Unknown, ///< made in a way that nobody here has
+    Wrong, ///< no form of the password fits
+    Unknown, ///< made by an unsupported method
 };
 
 /// The integrity check of a bundle: that of PKCS#12 (RFC 7292, 4), or PBMAC1 (RFC 9579), which
-/// libcrypto knows since 3.4 alone.
+/// libcrypto itself has only since 3.4.
 class BundleMac {
 public:
     /// Both have to live as long as this object.
     BundleMac(const QByteArray &der, const PKCS12 *bundle);
 
     bool isPresent() const { return m_digest != nullptr; }
-    /// Takes what checking one form of a password needs; false when that is too much.
+    /// Takes from the budget what checking one form of a password costs; false when that is too
+    /// much.
     bool takeWork(DerivationBudget *budget) const;
-    /// Looks for the form of the password that fits.
+    /// Finds the form of the password that fits.
     MacResult check(PKCS12 *bundle, const QList<BundlePassword> &forms,
                     BundlePassword *fitting) const;
 

@@ -16,7 +16,8 @@ bool isAscii(const Secret &text)
                        [](char c) { return uchar(c) < 0x80; });
 }
 
-// libcrypto turns UTF-8 into UTF-16: so text with one character an octet gives octets widened.
+// libcrypto turns UTF-8 into UTF-16, so a text with one character for each octet gives widened
+// octets.
 Secret widened(const QByteArray &octets)
 {
     Secret result(2 * octets.size());

@@ -22,8 +22,8 @@ struct BundlePassword {
     int size() const { return isNull ? 0 : value.size(); }
 };
 
-/// The forms of `password` (UTF-8) that programs have used to make keys of it: as it should be
-/// (UTF-16), and with its octets in UTF-8 or a Cyrillic code page widened one by one.
+/// The forms of `password` (UTF-8) from which programs have derived keys: UTF-16, as the standard
+/// has it, and the octets of UTF-8 or of a Cyrillic code page widened one by one.
 QList<BundlePassword> passwordForms(const Secret &password);
 
 } // namespace Trivex

@@ -40,7 +40,7 @@ struct FreeBags {
 };
 using Bags = std::unique_ptr<STACK_OF(PKCS12_SAFEBAG), FreeBags>;
 
-// What was found in a bundle, and whether something in it could not be opened.
+// The contents of a bundle, and whether some of it could not be opened.
 struct Contents {
     std::vector<Bags> bags;
     std::vector<PKCS12_SAFEBAG *> keys; // in `bags`
@@ -125,7 +125,7 @@ Pkcs8Handle openShrouded(PKCS12_SAFEBAG *bag, const BundlePassword &password, Co
     return info;
 }
 
-// Null for one that is locked or that nobody can use.
+// Null for a key that is locked or unusable.
 KeyMaterial openKey(PKCS12_SAFEBAG *bag, const BundlePassword &password, Contents *contents)
 {
     Pkcs8Handle opened;
@@ -158,7 +158,7 @@ void takeBags(const STACK_OF(PKCS12_SAFEBAG) * bags, int depth, Contents *conten
     }
 }
 
-// Of a safe that is encrypted with a password; null for others.
+// The algorithm of a safe that is encrypted with a password; null for others.
 const X509_ALGOR *algorithmOf(const PKCS7 *safe)
 {
     const bool isEncrypted =
@@ -200,7 +200,7 @@ QByteArray macDigest(const PKCS12 *bundle)
     return QByteArray(text);
 }
 
-// Whether what shows before any of it is opened is within the bounds.
+// Whether the parts that can be read without the password are within the bounds.
 bool isAffordable(const BundleMac &mac, const STACK_OF(PKCS7) * safes)
 {
     DerivationBudget budget;
@@ -226,8 +226,9 @@ Contents readContents(const STACK_OF(PKCS7) * safes, const BundlePassword &passw
     return contents;
 }
 
-// The first key that has a certificate, whose place is `*own`: others may stand before it, as those
-// that only decrypt old mail. -1 for none; then the key is null when none can be used.
+// The first key that has a certificate; `*own` is the certificate's index. Other keys may come
+// before it, such as those that only decrypt old mail. With no certificate `*own` is -1, and the
+// key is null if none can be used.
 BundleKey findKey(Contents *contents, const BundlePassword &password, int *own)
 {
     OwnCertificates certificates(contents->certificates);
@@ -248,7 +249,7 @@ BundleKey findKey(Contents *contents, const BundlePassword &password, int *own)
     return first;
 }
 
-// Puts the issuers of the only certificate of `chain` behind it, out of `others`.
+// Appends the issuers of the only certificate of `chain`, out of `others`.
 bool complete(QList<QByteArray> *chain, const QList<BundleCertificate> &others)
 {
     const auto own = CertificateData::fromDer(chain->first());
@@ -268,10 +269,10 @@ QCA::ConvertResult assemble(Contents contents, const BundlePassword &password, b
     const BundleKey key = findKey(&contents, password, &own);
     if (contents.isTooMuch)
         return QCA::ErrorDecode;
-    // Where the password is right, what stays locked is locked by a cipher that nobody here has.
+    // When the password is right, the parts that stay locked use an unsupported cipher.
     if (key.key.isNull())
         return contents.isLocked && !isChecked ? QCA::ErrorPassphrase : QCA::ErrorDecode;
-    // A key without the certificate that says whose it is could be shown by nobody.
+    // Nobody could show a key without a certificate that says whose key it is.
     if (own < 0)
         return QCA::ErrorDecode;
     const BundleCertificate certificate = contents.certificates.takeAt(own);

@@ -9,7 +9,7 @@
 
 namespace Trivex {
 
-/// What a PKCS#12 file (RFC 7292) holds for its first private key that has a certificate.
+/// The first private key of a PKCS#12 file (RFC 7292) that has a certificate, with its chain.
 struct Bundle {
     QString name; ///< the friendly name of the key, else of its certificate; may be empty
     KeyMaterial key;
@@ -17,7 +17,7 @@ struct Bundle {
 };
 
 /// Reads a bundle, encrypted by any cipher that libcrypto has, old ones included. Touches no object
-/// of QCA, so that a thread may be at it when QCA ends.
+/// of QCA, so that a thread may run it while QCA ends.
 ///
 /// The password is UTF-8; where its integrity check fails, the ways in which older programs
 /// encoded letters beyond ASCII are tried too. `ErrorPassphrase`: the password is missing or wrong.

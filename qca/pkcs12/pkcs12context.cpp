@@ -38,7 +38,7 @@ void makeContexts(Bundle bundle, QCA::Provider *provider, QList<QCA::CertContext
                              makeKeyContext(std::move(bundle.key), provider));
     for (const QByteArray &der : qAsConst(bundle.chain)) {
         auto certificate = std::make_unique<CertificateContext>(provider);
-        // Behind a gap it would be a chain of strangers.
+        // After a gap the certificates would not belong to the chain.
         if (certificate->fromDER(der) != QCA::ConvertGood)
             break;
         chain->append(certificate.release());
@@ -65,7 +65,7 @@ QByteArray Pkcs12Context::toPKCS12(const QString &name,
         return {};
     const X509Handle certificate = nativeOf(chain.first());
     const CertificateStack issuers = issuersOf(chain);
-    // Not written as "no password", which would leave the key readable by everybody.
+    // An empty password must not be written as "no password": everybody could read the key.
     const char *password = passphrase.isEmpty() ? "" : passphrase.constData();
     const Pkcs12Handle bundle(PKCS12_create(password, name.toUtf8().constData(), key.native(),
                                             certificate.get(), issuers.get(), 0, 0, 0, 0, 0));

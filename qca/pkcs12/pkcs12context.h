@@ -9,7 +9,7 @@
 
 namespace Trivex {
 
-/// The contexts of what was read from a bundle, which belong to the caller.
+/// The contexts made from a bundle. The caller owns them.
 void makeContexts(Bundle bundle, QCA::Provider *provider, QList<QCA::CertContext *> *chain,
                   QCA::PKeyContext **key);
 
@@ -21,7 +21,7 @@ public:
 
     QCA::Provider::Context *clone() const override;
 
-    /// Empty when the chain is, when the key can't be exported or when it isn't that of the
+    /// Empty when the chain is empty, or when the key can't be exported or isn't that of the
     /// chain's first certificate.
     QByteArray toPKCS12(const QString &name, const QList<const QCA::CertContext *> &chain,
                         const QCA::PKeyContext &priv,

@@ -11,7 +11,7 @@ namespace Trivex {
 
 namespace {
 
-/// Marks of what follows, so that no value can be taken for one of another kind.
+/// Marks the kind of the value that follows, so that no value passes for one of another kind.
 constexpr char TextMark = 't';
 constexpr char OtherMark = 'o';
 
@@ -36,7 +36,7 @@ bool isSpace(char c)
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
-// Without spaces at its ends, with one where there were several, in small letters.
+// Trims spaces at both ends, makes one of several and turns the text into lower case.
 QByteArray folded(const QByteArray &text)
 {
     QByteArray result;
@@ -75,7 +75,7 @@ QByteArray canonicalAttribute(Der::Slice attribute)
     return result;
 }
 
-// The order of a set's members says nothing.
+// The members of a set have no order.
 QByteArray canonicalSet(Der::Slice set)
 {
     std::vector<QByteArray> attributes;
@@ -102,7 +102,7 @@ QByteArray canonicalName(Der::Slice name)
     Der::Slice set;
     while (reader.nextList(Der::Set, &set))
         appendSized(canonicalSet(set), &result);
-    // What is no set is compared as it stands.
+    // Bytes that are no set are compared as they are.
     return result.append(reader.rest().data, reader.rest().size);
 }
 

@@ -75,7 +75,7 @@ bool CertificateContext::isIssuerOf(const QCA::CertContext *other) const
     const bool fits =
         issuer && subject && X509_check_issued(issuer.get(), subject.get()) == X509_V_OK;
     ERR_clear_error();
-    // Names may be alike; where the signature can be checked, it decides.
+    // Several certificates may have the same name; the signature decides if it can be checked.
     return fits && m_data->checkIssued(*issued) != SignatureState::Bad;
 }
 

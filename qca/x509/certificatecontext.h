@@ -10,8 +10,8 @@
 
 namespace Trivex {
 
-/// A certificate (RFC 5280). Decodes what is asked for, when it is asked; copies and certificates
-/// with the same DER share what was decoded. Readable from any thread.
+/// A certificate (RFC 5280). Decodes each part at its first use; copies and certificates with the
+/// same DER share the decoded parts. Readable from any thread.
 class TRIVEX_QCA_EXPORT CertificateContext : public QCA::CertContext {
     Q_OBJECT
 public:

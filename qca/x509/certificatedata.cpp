@@ -21,8 +21,8 @@ namespace {
 
 using DataPtr = std::shared_ptr<const CertificateData>;
 
-// The certificates of the process by their DER, as long as somebody uses them. Never destroyed,
-// because the last certificate may go after everything else.
+// The certificates in use in this process, by their DER. Never destroyed, because the last
+// certificate may be destroyed after everything else.
 struct Registry {
     std::mutex mutex;
     QHash<QByteArray, std::weak_ptr<const CertificateData>> certificates;
@@ -41,8 +41,8 @@ CertificateFields fieldsOf(const QByteArray &der)
     return fields;
 }
 
-/// `part` of `whole`: shared where it is all of it, as the reader of a store keeps it too. A view
-/// of foreign memory, which has no capacity, is copied.
+/// A copy of `part` that shares the bytes of `whole` if it is all of it, as the reader of a store
+/// keeps them too. A view of foreign memory, which has no capacity, is copied.
 QByteArray ownBytes(const Der::Slice &part, const QByteArray &whole)
 {
     return part.size == whole.size() && whole.capacity() >= whole.size() ? whole : part.bytes();
@@ -60,7 +60,7 @@ CertificateData::~CertificateData()
     Registry &known = registry();
     const std::lock_guard lock(known.mutex);
     const auto found = known.certificates.find(m_der);
-    // Another with the same DER may have come in the meantime.
+    // Another thread may have added the same DER meanwhile.
     if (found != known.certificates.end() && found->expired())
         known.certificates.erase(found);
 }

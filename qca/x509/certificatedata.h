@@ -14,13 +14,12 @@
 
 namespace Trivex {
 
-/// What is known of one certificate, shared by all contexts with the same DER. Never changes; what
-/// is decoded is decoded once, on the first thread that asks.
+/// The data of one certificate, shared by all contexts with the same DER. Never changes; each part
+/// is decoded once, on the first thread that asks.
 class TRIVEX_QCA_EXPORT CertificateData {
 public:
-    /// The data of the certificate that `der` begins with; null when it begins with none, and for
-    /// one that is larger than anybody's should be. The
-    /// same object as long as another with the same DER lives.
+    /// The data of the certificate at the beginning of `der`; null when there is none or when it is
+    /// over the bounds. The same object as long as one with the same DER lives.
     static std::shared_ptr<const CertificateData> fromDer(const QByteArray &der);
     ~CertificateData();
     CertificateData(const CertificateData &) = delete;
@@ -36,7 +35,7 @@ public:
     bool mayHaveIssued(const CertificateData &other) const;
     /// Whether this certificate's key signed `other`.
     SignatureState checkIssued(const CertificateData &other) const;
-    /// A native object; null when libcrypto can't read what we can.
+    /// A native object; null when libcrypto can't read the certificate.
     X509Handle native() const;
 
 private:
@@ -48,7 +47,7 @@ private:
     const QByteArray m_der;
     mutable std::once_flag m_namesOnce;
     mutable std::once_flag m_propertiesOnce;
-    /// Made when they are asked for: they are QCA's memory, and a thread that opens a bundle may
+    /// Made at the first request: they are QCA's memory, and a thread that opens a bundle may
     /// outlive QCA.
     mutable std::unique_ptr<QCA::CertContextProps> m_properties;
 };

@@ -25,7 +25,7 @@ struct CertificateFields {
     Der::Slice wholeSignature; ///< with tag and length
 };
 
-/// False when `der` does not begin with a certificate. Bytes behind it are not looked at.
+/// False when `der` does not begin with a certificate. Ignores the bytes behind it.
 TRIVEX_QCA_EXPORT bool findCertificateFields(Der::Slice der, CertificateFields *fields);
 
 } // namespace Trivex

@@ -39,7 +39,7 @@ int numberOf(const QByteArray &oid)
 
 constexpr int MaxStreetBytes = 1023;
 
-/// As much of `text` as fits in UTF-8, in whole characters.
+/// The longest beginning of `text`, in whole characters, that fits in UTF-8.
 QString cutStreet(const QString &text)
 {
     int bytes = 0;

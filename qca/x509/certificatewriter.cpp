@@ -91,8 +91,8 @@ bool SigningKey::sign(const QByteArray &body, QByteArray *signature)
 {
     if (auto *signer = dynamic_cast<RequestSigner *>(m_key))
         return signer->signMessage(body, m_digest, signature);
-    // A foreign key: by its numbers where it shows them, else by the operation of QCA that comes
-    // to the same.
+    // A foreign key signs with its numbers if it shows them, else by the equivalent operation of
+    // QCA.
     QCA::PKeyBase *copy = makeKeyContext(materialOf(m_key), m_key->provider());
     const PKeyContainer owner(m_key->provider(), copy);
     if (auto *signer = dynamic_cast<RequestSigner *>(copy))

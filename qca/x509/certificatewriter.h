@@ -21,8 +21,8 @@ public:
     /// DER AlgorithmIdentifier of the signatures.
     QByteArray algorithm() const { return m_algorithm; }
 
-    /// `body` with the algorithm and its signature behind it, as certificates and requests are
-    /// built. Empty when the key can't, or gives a signature that its public half does not verify.
+    /// `body` followed by the algorithm and the signature, as certificates and requests are built.
+    /// Empty when the key can't sign, or when its public half does not verify the signature.
     QByteArray seal(const QByteArray &body);
 
 private:
@@ -41,7 +41,7 @@ QByteArray writeRequest(const QCA::CertificateOptions &options, const QCA::PKeyC
 /// Base64 of SignedPublicKeyAndChallenge; empty when it can't be signed.
 QByteArray writeSpkac(const QCA::CertificateOptions &options, const QCA::PKeyContext &key);
 
-/// DER Certificate (RFC 5280) signed by the key that it is for; empty when that can't be signed.
+/// DER self-signed Certificate (RFC 5280); empty when it can't be signed.
 QByteArray writeSelfSigned(const QCA::CertificateOptions &options, const QCA::PKeyContext &key);
 
 } // namespace Trivex

@@ -28,7 +28,8 @@ void readMembers(Der::Slice members, QCA::Provider *provider, List *list)
     }
 }
 
-// The content of SignedData (RFC 2315, 9.1), or of what has its type and a version alone.
+// The content of SignedData (RFC 2315, 9.1), or of a structure that has only its type and a
+// version.
 bool openSignedData(const QByteArray &der, Der::Slice *content)
 {
     Der::Slice info;
@@ -41,7 +42,7 @@ bool openSignedData(const QByteArray &der, Der::Slice *content)
         && reader.next(Der::context(0), &wrapped) && Der::single(wrapped, Der::Sequence, content);
 }
 
-// Other programs write lists with indefinite lengths, too.
+// Other programs also write lists with indefinite lengths.
 QByteArray definiteForm(const QByteArray &ber)
 {
     const auto *data = reinterpret_cast<const unsigned char *>(ber.constData());

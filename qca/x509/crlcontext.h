@@ -12,7 +12,7 @@
 
 namespace Trivex {
 
-/// What is known of one certificate revocation list (RFC 5280, 5). Never changes.
+/// The data of one certificate revocation list (RFC 5280, 5). Never changes.
 struct RevocationData {
     QByteArray der;
     QCA::CRLContextProps properties{};
@@ -38,7 +38,7 @@ public:
 private:
     CrlContext(const CrlContext &other);
 
-    // The first three members lie where stock code looks for them in a foreign context.
+    // Stock code reads the first three members at this place in a foreign context.
     X509 *m_noCertificate = nullptr;
     X509_REQ *m_noRequest = nullptr;
     CrlHandle m_native;

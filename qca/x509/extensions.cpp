@@ -16,9 +16,10 @@ constexpr char CaIssuers[] = "1.3.6.1.5.5.7.48.2";
 constexpr char Ocsp[] = "1.3.6.1.5.5.7.48.1";
 constexpr int KeyUsageBits = 9;
 
-// All of an extension that does not decode counts as not there, as libcrypto has it.
+// An extension that does not decode wholly counts as absent, as in libcrypto.
 
-// What the value of an extension begins with. Bytes behind it are let be, as libcrypto does.
+// The element at the beginning of an extension's value. Bytes behind it are ignored, as in
+// libcrypto.
 bool leading(Der::Slice value, int tag, Der::Slice *content)
 {
     return Der::Reader(value).next(tag, content);
@@ -112,7 +113,7 @@ bool takePolicy(Der::Slice policy, QStringList *policies)
     return parts.atEnd();
 }
 
-// The URIs of GeneralNames; false for what are none.
+// The URIs of GeneralNames; false for anything else.
 bool takeUris(Der::Slice generalNames, QStringList *uris)
 {
     QCA::CertificateInfoOrdered names;
@@ -168,7 +169,7 @@ bool takeAccess(Der::Slice description, Properties *found)
     return true;
 }
 
-// Gives each member of a SEQUENCE OF SEQUENCE to `take`; false where one of them is none.
+// Calls `handle` with each member of a SEQUENCE OF SEQUENCE; false when a member is no SEQUENCE.
 template <class Take> bool forEachMember(Der::Slice value, Take take)
 {
     Der::Slice content;
@@ -248,7 +249,7 @@ void decodeWith(const Decoder (&decoders)[Count], Der::Slice extensions, Propert
 
 QByteArray findExtension(Der::Slice extensions, const char *oid)
 {
-    // Compared as octets: the text of an identifier would have to be made for each extension.
+    // Compared as octets, which saves making the text of each extension's identifier.
     const QByteArray wanted = Der::writeOid(oid);
     Der::Reader reader(extensions);
     Der::Slice extension;

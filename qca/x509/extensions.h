@@ -8,23 +8,23 @@
 
 namespace Trivex {
 
-/// Fills what extensions say (RFC 5280, 4.2): names, constraints, policies, locations, key ids.
-/// `extensions` is the content of the list. An extension that does not decode counts as absent; of
-/// several of one kind the first counts.
+/// Fills in the values of extensions (RFC 5280, 4.2): names, constraints, policies, locations, key
+/// ids. `extensions` is the content of the list. An extension that does not decode counts as
+/// absent; the first of several of one kind counts.
 void decodeExtensions(Der::Slice extensions, QCA::CertContextProps *properties);
 
-/// Adds the alternative names alone.
+/// Adds only the alternative names.
 void decodeAlternativeNames(Der::Slice extensions, QCA::CertContextProps *properties);
 
 /// The content of the value of the extension `oid` (dotted); empty when there is none. A view of
-/// `extensions`, but for a value that is written in several pieces.
+/// `extensions`, or a copy of a value in several pieces.
 QByteArray findExtension(Der::Slice extensions, const char *oid);
 
 /// The octets of an authority key identifier extension's key id; empty when it has none.
 QByteArray decodeAuthorityKeyId(Der::Slice extension);
 
-/// DER Extensions for what `options` ask for; empty when that is nothing. The key id goes in when
-/// `subjectKeyId` is not empty.
+/// DER Extensions as `options` ask for them, empty when they ask for none. The key id is included
+/// when `subjectKeyId` is not empty.
 QByteArray encodeExtensions(const QCA::CertificateOptions &options, const QByteArray &subjectKeyId);
 
 } // namespace Trivex

@@ -17,7 +17,7 @@ namespace Trivex {
 
 namespace {
 
-/// Of the form in which equal names are alike (RFC 5280, 7.1); 0 for none.
+/// The hash of a name's canonical form (RFC 5280, 7.1); 0 for no name.
 unsigned long hashOf(Der::Slice name)
 {
     const auto *data = reinterpret_cast<const unsigned char *>(name.data);
@@ -29,7 +29,7 @@ unsigned long hashOf(Der::Slice name)
     return isGood ? hash : 0;
 }
 
-/// A certificate that may be an issuer, with what libcrypto made of it when it was first tried.
+/// A certificate that may be an issuer, with libcrypto's object of it once it has been tried.
 struct Candidate {
     CertificateDataPtr data;
     X509Handle native;
@@ -46,7 +46,7 @@ struct Candidate {
     }
 };
 
-/// Looks for issuers by their names, so that only those are tried that may be.
+/// Finds issuers by their names, so that only possible issuers are tried.
 class IssuerSearch {
 public:
     explicit IssuerSearch(const QList<CertificateDataPtr> &others)
@@ -61,7 +61,7 @@ public:
         }
     }
 
-    /// The issuer of `issued`, which is not found again; null when there is none.
+    /// The issuer of `issued`; null when there is none. Later calls don't find it again.
     CertificateDataPtr take(const CertificateData &issued)
     {
         CertificateFields fields;
@@ -91,7 +91,7 @@ private:
         const bool fits =
             issuer->native && X509_check_issued(issuer->native.get(), native) == X509_V_OK;
         ERR_clear_error();
-        // Names may be alike; where the signature can be checked, it decides.
+        // Several certificates may have the same name; the signature decides if it can be checked.
         return fits && checkSignature(issued, issuer->key) != SignatureState::Bad;
     }
 

@@ -12,9 +12,9 @@ namespace Trivex {
 
 using CertificateDataPtr = std::shared_ptr<const CertificateData>;
 
-/// `own` and its issuers out of `others`, one after the other. Nothing when the chain would be
+/// `own`, then its issuers out of `others`, one after the other. Nothing when the chain would be
 /// longer than `maxChainLength`, or when more than `maxIssuerChecks` candidates have to be tried:
-/// certificates that could all have issued one another are made in any number.
+/// anybody can make many certificates that seem to have issued one another.
 std::optional<QList<CertificateDataPtr>> completeChain(const CertificateDataPtr &own,
                                                        const QList<CertificateDataPtr> &others);
 

@@ -11,7 +11,7 @@ namespace Trivex {
 
 namespace {
 
-/// An e-mail address in an alternative name takes two octets at least, all else more.
+/// Octets of the smallest attribute, an e-mail address in an alternative name.
 constexpr int SmallestAttribute = 2;
 constexpr int Rfc822Name = Der::context(1, false);
 
@@ -25,7 +25,7 @@ int attributesIn(Der::Slice name)
         return count;
     Der::Reader sets(content);
     while (!sets.atEnd()) {
-        // What is no set ends the reading of a name as little.
+        // Bytes that are no set don't end the reading of a name either.
         if (!sets.nextList(Der::Set, &set)) {
             Der::Element other;
             sets.next(&other);

@@ -8,8 +8,8 @@
 
 namespace Trivex {
 
-/// Whether neither the certificate nor one of its names is larger than anybody's should be
-/// (`maxCertificateBytes`, `maxNameAttributes`).
+/// Whether the certificate and its names are within the bounds (`maxCertificateBytes`,
+/// `maxNameAttributes`).
 bool isWithinBounds(const CertificateFields &fields);
 
 /// The same for a name that has been decoded.

@@ -19,7 +19,7 @@ namespace {
 
 using Info = QCA::CertificateInfoOrdered;
 
-// Names of issuers come again with each certificate that they issued.
+// An issuer's name occurs in each certificate that it issued.
 constexpr int CachedNames = 256;
 constexpr int LongestCachedName = 1024;
 
@@ -70,7 +70,7 @@ Info decodeNameAnew(Der::Slice name)
     Der::Reader names(content);
     while (!names.atEnd()) {
         Der::Slice set;
-        // What is no set must not take what follows with it.
+        // Bytes that are no set must not end the reading of the rest.
         if (!names.nextList(Der::Set, &set)) {
             Der::Element other;
             names.next(&other);
@@ -166,8 +166,8 @@ bool isPartyName(Der::Slice content)
     return reader.next(Der::context(1), &party) && reader.atEnd() && isOne(party);
 }
 
-// One in the form that the definition gives it, or a string of it in several pieces, which is
-// put together in `content`.
+// An element in the form of its definition, or a string in several pieces, which is joined in
+// `content`.
 bool openGeneralName(const Der::Element &element, int *tag, QByteArray *content)
 {
     *content = element.content.view();
@@ -285,8 +285,8 @@ QCA::CertificateInfoOrdered decodeName(Der::Slice name)
     return info;
 }
 
-// All or nothing, as libcrypto has it: behind a damaged length, what looks like an address may be
-// the inside of something else.
+// All or nothing, as in libcrypto: behind a damaged length, bytes that look like an address may be
+// part of something else.
 QCA::CertificateInfoOrdered decodeAlternativeNames(Der::Slice extension)
 {
     Info info;

@@ -11,7 +11,7 @@
 namespace Trivex {
 
 /// Every attribute of a Name (RFC 5280, 4.1.2.4; with tag and length), in the order of its
-/// encoding. Attributes that QCA has no number for come under their dotted OID. Equal names share
+/// encoding. Attributes that QCA has no number for have their dotted OID as type. Equal names share
 /// their data.
 TRIVEX_QCA_EXPORT QCA::CertificateInfoOrdered decodeName(Der::Slice name);
 
@@ -19,13 +19,14 @@ TRIVEX_QCA_EXPORT QCA::CertificateInfoOrdered decodeName(Der::Slice name);
 /// QCA has types for: mail, DNS, URI, IP and XMPP addresses.
 QCA::CertificateInfoOrdered decodeAlternativeNames(Der::Slice extension);
 
-/// Appends the values of GeneralNames, given by their content; false where one of them is none.
+/// Appends the values of GeneralNames, given by their content; false when a member is no
+/// GeneralName.
 bool decodeGeneralNames(Der::Slice content, QCA::CertificateInfoOrdered *info);
 
-/// The way back: DER Name of the attributes that belong into one, empty values left out.
+/// The way back: DER Name of the attributes that belong into one, without empty values.
 ///
-/// UTF8String for all, but for those that X.520 and PKCS#9 confine to PrintableString or IA5String
-/// (country, serial number, qualifier; mail address, domain component) where the value fits.
+/// Values are UTF8String, except those that X.520 and PKCS#9 confine to PrintableString or
+/// IA5String (country, serial number, qualifier; mail address, domain component) if the value fits.
 QByteArray encodeName(const QCA::CertificateInfoOrdered &info);
 
 /// DER GeneralNames of the attributes that belong there; empty when there is none.

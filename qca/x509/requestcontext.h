@@ -21,8 +21,8 @@ public:
     QCA::Provider::Context *clone() const override;
 
     bool canUseFormat(QCA::CertificateRequestFormat format) const override;
-    /// Signs with `priv`, through `RequestSigner` where the key has it. Names are written as
-    /// UTF8String (countries and other attributes that X.520 confines as PrintableString, mail
+    /// Signs with `priv`, through `RequestSigner` if the key has that interface. Names are written
+    /// as UTF8String (countries and other attributes that X.520 confines as PrintableString, mail
     /// addresses as IA5String). Digest: RSA SHA-256; P-384 SHA-384; P-521 SHA-512; other curves
     /// SHA-256; GOST by its key. False when the key can't sign or the result does not verify with
     /// it; the context is null then.
@@ -45,7 +45,7 @@ private:
     RequestContext(const RequestContext &other);
     bool take(const std::shared_ptr<const RequestData> &data);
 
-    // The first three members lie where stock code looks for them in a foreign context.
+    // Stock code reads the first three members at this place in a foreign context.
     X509 *m_noCertificate = nullptr;
     RequestHandle m_native;
     X509_CRL *m_noCrl = nullptr;

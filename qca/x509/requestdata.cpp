@@ -20,7 +20,7 @@ constexpr char ExtensionRequest[] = "1.2.840.113549.1.9.14";
 constexpr char MicrosoftExtensionRequest[] = "1.3.6.1.4.1.311.2.1.14";
 constexpr char ChallengePassword[] = "1.2.840.113549.1.9.7";
 
-// What a request and SPKAC have in common: body, algorithm, signature.
+// The parts that a request and SPKAC share: body, algorithm, signature.
 struct Sealed {
     Der::Slice whole;
     Der::Slice body;

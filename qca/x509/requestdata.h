@@ -12,18 +12,18 @@
 
 namespace Trivex {
 
-/// What is known of one certification request. Never changes.
+/// The data of one certification request. Never changes.
 class RequestData {
 public:
-    /// PKCS#10; null when the bytes are none.
+    /// From PKCS#10; null when the bytes are no request.
     static std::shared_ptr<const RequestData> fromDer(const QByteArray &der);
-    /// SPKAC, as base64 text with or without "SPKAC="; null when it is none.
+    /// From SPKAC, as base64 text with or without "SPKAC="; null when the text is none.
     static std::shared_ptr<const RequestData> fromSpkac(const QByteArray &text);
 
     const QByteArray &der() const { return m_der; }
     const QCA::CertContextProps &properties() const { return m_properties; }
     const QByteArray &publicInfo() const { return m_publicInfo; }
-    /// Null for SPKAC and for what libcrypto can't read.
+    /// Null for SPKAC and for a request that libcrypto can't read.
     RequestHandle native() const;
 
 private:

@@ -14,7 +14,7 @@ namespace Trivex {
 
 namespace {
 
-// Certificates may bring any OID they like; the table does not grow without end for that.
+// Certificates may contain any OID, so the table has a limit.
 constexpr int MostTypes = 1024;
 constexpr int LongestKept = 64; // octets
 
@@ -41,7 +41,7 @@ private:
     QHash<QByteArray, Type> m_types;
 };
 
-// An OID that does not decode still names the attribute: by its octets.
+// An OID that does not decode still names the attribute, by its octets.
 QString idOf(Der::Slice oid)
 {
     const QByteArray dotted = Der::oidText(oid);

@@ -18,8 +18,8 @@ struct SignatureScheme {
     QByteArray algorithm; ///< DER AlgorithmIdentifier; empty when there is no scheme
 };
 
-/// The scheme for a key with `spki` as its DER SubjectPublicKeyInfo, `keyType` and `bits` large:
-/// RSA, DSA and GOST by their usual digest, curves by one of their own strength.
+/// The scheme for a key of `keyType` with `bits` bits and the DER SubjectPublicKeyInfo `spki`: RSA,
+/// DSA and GOST with their usual digest, curves with one of their own strength.
 SignatureScheme signatureSchemeFor(int keyType, int bits, const QByteArray &spki);
 
 } // namespace Trivex

@@ -28,7 +28,7 @@ SignatureState checkSignature(const CertificateFields &fields, const KeyMaterial
 {
     if (!key.native())
         return SignatureState::Unknown;
-    // As "any type", which keeps a SEQUENCE as the octets that it is.
+    // As "any type", which keeps a SEQUENCE as its octets.
     const Asn1TypeHandle body(parse<ASN1_TYPE>(fields.body, &d2i_ASN1_TYPE));
     const StringHandle signature(
         parse<ASN1_BIT_STRING>(fields.wholeSignature, &d2i_ASN1_BIT_STRING));

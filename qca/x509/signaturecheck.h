@@ -15,8 +15,8 @@ enum class SignatureState {
 };
 
 /// Whether the certificate with `fields` is signed by the key in `publicInfo` (DER
-/// SubjectPublicKeyInfo). Works on the octets, so what else in the certificate libcrypto can read
-/// does not matter.
+/// SubjectPublicKeyInfo). Works on the octets, so libcrypto need not be able to read the rest of
+/// the certificate.
 SignatureState checkSignature(const CertificateFields &fields, Der::Slice publicInfo);
 
 /// The same with a key that has been decoded, which takes longer than the check.

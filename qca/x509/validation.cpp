@@ -104,8 +104,8 @@ StoreHandle storeOf(const QList<QCA::CRLContext *> &lists)
     return store;
 }
 
-// Only the lists that were given count: what they don't cover, or don't cover any more, is no
-// error of the certificate.
+// Only the given lists count: a certificate that they don't cover, or cover no longer, has no
+// error.
 int overlookMissingLists(int good, X509_STORE_CTX *context)
 {
     switch (X509_STORE_CTX_get_error(context)) {

@@ -8,7 +8,7 @@
 
 namespace Trivex {
 
-/// What a validation works on; contexts of any provider, read through their DER.
+/// The input of a validation: contexts of any provider, read through their DER.
 struct ValidationInput {
     QList<QCA::CertContext *> trusted;
     QList<QCA::CertContext *> untrusted;
@@ -17,8 +17,8 @@ struct ValidationInput {
 };
 
 /// Checks `certificate` up to a trusted root (RFC 5280, 6): signatures, dates, authorities, path
-/// lengths, purposes, and revocation as far as `crls` tell. With `wantedChain` the path has to be
-/// that one (a root that is not in it may follow), else the result is `ErrorValidityUnknown`.
+/// lengths, purposes, and revocation as far as `crls` cover it. With `wantedChain` the result is
+/// `ErrorValidityUnknown` for any other path (a root that is not in it may follow).
 QCA::Validity validateCertificate(const QCA::CertContext *certificate, const ValidationInput &input,
                                   const QList<QCA::CertContext *> *wantedChain = nullptr);
 
