@@ -94,7 +94,7 @@ bool appendPieces(Slice pieces, int depth, QByteArray *content)
 }
 
 // The octets of the arc at `*position`, which moves behind it; none when it has no end.
-Slice takeArc(Slice content, int *position)
+Slice readArc(Slice content, int *position)
 {
     const int start = *position;
     while (*position < content.size) {
@@ -229,7 +229,7 @@ bool isOid(Slice content)
 {
     int position = 0;
     while (position < content.size) {
-        const Slice arc = takeArc(content, &position);
+        const Slice arc = readArc(content, &position);
         // An arc with a leading zero could be written shorter and would pass for another one.
         if (arc.isEmpty() || arc.at(0) == 0x80)
             return false;
@@ -243,7 +243,7 @@ QByteArray oidText(Slice content)
         return {};
     QByteArray text;
     for (int position = 0; position < content.size;) {
-        const Slice arc = takeArc(content, &position);
+        const Slice arc = readArc(content, &position);
         if (arc.size > LargestArc)
             return {};
         if (!text.isEmpty()) {

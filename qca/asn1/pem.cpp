@@ -15,7 +15,7 @@ constexpr char End[] = "-----END ";
 constexpr char Dashes[] = "-----";
 
 // The lines before the first empty one, when they are header lines.
-QByteArray takeHeader(QByteArray *body)
+QByteArray cutHeader(QByteArray *body)
 {
     if (!body->contains(':'))
         return {};
@@ -53,7 +53,7 @@ int lineEnd(const QByteArray &text, int position)
 
 bool readBody(QByteArray body, PemBlock *block)
 {
-    block->header = takeHeader(&body);
+    block->header = cutHeader(&body);
     const auto decoded = QByteArray::fromBase64Encoding(
         withoutSpace(body), QByteArray::Base64Encoding | QByteArray::AbortOnBase64DecodingErrors);
     block->data = decoded.decoded;

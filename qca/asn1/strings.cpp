@@ -54,7 +54,7 @@ QString decodeUniversal(Der::Slice content)
 }
 
 // Reads `count` decimal digits and moves behind them; -1 for other characters.
-int takeNumber(Der::Slice content, int *position, int count)
+int readNumber(Der::Slice content, int *position, int count)
 {
     int value = 0;
     if (*position + count > content.size)
@@ -87,7 +87,7 @@ bool skipFraction(Der::Slice content, int *position)
 
 // The seconds by which the zone is ahead of UTC; false for anything else. A time without a zone is
 // local to an unknown place.
-bool takeOffset(Der::Slice content, int position, int *offset)
+bool readOffset(Der::Slice content, int position, int *offset)
 {
     *offset = 0;
     if (position == content.size)
@@ -95,8 +95,8 @@ bool takeOffset(Der::Slice content, int position, int *offset)
     const char sign = content.data[position++];
     if (sign == 'Z')
         return position == content.size;
-    const int hours = takeNumber(content, &position, 2);
-    const int minutes = takeNumber(content, &position, 2);
+    const int hours = readNumber(content, &position, 2);
+    const int minutes = readNumber(content, &position, 2);
     if ((sign != '+' && sign != '-') || hours < 0 || hours > LargestOffset || minutes < 0
         || minutes > 59 || position != content.size)
         return false;
@@ -105,12 +105,12 @@ bool takeOffset(Der::Slice content, int position, int *offset)
 }
 
 // The hour, the minute, and the second with its fraction, which may be left out.
-bool takeTime(Der::Slice content, bool mayHaveFraction, int *position, QTime *time)
+bool readTime(Der::Slice content, bool mayHaveFraction, int *position, QTime *time)
 {
-    const int hour = takeNumber(content, position, 2);
-    const int minute = takeNumber(content, position, 2);
+    const int hour = readNumber(content, position, 2);
+    const int minute = readNumber(content, position, 2);
     const bool hasSecond = hasDigit(content, *position);
-    const int second = hasSecond ? takeNumber(content, position, 2) : 0;
+    const int second = hasSecond ? readNumber(content, position, 2) : 0;
     *time = QTime(hour, minute, second);
     return time->isValid() && (!mayHaveFraction || !hasSecond || skipFraction(content, position));
 }
@@ -164,15 +164,15 @@ QDateTime decodeTime(const Der::Element &element)
     if (!twoDigits && tag != Der::GeneralizedTime)
         return {};
     int position = 0;
-    const int year = fullYear(takeNumber(content, &position, twoDigits ? 2 : 4), twoDigits);
-    const int month = takeNumber(content, &position, 2);
-    const int day = takeNumber(content, &position, 2);
+    const int year = fullYear(readNumber(content, &position, twoDigits ? 2 : 4), twoDigits);
+    const int month = readNumber(content, &position, 2);
+    const int day = readNumber(content, &position, 2);
     QTime time;
     int offset = 0;
     // Qt has dates before the year 1, but a negative year here means that there was no number.
     const QDate date = year < 0 ? QDate() : QDate(year, month, day);
-    if (!date.isValid() || !takeTime(content, !twoDigits, &position, &time)
-        || !takeOffset(content, position, &offset))
+    if (!date.isValid() || !readTime(content, !twoDigits, &position, &time)
+        || !readOffset(content, position, &offset))
         return {};
     // In UTC the year may no longer have four digits.
     const QDateTime utc = QDateTime(date, time, Qt::UTC).addSecs(-offset);

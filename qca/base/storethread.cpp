@@ -87,9 +87,9 @@ void endWithApplication()
 }
 
 /// Reports that the thread stops, and stops it.
-void stand(const std::shared_ptr<std::atomic<bool>> &stands)
+void reportAndPark(const std::shared_ptr<std::atomic<bool>> &isParked)
 {
-    *stands = true;
+    *isParked = true;
     parkThread();
 }
 
@@ -138,7 +138,7 @@ bool StoreThread::waitForOperations(Deadline deadline)
 
 bool StoreThread::hold(Deadline deadline)
 {
-    const auto stands = std::make_shared<std::atomic<bool>>(false);
+    const auto isParked = std::make_shared<std::atomic<bool>>(false);
     {
         const std::lock_guard lock(mutex);
         if (!agent)
@@ -147,13 +147,13 @@ bool StoreThread::hold(Deadline deadline)
             return false;
         isHeld = true;
         QMetaObject::invokeMethod(
-            agent, [stands] { stand(stands); }, Qt::QueuedConnection);
+            agent, [isParked] { reportAndPark(isParked); }, Qt::QueuedConnection);
     }
     // On another thread than the main one the process ends at once, and QCA may be locked.
     if (gettid() == getpid())
         keepQca();
     // Without an application object nothing is delivered to any thread of Qt's.
-    const auto isWaiting = [&] { return !*stands && known && QCoreApplication::instance(); };
+    const auto isWaiting = [&] { return !*isParked && known && QCoreApplication::instance(); };
     while (isWaiting() && std::chrono::steady_clock::now() < deadline)
         std::this_thread::sleep_for(LookPause);
     return !isWaiting();

@@ -70,14 +70,14 @@ qint64 workOf(const X509_ALGOR *algorithm)
 
 } // namespace
 
-bool DerivationBudget::take(const X509_ALGOR *algorithm)
+bool DerivationBudget::spend(const X509_ALGOR *algorithm)
 {
-    return take(workOf(algorithm));
+    return spend(workOf(algorithm));
 }
 
-bool DerivationBudget::take(const ASN1_INTEGER *iterations)
+bool DerivationBudget::spend(const ASN1_INTEGER *iterations)
 {
-    return take(numberOf(iterations));
+    return spend(numberOf(iterations));
 }
 
 bool DerivationBudget::allows(const X509_ALGOR *algorithm)
@@ -85,7 +85,7 @@ bool DerivationBudget::allows(const X509_ALGOR *algorithm)
     return workOf(algorithm) <= maxIterations;
 }
 
-bool DerivationBudget::take(qint64 work)
+bool DerivationBudget::spend(qint64 work)
 {
     m_taken = qMin(m_taken + work, Endless);
     return work <= maxIterations && m_taken <= maxBundleIterations;

@@ -12,16 +12,16 @@ namespace Trivex {
 /// file of two thousand octets can ask for hours.
 class DerivationBudget {
 public:
-    /// Takes the cost of decrypting with `algorithm` (PKCS#5 or PKCS#12) or of checking with
+    /// Spends the cost of decrypting with `algorithm` (PKCS#5 or PKCS#12) or of checking with
     /// PBMAC1; false when that is too much.
-    bool take(const X509_ALGOR *algorithm);
+    bool spend(const X509_ALGOR *algorithm);
     /// The same for a number of iterations; null stands for one.
-    bool take(const ASN1_INTEGER *iterations);
+    bool spend(const ASN1_INTEGER *iterations);
     /// Whether one derivation alone is within its bound; takes nothing.
     static bool allows(const X509_ALGOR *algorithm);
 
 private:
-    bool take(qint64 work);
+    bool spend(qint64 work);
 
     qint64 m_taken = 0;
 };

@@ -78,7 +78,7 @@ PKeyHandle generateDiscreteLogKey(const char *type, const QCA::DLGroup &domain)
 {
     KeyMaker maker(discreteLogKey(type, domain, nullptr, nullptr));
     maker.run();
-    PKeyHandle key = maker.take();
+    PKeyHandle key = maker.takeKey();
     if (!key && !domain.isNull())
         key = generateByNumbers(type, domain);
     ERR_clear_error();

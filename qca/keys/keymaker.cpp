@@ -34,12 +34,12 @@ void KeyMaker::make(QCA::PKeyBase *owner, bool block, std::function<void(PKeyHan
 {
     if (block) {
         run();
-        done(take());
+        done(takeKey());
         return;
     }
     bringToThisThread(owner);
     connect(this, &QThread::finished, owner, [this, owner, done = std::move(done)] {
-        done(take());
+        done(takeKey());
         Q_EMIT owner->finished();
     });
     start();

@@ -35,7 +35,7 @@ public:
 
     void run() override;
     /// The key; null when it failed. Once, after the end.
-    PKeyHandle take() { return std::move(m_key); }
+    PKeyHandle takeKey() { return std::move(m_key); }
 
 private:
     static int goOn(EVP_PKEY_CTX *context);

@@ -169,10 +169,10 @@ void PKeyContainer::setKey(QCA::PKeyBase *key)
 
 bool PKeyContainer::importKey(const QCA::PKeyBase *key)
 {
-    return take(materialOf(key)) == QCA::ConvertGood;
+    return adopt(materialOf(key)) == QCA::ConvertGood;
 }
 
-QCA::ConvertResult PKeyContainer::take(KeyMaterial material)
+QCA::ConvertResult PKeyContainer::adopt(KeyMaterial material)
 {
     QCA::PKeyBase *key = makeKeyContext(std::move(material), m_keyProvider);
     if (!key || key->isNull()) {
@@ -196,7 +196,7 @@ QString PKeyContainer::publicToPEM() const
 
 QCA::ConvertResult PKeyContainer::publicFromDER(const QByteArray &der)
 {
-    return take(KeyMaterial::fromPublicInfo(der));
+    return adopt(KeyMaterial::fromPublicInfo(der));
 }
 
 QCA::ConvertResult PKeyContainer::publicFromPEM(const QString &pem)
@@ -228,7 +228,7 @@ QCA::ConvertResult PKeyContainer::privateFromDER(const QCA::SecureArray &der,
 {
     KeyMaterial material;
     const QCA::ConvertResult result = readPrivateKey(der, passphrase, &material);
-    return result == QCA::ConvertGood ? take(std::move(material)) : result;
+    return result == QCA::ConvertGood ? adopt(std::move(material)) : result;
 }
 
 QCA::ConvertResult PKeyContainer::privateFromPEM(const QString &pem,
@@ -236,7 +236,7 @@ QCA::ConvertResult PKeyContainer::privateFromPEM(const QString &pem,
 {
     KeyMaterial material;
     const QCA::ConvertResult result = readPrivateKeyPem(pem, passphrase, &material);
-    return result == QCA::ConvertGood ? take(std::move(material)) : result;
+    return result == QCA::ConvertGood ? adopt(std::move(material)) : result;
 }
 
 } // namespace Trivex

@@ -45,7 +45,7 @@ public:
 
 private:
     PKeyContainer(const PKeyContainer &other);
-    QCA::ConvertResult take(KeyMaterial material);
+    QCA::ConvertResult adopt(KeyMaterial material);
 
     // The first member, and a plain pointer: stock code reads the key of a foreign container there.
     QCA::PKeyBase *m_key;

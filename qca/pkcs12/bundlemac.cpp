@@ -78,7 +78,7 @@ bool BundleMac::isPbmac1() const
 
 bool BundleMac::takeWork(DerivationBudget *budget) const
 {
-    return isPbmac1() ? budget->take(m_algorithm) : budget->take(m_iterations);
+    return isPbmac1() ? budget->spend(m_algorithm) : budget->spend(m_iterations);
 }
 
 MacResult BundleMac::check(PKCS12 *bundle, const QList<BundlePassword> &forms,

@@ -26,8 +26,7 @@ public:
     BundleMac(const QByteArray &der, const PKCS12 *bundle);
 
     bool isPresent() const { return m_digest != nullptr; }
-    /// Takes from the budget what checking one form of a password costs; false when that is too
-    /// much.
+    /// Spends what checking one form of a password costs; false when that is too much.
     bool takeWork(DerivationBudget *budget) const;
     /// Finds the form of the password that fits.
     MacResult check(PKCS12 *bundle, const QList<BundlePassword> &forms,

@@ -91,7 +91,7 @@ Secret encode(const PKCS8_PRIV_KEY_INFO *info)
     return encoded;
 }
 
-void takeCertificate(PKCS12_SAFEBAG *bag, Contents *contents)
+void collectCertificate(PKCS12_SAFEBAG *bag, Contents *contents)
 {
     if (PKCS12_SAFEBAG_get_bag_nid(bag) != NID_x509Certificate)
         return;
@@ -115,7 +115,7 @@ const X509_ALGOR *algorithmOf(const PKCS12_SAFEBAG *shroudedKey)
 
 Pkcs8Handle openShrouded(PKCS12_SAFEBAG *bag, const BundlePassword &password, Contents *contents)
 {
-    contents->isTooMuch = !contents->budget.take(algorithmOf(bag));
+    contents->isTooMuch = !contents->budget.spend(algorithmOf(bag));
     if (contents->isTooMuch)
         return nullptr;
     ERR_clear_error();
@@ -137,7 +137,7 @@ KeyMaterial openKey(PKCS12_SAFEBAG *bag, const BundlePassword &password, Content
     return info ? KeyMaterial::fromPrivateInfo(encode(info)) : KeyMaterial();
 }
 
-void takeBags(const STACK_OF(PKCS12_SAFEBAG) * bags, int depth, Contents *contents)
+void collectBags(const STACK_OF(PKCS12_SAFEBAG) * bags, int depth, Contents *contents)
 {
     for (int i = 0; depth < DeepestNesting && i < sk_PKCS12_SAFEBAG_num(bags); ++i) {
         PKCS12_SAFEBAG *bag = sk_PKCS12_SAFEBAG_value(bags, i);
@@ -147,10 +147,10 @@ void takeBags(const STACK_OF(PKCS12_SAFEBAG) * bags, int depth, Contents *conten
             contents->keys.push_back(bag);
             break;
         case NID_certBag:
-            takeCertificate(bag, contents);
+            collectCertificate(bag, contents);
             break;
         case NID_safeContentsBag:
-            takeBags(PKCS12_SAFEBAG_get0_safes(bag), depth + 1, contents);
+            collectBags(PKCS12_SAFEBAG_get0_safes(bag), depth + 1, contents);
             break;
         default:
             break;
@@ -166,10 +166,10 @@ const X509_ALGOR *algorithmOf(const PKCS7 *safe)
     return isEncrypted ? safe->d.encrypted->enc_data->algorithm : nullptr;
 }
 
-void takeSafe(PKCS7 *safe, const BundlePassword &password, Contents *contents)
+void collectSafe(PKCS7 *safe, const BundlePassword &password, Contents *contents)
 {
     const bool isEncrypted = PKCS7_type_is_encrypted(safe);
-    contents->isTooMuch = contents->isTooMuch || !contents->budget.take(algorithmOf(safe));
+    contents->isTooMuch = contents->isTooMuch || !contents->budget.spend(algorithmOf(safe));
     if (contents->isTooMuch)
         return;
     Bags bags;
@@ -182,7 +182,7 @@ void takeSafe(PKCS7 *safe, const BundlePassword &password, Contents *contents)
         contents->isLocked = contents->isLocked || (isEncrypted && !isAlgorithmAtFault());
         return;
     }
-    takeBags(bags.get(), 0, contents);
+    collectBags(bags.get(), 0, contents);
     contents->bags.push_back(std::move(bags));
 }
 
@@ -207,7 +207,7 @@ bool isAffordable(const BundleMac &mac, const STACK_OF(PKCS7) * safes)
     bool isGood = mac.takeWork(&budget);
     for (int i = 0; isGood && i < sk_PKCS7_num(safes); ++i) {
         PKCS7 *safe = sk_PKCS7_value(safes, i);
-        isGood = budget.take(algorithmOf(safe));
+        isGood = budget.spend(algorithmOf(safe));
         const Bags bags(PKCS7_type_is_data(safe) ? PKCS12_unpack_p7data(safe) : nullptr);
         for (int j = 0; isGood && j < sk_PKCS12_SAFEBAG_num(bags.get()); ++j) {
             const PKCS12_SAFEBAG *bag = sk_PKCS12_SAFEBAG_value(bags.get(), j);
@@ -222,7 +222,7 @@ Contents readContents(const STACK_OF(PKCS7) * safes, const BundlePassword &passw
 {
     Contents contents;
     for (int i = 0; i < sk_PKCS7_num(safes); ++i)
-        takeSafe(sk_PKCS7_value(safes, i), password, &contents);
+        collectSafe(sk_PKCS7_value(safes, i), password, &contents);
     return contents;
 }
 

@@ -92,7 +92,7 @@ void decodeBasicConstraints(Der::Slice value, Properties *properties)
 }
 
 // PolicyInformation (RFC 5280, 4.2.1.4).
-bool takePolicy(Der::Slice policy, QStringList *policies)
+bool readPolicy(Der::Slice policy, QStringList *policies)
 {
     Der::Reader parts(policy);
     Der::Slice oid;
@@ -114,7 +114,7 @@ bool takePolicy(Der::Slice policy, QStringList *policies)
 }
 
 // The URIs of GeneralNames; false for anything else.
-bool takeUris(Der::Slice generalNames, QStringList *uris)
+bool readUris(Der::Slice generalNames, QStringList *uris)
 {
     QCA::CertificateInfoOrdered names;
     if (!decodeGeneralNames(generalNames, &names))
@@ -127,39 +127,39 @@ bool takeUris(Der::Slice generalNames, QStringList *uris)
 }
 
 // DistributionPointName (RFC 5280, 4.2.1.13).
-bool takePointName(Der::Slice name, QStringList *uris)
+bool readPointName(Der::Slice name, QStringList *uris)
 {
     Der::Reader reader(name);
     Der::Slice content;
     if (reader.nextList(Der::context(0), &content))
-        return reader.atEnd() && takeUris(content, uris);
+        return reader.atEnd() && readUris(content, uris);
     return reader.nextList(Der::context(1), &content) && reader.atEnd();
 }
 
-bool takePoint(Der::Slice point, QStringList *uris)
+bool readPoint(Der::Slice point, QStringList *uris)
 {
     Der::Reader parts(point);
     Der::Slice name;
     QByteArray reasons;
     Der::Slice issuer;
     QStringList others;
-    if (parts.next(Der::context(0), &name) && !takePointName(name, uris))
+    if (parts.next(Der::context(0), &name) && !readPointName(name, uris))
         return false;
     parts.nextString(Der::context(1, false), &reasons);
-    if (parts.nextList(Der::context(2), &issuer) && !takeUris(issuer, &others))
+    if (parts.nextList(Der::context(2), &issuer) && !readUris(issuer, &others))
         return false;
     return parts.atEnd();
 }
 
 // AccessDescription (RFC 5280, 4.2.2.1).
-bool takeAccess(Der::Slice description, Properties *found)
+bool readAccess(Der::Slice description, Properties *found)
 {
     Der::Reader parts(description);
     Der::Slice method;
     Der::Element location;
     QStringList uris;
     if (!parts.next(Der::ObjectIdentifier, &method) || !Der::isOid(method) || !parts.next(&location)
-        || !parts.atEnd() || !takeUris(location.whole, &uris))
+        || !parts.atEnd() || !readUris(location.whole, &uris))
         return false;
     const QByteArray oid = Der::oidText(method);
     if (oid == CaIssuers)
@@ -170,7 +170,7 @@ bool takeAccess(Der::Slice description, Properties *found)
 }
 
 // Calls `handle` with each member of a SEQUENCE OF SEQUENCE; false when a member is no SEQUENCE.
-template <class Take> bool forEachMember(Der::Slice value, Take take)
+template <class Handler> bool forEachMember(Der::Slice value, Handler handle)
 {
     Der::Slice content;
     Der::Slice member;
@@ -178,7 +178,7 @@ template <class Take> bool forEachMember(Der::Slice value, Take take)
         return false;
     Der::Reader reader(content);
     while (reader.next(Der::Sequence, &member)) {
-        if (!take(member))
+        if (!handle(member))
             return false;
     }
     return reader.atEnd();
@@ -187,21 +187,21 @@ template <class Take> bool forEachMember(Der::Slice value, Take take)
 void decodePolicies(Der::Slice value, Properties *properties)
 {
     QStringList policies;
-    if (forEachMember(value, [&](Der::Slice policy) { return takePolicy(policy, &policies); }))
+    if (forEachMember(value, [&](Der::Slice policy) { return readPolicy(policy, &policies); }))
         properties->policies += policies;
 }
 
 void decodeCrlPoints(Der::Slice value, Properties *properties)
 {
     QStringList uris;
-    if (forEachMember(value, [&](Der::Slice point) { return takePoint(point, &uris); }))
+    if (forEachMember(value, [&](Der::Slice point) { return readPoint(point, &uris); }))
         properties->crlLocations += uris;
 }
 
 void decodeAuthorityAccess(Der::Slice value, Properties *properties)
 {
     Properties found;
-    if (!forEachMember(value, [&](Der::Slice access) { return takeAccess(access, &found); }))
+    if (!forEachMember(value, [&](Der::Slice access) { return readAccess(access, &found); }))
         return;
     properties->issuerLocations += found.issuerLocations;
     properties->ocspLocations += found.ocspLocations;

@@ -35,7 +35,7 @@ struct Candidate {
     X509Handle native;
     KeyMaterial key;
     bool isParsed = false;
-    bool isTaken = false;
+    bool isUsed = false;
 
     void parse()
     {
@@ -62,7 +62,7 @@ public:
     }
 
     /// The issuer of `issued`; null when there is none. Later calls don't find it again.
-    CertificateDataPtr take(const CertificateData &issued)
+    CertificateDataPtr takeIssuer(const CertificateData &issued)
     {
         CertificateFields fields;
         const X509Handle native = issued.native();
@@ -73,7 +73,7 @@ public:
             Candidate &candidate = m_candidates[number];
             if (!hasIssued(&candidate, fields, native.get()))
                 continue;
-            candidate.isTaken = true;
+            candidate.isUsed = true;
             return candidate.data;
         }
         return nullptr;
@@ -84,7 +84,7 @@ public:
 private:
     bool hasIssued(Candidate *issuer, const CertificateFields &issued, X509 *native)
     {
-        if (issuer->isTaken || isExhausted() || issuer->data->der() == issued.whole.view())
+        if (issuer->isUsed || isExhausted() || issuer->data->der() == issued.whole.view())
             return false;
         ++m_checks;
         issuer->parse();
@@ -107,7 +107,7 @@ std::optional<QList<CertificateDataPtr>> completeChain(const CertificateDataPtr 
 {
     IssuerSearch search(others);
     QList<CertificateDataPtr> chain = {own};
-    while (const CertificateDataPtr issuer = search.take(*chain.last())) {
+    while (const CertificateDataPtr issuer = search.takeIssuer(*chain.last())) {
         if (chain.size() == maxChainLength)
             return std::nullopt;
         chain += issuer;

@@ -35,11 +35,12 @@ bool RequestContext::canUseFormat(QCA::CertificateRequestFormat format) const
 bool RequestContext::createRequest(const QCA::CertificateOptions &options,
                                    const QCA::PKeyContext &priv)
 {
-    return options.format() == QCA::SPKAC ? take(RequestData::fromSpkac(writeSpkac(options, priv)))
-                                          : take(RequestData::fromDer(writeRequest(options, priv)));
+    return options.format() == QCA::SPKAC
+        ? adopt(RequestData::fromSpkac(writeSpkac(options, priv)))
+        : adopt(RequestData::fromDer(writeRequest(options, priv)));
 }
 
-bool RequestContext::take(const std::shared_ptr<const RequestData> &data)
+bool RequestContext::adopt(const std::shared_ptr<const RequestData> &data)
 {
     m_native = data ? data->native() : nullptr;
     m_data = data;
@@ -71,7 +72,7 @@ QString RequestContext::toSPKAC() const
 
 QCA::ConvertResult RequestContext::fromSPKAC(const QString &spkac)
 {
-    return take(RequestData::fromSpkac(spkac.toLatin1())) ? QCA::ConvertGood : QCA::ErrorDecode;
+    return adopt(RequestData::fromSpkac(spkac.toLatin1())) ? QCA::ConvertGood : QCA::ErrorDecode;
 }
 
 QByteArray RequestContext::toDER() const
@@ -88,7 +89,7 @@ QString RequestContext::toPEM() const
 
 QCA::ConvertResult RequestContext::fromDER(const QByteArray &der)
 {
-    return take(RequestData::fromDer(der)) ? QCA::ConvertGood : QCA::ErrorDecode;
+    return adopt(RequestData::fromDer(der)) ? QCA::ConvertGood : QCA::ErrorDecode;
 }
 
 QCA::ConvertResult RequestContext::fromPEM(const QString &pem)

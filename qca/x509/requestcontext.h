@@ -43,7 +43,7 @@ public:
 
 private:
     RequestContext(const RequestContext &other);
-    bool take(const std::shared_ptr<const RequestData> &data);
+    bool adopt(const std::shared_ptr<const RequestData> &data);
 
     // Stock code reads the first three members at this place in a foreign context.
     X509 *m_noCertificate = nullptr;
