@@ -6,6 +6,15 @@
 
 namespace TrivexTest {
 
+QCA::KeyStoreEntry withId(const QList<QCA::KeyStoreEntry> &entries, const QString &id)
+{
+    for (const QCA::KeyStoreEntry &one : entries) {
+        if (one.id() == id)
+            return one;
+    }
+    return {};
+}
+
 Stores::Stores()
 {
     connect(&m_manager, &QCA::KeyStoreManager::keyStoreAvailable, this, &Stores::open);

@@ -9,6 +9,9 @@
 
 namespace TrivexTest {
 
+/// The entry with that id; a null one when there is none.
+QCA::KeyStoreEntry withId(const QList<QCA::KeyStoreEntry> &entries, const QString &id);
+
 /// The key stores of the process, followed as an application follows them.
 class Stores : public QObject {
     Q_OBJECT

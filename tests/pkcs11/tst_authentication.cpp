@@ -2,10 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/keys/keys.h"
 #include "qca/tokens/tokens.h"
-#include "tests/pkcs11/faultytoken.h"
-#include "tests/pkcs11/pinprompt.h"
-#include "tests/pkcs11/stores.h"
-#include "tests/support/testcertificates.h"
+#include "tests/pkcs11/tokenfixture.h"
 
 #include <QSignalSpy>
 
@@ -19,8 +16,14 @@ const QString StoreName = QStringLiteral("Authentication");
 
 /// Keys that want a login at each use (CKA_ALWAYS_AUTHENTICATE), which SoftHSM refuses to use
 /// without, and readers with their own keypad (CKF_PROTECTED_AUTHENTICATION_PATH).
-class TestAuthentication : public QObject {
+class TestAuthentication : public TokenFixture {
     Q_OBJECT
+public:
+    TestAuthentication()
+        : TokenFixture(StoreName)
+    {
+    }
+
 private Q_SLOTS:
     void initTestCase();
     void init();
@@ -38,28 +41,18 @@ private:
     bool sign(const QString &name);
     QList<QByteArray> uses() const;
     int contextLogins() const { return m_token->countText(" user=context"); }
-
-    std::unique_ptr<FaultyToken> m_token;
-    std::unique_ptr<TestAuthority> m_authority;
-    std::unique_ptr<QCA::Initializer> m_qca;
-    std::unique_ptr<PinPrompt> m_prompt;
-    std::unique_ptr<Stores> m_stores;
-    QCA::KeyStore *m_store = nullptr;
 };
 
 void TestAuthentication::initTestCase()
 {
-    m_token = std::make_unique<FaultyToken>(StoreName);
-    TestToken &token = m_token->token();
-    if (!token.isValid())
-        QFAIL(qPrintable(token.problem()));
-    m_authority = std::make_unique<TestAuthority>();
+    QVERIFY(makeToken());
     struct Key {
         const char *id;
         const char *type;
         const char *name;
         bool atEachUse;
     };
+    const TestToken &token = m_token->token();
     for (const Key &key :
          {Key{"01", "rsa:2048", "careful RSA", true},
           Key{"02", "EC:prime256v1", "careful EC", true}, Key{"03", "rsa:2048", "plain", false}}) {
@@ -81,12 +74,7 @@ void TestAuthentication::initTestCase()
         QVERIFY(token.writeObject(QStringLiteral("cert"), der, id, name));
     }
     m_token->useInThisProcess();
-    m_qca = std::make_unique<QCA::Initializer>();
-    m_prompt = std::make_unique<PinPrompt>(TestToken::pin());
-    m_stores = std::make_unique<Stores>();
-    m_store = m_stores->waitFor(StoreName);
-    QVERIFY(m_store);
-    QVERIFY(m_stores->waitForEntries(StoreName, 3));
+    QVERIFY(start(3));
 }
 
 /// Each test starts with a token that is not logged in.

@@ -2,12 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/keygenerator.h"
 #include "qca/tokens/tokens.h"
-#include "tests/pkcs11/faultytoken.h"
-#include "tests/pkcs11/pinprompt.h"
-#include "tests/pkcs11/stores.h"
-#include "tests/support/testcertificates.h"
-
-#include <QSignalSpy>
+#include "tests/pkcs11/tokenfixture.h"
 
 #include <thread>
 
@@ -16,7 +11,6 @@ using namespace TrivexTest;
 namespace {
 
 const QString StoreName = QStringLiteral("Cancelling");
-const QString OpenSsl = QStringLiteral("qca-norvel-openssl");
 constexpr int patience = 10000; // ms
 
 /// A signature that is waited for on a thread of its own.
@@ -49,8 +43,14 @@ private:
 /// When the end of an operation is asked for: while it waits for its turn, at each step of a login
 /// and behind it. Whatever was given up leaves no trace: no question, no login, no signature; and
 /// the operation that follows works.
-class TestCancelling : public QObject {
+class TestCancelling : public TokenFixture {
     Q_OBJECT
+public:
+    TestCancelling()
+        : TokenFixture(StoreName)
+    {
+    }
+
 private Q_SLOTS:
     void initTestCase();
     void init();
@@ -85,36 +85,17 @@ private:
     /// The id that a write gave, or "" for a failure; "?" while it goes on.
     void startWriting(QString *result);
 
-    std::unique_ptr<FaultyToken> m_token;
-    std::unique_ptr<TestAuthority> m_authority;
-    std::unique_ptr<QCA::Initializer> m_qca;
-    std::unique_ptr<Stores> m_stores;
-    std::unique_ptr<PinPrompt> m_prompt;
-    QCA::KeyStore *m_store = nullptr;
     QCA::Certificate m_root;
 };
 
 void TestCancelling::initTestCase()
 {
-    m_token = std::make_unique<FaultyToken>(StoreName);
-    if (!m_token->token().isValid())
-        QFAIL(qPrintable(m_token->token().problem()));
-    m_authority = std::make_unique<TestAuthority>();
-    QVERIFY(m_authority->isValid());
-    TestToken &token = m_token->token();
-    QVERIFY(token.generateKeyPair(QStringLiteral("rsa:2048"), QStringLiteral("01"),
-                                  QStringLiteral("signer")));
-    const QByteArray der =
-        m_authority->issue(token.publicKey(QStringLiteral("01")), QStringLiteral("/CN=Signer"));
-    QVERIFY(token.writeObject(QStringLiteral("cert"), der, QStringLiteral("01"),
-                              QStringLiteral("signer")));
+    QVERIFY(makeToken());
+    QVERIFY(addSigner());
     m_token->useInThisProcess();
-    m_qca = std::make_unique<QCA::Initializer>();
-    m_stores = std::make_unique<Stores>();
-    m_store = m_stores->waitFor(StoreName);
-    QVERIFY(m_store);
-    QVERIFY(m_stores->waitForEntries(StoreName, 1));
-    m_root = QCA::Certificate::fromDER(m_authority->certificate(), nullptr, OpenSsl);
+    QVERIFY(start(1));
+    m_prompt.reset();
+    m_root = root();
     QVERIFY(!m_root.isNull());
 }
 
@@ -133,11 +114,7 @@ void TestCancelling::cleanup()
     m_prompt->answer();
     QVERIFY(isIdle());
     m_prompt->setHolding(false);
-    const auto entries = m_stores->currentEntries(StoreName);
-    for (const QCA::KeyStoreEntry &entry : entries) {
-        if (entry.name() != QLatin1String("signer"))
-            QVERIFY(m_stores->remove(m_store, entry.id()));
-    }
+    QVERIFY(removeOthers());
     m_prompt.reset();
 }
 
@@ -342,21 +319,15 @@ void TestCancelling::runningWriteIsUndone()
 void TestCancelling::removalThatFailsIsUndone()
 {
     // A removal that fails half way puts back what is gone, even when nobody wants it any more.
-    const QString file = m_authority->bundle(
-        {QStringLiteral("-algorithm"), QStringLiteral("RSA"), QStringLiteral("-pkeyopt"),
-         QStringLiteral("rsa_keygen_bits:2048")},
-        QStringLiteral("/CN=Bundle"), QStringLiteral("x"), QStringLiteral("bundle"));
     const QCA::KeyBundle bundle =
-        QCA::KeyBundle::fromFile(file, QCA::SecureArray("x"), nullptr, OpenSsl);
+        makeBundle(QStringLiteral("RSA"), QStringLiteral("rsa_keygen_bits:2048"),
+                   QStringLiteral("/CN=Bundle"));
     QVERIFY(!bundle.isNull());
     const QString id = m_stores->write(m_store, bundle);
     QVERIFY(!id.isEmpty());
     const auto listed = [&] {
-        for (const QCA::KeyStoreEntry &entry : m_stores->currentEntries(StoreName)) {
-            if (entry.id() == id)
-                return entry.type() == QCA::KeyStoreEntry::TypeKeyBundle;
-        }
-        return false;
+        const QCA::KeyStoreEntry entry = withId(m_stores->currentEntries(StoreName), id);
+        return !entry.isNull() && entry.type() == QCA::KeyStoreEntry::TypeKeyBundle;
     };
     QTRY_VERIFY(listed());
     const int before = m_token->token().objectCount();

@@ -1,10 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "keystores/keystoremodel.h"
-#include "tests/pkcs11/faultytoken.h"
-#include "tests/pkcs11/pinprompt.h"
+#include "tests/pkcs11/tokenfixture.h"
 #include "tests/support/systemlist.h"
-#include "tests/support/testcertificates.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -23,8 +21,14 @@ constexpr int Patience = 15000;
 } // namespace
 
 /// Models that go, and others that come, while writes to a token ask or hang.
-class TestClosing : public QObject {
+class TestClosing : public TokenFixture {
     Q_OBJECT
+public:
+    TestClosing()
+        : TokenFixture(StoreName)
+    {
+    }
+
 private Q_SLOTS:
     void initTestCase();
     void init();
@@ -44,27 +48,13 @@ private:
     static qint64 end(std::unique_ptr<KeyStoreModel> &model);
 
     QTemporaryDir m_home;
-    std::unique_ptr<FaultyToken> m_token;
-    std::unique_ptr<TestAuthority> m_authority;
-    std::unique_ptr<QCA::Initializer> m_qca;
-    std::unique_ptr<PinPrompt> m_prompt;
 };
 
 void TestClosing::initTestCase()
 {
     qputenv("XDG_DATA_HOME", QFile::encodeName(m_home.path()));
-    m_token = std::make_unique<FaultyToken>(StoreName);
-    TestToken &token = m_token->token();
-    if (!token.isValid())
-        QFAIL(qPrintable(token.problem()));
-    m_authority = std::make_unique<TestAuthority>();
-    QVERIFY(m_authority->isValid());
-    QVERIFY(token.generateKeyPair(QStringLiteral("rsa:2048"), QStringLiteral("01"),
-                                  QStringLiteral("signer")));
-    const QByteArray der =
-        m_authority->issue(token.publicKey(QStringLiteral("01")), QStringLiteral("/CN=Signer"));
-    QVERIFY(token.writeObject(QStringLiteral("cert"), der, QStringLiteral("01"),
-                              QStringLiteral("signer")));
+    QVERIFY(makeToken());
+    QVERIFY(addSigner());
     m_token->useInThisProcess();
     m_qca = std::make_unique<QCA::Initializer>();
     setSystemList(); // long, and each model reads it

@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "tests/pkcs11/ending.h"
-#include "tests/pkcs11/faultytoken.h"
-#include "tests/support/testcertificates.h"
+#include "tests/pkcs11/tokenfixture.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -35,8 +34,14 @@ const char *const Calls[] = {"",
 
 /// Processes that end while something goes on: whatever their module does, they end by themselves,
 /// in time and with the status that they were given.
-class TestEnds : public QObject {
+class TestEnds : public TokenFixture {
     Q_OBJECT
+public:
+    TestEnds()
+        : TokenFixture(StoreName)
+    {
+    }
+
 private Q_SLOTS:
     void initTestCase();
     void init();
@@ -50,23 +55,12 @@ private Q_SLOTS:
 
 private:
     void check(const QStringList &arguments);
-
-    std::unique_ptr<FaultyToken> m_token;
 };
 
 void TestEnds::initTestCase()
 {
-    m_token = std::make_unique<FaultyToken>(StoreName);
-    TestToken &token = m_token->token();
-    if (!token.isValid())
-        QFAIL(qPrintable(token.problem()));
-    const TestAuthority authority;
-    QVERIFY(token.generateKeyPair(QStringLiteral("rsa:2048"), QStringLiteral("01"),
-                                  QStringLiteral("signer")));
-    QVERIFY(token.writeObject(
-        QStringLiteral("cert"),
-        authority.issue(token.publicKey(QStringLiteral("01")), QStringLiteral("/CN=Signer")),
-        QStringLiteral("01"), QStringLiteral("signer")));
+    QVERIFY(makeToken());
+    QVERIFY(addSigner());
     m_token->useInThisProcess();
 }
 

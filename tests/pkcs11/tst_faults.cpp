@@ -1,12 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "qca/adapter/keygenerator.h"
 #include "qca/keys/keys.h"
 #include "qca/tokens/tokens.h"
-#include "tests/pkcs11/faultytoken.h"
-#include "tests/pkcs11/pinprompt.h"
-#include "tests/pkcs11/stores.h"
-#include "tests/support/testcertificates.h"
+#include "tests/pkcs11/tokenfixture.h"
 
 #include <QElapsedTimer>
 #include <QMap>
@@ -18,14 +14,19 @@ using namespace TrivexTest;
 namespace {
 
 const QString StoreName = QStringLiteral("Faults");
-const QString OpenSsl = QStringLiteral("qca-norvel-openssl");
 
 } // namespace
 
 /// Every call of every flow fails once, in each of the ways a token can fail. What must hold: the
 /// flow ends, with a clear outcome; a flow that failed leaves nothing behind; the next one works.
-class TestFaults : public QObject {
+class TestFaults : public TokenFixture {
     Q_OBJECT
+public:
+    TestFaults()
+        : TokenFixture(StoreName)
+    {
+    }
+
 private Q_SLOTS:
     void initTestCase();
     void everyCall_data();
@@ -50,19 +51,14 @@ private:
         std::function<void()> restore;
     };
     Flow flow(const QString &name);
-    bool sign();
-    bool generate();
-    void removeGenerated();
+    bool generate()
+    {
+        return !generateCurve(QStringLiteral("ec-secp384r1"), QStringLiteral("made")).isNull();
+    }
     QMap<QByteArray, int> callsOf(const Flow &flow);
     int objects() const { return m_token->token().objectCount(); }
     void settle();
 
-    std::unique_ptr<FaultyToken> m_token;
-    std::unique_ptr<TestAuthority> m_authority;
-    std::unique_ptr<QCA::Initializer> m_qca;
-    std::unique_ptr<PinPrompt> m_prompt;
-    std::unique_ptr<Stores> m_stores;
-    QCA::KeyStore *m_store = nullptr;
     QCA::Certificate m_root;
     QCA::KeyBundle m_bundle;
     QString m_written;
@@ -72,73 +68,25 @@ private:
 
 void TestFaults::initTestCase()
 {
-    m_token = std::make_unique<FaultyToken>(StoreName);
-    TestToken &token = m_token->token();
-    if (!token.isValid())
-        QFAIL(qPrintable(token.problem()));
-    m_authority = std::make_unique<TestAuthority>();
-    QVERIFY(token.generateKeyPair(QStringLiteral("rsa:2048"), QStringLiteral("01"),
-                                  QStringLiteral("signer")));
-    const QByteArray der =
-        m_authority->issue(token.publicKey(QStringLiteral("01")), QStringLiteral("/CN=Signer"));
-    QVERIFY(token.writeObject(QStringLiteral("cert"), der, QStringLiteral("01"),
-                              QStringLiteral("signer")));
+    QVERIFY(makeToken());
+    QVERIFY(addSigner());
     m_token->useInThisProcess();
     connect(&m_monitor, &Trivex::TokenMonitor::failed, this,
             [this](const Trivex::TokenError &error) {
                 m_lastError =
                     QStringLiteral("%1 0x%2").arg(error.function).arg(error.returnValue, 0, 16);
             });
-    m_qca = std::make_unique<QCA::Initializer>();
-    m_prompt = std::make_unique<PinPrompt>(TestToken::pin());
-    m_stores = std::make_unique<Stores>();
-    m_store = m_stores->waitFor(StoreName);
-    QVERIFY(m_store);
-    QVERIFY(m_stores->waitForEntries(StoreName, 1));
-    m_root = QCA::Certificate::fromDER(m_authority->certificate(), nullptr, OpenSsl);
-    const QString file = m_authority->bundle(
-        {QStringLiteral("-algorithm"), QStringLiteral("EC"), QStringLiteral("-pkeyopt"),
-         QStringLiteral("ec_paramgen_curve:P-256")},
-        QStringLiteral("/CN=Bundle"), QStringLiteral("x"), QStringLiteral("bundle"));
-    m_bundle = QCA::KeyBundle::fromFile(file, QCA::SecureArray("x"), nullptr, OpenSsl);
+    QVERIFY(start(1));
+    m_root = root();
+    m_bundle = makeCurveBundle(QStringLiteral("/CN=Bundle"));
     QVERIFY(!m_root.isNull() && !m_bundle.isNull());
-    QVERIFY(sign());
+    QVERIFY(signs());
 }
 
 void TestFaults::cleanupTestCase()
 {
     if (m_token)
         m_token->control();
-}
-
-bool TestFaults::sign()
-{
-    const QCA::KeyStoreEntry entry = m_stores->entry(StoreName, QStringLiteral("signer"));
-    if (entry.isNull())
-        return false;
-    QCA::PrivateKey key = entry.keyBundle().privateKey();
-    return !key.isNull()
-        && !key.signMessage(QByteArray("data"), QCA::EMSA3_SHA256, QCA::DefaultFormat).isEmpty();
-}
-
-bool TestFaults::generate()
-{
-    Trivex::KeyGenerator generator;
-    generator.setBlockingEnabled(false);
-    generator.setTarget(m_store->id(), QStringLiteral("made"));
-    QSignalSpy finished(&generator, &Trivex::KeyGenerator::finished);
-    generator.createEC(QStringLiteral("ec-secp384r1"), QStringLiteral("qca-norvel-gost"));
-    if (finished.isEmpty() && !finished.wait(20000))
-        qFatal("a generation did not end");
-    return !generator.key().isNull();
-}
-
-void TestFaults::removeGenerated()
-{
-    for (const char *type : {"privkey", "pubkey"})
-        m_token->token().tool({QStringLiteral("--delete-object"), QStringLiteral("--type"),
-                               QString::fromLatin1(type), QStringLiteral("--label"),
-                               QStringLiteral("made")});
 }
 
 TestFaults::Flow TestFaults::flow(const QString &name)
@@ -152,7 +100,7 @@ TestFaults::Flow TestFaults::flow(const QString &name)
         return !m_written.isEmpty();
     };
     if (name == QLatin1String("sign"))
-        return {[this] { return sign(); }, 0, [] {}};
+        return {[this] { return signs(); }, 0, [] {}};
     if (name == QLatin1String("generate"))
         return {[this] { return generate(); }, 2, [this] { removeGenerated(); }};
     if (name == QLatin1String("write certificate"))
@@ -258,10 +206,10 @@ void TestFaults::everyCall()
             // It goes on at once; and a device that failed again and again, with nothing going well
             // between, would have its module started anew.
             else if (fault.contains("CKR_DEVICE_ERROR"))
-                QVERIFY2(sign(), order.constData());
+                QVERIFY2(signs(), order.constData());
         }
     }
-    QVERIFY(sign());
+    QVERIFY(signs());
     QVERIFY(tested.run());
     if (!isRemoval)
         tested.restore();
@@ -380,7 +328,7 @@ void TestFaults::failingAtStart()
     m_token->control("fail " + call + " 1 CKR_DEVICE_ERROR");
     QVERIFY(m_stores->waitForEntries(StoreName, 1));
     settle();
-    QVERIFY(sign());
+    QVERIFY(signs());
 }
 
 QTEST_GUILESS_MAIN(TestFaults)

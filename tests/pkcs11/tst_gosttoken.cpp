@@ -2,19 +2,14 @@
 // SPDX-License-Identifier: MIT
 #include "certificates/certificate.h"
 #include "certificates/keystoreentry.h"
-#include "qca/adapter/keygenerator.h"
 #include "qca/keys/keys.h"
 #include "qca/tokens/tokens.h"
 #include "qca/x509/certificateinfo.h"
 #include "signing/signverify.h"
-#include "tests/pkcs11/faultytoken.h"
-#include "tests/pkcs11/pinprompt.h"
-#include "tests/pkcs11/stores.h"
-#include "tests/support/testcertificates.h"
+#include "tests/pkcs11/tokenfixture.h"
 
 #include <QDirIterator>
 #include <QProcess>
-#include <QSignalSpy>
 
 #include <openssl/crypto.h>
 #include <openssl/evp.h>
@@ -58,8 +53,14 @@ QCA::SignatureAlgorithm signatureFor(const QCA::PKey &key)
 
 /// GOST keys on a token with the mechanisms of TC26, checked by the openssl program with its engine
 /// "gost". Run twice: with that engine in this process, and with TRIVEX_NO_GOST_ENGINE.
-class TestGostToken : public QObject {
+class TestGostToken : public TokenFixture {
     Q_OBJECT
+public:
+    TestGostToken()
+        : TokenFixture(StoreName)
+    {
+    }
+
 private Q_SLOTS:
     void initTestCase();
     void cleanup();
@@ -89,20 +90,18 @@ private Q_SLOTS:
     void signVerifyNeedsRsa();
 
 private:
-    QCA::PrivateKey generate(const QString &curve, const QString &label);
-    QString issueAndImport(const QCA::PrivateKey &key, const QString &subject);
-    QCA::KeyStoreEntry entryWithId(const QString &id) const;
+    QCA::PrivateKey generate(const QString &curve, const QString &label)
+    {
+        return generateCurve(curve, label, 60000);
+    }
+    QCA::KeyStoreEntry entryWithId(const QString &id) const
+    {
+        return withId(m_stores->currentEntries(StoreName), id);
+    }
     int keyObjects() const;
     bool write(const QString &name, const QByteArray &bytes) const;
     bool opensslVerifies(const QByteArray &publicInfo, const QByteArray &signature);
     QString bundle(const QString &algorithm, const QString &set) const;
-
-    std::unique_ptr<FaultyToken> m_token;
-    std::unique_ptr<TestAuthority> m_authority;
-    std::unique_ptr<QCA::Initializer> m_qca;
-    std::unique_ptr<PinPrompt> m_prompt;
-    std::unique_ptr<Stores> m_stores;
-    QCA::KeyStore *m_store = nullptr;
 };
 
 void TestGostToken::initTestCase()
@@ -111,13 +110,9 @@ void TestGostToken::initTestCase()
         qInfo("SKIP the openssl engine gost (libengine-gost-openssl) is not installed");
         QSKIP("the openssl engine gost is not installed");
     }
-    m_token = std::make_unique<FaultyToken>(StoreName);
-    if (!m_token->token().isValid())
-        QFAIL(qPrintable(m_token->token().problem()));
     // The engine is for the openssl programs: this process has read its configuration by then.
     OPENSSL_init_crypto(OPENSSL_INIT_LOAD_CONFIG, nullptr);
-    m_authority = std::make_unique<TestAuthority>();
-    QVERIFY(m_authority->isValid());
+    QVERIFY(makeToken());
     QVERIFY(write(QStringLiteral("openssl.cnf"),
                   "openssl_conf = conf\n[conf]\nengines = engines\n[engines]\ngost = gost\n"
                   "[gost]\nengine_id = gost\ndefault_algorithms = ALL\n"
@@ -126,11 +121,7 @@ void TestGostToken::initTestCase()
     m_token->useInThisProcess();
     qputenv("TRIVEX_FAULTY_GOST",
             QFile::encodeName(m_token->token().path() + QStringLiteral("/gost")));
-    m_qca = std::make_unique<QCA::Initializer>();
-    m_prompt = std::make_unique<PinPrompt>(TestToken::pin());
-    m_stores = std::make_unique<Stores>();
-    m_store = m_stores->waitFor(StoreName);
-    QVERIFY(m_store);
+    QVERIFY(start(0));
 }
 
 /// Each test leaves the token empty: bundles go with their keys, bare keys are removed by hand.
@@ -163,35 +154,6 @@ bool TestGostToken::write(const QString &name, const QByteArray &bytes) const
 {
     QFile file(m_authority->file(name));
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-}
-
-QCA::PrivateKey TestGostToken::generate(const QString &curve, const QString &label)
-{
-    Trivex::KeyGenerator generator;
-    generator.setBlockingEnabled(false);
-    generator.setTarget(m_store->id(), label);
-    QSignalSpy finished(&generator, &Trivex::KeyGenerator::finished);
-    generator.createEC(curve, Gost);
-    if (finished.isEmpty() && !finished.wait(60000))
-        return {};
-    return generator.key();
-}
-
-QCA::KeyStoreEntry TestGostToken::entryWithId(const QString &id) const
-{
-    const auto entries = m_stores->currentEntries(StoreName);
-    for (const QCA::KeyStoreEntry &entry : entries) {
-        if (entry.id() == id)
-            return entry;
-    }
-    return {};
-}
-
-QString TestGostToken::issueAndImport(const QCA::PrivateKey &key, const QString &subject)
-{
-    const QByteArray der = m_authority->issue(Trivex::encodedPublicKey(key), subject);
-    const QString id = m_stores->write(m_store, QCA::Certificate::fromDER(der, nullptr, OpenSsl));
-    return QTest::qWaitFor([&] { return !entryWithId(id).isNull(); }) ? id : QString();
 }
 
 bool TestGostToken::opensslVerifies(const QByteArray &publicInfo, const QByteArray &signature)

@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "tests/pkcs11/faultytoken.h"
+#include "tests/pkcs11/tokenfixture.h"
 #include "tests/pkcs11/tokenflow.h"
-#include "tests/support/testcertificates.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -66,8 +65,14 @@ bool isTruthful(const QJsonValue &entry)
 /// start: what was there is there, whole and usable; no entry shows a key that it hasn't; the flow
 /// can be done again, and then the token holds what it would have held without the kill. What an
 /// interrupted flow may leave is a key without a certificate, which shows nowhere.
-class TestKill : public QObject {
+class TestKill : public TokenFixture {
     Q_OBJECT
+public:
+    TestKill()
+        : TokenFixture(StoreName)
+    {
+    }
+
 private Q_SLOTS:
     void initTestCase();
     void everyCall_data();
@@ -98,8 +103,6 @@ private:
     bool isRemoval() const { return m_flow == QLatin1String("remove bundle"); }
     bool isGeneration() const { return m_flow.startsWith(QLatin1String("generate")); }
 
-    std::unique_ptr<FaultyToken> m_token;
-    std::unique_ptr<TestAuthority> m_authority;
     QString m_flow;
     QString m_bundle;
     QString m_state; ///< the directory of the token as it is before the flow
@@ -108,17 +111,8 @@ private:
 
 void TestKill::initTestCase()
 {
-    m_token = std::make_unique<FaultyToken>(StoreName);
-    TestToken &token = m_token->token();
-    if (!token.isValid())
-        QFAIL(qPrintable(token.problem()));
-    m_authority = std::make_unique<TestAuthority>();
-    QVERIFY(token.generateKeyPair(QStringLiteral("rsa:2048"), QStringLiteral("01"),
-                                  QStringLiteral("signer")));
-    const QByteArray der =
-        m_authority->issue(token.publicKey(QStringLiteral("01")), QStringLiteral("/CN=Signer"));
-    QVERIFY(token.writeObject(QStringLiteral("cert"), der, QStringLiteral("01"),
-                              QStringLiteral("signer")));
+    QVERIFY(makeToken());
+    QVERIFY(addSigner());
     m_token->useInThisProcess();
     QFile root(path(QStringLiteral("root.der")));
     QVERIFY(root.open(QIODevice::WriteOnly));

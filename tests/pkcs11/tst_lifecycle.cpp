@@ -3,10 +3,7 @@
 #include "qca/adapter/keygenerator.h"
 #include "qca/keys/keys.h"
 #include "qca/tokens/tokens.h"
-#include "tests/pkcs11/faultytoken.h"
-#include "tests/pkcs11/pinprompt.h"
-#include "tests/pkcs11/stores.h"
-#include "tests/support/testcertificates.h"
+#include "tests/pkcs11/tokenfixture.h"
 
 #include <QElapsedTimer>
 #include <QTimer>
@@ -20,8 +17,14 @@ const QString StoreName = QStringLiteral("Lifecycle");
 } // namespace
 
 /// Starts and ends: of the provider, of tokens while something goes on, of objects that wait.
-class TestLifecycle : public QObject {
+class TestLifecycle : public TokenFixture {
     Q_OBJECT
+public:
+    TestLifecycle()
+        : TokenFixture(StoreName)
+    {
+    }
+
 private Q_SLOTS:
     void initTestCase();
     void startNeverWaits();
@@ -34,35 +37,14 @@ private Q_SLOTS:
     void keyIsDestroyedWhileItSigns();
 
 private:
-    bool sign(Stores &stores);
-
-    std::unique_ptr<FaultyToken> m_token;
-    std::unique_ptr<TestAuthority> m_authority;
+    bool sign(const Stores &stores) { return signs(stores, StoreName); }
 };
 
 void TestLifecycle::initTestCase()
 {
-    m_token = std::make_unique<FaultyToken>(StoreName);
-    TestToken &token = m_token->token();
-    if (!token.isValid())
-        QFAIL(qPrintable(token.problem()));
-    m_authority = std::make_unique<TestAuthority>();
-    QVERIFY(token.generateKeyPair(QStringLiteral("rsa:2048"), QStringLiteral("01"),
-                                  QStringLiteral("signer")));
-    const QByteArray der =
-        m_authority->issue(token.publicKey(QStringLiteral("01")), QStringLiteral("/CN=Signer"));
-    QVERIFY(token.writeObject(QStringLiteral("cert"), der, QStringLiteral("01"),
-                              QStringLiteral("signer")));
+    QVERIFY(makeToken());
+    QVERIFY(addSigner());
     m_token->useInThisProcess();
-}
-
-bool TestLifecycle::sign(Stores &stores)
-{
-    const QCA::KeyStoreEntry entry = stores.entry(StoreName, QStringLiteral("signer"));
-    if (entry.isNull())
-        return false;
-    QCA::PrivateKey key = entry.keyBundle().privateKey();
-    return !key.signMessage(QByteArray("data"), QCA::EMSA3_SHA256, QCA::DefaultFormat).isEmpty();
 }
 
 void TestLifecycle::startNeverWaits()

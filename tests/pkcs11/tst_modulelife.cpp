@@ -3,10 +3,7 @@
 #include "providers/pkcs11/life/restartpause.h"
 #include "qca/adapter/keygenerator.h"
 #include "qca/tokens/tokens.h"
-#include "tests/pkcs11/faultytoken.h"
-#include "tests/pkcs11/pinprompt.h"
-#include "tests/pkcs11/stores.h"
-#include "tests/support/testcertificates.h"
+#include "tests/pkcs11/tokenfixture.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -29,8 +26,14 @@ constexpr int SomeLooks = 2500;
 
 /// Modules that are given up and taken again: by their file, after faults of their device, after
 /// nonsense.
-class TestModuleLife : public QObject {
+class TestModuleLife : public TokenFixture {
     Q_OBJECT
+public:
+    TestModuleLife()
+        : TokenFixture(StoreName)
+    {
+    }
+
 private Q_SLOTS:
     void initTestCase();
     void init();
@@ -48,29 +51,19 @@ private Q_SLOTS:
     void pauseGrows();
 
 private:
-    bool sign(Stores &stores);
+    bool sign(const Stores &stores) { return signs(stores, StoreName); }
     bool isShown(Stores &stores) { return stores.entries(StoreName).size() == 1; }
 
-    std::unique_ptr<FaultyToken> m_token;
     QString m_library;
 };
 
 void TestModuleLife::initTestCase()
 {
-    m_token = std::make_unique<FaultyToken>(StoreName);
-    TestToken &token = m_token->token();
-    if (!token.isValid())
-        QFAIL(qPrintable(token.problem()));
-    const TestAuthority authority;
-    QVERIFY(token.generateKeyPair(QStringLiteral("rsa:2048"), QStringLiteral("01"),
-                                  QStringLiteral("signer")));
-    QVERIFY(token.writeObject(
-        QStringLiteral("cert"),
-        authority.issue(token.publicKey(QStringLiteral("01")), QStringLiteral("/CN=Signer")),
-        QStringLiteral("01"), QStringLiteral("signer")));
+    QVERIFY(makeToken());
+    QVERIFY(addSigner());
     m_token->useInThisProcess();
     // A copy that can be taken away.
-    m_library = token.path() + QStringLiteral("/faulty.so");
+    m_library = m_token->token().path() + QStringLiteral("/faulty.so");
     QVERIFY(QFile::copy(qEnvironmentVariable("TRIVEX_PKCS11_MODULES"), m_library));
 }
 
@@ -79,15 +72,6 @@ void TestModuleLife::init()
     m_token->control();
     m_token->forget();
     qputenv("TRIVEX_PKCS11_MODULES", QFile::encodeName(m_library));
-}
-
-bool TestModuleLife::sign(Stores &stores)
-{
-    const QCA::KeyStoreEntry entry = stores.entry(StoreName, QStringLiteral("signer"));
-    if (entry.isNull())
-        return false;
-    QCA::PrivateKey key = entry.keyBundle().privateKey();
-    return !key.signMessage(QByteArray("data"), QCA::EMSA3_SHA256, QCA::DefaultFormat).isEmpty();
 }
 
 void TestModuleLife::slotCounts_data()

@@ -1,10 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "qca/tokens/tokens.h"
-#include "tests/pkcs11/faultytoken.h"
-#include "tests/pkcs11/pinprompt.h"
-#include "tests/pkcs11/stores.h"
-#include "tests/support/testcertificates.h"
+#include "tests/pkcs11/tokenfixture.h"
 
 using namespace TrivexTest;
 using Trivex::TokenError;
@@ -20,8 +17,14 @@ constexpr int Certificates = 6;
 
 /// Tokens without public key objects, as cards and other programs leave them: what is shown before
 /// a login, and what the login makes of it.
-class TestPresumedKeys : public QObject {
+class TestPresumedKeys : public TokenFixture {
     Q_OBJECT
+public:
+    TestPresumedKeys()
+        : TokenFixture(StoreName)
+    {
+    }
+
 private Q_SLOTS:
     void initTestCase();
     void init();
@@ -44,11 +47,6 @@ private:
     QString shown() const;
     bool sign(const char *name) const;
 
-    std::unique_ptr<FaultyToken> m_token;
-    std::unique_ptr<TestAuthority> m_authority;
-    std::unique_ptr<QCA::Initializer> m_qca;
-    std::unique_ptr<PinPrompt> m_prompt;
-    std::unique_ptr<Stores> m_stores;
     TokenMonitor m_monitor;
     QList<TokenError> m_errors;
     QString m_storeId;
@@ -107,20 +105,13 @@ bool TestPresumedKeys::addCertificates()
 
 void TestPresumedKeys::initTestCase()
 {
-    m_token = std::make_unique<FaultyToken>(StoreName);
-    if (!m_token->token().isValid())
-        QFAIL(qPrintable(m_token->token().problem()));
-    m_authority = std::make_unique<TestAuthority>();
-    QVERIFY(m_authority->isValid());
+    QVERIFY(makeToken());
     QVERIFY(addCertificates());
     m_token->useInThisProcess();
     connect(&m_monitor, &TokenMonitor::failed, this,
             [this](const TokenError &error) { m_errors.append(error); });
-    m_qca = std::make_unique<QCA::Initializer>();
-    m_prompt = std::make_unique<PinPrompt>(TestToken::pin());
-    m_stores = std::make_unique<Stores>();
-    QVERIFY(m_stores->waitForEntries(StoreName, Certificates));
-    m_storeId = m_stores->byName(StoreName)->id();
+    QVERIFY(start(Certificates));
+    m_storeId = m_store->id();
 }
 
 void TestPresumedKeys::init()

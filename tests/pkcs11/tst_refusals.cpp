@@ -4,10 +4,7 @@
 #include "qca/keys/keys.h"
 #include "qca/questions/storedanswers.h"
 #include "qca/tokens/tokens.h"
-#include "tests/pkcs11/faultytoken.h"
-#include "tests/pkcs11/pinprompt.h"
-#include "tests/pkcs11/stores.h"
-#include "tests/support/testcertificates.h"
+#include "tests/pkcs11/tokenfixture.h"
 
 #include <QSignalSpy>
 
@@ -18,13 +15,18 @@ namespace {
 
 const QString StoreName = QStringLiteral("Refusals");
 const QString FreshName = QStringLiteral("Fresh");
-const QString OpenSsl = QStringLiteral("qca-norvel-openssl");
 
 } // namespace
 
 /// Tokens that refuse: what is said of it, what is tried once more, and what is never tried.
-class TestRefusals : public QObject {
+class TestRefusals : public TokenFixture {
     Q_OBJECT
+public:
+    TestRefusals()
+        : TokenFixture(StoreName)
+    {
+    }
+
 private Q_SLOTS:
     void initTestCase();
     void init();
@@ -47,13 +49,7 @@ private:
     QCA::PrivateKey generate(bool rsa, int exponent = 3);
     TokenError lastError() const;
     int objects() const { return m_token->token().objectCount(); }
-    void removeGenerated();
 
-    std::unique_ptr<FaultyToken> m_token;
-    std::unique_ptr<QCA::Initializer> m_qca;
-    std::unique_ptr<PinPrompt> m_prompt;
-    std::unique_ptr<Stores> m_stores;
-    QCA::KeyStore *m_store = nullptr;
     QCA::Certificate m_root;
     Trivex::TokenMonitor m_monitor;
     QList<TokenError> m_errors;
@@ -62,20 +58,13 @@ private:
 
 void TestRefusals::initTestCase()
 {
-    m_token = std::make_unique<FaultyToken>(StoreName);
-    if (!m_token->token().isValid())
-        QFAIL(qPrintable(m_token->token().problem()));
+    QVERIFY(makeToken());
     QVERIFY(m_token->token().addTokenWithoutUserPin(FreshName));
     m_token->useInThisProcess();
     connect(&m_monitor, &Trivex::TokenMonitor::failed, this,
             [this](const TokenError &error) { m_errors.append(error); });
-    m_qca = std::make_unique<QCA::Initializer>();
-    m_prompt = std::make_unique<PinPrompt>(TestToken::pin());
-    m_stores = std::make_unique<Stores>();
-    m_store = m_stores->waitFor(StoreName);
-    QVERIFY(m_store);
-    const TestAuthority authority;
-    m_root = QCA::Certificate::fromDER(authority.certificate(), nullptr, OpenSsl);
+    QVERIFY(start(0));
+    m_root = root();
     QVERIFY(!m_root.isNull());
 }
 
@@ -114,14 +103,6 @@ QCA::PrivateKey TestRefusals::generate(bool rsa, int exponent)
     QTest::qWait(50);
     m_finished = finished.size();
     return generator.key();
-}
-
-void TestRefusals::removeGenerated()
-{
-    for (const char *type : {"privkey", "pubkey"})
-        m_token->token().tool({QStringLiteral("--delete-object"), QStringLiteral("--type"),
-                               QString::fromLatin1(type), QStringLiteral("--label"),
-                               QStringLiteral("made")});
 }
 
 void TestRefusals::exponent_data()

@@ -6,10 +6,7 @@
 #include "qca/questions/qcahandler.h"
 #include "qca/questions/questionscope.h"
 #include "qca/tokens/tokens.h"
-#include "tests/pkcs11/faultytoken.h"
-#include "tests/pkcs11/pinprompt.h"
-#include "tests/pkcs11/stores.h"
-#include "tests/support/testcertificates.h"
+#include "tests/pkcs11/tokenfixture.h"
 
 #include <QSignalSpy>
 #include <QTimer>
@@ -19,7 +16,6 @@ using namespace TrivexTest;
 namespace {
 
 const QString StoreName = QStringLiteral("Questions");
-const QString OpenSsl = QStringLiteral("qca-norvel-openssl");
 
 enum Operation { Generate, WriteCertificate, RemoveEntry, Sign };
 
@@ -28,8 +24,14 @@ enum Operation { Generate, WriteCertificate, RemoveEntry, Sign };
 /// Where the PIN comes from, and how many attempts each operation costs the token, counted by a
 /// module that sees every login. The handler with stored answers and the prompt are made in either
 /// order.
-class TestTokenQuestions : public QObject {
+class TestTokenQuestions : public TokenFixture {
     Q_OBJECT
+public:
+    TestTokenQuestions()
+        : TokenFixture(StoreName)
+    {
+    }
+
 private Q_SLOTS:
     void initTestCase();
     void init();
@@ -51,40 +53,20 @@ private:
     void makeHandlers(bool storedFirst);
     void store(const QByteArray &pin);
     bool perform(Operation operation);
-    bool signWith(QCA::PrivateKey key);
     int logins() const { return m_token->count("C_Login"); }
 
-    std::unique_ptr<FaultyToken> m_token;
-    std::unique_ptr<TestAuthority> m_authority;
-    std::unique_ptr<QCA::Initializer> m_qca;
-    std::unique_ptr<Stores> m_stores;
-    std::unique_ptr<PinPrompt> m_prompt;
     QcaAskerThread *m_asker = nullptr;
-    QCA::KeyStore *m_store = nullptr;
     QCA::Certificate m_root;
 };
 
 void TestTokenQuestions::initTestCase()
 {
-    m_token = std::make_unique<FaultyToken>(StoreName);
-    if (!m_token->token().isValid())
-        QFAIL(qPrintable(m_token->token().problem()));
-    m_authority = std::make_unique<TestAuthority>();
-    QVERIFY(m_authority->isValid());
-    TestToken &token = m_token->token();
-    QVERIFY(token.generateKeyPair(QStringLiteral("rsa:2048"), QStringLiteral("01"),
-                                  QStringLiteral("signer")));
-    const QByteArray der =
-        m_authority->issue(token.publicKey(QStringLiteral("01")), QStringLiteral("/CN=Signer"));
-    QVERIFY(token.writeObject(QStringLiteral("cert"), der, QStringLiteral("01"),
-                              QStringLiteral("signer")));
+    QVERIFY(makeToken());
+    QVERIFY(addSigner());
     m_token->useInThisProcess();
-    m_qca = std::make_unique<QCA::Initializer>();
-    m_stores = std::make_unique<Stores>();
-    m_store = m_stores->waitFor(StoreName);
-    QVERIFY(m_store);
-    QVERIFY(m_stores->waitForEntries(StoreName, 1));
-    m_root = QCA::Certificate::fromDER(m_authority->certificate(), nullptr, OpenSsl);
+    QVERIFY(start(1));
+    m_prompt.reset();
+    m_root = root();
     QVERIFY(!m_root.isNull());
 }
 
@@ -117,11 +99,7 @@ void TestTokenQuestions::cleanup()
 {
     m_token->control();
     m_prompt->setPin(TestToken::pin());
-    const auto entries = m_stores->currentEntries(StoreName);
-    for (const QCA::KeyStoreEntry &entry : entries) {
-        if (entry.name() != QLatin1String("signer"))
-            m_stores->remove(m_store, entry.id());
-    }
+    removeOthers();
     m_prompt.reset();
     if (m_asker)
         QcaAskerThread::letGo(std::exchange(m_asker, nullptr), 3000);
@@ -133,11 +111,6 @@ void TestTokenQuestions::store(const QByteArray &pin)
     handler->setPassword(QCA::SecureArray(pin));
     handler->setObjectId(QStringLiteral("label"));
     handler->setKeyStoreId(m_store->id());
-}
-
-bool TestTokenQuestions::signWith(QCA::PrivateKey key)
-{
-    return !key.signMessage(QByteArray("data"), QCA::EMSA3_SHA256, QCA::DefaultFormat).isEmpty();
 }
 
 bool TestTokenQuestions::perform(Operation operation)
@@ -156,8 +129,7 @@ bool TestTokenQuestions::perform(Operation operation)
         return m_stores->remove(m_store,
                                 m_stores->entry(StoreName, QStringLiteral("Test Root")).id());
     case Sign:
-        return signWith(
-            m_stores->entry(StoreName, QStringLiteral("signer")).keyBundle().privateKey());
+        return signs();
     }
     return false;
 }

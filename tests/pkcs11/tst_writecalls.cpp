@@ -1,12 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "qca/adapter/keygenerator.h"
-#include "tests/pkcs11/faultytoken.h"
-#include "tests/pkcs11/pinprompt.h"
-#include "tests/pkcs11/stores.h"
-#include "tests/support/testcertificates.h"
-
-#include <QSignalSpy>
+#include "tests/pkcs11/tokenfixture.h"
 
 using namespace TrivexTest;
 
@@ -20,8 +14,14 @@ constexpr int OtherKeys = 8;
 
 /// What writing costs in calls: the same whatever else the token holds, and nothing is searched for
 /// once something was written, because tokens read themselves anew then.
-class TestWriteCalls : public QObject {
+class TestWriteCalls : public TokenFixture {
     Q_OBJECT
+public:
+    TestWriteCalls()
+        : TokenFixture(StoreName)
+    {
+    }
+
 private Q_SLOTS:
     void initTestCase();
     void costsNoMoreOnAFullToken_data();
@@ -30,52 +30,27 @@ private Q_SLOTS:
 
 private:
     using Calls = QList<QByteArray>;
-    bool generate();
+    bool generate()
+    {
+        return !generateCurve(QStringLiteral("ec-secp384r1"), QStringLiteral("made")).isNull();
+    }
     bool perform(const QString &operation, int number);
     Calls callsOf(const QString &operation, int number);
-
-    std::unique_ptr<FaultyToken> m_token;
-    std::unique_ptr<TestAuthority> m_authority;
-    std::unique_ptr<QCA::Initializer> m_qca;
-    std::unique_ptr<PinPrompt> m_prompt;
-    std::unique_ptr<Stores> m_stores;
-    QCA::KeyStore *m_store = nullptr;
 };
 
 void TestWriteCalls::initTestCase()
 {
-    m_token = std::make_unique<FaultyToken>(StoreName);
-    if (!m_token->token().isValid())
-        QFAIL(qPrintable(m_token->token().problem()));
-    m_authority = std::make_unique<TestAuthority>();
+    QVERIFY(makeToken());
     m_token->useInThisProcess();
-    m_qca = std::make_unique<QCA::Initializer>();
-    m_prompt = std::make_unique<PinPrompt>(TestToken::pin());
-    m_stores = std::make_unique<Stores>();
-    m_store = m_stores->waitFor(StoreName);
-    QVERIFY(m_store);
+    QVERIFY(start(0));
     QVERIFY(generate()); // logs in, too
-}
-
-bool TestWriteCalls::generate()
-{
-    Trivex::KeyGenerator generator;
-    generator.setBlockingEnabled(false);
-    generator.setTarget(m_store->id(), QStringLiteral("made"));
-    QSignalSpy finished(&generator, &Trivex::KeyGenerator::finished);
-    generator.createEC(QStringLiteral("ec-secp384r1"), QStringLiteral("qca-norvel-gost"));
-    return (!finished.isEmpty() || finished.wait(20000)) && !generator.key().isNull();
 }
 
 bool TestWriteCalls::perform(const QString &operation, int number)
 {
     if (operation == QLatin1String("generate"))
         return generate();
-    const QString file = m_authority->bundle(
-        {QStringLiteral("-algorithm"), QStringLiteral("EC"), QStringLiteral("-pkeyopt"),
-         QStringLiteral("ec_paramgen_curve:P-256")},
-        QStringLiteral("/CN=%1").arg(number), QStringLiteral("x"), QStringLiteral("bundle"));
-    const auto bundle = QCA::KeyBundle::fromFile(file, QCA::SecureArray("x"), nullptr, OpenSsl);
+    const QCA::KeyBundle bundle = makeCurveBundle(QStringLiteral("/CN=%1").arg(number));
     const bool isBundle = operation == QLatin1String("write bundle");
     return !(isBundle ? m_stores->write(m_store, bundle)
                       : m_stores->write(m_store, bundle.certificateChain().primary()))

@@ -3,13 +3,9 @@
 #include "qca/adapter/keygenerator.h"
 #include "qca/keys/keys.h"
 #include "qca/tokens/tokens.h"
-#include "tests/pkcs11/pinprompt.h"
-#include "tests/pkcs11/stores.h"
-#include "tests/support/testcertificates.h"
-#include "tests/support/testtoken.h"
+#include "tests/pkcs11/tokenfixture.h"
 
 #include <QElapsedTimer>
-#include <QSignalSpy>
 #include <QTimer>
 
 using namespace TrivexTest;
@@ -24,8 +20,14 @@ const QString OpenSsl = QStringLiteral("qca-norvel-openssl");
 } // namespace
 
 /// Everything that changes a token or uses its keys, on SoftHSM, checked by other tools.
-class TestWriting : public QObject {
+class TestWriting : public TokenFixture {
     Q_OBJECT
+public:
+    TestWriting()
+        : TokenFixture(StoreName)
+    {
+    }
+
 private Q_SLOTS:
     void initTestCase();
     void cleanup();
@@ -50,32 +52,20 @@ private Q_SLOTS:
 
 private:
     QCA::PrivateKey generate(const QString &algorithm, const QString &label);
-    QString issueAndImport(const QCA::PrivateKey &key, const QString &subject);
-    QCA::KeyStoreEntry entryWithId(const QString &id) const;
+    QCA::KeyStoreEntry entryWithId(const QString &id) const
+    {
+        return withId(m_stores->entries(StoreName), id);
+    }
     bool opensslVerifies(const QCA::PrivateKey &key, const QByteArray &data,
                          const QByteArray &signature, const QStringList &options);
-
-    std::unique_ptr<TestToken> m_token;
-    std::unique_ptr<TestAuthority> m_authority;
-    std::unique_ptr<QCA::Initializer> m_qca;
-    std::unique_ptr<PinPrompt> m_prompt;
-    std::unique_ptr<Stores> m_stores;
-    QCA::KeyStore *m_store = nullptr;
 };
 
 void TestWriting::initTestCase()
 {
-    m_token = std::make_unique<TestToken>(StoreName);
-    if (!m_token->isValid())
-        QFAIL(qPrintable(m_token->problem()));
-    m_authority = std::make_unique<TestAuthority>();
-    QVERIFY(m_authority->isValid());
-    m_token->useInThisProcess();
-    m_qca = std::make_unique<QCA::Initializer>();
-    m_prompt = std::make_unique<PinPrompt>(m_token->pin());
-    m_stores = std::make_unique<Stores>();
-    m_store = m_stores->waitFor(StoreName);
-    QVERIFY(m_store);
+    QVERIFY(makeToken());
+    // SoftHSM itself, with nothing in front of it.
+    m_token->token().useInThisProcess();
+    QVERIFY(start(0));
 }
 
 /// Each test leaves the token empty of entries, and bare keys are removed by hand.
@@ -89,34 +79,10 @@ void TestWriting::cleanup()
 
 QCA::PrivateKey TestWriting::generate(const QString &algorithm, const QString &label)
 {
-    Trivex::KeyGenerator generator;
-    generator.setBlockingEnabled(false);
-    generator.setTarget(m_store->id(), label);
-    QSignalSpy finished(&generator, &Trivex::KeyGenerator::finished);
-    if (algorithm == QLatin1String("ec"))
-        generator.createEC(QStringLiteral("ec-secp384r1"), Gost);
-    else
-        generator.createRSA(algorithm.toInt(), 3, Pkcs11);
-    if (finished.isEmpty() && !finished.wait(60000))
-        return {};
-    return generator.key();
-}
-
-QCA::KeyStoreEntry TestWriting::entryWithId(const QString &id) const
-{
-    const auto entries = m_stores->entries(StoreName);
-    for (const QCA::KeyStoreEntry &entry : entries) {
-        if (entry.id() == id)
-            return entry;
-    }
-    return {};
-}
-
-QString TestWriting::issueAndImport(const QCA::PrivateKey &key, const QString &subject)
-{
-    const QByteArray der = m_authority->issue(Trivex::encodedPublicKey(key), subject);
-    const QString id = m_stores->write(m_store, QCA::Certificate::fromDER(der, nullptr, OpenSsl));
-    return QTest::qWaitFor([&] { return !entryWithId(id).isNull(); }) ? id : QString();
+    constexpr int Patience = 60000;
+    return algorithm == QLatin1String("ec")
+        ? generateCurve(QStringLiteral("ec-secp384r1"), label, Patience)
+        : generateRsa(algorithm.toInt(), 3, label, Patience);
 }
 
 bool TestWriting::opensslVerifies(const QCA::PrivateKey &key, const QByteArray &data,
@@ -156,7 +122,7 @@ void TestWriting::generation()
     QFETCH(int, type);
     QFETCH(int, bits);
     QFETCH(QString, provider);
-    const int before = m_token->objectCount();
+    const int before = m_token->token().objectCount();
     const QCA::PrivateKey key = generate(algorithm, QStringLiteral("Ключ"));
     QVERIFY(!key.isNull());
     QVERIFY(key.isPrivate());
@@ -167,8 +133,8 @@ void TestWriting::generation()
     QCOMPARE(Trivex::keyStoreIdOf(key), m_store->id());
     if (type == Trivex::RsaKey)
         QCOMPARE(key.toRSA().e(), QCA::BigInteger(3));
-    QCOMPARE(m_token->objectCount(), before + 2);
-    const QByteArray listing = m_token->tool({QStringLiteral("--list-objects")});
+    QCOMPARE(m_token->token().objectCount(), before + 2);
+    const QByteArray listing = m_token->token().tool({QStringLiteral("--list-objects")});
     QVERIFY(listing.contains("Ключ"));
     QVERIFY(listing.contains("sensitive, always sensitive, never extractable"));
     // A key without a certificate is no entry.
@@ -176,12 +142,12 @@ void TestWriting::generation()
     // Its certificate makes it one, which can be removed.
     QVERIFY(!issueAndImport(key, QStringLiteral("/CN=Generated")).isEmpty());
     cleanup();
-    QCOMPARE(m_token->objectCount(), before);
+    QCOMPARE(m_token->token().objectCount(), before);
 }
 
 void TestWriting::generationWithoutTarget()
 {
-    const int before = m_token->objectCount();
+    const int before = m_token->token().objectCount();
     Trivex::KeyGenerator generator;
     QVERIFY(generator.createRSA(2048, 3, Pkcs11).isNull());
     generator.setTarget(QStringLiteral("no such store"), QStringLiteral("x"));
@@ -189,7 +155,7 @@ void TestWriting::generationWithoutTarget()
     generator.setTarget(m_store->id(), QStringLiteral("x"));
     QVERIFY(generator.createEC(QStringLiteral("no-such-curve"), Gost).isNull());
     QVERIFY(generator.createRSA(17, 3, Pkcs11).isNull());
-    QCOMPARE(m_token->objectCount(), before);
+    QCOMPARE(m_token->token().objectCount(), before);
 }
 
 void TestWriting::generationNeverFreezesTheLoop()
@@ -209,7 +175,7 @@ void TestWriting::generationNeverFreezesTheLoop()
 
 void TestWriting::abandonedGeneration()
 {
-    const int before = m_token->objectCount();
+    const int before = m_token->token().objectCount();
     {
         Trivex::KeyGenerator generator;
         generator.setBlockingEnabled(false);
@@ -218,7 +184,7 @@ void TestWriting::abandonedGeneration()
         QVERIFY(generator.isBusy());
     }
     QTRY_VERIFY_WITH_TIMEOUT(!Trivex::TokenMonitor::token(m_store->id()).busy, 20000);
-    QCOMPARE(m_token->objectCount(), before);
+    QCOMPARE(m_token->token().objectCount(), before);
 }
 
 void TestWriting::rawSignature()
@@ -372,7 +338,7 @@ void TestWriting::importOfBundle()
 {
     QFETCH(QStringList, keyArguments);
     QFETCH(int, type);
-    const int before = m_token->objectCount();
+    const int before = m_token->token().objectCount();
     const QString file = m_authority->bundle(keyArguments, QStringLiteral("/CN=Пётр"),
                                              QStringLiteral("пароль"), QStringLiteral("Мой ключ"));
     QVERIFY(!file.isEmpty());
@@ -394,24 +360,24 @@ void TestWriting::importOfBundle()
     QVERIFY(opensslVerifies(
         key, data, signature,
         {QStringLiteral("-rawin"), QStringLiteral("-digest"), QStringLiteral("sha256")}));
-    QVERIFY(m_token->tool({QStringLiteral("--list-objects")}).contains("sensitive"));
-    QCOMPARE(m_token->objectCount(), before + 4);
+    QVERIFY(m_token->token().tool({QStringLiteral("--list-objects")}).contains("sensitive"));
+    QCOMPARE(m_token->token().objectCount(), before + 4);
     // A second time adds nothing.
     QCOMPARE(m_stores->write(m_store, bundle), id);
-    QCOMPARE(m_token->objectCount(), before + 4);
+    QCOMPARE(m_token->token().objectCount(), before + 4);
     cleanup();
-    QCOMPARE(m_token->objectCount(), before);
+    QCOMPARE(m_token->token().objectCount(), before);
 }
 
 void TestWriting::removalOfBundle()
 {
-    const int before = m_token->objectCount();
+    const int before = m_token->token().objectCount();
     const QString id = issueAndImport(generate(QStringLiteral("2048"), QStringLiteral("gone")),
                                       QStringLiteral("/CN=Gone"));
     QVERIFY(!id.isEmpty());
     QVERIFY(m_stores->remove(m_store, id));
     QTRY_VERIFY(m_stores->entries(StoreName).isEmpty());
-    QCOMPARE(m_token->objectCount(), before);
+    QCOMPARE(m_token->token().objectCount(), before);
 }
 
 void TestWriting::removalKeepsASharedKey()

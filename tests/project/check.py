@@ -76,7 +76,8 @@ def bodies(text):
 
 def test_names():
     """Test classes: Test and the subject."""
-    slots = re.compile(r"^class (\w+) : public \w+ \{\n    Q_OBJECT\nprivate Q_SLOTS:", re.M)
+    slots = re.compile(r"^class (\w+) : public \w+ \{\n    Q_OBJECT\n(?:public:\n(?:(?:    .*)?\n)*?)?"
+                       r"private Q_SLOTS:", re.M)
     for path in of_kind(".cpp", ".h"):
         for found in slots.findall(text_of(path)):
             if name(path).startswith("tests/") and not re.fullmatch(r"Test[A-Z]\w*", found):
