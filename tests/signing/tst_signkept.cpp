@@ -4,10 +4,9 @@
 // What a signer's kept PIN answers, and what ends the keeping.
 #include "qca/questions/asker.h"
 #include "qca/tokens/tokenregistry.h"
-#include "signing/signverify.h"
+#include "tests/signing/askedsigner.h"
 #include "tests/signing/pintoken.h"
 
-#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -18,7 +17,6 @@ using namespace TrivexTest;
 namespace {
 
 const QByteArray data = "What is signed";
-constexpr int signTime = 6000; // ms
 
 } // namespace
 
@@ -40,36 +38,30 @@ private:
 
 void TestSignKept::givenBeforeAnyQuestion()
 {
-    SignVerify signer;
+    AskedSigner signer;
     signer.pinRejected();
     signer.pinAccepted(QStringLiteral("1234"));
     PinToken token;
     const auto entry = token.entry();
-    QSignalSpy asked(&signer, &SignVerify::getPin);
-    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
-    connect(&signer, &SignVerify::getPin, &signer, &SignVerify::pinRejected);
-    signer.sign(data, path("a.sig"), entry.get());
-    QVERIFY(isSigned.wait(signTime));
-    QCOMPARE(asked.count(), 0);
+    signer.typed.clear();
+    QVERIFY(signer.hasSigned(path("a.sig"), entry.get()));
+    QCOMPARE(signer.asked.count(), 0);
     QCOMPARE(token.tried, QStringList(QStringLiteral("1234")));
 }
 
 void TestSignKept::givenBeforeServesOneTokenOnly()
 {
-    SignVerify signer;
+    AskedSigner signer;
     signer.pinAccepted(QStringLiteral("1234"));
     PinToken first;
     PinToken second(QStringLiteral("second store"));
     const auto firstEntry = first.entry();
     const auto secondEntry = second.entry();
-    QSignalSpy asked(&signer, &SignVerify::getPin);
-    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
-    connect(&signer, &SignVerify::getPin, &signer, &SignVerify::pinRejected);
-    signer.sign(data, path("a.sig"), firstEntry.get());
-    QVERIFY(isSigned.wait(signTime));
+    signer.typed.clear();
+    QVERIFY(signer.hasSigned(path("a.sig"), firstEntry.get()));
     signer.sign(data, path("b.sig"), secondEntry.get());
     QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), signTime);
-    QCOMPARE(asked.count(), 1);
+    QCOMPARE(signer.asked.count(), 1);
     QCOMPARE(second.tried, QStringList(QStringLiteral("-")));
 }
 
@@ -89,28 +81,22 @@ void TestSignKept::otherOperationsAreAskedEachTime()
     QFETCH(int, purpose);
     PinToken token;
     const auto entry = token.entry();
-    SignVerify signer;
-    QSignalSpy asked(&signer, &SignVerify::getPin);
-    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
-    QString typed = QStringLiteral("1234");
-    connect(&signer, &SignVerify::getPin, this, [&] { signer.pinAccepted(typed); });
-    signer.sign(data, path("a.sig"), entry.get());
-    QVERIFY(isSigned.wait(signTime));
-    QCOMPARE(asked.count(), 1);
+    AskedSigner signer;
+    QVERIFY(signer.hasSigned(path("a.sig"), entry.get()));
+    QCOMPARE(signer.asked.count(), 1);
     Trivex::QuestionInfo question;
     question.keyStoreId = QStringLiteral("store");
     question.purpose = Trivex::Purpose(purpose);
     for (const char *pin : {"5678", "8765"}) {
-        typed = QLatin1String(pin);
+        signer.typed = QLatin1String(pin);
         const Trivex::Reply reply = Trivex::ask(question, {});
         QVERIFY(reply.accepted);
         QCOMPARE(reply.password.toByteArray(), QByteArray(pin));
     }
-    QCOMPARE(asked.count(), 3);
+    QCOMPARE(signer.asked.count(), 3);
     // What was typed for them is not kept.
-    signer.sign(data, path("a.sig"), entry.get());
-    QVERIFY(isSigned.wait(signTime));
-    QCOMPARE(asked.count(), 3);
+    QVERIFY(signer.hasSigned(path("a.sig"), entry.get()));
+    QCOMPARE(signer.asked.count(), 3);
     QCOMPARE(token.tried, QStringList({QStringLiteral("1234"), QStringLiteral("1234")}));
 }
 
@@ -142,28 +128,22 @@ void TestSignKept::whatEndsTheKeeping()
     Trivex::publishTokenStatus(status, Trivex::nextStatusNumber());
     PinToken token;
     const auto entry = token.entry();
-    SignVerify signer;
-    QSignalSpy asked(&signer, &SignVerify::getPin);
-    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
-    connect(&signer, &SignVerify::getPin, this,
-            [&] { signer.pinAccepted(QStringLiteral("1234")); });
-    signer.sign(data, path("a.sig"), entry.get());
-    QVERIFY(isSigned.wait(signTime));
+    AskedSigner signer;
+    QVERIFY(signer.hasSigned(path("a.sig"), entry.get()));
     std::thread other([&] { cause(event, status); });
     other.join();
-    QTest::qWait(50);
-    asked.clear();
+    QTest::qWait(50); // until the signer has heard of it, which shows nowhere
+    signer.asked.clear();
     if (event == QLatin1String("last question")) {
         Trivex::QuestionInfo question;
         question.keyStoreId = QStringLiteral("store");
         question.purpose = Trivex::Purpose::Write;
         question.pinState = Trivex::PinState::FinalTry;
         QVERIFY(Trivex::ask(question, {}).accepted);
-        asked.clear();
+        signer.asked.clear();
     }
-    signer.sign(data, path("a.sig"), entry.get());
-    QVERIFY(isSigned.wait(signTime));
-    QCOMPARE(asked.count(), questions - 1);
+    QVERIFY(signer.hasSigned(path("a.sig"), entry.get()));
+    QCOMPARE(signer.asked.count(), questions - 1);
 }
 
 /// What happens to a token, told as its thread tells it.

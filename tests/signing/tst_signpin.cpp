@@ -4,7 +4,7 @@
 #include "qca/questions/openquestions.h"
 #include "qca/questions/qcahandler.h"
 #include "qca/questions/question.h"
-#include "signing/signverify.h"
+#include "tests/signing/askedsigner.h"
 #include "tests/signing/pintoken.h"
 
 #include <QEventLoop>
@@ -25,8 +25,6 @@ QStringList list(std::initializer_list<const char *> items)
         result << QLatin1String(item);
     return result;
 }
-
-constexpr int signTime = 6000; // ms
 
 } // namespace
 
@@ -83,32 +81,22 @@ void TestSignPin::anotherStoreAsksAgain()
     PinToken second(QStringLiteral("second store"));
     const auto firstEntry = first.entry();
     const auto secondEntry = second.entry();
-    SignVerify signer;
-    QSignalSpy asked(&signer, &SignVerify::getPin);
-    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
-    connect(&signer, &SignVerify::getPin, this,
-            [&] { signer.pinAccepted(QStringLiteral("1234")); });
+    AskedSigner signer;
     signer.sign(data, path("a.sig"), firstEntry.get());
     signer.sign(data, path("b.sig"), secondEntry.get());
-    QTRY_COMPARE_WITH_TIMEOUT(isSigned.count(), 2, 2 * signTime);
-    QCOMPARE(asked.count(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(signer.isSigned.count(), 2, 2 * signTime);
+    QCOMPARE(signer.asked.count(), 2);
 }
 
 void TestSignPin::typedPinOnly()
 {
     PinToken token;
     const auto entry = token.entry();
-    SignVerify signer;
-    QSignalSpy asked(&signer, &SignVerify::getPin);
-    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
-    connect(&signer, &SignVerify::getPin, this,
-            [&] { signer.pinAccepted(QStringLiteral("1234")); });
-    signer.sign(data, path("a.sig"), entry.get());
-    QVERIFY(isSigned.wait(signTime));
+    AskedSigner signer;
+    QVERIFY(signer.hasSigned(path("a.sig"), entry.get()));
     token.question().needsTypedPin = true;
-    signer.sign(data, path("a.sig"), entry.get());
-    QVERIFY(isSigned.wait(signTime));
-    QCOMPARE(asked.count(), 2);
+    QVERIFY(signer.hasSigned(path("a.sig"), entry.get()));
+    QCOMPARE(signer.asked.count(), 2);
 }
 
 void TestSignPin::plainEventsUseTheKeptPin()
@@ -116,16 +104,10 @@ void TestSignPin::plainEventsUseTheKeptPin()
     PinToken token;
     token.plain = true;
     const auto entry = token.entry();
-    SignVerify signer;
-    QSignalSpy asked(&signer, &SignVerify::getPin);
-    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
-    connect(&signer, &SignVerify::getPin, this,
-            [&] { signer.pinAccepted(QStringLiteral("1234")); });
-    signer.sign(data, path("a.sig"), entry.get());
-    QVERIFY(isSigned.wait(signTime));
-    signer.sign(data, path("a.sig"), entry.get());
-    QVERIFY(isSigned.wait(signTime));
-    QCOMPARE(asked.count(), 1);
+    AskedSigner signer;
+    QVERIFY(signer.hasSigned(path("a.sig"), entry.get()));
+    QVERIFY(signer.hasSigned(path("a.sig"), entry.get()));
+    QCOMPARE(signer.asked.count(), 1);
     QCOMPARE(token.tried, list({"1234", "1234"}));
 }
 
@@ -133,13 +115,12 @@ void TestSignPin::rejected()
 {
     PinToken token;
     const auto entry = token.entry();
-    SignVerify signer;
-    QSignalSpy asked(&signer, &SignVerify::getPin);
-    connect(&signer, &SignVerify::getPin, &signer, &SignVerify::pinRejected);
+    AskedSigner signer;
+    signer.typed.clear();
     QTest::ignoreMessage(QtDebugMsg, "Error sign");
     signer.sign(data, path("r.sig"), entry.get());
     QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), signTime);
-    QCOMPARE(asked.count(), 1);
+    QCOMPARE(signer.asked.count(), 1);
     QCOMPARE(token.tried, list({"-"}));
     QVERIFY(!QFile::exists(path("r.sig")));
 }
@@ -150,41 +131,27 @@ void TestSignPin::rejectionForgetsTheKeptPin()
     PinToken second(QStringLiteral("second store"));
     const auto firstEntry = first.entry();
     const auto secondEntry = second.entry();
-    SignVerify signer;
-    QSignalSpy asked(&signer, &SignVerify::getPin);
-    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
-    bool rejects = false;
-    connect(&signer, &SignVerify::getPin, this, [&] {
-        if (rejects)
-            signer.pinRejected();
-        else
-            signer.pinAccepted(QStringLiteral("1234"));
-    });
-    signer.sign(data, path("a.sig"), firstEntry.get());
-    QVERIFY(isSigned.wait(signTime));
-    rejects = true;
+    AskedSigner signer;
+    QVERIFY(signer.hasSigned(path("a.sig"), firstEntry.get()));
+    signer.typed.clear();
     signer.sign(data, path("r.sig"), secondEntry.get());
     QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), signTime);
-    rejects = false;
-    signer.sign(data, path("a.sig"), firstEntry.get());
-    QVERIFY(isSigned.wait(signTime));
-    QCOMPARE(asked.count(), 3);
+    signer.typed = QStringLiteral("1234");
+    QVERIFY(signer.hasSigned(path("a.sig"), firstEntry.get()));
+    QCOMPARE(signer.asked.count(), 3);
 }
 
 void TestSignPin::wrongPinIsForgotten()
 {
     PinToken token;
     const auto entry = token.entry();
-    SignVerify signer;
+    AskedSigner signer;
     QSignalSpy failed(&signer, &SignVerify::errorChanged);
-    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
-    QString typed = QStringLiteral("9999");
-    connect(&signer, &SignVerify::getPin, this, [&] { signer.pinAccepted(typed); });
+    signer.typed = QStringLiteral("9999");
     signer.sign(data, path("a.sig"), entry.get());
     QVERIFY(failed.wait(signTime));
-    typed = QStringLiteral("1234");
-    signer.sign(data, path("a.sig"), entry.get());
-    QVERIFY(isSigned.wait(signTime));
+    signer.typed = QStringLiteral("1234");
+    QVERIFY(signer.hasSigned(path("a.sig"), entry.get()));
     QCOMPARE(token.tried, list({"9999", "1234"}));
 }
 
@@ -223,13 +190,9 @@ void TestSignPin::leavesOthersAlone()
     PinToken token;
     const auto entry = token.entry();
     SignVerify bystander;
-    SignVerify signer;
+    AskedSigner signer;
     QSignalSpy wronglyAsked(&bystander, &SignVerify::getPin);
-    QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
-    connect(&signer, &SignVerify::getPin, this,
-            [&] { signer.pinAccepted(QStringLiteral("1234")); });
-    signer.sign(data, path("a.sig"), entry.get());
-    QVERIFY(isSigned.wait(signTime));
+    QVERIFY(signer.hasSigned(path("a.sig"), entry.get()));
     QCOMPARE(wronglyAsked.count(), 0);
 }
 
@@ -294,7 +257,7 @@ void TestSignPin::withdrawn()
     QCOMPARE(token.tried, list({"-"}));
     // Too late: nobody gets it.
     signer.pinAccepted(QStringLiteral("1234"));
-    QTest::qWait(1300);
+    QTest::qWait(1300); // longer than an answer is on its way: it must meet nobody
     signer.pinRejected();
     QCOMPARE(token.tried, list({"-"}));
 }
@@ -310,7 +273,7 @@ void TestSignPin::destroyedWhileAsking()
     });
     signer->sign(data, path("d.sig"), entry.get());
     QTRY_COMPARE_WITH_TIMEOUT(token.tried, list({"-"}), signTime);
-    QTest::qWait(1300);
+    QTest::qWait(1300); // longer than an answer is on its way: it must sign nothing
     QVERIFY(!signer);
     QVERIFY(!QFile::exists(path("d.sig")));
 }

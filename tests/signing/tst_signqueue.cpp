@@ -68,6 +68,7 @@ class TestSignQueue : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void init() { m_signer = std::make_unique<SignVerify>(); }
+    void cleanup();
     void eachHasItsOwnAnswer();
     void rejectionIsOfOne();
     void acceptedTwiceIsOneAnswer();
@@ -83,11 +84,34 @@ private Q_SLOTS:
 
 private:
     void accept(const char *pin) { m_signer->pinAccepted(QLatin1String(pin)); }
-    /// Returns when the second question has reached the signer behind the first.
+    /// Returns when the second question has reached the signer behind the first. The signer tells
+    /// nobody of a question that waits, so there is nothing but time to go by.
     static void letArrive() { QTest::qWait(200); }
+    /// "a" is asked, "b" waits behind it.
+    bool askTwice();
 
     std::unique_ptr<SignVerify> m_signer;
+    std::unique_ptr<QSignalSpy> m_asked;
+    std::unique_ptr<Asking> m_first;
+    std::unique_ptr<Asking> m_second;
 };
+
+void TestSignQueue::cleanup()
+{
+    m_second.reset();
+    m_first.reset();
+}
+
+bool TestSignQueue::askTwice()
+{
+    m_asked = std::make_unique<QSignalSpy>(m_signer.get(), &SignVerify::getPin);
+    m_first = std::make_unique<Asking>("a");
+    if (!QTest::qWaitFor([this] { return m_asked->count() == 1; }))
+        return false;
+    m_second = std::make_unique<Asking>("b");
+    letArrive();
+    return true;
+}
 
 void TestSignQueue::eachHasItsOwnAnswer()
 {
@@ -118,53 +142,41 @@ void TestSignQueue::eachHasItsOwnAnswer()
 
 void TestSignQueue::rejectionIsOfOne()
 {
-    QSignalSpy asked(m_signer.get(), &SignVerify::getPin);
-    const Asking first("a");
-    QTRY_COMPARE(asked.count(), 1);
-    const Asking second("b");
-    letArrive();
+    QVERIFY(askTwice());
     // A second click on the same button.
     m_signer->pinRejected();
     m_signer->pinRejected();
-    QTRY_COMPARE(first.answer(), QByteArray("-"));
-    QTRY_COMPARE(asked.count(), 2);
-    QCOMPARE(second.answer(), QByteArray("?"));
+    QTRY_COMPARE(m_first->answer(), QByteArray("-"));
+    QTRY_COMPARE(m_asked->count(), 2);
+    QCOMPARE(m_second->answer(), QByteArray("?"));
     accept("2222");
-    QTRY_COMPARE(second.answer(), QByteArray("2222"));
+    QTRY_COMPARE(m_second->answer(), QByteArray("2222"));
 }
 
 void TestSignQueue::acceptedTwiceIsOneAnswer()
 {
-    QSignalSpy asked(m_signer.get(), &SignVerify::getPin);
-    const Asking first("a");
-    QTRY_COMPARE(asked.count(), 1);
-    const Asking second("b");
-    letArrive();
+    QVERIFY(askTwice());
     accept("1111");
     accept("1112");
-    QTRY_COMPARE(first.answer(), QByteArray("1111"));
-    QTRY_COMPARE(asked.count(), 2);
-    QTest::qWait(1200);
-    QCOMPARE(second.answer(), QByteArray("?"));
+    QTRY_COMPARE(m_first->answer(), QByteArray("1111"));
+    QTRY_COMPARE(m_asked->count(), 2);
+    QTest::qWait(1200); // longer than an answer is on its way: none must come for "b"
+    QCOMPARE(m_second->answer(), QByteArray("?"));
     accept("2222");
-    QTRY_COMPARE(second.answer(), QByteArray("2222"));
+    QTRY_COMPARE(m_second->answer(), QByteArray("2222"));
 }
 
 void TestSignQueue::rejectedWhileTheAnswerIsOnItsWay()
 {
-    QSignalSpy asked(m_signer.get(), &SignVerify::getPin);
-    const Asking first("a");
-    QTRY_COMPARE(asked.count(), 1);
-    const Asking second("b");
-    letArrive();
+    QVERIFY(askTwice());
     accept("1111");
     m_signer->pinRejected();
-    QTRY_COMPARE(first.answer(), QByteArray("-"));
-    QTRY_COMPARE(asked.count(), 2);
-    QTest::qWait(1200);
-    QCOMPARE(second.answer(), QByteArray("?"));
+    QTRY_COMPARE(m_first->answer(), QByteArray("-"));
+    QTRY_COMPARE(m_asked->count(), 2);
+    QTest::qWait(1200); // longer than an answer is on its way: none must come for "b"
+    QCOMPARE(m_second->answer(), QByteArray("?"));
     m_signer->pinRejected();
-    QTRY_COMPARE(second.answer(), QByteArray("-"));
+    QTRY_COMPARE(m_second->answer(), QByteArray("-"));
 }
 
 void TestSignQueue::rejectedAtOnce()
@@ -180,38 +192,30 @@ void TestSignQueue::rejectedAtOnce()
 
 void TestSignQueue::withdrawnWhileTheAnswerIsOnItsWay()
 {
-    QSignalSpy asked(m_signer.get(), &SignVerify::getPin);
-    const Asking first("a");
-    QTRY_COMPARE(asked.count(), 1);
-    const Asking second("b");
-    letArrive();
+    QVERIFY(askTwice());
     accept("1111");
-    QTest::qWait(300);
+    QTest::qWait(300); // in the middle of the second for which the answer is on its way
     Trivex::cancelQuestions(QStringLiteral("a"));
-    QTRY_COMPARE(first.answer(), QByteArray("-"));
-    QTRY_COMPARE(asked.count(), 2);
-    QTest::qWait(1200);
-    QCOMPARE(second.answer(), QByteArray("?"));
+    QTRY_COMPARE(m_first->answer(), QByteArray("-"));
+    QTRY_COMPARE(m_asked->count(), 2);
+    QTest::qWait(1200); // longer than an answer is on its way: none must come for "b"
+    QCOMPARE(m_second->answer(), QByteArray("?"));
     accept("2222");
-    QTRY_COMPARE(second.answer(), QByteArray("2222"));
+    QTRY_COMPARE(m_second->answer(), QByteArray("2222"));
 }
 
 void TestSignQueue::withdrawnBehindTheFirst()
 {
-    QSignalSpy asked(m_signer.get(), &SignVerify::getPin);
-    const Asking first("a");
-    QTRY_COMPARE(asked.count(), 1);
-    const Asking second("b");
-    letArrive();
+    QVERIFY(askTwice());
     Trivex::cancelQuestions(QStringLiteral("b"));
-    QTRY_COMPARE(second.answer(), QByteArray("-"));
+    QTRY_COMPARE(m_second->answer(), QByteArray("-"));
     accept("1111");
-    QTRY_COMPARE(first.answer(), QByteArray("1111"));
-    QTest::qWait(200);
-    QCOMPARE(asked.count(), 1);
+    QTRY_COMPARE(m_first->answer(), QByteArray("1111"));
+    QTest::qWait(200); // no question must come in this time
+    QCOMPARE(m_asked->count(), 1);
     // Nothing is left behind that would take this for its answer.
     const Asking third("c");
-    QTRY_COMPARE(asked.count(), 2);
+    QTRY_COMPARE(m_asked->count(), 2);
     accept("3333");
     QTRY_COMPARE(third.answer(), QByteArray("3333"));
 }
@@ -219,34 +223,26 @@ void TestSignQueue::withdrawnBehindTheFirst()
 void TestSignQueue::withdrawnBeforeItsTurn()
 {
     // Both in one turn of the event loop.
-    QSignalSpy asked(m_signer.get(), &SignVerify::getPin);
-    const Asking first("a");
-    QTRY_COMPARE(asked.count(), 1);
-    const Asking second("b");
-    letArrive();
+    QVERIFY(askTwice());
     m_signer->pinRejected();
     Trivex::cancelQuestions(QStringLiteral("b"));
-    QTRY_COMPARE(second.answer(), QByteArray("-"));
-    QTest::qWait(200);
-    const int before = asked.count();
+    QTRY_COMPARE(m_second->answer(), QByteArray("-"));
+    QTest::qWait(200); // whatever wrongly asks for "b" has asked by then
+    const int before = m_asked->count();
     const Asking third("c");
-    QTRY_COMPARE(asked.count(), before + 1);
+    QTRY_COMPARE(m_asked->count(), before + 1);
     accept("3333");
     QTRY_COMPARE(third.answer(), QByteArray("3333"));
 }
 
 void TestSignQueue::destroyedWithQuestions()
 {
-    QSignalSpy asked(m_signer.get(), &SignVerify::getPin);
-    const Asking first("a");
-    QTRY_COMPARE(asked.count(), 1);
-    const Asking second("b");
-    letArrive();
+    QVERIFY(askTwice());
     accept("1111");
     m_signer.reset();
-    QTRY_COMPARE(first.answer(), QByteArray("-"));
-    QTRY_COMPARE(second.answer(), QByteArray("-"));
-    QTest::qWait(1200);
+    QTRY_COMPARE(m_first->answer(), QByteArray("-"));
+    QTRY_COMPARE(m_second->answer(), QByteArray("-"));
+    QTest::qWait(1200); // the answer that was on its way must meet nobody
 }
 
 void TestSignQueue::destroyedByTheQuestion()

@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "certificates/keystoreentry.h"
+#include "signing/signverify.h"
+
+#include <QSignalSpy>
+
+namespace TrivexTest {
+
+constexpr int signTime = 6000; // ms
+
+/// A signer, somebody who answers its questions at once, and what was asked and signed.
+class AskedSigner : public SignVerify {
+public:
+    AskedSigner()
+    {
+        connect(this, &SignVerify::getPin, this, [this] {
+            if (typed.isEmpty())
+                pinRejected();
+            else
+                pinAccepted(typed);
+        });
+    }
+
+    /// Signs and waits for the success.
+    bool hasSigned(const QString &path, KeyStoreEntry *entry)
+    {
+        sign(QByteArrayLiteral("What is signed"), path, entry);
+        return isSigned.wait(signTime);
+    }
+
+    QSignalSpy asked{this, &SignVerify::getPin};
+    QSignalSpy isSigned{this, &SignVerify::signSuccess};
+    QString typed = QStringLiteral("1234"); ///< empty: every question is rejected
+};
+
+} // namespace TrivexTest
