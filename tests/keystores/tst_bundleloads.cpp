@@ -86,7 +86,7 @@ void TestBundleLoads::windowStaysAlive()
     QTimer timer;
     connect(&timer, &QTimer::timeout, this, [&beats] { ++beats; });
     timer.start(10);
-    QTest::qWait(20);
+    QTest::qWait(20); // the timer is in its beat
     beats = 0;
     meter.start();
     QElapsedTimer clock;

@@ -162,7 +162,7 @@ void TestKeyStoreImport::bundlesAreNeverAskedAbout()
     KeyStoreModel model;
     QVERIFY(!model.keyBundleFromFile(path, password));
     QCOMPARE(int(model.error()), error);
-    QTest::qWait(20);
+    QTest::qWait(20); // no question must come in this time
     QCOMPARE(asked, 0);
 }
 
@@ -185,7 +185,7 @@ void TestKeyStoreImport::importNeedsALocation()
         model.importCertificate();
         model.importKeyBundle();
     }
-    QTest::qWait(100);
+    QTest::qWait(100); // no store must be called in this time
     QVERIFY(stores().calls().isEmpty());
     // A location whose store has gone.
     model.setCertLocationId(0);
@@ -193,7 +193,7 @@ void TestKeyStoreImport::importNeedsALocation()
     QTRY_VERIFY(!model.keyStoreByName(text("Token")));
     model.importCertificate();
     model.importKeyBundle();
-    QTest::qWait(50);
+    QTest::qWait(50); // no store must be called in this time
     QVERIFY(stores().calls().isEmpty());
 }
 
@@ -230,7 +230,7 @@ void TestKeyStoreImport::importAfterReset()
     QVERIFY(model.keyBundleFromFile(path, text("secret")));
     model.resetImportedCertificate();
     model.importKeyBundle();
-    QTest::qWait(100);
+    QTest::qWait(100); // no store must be called in this time
     QVERIFY(stores().calls().isEmpty());
 }
 
@@ -264,7 +264,7 @@ void TestKeyStoreImport::loadsKeepTheRest()
     // A failed load changes nothing but the error.
     QVERIFY(!model.keyBundleFromFile(bundle, text("wrong")));
     QCOMPARE(model.importedCertificateCommonName(), text("Bundle"));
-    QTest::qWait(50);
+    QTest::qWait(50); // no second call must come in this time
     QCOMPARE(stores().calls().size(), 1);
     // An import leaves what was loaded as it was.
     model.importCertificate();
@@ -318,7 +318,7 @@ void TestKeyStoreImport::removalRefusals()
     QTest::ignoreMessage(QtWarningMsg, "System certificate cannot be deleted");
     model.removeCertificate(text("c"));
     model.removeCertificate(text("unknown")); // silently nothing
-    QTest::qWait(100);
+    QTest::qWait(100); // no store must be called in this time
     QVERIFY(stores().calls().isEmpty());
 }
 
@@ -350,7 +350,7 @@ void TestKeyStoreImport::removalOfTheFirstOfThatId()
     model.removeCertificate(text("c"));
     QTRY_COMPARE(removed.count(), 1);
     QCOMPARE(removed.at(0).at(0), QVariant(false));
-    QTest::qWait(50);
+    QTest::qWait(50); // no second call must come in this time
     QCOMPARE(stores().calls().size(), 1);
     QCOMPARE(stores().calls().first().storeId, text("a"));
 }

@@ -122,7 +122,7 @@ void TestKeyStoreLifetime::deletedWhileAQuestionIsOpen()
         QTest::ignoreMessage(QtWarningMsg, "Password is null!");
         model->removeCertificate(text("c"));
         QTRY_COMPARE(stores().openQuestions(), 1);
-        QTest::qWait(100);
+        QTest::qWait(100); // no answer must come in this time
         QCOMPARE(stores().openQuestions(), 1);
         const QPointer<QThread> asker(model->askerThread());
         QElapsedTimer timer;
@@ -154,7 +154,7 @@ void TestKeyStoreLifetime::deletedWhileAModuleHangs()
     QTRY_COMPARE(stores().calls().size(), 1);
     // Lists that wait behind it.
     stores().setEntries(text("u"), {certificate("d"), certificate("e")});
-    QTest::qWait(50);
+    QTest::qWait(50); // they are asked for, which shows nowhere
     const QPointer<QCA::KeyStore> store(model->keyStoreByName(text("Token")));
     const auto waiting = std::async(std::launch::async, [this] {
         // So that a model which waits fails, and does not hang the test.

@@ -139,7 +139,7 @@ void TestKeyStoreModel::locations()
     int others = 0; // of stock plugins
     {
         KeyStoreModel before;
-        QTest::qWait(100);
+        QTest::qWait(100); // nobody knows how many come, if any
         others = before.certLocationModel()->rowCount();
     }
     addStore("id-b", "Token B");
@@ -276,7 +276,7 @@ void TestKeyStoreModel::removalLeavesTheSecondRow()
     QTRY_COMPARE(model.rowCount(), 3);
     stores().setEntries(text("t"), {certificate("2")});
     QTRY_COMPARE(ids(model), QStringList({text("1"), text("2")}));
-    QTest::qWait(50);
+    QTest::qWait(50); // no row must come in this time
     QCOMPARE(model.rowCount(), 2);
     stores().setEntries(text("t"), {certificate("2")});
     QTRY_COMPARE(ids(model), QStringList({text("2")}));
@@ -331,7 +331,7 @@ void TestKeyStoreModel::invalidUpdate()
     QTest::ignoreMessage(QtWarningMsg, "Error: KeyStore not valid");
     addStore("n", "", {certificate("c")}); // nameless
     QTRY_VERIFY(model.keyStoreCount() > 0);
-    QTest::qWait(100);
+    QTest::qWait(100); // no row must come in this time
     QCOMPARE(model.rowCount(), 0);
 }
 
@@ -412,7 +412,7 @@ void TestKeyStoreModel::manyRows()
     CertificateModel system;
     system.setSourceModel(&model);
     QTRY_VERIFY(model.keyStoreByName(text("Token")));
-    QTest::qWait(50);
+    QTest::qWait(50); // its first, empty list, which shows nowhere
     qint64 spent = 0;
     QElapsedTimer timer;
     connect(&model, &QAbstractItemModel::rowsAboutToBeInserted, this, [&] {

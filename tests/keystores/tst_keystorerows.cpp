@@ -72,7 +72,7 @@ void TestKeyStoreRows::addEmptyStores(KeyStoreModel &model, int count)
         addStore(name(i).toLatin1().constData(), name(i).toLatin1().constData());
     for (int i = 0; i < count; ++i)
         QTRY_VERIFY(model.keyStoreByName(name(i)));
-    // Their first, empty lists.
+    // Their first, empty lists, which show nowhere.
     QTest::qWait(200);
 }
 

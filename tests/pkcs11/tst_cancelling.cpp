@@ -126,7 +126,7 @@ QCA::PrivateKey TestCancelling::key() const
 bool TestCancelling::isInside() const
 {
     const bool works = QTest::qWaitFor([this] { return isBusy(); }, patience);
-    QTest::qWait(300);
+    QTest::qWait(300); // the module logs a call when it ends: being inside shows nowhere
     return works;
 }
 
@@ -147,7 +147,7 @@ void TestCancelling::waitingSignatureNeverAsks()
     const Signing first(key());
     QVERIFY(isInside());
     const Signing second(key());
-    QTest::qWait(100);
+    QTest::qWait(100); // until it waits for its turn, which shows nowhere
     QCOMPARE(m_prompt->count(), 1);
     // A login that fails leaves the second one to ask.
     m_token->control("fail-after C_Login * CKR_FUNCTION_FAILED");
@@ -155,7 +155,7 @@ void TestCancelling::waitingSignatureNeverAsks()
     QVERIFY(!first.hasSucceeded());
     QVERIFY(!second.hasSucceeded());
     QVERIFY(isIdle());
-    QTest::qWait(300);
+    QTest::qWait(300); // nothing of what was given up must begin in this time
     QCOMPARE(m_prompt->count(), 1);
     QCOMPARE(m_token->count("C_Login"), 1);
     QCOMPARE(m_token->count("C_SignInit"), 0);
@@ -171,12 +171,12 @@ void TestCancelling::waitingSignatureIsNeverMade()
     const Signing first(key());
     QVERIFY(isInside());
     const Signing second(key());
-    QTest::qWait(100);
+    QTest::qWait(100); // until it waits for its turn, which shows nowhere
     cancel();
     QVERIFY(!first.hasSucceeded());
     QVERIFY(!second.hasSucceeded());
     QVERIFY(isIdle());
-    QTest::qWait(300);
+    QTest::qWait(300); // nothing of what was given up must begin in this time
     QCOMPARE(m_token->count("C_SignInit"), 1);
     QCOMPARE(m_token->count("C_Sign"), 0);
     QVERIFY(signsNow());
@@ -191,7 +191,7 @@ void TestCancelling::waitingWriteEndsAtOnce()
     QVERIFY(isInside());
     QString written;
     startWriting(&written);
-    QTest::qWait(200);
+    QTest::qWait(200); // until it waits for its turn, which shows nowhere
     QElapsedTimer clock;
     clock.start();
     cancel();
@@ -199,7 +199,7 @@ void TestCancelling::waitingWriteEndsAtOnce()
     QVERIFY(clock.elapsed() < 1000);
     QVERIFY(!first.hasSucceeded());
     QVERIFY(isIdle());
-    QTest::qWait(300);
+    QTest::qWait(300); // nothing of what was given up must begin in this time
     QCOMPARE(m_token->count("C_CreateObject"), 0);
     QVERIFY(!m_stores->write(m_store, m_root).isEmpty());
 }
@@ -217,12 +217,12 @@ void TestCancelling::waitingBehindARemoval()
     m_store->removeEntry(m_stores->entry(StoreName, QStringLiteral("Test Root")).id());
     QVERIFY(isInside());
     const Signing second(key());
-    QTest::qWait(200);
+    QTest::qWait(200); // until it waits for its turn, which shows nowhere
     cancel();
     QVERIFY(!second.hasSucceeded());
     QTRY_VERIFY(removed);
     QVERIFY(isIdle());
-    QTest::qWait(300);
+    QTest::qWait(300); // nothing of what was given up must begin in this time
     QCOMPARE(m_token->count("C_Sign"), 0);
     QVERIFY(signsNow());
 }
@@ -384,14 +384,15 @@ void TestCancelling::removedTokenEndsWhatWaits()
     const Signing first(key());
     QVERIFY(isInside());
     const Signing second(key());
-    QTest::qWait(100);
+    QTest::qWait(100); // until it waits for its turn, which shows nowhere
     m_token->control("remove");
     QElapsedTimer clock;
     clock.start();
     QVERIFY(!second.hasSucceeded());
     QVERIFY(!first.hasSucceeded());
     QVERIFY(clock.elapsed() < 3500);
-    QTest::qWait(4000);
+    QTRY_COMPARE_WITH_TIMEOUT(m_token->count("C_SignInit"), 1, patience);
+    QTest::qWait(300); // the call has returned, and nothing must follow it
     QCOMPARE(m_token->count("C_Sign"), 0);
     m_token->control();
     QTRY_VERIFY(Trivex::TokenMonitor::token(keyStoreId()).present);

@@ -120,7 +120,7 @@ void TestClosing::questionsEndWithTheModel()
     QTRY_COMPARE(m_prompt->count(), 1);
     const qint64 spent = end(model);
     QVERIFY2(spent < Moment, qPrintable(QString::number(spent)));
-    QTest::qWait(300);
+    QTest::qWait(300); // no further question must come in this time
     QCOMPARE(m_prompt->count(), 1);
     QCOMPARE(m_token->count("C_Login"), 0);
     QCOMPARE(m_token->count("C_CreateObject"), 0);
@@ -182,7 +182,7 @@ void TestClosing::otherModelKeepsItsQuestion()
     m_prompt->answer();
     QTRY_COMPARE_WITH_TIMEOUT(written.count(), 1, Patience);
     QCOMPARE(written.at(0).at(0), QVariant(false));
-    QTest::qWait(300);
+    QTest::qWait(300); // no further question must come in this time
     QCOMPARE(m_prompt->count(), askingOneGoes ? 2 : 1);
 }
 
@@ -211,7 +211,7 @@ void TestClosing::goesOnWithoutAQuestion()
     m_token->control("delay C_CreateObject * 1500");
     import(*model, "silent");
     QTRY_COMPARE(m_prompt->count(), 1);
-    QTest::qWait(300);
+    QTest::qWait(300); // the module logs a call when it ends: being inside shows nowhere
     const qint64 spent = end(model);
     QVERIFY2(spent < Moment, qPrintable(QString::number(spent)));
     QTRY_COMPARE_WITH_TIMEOUT(m_token->count("C_CreateObject"), 1, Patience);
@@ -225,7 +225,7 @@ void TestClosing::hangingModuleIsNotWaitedFor()
     m_token->control("delay C_CreateObject * 60000");
     import(*model, "hanging");
     QTRY_COMPARE(m_prompt->count(), 1);
-    QTest::qWait(300);
+    QTest::qWait(300); // the module logs a call when it ends: being inside shows nowhere
     qint64 spent = end(model);
     QVERIFY2(spent < Moment, qPrintable(QString::number(spent)));
     // Nor by the next one, which lists what is there.

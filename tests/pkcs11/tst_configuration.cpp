@@ -69,11 +69,11 @@ void TestConfiguration::secondModuleOfATokenComesAndGoes()
     // It shows a token that another module shows already: nothing is listed twice, and nothing goes
     // with the second one.
     QVERIFY(writeFile(path, "module: " + m_token->modulePath().toUtf8() + '\n'));
-    QTest::qWait(1500);
+    QTest::qWait(1500); // several looks at the files, and nothing must change
     QVERIFY(Trivex::TokenMonitor::token(m_stores->byName(name)->id()).present);
     QCOMPARE(m_stores->names().count(name), 1);
     QVERIFY(QFile::remove(path));
-    QTest::qWait(1500);
+    QTest::qWait(1500); // several looks at the files, and nothing must change
     QVERIFY(Trivex::TokenMonitor::token(m_stores->byName(name)->id()).present);
 }
 
@@ -88,7 +88,7 @@ void TestConfiguration::trustModuleOnlyWhenAllowed()
         }
         return count;
     };
-    QTest::qWait(500);
+    QTest::qWait(500); // no store must come in this time
     QCOMPARE(systemStores(), 0);
     const QString provider = QStringLiteral("qca-norvel-pkcs11");
     QVariantMap config = QCA::getProviderConfig(provider);

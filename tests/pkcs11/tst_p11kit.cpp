@@ -217,7 +217,7 @@ void TestP11Kit::crashInARemoteModule()
     QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Isolated")), 0, Patience);
     QCOMPARE(rowsOf(QStringLiteral("Plugged")), 1);
     // It may be started again by now, and dies again: no rows while it can't run.
-    QTest::qWait(1500);
+    QTest::qWait(1500); // several looks for tokens, and no row must come
     QCOMPARE(rowsOf(QStringLiteral("Isolated")), 0);
     m_isolated->control();
     QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Isolated")), 2, Patience);
@@ -232,7 +232,7 @@ void TestP11Kit::crashWhileListing()
     m_isolated->forget();
     m_isolated->control("kill C_GetAttributeValue 2");
     QTRY_VERIFY_WITH_TIMEOUT(m_isolated->count("C_FindObjectsInit") > 0, Patience);
-    QTest::qWait(1500);
+    QTest::qWait(1500); // several looks for tokens, and no row must come
     QCOMPARE(rowsOf(QStringLiteral("Isolated")), 0);
     m_isolated->control();
     QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Isolated")), 2, Patience);

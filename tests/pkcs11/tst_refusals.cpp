@@ -100,7 +100,7 @@ QCA::PrivateKey TestRefusals::generate(bool rsa, int exponent)
         generator.createEC(QStringLiteral("ec-secp384r1"), QStringLiteral("qca-norvel-gost"));
     if (finished.isEmpty() && !finished.wait(20000))
         qFatal("a generation did not end");
-    QTest::qWait(50);
+    QTest::qWait(50); // a second end would be told now
     m_finished = finished.size();
     return generator.key();
 }

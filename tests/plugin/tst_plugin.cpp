@@ -292,7 +292,7 @@ void TestPlugin::ownership()
     const auto names = object->property("m").value<QAbstractItemModel *>()->roleNames();
     object->setProperty("roles",
                         QVariantList{names.key("keyStoreEntry"), names.key("certificate")});
-    QTest::qWait(200);
+    QTest::qWait(200); // the rows that come, if any: nobody knows how many
     QVariant result;
     QVERIFY(QMetaObject::invokeMethod(object.get(), "touch", Q_RETURN_ARG(QVariant, result)));
     QVERIFY(result.toBool());

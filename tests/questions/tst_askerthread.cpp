@@ -60,12 +60,12 @@ private Q_SLOTS:
         thread->start(QThread::InheritPriority);
         QTRY_VERIFY(thread->handler());
         thread->handler()->setPassword(QCA::SecureArray());
-        QTest::qWait(50);
+        QTest::qWait(50); // until the handler has told QCA of itself
         QTest::ignoreMessage(QtWarningMsg, "Password is null!");
         QCA::PasswordAsker asker;
         QSignalSpy ready(&asker, &QCA::PasswordAsker::responseReady);
         asker.ask(QCA::Event::StylePIN, QStringLiteral("file"), nullptr);
-        QTest::qWait(50);
+        QTest::qWait(50); // until the question has reached the thread, which shows nowhere
         QElapsedTimer timer;
         timer.start();
         QcaAskerThread::letGo(thread, 3000);
@@ -103,14 +103,14 @@ private Q_SLOTS:
             QcaAskerThread thread;
             thread.start();
             QTRY_VERIFY(thread.handler());
-            QTest::qWait(20);
+            QTest::qWait(20); // until the thread stands in its event loop
             thread.quit();
             QVERIFY(thread.wait(3000));
             const QPointer<QcaHandler> first(thread.handler());
             QVERIFY(first); // outlives its run
             thread.start();
             QTRY_VERIFY(!first);
-            QTest::qWait(20);
+            QTest::qWait(20); // until the thread stands in its event loop
             thread.quit();
             QVERIFY(thread.wait(3000));
             second = thread.handler();

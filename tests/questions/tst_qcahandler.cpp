@@ -100,7 +100,7 @@ private Q_SLOTS:
         handler.setPassword(QCA::SecureArray());
         QTest::ignoreMessage(QtWarningMsg, "Password is null!");
         PlainQuestion question;
-        QTest::qWait(50);
+        QTest::qWait(50); // no answer must come in this time
         QVERIFY(!question.isAnswered());
         handler.rejectPending();
         QTRY_VERIFY(question.isAnswered());
@@ -147,7 +147,7 @@ private Q_SLOTS:
         handler.start();
         QTest::ignoreMessage(QtWarningMsg, message.constData());
         OwnQuestion question(kind);
-        QTest::qWait(500);
+        QTest::qWait(500); // no answer must come in this time
         QVERIFY(!question.isAnswered());
     }
 
@@ -161,7 +161,7 @@ private Q_SLOTS:
         QTRY_VERIFY(plain.isAnswered());
         QTest::ignoreMessage(QtWarningMsg, "KeyStore Id is empty!");
         OwnQuestion question(Trivex::KeyStoreIdQuestion);
-        QTest::qWait(100);
+        QTest::qWait(100); // no answer must come in this time
         QVERIFY(!question.isAnswered());
     }
 
@@ -173,7 +173,7 @@ private Q_SLOTS:
         QCA::TokenAsker asker;
         QSignalSpy ready(&asker, &QCA::TokenAsker::responseReady);
         asker.ask(store, QCA::KeyStoreEntry(), nullptr);
-        QTest::qWait(50);
+        QTest::qWait(50); // no answer must come in this time
         QCOMPARE(ready.count(), 0);
         handler.rejectPending();
         QTRY_COMPARE(ready.count(), 1);
@@ -201,7 +201,7 @@ private Q_SLOTS:
         handler.setPassword(QCA::SecureArray());
         QTest::ignoreMessage(QtWarningMsg, "Password is null!");
         PlainQuestion question;
-        QTest::qWait(50);
+        QTest::qWait(50); // until the question has reached the handler, which tells nobody
         QTest::ignoreMessage(QtWarningMsg, "Event is null");
         QVERIFY(QMetaObject::invokeMethod(&handler, "qcaEventReady", Q_ARG(int, 1000),
                                           Q_ARG(QCA::Event, QCA::Event())));
@@ -255,7 +255,7 @@ private Q_SLOTS:
             handler.setPassword(QCA::SecureArray());
             QTest::ignoreMessage(QtWarningMsg, "Password is null!");
             PlainQuestion question;
-            QTest::qWait(30);
+            QTest::qWait(30); // until the question has reached the handler, which tells nobody
             handler.rejectPending();
             handler.rejectPending();
             QTRY_COMPARE(passedOn.count(), round);

@@ -282,7 +282,7 @@ private Q_SLOTS:
         });
         QTRY_COMPARE(person.asked, 1);
         Trivex::cancelQuestions(QStringLiteral("another token"));
-        QTest::qWait(50);
+        QTest::qWait(50); // the question must stay open in this time
         QCOMPARE(done.loadAcquire(), 0);
         Trivex::cancelQuestions(storeId);
         asking.join();
@@ -290,7 +290,7 @@ private Q_SLOTS:
         QCOMPARE(withdrawn.first().first().value<quintptr>(), person.last->ticket);
         // The late answer to a question that is over harms nobody.
         person.handler().submitPassword(person.lastId, QCA::SecureArray("late"));
-        QTest::qWait(50);
+        QTest::qWait(50); // the answer arrives, and must meet nobody
     }
 
     void handlerThatGoesRejectsItsQuestion()
@@ -383,7 +383,7 @@ private Q_SLOTS:
         Operation signing(Purpose::Sign, storeId);
         signing.cancellation()->request();
         onWorker([&] { QVERIFY(signing.pin(info(), store).value.isEmpty()); });
-        QTest::qWait(50);
+        QTest::qWait(50); // no question must come in this time
         QCOMPARE(person.asked, 0);
     }
 
@@ -404,7 +404,7 @@ private Q_SLOTS:
         QTRY_COMPARE(person.asked, 1);
         // Each operation has its own.
         other.cancellation()->request();
-        QTest::qWait(50);
+        QTest::qWait(50); // the question must stay open in this time
         QCOMPARE(done.loadAcquire(), 0);
         signing.cancellation()->request();
         asking.join();
@@ -421,6 +421,7 @@ private Q_SLOTS:
             Operation signing(Purpose::Sign, storeId);
             const Trivex::CancellationPtr cancellation = signing.cancellation();
             std::thread requesting([&] {
+                // Each round at another moment of the question.
                 std::this_thread::sleep_for(std::chrono::microseconds(round * 2));
                 cancellation->request();
             });

@@ -98,7 +98,7 @@ void TestWaiter::otherThreadsBlock()
         waiter.wait();
         passed.storeRelease(1);
     });
-    QTest::qWait(50);
+    QTest::qWait(50); // nobody must pass in this time
     QCOMPARE(passed.loadAcquire(), 0);
     waiter.resolve();
     other.join();

@@ -223,7 +223,7 @@ void TestRequestModel::deletedDirectory()
     const QAbstractItemModelTester tester(&model);
     model.init();
     QVERIFY(home->requests().removeRecursively());
-    QTest::qWait(300);
+    QTest::qWait(300); // no row must go in this time
     QCOMPARE(model.rowCount(), 1);
     home->clearRequests();
     makeRequestFile("b.csr", "B");

@@ -264,7 +264,7 @@ void TestRequestStores::rejectsTheWaitingQuestion()
     QCA::TokenAsker asker;
     QSignalSpy ready(&asker, &QCA::TokenAsker::responseReady);
     asker.ask({}, {}, nullptr);
-    QTest::qWait(200);
+    QTest::qWait(200); // no answer must come in this time
     QCOMPARE(ready.count(), 0);
     request.pinRejected();
     QTRY_COMPARE(ready.count(), 1);

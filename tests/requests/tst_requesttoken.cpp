@@ -148,7 +148,7 @@ void TestRequestToken::otherLocations()
     request.setPrKeyLocationIndex(rows + 2);
     QTest::ignoreMessage(QtWarningMsg, "void CertificateRequest::createKeyPair() KeyStore is null");
     request.createKeyPair();
-    QTest::qWait(500);
+    QTest::qWait(500); // no key must be made in this time
     QCOMPARE(done.count(), 0);
     QCOMPARE(token->objectCount(), 0);
 }
@@ -210,7 +210,7 @@ void TestRequestToken::lives()
         CertificateRequestModel again;
         again.setKeyStoreModel(&restarted);
         QTRY_VERIFY(restarted.certLocationModel()->rowCount() > 0);
-        QTest::qWait(1000);
+        QTest::qWait(1000); // the file must stay in this time
         QVERIFY(QFile::exists(edited));
     }
 
@@ -329,7 +329,7 @@ void TestRequestToken::secondGenerationMeanwhile()
     request.createKeyPair();
     request.createKeyPair();
     QVERIFY(done.wait(patience));
-    QTest::qWait(500);
+    QTest::qWait(500); // no second end must come in this time
     QCOMPARE(done.count(), 1);
     QCOMPARE(token->objectCount(), objectsBefore + 2);
 }
@@ -340,7 +340,7 @@ void TestRequestToken::destroyedMeanwhile()
     auto request = std::make_unique<CertificateRequest>();
     choose(request.get(), 4096, QStringLiteral("abandoned"));
     request->createKeyPair();
-    QTest::qWait(20);
+    QTest::qWait(20); // in the middle of the generation
     request.reset();
     // The token keeps nothing of it.
     QTRY_COMPARE_WITH_TIMEOUT(token->objectCount(), objectsBefore, patience);

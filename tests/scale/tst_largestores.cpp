@@ -216,7 +216,7 @@ void TestLargeStores::keepsLittleWhenAllIsRead()
     QVERIFY(QMetaObject::invokeMethod(window, "readAll", Q_RETURN_ARG(QVariant, read)));
     QVERIFY(read.toInt() >= Each);
     m_engine->collectGarbage();
-    QTest::qWait(500);
+    QTest::qWait(500); // what script has let go is deleted by the loop, by and by
     const qint64 each = (usedMemory() - m_before - m_module) / (2 * Each);
     qInfo("%lld bytes a certificate when script has read every row (%d)", each, read.toInt());
     QVERIFY2(each <= BytesEach, qPrintable(QString::number(each)));

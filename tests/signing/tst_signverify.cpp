@@ -293,7 +293,7 @@ void TestSignVerify::errorNotifiedOnce()
     QSignalSpy changed(&signer, &SignVerify::errorChanged);
     signer.verify(data, path("x"), nullptr);
     signer.verify(data, path("x"), nullptr);
-    QTest::qWait(1500);
+    QTest::qWait(1500); // both have failed, and only one change may be told
     QCOMPARE(changed.count(), 1);
     signer.setError(0);
     QCOMPARE(changed.count(), 2);
@@ -371,7 +371,7 @@ void TestSignVerify::destroyedMeanwhile()
     signer->sign(data, path("gone.sig"), entry.get());
     signer->verify(data, path("gone.sig"), entry.get());
     signer.reset();
-    QTest::qWait(3500);
+    QTest::qWait(3500); // longer than the jobs' own time: nothing must come of them
     QCOMPARE(asked, 0);
     QVERIFY(!QFile::exists(path("gone.sig")));
 
@@ -385,7 +385,7 @@ void TestSignVerify::destroyedMeanwhile()
     signer->sign(data, path("gone.sig"), destroying.get());
     signer->sign(data, path("gone.sig"), destroying.get());
     QTRY_COMPARE_WITH_TIMEOUT(asked, 1, 6000);
-    QTest::qWait(200);
+    QTest::qWait(200); // nothing must follow in this time
     QCOMPARE(asked, 1);
     QVERIFY(!QFile::exists(path("gone.sig")));
 }

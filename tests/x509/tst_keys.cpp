@@ -299,7 +299,7 @@ void TestKeys::abandonsGeneration()
     {
         RsaKeyContext context(nullptr);
         context.createPrivate(16384, 65537, false);
-        QTest::qWait(20);
+        QTest::qWait(20); // in the middle of the generation
     }
     // To its end it would take minutes.
     QVERIFY(timer.elapsed() < 20000);
