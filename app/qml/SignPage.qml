@@ -15,7 +15,7 @@ FormPage {
     property Library library
     property int columns: 3
     property string wantedEntry
-    property alias state_: work.state_
+    property alias phase: work.phase
     readonly property bool working: work.working
     readonly property bool ready: signedDocument.ready && keys.currentIndex >= 0 && !working
     signal menuAsked()
@@ -25,13 +25,14 @@ FormPage {
 
     function open(path) {
         const signature = /\.sig$/i.test(path)
-        const kept = work.state_ === "signatureOnly" && !signature ? work.signatureFile : ""
+        const kept = work.phase === SigningWork.SignatureOnly && !signature
+            ? work.signatureFile : ""
         const subject = signature ? path.slice(0, -4) : path
         work.signatureFile = signature ? path : kept || path + ".sig"
-        work.state_ = ""
+        work.phase = SigningWork.Idle
         // A signature is no document: it brings its own along, or waits for it.
         if (signature && !Files.exists(subject))
-            work.state_ = "signatureOnly"
+            work.phase = SigningWork.SignatureOnly
         else
             signedDocument.open(subject)
     }
@@ -52,7 +53,7 @@ FormPage {
             return
         work.refusal = work.saver.whyNot(work.signatureFile)
         if (work.refusal)
-            work.state_ = "unwritten"
+            work.phase = SigningWork.Unwritten
         else if (Files.exists(work.signatureFile))
             replaceDialog.ask(work.signatureFile)
         else
@@ -72,7 +73,7 @@ FormPage {
         id: work
         library: page.library
         document: signedDocument
-        onState_Changed: if (state_) page.reveal(signature)
+        onPhaseChanged: if (phase) page.reveal(signature)
         onReplaceAsked: replaceDialog.ask(signatureFile)
     }
     SectionedModel {
@@ -115,7 +116,7 @@ FormPage {
         onAccepted: {
             const path = Files.path(file)
             work.signatureFile = /\.sig$/i.test(path) ? path : path + ".sig"
-            work.state_ = ""
+            work.phase = SigningWork.Idle
         }
     }
     ReplaceDialog {
@@ -123,7 +124,7 @@ FormPage {
         objectName: "signReplaceDialog"
         // Before it is signed, or when a file has come there while it was.
         onConfirmed: {
-            if (work.state_ === "unwritten" && !work.refusal) {
+            if (work.phase === SigningWork.Unwritten && !work.refusal) {
                 work.place(true)
             } else {
                 work.agreed = path

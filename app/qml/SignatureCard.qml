@@ -67,7 +67,7 @@ Card {
         }
         Label {
             id: workLabel
-            text: card.work.state_ === "signing" ? qsTrId("trivex-app-busy-sign")
+            text: card.work.phase === SigningWork.Signing ? qsTrId("trivex-app-busy-sign")
                                                  : qsTrId("trivex-app-busy-verify")
             Layout.fillWidth: true
         }
@@ -82,28 +82,28 @@ Card {
         id: notice
         objectName: "signResult"
         readonly property var results: ({
-            signed: [1, qsTrId("trivex-app-signed"), card.work.signatureFile],
-            verified: [1, qsTrId("trivex-app-verified"),
-                       qsTrId("trivex-app-verified-by").arg(card.work.signerName)],
-            refused: [3, qsTrId("trivex-app-refused"),
-                      card.work.refusal || qsTrId("trivex-app-refused-advice")],
-            unsigned: [3, qsTrId("trivex-app-unsigned"),
-                       card.work.failure || qsTrId("trivex-app-unsigned-advice")],
-            nosignature: [3, qsTrId("trivex-app-nosignature"),
-                          Files.whyNotRead(card.work.signatureFile)],
-            unwritten: [3, qsTrId("trivex-app-unwritten"),
-                        card.work.refusal || qsTrId("trivex-app-signature-waits")],
-            signatureOnly: [0, qsTrId("trivex-app-signature-opened"),
-                            qsTrId("trivex-app-signature-opened-advice")],
-            changed: [2, qsTrId("trivex-app-document-changed"),
-                      qsTrId("trivex-app-document-changed-advice")],
-            reread: [0, qsTrId("trivex-app-document-reread"), ""]
+            [SigningWork.Signed]: [1, qsTrId("trivex-app-signed"), card.work.signatureFile],
+            [SigningWork.Verified]: [1, qsTrId("trivex-app-verified"),
+                qsTrId("trivex-app-verified-by").arg(card.work.signerName)],
+            [SigningWork.Refused]: [3, qsTrId("trivex-app-refused"),
+                card.work.refusal || qsTrId("trivex-app-refused-advice")],
+            [SigningWork.Unsigned]: [3, qsTrId("trivex-app-unsigned"),
+                card.work.failure || qsTrId("trivex-app-unsigned-advice")],
+            [SigningWork.WithoutSignature]: [3, qsTrId("trivex-app-nosignature"),
+                Files.whyNotRead(card.work.signatureFile)],
+            [SigningWork.Unwritten]: [3, qsTrId("trivex-app-unwritten"),
+                card.work.refusal || qsTrId("trivex-app-signature-waits")],
+            [SigningWork.SignatureOnly]: [0, qsTrId("trivex-app-signature-opened"),
+                qsTrId("trivex-app-signature-opened-advice")],
+            [SigningWork.Changed]: [2, qsTrId("trivex-app-document-changed"),
+                qsTrId("trivex-app-document-changed-advice")],
+            [SigningWork.Reread]: [0, qsTrId("trivex-app-document-reread"), ""]
         })
-        readonly property var result: results[card.work.state_]
+        readonly property var result: results[card.work.phase]
         level: result ? result[0] : 0
         text: result ? result[1] : ""
         detail: result ? result[2] : ""
-        actionText: card.work.state_ === "signed" ? qsTrId("trivex-app-open-folder") : ""
+        actionText: card.work.phase === SigningWork.Signed ? qsTrId("trivex-app-open-folder") : ""
         onAction: Desktop.openFolder(card.work.signatureFile)
         Layout.fillWidth: true
     }

@@ -5,14 +5,28 @@ import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
 
-/// Signs the document of this moment, or checks a signature of it. What came of it is `state_`:
-/// one of the results of the signature's card.
+/// Signs the document of this moment, or checks a signature of it.
 Item {
     id: work
+    /// What it does now, or what came of it; the signature's card has a text for each result.
+    enum Phase {
+        Idle,
+        Signing,
+        Verifying,
+        Signed,
+        Verified,
+        Refused,
+        Unsigned,
+        WithoutSignature,
+        Unwritten,
+        Changed,
+        Reread,
+        SignatureOnly
+    }
     property Library library
     property SignedDocument document
     property string signatureFile
-    property string state_
+    property int phase: SigningWork.Idle
     /// The file that may be replaced by the next signature, and by no other.
     property string agreed
     readonly property FileSaver saver: FileSaver {}
@@ -22,8 +36,8 @@ Item {
     property alias storeId: token.storeId
     /// What was in the way, of that moment.
     property string refusal
-    readonly property bool working: state_ === "signing" || state_ === "verifying"
-    readonly property bool stoppable: state_ === "signing" && token.busy
+    readonly property bool working: phase === SigningWork.Signing || phase === SigningWork.Verifying
+    readonly property bool stoppable: phase === SigningWork.Signing && token.busy
     readonly property string signerName: Texts.plain(signer.ceritficate.commonName)
     readonly property string failure: library.errors.cause
         ? library.errors.cause + " " + library.errors.advice : ""
@@ -36,13 +50,13 @@ Item {
         document.refresh()
         // Its own card says what became of it.
         if (!document.ready) {
-            state_ = ""
+            phase = SigningWork.Idle
             return
         }
         signer.setError(SignVerify.NoError)
         library.errors.clear()
         refusal = ""
-        state_ = verifying ? "verifying" : "signing"
+        phase = verifying ? SigningWork.Verifying : SigningWork.Signing
         if (verifying)
             signer.verify(document.loader.rawData, signatureFile, entry)
         else
@@ -52,7 +66,7 @@ Item {
     function place(mayReplace) {
         const result = saver.place(signatureFile, mayReplace)
         refusal = saver.problem
-        state_ = result === FileSaver.Saved ? "signed" : "unwritten"
+        phase = result === FileSaver.Saved ? SigningWork.Signed : SigningWork.Unwritten
         if (result === FileSaver.Exists)
             replaceAsked()
     }
@@ -63,10 +77,10 @@ Item {
     function end(result) {
         refusal = failure
         const other = document.refresh() && !refusal
-        if (result === "signed" && !other)
+        if (result === SigningWork.Signed && !other)
             place(agreed === signatureFile)
         else
-            state_ = other ? "changed" : result
+            phase = other ? SigningWork.Changed : result
         agreed = ""
     }
 
@@ -75,12 +89,13 @@ Item {
         objectName: "signer"
         // A question that another operation raised and its own prompt declined ends here too.
         onGetPin: work.working && token.showAsker() ? pinDialog.ask() : pinRejected()
-        onSignSuccess: work.end("signed")
-        onVerifySuccess: work.end("verified")
+        onSignSuccess: work.end(SigningWork.Signed)
+        onVerifySuccess: work.end(SigningWork.Verified)
         onErrorChanged: {
             if (error !== SignVerify.NoError && work.working)
-                work.end(error === SignVerify.ErrorNotFoundCmsFile ? "nosignature"
-                         : work.state_ === "verifying" ? "refused" : "unsigned")
+                work.end(error === SignVerify.ErrorNotFoundCmsFile ? SigningWork.WithoutSignature
+                         : work.phase === SigningWork.Verifying ? SigningWork.Refused
+                         : SigningWork.Unsigned)
         }
     }
     PinDialog {
@@ -106,6 +121,8 @@ Item {
     }
     Connections {
         target: work.document
-        function onChanged() { work.state_ = work.document.ready && work.state_ ? "reread" : "" }
+        function onChanged() {
+            work.phase = work.document.ready && work.phase ? SigningWork.Reread : SigningWork.Idle
+        }
     }
 }

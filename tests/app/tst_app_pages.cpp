@@ -268,11 +268,13 @@ void TestAppPages::everyResultOfSigningHasWords()
     const QMetaEnum errors = type->enumerator(type->indexOfEnumerator("Error"));
     QVERIFY(errors.keyCount() > 3);
     QSet<QString> causes;
-    for (const char *doing : {"signing", "verifying"}) {
+    constexpr int Signing = 1; // SigningWork.Phase
+    constexpr int Verifying = 2;
+    for (const int doing : {Signing, Verifying}) {
         for (int i = 0; i < errors.keyCount(); ++i) {
             if (errors.value(i) == 0)
                 continue;
-            page->setProperty("state_", QLatin1String(doing));
+            page->setProperty("phase", doing);
             QMetaObject::invokeMethod(signer, "setError", Q_ARG(int, 0));
             QMetaObject::invokeMethod(signer, "setError", Q_ARG(int, errors.value(i)));
             const QQuickItem *result = m_window->item(QStringLiteral("signResult"));
