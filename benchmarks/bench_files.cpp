@@ -21,15 +21,15 @@
 
 namespace {
 
-constexpr int rounds = 5;
-constexpr qint64 mebibyte = 1 << 20;
-const QVector<qint64> sizes = {mebibyte, 64 * mebibyte, 1024 * mebibyte};
+constexpr int Rounds = 5;
+constexpr qint64 Mebibyte = 1 << 20;
+const QVector<qint64> sizes = {Mebibyte, 64 * Mebibyte, 1024 * Mebibyte};
 
 bool makeFile(const QString &path, qint64 size)
 {
     QFile file(path);
     const QByteArray block("Lorem ipsum dolor sit amet, consectetur adipisici elit.\n");
-    const QByteArray piece = block.repeated(int(mebibyte) / block.size() + 1).left(int(mebibyte));
+    const QByteArray piece = block.repeated(int(Mebibyte) / block.size() + 1).left(int(Mebibyte));
     if (!file.open(QIODevice::WriteOnly))
         return false;
     for (qint64 written = 0; written < size; written += piece.size()) {
@@ -67,11 +67,11 @@ void benchDigest(const QStringList &files)
     for (const QString &path : files) {
         const qint64 size = QFileInfo(path).size();
         QByteArray wanted;
-        const double base = Measure::median(rounds, [&] { wanted = plainDigest(path); });
+        const double base = Measure::median(Rounds, [&] { wanted = plainDigest(path); });
         const auto compare = [&](const QString &what, const std::function<QByteArray()> &digest) {
             QByteArray seen;
-            const double time = Measure::median(rounds, [&] { seen = digest(); });
-            plain.add(what, size / mebibyte, time, base);
+            const double time = Measure::median(Rounds, [&] { seen = digest(); });
+            plain.add(what, size / Mebibyte, time, base);
             if (seen != wanted)
                 plain.note(what + QStringLiteral(": a WRONG digest"));
         };
@@ -106,7 +106,7 @@ void benchOpening(const QStringList &files)
         });
         if (smallest == 0)
             smallest = time;
-        table.add(QStringLiteral("LoaderFile"), QFileInfo(path).size() / mebibyte, time, smallest);
+        table.add(QStringLiteral("LoaderFile"), QFileInfo(path).size() / Mebibyte, time, smallest);
     }
 }
 

@@ -22,10 +22,10 @@ using TrivexTest::TestToken;
 
 namespace {
 
-constexpr int rounds = 7;
-constexpr int bundles = 5; // on the token
-constexpr int settled = 400; // milliseconds without a change of the rows
-constexpr int patience = 15000; // milliseconds for the first row
+constexpr int Rounds = 7;
+constexpr int Bundles = 5; // on the token
+constexpr int Settled = 400; // milliseconds without a change of the rows
+constexpr int Patience = 15000; // milliseconds for the first row
 
 const char emptyWindow[] = "import QtQuick 2.15\nRectangle { width: 640; height: 480 }\n";
 const char listWindow[] = R"(
@@ -73,7 +73,7 @@ int show(const char *document, int argc, char **argv)
     QTimer quiet;
     quiet.setSingleShot(true);
     // Where no rows can come, the first frame is all there is to see.
-    quiet.setInterval(view.rootObject()->property("rows").isValid() ? patience : settled);
+    quiet.setInterval(view.rootObject()->property("rows").isValid() ? Patience : Settled);
     QObject::connect(&quiet, &QTimer::timeout, &application, &QCoreApplication::quit);
     QTimer watch;
     watch.setInterval(1);
@@ -82,7 +82,7 @@ int show(const char *document, int argc, char **argv)
         if (rows != times.rows) {
             times.rows = rows;
             times.lastRow = double(timer.nsecsElapsed()) / 1e6;
-            quiet.start(settled);
+            quiet.start(Settled);
         }
     });
     watch.start();
@@ -97,7 +97,7 @@ Times childTimes(const QString &mode)
     QVector<double> frames;
     QVector<double> rows;
     int count = 0;
-    for (int round = 0; round < rounds; ++round) {
+    for (int round = 0; round < Rounds; ++round) {
         QProcess child;
         child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         child.start(QCoreApplication::applicationFilePath(), {mode});
@@ -116,7 +116,7 @@ Times childTimes(const QString &mode)
 bool fill(const TestToken &token)
 {
     const TestAuthority authority;
-    for (int i = 1; i <= bundles; ++i) {
+    for (int i = 1; i <= Bundles; ++i) {
         const QString id = QStringLiteral("0%1").arg(i);
         const QString name = QStringLiteral("Certificate %1").arg(i);
         if (!token.generateKeyPair(QStringLiteral("rsa:2048"), id, name))
@@ -157,8 +157,8 @@ void compare()
                               "which is read anew at each start.")
                    .arg(none.rows)
                    .arg(one.rows)
-                   .arg(bundles));
-    if (one.rows != none.rows + bundles)
+                   .arg(Bundles));
+    if (one.rows != none.rows + Bundles)
         std::fprintf(stderr, "the token's certificates are not among the rows\n");
 }
 

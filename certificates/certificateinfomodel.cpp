@@ -28,12 +28,12 @@ template <QDateTime (Certificate::*getter)() const> QString dateText(const Certi
     return (certificate.*getter)().toString(QStringLiteral("hh:mm, dd.MM.yyyy"));
 }
 
-constexpr const char *subject = QT_TRID_NOOP("trivex-p-la-subject");
-constexpr const char *validity = QT_TRID_NOOP("trivex-p-la-validity");
-constexpr const char *publicKey = QT_TRID_NOOP("trivex-p-la-public_key");
-constexpr const char *privateKey = QT_TRID_NOOP("trivex-p-la-private_key");
+constexpr const char *SubjectGroup = QT_TRID_NOOP("trivex-p-la-subject");
+constexpr const char *ValidityGroup = QT_TRID_NOOP("trivex-p-la-validity");
+constexpr const char *PublicKeyGroup = QT_TRID_NOOP("trivex-p-la-public_key");
+constexpr const char *PrivateKeyGroup = QT_TRID_NOOP("trivex-p-la-private_key");
 
-constexpr std::array<Field, 25> fields = {{
+constexpr std::array<Field, 25> Fields = {{
     {CertificateRow::Issuer, QT_TRID_NOOP("trivex-p-la-issuer"), text<&Certificate::issuer>,
      nullptr},
     {CertificateRow::SerialNumber, QT_TRID_NOOP("trivex-p-la-serial_number"),
@@ -41,56 +41,56 @@ constexpr std::array<Field, 25> fields = {{
     {CertificateRow::SignatureAlgorithm, QT_TRID_NOOP("trivex-p-la-sign_alg"),
      text<&Certificate::signatureAlgorithm>, nullptr},
     {CertificateRow::SubjectName, QT_TRID_NOOP("trivex-p-la-subject_name"),
-     text<&Certificate::subjectName>, subject},
+     text<&Certificate::subjectName>, SubjectGroup},
     {CertificateRow::Organization, QT_TRID_NOOP("trivex-p-la-subject_organization"),
-     text<&Certificate::subjectOrganization>, subject},
+     text<&Certificate::subjectOrganization>, SubjectGroup},
     {CertificateRow::Email, QT_TRID_NOOP("trivex-p-la-subject_email"),
-     text<&Certificate::subjectEmail>, subject},
+     text<&Certificate::subjectEmail>, SubjectGroup},
     {CertificateRow::OrganizationalUnit, QT_TRID_NOOP("trivex-p-la-subject_organization_unit"),
-     text<&Certificate::subjectOrganizationalUnit>, subject},
+     text<&Certificate::subjectOrganizationalUnit>, SubjectGroup},
     {CertificateRow::CountryCode, QT_TRID_NOOP("trivex-p-la-subject_country_code"),
-     text<&Certificate::subjectCountryCode>, subject},
+     text<&Certificate::subjectCountryCode>, SubjectGroup},
     {CertificateRow::State, QT_TRID_NOOP("trivex-p-la-subject_state"),
-     text<&Certificate::subjectCountry>, subject},
+     text<&Certificate::subjectCountry>, SubjectGroup},
     {CertificateRow::Locality, QT_TRID_NOOP("trivex-p-la-subject_locality"),
-     text<&Certificate::subjectLocality>, subject},
+     text<&Certificate::subjectLocality>, SubjectGroup},
     {CertificateRow::Address, QT_TRID_NOOP("trivex-p-la-subject_address"),
-     text<&Certificate::subjecAddress>, subject},
+     text<&Certificate::subjecAddress>, SubjectGroup},
     {CertificateRow::Inn, QT_TRID_NOOP("trivex-p-la-subject_inn"), text<&Certificate::subjectInn>,
-     subject},
+     SubjectGroup},
     {CertificateRow::Snils, QT_TRID_NOOP("trivex-p-la-subject_snils"),
-     text<&Certificate::subjectSnils>, subject},
+     text<&Certificate::subjectSnils>, SubjectGroup},
     {CertificateRow::Ogrn, QT_TRID_NOOP("trivex-p-la-subject_ogrn"),
-     text<&Certificate::subjectOgrn>, subject},
+     text<&Certificate::subjectOgrn>, SubjectGroup},
     {CertificateRow::Innle, QT_TRID_NOOP("trivex-p-la-subject_innle"),
-     text<&Certificate::subjectInnle>, subject},
+     text<&Certificate::subjectInnle>, SubjectGroup},
     {CertificateRow::Ogrnip, QT_TRID_NOOP("trivex-p-la-subject_ogrnip"),
-     text<&Certificate::subjectOgrnip>, subject},
+     text<&Certificate::subjectOgrnip>, SubjectGroup},
     {CertificateRow::IdentificationKind, QT_TRID_NOOP("trivex-p-la-subject_identification_kind"),
-     text<&Certificate::subjectIdentificationKind>, subject},
+     text<&Certificate::subjectIdentificationKind>, SubjectGroup},
     {CertificateRow::ValidFrom, QT_TRID_NOOP("trivex-p-la-validity_from"),
-     dateText<&Certificate::notValidBefore>, validity},
+     dateText<&Certificate::notValidBefore>, ValidityGroup},
     {CertificateRow::ValidUntil, QT_TRID_NOOP("trivex-p-la-validity_to"),
-     dateText<&Certificate::notValidAfter>, validity},
+     dateText<&Certificate::notValidAfter>, ValidityGroup},
     {CertificateRow::PublicKeyId, QT_TRID_NOOP("trivex-p-la-public_key_id"),
-     text<&Certificate::publicKeyId>, publicKey},
+     text<&Certificate::publicKeyId>, PublicKeyGroup},
     {CertificateRow::PublicKeyAlgorithm, QT_TRID_NOOP("trivex-p-la-public_key_algorithm"),
-     text<&Certificate::publicKeyTypeAlgorithm>, publicKey},
+     text<&Certificate::publicKeyTypeAlgorithm>, PublicKeyGroup},
     // The capital letter is part of the identifier.
     {CertificateRow::PublicKeyMarker, QT_TRID_NOOP("trivex-p-la-public_key_Marker"),
-     text<&Certificate::publicKeyMarker>, publicKey},
+     text<&Certificate::publicKeyMarker>, PublicKeyGroup},
     {CertificateRow::PrivateKeyAvailability, QT_TRID_NOOP("trivex-p-la-private_key_id"),
-     text<&Certificate::privateKeyAvailability>, privateKey},
+     text<&Certificate::privateKeyAvailability>, PrivateKeyGroup},
     {CertificateRow::PrivateKeyLocation, QT_TRID_NOOP("trivex-p-la-private_key_location"),
-     text<&Certificate::privateKeyLocation>, privateKey},
+     text<&Certificate::privateKeyLocation>, PrivateKeyGroup},
     {CertificateRow::PrivateKeyManufacturer, QT_TRID_NOOP("trivex-p-la-private_key_manufacturer"),
-     text<&Certificate::privateKeyManufacturer>, privateKey},
+     text<&Certificate::privateKeyManufacturer>, PrivateKeyGroup},
 }};
 
 constexpr bool standInOrder()
 {
     size_t position = 0;
-    for (const Field &field : fields) {
+    for (const Field &field : Fields) {
         if (size_t(field.row) != position++)
             return false;
     }
@@ -120,7 +120,7 @@ void CertificateInfoModel::rebuild()
 {
     // Without a notification: views go by the insertions that follow.
     m_rows.clear();
-    for (const Field &field : fields) {
+    for (const Field &field : Fields) {
         const int row = m_rows.size();
         beginInsertRows(QModelIndex(), row, row);
         m_rows.append({field.sectionId ? qtTrId(field.sectionId) : QString(), qtTrId(field.labelId),

@@ -180,7 +180,7 @@ QString CertificateModel::haystack(int sourceRow) const
     const QModelIndex index = sourceModel()->index(sourceRow, 0);
     for (const int key : qAsConst(m_searchKeys)) {
         if (!text.isEmpty())
-            text += RowCache::separator;
+            text += RowCache::Separator;
         text += Trivex::foldedText(sourceModel()->data(index, key).toString());
     }
     return text;

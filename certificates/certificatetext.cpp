@@ -31,7 +31,7 @@ constexpr std::array<const char *, 16> signatureTemplates = {
     "GOST R 34.10-2012, %1 GOST R 34.11-2012 (512 bit)",
 };
 
-constexpr int rawSignature = 6;
+constexpr int RawSignature = 6;
 
 /// Two hex digits, or the sign and the magnitude: `QString::arg()` would write a negative number
 /// as its two's complement in 64 bits. Digit by digit, because a number may have a million of them.
@@ -66,7 +66,7 @@ QString hexText(const QByteArray &bytes, QChar separator)
 
 QString signatureText(int number)
 {
-    if (number == rawSignature)
+    if (number == RawSignature)
         return qtTrId("trivex-p-la-without_dest");
     if (number <= 0 || number >= int(signatureTemplates.size()))
         return qtTrId("trivex-p-la-unknown_signing_alg");

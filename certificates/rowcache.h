@@ -46,7 +46,7 @@ struct CachedRow {
 class RowCache {
 public:
     /// A character that no search text can contain; see `CertificateModel`.
-    static constexpr QChar separator = QChar(0xFFFF);
+    static constexpr QChar Separator = QChar(0xFFFF);
 
     /// The facts of `row`; the reference is valid until rows are inserted or removed.
     CachedRow &at(int row);

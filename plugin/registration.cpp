@@ -20,8 +20,8 @@
 
 namespace {
 
-constexpr int major = 1;
-constexpr int minor = 0;
+constexpr int Major = 1;
+constexpr int Minor = 0;
 
 QObject *makeKeyStoreModel(QQmlEngine *engine, QJSEngine *)
 {
@@ -30,24 +30,24 @@ QObject *makeKeyStoreModel(QQmlEngine *engine, QJSEngine *)
 
 template <typename Type> void uncreatable(const char *uri, const char *name, const char *reason)
 {
-    qmlRegisterUncreatableType<Type>(uri, major, minor, name, QLatin1String(reason));
+    qmlRegisterUncreatableType<Type>(uri, Major, Minor, name, QLatin1String(reason));
 }
 
 void registerQmlTypes(const char *uri)
 {
-    qmlRegisterType<SignVerify>(uri, major, minor, "SignVerify");
-    qmlRegisterType<LoaderFile>(uri, major, minor, "LoaderFile");
-    qmlRegisterType<KeyStoreEntry>(uri, major, minor, "KeyStoreEntry");
-    qmlRegisterType<CertificateModel>(uri, major, minor, "CertificateModel");
-    qmlRegisterType<CertificateInfoModel>(uri, major, minor, "CertificateInfoModel");
-    qmlRegisterType<CertificateRequest>(uri, major, minor, "CertificateRequest");
-    qmlRegisterType<CertificateRequestModel>(uri, major, minor, "CertificateRequestModel");
+    qmlRegisterType<SignVerify>(uri, Major, Minor, "SignVerify");
+    qmlRegisterType<LoaderFile>(uri, Major, Minor, "LoaderFile");
+    qmlRegisterType<KeyStoreEntry>(uri, Major, Minor, "KeyStoreEntry");
+    qmlRegisterType<CertificateModel>(uri, Major, Minor, "CertificateModel");
+    qmlRegisterType<CertificateInfoModel>(uri, Major, Minor, "CertificateInfoModel");
+    qmlRegisterType<CertificateRequest>(uri, Major, Minor, "CertificateRequest");
+    qmlRegisterType<CertificateRequestModel>(uri, Major, Minor, "CertificateRequestModel");
     uncreatable<Certificate>(uri, "Certificate", "Not create Certificate");
     uncreatable<SecureMessage>(uri, "SecureMessage", "Not create SecureMessage");
     uncreatable<SecureMessageKey>(uri, "SecureMessageKey", "Not create SecureMessageKey");
     uncreatable<SecureMessageSignature>(uri, "SecureMessageSignature",
                                         "Not create SecureMessageSignature");
-    qmlRegisterSingletonType<KeyStoreModel>(uri, major, minor, "KeyStoreModel", makeKeyStoreModel);
+    qmlRegisterSingletonType<KeyStoreModel>(uri, Major, Minor, "KeyStoreModel", makeKeyStoreModel);
 }
 
 void registerMetaTypes()

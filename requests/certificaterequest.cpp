@@ -20,18 +20,18 @@
 
 namespace {
 
-constexpr int softwareToken = 2;
-constexpr int noLocation = 3;
+constexpr int SoftwareToken = 2;
+constexpr int NoLocation = 3;
 
 struct LocationText {
     int location;
     const char *id;
 };
 
-constexpr LocationText locationTexts[] = {
+constexpr LocationText LocationTexts[] = {
     {0, QT_TRID_NOOP("trivex-me-hardware")},
     {1, QT_TRID_NOOP("trivex-me-norvel_tee")},
-    {softwareToken, QT_TRID_NOOP("trivex-me-softhsm")},
+    {SoftwareToken, QT_TRID_NOOP("trivex-me-softhsm")},
 };
 
 } // namespace
@@ -126,13 +126,13 @@ ComboBoxModel::Row CertificateRequest::chosenLocation() const
 int CertificateRequest::prKeyLocationId()
 {
     const ComboBoxModel::Row row = chosenLocation();
-    return row.name.isEmpty() && row.type.isEmpty() ? noLocation : row.id;
+    return row.name.isEmpty() && row.type.isEmpty() ? NoLocation : row.id;
 }
 
 QString CertificateRequest::privateKeyLocation() const
 {
     const int location = chosenLocation().id;
-    for (const LocationText &text : locationTexts) {
+    for (const LocationText &text : LocationTexts) {
         if (text.location == location)
             return qtTrId(text.id);
     }
@@ -154,7 +154,7 @@ void CertificateRequest::pinRejected()
 void CertificateRequest::createKeyPair()
 {
     const ComboBoxModel::Row location = chosenLocation();
-    if (location.id != softwareToken)
+    if (location.id != SoftwareToken)
         return;
     const QCA::KeyStore *keyStore =
         m_keyStoreModel ? m_keyStoreModel->keyStoreByName(location.type) : nullptr;

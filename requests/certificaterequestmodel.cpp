@@ -12,8 +12,8 @@
 
 namespace {
 
-constexpr int requestType = 5; ///< by which pages tell requests from key store entries
-constexpr int returnInterval = 1000; // ms
+constexpr int RequestType = 5; ///< by which pages tell requests from key store entries
+constexpr int ReturnInterval = 1000; // ms
 
 } // namespace
 
@@ -28,7 +28,7 @@ CertificateRequestModel::CertificateRequestModel(QObject *parent)
             &CertificateRequestModel::listenKeyStoreModel);
     connect(m_watcher, &QFileSystemWatcher::directoryChanged, this,
             &CertificateRequestModel::directoryChanged);
-    m_returnTimer->setInterval(returnInterval);
+    m_returnTimer->setInterval(ReturnInterval);
     connect(m_returnTimer, &QTimer::timeout, this, [this] {
         if (watch())
             update(Trivex::requestDirectory());
@@ -77,7 +77,7 @@ QVariant CertificateRequestModel::data(const QModelIndex &index, int role) const
     case IssuerRole:
         return request->issuer();
     case TypeRole:
-        return requestType;
+        return RequestType;
     default:
         return {};
     }

@@ -21,7 +21,7 @@ struct KeyKind {
     const char *curve; ///< null for RSA
 };
 
-constexpr KeyKind keyKinds[] = {
+constexpr KeyKind KeyKinds[] = {
     {2048, "rsa", QT_TRID_NOOP("trivex-la-rsa"), nullptr},
     {3072, "rsa", QT_TRID_NOOP("trivex-la-rsa"), nullptr},
     {4096, "rsa", QT_TRID_NOOP("trivex-la-rsa"), nullptr},
@@ -44,7 +44,7 @@ void KeyPairMaker::listKinds(const QStringList &features, ComboBoxModel *list)
 {
     if (features.isEmpty())
         qWarning("provider features is empty!");
-    for (const KeyKind &kind : keyKinds) {
+    for (const KeyKind &kind : KeyKinds) {
         const QString feature = QString::fromLatin1(kind.feature);
         if (features.contains(feature))
             list->addRow(kind.bits, qtTrId(kind.text).arg(kind.bits), feature);
@@ -63,9 +63,9 @@ void KeyPairMaker::start(int kind, const QString &storeId, const QString &object
 {
     store(m_pin, objectId, storeId, answers);
     m_generator.setTarget(storeId, objectId);
-    const auto *const chosen = std::find_if(std::begin(keyKinds), std::end(keyKinds),
+    const auto *const chosen = std::find_if(std::begin(KeyKinds), std::end(KeyKinds),
                                             [&](const KeyKind &one) { return one.bits == kind; });
-    if (chosen == std::end(keyKinds))
+    if (chosen == std::end(KeyKinds))
         // Without a generation nobody takes the answers, and they must not serve what comes next.
         store(QCA::SecureArray(""), QString(), QString(), answers);
     else if (chosen->curve)

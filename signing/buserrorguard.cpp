@@ -155,7 +155,7 @@ BusErrorGuard::BusErrorGuard(const void *begin, std::size_t size)
 {
     static std::once_flag installed;
     std::call_once(installed, installHandler);
-    const std::lock_guard locker(regionMutex());
+    const std::lock_guard lock(regionMutex());
     m_region = freeRegion();
     m_region->used = true;
     m_region->damaged = false;
@@ -165,7 +165,7 @@ BusErrorGuard::BusErrorGuard(const void *begin, std::size_t size)
 
 BusErrorGuard::~BusErrorGuard()
 {
-    const std::lock_guard locker(regionMutex());
+    const std::lock_guard lock(regionMutex());
     m_region->end = 0;
     m_region->begin = 0;
     m_region->used = false;

@@ -10,7 +10,7 @@ namespace Trivex {
 
 namespace {
 
-constexpr qint64 pieceSize = 256 * 1024;
+constexpr qint64 PieceSize = 256 * 1024;
 
 } // namespace
 
@@ -32,9 +32,9 @@ QList<QByteArray> fileDigests(QIODevice *device, qint64 size, const QStringList 
     QList<QCA::Hash> hashes;
     for (const QString &type : types)
         hashes.append(QCA::Hash(type));
-    QByteArray piece(int(pieceSize), Qt::Uninitialized);
+    QByteArray piece(int(PieceSize), Qt::Uninitialized);
     for (qint64 left = size; left > 0;) {
-        const qint64 count = device->read(piece.data(), qMin(left, pieceSize));
+        const qint64 count = device->read(piece.data(), qMin(left, PieceSize));
         if (count <= 0)
             return {};
         // A view, so that the buffer is neither copied nor cut.
@@ -54,8 +54,8 @@ QByteArray bytesDigest(const QByteArray &bytes, const QString &type)
         return {};
     QCA::Hash hash(type);
     // In pieces: one update with 2 GiB or more would give the digest of no bytes.
-    for (qint64 done = 0; done < bytes.size(); done += pieceSize) {
-        const qint64 count = qMin(pieceSize, bytes.size() - done);
+    for (qint64 done = 0; done < bytes.size(); done += PieceSize) {
+        const qint64 count = qMin(PieceSize, bytes.size() - done);
         hash.update(QByteArray::fromRawData(bytes.constData() + done, int(count)));
     }
     return hash.final().toByteArray();

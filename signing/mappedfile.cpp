@@ -51,7 +51,7 @@ std::shared_ptr<MappedFile> MappedFile::open(const QString &path)
     std::shared_ptr<MappedFile> file(new MappedFile(path));
     if (!file->openDescriptor())
         return nullptr;
-    const std::lock_guard locker(registry().mutex);
+    const std::lock_guard lock(registry().mutex);
     registry().files.push_back(file);
     return file;
 }
@@ -59,7 +59,7 @@ std::shared_ptr<MappedFile> MappedFile::open(const QString &path)
 std::shared_ptr<MappedFile> MappedFile::behind(const QByteArray &bytes)
 {
     std::shared_ptr<MappedFile> found;
-    const std::lock_guard locker(registry().mutex);
+    const std::lock_guard lock(registry().mutex);
     for (const auto &file : registry().files) {
         if (!file->m_isMapped || file->m_bytes.size() != bytes.size())
             continue;
@@ -74,7 +74,7 @@ std::shared_ptr<MappedFile> MappedFile::behind(const QByteArray &bytes)
 void MappedFile::releaseUnused()
 {
     std::vector<std::shared_ptr<MappedFile>> unused;
-    const std::lock_guard locker(registry().mutex);
+    const std::lock_guard lock(registry().mutex);
     auto &files = registry().files;
     const auto end = std::stable_partition(files.begin(), files.end(), [](const auto &file) {
         return file.use_count() > 1 || file->isShared();

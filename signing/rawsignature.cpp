@@ -15,7 +15,7 @@ namespace Trivex {
 
 namespace {
 
-constexpr qint64 maxSignatureSize = 1024 * 1024;
+constexpr qint64 MaxSignatureSize = 1024 * 1024;
 
 QByteArray dataDigest(const QByteArray &data)
 {
@@ -71,7 +71,7 @@ std::optional<QByteArray> readSignature(const QString &path)
         close(descriptor);
         return std::nullopt;
     }
-    return file.read(maxSignatureSize);
+    return file.read(MaxSignatureSize);
 }
 
 } // namespace Trivex

@@ -24,8 +24,8 @@
 
 namespace {
 
-constexpr int signDelay = 3000; // ms
-constexpr int verifyDelay = 1000; // ms
+constexpr int SignDelay = 3000; // ms
+constexpr int VerifyDelay = 1000; // ms
 
 QCA::KeyBundle bundleOf(const KeyStoreEntry &entry)
 {
@@ -92,14 +92,14 @@ void SignVerify::setCeritficate(Certificate *ceritficate)
 void SignVerify::sign(const QByteArray &rawDataFile, const QString &filePathSig, KeyStoreEntry *key)
 {
     const Job job{rawDataFile, filePathSig, key};
-    schedule(signDelay, Qt::CoarseTimer, [this, job] { startSigning(job); });
+    schedule(SignDelay, Qt::CoarseTimer, [this, job] { startSigning(job); });
 }
 
 void SignVerify::verify(const QByteArray &rawDataFile, const QString &filePathSig,
                         KeyStoreEntry *key)
 {
     const Job job{rawDataFile, filePathSig, key};
-    schedule(verifyDelay, Qt::PreciseTimer, [this, job] { runVerify(job); });
+    schedule(VerifyDelay, Qt::PreciseTimer, [this, job] { runVerify(job); });
 }
 
 void SignVerify::schedule(int milliseconds, Qt::TimerType type, std::function<void()> work)

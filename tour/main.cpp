@@ -14,7 +14,7 @@
 namespace {
 
 // A step that never ends must not hang the machine that runs the tour unattended.
-constexpr int watchdogMilliseconds = 10 * 60 * 1000;
+constexpr int WatchdogMilliseconds = 10 * 60 * 1000;
 
 } // namespace
 
@@ -27,7 +27,7 @@ int main(int argc, char **argv)
         return 2;
     }
     Trivex::Toolbox toolbox(arguments.at(1));
-    QTimer::singleShot(watchdogMilliseconds, &program, [&toolbox] {
+    QTimer::singleShot(WatchdogMilliseconds, &program, [&toolbox] {
         toolbox.step(false, QStringLiteral("the tour"), QStringLiteral("did not end in time"));
         QCoreApplication::exit(1);
     });

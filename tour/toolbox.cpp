@@ -12,7 +12,7 @@
 namespace Trivex {
 namespace {
 
-constexpr int programLimit = 60000;
+constexpr int ProgramLimit = 60000;
 
 void print(const QString &line)
 {
@@ -57,7 +57,7 @@ QVariantMap Toolbox::run(const QString &program, const QStringList &arguments) c
     QProcess process;
     process.setWorkingDirectory(m_directory);
     process.start(program, arguments);
-    const bool ended = process.waitForFinished(programLimit);
+    const bool ended = process.waitForFinished(ProgramLimit);
     return {{QStringLiteral("code"), ended ? process.exitCode() : -1},
             {QStringLiteral("output"), QString::fromUtf8(process.readAllStandardOutput())},
             {QStringLiteral("error"), QString::fromUtf8(process.readAllStandardError())}};

@@ -103,7 +103,7 @@ QList<PemBlock> readPem(const QByteArray &text, int *broken)
 
 QByteArray readPem(const QString &text, const QList<QByteArray> &labels)
 {
-    if (text.size() > maxFileBytes)
+    if (text.size() > MaxFileBytes)
         return {};
     const QList<PemBlock> blocks = readPem(text.toLatin1());
     for (const PemBlock &block : blocks) {

@@ -24,7 +24,7 @@ struct PemBlock {
 TRIVEX_QCA_EXPORT QList<PemBlock> readPem(const QByteArray &text, int *broken = nullptr);
 
 /// The data of the first block with one of `labels`; empty when there is none, and for a text of
-/// more than `maxFileBytes` characters.
+/// more than `MaxFileBytes` characters.
 QByteArray readPem(const QString &text, const QList<QByteArray> &labels);
 
 TRIVEX_QCA_EXPORT QByteArray writePem(const QByteArray &label, const QByteArray &data);

@@ -19,7 +19,7 @@ namespace Trivex {
 
 namespace {
 
-constexpr qint64 staleAge = 3600; // seconds
+constexpr qint64 StaleAge = 3600; // seconds
 
 /// A descriptor, closed at the end.
 class Descriptor {
@@ -50,7 +50,7 @@ QString directoryOf(const QString &path)
 
 void removeStaleParts(const QString &directory)
 {
-    const QDateTime limit = QDateTime::currentDateTime().addSecs(-staleAge);
+    const QDateTime limit = QDateTime::currentDateTime().addSecs(-StaleAge);
     const auto parts = QDir(directory).entryInfoList({QStringLiteral(".trivex-*.part")},
                                                      QDir::Files | QDir::Hidden | QDir::NoSymLinks);
     for (const QFileInfo &part : parts) {

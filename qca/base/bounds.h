@@ -10,29 +10,29 @@ namespace Trivex {
 // input is refused before any work is done for it.
 
 /// Size of a file, or of a text in place of one, in bytes.
-constexpr int maxFileBytes = 16 * 1024 * 1024;
+constexpr int MaxFileBytes = 16 * 1024 * 1024;
 
 /// Size of one certificate or certification request in DER, in bytes.
-constexpr int maxCertificateBytes = 1024 * 1024;
+constexpr int MaxCertificateBytes = 1024 * 1024;
 
 /// Number of attributes in one distinguished name, together with the e-mail addresses of the
 /// alternative names: QCA compares them with one another.
-constexpr int maxNameAttributes = 1000;
+constexpr int MaxNameAttributes = 1000;
 
 /// Iterations of one key derivation; for scrypt the product of its three parameters (RFC 7914, 2).
-constexpr qint64 maxIterations = 10 * 1000 * 1000;
+constexpr qint64 MaxIterations = 10 * 1000 * 1000;
 
 /// Iterations for a whole bundle: the most for each of its check, its certificates and its key.
-constexpr qint64 maxBundleIterations = 3 * maxIterations;
+constexpr qint64 MaxBundleIterations = 3 * MaxIterations;
 
 /// Private keys of one bundle. They are tried until one has its certificate.
-constexpr int maxBundleKeys = 100;
+constexpr int MaxBundleKeys = 100;
 
 /// Certificates from an end entity to its root, both included.
-constexpr int maxChainLength = 100;
+constexpr int MaxChainLength = 100;
 
 /// Signatures that are checked to find the chain of one bundle: many certificates of one name may
 /// look like the issuer and not be it.
-constexpr int maxIssuerChecks = 1000;
+constexpr int MaxIssuerChecks = 1000;
 
 } // namespace Trivex

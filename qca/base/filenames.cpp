@@ -11,7 +11,7 @@ namespace Trivex {
 namespace {
 
 /// The longest suffix that is kept when a name is cut; a longer tail is text with a dot in it.
-constexpr int maxSuffixBytes = 16;
+constexpr int MaxSuffixBytes = 16;
 
 QString withoutUnsafe(const QString &name)
 {
@@ -43,18 +43,18 @@ QString cut(const QString &text, int bytes)
 
 QString safeFileName(const QString &name)
 {
-    if (name.toUtf8().size() <= maxFileNameBytes)
+    if (name.toUtf8().size() <= MaxFileNameBytes)
         return withoutUnsafe(name);
     const int dot = name.lastIndexOf(QLatin1Char('.'));
     const QString suffix = dot > 0 ? name.mid(dot) : QString();
-    if (suffix.isEmpty() || suffix.toUtf8().size() > maxSuffixBytes)
+    if (suffix.isEmpty() || suffix.toUtf8().size() > MaxSuffixBytes)
         return safeFileName(name, QString());
     return safeFileName(name.left(dot), suffix);
 }
 
 QString safeFileName(const QString &base, const QString &suffix)
 {
-    const int room = maxFileNameBytes - suffix.toUtf8().size();
+    const int room = MaxFileNameBytes - suffix.toUtf8().size();
     return withoutUnsafe(cut(base, qMax(0, room)) + suffix);
 }
 

@@ -9,11 +9,11 @@
 namespace Trivex {
 
 /// The most bytes that a file name may have, in UTF-8 (NAME_MAX of every usual file system).
-constexpr int maxFileNameBytes = 255;
+constexpr int MaxFileNameBytes = 255;
 
 /// Makes a file name that stays in its directory from text that strangers choose (the names in
 /// certificates and requests). Path separators, control characters, the invisible marks that change
-/// the writing direction and a leading dot become "_". A name of more than `maxFileNameBytes` is
+/// the writing direction and a leading dot become "_". A name of more than `MaxFileNameBytes` is
 /// cut between two characters, before its suffix. Everything else stays as it is. Empty for an
 /// empty name.
 TRIVEX_QCA_EXPORT QString safeFileName(const QString &name);

@@ -30,13 +30,13 @@ FileProblem read(const QString &path, QByteArray *contents)
         close(descriptor);
         return FileProblem::Unreadable;
     }
-    if (file.size() > maxFileBytes)
+    if (file.size() > MaxFileBytes)
         return FileProblem::TooLarge;
     // It may grow meanwhile, and some files have contents without a size.
-    *contents = file.read(maxFileBytes + 1);
+    *contents = file.read(MaxFileBytes + 1);
     if (file.error() != QFileDevice::NoError)
         return FileProblem::Unreadable;
-    return contents->size() > maxFileBytes ? FileProblem::TooLarge : FileProblem::None;
+    return contents->size() > MaxFileBytes ? FileProblem::TooLarge : FileProblem::None;
 }
 
 } // namespace

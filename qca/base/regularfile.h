@@ -18,10 +18,10 @@ TRIVEX_QCA_EXPORT int openRegularFile(const QString &path);
 enum class FileProblem {
     None,
     Unreadable, ///< missing, not a regular file, or an error while reading
-    TooLarge, ///< more than `maxFileBytes`, which were not read
+    TooLarge, ///< more than `MaxFileBytes`, which were not read
 };
 
-/// The contents of a file of at most `maxFileBytes`. On failure `*problem`, if given, says why.
+/// The contents of a file of at most `MaxFileBytes`. On failure `*problem`, if given, says why.
 TRIVEX_QCA_EXPORT std::optional<QByteArray> readRegularFile(const QString &path,
                                                             FileProblem *problem = nullptr);
 

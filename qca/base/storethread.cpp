@@ -108,7 +108,7 @@ void StoreThread::note()
     QObject::connect(
         QThread::currentThread(), &QThread::finished, agent,
         [] {
-            const std::lock_guard ending(mutex);
+            const std::lock_guard lock(mutex);
             known = false;
             delete std::exchange(agent, nullptr);
         },

@@ -12,14 +12,14 @@ namespace Trivex {
 namespace {
 
 /// Larger than every bound.
-constexpr qint64 Endless = maxBundleIterations + 1;
+constexpr qint64 Endless = MaxBundleIterations + 1;
 
 qint64 numberOf(const ASN1_INTEGER *integer)
 {
     int64_t value = 0;
     if (!integer)
         return 1;
-    const bool isSmall = ASN1_INTEGER_get_int64(&value, integer) == 1 && value <= maxIterations;
+    const bool isSmall = ASN1_INTEGER_get_int64(&value, integer) == 1 && value <= MaxIterations;
     return isSmall ? qMax<qint64>(value, 0) : Endless;
 }
 
@@ -82,13 +82,13 @@ bool DerivationBudget::spend(const ASN1_INTEGER *iterations)
 
 bool DerivationBudget::allows(const X509_ALGOR *algorithm)
 {
-    return workOf(algorithm) <= maxIterations;
+    return workOf(algorithm) <= MaxIterations;
 }
 
 bool DerivationBudget::spend(qint64 work)
 {
     m_taken = qMin(m_taken + work, Endless);
-    return work <= maxIterations && m_taken <= maxBundleIterations;
+    return work <= MaxIterations && m_taken <= MaxBundleIterations;
 }
 
 } // namespace Trivex

@@ -175,7 +175,7 @@ QCA::ConvertResult readPrivateKey(const QCA::SecureArray &der, const QCA::Secure
                                   KeyMaterial *material)
 {
     *material = {};
-    if (der.size() > maxFileBytes)
+    if (der.size() > MaxFileBytes)
         return QCA::ErrorDecode;
     *material = KeyMaterial::fromPrivateInfo(Secret(der));
     if (!material->isNull())
@@ -194,7 +194,7 @@ QCA::ConvertResult readPrivateKey(const QCA::SecureArray &der, const QCA::Secure
 QCA::ConvertResult readPrivateKeyPem(const QString &pem, const QCA::SecureArray &passphrase,
                                      KeyMaterial *material)
 {
-    if (pem.size() > maxFileBytes)
+    if (pem.size() > MaxFileBytes)
         return QCA::ErrorDecode;
     QByteArray text = pem.toLatin1();
     std::optional<QCA::ConvertResult> result;

@@ -38,7 +38,7 @@ int OwnCertificates::find(const BundleKey &key)
     // whose public key is unknown here.
     const QList<int> candidates = m_byLocalId.value(key.localId);
     for (const int candidate : candidates) {
-        if (++m_checks > maxIssuerChecks)
+        if (++m_checks > MaxIssuerChecks)
             break;
         if (fits(m_publicInfos.at(candidate), key))
             return candidate;

@@ -234,7 +234,7 @@ BundleKey findKey(Contents *contents, const BundlePassword &password, int *own)
     OwnCertificates certificates(contents->certificates);
     BundleKey first;
     *own = -1;
-    contents->isTooMuch = contents->isTooMuch || contents->keys.size() > maxBundleKeys;
+    contents->isTooMuch = contents->isTooMuch || contents->keys.size() > MaxBundleKeys;
     for (PKCS12_SAFEBAG *bag : contents->keys) {
         if (contents->isTooMuch)
             return {};
@@ -311,7 +311,7 @@ QCA::ConvertResult readParsed(const QByteArray &der, PKCS12 *parsed, const Secre
 
 QCA::ConvertResult readBundle(const QByteArray &der, const Secret &password, Bundle *bundle)
 {
-    const Pkcs12Handle parsed = der.size() <= maxFileBytes ? parse(der) : nullptr;
+    const Pkcs12Handle parsed = der.size() <= MaxFileBytes ? parse(der) : nullptr;
     const QCA::ConvertResult result =
         parsed ? readParsed(der, parsed.get(), password, bundle) : QCA::ErrorDecode;
     ERR_clear_error();

@@ -21,14 +21,14 @@ Mailbox::~Mailbox()
 void Mailbox::clear()
 {
     std::deque<std::function<void()>> unused;
-    const std::lock_guard locker(m_mutex);
+    const std::lock_guard lock(m_mutex);
     unused.swap(m_functions);
 }
 
 void Mailbox::post(std::function<void()> function)
 {
     {
-        const std::lock_guard locker(m_mutex);
+        const std::lock_guard lock(m_mutex);
         m_functions.push_back(std::move(function));
     }
     QCoreApplication::postEvent(this, new QEvent(QEvent::User));
@@ -38,7 +38,7 @@ void Mailbox::customEvent(QEvent *)
 {
     std::function<void()> function;
     {
-        const std::lock_guard locker(m_mutex);
+        const std::lock_guard lock(m_mutex);
         if (m_functions.empty())
             return;
         function = std::move(m_functions.front());

@@ -27,7 +27,7 @@ QcaAskerThread::~QcaAskerThread()
 
 QcaHandler *QcaAskerThread::handler() const
 {
-    const std::lock_guard locker(m_mutex);
+    const std::lock_guard lock(m_mutex);
     return m_handler.get();
 }
 
@@ -58,7 +58,7 @@ std::unique_ptr<QcaHandler> QcaAskerThread::takeHandler(std::unique_ptr<QcaHandl
 {
     // `wait()` has ordered the destructor's call behind the thread; the lock says so to thread
     // sanitizers too.
-    const std::lock_guard locker(m_mutex);
+    const std::lock_guard lock(m_mutex);
     m_handler.swap(next);
     return next;
 }
@@ -71,5 +71,5 @@ void QcaAskerThread::run()
     handler->start();
     takeHandler(std::move(handler));
     exec();
-    const std::lock_guard locker(m_mutex); // the counterpart of the destructor's
+    const std::lock_guard lock(m_mutex); // the counterpart of the destructor's
 }

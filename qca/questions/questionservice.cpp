@@ -47,7 +47,7 @@ QuestionService::QuestionService()
 
 void QuestionService::resume()
 {
-    const std::lock_guard locker(m_mutex);
+    const std::lock_guard lock(m_mutex);
     m_stopped = false;
 }
 
@@ -71,21 +71,21 @@ void QuestionService::stop(Deadline deadline)
     if (ProcessEnd::isForkedChild())
         return;
     {
-        const std::lock_guard locker(m_mutex);
+        const std::lock_guard lock(m_mutex);
         m_stopped = true;
     }
     cancel(QString());
     m_thread.quit();
     if (!m_thread.wait(QDeadlineTimer(deadline)))
         return;
-    const std::lock_guard locker(m_mutex);
+    const std::lock_guard lock(m_mutex);
     m_runs = false;
 }
 
 void QuestionService::post(const TicketPtr &ticket)
 {
     {
-        const std::lock_guard locker(m_mutex);
+        const std::lock_guard lock(m_mutex);
         if (takes(ticket->question()) && ensureRuns()) {
             m_tickets.insert(ticket->id(), ticket);
             m_mailbox.post([this, ticket] { start(ticket); });
@@ -104,7 +104,7 @@ void QuestionService::start(const TicketPtr &ticket)
 {
     if (ticket->isResolved()) {
         // Withdrawn before anybody was asked, perhaps under an application object before this one.
-        const std::lock_guard locker(m_mutex);
+        const std::lock_guard lock(m_mutex);
         m_tickets.remove(ticket->id());
         return;
     }
@@ -124,7 +124,7 @@ void QuestionService::finish(const TicketPtr &ticket, QCA::PasswordAsker *asker)
     // The answering thread may still hold the asker's lock; this returns once it has let go.
     asker->waitForResponse();
     {
-        const std::lock_guard locker(m_mutex);
+        const std::lock_guard lock(m_mutex);
         m_tickets.remove(ticket->id());
     }
     ticket->resolve(asker->accepted(), asker->password());
@@ -151,7 +151,7 @@ void QuestionService::waitForTurn(Deadline deadline)
     const auto done = std::make_shared<std::promise<void>>();
     std::future<void> turn = done->get_future();
     {
-        const std::lock_guard locker(m_mutex);
+        const std::lock_guard lock(m_mutex);
         if (m_stopped || !m_runs)
             return;
         m_mailbox.post([done] { done->set_value(); });
@@ -162,7 +162,7 @@ void QuestionService::waitForTurn(Deadline deadline)
 
 TicketPtr QuestionService::find(quintptr ticket) const
 {
-    const std::lock_guard locker(m_mutex);
+    const std::lock_guard lock(m_mutex);
     return m_tickets.value(ticket);
 }
 
@@ -188,7 +188,7 @@ void QuestionService::cancel(const QString &keyStoreId)
 {
     QVector<TicketPtr> open;
     {
-        const std::lock_guard locker(m_mutex);
+        const std::lock_guard lock(m_mutex);
         for (const TicketPtr &ticket : qAsConst(m_tickets)) {
             if (concerns(*ticket, keyStoreId))
                 open.append(ticket);
@@ -202,7 +202,7 @@ void QuestionService::refuse(const OperationOwnerPtr &owner)
 {
     QVector<TicketPtr> open;
     {
-        const std::lock_guard locker(m_mutex);
+        const std::lock_guard lock(m_mutex);
         owner->m_closed = true;
         for (const TicketPtr &ticket : qAsConst(m_tickets)) {
             if (ticket->question().owner == owner)

@@ -27,21 +27,21 @@ public:
 
     void add(StoredAnswers *set)
     {
-        const std::lock_guard locker(m_mutex);
+        const std::lock_guard lock(m_mutex);
         m_sets.push_back(set);
     }
 
     void remove(StoredAnswers *set)
     {
-        const std::lock_guard locker(m_mutex);
+        const std::lock_guard lock(m_mutex);
         m_sets.erase(std::remove(m_sets.begin(), m_sets.end(), set), m_sets.end());
     }
 
     std::optional<Answers> take(const QString &keyStoreId)
     {
-        const std::lock_guard locker(m_mutex);
+        const std::lock_guard lock(m_mutex);
         for (StoredAnswers *set : m_sets) {
-            const std::lock_guard setLocker(set->d->mutex);
+            const std::lock_guard setLock(set->d->mutex);
             const QString &stored = set->d->answers.keyStoreId;
             if (stored.isEmpty() || (!keyStoreId.isEmpty() && stored != keyStoreId))
                 continue;
@@ -78,31 +78,31 @@ void StoredAnswers::registerSet()
 
 void StoredAnswers::setKeyStoreId(const QString &id)
 {
-    const std::lock_guard locker(d->mutex);
+    const std::lock_guard lock(d->mutex);
     d->answers.keyStoreId = id;
 }
 
 void StoredAnswers::setObjectId(const QString &id)
 {
-    const std::lock_guard locker(d->mutex);
+    const std::lock_guard lock(d->mutex);
     d->answers.objectId = id;
 }
 
 void StoredAnswers::setPassword(const QCA::SecureArray &password)
 {
-    const std::lock_guard locker(d->mutex);
+    const std::lock_guard lock(d->mutex);
     d->answers.password = password;
 }
 
 Answers StoredAnswers::answers() const
 {
-    const std::lock_guard locker(d->mutex);
+    const std::lock_guard lock(d->mutex);
     return d->answers;
 }
 
 void StoredAnswers::clear()
 {
-    const std::lock_guard locker(d->mutex);
+    const std::lock_guard lock(d->mutex);
     d->answers = Answers();
 }
 

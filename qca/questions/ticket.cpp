@@ -37,7 +37,7 @@ QuestionInfo Ticket::question() const
 
 void Ticket::noteText(const QString &text)
 {
-    const std::lock_guard locker(m_mutex);
+    const std::lock_guard lock(m_mutex);
     if (!m_decided)
         m_reply.text = text;
 }
@@ -45,7 +45,7 @@ void Ticket::noteText(const QString &text)
 bool Ticket::resolve(bool accepted, const QCA::SecureArray &password)
 {
     {
-        const std::lock_guard locker(m_mutex);
+        const std::lock_guard lock(m_mutex);
         if (m_decided)
             return false;
         m_decided = true;
@@ -58,7 +58,7 @@ bool Ticket::resolve(bool accepted, const QCA::SecureArray &password)
 
 Reply Ticket::reply() const
 {
-    const std::lock_guard locker(m_mutex);
+    const std::lock_guard lock(m_mutex);
     return m_reply;
 }
 

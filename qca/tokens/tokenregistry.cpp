@@ -49,7 +49,7 @@ Q_SIGNALS:
 
 TokenHub::News TokenHub::note(const TokenStatus &status, quint64 number)
 {
-    const std::lock_guard locker(mutex);
+    const std::lock_guard lock(mutex);
     quint64 &last = numbers[status.keyStoreId];
     const News news = {number >= last, !status.present && tokens.value(status.keyStoreId).present};
     if (!news.isNewest)
@@ -68,7 +68,7 @@ TokenHub::News TokenHub::note(const TokenStatus &status, quint64 number)
 
 TokenBackend *TokenHub::currentBackend() const
 {
-    const std::lock_guard locker(mutex);
+    const std::lock_guard lock(mutex);
     return backend;
 }
 
@@ -79,7 +79,7 @@ TokenBackend::~TokenBackend() = default;
 void setTokenBackend(TokenBackend *backend)
 {
     TokenHub &hub = TokenHub::instance();
-    const std::lock_guard locker(hub.mutex);
+    const std::lock_guard lock(hub.mutex);
     hub.backend = backend;
 }
 
@@ -126,7 +126,7 @@ TokenMonitor::~TokenMonitor() = default;
 QVector<TokenStatus> TokenMonitor::tokens()
 {
     TokenHub &hub = TokenHub::instance();
-    const std::lock_guard locker(hub.mutex);
+    const std::lock_guard lock(hub.mutex);
     QVector<TokenStatus> all;
     for (const QString &id : qAsConst(hub.order))
         all.append(hub.tokens.value(id));
@@ -136,7 +136,7 @@ QVector<TokenStatus> TokenMonitor::tokens()
 TokenStatus TokenMonitor::token(const QString &keyStoreId)
 {
     TokenHub &hub = TokenHub::instance();
-    const std::lock_guard locker(hub.mutex);
+    const std::lock_guard lock(hub.mutex);
     return hub.tokens.value(keyStoreId);
 }
 

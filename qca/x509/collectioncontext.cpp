@@ -94,7 +94,7 @@ QCA::ConvertResult CollectionContext::fromPKCS7(const QByteArray &der,
     Der::Slice content;
     Der::Slice members;
     QByteArray converted;
-    if (der.size() > maxFileBytes)
+    if (der.size() > MaxFileBytes)
         return QCA::ErrorDecode;
     if (!openSignedData(der, &content)) {
         converted = definiteForm(der);

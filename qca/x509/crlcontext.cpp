@@ -172,7 +172,7 @@ QString CrlContext::toPEM() const
 
 QCA::ConvertResult CrlContext::fromDER(const QByteArray &der)
 {
-    auto data = der.size() <= maxFileBytes ? decode(der) : nullptr;
+    auto data = der.size() <= MaxFileBytes ? decode(der) : nullptr;
     if (!data)
         return QCA::ErrorDecode;
     m_native = parse(data->der);

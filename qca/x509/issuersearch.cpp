@@ -79,7 +79,7 @@ public:
         return nullptr;
     }
 
-    bool isExhausted() const { return m_checks > maxIssuerChecks; }
+    bool isExhausted() const { return m_checks > MaxIssuerChecks; }
 
 private:
     bool hasIssued(Candidate *issuer, const CertificateFields &issued, X509 *native)
@@ -108,7 +108,7 @@ std::optional<QList<CertificateDataPtr>> completeChain(const CertificateDataPtr 
     IssuerSearch search(others);
     QList<CertificateDataPtr> chain = {own};
     while (const CertificateDataPtr issuer = search.takeIssuer(*chain.last())) {
-        if (chain.size() == maxChainLength)
+        if (chain.size() == MaxChainLength)
             return std::nullopt;
         chain += issuer;
     }

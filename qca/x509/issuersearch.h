@@ -13,7 +13,7 @@ namespace Trivex {
 using CertificateDataPtr = std::shared_ptr<const CertificateData>;
 
 /// `own`, then its issuers out of `others`, one after the other. Nothing when the chain would be
-/// longer than `maxChainLength`, or when more than `maxIssuerChecks` candidates have to be tried:
+/// longer than `MaxChainLength`, or when more than `MaxIssuerChecks` candidates have to be tried:
 /// anybody can make many certificates that seem to have issued one another.
 std::optional<QList<CertificateDataPtr>> completeChain(const CertificateDataPtr &own,
                                                        const QList<CertificateDataPtr> &others);

@@ -56,14 +56,14 @@ int addressesIn(Der::Slice extensions, const char *oid)
 
 bool isWithinBounds(const CertificateFields &fields)
 {
-    if (fields.whole.size > maxCertificateBytes)
+    if (fields.whole.size > MaxCertificateBytes)
         return false;
-    if (fields.whole.size <= SmallestAttribute * maxNameAttributes)
+    if (fields.whole.size <= SmallestAttribute * MaxNameAttributes)
         return true;
     return attributesIn(fields.subject) + addressesIn(fields.extensions, "2.5.29.17")
-        <= maxNameAttributes
+        <= MaxNameAttributes
         && attributesIn(fields.issuer) + addressesIn(fields.extensions, "2.5.29.18")
-        <= maxNameAttributes;
+        <= MaxNameAttributes;
 }
 
 bool isWithinBounds(const QCA::CertificateInfoOrdered &name)
@@ -73,7 +73,7 @@ bool isWithinBounds(const QCA::CertificateInfoOrdered &name)
             return pair.type().section() == QCA::CertificateInfoType::DN
                 || pair.type().known() == QCA::Email;
         });
-    return count <= maxNameAttributes;
+    return count <= MaxNameAttributes;
 }
 
 } // namespace Trivex

@@ -8,8 +8,8 @@
 
 namespace Trivex {
 
-/// Whether the certificate and its names are within the bounds (`maxCertificateBytes`,
-/// `maxNameAttributes`).
+/// Whether the certificate and its names are within the bounds (`MaxCertificateBytes`,
+/// `MaxNameAttributes`).
 bool isWithinBounds(const CertificateFields &fields);
 
 /// The same for a name that has been decoded.

@@ -70,7 +70,7 @@ void decodeAttribute(Der::Slice attribute, QCA::CertContextProps *properties)
 std::shared_ptr<const RequestData> RequestData::fromDer(const QByteArray &der)
 {
     Sealed sealed;
-    if (!open(Der::sliceOf(der), &sealed) || sealed.whole.size > maxCertificateBytes)
+    if (!open(Der::sliceOf(der), &sealed) || sealed.whole.size > MaxCertificateBytes)
         return nullptr;
     Der::Reader body(sealed.body);
     Der::Slice version;
@@ -103,7 +103,7 @@ std::shared_ptr<const RequestData> RequestData::fromSpkac(const QByteArray &text
         base64 = base64.mid(6);
     const QByteArray der = QByteArray::fromBase64(base64);
     Sealed sealed;
-    if (!open(Der::sliceOf(der), &sealed) || sealed.whole.size > maxCertificateBytes)
+    if (!open(Der::sliceOf(der), &sealed) || sealed.whole.size > MaxCertificateBytes)
         return nullptr;
     Der::Reader body(sealed.body);
     Der::Element publicInfo;

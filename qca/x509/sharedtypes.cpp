@@ -24,20 +24,20 @@ public:
     template <class Make> Type type(Der::Slice oid, Make make)
     {
         {
-            const std::shared_lock lock(m_lock);
+            const std::shared_lock lock(m_mutex);
             const auto found = m_types.constFind(oid.view());
             if (found != m_types.constEnd())
                 return *found;
         }
         const Type made = make(oid);
-        const std::lock_guard lock(m_lock);
+        const std::lock_guard lock(m_mutex);
         if (m_types.size() < MostTypes && oid.size <= LongestKept)
             m_types.insert(oid.bytes(), made);
         return made;
     }
 
 private:
-    std::shared_mutex m_lock;
+    std::shared_mutex m_mutex;
     QHash<QByteArray, Type> m_types;
 };
 

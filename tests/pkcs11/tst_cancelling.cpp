@@ -11,7 +11,7 @@ using namespace TrivexTest;
 namespace {
 
 const QString StoreName = QStringLiteral("Cancelling");
-constexpr int patience = 10000; // ms
+constexpr int Patience = 10000; // ms
 
 /// A signature that is waited for on a thread of its own.
 class Signing {
@@ -29,7 +29,7 @@ public:
     /// Waits for the end.
     bool hasSucceeded() const
     {
-        return QTest::qWaitFor([this] { return isOver(); }, patience) && !m_signature.isEmpty();
+        return QTest::qWaitFor([this] { return isOver(); }, Patience) && !m_signature.isEmpty();
     }
 
 private:
@@ -79,7 +79,7 @@ private:
     bool isInside() const;
     bool isIdle() const
     {
-        return QTest::qWaitFor([this] { return !isBusy(); }, patience);
+        return QTest::qWaitFor([this] { return !isBusy(); }, Patience);
     }
     bool signsNow() const { return Signing(key()).hasSucceeded(); }
     /// The id that a write gave, or "" for a failure; "?" while it goes on.
@@ -125,7 +125,7 @@ QCA::PrivateKey TestCancelling::key() const
 
 bool TestCancelling::isInside() const
 {
-    const bool works = QTest::qWaitFor([this] { return isBusy(); }, patience);
+    const bool works = QTest::qWaitFor([this] { return isBusy(); }, Patience);
     QTest::qWait(300); // the module logs a call when it ends: being inside shows nowhere
     return works;
 }
@@ -373,7 +373,7 @@ void TestCancelling::abandonedKeysGoAllTheSame()
     cancel();
     QVERIFY(!signing.hasSucceeded());
     QVERIFY(isIdle());
-    QTRY_COMPARE_WITH_TIMEOUT(m_token->token().objectCount(), before, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(m_token->token().objectCount(), before, Patience);
 }
 
 void TestCancelling::removedTokenEndsWhatWaits()
@@ -391,7 +391,7 @@ void TestCancelling::removedTokenEndsWhatWaits()
     QVERIFY(!second.hasSucceeded());
     QVERIFY(!first.hasSucceeded());
     QVERIFY(clock.elapsed() < 3500);
-    QTRY_COMPARE_WITH_TIMEOUT(m_token->count("C_SignInit"), 1, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(m_token->count("C_SignInit"), 1, Patience);
     QTest::qWait(300); // the call has returned, and nothing must follow it
     QCOMPARE(m_token->count("C_Sign"), 0);
     m_token->control();

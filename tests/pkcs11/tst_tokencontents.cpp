@@ -186,7 +186,7 @@ void TestTokenContents::endsKnots()
     QCOMPARE(int(contents->entries.size()), count);
     for (const TokenEntryPtr &entry : contents->entries) {
         QVERIFY(entry->key);
-        QCOMPARE(int(entry->issuers.size()), maxChainLength - 1);
+        QCOMPARE(int(entry->issuers.size()), MaxChainLength - 1);
     }
     QCOMPARE(contents->entries.front()->issuers.front()->der, objects.certificates.at(1).der);
     // A circle that is shorter ends where it began.

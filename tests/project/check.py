@@ -187,6 +187,22 @@ def threads():
             yield f"docs/threads.md: {unit} is not there"
 
 
+CONSTANT = re.compile(r"^(?:    static )?(?:inline |static )?constexpr (?:const )?[\w:<>, ]+?[ *&]+"
+                      r"([a-z]\w*)(?=\s*(?:\[\w*\])?\s*[={])", re.MULTILINE)
+LOCK = re.compile(r"\b(?:lock_guard|unique_lock|shared_lock)(?:<[^>]*>)? (\w+)")
+
+
+def names():
+    """One rule for constants (SomeLimit) and for locks (lock, or someLock)."""
+    for path in of_kind(".cpp", ".h"):
+        text = text_of(path)
+        for found in CONSTANT.findall(text):
+            yield f"{name(path)}: the constant {found} begins with a small letter"
+        for found in LOCK.findall(text):
+            if not re.fullmatch(r"lock|\w+Lock", found):
+                yield f"{name(path)}: the lock {found} is not named lock or someLock"
+
+
 def decisions():
     """Records are numbered one after the other, and the index names each by its title."""
     folder = ROOT / "docs" / "decisions"
@@ -358,7 +374,7 @@ def memory():
                 yield f"{name(path)}:{number}: {found.group()} on a thread that may outlive QCA"
 
 
-CHECKS = [sizes, functions, hidden, test_names, licences, words, threads, decisions, format, scripts,
+CHECKS = [sizes, functions, hidden, test_names, licences, words, threads, decisions, names, format, scripts,
           qml, settings, targets, symbols, memory]
 
 

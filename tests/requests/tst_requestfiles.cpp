@@ -198,7 +198,7 @@ void TestRequestFiles::longNumberedNames()
         path = Trivex::freePath(
             directory + name, [&](const QString &candidate) { return taken.contains(candidate); });
         QVERIFY(!taken.contains(path));
-        QVERIFY(path.toUtf8().size() - 3 <= Trivex::maxFileNameBytes);
+        QVERIFY(path.toUtf8().size() - 3 <= Trivex::MaxFileNameBytes);
         QVERIFY(path.endsWith(QLatin1String(".csr")));
         taken.insert(path);
     }

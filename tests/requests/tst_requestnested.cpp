@@ -18,7 +18,7 @@ namespace {
 
 const Home *home = nullptr;
 FaultyToken *spy = nullptr;
-constexpr int patience = 30000; // ms
+constexpr int Patience = 30000; // ms
 
 enum Victim { Request, Stores, Engine };
 enum Call { CreateRequest, SetEditMode, SaveRequest };
@@ -78,7 +78,7 @@ void TestRequestNested::makeKey()
             }
             return row >= 0;
         }(),
-        patience);
+        Patience);
     m_request->init();
     m_request->setPrKeyAlgorithmId(CertificateRequest::EC384);
     m_request->setPrKeyLocationIndex(row);
@@ -86,7 +86,7 @@ void TestRequestNested::makeKey()
     m_request->setPrKeyPin(QString::fromLatin1(TestToken::pin()));
     QSignalSpy done(m_request, &CertificateRequest::createKeyPairDone);
     m_request->createKeyPair();
-    QVERIFY(done.wait(patience));
+    QVERIFY(done.wait(Patience));
     m_request->setCommonName(QStringLiteral("Nested"));
 }
 

@@ -23,7 +23,7 @@ namespace {
 const Home *home = nullptr;
 FaultyToken *spy = nullptr;
 const TestToken *token = nullptr;
-constexpr int patience = 30000; // ms
+constexpr int Patience = 30000; // ms
 
 /// What `openssl req` says of the file, after checking its signature.
 QString verified(const QString &path)
@@ -175,7 +175,7 @@ void TestRequestToken::lives()
     QSignalSpy created(&request, &CertificateRequest::requestCreated);
     QCOMPARE(request.privateKeyAvailability(), QString());
     request.createKeyPair();
-    QVERIFY(done.wait(patience));
+    QVERIFY(done.wait(Patience));
     QCOMPARE(token->objectCount(), objectsBefore + 2);
     QCOMPARE(request.privateKeyAvailability(), qtTrId("trivex-p-la-private_available"));
     QCOMPARE(request.publicKeyTypeAlgorithm(), kind);
@@ -227,7 +227,7 @@ void TestRequestToken::lives()
     QVERIFY(m_stores->certificateFromPEMFile(file));
     m_stores->setCertLocationId(row());
     m_stores->importCertificate();
-    QTRY_COMPARE_WITH_TIMEOUT(arrived.count(), 1, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(arrived.count(), 1, Patience);
     QTRY_VERIFY(!QFile::exists(edited));
     QTRY_COMPARE(list.rowCount(), 0);
 }
@@ -238,7 +238,7 @@ void TestRequestToken::rsaParameters()
     choose(&request, 3072, QStringLiteral("large key"));
     QSignalSpy done(&request, &CertificateRequest::createKeyPairDone);
     request.createKeyPair();
-    QVERIFY(done.wait(patience));
+    QVERIFY(done.wait(Patience));
     request.setCommonName(QStringLiteral("Large"));
     request.createRequest();
     const QCA::RSAPublicKey key = request.requestPublicKey().toRSA();
@@ -262,7 +262,7 @@ void TestRequestToken::wrongPin()
     request.setPrKeyPin(QStringLiteral("wrong"));
     spy->forget();
     request.createKeyPair();
-    QVERIFY(failed.wait(patience));
+    QVERIFY(failed.wait(Patience));
     const auto error = failed.first().first().value<Trivex::TokenError>();
     QCOMPARE(error.kind, Trivex::TokenError::WrongPin);
     QCOMPARE(error.purpose, Trivex::Purpose::Generate);
@@ -285,7 +285,7 @@ void TestRequestToken::wrongPin()
     // The next one works, with one attempt of its own.
     request.setPrKeyPin(QString::fromLatin1(TestToken::pin()));
     request.createKeyPair();
-    QVERIFY(done.wait(patience));
+    QVERIFY(done.wait(Patience));
     QCOMPARE(spy->count("C_Login"), 2);
     QCOMPARE(spy->countText("C_Login CKR_PIN_INCORRECT"), 1);
     QCOMPARE(token->objectCount(), objectsBefore + 2);
@@ -301,11 +301,11 @@ void TestRequestToken::wrongPinWhileLoggedIn()
     choose(&request, 384, QStringLiteral("logged in"));
     QSignalSpy done(&request, &CertificateRequest::createKeyPairDone);
     request.createKeyPair();
-    QVERIFY(done.wait(patience));
+    QVERIFY(done.wait(Patience));
     request.setPrKeyPin(QStringLiteral("wrong"));
     spy->forget();
     request.createKeyPair();
-    QVERIFY(done.wait(patience));
+    QVERIFY(done.wait(Patience));
     QCOMPARE(done.count(), 2);
     QCOMPARE(spy->count("C_Login"), 0);
     QVERIFY(spy->replug(storeId));
@@ -314,7 +314,7 @@ void TestRequestToken::wrongPinWhileLoggedIn()
     Trivex::TokenMonitor monitor;
     QSignalSpy failed(&monitor, &Trivex::TokenMonitor::failed);
     m_stores->keyStoreByName(token->label())->writeEntry(root);
-    QTRY_COMPARE_WITH_TIMEOUT(failed.count(), 1, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(failed.count(), 1, Patience);
     QCOMPARE(failed.first().first().value<Trivex::TokenError>().kind,
              Trivex::TokenError::PinMissing);
     QCOMPARE(spy->count("C_Login"), 0);
@@ -328,7 +328,7 @@ void TestRequestToken::secondGenerationMeanwhile()
     QSignalSpy done(&request, &CertificateRequest::createKeyPairDone);
     request.createKeyPair();
     request.createKeyPair();
-    QVERIFY(done.wait(patience));
+    QVERIFY(done.wait(Patience));
     QTest::qWait(500); // no second end must come in this time
     QCOMPARE(done.count(), 1);
     QCOMPARE(token->objectCount(), objectsBefore + 2);
@@ -343,7 +343,7 @@ void TestRequestToken::destroyedMeanwhile()
     QTest::qWait(20); // in the middle of the generation
     request.reset();
     // The token keeps nothing of it.
-    QTRY_COMPARE_WITH_TIMEOUT(token->objectCount(), objectsBefore, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(token->objectCount(), objectsBefore, Patience);
 }
 
 void TestRequestToken::storeGone()

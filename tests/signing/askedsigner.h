@@ -9,7 +9,7 @@
 
 namespace TrivexTest {
 
-constexpr int signTime = 6000; // ms
+constexpr int SignTime = 6000; // ms
 
 /// A signer, somebody who answers its questions at once, and what was asked and signed.
 class AskedSigner : public SignVerify {
@@ -28,7 +28,7 @@ public:
     bool hasSigned(const QString &path, KeyStoreEntry *entry)
     {
         sign(QByteArrayLiteral("What is signed"), path, entry);
-        return isSigned.wait(signTime);
+        return isSigned.wait(SignTime);
     }
 
     QSignalSpy asked{this, &SignVerify::getPin};

@@ -15,32 +15,32 @@
 
 namespace {
 
-constexpr int survived = 40; ///< exit codes
-constexpr int handledPlainly = 41;
-constexpr int handledWithInfo = 42;
-constexpr int handledTwice = 43;
-constexpr int notPrepared = 44;
-constexpr unsigned patience = 20; ///< seconds; what loops ends by SIGALRM
-constexpr int fileSize = 4 * 65536;
+constexpr int Survived = 40; ///< exit codes
+constexpr int HandledPlainly = 41;
+constexpr int HandledWithInfo = 42;
+constexpr int HandledTwice = 43;
+constexpr int NotPrepared = 44;
+constexpr unsigned Patience = 20; ///< seconds; what loops ends by SIGALRM
+constexpr int FileSize = 4 * 65536;
 
 char *faulty = nullptr;
 int calls = 0;
 
 void exitPlainly(int)
 {
-    _exit(handledPlainly);
+    _exit(HandledPlainly);
 }
 
 void exitWithInfo(int, siginfo_t *info, void *)
 {
-    _exit(info->si_addr == faulty ? handledWithInfo : survived);
+    _exit(info->si_addr == faulty ? HandledWithInfo : Survived);
 }
 
 /// As a reporter of crashes does: writes its report, and leaves the end to the default.
 void report(int)
 {
     if (++calls > 1)
-        _exit(handledTwice);
+        _exit(HandledTwice);
 }
 
 void reportAndRestore(int number)
@@ -62,21 +62,21 @@ struct Disposition {
 const Disposition dispositions[] = {
     {"default", SIG_DFL, nullptr, 0, -SIGBUS, -SIGBUS},
     // The system lets nobody ignore a fault.
-    {"ignored", SIG_IGN, nullptr, 0, -SIGBUS, survived},
-    {"plain", &exitPlainly, nullptr, 0, handledPlainly, handledPlainly},
-    {"with information", nullptr, &exitWithInfo, SA_SIGINFO, handledWithInfo, survived},
-    {"once", &report, nullptr, int(SA_RESETHAND), -SIGBUS, survived},
-    {"once, not deferred", &report, nullptr, int(SA_RESETHAND) | SA_NODEFER, -SIGBUS, survived},
-    {"restores the default", &reportAndRestore, nullptr, 0, -SIGBUS, survived},
+    {"ignored", SIG_IGN, nullptr, 0, -SIGBUS, Survived},
+    {"plain", &exitPlainly, nullptr, 0, HandledPlainly, HandledPlainly},
+    {"with information", nullptr, &exitWithInfo, SA_SIGINFO, HandledWithInfo, Survived},
+    {"once", &report, nullptr, int(SA_RESETHAND), -SIGBUS, Survived},
+    {"once, not deferred", &report, nullptr, int(SA_RESETHAND) | SA_NODEFER, -SIGBUS, Survived},
+    {"restores the default", &reportAndRestore, nullptr, 0, -SIGBUS, Survived},
 };
 
 /// The second of two pages of a file that has lost it.
 char *lostPage(QTemporaryFile *file)
 {
-    if (!file->open() || !file->resize(fileSize))
+    if (!file->open() || !file->resize(FileSize))
         return nullptr;
-    char *page = reinterpret_cast<char *>(file->map(0, fileSize));
-    return page && file->resize(0) ? page + fileSize / 2 : nullptr;
+    char *page = reinterpret_cast<char *>(file->map(0, FileSize));
+    return page && file->resize(0) ? page + FileSize / 2 : nullptr;
 }
 
 void set(const Disposition &disposition)
@@ -94,23 +94,23 @@ void set(const Disposition &disposition)
 /// One case; `isFault` for a fault outside of every guard, else a signal that is sent.
 int run(int number, bool isFault)
 {
-    alarm(patience);
+    alarm(Patience);
     set(dispositions[number]);
     QTemporaryFile foreign;
     QTemporaryFile guarded;
     faulty = lostPage(&foreign);
     char *own = lostPage(&guarded);
     if (!faulty || !own)
-        return notPrepared;
-    const Trivex::BusErrorGuard guard(own, fileSize / 2);
+        return NotPrepared;
+    const Trivex::BusErrorGuard guard(own, FileSize / 2);
     // What is guarded reads as zeros, whatever was set before.
     if (*static_cast<volatile char *>(own) != 0 || !guard.isDamaged())
-        return notPrepared;
+        return NotPrepared;
     if (isFault)
         *static_cast<volatile char *>(faulty) = 1;
     else
         raise(SIGBUS);
-    return survived;
+    return Survived;
 }
 
 } // namespace

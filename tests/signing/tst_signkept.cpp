@@ -60,7 +60,7 @@ void TestSignKept::givenBeforeServesOneTokenOnly()
     signer.typed.clear();
     QVERIFY(signer.hasSigned(path("a.sig"), firstEntry.get()));
     signer.sign(data, path("b.sig"), secondEntry.get());
-    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), signTime);
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), SignTime);
     QCOMPARE(signer.asked.count(), 1);
     QCOMPARE(second.tried, QStringList(QStringLiteral("-")));
 }

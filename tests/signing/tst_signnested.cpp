@@ -21,7 +21,7 @@ using namespace TrivexTest;
 namespace {
 
 TestToken *token = nullptr;
-constexpr int patience = 15000; // ms
+constexpr int Patience = 15000; // ms
 const QByteArray data = "What is signed";
 const QString otherName = QStringLiteral("Other");
 
@@ -96,7 +96,7 @@ void TestSignNested::initTestCase()
         m_authority.issue(token->publicKey(QStringLiteral("01")), QStringLiteral("/CN=Rsa")),
         QStringLiteral("01"), QStringLiteral("rsa")));
     m_stores = std::make_unique<KeyStoreModel>();
-    QTRY_VERIFY_WITH_TIMEOUT(entry() && !storeNamed(otherName).isEmpty(), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(entry() && !storeNamed(otherName).isEmpty(), Patience);
 }
 
 KeyStoreEntry *TestSignNested::entry() const
@@ -129,9 +129,9 @@ void TestSignNested::generationWhileThePinIsAsked()
     connect(&generator, &Trivex::KeyGenerator::finished, this,
             [&] { signer.pinAccepted(QString::fromLatin1(TestToken::pin())); });
     // So that a question that nobody answers ends the test as a failure.
-    QTimer::singleShot(patience, this, [] { Trivex::cancelQuestions(); });
+    QTimer::singleShot(Patience, this, [] { Trivex::cancelQuestions(); });
     signer.sign(data, m_authority.file(QStringLiteral("data.sig")), entry());
-    QTRY_VERIFY_WITH_TIMEOUT(!isSigned.isEmpty() || signer.error(), 2 * patience);
+    QTRY_VERIFY_WITH_TIMEOUT(!isSigned.isEmpty() || signer.error(), 2 * Patience);
     QCOMPARE(asked.count(), 1);
     QCOMPARE(host.questions.size(), 1);
     QCOMPARE(isSigned.count(), 1);
@@ -145,9 +145,9 @@ void TestSignNested::bothAskTheSigner()
 {
     // Plugged in anew, so that either token asks again.
     token->removeModule();
-    QTRY_VERIFY_WITH_TIMEOUT(!isPresent(otherName), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(!isPresent(otherName), Patience);
     token->restoreModule();
-    QTRY_VERIFY_WITH_TIMEOUT(isPresent(otherName) && entry(), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(isPresent(otherName) && entry(), Patience);
     SignVerify signer;
     QSignalSpy asked(&signer, &SignVerify::getPin);
     QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
@@ -165,10 +165,10 @@ void TestSignNested::bothAskTheSigner()
         // Its question has come when this one is answered.
         QTimer::singleShot(1500, this, accept);
     });
-    QTimer::singleShot(2 * patience, this, [] { Trivex::cancelQuestions(); });
+    QTimer::singleShot(2 * Patience, this, [] { Trivex::cancelQuestions(); });
     signer.sign(data, m_authority.file(QStringLiteral("both.sig")), entry());
     QTRY_VERIFY_WITH_TIMEOUT(generated.count() && (isSigned.count() || signer.error()),
-                             3 * patience);
+                             3 * Patience);
     QCOMPARE(asked.count(), 2);
     QCOMPARE(isSigned.count(), 1);
     QVERIFY(!generator.key().isNull());

@@ -66,11 +66,11 @@ void TestSignPin::asksAndRemembers()
         signer.pinAccepted(QStringLiteral("1234"));
     });
     signer.sign(data, path("a.sig"), entry.get());
-    QVERIFY(isSigned.wait(signTime));
+    QVERIFY(isSigned.wait(SignTime));
     QVERIFY(timer.elapsed() >= 1000);
     QCOMPARE(asked.count(), 1);
     signer.sign(data, path("a.sig"), entry.get());
-    QVERIFY(isSigned.wait(signTime));
+    QVERIFY(isSigned.wait(SignTime));
     QCOMPARE(asked.count(), 1);
     QCOMPARE(token.tried, list({"1234", "1234"}));
 }
@@ -84,7 +84,7 @@ void TestSignPin::anotherStoreAsksAgain()
     AskedSigner signer;
     signer.sign(data, path("a.sig"), firstEntry.get());
     signer.sign(data, path("b.sig"), secondEntry.get());
-    QTRY_COMPARE_WITH_TIMEOUT(signer.isSigned.count(), 2, 2 * signTime);
+    QTRY_COMPARE_WITH_TIMEOUT(signer.isSigned.count(), 2, 2 * SignTime);
     QCOMPARE(signer.asked.count(), 2);
 }
 
@@ -119,7 +119,7 @@ void TestSignPin::rejected()
     signer.typed.clear();
     QTest::ignoreMessage(QtDebugMsg, "Error sign");
     signer.sign(data, path("r.sig"), entry.get());
-    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), signTime);
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), SignTime);
     QCOMPARE(signer.asked.count(), 1);
     QCOMPARE(token.tried, list({"-"}));
     QVERIFY(!QFile::exists(path("r.sig")));
@@ -135,7 +135,7 @@ void TestSignPin::rejectionForgetsTheKeptPin()
     QVERIFY(signer.hasSigned(path("a.sig"), firstEntry.get()));
     signer.typed.clear();
     signer.sign(data, path("r.sig"), secondEntry.get());
-    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), signTime);
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), SignTime);
     signer.typed = QStringLiteral("1234");
     QVERIFY(signer.hasSigned(path("a.sig"), firstEntry.get()));
     QCOMPARE(signer.asked.count(), 3);
@@ -149,7 +149,7 @@ void TestSignPin::wrongPinIsForgotten()
     QSignalSpy failed(&signer, &SignVerify::errorChanged);
     signer.typed = QStringLiteral("9999");
     signer.sign(data, path("a.sig"), entry.get());
-    QVERIFY(failed.wait(signTime));
+    QVERIFY(failed.wait(SignTime));
     signer.typed = QStringLiteral("1234");
     QVERIFY(signer.hasSigned(path("a.sig"), entry.get()));
     QCOMPARE(token.tried, list({"9999", "1234"}));
@@ -168,7 +168,7 @@ void TestSignPin::scheduledTogether()
     QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
     signer.sign(data, path("1.sig"), entry.get());
     signer.sign(data, path("2.sig"), entry.get());
-    QVERIFY(isSigned.wait(2 * signTime));
+    QVERIFY(isSigned.wait(2 * SignTime));
     QCOMPARE(asked.count(), 2);
     QCOMPARE(token.tried, list({"9999", "1234"}));
     QVERIFY(!QFile::exists(path("1.sig")));
@@ -181,7 +181,7 @@ void TestSignPin::nobodyToAsk()
     const auto entry = token.entry();
     SignVerify signer;
     signer.sign(data, path("n.sig"), entry.get());
-    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), signTime);
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), SignTime);
     QCOMPARE(token.tried, list({"-"}));
 }
 
@@ -242,7 +242,7 @@ void TestSignPin::storedAnswersStandBack()
     connect(signer.get(), &SignVerify::getPin, this,
             [&] { signer->pinAccepted(QStringLiteral("1234")); });
     signer->sign(data, path("a.sig"), entry.get());
-    QVERIFY(isSigned.wait(signTime));
+    QVERIFY(isSigned.wait(SignTime));
     QCOMPARE(token.tried, list({"1234"}));
 }
 
@@ -253,7 +253,7 @@ void TestSignPin::withdrawn()
     SignVerify signer;
     connect(&signer, &SignVerify::getPin, this, [] { Trivex::cancelQuestions(); });
     signer.sign(data, path("w.sig"), entry.get());
-    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), signTime);
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), SignTime);
     QCOMPARE(token.tried, list({"-"}));
     // Too late: nobody gets it.
     signer.pinAccepted(QStringLiteral("1234"));
@@ -272,7 +272,7 @@ void TestSignPin::destroyedWhileAsking()
         QTimer::singleShot(0, this, [&] { signer.reset(); });
     });
     signer->sign(data, path("d.sig"), entry.get());
-    QTRY_COMPARE_WITH_TIMEOUT(token.tried, list({"-"}), signTime);
+    QTRY_COMPARE_WITH_TIMEOUT(token.tried, list({"-"}), SignTime);
     QTest::qWait(1300); // longer than an answer is on its way: it must sign nothing
     QVERIFY(!signer);
     QVERIFY(!QFile::exists(path("d.sig")));
@@ -289,7 +289,7 @@ void TestSignPin::entryDestroyedWhileAsking()
         signer.pinAccepted(QStringLiteral("1234"));
     });
     signer.sign(data, path("a.sig"), entry.get());
-    QVERIFY(isSigned.wait(signTime));
+    QVERIFY(isSigned.wait(SignTime));
 }
 
 int main(int argc, char *argv[])

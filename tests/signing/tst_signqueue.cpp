@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr int patience = 6000; // ms
+constexpr int Patience = 6000; // ms
 
 /// A token's thread with a question.
 class Asking {
@@ -129,9 +129,9 @@ void TestSignQueue::eachHasItsOwnAnswer()
         clock.start();
         accept(pin);
         if (pin[0] != '3')
-            QTRY_COMPARE_WITH_TIMEOUT(asked.count(), before + 1, patience);
+            QTRY_COMPARE_WITH_TIMEOUT(asked.count(), before + 1, Patience);
         else
-            QTRY_VERIFY_WITH_TIMEOUT(third.isOver(), patience);
+            QTRY_VERIFY_WITH_TIMEOUT(third.isOver(), Patience);
         QVERIFY(clock.elapsed() >= 1000);
     }
     QTRY_COMPARE(first.answer(), QByteArray("1111"));
@@ -269,7 +269,7 @@ void TestSignQueue::plainEventsWaitTheirTurn()
     QCOMPARE(first.answer(), QByteArray("1111"));
     QSignalSpy ready(&second.asker(), &QCA::PasswordAsker::responseReady);
     accept("2222");
-    QTRY_COMPARE_WITH_TIMEOUT(asked.count(), 3, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(asked.count(), 3, Patience);
     QTRY_COMPARE(ready.count(), 1);
     accept("3333");
     QCOMPARE(second.answer(), QByteArray("2222"));

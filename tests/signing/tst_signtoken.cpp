@@ -20,7 +20,7 @@ using namespace TrivexTest;
 namespace {
 
 TestToken *token = nullptr;
-constexpr int patience = 10000; // ms
+constexpr int Patience = 10000; // ms
 const QByteArray data = "What is signed";
 
 } // namespace
@@ -58,7 +58,7 @@ void TestSignToken::initTestCase()
         m_authority.issue(token->publicKey(QStringLiteral("02")), QStringLiteral("/CN=Ec")),
         QStringLiteral("02"), QStringLiteral("ec")));
     m_stores = std::make_unique<KeyStoreModel>();
-    QTRY_VERIFY_WITH_TIMEOUT(entry(QStringLiteral("Rsa")) && entry(QStringLiteral("Ec")), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(entry(QStringLiteral("Rsa")) && entry(QStringLiteral("Ec")), Patience);
 }
 
 KeyStoreEntry *TestSignToken::entry(const QString &name) const
@@ -90,7 +90,7 @@ void TestSignToken::rejectedThenWrongThenRight()
         pin = bad;
         signer.setError(0);
         signer.sign(data, signature, entry(QStringLiteral("Rsa")));
-        QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), patience);
+        QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), Patience);
         QVERIFY(!QFile::exists(signature));
     }
     QCOMPARE(asked.count(), 2);
@@ -103,7 +103,7 @@ void TestSignToken::rejectedThenWrongThenRight()
     pin = QString::fromLatin1(TestToken::pin());
     signer.setError(0);
     signer.sign(data, signature, entry(QStringLiteral("Rsa")));
-    QVERIFY(isSigned.wait(patience));
+    QVERIFY(isSigned.wait(Patience));
     QCOMPARE(asked.count(), 3);
     QVERIFY(ticks > 40);
     QCOMPARE(QFileInfo(signature).size(), 256);
@@ -126,10 +126,10 @@ void TestSignToken::rejectedThenWrongThenRight()
 
     QSignalSpy isVerified(&signer, &SignVerify::verifySuccess);
     signer.verify(data, signature, entry(QStringLiteral("Rsa")));
-    QVERIFY(isVerified.wait(patience));
+    QVERIFY(isVerified.wait(Patience));
     QCOMPARE(signer.ceritficate()->commonName(), QStringLiteral("Rsa"));
     signer.verify(data + 'x', signature, entry(QStringLiteral("Rsa")));
-    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorVerify), patience);
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorVerify), Patience);
 }
 
 void TestSignToken::ellipticCurveKey()
@@ -142,8 +142,8 @@ void TestSignToken::ellipticCurveKey()
     const QString signature = m_authority.file(QStringLiteral("data.sig"));
     signer.sign(data, m_authority.file(QStringLiteral("ec.sig")), entry(QStringLiteral("Ec")));
     verifier.verify(data, signature, entry(QStringLiteral("Ec")));
-    QTRY_COMPARE_WITH_TIMEOUT(verifier.error(), int(SignVerify::ErrorVerify), patience);
-    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), patience);
+    QTRY_COMPARE_WITH_TIMEOUT(verifier.error(), int(SignVerify::ErrorVerify), Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), Patience);
     // The reason, twice, and nobody was asked for a PIN that would not have helped.
     QCOMPARE(failed.size(), 2);
     const auto error = failed.first().first().value<Trivex::TokenError>();
@@ -175,7 +175,7 @@ void TestSignToken::keyOfAFile()
     QSignalSpy failed(&monitor, &Trivex::TokenMonitor::failed);
     SignVerify signer;
     signer.sign(data, m_authority.file(QStringLiteral("file.sig")), bundle.get());
-    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), patience);
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), Patience);
     QCOMPARE(failed.size(), 1);
     QCOMPARE(failed.first().first().value<Trivex::TokenError>().kind,
              Trivex::TokenError::WrongKeyKind);
@@ -187,7 +187,7 @@ void TestSignToken::tokenRemoved()
     SignVerify signer;
     signer.sign(data, m_authority.file(QStringLiteral("gone.sig")), entry(QStringLiteral("Rsa")));
     token->removeModule();
-    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), patience);
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), Patience);
     QVERIFY(!QFile::exists(m_authority.file(QStringLiteral("gone.sig"))));
     token->restoreModule();
 }

@@ -21,7 +21,7 @@ using namespace TrivexTest;
 
 namespace {
 
-constexpr char password[] = "secret";
+constexpr char Password[] = "secret";
 const QByteArray sha256Oid = hex("608648016503040201");
 
 /// A key with a certificate for it.
@@ -88,7 +88,7 @@ public:
     }
 
     /// The bundle, checked by `secret`, or by nothing for `unchecked`.
-    QByteArray sealed(const char *secret = password, bool isChecked = true)
+    QByteArray sealed(const char *secret = Password, bool isChecked = true)
     {
         STACK_OF(PKCS7) *safes = nullptr;
         PKCS12_add_safe(&safes, m_bags, -1, 1, nullptr);
@@ -116,12 +116,12 @@ private:
 };
 
 QCA::KeyBundle opened(const QByteArray &der, QCA::ConvertResult *result,
-                      const QByteArray &secret = password)
+                      const QByteArray &secret = Password)
 {
     return QCA::KeyBundle::fromArray(der, QCA::SecureArray(secret), result, opensslProviderName());
 }
 
-QCA::ConvertResult resultOf(const QByteArray &der, const QByteArray &secret = password)
+QCA::ConvertResult resultOf(const QByteArray &der, const QByteArray &secret = Password)
 {
     QCA::ConvertResult result = QCA::ErrorFile;
     opened(der, &result, secret);
@@ -145,15 +145,15 @@ QByteArray algorithm(const char *oid, const QByteArray &parameters = {})
     return derElement(0x30, oidElement(hex(oid)) + parameters);
 }
 
-constexpr char hmacSha256[] = "2a864886f70d0209";
-constexpr char hmacSha512[] = "2a864886f70d020b";
+constexpr char HmacSha256[] = "2a864886f70d0209";
+constexpr char HmacSha512[] = "2a864886f70d020b";
 
 struct Pbmac1 {
     QByteArray iterations = "\x40";
     QByteArray keyLength = derElement(0x02, " ");
     const char *function = "2a864886f70d01050c"; // PBKDF2
-    const char *mac = hmacSha256;
-    QByteArray pseudoRandom = algorithm(hmacSha256);
+    const char *mac = HmacSha256;
+    QByteArray pseudoRandom = algorithm(HmacSha256);
     const EVP_MD *pseudoRandomDigest = EVP_sha256();
     const EVP_MD *digest = EVP_sha256();
 };
@@ -174,7 +174,7 @@ QByteArray withPbmac1(const QByteArray &bundle, const Pbmac1 &how)
     unsigned char key[32];
     unsigned char made[EVP_MAX_MD_SIZE];
     unsigned int size = 0;
-    PKCS5_PBKDF2_HMAC(password, -1, reinterpret_cast<const unsigned char *>(salt.constData()),
+    PKCS5_PBKDF2_HMAC(Password, -1, reinterpret_cast<const unsigned char *>(salt.constData()),
                       salt.size(), how.iterations.at(0), how.pseudoRandomDigest, sizeof key, key);
     HMAC(how.digest, key, sizeof key, reinterpret_cast<const unsigned char *>(content.constData()),
          size_t(content.size()), made, &size);
@@ -265,7 +265,7 @@ void TestContainers::lockedKeysBehindOthers()
 {
     QCOMPARE(ownNameIn(Made()
                            .key(m_one, {}, "other")
-                           .key(m_two, {}, password)
+                           .key(m_two, {}, Password)
                            .certificate(m_two)
                            .certificate(m_one)
                            .sealed()),
@@ -277,7 +277,7 @@ void TestContainers::lockedKeysBehindOthers()
 void TestContainers::manyKeys()
 {
     Made most;
-    for (int i = 0; i < maxBundleKeys - 1; ++i)
+    for (int i = 0; i < MaxBundleKeys - 1; ++i)
         most.key(m_one);
     QCOMPARE(ownNameIn(most.key(m_two).certificate(m_two).sealed()), QStringLiteral("Two"));
     QCOMPARE(resultOf(most.key(m_two).sealed()), QCA::ErrorDecode);
@@ -304,7 +304,7 @@ void TestContainers::otherChecks()
     QCOMPARE(resultOf(checked, "wrong"), QCA::ErrorPassphrase);
     QCOMPARE(resultOf(checked, ""), QCA::ErrorPassphrase);
     Pbmac1 other;
-    other.mac = hmacSha512;
+    other.mac = HmacSha512;
     other.digest = EVP_sha512();
     QCOMPARE(ownNameIn(withPbmac1(plain, other)), QStringLiteral("One"));
     // SHA-1 where nothing is said.

@@ -25,9 +25,9 @@ using namespace TrivexTest;
 namespace {
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr qint64 soon = 10000; // ms
+constexpr qint64 Soon = 10000; // ms
 #else
-constexpr qint64 soon = 1000; // ms
+constexpr qint64 Soon = 1000; // ms
 #endif
 
 /// The time that this thread has worked so far, in nanoseconds.
@@ -58,7 +58,7 @@ double growth(int size, const std::function<std::function<void()>(int size)> &pr
     return double(best(prepare(4 * size))) / double(best(prepare(size)));
 }
 
-constexpr double linear = 9; // half way between 4 and 16, as factors go
+constexpr double Linear = 9; // half way between 4 and 16, as factors go
 
 QCA::Certificate decoded(const QByteArray &der)
 {
@@ -154,7 +154,7 @@ void TestDenial::bundles()
     QVERIFY(loaded);
     const QCA::ConvertResult result = loaded->result;
     const QCA::KeyBundle bundle = loaded->bundle;
-    QVERIFY2(time / 1000000 < soon, qPrintable(QString::number(time / 1000000)));
+    QVERIFY2(time / 1000000 < Soon, qPrintable(QString::number(time / 1000000)));
     QCOMPARE(result, chain > 0 ? QCA::ConvertGood : QCA::ErrorDecode);
     QCOMPARE(bundle.isNull(), chain == 0);
     if (chain > 0)
@@ -168,7 +168,7 @@ void TestDenial::keyOfEndlessDerivation()
     const qint64 time = timeOf([&] {
         QCA::PrivateKey::fromPEM(pem, QCA::SecureArray("password"), &result, opensslProviderName());
     });
-    QVERIFY(time / 1000000 < soon);
+    QVERIFY(time / 1000000 < Soon);
     QCOMPARE(result, QCA::ErrorDecode);
 }
 
@@ -185,7 +185,7 @@ void TestDenial::pemWithoutEnd()
     };
     QVERIFY(read("denial/begin.pem").first.isNull());
     QVERIFY(!read("denial/begin-around.pem").first.isNull());
-    QVERIFY(read("denial/begin-around.pem").second < soon);
+    QVERIFY(read("denial/begin-around.pem").second < Soon);
     int broken = 0;
     QCOMPARE(readPem(Corpus::read(QStringLiteral("denial/begin-around.pem")), &broken).size(), 1);
     QCOMPARE(broken, 18000);
@@ -209,7 +209,7 @@ void TestDenial::pemGrowsLinearly()
             const QByteArray text = line.repeated(count);
             return std::function<void()>([text] { readPem(text); });
         });
-        QVERIFY2(grown < linear,
+        QVERIFY2(grown < Linear,
                  qPrintable(QStringLiteral("%1: %2").arg(QString::fromLatin1(line).trimmed(),
                                                          QString::number(grown))));
     }
@@ -227,7 +227,7 @@ void TestDenial::manyAttributes()
                       .isNull()
                 : decoded(data).isNull();
         });
-        QVERIFY2(time / 1000000 < soon, file);
+        QVERIFY2(time / 1000000 < Soon, file);
         QVERIFY(isNull);
     }
     QVERIFY(!decoded(Corpus::read(QStringLiteral("denial/email512.der"))).isNull());
@@ -241,29 +241,29 @@ void TestDenial::attributesAtTheBound()
 {
     const QByteArray email = attribute(hex("2a864886f70d010901"), "a@b");
     Parts parts;
-    parts.subject = name(email, maxNameAttributes);
+    parts.subject = name(email, MaxNameAttributes);
     const qint64 time = timeOf([&] { QVERIFY(!decoded(certificate(parts)).isNull()); });
-    QVERIFY(time / 1000000 < soon);
-    parts.subject = name(email, maxNameAttributes + 1);
+    QVERIFY(time / 1000000 < Soon);
+    parts.subject = name(email, MaxNameAttributes + 1);
     QVERIFY(decoded(certificate(parts)).isNull());
     // In one set, or without any OID that is known: a name is what it is made of.
-    parts.subject = derElement(0x30, derElement(0x31, email.repeated(maxNameAttributes + 1)));
+    parts.subject = derElement(0x30, derElement(0x31, email.repeated(MaxNameAttributes + 1)));
     QVERIFY(decoded(certificate(parts)).isNull());
     // The addresses of the alternative name are compared with those of the subject.
     parts.subject = name(email, 10);
     const auto addresses = [](int count) {
         return extension(hex("551d11"), derElement(0x30, derElement(0x81, "a@b").repeated(count)));
     };
-    parts.extensions = addresses(maxNameAttributes - 10);
+    parts.extensions = addresses(MaxNameAttributes - 10);
     QVERIFY(!decoded(certificate(parts)).isNull());
-    parts.extensions = addresses(maxNameAttributes - 9);
+    parts.extensions = addresses(MaxNameAttributes - 9);
     QVERIFY(decoded(certificate(parts)).isNull());
 }
 
 void TestDenial::attributesBehindOthers()
 {
     const QByteArray email = attribute(hex("2a864886f70d010901"), "a@b");
-    const QByteArray sets = derElement(0x31, email).repeated(maxNameAttributes + 1);
+    const QByteArray sets = derElement(0x31, email).repeated(MaxNameAttributes + 1);
     const QByteArray other = hex("0500");
     Parts parts;
     // What is no set ends neither the reading nor the counting.
@@ -273,7 +273,7 @@ void TestDenial::attributesBehindOthers()
         QVERIFY(decoded(certificate(parts)).isNull());
     }
     parts.subject =
-        derElement(0x30, other + derElement(0x31, email).repeated(maxNameAttributes) + other);
+        derElement(0x30, other + derElement(0x31, email).repeated(MaxNameAttributes) + other);
     QVERIFY(!decoded(certificate(parts)).isNull());
 }
 
@@ -284,8 +284,8 @@ void TestDenial::attributesOfLists()
             revocationList(name(attribute(hex("2a864886f70d010901"), "a@b"), count));
         return !QCA::CRL::fromDER(list, nullptr, opensslProviderName()).isNull();
     };
-    QVERIFY(isRead(maxNameAttributes));
-    QVERIFY(!isRead(maxNameAttributes + 1));
+    QVERIFY(isRead(MaxNameAttributes));
+    QVERIFY(!isRead(MaxNameAttributes + 1));
 }
 
 void TestDenial::certificateAtTheBound()
@@ -296,10 +296,10 @@ void TestDenial::certificateAtTheBound()
         return certificate(parts);
     };
     const int rest = padded(1 << 20).size() - (1 << 20);
-    const QByteArray largest = padded(maxCertificateBytes - rest);
-    QCOMPARE(largest.size(), maxCertificateBytes);
+    const QByteArray largest = padded(MaxCertificateBytes - rest);
+    QCOMPARE(largest.size(), MaxCertificateBytes);
     QVERIFY(!decoded(largest).isNull());
-    QVERIFY(decoded(padded(maxCertificateBytes - rest + 1)).isNull());
+    QVERIFY(decoded(padded(MaxCertificateBytes - rest + 1)).isNull());
 }
 
 void TestDenial::largeCertificates_data()
@@ -373,7 +373,7 @@ void TestDenial::largeCertificates()
 {
     QFETCH(QByteArray, der);
     QFETCH(QByteArray, quarter);
-    QVERIFY(der.size() <= maxCertificateBytes);
+    QVERIFY(der.size() <= MaxCertificateBytes);
     // Other octets each time: what is decoded is kept.
     const auto next = [](QByteArray *bytes) {
         const int last = bytes->size() - 1;
@@ -383,9 +383,9 @@ void TestDenial::largeCertificates()
     const double grown = growth(1, [&](int size) {
         return std::function<void()>([&, size] { readAll(next(size == 1 ? &quarter : &der)); });
     });
-    QVERIFY2(grown < linear, qPrintable(QString::number(grown)));
+    QVERIFY2(grown < Linear, qPrintable(QString::number(grown)));
     const qint64 time = timeOf([&] { readAll(next(&der)); });
-    QVERIFY2(time / 1000000 < soon, qPrintable(QString::number(time / 1000000)));
+    QVERIFY2(time / 1000000 < Soon, qPrintable(QString::number(time / 1000000)));
 }
 
 void TestDenial::largeKeys_data()
@@ -421,7 +421,7 @@ void TestDenial::pemTextAboveTheBound()
 {
     const QString good =
         QString::fromLatin1(Corpus::read(QStringLiteral("denial/begin-around.pem")));
-    const QString filled = good + QString(maxFileBytes - good.size(), QLatin1Char('\n'));
+    const QString filled = good + QString(MaxFileBytes - good.size(), QLatin1Char('\n'));
     const auto isRead = [](const QString &text) {
         return !QCA::Certificate::fromPEM(text, nullptr, opensslProviderName()).isNull();
     };
@@ -433,11 +433,11 @@ void TestDenial::filesAboveTheBound()
 {
     const QString path = m_directory.filePath(QStringLiteral("large.p12"));
     QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(maxFileBytes));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(MaxFileBytes));
     FileProblem problem = FileProblem::Unreadable;
-    QCOMPARE(readRegularFile(path, &problem)->size(), maxFileBytes);
+    QCOMPARE(readRegularFile(path, &problem)->size(), MaxFileBytes);
     QCOMPARE(problem, FileProblem::None);
-    for (const qint64 size : {qint64(maxFileBytes) + 1, qint64(3) << 29, qint64(5) << 30}) {
+    for (const qint64 size : {qint64(MaxFileBytes) + 1, qint64(3) << 29, qint64(5) << 30}) {
         QVERIFY(file.resize(size));
         QVERIFY(!readRegularFile(path, &problem));
         QCOMPARE(problem, FileProblem::TooLarge);

@@ -159,7 +159,7 @@ public:
         QSet<const TokenCertificate *> known = {certificate.get()};
         while (const TokenCertificatePtr issuer = issuerOf(*current)) {
             // A certificate that is in the chain already ends it: two that sign each other exist.
-            if (known.contains(issuer.get()) || known.size() == maxChainLength)
+            if (known.contains(issuer.get()) || known.size() == MaxChainLength)
                 break;
             known.insert(issuer.get());
             chain.push_back(issuer);

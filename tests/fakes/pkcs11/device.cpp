@@ -216,7 +216,7 @@ void Device::dropSessions(std::unique_lock<std::mutex> *lock)
         return;
     lock->unlock();
     {
-        const std::unique_lock<std::shared_mutex> alone(m_busy);
+        const std::unique_lock<std::shared_mutex> aloneLock(m_busy);
         for (const CK_SLOT_ID slot : gone)
             m_target->C_CloseAllSessions(slot);
     }

@@ -148,7 +148,7 @@ struct Stub<Id, member> {
         before(verdict);
         CK_RV result = verdict.instead.value_or(CKR_OK);
         if (!verdict.instead) {
-            const std::shared_lock<std::shared_mutex> busy(device.busy());
+            const std::shared_lock<std::shared_mutex> busyLock(device.busy());
             result = perform<Id, Args...>(member, args...);
         }
         after(verdict);

@@ -31,21 +31,21 @@ struct GostSession {
 
 namespace {
 
-constexpr char takesMessages[] = "message-only";
-constexpr char takesDigests[] = "digest-only";
-constexpr char digestsNothing[] = "no-digest";
+constexpr char TakesMessages[] = "message-only";
+constexpr char TakesDigests[] = "digest-only";
+constexpr char DigestsNothing[] = "no-digest";
 
 const GostMechanism mechanisms[] = {
     {CKM_GOSTR3410_KEY_PAIR_GEN, CKF_GENERATE_KEY_PAIR, 32, nullptr, ""},
     {Tc26 | 0x005, CKF_GENERATE_KEY_PAIR, 64, nullptr, ""},
-    {CKM_GOSTR3410, CKF_SIGN, 32, nullptr, takesMessages},
-    {Tc26 | 0x006, CKF_SIGN, 64, nullptr, takesMessages},
-    {CKM_GOSTR3410_WITH_GOSTR3411, CKF_SIGN, 32, "md_gost94", takesDigests},
-    {Tc26 | 0x008, CKF_SIGN, 32, "md_gost12_256", takesDigests},
-    {Tc26 | 0x009, CKF_SIGN, 64, "md_gost12_512", takesDigests},
-    {CKM_GOSTR3411, CKF_DIGEST, 32, "md_gost94", digestsNothing},
-    {Tc26 | 0x012, CKF_DIGEST, 32, "md_gost12_256", digestsNothing},
-    {Tc26 | 0x013, CKF_DIGEST, 64, "md_gost12_512", digestsNothing},
+    {CKM_GOSTR3410, CKF_SIGN, 32, nullptr, TakesMessages},
+    {Tc26 | 0x006, CKF_SIGN, 64, nullptr, TakesMessages},
+    {CKM_GOSTR3410_WITH_GOSTR3411, CKF_SIGN, 32, "md_gost94", TakesDigests},
+    {Tc26 | 0x008, CKF_SIGN, 32, "md_gost12_256", TakesDigests},
+    {Tc26 | 0x009, CKF_SIGN, 64, "md_gost12_512", TakesDigests},
+    {CKM_GOSTR3411, CKF_DIGEST, 32, "md_gost94", DigestsNothing},
+    {Tc26 | 0x012, CKF_DIGEST, 32, "md_gost12_256", DigestsNothing},
+    {Tc26 | 0x013, CKF_DIGEST, 64, "md_gost12_512", DigestsNothing},
 };
 
 CK_FUNCTION_LIST &target()

@@ -13,8 +13,8 @@
 namespace Faulty {
 namespace {
 
-constexpr CK_OBJECT_HANDLE firstHandle = 0x60000000;
-constexpr auto unavailable = CK_ULONG(-1);
+constexpr CK_OBJECT_HANDLE FirstHandle = 0x60000000;
+constexpr auto Unavailable = CK_ULONG(-1);
 
 std::string hex(const std::string &bytes)
 {
@@ -75,7 +75,7 @@ std::string GostObject::value(CK_ATTRIBUTE_TYPE type) const
 
 CK_ULONG GostObject::number(CK_ATTRIBUTE_TYPE type) const
 {
-    CK_ULONG result = unavailable;
+    CK_ULONG result = Unavailable;
     const std::string bytes = value(type);
     if (bytes.size() == sizeof result)
         std::memcpy(&result, bytes.data(), sizeof result);
@@ -123,10 +123,10 @@ CK_RV GostObject::give(CK_ATTRIBUTE *wanted, CK_ULONG count) const
         const std::string bytes = value(one.type);
         if (isSecret || !has(one.type)) {
             result = isSecret ? CKR_ATTRIBUTE_SENSITIVE : CKR_ATTRIBUTE_TYPE_INVALID;
-            one.ulValueLen = unavailable;
+            one.ulValueLen = Unavailable;
         } else if (one.pValue && one.ulValueLen < bytes.size()) {
             result = CKR_BUFFER_TOO_SMALL;
-            one.ulValueLen = unavailable;
+            one.ulValueLen = Unavailable;
         } else {
             if (one.pValue)
                 std::memcpy(one.pValue, bytes.data(), bytes.size());
@@ -156,7 +156,7 @@ GostStore::GostStore(const std::string &directory)
 
 bool GostStore::isOwn(CK_OBJECT_HANDLE handle)
 {
-    return handle >= firstHandle;
+    return handle >= FirstHandle;
 }
 
 std::string GostStore::path(CK_OBJECT_HANDLE handle) const
@@ -188,7 +188,7 @@ std::optional<GostObject> GostStore::find(CK_OBJECT_HANDLE handle) const
 CK_OBJECT_HANDLE GostStore::add(const GostObject &object)
 {
     const auto present = all();
-    const CK_OBJECT_HANDLE handle = present.empty() ? firstHandle : present.rbegin()->first + 1;
+    const CK_OBJECT_HANDLE handle = present.empty() ? FirstHandle : present.rbegin()->first + 1;
     return writeObject(path(handle), object) ? handle : CK_INVALID_HANDLE;
 }
 

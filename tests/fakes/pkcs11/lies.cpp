@@ -10,8 +10,8 @@
 namespace Faulty {
 namespace {
 
-constexpr auto unavailable = static_cast<CK_ULONG>(-1);
-constexpr CK_ULONG huge = unavailable / 2;
+constexpr auto Unavailable = static_cast<CK_ULONG>(-1);
+constexpr CK_ULONG Huge = Unavailable / 2;
 
 struct NamedLie {
     LieKind kind;
@@ -63,7 +63,7 @@ std::string trueValue(CK_FUNCTION_LIST *module, CK_SESSION_HANDLE session, CK_OB
 {
     CK_ATTRIBUTE attribute = {type, nullptr, 0};
     if (module->C_GetAttributeValue(session, object, &attribute, 1) != CKR_OK
-        || attribute.ulValueLen == unavailable)
+        || attribute.ulValueLen == Unavailable)
         return {};
     std::string value(attribute.ulValueLen, '\0');
     attribute.pValue = &value[0];
@@ -83,7 +83,7 @@ CK_RV tellPadded(const Question &question, const Lie &lie, CK_ATTRIBUTE *answer)
         return CKR_OK;
     }
     if (lie.kind == LieKind::Larger)
-        answer->ulValueLen = unavailable;
+        answer->ulValueLen = Unavailable;
     return CKR_BUFFER_TOO_SMALL;
 }
 
@@ -105,9 +105,9 @@ CK_RV tell(const Question &question, const Lie &lie, CK_ATTRIBUTE *answer)
     case LieKind::Beyond:
         return hasRoom ? tellLength(room + lie.size, CKR_OK, answer) : CKR_OK;
     case LieKind::Huge:
-        return tellLength(huge, CKR_OK, answer);
+        return tellLength(Huge, CKR_OK, answer);
     case LieKind::Nothing:
-        return tellLength(unavailable, CKR_OK, answer);
+        return tellLength(Unavailable, CKR_OK, answer);
     case LieKind::Grows:
         return hasRoom ? tellLength(room + 1, CKR_BUFFER_TOO_SMALL, answer) : CKR_OK;
     case LieKind::Moved:
@@ -115,9 +115,9 @@ CK_RV tell(const Question &question, const Lie &lie, CK_ATTRIBUTE *answer)
         answer->pValue = elsewhere;
         return CKR_OK;
     case LieKind::Sensitive:
-        return tellLength(unavailable, CKR_ATTRIBUTE_SENSITIVE, answer);
+        return tellLength(Unavailable, CKR_ATTRIBUTE_SENSITIVE, answer);
     case LieKind::Invalid:
-        return tellLength(unavailable, CKR_ATTRIBUTE_TYPE_INVALID, answer);
+        return tellLength(Unavailable, CKR_ATTRIBUTE_TYPE_INVALID, answer);
     case LieKind::Empty:
         return tellLength(0, CKR_OK, answer);
     case LieKind::Untouched:
