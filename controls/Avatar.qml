@@ -20,6 +20,7 @@ Rectangle {
     color: Theme.stateGround(validity)
     Accessible.ignored: true
     Text {
+        textFormat: Text.PlainText
         anchors.centerIn: parent
         text: avatar.letter
         font.pixelSize: Theme.fontSize * 1.05

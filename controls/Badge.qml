@@ -20,6 +20,7 @@ Rectangle {
     Accessible.role: Accessible.StaticText
     Accessible.name: text
     Text {
+        textFormat: Text.PlainText
         id: label
         anchors.centerIn: parent
         text: badge.text

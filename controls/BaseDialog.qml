@@ -42,6 +42,7 @@ Dialog {
         border.color: Theme.border
     }
     header: Label {
+        textFormat: Text.PlainText
         text: dialog.title
         visible: text.length > 0
         wrapMode: Text.WordWrap

@@ -26,6 +26,7 @@ Rectangle {
         width: card.width - card.padding * 2
         spacing: Theme.unit
         Label {
+            textFormat: Text.PlainText
             text: card.title
             visible: text.length > 0
             font.pixelSize: Theme.smallSize

@@ -28,6 +28,7 @@ Card {
     signal copyAsked()
 
     Label {
+        textFormat: Text.PlainText
         text: header.name
         font.pixelSize: Theme.titleSize
         font.bold: true
@@ -42,11 +43,13 @@ Card {
             validity: header.validity
         }
         Label {
+            textFormat: Text.PlainText
             text: header.until ? Validity.until(header.until) : ""
             color: Theme.textDim
             visible: text.length > 0
         }
         Label {
+            textFormat: Text.PlainText
             text: header.place ? "· " + header.place : ""
             color: Theme.textDim
             visible: text.length > 0
@@ -54,6 +57,7 @@ Card {
         }
     }
     Label {
+        textFormat: Text.PlainText
         objectName: "keyNote"
         text: header.note
         color: Theme.textDim

@@ -71,6 +71,7 @@ FocusScope {
 
         section.property: view.sections ? "section" : ""
         section.delegate: Label {
+            textFormat: Text.PlainText
             width: list.width
             topPadding: Theme.unit * 1.5
             bottomPadding: Theme.unit * 0.75

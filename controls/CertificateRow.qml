@@ -58,6 +58,7 @@ ItemDelegate {
                 width: parent.width
                 spacing: note.visible ? Theme.unit : 0
                 Text {
+                    textFormat: Text.PlainText
                     id: note
                     objectName: "rowKeyNote"
                     width: Math.min(implicitWidth, parent.width)
@@ -90,6 +91,7 @@ ItemDelegate {
                 Accessible.ignored: true
             }
             Text {
+                textFormat: Text.PlainText
                 anchors.right: parent.right
                 text: row.until ? Validity.date(row.until) : ""
                 visible: text.length > 0

@@ -18,6 +18,7 @@ GridLayout {
     columnSpacing: Theme.unit * 1.5
     rowSpacing: 1
     Label {
+        textFormat: Text.PlainText
         text: row.label
         color: Theme.textDim
         wrapMode: Text.WordWrap
@@ -26,6 +27,7 @@ GridLayout {
         Layout.alignment: Qt.AlignTop
     }
     TextEdit {
+        textFormat: Text.PlainText
         id: value
         text: row.value
         readOnly: true
@@ -68,6 +70,7 @@ GridLayout {
             color: Theme.warn
         }
         Label {
+            textFormat: Text.PlainText
             text: row.flag
             color: Theme.warn
             font.pixelSize: Theme.smallSize

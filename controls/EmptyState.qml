@@ -25,6 +25,7 @@ Item {
             anchors.horizontalCenter: parent.horizontalCenter
         }
         Label {
+            textFormat: Text.PlainText
             width: parent.width
             text: empty.title
             font.pixelSize: Theme.headingSize
@@ -33,6 +34,7 @@ Item {
             wrapMode: Text.WordWrap
         }
         Label {
+            textFormat: Text.PlainText
             width: parent.width
             text: empty.text
             visible: text.length > 0

@@ -37,6 +37,7 @@ BaseDialog {
         ColumnLayout {
             Layout.fillWidth: true
             Label {
+                textFormat: Text.PlainText
                 objectName: "errorCause"
                 text: dialog.cause
                 font.bold: true
@@ -44,6 +45,7 @@ BaseDialog {
                 Layout.fillWidth: true
             }
             Label {
+                textFormat: Text.PlainText
                 objectName: "errorAdvice"
                 text: dialog.advice
                 wrapMode: Text.WordWrap

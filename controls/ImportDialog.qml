@@ -114,6 +114,7 @@ BaseDialog {
     }
 
     Label {
+        textFormat: Text.PlainText
         text: Files.fileName(file.path)
         font.bold: true
         elide: Text.ElideMiddle
@@ -162,11 +163,13 @@ BaseDialog {
                 spacing: 2
                 Layout.fillWidth: true
                 Label {
+                    textFormat: Text.PlainText
                     text: modelData.name
                     elide: Text.ElideRight
                     Layout.fillWidth: true
                 }
                 Label {
+                    textFormat: Text.PlainText
                     text: modelData.issuer
                     color: Theme.textDim
                     font.pixelSize: Theme.smallSize
@@ -198,6 +201,7 @@ BaseDialog {
             Accessible.name: busyLabel.text
         }
         Label {
+            textFormat: Text.PlainText
             id: busyLabel
             text: file.unlocking ? qsTrId("trivex-app-bundle-opening") : qsTrId("trivex-app-busy-write")
         }

@@ -18,6 +18,7 @@ FillColumn {
     Layout.preferredWidth: 100
     spacing: 3
     Label {
+        textFormat: Text.PlainText
         text: labeled.label
         color: Theme.textDim
         font.pixelSize: Theme.smallSize
@@ -41,6 +42,7 @@ FillColumn {
             size: Theme.iconSize * 0.85
         }
         Label {
+            textFormat: Text.PlainText
             text: labeled.flag
             color: Theme.warn
             font.pixelSize: Theme.smallSize
@@ -50,6 +52,7 @@ FillColumn {
         }
     }
     Label {
+        textFormat: Text.PlainText
         text: labeled.hint
         visible: text.length > 0 && !labeled.flag
         color: Theme.textDim

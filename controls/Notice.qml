@@ -41,6 +41,7 @@ Rectangle {
                 Layout.fillWidth: true
                 spacing: 2
                 Label {
+                    textFormat: Text.PlainText
                     text: notice.text
                     color: Theme.text
                     font.bold: notice.detail.length > 0
@@ -49,6 +50,7 @@ Rectangle {
                     Accessible.ignored: true
                 }
                 Label {
+                    textFormat: Text.PlainText
                     text: notice.detail
                     visible: text.length > 0
                     color: Theme.text

@@ -31,6 +31,7 @@ TextField {
     // The next secret starts hidden.
     onVisibleChanged: eye.checked = false
     TextEdit {
+        textFormat: Text.PlainText
         id: nothing
         visible: false
         Accessible.ignored: true

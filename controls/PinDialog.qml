@@ -94,6 +94,7 @@ BaseDialog {
             spacing: 2
             Layout.fillWidth: true
             Label {
+                textFormat: Text.PlainText
                 objectName: "pinTokenName"
                 text: dialog.tokenName
                 font.bold: true
@@ -101,6 +102,7 @@ BaseDialog {
                 Layout.fillWidth: true
             }
             Label {
+                textFormat: Text.PlainText
                 text: dialog.purposeText
                 visible: text.length > 0
                 color: Theme.textDim
@@ -140,6 +142,7 @@ BaseDialog {
         Layout.fillWidth: true
         // The whole text must be readable; most styles would cut it off.
         contentItem: Label {
+            textFormat: Text.PlainText
             text: consent.text
             font: consent.font
             wrapMode: Text.WordWrap

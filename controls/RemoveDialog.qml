@@ -19,12 +19,14 @@ BaseDialog {
                      : qsTrId("trivex-app-remove-title")
 
     Label {
+        textFormat: Text.PlainText
         text: dialog.name
         font.bold: true
         wrapMode: Text.WrapAtWordBoundaryOrAnywhere
         Layout.fillWidth: true
     }
     Label {
+        textFormat: Text.PlainText
         text: dialog.isRequest ? qsTrId("trivex-app-remove-request-text")
             : dialog.hasKey ? qsTrId("trivex-app-remove-bundle-text").arg(dialog.place)
             : qsTrId("trivex-app-remove-text").arg(dialog.place)

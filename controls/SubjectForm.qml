@@ -174,6 +174,7 @@ FillColumn {
         }
     }
     Label {
+        textFormat: Text.PlainText
         text: qsTrId("trivex-app-identifiers-note")
         visible: form.identifiers
         color: Theme.textDim

@@ -41,6 +41,7 @@ Popup {
             anchors.verticalCenter: parent.verticalCenter
         }
         Label {
+            textFormat: Text.PlainText
             id: label
             objectName: "toastText"
             x: icon.width + Theme.unit

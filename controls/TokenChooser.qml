@@ -54,6 +54,7 @@ FillColumn {
         storeName: chooser.tokenName
     }
     Label {
+        textFormat: Text.PlainText
         text: chooser.label
         color: Theme.textDim
         font.pixelSize: Theme.smallSize
@@ -68,6 +69,7 @@ FillColumn {
         Accessible.name: chooser.label + ": " + currentText
     }
     Label {
+        textFormat: Text.PlainText
         text: box.count === 0 ? qsTrId("trivex-app-no-token")
             : !info.present ? qsTrId("trivex-app-token-absent")
             : info.readOnly ? qsTrId("trivex-app-token-read-only")

@@ -92,6 +92,7 @@ BaseDialog {
         Layout.fillWidth: true
     }
     Label {
+        textFormat: Text.PlainText
         objectName: "editRequestOthers"
         text: dialog.others.length
             ? qsTrId("trivex-app-request-others").arg(dialog.others.join(", ")) : ""
@@ -108,6 +109,7 @@ BaseDialog {
             Accessible.name: savingLabel.text
         }
         Label {
+            textFormat: Text.PlainText
             id: savingLabel
             text: qsTrId("trivex-app-busy-sign")
             wrapMode: Text.WordWrap

@@ -30,6 +30,7 @@ Card {
             width: parent.width - Theme.unit * 4
             spacing: Theme.unit
             Label {
+                textFormat: Text.PlainText
                 text: qsTrId("trivex-app-drop-document")
                 horizontalAlignment: Text.AlignHCenter
                 wrapMode: Text.WordWrap

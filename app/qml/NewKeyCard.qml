@@ -80,6 +80,7 @@ Card {
             Layout.preferredWidth: 100
             Layout.alignment: Qt.AlignTop
             Label {
+                textFormat: Text.PlainText
                 text: qsTrId("trivex-app-algorithm")
                 color: Theme.textDim
                 font.pixelSize: Theme.smallSize
@@ -110,6 +111,7 @@ Card {
             Layout.preferredWidth: 100
             Layout.alignment: Qt.AlignTop
             Label {
+                textFormat: Text.PlainText
                 text: qsTrId("trivex-app-pin-of").arg(chooser.tokenName)
                 color: Theme.textDim
                 font.pixelSize: Theme.smallSize
@@ -151,6 +153,7 @@ Card {
             visible: card.generating
             Layout.fillWidth: true
             Label {
+                textFormat: Text.PlainText
                 text: qsTrId("trivex-app-generating")
                 Layout.fillWidth: true
                 wrapMode: Text.WordWrap

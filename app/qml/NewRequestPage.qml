@@ -116,6 +116,7 @@ FormPage {
                 Accessible.name: signingLabel.text
             }
             Label {
+                textFormat: Text.PlainText
                 id: signingLabel
                 text: qsTrId("trivex-app-busy-sign")
                 Layout.fillWidth: true

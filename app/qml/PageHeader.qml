@@ -34,6 +34,7 @@ RowLayout {
         onClicked: header.backAsked()
     }
     Label {
+        textFormat: Text.PlainText
         text: header.title
         font.pixelSize: Theme.titleSize
         font.bold: true

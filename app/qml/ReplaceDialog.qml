@@ -21,6 +21,7 @@ BaseDialog {
         open()
     }
     Label {
+        textFormat: Text.PlainText
         objectName: "replaceName"
         text: Files.fileName(dialog.path)
         font.bold: true
@@ -28,6 +29,7 @@ BaseDialog {
         Layout.fillWidth: true
     }
     Label {
+        textFormat: Text.PlainText
         text: qsTrId("trivex-app-replace-text").arg(Files.folder(dialog.path))
         wrapMode: Text.WrapAtWordBoundaryOrAnywhere
         Layout.fillWidth: true

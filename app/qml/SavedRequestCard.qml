@@ -23,6 +23,7 @@ Card {
         Layout.fillWidth: true
     }
     Label {
+        textFormat: Text.PlainText
         text: qsTrId("trivex-app-request-next")
         wrapMode: Text.WordWrap
         Layout.fillWidth: true

@@ -14,6 +14,7 @@ BaseDialog {
     preferredWidth: Theme.fontSize * 26
 
     Label {
+        textFormat: Text.PlainText
         text: qsTrId("trivex-app-colours")
         color: Theme.textDim
         font.pixelSize: Theme.smallSize
@@ -29,6 +30,7 @@ BaseDialog {
         }
     }
     Label {
+        textFormat: Text.PlainText
         text: qsTrId("trivex-app-text-size")
         color: Theme.textDim
         font.pixelSize: Theme.smallSize

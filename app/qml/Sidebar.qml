@@ -49,6 +49,7 @@ Rectangle {
                 Layout.bottomMargin: Theme.unit
                 Layout.fillWidth: true
                 Label {
+                    textFormat: Text.PlainText
                     text: Qt.application.displayName
                     font.pixelSize: Theme.headingSize
                     font.bold: true

@@ -7,6 +7,7 @@ import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
 
 Label {
+    textFormat: Text.PlainText
     font.pixelSize: Theme.smallSize
     font.bold: true
     color: Theme.textDim

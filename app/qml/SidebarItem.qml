@@ -40,6 +40,7 @@ ItemDelegate {
             spacing: 0
             Layout.fillWidth: true
             Text {
+                textFormat: Text.PlainText
                 text: item.text
                 font.pixelSize: Theme.fontSize
                 color: item.highlighted ? Theme.link : Theme.text
@@ -48,6 +49,7 @@ ItemDelegate {
                 Accessible.ignored: true
             }
             Text {
+                textFormat: Text.PlainText
                 text: item.note
                 visible: text.length > 0
                 font.pixelSize: Theme.smallSize
@@ -63,6 +65,7 @@ ItemDelegate {
             Accessible.name: item.note
         }
         Text {
+            textFormat: Text.PlainText
             text: item.count > 0 ? Number(item.count).toLocaleString(Qt.locale(), "f", 0) : ""
             visible: text.length > 0 && !item.busy
             font.pixelSize: Theme.smallSize

@@ -161,6 +161,7 @@ FormPage {
             onActivated: page.wantedEntry = keyRows.value(index, "entryId")
         }
         Label {
+            textFormat: Text.PlainText
             text: keys.currentIndex >= 0 ? keyRows.value(keys.currentIndex, "storeName") || "" : ""
             visible: text.length > 0
             color: Theme.textDim
@@ -169,6 +170,7 @@ FormPage {
             Layout.fillWidth: true
         }
         Label {
+            textFormat: Text.PlainText
             objectName: "signKeyNote"
             text: signerCount.count === 0 ? qsTrId("trivex-app-no-key")
                 : signerCount.count > keys.count ? qsTrId("trivex-app-only-rsa-keys") : ""

@@ -66,6 +66,7 @@ Card {
             Accessible.name: workLabel.text
         }
         Label {
+            textFormat: Text.PlainText
             id: workLabel
             text: card.work.phase === SigningWork.Signing ? qsTrId("trivex-app-busy-sign")
                                                  : qsTrId("trivex-app-busy-verify")

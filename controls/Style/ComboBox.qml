@@ -40,6 +40,7 @@ T.ComboBox {
     }
 
     contentItem: Text {
+        textFormat: Text.PlainText
         text: control.displayText
         font: control.font
         color: Theme.text

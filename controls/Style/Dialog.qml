@@ -24,6 +24,7 @@ T.Dialog {
         border.color: Theme.border
     }
     header: Label {
+        textFormat: Text.PlainText
         text: control.title
         visible: control.title.length > 0
         elide: Label.ElideRight

@@ -7,6 +7,7 @@ import QtQuick.Controls.impl 2.15
 import Trivex.Crypto.Controls 1.0
 
 T.Label {
+    textFormat: Text.PlainText
     color: Theme.text
     linkColor: Theme.link
     font.pixelSize: Theme.fontSize

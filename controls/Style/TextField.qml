@@ -27,6 +27,7 @@ T.TextField {
     Accessible.editable: !readOnly
 
     PlaceholderText {
+        textFormat: Text.PlainText
         x: control.leftPadding
         width: control.width - control.leftPadding - control.rightPadding
         height: control.height

@@ -17,6 +17,7 @@ T.ToolTip {
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
         | T.Popup.CloseOnReleaseOutsideParent
     contentItem: Text {
+        textFormat: Text.PlainText
         text: control.text
         font.pixelSize: Theme.smallSize
         color: Theme.window

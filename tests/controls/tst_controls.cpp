@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QPointer>
+#include <QQmlContext>
 #include <QQuickStyle>
 #include <QRegularExpression>
 #include <QtTest>
@@ -183,6 +184,23 @@ void TestControls::everyType_data()
     QVERIFY(addAll(tools, "registerHelper<\\w+>\\(uri, \"(\\w+)\"\\)", true) > 1);
 }
 
+/// Texts of ours below `item` that would show a stranger's name as rich text, images included.
+QStringList richTexts(const QQuickItem *item)
+{
+    constexpr int AutoText = 2; // Text.AutoText
+    QStringList found;
+    const QQmlContext *context = qmlContext(item);
+    const bool isOurs =
+        context && context->baseUrl().path().contains(QLatin1String("/Trivex/Crypto/Controls/"));
+    if (isOurs && item->property("textFormat").toInt() == AutoText)
+        found += QString::fromLatin1(item->metaObject()->className()) + QLatin1String(" in ")
+            + context->baseUrl().fileName();
+    const auto children = item->childItems();
+    for (const QQuickItem *child : children)
+        found += richTexts(child);
+    return found;
+}
+
 /// By itself and without any property set: nothing may be taken for granted.
 void TestControls::everyType()
 {
@@ -198,6 +216,8 @@ void TestControls::everyType()
     else if (made->metaObject()->indexOfMethod("open()") >= 0)
         QMetaObject::invokeMethod(made, "open");
     QTest::qWait(50);
+    const QStringList rich = richTexts(host.window()->contentItem());
+    QVERIFY2(rich.isEmpty(), qPrintable(rich.join(QLatin1Char('\n'))));
 }
 
 void TestControls::secretsStaySecret()

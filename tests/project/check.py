@@ -267,6 +267,26 @@ def qml():
         yield from findings_of([program], of_kind(".qml"))
 
 
+QML_TEXT = re.compile(r"^\s*(?:[\w.]+: )?(?:T\.)?(?:Label|Text|PlaceholderText) \{", re.MULTILINE)
+
+
+def plain_texts():
+    """Labels say how their text is read: by itself, a name with a tag in it would be rich text."""
+    for path in of_kind(".qml"):
+        text = text_of(path)
+        for start in QML_TEXT.finditer(text):
+            depth = 0
+            body = ""
+            for character in text[start.end() - 1:]:
+                depth += {"{": 1, "}": -1}.get(character, 0)
+                body += character if depth == 1 else ""
+                if depth == 0:
+                    break
+            if "textFormat" not in body and not name(path).startswith("tests/"):
+                line = text.count("\n", 0, start.end()) + 1
+                yield f"{name(path)}:{line}: a text without textFormat"
+
+
 def settings():
     """Defaults that packages rely on."""
     build = text_of(ROOT / "CMakeLists.txt")
@@ -375,7 +395,7 @@ def memory():
 
 
 CHECKS = [sizes, functions, hidden, test_names, licences, words, threads, decisions, names, format, scripts,
-          qml, settings, targets, symbols, memory]
+          qml, plain_texts, settings, targets, symbols, memory]
 
 
 def main():
