@@ -115,8 +115,8 @@ void removeEntry(TokenConnection &connection, Operation &operation, const QStrin
     const bool withKey = asked->key && entry->key && !isSharedKey(*connection.contents(), *entry);
     try {
         removeObjects(connection, *entry, withKey);
-    } catch (const Error &error) {
-        connection.noteError(error);
+    } catch (const Error &) {
+        // By the login that there still is: what hides without one would be put back twice.
         putBack(connection, *entry, withKey);
         throw;
     }
