@@ -14,7 +14,6 @@
 #include <vector>
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace Trivex {
 
@@ -85,16 +84,8 @@ void MappedFile::releaseUnused()
 
 bool MappedFile::openDescriptor()
 {
-    const int descriptor = openRegularFile(m_path);
-    if (descriptor < 0)
-        return false;
-    if (!m_file.open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered,
-                     QFileDevice::AutoCloseHandle)) {
-        close(descriptor);
-        return false;
-    }
     struct stat status;
-    if (fstat(descriptor, &status) != 0)
+    if (!openRegularFile(m_path, &m_file) || fstat(m_file.handle(), &status) != 0)
         return false;
     m_size = status.st_size;
     m_changeTime = status.st_mtim;

@@ -9,8 +9,6 @@
 
 #include <QFile>
 
-#include <unistd.h>
-
 namespace Trivex {
 
 namespace {
@@ -63,14 +61,9 @@ bool isRawSignatureValid(const QCA::PrivateKey &key, const QByteArray &text,
 
 std::optional<QByteArray> readSignature(const QString &path)
 {
-    const int descriptor = openRegularFile(path);
     QFile file;
-    if (descriptor < 0)
+    if (!openRegularFile(path, &file))
         return std::nullopt;
-    if (!file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
-        close(descriptor);
-        return std::nullopt;
-    }
     return file.read(MaxSignatureSize);
 }
 

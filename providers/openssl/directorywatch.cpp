@@ -23,26 +23,22 @@ DirectoryWatch::DirectoryWatch(QObject *parent)
     : QObject(parent)
     , m_descriptor(inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
 {
-    if (m_descriptor < 0)
+    if (!m_descriptor.isOpen())
         return;
-    m_notifier = new QSocketNotifier(m_descriptor, QSocketNotifier::Read, this);
+    m_notifier = new QSocketNotifier(m_descriptor.get(), QSocketNotifier::Read, this);
     connect(m_notifier, &QSocketNotifier::activated, this, &DirectoryWatch::read);
 }
 
 DirectoryWatch::~DirectoryWatch()
 {
     delete m_notifier; // before what it listens to
-    if (m_descriptor >= 0)
-        close(m_descriptor);
 }
 
 bool DirectoryWatch::watch(const QString &path)
 {
     if (m_watch >= 0)
-        inotify_rm_watch(m_descriptor, m_watch);
-    m_watch = m_descriptor < 0
-        ? -1
-        : inotify_add_watch(m_descriptor, QFile::encodeName(path).constData(), Events);
+        inotify_rm_watch(m_descriptor.get(), m_watch);
+    m_watch = inotify_add_watch(m_descriptor.get(), QFile::encodeName(path).constData(), Events);
     return isWatching();
 }
 
@@ -51,7 +47,7 @@ void DirectoryWatch::read()
     alignas(inotify_event) std::array<char, 16 * 1024> buffer;
     bool isLost = false;
     for (;;) {
-        const ssize_t size = ::read(m_descriptor, buffer.data(), buffer.size());
+        const ssize_t size = ::read(m_descriptor.get(), buffer.data(), buffer.size());
         if (size <= 0)
             break;
         for (ssize_t position = 0; position < size;) {
@@ -62,7 +58,7 @@ void DirectoryWatch::read()
     }
     if (isLost) {
         if (m_watch >= 0)
-            inotify_rm_watch(m_descriptor, m_watch); // moved away, it would still tell
+            inotify_rm_watch(m_descriptor.get(), m_watch); // moved away, it would still tell
         m_watch = -1;
         Q_EMIT lost();
     }

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "qca/base/descriptor.h"
+
 #include <QObject>
 #include <QSocketNotifier>
 #include <QString>
@@ -29,7 +31,7 @@ Q_SIGNALS:
 private:
     void read();
 
-    int m_descriptor = -1;
+    const Descriptor m_descriptor;
     int m_watch = -1;
     QSocketNotifier *m_notifier = nullptr; ///< a child, so that it moves threads with this
 };

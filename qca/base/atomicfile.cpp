@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "qca/base/atomicfile.h"
 
+#include "qca/base/descriptor.h"
+
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -20,28 +22,6 @@ namespace Trivex {
 namespace {
 
 constexpr qint64 StaleAge = 3600; // seconds
-
-/// A descriptor, closed at the end.
-class Descriptor {
-public:
-    explicit Descriptor(int descriptor)
-        : m_descriptor(descriptor)
-    {
-    }
-    ~Descriptor()
-    {
-        if (isOpen())
-            ::close(m_descriptor);
-    }
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
-
-    bool isOpen() const { return m_descriptor >= 0; }
-    int get() const { return m_descriptor; }
-
-private:
-    const int m_descriptor;
-};
 
 QString directoryOf(const QString &path)
 {

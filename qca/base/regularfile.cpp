@@ -3,12 +3,10 @@
 #include "qca/base/regularfile.h"
 
 #include "qca/base/bounds.h"
-
-#include <QFile>
+#include "qca/base/descriptor.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace Trivex {
 
@@ -19,17 +17,21 @@ bool isRegular(const struct stat &status)
     return S_ISREG(status.st_mode);
 }
 
+bool openUnbuffered(Descriptor descriptor, QIODevice::OpenMode mode, QFile *file)
+{
+    if (!descriptor.isOpen()
+        || !file->open(descriptor.get(), mode | QIODevice::Unbuffered,
+                       QFileDevice::AutoCloseHandle))
+        return false;
+    descriptor.release();
+    return true;
+}
+
 FileProblem read(const QString &path, QByteArray *contents)
 {
-    const int descriptor = openRegularFile(path);
-    if (descriptor < 0)
-        return FileProblem::Unreadable;
     QFile file;
-    if (!file.open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered,
-                   QFileDevice::AutoCloseHandle)) {
-        close(descriptor);
+    if (!openRegularFile(path, &file))
         return FileProblem::Unreadable;
-    }
     if (file.size() > MaxFileBytes)
         return FileProblem::TooLarge;
     // It may grow meanwhile, and some files have contents without a size.
@@ -44,18 +46,16 @@ FileProblem read(const QString &path, QByteArray *contents)
 // The file is checked before opening, because opening a device can have effects, and again
 // afterwards, because the name may lead to another file by then. It is opened without blocking,
 // because a pipe would wait for its other end.
-int openRegularFile(const QString &path)
+bool openRegularFile(const QString &path, QFile *file)
 {
     const QByteArray name = QFile::encodeName(path);
     struct stat status;
     if (stat(name.constData(), &status) != 0 || !isRegular(status))
-        return -1;
-    const int descriptor = ::open(name.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
-    if (descriptor >= 0 && (fstat(descriptor, &status) != 0 || !isRegular(status))) {
-        close(descriptor);
-        return -1;
-    }
-    return descriptor;
+        return false;
+    Descriptor descriptor(::open(name.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+    if (!descriptor.isOpen() || fstat(descriptor.get(), &status) != 0 || !isRegular(status))
+        return false;
+    return openUnbuffered(std::move(descriptor), QIODevice::ReadOnly, file);
 }
 
 std::optional<QByteArray> readRegularFile(const QString &path, FileProblem *problem)
@@ -70,17 +70,12 @@ std::optional<QByteArray> readRegularFile(const QString &path, FileProblem *prob
 bool writeFile(const QString &path, const QByteArray &contents)
 {
     // Without blocking: a pipe would wait for its other end.
-    const int descriptor =
-        ::open(QFile::encodeName(path).constData(),
-               O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, 0666);
+    Descriptor descriptor(::open(QFile::encodeName(path).constData(),
+                                 O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_CLOEXEC | O_NOCTTY,
+                                 0666));
     QFile file;
-    if (descriptor < 0)
+    if (!openUnbuffered(std::move(descriptor), QIODevice::WriteOnly, &file))
         return false;
-    if (!file.open(descriptor, QIODevice::WriteOnly | QIODevice::Unbuffered,
-                   QFileDevice::AutoCloseHandle)) {
-        close(descriptor);
-        return false;
-    }
     const bool isWritten = file.write(contents) == contents.size();
     file.close();
     return isWritten && file.error() == QFileDevice::NoError;

@@ -5,15 +5,16 @@
 #include "qca/base/trivexqcaexport.h"
 
 #include <QByteArray>
+#include <QFile>
 #include <QString>
 
 #include <optional>
 
 namespace Trivex {
 
-/// A descriptor of the regular file at `path`, open for reading; the caller closes it. -1 for
+/// Opens the regular file at `path` for reading, unbuffered; `file` owns the descriptor. False for
 /// anything else. Never waits for the other end of a pipe, and never opens a device.
-TRIVEX_QCA_EXPORT int openRegularFile(const QString &path);
+TRIVEX_QCA_EXPORT bool openRegularFile(const QString &path, QFile *file);
 
 enum class FileProblem {
     None,

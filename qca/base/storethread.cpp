@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/base/storethread.h"
 
+#include "qca/base/descriptor.h"
 #include "qca/base/parkthread.h"
 
 #include <QCoreApplication>
@@ -44,11 +45,8 @@ bool isOperation(const char *task)
     std::array<char, 64> text{};
     if (snprintf(text.data(), text.size(), "/proc/self/task/%s/comm", task) >= int(text.size()))
         return false;
-    const int file = open(text.data(), O_RDONLY | O_CLOEXEC);
-    if (file < 0)
-        return false;
-    const ssize_t size = read(file, text.data(), text.size());
-    close(file);
+    const Descriptor file(open(text.data(), O_RDONLY | O_CLOEXEC));
+    const ssize_t size = file.isOpen() ? read(file.get(), text.data(), text.size()) : -1;
     return size == ssize_t(sizeof OperationName - 1)
         && std::memcmp(text.data(), OperationName, size_t(size)) == 0;
 }

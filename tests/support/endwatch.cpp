@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/endwatch.h"
 
+#include "qca/base/descriptor.h"
 #include "tests/support/endingchild.h"
 
 #include <QElapsedTimer>
@@ -84,8 +85,10 @@ Ended watchEnd(const QString &program, const QStringList &arguments)
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) != 0)
         return ended;
-    const pid_t child = start(program, arguments, ends[1]);
-    close(ends[1]);
+    const Trivex::Descriptor reader(ends[0]);
+    Trivex::Descriptor writer(ends[1]);
+    const pid_t child = start(program, arguments, writer.get());
+    writer.reset();
     bool isRunning = child > 0;
     QElapsedTimer clock;
     clock.start();
@@ -93,7 +96,7 @@ Ended watchEnd(const QString &program, const QStringList &arguments)
         if (ended.isClosed)
             usleep(PollPause * 1000);
         else
-            ended.isClosed = !readSome(ends[0], &ended.output);
+            ended.isClosed = !readSome(reader.get(), &ended.output);
         if (!ended.hasSaidSo && ended.output.contains(Word)) {
             ended.hasSaidSo = true;
             clock.start();
@@ -107,7 +110,6 @@ Ended watchEnd(const QString &program, const QStringList &arguments)
         kill(child, SIGKILL);
     }
     ended.milliseconds = clock.elapsed();
-    close(ends[0]);
     return ended;
 }
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/fakes/pkcs11/gostopenssl.h"
 
+#include "qca/base/descriptor.h"
+
 #include <atomic>
 #include <cstdio>
 #include <cstring>
@@ -157,10 +159,11 @@ std::string GostOpenssl::run(std::vector<std::string> arguments) const
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC) != 0)
         return {};
-    const pid_t child = start(&arguments, ends[1]);
-    ::close(ends[1]);
-    const std::string output = readAll(ends[0]);
-    ::close(ends[0]);
+    const Trivex::Descriptor reader(ends[0]);
+    Trivex::Descriptor writer(ends[1]);
+    const pid_t child = start(&arguments, writer.get());
+    writer.reset();
+    const std::string output = readAll(reader.get());
     int status = -1;
     if (child < 0 || ::waitpid(child, &status, 0) != child || status != 0)
         return {};
