@@ -2,9 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/asn1/derwriter.h"
 
-#include "qca/asn1/handles.h"
-
-#include <openssl/err.h>
+#include "qca/asn1/nativecoding.h"
 
 namespace Trivex::Der {
 
@@ -36,18 +34,25 @@ QByteArray writeSequence(const QList<QByteArray> &parts)
 QByteArray writeOid(const QByteArray &dotted)
 {
     const ObjectHandle object(OBJ_txt2obj(dotted.constData(), 1));
-    unsigned char *data = nullptr;
-    const int size = object ? i2d_ASN1_OBJECT(object.get(), &data) : 0;
-    const QByteArray encoded(reinterpret_cast<const char *>(data), qMax(size, 0));
-    OPENSSL_free(data);
-    ERR_clear_error();
-    return encoded;
+    return encodeNative(object.get(), i2d_ASN1_OBJECT);
 }
 
 QByteArray writeInteger(const QCA::BigInteger &number)
 {
     // QCA too gives two's complement of the least length.
     return write(Integer, number.toArray().toByteArray());
+}
+
+QByteArray writeUnsigned(QByteArray bigEndian)
+{
+    int zeros = 0;
+    while (zeros < bigEndian.size() - 1 && bigEndian.at(zeros) == '\0')
+        ++zeros;
+    bigEndian.remove(0, zeros);
+    // A first octet of 0x80 and more would make it negative.
+    if (bigEndian.isEmpty() || quint8(bigEndian.at(0)) >= 0x80)
+        bigEndian.prepend('\0');
+    return write(Integer, bigEndian);
 }
 
 QByteArray writeBits(const QByteArray &octets)

@@ -10,12 +10,14 @@
 namespace Trivex::Der {
 
 TRIVEX_QCA_EXPORT QByteArray write(int tag, const QByteArray &content);
-QByteArray writeSequence(const QList<QByteArray> &parts);
+TRIVEX_QCA_EXPORT QByteArray writeSequence(const QList<QByteArray> &parts);
 /// Of a dotted OID; empty for a text that is none.
 TRIVEX_QCA_EXPORT QByteArray writeOid(const QByteArray &dotted);
 QByteArray writeInteger(const QCA::BigInteger &number);
+/// Of a number that is not negative; `bigEndian` is the number, with any leading zeros.
+TRIVEX_QCA_EXPORT QByteArray writeUnsigned(QByteArray bigEndian);
 /// With whole octets.
-QByteArray writeBits(const QByteArray &octets);
+TRIVEX_QCA_EXPORT QByteArray writeBits(const QByteArray &octets);
 /// UTCTime to 2049, GeneralizedTime from 2050 and before 1950 (RFC 5280, 4.1.2.5).
 QByteArray writeTime(const QDateTime &time);
 

@@ -3,9 +3,8 @@
 #include "qca/keys/gostpublickey.h"
 
 #include "qca/asn1/derwriter.h"
-#include "qca/keys/keymaterial.h"
-
 #include "qca/keys/keytypes.h"
+#include "qca/keys/publickeyfields.h"
 
 namespace Trivex {
 
@@ -84,21 +83,17 @@ GostPublicKey GostPublicKey::fromPublicInfo(const QByteArray &publicInfo)
 {
     if (!mayBeGost(publicInfo))
         return {};
-    Der::Slice body;
-    Der::Slice identifier;
+    PublicKeyFields fields;
     Der::Slice parameters;
-    Der::Slice bitString;
     Der::Slice bits;
     Der::Slice point;
-    if (!Der::Reader(Der::sliceOf(publicInfo)).next(Der::Sequence, &body))
+    if (!findPublicKeyFields(Der::sliceOf(publicInfo), &fields)
+        || !Der::wholeBits(fields.bitString, &bits)
+        || !Der::Reader(bits).next(Der::OctetString, &point))
         return {};
-    Der::Reader fields(body);
-    if (!fields.next(Der::Sequence, &identifier) || !fields.next(Der::BitString, &bitString)
-        || !Der::wholeBits(bitString, &bits) || !Der::Reader(bits).next(Der::OctetString, &point))
-        return {};
-    Der::Reader names(identifier);
-    const Algorithm *algorithm = algorithmOf(nextOid(&names));
-    if (!algorithm || point.size != algorithm->pointSize || !names.next(Der::Sequence, &parameters))
+    const Algorithm *algorithm = algorithmOf(fields.oid());
+    if (!algorithm || point.size != algorithm->pointSize
+        || !Der::Reader(fields.parameters).next(Der::Sequence, &parameters))
         return {};
     Der::Reader sets(parameters);
     GostPublicKey key;

@@ -2,10 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "qca/keys/keymaterial.h"
 
-#include "qca/asn1/der.h"
+#include "qca/asn1/nativecoding.h"
 #include "qca/keys/gostengine.h"
-
 #include "qca/keys/keytypes.h"
+#include "qca/keys/publickeyfields.h"
 
 #include <openssl/err.h>
 
@@ -49,40 +49,25 @@ bool isGost(int keyType)
     return keyType == Gost2001Key || keyType == Gost2012Key256 || keyType == Gost2012Key512;
 }
 
-// The OID of SubjectPublicKeyInfo and, with a version before it, of PrivateKeyInfo.
-QByteArray algorithmOf(Der::Slice encoding, bool isPrivate)
+QByteArray algorithmOfPublicInfo(const QByteArray &spki)
+{
+    PublicKeyFields fields;
+    return findPublicKeyFields(Der::sliceOf(spki), &fields) ? fields.oid() : QByteArray();
+}
+
+QByteArray algorithmOfPrivateInfo(Der::Slice pkcs8)
 {
     Der::Slice body;
+    Der::Slice version;
     Der::Slice algorithm;
     Der::Slice oid;
-    Der::Reader outer(encoding);
-    if (!outer.next(Der::Sequence, &body))
+    if (!Der::Reader(pkcs8).next(Der::Sequence, &body))
         return {};
     Der::Reader reader(body);
-    Der::Slice version;
-    if (isPrivate && !reader.next(Der::Integer, &version))
-        return {};
-    if (!reader.next(Der::Sequence, &algorithm)
-        || !Der::Reader(algorithm).next(Der::ObjectIdentifier, &oid))
-        return {};
-    if (reader.peek() != (isPrivate ? Der::OctetString : Der::BitString))
-        return {};
-    return Der::oidText(oid);
-}
-
-QByteArray encodePublic(EVP_PKEY *key)
-{
-    unsigned char *data = nullptr;
-    const int size = i2d_PUBKEY(key, &data);
-    const QByteArray encoded(reinterpret_cast<const char *>(data), qMax(size, 0));
-    OPENSSL_free(data);
-    ERR_clear_error();
-    return encoded;
-}
-
-const unsigned char *bytesOf(const char *data)
-{
-    return reinterpret_cast<const unsigned char *>(data);
+    const bool hasKey = reader.next(Der::Integer, &version)
+        && reader.next(Der::Sequence, &algorithm) && reader.peek() == Der::OctetString
+        && Der::Reader(algorithm).next(Der::ObjectIdentifier, &oid);
+    return hasKey ? Der::oidText(oid) : QByteArray();
 }
 
 } // namespace
@@ -119,9 +104,8 @@ KeyMaterial KeyMaterial::fromNative(PKeyHandle key, bool isPrivate)
     KeyMaterial material;
     if (!key)
         return material;
-    material.m_publicInfo = encodePublic(key.get());
-    material.m_keyType =
-        keyTypeOfAlgorithm(algorithmOf(Der::sliceOf(material.m_publicInfo), false));
+    material.m_publicInfo = encodeNative(key.get(), i2d_PUBKEY);
+    material.m_keyType = keyTypeOfAlgorithm(algorithmOfPublicInfo(material.m_publicInfo));
     material.m_bits = qMax(EVP_PKEY_get_bits(key.get()), 0);
     material.m_isPrivate = isPrivate;
     material.m_native = std::move(key);
@@ -131,7 +115,7 @@ KeyMaterial KeyMaterial::fromNative(PKeyHandle key, bool isPrivate)
 KeyMaterial KeyMaterial::fromPublicInfo(const QByteArray &spki)
 {
     KeyMaterial material;
-    const QByteArray oid = algorithmOf(Der::sliceOf(spki), false);
+    const QByteArray oid = algorithmOfPublicInfo(spki);
     if (oid.isEmpty())
         return material;
     const AlgorithmKind *kind = kindOf(oid);
@@ -139,9 +123,7 @@ KeyMaterial KeyMaterial::fromPublicInfo(const QByteArray &spki)
     material.m_publicInfo = QByteArray(spki.constData(), spki.size());
     if (isGost(material.m_keyType))
         loadGostEngine();
-    const unsigned char *data = bytesOf(spki.constData());
-    material.m_native.reset(d2i_PUBKEY(nullptr, &data, spki.size()));
-    ERR_clear_error();
+    material.m_native = decodeNative<PKeyHandle>(Der::sliceOf(spki), d2i_PUBKEY);
     if (material.m_native)
         material.m_bits = qMax(EVP_PKEY_get_bits(material.native()), 0);
     else if (kind)
@@ -152,15 +134,15 @@ KeyMaterial KeyMaterial::fromPublicInfo(const QByteArray &spki)
 KeyMaterial KeyMaterial::fromPrivateInfo(const Secret &pkcs8)
 {
     KeyMaterial material;
-    const QByteArray oid = algorithmOf({pkcs8.constData(), pkcs8.size()}, true);
+    const Der::Slice encoding = {pkcs8.constData(), pkcs8.size()};
+    const QByteArray oid = algorithmOfPrivateInfo(encoding);
     if (oid.isEmpty())
         return material;
     const AlgorithmKind *kind = kindOf(oid);
     const int keyType = kind ? kind->keyType : int(OtherKey);
     if (isGost(keyType))
         loadGostEngine();
-    const unsigned char *data = bytesOf(pkcs8.constData());
-    const Pkcs8Handle info(d2i_PKCS8_PRIV_KEY_INFO(nullptr, &data, pkcs8.size()));
+    const auto info = decodeNative<Pkcs8Handle>(encoding, d2i_PKCS8_PRIV_KEY_INFO);
     if (info)
         material = fromNative(PKeyHandle(EVP_PKCS82PKEY(info.get())), true);
     ERR_clear_error();
@@ -180,20 +162,12 @@ Secret KeyMaterial::privateInfo() const
     if (!m_isPrivate || !m_native)
         return m_opaquePrivate;
     const Pkcs8Handle info(EVP_PKEY2PKCS8(native()));
-    unsigned char *data = nullptr;
-    const int size = info ? i2d_PKCS8_PRIV_KEY_INFO(info.get(), &data) : 0;
-    ERR_clear_error();
-    Secret encoded(qMax(size, 0));
-    if (size > 0) {
-        std::copy(data, data + size, encoded.data());
-        OPENSSL_clear_free(data, size_t(size));
-    }
-    return encoded;
+    return encodeNativeSecret(info.get(), i2d_PKCS8_PRIV_KEY_INFO);
 }
 
 void KeyMaterial::setPublicInfo(const QByteArray &spki)
 {
-    const QByteArray oid = algorithmOf(Der::sliceOf(spki), false);
+    const QByteArray oid = algorithmOfPublicInfo(spki);
     if (m_publicInfo.isEmpty() && m_isPrivate && !oid.isEmpty()
         && keyTypeOfAlgorithm(oid) == m_keyType)
         m_publicInfo = spki;

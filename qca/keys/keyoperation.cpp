@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/keys/keyoperation.h"
 
+#include "qca/asn1/nativecoding.h"
 #include "qca/keys/signaturenumbers.h"
 
 #include <openssl/err.h>
@@ -57,11 +58,7 @@ QByteArray digestInfo(const QByteArray &digestName, const QByteArray &digest)
     X509_ALGOR_set0(algorithm, OBJ_nid2obj(nid), V_ASN1_NULL, nullptr);
     ASN1_OCTET_STRING_set(value, reinterpret_cast<const unsigned char *>(digest.constData()),
                           digest.size());
-    unsigned char *data = nullptr;
-    const int size = i2d_X509_SIG(info.get(), &data);
-    const QByteArray encoded(reinterpret_cast<const char *>(data), qMax(size, 0));
-    OPENSSL_free(data);
-    return encoded;
+    return encodeNative(info.get(), i2d_X509_SIG);
 }
 
 QByteArray digestOfMessage(const QByteArray &digestName, const QByteArray &message)

@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "qca/keys/nativeoperations.h"
 
-#include <openssl/err.h>
+#include "qca/asn1/nativecoding.h"
+
 #include <openssl/rsa.h>
 
 namespace Trivex {
@@ -93,9 +94,7 @@ bool verifyMessageNative(EVP_PKEY *key, const QByteArray &message, const QByteAr
 
 QByteArray sideBySide(const QByteArray &signature, int bits)
 {
-    const unsigned char *data = bytesOf(signature);
-    const EcdsaSignatureHandle parts(d2i_ECDSA_SIG(nullptr, &data, signature.size()));
-    ERR_clear_error();
+    const auto parts = decodeNative<EcdsaSignatureHandle>(Der::sliceOf(signature), d2i_ECDSA_SIG);
     const int size = (bits + 7) / 8;
     if (!parts)
         return {};
@@ -118,11 +117,7 @@ QByteArray derSignature(const QByteArray &sideBySide)
         return {};
     static_cast<void>(r.release()); // both belong to the signature now
     static_cast<void>(s.release());
-    unsigned char *data = nullptr;
-    const int encodedSize = i2d_ECDSA_SIG(parts.get(), &data);
-    const QByteArray encoded(reinterpret_cast<const char *>(data), qMax(encodedSize, 0));
-    OPENSSL_free(data);
-    return encoded;
+    return encodeNative(parts.get(), i2d_ECDSA_SIG);
 }
 
 } // namespace Trivex

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/keys/privatekeyreader.h"
 
-#include "qca/asn1/der.h"
+#include "qca/asn1/nativecoding.h"
 #include "qca/base/bounds.h"
 #include "qca/keys/algorithmerrors.h"
 #include "qca/keys/derivationbudget.h"
@@ -21,8 +21,6 @@ constexpr char Begin[] = "-----BEGIN ";
 constexpr char End[] = "-----END ";
 constexpr char Dashes[] = "-----";
 constexpr char PrivateKey[] = "PRIVATE KEY";
-
-using Sig = Handle<X509_SIG, X509_SIG_free>;
 
 struct CipherName {
     QCA::PBEAlgorithm pbe;
@@ -44,21 +42,9 @@ const EVP_CIPHER *cipherOf(QCA::PBEAlgorithm pbe)
     return nullptr;
 }
 
-template <class T, class Encode> QCA::SecureArray encode(T *object, Encode function)
+Der::Slice sliceOf(const QCA::SecureArray &array)
 {
-    unsigned char *data = nullptr;
-    const int size = object ? function(object, &data) : 0;
-    QCA::SecureArray encoded(qMax(size, 0));
-    if (size > 0) {
-        std::copy(data, data + size, encoded.data());
-        OPENSSL_clear_free(data, size_t(size));
-    }
-    return encoded;
-}
-
-const unsigned char *bytesOf(const QCA::SecureArray &array)
-{
-    return reinterpret_cast<const unsigned char *>(array.constData());
+    return {array.constData(), array.size()};
 }
 
 QCA::ConvertResult readEncrypted(X509_SIG *sig, const QCA::SecureArray &passphrase,
@@ -74,7 +60,8 @@ QCA::ConvertResult readEncrypted(X509_SIG *sig, const QCA::SecureArray &passphra
     if (!info)
         return isAlgorithmAtFault() ? QCA::ErrorDecode : QCA::ErrorPassphrase;
     ERR_clear_error();
-    *material = KeyMaterial::fromPrivateInfo(Secret(encode(info.get(), i2d_PKCS8_PRIV_KEY_INFO)));
+    *material =
+        KeyMaterial::fromPrivateInfo(encodeNativeSecret(info.get(), i2d_PKCS8_PRIV_KEY_INFO));
     return material->isNull() ? QCA::ErrorDecode : QCA::ConvertGood;
 }
 
@@ -180,14 +167,11 @@ QCA::ConvertResult readPrivateKey(const QCA::SecureArray &der, const QCA::Secure
     *material = KeyMaterial::fromPrivateInfo(Secret(der));
     if (!material->isNull())
         return QCA::ConvertGood;
-    const unsigned char *data = bytesOf(der);
-    const Sig sig(d2i_X509_SIG(nullptr, &data, der.size()));
+    const auto sig = decodeNative<DigestInfoHandle>(sliceOf(der), d2i_X509_SIG);
     if (sig)
         return readEncrypted(sig.get(), passphrase, material);
-    data = bytesOf(der);
     *material =
-        KeyMaterial::fromNative(PKeyHandle(d2i_AutoPrivateKey(nullptr, &data, der.size())), true);
-    ERR_clear_error();
+        KeyMaterial::fromNative(decodeNative<PKeyHandle>(sliceOf(der), d2i_AutoPrivateKey), true);
     return material->isNull() ? QCA::ErrorDecode : QCA::ConvertGood;
 }
 
@@ -215,14 +199,13 @@ QCA::SecureArray encryptPrivateKey(const QCA::SecureArray &pkcs8,
                                    const QCA::SecureArray &passphrase, QCA::PBEAlgorithm pbe)
 {
     const EVP_CIPHER *cipher = cipherOf(pbe);
-    const unsigned char *data = bytesOf(pkcs8);
-    const Pkcs8Handle info(d2i_PKCS8_PRIV_KEY_INFO(nullptr, &data, pkcs8.size()));
+    const auto info = decodeNative<Pkcs8Handle>(sliceOf(pkcs8), d2i_PKCS8_PRIV_KEY_INFO);
     if (!cipher || !info)
         return {};
-    const Sig sig(PKCS8_encrypt(-1, cipher, passphrase.constData(), passphrase.size(), nullptr, 0,
-                                0, info.get()));
+    const DigestInfoHandle sig(PKCS8_encrypt(-1, cipher, passphrase.constData(), passphrase.size(),
+                                             nullptr, 0, 0, info.get()));
     ERR_clear_error();
-    return encode(sig.get(), i2d_X509_SIG);
+    return encodeNativeSecret(sig.get(), i2d_X509_SIG).toSecureArray();
 }
 
 } // namespace Trivex

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/pkcs12/bundlereader.h"
 
+#include "qca/asn1/nativecoding.h"
 #include "qca/base/bounds.h"
 #include "qca/keys/algorithmerrors.h"
 #include "qca/keys/derivationbudget.h"
@@ -79,29 +80,14 @@ QByteArray localIdOf(const PKCS12_SAFEBAG *bag)
                       ASN1_STRING_length(octets));
 }
 
-Secret encode(const PKCS8_PRIV_KEY_INFO *info)
-{
-    unsigned char *data = nullptr;
-    const int size = i2d_PKCS8_PRIV_KEY_INFO(info, &data);
-    Secret encoded(size);
-    if (size > 0) {
-        std::copy(data, data + size, encoded.data());
-        OPENSSL_clear_free(data, size_t(size));
-    }
-    return encoded;
-}
-
 void collectCertificate(PKCS12_SAFEBAG *bag, Contents *contents)
 {
     if (PKCS12_SAFEBAG_get_bag_nid(bag) != NID_x509Certificate)
         return;
     const X509Handle certificate(PKCS12_SAFEBAG_get1_cert(bag));
-    unsigned char *data = nullptr;
-    const int size = certificate ? i2d_X509(certificate.get(), &data) : 0;
-    if (size > 0)
-        contents->certificates +=
-            {QByteArray(reinterpret_cast<const char *>(data), size), nameOf(bag), localIdOf(bag)};
-    OPENSSL_free(data);
+    const QByteArray der = encodeNative(certificate.get(), i2d_X509);
+    if (!der.isEmpty())
+        contents->certificates += {der, nameOf(bag), localIdOf(bag)};
 }
 
 const X509_ALGOR *algorithmOf(const PKCS12_SAFEBAG *shroudedKey)
@@ -134,7 +120,8 @@ KeyMaterial openKey(PKCS12_SAFEBAG *bag, const BundlePassword &password, Content
         info = PKCS12_SAFEBAG_get0_p8inf(bag);
     else
         info = (opened = openShrouded(bag, password, contents)).get();
-    return info ? KeyMaterial::fromPrivateInfo(encode(info)) : KeyMaterial();
+    return info ? KeyMaterial::fromPrivateInfo(encodeNativeSecret(info, i2d_PKCS8_PRIV_KEY_INFO))
+                : KeyMaterial();
 }
 
 void collectBags(const STACK_OF(PKCS12_SAFEBAG) * bags, int depth, Contents *contents)

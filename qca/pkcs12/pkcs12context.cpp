@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "qca/pkcs12/pkcs12context.h"
 
+#include "qca/asn1/nativecoding.h"
 #include "qca/keys/pkeycontainer.h"
 #include "qca/x509/certificatecontext.h"
-
-#include <openssl/err.h>
 
 namespace Trivex {
 
@@ -69,12 +68,7 @@ QByteArray Pkcs12Context::toPKCS12(const QString &name,
     const char *password = passphrase.isEmpty() ? "" : passphrase.constData();
     const Pkcs12Handle bundle(PKCS12_create(password, name.toUtf8().constData(), key.native(),
                                             certificate.get(), issuers.get(), 0, 0, 0, 0, 0));
-    unsigned char *data = nullptr;
-    const int size = bundle ? i2d_PKCS12(bundle.get(), &data) : 0;
-    const QByteArray encoded(reinterpret_cast<const char *>(data), qMax(size, 0));
-    OPENSSL_free(data);
-    ERR_clear_error();
-    return encoded;
+    return encodeNative(bundle.get(), i2d_PKCS12);
 }
 
 QCA::ConvertResult Pkcs12Context::fromPKCS12(const QByteArray &in,

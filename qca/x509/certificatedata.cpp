@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/x509/certificatedata.h"
 
+#include "qca/asn1/nativecoding.h"
 #include "qca/asn1/strings.h"
 #include "qca/x509/canonicalname.h"
 #include "qca/x509/extensions.h"
@@ -10,8 +11,6 @@
 #include "qca/x509/signaturealgorithms.h"
 
 #include <QHash>
-
-#include <openssl/err.h>
 
 #include <mutex>
 
@@ -112,7 +111,7 @@ void CertificateData::decodeProperties() const
     m_properties->version = qMax(Der::smallInteger(fields.version), 0) + 1;
     m_properties->start = decodeTime(fields.notBefore);
     m_properties->end = decodeTime(fields.notAfter);
-    m_properties->serial = QCA::BigInteger(QCA::SecureArray(fields.serial.bytes()));
+    m_properties->serial = QCA::BigInteger(QCA::SecureArray(fields.serial.content.bytes()));
     m_properties->format = QCA::PKCS10;
     m_properties->sigalgo = signatureAlgorithmOf(fields.algorithm);
     QByteArray signature;
@@ -143,10 +142,7 @@ QByteArray CertificateData::publicInfo() const
 
 X509Handle CertificateData::native() const
 {
-    const auto *data = reinterpret_cast<const unsigned char *>(m_der.constData());
-    X509Handle certificate(d2i_X509(nullptr, &data, m_der.size()));
-    ERR_clear_error();
-    return certificate;
+    return decodeNative<X509Handle>(Der::sliceOf(m_der), d2i_X509);
 }
 
 } // namespace Trivex

@@ -64,7 +64,7 @@ bool findBody(Der::Slice content, CertificateFields *fields)
 {
     Der::Reader body(content);
     return findVersion(body, fields) && body.next(Der::Integer, &fields->serial)
-        && !fields->serial.isEmpty() && findWhole(body, &fields->innerAlgorithm)
+        && !fields->serial.content.isEmpty() && findWhole(body, &fields->innerAlgorithm)
         && findName(body, &fields->issuer) && findValidity(body, fields)
         && findName(body, &fields->subject) && findWhole(body, &fields->publicInfo)
         && findExtensions(body, fields);

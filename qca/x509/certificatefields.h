@@ -12,7 +12,7 @@ struct CertificateFields {
     Der::Slice whole;
     Der::Slice body; ///< the part that is signed, with tag and length
     Der::Slice version; ///< content of the INTEGER; empty for version 1
-    Der::Slice serial; ///< content of the INTEGER
+    Der::Element serial; ///< INTEGER
     Der::Slice issuer; ///< with tag and length, as are the following
     Der::Element notBefore;
     Der::Element notAfter;

@@ -7,6 +7,7 @@
 #include "qca/keys/keyoperation.h"
 #include "qca/keys/keytypes.h"
 #include "qca/keys/pkeycontainer.h"
+#include "qca/keys/publickeyfields.h"
 #include "qca/x509/extensions.h"
 #include "qca/x509/names.h"
 #include "qca/x509/signaturealgorithms.h"
@@ -40,22 +41,6 @@ QByteArray requestAttributes(const QCA::CertificateOptions &options)
     if (!extensions.isEmpty())
         content += attribute(ExtensionRequest, extensions);
     return Der::write(Der::context(0), content);
-}
-
-// Method 1 of RFC 5280, 4.2.1.2: the digest of the key's bits.
-QByteArray keyIdOf(const QByteArray &publicInfo)
-{
-    Der::Slice content;
-    Der::Slice algorithm;
-    Der::Slice bitString;
-    Der::Slice bits;
-    if (!Der::single(Der::sliceOf(publicInfo), Der::Sequence, &content))
-        return {};
-    Der::Reader reader(content);
-    if (!reader.next(Der::Sequence, &algorithm) || !reader.next(Der::BitString, &bitString)
-        || !Der::wholeBits(bitString, &bits))
-        return {};
-    return digestOfMessage("SHA1", bits.bytes());
 }
 
 QByteArray validity(const QCA::CertificateOptions &options)
@@ -156,7 +141,7 @@ QByteArray writeSelfSigned(const QCA::CertificateOptions &options, const QCA::PK
         || !options.notValidAfter().isValid())
         return {};
     const QByteArray name = encodeName(options.infoOrdered());
-    const QByteArray extensions = encodeExtensions(options, keyIdOf(signer.publicInfo()));
+    const QByteArray extensions = encodeExtensions(options, keyIdentifierOf(signer.publicInfo()));
     const QByteArray version = Der::write(Der::context(0), Der::writeInteger(QCA::BigInteger(2)));
     return signer.seal(Der::writeSequence(
         {version, Der::writeInteger(options.serialNumber()), signer.algorithm(), name,

@@ -3,11 +3,10 @@
 #include "qca/x509/collectioncontext.h"
 
 #include "qca/asn1/derwriter.h"
+#include "qca/asn1/nativecoding.h"
 #include "qca/base/bounds.h"
 #include "qca/x509/certificatecontext.h"
 #include "qca/x509/crlcontext.h"
-
-#include <openssl/err.h>
 
 namespace Trivex {
 
@@ -45,14 +44,8 @@ bool openSignedData(const QByteArray &der, Der::Slice *content)
 // Other programs also write lists with indefinite lengths.
 QByteArray definiteForm(const QByteArray &ber)
 {
-    const auto *data = reinterpret_cast<const unsigned char *>(ber.constData());
-    const Pkcs7Handle parsed(d2i_PKCS7(nullptr, &data, ber.size()));
-    unsigned char *encoded = nullptr;
-    const int size = parsed ? i2d_PKCS7(parsed.get(), &encoded) : 0;
-    const QByteArray der(reinterpret_cast<const char *>(encoded), qMax(size, 0));
-    OPENSSL_free(encoded);
-    ERR_clear_error();
-    return der;
+    const auto parsed = decodeNative<Pkcs7Handle>(Der::sliceOf(ber), d2i_PKCS7);
+    return encodeNative(parsed.get(), i2d_PKCS7);
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/x509/crlcontext.h"
 
-#include "qca/asn1/der.h"
+#include "qca/asn1/nativecoding.h"
 #include "qca/asn1/pem.h"
 #include "qca/asn1/strings.h"
 #include "qca/base/bounds.h"
@@ -11,15 +11,9 @@
 #include "qca/x509/names.h"
 #include "qca/x509/signaturealgorithms.h"
 
-#include <openssl/err.h>
-
 namespace Trivex {
 
 namespace {
-
-constexpr char CrlNumber[] = "2.5.29.20";
-constexpr char ReasonCode[] = "2.5.29.21";
-constexpr char AuthorityKeyId[] = "2.5.29.35";
 
 // CRLReason (RFC 5280, 5.3.1) by its number; 7 is not used.
 constexpr QCA::CRLEntry::Reason Reasons[] = {
@@ -33,7 +27,7 @@ constexpr QCA::CRLEntry::Reason Reasons[] = {
 
 QCA::CRLEntry::Reason reasonIn(Der::Slice extensions)
 {
-    const QByteArray value = findExtension(extensions, ReasonCode);
+    const QByteArray value = findExtension(extensions, ExtensionOid::ReasonCode);
     Der::Slice code;
     if (!Der::single(Der::sliceOf(value), Der::Enumerated, &code) || code.size != 1
         || code.at(0) >= std::size(Reasons))
@@ -60,12 +54,11 @@ void decodeRevoked(Der::Slice list, QCA::CRLContextProps *properties)
 
 void decodeListExtensions(Der::Slice extensions, QCA::CRLContextProps *properties)
 {
-    const QByteArray value = findExtension(extensions, CrlNumber);
+    const QByteArray value = findExtension(extensions, ExtensionOid::CrlNumber);
     Der::Slice number;
     if (Der::single(Der::sliceOf(value), Der::Integer, &number))
         properties->number = Der::smallInteger(number);
-    const QByteArray issuer = findExtension(extensions, AuthorityKeyId);
-    properties->issuerId = decodeAuthorityKeyId(Der::sliceOf(issuer));
+    properties->issuerId = authorityKeyIdIn(extensions);
 }
 
 bool isTime(int tag)
@@ -121,10 +114,7 @@ std::shared_ptr<const RevocationData> decode(const QByteArray &der)
 
 CrlHandle parse(const QByteArray &der)
 {
-    const auto *data = reinterpret_cast<const unsigned char *>(der.constData());
-    CrlHandle list(d2i_X509_CRL(nullptr, &data, der.size()));
-    ERR_clear_error();
-    return list;
+    return decodeNative<CrlHandle>(Der::sliceOf(der), d2i_X509_CRL);
 }
 
 } // namespace

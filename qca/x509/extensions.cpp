@@ -2,9 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "qca/x509/extensions.h"
 
-#include "qca/asn1/derwriter.h"
 #include "qca/x509/names.h"
 #include "qca/x509/sharedtypes.h"
+
+#include <cstring>
 
 namespace Trivex {
 
@@ -18,6 +19,12 @@ constexpr int KeyUsageBits = 9;
 
 // An extension that does not decode wholly counts as absent, as in libcrypto.
 
+/// A copy: `view` may be of bytes that live no longer than the extension.
+QByteArray ownBytes(const QByteArray &view)
+{
+    return QByteArray(view.constData(), view.size());
+}
+
 // The element at the beginning of an extension's value. Bytes behind it are ignored, as in
 // libcrypto.
 bool leading(Der::Slice value, int tag, Der::Slice *content)
@@ -30,16 +37,56 @@ bool leadingList(Der::Slice value, Der::Slice *content)
     return Der::Reader(value).nextList(Der::Sequence, content);
 }
 
-void decodeSubjectKeyId(Der::Slice value, Properties *properties)
+QByteArray subjectKeyIdOf(Der::Slice value)
 {
     QByteArray id;
-    if (Der::Reader(value).nextString(Der::OctetString, &id))
-        properties->subjectId = QByteArray(id.constData(), id.size());
+    return Der::Reader(value).nextString(Der::OctetString, &id) ? ownBytes(id) : QByteArray();
 }
 
-void decodeIssuerKeyId(Der::Slice value, Properties *properties)
+QByteArray authorityKeyIdOf(Der::Slice value)
 {
-    properties->issuerId = decodeAuthorityKeyId(value);
+    Der::Slice content;
+    QByteArray id;
+    const bool hasId = leading(value, Der::Sequence, &content)
+        && Der::Reader(content).nextString(Der::context(0, false), &id);
+    return hasId ? ownBytes(id) : QByteArray();
+}
+
+struct BasicConstraints {
+    bool isAuthority = false;
+    int pathLimit = 0; // the same without a limit, as QCA has it
+};
+
+BasicConstraints basicConstraintsOf(Der::Slice value)
+{
+    Der::Slice content;
+    if (!leading(value, Der::Sequence, &content))
+        return {};
+    Der::Reader reader(content);
+    Der::Slice isCa;
+    Der::Slice pathLimit;
+    const bool hasKind = reader.next(Der::Boolean, &isCa);
+    const bool hasLimit = reader.next(Der::Integer, &pathLimit);
+    if (!reader.atEnd() || (hasKind && isCa.size != 1) || (hasLimit && !Der::isInteger(pathLimit)))
+        return {};
+    return {hasKind && isCa.at(0) != 0, qMax(Der::smallInteger(pathLimit), 0)};
+}
+
+void decodeSubjectKeyId(Der::Slice value, Properties *properties)
+{
+    properties->subjectId = subjectKeyIdOf(value);
+}
+
+void decodeAuthorityKeyId(Der::Slice value, Properties *properties)
+{
+    properties->issuerId = authorityKeyIdOf(value);
+}
+
+void decodeBasicConstraints(Der::Slice value, Properties *properties)
+{
+    const BasicConstraints constraints = basicConstraintsOf(value);
+    properties->isCA = constraints.isAuthority;
+    properties->pathLimit = constraints.pathLimit;
 }
 
 void decodeKeyUsage(Der::Slice value, Properties *properties)
@@ -73,22 +120,6 @@ void decodePurposes(Der::Slice value, Properties *properties)
     }
     if (reader.atEnd())
         properties->constraints += purposes;
-}
-
-void decodeBasicConstraints(Der::Slice value, Properties *properties)
-{
-    Der::Slice content;
-    if (!leading(value, Der::Sequence, &content))
-        return;
-    Der::Reader reader(content);
-    Der::Slice isCa;
-    Der::Slice pathLimit;
-    const bool hasKind = reader.next(Der::Boolean, &isCa);
-    const bool hasLimit = reader.next(Der::Integer, &pathLimit);
-    if (!reader.atEnd() || (hasKind && isCa.size != 1) || (hasLimit && !Der::isInteger(pathLimit)))
-        return;
-    properties->isCA = hasKind && isCa.at(0) != 0;
-    properties->pathLimit = qMax(Der::smallInteger(pathLimit), 0);
 }
 
 // PolicyInformation (RFC 5280, 4.2.1.4).
@@ -223,16 +254,20 @@ struct Decoder {
 };
 
 constexpr Decoder NameDecoders[] = {
-    {"2.5.29.17", &decodeSubjectNames},
-    {"2.5.29.18", &decodeIssuerNames},
+    {ExtensionOid::SubjectAlternativeName, &decodeSubjectNames},
+    {ExtensionOid::IssuerAlternativeName, &decodeIssuerNames},
 };
 
 // Key usage before its extended form, so that constraints come in that order.
 constexpr Decoder Decoders[] = {
-    {"2.5.29.14", &decodeSubjectKeyId},     {"2.5.29.35", &decodeIssuerKeyId},
-    {"2.5.29.19", &decodeBasicConstraints}, {"2.5.29.15", &decodeKeyUsage},
-    {"2.5.29.37", &decodePurposes},         {"2.5.29.32", &decodePolicies},
-    {"2.5.29.31", &decodeCrlPoints},        {"1.3.6.1.5.5.7.1.1", &decodeAuthorityAccess},
+    {ExtensionOid::SubjectKeyId, &decodeSubjectKeyId},
+    {ExtensionOid::AuthorityKeyId, &decodeAuthorityKeyId},
+    {ExtensionOid::BasicConstraints, &decodeBasicConstraints},
+    {ExtensionOid::KeyUsage, &decodeKeyUsage},
+    {ExtensionOid::ExtendedKeyUsage, &decodePurposes},
+    {ExtensionOid::CertificatePolicies, &decodePolicies},
+    {ExtensionOid::CrlDistributionPoints, &decodeCrlPoints},
+    {ExtensionOid::AuthorityInfoAccess, &decodeAuthorityAccess},
 };
 
 template <size_t Count>
@@ -249,15 +284,14 @@ void decodeWith(const Decoder (&decoders)[Count], Der::Slice extensions, Propert
 
 QByteArray findExtension(Der::Slice extensions, const char *oid)
 {
-    // Compared as octets, which saves making the text of each extension's identifier.
-    const QByteArray wanted = Der::writeOid(oid);
+    const Der::Slice wanted = {oid, int(std::strlen(oid))};
     Der::Reader reader(extensions);
     Der::Slice extension;
     while (reader.next(Der::Sequence, &extension)) {
         Der::Reader parts(extension);
-        Der::Element id;
+        Der::Slice id;
         QByteArray value;
-        if (!parts.next(Der::ObjectIdentifier, &id) || !(id.whole == Der::sliceOf(wanted)))
+        if (!parts.next(Der::ObjectIdentifier, &id) || !(id == wanted))
             continue;
         parts.skip(Der::Boolean);
         return parts.nextString(Der::OctetString, &value) ? value : QByteArray();
@@ -265,14 +299,20 @@ QByteArray findExtension(Der::Slice extensions, const char *oid)
     return {};
 }
 
-QByteArray decodeAuthorityKeyId(Der::Slice extension)
+QByteArray subjectKeyIdIn(Der::Slice extensions)
 {
-    Der::Slice content;
-    QByteArray id;
-    if (leading(extension, Der::Sequence, &content)
-        && Der::Reader(content).nextString(Der::context(0, false), &id))
-        return QByteArray(id.constData(), id.size());
-    return {};
+    return subjectKeyIdOf(Der::sliceOf(findExtension(extensions, ExtensionOid::SubjectKeyId)));
+}
+
+QByteArray authorityKeyIdIn(Der::Slice extensions)
+{
+    return authorityKeyIdOf(Der::sliceOf(findExtension(extensions, ExtensionOid::AuthorityKeyId)));
+}
+
+bool isAuthority(Der::Slice extensions)
+{
+    const QByteArray value = findExtension(extensions, ExtensionOid::BasicConstraints);
+    return basicConstraintsOf(Der::sliceOf(value)).isAuthority;
 }
 
 void decodeExtensions(Der::Slice extensions, QCA::CertContextProps *properties)

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/x509/issuersearch.h"
 
+#include "qca/asn1/nativecoding.h"
 #include "qca/base/bounds.h"
 #include "qca/keys/keymaterial.h"
 #include "qca/x509/certificatefields.h"
@@ -20,8 +21,7 @@ namespace {
 /// The hash of a name's canonical form (RFC 5280, 7.1); 0 for no name.
 unsigned long hashOf(Der::Slice name)
 {
-    const auto *data = reinterpret_cast<const unsigned char *>(name.data);
-    const NameHandle native(d2i_X509_NAME(nullptr, &data, name.size));
+    const auto native = decodeNative<NameHandle>(name, d2i_X509_NAME);
     int isGood = 0;
     const unsigned long hash =
         native ? X509_NAME_hash_ex(native.get(), nullptr, nullptr, &isGood) : 0;

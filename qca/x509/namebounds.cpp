@@ -60,9 +60,11 @@ bool isWithinBounds(const CertificateFields &fields)
         return false;
     if (fields.whole.size <= SmallestAttribute * MaxNameAttributes)
         return true;
-    return attributesIn(fields.subject) + addressesIn(fields.extensions, "2.5.29.17")
+    return attributesIn(fields.subject)
+            + addressesIn(fields.extensions, ExtensionOid::SubjectAlternativeName)
         <= MaxNameAttributes
-        && attributesIn(fields.issuer) + addressesIn(fields.extensions, "2.5.29.18")
+        && attributesIn(fields.issuer)
+            + addressesIn(fields.extensions, ExtensionOid::IssuerAlternativeName)
         <= MaxNameAttributes;
 }
 

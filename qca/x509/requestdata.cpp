@@ -2,15 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "qca/x509/requestdata.h"
 
-#include "qca/asn1/der.h"
+#include "qca/asn1/nativecoding.h"
 #include "qca/asn1/strings.h"
 #include "qca/base/bounds.h"
 #include "qca/x509/extensions.h"
 #include "qca/x509/namebounds.h"
 #include "qca/x509/names.h"
 #include "qca/x509/signaturealgorithms.h"
-
-#include <openssl/err.h>
 
 namespace Trivex {
 
@@ -123,10 +121,7 @@ RequestHandle RequestData::native() const
 {
     if (m_properties.format != QCA::PKCS10)
         return nullptr;
-    const auto *data = reinterpret_cast<const unsigned char *>(m_der.constData());
-    RequestHandle request(d2i_X509_REQ(nullptr, &data, m_der.size()));
-    ERR_clear_error();
-    return request;
+    return decodeNative<RequestHandle>(Der::sliceOf(m_der), d2i_X509_REQ);
 }
 
 } // namespace Trivex

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/x509/validation.h"
 
+#include "qca/asn1/nativecoding.h"
 #include "qca/x509/certificatedata.h"
 
 #include <openssl/err.h>
@@ -95,8 +96,7 @@ StoreHandle storeOf(const QList<QCA::CRLContext *> &lists)
     bool any = false;
     for (const QCA::CRLContext *list : lists) {
         const QByteArray der = list->toDER();
-        const auto *data = reinterpret_cast<const unsigned char *>(der.constData());
-        const CrlHandle crl(d2i_X509_CRL(nullptr, &data, der.size()));
+        const auto crl = decodeNative<CrlHandle>(Der::sliceOf(der), d2i_X509_CRL);
         any = (crl && store && X509_STORE_add_crl(store.get(), crl.get()) == 1) || any;
     }
     if (any)

@@ -3,6 +3,8 @@
 #include "providers/pkcs11/contents/tokencontents.h"
 #include "providers/pkcs11/operations/objecttemplates.h"
 #include "qca/base/bounds.h"
+#include "qca/x509/certificatedata.h"
+#include "qca/x509/extensions.h"
 #include "tests/support/derelement.h"
 #include "tests/x509/corpus.h"
 
@@ -21,7 +23,8 @@ private Q_SLOTS:
     void labels_data();
     void labels();
     void presumesKeysOfAFew();
-    void findsIdentifiersInPieces();
+    void readsTheSameIdentifiers_data();
+    void readsTheSameIdentifiers();
     void findsIssuersByMeaning_data();
     void findsIssuersByMeaning();
     void endsKnots();
@@ -137,15 +140,26 @@ void TestTokenContents::labels()
     QCOMPARE(commonNameOf(certificate), label);
 }
 
-void TestTokenContents::findsIdentifiersInPieces()
+void TestTokenContents::readsTheSameIdentifiers_data()
 {
-    // One piece within has a place of its own; two lie apart and have none.
-    const TokenCertificate whole = certificateIn("extension-value-piece.der");
-    QCOMPARE(whole.parts.keyId.in(whole.der), QByteArray("0123"));
-    QCOMPARE(whole.parts.authorityKeyId.in(whole.der), QByteArray("0123"));
-    const TokenCertificate apart = certificateIn("extension-pieces.der");
-    QVERIFY(apart.parts.isValid());
-    QVERIFY(apart.parts.keyId.isEmpty());
+    QTest::addColumn<QString>("file");
+    for (const char *file :
+         {"extension-value-piece.der", "extension-value-pieces.der", "extension-pieces.der"})
+        QTest::newRow(file) << QString::fromLatin1(file);
+}
+
+// As the certificate's row shows them, also where they are written in pieces.
+void TestTokenContents::readsTheSameIdentifiers()
+{
+    QFETCH(QString, file);
+    const TokenCertificate certificate = certificateOf(Corpus::read(file));
+    QVERIFY(certificate.parts.isValid());
+    const auto shown = CertificateData::fromDer(certificate.der);
+    QVERIFY(!shown->properties().subjectId.isEmpty());
+    const Der::Slice extensions = certificate.parts.extensions.sliceIn(certificate.der);
+    QCOMPARE(subjectKeyIdIn(extensions), shown->properties().subjectId);
+    QCOMPARE(authorityKeyIdIn(extensions), shown->properties().issuerId);
+    QCOMPARE(certificate.parts.isAuthority, shown->properties().isCA);
 }
 
 void TestTokenContents::findsIssuersByMeaning_data()

@@ -3,10 +3,11 @@
 #include "providers/pkcs11/contents/tokencontents.h"
 
 #include "providers/pkcs11/contents/gostkeys.h"
-#include "qca/asn1/der.h"
 #include "qca/base/bounds.h"
 #include "qca/keys/gostpublickey.h"
+#include "qca/keys/publickeyfields.h"
 #include "qca/x509/canonicalname.h"
+#include "qca/x509/extensions.h"
 
 #include <QCryptographicHash>
 #include <QHash>
@@ -31,9 +32,10 @@ constexpr AlgorithmType AlgorithmTypes[] = {
 /// Null for the algorithm of a key that is not used on tokens.
 const AlgorithmType *algorithmOf(const QByteArray &publicInfo)
 {
-    const QByteArray algorithm = derContent(derContent(publicInfo, Der::Sequence), Der::Sequence);
-    const QByteArray content = derContent(algorithm, Der::ObjectIdentifier);
-    const QByteArray oid = Der::oidText(Der::sliceOf(content));
+    PublicKeyFields fields;
+    if (!findPublicKeyFields(Der::sliceOf(publicInfo), &fields))
+        return nullptr;
+    const QByteArray oid = fields.oid();
     for (const AlgorithmType &one : AlgorithmTypes) {
         if (oid == one.oid)
             return &one;
@@ -70,7 +72,7 @@ public:
         const CK_KEY_TYPE type = tokenTypeOf(wanted);
         found = withUnknownPublicHalf(certificate.id, type);
         if (!found)
-            found = withUnknownPublicHalf(idForPublicKey(wanted), type);
+            found = withUnknownPublicHalf(keyIdentifierOf(wanted), type);
         if (found)
             m_byPublicInfo.insert(comparable, found);
         return withPublicHalf(found, wanted);
@@ -142,7 +144,8 @@ class IssuerIndex {
 public:
     void add(const TokenCertificatePtr &certificate)
     {
-        const QByteArray keyId = certificate->parts.keyId.in(certificate->der);
+        const QByteArray keyId =
+            subjectKeyIdIn(certificate->parts.extensions.sliceIn(certificate->der));
         Namesakes &namesakes = m_bySubject[nameOf(certificate->parts.subject, certificate->der)];
         if (!namesakes.first)
             namesakes.first = certificate;
@@ -188,7 +191,8 @@ private:
         const auto namesakes = m_bySubject.constFind(name);
         if (namesakes == m_bySubject.constEnd())
             return nullptr;
-        const QByteArray wanted = certificate.parts.authorityKeyId.in(certificate.der);
+        const QByteArray wanted =
+            authorityKeyIdIn(certificate.parts.extensions.sliceIn(certificate.der));
         if (wanted.isEmpty())
             return namesakes->first;
         const TokenCertificatePtr named = namesakes->byKeyId.value(wanted);
@@ -205,8 +209,7 @@ private:
     /// Issuers are often written in another string type than they wrote themselves in.
     static QByteArray nameOf(const DerSpan &name, const QByteArray &der)
     {
-        const QByteArray bytes = name.in(der);
-        return canonicalName(Der::sliceOf(bytes));
+        return canonicalName(name.sliceIn(der));
     }
 
     QHash<QByteArray, Namesakes> m_bySubject;
@@ -282,11 +285,6 @@ TokenKeyPtr presumedKey(const TokenCertificate &certificate)
 
 } // namespace
 
-QByteArray idForPublicKey(const QByteArray &publicInfo)
-{
-    return sha1(publicKeyBits(publicInfo));
-}
-
 CK_KEY_TYPE tokenTypeOf(const QByteArray &publicInfo)
 {
     const AlgorithmType *algorithm = algorithmOf(publicInfo);
@@ -358,11 +356,13 @@ TokenEntryPtr TokenContents::entryOf(const QByteArray &der) const
 
 TokenKeyPtr TokenContents::keyFor(const QByteArray &publicInfo) const
 {
-    const QByteArray id = idForPublicKey(publicInfo);
+    const QByteArray id = keyIdentifierOf(publicInfo);
     const QByteArray wanted = comparablePublicInfo(publicInfo);
     for (const TokenKeyPtr &key : keys) {
-        if (key->publicInfo.isEmpty() ? key->id == id
-                                      : comparablePublicInfo(key->publicInfo) == wanted)
+        const bool isSame = key->publicInfo.isEmpty()
+            ? !id.isEmpty() && key->id == id
+            : comparablePublicInfo(key->publicInfo) == wanted;
+        if (isSame)
             return key;
     }
     return nullptr;

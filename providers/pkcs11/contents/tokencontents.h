@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "providers/pkcs11/contents/der.h"
+#include "providers/pkcs11/contents/certificateparts.h"
 
 #include <QString>
 
@@ -76,10 +76,6 @@ struct TokenObjects {
 /// Puts certificates, keys and issuers together. Pure; `storeId` goes into the entry ids.
 TRIVEX_TOKENS_EXPORT TokenContentsPtr assembleContents(const TokenObjects &objects,
                                                        const QString &storeId);
-
-/// SHA-1 of the public key's bits (RFC 5280, 4.2.1.2, method 1): the CKA_ID that we give to keys
-/// and to certificates whose key is elsewhere, so that halves that arrive apart find each other.
-QByteArray idForPublicKey(const QByteArray &publicInfo);
 
 /// The type that the objects of the key with this DER SubjectPublicKeyInfo have on tokens; CKK_EC
 /// for an algorithm that has none of its own.

@@ -5,9 +5,9 @@
 #include "providers/pkcs11/calls/error.h"
 #include "providers/pkcs11/contents/gostkeys.h"
 #include "providers/pkcs11/contents/objectsearch.h"
+#include "providers/pkcs11/contents/publicinfo.h"
 #include "providers/pkcs11/contents/tokentext.h"
 #include "qca/asn1/derwriter.h"
-#include "qca/x509/certificatefields.h"
 
 namespace Trivex {
 
@@ -15,8 +15,6 @@ namespace {
 
 using Pkcs11::AttributeReader;
 using Pkcs11::Session;
-
-constexpr quint8 OctetStringTag = 0x04;
 
 std::vector<CK_OBJECT_HANDLE> findCertificates(const Session &session, CertificateChoice choice)
 {
@@ -30,18 +28,11 @@ std::vector<CK_OBJECT_HANDLE> findCertificates(const Session &session, Certifica
 /// CKA_EC_POINT is the point in an OCTET STRING (PKCS#11 2.40, 2.3.3); some tokens leave that out.
 QByteArray pointIn(const QByteArray &attribute)
 {
-    const QByteArray content = derContent(attribute, OctetStringTag);
-    const bool isWrapped =
-        !content.isEmpty() && Der::write(OctetStringTag, content).size() == attribute.size();
-    return isWrapped ? content : attribute;
-}
-
-/// As whoever shows it will find it: what has no fields there has no row either.
-bool canBeShown(const TokenCertificate &certificate)
-{
-    CertificateFields fields;
-    return certificate.parts.isValid()
-        && findCertificateFields(Der::sliceOf(certificate.der), &fields);
+    Der::Slice content;
+    const bool isWrapped = Der::single(Der::sliceOf(attribute), Der::OctetString, &content)
+        && !content.isEmpty()
+        && Der::write(Der::OctetString, content.bytes()).size() == attribute.size();
+    return isWrapped ? content.bytes() : attribute;
 }
 
 bool isX509(const Session &session, CK_OBJECT_HANDLE object)
@@ -130,7 +121,7 @@ std::vector<TokenCertificate> readCertificates(const Session &session, Certifica
         certificate.id = reader.value(1);
         certificate.label = tokenText(reader.value(2));
         certificate.objects = {object};
-        if (!canBeShown(certificate)) {
+        if (!certificate.parts.isValid()) {
             // Those that are kept elsewhere (CKA_URL) have no value, attribute certificates
             // another.
             const bool hasValue = reader.isTooLarge(0) || !certificate.der.isEmpty();

@@ -6,6 +6,7 @@
 #include "providers/pkcs11/contexts/tokenrsacontext.h"
 #include "providers/pkcs11/operations/objecttemplates.h"
 #include "qca/keys/pkeycontainer.h"
+#include "qca/keys/publickeyfields.h"
 #include "qca/x509/makecertificate.h"
 
 #include <QUrl>
@@ -50,7 +51,7 @@ std::shared_ptr<TokenKey> keyFrom(const TokenCertificate &certificate)
     const QByteArray info = certificate.parts.publicInfo.in(certificate.der);
     key->publicInfo = QByteArray(info.constData(), info.size());
     key->type = tokenTypeOf(key->publicInfo);
-    key->id = idForPublicKey(key->publicInfo);
+    key->id = keyIdentifierOf(key->publicInfo);
     return key;
 }
 

@@ -5,6 +5,7 @@
 #include "providers/pkcs11/contents/gostkeys.h"
 #include "providers/pkcs11/contents/objectsearch.h"
 #include "providers/pkcs11/contents/tokenreader.h"
+#include "qca/keys/publickeyfields.h"
 
 #include <openssl/rand.h>
 
@@ -208,7 +209,7 @@ TokenKeyPtr make(TokenConnection &connection, const GenerationRequest &request,
     const QByteArray publicInfo = publicInfoOf(session, publicObject, request.type);
     if (publicInfo.isEmpty())
         throw Error(TokenError::DeviceFailure);
-    traces->ids.push_back(idForPublicKey(publicInfo));
+    traces->ids.push_back(keyIdentifierOf(publicInfo));
     setIds(session, publicObject, privateObject, traces->ids.back(), id);
     connection.noteWritten(session, publicObject, privateObject);
     const TokenKeyPtr made = connection.contents()->keyFor(publicInfo);
@@ -272,7 +273,7 @@ TokenKeyPtr generateKeyPair(TokenConnection &connection, Operation &operation,
 
 void removeKeyPair(TokenConnection &connection, const QByteArray &publicInfo)
 {
-    Traces traces = {{idForPublicKey(publicInfo)}, {}};
+    Traces traces = {{keyIdentifierOf(publicInfo)}, {}};
     if (const TokenKeyPtr key = connection.contents()->keyFor(publicInfo))
         traces.objects = {key->publicObject, key->privateObject};
     remove(connection, traces);

@@ -15,7 +15,7 @@ struct GenerationRequest {
     QByteArray digest; ///< GOST: DER identifier of the digest's parameters
 };
 
-/// Makes a key pair: private key sensitive and not extractable, CKA_ID as `idForPublicKey` gives
+/// Makes a key pair: private key sensitive and not extractable, CKA_ID as `keyIdentifierOf` gives
 /// it, where the token allows that to be set. An RSA pair whose exponent the token may have refused
 /// is tried once more with 65537. On failure nothing of it stays.
 /// Throws `Pkcs11::Error`.

@@ -8,6 +8,7 @@
 #include "qca/base/infotypes.h"
 #include "qca/base/secret.h"
 #include "qca/keys/keytypes.h"
+#include "qca/keys/publickeyfields.h"
 #include "qca/x509/names.h"
 
 #include <openssl/core_names.h>
@@ -67,12 +68,13 @@ void addNumbers(const EVP_PKEY *key, const Number (&numbers)[count], Template *o
     }
 }
 
-/// The curve's parameters in the algorithm of a SubjectPublicKeyInfo, behind the algorithm's OID.
-QByteArray curveParameters(const QByteArray &publicInfo)
+/// The curve's parameters and the point in the key's SubjectPublicKeyInfo, valid as long as `key`.
+PublicKeyFields ecFieldsOf(const KeyMaterial &key)
 {
-    const QByteArray algorithm = derContent(derContent(publicInfo, 0x30), 0x30);
-    const QByteArray oid = derContent(algorithm, 0x06);
-    return algorithm.mid(Der::write(0x06, oid).size());
+    PublicKeyFields fields;
+    if (!findPublicKeyFields(Der::sliceOf(key.publicInfo()), &fields))
+        throw Error(TokenError::NotSupported);
+    return fields;
 }
 
 void addNames(const QByteArray &id, const QString &label, Template *object)
@@ -97,16 +99,17 @@ void addRsaPrivateKey(const KeyMaterial &key, Template *object)
 
 void addEcPublicKey(const KeyMaterial &key, Template *object)
 {
+    const PublicKeyFields fields = ecFieldsOf(key);
     object->addNumber(CKA_KEY_TYPE, CKK_EC)
-        .add(CKA_EC_PARAMS, curveParameters(key.publicInfo()))
-        .add(CKA_EC_POINT, Der::write(0x04, publicKeyBits(key.publicInfo())));
+        .add(CKA_EC_PARAMS, fields.parameters.view())
+        .add(CKA_EC_POINT, Der::write(Der::OctetString, fields.key().view()));
 }
 
 void addEcPrivateKey(const KeyMaterial &key, Template *object)
 {
     const NumberBytes value(key.native(), OSSL_PKEY_PARAM_PRIV_KEY, size_t(key.bits() + 7) / 8);
     object->addNumber(CKA_KEY_TYPE, CKK_EC)
-        .add(CKA_EC_PARAMS, curveParameters(key.publicInfo()))
+        .add(CKA_EC_PARAMS, ecFieldsOf(key).parameters.view())
         .add(CKA_VALUE, value.data(), value.size());
 }
 
@@ -182,9 +185,9 @@ void fillPrivateKey(const KeyMaterial &key, const QByteArray &subject, const QBy
 
 QString commonNameOf(const TokenCertificate &certificate)
 {
-    const QByteArray der = certificate.parts.subject.in(certificate.der);
     QString text;
-    const QCA::CertificateInfoOrdered names = decodeName(Der::sliceOf(der));
+    const QCA::CertificateInfoOrdered names =
+        decodeName(certificate.parts.subject.sliceIn(certificate.der));
     for (const QCA::CertificateInfoPair &pair : names) {
         if (pair.type() == infoType(CommonNameInfo) && !pair.value().isEmpty())
             text = pair.value();

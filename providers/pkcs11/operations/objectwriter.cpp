@@ -6,6 +6,7 @@
 #include "providers/pkcs11/operations/objecttemplates.h"
 #include "providers/pkcs11/operations/writing.h"
 #include "qca/keys/gostpublickey.h"
+#include "qca/keys/publickeyfields.h"
 
 #include <QSet>
 
@@ -102,7 +103,7 @@ bool put(TokenConnection &connection, Writing &writing, const Wanted &wanted,
         return false;
     const QByteArray publicInfo = publicInfoIn(certificate);
     const TokenKeyPtr key = connection.contents()->keyFor(publicInfo);
-    certificate.id = key && !key->id.isEmpty() ? key->id : idForPublicKey(publicInfo);
+    certificate.id = key && !key->id.isEmpty() ? key->id : keyIdentifierOf(publicInfo);
     certificate.label = key && !key->label.isEmpty() ? key->label : label;
     if (certificate.label.isEmpty())
         certificate.label = commonNameOf(certificate);
@@ -144,7 +145,7 @@ struct WantedBundle {
                  const BundleToWrite &bundle)
     {
         const TokenKeyPtr known = connection.contents()->keyFor(bundle.key.publicInfo());
-        id = known && !known->id.isEmpty() ? known->id : idForPublicKey(bundle.key.publicInfo());
+        id = known && !known->id.isEmpty() ? known->id : keyIdentifierOf(bundle.key.publicInfo());
         lookForPair(writing, id, &privateHalf, &publicHalf);
         chain = lookForCertificates(connection, writing, bundle.chain);
     }
