@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/app/harness.h"
 
+#include <QDeadlineTimer>
 #include <QLocale>
 #include <QMutex>
 #include <QQmlComponent>
@@ -63,6 +64,18 @@ QQuickItem *findVisible(QQuickItem *from, const QString &name)
             return found;
     }
     return nullptr;
+}
+
+/// Where each visible item from `item` downwards is, how large and how clear.
+void appendLooks(const QQuickItem *item, QVector<qreal> &looks)
+{
+    if (!item->isVisible())
+        return;
+    looks << item->x() << item->y() << item->width() << item->height() << item->opacity()
+          << item->scale();
+    const QList<QQuickItem *> children = item->childItems();
+    for (const QQuickItem *child : children)
+        appendLooks(child, looks);
 }
 
 } // namespace
@@ -194,14 +207,66 @@ bool WindowDriver::clickItem(QQuickItem *item)
     return true;
 }
 
+void WindowDriver::waitForFrame()
+{
+    const int frames = m_meter->frames();
+    window()->update();
+    waitFor([&] { return m_meter->frames() > frames; }, 200);
+}
+
+bool WindowDriver::waitUntilStill(int ms)
+{
+    const QDeadlineTimer end(ms);
+    QVector<qreal> before;
+    do {
+        waitForFrame();
+        QVector<qreal> now;
+        appendLooks(window()->contentItem(), now);
+        if (now == before)
+            return true;
+        before.swap(now);
+    } while (!end.hasExpired());
+    return false;
+}
+
+bool WindowDriver::holds(const std::function<bool()> &condition, int ms)
+{
+    return !waitFor([&] { return !condition(); }, ms);
+}
+
+void WindowDriver::once(const std::function<bool()> &condition, const std::function<void()> &action)
+{
+    if (!m_watches)
+        m_watches = std::make_unique<QObject>();
+    auto *timer = new QTimer(m_watches.get());
+    connect(timer, &QTimer::timeout, timer, [=] {
+        if (!condition())
+            return;
+        // The action may end the test, and with it the watches.
+        const std::function<void()> own = action;
+        timer->stop();
+        timer->deleteLater();
+        own();
+    });
+    timer->start(20);
+}
+
+void WindowDriver::onceShown(const QString &name, const std::function<void()> &action)
+{
+    once([this, name] { return item(name) != nullptr; }, action);
+}
+
+void WindowDriver::forgetWatches()
+{
+    m_watches.reset();
+}
+
 void WindowDriver::settle(const QString &name)
 {
     // What was just shown lies where it will stay only after it was polished.
     QRectF before;
     for (int i = 0; i < 20; ++i) {
-        const int frames = m_meter->frames();
-        window()->update();
-        waitFor([&] { return m_meter->frames() > frames; }, 200);
+        waitForFrame();
         const QQuickItem *found = item(name);
         const QRectF now =
             found ? found->mapRectToScene({0, 0, found->width(), found->height()}) : QRectF();
@@ -279,7 +344,7 @@ bool WindowDriver::clickRow(int row)
     if (!list || row < 0)
         return false;
     QMetaObject::invokeMethod(list, "positionViewAtIndex", Q_ARG(int, row), Q_ARG(int, 4));
-    QTest::qWait(50);
+    waitUntilStill();
     QQuickItem *delegate = nullptr;
     QMetaObject::invokeMethod(list, "itemAtIndex", Q_RETURN_ARG(QQuickItem *, delegate),
                               Q_ARG(int, row));

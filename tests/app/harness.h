@@ -100,6 +100,18 @@ public:
     bool waitFor(const std::function<bool()> &condition, int ms = 15000);
     /// Waits for a visible item.
     bool waitForItem(const QString &name, int ms = 15000);
+    /// Waits until two frames after each other show every visible item at one place, at one size
+    /// and equally clear: what was shown last has been laid out and no dialog is on its way.
+    bool waitUntilStill(int ms = 5000);
+    /// For what must not happen, of which no event tells: true when `condition` held all the time.
+    bool holds(const std::function<bool()> &condition, int ms = 300);
+    /// Does `action` once as soon as `condition` holds, from a timer: an operation that was started
+    /// by a press returns only when it has ended, so nobody else could.
+    void once(const std::function<bool()> &condition, const std::function<void()> &action);
+    /// The same, as soon as a visible item has that name.
+    void onceShown(const QString &name, const std::function<void()> &action);
+    /// Drops those actions whose time has not come.
+    void forgetWatches();
     /// The row of the current list whose name is `name`, or -1.
     int rowNamed(const QString &name) const;
     bool clickRow(int row);
@@ -115,9 +127,11 @@ public:
 private:
     /// Waits until the item no longer moves.
     void settle(const QString &name);
+    void waitForFrame();
 
     Trivex::Application m_application;
     std::unique_ptr<FrameMeter> m_meter;
+    std::unique_ptr<QObject> m_watches; ///< the parent of their timers
 };
 
 } // namespace TrivexTest

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/app/pages.h"
 
+#include "tests/app/steps.h"
+
 #include <QDir>
 #include <QGuiApplication>
 #include <QImage>
@@ -68,7 +70,7 @@ void showLockedBundle(WindowDriver &driver, const SampleData &data)
     driver.waitFor([&] { return driver.isOpen(QStringLiteral("importDialog")); });
     // The first, empty try has ended, and the dialog has its size.
     driver.waitForItem(QStringLiteral("importProblem"));
-    QTest::qWait(100);
+    driver.waitUntilStill();
 }
 
 void showImportDialog(WindowDriver &driver, const SampleData &data)
@@ -203,12 +205,14 @@ QStringList pageNames()
     return names;
 }
 
-bool visitPage(WindowDriver &driver, const SampleData &data, const QString &page)
+namespace {
+
+bool showPage(WindowDriver &driver, const SampleData &data, const QString &page)
 {
     QObject *window = driver.window();
     const auto show = [&](const QString &key) {
         QMetaObject::invokeMethod(window, "show", Q_ARG(QVariant, key));
-        QTest::qWait(150);
+        driver.waitUntilStill();
     };
     const auto openRow = [&] {
         driver.waitFor([&] { return driver.rowCount() > 0; }, 5000);
@@ -259,11 +263,16 @@ bool visitPage(WindowDriver &driver, const SampleData &data, const QString &page
     return true;
 }
 
+} // namespace
+
+bool visitPage(WindowDriver &driver, const SampleData &data, const QString &page)
+{
+    return showPage(driver, data, page) && driver.waitUntilStill();
+}
+
 void leavePage(WindowDriver &driver)
 {
-    for (int i = 0; i < 3; ++i)
-        driver.key(Qt::Key_Escape);
-    QTest::qWait(100);
+    Steps(driver).escape();
 }
 
 } // namespace TrivexTest

@@ -33,7 +33,8 @@ private:
     QString m_picture;
 };
 
-/// Every page and dialog by name; `visitPage` brings the window to it and `leavePage` back. It
+/// Every page and dialog by name; `visitPage` brings the window to it, laid out,
+/// and `leavePage` back. It
 /// knows "locked-import" too, the import before the password, and "edit", a request's changes.
 QStringList pageNames();
 bool visitPage(WindowDriver &driver, const SampleData &data, const QString &page);

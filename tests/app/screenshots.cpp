@@ -32,7 +32,8 @@ bool take(const Look &look, const SampleData &data, const QString &directory, co
     QQuickWindow *window = driver.window();
     driver.setTheme(look.mode);
     window->resize(look.size);
-    QTest::qWait(1500);
+    driver.waitFor([&] { return driver.rowCount() > 0; });
+    driver.waitUntilStill();
     bool good = true;
     for (const QString &page : pageNames()) {
         if (!only.isEmpty() && page != only)
@@ -42,7 +43,7 @@ bool take(const Look &look, const SampleData &data, const QString &directory, co
             good = false;
         }
         QTest::mouseMove(window, {1, 1});
-        QTest::qWait(350);
+        driver.waitUntilStill();
         window->grabWindow().save(
             QStringLiteral("%1/%2-%3.png").arg(directory, QLatin1String(look.name), page));
         leavePage(driver);

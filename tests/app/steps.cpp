@@ -13,8 +13,11 @@ bool Steps::show(const char *category)
 {
     if (!m_driver.click(QStringLiteral("category-") + QLatin1String(category)))
         return false;
-    QTest::qWait(50);
-    return m_driver.window()->property("current").toString() == QLatin1String(category);
+    const bool isShown = m_driver.waitFor([&] {
+        return m_driver.window()->property("current").toString() == QLatin1String(category);
+    });
+    m_driver.waitUntilStill(1000); // a page on which something turns never is
+    return isShown;
 }
 
 bool Steps::drop(const QMimeData *data)
@@ -162,7 +165,8 @@ void Steps::escape()
 {
     for (int i = 0; i < 3; ++i)
         m_driver.key(Qt::Key_Escape);
-    QTest::qWait(100);
+    // A dialog that is fading away still swallows clicks.
+    m_driver.waitUntilStill();
 }
 
 PinRobot::PinRobot(WindowDriver &driver)

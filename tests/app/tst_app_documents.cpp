@@ -1,13 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "tests/app/steps.h"
-#include "tests/app/windowmain.h"
+#include "tests/app/windowtest.h"
 #include "tests/pkcs11/faultytoken.h"
-#include "tests/support/testcertificates.h"
 
 #include <QCryptographicHash>
 #include <QDir>
-#include <QLocale>
 #include <QtTest>
 
 #include <cstdio>
@@ -15,9 +12,6 @@
 using namespace TrivexTest;
 
 namespace {
-
-WindowEnvironment *environment = nullptr;
-FaultyToken *token = nullptr;
 
 QString digestOf(const QByteArray &data)
 {
@@ -37,13 +31,13 @@ bool replace(const QString &path, const QByteArray &contents)
 
 /// The document that is signed or checked is the file of that moment, whatever was done to it since
 /// it was opened.
-class TestAppDocuments : public QObject {
+class TestAppDocuments : public TokenWindowTest<FaultyToken> {
     Q_OBJECT
+public:
+    using TokenWindowTest::TokenWindowTest;
+
 private Q_SLOTS:
-    void initTestCase();
     void init();
-    void cleanup();
-    void cleanupTestCase();
 
     void changedBeforeItIsChecked_data();
     void changedBeforeItIsChecked();
@@ -60,6 +54,10 @@ private Q_SLOTS:
     void signatureWhereNothingCanBeWritten();
 
 private:
+    void prepare() override;
+    void arrive() override;
+    void restore() override { m_token.control(); }
+
     QString open(const char *name, const QByteArray &contents);
     QString digest() const;
     /// Changes the file in one of the ways in which files change.
@@ -69,57 +67,36 @@ private:
     QString result() const { return m_steps->text("signResult"); }
     /// What a signature was made of: the digest in words, as its key reads it back.
     QString signedText(const QString &signature) const;
-
-    TestAuthority m_authority;
-    std::unique_ptr<WindowDriver> m_window;
-    std::unique_ptr<Steps> m_steps;
-    std::unique_ptr<PinRobot> m_robot;
 };
 
-void TestAppDocuments::initTestCase()
+void TestAppDocuments::prepare()
 {
-    QVERIFY(m_authority.isValid());
     const QString id = QStringLiteral("01");
-    QVERIFY(token->token().generateKeyPair(QStringLiteral("rsa:2048"), id, id));
-    QVERIFY(token->token().writeObject(
+    QVERIFY(m_token.token().generateKeyPair(QStringLiteral("rsa:2048"), id, id));
+    QVERIFY(m_token.token().writeObject(
         QStringLiteral("cert"),
-        m_authority.issue(token->token().publicKey(id), QStringLiteral("/CN=Signer")), id, id));
-    QVERIFY(
-        !writeTestFile(m_authority.file(QStringLiteral("signer.der")), token->token().publicKey(id))
-             .isEmpty());
-    m_window = std::make_unique<WindowDriver>();
-    m_steps = std::make_unique<Steps>(*m_window);
-    m_robot = std::make_unique<PinRobot>(*m_window);
-    m_robot->answer(QString::fromLatin1(TestToken::pin()));
+        m_authority.issue(m_token.token().publicKey(id), QStringLiteral("/CN=Signer")), id, id));
+    QVERIFY(!writeTestFile(m_authority.file(QStringLiteral("signer.der")),
+                           m_token.token().publicKey(id))
+                 .isEmpty());
+}
+
+void TestAppDocuments::arrive()
+{
+    answerPins(rightPin());
     QVERIFY(m_window->waitFor([&] { return m_window->rowNamed(QStringLiteral("Signer")) >= 0; }));
 }
 
 void TestAppDocuments::init()
 {
-    QVERIFY(m_steps->show("sign"));
-    m_window->takeWarnings();
-}
-
-void TestAppDocuments::cleanup()
-{
-    if (QTest::currentTestFailed())
-        m_steps->savePicture(QTest::currentTestFunction());
-    token->control();
-    m_steps->escape();
+    // From elsewhere, so that the page is a new one.
     QVERIFY(m_steps->show("personal"));
-    const QStringList warnings = m_window->takeWarnings();
-    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
-}
-
-void TestAppDocuments::cleanupTestCase()
-{
-    m_robot.reset();
-    m_window.reset();
+    QVERIFY(m_steps->show("sign"));
 }
 
 QString TestAppDocuments::open(const char *name, const QByteArray &contents)
 {
-    const QString path = writeTestFile(environment->file(QString::fromUtf8(name)), contents);
+    const QString path = writeTestFile(inHome(QString::fromUtf8(name)), contents);
     QFile::remove(path + QStringLiteral(".sig"));
     m_steps->openFile(path);
     m_steps->waitEnabled("doSign");
@@ -200,7 +177,7 @@ void TestAppDocuments::changedWhileItIsChecked()
 {
     const QString path = open("moving.txt", "Here\n");
     QCOMPARE(work("doSign"), qtTrId("trivex-app-signed"));
-    QTimer::singleShot(500, this, [&] { QVERIFY(replace(path, "There\n")); });
+    m_window->onceShown(QStringLiteral("signBusy"), [&] { QVERIFY(replace(path, "There\n")); });
     QCOMPARE(work("doVerify"), qtTrId("trivex-app-document-changed"));
     QCOMPARE(digest(), digestOf("There\n"));
     QCOMPARE(work("doVerify"), qtTrId("trivex-app-refused"));
@@ -209,7 +186,7 @@ void TestAppDocuments::changedWhileItIsChecked()
 void TestAppDocuments::changedWhileItIsSigned()
 {
     const QString path = open("moving.txt", "Here\n");
-    QTimer::singleShot(500, this, [&] { QVERIFY(replace(path, "There\n")); });
+    m_window->onceShown(QStringLiteral("signBusy"), [&] { QVERIFY(replace(path, "There\n")); });
     QCOMPARE(work("doSign"), qtTrId("trivex-app-document-changed"));
     QCOMPARE(digest(), digestOf("There\n"));
     QCOMPARE(work("doSign"), qtTrId("trivex-app-signed"));
@@ -270,15 +247,15 @@ void TestAppDocuments::signatureOverAFile()
     const QString path = open("over.txt", "Text\n");
     const QString file = path + QStringLiteral(".sig");
     QVERIFY(!writeTestFile(file, "precious").isEmpty());
-    token->forget();
+    m_token.forget();
     // Asked before the token is; left, nothing has happened.
     QVERIFY(m_steps->press("doSign"));
     QVERIFY(m_steps->waitOpen("signReplaceDialog"));
     QVERIFY(m_window->click(QStringLiteral("replaceCancel")));
     QVERIFY(m_steps->waitClosed("signReplaceDialog"));
-    QTest::qWait(300);
-    QVERIFY(!m_window->item(QStringLiteral("signBusy")));
-    QCOMPARE(token->count("C_Sign"), 0);
+    QVERIFY(m_window->holds([&] {
+        return !m_window->item(QStringLiteral("signBusy")) && m_token.count("C_Sign") == 0;
+    }));
     QCOMPARE(QFileInfo(file).size(), qint64(8));
     QVERIFY(m_steps->press("doSign"));
     QVERIFY(m_window->click(QStringLiteral("replaceConfirm")));
@@ -286,7 +263,7 @@ void TestAppDocuments::signatureOverAFile()
     QCOMPARE(signedText(file), digestOf("Text\n"));
     // A leave is for one signature. One that comes in between is asked about as well.
     QVERIFY(QFile::remove(file));
-    QTimer::singleShot(500, this, [&] { writeTestFile(file, "precious"); });
+    m_window->onceShown(QStringLiteral("signBusy"), [&] { writeTestFile(file, "precious"); });
     QVERIFY(m_steps->press("doSign"));
     QVERIFY(m_steps->waitOpen("signReplaceDialog"));
     QCOMPARE(QFileInfo(file).size(), qint64(8));
@@ -308,7 +285,7 @@ void TestAppDocuments::signatureOpened()
              path + QStringLiteral(".sig"));
     QCOMPARE(work("doVerify"), qtTrId("trivex-app-verified"));
     // Without its document it waits for one.
-    const QString moved = environment->file(QStringLiteral("elsewhere.sig"));
+    const QString moved = inHome(QStringLiteral("elsewhere.sig"));
     QVERIFY(QFile::rename(path + QStringLiteral(".sig"), moved));
     m_steps->openFile(moved);
     QCOMPARE(result(), qtTrId("trivex-app-signature-opened"));
@@ -322,23 +299,16 @@ void TestAppDocuments::signatureWhereNothingCanBeWritten()
 {
     const QString path = open("blocked.txt", "Text\n");
     QVERIFY(QDir().mkpath(path + QStringLiteral(".sig/inside")));
-    token->forget();
+    m_token.forget();
     QCOMPARE(work("doSign"), qtTrId("trivex-app-unwritten"));
     QCOMPARE(m_window->item(QStringLiteral("signResult"))->property("detail").toString(),
              qtTrId("trivex-app-write-is-folder"));
-    QCOMPARE(token->count("C_Sign"), 0);
+    QCOMPARE(m_token.count("C_Sign"), 0);
 }
 
 int main(int argc, char **argv)
 {
-    WindowEnvironment display;
-    FaultyToken faulty(QStringLiteral("Токен Е"));
-    return TrivexTest::runWindowTest<TestAppDocuments>(
-        argc, argv, {display.problem(), faulty.token().problem()}, [&] {
-            faulty.useInThisProcess();
-            environment = &display;
-            token = &faulty;
-        });
+    return runTokenWindowTest<TestAppDocuments, FaultyToken>(argc, argv, QStringLiteral("Токен Е"));
 }
 
 #include "tst_app_documents.moc"

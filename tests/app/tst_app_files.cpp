@@ -1,16 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "app/singleinstance.h"
-#include "tests/app/steps.h"
-#include "tests/app/windowmain.h"
-#include "tests/support/testcertificates.h"
+#include "tests/app/windowtest.h"
 #include "tests/support/testtoken.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QLocale>
 #include <QMimeData>
 #include <QPushButton>
 #include <QtTest>
@@ -18,14 +15,6 @@
 using namespace TrivexTest;
 
 namespace {
-
-WindowEnvironment *environment = nullptr;
-TestToken *token = nullptr;
-
-QString rightPin()
-{
-    return QString::fromLatin1(TestToken::pin());
-}
 
 QByteArray contents(const QString &path)
 {
@@ -49,13 +38,13 @@ QFileDialog *fileDialog()
 
 /// Every way in which a file comes to the window: dropped, chosen, named on the command line, sent
 /// by a second start. What it is, its content says.
-class TestAppFiles : public QObject {
+class TestAppFiles : public TokenWindowTest<TestToken> {
     Q_OBJECT
+public:
+    using TokenWindowTest::TokenWindowTest;
+
 private Q_SLOTS:
-    void initTestCase();
     void init();
-    void cleanup();
-    void cleanupTestCase();
 
     void dropOne_data();
     void dropOne();
@@ -74,9 +63,13 @@ private Q_SLOTS:
     void commandLine();
 
 private:
+    void prepare() override;
+    void arrive() override;
+    void restore() override;
+
     QString make(const char *name, const QByteArray &contents) const
     {
-        return writeTestFile(environment->file(QString::fromUtf8(name)), contents);
+        return writeTestFile(inHome(QString::fromUtf8(name)), contents);
     }
     bool answerDialog(const QString &path, bool accept = true);
     /// Exports the chosen row under this name, with one of the filters; -1 for the first.
@@ -87,16 +80,12 @@ private:
                                     QStringLiteral("-outform"), QStringLiteral("DER")});
     }
 
-    TestAuthority m_authority;
-    std::unique_ptr<WindowDriver> m_window;
-    std::unique_ptr<Steps> m_steps;
     QString m_certificate;
     QString m_bundle;
 };
 
-void TestAppFiles::initTestCase()
+void TestAppFiles::prepare()
 {
-    QVERIFY(m_authority.isValid());
     // Named as something else, with a blank and letters that URLs escape.
     m_certificate = make("in/Корневой сертификат.txt", toPem(m_authority.certificate()));
     m_bundle = m_authority.bundle(
@@ -104,33 +93,24 @@ void TestAppFiles::initTestCase()
          QStringLiteral("rsa_keygen_bits:2048")},
         QStringLiteral("/CN=Pavel Petrov"), QStringLiteral("secret"), QStringLiteral("Петров"));
     QVERIFY(!m_certificate.isEmpty() && !m_bundle.isEmpty());
-    m_window = std::make_unique<WindowDriver>();
-    m_steps = std::make_unique<Steps>(*m_window);
-    QVERIFY(m_window->waitForItem(QStringLiteral("token-") + token->label()));
+}
+
+void TestAppFiles::arrive()
+{
+    QVERIFY(m_window->waitForItem(QStringLiteral("token-") + m_token.label()));
 }
 
 void TestAppFiles::init()
 {
+    QVERIFY(m_steps->waitClosed("importDialog"));
     QVERIFY(m_steps->show("personal"));
-    m_window->takeWarnings();
 }
 
-void TestAppFiles::cleanup()
+void TestAppFiles::restore()
 {
-    if (QTest::currentTestFailed())
-        m_steps->savePicture(QTest::currentTestFunction());
     if (QFileDialog *dialog = fileDialog())
         dialog->reject();
     m_window->window()->requestActivate();
-    m_steps->escape();
-    QVERIFY(m_steps->waitClosed("importDialog"));
-    const QStringList warnings = m_window->takeWarnings();
-    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
-}
-
-void TestAppFiles::cleanupTestCase()
-{
-    m_window.reset();
 }
 
 void TestAppFiles::dropOne_data()
@@ -144,7 +124,7 @@ void TestAppFiles::dropOne_data()
          QStringLiteral("/dev/null"), QStringLiteral("-subj"), QStringLiteral("/CN=Asker")});
     const QByteArray key = m_authority.openssl(
         {QStringLiteral("genpkey"), QStringLiteral("-algorithm"), QStringLiteral("ed25519")});
-    QDir().mkpath(environment->file(QStringLiteral("a folder")));
+    QDir().mkpath(inHome(QStringLiteral("a folder")));
     QTest::newRow("certificate") << m_certificate << QString() << true;
     QTest::newRow("DER certificate")
         << make("in/ca.der", m_authority.certificate()) << QString() << true;
@@ -152,10 +132,10 @@ void TestAppFiles::dropOne_data()
                              << false;
     QTest::newRow("private key") << make("in/key.pem", key) << qtTrId("trivex-app-kind-key")
                                  << false;
-    QTest::newRow("folder") << environment->file(QStringLiteral("a folder"))
+    QTest::newRow("folder") << inHome(QStringLiteral("a folder"))
                             << qtTrId("trivex-app-read-folder") << false;
     QTest::newRow("empty") << make("in/empty.pem", {}) << qtTrId("trivex-app-read-empty") << false;
-    QTest::newRow("gone") << environment->file(QStringLiteral("in/gone.pem"))
+    QTest::newRow("gone") << inHome(QStringLiteral("in/gone.pem"))
                           << qtTrId("trivex-app-read-missing") << false;
     QTest::newRow("damaged certificate")
         << make("in/damaged.pem", "-----BEGIN CERTIFICATE-----\nMIIB\n-----END CERTIFICATE-----\n")
@@ -173,7 +153,7 @@ void TestAppFiles::dropOne()
     QCOMPARE(m_steps->waitEnabled("importAccept", importable ? 5000 : 300), importable);
     QVERIFY(m_window->click(QStringLiteral("importCancel")));
     QVERIFY(m_steps->waitClosed("importDialog"));
-    QCOMPARE(token->objectCount(), 0);
+    QCOMPARE(m_token.objectCount(), 0);
 }
 
 void TestAppFiles::dropBundle()
@@ -198,7 +178,7 @@ void TestAppFiles::dropOnTheSigningPage()
              QString::fromLatin1(
                  QCryptographicHash::hash("Dear all,\n", QCryptographicHash::Sha256).toHex()));
     // A folder is no document, which is said where the document would stand.
-    QVERIFY(m_steps->drop({QUrl::fromLocalFile(environment->home())}));
+    QVERIFY(m_steps->drop({QUrl::fromLocalFile(home())}));
     QVERIFY(m_window->waitForItem(QStringLiteral("documentProblem")));
     QCOMPARE(m_steps->text("documentProblem"), qtTrId("trivex-app-read-folder"));
     QVERIFY(!m_window->item(QStringLiteral("doSign"))->isEnabled());
@@ -240,8 +220,7 @@ void TestAppFiles::dropWithoutFiles()
     QVERIFY(!m_steps->drop(&text));
     // What lies elsewhere is not fetched.
     m_steps->drop({QUrl(QStringLiteral("https://example.org/ca.pem"))});
-    QTest::qWait(300);
-    QVERIFY(!m_window->isOpen(QStringLiteral("importDialog")));
+    QVERIFY(m_window->holds([&] { return !m_window->isOpen(QStringLiteral("importDialog")); }));
     QCOMPARE(m_window->window()->property("current").toString(), QStringLiteral("personal"));
 }
 
@@ -250,8 +229,7 @@ void TestAppFiles::dropWhileADialogIsOpen()
     QVERIFY(m_steps->drop({QUrl::fromLocalFile(m_certificate)}));
     QVERIFY(m_steps->waitEnabled("importAccept"));
     m_window->application().activate({m_bundle});
-    QTest::qWait(200);
-    QVERIFY(!m_window->item(QStringLiteral("bundlePassword")));
+    QVERIFY(m_window->holds([&] { return !m_window->item(QStringLiteral("bundlePassword")); }));
     QVERIFY(m_window->click(QStringLiteral("importCancel")));
     QVERIFY(m_window->waitForItem(QStringLiteral("bundlePassword")));
 }
@@ -302,8 +280,7 @@ void TestAppFiles::chooseToImport()
 {
     QVERIFY(m_window->click(QStringLiteral("importButton")));
     QVERIFY(answerDialog({}, false));
-    QTest::qWait(200);
-    QVERIFY(!m_window->isOpen(QStringLiteral("importDialog")));
+    QVERIFY(m_window->holds([&] { return !m_window->isOpen(QStringLiteral("importDialog")); }));
 
     // By keyboard, and a file that its name would not let one expect.
     m_window->key(Qt::Key_O, Qt::ControlModifier);
@@ -316,7 +293,7 @@ void TestAppFiles::chooseToImport()
     QVERIFY(m_window->click(QStringLiteral("importAccept")));
     QVERIFY(m_steps->answerPinUntil(
         rightPin(), [&] { return !m_window->isOpen(QStringLiteral("importDialog")); }));
-    QCOMPARE(token->objectCount(), 1);
+    QCOMPARE(m_token.objectCount(), 1);
 }
 
 void TestAppFiles::chooseWhereToExport()
@@ -325,7 +302,7 @@ void TestAppFiles::chooseWhereToExport()
     QVERIFY(
         m_window->waitFor([&] { return m_window->rowNamed(QStringLiteral("Test Root")) >= 0; }));
     QVERIFY(m_window->clickRow(m_window->rowNamed(QStringLiteral("Test Root"))));
-    const QString folder = environment->file(QStringLiteral("Папка для них"));
+    const QString folder = inHome(QStringLiteral("Папка для них"));
     QVERIFY(QDir().mkpath(folder));
     const QString pem = folder + QStringLiteral("/свой.pem");
     QVERIFY(exportAs(pem));
@@ -386,7 +363,7 @@ void TestAppFiles::exportWhereNothingCanBeWritten()
 {
     QVERIFY(m_steps->show("roots"));
     QVERIFY(m_window->clickRow(m_window->rowNamed(QStringLiteral("Test Root"))));
-    const QString folder = environment->file(QStringLiteral("taken/name.pem"));
+    const QString folder = inHome(QStringLiteral("taken/name.pem"));
     QVERIFY(QDir().mkpath(folder + QStringLiteral("/inside")));
     QObject *pane = m_window->object(QStringLiteral("detailsPane"));
     // As root nothing but the kernel's own folders refuses a file.
@@ -452,14 +429,7 @@ void TestAppFiles::commandLine()
 
 int main(int argc, char **argv)
 {
-    WindowEnvironment display;
-    TestToken software(QStringLiteral("Токен Г"));
-    return TrivexTest::runWindowTest<TestAppFiles>(argc, argv,
-                                                   {display.problem(), software.problem()}, [&] {
-                                                       software.useInThisProcess();
-                                                       environment = &display;
-                                                       token = &software;
-                                                   });
+    return runTokenWindowTest<TestAppFiles, TestToken>(argc, argv, QStringLiteral("Токен Г"));
 }
 
 #include "tst_app_files.moc"

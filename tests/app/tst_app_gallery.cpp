@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "app/environment.h"
-#include "tests/app/steps.h"
-#include "tests/app/windowmain.h"
+#include "tests/app/windowtest.h"
 
 #include <QDialogButtonBox>
 #include <QFileDialog>
@@ -50,6 +49,9 @@ QQuickItem *buttonNamed(QQuickItem *from, const QString &text)
 /// with its dialogs, and the texts that Qt brings.
 class TestAppGallery : public QObject {
     Q_OBJECT
+public:
+    explicit TestAppGallery(const WindowEnvironment &) { }
+
 private Q_SLOTS:
     void initTestCase();
     void cleanup();
@@ -111,8 +113,14 @@ void TestAppGallery::componentsAlone()
         item->setParentItem(qobject_cast<QQuickWindow *>(window.get())->contentItem());
     else if (made->metaObject()->indexOfMethod("open()") >= 0)
         QMetaObject::invokeMethod(made, "open");
-    QVERIFY(QTest::qWaitForWindowExposed(qobject_cast<QQuickWindow *>(window.get())));
-    QTest::qWait(100);
+    auto *shown = qobject_cast<QQuickWindow *>(window.get());
+    QSignalSpy frames(shown, &QQuickWindow::frameSwapped);
+    QVERIFY(QTest::qWaitForWindowExposed(shown));
+    // Warnings come with the layout and with what is drawn after it.
+    for (int i = 0; i < 3; ++i) {
+        shown->update();
+        QTRY_VERIFY(frames.count() > i);
+    }
 }
 
 void TestAppGallery::gallery()
@@ -132,9 +140,8 @@ void TestAppGallery::gallery()
                    {"trivex-app-error-title", "errorDialog"}, {"trivex-app-saved", "toast"},
                    {"trivex-app-colours-dark", nullptr},      {"trivex-app-colours-dark", nullptr}};
     for (const auto &one : dialogs) {
-        QTest::qWait(50);
-        QQuickItem *button = buttonNamed(window->contentItem(), qtTrId(one.button));
-        QVERIFY2(button, one.button);
+        QQuickItem *button = nullptr;
+        QTRY_VERIFY2((button = buttonNamed(window->contentItem(), qtTrId(one.button))), one.button);
         const QPointF middle = button->mapToScene({button->width() / 2, button->height() / 2});
         QTest::mouseClick(window, Qt::LeftButton, Qt::NoModifier, middle.toPoint());
         if (!one.opened)
@@ -175,7 +182,7 @@ void TestAppGallery::qtSpeaksRussian()
 int main(int argc, char **argv)
 {
     WindowEnvironment display;
-    return TrivexTest::runWindowTest<TestAppGallery>(argc, argv, {display.problem()}, [] {});
+    return runWindowTest<TestAppGallery>(argc, argv, display);
 }
 
 #include "tst_app_gallery.moc"

@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "tests/app/looks.h"
-#include "tests/app/pages.h"
-#include "tests/app/windowmain.h"
+#include "tests/app/samplewindowtest.h"
 
 #include <QLocale>
 #include <QtTest>
@@ -10,8 +9,6 @@
 using namespace TrivexTest;
 
 namespace {
-
-SampleData *data = nullptr;
 
 /// The controls of what has just opened, by Tab from where the focus is, once round.
 QList<QQuickItem *> roundByTab(WindowDriver &driver, Qt::Key key = Qt::Key_Tab)
@@ -45,8 +42,11 @@ bool isAfter(const QQuickItem *item, const QQuickItem *previous)
 } // namespace
 
 /// Where the focus goes, and whether every text has its room.
-class TestAppLayout : public QObject {
+class TestAppLayout : public SampleWindowTest {
     Q_OBJECT
+public:
+    using SampleWindowTest::SampleWindowTest;
+
 private Q_SLOTS:
     void dialogByTab_data();
     void dialogByTab();
@@ -56,15 +56,14 @@ private Q_SLOTS:
     void textsHaveRoom();
 
 private:
-    void openWindow(const char *locale, const QSize &size = {1180, 760});
-
-    std::unique_ptr<WindowDriver> m_window;
+    bool opensOneWindow() const override { return false; }
+    void open(const char *locale, const QSize &size = {1180, 760});
 };
 
-void TestAppLayout::openWindow(const char *locale, const QSize &size)
+void TestAppLayout::open(const char *locale, const QSize &size)
 {
     QLocale::setDefault(QLocale(QLatin1String(locale)));
-    m_window = std::make_unique<WindowDriver>();
+    openWindow();
     m_window->setTheme(1);
     m_window->window()->resize(size);
     QVERIFY(m_window->waitFor([&] { return m_window->rowCount() > 0; }));
@@ -104,10 +103,10 @@ void TestAppLayout::dialogByTab()
     QFETCH(QString, page);
     QFETCH(QString, dialog);
     QFETCH(QString, first);
-    openWindow("en_US");
-    QVERIFY(visitPage(*m_window, *data, page));
+    open("en_US");
+    QVERIFY(visitPage(*m_window, m_data, page));
     QVERIFY(m_window->waitFor([&] { return m_window->isOpen(dialog); }));
-    QTest::qWait(100);
+    m_window->waitUntilStill();
     QQuickItem *focus = m_window->window()->activeFocusItem();
     QVERIFY(focus);
     QCOMPARE(describeItem(focus), describeItem(m_window->item(first)));
@@ -142,7 +141,6 @@ void TestAppLayout::dialogByTab()
     QCOMPARE(back, round);
     leavePage(*m_window);
     QVERIFY(m_window->waitFor([&] { return !m_window->isOpen(dialog); }));
-    m_window.reset();
 }
 
 void TestAppLayout::actionsStandInOneLine_data()
@@ -160,8 +158,8 @@ void TestAppLayout::actionsStandInOneLine()
 {
     QFETCH(QString, page);
     QFETCH(QString, locale);
-    openWindow(qPrintable(locale));
-    QVERIFY(visitPage(*m_window, *data, page));
+    open(qPrintable(locale));
+    QVERIFY(visitPage(*m_window, m_data, page));
     const auto middle = [&](const char *name) {
         const QQuickItem *button = m_window->item(QLatin1String(name));
         return button ? place(button).center().y() : -1;
@@ -171,7 +169,6 @@ void TestAppLayout::actionsStandInOneLine()
     for (const char *name : {page == QLatin1String("details") ? "signButton" : "editButton",
                              "removeButton", "copyButton"})
         QVERIFY2(qAbs(middle(name) - line) <= 1, name);
-    m_window.reset();
 }
 
 void TestAppLayout::textsHaveRoom_data()
@@ -188,13 +185,12 @@ void TestAppLayout::textsHaveRoom()
 {
     QFETCH(QString, locale);
     QFETCH(int, width);
-    openWindow(qPrintable(locale), {width, 760});
+    open(qPrintable(locale), {width, 760});
     QStringList faults;
     const QStringList pages =
         pageNames() + QStringList{QStringLiteral("locked-import"), QStringLiteral("edit")};
     for (const QString &page : pages) {
-        QVERIFY2(visitPage(*m_window, *data, page), qPrintable(page));
-        QTest::qWait(50);
+        QVERIFY2(visitPage(*m_window, m_data, page), qPrintable(page));
         int texts = 0;
         visitItems(m_window->window()->contentItem(), [&](QQuickItem *item) {
             texts += item->inherits("QQuickText");
@@ -206,16 +202,12 @@ void TestAppLayout::textsHaveRoom()
         QVERIFY2(texts > 3, qPrintable(page));
         leavePage(*m_window);
     }
-    m_window.reset();
     QVERIFY2(faults.isEmpty(), qPrintable(QLatin1Char('\n') + faults.join(QLatin1Char('\n'))));
 }
 
 int main(int argc, char **argv)
 {
-    WindowEnvironment display;
-    SampleData sample(display);
-    return TrivexTest::runWindowTest<TestAppLayout>(
-        argc, argv, {display.problem(), sample.problem()}, [&] { data = &sample; });
+    return runSampleWindowTest<TestAppLayout>(argc, argv);
 }
 
 #include "tst_app_layout.moc"

@@ -1,8 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "tests/app/pages.h"
-#include "tests/app/steps.h"
-#include "tests/app/windowmain.h"
+#include "tests/app/samplewindowtest.h"
 
 #include <QClipboard>
 #include <QFontDatabase>
@@ -14,18 +12,6 @@ using namespace TrivexTest;
 
 namespace {
 
-SampleData *data = nullptr;
-
-void visit(QQuickItem *item, const std::function<void(QQuickItem *)> &look)
-{
-    if (!item->isVisible())
-        return;
-    look(item);
-    const QList<QQuickItem *> children = item->childItems();
-    for (QQuickItem *child : children)
-        visit(child, look);
-}
-
 QString personName()
 {
     return QStringLiteral("Иванова Мария Петровна");
@@ -35,13 +21,13 @@ QString personName()
 
 /// Lists, search, details, keys and what the window remembers, over a token and files that have
 /// something in each category.
-class TestAppLists : public QObject {
+class TestAppLists : public SampleWindowTest {
     Q_OBJECT
+public:
+    using SampleWindowTest::SampleWindowTest;
+
 private Q_SLOTS:
-    void initTestCase();
     void init();
-    void cleanup();
-    void cleanupTestCase();
 
     void searchInEveryList_data();
     void searchInEveryList();
@@ -61,6 +47,9 @@ private Q_SLOTS:
     void windowIsRemembered();
 
 private:
+    void prepare() override;
+    void arrive() override;
+
     bool addNumbers(const QString &name, const QString &numbers) const;
     QStringList shownTexts() const;
     bool openRow(const char *category, const QString &name);
@@ -69,10 +58,6 @@ private:
     {
         return list()->property("model").value<QAbstractItemModel *>();
     }
-
-    TestAuthority m_authority;
-    std::unique_ptr<WindowDriver> m_window;
-    std::unique_ptr<Steps> m_steps;
 };
 
 // The openssl program has no name for INNLE; its configuration gives it one.
@@ -92,7 +77,7 @@ bool TestAppLists::addNumbers(const QString &name, const QString &numbers) const
     return !pem.isEmpty() && !writeTestFile(folder + name + QStringLiteral(".pem"), pem).isEmpty();
 }
 
-void TestAppLists::initTestCase()
+void TestAppLists::prepare()
 {
     QVERIFY(addNumbers(QStringLiteral("Right numbers"),
                        QStringLiteral("/1.2.643.3.131.1.1=500100732259/1.2.643.100.3=11223344595"
@@ -102,8 +87,10 @@ void TestAppLists::initTestCase()
                        QStringLiteral("/1.2.643.3.131.1.1=500100732258/1.2.643.100.3=11223344596"
                                       "/1.2.643.100.1=1027700132196/innle=7707083894"
                                       "/1.2.643.100.5=304500116000158")));
-    m_window = std::make_unique<WindowDriver>();
-    m_steps = std::make_unique<Steps>(*m_window);
+}
+
+void TestAppLists::arrive()
+{
     QVERIFY(m_window->waitFor([&] { return m_window->rowNamed(personName()) >= 0; }));
 }
 
@@ -111,28 +98,13 @@ void TestAppLists::init()
 {
     QVERIFY(m_steps->show("personal"));
     QVERIFY(m_window->waitFor([&] { return m_window->rowCount() > 0; }));
-    m_window->takeWarnings();
-}
-
-void TestAppLists::cleanup()
-{
-    if (QTest::currentTestFailed())
-        m_steps->savePicture(QTest::currentTestFunction());
-    m_steps->escape();
-    const QStringList warnings = m_window->takeWarnings();
-    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
-}
-
-void TestAppLists::cleanupTestCase()
-{
-    m_window.reset();
 }
 
 QStringList TestAppLists::shownTexts() const
 {
     QStringList texts;
-    visit(m_window->window()->contentItem(),
-          [&](QQuickItem *item) { texts += item->property("text").toString(); });
+    visitItems(m_window->window()->contentItem(),
+               [&](QQuickItem *item) { texts += item->property("text").toString(); });
     texts.removeAll(QString());
     return texts;
 }
@@ -204,7 +176,8 @@ void TestAppLists::countsStayWhileSearching()
     QCOMPARE(count("category-users"), 4);
     QCOMPARE(count("category-requests"), 1);
     QCOMPARE(
-        m_window->item(QStringLiteral("token-") + data->tokenName())->property("count").toInt(), 3);
+        m_window->item(QStringLiteral("token-") + m_data.tokenName())->property("count").toInt(),
+        3);
     const int before = count("category-personal");
     QVERIFY(m_window->fill(QStringLiteral("searchField"), QStringLiteral("no such name")));
     QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == 0; }));
@@ -247,10 +220,10 @@ void TestAppLists::sectionsByStore()
 {
     const QStringList before = shownTexts();
     // In a category the store heads its rows; on the token's own page it would only repeat it.
-    QVERIFY(before.count(data->tokenName()) >= 2);
-    QVERIFY(m_window->click(QStringLiteral("token-") + data->tokenName()));
+    QVERIFY(before.count(m_data.tokenName()) >= 2);
+    QVERIFY(m_window->click(QStringLiteral("token-") + m_data.tokenName()));
     QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == 3; }));
-    QVERIFY(shownTexts().contains(data->tokenName()));
+    QVERIFY(shownTexts().contains(m_data.tokenName()));
 }
 
 void TestAppLists::keyboardAlone()
@@ -290,7 +263,7 @@ void TestAppLists::valuesAreCopied()
     // One value alone, selected and copied by keyboard; it can't be changed.
     QQuickItem *serial = nullptr;
     QQuickItem *fixedOne = nullptr;
-    visit(m_window->window()->contentItem(), [&](QQuickItem *item) {
+    visitItems(m_window->window()->contentItem(), [&](QQuickItem *item) {
         if (!item->inherits("QQuickTextEdit") || !item->parentItem())
             return;
         if (item->parentItem()->property("fixedWidth").toBool() && !fixedOne)
@@ -314,7 +287,7 @@ void TestAppLists::identifiersOnDisplay()
     // Number and flag of each row that has one; a row is told by its label and flag.
     const auto flagged = [&] {
         QStringList values;
-        visit(m_window->window()->contentItem(), [&](QQuickItem *item) {
+        visitItems(m_window->window()->contentItem(), [&](QQuickItem *item) {
             if (item->property("label").isValid() && !item->property("flag").toString().isEmpty())
                 values += item->property("value").toString();
         });
@@ -382,7 +355,7 @@ void TestAppLists::removalNamesWhatGoes()
     QVERIFY(m_window->click(QStringLiteral("removeButton")));
     QVERIFY(m_steps->waitOpen("removeDialog"));
     QVERIFY(shownTexts().contains(qtTrId("trivex-app-remove-key-warning")));
-    QVERIFY(shownTexts().contains(qtTrId("trivex-app-remove-bundle-text").arg(data->tokenName())));
+    QVERIFY(shownTexts().contains(qtTrId("trivex-app-remove-bundle-text").arg(m_data.tokenName())));
     m_window->key(Qt::Key_Escape);
     QVERIFY(m_steps->waitClosed("removeDialog"));
     QVERIFY(m_window->rowNamed(personName()) >= 0);
@@ -429,11 +402,8 @@ void TestAppLists::windowIsRemembered()
 {
     m_window->window()->resize(1010, 655);
     m_window->setTheme(2, 1.15);
-    QTest::qWait(200);
-    m_steps.reset();
-    m_window.reset();
-    m_window = std::make_unique<WindowDriver>();
-    m_steps = std::make_unique<Steps>(*m_window);
+    QVERIFY(m_window->waitUntilStill());
+    openWindow();
     QVERIFY(m_window->waitFor([&] { return m_window->window()->size() == QSize(1010, 655); }));
     QVERIFY(m_window->click(QStringLiteral("settingsButton")));
     QVERIFY(m_steps->waitOpen("settingsDialog"));
@@ -444,10 +414,7 @@ void TestAppLists::windowIsRemembered()
 
 int main(int argc, char **argv)
 {
-    WindowEnvironment display;
-    SampleData sample(display);
-    return TrivexTest::runWindowTest<TestAppLists>(
-        argc, argv, {display.problem(), sample.problem()}, [&] { data = &sample; });
+    return runSampleWindowTest<TestAppLists>(argc, argv);
 }
 
 #include "tst_app_lists.moc"

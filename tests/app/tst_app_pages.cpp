@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "tests/app/looks.h"
-#include "tests/app/pages.h"
-#include "tests/app/windowmain.h"
+#include "tests/app/samplewindowtest.h"
 
 #include <QAccessible>
 #include <QLocale>
@@ -13,8 +12,6 @@
 using namespace TrivexTest;
 
 namespace {
-
-SampleData *data = nullptr;
 
 bool isControl(const QQuickItem *item)
 {
@@ -65,8 +62,11 @@ QStringList textsOf(const QQuickItem *item)
 } // namespace
 
 /// Looks at every page and dialog as a screen reader, a keyboard and a stranger would.
-class TestAppPages : public QObject {
+class TestAppPages : public SampleWindowTest {
     Q_OBJECT
+public:
+    using SampleWindowTest::SampleWindowTest;
+
 private Q_SLOTS:
     void everyPage_data();
     void everyPage();
@@ -78,12 +78,19 @@ private Q_SLOTS:
     void tabReachesEverything();
 
 private:
+    bool opensOneWindow() const override { return false; }
+    void open(const QString &locale);
     void checkNames(const QString &page);
     void checkTexts(const QString &page, bool russian);
     void checkFits(const QString &page);
-
-    std::unique_ptr<WindowDriver> m_window;
 };
+
+void TestAppPages::open(const QString &locale)
+{
+    QLocale::setDefault(QLocale(locale));
+    openWindow();
+    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() > 0; }));
+}
 
 void TestAppPages::everyPage_data()
 {
@@ -104,22 +111,16 @@ void TestAppPages::everyPage()
     QFETCH(QSize, size);
     QFETCH(int, mode);
     QFETCH(double, scale);
-    QLocale::setDefault(QLocale(locale));
-    m_window = std::make_unique<WindowDriver>();
+    open(locale);
     m_window->setTheme(mode, scale);
     m_window->window()->resize(size);
-    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() > 0; }));
     for (const QString &page : pageNames()) {
-        QVERIFY2(visitPage(*m_window, *data, page), qPrintable(page));
-        QTest::qWait(50);
+        QVERIFY2(visitPage(*m_window, m_data, page), qPrintable(page));
         checkNames(page);
         checkTexts(page, locale.startsWith(QLatin1String("ru")));
         checkFits(page);
         leavePage(*m_window);
     }
-    const QStringList warnings = m_window->takeWarnings();
-    m_window.reset();
-    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
 }
 
 void TestAppPages::checkNames(const QString &page)
@@ -211,10 +212,8 @@ void TestAppPages::secretsStaySecret()
     QFETCH(QString, page);
     QFETCH(QString, dialog);
     QFETCH(QString, name);
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-    m_window = std::make_unique<WindowDriver>();
-    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() > 0; }));
-    QVERIFY(visitPage(*m_window, *data, page));
+    open(QStringLiteral("en_US"));
+    QVERIFY(visitPage(*m_window, m_data, page));
     if (!dialog.isEmpty())
         QMetaObject::invokeMethod(m_window->object(dialog), "open");
     QVERIFY(m_window->waitForItem(name));
@@ -243,7 +242,6 @@ void TestAppPages::secretsStaySecret()
             QVERIFY2(!text.contains(digit) || title.contains(digit), qPrintable(text));
     }
     leavePage(*m_window);
-    m_window.reset();
 }
 
 void TestAppPages::everyResultOfSigningHasWords_data()
@@ -256,10 +254,8 @@ void TestAppPages::everyResultOfSigningHasWords_data()
 void TestAppPages::everyResultOfSigningHasWords()
 {
     QFETCH(QString, locale);
-    QLocale::setDefault(QLocale(locale));
-    m_window = std::make_unique<WindowDriver>();
-    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() > 0; }));
-    QVERIFY(visitPage(*m_window, *data, QStringLiteral("sign")));
+    open(locale);
+    QVERIFY(visitPage(*m_window, m_data, QStringLiteral("sign")));
     QQuickItem *page = m_window->item(QStringLiteral("signPage"));
     QVERIFY(page);
     QObject *signer = page->findChild<QObject *>(QStringLiteral("signer"));
@@ -288,7 +284,6 @@ void TestAppPages::everyResultOfSigningHasWords()
         }
     }
     QCOMPARE(causes.size(), 3); // not signed, not genuine, no signature
-    m_window.reset();
 }
 
 void TestAppPages::tabReachesEverything_data()
@@ -301,11 +296,8 @@ void TestAppPages::tabReachesEverything_data()
 void TestAppPages::tabReachesEverything()
 {
     QFETCH(QString, page);
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-    m_window = std::make_unique<WindowDriver>();
-    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() > 0; }));
-    QVERIFY(visitPage(*m_window, *data, page));
-    QTest::qWait(100);
+    open(QStringLiteral("en_US"));
+    QVERIFY(visitPage(*m_window, m_data, page));
     // One round by Tab: it comes back to where it began, never stands still, and passes over every
     // enabled button of the page. It may begin on the page itself.
     m_window->key(Qt::Key_Tab);
@@ -331,15 +323,11 @@ void TestAppPages::tabReachesEverything()
                          __LINE__);
     });
     leavePage(*m_window);
-    m_window.reset();
 }
 
 int main(int argc, char **argv)
 {
-    WindowEnvironment display;
-    SampleData sample(display);
-    return TrivexTest::runWindowTest<TestAppPages>(
-        argc, argv, {display.problem(), sample.problem()}, [&] { data = &sample; });
+    return runSampleWindowTest<TestAppPages>(argc, argv);
 }
 
 #include "tst_app_pages.moc"

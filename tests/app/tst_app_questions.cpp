@@ -2,10 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "qca/tokens/tokenregistry.h"
 #include "qca/tokens/tokens.h"
-#include "tests/app/steps.h"
-#include "tests/app/windowmain.h"
+#include "tests/app/windowtest.h"
 #include "tests/pkcs11/faultytoken.h"
-#include "tests/support/testcertificates.h"
 
 #include <QtTest>
 
@@ -17,14 +15,6 @@ namespace {
 
 const QString First = QStringLiteral("Alpha");
 const QString Second = QStringLiteral("Beta");
-
-WindowEnvironment *environment = nullptr;
-FaultyToken *token = nullptr;
-
-QString rightPin()
-{
-    return QString::fromLatin1(TestToken::pin());
-}
 
 QString storeIdOf(const QString &name)
 {
@@ -45,13 +35,13 @@ bool isThere(const QString &name)
 } // namespace
 
 /// Two tokens that ask at the same time, in the real window; and what is shown of a key that hides.
-class TestAppQuestions : public QObject {
+class TestAppQuestions : public TokenWindowTest<FaultyToken> {
     Q_OBJECT
+public:
+    using TokenWindowTest::TokenWindowTest;
+
 private Q_SLOTS:
-    void initTestCase();
     void init();
-    void cleanup();
-    void cleanupTestCase();
 
     void rowSaysThatTheKeyIsNotSeen();
     void textBelongsToOneQuestion_data();
@@ -61,6 +51,10 @@ private Q_SLOTS:
     void signPageNamesTheTokenThatAsks();
 
 private:
+    void prepare() override;
+    void arrive() override;
+    void restore() override { m_token.control(); }
+
     /// Begins to write a certificate to the token with that name.
     void write(const QString &name);
     bool isOpen(const char *dialog) const { return m_window->isOpen(QLatin1String(dialog)); }
@@ -71,16 +65,12 @@ private:
     void startSigning(const char *name);
     void endQuestion(bool byPulling, const QByteArray &orders = {});
 
-    TestAuthority m_authority;
-    std::unique_ptr<WindowDriver> m_window;
-    std::unique_ptr<Steps> m_steps;
     const std::shared_ptr<std::atomic<int>> m_ended = std::make_shared<std::atomic<int>>(0);
 };
 
-void TestAppQuestions::initTestCase()
+void TestAppQuestions::prepare()
 {
-    QVERIFY(m_authority.isValid());
-    TestToken &first = token->token();
+    TestToken &first = m_token.token();
     const QString id = QStringLiteral("01");
     QVERIFY(first.addToken(Second));
     QVERIFY(first.generateKeyPair(QStringLiteral("rsa:2048"), id, QStringLiteral("key")));
@@ -90,8 +80,10 @@ void TestAppQuestions::initTestCase()
                         QStringLiteral("pubkey"), QStringLiteral("--id"), id})
                  .isNull());
     QVERIFY(first.writeObject(QStringLiteral("cert"), der, id, QStringLiteral("signer")));
-    m_window = std::make_unique<WindowDriver>();
-    m_steps = std::make_unique<Steps>(*m_window);
+}
+
+void TestAppQuestions::arrive()
+{
     for (const QString &name : {First, Second})
         QVERIFY(m_window->waitForItem(QStringLiteral("token-") + name));
     QVERIFY(m_window->waitFor([&] { return m_window->rowNamed(QStringLiteral("Signer")) >= 0; }));
@@ -100,28 +92,14 @@ void TestAppQuestions::initTestCase()
 void TestAppQuestions::init()
 {
     // Neither is logged in.
-    token->control("remove");
+    m_token.control("remove");
     QVERIFY(m_window->waitFor([] { return !isThere(First) && !isThere(Second); }));
-    token->control();
+    m_token.control();
     QVERIFY(m_window->waitFor([] { return isThere(First) && isThere(Second); }));
     QVERIFY(m_steps->show("personal"));
     QVERIFY(m_window->waitFor([&] { return m_window->rowNamed(QStringLiteral("Signer")) >= 0; }));
-    m_window->takeWarnings();
-    token->forget();
+    m_token.forget();
     *m_ended = 0;
-}
-
-void TestAppQuestions::cleanup()
-{
-    if (QTest::currentTestFailed())
-        m_steps->savePicture(QTest::currentTestFunction());
-    token->control();
-    m_steps->escape();
-}
-
-void TestAppQuestions::cleanupTestCase()
-{
-    m_window.reset();
 }
 
 void TestAppQuestions::write(const QString &name)
@@ -143,21 +121,15 @@ bool TestAppQuestions::isFlagged(const QString &name) const
 
 void TestAppQuestions::whenOpen(const char *dialog, const std::function<void()> &action)
 {
-    auto *timer = new QTimer(this);
-    connect(timer, &QTimer::timeout, this, [=] {
-        if (!isOpen(dialog) || !m_window->item(QStringLiteral("pinField")))
-            return;
-        timer->stop();
-        timer->deleteLater();
-        action();
-    });
-    timer->start(100);
+    m_window->once(
+        [this, dialog] { return isOpen(dialog) && m_window->item(QStringLiteral("pinField")); },
+        action);
 }
 
 void TestAppQuestions::startSigning(const char *name)
 {
     QVERIFY(m_steps->show("sign"));
-    m_steps->openFile(writeTestFile(environment->file(QLatin1String(name)), "Dear all"));
+    m_steps->openFile(writeTestFile(inHome(QLatin1String(name)), "Dear all"));
     QVERIFY(m_steps->waitEnabled("doSign"));
     QVERIFY(m_steps->press("doSign"));
 }
@@ -165,7 +137,7 @@ void TestAppQuestions::startSigning(const char *name)
 void TestAppQuestions::endQuestion(bool byPulling, const QByteArray &orders)
 {
     if (byPulling)
-        token->control(orders + "remove " + First.toLatin1());
+        m_token.control(orders + "remove " + First.toLatin1());
     else
         Trivex::TokenMonitor::cancel(storeIdOf(First));
 }
@@ -191,7 +163,7 @@ void TestAppQuestions::textBelongsToOneQuestion_data()
 void TestAppQuestions::textBelongsToOneQuestion()
 {
     QFETCH(bool, pulled);
-    token->control("final-try");
+    m_token.control("final-try");
     write(First);
     QVERIFY(m_steps->waitOpen("pinPromptDialog"));
     QCOMPARE(m_steps->text("pinTokenName"), First);
@@ -210,14 +182,13 @@ void TestAppQuestions::textBelongsToOneQuestion()
     QVERIFY(!consent->property("checked").toBool());
     QVERIFY(!m_window->item(QStringLiteral("pinAccept"))->isEnabled());
     QCOMPARE(m_steps->text("pinReplaced"), qtTrId("trivex-app-pin-replaced"));
-    QTest::qWait(900);
-    QCOMPARE(token->count("C_Login"), 0);
+    QVERIFY(m_window->holds([&] { return m_token.count("C_Login") == 0; }, 900));
     QVERIFY(m_window->fill(QStringLiteral("pinField"), rightPin()));
     QVERIFY(m_window->click(QStringLiteral("pinConsent")));
     QVERIFY(m_window->click(QStringLiteral("pinAccept")));
     QVERIFY(m_window->waitFor([&] { return *m_ended == 2; }));
-    QCOMPARE(token->count("C_Login"), 1);
-    QCOMPARE(token->countText("C_Login CKR_OK"), 1);
+    QCOMPARE(m_token.count("C_Login"), 1);
+    QCOMPARE(m_token.countText("C_Login CKR_OK"), 1);
     QVERIFY(m_steps->waitClosed("pinPromptDialog"));
 }
 
@@ -241,20 +212,20 @@ void TestAppQuestions::withdrawnSignature()
     QCOMPARE(asker, First);
     QVERIFY(m_steps->waitClosed("signPinDialog", 3000));
     // What was typed is kept for nothing: the next signature asks.
-    token->control();
+    m_token.control();
     QVERIFY(m_steps->show("personal"));
     QVERIFY(m_window->waitFor(
         [&] { return isThere(First) && m_window->rowNamed(QStringLiteral("Signer")) >= 0; }));
     bool asked = false;
     whenOpen("signPinDialog", [&] {
-        asked = token->count("C_Login") == 0;
+        asked = m_token.count("C_Login") == 0;
         m_window->click(QStringLiteral("pinCancel"));
     });
     startSigning("letter.txt");
     QVERIFY(m_window->waitFor([&] { return asked && !isOpen("signPinDialog"); }));
     QVERIFY(m_window->waitFor(
         [&] { return m_steps->text("signResult") == qtTrId("trivex-app-unsigned"); }));
-    QCOMPARE(token->count("C_Login"), 0);
+    QCOMPARE(m_token.count("C_Login"), 0);
 }
 
 void TestAppQuestions::signPageNamesTheTokenThatAsks()
@@ -279,19 +250,12 @@ void TestAppQuestions::signPageNamesTheTokenThatAsks()
         [&] { return m_steps->text("signResult") == qtTrId("trivex-app-signed"); }));
     QCOMPARE(asked, (QStringList{Second, First}));
     QCOMPARE(int(*m_ended), 1);
-    QCOMPARE(token->count("C_Login"), 1);
+    QCOMPARE(m_token.count("C_Login"), 1);
 }
 
 int main(int argc, char **argv)
 {
-    WindowEnvironment display;
-    FaultyToken faulty(First);
-    return TrivexTest::runWindowTest<TestAppQuestions>(
-        argc, argv, {display.problem(), faulty.token().problem()}, [&] {
-            faulty.useInThisProcess();
-            environment = &display;
-            token = &faulty;
-        });
+    return runTokenWindowTest<TestAppQuestions, FaultyToken>(argc, argv, First);
 }
 
 #include "tst_app_questions.moc"

@@ -1,14 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "tests/app/steps.h"
-#include "tests/app/windowmain.h"
+#include "tests/app/windowtest.h"
 #include "tests/pkcs11/faultytoken.h"
-#include "tests/support/testcertificates.h"
 
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
-#include <QLocale>
 #include <QUrl>
 #include <QtTest>
 
@@ -18,19 +15,6 @@
 using namespace TrivexTest;
 
 namespace {
-
-WindowEnvironment *environment = nullptr;
-FaultyToken *token = nullptr;
-
-QString rightPin()
-{
-    return QString::fromLatin1(TestToken::pin());
-}
-
-QString requestFile(const char *name)
-{
-    return environment->file(QStringLiteral("CertificateRequest/") + QString::fromUtf8(name));
-}
 
 QByteArray contents(const QString &path)
 {
@@ -42,13 +26,13 @@ QByteArray contents(const QString &path)
 
 /// A saved request is reopened, changed and signed again; and every way in which that fails leaves
 /// the file as it was.
-class TestAppRequests : public QObject {
+class TestAppRequests : public TokenWindowTest<FaultyToken> {
     Q_OBJECT
+public:
+    using TokenWindowTest::TokenWindowTest;
+
 private Q_SLOTS:
-    void initTestCase();
     void init();
-    void cleanup();
-    void cleanupTestCase();
 
     void folderIsOpened();
     void editedAndSignedAgain();
@@ -71,6 +55,13 @@ public Q_SLOTS:
     void noteOpened(const QUrl &url) { m_opened += url; }
 
 private:
+    void arrive() override;
+    void restore() override { m_token.control(); }
+
+    QString requestFile(const char *name) const
+    {
+        return inHome(QStringLiteral("CertificateRequest/") + QString::fromUtf8(name));
+    }
     bool openEditor(const QString &name);
     bool edit(const QString &field, const QString &text);
     /// Subject and signature of a request, as openssl reads them.
@@ -83,20 +74,12 @@ private:
     bool isTokenThere() const;
 
     QList<QUrl> m_opened;
-    TestAuthority m_authority;
-    std::unique_ptr<WindowDriver> m_window;
-    std::unique_ptr<Steps> m_steps;
-    std::unique_ptr<PinRobot> m_robot;
 };
 
-void TestAppRequests::initTestCase()
+void TestAppRequests::arrive()
 {
-    QVERIFY(m_authority.isValid());
-    m_window = std::make_unique<WindowDriver>();
-    m_steps = std::make_unique<Steps>(*m_window);
-    m_robot = std::make_unique<PinRobot>(*m_window);
-    m_robot->answer(rightPin());
-    QVERIFY(m_window->waitForItem(QStringLiteral("token-") + token->token().label()));
+    answerPins(rightPin());
+    QVERIFY(m_window->waitForItem(QStringLiteral("token-") + m_token.token().label()));
     QVERIFY(m_steps->startKey(QStringLiteral("edited"), rightPin()));
     QVERIFY(m_steps->waitForKey());
     QVERIFY(m_window->fill(QStringLiteral("commonNameInput"), QStringLiteral("Иванова Мария")));
@@ -116,31 +99,14 @@ void TestAppRequests::folderIsOpened()
 
 void TestAppRequests::init()
 {
-    m_window->takeWarnings();
-    m_robot->answer(rightPin());
+    answerPins(rightPin());
     // It may have been away.
     QVERIFY(m_window->waitFor([&] { return isTokenThere(); }));
 }
 
-void TestAppRequests::cleanup()
-{
-    if (QTest::currentTestFailed())
-        m_steps->savePicture(QTest::currentTestFunction());
-    token->control();
-    m_steps->escape();
-    const QStringList warnings = m_window->takeWarnings();
-    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
-}
-
-void TestAppRequests::cleanupTestCase()
-{
-    m_robot.reset();
-    m_window.reset();
-}
-
 bool TestAppRequests::isTokenThere() const
 {
-    const QQuickItem *item = m_window->item(QStringLiteral("token-") + token->token().label());
+    const QQuickItem *item = m_window->item(QStringLiteral("token-") + m_token.token().label());
     return item && item->property("note").toString().isEmpty();
 }
 
@@ -223,8 +189,9 @@ void TestAppRequests::nameChanges()
     QVERIFY(m_window->waitFor(
         [&] { return m_window->rowNamed(QStringLiteral("Петрова Мария")) >= 0; }));
     QCOMPARE(m_window->rowCount(), 1);
-    QTest::qWait(500);
-    QCOMPARE(m_steps->text("toastText"), qtTrId("trivex-app-saved"));
+    QTRY_COMPARE(m_steps->text("toastText"), qtTrId("trivex-app-saved"));
+    QVERIFY(m_window->holds(
+        [&] { return m_steps->text("toastText") == qtTrId("trivex-app-saved"); }, 500));
     // The edited one is the chosen one still.
     QVERIFY(m_window->waitForItem(QStringLiteral("detailsView")));
     const auto *header =
@@ -306,8 +273,7 @@ void TestAppRequests::wrongValuesAreRefused()
     const QString input = field + QStringLiteral("Input");
     QVERIFY(openEditor(QStringLiteral("Петрова Мария")));
     QVERIFY(edit(input, text));
-    QTest::qWait(300);
-    QVERIFY(m_window->isOpen(QStringLiteral("editRequestDialog")));
+    QVERIFY(m_window->holds([&] { return m_window->isOpen(QStringLiteral("editRequestDialog")); }));
     QVERIFY(!m_steps->flag(qPrintable(field + QStringLiteral("Field"))).isEmpty());
     QVERIFY(m_window->item(input)->hasActiveFocus());
     QCOMPARE(contents(file), before);
@@ -317,12 +283,12 @@ void TestAppRequests::nothingChanged()
 {
     const QString file = requestFile("Петрова Мария.csr");
     const QByteArray before = contents(file);
-    token->forget();
+    m_token.forget();
     QVERIFY(openEditor(QStringLiteral("Петрова Мария")));
     QVERIFY(m_window->click(QStringLiteral("editRequestSave")));
     QVERIFY(m_steps->waitClosed("editRequestDialog"));
     QCOMPARE(contents(file), before);
-    QCOMPARE(token->count("C_Sign"), 0);
+    QCOMPARE(m_token.count("C_Sign"), 0);
 }
 
 void TestAppRequests::diskIsFull()
@@ -359,7 +325,7 @@ void TestAppRequests::tokenIsGone()
     const QString file = requestFile("Петрова Мария.csr");
     const QByteArray before = contents(file);
     QVERIFY(openEditor(QStringLiteral("Петрова Мария")));
-    token->control("remove");
+    m_token.control("remove");
     QVERIFY(m_window->waitFor([&] { return !isTokenThere(); }));
     QVERIFY(edit(QStringLiteral("organizationInput"), QStringLiteral("Gone Ltd")));
     const QString cause = m_steps->takeError();
@@ -376,12 +342,11 @@ void TestAppRequests::signingFails()
     const QString file = requestFile("Петрова Мария.csr");
     const QByteArray before = contents(file);
     QVERIFY(openEditor(QStringLiteral("Петрова Мария")));
-    token->control("fail C_Sign * CKR_DEVICE_ERROR\nfail C_SignFinal * CKR_DEVICE_ERROR");
+    m_token.control("fail C_Sign * CKR_DEVICE_ERROR\nfail C_SignFinal * CKR_DEVICE_ERROR");
     QVERIFY(edit(QStringLiteral("organizationInput"), QStringLiteral("Failed Ltd")));
     // The token's own words, not those about a folder that is all right.
     QCOMPARE(m_steps->takeError(), qtTrId("trivex-app-cause-device"));
-    QTest::qWait(300);
-    QVERIFY(!m_window->isOpen(QStringLiteral("errorDialog")));
+    QVERIFY(m_window->holds([&] { return !m_window->isOpen(QStringLiteral("errorDialog")); }));
     m_window->takeWarnings();
     QCOMPARE(contents(file), before);
     QVERIFY(keepsTyped(QStringLiteral("Failed Ltd")));
@@ -391,21 +356,21 @@ void TestAppRequests::pinIsLeft()
 {
     const QString file = requestFile("Петрова Мария.csr");
     const QByteArray before = contents(file);
-    QVERIFY(token->replug(m_steps->tokenStoreId()));
-    token->forget();
+    QVERIFY(m_token.replug(m_steps->tokenStoreId()));
+    m_token.forget();
     QVERIFY(openEditor(QStringLiteral("Петрова Мария")));
     m_robot->leave();
     QVERIFY(edit(QStringLiteral("organizationInput"), QStringLiteral("Left Ltd")));
     QVERIFY(m_steps->waitClosed("pinPromptDialog"));
-    QTest::qWait(500);
-    QCOMPARE(token->count("C_Login"), 0);
+    // Leaving is no failure of a disk.
+    QVERIFY(m_window->holds([&] {
+        return m_token.count("C_Login") == 0 && !m_window->isOpen(QStringLiteral("errorDialog"));
+    }));
     QCOMPARE(contents(file), before);
     m_window->takeWarnings();
-    // Leaving is no failure of a disk.
-    QVERIFY(!m_window->isOpen(QStringLiteral("errorDialog")));
     QVERIFY(keepsTyped(QStringLiteral("Left Ltd")));
     // With the PIN the same is saved.
-    m_robot->answer(rightPin());
+    answerPins(rightPin());
     QVERIFY(m_window->click(QStringLiteral("editRequestSave")));
     QVERIFY(m_steps->waitClosed("editRequestDialog"));
     const QStringList wanted = {QStringLiteral("CN=Петрова Мария"), QStringLiteral("O=Left Ltd")};
@@ -460,11 +425,11 @@ void TestAppRequests::createdAtTheSecondTry()
     QVERIFY(!m_steps->flag("countryField").isEmpty());
     QVERIFY(m_window->item(QStringLiteral("countryInput"))->hasActiveFocus());
     QVERIFY(m_window->fill(QStringLiteral("countryInput"), QStringLiteral("ru")));
-    token->control("fail C_Sign * CKR_DEVICE_ERROR\nfail C_SignFinal * CKR_DEVICE_ERROR");
+    m_token.control("fail C_Sign * CKR_DEVICE_ERROR\nfail C_SignFinal * CKR_DEVICE_ERROR");
     QVERIFY(m_steps->press("createRequest"));
     QCOMPARE(m_steps->takeError(), qtTrId("trivex-app-cause-device"));
     m_window->takeWarnings();
-    token->control();
+    m_token.control();
     QVERIFY(m_window->fill(QStringLiteral("commonNameInput"), QStringLiteral("Bob")));
     QVERIFY(m_window->fill(QStringLiteral("organizationInput"), QString()));
     QVERIFY(m_steps->press("createRequest"));
@@ -485,14 +450,7 @@ void TestAppRequests::createdAtTheSecondTry()
 
 int main(int argc, char **argv)
 {
-    WindowEnvironment display;
-    FaultyToken faulty(QStringLiteral("Токен В"));
-    return TrivexTest::runWindowTest<TestAppRequests>(
-        argc, argv, {display.problem(), faulty.token().problem()}, [&] {
-            faulty.useInThisProcess();
-            environment = &display;
-            token = &faulty;
-        });
+    return runTokenWindowTest<TestAppRequests, FaultyToken>(argc, argv, QStringLiteral("Токен В"));
 }
 
 #include "tst_app_requests.moc"

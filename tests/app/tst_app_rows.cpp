@@ -1,11 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "tests/app/harness.h"
-#include "tests/app/windowmain.h"
-#include "tests/support/testcertificates.h"
+#include "tests/app/windowtest.h"
 
 #include <QDir>
-#include <QLocale>
 #include <QSaveFile>
 #include <QStandardPaths>
 #include <QThread>
@@ -18,6 +15,8 @@ using namespace TrivexTest;
 namespace {
 
 constexpr int Rows = 10000;
+/// Between two keys of a fast hand: the window has its turn after each, as it has with a person.
+constexpr int HandMs = 20;
 /// What a hand feels as at once; a build for inspection is several times slower.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr qint64 LimitMs = 1000;
@@ -41,10 +40,12 @@ QByteArray pem(const QByteArray &der)
 } // namespace
 
 /// Ten thousand certificates: nothing that the window does with them may be felt.
-class TestAppRows : public QObject {
+class TestAppRows : public WindowTest {
     Q_OBJECT
+public:
+    using WindowTest::WindowTest;
+
 private Q_SLOTS:
-    void initTestCase();
     void loading();
     void opening();
     void searching();
@@ -52,6 +53,9 @@ private Q_SLOTS:
     void startingWithAll();
 
 private:
+    void prepare() override;
+    void arrive() override { show("users"); }
+
     QString directory() const;
     void show(const char *category);
     void writeAll();
@@ -60,14 +64,11 @@ private:
     /// itself takes, and the frames, of the best of the tries.
     void check(const char *what, const std::function<void()> &action);
 
-    TestAuthority m_authority;
     QByteArray m_certificate;
-    std::unique_ptr<WindowDriver> m_window;
 };
 
-void TestAppRows::initTestCase()
+void TestAppRows::prepare()
 {
-    QVERIFY(m_authority.isValid());
     // One real certificate, its name overwritten: the signatures do not fit any more, which no
     // list looks at.
     m_certificate = m_authority.openssl(
@@ -78,8 +79,6 @@ void TestAppRows::initTestCase()
          QStringLiteral("900")});
     QVERIFY(m_certificate.contains("Person 00000"));
     QVERIFY(QDir().mkpath(directory()));
-    m_window = std::make_unique<WindowDriver>();
-    show("users");
 }
 
 QString TestAppRows::directory() const
@@ -117,10 +116,10 @@ void TestAppRows::writeAll()
 void TestAppRows::removeAll()
 {
     // With its directory, so that the list empties at once.
-    m_window.reset();
+    closeWindow();
     QVERIFY(QDir(directory()).removeRecursively());
     QVERIFY(QDir().mkpath(directory()));
-    m_window = std::make_unique<WindowDriver>();
+    openWindow();
     show("users");
 }
 
@@ -166,10 +165,10 @@ void TestAppRows::opening()
     check("opening", [&] {
         show("personal");
         QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == 0; }));
-        QTest::qWait(100);
+        QVERIFY(m_window->waitUntilStill());
         show("users");
         QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == Rows; }));
-        QTest::qWait(200);
+        QVERIFY(m_window->waitUntilStill());
     });
 }
 
@@ -179,16 +178,16 @@ void TestAppRows::searching()
     check("searching", [&] {
         for (const QChar c : QStringLiteral("person 0123")) {
             m_window->type(c);
-            QTest::qWait(30);
+            QTest::qWait(HandMs);
         }
         QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == 10; }));
         for (int i = 0; i < 3; ++i) {
             m_window->key(Qt::Key_Backspace);
-            QTest::qWait(30);
+            QTest::qWait(HandMs);
         }
         m_window->key(Qt::Key_Escape);
         QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == Rows; }));
-        QTest::qWait(100);
+        QVERIFY(m_window->waitUntilStill());
     });
 }
 
@@ -198,20 +197,19 @@ void TestAppRows::scrolling()
     check("scrolling", [&] {
         for (int i = 0; i < 40; ++i) {
             m_window->key(i % 4 == 3 ? Qt::Key_PageUp : Qt::Key_PageDown);
-            QTest::qWait(20);
+            QTest::qWait(HandMs);
         }
         m_window->key(Qt::Key_End);
-        QTest::qWait(200);
+        QVERIFY(m_window->waitUntilStill());
         m_window->key(Qt::Key_Home);
-        QTest::qWait(200);
+        QVERIFY(m_window->waitUntilStill());
     });
 }
 
 void TestAppRows::startingWithAll()
 {
     check("starting with all of them, searched while they come", [&] {
-        m_window.reset();
-        m_window = std::make_unique<WindowDriver>();
+        openWindow();
         show("users");
         QVERIFY(m_window->waitFor([&] { return m_window->rowCount() > 0; }));
         QVERIFY(m_window->click(QStringLiteral("searchField")));
@@ -220,14 +218,12 @@ void TestAppRows::startingWithAll()
         m_window->key(Qt::Key_Escape);
         QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == Rows; }, 60000));
     });
-    QVERIFY(m_window->takeWarnings().isEmpty());
-    m_window.reset();
 }
 
 int main(int argc, char **argv)
 {
     WindowEnvironment display;
-    return TrivexTest::runWindowTest<TestAppRows>(argc, argv, {display.problem()}, [] {});
+    return runWindowTest<TestAppRows>(argc, argv, display);
 }
 
 #include "tst_app_rows.moc"

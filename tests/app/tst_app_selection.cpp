@@ -1,11 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "tests/app/pages.h"
-#include "tests/app/steps.h"
-#include "tests/app/windowmain.h"
+#include "tests/app/windowtest.h"
 
 #include <QDir>
-#include <QLocale>
 #include <QStandardPaths>
 #include <QtTest>
 
@@ -13,21 +11,19 @@ using namespace TrivexTest;
 
 namespace {
 
-WindowEnvironment *environment = nullptr;
-
 const QString none = QStringLiteral("nothing");
 
 } // namespace
 
 /// What is highlighted, what is shown in detail and what would be removed are one and the same,
 /// whatever becomes of the list.
-class TestAppSelection : public QObject {
+class TestAppSelection : public WindowTest {
     Q_OBJECT
+public:
+    using WindowTest::WindowTest;
+
 private Q_SLOTS:
-    void initTestCase();
     void init();
-    void cleanup();
-    void cleanupTestCase();
 
     void byMouseAndKeys();
     void searchMovesTheRow();
@@ -42,6 +38,8 @@ private Q_SLOTS:
     void removalOfWhatHasGone();
 
 private:
+    void prepare() override;
+
     /// Chosen, by each of the three; told apart where they differ.
     QString chosen();
     QString highlighted() const;
@@ -51,22 +49,15 @@ private:
     QString userFile(const char *name) const;
     bool addUser(const char *name) const;
     QString addRequest(const QString &file, const char *subject) const;
-
-    TestAuthority m_authority;
-    std::unique_ptr<WindowDriver> m_window;
-    std::unique_ptr<Steps> m_steps;
 };
 
-void TestAppSelection::initTestCase()
+void TestAppSelection::prepare()
 {
-    QVERIFY(m_authority.isValid());
     for (const char *name : {"Anna", "Boris", "Clara", "Dmitri", "Elena"})
         QVERIFY(addUser(name));
     for (const char *name : {"Anna", "Boris", "Clara"}) {
         QVERIFY(!addRequest(QLatin1String(name) + QStringLiteral(".csr"), name).isEmpty());
     }
-    m_window = std::make_unique<WindowDriver>();
-    m_steps = std::make_unique<Steps>(*m_window);
 }
 
 void TestAppSelection::init()
@@ -77,21 +68,6 @@ void TestAppSelection::init()
     QVERIFY(m_steps->show("requests"));
     QVERIFY(m_steps->show("users"));
     QTRY_VERIFY(m_window->rowNamed(QStringLiteral("Elena")) >= 0);
-    m_window->takeWarnings();
-}
-
-void TestAppSelection::cleanup()
-{
-    if (QTest::currentTestFailed())
-        m_steps->savePicture(QTest::currentTestFunction());
-    m_steps->escape();
-    const QStringList warnings = m_window->takeWarnings();
-    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
-}
-
-void TestAppSelection::cleanupTestCase()
-{
-    m_window.reset();
 }
 
 QString TestAppSelection::userFile(const char *name) const
@@ -117,7 +93,7 @@ QString TestAppSelection::addRequest(const QString &file, const char *subject) c
          QStringLiteral("ed25519"), QStringLiteral("-nodes"), QStringLiteral("-keyout"),
          QStringLiteral("/dev/null"), QStringLiteral("-subj"),
          QStringLiteral("/CN=") + QLatin1String(subject)});
-    return writeTestFile(environment->file(QStringLiteral("CertificateRequest/") + file), request);
+    return writeTestFile(inHome(QStringLiteral("CertificateRequest/") + file), request);
 }
 
 QString TestAppSelection::highlighted() const
@@ -156,7 +132,7 @@ QString TestAppSelection::removable()
 
 QString TestAppSelection::chosen()
 {
-    QTest::qWait(100); // a change of the list is taken up in the next turns of the loop
+    m_window->waitUntilStill(); // a change of the list is taken up in the next turns of the loop
     const QString inList = highlighted();
     const QString inDetail = shown();
     const QString toGo = removable();
@@ -342,15 +318,14 @@ void TestAppSelection::removalOfWhatHasGone()
     QTRY_COMPARE(m_window->rowCount(), 4);
     QVERIFY(m_steps->waitClosed("removeDialog", 3000));
     QCOMPARE(chosen(), none);
-    QVERIFY(QFile::exists(environment->file(QStringLiteral("CertificateRequest/Boris.csr"))));
+    QVERIFY(QFile::exists(inHome(QStringLiteral("CertificateRequest/Boris.csr"))));
     QVERIFY(QFile::remove(other));
 }
 
 int main(int argc, char **argv)
 {
     WindowEnvironment display;
-    return runWindowTest<TestAppSelection>(argc, argv, {display.problem()},
-                                           [&] { environment = &display; });
+    return runWindowTest<TestAppSelection>(argc, argv, display);
 }
 
 #include "tst_app_selection.moc"

@@ -1,9 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "tests/app/steps.h"
-#include "tests/app/windowmain.h"
+#include "tests/app/windowtest.h"
 #include "tests/pkcs11/faultytoken.h"
-#include "tests/support/testcertificates.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -15,14 +13,6 @@ using namespace TrivexTest;
 
 namespace {
 
-WindowEnvironment *environment = nullptr;
-FaultyToken *token = nullptr;
-
-QString rightPin()
-{
-    return QString::fromLatin1(TestToken::pin());
-}
-
 QString digestOf(const QByteArray &data)
 {
     return QString::fromLatin1(QCryptographicHash::hash(data, QCryptographicHash::Sha256).toHex());
@@ -31,13 +21,13 @@ QString digestOf(const QByteArray &data)
 } // namespace
 
 /// The page that signs and checks: what it shows of a document, and each result in its own words.
-class TestAppSign : public QObject {
+class TestAppSign : public TokenWindowTest<FaultyToken> {
     Q_OBJECT
+public:
+    using TokenWindowTest::TokenWindowTest;
+
 private Q_SLOTS:
-    void initTestCase();
     void init();
-    void cleanup();
-    void cleanupTestCase();
 
     void documentIsShown();
     void pictureIsShown();
@@ -54,35 +44,35 @@ private Q_SLOTS:
     void largeFile();
 
 private:
+    void prepare() override;
+    void arrive() override;
+    void restore() override { m_token.control(); }
+
     QString document(const char *name, const QByteArray &contents);
     QString value(const char *row) const;
-    /// The headline of the result, once the work has ended.
+    /// The headline of the result, once the work has ended; the cause comes on a way of its own.
     QString result();
     QString detail() const;
+    bool isTokenBusy() const;
     /// Signs, and does something as soon as the token is at work.
     bool signAnd(const std::function<void()> &meanwhile);
-
-    TestAuthority m_authority;
-    std::unique_ptr<WindowDriver> m_window;
-    std::unique_ptr<Steps> m_steps;
-    std::unique_ptr<PinRobot> m_robot;
 };
 
-void TestAppSign::initTestCase()
+void TestAppSign::prepare()
 {
-    QVERIFY(m_authority.isValid());
     const auto put = [&](const char *type, const QString &id, const char *subject) {
-        return token->token().generateKeyPair(QLatin1String(type), id, id)
-            && token->token().writeObject(
+        return m_token.token().generateKeyPair(QLatin1String(type), id, id)
+            && m_token.token().writeObject(
                 QStringLiteral("cert"),
-                m_authority.issue(token->token().publicKey(id), QLatin1String(subject)), id, id);
+                m_authority.issue(m_token.token().publicKey(id), QLatin1String(subject)), id, id);
     };
     QVERIFY(put("rsa:2048", QStringLiteral("01"), "/CN=Signer"));
     QVERIFY(put("EC:secp384r1", QStringLiteral("02"), "/CN=Voter"));
-    m_window = std::make_unique<WindowDriver>();
-    m_steps = std::make_unique<Steps>(*m_window);
-    m_robot = std::make_unique<PinRobot>(*m_window);
-    QVERIFY(m_window->waitForItem(QStringLiteral("token-") + token->token().label()));
+}
+
+void TestAppSign::arrive()
+{
+    QVERIFY(m_window->waitForItem(QStringLiteral("token-") + m_token.token().label()));
     for (const char *name : {"Signer", "Voter"}) {
         QVERIFY(m_window->waitFor([&] { return m_window->rowNamed(QLatin1String(name)) >= 0; }));
     }
@@ -90,31 +80,15 @@ void TestAppSign::initTestCase()
 
 void TestAppSign::init()
 {
-    QVERIFY(m_steps->show("sign"));
-    m_window->takeWarnings();
-    m_robot->answer(rightPin());
-}
-
-void TestAppSign::cleanup()
-{
-    if (QTest::currentTestFailed())
-        m_steps->savePicture(QTest::currentTestFunction());
-    token->control();
-    m_steps->escape();
+    // From elsewhere, so that the page is a new one.
     QVERIFY(m_steps->show("personal"));
-    const QStringList warnings = m_window->takeWarnings();
-    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
-}
-
-void TestAppSign::cleanupTestCase()
-{
-    m_robot.reset();
-    m_window.reset();
+    QVERIFY(m_steps->show("sign"));
+    answerPins(rightPin());
 }
 
 QString TestAppSign::document(const char *name, const QByteArray &contents)
 {
-    const QString path = writeTestFile(environment->file(QString::fromUtf8(name)), contents);
+    const QString path = writeTestFile(inHome(QString::fromUtf8(name)), contents);
     m_steps->openFile(path);
     m_steps->waitEnabled("doSign");
     return path;
@@ -141,19 +115,19 @@ QString TestAppSign::detail() const
     return notice ? notice->property("detail").toString() : QString();
 }
 
+bool TestAppSign::isTokenBusy() const
+{
+    const QQuickItem *entry = m_window->item(QStringLiteral("token-") + m_token.token().label());
+    return entry && entry->property("busy").toBool();
+}
+
 bool TestAppSign::signAnd(const std::function<void()> &meanwhile)
 {
     bool met = false;
-    // From a timer: what the press began returns only when the token has answered.
-    QTimer watch;
-    connect(&watch, &QTimer::timeout, this, [&] {
-        if (!m_window->item(QStringLiteral("signCancel")))
-            return;
-        watch.stop();
+    m_window->onceShown(QStringLiteral("signCancel"), [&] {
         meanwhile();
         met = true;
     });
-    watch.start(100);
     return m_steps->press("doSign") && m_window->waitFor([&] { return met; });
 }
 
@@ -174,7 +148,7 @@ void TestAppSign::pictureIsShown()
 {
     QImage image(64, 48, QImage::Format_RGB32);
     image.fill(Qt::red);
-    const QString path = environment->file(QStringLiteral("scan #1.png"));
+    const QString path = inHome(QStringLiteral("scan #1.png"));
     QVERIFY(image.save(path));
     m_steps->openFile(path);
     QVERIFY(m_window->waitForItem(QStringLiteral("documentPreview")));
@@ -188,12 +162,12 @@ void TestAppSign::pictureIsShown()
 void TestAppSign::pinIsLeft()
 {
     const QString path = document("letter.txt", "Dear all,\n");
-    token->forget();
+    m_token.forget();
     m_robot->leave();
     QVERIFY(m_steps->press("doSign"));
     QCOMPARE(result(), qtTrId("trivex-app-unsigned"));
-    QVERIFY(detail().contains(qtTrId("trivex-app-cause-no-pin")));
-    QCOMPARE(token->count("C_Login"), 0);
+    QTRY_VERIFY(detail().contains(qtTrId("trivex-app-cause-no-pin")));
+    QCOMPARE(m_token.count("C_Login"), 0);
     QVERIFY(!QFile::exists(path + QStringLiteral(".sig")));
     QVERIFY(!m_window->isOpen(QStringLiteral("errorDialog")));
 }
@@ -201,21 +175,22 @@ void TestAppSign::pinIsLeft()
 void TestAppSign::pinIsWrong()
 {
     const QString path = document("letter.txt", "Dear all,\n");
-    token->forget();
+    m_token.forget();
     m_robot->answer(QStringLiteral("999999"));
     QVERIFY(m_steps->press("doSign"));
     QCOMPARE(result(), qtTrId("trivex-app-unsigned"));
-    QVERIFY(detail().contains(qtTrId("trivex-app-cause-wrong-pin")));
-    QTest::qWait(500);
-    QCOMPARE(token->count("C_Login"), 1);
-    QVERIFY(!m_window->isOpen(QStringLiteral("signPinDialog")));
+    QTRY_VERIFY(detail().contains(qtTrId("trivex-app-cause-wrong-pin")));
+    // Never sent again, and nobody is asked again.
+    QVERIFY(m_window->holds([&] {
+        return m_token.count("C_Login") == 1 && !m_window->isOpen(QStringLiteral("signPinDialog"));
+    }));
     QVERIFY(!QFile::exists(path + QStringLiteral(".sig")));
 }
 
 void TestAppSign::signedAndVerified()
 {
     const QString path = document("letter.txt", "Dear all,\n");
-    token->forget();
+    m_token.forget();
     QVERIFY(m_steps->press("doSign"));
     QCOMPARE(result(), qtTrId("trivex-app-signed"));
     QCOMPARE(detail(), path + QStringLiteral(".sig"));
@@ -229,7 +204,7 @@ void TestAppSign::signedAndVerified()
     document("second.txt", "Dear all again,\n");
     QVERIFY(m_steps->press("doSign"));
     QCOMPARE(result(), qtTrId("trivex-app-signed"));
-    QCOMPARE(token->count("C_Login"), 1);
+    QCOMPARE(m_token.count("C_Login"), 1);
 }
 
 void TestAppSign::changedDocument()
@@ -251,7 +226,7 @@ void TestAppSign::missingSignature()
 void TestAppSign::signatureCannotBeWritten()
 {
     // A folder stands where the signature is to go.
-    QVERIFY(QDir().mkpath(environment->file(QStringLiteral("blocked.txt.sig/inside"))));
+    QVERIFY(QDir().mkpath(inHome(QStringLiteral("blocked.txt.sig/inside"))));
     document("blocked.txt", "No place for it\n");
     QVERIFY(m_steps->press("doSign"));
     QVERIFY(m_window->waitFor([&] { return !result().isEmpty(); }));
@@ -276,7 +251,7 @@ void TestAppSign::keyOfAnotherKind()
         QVERIFY(m_window->waitFor([&] { return m_window->rowNamed(QLatin1String(name)) >= 0; }));
         QVERIFY(m_window->clickRow(m_window->rowNamed(QLatin1String(name))));
         QVERIFY(m_window->waitForItem(QStringLiteral("exportButton")));
-        QTest::qWait(100);
+        QVERIFY(m_window->waitUntilStill());
         QCOMPARE(m_window->item(QStringLiteral("signButton")) != nullptr,
                  QLatin1String(name) == QLatin1String("Signer"));
     }
@@ -287,7 +262,7 @@ void TestAppSign::keyOfAnotherKind()
     QVERIFY(m_steps->show("sign"));
     QVERIFY(m_window->waitForItem(QStringLiteral("signKeyNote")));
     QCOMPARE(m_steps->text("signKeyNote"), qtTrId("trivex-app-only-rsa-keys"));
-    QTest::qWait(100);
+    QVERIFY(m_window->waitUntilStill());
     chooser = m_window->item(QStringLiteral("signKeyChooser"));
     QCOMPARE(chooser->property("displayText").toString(), QStringLiteral("Signer"));
     QVERIFY(m_steps->show("personal"));
@@ -298,13 +273,13 @@ void TestAppSign::keyOfAnotherKind()
 void TestAppSign::tokenIsGone()
 {
     document("gone.txt", "The token is gone\n");
-    token->control("remove-at C_Sign *\nremove-at C_SignFinal *\nremove-at C_SignInit *");
+    m_token.control("remove-at C_Sign *\nremove-at C_SignFinal *\nremove-at C_SignInit *");
     QVERIFY(m_steps->press("doSign"));
     QCOMPARE(result(), qtTrId("trivex-app-unsigned"));
-    QVERIFY2(detail().contains(qtTrId("trivex-app-cause-removed")), qPrintable(detail()));
+    QTRY_VERIFY2(detail().contains(qtTrId("trivex-app-cause-removed")), qPrintable(detail()));
     QVERIFY(!m_window->isOpen(QStringLiteral("errorDialog")));
     // Back in, it signs without a restart.
-    QVERIFY(token->replug(m_steps->tokenStoreId()));
+    QVERIFY(m_token.replug(m_steps->tokenStoreId()));
     QVERIFY(m_steps->waitEnabled("doSign"));
     QVERIFY(m_steps->press("doSign"));
     QCOMPARE(result(), qtTrId("trivex-app-signed"));
@@ -313,7 +288,7 @@ void TestAppSign::tokenIsGone()
 void TestAppSign::slowTokenIsStopped()
 {
     const QString path = document("slow.txt", "Slowly\n");
-    token->control("delay C_Sign * 3000");
+    m_token.control("delay C_Sign * 3000");
     m_window->meter().reset();
     bool startable = true;
     bool stopped = false;
@@ -326,9 +301,9 @@ void TestAppSign::slowTokenIsStopped()
     QVERIFY2(m_window->meter().longestWork() <= 100,
              qPrintable(QString::number(m_window->meter().longestWork())));
     QCOMPARE(result(), qtTrId("trivex-app-unsigned"));
-    QVERIFY2(detail().contains(qtTrId("trivex-app-cause-cancelled")), qPrintable(detail()));
+    QTRY_VERIFY2(detail().contains(qtTrId("trivex-app-cause-cancelled")), qPrintable(detail()));
     QVERIFY(!QFile::exists(path + QStringLiteral(".sig")));
-    token->control();
+    m_token.control();
     QVERIFY(m_steps->waitEnabled("doSign"));
     QVERIFY(m_steps->press("doSign"));
     QCOMPARE(result(), qtTrId("trivex-app-signed"));
@@ -337,11 +312,11 @@ void TestAppSign::slowTokenIsStopped()
 void TestAppSign::pageIsLeft()
 {
     const QString path = document("left.txt", "Left alone\n");
-    token->control("delay C_Sign * 1500");
+    m_token.control("delay C_Sign * 1500");
     bool left = false;
     QVERIFY(signAnd([&] { left = m_steps->show("personal"); }));
     QVERIFY(left);
-    QTest::qWait(2000);
+    QVERIFY(m_window->waitFor([&] { return !isTokenBusy(); }));
     // Neither a frozen window nor half a file.
     QVERIFY(m_window->clickRow(m_window->rowNamed(QStringLiteral("Signer"))));
     QVERIFY(m_window->waitForItem(QStringLiteral("detailsView")));
@@ -352,7 +327,7 @@ void TestAppSign::pageIsLeft()
 void TestAppSign::largeFile()
 {
     QByteArray block(1 << 20, 'x');
-    const QString path = environment->file(QStringLiteral("large.txt"));
+    const QString path = inHome(QStringLiteral("large.txt"));
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly));
     QCryptographicHash hash(QCryptographicHash::Sha256);
@@ -364,8 +339,7 @@ void TestAppSign::largeFile()
     m_window->meter().reset();
     m_steps->openFile(path);
     QVERIFY(m_steps->waitEnabled("doSign", 30000));
-    QTest::qWait(50);
-    QCOMPARE(value("documentDigest"), QString::fromLatin1(hash.result().toHex()));
+    QTRY_COMPARE(value("documentDigest"), QString::fromLatin1(hash.result().toHex()));
     qInfo("96 MiB opened: longest work %lld ms", m_window->meter().longestWork());
     m_window->meter().reset();
     QVERIFY(m_steps->press("doSign"));
@@ -378,14 +352,7 @@ void TestAppSign::largeFile()
 
 int main(int argc, char **argv)
 {
-    WindowEnvironment display;
-    FaultyToken faulty(QStringLiteral("Токен Д"));
-    return TrivexTest::runWindowTest<TestAppSign>(
-        argc, argv, {display.problem(), faulty.token().problem()}, [&] {
-            faulty.useInThisProcess();
-            environment = &display;
-            token = &faulty;
-        });
+    return runTokenWindowTest<TestAppSign, FaultyToken>(argc, argv, QStringLiteral("Токен Д"));
 }
 
 #include "tst_app_sign.moc"

@@ -1,8 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "tests/app/pages.h"
-#include "tests/app/steps.h"
-#include "tests/app/windowmain.h"
+#include "tests/app/samplewindowtest.h"
 
 #include <QtTest>
 
@@ -10,7 +8,6 @@ using namespace TrivexTest;
 
 namespace {
 
-SampleData *data = nullptr;
 constexpr QSize Narrow(400, 700);
 constexpr QSize Wide(1180, 760);
 
@@ -18,12 +15,13 @@ constexpr QSize Wide(1180, 760);
 
 /// What looked done and was not: judged by what is drawn, by where the keyboard goes, and by what
 /// the file or the key is in the end.
-class TestAppTraps : public QObject {
+class TestAppTraps : public SampleWindowTest {
     Q_OBJECT
+public:
+    using SampleWindowTest::SampleWindowTest;
+
 private Q_SLOTS:
-    void initTestCase();
-    void cleanup();
-    void cleanupTestCase();
+    void init();
 
     void drawerIsSeen_data();
     void drawerIsSeen();
@@ -32,34 +30,21 @@ private Q_SLOTS:
     void algorithmStaysWhenLookedAt();
 
 private:
+    void arrive() override;
+
     QImage grab() const { return m_window->window()->grabWindow(); }
     bool tabTo(const QString &name, int most = 60);
-
-    std::unique_ptr<WindowDriver> m_window;
-    std::unique_ptr<Steps> m_steps;
 };
 
-void TestAppTraps::initTestCase()
+void TestAppTraps::init()
 {
-    QVERIFY2(data->isValid(), qPrintable(data->problem()));
-    m_window = std::make_unique<WindowDriver>();
-    m_steps = std::make_unique<Steps>(*m_window);
-    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() > 0; }));
-}
-
-void TestAppTraps::cleanup()
-{
-    if (QTest::currentTestFailed())
-        m_steps->savePicture(QTest::currentTestFunction());
-    m_steps->escape();
     m_window->window()->resize(Wide);
     QVERIFY(m_window->waitForItem(QStringLiteral("sidebar")));
 }
 
-void TestAppTraps::cleanupTestCase()
+void TestAppTraps::arrive()
 {
-    m_steps.reset();
-    m_window.reset();
+    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() > 0; }));
 }
 
 void TestAppTraps::drawerIsSeen_data()
@@ -74,7 +59,7 @@ void TestAppTraps::drawerIsSeen()
     QFETCH(int, width);
     m_window->window()->resize(width, Narrow.height());
     QVERIFY(m_window->waitForItem(QStringLiteral("menuButton")));
-    QTest::qWait(100); // the layout of the new size is drawn
+    QVERIFY(m_window->waitUntilStill());
     const QImage before = grab();
     QVERIFY(m_window->click(QStringLiteral("menuButton")));
     QVERIFY(m_steps->waitOpen("drawer"));
@@ -126,7 +111,7 @@ void TestAppTraps::sideBarByKeyboard()
 {
     QFETCH(QSize, size);
     m_window->window()->resize(size);
-    QTest::qWait(100); // the layout of the new size is drawn
+    QVERIFY(m_window->waitUntilStill());
     const bool hasDrawer = size != Wide;
     if (hasDrawer) {
         QVERIFY(tabTo(QStringLiteral("menuButton")));
@@ -169,10 +154,7 @@ void TestAppTraps::algorithmStaysWhenLookedAt()
 
 int main(int argc, char **argv)
 {
-    WindowEnvironment display;
-    SampleData sample(display);
-    return runWindowTest<TestAppTraps>(argc, argv, {display.problem(), sample.problem()},
-                                       [&] { data = &sample; });
+    return runSampleWindowTest<TestAppTraps>(argc, argv);
 }
 
 #include "tst_app_traps.moc"

@@ -13,6 +13,7 @@ public:
     explicit FaultyToken(const QString &label);
 
     TestToken &token() { return m_token; }
+    QString problem() const { return m_token.problem(); }
     /// Sets the environment of this process; before QCA loads its plugins.
     void useInThisProcess();
 

@@ -34,6 +34,7 @@ LoopMeter::LoopMeter()
 
 void LoopMeter::start()
 {
+    m_beats = 0;
     m_longest = 0;
     m_longestByTheClock = 0;
     m_queued = queuedTime();
@@ -43,6 +44,7 @@ void LoopMeter::start()
 
 void LoopMeter::beat()
 {
+    ++m_beats;
     const qint64 queued = queuedTime();
     const qint64 elapsed = m_sinceLast.nsecsElapsed();
     m_sinceLast.start();

@@ -27,6 +27,11 @@ public:
     {
         m_timer.stop();
     }
+    /// How often the loop has turned since the start.
+    int beats() const
+    {
+        return m_beats;
+    }
     /// In milliseconds.
     qint64 longest() const
     {
@@ -44,6 +49,7 @@ private:
     QTimer m_timer;
     QElapsedTimer m_sinceLast;
     qint64 m_queued = 0; // ns
+    int m_beats = 0;
     qint64 m_longest = 0;
     qint64 m_longestByTheClock = 0;
 };
