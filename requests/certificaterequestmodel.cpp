@@ -6,9 +6,12 @@
 #include "qca/keys/keys.h"
 #include "requests/certificaterequest.h"
 #include "requests/requestfiles.h"
+#include "requests/requestreading.h"
 
 #include <QDir>
 #include <QQmlEngine>
+
+#include <utility>
 
 namespace {
 
@@ -21,6 +24,7 @@ CertificateRequestModel::CertificateRequestModel(QObject *parent)
     : QAbstractListModel(parent)
     , m_watcher(new QFileSystemWatcher(this))
     , m_returnTimer(new QTimer(this))
+    , m_nextPart(new QTimer(this))
 {
     if (!QDir(Trivex::requestDirectory()).exists())
         QDir().mkpath(Trivex::requestDirectory());
@@ -33,6 +37,8 @@ CertificateRequestModel::CertificateRequestModel(QObject *parent)
         if (watch())
             update(Trivex::requestDirectory());
     });
+    m_nextPart->setInterval(0);
+    connect(m_nextPart, &QTimer::timeout, this, &CertificateRequestModel::readPart);
     watch();
 }
 
@@ -124,14 +130,47 @@ void CertificateRequestModel::init()
 
 void CertificateRequestModel::update(const QString &path)
 {
-    const QDir directory(path);
-    if (!directory.exists())
+    if (!QDir(path).exists()) {
+        m_reading.reset();
         return;
-    clear();
-    const QStringList names = directory.entryList(
-        {QStringLiteral("*.%1").arg(Trivex::requestExtension())}, QDir::Files, QDir::Name);
-    for (const QString &name : names)
-        append(new CertificateRequest(directory.filePath(name), m_keyStoreModel));
+    }
+    m_reading = std::make_shared<RequestReading>(path);
+    m_readingModel = m_keyStoreModel;
+    readPart();
+}
+
+/// Whoever hears of a row may begin another reading, or delete the model.
+void CertificateRequestModel::readPart()
+{
+    const QPointer<CertificateRequestModel> self(this);
+    const std::shared_ptr<RequestReading> reading = m_reading;
+    const auto goesOn = [&] { return self && reading && m_reading == reading; };
+    m_nextPart->stop();
+    if (reading && !reading->isListed() && reading->list())
+        clear();
+    if (!goesOn())
+        return;
+    reading->beginPart();
+    while (goesOn() && reading->isListed()) {
+        const QString path = reading->next();
+        if (path.isEmpty())
+            break;
+        append(new CertificateRequest(path, m_readingModel));
+    }
+    if (!goesOn())
+        return;
+    if (reading->atEnd())
+        endReading();
+    else
+        m_nextPart->start();
+}
+
+void CertificateRequestModel::endReading()
+{
+    m_reading.reset();
+    const QList<QCA::PublicKey> keys = std::exchange(m_arrivedKeys, {});
+    for (const QCA::PublicKey &key : keys)
+        removeMatching(key);
 }
 
 void CertificateRequestModel::clear()
@@ -157,12 +196,20 @@ void CertificateRequestModel::findKeyBundleReq(const QCA::PublicKey &pkey)
 {
     if (pkey.isNull())
         return;
+    if (!removeMatching(pkey) && m_reading)
+        m_arrivedKeys.append(pkey);
+}
+
+/// Removes the first request for the key; false where no row has it.
+bool CertificateRequestModel::removeMatching(const QCA::PublicKey &pkey)
+{
     for (int row = 0; row < m_requests.size(); ++row) {
         if (Trivex::isSamePublicKey(m_requests.at(row)->requestPublicKey(), pkey)) {
             remove(row);
-            return;
+            return true;
         }
     }
+    return false;
 }
 
 void CertificateRequestModel::remove(int index)

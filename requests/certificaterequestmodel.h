@@ -9,8 +9,11 @@
 #include <QTimer>
 #include <QtCrypto>
 
+#include <memory>
+
 class CertificateRequest;
 class KeyStoreModel;
+class RequestReading;
 
 /// The requests saved in the request directory, one row a file, kept current by watching the
 /// directory. A request whose certificate arrives on a token is deleted.
@@ -28,6 +31,9 @@ class KeyStoreModel;
 /// | 261  | "type"        | int, always 5         |
 ///
 /// The objects behind "certificate" belong to the model and live until the directory changes.
+///
+/// The directory is read a part at each turn of the event loop: the first part at once, which is
+/// all of it where it holds a usual number of requests.
 class CertificateRequestModel : public QAbstractListModel {
     Q_OBJECT
     /// Handed to each request, and listened to for arriving certificates. Null is ignored. Not
@@ -53,7 +59,7 @@ public:
     KeyStoreModel *keyStoreModel() const;
     void setKeyStoreModel(KeyStoreModel *model);
 
-    /// Reads the request directory.
+    /// Reads the request directory anew.
     Q_INVOKABLE void init();
     /// Deletes the file of row `index`; the row goes when the directory is seen to have changed.
     /// Ignored when there is no such row.
@@ -69,6 +75,9 @@ private Q_SLOTS:
     void findKeyBundleReq(const QCA::PublicKey &pkey);
 
 private:
+    void readPart();
+    void endReading();
+    bool removeMatching(const QCA::PublicKey &pkey);
     void clear();
     void append(CertificateRequest *request);
     bool watch();
@@ -78,4 +87,11 @@ private:
     QFileSystemWatcher *m_watcher;
     QTimer *m_returnTimer;
     QPointer<KeyStoreModel> m_keyStoreModel;
+    /// While the directory is read.
+    std::shared_ptr<RequestReading> m_reading;
+    /// For the requests of that reading.
+    QPointer<KeyStoreModel> m_readingModel;
+    QTimer *m_nextPart;
+    /// Keys that arrived during a reading and that no row had so far.
+    QList<QCA::PublicKey> m_arrivedKeys;
 };
