@@ -3,7 +3,12 @@
 #include "tools/requestwatcher.h"
 
 #include "qca/base/plaintext.h"
+#include "qca/base/savedrequest.h"
 #include "tools/rows.h"
+
+#include <QFile>
+
+#include <utility>
 
 namespace Trivex {
 
@@ -41,7 +46,7 @@ void RequestWatcher::setRequests(QAbstractItemModel *requests)
         connect(requests, &QAbstractItemModel::rowsRemoved, this, [this] { m_later.start(); });
         connect(requests, &QAbstractItemModel::modelReset, this, [this] { m_later.start(); });
     }
-    m_known = names();
+    m_known = listed();
     Q_EMIT requestsChanged();
 }
 
@@ -56,32 +61,40 @@ void RequestWatcher::noteDeleted(const QString &fileName)
     m_deleted.insert(fileName);
 }
 
-QHash<QString, QString> RequestWatcher::names() const
+QHash<QString, RequestWatcher::Known> RequestWatcher::listed() const
 {
-    QHash<QString, QString> result;
+    QHash<QString, Known> result;
     if (!m_requests)
         return result;
     const int nameRole = roleNamed(*m_requests, QStringLiteral("name"));
     const int certificateRole = roleNamed(*m_requests, QStringLiteral("certificate"));
     for (int i = 0; i < m_requests->rowCount(); ++i) {
         const QModelIndex index = m_requests->index(i, 0);
-        const auto *request = index.data(certificateRole).value<QObject *>();
+        auto *request = index.data(certificateRole).value<QObject *>();
         const QString file = request ? request->property("fileName").toString() : QString();
+        const auto *saved = qobject_cast<SavedRequest *>(request);
         if (!file.isEmpty())
-            result.insert(file, plainText(index.data(nameRole).toString()));
+            result.insert(file,
+                          {plainText(index.data(nameRole).toString()),
+                           saved ? saved->requestFile() : QString()});
     }
     return result;
 }
 
 void RequestWatcher::compare()
 {
-    const QHash<QString, QString> now = names();
-    const QHash<QString, QString> before = m_known;
-    m_known = now;
+    const QHash<QString, Known> before = std::exchange(m_known, listed());
+    const QHash<QString, Known> now = m_known;
+    QSet<QString> paths;
+    for (const Known &known : now)
+        paths.insert(known.path);
     for (auto it = before.cbegin(); it != before.cend(); ++it) {
-        if (now.contains(it.key()) || m_deleted.remove(it.key()) || !m_expecting)
+        if (now.contains(it.key()))
             continue;
-        Q_EMIT arrived(it.value());
+        if (QFile::exists(it->path) && !paths.contains(it->path))
+            m_known.insert(it.key(), *it);
+        else if (!m_deleted.remove(it.key()) && m_expecting)
+            Q_EMIT arrived(it->name);
     }
 }
 

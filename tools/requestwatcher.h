@@ -12,7 +12,8 @@ namespace Trivex {
 
 /// Tells when a saved request goes because its certificate has come, and not because somebody
 /// deleted it. The list of requests is rebuilt from its directory at each change, so the names
-/// before and after are compared.
+/// before and after are compared; a long list is rebuilt a part at a time, so a request whose file
+/// is still there is only on its way.
 class RequestWatcher : public QObject {
     Q_OBJECT
     Q_PROPERTY(QAbstractItemModel *requests READ requests WRITE setRequests NOTIFY requestsChanged)
@@ -33,11 +34,16 @@ Q_SIGNALS:
     void arrived(const QString &name);
 
 private:
-    QHash<QString, QString> names() const;
+    struct Known {
+        QString name;
+        QString path;
+    };
+
+    QHash<QString, Known> listed() const;
     void compare();
 
     QPointer<QAbstractItemModel> m_requests;
-    QHash<QString, QString> m_known; ///< names by file
+    QHash<QString, Known> m_known; ///< by the names of their files
     QSet<QString> m_deleted;
     bool m_expecting = false;
     QTimer m_later;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/singleinstance.h"
 #include "qca/base/certificaterows.h"
+#include "qca/base/savedrequest.h"
 #include "tools/certificatedetails.h"
 #include "tools/certificatefile.h"
 #include "tools/checkdigits.h"
@@ -16,6 +17,7 @@
 #include <QSignalSpy>
 #include <QSortFilterProxyModel>
 #include <QStandardItemModel>
+#include <QTemporaryFile>
 #include <QtTest>
 
 using namespace Trivex;
@@ -39,6 +41,20 @@ public:
 
 enum FakeRole { NameRole = Qt::UserRole + 1, CertificateRole, IssuerRole, TypeRole };
 
+/// A saved request whose file is where the test says.
+class FakeRequest : public FakeCertificate, public SavedRequest {
+    Q_OBJECT
+    Q_INTERFACES(Trivex::SavedRequest)
+public:
+    QString requestFile() const override { return path; }
+    QCA::CertificateInfo requestInfo() const override { return {}; }
+    void setRequestInfo(const QCA::CertificateInfo &) override { }
+    void restoreRequestInfo() override { }
+    bool hasRequestKey() const override { return false; }
+
+    QString path;
+};
+
 /// A source with roles named as those of a key store model, and no entries behind them.
 class FakeSource : public QStandardItemModel {
     Q_OBJECT
@@ -52,7 +68,10 @@ public:
     }
     FakeCertificate *add(const QString &name, const QString &inn = {})
     {
-        auto *certificate = new FakeCertificate;
+        return add(new FakeCertificate, name, inn);
+    }
+    FakeCertificate *add(FakeCertificate *certificate, const QString &name, const QString &inn)
+    {
         certificate->setParent(this);
         certificate->name = name;
         certificate->inn = inn;
@@ -90,6 +109,7 @@ private Q_SLOTS:
     void sectionedTellsBigChangesOnce();
     void detailsGroupAndFlag();
     void arrivalIsToldFromDeletion();
+    void requestOnItsWayHasNotArrived();
     void filesByContent_data();
     void filesByContent();
     void wholePemOnly();
@@ -309,6 +329,33 @@ void TestAppTypes::arrivalIsToldFromDeletion()
     source.removeRow(0);
     QTRY_COMPARE(arrived.count(), 1);
     QCOMPARE(arrived.first().first().toString(), QStringLiteral("two"));
+}
+
+void TestAppTypes::requestOnItsWayHasNotArrived()
+{
+    QTemporaryFile file;
+    QVERIFY(file.open());
+    const auto request = [&] {
+        auto *made = new FakeRequest;
+        made->path = file.fileName();
+        return made;
+    };
+    FakeSource source;
+    source.add(request(), QStringLiteral("one"), {});
+    RequestWatcher watcher;
+    QSignalSpy arrived(&watcher, &RequestWatcher::arrived);
+    watcher.setRequests(&source);
+    watcher.noteKeyBundle();
+    // The list is made anew, and this row is long in coming.
+    source.removeRow(0);
+    QTest::qWait(150); // nothing must be told in this time
+    QCOMPARE(arrived.count(), 0);
+    source.add(request(), QStringLiteral("one"), {});
+    QTest::qWait(150); // nor in this
+    QCOMPARE(arrived.count(), 0);
+    QVERIFY(file.remove());
+    source.removeRow(0);
+    QTRY_COMPARE(arrived.count(), 1);
 }
 
 void TestAppTypes::filesByContent_data()
