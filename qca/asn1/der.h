@@ -40,6 +40,12 @@ constexpr int context(int number, bool constructed = true)
     return (constructed ? 0xA0 : 0x80) | number;
 }
 
+/// Whether it is the tag of a Time (RFC 5280, 4.1), in one piece or in several.
+constexpr bool isTime(int tag)
+{
+    return (tag & ~ConstructedBit) == UtcTime || (tag & ~ConstructedBit) == GeneralizedTime;
+}
+
 /// A view of bytes that somebody else owns.
 struct Slice {
     const char *data = nullptr;

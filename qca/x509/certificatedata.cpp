@@ -113,10 +113,8 @@ void CertificateData::decodeProperties() const
     m_properties->end = decodeTime(fields.notAfter);
     m_properties->serial = QCA::BigInteger(QCA::SecureArray(fields.serial.content.bytes()));
     m_properties->format = QCA::PKCS10;
-    m_properties->sigalgo = signatureAlgorithmOf(fields.algorithm);
-    QByteArray signature;
-    if (Der::Reader(fields.wholeSignature).nextString(Der::BitString, &signature))
-        m_properties->sig = signature.mid(1);
+    m_properties->sigalgo = signatureAlgorithmOf(fields.algorithm.content);
+    m_properties->sig = fields.signatureBytes();
     decodeExtensions(fields.extensions, m_properties.get());
     m_properties->isSelfSigned = isSameName(fields.subject, fields.issuer)
         && checkSignature(fields, fields.publicInfo) == SignatureState::Good;

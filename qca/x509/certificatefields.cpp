@@ -6,20 +6,14 @@ namespace Trivex {
 
 namespace {
 
-bool isTime(int tag)
-{
-    const int type = tag & ~Der::ConstructedBit;
-    return type == Der::UtcTime || type == Der::GeneralizedTime;
-}
-
 bool findValidity(Der::Reader &body, CertificateFields *fields)
 {
     Der::Slice content;
     if (!body.next(Der::Sequence, &content))
         return false;
     Der::Reader reader(content);
-    return reader.next(&fields->notBefore) && isTime(fields->notBefore.tag)
-        && reader.next(&fields->notAfter) && isTime(fields->notAfter.tag);
+    return reader.next(&fields->notBefore) && Der::isTime(fields->notBefore.tag)
+        && reader.next(&fields->notAfter) && Der::isTime(fields->notAfter.tag);
 }
 
 bool findWhole(Der::Reader &body, Der::Slice *whole)
@@ -74,23 +68,7 @@ bool findBody(Der::Slice content, CertificateFields *fields)
 
 bool findCertificateFields(Der::Slice der, CertificateFields *fields)
 {
-    Der::Element outer;
-    if (!Der::Reader(der).next(Der::Sequence, &outer))
-        return false;
-    fields->whole = outer.whole;
-    Der::Reader reader(outer.content);
-    Der::Element body;
-    Der::Element algorithm;
-    Der::Element signature;
-    if (!reader.next(Der::Sequence, &body) || !reader.next(Der::Sequence, &algorithm)
-        || !reader.next(&signature) || (signature.tag & ~Der::ConstructedBit) != Der::BitString
-        || !reader.atEnd())
-        return false;
-    fields->body = body.whole;
-    fields->wholeAlgorithm = algorithm.whole;
-    fields->algorithm = algorithm.content;
-    fields->wholeSignature = signature.whole;
-    return findBody(body.content, fields);
+    return findSignedFields(der, fields) && findBody(fields->body.content, fields);
 }
 
 } // namespace Trivex

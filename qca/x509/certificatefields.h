@@ -2,15 +2,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "qca/asn1/der.h"
+#include "qca/x509/signedfields.h"
 
 namespace Trivex {
 
 /// Where the fields of a certificate (RFC 5280, 4.1) lie in its DER form. Finding them is cheap
 /// enough to be done again for each use.
-struct CertificateFields {
-    Der::Slice whole;
-    Der::Slice body; ///< the part that is signed, with tag and length
+struct CertificateFields : SignedFields {
     Der::Slice version; ///< content of the INTEGER; empty for version 1
     Der::Element serial; ///< INTEGER
     Der::Slice issuer; ///< with tag and length, as are the following
@@ -19,10 +17,7 @@ struct CertificateFields {
     Der::Slice subject;
     Der::Slice publicInfo;
     Der::Slice extensions; ///< content of the list; empty when there is none
-    Der::Slice innerAlgorithm; ///< with tag and length, as is the following
-    Der::Slice wholeAlgorithm;
-    Der::Slice algorithm; ///< content of the outer signatureAlgorithm
-    Der::Slice wholeSignature; ///< with tag and length
+    Der::Slice innerAlgorithm; ///< the one that is signed too, with tag and length
 };
 
 /// False when `der` does not begin with a certificate. Ignores the bytes behind it.

@@ -86,7 +86,7 @@ int signatureAlgorithm(const QCA::Certificate &certificate)
     CertificateFields fields;
     Der::Slice oid;
     if (!findCertificateFields(Der::sliceOf(der), &fields)
-        || !Der::Reader(fields.algorithm).next(Der::ObjectIdentifier, &oid))
+        || !Der::Reader(fields.algorithm.content).next(Der::ObjectIdentifier, &oid))
         return UnknownSignature;
     return numberOf(Der::oidText(oid));
 }

@@ -10,6 +10,7 @@
 #include "qca/x509/namebounds.h"
 #include "qca/x509/names.h"
 #include "qca/x509/signaturealgorithms.h"
+#include "qca/x509/signedfields.h"
 
 namespace Trivex {
 
@@ -61,11 +62,6 @@ void decodeListExtensions(Der::Slice extensions, QCA::CRLContextProps *propertie
     properties->issuerId = authorityKeyIdIn(extensions);
 }
 
-bool isTime(int tag)
-{
-    return tag == Der::UtcTime || tag == Der::GeneralizedTime;
-}
-
 bool decodeBody(Der::Slice content, QCA::CRLContextProps *properties)
 {
     Der::Reader body(content);
@@ -76,13 +72,13 @@ bool decodeBody(Der::Slice content, QCA::CRLContextProps *properties)
     Der::Slice wrapped;
     body.skip(Der::Integer);
     if (!body.next(Der::Sequence, &algorithm) || !body.nextList(Der::Sequence, &issuer)
-        || !body.next(&time) || !isTime(time.tag))
+        || !body.next(&time) || !Der::isTime(time.tag))
         return false;
     properties->issuer = decodeName(issuer.whole);
     if (!isWithinBounds(properties->issuer))
         return false;
     properties->thisUpdate = decodeTime(time);
-    if (isTime(body.peek()) && body.next(&time))
+    if (Der::isTime(body.peek()) && body.next(&time))
         properties->nextUpdate = decodeTime(time);
     if (body.nextList(Der::Sequence, &list))
         decodeRevoked(list, properties);
@@ -95,20 +91,13 @@ std::shared_ptr<const RevocationData> decode(const QByteArray &der)
 {
     const auto data = std::make_shared<RevocationData>();
     data->properties.number = -1;
-    Der::Element outer;
-    if (!Der::Reader(Der::sliceOf(der)).next(Der::Sequence, &outer))
+    SignedFields fields;
+    if (!findSignedFields(Der::sliceOf(der), &fields)
+        || !decodeBody(fields.body.content, &data->properties))
         return nullptr;
-    Der::Reader reader(outer.content);
-    Der::Slice body;
-    Der::Slice algorithm;
-    Der::Slice signature;
-    if (!reader.next(Der::Sequence, &body) || !reader.next(Der::Sequence, &algorithm)
-        || !reader.next(Der::BitString, &signature) || !decodeBody(body, &data->properties))
-        return nullptr;
-    data->der = outer.whole.bytes();
-    data->properties.sigalgo = signatureAlgorithmOf(algorithm);
-    if (signature.size > 1)
-        data->properties.sig = QByteArray(signature.data + 1, signature.size - 1);
+    data->der = fields.whole.bytes();
+    data->properties.sigalgo = signatureAlgorithmOf(fields.algorithm.content);
+    data->properties.sig = fields.signatureBytes();
     return data;
 }
 

@@ -9,6 +9,7 @@
 #include "qca/x509/namebounds.h"
 #include "qca/x509/names.h"
 #include "qca/x509/signaturealgorithms.h"
+#include "qca/x509/signedfields.h"
 
 namespace Trivex {
 
@@ -18,31 +19,10 @@ constexpr char ExtensionRequest[] = "1.2.840.113549.1.9.14";
 constexpr char MicrosoftExtensionRequest[] = "1.3.6.1.4.1.311.2.1.14";
 constexpr char ChallengePassword[] = "1.2.840.113549.1.9.7";
 
-// The parts that a request and SPKAC share: body, algorithm, signature.
-struct Sealed {
-    Der::Slice whole;
-    Der::Slice body;
-    Der::Slice algorithm;
-    Der::Slice signature;
-};
-
-bool open(Der::Slice der, Sealed *sealed)
+void decodeSignature(const SignedFields &fields, QCA::CertContextProps *properties)
 {
-    Der::Element outer;
-    if (!Der::Reader(der).next(Der::Sequence, &outer))
-        return false;
-    sealed->whole = outer.whole;
-    Der::Reader reader(outer.content);
-    return reader.next(Der::Sequence, &sealed->body)
-        && reader.next(Der::Sequence, &sealed->algorithm)
-        && reader.next(Der::BitString, &sealed->signature) && reader.atEnd();
-}
-
-void decodeSeal(const Sealed &sealed, QCA::CertContextProps *properties)
-{
-    properties->sigalgo = signatureAlgorithmOf(sealed.algorithm);
-    if (sealed.signature.size > 1)
-        properties->sig = QByteArray(sealed.signature.data + 1, sealed.signature.size - 1);
+    properties->sigalgo = signatureAlgorithmOf(fields.algorithm.content);
+    properties->sig = fields.signatureBytes();
 }
 
 void decodeAttribute(Der::Slice attribute, QCA::CertContextProps *properties)
@@ -67,10 +47,10 @@ void decodeAttribute(Der::Slice attribute, QCA::CertContextProps *properties)
 
 std::shared_ptr<const RequestData> RequestData::fromDer(const QByteArray &der)
 {
-    Sealed sealed;
-    if (!open(Der::sliceOf(der), &sealed) || sealed.whole.size > MaxCertificateBytes)
+    SignedFields fields;
+    if (!findSignedFields(Der::sliceOf(der), &fields) || fields.whole.size > MaxCertificateBytes)
         return nullptr;
-    Der::Reader body(sealed.body);
+    Der::Reader body(fields.body.content);
     Der::Slice version;
     Der::Element subject;
     Der::Element publicInfo;
@@ -79,11 +59,11 @@ std::shared_ptr<const RequestData> RequestData::fromDer(const QByteArray &der)
         || !body.next(Der::Sequence, &publicInfo))
         return nullptr;
     const std::shared_ptr<RequestData> data(new RequestData);
-    data->m_der = sealed.whole.bytes();
+    data->m_der = fields.whole.bytes();
     data->m_publicInfo = publicInfo.whole.bytes();
     data->m_properties.format = QCA::PKCS10;
     data->m_properties.subject = decodeName(subject.whole);
-    decodeSeal(sealed, &data->m_properties);
+    decodeSignature(fields, &data->m_properties);
     // Some writers leave out the attributes, though they are not optional.
     if (body.next(Der::context(0), &attributes)) {
         Der::Reader reader(attributes);
@@ -100,20 +80,20 @@ std::shared_ptr<const RequestData> RequestData::fromSpkac(const QByteArray &text
     if (base64.startsWith("SPKAC="))
         base64 = base64.mid(6);
     const QByteArray der = QByteArray::fromBase64(base64);
-    Sealed sealed;
-    if (!open(Der::sliceOf(der), &sealed) || sealed.whole.size > MaxCertificateBytes)
+    SignedFields fields;
+    if (!findSignedFields(Der::sliceOf(der), &fields) || fields.whole.size > MaxCertificateBytes)
         return nullptr;
-    Der::Reader body(sealed.body);
+    Der::Reader body(fields.body.content);
     Der::Element publicInfo;
     Der::Element challenge;
     if (!body.next(Der::Sequence, &publicInfo) || !body.next(Der::Ia5String, &challenge))
         return nullptr;
     const std::shared_ptr<RequestData> data(new RequestData);
-    data->m_der = sealed.whole.bytes();
+    data->m_der = fields.whole.bytes();
     data->m_publicInfo = publicInfo.whole.bytes();
     data->m_properties.format = QCA::SPKAC;
     data->m_properties.challenge = decodeString(challenge);
-    decodeSeal(sealed, &data->m_properties);
+    decodeSignature(fields, &data->m_properties);
     return data;
 }
 

@@ -18,11 +18,11 @@ SignatureState checkSignature(const CertificateFields &fields, const KeyMaterial
     if (!key.native())
         return SignatureState::Unknown;
     // As "any type", which keeps a SEQUENCE as its octets.
-    const auto body = decodeNative<Asn1TypeHandle>(fields.body, d2i_ASN1_TYPE);
-    const auto signature = decodeNative<StringHandle>(fields.wholeSignature, d2i_ASN1_BIT_STRING);
-    const auto algorithm = decodeNative<AlgorHandle>(fields.wholeAlgorithm, d2i_X509_ALGOR);
+    const auto body = decodeNative<Asn1TypeHandle>(fields.body.whole, d2i_ASN1_TYPE);
+    const auto signature = decodeNative<StringHandle>(fields.signature.whole, d2i_ASN1_BIT_STRING);
+    const auto algorithm = decodeNative<AlgorHandle>(fields.algorithm.whole, d2i_X509_ALGOR);
     const bool isGood = body && signature && algorithm
-        && fields.innerAlgorithm == fields.wholeAlgorithm
+        && fields.innerAlgorithm == fields.algorithm.whole
         && ASN1_item_verify(ASN1_ITEM_rptr(ASN1_ANY), algorithm.get(), signature.get(), body.get(),
                             key.native())
             == 1;
