@@ -50,11 +50,6 @@ QQuickWindow *Application::window() const
     return roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(roots.first());
 }
 
-QQmlEngine *Application::engine()
-{
-    return &m_engine;
-}
-
 void Application::activate(const QStringList &files)
 {
     QQuickWindow *shown = window();

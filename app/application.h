@@ -21,7 +21,6 @@ public:
     /// Opens the window; false when its QML could not be loaded.
     bool open();
     QQuickWindow *window() const;
-    QQmlEngine *engine();
 
     /// Brings the window to the front and opens `files` in it.
     void activate(const QStringList &files);

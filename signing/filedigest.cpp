@@ -19,12 +19,6 @@ bool isDigestKnown(const QString &type)
     return !type.isEmpty() && QCA::Hash::supportedTypes().contains(type);
 }
 
-QByteArray fileDigest(QIODevice *device, qint64 size, const QString &type)
-{
-    const QList<QByteArray> digests = fileDigests(device, size, {type});
-    return digests.isEmpty() ? QByteArray() : digests.first();
-}
-
 QList<QByteArray> fileDigests(QIODevice *device, qint64 size, const QStringList &types)
 {
     if (!std::all_of(types.cbegin(), types.cend(), &isDigestKnown) || !device->seek(0))

@@ -140,6 +140,21 @@ void SignVerify::signQueued()
     Trivex::MappedFile::releaseUnused();
 }
 
+bool SignVerify::prepare(const QCA::PrivateKey &key, const QByteArray &data, const char *activity,
+                         QByteArray *text)
+{
+    *text = Trivex::signedText(data);
+    if (text->isEmpty()) {
+        qDebug("Hash calculation error during %s.", activity);
+        setError(ErrorVerify);
+        return false;
+    }
+    const QPointer<SignVerify> self(this);
+    if (!Trivex::canSignRaw(key))
+        Trivex::reportWrongKeyKind(key);
+    return self;
+}
+
 void SignVerify::runSign(const Job &job)
 {
     if (!job.key) {
@@ -151,17 +166,10 @@ void SignVerify::runSign(const Job &job)
         setError(ErrorSign);
         return;
     }
-    const QByteArray text = Trivex::signedText(job.data);
-    if (text.isEmpty()) {
-        qDebug("Hash calculation error during signing.");
-        setError(ErrorVerify);
+    QByteArray text;
+    if (!prepare(key, job.data, "signing", &text))
         return;
-    }
     const QPointer<SignVerify> self(this);
-    if (!Trivex::canSignRaw(key))
-        Trivex::reportWrongKeyKind(key);
-    if (!self)
-        return;
     QByteArray signature;
     {
         const Trivex::QuestionScope scope(&m_eventHandler);
@@ -202,16 +210,8 @@ void SignVerify::runVerify(const Job &job)
         setError(ErrorVerify);
         return;
     }
-    const QByteArray text = Trivex::signedText(job.data);
-    if (text.isEmpty()) {
-        qDebug("Hash calculation error during verification.");
-        setError(ErrorVerify);
-        return;
-    }
-    const QPointer<SignVerify> self(this);
-    if (!Trivex::canSignRaw(key))
-        Trivex::reportWrongKeyKind(key);
-    if (!self)
+    QByteArray text;
+    if (!prepare(key, job.data, "verification", &text))
         return;
     const bool valid = Trivex::isRawSignatureValid(key, text, *signature);
     finishVerifying(valid, bundle.certificateChain());

@@ -99,6 +99,10 @@ private:
     void schedule(int milliseconds, Qt::TimerType type, std::function<void()> work);
     void startSigning(const Job &job);
     void signQueued();
+    /// Makes the text that a signature of `data` covers. False after an error, and when a listener
+    /// has deleted this object.
+    bool prepare(const QCA::PrivateKey &key, const QByteArray &data, const char *activity,
+                 QByteArray *text);
     void runSign(const Job &job);
     void finishSigning(const QString &path, const QByteArray &signature);
     void runVerify(const Job &job);

@@ -6,12 +6,6 @@
 
 namespace Trivex {
 
-namespace {
-
-constexpr std::chrono::seconds SettlePatience{2};
-
-} // namespace
-
 Reply ask(const QuestionInfo &question, const QCA::KeyStoreInfo &store,
           const QCA::KeyStoreEntry &entry, const CancellationPtr &cancellation)
 {
@@ -30,12 +24,7 @@ Reply ask(const QuestionInfo &question, const QCA::KeyStoreInfo &store,
     return ticket->reply();
 }
 
-void settleQuestions()
-{
-    settleQuestionsUntil(std::chrono::steady_clock::now() + SettlePatience);
-}
-
-void settleQuestionsUntil(std::chrono::steady_clock::time_point deadline)
+void settleQuestions(std::chrono::steady_clock::time_point deadline)
 {
     QuestionService::settle(deadline);
 }

@@ -20,12 +20,10 @@ TRIVEX_QCA_EXPORT Reply ask(const QuestionInfo &question, const QCA::KeyStoreInf
                             const QCA::KeyStoreEntry &entry = QCA::KeyStoreEntry(),
                             const CancellationPtr &cancellation = {});
 
-/// Waits until what has been answered is cleaned up, a second or two at most. To be called where
-/// QCA is about to end, by whoever asks: askers can't outlive it. Any thread but the question
-/// thread.
-TRIVEX_QCA_EXPORT void settleQuestions();
-/// The same, until `deadline` at most.
-TRIVEX_QCA_EXPORT void settleQuestionsUntil(std::chrono::steady_clock::time_point deadline);
+/// Waits until what has been answered is cleaned up, and no longer than until `deadline`. Whoever
+/// asks has to call it before QCA ends, because askers can't outlive QCA. Any thread but the
+/// question thread.
+TRIVEX_QCA_EXPORT void settleQuestions(std::chrono::steady_clock::time_point deadline);
 
 /// Called by `EventHandler`: notes the text that answers the question behind `ticket`.
 TRIVEX_QCA_EXPORT void noteTextAnswer(quintptr ticket, const QString &text);

@@ -6,6 +6,7 @@
 #include <QLocale>
 #include <QMutex>
 #include <QQmlComponent>
+#include <QQmlEngine>
 #include <QStandardPaths>
 #include <QtTest>
 
@@ -353,7 +354,7 @@ bool WindowDriver::clickRow(int row)
 
 void WindowDriver::setTheme(int mode, double textScale)
 {
-    QQmlComponent component(m_application.engine());
+    QQmlComponent component(qmlEngine(m_application.window()));
     component.setData("import QtQml 2.15\nimport Trivex.Crypto.Controls 1.0\n"
                       "QtObject { function set(mode, scale) {"
                       " Theme.mode = mode; Theme.textScale = scale } }",

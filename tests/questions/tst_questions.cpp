@@ -312,7 +312,10 @@ private Q_SLOTS:
 
     void settlingEndsWhateverWaits()
     {
-        Trivex::settleQuestions();
+        const auto settle = [] {
+            Trivex::settleQuestions(std::chrono::steady_clock::now() + std::chrono::seconds(2));
+        };
+        settle();
         Person person("typed");
         person.silent = true;
         person.start();
@@ -320,11 +323,11 @@ private Q_SLOTS:
         std::thread asking([&] { signing.pin(info(), store); });
         QTRY_COMPARE(person.asked, 1);
         // An open question does not hold it up, on this thread or another.
-        Trivex::settleQuestions();
-        std::thread(Trivex::settleQuestions).join();
+        settle();
+        std::thread(settle).join();
         person.handler().submitPassword(person.lastId, QCA::SecureArray("late"));
         asking.join();
-        Trivex::settleQuestions();
+        settle();
     }
 
     void manyQuestionsAtOnce()

@@ -73,7 +73,7 @@ void TokenService::stop(Worker::Deadline deadline)
         return;
     watch.reset();
     m_tokens.clear();
-    settleQuestionsUntil(deadline);
+    settleQuestions(deadline);
 }
 
 } // namespace Trivex
