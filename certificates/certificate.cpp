@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr QLatin1Char colon(':');
+constexpr QLatin1Char Colon(':');
 
 } // namespace
 
@@ -157,7 +157,7 @@ QString Certificate::publicKeyId() const
 {
     if (m_certificate.isNull())
         return QString();
-    return Trivex::hexText(m_certificate.subjectKeyId(), colon);
+    return Trivex::hexText(m_certificate.subjectKeyId(), Colon);
 }
 
 QString Certificate::publicKeyTypeAlgorithm() const
@@ -246,7 +246,7 @@ QString Certificate::serialNumber() const
 {
     if (m_certificate.isNull())
         return QString();
-    return Trivex::hexText(m_certificate.serialNumber().toArray().toByteArray(), colon);
+    return Trivex::hexText(m_certificate.serialNumber().toArray().toByteArray(), Colon);
 }
 
 QDateTime Certificate::notValidBefore() const

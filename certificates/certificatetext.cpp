@@ -37,14 +37,14 @@ constexpr int RawSignature = 6;
 /// as its two's complement in 64 bits. Digit by digit, because a number may have a million of them.
 void appendSignedHex(char byte, QString *text)
 {
-    constexpr char digits[] = "0123456789ABCDEF";
+    constexpr char Digits[] = "0123456789ABCDEF";
     const int value = static_cast<signed char>(byte);
     const int magnitude = qAbs(value);
     if (value < 0)
         *text += QLatin1Char('-');
     if (value >= 0 || magnitude >= 16)
-        *text += QLatin1Char(digits[magnitude / 16]);
-    *text += QLatin1Char(digits[magnitude % 16]);
+        *text += QLatin1Char(Digits[magnitude / 16]);
+    *text += QLatin1Char(Digits[magnitude % 16]);
 }
 
 } // namespace

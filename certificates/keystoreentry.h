@@ -11,7 +11,7 @@
 #include <memory>
 
 /// The name under which the library's entry travels through QML, as an opaque value.
-using QCA_KeyStoreEntry = QCA::KeyStoreEntry;
+using QCA_KeyStoreEntry = QCA::KeyStoreEntry; // NOLINT(readability-identifier-naming)
 Q_DECLARE_METATYPE(QCA::KeyStoreEntry *)
 
 /// An item of a key store as QML sees it: a certificate, or a key bundle with its chain.

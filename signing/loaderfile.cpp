@@ -86,13 +86,13 @@ void LoaderFile::accept(const QString &path, Loaded loaded)
 void LoaderFile::notifyLoaded()
 {
     using Signal = void (LoaderFile::*)();
-    constexpr Signal inOrder[] = {
+    constexpr Signal InOrder[] = {
         &LoaderFile::filePathChanged, &LoaderFile::fileNameChanged, &LoaderFile::mimeTypeChanged,
         &LoaderFile::fileSizeChanged, &LoaderFile::fileHashChanged, &LoaderFile::rawDataChanged,
     };
     const QPointer<LoaderFile> self(this);
     const int load = m_loads;
-    for (const Signal changed : inOrder) {
+    for (const Signal changed : InOrder) {
         if (self && m_loads == load)
             Q_EMIT(this->*changed)();
     }

@@ -105,8 +105,8 @@ QString Files::whyNotWritten(const QString &folder) const
         //% "This disk is write-protected. Choose another folder."
         return qtTrId("trivex-app-write-read-only");
     }
-    constexpr qint64 little = 64 * 1024;
-    if (storage.isValid() && storage.bytesAvailable() < little) {
+    constexpr qint64 LeastSpace = 64 * 1024;
+    if (storage.isValid() && storage.bytesAvailable() < LeastSpace) {
         //% "The disk is full. Free some space or choose another folder."
         return qtTrId("trivex-app-write-full");
     }

@@ -78,10 +78,10 @@ public:
 
 KeyGenerator::KeyGenerator(QObject *parent)
     : QObject(parent)
-    , d(std::make_unique<Private>())
+    , m_private(std::make_unique<Private>())
 {
-    connect(&d->rsa, &QCA::KeyGenerator::finished, this, [this] {
-        d->key = d->checked(d->rsa.key());
+    connect(&m_private->rsa, &QCA::KeyGenerator::finished, this, [this] {
+        m_private->key = m_private->checked(m_private->rsa.key());
         Q_EMIT finished();
     });
 }
@@ -90,33 +90,33 @@ KeyGenerator::~KeyGenerator() = default;
 
 void KeyGenerator::setBlockingEnabled(bool enabled)
 {
-    d->blocking = enabled;
-    d->rsa.setBlockingEnabled(enabled);
+    m_private->blocking = enabled;
+    m_private->rsa.setBlockingEnabled(enabled);
 }
 
 bool KeyGenerator::isBusy() const
 {
-    return d->rsa.isBusy() || d->ec;
+    return m_private->rsa.isBusy() || m_private->ec;
 }
 
 void KeyGenerator::setTarget(const QString &keyStoreId, const QString &objectId)
 {
-    d->wantedStoreId = keyStoreId;
-    d->wantedObjectId = objectId;
+    m_private->wantedStoreId = keyStoreId;
+    m_private->wantedObjectId = objectId;
 }
 
 QCA::PrivateKey KeyGenerator::key() const
 {
-    return d->key;
+    return m_private->key;
 }
 
 QCA::PrivateKey KeyGenerator::createRSA(int bits, int exponent, const QString &provider)
 {
     if (!prepare(QStringLiteral("rsa"), provider))
         return {};
-    const GenerationTarget target(d->keyStoreId, d->wantedObjectId);
-    d->key = d->checked(d->rsa.createRSA(bits, exponent, provider));
-    return d->key;
+    const GenerationTarget target(m_private->keyStoreId, m_private->wantedObjectId);
+    m_private->key = m_private->checked(m_private->rsa.createRSA(bits, exponent, provider));
+    return m_private->key;
 }
 
 QCA::PrivateKey KeyGenerator::createEC(const QString &curve, const QString &provider)
@@ -130,16 +130,16 @@ QCA::PrivateKey KeyGenerator::createEC(const QString &curve, const QString &prov
         return {};
     }
     algorithm.takeContext();
-    d->ec.reset(context);
-    const GenerationTarget target(d->keyStoreId, d->wantedObjectId);
-    if (d->blocking) {
+    m_private->ec.reset(context);
+    const GenerationTarget target(m_private->keyStoreId, m_private->wantedObjectId);
+    if (m_private->blocking) {
         context->createPrivate(curve, true);
-        d->key = d->checked(d->wrap(std::move(d->ec)));
-        return d->key;
+        m_private->key = m_private->checked(m_private->wrap(std::move(m_private->ec)));
+        return m_private->key;
     }
     context->moveToThread(thread());
     connect(context, &QCA::PKeyBase::finished, this, [this] {
-        d->key = d->checked(d->wrap(std::move(d->ec)));
+        m_private->key = m_private->checked(m_private->wrap(std::move(m_private->ec)));
         Q_EMIT finished();
     });
     context->createPrivate(curve, false);
@@ -150,13 +150,13 @@ bool KeyGenerator::prepare(const QString &feature, const QString &provider)
 {
     if (isBusy()) {
         // The caller has stored answers for this generation; another must not find them.
-        takeStoredAnswers(d->wantedStoreId);
+        takeStoredAnswers(m_private->wantedStoreId);
         return false;
     }
-    d->key = QCA::PrivateKey();
-    d->keyStoreId = d->wantedStoreId;
-    d->provider = provider;
-    if (d->canUse(feature))
+    m_private->key = QCA::PrivateKey();
+    m_private->keyStoreId = m_private->wantedStoreId;
+    m_private->provider = provider;
+    if (m_private->canUse(feature))
         return true;
     fail();
     return false;
@@ -164,8 +164,8 @@ bool KeyGenerator::prepare(const QString &feature, const QString &provider)
 
 void KeyGenerator::fail()
 {
-    takeStoredAnswers(d->keyStoreId);
-    if (!d->blocking)
+    takeStoredAnswers(m_private->keyStoreId);
+    if (!m_private->blocking)
         QMetaObject::invokeMethod(this, &KeyGenerator::finished, Qt::QueuedConnection);
 }
 

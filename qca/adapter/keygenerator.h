@@ -48,7 +48,7 @@ private:
     void fail();
 
     class Private;
-    std::unique_ptr<Private> d;
+    std::unique_ptr<Private> m_private;
 };
 
 } // namespace Trivex

@@ -41,12 +41,12 @@ public:
     {
         const std::lock_guard lock(m_mutex);
         for (StoredAnswers *set : m_sets) {
-            const std::lock_guard setLock(set->d->mutex);
-            const QString &stored = set->d->answers.keyStoreId;
+            const std::lock_guard setLock(set->m_private->mutex);
+            const QString &stored = set->m_private->answers.keyStoreId;
             if (stored.isEmpty() || (!keyStoreId.isEmpty() && stored != keyStoreId))
                 continue;
-            const Answers taken = set->d->answers;
-            set->d->answers = Answers();
+            const Answers taken = set->m_private->answers;
+            set->m_private->answers = Answers();
             return taken;
         }
         return std::nullopt;
@@ -58,52 +58,52 @@ private:
 };
 
 StoredAnswers::StoredAnswers()
-    : d(std::make_unique<Private>())
+    : m_private(std::make_unique<Private>())
 {
 }
 
 StoredAnswers::~StoredAnswers()
 {
-    if (d->registered)
+    if (m_private->registered)
         StoredAnswersRegistry::instance().remove(this);
 }
 
 void StoredAnswers::registerSet()
 {
-    if (d->registered)
+    if (m_private->registered)
         return;
-    d->registered = true;
+    m_private->registered = true;
     StoredAnswersRegistry::instance().add(this);
 }
 
 void StoredAnswers::setKeyStoreId(const QString &id)
 {
-    const std::lock_guard lock(d->mutex);
-    d->answers.keyStoreId = id;
+    const std::lock_guard lock(m_private->mutex);
+    m_private->answers.keyStoreId = id;
 }
 
 void StoredAnswers::setObjectId(const QString &id)
 {
-    const std::lock_guard lock(d->mutex);
-    d->answers.objectId = id;
+    const std::lock_guard lock(m_private->mutex);
+    m_private->answers.objectId = id;
 }
 
 void StoredAnswers::setPassword(const QCA::SecureArray &password)
 {
-    const std::lock_guard lock(d->mutex);
-    d->answers.password = password;
+    const std::lock_guard lock(m_private->mutex);
+    m_private->answers.password = password;
 }
 
 Answers StoredAnswers::answers() const
 {
-    const std::lock_guard lock(d->mutex);
-    return d->answers;
+    const std::lock_guard lock(m_private->mutex);
+    return m_private->answers;
 }
 
 void StoredAnswers::clear()
 {
-    const std::lock_guard lock(d->mutex);
-    d->answers = Answers();
+    const std::lock_guard lock(m_private->mutex);
+    m_private->answers = Answers();
 }
 
 std::optional<Answers> takeStoredAnswers(const QString &keyStoreId)

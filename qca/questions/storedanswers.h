@@ -48,7 +48,7 @@ public:
 private:
     friend class StoredAnswersRegistry;
     class Private;
-    std::unique_ptr<Private> d;
+    std::unique_ptr<Private> m_private;
 };
 
 /// Takes the first registered set of stored answers that names `keyStoreId`, and clears it there.

@@ -290,23 +290,23 @@ void TestKill::checkLeft(const QJsonArray &left, int interrupted) const
 {
     QVERIFY(std::all_of(left.begin(), left.end(), isTruthful));
     QVERIFY(entryNamed(left, "signer").value(QLatin1String("signs")).toBool());
-    constexpr int plain = 3; // the signer's pair and certificate
+    constexpr int Plain = 3; // the signer's pair and certificate
     if (isGeneration()) {
         // The pair that nobody was told of stays, and the new one.
         QVERIFY(interrupted == 0 || interrupted == 2);
-        QCOMPARE(objects(), plain + interrupted + 2);
+        QCOMPARE(objects(), Plain + interrupted + 2);
         QCOMPARE(left.size(), 1);
     } else if (isRemoval()) {
         QVERIFY(interrupted <= 0 && interrupted >= -3);
-        QCOMPARE(objects(), plain + 1);
+        QCOMPARE(objects(), Plain + 1);
         QCOMPARE(left.size(), 2);
     } else if (m_flow == QLatin1String("import bundle")) {
         QVERIFY(interrupted >= 0 && interrupted <= 4);
-        QCOMPARE(objects(), plain + 4);
+        QCOMPARE(objects(), Plain + 4);
         QCOMPARE(left.size(), 3);
         QVERIFY(entryNamed(left, "bundle").value(QLatin1String("signs")).toBool());
     } else {
-        QCOMPARE(objects(), plain + 1);
+        QCOMPARE(objects(), Plain + 1);
         QCOMPARE(left.size(), 2);
     }
 }

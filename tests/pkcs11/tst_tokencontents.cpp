@@ -191,13 +191,13 @@ void TestTokenContents::findsIssuersByMeaning()
 // Each is the issuer of the next, in a circle, and all have the key that is there.
 void TestTokenContents::endsKnots()
 {
-    constexpr int count = 400;
+    constexpr int Count = 400;
     TokenObjects objects;
-    for (int i = 0; i < count; ++i)
-        objects.certificates.push_back(certificateOf(knotted(i, (i + 1) % count)));
+    for (int i = 0; i < Count; ++i)
+        objects.certificates.push_back(certificateOf(knotted(i, (i + 1) % Count)));
     objects.privateKeys = {keyOf(objects.certificates.front())};
     const TokenContentsPtr contents = assembleContents(objects, QStringLiteral("store"));
-    QCOMPARE(int(contents->entries.size()), count);
+    QCOMPARE(int(contents->entries.size()), Count);
     for (const TokenEntryPtr &entry : contents->entries) {
         QVERIFY(entry->key);
         QCOMPARE(int(entry->issuers.size()), MaxChainLength - 1);

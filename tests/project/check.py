@@ -187,13 +187,13 @@ def threads():
             yield f"docs/threads.md: {unit} is not there"
 
 
-CONSTANT = re.compile(r"^(?:    static )?(?:inline |static )?constexpr (?:const )?[\w:<>, ]+?[ *&]+"
+CONSTANT = re.compile(r"^ *(?:inline |static )?constexpr (?:const )?[\w:<>, ]+?[ *&]+"
                       r"([a-z]\w*)(?=\s*(?:\[\w*\])?\s*[={])", re.MULTILINE)
 LOCK = re.compile(r"\b(?:lock_guard|unique_lock|shared_lock)(?:<[^>]*>)? (\w+)")
 
 
 def names():
-    """One rule for constants (SomeLimit) and for locks (lock, or someLock)."""
+    """One rule for constants (SomeLimit), as in .clang-tidy, and for locks (lock, or someLock)."""
     for path in of_kind(".cpp", ".h"):
         text = text_of(path)
         for found in CONSTANT.findall(text):

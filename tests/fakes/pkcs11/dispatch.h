@@ -112,13 +112,13 @@ CK_RV perform(CK_RV (*CK_FUNCTION_LIST::*member)(Args...), Args... args)
 template <Function Id, typename... Args> void report(unsigned long value, Args... args)
 {
     const auto arguments = std::make_tuple(args...);
-    constexpr size_t last = sizeof...(Args) - 1;
-    if constexpr (std::is_same_v<std::tuple_element_t<last, decltype(arguments)>,
+    constexpr size_t Last = sizeof...(Args) - 1;
+    if constexpr (std::is_same_v<std::tuple_element_t<Last, decltype(arguments)>,
                                  unsigned long *const>) {
-        if (std::get<last>(arguments))
-            *std::get<last>(arguments) = value;
+        if (std::get<Last>(arguments))
+            *std::get<Last>(arguments) = value;
         if constexpr (Id == Function::C_GenerateKeyPair)
-            *std::get<last - 1>(arguments) = value;
+            *std::get<Last - 1>(arguments) = value;
     }
 }
 
