@@ -28,6 +28,16 @@ constexpr qint64 MaxBundleIterations = 3 * MaxIterations;
 /// Private keys of one bundle. They are tried until one has its certificate.
 constexpr int MaxBundleKeys = 100;
 
+/// Size of one private key in DER, in bytes.
+constexpr int MaxPrivateKeyBytes = 64 * 1024;
+
+/// Bits of a number in a private key, or of a domain: libcrypto checks no signatures of larger RSA
+/// keys.
+constexpr int MaxNumberBits = 16384;
+
+/// The same for DSA and Diffie-Hellman, where reading such a key means to compute a power.
+constexpr int MaxDiscreteLogBits = 10000;
+
 /// Certificates from an end entity to its root, both included.
 constexpr int MaxChainLength = 100;
 

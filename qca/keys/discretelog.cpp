@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/keys/discretelog.h"
 
+#include "qca/base/bounds.h"
 #include "qca/keys/bignumbers.h"
 #include "qca/keys/keymaker.h"
 
@@ -20,8 +21,6 @@ QList<KeyParameter> numbersOf(const QCA::DLGroup &domain)
         numbers += {OSSL_PKEY_PARAM_FFC_Q, domain.q()};
     return numbers;
 }
-
-constexpr int MostDomainBits = 16384;
 
 /// A private number for `domain`: at least 1, below the order or, where that is not known, below
 /// p - 1. Null when the domain has no room for one.
@@ -43,7 +42,7 @@ PKeyHandle generateByNumbers(const char *type, const QCA::DLGroup &domain)
     const BigNumHandle p = toBigNum(domain.p());
     const BigNumHandle q = toBigNum(domain.q());
     const BigNumHandle g = toBigNum(domain.g());
-    if (!p || !q || !g || !BN_is_odd(p.get()) || BN_num_bits(p.get()) > MostDomainBits
+    if (!p || !q || !g || !BN_is_odd(p.get()) || BN_num_bits(p.get()) > MaxNumberBits
         || BN_is_zero(g.get()) || BN_is_one(g.get()) || BN_cmp(g.get(), p.get()) >= 0)
         return nullptr;
     const BigNumHandle exponent = randomExponent(p.get(), q.get());

@@ -4,45 +4,16 @@
 
 #include "qca/asn1/nativecoding.h"
 #include "qca/keys/gostengine.h"
+#include "qca/keys/keyalgorithms.h"
+#include "qca/keys/keybounds.h"
 #include "qca/keys/keytypes.h"
 #include "qca/keys/publickeyfields.h"
 
 #include <openssl/err.h>
 
-#include <array>
-
 namespace Trivex {
 
 namespace {
-
-struct AlgorithmKind {
-    const char *oid;
-    int keyType;
-    int bits; // 0: to be found in the key
-};
-
-constexpr std::array<AlgorithmKind, 11> Kinds = {{
-    {"1.2.840.113549.1.1.1", RsaKey, 0},
-    {"1.2.840.10040.4.1", DsaKey, 0},
-    {"1.2.840.113549.1.3.1", DhKey, 0},
-    {"1.2.840.10046.2.1", DhKey, 0},
-    {"1.2.840.10045.2.1", EllipticCurveKey, 0},
-    {"1.2.643.2.2.19", Gost2001Key, 256},
-    {"1.2.643.7.1.1.1.1", Gost2012Key256, 256},
-    {"1.2.643.7.1.1.1.2", Gost2012Key512, 512},
-    {"1.3.101.112", OtherKey, 0},
-    {"1.3.101.113", OtherKey, 0},
-    {"1.2.840.113549.1.1.10", OtherKey, 0},
-}};
-
-const AlgorithmKind *kindOf(const QByteArray &oid)
-{
-    for (const AlgorithmKind &kind : Kinds) {
-        if (oid == kind.oid)
-            return &kind;
-    }
-    return nullptr;
-}
 
 bool isGost(int keyType)
 {
@@ -71,12 +42,6 @@ QByteArray algorithmOfPrivateInfo(Der::Slice pkcs8)
 }
 
 } // namespace
-
-int keyTypeOfAlgorithm(const QByteArray &oid)
-{
-    const AlgorithmKind *kind = kindOf(oid);
-    return kind ? kind->keyType : int(OtherKey);
-}
 
 KeyMaterial::KeyMaterial(const KeyMaterial &other)
     : m_native(share(other.native()))
@@ -118,7 +83,7 @@ KeyMaterial KeyMaterial::fromPublicInfo(const QByteArray &spki)
     const QByteArray oid = algorithmOfPublicInfo(spki);
     if (oid.isEmpty())
         return material;
-    const AlgorithmKind *kind = kindOf(oid);
+    const KeyAlgorithm *kind = keyAlgorithm(oid);
     material.m_keyType = kind ? kind->keyType : int(OtherKey);
     material.m_publicInfo = QByteArray(spki.constData(), spki.size());
     if (isGost(material.m_keyType))
@@ -138,7 +103,9 @@ KeyMaterial KeyMaterial::fromPrivateInfo(const Secret &pkcs8)
     const QByteArray oid = algorithmOfPrivateInfo(encoding);
     if (oid.isEmpty())
         return material;
-    const AlgorithmKind *kind = kindOf(oid);
+    if (!isWithinKeyBounds({pkcs8.constData(), pkcs8.size()}))
+        return material;
+    const KeyAlgorithm *kind = keyAlgorithm(oid);
     const int keyType = kind ? kind->keyType : int(OtherKey);
     if (isGost(keyType))
         loadGostEngine();

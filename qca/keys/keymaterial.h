@@ -57,7 +57,4 @@ private:
     bool m_isPrivate = false;
 };
 
-/// The `Trivex::KeyType` of an algorithm OID in dotted form; `OtherKey` for all others.
-TRIVEX_QCA_EXPORT int keyTypeOfAlgorithm(const QByteArray &oid);
-
 } // namespace Trivex

@@ -3,6 +3,7 @@
 #include "qca/keys/nativeoperations.h"
 
 #include "qca/asn1/nativecoding.h"
+#include "qca/keys/forgeablekey.h"
 
 #include <openssl/rsa.h>
 
@@ -57,7 +58,7 @@ bool signNative(EVP_PKEY *key, const QByteArray &block, QByteArray *signature)
 bool verifyNative(EVP_PKEY *key, const QByteArray &block, const QByteArray &signature)
 {
     const KeyContextHandle context(key ? EVP_PKEY_CTX_new(key, nullptr) : nullptr);
-    const bool good = context && EVP_PKEY_verify_init(context.get()) == 1
+    const bool good = context && !isForgeable(key) && EVP_PKEY_verify_init(context.get()) == 1
         && setPadding(key, context.get())
         && EVP_PKEY_verify(context.get(), bytesOf(signature), size_t(signature.size()),
                            bytesOf(block), size_t(block.size()))
@@ -83,7 +84,7 @@ bool signMessageNative(EVP_PKEY *key, const QByteArray &message, QByteArray *sig
 bool verifyMessageNative(EVP_PKEY *key, const QByteArray &message, const QByteArray &signature)
 {
     const DigestContextHandle context(EVP_MD_CTX_new());
-    const bool good = key && context
+    const bool good = key && context && !isForgeable(key)
         && EVP_DigestVerifyInit(context.get(), nullptr, nullptr, nullptr, key) == 1
         && EVP_DigestVerify(context.get(), bytesOf(signature), size_t(signature.size()),
                             bytesOf(message), size_t(message.size()))

@@ -6,6 +6,7 @@
 #include "qca/base/bounds.h"
 #include "qca/keys/algorithmerrors.h"
 #include "qca/keys/derivationbudget.h"
+#include "qca/keys/keybounds.h"
 #include "qca/keys/legacylibrary.h"
 
 #include <optional>
@@ -170,6 +171,8 @@ QCA::ConvertResult readPrivateKey(const QCA::SecureArray &der, const QCA::Secure
     const auto sig = decodeNative<DigestInfoHandle>(sliceOf(der), d2i_X509_SIG);
     if (sig)
         return readEncrypted(sig.get(), passphrase, material);
+    if (!isWithinKeyBounds({der.constData(), der.size()}))
+        return QCA::ErrorDecode;
     *material =
         KeyMaterial::fromNative(decodeNative<PKeyHandle>(sliceOf(der), d2i_AutoPrivateKey), true);
     return material->isNull() ? QCA::ErrorDecode : QCA::ConvertGood;

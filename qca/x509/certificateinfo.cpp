@@ -63,14 +63,13 @@ X509Handle nativeOf(const QCA::Certificate &certificate)
     return data ? data->native() : nullptr;
 }
 
-/// The algorithm's number by its identifier, for keys that libcrypto has no code to decode.
+/// The algorithm's number by its identifier, for keys that libcrypto can't decode.
 int undecodableAlgorithm(const X509 *certificate)
 {
     ASN1_OBJECT *algorithm = nullptr;
     X509_PUBKEY_get0_param(&algorithm, nullptr, nullptr, nullptr,
                            X509_get_X509_PUBKEY(certificate));
-    const int number = OBJ_obj2nid(algorithm);
-    return EVP_PKEY_asn1_find(nullptr, number) ? NID_undef : number;
+    return OBJ_obj2nid(algorithm);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "qca/x509/signaturecheck.h"
 
 #include "qca/asn1/nativecoding.h"
+#include "qca/keys/forgeablekey.h"
 #include "qca/keys/keymaterial.h"
 
 namespace Trivex {
@@ -27,7 +28,9 @@ SignatureState checkSignature(const CertificateFields &fields, const KeyMaterial
                             key.native())
             == 1;
     ERR_clear_error();
-    return isGood ? SignatureState::Good : SignatureState::Bad;
+    if (!isGood)
+        return SignatureState::Bad;
+    return isForgeable(key.native()) ? SignatureState::Unknown : SignatureState::Good;
 }
 
 } // namespace Trivex

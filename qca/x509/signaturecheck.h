@@ -11,7 +11,8 @@ class KeyMaterial;
 enum class SignatureState {
     Good,
     Bad,
-    Unknown, ///< nothing here can handle the key or the algorithm
+    Unknown, ///< nothing here can handle the key or the algorithm, or everybody can sign for the
+             ///< key
 };
 
 /// Whether the certificate with `fields` is signed by the key in `publicInfo` (DER

@@ -3,6 +3,7 @@
 #include "qca/x509/validation.h"
 
 #include "qca/asn1/nativecoding.h"
+#include "qca/keys/forgeablekey.h"
 #include "qca/x509/certificatedata.h"
 
 #include <openssl/err.h>
@@ -121,6 +122,16 @@ int overlookMissingLists(int good, X509_STORE_CTX *context)
     }
 }
 
+/// Whether a certificate that has signed another one of the chain is anybody's.
+bool hasForgeableIssuer(const STACK_OF(X509) * chain)
+{
+    for (int i = 1; i < sk_X509_num(chain); ++i) {
+        if (isForgeable(X509_get0_pubkey(sk_X509_value(chain, i))))
+            return true;
+    }
+    return false;
+}
+
 bool isChain(const STACK_OF(X509) * found, const QList<QCA::CertContext *> &wanted)
 {
     const int count = sk_X509_num(found);
@@ -156,6 +167,8 @@ QCA::Validity validateCertificate(const QCA::CertContext *certificate, const Val
     if (!good)
         return validityOf(X509_STORE_CTX_get_error(context.get()),
                           X509_STORE_CTX_get_error_depth(context.get()));
+    if (hasForgeableIssuer(X509_STORE_CTX_get0_chain(context.get())))
+        return QCA::ErrorSignatureFailed;
     if (wantedChain && !isChain(X509_STORE_CTX_get0_chain(context.get()), *wantedChain))
         return QCA::ErrorValidityUnknown;
     return allowsUsage(certificate, input.usage) ? QCA::ValidityGood : QCA::ErrorInvalidPurpose;
