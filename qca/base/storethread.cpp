@@ -3,8 +3,8 @@
 #include "qca/base/storethread.h"
 
 #include "qca/base/descriptor.h"
-#include "qca/base/parkthread.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QThread>
 #include <QtCrypto>
@@ -14,6 +14,7 @@
 #include <cstring>
 #include <memory>
 #include <mutex>
+#include <string_view>
 #include <thread>
 
 #include <dirent.h>
@@ -27,6 +28,8 @@ namespace {
 constexpr std::chrono::milliseconds LookPause{1};
 /// A new thread has the name of its creator until it gets its own, so the search is repeated.
 constexpr std::chrono::milliseconds NamePause{3};
+/// How often the ending thread is seen asleep before it counts as waiting for something.
+constexpr int WaitingLooks = 5;
 /// QCA::KeyStoreOperation, as far as the kernel keeps names.
 constexpr char OperationName[] = "QCA::KeyStoreOp\n";
 
@@ -40,15 +43,34 @@ bool isRoutineAdded = false;
 /// True when the process is ending and QCA is kept from ending before it.
 std::atomic<bool> isHeld{false};
 
+/// The start of a small file, cut where the buffer ends. Without Qt's own files, which may be gone
+/// at the end of the process.
+using Start = std::array<char, 128>;
+
+/// The length of what was read; 0 where nothing was.
+size_t readStart(const char *path, Start *start)
+{
+    const Descriptor file(open(path, O_RDONLY | O_CLOEXEC));
+    const ssize_t size = file.isOpen() ? read(file.get(), start->data(), start->size()) : -1;
+    return size > 0 ? size_t(size) : 0;
+}
+
 bool isOperation(const char *task)
 {
-    std::array<char, 64> text{};
+    Start text{};
     if (snprintf(text.data(), text.size(), "/proc/self/task/%s/comm", task) >= int(text.size()))
         return false;
-    const Descriptor file(open(text.data(), O_RDONLY | O_CLOEXEC));
-    const ssize_t size = file.isOpen() ? read(file.get(), text.data(), text.size()) : -1;
-    return size == ssize_t(sizeof OperationName - 1)
-        && std::memcmp(text.data(), OperationName, size_t(size)) == 0;
+    const size_t size = readStart(text.data(), &text);
+    return size == sizeof OperationName - 1 && std::memcmp(text.data(), OperationName, size) == 0;
+}
+
+/// Whether the main thread sleeps at this moment: its state stands behind its name in parentheses.
+bool isMainThreadAsleep()
+{
+    Start text{};
+    const std::string_view stat(text.data(), readStart("/proc/self/stat", &text));
+    const size_t name = stat.rfind(") ");
+    return name != std::string_view::npos && name + 2 < stat.size() && stat[name + 2] == 'S';
 }
 
 /// Hosts start operations through objects that QCA does not list, but their threads have names.
@@ -84,11 +106,21 @@ void endWithApplication()
         keepQca();
 }
 
-/// Reports that the thread stops, and stops it.
-void reportAndPark(const std::shared_ptr<std::atomic<bool>> &isParked)
+/// Reports that the thread stops, and stops it for good, but for what the end itself waits for: the
+/// destructor of a host's static object may ask a key store, or wait for an operation whose thread
+/// had no name yet when they were looked for. What others ask is never answered.
+[[noreturn]] void reportAndStay(const std::shared_ptr<std::atomic<bool>> &isStaying)
 {
-    *isParked = true;
-    parkThread();
+    *isStaying = true;
+    QAbstractEventDispatcher *dispatcher = QAbstractEventDispatcher::instance();
+    for (int asleep = 0;;) {
+        std::this_thread::sleep_for(LookPause);
+        asleep = isMainThreadAsleep() ? asleep + 1 : 0;
+        if (asleep < WaitingLooks || !dispatcher->hasPendingEvents())
+            continue;
+        dispatcher->processEvents(QEventLoop::AllEvents);
+        asleep = 0;
+    }
 }
 
 } // namespace
@@ -136,7 +168,7 @@ bool StoreThread::waitForOperations(Deadline deadline)
 
 bool StoreThread::hold(Deadline deadline)
 {
-    const auto isParked = std::make_shared<std::atomic<bool>>(false);
+    const auto isStaying = std::make_shared<std::atomic<bool>>(false);
     {
         const std::lock_guard lock(mutex);
         if (!agent)
@@ -145,13 +177,13 @@ bool StoreThread::hold(Deadline deadline)
             return false;
         isHeld = true;
         QMetaObject::invokeMethod(
-            agent, [isParked] { reportAndPark(isParked); }, Qt::QueuedConnection);
+            agent, [isStaying] { reportAndStay(isStaying); }, Qt::QueuedConnection);
     }
     // On another thread than the main one the process ends at once, and QCA may be locked.
     if (gettid() == getpid())
         keepQca();
     // Without an application object nothing is delivered to any thread of Qt's.
-    const auto isWaiting = [&] { return !*isParked && known && QCoreApplication::instance(); };
+    const auto isWaiting = [&] { return !*isStaying && known && QCoreApplication::instance(); };
     while (isWaiting() && std::chrono::steady_clock::now() < deadline)
         std::this_thread::sleep_for(LookPause);
     return !isWaiting();

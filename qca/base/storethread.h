@@ -29,10 +29,11 @@ public:
     /// Waits until no thread of QCA's is asking the store thread for anything. False when one still
     /// is at the deadline; true without a store thread.
     static bool waitForOperations(Deadline deadline);
-    /// Stops the store thread for good while it runs its event loop, not in the middle of other
-    /// code: of starting a program, say, whose forked child would wait for ever. Also keeps QCA
-    /// from ending, which would wait for the thread. Call it once, at the end of the process. False
-    /// when the thread could not be reached before the deadline; true without one.
+    /// Stops the store thread while it runs its event loop, not in the middle of other code: of
+    /// starting a program, say, whose forked child would wait for ever. From then on it answers
+    /// only while the main thread waits. Also keeps QCA from ending, which would wait for the
+    /// thread. Call it once, at the end of the process. False when the thread could not be reached
+    /// before the deadline; true without one.
     static bool hold(Deadline deadline);
 };
 

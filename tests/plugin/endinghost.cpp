@@ -272,6 +272,36 @@ int runStatic(int argc, char *argv[], const EndingHost &host)
     return runLoop(*wayOf(QStringLiteral("exit")), host.delay);
 }
 
+/// A static object that uses the stores in its destructor: it asks them itself, and it deletes one
+/// whose operation has just begun.
+struct Asker {
+    std::unique_ptr<QCA::KeyStoreManager> manager;
+    QStringList ids;
+
+    ~Asker()
+    {
+        for (const QString &id : qAsConst(ids)) {
+            QCA::KeyStore asked(id, manager.get());
+            static_cast<void>(asked.entryList());
+            QCA::KeyStore deleted(id, manager.get());
+            deleted.startAsynchronousMode();
+        }
+    }
+};
+
+int runAsking(int argc, char *argv[], const EndingHost &host)
+{
+    static Parts parts(argc, argv, host);
+    static User user(host.kind);
+    static Asker asker;
+    asker.manager = std::make_unique<QCA::KeyStoreManager>();
+    asker.manager->waitForBusyFinished();
+    asker.ids = asker.manager->keyStores();
+    if (asker.ids.isEmpty())
+        return NoPage;
+    return runLoop(*wayOf(QStringLiteral("exit")), host.delay);
+}
+
 /// Two rounds of everything in one process, the first with `host.delay`, the second until there are
 /// rows. With `isKept` the user of the first round lives on.
 int runTwice(int argc, char *argv[], const EndingHost &host, bool isKept)
@@ -305,6 +335,8 @@ int runEndingHost(int argc, char *argv[], const EndingHost &host)
 {
     if (host.way == QLatin1String("static"))
         return runStatic(argc, argv, host);
+    if (host.way == QLatin1String("static, asking"))
+        return runAsking(argc, argv, host);
     if (host.way.startsWith(QLatin1String("twice")))
         return runTwice(argc, argv, host, host.way.endsWith(QLatin1String("kept")));
     const Way &way = *wayOf(host.way);

@@ -47,7 +47,8 @@ const char *const QmlWays[] = {"exit",
 /// Of hosts that use QCA alone, those that do no more than QCA allows: it ends with the
 /// application.
 const char *const StoreWays[] = {
-    "exit", "exit on another thread", "quick_exit", "fork", "return", "in order", "static"};
+    "exit",   "exit on another thread", "quick_exit", "fork", "return", "in order",
+    "static", "static, asking"};
 
 const char *const QuittingPage = R"(
 import QtQuick 2.15
