@@ -10,6 +10,7 @@
 #include "tests/pkcs11/stores.h"
 #include "tests/support/testtoken.h"
 
+#include <QElapsedTimer>
 #include <QSaveFile>
 #include <QTimer>
 
@@ -39,11 +40,12 @@ const char *const endingWays[3] = {"return", "exit", "thread"};
 namespace {
 
 constexpr int StartPatience = 20000;
-/// Long enough for an operation to have reached the module.
-constexpr int UnderWay = 700;
-/// Where the call has to have been reached: it comes after a login.
-constexpr int LateUnderWay = 2000;
+constexpr int LoginLifetime = 175;
+/// Where the end itself makes the call, or nothing is called: how long there is rest before it.
+constexpr int Rest = 700;
+constexpr int LookPause = 20;
 constexpr int NotStarted = 3;
+constexpr int NotReached = 4;
 constexpr std::chrono::seconds ChildPatience{10};
 
 const QString Provider = QStringLiteral("qca-norvel-pkcs11");
@@ -55,6 +57,67 @@ bool isAtStart(const QString &call)
         QStringLiteral("C_OpenSession"), QStringLiteral("C_FindObjects")};
     return calls.contains(call);
 }
+
+bool isAtEnd(const QString &call)
+{
+    return call.isEmpty() || call == QLatin1String("C_CloseSession")
+        || call == QLatin1String("C_Finalize");
+}
+
+/// What the module has logged since this object was made.
+class NewLog {
+public:
+    NewLog()
+        : m_file(qEnvironmentVariable("TRIVEX_FAULTY_LOG"))
+        , m_start(m_file.size())
+    {
+    }
+
+    bool contains(const QByteArray &text)
+    {
+        if (!m_file.isOpen() && !m_file.open(QIODevice::ReadOnly))
+            return false;
+        m_file.seek(m_start);
+        return m_file.readAll().contains(text);
+    }
+
+private:
+    QFile m_file;
+    qint64 m_start;
+};
+
+/// Does something once the call waits in the module: a busy machine takes its time to come there.
+class Reached : public QObject {
+public:
+    explicit Reached(const QString &call)
+        : m_call(call.toLatin1())
+    {
+    }
+
+    template <typename Action> void whenReached(Action action)
+    {
+        if (isAtEnd(QString::fromLatin1(m_call))) {
+            QTimer::singleShot(Rest, this, action);
+            return;
+        }
+        m_timer.callOnTimeout(this, [this, action] {
+            if (m_log.contains("waits " + m_call + '\n')) {
+                m_timer.stop();
+                action();
+            }
+        });
+        m_timer.start(LookPause);
+        QTimer::singleShot(StartPatience, this, [this] {
+            if (m_timer.isActive())
+                std::_Exit(NotReached);
+        });
+    }
+
+private:
+    QByteArray m_call;
+    NewLog m_log;
+    QTimer m_timer;
+};
 
 /// `when`: which call, and how many milliseconds it takes.
 void order(const Ending &ending, const QByteArray &when)
@@ -96,7 +159,7 @@ void shortenLogins()
     // Starts the provider, which takes its settings from QCA first.
     QCA::findProvider(Provider);
     Trivex::TokenSettings settings;
-    settings.loginLifetime = std::chrono::milliseconds(UnderWay / 4);
+    settings.loginLifetime = std::chrono::milliseconds(LoginLifetime);
     Trivex::configureTokens(settings);
 }
 
@@ -120,6 +183,7 @@ bool sign(const Stores &stores, const QString &storeName)
 
 int runEnding(const Ending &ending)
 {
+    auto reached = std::make_unique<Reached>(ending.call);
     if (isAtStart(ending.call))
         hold(ending);
     const QCA::Initializer qca;
@@ -134,9 +198,10 @@ int runEnding(const Ending &ending)
             return NotStarted;
         if ((isIdle || ending.call.isEmpty()) && !sign(stores, ending.storeName))
             return NotStarted;
+        reached = std::make_unique<Reached>(ending.call);
         hold(ending);
     }
-    QTimer::singleShot(UnderWay, [&ending] { leave(ending.way); });
+    reached->whenReached([&ending] { leave(ending.way); });
     if (ending.call == QLatin1String("C_GenerateKeyPair"))
         start(&generator, stores.byName(ending.storeName)->id());
     else if (ending.call == QLatin1String("C_Sign") || ending.call == QLatin1String("C_Login"))
@@ -146,6 +211,7 @@ int runEnding(const Ending &ending)
 
 int runLateReturn(const Ending &ending, int milliseconds)
 {
+    NewLog log;
     {
         const QCA::Initializer qca;
         PinPrompt prompt(TestToken::pin());
@@ -153,16 +219,25 @@ int runLateReturn(const Ending &ending, int milliseconds)
         Trivex::KeyGenerator generator;
         if (!stores.waitForEntries(ending.storeName, 1, StartPatience))
             return NotStarted;
+        Reached reached(ending.call);
         order(ending, "1 " + QByteArray::number(milliseconds));
         if (ending.call == QLatin1String("C_GenerateKeyPair"))
             start(&generator, stores.byName(ending.storeName)->id());
         else
             QTimer::singleShot(0, [&] { sign(stores, ending.storeName); });
-        QTimer::singleShot(LateUnderWay, [] { QCoreApplication::exit(); });
+        reached.whenReached([] { QCoreApplication::exit(); });
         QCoreApplication::exec();
     }
-    // The call returns now, and the thread goes on with what it holds.
-    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+    QElapsedTimer clock;
+    clock.start();
+    const QByteArray returned = '\n' + ending.call.toLatin1() + " CKR_OK";
+    while (!log.contains(returned)) {
+        if (clock.elapsed() > StartPatience)
+            return NotReached;
+        std::this_thread::sleep_for(std::chrono::milliseconds(LookPause));
+    }
+    // The thread goes on with what it holds.
+    std::this_thread::sleep_for(std::chrono::milliseconds(Rest));
     tellEnd();
     return EndingStatus;
 }

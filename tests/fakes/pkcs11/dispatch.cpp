@@ -12,10 +12,12 @@
 
 namespace Faulty {
 
-void before(const Verdict &verdict)
+void before(Function function, const Verdict &verdict)
 {
-    if (verdict.milliseconds > 0)
+    if (verdict.milliseconds > 0) {
+        writeLog(std::string("waits ") + functionName(function));
         std::this_thread::sleep_for(std::chrono::milliseconds(verdict.milliseconds));
+    }
     if (verdict.kill)
         std::raise(SIGKILL);
 }

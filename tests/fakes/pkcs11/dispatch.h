@@ -9,8 +9,9 @@
 
 namespace Faulty {
 
-//! Waits or ends the process where the verdict says so, before the real module is called.
-void before(const Verdict &verdict);
+//! Waits or ends the process where the verdict says so, before the real module is called. A wait is
+//! logged when it begins.
+void before(Function function, const Verdict &verdict);
 //! Ends the process where the verdict says so, after the real module was called.
 void after(const Verdict &verdict);
 //! Writes the call to the log. \p detail follows the subject.
@@ -145,7 +146,7 @@ struct Stub<Id, member> {
         Device &device = Device::instance();
         const unsigned long subject = firstOf(args...);
         const Verdict verdict = device.judge(Id, subject);
-        before(verdict);
+        before(Id, verdict);
         CK_RV result = verdict.instead.value_or(CKR_OK);
         if (!verdict.instead) {
             const std::shared_lock<std::shared_mutex> busyLock(device.busy());

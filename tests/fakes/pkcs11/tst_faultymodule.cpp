@@ -235,6 +235,7 @@ void TestFaultyModule::delaysACall()
     m_module->C_GetSessionInfo(session, &info);
     QVERIFY(timer.elapsed() >= 300);
     QVERIFY(first < 300);
+    QCOMPARE(log().count("waits C_GetSessionInfo\nC_GetSessionInfo "), 1);
 }
 
 void TestFaultyModule::takesTheDeviceAwayAndBringsItBack()
