@@ -5,31 +5,42 @@ import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
 
-/// Asks before something is removed: names it, and says when a key goes for good.
+/// Asks before something is removed: names it, and says when a key goes for good. `name` has a line
+/// for each where several go; `more` are not named.
 BaseDialog {
     id: dialog
+    property int count: 1
     property string name
+    property int more: 0
     property string place
     property bool hasKey: false
     property bool isRequest: false
     signal confirmed()
 
     objectName: "removeDialog"
-    title: isRequest ? qsTrId("trivex-app-remove-request-title")
-                     : qsTrId("trivex-app-remove-title")
+    title: count > 1
+        ? isRequest ? qsTrId("trivex-app-remove-requests-title", count)
+                    : qsTrId("trivex-app-remove-several-title", count)
+        : isRequest ? qsTrId("trivex-app-remove-request-title")
+                    : qsTrId("trivex-app-remove-title")
 
     Label {
         textFormat: Text.PlainText
-        text: dialog.name
+        text: dialog.more > 0 ? dialog.name + "\n" + qsTrId("trivex-app-and-more", dialog.more)
+                              : dialog.name
         font.bold: true
         wrapMode: Text.WrapAtWordBoundaryOrAnywhere
         Layout.fillWidth: true
     }
     Label {
         textFormat: Text.PlainText
-        text: dialog.isRequest ? qsTrId("trivex-app-remove-request-text")
-            : dialog.hasKey ? qsTrId("trivex-app-remove-bundle-text").arg(dialog.place)
-            : qsTrId("trivex-app-remove-text").arg(dialog.place)
+        text: (dialog.count > 1
+            ? dialog.isRequest ? qsTrId("trivex-app-remove-requests-text")
+                : dialog.hasKey ? qsTrId("trivex-app-remove-bundles-text")
+                : qsTrId("trivex-app-remove-several-text")
+            : dialog.isRequest ? qsTrId("trivex-app-remove-request-text")
+                : dialog.hasKey ? qsTrId("trivex-app-remove-bundle-text")
+                : qsTrId("trivex-app-remove-text")).replace("%1", dialog.place)
         wrapMode: Text.WordWrap
         Layout.fillWidth: true
     }

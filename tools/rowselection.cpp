@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "tools/rowselection.h"
 
+#include "tools/rows.h"
+
+#include <algorithm>
 #include <utility>
 
 namespace Trivex {
@@ -26,10 +29,12 @@ void RowSelection::setRows(SectionedModel *rows)
         disconnect(m_rows, nullptr, this, nullptr);
     m_rows = rows;
     if (rows) {
+        connect(rows, &SectionedModel::entriesChanged, this, [this] { m_role = -1; });
         connect(rows, &QAbstractItemModel::modelReset, this, &RowSelection::follow);
         connect(rows, &QAbstractItemModel::rowsInserted, this, &RowSelection::follow);
         connect(rows, &QAbstractItemModel::rowsRemoved, this, &RowSelection::follow);
     }
+    m_role = -1;
     clear();
     Q_EMIT rowsChanged();
 }
@@ -41,64 +46,199 @@ int RowSelection::row() const
 
 void RowSelection::setRow(int row)
 {
-    const int count = m_rows ? m_rows->rowCount() : 0;
-    if (row < 0 || row >= count) {
+    if (!isListed(row)) {
         clear();
         return;
     }
-    if (row == m_row)
+    if (row == m_row && m_several.isEmpty())
         return;
-    m_row = row;
-    m_identity = value("identity").toString();
-    m_certificate = value("certificate").value<QObject *>();
+    m_several.clear();
+    makeCurrent(row);
+    m_anchor = m_current;
+    recount();
     Q_EMIT changed();
 }
 
 QString RowSelection::identity() const
 {
-    return m_identity;
+    return m_current.identity;
 }
 
 void RowSelection::setIdentity(const QString &identity)
 {
-    if (identity == m_identity)
+    if (identity == m_current.identity && m_several.isEmpty())
         return;
-    m_identity = identity;
-    m_certificate = nullptr;
-    m_row = rowOfIdentity();
-    m_certificate = value("certificate").value<QObject *>();
+    m_several.clear();
+    m_current = {identity, nullptr};
+    m_row = rowOf(m_current);
+    m_current.certificate = value("certificate").value<QObject *>();
+    m_anchor = m_current;
+    recount();
     Q_EMIT changed();
+}
+
+int RowSelection::count() const
+{
+    return m_count;
+}
+
+bool RowSelection::isChosen(int row) const
+{
+    if (m_several.isEmpty())
+        return row >= 0 && row == m_row;
+    if (!isListed(row))
+        return false;
+    const auto range = m_several.equal_range(m_rows->identityAt(row));
+    if (range.first == range.second)
+        return false;
+    const QObject *here = certificateAt(row);
+    return std::any_of(range.first, range.second, [here](const QPointer<QObject> &certificate) {
+        return !certificate || certificate == here;
+    });
+}
+
+QVariantList RowSelection::chosenRows() const
+{
+    QVariantList rows;
+    for (int row = 0; m_rows && row < m_rows->count(); ++row) {
+        if (isChosen(row))
+            rows.append(row);
+    }
+    return rows;
+}
+
+void RowSelection::toggle(int row)
+{
+    if (!isListed(row))
+        return;
+    if (m_several.isEmpty() && m_row >= 0)
+        add(m_row);
+    if (isChosen(row)) {
+        const Known gone = known(row);
+        m_several.remove(gone.identity, gone.certificate);
+        m_several.remove(gone.identity, nullptr);
+        const QVariantList left = chosenRows();
+        if (left.size() <= 1) {
+            setRow(left.isEmpty() ? -1 : left.first().toInt());
+            return;
+        }
+        if (row == m_row)
+            makeCurrent(left.first().toInt());
+    } else {
+        add(row);
+        makeCurrent(row);
+    }
+    m_anchor = known(row);
+    recount();
+    Q_EMIT changed();
+}
+
+void RowSelection::extendTo(int row)
+{
+    if (!isListed(row))
+        return;
+    const int anchor = rowOf(m_anchor);
+    const int from = anchor >= 0 ? anchor : m_row >= 0 ? m_row : row;
+    m_several.clear();
+    for (int one = qMin(from, row); from != row && one <= qMax(from, row); ++one)
+        add(one);
+    makeCurrent(row);
+    m_anchor = known(from);
+    recount();
+    Q_EMIT changed();
+}
+
+void RowSelection::chooseAll()
+{
+    const int count = m_rows ? m_rows->count() : 0;
+    if (count == 0)
+        return;
+    m_several.clear();
+    for (int row = 0; count > 1 && row < count; ++row)
+        add(row);
+    if (m_row < 0)
+        makeCurrent(0);
+    recount();
+    Q_EMIT changed();
+}
+
+void RowSelection::chooseCurrent()
+{
+    if (m_row >= 0)
+        setRow(m_row);
 }
 
 void RowSelection::clear()
 {
-    if (m_row < 0 && m_identity.isEmpty())
+    if (m_row < 0 && m_current.identity.isEmpty() && m_several.isEmpty())
         return;
     m_row = -1;
-    m_identity.clear();
-    m_certificate = nullptr;
+    m_several.clear();
+    m_current = {};
+    m_anchor = {};
+    m_count = 0;
     Q_EMIT changed();
 }
 
 void RowSelection::follow()
 {
-    if (m_identity.isEmpty())
+    if (m_current.identity.isEmpty())
         return;
-    const int row = rowOfIdentity();
-    const QPointer<QObject> before = m_certificate;
+    const int row = rowOf(m_current);
+    const QPointer<QObject> before = m_current.certificate;
     const int rowBefore = std::exchange(m_row, row);
-    m_certificate = value("certificate").value<QObject *>();
-    if (row != rowBefore || m_certificate != before)
+    m_current.certificate = value("certificate").value<QObject *>();
+    const int countBefore = m_count;
+    recount();
+    if (row != rowBefore || m_current.certificate != before || m_count != countBefore
+        || !m_several.isEmpty())
         Q_EMIT changed();
 }
 
-int RowSelection::rowOfIdentity() const
+void RowSelection::recount()
 {
-    if (!m_rows || m_identity.isEmpty())
+    m_count = m_several.isEmpty() ? int(m_row >= 0) : chosenRows().size();
+}
+
+RowSelection::Known RowSelection::known(int row) const
+{
+    if (!isListed(row))
+        return {};
+    return {m_rows->identityAt(row), certificateAt(row)};
+}
+
+QObject *RowSelection::certificateAt(int row) const
+{
+    // Looked up once: a row is read for each of thousands that are chosen.
+    if (m_role < 0)
+        m_role = roleNamed(*m_rows, QStringLiteral("certificate"));
+    return m_rows->index(row, 0).data(m_role).value<QObject *>();
+}
+
+bool RowSelection::isListed(int row) const
+{
+    return m_rows && row >= 0 && row < m_rows->count();
+}
+
+void RowSelection::makeCurrent(int row)
+{
+    m_row = row;
+    m_current = known(row);
+}
+
+void RowSelection::add(int row)
+{
+    const Known one = known(row);
+    m_several.insert(one.identity, one.certificate);
+}
+
+int RowSelection::rowOf(const Known &wanted) const
+{
+    if (!m_rows || wanted.identity.isEmpty())
         return -1;
-    // The very object, where it is still there: a store may hold two rows of one identity.
-    const int same = m_certificate ? m_rows->rowOf(m_certificate) : -1;
-    return same >= 0 ? same : m_rows->rowOfIdentity(m_identity);
+    // The very object, where it is still there.
+    const int same = wanted.certificate ? m_rows->rowOf(wanted.certificate) : -1;
+    return same >= 0 ? same : m_rows->rowOfIdentity(wanted.identity);
 }
 
 QVariant RowSelection::value(const char *role) const
@@ -108,7 +248,7 @@ QVariant RowSelection::value(const char *role) const
 
 QObject *RowSelection::certificate() const
 {
-    return m_row >= 0 ? m_certificate.data() : nullptr;
+    return m_row >= 0 ? m_current.certificate.data() : nullptr;
 }
 
 QString RowSelection::entryId() const

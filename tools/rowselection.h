@@ -4,22 +4,28 @@
 
 #include "tools/sectionedmodel.h"
 
+#include <QMultiHash>
+
 namespace Trivex {
 
-/// The one chosen row of a list: what is highlighted, shown in detail and acted on.
+/// The chosen rows of a list: what is highlighted, shown in detail and acted on. One of them is the
+/// current row, from which arrow keys go on.
 ///
-/// The row is known by its identity and followed wherever searches, sorting and rebuilt lists put
-/// it. While it is not listed, nothing is chosen, never a neighbour; when it comes back it is
-/// chosen again, unless another was chosen meanwhile.
+/// Rows are known by their identity and followed wherever searches, sorting and rebuilt lists put
+/// them. While one is not listed it is not chosen, and no neighbour is in its place; when it comes
+/// back it is chosen again, unless another was chosen meanwhile.
 class RowSelection : public QObject {
     Q_OBJECT
     Q_PROPERTY(Trivex::SectionedModel *rows READ rows WRITE setRows NOTIFY rowsChanged)
-    /// The chosen row, -1 for none. One that does not exist chooses none.
+    /// The current row, -1 for none. Assigning it chooses this row alone; one that does not exist
+    /// chooses none.
     Q_PROPERTY(int row READ row WRITE setRow NOTIFY changed)
     /// The chosen row's identity, while it is not listed, too; empty where none was chosen.
     /// Assigning that of a row which is still to come chooses it when it comes.
     Q_PROPERTY(QString identity READ identity WRITE setIdentity NOTIFY changed)
-    // What is known of the chosen row; null, empty, false or -1 without one.
+    /// How many rows are chosen.
+    Q_PROPERTY(int count READ count NOTIFY changed)
+    // What is known of the current row; null, empty, false or -1 without one.
     Q_PROPERTY(QObject *certificate READ certificate NOTIFY changed)
     Q_PROPERTY(QString entryId READ entryId NOTIFY changed)
     Q_PROPERTY(QString place READ place NOTIFY changed)
@@ -45,6 +51,17 @@ public:
     bool hasKey() const;
     int keyKind() const;
 
+    int count() const;
+    Q_INVOKABLE bool isChosen(int row) const;
+    /// The chosen rows in the order of the list.
+    Q_INVOKABLE QVariantList chosenRows() const;
+    /// Adds the row to the chosen ones or takes it from them; it is current in the first case.
+    Q_INVOKABLE void toggle(int row);
+    /// Chooses the rows from the one that was last chosen by itself to this one.
+    Q_INVOKABLE void extendTo(int row);
+    Q_INVOKABLE void chooseAll();
+    /// Chooses the current row alone.
+    Q_INVOKABLE void chooseCurrent();
     /// Chooses nothing, and forgets what was chosen.
     Q_INVOKABLE void clear();
 
@@ -53,14 +70,31 @@ Q_SIGNALS:
     void changed();
 
 private:
+    /// A row as it is known again: a store may hold two of one identity, told apart by their
+    /// objects as long as these live.
+    struct Known {
+        QString identity;
+        QPointer<QObject> certificate;
+    };
+
+    Known known(int row) const;
+    QObject *certificateAt(int row) const;
+    bool isListed(int row) const;
+    void makeCurrent(int row);
+    void add(int row);
     void follow();
-    int rowOfIdentity() const;
+    void recount();
+    int rowOf(const Known &wanted) const;
     QVariant value(const char *role) const;
 
     QPointer<SectionedModel> m_rows;
     int m_row = -1;
-    QString m_identity;
-    QPointer<QObject> m_certificate;
+    Known m_current;
+    Known m_anchor; ///< where an extended choice begins
+    /// All that are chosen by identity; empty while the current row is the only one.
+    QMultiHash<QString, QPointer<QObject>> m_several;
+    int m_count = 0;
+    mutable int m_role = -1; ///< of the certificates, while the list has the same roles
 };
 
 } // namespace Trivex

@@ -123,6 +123,35 @@ void SectionedModel::setKeyKind(int kind)
     Q_EMIT keyKindChanged();
 }
 
+int SectionedModel::sortKey() const
+{
+    return m_order.key();
+}
+
+void SectionedModel::setSortKey(int key)
+{
+    if (key >= RowOrder::Given && key <= RowOrder::Until)
+        setOrder(RowOrder::Key(key), m_order.isDescending());
+}
+
+bool SectionedModel::isDescending() const
+{
+    return m_order.isDescending();
+}
+
+void SectionedModel::setDescending(bool descending)
+{
+    setOrder(m_order.key(), descending);
+}
+
+void SectionedModel::setOrder(RowOrder::Key key, bool descending)
+{
+    if (!m_order.set(key, descending))
+        return;
+    schedule();
+    Q_EMIT orderChanged();
+}
+
 int SectionedModel::count() const
 {
     return m_rows.size();
@@ -154,6 +183,11 @@ int SectionedModel::rowOf(QObject *certificate) const
 {
     const int row = m_entries ? m_entries->rowOfCertificate(certificate) : -1;
     return row < 0 ? -1 : m_rows.indexOf(row);
+}
+
+QString SectionedModel::identityAt(int row) const
+{
+    return m_entries->identityAt(m_rows.at(row));
 }
 
 int SectionedModel::rowOfIdentity(const QString &identity) const
@@ -252,7 +286,7 @@ bool SectionedModel::isWanted(int entryRow) const
         || index.data(EntryModel::HaystackRole).toString().contains(m_needle);
 }
 
-QVector<int> SectionedModel::wantedRows() const
+QVector<int> SectionedModel::wantedRows()
 {
     QVector<int> rows;
     if (!m_entries)
@@ -265,21 +299,24 @@ QVector<int> SectionedModel::wantedRows() const
         if (row >= 0 && isWanted(row))
             rows.append(row);
     }
-    if (!m_storeId.isEmpty())
-        return rows;
-    return groupedByStore(rows);
+    if (m_storeId.isEmpty())
+        return groupedByStore(rows);
+    m_order.sort(*m_entries, rows, m_filter);
+    return rows;
 }
 
-QVector<int> SectionedModel::groupedByStore(const QVector<int> &rows) const
+QVector<int> SectionedModel::groupedByStore(const QVector<int> &rows)
 {
-    // The stores by name; within one, the order of the filter.
     QMap<QString, QVector<int>> stores;
     for (const int row : rows)
         stores[m_entries->storeNameAt(row)].append(row);
     QVector<int> grouped;
     grouped.reserve(rows.size());
-    for (const QVector<int> &store : qAsConst(stores))
+    for (QVector<int> &store : stores) {
+        // A filter has them by name.
+        m_order.sort(*m_entries, store, m_filter);
         grouped += store;
+    }
     return grouped;
 }
 

@@ -2,15 +2,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "tools/entrymodel.h"
+#include "tools/roworder.h"
 
 #include <QElapsedTimer>
 #include <QPointer>
 
 namespace Trivex {
 
-/// The rows that a filter model lets through, grouped by the store they live in, with the filter's
-/// order within a store.
+/// The rows that a filter model lets through, grouped by the store they live in, in an order of the
+/// user's choice within a store.
 ///
 /// Changes of the filter are taken up once per turn of the event loop and passed on as one change,
 /// so that a keystroke over thousands of rows costs one pass and not one per range; rows that
@@ -28,8 +28,19 @@ class SectionedModel : public QAbstractListModel {
     Q_PROPERTY(QString pattern READ pattern WRITE setPattern NOTIFY patternChanged)
     /// When not `NoKey`, only the rows whose key is of that kind.
     Q_PROPERTY(int keyKind READ keyKind WRITE setKeyKind NOTIFY keyKindChanged)
+    /// What the rows of a store are sorted by: a `SortKey`.
+    Q_PROPERTY(int sortKey READ sortKey WRITE setSortKey NOTIFY orderChanged)
+    Q_PROPERTY(bool descending READ isDescending WRITE setDescending NOTIFY orderChanged)
     Q_PROPERTY(int count READ count NOTIFY countChanged)
 public:
+    enum SortKey {
+        Unsorted = RowOrder::Given, ///< as the filter, or the entries, have them
+        SortByName = RowOrder::Name,
+        SortByIssuer = RowOrder::Issuer,
+        SortByEnd = RowOrder::Until,
+    };
+    Q_ENUM(SortKey)
+
     /// The heading under which a view groups; after the entries' own roles.
     static constexpr int SectionRole = 380;
 
@@ -46,6 +57,11 @@ public:
     void setPattern(const QString &pattern);
     int keyKind() const;
     void setKeyKind(int kind);
+    int sortKey() const;
+    /// A number that is none of `SortKey` is left alone: settings may hold any.
+    void setSortKey(int key);
+    bool isDescending() const;
+    void setDescending(bool descending);
     int count() const;
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
@@ -54,8 +70,10 @@ public:
 
     /// The row that shows `certificate`, or -1.
     Q_INVOKABLE int rowOf(QObject *certificate) const;
+    /// The identity of a row that is listed. Cheap.
+    QString identityAt(int row) const;
     /// The row of this identity, or -1.
-    int rowOfIdentity(const QString &identity) const;
+    Q_INVOKABLE int rowOfIdentity(const QString &identity) const;
     /// The value of a role, by name, of a row.
     Q_INVOKABLE QVariant value(int row, const QString &role) const;
     /// How many rows have this validity.
@@ -67,6 +85,7 @@ Q_SIGNALS:
     void storeIdChanged();
     void patternChanged();
     void keyKindChanged();
+    void orderChanged();
     void countChanged();
 
 private:
@@ -74,8 +93,9 @@ private:
     void scheduleInTurn();
     void refresh();
     void takeUp(const QVector<int> &rows);
-    QVector<int> wantedRows() const;
-    QVector<int> groupedByStore(const QVector<int> &rows) const;
+    void setOrder(RowOrder::Key key, bool descending);
+    QVector<int> wantedRows();
+    QVector<int> groupedByStore(const QVector<int> &rows);
     int entryRow(const QAbstractItemModel *model, int row) const;
     bool isWanted(int entryRow) const;
     void entriesChange(const QModelIndex &first, const QModelIndex &last,
@@ -90,6 +110,7 @@ private:
     QString m_pattern;
     QString m_needle; ///< the pattern, folded
     int m_keyKind = EntryModel::NoKey;
+    RowOrder m_order;
     QVector<int> m_rows;
     QTimer m_refresh;
     QElapsedTimer m_sinceRefresh;

@@ -101,6 +101,13 @@
         <source>Algorithm</source>
         <translation>Algorithm</translation>
     </message>
+    <message id="trivex-app-and-more" numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>and %n more</numerusform>
+            <numerusform>and %n more</numerusform>
+        </translation>
+    </message>
     <message id="trivex-app-another-request">
         <source>Another request</source>
         <translation>Another request</translation>
@@ -276,6 +283,10 @@
         <source>Certificates</source>
         <translation>Certificates</translation>
     </message>
+    <message id="trivex-app-choose-all">
+        <source>Select all</source>
+        <translation>Select all</translation>
+    </message>
     <message id="trivex-app-choose-file">
         <source>Choose a file…</source>
         <translation>Choose a file…</translation>
@@ -283,6 +294,13 @@
     <message id="trivex-app-choose-other">
         <source>Choose another file…</source>
         <translation>Choose another file…</translation>
+    </message>
+    <message id="trivex-app-chosen" numerus="yes">
+        <source>%n selected</source>
+        <translation>
+            <numerusform>%n selected</numerusform>
+            <numerusform>%n selected</numerusform>
+        </translation>
     </message>
     <message id="trivex-app-clear-search">
         <source>Clear the search</source>
@@ -335,6 +353,10 @@
     <message id="trivex-app-details-none-text">
         <source>Choose a row to read what is in it.</source>
         <translation>Choose a row to read what is in it.</translation>
+    </message>
+    <message id="trivex-app-details-several">
+        <source>Several rows are selected</source>
+        <translation>Several rows are selected</translation>
     </message>
     <message id="trivex-app-digits-length">
         <source>The number of digits is not right for this identifier.</source>
@@ -730,6 +752,10 @@
         <source>The certificate and its private key are removed from “%1”.</source>
         <translation>The certificate and its private key are removed from “%1”.</translation>
     </message>
+    <message id="trivex-app-remove-bundles-text">
+        <source>The certificates are removed from “%1”, and with them the private keys that belong to them.</source>
+        <translation>The certificates are removed from “%1”, and with them the private keys that belong to them.</translation>
+    </message>
     <message id="trivex-app-remove-confirm">
         <source>Remove</source>
         <translation>Remove</translation>
@@ -745,6 +771,28 @@
     <message id="trivex-app-remove-request-title">
         <source>Delete this request?</source>
         <translation>Delete this request?</translation>
+    </message>
+    <message id="trivex-app-remove-requests-text">
+        <source>The request files are deleted. Their keys stay on the token.</source>
+        <translation>The request files are deleted. Their keys stay on the token.</translation>
+    </message>
+    <message id="trivex-app-remove-requests-title" numerus="yes">
+        <source>Delete these %n requests?</source>
+        <translation>
+            <numerusform>Delete %n request?</numerusform>
+            <numerusform>Delete these %n requests?</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-app-remove-several-text">
+        <source>The certificates are removed from “%1”.</source>
+        <translation>The certificates are removed from “%1”.</translation>
+    </message>
+    <message id="trivex-app-remove-several-title" numerus="yes">
+        <source>Remove these %n certificates?</source>
+        <translation>
+            <numerusform>Remove %n certificate?</numerusform>
+            <numerusform>Remove these %n certificates?</numerusform>
+        </translation>
     </message>
     <message id="trivex-app-remove-text">
         <source>The certificate is removed from “%1”.</source>
@@ -806,6 +854,10 @@
         <source>The request also holds, and keeps: %1</source>
         <translation>The request also holds, and keeps: %1</translation>
     </message>
+    <message id="trivex-app-row-menu">
+        <source>Actions for the selected rows</source>
+        <translation>Actions for the selected rows</translation>
+    </message>
     <message id="trivex-app-save">
         <source>Save</source>
         <translation>Save</translation>
@@ -833,6 +885,10 @@
     <message id="trivex-app-settings">
         <source>Settings</source>
         <translation>Settings</translation>
+    </message>
+    <message id="trivex-app-show-details">
+        <source>Show details</source>
+        <translation>Show details</translation>
     </message>
     <message id="trivex-app-sign-action">
         <source>Sign</source>
@@ -865,6 +921,30 @@
     <message id="trivex-app-signed">
         <source>The document is signed.</source>
         <translation>The document is signed.</translation>
+    </message>
+    <message id="trivex-app-sort">
+        <source>Sort</source>
+        <translation>Sort</translation>
+    </message>
+    <message id="trivex-app-sort-ascending">
+        <source>ascending</source>
+        <translation>ascending</translation>
+    </message>
+    <message id="trivex-app-sort-descending">
+        <source>descending</source>
+        <translation>descending</translation>
+    </message>
+    <message id="trivex-app-sort-end">
+        <source>By the end of validity</source>
+        <translation>By the end of validity</translation>
+    </message>
+    <message id="trivex-app-sort-issuer">
+        <source>By issuer</source>
+        <translation>By issuer</translation>
+    </message>
+    <message id="trivex-app-sort-name">
+        <source>By name</source>
+        <translation>By name</translation>
     </message>
     <message id="trivex-app-step-document">
         <source>Document</source>

@@ -101,6 +101,14 @@
         <source>Algorithm</source>
         <translation>Алгоритм</translation>
     </message>
+    <message id="trivex-app-and-more" numerus="yes">
+        <source>and %n more</source>
+        <translation>
+            <numerusform>и ещё %n</numerusform>
+            <numerusform>и ещё %n</numerusform>
+            <numerusform>и ещё %n</numerusform>
+        </translation>
+    </message>
     <message id="trivex-app-another-request">
         <source>Another request</source>
         <translation>Ещё один запрос</translation>
@@ -277,6 +285,10 @@
         <source>Certificates</source>
         <translation>Сертификаты</translation>
     </message>
+    <message id="trivex-app-choose-all">
+        <source>Select all</source>
+        <translation>Выбрать все</translation>
+    </message>
     <message id="trivex-app-choose-file">
         <source>Choose a file…</source>
         <translation>Выбрать файл…</translation>
@@ -284,6 +296,14 @@
     <message id="trivex-app-choose-other">
         <source>Choose another file…</source>
         <translation>Выбрать другой файл…</translation>
+    </message>
+    <message id="trivex-app-chosen" numerus="yes">
+        <source>%n selected</source>
+        <translation>
+            <numerusform>Выбрана %n строка</numerusform>
+            <numerusform>Выбрано %n строки</numerusform>
+            <numerusform>Выбрано %n строк</numerusform>
+        </translation>
     </message>
     <message id="trivex-app-clear-search">
         <source>Clear the search</source>
@@ -336,6 +356,10 @@
     <message id="trivex-app-details-none-text">
         <source>Choose a row to read what is in it.</source>
         <translation>Выберите строку, чтобы прочитать сведения.</translation>
+    </message>
+    <message id="trivex-app-details-several">
+        <source>Several rows are selected</source>
+        <translation>Выбрано несколько строк</translation>
     </message>
     <message id="trivex-app-digits-length">
         <source>The number of digits is not right for this identifier.</source>
@@ -733,6 +757,10 @@
         <source>The certificate and its private key are removed from “%1”.</source>
         <translation>Сертификат и его закрытый ключ будут удалены из хранилища «%1».</translation>
     </message>
+    <message id="trivex-app-remove-bundles-text">
+        <source>The certificates are removed from “%1”, and with them the private keys that belong to them.</source>
+        <translation>Сертификаты будут удалены из хранилища «%1» вместе с их закрытыми ключами.</translation>
+    </message>
     <message id="trivex-app-remove-confirm">
         <source>Remove</source>
         <translation>Удалить</translation>
@@ -748,6 +776,30 @@
     <message id="trivex-app-remove-request-title">
         <source>Delete this request?</source>
         <translation>Удалить этот запрос?</translation>
+    </message>
+    <message id="trivex-app-remove-requests-text">
+        <source>The request files are deleted. Their keys stay on the token.</source>
+        <translation>Файлы запросов будут удалены. Ключи останутся на токене.</translation>
+    </message>
+    <message id="trivex-app-remove-requests-title" numerus="yes">
+        <source>Delete these %n requests?</source>
+        <translation>
+            <numerusform>Удалить %n запрос?</numerusform>
+            <numerusform>Удалить %n запроса?</numerusform>
+            <numerusform>Удалить %n запросов?</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-app-remove-several-text">
+        <source>The certificates are removed from “%1”.</source>
+        <translation>Сертификаты будут удалены из хранилища «%1».</translation>
+    </message>
+    <message id="trivex-app-remove-several-title" numerus="yes">
+        <source>Remove these %n certificates?</source>
+        <translation>
+            <numerusform>Удалить %n сертификат?</numerusform>
+            <numerusform>Удалить %n сертификата?</numerusform>
+            <numerusform>Удалить %n сертификатов?</numerusform>
+        </translation>
     </message>
     <message id="trivex-app-remove-text">
         <source>The certificate is removed from “%1”.</source>
@@ -809,6 +861,10 @@
         <source>The request also holds, and keeps: %1</source>
         <translation>Также в запросе есть и остаётся без изменений: %1</translation>
     </message>
+    <message id="trivex-app-row-menu">
+        <source>Actions for the selected rows</source>
+        <translation>Действия с выбранными строками</translation>
+    </message>
     <message id="trivex-app-save">
         <source>Save</source>
         <translation>Сохранить</translation>
@@ -836,6 +892,10 @@
     <message id="trivex-app-settings">
         <source>Settings</source>
         <translation>Настройки</translation>
+    </message>
+    <message id="trivex-app-show-details">
+        <source>Show details</source>
+        <translation>Показать сведения</translation>
     </message>
     <message id="trivex-app-sign-action">
         <source>Sign</source>
@@ -868,6 +928,30 @@
     <message id="trivex-app-signed">
         <source>The document is signed.</source>
         <translation>Документ подписан.</translation>
+    </message>
+    <message id="trivex-app-sort">
+        <source>Sort</source>
+        <translation>Сортировка</translation>
+    </message>
+    <message id="trivex-app-sort-ascending">
+        <source>ascending</source>
+        <translation>по возрастанию</translation>
+    </message>
+    <message id="trivex-app-sort-descending">
+        <source>descending</source>
+        <translation>по убыванию</translation>
+    </message>
+    <message id="trivex-app-sort-end">
+        <source>By the end of validity</source>
+        <translation>По окончанию срока</translation>
+    </message>
+    <message id="trivex-app-sort-issuer">
+        <source>By issuer</source>
+        <translation>По издателю</translation>
+    </message>
+    <message id="trivex-app-sort-name">
+        <source>By name</source>
+        <translation>По имени</translation>
     </message>
     <message id="trivex-app-step-document">
         <source>Document</source>

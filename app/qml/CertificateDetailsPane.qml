@@ -3,6 +3,7 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
+import QtQuick.Window 2.15
 import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
@@ -10,13 +11,16 @@ import Trivex.Crypto.Tools 1.0
 /// The chosen certificate or request with what can be done with it. Empty when its row has gone.
 Item {
     id: pane
-    property QtObject certificate
-    property string entryId
-    property string place
-    property int storeType: -1
-    property bool hasKey: false
+    property RowSelection selection
+    /// Several rows have no details in common: what is done would not be done to the shown one.
+    readonly property bool several: selection.count > 1
+    readonly property QtObject certificate: several ? null : selection.certificate
+    readonly property string entryId: selection.entryId
+    readonly property string place: selection.place
+    readonly property int storeType: selection.type
+    readonly property bool hasKey: selection.hasKey
     /// Whether the key can make the signatures that the program makes.
-    property bool canSign: false
+    readonly property bool canSign: selection.keyKind === EntryModel.RsaKind
     /// Whether there is anything to choose.
     property bool offered: true
     readonly property bool isRequest: storeType === KeyStoreModel.Request
@@ -26,13 +30,16 @@ Item {
     signal exported(string path)
     signal copied()
     signal failed(string cause, string advice)
+    /// What had the keys is there no more.
+    signal keysLost()
 
     EmptyState {
         anchors.fill: parent
         visible: !pane.certificate && pane.offered
         icon: "certificate"
-        title: qsTrId("trivex-app-details-none")
-        text: qsTrId("trivex-app-details-none-text")
+        title: pane.several ? qsTrId("trivex-app-details-several")
+                            : qsTrId("trivex-app-details-none")
+        text: pane.several ? "" : qsTrId("trivex-app-details-none-text")
     }
     // Made anew for each certificate: the info model announces no removal of its old rows.
     Loader {
@@ -42,8 +49,18 @@ Item {
         sourceComponent: details
     }
     onCertificateChanged: {
+        const had = hasKeys()
         loader.active = false
         loader.active = Qt.binding(function() { return pane.certificate !== null })
+        if (had)
+            keysLost()
+    }
+    function hasKeys() {
+        for (let item = Window.activeFocusItem; item; item = item.parent) {
+            if (item === pane)
+                return true
+        }
+        return false
     }
     Component {
         id: details
@@ -96,6 +113,12 @@ Item {
              FileSaver.Der]]
         onSaved: pane.exported(path)
         onFailed: pane.failed(qsTrId("trivex-app-export-failed"), reason)
+    }
+    /// Gives the keys to what can be done with the row.
+    function focusFirst() {
+        const first = loader.item ? loader.item.nextItemInFocusChain(true) : null
+        if (first)
+            first.forceActiveFocus(Qt.TabFocusReason)
     }
     /// What is shown when one asks is what is saved, whatever is shown when one has answered.
     function stage() {

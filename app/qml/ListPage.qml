@@ -24,11 +24,10 @@ Item {
     readonly property bool showsDetails: canGoBack
         || columns > 1 && (list.count > 0 || search.text.length > 0)
     readonly property bool canGoBack: columns === 1 && opened && selection.certificate !== null
-    property alias pane: pane
     property alias selection: selection
     property alias list: list
-    property alias search: search
-    property alias rows: rows
+    property alias sortKey: rows.sortKey
+    property alias descending: rows.descending
     signal menuAsked()
     signal importAsked()
     signal newRequestAsked()
@@ -39,9 +38,13 @@ Item {
     signal copied()
     signal failed(string cause, string advice)
 
+    function openAt(place) {
+        opened = true
+        shield.guard(place)
+    }
     function goBack() {
         opened = false
-        list.forceActiveFocus(Qt.OtherFocusReason)
+        list.focusQuietly()
     }
     function focusSearch() {
         opened = false
@@ -53,6 +56,9 @@ Item {
         opened = false
         selection.clear()
     }
+    // The keys go where they went when what had them is there no more.
+    onShowsDetailsChanged: if (!showsDetails && visible) list.focusQuietly()
+    Keys.onEscapePressed: list.focusQuietly()
     property CertificateModel lastFilter
     onKeyChanged: reset()
 
@@ -68,6 +74,7 @@ Item {
             : page.isRequests ? requestFilter : null
         entries: page.isRequests ? page.library.requestEntries : page.library.entries
         filter: chosen
+        sortKey: SectionedModel.SortByName
         storeId: page.storeId
         pattern: page.storeId ? search.text : ""
         onChosenChanged: {
@@ -80,6 +87,23 @@ Item {
     RowSelection {
         id: selection
         rows: rows
+    }
+    RowActions {
+        id: actions
+        selection: selection
+        pane: pane
+        onRemoveAsked: page.removeAsked(what)
+        onSignAsked: page.signAsked(entryId)
+        onEditAsked: page.editAsked(identity)
+        onExported: page.exported(path)
+        onCopied: page.copied()
+        onFailed: page.failed(cause, advice)
+    }
+    RowMenu {
+        id: rowMenu
+        actions: actions
+        onOpenAsked: list.enter()
+        onAllAsked: selection.chooseAll()
     }
     TokenInfo {
         id: tokenInfo
@@ -120,17 +144,29 @@ Item {
                     onClicked: page.newRequestAsked()
                 }
             }
-            SearchField {
-                id: search
-                objectName: "searchField"
+            RowLayout {
+                spacing: Theme.unit
                 Layout.fillWidth: true
-                onTextChanged: {
-                    if (rows.chosen)
-                        rows.chosen.pattern = text
-                    page.updateNotice()
+                SearchField {
+                    id: search
+                    objectName: "searchField"
+                    Layout.fillWidth: true
+                    onTextChanged: {
+                        if (rows.chosen)
+                            rows.chosen.pattern = text
+                        page.updateNotice()
+                    }
+                    Keys.onDownPressed: list.forceActiveFocus(Qt.TabFocusReason)
+                    onAccepted: list.forceActiveFocus(Qt.TabFocusReason)
                 }
-                Keys.onDownPressed: list.forceActiveFocus(Qt.TabFocusReason)
-                onAccepted: list.forceActiveFocus(Qt.TabFocusReason)
+                SortButton {
+                    rows: rows
+                    isRequests: page.isRequests
+                }
+            }
+            SelectionBar {
+                actions: actions
+                Layout.fillWidth: true
             }
             Notice {
                 id: notice
@@ -158,25 +194,25 @@ Item {
                     selection: selection
                     // Where the details take the list's place, by arrow one looks around.
                     onPicked: page.opened = page.columns > 1
-                    onActivated: page.opened = true
+                    onActivated: page.openAt(lastClick)
+                    onEntered: Qt.callLater(pane.focusFirst)
+                    onRemoveAsked: actions.remove()
+                    onCopyAsked: actions.copy()
+                    onMenuAsked: rowMenu.popup(list, x, y)
+                    onTyped: {
+                        page.focusSearch()
+                        search.insert(search.length, text)
+                    }
                 }
-                EmptyState {
+                EmptyList {
                     anchors.fill: parent
                     visible: list.count === 0
-                    icon: search.text ? "search" : page.category ? page.category.icon : "request"
-                    title: search.text ? qsTrId("trivex-app-not-found")
-                        : KeyStoreModel.isBusy ? qsTrId("trivex-app-loading")
-                        : qsTrId("trivex-app-empty")
-                    text: search.text ? qsTrId("trivex-app-not-found-text")
-                        : page.category ? page.category.about
-                        : page.isRequests ? qsTrId("trivex-app-about-requests")
-                        : qsTrId("trivex-app-about-token")
-                    // What would fill the list; a system's own certificates nobody adds here.
-                    actionText: search.text ? qsTrId("trivex-app-clear-search")
-                        : page.isRequests ? qsTrId("trivex-app-new-request")
-                        : page.key === "system" ? "" : qsTrId("trivex-app-import")
-                    onAction: search.text ? search.clear()
-                        : page.isRequests ? page.newRequestAsked() : page.importAsked()
+                    category: page.category
+                    isRequests: page.isRequests
+                    pattern: search.text
+                    onClearAsked: search.clear()
+                    onNewRequestAsked: page.newRequestAsked()
+                    onImportAsked: page.importAsked()
                 }
             }
         }
@@ -198,23 +234,16 @@ Item {
                 id: pane
                 objectName: "detailsPane"
                 offered: list.count > 0
-                certificate: selection.certificate
-                entryId: selection.entryId
-                place: selection.place
-                storeType: selection.type
-                hasKey: selection.hasKey
-                canSign: selection.keyKind === EntryModel.RsaKind
+                selection: selection
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                onRemoveAsked: page.removeAsked({ identity: selection.identity, entryId: entryId,
-                    name: Texts.plain(certificate.commonName || certificate.fileName), place: place,
-                    hasKey: hasKey, isRequest: isRequest })
-                onSignAsked: page.signAsked(entryId)
-                onEditAsked: page.editAsked(selection.identity)
-                onExported: page.exported(path)
-                onCopied: page.copied()
-                onFailed: page.failed(cause, advice)
+                onKeysLost: list.focusQuietly()
             }
         }
+    }
+    ClickShield {
+        id: shield
+        anchors.fill: parent
+        visible: page.canGoBack
     }
 }

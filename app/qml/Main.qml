@@ -42,6 +42,8 @@ ApplicationWindow {
         property alias textScale: themeMirror.textScale
         property alias width: window.width
         property alias height: window.height
+        property alias sortKey: listPage.sortKey
+        property alias sortDescending: listPage.descending
     }
     ThemeMirror {
         id: themeMirror

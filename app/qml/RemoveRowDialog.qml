@@ -5,22 +5,28 @@ import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
 
-/// Asks before the chosen row is removed, and does it. Closes by itself when that row is no longer
-/// the chosen one: whoever said yes would say it to another.
+/// Asks before the chosen rows are removed, and does it. Closes by itself when these rows are no
+/// longer the chosen ones: whoever said yes would say it to others.
 RemoveDialog {
     id: dialog
     property Library library
     property RowSelection selection
-    property var what: ({})
-    readonly property bool gone: opened
-        && (selection.identity !== what.identity || selection.row < 0)
-    name: what.name || ""
-    place: what.place || ""
-    hasKey: what.hasKey === true
-    isRequest: what.isRequest === true
+    /// What `RowActions` knows of each row.
+    property var rows: []
+    /// How many names are told.
+    readonly property int most: 8
+    readonly property bool gone: opened && (selection.count !== rows.length
+        || rows.length === 1 && selection.identity !== rows[0].identity)
+    count: rows.length
+    name: rows.slice(0, most).map(function(row) { return row.name }).join("\n")
+    more: Math.max(0, rows.length - most)
+    place: rows.map(function(row) { return row.place })
+        .filter(function(name, index, all) { return all.indexOf(name) === index }).join(", ")
+    hasKey: rows.some(function(row) { return row.hasKey })
+    isRequest: rows.some(function(row) { return row.isRequest })
 
-    function ask(what_) {
-        what = what_
+    function ask(rows_) {
+        rows = rows_
         open()
     }
     function removeRequest(identity) {
@@ -30,13 +36,21 @@ RemoveDialog {
         library.watcher.noteDeleted(request.fileName)
         library.requests.remove(library.requestEntries.rowOfIdentity(identity))
     }
-    onConfirmed: isRequest ? removeRequest(what.identity)
-                           : KeyStoreModel.removeCertificate(what.entryId)
+    onConfirmed: {
+        if (isRequest)
+            rows.forEach(function(row) { removeRequest(row.identity) })
+        else
+            queue.start(rows)
+    }
     onGoneChanged: if (gone) closeLater.restart()
     // A list that is made anew is without its rows for a moment.
     readonly property Timer closeLater: Timer {
         id: closeLater
         interval: 250
         onTriggered: if (dialog.gone) dialog.close()
+    }
+    readonly property RemovalQueue queue: RemovalQueue {
+        id: queue
+        entries: dialog.library.entries
     }
 }

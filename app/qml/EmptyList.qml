@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import Trivex.Crypto 1.0
+import Trivex.Crypto.Controls 1.0
+
+/// Says of an empty list what belongs there, and offers what fills it.
+EmptyState {
+    id: empty
+    property var category: null
+    property bool isRequests: false
+    property string pattern
+    signal clearAsked()
+    signal newRequestAsked()
+    signal importAsked()
+
+    icon: pattern ? "search" : category ? category.icon : "request"
+    title: KeyStoreModel.isBusy ? qsTrId("trivex-app-loading")
+        : pattern ? qsTrId("trivex-app-not-found") : qsTrId("trivex-app-empty")
+    text: pattern ? qsTrId("trivex-app-not-found-text")
+        : category ? category.about
+        : isRequests ? qsTrId("trivex-app-about-requests") : qsTrId("trivex-app-about-token")
+    // What would fill the list; a system's own certificates nobody adds here.
+    actionText: pattern ? qsTrId("trivex-app-clear-search")
+        : isRequests ? qsTrId("trivex-app-new-request")
+        : category && category.key === "system" ? "" : qsTrId("trivex-app-import")
+    onAction: pattern ? clearAsked() : isRequests ? newRequestAsked() : importAsked()
+}

@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import Trivex.Crypto.Controls 1.0
+
+/// The menu of the chosen rows.
+Menu {
+    id: menu
+    property RowActions actions
+    signal openAsked()
+    signal allAsked()
+
+    objectName: "rowMenu"
+    title: qsTrId("trivex-app-row-menu")
+
+    ActionItem {
+        objectName: "rowMenuOpen"
+        text: qsTrId("trivex-app-show-details")
+        icon.source: Theme.icon("info")
+        shown: menu.actions.one
+        onTriggered: menu.openAsked()
+    }
+    ActionItem {
+        objectName: "rowMenuSign"
+        text: qsTrId("trivex-app-sign-action")
+        icon.source: Theme.icon("sign")
+        shown: menu.actions.canSign
+        onTriggered: menu.actions.sign()
+    }
+    ActionItem {
+        objectName: "rowMenuEdit"
+        text: qsTrId("trivex-app-edit")
+        icon.source: Theme.icon("edit")
+        shown: menu.actions.canEdit
+        onTriggered: menu.actions.edit()
+    }
+    ActionItem {
+        objectName: "rowMenuExport"
+        text: qsTrId("trivex-app-export")
+        icon.source: Theme.icon("export")
+        onTriggered: menu.actions.exportRows()
+    }
+    ActionItem {
+        objectName: "rowMenuCopy"
+        text: qsTrId("trivex-app-copy-all")
+        icon.source: Theme.icon("copy")
+        onTriggered: menu.actions.copy()
+    }
+    ActionItem {
+        objectName: "rowMenuRemove"
+        text: qsTrId("trivex-app-remove")
+        icon.source: Theme.icon("trash")
+        shown: menu.actions.canRemove
+        onTriggered: menu.actions.remove()
+    }
+    MenuSeparator {}
+    ActionItem {
+        objectName: "rowMenuAll"
+        text: qsTrId("trivex-app-choose-all")
+        icon.source: Theme.icon("check")
+        onTriggered: menu.allAsked()
+    }
+}
