@@ -1,8 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "tests/app/steps.h"
-#include "tests/app/windowmain.h"
-#include "tests/support/testcertificates.h"
+#include "tests/app/windowtest.h"
 
 #include <QAbstractButton>
 #include <QClipboard>
@@ -15,8 +13,6 @@
 using namespace TrivexTest;
 
 namespace {
-
-WindowEnvironment *environment = nullptr;
 
 QFileDialog *fileDialog()
 {
@@ -45,13 +41,13 @@ constexpr Person Persons[] = {{"Anna", "Zeta", 300},
 } // namespace
 
 /// What hands expect of a list: the keys, buttons and menus that act on rows, one or several.
-class TestAppHands : public QObject {
+class TestAppHands : public WindowTest {
     Q_OBJECT
+public:
+    using WindowTest::WindowTest;
+
 private Q_SLOTS:
-    void initTestCase();
     void init();
-    void cleanup();
-    void cleanupTestCase();
 
     void deleteAsks();
     void systemRowsStay();
@@ -75,6 +71,8 @@ private Q_SLOTS:
     void keysAfterRemoval();
 
 private:
+    void prepare() override;
+    void restore() override;
     QString userFile(const QString &name) const;
     bool addUser(const Person &person) const;
     QQuickItem *list() const { return m_window->item(QStringLiteral("certificateList")); }
@@ -86,10 +84,6 @@ private:
     QString names() const;
     QString chosen() const;
     bool isInDetails() const;
-
-    TestAuthority m_authority;
-    std::unique_ptr<WindowDriver> m_window;
-    std::unique_ptr<Steps> m_steps;
 };
 
 QString TestAppHands::userFile(const QString &name) const
@@ -119,9 +113,8 @@ bool TestAppHands::addUser(const Person &person) const
     return !certificate.isEmpty() && !writeTestFile(userFile(name), certificate).isEmpty();
 }
 
-void TestAppHands::initTestCase()
+void TestAppHands::prepare()
 {
-    QVERIFY(m_authority.isValid());
     for (const char *name : {"One", "Two", "Three"}) {
         const QByteArray request = m_authority.openssl(
             {QStringLiteral("req"), QStringLiteral("-new"), QStringLiteral("-newkey"),
@@ -129,13 +122,10 @@ void TestAppHands::initTestCase()
              QStringLiteral("/dev/null"), QStringLiteral("-subj"),
              QStringLiteral("/CN=") + QLatin1String(name)});
         QVERIFY(!writeTestFile(
-                     environment->file(
-                         QStringLiteral("CertificateRequest/%1.csr").arg(QLatin1String(name))),
+                     inHome(QStringLiteral("CertificateRequest/%1.csr").arg(QLatin1String(name))),
                      request)
                      .isEmpty());
     }
-    m_window = std::make_unique<WindowDriver>();
-    m_steps = std::make_unique<Steps>(*m_window);
 }
 
 void TestAppHands::init()
@@ -150,24 +140,14 @@ void TestAppHands::init()
     m_window->takeWarnings();
 }
 
-void TestAppHands::cleanup()
+void TestAppHands::restore()
 {
-    if (QTest::currentTestFailed())
-        m_steps->savePicture(QTest::currentTestFunction());
     if (QFileDialog *dialog = fileDialog())
         dialog->reject();
     m_window->window()->requestActivate();
     m_steps->escape();
     m_window->window()->resize(1180, 760);
     QVERIFY(m_window->waitForItem(QStringLiteral("sidebar")));
-    const QStringList warnings = m_window->takeWarnings();
-    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join(QLatin1Char('\n'))));
-}
-
-void TestAppHands::cleanupTestCase()
-{
-    m_steps.reset();
-    m_window.reset();
 }
 
 QQuickItem *TestAppHands::rowItem(const char *name) const
@@ -454,7 +434,7 @@ void TestAppHands::severalAreFollowed()
 
 void TestAppHands::severalAreExported()
 {
-    const QString folder = environment->file(QStringLiteral("Несколько"));
+    const QString folder = inHome(QStringLiteral("Несколько"));
     QVERIFY(QDir().mkpath(folder));
     QVERIFY(!writeTestFile(folder + QStringLiteral("/Anna.crt"), "precious").isEmpty());
     clickRow("Anna");
@@ -516,7 +496,7 @@ void TestAppHands::requestsAreRemoved()
     QVERIFY(m_steps->waitOpen("removeDialog", 3000));
     QVERIFY(m_window->click(QStringLiteral("removeConfirm")));
     QTRY_COMPARE(names(), QStringLiteral("Three"));
-    QCOMPARE(QDir(environment->file(QStringLiteral("CertificateRequest")))
+    QCOMPARE(QDir(inHome(QStringLiteral("CertificateRequest")))
                  .entryList(QDir::Files)
                  .join(QLatin1Char(' ')),
              QStringLiteral("Three.csr"));
@@ -576,10 +556,7 @@ void TestAppHands::orderIsRemembered()
     m_window->key(Qt::Key_Return);
     QVERIFY(m_steps->waitClosed("sortMenu"));
     QTRY_COMPARE(names(), QStringLiteral("boris Elena Dmitri Anna Clara"));
-    m_steps.reset();
-    m_window.reset();
-    m_window = std::make_unique<WindowDriver>();
-    m_steps = std::make_unique<Steps>(*m_window);
+    openWindow();
     QVERIFY(m_steps->show("users"));
     QTRY_COMPARE(names(), QStringLiteral("boris Elena Dmitri Anna Clara"));
     QVERIFY(m_window->click(QStringLiteral("sortButton")));
@@ -617,8 +594,7 @@ void TestAppHands::keysAfterRemoval()
 int main(int argc, char **argv)
 {
     WindowEnvironment display;
-    environment = &display;
-    return runWindowTest<TestAppHands>(argc, argv, {display.problem()}, [] {});
+    return runWindowTest<TestAppHands>(argc, argv, display);
 }
 
 #include "tst_app_hands.moc"
