@@ -27,7 +27,7 @@ enum Category : int {
 };
 
 /// Up to this number, changed rows are inserted and removed one by one.
-constexpr int Few = 64;
+constexpr int RowByRowLimit = 64;
 
 /// True when `collator` orders as `QString::localeAwareCompare()` does, which keeps to the locale
 /// that was the default at its first use.
@@ -234,7 +234,7 @@ void CertificateModel::refreshMatches()
 void CertificateModel::refilter(int changes)
 {
     // Row by row, each run of changed rows costs a walk over all rows.
-    if (changes > Few)
+    if (changes > RowByRowLimit)
         invalidate();
     else
         invalidateFilter();

@@ -5,7 +5,7 @@
 #include <QObject>
 #include <QtCrypto>
 
-/// The plugin by which QCA finds the provider.
+/// The Qt plugin through which QCA finds the provider.
 class Pkcs11Plugin : public QObject, public QCAPlugin {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID "com.affinix.qca.Plugin/1.0")

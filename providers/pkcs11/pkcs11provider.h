@@ -6,8 +6,8 @@
 
 namespace Trivex {
 
-/// "qca-norvel-pkcs11": the key stores of PKCS#11 tokens, RSA keys on them, and requests signed by
-/// them.
+/// The QCA provider "qca-norvel-pkcs11": key stores of PKCS#11 tokens, keys on them, and requests
+/// that these keys sign.
 class Pkcs11Provider : public QCA::Provider {
 public:
     void init() override;

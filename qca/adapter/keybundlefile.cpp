@@ -14,7 +14,7 @@ namespace Trivex {
 namespace {
 
 /// Nobody notices that a thread stands still for as long; common bundles take a few milliseconds.
-constexpr std::chrono::milliseconds Unnoticed{40};
+constexpr std::chrono::milliseconds UnnoticedPause{40};
 
 QCA::KeyBundle made(const Bundle &read, QCA::Provider *provider)
 {
@@ -77,7 +77,7 @@ std::optional<LoadedBundle> readKeyBundle(const QString &path, const QCA::Secure
 {
     const auto opening = std::make_shared<BundleOpening>(path, Secret(password));
     opening->start();
-    if (!opening->waiter().settles(Unnoticed) && !ProcessEnd::hasBegun())
+    if (!opening->waiter().settles(UnnoticedPause) && !ProcessEnd::hasBegun())
         opening->waiter().wait();
     if (!opening->waiter().isResolved())
         return std::nullopt;

@@ -16,7 +16,7 @@ namespace Trivex {
 namespace {
 
 /// QCA's place for a provider that was not given one: behind all others.
-constexpr int LastPlace = -1;
+constexpr int LowestPriority = -1;
 
 QString pluginFile(const QStringList &directories, const QString &provider)
 {
@@ -39,7 +39,8 @@ bool registerProvider(const QStringList &directories, const QString &name)
     QPluginLoader loader(file); // leaves the plugin loaded when it goes
     auto *plugin = qobject_cast<QCAPlugin *>(loader.instance());
     std::unique_ptr<QCA::Provider> provider(plugin ? plugin->createProvider() : nullptr);
-    if (!provider || provider->name() != name || !QCA::insertProvider(provider.get(), LastPlace)) {
+    if (!provider || provider->name() != name
+        || !QCA::insertProvider(provider.get(), LowestPriority)) {
         qWarning("Provider %s could not be loaded from %s", qPrintable(name), qPrintable(file));
         return false;
     }

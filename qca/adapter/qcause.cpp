@@ -22,16 +22,16 @@ namespace {
 constexpr int SecureMemoryKiB = 64;
 
 /// Never deleted: an application object may end after it.
-struct Use {
+struct QcaUse {
     std::mutex mutex;
     bool isUsed = false;
     /// How often QCA was kept from ending with an application object.
     int kept = 0;
     QVector<QPointer<QObject>> users;
 
-    static Use &instance()
+    static QcaUse &instance()
     {
-        static auto *use = new Use;
+        static auto *use = new QcaUse;
         return *use;
     }
 
@@ -49,7 +49,7 @@ void letGoOfQca()
 {
     if (ProcessEnd::isForkedChild())
         return;
-    Use &use = Use::instance();
+    QcaUse &use = QcaUse::instance();
     const bool isFree = deleteClosedStores();
     const std::lock_guard lock(use.mutex);
     use.isUsed = false;
@@ -63,7 +63,7 @@ void letGoOfQca()
 }
 
 /// What was kept for the users of an application object before this one.
-void giveBack(Use *use)
+void giveBack(QcaUse *use)
 {
     if (use->hasUsers())
         return;
@@ -76,7 +76,7 @@ void giveBack(Use *use)
 void useQca()
 {
     ProcessEnd::watchThisThread();
-    Use &use = Use::instance();
+    QcaUse &use = QcaUse::instance();
     const std::lock_guard lock(use.mutex);
     if (use.isUsed)
         return;
@@ -89,7 +89,7 @@ void useQca()
 
 void keepQcaFor(QObject *user)
 {
-    Use &use = Use::instance();
+    QcaUse &use = QcaUse::instance();
     const std::lock_guard lock(use.mutex);
     use.users.append(user);
 }

@@ -39,7 +39,7 @@ struct ClosedStores {
         static auto *closed = new ClosedStores;
         return *closed;
     }
-    QVector<QPointer<QCA::KeyStore>> take()
+    QVector<QPointer<QCA::KeyStore>> takeAll()
     {
         const std::lock_guard lock(mutex);
         return std::exchange(stores, {});
@@ -206,7 +206,7 @@ bool deleteClosedStores()
 {
     const QDeadlineTimer deadline(EndPatience);
     bool areAllDeleted = true;
-    const auto closed = ClosedStores::instance().take();
+    const auto closed = ClosedStores::instance().takeAll();
     for (const QPointer<QCA::KeyStore> &store : closed) {
         if (!store)
             continue;

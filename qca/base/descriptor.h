@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <memory>
 #include <utility>
 
+#include <dirent.h>
 #include <unistd.h>
 
 namespace Trivex {
@@ -47,5 +49,12 @@ public:
 private:
     int m_descriptor;
 };
+
+/// Closes the stream of a directory.
+struct CloseDirectory {
+    void operator()(DIR *stream) const noexcept { closedir(stream); }
+};
+/// Owns the stream of an open directory.
+using DirectoryStream = std::unique_ptr<DIR, CloseDirectory>;
 
 } // namespace Trivex

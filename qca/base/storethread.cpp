@@ -17,7 +17,6 @@
 #include <string_view>
 #include <thread>
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -76,7 +75,7 @@ bool isMainThreadAsleep()
 /// Hosts start operations through objects that QCA does not list, but their threads have names.
 bool hasOperations()
 {
-    const std::unique_ptr<DIR, int (*)(DIR *)> tasks(opendir("/proc/self/task"), &closedir);
+    const DirectoryStream tasks(opendir("/proc/self/task"));
     while (const dirent *task = tasks ? readdir(tasks.get()) : nullptr) {
         if (isOperation(task->d_name))
             return true;

@@ -26,19 +26,20 @@ Operation::Operation(Purpose purpose, const QString &keyStoreId, OperationOwnerP
 {
     const GenerationTarget *target =
         purpose == Purpose::Generate ? GenerationTarget::current() : nullptr;
-    const QString wanted = target && keyStoreId.isEmpty() ? target->keyStoreId() : keyStoreId;
+    const QString requestedStore =
+        target && keyStoreId.isEmpty() ? target->keyStoreId() : keyStoreId;
     if (isServedByStoredAnswers(purpose)) {
-        if (const auto stored = takeStoredAnswers(wanted))
-            take(*stored);
+        if (const auto stored = takeStoredAnswers(requestedStore))
+            useStoredAnswers(*stored);
     }
-    if (!wanted.isEmpty())
-        m_keyStoreId = wanted;
+    if (!requestedStore.isEmpty())
+        m_keyStoreId = requestedStore;
     if (target)
         m_objectId = target->objectId();
     m_hadStoredPin = !m_storedPin.isEmpty();
 }
 
-void Operation::take(const Answers &stored)
+void Operation::useStoredAnswers(const Answers &stored)
 {
     m_keyStoreId = stored.keyStoreId;
     m_objectId = stored.objectId;

@@ -55,7 +55,7 @@ public:
 private:
     struct Unattended { };
     Operation(Purpose purpose, Unattended);
-    void take(const Answers &stored);
+    void useStoredAnswers(const Answers &stored);
 
     Purpose m_purpose;
     QString m_keyStoreId;

@@ -86,7 +86,7 @@ void QuestionService::post(const TicketPtr &ticket)
 {
     {
         const std::lock_guard lock(m_mutex);
-        if (takes(ticket->question()) && ensureRuns()) {
+        if (accepts(ticket->question()) && ensureRuns()) {
             m_tickets.insert(ticket->id(), ticket);
             m_mailbox.post([this, ticket] { start(ticket); });
             return;
@@ -95,7 +95,7 @@ void QuestionService::post(const TicketPtr &ticket)
     ticket->resolve(false, {});
 }
 
-bool QuestionService::takes(const QuestionInfo &question) const
+bool QuestionService::accepts(const QuestionInfo &question) const
 {
     return !m_stopped && !(question.owner && question.owner->isClosed());
 }

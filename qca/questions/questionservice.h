@@ -57,7 +57,7 @@ private:
     void finish(const TicketPtr &ticket, QCA::PasswordAsker *asker);
     void waitForTurn(Deadline deadline);
     /// Under the lock.
-    bool takes(const QuestionInfo &question) const;
+    bool accepts(const QuestionInfo &question) const;
     TicketPtr find(quintptr ticket) const;
 
     mutable std::mutex m_mutex;

@@ -25,12 +25,12 @@ public:
         return *hub;
     }
 
-    struct News {
+    struct Change {
         bool isNewest; ///< false when what is known of the token is newer
         bool isRemoval; ///< a token that was there is not; true even if it is back already
     };
 
-    News note(const TokenStatus &status, quint64 number);
+    Change note(const TokenStatus &status, quint64 number);
     TokenBackend *currentBackend() const;
 
     mutable std::mutex mutex;
@@ -47,23 +47,24 @@ Q_SIGNALS:
     void failed(const Trivex::TokenError &error);
 };
 
-TokenHub::News TokenHub::note(const TokenStatus &status, quint64 number)
+TokenHub::Change TokenHub::note(const TokenStatus &status, quint64 number)
 {
     const std::lock_guard lock(mutex);
     quint64 &last = numbers[status.keyStoreId];
-    const News news = {number >= last, !status.present && tokens.value(status.keyStoreId).present};
-    if (!news.isNewest)
-        return news;
+    const Change change = {number >= last,
+                           !status.present && tokens.value(status.keyStoreId).present};
+    if (!change.isNewest)
+        return change;
     last = number;
     if (!status.present && status.name.isEmpty()) {
         tokens.remove(status.keyStoreId);
         order.removeAll(status.keyStoreId);
-        return news;
+        return change;
     }
     if (!tokens.contains(status.keyStoreId))
         order.append(status.keyStoreId);
     tokens.insert(status.keyStoreId, status);
-    return news;
+    return change;
 }
 
 TokenBackend *TokenHub::currentBackend() const
@@ -92,10 +93,10 @@ quint64 nextStatusNumber()
 void publishTokenStatus(const TokenStatus &status, quint64 number)
 {
     TokenHub &hub = TokenHub::instance();
-    const TokenHub::News news = hub.note(status, number);
-    if (news.isRemoval)
+    const TokenHub::Change change = hub.note(status, number);
+    if (change.isRemoval)
         Q_EMIT hub.removed(status.keyStoreId);
-    if (news.isNewest)
+    if (change.isNewest)
         Q_EMIT hub.changed(status.keyStoreId);
 }
 

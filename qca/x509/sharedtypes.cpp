@@ -16,7 +16,7 @@ namespace {
 
 // Certificates may contain any OID, so the table has a limit.
 constexpr int MostTypes = 1024;
-constexpr int LongestKept = 64; // octets
+constexpr int LongestCachedOid = 64; // octets
 
 /// Never deleted, like all of these: QCA's threads read certificates while the process ends.
 template <class Type> class TypeTable {
@@ -31,7 +31,7 @@ public:
         }
         const Type made = make(oid);
         const std::lock_guard lock(m_mutex);
-        if (m_types.size() < MostTypes && oid.size <= LongestKept)
+        if (m_types.size() < MostTypes && oid.size <= LongestCachedOid)
             m_types.insert(oid.bytes(), made);
         return made;
     }

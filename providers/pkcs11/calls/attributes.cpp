@@ -64,7 +64,7 @@ struct AttributeReader::Value {
     bool isTooLarge = false;
 
     /// Nothing of the object before shows where a module writes less than it says.
-    CK_ATTRIBUTE question()
+    CK_ATTRIBUTE request()
     {
         std::memset(buffer.data(), 0, size);
         size = 0;
@@ -73,7 +73,7 @@ struct AttributeReader::Value {
     }
 
     /// False when the answer can't be: longer than the buffer that it was put into.
-    bool take(CK_ULONG length)
+    bool accept(CK_ULONG length)
     {
         if (length > buffer.size()) {
             size = buffer.size();
@@ -84,17 +84,17 @@ struct AttributeReader::Value {
         return true;
     }
 
-    void drop()
+    void reject()
     {
         size = buffer.size();
         isThere = false;
     }
 };
 
-AttributeReader::AttributeReader(std::initializer_list<Wanted> wanted)
+AttributeReader::AttributeReader(std::initializer_list<Attribute> attributes)
 {
-    for (const Wanted &one : wanted)
-        m_values.push_back({one.type, std::string(one.expectedSize, '\0')});
+    for (const Attribute &attribute : attributes)
+        m_values.push_back({attribute.type, std::string(attribute.expectedSize, '\0')});
 }
 
 AttributeReader::~AttributeReader() = default;
@@ -115,7 +115,7 @@ bool AttributeReader::readAll(const Session &session, CK_OBJECT_HANDLE object)
     // The module gets attributes of this call only: it may change whatever it is given.
     std::vector<CK_ATTRIBUTE> attributes;
     for (Value &value : m_values)
-        attributes.push_back(value.question());
+        attributes.push_back(value.request());
     const CK_RV result = session.module()->C_GetAttributeValue(
         session.handle(), object, attributes.data(), CK_ULONG(attributes.size()));
     if (result != CKR_OK && !isPartialResult(result))
@@ -126,8 +126,8 @@ bool AttributeReader::readAll(const Session &session, CK_OBJECT_HANDLE object)
         const CK_ULONG length = attributes[i].ulValueLen;
         // A module that stops at the first trouble leaves the rest as it was: a full buffer.
         const bool isUntouched = result != CKR_OK && length == value.buffer.size();
-        if (!value.take(length) || isUntouched) {
-            value.drop();
+        if (!value.accept(length) || isUntouched) {
+            value.reject();
             isComplete = false;
         }
     }
@@ -155,26 +155,26 @@ void AttributeReader::readAlone(const Session &session, CK_OBJECT_HANDLE object,
             throw Error(result, "C_GetAttributeValue");
         return result;
     };
-    CK_ULONG wanted = 0;
+    CK_ULONG needed = 0;
     for (int i = 0; i < Attempts; ++i) {
         CK_ATTRIBUTE attribute = {value.type, nullptr, 0};
         ask(attribute);
         if (attribute.ulValueLen == Unavailable)
             return;
-        wanted = std::max(wanted, attribute.ulValueLen);
-        if (wanted > LargestValue) {
+        needed = std::max(needed, attribute.ulValueLen);
+        if (needed > LargestValue) {
             value.isTooLarge = true;
             return;
         }
-        if (wanted > value.buffer.size())
-            value.buffer.resize(size_t(wanted), '\0');
-        attribute = value.question();
-        if (ask(attribute) == CKR_OK && value.take(attribute.ulValueLen))
+        if (needed > value.buffer.size())
+            value.buffer.resize(size_t(needed), '\0');
+        attribute = value.request();
+        if (ask(attribute) == CKR_OK && value.accept(attribute.ulValueLen))
             return;
-        value.drop();
+        value.reject();
         // It has grown meanwhile, or the module tells its length only now.
         if (attribute.ulValueLen != Unavailable)
-            wanted = std::max(wanted, attribute.ulValueLen);
+            needed = std::max(needed, attribute.ulValueLen);
     }
 }
 

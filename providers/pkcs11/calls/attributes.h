@@ -14,9 +14,11 @@
 
 namespace Trivex::Pkcs11 {
 
-/// A template that owns the bytes of its attributes and wipes them at the end, because keys go
-/// through it. The bytes are elements of a deque, which stay put while it grows, so the pointers
-/// in the attributes stay valid.
+/// A template (PKCS#11 2.40, 3.4) that owns the bytes of its attributes. It wipes them at the end,
+/// because some are the numbers of private keys. The bytes are elements of a deque, which do not
+/// move while the deque grows, so the pointers in the attributes stay valid.
+///
+/// The functions that add return the template itself, so that calls can be chained.
 class TRIVEX_TOKENS_EXPORT Template {
 public:
     Template() = default;
@@ -24,11 +26,15 @@ public:
     Template(const Template &) = delete;
     Template &operator=(const Template &) = delete;
 
+    /// Adds a copy of the bytes.
     Template &add(CK_ATTRIBUTE_TYPE type, const QByteArray &value);
     Template &add(CK_ATTRIBUTE_TYPE type, const void *data, size_t size);
+    /// Adds a CK_ULONG, in the byte order of this machine.
     Template &addNumber(CK_ATTRIBUTE_TYPE type, CK_ULONG value);
+    /// Adds a CK_BBOOL.
     Template &addFlag(CK_ATTRIBUTE_TYPE type, bool value);
 
+    /// Valid until the next attribute is added.
     CK_ATTRIBUTE *data() { return m_attributes.data(); }
     CK_ULONG size() const { return CK_ULONG(m_attributes.size()); }
 
@@ -37,36 +43,39 @@ private:
     std::vector<CK_ATTRIBUTE> m_attributes;
 };
 
-/// Reads the same attributes of many objects, each object in one call as long as the values fit
-/// into the buffers, which are kept and grow.
+/// Reads the same attributes of many objects (C_GetAttributeValue, PKCS#11 2.40, 5.7). An object
+/// takes one call as long as its values fit into the buffers, which the reader keeps and enlarges.
+/// For the token's thread.
 ///
-/// Nothing that a module says of lengths is believed: what it claims beyond a buffer is asked for
-/// again, alone and with a larger one, up to `LargestValue`. A value that can't be had counts as
-/// one that the object does not have.
+/// The reader does not believe a module's lengths: it asks again for a value that is said to be
+/// longer than its buffer, alone and with a larger buffer, up to `LargestValue`. A value that the
+/// module does not deliver counts as missing.
 class TRIVEX_TOKENS_EXPORT AttributeReader {
 public:
-    struct Wanted {
+    struct Attribute {
         CK_ATTRIBUTE_TYPE type;
-        size_t expectedSize;
+        size_t expectedSize; ///< bytes; a longer value costs a second call
     };
 
-    /// Larger values are not read (bytes): no certificate comes near it.
+    /// The reader skips larger values. In bytes; certificates are far smaller.
     static constexpr CK_ULONG LargestValue = 1024 * 1024;
 
-    explicit AttributeReader(std::initializer_list<Wanted> wanted);
+    explicit AttributeReader(std::initializer_list<Attribute> attributes);
     ~AttributeReader();
 
-    /// Throws `Error`; an attribute that the object does not have or show is no error.
+    /// Reads the attributes of `object`. Throws `Error`; an attribute that the object lacks or
+    /// hides is no error.
     void read(const Session &session, CK_OBJECT_HANDLE object);
-    /// False when another program has removed the object since it was found.
+    /// The same. False, without an error, when another program has removed the object meanwhile.
     bool readIfThere(const Session &session, CK_OBJECT_HANDLE object);
 
-    /// The value of the attribute at `position` in the list; empty when the object has none.
+    // Each of these is about the attribute at `position` in the constructor's list.
+    /// A copy of the value; empty when the object has none.
     QByteArray value(size_t position) const;
     /// The value as a number or flag; `missing` when the object has none of that size.
     CK_ULONG number(size_t position, CK_ULONG missing) const;
     bool flag(size_t position, bool missing) const;
-    /// True when the value was not read because it is larger than `LargestValue`.
+    /// True when the reader skipped the value because it is larger than `LargestValue`.
     bool isTooLarge(size_t position) const;
 
 private:

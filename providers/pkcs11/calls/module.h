@@ -20,29 +20,29 @@ namespace Trivex::Pkcs11 {
 struct ModuleSource {
     /// Unique among the sources: the path of the library, or the name in p11-kit's configuration.
     QString key;
-    /// The file that must be there for the module to count as present.
+    /// The path of the library. The module counts as present while this file exists.
     QString library;
     /// Parameters for C_Initialize (its pReserved member), for modules that need some.
     QByteArray parameters;
-    /// Supplies trust anchors, no tokens (p11-kit's "trust-policy").
+    /// True for a module of trust anchors instead of tokens (p11-kit's "trust-policy").
     bool isTrust = false;
-    /// Already loaded by p11-kit's configuration; else null.
+    /// The functions of a module that p11-kit has loaded; null for others.
     CK_FUNCTION_LIST *loaded = nullptr;
 
-    /// Runs in a process of its own (p11-kit's "remote").
+    /// True for a module that runs in a process of its own (p11-kit's "remote").
     bool isRemote() const { return loaded && library.isEmpty(); }
 };
 
-/// An initialised PKCS#11 module; finalised with the last reference, so give references back where
-/// a call may take as long as it likes: on the thread of a worker. The library itself stays loaded:
-/// code of it may still run in threads that it made, and it comes back when its file does.
+/// An initialised PKCS#11 module (PKCS#11 2.40, 5.4). The last reference finalises it. That call
+/// may take long, so release references on a worker's thread. The library itself stays loaded,
+/// because threads that it has made may still run its code.
 ///
-/// There is one for each function list of the process. Who gives a module up and takes it again
-/// while a thread is still inside it shares it, so that nobody finalises it under another.
+/// The process has one object for each function list. A module that is opened again while a thread
+/// is still inside it is shared, so that nobody finalises it while another uses it. Thread-safe.
 class TRIVEX_TOKENS_EXPORT Module {
 public:
-    /// The functions, for the call that is written behind it. Lives until the end of that
-    /// expression, so that the end of the process knows of the call (see `ForeignCall`).
+    /// The functions for one call. The object lives until the end of the expression, so that the
+    /// end of the process knows of the call (see `ForeignCall`).
     class Functions {
     public:
         explicit Functions(const CK_FUNCTION_LIST *functions) noexcept
@@ -57,8 +57,8 @@ public:
         const CK_FUNCTION_LIST *m_functions;
     };
 
-    /// Loads and initialises; throws `Error`. Null while the one before has not ended. May take as
-    /// long as the module likes.
+    /// Loads and initialises the module. Throws `Error`. Null while an earlier object for the same
+    /// functions has not been finalised yet. The module decides how long it takes.
     static std::shared_ptr<Module> open(const ModuleSource &source);
     ~Module();
     Module(const Module &) = delete;
@@ -66,11 +66,13 @@ public:
 
     Functions operator->() const { return Functions(m_functions); }
 
-    /// It has to be finalised and initialised anew; nobody else gets it from now on.
+    /// Marks the module as faulty: `open` does not share this object any more, so that the module
+    /// is finalised and initialised anew.
     void giveUp() { m_isGivenUp = true; }
     bool isGivenUp() const { return m_isGivenUp; }
-    /// False when somebody else in the process has initialised it, who will also finalise it.
+    /// False when another part of the process has initialised the module and will finalise it.
     bool isOurs() const { return m_finalize; }
+    /// The faults of its device so far.
     ModuleHealth &health() { return m_health; }
 
 private:

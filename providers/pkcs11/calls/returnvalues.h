@@ -9,15 +9,15 @@
 
 namespace Trivex::Pkcs11 {
 
-// The only place where return values are named and interpreted. It knows all of PKCS#11 3.0.
+// Return values are named and interpreted here only: all those of PKCS#11 3.0.
 
-/// What a return value means to a caller; `DeviceFailure` for one that is not known.
+/// The meaning of a return value; `DeviceFailure` for an unknown one.
 TRIVEX_TOKENS_EXPORT TokenError::Kind kindOf(CK_RV returnValue) noexcept;
 
-/// Its name ("CKR_PIN_INCORRECT"), or its number in hexadecimal where it has none: a maker's own.
+/// The name of a return value ("CKR_PIN_INCORRECT"); its number in hexadecimal for a maker's own.
 TRIVEX_TOKENS_EXPORT QString returnValueName(CK_RV returnValue);
 
-/// True when the session that got `returnValue` is of no use any more.
+/// True when a session can't be used any more after a call in it returned `returnValue`.
 bool endsSession(CK_RV returnValue) noexcept;
 
 } // namespace Trivex::Pkcs11

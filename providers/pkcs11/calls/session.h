@@ -6,12 +6,13 @@
 
 namespace Trivex::Pkcs11 {
 
-/// An open session (PKCS#11 2.40, 5.6); closed with the object. Move-only.
+/// Owns one open session (PKCS#11 2.40, 5.6) and a reference to its module. Move-only. For the
+/// token's thread: a module need not accept calls in one session from two threads.
 class TRIVEX_TOKENS_EXPORT Session {
 public:
     enum Mode { ReadOnly, ReadWrite };
 
-    /// Throws `Error`.
+    /// Opens the session. Throws `Error`.
     Session(ModulePtr module, CK_SLOT_ID slot, Mode mode);
     ~Session();
     Session(Session &&other) noexcept;
@@ -20,7 +21,7 @@ public:
     const Module &module() const { return *m_module; }
     CK_SESSION_HANDLE handle() const { return m_handle; }
 
-    /// The state of the session; throws `Error` when it has ended.
+    /// CKS_...: whether and how the token is logged in. Throws `Error` when the session has ended.
     CK_STATE state() const;
     bool isLoggedIn() const;
 

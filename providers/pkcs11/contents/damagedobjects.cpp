@@ -13,7 +13,7 @@ namespace Trivex {
 
 namespace {
 
-class Warned {
+class WarnedObjects {
 public:
     /// True for the first caller with that object.
     bool add(const QByteArray &object)
@@ -24,9 +24,9 @@ public:
         return m_objects.size() > before;
     }
 
-    static Warned &instance()
+    static WarnedObjects &instance()
     {
-        static auto *warned = new Warned;
+        static auto *warned = new WarnedObjects;
         return *warned;
     }
 
@@ -46,7 +46,7 @@ void warnOfDamaged(const QString &storeId, const QString &tokenName,
         object.addData(QByteArray::number(part.size()) + ':');
         object.addData(part);
     }
-    if (!Warned::instance().add(object.result()))
+    if (!WarnedObjects::instance().add(object.result()))
         return;
     qWarning(
         "Token \"%s\": the certificate \"%s\" (id %s) is damaged or too large; it is not shown",

@@ -6,8 +6,8 @@
 
 namespace Trivex {
 
-/// Warns of a certificate object that can't be shown: once a process for each token and object,
-/// because tokens are read again and again. Thread-safe.
+/// Prints a warning about a certificate object that can't be shown. Each object of each token is
+/// reported once a process, because tokens are read often. Thread-safe.
 void warnOfDamaged(const QString &storeId, const QString &tokenName,
                    const TokenCertificate &certificate);
 

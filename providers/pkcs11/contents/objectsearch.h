@@ -6,28 +6,28 @@
 
 namespace Trivex::Pkcs11 {
 
-/// A running search (PKCS#11 2.40, 5.7); ended with the object, whatever happens, because a session
-/// can run only one. The session must outlive it.
+/// Owns a running search (PKCS#11 2.40, 5.7) and ends it, because a session can run only one at a
+/// time. The session must outlive it.
 class ObjectSearch {
 public:
-    /// Throws `Error`.
+    /// Starts the search for objects that match `wanted`. Throws `Error`.
     ObjectSearch(const Session &session, Template &wanted);
     ~ObjectSearch();
     ObjectSearch(const ObjectSearch &) = delete;
     ObjectSearch &operator=(const ObjectSearch &) = delete;
 
-    /// All that is left; throws `Error`.
+    /// The handles that the search has not returned yet. Throws `Error`.
     std::vector<CK_OBJECT_HANDLE> all();
 
 private:
     const Session &m_session;
 };
 
-/// All objects that match; throws `Error`.
+/// The objects that match `wanted`. Throws `Error`.
 TRIVEX_TOKENS_EXPORT std::vector<CK_OBJECT_HANDLE> findObjects(const Session &session,
                                                                Template &wanted);
 
-/// All objects of a class; throws `Error`.
+/// The objects of a class. Throws `Error`.
 TRIVEX_TOKENS_EXPORT std::vector<CK_OBJECT_HANDLE> findObjects(const Session &session,
                                                                CK_OBJECT_CLASS objectClass);
 

@@ -10,9 +10,9 @@
 
 namespace Trivex {
 
-/// Who a token is, in words, and the id under which it is known as a key store.
+/// The names of a token (PKCS#11 2.40, 3.2) and the id of its key store.
 struct TokenIdentity {
-    QString storeId; ///< RFC 7512 URI of the token: the same wherever and whenever it is plugged in
+    QString storeId; ///< RFC 7512 URI of the token: the same in each slot and at any time
     QString label;
     QString manufacturer;
     QString model;

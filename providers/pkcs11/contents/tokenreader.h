@@ -14,24 +14,25 @@ enum class CertificateChoice {
     Trusted, ///< only those marked CKA_TRUSTED: the anchors of a trust module
 };
 
-// Each is one search for each class, whatever the number of objects, and one call for each
-// certificate, two for each key. They throw `Pkcs11::Error`.
+// These functions make one search a class of objects, then one call a certificate and two calls a
+// key. They run on the token's thread and throw `Pkcs11::Error`.
 
-/// Told of each certificate object that is left out because it can't be read.
+/// Called for each certificate object that is left out because it can't be read.
 using DamagedHandler = std::function<void(const TokenCertificate &)>;
 
+/// The certificates that the session shows.
 TRIVEX_TOKENS_EXPORT std::vector<TokenCertificate>
 readCertificates(const Pkcs11::Session &session, CertificateChoice choice,
                  const DamagedHandler &damaged = {});
-/// Fills in the keys of `objects`.
+/// Sets the keys of `objects` to those that the session shows.
 TRIVEX_TOKENS_EXPORT void readKeys(const Pkcs11::Session &session, TokenObjects *objects);
 
-/// One key object; `half` is the handle of it that is set.
+/// One key object. `half` is the member that receives its handle.
 TokenKey readKey(const Pkcs11::Session &session, CK_OBJECT_HANDLE object,
                  CK_OBJECT_HANDLE TokenKey::*half);
 
-/// DER SubjectPublicKeyInfo of a key object; empty when it does not show its public half.
-/// Throws `Pkcs11::Error`.
+/// DER SubjectPublicKeyInfo of a key object of that CKA_KEY_TYPE; empty when the object does not
+/// show its public half.
 QByteArray publicInfoOf(const Pkcs11::Session &session, CK_OBJECT_HANDLE object, CK_KEY_TYPE type);
 
 } // namespace Trivex

@@ -9,8 +9,9 @@
 
 namespace Trivex {
 
-/// A text of a token: UTF-8, padded with blanks to the width of its field (PKCS#11 2.40, 3.2), by
-/// some with zeros. Where it was cut to that width inside a letter, that letter is left out.
+/// The text in a field of a token (PKCS#11 2.40, 3.2): UTF-8, padded to the width of the field with
+/// blanks, by some tokens with zeros. Some tokens cut a text inside a letter; that letter is left
+/// out.
 TRIVEX_TOKENS_EXPORT QString tokenText(const QByteArray &field);
 
 } // namespace Trivex

@@ -39,12 +39,12 @@ QCA::Provider::Context *makeKey(QCA::Provider *provider, ProcessTokens &all)
     return new Context(provider, all.tokens);
 }
 
-struct Maker {
+struct ContextFactory {
     const char *type;
     QCA::Provider::Context *(*make)(QCA::Provider *, ProcessTokens &);
 };
 
-constexpr Maker Makers[] = {
+constexpr ContextFactory ContextFactories[] = {
     {"keystorelist", makeList},
     {"rsa", makeKey<TokenRsaContext>},
     {"ec", makeKey<TokenEcContext>},
@@ -54,9 +54,9 @@ constexpr Maker Makers[] = {
 
 QCA::Provider::Context *createTokenContext(QCA::Provider *provider, const QString &type)
 {
-    for (const Maker &maker : Makers) {
-        if (type == QLatin1String(maker.type))
-            return maker.make(provider, ProcessTokens::instance());
+    for (const ContextFactory &factory : ContextFactories) {
+        if (type == QLatin1String(factory.type))
+            return factory.make(provider, ProcessTokens::instance());
     }
     return nullptr;
 }

@@ -9,16 +9,16 @@
 
 namespace Trivex {
 
-// What both token providers use. The tokens are those of the process, because a login belongs to
-// the process.
+// Both token providers use these functions and share the tokens of the process, because a login
+// belongs to the process.
 
 /// The contexts that work on tokens, by QCA's names of their types: "keystorelist", "rsa", "ec".
 /// Null for any other. The caller owns it.
 TRIVEX_TOKENS_EXPORT QCA::Provider::Context *createTokenContext(QCA::Provider *provider,
                                                                 const QString &type);
 
-/// Serves the adapter by `provider`, which is loaded. Null when it is being unloaded: lets all
-/// tokens go, as `TokenService::stop`.
+/// Connects the adapter to `provider`, which QCA has loaded. Null before QCA unloads it: this
+/// closes all tokens as `TokenService::stop` does.
 TRIVEX_TOKENS_EXPORT void setTokenProvider(QCA::Provider *provider);
 
 /// See `TokenService::configure`.

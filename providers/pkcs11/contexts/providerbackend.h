@@ -9,12 +9,12 @@
 
 namespace Trivex {
 
-/// What the adapter asks of the tokens.
+/// Answers the adapter's requests for tokens. Thread-safe.
 class ProviderBackend : public TokenBackend {
 public:
     explicit ProviderBackend(TokenTable &tokens);
 
-    /// The provider that owns the keys which are found here; null while none is loaded.
+    /// Sets the provider for the keys that are found; null while none is loaded.
     void setProvider(QCA::Provider *provider);
 
     QCA::PrivateKey findPrivateKey(const QString &keyStoreId,
@@ -25,7 +25,7 @@ public:
 
 private:
     TokenKeyPtr keyIn(const QString &keyStoreId, const QByteArray &publicInfo) const;
-    /// True when the token has been asked for a login that it wanted, and may show more now.
+    /// Logs in when the token wants it. True when the token may show more keys now.
     bool logIn(const QString &keyStoreId) const;
 
     TokenTable &m_tokens;

@@ -9,12 +9,12 @@
 
 namespace Trivex {
 
-/// A key pair on a token that is not RSA: elliptic curves of all kinds, and keys of whose kind only
-/// the public half is understood here, which can be shown but not used.
+/// A key pair on a token that is not RSA: a key of any elliptic curve, or a key of another kind,
+/// which can be shown but not used. A context is for one thread at a time, as all of QCA's.
 class TokenEcContext : public TokenKeyContext<EcKeyContext> {
     Q_OBJECT
 public:
-    /// Without a reference for generating a key.
+    /// Without a reference the context holds no key and can generate one.
     TokenEcContext(QCA::Provider *provider, TokenTable &tokens,
                    const TokenKeyReference &reference = {});
     ~TokenEcContext() override;
@@ -30,8 +30,8 @@ public:
     /// Any other name fails, and so does one that the token does not know.
     void createPrivate(const QString &curve, bool block) override;
 
-    /// Of a GOST key, its own digest may be left to the token: where nobody in this process can
-    /// compute it, and where the token takes no digest and the data is up to 1 MiB.
+    /// With a GOST key and its own digest, the token computes the digest when this process can't,
+    /// or when the token accepts only whole messages; the data may have up to 1 MiB then.
     void startSign(QCA::SignatureAlgorithm algorithm, QCA::SignatureFormat format) override;
     void update(const QCA::MemoryRegion &data) override;
     QByteArray endSign() override;
@@ -44,7 +44,7 @@ protected:
 
 private:
     bool m_signsGost = false; ///< a signature with a GOST key's own digest is being made
-    std::optional<QByteArray> m_message; ///< of that signature; none when it got too long
+    std::optional<QByteArray> m_message; ///< of that signature; nothing when it is too long
 };
 
 } // namespace Trivex

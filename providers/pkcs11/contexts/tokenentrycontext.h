@@ -8,8 +8,8 @@
 
 namespace Trivex {
 
-/// A row of a token's key store. Holds bytes and ids; certificates and keys are decoded when they
-/// are asked for, because a token may have thousands.
+/// An entry of a token's key store. It holds bytes and ids only and decodes certificates and keys
+/// on request, because a token may have thousands.
 class TokenEntryContext : public QCA::KeyStoreEntryContext {
     Q_OBJECT
 public:
@@ -17,7 +17,7 @@ public:
                       const QString &storeId, const QString &storeName);
     ~TokenEntryContext() override;
 
-    /// From what `serialize` gave; null when that is not ours.
+    /// The entry that `serialize` has written; null for any other text. The caller owns it.
     static TokenEntryContext *restore(QCA::Provider *provider, TokenTable &tokens,
                                       const QString &serialized);
 
@@ -25,7 +25,7 @@ public:
 
     QCA::KeyStoreEntry::Type type() const override;
     QString id() const override { return m_entry->id; }
-    /// The label; without one the common name; without that the beginning of the id.
+    /// The label; else the common name; else the beginning of the id.
     QString name() const override;
     QString storeId() const override { return m_storeId; }
     QString storeName() const override { return m_storeName; }
@@ -45,8 +45,8 @@ private:
     QString m_storeName;
 };
 
-/// The private key context for a key on a token, by its kind. Null when its public half is not
-/// known. The caller owns it.
+/// The context for a private key on a token. Null when its public half is unknown. The caller owns
+/// it.
 QCA::PKeyBase *makeTokenKey(QCA::Provider *provider, TokenTable &tokens, const QString &storeId,
                             const TokenKeyPtr &key);
 

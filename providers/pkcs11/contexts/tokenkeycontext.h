@@ -8,9 +8,9 @@
 
 namespace Trivex {
 
-/// What the contexts of keys on tokens have in common, on top of the software key of their kind,
-/// which holds the public half: which key it is, and the generation that makes it. A copy holds the
-/// same key and generates nothing.
+/// The base of the contexts of keys on tokens. `SoftwareKey`, the context of a software key of the
+/// same kind, holds the public half; this class adds the reference to the private half and the
+/// generation of new keys. A copy refers to the same key and generates nothing.
 template <class SoftwareKey> class TokenKeyContext : public SoftwareKey {
 public:
     /// False when there is no key, or only its public half.
@@ -38,10 +38,10 @@ protected:
     }
 
     TokenTable &tokens() const { return m_tokens; }
-    /// By value: the context may go while the token works.
+    /// A copy, because the context may be destroyed while the token works.
     TokenKeyReference reference() const { return m_reference; }
 
-    /// Holds `reference` unless its public half is not understood.
+    /// Refers to `reference` from now on; to no key when its public half can't be read.
     void hold(const TokenKeyReference &reference)
     {
         this->m_material = {};
@@ -50,7 +50,7 @@ protected:
         m_reference = this->m_material.isNull() ? TokenKeyReference() : reference;
     }
 
-    /// Generates on the token that the target or the stored answers name.
+    /// Generates a pair on the token that the generation target or the stored answers name.
     void generate(const GenerationRequest &request, bool block)
     {
         hold({});

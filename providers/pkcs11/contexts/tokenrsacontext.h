@@ -7,20 +7,21 @@
 
 namespace Trivex {
 
-/// An RSA key pair on a token; the public half is here, the private one never leaves the token.
+/// An RSA key pair on a token. The context holds the public half; the private half never leaves the
+/// token.
 class TokenRsaContext : public TokenKeyContext<RsaKeyContext> {
     Q_OBJECT
 public:
-    /// Without a reference for generating a key.
+    /// Without a reference the context holds no key and can generate one.
     TokenRsaContext(QCA::Provider *provider, TokenTable &tokens,
                     const TokenKeyReference &reference = {});
     ~TokenRsaContext() override;
 
     QCA::Provider::Context *clone() const override;
 
-    /// Generates on the token that the target or the stored answers name.
+    /// Generates a pair on the token that the generation target or the stored answers name.
     void createPrivate(int bits, int exponent, bool block) override;
-    /// Null: a token makes its keys by itself.
+    /// Leaves the context without a key: a token generates its keys itself.
     void createPrivate(const QCA::BigInteger &n, const QCA::BigInteger &e, const QCA::BigInteger &p,
                        const QCA::BigInteger &q, const QCA::BigInteger &d) override;
 

@@ -70,19 +70,19 @@ void TokenStoreList::awaitScan()
         QTimer::singleShot(PatiencePause, Qt::PreciseTimer, this, &TokenStoreList::awaitScan);
 }
 
-bool TokenStoreList::lookAtTrusted(int id)
+bool TokenStoreList::updateTrusted(int id)
 {
     const auto store = m_tokens.store(id);
     return store && m_trusted && store->type == QCA::KeyStore::System
-        && m_trusted->take(id, store->contents);
+        && m_trusted->update(id, store->contents);
 }
 
 // Not where QCA asks for the stores, which has to be quick.
-void TokenStoreList::lookAtAllTrusted()
+void TokenStoreList::updateAllTrusted()
 {
     const QList<int> ids = m_tokens.stores();
     for (const int id : ids)
-        lookAtTrusted(id);
+        updateTrusted(id);
 }
 
 TokenContentsPtr TokenStoreList::contentsOf(const TokenStore &store) const
@@ -93,7 +93,7 @@ TokenContentsPtr TokenStoreList::contentsOf(const TokenStore &store) const
 
 void TokenStoreList::announceStores()
 {
-    lookAtAllTrusted();
+    updateAllTrusted();
     Q_EMIT updated();
 }
 
@@ -107,7 +107,7 @@ void TokenStoreList::announceTrusted(int id)
 void TokenStoreList::announceScan()
 {
     if (std::exchange(m_isBusy, false)) {
-        lookAtAllTrusted();
+        updateAllTrusted();
         Q_EMIT updated();
         Q_EMIT busyEnd();
     }
@@ -115,7 +115,7 @@ void TokenStoreList::announceScan()
 
 void TokenStoreList::announceContents(int id)
 {
-    if (lookAtTrusted(id))
+    if (updateTrusted(id))
         Q_EMIT updated();
     Q_EMIT storeUpdated(id);
 }

@@ -11,12 +11,12 @@
 
 namespace Trivex {
 
-/// The key stores of the tokens, for QCA. Lives on QCA's tracker thread; look-ups answer from
-/// memory, writes and removals wait for the token there, because QCA calls them so; our own models
-/// start them past QCA, which holds up all stores meanwhile.
+/// Gives QCA the key stores of the tokens. Lives on QCA's tracker thread. Look-ups answer from
+/// memory. Writes and removals wait for the token, because QCA calls them synchronously, and QCA
+/// holds all stores meanwhile; our own models start theirs without QCA.
 ///
-/// A store with many entries grows in steps, each announced when the one before has been fetched,
-/// so that whoever shows them is never given more at once than it can take in a moment.
+/// A store with many entries grows in steps. Each step is announced when the previous one has been
+/// fetched, so that a view never gets more rows than it can show at once.
 class TokenStoreList : public QCA::KeyStoreListContext {
     Q_OBJECT
 public:
@@ -47,23 +47,23 @@ private:
     void announceContents(int id);
     void announceScan();
     void announceTrusted(int id);
-    /// True when what is shown of a store of trusted certificates has changed.
-    bool lookAtTrusted(int id);
-    void lookAtAllTrusted();
-    /// What is shown of `store`.
+    /// Compares a store of trusted certificates again; true when its shown entries have changed.
+    bool updateTrusted(int id);
+    void updateAllTrusted();
+    /// The entries of `store` that are shown.
     TokenContentsPtr contentsOf(const TokenStore &store) const;
     void awaitScan();
     void showMore(int id);
     void noteListed(int id, const TokenContentsPtr &contents);
-    /// Waits for its end, as QCA wants it.
+    /// Makes the change and waits for its end.
     StoreChangeResult perform(int id, const StoreChange &change);
 
     TokenService &m_service;
     TokenTable &m_tokens;
     FirstScan &m_scan;
-    /// How many entries of a store are shown so far.
+    /// The number of entries of each store that are shown so far.
     QHash<int, int> m_shown;
-    /// What was listed of a store the last time.
+    /// The contents of each store when it was listed last.
     QHash<int, TokenContentsPtr> m_listed;
     std::unique_ptr<TrustedStores> m_trusted;
     bool m_isBusy = true;

@@ -73,7 +73,7 @@ TrustedStores::TrustedStores(QObject *parent)
     m_patience.start(Patience);
 }
 
-bool TrustedStores::take(int id, const TokenContentsPtr &contents)
+bool TrustedStores::update(int id, const TokenContentsPtr &contents)
 {
     Store &store = m_stores[id];
     if (store.all == contents)

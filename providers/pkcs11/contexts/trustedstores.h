@@ -12,26 +12,28 @@
 
 namespace Trivex {
 
-/// What is shown of the stores of trusted certificates: those that QCA's own list of the system
-/// does not show already, and the store alone where one is left. What an administrator has added to
-/// the trust module alone stays.
+/// Chooses the entries to show of the stores of trusted certificates: those that QCA's own list of
+/// the system does not show already, such as an administrator's additions to the trust module. A
+/// store without such an entry is not listed.
 ///
-/// Lives on QCA's tracker thread, where QCA reads its own list too.
+/// Lives on QCA's tracker thread, where QCA reads its own list too. See
+/// docs/decisions/025-trusted-stores.md.
 class TrustedStores : public QObject {
     Q_OBJECT
 public:
     explicit TrustedStores(QObject *parent = nullptr);
 
-    /// Compares store `id` when it holds something else than the last time. True when what is shown
-    /// of it has changed.
-    bool take(int id, const TokenContentsPtr &contents);
-    /// Whether anything of store `id` is or was shown: a store does not go while rows exist.
+    /// Sets the contents of store `id`, and compares them with QCA's list when they are new. True
+    /// when the shown entries have changed.
+    bool update(int id, const TokenContentsPtr &contents);
+    /// True when an entry of store `id` is or was shown: a listed store stays, because rows of it
+    /// may still exist.
     bool isListed(int id) const;
-    /// What is shown of store `id`; never null.
+    /// The entries of store `id` to show; never null.
     TokenContentsPtr shown(int id) const;
 
 Q_SIGNALS:
-    /// What is shown of store `id` has changed by itself.
+    /// The shown entries of store `id` have changed without an `update`.
     void changed(int id);
 
 private:
@@ -47,7 +49,7 @@ private:
 
     QCA::KeyStoreManager m_manager;
     QHash<int, Store> m_stores;
-    /// QCA's own list comes a moment after the providers have started, or never.
+    /// Waits for QCA's own list, which appears shortly after the providers have started, or never.
     QTimer m_patience;
 };
 

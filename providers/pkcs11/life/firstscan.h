@@ -10,19 +10,19 @@
 
 namespace Trivex {
 
-/// Knows when all modules have been asked for their tokens and these have been read for the first
-/// time, or when that has taken longer than `Patience`. Thread-safe.
+/// Knows when every module has listed its tokens once and every token has been read once, or when
+/// that has taken longer than `Patience`. QCA counts its key stores as started then. Thread-safe.
 class FirstScan : public QObject {
     Q_OBJECT
 public:
     static constexpr std::chrono::milliseconds Patience{3000};
 
-    /// Begins anew, with nothing to be seen.
+    /// Starts a new scan, which expects nothing yet.
     void begin();
-    /// `what` has to be seen before the first scan is over.
+    /// The scan does not end before `what`, the key of a module or the id of a store, is fulfilled.
     void expect(const QString &what);
     void fulfil(const QString &what);
-    /// To be called now and then: ends the scan when it has taken too long.
+    /// Ends the scan when it has taken longer than `Patience`. Call it regularly.
     void checkPatience();
     bool isOver() const;
 

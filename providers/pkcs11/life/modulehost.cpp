@@ -173,7 +173,7 @@ void ModuleHost::State::restartWhenFaulty()
         faultPause.works(now);
         return;
     }
-    faultPause.worksNot();
+    faultPause.interrupt();
     // A daemon behind it was restarted, perhaps: it works again once it is initialised anew.
     if (!module->isOurs() || !faultPause.isOver(now))
         return;

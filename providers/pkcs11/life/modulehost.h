@@ -8,19 +8,20 @@
 
 namespace Trivex {
 
-/// Runs one module: initialises it and asks for its slots twice a second, in a thread of its own,
-/// so that a slow module holds up nobody else. C_WaitForSlotEvent is not used, because blocked in
-/// it a thread can't be ended without finalising the module for the whole process.
+/// Runs one module in a thread of its own, so that a slow module delays no other. It initialises
+/// the module and asks for its slots twice a second. It does not use C_WaitForSlotEvent, because a
+/// thread that is blocked in it ends only when the module is finalised for the whole process.
 class ModuleHost {
 public:
-    /// Puts the module's tokens into `tokens`, which has to live as long as the process does, and
-    /// so has `scan`.
+    /// The host adds the module's tokens to `tokens` and fulfils what `scan` expects of it. Both
+    /// must live until the process ends.
     ModuleHost(Pkcs11::ModuleSource source, TokenTable &tokens, FirstScan &scan);
     ~ModuleHost();
 
+    /// Starts the thread and returns at once.
     void start();
-    /// Takes its tokens away at once, even while the module hangs. Does not wait: the last jobs of
-    /// the tokens' threads and of its own close the sessions and finalise the module.
+    /// Removes the module's tokens from the table at once, even while the module hangs, and does
+    /// not wait. The last jobs of the threads close the sessions and finalise the module.
     void close();
 
 private:

@@ -13,15 +13,15 @@
 
 namespace Trivex {
 
-/// The modules of p11-kit's configuration (pkcs11.conf(5)). p11-kit reads it once; what comes and
-/// goes afterwards is told from the files, by p11-kit's own rules: a module whose .module file or
-/// library vanishes is gone until it is back, and a new .module file is read here. A new "remote:"
-/// module needs a restart, because only p11-kit itself can start one.
+/// The modules of p11-kit's configuration (pkcs11.conf(5)). p11-kit reads it once a process, so
+/// this class reads the files again, by p11-kit's rules, to see later changes. A module is gone
+/// while its .module file or its library is missing, and a new .module file adds a module. A new
+/// "remote:" module needs a restart, because only p11-kit can start one. For one thread.
 class ModuleConfiguration {
 public:
     ModuleConfiguration();
 
-    /// The modules that are present now. The first call loads them all.
+    /// The modules that are present now. The first call makes p11-kit load all of them.
     QVector<Pkcs11::ModuleSource> present();
 
 private:
@@ -40,7 +40,7 @@ private:
     std::set<std::string> m_complained;
 };
 
-/// The modules in `list` (see TokenSettings::modules) whose library is there.
+/// The modules in `list` (see `TokenSettings::modules`) whose library exists.
 QVector<Pkcs11::ModuleSource> presentModules(const QString &list);
 
 } // namespace Trivex

@@ -8,28 +8,30 @@
 
 namespace Trivex {
 
-/// How the token providers are set up.
+/// The settings of the token providers.
 struct TokenSettings {
     /// Paths of module libraries, separated by ";"; empty: the modules that p11-kit's configuration
     /// names. A path may be followed by "|" and parameters for the module's C_Initialize.
     QString modules;
     /// Lists trust anchors as a system store.
     bool allowRootCa = false;
-    /// After which an unused login ends; 0: with the session. Of tokens that come afterwards.
+    /// An unused login ends after this time; with 0 only with the session. A change counts for
+    /// tokens that come later.
     Worker::Milliseconds loginLifetime{0};
 };
 
-/// Keeps one host running for each module that is present. Looks at the module files twice a
-/// second, in a thread of its own, so that a module comes and goes with its file.
+/// Keeps one `ModuleHost` running for each module that is present. A thread of its own looks at the
+/// module files twice a second, so that a module comes and goes with its file. Thread-safe.
 class ModuleWatch {
 public:
-    /// `tokens` and `scan`: as for `ModuleHost`.
+    /// `tokens` and `scan` must live until the process ends.
     ModuleWatch(const TokenSettings &settings, TokenTable &tokens, FirstScan &scan);
     ~ModuleWatch();
 
     void start();
+    /// Changes the settings; takes effect at the next look.
     void configure(const TokenSettings &settings);
-    /// Lets all modules go; does not wait for their threads.
+    /// Closes all hosts and does not wait for their threads.
     void stop();
 
 private:

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/life/p11kitfiles.h"
 
+#include "qca/base/descriptor.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
@@ -9,7 +11,6 @@
 #include <memory>
 #include <sstream>
 
-#include <dirent.h>
 #include <pwd.h>
 #include <sys/auxv.h>
 #include <sys/stat.h>
@@ -60,11 +61,8 @@ bool isPlainFile(const std::string &path)
 
 std::vector<std::string> filesIn(const std::string &directory)
 {
-    struct Close {
-        void operator()(DIR *stream) const noexcept { closedir(stream); }
-    };
     std::vector<std::string> names;
-    const std::unique_ptr<DIR, Close> stream(opendir(directory.c_str()));
+    const DirectoryStream stream(opendir(directory.c_str()));
     if (!stream)
         return names;
     while (const dirent *entry = readdir(stream.get()))

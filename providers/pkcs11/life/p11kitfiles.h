@@ -11,43 +11,44 @@
 
 namespace Trivex {
 
-/// p11-kit's configuration files (pkcs11.conf(5)), read as p11-kit itself reads them: it does so
-/// once in a process and does not tell what has changed since. Plain C++ and POSIX, because the
-/// thread that reads them may run on while the process ends. Of one thread.
+/// Reads p11-kit's configuration files (pkcs11.conf(5)) by p11-kit's rules, because p11-kit itself
+/// reads them once a process and reports no changes. Plain C++ and POSIX, because the thread that
+/// reads them may still run while the process ends. For one thread.
 class TRIVEX_TOKENS_EXPORT P11KitFiles {
 public:
     using Options = std::map<std::string, std::string>;
 
-    /// Where they are.
+    /// The paths of the files and of the directories with .module files.
     struct Places {
         std::string systemFile;
         std::string userFile;
         std::string userModules;
         std::string systemModules;
         std::string packageModules;
-        /// False for root, for programs with the rights of another user, and where the environment
-        /// says so: p11-kit never reads a user's files there.
+        /// p11-kit does not read a user's files for root, in programs with the rights of another
+        /// user, and where the environment forbids it.
         bool readsUserFiles = true;
 
         static Places ofThisProcess();
     };
 
-    /// What all files of one name say of a module; of an option that several give, the user's
-    /// counts, then the system's, then the package's.
+    /// A module, from all its files. Where several set an option, the user's file wins, then the
+    /// system's, then the package's.
     struct Module {
         std::vector<std::string> files;
         Options options;
 
+        /// Empty when no file sets it.
         std::string option(const char *name) const;
-        /// By "enable-in" and "disable-in".
+        /// Whether "enable-in" and "disable-in" allow the module in `program`.
         bool isEnabledIn(const std::string &program) const;
     };
     using Modules = std::map<std::string, Module>;
 
     explicit P11KitFiles(Places places);
 
-    /// The modules by their names. A file that can't be understood, half written perhaps, counts
-    /// with what it said before.
+    /// The modules by their names. A file that can't be parsed, perhaps because it is half written,
+    /// keeps its earlier contents.
     Modules read();
 
 private:
@@ -62,7 +63,7 @@ private:
     Modules m_modules;
 };
 
-/// The options of a file's text; nothing when p11-kit would refuse it.
+/// The options in the text of a file; nothing when p11-kit would refuse the text.
 TRIVEX_TOKENS_EXPORT std::optional<P11KitFiles::Options> parseP11KitFile(const std::string &text);
 
 } // namespace Trivex

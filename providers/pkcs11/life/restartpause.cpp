@@ -8,7 +8,7 @@ namespace Trivex {
 
 void RestartPause::failed(Clock::time_point now)
 {
-    worksNot();
+    interrupt();
     m_until = now + m_next;
     m_next = std::min(2 * m_next, m_longest);
 }
@@ -17,7 +17,7 @@ void RestartPause::works(Clock::time_point now)
 {
     if (!m_since)
         m_since = now;
-    else if (now - *m_since >= Enough)
+    else if (now - *m_since >= StableTime)
         m_next = Shortest;
 }
 

@@ -9,34 +9,34 @@
 
 namespace Trivex {
 
-/// When a module that fails may be started again: one that fails at once would otherwise start a
-/// process, or end everybody's login, twice a second for as long as the program runs. The pause
-/// doubles with each failure, and is short again once the module has worked for a minute.
+/// Says when a module that failed may be started again. Without a pause, a module that fails at
+/// once would start a process, or end everybody's login, twice a second. The pause doubles with
+/// each failure and is short again after the module has worked for `StableTime`. For one thread.
 class TRIVEX_TOKENS_EXPORT RestartPause {
 public:
     using Clock = std::chrono::steady_clock;
     using Milliseconds = std::chrono::milliseconds;
 
     static constexpr Milliseconds Shortest{500};
-    static constexpr Milliseconds Enough{60000};
+    static constexpr Milliseconds StableTime{60000};
 
     explicit RestartPause(Milliseconds longest)
         : m_longest(longest)
     {
     }
 
-    /// It has to be started again, or could not be.
+    /// Notes that the module could not be started, or has to be started again.
     void failed(Clock::time_point now);
-    /// It answers; it does not.
+    /// Note that the module answers, and that it has stopped answering without a restart.
     void works(Clock::time_point now);
-    void worksNot() { m_since.reset(); }
+    void interrupt() { m_since.reset(); }
     bool isOver(Clock::time_point now) const { return now >= m_until; }
 
 private:
     Milliseconds m_longest;
     Milliseconds m_next = Shortest;
     Clock::time_point m_until;
-    std::optional<Clock::time_point> m_since; ///< when it began to work
+    std::optional<Clock::time_point> m_since; ///< when the module began to work
 };
 
 } // namespace Trivex

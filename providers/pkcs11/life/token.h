@@ -8,12 +8,14 @@
 
 namespace Trivex {
 
-/// Hears on the thread of a token what happens there. It has to live as long as the process does,
-/// because a module may hold such a thread for as long as it likes.
+/// Receives what happens on the thread of a token; called on that thread. It must live until the
+/// process ends, because a module may block such a thread for any time.
 class TokenListener {
 public:
+    /// The token has been read, or its contents have changed.
     virtual void publishContents(const TokenConnection &source) = 0;
     virtual void publishReadFailure(const TokenConnection &source) = 0;
+    /// An operation with that purpose has begun; `publishIdle` follows its end.
     virtual void publishBusy(const TokenConnection &source, Purpose purpose) = 0;
     virtual void publishIdle(const TokenConnection &source) = 0;
 
@@ -21,19 +23,20 @@ protected:
     ~TokenListener() = default;
 };
 
-/// Why an operation fails without a call that failed.
+/// The error of an operation that failed without a failed PKCS#11 call.
 TokenError failure(TokenError::Kind kind, const QString &storeId, Purpose purpose);
 
-/// A token that is plugged in, with the thread on which all its work is done. Thread-safe.
+/// A token that is plugged in, with the thread that does all its work. Thread-safe.
 ///
-/// The connection belongs to that thread. Whoever waits for an operation may go away first, so an
-/// operation holds what it needs by itself and puts its results where both sides own them.
+/// The connection belongs to that thread. The caller of an operation may go away first, so an
+/// operation owns what it needs and puts its results where both sides own them.
 class Token {
 public:
-    /// The work of an operation, on the token's thread; throws `Pkcs11::Error` and leaves nothing
-    /// half done then, for it may be called once more.
+    /// The work of an operation; runs on the token's thread. On failure it throws `Pkcs11::Error`
+    /// and leaves nothing half done, because it may be called once more.
     using Work = std::function<void(TokenConnection &, Operation &)>;
-    /// What follows it, on the token's thread, or on the caller's when the token has been closed.
+    /// Called after the work, on the token's thread; on the caller's thread when the token is
+    /// closed.
     using Then = std::function<void(const TokenError &)>;
 
     Token(Pkcs11::ModulePtr module, CK_SLOT_ID slot, const TokenIdentity &identity,
@@ -41,20 +44,23 @@ public:
     ~Token();
 
     const QString &storeId() const { return m_storeId; }
-    /// Tells this token from others in what its thread publishes.
+    /// Identifies this token in what its thread publishes. For comparison only: the object belongs
+    /// to the token's thread.
     const TokenConnection *connection() const { return m_connection.get(); }
 
-    /// Starts the thread and the first reading. A login that has not been used for `loginLifetime`
-    /// ends (0: never).
+    /// Starts the thread and reads the token for the first time. A login that was not used for
+    /// `loginLifetime` ends (0: never).
     void start(Worker::Milliseconds loginLifetime);
-    /// Reads the token anew.
+    /// Reads the token again; does not wait.
     void read();
-    /// Runs `work` and does not wait; failures are published.
+    /// Runs `work` and does not wait. A failure is published.
     void post(Operation operation, Work work, Then then);
-    /// Asks the operations that run or wait for their turn to end. What waits never runs, and
-    /// whoever waits for a signature or a key is let go at once. What comes later is not concerned.
+    /// Asks the running operation and the queued ones to end. The queued ones never run, and a
+    /// caller that waits for a signature or a key returns at once. Later operations are not
+    /// affected.
     void cancel();
-    /// Takes no more work: what waits fails, the open question is withdrawn. Does not wait.
+    /// Accepts no more work: queued operations fail, and the open question is withdrawn. Does not
+    /// wait.
     void close();
 
 private:

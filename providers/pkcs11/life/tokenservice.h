@@ -7,20 +7,20 @@
 
 namespace Trivex {
 
-/// Keeps the table of tokens filled while it is started. Thread-safe.
+/// Fills the table of tokens while it is started. Thread-safe.
 class TokenService {
 public:
-    /// `atEnd` is called at the end of the process and has to stop this service. Table and scan
-    /// have to live as long as the process does.
+    /// `atEnd` is called at the end of the process and has to stop this service. `tokens` and
+    /// `scan` must live until the process ends.
     TokenService(TokenTable &tokens, FirstScan &scan, ProcessEnd::Hook atEnd);
 
-    /// May be called while started; takes effect within a second.
+    /// Changes the settings; takes effect within a second when the service is started.
     void configure(const TokenSettings &settings);
 
-    /// Begins to look for tokens; returns at once. Nothing when started already.
+    /// Starts to look for tokens and returns at once. Does nothing when the service is started.
     void start();
-    /// Lets all tokens go. Waits for the threads of modules and tokens, which close their sessions
-    /// and finalise their modules, but not longer than until `deadline`.
+    /// Closes all tokens. Waits until `deadline` at most for the threads of modules and tokens,
+    /// which close their sessions and finalise their modules.
     void stop(Worker::Deadline deadline = std::chrono::steady_clock::now() + ProcessEnd::Patience);
 
 private:

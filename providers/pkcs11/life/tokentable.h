@@ -14,7 +14,7 @@
 
 namespace Trivex {
 
-/// What a key store of a token is at the moment; a copy.
+/// The state of a token's key store; a copy.
 struct TokenStore {
     int id = 0; ///< QCA's context id
     QString storeId;
@@ -32,16 +32,16 @@ struct TokenStore {
 class TokenTable : public QObject, public TokenListener {
     Q_OBJECT
 public:
-    /// Has to live as long as the process does, because a thread that a module holds may come back
-    /// late. So has `scan`.
+    /// The table and `scan` must live until the process ends, because a thread that a module blocks
+    /// may come back late.
     explicit TokenTable(FirstScan &scan);
     ~TokenTable() override;
 
-    /// Takes tokens from now on, with logins that end when they were not used for so long (0:
-    /// never).
+    /// Accepts tokens from now on.
     void open();
+    /// A login that was not used for `lifetime` ends (0: never). Counts for tokens that come later.
     void setLoginLifetime(Worker::Milliseconds lifetime);
-    /// Takes no more tokens.
+    /// Accepts no more tokens.
     void close();
     /// Forgets all stores.
     void clear();
@@ -50,20 +50,23 @@ public:
     std::optional<TokenStore> store(int id) const;
     std::optional<TokenStore> store(const QString &storeId) const;
 
-    /// Does `work` for the purpose of `operation` on the token that it names, and waits for its
-    /// end. A failure is published, the absence of the token too.
+    /// Runs `work` on the token that `operation` names, and waits for its end. A failure is
+    /// published; so is a missing token.
     TokenError run(Operation operation, Token::Work work) const;
-    /// The same without waiting; `then` follows on the token's thread, or before this returns when
-    /// the token is gone. Nobody hears of a token that is gone when the operation is unattended.
+    /// The same without waiting. `then` is called on the token's thread, or before this returns
+    /// when the token is missing. For an unattended operation a missing token is not published.
     void post(Operation operation, Token::Work work, Token::Then then) const;
     /// See `Token::cancel`.
     void cancel(const QString &storeId) const;
 
-    // For module threads.
-    /// Makes the token known and starts it; null when the same token is there already.
+    // For the threads of modules.
+    /// Adds the token and starts it. Null when the table is closed, when the token has no names to
+    /// tell it by, and when another module has brought the same token.
     TokenPtr attach(const Pkcs11::ModulePtr &module, CK_SLOT_ID slot, const CK_TOKEN_INFO &info,
                     CertificateChoice choice);
+    /// Closes the token; its store stays, without entries.
     void detach(const TokenPtr &token);
+    /// Publishes the state of the PIN and whether the token can be written.
     void publishFlags(const TokenPtr &token, const CK_TOKEN_INFO &info);
 
     // Ignored when the token has been detached meanwhile.

@@ -13,8 +13,8 @@
 namespace Trivex {
 
 /// A thread that runs jobs in order. It is a plain thread, not a QThread, because a module may
-/// never return from a call: such a thread has to be left behind, and it may run on while the
-/// process ends, holding all that it needs by itself.
+/// never return from a call: the worker abandons such a thread, which owns all that it needs and
+/// may still run while the process ends. `post` and `stop` are thread-safe.
 class Worker {
 public:
     using Job = std::function<void()>;
@@ -22,22 +22,22 @@ public:
     using Deadline = std::chrono::steady_clock::time_point;
 
     Worker();
-    /// As `stop`, and lets the thread go when it does not end in time.
+    /// Stops, and abandons the thread if it still runs a job.
     ~Worker();
     Worker(const Worker &) = delete;
     Worker &operator=(const Worker &) = delete;
 
-    /// Starts the thread. When nothing was posted for `interval` (0: never), `idle` is run. `last`
-    /// is run after `stop`, when the running job is over, and nothing after it: what closes a
-    /// session or finalises a module belongs there, because such a call may take as long as the
-    /// module likes.
+    /// Starts the thread. It runs `idle` whenever no job was posted for `interval` (0: never), and
+    /// `last` as its last job after `stop`. Calls that close a session or finalise a module belong
+    /// into `last`, because the module decides how long they take.
     void start(Milliseconds interval = Milliseconds(0), Job idle = {}, Job last = {});
-    /// False when the worker is stopped; the job never runs then. Jobs must not throw.
+    /// Queues a job, which must not throw. False when the worker is stopped: the job never runs.
     bool post(Job job);
-    /// Takes no more jobs and drops those that have not started. Does not wait.
+    /// Accepts no more jobs and drops the queued ones. Does not wait.
     void stop();
-    /// Waits for the threads of all workers of the process, stopped ones. Those that have not ended
-    /// by then are let go: nobody waits for them again. Not to be called on one of them.
+    /// Waits until `deadline` for the threads of all stopped workers of the process. Threads that
+    /// have not ended by then are abandoned: no later call waits for them. Not to be called on one
+    /// of these threads.
     static void joinAll(Deadline deadline);
 
 private:

@@ -10,11 +10,11 @@
 
 namespace Trivex {
 
-/// Generates key pairs on a token for the object that owns it. The pair that is abandoned, because
-/// its owner goes first, is removed from the token again.
+/// Generates key pairs on a token for the object that owns it. A pair whose owner is destroyed
+/// before the end is removed from the token again. For the owner's thread.
 class Generation {
 public:
-    /// Called on the owner's thread; with an empty reference after a failure.
+    /// Called on the owner's thread with the new key; after a failure with an empty reference.
     using Done = std::function<void(const TokenKeyReference &)>;
 
     explicit Generation(TokenTable &tokens);
@@ -22,8 +22,8 @@ public:
     Generation(const Generation &) = delete;
     Generation &operator=(const Generation &) = delete;
 
-    /// The store and the label are those of the target or of the stored answers in force on this
-    /// thread. With `block`, `done` is called before it returns, otherwise never before.
+    /// Starts a generation. The generation target or the stored answers of this thread name the
+    /// store and the label. With `block` this calls `done` before it returns, else always later.
     void start(const GenerationRequest &request, bool block, Done done);
 
 private:

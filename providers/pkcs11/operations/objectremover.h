@@ -6,11 +6,12 @@
 
 namespace Trivex {
 
-/// Removes a certificate, and with a key bundle its key pair, unless another certificate belongs to
-/// that too. Throws `Pkcs11::Error`; everything is as before then.
+/// Removes the entry `entryId`: its certificate and, of a key bundle, its key pair, unless another
+/// certificate uses the same key. Throws `Pkcs11::Error`; nothing has changed then. On the token's
+/// thread.
 ///
-/// The certificate goes first, so that a removal cut short leaves a key that shows nowhere; the
-/// private key last, because it is all that can't be put back.
+/// The certificate is removed first, so that an interrupted removal leaves a key that no list
+/// shows. The private key is removed last, because it can't be restored.
 void removeEntry(TokenConnection &connection, Operation &operation, const QString &entryId);
 
 } // namespace Trivex

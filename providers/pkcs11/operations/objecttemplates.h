@@ -8,17 +8,20 @@
 
 namespace Trivex {
 
-// The templates of the objects that are written (PKCS#11 2.40, 4.6 to 4.9). The key ones throw
-// `Pkcs11::Error` (NotSupported) for a kind of key that can't be written.
+// These functions fill the templates of new objects (PKCS#11 2.40, 4.6 to 4.9). Those for keys
+// throw `Pkcs11::Error` (NotSupported) for a kind of key that tokens don't store. An empty label is
+// left out.
 
 void fillCertificate(const TokenCertificate &certificate, Pkcs11::Template *object);
+/// `id` becomes the CKA_ID.
 void fillPublicKey(const KeyMaterial &key, const QByteArray &id, const QString &label,
                    Pkcs11::Template *object);
-/// Sensitive and not extractable. The numbers of the key stay in the template only.
+/// The object is sensitive and not extractable. The key's secret numbers are in the template only,
+/// which wipes them. `subject` is a DER Name; empty: left out.
 void fillPrivateKey(const KeyMaterial &key, const QByteArray &subject, const QByteArray &id,
                     const QString &label, Pkcs11::Template *object);
 
-/// The last common name in a certificate's subject; empty without one.
+/// The last common name in a certificate's subject; empty when there is none.
 TRIVEX_TOKENS_EXPORT QString commonNameOf(const TokenCertificate &certificate);
 
 } // namespace Trivex

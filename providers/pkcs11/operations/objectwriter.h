@@ -7,22 +7,24 @@
 
 namespace Trivex {
 
-/// Writes a certificate, under the id of the key that it belongs to. One that the token has already
-/// is not written again. The id of the entry. Throws `Pkcs11::Error`; nothing is left then.
+/// Writes a certificate (DER) with the CKA_ID of its key, unless the token has it already. Returns
+/// the id of its entry. Throws `Pkcs11::Error`; the token has not changed then. On the token's
+/// thread.
 QString writeCertificate(TokenConnection &connection, Operation &operation, const QByteArray &der);
 
 /// A private key with its certificates.
 struct BundleToWrite {
-    QString name; ///< the label; the common name when empty
-    std::vector<QByteArray> chain; ///< DER, the key's own certificate first
+    QString name; ///< the label; when empty, the common name is the label
+    std::vector<QByteArray> chain; ///< DER; the key's own certificate comes first
     KeyMaterial key;
 };
 
-/// Writes keys, certificate and chain, or nothing. What the token has already is not written again,
-/// so that a bundle whose writing was cut short by the death of the process is completed. The id
-/// of the entry. Throws `Pkcs11::Error`.
+/// Writes the keys, the certificate and its chain, or nothing. Objects that the token has already
+/// are not written again, so that a second try completes a bundle that a killed process has left.
+/// Returns the id of the entry. Throws `Pkcs11::Error`. On the token's thread.
 ///
-/// The keys come first: cut short, they are a key without a certificate, which shows nowhere.
+/// The keys are written first: an interruption leaves a key without a certificate, which no list
+/// shows.
 QString writeBundle(TokenConnection &connection, Operation &operation, const BundleToWrite &bundle);
 
 } // namespace Trivex

@@ -10,29 +10,33 @@
 
 namespace Trivex {
 
-/// A private key on a token, wherever that is plugged in.
+/// Names a private key on a token by the token's store, whichever slot the token is in.
 struct TokenKeyReference {
     QString storeId; ///< empty: no key
     TokenKeyPtr key;
 };
 
-/// Signs `block` with a key on a token: RSA pads it by PKCS#1 v1.5 (CKM_RSA_PKCS), elliptic curves
-/// take it as the digest and give DER ECDSA-Sig-Value, Edwards curves take it as the message, GOST
-/// takes it as the digest and gives the octets of RFC 9215: s and r, both big-endian.
-/// Waits for the token, and for the PIN where it asks for one; on the GUI thread in a nested event
-/// loop; the caller may be gone by then. False when the token is gone, or refuses, or nobody gives
-/// the PIN; the reason is published.
+/// Signs `block` with a key on a token. What `block` is and what `*signature` becomes depends on
+/// the key:
+/// - RSA: a block that the token pads by PKCS#1 v1.5 (CKM_RSA_PKCS); the octets of the signature;
+/// - elliptic curves: a digest; DER ECDSA-Sig-Value (RFC 3279, 2.2.3);
+/// - Edwards curves: the message; the octets of the signature;
+/// - GOST: a digest; the octets of RFC 9215, s and then r, both big-endian.
+///
+/// Waits for the token and for the PIN, on the GUI thread in a nested event loop, so the caller may
+/// be destroyed meanwhile. False when the token is gone or refuses, or when nobody gives the PIN;
+/// the reason is published.
 bool signOnToken(TokenTable &tokens, const TokenKeyReference &reference, const QByteArray &block,
                  QByteArray *signature);
 
-/// Signs `message` with a GOST key, by the octets of RFC 9215; as above. `digest` is that of the
-/// message, in the order in which digests are written; empty where only the token can compute it.
-/// Without a message the digest is all that the token gets.
+/// Signs `message` with a GOST key; otherwise as `signOnToken`. `digest` is the message's digest in
+/// the order in which digests are written; empty when only the token can compute it. Without a
+/// message the token gets the digest alone.
 bool signMessageOnToken(TokenTable &tokens, const TokenKeyReference &reference,
                         const std::optional<QByteArray> &message, const QByteArray &digest,
                         QByteArray *signature);
 
-/// Decrypts by PKCS#1 v1.5; as above.
+/// Decrypts `data` with an RSA key by PKCS#1 v1.5; otherwise as `signOnToken`.
 bool decryptOnToken(TokenTable &tokens, const TokenKeyReference &reference, const QByteArray &data,
                     QCA::SecureArray *plain);
 
