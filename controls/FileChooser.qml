@@ -76,7 +76,7 @@ BaseDialog {
         Accessible.role: Accessible.List
         Accessible.name: path.text
         ScrollBar.vertical: ScrollBar {}
-        delegate: ItemDelegate {
+        delegate: PlainDelegate {
             width: list.width
             text: fileIsDir ? fileName + "/" : fileName
             highlighted: ListView.isCurrentItem

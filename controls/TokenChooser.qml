@@ -64,6 +64,12 @@ FillColumn {
         objectName: "tokenChooser"
         model: chooser.choices
         textRole: "name"
+        delegate: PlainDelegate {
+            width: ListView.view ? ListView.view.width : implicitWidth
+            text: modelData.name
+            highlighted: box.highlightedIndex === index
+            hoverEnabled: box.hoverEnabled
+        }
         enabled: count > 0
         Layout.fillWidth: true
         Accessible.name: chooser.label + ": " + currentText

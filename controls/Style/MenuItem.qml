@@ -3,7 +3,6 @@
 import QtQuick 2.15
 import QtQuick.Templates 2.15 as T
 import QtQuick.Controls 2.15
-import QtQuick.Controls.impl 2.15
 import Trivex.Crypto.Controls 1.0
 
 T.MenuItem {
@@ -22,7 +21,7 @@ T.MenuItem {
     Accessible.role: Accessible.MenuItem
     Accessible.name: text
 
-    contentItem: IconLabel {
+    contentItem: IconText {
         spacing: control.spacing
         mirrored: control.mirrored
         display: control.display

@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/app/harness.h"
 
-#include <QDeadlineTimer>
+#include "tests/app/looks.h"
+
 #include <QLocale>
 #include <QMutex>
 #include <QQmlComponent>
@@ -65,18 +66,6 @@ QQuickItem *findVisible(QQuickItem *from, const QString &name)
             return found;
     }
     return nullptr;
-}
-
-/// Where each visible item from `item` downwards is, how large and how clear.
-void appendLooks(const QQuickItem *item, QVector<qreal> &looks)
-{
-    if (!item->isVisible())
-        return;
-    looks << item->x() << item->y() << item->width() << item->height() << item->opacity()
-          << item->scale();
-    const QList<QQuickItem *> children = item->childItems();
-    for (const QQuickItem *child : children)
-        appendLooks(child, looks);
 }
 
 } // namespace
@@ -217,17 +206,7 @@ void WindowDriver::waitForFrame()
 
 bool WindowDriver::waitUntilStill(int ms)
 {
-    const QDeadlineTimer end(ms);
-    QVector<qreal> before;
-    do {
-        waitForFrame();
-        QVector<qreal> now;
-        appendLooks(window()->contentItem(), now);
-        if (now == before)
-            return true;
-        before.swap(now);
-    } while (!end.hasExpired());
-    return false;
+    return TrivexTest::waitUntilStill(window(), ms);
 }
 
 bool WindowDriver::holds(const std::function<bool()> &condition, int ms)

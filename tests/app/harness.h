@@ -100,8 +100,7 @@ public:
     bool waitFor(const std::function<bool()> &condition, int ms = 15000);
     /// Waits for a visible item.
     bool waitForItem(const QString &name, int ms = 15000);
-    /// Waits until two frames after each other show every visible item at one place, at one size
-    /// and equally clear: what was shown last has been laid out and no dialog is on its way.
+    /// Waits until what was shown last has been laid out and no dialog is on its way.
     bool waitUntilStill(int ms = 5000);
     /// For what must not happen, of which no event tells: true when `condition` held all the time.
     bool holds(const std::function<bool()> &condition, int ms = 300);

@@ -3,6 +3,9 @@
 #include "tests/app/looks.h"
 
 #include <QAccessible>
+#include <QDeadlineTimer>
+#include <QSignalSpy>
+#include <QTest>
 #include <QVariant>
 
 namespace TrivexTest {
@@ -22,7 +25,38 @@ void noteAnnouncement(QAccessibleEvent *event)
         announced += static_cast<QAccessibleValueChangeEvent *>(event)->value().toString();
 }
 
+/// Where each visible item from `item` downwards is, how large and how clear.
+void appendLooks(const QQuickItem *item, QVector<qreal> &looks)
+{
+    if (!item->isVisible())
+        return;
+    looks << item->x() << item->y() << item->width() << item->height() << item->opacity()
+          << item->scale();
+    const QList<QQuickItem *> children = item->childItems();
+    for (const QQuickItem *child : children)
+        appendLooks(child, looks);
+}
+
 } // namespace
+
+bool waitUntilStill(QQuickWindow *window, int ms)
+{
+    const QDeadlineTimer end(ms);
+    QSignalSpy frames(window, &QQuickWindow::frameSwapped);
+    QVector<qreal> before;
+    do {
+        const int shown = frames.count();
+        window->update();
+        // A window that is not in sight draws nothing, and is laid out all the same.
+        (void)QTest::qWaitFor([&] { return frames.count() > shown; }, 200);
+        QVector<qreal> now;
+        appendLooks(window->contentItem(), now);
+        if (now == before)
+            return true;
+        before.swap(now);
+    } while (!end.hasExpired());
+    return false;
+}
 
 QString lackOfRoom(QQuickItem *item)
 {

@@ -3,9 +3,14 @@
 #pragma once
 
 #include <QQuickItem>
+#include <QQuickWindow>
 #include <QStringList>
 
 namespace TrivexTest {
+
+/// Waits until two frames after each other show every visible item at one place, at one size and
+/// equally clear.
+bool waitUntilStill(QQuickWindow *window, int ms = 5000);
 
 /// What is wrong with how an item shows its text; empty when nothing is.
 QString lackOfRoom(QQuickItem *item);

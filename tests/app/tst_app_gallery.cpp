@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "app/environment.h"
+#include "tests/app/looks.h"
+#include "tests/app/pages.h"
 #include "tests/app/windowtest.h"
 
 #include <QDialogButtonBox>
@@ -58,6 +60,8 @@ private Q_SLOTS:
 
     void componentsAlone_data();
     void componentsAlone();
+    void namesInControls_data();
+    void namesInControls();
     void gallery();
     void qtSpeaksRussian();
 
@@ -120,6 +124,76 @@ void TestAppGallery::componentsAlone()
     for (int i = 0; i < 3; ++i) {
         shown->update();
         QTRY_VERIFY(frames.count() > i);
+    }
+}
+
+void TestAppGallery::namesInControls_data()
+{
+    QTest::addColumn<QString>("control");
+    // What shows a text in our style, with the text of a stranger.
+    const struct {
+        const char *name;
+        const char *control;
+    } controls[] = {
+        {"button", "Button { text: name }"},
+        {"tool button", "ToolButton { text: name }"},
+        {"button below its icon",
+         "Button { text: name; icon.source: Theme.icon(\"key\")\n"
+         "display: AbstractButton.TextUnderIcon }"},
+        {"check box", "CheckBox { text: name }"},
+        {"radio button", "RadioButton { text: name }"},
+        {"switch", "Switch { text: name }"},
+        {"row", "ItemDelegate { text: name; icon.source: Theme.icon(\"key\") }"},
+        {"menu", "Menu { MenuItem { text: name } Component.onCompleted: open() }"},
+        {"menu's action", "Menu { Action { text: name } Component.onCompleted: open() }"},
+        {"chooser", "ComboBox { width: 300; model: [name] }"},
+        {"rows of a chooser",
+         "ComboBox { width: 300; model: [\"\", name]; Component.onCompleted: popup.open() }"},
+        {"hint", "TextField { width: 300; placeholderText: name }"},
+        {"dialog's title", "Dialog { title: name; Component.onCompleted: open() }"},
+        {"dialog's button",
+         "DialogButtonBox { Button { text: name; DialogButtonBox.buttonRole: "
+         "DialogButtonBox.AcceptRole } }"},
+        {"tool tip", "Item { ToolTip { text: name; visible: true } }"},
+        {"label", "Label { text: name }"},
+    };
+    for (const auto &one : controls)
+        QTest::newRow(one.name) << QString::fromLatin1(one.control);
+}
+
+/// Letter by letter: neither fetched as a picture nor shortened by a mnemonic.
+void TestAppGallery::namesInControls()
+{
+    QFETCH(QString, control);
+    const QString name = QStringLiteral("<b>Mallory<img src='x'> & Co");
+    QQmlApplicationEngine engine;
+    engine.addImportPath(Trivex::moduleDirectory());
+    engine.loadData(QStringLiteral("import QtQuick 2.15\nimport QtQuick.Controls 2.15\n"
+                                   "import Trivex.Crypto.Controls 1.0\n"
+                                   "ApplicationWindow { width: 500; height: 400; visible: true\n"
+                                   "property string name: \"%1\"\n %2 }")
+                        .arg(name, control)
+                        .toUtf8());
+    QVERIFY(!engine.rootObjects().isEmpty());
+    auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().first());
+    QVERIFY(window && QTest::qWaitForWindowExposed(window));
+    QList<QQuickItem *> shown;
+    const auto look = [&] {
+        shown.clear();
+        visitItems(window->contentItem(), [&](QQuickItem *item) {
+            if (item->inherits("QQuickText")
+                && item->property("text").toString().contains(QLatin1String("Mallory")))
+                shown += item;
+        });
+        return !shown.isEmpty();
+    };
+    QTRY_VERIFY(look());
+    QVERIFY(waitUntilStill(window));
+    QVERIFY(look());
+    for (const QQuickItem *item : qAsConst(shown)) {
+        QCOMPARE(item->property("text").toString(), name);
+        QCOMPARE(item->property("textFormat").toInt(), 0); // Text.PlainText
+        QVERIFY(item->width() > 0);
     }
 }
 

@@ -1,0 +1,273 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/questions/asker.h"
+#include "qca/questions/openquestions.h"
+#include "qca/questions/question.h"
+#include "tests/app/looks.h"
+#include "tests/controls/controlstest.h"
+
+#include <QAccessible>
+#include <QtTest>
+
+#include <atomic>
+#include <future>
+
+using namespace TrivexTest;
+
+namespace {
+
+/// One question of a token, put from a thread of its own as an operation would.
+class Question {
+public:
+    explicit Question(const QString &token, Trivex::PinState state = Trivex::PinState::Normal)
+        : m_store(QStringLiteral("store of ") + token)
+    {
+        Trivex::QuestionInfo info;
+        info.purpose = Trivex::Purpose::Write;
+        info.keyStoreId = m_store;
+        info.tokenName = token;
+        info.pinState = state;
+        m_reply = std::async(std::launch::async, [info] {
+            return Trivex::ask(
+                info, QCA::KeyStoreInfo(QCA::KeyStore::SmartCard, info.keyStoreId, info.tokenName));
+        });
+    }
+    ~Question()
+    {
+        withdraw();
+        isOver();
+    }
+
+    void withdraw() const { Trivex::cancelQuestions(m_store); }
+    bool isOver(int ms = 5000)
+    {
+        return QTest::qWaitFor(
+            [this] {
+                return !m_reply.valid()
+                    || m_reply.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+            },
+            ms);
+    }
+    /// The PIN that it was answered with; null when it was declined.
+    QByteArray pin()
+    {
+        const Trivex::Reply reply = m_reply.get();
+        return reply.accepted ? reply.password.toByteArray() : QByteArray();
+    }
+
+private:
+    QString m_store;
+    std::future<Trivex::Reply> m_reply;
+};
+
+} // namespace
+
+/// PINs in a foreign application: asked for, sent for the question that they were typed for and no
+/// other, and told to nobody.
+class TestControlsPins : public ControlsTest {
+    Q_OBJECT
+private Q_SLOTS:
+    void secretsStaySecret();
+    void pinDialog_data() { languagesAndSizes(); }
+    void pinDialog();
+    void pinPrompt();
+    void promptOfOneQuestionOnly();
+    void withdrawnAlone();
+    void enterAtThatMoment();
+};
+
+void TestControlsPins::secretsStaySecret()
+{
+    Host host(QStringLiteral("PasswordField { objectName: \"secret\"; width: 300\n"
+                             "placeholderText: \"PIN\"; Accessible.name: \"PIN of A\" }"));
+    QVERIFY2(host.problem().isEmpty(), qPrintable(host.problem()));
+    QQuickItem *field = host.item("secret");
+    QVERIFY(field);
+    QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(field);
+    QVERIFY(accessible);
+    QCOMPARE(accessible->role(), QAccessible::EditableText);
+    QCOMPARE(accessible->text(QAccessible::Name), QStringLiteral("PIN of A"));
+    QVERIFY(accessible->state().passwordEdit);
+    const Announcements announcements;
+    field->forceActiveFocus(Qt::TabFocusReason);
+    host.type(QStringLiteral("4711"));
+    QCOMPARE(field->property("text").toString(), QStringLiteral("4711"));
+    QStringList told = whatIsTold(field);
+    // The button in it shows the secret on the screen, and to nobody else.
+    QQuickItem *eye = nullptr;
+    const auto children = field->childItems();
+    for (QQuickItem *child : children) {
+        if (child->inherits("QQuickToolButton"))
+            eye = child;
+    }
+    QVERIFY(eye && host.clickItem(eye));
+    QTRY_COMPARE(field->property("echoMode").toInt(), 0);
+    QVERIFY(accessible->text(QAccessible::Name) == QLatin1String("PIN of A"));
+    field->forceActiveFocus(Qt::TabFocusReason);
+    host.type(QStringLiteral("4711"));
+    QCOMPARE(field->property("text").toString().size(), 8);
+    told += whatIsTold(field);
+    QVERIFY(told.contains(QStringLiteral("PIN of A")));
+    told += announcements.texts();
+    for (const QString &text : qAsConst(told)) {
+        for (const QChar digit : QStringLiteral("471"))
+            QVERIFY2(!text.contains(digit), qPrintable(text));
+    }
+    QVERIFY(host.clickItem(eye));
+    QTRY_COMPARE(field->property("echoMode").toInt(), 2);
+}
+
+void TestControlsPins::pinDialog()
+{
+    QFETCH(QString, locale);
+    QFETCH(QSize, size);
+    Host host(QStringLiteral("property string got; property int leftCount: 0\n"
+                             "PinDialog { tokenName: \"Токен бухгалтерии № 17\"\n"
+                             "purposeText: qsTrId(\"trivex-app-purpose-generate\")\n"
+                             "pinText: qsTrId(\"trivex-app-pin-final\"); lastTry: true\n"
+                             "onSubmitted: got = pin; onLeft: ++leftCount }"),
+              locale, size);
+    QVERIFY2(host.problem().isEmpty(), qPrintable(host.problem()));
+    QMetaObject::invokeMethod(host.object("pinDialog"), "ask");
+    QVERIFY(host.waitOpen("pinDialog"));
+    looksWell(host, QStringLiteral("pin"));
+    // The last try: no PIN without consent.
+    host.type(QStringLiteral("1234"));
+    host.key(Qt::Key_Return);
+    QVERIFY(host.isOpen("pinDialog"));
+    QVERIFY(!host.click("pinAccept"));
+    QVERIFY(host.click("pinConsent"));
+    QVERIFY(host.click("pinAccept"));
+    QVERIFY(host.waitOpen("pinDialog", false));
+    QCOMPARE(host.window()->property("got").toString(), QStringLiteral("1234"));
+    QCOMPARE(host.window()->property("leftCount").toInt(), 0);
+    // And left, by key and by button; nothing of the last time is there.
+    for (int i = 0; i < 2; ++i) {
+        QMetaObject::invokeMethod(host.object("pinDialog"), "ask");
+        QVERIFY(host.waitOpen("pinDialog"));
+        QVERIFY(host.item("pinField")->property("text").toString().isEmpty());
+        QVERIFY(!host.item("pinConsent")->property("checked").toBool());
+        if (i == 0)
+            host.key(Qt::Key_Escape);
+        else
+            QVERIFY(host.click("pinCancel"));
+        QVERIFY(host.waitOpen("pinDialog", false));
+        QCOMPARE(host.window()->property("leftCount").toInt(), i + 1);
+    }
+}
+
+void TestControlsPins::pinPrompt()
+{
+    Host host(QStringLiteral("PinPromptDialog {}"));
+    QVERIFY2(host.problem().isEmpty(), qPrintable(host.problem()));
+    Question accepted(QStringLiteral("Token A"));
+    QVERIFY(host.waitOpen("pinPromptDialog"));
+    QCOMPARE(host.item("pinTokenName")->property("text").toString(), QStringLiteral("Token A"));
+    host.type(QStringLiteral("4711"));
+    host.key(Qt::Key_Return);
+    QVERIFY(accepted.isOver());
+    QCOMPARE(accepted.pin(), QByteArray("4711"));
+    QVERIFY(host.waitOpen("pinPromptDialog", false));
+    Question declined(QStringLiteral("Token A"));
+    QVERIFY(host.waitOpen("pinPromptDialog"));
+    host.type(QStringLiteral("4711"));
+    host.key(Qt::Key_Escape);
+    QVERIFY(declined.isOver());
+    QVERIFY(declined.pin().isNull());
+    QVERIFY(host.waitOpen("pinPromptDialog", false));
+}
+
+/// The question of A ends while one types for it, and B's comes: text and consent were for A.
+void TestControlsPins::promptOfOneQuestionOnly()
+{
+    Host host(QStringLiteral("PinPromptDialog {}"));
+    QVERIFY2(host.problem().isEmpty(), qPrintable(host.problem()));
+    Question first(QStringLiteral("Token A"), Trivex::PinState::FinalTry);
+    QVERIFY(host.waitOpen("pinPromptDialog"));
+    Question second(QStringLiteral("Token B"), Trivex::PinState::FinalTry);
+    QVERIFY(host.click("pinConsent"));
+    QVERIFY(host.click("pinField"));
+    host.type(QStringLiteral("12"));
+    QTest::qWait(200); // B's question waits in line
+    QCOMPARE(host.item("pinTokenName")->property("text").toString(), QStringLiteral("Token A"));
+    first.withdraw();
+    QTRY_COMPARE(host.item("pinTokenName")->property("text").toString(), QStringLiteral("Token B"));
+    // Who types on has not read the name yet.
+    host.type(QStringLiteral("34"));
+    host.key(Qt::Key_Return);
+    QVERIFY(host.isOpen("pinPromptDialog")); // nothing was sent
+    QQuickItem *field = host.item("pinField");
+    QCOMPARE(field->property("text").toString(), QString());
+    QVERIFY(!host.item("pinConsent")->property("checked").toBool());
+    QVERIFY(!host.item("pinAccept")->isEnabled());
+    QVERIFY(host.item("pinReplaced")); // and is told
+    QVERIFY(first.isOver());
+    QVERIFY(first.pin().isNull());
+    QVERIFY(!second.isOver(300));
+    // Once the keyboard has been still it is B's.
+    for (int i = 0; i < 5 && field->property("text").toString().isEmpty(); ++i) {
+        QTest::qWait(900);
+        host.type(QStringLiteral("5"));
+    }
+    host.type(QStringLiteral("678"));
+    QVERIFY(host.click("pinConsent"));
+    QVERIFY(host.click("pinAccept"));
+    QVERIFY(second.isOver());
+    QCOMPARE(second.pin(), QByteArray("5678"));
+    QVERIFY(host.waitOpen("pinPromptDialog", false));
+}
+
+void TestControlsPins::withdrawnAlone()
+{
+    Host host(QStringLiteral("PinPromptDialog {}"));
+    QVERIFY2(host.problem().isEmpty(), qPrintable(host.problem()));
+    Question question(QStringLiteral("Token A"));
+    QVERIFY(host.waitOpen("pinPromptDialog"));
+    host.type(QStringLiteral("12"));
+    question.withdraw();
+    QVERIFY(host.waitOpen("pinPromptDialog", false));
+    QVERIFY(question.isOver());
+    QVERIFY(question.pin().isNull());
+    // The next one starts without it, and without a word about the one before.
+    Question next(QStringLiteral("Token A"));
+    QVERIFY(host.waitOpen("pinPromptDialog"));
+    QCOMPARE(host.item("pinField")->property("text").toString(), QString());
+    QVERIFY(!host.item("pinReplaced"));
+}
+
+/// Enter in the moment between the end of A's question and its news.
+void TestControlsPins::enterAtThatMoment()
+{
+    Host host(QStringLiteral("PinPromptDialog {}"));
+    QVERIFY2(host.problem().isEmpty(), qPrintable(host.problem()));
+    Question first(QStringLiteral("Token A"));
+    QVERIFY(host.waitOpen("pinPromptDialog"));
+    Question second(QStringLiteral("Token B"));
+    QTest::qWait(200);
+    host.type(QStringLiteral("1234"));
+    first.withdraw();
+    host.key(Qt::Key_Return);
+    QVERIFY(first.isOver());
+    QVERIFY(first.pin().isNull());
+    QVERIFY(!second.isOver(500));
+    QTRY_COMPARE(host.item("pinTokenName")->property("text").toString(), QStringLiteral("Token B"));
+    QCOMPARE(host.item("pinField")->property("text").toString(), QString());
+    // A host that hands in late what it was asked before reaches nobody either.
+    auto *prompt = host.object("pinPromptDialog")->property("prompt").value<QObject *>();
+    const int now = prompt->property("question").toInt();
+    QMetaObject::invokeMethod(prompt, "submit", Q_ARG(int, now - 1),
+                              Q_ARG(QString, QStringLiteral("1234")));
+    QMetaObject::invokeMethod(prompt, "reject", Q_ARG(int, now - 1));
+    QVERIFY(!second.isOver(300));
+    QMetaObject::invokeMethod(prompt, "submit", Q_ARG(int, now),
+                              Q_ARG(QString, QStringLiteral("5678")));
+    QVERIFY(second.isOver());
+    QCOMPARE(second.pin(), QByteArray("5678"));
+}
+
+int main(int argc, char **argv)
+{
+    return runControlsTest<TestControlsPins>(argc, argv);
+}
+
+#include "tst_controls_pins.moc"
