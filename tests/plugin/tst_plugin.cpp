@@ -9,13 +9,11 @@
 
 #include <QFile>
 #include <QPluginLoader>
-#include <QProcess>
 #include <QQmlComponent>
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QQmlExtensionInterface>
 #include <QStandardItemModel>
-#include <QStandardPaths>
 #include <QTranslator>
 #include <QtTest>
 
@@ -52,7 +50,6 @@ private Q_SLOTS:
     void slotsAreNotForScripts();
     void everyEngineIsTranslated();
     void ownership();
-    void typeDescription();
     void viewsFollowLargeChanges();
 
 private:
@@ -298,45 +295,6 @@ void TestPlugin::ownership()
     QVERIFY(result.toBool());
     QVERIFY(QMetaObject::invokeMethod(object.get(), "touch", Q_RETURN_ARG(QVariant, result)));
     QVERIFY(result.toBool());
-}
-
-void TestPlugin::typeDescription()
-{
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    QSKIP("Qt's tool can't load a module that needs a sanitizer");
-#endif
-    const QString program = QStandardPaths::findExecutable(QStringLiteral("qmlplugindump"));
-    if (program.isEmpty()) {
-        printf("SKIP qmlplugindump is not installed\n");
-        QSKIP("qmlplugindump is not installed");
-    }
-    // The module alone: the tool loads every module below the path that it is given, and those
-    // that need a window end it.
-    const QTemporaryDir alone;
-    const QString module = alone.filePath(QStringLiteral("Trivex/Crypto"));
-    QVERIFY(QDir().mkpath(module));
-    for (const char *name : {"qmldir", "plugins.qmltypes", "libtrivexcryptoplugin.so"}) {
-        const QString file = QLatin1Char('/') + QLatin1String(name);
-        QVERIFY(QFile::copy(QStringLiteral(TRIVEX_TEST_QML_DIR "/Trivex/Crypto") + file,
-                            module + file));
-    }
-    QProcess dump;
-    auto environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("LD_LIBRARY_PATH"),
-                       QStringLiteral(TRIVEX_TEST_QML_DIR "/../lib"));
-    environment.remove(QStringLiteral("QML2_IMPORT_PATH"));
-    dump.setProcessEnvironment(environment);
-    dump.start(program,
-               {QStringLiteral("-nonrelocatable"), QStringLiteral("Trivex.Crypto"),
-                QStringLiteral("1.0"), alone.path()});
-    QVERIFY(dump.waitForFinished(60000));
-    const QByteArray made = dump.readAllStandardOutput();
-    QFile file(QStringLiteral(TRIVEX_TEST_QML_DIR "/Trivex/Crypto/plugins.qmltypes"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QByteArray kept = file.readAll();
-    const QByteArray start = "Module {";
-    QVERIFY(made.contains(start));
-    QCOMPARE(kept.mid(kept.indexOf(start)).trimmed(), made.mid(made.indexOf(start)).trimmed());
 }
 
 void TestPlugin::viewsFollowLargeChanges()

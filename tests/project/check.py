@@ -260,11 +260,21 @@ def scripts():
                                 "SC1090,SC1091,SC2034,SC2154,SC2317"], shell)
 
 
-def qml():
-    """QML that parses."""
+def qml(modules):
+    """QML that parses, and finds the project's types in what `modules` says of them."""
     program = tool("qmllint")
-    if program:
-        yield from findings_of([program], of_kind(".qml"))
+    if not program:
+        return
+    yield from findings_of([program], of_kind(".qml"))
+    described = set()
+    for path in of_kind(".qmltypes"):
+        described |= set(re.findall(r'"Trivex\.Crypto[\w.]*/(\w+) 1\.0"', text_of(path)))
+    # It knows little of Qt's own types, so that most of what it says of them is not so.
+    for path in of_kind(".qml"):
+        said = subprocess.run([program, "-U", "-I", modules, path], capture_output=True, text=True)
+        for found in re.findall(r"^warning: (\w+) was not found", said.stdout + said.stderr, re.M):
+            if found in described:
+                yield f"{name(path)}: {found} is in no plugins.qmltypes that is built"
 
 
 QML_TEXT = re.compile(r"^\s*(?:[\w.]+: )?(?:T\.)?(?:Label|Text|PlaceholderText) \{", re.MULTILINE)

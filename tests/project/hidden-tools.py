@@ -31,7 +31,7 @@ CASES = [
     ("openssl", "tst_x509_properties", "openssl"),
     ("openssl", "tst_x509_certificates", "openssl"),
     ("openssl", "tst_signverify:signatureIsThatOfOpenssl", "openssl"),
-    ("qmlplugindump", "tst_plugin:typeDescription", "qmlplugindump"),
+    ("qmlplugindump", "type_information", "qmlplugindump"),
     ("clang-format", "project_format", "clang-format"),
     ("shellcheck", "project_scripts", "shellcheck"),
     ("nm", "project_symbols", "nm"),
