@@ -31,6 +31,18 @@ is_installed() {
     [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
 }
 
+# Of the packages given those to ask apt for: what is optional only where its lists have it.
+wanted_packages() {
+    for package in "$@"; do
+        name=${package%\?}
+        if [ "$name" = "$package" ] || apt-cache show "$name" >/dev/null 2>&1; then
+            printf '%s\n' "$name"
+        else
+            say "This system has no $name: what needs it is left out." >&2
+        fi
+    done
+}
+
 # install_packages <stamp directory> <group>...: looks once for each state of the list.
 install_packages() {
     stamps=$1
@@ -40,15 +52,17 @@ install_packages() {
     now=$(cksum < "$root/packaging/debian-packages.txt")
     [ "$(cat "$stamp" 2>/dev/null)" != "$now" ] || return 0
     command -v dpkg-query >/dev/null 2>&1 \
-        || fail "This is not a Debian system. Needed are: $(package_names "$@" | tr '\n' ' ')"
+        || fail "This is not a Debian system. Needed are: $(package_names "$@" | tr -d '?' | tr '\n' ' ')"
     missing=
     for package in $(package_names "$@"); do
-        is_installed "$package" || missing="$missing $package"
+        is_installed "${package%\?}" || missing="$missing $package"
     done
     if [ -n "$missing" ]; then
-        say "Installing:$missing"
         # With the default answers: nobody may be there to ask.
         as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq update
+        # shellcheck disable=SC2086
+        missing=$(wanted_packages $missing | tr '\n' ' ')
+        say "Installing: $missing"
         # shellcheck disable=SC2086
         as_root env DEBIAN_FRONTEND=noninteractive apt-get -qq -y --no-install-recommends \
             -o Dpkg::Use-Pty=0 install $missing >"$stamps/install.log" 2>&1 \

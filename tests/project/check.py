@@ -242,9 +242,12 @@ def findings_of(command, paths):
 
 
 def format():
-    """Sources in the project's one format."""
+    """Sources in the project's one format, which each version of the tool takes for another."""
     program = tool("clang-format-14", "clang-format")
-    if program:
+    if program and " 14." not in subprocess.run([program, "--version"], capture_output=True,
+                                                text=True).stdout:
+        MISSING.append("clang-format 14")
+    elif program:
         yield from findings_of([program, "--dry-run", "-Werror"], of_kind(".cpp", ".h"))
 
 
@@ -306,7 +309,7 @@ def settings():
     listed = text_of(ROOT / "packaging" / "debian-packages.txt").splitlines()
     names = [line for line in listed if line and line[0] not in "#["]
     for entry in names:
-        if not re.fullmatch(r"[a-z0-9][a-z0-9+.-]+", entry):
+        if not re.fullmatch(r"[a-z0-9][a-z0-9+.-]+\??", entry):
             yield f"packaging/debian-packages.txt: {entry!r} is no package name"
 
 
