@@ -52,6 +52,12 @@ add_compile_definitions(
     QT_USE_QSTRINGBUILDER
     QT_DEPRECATED_WARNINGS)
 
+# What is shipped names no folder of the machine that built it. A developer's debugger needs them.
+# The last map that fits counts: a build directory may lie among the sources.
+foreach(folder "${CMAKE_SOURCE_DIR}" "${CMAKE_BINARY_DIR}")
+    add_compile_options("$<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${folder}=.>")
+endforeach()
+
 add_compile_options(-Wall -Wextra -Wpedantic)
 if(TRIVEX_WERROR)
     add_compile_options(-Werror)
