@@ -9,12 +9,18 @@ set(TRIVEX_QML_INSTALL_DIR "${CMAKE_INSTALL_LIBDIR}/qt5/qml" CACHE STRING
 set(TRIVEX_QCA_INSTALL_DIR "${CMAKE_INSTALL_LIBDIR}/qca-qt5/crypto" CACHE STRING
     "Where QCA looks for its providers")
 
+# The libraries are for the project's own plugins alone: they have no headers and no promise, so
+# they stay out of the directory that everybody's linker looks into.
+set(TRIVEX_LIB_INSTALL_DIR "${CMAKE_INSTALL_LIBDIR}/trivex" CACHE STRING
+    "Where the plugins look for the project's own libraries")
+
 # A system installation has its catalogues in the directory that hosts expect them in; everybody
-# else's stay below the prefix.
-if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")
-    set(TRIVEX_CATALOGUE_INSTALL_DIR "${TRIVEX_TRANSLATIONS_DIR}")
-else()
-    set(TRIVEX_CATALOGUE_INSTALL_DIR "${CMAKE_INSTALL_DATADIR}/translations")
+# else's stay below the prefix. Always by a relative path: `cmake --install --prefix` moves them too.
+set(TRIVEX_CATALOGUE_INSTALL_DIR "${CMAKE_INSTALL_DATADIR}/translations")
+string(FIND "${TRIVEX_TRANSLATIONS_DIR}/" "${CMAKE_INSTALL_PREFIX}/" below)
+if(below EQUAL 0)
+    file(RELATIVE_PATH TRIVEX_CATALOGUE_INSTALL_DIR
+        "${CMAKE_INSTALL_PREFIX}" "${TRIVEX_TRANSLATIONS_DIR}")
 endif()
 
 # trivex_relative(<variable> <from> <to>): the way between two directories of the installation.
@@ -28,7 +34,7 @@ endfunction()
 # trivex_finds_libraries(<target> <directory>): a target that is installed to `directory` finds the
 # project's own libraries from there.
 function(trivex_finds_libraries target directory)
-    trivex_relative(way "${directory}" "${CMAKE_INSTALL_LIBDIR}")
+    trivex_relative(way "${directory}" "${TRIVEX_LIB_INSTALL_DIR}")
     string(REGEX REPLACE "/$" "" origin "\$ORIGIN/${way}")
     set_target_properties(${target} PROPERTIES INSTALL_RPATH "${origin}")
 endfunction()

@@ -4,16 +4,19 @@
 """installation.py CMAKE BUILD: installs a build and looks at what came of it.
 
 Nothing is written outside of the prefix; the tree works from where it was moved to, for another
-project that asks find_package() for it; uninstalling leaves nothing.
+project that asks find_package() for it; uninstalling leaves nothing. Configured for /usr, catalogues
+go where hosts expect them, and still below whatever prefix the installation is given.
 """
 
 import os
 import pathlib
+import re
 import subprocess
 import sys
 import tempfile
 
-CONSUMER = pathlib.Path(__file__).resolve().parent / "consumer"
+SOURCE = pathlib.Path(__file__).resolve().parents[2]
+CONSUMER = SOURCE / "tests/packaging/consumer"
 CMAKE, BUILD = sys.argv[1], pathlib.Path(sys.argv[2])
 
 
@@ -42,6 +45,48 @@ def stays_below_the_prefix(work):
     outside = [path for path in found if (work / "stage/opt/somewhere") not in path.parents]
     if outside or len(found) < 50:
         raise Failure(f"{len(found)} files, outside of the prefix: {outside}")
+
+
+def keeps_its_libraries_apart(work):
+    prefix = work / "stage/opt/somewhere"
+    shared = [path for path in prefix.rglob("libtrivex-*.so*")]
+    public = [path for path in shared if path.parent.name != "trivex"]
+    if len(shared) != 4 or public:  # two libraries, each with the link that the loader follows
+        raise Failure(f"libraries: {shared}, where everybody's linker looks: {public}")
+
+
+def goes_where_hosts_look(work):
+    """A build for /usr: the way to the catalogues, and no absolute way to anywhere."""
+    build = work / "usr"
+    run(CMAKE, "-S", SOURCE, "-B", build, "-G", "Ninja", "-DCMAKE_INSTALL_PREFIX=/usr",
+        "-DTRIVEX_BUILD_TESTS=OFF")
+    if 'TRIVEX_TRANSLATIONS_DIR=\\"/usr/share/translations\\"' not in (build / "build.ninja").read_text():
+        raise Failure("the catalogues are not looked for in /usr/share/translations first")
+    destinations = {}
+    for script in build.rglob("cmake_install.cmake"):
+        for found in re.findall(r'file\(INSTALL DESTINATION "([^"]+)"', script.read_text()):
+            destinations.setdefault(found, script.parent.name)
+    outside = [way for way in destinations if not way.startswith("${CMAKE_INSTALL_PREFIX}/")]
+    if outside or destinations.get("${CMAKE_INSTALL_PREFIX}/share/translations") != "translations":
+        raise Failure(f"outside of the prefix: {outside}; all: {sorted(destinations)}")
+
+
+def warns_of_an_untried_qca(work):
+    script = work / "qca.cmake"
+    for version, wanted in (("2.3.5", False), ("2.3.99", True), ("2.4.0", True)):
+        script.write_text("cmake_minimum_required(VERSION 3.22)\n"
+                          f"include({SOURCE}/cmake/TrivexQca.cmake)\n"
+                          f"trivex_warn_of_untried_qca({version})\n")
+        said = run(CMAKE, "-P", script)
+        if (f"QCA {version} has not been tried" in said) != wanted:
+            raise Failure(f"of QCA {version} it says: {said!r}")
+
+
+def offers_presets():
+    said = run(CMAKE, "-S", SOURCE, "--list-presets")
+    for preset in ("dev", "release", "asan", "tsan", "coverage", "bench"):
+        if f'"{preset}"' not in said:
+            raise Failure(f"no preset {preset}:\n{said}")
 
 
 def uninstalls(work):
@@ -109,7 +154,11 @@ def main():
     with tempfile.TemporaryDirectory() as folder:
         work = pathlib.Path(folder)
         try:
+            offers_presets()
+            warns_of_an_untried_qca(work)
+            goes_where_hosts_look(work)
             stays_below_the_prefix(work)
+            keeps_its_libraries_apart(work)
             uninstalls(work)
             works_where_it_was_moved(work)
         except Failure as failure:

@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 //
-// Imports all modules and prints what shows that catalogues and providers were found.
+// Imports all modules, from where the build was told that they are, and prints what shows that
+// catalogues and providers were found.
 #include <QGuiApplication>
 #include <QLocale>
 #include <QQmlComponent>
@@ -38,6 +39,7 @@ int main(int argc, char **argv)
     QGuiApplication application(argc, argv);
     QLocale::setDefault(QLocale(QStringLiteral("ru_RU")));
     QQmlEngine engine;
+    engine.addImportPath(QStringLiteral(TRIVEX_QML_IMPORT_DIR));
     QQmlComponent component(&engine);
     component.setData(Page, QUrl(QStringLiteral("page.qml")));
     const std::unique_ptr<QObject> page(component.create());
