@@ -58,7 +58,10 @@ WITHOUT_OPENSSL = ("certificates", "keystores", "requests", "signing", "plugin",
                    "app", "app/gallery")
 
 # Programs and tests look at everything, and nothing looks at them.
-OUTSIDE = ("tests", "tour", "benchmarks", "fuzz")
+OUTSIDE = ("tests", "tour", "benchmarks", "fuzz", "examples", "debian")
+
+# What stands for other people's programs: they have the installed modules, and no sources.
+STRANGERS = ("examples", "debian")
 
 QML_IMPORT = re.compile(r"^import (Trivex[\w.]*)", re.MULTILINE)
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
@@ -127,6 +130,13 @@ def upward_findings(sources, floors):
         for target in sources.includes[name]:
             if folder_of(target) not in reach[folder]:
                 yield f"{name}: must not know {target}"
+
+
+def stranger_findings(sources):
+    for name, included in sources.includes.items():
+        for target in included:
+            if name.split("/")[0] in STRANGERS and folder_of(target) != folder_of(name):
+                yield f"{name}: has no {target} where it is used"
 
 
 def circles(edges):
@@ -255,6 +265,7 @@ def findings(root, floors):
         yield "no sources found"
     yield from table_findings(floors)
     yield from upward_findings(sources, floors)
+    yield from stranger_findings(sources)
     yield from circle_findings(sources)
     yield from openssl_findings(sources)
     yield from qml_findings(root)
@@ -270,6 +281,7 @@ def selftest():
     }
     faults = {
         "must not know": {"low/b.h": '#include "high/c.h"\n', "high/c.h": ""},
+        "where it is used": {"examples/h/main.cpp": '#include "low/a.h"\n'},
         "no floor": {"attic/e.h": ""},
         "files in a circle": {"low/a.cpp": '#include "low/b.h"\n'},
         "folders in a circle": {"high/c.h": '#include "tests/f.h"\n',
