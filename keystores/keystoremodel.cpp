@@ -9,6 +9,7 @@
 #include "qca/adapter/stores.h"
 #include "qca/base/libcrypto.h"
 #include "qca/base/providers.h"
+#include "qca/base/securedtext.h"
 #include "qca/keys/keys.h"
 #include "qca/questions/openquestions.h"
 #include "qca/questions/qcaaskerthread.h"
@@ -254,8 +255,7 @@ bool KeyStoreModel::keyBundleFromFile(QString path, QString password)
 {
     const EngineKeeper keeper(this);
     const QPointer<KeyStoreModel> self(this);
-    const auto loaded =
-        Trivex::readKeyBundle(path, QCA::SecureArray(password.toLocal8Bit().constData()));
+    const auto loaded = Trivex::readKeyBundle(path, Trivex::securedText(password.toLocal8Bit()));
     return self && m_desk.load(loaded);
 }
 

@@ -4,6 +4,7 @@
 
 #include "keystores/comboboxmodel.h"
 #include "qca/base/providers.h"
+#include "qca/base/securedtext.h"
 #include "qca/questions/qcahandler.h"
 
 #include <QDebug>
@@ -53,9 +54,7 @@ void KeyPairMaker::listKinds(const QStringList &features, ComboBoxModel *list)
 
 void KeyPairMaker::setPin(const QString &pin)
 {
-    QByteArray text = pin.toLocal8Bit();
-    m_pin = QCA::SecureArray(text);
-    text.fill('\0');
+    m_pin = Trivex::securedText(pin.toLocal8Bit());
 }
 
 void KeyPairMaker::start(int kind, const QString &storeId, const QString &objectId,

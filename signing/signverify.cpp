@@ -6,6 +6,7 @@
 #include "certificates/keystoreentry.h"
 #include "qca/adapter/entries.h"
 #include "qca/base/regularfile.h"
+#include "qca/base/securedtext.h"
 #include "qca/questions/openquestions.h"
 #include "qca/questions/putquestion.h"
 #include "qca/questions/question.h"
@@ -38,14 +39,6 @@ Certificate *keptByCpp(Certificate *certificate)
     if (certificate)
         QQmlEngine::setObjectOwnership(certificate, QQmlEngine::CppOwnership);
     return certificate;
-}
-
-/// A copy in secure memory; the plain one is wiped.
-QCA::SecureArray secured(QByteArray text)
-{
-    const QCA::SecureArray secure(text);
-    text.fill('\0');
-    return secure;
 }
 
 } // namespace
@@ -268,7 +261,7 @@ void SignVerify::pinRejected()
 
 void SignVerify::pinAccepted(const QString &pin)
 {
-    const QCA::SecureArray secure = secured(pin.toLocal8Bit());
+    const QCA::SecureArray secure = Trivex::securedText(pin.toLocal8Bit());
     if (m_questions.isEmpty())
         m_keptPin.keep(secure);
     else

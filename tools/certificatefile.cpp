@@ -7,6 +7,7 @@
 #include "qca/base/plaintext.h"
 #include "qca/base/providers.h"
 #include "qca/base/regularfile.h"
+#include "qca/base/securedtext.h"
 #include "tools/files.h"
 
 #include <QFileInfo>
@@ -210,7 +211,7 @@ void CertificateFile::unlock(const QString &password)
     m_unlocking = true;
     m_problem.clear();
     const int serial = m_serial;
-    openKeyBundle(m_path, QCA::SecureArray(password.toUtf8()), this,
+    openKeyBundle(m_path, securedText(password.toUtf8()), this,
                   [this, serial](const LoadedBundle &loaded) {
                       opened(serial, loaded.bundle, loaded.result);
                   });

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/pinprompt.h"
 
+#include "qca/base/securedtext.h"
 #include "qca/questions/openquestions.h"
 #include "qca/questions/questionnotifier.h"
 #include "tools/tokeninfo.h"
@@ -122,10 +123,7 @@ void PinPrompt::submit(int question, const QString &pin)
 {
     if (!isOpen() || question != this->question() || pin.isEmpty())
         return;
-    QByteArray bytes = pin.toUtf8();
-    const QCA::SecureArray secret(bytes);
-    bytes.fill('\0');
-    m_handler.submitPassword(m_questions.dequeue().id, secret);
+    m_handler.submitPassword(m_questions.dequeue().id, securedText(pin.toUtf8()));
     Q_EMIT questionChanged();
 }
 

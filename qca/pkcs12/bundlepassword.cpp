@@ -48,8 +48,11 @@ QList<BundlePassword> passwordForms(const Secret &password)
     forms += {widened(utf8), false};
     if (QTextCodec *cyrillic = QTextCodec::codecForName("windows-1251")) {
         QString text = QString::fromUtf8(utf8);
-        if (cyrillic->canEncode(text))
-            forms += {widened(cyrillic->fromUnicode(text)), false};
+        if (cyrillic->canEncode(text)) {
+            QByteArray octets = cyrillic->fromUnicode(text);
+            forms += {widened(octets), false};
+            octets.fill(0);
+        }
         text.fill(QChar());
     }
     utf8.fill(0);
