@@ -294,7 +294,9 @@ void TestAppWindow::exportToAFullDisk()
 
 void TestAppWindow::filesFromASecondStart()
 {
-    m_window->application().activate({inHome(QStringLiteral("letter.txt"))});
+    // Its own, whichever tests came before.
+    m_window->application().activate(
+        {writeTestFile(inHome(QStringLiteral("second.txt")), "Dear all,\n")});
     QVERIFY(m_window->waitForItem(QStringLiteral("signPage")));
     m_window->application().activate({m_authority.certificateFile()});
     QVERIFY(m_steps->waitOpen("importDialog"));
