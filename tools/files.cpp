@@ -3,8 +3,10 @@
 #include "tools/files.h"
 
 #include "qca/base/filenames.h"
+#include "qca/base/regularfile.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QStorageInfo>
 
@@ -13,6 +15,19 @@
 #include <sys/stat.h>
 
 namespace Trivex {
+
+namespace {
+
+/// Whether the file has contents but tells no size, as those of /proc.
+bool hasUnmeasuredContents(const QFileInfo &info)
+{
+    constexpr qint64 Entries = 4096; // some of them give whole entries only
+    QFile file;
+    return info.size() == 0 && openRegularFile(info.filePath(), &file)
+        && !file.read(Entries).isEmpty();
+}
+
+} // namespace
 
 Files::Files(QObject *parent)
     : QObject(parent)
@@ -75,14 +90,6 @@ QString Files::stamp(const QString &path) const
     return parts.join(QLatin1Char(':'));
 }
 
-bool Files::isWholePem(const QString &path) const
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
-    return file.readAll().trimmed().endsWith("-----") && file.size() > 0;
-}
-
 bool Files::hasContents(const QString &path) const
 {
     const QFileInfo info(path);
@@ -128,6 +135,10 @@ QString Files::whyNotRead(const QString &path) const
     if (!info.isReadable()) {
         //% "You may not read this file. Ask its owner for access."
         return qtTrId("trivex-app-read-denied");
+    }
+    if (!info.isFile() || hasUnmeasuredContents(info)) {
+        //% "This is a pipe, a device or a file of the running system. Choose an ordinary file."
+        return qtTrId("trivex-app-read-special");
     }
     if (info.size() == 0) {
         //% "The file is empty. Ask for it to be sent again."

@@ -28,10 +28,6 @@ public:
     /// Which file lies at `path` and how it is: another text when it was replaced or written to.
     /// Empty where there is none.
     Q_INVOKABLE QString stamp(const QString &path) const;
-
-    /// True when `path` holds a whole PEM object: written to its end line. A disk that fills up
-    /// while a file is written is seen by nobody else.
-    Q_INVOKABLE bool isWholePem(const QString &path) const;
     /// True for a file that is there, not empty, and could have been written to just now.
     Q_INVOKABLE bool hasContents(const QString &path) const;
     /// Why a file could not be written to `folder`, as a sentence with its next step.

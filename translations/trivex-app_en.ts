@@ -732,6 +732,10 @@
         <source>The file is not there any more. Choose it again.</source>
         <translation>The file is not there any more. Choose it again.</translation>
     </message>
+    <message id="trivex-app-read-special">
+        <source>This is a pipe, a device or a file of the running system. Choose an ordinary file.</source>
+        <translation>This is a pipe, a device or a file of the running system. Choose an ordinary file.</translation>
+    </message>
     <message id="trivex-app-read-too-big">
         <source>The file is too big: 2 GB and more can't be read here. Compress it or split it.</source>
         <translation>The file is too big: 2 GB and more can't be read here. Compress it or split it.</translation>

@@ -737,6 +737,10 @@
         <source>The file is not there any more. Choose it again.</source>
         <translation>Файла больше нет. Выберите его ещё раз.</translation>
     </message>
+    <message id="trivex-app-read-special">
+        <source>This is a pipe, a device or a file of the running system. Choose an ordinary file.</source>
+        <translation>Это канал, устройство или служебный файл работающей системы. Выберите обычный файл.</translation>
+    </message>
     <message id="trivex-app-read-too-big">
         <source>The file is too big: 2 GB and more can't be read here. Compress it or split it.</source>
         <translation>Файл слишком велик: 2 ГБ и больше здесь не читаются. Сожмите его или разделите.</translation>

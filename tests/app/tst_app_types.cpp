@@ -112,7 +112,6 @@ private Q_SLOTS:
     void requestOnItsWayHasNotArrived();
     void filesByContent_data();
     void filesByContent();
-    void wholePemOnly();
     void hexIsPlain();
     void hitsAreMarkedAndEscaped();
     void namesOfStrangersAreOnePlainLine();
@@ -392,24 +391,6 @@ void TestAppTypes::filesByContent()
     probe.setPath(path);
     QCOMPARE(probe.kind(), kind);
     QCOMPARE(probe.problem().isEmpty(), kind != CertificateFile::Unreadable);
-}
-
-void TestAppTypes::wholePemOnly()
-{
-    QTemporaryDir directory;
-    const QString path = directory.filePath(QStringLiteral("a.pem"));
-    const auto write = [&](const QByteArray &contents) {
-        QFile file(path);
-        file.open(QIODevice::WriteOnly | QIODevice::Truncate);
-        file.write(contents);
-    };
-    write("-----BEGIN CERTIFICATE-----\nMIIB\n-----END CERTIFICATE-----\n");
-    QVERIFY(Files().isWholePem(path));
-    write("-----BEGIN CERTIFICATE-----\nMIIB");
-    QVERIFY(!Files().isWholePem(path));
-    write("");
-    QVERIFY(!Files().isWholePem(path));
-    QVERIFY(!Files().isWholePem(directory.filePath(QStringLiteral("none"))));
 }
 
 void TestAppTypes::hexIsPlain()
