@@ -231,7 +231,6 @@ void CertificateFile::opened(int serial, const QCA::KeyBundle &bundle, QCA::Conv
             m_certificates += preview(certificate);
     } else {
         m_problem = bundleProblem(result);
-        Q_EMIT unlockFailed();
     }
     Q_EMIT contentChanged();
 }

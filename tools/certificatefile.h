@@ -59,7 +59,6 @@ public:
 Q_SIGNALS:
     void pathChanged();
     void contentChanged();
-    void unlockFailed();
 
 private:
     void clear();

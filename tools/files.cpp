@@ -90,12 +90,6 @@ QString Files::stamp(const QString &path) const
     return parts.join(QLatin1Char(':'));
 }
 
-bool Files::hasContents(const QString &path) const
-{
-    const QFileInfo info(path);
-    return info.isFile() && info.isWritable() && info.size() > 0;
-}
-
 QString Files::whyNotWritten(const QString &folder) const
 {
     const QFileInfo info(folder);

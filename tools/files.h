@@ -28,8 +28,6 @@ public:
     /// Which file lies at `path` and how it is: another text when it was replaced or written to.
     /// Empty where there is none.
     Q_INVOKABLE QString stamp(const QString &path) const;
-    /// True for a file that is there, not empty, and could have been written to just now.
-    Q_INVOKABLE bool hasContents(const QString &path) const;
     /// Why a file could not be written to `folder`, as a sentence with its next step.
     Q_INVOKABLE QString whyNotWritten(const QString &folder) const;
     /// Why a file could not be read, as a sentence with its next step.
