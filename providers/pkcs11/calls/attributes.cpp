@@ -13,7 +13,7 @@ namespace Trivex::Pkcs11 {
 namespace {
 
 constexpr auto Unavailable = CK_ULONG(-1);
-/// How often a value that grows between two calls is asked for.
+/// The reader asks this often for a value that grows between two calls.
 constexpr int Attempts = 4;
 
 // PKCS#11 2.40, 5.7: these still fill in the attributes that can be read.
@@ -58,12 +58,13 @@ Template &Template::addFlag(CK_ATTRIBUTE_TYPE type, bool value)
 struct AttributeReader::Value {
     CK_ATTRIBUTE_TYPE type;
     std::string buffer;
-    /// Of the value, in the buffer; the rest of that is zero.
+    /// The size of the value; the rest of the buffer is zero.
     size_t size = 0;
     bool isThere = false;
     bool isTooLarge = false;
 
-    /// Nothing of the object before shows where a module writes less than it says.
+    /// Clears the buffer, so that no byte of the previous object shows when a module writes less
+    /// than it says.
     CK_ATTRIBUTE request()
     {
         std::memset(buffer.data(), 0, size);

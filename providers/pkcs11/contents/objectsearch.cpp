@@ -42,7 +42,7 @@ std::vector<CK_OBJECT_HANDLE> ObjectSearch::all()
         check(m_session.module()->C_FindObjects(m_session.handle(), batch.data(), Batch, &count),
               "C_FindObjects");
         const size_t before = found.size();
-        // What the module says of the number is not believed beyond what it was given room for.
+        // A module may report more handles than it had room for.
         for (size_t i = 0; i < std::min(count, Batch); ++i) {
             if (batch[i] == CK_INVALID_HANDLE || known.contains(batch[i]))
                 continue;

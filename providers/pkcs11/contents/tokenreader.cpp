@@ -122,8 +122,8 @@ std::vector<TokenCertificate> readCertificates(const Session &session, Certifica
         certificate.label = tokenText(reader.value(2));
         certificate.objects = {object};
         if (!certificate.parts.isValid()) {
-            // Those that are kept elsewhere (CKA_URL) have no value, attribute certificates
-            // another.
+            // A certificate that is stored elsewhere (CKA_URL) has no value, and the value of an
+            // attribute certificate has another form.
             const bool hasValue = reader.isTooLarge(0) || !certificate.der.isEmpty();
             if (damaged && hasValue && isX509(session, object))
                 damaged(certificate);

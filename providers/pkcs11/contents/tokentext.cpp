@@ -11,7 +11,7 @@ bool isContinuation(char byte)
     return (quint8(byte) & 0xC0) == 0x80;
 }
 
-/// Of the letter that a byte begins; 0 where it begins none (RFC 3629, 3).
+/// The size of the letter that a byte begins; 0 when it begins none (RFC 3629, 3).
 int letterSize(char byte)
 {
     const auto first = quint8(byte);

@@ -13,7 +13,7 @@ namespace {
 
 /// The tokens of the process and all that works on them.
 struct ProcessTokens {
-    /// Never deleted, because a thread that a module holds may come back late.
+    /// Never deleted, because a thread that a module blocks may come back late.
     static ProcessTokens &instance()
     {
         static auto *all = new ProcessTokens;

@@ -54,7 +54,7 @@ TokenKeyPtr ProviderBackend::keyIn(const QString &keyStoreId, const QByteArray &
     const TokenKeyPtr key = found ? found->contents->keyFor(publicInfo) : nullptr;
     if (!key || !key->publicInfo.isEmpty())
         return key;
-    // Known by its id only: the public half is the one that was asked for.
+    // A key that is known by its id only has the public half that the caller looks for.
     auto complete = std::make_shared<TokenKey>(*key);
     complete->publicInfo = publicInfo;
     return complete;

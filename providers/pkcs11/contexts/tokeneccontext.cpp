@@ -45,7 +45,7 @@ GenerationRequest requestFor(const QString &name)
     return request;
 }
 
-/// What is kept for a token that takes no digest, beside the digest that all others take.
+/// The longest message that is kept for a token that accepts no digest, in bytes.
 constexpr int LongestMessage = 1024 * 1024;
 
 bool canDigest(const QByteArray &digestName)
@@ -113,7 +113,7 @@ QByteArray TokenEcContext::endSign()
         return {};
     if (m_operation.digestName().isEmpty())
         message = std::exchange(digest, QByteArray());
-    // Nothing of this object is touched afterwards: it may go while the token works.
+    // No member is used after the call, because this object may be destroyed while the token works.
     QByteArray signature;
     signMessageOnToken(tokens(), reference(), message, digest, &signature);
     return signature;

@@ -32,7 +32,7 @@ constexpr int ListTries = 8;
 /// Room for those that do; twice as much after each try that was too small.
 constexpr CK_ULONG SpareSlots = 16;
 
-/// Nothing while the list changes faster than it can be read.
+/// The slots with tokens; nothing while the list changes faster than it can be read.
 std::optional<std::vector<CK_SLOT_ID>> slotsWithToken(const Pkcs11::Module &module)
 {
     CK_ULONG spare = SpareSlots;
@@ -62,7 +62,7 @@ bool isAbsent(CK_RV result)
 
 } // namespace
 
-/// What the host's thread works on; it outlives the host when the module hangs.
+/// The data of the host's thread. It outlives the host when the module hangs.
 struct ModuleHost::State {
     State(Pkcs11::ModuleSource source, TokenTable &table)
         : source(std::move(source))
@@ -72,7 +72,7 @@ struct ModuleHost::State {
 
     const Pkcs11::ModuleSource source;
     TokenTable &table;
-    /// Of the host's thread alone.
+    // For the host's thread only.
     Pkcs11::ModulePtr module;
     RestartPause startPause{LongestStartPause};
     RestartPause faultPause{LongestFaultPause};

@@ -34,7 +34,7 @@ private:
     bool m_isLoaded = false;
     /// p11-kit's own list, never given back: releasing it would end the modules.
     CK_FUNCTION_LIST **m_modules = nullptr;
-    /// What p11-kit has loaded, by its names, and what the files said then.
+    /// The modules that p11-kit has loaded, by its names, and the files' contents at that time.
     std::map<std::string, Pkcs11::ModuleSource> m_loaded;
     P11KitFiles::Modules m_atStart;
     std::set<std::string> m_complained;

@@ -158,7 +158,7 @@ P11KitFiles::P11KitFiles(Places places)
 
 P11KitFiles::Modules P11KitFiles::read()
 {
-    // As before when p11-kit would refuse to read on.
+    // The modules stay as before when p11-kit would refuse to read on.
     const std::optional<UserConfig> users = userConfig();
     if (!users)
         return m_modules;
@@ -173,7 +173,7 @@ P11KitFiles::Modules P11KitFiles::read()
     return modules;
 }
 
-/// Nothing when the file is missing or was never understood.
+/// The options of a file; nothing when it is missing or was never parsed.
 std::optional<P11KitFiles::Options> P11KitFiles::parsed(const std::string &path)
 {
     if (!isPlainFile(path)) {
@@ -228,7 +228,7 @@ void P11KitFiles::add(const std::string &directory, Modules *modules)
             continue;
         Module &module = (*modules)[name];
         module.files.push_back(path);
-        // What is there already counts.
+        // An option that an earlier file has set wins.
         module.options.insert(options->begin(), options->end());
     }
 }

@@ -184,13 +184,13 @@ void Token::perform(Task &task, TokenListener &listener)
     listener.publishBusy(connection, task.purpose);
     const TokenContentsPtr before = connection.contents();
     const TokenError error = attempt(task);
-    // What was noted on the way may have been undone.
+    // The failed operation may have undone changes that it had noted.
     if (error.kind != TokenError::NoError && connection.contents() != before)
         readQuietly(connection);
     if (connection.contents() != before)
         listener.publishContents(connection);
     listener.publishIdle(connection);
-    // What the work holds goes first, so that whoever waits is its only owner afterwards.
+    // The work releases what it holds first, so that the waiting caller is its only owner.
     task.work = {};
     task.finish(error);
 }

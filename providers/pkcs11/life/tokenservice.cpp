@@ -10,7 +10,7 @@ namespace Trivex {
 
 namespace {
 
-/// What of the patience at the end is left for answered questions, when a module uses up the rest.
+/// The part of the patience at the end that is reserved for answered questions.
 constexpr std::chrono::milliseconds SettleShare{300};
 
 } // namespace

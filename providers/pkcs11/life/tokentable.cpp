@@ -190,7 +190,7 @@ TokenTable::Record &TokenTable::makeRecord(const TokenIdentity &identity, Certif
     auto made = std::make_shared<Record>();
     made->store.id = m_nextId++;
     made->store.storeId = identity.storeId;
-    // Never changed again: stores are also found by their names.
+    // The name never changes again, because stores are also found by their names.
     made->store.name = distinctName(identity);
     made->store.type =
         choice == CertificateChoice::Trusted ? QCA::KeyStore::System : QCA::KeyStore::SmartCard;

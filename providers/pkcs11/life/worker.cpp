@@ -75,7 +75,7 @@ void Worker::start(Milliseconds interval, Job idle, Job last)
             run(shared, interval, idle);
             if (last)
                 last();
-            // What they hold goes here, and not after the end has been told.
+            // The jobs release what they hold before the end is reported.
             idle = {};
             last = {};
             {

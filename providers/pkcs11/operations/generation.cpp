@@ -9,7 +9,7 @@
 
 namespace Trivex {
 
-/// What the owner and the token's thread both hold.
+/// Shared by the owner and the token's thread.
 struct Generation::Shared {
     std::mutex mutex;
     /// The owner is gone, or has been told the result.
@@ -69,7 +69,7 @@ void Generation::abandon()
 {
     const auto shared = std::move(m_shared);
     TokenKeyReference left;
-    // What was made, but never heard of, is removed again.
+    // A pair that the owner has not received is removed again.
     if (!shared || !shared->end(&left) || !left.key)
         return;
     m_tokens.post(

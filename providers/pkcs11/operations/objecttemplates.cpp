@@ -113,7 +113,7 @@ void addEcPrivateKey(const KeyMaterial &key, Template *object)
         .add(CKA_VALUE, value.data(), value.size());
 }
 
-/// How the numbers of one kind of key are written.
+/// The functions that write the numbers of one kind of key.
 struct KeyKind {
     int keyType; ///< a value of `Trivex::KeyType`
     bool needsNative; ///< the numbers are read by libcrypto
