@@ -119,13 +119,15 @@ Read reader(const QString &file)
 
 } // namespace
 
-/// Cuts and flips every file of the corpus: what comes out may be anything but a crash. Worth most
-/// under the address sanitizer.
+/// Cuts and damages every file of the corpus: what comes out may be anything but a crash. Worth
+/// most under the address sanitizer.
 class TestDamage : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void survives_data();
     void survives();
+    void survivesEachCutAndBit_data();
+    void survivesEachCutAndBit();
     void survivesText();
 
 private:
@@ -167,6 +169,30 @@ void TestDamage::survives()
         if (i % 3 == 0)
             flipped[random.bounded(whole.size())] = char(random.bounded(256));
         read(flipped);
+    }
+}
+
+void TestDamage::survivesEachCutAndBit_data()
+{
+    QTest::addColumn<QString>("file");
+    for (const char *file :
+         {"extensions-leaf.der", "ec-256.der", "gost-2012-256.der", "request-rsa.csr", "list.pem",
+          "list.p7b", "ec-256.key", "gost-2012-256.key", "bundle-bare.p12"})
+        QTest::newRow(file) << QString::fromLatin1(file);
+}
+
+// Of one file for each parser nothing is left to chance.
+void TestDamage::survivesEachCutAndBit()
+{
+    QFETCH(QString, file);
+    const QByteArray whole = derOf(Corpus::read(file));
+    const Read read = reader(file);
+    for (int size = 0; size < whole.size(); ++size)
+        read(whole.left(size));
+    for (int bit = 0; bit < 8 * whole.size(); bit += slowness()) {
+        QByteArray turned = whole;
+        turned[bit / 8] = char(turned.at(bit / 8) ^ (1 << bit % 8));
+        read(turned);
     }
 }
 
