@@ -407,8 +407,57 @@ def memory():
                 yield f"{name(path)}:{number}: {found.group()} on a thread that may outlive QCA"
 
 
+def test_functions():
+    """The functions of each test program, by the program's name."""
+    found = {}
+    for path in of_kind(".cpp"):
+        if not path.stem.startswith("tst_"):
+            continue
+        functions = set(re.findall(r"^(?:void Test\w+::|    void )(\w+)\(\)\n\s*\{", text_of(path), re.M))
+        # Programs of a folder may bear its name: tst_x509_keys is made of x509/tst_keys.cpp.
+        for program in (path.stem, path.stem.replace("tst_", f"tst_{path.parent.name}_", 1)):
+            found.setdefault(program, set()).update(functions)
+    return found
+
+
+def promises():
+    """Each promise of the threat model names tests, and those are there."""
+    page = text_of(ROOT / "docs" / "threat-model.md").partition("| promise | held by |\n|---|---|\n")[2]
+    rows = re.findall(r"^\| (.+?) \| (.*) \|$", page, re.M)
+    if not rows:
+        yield "docs/threat-model.md: there is no table of promises"
+    functions = test_functions()
+    for promise, tests in rows:
+        cited = re.findall(r"`(\w+?)(?:::(\w+))?`", tests)
+        if not cited:
+            yield f"docs/threat-model.md: nothing holds: {promise}"
+        for program, function in cited:
+            if program.startswith("project_") and not function:
+                known = program[len("project_"):] in {check.__name__ for check in CHECKS}
+            else:
+                known = function in functions.get(program, ())
+            if not known:
+                yield f"docs/threat-model.md: there is no test {program}::{function}"
+
+
+# Local sockets are none: the first instance of the program hears of the second through one.
+NETWORK = re.compile(r"\b(?:QTcp\w+|QUdp\w+|QSsl\w+|QNetwork\w+|QHttp\w+|XMLHttpRequest|WebSocket"
+                     r"|QtWeb\w+|connect\(.*sockaddr|getaddrinfo|BIO_new_connect|OSSL_HTTP\w+|X509_load_http)\b")
+
+
+def network():
+    """Nothing of ours opens a connection to another machine."""
+    for path in of_kind(".cpp", ".h", ".qml", ".js"):
+        if name(path).startswith(OUTSIDE):
+            continue
+        for number, line in enumerate(text_of(path).splitlines(), 1):
+            found = NETWORK.search(line.split(" // ")[0])
+            if found:
+                yield f"{name(path)}:{number}: {found.group()} reaches the network"
+
+
 CHECKS = [sizes, functions, hidden, test_names, licences, words, threads, decisions, names, format, scripts,
-          qml, plain_texts, settings, targets, symbols, memory]
+          qml, plain_texts, settings, targets, symbols, memory, promises, network]
 
 
 def main():
