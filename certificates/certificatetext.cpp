@@ -12,7 +12,7 @@ namespace Trivex {
 namespace {
 
 /// "%1" stands for the word "with". A null pointer stands for a separate text.
-constexpr std::array<const char *, 16> signatureTemplates = {
+constexpr std::array<const char *, 16> SignatureTemplates = {
     nullptr,
     "SHA1, %1 EMSA1",
     "SHA1, %1 EMSA3",
@@ -68,9 +68,9 @@ QString signatureText(int number)
 {
     if (number == RawSignature)
         return qtTrId("trivex-p-la-without_dest");
-    if (number <= 0 || number >= int(signatureTemplates.size()))
+    if (number <= 0 || number >= int(SignatureTemplates.size()))
         return qtTrId("trivex-p-la-unknown_signing_alg");
-    return QString::fromLatin1(signatureTemplates[size_t(number)]).arg(qtTrId("trivex-p-la-with"));
+    return QString::fromLatin1(SignatureTemplates[size_t(number)]).arg(qtTrId("trivex-p-la-with"));
 }
 
 } // namespace Trivex

@@ -187,7 +187,7 @@ def threads():
             yield f"docs/threads.md: {unit} is not there"
 
 
-CONSTANT = re.compile(r"^ *(?:inline |static )?constexpr (?:const )?[\w:<>, ]+?[ *&]+"
+CONSTANT = re.compile(r"^ *(?:inline |static )?constexpr (?:const )?[\w:<>,* ]+?[ *&]+"
                       r"([a-z]\w*)(?=\s*(?:\[\w*\])?\s*[={])", re.MULTILINE)
 LOCK = re.compile(r"\b(?:lock_guard|unique_lock|shared_lock)(?:<[^>]*>)? (\w+)")
 
