@@ -1,10 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "providers/openssl/opensslplugin.h"
-
 #include "providers/openssl/opensslprovider.h"
 
-QCA::Provider *OpensslPlugin::createProvider()
-{
-    return new Trivex::OpensslProvider;
-}
+#include <QObject>
+#include <QtCrypto>
+
+/// The Qt plugin through which QCA finds the provider.
+class OpensslPlugin : public QObject, public QCAPlugin {
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "com.affinix.qca.Plugin/1.0")
+    Q_INTERFACES(QCAPlugin)
+public:
+    QCA::Provider *createProvider() override { return new Trivex::OpensslProvider; }
+};
+
+#include "opensslplugin.moc"

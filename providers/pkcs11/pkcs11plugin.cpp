@@ -1,10 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "providers/pkcs11/pkcs11plugin.h"
-
 #include "providers/pkcs11/pkcs11provider.h"
 
-QCA::Provider *Pkcs11Plugin::createProvider()
-{
-    return new Trivex::Pkcs11Provider;
-}
+#include <QObject>
+#include <QtCrypto>
+
+/// The Qt plugin through which QCA finds the provider.
+class Pkcs11Plugin : public QObject, public QCAPlugin {
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID "com.affinix.qca.Plugin/1.0")
+    Q_INTERFACES(QCAPlugin)
+public:
+    QCA::Provider *createProvider() override { return new Trivex::Pkcs11Provider; }
+};
+
+#include "pkcs11plugin.moc"
