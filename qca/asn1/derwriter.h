@@ -11,14 +11,14 @@ namespace Trivex::Der {
 
 TRIVEX_QCA_EXPORT QByteArray write(int tag, const QByteArray &content);
 TRIVEX_QCA_EXPORT QByteArray writeSequence(const QList<QByteArray> &parts);
-/// Of a dotted OID; empty for a text that is none.
+/// OBJECT IDENTIFIER of a dotted OID; empty for any other text.
 TRIVEX_QCA_EXPORT QByteArray writeOid(const QByteArray &dotted);
 QByteArray writeInteger(const QCA::BigInteger &number);
-/// Of a number that is not negative; `bigEndian` is the number, with any leading zeros.
+/// INTEGER of a number that is not negative. `bigEndian` may have leading zeros.
 TRIVEX_QCA_EXPORT QByteArray writeUnsigned(QByteArray bigEndian);
-/// With whole octets.
+/// BIT STRING of whole octets.
 TRIVEX_QCA_EXPORT QByteArray writeBits(const QByteArray &octets);
-/// UTCTime to 2049, GeneralizedTime from 2050 and before 1950 (RFC 5280, 4.1.2.5).
+/// Time: UTCTime to 2049, GeneralizedTime from 2050 and before 1950 (RFC 5280, 4.1.2.5).
 QByteArray writeTime(const QDateTime &time);
 
 } // namespace Trivex::Der

@@ -41,7 +41,7 @@ public:
     /// never started in that mode.
     bool finish(Mode mode, QByteArray *data);
 
-    /// Of the operation that runs or has just ended.
+    // These describe the operation that runs or has ended last.
     QByteArray digestName() const { return m_digestName; }
     QCA::SignatureFormat format() const { return m_format; }
     Mode mode() const { return m_mode; }

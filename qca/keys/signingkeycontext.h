@@ -7,7 +7,7 @@
 
 namespace Trivex {
 
-/// What key contexts that sign have in common: RSA, DSA and curves.
+/// The base of the contexts of keys that sign: RSA, DSA and curves.
 ///
 /// Data is digested by the digest that the algorithm names (`EMSA1_SHA1`, `EMSA3_*` and our numbers
 /// 11 to 15); with `EMSA3_Raw` it is the digest itself. Any other algorithm makes the signature

@@ -21,11 +21,11 @@ class TRIVEX_QCA_EXPORT Mailbox : public QObject {
     Q_OBJECT
 public:
     explicit Mailbox(QObject *parent = nullptr);
-    /// What has not run by then never runs; it is destroyed with the mailbox.
+    /// Destroys the functions that have not run; they never run.
     ~Mailbox() override;
 
-    /// Of a mailbox that may go while it runs a function. What it has not run by then never runs,
-    /// though Qt delivers the events that came before the deletion.
+    /// The deleter for a mailbox that may be given up while it runs a function. The functions that
+    /// have not run by then never run, although Qt still delivers earlier events.
     struct DeleteLater {
         void operator()(Mailbox *mailbox) const
         {

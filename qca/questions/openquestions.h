@@ -9,8 +9,8 @@
 
 namespace Trivex {
 
-/// What is known about `event`, when it is a question of our own providers that is still open.
-/// Nothing for a plain event, whatever its provider calls itself. Thread-safe.
+/// The question behind `event`, when it is one of our own providers and still open. Nothing for a
+/// plain event, also when a foreign provider uses the name of ours. Thread-safe.
 TRIVEX_QCA_EXPORT std::optional<QuestionInfo> questionInfo(const QCA::Event &event);
 
 /// The kind of `event`: that of our own question, or its QCA type. The event must not be null.

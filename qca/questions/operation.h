@@ -21,7 +21,7 @@ public:
     /// stored answers name. `owner` may be null.
     explicit Operation(Purpose purpose, const QString &keyStoreId = QString(),
                        OperationOwnerPtr owner = {});
-    /// What has to be done after another operation, whether anybody waits for it or not: it takes
+    /// An operation that has to follow another one, whether anybody waits for it or not. It takes
     /// no stored answers and asks nobody.
     static Operation unattended(Purpose purpose, const QString &keyStoreId);
 

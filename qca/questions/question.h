@@ -9,8 +9,8 @@
 
 namespace Trivex {
 
-/// What a question asks for. 0 is `QCA::Event::Password`; 2 and 4 are the kinds that stock QCA does
-/// not have and that reach handlers as a password event of our own.
+/// The kinds of questions. 0 is `QCA::Event::Password`. Stock QCA does not have 2 and 4; handlers
+/// get them as a password event of our own.
 enum QuestionKind : int {
     PasswordQuestion = 0,
     KeyStoreIdQuestion = 2,
@@ -20,10 +20,11 @@ enum QuestionKind : int {
 /// Why a token asks for its PIN.
 enum class Purpose { Sign, Decrypt, Write, Remove, Generate };
 
-/// What the token says of its PIN (PKCS#11, CK_TOKEN_INFO flags). `NotSet`: its user has none yet.
+/// The state of a PIN by the flags of CK_TOKEN_INFO (PKCS#11 2.40, 3.2). `NotSet`: the user has no
+/// PIN yet.
 enum class PinState { NotSet, Normal, CountLow, FinalTry, Locked };
 
-/// What a prompt can tell its user about a question of our own providers.
+/// A question of our own providers, as a prompt can explain it to its user.
 struct QuestionInfo {
     int kind = PasswordQuestion;
     Purpose purpose = Purpose::Sign;
@@ -35,7 +36,7 @@ struct QuestionInfo {
     bool needsTypedPin = false;
     /// When set, the one handler that this question is for; the others stand back.
     const QCA::EventHandler *addressee = nullptr;
-    /// Who has started the operation that asks; null where that is not known.
+    /// The object that has started the operation that asks; null when it is unknown.
     OperationOwnerPtr owner;
     /// Nobody waits for the answer any more.
     bool withdrawn = false;

@@ -62,8 +62,8 @@ private:
 
     mutable std::mutex m_mutex;
     QHash<quintptr, TicketPtr> m_tickets;
-    /// Those that wait for an answer, or for their end. What is left at the end of the process
-    /// stays: QCA is gone by then, and an asker can't go without it.
+    /// The askers that wait for an answer or for their deletion. At the end of the process the rest
+    /// is not deleted, because an asker can't be deleted after QCA has ended.
     QSet<QCA::PasswordAsker *> m_askers;
     QThread m_thread;
     Mailbox m_mailbox{this};

@@ -12,19 +12,20 @@
 
 namespace Trivex {
 
-/// What an operation on a token needs to know and what was stored for it beforehand.
+/// The answers that an operation on a token needs and that were stored before it.
 struct Answers {
     QString keyStoreId;
     QString objectId;
     QCA::SecureArray password = QCA::SecureArray("");
 };
 
-/// The answers that a handler holds for the next operation. While registered, an operation of our
-/// own providers takes the whole set when it starts on the store that the set names; so separate
-/// questions can't tear a set apart, and nothing stays behind when the operation ends.
+/// The answers that a handler holds for the next operation. While the set is registered, an
+/// operation of our own providers on the store that the set names takes the whole set when it
+/// starts. So separate questions can't tear a set apart, and no answer is left when the operation
+/// ends.
 ///
-/// Thread-safe: the setters are called on the thread that starts an operation, the taking happens
-/// on a token's thread.
+/// Thread-safe: the thread that starts an operation calls the setters, and a token's thread takes
+/// the set.
 class TRIVEX_QCA_EXPORT StoredAnswers {
 public:
     StoredAnswers();
@@ -33,7 +34,7 @@ public:
     StoredAnswers(const StoredAnswers &) = delete;
     StoredAnswers &operator=(const StoredAnswers &) = delete;
 
-    /// From here on the operations of our providers find this set.
+    /// Registers the set: from now on the operations of our providers find it.
     void registerSet();
 
     void setKeyStoreId(const QString &id);
@@ -42,7 +43,7 @@ public:
 
     /// A copy of the set.
     Answers answers() const;
-    /// Null strings and an empty (not null) password.
+    /// Sets null strings and an empty (not null) password.
     void clear();
 
 private:

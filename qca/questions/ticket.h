@@ -19,7 +19,7 @@ public:
     Ticket(const QuestionInfo &question, const QCA::KeyStoreInfo &store,
            const QCA::KeyStoreEntry &entry);
 
-    /// What `QuestionInfo::ticket` says; not 0.
+    /// The value of `QuestionInfo::ticket`; never 0.
     quintptr id() const { return m_id; }
     QuestionInfo question() const;
     const QCA::KeyStoreInfo &store() const { return m_store; }

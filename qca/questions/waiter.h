@@ -12,15 +12,15 @@
 
 namespace Trivex {
 
-/// Where a caller waits for an answer or for work on another thread: the GUI thread in a nested
-/// event loop, so that the window stays alive and questions are answered; every other thread
-/// blocked. The one place where our code runs an event loop of its own.
+/// Lets a caller wait for an answer or for work on another thread. The GUI thread waits in a nested
+/// event loop, so that the window stays alive and can answer questions; every other thread blocks.
+/// No other code of ours runs an event loop of its own.
 ///
-/// What starts inside that loop is no part of the operation that waits: neither the addressee of
-/// questions (`QuestionScope`) nor the target of generations (`GenerationTarget`) is in force
-/// there; both are again when `wait()` returns.
+/// An operation that starts inside that loop is not part of the one that waits. So the addressee of
+/// questions (`QuestionScope`) and the target of generations (`GenerationTarget`) are not in force
+/// there, and are in force again when `wait()` returns.
 ///
-/// To be owned by both sides: who waits may be gone before who resolves is done.
+/// Both sides own the waiter, because either may be destroyed first.
 class TRIVEX_QCA_EXPORT Waiter : public QObject {
     Q_OBJECT
 public:
@@ -28,10 +28,10 @@ public:
     bool resolve();
     /// Thread-safe.
     bool isResolved() const;
-    /// Blocks this thread, for `patience` at most; whether it is resolved. For what mostly takes no
-    /// time, so that an event loop runs only where one is needed. Keep it below what is noticed.
+    /// Blocks this thread for `patience` at most; true when resolved. It avoids the event loop for
+    /// work that usually ends at once. Keep `patience` shorter than a person would notice.
     bool settles(std::chrono::milliseconds patience);
-    /// Returns once resolved, or when the application ends its event loops: look at `isResolved()`.
+    /// Returns when resolved, or when the application ends its event loops; `isResolved()` tells.
     void wait();
 
 Q_SIGNALS:

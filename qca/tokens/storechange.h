@@ -9,7 +9,7 @@
 
 namespace Trivex {
 
-/// What a write to a token's key store or a removal from it changes.
+/// A write to a token's key store or a removal from it.
 struct StoreChange {
     enum Kind { WriteCertificate, WriteBundle, RemoveEntry };
 

@@ -7,7 +7,8 @@
 
 namespace Trivex {
 
-/// What a token provider does for the adapter; registered by the provider while it is loaded.
+/// The services of a token provider for the adapter. The provider registers it while QCA has the
+/// provider loaded.
 /// Called on any thread, never under a lock; so a call may still run, or begin, when the backend
 /// has just been taken back, and it has to exist until the end of the process.
 class TRIVEX_QCA_EXPORT TokenBackend {

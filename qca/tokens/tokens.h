@@ -10,7 +10,7 @@
 
 namespace Trivex {
 
-/// What is known of one token, for display.
+/// The state of one token, for display.
 struct TokenStatus {
     QString keyStoreId;
     QString name; ///< as its key store is named
