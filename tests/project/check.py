@@ -222,6 +222,21 @@ def decisions():
                 yield f"{name(path)}: there is no decision {cited}"
 
 
+PLACES = re.compile(r"`((?:app|benchmarks|cmake|controls|debian|docs|examples|packaging|providers|qca|tests"
+                    r"|tools|tour|translations)/[\w./-]*)")
+
+
+def guides():
+    """What the guides send their readers to is there."""
+    pages = [ROOT / "README.md", ROOT / "CONTRIBUTING.md", *(ROOT / "docs" / "guides").glob("*.md")]
+    for path in pages:
+        for place in PLACES.findall(text_of(path)):
+            if not (ROOT / place).exists():
+                yield f"{name(path)}: there is no {place}"
+    if len(pages) < 5:
+        yield "docs/guides: there are guides for applications, administrators and contributors"
+
+
 MISSING = []
 
 
@@ -300,9 +315,21 @@ def plain_texts():
                 yield f"{name(path)}:{line}: a text without textFormat"
 
 
+# The version stands in CMakeLists.txt; the formats of others have it once more.
+STATED_VERSIONS = {
+    "packaging/org.trivex.Trivex.metainfo.xml": r'<release version="([^"]+)"',
+    "debian/changelog": r"\Atrivex \(([^)]+)\)",
+}
+
+
 def settings():
-    """Defaults that packages rely on."""
+    """Defaults that packages rely on, and one version."""
     build = text_of(ROOT / "CMakeLists.txt")
+    version = re.search(r"^project\(Trivex VERSION ([\d.]+) ", build, re.MULTILINE)[1]
+    for file, pattern in STATED_VERSIONS.items():
+        stated = re.search(pattern, text_of(ROOT / file), re.MULTILINE)
+        if not stated or stated[1] != version:
+            yield f"{file}: its newest version is not {version}, which CMakeLists.txt states"
     wanted = r'set\(TRIVEX_TRANSLATIONS_DIR "/usr/share/translations" CACHE '
     if not re.search(wanted, build):
         yield "TRIVEX_TRANSLATIONS_DIR does not default to /usr/share/translations"
@@ -456,8 +483,8 @@ def network():
                 yield f"{name(path)}:{number}: {found.group()} reaches the network"
 
 
-CHECKS = [sizes, functions, hidden, test_names, licences, words, threads, decisions, names, format, scripts,
-          qml, plain_texts, settings, targets, symbols, memory, promises, network]
+CHECKS = [sizes, functions, hidden, test_names, licences, words, threads, decisions, names, guides, format,
+          scripts, qml, plain_texts, settings, targets, symbols, memory, promises, network]
 
 
 def main():
