@@ -32,6 +32,7 @@ CASES = [
     ("openssl", "tst_x509_certificates", "openssl"),
     ("openssl", "tst_signverify:signatureIsThatOfOpenssl", "openssl"),
     ("qmlplugindump", "type_information", "qmlplugindump"),
+    ("qdoc", "reference", "qdoc"),
     ("clang-format", "project_format", "clang-format"),
     ("shellcheck", "project_scripts", "shellcheck"),
     ("nm", "project_symbols", "nm"),
