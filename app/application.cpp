@@ -24,12 +24,17 @@ Application::Application(QObject *parent)
 
 Application::~Application() = default;
 
-void Application::prepare()
+void Application::introduce()
 {
-    initializeResources();
     QCoreApplication::setOrganizationName(QStringLiteral("Trivex"));
     QCoreApplication::setApplicationName(QStringLiteral("trivex"));
     QCoreApplication::setApplicationVersion(QStringLiteral(TRIVEX_VERSION));
+}
+
+void Application::prepare()
+{
+    initializeResources();
+    introduce();
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Trivex"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.trivex.Trivex"));
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/trivex/trivex.svg")));

@@ -15,6 +15,8 @@ public:
     explicit Application(QObject *parent = nullptr);
     ~Application() override;
 
+    /// Names and version of the program; part of `prepare()`, and enough without a display.
+    static void introduce();
     /// Names, icon and paths of the program; once, after the `QApplication` was made.
     static void prepare();
 

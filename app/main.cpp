@@ -6,20 +6,51 @@
 #include <QApplication>
 #include <QCommandLineParser>
 
-int main(int argc, char **argv)
-{
-    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    QApplication program(argc, argv);
-    Trivex::Application::prepare();
+#include <algorithm>
 
-    QCommandLineParser parser;
+namespace {
+
+void describe(QCommandLineParser &parser)
+{
     parser.setApplicationDescription(QStringLiteral("Certificates, keys and requests"));
     parser.addHelpOption();
     parser.addVersionOption();
     parser.addPositionalArgument(QStringLiteral("files"),
                                  QStringLiteral("Certificates, bundles or documents to open"),
                                  QStringLiteral("[files...]"));
+}
+
+/// A question about the program itself, which needs no display.
+bool asksAboutProgram(const QByteArray &argument)
+{
+    return argument == "--version" || argument == "-v" || argument == "--help" || argument == "-h";
+}
+
+int tellAboutProgram(int argc, char **argv)
+{
+    const QCoreApplication program(argc, argv);
+    Trivex::Application::introduce();
+    QCommandLineParser parser;
+    describe(parser);
+    parser.process(program);
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    // What follows "--" is a file, whatever it is called.
+    char **const end = std::find(argv + 1, argv + argc, QByteArray("--"));
+    if (std::any_of(argv + 1, end, asksAboutProgram))
+        return tellAboutProgram(argc, argv);
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication program(argc, argv);
+    Trivex::Application::prepare();
+
+    QCommandLineParser parser;
+    describe(parser);
     parser.process(program);
     const QStringList files = Trivex::Application::filesOf(parser.positionalArguments());
 

@@ -136,7 +136,8 @@ def works_where_it_was_moved(work):
         if wanted not in said:
             raise Failure(f"no \"{wanted}\" in:\n{said[-3000:]}")
     needs_the_import_alone(work, build / "consumer", moved)
-    said = run(moved / "bin/trivex", "--version")
+    # Whoever asks for the version may have no display.
+    said = run(moved / "bin/trivex", "--version", QT_QPA_PLATFORM="none")
     if not any(line.startswith("trivex ") for line in said.splitlines()):
         raise Failure(f"the program says: {said}")
 
