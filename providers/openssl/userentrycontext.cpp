@@ -27,11 +27,6 @@ QString unescaped(const QString &text)
 
 } // namespace
 
-QString userStoreId()
-{
-    return QStringLiteral("USER");
-}
-
 UserEntryContext::UserEntryContext(QCA::Provider *provider, const StoredCertificate &entry)
     : QCA::KeyStoreEntryContext(provider)
     , m_entry(entry)

@@ -3,11 +3,9 @@
 #pragma once
 
 #include "providers/openssl/certificatefile.h"
+#include "qca/tokens/userstore.h"
 
 namespace Trivex {
-
-/// Id and name of the store.
-QString userStoreId();
 
 /// One certificate of the store "USER". Thousands may live: it holds its entry and no more.
 class UserEntryContext : public QCA::KeyStoreEntryContext {

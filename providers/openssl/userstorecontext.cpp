@@ -6,9 +6,9 @@
 #include "qca/base/secondupdate.h"
 #include "qca/base/storethread.h"
 #include "qca/questions/operation.h"
+#include "qca/x509/makecertificate.h"
 
 #include <QDeadlineTimer>
-#include <QStandardPaths>
 
 #include <mutex>
 #include <set>
@@ -31,18 +31,12 @@ struct Readers {
     }
 };
 
-QString directoryPath()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QLatin1String("/trivex/certificates");
-}
-
 } // namespace
 
 UserStoreContext::UserStoreContext(QCA::Provider *provider)
     : QCA::KeyStoreListContext(provider)
     , m_snapshot(std::make_shared<QVector<StoredCertificate>>())
-    , m_directory(new UserDirectory(directoryPath()))
+    , m_directory(new UserDirectory(userStoreDirectory()))
 {
     qRegisterMetaType<UserSnapshot>();
     m_thread.setObjectName(QStringLiteral("USER certificates"));
@@ -57,6 +51,7 @@ UserStoreContext::UserStoreContext(QCA::Provider *provider)
 
 UserStoreContext::~UserStoreContext()
 {
+    unsetUserStore(this);
     // Nothing of the other thread may reach this object while it goes.
     m_directory->disconnect(this);
     {
@@ -100,6 +95,7 @@ void UserStoreContext::start()
     }
     m_thread.start(QThread::LowPriority);
     QMetaObject::invokeMethod(m_directory, &UserDirectory::start, Qt::QueuedConnection);
+    setUserStore(this);
 }
 
 QList<int> UserStoreContext::keyStores()
@@ -183,6 +179,18 @@ QString UserStoreContext::writeEntry(int id, const QCA::Certificate &certificate
             m_directory, [this, &certificate] { return m_directory->write(certificate); },
             Qt::BlockingQueuedConnection, &entryId);
     return entryId;
+}
+
+void UserStoreContext::startWrite(const QCA::Certificate &certificate, UserWriteDone done)
+{
+    // Threads of QCA's values are their own affair: the other one makes its own of the bytes.
+    const QByteArray der = certificate.toDER();
+    QMetaObject::invokeMethod(
+        m_directory,
+        [directory = m_directory, der, done = std::move(done)] {
+            done(directory->write(makeCertificate(der)));
+        },
+        Qt::QueuedConnection);
 }
 
 bool UserStoreContext::removeEntry(int id, const QString &entryId)

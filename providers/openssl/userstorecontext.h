@@ -4,6 +4,7 @@
 
 #include "providers/openssl/userdirectory.h"
 #include "qca/base/processend.h"
+#include "qca/tokens/userstore.h"
 
 #include <QThread>
 
@@ -11,12 +12,11 @@
 
 namespace Trivex {
 
-/// The key store "USER": the certificates in "trivex/certificates" below the user's data directory
-/// (`QStandardPaths::GenericDataLocation`, which XDG_DATA_HOME sets).
+/// The key store "USER": the certificates in `userStoreDirectory()`.
 ///
 /// Lives in QCA's tracker thread, which must not wait: the directory is read in another, and lists
 /// are look-ups in what that has announced last.
-class UserStoreContext : public QCA::KeyStoreListContext {
+class UserStoreContext : public QCA::KeyStoreListContext, public UserStoreBackend {
     Q_OBJECT
 public:
     explicit UserStoreContext(QCA::Provider *provider);
@@ -38,6 +38,8 @@ public:
     using QCA::KeyStoreListContext::writeEntry;
     QString writeEntry(int id, const QCA::Certificate &certificate) override;
     bool removeEntry(int id, const QString &entryId) override;
+
+    void startWrite(const QCA::Certificate &certificate, UserWriteDone done) override;
 
 private:
     /// At the end of the process, where nobody destroys this.

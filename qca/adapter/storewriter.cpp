@@ -6,6 +6,7 @@
 #include "qca/questions/openquestions.h"
 #include "qca/questions/questionscope.h"
 #include "qca/tokens/tokenregistry.h"
+#include "qca/tokens/userstore.h"
 
 namespace Trivex {
 
@@ -48,7 +49,7 @@ void StoreWriter::write(QCA::KeyStore *store, const QCA::Certificate &certificat
     StoreChange change;
     change.kind = StoreChange::WriteCertificate;
     change.certificate = certificate;
-    if (!start(store, change))
+    if (!start(store->id(), change))
         store->writeEntry(certificate);
 }
 
@@ -57,7 +58,7 @@ void StoreWriter::write(QCA::KeyStore *store, const QCA::KeyBundle &bundle)
     StoreChange change;
     change.kind = StoreChange::WriteBundle;
     change.bundle = bundle;
-    if (!start(store, change))
+    if (!start(store->id(), change))
         store->writeEntry(bundle);
 }
 
@@ -66,17 +67,38 @@ void StoreWriter::remove(QCA::KeyStore *store, const QString &entryId)
     StoreChange change;
     change.kind = StoreChange::RemoveEntry;
     change.entryId = entryId;
-    if (!start(store, change))
+    if (!start(store->id(), change))
         store->removeEntry(entryId);
 }
 
-bool StoreWriter::start(const QCA::KeyStore *store, StoreChange change)
+bool StoreWriter::write(const QString &storeId, const QCA::Certificate &certificate)
+{
+    if (storeId == userStoreId()) {
+        return startUserWrite(certificate, [this, shared = m_shared](const QString &entryId) {
+            shared->post([this, entryId] { Q_EMIT written(entryId); });
+        });
+    }
+    StoreChange change;
+    change.kind = StoreChange::WriteCertificate;
+    change.certificate = certificate;
+    return start(storeId, change);
+}
+
+bool StoreWriter::write(const QString &storeId, const QCA::KeyBundle &bundle)
+{
+    StoreChange change;
+    change.kind = StoreChange::WriteBundle;
+    change.bundle = bundle;
+    return start(storeId, change);
+}
+
+bool StoreWriter::start(const QString &storeId, StoreChange change)
 {
     change.owner = m_shared->owner;
     const bool isRemoval = change.kind == StoreChange::RemoveEntry;
     // As on QCA's own thread, where no signer's scope is in force.
     const QuestionScope nobody(nullptr);
-    return startStoreChange(store->id(), change,
+    return startStoreChange(storeId, change,
                             [this, shared = m_shared, isRemoval](const StoreChangeResult &result) {
                                 // Runs on this object's thread, and not when it has gone.
                                 shared->post([this, result, isRemoval] {

@@ -31,8 +31,13 @@ public:
     void write(QCA::KeyStore *store, const QCA::KeyBundle &bundle);
     void remove(QCA::KeyStore *store, const QString &entryId);
 
+    // The same for who knows the id of a store and has no object of QCA's for it: on our own tokens
+    // and, for certificates, on the store of the user's files. False for every other store.
+    bool write(const QString &storeId, const QCA::Certificate &certificate);
+    bool write(const QString &storeId, const QCA::KeyBundle &bundle);
+
 Q_SIGNALS:
-    // Of our own tokens alone. Never before the call that they belong to returns.
+    // Of what goes past QCA alone. Never before the call that they belong to returns.
 
     /// `entryId` is empty when the write failed.
     void written(const QString &entryId);
@@ -41,7 +46,7 @@ Q_SIGNALS:
 private:
     struct Shared;
     /// False when the store is none of our tokens.
-    bool start(const QCA::KeyStore *store, StoreChange change);
+    bool start(const QString &storeId, StoreChange change);
 
     std::shared_ptr<Shared> m_shared;
 };
