@@ -20,6 +20,8 @@ GridLayout {
     Label {
         textFormat: Text.PlainText
         text: row.label
+        // A value that needs no word has the whole line.
+        visible: text.length > 0
         color: Theme.textDim
         wrapMode: Text.WordWrap
         Layout.preferredWidth: row.stacked ? row.width : row.width * 0.38
@@ -44,7 +46,7 @@ GridLayout {
         Layout.alignment: Qt.AlignTop
         Accessible.role: Accessible.EditableText
         Accessible.readOnly: true
-        Accessible.name: row.label + ": " + row.value
+        Accessible.name: row.label ? row.label + ": " + row.value : row.value
         Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
         Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
         onActiveFocusChanged: activeFocus ? cursorPosition = 0 : deselect()

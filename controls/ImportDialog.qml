@@ -8,29 +8,35 @@ import Trivex.Crypto.Tools 1.0
 
 import Trivex.Crypto 1.0
 
-/// Brings a certificate or a bundle onto a token: file, password where one is needed, preview,
-/// token, one step. The content of the file decides what it is.
+/// Shows what a file holds, whatever it is called, and brings what is ticked to a token or to the
+/// user's own files: file, password where one is needed, place, one step.
 BaseDialog {
     id: dialog
-    signal imported(string name)
-    property bool writing: false
-    /// True when the dialog was closed after the last step began.
-    property bool wasLeft: false
+    /// All that was ticked is at its place; `name` is that of the first one.
+    signal imported(string name, int count, string place)
+    /// With `handsOn`, a file was chosen, and whoever hears of it decides where it is shown.
+    signal handedOn(string path)
+    signal copied()
+    property bool handsOn: false
+    readonly property bool writing: job.running
     readonly property bool isBundle: file.kind === CertificateFile.BundleKind
-    readonly property bool ready: !writing && chooser.usable
-        && (file.kind === CertificateFile.CertificateKind && file.pemPath
-            || isBundle && file.unlocked)
-    readonly property string name: file.certificates.length ? file.certificates[0].name : ""
+    readonly property bool ready: !writing && file.items.checkedCount > 0
+        && (chooser.usable || file.items.checkedCertificates === 0)
+    /// Of what is imported, taken when it begins.
+    property string name
+    property string place
 
     objectName: "importDialog"
     title: qsTrId("trivex-app-import-title")
 
     function start(path) {
-        failure.text = ""
-        file.path = ""
-        file.path = path
+        job.clear()
+        file.open(path)
         password.clear()
-        chooser.refresh()
+        if (isBundle || file.items.checkedKeys > 0)
+            chooser.startOver()
+        else
+            chooser.refresh()
         open()
         if (isBundle)
             file.unlock("")
@@ -40,31 +46,23 @@ BaseDialog {
         fileChooser.active = true
         fileChooser.item.open()
     }
+    function take(path) {
+        if (handsOn)
+            handedOn(path)
+        else
+            start(path)
+    }
     function write() {
         if (!ready)
             return
-        failure.text = ""
-        // Set before the call, because events arrive while a key is derived.
-        writing = true
-        wasLeft = false
-        KeyStoreModel.setCertLocationId(chooser.location)
-        KeyStoreModel.resetImportedKeyBundle()
-        const loaded = isBundle ? KeyStoreModel.keyBundleFromFile(file.path, password.text)
-                                : KeyStoreModel.certificateFromPEMFile(file.pemPath)
-        if (!loaded || wasLeft) {
-            writing = false
-            KeyStoreModel.resetImportedKeyBundle()
-            failure.text = wasLeft ? "" : qsTrId("trivex-app-import-changed")
-            return
-        }
-        if (isBundle)
-            KeyStoreModel.importKeyBundle()
-        else
-            KeyStoreModel.importCertificate()
+        name = file.items.value(list.firstChecked(), FileItemModel.NameRole)
+        place = file.items.checkedCertificates === 0 ? qsTrId("trivex-app-category-requests")
+            : chooser.filesChosen ? chooser.filesName : chooser.tokenName
+        job.start(file, chooser.filesChosen ? job.filesStoreId : chooser.storeId)
     }
     onOpened: if (isBundle) password.forceActiveFocus(Qt.PopupFocusReason)
-    onAboutToHide: wasLeft = true
     onClosed: {
+        itemDialog.close()
         password.clear()
         if (!writing)
             file.path = ""
@@ -74,6 +72,27 @@ BaseDialog {
         id: file
         // The password field disappears, and the focus must not disappear with it.
         onUnlockedChanged: if (unlocked) Qt.callLater(dialog.focusFirst)
+    }
+    CertificateImport {
+        id: job
+        requestFolder: requests.requestPath()
+        onFinished: {
+            if (good) {
+                dialog.close()
+                dialog.imported(dialog.name, written, dialog.place)
+            }
+            if (!dialog.visible)
+                file.path = ""
+        }
+    }
+    CertificateRequest {
+        id: requests
+    }
+    FileItemDialog {
+        id: itemDialog
+        items: file.items
+        parent: dialog.parent
+        onCopied: dialog.copied()
     }
     Loader {
         id: fileChooser
@@ -88,31 +107,15 @@ BaseDialog {
             item.title = dialog.title
             item.nameFilters = [
                 [qsTrId("trivex-app-filter-certificates"),
-                 ["*.pem", "*.crt", "*.cer", "*.der", "*.p12", "*.pfx"]],
+                 ["*.pem", "*.crt", "*.cer", "*.der", "*.p7b", "*.p7c", "*.p12", "*.pfx",
+                  "*.csr", "*.p10", "*.req", "*.crl"]],
                 [qsTrId("trivex-app-filter-all"), ["*"]]]
         }
         Connections {
             target: fileChooser.item
-            function onChosen(file) { dialog.start(Files.path(file)) }
+            function onChosen(file) { dialog.take(Files.path(file)) }
         }
     }
-    Connections {
-        target: KeyStoreModel
-        function onEntryWrittenChanged(isEmpty) {
-            if (!dialog.writing)
-                return
-            dialog.writing = false
-            KeyStoreModel.resetImportedKeyBundle()
-            if (isEmpty) {
-                failure.text = qsTrId("trivex-app-import-failed")
-            } else {
-                const name = dialog.name
-                dialog.close()
-                dialog.imported(name)
-            }
-        }
-    }
-
     Label {
         textFormat: Text.PlainText
         text: Files.fileName(file.path)
@@ -126,9 +129,17 @@ BaseDialog {
         level: firstTry ? 0 : 3
         text: file.unlocked ? "" : firstTry && file.problem ? qsTrId("trivex-app-bundle-ask")
             : file.problem ? file.problem
-            : file.kind === CertificateFile.RequestKind ? qsTrId("trivex-app-kind-request")
-            : file.kind === CertificateFile.PrivateKeyKind ? qsTrId("trivex-app-kind-key")
-            : file.kind === CertificateFile.OtherKind ? qsTrId("trivex-app-kind-other") : ""
+            : kinds[file.kind] || ""
+        /// What to know of files that hold no certificate.
+        readonly property var kinds: ({
+            [CertificateFile.RequestKind]: qsTrId("trivex-app-kind-request"),
+            [CertificateFile.PrivateKeyKind]: qsTrId("trivex-app-kind-key"),
+            [CertificateFile.PublicKeyKind]: qsTrId("trivex-app-kind-public-key"),
+            [CertificateFile.RevocationListKind]: qsTrId("trivex-app-kind-list"),
+            [CertificateFile.MessageKind]: qsTrId("trivex-app-kind-message"),
+            [CertificateFile.SignatureKind]: qsTrId("trivex-app-kind-signature"),
+            [CertificateFile.OtherKind]: qsTrId("trivex-app-kind-other")
+        })
         Layout.fillWidth: true
     }
     RowLayout {
@@ -150,49 +161,41 @@ BaseDialog {
             onClicked: file.unlock(password.text)
         }
     }
-    Repeater {
-        model: file.certificates
-        RowLayout {
-            spacing: Theme.unit * 1.5
-            Layout.fillWidth: true
-            Avatar {
-                letter: modelData.initial
-                validity: Validity.state(modelData.from, modelData.until)
-            }
-            ColumnLayout {
-                spacing: 2
-                Layout.fillWidth: true
-                Label {
-                    textFormat: Text.PlainText
-                    text: modelData.name
-                    elide: Text.ElideRight
-                    Layout.fillWidth: true
-                }
-                Label {
-                    textFormat: Text.PlainText
-                    text: modelData.issuer
-                    color: Theme.textDim
-                    font.pixelSize: Theme.smallSize
-                    elide: Text.ElideRight
-                    Layout.fillWidth: true
-                }
-            }
-            Badge {
-                validity: Validity.state(modelData.from, modelData.until)
-            }
-        }
+    Notice {
+        objectName: "importBroken"
+        level: 2
+        text: file.broken > 0 && file.items.count > 0
+            ? qsTrId("trivex-app-kind-broken", file.broken) : ""
+        Layout.fillWidth: true
+    }
+    FileItemList {
+        id: list
+        items: file.items
+        enabled: !dialog.writing
+        onViewAsked: itemDialog.show(row)
+        Layout.fillWidth: true
     }
     TokenChooser {
         id: chooser
         locations: KeyStoreModel.certLocation
-        visible: dialog.isBundle || file.kind === CertificateFile.CertificateKind
+        filesName: qsTrId("trivex-app-category-users")
+        visible: file.items.certificateCount > 0
+        enabled: !dialog.writing
         label: qsTrId("trivex-app-import-to")
+        Layout.fillWidth: true
+    }
+    Notice {
+        objectName: "importWithoutKey"
+        level: 0
+        text: chooser.filesChosen && file.items.checkedKeys > 0
+            ? qsTrId("trivex-app-import-without-key") : ""
         Layout.fillWidth: true
     }
     Notice {
         id: failure
         objectName: "importFailure"
         level: 3
+        text: job.problem
         Layout.fillWidth: true
     }
     RowLayout {
@@ -211,8 +214,7 @@ BaseDialog {
             objectName: "importCancel"
             text: qsTrId("trivex-app-cancel")
             onClicked: {
-                if (dialog.writing)
-                    chooser.info.cancel()
+                job.cancel()
                 dialog.close()
             }
         }

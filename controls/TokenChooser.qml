@@ -6,36 +6,57 @@ import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
 
-/// Chooses a token among the locations that the key store model offers, and shows its state.
+/// Chooses a token among the locations that the key store model offers, and shows its state; with
+/// `filesName`, the user's own files too, after the tokens.
 ///
 /// The locations include key stores of other programs. Those that are no tokens are left out, and
 /// the first token that is present is chosen.
 FillColumn {
     id: chooser
     property QtObject locations
+    /// What the user's own files are called; not offered when empty.
+    property string filesName
+    /// The user's own files are chosen, and no token.
+    readonly property bool filesChosen: box.currentIndex >= 0
+        && box.currentIndex < choices.length && choices[box.currentIndex].row < 0
     /// The chosen row of `locations`, -1 for none.
     readonly property int location: box.currentIndex >= 0 && box.currentIndex < choices.length
         ? choices[box.currentIndex].row : -1
     property alias info: info
     property var choices: []
     readonly property string tokenName: location >= 0 ? choices[box.currentIndex].name : ""
+    /// The id of the chosen token's store; empty for none.
+    readonly property string storeId: location >= 0 ? choices[box.currentIndex].storeId : ""
     property string label: qsTrId("trivex-app-token")
-    readonly property bool usable: location >= 0 && info.present && !info.readOnly
+    readonly property bool usable: filesChosen || location >= 0 && info.present && !info.readOnly
+    /// The choice that a person made; it stays while it is offered.
+    property string wanted
     spacing: 3
     Layout.preferredWidth: 100
 
+    /// Forgets the choice for one that takes keys, which is a token where there is any.
+    function startOver() {
+        wanted = ""
+        box.currentIndex = -1
+        refresh()
+    }
+
     /// Reads the locations again, because sorting moves rows and their model announces no change.
     function refresh() {
-        const kept = tokenName
+        const kept = wanted || tokenName
         const found = []
         for (let i = 0; locations && i < locations.rowCount(); ++i) {
             const name = Rows.value(locations, i, "type")
             if (tokens.has(name))
-                found.push({ row: i, name: name })
+                found.push({ row: i, name: name, storeId: tokens.storeIdOf(name) })
         }
+        if (filesName)
+            found.push({ row: -1, name: filesName, storeId: "" })
         choices = found
         const again = found.findIndex(function(one) { return one.name === kept })
-        const there = found.findIndex(function(one) { return tokens.isPresent(one.name) })
+        const there = found.findIndex(function(one) {
+            return one.row < 0 || tokens.isPresent(one.name)
+        })
         box.currentIndex = again >= 0 ? again : there >= 0 ? there : found.length ? 0 : -1
     }
     onLocationsChanged: refresh()
@@ -73,10 +94,12 @@ FillColumn {
         enabled: count > 0
         Layout.fillWidth: true
         Accessible.name: chooser.label + ": " + currentText
+        onActivated: chooser.wanted = chooser.choices[index].name
     }
     Label {
         textFormat: Text.PlainText
         text: box.count === 0 ? qsTrId("trivex-app-no-token")
+            : chooser.filesChosen ? ""
             : !info.present ? qsTrId("trivex-app-token-absent")
             : info.readOnly ? qsTrId("trivex-app-token-read-only")
             : info.busy ? info.busyText : info.pinText

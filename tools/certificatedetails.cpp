@@ -129,8 +129,13 @@ void CertificateDetails::rebuild()
 
 QString CertificateDetails::text() const
 {
+    return textOf(m_groups);
+}
+
+QString CertificateDetails::textOf(const QVariantList &groups)
+{
     QString result;
-    for (const QVariant &group : m_groups) {
+    for (const QVariant &group : groups) {
         const QVariantMap map = group.toMap();
         const QString title = map.value(QStringLiteral("title")).toString();
         if (!title.isEmpty())

@@ -33,6 +33,8 @@ public:
     Q_INVOKABLE void rebuild();
     /// Everything as plain text, for the clipboard.
     Q_INVOKABLE QString text() const;
+    /// The same of any groups of that form.
+    static QString textOf(const QVariantList &groups);
 
 Q_SIGNALS:
     void infoChanged();

@@ -2,17 +2,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QDateTime>
-#include <QObject>
-#include <QTemporaryDir>
-#include <QVariantList>
-#include <QtCrypto>
+#include "tools/fileitems.h"
 
-#include <memory>
+#include <QObject>
+#include <QtCrypto>
 
 namespace Trivex {
 
-/// What a file holds, told by its content and never by its name, with a preview of it.
+/// What a file holds, told by its content and never by its name, with everything in it.
 ///
 /// A bundle shows nothing until `unlock`, which opens it in a worker thread: key derivation may
 /// take long, and the window goes on meanwhile.
@@ -24,20 +21,25 @@ class CertificateFile : public QObject {
     Q_PROPERTY(QString problem READ problem NOTIFY contentChanged)
     Q_PROPERTY(bool unlocked READ isUnlocked NOTIFY contentChanged)
     Q_PROPERTY(bool unlocking READ isUnlocking NOTIFY contentChanged)
-    /// The certificates, the one that belongs to the key first: maps with "name", "issuer",
-    /// "from", "until" (dates), "initial".
-    Q_PROPERTY(QVariantList certificates READ certificates NOTIFY contentChanged)
-    /// The certificate as a PEM file: `path` itself, or a temporary copy of a DER one.
-    Q_PROPERTY(QString pemPath READ pemPath NOTIFY contentChanged)
+    /// What is in it, each with its tick; the same object always.
+    Q_PROPERTY(Trivex::FileItemModel *items READ items CONSTANT)
+    /// How many parts of it are damaged and left out.
+    Q_PROPERTY(int broken READ broken NOTIFY contentChanged)
 public:
+    /// What the file is; where it holds several things, the first of these that is among them.
     enum Kind {
         None,
-        CertificateKind,
-        BundleKind,
+        CertificateKind, ///< one or more
+        BundleKind, ///< PKCS#12
         RequestKind,
         PrivateKeyKind,
-        OtherKind,
-        Unreadable
+        OtherKind, ///< a document: nothing that is known here
+        Unreadable, ///< damaged, or no file
+        CollectionKind, ///< PKCS#7 without a signature
+        MessageKind, ///< signed PKCS#7 or CMS
+        SignatureKind, ///< the bytes of a signature and nothing else
+        RevocationListKind,
+        PublicKeyKind,
     };
     Q_ENUM(Kind)
 
@@ -50,9 +52,11 @@ public:
     QString problem() const;
     bool isUnlocked() const;
     bool isUnlocking() const;
-    QVariantList certificates() const;
-    QString pemPath() const;
+    FileItemModel *items() { return &m_items; }
+    int broken() const;
 
+    /// Reads the file of this moment, again where the path is the one before.
+    Q_INVOKABLE void open(const QString &path);
     /// Tries a bundle's password; `contentChanged` tells when it is done.
     Q_INVOKABLE void unlock(const QString &password);
 
@@ -63,7 +67,7 @@ Q_SIGNALS:
 private:
     void clear();
     void read();
-    void readCertificates(const QByteArray &bytes);
+    void take(const FileContents &contents);
     void opened(int serial, const QCA::KeyBundle &bundle, QCA::ConvertResult result);
 
     QString m_path;
@@ -72,9 +76,8 @@ private:
     bool m_unlocked = false;
     bool m_unlocking = false;
     int m_serial = 0; ///< tells a late answer for an earlier file
-    QVariantList m_certificates;
-    QString m_pemPath;
-    std::unique_ptr<QTemporaryDir> m_copies;
+    int m_broken = 0;
+    FileItemModel m_items;
 };
 
 } // namespace Trivex

@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QMimeDatabase>
 #include <QStorageInfo>
 
 #include <limits>
@@ -25,6 +26,15 @@ bool hasUnmeasuredContents(const QFileInfo &info)
     QFile file;
     return info.size() == 0 && openRegularFile(info.filePath(), &file)
         && !file.read(Entries).isEmpty();
+}
+
+/// As much as decides about the type of a file.
+constexpr qint64 BeginningSize = 16 * 1024;
+
+QByteArray readBeginning(const QString &path)
+{
+    QFile file;
+    return openRegularFile(path, &file) ? file.read(BeginningSize) : QByteArray();
 }
 
 } // namespace
@@ -74,6 +84,12 @@ bool Files::exists(const QString &path) const
 bool Files::isFolder(const QString &path) const
 {
     return QFileInfo(path).isDir();
+}
+
+QString Files::mimeType(const QString &path) const
+{
+    const QByteArray beginning = readBeginning(path);
+    return QMimeDatabase().mimeTypeForFileNameAndData(path, beginning).name();
 }
 
 QString Files::stamp(const QString &path) const

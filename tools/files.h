@@ -25,6 +25,8 @@ public:
     Q_INVOKABLE QString exportPath(const QString &folder, const QString &name) const;
     Q_INVOKABLE bool exists(const QString &path) const;
     Q_INVOKABLE bool isFolder(const QString &path) const;
+    /// The type of a file by its name and its beginning, as "text/plain".
+    Q_INVOKABLE QString mimeType(const QString &path) const;
     /// Which file lies at `path` and how it is: another text when it was replaced or written to.
     /// Empty where there is none.
     Q_INVOKABLE QString stamp(const QString &path) const;

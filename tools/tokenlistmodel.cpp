@@ -90,6 +90,14 @@ bool TokenListModel::isPresent(const QString &name) const
     });
 }
 
+QString TokenListModel::storeIdOf(const QString &name) const
+{
+    const auto found =
+        std::find_if(m_tokens.cbegin(), m_tokens.cend(),
+                     [&name](const TokenStatus &token) { return token.name == name; });
+    return found == m_tokens.cend() ? QString() : found->keyStoreId;
+}
+
 bool TokenListModel::isListed(const TokenStatus &status) const
 {
     return !status.name.isEmpty() && !(m_entries && m_entries->isSystemStore(status.keyStoreId));

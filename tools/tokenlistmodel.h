@@ -40,6 +40,8 @@ public:
     /// True for a token of this name, inserted or not.
     Q_INVOKABLE bool has(const QString &name) const;
     Q_INVOKABLE bool isPresent(const QString &name) const;
+    /// The id of the key store of this name; empty where no token has it.
+    Q_INVOKABLE QString storeIdOf(const QString &name) const;
 
 Q_SIGNALS:
     void entriesChanged();

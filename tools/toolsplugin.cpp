@@ -5,6 +5,7 @@
 #include "qca/base/catalogues.h"
 #include "tools/certificatedetails.h"
 #include "tools/certificatefile.h"
+#include "tools/certificateimport.h"
 #include "tools/checkdigits.h"
 #include "tools/entrymodel.h"
 #include "tools/files.h"
@@ -52,6 +53,9 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
     qmlRegisterType<TokenErrors>(uri, 1, 0, "TokenErrors");
     qmlRegisterType<PinPrompt>(uri, 1, 0, "PinPrompt");
     qmlRegisterType<CertificateFile>(uri, 1, 0, "CertificateFile");
+    qmlRegisterType<CertificateImport>(uri, 1, 0, "CertificateImport");
+    qmlRegisterUncreatableType<FileItemModel>(uri, 1, 0, "FileItemModel",
+                                              QStringLiteral("A CertificateFile has one"));
     qmlRegisterType<CertificateDetails>(uri, 1, 0, "CertificateDetails");
     qmlRegisterType<RequestWatcher>(uri, 1, 0, "RequestWatcher");
     registerHelper<Validity>(uri, "Validity");

@@ -116,6 +116,38 @@
         <source>The certificate for “%1” has arrived; its request is done.</source>
         <translation>The certificate for “%1” has arrived; its request is done.</translation>
     </message>
+    <message id="trivex-app-attribute-given-name">
+        <source>Given name</source>
+        <translation>Given name</translation>
+    </message>
+    <message id="trivex-app-attribute-innle">
+        <source>INN of the organization</source>
+        <translation>INN of the organization</translation>
+    </message>
+    <message id="trivex-app-attribute-name">
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message id="trivex-app-attribute-ogrn">
+        <source>OGRN</source>
+        <translation>OGRN</translation>
+    </message>
+    <message id="trivex-app-attribute-ogrnip">
+        <source>OGRNIP</source>
+        <translation>OGRNIP</translation>
+    </message>
+    <message id="trivex-app-attribute-street">
+        <source>Street</source>
+        <translation>Street</translation>
+    </message>
+    <message id="trivex-app-attribute-surname">
+        <source>Surname</source>
+        <translation>Surname</translation>
+    </message>
+    <message id="trivex-app-attribute-title">
+        <source>Position</source>
+        <translation>Position</translation>
+    </message>
     <message id="trivex-app-back">
         <source>Back</source>
         <translation>Back</translation>
@@ -406,6 +438,10 @@
         <source>That did not work</source>
         <translation>That did not work</translation>
     </message>
+    <message id="trivex-app-everything">
+        <source>Everything in it</source>
+        <translation>Everything in it</translation>
+    </message>
     <message id="trivex-app-expiring" numerus="yes">
         <source>%n certificates expire within 30 days</source>
         <translation>
@@ -505,6 +541,10 @@
         <source>Certificates and bundles</source>
         <translation>Certificates and bundles</translation>
     </message>
+    <message id="trivex-app-fingerprints">
+        <source>Fingerprints</source>
+        <translation>Fingerprints</translation>
+    </message>
     <message id="trivex-app-format-der">
         <source>DER, binary</source>
         <translation>DER, binary</translation>
@@ -533,6 +573,10 @@
         <source>The token is making the key. This may take a minute.</source>
         <translation>The token is making the key. This may take a minute.</translation>
     </message>
+    <message id="trivex-app-holder">
+        <source>Holder</source>
+        <translation>Holder</translation>
+    </message>
     <message id="trivex-app-identifiers-note">
         <source>The numbers below go into the request. They are checked as you type.</source>
         <translation>The numbers below go into the request. They are checked as you type.</translation>
@@ -545,13 +589,13 @@
         <source>Import</source>
         <translation>Import</translation>
     </message>
-    <message id="trivex-app-import-changed">
-        <source>The file has changed or can't be read any more. Choose it again.</source>
-        <translation>The file has changed or can't be read any more. Choose it again.</translation>
-    </message>
     <message id="trivex-app-import-failed">
         <source>Nothing was written to the token. Check that it is inserted and try again.</source>
         <translation>Nothing was written to the token. Check that it is inserted and try again.</translation>
+    </message>
+    <message id="trivex-app-import-partly">
+        <source>Only %1 of %2 were imported. What is still ticked is not; start again for it.</source>
+        <translation>Only %1 of %2 were imported. What is still ticked is not; start again for it.</translation>
     </message>
     <message id="trivex-app-import-title">
         <source>Import a certificate or bundle</source>
@@ -561,15 +605,73 @@
         <source>Import to</source>
         <translation>Import to</translation>
     </message>
+    <message id="trivex-app-import-without-key">
+        <source>Your files hold no private keys: only the certificate goes there. For the key, choose a token.</source>
+        <translation>Your files hold no private keys: only the certificate goes there. For the key, choose a token.</translation>
+    </message>
     <message id="trivex-app-imported">
-        <source>“%1” is on the token now.</source>
-        <translation>“%1” is on the token now.</translation>
+        <source>“%1” is now in “%2”.</source>
+        <translation>“%1” is now in “%2”.</translation>
+    </message>
+    <message id="trivex-app-imported-many" numerus="yes">
+        <source>%n items are now in “%1”.</source>
+        <translation>
+            <numerusform>%n item is now in “%1”.</numerusform>
+            <numerusform>%n items are now in “%1”.</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-app-issuer">
+        <source>Issuer</source>
+        <translation>Issuer</translation>
+    </message>
+    <message id="trivex-app-item-list">
+        <source>List of revoked certificates</source>
+        <translation>List of revoked certificates</translation>
+    </message>
+    <message id="trivex-app-item-private-key">
+        <source>Private key</source>
+        <translation>Private key</translation>
+    </message>
+    <message id="trivex-app-item-protected">
+        <source>Protected by a password</source>
+        <translation>Protected by a password</translation>
+    </message>
+    <message id="trivex-app-item-public-key">
+        <source>Public key</source>
+        <translation>Public key</translation>
+    </message>
+    <message id="trivex-app-item-request">
+        <source>Certificate request</source>
+        <translation>Certificate request</translation>
+    </message>
+    <message id="trivex-app-item-unnamed">
+        <source>Without a name</source>
+        <translation>Without a name</translation>
+    </message>
+    <message id="trivex-app-item-with-key">
+        <source>With its private key · %1</source>
+        <translation>With its private key · %1</translation>
     </message>
     <message id="trivex-app-items" numerus="yes">
         <source>%n items</source>
         <translation>
             <numerusform>%n item</numerusform>
             <numerusform>%n items</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-app-items-chosen">
+        <source>Chosen: %1 of %2</source>
+        <translation>Chosen: %1 of %2</translation>
+    </message>
+    <message id="trivex-app-items-of-file">
+        <source>What is in the file</source>
+        <translation>What is in the file</translation>
+    </message>
+    <message id="trivex-app-key-kind" numerus="yes">
+        <source>%1, %n bits</source>
+        <translation>
+            <numerusform>%1, %n bit</numerusform>
+            <numerusform>%1, %n bits</numerusform>
         </translation>
     </message>
     <message id="trivex-app-key-name">
@@ -588,17 +690,52 @@
         <source>Key not seen yet</source>
         <translation>Key not seen yet</translation>
     </message>
+    <message id="trivex-app-kind-broken" numerus="yes">
+        <source>%n parts of the file are damaged and are left out.</source>
+        <translation>
+            <numerusform>%n part of the file is damaged and is left out.</numerusform>
+            <numerusform>%n parts of the file are damaged and are left out.</numerusform>
+        </translation>
+    </message>
     <message id="trivex-app-kind-key">
         <source>This is a private key without a certificate. Import a bundle (.p12, .pfx) that holds both.</source>
         <translation>This is a private key without a certificate. Import a bundle (.p12, .pfx) that holds both.</translation>
     </message>
+    <message id="trivex-app-kind-list">
+        <source>This is a list of revoked certificates. It can be read here; there is nothing to import.</source>
+        <translation>This is a list of revoked certificates. It can be read here; there is nothing to import.</translation>
+    </message>
+    <message id="trivex-app-kind-message">
+        <source>This is a signed message. The certificates that it carries are below.</source>
+        <translation>This is a signed message. The certificates that it carries are below.</translation>
+    </message>
     <message id="trivex-app-kind-other">
-        <source>This file is neither a certificate nor a bundle. Choose another one.</source>
-        <translation>This file is neither a certificate nor a bundle. Choose another one.</translation>
+        <source>This file holds no certificates, keys or requests. Choose another one.</source>
+        <translation>This file holds no certificates, keys or requests. Choose another one.</translation>
+    </message>
+    <message id="trivex-app-kind-public-key">
+        <source>This is a public key. It can be read here; there is nothing to import.</source>
+        <translation>This is a public key. It can be read here; there is nothing to import.</translation>
     </message>
     <message id="trivex-app-kind-request">
-        <source>This is a certificate request. Send it to a certification authority; import the certificate that comes back.</source>
-        <translation>This is a certificate request. Send it to a certification authority; import the certificate that comes back.</translation>
+        <source>This is a certificate request. Send it to a certification authority; import the certificate that comes back. Imported, it is listed among your requests.</source>
+        <translation>This is a certificate request. Send it to a certification authority; import the certificate that comes back. Imported, it is listed among your requests.</translation>
+    </message>
+    <message id="trivex-app-kind-signature">
+        <source>This file is a signature. Open it together with its document, under “Sign and verify”.</source>
+        <translation>This file is a signature. Open it together with its document, under “Sign and verify”.</translation>
+    </message>
+    <message id="trivex-app-list-count">
+        <source>Revoked certificates</source>
+        <translation>Revoked certificates</translation>
+    </message>
+    <message id="trivex-app-list-made">
+        <source>Made on</source>
+        <translation>Made on</translation>
+    </message>
+    <message id="trivex-app-list-next">
+        <source>Next one by</source>
+        <translation>Next one by</translation>
     </message>
     <message id="trivex-app-loading">
         <source>Reading the stores…</source>
@@ -709,8 +846,8 @@
         <translation>to write to it</translation>
     </message>
     <message id="trivex-app-read-damaged">
-        <source>The certificate in this file is damaged. Ask for it to be sent again.</source>
-        <translation>The certificate in this file is damaged. Ask for it to be sent again.</translation>
+        <source>What this file holds is damaged. Ask for it to be sent again.</source>
+        <translation>What this file holds is damaged. Ask for it to be sent again.</translation>
     </message>
     <message id="trivex-app-read-denied">
         <source>You may not read this file. Ask its owner for access.</source>
@@ -886,6 +1023,10 @@
         <source>Show what is typed</source>
         <translation>Show what is typed</translation>
     </message>
+    <message id="trivex-app-serial">
+        <source>Serial number</source>
+        <translation>Serial number</translation>
+    </message>
     <message id="trivex-app-settings">
         <source>Settings</source>
         <translation>Settings</translation>
@@ -1022,6 +1163,14 @@
         <source>The signature could not be written.</source>
         <translation>The signature could not be written.</translation>
     </message>
+    <message id="trivex-app-valid-from">
+        <source>Valid from</source>
+        <translation>Valid from</translation>
+    </message>
+    <message id="trivex-app-valid-until">
+        <source>Valid until</source>
+        <translation>Valid until</translation>
+    </message>
     <message id="trivex-app-validity-elapsed">
         <source>Share of the validity period that has passed</source>
         <translation>Share of the validity period that has passed</translation>
@@ -1053,6 +1202,10 @@
     <message id="trivex-app-verify-action">
         <source>Verify</source>
         <translation>Verify</translation>
+    </message>
+    <message id="trivex-app-view">
+        <source>View</source>
+        <translation>View</translation>
     </message>
     <message id="trivex-app-work">
         <source>What you can do</source>

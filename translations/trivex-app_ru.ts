@@ -117,6 +117,38 @@
         <source>The certificate for “%1” has arrived; its request is done.</source>
         <translation>Пришёл сертификат для «%1»; запрос выполнен.</translation>
     </message>
+    <message id="trivex-app-attribute-given-name">
+        <source>Given name</source>
+        <translation>Имя и отчество</translation>
+    </message>
+    <message id="trivex-app-attribute-innle">
+        <source>INN of the organization</source>
+        <translation>ИНН организации</translation>
+    </message>
+    <message id="trivex-app-attribute-name">
+        <source>Name</source>
+        <translation>Имя</translation>
+    </message>
+    <message id="trivex-app-attribute-ogrn">
+        <source>OGRN</source>
+        <translation>ОГРН</translation>
+    </message>
+    <message id="trivex-app-attribute-ogrnip">
+        <source>OGRNIP</source>
+        <translation>ОГРНИП</translation>
+    </message>
+    <message id="trivex-app-attribute-street">
+        <source>Street</source>
+        <translation>Улица, дом</translation>
+    </message>
+    <message id="trivex-app-attribute-surname">
+        <source>Surname</source>
+        <translation>Фамилия</translation>
+    </message>
+    <message id="trivex-app-attribute-title">
+        <source>Position</source>
+        <translation>Должность</translation>
+    </message>
     <message id="trivex-app-back">
         <source>Back</source>
         <translation>Назад</translation>
@@ -409,6 +441,10 @@
         <source>That did not work</source>
         <translation>Не получилось</translation>
     </message>
+    <message id="trivex-app-everything">
+        <source>Everything in it</source>
+        <translation>Всё содержимое</translation>
+    </message>
     <message id="trivex-app-expiring" numerus="yes">
         <source>%n certificates expire within 30 days</source>
         <translation>
@@ -509,6 +545,10 @@
         <source>Certificates and bundles</source>
         <translation>Сертификаты и контейнеры</translation>
     </message>
+    <message id="trivex-app-fingerprints">
+        <source>Fingerprints</source>
+        <translation>Отпечатки</translation>
+    </message>
     <message id="trivex-app-format-der">
         <source>DER, binary</source>
         <translation>DER, двоичный</translation>
@@ -537,6 +577,10 @@
         <source>The token is making the key. This may take a minute.</source>
         <translation>Токен создаёт ключ. Это может занять до минуты.</translation>
     </message>
+    <message id="trivex-app-holder">
+        <source>Holder</source>
+        <translation>Владелец</translation>
+    </message>
     <message id="trivex-app-identifiers-note">
         <source>The numbers below go into the request. They are checked as you type.</source>
         <translation>Номера ниже войдут в запрос. Они проверяются при вводе.</translation>
@@ -549,13 +593,13 @@
         <source>Import</source>
         <translation>Импортировать</translation>
     </message>
-    <message id="trivex-app-import-changed">
-        <source>The file has changed or can't be read any more. Choose it again.</source>
-        <translation>Файл изменился или больше не читается. Выберите его ещё раз.</translation>
-    </message>
     <message id="trivex-app-import-failed">
         <source>Nothing was written to the token. Check that it is inserted and try again.</source>
         <translation>На токен ничего не записано. Проверьте, вставлен ли он, и повторите.</translation>
+    </message>
+    <message id="trivex-app-import-partly">
+        <source>Only %1 of %2 were imported. What is still ticked is not; start again for it.</source>
+        <translation>Импортировано только %1 из %2. Что осталось отмечено, ещё не импортировано: повторите для него.</translation>
     </message>
     <message id="trivex-app-import-title">
         <source>Import a certificate or bundle</source>
@@ -565,9 +609,53 @@
         <source>Import to</source>
         <translation>Куда импортировать</translation>
     </message>
+    <message id="trivex-app-import-without-key">
+        <source>Your files hold no private keys: only the certificate goes there. For the key, choose a token.</source>
+        <translation>В файлах закрытые ключи не хранятся: туда попадёт только сертификат. Для ключа выберите токен.</translation>
+    </message>
     <message id="trivex-app-imported">
-        <source>“%1” is on the token now.</source>
-        <translation>«%1» теперь на токене.</translation>
+        <source>“%1” is now in “%2”.</source>
+        <translation>«%1» теперь в «%2».</translation>
+    </message>
+    <message id="trivex-app-imported-many" numerus="yes">
+        <source>%n items are now in “%1”.</source>
+        <translation>
+            <numerusform>Теперь в «%1»: %n объект.</numerusform>
+            <numerusform>Теперь в «%1»: %n объекта.</numerusform>
+            <numerusform>Теперь в «%1»: %n объектов.</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-app-issuer">
+        <source>Issuer</source>
+        <translation>Издатель</translation>
+    </message>
+    <message id="trivex-app-item-list">
+        <source>List of revoked certificates</source>
+        <translation>Список отозванных сертификатов</translation>
+    </message>
+    <message id="trivex-app-item-private-key">
+        <source>Private key</source>
+        <translation>Закрытый ключ</translation>
+    </message>
+    <message id="trivex-app-item-protected">
+        <source>Protected by a password</source>
+        <translation>Защищён паролем</translation>
+    </message>
+    <message id="trivex-app-item-public-key">
+        <source>Public key</source>
+        <translation>Открытый ключ</translation>
+    </message>
+    <message id="trivex-app-item-request">
+        <source>Certificate request</source>
+        <translation>Запрос на сертификат</translation>
+    </message>
+    <message id="trivex-app-item-unnamed">
+        <source>Without a name</source>
+        <translation>Без имени</translation>
+    </message>
+    <message id="trivex-app-item-with-key">
+        <source>With its private key · %1</source>
+        <translation>С закрытым ключом · %1</translation>
     </message>
     <message id="trivex-app-items" numerus="yes">
         <source>%n items</source>
@@ -575,6 +663,22 @@
             <numerusform>%n элемент</numerusform>
             <numerusform>%n элемента</numerusform>
             <numerusform>%n элементов</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-app-items-chosen">
+        <source>Chosen: %1 of %2</source>
+        <translation>Выбрано: %1 из %2</translation>
+    </message>
+    <message id="trivex-app-items-of-file">
+        <source>What is in the file</source>
+        <translation>Содержимое файла</translation>
+    </message>
+    <message id="trivex-app-key-kind" numerus="yes">
+        <source>%1, %n bits</source>
+        <translation>
+            <numerusform>%1, %n бит</numerusform>
+            <numerusform>%1, %n бита</numerusform>
+            <numerusform>%1, %n бит</numerusform>
         </translation>
     </message>
     <message id="trivex-app-key-name">
@@ -593,17 +697,53 @@
         <source>Key not seen yet</source>
         <translation>Ключ ещё не виден</translation>
     </message>
+    <message id="trivex-app-kind-broken" numerus="yes">
+        <source>%n parts of the file are damaged and are left out.</source>
+        <translation>
+            <numerusform>%n часть файла повреждена и пропущена.</numerusform>
+            <numerusform>%n части файла повреждены и пропущены.</numerusform>
+            <numerusform>%n частей файла повреждены и пропущены.</numerusform>
+        </translation>
+    </message>
     <message id="trivex-app-kind-key">
         <source>This is a private key without a certificate. Import a bundle (.p12, .pfx) that holds both.</source>
         <translation>Это закрытый ключ без сертификата. Импортируйте контейнер (.p12, .pfx), где есть и то и другое.</translation>
     </message>
+    <message id="trivex-app-kind-list">
+        <source>This is a list of revoked certificates. It can be read here; there is nothing to import.</source>
+        <translation>Это список отозванных сертификатов. Его можно посмотреть; импортировать здесь нечего.</translation>
+    </message>
+    <message id="trivex-app-kind-message">
+        <source>This is a signed message. The certificates that it carries are below.</source>
+        <translation>Это подписанное сообщение. Ниже сертификаты, которые в нём есть.</translation>
+    </message>
     <message id="trivex-app-kind-other">
-        <source>This file is neither a certificate nor a bundle. Choose another one.</source>
-        <translation>Это не сертификат и не контейнер. Выберите другой файл.</translation>
+        <source>This file holds no certificates, keys or requests. Choose another one.</source>
+        <translation>В этом файле нет сертификатов, ключей и запросов. Выберите другой файл.</translation>
+    </message>
+    <message id="trivex-app-kind-public-key">
+        <source>This is a public key. It can be read here; there is nothing to import.</source>
+        <translation>Это открытый ключ. Его можно посмотреть; импортировать здесь нечего.</translation>
     </message>
     <message id="trivex-app-kind-request">
-        <source>This is a certificate request. Send it to a certification authority; import the certificate that comes back.</source>
-        <translation>Это запрос на сертификат. Отправьте его в удостоверяющий центр и импортируйте полученный сертификат.</translation>
+        <source>This is a certificate request. Send it to a certification authority; import the certificate that comes back. Imported, it is listed among your requests.</source>
+        <translation>Это запрос на сертификат. Отправьте его в удостоверяющий центр и импортируйте полученный сертификат. После импорта запрос появится среди ваших запросов.</translation>
+    </message>
+    <message id="trivex-app-kind-signature">
+        <source>This file is a signature. Open it together with its document, under “Sign and verify”.</source>
+        <translation>Этот файл — подпись. Откройте её вместе с документом в разделе «Подпись и проверка».</translation>
+    </message>
+    <message id="trivex-app-list-count">
+        <source>Revoked certificates</source>
+        <translation>Отозвано сертификатов</translation>
+    </message>
+    <message id="trivex-app-list-made">
+        <source>Made on</source>
+        <translation>Выпущен</translation>
+    </message>
+    <message id="trivex-app-list-next">
+        <source>Next one by</source>
+        <translation>Следующий не позже</translation>
     </message>
     <message id="trivex-app-loading">
         <source>Reading the stores…</source>
@@ -714,8 +854,8 @@
         <translation>чтобы записать на него данные</translation>
     </message>
     <message id="trivex-app-read-damaged">
-        <source>The certificate in this file is damaged. Ask for it to be sent again.</source>
-        <translation>Сертификат в этом файле повреждён. Попросите прислать его ещё раз.</translation>
+        <source>What this file holds is damaged. Ask for it to be sent again.</source>
+        <translation>Содержимое файла повреждено. Попросите прислать его ещё раз.</translation>
     </message>
     <message id="trivex-app-read-denied">
         <source>You may not read this file. Ask its owner for access.</source>
@@ -893,6 +1033,10 @@
         <source>Show what is typed</source>
         <translation>Показать введённое</translation>
     </message>
+    <message id="trivex-app-serial">
+        <source>Serial number</source>
+        <translation>Серийный номер</translation>
+    </message>
     <message id="trivex-app-settings">
         <source>Settings</source>
         <translation>Настройки</translation>
@@ -1029,6 +1173,14 @@
         <source>The signature could not be written.</source>
         <translation>Не удалось записать подпись.</translation>
     </message>
+    <message id="trivex-app-valid-from">
+        <source>Valid from</source>
+        <translation>Действует с</translation>
+    </message>
+    <message id="trivex-app-valid-until">
+        <source>Valid until</source>
+        <translation>Действует до</translation>
+    </message>
     <message id="trivex-app-validity-elapsed">
         <source>Share of the validity period that has passed</source>
         <translation>Прошедшая часть срока действия</translation>
@@ -1060,6 +1212,10 @@
     <message id="trivex-app-verify-action">
         <source>Verify</source>
         <translation>Проверить</translation>
+    </message>
+    <message id="trivex-app-view">
+        <source>View</source>
+        <translation>Посмотреть</translation>
     </message>
     <message id="trivex-app-work">
         <source>What you can do</source>

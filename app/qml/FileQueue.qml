@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 import QtQml 2.15
+import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
 
@@ -15,6 +16,8 @@ QtObject {
     property var waiting: []
     property bool hasDocument: false
     property CertificateFile probe: CertificateFile {}
+    /// Knows which documents can be signed.
+    property LoaderFile documents: LoaderFile {}
     signal importable(string path)
     signal document(string path)
     signal leftOut(string path)
@@ -33,11 +36,15 @@ QtObject {
             hasDocument = false
     }
     function hand(path) {
-        probe.path = ""
-        probe.path = path
+        probe.open(path)
         const kind = probe.kind
         probe.path = ""
-        if (kind !== CertificateFile.OtherKind
+        // Signatures are opened where their document is. What is no document either, nobody there
+        // can do anything with.
+        const isDocument = kind === CertificateFile.SignatureKind
+            || kind === CertificateFile.OtherKind
+            && (documentsFirst || documents.availableMimeTypes.indexOf(Files.mimeType(path)) >= 0)
+        if (!isDocument
                 && !(documentsFirst && kind === CertificateFile.Unreadable)) {
             importable(path)
         } else if (hasDocument) {

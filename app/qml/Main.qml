@@ -212,7 +212,11 @@ ApplicationWindow {
     PinPromptDialog {}
     ImportDialog {
         id: importDialog
-        onImported: toast.show(qsTrId("trivex-app-imported").arg(name))
+        handsOn: true
+        onImported: toast.show(count > 1 ? qsTrId("trivex-app-imported-many", count).arg(place)
+                                         : qsTrId("trivex-app-imported").arg(name).arg(place))
+        onHandedOn: window.openFiles([path])
+        onCopied: toast.show(qsTrId("trivex-app-copied"))
         onClosed: queue.next()
     }
     RemoveRowDialog {

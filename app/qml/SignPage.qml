@@ -24,14 +24,16 @@ FormPage {
     Accessible.name: qsTrId("trivex-app-sign-verify")
 
     function open(path) {
-        const signature = /\.sig$/i.test(path)
+        probe.open(path)
+        const signature = probe.kind === CertificateFile.SignatureKind
+        probe.path = ""
         const kept = work.phase === SigningWork.SignatureOnly && !signature
             ? work.signatureFile : ""
-        const subject = signature ? path.slice(0, -4) : path
+        const subject = signature ? path.replace(/\.sig$/i, "") : path
         work.signatureFile = signature ? path : kept || path + ".sig"
         work.phase = SigningWork.Idle
         // A signature is no document: it brings its own along, or waits for it.
-        if (signature && !Files.exists(subject))
+        if (signature && (subject === path || !Files.exists(subject)))
             work.phase = SigningWork.SignatureOnly
         else
             signedDocument.open(subject)
@@ -65,6 +67,9 @@ FormPage {
                        keyRows.value(keys.currentIndex, "storeId"))
     }
 
+    CertificateFile {
+        id: probe
+    }
     SignedDocument {
         id: signedDocument
         watched: page.visible && !page.working

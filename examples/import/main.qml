@@ -47,8 +47,8 @@ ApplicationWindow {
         }
         Label { text: file.problem; visible: text; textFormat: Text.PlainText; wrapMode: Text.Wrap; Layout.fillWidth: true }
         Repeater {
-            model: file.certificates
-            Label { text: modelData.name + ", of " + modelData.issuer; textFormat: Text.PlainText }
+            model: file.items
+            Label { text: model.name + ", of " + model.detail; textFormat: Text.PlainText }
         }
         TokenChooser { id: token; objectName: "token"; locations: KeyStoreModel.certLocation; Layout.fillWidth: true }
         Button {

@@ -1,15 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "app/singleinstance.h"
+#include "tests/app/filedialogs.h"
 #include "tests/app/windowtest.h"
 #include "tests/support/testtoken.h"
 
-#include <QApplication>
-#include <QDialogButtonBox>
 #include <QFileDialog>
-#include <QLineEdit>
 #include <QMimeData>
-#include <QPushButton>
 #include <QtTest>
 
 using namespace TrivexTest;
@@ -20,18 +17,6 @@ QByteArray contents(const QString &path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-/// The file dialog that is open; Qt's own, because no platform theme brings another.
-QFileDialog *fileDialog()
-{
-    const QWidgetList widgets = QApplication::topLevelWidgets();
-    for (QWidget *widget : widgets) {
-        auto *dialog = qobject_cast<QFileDialog *>(widget);
-        if (dialog && dialog->isVisible())
-            return dialog;
-    }
-    return nullptr;
 }
 
 } // namespace
@@ -129,7 +114,7 @@ void TestAppFiles::dropOne_data()
     QTest::newRow("DER certificate")
         << make("in/ca.der", m_authority.certificate()) << QString() << true;
     QTest::newRow("request") << make("in/a.csr", request) << qtTrId("trivex-app-kind-request")
-                             << false;
+                             << true;
     QTest::newRow("private key") << make("in/key.pem", key) << qtTrId("trivex-app-kind-key")
                                  << false;
     QTest::newRow("folder") << inHome(QStringLiteral("a folder"))
@@ -236,30 +221,7 @@ void TestAppFiles::dropWhileADialogIsOpen()
 
 bool TestAppFiles::answerDialog(const QString &path, bool accept)
 {
-    if (!m_window->waitFor([] { return fileDialog() != nullptr; }))
-        return false;
-    QFileDialog *dialog = fileDialog();
-    if (!QTest::qWaitForWindowExposed(dialog))
-        return false;
-    auto *name = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
-    if (!name)
-        return false;
-    if (dialog->fileMode() == QFileDialog::Directory)
-        dialog->setDirectory(path);
-    else if (!path.isEmpty())
-        name->setText(path);
-    auto *box = dialog->findChild<QDialogButtonBox *>();
-    const QList<QAbstractButton *> buttons = box ? box->buttons() : QList<QAbstractButton *>();
-    for (QAbstractButton *button : buttons) {
-        if ((box->buttonRole(button) == QDialogButtonBox::AcceptRole) == accept) {
-            QTest::mouseClick(button, Qt::LeftButton);
-            const bool closed = m_window->waitFor([] { return !fileDialog(); });
-            // What a window manager would do; there is none on this display.
-            m_window->window()->requestActivate();
-            return closed && QTest::qWaitForWindowActive(m_window->window());
-        }
-    }
-    return false;
+    return answerFileDialog(*m_window, path, accept);
 }
 
 bool TestAppFiles::exportAs(const QString &path, int filter)

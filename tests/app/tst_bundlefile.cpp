@@ -6,6 +6,7 @@
 #include "tests/support/testcertificates.h"
 #include "tools/certificatefile.h"
 
+#include <QAbstractItemModelTester>
 #include <QGuiApplication>
 #include <QtTest>
 
@@ -53,6 +54,8 @@ void TestBundleFile::initTestCase()
 void TestBundleFile::unlocks()
 {
     CertificateFile file;
+    const QAbstractItemModelTester tester(file.items(),
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
     file.setPath(m_slow);
     QCOMPARE(file.kind(), int(CertificateFile::BundleKind));
     LoopMeter meter;
@@ -65,8 +68,13 @@ void TestBundleFile::unlocks()
     QVERIFY2(meter.beats() >= ManyBeats, qPrintable(QString::number(meter.beats())));
     QVERIFY2(meter.longest() <= LoopMeter::Unnoticed, qPrintable(QString::number(meter.longest())));
     QVERIFY(file.isUnlocked());
-    QCOMPARE(file.certificates().first().toMap().value(QStringLiteral("name")).toString(),
-             QStringLiteral("Slow"));
+    QCOMPARE(file.items()->value(0, FileItemModel::NameRole).toString(), QStringLiteral("Slow"));
+    QVERIFY(file.items()->value(0, FileItemModel::HasKeyRole).toBool());
+    QCOMPARE(file.items()->checkedCount(), file.items()->rowCount());
+    file.items()->setAllChecked(false);
+    QCOMPARE(file.items()->checkedCount(), 0);
+    file.items()->setChecked(0, true);
+    QCOMPARE(file.items()->checkedKeys(), 1);
 }
 
 void TestBundleFile::laterTryCounts()

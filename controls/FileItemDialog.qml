@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
+
+/// Everything in one thing of a file, which need not be imported for that.
+BaseDialog {
+    id: dialog
+    property FileItemModel items
+    property int row: -1
+    property var groups: []
+    signal copied()
+
+    objectName: "itemDialog"
+    preferredWidth: Theme.fontSize * 52
+
+    function show(which) {
+        row = which
+        groups = items.details(which)
+        title = items.value(which, FileItemModel.NameRole)
+        open()
+    }
+    onClosed: groups = []
+
+    Repeater {
+        model: dialog.groups
+        Card {
+            title: modelData.title
+            padding: Theme.unit * 1.5
+            Layout.fillWidth: true
+            Repeater {
+                model: modelData.rows
+                DetailRow {
+                    label: modelData.label
+                    value: modelData.value
+                    fixedWidth: modelData.fixed === true
+                    Layout.fillWidth: true
+                }
+            }
+        }
+    }
+    footer: DialogButtons {
+        Button {
+            objectName: "itemCopy"
+            text: qsTrId("trivex-app-copy-all")
+            icon.source: Theme.icon("copy")
+            onClicked: {
+                Desktop.copy(dialog.items.detailsText(dialog.row))
+                dialog.copied()
+            }
+        }
+        Button {
+            objectName: "itemClose"
+            text: qsTrId("trivex-app-close")
+            highlighted: true
+            focus: true
+            onClicked: dialog.close()
+        }
+    }
+}

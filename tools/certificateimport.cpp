@@ -1,0 +1,206 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tools/certificateimport.h"
+
+#include "qca/asn1/pem.h"
+#include "qca/base/atomicfile.h"
+#include "qca/base/filenames.h"
+#include "qca/tokens/tokens.h"
+#include "qca/tokens/userstore.h"
+#include "tools/fileitemtexts.h"
+#include "tools/files.h"
+
+#include <QTimer>
+
+namespace Trivex {
+
+namespace {
+
+/// Names of one request that are tried until one is free.
+constexpr int MostNames = 1000;
+
+QCA::KeyBundle bundleOf(const QVector<FileItem> &items)
+{
+    QCA::CertificateChain chain;
+    for (const FileItem &item : items)
+        chain.append(item.certificate);
+    QCA::KeyBundle bundle;
+    bundle.setCertificateChainAndKey(chain, items.first().key);
+    bundle.setName(items.first().label);
+    return bundle;
+}
+
+} // namespace
+
+CertificateImport::CertificateImport(QObject *parent)
+    : QObject(parent)
+{
+    connect(&m_writer, &StoreWriter::written, this,
+            [this](const QString &entryId) { stepEnded(!entryId.isEmpty()); });
+}
+
+CertificateImport::~CertificateImport() = default;
+
+QString CertificateImport::filesStoreId() const
+{
+    return userStoreId();
+}
+
+void CertificateImport::setRequestFolder(const QString &folder)
+{
+    if (m_requestFolder == folder)
+        return;
+    m_requestFolder = folder;
+    Q_EMIT requestFolderChanged();
+}
+
+void CertificateImport::start(CertificateFile *file, const QString &storeId)
+{
+    if (m_running || !file)
+        return;
+    m_file = file;
+    m_storeId = storeId;
+    m_problem.clear();
+    m_written = 0;
+    m_stopped = false;
+    m_running = true;
+    plan();
+    Q_EMIT changed();
+    QTimer::singleShot(0, this, &CertificateImport::next);
+}
+
+void CertificateImport::plan()
+{
+    Step owned; // those that come with a key
+    QVector<Step> single;
+    const QVector<FileItem> &items = m_file->items()->items();
+    const bool takesKeys = m_storeId != userStoreId();
+    for (int row = 0; row < items.size(); ++row) {
+        const FileItem &item = items.at(row);
+        if (!item.isChecked)
+            continue;
+        if (takesKeys && item.kind == FileObject::Certificate && !item.key.isNull()) {
+            owned.rows += row;
+            owned.items += item;
+        } else {
+            single += Step{{row}, {item}};
+        }
+    }
+    m_steps.clear();
+    m_count = owned.rows.size() + single.size();
+    for (int i = 0; i < owned.rows.size(); ++i)
+        m_steps += Step{{owned.rows.at(i)}, {owned.items.at(i)}};
+    // Its issuers come with a key: all of it is on the token then, or nothing.
+    const bool isWhole = owned.rows.size() == 1;
+    for (const Step &step : qAsConst(single)) {
+        if (isWhole && step.items.first().kind == FileObject::Certificate) {
+            m_steps.first().rows += step.rows;
+            m_steps.first().items += step.items;
+        } else {
+            m_steps += step;
+        }
+    }
+}
+
+void CertificateImport::next()
+{
+    if (m_steps.isEmpty()) {
+        end(true);
+    } else if (m_stopped) {
+        end(false);
+    } else {
+        m_step = m_steps.dequeue();
+        if (!begin(m_step))
+            stepEnded(false);
+    }
+}
+
+bool CertificateImport::begin(const Step &step)
+{
+    const FileItem &item = step.items.first();
+    if (item.kind == FileObject::Request) {
+        const bool good = saveRequest(item);
+        if (good)
+            stepEnded(true);
+        return good;
+    }
+    const bool withKey = !item.key.isNull() && m_storeId != userStoreId();
+    return withKey ? m_writer.write(m_storeId, bundleOf(step.items))
+                   : m_writer.write(m_storeId, item.certificate);
+}
+
+bool CertificateImport::saveRequest(const FileItem &request) const
+{
+    const QByteArray pem = writePem("CERTIFICATE REQUEST", request.der);
+    for (int number = 1; number <= MostNames && !m_requestFolder.isEmpty(); ++number) {
+        const QString end =
+            number > 1 ? QStringLiteral(" (%1).csr").arg(number) : QStringLiteral(".csr");
+        const QString path =
+            m_requestFolder + QLatin1Char('/') + safeFileName(itemName(request), end);
+        const WriteResult result = writeAtomically(path, pem, false);
+        if (result != WriteResult::Exists)
+            return result == WriteResult::Written;
+    }
+    return false;
+}
+
+void CertificateImport::stepEnded(bool good)
+{
+    if (!m_running)
+        return;
+    if (!good) {
+        end(false);
+        return;
+    }
+    m_written += m_step.rows.size();
+    for (const int row : qAsConst(m_step.rows)) {
+        if (m_file)
+            m_file->items()->setChecked(row, false);
+    }
+    Q_EMIT changed();
+    QTimer::singleShot(0, this, &CertificateImport::next);
+}
+
+QString CertificateImport::reason() const
+{
+    if (m_written > 0) {
+        //% "Only %1 of %2 were imported. What is still ticked is not; start again for it."
+        return qtTrId("trivex-app-import-partly").arg(m_written).arg(m_count);
+    }
+    const bool isRequest =
+        !m_step.items.isEmpty() && m_step.items.first().kind == FileObject::Request;
+    if (isRequest)
+        return Files().whyNotWritten(m_requestFolder);
+    if (m_storeId == userStoreId())
+        return Files().whyNotWritten(userStoreDirectory());
+    //% "Nothing was written to the token. Check that it is inserted and try again."
+    return qtTrId("trivex-app-import-failed");
+}
+
+void CertificateImport::end(bool good)
+{
+    m_problem = good ? QString() : reason();
+    m_running = false;
+    m_steps.clear();
+    m_step = {};
+    Q_EMIT changed();
+    Q_EMIT finished(good);
+}
+
+void CertificateImport::cancel()
+{
+    if (!m_running)
+        return;
+    m_stopped = true;
+    TokenMonitor::cancel(m_storeId);
+}
+
+void CertificateImport::clear()
+{
+    if (m_problem.isEmpty())
+        return;
+    m_problem.clear();
+    Q_EMIT changed();
+}
+
+} // namespace Trivex

@@ -1,0 +1,87 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/adapter/storewriter.h"
+#include "tools/certificatefile.h"
+
+#include <QPointer>
+#include <QQueue>
+
+namespace Trivex {
+
+/// Brings what is ticked in a file to a place: a token, or the user's own files, which take no
+/// private keys. Requests go to the folder of requests, whatever the place.
+///
+/// One thing after the other, and nothing more once one of them failed: whoever declined a PIN is
+/// not asked for it again. What has been written loses its tick, so that another start does the
+/// rest.
+class CertificateImport : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool running READ isRunning NOTIFY changed)
+    /// How many were to be imported by the last `start`, and how many have been.
+    Q_PROPERTY(int count READ count NOTIFY changed)
+    Q_PROPERTY(int written READ written NOTIFY changed)
+    /// Why not all of them were, as a sentence with its next step; empty when all is well.
+    Q_PROPERTY(QString problem READ problem NOTIFY changed)
+    /// Where requests go.
+    Q_PROPERTY(
+        QString requestFolder READ requestFolder WRITE setRequestFolder NOTIFY requestFolderChanged)
+    /// The id of the store of the user's own files.
+    Q_PROPERTY(QString filesStoreId READ filesStoreId CONSTANT)
+public:
+    explicit CertificateImport(QObject *parent = nullptr);
+    /// Refuses the questions of what still runs, and waits for nothing.
+    ~CertificateImport() override;
+
+    bool isRunning() const { return m_running; }
+    int count() const { return m_count; }
+    int written() const { return m_written; }
+    QString problem() const { return m_problem; }
+    QString requestFolder() const { return m_requestFolder; }
+    void setRequestFolder(const QString &folder);
+    QString filesStoreId() const;
+
+    /// Starts to import what is ticked in `file` to the store `storeId`; `finished` follows, never
+    /// before this returns. Nothing happens while an import runs.
+    Q_INVOKABLE void start(Trivex::CertificateFile *file, const QString &storeId);
+    /// Asks what runs to end; `finished` follows.
+    Q_INVOKABLE void cancel();
+    /// Forgets the last problem.
+    Q_INVOKABLE void clear();
+
+Q_SIGNALS:
+    void changed();
+    void requestFolderChanged();
+    /// `good` when everything was imported.
+    void finished(bool good);
+
+private:
+    /// What is written at once: certificates, the first with its key, or a request.
+    struct Step {
+        QVector<int> rows; ///< of the file's items
+        QVector<FileItem> items;
+    };
+
+    void plan();
+    void next();
+    bool begin(const Step &step);
+    bool saveRequest(const FileItem &request) const;
+    void stepEnded(bool good);
+    void end(bool good);
+    QString reason() const;
+
+    QPointer<CertificateFile> m_file;
+    QString m_storeId;
+    QString m_requestFolder;
+    QString m_problem;
+    QQueue<Step> m_steps;
+    Step m_step;
+    StoreWriter m_writer;
+    int m_count = 0;
+    int m_written = 0;
+    bool m_running = false;
+    bool m_stopped = false;
+};
+
+} // namespace Trivex
