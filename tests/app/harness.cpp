@@ -122,21 +122,10 @@ void WindowEnvironment::startDisplay()
 FrameMeter::FrameMeter(QQuickWindow *window)
 {
     connect(
-        window, &QQuickWindow::beforeSynchronizing, this, [this] { m_frame.start(); },
-        Qt::DirectConnection);
-    connect(
-        window, &QQuickWindow::frameSwapped, this,
-        [this] {
-            if (!m_frame.isValid())
-                return;
-            m_longestFrame = qMax(m_longestFrame, m_frame.elapsed());
-            ++m_frames;
-        },
-        Qt::DirectConnection);
+        window, &QQuickWindow::frameSwapped, this, [this] { ++m_frames; }, Qt::DirectConnection);
     m_timer.setTimerType(Qt::PreciseTimer);
     m_timer.setInterval(5);
     connect(&m_timer, &QTimer::timeout, this, [this] {
-        m_longestStall = qMax(m_longestStall, m_beat.restart());
         const qint64 worked = threadTime();
         m_longestWork = qMax(m_longestWork, worked - m_worked);
         m_worked = worked;
@@ -147,12 +136,10 @@ FrameMeter::FrameMeter(QQuickWindow *window)
 
 void FrameMeter::reset()
 {
-    m_longestFrame = 0;
-    m_longestStall = 0;
+    m_stall.start();
     m_longestWork = 0;
     m_worked = threadTime();
     m_frames = 0;
-    m_beat.start();
 }
 
 WindowDriver::WindowDriver()

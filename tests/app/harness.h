@@ -3,9 +3,9 @@
 #pragma once
 
 #include "app/application.h"
+#include "tests/support/loopmeter.h"
 
 #include <QAbstractItemModel>
-#include <QElapsedTimer>
 #include <QProcess>
 #include <QQuickItem>
 #include <QTemporaryDir>
@@ -17,6 +17,10 @@
 class QApplication;
 
 namespace TrivexTest {
+
+/// For what must happen: a guard against hanging and no limit, so that a busy machine or a build
+/// for inspection may take its time; ms.
+constexpr int Patience = 60000;
 
 /// True for what a stock plugin of QCA logs on a machine without gpg, whatever the window does.
 bool isForeignWarning(const QString &message);
@@ -42,28 +46,24 @@ private:
     QString m_problem;
 };
 
-/// How long frames take and how long the event loop stands still, in milliseconds.
+/// The frames of a window, and the work that its thread does at a time.
 class FrameMeter : public QObject {
     Q_OBJECT
 public:
     explicit FrameMeter(QQuickWindow *window);
 
     void reset();
-    /// The longest from the start of synchronising to the frame being shown.
-    qint64 longestFrame() const { return m_longestFrame; }
-    /// The longest time in which a 5 ms timer did not fire.
-    qint64 longestStall() const { return m_longestStall; }
-    /// The most that this thread computed between two of its beats: the same, but for what other
-    /// programs took of the processor meanwhile.
+    /// The most that this thread computed between two beats of a 5 ms timer, in milliseconds of the
+    /// processor's time.
     qint64 longestWork() const { return m_longestWork; }
+    /// The longest that the loop stood still, waiting included, but not what other programs took
+    /// of the processor; in milliseconds.
+    qint64 longestStall() const { return m_stall.longest(); }
     int frames() const { return m_frames; }
 
 private:
-    QElapsedTimer m_frame;
-    QElapsedTimer m_beat;
     QTimer m_timer;
-    qint64 m_longestFrame = 0;
-    qint64 m_longestStall = 0;
+    LoopMeter m_stall;
     qint64 m_longestWork = 0;
     qint64 m_worked = 0;
     int m_frames = 0;
@@ -97,9 +97,9 @@ public:
     /// Clicks a field and types into it, over what it holds.
     bool fill(const QString &name, const QString &text);
     /// Waits until `condition` holds, with the event loop running.
-    bool waitFor(const std::function<bool()> &condition, int ms = 15000);
+    bool waitFor(const std::function<bool()> &condition, int ms = Patience);
     /// Waits for a visible item.
-    bool waitForItem(const QString &name, int ms = 15000);
+    bool waitForItem(const QString &name, int ms = Patience);
     /// Waits until what was shown last has been laid out and no dialog is on its way.
     bool waitUntilStill(int ms = 5000);
     /// For what must not happen, of which no event tells: true when `condition` held all the time.

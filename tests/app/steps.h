@@ -23,27 +23,27 @@ public:
     /// Drags something over the middle of the window and lets it go; whether it was taken.
     bool drop(const QMimeData *data);
     bool drop(const QList<QUrl> &urls);
-    bool waitOpen(const char *dialog, int ms = 15000);
-    bool waitClosed(const char *dialog, int ms = 15000);
+    bool waitOpen(const char *dialog, int ms = Patience);
+    bool waitClosed(const char *dialog, int ms = Patience);
     /// Waits for `item` to be there and enabled.
-    bool waitEnabled(const char *item, int ms = 15000);
+    bool waitEnabled(const char *item, int ms = Patience);
     /// Presses a button by keyboard, wherever it has been scrolled to.
     bool press(const char *button);
     /// Types into the PIN question, once it is there, and sends it.
     bool answerPin(const QString &pin, const char *dialog = "pinPromptDialog");
     /// Answers PIN questions with `pin` until `done` holds.
-    bool answerPinUntil(const QString &pin, const std::function<bool()> &done, int ms = 30000);
+    bool answerPinUntil(const QString &pin, const std::function<bool()> &done, int ms = Patience);
     /// The text of a visible item; null when there is none.
     QString text(const char *item) const;
     QString flag(const char *field) const;
     /// The key store id of the first token in the side bar; empty without one.
     QString tokenStoreId() const;
     /// Closes the error dialog, once it is there; what it says is the cause.
-    QString takeError(int ms = 15000);
+    QString takeError(int ms = Patience);
     /// Starts a key on the new request page.
     bool startKey(const QString &name, const QString &pin);
     /// Waits until the subject can be filled in.
-    bool waitForKey(int ms = 60000);
+    bool waitForKey(int ms = Patience);
     /// Opens a certificate file in the import dialog and confirms it.
     bool startImport(const QString &path);
 

@@ -254,7 +254,7 @@ void TestAppLists::valuesAreCopied()
 {
     QVERIFY(openRow("personal", personName()));
     QVERIFY(m_window->click(QStringLiteral("copyButton")));
-    QVERIFY(m_window->waitForItem(QStringLiteral("toastText"), 3000));
+    QVERIFY(m_window->waitForItem(QStringLiteral("toastText")));
     QCOMPARE(m_steps->text("toastText"), qtTrId("trivex-app-copied"));
     const QString all = QGuiApplication::clipboard()->text();
     QVERIFY(all.contains(personName()));

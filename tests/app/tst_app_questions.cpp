@@ -210,7 +210,7 @@ void TestAppQuestions::withdrawnSignature()
     QVERIFY(m_window->waitFor(
         [&] { return m_steps->text("signResult") == qtTrId("trivex-app-unsigned"); }));
     QCOMPARE(asker, First);
-    QVERIFY(m_steps->waitClosed("signPinDialog", 3000));
+    QVERIFY(m_steps->waitClosed("signPinDialog"));
     // What was typed is kept for nothing: the next signature asks.
     m_token.control();
     QVERIFY(m_steps->show("personal"));

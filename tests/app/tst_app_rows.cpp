@@ -9,6 +9,7 @@
 #include <QtTest>
 
 #include <algorithm>
+#include <limits>
 
 using namespace TrivexTest;
 
@@ -60,8 +61,8 @@ private:
     void show(const char *category);
     void writeAll();
     void removeAll();
-    /// Holds to the limit the work between two beats of the event loop, which is what the window
-    /// itself takes, and the frames, of the best of the tries.
+    /// Holds to the limit the work between two beats of the event loop, drawing included, by the
+    /// processor's time, which other programs don't use up; of the best of the tries.
     void check(const char *what, const std::function<void()> &action);
 
     QByteArray m_certificate;
@@ -125,26 +126,19 @@ void TestAppRows::removeAll()
 
 void TestAppRows::check(const char *what, const std::function<void()> &action)
 {
-    qint64 work = 0;
-    qint64 frame = 0;
-    for (int i = 0; i < Tries; ++i) {
+    qint64 work = std::numeric_limits<qint64>::max();
+    for (int i = 0; i < Tries && work > LimitMs; ++i) {
         m_window->meter().reset();
         action();
         if (QTest::currentTestFailed())
             return;
-        QVERIFY2(m_window->meter().frames() > 0, "nothing was drawn");
         const FrameMeter &meter = m_window->meter();
-        qInfo("%s: at most %lld ms of work at a time (%lld ms by the clock), longest of %d frames "
-              "%lld ms",
-              what, meter.longestWork(), meter.longestStall(), meter.frames(),
-              meter.longestFrame());
-        work = i == 0 ? meter.longestWork() : std::min(work, meter.longestWork());
-        frame = i == 0 ? meter.longestFrame() : std::min(frame, meter.longestFrame());
-        if (work <= LimitMs && frame <= LimitMs)
-            return;
+        QVERIFY2(meter.frames() > 0, "nothing was drawn");
+        qInfo("%s: at most %lld ms of work at a time in %d frames", what, meter.longestWork(),
+              meter.frames());
+        work = std::min(work, meter.longestWork());
     }
     QVERIFY2(work <= LimitMs, qPrintable(QStringLiteral("%1 ms of work").arg(work)));
-    QVERIFY2(frame <= LimitMs, qPrintable(QStringLiteral("a frame of %1 ms").arg(frame)));
 }
 
 void TestAppRows::loading()

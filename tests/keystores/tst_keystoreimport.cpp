@@ -6,6 +6,7 @@
 #include "qca/questions/storedanswers.h"
 #include "tests/fakes/provider/privatehome.h"
 #include "tests/keystores/keystorefixture.h"
+#include "tests/support/locations.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
@@ -188,7 +189,7 @@ void TestKeyStoreImport::importNeedsALocation()
     QTest::qWait(100); // no store must be called in this time
     QVERIFY(stores().calls().isEmpty());
     // A location whose store has gone.
-    model.setCertLocationId(0);
+    model.setCertLocationId(TrivexTest::locationOf(model, text("Token")));
     stores().removeStore(text("t"));
     QTRY_VERIFY(!model.keyStoreByName(text("Token")));
     model.importCertificate();
@@ -203,7 +204,7 @@ void TestKeyStoreImport::importWrites()
     KeyStoreModel model;
     QSignalSpy written(&model, &KeyStoreModel::entryWrittenChanged);
     QTRY_VERIFY(model.keyStoreByName(text("Token")));
-    model.setCertLocationId(0);
+    model.setCertLocationId(TrivexTest::locationOf(model, text("Token")));
     model.importCertificate(); // nothing is loaded
     QVERIFY(model.certificateFromPEMFile(m_factory.authority().certificateFile()));
     model.importCertificate();
@@ -226,7 +227,7 @@ void TestKeyStoreImport::importAfterReset()
     const QString path = bundleFile();
     KeyStoreModel model;
     QTRY_VERIFY(model.keyStoreByName(text("Token")));
-    model.setCertLocationId(0);
+    model.setCertLocationId(TrivexTest::locationOf(model, text("Token")));
     QVERIFY(model.keyBundleFromFile(path, text("secret")));
     model.resetImportedCertificate();
     model.importKeyBundle();
@@ -241,7 +242,7 @@ void TestKeyStoreImport::loadsKeepTheRest()
     const QString bundle = bundleFile();
     KeyStoreModel model;
     QTRY_VERIFY(model.keyStoreByName(text("Token")));
-    model.setCertLocationId(0);
+    model.setCertLocationId(TrivexTest::locationOf(model, text("Token")));
     // The bundle that was loaded before a certificate is still there.
     QVERIFY(model.keyBundleFromFile(bundle, text("secret")));
     QVERIFY(model.certificateFromPEMFile(pem));
@@ -280,7 +281,7 @@ void TestKeyStoreImport::operationsStoreTheirTarget()
     addStore("t", "Token", {entry});
     KeyStoreModel model;
     QTRY_COMPARE(model.rowCount(), 1);
-    model.setCertLocationId(0);
+    model.setCertLocationId(TrivexTest::locationOf(model, text("Token")));
     QVERIFY(model.keyBundleFromFile(bundleFile(), text("secret")));
     for (const auto import : {&KeyStoreModel::importCertificate, &KeyStoreModel::importKeyBundle}) {
         (model.*import)();

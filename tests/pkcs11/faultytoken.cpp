@@ -62,6 +62,12 @@ int FaultyToken::countText(const char *text) const
     return newLog().count(text);
 }
 
+bool FaultyToken::waitUntilInside(const char *function, int ms) const
+{
+    const QByteArray line = QByteArrayLiteral("waits ") + function + '\n';
+    return QTest::qWaitFor([&] { return countText(line.constData()) > 0; }, ms);
+}
+
 QList<QByteArray> FaultyToken::attributesAsked() const
 {
     static const QByteArray mark = QByteArrayLiteral(" attributes=");
@@ -91,7 +97,7 @@ bool FaultyToken::replug(const QString &keyStoreId, const QByteArray &orders)
                 const auto status = Trivex::TokenMonitor::token(keyStoreId);
                 return status.present == wanted && !status.loading;
             },
-            5000);
+            30000);
     };
     control("remove\n" + orders);
     if (!isPresent(false))

