@@ -3,6 +3,7 @@
 #include "qca/keys/keys.h"
 #include "qca/tokens/tokens.h"
 #include "tests/pkcs11/tokenfixture.h"
+#include "tests/support/needtokens.h"
 
 #include <QSignalSpy>
 
@@ -45,6 +46,7 @@ private:
 
 void TestAuthentication::initTestCase()
 {
+    TRIVEX_NEED_TOKENS();
     QVERIFY(makeToken());
     struct Key {
         const char *id;

@@ -3,6 +3,7 @@
 #include "qca/adapter/keygenerator.h"
 #include "qca/tokens/tokens.h"
 #include "tests/pkcs11/tokenfixture.h"
+#include "tests/support/needtokens.h"
 
 #include <thread>
 
@@ -90,6 +91,7 @@ private:
 
 void TestCancelling::initTestCase()
 {
+    TRIVEX_NEED_TOKENS();
     QVERIFY(makeToken());
     QVERIFY(addSigner());
     m_token->useInThisProcess();

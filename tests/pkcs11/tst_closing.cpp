@@ -3,6 +3,7 @@
 #include "keystores/keystoremodel.h"
 #include "tests/pkcs11/tokenfixture.h"
 #include "tests/support/locations.h"
+#include "tests/support/needtokens.h"
 #include "tests/support/systemlist.h"
 
 #include <QFile>
@@ -49,6 +50,7 @@ private:
 void TestClosing::initTestCase()
 {
     qputenv("XDG_DATA_HOME", QFile::encodeName(m_home.path()));
+    TRIVEX_NEED_TOKENS();
     QVERIFY(makeToken());
     QVERIFY(addSigner());
     m_token->useInThisProcess();

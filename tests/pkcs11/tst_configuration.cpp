@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/tokens/tokens.h"
 #include "tests/pkcs11/stores.h"
+#include "tests/support/needtokens.h"
 #include "tests/support/testtoken.h"
 
 #include <QDir>
@@ -44,8 +45,8 @@ private:
 void TestConfiguration::initTestCase()
 {
     m_token = std::make_unique<TestToken>(StoreName);
-    if (!m_token->isValid())
-        QFAIL(qPrintable(m_token->problem()));
+    TRIVEX_NEED_TOKENS();
+    QVERIFY2(m_token->isValid(), qPrintable(m_token->problem()));
     m_modules = m_home.filePath(QStringLiteral(".config/pkcs11/modules"));
     QVERIFY(QDir().mkpath(m_modules));
     qputenv("HOME", QFile::encodeName(m_home.path()));

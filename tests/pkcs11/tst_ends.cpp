@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/pkcs11/ending.h"
 #include "tests/pkcs11/tokenfixture.h"
+#include "tests/support/needtokens.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -59,6 +60,7 @@ private:
 
 void TestEnds::initTestCase()
 {
+    TRIVEX_NEED_TOKENS();
     QVERIFY(makeToken());
     QVERIFY(addSigner());
     m_token->useInThisProcess();

@@ -3,6 +3,7 @@
 #include "qca/keys/keys.h"
 #include "qca/tokens/tokens.h"
 #include "tests/pkcs11/tokenfixture.h"
+#include "tests/support/needtokens.h"
 
 #include <QMap>
 #include <QSignalSpy>
@@ -67,6 +68,7 @@ private:
 
 void TestFaults::initTestCase()
 {
+    TRIVEX_NEED_TOKENS();
     QVERIFY(makeToken());
     QVERIFY(addSigner());
     m_token->useInThisProcess();

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/pkcs11/tokenfixture.h"
 #include "tests/pkcs11/tokenflow.h"
+#include "tests/support/needtokens.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -111,6 +112,7 @@ private:
 
 void TestKill::initTestCase()
 {
+    TRIVEX_NEED_TOKENS();
     QVERIFY(makeToken());
     QVERIFY(addSigner());
     m_token->useInThisProcess();

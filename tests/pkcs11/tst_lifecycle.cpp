@@ -4,6 +4,7 @@
 #include "qca/keys/keys.h"
 #include "qca/tokens/tokens.h"
 #include "tests/pkcs11/tokenfixture.h"
+#include "tests/support/needtokens.h"
 
 #include <QElapsedTimer>
 #include <QTimer>
@@ -42,6 +43,7 @@ private:
 
 void TestLifecycle::initTestCase()
 {
+    TRIVEX_NEED_TOKENS();
     QVERIFY(makeToken());
     QVERIFY(addSigner());
     m_token->useInThisProcess();

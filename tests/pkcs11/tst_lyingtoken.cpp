@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/tokens/tokens.h"
 #include "tests/pkcs11/tokenfixture.h"
+#include "tests/support/needtokens.h"
 
 #include <QSignalSpy>
 
@@ -44,6 +45,7 @@ private:
 
 void TestLyingToken::initTestCase()
 {
+    TRIVEX_NEED_TOKENS();
     QVERIFY(makeToken());
     QVERIFY(addKey(QStringLiteral("rsa:2048"), QStringLiteral("01"), QStringLiteral("RSA")));
     QVERIFY(addKey(QStringLiteral("EC:secp384r1"), QStringLiteral("02"), QStringLiteral("EC")));

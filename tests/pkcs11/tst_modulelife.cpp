@@ -4,6 +4,7 @@
 #include "qca/adapter/keygenerator.h"
 #include "qca/tokens/tokens.h"
 #include "tests/pkcs11/tokenfixture.h"
+#include "tests/support/needtokens.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -59,6 +60,7 @@ private:
 
 void TestModuleLife::initTestCase()
 {
+    TRIVEX_NEED_TOKENS();
     QVERIFY(makeToken());
     QVERIFY(addSigner());
     m_token->useInThisProcess();

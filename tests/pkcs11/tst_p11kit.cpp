@@ -5,6 +5,7 @@
 #include "qca/adapter/entries.h"
 #include "qca/tokens/tokens.h"
 #include "tests/pkcs11/faultytoken.h"
+#include "tests/support/needtokens.h"
 #include "tests/support/testcertificates.h"
 
 #include <QCoreApplication>
@@ -102,8 +103,8 @@ void TestP11Kit::initTestCase()
     m_authority = std::make_unique<TestAuthority>();
     m_plugged = std::make_unique<TestToken>(QStringLiteral("Plugged"));
     m_isolated = std::make_unique<FaultyToken>(QStringLiteral("Isolated"));
-    if (!m_plugged->isValid())
-        QFAIL(qPrintable(m_plugged->problem()));
+    TRIVEX_NEED_TOKENS();
+    QVERIFY2(m_plugged->isValid(), qPrintable(m_plugged->problem()));
     QVERIFY(fill(*m_plugged, 1));
     QVERIFY(fill(m_isolated->token(), 2));
 

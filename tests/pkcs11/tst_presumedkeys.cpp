@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/tokens/tokens.h"
 #include "tests/pkcs11/tokenfixture.h"
+#include "tests/support/needtokens.h"
 
 using namespace TrivexTest;
 using Trivex::TokenError;
@@ -105,6 +106,7 @@ bool TestPresumedKeys::addCertificates()
 
 void TestPresumedKeys::initTestCase()
 {
+    TRIVEX_NEED_TOKENS();
     QVERIFY(makeToken());
     QVERIFY(addCertificates());
     m_token->useInThisProcess();

@@ -5,6 +5,7 @@
 #include "qca/questions/storedanswers.h"
 #include "qca/tokens/tokens.h"
 #include "tests/pkcs11/tokenfixture.h"
+#include "tests/support/needtokens.h"
 
 #include <QSignalSpy>
 
@@ -58,6 +59,7 @@ private:
 
 void TestRefusals::initTestCase()
 {
+    TRIVEX_NEED_TOKENS();
     QVERIFY(makeToken());
     QVERIFY(m_token->token().addTokenWithoutUserPin(FreshName));
     m_token->useInThisProcess();

@@ -7,6 +7,7 @@
 #include "qca/questions/questionscope.h"
 #include "qca/tokens/tokens.h"
 #include "tests/pkcs11/tokenfixture.h"
+#include "tests/support/needtokens.h"
 
 #include <QSignalSpy>
 #include <QTimer>
@@ -61,6 +62,7 @@ private:
 
 void TestTokenQuestions::initTestCase()
 {
+    TRIVEX_NEED_TOKENS();
     QVERIFY(makeToken());
     QVERIFY(addSigner());
     m_token->useInThisProcess();

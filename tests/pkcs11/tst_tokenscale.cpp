@@ -3,6 +3,7 @@
 #include "tests/pkcs11/plaintoken.h"
 #include "tests/pkcs11/stores.h"
 #include "tests/support/loopmeter.h"
+#include "tests/support/needtokens.h"
 #include "tests/support/testtoken.h"
 
 #include <QElapsedTimer>
@@ -46,8 +47,8 @@ private:
 void TestTokenScale::initTestCase()
 {
     m_token = std::make_unique<TestToken>(StoreName);
-    if (!m_token->isValid())
-        QFAIL(qPrintable(m_token->problem()));
+    TRIVEX_NEED_TOKENS();
+    QVERIFY2(m_token->isValid(), qPrintable(m_token->problem()));
     m_token->useInThisProcess();
     // One arena for all threads: only that one is counted.
     mallopt(M_ARENA_MAX, 1);

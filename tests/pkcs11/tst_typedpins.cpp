@@ -10,6 +10,7 @@
 #include "signing/signverify.h"
 #include "tests/pkcs11/faultytoken.h"
 #include "tests/support/locations.h"
+#include "tests/support/needtokens.h"
 #include "tests/support/testcertificates.h"
 
 #include <QSignalSpy>
@@ -71,8 +72,8 @@ void TestTypedPins::initTestCase()
     qputenv("XDG_DATA_HOME", QFile::encodeName(m_home.path()));
     m_token = std::make_unique<FaultyToken>(StoreName);
     TestToken &token = m_token->token();
-    if (!token.isValid())
-        QFAIL(qPrintable(token.problem()));
+    TRIVEX_NEED_TOKENS();
+    QVERIFY2(token.isValid(), qPrintable(token.problem()));
     m_authority = std::make_unique<TestAuthority>();
     QVERIFY(m_authority->isValid());
     QVERIFY(token.generateKeyPair(QStringLiteral("rsa:2048"), QStringLiteral("01"),

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "tests/pkcs11/tokenfixture.h"
+#include "tests/support/needtokens.h"
 
 using namespace TrivexTest;
 
@@ -40,6 +41,7 @@ private:
 
 void TestWriteCalls::initTestCase()
 {
+    TRIVEX_NEED_TOKENS();
     QVERIFY(makeToken());
     m_token->useInThisProcess();
     QVERIFY(start(0));

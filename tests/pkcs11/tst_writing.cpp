@@ -4,6 +4,7 @@
 #include "qca/keys/keys.h"
 #include "qca/tokens/tokens.h"
 #include "tests/pkcs11/tokenfixture.h"
+#include "tests/support/needtokens.h"
 
 #include <QTimer>
 
@@ -61,6 +62,7 @@ private:
 
 void TestWriting::initTestCase()
 {
+    TRIVEX_NEED_TOKENS();
     QVERIFY(makeToken());
     // SoftHSM itself, with nothing in front of it.
     m_token->token().useInThisProcess();

@@ -7,6 +7,7 @@ Each prints what is wrong, one line a finding, and exits with 1 when there was a
 missing is said aloud as SKIP.
 """
 
+import os
 import pathlib
 import re
 import shutil
@@ -242,7 +243,9 @@ MISSING = []
 
 def tool(*names):
     for candidate in names:
-        found = shutil.which(candidate) or shutil.which(candidate, path="/usr/lib/qt5/bin")
+        # It lies outside the search path that hidden-tools.py makes.
+        beside = None if os.environ.get("TRIVEX_HIDDEN_TOOL") == candidate else "/usr/lib/qt5/bin"
+        found = shutil.which(candidate) or (beside and shutil.which(candidate, path=beside))
         if found:
             return found
     MISSING.append(names[0])

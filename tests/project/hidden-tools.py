@@ -4,19 +4,22 @@
 """hidden-tools.py BUILD CTEST: nothing that was skipped may count as passed.
 
 Runs tests with one of their tools hidden from the search path, and wants each to end as skipped and
-to say why; and shows that a test which fails is not called skipped because it said SKIP before.
+to say why; and shows that a test which fails is not called skipped because it said SKIP before. Which
+tool which test needs is declared below, and compared with what the sources of the tests look for.
 """
 
 import json
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
 import tempfile
 
 SKIPPED = 77
-RUNNER = pathlib.Path(__file__).resolve().parents[1] / "support" / "run-test"
+TESTS = pathlib.Path(__file__).resolve().parents[1]
+RUNNER = TESTS / "support" / "run-test"
 # Programs that the runner and the tests' own scripts are made of.
 KEPT = ["sh", "mktemp", "rm", "cat", "tee", "grep", "sed", "dirname", "basename", "mkdir", "cp",
         "bash", "env", "git", "echo"]
@@ -25,9 +28,16 @@ CASES = [
     ("softhsm2-util", "tst_signtoken", "SoftHSM"),
     ("softhsm2-util", "tst_requesttoken", "SoftHSM"),
     ("softhsm2-util", "qml_signing", "SoftHSM"),
+    ("softhsm2-util", "tst_writing", "SoftHSM"),
+    ("softhsm2-util", "tst_attributes", "SoftHSM"),
+    ("softhsm2-util", "tst_app_tokens", "SoftHSM"),
     ("pkcs11-tool", "tst_signtoken", "pkcs11-tool"),
+    ("pkcs11-tool", "tst_reading", "pkcs11-tool"),
+    ("p11-kit", "tst_p11kit", "p11-kit"),
     ("Xvfb", "tst_app_lists", "Xvfb"),
+    ("Xvfb", "tst_controls_types_Default_gui", "Xvfb"),
     ("certutil", "tst_nss", "NSS"),
+    ("openssl", "tst_app_selection", "openssl"),
     ("openssl", "tst_x509_properties", "openssl"),
     ("openssl", "tst_x509_certificates", "openssl"),
     ("openssl", "tst_signverify:signatureIsThatOfOpenssl", "openssl"),
@@ -35,6 +45,7 @@ CASES = [
     ("qdoc", "reference", "qdoc"),
     ("clang-format", "project_format", "clang-format"),
     ("shellcheck", "project_scripts", "shellcheck"),
+    ("qmllint", "project_qml", "qmllint"),
     ("nm", "project_symbols", "nm"),
     ("nm", "project_definitions", "nm"),
     ("reuse", "project_licences", "reuse"),
@@ -43,6 +54,44 @@ CASES = [
     ("xmllint", "desktop_files_icon", "xmllint"),
     ("update-mime-database", "desktop_files_types", "update-mime-database"),
 ]
+
+
+# How sources look for a program: Qt, shell scripts, Python and the checks of the repository.
+LOOKS = [r'findExecutable\(\s*QStringLiteral\("([\w.+-]+)"\)', r'^\s*need ((?:[\w.+-]+ ?)+)$',
+         r'command -v ([\w.+-]+)', r'shutil\.which\("([\w.+-]+)"\)',
+         r'= tool\((?:"[\w.+-]+", )*"([\w.+-]+)"\)']
+# Nothing that ctest runs: tried by hand, and static analysis.
+BY_HAND = {"app/screenshots.cpp", "tokens/try-tokens", "project/analyse", "project/hidden-tools.py"}
+# What makes a token in a test, and what a program that does so has to say SKIP with.
+MAKES_TOKENS = re.compile(r"\b(TestToken|FaultyToken|TokenFixture|TokenWindowTest|SampleData)\b")
+MAY_SKIP = re.compile(r"TRIVEX_NEED_TOKENS|GostFixture|run(Token|Sample)WindowTest|QSKIP|\"SKIP ")
+
+
+def texts():
+    """The sources of the tests by their path below tests/, and a program elsewhere that is one."""
+    elsewhere = [TESTS.parent / "qml" / "type-information.py"]
+    for path in sorted(TESTS.rglob("*")) + elsewhere:
+        name = path.relative_to(TESTS).as_posix() if path not in elsewhere else path.name
+        if path.is_file() and path.suffix not in {".der", ".p12", ".pem"} and name not in BY_HAND:
+            yield name, path.read_text(encoding="utf-8", errors="replace")
+
+
+def undeclared():
+    """Tools that are looked for and hidden nowhere, or the other way; tests that can't skip."""
+    declared = {case[0] for case in CASES}
+    wanted = set()
+    for name, text in texts():
+        for look in LOOKS:
+            for found in re.findall(look, text, re.MULTILINE):
+                wanted.update(found.split())
+        program = re.search(r"QTEST_\w*MAIN|int main\(", text)
+        if program and name.endswith(".cpp") and MAKES_TOKENS.search(text) \
+                and not MAY_SKIP.search(text):
+            yield f"tests/{name} makes tokens and does not skip without them"
+    for tool in sorted(wanted - declared):
+        yield f"{tool} is looked for, and no case hides it"
+    for tool in sorted(declared - wanted):
+        yield f"{tool} is hidden, and nothing looks for it"
 
 
 def registered(build, ctest):
@@ -105,7 +154,7 @@ def runner_is_honest():
 def main():
     build, ctest = sys.argv[1:3]
     tests = registered(build, ctest)
-    findings = list(runner_is_honest())
+    findings = list(runner_is_honest()) + list(undeclared())
     findings += filter(None, (wrong_with(*case, tests) for case in CASES))
     for line in findings:
         print(line)

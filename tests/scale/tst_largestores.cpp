@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/pkcs11/plaintoken.h"
 #include "tests/support/loopmeter.h"
+#include "tests/support/needtokens.h"
 #include "tests/support/testcertificates.h"
 #include "tests/support/testtoken.h"
 
@@ -143,6 +144,7 @@ void TestLargeStores::initTestCase()
     mallopt(M_ARENA_MAX, 1);
     for (const char *name : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"})
         qputenv(name, QFile::encodeName(m_home.filePath(QStringLiteral("data"))));
+    TRIVEX_NEED_TOKENS();
     m_token = std::make_unique<TestToken>(StoreName);
     QVERIFY2(m_token->isValid(), qPrintable(m_token->problem()));
     m_token->useInThisProcess();

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/testtoken.h"
 
+#include "tests/support/needtokens.h"
+
 #include <QDebug>
 #include <QDir>
 #include <QFile>
@@ -84,6 +86,16 @@ TestToken::TestToken(const QString &label)
     initialise();
 }
 
+QString missingTokenTools()
+{
+    if (!QFile::exists(TestToken::softHsmLibrary())
+        || QStandardPaths::findExecutable(QStringLiteral("softhsm2-util")).isEmpty())
+        return QStringLiteral("SoftHSM is not installed");
+    if (QStandardPaths::findExecutable(QStringLiteral("pkcs11-tool")).isEmpty())
+        return QStringLiteral("pkcs11-tool is not installed");
+    return {};
+}
+
 QString TestToken::softHsmLibrary()
 {
     return QStringLiteral(TRIVEX_SOFTHSM_MODULE);
@@ -107,15 +119,9 @@ void TestToken::initialise()
         m_problem = QStringLiteral("no temporary directory");
         return;
     }
-    if (!QFile::exists(softHsmLibrary())
-        || QStandardPaths::findExecutable(QStringLiteral("softhsm2-util")).isEmpty()) {
-        m_problem = QStringLiteral("SoftHSM is not installed");
+    m_problem = missingTokenTools();
+    if (!m_problem.isEmpty())
         return;
-    }
-    if (QStandardPaths::findExecutable(QStringLiteral("pkcs11-tool")).isEmpty()) {
-        m_problem = QStringLiteral("pkcs11-tool is not installed");
-        return;
-    }
     const QByteArray configuration =
         "directories.tokendir = " + directory.filePath(QStringLiteral("tokens")).toUtf8()
         + "\nobjectstore.backend = file\nlog.level = ERROR\nslots.removable = true\n";
