@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "qca/x509/names.h"
 
-#include "qca/asn1/derwriter.h"
 #include "qca/asn1/strings.h"
 #include "qca/base/infotypes.h"
+#include "qca/x509/generalnames.h"
 #include "qca/x509/sharedtypes.h"
 
 #include <QCache>
@@ -22,35 +22,6 @@ using Info = QCA::CertificateInfoOrdered;
 // An issuer's name occurs in each certificate that it issued.
 constexpr int CachedNames = 256;
 constexpr int LongestCachedName = 1024;
-
-constexpr char XmppAddress[] = "1.3.6.1.5.5.7.8.5";
-
-// Types of GeneralName (RFC 5280, 4.2.1.6) as their context tags.
-enum GeneralName {
-    OtherName = Der::context(0),
-    Rfc822Name = Der::context(1, false),
-    DnsName = Der::context(2, false),
-    X400Address = Der::context(3),
-    DirectoryName = Der::context(4),
-    EdiPartyName = Der::context(5),
-    UriName = Der::context(6, false),
-    IpName = Der::context(7, false),
-    RegisteredId = Der::context(8, false),
-};
-
-// Attributes whose definition leaves out UTF8String.
-struct ConfinedAttribute {
-    const char *oid;
-    int tag;
-};
-
-constexpr ConfinedAttribute Confined[] = {
-    {"2.5.4.6", Der::PrintableString},
-    {"2.5.4.5", Der::PrintableString},
-    {"2.5.4.46", Der::PrintableString},
-    {"1.2.840.113549.1.9.1", Der::Ia5String},
-    {"0.9.2342.19200300.100.1.25", Der::Ia5String},
-};
 
 void decodeAttribute(Der::Slice content, Info *info)
 {
@@ -214,60 +185,6 @@ void decodeGeneralName(int tag, Der::Slice content, Info *info)
     }
 }
 
-bool fits(int tag, const QString &value)
-{
-    for (const QChar c : value) {
-        if (c.unicode() == 0 || c.unicode() > 127)
-            return false;
-        const bool printable = c.isLetterOrNumber() || QStringLiteral(" '()+,-./:=?").contains(c);
-        if (tag == Der::PrintableString && !printable)
-            return false;
-    }
-    return true;
-}
-
-QByteArray encodeValue(const QByteArray &oid, const QString &value)
-{
-    for (const ConfinedAttribute &attribute : Confined) {
-        if (oid == attribute.oid && fits(attribute.tag, value))
-            return Der::write(attribute.tag, value.toLatin1());
-    }
-    return Der::write(Der::Utf8String, value.toUtf8());
-}
-
-QByteArray encodeAddress(const QString &value)
-{
-    char octets[16];
-    if (inet_pton(AF_INET, value.toLatin1().constData(), octets) == 1)
-        return QByteArray(octets, 4);
-    if (inet_pton(AF_INET6, value.toLatin1().constData(), octets) == 1)
-        return QByteArray(octets, 16);
-    return {};
-}
-
-QByteArray encodeGeneralName(QCA::CertificateInfoTypeKnown type, const QString &value)
-{
-    switch (type) {
-    case QCA::Email:
-        return Der::write(Rfc822Name, value.toUtf8());
-    case QCA::DNS:
-        return Der::write(DnsName, value.toUtf8());
-    case QCA::URI:
-        return Der::write(UriName, value.toUtf8());
-    case QCA::IPAddress: {
-        const QByteArray octets = encodeAddress(value);
-        return octets.isEmpty() ? QByteArray() : Der::write(IpName, octets);
-    }
-    case QCA::XMPP:
-        return Der::write(
-            OtherName,
-            Der::writeOid(XmppAddress)
-                + Der::write(Der::context(0), Der::write(Der::Utf8String, value.toUtf8())));
-    default:
-        return {};
-    }
-}
-
 } // namespace
 
 QCA::CertificateInfoOrdered decodeName(Der::Slice name)
@@ -309,31 +226,6 @@ bool decodeGeneralNames(Der::Slice content, QCA::CertificateInfoOrdered *info)
         decodeGeneralName(tag, Der::sliceOf(octets), info);
     }
     return true;
-}
-
-QByteArray encodeName(const QCA::CertificateInfoOrdered &info)
-{
-    QByteArray content;
-    for (const QCA::CertificateInfoPair &pair : info) {
-        const QByteArray id = pair.type().id().toLatin1();
-        const QByteArray oid = Der::writeOid(id);
-        if (pair.type().section() != QCA::CertificateInfoType::DN || oid.isEmpty()
-            || pair.value().isEmpty())
-            continue;
-        content += Der::write(Der::Set, Der::writeSequence({oid, encodeValue(id, pair.value())}));
-    }
-    return Der::write(Der::Sequence, content);
-}
-
-QByteArray encodeAlternativeNames(const QCA::CertificateInfoOrdered &info)
-{
-    QByteArray content;
-    for (const QCA::CertificateInfoPair &pair : info) {
-        if (pair.type().section() == QCA::CertificateInfoType::AlternativeName
-            && !pair.value().isEmpty())
-            content += encodeGeneralName(pair.type().known(), pair.value());
-    }
-    return content.isEmpty() ? QByteArray() : Der::write(Der::Sequence, content);
 }
 
 } // namespace Trivex

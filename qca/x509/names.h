@@ -25,8 +25,10 @@ bool decodeGeneralNames(Der::Slice content, QCA::CertificateInfoOrdered *info);
 
 /// The way back: DER Name of the attributes that belong into one, without empty values.
 ///
-/// Values are UTF8String, except those that X.520 and PKCS#9 confine to PrintableString or
-/// IA5String (country, serial number, qualifier; mail address, domain component) if the value fits.
+/// Values are UTF8String, except those whose definitions confine them: to NumericString (the
+/// Russian identifiers), PrintableString (country, serial number, qualifier, telephone number) or
+/// IA5String (mail address, domain component). A value that does not fit its type is UTF8String all
+/// the same.
 QByteArray encodeName(const QCA::CertificateInfoOrdered &info);
 
 /// DER GeneralNames of the attributes that belong there; empty when there is none.

@@ -22,10 +22,9 @@ public:
 
     bool canUseFormat(QCA::CertificateRequestFormat format) const override;
     /// Signs with `priv`, through `RequestSigner` if the key has that interface. Names are written
-    /// as UTF8String (countries and other attributes that X.520 confines as PrintableString, mail
-    /// addresses as IA5String). Digest: RSA SHA-256; P-384 SHA-384; P-521 SHA-512; other curves
-    /// SHA-256; GOST by its key. False when the key can't sign or the result does not verify with
-    /// it; the context is null then.
+    /// as UTF8String, or as the type that their definitions confine them to. Digest: RSA SHA-256;
+    /// P-384 SHA-384; P-521 SHA-512; other curves SHA-256; GOST by its key. False when the key
+    /// can't sign or the result does not verify with it; the context is null then.
     bool createRequest(const QCA::CertificateOptions &options,
                        const QCA::PKeyContext &priv) override;
 

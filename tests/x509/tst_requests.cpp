@@ -20,6 +20,8 @@ private Q_SLOTS:
     void creates_data();
     void creates();
     void writesStringTypes();
+    void writesRussianStringTypes_data();
+    void writesRussianStringTypes();
     void refusesKeysThatCantSign();
     void servesSpkac();
     void signsWithForeignKeys();
@@ -148,7 +150,45 @@ void TestRequests::writesStringTypes()
         request.toDER());
     QVERIFY(parsed.contains("PRINTABLESTRING   :RU"));
     QVERIFY(parsed.contains("IA5STRING         :petrov@example.ru"));
-    QVERIFY(parsed.contains("UTF8STRING        :1234567890"));
+    QVERIFY(parsed.contains("NUMERICSTRING     :1234567890"));
+}
+
+void TestRequests::writesRussianStringTypes_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<QByteArray>("written");
+    const auto row = [](const char *name, int type, const char *value, const char *written) {
+        QTest::newRow(name) << type << QString::fromUtf8(value)
+                            << QByteArray(written) + ':' + value;
+    };
+    row("INN", InnInfo, "500100732259", "NUMERICSTRING     ");
+    row("INNLE", InnleInfo, "7707083893", "NUMERICSTRING     ");
+    row("SNILS", SnilsInfo, "11223344595", "NUMERICSTRING     ");
+    row("OGRN", OgrnInfo, "1027700132195", "NUMERICSTRING     ");
+    row("OGRNIP", OgrnipInfo, "304500116000157", "NUMERICSTRING     ");
+    row("SNILS with hyphens", SnilsInfo, "112-233-445 95", "UTF8STRING        ");
+    row("country", CountryInfo, "RU", "PRINTABLESTRING   ");
+    row("mail address", EmailLegacyInfo, "ivanov@example.ru", "IA5STRING         ");
+    row("state", StateInfo, "77 г. Москва", "UTF8STRING        ");
+    row("organization", OrganizationInfo, "Company", "UTF8STRING        ");
+}
+
+void TestRequests::writesRussianStringTypes()
+{
+    QFETCH(int, type);
+    QFETCH(QString, value);
+    QFETCH(QByteArray, written);
+    QCA::CertificateOptions asked(QCA::PKCS10);
+    QCA::CertificateInfoOrdered info;
+    info.append(QCA::CertificateInfoPair(infoType(type), value));
+    asked.setInfoOrdered(info);
+    const QCA::CertificateRequest request(asked, key(QStringLiteral("rsa.key")),
+                                          opensslProviderName());
+    const QByteArray parsed = Corpus::openssl(
+        {QStringLiteral("asn1parse"), QStringLiteral("-inform"), QStringLiteral("DER")},
+        request.toDER());
+    QVERIFY2(parsed.contains(written), parsed.constData());
 }
 
 void TestRequests::refusesKeysThatCantSign()
