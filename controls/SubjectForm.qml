@@ -29,16 +29,14 @@ FillColumn {
     /// The attributes that it shows.
     readonly property var types: fields.map(function(field) { return field[2] })
         .concat(identifiers ? identifierTypes : [])
-    // A number's length tells which of two attributes it is.
     readonly property var identifierTypes: [Certificate.INN, Certificate.INNLE, Certificate.SNILS,
                                             Certificate.OGRN, Certificate.OGRNIP]
+    // Each with the types that it stands for; a number's length tells which of two it is.
     readonly property var identifierFields: [
-        [tin, "setTin", function(digits) {
-            return digits.length === 10 ? Certificate.INNLE : Certificate.INN }],
-        [snils, "setSnils", function(digits) { return Certificate.SNILS }],
-        [psrn, "setPsrn", function(digits) {
-            return digits.length === 15 ? Certificate.OGRNIP : Certificate.OGRN }]]
-    property string originalNumbers
+        [tin, "setTin", [Certificate.INN, Certificate.INNLE], 10],
+        [snils, "setSnils", [Certificate.SNILS, Certificate.SNILS], 0],
+        [psrn, "setPsrn", [Certificate.OGRN, Certificate.OGRNIP], 15]]
+    property var originalNumbers: []
 
     function load(request) {
         const names = ["commonName", "subjectOrganization", "subjectOrganizationalUnit",
@@ -46,16 +44,16 @@ FillColumn {
         for (let i = 0; i < names.length; ++i)
             fields[i][0].text = request ? request[names[i]] : ""
         original = fields.map(function(field) { return field[0].text })
-        const number = function(a, b) {
-            return RequestSubject.value(request, a) || RequestSubject.value(request, b)
-        }
-        tin.text = number(Certificate.INN, Certificate.INNLE)
-        snils.text = number(Certificate.SNILS, Certificate.SNILS)
-        psrn.text = number(Certificate.OGRN, Certificate.OGRNIP)
+        for (const field of identifierFields)
+            field[0].text = RequestSubject.value(request, shownType(request, field))
         originalNumbers = numbers()
     }
+    /// The type of the number that a field shows.
+    function shownType(request, field) {
+        return RequestSubject.value(request, field[2][0]) ? field[2][0] : field[2][1]
+    }
     function numbers() {
-        return identifierFields.map(function(field) { return field[0].text }).join("\n")
+        return identifierFields.map(function(field) { return field[0].text })
     }
     function clear() {
         for (const field of fields)
@@ -63,7 +61,7 @@ FillColumn {
         for (const field of identifierFields)
             field[0].text = ""
         original = []
-        originalNumbers = ""
+        originalNumbers = []
     }
     function isTouched(i) {
         return fields[i][0].text !== original[i]
@@ -90,21 +88,25 @@ FillColumn {
                 request[fields[i][1]](text)
             any = true
         }
-        if (identifiers && numbers() !== originalNumbers) {
-            applyNumbers(request)
-            any = true
-        }
-        return any
+        return identifiers && applyNumbers(request) || any
     }
     function applyNumbers(request) {
-        for (const type of identifierTypes)
-            RequestSubject.replace(request, type, "")
-        for (const field of identifierFields) {
+        let any = false
+        for (let i = 0; i < identifierFields.length; ++i) {
+            const field = identifierFields[i]
+            if (field[0].text === (originalNumbers[i] || ""))
+                continue
+            any = true
             // They are written with blanks and hyphens and kept without.
             const digits = field[0].text.replace(/[\s-]/g, "")
-            if (digits && !RequestSubject.replace(request, field[2](digits), digits))
+            const shown = shownType(request, field)
+            const type = digits.length === field[3] ? field[2][1] : field[2][0]
+            if (digits && type !== shown)
+                RequestSubject.replace(request, shown, "")
+            if (!RequestSubject.replace(request, digits ? type : shown, digits) && digits)
                 request[field[1]](digits)
         }
+        return any
     }
 
     LabeledField {

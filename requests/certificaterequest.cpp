@@ -286,16 +286,13 @@ bool CertificateRequest::resign(Trivex::RequestSave *save)
 {
     const QPointer<CertificateRequest> self(this);
     const QString file = m_fileName;
-    QCA::CertificateOptions options = m_options;
-    options.setInfo(m_subjectInfo);
+    const QCA::CertificateInfo info = m_subjectInfo;
     QCA::PrivateKey key = m_privateKey;
     const QCA::PrivateKey found = findPrivateKey(save->request);
     if (!found.isNull())
         key = found;
-    if (self) {
-        m_options = options;
+    if (self)
         m_privateKey = key;
-    }
     if (key.isNull()) {
         qWarning().noquote()
             << QStringLiteral("PrivateKey of certificate request: %1 is null").arg(file);
@@ -303,7 +300,7 @@ bool CertificateRequest::resign(Trivex::RequestSave *save)
             Q_EMIT missingPrivateKey();
         return true;
     }
-    const QCA::CertificateRequest made = Trivex::signedRequest(options, key);
+    const QCA::CertificateRequest made = Trivex::signedAnew(save->request, info, key);
     if (!made.isNull())
         save->request = made;
     else

@@ -3,6 +3,7 @@
 #include "requests/requestsigning.h"
 
 #include "qca/adapter/entries.h"
+#include "qca/adapter/requestmaking.h"
 #include "qca/base/providers.h"
 #include "qca/keys/keys.h"
 #include "qca/tokens/tokens.h"
@@ -15,6 +16,12 @@ namespace {
 bool canMakeRequests(const QString &provider)
 {
     return QCA::isSupported(qPrintable(requestExtension()), provider);
+}
+
+bool isOffered(const QCA::PrivateKey &key)
+{
+    return canMakeRequests(pkcs11ProviderName())
+        || (key.provider() && canMakeRequests(key.provider()->name()));
 }
 
 /// The private key of the bundle in `store` that belongs to `key`.
@@ -34,13 +41,19 @@ QCA::PrivateKey bundleKey(QCA::KeyStore *store, const QCA::PublicKey &key)
 QCA::CertificateRequest signedRequest(QCA::CertificateOptions options, QCA::PrivateKey key)
 {
     const QString ours = pkcs11ProviderName();
-    if (!canMakeRequests(ours) && (!key.provider() || !canMakeRequests(key.provider()->name())))
+    if (!isOffered(key))
         return {};
     const QCA::CertificateRequest made(options, key, ours);
     const bool isTokenKey = !keyStoreIdOf(key).isEmpty();
     if (isTokenKey && (!made.provider() || made.provider()->name() != ours))
         return {};
     return made;
+}
+
+QCA::CertificateRequest signedAnew(QCA::CertificateRequest original, QCA::CertificateInfo info,
+                                   QCA::PrivateKey key)
+{
+    return isOffered(key) ? editedRequest(original, info, key) : QCA::CertificateRequest();
 }
 
 QCA::PrivateKey findPrivateKey(QCA::PublicKey key, QCA::PrivateKey own,

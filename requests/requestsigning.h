@@ -16,6 +16,11 @@ namespace Trivex {
 /// those.
 QCA::CertificateRequest signedRequest(QCA::CertificateOptions options, QCA::PrivateKey key);
 
+/// `original` with the subject `info`, by the same rules. What `info` does not change stays to the
+/// byte.
+QCA::CertificateRequest signedAnew(QCA::CertificateRequest original, QCA::CertificateInfo info,
+                                   QCA::PrivateKey key);
+
 /// The private key that belongs to `key`: one of a bundle in `stores`, else `own`, else one that
 /// has no certificate yet, which its token alone knows. Null where there is none.
 QCA::PrivateKey findPrivateKey(QCA::PublicKey key, QCA::PrivateKey own,

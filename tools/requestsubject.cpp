@@ -37,8 +37,9 @@ bool RequestSubject::replace(QObject *request, int type, const QString &text) co
     if (!saved)
         return false;
     QCA::CertificateInfo info = saved->requestInfo();
+    const QString shown = infoValue(info, type);
     for (const QCA::CertificateInfoType &key : keysOf(type))
-        info.remove(key);
+        info.remove(key, shown);
     if (!text.isEmpty())
         info.insert(infoType(type), text);
     saved->setRequestInfo(info);

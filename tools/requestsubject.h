@@ -16,8 +16,9 @@ public:
 
     /// The value of attribute `type` that is shown where there are several; empty without one.
     Q_INVOKABLE QString value(QObject *request, int type) const;
-    /// `text` becomes the one value of attribute `type` (a `Certificate.CertificateInfoTypeKnown`)
-    /// that the next save writes; none where it is empty. False for what is no request.
+    /// `text` takes the place of the shown value of attribute `type` (a
+    /// `Certificate.CertificateInfoTypeKnown`) at the next save; an empty one takes that value
+    /// away. Further values stay. False for what is no request.
     Q_INVOKABLE bool replace(QObject *request, int type, const QString &text) const;
     /// Takes back what was replaced since the request was made or loaded.
     Q_INVOKABLE void restore(QObject *request) const;

@@ -22,12 +22,16 @@ template <class Value, class Context, class Read> Value valueOf(Read read)
     return value;
 }
 
+template <class Value, class Context> Value fromDer(const QByteArray &der)
+{
+    return valueOf<Value, Context>([&](Context *context) { return context->fromDER(der); });
+}
+
 template <class Context, class Value> Value own(const Value &value)
 {
     if (value.isNull() || dynamic_cast<const Context *>(value.context()))
         return value;
-    const QByteArray der = value.toDER();
-    return valueOf<Value, Context>([&](Context *context) { return context->fromDER(der); });
+    return fromDer<Value, Context>(value.toDER());
 }
 
 } // namespace
@@ -50,6 +54,11 @@ QCA::Certificate certificateFromPem(const QByteArray &pem)
     return valueOf<QCA::Certificate, CertificateContext>([&](CertificateContext *context) {
         return context->fromPEM(QString::fromUtf8(pem.constData(), pem.size()));
     });
+}
+
+QCA::CertificateRequest requestFromDer(const QByteArray &der)
+{
+    return fromDer<QCA::CertificateRequest, RequestContext>(der);
 }
 
 QCA::CertificateRequest requestFromPem(const QByteArray &pem)

@@ -22,6 +22,9 @@ TRIVEX_QCA_EXPORT QCA::CertificateRequest ownRequest(const QCA::CertificateReque
 /// The first certificate in the text of a PEM file; null when there is none.
 TRIVEX_QCA_EXPORT QCA::Certificate certificateFromPem(const QByteArray &pem);
 
+/// The certification request in `der`; null when there is none.
+TRIVEX_QCA_EXPORT QCA::CertificateRequest requestFromDer(const QByteArray &der);
+
 /// The first certification request in the text of a PEM file; null when there is none.
 TRIVEX_QCA_EXPORT QCA::CertificateRequest requestFromPem(const QByteArray &pem);
 

@@ -2,11 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "app/singleinstance.h"
 #include "qca/base/certificaterows.h"
+#include "qca/base/infotypes.h"
 #include "qca/base/savedrequest.h"
 #include "tools/certificatedetails.h"
 #include "tools/certificatefile.h"
 #include "tools/checkdigits.h"
 #include "tools/files.h"
+#include "tools/requestsubject.h"
 #include "tools/requestwatcher.h"
 #include "tools/sectionedmodel.h"
 #include "tools/texts.h"
@@ -47,12 +49,13 @@ class FakeRequest : public FakeCertificate, public SavedRequest {
     Q_INTERFACES(Trivex::SavedRequest)
 public:
     QString requestFile() const override { return path; }
-    QCA::CertificateInfo requestInfo() const override { return {}; }
-    void setRequestInfo(const QCA::CertificateInfo &) override { }
+    QCA::CertificateInfo requestInfo() const override { return info; }
+    void setRequestInfo(const QCA::CertificateInfo &changed) override { info = changed; }
     void restoreRequestInfo() override { }
     bool hasRequestKey() const override { return false; }
 
     QString path;
+    QCA::CertificateInfo info;
 };
 
 /// A source with roles named as those of a key store model, and no entries behind them.
@@ -110,6 +113,7 @@ private Q_SLOTS:
     void detailsGroupAndFlag();
     void arrivalIsToldFromDeletion();
     void requestOnItsWayHasNotArrived();
+    void shownValueIsReplaced();
     void filesByContent_data();
     void filesByContent();
     void hexIsPlain();
@@ -355,6 +359,30 @@ void TestAppTypes::requestOnItsWayHasNotArrived()
     QVERIFY(file.remove());
     source.removeRow(0);
     QTRY_COMPARE(arrived.count(), 1);
+}
+
+/// The other values are told as kept, so they are.
+void TestAppTypes::shownValueIsReplaced()
+{
+    const QCA::CertificateInfoType unit = infoType(OrganizationalUnitInfo);
+    FakeRequest request;
+    request.info.insert(unit, QStringLiteral("North"));
+    request.info.insert(unit, QStringLiteral("South"));
+    request.info.insert(infoType(EmailInfo), QStringLiteral("a@example.org"));
+    const RequestSubject subject;
+    QCOMPARE(subject.value(&request, OrganizationalUnitInfo), QStringLiteral("South"));
+    QCOMPARE(subject.others(&request, {OrganizationalUnitInfo, EmailInfo}),
+             QStringList{QStringLiteral("North")});
+    QVERIFY(subject.replace(&request, OrganizationalUnitInfo, QStringLiteral("East")));
+    QCOMPARE(request.info.values(unit),
+             (QStringList{QStringLiteral("East"), QStringLiteral("North")}));
+    QVERIFY(subject.replace(&request, OrganizationalUnitInfo, QString()));
+    QCOMPARE(request.info.values(unit), QStringList{QStringLiteral("North")});
+    QVERIFY(subject.replace(&request, EmailInfo, QStringLiteral("b@example.org")));
+    QCOMPARE(request.info.values(infoType(EmailInfo)),
+             QStringList{QStringLiteral("b@example.org")});
+    QVERIFY(subject.replace(&request, LocalityInfo, QStringLiteral("Moscow")));
+    QCOMPARE(request.info.size(), 3);
 }
 
 void TestAppTypes::filesByContent_data()

@@ -4,11 +4,13 @@
 // The life of requests with keys on a real software token, checked with the openssl program.
 #include "keystores/comboboxmodel.h"
 #include "keystores/keystoremodel.h"
+#include "qca/base/infotypes.h"
 #include "qca/questions/qcaaskerthread.h"
 #include "qca/tokens/tokens.h"
 #include "requests/certificaterequest.h"
 #include "requests/certificaterequestmodel.h"
 #include "tests/pkcs11/faultytoken.h"
+#include "tests/pkcs11/pinprompt.h"
 #include "tests/requests/home.h"
 #include "tests/support/locations.h"
 #include "tests/support/testcertificates.h"
@@ -48,6 +50,7 @@ private Q_SLOTS:
     void lives_data();
     void lives();
     void rsaParameters();
+    void editsStrangersRequests();
     void wrongPin();
     void wrongPinWhileLoggedIn();
     void secondGenerationMeanwhile();
@@ -365,6 +368,50 @@ void TestRequestToken::unknownAlgorithm()
     request.createKeyPair();
     QVERIFY(!done.wait(500));
     QCOMPARE(token->objectCount(), objectsBefore);
+}
+
+/// Another program's request for a key of the token keeps what the edit does not touch.
+void TestRequestToken::editsStrangersRequests()
+{
+    const TestAuthority authority;
+    const QString key = authority.file(QStringLiteral("key.pem"));
+    const QString path = home->requests().filePath(QStringLiteral("foreign.csr"));
+    const auto openssl = [&](const char *arguments, const QStringList &further = {}) {
+        return authority.openssl(QString::fromLatin1(arguments).split(QLatin1Char(' ')) + further);
+    };
+    openssl("genpkey -algorithm RSA -pkeyopt rsa_keygen_bits:2048 -out", {key});
+    openssl(
+        "req -new -utf8 -addext subjectAltName=DNS:a.example.org,IP:192.0.2.1,RID:1.2.3.4"
+        " -addext keyUsage=critical,digitalSignature -addext 1.2.3.4.5=ASN1:UTF8String:odd -key",
+        {key, QStringLiteral("-subj"), QStringLiteral("/O=First/CN=Old/OU=North+OU=South"),
+         QStringLiteral("-out"), path});
+    const QString id = QStringLiteral("77");
+    const QByteArray privateDer = openssl("pkey -outform DER -in", {key});
+    const QByteArray publicDer = openssl("pkey -pubout -outform DER -in", {key});
+    QVERIFY(token->writeObject(QStringLiteral("privkey"), privateDer, id, QStringLiteral("mine")));
+    QVERIFY(token->writeObject(QStringLiteral("pubkey"), publicDer, id, QStringLiteral("mine")));
+    QVERIFY(spy->replug(m_stores->keyStoreByName(token->label())->id()));
+
+    CertificateRequest request(path, m_stores.get());
+    QTRY_VERIFY_WITH_TIMEOUT(request.hasRequestKey(), Patience);
+    QCA::CertificateInfo info = request.requestInfo();
+    QCOMPARE(info.values(Trivex::infoType(Trivex::CommonNameInfo)),
+             QStringList{QStringLiteral("Old")});
+    info.remove(Trivex::infoType(Trivex::CommonNameInfo));
+    info.insert(Trivex::infoType(Trivex::CommonNameInfo), QStringLiteral("New"));
+    request.setRequestInfo(info);
+    QSignalSpy created(&request, &CertificateRequest::requestCreated);
+    const PinPrompt prompt(TestToken::pin());
+    request.setEditMode(true);
+    QCOMPARE(created.count(), 1);
+    const QString edited = home->requests().filePath(QStringLiteral("New.csr"));
+    QCOMPARE(request.filePath(), edited);
+    QVERIFY2(verified(edited).contains(QStringLiteral("O=First, CN=New, OU=North + OU=South")),
+             qPrintable(verified(edited)));
+    const QByteArray text = openssl("req -text -noout -in", {edited});
+    for (const char *kept : {"DNS:a.example.org, IP Address:192.0.2.1, Registered ID:1.2.3.4",
+                             "X509v3 Key Usage: critical", "1.2.3.4.5:"})
+        QVERIFY2(text.contains(kept), text.constData());
 }
 
 int main(int argc, char *argv[])

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/adapter/requestmaking.h"
+
+#include "qca/adapter/entries.h"
+#include "qca/adapter/reading.h"
+#include "qca/x509/requestediting.h"
+
+namespace Trivex {
+
+QCA::CertificateRequest editedRequest(QCA::CertificateRequest original, QCA::CertificateInfo info,
+                                      QCA::PrivateKey key)
+{
+    const auto *context = static_cast<const QCA::PKeyContext *>(key.context());
+    const QCA::CertificateRequest own = ownRequest(original);
+    if (own.isNull() || !context)
+        return {};
+    return requestFromDer(editRequest(own.toDER(), requestSubject(own), info, *context));
+}
+
+} // namespace Trivex

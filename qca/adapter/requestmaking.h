@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/base/trivexqcaexport.h"
+
+#include <QtCrypto>
+
+namespace Trivex {
+
+// Requests that are made past QCA, whose options know neither the bytes of an earlier request nor
+// the order of its names. The key signs where it lies; an event loop may run while a token works
+// or asks for its PIN, so arguments are copies.
+
+/// `original` with the subject `info`, signed anew by `key`. What `info` does not change keeps its
+/// bytes: extensions, unknown attributes, the order of names and their string types. Null when
+/// that fails.
+TRIVEX_QCA_EXPORT QCA::CertificateRequest
+editedRequest(QCA::CertificateRequest original, QCA::CertificateInfo info, QCA::PrivateKey key);
+
+} // namespace Trivex
