@@ -8,11 +8,11 @@
 #include "qca/adapter/reading.h"
 #include "qca/base/filenames.h"
 #include "qca/base/regularfile.h"
+#include "qca/base/requestfiles.h"
+#include "qca/base/requestsave.h"
 #include "qca/keys/keys.h"
 #include "qca/questions/qcaaskerthread.h"
 #include "qca/questions/qcahandler.h"
-#include "requests/requestfiles.h"
-#include "requests/requestsave.h"
 #include "requests/requestsigning.h"
 
 #include <QDebug>

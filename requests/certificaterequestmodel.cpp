@@ -3,9 +3,9 @@
 #include "requests/certificaterequestmodel.h"
 
 #include "keystores/keystoremodel.h"
+#include "qca/base/requestfiles.h"
 #include "qca/keys/keys.h"
 #include "requests/certificaterequest.h"
-#include "requests/requestfiles.h"
 #include "requests/requestreading.h"
 
 #include <QDir>

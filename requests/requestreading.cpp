@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "requests/requestreading.h"
 
-#include "requests/requestfiles.h"
+#include "qca/base/requestfiles.h"
 
 #include <QDir>
 #include <QFileInfo>

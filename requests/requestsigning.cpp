@@ -5,9 +5,9 @@
 #include "qca/adapter/entries.h"
 #include "qca/adapter/requestmaking.h"
 #include "qca/base/providers.h"
+#include "qca/base/requestfiles.h"
 #include "qca/keys/keys.h"
 #include "qca/tokens/tokens.h"
-#include "requests/requestfiles.h"
 
 namespace Trivex {
 

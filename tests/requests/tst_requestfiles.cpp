@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/base/atomicfile.h"
 #include "qca/base/filenames.h"
-#include "requests/requestfiles.h"
+#include "qca/base/requestfiles.h"
 
 #include <QDir>
 #include <QProcess>

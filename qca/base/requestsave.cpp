@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "requests/requestsave.h"
+#include "qca/base/requestsave.h"
 
 #include "qca/base/atomicfile.h"
-#include "requests/requestfiles.h"
+#include "qca/base/requestfiles.h"
 
 #include <QFileInfo>
 

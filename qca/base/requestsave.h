@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "qca/base/trivexqcaexport.h"
+
 #include <QString>
 #include <QtCrypto>
 
@@ -9,7 +11,7 @@ namespace Trivex {
 
 /// One saving of a request. It works on copies: an edited request is kept only when its file is
 /// written, and signing it may run an event loop in which its object can go.
-struct RequestSave {
+struct TRIVEX_QCA_EXPORT RequestSave {
     QCA::CertificateRequest request;
     QString commonName;
     QString oldPath; ///< of the file to replace; empty for none

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "requests/requestfiles.h"
+#include "qca/base/requestfiles.h"
 
 #include "qca/base/filenames.h"
 
