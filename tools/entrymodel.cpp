@@ -7,6 +7,7 @@
 #include "qca/base/savedrequest.h"
 #include "qca/base/searchtext.h"
 #include "qca/keys/keys.h"
+#include "tools/rowentry.h"
 #include "tools/rows.h"
 #include "tools/texts.h"
 #include "tools/validity.h"
@@ -20,22 +21,6 @@ namespace {
 
 constexpr int SystemStore = 0;
 constexpr qint64 PortionMs = 3;
-
-/// The wrapped entry behind a row's object, or null: requests have none. Read past QVariant, which
-/// knows the pointer only under the one name that the module registers.
-const QCA::KeyStoreEntry *wrappedEntry(QObject *object)
-{
-    const int index = object ? object->metaObject()->indexOfProperty("data") : -1;
-    if (index < 0)
-        return nullptr;
-    const QByteArray type = object->metaObject()->property(index).typeName();
-    if (type != "QCA::KeyStoreEntry*" && type != "QCA_KeyStoreEntry*")
-        return nullptr;
-    QCA::KeyStoreEntry *entry = nullptr;
-    void *arguments[] = {&entry};
-    QMetaObject::metacall(object, QMetaObject::ReadProperty, index, arguments);
-    return entry;
-}
 
 QString searchText(const QObject *certificate)
 {

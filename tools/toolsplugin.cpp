@@ -10,8 +10,10 @@
 #include "tools/entrymodel.h"
 #include "tools/files.h"
 #include "tools/filesaver.h"
+#include "tools/keyrequest.h"
 #include "tools/modelcount.h"
 #include "tools/pinprompt.h"
+#include "tools/requestprofiles.h"
 #include "tools/requestsubject.h"
 #include "tools/requestwatcher.h"
 #include "tools/rows.h"
@@ -57,10 +59,12 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
     qmlRegisterUncreatableType<FileItemModel>(uri, 1, 0, "FileItemModel",
                                               QStringLiteral("A CertificateFile has one"));
     qmlRegisterType<CertificateDetails>(uri, 1, 0, "CertificateDetails");
+    qmlRegisterType<KeyRequest>(uri, 1, 0, "KeyRequest");
     qmlRegisterType<RequestWatcher>(uri, 1, 0, "RequestWatcher");
     registerHelper<Validity>(uri, "Validity");
     registerHelper<CheckDigits>(uri, "CheckDigits");
     registerHelper<Files>(uri, "Files");
+    registerHelper<RequestProfiles>(uri, "RequestProfiles");
     registerHelper<RequestSubject>(uri, "RequestSubject");
     registerHelper<Texts>(uri, "Texts");
     registerHelper<Rows>(uri, "Rows");

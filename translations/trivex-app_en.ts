@@ -825,6 +825,22 @@
         <source>Preview of the picture</source>
         <translation>Preview of the picture</translation>
     </message>
+    <message id="trivex-app-profile-company">
+        <source>Company (Russia)</source>
+        <translation>Company (Russia)</translation>
+    </message>
+    <message id="trivex-app-profile-mail">
+        <source>Protected mail</source>
+        <translation>Protected mail</translation>
+    </message>
+    <message id="trivex-app-profile-person">
+        <source>Person (Russia)</source>
+        <translation>Person (Russia)</translation>
+    </message>
+    <message id="trivex-app-profile-server">
+        <source>Web server</source>
+        <translation>Web server</translation>
+    </message>
     <message id="trivex-app-purpose-decrypt">
         <source>to decrypt with a key on it</source>
         <translation>to decrypt with a key on it</translation>
@@ -963,6 +979,22 @@
         <source>Replace the file?</source>
         <translation>Replace the file?</translation>
     </message>
+    <message id="trivex-app-request-error-key">
+        <source>The private key was not found. Insert its token and try again.</source>
+        <translation>The private key was not found. Insert its token and try again.</translation>
+    </message>
+    <message id="trivex-app-request-error-make">
+        <source>No key was made. Check the token and try again.</source>
+        <translation>No key was made. Check the token and try again.</translation>
+    </message>
+    <message id="trivex-app-request-error-save">
+        <source>The request could not be saved. Check the request folder and try again.</source>
+        <translation>The request could not be saved. Check the request folder and try again.</translation>
+    </message>
+    <message id="trivex-app-request-error-sign">
+        <source>The request was not signed. The key is kept: try again.</source>
+        <translation>The request was not signed. The key is kept: try again.</translation>
+    </message>
     <message id="trivex-app-request-gone">
         <source>This request is no longer there.</source>
         <translation>This request is no longer there.</translation>
@@ -994,6 +1026,26 @@
     <message id="trivex-app-request-others">
         <source>The request also holds, and keeps: %1</source>
         <translation>The request also holds, and keeps: %1</translation>
+    </message>
+    <message id="trivex-app-request-problem-long">
+        <source>This value is too long. Shorten it.</source>
+        <translation>This value is too long. Shorten it.</translation>
+    </message>
+    <message id="trivex-app-request-problem-many">
+        <source>There are more names than a certificate can have. Remove some.</source>
+        <translation>There are more names than a certificate can have. Remove some.</translation>
+    </message>
+    <message id="trivex-app-request-problem-name">
+        <source>The request has no name. Enter a name.</source>
+        <translation>The request has no name. Enter a name.</translation>
+    </message>
+    <message id="trivex-app-request-problem-type">
+        <source>This field is not known. Use one of the listed fields, or a number such as 1.2.3.</source>
+        <translation>This field is not known. Use one of the listed fields, or a number such as 1.2.3.</translation>
+    </message>
+    <message id="trivex-app-request-problem-value">
+        <source>This value has a wrong form. Correct it.</source>
+        <translation>This value has a wrong form. Correct it.</translation>
     </message>
     <message id="trivex-app-row-menu">
         <source>Actions for the selected rows</source>

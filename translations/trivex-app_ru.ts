@@ -833,6 +833,22 @@
         <source>Preview of the picture</source>
         <translation>Предварительный просмотр изображения</translation>
     </message>
+    <message id="trivex-app-profile-company">
+        <source>Company (Russia)</source>
+        <translation>Организация (Россия)</translation>
+    </message>
+    <message id="trivex-app-profile-mail">
+        <source>Protected mail</source>
+        <translation>Защищённая почта</translation>
+    </message>
+    <message id="trivex-app-profile-person">
+        <source>Person (Russia)</source>
+        <translation>Физическое лицо (Россия)</translation>
+    </message>
+    <message id="trivex-app-profile-server">
+        <source>Web server</source>
+        <translation>Веб-сервер</translation>
+    </message>
     <message id="trivex-app-purpose-decrypt">
         <source>to decrypt with a key on it</source>
         <translation>чтобы расшифровать его ключом</translation>
@@ -973,6 +989,22 @@
         <source>Replace the file?</source>
         <translation>Заменить файл?</translation>
     </message>
+    <message id="trivex-app-request-error-key">
+        <source>The private key was not found. Insert its token and try again.</source>
+        <translation>Закрытый ключ не найден. Вставьте токен с этим ключом и повторите.</translation>
+    </message>
+    <message id="trivex-app-request-error-make">
+        <source>No key was made. Check the token and try again.</source>
+        <translation>Ключ не создан. Проверьте токен и повторите.</translation>
+    </message>
+    <message id="trivex-app-request-error-save">
+        <source>The request could not be saved. Check the request folder and try again.</source>
+        <translation>Не удалось сохранить запрос. Проверьте папку запросов и повторите.</translation>
+    </message>
+    <message id="trivex-app-request-error-sign">
+        <source>The request was not signed. The key is kept: try again.</source>
+        <translation>Запрос не подписан. Ключ сохранён: повторите.</translation>
+    </message>
     <message id="trivex-app-request-gone">
         <source>This request is no longer there.</source>
         <translation>Этого запроса больше нет.</translation>
@@ -1004,6 +1036,26 @@
     <message id="trivex-app-request-others">
         <source>The request also holds, and keeps: %1</source>
         <translation>Также в запросе есть и остаётся без изменений: %1</translation>
+    </message>
+    <message id="trivex-app-request-problem-long">
+        <source>This value is too long. Shorten it.</source>
+        <translation>Значение слишком длинное. Сократите его.</translation>
+    </message>
+    <message id="trivex-app-request-problem-many">
+        <source>There are more names than a certificate can have. Remove some.</source>
+        <translation>Имён больше, чем может быть в сертификате. Удалите лишние.</translation>
+    </message>
+    <message id="trivex-app-request-problem-name">
+        <source>The request has no name. Enter a name.</source>
+        <translation>В запросе нет имени. Введите имя.</translation>
+    </message>
+    <message id="trivex-app-request-problem-type">
+        <source>This field is not known. Use one of the listed fields, or a number such as 1.2.3.</source>
+        <translation>Это поле неизвестно. Выберите поле из списка или укажите номер вида 1.2.3.</translation>
+    </message>
+    <message id="trivex-app-request-problem-value">
+        <source>This value has a wrong form. Correct it.</source>
+        <translation>Значение записано в неверном виде. Исправьте его.</translation>
     </message>
     <message id="trivex-app-row-menu">
         <source>Actions for the selected rows</source>

@@ -4,9 +4,16 @@
 
 #include "qca/adapter/entries.h"
 #include "qca/adapter/reading.h"
+#include "qca/x509/certificatewriter.h"
 #include "qca/x509/requestediting.h"
 
 namespace Trivex {
+
+QCA::CertificateRequest madeRequest(QCA::CertificateOptions options, QCA::PrivateKey key)
+{
+    const auto *context = static_cast<const QCA::PKeyContext *>(key.context());
+    return context ? requestFromDer(writeRequest(options, *context)) : QCA::CertificateRequest();
+}
 
 QCA::CertificateRequest editedRequest(QCA::CertificateRequest original, QCA::CertificateInfo info,
                                       QCA::PrivateKey key)

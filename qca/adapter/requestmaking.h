@@ -12,6 +12,11 @@ namespace Trivex {
 // the order of its names. The key signs where it lies; an event loop may run while a token works
 // or asks for its PIN, so arguments are copies.
 
+/// A request for what `options` ask for (names in their order, alternative names, usages), signed
+/// by `key`. Null when that fails.
+TRIVEX_QCA_EXPORT QCA::CertificateRequest madeRequest(QCA::CertificateOptions options,
+                                                      QCA::PrivateKey key);
+
 /// `original` with the subject `info`, signed anew by `key`. What `info` does not change keeps its
 /// bytes: extensions, unknown attributes, the order of names and their string types. Null when
 /// that fails.

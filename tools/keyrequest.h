@@ -1,0 +1,126 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/adapter/keygenerator.h"
+#include "tools/requestcontents.h"
+
+#include <QObject>
+#include <QtCrypto>
+
+namespace Trivex {
+
+/// Makes a certification request with everything that an authority may want: any attribute of a
+/// name, other names, usages, for a new key or one that is there. The request is saved beside those
+/// that `CertificateRequest` makes, and is listed, edited and removed as they are.
+///
+///     KeyRequest {
+///         id: request
+///         onFinished: error === KeyRequest.NoError ? show(path) : tell(message)
+///     }
+///     ...
+///     request.addName("commonName", "www.example.org")
+///     request.addAlternativeName("dns", "www.example.org")
+///     request.keyUsages = ["digitalSignature"]
+///     request.makeKey(token.storeId, KeyRequest.P256, "web server")
+///
+/// A token asks for its PIN through `PinPrompt`. GUI thread. Signing may run a nested event loop
+/// while the token works; this object may go at any time.
+class KeyRequest : public QObject {
+    Q_OBJECT
+    /// True from a call that makes a request until `finished()`.
+    Q_PROPERTY(bool running READ isRunning NOTIFY runningChanged)
+    /// How the last run ended; what is wrong with a value is `problem`, with its type in `field`.
+    Q_PROPERTY(int error READ error NOTIFY finished)
+    /// The same as a sentence with the next step; empty when all is well.
+    Q_PROPERTY(QString message READ message NOTIFY finished)
+    Q_PROPERTY(QString field READ field NOTIFY finished)
+    /// The file of the request that was saved last, and its PEM text; empty before.
+    Q_PROPERTY(QString path READ path NOTIFY finished)
+    Q_PROPERTY(QString pem READ pem NOTIFY finished)
+    /// Names of RFC 5280, 4.2.1.3: "digitalSignature".
+    Q_PROPERTY(QStringList keyUsages READ keyUsages WRITE setKeyUsages NOTIFY contentsChanged)
+    /// Names of RFC 5280, 4.2.1.12 ("serverAuth"), or dotted OIDs.
+    Q_PROPERTY(QStringList purposes READ purposes WRITE setPurposes NOTIFY contentsChanged)
+public:
+    enum KeyKind { Rsa2048, Rsa3072, Rsa4096, P256, P384, P521 };
+    Q_ENUM(KeyKind)
+    enum Error {
+        NoError,
+        WrongContents, ///< nothing was done
+        NoKey, ///< no private key is there for what was given
+        KeyNotMade, ///< the token refused, or was stopped; `TokenErrors` knows why
+        NotSigned, ///< the key is there and stays; `signAgain()` goes on from here
+        NotSaved,
+    };
+    Q_ENUM(Error)
+
+    explicit KeyRequest(QObject *parent = nullptr);
+    ~KeyRequest() override;
+
+    bool isRunning() const { return m_isRunning; }
+    int error() const { return m_error; }
+    QString message() const;
+    QString field() const { return m_finding.type; }
+    QString path() const { return m_path; }
+    QString pem() const { return m_pem; }
+    QStringList keyUsages() const { return m_contents.keyUsages; }
+    void setKeyUsages(const QStringList &usages);
+    QStringList purposes() const { return m_contents.purposes; }
+    void setPurposes(const QStringList &purposes);
+    const RequestContents &contents() const { return m_contents; }
+    void setContents(const RequestContents &contents);
+
+    /// Every attribute that has a name of its own; any other goes by its dotted OID.
+    Q_INVOKABLE static QStringList nameTypes();
+    /// Adds a value of a name's attribute, behind the others. Empty ones are left out in the end.
+    Q_INVOKABLE void addName(const QString &type, const QString &value);
+    /// The same for another name of the subject: "dns", "email", "ip", "uri".
+    Q_INVOKABLE void addAlternativeName(const QString &type, const QString &value);
+    /// Forgets all names and usages.
+    Q_INVOKABLE void clear();
+    /// What is wrong with such a value, as a sentence; empty for a good or empty one.
+    Q_INVOKABLE static QString problemOfName(const QString &type, const QString &value);
+    Q_INVOKABLE static QString problemOfAlternativeName(const QString &type, const QString &value);
+
+    /// Takes names and usages from a profile; false for one that is not there.
+    Q_INVOKABLE bool loadProfile(const QString &name);
+    Q_INVOKABLE bool saveProfile(const QString &name) const;
+
+    // Each of these makes a request and ends with `finished()`, at once or later. Ignored while one
+    // runs.
+    /// For a new key on the token `storeId`, a `KeyKind`, labelled `label`.
+    Q_INVOKABLE void makeKey(const QString &storeId, int kind, const QString &label);
+    /// For the key of a bundle, by the object of its row ("keyStoreEntry").
+    Q_INVOKABLE void useEntry(QObject *keyStoreEntry);
+    /// For the key of a saved request, which needs no certificate yet.
+    Q_INVOKABLE void useKeyOfRequest(QObject *request);
+    /// For the key of the last run.
+    Q_INVOKABLE void signAgain();
+    void useKey(const QCA::PrivateKey &key);
+    /// Asks the token to stop; `finished()` follows.
+    Q_INVOKABLE void cancel();
+
+Q_SIGNALS:
+    void runningChanged();
+    void contentsChanged();
+    void finished();
+
+private:
+    bool begin();
+    void sign();
+    void save(const QCA::CertificateRequest &request);
+    void end(Error error);
+
+    RequestContents m_contents;
+    KeyGenerator m_generator;
+    QCA::PrivateKey m_key;
+    QString m_storeId;
+    bool m_isRunning = false;
+    Error m_error = NoError;
+    RequestContents::Finding m_finding;
+    QString m_path;
+    QString m_pem;
+};
+
+} // namespace Trivex

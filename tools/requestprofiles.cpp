@@ -1,0 +1,152 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tools/requestprofiles.h"
+
+#include "qca/base/atomicfile.h"
+#include "qca/base/filenames.h"
+#include "qca/base/regularfile.h"
+
+#include <QDir>
+#include <QJsonDocument>
+#include <QStandardPaths>
+
+#include <algorithm>
+
+namespace Trivex {
+
+namespace {
+
+constexpr char Extension[] = ".json";
+
+/// Types and usages are separated by blanks.
+struct BuiltIn {
+    const char *name;
+    const char *title; ///< identifier of its text
+    const char *names;
+    const char *alternativeNames;
+    const char *keyUsages;
+    const char *purposes;
+};
+
+constexpr BuiltIn BuiltIns[] = {
+    //% "Web server"
+    {"web-server", QT_TRID_NOOP("trivex-app-profile-server"),
+     "commonName organization organizationalUnit locality state country", "dns dns ip",
+     "digitalSignature keyEncipherment", "serverAuth"},
+    //% "Protected mail"
+    {"email", QT_TRID_NOOP("trivex-app-profile-mail"), "commonName email organization country",
+     "email", "digitalSignature nonRepudiation keyEncipherment", "emailProtection clientAuth"},
+    //% "Person (Russia)"
+    {"russian-person", QT_TRID_NOOP("trivex-app-profile-person"),
+     "commonName surname givenName inn snils email country state locality", "",
+     "digitalSignature nonRepudiation keyEncipherment", "clientAuth emailProtection"},
+    //% "Company (Russia)"
+    {"russian-company", QT_TRID_NOOP("trivex-app-profile-company"),
+     "commonName surname givenName title organization organizationalUnit ogrn innle inn snils "
+     "email country state locality street",
+     "", "digitalSignature nonRepudiation keyEncipherment", "clientAuth emailProtection"},
+};
+
+const BuiltIn *findBuiltIn(const QString &name)
+{
+    const auto *const found =
+        std::find_if(std::begin(BuiltIns), std::end(BuiltIns),
+                     [&name](const BuiltIn &one) { return name == QLatin1String(one.name); });
+    return found == std::end(BuiltIns) ? nullptr : found;
+}
+
+QStringList words(const char *text)
+{
+    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+QList<RequestValue> emptyValues(const char *types)
+{
+    QList<RequestValue> values;
+    for (const QString &type : words(types)) {
+        const bool isRussia =
+            type == QLatin1String("country") && QLatin1String(types).contains(QLatin1String("inn"));
+        values.append({type, isRussia ? QStringLiteral("RU") : QString()});
+    }
+    return values;
+}
+
+QString pathOf(const QString &name)
+{
+    return RequestProfiles::directory() + safeFileName(name, QLatin1String(Extension));
+}
+
+} // namespace
+
+RequestProfiles::RequestProfiles(QObject *parent)
+    : QObject(parent)
+{
+}
+
+QString RequestProfiles::directory()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
+        + QLatin1String("/trivex/request-profiles/");
+}
+
+QStringList RequestProfiles::names() const
+{
+    QStringList names;
+    for (const BuiltIn &one : BuiltIns)
+        names.append(QString::fromLatin1(one.name));
+    const QStringList files =
+        QDir(directory())
+            .entryList({QLatin1Char('*') + QLatin1String(Extension)}, QDir::Files, QDir::Name);
+    for (const QString &file : files) {
+        const QString name = file.chopped(int(sizeof Extension) - 1);
+        if (!findBuiltIn(name))
+            names.append(name);
+    }
+    return names;
+}
+
+QString RequestProfiles::title(const QString &name) const
+{
+    const BuiltIn *builtIn = findBuiltIn(name);
+    return builtIn ? qtTrId(builtIn->title) : name;
+}
+
+bool RequestProfiles::isBuiltIn(const QString &name) const
+{
+    return findBuiltIn(name);
+}
+
+bool RequestProfiles::remove(const QString &name)
+{
+    if (name.isEmpty() || isBuiltIn(name) || !QFile::exists(pathOf(name))
+        || !removeFile(pathOf(name)))
+        return false;
+    Q_EMIT namesChanged();
+    return true;
+}
+
+std::optional<RequestContents> RequestProfiles::load(const QString &name) const
+{
+    if (const BuiltIn *builtIn = findBuiltIn(name)) {
+        return RequestContents{emptyValues(builtIn->names), emptyValues(builtIn->alternativeNames),
+                               words(builtIn->keyUsages), words(builtIn->purposes)};
+    }
+    const auto text = name.isEmpty() ? std::nullopt : readRegularFile(pathOf(name));
+    const QJsonDocument document = text ? QJsonDocument::fromJson(*text) : QJsonDocument();
+    if (!document.isObject())
+        return std::nullopt;
+    return RequestContents::fromJson(document.object());
+}
+
+bool RequestProfiles::save(const QString &name, const RequestContents &contents)
+{
+    if (name.trimmed().isEmpty() || isBuiltIn(name) || !QDir().mkpath(directory()))
+        return false;
+    const QByteArray text = QJsonDocument(contents.toJson()).toJson();
+    if (writeAtomically(pathOf(name), text, true) != WriteResult::Written)
+        return false;
+    Q_EMIT namesChanged();
+    return true;
+}
+
+} // namespace Trivex

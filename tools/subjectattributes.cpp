@@ -1,0 +1,164 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tools/subjectattributes.h"
+
+#include "tools/checkdigits.h"
+
+#include <QRegularExpression>
+#include <QUrl>
+
+#include <algorithm>
+
+#include <arpa/inet.h>
+
+namespace Trivex {
+
+namespace {
+
+// X.520, RFC 4519, PKCS#9, ETSI EN 319 412-1 and the Russian profile (order 795 of 2021).
+constexpr SubjectAttribute Attributes[] = {
+    {"commonName", "2.5.4.3", ValueRule::Text, 64},
+    {"surname", "2.5.4.4", ValueRule::Text, 64},
+    {"givenName", "2.5.4.42", ValueRule::Text, 64},
+    {"initials", "2.5.4.43", ValueRule::Text, 64},
+    {"generationQualifier", "2.5.4.44", ValueRule::Text, 64},
+    {"pseudonym", "2.5.4.65", ValueRule::Text, 128},
+    {"title", "2.5.4.12", ValueRule::Text, 64},
+    {"organization", "2.5.4.10", ValueRule::Text, 64},
+    {"organizationalUnit", "2.5.4.11", ValueRule::Text, 64},
+    {"organizationIdentifier", "2.5.4.97", ValueRule::Text, 64},
+    {"businessCategory", "2.5.4.15", ValueRule::Text, 128},
+    {"country", "2.5.4.6", ValueRule::Country, 2},
+    {"state", "2.5.4.8", ValueRule::Text, 128},
+    {"locality", "2.5.4.7", ValueRule::Text, 128},
+    {"street", "2.5.4.9", ValueRule::Text, 128},
+    {"postalCode", "2.5.4.17", ValueRule::Text, 40},
+    {"telephone", "2.5.4.20", ValueRule::Printable, 32},
+    {"email", "1.2.840.113549.1.9.1", ValueRule::Mail, 255},
+    {"userId", "0.9.2342.19200300.100.1.1", ValueRule::Text, 256},
+    {"domainComponent", "0.9.2342.19200300.100.1.25", ValueRule::Host, 63},
+    {"serialNumber", "2.5.4.5", ValueRule::Printable, 64},
+    {"nameQualifier", "2.5.4.46", ValueRule::Printable, 64},
+    {"description", "2.5.4.13", ValueRule::Text, 1024},
+    {"inn", "1.2.643.3.131.1.1", ValueRule::Inn, 12},
+    {"innle", "1.2.643.100.4", ValueRule::Innle, 10},
+    {"ogrn", "1.2.643.100.1", ValueRule::Ogrn, 13},
+    {"ogrnip", "1.2.643.100.5", ValueRule::Ogrnip, 15},
+    {"snils", "1.2.643.100.3", ValueRule::Snils, 11},
+};
+
+struct Pattern {
+    ValueRule rule;
+    const char *pattern;
+};
+
+constexpr Pattern Patterns[] = {
+    {ValueRule::Country, "^[A-Z]{2}$"},
+    {ValueRule::Printable, "^[A-Za-z0-9 '()+,./:=?-]+$"},
+    {ValueRule::Mail,
+     "^[\\w!#$%&'*+/=?^`{|}~-]+(\\.[\\w!#$%&'*+/=?^`{|}~-]+)*"
+     "@[A-Za-z0-9]([A-Za-z0-9-]*[A-Za-z0-9])?(\\.[A-Za-z0-9]([A-Za-z0-9-]*"
+     "[A-Za-z0-9])?)*$"},
+    {ValueRule::Host,
+     "^(\\*\\.)?[A-Za-z0-9_]([A-Za-z0-9_-]{0,61}[A-Za-z0-9_])?"
+     "(\\.[A-Za-z0-9_]([A-Za-z0-9_-]{0,61}[A-Za-z0-9_])?)*$"},
+};
+
+struct Digits {
+    ValueRule rule;
+    int kind; ///< a `CheckDigits::Kind`
+};
+
+constexpr Digits Identifiers[] = {
+    {ValueRule::Inn, CheckDigits::Inn},     {ValueRule::Innle, CheckDigits::Innle},
+    {ValueRule::Ogrn, CheckDigits::Ogrn},   {ValueRule::Ogrnip, CheckDigits::Ogrnip},
+    {ValueRule::Snils, CheckDigits::Snils},
+};
+
+const Digits *digitsOf(ValueRule rule)
+{
+    const auto *const found = std::find_if(std::begin(Identifiers), std::end(Identifiers),
+                                           [rule](const Digits &one) { return one.rule == rule; });
+    return found == std::end(Identifiers) ? nullptr : found;
+}
+
+bool isDottedOid(const QString &text)
+{
+    static const QRegularExpression dotted(QStringLiteral("^[0-2](\\.(0|[1-9][0-9]{0,18}))+$"),
+                                           QRegularExpression::DontCaptureOption);
+    return dotted.match(text).hasMatch();
+}
+
+bool isAddress(const QString &value)
+{
+    char octets[16];
+    const QByteArray text = value.toLatin1();
+    return inet_pton(AF_INET, text.constData(), octets) == 1
+        || inet_pton(AF_INET6, text.constData(), octets) == 1;
+}
+
+bool isUri(const QString &value)
+{
+    const QUrl url(value, QUrl::StrictMode);
+    const bool isAscii = std::all_of(value.cbegin(), value.cend(), [](QChar c) {
+        return c.unicode() > ' ' && c.unicode() < 127;
+    });
+    return isAscii && url.isValid() && !url.isRelative();
+}
+
+} // namespace
+
+const SubjectAttribute *findSubjectAttribute(const QString &type)
+{
+    const auto *const found = std::find_if(
+        std::begin(Attributes), std::end(Attributes), [&type](const SubjectAttribute &one) {
+            return type == QLatin1String(one.type) || type == QLatin1String(one.oid);
+        });
+    return found == std::end(Attributes) ? nullptr : found;
+}
+
+QStringList subjectAttributeTypes()
+{
+    QStringList types;
+    for (const SubjectAttribute &attribute : Attributes)
+        types.append(QString::fromLatin1(attribute.type));
+    return types;
+}
+
+QString subjectAttributeOid(const QString &type)
+{
+    if (const SubjectAttribute *attribute = findSubjectAttribute(type))
+        return QString::fromLatin1(attribute->oid);
+    return isDottedOid(type) ? type : QString();
+}
+
+QString normalized(ValueRule rule, const QString &value)
+{
+    QString text = value.trimmed();
+    if (digitsOf(rule))
+        return text.remove(QRegularExpression(QStringLiteral("[\\s-]")));
+    if (rule == ValueRule::Host) {
+        const bool isAny = text.startsWith(QLatin1String("*."));
+        const QString ascii = QString::fromLatin1(QUrl::toAce(isAny ? text.mid(2) : text));
+        if (!ascii.isEmpty())
+            return isAny ? QLatin1String("*.") + ascii : ascii;
+    }
+    return text;
+}
+
+bool obeys(ValueRule rule, const QString &value)
+{
+    if (const Digits *digits = digitsOf(rule))
+        return CheckDigits::check(digits->kind, value) == CheckDigits::Good;
+    if (rule == ValueRule::Address)
+        return isAddress(value);
+    if (rule == ValueRule::Uri)
+        return isUri(value);
+    const auto *const found = std::find_if(std::begin(Patterns), std::end(Patterns),
+                                           [rule](const Pattern &one) { return one.rule == rule; });
+    // Without the option letters and digits are those of ASCII only.
+    return found == std::end(Patterns)
+        || QRegularExpression(QString::fromLatin1(found->pattern)).match(value).hasMatch();
+}
+
+} // namespace Trivex
