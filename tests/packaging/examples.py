@@ -32,10 +32,10 @@ def run(*command):
         sys.exit(f"{' '.join(map(str, command))}:\n{result.stdout[-3000:]}")
 
 
-def said_by(program, wanted):
+def said_by(program, wanted, folder):
     """What the program says until `wanted`, or within three seconds where it waits for its user."""
     patience = PATIENCE if wanted else 3
-    environment = dict(os.environ)
+    environment = {**os.environ, "TMPDIR": str(folder)}
     for name in ("QML2_IMPORT_PATH", "QCA_PLUGIN_PATH"):
         environment.pop(name, None)
     process = subprocess.Popen(
@@ -59,6 +59,7 @@ def main():
     wrong = 0
     with tempfile.TemporaryDirectory() as name:
         work = pathlib.Path(name)
+        (work / "tmp").mkdir()
         options = []
         if sys.argv[2] != "installed":
             run(CMAKE, "--install", sys.argv[2], "--prefix", work / "prefix")
@@ -66,7 +67,7 @@ def main():
         for example, wanted in SAYS.items():
             run(CMAKE, "-S", EXAMPLES / example, "-B", work / example, *options)
             run(CMAKE, "--build", work / example)
-            lines, ended = said_by(work / example / f"{example}-example", wanted)
+            lines, ended = said_by(work / example / f"{example}-example", wanted, work / "tmp")
             if any(line.startswith("SKIP") for line in lines):
                 print("\n".join(lines))
                 continue
@@ -76,6 +77,10 @@ def main():
                 print(f"{example} says:", *lines, sep="\n    ")
             else:
                 print(f"{example}: built and started")
+        left = [path.name for path in (work / "tmp").iterdir() if path.name.startswith("tmp.")]
+        if left:
+            wrong += 1
+            print(f"left behind: {left}")
     sys.exit(1 if wrong else 0)
 
 

@@ -40,4 +40,8 @@ if [ -z "${TRIVEX_SYSTEM_MODULES:-}" ]; then
 fi
 make_fixtures >"$directory/fixtures.log" 2>&1 || { cat "$directory/fixtures.log"; exit 1; }
 cd "$directory"
-"$@"
+# In the background, so that being told to end reaches the command, and what it used is removed.
+"$@" &
+child=$!
+trap 'kill "$child" 2>/dev/null; wait "$child" || true; exit 143' TERM INT
+wait "$child"
