@@ -35,7 +35,9 @@ is_installed() {
 wanted_packages() {
     for package in "$@"; do
         name=${package%\?}
-        if [ "$name" = "$package" ] || apt-cache show "$name" >/dev/null 2>&1; then
+        # A name that is only mentioned by other packages has no candidate.
+        if [ "$name" = "$package" ] \
+            || LC_ALL=C apt-cache policy "$name" | grep -q 'Candidate: [^(]'; then
             printf '%s\n' "$name"
         else
             say "This system has no $name: what needs it is left out." >&2

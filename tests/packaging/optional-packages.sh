@@ -26,12 +26,15 @@ asked_for() {
     cat "$work/asked"
 }
 
-stand_in apt-cache 'case "$2" in libengine-gost-openssl) exit 100 ;; esac'
+# It is mentioned by other packages there, as in Debian 13.
+stand_in apt-cache 'case "$1 $2" in
+"policy libengine-gost-openssl") printf "%s:\n  Installed: (none)\n  Candidate: (none)\n" "$2" ;;
+esac'
 new=$(asked_for new)
 case "$new" in *gost*) echo "asked for what the system lacks: $new"; exit 1 ;; esac
 case "$new" in *softhsm2*) ;; *) echo "did not ask for the rest: $new"; exit 1 ;; esac
 grep -q 'no libengine-gost-openssl' "$work/said" || { echo "left it out silently"; exit 1; }
 
-stand_in apt-cache 'exit 0'
+stand_in apt-cache 'printf "%s:\n  Installed: (none)\n  Candidate: 3.0.1-2\n" "$2"'
 old=$(asked_for old)
 case "$old" in *libengine-gost-openssl\ *) ;; *) echo "left out what there is: $old"; exit 1 ;; esac
