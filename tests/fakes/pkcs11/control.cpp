@@ -13,17 +13,19 @@ namespace {
 using Words = std::vector<std::string>;
 
 const std::map<std::string, Action> actionNames = {
-    {"fail", Action::Fail},     {"fail-after", Action::FailAfter},
-    {"delay", Action::Delay},   {"remove-at", Action::Remove},
-    {"kill", Action::Kill},     {"kill-after", Action::KillAfter},
-    {"report", Action::Report},
+    {"fail", Action::Fail},        {"fail-after", Action::FailAfter},
+    {"delay", Action::Delay},      {"remove-at", Action::Remove},
+    {"kill", Action::Kill},        {"kill-after", Action::KillAfter},
+    {"report", Action::Report},    {"end-sessions-at", Action::EndSessions},
+    {"logout-at", Action::Logout}, {"final-try-at", Action::FinalTry},
 };
 
 const std::map<std::string, bool Script::*> stateNames = {
-    {"read-only", &Script::readOnly},    {"full", &Script::full},
-    {"locked", &Script::locked},         {"count-low", &Script::countLow},
-    {"final-try", &Script::finalTry},    {"no-login-flag", &Script::noLoginFlag},
-    {"no-pin-flag", &Script::noPinFlag}, {"slots-grow", &Script::slotsGrow},
+    {"read-only", &Script::readOnly},     {"full", &Script::full},
+    {"locked", &Script::locked},          {"count-low", &Script::countLow},
+    {"final-try", &Script::finalTry},     {"no-login-flag", &Script::noLoginFlag},
+    {"no-pin-flag", &Script::noPinFlag},  {"slots-grow", &Script::slotsGrow},
+    {"other-token", &Script::otherToken},
 };
 
 const std::map<std::string, Kind> kindNames = {

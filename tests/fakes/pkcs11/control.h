@@ -20,6 +20,9 @@ enum class Action {
     FailAfter, //!< call the real module, then return \c result
     Delay, //!< wait \c milliseconds, then go on
     Remove, //!< take the slot of the call away
+    EndSessions, //!< close all sessions of the call's token, and with them its login
+    FinalTry, //!< leave the token one try from that call on
+    Logout, //!< end the login of the call's token, whose sessions live on
     Kill, //!< end the process at once, as a crash would
     KillAfter, //!< the same once the real module has done its work
     Report //!< the count, length or handle that the call gives is \c value
@@ -62,6 +65,7 @@ struct Script {
     bool finalTry = false;
     bool noLoginFlag = false;
     bool noPinFlag = false; //!< says that the user has no PIN, whatever a login does
+    bool otherToken = false; //!< the tokens have other serial numbers
     std::optional<std::string> pinPad; //!< the PIN that is typed on the reader
     std::set<std::string> gostHabits; //!< what the token does its own way with GOST keys
     std::vector<std::string> errors; //!< lines that were not understood

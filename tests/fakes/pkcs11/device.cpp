@@ -11,6 +11,7 @@
 #include <fstream>
 #include <iterator>
 #include <sys/stat.h>
+#include <utility>
 
 namespace Faulty {
 namespace {
@@ -185,6 +186,15 @@ void Device::applyRules(Function function, unsigned long subject, Verdict *verdi
             if (slot)
                 m_takenAway.insert(*slot);
             break;
+        case Action::EndSessions:
+            m_ending = slotsOfCall(slot);
+            break;
+        case Action::FinalTry:
+            m_script.finalTry = true;
+            break;
+        case Action::Logout:
+            m_loggedOut = slotsOfCall(slot);
+            break;
         case Action::Report:
             verdict->report = rule.value;
             break;
@@ -198,13 +208,41 @@ void Device::applyRules(Function function, unsigned long subject, Verdict *verdi
     }
 }
 
+// That of the call; all that have sessions for a call that names none.
+std::set<CK_SLOT_ID> Device::slotsOfCall(const std::optional<CK_SLOT_ID> &slot) const
+{
+    if (slot)
+        return {*slot};
+    std::set<CK_SLOT_ID> all;
+    for (const auto &session : m_sessions)
+        all.insert(session.second);
+    return all;
+}
+
+void Device::endLogins(std::unique_lock<std::mutex> *lock)
+{
+    const std::set<CK_SLOT_ID> slots = std::exchange(m_loggedOut, {});
+    std::map<CK_SLOT_ID, CK_SESSION_HANDLE> sessions;
+    for (const auto &session : m_sessions) {
+        if (slots.count(session.second) > 0)
+            sessions[session.second] = session.first;
+    }
+    lock->unlock();
+    for (const auto &session : sessions) {
+        const std::unique_lock<std::shared_mutex> aloneLock(m_busy);
+        m_target->C_Logout(session.second);
+    }
+    lock->lock();
+}
+
 // The sessions of a token that has gone are closed in the real module too, so that its login does
 // not survive the removal.
 void Device::dropSessions(std::unique_lock<std::mutex> *lock)
 {
     std::set<CK_SLOT_ID> gone;
+    const std::set<CK_SLOT_ID> ending = std::exchange(m_ending, {});
     for (auto it = m_sessions.begin(); it != m_sessions.end();) {
-        if (!isRemoved(it->second)) {
+        if (!isRemoved(it->second) && ending.count(it->second) == 0) {
             ++it;
             continue;
         }
@@ -232,6 +270,7 @@ Verdict Device::judge(Function function, unsigned long subject)
     if (m_slots.empty())
         m_slots = readSlots();
     dropSessions(&lock);
+    endLogins(&lock);
     const std::optional<CK_RV> state = stateResult(function, subject);
     if (state)
         verdict.instead = state;
@@ -314,6 +353,8 @@ CK_RV Device::tokenInfo(CK_SLOT_ID slot, CK_TOKEN_INFO *info)
     if (result != CKR_OK)
         return result;
     info->flags |= pinFlags(slot);
+    if (m_script.otherToken)
+        std::fill(std::begin(info->serialNumber), std::end(info->serialNumber), '7');
     if (m_script.readOnly)
         info->flags |= CKF_WRITE_PROTECTED;
     if (m_script.noLoginFlag)
@@ -386,6 +427,16 @@ std::vector<std::optional<Lie>> Device::liesAbout(const CK_ATTRIBUTE *attributes
         isLying = isLying || lies[i];
     }
     return isLying ? lies : std::vector<std::optional<Lie>>();
+}
+
+CK_RV Device::initialize(void *given)
+{
+    if (!given)
+        return m_target->C_Initialize(nullptr);
+    // What was meant for this module is nothing to the real one.
+    CK_C_INITIALIZE_ARGS arguments = *static_cast<const CK_C_INITIALIZE_ARGS *>(given);
+    arguments.pReserved = nullptr;
+    return m_target->C_Initialize(&arguments);
 }
 
 CK_RV Device::finalize(void *reserved)

@@ -53,6 +53,7 @@ public:
     CK_RV login(CK_SESSION_HANDLE session, CK_USER_TYPE user, CK_UTF8CHAR *pin, CK_ULONG length);
     //! The lies about these attributes, one each; empty when all is to be told as it is.
     std::vector<std::optional<Lie>> liesAbout(const CK_ATTRIBUTE *attributes, CK_ULONG count);
+    CK_RV initialize(void *given);
     CK_RV finalize(void *reserved);
 
 private:
@@ -68,7 +69,9 @@ private:
     std::optional<CK_SLOT_ID> slotOf(Function function, unsigned long subject) const;
     std::optional<CK_RV> stateResult(Function function, unsigned long subject) const;
     void applyRules(Function function, unsigned long subject, Verdict *verdict);
+    std::set<CK_SLOT_ID> slotsOfCall(const std::optional<CK_SLOT_ID> &slot) const;
     void dropSessions(std::unique_lock<std::mutex> *lock);
+    void endLogins(std::unique_lock<std::mutex> *lock);
     CK_FLAGS pinFlags(CK_SLOT_ID slot) const;
     unsigned long triesLeft(CK_SLOT_ID slot) const;
 
@@ -80,6 +83,8 @@ private:
     Script m_script;
     std::vector<Slot> m_slots;
     std::set<CK_SLOT_ID> m_takenAway; //!< by a "remove-at" rule
+    std::set<CK_SLOT_ID> m_ending; //!< whose sessions end before the call
+    std::set<CK_SLOT_ID> m_loggedOut; //!< whose logins end before the call
     unsigned long m_grown = 0; //!< slots without a token that "slots-grow" has added
     std::map<CK_SESSION_HANDLE, CK_SLOT_ID> m_sessions;
     std::map<CK_SESSION_HANDLE, CK_SLOT_ID> m_deadSessions;

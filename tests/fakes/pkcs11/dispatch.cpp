@@ -46,6 +46,14 @@ std::string loginDetail(CK_USER_TYPE user, const CK_UTF8CHAR *pin, CK_ULONG leng
     return who + (length == 0 ? " pin=empty" : " pin=given");
 }
 
+std::string reservedDetail(const void *given)
+{
+    const auto *arguments = static_cast<const CK_C_INITIALIZE_ARGS *>(given);
+    if (!arguments || !arguments->pReserved)
+        return {};
+    return std::string(" reserved=") + static_cast<const char *>(arguments->pReserved);
+}
+
 std::string attributesDetail(const CK_ATTRIBUTE *attributes, CK_ULONG count)
 {
     std::ostringstream detail;

@@ -19,6 +19,8 @@ void logCall(Function function, unsigned long subject, CK_RV result, const std::
 
 //! What a login's log line says of the user and the PIN: never the PIN itself.
 std::string loginDetail(CK_USER_TYPE user, const CK_UTF8CHAR *pin, CK_ULONG length);
+//! The parameters that C_Initialize gets: " reserved=a=b"; nothing without them.
+std::string reservedDetail(const void *given);
 //! The types that a call asks for: " attributes=0x11,0x102".
 std::string attributesDetail(const CK_ATTRIBUTE *attributes, CK_ULONG count);
 
@@ -103,6 +105,8 @@ CK_RV perform(CK_RV (*CK_FUNCTION_LIST::*member)(Args...), Args... args)
         return device.login(args...);
     else if constexpr (Id == Function::C_GetAttributeValue)
         return getAttributes(device, args...);
+    else if constexpr (Id == Function::C_Initialize)
+        return device.initialize(args...);
     else if constexpr (Id == Function::C_Finalize)
         return device.finalize(args...);
     else
@@ -132,6 +136,8 @@ template <Function Id, typename... Args> std::string detailOf(Args... args)
     else if constexpr (Id == Function::C_GetAttributeValue)
         return [](CK_SESSION_HANDLE, CK_OBJECT_HANDLE, const CK_ATTRIBUTE *attributes,
                   CK_ULONG count) { return attributesDetail(attributes, count); }(args...);
+    else if constexpr (Id == Function::C_Initialize)
+        return reservedDetail(args...);
     else
         return {};
 }

@@ -41,6 +41,9 @@ private Q_SLOTS:
     void delaysACall();
     void takesTheDeviceAwayAndBringsItBack();
     void takesTheDeviceAwayAtACall();
+    void endsSessionsAndLoginsAtACall();
+    void exchangesTheToken();
+    void leavesOneTryFromACallOn();
     void countsWrongPins();
     void forcesTokenStates();
     void showsSoManySlots();
@@ -275,6 +278,52 @@ void TestFaultyModule::takesTheDeviceAwayAtACall()
     QVERIFY(!slotIds(true).contains(m_slot));
     control("# back\n");
     QVERIFY(slotIds(true).contains(m_slot));
+}
+
+void TestFaultyModule::endsSessionsAndLoginsAtACall()
+{
+    const CK_SESSION_HANDLE session = open();
+    QCOMPARE(login(session, pin), CKR_OK);
+    const auto state = [&](CK_SESSION_HANDLE one) {
+        CK_SESSION_INFO info{};
+        const CK_RV result = m_module->C_GetSessionInfo(one, &info);
+        return result == CKR_OK ? info.state : result;
+    };
+    QCOMPARE(state(session), CK_ULONG(CKS_RW_USER_FUNCTIONS));
+    control("logout-at C_GetSessionInfo 2\n");
+    QCOMPARE(state(session), CK_ULONG(CKS_RW_USER_FUNCTIONS));
+    QCOMPARE(state(session), CK_ULONG(CKS_RW_PUBLIC_SESSION));
+    QCOMPARE(login(session, pin), CKR_OK);
+    control("end-sessions-at C_GetSessionInfo 1\n");
+    QCOMPARE(state(session), CK_ULONG(CKR_SESSION_HANDLE_INVALID));
+    const CK_SESSION_HANDLE another = open();
+    QCOMPARE(state(another), CK_ULONG(CKS_RW_PUBLIC_SESSION));
+    // A call that names neither ends them all.
+    control("end-sessions-at C_GetSlotList 1\n");
+    QVERIFY(slotIds(true).contains(m_slot));
+    QCOMPARE(state(another), CK_ULONG(CKR_SESSION_HANDLE_INVALID));
+}
+
+void TestFaultyModule::exchangesTheToken()
+{
+    const auto serial = [this] {
+        const CK_TOKEN_INFO info = tokenInfo();
+        return QByteArray(reinterpret_cast<const char *>(info.serialNumber),
+                          sizeof info.serialNumber);
+    };
+    const QByteArray before = serial();
+    control("other-token\n");
+    QVERIFY(serial() != before);
+    control("# back\n");
+    QCOMPARE(serial(), before);
+}
+
+void TestFaultyModule::leavesOneTryFromACallOn()
+{
+    control("final-try-at C_GetTokenInfo 2\n");
+    QVERIFY(!(tokenInfo().flags & CKF_USER_PIN_FINAL_TRY));
+    QVERIFY(tokenInfo().flags & CKF_USER_PIN_FINAL_TRY);
+    QVERIFY(tokenInfo().flags & CKF_USER_PIN_FINAL_TRY);
 }
 
 void TestFaultyModule::countsWrongPins()
