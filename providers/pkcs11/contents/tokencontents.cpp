@@ -56,7 +56,7 @@ public:
         for (const TokenKey &key : objects.privateKeys)
             add(key);
         for (const TokenKey &key : objects.publicKeys)
-            addPublic(key, objects.privateKeysHidden);
+            addPublic(key, objects.mayHaveUnknownKeys());
     }
 
     /// The key of a certificate: by its public half; where that is not known, by id alone. A key
@@ -91,13 +91,13 @@ private:
             m_byPublicInfo.insert(comparablePublicInfo(key.publicInfo), added);
     }
 
-    void addPublic(const TokenKey &key, bool privateKeysHidden)
+    void addPublic(const TokenKey &key, bool mayHaveUnknownKeys)
     {
         if (const auto known = privateHalfOf(key)) {
             known->publicObject = key.publicObject;
             known->publicInfo = key.publicInfo;
             m_byPublicInfo.insert(comparablePublicInfo(key.publicInfo), known);
-        } else if (privateKeysHidden) {
+        } else if (mayHaveUnknownKeys) {
             // Before login a public key is all that shows of a pair.
             add(key);
         }
@@ -262,7 +262,7 @@ std::vector<TokenKeyPtr> keysOf(const std::vector<std::shared_ptr<TokenCertifica
 /// their keys there. Those of authorities hardly ever do.
 bool mayHaveKey(const TokenObjects &objects, const TokenCertificate &certificate)
 {
-    return objects.privateKeysHidden && objects.publicKeys.empty() && !certificate.id.isEmpty()
+    return objects.mayHaveUnknownKeys() && objects.publicKeys.empty() && !certificate.id.isEmpty()
         && !certificate.parts.isAuthority
         && algorithmOf(certificate.parts.publicInfo.in(certificate.der));
 }
@@ -334,6 +334,13 @@ TokenContentsPtr assembleContents(const TokenObjects &objects, const QString &st
     contents->keysHidden = objects.privateKeysHidden;
     contents->keys.assign(keys.keys().begin(), keys.keys().end());
     return contents;
+}
+
+void TokenObjects::takeKeysOf(const TokenObjects &other)
+{
+    publicKeys = other.publicKeys;
+    privateKeys = other.privateKeys;
+    keysAreRemembered = true;
 }
 
 TokenEntryPtr TokenContents::entry(const QString &id) const

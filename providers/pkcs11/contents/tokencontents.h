@@ -71,6 +71,11 @@ struct TokenObjects {
     std::vector<TokenKey> privateKeys;
     /// Private keys may be there without being shown.
     bool privateKeysHidden = false;
+    /// The keys are those that an earlier login has shown, and stand for the hidden ones.
+    bool keysAreRemembered = false;
+
+    void takeKeysOf(const TokenObjects &other);
+    bool mayHaveUnknownKeys() const { return privateKeysHidden && !keysAreRemembered; }
 };
 
 /// Puts certificates, keys and issuers together. Pure; `storeId` goes into the entry ids.

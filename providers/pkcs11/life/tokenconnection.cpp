@@ -40,6 +40,11 @@ CK_RV callLogin(const Session &session, CK_USER_TYPE user, Secret pin)
                                      CK_ULONG(pin.size()));
 }
 
+bool isUserState(CK_STATE state)
+{
+    return state == CKS_RO_USER_FUNCTIONS || state == CKS_RW_USER_FUNCTIONS;
+}
+
 } // namespace
 
 TokenFlags flagsOf(const CK_TOKEN_INFO &info)
@@ -65,32 +70,62 @@ TokenConnection::TokenConnection(Pkcs11::ModulePtr module, CK_SLOT_ID slot, Toke
 {
 }
 
-const Session &TokenConnection::session()
+CK_STATE TokenConnection::anchorState()
 {
     if (m_anchor) {
         try {
-            m_anchor->state();
+            return m_anchor->state();
         } catch (const Error &error) {
             if (!Pkcs11::endsSession(error.returnValue()))
                 throw;
             m_anchor.reset();
+            if (m_reliance != Reliance::Nothing)
+                throw;
         }
     }
-    if (!m_anchor)
-        m_anchor.emplace(m_module, m_slot, Session::ReadOnly);
-    return *m_anchor;
+    m_anchor.emplace(m_module, m_slot, Session::ReadOnly);
+    ++m_anchors;
+    ++m_handleSeries;
+    return m_anchor->state();
+}
+
+bool TokenConnection::checkLogin()
+{
+    const bool isLoggedIn = isUserState(anchorState());
+    m_tellsLogin = m_tellsLogin || isLoggedIn;
+    if (m_reliance == Reliance::Login && !isLoggedIn)
+        throw Error(CKR_USER_NOT_LOGGED_IN, "C_GetSessionInfo");
+    return isLoggedIn;
 }
 
 Session TokenConnection::open(Session::Mode mode)
 {
-    session();
+    checkLogin();
     return Session(m_module, m_slot, mode);
+}
+
+Session TokenConnection::openToUndo(Operation &operation)
+{
+    const bool hadLogin = m_reliance == Reliance::Login;
+    const Scope toItsEnd(*this, nullptr);
+    if (!checkLogin() && hadLogin) {
+        try {
+            login(operation, LoginFor::PrivateKeys);
+        } catch (const Error &) {
+            // What shows without a login is undone all the same.
+        }
+    }
+    return Session(m_module, m_slot, Session::ReadWrite);
 }
 
 TokenFlags TokenConnection::flags() const
 {
     CK_TOKEN_INFO info = {};
     check((*m_module)->C_GetTokenInfo(m_slot, &info), "C_GetTokenInfo");
+    // Another one may be in the slot before the look at the slots finds it: it gets no PIN that
+    // was given for this one, and nothing of it is shown as this one's.
+    if (identityOf(info).storeId != m_identity.storeId)
+        throw Error(CKR_DEVICE_REMOVED, "C_GetTokenInfo");
     return flagsOf(info);
 }
 
@@ -103,16 +138,25 @@ bool TokenConnection::supports(CK_MECHANISM_TYPE mechanism) const
 void TokenConnection::login(Operation &operation, LoginFor purpose)
 {
     checkCancelled();
-    if (!session().isLoggedIn()) {
-        const bool hides = purpose == LoginFor::PrivateKeys && m_objects.privateKeysHidden;
-        if (!hides && !wantsLogin())
-            return;
+    m_reliance = Reliance::Nothing;
+    bool isLoggedIn = checkLogin();
+    bool isRead = keysHold();
+    const bool hides = purpose == LoginFor::PrivateKeys && m_objects.privateKeysHidden;
+    if (isLoggedIn) {
+        // A reading that failed after the login is made up for.
+        isRead = isRead && !m_objects.privateKeysHidden;
+    } else if (hides || wantsLogin()) {
         authenticate(*m_anchor, CKU_USER, operation, QCA::KeyStoreEntry());
-    } else if (!m_objects.privateKeysHidden) {
-        return;
+        isLoggedIn = isUserState(m_anchor->state());
+        // A module that has never told of a login may never do.
+        if (!isLoggedIn && m_tellsLogin)
+            throw Error(CKR_USER_NOT_LOGGED_IN, "C_GetSessionInfo");
+        // Private keys show themselves only now.
+        isRead = false;
     }
-    // Private keys show themselves only now; a reading that failed after the login is made up for.
-    readKeysAgain();
+    m_reliance = isLoggedIn ? Reliance::Login : Reliance::Anchor;
+    if (!isRead)
+        readKeysAgain();
 }
 
 void TokenConnection::loginForUse(const Session &session, Operation &operation,
@@ -153,15 +197,18 @@ void TokenConnection::authenticate(const Session &session, CK_USER_TYPE user, Op
     if (result != CKR_USER_ALREADY_LOGGED_IN)
         check(result, "C_Login");
     m_hasLoggedIn = true;
+    if (user == CKU_USER)
+        ++m_handleSeries;
 }
 
 // Some tokens hide them without saying that they want a login.
-bool TokenConnection::hidesPrivateKeys()
+bool TokenConnection::hidesPrivateKeys(const TokenObjects &read)
 {
     const TokenFlags current = flags();
     const bool says = m_hiddenLogin || current.needsLogin;
-    const bool may = current.hasUserPin && !current.pinMayBeEmpty && m_objects.privateKeys.empty();
-    return (says || may) && !session().isLoggedIn();
+    const bool may = current.hasUserPin && !current.pinMayBeEmpty && read.privateKeys.empty();
+    const bool isLoggedIn = checkLogin();
+    return (says || may) && !isLoggedIn;
 }
 
 bool TokenConnection::learnsLoginFrom(const Error &error)
@@ -193,20 +240,43 @@ void TokenConnection::end() noexcept
 void TokenConnection::read()
 {
     // Not in the anchor: a search that fails may leave its session with one that never ends.
-    m_objects.certificates = readCertificates(
-        open(Session::ReadOnly), m_choice, [this](const TokenCertificate &certificate) {
+    std::optional<Session> session = open(Session::ReadOnly);
+    const int anchor = m_anchors;
+    auto certificates =
+        readCertificates(*session, m_choice, [this](const TokenCertificate &certificate) {
             warnOfDamaged(m_identity.storeId, m_store.name(), certificate);
         });
-    readKeysAgain();
+    session.reset();
+    readKeyObjects();
+    m_objects.certificates = std::move(certificates);
+    m_certificatesRead = anchor;
+    assemble();
 }
 
 void TokenConnection::readKeysAgain()
 {
-    if (m_choice == CertificateChoice::All) {
-        readKeys(open(Session::ReadOnly), &m_objects);
-        m_objects.privateKeysHidden = hidesPrivateKeys();
-    }
+    readKeyObjects();
     assemble();
+}
+
+void TokenConnection::readKeyObjects()
+{
+    if (m_choice != CertificateChoice::All)
+        return;
+    std::optional<Session> session = open(Session::ReadOnly);
+    const int anchor = m_anchors;
+    TokenObjects read;
+    readKeys(*session, &read);
+    session.reset();
+    read.privateKeysHidden = hidesPrivateKeys(read);
+    if (!read.privateKeysHidden)
+        m_shown = read;
+    else if (m_shown)
+        read.takeKeysOf(*m_shown);
+    read.certificates = std::move(m_objects.certificates);
+    m_objects = std::move(read);
+    // Of what is remembered the handles are no good.
+    m_keysRead = m_objects.keysAreRemembered ? 0 : anchor;
 }
 
 void TokenConnection::noteWritten(const Session &session, CK_OBJECT_HANDLE publicKey,
@@ -279,17 +349,22 @@ void TokenConnection::noteError(const Error &error) noexcept
 TokenConnection::Scope::Scope(TokenConnection &connection, CancellationPtr cancellation)
     : m_connection(connection)
     , m_previous(std::exchange(connection.m_cancellation, std::move(cancellation)))
+    , m_previousReliance(std::exchange(connection.m_reliance, Reliance::Nothing))
 {
 }
 
 TokenConnection::Scope::~Scope()
 {
     m_connection.m_cancellation = std::move(m_previous);
+    m_connection.m_reliance = m_previousReliance;
 }
 
 void TokenConnection::noteSuccess() noexcept
 {
     m_module->health().noteOperation(CKR_OK);
+    // What was written or removed has changed them.
+    if (m_shown)
+        m_shown->takeKeysOf(m_objects);
 }
 
 void TokenConnection::noteFailure(const Error &error) noexcept
@@ -299,6 +374,7 @@ void TokenConnection::noteFailure(const Error &error) noexcept
     if (Pkcs11::ModuleHealth::isFault(error.returnValue()) && !deviceAnswers())
         m_module->health().noteOperation(error.returnValue());
     noteError(error);
+    m_reliance = Reliance::Nothing;
 }
 
 void TokenConnection::checkCancelled() const

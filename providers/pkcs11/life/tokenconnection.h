@@ -38,18 +38,30 @@ public:
     const QCA::KeyStoreInfo &store() const { return m_store; }
     const Pkcs11::Module &module() const { return *m_module; }
 
-    /// The anchor session; opened anew when it has died.
-    const Pkcs11::Session &session();
-    /// Another session, which shares the login of the anchor: for what writes, and for what could
-    /// leave a session with an unfinished operation.
+    /// A session which shares the login of the anchor, that is opened anew when it has died. Throws
+    /// as `checkLogin` does.
     Pkcs11::Session open(Pkcs11::Session::Mode mode);
+    /// A session that writes, to undo what the operation has done: where it worked with a login
+    /// that has ended since, it asks for it once more, and does without when nobody gives it.
+    Pkcs11::Session openToUndo(Operation &operation);
+    /// Whether somebody is logged in. Throws when that, or the anchor, has ended since `login`:
+    /// what hides without a login would count as absent. To be called before anything is concluded
+    /// from what does not show.
+    bool checkLogin();
+    /// Handles of objects that were taken while it was the same are still good: they may all change
+    /// with the anchor, and those of private objects with the login.
+    int handleSeries() const { return m_handleSeries; }
+    /// Whether the handles in `contents` are still good. Those of keys are, after `login`.
+    bool certificatesHold() const { return m_certificatesRead == m_anchors; }
+    bool keysHold() const { return m_keysRead == m_anchors; }
 
     TokenFlags flags() const;
     bool supports(CK_MECHANISM_TYPE mechanism) const;
 
     /// What a login is for. Private keys may hide on a token whose flags say nothing of a login.
     enum class LoginFor { Objects, PrivateKeys };
-    /// Logs in unless that is done already or not needed, asking through `operation` once.
+    /// Logs in unless that is done already or not needed, asking through `operation` once. From
+    /// then on the running operation relies on that login, or where there is none on the anchor.
     void login(Operation &operation, LoginFor purpose = LoginFor::Objects);
     /// The login that a key with CKA_ALWAYS_AUTHENTICATE wants between C_SignInit and C_Sign.
     void loginForUse(const Pkcs11::Session &session, Operation &operation,
@@ -85,8 +97,11 @@ public:
     /// each of them tries and undoes something.
     void noteFailure(const Pkcs11::Error &error) noexcept;
 
+    /// What an operation takes for granted between its calls.
+    enum class Reliance { Nothing, Anchor, Login };
+
     /// The operation that works on the connection while one lives, by its cancellation; a null one
-    /// for what has to be done to its end, as undoing has.
+    /// for what has to be done to its end, as undoing has. It relies on nothing at first.
     class Scope {
     public:
         Scope(TokenConnection &connection, CancellationPtr cancellation);
@@ -97,6 +112,7 @@ public:
     private:
         TokenConnection &m_connection;
         CancellationPtr m_previous;
+        Reliance m_previousReliance;
     };
 
     /// Throws when the end of the operation has been asked for. To be called before each step that
@@ -104,11 +120,15 @@ public:
     void checkCancelled() const;
 
 private:
+    /// The state of the anchor, opened anew when it has died. Throws when the operation relies on
+    /// the one that died.
+    CK_STATE anchorState();
+    void readKeyObjects();
     void assemble();
     /// True when the device itself does something that changes nothing; false, too, for one that
     /// has no random numbers.
     bool deviceAnswers() const noexcept;
-    bool hidesPrivateKeys();
+    bool hidesPrivateKeys(const TokenObjects &read);
     bool wantsLogin() const { return m_hiddenLogin || flags().needsLogin; }
     void authenticate(const Pkcs11::Session &session, CK_USER_TYPE user, Operation &operation,
                       const QCA::KeyStoreEntry &entry);
@@ -119,11 +139,20 @@ private:
     QCA::KeyStoreInfo m_store;
     CertificateChoice m_choice;
     std::optional<Pkcs11::Session> m_anchor;
+    int m_anchors = 0; ///< so many were opened
+    int m_handleSeries = 0;
+    Reliance m_reliance = Reliance::Nothing;
     TokenObjects m_objects;
+    int m_certificatesRead = 0; ///< the anchor in whose time they were read
+    int m_keysRead = 0;
+    /// The keys as a login has shown them last.
+    std::optional<TokenObjects> m_shown;
     TokenContentsPtr m_contents;
     bool m_hiddenLogin = false;
     /// A login has worked, whatever the flags say of the PIN.
     bool m_hasLoggedIn = false;
+    /// The states of its sessions say when somebody is logged in.
+    bool m_tellsLogin = false;
     CancellationPtr m_cancellation;
 };
 

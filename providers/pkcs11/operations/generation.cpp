@@ -36,7 +36,7 @@ void Generation::Shared::work(TokenConnection &connection, Operation &operation,
             return;
         }
     }
-    removeKeyPair(connection, key->publicInfo);
+    removeKeyPair(connection, operation, key->publicInfo);
     throw Pkcs11::Error(TokenError::Cancelled);
 }
 
@@ -74,8 +74,8 @@ void Generation::abandon()
         return;
     m_tokens.post(
         Operation::unattended(Purpose::Remove, left.storeId),
-        [left](TokenConnection &connection, Operation &) {
-            removeKeyPair(connection, left.key->publicInfo);
+        [left](TokenConnection &connection, Operation &operation) {
+            removeKeyPair(connection, operation, left.key->publicInfo);
         },
         [](const TokenError &) {});
 }

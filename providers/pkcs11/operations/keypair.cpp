@@ -129,16 +129,22 @@ QByteArray provisionalId()
 struct Traces {
     std::vector<QByteArray> ids;
     std::vector<CK_OBJECT_HANDLE> objects;
+    int handleSeries = 0; ///< of `objects`
 };
 
-void remove(TokenConnection &connection, const Traces &traces) noexcept
+/// By the login that the pair was made with, or a new one: without one a token doesn't show the
+/// private half.
+void remove(TokenConnection &connection, Operation &operation, const Traces &traces) noexcept
 {
     try {
-        const Session session = connection.open(Session::ReadWrite);
+        const Session session = connection.openToUndo(operation);
         const auto destroy = [&](CK_OBJECT_HANDLE object) {
             session.module()->C_DestroyObject(session.handle(), object);
         };
-        for (const CK_OBJECT_HANDLE object : traces.objects)
+        // They may name other objects by now.
+        const bool areGood = traces.handleSeries == connection.handleSeries();
+        for (const CK_OBJECT_HANDLE object :
+             areGood ? traces.objects : std::vector<CK_OBJECT_HANDLE>())
             destroy(object);
         for (const QByteArray &id : traces.ids) {
             Template wanted;
@@ -202,9 +208,12 @@ TokenKeyPtr make(TokenConnection &connection, const GenerationRequest &request,
                                               privatePart.size(), &publicObject, &privateObject),
           "C_GenerateKeyPair");
     if (!isNewHalf(connection, session, publicObject, CKO_PUBLIC_KEY)
-        || !isNewHalf(connection, session, privateObject, CKO_PRIVATE_KEY))
+        || !isNewHalf(connection, session, privateObject, CKO_PRIVATE_KEY)) {
+        connection.checkLogin();
         throw Error(CKR_GENERAL_ERROR, "C_GenerateKeyPair");
+    }
     traces->objects = {publicObject, privateObject};
+    traces->handleSeries = connection.handleSeries();
     connection.checkCancelled();
     const QByteArray publicInfo = publicInfoOf(session, publicObject, request.type);
     if (publicInfo.isEmpty())
@@ -218,15 +227,14 @@ TokenKeyPtr make(TokenConnection &connection, const GenerationRequest &request,
     return made;
 }
 
-TokenKeyPtr makeOrUndo(TokenConnection &connection, const GenerationRequest &request,
-                       const QString &label)
+TokenKeyPtr makeOrUndo(TokenConnection &connection, Operation &operation,
+                       const GenerationRequest &request)
 {
     Traces traces = {{provisionalId()}, {}};
     try {
-        return make(connection, request, label, &traces);
+        return make(connection, request, operation.objectId(), &traces);
     } catch (const Error &) {
-        // By the login that there still is: without one a token doesn't show the private half.
-        remove(connection, traces);
+        remove(connection, operation, traces);
         throw;
     }
 }
@@ -260,7 +268,7 @@ TokenKeyPtr generateKeyPair(TokenConnection &connection, Operation &operation,
     connection.checkWritable();
     connection.login(operation);
     try {
-        return makeOrUndo(connection, request, operation.objectId());
+        return makeOrUndo(connection, operation, request);
     } catch (const Error &error) {
         if (!mayRefuseExponent(error, request))
             throw;
@@ -268,15 +276,18 @@ TokenKeyPtr generateKeyPair(TokenConnection &connection, Operation &operation,
     connection.checkCancelled();
     GenerationRequest common = request;
     common.exponent = CommonExponent;
-    return makeOrUndo(connection, common, operation.objectId());
+    return makeOrUndo(connection, operation, common);
 }
 
-void removeKeyPair(TokenConnection &connection, const QByteArray &publicInfo)
+void removeKeyPair(TokenConnection &connection, Operation &operation, const QByteArray &publicInfo)
 {
     Traces traces = {{keyIdentifierOf(publicInfo)}, {}};
-    if (const TokenKeyPtr key = connection.contents()->keyFor(publicInfo))
+    const TokenKeyPtr key = connection.contents()->keyFor(publicInfo);
+    if (key && connection.keysHold()) {
         traces.objects = {key->publicObject, key->privateObject};
-    remove(connection, traces);
+        traces.handleSeries = connection.handleSeries();
+    }
+    remove(connection, operation, traces);
     connection.readKeysAgain();
 }
 

@@ -23,6 +23,6 @@ TokenKeyPtr generateKeyPair(TokenConnection &connection, Operation &operation,
                             const GenerationRequest &request);
 
 /// Removes a pair that `generateKeyPair` has just made. Throws `Pkcs11::Error`.
-void removeKeyPair(TokenConnection &connection, const QByteArray &publicInfo);
+void removeKeyPair(TokenConnection &connection, Operation &operation, const QByteArray &publicInfo);
 
 } // namespace Trivex

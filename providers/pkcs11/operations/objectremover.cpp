@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/operations/objectremover.h"
 
+#include "providers/pkcs11/contents/tokenreader.h"
 #include "providers/pkcs11/operations/objecttemplates.h"
 #include "providers/pkcs11/operations/writing.h"
+#include "qca/keys/gostpublickey.h"
 
 #include <algorithm>
 
@@ -26,14 +28,18 @@ bool exists(const Session &session, CK_OBJECT_HANDLE object)
     }
 }
 
-/// An object that is gone is what was wanted, whatever the call returned.
-void destroy(const Session &session, CK_OBJECT_HANDLE object)
+/// An object that is gone is what was wanted, whatever the call returned. One that only hides, for
+/// want of a login, is not.
+void destroy(TokenConnection &connection, const Session &session, CK_OBJECT_HANDLE object)
 {
     if (object == CK_INVALID_HANDLE)
         return;
     const CK_RV result = session.module()->C_DestroyObject(session.handle(), object);
-    if (result != CKR_OK && exists(session, object))
+    if (result == CKR_OK)
+        return;
+    if (exists(session, object))
         throw Error(result, "C_DestroyObject");
+    connection.checkLogin();
 }
 
 bool isSharedKey(const TokenContents &contents, const TokenEntry &removed)
@@ -44,12 +50,18 @@ bool isSharedKey(const TokenContents &contents, const TokenEntry &removed)
         });
 }
 
-/// The entry after the login, which may have shown its key.
-TokenEntryPtr current(const TokenConnection &connection, const TokenEntry &entry)
+/// The entry after the login, which may have shown its key; with handles that are good.
+TokenEntryPtr current(TokenConnection &connection, const TokenEntry &entry)
 {
+    if (!connection.certificatesHold())
+        connection.read();
     const TokenEntryPtr found = connection.contents()->entryOf(entry.certificate->der);
     if (!found)
         throw Error(TokenError::NotFound);
+    // Not half of a pair, whose other half would stay where nobody sees it.
+    const TokenKeyPtr key = entry.key && found->key ? found->key : nullptr;
+    if (key && (key->privateObject == CK_INVALID_HANDLE || !connection.keysHold()))
+        throw Error(TokenError::NotLoggedIn);
     return found;
 }
 
@@ -63,9 +75,19 @@ void putCertificateBack(Writing &writing, const TokenCertificate &certificate)
     writing.create(object, mark, {});
 }
 
+bool hasPublicKey(const Session &session, const TokenKey &key)
+{
+    const auto candidates = findMarked(session, {CKO_PUBLIC_KEY, key.id, {}});
+    return std::any_of(candidates.begin(), candidates.end(), [&](CK_OBJECT_HANDLE object) {
+        const QByteArray info = publicInfoOf(session, object, key.type);
+        return comparablePublicInfo(info) == comparablePublicInfo(key.publicInfo);
+    });
+}
+
 void putPublicKeyBack(Writing &writing, const TokenKey &key)
 {
-    if (key.publicObject == CK_INVALID_HANDLE || exists(writing.session(), key.publicObject))
+    // Not looked for by its handle, which may have changed with the session.
+    if (key.publicObject == CK_INVALID_HANDLE || hasPublicKey(writing.session(), key))
         return;
     const KeyMaterial material = KeyMaterial::fromPublicInfo(key.publicInfo);
     Template object;
@@ -73,18 +95,20 @@ void putPublicKeyBack(Writing &writing, const TokenKey &key)
     writing.create(object, {CKO_PUBLIC_KEY, key.id, {}}, {});
 }
 
-void putBack(TokenConnection &connection, const TokenEntry &entry, bool withKey) noexcept
+/// By the login that the removal had, or a new one: what hides without would be put back twice.
+void putBack(TokenConnection &connection, Operation &operation, const TokenEntry &entry,
+             bool withKey) noexcept
 {
-    const TokenConnection::Scope toItsEnd(connection, nullptr);
     try {
-        Writing writing(connection);
+        Writing writing(connection, operation, connection.openToUndo(operation));
+        const TokenConnection::Scope toItsEnd(connection, nullptr);
         putCertificateBack(writing, *entry.certificate);
         if (withKey)
             putPublicKeyBack(writing, *entry.key);
         writing.keep();
         connection.read();
-    } catch (const Error &error) {
-        connection.noteError(error);
+    } catch (const Error &) {
+        // The removal's own failure is what is reported.
     }
 }
 
@@ -94,10 +118,10 @@ void removeObjects(TokenConnection &connection, const TokenEntry &entry, bool wi
     // Not between the objects: what is half gone has to be put back.
     connection.checkCancelled();
     for (const CK_OBJECT_HANDLE object : entry.certificate->objects)
-        destroy(session, object);
+        destroy(connection, session, object);
     if (withKey) {
-        destroy(session, entry.key->publicObject);
-        destroy(session, entry.key->privateObject);
+        destroy(connection, session, entry.key->publicObject);
+        destroy(connection, session, entry.key->privateObject);
     }
 }
 
@@ -116,8 +140,7 @@ void removeEntry(TokenConnection &connection, Operation &operation, const QStrin
     try {
         removeObjects(connection, *entry, withKey);
     } catch (const Error &) {
-        // By the login that there still is: what hides without one would be put back twice.
-        putBack(connection, *entry, withKey);
+        putBack(connection, operation, *entry, withKey);
         throw;
     }
     connection.noteRemoved(*entry->certificate);

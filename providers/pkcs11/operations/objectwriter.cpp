@@ -59,7 +59,7 @@ std::vector<Wanted> lookForCertificates(const TokenConnection &connection, const
     }
     QSet<CK_OBJECT_HANDLE> others;
     for (const TokenEntryPtr &entry : connection.contents()->entries) {
-        if (find(entry->certificate->der) == wanted.end()) {
+        if (connection.certificatesHold() && find(entry->certificate->der) == wanted.end()) {
             for (const CK_OBJECT_HANDLE object : entry->certificate->objects)
                 others.insert(object);
         }
@@ -141,12 +141,13 @@ CK_OBJECT_HANDLE putHalf(Writing &writing, const Wanted &wanted, const KeyMateri
 
 /// A bundle, with what the token has of it.
 struct WantedBundle {
-    WantedBundle(const TokenConnection &connection, const Writing &writing,
+    WantedBundle(TokenConnection &connection, const Writing &writing,
                  const BundleToWrite &bundle)
     {
         const TokenKeyPtr known = connection.contents()->keyFor(bundle.key.publicInfo());
         id = known && !known->id.isEmpty() ? known->id : keyIdentifierOf(bundle.key.publicInfo());
         lookForPair(writing, id, &privateHalf, &publicHalf);
+        connection.checkLogin();
         chain = lookForCertificates(connection, writing, bundle.chain);
     }
 
@@ -197,7 +198,7 @@ QString writeCertificate(TokenConnection &connection, Operation &operation, cons
     TokenCertificate certificate = parsed(der);
     connection.checkWritable();
     connection.login(operation);
-    Writing writing(connection);
+    Writing writing(connection, operation);
     const auto wanted = lookForCertificates(connection, writing, {der});
     if (put(connection, writing, wanted.front(), certificate, QString()))
         connection.noteWritten({certificate});
@@ -212,7 +213,7 @@ QString writeBundle(TokenConnection &connection, Operation &operation, const Bun
     const TokenCertificate own = parsed(bundle.chain.front());
     connection.checkWritable();
     connection.login(operation);
-    Writing writing(connection);
+    Writing writing(connection, operation);
     const QString label = bundle.name.isEmpty() ? commonNameOf(own) : bundle.name;
     const WantedBundle wanted(connection, writing, bundle);
     putKeys(connection, writing, wanted, bundle.key, label);

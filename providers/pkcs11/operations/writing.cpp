@@ -3,6 +3,7 @@
 #include "providers/pkcs11/operations/writing.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace Trivex {
 
@@ -24,9 +25,16 @@ std::vector<CK_OBJECT_HANDLE> findMarked(const Session &session, const ObjectMar
     return Pkcs11::findObjects(session, wanted);
 }
 
-Writing::Writing(TokenConnection &connection)
+Writing::Writing(TokenConnection &connection, Operation &operation)
+    : Writing(connection, operation, connection.open(Session::ReadWrite))
+{
+}
+
+Writing::Writing(TokenConnection &connection, Operation &operation, Session session)
     : m_connection(connection)
-    , m_session(connection.open(Session::ReadWrite))
+    , m_operation(operation)
+    , m_session(std::move(session))
+    , m_handleSeries(connection.handleSeries())
 {
 }
 
@@ -55,7 +63,7 @@ void Writing::undo() noexcept
 {
     try {
         // The session that failed may be of no use any more, and with it the login.
-        m_session = m_connection.open(Session::ReadWrite);
+        m_session = m_connection.openToUndo(m_operation);
         for (auto step = m_steps.rbegin(); step != m_steps.rend(); ++step)
             undo(*step);
     } catch (const Error &) {
@@ -66,6 +74,10 @@ void Writing::undo() noexcept
 
 void Writing::undo(const Step &step)
 {
+    // What was there before can't be told from what was made once the handles have changed. An
+    // object too many does less harm than somebody's key too few.
+    if (!step.present.empty() && m_handleSeries != m_connection.handleSeries())
+        return;
     const auto found = findMarked(m_session, step.mark);
     for (const CK_OBJECT_HANDLE object : found) {
         const bool wasThere =

@@ -22,7 +22,9 @@ std::vector<CK_OBJECT_HANDLE> findMarked(const Pkcs11::Session &session, const O
 /// own. Throws `Pkcs11::Error`.
 class Writing {
 public:
-    explicit Writing(TokenConnection &connection);
+    Writing(TokenConnection &connection, Operation &operation);
+    /// By a session that there is already; `operation` is asked for a login that was lost.
+    Writing(TokenConnection &connection, Operation &operation, Pkcs11::Session session);
     ~Writing();
     Writing(const Writing &) = delete;
     Writing &operator=(const Writing &) = delete;
@@ -44,7 +46,9 @@ private:
     void undo(const Step &step);
 
     TokenConnection &m_connection;
+    Operation &m_operation;
     Pkcs11::Session m_session;
+    const int m_handleSeries;
     std::vector<Step> m_steps;
 };
 
