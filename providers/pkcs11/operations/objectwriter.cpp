@@ -8,6 +8,7 @@
 #include "qca/keys/gostpublickey.h"
 #include "qca/keys/publickeyfields.h"
 
+#include <QCryptographicHash>
 #include <QSet>
 
 #include <algorithm>
@@ -124,16 +125,30 @@ QString listedId(TokenConnection &connection, const QByteArray &der)
     return entry->id;
 }
 
+/// What an object under the id of a key is to that key.
+enum class Kinship { Own, Foreign, Unknown };
+
+/// Private keys of elliptic curves do not show their public half: they are unknown.
+Kinship kinshipOf(const Writing &writing, CK_OBJECT_HANDLE object, const KeyMaterial &key)
+{
+    const CK_KEY_TYPE type = tokenTypeOf(key.publicInfo());
+    Pkcs11::AttributeReader reader({{CKA_KEY_TYPE, sizeof(CK_KEY_TYPE)}});
+    reader.read(writing.session(), object);
+    if (reader.number(0, type) != type)
+        return Kinship::Foreign;
+    const QByteArray found = publicInfoOf(writing.session(), object, type);
+    if (found.isEmpty())
+        return Kinship::Unknown;
+    const bool isOwn = comparablePublicInfo(found) == comparablePublicInfo(key.publicInfo());
+    return isOwn ? Kinship::Own : Kinship::Foreign;
+}
+
 /// Writes one half of a pair unless one of the objects is it already.
 CK_OBJECT_HANDLE putHalf(Writing &writing, const Wanted &wanted, const KeyMaterial &key,
                          Template &object)
 {
-    const CK_KEY_TYPE type = tokenTypeOf(key.publicInfo());
-    const QByteArray own = comparablePublicInfo(key.publicInfo());
     for (const CK_OBJECT_HANDLE candidate : wanted.present) {
-        const QByteArray found = publicInfoOf(writing.session(), candidate, type);
-        // A private key of an elliptic curve does not show its public half.
-        if (found.isEmpty() || comparablePublicInfo(found) == own)
+        if (kinshipOf(writing, candidate, key) != Kinship::Foreign)
             return candidate;
     }
     return writing.create(object, wanted.mark, wanted.present);
@@ -141,14 +156,33 @@ CK_OBJECT_HANDLE putHalf(Writing &writing, const Wanted &wanted, const KeyMateri
 
 /// A bundle, with what the token has of it.
 struct WantedBundle {
-    WantedBundle(TokenConnection &connection, const Writing &writing,
-                 const BundleToWrite &bundle)
+    WantedBundle(TokenConnection &connection, const Writing &writing, const BundleToWrite &bundle)
     {
-        const TokenKeyPtr known = connection.contents()->keyFor(bundle.key.publicInfo());
-        id = known && !known->id.isEmpty() ? known->id : keyIdentifierOf(bundle.key.publicInfo());
+        const QByteArray info = bundle.key.publicInfo();
+        const TokenKeyPtr known = connection.contents()->keyFor(info);
+        id = known && !known->id.isEmpty() ? known->id : keyIdentifierOf(info);
         lookForPair(writing, id, &privateHalf, &publicHalf);
+        if (isTaken(writing, bundle.key)) {
+            id = QCryptographicHash::hash(info, QCryptographicHash::Sha1);
+            privateHalf = publicHalf = {};
+            lookForPair(writing, id, &privateHalf, &publicHalf);
+        }
         connection.checkLogin();
         chain = lookForCertificates(connection, writing, bundle.chain);
+    }
+
+    /// Whether another pair has the id, whose private half does not tell itself from ours: under
+    /// one id they would be taken for each other.
+    bool isTaken(const Writing &writing, const KeyMaterial &key) const
+    {
+        const auto has = [&](const Wanted &half, Kinship kinship) {
+            return std::any_of(half.present.begin(), half.present.end(),
+                               [&](CK_OBJECT_HANDLE object) {
+                                   return kinshipOf(writing, object, key) == kinship;
+                               });
+        };
+        return has(privateHalf, Kinship::Unknown) && has(publicHalf, Kinship::Foreign)
+            && !has(publicHalf, Kinship::Own);
     }
 
     QByteArray id;
