@@ -49,6 +49,7 @@ private Q_SLOTS:
     void busyEndsThoughTheConfigurationHangs();
     void remoteModuleIsListed();
     void moduleFileComesAndGoes();
+    void parametersOfAModule();
     void libraryComesAndGoes();
     void usersFilesAreSwitchedOff();
     void slotListGrows();
@@ -62,6 +63,8 @@ private:
     QTemporaryDir m_home;
     QString m_moduleFile;
     QString m_hangingFile;
+    QString m_parametersFile;
+    QString m_parametersLibrary;
     std::unique_ptr<TestAuthority> m_authority;
     std::unique_ptr<TestToken> m_plugged;
     std::unique_ptr<FaultyToken> m_isolated;
@@ -124,6 +127,13 @@ void TestP11Kit::initTestCase()
                           + QFile::encodeName(m_isolated->token().configurationFile()) + ' '
                           + QFile::encodeName(serverTool())
                           + " remote " TRIVEX_FAULTY_MODULE "\n"));
+    // The same module in this process, which shows nothing.
+    m_isolated->control("remove Plugged");
+    m_parametersLibrary = m_home.filePath(QStringLiteral("parameters.so"));
+    QVERIFY(QFile::copy(QStringLiteral(TRIVEX_FAULTY_MODULE), m_parametersLibrary));
+    m_parametersFile = configuration + QStringLiteral("/modules/parameters.module");
+    QVERIFY(
+        writeFile(m_parametersFile, "module: " + QFile::encodeName(m_parametersLibrary) + '\n'));
     m_moduleFile = configuration + QStringLiteral("/modules/plugged.module");
     // Whoever reads it waits for a writer.
     m_hangingFile = configuration + QStringLiteral("/modules/hanging.module");
@@ -167,6 +177,35 @@ void TestP11Kit::moduleFileComesAndGoes()
     }
     QVERIFY(writeFile(m_moduleFile, contents));
     QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Plugged")), 1, Patience);
+}
+
+// "x-init-reserved" goes to the module, and a change of it starts the module anew: one that p11-kit
+// has loaded without, too, and one that comes later.
+void TestP11Kit::parametersOfAModule()
+{
+    const auto writeParameters = [this](const QByteArray &parameters) {
+        return writeFile(m_parametersFile,
+                         "module: " + QFile::encodeName(m_parametersLibrary)
+                             + "\nx-init-reserved: " + parameters + '\n');
+    };
+    const auto started = [this](const QByteArray &parameters) {
+        const QByteArray line = "C_Initialize CKR_OK reserved=" + parameters + '\n';
+        return m_isolated->countText(line.constData());
+    };
+    QVERIFY(m_isolated->countText("C_Initialize CKR_OK\n") > 0);
+    m_isolated->forget();
+    for (const QByteArray parameters : {"first=1", "second=2"}) {
+        QVERIFY(writeParameters(parameters));
+        QTRY_COMPARE_WITH_TIMEOUT(started(parameters), 1, Patience);
+    }
+    QCOMPARE(m_isolated->count("C_Finalize"), 2);
+    QVERIFY(QFile::remove(m_parametersFile));
+    QTRY_COMPARE_WITH_TIMEOUT(m_isolated->count("C_Finalize"), 3, Patience);
+    QVERIFY(writeParameters("third=3"));
+    QTRY_COMPARE_WITH_TIMEOUT(started("third=3"), 1, Patience);
+    QVERIFY(QFile::remove(m_parametersFile));
+    QTRY_COMPARE_WITH_TIMEOUT(m_isolated->count("C_Finalize"), 4, Patience);
+    m_isolated->control();
 }
 
 void TestP11Kit::libraryComesAndGoes()

@@ -223,7 +223,7 @@ void TestRefusals::storedPinIsTriedAllTheSame()
     QCOMPARE(m_prompt->count(), 0);
     QCOMPARE(m_token->count("C_Login"), 1);
     // The session has ended, and with it the login.
-    m_token->control("no-pin-flag\nfail C_GetSessionInfo 1 CKR_SESSION_HANDLE_INVALID");
+    m_token->control("no-pin-flag\nend-sessions-at C_GetSessionInfo 1");
     QVERIFY(m_stores->remove(m_store, id));
     QCOMPARE(m_prompt->count(), 1);
     QCOMPARE(m_token->count("C_Login"), 2);
@@ -279,6 +279,7 @@ void TestRefusals::loginThatHelpsNothing()
 /// Said before anybody is asked for a PIN.
 void TestRefusals::readOnly()
 {
+    const QCA::KeyBundle bundle = makeCurveBundle(QStringLiteral("/CN=Bundle"));
     const QString id = m_stores->write(m_store, m_root);
     QVERIFY(!id.isEmpty());
     QVERIFY(m_token->replug(m_store->id()));
@@ -286,11 +287,13 @@ void TestRefusals::readOnly()
     m_token->control("read-only");
     QCOMPARE(m_stores->write(m_store, m_root), QString());
     QCOMPARE(lastError().kind, TokenError::ReadOnly);
+    QCOMPARE(m_stores->write(m_store, bundle), QString());
+    QCOMPARE(lastError().kind, TokenError::ReadOnly);
     QVERIFY(!m_stores->remove(m_store, id));
     QCOMPARE(lastError().kind, TokenError::ReadOnly);
     QVERIFY(generate(false).isNull());
     QCOMPARE(lastError().kind, TokenError::ReadOnly);
-    QCOMPARE(m_errors.size(), 3);
+    QCOMPARE(m_errors.size(), 4);
     QCOMPARE(m_prompt->count(), 0);
     QTRY_VERIFY(Trivex::TokenMonitor::token(m_store->id()).readOnly);
     m_token->control();

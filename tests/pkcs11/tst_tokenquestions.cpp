@@ -42,6 +42,7 @@ private Q_SLOTS:
     void storedAnswersAreGoneAfterwards();
     void emptyPinIsNeverTried();
     void finalTryNeedsATypedPin();
+    void lastTryIsLookedForAgain();
     void lockedTokenAsksNobody();
     void pinPad();
     void addresseeAlone();
@@ -244,6 +245,25 @@ void TestTokenQuestions::finalTryNeedsATypedPin()
     QVERIFY(m_prompt->last().needsTypedPin);
     QCOMPARE(m_prompt->last().pinState, Trivex::PinState::FinalTry);
     QCOMPARE(logins(), 1);
+}
+
+// Another program uses up the tries at any moment: what the token said last before a login decides
+// whether a PIN goes there that nobody has typed for it.
+void TestTokenQuestions::lastTryIsLookedForAgain()
+{
+    int refused = 0;
+    for (int call = 1; call <= 8 && m_token->count("C_Login") == 0; ++call) {
+        // The looks at the slots count, too: they come at any time.
+        m_token->control("final-try-at C_GetTokenInfo " + QByteArray::number(call));
+        m_prompt->setPin(QByteArray());
+        m_prompt->resetCount();
+        store(TestToken::pin());
+        const bool succeeded = perform(WriteCertificate);
+        if (!succeeded && m_prompt->count() == 0)
+            ++refused;
+        QCOMPARE(logins(), succeeded ? 1 : 0);
+    }
+    QVERIFY(refused > 0);
 }
 
 void TestTokenQuestions::lockedTokenAsksNobody()
