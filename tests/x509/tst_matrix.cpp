@@ -82,6 +82,8 @@ private Q_SLOTS:
     void alternativeNames() { agree(); }
     void usages_data();
     void usages();
+    void negativeSerials_data();
+    void negativeSerials();
     void largeArcs();
     void paddedIdentifiers();
     void marksOfByteOrder();
@@ -266,6 +268,31 @@ void TestMatrix::usages()
     for (const QCA::ConstraintType &constraint : constraints)
         found |= 1 << int(constraint.known());
     QCOMPARE(found, expected);
+}
+
+void TestMatrix::negativeSerials_data()
+{
+    QTest::addColumn<QByteArray>("serial");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("-1") << hex("ff") << QStringLiteral("-1");
+    QTest::newRow("-127") << hex("81") << QStringLiteral("-7F:");
+    QTest::newRow("-128") << hex("80") << QStringLiteral("-1:-80:");
+    QTest::newRow("-129") << hex("ff7f") << QStringLiteral("-1:7F");
+    QTest::newRow("-32768") << hex("8000") << QStringLiteral("-1:-80:00:");
+}
+
+// QCA's numbers write the magnitude first and then negate it: one that has its highest bit set gets
+// an octet for the sign, also where two's complement needs none. What is shown is the octets that
+// QCA gives.
+void TestMatrix::negativeSerials()
+{
+    QFETCH(QByteArray, serial);
+    QFETCH(QString, text);
+    Parts parts;
+    parts.serial = serial;
+    QCOMPARE(
+        propertiesOf(decoded(certificate(parts))).value(QStringLiteral("serialNumber")).toString(),
+        text);
 }
 
 void TestMatrix::largeArcs()
