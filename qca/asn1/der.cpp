@@ -18,7 +18,7 @@ constexpr int EndSize = 2;
 constexpr int LargestNumber = 9;
 constexpr int LargestArc = 20;
 /// As deep as libcrypto goes.
-constexpr int DeepestPiece = 5;
+constexpr int DeepestPiece = 6;
 
 // The octets of the tag; 0 when they don't end.
 int tagSize(Slice rest)

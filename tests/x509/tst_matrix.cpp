@@ -76,6 +76,7 @@ private Q_SLOTS:
     void dates() { agree(); }
     void namesWithoutLength_data();
     void namesWithoutLength() { agree(); }
+    void nestedPieces();
     void extensions_data();
     void extensions() { agree(); }
     void alternativeNames_data();
@@ -173,6 +174,29 @@ void TestMatrix::namesWithoutLength_data()
     row("constraints", parts);
     parts.extensions = extension(hex("551d0e"), endless("24", hex("040101")));
     row("key identifier", parts);
+}
+
+// Strings in pieces that are in pieces: as deep as the command goes.
+void TestMatrix::nestedPieces()
+{
+    const QString path = m_directory.filePath(QStringLiteral("nested.der"));
+    QByteArray text = derElement(0x0c, "x");
+    int readable = 0;
+    for (int depth = 1; depth < 10; ++depth) {
+        text = derElement(0x2c, text);
+        Parts parts;
+        parts.subject =
+            derElement(0x30, derElement(0x31, derElement(0x30, oidElement(commonNameOid) + text)));
+        const QByteArray der = certificate(parts);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(der) == der.size());
+        file.close();
+        OpensslCertificate expected;
+        const bool isReadable = readWithOpenssl(path, &expected);
+        readable += isReadable ? 1 : 0;
+        QCOMPARE(decoded(der).commonName() == QStringLiteral("x"), isReadable);
+    }
+    QVERIFY(readable > 0 && readable < 9);
 }
 
 void TestMatrix::extensions_data()
