@@ -48,11 +48,12 @@ QList<BundlePassword> passwordForms(const Secret &password)
     forms += {widened(utf8), false};
     if (QTextCodec *cyrillic = QTextCodec::codecForName("windows-1251")) {
         QString text = QString::fromUtf8(utf8);
-        if (cyrillic->canEncode(text)) {
-            QByteArray octets = cyrillic->fromUnicode(text);
+        // To ask first whether it can be encoded would leave a copy behind.
+        QTextCodec::ConverterState state;
+        QByteArray octets = cyrillic->fromUnicode(text.constData(), text.size(), &state);
+        if (state.invalidChars == 0)
             forms += {widened(octets), false};
-            octets.fill(0);
-        }
+        octets.fill(0);
         text.fill(QChar());
     }
     utf8.fill(0);

@@ -14,6 +14,7 @@
 #include "tests/support/testcertificates.h"
 #include "tools/certificatefile.h"
 
+#include <QTextCodec>
 #include <QtTest>
 
 #include <array>
@@ -181,17 +182,24 @@ void TestWipedSecrets::typedText()
 void TestWipedSecrets::bundleOfTheModule_data()
 {
     QTest::addColumn<QString>("password");
-    QTest::newRow("right") << Password;
-    QTest::newRow("wrong") << QStringLiteral("another one, which is wrong");
-    QTest::newRow("beyond ASCII") << QStringLiteral("неверный пароль этого теста");
+    QTest::addColumn<QByteArray>("encoded");
+    const QString other = QStringLiteral("another one, which is wrong");
+    const QString cyrillic = QStringLiteral("неверный пароль этого теста");
+    QTest::newRow("right") << Password << Password.toLocal8Bit();
+    QTest::newRow("wrong") << other << other.toLocal8Bit();
+    QTest::newRow("beyond ASCII") << cyrillic << cyrillic.toLocal8Bit();
+    // The encoding of old writers, which is tried too.
+    QTest::newRow("of old writers")
+        << cyrillic << QTextCodec::codecForName("windows-1251")->fromUnicode(cyrillic);
 }
 
 void TestWipedSecrets::bundleOfTheModule()
 {
     QFETCH(QString, password);
+    QFETCH(QByteArray, encoded);
     KeyStoreModel model;
     model.keyBundleFromFile(m_bundle, Password); // what is made once
-    Watch watch(password.toLocal8Bit());
+    Watch watch(encoded);
     QCOMPARE(model.keyBundleFromFile(m_bundle, password), password == Password);
     model.resetImportedKeyBundle();
     QCOMPARE(watch.count(), 0);
@@ -239,9 +247,13 @@ void TestWipedSecrets::privateKeyInFiles()
     // As libcrypto and DER have it: with the highest octets first.
     const QByteArray factor = read().toRSA().p().toArray().toByteArray().mid(1, 24);
     QVERIFY(factor.size() == 24);
-    Watch watch(factor);
-    QVERIFY(!read().isNull());
-    QCOMPARE(watch.count(), 0);
+    const QByteArray text = pem.split('\n').value(8); // behind all headers
+    QVERIFY(text.size() == 64);
+    for (const QByteArray &secret : {factor, text}) {
+        Watch watch(secret);
+        QVERIFY(!read().isNull());
+        QCOMPARE(watch.count(), 0);
+    }
 }
 
 void TestWipedSecrets::pinOfTheRequest()
