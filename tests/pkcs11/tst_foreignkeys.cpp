@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "tests/pkcs11/tokenfixture.h"
+#include "tests/support/needtokens.h"
 
 #include <QRegularExpression>
 
@@ -47,6 +48,7 @@ private:
 
 void TestForeignKeys::initTestCase()
 {
+    TRIVEX_NEED_TOKENS();
     QVERIFY(makeToken());
     m_token->useInThisProcess();
     QVERIFY(start(0));

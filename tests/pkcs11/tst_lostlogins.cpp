@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/tokens/tokens.h"
 #include "tests/pkcs11/tokenfixture.h"
+#include "tests/support/needtokens.h"
 
 using namespace TrivexTest;
 using Trivex::TokenError;
@@ -68,6 +69,7 @@ private:
 
 void TestLostLogins::initTestCase()
 {
+    TRIVEX_NEED_TOKENS();
     QVERIFY(makeToken());
     QVERIFY(addSigner());
     // Its public half does not show, and another key's does: nothing tells of it before a login.
