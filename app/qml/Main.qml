@@ -213,8 +213,11 @@ ApplicationWindow {
     ImportDialog {
         id: importDialog
         handsOn: true
-        onImported: toast.show(count > 1 ? qsTrId("trivex-app-imported-many", count).arg(place)
-                                         : qsTrId("trivex-app-imported").arg(name).arg(place))
+        // Names are strangers' and may hold marks, too: both are put in at once.
+        onImported: toast.show(
+            count > 1 ? qsTrId("trivex-app-imported-many", count).arg(place)
+                      : qsTrId("trivex-app-imported").replace(
+                            /%([12])/g, (mark, number) => number === "1" ? name : place))
         onHandedOn: window.openFiles([path])
         onCopied: toast.show(qsTrId("trivex-app-copied"))
         onClosed: queue.next()

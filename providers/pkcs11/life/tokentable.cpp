@@ -179,7 +179,7 @@ QString TokenTable::distinctName(const TokenIdentity &identity) const
     const QString withSerial = QStringLiteral("%1 (%2)").arg(name, identity.serial);
     QString distinct = withSerial;
     for (int i = 2; isTaken(distinct); ++i)
-        distinct = QStringLiteral("%1 #%2").arg(withSerial).arg(i);
+        distinct = QStringLiteral("%1 #%2").arg(withSerial, QString::number(i));
     return distinct;
 }
 
