@@ -4,6 +4,7 @@
 
 #include "qca/base/certificaterows.h"
 #include "qca/base/plaintext.h"
+#include "qca/base/savedrequest.h"
 #include "tools/checkdigits.h"
 #include "tools/rows.h"
 #include "tools/texts.h"
@@ -33,6 +34,84 @@ QString flagOf(CertificateRow row, const QString &value)
             return CheckDigits::explain(entry.kind, value);
     }
     return {};
+}
+
+/// The model's texts for signature algorithms by their first and last words, with what people call
+/// the two parts.
+struct SignatureName {
+    const char *first;
+    const char *last;
+    const char *key;
+    const char *digest;
+};
+constexpr SignatureName SignatureNames[] = {
+    {"SHA1", "EMSA1", "DSA", "SHA-1"},
+    {"SHA1", "EMSA3", "RSA", "SHA-1"},
+    {"MD5", "EMSA3", "RSA", "MD5"},
+    {"MD2", "EMSA3", "RSA", "MD2"},
+    {"RIPEMD160", "EMSA3", "RSA", "RIPEMD-160"},
+    {"SHA224", "EMSA3", "RSA", "SHA-224"},
+    {"SHA256", "EMSA3", "RSA", "SHA-256"},
+    {"SHA384", "EMSA3", "RSA", "SHA-384"},
+    {"SHA512", "EMSA3", "RSA", "SHA-512"},
+    {"ECDSA", "SHA256", "ECDSA", "SHA-256"},
+    {"ECDSA", "SHA384", "ECDSA", "SHA-384"},
+    {"GOST R 34.11-94", "GOST R 34.10-2001", "GOST R 34.10-2001", "GOST R 34.11-94"},
+    {"GOST R 34.10-2012", "GOST R 34.11-2012 (256 bit)", "GOST R 34.10-2012",
+     "GOST R 34.11-2012 (256 bit)"},
+    {"GOST R 34.10-2012", "GOST R 34.11-2012 (512 bit)", "GOST R 34.10-2012",
+     "GOST R 34.11-2012 (512 bit)"},
+};
+
+/// In the user's language; what the model names in no known way stays.
+QString signatureName(const QString &text)
+{
+    const int comma = text.indexOf(QLatin1Char(','));
+    for (const SignatureName &one : SignatureNames) {
+        if (comma < 0 || text.left(comma) != QLatin1String(one.first)
+            || !text.endsWith(QLatin1Char(' ') + QLatin1String(one.last)))
+            continue;
+        //% "%1 with %2"
+        return qtTrId("trivex-app-signature-with")
+            .arg(QLatin1String(one.key), QLatin1String(one.digest))
+            //% "GOST R"
+            .replace(QStringLiteral("GOST R"), qtTrId("trivex-app-gost"))
+            //% "bits"
+            .replace(QStringLiteral(" bit)"),
+                     QLatin1Char(' ') + qtTrId("trivex-app-bits") + QLatin1Char(')'));
+    }
+    return text;
+}
+
+/// Labels whose words in the model are others than the window's.
+QString labelOf(CertificateRow row, const QString &label)
+{
+    if (row == CertificateRow::PublicKeyMarker) {
+        //% "Key name"
+        return qtTrId("trivex-app-key-name");
+    }
+    if (row == CertificateRow::PrivateKeyManufacturer) {
+        //% "Kind of token"
+        return qtTrId("trivex-app-token-kind");
+    }
+    return label;
+}
+
+QString titleOf(CertificateRow first, const QString &title)
+{
+    const bool isHolder =
+        first >= CertificateRow::SubjectName && first <= CertificateRow::IdentificationKind;
+    //% "Holder"
+    return isHolder && !title.isEmpty() ? qtTrId("trivex-app-holder") : title;
+}
+
+/// Nobody has issued a request, and its model has the holder's organization where that of a
+/// certificate has the kind of token.
+bool isFor(CertificateRow row, const QObject *certificate)
+{
+    const bool notOfRequests =
+        row == CertificateRow::Issuer || row == CertificateRow::PrivateKeyManufacturer;
+    return !notOfRequests || !qobject_cast<SavedRequest *>(certificate);
 }
 
 } // namespace
@@ -87,6 +166,8 @@ QString CertificateDetails::value(const QModelIndex &index) const
         return Validity().dateTime(m_certificate->property(name).toDateTime());
     }
     const QString text = index.data(m_valueRole).toString();
+    if (row == CertificateRow::SignatureAlgorithm)
+        return plainText(signatureName(text));
     return isFixed(row) ? Texts::plainHex(text) : plainText(text);
 }
 
@@ -94,7 +175,7 @@ QVariantMap CertificateDetails::row(const QModelIndex &index) const
 {
     const auto row = CertificateRow(index.row());
     const QString text = value(index);
-    return {{QStringLiteral("label"), index.data(m_labelRole)},
+    return {{QStringLiteral("label"), labelOf(row, index.data(m_labelRole).toString())},
             {QStringLiteral("value"), text},
             {QStringLiteral("fixed"), isFixed(row)},
             {QStringLiteral("flag"), flagOf(row, text)}};
@@ -105,6 +186,7 @@ void CertificateDetails::rebuild()
     m_groups.clear();
     const int count = m_info ? m_info->rowCount() : 0;
     QString title;
+    QString lastSection;
     QVariantList rows;
     const auto close = [&] {
         if (!rows.isEmpty()) {
@@ -116,11 +198,12 @@ void CertificateDetails::rebuild()
     for (int i = 0; i < count; ++i) {
         const QModelIndex index = m_info->index(i, 0);
         const QString section = index.data(m_sectionRole).toString();
-        if (section != title) {
+        if (section != lastSection) {
             close();
-            title = section;
+            lastSection = section;
+            title = titleOf(CertificateRow(i), section);
         }
-        if (!value(index).isEmpty())
+        if (isFor(CertificateRow(i), m_certificate) && !value(index).isEmpty())
             rows += row(index);
     }
     close();

@@ -28,7 +28,7 @@ struct Texts {
 constexpr Texts AllTexts[] = {
     //% "The PIN is not right."
     {TokenError::WrongPin, QT_TRID_NOOP("trivex-app-cause-wrong-pin"),
-     //% "Start again and type the PIN of this token. Nothing is tried again by itself."
+     //% "Start again and type the PIN of this token."
      QT_TRID_NOOP("trivex-app-advice-pin")},
     //% "The token has locked its PIN after too many wrong tries."
     {TokenError::PinLocked, QT_TRID_NOOP("trivex-app-cause-locked"),

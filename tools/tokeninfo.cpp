@@ -130,7 +130,7 @@ QString TokenInfo::pinText(PinState state)
         return qtTrId("trivex-app-pin-final");
     }
     if (state == PinState::CountLow) {
-        //% "A wrong PIN was given before. Few tries are left."
+        //% "A wrong PIN was given before. After several wrong ones the token locks itself."
         return qtTrId("trivex-app-pin-low");
     }
     return {};

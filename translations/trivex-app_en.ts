@@ -70,8 +70,8 @@
         <translation>Take the token out and insert it again. If it stays so, have it set up anew.</translation>
     </message>
     <message id="trivex-app-advice-pin">
-        <source>Start again and type the PIN of this token. Nothing is tried again by itself.</source>
-        <translation>Start again and type the PIN of this token. Nothing is tried again by itself.</translation>
+        <source>Start again and type the PIN of this token.</source>
+        <translation>Start again and type the PIN of this token.</translation>
     </message>
     <message id="trivex-app-advice-pin-expired">
         <source>Change the PIN with the program that came with the token, then start again.</source>
@@ -151,6 +151,10 @@
     <message id="trivex-app-back">
         <source>Back</source>
         <translation>Back</translation>
+    </message>
+    <message id="trivex-app-bits">
+        <source>bits</source>
+        <translation>bits</translation>
     </message>
     <message id="trivex-app-bundle-ask">
         <source>This bundle is protected by a password.</source>
@@ -343,8 +347,8 @@
         <translation>Close</translation>
     </message>
     <message id="trivex-app-colours">
-        <source>Colours</source>
-        <translation>Colours</translation>
+        <source>Appearance</source>
+        <translation>Appearance</translation>
     </message>
     <message id="trivex-app-colours-dark">
         <source>Dark</source>
@@ -566,12 +570,16 @@
         <translation>No key was made.</translation>
     </message>
     <message id="trivex-app-generated">
-        <source>The key is on “%1”. Now fill in the subject.</source>
-        <translation>The key is on “%1”. Now fill in the subject.</translation>
+        <source>The key is on “%1”. Next: whom is the certificate for?</source>
+        <translation>The key is on “%1”. Next: whom is the certificate for?</translation>
     </message>
     <message id="trivex-app-generating">
         <source>The token is making the key. This may take a minute.</source>
         <translation>The token is making the key. This may take a minute.</translation>
+    </message>
+    <message id="trivex-app-gost">
+        <source>GOST R</source>
+        <translation>GOST R</translation>
     </message>
     <message id="trivex-app-holder">
         <source>Holder</source>
@@ -806,8 +814,8 @@
         <translation>The PIN is locked. Only the token's administrator can unlock it.</translation>
     </message>
     <message id="trivex-app-pin-low">
-        <source>A wrong PIN was given before. Few tries are left.</source>
-        <translation>A wrong PIN was given before. Few tries are left.</translation>
+        <source>A wrong PIN was given before. After several wrong ones the token locks itself.</source>
+        <translation>A wrong PIN was given before. After several wrong ones the token locks itself.</translation>
     </message>
     <message id="trivex-app-pin-of">
         <source>PIN of %1</source>
@@ -1115,6 +1123,10 @@
         <source>Another file is in its place. Agree to replace it, or choose another name.</source>
         <translation>Another file is in its place. Agree to replace it, or choose another name.</translation>
     </message>
+    <message id="trivex-app-signature-with">
+        <source>%1 with %2</source>
+        <translation>%1 with %2</translation>
+    </message>
     <message id="trivex-app-signed">
         <source>The document is signed.</source>
         <translation>The document is signed.</translation>
@@ -1164,8 +1176,8 @@
         <translation>Key</translation>
     </message>
     <message id="trivex-app-step-subject">
-        <source>2. Whom the certificate is for</source>
-        <translation>2. Whom the certificate is for</translation>
+        <source>2. The holder of the certificate</source>
+        <translation>2. The holder of the certificate</translation>
     </message>
     <message id="trivex-app-stop">
         <source>Stop</source>
@@ -1182,6 +1194,10 @@
     <message id="trivex-app-token-absent">
         <source>This token is not inserted.</source>
         <translation>This token is not inserted.</translation>
+    </message>
+    <message id="trivex-app-token-kind">
+        <source>Kind of token</source>
+        <translation>Kind of token</translation>
     </message>
     <message id="trivex-app-token-read-only">
         <source>This token is write-protected.</source>

@@ -55,7 +55,7 @@
     </message>
     <message id="trivex-app-advice-locked">
         <source>Have the PIN unlocked by whoever gave out the token, with its administrator PIN.</source>
-        <translation>Обратитесь к тому, кто выдал токен: PIN разблокируют PIN-кодом администратора.</translation>
+        <translation>Обратитесь к тому, кто выдал токен: он разблокирует PIN-код PIN-кодом администратора.</translation>
     </message>
     <message id="trivex-app-advice-no-private-key">
         <source>Choose another certificate, or the token on which its key was made.</source>
@@ -70,16 +70,16 @@
         <translation>Извлеките токен и вставьте его снова. Если не поможет, попросите настроить токен заново.</translation>
     </message>
     <message id="trivex-app-advice-pin">
-        <source>Start again and type the PIN of this token. Nothing is tried again by itself.</source>
-        <translation>Начните заново и введите PIN этого токена. Повторных попыток программа сама не делает.</translation>
+        <source>Start again and type the PIN of this token.</source>
+        <translation>Начните заново и введите PIN-код этого токена.</translation>
     </message>
     <message id="trivex-app-advice-pin-expired">
         <source>Change the PIN with the program that came with the token, then start again.</source>
-        <translation>Смените PIN в программе, поставляемой с токеном, и начните заново.</translation>
+        <translation>Смените PIN-код в программе, поставляемой с токеном, и начните заново.</translation>
     </message>
     <message id="trivex-app-advice-pin-not-set">
         <source>Set the user PIN with the program that came with the token, then start again.</source>
-        <translation>Задайте PIN пользователя в программе, поставляемой с токеном, и начните заново.</translation>
+        <translation>Задайте PIN-код пользователя в программе, поставляемой с токеном, и начните заново.</translation>
     </message>
     <message id="trivex-app-advice-read-only">
         <source>Choose another token, or have the protection removed.</source>
@@ -152,6 +152,10 @@
     <message id="trivex-app-back">
         <source>Back</source>
         <translation>Назад</translation>
+    </message>
+    <message id="trivex-app-bits">
+        <source>bits</source>
+        <translation>бит</translation>
     </message>
     <message id="trivex-app-bundle-ask">
         <source>This bundle is protected by a password.</source>
@@ -267,11 +271,11 @@
     </message>
     <message id="trivex-app-cause-locked">
         <source>The token has locked its PIN after too many wrong tries.</source>
-        <translation>Токен заблокировал PIN после нескольких неверных попыток.</translation>
+        <translation>Токен заблокировал PIN-код после нескольких неверных попыток.</translation>
     </message>
     <message id="trivex-app-cause-no-pin">
         <source>No PIN was given.</source>
-        <translation>PIN не был введён.</translation>
+        <translation>PIN-код не введён.</translation>
     </message>
     <message id="trivex-app-cause-no-private-key">
         <source>The token holds no private key for this certificate.</source>
@@ -287,11 +291,11 @@
     </message>
     <message id="trivex-app-cause-pin-expired">
         <source>The PIN of the token has to be changed first.</source>
-        <translation>Сначала нужно сменить PIN токена.</translation>
+        <translation>Сначала нужно сменить PIN-код токена.</translation>
     </message>
     <message id="trivex-app-cause-pin-not-set">
         <source>The token has no PIN for its user yet.</source>
-        <translation>На токене ещё не задан PIN пользователя.</translation>
+        <translation>На токене ещё не задан PIN-код пользователя.</translation>
     </message>
     <message id="trivex-app-cause-read-only">
         <source>The token is write-protected.</source>
@@ -311,7 +315,7 @@
     </message>
     <message id="trivex-app-cause-wrong-pin">
         <source>The PIN is not right.</source>
-        <translation>Неверный PIN.</translation>
+        <translation>Неверный PIN-код.</translation>
     </message>
     <message id="trivex-app-certificates">
         <source>Certificates</source>
@@ -346,16 +350,16 @@
         <translation>Закрыть</translation>
     </message>
     <message id="trivex-app-colours">
-        <source>Colours</source>
-        <translation>Цвета</translation>
+        <source>Appearance</source>
+        <translation>Оформление</translation>
     </message>
     <message id="trivex-app-colours-dark">
         <source>Dark</source>
-        <translation>Тёмные</translation>
+        <translation>Тёмное</translation>
     </message>
     <message id="trivex-app-colours-light">
         <source>Light</source>
-        <translation>Светлые</translation>
+        <translation>Светлое</translation>
     </message>
     <message id="trivex-app-colours-system">
         <source>As the system</source>
@@ -570,12 +574,16 @@
         <translation>Ключ не создан.</translation>
     </message>
     <message id="trivex-app-generated">
-        <source>The key is on “%1”. Now fill in the subject.</source>
+        <source>The key is on “%1”. Next: whom is the certificate for?</source>
         <translation>Ключ записан на «%1». Теперь заполните данные владельца.</translation>
     </message>
     <message id="trivex-app-generating">
         <source>The token is making the key. This may take a minute.</source>
         <translation>Токен создаёт ключ. Это может занять до минуты.</translation>
+    </message>
+    <message id="trivex-app-gost">
+        <source>GOST R</source>
+        <translation>ГОСТ Р</translation>
     </message>
     <message id="trivex-app-holder">
         <source>Holder</source>
@@ -799,35 +807,35 @@
     </message>
     <message id="trivex-app-pin">
         <source>PIN</source>
-        <translation>PIN</translation>
+        <translation>PIN-код</translation>
     </message>
     <message id="trivex-app-pin-consent">
         <source>I know that a wrong PIN locks the token</source>
-        <translation>Я понимаю, что неверный PIN заблокирует токен</translation>
+        <translation>Я понимаю, что неверный PIN-код заблокирует токен</translation>
     </message>
     <message id="trivex-app-pin-final">
         <source>This is the last try: a wrong PIN locks the token.</source>
-        <translation>Это последняя попытка: неверный PIN заблокирует токен.</translation>
+        <translation>Это последняя попытка: неверный PIN-код заблокирует токен.</translation>
     </message>
     <message id="trivex-app-pin-locked">
         <source>The PIN is locked. Only the token's administrator can unlock it.</source>
-        <translation>PIN заблокирован. Разблокировать его может только администратор токена.</translation>
+        <translation>PIN-код заблокирован. Разблокировать его может только администратор токена.</translation>
     </message>
     <message id="trivex-app-pin-low">
-        <source>A wrong PIN was given before. Few tries are left.</source>
-        <translation>Ранее был введён неверный PIN. Попыток осталось мало.</translation>
+        <source>A wrong PIN was given before. After several wrong ones the token locks itself.</source>
+        <translation>До этого был введён неверный PIN-код. После нескольких неверных токен заблокируется.</translation>
     </message>
     <message id="trivex-app-pin-of">
         <source>PIN of %1</source>
-        <translation>PIN токена %1</translation>
+        <translation>PIN-код токена %1</translation>
     </message>
     <message id="trivex-app-pin-replaced">
         <source>The question before is over. This is another one: type the PIN of the token named below.</source>
-        <translation>Предыдущий запрос завершён. Это другой запрос: введите PIN токена, указанного ниже.</translation>
+        <translation>Предыдущий вопрос снят. Это другой вопрос: введите PIN-код токена, указанного ниже.</translation>
     </message>
     <message id="trivex-app-pin-title">
         <source>The token asks for its PIN</source>
-        <translation>Токен запрашивает PIN</translation>
+        <translation>Токен запрашивает PIN-код</translation>
     </message>
     <message id="trivex-app-preview">
         <source>Preview of the picture</source>
@@ -1125,6 +1133,10 @@
         <source>Another file is in its place. Agree to replace it, or choose another name.</source>
         <translation>На её месте другой файл. Согласитесь его заменить или выберите другое имя.</translation>
     </message>
+    <message id="trivex-app-signature-with">
+        <source>%1 with %2</source>
+        <translation>%1 с %2</translation>
+    </message>
     <message id="trivex-app-signed">
         <source>The document is signed.</source>
         <translation>Документ подписан.</translation>
@@ -1174,8 +1186,8 @@
         <translation>Ключ</translation>
     </message>
     <message id="trivex-app-step-subject">
-        <source>2. Whom the certificate is for</source>
-        <translation>2. Для кого сертификат</translation>
+        <source>2. The holder of the certificate</source>
+        <translation>2. Владелец сертификата</translation>
     </message>
     <message id="trivex-app-stop">
         <source>Stop</source>
@@ -1192,6 +1204,10 @@
     <message id="trivex-app-token-absent">
         <source>This token is not inserted.</source>
         <translation>Этот токен не вставлен.</translation>
+    </message>
+    <message id="trivex-app-token-kind">
+        <source>Kind of token</source>
+        <translation>Вид токена</translation>
     </message>
     <message id="trivex-app-token-read-only">
         <source>This token is write-protected.</source>

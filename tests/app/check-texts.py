@@ -1,0 +1,102 @@
+#!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The Trivex developers
+# SPDX-License-Identifier: MIT
+"""Refuses texts of the window that use other words than docs/glossary.md, or that were found wanting.
+
+check-texts.py ROOT            checks the catalogues
+check-texts.py ROOT selftest   checks that each rule finds what it is for
+"""
+
+import pathlib
+import re
+import sys
+import xml.etree.ElementTree as xml
+
+CATALOGUES = {"en": "trivex-app_en.ts", "ru": "trivex-app_ru.ts"}
+# Said nothing, or something untrue, or was not what people call it.
+REFUSED = {
+    "en": ("Nothing is tried again by itself", "Now fill in the subject", "EMSA", "Manufacturer",
+           "Few tries are left", "Check that it is inserted and try again", "Colours"),
+    "ru": ("Повторных попыток программа сама не делает", "Попыток осталось мало", "Цвета", "EMSA",
+           "Производитель", "Проверьте, вставлен ли он, и повторите"),
+}
+# In the middle of a text: algorithms as their standards write them.
+FORMS = {
+    "en": (r"\bSHA\d", r" {2}", r"[^.]\.{2}(?!\.)", r'"'),
+    "ru": (r"\bSHA\d", r" {2}", r'"', r"[“”]"),
+}
+
+
+def glossary(root):
+    """The refused words of each language, from the table."""
+    found = {"en": [], "ru": []}
+    for line in (root / "docs/glossary.md").read_text(encoding="utf-8").splitlines():
+        cells = [cell.strip() for cell in line.strip("|").split("|")] if line[:1] == "|" else []
+        if len(cells) != 5 or cells[0] == "English" or set(cells[0]) == {"-"}:
+            continue
+        for language, cell in (("en", cells[3]), ("ru", cells[4])):
+            found[language] += [word.strip() for word in cell.split(",") if word.strip()]
+    return found
+
+
+def pattern(word):
+    """A word by itself; "~" stands for any ending. "PIN" is no "PIN-код"."""
+    body = re.escape(word.rstrip("~")) + (r"\w*" if word.endswith("~") else "")
+    flags = 0 if word.rstrip("~").isupper() else re.IGNORECASE
+    return re.compile(rf"(?<![\w-]){body}(?![\w-])", flags)
+
+
+def texts(path):
+    for message in xml.parse(path).iter("message"):
+        translation = message.find("translation")
+        forms = [form.text or "" for form in translation.iter("numerusform")]
+        for text in forms or [translation.text or ""]:
+            yield message.get("id"), text
+
+
+def findings(language, text, words):
+    for word in words[language]:
+        if pattern(word).search(text):
+            yield f"“{word}” is not of the glossary"
+    for sentence in REFUSED[language]:
+        if sentence.lower() in text.lower():
+            yield f"“{sentence}” was refused"
+    for form in FORMS[language]:
+        if re.search(form, text):
+            yield f"/{form}/ is not how it is written"
+
+
+def check(root):
+    words = glossary(root)
+    for language, name in CATALOGUES.items():
+        for identifier, text in texts(root / "translations" / name):
+            for finding in findings(language, text, words):
+                yield f"{name}: {identifier}: {finding}: {text}"
+
+
+def selftest(root):
+    words = glossary(root)
+    if min(len(found) for found in words.values()) < 10:
+        yield "the glossary was not read"
+    for language in CATALOGUES:
+        for word in words[language] + list(REFUSED[language]):
+            sample = f"a {word.rstrip('~')} b"
+            if not list(findings(language, sample, words)):
+                yield f"{language}: “{word}” is not found in “{sample}”"
+    for language, text in (("en", "RSA with SHA256"), ("ru", "Введите PIN токена"),
+                           ("en", "The subjects"), ("ru", "Заявка")):
+        if not list(findings(language, text, words)):
+            yield f"{language}: nothing was found in “{text}”"
+    for language, text in (("en", "RSA with SHA-256, to be certain"), ("ru", "Введите PIN-код")):
+        for finding in findings(language, text, words):
+            yield f"{language}: “{text}”: {finding}"
+
+
+def main():
+    root = pathlib.Path(sys.argv[1])
+    found = list((selftest if sys.argv[2:] == ["selftest"] else check)(root))
+    print("\n".join(found) or "the texts use the words of the glossary")
+    return 1 if found else 0
+
+
+sys.exit(main())

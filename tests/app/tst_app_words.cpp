@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/app/samplewindowtest.h"
+
+#include <QtTest>
+
+using namespace TrivexTest;
+
+/// What the window calls the values of certificates and requests, in both languages: the words that
+/// the models are specified to use are not all ones that people know.
+class TestAppWords : public SampleWindowTest {
+    Q_OBJECT
+public:
+    using SampleWindowTest::SampleWindowTest;
+
+private Q_SLOTS:
+    void details_data();
+    void details();
+
+private:
+    bool opensOneWindow() const override { return false; }
+    QStringList shownTexts() const;
+};
+
+QStringList TestAppWords::shownTexts() const
+{
+    QStringList texts;
+    visitItems(m_window->item(QStringLiteral("detailsView")),
+               [&](QQuickItem *item) { texts += item->property("text").toString(); });
+    texts.removeAll(QString());
+    return texts;
+}
+
+void TestAppWords::details_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QString>("page");
+    QTest::addColumn<QStringList>("refused");
+    QTest::addColumn<QStringList>("wanted");
+    const QStringList english = {QStringLiteral("EMSA"), QStringLiteral("Marker"),
+                                 QStringLiteral("Manufacturer"), QStringLiteral("Subject")};
+    const QStringList russian = {QStringLiteral("EMSA"), QStringLiteral("Метка"),
+                                 QStringLiteral("Производитель")};
+    const QString inEnglish = QStringLiteral("en_US");
+    const QString inRussian = QStringLiteral("ru_RU");
+    QTest::newRow("certificate, English")
+        << inEnglish << QStringLiteral("details") << english
+        << QStringList{QStringLiteral("Issuer"), QStringLiteral("Holder"),
+                       QStringLiteral("RSA with SHA-256"), QStringLiteral("Kind of token")};
+    QTest::newRow("certificate, Russian")
+        << inRussian << QStringLiteral("details") << russian
+        << QStringList{QStringLiteral("Издатель"), QStringLiteral("Владелец"),
+                       QStringLiteral("RSA с SHA-256"), QStringLiteral("Вид токена")};
+    QTest::newRow("request, English")
+        << inEnglish << QStringLiteral("requests")
+        << english + QStringList{QStringLiteral("Issuer"), QStringLiteral("Kind of token")}
+        << QStringList{QStringLiteral("Holder")};
+    QTest::newRow("request, Russian")
+        << inRussian << QStringLiteral("requests")
+        << russian + QStringList{QStringLiteral("Издатель"), QStringLiteral("Вид токена")}
+        << QStringList{QStringLiteral("Владелец")};
+}
+
+void TestAppWords::details()
+{
+    QFETCH(QString, locale);
+    QFETCH(QString, page);
+    QFETCH(QStringList, refused);
+    QFETCH(QStringList, wanted);
+    QLocale::setDefault(QLocale(locale));
+    openWindow();
+    QVERIFY(visitPage(*m_window, m_data, page));
+    QVERIFY(m_window->waitForItem(QStringLiteral("detailsView")));
+    const QStringList texts = shownTexts();
+    const QString all = texts.join(QLatin1Char('\n'));
+    const auto said = [&](const QString &word) { return !texts.filter(word).isEmpty(); };
+    for (const QString &word : qAsConst(refused))
+        QVERIFY2(!said(word), qPrintable(word + QStringLiteral(" is in\n") + all));
+    for (const QString &word : qAsConst(wanted))
+        QVERIFY2(said(word), qPrintable(word + QStringLiteral(" is not in\n") + all));
+}
+
+int main(int argc, char **argv)
+{
+    return runSampleWindowTest<TestAppWords>(argc, argv);
+}
+
+#include "tst_app_words.moc"
