@@ -3,6 +3,7 @@
 #include "app/application.h"
 
 #include "app/environment.h"
+#include "app/latepopups.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -41,6 +42,7 @@ void Application::prepare()
     preparePluginPaths();
     installQtTranslations();
     chooseStyle();
+    qApp->installEventFilter(new LatePopups(qApp));
 }
 
 bool Application::open()
