@@ -7,8 +7,9 @@ import QtQuick.Window 2.15
 import Trivex.Crypto.Controls 1.0
 
 /// The base of all dialogs: centred in the window and never wider than it, scrolls when too tall,
-/// closes with Escape. Its content is a column. Opens with the focus at its first control, unless
-/// one of them asks for it with `focus: true`.
+/// closes with Escape. Enter presses the highlighted button of its footer, if that is enabled, where
+/// the control that has the focus has no use for it. Its content is a column. Opens with the focus
+/// at its first control, unless one of them asks for it with `focus: true`.
 ///
 /// It draws its own background and title: some styles have no background with the software
 /// renderer, and most cut off a long title.
@@ -65,8 +66,29 @@ Dialog {
         if (first)
             first.forceActiveFocus(Qt.PopupFocusReason)
     }
+    function defaultButton(item) {
+        for (let i = 0; item && i < item.children.length; ++i) {
+            const child = item.children[i]
+            const found = child.highlighted === true && child.visible ? child : defaultButton(child)
+            if (found)
+                return found
+        }
+        return null
+    }
+    /// Not while it closes: the key that closed it may come here too.
+    function acceptDefault() {
+        const button = opened ? defaultButton(footer) : null
+        if (button && button.enabled)
+            button.clicked()
+    }
     contentItem: Flickable {
         id: flick
+        // For controls that keep Enter from their parents though they have no use for it.
+        function acceptDefault() {
+            dialog.acceptDefault()
+        }
+        Keys.onReturnPressed: dialog.acceptDefault()
+        Keys.onEnterPressed: dialog.acceptDefault()
         implicitHeight: column.implicitHeight
         contentHeight: column.implicitHeight
         contentWidth: width

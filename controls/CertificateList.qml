@@ -21,6 +21,7 @@ FocusScope {
     property alias currentIndex: list.currentIndex
     property RowSelection selection
     readonly property int selectedRow: selection ? selection.row : list.currentIndex
+    property alias listView: list
     property string pattern
     property bool sections: true
     signal picked(int index)

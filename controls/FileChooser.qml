@@ -57,7 +57,9 @@ BaseDialog {
         selectByMouse: true
         Accessible.name: chooser.title
         Layout.fillWidth: true
-        onAccepted: chooser.go()
+        // Nothing else is meant by it, least of all what is chosen in the list.
+        Keys.onReturnPressed: chooser.go()
+        Keys.onEnterPressed: chooser.go()
         Connections {
             target: chooser
             function onFolderChanged() { path.text = Files.path(chooser.folder) }

@@ -48,7 +48,7 @@ BaseDialog {
         close()
     }
     function submit() {
-        if (!ready)
+        if (!ready || answered)
             return
         answered = true
         const text = pin.text

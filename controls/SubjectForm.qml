@@ -18,6 +18,9 @@ FillColumn {
     property var original: []
     spacing: Theme.unit * 1.25
 
+    function focusFirst() {
+        commonName.field.forceActiveFocus(Qt.TabFocusReason)
+    }
     readonly property var fields: [
         [commonName, "setCommonName", Certificate.CommonName],
         [organization, "setOrganization", Certificate.Organization],

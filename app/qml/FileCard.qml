@@ -14,6 +14,9 @@ Card {
     property SignedDocument document
     readonly property bool ready: document.ready
     signal chooseAsked()
+    function focusFirst() {
+        chooseButton.forceActiveFocus(Qt.OtherFocusReason)
+    }
 
     title: qsTrId("trivex-app-step-document")
 
@@ -37,6 +40,7 @@ Card {
                 Layout.fillWidth: true
             }
             Button {
+                id: chooseButton
                 objectName: "chooseDocument"
                 text: qsTrId("trivex-app-choose-file")
                 icon.source: Theme.icon("file")

@@ -25,7 +25,6 @@ Item {
         || columns > 1 && (list.count > 0 || search.text.length > 0)
     readonly property bool canGoBack: columns === 1 && opened && selection.certificate !== null
     property alias selection: selection
-    property alias list: list
     property alias sortKey: rows.sortKey
     property alias descending: rows.descending
     signal menuAsked()
@@ -42,16 +41,24 @@ Item {
         opened = true
         shield.guard(place)
     }
+    function find(text) {
+        if (rows.chosen)
+            rows.chosen.pattern = text
+        updateNotice()
+    }
     function goBack() {
         opened = false
         list.focusQuietly()
     }
     function focusSearch() {
         opened = false
-        search.forceActiveFocus(Qt.ShortcutFocusReason)
-        search.selectAll()
+        search.focusField()
+    }
+    function focusFirst() {
+        list.focusQuietly()
     }
     function reset() {
+        places.leaveFor(key)
         search.text = ""
         opened = false
         selection.clear()
@@ -59,8 +66,12 @@ Item {
     // The keys go where they went when what had them is there no more.
     onShowsDetailsChanged: if (!showsDetails && visible) list.focusQuietly()
     Keys.onEscapePressed: list.focusQuietly()
-    property CertificateModel lastFilter
     onKeyChanged: reset()
+    ScrollPlaces {
+        id: places
+        rows: rows
+        view: list.listView
+    }
 
     CertificateModel {
         id: requestFilter
@@ -70,6 +81,7 @@ Item {
     }
     SectionedModel {
         id: rows
+        property CertificateModel last
         readonly property CertificateModel chosen: page.category ? page.category.filter
             : page.isRequests ? requestFilter : null
         entries: page.isRequests ? page.library.requestEntries : page.library.entries
@@ -78,9 +90,9 @@ Item {
         storeId: page.storeId
         pattern: page.storeId ? search.text : ""
         onChosenChanged: {
-            if (page.lastFilter)
-                page.lastFilter.pattern = ""
-            page.lastFilter = chosen
+            if (last)
+                last.pattern = ""
+            last = chosen
         }
         onCountChanged: page.updateNotice()
     }
@@ -115,7 +127,10 @@ Item {
     }
 
     RowLayout {
-        anchors.fill: parent
+        id: row
+        // On a wide screen a line that spans it all is hard to follow.
+        width: Math.min(page.width, Theme.fontSize * 124)
+        height: page.height
         spacing: Theme.unit * 1.75
         ColumnLayout {
             visible: !page.canGoBack
@@ -144,25 +159,13 @@ Item {
                     onClicked: page.newRequestAsked()
                 }
             }
-            RowLayout {
-                spacing: Theme.unit
+            SearchBar {
+                id: search
+                rows: rows
+                isRequests: page.isRequests
                 Layout.fillWidth: true
-                SearchField {
-                    id: search
-                    objectName: "searchField"
-                    Layout.fillWidth: true
-                    onTextChanged: {
-                        if (rows.chosen)
-                            rows.chosen.pattern = text
-                        page.updateNotice()
-                    }
-                    Keys.onDownPressed: list.forceActiveFocus(Qt.TabFocusReason)
-                    onAccepted: list.forceActiveFocus(Qt.TabFocusReason)
-                }
-                SortButton {
-                    rows: rows
-                    isRequests: page.isRequests
-                }
+                onTextChanged: page.find(text)
+                onLeft: list.forceActiveFocus(Qt.TabFocusReason)
             }
             SelectionBar {
                 actions: actions
@@ -199,10 +202,7 @@ Item {
                     onRemoveAsked: actions.remove()
                     onCopyAsked: actions.copy()
                     onMenuAsked: rowMenu.popup(list, x, y)
-                    onTyped: {
-                        page.focusSearch()
-                        search.insert(search.length, text)
-                    }
+                    onTyped: search.add(text)
                 }
                 EmptyList {
                     anchors.fill: parent
@@ -210,7 +210,7 @@ Item {
                     category: page.category
                     isRequests: page.isRequests
                     pattern: search.text
-                    onClearAsked: search.clear()
+                    onClearAsked: search.text = ""
                     onNewRequestAsked: page.newRequestAsked()
                     onImportAsked: page.importAsked()
                 }
@@ -222,7 +222,7 @@ Item {
             // Long values need the greater half, and the actions over them stand side by side in it.
             Layout.fillWidth: page.columns === 1
             Layout.fillHeight: true
-            Layout.preferredWidth: page.width * (page.columns > 2 ? 0.53 : 0.5)
+            Layout.preferredWidth: row.width * (page.columns > 2 ? 0.53 : 0.5)
             PageHeader {
                 visible: page.canGoBack
                 backVisible: true

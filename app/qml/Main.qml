@@ -3,6 +3,7 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
+import QtQuick.Window 2.15
 import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
@@ -21,7 +22,9 @@ ApplicationWindow {
 
     /// The chosen category, "token:<store>", "requests", "newRequest" or "sign".
     property string current: "personal"
-    readonly property int columns: width >= 900 ? 3 : width >= 640 ? 2 : 1
+    /// The width in what text of a usual size would need: large text gets fewer columns.
+    readonly property real room: width / Math.max(1, Theme.fontSize / 15)
+    readonly property int columns: room >= 900 ? 3 : room >= 640 ? 2 : 1
     property alias library: library
     property alias listPage: listPage
 
@@ -31,6 +34,13 @@ ApplicationWindow {
     function show(key) {
         drawer.close()
         current = key
+        Qt.callLater(focusPage)
+    }
+    /// The keys go where one types next.
+    function focusPage() {
+        const page = listPage.visible ? listPage : pages.item || requestPage.item
+        if (page)
+            page.focusFirst()
     }
     function requestEnded() {
         editDialog.explained = true
@@ -47,6 +57,7 @@ ApplicationWindow {
     }
     ThemeMirror {
         id: themeMirror
+        window: window
     }
     Library {
         id: library
@@ -90,26 +101,12 @@ ApplicationWindow {
         onLeftOut: toast.show(qsTrId("trivex-app-one-document"))
     }
 
-    Shortcut {
-        sequence: StandardKey.Find
-        onActivated: listPage.visible && listPage.focusSearch()
-    }
-    Shortcut {
-        sequence: StandardKey.Open
-        onActivated: importDialog.choose()
-    }
-    Shortcut {
-        sequence: StandardKey.New
-        onActivated: window.show("newRequest")
-    }
-    Shortcut {
-        sequence: StandardKey.Quit
-        onActivated: window.close()
-    }
-    Shortcut {
-        sequences: [StandardKey.Back, "Escape"]
-        enabled: listPage.visible && listPage.canGoBack
-        onActivated: listPage.goBack()
+    WindowShortcuts {
+        listPage: listPage
+        onOpenAsked: importDialog.choose()
+        onNewAsked: window.show("newRequest")
+        onHelpAsked: helpDialog.open()
+        onQuitAsked: window.close()
     }
 
     RowLayout {
@@ -122,6 +119,7 @@ ApplicationWindow {
             current: window.current
             onChosen: window.show(key)
             onSettingsAsked: settingsDialog.open()
+            onHelpAsked: helpDialog.open()
             Layout.fillHeight: true
         }
         Item {
@@ -195,6 +193,10 @@ ApplicationWindow {
                 drawer.close()
                 settingsDialog.open()
             }
+            onHelpAsked: {
+                drawer.close()
+                helpDialog.open()
+            }
         }
     }
     DropArea {
@@ -240,6 +242,9 @@ ApplicationWindow {
     }
     SettingsDialog {
         id: settingsDialog
+    }
+    HelpDialog {
+        id: helpDialog
     }
     ErrorDialog {
         id: errorDialog

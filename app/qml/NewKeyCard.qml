@@ -27,6 +27,9 @@ Card {
     title: qsTrId("trivex-app-step-key")
     enabled: !made
 
+    function focusFirst() {
+        keyName.field.forceActiveFocus(Qt.OtherFocusReason)
+    }
     /// Shows the algorithms of the request, which are there by now.
     function prepare() {
         prepared = true
@@ -102,6 +105,7 @@ Card {
             label: qsTrId("trivex-app-key-name")
             hint: qsTrId("trivex-app-key-name-hint")
             field.objectName: "keyNameInput"
+            field.onAccepted: pin.forceActiveFocus(Qt.TabFocusReason)
             Layout.fillWidth: true
             Layout.alignment: Qt.AlignTop
         }

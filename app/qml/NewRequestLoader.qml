@@ -24,6 +24,8 @@ Loader {
         unfinished = false
         active = false
         active = Qt.binding(function() { return visible || unfinished })
+        if (item)
+            item.focusFirst()
     }
 
     sourceComponent: Component {

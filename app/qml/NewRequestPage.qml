@@ -28,6 +28,14 @@ FormPage {
         keyCard.generating = false
         explained = true
     }
+    function focusFirst() {
+        if (savedPath)
+            savedCard.focusFirst()
+        else if (keyCard.made)
+            form.focusFirst()
+        else
+            keyCard.focusFirst()
+    }
     function create() {
         if (signing || !form.check())
             return
@@ -50,7 +58,7 @@ FormPage {
         }
         onCreateKeyPairDone: {
             keyCard.finish()
-            form.forceActiveFocus(Qt.TabFocusReason)
+            form.focusFirst()
         }
         onRequestCreated: {
             page.savedPath = requestPath() + fileName
@@ -83,6 +91,8 @@ FormPage {
         SubjectForm {
             id: form
             enabled: keyCard.made && !page.savedPath && !page.signing
+            Keys.onReturnPressed: createButton.enabled && page.create()
+            Keys.onEnterPressed: createButton.enabled && page.create()
             Layout.fillWidth: true
         }
         Flow {
@@ -91,6 +101,7 @@ FormPage {
             Layout.fillWidth: true
             Layout.topMargin: Theme.unit
             Button {
+                id: createButton
                 objectName: "createRequest"
                 text: qsTrId("trivex-app-create-request")
                 icon.source: Theme.icon("request")

@@ -14,6 +14,7 @@ Rectangle {
     property string current
     signal chosen(string key)
     signal settingsAsked()
+    signal helpAsked()
 
     color: Theme.panel
     implicitWidth: Math.round(Theme.fontSize * 17.5)
@@ -55,6 +56,13 @@ Rectangle {
                     font.bold: true
                     Layout.fillWidth: true
                     Accessible.role: Accessible.Heading
+                }
+                ToolButton {
+                    objectName: "helpButton"
+                    icon.source: Theme.icon("info")
+                    display: AbstractButton.IconOnly
+                    text: qsTrId("trivex-app-help")
+                    onClicked: sidebar.helpAsked()
                 }
                 ToolButton {
                     objectName: "settingsButton"

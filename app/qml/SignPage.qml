@@ -38,6 +38,13 @@ FormPage {
         else
             signedDocument.open(subject)
     }
+    /// What is to be signed comes first, then the signature.
+    function focusFirst() {
+        if (ready)
+            signature.focusFirst()
+        else
+            fileCard.focusFirst()
+    }
     function selectEntry(entryId) {
         wantedEntry = entryId
         for (let i = 0; i < keyRows.count; ++i) {
@@ -100,7 +107,10 @@ FormPage {
     Platform.FileDialog {
         id: fileDialog
         title: qsTrId("trivex-app-step-document")
-        onAccepted: page.open(Files.path(file))
+        onAccepted: {
+            page.open(Files.path(file))
+            Qt.callLater(page.focusFirst)
+        }
     }
     Platform.FileDialog {
         id: signatureDialog
@@ -146,6 +156,7 @@ FormPage {
         Layout.fillWidth: true
     }
     FileCard {
+        id: fileCard
         document: signedDocument
         enabled: !page.working
         onChooseAsked: fileDialog.open()

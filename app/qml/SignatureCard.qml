@@ -16,6 +16,9 @@ Card {
     signal verifyAsked()
     signal otherAsked()
     signal elsewhereAsked()
+    function focusFirst() {
+        signButton.forceActiveFocus(Qt.OtherFocusReason)
+    }
     title: qsTrId("trivex-app-step-signature")
 
     DetailRow {
@@ -29,6 +32,7 @@ Card {
         spacing: Theme.unit
         Layout.fillWidth: true
         Button {
+            id: signButton
             objectName: "doSign"
             text: qsTrId("trivex-app-sign-action")
             icon.source: Theme.icon("sign")

@@ -1,13 +1,20 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 import QtQuick 2.15
+import QtQuick.Window 2.15
 import Trivex.Crypto.Controls 1.0
 
-/// What was chosen of the theme, as properties that settings can keep.
+/// What was chosen of the theme, as properties that settings can keep. What they kept of the window's
+/// size is taken back where its screen is smaller than the one of that time.
 Item {
     id: mirror
     property int mode: 0
     property real textScale: 1
+    property Window window
+    Component.onCompleted: {
+        window.width = Math.min(window.width, Screen.desktopAvailableWidth)
+        window.height = Math.min(window.height, Screen.desktopAvailableHeight)
+    }
     onModeChanged: Theme.mode = mode
     onTextScaleChanged: Theme.textScale = textScale
     Connections {

@@ -20,6 +20,20 @@ T.ComboBox {
     Accessible.role: Accessible.ComboBox
     Accessible.name: displayText
 
+    // It has a use for Enter only while its list is open, and keeps it always: a dialog would never
+    // get it.
+    Keys.onReturnPressed: event.accepted = passOn()
+    Keys.onEnterPressed: event.accepted = passOn()
+    function passOn() {
+        for (let item = popup.visible ? null : parent; item; item = item.parent) {
+            if (item.acceptDefault !== undefined) {
+                item.acceptDefault()
+                return true
+            }
+        }
+        return false
+    }
+
     delegate: ItemDelegate {
         width: ListView.view ? ListView.view.width : implicitWidth
         text: control.textRole

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
+
+/// What is looked for in a list, and the order of what is found.
+RowLayout {
+    id: bar
+    property SectionedModel rows
+    property bool isRequests: false
+    property alias text: field.text
+    /// The keys are to go to what was found.
+    signal left()
+
+    function focusField() {
+        field.forceActiveFocus(Qt.ShortcutFocusReason)
+        field.selectAll()
+    }
+    function add(letters) {
+        field.forceActiveFocus(Qt.ShortcutFocusReason)
+        field.insert(field.length, letters)
+    }
+    spacing: Theme.unit
+    SearchField {
+        id: field
+        objectName: "searchField"
+        Layout.fillWidth: true
+        Keys.onDownPressed: bar.left()
+        onAccepted: bar.left()
+    }
+    SortButton {
+        rows: bar.rows
+        isRequests: bar.isRequests
+    }
+}

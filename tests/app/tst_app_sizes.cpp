@@ -1,0 +1,193 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/app/windowtest.h"
+
+#include <QScreen>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QtTest>
+
+using namespace TrivexTest;
+
+namespace {
+
+constexpr QSize Usual(1180, 760);
+/// More rows than a window shows.
+constexpr int Rows = 30;
+
+} // namespace
+
+/// The window on small and large screens, with large text, and where its list stands.
+class TestAppSizes : public WindowTest {
+    Q_OBJECT
+public:
+    using WindowTest::WindowTest;
+
+private Q_SLOTS:
+    void init();
+
+    void windowFitsItsScreen();
+    void largeTextGetsFewerColumns_data();
+    void largeTextGetsFewerColumns();
+    void wideScreenKeepsLinesShort();
+    void scrollBelongsToItsCategory();
+
+private:
+    void prepare() override;
+    void restore() override;
+    QQuickItem *list() const { return m_window->item(QStringLiteral("certificateList")); }
+    double fontSize() const;
+    int topRow() const;
+};
+
+void TestAppSizes::prepare()
+{
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
+        + QStringLiteral("/trivex/certificates/");
+    for (int i = 0; i < Rows; ++i) {
+        const QString name = QStringLiteral("Person %1").arg(i, 2, 10, QLatin1Char('0'));
+        const QByteArray certificate = m_authority.openssl(
+            {QStringLiteral("req"), QStringLiteral("-x509"), QStringLiteral("-newkey"),
+             QStringLiteral("ed25519"), QStringLiteral("-nodes"), QStringLiteral("-keyout"),
+             QStringLiteral("/dev/null"), QStringLiteral("-subj"), QStringLiteral("/CN=") + name});
+        QVERIFY(!writeTestFile(folder + name + QStringLiteral(".pem"), certificate).isEmpty());
+    }
+}
+
+void TestAppSizes::init()
+{
+    m_window->window()->resize(Usual);
+    QVERIFY(m_window->waitForItem(QStringLiteral("sidebar")));
+    // Without the choice of the test before.
+    QVERIFY(m_steps->show("requests"));
+    QVERIFY(m_steps->show("users"));
+    QTRY_COMPARE(m_window->rowCount(), Rows);
+}
+
+void TestAppSizes::restore()
+{
+    m_window->setTheme(1, 1);
+    m_window->window()->resize(Usual);
+}
+
+double TestAppSizes::fontSize() const
+{
+    const QQuickItem *field = m_window->item(QStringLiteral("searchField"));
+    return field ? field->property("font").value<QFont>().pixelSize() : 0;
+}
+
+int TestAppSizes::topRow() const
+{
+    int row = -1;
+    const double top = list()->property("contentY").toDouble();
+    for (double y = top; row < 0 && y < top + 100; y += 5)
+        QMetaObject::invokeMethod(list(), "indexAt", Q_RETURN_ARG(int, row), Q_ARG(qreal, 50),
+                                  Q_ARG(qreal, y));
+    return row;
+}
+
+void TestAppSizes::windowFitsItsScreen()
+{
+    closeWindow();
+    {
+        QSettings settings;
+        settings.setValue(QStringLiteral("width"), 9000);
+        settings.setValue(QStringLiteral("height"), 8000);
+    }
+    openWindow();
+    const QSize screen = m_window->window()->screen()->availableSize();
+    const QSize size = m_window->window()->size();
+    QVERIFY2(size.width() <= screen.width() && size.height() <= screen.height(),
+             qPrintable(QStringLiteral("%1 x %2").arg(size.width()).arg(size.height())));
+    // Large, still: it is cut, and not forgotten.
+    QVERIFY(size.width() > Usual.width());
+}
+
+void TestAppSizes::largeTextGetsFewerColumns_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<double>("scale");
+    QTest::addColumn<int>("columns");
+    QTest::newRow("usual") << 1180 << 1.0 << 3;
+    QTest::newRow("200 %, usual width") << 1180 << 2.0 << 2;
+    QTest::newRow("200 %, half a screen") << 960 << 2.0 << 1;
+    QTest::newRow("200 %, wide") << 1800 << 2.0 << 3;
+}
+
+void TestAppSizes::largeTextGetsFewerColumns()
+{
+    QFETCH(int, width);
+    QFETCH(double, scale);
+    QFETCH(int, columns);
+    m_window->setTheme(1, scale);
+    m_window->window()->resize(width, 760);
+    QTRY_COMPARE(m_window->window()->contentItem()->width(), double(width));
+    QTRY_COMPARE(m_window->item(QStringLiteral("sidebar")) != nullptr, columns == 3);
+    QTRY_COMPARE(m_window->item(QStringLiteral("menuButton")) != nullptr, columns < 3);
+    QTest::qWait(100); // the layout of the new size is drawn
+    QVERIFY(!list() || m_window->clickRow(0));
+    QVERIFY(m_window->waitForItem(QStringLiteral("detailsView")));
+    QTRY_COMPARE(list() != nullptr, columns > 1);
+    // Nothing that one presses lies outside.
+    for (const char *name : {"exportButton", "removeButton", "copyButton"}) {
+        const QQuickItem *button = m_window->item(QLatin1String(name));
+        QVERIFY(button);
+        const QRectF place = button->mapRectToScene({0, 0, button->width(), button->height()});
+        QVERIFY2(place.left() >= 0 && place.right() <= width, name);
+    }
+    if (columns == 1)
+        m_window->key(Qt::Key_Escape);
+}
+
+void TestAppSizes::wideScreenKeepsLinesShort()
+{
+    m_window->window()->resize(2560, 1500);
+    QTRY_COMPARE(m_window->window()->contentItem()->width(), 2560.0);
+    QTest::qWait(100); // the layout of the new size is drawn
+    QVERIFY(m_window->clickRow(0));
+    QVERIFY(m_window->waitForItem(QStringLiteral("detailsView")));
+    QTest::qWait(100); // the layout of the new size is drawn
+    const auto letters = [&](const char *name) {
+        return m_window->item(QLatin1String(name))->width() / fontSize();
+    };
+    QVERIFY(fontSize() > 0);
+    QVERIFY2(letters("certificateList") < 70,
+             qPrintable(QString::number(letters("certificateList"))));
+    QVERIFY2(letters("detailsView") < 75, qPrintable(QString::number(letters("detailsView"))));
+    QVERIFY(m_window->click(QStringLiteral("category-newRequest")));
+    QVERIFY(m_window->waitForItem(QStringLiteral("keyNameInput")));
+    const QQuickItem *field = m_window->item(QStringLiteral("keyNameInput"));
+    QVERIFY(field->width() / 13 < 60);
+}
+
+void TestAppSizes::scrollBelongsToItsCategory()
+{
+    m_window->window()->resize(1180, 500);
+    QTest::qWait(100); // the layout of the new size is drawn
+    QVERIFY(m_steps->show("roots"));
+    QTRY_COMPARE(m_window->rowCount(), Rows);
+    QCOMPARE(topRow(), 0);
+    QVERIFY(m_steps->show("users"));
+    QTRY_COMPARE(m_window->rowCount(), Rows);
+    list()->forceActiveFocus(Qt::TabFocusReason);
+    m_window->key(Qt::Key_End);
+    QTRY_VERIFY(topRow() > 2);
+    const int top = topRow();
+    // Another category begins where it was left.
+    QVERIFY(m_steps->show("roots"));
+    QTest::qWait(200); // the other rows are there, as many as before
+    QCOMPARE(topRow(), 0);
+    QVERIFY(m_steps->show("requests"));
+    QTRY_COMPARE(m_window->rowCount(), 0);
+    QVERIFY(m_steps->show("users"));
+    QTRY_COMPARE(m_window->rowCount(), Rows);
+    QTRY_VERIFY2(qAbs(topRow() - top) <= 1, qPrintable(QString::number(topRow())));
+}
+
+int main(int argc, char **argv)
+{
+    WindowEnvironment display;
+    return runWindowTest<TestAppSizes>(argc, argv, display);
+}
+
+#include "tst_app_sizes.moc"
