@@ -173,7 +173,7 @@ QString CertificateImport::reason() const
         return Files().whyNotWritten(m_requestFolder);
     if (m_storeId == userStoreId())
         return Files().whyNotWritten(userStoreDirectory());
-    //% "Nothing was written to the token. Check that it is inserted and try again."
+    //% "Nothing was imported."
     return qtTrId("trivex-app-import-failed");
 }
 

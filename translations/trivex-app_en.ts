@@ -598,8 +598,8 @@
         <translation>Import</translation>
     </message>
     <message id="trivex-app-import-failed">
-        <source>Nothing was written to the token. Check that it is inserted and try again.</source>
-        <translation>Nothing was written to the token. Check that it is inserted and try again.</translation>
+        <source>Nothing was imported.</source>
+        <translation>Nothing was imported.</translation>
     </message>
     <message id="trivex-app-import-partly">
         <source>Only %1 of %2 were imported. What is still ticked is not; start again for it.</source>

@@ -602,8 +602,8 @@
         <translation>Импортировать</translation>
     </message>
     <message id="trivex-app-import-failed">
-        <source>Nothing was written to the token. Check that it is inserted and try again.</source>
-        <translation>На токен ничего не записано. Проверьте, вставлен ли он, и повторите.</translation>
+        <source>Nothing was imported.</source>
+        <translation>Импорт не выполнен.</translation>
     </message>
     <message id="trivex-app-import-partly">
         <source>Only %1 of %2 were imported. What is still ticked is not; start again for it.</source>

@@ -193,10 +193,7 @@ ApplicationWindow {
                 drawer.close()
                 settingsDialog.open()
             }
-            onHelpAsked: {
-                drawer.close()
-                helpDialog.open()
-            }
+            onHelpAsked: helpDialog.open()
         }
     }
     DropArea {

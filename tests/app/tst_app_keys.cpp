@@ -36,7 +36,7 @@ QStringList openPopups()
 
 } // namespace
 
-/// Everything that one does with a certificate, by keyboard alone: the mouse is never touched.
+/// Where the keys go, and what they do, where the mouse is never touched.
 class TestAppKeys : public TokenWindowTest<TestToken> {
     Q_OBJECT
 public:
@@ -49,7 +49,6 @@ private Q_SLOTS:
     void enterPressesTheMainButton();
     void typingGoesToTheFirstField();
     void typedPathLeavesNoPopup();
-    void wholeLife();
 
 private:
     QString focused() const;
@@ -57,13 +56,6 @@ private:
     /// Goes to a line of the side bar and opens it.
     bool go(const char *category);
     bool openPath(const QString &path);
-    /// Types the PIN when it is asked for, until `done` holds.
-    bool typePinUntil(const std::function<bool()> &done);
-    bool chooseRow(const QString &name);
-    void makeRequest();
-    void importIssued();
-    void signAndVerify();
-    void exportAndRemove();
 };
 
 void TestAppKeys::init()
@@ -101,9 +93,11 @@ bool TestAppKeys::go(const char *category)
 
 bool TestAppKeys::openPath(const QString &path)
 {
-    if (!m_window->waitFor([] { return fileDialog() != nullptr; })
-        || !QTest::qWaitForWindowExposed(fileDialog()))
+    if (!m_window->waitFor([] { return fileDialog() != nullptr; }))
         return false;
+    fileDialog()->raise();
+    // Without a window manager it may lie below the window, and is never told that it is seen.
+    QTest::qWait(300);
     auto *name = fileDialog()->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
     if (!name)
         return false;
@@ -111,42 +105,22 @@ bool TestAppKeys::openPath(const QString &path)
     name->setFocus();
     name->selectAll();
     QTest::keyClicks(name, path, Qt::NoModifier, 1);
-    QTest::keyClick(name, Qt::Key_Return);
-    if (!m_window->waitFor([] { return !fileDialog(); }))
+    // The first press may choose among the completions instead.
+    for (int i = 0; i < 3 && fileDialog(); ++i) {
+        QTest::keyClick(name, Qt::Key_Return);
+        m_window->waitFor([] { return !fileDialog(); }, 3000);
+    }
+    if (fileDialog())
         return false;
     // What a window manager would do; there is none on this display.
-    m_window->window()->requestActivate();
-    const bool active = QTest::qWaitForWindowActive(m_window->window());
+    bool active = false;
+    for (int i = 0; i < 5 && !active; ++i) {
+        m_window->window()->requestActivate();
+        active = QTest::qWaitForWindowActive(m_window->window(), 2000);
+    }
     QFocusEvent focus(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
     QCoreApplication::sendEvent(m_window->window(), &focus);
     return active;
-}
-
-bool TestAppKeys::typePinUntil(const std::function<bool()> &done)
-{
-    return m_window->waitFor(
-        [&] {
-            for (const char *dialog : {"pinPromptDialog", "signPinDialog"}) {
-                if (!m_window->isOpen(QLatin1String(dialog)))
-                    continue;
-                m_window->type(rightPin());
-                m_window->key(Qt::Key_Return);
-                m_steps->waitClosed(dialog);
-            }
-            return done();
-        },
-        30000);
-}
-
-bool TestAppKeys::chooseRow(const QString &name)
-{
-    if (!m_window->waitFor([&] { return m_window->rowNamed(name) >= 0; })
-        || !tabTo("certificateList"))
-        return false;
-    m_window->key(Qt::Key_Home);
-    for (int row = m_window->rowNamed(name); row > 0; --row)
-        m_window->key(Qt::Key_Down);
-    return true;
 }
 
 void TestAppKeys::helpByF1()
@@ -205,95 +179,6 @@ void TestAppKeys::typedPathLeavesNoPopup()
     QVERIFY2(openPopups().isEmpty(), qPrintable(openPopups().join(QLatin1Char(' '))));
     m_window->key(Qt::Key_Escape);
     QVERIFY(m_steps->waitClosed("importDialog"));
-}
-
-void TestAppKeys::makeRequest()
-{
-    QVERIFY2(go("newRequest"), qPrintable(focused()));
-    QTRY_VERIFY(m_window->item(QStringLiteral("keyNameInput"))
-                && m_window->item(QStringLiteral("keyNameInput"))->hasActiveFocus());
-    m_window->key(Qt::Key_A, Qt::ControlModifier);
-    m_window->type(QStringLiteral("by keyboard"));
-    m_window->key(Qt::Key_Return);
-    m_window->type(rightPin());
-    m_window->key(Qt::Key_Return);
-    QVERIFY(m_steps->waitForKey());
-    QTRY_VERIFY2(m_window->item(QStringLiteral("commonNameInput"))->hasActiveFocus(),
-                 qPrintable(focused()));
-    m_window->type(QStringLiteral("Keyboard"));
-    m_window->key(Qt::Key_Return);
-    QVERIFY(m_window->waitForItem(QStringLiteral("savedCard")));
-    QVERIFY(QFile::exists(inHome(QStringLiteral("CertificateRequest/Keyboard.csr"))));
-}
-
-void TestAppKeys::importIssued()
-{
-    const QByteArray issued =
-        m_authority.issueForRequest(inHome(QStringLiteral("CertificateRequest/Keyboard.csr")));
-    QVERIFY(!issued.isEmpty());
-    const QString path = writeTestFile(inHome(QStringLiteral("issued.crt")), issued);
-    m_window->key(Qt::Key_O, Qt::ControlModifier);
-    QVERIFY(openPath(path));
-    QVERIFY(m_steps->waitEnabled("importAccept"));
-    m_window->key(Qt::Key_Return);
-    QVERIFY(typePinUntil([&] { return !m_window->isOpen(QStringLiteral("importDialog")); }));
-    QVERIFY(go("personal"));
-    QVERIFY(chooseRow(QStringLiteral("Keyboard")));
-}
-
-void TestAppKeys::signAndVerify()
-{
-    const QString document = writeTestFile(inHome(QStringLiteral("letter.txt")), "Dear all,\n");
-    m_window->key(Qt::Key_Return);
-    QVERIFY(tabTo("signButton"));
-    m_window->key(Qt::Key_Return);
-    QVERIFY(m_window->waitForItem(QStringLiteral("signPage")));
-    QVERIFY(tabTo("chooseDocument"));
-    m_window->key(Qt::Key_Return);
-    QVERIFY(openPath(document));
-    QVERIFY(m_steps->waitEnabled("doSign"));
-    QVERIFY(tabTo("doSign"));
-    m_window->key(Qt::Key_Return);
-    QVERIFY(
-        typePinUntil([&] { return m_steps->text("signResult") == qtTrId("trivex-app-signed"); }));
-    QCOMPARE(QFileInfo(document + QStringLiteral(".sig")).size(), 256);
-    QVERIFY(tabTo("doVerify"));
-    m_window->key(Qt::Key_Return);
-    QVERIFY(m_window->waitFor(
-        [&] { return m_steps->text("signResult") == qtTrId("trivex-app-verified"); }));
-}
-
-void TestAppKeys::exportAndRemove()
-{
-    QVERIFY(go("personal"));
-    QVERIFY(chooseRow(QStringLiteral("Keyboard")));
-    m_window->key(Qt::Key_Menu);
-    QVERIFY(m_steps->waitOpen("rowMenu"));
-    for (int i = 0; i < 10
-         && !m_window->item(QStringLiteral("rowMenuExport"))->property("highlighted").toBool();
-         ++i)
-        m_window->key(Qt::Key_Down);
-    m_window->key(Qt::Key_Return);
-    const QString exported = inHome(QStringLiteral("exported.crt"));
-    QVERIFY(openPath(exported));
-    QTRY_VERIFY(QFile::exists(exported));
-    QVERIFY(chooseRow(QStringLiteral("Keyboard")));
-    m_window->key(Qt::Key_Delete);
-    QVERIFY(m_steps->waitOpen("removeDialog"));
-    QVERIFY(tabTo("removeConfirm"));
-    m_window->key(Qt::Key_Return);
-    QVERIFY(typePinUntil([&] { return m_window->rowNamed(QStringLiteral("Keyboard")) < 0; }));
-    QCOMPARE(m_token.objectCount(), 0);
-}
-
-void TestAppKeys::wholeLife()
-{
-    for (const auto step : {&TestAppKeys::makeRequest, &TestAppKeys::importIssued,
-                            &TestAppKeys::signAndVerify, &TestAppKeys::exportAndRemove}) {
-        (this->*step)();
-        if (QTest::currentTestFailed())
-            return;
-    }
 }
 
 int main(int argc, char **argv)
