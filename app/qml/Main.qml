@@ -243,9 +243,7 @@ ApplicationWindow {
     HelpDialog {
         id: helpDialog
     }
-    ErrorDialog {
-        id: errorDialog
-    }
+    ErrorDialog { id: errorDialog }
     Toast {
         id: toast
     }
