@@ -5,7 +5,8 @@ import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
 
-/// Says what went wrong and what to do next; offers a report without secrets.
+/// Says what went wrong and what to do next; offers a report without secrets. One error after the
+/// other, each until it is closed.
 BaseDialog {
     id: dialog
     property string cause
@@ -13,17 +14,30 @@ BaseDialog {
     property string report
     /// The report of this error is on the clipboard.
     property bool copied: false
+    /// True while something else must not be covered, such as a question that is being answered:
+    /// errors wait until then.
+    property bool held: false
+    property var waiting: []
 
     objectName: "errorDialog"
     title: qsTrId("trivex-app-error-title")
 
     function show(cause_, advice_, report_) {
-        cause = cause_
-        advice = advice_
-        report = report_ ? report_ : ""
+        waiting.push({"cause": cause_, "advice": advice_, "report": report_ ? report_ : ""})
+        showNext()
+    }
+    function showNext() {
+        if (held || visible || waiting.length === 0)
+            return
+        const error = waiting.shift()
+        cause = error.cause
+        advice = error.advice
+        report = error.report
         copied = false
         open()
     }
+    onHeldChanged: Qt.callLater(showNext)
+    onClosed: Qt.callLater(showNext)
 
     RowLayout {
         spacing: Theme.unit * 1.5

@@ -208,7 +208,7 @@ ApplicationWindow {
         }
     }
 
-    PinPromptDialog {}
+    PinPromptDialog { id: pinPrompt }
     ImportDialog {
         id: importDialog
         handsOn: true
@@ -243,7 +243,10 @@ ApplicationWindow {
     HelpDialog {
         id: helpDialog
     }
-    ErrorDialog { id: errorDialog }
+    ErrorDialog {
+        id: errorDialog
+        held: pinPrompt.visible
+    }
     Toast {
         id: toast
     }
