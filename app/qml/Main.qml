@@ -243,10 +243,7 @@ ApplicationWindow {
     HelpDialog {
         id: helpDialog
     }
-    ErrorDialog {
-        id: errorDialog
-        held: pinPrompt.visible
-    }
+    ErrorDialog { id: errorDialog; held: pinPrompt.visible }
     Toast {
         id: toast
     }
