@@ -6,8 +6,8 @@
 
 using namespace TrivexTest;
 
-/// What the window calls the values of certificates and requests, in both languages: the words that
-/// the models are specified to use are not all ones that people know.
+/// What the window calls the values of certificates and requests, in both languages: the words of
+/// the models' own interface are not all ones that people know.
 class TestAppWords : public SampleWindowTest {
     Q_OBJECT
 public:
