@@ -123,7 +123,7 @@ bool TestAppContents::turn(const QString &name)
         });
         return tick != nullptr;
     });
-    QTest::qWait(100); // the dialog has its size
+    m_window->waitUntilStill(); // the dialog has its size
     return m_window->clickItem(tick);
 }
 

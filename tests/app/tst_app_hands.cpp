@@ -6,8 +6,10 @@
 #include <QClipboard>
 #include <QDialogButtonBox>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QStandardPaths>
+#include <QStyleHints>
 #include <QtTest>
 
 using namespace TrivexTest;
@@ -84,6 +86,8 @@ private:
     QString names() const;
     QString chosen() const;
     bool isInDetails() const;
+    QPoint underTheButton();
+    bool clicksTwice(const QPoint &place);
 };
 
 QString TestAppHands::userFile(const QString &name) const
@@ -207,7 +211,7 @@ void TestAppHands::deleteAsks()
 {
     clickRow("Clara");
     m_window->key(Qt::Key_Delete);
-    QVERIFY(m_steps->waitOpen("removeDialog", 3000));
+    QVERIFY(m_steps->waitOpen("removeDialog"));
     QCOMPARE(m_window->object(QStringLiteral("removeDialog"))->property("name").toString(),
              QStringLiteral("Clara"));
     // What a second press answers is "no".
@@ -231,8 +235,7 @@ void TestAppHands::systemRowsStay()
         QSKIP("this machine trusts no certificate");
     QVERIFY(m_window->clickRow(0));
     m_window->key(Qt::Key_Delete);
-    QTest::qWait(300); // for a question that must not come
-    QVERIFY(!m_window->isOpen(QStringLiteral("removeDialog")));
+    QVERIFY(m_window->holds([&] { return !m_window->isOpen(QStringLiteral("removeDialog")); }));
 }
 
 void TestAppHands::rowIsCopied()
@@ -259,7 +262,7 @@ void TestAppHands::enterAndEscape()
 {
     QFETCH(QSize, size);
     m_window->window()->resize(size);
-    QTest::qWait(100); // the layout of the new size is drawn
+    QVERIFY(m_window->waitUntilStill());
     list()->forceActiveFocus(Qt::TabFocusReason);
     m_window->key(Qt::Key_Home);
     m_window->key(Qt::Key_Down);
@@ -291,7 +294,7 @@ void TestAppHands::menuOfARow()
         clickRow("Dmitri", key ? Qt::LeftButton : Qt::RightButton);
         if (key)
             m_window->key(Qt::Key(key), Qt::KeyboardModifiers(modifiers));
-        return m_steps->waitOpen("rowMenu", 3000);
+        return m_steps->waitOpen("rowMenu");
     };
     QVERIFY(open());
     m_window->key(Qt::Key_Escape);
@@ -316,50 +319,79 @@ void TestAppHands::rightButtonTakesItsRow()
 {
     clickRow("Anna");
     clickRow("Elena", Qt::RightButton);
-    QVERIFY(m_steps->waitOpen("rowMenu", 3000));
+    QVERIFY(m_steps->waitOpen("rowMenu"));
     QCOMPARE(chosen(), QStringLiteral("Elena"));
     m_window->key(Qt::Key_Escape);
     QVERIFY(m_steps->waitClosed("rowMenu"));
     // One of several that are chosen stands for them all.
     clickRow("Clara", Qt::LeftButton, Qt::ControlModifier);
     clickRow("Elena", Qt::RightButton);
-    QVERIFY(m_steps->waitOpen("rowMenu", 3000));
+    QVERIFY(m_steps->waitOpen("rowMenu"));
     QCOMPARE(chosen(), QStringLiteral("Clara Elena"));
+}
+
+/// The place of a row where the details have a button; null when no row lies there.
+QPoint TestAppHands::underTheButton()
+{
+    for (const Person &person : Persons) {
+        clickRow(person.name);
+        if (!m_window->waitForItem(QStringLiteral("removeButton")))
+            return {};
+        QTest::qWait(500); // longer than between the clicks of a double click
+        const QQuickItem *remove = m_window->item(QStringLiteral("removeButton"));
+        const QPoint button =
+            remove->mapToScene({remove->width() / 2, remove->height() / 2}).toPoint();
+        m_window->key(Qt::Key_Escape);
+        if (!m_window->waitForItem(QStringLiteral("certificateList")))
+            return {};
+        m_window->waitUntilStill();
+        for (const Person &one : Persons) {
+            const QQuickItem *row = rowItem(one.name);
+            if (row->mapRectToScene({0, 0, row->width(), row->height()}).contains(button))
+                return button;
+        }
+    }
+    return {};
+}
+
+/// Whether both clicks were done in the time of a double click, with some to spare.
+bool TestAppHands::clicksTwice(const QPoint &place)
+{
+    QElapsedTimer taken;
+    taken.start();
+    QTest::mouseClick(m_window->window(), Qt::LeftButton, Qt::NoModifier, place);
+    QTest::qWait(80); // as fast as people click
+    QTest::mouseClick(m_window->window(), Qt::LeftButton, Qt::NoModifier, place);
+    const int interval = QGuiApplication::styleHints()->mouseDoubleClickInterval();
+    if (!taken.hasExpired(interval * 3 / 4))
+        return true;
+    // These were two clicks, and the second one may have asked something.
+    m_window->waitFor([&] { return taken.hasExpired(interval * 2); });
+    m_window->waitUntilStill();
+    if (m_window->isOpen(QStringLiteral("removeDialog"))) {
+        m_window->key(Qt::Key_Escape);
+        m_steps->waitClosed("removeDialog");
+    }
+    m_window->key(Qt::Key_Escape);
+    m_window->waitForItem(QStringLiteral("certificateList"));
+    m_window->waitUntilStill();
+    return false;
 }
 
 void TestAppHands::doubleClickOpensOnce()
 {
     m_window->window()->resize(400, 700);
     QVERIFY(m_window->waitFor([&] { return m_window->item(QStringLiteral("menuButton")); }));
-    QTest::qWait(100); // the layout of the new size is drawn
-    // Where the details have a button: the second click of a double click is meant for the row.
-    QPoint button;
-    const char *under = nullptr;
-    for (const Person &person : Persons) {
-        clickRow(person.name);
-        QVERIFY(m_window->waitForItem(QStringLiteral("removeButton"), 3000));
-        QTest::qWait(500); // longer than between the clicks of a double click
-        const QQuickItem *remove = m_window->item(QStringLiteral("removeButton"));
-        button = remove->mapToScene({remove->width() / 2, remove->height() / 2}).toPoint();
-        m_window->key(Qt::Key_Escape);
-        QVERIFY(m_window->waitForItem(QStringLiteral("certificateList")));
-        QTest::qWait(50); // the list is drawn
-        for (const Person &one : Persons) {
-            const QQuickItem *row = rowItem(one.name);
-            const QRectF place = row->mapRectToScene({0, 0, row->width(), row->height()});
-            if (place.contains(button))
-                under = one.name;
-        }
-        if (under)
-            break;
-    }
-    QVERIFY2(under, "no row lies where the button will be");
-    QTest::mouseClick(m_window->window(), Qt::LeftButton, Qt::NoModifier, button);
-    QTest::qWait(80); // as fast as people click
-    QTest::mouseClick(m_window->window(), Qt::LeftButton, Qt::NoModifier, button);
+    QVERIFY(m_window->waitUntilStill());
+    // The second click of a double click is meant for the row.
+    const QPoint place = underTheButton();
+    QVERIFY2(!place.isNull(), "no row lies where the button will be");
+    bool isDouble = false;
+    for (int i = 0; i < 5 && !isDouble; ++i)
+        isDouble = clicksTwice(place);
+    QVERIFY2(isDouble, "this machine is too slow for a double click");
     QVERIFY(m_window->waitForItem(QStringLiteral("detailsView")));
-    QTest::qWait(300); // for a question that must not come
-    QVERIFY(!m_window->isOpen(QStringLiteral("removeDialog")));
+    QVERIFY(m_window->holds([&] { return !m_window->isOpen(QStringLiteral("removeDialog")); }));
     // A click that is meant for the button reaches it.
     QTest::qWait(500);
     QVERIFY(m_window->click(QStringLiteral("removeButton")));
@@ -473,7 +505,7 @@ void TestAppHands::severalAreRemoved()
     clickRow("Clara", Qt::LeftButton, Qt::ShiftModifier);
     clickRow("boris", Qt::LeftButton, Qt::ControlModifier);
     m_window->key(Qt::Key_Delete);
-    QVERIFY(m_steps->waitOpen("removeDialog", 3000));
+    QVERIFY(m_steps->waitOpen("removeDialog"));
     const QObject *dialog = m_window->object(QStringLiteral("removeDialog"));
     QCOMPARE(dialog->property("name").toString(), QStringLiteral("Anna\nClara"));
     QCOMPARE(dialog->property("title").toString(), qtTrId("trivex-app-remove-several-title", 2));
@@ -493,7 +525,7 @@ void TestAppHands::requestsAreRemoved()
     clickRow("One");
     clickRow("Two", Qt::LeftButton, Qt::ControlModifier);
     m_window->key(Qt::Key_Delete);
-    QVERIFY(m_steps->waitOpen("removeDialog", 3000));
+    QVERIFY(m_steps->waitOpen("removeDialog"));
     QVERIFY(m_window->click(QStringLiteral("removeConfirm")));
     QTRY_COMPARE(names(), QStringLiteral("Three"));
     QCOMPARE(QDir(inHome(QStringLiteral("CertificateRequest")))
@@ -525,7 +557,7 @@ void TestAppHands::sorted()
     QFETCH(QString, turned);
     clickRow("Clara");
     const auto sort = [&](const QString &by) {
-        return m_window->click(QStringLiteral("sortButton")) && m_steps->waitOpen("sortMenu", 3000)
+        return m_window->click(QStringLiteral("sortButton")) && m_steps->waitOpen("sortMenu")
             && m_window->click(by) && m_steps->waitClosed("sortMenu");
     };
     if (item == QLatin1String("sortByName"))
@@ -549,7 +581,7 @@ void TestAppHands::sorted()
 void TestAppHands::orderIsRemembered()
 {
     QVERIFY(m_window->click(QStringLiteral("sortButton")));
-    QVERIFY(m_steps->waitOpen("sortMenu", 3000));
+    QVERIFY(m_steps->waitOpen("sortMenu"));
     // By keyboard alone.
     m_window->key(Qt::Key_Down);
     m_window->key(Qt::Key_Down);

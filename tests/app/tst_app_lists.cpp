@@ -136,8 +136,8 @@ void TestAppLists::searchInEveryList()
     QVERIFY(field->hasActiveFocus());
     m_window->type(QStringLiteral("no such name"));
     QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == 0; }));
-    QVERIFY(m_window->waitFor([&] { return shownTexts().contains(qtTrId("trivex-app-not-found")); },
-                              3000));
+    QVERIFY(
+        m_window->waitFor([&] { return shownTexts().contains(qtTrId("trivex-app-not-found")); }));
     m_window->key(Qt::Key_Escape);
     QVERIFY(m_steps->text("searchField").isEmpty());
     QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == all; }));

@@ -124,7 +124,7 @@ void TestAppSizes::largeTextGetsFewerColumns()
     QTRY_COMPARE(m_window->window()->contentItem()->width(), double(width));
     QTRY_COMPARE(m_window->item(QStringLiteral("sidebar")) != nullptr, columns == 3);
     QTRY_COMPARE(m_window->item(QStringLiteral("menuButton")) != nullptr, columns < 3);
-    QTest::qWait(100); // the layout of the new size is drawn
+    QVERIFY(m_window->waitUntilStill());
     QVERIFY(!list() || m_window->clickRow(0));
     QVERIFY(m_window->waitForItem(QStringLiteral("detailsView")));
     QTRY_COMPARE(list() != nullptr, columns > 1);
@@ -143,10 +143,10 @@ void TestAppSizes::wideScreenKeepsLinesShort()
 {
     m_window->window()->resize(2560, 1500);
     QTRY_COMPARE(m_window->window()->contentItem()->width(), 2560.0);
-    QTest::qWait(100); // the layout of the new size is drawn
+    QVERIFY(m_window->waitUntilStill());
     QVERIFY(m_window->clickRow(0));
     QVERIFY(m_window->waitForItem(QStringLiteral("detailsView")));
-    QTest::qWait(100); // the layout of the new size is drawn
+    QVERIFY(m_window->waitUntilStill());
     const auto letters = [&](const char *name) {
         return m_window->item(QLatin1String(name))->width() / fontSize();
     };
@@ -163,7 +163,7 @@ void TestAppSizes::wideScreenKeepsLinesShort()
 void TestAppSizes::scrollBelongsToItsCategory()
 {
     m_window->window()->resize(1180, 500);
-    QTest::qWait(100); // the layout of the new size is drawn
+    QVERIFY(m_window->waitUntilStill());
     QVERIFY(m_steps->show("roots"));
     QTRY_COMPARE(m_window->rowCount(), Rows);
     QCOMPARE(topRow(), 0);

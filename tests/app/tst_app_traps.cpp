@@ -72,13 +72,13 @@ void TestAppTraps::drawerIsSeen()
             place = row->mapRectToScene(QRectF(0, 0, row->width(), row->height()));
             return QRectF(0, 0, width, Narrow.height()).contains(place);
         }(),
-        3000);
+        Patience);
     QTRY_VERIFY_WITH_TIMEOUT(
         [&] {
             const QRect area = place.toRect().adjusted(2, 2, -2, -2);
             return grab().copy(area) != before.copy(area);
         }(),
-        3000);
+        Patience);
     // The first click goes where it is seen to go.
     QVERIFY(m_steps->show("users"));
     QVERIFY(m_steps->waitClosed("drawer"));
