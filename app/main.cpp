@@ -23,11 +23,16 @@ void describe(QCommandLineParser &parser)
 /// A question about the program itself, which needs no display.
 bool asksAboutProgram(const QByteArray &argument)
 {
-    return argument == "--version" || argument == "-v" || argument == "--help" || argument == "-h";
+    return argument == "--version" || argument == "-v" || argument == "--help" || argument == "-h"
+        || argument == "--help-all";
 }
 
-int tellAboutProgram(int argc, char **argv)
+/// Answers the question alone: what stands beside it is for a program with a display, and would be
+/// unknown here.
+int tellAboutProgram(char *name, char *question)
 {
+    int argc = 2;
+    char *argv[] = {name, question, nullptr};
     const QCoreApplication program(argc, argv);
     Trivex::Application::introduce();
     QCommandLineParser parser;
@@ -42,8 +47,9 @@ int main(int argc, char **argv)
 {
     // What follows "--" is a file, whatever it is called.
     char **const end = std::find(argv + 1, argv + argc, QByteArray("--"));
-    if (std::any_of(argv + 1, end, asksAboutProgram))
-        return tellAboutProgram(argc, argv);
+    char **const question = std::find_if(argv + 1, end, asksAboutProgram);
+    if (question != end)
+        return tellAboutProgram(argv[0], *question);
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication program(argc, argv);
