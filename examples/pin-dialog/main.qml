@@ -46,7 +46,7 @@ ApplicationWindow {
         objectName: "pinDialog"
         anchors.centerIn: parent
         modal: true
-        title: "The PIN of " + prompt.tokenName
+        title: "PIN"
         standardButtons: Dialog.Ok | Dialog.Cancel
         onAboutToShow: pin.clear()
         onOpened: pin.forceActiveFocus()
@@ -54,6 +54,8 @@ ApplicationWindow {
         onAccepted: prompt.submit(prompt.question, pin.text)
         onRejected: prompt.reject(prompt.question)
         ColumnLayout {
+            // No title: some styles take a name there for rich text.
+            Label { objectName: "pinToken"; text: "The PIN of " + prompt.tokenName; textFormat: Text.PlainText }
             Label { text: prompt.purposeText; textFormat: Text.PlainText }
             Label { text: prompt.pinText; textFormat: Text.PlainText } // tries that are left
             TextField {

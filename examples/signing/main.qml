@@ -47,6 +47,19 @@ ApplicationWindow {
             objectName: "keys"
             textRole: "name"
             onCountChanged: if (currentIndex < 0) currentIndex = 0 // rows come later
+            // Names come from strangers: the style's own rows may take one for rich text.
+            delegate: PlainDelegate {
+                width: keys.width
+                text: model.name
+                highlighted: keys.highlightedIndex === index
+            }
+            contentItem: Label {
+                leftPadding: 8
+                text: keys.displayText
+                textFormat: Text.PlainText
+                elide: Text.ElideRight
+                verticalAlignment: Text.AlignVCenter
+            }
             model: CertificateModel {
                 sourceModel: KeyStoreModel
                 filterRole: KeyStoreModel.SmartCard

@@ -14,6 +14,21 @@ ExampleCase {
         compare(backstage.fileSize(window.signature), 256);
     }
 
+    function test_1_strangersNames() {
+        const keys = part("keys");
+        compare(keys.contentItem.text, keys.currentText);
+        compare(keys.contentItem.textFormat, Text.PlainText);
+        keys.popup.open();
+        const rows = keys.popup.contentItem;
+        tryVerify(function() { return rows.itemAtIndex(1); }, 15000);
+        for (let i = 0; i < keys.count; ++i) {
+            const label = rows.itemAtIndex(i).contentItem;
+            compare(label.text, keys.textAt(i));
+            compare(label.textFormat, Text.PlainText);
+        }
+        keys.popup.close();
+    }
+
     function test_2_verified() {
         press("verify");
         tryCompare(window, "outcome", "the signature is good", 15000);
