@@ -203,9 +203,9 @@ QVariantList listGroups(const FileItem &item)
     if (!list.isNull()) {
         nameGroup(qtTrId("trivex-app-issuer"), list.issuerInfoOrdered()).addTo(&groups);
         Group(qtTrId("trivex-app-general"))
-            //% "Made on"
+            //% "Issued on"
             .add(qtTrId("trivex-app-list-made"), validity.dateTime(list.thisUpdate()))
-            //% "Next one by"
+            //% "Next update by"
             .add(qtTrId("trivex-app-list-next"), validity.dateTime(list.nextUpdate()))
             //% "Revoked certificates"
             .add(qtTrId("trivex-app-list-count"), QString::number(list.revoked().size()))

@@ -32,7 +32,7 @@ constexpr Texts AllTexts[] = {
      QT_TRID_NOOP("trivex-app-advice-pin")},
     //% "The token has locked its PIN after too many wrong tries."
     {TokenError::PinLocked, QT_TRID_NOOP("trivex-app-cause-locked"),
-     //% "Have the PIN unlocked by whoever gave out the token, with its administrator PIN."
+     //% "Ask whoever gave out the token to unlock the PIN with the administrator PIN."
      QT_TRID_NOOP("trivex-app-advice-locked")},
     //% "No PIN was given."
     {TokenError::PinMissing, QT_TRID_NOOP("trivex-app-cause-no-pin"), "trivex-app-advice-pin"},

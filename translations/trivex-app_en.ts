@@ -54,8 +54,8 @@
         <translation>Close the other programs that work with this token, then start again.</translation>
     </message>
     <message id="trivex-app-advice-locked">
-        <source>Have the PIN unlocked by whoever gave out the token, with its administrator PIN.</source>
-        <translation>Have the PIN unlocked by whoever gave out the token, with its administrator PIN.</translation>
+        <source>Ask whoever gave out the token to unlock the PIN with the administrator PIN.</source>
+        <translation>Ask whoever gave out the token to unlock the PIN with the administrator PIN.</translation>
     </message>
     <message id="trivex-app-advice-no-private-key">
         <source>Choose another certificate, or the token on which its key was made.</source>
@@ -383,12 +383,12 @@
         <translation>Details</translation>
     </message>
     <message id="trivex-app-details-none">
-        <source>Nothing chosen</source>
-        <translation>Nothing chosen</translation>
+        <source>Nothing selected</source>
+        <translation>Nothing selected</translation>
     </message>
     <message id="trivex-app-details-none-text">
-        <source>Choose a row to read what is in it.</source>
-        <translation>Choose a row to read what is in it.</translation>
+        <source>Select a row to read what is in it.</source>
+        <translation>Select a row to read what is in it.</translation>
     </message>
     <message id="trivex-app-details-several">
         <source>Several rows are selected</source>
@@ -668,8 +668,8 @@
         </translation>
     </message>
     <message id="trivex-app-items-chosen">
-        <source>Chosen: %1 of %2</source>
-        <translation>Chosen: %1 of %2</translation>
+        <source>Selected: %1 of %2</source>
+        <translation>Selected: %1 of %2</translation>
     </message>
     <message id="trivex-app-items-of-file">
         <source>What is in the file</source>
@@ -738,12 +738,12 @@
         <translation>Revoked certificates</translation>
     </message>
     <message id="trivex-app-list-made">
-        <source>Made on</source>
-        <translation>Made on</translation>
+        <source>Issued on</source>
+        <translation>Issued on</translation>
     </message>
     <message id="trivex-app-list-next">
-        <source>Next one by</source>
-        <translation>Next one by</translation>
+        <source>Next update by</source>
+        <translation>Next update by</translation>
     </message>
     <message id="trivex-app-loading">
         <source>Reading the stores…</source>
@@ -918,8 +918,8 @@
         <translation>The certificate and its private key are removed from “%1”.</translation>
     </message>
     <message id="trivex-app-remove-bundles-text">
-        <source>The certificates are removed from “%1”, and with them the private keys that belong to them.</source>
-        <translation>The certificates are removed from “%1”, and with them the private keys that belong to them.</translation>
+        <source>The certificates and the private keys that belong to them are removed from: %1.</source>
+        <translation>The certificates and the private keys that belong to them are removed from: %1.</translation>
     </message>
     <message id="trivex-app-remove-confirm">
         <source>Remove</source>
@@ -949,8 +949,8 @@
         </translation>
     </message>
     <message id="trivex-app-remove-several-text">
-        <source>The certificates are removed from “%1”.</source>
-        <translation>The certificates are removed from “%1”.</translation>
+        <source>The certificates are removed from: %1.</source>
+        <translation>The certificates are removed from: %1.</translation>
     </message>
     <message id="trivex-app-remove-several-title" numerus="yes">
         <source>Remove these %n certificates?</source>

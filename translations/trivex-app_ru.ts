@@ -54,7 +54,7 @@
         <translation>Закройте другие программы, которые работают с этим токеном, и начните заново.</translation>
     </message>
     <message id="trivex-app-advice-locked">
-        <source>Have the PIN unlocked by whoever gave out the token, with its administrator PIN.</source>
+        <source>Ask whoever gave out the token to unlock the PIN with the administrator PIN.</source>
         <translation>Обратитесь к тому, кто выдал токен: он разблокирует PIN-код PIN-кодом администратора.</translation>
     </message>
     <message id="trivex-app-advice-no-private-key">
@@ -386,11 +386,11 @@
         <translation>Сведения</translation>
     </message>
     <message id="trivex-app-details-none">
-        <source>Nothing chosen</source>
+        <source>Nothing selected</source>
         <translation>Ничего не выбрано</translation>
     </message>
     <message id="trivex-app-details-none-text">
-        <source>Choose a row to read what is in it.</source>
+        <source>Select a row to read what is in it.</source>
         <translation>Выберите строку, чтобы прочитать сведения.</translation>
     </message>
     <message id="trivex-app-details-several">
@@ -607,7 +607,7 @@
     </message>
     <message id="trivex-app-import-partly">
         <source>Only %1 of %2 were imported. What is still ticked is not; start again for it.</source>
-        <translation>Импортировано только %1 из %2. Что осталось отмечено, ещё не импортировано: повторите для него.</translation>
+        <translation>Импортировано только %1 из %2. Остальное осталось отмеченным: повторите импорт.</translation>
     </message>
     <message id="trivex-app-import-title">
         <source>Import a certificate or bundle</source>
@@ -619,7 +619,7 @@
     </message>
     <message id="trivex-app-import-without-key">
         <source>Your files hold no private keys: only the certificate goes there. For the key, choose a token.</source>
-        <translation>В файлах закрытые ключи не хранятся: туда попадёт только сертификат. Для ключа выберите токен.</translation>
+        <translation>В ваших файлах закрытые ключи не хранятся: туда попадёт только сертификат. Для ключа выберите токен.</translation>
     </message>
     <message id="trivex-app-imported">
         <source>“%1” is now in “%2”.</source>
@@ -674,7 +674,7 @@
         </translation>
     </message>
     <message id="trivex-app-items-chosen">
-        <source>Chosen: %1 of %2</source>
+        <source>Selected: %1 of %2</source>
         <translation>Выбрано: %1 из %2</translation>
     </message>
     <message id="trivex-app-items-of-file">
@@ -746,12 +746,12 @@
         <translation>Отозвано сертификатов</translation>
     </message>
     <message id="trivex-app-list-made">
-        <source>Made on</source>
+        <source>Issued on</source>
         <translation>Выпущен</translation>
     </message>
     <message id="trivex-app-list-next">
-        <source>Next one by</source>
-        <translation>Следующий не позже</translation>
+        <source>Next update by</source>
+        <translation>Следующее обновление не позднее</translation>
     </message>
     <message id="trivex-app-loading">
         <source>Reading the stores…</source>
@@ -926,8 +926,8 @@
         <translation>Сертификат и его закрытый ключ будут удалены из хранилища «%1».</translation>
     </message>
     <message id="trivex-app-remove-bundles-text">
-        <source>The certificates are removed from “%1”, and with them the private keys that belong to them.</source>
-        <translation>Сертификаты будут удалены из хранилища «%1» вместе с их закрытыми ключами.</translation>
+        <source>The certificates and the private keys that belong to them are removed from: %1.</source>
+        <translation>Сертификаты вместе с их закрытыми ключами будут удалены отсюда: %1.</translation>
     </message>
     <message id="trivex-app-remove-confirm">
         <source>Remove</source>
@@ -958,8 +958,8 @@
         </translation>
     </message>
     <message id="trivex-app-remove-several-text">
-        <source>The certificates are removed from “%1”.</source>
-        <translation>Сертификаты будут удалены из хранилища «%1».</translation>
+        <source>The certificates are removed from: %1.</source>
+        <translation>Сертификаты будут удалены отсюда: %1.</translation>
     </message>
     <message id="trivex-app-remove-several-title" numerus="yes">
         <source>Remove these %n certificates?</source>
