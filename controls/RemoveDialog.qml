@@ -34,13 +34,14 @@ BaseDialog {
     }
     Label {
         textFormat: Text.PlainText
+        // By a function: in a text to put in, "$&" would stand for the mark.
         text: (dialog.count > 1
             ? dialog.isRequest ? qsTrId("trivex-app-remove-requests-text")
                 : dialog.hasKey ? qsTrId("trivex-app-remove-bundles-text")
                 : qsTrId("trivex-app-remove-several-text")
             : dialog.isRequest ? qsTrId("trivex-app-remove-request-text")
                 : dialog.hasKey ? qsTrId("trivex-app-remove-bundle-text")
-                : qsTrId("trivex-app-remove-text")).replace("%1", dialog.place)
+                : qsTrId("trivex-app-remove-text")).replace("%1", () => dialog.place)
         wrapMode: Text.WordWrap
         Layout.fillWidth: true
     }

@@ -15,7 +15,7 @@ using namespace TrivexTest;
 namespace {
 
 /// What a stranger may have written as the name of a token, a person or a file.
-const QString StrangersName = QStringLiteral("<b>Mallory<img src='x'> & Co");
+const QString StrangersName = QStringLiteral("<b>Mallory<img src='x'> & Co $& %1 %2");
 
 } // namespace
 
