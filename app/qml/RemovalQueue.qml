@@ -17,9 +17,19 @@ QtObject {
         if (!running)
             next()
     }
+    /// Whether an end will be reported: of what has gone meanwhile, of the system's own and of what
+    /// has no name or id the store says nothing, and everything behind it would wait for ever.
+    function willEnd(row) {
+        return entries.rowOfIdentity(row.identity) >= 0 && row.type !== KeyStoreModel.System
+            && row.name && row.entryId && isKnown(row.entryId)
+    }
+    function isKnown(entryId) {
+        const idRole = 262
+        return KeyStoreModel.match(KeyStoreModel.index(0, 0), idRole, entryId, 1,
+                                   Qt.MatchExactly).length > 0
+    }
     function next() {
-        // What has gone meanwhile would never be reported.
-        while (waiting.length && entries.rowOfIdentity(waiting[0].identity) < 0)
+        while (waiting.length && !willEnd(waiting[0]))
             waiting = waiting.slice(1)
         running = waiting.length > 0
         if (!running)
