@@ -184,15 +184,29 @@ void RowSelection::follow()
 {
     if (m_current.identity.isEmpty())
         return;
-    const int row = rowOf(m_current);
     const QPointer<QObject> before = m_current.certificate;
-    const int rowBefore = std::exchange(m_row, row);
-    m_current.certificate = value("certificate").value<QObject *>();
+    const int rowBefore = std::exchange(m_row, rowOf(m_current));
+    // What is known of the current row speaks for all that are chosen: it is one that is seen.
+    const int seen = m_row < 0 ? firstOfSeveral() : -1;
+    if (seen >= 0)
+        makeCurrent(seen);
+    else
+        m_current.certificate = value("certificate").value<QObject *>();
     const int countBefore = m_count;
     recount();
-    if (row != rowBefore || m_current.certificate != before || m_count != countBefore
+    if (m_row != rowBefore || m_current.certificate != before || m_count != countBefore
         || !m_several.isEmpty())
         Q_EMIT changed();
+}
+
+int RowSelection::firstOfSeveral() const
+{
+    const int count = m_rows && !m_several.isEmpty() ? m_rows->count() : 0;
+    for (int row = 0; row < count; ++row) {
+        if (isChosen(row))
+            return row;
+    }
+    return -1;
 }
 
 void RowSelection::recount()

@@ -13,7 +13,8 @@ namespace Trivex {
 ///
 /// Rows are known by their identity and followed wherever searches, sorting and rebuilt lists put
 /// them. While one is not listed it is not chosen, and no neighbour is in its place; when it comes
-/// back it is chosen again, unless another was chosen meanwhile.
+/// back it is chosen again, unless another was chosen meanwhile. Where several are chosen and the
+/// current one goes, the first that is still listed is current.
 class RowSelection : public QObject {
     Q_OBJECT
     Q_PROPERTY(Trivex::SectionedModel *rows READ rows WRITE setRows NOTIFY rowsChanged)
@@ -84,6 +85,8 @@ private:
     void add(int row);
     void follow();
     void recount();
+    /// The first of several that are chosen, -1 while none of them is listed.
+    int firstOfSeveral() const;
     int rowOf(const Known &wanted) const;
     QVariant value(const char *role) const;
 

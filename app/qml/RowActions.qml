@@ -14,7 +14,8 @@ Item {
     readonly property bool one: count === 1
     readonly property bool isRequest: selection.type === KeyStoreModel.Request
     /// The system's own certificates nobody removes here.
-    readonly property bool canRemove: count > 0 && selection.type !== KeyStoreModel.System
+    readonly property bool canRemove: count > 0 && selection.type >= 0
+        && selection.type !== KeyStoreModel.System
     readonly property bool canSign: one && selection.keyKind === EntryModel.RsaKind
     readonly property bool canEdit: one && isRequest
     signal removeAsked(var what)
@@ -37,7 +38,8 @@ Item {
                      until: rows.value(row, "until"),
                      place: rows.value(row, "storeName"),
                      hasKey: rows.value(row, "hasKey") === true,
-                     isRequest: isRequest }
+                     type: rows.value(row, "type"),
+                     isRequest: rows.value(row, "type") === KeyStoreModel.Request }
         })
     }
     function remove() {

@@ -1,10 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "tests/app/filedialogs.h"
 #include "tests/app/windowtest.h"
 
-#include <QAbstractButton>
 #include <QClipboard>
-#include <QDialogButtonBox>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileDialog>
@@ -15,17 +14,6 @@
 using namespace TrivexTest;
 
 namespace {
-
-QFileDialog *fileDialog()
-{
-    const QWidgetList widgets = QApplication::topLevelWidgets();
-    for (QWidget *widget : widgets) {
-        auto *dialog = qobject_cast<QFileDialog *>(widget);
-        if (dialog && dialog->isVisible())
-            return dialog;
-    }
-    return nullptr;
-}
 
 /// Names with the issuer and the days that their certificates have left: sorted by each, the order
 /// is another one.
@@ -63,8 +51,11 @@ private Q_SLOTS:
     void severalByMouse();
     void severalByKeyboard();
     void severalAreFollowed();
+    void severalWithoutTheCurrent();
     void severalAreExported();
     void severalAreRemoved();
+    void removalGoesOn_data();
+    void removalGoesOn();
     void requestsAreRemoved();
     void sorted_data();
     void sorted();
@@ -464,6 +455,32 @@ void TestAppHands::severalAreFollowed()
     QVERIFY(m_steps->waitClosed("removeDialog"));
 }
 
+void TestAppHands::severalWithoutTheCurrent()
+{
+    QVERIFY(m_steps->show("requests"));
+    QTRY_COMPARE(m_window->rowCount(), 3);
+    clickRow("Two");
+    clickRow("One", Qt::LeftButton, Qt::ControlModifier);
+    clickRow("Three", Qt::LeftButton, Qt::ControlModifier);
+    QVERIFY(m_window->fill(QStringLiteral("searchField"), QStringLiteral("o")));
+    QTRY_COMPARE(names(), QStringLiteral("One Two"));
+    QTRY_COMPARE(chosen(), QStringLiteral("One Two"));
+    // What is asked is asked of what is seen.
+    QVERIFY(m_window->click(QStringLiteral("removeSeveral")));
+    QVERIFY(m_steps->waitOpen("removeDialog"));
+    QCOMPARE(m_window->object(QStringLiteral("removeDialog"))->property("title").toString(),
+             qtTrId("trivex-app-remove-requests-title", 2));
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_steps->waitClosed("removeDialog"));
+    // One that is left is as good as chosen alone.
+    QVERIFY(m_window->fill(QStringLiteral("searchField"), QStringLiteral("tw")));
+    QTRY_COMPARE(names(), QStringLiteral("Two"));
+    QVERIFY(m_window->waitForItem(QStringLiteral("detailsView")));
+    // Those that come back are chosen again.
+    QVERIFY(m_window->fill(QStringLiteral("searchField"), QString()));
+    QTRY_COMPARE(chosen(), QStringLiteral("One Three Two"));
+}
+
 void TestAppHands::severalAreExported()
 {
     const QString folder = inHome(QStringLiteral("Несколько"));
@@ -474,16 +491,7 @@ void TestAppHands::severalAreExported()
     QVERIFY(m_window->click(QStringLiteral("exportSeveral")));
     QVERIFY(m_window->waitFor([] { return fileDialog() != nullptr; }));
     QCOMPARE(fileDialog()->fileMode(), QFileDialog::Directory);
-    fileDialog()->setDirectory(folder);
-    QVERIFY(QTest::qWaitForWindowExposed(fileDialog()));
-    auto *box = fileDialog()->findChild<QDialogButtonBox *>();
-    QVERIFY(box);
-    const QList<QAbstractButton *> buttons = box->buttons();
-    for (QAbstractButton *button : buttons) {
-        if (box->buttonRole(button) == QDialogButtonBox::AcceptRole)
-            QTest::mouseClick(button, Qt::LeftButton);
-    }
-    QTRY_VERIFY(!fileDialog());
+    QVERIFY(answerFileDialog(*m_window, folder));
     QTRY_COMPARE(m_steps->text("toastText"), qtTrId("trivex-app-exported").arg(folder));
     QStringList files = QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::Name);
     QCOMPARE(files.join(QLatin1Char(' ')),
@@ -515,6 +523,40 @@ void TestAppHands::severalAreRemoved()
     QVERIFY(!QFile::exists(userFile(QStringLiteral("Clara"))));
     QVERIFY(QFile::exists(userFile(QStringLiteral("boris"))));
     QVERIFY(QFile::exists(userFile(QStringLiteral("Dmitri"))));
+}
+
+void TestAppHands::removalGoesOn_data()
+{
+    QTest::addColumn<QString>("entryId");
+    QTest::addColumn<int>("type");
+    // None of them is ever said to have ended; the last is not even to begin.
+    QTest::newRow("no id") << QString() << 1;
+    QTest::newRow("unknown id") << QStringLiteral("nobody") << 1;
+    QTest::newRow("the system's") << QStringLiteral("Anna's") << 0;
+}
+
+void TestAppHands::removalGoesOn()
+{
+    QFETCH(QString, entryId);
+    QFETCH(int, type);
+    const auto *model = list()->property("model").value<QAbstractItemModel *>();
+    if (type == 0)
+        entryId = valueOf(*model, 0, "entryId").toString();
+    const QVariantMap row{{QStringLiteral("identity"), valueOf(*model, 0, "identity")},
+                          {QStringLiteral("entryId"), entryId},
+                          {QStringLiteral("name"), QStringLiteral("Anna")},
+                          {QStringLiteral("type"), type}};
+    auto *queue =
+        m_window->object(QStringLiteral("removeDialog"))->property("queue").value<QObject *>();
+    QVERIFY(QMetaObject::invokeMethod(queue, "start",
+                                      Q_ARG(QVariant, QVariant(QVariantList{QVariant(row)}))));
+    m_window->waitUntilStill(); // the rows of the test before have come back
+    clickRow("Elena");
+    QTRY_COMPARE(chosen(), QStringLiteral("Elena"));
+    m_window->key(Qt::Key_Delete);
+    QVERIFY(m_steps->waitOpen("removeDialog"));
+    QVERIFY(m_window->click(QStringLiteral("removeConfirm")));
+    QTRY_COMPARE(names(), QStringLiteral("Anna boris Clara Dmitri"));
 }
 
 void TestAppHands::requestsAreRemoved()
