@@ -283,6 +283,12 @@ int EntryModel::rowOfIdentity(const QString &identity) const
     return -1;
 }
 
+QVariant EntryModel::certificateOf(const QString &identity) const
+{
+    const int row = rowOfIdentity(identity);
+    return row < 0 ? QVariant() : data(index(row, 0), m_source.certificate);
+}
+
 bool EntryModel::isSystemStore(const QString &storeId) const
 {
     return m_system.value(storeId);

@@ -57,6 +57,8 @@ public:
     QString identityAt(int row) const;
     /// The row of this identity, or -1.
     Q_INVOKABLE int rowOfIdentity(const QString &identity) const;
+    /// The certificate of the row of this identity, or nothing; it belongs to the row.
+    Q_INVOKABLE QVariant certificateOf(const QString &identity) const;
     /// True for a store whose rows are of the system's own kind.
     bool isSystemStore(const QString &storeId) const;
 

@@ -8,30 +8,36 @@ import Trivex.Crypto.Tools 1.0
 /// number: nothing is replaced, so nothing is asked.
 Item {
     id: task
+    objectName: "saveSeveral"
     property SectionedModel rows
     property string folder: Files.homeFolder
-    property var waiting: []
+    /// What the dialog asks the folder of: identities in a list, of which one is the next.
+    property var asked: null
+    /// What is being saved, each set to its own folder. One that is chosen meanwhile comes after it.
+    property var sets: []
     readonly property FileSaver saver: FileSaver {}
     signal saved(string folder)
     signal failed(string reason)
 
     function choose(identities) {
-        waiting = identities
+        // A search takes rows from the shown list, and nothing from this one.
+        asked = { entries: rows.entries, identities: identities, next: 0, folder: "" }
         dialog.folder = Files.url(folder)
         dialog.open()
     }
     function saveNext() {
-        const identity = waiting[0]
-        waiting = waiting.slice(1)
-        const row = rows.rowOfIdentity(identity)
-        const certificate = row < 0 ? null : rows.value(row, "certificate")
+        const set = sets[0]
+        const certificate = set.entries.certificateOf(set.identities[set.next])
+        set.next += 1
         // What has gone meanwhile is in nobody's way.
-        if (certificate && !save(certificate))
-            waiting = []
-        else if (!waiting.length)
-            saved(folder)
+        const good = !certificate || save(certificate, set.folder)
+        if (good && set.next < set.identities.length)
+            return
+        sets = sets.slice(1)
+        if (good)
+            saved(set.folder)
     }
-    function save(certificate) {
+    function save(certificate, folder) {
         if (!certificate.exportToFile(saver.stagingFolder())) {
             failed(Files.whyNotWritten(folder))
             return false
@@ -52,9 +58,9 @@ Item {
         repeat: true
         running: false
         onTriggered: {
-            if (task.waiting.length)
+            if (task.sets.length)
                 task.saveNext()
-            if (!task.waiting.length)
+            if (!task.sets.length)
                 stop()
         }
     }
@@ -63,8 +69,9 @@ Item {
         title: qsTrId("trivex-app-export-title")
         onAccepted: {
             task.folder = Files.path(folder)
+            task.asked.folder = task.folder
+            task.sets = task.sets.concat([task.asked])
             clock.start()
         }
-        onRejected: task.waiting = []
     }
 }
