@@ -19,6 +19,8 @@ BaseDialog {
     signal copied()
     property bool handsOn: false
     readonly property bool writing: job.running
+    /// Closed while it writes, it takes another file when that has ended.
+    readonly property bool busy: visible || writing
     readonly property bool isBundle: file.kind === CertificateFile.BundleKind
     readonly property bool ready: !writing && file.items.checkedCount > 0
         && (chooser.usable || file.items.checkedCertificates === 0)
@@ -29,7 +31,10 @@ BaseDialog {
     objectName: "importDialog"
     title: qsTrId("trivex-app-import-title")
 
+    /// Nothing happens while it writes.
     function start(path) {
+        if (writing)
+            return
         job.clear()
         file.open(path)
         password.clear()
@@ -52,6 +57,10 @@ BaseDialog {
         else
             start(path)
     }
+    function forget() {
+        job.clear()
+        file.path = ""
+    }
     function write() {
         if (!ready)
             return
@@ -65,7 +74,7 @@ BaseDialog {
         itemDialog.close()
         password.clear()
         if (!writing)
-            file.path = ""
+            forget()
     }
 
     CertificateFile {
@@ -82,7 +91,7 @@ BaseDialog {
                 dialog.imported(dialog.name, written, dialog.place)
             }
             if (!dialog.visible)
-                file.path = ""
+                dialog.forget()
         }
     }
     CertificateRequest {

@@ -91,7 +91,7 @@ ApplicationWindow {
         documentsFirst: window.current === "sign"
         // Until a signature is made its page has no place for another document.
         isBlocked: function() {
-            return importDialog.visible || pages.item && pages.item.working
+            return importDialog.busy || pages.item && pages.item.working
         }
         onImportable: importDialog.start(path)
         onDocument: {
@@ -189,10 +189,7 @@ ApplicationWindow {
             library: window.library
             current: window.current
             onChosen: window.show(key)
-            onSettingsAsked: {
-                drawer.close()
-                settingsDialog.open()
-            }
+            onSettingsAsked: settingsDialog.open()
             onHelpAsked: helpDialog.open()
         }
     }
@@ -219,7 +216,8 @@ ApplicationWindow {
                             /%([12])/g, (mark, number) => number === "1" ? name : place))
         onHandedOn: window.openFiles([path])
         onCopied: toast.show(qsTrId("trivex-app-copied"))
-        onClosed: queue.next()
+        onBusyChanged: if (!busy) Qt.callLater(queue.next)
+        onAboutToShow: drawer.close()
     }
     RemoveRowDialog {
         id: removeDialog
@@ -239,9 +237,11 @@ ApplicationWindow {
     }
     SettingsDialog {
         id: settingsDialog
+        onAboutToShow: drawer.close()
     }
     HelpDialog {
         id: helpDialog
+        onAboutToShow: drawer.close()
     }
     ErrorDialog { id: errorDialog; held: pinPrompt.visible }
     Toast {

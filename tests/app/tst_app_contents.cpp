@@ -30,6 +30,8 @@ private Q_SLOTS:
     void intoMyFilesByKeyboard();
     void bundleIntoMyFiles();
     void myFilesCannotBeWritten();
+    void closedWhileItWrites_data();
+    void closedWhileItWrites();
     void requestAmongTheRequests();
     void readWithoutImport_data();
     void readWithoutImport();
@@ -370,6 +372,51 @@ void TestAppContents::myFilesCannotBeWritten()
     QVERIFY(import());
     QCOMPARE(files(), QStringList{QStringLiteral("Homeless.pem")});
     removeFiles();
+    m_window->takeWarnings();
+}
+
+void TestAppContents::closedWhileItWrites_data()
+{
+    QTest::addColumn<bool>("good");
+    QTest::newRow("written") << true;
+    QTest::newRow("not written") << false;
+}
+
+void TestAppContents::closedWhileItWrites()
+{
+    QFETCH(bool, good);
+    const QString saved = inHome(QStringLiteral("CertificateRequest/First.csr"));
+    const QString aside = folder() + QStringLiteral(".aside");
+    QVERIFY(bring(Drop,
+                  make("in/first.pem",
+                       good ? run(QStringLiteral("req -new -key key.pem -subj /CN=First"))
+                            : certificate("First"))));
+    QVERIFY(m_steps->waitEnabled("importAccept"));
+    if (!good) {
+        QVERIFY(choosePlace(qtTrId("trivex-app-category-users")));
+        QVERIFY(QFile::rename(folder(), aside));
+        make("xdg_data_home/trivex/certificates", "a file");
+    }
+    QObject *dialog = m_window->object(QStringLiteral("importDialog"));
+    const QString next = make("in/next.pem", certificate("Next") + certificate("Last"));
+    // In one turn, so that the write can't have ended.
+    QMetaObject::invokeMethod(dialog, "write");
+    QMetaObject::invokeMethod(dialog, "close");
+    m_steps->openFile(next);
+    QVERIFY(dialog->property("writing").toBool());
+    QVERIFY(m_window->waitFor([&] { return !dialog->property("writing").toBool(); }));
+    // The next file comes then, and nothing of the one before is left over.
+    QVERIFY(m_steps->waitEnabled("importAccept", 5000));
+    QVERIFY(m_window->waitUntilStill());
+    QVERIFY(m_window->isOpen(QStringLiteral("importDialog")));
+    QCOMPARE(m_steps->text("itemsAll"), qtTrId("trivex-app-items-chosen").arg(2).arg(2));
+    QVERIFY(m_steps->text("importFailure").isEmpty());
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_steps->waitClosed("importDialog"));
+    if (good)
+        QVERIFY(QFile::remove(saved));
+    else
+        QVERIFY(QFile::remove(folder()) && QFile::rename(aside, folder()));
     m_window->takeWarnings();
 }
 
