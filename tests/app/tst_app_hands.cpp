@@ -54,8 +54,6 @@ private Q_SLOTS:
     void severalWithoutTheCurrent();
     void severalAreExported();
     void severalAreRemoved();
-    void removalGoesOn_data();
-    void removalGoesOn();
     void requestsAreRemoved();
     void sorted_data();
     void sorted();
@@ -523,40 +521,6 @@ void TestAppHands::severalAreRemoved()
     QVERIFY(!QFile::exists(userFile(QStringLiteral("Clara"))));
     QVERIFY(QFile::exists(userFile(QStringLiteral("boris"))));
     QVERIFY(QFile::exists(userFile(QStringLiteral("Dmitri"))));
-}
-
-void TestAppHands::removalGoesOn_data()
-{
-    QTest::addColumn<QString>("entryId");
-    QTest::addColumn<int>("type");
-    // None of them is ever said to have ended; the last is not even to begin.
-    QTest::newRow("no id") << QString() << 1;
-    QTest::newRow("unknown id") << QStringLiteral("nobody") << 1;
-    QTest::newRow("the system's") << QStringLiteral("Anna's") << 0;
-}
-
-void TestAppHands::removalGoesOn()
-{
-    QFETCH(QString, entryId);
-    QFETCH(int, type);
-    const auto *model = list()->property("model").value<QAbstractItemModel *>();
-    if (type == 0)
-        entryId = valueOf(*model, 0, "entryId").toString();
-    const QVariantMap row{{QStringLiteral("identity"), valueOf(*model, 0, "identity")},
-                          {QStringLiteral("entryId"), entryId},
-                          {QStringLiteral("name"), QStringLiteral("Anna")},
-                          {QStringLiteral("type"), type}};
-    auto *queue =
-        m_window->object(QStringLiteral("removeDialog"))->property("queue").value<QObject *>();
-    QVERIFY(QMetaObject::invokeMethod(queue, "start",
-                                      Q_ARG(QVariant, QVariant(QVariantList{QVariant(row)}))));
-    m_window->waitUntilStill(); // the rows of the test before have come back
-    clickRow("Elena");
-    QTRY_COMPARE(chosen(), QStringLiteral("Elena"));
-    m_window->key(Qt::Key_Delete);
-    QVERIFY(m_steps->waitOpen("removeDialog"));
-    QVERIFY(m_window->click(QStringLiteral("removeConfirm")));
-    QTRY_COMPARE(names(), QStringLiteral("Anna boris Clara Dmitri"));
 }
 
 void TestAppHands::requestsAreRemoved()

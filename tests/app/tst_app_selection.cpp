@@ -1,11 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "tests/app/filedialogs.h"
 #include "tests/app/pages.h"
 #include "tests/app/windowtest.h"
 
+#include <QAbstractButton>
+#include <QDialogButtonBox>
 #include <QDir>
+#include <QFileDialog>
 #include <QStandardPaths>
 #include <QtTest>
+
+#include <algorithm>
 
 using namespace TrivexTest;
 
@@ -36,6 +42,11 @@ private Q_SLOTS:
     void requestsAreListedAnew();
     void requestsOfOneName();
     void removalOfWhatHasGone();
+    void removalGoesOn_data();
+    void removalGoesOn();
+    void anotherExportMeanwhile_data();
+    void anotherExportMeanwhile();
+    void helpFromTheDrawer();
 
 private:
     void prepare() override;
@@ -320,6 +331,104 @@ void TestAppSelection::removalOfWhatHasGone()
     QCOMPARE(chosen(), none);
     QVERIFY(QFile::exists(inHome(QStringLiteral("CertificateRequest/Boris.csr"))));
     QVERIFY(QFile::remove(other));
+}
+
+void TestAppSelection::removalGoesOn_data()
+{
+    QTest::addColumn<QString>("entryId");
+    QTest::addColumn<int>("type");
+    // None of them is ever said to have ended; the last is not even to begin.
+    QTest::newRow("no id") << QString() << 1;
+    QTest::newRow("unknown id") << QStringLiteral("nobody") << 1;
+    QTest::newRow("the system's") << QStringLiteral("Anna's") << 0;
+}
+
+void TestAppSelection::removalGoesOn()
+{
+    QFETCH(QString, entryId);
+    QFETCH(int, type);
+    const auto *model = m_window->item(QStringLiteral("certificateList"))
+                            ->property("model")
+                            .value<QAbstractItemModel *>();
+    if (type == 0)
+        entryId = valueOf(*model, 0, "entryId").toString();
+    const QVariantMap row{{QStringLiteral("identity"), valueOf(*model, 0, "identity")},
+                          {QStringLiteral("entryId"), entryId},
+                          {QStringLiteral("name"), QStringLiteral("Anna")},
+                          {QStringLiteral("type"), type}};
+    auto *queue =
+        m_window->object(QStringLiteral("removeDialog"))->property("queue").value<QObject *>();
+    QVERIFY(QMetaObject::invokeMethod(queue, "start",
+                                      Q_ARG(QVariant, QVariant(QVariantList{QVariant(row)}))));
+    QVERIFY(pick("Elena"));
+    QVERIFY(m_window->click(QStringLiteral("removeButton")));
+    QVERIFY(m_steps->waitOpen("removeDialog"));
+    QVERIFY(m_window->click(QStringLiteral("removeConfirm")));
+    QTRY_COMPARE(m_window->rowNamed(QStringLiteral("Elena")), -1);
+    QVERIFY(m_window->rowNamed(QStringLiteral("Anna")) >= 0);
+    QVERIFY(addUser("Elena"));
+}
+
+void TestAppSelection::anotherExportMeanwhile_data()
+{
+    QTest::addColumn<bool>("accepted");
+    QTest::newRow("into another folder") << true;
+    QTest::newRow("given up") << false;
+}
+
+void TestAppSelection::anotherExportMeanwhile()
+{
+    QFETCH(bool, accepted);
+    const QString name = accepted ? QStringLiteral("first") : QStringLiteral("kept");
+    const QString first = inHome(name);
+    const QString second = inHome(QStringLiteral("second"));
+    QVERIFY(QDir().mkpath(first) && QDir().mkpath(second));
+    QVERIFY(pick("Anna"));
+    m_window->key(Qt::Key_A, Qt::ControlModifier);
+    QVERIFY(m_window->click(QStringLiteral("exportSeveral")));
+    QVERIFY(m_window->waitFor([] { return fileDialog() != nullptr; }));
+    QVERIFY(QTest::qWaitForWindowExposed(fileDialog()));
+    fileDialog()->setDirectory(first);
+    auto *box = fileDialog()->findChild<QDialogButtonBox *>();
+    const QList<QAbstractButton *> buttons = box->buttons();
+    const auto accept =
+        std::find_if(buttons.cbegin(), buttons.cend(), [box](QAbstractButton *button) {
+            return box->buttonRole(button) == QDialogButtonBox::AcceptRole;
+        });
+    QVERIFY(accept != buttons.cend());
+    (*accept)->click();
+    // In the same turn, so that nothing of the first set is written yet: another set, and a search
+    // that takes the first out of sight.
+    auto *task = m_window->window()->findChild<QObject *>(QStringLiteral("saveSeveral"));
+    const auto *model = m_window->item(QStringLiteral("certificateList"))
+                            ->property("model")
+                            .value<QAbstractItemModel *>();
+    const QVariantList boris{valueOf(*model, 1, "identity")};
+    QVERIFY(QMetaObject::invokeMethod(task, "choose", Q_ARG(QVariant, QVariant(boris))));
+    m_window->item(QStringLiteral("searchField"))->setProperty("text", QStringLiteral("boris"));
+    QVERIFY(answerFileDialog(*m_window, second, accepted));
+    QTRY_COMPARE(QDir(first).entryList(QDir::Files).size(), 5);
+    QTRY_COMPARE(QDir(second).entryList(QDir::Files).size(), accepted ? 1 : 0);
+    QVERIFY(QDir(second).removeRecursively());
+    // The display has no window manager and minds the focus of a dialog that closed and opened.
+    m_window->takeWarnings();
+}
+
+void TestAppSelection::helpFromTheDrawer()
+{
+    m_window->window()->resize(400, 700);
+    QVERIFY(m_window->waitForItem(QStringLiteral("menuButton")));
+    for (const char *button : {"helpButton", "settingsButton"}) {
+        const bool isHelp = qstrcmp(button, "helpButton") == 0;
+        QVERIFY(m_window->click(QStringLiteral("menuButton")));
+        QVERIFY(m_steps->waitOpen("drawer"));
+        QVERIFY(m_window->waitUntilStill());
+        QVERIFY(m_window->click(QLatin1String(button)));
+        QVERIFY(m_steps->waitOpen(isHelp ? "helpDialog" : "settingsDialog"));
+        QVERIFY(m_steps->waitClosed("drawer"));
+        m_window->key(Qt::Key_Escape);
+        QVERIFY(m_steps->waitClosed(isHelp ? "helpDialog" : "settingsDialog"));
+    }
 }
 
 int main(int argc, char **argv)
