@@ -11,6 +11,7 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <map>
 #include <mutex>
 
@@ -97,19 +98,24 @@ public:
         return *modules;
     }
 
-    ModulePtr open(CK_FUNCTION_LIST *functions, const QByteArray &parameters)
+    ModulePtr open(CK_FUNCTION_LIST *functions, const ModuleSource &source)
     {
         {
             const std::lock_guard lock(m_mutex);
+            if (isLeft(source))
+                return nullptr;
             const auto known = m_modules.find(functions);
             if (known != m_modules.end()) {
+                Entry &entry = known->second;
+                entry.isShared = entry.isShared || entry.key != source.key;
+                entry.isLeft = false;
                 // Null while it is being initialised or finalised.
-                ModulePtr module = known->second.lock();
+                ModulePtr module = entry.module.lock();
                 return module && !module->isGivenUp() ? module : nullptr;
             }
-            m_modules[functions] = {};
+            m_modules[functions] = {{}, source.key, source.library};
         }
-        const CK_RV result = initialize(*functions, parameters);
+        const CK_RV result = initialize(*functions, source.parameters);
         ProcessEnd::renew();
         // Initialised by somebody else in this process, who will also finalise it.
         const bool isForeign = result == CKR_CRYPTOKI_ALREADY_INITIALIZED;
@@ -119,8 +125,15 @@ public:
         }
         const ModulePtr module(new Module(functions, !isForeign));
         const std::lock_guard lock(m_mutex);
-        m_modules[functions] = module;
+        m_modules[functions].module = module;
         return module;
+    }
+
+    void leave(const ModuleSource &source)
+    {
+        const std::lock_guard lock(m_mutex);
+        for (auto &[functions, entry] : m_modules)
+            entry.isLeft = entry.isLeft || (entry.key == source.key && !entry.isShared);
     }
 
     void forget(CK_FUNCTION_LIST *functions)
@@ -130,8 +143,26 @@ public:
     }
 
 private:
+    struct Entry {
+        std::weak_ptr<Module> module;
+        QString key;
+        QString library;
+        bool isShared = false; ///< opened for more than one source
+        bool isLeft = false;
+    };
+
+    /// Whether another source has left the same library and not finalised it yet.
+    bool isLeft(const ModuleSource &source) const
+    {
+        return std::any_of(m_modules.begin(), m_modules.end(), [&](const auto &one) {
+            const Entry &entry = one.second;
+            return entry.isLeft && entry.key != source.key && !entry.library.isEmpty()
+                && entry.library == source.library;
+        });
+    }
+
     std::mutex m_mutex;
-    std::map<CK_FUNCTION_LIST *, std::weak_ptr<Module>> m_modules;
+    std::map<CK_FUNCTION_LIST *, Entry> m_modules;
 };
 
 std::shared_ptr<Module> Module::open(const ModuleSource &source)
@@ -139,7 +170,12 @@ std::shared_ptr<Module> Module::open(const ModuleSource &source)
     CK_FUNCTION_LIST *functions = load(source);
     if (!functions)
         throw Error(CKR_GENERAL_ERROR, "p11_kit_module_load");
-    return OpenModules::instance().open(functions, source.parameters);
+    return OpenModules::instance().open(functions, source);
+}
+
+void Module::leave(const ModuleSource &source)
+{
+    OpenModules::instance().leave(source);
 }
 
 Module::Module(CK_FUNCTION_LIST *functions, bool finalize)

@@ -60,6 +60,10 @@ public:
     /// Loads and initialises the module. Throws `Error`. Null while an earlier object for the same
     /// functions has not been finalised yet. The module decides how long it takes.
     static std::shared_ptr<Module> open(const ModuleSource &source);
+    /// Tells that nobody opens this source any more. Until its module has been finalised, the same
+    /// library is not opened for another source: p11-kit's instance and a bare one have functions
+    /// of their own, and whoever came second would be finalised by the first.
+    static void leave(const ModuleSource &source);
     ~Module();
     Module(const Module &) = delete;
     Module &operator=(const Module &) = delete;

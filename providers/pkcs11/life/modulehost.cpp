@@ -289,6 +289,7 @@ void ModuleHost::start()
 
 void ModuleHost::close()
 {
+    Pkcs11::Module::leave(m_state->source);
     m_worker.stop();
     for (const TokenPtr &token : m_state->close())
         m_state->table.detach(token);
