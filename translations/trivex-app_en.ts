@@ -581,6 +581,26 @@
         <source>GOST R</source>
         <translation>GOST R</translation>
     </message>
+    <message id="trivex-app-help">
+        <source>Keyboard shortcuts</source>
+        <translation>Keyboard shortcuts</translation>
+    </message>
+    <message id="trivex-app-help-import">
+        <source>Open a file</source>
+        <translation>Open a file</translation>
+    </message>
+    <message id="trivex-app-help-quit">
+        <source>Quit</source>
+        <translation>Quit</translation>
+    </message>
+    <message id="trivex-app-help-search">
+        <source>Search in the list</source>
+        <translation>Search in the list</translation>
+    </message>
+    <message id="trivex-app-help-several">
+        <source>Select several rows</source>
+        <translation>Select several rows</translation>
+    </message>
     <message id="trivex-app-holder">
         <source>Holder</source>
         <translation>Holder</translation>

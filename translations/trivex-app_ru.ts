@@ -585,6 +585,26 @@
         <source>GOST R</source>
         <translation>ГОСТ Р</translation>
     </message>
+    <message id="trivex-app-help">
+        <source>Keyboard shortcuts</source>
+        <translation>Сочетания клавиш</translation>
+    </message>
+    <message id="trivex-app-help-import">
+        <source>Open a file</source>
+        <translation>Открыть файл</translation>
+    </message>
+    <message id="trivex-app-help-quit">
+        <source>Quit</source>
+        <translation>Выйти из программы</translation>
+    </message>
+    <message id="trivex-app-help-search">
+        <source>Search in the list</source>
+        <translation>Искать в списке</translation>
+    </message>
+    <message id="trivex-app-help-several">
+        <source>Select several rows</source>
+        <translation>Выделить несколько строк</translation>
+    </message>
     <message id="trivex-app-holder">
         <source>Holder</source>
         <translation>Владелец</translation>
