@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "tests/app/filedialogs.h"
 #include "tests/app/pages.h"
 #include "tests/app/windowtest.h"
 
@@ -11,17 +12,6 @@
 using namespace TrivexTest;
 
 namespace {
-
-QFileDialog *fileDialog()
-{
-    const QWidgetList widgets = QApplication::topLevelWidgets();
-    for (QWidget *widget : widgets) {
-        auto *dialog = qobject_cast<QFileDialog *>(widget);
-        if (dialog && dialog->isVisible())
-            return dialog;
-    }
-    return nullptr;
-}
 
 QStringList openPopups()
 {

@@ -133,6 +133,8 @@ void TestAppTraps::sideBarByKeyboard()
     QVERIFY(m_window->item(QStringLiteral("category-personal"))->hasActiveFocus());
     m_window->key(Qt::Key_Return);
     QTRY_COMPARE(m_window->window()->property("current").toString(), QStringLiteral("personal"));
+    if (hasDrawer)
+        QVERIFY(m_steps->waitClosed("drawer"));
 }
 
 void TestAppTraps::algorithmStaysWhenLookedAt()
