@@ -12,6 +12,8 @@
 #include "qca/x509/names.h"
 #include "qca/x509/signaturealgorithms.h"
 
+#include <algorithm>
+
 namespace Trivex {
 
 namespace {
@@ -33,14 +35,16 @@ QByteArray attribute(const char *oid, const QByteArray &value)
 
 QByteArray requestAttributes(const QCA::CertificateOptions &options)
 {
-    QByteArray content;
+    QList<QByteArray> attributes;
     const QByteArray extensions = encodeExtensions(options, {});
     if (!options.challenge().isEmpty())
-        content +=
+        attributes +=
             attribute(ChallengePassword, Der::write(Der::Utf8String, options.challenge().toUtf8()));
     if (!extensions.isEmpty())
-        content += attribute(ExtensionRequest, extensions);
-    return Der::write(Der::context(0), content);
+        attributes += attribute(ExtensionRequest, extensions);
+    // The order that DER demands of a SET OF (X.690, 11.6).
+    std::sort(attributes.begin(), attributes.end());
+    return Der::write(Der::context(0), attributes.join());
 }
 
 QByteArray validity(const QCA::CertificateOptions &options)

@@ -52,6 +52,9 @@ public:
         return all;
     }
 
+    /// In the order that DER demands of a SET OF (X.690, 11.6).
+    void sort() { std::sort(m_elements.begin(), m_elements.end()); }
+
 private:
     QList<QByteArray> m_elements;
 };
@@ -150,6 +153,8 @@ QByteArray editAttributes(Der::Slice rest, const QList<InfoChange> &changes)
     const QByteArray before = attributes.at(place);
     const QByteArray after = editExtensions(before, changes);
     attributes.put(place, after);
+    if (after != before)
+        attributes.sort();
     return Der::write(Der::context(0), attributes.content()) + reader.rest().bytes();
 }
 

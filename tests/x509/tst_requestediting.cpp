@@ -180,6 +180,7 @@ private Q_SLOTS:
     void alternativeNameAmongOthers();
     void lastAlternativeNames();
     void addedAlternativeNames();
+    void attributesAreSorted();
     void unwritableValue();
     void requestWithoutAttributes();
     void otherKey();
@@ -360,6 +361,27 @@ void TestRequestEditing::addedAlternativeNames()
     QCOMPARE(bodyOf(request).at(1), bodyOf(original).at(1));
     QCOMPARE(requestSubject(request), info);
     QCOMPARE(partsOf(alternativeNames(request)).size(), 2);
+    QVERIFY(isVerified(request));
+}
+
+/// They are a SET OF, and whoever encodes them again before a check encodes them so.
+void TestRequestEditing::attributesAreSorted()
+{
+    QByteArray configuration = Plain;
+    configuration.replace("[name]",
+                          "attributes = more\n[more]\nchallengePassword = a challenge that is "
+                          "longer than the names that are added\n[name]");
+    const QCA::CertificateRequest original =
+        made(QStringLiteral("rsa.key"), configuration.constData());
+    QCA::CertificateInfo info = requestSubject(original);
+    info.insert(infoType(QCA::DNS), QStringLiteral("a.b"));
+    const QCA::CertificateRequest request =
+        editedRequest(original, info, key(QStringLiteral("rsa.key")));
+    QList<QByteArray> sorted = attributesOf(request);
+    QCOMPARE(sorted.size(), 2);
+    std::sort(sorted.begin(), sorted.end());
+    QCOMPARE(attributesOf(request), sorted);
+    QCOMPARE(sorted.at(1), attributesOf(original).at(0));
     QVERIFY(isVerified(request));
 }
 
