@@ -101,9 +101,14 @@ bool isRsaPublicKey(const Shape &shape)
 {
     constexpr int ShortestModulus = 64;
     constexpr int LongestExponent = 8;
+    // Both are odd, unlike the generator 2 of Diffie-Hellman parameters, which look the same.
+    const auto isOdd = [](Der::Slice number) {
+        const QByteArray octets = number.bytes();
+        return !octets.isEmpty() && (octets.back() & 1) == 1;
+    };
     return shape.first == Der::Integer && shape.second == Der::Integer && shape.count == 2
-        && shape.firstContent.size >= ShortestModulus
-        && shape.secondContent.size <= LongestExponent;
+        && shape.firstContent.size >= ShortestModulus && shape.secondContent.size <= LongestExponent
+        && isOdd(shape.firstContent) && isOdd(shape.secondContent);
 }
 
 /// Ecdsa-Sig-Value (RFC 3279, 2.2.3) of any usual curve.
