@@ -132,6 +132,7 @@ void CertificateRequestModel::update(const QString &path)
 {
     if (!QDir(path).exists()) {
         m_reading.reset();
+        m_arrivedKeys.clear();
         return;
     }
     m_reading = std::make_shared<RequestReading>(path);
