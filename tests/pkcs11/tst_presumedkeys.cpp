@@ -36,6 +36,7 @@ private Q_SLOTS:
     void unannouncedHiding();
     void nothingIsHidden();
     void unannouncedHidingOfAPair();
+    void hidingAgain();
     void publicKeysTell();
 
 private:
@@ -247,6 +248,25 @@ void TestPresumedKeys::unannouncedHidingOfAPair()
     QTRY_VERIFY(isBundle("pair"));
     const int before = token.objectCount();
     QVERIFY(m_stores->remove(m_stores->byName(StoreName), entry("pair").id()));
+    QCOMPARE(token.objectCount(), before - 3);
+    QCOMPARE(m_prompt->count(), 2);
+    QVERIFY(m_errors.isEmpty());
+}
+
+/// What a login has shown hides when that ends, and is asked for again.
+void TestPresumedKeys::hidingAgain()
+{
+    TestToken &token = m_token->token();
+    const QString id = QStringLiteral("0a");
+    QVERIFY(token.generateKeyPair(QStringLiteral("rsa:2048"), id, QStringLiteral("again")));
+    QVERIFY(addCertificate(m_authority->issue(token.publicKey(id), QStringLiteral("/CN=Again")), id,
+                           "again"));
+    QVERIFY(m_token->replug(m_storeId, "no-login-flag"));
+    QTRY_VERIFY(isBundle("again"));
+    QVERIFY(sign("again"));
+    const int before = token.objectCount();
+    m_token->control("no-login-flag\nlogout-at C_GetSessionInfo 1");
+    QVERIFY(m_stores->remove(m_stores->byName(StoreName), entry("again").id()));
     QCOMPARE(token.objectCount(), before - 3);
     QCOMPARE(m_prompt->count(), 2);
     QVERIFY(m_errors.isEmpty());

@@ -106,13 +106,14 @@ Session TokenConnection::open(Session::Mode mode)
 
 Session TokenConnection::openToUndo(Operation &operation)
 {
-    const bool hadLogin = m_reliance == Reliance::Login;
+    const bool hadLogin = m_reliance == Reliance::Login && !m_isUndoRefused;
     const Scope toItsEnd(*this, nullptr);
     if (!checkLogin() && hadLogin) {
         try {
             login(operation, LoginFor::PrivateKeys);
         } catch (const Error &) {
-            // What shows without a login is undone all the same.
+            // What shows without a login is undone all the same, and nobody is asked again.
+            m_isUndoRefused = true;
         }
     }
     return Session(m_module, m_slot, Session::ReadWrite);
@@ -139,6 +140,7 @@ void TokenConnection::login(Operation &operation, LoginFor purpose)
 {
     checkCancelled();
     m_reliance = Reliance::Nothing;
+    m_isUndoRefused = false;
     bool isLoggedIn = checkLogin();
     bool isRead = keysHold();
     const bool hides = purpose == LoginFor::PrivateKeys && m_objects.privateKeysHidden;
@@ -157,6 +159,8 @@ void TokenConnection::login(Operation &operation, LoginFor purpose)
     m_reliance = isLoggedIn ? Reliance::Login : Reliance::Anchor;
     if (!isRead)
         readKeysAgain();
+    // Only a login has shown them: it is wanted from now on, whatever the token says.
+    m_hiddenLogin = m_hiddenLogin || (hides && isLoggedIn && !m_objects.privateKeys.empty());
 }
 
 void TokenConnection::loginForUse(const Session &session, Operation &operation,

@@ -149,6 +149,8 @@ private:
     std::optional<TokenObjects> m_shown;
     TokenContentsPtr m_contents;
     bool m_hiddenLogin = false;
+    /// True once nobody gave the login for the undo of this operation.
+    bool m_isUndoRefused = false;
     /// A login has worked, whatever the flags say of the PIN.
     bool m_hasLoggedIn = false;
     /// The states of its sessions say when somebody is logged in.
