@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
+
+/// The dialogs of the window, and the line that tells what is done. A new dialog goes in here with
+/// one function that opens it.
+Item {
+    id: dialogs
+    property Library library
+    /// The rows that are chosen in the list.
+    property RowSelection selection
+    readonly property bool importing: importDialog.busy
+    /// The drawer has to make room for a dialog that is about to open.
+    signal aboutToShow()
+    /// Files that the import has no use for.
+    signal filesAsked(var paths)
+    /// The import takes files again.
+    signal importEnded()
+
+    function tell(text) { toast.show(text) }
+    function fail(cause, advice, report) { errorDialog.show(cause, advice, report) }
+    function chooseImport() { importDialog.choose() }
+    function startImport(path) { importDialog.start(path) }
+    function askRemoval(rows) { removeDialog.ask(rows) }
+    function editRequest(identity) { editDialog.edit(identity) }
+    function showSettings() { settingsDialog.open() }
+    function showHelp() { helpDialog.open() }
+    /// An operation on a token has ended, well or not: an edited request may be written.
+    function operationEnded() { editDialog.explained = true }
+
+    PinPromptDialog { id: pinPrompt }
+    ImportDialog {
+        id: importDialog
+        handsOn: true
+        // Names are strangers' and may hold marks, too: both are put in at once.
+        onImported: toast.show(
+            count > 1 ? qsTrId("trivex-app-imported-many", count).arg(place)
+                      : qsTrId("trivex-app-imported").replace(
+                            /%([12])/g, (mark, number) => number === "1" ? name : place))
+        onHandedOn: dialogs.filesAsked([path])
+        onCopied: toast.show(qsTrId("trivex-app-copied"))
+        onBusyChanged: if (!busy) dialogs.importEnded()
+        onAboutToShow: dialogs.aboutToShow()
+    }
+    RemoveRowDialog {
+        id: removeDialog
+        library: dialogs.library
+        selection: dialogs.selection
+    }
+    EditRequestDialog {
+        id: editDialog
+        library: dialogs.library
+        onAboutToSave: dialogs.library.watcher.noteDeleted(fileName)
+        onSaved: {
+            // Under its new name it is the chosen one still.
+            dialogs.selection.identity = identity
+            toast.show(qsTrId("trivex-app-saved"))
+        }
+        onFailed: errorDialog.show(cause, advice)
+    }
+    SettingsDialog {
+        id: settingsDialog
+        onAboutToShow: dialogs.aboutToShow()
+    }
+    HelpDialog {
+        id: helpDialog
+        onAboutToShow: dialogs.aboutToShow()
+    }
+    ErrorDialog {
+        id: errorDialog
+        held: pinPrompt.visible
+    }
+    Toast {
+        id: toast
+    }
+}
