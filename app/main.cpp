@@ -1,64 +1,57 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "app/application.h"
+#include "app/environment.h"
 #include "app/singleinstance.h"
+#include "console/work.h"
+#include "qca/base/catalogues.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 
-#include <algorithm>
-
 namespace {
 
-void describe(QCommandLineParser &parser)
+/// The parser has the program's words once the catalogues are there.
+void parse(QCommandLineParser *parser, const QCoreApplication &program)
 {
-    parser.setApplicationDescription(QStringLiteral("Certificates, keys and requests"));
-    parser.addHelpOption();
-    parser.addVersionOption();
-    parser.addPositionalArgument(QStringLiteral("files"),
-                                 QStringLiteral("Certificates, bundles or documents to open"),
-                                 QStringLiteral("[files...]"));
+    Trivex::describe(parser);
+    parser->process(program);
 }
 
-/// A question about the program itself, which needs no display.
-bool asksAboutProgram(const QByteArray &argument)
+/// Answers and works without a display. A question is answered alone: what stands beside it may be
+/// for a program with a display, and would be unknown here.
+int runWithoutWindow(int argc, char **argv, QByteArray question)
 {
-    return argument == "--version" || argument == "-v" || argument == "--help" || argument == "-h"
-        || argument == "--help-all";
-}
-
-/// Answers the question alone: what stands beside it is for a program with a display, and would be
-/// unknown here.
-int tellAboutProgram(char *name, char *question)
-{
-    int argc = 2;
-    char *argv[] = {name, question, nullptr};
-    const QCoreApplication program(argc, argv);
+    char *asked[] = {argv[0], question.data(), nullptr};
+    int count = question.isEmpty() ? argc : 2;
+    const QCoreApplication program(count, question.isEmpty() ? argv : asked);
     Trivex::Application::introduce();
+    Trivex::preparePluginPaths();
+    Trivex::installQtTranslations();
+    Trivex::installCatalogues(QStringLiteral("trivex-app"), qApp);
     QCommandLineParser parser;
-    describe(parser);
-    parser.process(program);
-    return 0;
+    parse(&parser, program);
+    return Trivex::carryOut(Trivex::orderOf(parser));
 }
 
 } // namespace
 
 int main(int argc, char **argv)
 {
-    // What follows "--" is a file, whatever it is called.
-    char **const end = std::find(argv + 1, argv + argc, QByteArray("--"));
-    char **const question = std::find_if(argv + 1, end, asksAboutProgram);
-    if (question != end)
-        return tellAboutProgram(argv[0], *question);
+    const QList<QByteArray> arguments(argv + 1, argv + argc);
+    if (Trivex::needsNoDisplay(arguments))
+        return runWithoutWindow(argc, argv, Trivex::questionIn(arguments));
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication program(argc, argv);
     Trivex::Application::prepare();
 
     QCommandLineParser parser;
-    describe(parser);
-    parser.process(program);
-    const QStringList files = Trivex::Application::filesOf(parser.positionalArguments());
+    parse(&parser, program);
+    const Trivex::Order order = Trivex::orderOf(parser);
+    if (!order.problem.isEmpty())
+        return Trivex::carryOut(order);
+    const QStringList files = Trivex::Application::filesOf(order.files);
 
     Trivex::SingleInstance instance(QStringLiteral("trivex"));
     if (instance.handOver(files))

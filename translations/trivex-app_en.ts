@@ -1323,5 +1323,103 @@
         <source>This disk is write-protected. Choose another folder.</source>
         <translation>This disk is write-protected. Choose another folder.</translation>
     </message>
+    <message id="trivex-console-about">
+        <source>Certificates, keys and requests</source>
+        <translation>Certificates, keys and requests</translation>
+    </message>
+    <message id="trivex-console-broken" numerus="yes">
+        <source>%1: %n parts are damaged and left out</source>
+        <translation>
+            <numerusform>%1: %n part is damaged and left out</numerusform>
+            <numerusform>%1: %n parts are damaged and left out</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-console-document">
+        <source>holds no certificate, request, list, key or bundle</source>
+        <translation>holds no certificate, request, list, key or bundle</translation>
+    </message>
+    <message id="trivex-console-file">
+        <source>file</source>
+        <translation>file</translation>
+    </message>
+    <message id="trivex-console-files">
+        <source>files</source>
+        <translation>files</translation>
+    </message>
+    <message id="trivex-console-files-about">
+        <source>Certificates, bundles or documents; without another option they open in the window.</source>
+        <translation>Certificates, bundles or documents; without another option they open in the window.</translation>
+    </message>
+    <message id="trivex-console-incomplete">
+        <source>A module has not answered within a minute: its tokens are missing here.</source>
+        <translation>A module has not answered within a minute: its tokens are missing here.</translation>
+    </message>
+    <message id="trivex-console-json">
+        <source>Answer in JSON (UTF-8), for programs.</source>
+        <translation>Answer in JSON (UTF-8), for programs.</translation>
+    </message>
+    <message id="trivex-console-list">
+        <source>List the certificates of the tokens, of your own store and of the system.</source>
+        <translation>List the certificates of the tokens, of your own store and of the system.</translation>
+    </message>
+    <message id="trivex-console-needs-file">
+        <source>%1 needs a file.</source>
+        <translation>%1 needs a file.</translation>
+    </message>
+    <message id="trivex-console-no-file">
+        <source>There is no such file.</source>
+        <translation>There is no such file.</translation>
+    </message>
+    <message id="trivex-console-no-terminal">
+        <source>is a bundle: its password is asked for at a terminal, or see --password-file</source>
+        <translation>is a bundle: its password is asked for at a terminal, or see --password-file</translation>
+    </message>
+    <message id="trivex-console-no-work">
+        <source>--json and --password-file go with --list or --show.</source>
+        <translation>--json and --password-file go with --list or --show.</translation>
+    </message>
+    <message id="trivex-console-one-work">
+        <source>One work at a time: --list and --show exclude each other.</source>
+        <translation>One work at a time: --list and --show exclude each other.</translation>
+    </message>
+    <message id="trivex-console-password">
+        <source>Password of %1:</source>
+        <translation>Password of %1:</translation>
+    </message>
+    <message id="trivex-console-password-file">
+        <source>Take the password of a bundle from the first line of this file.</source>
+        <translation>Take the password of a bundle from the first line of this file.</translation>
+    </message>
+    <message id="trivex-console-raw-signature">
+        <source>is a signature and nothing else</source>
+        <translation>is a signature and nothing else</translation>
+    </message>
+    <message id="trivex-console-reading">
+        <source>Reading the tokens…</source>
+        <translation>Reading the tokens…</translation>
+    </message>
+    <message id="trivex-console-show">
+        <source>Show everything in the files: certificates, requests, lists, keys and bundles.</source>
+        <translation>Show everything in the files: certificates, requests, lists, keys and bundles.</translation>
+    </message>
+    <message id="trivex-console-store" numerus="yes">
+        <source>%1: %n certificates</source>
+        <translation>
+            <numerusform>%1: %n certificate</numerusform>
+            <numerusform>%1: %n certificates</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-console-takes-no-file">
+        <source>%1 takes no file.</source>
+        <translation>%1 takes no file.</translation>
+    </message>
+    <message id="trivex-console-with-key">
+        <source>with its key</source>
+        <translation>with its key</translation>
+    </message>
+    <message id="trivex-console-wrong-password">
+        <source>The password is wrong.</source>
+        <translation>The password is wrong.</translation>
+    </message>
 </context>
 </TS>

@@ -1333,5 +1333,105 @@
         <source>This disk is write-protected. Choose another folder.</source>
         <translation>Этот диск защищён от записи. Выберите другую папку.</translation>
     </message>
+    <message id="trivex-console-about">
+        <source>Certificates, keys and requests</source>
+        <translation>Сертификаты, ключи и запросы</translation>
+    </message>
+    <message id="trivex-console-broken" numerus="yes">
+        <source>%1: %n parts are damaged and left out</source>
+        <translation>
+            <numerusform>%1: %n часть повреждена и пропущена</numerusform>
+            <numerusform>%1: %n части повреждены и пропущены</numerusform>
+            <numerusform>%1: %n частей повреждено и пропущено</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-console-document">
+        <source>holds no certificate, request, list, key or bundle</source>
+        <translation>в файле нет ни сертификата, ни запроса, ни списка отзыва, ни ключа, ни контейнера</translation>
+    </message>
+    <message id="trivex-console-file">
+        <source>file</source>
+        <translation>файл</translation>
+    </message>
+    <message id="trivex-console-files">
+        <source>files</source>
+        <translation>файлы</translation>
+    </message>
+    <message id="trivex-console-files-about">
+        <source>Certificates, bundles or documents; without another option they open in the window.</source>
+        <translation>Сертификаты, контейнеры или документы; без других параметров они открываются в окне.</translation>
+    </message>
+    <message id="trivex-console-incomplete">
+        <source>A module has not answered within a minute: its tokens are missing here.</source>
+        <translation>Один из модулей не ответил за минуту: его токенов здесь нет.</translation>
+    </message>
+    <message id="trivex-console-json">
+        <source>Answer in JSON (UTF-8), for programs.</source>
+        <translation>Ответить в формате JSON (UTF-8), для программ.</translation>
+    </message>
+    <message id="trivex-console-list">
+        <source>List the certificates of the tokens, of your own store and of the system.</source>
+        <translation>Перечислить сертификаты токенов, вашего хранилища и системы.</translation>
+    </message>
+    <message id="trivex-console-needs-file">
+        <source>%1 needs a file.</source>
+        <translation>Для %1 нужен файл.</translation>
+    </message>
+    <message id="trivex-console-no-file">
+        <source>There is no such file.</source>
+        <translation>Такого файла нет.</translation>
+    </message>
+    <message id="trivex-console-no-terminal">
+        <source>is a bundle: its password is asked for at a terminal, or see --password-file</source>
+        <translation>это контейнер: пароль спрашивается в терминале; см. также --password-file</translation>
+    </message>
+    <message id="trivex-console-no-work">
+        <source>--json and --password-file go with --list or --show.</source>
+        <translation>--json и --password-file задаются вместе с --list или --show.</translation>
+    </message>
+    <message id="trivex-console-one-work">
+        <source>One work at a time: --list and --show exclude each other.</source>
+        <translation>За один раз — одно действие: --list и --show исключают друг друга.</translation>
+    </message>
+    <message id="trivex-console-password">
+        <source>Password of %1:</source>
+        <translation>Пароль для %1:</translation>
+    </message>
+    <message id="trivex-console-password-file">
+        <source>Take the password of a bundle from the first line of this file.</source>
+        <translation>Взять пароль контейнера из первой строки этого файла.</translation>
+    </message>
+    <message id="trivex-console-raw-signature">
+        <source>is a signature and nothing else</source>
+        <translation>файл содержит только подпись</translation>
+    </message>
+    <message id="trivex-console-reading">
+        <source>Reading the tokens…</source>
+        <translation>Читаются токены…</translation>
+    </message>
+    <message id="trivex-console-show">
+        <source>Show everything in the files: certificates, requests, lists, keys and bundles.</source>
+        <translation>Показать всё, что есть в файлах: сертификаты, запросы, списки отзыва, ключи и контейнеры.</translation>
+    </message>
+    <message id="trivex-console-store" numerus="yes">
+        <source>%1: %n certificates</source>
+        <translation>
+            <numerusform>%1: %n сертификат</numerusform>
+            <numerusform>%1: %n сертификата</numerusform>
+            <numerusform>%1: %n сертификатов</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-console-takes-no-file">
+        <source>%1 takes no file.</source>
+        <translation>%1 не принимает файлов.</translation>
+    </message>
+    <message id="trivex-console-with-key">
+        <source>with its key</source>
+        <translation>с ключом</translation>
+    </message>
+    <message id="trivex-console-wrong-password">
+        <source>The password is wrong.</source>
+        <translation>Неверный пароль.</translation>
+    </message>
 </context>
 </TS>

@@ -41,7 +41,8 @@ FLOORS = {
     "plugin": ["requests", "signing"],
     "tools": ["qca/adapter"],
     "controls": ["qca/base"],
-    "app": [],
+    "console": ["tools"],
+    "app": ["console"],
     "app/gallery": ["app"],
 }
 
@@ -55,7 +56,7 @@ QML_MODULES = {"Trivex.Crypto": "plugin", "Trivex.Crypto.Tools": "tools",
 
 # Folders that work with certificates and keys through the platform library alone.
 WITHOUT_OPENSSL = ("certificates", "keystores", "requests", "signing", "plugin", "tools", "controls",
-                   "app", "app/gallery")
+                   "console", "app", "app/gallery")
 
 # Programs and tests look at everything, and nothing looks at them.
 OUTSIDE = ("tests", "tour", "benchmarks", "fuzz", "examples", "debian")

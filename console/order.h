@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QCommandLineParser>
+
+namespace Trivex {
+
+/// What the command line asks for.
+struct Order {
+    enum Kind {
+        Window, ///< nothing else: the files are opened in it
+        List,
+        Show,
+    };
+    Kind kind = Window;
+    QStringList files;
+    QString passwordFile; ///< holds the password of a bundle in its first line; empty: it is asked
+    bool isJson = false;
+    /// What is wrong with it, as a sentence; empty when it can be carried out.
+    QString problem;
+};
+
+/// The options of the program, with their meaning.
+void describe(QCommandLineParser *parser);
+
+// Both take the arguments without the program's name. What follows "--" is a file, whatever it is
+// called.
+
+/// The first option that asks about the program itself: its version, its options; else empty.
+QByteArray questionIn(const QList<QByteArray> &arguments);
+
+/// True when these arguments ask for something that needs no display.
+bool needsNoDisplay(const QList<QByteArray> &arguments);
+
+/// What was parsed.
+Order orderOf(const QCommandLineParser &parser);
+
+} // namespace Trivex

@@ -1,0 +1,101 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "console/secretinput.h"
+
+#include "qca/base/descriptor.h"
+#include "qca/base/regularfile.h"
+
+#include <algorithm>
+
+#include <fcntl.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace Trivex {
+
+namespace {
+
+constexpr int LongestSecret = 4096;
+
+/// The terminal without an echo, as long as it lives.
+class QuietTerminal {
+public:
+    explicit QuietTerminal(int terminal)
+        : m_terminal(terminal)
+        , m_valid(tcgetattr(terminal, &m_before) == 0)
+    {
+        termios quiet = m_before;
+        quiet.c_lflag &= ~tcflag_t(ECHO);
+        m_valid = m_valid && tcsetattr(m_terminal, TCSAFLUSH, &quiet) == 0;
+    }
+    ~QuietTerminal()
+    {
+        if (m_valid)
+            tcsetattr(m_terminal, TCSAFLUSH, &m_before);
+    }
+    Q_DISABLE_COPY(QuietTerminal)
+    bool isValid() const { return m_valid; }
+
+private:
+    const int m_terminal;
+    termios m_before = {};
+    bool m_valid;
+};
+
+void print(int terminal, const QByteArray &text)
+{
+    // Nothing can be done about a terminal that shows nothing.
+    const auto written = write(terminal, text.constData(), size_t(text.size()));
+    Q_UNUSED(written)
+}
+
+/// A line, without its end; nothing at the end of the input.
+std::optional<QCA::SecureArray> readLine(int terminal)
+{
+    QCA::SecureArray line(LongestSecret);
+    int length = 0;
+    while (length < LongestSecret) {
+        char *const next = line.data() + length;
+        if (read(terminal, next, 1) != 1)
+            return {};
+        if (*next == '\n')
+            break;
+        ++length;
+    }
+    line.resize(length);
+    return line;
+}
+
+} // namespace
+
+std::optional<QCA::SecureArray> typedSecret(const QString &question)
+{
+    const Descriptor terminal(open("/dev/tty", O_RDWR | O_NOCTTY | O_CLOEXEC));
+    if (!terminal.isOpen())
+        return {};
+    const QuietTerminal quiet(terminal.get());
+    if (!quiet.isValid())
+        return {};
+    print(terminal.get(), question.toUtf8() + ' ');
+    auto secret = readLine(terminal.get());
+    print(terminal.get(), "\n");
+    return secret;
+}
+
+std::optional<QCA::SecureArray> secretFromFile(const QString &path)
+{
+    auto bytes = readRegularFile(path);
+    if (!bytes)
+        return {};
+    int end = bytes->indexOf('\n');
+    if (end < 0)
+        end = bytes->size();
+    if (end > 0 && bytes->at(end - 1) == '\r')
+        --end;
+    QCA::SecureArray secret(end);
+    std::copy_n(bytes->constData(), end, secret.data());
+    bytes->fill(0);
+    return secret;
+}
+
+} // namespace Trivex

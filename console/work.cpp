@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "console/work.h"
+
+#include "console/listing.h"
+#include "console/report.h"
+#include "console/showing.h"
+
+namespace Trivex {
+
+int carryOut(const Order &order)
+{
+    if (!order.problem.isEmpty()) {
+        complain(order.problem);
+        return WrongUse;
+    }
+    switch (order.kind) {
+    case Order::List:
+        return list(order.isJson);
+    case Order::Show:
+        return show(order.files, order.passwordFile, order.isJson);
+    case Order::Window:
+        break;
+    }
+    return Done;
+}
+
+} // namespace Trivex

@@ -1,0 +1,310 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/support/needtokens.h"
+#include "tests/support/testcertificates.h"
+#include "tests/support/testtoken.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QtTest>
+
+using namespace TrivexTest;
+
+namespace {
+
+const QString Program = QStringLiteral(TRIVEX_PROGRAM);
+
+struct Outcome {
+    int code = -1;
+    QByteArray said;
+    QByteArray complained;
+
+    QJsonArray json() const { return QJsonDocument::fromJson(said).array(); }
+};
+
+/// The program without a display and without a terminal.
+Outcome run(const QStringList &arguments, const QString &locale = QString())
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(QStringLiteral("DISPLAY"));
+    environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("none"));
+    if (!locale.isEmpty())
+        environment.insert(QStringLiteral("LC_ALL"), locale);
+    process.setProcessEnvironment(environment);
+    // A session of its own has no terminal that a password could be asked for at.
+    process.start(QStringLiteral("setsid"), QStringList{QStringLiteral("-w"), Program} + arguments);
+    Outcome outcome;
+    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit)
+        return outcome;
+    outcome.code = process.exitCode();
+    outcome.said = process.readAllStandardOutput();
+    outcome.complained = process.readAllStandardError();
+    return outcome;
+}
+
+bool write(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+QString hash(const QByteArray &der)
+{
+    return QString::fromLatin1(QCryptographicHash::hash(der, QCryptographicHash::Sha256).toHex());
+}
+
+} // namespace
+
+/// The program without its window: what it says, where, and how it ends.
+class TestConsole : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void lists();
+    void listsForPrograms();
+    void shows();
+    void showsForPrograms();
+    void opensBundles_data();
+    void opensBundles();
+    void tellsWhatItCannotShow_data();
+    void tellsWhatItCannotShow();
+    void showsTheOthers();
+    void refusesNonsense_data();
+    void refusesNonsense();
+    void takesFilesOfAnyName();
+    void speaksTheUsersLanguage();
+
+private:
+    QString path(const QString &name) const { return m_files.filePath(name); }
+
+    QTemporaryDir m_files;
+    std::unique_ptr<TestToken> m_token;
+    std::unique_ptr<TestAuthority> m_authority;
+    QByteArray m_certificate;
+};
+
+void TestConsole::initTestCase()
+{
+    TRIVEX_NEED_TOKENS();
+    qputenv("HOME", QFile::encodeName(m_files.path()));
+    qputenv("XDG_DATA_HOME", QFile::encodeName(path(QStringLiteral("share"))));
+    m_token = std::make_unique<TestToken>();
+    QVERIFY2(m_token->isValid(), qPrintable(m_token->problem()));
+    m_token->useInThisProcess();
+    m_authority = std::make_unique<TestAuthority>();
+    QVERIFY(m_authority->isValid());
+    QVERIFY(m_token->generateKeyPair(QStringLiteral("EC:secp256r1"), QStringLiteral("01"),
+                                     QStringLiteral("signer")));
+    m_certificate = m_authority->issue(m_token->publicKey(QStringLiteral("01")),
+                                       QStringLiteral("/CN=Пётр/O=Поле"));
+    QVERIFY(m_token->writeObject(QStringLiteral("cert"), m_certificate, QStringLiteral("01"),
+                                 QStringLiteral("signer")));
+    QVERIFY(write(path(QStringLiteral("one")), m_certificate));
+}
+
+void TestConsole::lists()
+{
+    const Outcome outcome = run({QStringLiteral("--list")});
+    QCOMPARE(outcome.complained, QByteArray());
+    QCOMPARE(outcome.code, 0);
+    const QList<QByteArray> lines = outcome.said.split('\n');
+    QCOMPARE(lines.value(0), QByteArray("Trivex Test: 1 certificate"));
+    QVERIFY2(lines.value(1).startsWith("  Пётр, Test Root, "),
+             QByteArray(lines.value(1)).constData());
+    QVERIFY2(lines.value(1).endsWith(", with its key"), QByteArray(lines.value(1)).constData());
+}
+
+void TestConsole::listsForPrograms()
+{
+    const Outcome outcome = run({QStringLiteral("--json"), QStringLiteral("--list")});
+    QCOMPARE(outcome.code, 0);
+    const QJsonObject token = outcome.json().at(0).toObject();
+    QCOMPARE(token.value(QStringLiteral("kind")).toString(), QStringLiteral("token"));
+    QCOMPARE(token.value(QStringLiteral("store")).toString(), m_token->label());
+    const QJsonArray certificates = token.value(QStringLiteral("certificates")).toArray();
+    QCOMPARE(certificates.size(), 1);
+    const QJsonObject row = certificates.at(0).toObject();
+    QCOMPARE(row.value(QStringLiteral("name")).toString(), QStringLiteral("Пётр"));
+    QCOMPARE(row.value(QStringLiteral("issuer")).toString(), QStringLiteral("Test Root"));
+    QCOMPARE(row.value(QStringLiteral("sha256")).toString(), hash(m_certificate));
+    QCOMPARE(row.value(QStringLiteral("hasKey")).toBool(), true);
+    // What openssl says of the same certificate.
+    const QByteArray dates = m_authority->openssl(
+        {QStringLiteral("x509"), QStringLiteral("-inform"), QStringLiteral("DER"),
+         QStringLiteral("-in"), path(QStringLiteral("one")), QStringLiteral("-noout"),
+         QStringLiteral("-serial"), QStringLiteral("-enddate"), QStringLiteral("-dateopt"),
+         QStringLiteral("iso_8601")});
+    const QByteArray serial = row.value(QStringLiteral("serial")).toString().toLatin1().toUpper();
+    QVERIFY2(dates.contains("serial=" + serial + '\n'), QByteArray(dates + serial).constData());
+    QByteArray end = row.value(QStringLiteral("notAfter")).toString().toLatin1();
+    QVERIFY2(dates.contains("notAfter=" + end.replace('T', ' ')),
+             QByteArray(dates + end).constData());
+}
+
+void TestConsole::shows()
+{
+    const QByteArray other =
+        m_authority->issue(m_token->publicKey(QStringLiteral("01")), QStringLiteral("/CN=Other"));
+    QVERIFY(write(path(QStringLiteral("other")), other));
+    const Outcome outcome =
+        run({QStringLiteral("--show"), path(QStringLiteral("one")), path(QStringLiteral("other"))});
+    QCOMPARE(outcome.complained, QByteArray());
+    QCOMPARE(outcome.code, 0);
+    QVERIFY(outcome.said.startsWith("Пётр\n"));
+    const QByteArray mark =
+        QCryptographicHash::hash(other, QCryptographicHash::Sha256).toHex(':').toUpper();
+    QVERIFY2(outcome.said.contains(mark), QByteArray(outcome.said).constData());
+    QVERIFY2(outcome.said.indexOf("\nOther\n") > 0, QByteArray(outcome.said).constData());
+}
+
+void TestConsole::showsForPrograms()
+{
+    QFile authority(m_authority->certificateFile());
+    QVERIFY(authority.open(QIODevice::ReadOnly));
+    const QByteArray pem = authority.readAll();
+    // The same certificate twice is one.
+    QVERIFY(write(path(QStringLiteral("two.txt")),
+                  pem + "-----BEGIN CERTIFICATE-----\n" + m_certificate.toBase64()
+                      + "\n-----END CERTIFICATE-----\nbetween\n" + pem));
+    const Outcome outcome =
+        run({QStringLiteral("--show"), QStringLiteral("--json"), path(QStringLiteral("two.txt"))});
+    QCOMPARE(outcome.code, 0);
+    const QJsonObject file = outcome.json().at(0).toObject();
+    QCOMPARE(file.value(QStringLiteral("form")).toString(), QStringLiteral("objects"));
+    QVERIFY(!file.contains(QStringLiteral("problem")));
+    const QJsonArray items = file.value(QStringLiteral("items")).toArray();
+    QCOMPARE(items.size(), 2);
+    QCOMPARE(items.at(0).toObject().value(QStringLiteral("name")).toString(),
+             QStringLiteral("Test Root"));
+    QCOMPARE(items.at(1).toObject().value(QStringLiteral("kind")).toString(),
+             QStringLiteral("certificate"));
+    QCOMPARE(items.at(1).toObject().value(QStringLiteral("name")).toString(),
+             QStringLiteral("Пётр"));
+    QVERIFY(!items.at(1).toObject().value(QStringLiteral("groups")).toArray().isEmpty());
+}
+
+void TestConsole::opensBundles_data()
+{
+    QTest::addColumn<QByteArray>("password");
+    QTest::addColumn<int>("code");
+    QTest::newRow("right") << QByteArray("sécret\nsecond line") << 0;
+    QTest::newRow("of another system") << QByteArray("sécret\r\n") << 0;
+    QTest::newRow("wrong") << QByteArray("secret\n") << 1;
+    QTest::newRow("empty") << QByteArray() << 1;
+}
+
+void TestConsole::opensBundles()
+{
+    QFETCH(QByteArray, password);
+    QFETCH(int, code);
+    const QString bundle = m_authority->bundle(
+        {QStringLiteral("-algorithm"), QStringLiteral("RSA")}, QStringLiteral("/CN=Bundled"),
+        QStringLiteral("sécret"), QStringLiteral("friend"));
+    QVERIFY(!bundle.isEmpty());
+    QVERIFY(write(path(QStringLiteral("password")), password));
+    const Outcome outcome =
+        run({QStringLiteral("--show"), QStringLiteral("--json"), bundle,
+             QStringLiteral("--password-file"), path(QStringLiteral("password"))});
+    QCOMPARE(outcome.code, code);
+    const QJsonObject file = outcome.json().at(0).toObject();
+    QCOMPARE(file.value(QStringLiteral("form")).toString(), QStringLiteral("bundle"));
+    QCOMPARE(file.value(QStringLiteral("problem")).toString(),
+             code ? QStringLiteral("The password is wrong.") : QString());
+    const QJsonObject first = file.value(QStringLiteral("items")).toArray().at(0).toObject();
+    QCOMPARE(first.value(QStringLiteral("name")).toString(),
+             code ? QString() : QStringLiteral("Bundled"));
+    QCOMPARE(first.value(QStringLiteral("hasKey")).toBool(), code == 0);
+}
+
+void TestConsole::tellsWhatItCannotShow_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QByteArray>("reason");
+    QTest::newRow("document") << QByteArray("Dear all,\n") << QByteArray("holds no certificate");
+    QTest::newRow("damaged") << QByteArray("-----BEGIN CERTIFICATE-----\nAAAA\n"
+                                           "-----END CERTIFICATE-----\n")
+                             << QByteArray("damaged");
+    QTest::newRow("no file") << QByteArray() << QByteArray("no such file");
+}
+
+void TestConsole::tellsWhatItCannotShow()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QByteArray, reason);
+    const QString file = path(QStringLiteral("odd"));
+    QFile::remove(file);
+    if (!content.isEmpty())
+        QVERIFY(write(file, content));
+    const Outcome outcome = run({QStringLiteral("--show"), file});
+    QCOMPARE(outcome.code, 1);
+    QCOMPARE(outcome.said, QByteArray());
+    QVERIFY2(outcome.complained.startsWith("trivex: " + QFile::encodeName(file) + ": "),
+             QByteArray(outcome.complained).constData());
+    QVERIFY2(outcome.complained.contains(reason), QByteArray(outcome.complained).constData());
+}
+
+void TestConsole::showsTheOthers()
+{
+    // A bundle needs a terminal for its password, or a file of it.
+    const QString bundle = m_authority->bundle(
+        {QStringLiteral("-algorithm"), QStringLiteral("RSA")}, QStringLiteral("/CN=Bundled"),
+        QStringLiteral("secret"), QStringLiteral("friend"));
+    const Outcome outcome = run({QStringLiteral("--show"), path(QStringLiteral("missing")), bundle,
+                                 path(QStringLiteral("one"))});
+    QCOMPARE(outcome.code, 1);
+    QVERIFY(outcome.said.startsWith("Пётр\n"));
+    QVERIFY2(outcome.complained.contains("--password-file"),
+             QByteArray(outcome.complained).constData());
+    QCOMPARE(outcome.complained.count("trivex: "), 2);
+}
+
+void TestConsole::refusesNonsense_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("two works") << QStringList{QStringLiteral("--list"), QStringLiteral("--show"),
+                                              path(QStringLiteral("one"))};
+    QTest::newRow("no file") << QStringList{QStringLiteral("--show")};
+    QTest::newRow("a file for the list")
+        << QStringList{QStringLiteral("--list"), path(QStringLiteral("one"))};
+}
+
+void TestConsole::refusesNonsense()
+{
+    QFETCH(QStringList, arguments);
+    const Outcome outcome = run(arguments);
+    QCOMPARE(outcome.code, 2);
+    QCOMPARE(outcome.said, QByteArray());
+    QVERIFY(outcome.complained.startsWith("trivex: "));
+}
+
+void TestConsole::takesFilesOfAnyName()
+{
+    QVERIFY(write(path(QStringLiteral("--list")), m_certificate));
+    QDir::setCurrent(m_files.path());
+    const Outcome outcome =
+        run({QStringLiteral("--show"), QStringLiteral("--"), QStringLiteral("--list")});
+    QCOMPARE(outcome.complained, QByteArray());
+    QCOMPARE(outcome.code, 0);
+    QVERIFY(outcome.said.startsWith("Пётр\n"));
+}
+
+void TestConsole::speaksTheUsersLanguage()
+{
+    qputenv("LANGUAGE", "ru");
+    const Outcome outcome = run({QStringLiteral("--list")}, QStringLiteral("ru_RU.UTF-8"));
+    qunsetenv("LANGUAGE");
+    QCOMPARE(outcome.code, 0);
+    QVERIFY2(outcome.said.startsWith("Trivex Test: 1 сертификат\n"),
+             QByteArray(outcome.said).constData());
+}
+
+QTEST_GUILESS_MAIN(TestConsole)
+
+#include "tst_console.moc"
