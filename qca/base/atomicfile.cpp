@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "qca/base/atomicfile.h"
 
-#include "qca/base/descriptor.h"
-
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -37,26 +35,6 @@ void removeStaleParts(const QString &directory)
         if (part.lastModified() < limit)
             QFile::remove(part.filePath());
     }
-}
-
-bool writeWhole(int descriptor, const QByteArray &content)
-{
-    for (qint64 done = 0; done < content.size();) {
-        const ssize_t count =
-            ::write(descriptor, content.constData() + done, std::size_t(content.size() - done));
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            return false;
-        done += count;
-    }
-    return ::fsync(descriptor) == 0;
-}
-
-bool writePart(const QByteArray &name, const QByteArray &content)
-{
-    const Descriptor part(::open(name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
-    return part.isOpen() && writeWhole(part.get(), content);
 }
 
 /// Flushes the entries of a directory. File systems that can't are left to their own ways.
@@ -93,22 +71,63 @@ WriteResult moveOver(const QByteArray &from, const QByteArray &to)
 
 } // namespace
 
-WriteResult writeAtomically(const QString &path, const QByteArray &content, bool mayReplace)
+AtomicFile::AtomicFile(const QString &path)
+    : m_path(path)
 {
     const QString directory = directoryOf(path);
     removeStaleParts(directory);
-    const QByteArray name = QFile::encodeName(path);
-    const QByteArray part =
+    m_partName =
         QFile::encodeName(QStringLiteral("%1/.trivex-%2.part")
                               .arg(directory, QUuid::createUuid().toString(QUuid::WithoutBraces)));
-    WriteResult result = WriteResult::Failed;
-    if (writePart(part, content))
-        result = mayReplace ? moveOver(part, name) : moveToNewName(part, name);
-    if (result == WriteResult::Written)
-        flushDirectory(directory);
-    else
-        ::unlink(part.constData());
+    m_part =
+        Descriptor(::open(m_partName.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+}
+
+AtomicFile::~AtomicFile()
+{
+    if (m_part.isOpen())
+        ::unlink(m_partName.constData());
+}
+
+QString AtomicFile::partPath() const
+{
+    return QFile::decodeName(m_partName);
+}
+
+bool AtomicFile::write(const char *data, qint64 size)
+{
+    while (size > 0) {
+        const ssize_t count = ::write(m_part.get(), data, std::size_t(size));
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return false;
+        data += count;
+        size -= count;
+    }
+    return true;
+}
+
+WriteResult AtomicFile::place(bool mayReplace)
+{
+    if (!m_part.isOpen() || ::fsync(m_part.get()) != 0)
+        return WriteResult::Failed;
+    const QByteArray name = QFile::encodeName(m_path);
+    const WriteResult result =
+        mayReplace ? moveOver(m_partName, name) : moveToNewName(m_partName, name);
+    if (result == WriteResult::Written) {
+        m_part.reset();
+        flushDirectory(directoryOf(m_path));
+    }
     return result;
+}
+
+WriteResult writeAtomically(const QString &path, const QByteArray &content, bool mayReplace)
+{
+    AtomicFile file(path);
+    if (!file.isOpen() || !file.write(content.constData(), content.size()))
+        return WriteResult::Failed;
+    return file.place(mayReplace);
 }
 
 bool removeFile(const QString &path)

@@ -4,6 +4,8 @@
 
 #include "qca/base/trivexqcaexport.h"
 
+#include "qca/base/descriptor.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -15,9 +17,33 @@ enum class WriteResult {
     Failed,
 };
 
-/// Writes `content` to the file `path`, whole or not at all: it writes a hidden file
-/// ".trivex-*.part" in the same directory, flushes it to the disk and renames it. If the process is
-/// killed, the old file stays as it was, and a later write removes the part file.
+/// A file in the making, which appears under its name when it is whole: until then it is a hidden
+/// file ".trivex-*.part" in the same directory. If the process is killed, the old file stays as it
+/// was, and a later write there removes the part file once it is an hour old.
+class TRIVEX_QCA_EXPORT AtomicFile {
+public:
+    explicit AtomicFile(const QString &path);
+    /// Removes what was not placed.
+    ~AtomicFile();
+    AtomicFile(const AtomicFile &) = delete;
+    AtomicFile &operator=(const AtomicFile &) = delete;
+
+    bool isOpen() const { return m_part.isOpen(); }
+    /// Where what was written so far can be read.
+    QString partPath() const;
+    /// False when not all of it could be written.
+    bool write(const char *data, qint64 size);
+    /// Flushes the file to the disk and gives it its name, replacing another file only if that is
+    /// allowed. With `Exists` and `Failed` it stays as it is and may be placed again.
+    WriteResult place(bool mayReplace);
+
+private:
+    const QString m_path;
+    QByteArray m_partName;
+    Descriptor m_part;
+};
+
+/// Writes `content` to the file `path`, whole or not at all, as an `AtomicFile`.
 TRIVEX_QCA_EXPORT WriteResult writeAtomically(const QString &path, const QByteArray &content,
                                               bool mayReplace);
 
