@@ -28,13 +28,15 @@ constexpr int PublicExponent = 65537;
 struct Kind {
     KeyRequest::KeyKind kind;
     int bits; ///< 0 for a curve
-    const char *curve;
+    const char *curve; ///< as `KeyGenerator::createEC` names it
 };
 
 constexpr Kind Kinds[] = {
-    {KeyRequest::Rsa2048, 2048, nullptr},  {KeyRequest::Rsa3072, 3072, nullptr},
-    {KeyRequest::Rsa4096, 4096, nullptr},  {KeyRequest::P256, 0, "ec-secp256r1"},
-    {KeyRequest::P384, 0, "ec-secp384r1"}, {KeyRequest::P521, 0, "ec-secp521r1"},
+    {KeyRequest::Rsa2048, 2048, nullptr},     {KeyRequest::Rsa3072, 3072, nullptr},
+    {KeyRequest::Rsa4096, 4096, nullptr},     {KeyRequest::P256, 0, "ec-secp256r1"},
+    {KeyRequest::P384, 0, "ec-secp384r1"},    {KeyRequest::P521, 0, "ec-secp521r1"},
+    {KeyRequest::Ed25519, 0, "ed25519"},      {KeyRequest::Gost256, 0, "gost2012-256"},
+    {KeyRequest::Gost512, 0, "gost2012-512"},
 };
 
 struct ProblemText {

@@ -43,7 +43,7 @@ class KeyRequest : public QObject {
     /// Names of RFC 5280, 4.2.1.12 ("serverAuth"), or dotted OIDs.
     Q_PROPERTY(QStringList purposes READ purposes WRITE setPurposes NOTIFY contentsChanged)
 public:
-    enum KeyKind { Rsa2048, Rsa3072, Rsa4096, P256, P384, P521 };
+    enum KeyKind { Rsa2048, Rsa3072, Rsa4096, P256, P384, P521, Ed25519, Gost256, Gost512 };
     Q_ENUM(KeyKind)
     enum Error {
         NoError,

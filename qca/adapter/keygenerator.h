@@ -32,8 +32,9 @@ public:
     /// or a generation is running; a running one goes on.
     QCA::PrivateKey createRSA(int bits, int exponent, const QString &provider);
     /// A key on `curve`, by the "ec" feature of our own providers: "ec-secp256r1", "ec-secp384r1",
-    /// "ec-secp521r1"; with "qca-norvel-gost" also "gost2012-256", "gost2012-512" and the names of
-    /// their parameter sets, such as "id-tc26-gost-3410-2012-256-paramSetB". As above.
+    /// "ec-secp521r1"; on tokens also "ed25519"; on tokens and with "qca-norvel-gost"
+    /// "gost2012-256", "gost2012-512" and the names of their parameter sets, such as
+    /// "id-tc26-gost-3410-2012-256-paramSetB". As above.
     QCA::PrivateKey createEC(const QString &curve, const QString &provider);
 
     /// The last key; null while one is generated and after a failure.

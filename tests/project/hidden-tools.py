@@ -37,6 +37,7 @@ CASES = [
     ("Xvfb", "tst_app_lists", "Xvfb"),
     ("Xvfb", "tst_controls_types_Default_gui", "Xvfb"),
     ("certutil", "tst_nss", "NSS"),
+    ("certtool", "tst_keyrequestkinds", "certtool"),
     ("openssl", "tst_app_selection", "openssl"),
     ("openssl", "tst_x509_properties", "openssl"),
     ("openssl", "tst_x509_certificates", "openssl"),

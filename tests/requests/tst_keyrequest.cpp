@@ -318,6 +318,9 @@ void TestKeyRequest::keyKinds_data()
         {QStringLiteral("NIST CURVE: P-384"), QStringLiteral("ecdsa-with-SHA384")});
     row("P-521", KeyRequest::P521,
         {QStringLiteral("NIST CURVE: P-521"), QStringLiteral("ecdsa-with-SHA512")});
+    row("Ed25519", KeyRequest::Ed25519,
+        {QStringLiteral("Public Key Algorithm: ED25519"),
+         QStringLiteral("Signature Algorithm: ED25519")});
 }
 
 void TestKeyRequest::keyKinds()

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/contents/gostkeys.h"
 
+#include "providers/pkcs11/contents/publicinfo.h"
 #include "qca/asn1/derwriter.h"
 #include "qca/base/secret.h"
 #include "qca/keys/gostpublickey.h"
@@ -71,17 +72,6 @@ QByteArray identifierIn(const QByteArray &der)
     return Der::Reader(Der::sliceOf(der)).next(Der::ObjectIdentifier, &content)
         ? Der::oidText(content)
         : QByteArray();
-}
-
-/// `attribute` as it is when it has the size of a point, else what it wraps as an OCTET STRING.
-QByteArray pointIn(const QByteArray &attribute, int size)
-{
-    if (attribute.size() == size)
-        return attribute;
-    Der::Slice content;
-    const bool isWrapped = Der::Reader(Der::sliceOf(attribute)).next(Der::OctetString, &content)
-        && content.size == size;
-    return isWrapped ? content.bytes() : QByteArray();
 }
 
 int keyTypeOf(CK_KEY_TYPE tokenType, const QByteArray &digest)
@@ -170,7 +160,7 @@ QByteArray gostPublicInfoOf(const Session &session, CK_OBJECT_HANDLE object)
     key.digest = GostPublicKey::digestToWrite(key.keyType, key.curve);
     AttributeReader value({{CKA_VALUE, 160}});
     value.read(session, object);
-    key.point = pointIn(value.value(0), mechanismsOf(key.keyType)->signatureSize);
+    key.point = pointOfSize(value.value(0), mechanismsOf(key.keyType)->signatureSize);
     return key.curve.isEmpty() ? QByteArray() : key.publicInfo();
 }
 

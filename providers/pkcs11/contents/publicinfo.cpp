@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/contents/publicinfo.h"
 
+#include "qca/asn1/der.h"
 #include "qca/asn1/derwriter.h"
 
 namespace Trivex {
@@ -10,6 +11,29 @@ namespace {
 
 constexpr char RsaEncryption[] = "1.2.840.113549.1.1.1";
 constexpr char EcPublicKey[] = "1.2.840.10045.2.1";
+
+struct EdwardsCurve {
+    const char *oid; ///< of the algorithm of its keys, which is one for each curve
+    const char *otherOid; ///< by which older tokens know it; null: none
+    const char *name;
+    int pointSize;
+};
+
+constexpr EdwardsCurve EdwardsCurves[] = {
+    {"1.3.101.112", "1.3.6.1.4.1.11591.15.1", "edwards25519", 32},
+    {"1.3.101.113", nullptr, "edwards448", 57},
+};
+
+bool isNamed(const EdwardsCurve &curve, const QByteArray &parameters)
+{
+    Der::Slice content;
+    if (Der::single(Der::sliceOf(parameters), Der::PrintableString, &content))
+        return content.view() == QByteArray(curve.name);
+    if (!Der::single(Der::sliceOf(parameters), Der::ObjectIdentifier, &content))
+        return false;
+    const QByteArray oid = Der::oidText(content);
+    return oid == curve.oid || (curve.otherOid && oid == curve.otherOid);
+}
 
 QByteArray publicInfo(const char *algorithm, const QByteArray &parameters, const QByteArray &key)
 {
@@ -33,6 +57,27 @@ QByteArray ecPublicInfo(const QByteArray &parameters, const QByteArray &point)
     if (parameters.isEmpty() || point.isEmpty())
         return {};
     return publicInfo(EcPublicKey, parameters, point);
+}
+
+QByteArray edwardsPublicInfo(const QByteArray &parameters, const QByteArray &point)
+{
+    for (const EdwardsCurve &curve : EdwardsCurves) {
+        if (!isNamed(curve, parameters))
+            continue;
+        const QByteArray key = pointOfSize(point, curve.pointSize);
+        return key.isEmpty() ? QByteArray() : publicInfo(curve.oid, {}, key);
+    }
+    return {};
+}
+
+QByteArray pointOfSize(const QByteArray &attribute, int size)
+{
+    if (attribute.size() == size)
+        return attribute;
+    Der::Slice content;
+    const bool isWrapped = Der::Reader(Der::sliceOf(attribute)).next(Der::OctetString, &content)
+        && content.size == size;
+    return isWrapped ? content.bytes() : QByteArray();
 }
 
 } // namespace Trivex

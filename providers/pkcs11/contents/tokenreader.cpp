@@ -84,6 +84,13 @@ QByteArray ecPublicInfoOf(const Session &session, CK_OBJECT_HANDLE object)
     return ecPublicInfo(reader.value(0), pointIn(reader.value(1)));
 }
 
+QByteArray edwardsPublicInfoOf(const Session &session, CK_OBJECT_HANDLE object)
+{
+    AttributeReader reader({{CKA_EC_PARAMS, 256}, {CKA_EC_POINT, 256}});
+    reader.read(session, object);
+    return edwardsPublicInfo(reader.value(0), reader.value(1));
+}
+
 struct PublicInfoReader {
     CK_KEY_TYPE type;
     QByteArray (*read)(const Session &, CK_OBJECT_HANDLE);
@@ -92,6 +99,7 @@ struct PublicInfoReader {
 constexpr PublicInfoReader PublicInfoReaders[] = {
     {CKK_RSA, rsaPublicInfoOf},
     {CKK_EC, ecPublicInfoOf},
+    {CKK_EC_EDWARDS, edwardsPublicInfoOf},
     {CKK_GOSTR3410, gostPublicInfoOf},
     {KeyTypeGost512, gostPublicInfoOf},
 };

@@ -3,7 +3,7 @@
 #include "providers/pkcs11/contexts/tokeneccontext.h"
 
 #include "providers/pkcs11/contents/gostkeys.h"
-
+#include "qca/asn1/derwriter.h"
 #include "qca/keys/keyoperation.h"
 #include "qca/keys/keys.h"
 
@@ -17,26 +17,30 @@ namespace {
 
 struct Curve {
     const char *name;
-    const char *parameters; ///< DER object identifier (RFC 5480, 2.1.1.1)
-    int size;
+    CK_KEY_TYPE type;
+    const char *oid; ///< RFC 5480, 2.1.1.1; RFC 8410, 3
+    const char *otherName; ///< PKCS#11 3.0, 2.3.5; null: none
 };
 
 constexpr Curve Curves[] = {
-    {"ec-secp256r1", "\x06\x08\x2a\x86\x48\xce\x3d\x03\x01\x07", 10},
-    {"ec-secp384r1", "\x06\x05\x2b\x81\x04\x00\x22", 7},
-    {"ec-secp521r1", "\x06\x05\x2b\x81\x04\x00\x23", 7},
+    {"ec-secp256r1", CKK_EC, "1.2.840.10045.3.1.7", nullptr},
+    {"ec-secp384r1", CKK_EC, "1.3.132.0.34", nullptr},
+    {"ec-secp521r1", CKK_EC, "1.3.132.0.35", nullptr},
+    {"ed25519", CKK_EC_EDWARDS, "1.3.101.112", "edwards25519"},
 };
 
 /// Without a curve for a name that is not known.
 GenerationRequest requestFor(const QString &name)
 {
     GenerationRequest request;
-    request.type = CKK_EC;
     for (const Curve &curve : Curves) {
-        if (name == QLatin1String(curve.name)) {
-            request.curve = QByteArray(curve.parameters, curve.size);
-            return request;
-        }
+        if (name != QLatin1String(curve.name))
+            continue;
+        request.type = curve.type;
+        request.curve = Der::writeOid(curve.oid);
+        if (curve.otherName)
+            request.otherCurve = Der::write(Der::PrintableString, curve.otherName);
+        return request;
     }
     const GostParameters gost = gostParametersByName(name);
     request.type = gost.tokenType;

@@ -22,7 +22,7 @@ public:
     QCA::Provider::Context *clone() const override;
 
     /// Generates on the token that the target or the stored answers name. `curve` is
-    /// "ec-secp256r1", "ec-secp384r1" or "ec-secp521r1"; or, for GOST R 34.10-2012,
+    /// "ec-secp256r1", "ec-secp384r1" or "ec-secp521r1"; "ed25519"; or, for GOST R 34.10-2012,
     /// "gost2012-256" (on the first curve of 2001, which all tokens know) or "gost2012-512" (on
     /// paramSetA), or the name of a parameter set in RFC 4357 or RFC 7836:
     /// "id-GostR3410-2001-CryptoPro-A-ParamSet" (also -B-, -C-, -XchA-, -XchB-),

@@ -5,12 +5,15 @@
 #include "providers/pkcs11/contents/gostkeys.h"
 #include "providers/pkcs11/contents/objectsearch.h"
 #include "providers/pkcs11/contents/tokenreader.h"
+#include "providers/pkcs11/operations/objecttemplates.h"
 #include "qca/keys/publickeyfields.h"
 
 #include <openssl/rand.h>
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
+#include <utility>
 
 namespace Trivex {
 
@@ -71,6 +74,7 @@ template <CK_KEY_TYPE type> void addType(Template *wanted)
 constexpr PairKind PairKinds[] = {
     {CKK_RSA, CKM_RSA_PKCS_KEY_PAIR_GEN, addRsaNumbers, addDecryption},
     {CKK_EC, CKM_EC_KEY_PAIR_GEN, addCurve, addNothing},
+    {CKK_EC_EDWARDS, CKM_EC_EDWARDS_KEY_PAIR_GEN, addCurve, addNothing},
     {CKK_GOSTR3410, CKM_GOSTR3410_KEY_PAIR_GEN, addGostParameters, addType<CKK_GOSTR3410>},
     {KeyTypeGost512, MechanismGost512Generate, addGostParameters, addType<KeyTypeGost512>},
 };
@@ -108,13 +112,6 @@ void addPrivatePart(const GenerationRequest &request, Template *wanted)
     kindOf(request).addPrivatePart(wanted);
 }
 
-void addNames(const QByteArray &id, const QString &label, Template *wanted)
-{
-    wanted->add(CKA_ID, id);
-    if (!label.isEmpty())
-        wanted->add(CKA_LABEL, label.toUtf8());
-}
-
 /// Marks the pair until its own id is known, so that its halves are found if a call fails that
 /// has made one of them.
 QByteArray provisionalId()
@@ -126,7 +123,7 @@ QByteArray provisionalId()
 }
 
 /// What a pair that is being made can be found by.
-struct Traces {
+struct NewPair {
     std::vector<QByteArray> ids;
     std::vector<CK_OBJECT_HANDLE> objects;
     int handleSeries = 0; ///< of `objects`
@@ -134,7 +131,7 @@ struct Traces {
 
 /// By the login that the pair was made with, or a new one: without one a token doesn't show the
 /// private half.
-void remove(TokenConnection &connection, Operation &operation, const Traces &traces) noexcept
+void remove(TokenConnection &connection, Operation &operation, const NewPair &pair) noexcept
 {
     try {
         const Session session = connection.openToUndo(operation);
@@ -142,11 +139,11 @@ void remove(TokenConnection &connection, Operation &operation, const Traces &tra
             session.module()->C_DestroyObject(session.handle(), object);
         };
         // They may name other objects by now.
-        const bool areGood = traces.handleSeries == connection.handleSeries();
+        const bool areGood = pair.handleSeries == connection.handleSeries();
         for (const CK_OBJECT_HANDLE object :
-             areGood ? traces.objects : std::vector<CK_OBJECT_HANDLE>())
+             areGood ? pair.objects : std::vector<CK_OBJECT_HANDLE>())
             destroy(object);
-        for (const QByteArray &id : traces.ids) {
+        for (const QByteArray &id : pair.ids) {
             Template wanted;
             wanted.add(CKA_ID, id);
             for (const CK_OBJECT_HANDLE object : Pkcs11::findObjects(session, wanted))
@@ -189,9 +186,9 @@ bool isNewHalf(const TokenConnection &connection, const Session &session, CK_OBJ
 }
 
 TokenKeyPtr make(TokenConnection &connection, const GenerationRequest &request,
-                 const QString &label, Traces *traces)
+                 const QString &label, NewPair *pair)
 {
-    const QByteArray id = traces->ids.front();
+    const QByteArray id = pair->ids.front();
     const Session session = connection.open(Session::ReadWrite);
     Template publicPart;
     addPublicPart(request, &publicPart);
@@ -212,14 +209,14 @@ TokenKeyPtr make(TokenConnection &connection, const GenerationRequest &request,
         connection.checkLogin();
         throw Error(CKR_GENERAL_ERROR, "C_GenerateKeyPair");
     }
-    traces->objects = {publicObject, privateObject};
-    traces->handleSeries = connection.handleSeries();
+    pair->objects = {publicObject, privateObject};
+    pair->handleSeries = connection.handleSeries();
     connection.checkCancelled();
     const QByteArray publicInfo = publicInfoOf(session, publicObject, request.type);
     if (publicInfo.isEmpty())
         throw Error(TokenError::DeviceFailure);
-    traces->ids.push_back(keyIdentifierOf(publicInfo));
-    setIds(session, publicObject, privateObject, traces->ids.back(), id);
+    pair->ids.push_back(keyIdentifierOf(publicInfo));
+    setIds(session, publicObject, privateObject, pair->ids.back(), id);
     connection.noteWritten(session, publicObject, privateObject);
     const TokenKeyPtr made = connection.contents()->keyFor(publicInfo);
     if (!made || made->privateObject == CK_INVALID_HANDLE)
@@ -230,11 +227,11 @@ TokenKeyPtr make(TokenConnection &connection, const GenerationRequest &request,
 TokenKeyPtr makeOrUndo(TokenConnection &connection, Operation &operation,
                        const GenerationRequest &request)
 {
-    Traces traces = {{provisionalId()}, {}};
+    NewPair pair = {{provisionalId()}, {}};
     try {
-        return make(connection, request, operation.objectId(), &traces);
+        return make(connection, request, operation.objectId(), &pair);
     } catch (const Error &) {
-        remove(connection, operation, traces);
+        remove(connection, operation, pair);
         throw;
     }
 }
@@ -242,21 +239,34 @@ TokenKeyPtr makeOrUndo(TokenConnection &connection, Operation &operation,
 /// The exponent that every token takes.
 constexpr int CommonExponent = 65537;
 
-/// Failures that another exponent can't help against.
-constexpr TokenError::Kind NoMatterOfExponent[] = {
+/// What is asked for where a token does not take the first form; nothing where there is no other.
+std::optional<GenerationRequest> otherForm(const GenerationRequest &request)
+{
+    GenerationRequest other = request;
+    if (request.type == CKK_RSA && request.exponent != CommonExponent)
+        other.exponent = CommonExponent;
+    else if (!request.otherCurve.isEmpty())
+        other.curve = std::exchange(other.otherCurve, QByteArray());
+    else
+        return std::nullopt;
+    return other;
+}
+
+/// Failures that another form can't help against.
+constexpr TokenError::Kind NoMatterOfForm[] = {
     TokenError::WrongPin,     TokenError::PinLocked,  TokenError::PinMissing,
     TokenError::PinNotSet,    TokenError::PinExpired, TokenError::NotLoggedIn,
     TokenError::TokenRemoved, TokenError::Cancelled,
 };
 
 /// Tokens say in many ways that they make no keys with an unusual exponent (TPM 2.0 and NSS refuse
-/// 3), so every other failure may mean it. A session that has ended took the login with it.
-bool mayRefuseExponent(const Error &error, const GenerationRequest &request)
+/// 3) or don't know a curve by its OID, so every other failure may mean it. A session that has
+/// ended took the login with it.
+bool mayRefuseForm(const Error &error)
 {
-    return request.type == CKK_RSA && request.exponent != CommonExponent
-        && !Pkcs11::endsSession(error.returnValue())
-        && std::find(std::begin(NoMatterOfExponent), std::end(NoMatterOfExponent), error.kind())
-        == std::end(NoMatterOfExponent);
+    return !Pkcs11::endsSession(error.returnValue())
+        && std::find(std::begin(NoMatterOfForm), std::end(NoMatterOfForm), error.kind())
+        == std::end(NoMatterOfForm);
 }
 
 } // namespace
@@ -267,27 +277,26 @@ TokenKeyPtr generateKeyPair(TokenConnection &connection, Operation &operation,
     checkRequest(connection, request);
     connection.checkWritable();
     connection.login(operation);
+    const std::optional<GenerationRequest> other = otherForm(request);
     try {
         return makeOrUndo(connection, operation, request);
     } catch (const Error &error) {
-        if (!mayRefuseExponent(error, request))
+        if (!other || !mayRefuseForm(error))
             throw;
     }
     connection.checkCancelled();
-    GenerationRequest common = request;
-    common.exponent = CommonExponent;
-    return makeOrUndo(connection, operation, common);
+    return makeOrUndo(connection, operation, *other);
 }
 
 void removeKeyPair(TokenConnection &connection, Operation &operation, const QByteArray &publicInfo)
 {
-    Traces traces = {{keyIdentifierOf(publicInfo)}, {}};
+    NewPair pair = {{keyIdentifierOf(publicInfo)}, {}};
     const TokenKeyPtr key = connection.contents()->keyFor(publicInfo);
     if (key && connection.keysHold()) {
-        traces.objects = {key->publicObject, key->privateObject};
-        traces.handleSeries = connection.handleSeries();
+        pair.objects = {key->publicObject, key->privateObject};
+        pair.handleSeries = connection.handleSeries();
     }
-    remove(connection, operation, traces);
+    remove(connection, operation, pair);
     connection.readKeysAgain();
 }
 

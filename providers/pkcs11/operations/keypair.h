@@ -12,12 +12,14 @@ struct GenerationRequest {
     int bits = 0; ///< RSA
     int exponent = 0; ///< RSA
     QByteArray curve; ///< elliptic curves and GOST: DER parameters; empty fails
+    QByteArray otherCurve; ///< the same curve for a token that does not take `curve`; may be empty
     QByteArray digest; ///< GOST: DER identifier of the digest's parameters
 };
 
 /// Makes a key pair: private key sensitive and not extractable, CKA_ID as `keyIdentifierOf` gives
 /// it, where the token allows that to be set. An RSA pair whose exponent the token may have refused
-/// is tried once more with 65537. On failure nothing of it stays.
+/// is tried once more with 65537, and a curve once more in its other form. On failure nothing of it
+/// stays.
 /// Throws `Pkcs11::Error`.
 TokenKeyPtr generateKeyPair(TokenConnection &connection, Operation &operation,
                             const GenerationRequest &request);

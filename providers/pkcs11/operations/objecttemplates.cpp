@@ -77,13 +77,6 @@ PublicKeyFields ecFieldsOf(const KeyMaterial &key)
     return fields;
 }
 
-void addNames(const QByteArray &id, const QString &label, Template *object)
-{
-    object->add(CKA_ID, id);
-    if (!label.isEmpty())
-        object->add(CKA_LABEL, label.toUtf8());
-}
-
 void addRsaPublicKey(const KeyMaterial &key, Template *object)
 {
     object->addNumber(CKA_KEY_TYPE, CKK_RSA).addFlag(CKA_ENCRYPT, true);
@@ -140,6 +133,13 @@ const KeyKind &kindOf(const KeyMaterial &key)
 }
 
 } // namespace
+
+void addNames(const QByteArray &id, const QString &label, Template *object)
+{
+    object->add(CKA_ID, id);
+    if (!label.isEmpty())
+        object->add(CKA_LABEL, label.toUtf8());
+}
 
 void fillCertificate(const TokenCertificate &certificate, Template *object)
 {

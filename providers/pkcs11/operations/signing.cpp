@@ -109,14 +109,15 @@ Secret useKey(TokenConnection &connection, Operation &operation, const TokenKey 
 }
 
 /// A signature whose length can't be is none: RFC 8017, 8.2.1, PKCS#11 2.40 current mechanisms,
-/// 2.3.1 (r and s side by side, each as long as the order), and RFC 9215, 2.
+/// 2.3.1 (r and s side by side, each as long as the order), RFC 8032, 5.1.6, and RFC 9215, 2.
 void checkSignature(const TokenKey &key, const QByteArray &signature)
 {
     const int length = (KeyMaterial::fromPublicInfo(key.publicInfo).bits() + 7) / 8;
     const GostMechanisms *gost = gostMechanisms(key.publicInfo);
     const bool isGood = key.type == CKK_RSA ? signature.size() == length
-        : key.type == CKK_EC ? signature.size() % 2 == 0 && signature.size() <= 2 * length
-                             : !gost || signature.size() == gost->signatureSize;
+        : key.type == CKK_EC         ? signature.size() % 2 == 0 && signature.size() <= 2 * length
+        : key.type == CKK_EC_EDWARDS ? signature.size() == 2 * length
+                                     : !gost || signature.size() == gost->signatureSize;
     if (!isGood || signature.isEmpty())
         throw Error(CKR_GENERAL_ERROR, "C_Sign");
 }
