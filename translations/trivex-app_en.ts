@@ -33,6 +33,10 @@
         <source>Certificates from the files in your own certificate folder.</source>
         <translation>Certificates from the files in your own certificate folder.</translation>
     </message>
+    <message id="trivex-app-access-issuers">
+        <source>Certificate of the issuer</source>
+        <translation>Certificate of the issuer</translation>
+    </message>
     <message id="trivex-app-advice-cancelled">
         <source>Nothing was changed. Start again when you like.</source>
         <translation>Nothing was changed. Start again when you like.</translation>
@@ -116,9 +120,29 @@
         <source>The certificate for “%1” has arrived; its request is done.</source>
         <translation>The certificate for “%1” has arrived; its request is done.</translation>
     </message>
+    <message id="trivex-app-attribute-business">
+        <source>Kind of business</source>
+        <translation>Kind of business</translation>
+    </message>
+    <message id="trivex-app-attribute-description">
+        <source>Description</source>
+        <translation>Description</translation>
+    </message>
+    <message id="trivex-app-attribute-domain">
+        <source>Domain component</source>
+        <translation>Domain component</translation>
+    </message>
+    <message id="trivex-app-attribute-generation">
+        <source>Generation</source>
+        <translation>Generation</translation>
+    </message>
     <message id="trivex-app-attribute-given-name">
         <source>Given name</source>
         <translation>Given name</translation>
+    </message>
+    <message id="trivex-app-attribute-initials">
+        <source>Initials</source>
+        <translation>Initials</translation>
     </message>
     <message id="trivex-app-attribute-innle">
         <source>INN of the organization</source>
@@ -136,6 +160,38 @@
         <source>OGRNIP</source>
         <translation>OGRNIP</translation>
     </message>
+    <message id="trivex-app-attribute-organization-id">
+        <source>Identifier of the organization</source>
+        <translation>Identifier of the organization</translation>
+    </message>
+    <message id="trivex-app-attribute-postal-code">
+        <source>Postal code</source>
+        <translation>Postal code</translation>
+    </message>
+    <message id="trivex-app-attribute-pseudonym">
+        <source>Pseudonym</source>
+        <translation>Pseudonym</translation>
+    </message>
+    <message id="trivex-app-attribute-qualifier">
+        <source>Name qualifier</source>
+        <translation>Name qualifier</translation>
+    </message>
+    <message id="trivex-app-attribute-registration-country">
+        <source>Country of registration</source>
+        <translation>Country of registration</translation>
+    </message>
+    <message id="trivex-app-attribute-registration-locality">
+        <source>Place of registration</source>
+        <translation>Place of registration</translation>
+    </message>
+    <message id="trivex-app-attribute-registration-state">
+        <source>Region of registration</source>
+        <translation>Region of registration</translation>
+    </message>
+    <message id="trivex-app-attribute-serial">
+        <source>Serial number in the name</source>
+        <translation>Serial number in the name</translation>
+    </message>
     <message id="trivex-app-attribute-street">
         <source>Street</source>
         <translation>Street</translation>
@@ -144,13 +200,41 @@
         <source>Surname</source>
         <translation>Surname</translation>
     </message>
+    <message id="trivex-app-attribute-telephone">
+        <source>Telephone</source>
+        <translation>Telephone</translation>
+    </message>
     <message id="trivex-app-attribute-title">
         <source>Position</source>
         <translation>Position</translation>
     </message>
+    <message id="trivex-app-attribute-unstructured">
+        <source>Unstructured name</source>
+        <translation>Unstructured name</translation>
+    </message>
+    <message id="trivex-app-attribute-user">
+        <source>User name</source>
+        <translation>User name</translation>
+    </message>
+    <message id="trivex-app-attributes">
+        <source>Attributes</source>
+        <translation>Attributes</translation>
+    </message>
     <message id="trivex-app-back">
         <source>Back</source>
         <translation>Back</translation>
+    </message>
+    <message id="trivex-app-basic-authority">
+        <source>Certification authority</source>
+        <translation>Certification authority</translation>
+    </message>
+    <message id="trivex-app-basic-depth">
+        <source>Authorities below it at most</source>
+        <translation>Authorities below it at most</translation>
+    </message>
+    <message id="trivex-app-bit-number">
+        <source>bit %1</source>
+        <translation>bit %1</translation>
     </message>
     <message id="trivex-app-bits">
         <source>bits</source>
@@ -213,6 +297,13 @@
         <translation>
             <numerusform>%n byte</numerusform>
             <numerusform>%n bytes</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-app-bytes-in-all" numerus="yes">
+        <source>%n bytes in all</source>
+        <translation>
+            <numerusform>%n byte in all</numerusform>
+            <numerusform>%n bytes in all</numerusform>
         </translation>
     </message>
     <message id="trivex-app-cancel">
@@ -378,6 +469,14 @@
         <source>Create the request</source>
         <translation>Create the request</translation>
     </message>
+    <message id="trivex-app-damaged-bytes">
+        <source>Damaged: %1</source>
+        <translation>Damaged: %1</translation>
+    </message>
+    <message id="trivex-app-damaged-part">
+        <source>Damaged part</source>
+        <translation>Damaged part</translation>
+    </message>
     <message id="trivex-app-details">
         <source>Details</source>
         <translation>Details</translation>
@@ -468,6 +567,198 @@
     <message id="trivex-app-exported">
         <source>Exported to %1</source>
         <translation>Exported to %1</translation>
+    </message>
+    <message id="trivex-app-ext-application-purposes">
+        <source>Purposes for applications</source>
+        <translation>Purposes for applications</translation>
+    </message>
+    <message id="trivex-app-ext-authority-version">
+        <source>Version of the authority</source>
+        <translation>Version of the authority</translation>
+    </message>
+    <message id="trivex-app-ext-basic">
+        <source>Basic constraints</source>
+        <translation>Basic constraints</translation>
+    </message>
+    <message id="trivex-app-ext-certificate-issuer">
+        <source>Issuer of the certificate</source>
+        <translation>Issuer of the certificate</translation>
+    </message>
+    <message id="trivex-app-ext-challenge">
+        <source>Challenge password</source>
+        <translation>Challenge password</translation>
+    </message>
+    <message id="trivex-app-ext-critical">
+        <source>%1 (critical)</source>
+        <translation>%1 (critical)</translation>
+    </message>
+    <message id="trivex-app-ext-delta">
+        <source>Changes since the list</source>
+        <translation>Changes since the list</translation>
+    </message>
+    <message id="trivex-app-ext-directory-attributes">
+        <source>Attributes of the holder</source>
+        <translation>Attributes of the holder</translation>
+    </message>
+    <message id="trivex-app-ext-draft">
+        <source>Draft for certificate transparency</source>
+        <translation>Draft for certificate transparency</translation>
+    </message>
+    <message id="trivex-app-ext-empty">
+        <source>empty</source>
+        <translation>empty</translation>
+    </message>
+    <message id="trivex-app-ext-fresh-lists">
+        <source>Lists of changes</source>
+        <translation>Lists of changes</translation>
+    </message>
+    <message id="trivex-app-ext-holder-access">
+        <source>Addresses of the holder</source>
+        <translation>Addresses of the holder</translation>
+    </message>
+    <message id="trivex-app-ext-holder-names">
+        <source>Other names of the holder</source>
+        <translation>Other names of the holder</translation>
+    </message>
+    <message id="trivex-app-ext-holder-tool">
+        <source>Signature tool of the holder</source>
+        <translation>Signature tool of the holder</translation>
+    </message>
+    <message id="trivex-app-ext-identification">
+        <source>How the identity was checked</source>
+        <translation>How the identity was checked</translation>
+    </message>
+    <message id="trivex-app-ext-inhibit-any">
+        <source>Certificates to skip before any policy counts no more</source>
+        <translation>Certificates to skip before any policy counts no more</translation>
+    </message>
+    <message id="trivex-app-ext-invalid-since">
+        <source>Invalid since</source>
+        <translation>Invalid since</translation>
+    </message>
+    <message id="trivex-app-ext-issuer-access">
+        <source>Addresses of the issuer</source>
+        <translation>Addresses of the issuer</translation>
+    </message>
+    <message id="trivex-app-ext-issuer-key-id">
+        <source>Issuer's key identifier</source>
+        <translation>Issuer's key identifier</translation>
+    </message>
+    <message id="trivex-app-ext-issuer-names">
+        <source>Other names of the issuer</source>
+        <translation>Other names of the issuer</translation>
+    </message>
+    <message id="trivex-app-ext-issuer-tools">
+        <source>Signature tools of the issuer</source>
+        <translation>Signature tools of the issuer</translation>
+    </message>
+    <message id="trivex-app-ext-key-id">
+        <source>Key identifier</source>
+        <translation>Key identifier</translation>
+    </message>
+    <message id="trivex-app-ext-key-period">
+        <source>Usage period of the private key</source>
+        <translation>Usage period of the private key</translation>
+    </message>
+    <message id="trivex-app-ext-key-usage">
+        <source>Key usage</source>
+        <translation>Key usage</translation>
+    </message>
+    <message id="trivex-app-ext-list-number">
+        <source>Number of the list</source>
+        <translation>Number of the list</translation>
+    </message>
+    <message id="trivex-app-ext-list-points">
+        <source>Lists of revoked certificates</source>
+        <translation>Lists of revoked certificates</translation>
+    </message>
+    <message id="trivex-app-ext-list-scope">
+        <source>What the list covers</source>
+        <translation>What the list covers</translation>
+    </message>
+    <message id="trivex-app-ext-name-constraints">
+        <source>Name constraints</source>
+        <translation>Name constraints</translation>
+    </message>
+    <message id="trivex-app-ext-netscape-authority">
+        <source>Netscape: revocation address of the authority</source>
+        <translation>Netscape: revocation address of the authority</translation>
+    </message>
+    <message id="trivex-app-ext-netscape-base">
+        <source>Netscape: base address</source>
+        <translation>Netscape: base address</translation>
+    </message>
+    <message id="trivex-app-ext-netscape-comment">
+        <source>Netscape: comment</source>
+        <translation>Netscape: comment</translation>
+    </message>
+    <message id="trivex-app-ext-netscape-policy">
+        <source>Netscape: policy address</source>
+        <translation>Netscape: policy address</translation>
+    </message>
+    <message id="trivex-app-ext-netscape-renewal">
+        <source>Netscape: renewal address</source>
+        <translation>Netscape: renewal address</translation>
+    </message>
+    <message id="trivex-app-ext-netscape-revocation">
+        <source>Netscape: revocation address</source>
+        <translation>Netscape: revocation address</translation>
+    </message>
+    <message id="trivex-app-ext-netscape-server">
+        <source>Netscape: server name</source>
+        <translation>Netscape: server name</translation>
+    </message>
+    <message id="trivex-app-ext-netscape-type">
+        <source>Netscape: type of certificate</source>
+        <translation>Netscape: type of certificate</translation>
+    </message>
+    <message id="trivex-app-ext-ocsp-no-check">
+        <source>No revocation check of this OCSP key</source>
+        <translation>No revocation check of this OCSP key</translation>
+    </message>
+    <message id="trivex-app-ext-policies">
+        <source>Certificate policies</source>
+        <translation>Certificate policies</translation>
+    </message>
+    <message id="trivex-app-ext-policy-constraints">
+        <source>Policy constraints</source>
+        <translation>Policy constraints</translation>
+    </message>
+    <message id="trivex-app-ext-policy-mappings">
+        <source>Policy mappings</source>
+        <translation>Policy mappings</translation>
+    </message>
+    <message id="trivex-app-ext-purposes">
+        <source>Purposes</source>
+        <translation>Purposes</translation>
+    </message>
+    <message id="trivex-app-ext-qualified">
+        <source>Statements of a qualified certificate</source>
+        <translation>Statements of a qualified certificate</translation>
+    </message>
+    <message id="trivex-app-ext-reason">
+        <source>Reason</source>
+        <translation>Reason</translation>
+    </message>
+    <message id="trivex-app-ext-template">
+        <source>Certificate template</source>
+        <translation>Certificate template</translation>
+    </message>
+    <message id="trivex-app-ext-tls">
+        <source>Required TLS extensions</source>
+        <translation>Required TLS extensions</translation>
+    </message>
+    <message id="trivex-app-ext-transparency">
+        <source>Certificate transparency</source>
+        <translation>Certificate transparency</translation>
+    </message>
+    <message id="trivex-app-ext-wanted">
+        <source>Wanted extensions</source>
+        <translation>Wanted extensions</translation>
+    </message>
+    <message id="trivex-app-extensions">
+        <source>Extensions</source>
+        <translation>Extensions</translation>
     </message>
     <message id="trivex-app-field-country">
         <source>Country code</source>
@@ -605,6 +896,22 @@
         <source>Holder</source>
         <translation>Holder</translation>
     </message>
+    <message id="trivex-app-identified-by-passport">
+        <source>by a biometric passport</source>
+        <translation>by a biometric passport</translation>
+    </message>
+    <message id="trivex-app-identified-by-signature">
+        <source>by a qualified signature</source>
+        <translation>by a qualified signature</translation>
+    </message>
+    <message id="trivex-app-identified-by-state">
+        <source>by the state's systems of identification</source>
+        <translation>by the state's systems of identification</translation>
+    </message>
+    <message id="trivex-app-identified-in-person">
+        <source>in person</source>
+        <translation>in person</translation>
+    </message>
     <message id="trivex-app-identifiers-note">
         <source>The numbers below go into the request. They are checked as you type.</source>
         <translation>The numbers below go into the request. They are checked as you type.</translation>
@@ -695,12 +1002,44 @@
         <source>What is in the file</source>
         <translation>What is in the file</translation>
     </message>
+    <message id="trivex-app-key-bytes">
+        <source>Key</source>
+        <translation>Key</translation>
+    </message>
+    <message id="trivex-app-key-cipher">
+        <source>Cipher</source>
+        <translation>Cipher</translation>
+    </message>
+    <message id="trivex-app-key-curve">
+        <source>Curve</source>
+        <translation>Curve</translation>
+    </message>
+    <message id="trivex-app-key-digest">
+        <source>Digest</source>
+        <translation>Digest</translation>
+    </message>
+    <message id="trivex-app-key-exponent">
+        <source>Exponent</source>
+        <translation>Exponent</translation>
+    </message>
+    <message id="trivex-app-key-id-issuer">
+        <source>Its issuer</source>
+        <translation>Its issuer</translation>
+    </message>
     <message id="trivex-app-key-kind" numerus="yes">
         <source>%1, %n bits</source>
         <translation>
             <numerusform>%1, %n bit</numerusform>
             <numerusform>%1, %n bits</numerusform>
         </translation>
+    </message>
+    <message id="trivex-app-key-kind-and-size">
+        <source>Kind and size</source>
+        <translation>Kind and size</translation>
+    </message>
+    <message id="trivex-app-key-modulus">
+        <source>Modulus</source>
+        <translation>Modulus</translation>
     </message>
     <message id="trivex-app-key-name">
         <source>Key name</source>
@@ -709,6 +1048,10 @@
     <message id="trivex-app-key-name-hint">
         <source>Your own name for it on the token</source>
         <translation>Your own name for it on the token</translation>
+    </message>
+    <message id="trivex-app-key-parameters">
+        <source>Parameters</source>
+        <translation>Parameters</translation>
     </message>
     <message id="trivex-app-key-presumed">
         <source>Whether the token has the key of this certificate shows after the PIN is entered.</source>
@@ -757,6 +1100,10 @@
         <source>Revoked certificates</source>
         <translation>Revoked certificates</translation>
     </message>
+    <message id="trivex-app-list-entries">
+        <source>Serial numbers, and when</source>
+        <translation>Serial numbers, and when</translation>
+    </message>
     <message id="trivex-app-list-made">
         <source>Issued on</source>
         <translation>Issued on</translation>
@@ -764,6 +1111,10 @@
     <message id="trivex-app-list-next">
         <source>Next update by</source>
         <translation>Next update by</translation>
+    </message>
+    <message id="trivex-app-list-number-of">
+        <source>Number</source>
+        <translation>Number</translation>
     </message>
     <message id="trivex-app-loading">
         <source>Reading the stores…</source>
@@ -773,9 +1124,97 @@
         <source>Categories</source>
         <translation>Categories</translation>
     </message>
+    <message id="trivex-app-more-rows">
+        <source>More of them</source>
+        <translation>More of them</translation>
+    </message>
+    <message id="trivex-app-name-address">
+        <source>IP address</source>
+        <translation>IP address</translation>
+    </message>
+    <message id="trivex-app-name-directory">
+        <source>Directory name</source>
+        <translation>Directory name</translation>
+    </message>
+    <message id="trivex-app-name-edi">
+        <source>EDI party</source>
+        <translation>EDI party</translation>
+    </message>
+    <message id="trivex-app-name-mail">
+        <source>E-mail</source>
+        <translation>E-mail</translation>
+    </message>
+    <message id="trivex-app-name-other">
+        <source>Other name</source>
+        <translation>Other name</translation>
+    </message>
+    <message id="trivex-app-name-principal">
+        <source>User principal name</source>
+        <translation>User principal name</translation>
+    </message>
+    <message id="trivex-app-name-registered">
+        <source>Registered identifier</source>
+        <translation>Registered identifier</translation>
+    </message>
+    <message id="trivex-app-name-service">
+        <source>Service</source>
+        <translation>Service</translation>
+    </message>
+    <message id="trivex-app-name-x400">
+        <source>X.400 address</source>
+        <translation>X.400 address</translation>
+    </message>
+    <message id="trivex-app-name-xmpp">
+        <source>XMPP address</source>
+        <translation>XMPP address</translation>
+    </message>
+    <message id="trivex-app-names-excluded">
+        <source>Excluded</source>
+        <translation>Excluded</translation>
+    </message>
+    <message id="trivex-app-names-permitted">
+        <source>Permitted</source>
+        <translation>Permitted</translation>
+    </message>
+    <message id="trivex-app-netscape-client">
+        <source>client of a server</source>
+        <translation>client of a server</translation>
+    </message>
+    <message id="trivex-app-netscape-code">
+        <source>signing programs</source>
+        <translation>signing programs</translation>
+    </message>
+    <message id="trivex-app-netscape-code-authority">
+        <source>authority for signing programs</source>
+        <translation>authority for signing programs</translation>
+    </message>
+    <message id="trivex-app-netscape-mail">
+        <source>e-mail</source>
+        <translation>e-mail</translation>
+    </message>
+    <message id="trivex-app-netscape-mail-authority">
+        <source>authority for e-mail</source>
+        <translation>authority for e-mail</translation>
+    </message>
+    <message id="trivex-app-netscape-reserved">
+        <source>reserved</source>
+        <translation>reserved</translation>
+    </message>
+    <message id="trivex-app-netscape-server">
+        <source>web server</source>
+        <translation>web server</translation>
+    </message>
+    <message id="trivex-app-netscape-server-authority">
+        <source>authority for servers and clients</source>
+        <translation>authority for servers and clients</translation>
+    </message>
     <message id="trivex-app-new-request">
         <source>New request</source>
         <translation>New request</translation>
+    </message>
+    <message id="trivex-app-no">
+        <source>no</source>
+        <translation>no</translation>
     </message>
     <message id="trivex-app-no-key">
         <source>There is no key to sign with. Insert a token or import a bundle.</source>
@@ -796,6 +1235,10 @@
     <message id="trivex-app-not-found-text">
         <source>The search looks at names, issuers, serial numbers and the digits of INN, SNILS and OGRN.</source>
         <translation>The search looks at names, issuers, serial numbers and the digits of INN, SNILS and OGRN.</translation>
+    </message>
+    <message id="trivex-app-nothing">
+        <source>nothing</source>
+        <translation>nothing</translation>
     </message>
     <message id="trivex-app-ok">
         <source>OK</source>
@@ -849,6 +1292,82 @@
         <source>The token asks for its PIN</source>
         <translation>The token asks for its PIN</translation>
     </message>
+    <message id="trivex-app-point-issuer">
+        <source>Issuer of the list</source>
+        <translation>Issuer of the list</translation>
+    </message>
+    <message id="trivex-app-point-reasons">
+        <source>Only for</source>
+        <translation>Only for</translation>
+    </message>
+    <message id="trivex-app-point-relative">
+        <source>Name below the issuer's</source>
+        <translation>Name below the issuer's</translation>
+    </message>
+    <message id="trivex-app-policy-any">
+        <source>Any policy</source>
+        <translation>Any policy</translation>
+    </message>
+    <message id="trivex-app-policy-domain">
+        <source>Domain validated</source>
+        <translation>Domain validated</translation>
+    </message>
+    <message id="trivex-app-policy-extended">
+        <source>Extended validation</source>
+        <translation>Extended validation</translation>
+    </message>
+    <message id="trivex-app-policy-ka1">
+        <source>Signature tool of class KA1</source>
+        <translation>Signature tool of class KA1</translation>
+    </message>
+    <message id="trivex-app-policy-ks1">
+        <source>Signature tool of class KS1</source>
+        <translation>Signature tool of class KS1</translation>
+    </message>
+    <message id="trivex-app-policy-ks2">
+        <source>Signature tool of class KS2</source>
+        <translation>Signature tool of class KS2</translation>
+    </message>
+    <message id="trivex-app-policy-ks3">
+        <source>Signature tool of class KS3</source>
+        <translation>Signature tool of class KS3</translation>
+    </message>
+    <message id="trivex-app-policy-kv1">
+        <source>Signature tool of class KV1</source>
+        <translation>Signature tool of class KV1</translation>
+    </message>
+    <message id="trivex-app-policy-kv2">
+        <source>Signature tool of class KV2</source>
+        <translation>Signature tool of class KV2</translation>
+    </message>
+    <message id="trivex-app-policy-no-mappings">
+        <source>Certificates to skip before mappings count no more</source>
+        <translation>Certificates to skip before mappings count no more</translation>
+    </message>
+    <message id="trivex-app-policy-notice">
+        <source>Notice</source>
+        <translation>Notice</translation>
+    </message>
+    <message id="trivex-app-policy-organization">
+        <source>Organization validated</source>
+        <translation>Organization validated</translation>
+    </message>
+    <message id="trivex-app-policy-person">
+        <source>Person validated</source>
+        <translation>Person validated</translation>
+    </message>
+    <message id="trivex-app-policy-reference">
+        <source>Statement of</source>
+        <translation>Statement of</translation>
+    </message>
+    <message id="trivex-app-policy-required">
+        <source>Certificates to skip before a policy is required</source>
+        <translation>Certificates to skip before a policy is required</translation>
+    </message>
+    <message id="trivex-app-policy-rules">
+        <source>Rules</source>
+        <translation>Rules</translation>
+    </message>
     <message id="trivex-app-preview">
         <source>Preview of the picture</source>
         <translation>Preview of the picture</translation>
@@ -889,6 +1408,30 @@
         <source>to write to it</source>
         <translation>to write to it</translation>
     </message>
+    <message id="trivex-app-qualified-device">
+        <source>The key is on a qualified device</source>
+        <translation>The key is on a qualified device</translation>
+    </message>
+    <message id="trivex-app-qualified-eu">
+        <source>Qualified certificate of the EU</source>
+        <translation>Qualified certificate of the EU</translation>
+    </message>
+    <message id="trivex-app-qualified-limit">
+        <source>Limit of a transaction</source>
+        <translation>Limit of a transaction</translation>
+    </message>
+    <message id="trivex-app-qualified-retention">
+        <source>Years that documents are kept</source>
+        <translation>Years that documents are kept</translation>
+    </message>
+    <message id="trivex-app-qualified-statements">
+        <source>Statements of the authority</source>
+        <translation>Statements of the authority</translation>
+    </message>
+    <message id="trivex-app-qualified-type">
+        <source>What it is for</source>
+        <translation>What it is for</translation>
+    </message>
     <message id="trivex-app-read-damaged">
         <source>What this file holds is damaged. Ask for it to be sent again.</source>
         <translation>What this file holds is damaged. Ask for it to be sent again.</translation>
@@ -920,6 +1463,46 @@
     <message id="trivex-app-read-too-big">
         <source>The file is too big: 2 GB and more can't be read here. Compress it or split it.</source>
         <translation>The file is too big: 2 GB and more can't be read here. Compress it or split it.</translation>
+    </message>
+    <message id="trivex-app-reason-affiliation">
+        <source>the holder has changed</source>
+        <translation>the holder has changed</translation>
+    </message>
+    <message id="trivex-app-reason-attribute">
+        <source>the attribute authority's key is known to others</source>
+        <translation>the attribute authority's key is known to others</translation>
+    </message>
+    <message id="trivex-app-reason-authority">
+        <source>the authority's key is known to others</source>
+        <translation>the authority's key is known to others</translation>
+    </message>
+    <message id="trivex-app-reason-cessation">
+        <source>no longer needed</source>
+        <translation>no longer needed</translation>
+    </message>
+    <message id="trivex-app-reason-hold">
+        <source>suspended</source>
+        <translation>suspended</translation>
+    </message>
+    <message id="trivex-app-reason-key">
+        <source>the key is known to others</source>
+        <translation>the key is known to others</translation>
+    </message>
+    <message id="trivex-app-reason-none">
+        <source>no reason given</source>
+        <translation>no reason given</translation>
+    </message>
+    <message id="trivex-app-reason-privilege">
+        <source>a right was withdrawn</source>
+        <translation>a right was withdrawn</translation>
+    </message>
+    <message id="trivex-app-reason-superseded">
+        <source>replaced by another certificate</source>
+        <translation>replaced by another certificate</translation>
+    </message>
+    <message id="trivex-app-reason-unhold">
+        <source>no longer suspended</source>
+        <translation>no longer suspended</translation>
     </message>
     <message id="trivex-app-refused">
         <source>The signature does not match this document and key.</source>
@@ -1087,6 +1670,22 @@
         <source>Saved.</source>
         <translation>Saved.</translation>
     </message>
+    <message id="trivex-app-scope-attributes">
+        <source>Only attribute certificates</source>
+        <translation>Only attribute certificates</translation>
+    </message>
+    <message id="trivex-app-scope-authorities">
+        <source>Only certificates of authorities</source>
+        <translation>Only certificates of authorities</translation>
+    </message>
+    <message id="trivex-app-scope-holders">
+        <source>Only certificates of holders</source>
+        <translation>Only certificates of holders</translation>
+    </message>
+    <message id="trivex-app-scope-indirect">
+        <source>Entries of other issuers</source>
+        <translation>Entries of other issuers</translation>
+    </message>
     <message id="trivex-app-search">
         <source>Search by name, issuer, number</source>
         <translation>Search by name, issuer, number</translation>
@@ -1107,6 +1706,10 @@
         <source>Serial number</source>
         <translation>Serial number</translation>
     </message>
+    <message id="trivex-app-serial-decimal">
+        <source>Serial number, decimal</source>
+        <translation>Serial number, decimal</translation>
+    </message>
     <message id="trivex-app-settings">
         <source>Settings</source>
         <translation>Settings</translation>
@@ -1123,6 +1726,10 @@
         <source>Sign and verify</source>
         <translation>Sign and verify</translation>
     </message>
+    <message id="trivex-app-signature-algorithm">
+        <source>Signature algorithm</source>
+        <translation>Signature algorithm</translation>
+    </message>
     <message id="trivex-app-signature-elsewhere">
         <source>Save the signature as…</source>
         <translation>Save the signature as…</translation>
@@ -1131,6 +1738,10 @@
         <source>Signature file</source>
         <translation>Signature file</translation>
     </message>
+    <message id="trivex-app-signature-group">
+        <source>Signature</source>
+        <translation>Signature</translation>
+    </message>
     <message id="trivex-app-signature-opened">
         <source>This file is a signature.</source>
         <translation>This file is a signature.</translation>
@@ -1138,6 +1749,14 @@
     <message id="trivex-app-signature-opened-advice">
         <source>Now choose the document that it was made for.</source>
         <translation>Now choose the document that it was made for.</translation>
+    </message>
+    <message id="trivex-app-signature-signed">
+        <source>Signature algorithm, as signed</source>
+        <translation>Signature algorithm, as signed</translation>
+    </message>
+    <message id="trivex-app-signature-value">
+        <source>Value</source>
+        <translation>Value</translation>
     </message>
     <message id="trivex-app-signature-waits">
         <source>Another file is in its place. Agree to replace it, or choose another name.</source>
@@ -1235,6 +1854,38 @@
         <source>Tokens</source>
         <translation>Tokens</translation>
     </message>
+    <message id="trivex-app-tool-authority">
+        <source>Tool of the authority</source>
+        <translation>Tool of the authority</translation>
+    </message>
+    <message id="trivex-app-tool-authority-proof">
+        <source>Conformity of the authority's tool</source>
+        <translation>Conformity of the authority's tool</translation>
+    </message>
+    <message id="trivex-app-tool-signature">
+        <source>Tool</source>
+        <translation>Tool</translation>
+    </message>
+    <message id="trivex-app-tool-signature-proof">
+        <source>Conformity of the tool</source>
+        <translation>Conformity of the tool</translation>
+    </message>
+    <message id="trivex-app-transparency-log">
+        <source>Log</source>
+        <translation>Log</translation>
+    </message>
+    <message id="trivex-app-transparency-time">
+        <source>Entered</source>
+        <translation>Entered</translation>
+    </message>
+    <message id="trivex-app-unique-holder">
+        <source>Unique identifier of the holder</source>
+        <translation>Unique identifier of the holder</translation>
+    </message>
+    <message id="trivex-app-unique-issuer">
+        <source>Unique identifier of the issuer</source>
+        <translation>Unique identifier of the issuer</translation>
+    </message>
     <message id="trivex-app-unsigned">
         <source>The document was not signed.</source>
         <translation>The document was not signed.</translation>
@@ -1250,6 +1901,86 @@
     <message id="trivex-app-unwritten">
         <source>The signature could not be written.</source>
         <translation>The signature could not be written.</translation>
+    </message>
+    <message id="trivex-app-usage-agreement">
+        <source>key agreement</source>
+        <translation>key agreement</translation>
+    </message>
+    <message id="trivex-app-usage-certificates">
+        <source>signing certificates</source>
+        <translation>signing certificates</translation>
+    </message>
+    <message id="trivex-app-usage-commitment">
+        <source>non-repudiation</source>
+        <translation>non-repudiation</translation>
+    </message>
+    <message id="trivex-app-usage-data-encryption">
+        <source>encrypting data</source>
+        <translation>encrypting data</translation>
+    </message>
+    <message id="trivex-app-usage-decipher">
+        <source>agreement for decrypting only</source>
+        <translation>agreement for decrypting only</translation>
+    </message>
+    <message id="trivex-app-usage-encipher">
+        <source>agreement for encrypting only</source>
+        <translation>agreement for encrypting only</translation>
+    </message>
+    <message id="trivex-app-usage-key-encryption">
+        <source>encrypting keys</source>
+        <translation>encrypting keys</translation>
+    </message>
+    <message id="trivex-app-usage-lists">
+        <source>signing lists of revoked certificates</source>
+        <translation>signing lists of revoked certificates</translation>
+    </message>
+    <message id="trivex-app-usage-signature">
+        <source>digital signature</source>
+        <translation>digital signature</translation>
+    </message>
+    <message id="trivex-app-use-any">
+        <source>Any purpose</source>
+        <translation>Any purpose</translation>
+    </message>
+    <message id="trivex-app-use-client">
+        <source>Client of a server</source>
+        <translation>Client of a server</translation>
+    </message>
+    <message id="trivex-app-use-code">
+        <source>Signing programs</source>
+        <translation>Signing programs</translation>
+    </message>
+    <message id="trivex-app-use-documents">
+        <source>Signing documents</source>
+        <translation>Signing documents</translation>
+    </message>
+    <message id="trivex-app-use-email">
+        <source>Protecting e-mail</source>
+        <translation>Protecting e-mail</translation>
+    </message>
+    <message id="trivex-app-use-files">
+        <source>Encrypting files</source>
+        <translation>Encrypting files</translation>
+    </message>
+    <message id="trivex-app-use-ipsec">
+        <source>IPsec</source>
+        <translation>IPsec</translation>
+    </message>
+    <message id="trivex-app-use-logon">
+        <source>Signing in with a token</source>
+        <translation>Signing in with a token</translation>
+    </message>
+    <message id="trivex-app-use-ocsp">
+        <source>Answers about revocation (OCSP)</source>
+        <translation>Answers about revocation (OCSP)</translation>
+    </message>
+    <message id="trivex-app-use-server">
+        <source>Web server</source>
+        <translation>Web server</translation>
+    </message>
+    <message id="trivex-app-use-time">
+        <source>Time stamps</source>
+        <translation>Time stamps</translation>
     </message>
     <message id="trivex-app-valid-from">
         <source>Valid from</source>
@@ -1271,6 +2002,10 @@
         <source>Expires soon</source>
         <translation>Expires soon</translation>
     </message>
+    <message id="trivex-app-validity-group">
+        <source>Validity</source>
+        <translation>Validity</translation>
+    </message>
     <message id="trivex-app-validity-not-yet">
         <source>Not yet valid</source>
         <translation>Not yet valid</translation>
@@ -1290,6 +2025,10 @@
     <message id="trivex-app-verify-action">
         <source>Verify</source>
         <translation>Verify</translation>
+    </message>
+    <message id="trivex-app-version">
+        <source>Version</source>
+        <translation>Version</translation>
     </message>
     <message id="trivex-app-view">
         <source>View</source>
@@ -1322,6 +2061,10 @@
     <message id="trivex-app-write-read-only">
         <source>This disk is write-protected. Choose another folder.</source>
         <translation>This disk is write-protected. Choose another folder.</translation>
+    </message>
+    <message id="trivex-app-yes">
+        <source>yes</source>
+        <translation>yes</translation>
     </message>
     <message id="trivex-console-about">
         <source>Certificates, keys and requests</source>

@@ -33,6 +33,10 @@
         <source>Certificates from the files in your own certificate folder.</source>
         <translation>Сертификаты из файлов вашей папки сертификатов.</translation>
     </message>
+    <message id="trivex-app-access-issuers">
+        <source>Certificate of the issuer</source>
+        <translation>Сертификат издателя</translation>
+    </message>
     <message id="trivex-app-advice-cancelled">
         <source>Nothing was changed. Start again when you like.</source>
         <translation>Ничего не изменилось. Начните заново, когда будет удобно.</translation>
@@ -117,9 +121,29 @@
         <source>The certificate for “%1” has arrived; its request is done.</source>
         <translation>Пришёл сертификат для «%1»; запрос выполнен.</translation>
     </message>
+    <message id="trivex-app-attribute-business">
+        <source>Kind of business</source>
+        <translation>Вид деятельности</translation>
+    </message>
+    <message id="trivex-app-attribute-description">
+        <source>Description</source>
+        <translation>Описание</translation>
+    </message>
+    <message id="trivex-app-attribute-domain">
+        <source>Domain component</source>
+        <translation>Компонент домена</translation>
+    </message>
+    <message id="trivex-app-attribute-generation">
+        <source>Generation</source>
+        <translation>Поколение</translation>
+    </message>
     <message id="trivex-app-attribute-given-name">
         <source>Given name</source>
         <translation>Имя и отчество</translation>
+    </message>
+    <message id="trivex-app-attribute-initials">
+        <source>Initials</source>
+        <translation>Инициалы</translation>
     </message>
     <message id="trivex-app-attribute-innle">
         <source>INN of the organization</source>
@@ -137,6 +161,38 @@
         <source>OGRNIP</source>
         <translation>ОГРНИП</translation>
     </message>
+    <message id="trivex-app-attribute-organization-id">
+        <source>Identifier of the organization</source>
+        <translation>Идентификатор организации</translation>
+    </message>
+    <message id="trivex-app-attribute-postal-code">
+        <source>Postal code</source>
+        <translation>Почтовый индекс</translation>
+    </message>
+    <message id="trivex-app-attribute-pseudonym">
+        <source>Pseudonym</source>
+        <translation>Псевдоним</translation>
+    </message>
+    <message id="trivex-app-attribute-qualifier">
+        <source>Name qualifier</source>
+        <translation>Уточнение имени</translation>
+    </message>
+    <message id="trivex-app-attribute-registration-country">
+        <source>Country of registration</source>
+        <translation>Страна регистрации</translation>
+    </message>
+    <message id="trivex-app-attribute-registration-locality">
+        <source>Place of registration</source>
+        <translation>Место регистрации</translation>
+    </message>
+    <message id="trivex-app-attribute-registration-state">
+        <source>Region of registration</source>
+        <translation>Регион регистрации</translation>
+    </message>
+    <message id="trivex-app-attribute-serial">
+        <source>Serial number in the name</source>
+        <translation>Серийный номер в имени</translation>
+    </message>
     <message id="trivex-app-attribute-street">
         <source>Street</source>
         <translation>Улица, дом</translation>
@@ -145,13 +201,41 @@
         <source>Surname</source>
         <translation>Фамилия</translation>
     </message>
+    <message id="trivex-app-attribute-telephone">
+        <source>Telephone</source>
+        <translation>Телефон</translation>
+    </message>
     <message id="trivex-app-attribute-title">
         <source>Position</source>
         <translation>Должность</translation>
     </message>
+    <message id="trivex-app-attribute-unstructured">
+        <source>Unstructured name</source>
+        <translation>Неструктурированное имя</translation>
+    </message>
+    <message id="trivex-app-attribute-user">
+        <source>User name</source>
+        <translation>Имя пользователя</translation>
+    </message>
+    <message id="trivex-app-attributes">
+        <source>Attributes</source>
+        <translation>Атрибуты</translation>
+    </message>
     <message id="trivex-app-back">
         <source>Back</source>
         <translation>Назад</translation>
+    </message>
+    <message id="trivex-app-basic-authority">
+        <source>Certification authority</source>
+        <translation>Удостоверяющий центр</translation>
+    </message>
+    <message id="trivex-app-basic-depth">
+        <source>Authorities below it at most</source>
+        <translation>Центров под ним не больше</translation>
+    </message>
+    <message id="trivex-app-bit-number">
+        <source>bit %1</source>
+        <translation>бит %1</translation>
     </message>
     <message id="trivex-app-bits">
         <source>bits</source>
@@ -215,6 +299,14 @@
             <numerusform>%n байт</numerusform>
             <numerusform>%n байта</numerusform>
             <numerusform>%n байт</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-app-bytes-in-all" numerus="yes">
+        <source>%n bytes in all</source>
+        <translation>
+            <numerusform>всего %n байт</numerusform>
+            <numerusform>всего %n байта</numerusform>
+            <numerusform>всего %n байт</numerusform>
         </translation>
     </message>
     <message id="trivex-app-cancel">
@@ -381,6 +473,14 @@
         <source>Create the request</source>
         <translation>Создать запрос</translation>
     </message>
+    <message id="trivex-app-damaged-bytes">
+        <source>Damaged: %1</source>
+        <translation>Повреждено: %1</translation>
+    </message>
+    <message id="trivex-app-damaged-part">
+        <source>Damaged part</source>
+        <translation>Повреждённая часть</translation>
+    </message>
     <message id="trivex-app-details">
         <source>Details</source>
         <translation>Сведения</translation>
@@ -472,6 +572,198 @@
     <message id="trivex-app-exported">
         <source>Exported to %1</source>
         <translation>Экспортировано в %1</translation>
+    </message>
+    <message id="trivex-app-ext-application-purposes">
+        <source>Purposes for applications</source>
+        <translation>Назначения для приложений</translation>
+    </message>
+    <message id="trivex-app-ext-authority-version">
+        <source>Version of the authority</source>
+        <translation>Версия центра</translation>
+    </message>
+    <message id="trivex-app-ext-basic">
+        <source>Basic constraints</source>
+        <translation>Основные ограничения</translation>
+    </message>
+    <message id="trivex-app-ext-certificate-issuer">
+        <source>Issuer of the certificate</source>
+        <translation>Издатель сертификата</translation>
+    </message>
+    <message id="trivex-app-ext-challenge">
+        <source>Challenge password</source>
+        <translation>Пароль запроса</translation>
+    </message>
+    <message id="trivex-app-ext-critical">
+        <source>%1 (critical)</source>
+        <translation>%1 (критическое)</translation>
+    </message>
+    <message id="trivex-app-ext-delta">
+        <source>Changes since the list</source>
+        <translation>Изменения к списку</translation>
+    </message>
+    <message id="trivex-app-ext-directory-attributes">
+        <source>Attributes of the holder</source>
+        <translation>Сведения о владельце</translation>
+    </message>
+    <message id="trivex-app-ext-draft">
+        <source>Draft for certificate transparency</source>
+        <translation>Черновик для прозрачности сертификатов</translation>
+    </message>
+    <message id="trivex-app-ext-empty">
+        <source>empty</source>
+        <translation>пусто</translation>
+    </message>
+    <message id="trivex-app-ext-fresh-lists">
+        <source>Lists of changes</source>
+        <translation>Списки изменений</translation>
+    </message>
+    <message id="trivex-app-ext-holder-access">
+        <source>Addresses of the holder</source>
+        <translation>Адреса владельца</translation>
+    </message>
+    <message id="trivex-app-ext-holder-names">
+        <source>Other names of the holder</source>
+        <translation>Другие имена владельца</translation>
+    </message>
+    <message id="trivex-app-ext-holder-tool">
+        <source>Signature tool of the holder</source>
+        <translation>Средство подписи владельца</translation>
+    </message>
+    <message id="trivex-app-ext-identification">
+        <source>How the identity was checked</source>
+        <translation>Как проверена личность</translation>
+    </message>
+    <message id="trivex-app-ext-inhibit-any">
+        <source>Certificates to skip before any policy counts no more</source>
+        <translation>Сертификатов до отмены любой политики</translation>
+    </message>
+    <message id="trivex-app-ext-invalid-since">
+        <source>Invalid since</source>
+        <translation>Недействителен с</translation>
+    </message>
+    <message id="trivex-app-ext-issuer-access">
+        <source>Addresses of the issuer</source>
+        <translation>Адреса издателя</translation>
+    </message>
+    <message id="trivex-app-ext-issuer-key-id">
+        <source>Issuer's key identifier</source>
+        <translation>Идентификатор ключа издателя</translation>
+    </message>
+    <message id="trivex-app-ext-issuer-names">
+        <source>Other names of the issuer</source>
+        <translation>Другие имена издателя</translation>
+    </message>
+    <message id="trivex-app-ext-issuer-tools">
+        <source>Signature tools of the issuer</source>
+        <translation>Средства подписи издателя</translation>
+    </message>
+    <message id="trivex-app-ext-key-id">
+        <source>Key identifier</source>
+        <translation>Идентификатор ключа</translation>
+    </message>
+    <message id="trivex-app-ext-key-period">
+        <source>Usage period of the private key</source>
+        <translation>Срок действия закрытого ключа</translation>
+    </message>
+    <message id="trivex-app-ext-key-usage">
+        <source>Key usage</source>
+        <translation>Применение ключа</translation>
+    </message>
+    <message id="trivex-app-ext-list-number">
+        <source>Number of the list</source>
+        <translation>Номер списка</translation>
+    </message>
+    <message id="trivex-app-ext-list-points">
+        <source>Lists of revoked certificates</source>
+        <translation>Списки отозванных сертификатов</translation>
+    </message>
+    <message id="trivex-app-ext-list-scope">
+        <source>What the list covers</source>
+        <translation>Что охватывает список</translation>
+    </message>
+    <message id="trivex-app-ext-name-constraints">
+        <source>Name constraints</source>
+        <translation>Ограничения имён</translation>
+    </message>
+    <message id="trivex-app-ext-netscape-authority">
+        <source>Netscape: revocation address of the authority</source>
+        <translation>Netscape: адрес отзыва для центра</translation>
+    </message>
+    <message id="trivex-app-ext-netscape-base">
+        <source>Netscape: base address</source>
+        <translation>Netscape: основной адрес</translation>
+    </message>
+    <message id="trivex-app-ext-netscape-comment">
+        <source>Netscape: comment</source>
+        <translation>Netscape: примечание</translation>
+    </message>
+    <message id="trivex-app-ext-netscape-policy">
+        <source>Netscape: policy address</source>
+        <translation>Netscape: адрес политики</translation>
+    </message>
+    <message id="trivex-app-ext-netscape-renewal">
+        <source>Netscape: renewal address</source>
+        <translation>Netscape: адрес продления</translation>
+    </message>
+    <message id="trivex-app-ext-netscape-revocation">
+        <source>Netscape: revocation address</source>
+        <translation>Netscape: адрес отзыва</translation>
+    </message>
+    <message id="trivex-app-ext-netscape-server">
+        <source>Netscape: server name</source>
+        <translation>Netscape: имя сервера</translation>
+    </message>
+    <message id="trivex-app-ext-netscape-type">
+        <source>Netscape: type of certificate</source>
+        <translation>Netscape: вид сертификата</translation>
+    </message>
+    <message id="trivex-app-ext-ocsp-no-check">
+        <source>No revocation check of this OCSP key</source>
+        <translation>Отзыв этого ключа OCSP не проверяется</translation>
+    </message>
+    <message id="trivex-app-ext-policies">
+        <source>Certificate policies</source>
+        <translation>Политики сертификата</translation>
+    </message>
+    <message id="trivex-app-ext-policy-constraints">
+        <source>Policy constraints</source>
+        <translation>Ограничения политик</translation>
+    </message>
+    <message id="trivex-app-ext-policy-mappings">
+        <source>Policy mappings</source>
+        <translation>Соответствия политик</translation>
+    </message>
+    <message id="trivex-app-ext-purposes">
+        <source>Purposes</source>
+        <translation>Назначения</translation>
+    </message>
+    <message id="trivex-app-ext-qualified">
+        <source>Statements of a qualified certificate</source>
+        <translation>Заявления квалифицированного сертификата</translation>
+    </message>
+    <message id="trivex-app-ext-reason">
+        <source>Reason</source>
+        <translation>Причина</translation>
+    </message>
+    <message id="trivex-app-ext-template">
+        <source>Certificate template</source>
+        <translation>Шаблон сертификата</translation>
+    </message>
+    <message id="trivex-app-ext-tls">
+        <source>Required TLS extensions</source>
+        <translation>Требуемые расширения TLS</translation>
+    </message>
+    <message id="trivex-app-ext-transparency">
+        <source>Certificate transparency</source>
+        <translation>Прозрачность сертификатов</translation>
+    </message>
+    <message id="trivex-app-ext-wanted">
+        <source>Wanted extensions</source>
+        <translation>Запрошенные расширения</translation>
+    </message>
+    <message id="trivex-app-extensions">
+        <source>Extensions</source>
+        <translation>Расширения</translation>
     </message>
     <message id="trivex-app-field-country">
         <source>Country code</source>
@@ -609,6 +901,22 @@
         <source>Holder</source>
         <translation>Владелец</translation>
     </message>
+    <message id="trivex-app-identified-by-passport">
+        <source>by a biometric passport</source>
+        <translation>по биометрическому паспорту</translation>
+    </message>
+    <message id="trivex-app-identified-by-signature">
+        <source>by a qualified signature</source>
+        <translation>по квалифицированной подписи</translation>
+    </message>
+    <message id="trivex-app-identified-by-state">
+        <source>by the state's systems of identification</source>
+        <translation>через государственные системы идентификации</translation>
+    </message>
+    <message id="trivex-app-identified-in-person">
+        <source>in person</source>
+        <translation>лично</translation>
+    </message>
     <message id="trivex-app-identifiers-note">
         <source>The numbers below go into the request. They are checked as you type.</source>
         <translation>Номера ниже войдут в запрос. Они проверяются при вводе.</translation>
@@ -701,6 +1009,30 @@
         <source>What is in the file</source>
         <translation>Содержимое файла</translation>
     </message>
+    <message id="trivex-app-key-bytes">
+        <source>Key</source>
+        <translation>Ключ</translation>
+    </message>
+    <message id="trivex-app-key-cipher">
+        <source>Cipher</source>
+        <translation>Шифр</translation>
+    </message>
+    <message id="trivex-app-key-curve">
+        <source>Curve</source>
+        <translation>Кривая</translation>
+    </message>
+    <message id="trivex-app-key-digest">
+        <source>Digest</source>
+        <translation>Хэш-функция</translation>
+    </message>
+    <message id="trivex-app-key-exponent">
+        <source>Exponent</source>
+        <translation>Экспонента</translation>
+    </message>
+    <message id="trivex-app-key-id-issuer">
+        <source>Its issuer</source>
+        <translation>Его издатель</translation>
+    </message>
     <message id="trivex-app-key-kind" numerus="yes">
         <source>%1, %n bits</source>
         <translation>
@@ -709,6 +1041,14 @@
             <numerusform>%1, %n бит</numerusform>
         </translation>
     </message>
+    <message id="trivex-app-key-kind-and-size">
+        <source>Kind and size</source>
+        <translation>Вид и длина</translation>
+    </message>
+    <message id="trivex-app-key-modulus">
+        <source>Modulus</source>
+        <translation>Модуль</translation>
+    </message>
     <message id="trivex-app-key-name">
         <source>Key name</source>
         <translation>Имя ключа</translation>
@@ -716,6 +1056,10 @@
     <message id="trivex-app-key-name-hint">
         <source>Your own name for it on the token</source>
         <translation>Как он будет называться на токене</translation>
+    </message>
+    <message id="trivex-app-key-parameters">
+        <source>Parameters</source>
+        <translation>Параметры</translation>
     </message>
     <message id="trivex-app-key-presumed">
         <source>Whether the token has the key of this certificate shows after the PIN is entered.</source>
@@ -765,6 +1109,10 @@
         <source>Revoked certificates</source>
         <translation>Отозвано сертификатов</translation>
     </message>
+    <message id="trivex-app-list-entries">
+        <source>Serial numbers, and when</source>
+        <translation>Серийные номера и время отзыва</translation>
+    </message>
     <message id="trivex-app-list-made">
         <source>Issued on</source>
         <translation>Выпущен</translation>
@@ -772,6 +1120,10 @@
     <message id="trivex-app-list-next">
         <source>Next update by</source>
         <translation>Следующее обновление не позднее</translation>
+    </message>
+    <message id="trivex-app-list-number-of">
+        <source>Number</source>
+        <translation>Количество</translation>
     </message>
     <message id="trivex-app-loading">
         <source>Reading the stores…</source>
@@ -781,9 +1133,97 @@
         <source>Categories</source>
         <translation>Разделы</translation>
     </message>
+    <message id="trivex-app-more-rows">
+        <source>More of them</source>
+        <translation>Остальное</translation>
+    </message>
+    <message id="trivex-app-name-address">
+        <source>IP address</source>
+        <translation>IP-адрес</translation>
+    </message>
+    <message id="trivex-app-name-directory">
+        <source>Directory name</source>
+        <translation>Имя каталога</translation>
+    </message>
+    <message id="trivex-app-name-edi">
+        <source>EDI party</source>
+        <translation>Участник EDI</translation>
+    </message>
+    <message id="trivex-app-name-mail">
+        <source>E-mail</source>
+        <translation>Эл. почта</translation>
+    </message>
+    <message id="trivex-app-name-other">
+        <source>Other name</source>
+        <translation>Другое имя</translation>
+    </message>
+    <message id="trivex-app-name-principal">
+        <source>User principal name</source>
+        <translation>Имя учётной записи</translation>
+    </message>
+    <message id="trivex-app-name-registered">
+        <source>Registered identifier</source>
+        <translation>Зарегистрированный идентификатор</translation>
+    </message>
+    <message id="trivex-app-name-service">
+        <source>Service</source>
+        <translation>Служба</translation>
+    </message>
+    <message id="trivex-app-name-x400">
+        <source>X.400 address</source>
+        <translation>Адрес X.400</translation>
+    </message>
+    <message id="trivex-app-name-xmpp">
+        <source>XMPP address</source>
+        <translation>Адрес XMPP</translation>
+    </message>
+    <message id="trivex-app-names-excluded">
+        <source>Excluded</source>
+        <translation>Запрещено</translation>
+    </message>
+    <message id="trivex-app-names-permitted">
+        <source>Permitted</source>
+        <translation>Разрешено</translation>
+    </message>
+    <message id="trivex-app-netscape-client">
+        <source>client of a server</source>
+        <translation>клиент сервера</translation>
+    </message>
+    <message id="trivex-app-netscape-code">
+        <source>signing programs</source>
+        <translation>подпись программ</translation>
+    </message>
+    <message id="trivex-app-netscape-code-authority">
+        <source>authority for signing programs</source>
+        <translation>центр для подписи программ</translation>
+    </message>
+    <message id="trivex-app-netscape-mail">
+        <source>e-mail</source>
+        <translation>электронная почта</translation>
+    </message>
+    <message id="trivex-app-netscape-mail-authority">
+        <source>authority for e-mail</source>
+        <translation>центр для электронной почты</translation>
+    </message>
+    <message id="trivex-app-netscape-reserved">
+        <source>reserved</source>
+        <translation>зарезервировано</translation>
+    </message>
+    <message id="trivex-app-netscape-server">
+        <source>web server</source>
+        <translation>веб-сервер</translation>
+    </message>
+    <message id="trivex-app-netscape-server-authority">
+        <source>authority for servers and clients</source>
+        <translation>центр для серверов и клиентов</translation>
+    </message>
     <message id="trivex-app-new-request">
         <source>New request</source>
         <translation>Новый запрос</translation>
+    </message>
+    <message id="trivex-app-no">
+        <source>no</source>
+        <translation>нет</translation>
     </message>
     <message id="trivex-app-no-key">
         <source>There is no key to sign with. Insert a token or import a bundle.</source>
@@ -804,6 +1244,10 @@
     <message id="trivex-app-not-found-text">
         <source>The search looks at names, issuers, serial numbers and the digits of INN, SNILS and OGRN.</source>
         <translation>Поиск идёт по именам, издателям, серийным номерам и цифрам ИНН, СНИЛС и ОГРН.</translation>
+    </message>
+    <message id="trivex-app-nothing">
+        <source>nothing</source>
+        <translation>ничего</translation>
     </message>
     <message id="trivex-app-ok">
         <source>OK</source>
@@ -857,6 +1301,82 @@
         <source>The token asks for its PIN</source>
         <translation>Токен запрашивает PIN-код</translation>
     </message>
+    <message id="trivex-app-point-issuer">
+        <source>Issuer of the list</source>
+        <translation>Издатель списка</translation>
+    </message>
+    <message id="trivex-app-point-reasons">
+        <source>Only for</source>
+        <translation>Только для</translation>
+    </message>
+    <message id="trivex-app-point-relative">
+        <source>Name below the issuer's</source>
+        <translation>Имя относительно издателя</translation>
+    </message>
+    <message id="trivex-app-policy-any">
+        <source>Any policy</source>
+        <translation>Любая политика</translation>
+    </message>
+    <message id="trivex-app-policy-domain">
+        <source>Domain validated</source>
+        <translation>Проверен домен</translation>
+    </message>
+    <message id="trivex-app-policy-extended">
+        <source>Extended validation</source>
+        <translation>Расширенная проверка</translation>
+    </message>
+    <message id="trivex-app-policy-ka1">
+        <source>Signature tool of class KA1</source>
+        <translation>Средство подписи класса КА1</translation>
+    </message>
+    <message id="trivex-app-policy-ks1">
+        <source>Signature tool of class KS1</source>
+        <translation>Средство подписи класса КС1</translation>
+    </message>
+    <message id="trivex-app-policy-ks2">
+        <source>Signature tool of class KS2</source>
+        <translation>Средство подписи класса КС2</translation>
+    </message>
+    <message id="trivex-app-policy-ks3">
+        <source>Signature tool of class KS3</source>
+        <translation>Средство подписи класса КС3</translation>
+    </message>
+    <message id="trivex-app-policy-kv1">
+        <source>Signature tool of class KV1</source>
+        <translation>Средство подписи класса КВ1</translation>
+    </message>
+    <message id="trivex-app-policy-kv2">
+        <source>Signature tool of class KV2</source>
+        <translation>Средство подписи класса КВ2</translation>
+    </message>
+    <message id="trivex-app-policy-no-mappings">
+        <source>Certificates to skip before mappings count no more</source>
+        <translation>Сертификатов до отмены соответствий</translation>
+    </message>
+    <message id="trivex-app-policy-notice">
+        <source>Notice</source>
+        <translation>Уведомление</translation>
+    </message>
+    <message id="trivex-app-policy-organization">
+        <source>Organization validated</source>
+        <translation>Проверена организация</translation>
+    </message>
+    <message id="trivex-app-policy-person">
+        <source>Person validated</source>
+        <translation>Проверен человек</translation>
+    </message>
+    <message id="trivex-app-policy-reference">
+        <source>Statement of</source>
+        <translation>Положение</translation>
+    </message>
+    <message id="trivex-app-policy-required">
+        <source>Certificates to skip before a policy is required</source>
+        <translation>Сертификатов до обязательной политики</translation>
+    </message>
+    <message id="trivex-app-policy-rules">
+        <source>Rules</source>
+        <translation>Регламент</translation>
+    </message>
     <message id="trivex-app-preview">
         <source>Preview of the picture</source>
         <translation>Предварительный просмотр изображения</translation>
@@ -897,6 +1417,30 @@
         <source>to write to it</source>
         <translation>чтобы записать на него данные</translation>
     </message>
+    <message id="trivex-app-qualified-device">
+        <source>The key is on a qualified device</source>
+        <translation>Ключ на квалифицированном устройстве</translation>
+    </message>
+    <message id="trivex-app-qualified-eu">
+        <source>Qualified certificate of the EU</source>
+        <translation>Квалифицированный сертификат ЕС</translation>
+    </message>
+    <message id="trivex-app-qualified-limit">
+        <source>Limit of a transaction</source>
+        <translation>Предел сделки</translation>
+    </message>
+    <message id="trivex-app-qualified-retention">
+        <source>Years that documents are kept</source>
+        <translation>Сколько лет хранятся документы</translation>
+    </message>
+    <message id="trivex-app-qualified-statements">
+        <source>Statements of the authority</source>
+        <translation>Положения центра</translation>
+    </message>
+    <message id="trivex-app-qualified-type">
+        <source>What it is for</source>
+        <translation>Для чего он</translation>
+    </message>
     <message id="trivex-app-read-damaged">
         <source>What this file holds is damaged. Ask for it to be sent again.</source>
         <translation>Содержимое файла повреждено. Попросите прислать его ещё раз.</translation>
@@ -928,6 +1472,46 @@
     <message id="trivex-app-read-too-big">
         <source>The file is too big: 2 GB and more can't be read here. Compress it or split it.</source>
         <translation>Файл слишком велик: 2 ГБ и больше здесь не читаются. Сожмите его или разделите.</translation>
+    </message>
+    <message id="trivex-app-reason-affiliation">
+        <source>the holder has changed</source>
+        <translation>сведения о владельце изменились</translation>
+    </message>
+    <message id="trivex-app-reason-attribute">
+        <source>the attribute authority's key is known to others</source>
+        <translation>ключ центра атрибутов известен другим</translation>
+    </message>
+    <message id="trivex-app-reason-authority">
+        <source>the authority's key is known to others</source>
+        <translation>ключ центра известен другим</translation>
+    </message>
+    <message id="trivex-app-reason-cessation">
+        <source>no longer needed</source>
+        <translation>больше не нужен</translation>
+    </message>
+    <message id="trivex-app-reason-hold">
+        <source>suspended</source>
+        <translation>приостановлен</translation>
+    </message>
+    <message id="trivex-app-reason-key">
+        <source>the key is known to others</source>
+        <translation>ключ известен другим</translation>
+    </message>
+    <message id="trivex-app-reason-none">
+        <source>no reason given</source>
+        <translation>причина не указана</translation>
+    </message>
+    <message id="trivex-app-reason-privilege">
+        <source>a right was withdrawn</source>
+        <translation>право отозвано</translation>
+    </message>
+    <message id="trivex-app-reason-superseded">
+        <source>replaced by another certificate</source>
+        <translation>заменён другим сертификатом</translation>
+    </message>
+    <message id="trivex-app-reason-unhold">
+        <source>no longer suspended</source>
+        <translation>больше не приостановлен</translation>
     </message>
     <message id="trivex-app-refused">
         <source>The signature does not match this document and key.</source>
@@ -1097,6 +1681,22 @@
         <source>Saved.</source>
         <translation>Сохранено.</translation>
     </message>
+    <message id="trivex-app-scope-attributes">
+        <source>Only attribute certificates</source>
+        <translation>Только сертификаты атрибутов</translation>
+    </message>
+    <message id="trivex-app-scope-authorities">
+        <source>Only certificates of authorities</source>
+        <translation>Только сертификаты центров</translation>
+    </message>
+    <message id="trivex-app-scope-holders">
+        <source>Only certificates of holders</source>
+        <translation>Только сертификаты владельцев</translation>
+    </message>
+    <message id="trivex-app-scope-indirect">
+        <source>Entries of other issuers</source>
+        <translation>Записи других издателей</translation>
+    </message>
     <message id="trivex-app-search">
         <source>Search by name, issuer, number</source>
         <translation>Поиск по имени, издателю, номеру</translation>
@@ -1117,6 +1717,10 @@
         <source>Serial number</source>
         <translation>Серийный номер</translation>
     </message>
+    <message id="trivex-app-serial-decimal">
+        <source>Serial number, decimal</source>
+        <translation>Серийный номер, десятичный</translation>
+    </message>
     <message id="trivex-app-settings">
         <source>Settings</source>
         <translation>Настройки</translation>
@@ -1133,6 +1737,10 @@
         <source>Sign and verify</source>
         <translation>Подпись и проверка</translation>
     </message>
+    <message id="trivex-app-signature-algorithm">
+        <source>Signature algorithm</source>
+        <translation>Алгоритм подписи</translation>
+    </message>
     <message id="trivex-app-signature-elsewhere">
         <source>Save the signature as…</source>
         <translation>Сохранить подпись как…</translation>
@@ -1141,6 +1749,10 @@
         <source>Signature file</source>
         <translation>Файл подписи</translation>
     </message>
+    <message id="trivex-app-signature-group">
+        <source>Signature</source>
+        <translation>Подпись</translation>
+    </message>
     <message id="trivex-app-signature-opened">
         <source>This file is a signature.</source>
         <translation>Этот файл — подпись.</translation>
@@ -1148,6 +1760,14 @@
     <message id="trivex-app-signature-opened-advice">
         <source>Now choose the document that it was made for.</source>
         <translation>Теперь выберите документ, к которому она относится.</translation>
+    </message>
+    <message id="trivex-app-signature-signed">
+        <source>Signature algorithm, as signed</source>
+        <translation>Алгоритм подписи в подписанной части</translation>
+    </message>
+    <message id="trivex-app-signature-value">
+        <source>Value</source>
+        <translation>Значение</translation>
     </message>
     <message id="trivex-app-signature-waits">
         <source>Another file is in its place. Agree to replace it, or choose another name.</source>
@@ -1245,6 +1865,38 @@
         <source>Tokens</source>
         <translation>Токены</translation>
     </message>
+    <message id="trivex-app-tool-authority">
+        <source>Tool of the authority</source>
+        <translation>Средство удостоверяющего центра</translation>
+    </message>
+    <message id="trivex-app-tool-authority-proof">
+        <source>Conformity of the authority's tool</source>
+        <translation>Заключение о средстве центра</translation>
+    </message>
+    <message id="trivex-app-tool-signature">
+        <source>Tool</source>
+        <translation>Средство подписи</translation>
+    </message>
+    <message id="trivex-app-tool-signature-proof">
+        <source>Conformity of the tool</source>
+        <translation>Заключение о средстве подписи</translation>
+    </message>
+    <message id="trivex-app-transparency-log">
+        <source>Log</source>
+        <translation>Журнал</translation>
+    </message>
+    <message id="trivex-app-transparency-time">
+        <source>Entered</source>
+        <translation>Внесён</translation>
+    </message>
+    <message id="trivex-app-unique-holder">
+        <source>Unique identifier of the holder</source>
+        <translation>Уникальный идентификатор владельца</translation>
+    </message>
+    <message id="trivex-app-unique-issuer">
+        <source>Unique identifier of the issuer</source>
+        <translation>Уникальный идентификатор издателя</translation>
+    </message>
     <message id="trivex-app-unsigned">
         <source>The document was not signed.</source>
         <translation>Документ не подписан.</translation>
@@ -1260,6 +1912,86 @@
     <message id="trivex-app-unwritten">
         <source>The signature could not be written.</source>
         <translation>Не удалось записать подпись.</translation>
+    </message>
+    <message id="trivex-app-usage-agreement">
+        <source>key agreement</source>
+        <translation>согласование ключей</translation>
+    </message>
+    <message id="trivex-app-usage-certificates">
+        <source>signing certificates</source>
+        <translation>подпись сертификатов</translation>
+    </message>
+    <message id="trivex-app-usage-commitment">
+        <source>non-repudiation</source>
+        <translation>неотрекаемость</translation>
+    </message>
+    <message id="trivex-app-usage-data-encryption">
+        <source>encrypting data</source>
+        <translation>шифрование данных</translation>
+    </message>
+    <message id="trivex-app-usage-decipher">
+        <source>agreement for decrypting only</source>
+        <translation>согласование только для расшифрования</translation>
+    </message>
+    <message id="trivex-app-usage-encipher">
+        <source>agreement for encrypting only</source>
+        <translation>согласование только для шифрования</translation>
+    </message>
+    <message id="trivex-app-usage-key-encryption">
+        <source>encrypting keys</source>
+        <translation>шифрование ключей</translation>
+    </message>
+    <message id="trivex-app-usage-lists">
+        <source>signing lists of revoked certificates</source>
+        <translation>подпись списков отозванных сертификатов</translation>
+    </message>
+    <message id="trivex-app-usage-signature">
+        <source>digital signature</source>
+        <translation>цифровая подпись</translation>
+    </message>
+    <message id="trivex-app-use-any">
+        <source>Any purpose</source>
+        <translation>Любое назначение</translation>
+    </message>
+    <message id="trivex-app-use-client">
+        <source>Client of a server</source>
+        <translation>Клиент сервера</translation>
+    </message>
+    <message id="trivex-app-use-code">
+        <source>Signing programs</source>
+        <translation>Подпись программ</translation>
+    </message>
+    <message id="trivex-app-use-documents">
+        <source>Signing documents</source>
+        <translation>Подпись документов</translation>
+    </message>
+    <message id="trivex-app-use-email">
+        <source>Protecting e-mail</source>
+        <translation>Защита электронной почты</translation>
+    </message>
+    <message id="trivex-app-use-files">
+        <source>Encrypting files</source>
+        <translation>Шифрование файлов</translation>
+    </message>
+    <message id="trivex-app-use-ipsec">
+        <source>IPsec</source>
+        <translation>IPsec</translation>
+    </message>
+    <message id="trivex-app-use-logon">
+        <source>Signing in with a token</source>
+        <translation>Вход в систему с токеном</translation>
+    </message>
+    <message id="trivex-app-use-ocsp">
+        <source>Answers about revocation (OCSP)</source>
+        <translation>Ответы об отзыве (OCSP)</translation>
+    </message>
+    <message id="trivex-app-use-server">
+        <source>Web server</source>
+        <translation>Веб-сервер</translation>
+    </message>
+    <message id="trivex-app-use-time">
+        <source>Time stamps</source>
+        <translation>Штампы времени</translation>
     </message>
     <message id="trivex-app-valid-from">
         <source>Valid from</source>
@@ -1281,6 +2013,10 @@
         <source>Expires soon</source>
         <translation>Истекает</translation>
     </message>
+    <message id="trivex-app-validity-group">
+        <source>Validity</source>
+        <translation>Срок действия</translation>
+    </message>
     <message id="trivex-app-validity-not-yet">
         <source>Not yet valid</source>
         <translation>Ещё не действует</translation>
@@ -1300,6 +2036,10 @@
     <message id="trivex-app-verify-action">
         <source>Verify</source>
         <translation>Проверить</translation>
+    </message>
+    <message id="trivex-app-version">
+        <source>Version</source>
+        <translation>Версия</translation>
     </message>
     <message id="trivex-app-view">
         <source>View</source>
@@ -1332,6 +2072,10 @@
     <message id="trivex-app-write-read-only">
         <source>This disk is write-protected. Choose another folder.</source>
         <translation>Этот диск защищён от записи. Выберите другую папку.</translation>
+    </message>
+    <message id="trivex-app-yes">
+        <source>yes</source>
+        <translation>да</translation>
     </message>
     <message id="trivex-console-about">
         <source>Certificates, keys and requests</source>

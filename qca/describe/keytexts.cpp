@@ -1,0 +1,269 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/describe/keytexts.h"
+
+#include "qca/describe/algorithmtexts.h"
+#include "qca/describe/objectnames.h"
+#include "qca/describe/words.h"
+#include "qca/keys/publickeyfields.h"
+
+#include <algorithm>
+
+namespace Trivex {
+
+namespace {
+
+enum class Form { Octets, Rsa, Dsa, Dh, DhX942, Curve, Gost };
+
+struct KeyKind {
+    const char *oid;
+    const char *name;
+    Form form;
+    int bits; ///< 0: to be found in the key
+};
+
+constexpr KeyKind Kinds[] = {
+    {"1.2.840.113549.1.1.1", "RSA", Form::Rsa, 0},
+    {"1.2.840.113549.1.1.10", "RSA-PSS", Form::Rsa, 0},
+    {"1.2.840.113549.1.1.7", "RSA-OAEP", Form::Rsa, 0},
+    {"1.2.840.10040.4.1", "DSA", Form::Dsa, 0},
+    {"1.2.840.113549.1.3.1", "DH", Form::Dh, 0},
+    {"1.2.840.10046.2.1", "DH", Form::DhX942, 0},
+    {"1.2.840.10045.2.1", "Elliptic Curve", Form::Curve, 0},
+    {"1.3.101.110", "X25519", Form::Octets, 256},
+    {"1.3.101.111", "X448", Form::Octets, 448},
+    {"1.3.101.112", "Ed25519", Form::Octets, 256},
+    {"1.3.101.113", "Ed448", Form::Octets, 456},
+    {"1.2.643.2.2.20", "GOST R 34.10-94", Form::Gost, 1024},
+    {"1.2.643.2.2.19", "GOST R 34.10-2001", Form::Gost, 256},
+    {"1.2.643.7.1.1.1.1", "GOST R 34.10-2012", Form::Gost, 256},
+    {"1.2.643.7.1.1.1.2", "GOST R 34.10-2012", Form::Gost, 512},
+    {"2.16.840.1.101.3.4.3.17", "ML-DSA-44", Form::Octets, 0},
+    {"2.16.840.1.101.3.4.3.18", "ML-DSA-65", Form::Octets, 0},
+    {"2.16.840.1.101.3.4.3.19", "ML-DSA-87", Form::Octets, 0},
+};
+
+struct Curve {
+    const char *oid;
+    const char *name;
+    int bits;
+};
+
+constexpr Curve Curves[] = {
+    {"1.2.840.10045.3.1.1", "P-192 (prime192v1)", 192},
+    {"1.3.132.0.33", "P-224 (secp224r1)", 224},
+    {"1.2.840.10045.3.1.7", "P-256 (prime256v1)", 256},
+    {"1.3.132.0.34", "P-384 (secp384r1)", 384},
+    {"1.3.132.0.35", "P-521 (secp521r1)", 521},
+    {"1.3.132.0.10", "secp256k1", 256},
+    {"1.3.36.3.3.2.8.1.1.7", "brainpoolP256r1", 256},
+    {"1.3.36.3.3.2.8.1.1.11", "brainpoolP384r1", 384},
+    {"1.3.36.3.3.2.8.1.1.13", "brainpoolP512r1", 512},
+    {"1.2.156.10197.1.301", "SM2", 256},
+};
+
+template <class Row, size_t Size> const Row *rowOf(const Row (&table)[Size], const QByteArray &oid)
+{
+    const auto *const found = std::find_if(std::begin(table), std::end(table),
+                                           [&oid](const Row &row) { return oid == row.oid; });
+    return found == std::end(table) ? nullptr : found;
+}
+
+int bitsOf(Der::Slice integer)
+{
+    int start = 0;
+    while (start < integer.size && integer.at(start) == 0)
+        ++start;
+    if (start == integer.size)
+        return 0;
+    int bits = 8 * (integer.size - start);
+    for (int mask = 0x80; mask && !(integer.at(start) & mask); mask >>= 1)
+        --bits;
+    return bits;
+}
+
+/// The INTEGERs of a SEQUENCE, as many as there are.
+QVector<Der::Slice> integersIn(Der::Slice sequence)
+{
+    QVector<Der::Slice> numbers;
+    Der::Slice content;
+    if (!Der::Reader(sequence).next(Der::Sequence, &content))
+        return numbers;
+    Der::Reader reader(content);
+    Der::Slice number;
+    while (numbers.size() < 8 && reader.next(Der::Integer, &number))
+        numbers += number;
+    return numbers;
+}
+
+Der::Slice curveOid(const PublicKeyFields &fields)
+{
+    Der::Slice oid;
+    return Der::Reader(fields.parameters).next(Der::ObjectIdentifier, &oid) ? oid : Der::Slice();
+}
+
+int curveBits(const PublicKeyFields &fields)
+{
+    if (const Curve *curve = rowOf(Curves, Der::oidText(curveOid(fields))))
+        return curve->bits;
+    // An unnamed curve: as many as a coordinate of the point has.
+    const Der::Slice point = fields.key();
+    const bool isCompressed = !point.isEmpty() && point.at(0) != 4;
+    return point.isEmpty() ? 0 : (point.size - 1) * (isCompressed ? 8 : 4);
+}
+
+int sizeOf(const KeyKind &kind, const PublicKeyFields &fields)
+{
+    if (kind.bits > 0)
+        return kind.bits;
+    switch (kind.form) {
+    case Form::Rsa:
+        return bitsOf(integersIn(fields.key()).value(0));
+    case Form::Dsa:
+    case Form::Dh:
+    case Form::DhX942:
+        return bitsOf(integersIn(fields.parameters).value(0));
+    case Form::Curve:
+        return curveBits(fields);
+    default:
+        return 0;
+    }
+}
+
+QString keyText(const KeyKind *kind, const PublicKeyFields &fields)
+{
+    if (!kind)
+        return objectText(fields.algorithm);
+    const QString name = localizedAlgorithm(QString::fromLatin1(kind->name));
+    const int bits = sizeOf(*kind, fields);
+    if (bits <= 0)
+        return name;
+    //% "%1, %n bits"
+    return qtTrId("trivex-app-key-kind", bits).arg(name);
+}
+
+void addBytes(const QString &label, Der::Slice bytes, QVector<ShownRow> *rows)
+{
+    if (!bytes.isEmpty())
+        *rows += {{}, label, bytesText(bytes, 2 * MaxShownBytes), true};
+}
+
+void addNumbers(const QStringList &labels, const QVector<Der::Slice> &numbers,
+                QVector<ShownRow> *rows)
+{
+    for (int i = 0; i < qMin(labels.size(), numbers.size()); ++i)
+        addBytes(labels.at(i), numbers.at(i), rows);
+}
+
+void addRsa(const PublicKeyFields &fields, QVector<ShownRow> *rows)
+{
+    const QVector<Der::Slice> numbers = integersIn(fields.key());
+    if (numbers.size() < 2)
+        return addBytes(qtTrId("trivex-app-key-bytes"), fields.key(), rows);
+    //% "Exponent"
+    *rows += {{}, qtTrId("trivex-app-key-exponent"), numberText(numbers.at(1)), false};
+    //% "Modulus"
+    addBytes(qtTrId("trivex-app-key-modulus"), numbers.at(0), rows);
+    addBytes(qtTrId("trivex-app-key-parameters"),
+             fields.parameters.size > 2 ? fields.parameters : Der::Slice(), rows);
+}
+
+void addDiscrete(const QStringList &labels, const PublicKeyFields &fields, QVector<ShownRow> *rows)
+{
+    addBytes(qtTrId("trivex-app-key-bytes"), fields.key(), rows);
+    addNumbers(labels, integersIn(fields.parameters), rows);
+}
+
+void addCurve(const PublicKeyFields &fields, QVector<ShownRow> *rows)
+{
+    const Der::Slice oid = curveOid(fields);
+    const Curve *curve = rowOf(Curves, Der::oidText(oid));
+    //% "Curve"
+    const QString label = qtTrId("trivex-app-key-curve");
+    if (curve)
+        *rows += {{}, label, QString::fromLatin1(curve->name), false};
+    else if (!oid.isEmpty())
+        *rows += {{}, label, objectText(oid), false};
+    else
+        addBytes(qtTrId("trivex-app-key-parameters"), fields.parameters, rows);
+    addBytes(qtTrId("trivex-app-key-bytes"), fields.key(), rows);
+}
+
+void addGost(const PublicKeyFields &fields, QVector<ShownRow> *rows)
+{
+    Der::Slice content;
+    Der::Slice oid;
+    Der::Reader(fields.parameters).next(Der::Sequence, &content);
+    Der::Reader reader(content);
+    // Curve, digest and cipher (RFC 4491, 2.3.2).
+    //% "Digest"
+    for (const QString &label : {qtTrId("trivex-app-key-curve"), qtTrId("trivex-app-key-digest"),
+                                 //% "Cipher"
+                                 qtTrId("trivex-app-key-cipher")}) {
+        if (reader.next(Der::ObjectIdentifier, &oid))
+            *rows += {{}, label, objectText(oid), false};
+    }
+    if (!reader.atEnd() || content.isEmpty())
+        addBytes(qtTrId("trivex-app-key-parameters"), fields.parameters, rows);
+    Der::Slice point;
+    addBytes(qtTrId("trivex-app-key-bytes"),
+             Der::single(fields.key(), Der::OctetString, &point) ? point : fields.key(), rows);
+}
+
+void addOctets(const PublicKeyFields &fields, QVector<ShownRow> *rows)
+{
+    //% "Parameters"
+    addBytes(qtTrId("trivex-app-key-parameters"), fields.parameters, rows);
+    //% "Key"
+    addBytes(qtTrId("trivex-app-key-bytes"), fields.key(), rows);
+}
+
+} // namespace
+
+QString publicKeyText(const QByteArray &publicInfo)
+{
+    PublicKeyFields fields;
+    return findPublicKeyFields(Der::sliceOf(publicInfo), &fields)
+        ? keyText(rowOf(Kinds, fields.oid()), fields)
+        : QString();
+}
+
+QVector<ShownRow> publicKeyRows(const QByteArray &publicInfo)
+{
+    QVector<ShownRow> rows;
+    PublicKeyFields fields;
+    //% "Kind and size"
+    const QString label = qtTrId("trivex-app-key-kind-and-size");
+    if (!findPublicKeyFields(Der::sliceOf(publicInfo), &fields)) {
+        rows += {{}, label, damagedText(Der::sliceOf(publicInfo)), true};
+        return rows;
+    }
+    const KeyKind *kind = rowOf(Kinds, fields.oid());
+    rows += {{}, label, keyText(kind, fields), false};
+    switch (kind ? kind->form : Form::Octets) {
+    case Form::Rsa:
+        addRsa(fields, &rows);
+        break;
+    case Form::Dsa:
+        addDiscrete({QStringLiteral("p"), QStringLiteral("q"), QStringLiteral("g")}, fields, &rows);
+        break;
+    case Form::Dh:
+        addDiscrete({QStringLiteral("p"), QStringLiteral("g"), QStringLiteral("l")}, fields, &rows);
+        break;
+    case Form::DhX942:
+        addDiscrete({QStringLiteral("p"), QStringLiteral("g"), QStringLiteral("q")}, fields, &rows);
+        break;
+    case Form::Curve:
+        addCurve(fields, &rows);
+        break;
+    case Form::Gost:
+        addGost(fields, &rows);
+        break;
+    case Form::Octets:
+        addOctets(fields, &rows);
+        break;
+    }
+    return rows;
+}
+
+} // namespace Trivex
