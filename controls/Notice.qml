@@ -60,6 +60,7 @@ Rectangle {
                 }
             }
             Button {
+                objectName: notice.objectName ? notice.objectName + "Action" : ""
                 text: notice.actionText
                 visible: text.length > 0
                 onClicked: notice.action()

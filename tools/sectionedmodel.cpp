@@ -123,6 +123,20 @@ void SectionedModel::setKeyKind(int kind)
     Q_EMIT keyKindChanged();
 }
 
+void SectionedModel::liftFilters()
+{
+    setReady({});
+}
+
+void SectionedModel::setReady(const ReadyFilter &ready)
+{
+    if (ready == m_ready)
+        return;
+    m_ready = ready;
+    schedule();
+    Q_EMIT readyChanged();
+}
+
 int SectionedModel::sortKey() const
 {
     return m_order.key();
@@ -294,15 +308,29 @@ QVector<int> SectionedModel::wantedRows()
     const QAbstractItemModel *model = m_filter ? m_filter.data() : m_entries.data();
     const int count = model->rowCount();
     rows.reserve(count);
+    int hidden = 0;
     for (int i = 0; i < count; ++i) {
         const int row = entryRow(model, i);
-        if (row >= 0 && isWanted(row))
+        if (row < 0 || !isWanted(row))
+            continue;
+        if (m_ready.wants(*m_entries, row))
             rows.append(row);
+        else
+            ++hidden;
     }
+    setHidden(hidden);
     if (m_storeId.isEmpty())
         return groupedByStore(rows);
     m_order.sort(*m_entries, rows, m_filter);
     return rows;
+}
+
+void SectionedModel::setHidden(int count)
+{
+    if (count == m_hidden)
+        return;
+    m_hidden = count;
+    Q_EMIT hiddenCountChanged();
 }
 
 QVector<int> SectionedModel::groupedByStore(const QVector<int> &rows)

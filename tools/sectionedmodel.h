@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "tools/readyfilter.h"
 #include "tools/roworder.h"
 
 #include <QElapsedTimer>
@@ -28,6 +29,15 @@ class SectionedModel : public QAbstractListModel {
     Q_PROPERTY(QString pattern READ pattern WRITE setPattern NOTIFY patternChanged)
     /// When not `NoKey`, only the rows whose key is of that kind.
     Q_PROPERTY(int keyKind READ keyKind WRITE setKeyKind NOTIFY keyKindChanged)
+    // Ready filters, which come on top of all that: they are in force together.
+    /// When not `Validity.Unknown`, only the rows in that state.
+    Q_PROPERTY(int wantedValidity READ wantedValidity WRITE setWantedValidity NOTIFY readyChanged)
+    /// Only the rows that have a private key.
+    Q_PROPERTY(bool onlyWithKeys READ isOnlyWithKeys WRITE setOnlyWithKeys NOTIFY readyChanged)
+    /// When not empty, only the rows of that store.
+    Q_PROPERTY(QString wantedStore READ wantedStore WRITE setWantedStore NOTIFY readyChanged)
+    /// How many rows the ready filters hide that would be listed without them.
+    Q_PROPERTY(int hiddenCount READ hiddenCount NOTIFY hiddenCountChanged)
     /// What the rows of a store are sorted by: a `SortKey`.
     Q_PROPERTY(int sortKey READ sortKey WRITE setSortKey NOTIFY orderChanged)
     Q_PROPERTY(bool descending READ isDescending WRITE setDescending NOTIFY orderChanged)
@@ -57,6 +67,15 @@ public:
     void setPattern(const QString &pattern);
     int keyKind() const;
     void setKeyKind(int kind);
+    int wantedValidity() const { return m_ready.validity; }
+    void setWantedValidity(int state) { setReadyMember(&ReadyFilter::validity, state); }
+    bool isOnlyWithKeys() const { return m_ready.onlyWithKeys; }
+    void setOnlyWithKeys(bool only) { setReadyMember(&ReadyFilter::onlyWithKeys, only); }
+    QString wantedStore() const { return m_ready.storeId; }
+    void setWantedStore(const QString &id) { setReadyMember(&ReadyFilter::storeId, id); }
+    int hiddenCount() const { return m_hidden; }
+    /// Lifts all ready filters at once.
+    Q_INVOKABLE void liftFilters();
     int sortKey() const;
     /// A number that is none of `SortKey` is left alone: settings may hold any.
     void setSortKey(int key);
@@ -85,10 +104,20 @@ Q_SIGNALS:
     void storeIdChanged();
     void patternChanged();
     void keyKindChanged();
+    void readyChanged();
+    void hiddenCountChanged();
     void orderChanged();
     void countChanged();
 
 private:
+    template <class Value> void setReadyMember(Value ReadyFilter::*member, const Value &value)
+    {
+        ReadyFilter ready = m_ready;
+        ready.*member = value;
+        setReady(ready);
+    }
+    void setReady(const ReadyFilter &ready);
+    void setHidden(int count);
     void schedule();
     void scheduleInTurn();
     void refresh();
@@ -110,6 +139,8 @@ private:
     QString m_pattern;
     QString m_needle; ///< the pattern, folded
     int m_keyKind = EntryModel::NoKey;
+    ReadyFilter m_ready;
+    int m_hidden = 0;
     RowOrder m_order;
     QVector<int> m_rows;
     QTimer m_refresh;

@@ -537,6 +537,13 @@
         <source>Nothing here yet</source>
         <translation>Nothing here yet</translation>
     </message>
+    <message id="trivex-app-ends-soon" numerus="yes">
+        <source>%n expire soon</source>
+        <translation>
+            <numerusform>%n expires soon</numerusform>
+            <numerusform>%n expire soon</numerusform>
+        </translation>
+    </message>
     <message id="trivex-app-error-title">
         <source>That did not work</source>
         <translation>That did not work</translation>
@@ -551,6 +558,10 @@
             <numerusform>%n certificate expires within 30 days</numerusform>
             <numerusform>%n certificates expire within 30 days</numerusform>
         </translation>
+    </message>
+    <message id="trivex-app-expiring-show">
+        <source>Show them</source>
+        <translation>Show them</translation>
     </message>
     <message id="trivex-app-export">
         <source>Export…</source>
@@ -828,6 +839,10 @@
         <source>Type</source>
         <translation>Type</translation>
     </message>
+    <message id="trivex-app-filter">
+        <source>Filters</source>
+        <translation>Filters</translation>
+    </message>
     <message id="trivex-app-filter-all">
         <source>All files</source>
         <translation>All files</translation>
@@ -835,6 +850,33 @@
     <message id="trivex-app-filter-certificates">
         <source>Certificates and bundles</source>
         <translation>Certificates and bundles</translation>
+    </message>
+    <message id="trivex-app-filter-hides" numerus="yes">
+        <source>A filter hides %n rows</source>
+        <translation>
+            <numerusform>A filter hides %n row</numerusform>
+            <numerusform>A filter hides %n rows</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-app-filter-keys">
+        <source>With a private key</source>
+        <translation>With a private key</translation>
+    </message>
+    <message id="trivex-app-filter-lift">
+        <source>Show all</source>
+        <translation>Show all</translation>
+    </message>
+    <message id="trivex-app-filter-on">
+        <source>on</source>
+        <translation>on</translation>
+    </message>
+    <message id="trivex-app-filter-token">
+        <source>On the token “%1”</source>
+        <translation>On the token “%1”</translation>
+    </message>
+    <message id="trivex-app-filtered">
+        <source>Only these are shown: %1</source>
+        <translation>Only these are shown: %1</translation>
     </message>
     <message id="trivex-app-fingerprints">
         <source>Fingerprints</source>

@@ -541,6 +541,14 @@
         <source>Nothing here yet</source>
         <translation>Здесь пока пусто</translation>
     </message>
+    <message id="trivex-app-ends-soon" numerus="yes">
+        <source>%n expire soon</source>
+        <translation>
+            <numerusform>%n скоро истекает</numerusform>
+            <numerusform>%n скоро истекают</numerusform>
+            <numerusform>%n скоро истекают</numerusform>
+        </translation>
+    </message>
     <message id="trivex-app-error-title">
         <source>That did not work</source>
         <translation>Не получилось</translation>
@@ -556,6 +564,10 @@
             <numerusform>%n сертификата истекают в ближайшие 30 дней</numerusform>
             <numerusform>%n сертификатов истекают в ближайшие 30 дней</numerusform>
         </translation>
+    </message>
+    <message id="trivex-app-expiring-show">
+        <source>Show them</source>
+        <translation>Показать</translation>
     </message>
     <message id="trivex-app-export">
         <source>Export…</source>
@@ -833,6 +845,10 @@
         <source>Type</source>
         <translation>Тип</translation>
     </message>
+    <message id="trivex-app-filter">
+        <source>Filters</source>
+        <translation>Фильтры</translation>
+    </message>
     <message id="trivex-app-filter-all">
         <source>All files</source>
         <translation>Все файлы</translation>
@@ -840,6 +856,34 @@
     <message id="trivex-app-filter-certificates">
         <source>Certificates and bundles</source>
         <translation>Сертификаты и контейнеры</translation>
+    </message>
+    <message id="trivex-app-filter-hides" numerus="yes">
+        <source>A filter hides %n rows</source>
+        <translation>
+            <numerusform>Фильтр скрывает %n строку</numerusform>
+            <numerusform>Фильтр скрывает %n строки</numerusform>
+            <numerusform>Фильтр скрывает %n строк</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-app-filter-keys">
+        <source>With a private key</source>
+        <translation>С закрытым ключом</translation>
+    </message>
+    <message id="trivex-app-filter-lift">
+        <source>Show all</source>
+        <translation>Показать все</translation>
+    </message>
+    <message id="trivex-app-filter-on">
+        <source>on</source>
+        <translation>включено</translation>
+    </message>
+    <message id="trivex-app-filter-token">
+        <source>On the token “%1”</source>
+        <translation>На токене «%1»</translation>
+    </message>
+    <message id="trivex-app-filtered">
+        <source>Only these are shown: %1</source>
+        <translation>Показаны только: %1</translation>
     </message>
     <message id="trivex-app-fingerprints">
         <source>Fingerprints</source>

@@ -10,19 +10,24 @@ EmptyState {
     property var category: null
     property bool isRequests: false
     property string pattern
+    property ReadyFilters filters
+    readonly property bool filtered: filters.active && filters.rows.hiddenCount > 0
     signal clearAsked()
     signal newRequestAsked()
     signal importAsked()
 
-    icon: pattern ? "search" : category ? category.icon : "request"
+    icon: filtered ? "filter" : pattern ? "search" : category ? category.icon : "request"
     title: KeyStoreModel.isBusy ? qsTrId("trivex-app-loading")
+        : filtered ? qsTrId("trivex-app-filter-hides", filters.rows.hiddenCount)
         : pattern ? qsTrId("trivex-app-not-found") : qsTrId("trivex-app-empty")
-    text: pattern ? qsTrId("trivex-app-not-found-text")
+    text: filtered ? qsTrId("trivex-app-filtered").replace("%1", () => filters.words)
+        : pattern ? qsTrId("trivex-app-not-found-text")
         : category ? category.about
         : isRequests ? qsTrId("trivex-app-about-requests") : qsTrId("trivex-app-about-token")
     // What would fill the list; a system's own certificates nobody adds here.
-    actionText: pattern ? qsTrId("trivex-app-clear-search")
+    actionText: filtered ? qsTrId("trivex-app-filter-lift")
+        : pattern ? qsTrId("trivex-app-clear-search")
         : isRequests ? qsTrId("trivex-app-new-request")
         : category && category.key === "system" ? "" : qsTrId("trivex-app-import")
-    onAction: pattern ? clearAsked() : isRequests ? newRequestAsked() : importAsked()
+    onAction: filtered ? filters.rows.liftFilters() : pattern ? clearAsked() : isRequests ? newRequestAsked() : importAsked()
 }

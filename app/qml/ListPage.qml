@@ -44,7 +44,6 @@ Item {
     function find(text) {
         if (rows.chosen)
             rows.chosen.pattern = text
-        updateNotice()
     }
     function goBack() {
         opened = false
@@ -59,6 +58,7 @@ Item {
     }
     function reset() {
         places.leaveFor(key)
+        filters.leaveFor(key)
         search.text = ""
         opened = false
         selection.clear()
@@ -94,7 +94,11 @@ Item {
                 last.pattern = ""
             last = chosen
         }
-        onCountChanged: page.updateNotice()
+    }
+    ReadyFilters {
+        id: filters
+        rows: rows
+        tokens: page.library.tokens
     }
     RowSelection {
         id: selection
@@ -120,10 +124,6 @@ Item {
     TokenInfo {
         id: tokenInfo
         storeId: page.storeId
-    }
-    function updateNotice() {
-        notice.expiring = key === "personal" && !search.text
-            ? rows.countWithValidity(Validity.Expiring) : 0
     }
 
     RowLayout {
@@ -162,7 +162,9 @@ Item {
             SearchBar {
                 id: search
                 rows: rows
+                filters: filters
                 isRequests: page.isRequests
+                offersTokens: !page.storeId
                 Layout.fillWidth: true
                 onTextChanged: page.find(text)
                 onLeft: list.forceActiveFocus(Qt.TabFocusReason)
@@ -171,17 +173,10 @@ Item {
                 actions: actions
                 Layout.fillWidth: true
             }
-            Notice {
-                id: notice
-                property int expiring: 0
-                level: 2
-                text: expiring > 0 ? qsTrId("trivex-app-expiring", expiring) : ""
-                Layout.fillWidth: true
-            }
-            Notice {
-                text: page.storeId && !tokenInfo.present
-                    ? qsTrId("trivex-app-token-removed-text") : tokenInfo.pinText
-                level: tokenInfo.locked || tokenInfo.lastTry ? 3 : 2
+            ListNotices {
+                filters: filters
+                counts: !page.isRequests && page.key !== "system" && !search.text
+                token: tokenInfo
                 Layout.fillWidth: true
             }
             Item {
@@ -210,6 +205,7 @@ Item {
                     category: page.category
                     isRequests: page.isRequests
                     pattern: search.text
+                    filters: filters
                     onClearAsked: search.text = ""
                     onNewRequestAsked: page.newRequestAsked()
                     onImportAsked: page.importAsked()

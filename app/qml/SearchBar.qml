@@ -5,11 +5,13 @@ import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
 
-/// What is looked for in a list, and the order of what is found.
+/// What is looked for in a list, the ready filters, and the order of what is found.
 RowLayout {
     id: bar
     property SectionedModel rows
+    property ReadyFilters filters
     property bool isRequests: false
+    property alias offersTokens: filterButton.offersTokens
     property alias text: field.text
     /// The keys are to go to what was found.
     signal left()
@@ -29,6 +31,12 @@ RowLayout {
         Layout.fillWidth: true
         Keys.onDownPressed: bar.left()
         onAccepted: bar.left()
+    }
+    FilterButton {
+        id: filterButton
+        filters: bar.filters
+        // Requests have neither an end nor a token.
+        visible: !bar.isRequests
     }
     SortButton {
         rows: bar.rows

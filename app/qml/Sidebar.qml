@@ -79,6 +79,9 @@ Rectangle {
                     text: modelData.title
                     icon.source: Theme.icon(modelData.icon)
                     count: counter.count
+                    // The system's own come and go with its updates.
+                    note: modelData.key !== "system" && counter.expiring > 0
+                        ? qsTrId("trivex-app-ends-soon", counter.expiring) : ""
                     highlighted: sidebar.current === modelData.key
                     onClicked: sidebar.chosen(modelData.key)
                     Layout.fillWidth: true

@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
+
+/// What is to be known of a list before its rows: which filters are on, what ends soon, how its
+/// token is.
+ColumnLayout {
+    id: notices
+    property ReadyFilters filters
+    property TokenInfo token
+    /// Whether those that end soon are to be counted.
+    property bool counts: false
+    readonly property int expiring: counts && !filters.active && filters.rows.count > 0
+        ? filters.rows.countWithValidity(Validity.Expiring) : 0
+    spacing: Theme.unit * 1.25
+    // A text decides: what is in an invisible item is never visible.
+    visible: [filterNotice, expiringNotice, tokenNotice].some(function(one) { return one.text })
+
+    Notice {
+        id: filterNotice
+        objectName: "filterNotice"
+        text: notices.filters.active ? qsTrId("trivex-app-filtered")
+            .replace("%1", () => notices.filters.words) : ""
+        actionText: qsTrId("trivex-app-filter-lift")
+        onAction: notices.filters.rows.liftFilters()
+        Layout.fillWidth: true
+    }
+    Notice {
+        id: expiringNotice
+        objectName: "expiringNotice"
+        level: 2
+        text: notices.expiring > 0 ? qsTrId("trivex-app-expiring", notices.expiring) : ""
+        actionText: qsTrId("trivex-app-expiring-show")
+        onAction: notices.filters.toggleValidity(Validity.Expiring)
+        Layout.fillWidth: true
+    }
+    Notice {
+        id: tokenNotice
+        text: notices.token.storeId && !notices.token.present
+            ? qsTrId("trivex-app-token-removed-text") : notices.token.pinText
+        level: notices.token.locked || notices.token.lastTry ? 3 : 2
+        Layout.fillWidth: true
+    }
+}
