@@ -45,4 +45,12 @@ constexpr int MaxChainLength = 100;
 /// look like the issuer and not be it.
 constexpr int MaxIssuerChecks = 1000;
 
+/// Certificates that are looked at to find the path of one, and how many of them may have the same
+/// name.
+constexpr int MaxChainCandidates = 500;
+constexpr int MaxNamesakes = 100;
+
+/// Size of all revocation lists that are kept, in bytes.
+constexpr qint64 MaxListBytes = 8 * qint64(MaxFileBytes);
+
 } // namespace Trivex

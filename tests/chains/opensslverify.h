@@ -1,0 +1,8 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/chains/chain.h"
+
+/// What `openssl verify` says of the same files, with the same strength asked for.
+QByteArray verifiedByOpenssl(const Trivex::ChainInput &input);
