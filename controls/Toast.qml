@@ -5,23 +5,28 @@ import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
 
-/// Shows a success message for some seconds, without covering controls.
+/// Shows a success message for some seconds, without covering controls; longer where it offers
+/// something to do.
 Popup {
     id: toast
     property string text
+    property string actionText
+    signal action()
     objectName: "toast"
     parent: Overlay.overlay
     x: parent ? Math.round((parent.width - implicitWidth) / 2) : 0
     y: parent ? parent.height - implicitHeight - Theme.unit * 3 : 0
     /// The most that a line of text may take.
     readonly property real room: Math.min(560, parent
-        ? parent.width - Theme.unit * 5 - padding * 2 - Theme.iconSize : 560)
+        ? parent.width - Theme.unit * 5 - padding * 2 - Theme.iconSize
+            - (button.visible ? button.width + Theme.unit : 0) : 560)
     modal: false
     focus: false
     closePolicy: Popup.NoAutoClose
     padding: Theme.unit * 1.5
-    function show(message) {
+    function show(message, offer) {
         text = message
+        actionText = offer || ""
         open()
         timer.restart()
     }
@@ -33,7 +38,8 @@ Popup {
     // Of sizes that follow from the text alone: a layout's would depend on where it lies.
     contentItem: Item {
         implicitWidth: icon.width + Theme.unit + label.width
-        implicitHeight: Math.max(icon.height, label.height)
+            + (button.visible ? Theme.unit + button.width : 0)
+        implicitHeight: Math.max(icon.height, label.height, button.visible ? button.height : 0)
         Icon {
             id: icon
             name: "check"
@@ -51,10 +57,26 @@ Popup {
             anchors.verticalCenter: parent.verticalCenter
             Accessible.role: Accessible.AlertMessage
         }
+        Button {
+            id: button
+            objectName: "toastAction"
+            x: label.x + label.width + Theme.unit
+            width: implicitWidth
+            height: implicitHeight
+            text: toast.actionText
+            visible: text.length > 0
+            // It goes by itself, and would take the keys with it.
+            focusPolicy: Qt.NoFocus
+            anchors.verticalCenter: parent.verticalCenter
+            onClicked: {
+                toast.close()
+                toast.action()
+            }
+        }
     }
     Timer {
         id: timer
-        interval: 6000
+        interval: toast.actionText ? 20000 : 6000
         onTriggered: toast.close()
     }
 }

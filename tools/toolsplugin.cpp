@@ -13,6 +13,7 @@
 #include "tools/keyrequest.h"
 #include "tools/modelcount.h"
 #include "tools/pinprompt.h"
+#include "tools/removalundo.h"
 #include "tools/requestprofiles.h"
 #include "tools/requestsubject.h"
 #include "tools/requestwatcher.h"
@@ -49,6 +50,7 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
     qmlRegisterType<SectionedModel>(uri, 1, 0, "SectionedModel");
     qmlRegisterType<FileSaver>(uri, 1, 0, "FileSaver");
     qmlRegisterType<RowSelection>(uri, 1, 0, "RowSelection");
+    qmlRegisterType<RemovalUndo>(uri, 1, 0, "RemovalUndo");
     qmlRegisterType<ModelCount>(uri, 1, 0, "ModelCount");
     qmlRegisterType<TokenInfo>(uri, 1, 0, "TokenInfo");
     qmlRegisterType<TokenListModel>(uri, 1, 0, "TokenListModel");

@@ -934,6 +934,10 @@
         <source>Select several rows</source>
         <translation>Select several rows</translation>
     </message>
+    <message id="trivex-app-help-undo">
+        <source>Bring back what was removed</source>
+        <translation>Bring back what was removed</translation>
+    </message>
     <message id="trivex-app-holder">
         <source>Holder</source>
         <translation>Holder</translation>
@@ -1919,6 +1923,29 @@
     <message id="trivex-app-transparency-time">
         <source>Entered</source>
         <translation>Entered</translation>
+    </message>
+    <message id="trivex-app-undo">
+        <source>Undo</source>
+        <translation>Undo</translation>
+    </message>
+    <message id="trivex-app-undo-failed">
+        <source>What was removed could not be brought back.</source>
+        <translation>What was removed could not be brought back.</translation>
+    </message>
+    <message id="trivex-app-undo-no-token">
+        <source>The token is not there. Insert it and try again.</source>
+        <translation>The token is not there. Insert it and try again.</translation>
+    </message>
+    <message id="trivex-app-undo-taken">
+        <source>There is another request of this name by now. Rename it and try again.</source>
+        <translation>There is another request of this name by now. Rename it and try again.</translation>
+    </message>
+    <message id="trivex-app-undone" numerus="yes">
+        <source>%n are back</source>
+        <translation>
+            <numerusform>%n is back</numerusform>
+            <numerusform>%n are back</numerusform>
+        </translation>
     </message>
     <message id="trivex-app-unique-holder">
         <source>Unique identifier of the holder</source>

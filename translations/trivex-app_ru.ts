@@ -941,6 +941,10 @@
         <source>Select several rows</source>
         <translation>Выделить несколько строк</translation>
     </message>
+    <message id="trivex-app-help-undo">
+        <source>Bring back what was removed</source>
+        <translation>Вернуть удалённое</translation>
+    </message>
     <message id="trivex-app-holder">
         <source>Holder</source>
         <translation>Владелец</translation>
@@ -1932,6 +1936,30 @@
     <message id="trivex-app-transparency-time">
         <source>Entered</source>
         <translation>Внесён</translation>
+    </message>
+    <message id="trivex-app-undo">
+        <source>Undo</source>
+        <translation>Вернуть</translation>
+    </message>
+    <message id="trivex-app-undo-failed">
+        <source>What was removed could not be brought back.</source>
+        <translation>Удалённое не удалось вернуть.</translation>
+    </message>
+    <message id="trivex-app-undo-no-token">
+        <source>The token is not there. Insert it and try again.</source>
+        <translation>Токен не подключён. Подключите его и повторите.</translation>
+    </message>
+    <message id="trivex-app-undo-taken">
+        <source>There is another request of this name by now. Rename it and try again.</source>
+        <translation>Запрос с таким именем уже есть. Переименуйте его и повторите.</translation>
+    </message>
+    <message id="trivex-app-undone" numerus="yes">
+        <source>%n are back</source>
+        <translation>
+            <numerusform>%n возвращён на место</numerusform>
+            <numerusform>%n возвращены на место</numerusform>
+            <numerusform>%n возвращены на место</numerusform>
+        </translation>
     </message>
     <message id="trivex-app-unique-holder">
         <source>Unique identifier of the holder</source>

@@ -76,7 +76,7 @@ ApplicationWindow {
         target: KeyStoreModel
         function onEntryRemovedChanged(success) {
             if (success)
-                dialogs.tell(qsTrId("trivex-app-removed"))
+                dialogs.tellRemoved()
         }
     }
     FileQueue {
@@ -92,6 +92,7 @@ ApplicationWindow {
         listPage: pages.listPage
         onOpenAsked: dialogs.chooseImport()
         onNewAsked: window.show("newRequest")
+        onUndoAsked: dialogs.undoRemoval()
         onHelpAsked: dialogs.showHelp()
         onQuitAsked: window.close()
     }

@@ -11,8 +11,10 @@ QtObject {
     property EntryModel entries
     property var waiting: []
     property bool running: false
+    property RemovalUndo undo
 
     function start(rows) {
+        undo.begin()
         waiting = waiting.concat(rows)
         if (!running)
             next()
@@ -35,6 +37,7 @@ QtObject {
         if (!running)
             return
         const entryId = waiting[0].entryId
+        undo.note(entries, waiting[0].identity)
         waiting = waiting.slice(1)
         KeyStoreModel.removeCertificate(entryId)
     }
@@ -43,8 +46,10 @@ QtObject {
         function onEntryRemovedChanged(success) {
             if (!queue.running)
                 return
-            if (!success)
+            if (!success) {
                 queue.waiting = []
+                queue.undo.forgetLast()
+            }
             Qt.callLater(queue.next)
         }
     }

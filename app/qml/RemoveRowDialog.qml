@@ -11,6 +11,9 @@ RemoveDialog {
     id: dialog
     property Library library
     property RowSelection selection
+    property RemovalUndo undo
+    /// Requests were deleted.
+    signal deleted()
     /// What `RowActions` knows of each row.
     property var rows: []
     /// How many names are told.
@@ -34,13 +37,17 @@ RemoveDialog {
         if (!request)
             return
         library.watcher.noteDeleted(request.fileName)
+        undo.note(library.requestEntries, identity)
         library.requests.remove(library.requestEntries.rowOfIdentity(identity))
     }
     onConfirmed: {
-        if (isRequest)
+        if (isRequest) {
+            undo.begin()
             rows.forEach(function(row) { removeRequest(row.identity) })
-        else
+            deleted()
+        } else {
             queue.start(rows)
+        }
     }
     onGoneChanged: if (gone) closeLater.restart()
     // A list that is made anew is without its rows for a moment.
@@ -52,5 +59,6 @@ RemoveDialog {
     readonly property RemovalQueue queue: RemovalQueue {
         id: queue
         entries: dialog.library.entries
+        undo: dialog.undo
     }
 }

@@ -20,6 +20,9 @@ Item {
     signal importEnded()
 
     function tell(text) { toast.show(text) }
+    /// The rows that were to be removed are, or some of them.
+    function tellRemoved() { undo.tell() }
+    function undoRemoval() { undo.start() }
     function fail(cause, advice, report) { errorDialog.show(cause, advice, report) }
     function chooseImport() { importDialog.choose() }
     function startImport(path) { importDialog.start(path) }
@@ -48,6 +51,13 @@ Item {
         id: removeDialog
         library: dialogs.library
         selection: dialogs.selection
+        undo: undo.undo
+        onDeleted: dialogs.tellRemoved()
+    }
+    UndoRemoval {
+        id: undo
+        toast: toast
+        onFailed: errorDialog.show(cause, advice)
     }
     EditRequestDialog {
         id: editDialog

@@ -8,6 +8,7 @@ Item {
     property ListPage listPage
     signal openAsked()
     signal newAsked()
+    signal undoAsked()
     signal helpAsked()
     signal quitAsked()
 
@@ -22,6 +23,11 @@ Item {
     Shortcut {
         sequence: StandardKey.New
         onActivated: shortcuts.newAsked()
+    }
+    Shortcut {
+        // A field that is typed into takes the keys for itself.
+        sequences: [StandardKey.Undo]
+        onActivated: shortcuts.undoAsked()
     }
     Shortcut {
         sequence: StandardKey.HelpContents

@@ -1,0 +1,192 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/base/savedrequest.h"
+#include "tools/removalundo.h"
+
+#include <QSignalSpy>
+#include <QStandardItemModel>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace Trivex;
+
+namespace {
+
+/// A saved request whose file is where the test says.
+class FiledRequest : public QObject, public SavedRequest {
+    Q_OBJECT
+    Q_INTERFACES(Trivex::SavedRequest)
+public:
+    QString requestFile() const override { return path; }
+    QCA::CertificateInfo requestInfo() const override { return {}; }
+    void setRequestInfo(const QCA::CertificateInfo &) override { }
+    void restoreRequestInfo() override { }
+    bool hasRequestKey() const override { return false; }
+
+    QString path;
+};
+
+QByteArray contentsOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+/// What is remembered of removals, with requests, which need no token.
+class TestRemovalUndo : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void togetherAndLastFirst();
+    void whatStaysIsForgotten();
+    void whatIsUnknownIsNotNoted();
+    void failureCanBeTriedAgain();
+    void oneUndoAtATime();
+
+private:
+    QString add(const QString &name);
+    /// Notes it and removes its file.
+    void remove(const QString &path);
+    bool undo();
+
+    QCA::Initializer m_initializer;
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<QStandardItemModel> m_source;
+    std::unique_ptr<EntryModel> m_entries;
+    std::unique_ptr<RemovalUndo> m_undo;
+};
+
+void TestRemovalUndo::init()
+{
+    enum { CertificateRole = Qt::UserRole + 2 };
+    m_undo = std::make_unique<RemovalUndo>();
+    m_entries = std::make_unique<EntryModel>();
+    m_source = std::make_unique<QStandardItemModel>();
+    m_source->setItemRoleNames({{CertificateRole, "certificate"}});
+    m_entries->setSourceModel(m_source.get());
+    m_folder = std::make_unique<QTemporaryDir>();
+}
+
+QString TestRemovalUndo::add(const QString &name)
+{
+    auto *request = new FiledRequest;
+    request->setParent(m_source.get());
+    request->path = m_folder->filePath(name);
+    QFile file(request->path);
+    if (file.open(QIODevice::WriteOnly))
+        file.write("contents of " + name.toUtf8());
+    auto *item = new QStandardItem;
+    item->setData(QVariant::fromValue<QObject *>(request), Qt::UserRole + 2);
+    m_source->appendRow(item);
+    return request->path;
+}
+
+void TestRemovalUndo::remove(const QString &path)
+{
+    m_undo->note(m_entries.get(), path);
+    QFile::remove(path);
+    m_source->removeRow(m_entries->rowOfIdentity(path));
+}
+
+bool TestRemovalUndo::undo()
+{
+    QSignalSpy finished(m_undo.get(), &RemovalUndo::finished);
+    m_undo->undo();
+    return finished.wait() && finished.first().at(1).toBool();
+}
+
+void TestRemovalUndo::togetherAndLastFirst()
+{
+    const QString one = add(QStringLiteral("one"));
+    const QString two = add(QStringLiteral("two"));
+    const QString three = add(QStringLiteral("three"));
+    m_undo->begin();
+    remove(one);
+    remove(two);
+    QCOMPARE(m_undo->count(), 2);
+    m_undo->begin();
+    remove(three);
+    QCOMPARE(m_undo->count(), 1);
+    QVERIFY(undo());
+    QVERIFY(QFile::exists(three));
+    QVERIFY(!QFile::exists(one));
+    QCOMPARE(m_undo->count(), 2);
+    QVERIFY(undo());
+    QCOMPARE(contentsOf(one), QByteArray("contents of one"));
+    QCOMPARE(contentsOf(two), QByteArray("contents of two"));
+    QCOMPARE(m_undo->count(), 0);
+}
+
+void TestRemovalUndo::whatStaysIsForgotten()
+{
+    const QString one = add(QStringLiteral("one"));
+    const QString two = add(QStringLiteral("two"));
+    m_undo->begin();
+    remove(one);
+    m_undo->note(m_entries.get(), two);
+    QCOMPARE(m_undo->count(), 2);
+    m_undo->forgetLast();
+    m_undo->forgetLast();
+    QCOMPARE(m_undo->count(), 1);
+    QVERIFY(undo());
+    QVERIFY(QFile::exists(one));
+}
+
+void TestRemovalUndo::whatIsUnknownIsNotNoted()
+{
+    const QString one = add(QStringLiteral("one"));
+    m_undo->begin();
+    remove(one);
+    // The last one that was noted is not the one that stays.
+    m_undo->note(m_entries.get(), QStringLiteral("nobody"));
+    m_undo->forgetLast();
+    QCOMPARE(m_undo->count(), 1);
+    m_undo->note(nullptr, one);
+    QCOMPARE(m_undo->count(), 1);
+}
+
+void TestRemovalUndo::failureCanBeTriedAgain()
+{
+    const QString one = add(QStringLiteral("one"));
+    const QString two = add(QStringLiteral("two"));
+    m_undo->begin();
+    remove(one);
+    remove(two);
+    QVERIFY(QDir().mkpath(two));
+    QSignalSpy finished(m_undo.get(), &RemovalUndo::finished);
+    m_undo->undo();
+    QVERIFY(finished.wait());
+    QCOMPARE(finished.first().at(0).toInt(), 1);
+    QVERIFY(!finished.first().at(1).toBool());
+    QVERIFY(!finished.first().at(2).toString().isEmpty());
+    QVERIFY(!m_undo->isRunning());
+    QVERIFY(QDir().rmdir(two));
+    QCOMPARE(m_undo->count(), 1);
+    QVERIFY(undo());
+    QVERIFY(QFile::exists(two));
+}
+
+void TestRemovalUndo::oneUndoAtATime()
+{
+    const QString one = add(QStringLiteral("one"));
+    const QString two = add(QStringLiteral("two"));
+    m_undo->begin();
+    remove(one);
+    QSignalSpy finished(m_undo.get(), &RemovalUndo::finished);
+    m_undo->undo();
+    m_undo->undo();
+    // What is removed meanwhile is not mixed up with what comes back.
+    m_undo->begin();
+    m_undo->note(m_entries.get(), two);
+    m_undo->forgetLast();
+    QVERIFY(finished.wait());
+    QCOMPARE(finished.count(), 1);
+    QVERIFY(QFile::exists(one));
+    QCOMPARE(m_undo->count(), 0);
+    QVERIFY(!m_undo->isRunning());
+}
+
+QTEST_GUILESS_MAIN(TestRemovalUndo)
+#include "tst_removalundo.moc"
