@@ -94,6 +94,9 @@ QString PinPrompt::purposeText(Purpose purpose)
     case Purpose::Generate:
         //% "to make a key on it"
         return qtTrId("trivex-app-purpose-generate");
+    case Purpose::Look:
+        //% "to show the keys on it"
+        return qtTrId("trivex-app-purpose-look");
     }
     return {};
 }

@@ -158,6 +158,8 @@ QString TokenInfo::busyText(const TokenStatus &status)
     case Purpose::Generate:
         //% "Making a key…"
         return qtTrId("trivex-app-busy-generate");
+    case Purpose::Look:
+        return qtTrId("trivex-app-busy-loading");
     }
     return {};
 }

@@ -1442,6 +1442,10 @@
         <source>to make a key on it</source>
         <translation>to make a key on it</translation>
     </message>
+    <message id="trivex-app-purpose-look">
+        <source>to show the keys on it</source>
+        <translation>to show the keys on it</translation>
+    </message>
     <message id="trivex-app-purpose-remove">
         <source>to remove something from it</source>
         <translation>to remove something from it</translation>

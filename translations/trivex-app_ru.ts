@@ -1453,6 +1453,10 @@
         <source>to make a key on it</source>
         <translation>чтобы создать на нём ключ</translation>
     </message>
+    <message id="trivex-app-purpose-look">
+        <source>to show the keys on it</source>
+        <translation>чтобы показать ключи на нём</translation>
+    </message>
     <message id="trivex-app-purpose-remove">
         <source>to remove something from it</source>
         <translation>чтобы удалить с него данные</translation>

@@ -14,7 +14,7 @@ namespace {
 
 bool isServedByStoredAnswers(Purpose purpose)
 {
-    return purpose != Purpose::Sign && purpose != Purpose::Decrypt;
+    return purpose == Purpose::Write || purpose == Purpose::Remove || purpose == Purpose::Generate;
 }
 
 } // namespace

@@ -15,9 +15,9 @@ struct Answers;
 /// done. It holds the answers for as long as it lives and leaves none behind.
 class TRIVEX_QCA_EXPORT Operation {
 public:
-    /// Takes the stored answers for `keyStoreId`, unless the purpose is signing or decrypting,
-    /// which stored answers never serve. For a generation `keyStoreId` may be empty: it is then
-    /// the store that the generator in force on this thread (`GenerationTarget`) or else the
+    /// Takes the stored answers for `keyStoreId`, unless the purpose is signing, decrypting or
+    /// looking, which stored answers never serve. For a generation `keyStoreId` may be empty: it is
+    /// then the store that the generator in force on this thread (`GenerationTarget`) or else the
     /// stored answers name. `owner` may be null.
     explicit Operation(Purpose purpose, const QString &keyStoreId = QString(),
                        OperationOwnerPtr owner = {});

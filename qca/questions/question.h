@@ -18,7 +18,7 @@ enum QuestionKind : int {
 };
 
 /// Why a token asks for its PIN.
-enum class Purpose { Sign, Decrypt, Write, Remove, Generate };
+enum class Purpose { Sign, Decrypt, Write, Remove, Generate, Look };
 
 /// The state of a PIN by the flags of CK_TOKEN_INFO (PKCS#11 2.40, 3.2). `NotSet`: the user has no
 /// PIN yet.

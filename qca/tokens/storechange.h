@@ -9,14 +9,14 @@
 
 namespace Trivex {
 
-/// A write to a token's key store or a removal from it.
+/// A write to a token's key store, a removal from it, or a login that shows what hides there.
 struct StoreChange {
-    enum Kind { WriteCertificate, WriteBundle, RemoveEntry };
+    enum Kind { WriteCertificate, WriteBundle, RemoveEntry, RemoveKey, ShowKeys };
 
     Kind kind = WriteCertificate;
     QCA::Certificate certificate;
     QCA::KeyBundle bundle;
-    QString entryId; ///< to remove
+    QString entryId; ///< to remove: of an entry, or of a key without a certificate
     OperationOwnerPtr owner; ///< null: nobody in particular
 };
 

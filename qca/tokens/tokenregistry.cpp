@@ -31,10 +31,12 @@ public:
     };
 
     Change note(const TokenStatus &status, quint64 number);
+    bool note(const QString &keyStoreId, const TokenLook &look);
     TokenBackend *currentBackend() const;
 
     mutable std::mutex mutex;
     QHash<QString, TokenStatus> tokens;
+    QHash<QString, TokenLook> looks; ///< of tokens that are there
     /// Of the last status of each token, of forgotten ones too: an older one must not bring them
     /// back.
     QHash<QString, quint64> numbers;
@@ -56,6 +58,8 @@ TokenHub::Change TokenHub::note(const TokenStatus &status, quint64 number)
     if (!change.isNewest)
         return change;
     last = number;
+    if (!status.present)
+        looks.remove(status.keyStoreId);
     if (!status.present && status.name.isEmpty()) {
         tokens.remove(status.keyStoreId);
         order.removeAll(status.keyStoreId);
@@ -65,6 +69,16 @@ TokenHub::Change TokenHub::note(const TokenStatus &status, quint64 number)
         order.append(status.keyStoreId);
     tokens.insert(status.keyStoreId, status);
     return change;
+}
+
+/// False for a token that is not there.
+bool TokenHub::note(const QString &keyStoreId, const TokenLook &look)
+{
+    const std::lock_guard lock(mutex);
+    if (!tokens.value(keyStoreId).present)
+        return false;
+    looks.insert(keyStoreId, look);
+    return true;
 }
 
 TokenBackend *TokenHub::currentBackend() const
@@ -98,6 +112,13 @@ void publishTokenStatus(const TokenStatus &status, quint64 number)
         Q_EMIT hub.removed(status.keyStoreId);
     if (change.isNewest)
         Q_EMIT hub.changed(status.keyStoreId);
+}
+
+void publishTokenLook(const QString &keyStoreId, const TokenLook &look)
+{
+    TokenHub &hub = TokenHub::instance();
+    if (hub.note(keyStoreId, look))
+        Q_EMIT hub.changed(keyStoreId);
 }
 
 void publishTokenError(const TokenError &error)
@@ -141,6 +162,19 @@ TokenStatus TokenMonitor::token(const QString &keyStoreId)
     return hub.tokens.value(keyStoreId);
 }
 
+TokenLook TokenMonitor::look(const QString &keyStoreId)
+{
+    TokenHub &hub = TokenHub::instance();
+    const std::lock_guard lock(hub.mutex);
+    return hub.looks.value(keyStoreId);
+}
+
+void TokenMonitor::takeLook(const QString &keyStoreId)
+{
+    if (TokenBackend *backend = TokenHub::instance().currentBackend())
+        backend->takeLook(keyStoreId);
+}
+
 bool startStoreChange(const QString &keyStoreId, const StoreChange &change, StoreChangeDone done)
 {
     TokenBackend *backend = TokenHub::instance().currentBackend();
@@ -157,6 +191,12 @@ QCA::PrivateKey findTokenKey(const QString &keyStoreId, const QCA::PublicKey &pu
 {
     TokenBackend *backend = TokenHub::instance().currentBackend();
     return backend ? backend->findPrivateKey(keyStoreId, publicKey) : QCA::PrivateKey();
+}
+
+QCA::PrivateKey tokenKeyOfId(const QString &keyStoreId, const QString &keyId)
+{
+    TokenBackend *backend = TokenHub::instance().currentBackend();
+    return backend ? backend->keyOfId(keyStoreId, keyId) : QCA::PrivateKey();
 }
 
 } // namespace Trivex

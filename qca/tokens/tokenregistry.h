@@ -21,6 +21,12 @@ public:
     virtual QCA::PrivateKey findPrivateKey(const QString &keyStoreId,
                                            const QCA::PublicKey &publicKey) = 0;
 
+    /// The private key of that id, see `tokenKeyOfId`.
+    virtual QCA::PrivateKey keyOfId(const QString &keyStoreId, const QString &keyId) = 0;
+
+    /// See `TokenMonitor::takeLook`; `publishTokenLook` follows.
+    virtual void takeLook(const QString &keyStoreId) = 0;
+
     /// Asks the operations on `keyStoreId` to end: the running one as soon as its module lets it,
     /// those that wait for their turn at once.
     virtual void cancelOperation(const QString &keyStoreId) = 0;
@@ -44,6 +50,9 @@ TRIVEX_QCA_EXPORT quint64 nextStatusNumber();
 /// Publishes what changed of a token; thread-safe. A status with `present` false and an empty name
 /// forgets the token. Ignored when a status of the same token with a higher number has come before.
 TRIVEX_QCA_EXPORT void publishTokenStatus(const TokenStatus &status, quint64 number);
+
+/// Publishes what was found on a token that is there; thread-safe. It is forgotten with the token.
+TRIVEX_QCA_EXPORT void publishTokenLook(const QString &keyStoreId, const TokenLook &look);
 
 /// Publishes the outcome of an operation that failed, for people to read; thread-safe.
 TRIVEX_QCA_EXPORT void publishTokenError(const TokenError &error);

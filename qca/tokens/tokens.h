@@ -4,6 +4,7 @@
 
 #include "qca/base/trivexqcaexport.h"
 #include "qca/questions/question.h"
+#include "qca/tokens/tokenfacts.h"
 
 #include <QObject>
 #include <QVector>
@@ -25,7 +26,12 @@ struct TokenStatus {
     bool loading = false; ///< its objects are being read
     /// It shows no public keys: whether it has those of its certificates is known after a login.
     bool keysPresumed = false;
+    /// Some of its private keys may be shown by a login only.
+    bool keysHidden = false;
     PinState pinState = PinState::Normal;
+    TokenFacts facts;
+    int certificates = 0; ///< so many are on it
+    QVector<TokenKeyFacts> keyFacts; ///< of the keys that are seen
 };
 
 /// Why an operation on a token failed, in terms that callers can branch on. The text for people is
@@ -69,7 +75,11 @@ public:
     /// A copy of what is known now.
     static QVector<TokenStatus> tokens();
     static TokenStatus token(const QString &keyStoreId);
+    /// What `takeLook` has found since the token was inserted.
+    static TokenLook look(const QString &keyStoreId);
 
+    /// Reads what a token can do and what else is on it, without a PIN; `changed` follows.
+    static void takeLook(const QString &keyStoreId);
     /// Asks the operations on that token to end, the running one and those that wait for their
     /// turn; their outcome comes the usual way.
     static void cancel(const QString &keyStoreId);
@@ -85,6 +95,11 @@ Q_SIGNALS:
 /// `TokenBackend::findPrivateKey`. Null when there is none or no token provider is loaded.
 TRIVEX_QCA_EXPORT QCA::PrivateKey findTokenKey(const QString &keyStoreId,
                                                const QCA::PublicKey &publicKey);
+
+/// The private key of this id (`TokenKeyFacts::id`) in store `keyStoreId`; null when it is not
+/// there, when its public half is not known, and when no token provider is loaded. Asks for
+/// nothing.
+TRIVEX_QCA_EXPORT QCA::PrivateKey tokenKeyOfId(const QString &keyStoreId, const QString &keyId);
 
 /// Publishes through `TokenMonitor::failed` that `key`, of a token or not, is of a kind that can't
 /// do what was asked of it. No token has been asked. Any thread.

@@ -106,6 +106,34 @@ bool PlainToken::writeCertificates(int count, const QByteArray &pin, int first)
     return isGood;
 }
 
+bool PlainToken::makeKeys(int count, const QByteArray &label, const QByteArray &pin)
+{
+    CK_MECHANISM mechanism = {CKM_EC_KEY_PAIR_GEN, nullptr, 0};
+    CK_BBOOL yes = CK_TRUE;
+    CK_BBOOL no = CK_FALSE;
+    QByteArray curve("\x06\x08\x2a\x86\x48\xce\x3d\x03\x01\x07", 10);
+    QByteArray name = label;
+    QByteArray id("\x42");
+    CK_ATTRIBUTE publicHalf[] = {{CKA_TOKEN, &yes, sizeof yes},
+                                 {CKA_ID, id.data(), CK_ULONG(id.size())},
+                                 {CKA_LABEL, name.data(), CK_ULONG(name.size())},
+                                 {CKA_EC_PARAMS, curve.data(), CK_ULONG(curve.size())}};
+    CK_ATTRIBUTE privateHalf[] = {{CKA_TOKEN, &yes, sizeof yes},
+                                  {CKA_PRIVATE, &yes, sizeof yes},
+                                  {CKA_SIGN, &yes, sizeof yes},
+                                  {CKA_DECRYPT, &no, sizeof no},
+                                  {CKA_ID, id.data(), CK_ULONG(id.size())},
+                                  {CKA_LABEL, name.data(), CK_ULONG(name.size())}};
+    bool isGood = isOpen() && logIn(pin);
+    for (int i = 0; isGood && i < count; ++i) {
+        CK_OBJECT_HANDLE halves[2] = {};
+        isGood = m_module->C_GenerateKeyPair(m_session, &mechanism, publicHalf, 4, privateHalf, 6,
+                                             &halves[0], &halves[1])
+            == CKR_OK;
+    }
+    return isGood;
+}
+
 int PlainToken::readCertificates()
 {
     CK_OBJECT_CLASS objectClass = CKO_CERTIFICATE;

@@ -23,6 +23,8 @@ public:
     /// Numbered from `first` on.
     bool writeCertificates(int count, const QByteArray &pin, int first = 0);
     bool writeCertificates(const QList<QByteArray> &certificates, const QByteArray &pin);
+    /// Pairs of keys on P-256, each with the same id and label.
+    bool makeKeys(int count, const QByteArray &label, const QByteArray &pin);
     /// Finds all certificates in one search, reads each in one call and decodes it; their number.
     int readCertificates();
 

@@ -21,6 +21,8 @@ public:
     ~QuickBackend() override { Trivex::setTokenBackend(nullptr); }
 
     QCA::PrivateKey findPrivateKey(const QString &, const QCA::PublicKey &) override { return {}; }
+    QCA::PrivateKey keyOfId(const QString &, const QString &) override { return {}; }
+    void takeLook(const QString &) override { }
     void cancelOperation(const QString &) override { }
 
     bool startChange(const QString &, const Trivex::StoreChange &,

@@ -43,6 +43,8 @@ public:
         return {};
     }
 
+    QCA::PrivateKey keyOfId(const QString &, const QString &) override { return {}; }
+    void takeLook(const QString &) override { }
     void cancelOperation(const QString &keyStoreId) override
     {
         ++cancelled;

@@ -110,6 +110,17 @@ void AttributeReader::read(const Session &session, CK_OBJECT_HANDLE object)
     }
 }
 
+/// The first attribute that the module marks as one that it can't tell; 0 where it marks none.
+size_t AttributeReader::firstTrouble(const std::vector<CK_ATTRIBUTE> &attributes,
+                                     const std::vector<Value> &values)
+{
+    for (size_t i = 0; i < attributes.size(); ++i) {
+        if (attributes[i].ulValueLen > values[i].buffer.size())
+            return i;
+    }
+    return 0;
+}
+
 /// All of them in one call. False when some have to be asked for again.
 bool AttributeReader::readAll(const Session &session, CK_OBJECT_HANDLE object)
 {
@@ -121,12 +132,13 @@ bool AttributeReader::readAll(const Session &session, CK_OBJECT_HANDLE object)
         session.handle(), object, attributes.data(), CK_ULONG(attributes.size()));
     if (result != CKR_OK && !isPartialResult(result))
         throw Error(result, "C_GetAttributeValue");
+    const size_t trouble = firstTrouble(attributes, m_values);
     bool isComplete = true;
     for (size_t i = 0; i < m_values.size(); ++i) {
         Value &value = m_values[i];
         const CK_ULONG length = attributes[i].ulValueLen;
         // A module that stops at the first trouble leaves the rest as it was: a full buffer.
-        const bool isUntouched = result != CKR_OK && length == value.buffer.size();
+        const bool isUntouched = result != CKR_OK && i >= trouble && length == value.buffer.size();
         if (!value.accept(length) || isUntouched) {
             value.reject();
             isComplete = false;

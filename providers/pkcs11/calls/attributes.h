@@ -80,6 +80,8 @@ public:
 
 private:
     struct Value;
+    static size_t firstTrouble(const std::vector<CK_ATTRIBUTE> &attributes,
+                               const std::vector<Value> &values);
     bool readAll(const Session &session, CK_OBJECT_HANDLE object);
     void readAlone(const Session &session, CK_OBJECT_HANDLE object, Value &value);
 

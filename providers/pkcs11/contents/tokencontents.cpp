@@ -3,6 +3,7 @@
 #include "providers/pkcs11/contents/tokencontents.h"
 
 #include "providers/pkcs11/contents/gostkeys.h"
+#include "providers/pkcs11/contents/keyfacts.h"
 #include "qca/base/bounds.h"
 #include "qca/keys/gostpublickey.h"
 #include "qca/keys/publickeyfields.h"
@@ -12,6 +13,8 @@
 #include <QCryptographicHash>
 #include <QHash>
 #include <QSet>
+
+#include <algorithm>
 
 namespace Trivex {
 
@@ -332,6 +335,7 @@ TokenContentsPtr assembleContents(const TokenObjects &objects, const QString &st
         contents->entries.push_back(std::move(entry));
     }
     contents->keysHidden = objects.privateKeysHidden;
+    contents->keyFacts = describeKeys(keys.keys(), contents->entries, store);
     contents->keys.assign(keys.keys().begin(), keys.keys().end());
     return contents;
 }
@@ -359,6 +363,22 @@ TokenEntryPtr TokenContents::entryOf(const QByteArray &der) const
             return one;
     }
     return nullptr;
+}
+
+TokenKeyPtr TokenContents::keyOfId(const QString &keyId) const
+{
+    const auto found = std::find_if(keys.begin(), keys.end(),
+                                    [&](const TokenKeyPtr &key) { return key->keyId == keyId; });
+    return found == keys.end() ? nullptr : *found;
+}
+
+TokenKeyPtr TokenContents::bareKeyOfId(const QString &keyId) const
+{
+    const bool isBare =
+        std::any_of(keyFacts.begin(), keyFacts.end(), [&](const TokenKeyFacts &facts) {
+            return facts.id == keyId && facts.isBare();
+        });
+    return isBare ? keyOfId(keyId) : nullptr;
 }
 
 TokenKeyPtr TokenContents::keyFor(const QByteArray &publicInfo) const

@@ -2,56 +2,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "providers/pkcs11/contents/certificateparts.h"
-
-#include <QString>
-
-#include <p11-kit/pkcs11.h>
-
-#include <memory>
-#include <vector>
+#include "providers/pkcs11/contents/tokenentry.h"
 
 namespace Trivex {
-
-/// A certificate on a token. The bytes as they are; decoding is left to whoever shows it.
-struct TokenCertificate {
-    QByteArray der;
-    QByteArray id; ///< CKA_ID
-    QString label;
-    CertificateParts parts;
-    /// More than one when the token holds the same certificate twice.
-    std::vector<CK_OBJECT_HANDLE> objects;
-};
-using TokenCertificatePtr = std::shared_ptr<const TokenCertificate>;
-
-/// A key pair on a token, as far as it can be seen: private objects hide before login.
-struct TokenKey {
-    CK_KEY_TYPE type = CKK_RSA;
-    QByteArray id; ///< CKA_ID
-    QString label;
-    QByteArray publicInfo; ///< DER SubjectPublicKeyInfo; empty while it is not known
-    CK_OBJECT_HANDLE publicObject = CK_INVALID_HANDLE;
-    CK_OBJECT_HANDLE privateObject = CK_INVALID_HANDLE;
-    /// Nothing of it was seen: its certificate may have a key, which only a login can show.
-    bool isPresumed = false;
-};
-using TokenKeyPtr = std::shared_ptr<const TokenKey>;
-
-/// What a key store shows: a certificate, with its private key when `key` is set.
-struct TokenEntry {
-    QString id;
-    TokenCertificatePtr certificate;
-    TokenKeyPtr key;
-    /// The issuers, as far as the token has them; without the certificate itself.
-    std::vector<TokenCertificatePtr> issuers;
-};
-using TokenEntryPtr = std::shared_ptr<const TokenEntry>;
 
 /// All that was read from a token; never changes once it is shared.
 struct TokenContents {
     std::vector<TokenEntryPtr> entries;
     /// Every usable key, with or without a certificate.
     std::vector<TokenKeyPtr> keys;
+    /// The same for those who show them.
+    QVector<TokenKeyFacts> keyFacts;
     /// A login may show more of them.
     bool keysHidden = false;
     /// Some entries have keys that are presumed only.
@@ -61,6 +22,9 @@ struct TokenContents {
     /// The entry of the certificate with these bytes.
     TokenEntryPtr entryOf(const QByteArray &der) const;
     TokenKeyPtr keyFor(const QByteArray &publicInfo) const;
+    TokenKeyPtr keyOfId(const QString &keyId) const;
+    /// Null for a key with a certificate, too.
+    TokenKeyPtr bareKeyOfId(const QString &keyId) const;
 };
 using TokenContentsPtr = std::shared_ptr<const TokenContents>;
 

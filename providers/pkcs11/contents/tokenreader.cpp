@@ -41,9 +41,45 @@ bool isX509(const Session &session, CK_OBJECT_HANDLE object)
     return reader.readIfThere(session, object) && reader.number(0, CKC_X_509) == CKC_X_509;
 }
 
-AttributeReader keyReader()
+/// Room for more than a flag: a full buffer counts as one that the module did not touch, when the
+/// object lacks an attribute before this one.
+constexpr size_t FlagRoom = 2 * sizeof(CK_BBOOL);
+constexpr size_t FirstUse = 4;
+
+struct UseAttribute {
+    CK_ATTRIBUTE_TYPE type;
+    TokenKeyFacts::Use use;
+};
+
+/// In the order in which the reader has them.
+constexpr UseAttribute UseAttributes[] = {{CKA_SIGN, TokenKeyFacts::Signs},
+                                          {CKA_DECRYPT, TokenKeyFacts::Decrypts},
+                                          {CKA_DERIVE, TokenKeyFacts::Derives},
+                                          {CKA_UNWRAP, TokenKeyFacts::Unwraps}};
+
+/// The uses are those of a private half.
+AttributeReader keyReader(CK_OBJECT_HANDLE TokenKey::*half)
 {
-    return AttributeReader({{CKA_KEY_TYPE, sizeof(CK_KEY_TYPE)}, {CKA_ID, 256}, {CKA_LABEL, 1024}});
+    // Exactly: some modules take a larger buffer for bytes in another order.
+    const AttributeReader::Attribute type = {CKA_KEY_TYPE, sizeof(CK_KEY_TYPE)};
+    if (half == &TokenKey::publicObject)
+        return AttributeReader({type, {CKA_ID, 256}, {CKA_LABEL, 1024}, {CKA_LOCAL, FlagRoom}});
+    return AttributeReader({type,
+                            {CKA_ID, 256},
+                            {CKA_LABEL, 1024},
+                            {CKA_LOCAL, FlagRoom},
+                            {CKA_SIGN, FlagRoom},
+                            {CKA_DECRYPT, FlagRoom},
+                            {CKA_DERIVE, FlagRoom},
+                            {CKA_UNWRAP, FlagRoom}});
+}
+
+TokenKeyFacts::Origin originIn(const AttributeReader &reader)
+{
+    constexpr size_t Local = 3;
+    if (reader.flag(Local, false))
+        return TokenKeyFacts::MadeHere;
+    return reader.flag(Local, true) ? TokenKeyFacts::OriginUnknown : TokenKeyFacts::BroughtHere;
 }
 
 TokenKey keyFrom(const AttributeReader &reader, const Session &session, CK_OBJECT_HANDLE object,
@@ -53,6 +89,13 @@ TokenKey keyFrom(const AttributeReader &reader, const Session &session, CK_OBJEC
     key.type = reader.number(0, CKK_VENDOR_DEFINED);
     key.id = reader.value(1);
     key.label = tokenText(reader.value(2));
+    key.origin = originIn(reader);
+    if (half == &TokenKey::privateObject) {
+        for (size_t i = 0; i < std::size(UseAttributes); ++i) {
+            if (reader.flag(FirstUse + i, false))
+                key.uses |= UseAttributes[i].use;
+        }
+    }
     key.publicInfo = publicInfoOf(session, object, key.type);
     key.*half = object;
     return key;
@@ -61,7 +104,7 @@ TokenKey keyFrom(const AttributeReader &reader, const Session &session, CK_OBJEC
 std::vector<TokenKey> readKeys(const Session &session, CK_OBJECT_CLASS objectClass,
                                CK_OBJECT_HANDLE TokenKey::*half)
 {
-    AttributeReader reader = keyReader();
+    AttributeReader reader = keyReader(half);
     std::vector<TokenKey> keys;
     for (const CK_OBJECT_HANDLE object : Pkcs11::findObjects(session, objectClass)) {
         if (reader.readIfThere(session, object))
@@ -144,7 +187,7 @@ std::vector<TokenCertificate> readCertificates(const Session &session, Certifica
 
 TokenKey readKey(const Session &session, CK_OBJECT_HANDLE object, CK_OBJECT_HANDLE TokenKey::*half)
 {
-    AttributeReader reader = keyReader();
+    AttributeReader reader = keyReader(half);
     reader.read(session, object);
     return keyFrom(reader, session, object, half);
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/contexts/providerbackend.h"
 
+#include "providers/pkcs11/contents/tokenlook.h"
 #include "providers/pkcs11/contexts/tokenentrycontext.h"
 #include "providers/pkcs11/operations/storechanges.h"
 #include "qca/keys/keys.h"
@@ -24,17 +25,44 @@ void ProviderBackend::setProvider(QCA::Provider *provider)
 QCA::PrivateKey ProviderBackend::findPrivateKey(const QString &keyStoreId,
                                                 const QCA::PublicKey &publicKey)
 {
-    QCA::PrivateKey result;
     const QByteArray publicInfo = encodedPublicKey(publicKey);
-    QCA::Provider *provider = m_provider;
-    if (!provider || publicInfo.isEmpty())
-        return result;
+    if (!m_provider || publicInfo.isEmpty())
+        return {};
     TokenKeyPtr key = keyIn(keyStoreId, publicInfo);
     if (!key && logIn(keyStoreId))
         key = keyIn(keyStoreId, publicInfo);
-    if (QCA::PKeyBase *context = makeTokenKey(provider, m_tokens, keyStoreId, key))
+    return privateKeyOf(keyStoreId, key);
+}
+
+QCA::PrivateKey ProviderBackend::keyOfId(const QString &keyStoreId, const QString &keyId)
+{
+    const auto found = m_tokens.store(keyStoreId);
+    return privateKeyOf(keyStoreId, found ? found->contents->keyOfId(keyId) : nullptr);
+}
+
+QCA::PrivateKey ProviderBackend::privateKeyOf(const QString &keyStoreId,
+                                              const TokenKeyPtr &key) const
+{
+    QCA::PrivateKey result;
+    QCA::Provider *provider = m_provider;
+    QCA::PKeyBase *context = provider ? makeTokenKey(provider, m_tokens, keyStoreId, key) : nullptr;
+    if (context)
         result.change(new PKeyContainer(provider, context));
     return result;
+}
+
+void ProviderBackend::takeLook(const QString &keyStoreId)
+{
+    const auto look = std::make_shared<TokenLook>();
+    m_tokens.post(
+        Operation::unattended(Purpose::Look, keyStoreId),
+        [look](TokenConnection &connection, Operation &) {
+            *look = lookAt(connection.open(Pkcs11::Session::ReadOnly), connection.slot());
+        },
+        [look, keyStoreId](const TokenError &error) {
+            if (error.kind == TokenError::NoError)
+                publishTokenLook(keyStoreId, *look);
+        });
 }
 
 void ProviderBackend::cancelOperation(const QString &keyStoreId)

@@ -19,11 +19,14 @@ public:
 
     QCA::PrivateKey findPrivateKey(const QString &keyStoreId,
                                    const QCA::PublicKey &publicKey) override;
+    QCA::PrivateKey keyOfId(const QString &keyStoreId, const QString &keyId) override;
+    void takeLook(const QString &keyStoreId) override;
     void cancelOperation(const QString &keyStoreId) override;
     bool startChange(const QString &keyStoreId, const StoreChange &change,
                      StoreChangeDone done) override;
 
 private:
+    QCA::PrivateKey privateKeyOf(const QString &keyStoreId, const TokenKeyPtr &key) const;
     TokenKeyPtr keyIn(const QString &keyStoreId, const QByteArray &publicInfo) const;
     /// Logs in when the token wants it. True when the token may show more keys now.
     bool logIn(const QString &keyStoreId) const;

@@ -58,6 +58,7 @@ public:
         : connection(std::move(connection))
         , purpose(operation.purpose())
         , isUnattended(operation.isUnattended())
+        , isQuiet(isUnattended && purpose == Purpose::Look)
         , cancellation(operation.cancellation())
         , operation(std::move(operation))
         , work(std::move(work))
@@ -94,7 +95,7 @@ public:
         }
         if (!then)
             return;
-        if (error.kind != TokenError::NoError)
+        if (error.kind != TokenError::NoError && !isQuiet)
             publishTokenError(error);
         then(error);
     }
@@ -107,6 +108,7 @@ public:
     const std::shared_ptr<TokenConnection> connection;
     const Purpose purpose;
     const bool isUnattended;
+    const bool isQuiet; ///< nobody misses what a look would have found
     const CancellationPtr cancellation;
     // Used by who has claimed the task.
     Operation operation;

@@ -37,6 +37,7 @@ public:
     const TokenIdentity &identity() const { return m_identity; }
     const QCA::KeyStoreInfo &store() const { return m_store; }
     const Pkcs11::Module &module() const { return *m_module; }
+    CK_SLOT_ID slot() const { return m_slot; }
 
     /// A session which shares the login of the anchor, that is opened anew when it has died. Throws
     /// as `checkLogin` does.

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/life/tokentable.h"
 
+#include "providers/pkcs11/contents/tokenlook.h"
 #include "qca/questions/waiter.h"
 #include "qca/tokens/tokenregistry.h"
 
@@ -34,6 +35,18 @@ struct TokenTable::Record {
     TokenPtr token;
     bool isRead = false;
 };
+
+namespace {
+
+void noteContents(const TokenContents &contents, TokenStatus *status)
+{
+    status->keysPresumed = contents.keysPresumed;
+    status->keysHidden = contents.keysHidden;
+    status->certificates = int(contents.entries.size());
+    status->keyFacts = contents.keyFacts;
+}
+
+} // namespace
 
 TokenTable::TokenTable(FirstScan &scan)
     : m_scan(scan)
@@ -222,13 +235,18 @@ TokenPtr TokenTable::attach(const Pkcs11::ModulePtr &module, CK_SLOT_ID slot,
         made.store.present = true;
         made.store.readOnly = flags.readOnly || choice == CertificateChoice::Trusted;
         made.isRead = false;
-        made.status = {store.storeId, store.name, identity.manufacturer, identity.model,
-                       identity.serial};
+        made.status = {};
+        made.status.keyStoreId = store.storeId;
+        made.status.name = store.name;
+        made.status.manufacturer = identity.manufacturer;
+        made.status.model = identity.model;
+        made.status.serial = identity.serial;
         made.status.present = true;
         made.status.loading = true;
         made.status.readOnly = made.store.readOnly;
         made.status.hasPinPad = flags.hasPinPad;
         made.status.pinState = flags.pinState;
+        made.status.facts = factsOf(info);
         status = NumberedStatus(made.status);
         lifetime = m_loginLifetime;
     }
@@ -252,6 +270,7 @@ void TokenTable::detach(const TokenPtr &token)
             found->store.contents = std::make_shared<TokenContents>();
             TokenStatus &current = found->status;
             current.present = current.busy = current.loading = false;
+            noteContents(*found->store.contents, &current);
             status = NumberedStatus(current);
             id = found->store.id;
         }
@@ -286,7 +305,7 @@ void TokenTable::publishContents(const TokenConnection &source)
     publish(source, [&](Record &found) {
         found.store.contents = source.contents();
         found.status.loading = false;
-        found.status.keysPresumed = found.store.contents->keysPresumed;
+        noteContents(*found.store.contents, &found.status);
         found.isRead = true;
         id = found.store.id;
     });
@@ -317,6 +336,7 @@ void TokenTable::publishIdle(const TokenConnection &source)
 void TokenTable::publishFlags(const TokenPtr &token, const CK_TOKEN_INFO &info)
 {
     const TokenFlags flags = flagsOf(info);
+    const TokenFacts facts = factsOf(info);
     NumberedStatus status;
     bool readAgain = false;
     {
@@ -330,11 +350,12 @@ void TokenTable::publishFlags(const TokenPtr &token, const CK_TOKEN_INFO &info)
         // A trust module's store stays read-only, whatever its token says.
         const bool readOnly = flags.readOnly || found->store.type == QCA::KeyStore::System;
         const bool isSame = current.pinState == flags.pinState && current.readOnly == readOnly
-            && current.hasPinPad == flags.hasPinPad && !readAgain;
+            && current.hasPinPad == flags.hasPinPad && current.facts == facts && !readAgain;
         if (isSame)
             return;
         current.pinState = flags.pinState;
         current.hasPinPad = flags.hasPinPad;
+        current.facts = facts;
         current.readOnly = found->store.readOnly = readOnly;
         current.loading = readAgain;
         status = NumberedStatus(current);

@@ -96,20 +96,24 @@ void putPublicKeyBack(Writing &writing, const TokenKey &key)
 }
 
 /// By the login that the removal had, or a new one: what hides without would be put back twice.
-void putBack(TokenConnection &connection, Operation &operation, const TokenEntry &entry,
-             bool withKey) noexcept
+template <class PutBack>
+void undo(TokenConnection &connection, Operation &operation, const PutBack &putBack) noexcept
 {
     try {
         Writing writing(connection, operation, connection.openToUndo(operation));
         const TokenConnection::Scope toItsEnd(connection, nullptr);
-        putCertificateBack(writing, *entry.certificate);
-        if (withKey)
-            putPublicKeyBack(writing, *entry.key);
+        putBack(writing);
         writing.keep();
         connection.read();
     } catch (const Error &) {
         // The removal's own failure is what is reported.
     }
+}
+
+void removePair(TokenConnection &connection, const Session &session, const TokenKey &key)
+{
+    destroy(connection, session, key.publicObject);
+    destroy(connection, session, key.privateObject);
 }
 
 void removeObjects(TokenConnection &connection, const TokenEntry &entry, bool withKey)
@@ -119,10 +123,20 @@ void removeObjects(TokenConnection &connection, const TokenEntry &entry, bool wi
     connection.checkCancelled();
     for (const CK_OBJECT_HANDLE object : entry.certificate->objects)
         destroy(connection, session, object);
-    if (withKey) {
-        destroy(connection, session, entry.key->publicObject);
-        destroy(connection, session, entry.key->privateObject);
-    }
+    if (withKey)
+        removePair(connection, session, *entry.key);
+}
+
+/// The key as the token has it now: whoever has written its certificate meanwhile keeps it.
+TokenKeyPtr currentKey(TokenConnection &connection, const QString &keyId)
+{
+    connection.read();
+    TokenKeyPtr key = connection.contents()->bareKeyOfId(keyId);
+    if (!key)
+        throw Error(TokenError::NotFound);
+    if (key->privateObject == CK_INVALID_HANDLE || !connection.keysHold())
+        throw Error(TokenError::NotLoggedIn);
+    return key;
 }
 
 } // namespace
@@ -140,12 +154,35 @@ void removeEntry(TokenConnection &connection, Operation &operation, const QStrin
     try {
         removeObjects(connection, *entry, withKey);
     } catch (const Error &) {
-        putBack(connection, operation, *entry, withKey);
+        undo(connection, operation, [&](Writing &writing) {
+            putCertificateBack(writing, *entry->certificate);
+            if (withKey)
+                putPublicKeyBack(writing, *entry->key);
+        });
         throw;
     }
     connection.noteRemoved(*entry->certificate);
     if (withKey)
         connection.noteRemoved(*entry->key);
+}
+
+void removeKey(TokenConnection &connection, Operation &operation, const QString &keyId)
+{
+    if (!connection.contents()->bareKeyOfId(keyId))
+        throw Error(TokenError::NotFound);
+    connection.checkWritable();
+    connection.login(operation, TokenConnection::LoginFor::PrivateKeys);
+    const TokenKeyPtr key = currentKey(connection, keyId);
+    try {
+        const Session session = connection.open(Session::ReadWrite);
+        // Not between the halves: what is half gone has to be put back.
+        connection.checkCancelled();
+        removePair(connection, session, *key);
+    } catch (const Error &) {
+        undo(connection, operation, [&](Writing &writing) { putPublicKeyBack(writing, *key); });
+        throw;
+    }
+    connection.noteRemoved(*key);
 }
 
 } // namespace Trivex

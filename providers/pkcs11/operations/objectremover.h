@@ -10,8 +10,13 @@ namespace Trivex {
 /// certificate uses the same key. Throws `Pkcs11::Error`; nothing has changed then. On the token's
 /// thread.
 ///
-/// The certificate is removed first, so that an interrupted removal leaves a key that no list
-/// shows. The private key is removed last, because it can't be restored.
+/// The certificate is removed first, so that an interrupted removal leaves a key without one, which
+/// lists show as such. The private key is removed last, because it can't be restored.
 void removeEntry(TokenConnection &connection, Operation &operation, const QString &entryId);
+
+/// Removes both halves of the key `keyId`, which has no certificate on the token: one that has got
+/// its certificate meanwhile stays, and is not found. Throws `Pkcs11::Error`; nothing has changed
+/// then, and the public half is back where it has to be. On the token's thread.
+void removeKey(TokenConnection &connection, Operation &operation, const QString &keyId);
 
 } // namespace Trivex

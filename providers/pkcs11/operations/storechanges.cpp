@@ -41,7 +41,17 @@ BundleToWrite bundleFrom(const QCA::KeyBundle &bundle)
 
 Purpose purposeOf(const StoreChange &change)
 {
-    return change.kind == StoreChange::RemoveEntry ? Purpose::Remove : Purpose::Write;
+    switch (change.kind) {
+    case StoreChange::RemoveEntry:
+    case StoreChange::RemoveKey:
+        return Purpose::Remove;
+    case StoreChange::ShowKeys:
+        return Purpose::Look;
+    case StoreChange::WriteCertificate:
+    case StoreChange::WriteBundle:
+        break;
+    }
+    return Purpose::Write;
 }
 
 /// The work of the change, for the token's thread. It puts the id of what was written into
@@ -51,6 +61,16 @@ Token::Work workOf(const StoreChange &change, const std::shared_ptr<QString> &wr
     if (change.kind == StoreChange::RemoveEntry) {
         return [entryId = change.entryId](TokenConnection &connection, Operation &operation) {
             removeEntry(connection, operation, entryId);
+        };
+    }
+    if (change.kind == StoreChange::RemoveKey) {
+        return [keyId = change.entryId](TokenConnection &connection, Operation &operation) {
+            removeKey(connection, operation, keyId);
+        };
+    }
+    if (change.kind == StoreChange::ShowKeys) {
+        return [](TokenConnection &connection, Operation &operation) {
+            connection.login(operation, TokenConnection::LoginFor::PrivateKeys);
         };
     }
     if (change.kind == StoreChange::WriteBundle) {

@@ -1,0 +1,151 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/contents/tokenlook.h"
+
+#include "providers/pkcs11/calls/error.h"
+#include "providers/pkcs11/contents/gostkeys.h"
+#include "providers/pkcs11/contents/objectsearch.h"
+#include "providers/pkcs11/contents/tokentext.h"
+#include "qca/base/plaintext.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace Trivex {
+
+using Pkcs11::Session;
+
+namespace {
+
+/// No token knows more mechanisms; a module that says so is not believed.
+constexpr CK_ULONG MostMechanisms = 4096;
+
+/// PKCS#11 2.40, 3.2: a byte for each part.
+QString versionText(const CK_VERSION &version)
+{
+    return version.major == 0 && version.minor == 0
+        ? QString()
+        : QStringLiteral("%1.%2").arg(int(version.major)).arg(int(version.minor));
+}
+
+/// -1 where the token does not tell. That is all bits, some write those of a smaller number.
+qint64 spaceIn(CK_ULONG value)
+{
+    constexpr CK_ULONG UnavailableIn32Bits = 0xFFFFFFFF;
+    return value == CK_UNAVAILABLE_INFORMATION || value == UnavailableIn32Bits
+            || value > CK_ULONG(std::numeric_limits<qint64>::max())
+        ? -1
+        : qint64(value);
+}
+
+/// Public and private objects share one space on most tokens, and then both numbers are the same.
+qint64 spaceOf(CK_ULONG publicSpace, CK_ULONG privateSpace)
+{
+    return std::max(spaceIn(publicSpace), spaceIn(privateSpace));
+}
+
+struct Known {
+    CK_MECHANISM_TYPE mechanism;
+    TokenAbility::Kind kind;
+    bool TokenAbility::*does;
+};
+
+constexpr Known KnownMechanisms[] = {
+    {CKM_RSA_PKCS_KEY_PAIR_GEN, TokenAbility::Rsa, &TokenAbility::makes},
+    {CKM_RSA_X9_31_KEY_PAIR_GEN, TokenAbility::Rsa, &TokenAbility::makes},
+    {CKM_RSA_PKCS, TokenAbility::Rsa, &TokenAbility::signs},
+    {CKM_SHA256_RSA_PKCS, TokenAbility::Rsa, &TokenAbility::signs},
+    {CKM_EC_KEY_PAIR_GEN, TokenAbility::EllipticCurve, &TokenAbility::makes},
+    {CKM_ECDSA, TokenAbility::EllipticCurve, &TokenAbility::signs},
+    {CKM_EC_EDWARDS_KEY_PAIR_GEN, TokenAbility::Edwards, &TokenAbility::makes},
+    {CKM_EDDSA, TokenAbility::Edwards, &TokenAbility::signs},
+    {CKM_GOSTR3410_KEY_PAIR_GEN, TokenAbility::Gost, &TokenAbility::makes},
+    {CKM_GOSTR3410, TokenAbility::Gost, &TokenAbility::signs},
+    {MechanismGost512Generate, TokenAbility::Gost, &TokenAbility::makes},
+    {MechanismGost512Sign, TokenAbility::Gost, &TokenAbility::signs},
+};
+
+std::vector<CK_MECHANISM_TYPE> mechanismsOf(const Session &session, CK_SLOT_ID slot)
+{
+    CK_ULONG count = 0;
+    Pkcs11::check(session.module()->C_GetMechanismList(slot, nullptr, &count),
+                  "C_GetMechanismList");
+    std::vector<CK_MECHANISM_TYPE> all(std::min(count, MostMechanisms));
+    count = CK_ULONG(all.size());
+    Pkcs11::check(session.module()->C_GetMechanismList(slot, all.data(), &count),
+                  "C_GetMechanismList");
+    all.resize(std::min(size_t(count), all.size()));
+    return all;
+}
+
+TokenAbility &abilityOf(QVector<TokenAbility> &all, TokenAbility::Kind kind)
+{
+    for (TokenAbility &one : all) {
+        if (one.kind == kind)
+            return one;
+    }
+    TokenAbility made;
+    made.kind = kind;
+    all.append(made);
+    return all.last();
+}
+
+/// Sizes of RSA keys are told in bytes by some tokens, which no key in use is short enough for.
+void noteSizes(const CK_MECHANISM_INFO &info, TokenAbility *ability)
+{
+    constexpr CK_ULONG ShortestInBits = 128;
+    constexpr CK_ULONG LongestInBits = 65536;
+    if (info.ulMaxKeySize == 0 || info.ulMaxKeySize > LongestInBits
+        || info.ulMinKeySize > info.ulMaxKeySize)
+        return;
+    const int unit =
+        ability->kind == TokenAbility::Rsa && info.ulMaxKeySize <= 4 * ShortestInBits ? 8 : 1;
+    ability->smallest = int(info.ulMinKeySize) * unit;
+    ability->largest = std::max(ability->largest, int(info.ulMaxKeySize) * unit);
+}
+
+void note(const Session &session, CK_SLOT_ID slot, const Known &known, QVector<TokenAbility> *all)
+{
+    CK_MECHANISM_INFO info = {};
+    if (session.module()->C_GetMechanismInfo(slot, known.mechanism, &info) != CKR_OK)
+        return;
+    TokenAbility &ability = abilityOf(*all, known.kind);
+    ability.*known.does = true;
+    if (known.mechanism == CKM_RSA_PKCS)
+        ability.decrypts = info.flags & CKF_DECRYPT;
+    if (known.kind != TokenAbility::Gost)
+        noteSizes(info, &ability);
+}
+
+} // namespace
+
+TokenFacts factsOf(const CK_TOKEN_INFO &info)
+{
+    TokenFacts facts;
+    facts.label = plainText(
+        tokenText(QByteArray(reinterpret_cast<const char *>(info.label), int(sizeof info.label))));
+    facts.firmware = versionText(info.firmwareVersion);
+    facts.hardware = versionText(info.hardwareVersion);
+    facts.totalSpace = spaceOf(info.ulTotalPublicMemory, info.ulTotalPrivateMemory);
+    facts.freeSpace = spaceOf(info.ulFreePublicMemory, info.ulFreePrivateMemory);
+    facts.needsLogin = info.flags & CKF_LOGIN_REQUIRED;
+    facts.hasUserPin = info.flags & CKF_USER_PIN_INITIALIZED;
+    return facts;
+}
+
+TokenLook lookAt(const Session &session, CK_SLOT_ID slot)
+{
+    TokenLook look;
+    const std::vector<CK_MECHANISM_TYPE> mechanisms = mechanismsOf(session, slot);
+    for (const Known &known : KnownMechanisms) {
+        if (std::find(mechanisms.begin(), mechanisms.end(), known.mechanism) != mechanisms.end())
+            note(session, slot, known, &look.abilities);
+    }
+    look.mechanisms = int(mechanisms.size());
+    look.secretKeys = int(Pkcs11::findObjects(session, CKO_SECRET_KEY).size());
+    look.dataObjects = int(Pkcs11::findObjects(session, CKO_DATA).size());
+    look.isTaken = true;
+    return look;
+}
+
+} // namespace Trivex
