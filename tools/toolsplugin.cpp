@@ -7,6 +7,8 @@
 #include "tools/certificatefile.h"
 #include "tools/certificateimport.h"
 #include "tools/checkdigits.h"
+#include "tools/documentsigner.h"
+#include "tools/documentverifier.h"
 #include "tools/entrymodel.h"
 #include "tools/files.h"
 #include "tools/filesaver.h"
@@ -61,6 +63,10 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
     qmlRegisterUncreatableType<FileItemModel>(uri, 1, 0, "FileItemModel",
                                               QStringLiteral("A CertificateFile has one"));
     qmlRegisterType<CertificateDetails>(uri, 1, 0, "CertificateDetails");
+    qmlRegisterType<DocumentSigner>(uri, 1, 0, "DocumentSigner");
+    qmlRegisterType<DocumentVerifier>(uri, 1, 0, "DocumentVerifier");
+    qmlRegisterUncreatableType<SignerList>(uri, 1, 0, "SignerList",
+                                           QStringLiteral("A DocumentVerifier has one"));
     qmlRegisterType<KeyRequest>(uri, 1, 0, "KeyRequest");
     qmlRegisterType<RequestWatcher>(uri, 1, 0, "RequestWatcher");
     registerHelper<Validity>(uri, "Validity");

@@ -513,13 +513,57 @@
         <source>It has been read again. See what it holds now, then sign or verify once more.</source>
         <translation>It has been read again. See what it holds now, then sign or verify once more.</translation>
     </message>
+    <message id="trivex-app-document-exists">
+        <source>There is a file of this name. Replace it, or choose another name.</source>
+        <translation>There is a file of this name. Replace it, or choose another name.</translation>
+    </message>
+    <message id="trivex-app-document-moved">
+        <source>The document was changed while it was being signed. See what it holds now, then sign once more.</source>
+        <translation>The document was changed while it was being signed. See what it holds now, then sign once more.</translation>
+    </message>
+    <message id="trivex-app-document-no-digest">
+        <source>This computer lacks the digest that belongs to this key. Install the GOST engine of OpenSSL, or choose another key.</source>
+        <translation>This computer lacks the digest that belongs to this key. Install the GOST engine of OpenSSL, or choose another key.</translation>
+    </message>
+    <message id="trivex-app-document-not-good">
+        <source>The key did not make a signature that fits its certificate. Nothing was written; choose another key.</source>
+        <translation>The key did not make a signature that fits its certificate. Nothing was written; choose another key.</translation>
+    </message>
+    <message id="trivex-app-document-not-read">
+        <source>The document could not be read. Check the file and try again.</source>
+        <translation>The document could not be read. Check the file and try again.</translation>
+    </message>
+    <message id="trivex-app-document-not-signed">
+        <source>The document was not signed. Check the token and try again.</source>
+        <translation>The document was not signed. Check the token and try again.</translation>
+    </message>
+    <message id="trivex-app-document-not-written">
+        <source>The signature could not be written. Choose another folder or check the disk.</source>
+        <translation>The signature could not be written. Choose another folder or check the disk.</translation>
+    </message>
     <message id="trivex-app-document-reread">
         <source>The document was changed and has been read again.</source>
         <translation>The document was changed and has been read again.</translation>
     </message>
+    <message id="trivex-app-document-saved">
+        <source>The document was saved.</source>
+        <translation>The document was saved.</translation>
+    </message>
+    <message id="trivex-app-document-stopped">
+        <source>Signing was stopped. Nothing was written; start again when you like.</source>
+        <translation>Signing was stopped. Nothing was written; start again when you like.</translation>
+    </message>
     <message id="trivex-app-document-type">
         <source>Files of this type can't be signed here. PDF, PNG, JPEG and plain text can.</source>
         <translation>Files of this type can't be signed here. PDF, PNG, JPEG and plain text can.</translation>
+    </message>
+    <message id="trivex-app-document-unsaved">
+        <source>The document was not saved.</source>
+        <translation>The document was not saved.</translation>
+    </message>
+    <message id="trivex-app-document-wrong-key">
+        <source>This key can't make such a signature. Choose another key.</source>
+        <translation>This key can't make such a signature. Choose another key.</translation>
     </message>
     <message id="trivex-app-drop-document">
         <source>Drop a document here: PDF, PNG, JPEG or plain text.</source>
@@ -881,6 +925,18 @@
     <message id="trivex-app-fingerprints">
         <source>Fingerprints</source>
         <translation>Fingerprints</translation>
+    </message>
+    <message id="trivex-app-form-attached">
+        <source>The same, with the document in it (CMS, .p7m)</source>
+        <translation>The same, with the document in it (CMS, .p7m)</translation>
+    </message>
+    <message id="trivex-app-form-detached">
+        <source>Signature that others can check (CMS, .p7s)</source>
+        <translation>Signature that others can check (CMS, .p7s)</translation>
+    </message>
+    <message id="trivex-app-form-raw">
+        <source>Bare RSA signature, for this program (.sig)</source>
+        <translation>Bare RSA signature, for this program (.sig)</translation>
     </message>
     <message id="trivex-app-format-der">
         <source>DER, binary</source>
@@ -1716,6 +1772,10 @@
         <source>Save</source>
         <translation>Save</translation>
     </message>
+    <message id="trivex-app-save-document">
+        <source>Save the document</source>
+        <translation>Save the document</translation>
+    </message>
     <message id="trivex-app-saved">
         <source>Saved.</source>
         <translation>Saved.</translation>
@@ -1788,6 +1848,10 @@
         <source>Signature file</source>
         <translation>Signature file</translation>
     </message>
+    <message id="trivex-app-signature-form">
+        <source>Kind of signature</source>
+        <translation>Kind of signature</translation>
+    </message>
     <message id="trivex-app-signature-group">
         <source>Signature</source>
         <translation>Signature</translation>
@@ -1819,6 +1883,114 @@
     <message id="trivex-app-signed">
         <source>The document is signed.</source>
         <translation>The document is signed.</translation>
+    </message>
+    <message id="trivex-app-signed-attached-hint">
+        <source>The document is in this file.</source>
+        <translation>The document is in this file.</translation>
+    </message>
+    <message id="trivex-app-signed-detached-hint">
+        <source>Send the document and this file together.</source>
+        <translation>Send the document and this file together.</translation>
+    </message>
+    <message id="trivex-app-signer-changed">
+        <source>The document is not the one that was signed.</source>
+        <translation>The document is not the one that was signed.</translation>
+    </message>
+    <message id="trivex-app-signer-changed-advice">
+        <source>It was changed after it was signed, or the signature belongs to another document.</source>
+        <translation>It was changed after it was signed, or the signature belongs to another document.</translation>
+    </message>
+    <message id="trivex-app-signer-damaged">
+        <source>The signature is wrong.</source>
+        <translation>The signature is wrong.</translation>
+    </message>
+    <message id="trivex-app-signer-damaged-advice">
+        <source>It was damaged or forged. Ask for it to be sent again.</source>
+        <translation>It was damaged or forged. Ask for it to be sent again.</translation>
+    </message>
+    <message id="trivex-app-signer-expired-since">
+        <source>The certificate has expired since. It was valid at the time that the signature states.</source>
+        <translation>The certificate has expired since. It was valid at the time that the signature states.</translation>
+    </message>
+    <message id="trivex-app-signer-faulty">
+        <source>The document is unchanged, but the certificate of this signature is not in order.</source>
+        <translation>The document is unchanged, but the certificate of this signature is not in order.</translation>
+    </message>
+    <message id="trivex-app-signer-good">
+        <source>The signature is good, and the document is unchanged.</source>
+        <translation>The signature is good, and the document is unchanged.</translation>
+    </message>
+    <message id="trivex-app-signer-issuer-only">
+        <source>Issuer of the certificate: %1</source>
+        <translation>Issuer of the certificate: %1</translation>
+    </message>
+    <message id="trivex-app-signer-missing">
+        <source>The certificate of this signature is missing.</source>
+        <translation>The certificate of this signature is missing.</translation>
+    </message>
+    <message id="trivex-app-signer-missing-advice">
+        <source>Ask for the certificate, import it and verify once more.</source>
+        <translation>Ask for the certificate, import it and verify once more.</translation>
+    </message>
+    <message id="trivex-app-signer-not-valid">
+        <source>The document is unchanged, but the certificate was not valid when it was signed.</source>
+        <translation>The document is unchanged, but the certificate was not valid when it was signed.</translation>
+    </message>
+    <message id="trivex-app-signer-not-valid-advice">
+        <source>Ask for it to be signed with a valid certificate.</source>
+        <translation>Ask for it to be signed with a valid certificate.</translation>
+    </message>
+    <message id="trivex-app-signer-revoked">
+        <source>The certificate of this signature was revoked.</source>
+        <translation>The certificate of this signature was revoked.</translation>
+    </message>
+    <message id="trivex-app-signer-revoked-advice">
+        <source>Do not rely on it. Ask for it to be signed with another certificate.</source>
+        <translation>Do not rely on it. Ask for it to be signed with another certificate.</translation>
+    </message>
+    <message id="trivex-app-signer-swapped">
+        <source>This is not the certificate of the signature.</source>
+        <translation>This is not the certificate of the signature.</translation>
+    </message>
+    <message id="trivex-app-signer-swapped-advice">
+        <source>The signature names another certificate. Ask for the document to be signed again.</source>
+        <translation>The signature names another certificate. Ask for the document to be signed again.</translation>
+    </message>
+    <message id="trivex-app-signer-unchecked">
+        <source>The signature waits for its document.</source>
+        <translation>The signature waits for its document.</translation>
+    </message>
+    <message id="trivex-app-signer-unchecked-advice">
+        <source>Choose the document that was signed.</source>
+        <translation>Choose the document that was signed.</translation>
+    </message>
+    <message id="trivex-app-signer-unknown">
+        <source>This computer does not know the algorithm of this signature.</source>
+        <translation>This computer does not know the algorithm of this signature.</translation>
+    </message>
+    <message id="trivex-app-signer-unknown-advice">
+        <source>Verify it on a computer that does, or ask for another signature.</source>
+        <translation>Verify it on a computer that does, or ask for another signature.</translation>
+    </message>
+    <message id="trivex-app-signer-untrusted">
+        <source>The document is unchanged. Whose signature it is can't be confirmed.</source>
+        <translation>The document is unchanged. Whose signature it is can't be confirmed.</translation>
+    </message>
+    <message id="trivex-app-signer-untrusted-advice">
+        <source>No path leads from the certificate to a root that this computer trusts. If you trust the issuer, import its root certificate and verify once more.</source>
+        <translation>No path leads from the certificate to a root that this computer trusts. If you trust the issuer, import its root certificate and verify once more.</translation>
+    </message>
+    <message id="trivex-app-signer-weak">
+        <source>It uses an outdated digest, with which documents can be forged.</source>
+        <translation>It uses an outdated digest, with which documents can be forged.</translation>
+    </message>
+    <message id="trivex-app-signer-when">
+        <source>Signed at %1, as the signature states.</source>
+        <translation>Signed at %1, as the signature states.</translation>
+    </message>
+    <message id="trivex-app-signer-who">
+        <source>%1, certificate issued by %2</source>
+        <translation>%1, certificate issued by %2</translation>
     </message>
     <message id="trivex-app-sort">
         <source>Sort</source>
@@ -2098,6 +2270,30 @@
     <message id="trivex-app-verify-action">
         <source>Verify</source>
         <translation>Verify</translation>
+    </message>
+    <message id="trivex-app-verify-failed">
+        <source>The signature was not verified.</source>
+        <translation>The signature was not verified.</translation>
+    </message>
+    <message id="trivex-app-verify-moved">
+        <source>A file was changed while it was being read. Verify once more.</source>
+        <translation>A file was changed while it was being read. Verify once more.</translation>
+    </message>
+    <message id="trivex-app-verify-no-document">
+        <source>The signature waits for its document. Choose the document that was signed.</source>
+        <translation>The signature waits for its document. Choose the document that was signed.</translation>
+    </message>
+    <message id="trivex-app-verify-no-message">
+        <source>This file is not a signature that can be read. Ask for it to be sent again.</source>
+        <translation>This file is not a signature that can be read. Ask for it to be sent again.</translation>
+    </message>
+    <message id="trivex-app-verify-not-written">
+        <source>The document could not be written. Choose another folder or check the disk.</source>
+        <translation>The document could not be written. Choose another folder or check the disk.</translation>
+    </message>
+    <message id="trivex-app-verify-stopped">
+        <source>Verifying was stopped. Start again when you like.</source>
+        <translation>Verifying was stopped. Start again when you like.</translation>
     </message>
     <message id="trivex-app-version">
         <source>Version</source>

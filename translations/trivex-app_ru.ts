@@ -517,13 +517,57 @@
         <source>It has been read again. See what it holds now, then sign or verify once more.</source>
         <translation>Он прочитан заново. Посмотрите, что в нём теперь, и повторите подпись или проверку.</translation>
     </message>
+    <message id="trivex-app-document-exists">
+        <source>There is a file of this name. Replace it, or choose another name.</source>
+        <translation>Файл с таким именем уже есть. Замените его или выберите другое имя.</translation>
+    </message>
+    <message id="trivex-app-document-moved">
+        <source>The document was changed while it was being signed. See what it holds now, then sign once more.</source>
+        <translation>Документ изменился, пока подписывался. Посмотрите, что в нём теперь, и подпишите ещё раз.</translation>
+    </message>
+    <message id="trivex-app-document-no-digest">
+        <source>This computer lacks the digest that belongs to this key. Install the GOST engine of OpenSSL, or choose another key.</source>
+        <translation>На этом компьютере нет хэш-функции, нужной для этого ключа. Установите модуль ГОСТ для OpenSSL или выберите другой ключ.</translation>
+    </message>
+    <message id="trivex-app-document-not-good">
+        <source>The key did not make a signature that fits its certificate. Nothing was written; choose another key.</source>
+        <translation>Подпись этого ключа не подходит к его сертификату. Ничего не записано, выберите другой ключ.</translation>
+    </message>
+    <message id="trivex-app-document-not-read">
+        <source>The document could not be read. Check the file and try again.</source>
+        <translation>Документ не удалось прочитать. Проверьте файл и повторите.</translation>
+    </message>
+    <message id="trivex-app-document-not-signed">
+        <source>The document was not signed. Check the token and try again.</source>
+        <translation>Документ не подписан. Проверьте токен и повторите.</translation>
+    </message>
+    <message id="trivex-app-document-not-written">
+        <source>The signature could not be written. Choose another folder or check the disk.</source>
+        <translation>Подпись не удалось записать. Выберите другую папку или проверьте диск.</translation>
+    </message>
     <message id="trivex-app-document-reread">
         <source>The document was changed and has been read again.</source>
         <translation>Документ изменился и прочитан заново.</translation>
     </message>
+    <message id="trivex-app-document-saved">
+        <source>The document was saved.</source>
+        <translation>Документ сохранён.</translation>
+    </message>
+    <message id="trivex-app-document-stopped">
+        <source>Signing was stopped. Nothing was written; start again when you like.</source>
+        <translation>Подписание остановлено, ничего не записано. Начните снова, когда захотите.</translation>
+    </message>
     <message id="trivex-app-document-type">
         <source>Files of this type can't be signed here. PDF, PNG, JPEG and plain text can.</source>
         <translation>Файлы этого типа здесь не подписываются. Подходят PDF, PNG, JPEG и обычный текст.</translation>
+    </message>
+    <message id="trivex-app-document-unsaved">
+        <source>The document was not saved.</source>
+        <translation>Документ не сохранён.</translation>
+    </message>
+    <message id="trivex-app-document-wrong-key">
+        <source>This key can't make such a signature. Choose another key.</source>
+        <translation>Этим ключом такую подпись не поставить. Выберите другой ключ.</translation>
     </message>
     <message id="trivex-app-drop-document">
         <source>Drop a document here: PDF, PNG, JPEG or plain text.</source>
@@ -888,6 +932,18 @@
     <message id="trivex-app-fingerprints">
         <source>Fingerprints</source>
         <translation>Отпечатки</translation>
+    </message>
+    <message id="trivex-app-form-attached">
+        <source>The same, with the document in it (CMS, .p7m)</source>
+        <translation>То же, вместе с документом (CMS, .p7m)</translation>
+    </message>
+    <message id="trivex-app-form-detached">
+        <source>Signature that others can check (CMS, .p7s)</source>
+        <translation>Подпись, которую проверит каждый (CMS, .p7s)</translation>
+    </message>
+    <message id="trivex-app-form-raw">
+        <source>Bare RSA signature, for this program (.sig)</source>
+        <translation>Простая подпись RSA для этой программы (.sig)</translation>
     </message>
     <message id="trivex-app-format-der">
         <source>DER, binary</source>
@@ -1729,6 +1785,10 @@
         <source>Save</source>
         <translation>Сохранить</translation>
     </message>
+    <message id="trivex-app-save-document">
+        <source>Save the document</source>
+        <translation>Сохранить документ</translation>
+    </message>
     <message id="trivex-app-saved">
         <source>Saved.</source>
         <translation>Сохранено.</translation>
@@ -1801,6 +1861,10 @@
         <source>Signature file</source>
         <translation>Файл подписи</translation>
     </message>
+    <message id="trivex-app-signature-form">
+        <source>Kind of signature</source>
+        <translation>Вид подписи</translation>
+    </message>
     <message id="trivex-app-signature-group">
         <source>Signature</source>
         <translation>Подпись</translation>
@@ -1832,6 +1896,114 @@
     <message id="trivex-app-signed">
         <source>The document is signed.</source>
         <translation>Документ подписан.</translation>
+    </message>
+    <message id="trivex-app-signed-attached-hint">
+        <source>The document is in this file.</source>
+        <translation>Документ находится в этом файле.</translation>
+    </message>
+    <message id="trivex-app-signed-detached-hint">
+        <source>Send the document and this file together.</source>
+        <translation>Отправляйте документ и этот файл вместе.</translation>
+    </message>
+    <message id="trivex-app-signer-changed">
+        <source>The document is not the one that was signed.</source>
+        <translation>Это не тот документ, который был подписан.</translation>
+    </message>
+    <message id="trivex-app-signer-changed-advice">
+        <source>It was changed after it was signed, or the signature belongs to another document.</source>
+        <translation>Его изменили после подписания, или подпись относится к другому документу.</translation>
+    </message>
+    <message id="trivex-app-signer-damaged">
+        <source>The signature is wrong.</source>
+        <translation>Подпись неверна.</translation>
+    </message>
+    <message id="trivex-app-signer-damaged-advice">
+        <source>It was damaged or forged. Ask for it to be sent again.</source>
+        <translation>Она повреждена или подделана. Попросите прислать её ещё раз.</translation>
+    </message>
+    <message id="trivex-app-signer-expired-since">
+        <source>The certificate has expired since. It was valid at the time that the signature states.</source>
+        <translation>Срок сертификата с тех пор истёк. Ко времени, указанному в подписи, он действовал.</translation>
+    </message>
+    <message id="trivex-app-signer-faulty">
+        <source>The document is unchanged, but the certificate of this signature is not in order.</source>
+        <translation>Документ не изменён, но сертификат этой подписи не в порядке.</translation>
+    </message>
+    <message id="trivex-app-signer-good">
+        <source>The signature is good, and the document is unchanged.</source>
+        <translation>Подпись верна, документ не изменён.</translation>
+    </message>
+    <message id="trivex-app-signer-issuer-only">
+        <source>Issuer of the certificate: %1</source>
+        <translation>Издатель сертификата: %1</translation>
+    </message>
+    <message id="trivex-app-signer-missing">
+        <source>The certificate of this signature is missing.</source>
+        <translation>Сертификата этой подписи нет.</translation>
+    </message>
+    <message id="trivex-app-signer-missing-advice">
+        <source>Ask for the certificate, import it and verify once more.</source>
+        <translation>Попросите прислать сертификат, импортируйте его и проверьте ещё раз.</translation>
+    </message>
+    <message id="trivex-app-signer-not-valid">
+        <source>The document is unchanged, but the certificate was not valid when it was signed.</source>
+        <translation>Документ не изменён, но сертификат при подписании не действовал.</translation>
+    </message>
+    <message id="trivex-app-signer-not-valid-advice">
+        <source>Ask for it to be signed with a valid certificate.</source>
+        <translation>Попросите подписать его с действующим сертификатом.</translation>
+    </message>
+    <message id="trivex-app-signer-revoked">
+        <source>The certificate of this signature was revoked.</source>
+        <translation>Сертификат этой подписи отозван.</translation>
+    </message>
+    <message id="trivex-app-signer-revoked-advice">
+        <source>Do not rely on it. Ask for it to be signed with another certificate.</source>
+        <translation>Не полагайтесь на неё. Попросите подписать документ с другим сертификатом.</translation>
+    </message>
+    <message id="trivex-app-signer-swapped">
+        <source>This is not the certificate of the signature.</source>
+        <translation>Сертификат не тот, которым подписан документ.</translation>
+    </message>
+    <message id="trivex-app-signer-swapped-advice">
+        <source>The signature names another certificate. Ask for the document to be signed again.</source>
+        <translation>В подписи указан другой сертификат. Попросите подписать документ ещё раз.</translation>
+    </message>
+    <message id="trivex-app-signer-unchecked">
+        <source>The signature waits for its document.</source>
+        <translation>К подписи нужен её документ.</translation>
+    </message>
+    <message id="trivex-app-signer-unchecked-advice">
+        <source>Choose the document that was signed.</source>
+        <translation>Выберите документ, который был подписан.</translation>
+    </message>
+    <message id="trivex-app-signer-unknown">
+        <source>This computer does not know the algorithm of this signature.</source>
+        <translation>Алгоритм этой подписи на этом компьютере неизвестен.</translation>
+    </message>
+    <message id="trivex-app-signer-unknown-advice">
+        <source>Verify it on a computer that does, or ask for another signature.</source>
+        <translation>Проверьте её на другом компьютере или попросите другую подпись.</translation>
+    </message>
+    <message id="trivex-app-signer-untrusted">
+        <source>The document is unchanged. Whose signature it is can't be confirmed.</source>
+        <translation>Документ не изменён. Чья это подпись, подтвердить нельзя.</translation>
+    </message>
+    <message id="trivex-app-signer-untrusted-advice">
+        <source>No path leads from the certificate to a root that this computer trusts. If you trust the issuer, import its root certificate and verify once more.</source>
+        <translation>От сертификата нет пути к корневому, которому доверяет этот компьютер. Если вы доверяете издателю, импортируйте его корневой сертификат и проверьте ещё раз.</translation>
+    </message>
+    <message id="trivex-app-signer-weak">
+        <source>It uses an outdated digest, with which documents can be forged.</source>
+        <translation>В ней устаревшая хэш-функция, с которой документ можно подделать.</translation>
+    </message>
+    <message id="trivex-app-signer-when">
+        <source>Signed at %1, as the signature states.</source>
+        <translation>Время в подписи: %1.</translation>
+    </message>
+    <message id="trivex-app-signer-who">
+        <source>%1, certificate issued by %2</source>
+        <translation>%1, сертификат выдан: %2</translation>
     </message>
     <message id="trivex-app-sort">
         <source>Sort</source>
@@ -2112,6 +2284,30 @@
     <message id="trivex-app-verify-action">
         <source>Verify</source>
         <translation>Проверить</translation>
+    </message>
+    <message id="trivex-app-verify-failed">
+        <source>The signature was not verified.</source>
+        <translation>Подпись не проверена.</translation>
+    </message>
+    <message id="trivex-app-verify-moved">
+        <source>A file was changed while it was being read. Verify once more.</source>
+        <translation>Файл изменился во время чтения. Проверьте ещё раз.</translation>
+    </message>
+    <message id="trivex-app-verify-no-document">
+        <source>The signature waits for its document. Choose the document that was signed.</source>
+        <translation>К подписи нужен её документ. Выберите документ, который был подписан.</translation>
+    </message>
+    <message id="trivex-app-verify-no-message">
+        <source>This file is not a signature that can be read. Ask for it to be sent again.</source>
+        <translation>В этом файле нет подписи, которую можно прочитать. Попросите прислать его ещё раз.</translation>
+    </message>
+    <message id="trivex-app-verify-not-written">
+        <source>The document could not be written. Choose another folder or check the disk.</source>
+        <translation>Документ не удалось записать. Выберите другую папку или проверьте диск.</translation>
+    </message>
+    <message id="trivex-app-verify-stopped">
+        <source>Verifying was stopped. Start again when you like.</source>
+        <translation>Проверка остановлена. Начните снова, когда захотите.</translation>
     </message>
     <message id="trivex-app-version">
         <source>Version</source>

@@ -25,7 +25,7 @@ FLOORS = {
     "qca/describe": ["qca/x509"],
     "qca/chains": ["qca/x509"],
     "qca/pkcs12": ["qca/x509"],
-    "qca/cms": ["qca/x509"],
+    "qca/cms": ["qca/chains"],
     "qca/questions": ["qca/base"],
     "qca/tokens": ["qca/keys", "qca/questions"],
     "qca/adapter": ["qca/pkcs12", "qca/cms", "qca/tokens"],

@@ -1,0 +1,87 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/cms/signertrust.h"
+
+#include "qca/chains/chaincheck.h"
+
+#include <algorithm>
+
+namespace Trivex {
+
+namespace {
+
+struct Weight {
+    ChainReason reason;
+    SignerTrust trust;
+};
+
+/// What leaves the trust as it is is not here, and every other reason breaks a rule.
+constexpr Weight Weights[] = {
+    {ChainReason::None, SignerTrust::Trusted},
+    {ChainReason::RevokedLater, SignerTrust::Trusted},
+    {ChainReason::ListExpired, SignerTrust::Trusted},
+    {ChainReason::ListNotYetValid, SignerTrust::Trusted},
+    {ChainReason::ListNotSigned, SignerTrust::Trusted},
+    {ChainReason::ListUnreadable, SignerTrust::Trusted},
+    {ChainReason::Expired, SignerTrust::NotValidThen},
+    {ChainReason::NotYetValid, SignerTrust::NotValidThen},
+    {ChainReason::IssuerMissing, SignerTrust::Unknown},
+    {ChainReason::IssuerDiffers, SignerTrust::Unknown},
+    {ChainReason::RootNotTrusted, SignerTrust::Unknown},
+    {ChainReason::SelfSigned, SignerTrust::Unknown},
+    {ChainReason::AlgorithmUnknown, SignerTrust::Unknown},
+    {ChainReason::Revoked, SignerTrust::Revoked},
+};
+
+/// From the best to the worst.
+constexpr SignerTrust ByGravity[] = {SignerTrust::Trusted, SignerTrust::NotValidThen,
+                                     SignerTrust::Unknown, SignerTrust::Faulty,
+                                     SignerTrust::Revoked};
+
+SignerTrust worseOf(SignerTrust a, SignerTrust b)
+{
+    const auto *const end = std::end(ByGravity);
+    const bool isWorse =
+        std::find(std::begin(ByGravity), end, a) > std::find(std::begin(ByGravity), end, b);
+    return isWorse ? a : b;
+}
+
+SignerTrust trustFor(ChainReason reason)
+{
+    const auto *found = std::find_if(std::begin(Weights), std::end(Weights),
+                                     [reason](const Weight &one) { return one.reason == reason; });
+    return found == std::end(Weights) ? SignerTrust::Faulty : found->trust;
+}
+
+SignerTrust trustOf(const ChainResult &result)
+{
+    SignerTrust trust = result.steps.isEmpty() ? SignerTrust::Faulty : SignerTrust::Trusted;
+    for (const ChainStep &step : result.steps) {
+        for (const ChainFinding &finding : step.findings)
+            trust = worseOf(trust, trustFor(finding.reason));
+    }
+    // Nothing may be called trusted that has no finding and no end, either.
+    if (trust == SignerTrust::Trusted && !result.steps.last().isAnchor)
+        return SignerTrust::Unknown;
+    return trust;
+}
+
+} // namespace
+
+SignerTrust trustIn(const SignerReport &signer, const CandidateIndex &known)
+{
+    ChainInput input = known.inputFor(signer.certificate);
+    const SignerTrust now = trustOf(checkChain(input));
+    if (!signer.time.isValid())
+        return now;
+    input.date = signer.time;
+    const SignerTrust then = trustOf(checkChain(input));
+    if (now == SignerTrust::NotValidThen && then == SignerTrust::Trusted)
+        return SignerTrust::ExpiredSince;
+    // Valid now, and by the signature's own word not when it was made.
+    if (now == SignerTrust::Trusted && then == SignerTrust::NotValidThen)
+        return then;
+    return now;
+}
+
+} // namespace Trivex
