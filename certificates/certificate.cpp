@@ -229,6 +229,11 @@ void Certificate::setFileName(const QString &fileName)
         m_fileName = fileName;
 }
 
+QByteArray Certificate::encoding() const
+{
+    return m_certificate.isNull() ? QByteArray() : m_certificate.toDER();
+}
+
 bool Certificate::exportToFile(const QString &directory)
 {
     if (m_certificate.isNull())

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "qca/base/encodedobject.h"
+
 #include <QDateTime>
 #include <QObject>
 #include <QtCrypto>
@@ -11,8 +13,9 @@
 /// Every value is computed from the certificate at each read. A null certificate gives empty
 /// texts, invalid dates and `false`. GUI thread only. The value getters are virtual so that a
 /// request without a certificate can answer the same properties.
-class Certificate : public QObject {
+class Certificate : public QObject, public Trivex::EncodedObject {
     Q_OBJECT
+    Q_INTERFACES(Trivex::EncodedObject)
     Q_PROPERTY(QString commonName READ commonName CONSTANT)
     /// Bytes of the serial number in hex, joined by colons; see `Trivex::hexText()`.
     Q_PROPERTY(QString serialNumber READ serialNumber CONSTANT)
@@ -158,6 +161,8 @@ public:
     /// Reads the PEM file `path`. Returns false and changes nothing when there is no such file, or
     /// when it holds no certificate or the current one. The key bundle stays as it was.
     bool loadFromFile(const QString &path);
+
+    QByteArray encoding() const override;
 
     /// As our own decoder reads it, whatever provider decoded the original.
     QCA::Certificate certificate() const { return m_certificate; }

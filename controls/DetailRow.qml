@@ -5,15 +5,25 @@ import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
 
-/// A label with its value. The value wraps, can be selected and copied by mouse and keyboard;
-/// `flag` says what is wrong with it.
+/// A label with its value. The value wraps, can be selected and copied by mouse, keyboard and menu:
+/// what is selected, or all of it where nothing is. `flag` says what is wrong with it.
 GridLayout {
     id: row
     property string label
     property string value
     property bool fixedWidth: false
     property string flag
+    signal copied()
     readonly property bool stacked: width < Theme.fontSize * 24
+    function copy(text) {
+        Desktop.copy(text)
+        copied()
+    }
+    function openMenu(x, y) {
+        const menu = menuOfValue.createObject(value, {
+            label: row.label, value: row.value, part: value.selectedText })
+        menu.popup(x, y, menu.itemAt(0))
+    }
     columns: stacked ? 1 : 2
     columnSpacing: Theme.unit * 1.5
     rowSpacing: 1
@@ -47,6 +57,23 @@ GridLayout {
         Accessible.role: Accessible.EditableText
         Accessible.readOnly: true
         Accessible.name: row.label ? row.label + ": " + row.value : row.value
+        Keys.onShortcutOverride: event.accepted = event.matches(StandardKey.Copy)
+        Keys.onPressed: {
+            if (event.matches(StandardKey.Copy)) {
+                row.copy(selectedText.length > 0 ? selectedText : row.value)
+                event.accepted = true
+            } else if (event.key === Qt.Key_Menu
+                       || (event.key === Qt.Key_F10 && event.modifiers & Qt.ShiftModifier)) {
+                row.openMenu(0, height)
+                event.accepted = true
+            }
+        }
+        MouseArea {
+            anchors.fill: parent
+            acceptedButtons: Qt.RightButton
+            cursorShape: Qt.IBeamCursor
+            onClicked: row.openMenu(mouse.x, mouse.y)
+        }
         Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
         Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
         onActiveFocusChanged: activeFocus ? cursorPosition = 0 : deselect()
@@ -58,6 +85,13 @@ GridLayout {
             border.width: Theme.focusWidth
             border.color: Theme.link
             visible: value.activeFocus
+        }
+    }
+    Component {
+        id: menuOfValue
+        DetailMenu {
+            onCopied: row.copy(text)
+            onClosed: destroy()
         }
     }
     Item {

@@ -5,12 +5,20 @@ import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
 
-/// The details of one certificate: a header with its actions and a card for each group.
+/// The details of one certificate: a header with its actions, and everything that is in it.
 /// `groups` is what `CertificateDetails` gives; made of plain maps in the gallery.
+///
+///     DetailsView {
+///         groups: rows.groups
+///         sections.hasEncoding: rows.hasEncoding
+///         sections.pem: function() { return rows.pem }
+///         sections.structure: function() { return rows.structure }
+///     }
 FormPage {
     id: view
-    property var groups: []
+    property alias groups: sections.groups
     property alias header: header
+    property alias sections: sections
     endSpace: Theme.unit * 3
     Accessible.name: qsTrId("trivex-app-details")
 
@@ -18,21 +26,8 @@ FormPage {
         id: header
         Layout.fillWidth: true
     }
-    Repeater {
-        model: view.groups
-        Card {
-            title: modelData.title ? modelData.title : qsTrId("trivex-app-general")
-            Layout.fillWidth: true
-            Repeater {
-                model: modelData.rows
-                DetailRow {
-                    label: modelData.label
-                    value: modelData.value
-                    fixedWidth: modelData.fixed === true
-                    flag: modelData.flag ? modelData.flag : ""
-                    Layout.fillWidth: true
-                }
-            }
-        }
+    DetailSections {
+        id: sections
+        Layout.fillWidth: true
     }
 }

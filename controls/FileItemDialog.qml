@@ -12,6 +12,7 @@ BaseDialog {
     property FileItemModel items
     property int row: -1
     property var groups: []
+    readonly property bool encoded: row >= 0 && items !== null && items.hasEncoding(row)
     signal copied()
 
     objectName: "itemDialog"
@@ -19,28 +20,21 @@ BaseDialog {
 
     function show(which) {
         row = which
+        sections.show(0)
         groups = items.details(which)
         title = items.value(which, FileItemModel.NameRole)
         open()
     }
     onClosed: groups = []
 
-    Repeater {
-        model: dialog.groups
-        Card {
-            title: modelData.title
-            padding: Theme.unit * 1.5
-            Layout.fillWidth: true
-            Repeater {
-                model: modelData.rows
-                DetailRow {
-                    label: modelData.label
-                    value: modelData.value
-                    fixedWidth: modelData.fixed === true
-                    Layout.fillWidth: true
-                }
-            }
-        }
+    DetailSections {
+        id: sections
+        groups: dialog.groups
+        hasEncoding: dialog.encoded
+        pem: function() { return dialog.items.pem(dialog.row) }
+        structure: function() { return dialog.items.structure(dialog.row) }
+        onCopied: dialog.copied()
+        Layout.fillWidth: true
     }
     footer: DialogButtons {
         Button {

@@ -3,6 +3,7 @@
 #include "controls/controlsplugin.h"
 
 #include "controls/desktop.h"
+#include "controls/detailspdf.h"
 #include "qca/base/catalogues.h"
 
 #include <QQmlEngine>
@@ -14,6 +15,7 @@ TrivexControlsPlugin::TrivexControlsPlugin(QObject *parent)
 
 void TrivexControlsPlugin::registerTypes(const char *uri)
 {
+    qmlRegisterType<Trivex::DetailsPdf>(uri, 1, 0, "DetailsPdf");
     qmlRegisterSingletonType<Trivex::Desktop>(
         uri, 1, 0, "Desktop",
         [](QQmlEngine *, QJSEngine *) -> QObject * { return new Trivex::Desktop; });

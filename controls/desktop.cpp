@@ -32,6 +32,11 @@ void Desktop::copy(const QString &text) const
     QGuiApplication::clipboard()->setText(text);
 }
 
+bool Desktop::openFile(const QString &path) const
+{
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+}
+
 bool Desktop::openFolder(const QString &path) const
 {
     const QFileInfo info(path);

@@ -20,6 +20,8 @@ public:
     bool hasWidgets() const;
 
     Q_INVOKABLE void copy(const QString &text) const;
+    /// Opens a file with the program that the desktop has for its kind.
+    Q_INVOKABLE bool openFile(const QString &path) const;
     /// Opens the folder in which `path` lies (or `path`, when it is one) in the file manager.
     Q_INVOKABLE bool openFolder(const QString &path) const;
 };

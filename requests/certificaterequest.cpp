@@ -364,6 +364,11 @@ void CertificateRequest::load(const QString &path)
     m_fileName = Trivex::requestFileName(info(Trivex::CommonNameInfo));
 }
 
+QByteArray CertificateRequest::encoding() const
+{
+    return m_request.isNull() ? QByteArray() : m_request.toDER();
+}
+
 bool CertificateRequest::exportToFile(const QString &directory)
 {
     // One that could not be saved has no file name yet.

@@ -107,6 +107,7 @@ public:
     void setKeyStoreModel(KeyStoreModel *model);
     void setPrKeyPin(const QString &pin);
 
+    QByteArray encoding() const override;
     QString requestFile() const override { return m_path; }
     QCA::CertificateInfo requestInfo() const override { return m_subjectInfo; }
     void setRequestInfo(const QCA::CertificateInfo &info) override { m_subjectInfo = info; }

@@ -3,84 +3,73 @@
 #include "tools/certificatedetails.h"
 
 #include "qca/base/certificaterows.h"
+#include "qca/base/encodedobject.h"
 #include "qca/base/plaintext.h"
 #include "qca/base/savedrequest.h"
-#include "tools/checkdigits.h"
+#include "qca/describe/structure.h"
 #include "tools/rows.h"
+#include "tools/shownvalues.h"
 #include "tools/texts.h"
 #include "tools/validity.h"
+
+#include <algorithm>
 
 namespace Trivex {
 
 namespace {
+
+/// Of a group that a description has none like.
+constexpr int NoTopic = -1;
 
 bool isFixed(CertificateRow row)
 {
     return row == CertificateRow::SerialNumber || row == CertificateRow::PublicKeyId;
 }
 
-QString flagOf(CertificateRow row, const QString &value)
+/// The rows whose values a description has too, with its names for them.
+struct RowId {
+    CertificateRow row;
+    const char *id;
+};
+
+constexpr RowId RowIds[] = {
+    {CertificateRow::SerialNumber, ShownId::SerialNumber},
+    {CertificateRow::SignatureAlgorithm, ShownId::SignatureAlgorithm},
+    {CertificateRow::SubjectName, "2.5.4.3"},
+    {CertificateRow::Organization, "2.5.4.10"},
+    {CertificateRow::Email, "1.2.840.113549.1.9.1"},
+    {CertificateRow::OrganizationalUnit, "2.5.4.11"},
+    {CertificateRow::CountryCode, "2.5.4.6"},
+    {CertificateRow::State, "2.5.4.8"},
+    {CertificateRow::Locality, "2.5.4.7"},
+    {CertificateRow::Address, "2.5.4.9"},
+    {CertificateRow::Inn, "1.2.643.3.131.1.1"},
+    {CertificateRow::Snils, "1.2.643.100.3"},
+    {CertificateRow::Ogrn, "1.2.643.100.1"},
+    {CertificateRow::Innle, "1.2.643.100.4"},
+    {CertificateRow::Ogrnip, "1.2.643.100.5"},
+    {CertificateRow::IdentificationKind, "1.2.643.100.114"},
+    {CertificateRow::ValidFrom, ShownId::ValidFrom},
+    {CertificateRow::ValidUntil, ShownId::ValidUntil},
+};
+
+QByteArray idOf(CertificateRow row)
 {
-    static const struct {
-        CertificateRow row;
-        CheckDigits::Kind kind;
-    } checked[] = {{CertificateRow::Inn, CheckDigits::Inn},
-                   {CertificateRow::Snils, CheckDigits::Snils},
-                   {CertificateRow::Ogrn, CheckDigits::Ogrn},
-                   {CertificateRow::Innle, CheckDigits::Innle},
-                   {CertificateRow::Ogrnip, CheckDigits::Ogrnip}};
-    for (const auto &entry : checked) {
-        if (entry.row == row)
-            return CheckDigits::explain(entry.kind, value);
-    }
-    return {};
+    const auto *const found = std::find_if(std::begin(RowIds), std::end(RowIds),
+                                           [row](const RowId &one) { return one.row == row; });
+    return found == std::end(RowIds) ? QByteArray() : QByteArray(found->id);
 }
 
-/// The model's texts for signature algorithms by their first and last words, with what people call
-/// the two parts.
-struct SignatureName {
-    const char *first;
-    const char *last;
-    const char *key;
-    const char *digest;
-};
-constexpr SignatureName SignatureNames[] = {
-    {"SHA1", "EMSA1", "DSA", "SHA-1"},
-    {"SHA1", "EMSA3", "RSA", "SHA-1"},
-    {"MD5", "EMSA3", "RSA", "MD5"},
-    {"MD2", "EMSA3", "RSA", "MD2"},
-    {"RIPEMD160", "EMSA3", "RSA", "RIPEMD-160"},
-    {"SHA224", "EMSA3", "RSA", "SHA-224"},
-    {"SHA256", "EMSA3", "RSA", "SHA-256"},
-    {"SHA384", "EMSA3", "RSA", "SHA-384"},
-    {"SHA512", "EMSA3", "RSA", "SHA-512"},
-    {"ECDSA", "SHA256", "ECDSA", "SHA-256"},
-    {"ECDSA", "SHA384", "ECDSA", "SHA-384"},
-    {"GOST R 34.11-94", "GOST R 34.10-2001", "GOST R 34.10-2001", "GOST R 34.11-94"},
-    {"GOST R 34.10-2012", "GOST R 34.11-2012 (256 bit)", "GOST R 34.10-2012",
-     "GOST R 34.11-2012 (256 bit)"},
-    {"GOST R 34.10-2012", "GOST R 34.11-2012 (512 bit)", "GOST R 34.10-2012",
-     "GOST R 34.11-2012 (512 bit)"},
-};
-
-/// In the user's language; what the model names in no known way stays.
-QString signatureName(const QString &text)
+/// What the rows of the section that begins with `row` are about.
+int topicOf(CertificateRow row)
 {
-    const int comma = text.indexOf(QLatin1Char(','));
-    for (const SignatureName &one : SignatureNames) {
-        if (comma < 0 || text.left(comma) != QLatin1String(one.first)
-            || !text.endsWith(QLatin1Char(' ') + QLatin1String(one.last)))
-            continue;
-        //% "%1 with %2"
-        return qtTrId("trivex-app-signature-with")
-            .arg(QLatin1String(one.key), QLatin1String(one.digest))
-            //% "GOST R"
-            .replace(QStringLiteral("GOST R"), qtTrId("trivex-app-gost"))
-            //% "bits"
-            .replace(QStringLiteral(" bit)"),
-                     QLatin1Char(' ') + qtTrId("trivex-app-bits") + QLatin1Char(')'));
-    }
-    return text;
+    if (row < CertificateRow::SubjectName)
+        return int(ShownTopic::General);
+    if (row < CertificateRow::ValidFrom)
+        return int(ShownTopic::Holder);
+    if (row < CertificateRow::PublicKeyId)
+        return int(ShownTopic::Validity);
+    return row < CertificateRow::PrivateKeyAvailability ? int(ShownTopic::PublicKey) : NoTopic;
 }
 
 /// Labels whose words in the model are others than the window's.
@@ -112,6 +101,19 @@ bool isFor(CertificateRow row, const QObject *certificate)
     const bool notOfRequests =
         row == CertificateRow::Issuer || row == CertificateRow::PrivateKeyManufacturer;
     return !notOfRequests || !qobject_cast<SavedRequest *>(certificate);
+}
+
+/// Adds to `rows` what they do not show yet.
+void addMissing(const QVector<ShownRow> &more, QVector<ShownRow> *rows)
+{
+    const QVector<ShownRow> known = *rows;
+    for (const ShownRow &row : more) {
+        const bool isKnown = std::any_of(known.cbegin(), known.cend(), [&row](const ShownRow &one) {
+            return !row.id.isEmpty() && one.id == row.id && one.value == row.value;
+        });
+        if (!isKnown)
+            *rows += row;
+    }
 }
 
 } // namespace
@@ -157,6 +159,27 @@ QVariantList CertificateDetails::groups() const
     return m_groups;
 }
 
+bool CertificateDetails::hasEncoding() const
+{
+    return !m_encoding.isEmpty();
+}
+
+QString CertificateDetails::pem() const
+{
+    return pemText(kind(), m_encoding);
+}
+
+QString CertificateDetails::structure() const
+{
+    return structureText(m_encoding);
+}
+
+ShownKind CertificateDetails::kind() const
+{
+    return qobject_cast<SavedRequest *>(m_certificate) ? ShownKind::Request
+                                                       : ShownKind::Certificate;
+}
+
 QString CertificateDetails::value(const QModelIndex &index) const
 {
     const auto row = CertificateRow(index.row());
@@ -166,47 +189,73 @@ QString CertificateDetails::value(const QModelIndex &index) const
         return Validity().dateTime(m_certificate->property(name).toDateTime());
     }
     const QString text = index.data(m_valueRole).toString();
-    if (row == CertificateRow::SignatureAlgorithm)
-        return plainText(signatureName(text));
+    // The model has names of paddings there.
+    if (row == CertificateRow::SignatureAlgorithm && !m_signature.isEmpty() && !text.isEmpty())
+        return m_signature;
     return isFixed(row) ? Texts::plainHex(text) : plainText(text);
 }
 
-QVariantMap CertificateDetails::row(const QModelIndex &index) const
+/// Reads the certificate anew where it is another one.
+void CertificateDetails::readEncoding()
 {
-    const auto row = CertificateRow(index.row());
-    const QString text = value(index);
-    return {{QStringLiteral("label"), labelOf(row, index.data(m_labelRole).toString())},
-            {QStringLiteral("value"), text},
-            {QStringLiteral("fixed"), isFixed(row)},
-            {QStringLiteral("flag"), flagOf(row, text)}};
+    const auto *object = qobject_cast<EncodedObject *>(m_certificate);
+    const QByteArray encoding = object ? object->encoding() : QByteArray();
+    if (encoding == m_encoding)
+        return;
+    m_encoding = encoding;
+    m_shown = encoding.isEmpty() ? QVector<ShownGroup>() : describe(kind(), encoding);
+    m_signature.clear();
+    for (const ShownGroup &group : qAsConst(m_shown)) {
+        for (const ShownRow &row : group.rows) {
+            if (row.id == ShownId::SignatureAlgorithm)
+                m_signature = row.value;
+        }
+    }
+}
+
+/// The model's rows, section by section.
+QVector<CertificateDetails::Group> CertificateDetails::modelGroups() const
+{
+    QVector<Group> groups;
+    QString lastSection;
+    const int count = m_info ? m_info->rowCount() : 0;
+    for (int i = 0; i < count; ++i) {
+        const QModelIndex index = m_info->index(i, 0);
+        const auto row = CertificateRow(i);
+        const QString section = index.data(m_sectionRole).toString();
+        if (groups.isEmpty() || section != lastSection) {
+            groups += {topicOf(row), titleOf(row, section), {}};
+            lastSection = section;
+        }
+        const QString text = value(index);
+        if (isFor(row, m_certificate) && !text.isEmpty())
+            groups.last().rows +=
+                {idOf(row), labelOf(row, index.data(m_labelRole).toString()), text, isFixed(row)};
+    }
+    return groups;
 }
 
 void CertificateDetails::rebuild()
 {
-    m_groups.clear();
-    const int count = m_info ? m_info->rowCount() : 0;
-    QString title;
-    QString lastSection;
-    QVariantList rows;
-    const auto close = [&] {
-        if (!rows.isEmpty()) {
-            m_groups +=
-                QVariantMap{{QStringLiteral("title"), title}, {QStringLiteral("rows"), rows}};
-        }
-        rows.clear();
-    };
-    for (int i = 0; i < count; ++i) {
-        const QModelIndex index = m_info->index(i, 0);
-        const QString section = index.data(m_sectionRole).toString();
-        if (section != lastSection) {
-            close();
-            lastSection = section;
-            title = titleOf(CertificateRow(i), section);
-        }
-        if (isFor(CertificateRow(i), m_certificate) && !value(index).isEmpty())
-            rows += row(index);
+    readEncoding();
+    QVector<Group> groups = modelGroups();
+    for (const ShownGroup &shown : qAsConst(m_shown)) {
+        const int topic = int(shown.topic);
+        auto known = std::find_if(groups.begin(), groups.end(),
+                                  [topic](const Group &group) { return group.topic == topic; });
+        if (known == groups.end())
+            groups += {topic, shown.title, shown.rows};
+        else
+            addMissing(shown.rows, &known->rows);
     }
-    close();
+    m_groups.clear();
+    for (const Group &group : qAsConst(groups)) {
+        QVariantList rows;
+        for (const ShownRow &row : group.rows)
+            rows += valueRow(row);
+        if (!rows.isEmpty())
+            m_groups += valueGroup(group.title, rows);
+    }
     Q_EMIT groupsChanged();
 }
 
@@ -226,8 +275,10 @@ QString CertificateDetails::textOf(const QVariantList &groups)
         const QVariantList rows = map.value(QStringLiteral("rows")).toList();
         for (const QVariant &row : rows) {
             const QVariantMap fields = row.toMap();
+            QString value = fields.value(QStringLiteral("value")).toString();
+            value.replace(QLatin1Char('\n'), QStringLiteral("\n    "));
             result += fields.value(QStringLiteral("label")).toString() + QStringLiteral(": ")
-                + fields.value(QStringLiteral("value")).toString() + QLatin1Char('\n');
+                + value + QLatin1Char('\n');
         }
     }
     return result;

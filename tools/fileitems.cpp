@@ -216,6 +216,21 @@ QString FileItemModel::detailsText(int row) const
     return CertificateDetails::textOf(details(row));
 }
 
+QString FileItemModel::pem(int row) const
+{
+    return row >= 0 && row < m_items.size() ? itemPem(m_items.at(row)) : QString();
+}
+
+bool FileItemModel::hasEncoding(int row) const
+{
+    return row >= 0 && row < m_items.size() && !itemDer(m_items.at(row)).isEmpty();
+}
+
+QString FileItemModel::structure(int row) const
+{
+    return row >= 0 && row < m_items.size() ? itemStructure(m_items.at(row)) : QString();
+}
+
 QVariant FileItemModel::value(int row, int role) const
 {
     return data(index(row), role);

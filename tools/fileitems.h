@@ -57,6 +57,11 @@ public:
     Q_INVOKABLE QVariantList details(int row) const;
     /// The same as plain text, for the clipboard.
     Q_INVOKABLE QString detailsText(int row) const;
+    /// The PEM text of an item and its structure, of a key only those of the public one.
+    Q_INVOKABLE QString pem(int row) const;
+    /// Whether `structure` has something to show.
+    Q_INVOKABLE bool hasEncoding(int row) const;
+    Q_INVOKABLE QString structure(int row) const;
     /// The value of a role, by its number, of a row.
     Q_INVOKABLE QVariant value(int row, int role) const;
 

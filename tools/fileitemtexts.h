@@ -14,9 +14,14 @@ namespace Trivex {
 QString itemName(const FileItem &item);
 /// The issuer of a certificate; else what kind of thing it is.
 QString itemDetail(const FileItem &item);
+/// The bytes that are shown of it: for a private key those of the public one. Empty for a key that
+/// is locked.
+QByteArray itemDer(const FileItem &item);
 /// Everything in it, in the form of `CertificateDetails::groups`.
 QVariantList itemGroups(const FileItem &item);
-/// Kind and size of a key: "RSA, 2048 bits"; empty for an unknown one.
-QString keyText(const QString &kind, int bits);
+/// Its PEM text and its structure, of a key only those of the public one; as
+/// `CertificateDetails::pem` and `structure`.
+QString itemPem(const FileItem &item);
+QString itemStructure(const FileItem &item);
 
 } // namespace Trivex

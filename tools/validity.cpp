@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/validity.h"
 
+#include "qca/describe/words.h"
+
 #include <QLocale>
 
 namespace Trivex {
@@ -56,8 +58,7 @@ QString Validity::date(const QDateTime &time) const
 
 QString Validity::dateTime(const QDateTime &time) const
 {
-    return time.isValid() ? QLocale().toString(time.toLocalTime(), QLocale::ShortFormat)
-                          : QString();
+    return timeText(time);
 }
 
 QString Validity::until(const QDateTime &time) const

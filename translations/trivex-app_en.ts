@@ -461,9 +461,21 @@
         <source>Copy</source>
         <translation>Copy</translation>
     </message>
+    <message id="trivex-app-copy-part">
+        <source>Copy the selected part</source>
+        <translation>Copy the selected part</translation>
+    </message>
     <message id="trivex-app-copy-report">
         <source>Copy report</source>
         <translation>Copy report</translation>
+    </message>
+    <message id="trivex-app-copy-value">
+        <source>Copy the value</source>
+        <translation>Copy the value</translation>
+    </message>
+    <message id="trivex-app-copy-with-label">
+        <source>Copy with its label</source>
+        <translation>Copy with its label</translation>
     </message>
     <message id="trivex-app-create-request">
         <source>Create the request</source>
@@ -591,10 +603,6 @@
     <message id="trivex-app-error-title">
         <source>That did not work</source>
         <translation>That did not work</translation>
-    </message>
-    <message id="trivex-app-everything">
-        <source>Everything in it</source>
-        <translation>Everything in it</translation>
     </message>
     <message id="trivex-app-expiring" numerus="yes">
         <source>%n certificates expire within 30 days</source>
@@ -941,6 +949,10 @@
     <message id="trivex-app-format-der">
         <source>DER, binary</source>
         <translation>DER, binary</translation>
+    </message>
+    <message id="trivex-app-format-pdf">
+        <source>PDF document</source>
+        <translation>PDF document</translation>
     </message>
     <message id="trivex-app-format-pem">
         <source>PEM, text</source>
@@ -1474,6 +1486,18 @@
         <source>Preview of the picture</source>
         <translation>Preview of the picture</translation>
     </message>
+    <message id="trivex-app-print">
+        <source>Print</source>
+        <translation>Print</translation>
+    </message>
+    <message id="trivex-app-print-failed">
+        <source>The document could not be opened.</source>
+        <translation>The document could not be opened.</translation>
+    </message>
+    <message id="trivex-app-print-failed-advice">
+        <source>Save it as PDF and open the file with a program that prints.</source>
+        <translation>Save it as PDF and open the file with a program that prints.</translation>
+    </message>
     <message id="trivex-app-profile-company">
         <source>Company (Russia)</source>
         <translation>Company (Russia)</translation>
@@ -1776,6 +1800,10 @@
         <source>Save the document</source>
         <translation>Save the document</translation>
     </message>
+    <message id="trivex-app-save-pdf">
+        <source>Save as PDF</source>
+        <translation>Save as PDF</translation>
+    </message>
     <message id="trivex-app-saved">
         <source>Saved.</source>
         <translation>Saved.</translation>
@@ -2044,6 +2072,10 @@
         <source>Stop</source>
         <translation>Stop</translation>
     </message>
+    <message id="trivex-app-structure">
+        <source>Structure</source>
+        <translation>Structure</translation>
+    </message>
     <message id="trivex-app-text-size">
         <source>Text size</source>
         <translation>Text size</translation>
@@ -2075,6 +2107,10 @@
     <message id="trivex-app-tokens">
         <source>Tokens</source>
         <translation>Tokens</translation>
+    </message>
+    <message id="trivex-app-too-large-to-show">
+        <source>It is too large to be shown here. Export it as a file.</source>
+        <translation>It is too large to be shown here. Export it as a file.</translation>
     </message>
     <message id="trivex-app-tool-authority">
         <source>Tool of the authority</source>

@@ -465,9 +465,21 @@
         <source>Copy</source>
         <translation>Копировать</translation>
     </message>
+    <message id="trivex-app-copy-part">
+        <source>Copy the selected part</source>
+        <translation>Копировать выделенное</translation>
+    </message>
     <message id="trivex-app-copy-report">
         <source>Copy report</source>
         <translation>Скопировать отчёт</translation>
+    </message>
+    <message id="trivex-app-copy-value">
+        <source>Copy the value</source>
+        <translation>Копировать значение</translation>
+    </message>
+    <message id="trivex-app-copy-with-label">
+        <source>Copy with its label</source>
+        <translation>Копировать с названием</translation>
     </message>
     <message id="trivex-app-create-request">
         <source>Create the request</source>
@@ -596,10 +608,6 @@
     <message id="trivex-app-error-title">
         <source>That did not work</source>
         <translation>Не получилось</translation>
-    </message>
-    <message id="trivex-app-everything">
-        <source>Everything in it</source>
-        <translation>Всё содержимое</translation>
     </message>
     <message id="trivex-app-expiring" numerus="yes">
         <source>%n certificates expire within 30 days</source>
@@ -948,6 +956,10 @@
     <message id="trivex-app-format-der">
         <source>DER, binary</source>
         <translation>DER, двоичный</translation>
+    </message>
+    <message id="trivex-app-format-pdf">
+        <source>PDF document</source>
+        <translation>Документ PDF</translation>
     </message>
     <message id="trivex-app-format-pem">
         <source>PEM, text</source>
@@ -1485,6 +1497,18 @@
         <source>Preview of the picture</source>
         <translation>Предварительный просмотр изображения</translation>
     </message>
+    <message id="trivex-app-print">
+        <source>Print</source>
+        <translation>Печать</translation>
+    </message>
+    <message id="trivex-app-print-failed">
+        <source>The document could not be opened.</source>
+        <translation>Не удалось открыть документ.</translation>
+    </message>
+    <message id="trivex-app-print-failed-advice">
+        <source>Save it as PDF and open the file with a program that prints.</source>
+        <translation>Сохраните его как PDF и откройте файл в программе, которая умеет печатать.</translation>
+    </message>
     <message id="trivex-app-profile-company">
         <source>Company (Russia)</source>
         <translation>Организация (Россия)</translation>
@@ -1789,6 +1813,10 @@
         <source>Save the document</source>
         <translation>Сохранить документ</translation>
     </message>
+    <message id="trivex-app-save-pdf">
+        <source>Save as PDF</source>
+        <translation>Сохранить как PDF</translation>
+    </message>
     <message id="trivex-app-saved">
         <source>Saved.</source>
         <translation>Сохранено.</translation>
@@ -2057,6 +2085,10 @@
         <source>Stop</source>
         <translation>Остановить</translation>
     </message>
+    <message id="trivex-app-structure">
+        <source>Structure</source>
+        <translation>Структура</translation>
+    </message>
     <message id="trivex-app-text-size">
         <source>Text size</source>
         <translation>Размер текста</translation>
@@ -2088,6 +2120,10 @@
     <message id="trivex-app-tokens">
         <source>Tokens</source>
         <translation>Токены</translation>
+    </message>
+    <message id="trivex-app-too-large-to-show">
+        <source>It is too large to be shown here. Export it as a file.</source>
+        <translation>Содержимое слишком велико, чтобы показать его здесь. Сохраните его в файл.</translation>
     </message>
     <message id="trivex-app-tool-authority">
         <source>Tool of the authority</source>

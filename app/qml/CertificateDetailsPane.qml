@@ -67,6 +67,13 @@ Item {
         DetailsView {
             objectName: "detailsView"
             groups: rows.groups
+            sections.hasEncoding: rows.hasEncoding
+            sections.pem: function() { return rows.pem }
+            sections.structure: function() { return rows.structure }
+            sections.printable: true
+            sections.onCopied: pane.copied()
+            sections.onPdfAsked: printing.save(header.name, rows.groups)
+            sections.onPrintAsked: printing.printOut(header.name, rows.groups)
             header.name: Texts.plain(pane.certificate.commonName
                 || pane.certificate.fileName)
             header.from: pane.certificate.notValidBefore
@@ -102,6 +109,11 @@ Item {
                 certificate: pane.certificate
             }
         }
+    }
+    DetailsPrinting {
+        id: printing
+        onSaved: pane.exported(path)
+        onFailed: pane.failed(cause, advice)
     }
     SaveTask {
         id: saving

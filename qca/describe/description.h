@@ -7,9 +7,6 @@
 
 namespace Trivex {
 
-/// What a DER structure is.
-enum class ShownKind { Certificate, Request, RevocationList, PublicKey };
-
 /// Everything in `der`, which is what `kind` says, for people to read. Needs no provider and no
 /// engine: algorithms and extensions that nobody knows are shown by their OID and bytes, damaged
 /// parts as such with their bytes. Bytes that are no such structure at all give a group with a row

@@ -8,6 +8,9 @@
 
 namespace Trivex {
 
+/// What a DER structure is.
+enum class ShownKind { Certificate, Request, RevocationList, PublicKey };
+
 /// One value with its label, both in the user's language and without marks that hide or turn parts
 /// of them.
 struct ShownRow {

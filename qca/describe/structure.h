@@ -16,6 +16,6 @@ namespace Trivex {
 ///
 /// At most `most` lines; behind them an ellipsis with the number of bytes that they do not cover.
 /// Bytes that are no DER are shown as such. Any thread.
-TRIVEX_QCA_EXPORT QString structureText(const QByteArray &der, int most = 4000);
+TRIVEX_QCA_EXPORT QString structureText(const QByteArray &der, int most = 1500);
 
 } // namespace Trivex

@@ -449,7 +449,8 @@ void TestAppContents::readWithoutImport_data()
     QTest::newRow("certificate") << der
                                  << QStringList{QStringLiteral("Test Root"),
                                                 QString::fromLatin1(digest.toHex(':').toUpper()),
-                                                QStringLiteral("CA:TRUE"), QStringLiteral("RSA")};
+                                                qtTrId("trivex-app-basic-authority"),
+                                                QStringLiteral("RSA")};
     QTest::newRow("request") << run(QStringLiteral("req -new -key key.pem -subj /CN=Asker/O=Firm"))
                              << QStringList{QStringLiteral("Firm"), QStringLiteral("2048")};
     writeTestFile(m_authority.file(QStringLiteral("own.pem")), certificate("Own"));

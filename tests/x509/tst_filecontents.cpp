@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/filecontents.h"
-#include "qca/x509/printedform.h"
 #include "tests/support/testcertificates.h"
 
 #include <QtTest>
@@ -24,8 +23,6 @@ private Q_SLOTS:
     void privateKeysAreKept();
     void damagedPartsAreCounted();
     void manyCertificatesTakeNoTime();
-    void printed_data();
-    void printed();
 
 private:
     QByteArray run(const QString &arguments) const
@@ -265,41 +262,6 @@ void TestFileContents::manyCertificatesTakeNoTime()
     qInfo("10,000 certificates: %lld ms, 40,000 beginnings: %lld ms", pem, begins);
     QVERIFY(pem < 1000);
     QVERIFY(begins < 1000);
-}
-
-void TestFileContents::printed_data()
-{
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<QByteArray>("der");
-    QTest::addColumn<QString>("part");
-    QTest::newRow("certificate") << int(Printable::Certificate) << m_der
-                                 << QStringLiteral("CA:TRUE");
-    QTest::newRow("request") << int(Printable::Request)
-                             << run(QStringLiteral("req -in asker.csr -outform DER"))
-                             << QStringLiteral("Asker");
-    QTest::newRow("list") << int(Printable::RevocationList)
-                          << run(QStringLiteral("crl -in list.pem -outform DER"))
-                          << QStringLiteral("Next Update");
-    QTest::newRow("key") << int(Printable::PublicKey)
-                         << run(QStringLiteral("pkey -in ec.pem -pubout -outform DER"))
-                         << QStringLiteral("P-256");
-    QTest::newRow("Cyrillic name")
-        << int(Printable::Certificate)
-        << run(QString::fromUtf8("req -x509 -key rsa.pem -utf8 -subj /CN=Иванов -outform DER"))
-        << QString::fromUtf8("Иванов");
-}
-
-void TestFileContents::printed()
-{
-    QFETCH(int, kind);
-    QFETCH(QByteArray, der);
-    QFETCH(QString, part);
-    const QString text = printedForm(Printable(kind), der);
-    QVERIFY2(text.contains(part), qPrintable(text));
-    const QString cut = printedForm(Printable(kind), der, 100);
-    QVERIFY(cut.size() <= 101);
-    QVERIFY(cut.endsWith(QChar(0x2026)));
-    QVERIFY(printedForm(Printable(kind), "no such thing").isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestFileContents)

@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+#include <QTemporaryDir>
+#include <QThread>
+#include <QVariantList>
+
+#include <memory>
+
+namespace Trivex {
+
+/// Makes a PDF document of the details of a certificate, for printing and keeping. A worker thread
+/// lays it out, one document at a time. GUI thread.
+class DetailsPdf : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool running READ isRunning NOTIFY runningChanged)
+public:
+    explicit DetailsPdf(QObject *parent = nullptr);
+    /// Waits for the document that is being made; what goes into one is limited.
+    ~DetailsPdf() override;
+
+    bool isRunning() const;
+
+    /// Writes `groups`, as `CertificateDetails::groups` is made, headed by `title`, into the new
+    /// file `path`; `finished` follows. Nothing while another document is being made.
+    Q_INVOKABLE void write(const QString &path, const QString &title, const QVariantList &groups);
+    /// The path of a file for another program to read. It goes with this object, or with the next
+    /// call.
+    Q_INVOKABLE QString temporaryPath();
+
+Q_SIGNALS:
+    void runningChanged();
+    /// `isWritten` is false where the file could not be written.
+    void finished(const QString &path, bool isWritten);
+
+private:
+    std::unique_ptr<QThread> m_worker;
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+} // namespace Trivex

@@ -1,0 +1,321 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/app/filedialogs.h"
+#include "tests/app/pages.h"
+#include "tests/app/windowtest.h"
+
+#include <QClipboard>
+#include <QCryptographicHash>
+#include <QDesktopServices>
+#include <QFileDialog>
+#include <QStandardPaths>
+#include <QtTest>
+
+using namespace TrivexTest;
+
+namespace {
+
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString clipboard()
+{
+    return QGuiApplication::clipboard()->text();
+}
+
+} // namespace
+
+/// Everything in a certificate can be seen, copied, printed and kept.
+class TestAppViewer : public WindowTest {
+    Q_OBJECT
+public:
+    using WindowTest::WindowTest;
+
+private Q_SLOTS:
+    void init();
+
+    void everyExtension();
+    void requestInFull();
+    void copyByKeyboard();
+    void copyByMenu_data();
+    void copyByMenu();
+    void pemAndStructure();
+    void tabsByKeyboard();
+    void saveAsPdf();
+    void printByTheDesktop();
+    void nothingWaits();
+
+private:
+    void prepare() override;
+    void restore() override;
+
+    QByteArray run(const QStringList &arguments) const { return m_authority.openssl(arguments); }
+    bool choose(const QString &name);
+    /// The values of the details, by their labels.
+    QString value(const QString &label) const;
+    QQuickItem *field(const QString &label) const;
+
+    QByteArray m_pem;
+};
+
+/// Stands for the desktop's program for PDF files.
+class FakeViewer : public QObject {
+    Q_OBJECT
+public:
+    FakeViewer() { QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open"); }
+    ~FakeViewer() override { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
+
+    QByteArray shown;
+
+public Q_SLOTS:
+    void open(const QUrl &url) { shown = contents(url.toLocalFile()); }
+};
+
+void TestAppViewer::prepare()
+{
+    m_pem =
+        run(QStringLiteral("req -x509 -newkey rsa:2048 -nodes -keyout /dev/null -sha384 -subj "
+                           "/O=Example/CN=Web/GN=Vera -set_serial 0x0102030405 -addext "
+                           "subjectAltName=DNS:example.org,otherName:1.2.3.4;UTF8:other -addext "
+                           "keyUsage=critical,keyAgreement -addext 1.2.3.4.5.6=DER:c0ffee "
+                           "-addext nameConstraints=permitted;DNS:.example.org")
+                .split(QLatin1Char(' ')));
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
+        + QStringLiteral("/trivex/certificates/");
+    QVERIFY(!writeTestFile(folder + QStringLiteral("web.pem"), m_pem).isEmpty());
+    const QByteArray request = run(
+        QStringLiteral("req -new -newkey ed25519 -nodes -keyout /dev/null -subj /CN=Asker/GN=Olga "
+                       "-addext subjectAltName=DNS:asked.example.org")
+            .split(QLatin1Char(' ')));
+    QVERIFY(
+        !writeTestFile(inHome(QStringLiteral("CertificateRequest/asker.csr")), request).isEmpty());
+}
+
+void TestAppViewer::init()
+{
+    QVERIFY(m_window->waitForItem(QStringLiteral("category-users")));
+    // The details from their beginning.
+    QVERIFY(m_steps->show("requests"));
+    QVERIFY(m_steps->show("users"));
+    QVERIFY(choose(QStringLiteral("Web")));
+}
+
+void TestAppViewer::restore()
+{
+    if (QFileDialog *dialog = fileDialog())
+        dialog->reject();
+    m_window->window()->requestActivate();
+}
+
+bool TestAppViewer::choose(const QString &name)
+{
+    return m_window->waitFor([&] { return m_window->rowNamed(name) >= 0; })
+        && m_window->clickRow(m_window->rowNamed(name))
+        && m_window->waitForItem(QStringLiteral("detailsView"));
+}
+
+QQuickItem *TestAppViewer::field(const QString &label) const
+{
+    QQuickItem *found = nullptr;
+    visitItems(m_window->item(QStringLiteral("detailsView")), [&](QQuickItem *item) {
+        if (item->property("label").toString() == label && item->property("fixedWidth").isValid())
+            found = item;
+    });
+    return found;
+}
+
+QString TestAppViewer::value(const QString &label) const
+{
+    const QQuickItem *item = field(label);
+    return item ? item->property("value").toString() : QStringLiteral("nothing");
+}
+
+void TestAppViewer::everyExtension()
+{
+    QCOMPARE(value(qtTrId("trivex-app-ext-critical").arg(qtTrId("trivex-app-ext-key-usage"))),
+             qtTrId("trivex-app-usage-agreement"));
+    QCOMPARE(value(qtTrId("trivex-app-ext-holder-names")),
+             QStringLiteral("DNS: example.org\nOther name 1.2.3.4: other"));
+    QCOMPARE(value(qtTrId("trivex-app-ext-name-constraints")),
+             QStringLiteral("Permitted: DNS: .example.org"));
+    QCOMPARE(value(QStringLiteral("1.2.3.4.5.6")), QStringLiteral("C0:FF:EE"));
+    QCOMPARE(value(qtTrId("trivex-app-serial-decimal")), QStringLiteral("4328719365"));
+    QCOMPARE(value(qtTrId("trivex-app-attribute-given-name")), QStringLiteral("Vera"));
+    QCOMPARE(value(qtTrId("trivex-app-key-kind-and-size")), QStringLiteral("RSA, 2048 bits"));
+    QCOMPARE(value(qtTrId("trivex-app-signature-algorithm")), QStringLiteral("RSA with SHA-384"));
+    writeTestFile(inHome(QStringLiteral("web.pem")), m_pem);
+    const QByteArray der =
+        run({QStringLiteral("x509"), QStringLiteral("-in"), inHome(QStringLiteral("web.pem")),
+             QStringLiteral("-outform"), QStringLiteral("DER")});
+    const auto digest = [&](QCryptographicHash::Algorithm algorithm) {
+        return QString::fromLatin1(QCryptographicHash::hash(der, algorithm).toHex(':').toUpper());
+    };
+    QCOMPARE(value(QStringLiteral("SHA-256")), digest(QCryptographicHash::Sha256));
+    QCOMPARE(value(QStringLiteral("SHA-1")), digest(QCryptographicHash::Sha1));
+    // What the model shows is there once, and stays where it was.
+    QStringList serials;
+    visitItems(m_window->item(QStringLiteral("detailsView")), [&](QQuickItem *item) {
+        if (item->property("value").toString() == QLatin1String("01:02:03:04:05"))
+            serials += item->property("label").toString();
+    });
+    QCOMPARE(serials.size(), 1);
+}
+
+void TestAppViewer::requestInFull()
+{
+    QVERIFY(m_steps->show("requests"));
+    QVERIFY(choose(QStringLiteral("Asker")));
+    QCOMPARE(value(qtTrId("trivex-app-ext-holder-names")),
+             QStringLiteral("DNS: asked.example.org"));
+    QCOMPARE(value(qtTrId("trivex-app-attribute-given-name")), QStringLiteral("Olga"));
+    QCOMPARE(value(qtTrId("trivex-app-key-kind-and-size")), QStringLiteral("Ed25519, 256 bits"));
+    QVERIFY(m_window->click(QStringLiteral("pemTab")));
+    QVERIFY(m_window->waitForItem(QStringLiteral("encodedText")));
+    QVERIFY(m_window->item(QStringLiteral("encodedText"))
+                ->property("value")
+                .toString()
+                .startsWith(QStringLiteral("-----BEGIN CERTIFICATE REQUEST-----")));
+}
+
+namespace {
+
+/// The part of a row that has the text and takes the keys.
+QQuickItem *editOf(QQuickItem *row)
+{
+    QQuickItem *found = nullptr;
+    visitItems(row, [&](QQuickItem *item) {
+        if (item->inherits("QQuickTextEdit"))
+            found = item;
+    });
+    return found;
+}
+
+} // namespace
+
+void TestAppViewer::copyByKeyboard()
+{
+    QQuickItem *row = field(QStringLiteral("SHA-1"));
+    QVERIFY(row);
+    QQuickItem *edit = editOf(row);
+    edit->forceActiveFocus(Qt::TabFocusReason);
+    m_window->key(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(clipboard(), row->property("value").toString());
+    QTRY_COMPARE(m_steps->text("toastText"), qtTrId("trivex-app-copied"));
+    // A part, where one is selected.
+    QVERIFY(QMetaObject::invokeMethod(edit, "select", Q_ARG(int, 0), Q_ARG(int, 5)));
+    m_window->key(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(clipboard(), row->property("value").toString().left(5));
+}
+
+void TestAppViewer::copyByMenu_data()
+{
+    QTest::addColumn<bool>("byMouse");
+    QTest::newRow("mouse") << true;
+    QTest::newRow("keyboard") << false;
+}
+
+void TestAppViewer::copyByMenu()
+{
+    QFETCH(bool, byMouse);
+    QQuickItem *row = field(QStringLiteral("SHA-256"));
+    QVERIFY(row);
+    QQuickItem *edit = editOf(row);
+    edit->forceActiveFocus(Qt::TabFocusReason);
+    QVERIFY(m_window->waitUntilStill());
+    QGuiApplication::clipboard()->clear();
+    if (byMouse) {
+        const QPointF place = edit->mapToScene(QPointF(20, edit->height() / 2));
+        QTest::mouseClick(m_window->window(), Qt::RightButton, {}, place.toPoint());
+        QVERIFY(m_window->waitForItem(QStringLiteral("detailCopy")));
+        QVERIFY(m_window->click(QStringLiteral("detailCopy")));
+        QTRY_COMPARE(clipboard(), row->property("value").toString());
+    } else {
+        m_window->key(Qt::Key_Menu);
+        QVERIFY(m_window->waitForItem(QStringLiteral("detailCopyLabel")));
+        m_window->key(Qt::Key_Down);
+        m_window->key(Qt::Key_Return);
+        QTRY_COMPARE(clipboard(), QStringLiteral("SHA-256: ") + row->property("value").toString());
+    }
+    QTRY_VERIFY(!m_window->item(QStringLiteral("detailCopy")));
+}
+
+void TestAppViewer::pemAndStructure()
+{
+    QVERIFY(m_window->click(QStringLiteral("pemTab")));
+    QVERIFY(m_window->waitForItem(QStringLiteral("encodedText")));
+    const auto text = [&] {
+        return m_window->item(QStringLiteral("encodedText"))->property("value").toString();
+    };
+    QCOMPARE(text().simplified(), QString::fromLatin1(m_pem).simplified());
+    QVERIFY(!field(QStringLiteral("SHA-1")));
+    QVERIFY(m_window->click(QStringLiteral("structureTab")));
+    QTRY_VERIFY(text().contains(
+        QStringLiteral("OBJECT IDENTIFIER  sha384WithRSAEncryption (1.2.840.113549.1.1.12)")));
+    // Another certificate begins with its values.
+    QVERIFY(m_steps->show("requests"));
+    QVERIFY(choose(QStringLiteral("Asker")));
+    QVERIFY(field(QStringLiteral("SHA-1")));
+}
+
+void TestAppViewer::tabsByKeyboard()
+{
+    QQuickItem *tab = m_window->item(QStringLiteral("structureTab"));
+    QVERIFY(tab);
+    tab->forceActiveFocus(Qt::TabFocusReason);
+    m_window->key(Qt::Key_Space);
+    QVERIFY(m_window->waitForItem(QStringLiteral("encodedText")));
+    QVERIFY(tab->property("checked").toBool());
+    QVERIFY(!m_window->item(QStringLiteral("detailsTab"))->property("checked").toBool());
+    // Once more changes nothing.
+    m_window->key(Qt::Key_Space);
+    QVERIFY(tab->property("checked").toBool());
+    m_window->key(Qt::Key_Tab, Qt::ShiftModifier);
+    m_window->key(Qt::Key_Tab, Qt::ShiftModifier);
+    m_window->key(Qt::Key_Space);
+    QTRY_VERIFY(!m_window->item(QStringLiteral("encodedText")));
+}
+
+void TestAppViewer::saveAsPdf()
+{
+    QVERIFY(m_window->click(QStringLiteral("pdfButton")));
+    const QString path = inHome(QStringLiteral("web.pdf"));
+    QVERIFY(m_window->waitFor([] { return fileDialog() != nullptr; }));
+    QVERIFY(answerFileDialog(*m_window, path));
+    QTRY_VERIFY(QFile::exists(path));
+    QVERIFY(contents(path).startsWith("%PDF-"));
+    QVERIFY(contents(path).size() > 5000);
+    QTRY_COMPARE(m_steps->text("toastText"), qtTrId("trivex-app-exported").arg(path));
+    QVERIFY(contents(path).trimmed().endsWith("%%EOF"));
+}
+
+void TestAppViewer::printByTheDesktop()
+{
+    FakeViewer viewer;
+    QVERIFY(m_window->click(QStringLiteral("printButton")));
+    QTRY_VERIFY(viewer.shown.startsWith("%PDF-"));
+    QVERIFY(!m_window->isOpen(QStringLiteral("errorDialog")));
+}
+
+void TestAppViewer::nothingWaits()
+{
+    QVERIFY(m_steps->show("others"));
+    QVERIFY(m_steps->show("users"));
+    QVERIFY(m_window->waitFor([&] { return m_window->rowNamed(QStringLiteral("Web")) >= 0; }));
+    m_window->meter().reset();
+    QVERIFY(choose(QStringLiteral("Web")));
+    QVERIFY(m_window->click(QStringLiteral("structureTab")));
+    QVERIFY(m_window->waitForItem(QStringLiteral("encodedText")));
+    qInfo("the longest step took %lld ms", m_window->meter().longestWork());
+    QVERIFY(m_window->meter().longestWork() < 100);
+}
+
+int main(int argc, char **argv)
+{
+    WindowEnvironment display;
+    return runWindowTest<TestAppViewer>(argc, argv, display);
+}
+
+#include "tst_app_viewer.moc"
