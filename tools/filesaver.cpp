@@ -72,6 +72,11 @@ QString FileSaver::whyNot(const QString &path) const
     return probe.open() ? QString() : files.whyNotWritten(folder);
 }
 
+bool FileSaver::stageCopy(const QString &path)
+{
+    return QFile::copy(path, stagedPath(QFileInfo(path).fileName()));
+}
+
 QByteArray FileSaver::staged(Format format) const
 {
     const QFileInfoList found =

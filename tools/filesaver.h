@@ -39,6 +39,8 @@ public:
     Q_INVOKABLE QString stagingFolder();
     /// The path of a file in a fresh folder of that kind.
     Q_INVOKABLE QString stagedPath(const QString &name);
+    /// Puts a copy of the file at `path` there, under its own name; false when it can't be read.
+    Q_INVOKABLE bool stageCopy(const QString &path);
     /// Why nothing could be saved at `path`, found out before anything is made; empty where all is
     /// well. A file that is there and may be replaced is no reason.
     Q_INVOKABLE QString whyNot(const QString &path) const;

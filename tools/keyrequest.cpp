@@ -7,11 +7,14 @@
 #include "qca/adapter/requestmaking.h"
 #include "qca/base/providers.h"
 #include "qca/base/regularfile.h"
+#include "qca/base/requestfiles.h"
 #include "qca/base/requestsave.h"
 #include "qca/base/savedrequest.h"
+#include "qca/base/securedtext.h"
 #include "qca/keys/keys.h"
 #include "qca/tokens/tokens.h"
 #include "tools/requestprofiles.h"
+#include "tools/requesttexts.h"
 #include "tools/rowentry.h"
 #include "tools/subjectattributes.h"
 
@@ -39,24 +42,6 @@ constexpr Kind Kinds[] = {
     {KeyRequest::Gost512, 0, "gost2012-512"},
 };
 
-struct ProblemText {
-    RequestContents::Problem problem;
-    const char *id;
-};
-
-constexpr ProblemText ProblemTexts[] = {
-    //% "The request has no name. Enter a name."
-    {RequestContents::NoName, QT_TRID_NOOP("trivex-app-request-problem-name")},
-    //% "This field is not known. Use one of the listed fields, or a number such as 1.2.3."
-    {RequestContents::UnknownType, QT_TRID_NOOP("trivex-app-request-problem-type")},
-    //% "This value has a wrong form. Correct it."
-    {RequestContents::WrongValue, QT_TRID_NOOP("trivex-app-request-problem-value")},
-    //% "This value is too long. Shorten it."
-    {RequestContents::TooLong, QT_TRID_NOOP("trivex-app-request-problem-long")},
-    //% "There are more names than a certificate can have. Remove some."
-    {RequestContents::TooMany, QT_TRID_NOOP("trivex-app-request-problem-many")},
-};
-
 struct ErrorText {
     KeyRequest::Error error;
     const char *id;
@@ -73,15 +58,6 @@ constexpr ErrorText ErrorTexts[] = {
     {KeyRequest::NotSaved, QT_TRID_NOOP("trivex-app-request-error-save")},
 };
 
-QString textOf(RequestContents::Problem problem)
-{
-    for (const ProblemText &text : ProblemTexts) {
-        if (text.problem == problem)
-            return qtTrId(text.id);
-    }
-    return {};
-}
-
 /// The token's key for a saved request.
 QCA::PrivateKey tokenKeyOf(const QString &path)
 {
@@ -97,19 +73,34 @@ QCA::PrivateKey tokenKeyOf(const QString &path)
     return {};
 }
 
+/// `wanted` with what was typed before: in the place of an empty value of the same type, else
+/// behind them.
+QList<RequestValue> filled(QList<RequestValue> wanted, const QList<RequestValue> &typed)
+{
+    for (const RequestValue &value : typed) {
+        if (value.value.trimmed().isEmpty() || wanted.contains(value))
+            continue;
+        const auto place = std::find(wanted.begin(), wanted.end(), RequestValue{value.type, {}});
+        if (place != wanted.end())
+            place->value = value.value;
+        else
+            wanted.append(value);
+    }
+    return wanted;
+}
+
 } // namespace
 
 KeyRequest::KeyRequest(QObject *parent)
     : QObject(parent)
+    , m_names(RequestValues::Names, this)
+    , m_alternativeNames(RequestValues::AlternativeNames, this)
 {
+    m_answers.registerSet();
     m_generator.setBlockingEnabled(false);
-    connect(&m_generator, &KeyGenerator::finished, this, [this] {
-        m_key = m_generator.key();
-        if (isPrivateKey(m_key))
-            sign();
-        else
-            end(KeyNotMade);
-    });
+    connect(&m_generator, &KeyGenerator::finished, this, &KeyRequest::goOn);
+    for (const RequestValues *values : {&m_names, &m_alternativeNames})
+        connect(values, &RequestValues::edited, this, &KeyRequest::contentsChanged);
 }
 
 KeyRequest::~KeyRequest() = default;
@@ -117,7 +108,7 @@ KeyRequest::~KeyRequest() = default;
 QString KeyRequest::message() const
 {
     if (m_error == WrongContents)
-        return textOf(m_finding.problem);
+        return requestProblemText(m_finding.type, {}, m_finding.problem);
     for (const ErrorText &text : ErrorTexts) {
         if (text.error == m_error)
             return qtTrId(text.id);
@@ -127,24 +118,36 @@ QString KeyRequest::message() const
 
 void KeyRequest::setKeyUsages(const QStringList &usages)
 {
-    if (usages == m_contents.keyUsages)
+    if (usages == m_keyUsages)
         return;
-    m_contents.keyUsages = usages;
+    m_keyUsages = usages;
     Q_EMIT contentsChanged();
 }
 
 void KeyRequest::setPurposes(const QStringList &purposes)
 {
-    if (purposes == m_contents.purposes)
+    if (purposes == m_purposes)
         return;
-    m_contents.purposes = purposes;
+    m_purposes = purposes;
     Q_EMIT contentsChanged();
+}
+
+bool KeyRequest::hasKey() const
+{
+    return isPrivateKey(m_key);
+}
+
+RequestContents KeyRequest::contents() const
+{
+    return {m_names.values(), m_alternativeNames.values(), m_keyUsages, m_purposes};
 }
 
 void KeyRequest::setContents(const RequestContents &contents)
 {
-    m_contents = contents;
-    Q_EMIT contentsChanged();
+    m_names.setValues(contents.names);
+    m_alternativeNames.setValues(contents.alternativeNames);
+    setKeyUsages(contents.keyUsages);
+    setPurposes(contents.purposes);
 }
 
 QStringList KeyRequest::nameTypes()
@@ -154,14 +157,12 @@ QStringList KeyRequest::nameTypes()
 
 void KeyRequest::addName(const QString &type, const QString &value)
 {
-    m_contents.names.append({type, value});
-    Q_EMIT contentsChanged();
+    m_names.setValues(m_names.values() + QList<RequestValue>{{type, value}});
 }
 
 void KeyRequest::addAlternativeName(const QString &type, const QString &value)
 {
-    m_contents.alternativeNames.append({type, value});
-    Q_EMIT contentsChanged();
+    m_alternativeNames.setValues(m_alternativeNames.values() + QList<RequestValue>{{type, value}});
 }
 
 void KeyRequest::clear()
@@ -171,25 +172,49 @@ void KeyRequest::clear()
 
 QString KeyRequest::problemOfName(const QString &type, const QString &value)
 {
-    return textOf(RequestContents::problemOfName({type, value}));
+    return requestProblemText(type, value, RequestContents::problemOfName({type, value}));
 }
 
 QString KeyRequest::problemOfAlternativeName(const QString &type, const QString &value)
 {
-    return textOf(RequestContents::problemOfAlternativeName({type, value}));
+    return requestProblemText(type, value,
+                              RequestContents::problemOfAlternativeName({type, value}));
+}
+
+QStringList KeyRequest::knownKeyUsages()
+{
+    return RequestContents::knownKeyUsages();
+}
+
+QStringList KeyRequest::knownPurposes()
+{
+    return RequestContents::knownPurposes();
+}
+
+QString KeyRequest::title(const QString &name)
+{
+    return requestTitle(name);
+}
+
+QString KeyRequest::folder()
+{
+    return requestDirectory();
 }
 
 bool KeyRequest::loadProfile(const QString &name)
 {
-    const auto contents = RequestProfiles().load(name);
-    if (contents)
-        setContents(*contents);
-    return contents.has_value();
+    auto contents = RequestProfiles().load(name);
+    if (!contents)
+        return false;
+    contents->names = filled(contents->names, m_names.values());
+    contents->alternativeNames = filled(contents->alternativeNames, m_alternativeNames.values());
+    setContents(*contents);
+    return true;
 }
 
 bool KeyRequest::saveProfile(const QString &name) const
 {
-    return RequestProfiles().save(name, m_contents);
+    return RequestProfiles().save(name, contents());
 }
 
 bool KeyRequest::begin()
@@ -197,8 +222,13 @@ bool KeyRequest::begin()
     if (m_isRunning)
         return false;
     m_isRunning = true;
-    m_finding = m_contents.check();
     Q_EMIT runningChanged();
+    return true;
+}
+
+bool KeyRequest::check()
+{
+    m_finding = contents().check();
     if (m_finding.problem == RequestContents::NoProblem)
         return true;
     end(WrongContents);
@@ -207,13 +237,34 @@ bool KeyRequest::begin()
 
 void KeyRequest::makeKey(const QString &storeId, int kind, const QString &label)
 {
+    if (!begin() || !check())
+        return;
+    m_isKeyAlone = false;
+    generate(storeId, kind, label);
+}
+
+void KeyRequest::prepareKey(const QString &storeId, int kind, const QString &label,
+                            const QString &pin)
+{
     if (!begin())
         return;
+    m_isKeyAlone = true;
+    if (!pin.isEmpty()) {
+        m_answers.setKeyStoreId(storeId);
+        m_answers.setObjectId(label);
+        m_answers.setPassword(securedText(pin.toLocal8Bit()));
+    }
+    generate(storeId, kind, label);
+}
+
+void KeyRequest::generate(const QString &storeId, int kind, const QString &label)
+{
     m_storeId = storeId;
     m_key = QCA::PrivateKey();
     const auto *const chosen = std::find_if(std::begin(Kinds), std::end(Kinds),
                                             [kind](const Kind &one) { return one.kind == kind; });
     if (storeId.isEmpty() || chosen == std::end(Kinds)) {
+        m_answers.clear();
         end(KeyNotMade);
         return;
     }
@@ -222,6 +273,18 @@ void KeyRequest::makeKey(const QString &storeId, int kind, const QString &label)
         m_generator.createEC(QString::fromLatin1(chosen->curve), pkcs11ProviderName());
     else
         m_generator.createRSA(chosen->bits, PublicExponent, pkcs11ProviderName());
+}
+
+void KeyRequest::goOn()
+{
+    m_answers.clear();
+    m_key = m_generator.key();
+    if (!isPrivateKey(m_key))
+        end(KeyNotMade);
+    else if (m_isKeyAlone)
+        end(NoError);
+    else
+        sign();
 }
 
 void KeyRequest::useEntry(QObject *keyStoreEntry)
@@ -246,7 +309,7 @@ void KeyRequest::signAgain()
 
 void KeyRequest::useKey(const QCA::PrivateKey &key)
 {
-    if (!begin())
+    if (!begin() || !check())
         return;
     m_key = key;
     m_storeId = keyStoreIdOf(key);
@@ -259,7 +322,7 @@ void KeyRequest::useKey(const QCA::PrivateKey &key)
 void KeyRequest::sign()
 {
     const QPointer<KeyRequest> self(this);
-    const QCA::CertificateRequest made = madeRequest(m_contents.options(), m_key);
+    const QCA::CertificateRequest made = madeRequest(contents().options(), m_key);
     if (!self)
         return;
     if (made.isNull())
@@ -272,7 +335,7 @@ void KeyRequest::save(const QCA::CertificateRequest &request)
 {
     RequestSave saving;
     saving.request = request;
-    saving.commonName = m_contents.title();
+    saving.commonName = contents().title();
     if (!saving.write()) {
         end(NotSaved);
         return;

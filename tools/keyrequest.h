@@ -3,7 +3,8 @@
 #pragma once
 
 #include "qca/adapter/keygenerator.h"
-#include "tools/requestcontents.h"
+#include "qca/questions/storedanswers.h"
+#include "tools/requestvalues.h"
 
 #include <QObject>
 #include <QtCrypto>
@@ -38,6 +39,13 @@ class KeyRequest : public QObject {
     /// The file of the request that was saved last, and its PEM text; empty before.
     Q_PROPERTY(QString path READ path NOTIFY finished)
     Q_PROPERTY(QString pem READ pem NOTIFY finished)
+    /// The last run made a key, or found one: `signAgain()` makes a request for it.
+    Q_PROPERTY(bool hasKey READ hasKey NOTIFY finished)
+    /// What is typed of the subject, and of its other names; for forms.
+    Q_PROPERTY(Trivex::RequestValues *names READ names CONSTANT)
+    Q_PROPERTY(Trivex::RequestValues *alternativeNames READ alternativeNames CONSTANT)
+    /// Some name of the subject is filled in, without which nobody is asked for a certificate.
+    Q_PROPERTY(bool named READ isNamed NOTIFY contentsChanged)
     /// Names of RFC 5280, 4.2.1.3: "digitalSignature".
     Q_PROPERTY(QStringList keyUsages READ keyUsages WRITE setKeyUsages NOTIFY contentsChanged)
     /// Names of RFC 5280, 4.2.1.12 ("serverAuth"), or dotted OIDs.
@@ -64,11 +72,15 @@ public:
     QString field() const { return m_finding.type; }
     QString path() const { return m_path; }
     QString pem() const { return m_pem; }
-    QStringList keyUsages() const { return m_contents.keyUsages; }
+    bool hasKey() const;
+    bool isNamed() const { return !contents().title().isEmpty(); }
+    RequestValues *names() { return &m_names; }
+    RequestValues *alternativeNames() { return &m_alternativeNames; }
+    QStringList keyUsages() const { return m_keyUsages; }
     void setKeyUsages(const QStringList &usages);
-    QStringList purposes() const { return m_contents.purposes; }
+    QStringList purposes() const { return m_purposes; }
     void setPurposes(const QStringList &purposes);
-    const RequestContents &contents() const { return m_contents; }
+    RequestContents contents() const;
     void setContents(const RequestContents &contents);
 
     /// Every attribute that has a name of its own; any other goes by its dotted OID.
@@ -83,7 +95,16 @@ public:
     Q_INVOKABLE static QString problemOfName(const QString &type, const QString &value);
     Q_INVOKABLE static QString problemOfAlternativeName(const QString &type, const QString &value);
 
-    /// Takes names and usages from a profile; false for one that is not there.
+    /// Every key usage and purpose that has a name.
+    Q_INVOKABLE static QStringList knownKeyUsages();
+    Q_INVOKABLE static QStringList knownPurposes();
+    /// What people call an attribute, a usage or a purpose.
+    Q_INVOKABLE static QString title(const QString &name);
+    /// The directory that requests are saved in.
+    Q_INVOKABLE static QString folder();
+
+    /// Takes names and usages from a profile; false for one that is not there. What was typed stays
+    /// where the profile leaves a value open, and behind its own where it has no such field.
     Q_INVOKABLE bool loadProfile(const QString &name);
     Q_INVOKABLE bool saveProfile(const QString &name) const;
 
@@ -91,6 +112,10 @@ public:
     // runs.
     /// For a new key on the token `storeId`, a `KeyKind`, labelled `label`.
     Q_INVOKABLE void makeKey(const QString &storeId, int kind, const QString &label);
+    /// Makes the key alone, whatever the names are like; `signAgain()` goes on from there. `pin`
+    /// answers the token's question, once; without it somebody is asked.
+    Q_INVOKABLE void prepareKey(const QString &storeId, int kind, const QString &label,
+                                const QString &pin = QString());
     /// For the key of a bundle, by the object of its row ("keyStoreEntry").
     Q_INVOKABLE void useEntry(QObject *keyStoreEntry);
     /// For the key of a saved request, which needs no certificate yet.
@@ -108,15 +133,23 @@ Q_SIGNALS:
 
 private:
     bool begin();
+    bool check();
+    void generate(const QString &storeId, int kind, const QString &label);
+    void goOn();
     void sign();
     void save(const QCA::CertificateRequest &request);
     void end(Error error);
 
-    RequestContents m_contents;
+    RequestValues m_names;
+    RequestValues m_alternativeNames;
+    QStringList m_keyUsages;
+    QStringList m_purposes;
     KeyGenerator m_generator;
+    StoredAnswers m_answers;
     QCA::PrivateKey m_key;
     QString m_storeId;
     bool m_isRunning = false;
+    bool m_isKeyAlone = false;
     Error m_error = NoError;
     RequestContents::Finding m_finding;
     QString m_path;

@@ -64,6 +64,16 @@ const Row *find(const Row (&table)[Size], const QString &text, Name name)
     return found == std::end(table) ? nullptr : found;
 }
 
+/// Every `type` or `name` of a table, in its order.
+template <class Row, size_t Size, class Name>
+QStringList namesIn(const Row (&table)[Size], Name name)
+{
+    QStringList names;
+    for (const Row &row : table)
+        names.append(QString::fromLatin1(row.*name));
+    return names;
+}
+
 const AlternativeKind *findKind(const QString &type)
 {
     return find(AlternativeKinds, type, &AlternativeKind::type);
@@ -119,11 +129,14 @@ QStringList textsFromJson(const QJsonValue &json)
 
 RequestContents::Problem RequestContents::problemOfName(const RequestValue &value)
 {
-    if (subjectAttributeOid(value.type).isEmpty())
+    const QString type = subjectAttributeFor(value.type, value.value);
+    if (subjectAttributeOid(type).isEmpty())
         return UnknownType;
-    const SubjectAttribute *attribute = findSubjectAttribute(value.type);
-    return attribute ? problemOf(attribute->rule, attribute->longest, value.value)
-                     : problemOf(ValueRule::Text, LongestOther, value.value);
+    const SubjectAttribute *attribute = findSubjectAttribute(type);
+    if (!attribute)
+        return problemOf(ValueRule::Text, LongestOther, value.value);
+    const Problem problem = problemOf(attribute->rule, attribute->longest, value.value);
+    return problem == WrongValue && checkDigitsOf(type) >= 0 ? WrongDigits : problem;
 }
 
 RequestContents::Problem RequestContents::problemOfAlternativeName(const RequestValue &value)
@@ -132,12 +145,17 @@ RequestContents::Problem RequestContents::problemOfAlternativeName(const Request
     return kind ? problemOf(kind->rule, LongestAlternative, value.value) : UnknownType;
 }
 
+bool RequestContents::isRefused(Problem problem)
+{
+    return problem != NoProblem && problem != WrongDigits;
+}
+
 RequestContents::Finding RequestContents::check() const
 {
     if (names.size() + alternativeNames.size() > MaxNameAttributes)
         return {TooMany, {}};
     for (const RequestValue &value : names) {
-        if (const Problem problem = problemOfName(value))
+        if (const Problem problem = problemOfName(value); isRefused(problem))
             return {problem, value.type};
     }
     for (const RequestValue &value : alternativeNames) {
@@ -174,13 +192,13 @@ QCA::CertificateOptions RequestContents::options() const
 {
     QCA::CertificateInfoOrdered info;
     for (const RequestValue &value : names) {
-        const SubjectAttribute *attribute = findSubjectAttribute(value.type);
+        const QString type = subjectAttributeFor(value.type, value.value);
+        const SubjectAttribute *attribute = findSubjectAttribute(type);
         const QString text = normalized(attribute ? attribute->rule : ValueRule::Text, value.value);
         if (!text.isEmpty())
-            info.append(
-                QCA::CertificateInfoPair(QCA::CertificateInfoType(subjectAttributeOid(value.type),
-                                                                  QCA::CertificateInfoType::DN),
-                                         text));
+            info.append(QCA::CertificateInfoPair(
+                QCA::CertificateInfoType(subjectAttributeOid(type), QCA::CertificateInfoType::DN),
+                text));
     }
     for (const RequestValue &value : alternativeNames) {
         const AlternativeKind *kind = findKind(value.type);
@@ -203,6 +221,21 @@ QCA::CertificateOptions RequestContents::options() const
     options.setInfoOrdered(info);
     options.setConstraints(constraints);
     return options;
+}
+
+QStringList RequestContents::alternativeTypes()
+{
+    return namesIn(AlternativeKinds, &AlternativeKind::type);
+}
+
+QStringList RequestContents::knownKeyUsages()
+{
+    return namesIn(KeyUsages, &Usage::name);
+}
+
+QStringList RequestContents::knownPurposes()
+{
+    return namesIn(Purposes, &Usage::name);
 }
 
 QJsonObject RequestContents::toJson() const

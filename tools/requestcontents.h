@@ -28,6 +28,7 @@ struct RequestContents {
         NoName, ///< neither a name nor an alternative name
         UnknownType, ///< a type that is neither listed nor a dotted OID
         WrongValue, ///< against the rule of its type
+        WrongDigits, ///< a number whose check digits are wrong, which its authority may know better
         TooLong, ///< beyond the upper bound of X.520
         TooMany, ///< more values than a reader has to accept
     };
@@ -48,13 +49,20 @@ struct RequestContents {
     /// What is wrong with one value of `names` or `alternativeNames`; an empty value is none.
     static Problem problemOfName(const RequestValue &value);
     static Problem problemOfAlternativeName(const RequestValue &value);
-    /// The first thing that is wrong with all of it.
+    /// False for no problem, and for one that is only pointed out.
+    static bool isRefused(Problem problem);
+    /// The first thing that it is refused for.
     Finding check() const;
 
     /// The first common name, or the name by which the file is called without one.
     QString title() const;
     /// The options of a PKCS#10 request for it; only for contents without a finding.
     QCA::CertificateOptions options() const;
+
+    /// What `alternativeNames`, `keyUsages` and `purposes` know by name.
+    static QStringList alternativeTypes();
+    static QStringList knownKeyUsages();
+    static QStringList knownPurposes();
 
     QJsonObject toJson() const;
     /// Takes what it knows and leaves out what it does not.

@@ -29,6 +29,9 @@ struct BuiltIn {
 };
 
 constexpr BuiltIn BuiltIns[] = {
+    //% "Simple"
+    {"simple", QT_TRID_NOOP("trivex-app-profile-simple"), "commonName organization email country",
+     "", "", ""},
     //% "Web server"
     {"web-server", QT_TRID_NOOP("trivex-app-profile-server"),
      "commonName organization organizationalUnit locality state country", "dns dns ip",

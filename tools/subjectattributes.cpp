@@ -82,6 +82,20 @@ const Digits *digitsOf(ValueRule rule)
     return found == std::end(Identifiers) ? nullptr : found;
 }
 
+/// A number of another kind than its field's, by its length.
+struct OtherNumber {
+    const char *type;
+    int length;
+    const char *otherType;
+};
+
+constexpr OtherNumber OtherNumbers[] = {
+    {"inn", 10, "innle"},
+    {"innle", 12, "inn"},
+    {"ogrn", 15, "ogrnip"},
+    {"ogrnip", 13, "ogrn"},
+};
+
 bool isDottedOid(const QString &text)
 {
     static const QRegularExpression dotted(QStringLiteral("^[0-2](\\.(0|[1-9][0-9]{0,18}))+$"),
@@ -130,6 +144,23 @@ QString subjectAttributeOid(const QString &type)
     if (const SubjectAttribute *attribute = findSubjectAttribute(type))
         return QString::fromLatin1(attribute->oid);
     return isDottedOid(type) ? type : QString();
+}
+
+QString subjectAttributeFor(const QString &type, const QString &value)
+{
+    for (const OtherNumber &other : OtherNumbers) {
+        if (type == QLatin1String(other.type)
+            && normalized(ValueRule::Inn, value).size() == other.length)
+            return QString::fromLatin1(other.otherType);
+    }
+    return type;
+}
+
+int checkDigitsOf(const QString &type)
+{
+    const SubjectAttribute *attribute = findSubjectAttribute(type);
+    const Digits *digits = attribute ? digitsOf(attribute->rule) : nullptr;
+    return digits ? digits->kind : -1;
 }
 
 QString normalized(ValueRule rule, const QString &value)

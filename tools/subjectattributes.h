@@ -40,6 +40,13 @@ QStringList subjectAttributeTypes();
 /// The OID of a listed attribute, and any other dotted OID itself; empty for anything else.
 QString subjectAttributeOid(const QString &type);
 
+/// The attribute that a value goes into: by their lengths, numbers of a company that were typed for
+/// those of a person, or the other way round, are told apart. `type` itself for everything else.
+QString subjectAttributeFor(const QString &type, const QString &value);
+
+/// The `CheckDigits::Kind` of an attribute; -1 for one that has no check digits.
+int checkDigitsOf(const QString &type);
+
 /// `value` as it goes into a request: trimmed, identifiers without the blanks and hyphens that they
 /// are written with, host names in ASCII.
 QString normalized(ValueRule rule, const QString &value);

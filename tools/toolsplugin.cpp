@@ -12,6 +12,7 @@
 #include "tools/entrymodel.h"
 #include "tools/files.h"
 #include "tools/filesaver.h"
+#include "tools/keykindmodel.h"
 #include "tools/keyrequest.h"
 #include "tools/modelcount.h"
 #include "tools/pinprompt.h"
@@ -68,6 +69,9 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
     qmlRegisterUncreatableType<SignerList>(uri, 1, 0, "SignerList",
                                            QStringLiteral("A DocumentVerifier has one"));
     qmlRegisterType<KeyRequest>(uri, 1, 0, "KeyRequest");
+    qmlRegisterUncreatableType<RequestValues>(uri, 1, 0, "RequestValues",
+                                              QStringLiteral("A KeyRequest has two"));
+    qmlRegisterType<KeyKindModel>(uri, 1, 0, "KeyKindModel");
     qmlRegisterType<RequestWatcher>(uri, 1, 0, "RequestWatcher");
     registerHelper<Validity>(uri, "Validity");
     registerHelper<CheckDigits>(uri, "CheckDigits");

@@ -465,6 +465,10 @@
         <source>Copy the selected part</source>
         <translation>Copy the selected part</translation>
     </message>
+    <message id="trivex-app-copy-pem">
+        <source>Copy as text</source>
+        <translation>Copy as text</translation>
+    </message>
     <message id="trivex-app-copy-report">
         <source>Copy report</source>
         <translation>Copy report</translation>
@@ -823,6 +827,18 @@
         <source>Extensions</source>
         <translation>Extensions</translation>
     </message>
+    <message id="trivex-app-field-add">
+        <source>Add a field</source>
+        <translation>Add a field</translation>
+    </message>
+    <message id="trivex-app-field-add-number">
+        <source>Add</source>
+        <translation>Add</translation>
+    </message>
+    <message id="trivex-app-field-business">
+        <source>Kind of business</source>
+        <translation>Kind of business</translation>
+    </message>
     <message id="trivex-app-field-country">
         <source>Country code</source>
         <translation>Country code</translation>
@@ -835,6 +851,22 @@
         <source>Department</source>
         <translation>Department</translation>
     </message>
+    <message id="trivex-app-field-description">
+        <source>Description</source>
+        <translation>Description</translation>
+    </message>
+    <message id="trivex-app-field-dns">
+        <source>Host name</source>
+        <translation>Host name</translation>
+    </message>
+    <message id="trivex-app-field-dns-flag">
+        <source>This is no host name. Write one as in www.example.org or *.example.org.</source>
+        <translation>This is no host name. Write one as in www.example.org or *.example.org.</translation>
+    </message>
+    <message id="trivex-app-field-domain">
+        <source>Part of a domain name</source>
+        <translation>Part of a domain name</translation>
+    </message>
     <message id="trivex-app-field-email">
         <source>E-mail</source>
         <translation>E-mail</translation>
@@ -843,9 +875,33 @@
         <source>This is no e-mail address. Write one in Latin letters, as in name@example.org.</source>
         <translation>This is no e-mail address. Write one in Latin letters, as in name@example.org.</translation>
     </message>
+    <message id="trivex-app-field-generation">
+        <source>Generation (Jr., Sr.)</source>
+        <translation>Generation (Jr., Sr.)</translation>
+    </message>
+    <message id="trivex-app-field-given-name">
+        <source>First name and patronymic</source>
+        <translation>First name and patronymic</translation>
+    </message>
+    <message id="trivex-app-field-initials">
+        <source>Initials</source>
+        <translation>Initials</translation>
+    </message>
     <message id="trivex-app-field-inn">
         <source>INN</source>
         <translation>INN</translation>
+    </message>
+    <message id="trivex-app-field-innle">
+        <source>INN of the organization</source>
+        <translation>INN of the organization</translation>
+    </message>
+    <message id="trivex-app-field-ip">
+        <source>IP address</source>
+        <translation>IP address</translation>
+    </message>
+    <message id="trivex-app-field-ip-flag">
+        <source>This is no IP address. Write one as in 192.0.2.1 or 2001:db8::1.</source>
+        <translation>This is no IP address. Write one as in 192.0.2.1 or 2001:db8::1.</translation>
     </message>
     <message id="trivex-app-field-locality">
         <source>City</source>
@@ -855,13 +911,53 @@
         <source>Name (of the person or service)</source>
         <translation>Name (of the person or service)</translation>
     </message>
+    <message id="trivex-app-field-number">
+        <source>Number of the field</source>
+        <translation>Number of the field</translation>
+    </message>
+    <message id="trivex-app-field-number-wrong">
+        <source>This is no number of a field. Write one as in 1.2.3.4.</source>
+        <translation>This is no number of a field. Write one as in 1.2.3.4.</translation>
+    </message>
     <message id="trivex-app-field-ogrn">
         <source>OGRN or OGRNIP</source>
         <translation>OGRN or OGRNIP</translation>
     </message>
+    <message id="trivex-app-field-ogrnip">
+        <source>OGRNIP</source>
+        <translation>OGRNIP</translation>
+    </message>
     <message id="trivex-app-field-organization">
         <source>Organization</source>
         <translation>Organization</translation>
+    </message>
+    <message id="trivex-app-field-organization-id">
+        <source>Number of the organization in a register</source>
+        <translation>Number of the organization in a register</translation>
+    </message>
+    <message id="trivex-app-field-other">
+        <source>Another, by its number</source>
+        <translation>Another, by its number</translation>
+    </message>
+    <message id="trivex-app-field-postal-code">
+        <source>Postal code</source>
+        <translation>Postal code</translation>
+    </message>
+    <message id="trivex-app-field-printable-flag">
+        <source>Only Latin letters, digits, blanks and the marks ' ( ) + , - . / : = ? are allowed here.</source>
+        <translation>Only Latin letters, digits, blanks and the marks ' ( ) + , - . / : = ? are allowed here.</translation>
+    </message>
+    <message id="trivex-app-field-pseudonym">
+        <source>Pseudonym</source>
+        <translation>Pseudonym</translation>
+    </message>
+    <message id="trivex-app-field-qualifier">
+        <source>Qualifier of the name</source>
+        <translation>Qualifier of the name</translation>
+    </message>
+    <message id="trivex-app-field-serial">
+        <source>Serial number of the holder</source>
+        <translation>Serial number of the holder</translation>
     </message>
     <message id="trivex-app-field-snils">
         <source>SNILS</source>
@@ -870,6 +966,34 @@
     <message id="trivex-app-field-state">
         <source>Region</source>
         <translation>Region</translation>
+    </message>
+    <message id="trivex-app-field-street">
+        <source>Street and house</source>
+        <translation>Street and house</translation>
+    </message>
+    <message id="trivex-app-field-surname">
+        <source>Last name</source>
+        <translation>Last name</translation>
+    </message>
+    <message id="trivex-app-field-telephone">
+        <source>Telephone</source>
+        <translation>Telephone</translation>
+    </message>
+    <message id="trivex-app-field-title">
+        <source>Position</source>
+        <translation>Position</translation>
+    </message>
+    <message id="trivex-app-field-uri">
+        <source>Web address (URI)</source>
+        <translation>Web address (URI)</translation>
+    </message>
+    <message id="trivex-app-field-uri-flag">
+        <source>This is no whole web address. Write one in Latin letters, with https:// at its beginning.</source>
+        <translation>This is no whole web address. Write one in Latin letters, with https:// at its beginning.</translation>
+    </message>
+    <message id="trivex-app-field-user">
+        <source>User name</source>
+        <translation>User name</translation>
     </message>
     <message id="trivex-app-file">
         <source>File</source>
@@ -1182,6 +1306,14 @@
             <numerusform>%n parts of the file are damaged and are left out.</numerusform>
         </translation>
     </message>
+    <message id="trivex-app-kind-curve">
+        <source>Elliptic curve %1</source>
+        <translation>Elliptic curve %1</translation>
+    </message>
+    <message id="trivex-app-kind-gost">
+        <source>GOST R 34.10-2012, %1 bits</source>
+        <translation>GOST R 34.10-2012, %1 bits</translation>
+    </message>
     <message id="trivex-app-kind-key">
         <source>This is a private key without a certificate. Import a bundle (.p12, .pfx) that holds both.</source>
         <translation>This is a private key without a certificate. Import a bundle (.p12, .pfx) that holds both.</translation>
@@ -1205,6 +1337,10 @@
     <message id="trivex-app-kind-request">
         <source>This is a certificate request. Send it to a certification authority; import the certificate that comes back. Imported, it is listed among your requests.</source>
         <translation>This is a certificate request. Send it to a certification authority; import the certificate that comes back. Imported, it is listed among your requests.</translation>
+    </message>
+    <message id="trivex-app-kind-rsa">
+        <source>RSA, %1 bits</source>
+        <translation>RSA, %1 bits</translation>
     </message>
     <message id="trivex-app-kind-signature">
         <source>This file is a signature. Open it together with its document, under “Sign and verify”.</source>
@@ -1370,6 +1506,14 @@
         <source>Open the folder</source>
         <translation>Open the folder</translation>
     </message>
+    <message id="trivex-app-other-names">
+        <source>Other names that the certificate is for: servers, mailboxes, addresses.</source>
+        <translation>Other names that the certificate is for: servers, mailboxes, addresses.</translation>
+    </message>
+    <message id="trivex-app-other-names-add">
+        <source>Add another name</source>
+        <translation>Add another name</translation>
+    </message>
     <message id="trivex-app-other-signature">
         <source>Another signature file…</source>
         <translation>Another signature file…</translation>
@@ -1498,6 +1642,10 @@
         <source>Save it as PDF and open the file with a program that prints.</source>
         <translation>Save it as PDF and open the file with a program that prints.</translation>
     </message>
+    <message id="trivex-app-profile">
+        <source>Kind of request</source>
+        <translation>Kind of request</translation>
+    </message>
     <message id="trivex-app-profile-company">
         <source>Company (Russia)</source>
         <translation>Company (Russia)</translation>
@@ -1506,13 +1654,49 @@
         <source>Protected mail</source>
         <translation>Protected mail</translation>
     </message>
+    <message id="trivex-app-profile-name">
+        <source>Name of the kind</source>
+        <translation>Name of the kind</translation>
+    </message>
+    <message id="trivex-app-profile-name-hint">
+        <source>Fields and usages are kept as they are filled in now.</source>
+        <translation>Fields and usages are kept as they are filled in now.</translation>
+    </message>
     <message id="trivex-app-profile-person">
         <source>Person (Russia)</source>
         <translation>Person (Russia)</translation>
     </message>
+    <message id="trivex-app-profile-remove">
+        <source>Remove this kind</source>
+        <translation>Remove this kind</translation>
+    </message>
+    <message id="trivex-app-profile-save">
+        <source>Save as a kind of one's own</source>
+        <translation>Save as a kind of one's own</translation>
+    </message>
+    <message id="trivex-app-profile-save-title">
+        <source>Save this kind of request</source>
+        <translation>Save this kind of request</translation>
+    </message>
     <message id="trivex-app-profile-server">
         <source>Web server</source>
         <translation>Web server</translation>
+    </message>
+    <message id="trivex-app-profile-simple">
+        <source>Simple</source>
+        <translation>Simple</translation>
+    </message>
+    <message id="trivex-app-profile-unread">
+        <source>This kind of request could not be read.</source>
+        <translation>This kind of request could not be read.</translation>
+    </message>
+    <message id="trivex-app-profile-unread-advice">
+        <source>Its file is damaged or gone. Select another kind.</source>
+        <translation>Its file is damaged or gone. Select another kind.</translation>
+    </message>
+    <message id="trivex-app-profile-unsaved">
+        <source>The kind was not saved. Enter another name, or check that there is room on the disk.</source>
+        <translation>The kind was not saved. Enter another name, or check that there is room on the disk.</translation>
     </message>
     <message id="trivex-app-purpose-decrypt">
         <source>to decrypt with a key on it</source>
@@ -1537,6 +1721,10 @@
     <message id="trivex-app-purpose-write">
         <source>to write to it</source>
         <translation>to write to it</translation>
+    </message>
+    <message id="trivex-app-purposes">
+        <source>What the certificate is for</source>
+        <translation>What the certificate is for</translation>
     </message>
     <message id="trivex-app-qualified-device">
         <source>The key is on a qualified device</source>
@@ -1788,6 +1976,10 @@
         <source>This value has a wrong form. Correct it.</source>
         <translation>This value has a wrong form. Correct it.</translation>
     </message>
+    <message id="trivex-app-request-unread">
+        <source>The request could not be read.</source>
+        <translation>The request could not be read.</translation>
+    </message>
     <message id="trivex-app-row-menu">
         <source>Actions for the selected rows</source>
         <translation>Actions for the selected rows</translation>
@@ -1795,6 +1987,10 @@
     <message id="trivex-app-save">
         <source>Save</source>
         <translation>Save</translation>
+    </message>
+    <message id="trivex-app-save-as">
+        <source>Save as…</source>
+        <translation>Save as…</translation>
     </message>
     <message id="trivex-app-save-document">
         <source>Save the document</source>
@@ -1848,6 +2044,30 @@
         <source>Serial number, decimal</source>
         <translation>Serial number, decimal</translation>
     </message>
+    <message id="trivex-app-serves-client">
+        <source>A person or a client shows who it is</source>
+        <translation>A person or a client shows who it is</translation>
+    </message>
+    <message id="trivex-app-serves-code">
+        <source>Sign programs</source>
+        <translation>Sign programs</translation>
+    </message>
+    <message id="trivex-app-serves-mail">
+        <source>Protect e-mail</source>
+        <translation>Protect e-mail</translation>
+    </message>
+    <message id="trivex-app-serves-server">
+        <source>A server shows who it is</source>
+        <translation>A server shows who it is</translation>
+    </message>
+    <message id="trivex-app-serves-status">
+        <source>Tell whether certificates are revoked</source>
+        <translation>Tell whether certificates are revoked</translation>
+    </message>
+    <message id="trivex-app-serves-time">
+        <source>Sign time stamps</source>
+        <translation>Sign time stamps</translation>
+    </message>
     <message id="trivex-app-settings">
         <source>Settings</source>
         <translation>Settings</translation>
@@ -1855,6 +2075,14 @@
     <message id="trivex-app-show-details">
         <source>Show details</source>
         <translation>Show details</translation>
+    </message>
+    <message id="trivex-app-show-less">
+        <source>Show less</source>
+        <translation>Show less</translation>
+    </message>
+    <message id="trivex-app-show-more">
+        <source>Show all that a request can have</source>
+        <translation>Show all that a request can have</translation>
     </message>
     <message id="trivex-app-sign-action">
         <source>Sign</source>
@@ -2183,6 +2411,10 @@
         <source>The signature could not be written.</source>
         <translation>The signature could not be written.</translation>
     </message>
+    <message id="trivex-app-usage-agree">
+        <source>Agree on keys</source>
+        <translation>Agree on keys</translation>
+    </message>
     <message id="trivex-app-usage-agreement">
         <source>key agreement</source>
         <translation>key agreement</translation>
@@ -2190,6 +2422,10 @@
     <message id="trivex-app-usage-certificates">
         <source>signing certificates</source>
         <translation>signing certificates</translation>
+    </message>
+    <message id="trivex-app-usage-commit">
+        <source>Sign for good, not to be denied</source>
+        <translation>Sign for good, not to be denied</translation>
     </message>
     <message id="trivex-app-usage-commitment">
         <source>non-repudiation</source>
@@ -2203,9 +2439,25 @@
         <source>agreement for decrypting only</source>
         <translation>agreement for decrypting only</translation>
     </message>
+    <message id="trivex-app-usage-decrypt-only">
+        <source>Agree on keys to decrypt only</source>
+        <translation>Agree on keys to decrypt only</translation>
+    </message>
     <message id="trivex-app-usage-encipher">
         <source>agreement for encrypting only</source>
         <translation>agreement for encrypting only</translation>
+    </message>
+    <message id="trivex-app-usage-encrypt-data">
+        <source>Encrypt data</source>
+        <translation>Encrypt data</translation>
+    </message>
+    <message id="trivex-app-usage-encrypt-keys">
+        <source>Encrypt keys</source>
+        <translation>Encrypt keys</translation>
+    </message>
+    <message id="trivex-app-usage-encrypt-only">
+        <source>Agree on keys to encrypt only</source>
+        <translation>Agree on keys to encrypt only</translation>
     </message>
     <message id="trivex-app-usage-key-encryption">
         <source>encrypting keys</source>
@@ -2215,9 +2467,25 @@
         <source>signing lists of revoked certificates</source>
         <translation>signing lists of revoked certificates</translation>
     </message>
+    <message id="trivex-app-usage-sign">
+        <source>Sign data</source>
+        <translation>Sign data</translation>
+    </message>
+    <message id="trivex-app-usage-sign-certificates">
+        <source>Sign certificates</source>
+        <translation>Sign certificates</translation>
+    </message>
+    <message id="trivex-app-usage-sign-lists">
+        <source>Sign lists of revoked certificates</source>
+        <translation>Sign lists of revoked certificates</translation>
+    </message>
     <message id="trivex-app-usage-signature">
         <source>digital signature</source>
         <translation>digital signature</translation>
+    </message>
+    <message id="trivex-app-usages">
+        <source>What the key does</source>
+        <translation>What the key does</translation>
     </message>
     <message id="trivex-app-use-any">
         <source>Any purpose</source>

@@ -469,6 +469,10 @@
         <source>Copy the selected part</source>
         <translation>Копировать выделенное</translation>
     </message>
+    <message id="trivex-app-copy-pem">
+        <source>Copy as text</source>
+        <translation>Копировать текстом</translation>
+    </message>
     <message id="trivex-app-copy-report">
         <source>Copy report</source>
         <translation>Скопировать отчёт</translation>
@@ -829,6 +833,18 @@
         <source>Extensions</source>
         <translation>Расширения</translation>
     </message>
+    <message id="trivex-app-field-add">
+        <source>Add a field</source>
+        <translation>Добавить поле</translation>
+    </message>
+    <message id="trivex-app-field-add-number">
+        <source>Add</source>
+        <translation>Добавить</translation>
+    </message>
+    <message id="trivex-app-field-business">
+        <source>Kind of business</source>
+        <translation>Вид деятельности</translation>
+    </message>
     <message id="trivex-app-field-country">
         <source>Country code</source>
         <translation>Код страны</translation>
@@ -841,6 +857,22 @@
         <source>Department</source>
         <translation>Подразделение</translation>
     </message>
+    <message id="trivex-app-field-description">
+        <source>Description</source>
+        <translation>Описание</translation>
+    </message>
+    <message id="trivex-app-field-dns">
+        <source>Host name</source>
+        <translation>Имя узла</translation>
+    </message>
+    <message id="trivex-app-field-dns-flag">
+        <source>This is no host name. Write one as in www.example.org or *.example.org.</source>
+        <translation>Это не имя узла. Введите его, например, так: www.example.org или *.example.org.</translation>
+    </message>
+    <message id="trivex-app-field-domain">
+        <source>Part of a domain name</source>
+        <translation>Часть доменного имени</translation>
+    </message>
     <message id="trivex-app-field-email">
         <source>E-mail</source>
         <translation>Электронная почта</translation>
@@ -849,9 +881,33 @@
         <source>This is no e-mail address. Write one in Latin letters, as in name@example.org.</source>
         <translation>Это не адрес электронной почты. Введите адрес латинскими буквами, например name@example.org.</translation>
     </message>
+    <message id="trivex-app-field-generation">
+        <source>Generation (Jr., Sr.)</source>
+        <translation>Поколение (мл., ст.)</translation>
+    </message>
+    <message id="trivex-app-field-given-name">
+        <source>First name and patronymic</source>
+        <translation>Имя и отчество</translation>
+    </message>
+    <message id="trivex-app-field-initials">
+        <source>Initials</source>
+        <translation>Инициалы</translation>
+    </message>
     <message id="trivex-app-field-inn">
         <source>INN</source>
         <translation>ИНН</translation>
+    </message>
+    <message id="trivex-app-field-innle">
+        <source>INN of the organization</source>
+        <translation>ИНН организации</translation>
+    </message>
+    <message id="trivex-app-field-ip">
+        <source>IP address</source>
+        <translation>IP-адрес</translation>
+    </message>
+    <message id="trivex-app-field-ip-flag">
+        <source>This is no IP address. Write one as in 192.0.2.1 or 2001:db8::1.</source>
+        <translation>Это не IP-адрес. Введите его, например, так: 192.0.2.1 или 2001:db8::1.</translation>
     </message>
     <message id="trivex-app-field-locality">
         <source>City</source>
@@ -861,13 +917,53 @@
         <source>Name (of the person or service)</source>
         <translation>Имя (человека или службы)</translation>
     </message>
+    <message id="trivex-app-field-number">
+        <source>Number of the field</source>
+        <translation>Номер поля</translation>
+    </message>
+    <message id="trivex-app-field-number-wrong">
+        <source>This is no number of a field. Write one as in 1.2.3.4.</source>
+        <translation>Это не номер поля. Введите его, например, так: 1.2.3.4.</translation>
+    </message>
     <message id="trivex-app-field-ogrn">
         <source>OGRN or OGRNIP</source>
         <translation>ОГРН или ОГРНИП</translation>
     </message>
+    <message id="trivex-app-field-ogrnip">
+        <source>OGRNIP</source>
+        <translation>ОГРНИП</translation>
+    </message>
     <message id="trivex-app-field-organization">
         <source>Organization</source>
         <translation>Организация</translation>
+    </message>
+    <message id="trivex-app-field-organization-id">
+        <source>Number of the organization in a register</source>
+        <translation>Номер организации в реестре</translation>
+    </message>
+    <message id="trivex-app-field-other">
+        <source>Another, by its number</source>
+        <translation>Другое, по номеру</translation>
+    </message>
+    <message id="trivex-app-field-postal-code">
+        <source>Postal code</source>
+        <translation>Почтовый индекс</translation>
+    </message>
+    <message id="trivex-app-field-printable-flag">
+        <source>Only Latin letters, digits, blanks and the marks ' ( ) + , - . / : = ? are allowed here.</source>
+        <translation>Здесь допустимы только латинские буквы, цифры, пробелы и знаки ' ( ) + , - . / : = ?</translation>
+    </message>
+    <message id="trivex-app-field-pseudonym">
+        <source>Pseudonym</source>
+        <translation>Псевдоним</translation>
+    </message>
+    <message id="trivex-app-field-qualifier">
+        <source>Qualifier of the name</source>
+        <translation>Уточнение имени</translation>
+    </message>
+    <message id="trivex-app-field-serial">
+        <source>Serial number of the holder</source>
+        <translation>Порядковый номер владельца</translation>
     </message>
     <message id="trivex-app-field-snils">
         <source>SNILS</source>
@@ -876,6 +972,34 @@
     <message id="trivex-app-field-state">
         <source>Region</source>
         <translation>Регион</translation>
+    </message>
+    <message id="trivex-app-field-street">
+        <source>Street and house</source>
+        <translation>Улица и дом</translation>
+    </message>
+    <message id="trivex-app-field-surname">
+        <source>Last name</source>
+        <translation>Фамилия</translation>
+    </message>
+    <message id="trivex-app-field-telephone">
+        <source>Telephone</source>
+        <translation>Телефон</translation>
+    </message>
+    <message id="trivex-app-field-title">
+        <source>Position</source>
+        <translation>Должность</translation>
+    </message>
+    <message id="trivex-app-field-uri">
+        <source>Web address (URI)</source>
+        <translation>Веб-адрес (URI)</translation>
+    </message>
+    <message id="trivex-app-field-uri-flag">
+        <source>This is no whole web address. Write one in Latin letters, with https:// at its beginning.</source>
+        <translation>Это не полный веб-адрес. Введите его латинскими буквами и с https:// в начале.</translation>
+    </message>
+    <message id="trivex-app-field-user">
+        <source>User name</source>
+        <translation>Имя пользователя</translation>
     </message>
     <message id="trivex-app-file">
         <source>File</source>
@@ -1193,6 +1317,14 @@
             <numerusform>%n частей файла повреждены и пропущены.</numerusform>
         </translation>
     </message>
+    <message id="trivex-app-kind-curve">
+        <source>Elliptic curve %1</source>
+        <translation>Эллиптическая кривая %1</translation>
+    </message>
+    <message id="trivex-app-kind-gost">
+        <source>GOST R 34.10-2012, %1 bits</source>
+        <translation>ГОСТ Р 34.10-2012, %1 бит</translation>
+    </message>
     <message id="trivex-app-kind-key">
         <source>This is a private key without a certificate. Import a bundle (.p12, .pfx) that holds both.</source>
         <translation>Это закрытый ключ без сертификата. Импортируйте контейнер (.p12, .pfx), где есть и то и другое.</translation>
@@ -1216,6 +1348,10 @@
     <message id="trivex-app-kind-request">
         <source>This is a certificate request. Send it to a certification authority; import the certificate that comes back. Imported, it is listed among your requests.</source>
         <translation>Это запрос на сертификат. Отправьте его в удостоверяющий центр и импортируйте полученный сертификат. После импорта запрос появится среди ваших запросов.</translation>
+    </message>
+    <message id="trivex-app-kind-rsa">
+        <source>RSA, %1 bits</source>
+        <translation>RSA, %1 бит</translation>
     </message>
     <message id="trivex-app-kind-signature">
         <source>This file is a signature. Open it together with its document, under “Sign and verify”.</source>
@@ -1381,6 +1517,14 @@
         <source>Open the folder</source>
         <translation>Открыть папку</translation>
     </message>
+    <message id="trivex-app-other-names">
+        <source>Other names that the certificate is for: servers, mailboxes, addresses.</source>
+        <translation>Другие имена, для которых нужен сертификат: серверы, почтовые ящики, адреса.</translation>
+    </message>
+    <message id="trivex-app-other-names-add">
+        <source>Add another name</source>
+        <translation>Добавить ещё имя</translation>
+    </message>
     <message id="trivex-app-other-signature">
         <source>Another signature file…</source>
         <translation>Другой файл подписи…</translation>
@@ -1509,6 +1653,10 @@
         <source>Save it as PDF and open the file with a program that prints.</source>
         <translation>Сохраните его как PDF и откройте файл в программе, которая умеет печатать.</translation>
     </message>
+    <message id="trivex-app-profile">
+        <source>Kind of request</source>
+        <translation>Вид запроса</translation>
+    </message>
     <message id="trivex-app-profile-company">
         <source>Company (Russia)</source>
         <translation>Организация (Россия)</translation>
@@ -1517,13 +1665,49 @@
         <source>Protected mail</source>
         <translation>Защищённая почта</translation>
     </message>
+    <message id="trivex-app-profile-name">
+        <source>Name of the kind</source>
+        <translation>Название вида</translation>
+    </message>
+    <message id="trivex-app-profile-name-hint">
+        <source>Fields and usages are kept as they are filled in now.</source>
+        <translation>Поля и назначения сохранятся такими, как они заполнены сейчас.</translation>
+    </message>
     <message id="trivex-app-profile-person">
         <source>Person (Russia)</source>
         <translation>Физическое лицо (Россия)</translation>
     </message>
+    <message id="trivex-app-profile-remove">
+        <source>Remove this kind</source>
+        <translation>Удалить этот вид</translation>
+    </message>
+    <message id="trivex-app-profile-save">
+        <source>Save as a kind of one's own</source>
+        <translation>Сохранить как свой вид</translation>
+    </message>
+    <message id="trivex-app-profile-save-title">
+        <source>Save this kind of request</source>
+        <translation>Сохранить вид запроса</translation>
+    </message>
     <message id="trivex-app-profile-server">
         <source>Web server</source>
         <translation>Веб-сервер</translation>
+    </message>
+    <message id="trivex-app-profile-simple">
+        <source>Simple</source>
+        <translation>Простой</translation>
+    </message>
+    <message id="trivex-app-profile-unread">
+        <source>This kind of request could not be read.</source>
+        <translation>Этот вид запроса не удалось прочитать.</translation>
+    </message>
+    <message id="trivex-app-profile-unread-advice">
+        <source>Its file is damaged or gone. Select another kind.</source>
+        <translation>Его файл повреждён или удалён. Выберите другой вид.</translation>
+    </message>
+    <message id="trivex-app-profile-unsaved">
+        <source>The kind was not saved. Enter another name, or check that there is room on the disk.</source>
+        <translation>Вид не сохранён. Введите другое название или проверьте, есть ли место на диске.</translation>
     </message>
     <message id="trivex-app-purpose-decrypt">
         <source>to decrypt with a key on it</source>
@@ -1548,6 +1732,10 @@
     <message id="trivex-app-purpose-write">
         <source>to write to it</source>
         <translation>чтобы записать на него данные</translation>
+    </message>
+    <message id="trivex-app-purposes">
+        <source>What the certificate is for</source>
+        <translation>Для чего нужен сертификат</translation>
     </message>
     <message id="trivex-app-qualified-device">
         <source>The key is on a qualified device</source>
@@ -1801,6 +1989,10 @@
         <source>This value has a wrong form. Correct it.</source>
         <translation>Значение записано в неверном виде. Исправьте его.</translation>
     </message>
+    <message id="trivex-app-request-unread">
+        <source>The request could not be read.</source>
+        <translation>Запрос не удалось прочитать.</translation>
+    </message>
     <message id="trivex-app-row-menu">
         <source>Actions for the selected rows</source>
         <translation>Действия с выбранными строками</translation>
@@ -1808,6 +2000,10 @@
     <message id="trivex-app-save">
         <source>Save</source>
         <translation>Сохранить</translation>
+    </message>
+    <message id="trivex-app-save-as">
+        <source>Save as…</source>
+        <translation>Сохранить как…</translation>
     </message>
     <message id="trivex-app-save-document">
         <source>Save the document</source>
@@ -1861,6 +2057,30 @@
         <source>Serial number, decimal</source>
         <translation>Серийный номер, десятичный</translation>
     </message>
+    <message id="trivex-app-serves-client">
+        <source>A person or a client shows who it is</source>
+        <translation>Подтверждение личности пользователя или клиента</translation>
+    </message>
+    <message id="trivex-app-serves-code">
+        <source>Sign programs</source>
+        <translation>Подпись программ</translation>
+    </message>
+    <message id="trivex-app-serves-mail">
+        <source>Protect e-mail</source>
+        <translation>Защита электронной почты</translation>
+    </message>
+    <message id="trivex-app-serves-server">
+        <source>A server shows who it is</source>
+        <translation>Подтверждение подлинности сервера</translation>
+    </message>
+    <message id="trivex-app-serves-status">
+        <source>Tell whether certificates are revoked</source>
+        <translation>Ответы о том, отозваны ли сертификаты</translation>
+    </message>
+    <message id="trivex-app-serves-time">
+        <source>Sign time stamps</source>
+        <translation>Подпись меток времени</translation>
+    </message>
     <message id="trivex-app-settings">
         <source>Settings</source>
         <translation>Настройки</translation>
@@ -1868,6 +2088,14 @@
     <message id="trivex-app-show-details">
         <source>Show details</source>
         <translation>Показать сведения</translation>
+    </message>
+    <message id="trivex-app-show-less">
+        <source>Show less</source>
+        <translation>Показать меньше</translation>
+    </message>
+    <message id="trivex-app-show-more">
+        <source>Show all that a request can have</source>
+        <translation>Показать всё, что может быть в запросе</translation>
     </message>
     <message id="trivex-app-sign-action">
         <source>Sign</source>
@@ -2197,6 +2425,10 @@
         <source>The signature could not be written.</source>
         <translation>Не удалось записать подпись.</translation>
     </message>
+    <message id="trivex-app-usage-agree">
+        <source>Agree on keys</source>
+        <translation>Согласование ключей</translation>
+    </message>
     <message id="trivex-app-usage-agreement">
         <source>key agreement</source>
         <translation>согласование ключей</translation>
@@ -2204,6 +2436,10 @@
     <message id="trivex-app-usage-certificates">
         <source>signing certificates</source>
         <translation>подпись сертификатов</translation>
+    </message>
+    <message id="trivex-app-usage-commit">
+        <source>Sign for good, not to be denied</source>
+        <translation>Подпись, от которой нельзя отказаться</translation>
     </message>
     <message id="trivex-app-usage-commitment">
         <source>non-repudiation</source>
@@ -2217,9 +2453,25 @@
         <source>agreement for decrypting only</source>
         <translation>согласование только для расшифрования</translation>
     </message>
+    <message id="trivex-app-usage-decrypt-only">
+        <source>Agree on keys to decrypt only</source>
+        <translation>Согласование ключей только для расшифрования</translation>
+    </message>
     <message id="trivex-app-usage-encipher">
         <source>agreement for encrypting only</source>
         <translation>согласование только для шифрования</translation>
+    </message>
+    <message id="trivex-app-usage-encrypt-data">
+        <source>Encrypt data</source>
+        <translation>Шифрование данных</translation>
+    </message>
+    <message id="trivex-app-usage-encrypt-keys">
+        <source>Encrypt keys</source>
+        <translation>Шифрование ключей</translation>
+    </message>
+    <message id="trivex-app-usage-encrypt-only">
+        <source>Agree on keys to encrypt only</source>
+        <translation>Согласование ключей только для шифрования</translation>
     </message>
     <message id="trivex-app-usage-key-encryption">
         <source>encrypting keys</source>
@@ -2229,9 +2481,25 @@
         <source>signing lists of revoked certificates</source>
         <translation>подпись списков отозванных сертификатов</translation>
     </message>
+    <message id="trivex-app-usage-sign">
+        <source>Sign data</source>
+        <translation>Подпись данных</translation>
+    </message>
+    <message id="trivex-app-usage-sign-certificates">
+        <source>Sign certificates</source>
+        <translation>Подпись сертификатов</translation>
+    </message>
+    <message id="trivex-app-usage-sign-lists">
+        <source>Sign lists of revoked certificates</source>
+        <translation>Подпись списков отозванных сертификатов</translation>
+    </message>
     <message id="trivex-app-usage-signature">
         <source>digital signature</source>
         <translation>цифровая подпись</translation>
+    </message>
+    <message id="trivex-app-usages">
+        <source>What the key does</source>
+        <translation>Что делает ключ</translation>
     </message>
     <message id="trivex-app-use-any">
         <source>Any purpose</source>

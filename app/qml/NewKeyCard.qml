@@ -10,19 +10,17 @@ import Trivex.Crypto.Tools 1.0
 /// The key of a new request: its token, kind and name, and how it is made.
 Card {
     id: card
-    property CertificateRequest request
+    property KeyRequest request
     /// Has no room for two fields side by side.
     property bool narrow: false
-    property bool generating: false
     property bool made: false
-    /// The algorithms are there, in their order.
-    property bool prepared: false
+    readonly property bool generating: request.running && !made
     /// The token that makes the key.
     readonly property alias token: chooser.info
     readonly property bool startable: !generating && chooser.usable && !chooser.info.locked
         && keyName.text.trim().length > 0 && pin.text.length > 0 && algorithm.currentIndex >= 0
         && (!chooser.info.lastTry || consent.checked)
-    signal failed(string cause, string advice)
+    signal started()
 
     title: qsTrId("trivex-app-step-key")
     enabled: !made
@@ -30,41 +28,16 @@ Card {
     function focusFirst() {
         keyName.field.forceActiveFocus(Qt.OtherFocusReason)
     }
-    /// Shows the algorithms of the request, which are there by now.
-    function prepare() {
-        prepared = true
-        // RSA where there is a choice: other keys can't sign files here.
-        algorithm.currentIndex = Math.max(algorithm.indexOfValue(CertificateRequest.RSA2048), 0)
-    }
     function generate() {
         if (!startable)
             return
-        request.prKeyLocationIndex = chooser.location
-        request.prKeyAlgorithmId = algorithm.currentValue
-        request.keyIdentifier = keyName.text.trim()
-        request.keyMarker = keyName.text.trim()
-        request.prKeyPin = pin.text
+        const typed = pin.text
         pin.clear()
         consent.checked = false
-        generating = true
-        request.createKeyPair()
-    }
-    /// The key is there.
-    function finish() {
-        // In this order, so that the page is never without a reason to stay.
-        made = true
-        generating = false
+        started()
+        request.prepareKey(chooser.storeId, algorithm.currentValue, keyName.text.trim(), typed)
     }
 
-    // A token that goes back to rest without a word has failed all the same.
-    Timer {
-        interval: 4000
-        running: card.generating && !chooser.info.busy
-        onTriggered: {
-            card.generating = false
-            card.failed(qsTrId("trivex-app-generate-failed"), qsTrId("trivex-app-advice-pin"))
-        }
-    }
     GridLayout {
         columns: card.narrow ? 1 : 2
         columnSpacing: Theme.unit * 1.5
@@ -91,10 +64,11 @@ Card {
             ComboBox {
                 id: algorithm
                 objectName: "algorithmChooser"
-                // Sorted by the request's init(), which the rows tell nobody.
-                model: card.prepared ? card.request.prKeyAlgorithm : null
-                textRole: "name"
-                valueRole: "id"
+                model: KeyKindModel {
+                    storeId: chooser.storeId
+                }
+                textRole: "title"
+                valueRole: "kind"
                 Accessible.name: qsTrId("trivex-app-algorithm") + ": " + currentText
                 Layout.fillWidth: true
             }

@@ -11,6 +11,7 @@ Loader {
     signal menuAsked()
     signal failed(string cause, string advice)
     signal savedUnseen()
+    signal told(string text)
 
     active: visible || unfinished
     visible: shown
@@ -37,6 +38,7 @@ Loader {
             onUnfinishedChanged: loader.unfinished = unfinished
             onSavedPathChanged: if (!loader.visible) loader.savedUnseen()
             onStartOverAsked: loader.startOver()
+            onTold: loader.told(text)
         }
     }
 }

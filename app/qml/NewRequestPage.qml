@@ -3,7 +3,6 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
-import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
 
@@ -11,21 +10,21 @@ import Trivex.Crypto.Tools 1.0
 FormPage {
     id: page
     property int columns: 3
-    property bool signing: false
+    readonly property bool signing: request.running && keyCard.made
     property bool explained: false
     /// A key that is being made, or has no request yet: the page is to stay.
-    readonly property bool unfinished: keyCard.generating || signing || keyCard.made && !savedPath
+    readonly property bool unfinished: request.running || request.hasKey && !savedPath
     property string savedPath
     signal menuAsked()
     signal failed(string cause, string advice)
     signal startOverAsked()
+    signal told(string text)
 
     maximumWidth: Theme.fontSize * 52
     Accessible.name: qsTrId("trivex-app-new-request")
 
     /// The token's operation ended without a key or a request; why, the window says.
     function generationEnded() {
-        keyCard.generating = false
         explained = true
     }
     function focusFirst() {
@@ -37,38 +36,37 @@ FormPage {
             keyCard.focusFirst()
     }
     function create() {
-        if (signing || !form.check())
+        if (request.running || !form.check())
             return
-        form.apply(request)
         explained = false
-        signing = true
-        request.createRequest()
-        signing = false
-        if (!savedPath && !explained)
-            failed(qsTrId("trivex-app-request-not-made"),
-                   Files.whyNotWritten(request.requestPath()))
+        request.signAgain()
+    }
+    function tell(error) {
+        if (explained)
+            return
+        if (error === KeyRequest.NoKey)
+            failed(qsTrId("trivex-app-request-no-key"), qsTrId("trivex-app-request-no-key-advice"))
+        else if (error === KeyRequest.KeyNotMade)
+            failed(qsTrId("trivex-app-generate-failed"), qsTrId("trivex-app-advice-pin"))
+        else
+            failed(qsTrId("trivex-app-request-not-made"), error === KeyRequest.WrongContents
+                   ? request.message : Files.whyNotWritten(request.folder()))
     }
 
-    CertificateRequest {
+    KeyRequest {
         id: request
-        keyStoreModel: KeyStoreModel
-        Component.onCompleted: {
-            init()
-            keyCard.prepare()
-        }
-        onCreateKeyPairDone: {
-            keyCard.finish()
-            form.focusFirst()
-        }
-        onRequestCreated: {
-            page.savedPath = requestPath() + fileName
-            page.reveal(savedCard)
-            savedCard.focusFirst()
-        }
-        onMissingPrivateKey: {
-            page.explained = true
-            page.failed(qsTrId("trivex-app-request-no-key"),
-                        qsTrId("trivex-app-request-no-key-advice"))
+        onFinished: {
+            if (error !== KeyRequest.NoError) {
+                // What the window knows of the token comes first.
+                Qt.callLater(page.tell, error)
+            } else if (!keyCard.made) {
+                keyCard.made = true
+                form.focusFirst()
+            } else {
+                page.savedPath = path
+                page.reveal(savedCard)
+                savedCard.focusFirst()
+            }
         }
     }
     PageHeader {
@@ -77,73 +75,38 @@ FormPage {
         onMenuAsked: page.menuAsked()
         Layout.fillWidth: true
     }
+    ProfileCard {
+        request: request
+        enabled: !page.savedPath && !request.running
+        onFailed: page.failed(cause, advice)
+        Layout.fillWidth: true
+    }
     NewKeyCard {
         id: keyCard
         request: request
         narrow: page.width < Theme.fontSize * 36
-        onFailed: page.failed(cause, advice)
+        onStarted: page.explained = false
         Layout.fillWidth: true
     }
-    Card {
-        title: qsTrId("trivex-app-step-subject")
+    RequestCard {
+        id: form
+        request: request
+        signing: page.signing
+        startable: keyCard.made && !page.savedPath && !page.signing
+        leavable: keyCard.made && !page.savedPath
         opacity: keyCard.made ? 1 : 0.6
+        onCreateAsked: page.create()
+        onLeaveAsked: page.startOverAsked()
+        onStopAsked: request.cancel()
         Layout.fillWidth: true
-        SubjectForm {
-            id: form
-            enabled: keyCard.made && !page.savedPath && !page.signing
-            Keys.onReturnPressed: createButton.enabled && page.create()
-            Keys.onEnterPressed: createButton.enabled && page.create()
-            Layout.fillWidth: true
-        }
-        Flow {
-            visible: !page.signing
-            spacing: Theme.unit
-            Layout.fillWidth: true
-            Layout.topMargin: Theme.unit
-            Button {
-                id: createButton
-                objectName: "createRequest"
-                text: qsTrId("trivex-app-create-request")
-                icon.source: Theme.icon("request")
-                highlighted: true
-                enabled: keyCard.made && form.complete && !page.savedPath && !page.signing
-                onClicked: page.create()
-            }
-            Button {
-                objectName: "leaveKey"
-                text: qsTrId("trivex-app-another-request")
-                flat: true
-                visible: keyCard.made && !page.savedPath
-                onClicked: page.startOverAsked()
-            }
-        }
-        RowLayout {
-            objectName: "requestBusy"
-            visible: page.signing
-            spacing: Theme.unit
-            Layout.fillWidth: true
-            Layout.topMargin: Theme.unit
-            BusyIndicator {
-                Accessible.name: signingLabel.text
-            }
-            Label {
-                textFormat: Text.PlainText
-                id: signingLabel
-                text: qsTrId("trivex-app-busy-sign")
-                Layout.fillWidth: true
-                Accessible.role: Accessible.AlertMessage
-            }
-            Button {
-                objectName: "requestCancel"
-                text: qsTrId("trivex-app-stop")
-                onClicked: keyCard.token.cancel()
-            }
-        }
     }
     SavedRequestCard {
         id: savedCard
         path: page.savedPath
+        pem: request.pem
         Layout.fillWidth: true
         onStartOverAsked: page.startOverAsked()
+        onFailed: page.failed(cause, advice)
+        onTold: page.told(text)
     }
 }

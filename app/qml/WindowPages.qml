@@ -85,5 +85,6 @@ Item {
         onMenuAsked: pages.menuAsked()
         onFailed: pages.failed(cause, advice)
         onSavedUnseen: pages.told(qsTrId("trivex-app-saved"))
+        onTold: pages.told(text)
     }
 }

@@ -261,8 +261,20 @@ void WindowDriver::key(Qt::Key key, Qt::KeyboardModifiers modifiers)
     QTest::keyClick(window(), key, modifiers);
 }
 
+bool WindowDriver::isInSight(const QQuickItem &item) const
+{
+    return QRectF(0, 0, window()->width(), window()->height())
+        .contains(item.mapRectToScene(QRectF(0, 0, item.width(), item.height())));
+}
+
 bool WindowDriver::fill(const QString &name, const QString &text)
 {
+    QQuickItem *field = item(name);
+    // One that has been scrolled out of sight comes into it as by the Tab key.
+    if (field && !isInSight(*field)) {
+        field->forceActiveFocus(Qt::TabFocusReason);
+        waitUntilStill();
+    }
     if (!click(name))
         return false;
     key(Qt::Key_A, Qt::ControlModifier);

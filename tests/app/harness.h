@@ -94,6 +94,8 @@ public:
     bool clickItem(QQuickItem *item);
     void type(const QString &text);
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    /// Whether all of it is within the window.
+    bool isInSight(const QQuickItem &item) const;
     /// Clicks a field and types into it, over what it holds.
     bool fill(const QString &name, const QString &text);
     /// Waits until `condition` holds, with the event loop running.

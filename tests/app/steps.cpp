@@ -143,6 +143,18 @@ bool Steps::startKey(const QString &name, const QString &pin)
         && m_driver.click(QStringLiteral("generateButton"));
 }
 
+bool Steps::chooseProfile(int number)
+{
+    QQuickItem *chooser = m_driver.item(QStringLiteral("profileChooser"));
+    if (!chooser || !m_driver.waitUntilStill())
+        return false;
+    chooser->forceActiveFocus(Qt::TabFocusReason);
+    m_driver.key(Qt::Key_Home);
+    for (int i = 0; i < number; ++i)
+        m_driver.key(Qt::Key_Down);
+    return chooser->property("currentIndex").toInt() == number;
+}
+
 bool Steps::waitForKey(int ms)
 {
     return waitEnabled("commonNameInput", ms);

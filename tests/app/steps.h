@@ -42,6 +42,9 @@ public:
     QString takeError(int ms = Patience);
     /// Starts a key on the new request page.
     bool startKey(const QString &name, const QString &pin);
+    /// Chooses a kind of request on that page by its place in the list: 0 "Simple", 1 web server,
+    /// 2 mail, 3 Russian person, 4 Russian company.
+    bool chooseProfile(int number);
     /// Waits until the subject can be filled in.
     bool waitForKey(int ms = Patience);
     /// Opens a certificate file in the import dialog and confirms it.

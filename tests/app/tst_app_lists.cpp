@@ -313,6 +313,7 @@ void TestAppLists::identifiersOnEntry()
 {
     QVERIFY(m_steps->startKey(QStringLiteral("numbers"), QString::fromLatin1(TestToken::pin())));
     QVERIFY(m_steps->waitForKey());
+    QVERIFY(m_steps->chooseProfile(4));
     QVERIFY(m_window->fill(QStringLiteral("commonNameInput"), QStringLiteral("Numbers")));
     const struct {
         const char *field;

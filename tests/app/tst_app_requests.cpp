@@ -416,6 +416,7 @@ void TestAppRequests::createdAtTheSecondTry()
 {
     QVERIFY(m_steps->startKey(QStringLiteral("second"), rightPin()));
     QVERIFY(m_steps->waitForKey());
+    QVERIFY(m_steps->chooseProfile(4));
     QVERIFY(m_window->fill(QStringLiteral("commonNameInput"), QStringLiteral("Ada")));
     QVERIFY(m_window->fill(QStringLiteral("organizationInput"), QStringLiteral("First Ltd")));
     QVERIFY(m_window->fill(QStringLiteral("countryInput"), QStringLiteral("RUS")));

@@ -198,6 +198,8 @@ void TestAppWindow::wholeLifeOfACertificate()
     QVERIFY(m_window->click(QStringLiteral("generateButton")));
     QVERIFY(m_steps->waitForKey());
     QVERIFY(m_window->fill(QStringLiteral("commonNameInput"), QStringLiteral("Иванова Мария")));
+    QVERIFY(m_steps->chooseProfile(4));
+    QCOMPARE(m_steps->text("commonNameInput"), QStringLiteral("Иванова Мария"));
     QVERIFY(m_window->fill(QStringLiteral("innInput"), QStringLiteral("7707083894")));
     QVERIFY(!m_window->item(QStringLiteral("innField"))->property("flag").toString().isEmpty());
     m_window->key(Qt::Key_Backspace);

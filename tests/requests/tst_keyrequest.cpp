@@ -254,8 +254,9 @@ void TestKeyRequest::builtInProfiles()
     RequestProfiles profiles;
     const QStringList names = profiles.names();
     QCOMPARE(names,
-             (QStringList{QStringLiteral("web-server"), QStringLiteral("email"),
-                          QStringLiteral("russian-person"), QStringLiteral("russian-company")}));
+             (QStringList{QStringLiteral("simple"), QStringLiteral("web-server"),
+                          QStringLiteral("email"), QStringLiteral("russian-person"),
+                          QStringLiteral("russian-company")}));
     for (const QString &name : names) {
         QVERIFY(profiles.isBuiltIn(name));
         QVERIFY(profiles.title(name).startsWith(QLatin1String("tr:")));

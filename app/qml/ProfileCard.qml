@@ -1,0 +1,120 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
+
+/// Chooses what kind of request it is, and keeps the user's own kinds.
+Card {
+    id: card
+    property KeyRequest request
+    property var names: RequestProfiles.names
+    readonly property string chosen: box.currentIndex >= 0 ? names[box.currentIndex] : ""
+    /// What a profile says beside its fields is to be seen.
+    signal loaded()
+    signal failed(string cause, string advice)
+
+    function refresh(wanted) {
+        names = RequestProfiles.names
+        box.currentIndex = Math.max(0, names.indexOf(wanted))
+    }
+    function load() {
+        if (request.loadProfile(chosen))
+            loaded()
+        else
+            failed(qsTrId("trivex-app-profile-unread"), qsTrId("trivex-app-profile-unread-advice"))
+    }
+    Component.onCompleted: request.loadProfile(chosen)
+
+    Label {
+        textFormat: Text.PlainText
+        text: qsTrId("trivex-app-profile")
+        color: Theme.textDim
+        font.pixelSize: Theme.smallSize
+    }
+    Flow {
+        spacing: Theme.unit
+        Layout.fillWidth: true
+        ComboBox {
+            id: box
+            objectName: "profileChooser"
+            model: card.names.map(function(name) { return RequestProfiles.title(name) })
+            width: Math.min(Theme.fontSize * 18, parent.width)
+            delegate: PlainDelegate {
+                width: ListView.view ? ListView.view.width : implicitWidth
+                text: modelData
+                highlighted: box.highlightedIndex === index
+                hoverEnabled: box.hoverEnabled
+            }
+            Accessible.name: qsTrId("trivex-app-profile") + ": " + currentText
+            onActivated: card.load()
+        }
+        Button {
+            objectName: "saveProfile"
+            text: qsTrId("trivex-app-profile-save")
+            flat: true
+            onClicked: dialog.open()
+        }
+        Button {
+            objectName: "removeProfile"
+            text: qsTrId("trivex-app-profile-remove")
+            flat: true
+            visible: card.chosen.length > 0 && !RequestProfiles.isBuiltIn(card.chosen)
+            onClicked: {
+                RequestProfiles.remove(card.chosen)
+                card.refresh("")
+                card.load()
+            }
+        }
+    }
+    BaseDialog {
+        id: dialog
+        objectName: "profileDialog"
+        title: qsTrId("trivex-app-profile-save-title")
+        function save() {
+            const name = nameField.text.trim()
+            if (!name)
+                return
+            if (card.request.saveProfile(name)) {
+                close()
+                card.refresh(name)
+            } else {
+                problem.text = qsTrId("trivex-app-profile-unsaved")
+            }
+        }
+        onAboutToShow: {
+            problem.text = ""
+            nameField.text = RequestProfiles.isBuiltIn(card.chosen) ? "" : card.chosen
+        }
+        onOpened: nameField.field.forceActiveFocus(Qt.TabFocusReason)
+        LabeledField {
+            id: nameField
+            label: qsTrId("trivex-app-profile-name")
+            hint: qsTrId("trivex-app-profile-name-hint")
+            field.objectName: "profileName"
+            field.onAccepted: dialog.save()
+            Layout.fillWidth: true
+        }
+        Notice {
+            id: problem
+            level: 3
+            Layout.fillWidth: true
+        }
+        footer: DialogButtons {
+            Button {
+                objectName: "profileCancel"
+                text: qsTrId("trivex-app-cancel")
+                onClicked: dialog.close()
+            }
+            Button {
+                objectName: "profileAccept"
+                text: qsTrId("trivex-app-save")
+                highlighted: true
+                enabled: nameField.text.trim().length > 0
+                onClicked: dialog.save()
+            }
+        }
+    }
+}
