@@ -140,7 +140,8 @@ QVariant EntryModel::data(const QModelIndex &index, int role) const
     case InitialRole:
         return kept.initial;
     case HaystackRole:
-        return kept.haystack;
+        noteSearch();
+        return QString::fromUtf8(kept.words + '\n' + kept.text.words + '\n' + kept.text.bytes);
     case KeyKindRole:
         return kept.keyKind;
     case IdentityRole:
@@ -178,7 +179,10 @@ void EntryModel::read(int sourceRow, Row &row) const
     if (const auto *certificate = index.data(m_source.certificate).value<QObject *>()) {
         row.from = certificate->property("notValidBefore").toDateTime();
         row.until = certificate->property("notValidAfter").toDateTime();
-        row.haystack = searchText(certificate);
+        row.words = (searchText(certificate) + QLatin1Char('\n')
+                     + foldedText(index.data(m_source.name).toString()) + QLatin1Char('\n')
+                     + foldedText(row.storeName))
+                        .toUtf8();
     }
 }
 
@@ -189,14 +193,73 @@ void EntryModel::readAhead()
     while (m_next < m_rows.size() && clock.elapsed() < PortionMs)
         row(m_next++);
     if (m_next >= m_rows.size())
+        describeAhead(clock);
+    if (m_next >= m_rows.size() && !isDescribing())
         m_idle.stop();
+    noteDescribing();
+}
+
+void EntryModel::describeAhead(const QElapsedTimer &clock)
+{
+    int first = -1;
+    int last = -1;
+    while (isDescribing() && clock.elapsed() < PortionMs) {
+        const int at = m_nextText++;
+        if (m_rows.at(at).described)
+            continue;
+        describeRow(at);
+        first = first < 0 ? at : first;
+        last = at;
+    }
+    if (first >= 0)
+        Q_EMIT dataChanged(index(first, 0), index(last, 0), {HaystackRole});
+}
+
+void EntryModel::describeRow(int sourceRow)
+{
+    Row &kept = m_rows[sourceRow];
+    kept.described = true;
+    const QModelIndex index = sourceModel()->index(sourceRow, 0);
+    const RowEncoding encoding = rowEncoding(index.data(m_source.entry).value<QObject *>(),
+                                             index.data(m_source.certificate).value<QObject *>());
+    if (!encoding.der.isEmpty())
+        kept.text = m_texts.of(encoding.kind, encoding.der);
+}
+
+void EntryModel::noteDescribing()
+{
+    if (m_told == isDescribing())
+        return;
+    m_told = isDescribing();
+    Q_EMIT describingChanged();
+}
+
+void EntryModel::noteSearch() const
+{
+    if (m_searched)
+        return;
+    m_searched = true;
+    m_idle.start();
+}
+
+bool EntryModel::isFound(int sourceRow, const SearchNeedle &needle) const
+{
+    const Row &kept = row(sourceRow);
+    return needle.isIn(kept.words) || needle.isIn(kept.text);
+}
+
+void EntryModel::startAhead(int first)
+{
+    m_next = qMin(m_next, first);
+    m_nextText = qMin(m_nextText, first);
+    if (m_next < m_rows.size())
+        m_idle.start();
 }
 
 void EntryModel::insert(int first, int last)
 {
     m_rows.insert(first, last - first + 1, Row());
-    m_next = qMin(m_next, first);
-    m_idle.start();
+    startAhead(first);
 }
 
 void EntryModel::remove(int first, int last)
@@ -206,9 +269,7 @@ void EntryModel::remove(int first, int last)
             noteCounts(m_rows.at(i), -1);
     }
     m_rows.remove(first, last - first + 1);
-    m_next = qMin(m_next, first);
-    if (m_next < m_rows.size())
-        m_idle.start();
+    startAhead(first);
 }
 
 void EntryModel::reset()
@@ -224,6 +285,7 @@ void EntryModel::reset()
     m_rows.fill(Row(), sourceModel() ? sourceModel()->rowCount() : 0);
     m_counts.clear();
     m_next = 0;
+    m_nextText = 0;
     m_idle.start();
     m_announce.start();
 }

@@ -3,8 +3,10 @@
 #pragma once
 
 #include "qca/tokens/tokens.h"
+#include "tools/rowtext.h"
 
 #include <QDateTime>
+#include <QElapsedTimer>
 #include <QHash>
 #include <QIdentityProxyModel>
 #include <QSet>
@@ -19,9 +21,12 @@ namespace Trivex {
 /// role for: the digits of tax numbers, serial numbers, the name of the store. Reads the rows'
 /// objects only through their properties. What it read of a row is kept; it is read ahead in small
 /// portions while the event loop is idle, so that the first search of a long list does not stop
-/// the window.
+/// the window. From that search on everything that the viewer shows of the rows is found: it is
+/// put into words in such portions too, and changes of `HaystackRole` tell of it.
 class EntryModel : public QIdentityProxyModel {
     Q_OBJECT
+    /// A search has begun, and some rows are not put into words yet.
+    Q_PROPERTY(bool describing READ isDescribing NOTIFY describingChanged)
 public:
     enum Role {
         StoreIdRole = Qt::UserRole + 102, ///< QString; beyond the source's own roles
@@ -48,6 +53,13 @@ public:
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
+    /// Whether what is looked for stands in the row, as far as it is put into words.
+    bool isFound(int row, const SearchNeedle &needle) const;
+    /// Somebody searches: the rows are put into words from now on.
+    void noteSearch() const;
+    bool isDescribing() const { return m_searched && m_nextText < m_rows.size(); }
+    /// How many certificates and requests were put into words.
+    int describedCount() const { return m_texts.made(); }
     /// How many rows lie in each store; kept current, cheap to read.
     int countInStore(const QString &storeId) const;
     /// The `StoreNameRole` of a row, without the way through a variant.
@@ -68,6 +80,7 @@ public:
 Q_SIGNALS:
     /// Some store's count changed; at most once per turn of the event loop.
     void countsChanged();
+    void describingChanged();
 
 private:
     /// The source's roles, known by their names; -1 for one that it does not have.
@@ -83,7 +96,9 @@ private:
         QString storeId;
         QString storeName;
         QString initial;
-        QString haystack;
+        QByteArray words; ///< of what the row itself shows, folded
+        RowText text; ///< of what the viewer shows
+        bool described = false;
         QDateTime until;
         QDateTime from;
         bool hasKey = false;
@@ -93,6 +108,10 @@ private:
     const Row &row(int sourceRow) const;
     void read(int sourceRow, Row &row) const;
     void readAhead();
+    void describeRow(int sourceRow);
+    void describeAhead(const QElapsedTimer &clock);
+    void startAhead(int first);
+    void noteDescribing();
     void insert(int first, int last);
     void remove(int first, int last);
     void reset();
@@ -104,9 +123,13 @@ private:
     mutable QHash<QString, int> m_counts;
     mutable QHash<QString, bool> m_system;
     int m_next = 0; ///< where reading ahead goes on
+    int m_nextText = 0; ///< and putting into words
+    mutable bool m_searched = false;
+    bool m_told = false; ///< that some rows are not put into words
+    RowTexts m_texts;
     TokenMonitor m_monitor;
     QSet<QString> m_presumed; ///< the stores with presumed keys
-    QTimer m_idle;
+    mutable QTimer m_idle;
     mutable QTimer m_announce;
 };
 

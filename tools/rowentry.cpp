@@ -2,6 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "tools/rowentry.h"
 
+#include "qca/adapter/entries.h"
+#include "qca/adapter/filecontents.h"
+#include "qca/base/regularfile.h"
+#include "qca/base/savedrequest.h"
+
 #include <QMetaProperty>
 
 namespace Trivex {
@@ -19,6 +24,37 @@ const QCA::KeyStoreEntry *wrappedEntry(QObject *object)
     void *arguments[] = {&entry};
     QMetaObject::metacall(object, QMetaObject::ReadProperty, index, arguments);
     return entry;
+}
+
+namespace {
+
+QCA::Certificate certificateIn(const QCA::KeyStoreEntry &entry)
+{
+    return entryType(entry) == QCA::KeyStoreEntry::TypeKeyBundle
+        ? entryKeyBundle(entry).certificateChain().primary()
+        : entryCertificate(entry);
+}
+
+QByteArray requestIn(const QString &file)
+{
+    const FileContents contents = readFileContents(readRegularFile(file).value_or(QByteArray()));
+    for (const FileObject &object : contents.objects) {
+        if (object.kind == FileObject::Request)
+            return object.der;
+    }
+    return {};
+}
+
+} // namespace
+
+RowEncoding rowEncoding(QObject *entry, QObject *certificate)
+{
+    if (const QCA::KeyStoreEntry *wrapped = wrappedEntry(entry)) {
+        const QCA::Certificate found = certificateIn(*wrapped);
+        return {ShownKind::Certificate, found.isNull() ? QByteArray() : found.toDER()};
+    }
+    const auto *request = qobject_cast<SavedRequest *>(certificate);
+    return {ShownKind::Request, request ? requestIn(request->requestFile()) : QByteArray()};
 }
 
 } // namespace Trivex

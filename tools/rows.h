@@ -10,6 +10,9 @@ namespace Trivex {
 /// none. The types here know the models of other modules by the names of their roles.
 int roleNamed(const QAbstractItemModel &model, const QString &name);
 
+/// The row of `model` that `index` shows, through any proxies between them; -1 for none.
+int rowIn(const QAbstractItemModel &model, QModelIndex index);
+
 /// Rows of any model, read by the names of their roles, which a model of its own gives to delegates
 /// only. A singleton in QML.
 class Rows : public QObject {

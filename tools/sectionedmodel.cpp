@@ -2,10 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/sectionedmodel.h"
 
-#include "qca/base/searchtext.h"
 #include "tools/rows.h"
 
-#include <QAbstractProxyModel>
 #include <QMap>
 
 #include <algorithm>
@@ -41,6 +39,8 @@ void SectionedModel::setEntries(EntryModel *entries)
     m_entries = entries;
     endResetModel();
     if (entries) {
+        if (!m_pattern.isEmpty())
+            entries->noteSearch();
         connect(entries, &QAbstractItemModel::rowsInserted, this,
                 [this](const QModelIndex &, int first, int last) { entriesInserted(first, last); });
         connect(
@@ -104,7 +104,9 @@ void SectionedModel::setPattern(const QString &pattern)
     if (m_pattern == pattern)
         return;
     m_pattern = pattern;
-    m_needle = foldedText(pattern);
+    m_needle = SearchNeedle(pattern);
+    if (m_entries && !pattern.isEmpty())
+        m_entries->noteSearch();
     schedule();
     Q_EMIT patternChanged();
 }
@@ -240,6 +242,12 @@ void SectionedModel::scheduleInTurn()
 void SectionedModel::entriesChange(const QModelIndex &first, const QModelIndex &last,
                                    const QVector<int> &roles)
 {
+    // Nothing that is drawn: only what is found changes, and thousands of rows one by one.
+    if (roles.size() == 1 && roles.first() == EntryModel::HaystackRole) {
+        if (!m_pattern.isEmpty())
+            scheduleInTurn();
+        return;
+    }
     for (int i = 0; i < m_rows.size(); ++i) {
         if (m_rows.at(i) >= first.row() && m_rows.at(i) <= last.row())
             Q_EMIT dataChanged(index(i), index(i), roles);
@@ -279,16 +287,6 @@ void SectionedModel::entriesAboutToGo(int first, int last)
     schedule();
 }
 
-int SectionedModel::entryRow(const QAbstractItemModel *model, int row) const
-{
-    QModelIndex index = model->index(row, 0);
-    while (index.isValid() && index.model() != m_entries) {
-        const auto *proxy = qobject_cast<const QAbstractProxyModel *>(index.model());
-        index = proxy ? proxy->mapToSource(index) : QModelIndex();
-    }
-    return index.isValid() ? index.row() : -1;
-}
-
 bool SectionedModel::isWanted(int entryRow) const
 {
     const QModelIndex index = m_entries->index(entryRow, 0);
@@ -296,8 +294,7 @@ bool SectionedModel::isWanted(int entryRow) const
         return false;
     if (m_keyKind != EntryModel::NoKey && index.data(EntryModel::KeyKindRole).toInt() != m_keyKind)
         return false;
-    return m_pattern.isEmpty()
-        || index.data(EntryModel::HaystackRole).toString().contains(m_needle);
+    return m_pattern.isEmpty() || m_entries->isFound(entryRow, m_needle);
 }
 
 QVector<int> SectionedModel::wantedRows()
@@ -310,7 +307,7 @@ QVector<int> SectionedModel::wantedRows()
     rows.reserve(count);
     int hidden = 0;
     for (int i = 0; i < count; ++i) {
-        const int row = entryRow(model, i);
+        const int row = rowIn(*m_entries, model->index(i, 0));
         if (row < 0 || !isWanted(row))
             continue;
         if (m_ready.wants(*m_entries, row))

@@ -25,7 +25,8 @@ class SectionedModel : public QAbstractListModel {
     Q_PROPERTY(QAbstractItemModel *filter READ filter WRITE setFilter NOTIFY filterChanged)
     /// When not empty, only the rows of that store.
     Q_PROPERTY(QString storeId READ storeId WRITE setStoreId NOTIFY storeIdChanged)
-    /// A search text of its own, for lists without a filter model; any part of the haystack.
+    /// What is looked for in everything that the viewer shows of a row. Nothing of it is lost when
+    /// the filter has a search text of its own: both have to be found then.
     Q_PROPERTY(QString pattern READ pattern WRITE setPattern NOTIFY patternChanged)
     /// When not `NoKey`, only the rows whose key is of that kind.
     Q_PROPERTY(int keyKind READ keyKind WRITE setKeyKind NOTIFY keyKindChanged)
@@ -125,7 +126,6 @@ private:
     void setOrder(RowOrder::Key key, bool descending);
     QVector<int> wantedRows();
     QVector<int> groupedByStore(const QVector<int> &rows);
-    int entryRow(const QAbstractItemModel *model, int row) const;
     bool isWanted(int entryRow) const;
     void entriesChange(const QModelIndex &first, const QModelIndex &last,
                        const QVector<int> &roles);
@@ -137,7 +137,7 @@ private:
     QPointer<QAbstractItemModel> m_filter;
     QString m_storeId;
     QString m_pattern;
-    QString m_needle; ///< the pattern, folded
+    SearchNeedle m_needle;
     int m_keyKind = EntryModel::NoKey;
     ReadyFilter m_ready;
     int m_hidden = 0;

@@ -2028,6 +2028,10 @@
         <source>Clear the search</source>
         <translation>Clear the search</translation>
     </message>
+    <message id="trivex-app-searching">
+        <source>Searching…</source>
+        <translation>Searching…</translation>
+    </message>
     <message id="trivex-app-secret-hide">
         <source>Hide what is typed</source>
         <translation>Hide what is typed</translation>

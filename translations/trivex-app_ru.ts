@@ -2041,6 +2041,10 @@
         <source>Clear the search</source>
         <translation>Очистить поиск</translation>
     </message>
+    <message id="trivex-app-searching">
+        <source>Searching…</source>
+        <translation>Идёт поиск…</translation>
+    </message>
     <message id="trivex-app-secret-hide">
         <source>Hide what is typed</source>
         <translation>Скрыть введённое</translation>

@@ -7,21 +7,19 @@ import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
 
-/// How many rows a category has, and how many of them end soon, whatever is being searched in it.
+/// How many rows a category has, and how many of them end soon.
 QtObject {
     id: counter
     property CertificateModel filter
-    property int count: 0
-    property int expiring: 0
+    readonly property int count: shown.count
+    readonly property int expiring: ending.count
     property ModelCount shown: ModelCount {
         model: counter.filter
-        onCountChanged: if (!counter.filter.pattern) counter.count = count
     }
     property ModelCount ending: ModelCount {
         model: counter.filter
         role: "validity"
         value: Validity.Expiring
-        onCountChanged: if (!counter.filter.pattern) counter.expiring = count
     }
     // Certificates come to their end while the window is open.
     property Timer clock: Timer {
@@ -30,14 +28,4 @@ QtObject {
         running: true
         onTriggered: counter.ending.recount()
     }
-    property Connections watch: Connections {
-        target: counter.filter
-        function onPatternChanged() {
-            if (!counter.filter.pattern) {
-                counter.count = counter.filter.rowCount()
-                counter.ending.recount()
-            }
-        }
-    }
-    Component.onCompleted: count = filter ? filter.rowCount() : 0
 }

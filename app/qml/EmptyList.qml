@@ -11,6 +11,8 @@ EmptyState {
     property bool isRequests: false
     property string pattern
     property ReadyFilters filters
+    /// What is shown of the rows is being put into words still.
+    property bool searching: false
     readonly property bool filtered: filters.active && filters.rows.hiddenCount > 0
     signal clearAsked()
     signal newRequestAsked()
@@ -19,6 +21,7 @@ EmptyState {
     icon: filtered ? "filter" : pattern ? "search" : category ? category.icon : "request"
     title: KeyStoreModel.isBusy ? qsTrId("trivex-app-loading")
         : filtered ? qsTrId("trivex-app-filter-hides", filters.rows.hiddenCount)
+        : pattern && searching ? qsTrId("trivex-app-searching")
         : pattern ? qsTrId("trivex-app-not-found") : qsTrId("trivex-app-empty")
     text: filtered ? qsTrId("trivex-app-filtered").replace("%1", () => filters.words)
         : pattern ? qsTrId("trivex-app-not-found-text")

@@ -18,7 +18,6 @@ Item {
     property alias requestEntries: requestEntries
     property alias watcher: watcher
     property alias errors: errors
-    readonly property var searchRoles: ["name", "issuer", "haystack"]
     readonly property var categories: [
         { key: "personal", icon: "person", title: qsTrId("trivex-app-category-personal"),
           about: qsTrId("trivex-app-about-personal"), filter: personal },
@@ -56,11 +55,10 @@ Item {
     }
     CertificateModel {
         id: personal
-        searchRoles: library.searchRoles
         filterRole: KeyStoreModel.SmartCard
         sourceModel: entries
     }
-    // The same for who signs: a search in the list leaves the choice of a key as it is.
+    // The same for who signs.
     CertificateModel {
         id: signers
         filterRole: KeyStoreModel.SmartCard
@@ -68,25 +66,21 @@ Item {
     }
     CertificateModel {
         id: users
-        searchRoles: library.searchRoles
         filterRole: KeyStoreModel.User
         sourceModel: entries
     }
     CertificateModel {
         id: roots
-        searchRoles: library.searchRoles
         filterRole: KeyStoreModel.RootImported
         sourceModel: entries
     }
     CertificateModel {
         id: others
-        searchRoles: library.searchRoles
         filterRole: KeyStoreModel.Imported
         sourceModel: entries
     }
     CertificateModel {
         id: system
-        searchRoles: library.searchRoles
         filterRole: KeyStoreModel.System
         sourceModel: entries
     }

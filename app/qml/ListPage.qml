@@ -41,10 +41,6 @@ Item {
         opened = true
         shield.guard(place)
     }
-    function find(text) {
-        if (rows.chosen)
-            rows.chosen.pattern = text
-    }
     function goBack() {
         opened = false
         list.focusQuietly()
@@ -75,25 +71,16 @@ Item {
 
     CertificateModel {
         id: requestFilter
-        searchRoles: page.library.searchRoles
         filterRole: KeyStoreModel.Request
         sourceModel: page.library.requestEntries
     }
     SectionedModel {
         id: rows
-        property CertificateModel last
-        readonly property CertificateModel chosen: page.category ? page.category.filter
-            : page.isRequests ? requestFilter : null
         entries: page.isRequests ? page.library.requestEntries : page.library.entries
-        filter: chosen
+        filter: page.category ? page.category.filter : page.isRequests ? requestFilter : null
         sortKey: SectionedModel.SortByName
         storeId: page.storeId
-        pattern: page.storeId ? search.text : ""
-        onChosenChanged: {
-            if (last)
-                last.pattern = ""
-            last = chosen
-        }
+        pattern: search.text
     }
     ReadyFilters {
         id: filters
@@ -166,7 +153,6 @@ Item {
                 isRequests: page.isRequests
                 offersTokens: !page.storeId
                 Layout.fillWidth: true
-                onTextChanged: page.find(text)
                 onLeft: list.forceActiveFocus(Qt.TabFocusReason)
             }
             SelectionBar {
@@ -206,6 +192,7 @@ Item {
                     isRequests: page.isRequests
                     pattern: search.text
                     filters: filters
+                    searching: rows.entries.describing
                     onClearAsked: search.text = ""
                     onNewRequestAsked: page.newRequestAsked()
                     onImportAsked: page.importAsked()

@@ -85,7 +85,6 @@ Rectangle {
                     highlighted: sidebar.current === modelData.key
                     onClicked: sidebar.chosen(modelData.key)
                     Layout.fillWidth: true
-                    // A search narrows the filter; the count beside the category stays.
                     CategoryCount {
                         id: counter
                         filter: modelData.filter

@@ -3,6 +3,7 @@
 #include "tests/app/samplewindowtest.h"
 
 #include <QClipboard>
+#include <QCryptographicHash>
 #include <QFontDatabase>
 #include <QLocale>
 #include <QStandardPaths>
@@ -32,6 +33,7 @@ private Q_SLOTS:
     void searchInEveryList_data();
     void searchInEveryList();
     void searchByTaxNumber();
+    void searchByWhatTheDetailsShow();
     void hitIsMarked();
     void countsStayWhileSearching();
     void emptyListsSayWhatBelongsThere();
@@ -155,6 +157,32 @@ void TestAppLists::searchByTaxNumber()
     QVERIFY(m_window->fill(QStringLiteral("searchField"), QStringLiteral("5001007322")));
     QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == 1; }));
     QCOMPARE(m_window->rowNamed(personName()), 0);
+}
+
+void TestAppLists::searchByWhatTheDetailsShow()
+{
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
+        + QStringLiteral("/trivex/certificates/");
+    const QByteArray der = m_authority.openssl({QStringLiteral("x509"), QStringLiteral("-in"),
+                                                folder + QStringLiteral("Right numbers.pem"),
+                                                QStringLiteral("-outform"), QStringLiteral("DER")});
+    const QByteArray digest = QCryptographicHash::hash(der, QCryptographicHash::Sha256);
+    QVERIFY(m_steps->show("users"));
+    const int all = m_window->rowCount();
+    for (const QByteArray &typed :
+         {digest.toHex(), digest.toHex(':').toUpper(), digest.toHex(' ')}) {
+        m_window->key(Qt::Key_F, Qt::ControlModifier);
+        m_window->type(QString::fromLatin1(typed));
+        QTRY_COMPARE(m_window->rowCount(), 1);
+        QCOMPARE(m_window->rowNamed(QStringLiteral("Right numbers")), 0);
+        m_window->key(Qt::Key_Escape);
+        QTRY_COMPARE(m_window->rowCount(), all);
+    }
+    // The identifier of the kind of key that each of them has.
+    m_window->key(Qt::Key_F, Qt::ControlModifier);
+    m_window->type(QStringLiteral("1.3.101.112"));
+    QVERIFY(m_window->holds([&] { return m_window->rowCount() == all; }));
+    m_window->key(Qt::Key_Escape);
 }
 
 void TestAppLists::hitIsMarked()
