@@ -3,29 +3,19 @@
 #include "console/listing.h"
 
 #include "console/report.h"
+#include "console/stores.h"
 #include "qca/adapter/entries.h"
-#include "qca/adapter/qcause.h"
-#include "qca/adapter/reading.h"
-#include "qca/adapter/stores.h"
 #include "qca/base/plaintext.h"
 #include "tools/fileitemtexts.h"
 #include "tools/validity.h"
 
 #include <QCryptographicHash>
-#include <QEventLoop>
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QTimer>
-
-#include <algorithm>
-#include <memory>
 
 namespace Trivex {
 
 namespace {
-
-constexpr int PatienceMs = 60 * 1000;
-constexpr int SilenceMs = 3 * 1000;
 
 struct StoreKind {
     QCA::KeyStore::Type type;
@@ -43,52 +33,10 @@ constexpr StoreKind StoreKinds[] = {
 /// The words for `Validity::State` in JSON.
 constexpr const char *StateWords[] = {"unknown", "valid", "expiring", "expired", "not-yet-valid"};
 
-struct Row {
-    QString id;
-    bool hasKey = false;
-    FileItem item;
-
-    const QCA::Certificate &certificate() const { return item.certificate; }
-    int state() const
-    {
-        return Validity().state(certificate().notValidBefore(), certificate().notValidAfter());
-    }
-};
-
-/// True when every module has answered in time.
-bool waitForStores(QCA::KeyStoreManager *manager)
+int stateOf(const StoreRow &row)
 {
-    if (!manager->isBusy())
-        return true;
-    QEventLoop loop;
-    QObject::connect(manager, &QCA::KeyStoreManager::busyFinished, &loop, &QEventLoop::quit);
-    QTimer::singleShot(PatienceMs, &loop, &QEventLoop::quit);
-    QTimer::singleShot(SilenceMs, &loop, [] {
-        //% "Reading the tokens…"
-        complain(qtTrId("trivex-console-reading"));
-    });
-    loop.exec();
-    return !manager->isBusy();
-}
-
-QVector<Row> rowsOf(QCA::KeyStore *store)
-{
-    QVector<Row> rows;
-    const QList<QCA::KeyStoreEntry> entries = store->entryList();
-    for (const QCA::KeyStoreEntry &entry : entries) {
-        const QCA::KeyBundle bundle = entryKeyBundle(entry);
-        const QCA::Certificate certificate =
-            bundle.isNull() ? entryCertificate(entry) : bundle.certificateChain().primary();
-        Row row;
-        row.item.certificate = ownCertificate(certificate);
-        if (row.item.certificate.isNull())
-            continue;
-        row.item.der = row.item.certificate.toDER();
-        row.id = entryId(entry);
-        row.hasKey = !bundle.isNull();
-        rows += row;
-    }
-    return rows;
+    const QCA::Certificate &certificate = row.item.certificate;
+    return Validity().state(certificate.notValidBefore(), certificate.notValidAfter());
 }
 
 QString isoTime(const QDateTime &time)
@@ -96,28 +44,28 @@ QString isoTime(const QDateTime &time)
     return time.toUTC().toString(Qt::ISODate);
 }
 
-QJsonObject jsonOf(const Row &row)
+QJsonObject jsonOf(const StoreRow &row)
 {
-    const QCA::Certificate &certificate = row.certificate();
-    return {{QStringLiteral("id"), row.id},
+    const QCA::Certificate &certificate = row.item.certificate;
+    return {{QStringLiteral("id"), entryId(row.entry)},
             {QStringLiteral("name"), itemName(row.item)},
             {QStringLiteral("issuer"), itemDetail(row.item)},
             {QStringLiteral("serial"),
              QString::fromLatin1(certificate.serialNumber().toArray().toByteArray().toHex())},
             {QStringLiteral("notBefore"), isoTime(certificate.notValidBefore())},
             {QStringLiteral("notAfter"), isoTime(certificate.notValidAfter())},
-            {QStringLiteral("state"), QLatin1String(StateWords[row.state()])},
+            {QStringLiteral("state"), QLatin1String(StateWords[stateOf(row)])},
             {QStringLiteral("hasKey"), row.hasKey},
             {QStringLiteral("sha256"),
              QString::fromLatin1(
                  QCryptographicHash::hash(row.item.der, QCryptographicHash::Sha256).toHex())}};
 }
 
-QString lineOf(const Row &row)
+QString lineOf(const StoreRow &row)
 {
     const Validity validity;
-    QStringList parts = {itemName(row.item), itemDetail(row.item), validity.word(row.state()),
-                         validity.until(row.certificate().notValidAfter())};
+    QStringList parts = {itemName(row.item), itemDetail(row.item), validity.word(stateOf(row)),
+                         validity.until(row.item.certificate.notValidAfter())};
     if (row.hasKey) {
         //% "with its key"
         parts += qtTrId("trivex-console-with-key");
@@ -126,12 +74,12 @@ QString lineOf(const Row &row)
     return QStringLiteral("  ") + parts.join(QStringLiteral(", "));
 }
 
-void sayStore(const QCA::KeyStore &store, const StoreKind &kind, const QVector<Row> &rows,
+void sayStore(const QCA::KeyStore &store, const StoreKind &kind, const QVector<StoreRow> &rows,
               QJsonArray *json)
 {
     if (json) {
         QJsonArray certificates;
-        for (const Row &row : rows)
+        for (const StoreRow &row : rows)
             certificates += jsonOf(row);
         *json += QJsonObject{{QStringLiteral("store"), plainText(store.name())},
                              {QStringLiteral("storeId"), store.id()},
@@ -144,7 +92,7 @@ void sayStore(const QCA::KeyStore &store, const StoreKind &kind, const QVector<R
         return;
     //% "%1: %n certificate(s)"
     say(qtTrId("trivex-console-store", rows.size()).arg(plainText(store.name())));
-    for (const Row &row : rows)
+    for (const StoreRow &row : rows)
         say(lineOf(row));
 }
 
@@ -152,24 +100,17 @@ void sayStore(const QCA::KeyStore &store, const StoreKind &kind, const QVector<R
 
 ExitCode list(bool isJson)
 {
-    useQca();
-    startStores();
-    QCA::KeyStoreManager manager;
-    const bool isComplete = waitForStores(&manager);
-    QVector<QCA::KeyStore *> stores;
-    for (const QString &id : manager.keyStores())
-        stores += new QCA::KeyStore(id, &manager);
+    const Stores stores;
     QJsonArray json;
     for (const StoreKind &kind : StoreKinds) {
-        for (QCA::KeyStore *store : qAsConst(stores)) {
+        for (QCA::KeyStore *store : stores.all()) {
             if (store->type() == kind.type)
-                sayStore(*store, kind, rowsOf(store), isJson ? &json : nullptr);
+                sayStore(*store, kind, Stores::rowsOf(store), isJson ? &json : nullptr);
         }
     }
-    closeStores(stores);
     if (isJson)
         sayJson(json);
-    if (isComplete)
+    if (stores.isComplete())
         return Done;
     //% "A module has not answered within a minute: its tokens are missing here."
     complain(qtTrId("trivex-console-incomplete"));

@@ -12,19 +12,58 @@ namespace {
 struct Work {
     const char *option;
     Order::Kind kind;
-    bool takesFiles;
+    int leastFiles;
+    int mostFiles; ///< -1: any number
     const char *meaning;
 };
 
 constexpr Work Works[] = {
     //% "List the certificates of the tokens, of your own store and of the system."
-    {"list", Order::List, false, QT_TRID_NOOP("trivex-console-list")},
+    {"list", Order::List, 0, 0, QT_TRID_NOOP("trivex-console-list")},
     //% "Show everything in the files: certificates, requests, lists, keys and bundles."
-    {"show", Order::Show, true, QT_TRID_NOOP("trivex-console-show")},
+    {"show", Order::Show, 1, -1, QT_TRID_NOOP("trivex-console-show")},
+    //% "Sign the file with the key that --key names; the result (CMS) lies beside it."
+    {"sign", Order::Sign, 1, 1, QT_TRID_NOOP("trivex-console-sign")},
+    //% "Check the signatures in the file, or those of the file in the .p7s beside it."
+    {"verify", Order::Verify, 1, 1, QT_TRID_NOOP("trivex-console-verify")},
 };
 
-const char JsonOption[] = "json";
-const char PasswordOption[] = "password-file";
+/// An option that goes with some works.
+struct Option {
+    const char *name;
+    int works; ///< an "or" of `Order::Kind`
+    const char *meaning;
+    QString Order::*text; ///< where its value goes
+    bool Order::*flag; ///< the same for one without a value
+};
+
+constexpr int AnyWork = Order::List | Order::Show | Order::Sign | Order::Verify;
+
+constexpr Option Options[] = {
+    //% "Answer in JSON (UTF-8), for programs."
+    {"json", AnyWork, QT_TRID_NOOP("trivex-console-json"), nullptr, &Order::isJson},
+    //% "Take the password of a bundle from the first line of this file."
+    {"password-file", Order::Show, QT_TRID_NOOP("trivex-console-password-file"),
+     &Order::passwordFile, nullptr},
+    //% "Whose key signs: the name of its certificate, or its SHA-256 fingerprint."
+    {"key", Order::Sign, QT_TRID_NOOP("trivex-console-key"), &Order::key, nullptr},
+    //% "Take the PIN of the token from the first line of this file."
+    {"pin-file", Order::Sign, QT_TRID_NOOP("trivex-console-pin-file"), &Order::pinFile, nullptr},
+    //% "Write the signature to this file."
+    {"output", Order::Sign, QT_TRID_NOOP("trivex-console-output"), &Order::output, nullptr},
+    //% "Put the document into the signature (.p7m)."
+    {"attached", Order::Sign, QT_TRID_NOOP("trivex-console-attached"), nullptr, &Order::isAttached},
+    //% "Replace the file of the signature where there is one."
+    {"replace", Order::Sign, QT_TRID_NOOP("trivex-console-replace"), nullptr, &Order::mayReplace},
+    //% "The document that the signature belongs to."
+    {"document", Order::Verify, QT_TRID_NOOP("trivex-console-document-option"), &Order::document,
+     nullptr},
+};
+
+QString dashed(const char *name)
+{
+    return QStringLiteral("--") + QLatin1String(name);
+}
 
 /// Answered by the parser itself.
 bool asksAboutProgram(const QByteArray &argument)
@@ -40,27 +79,44 @@ bool isWork(const QByteArray &argument)
     });
 }
 
-QString whatIsWrong(const Order &order, const Work *work, int asked)
+/// What is wrong with the number of files.
+QString whatIsWrong(const Work &work, int files)
 {
-    if (asked > 1) {
-        //% "One work at a time: --list and --show exclude each other."
-        return qtTrId("trivex-console-one-work");
-    }
-    if (!work) {
-        //% "--json and --password-file go with --list or --show."
-        return order.isJson || !order.passwordFile.isEmpty() ? qtTrId("trivex-console-no-work")
-                                                             : QString();
-    }
-    const QString name = QStringLiteral("--") + QLatin1String(work->option);
-    if (work->takesFiles && order.files.isEmpty()) {
+    if (files < work.leastFiles) {
         //% "%1 needs a file."
-        return qtTrId("trivex-console-needs-file").arg(name);
+        return qtTrId("trivex-console-needs-file").arg(dashed(work.option));
     }
-    if (!work->takesFiles && !order.files.isEmpty()) {
+    if (work.mostFiles < 0 || files <= work.mostFiles)
+        return {};
+    if (work.mostFiles == 0) {
         //% "%1 takes no file."
-        return qtTrId("trivex-console-takes-no-file").arg(name);
+        return qtTrId("trivex-console-takes-no-file").arg(dashed(work.option));
     }
-    return {};
+    //% "%1 takes one file."
+    return qtTrId("trivex-console-one-file").arg(dashed(work.option));
+}
+
+QString whatIsWrong(const Order &order, const QCommandLineParser &parser)
+{
+    QVector<Work> asked;
+    std::copy_if(std::begin(Works), std::end(Works), std::back_inserter(asked),
+                 [&](const Work &work) { return parser.isSet(QLatin1String(work.option)); });
+    if (asked.size() > 1) {
+        //% "%1 and %2 exclude each other."
+        return qtTrId("trivex-console-one-work")
+            .arg(dashed(asked.at(0).option), dashed(asked.at(1).option));
+    }
+    for (const Option &option : Options) {
+        if (parser.isSet(QLatin1String(option.name)) && !(option.works & order.kind)) {
+            //% "%1 does not fit here. See --help."
+            return qtTrId("trivex-console-option-alone").arg(dashed(option.name));
+        }
+    }
+    if (order.kind == Order::Sign && order.key.isEmpty()) {
+        //% "--sign needs --key: the name of a certificate with a key, as --list shows it."
+        return qtTrId("trivex-console-needs-key");
+    }
+    return asked.isEmpty() ? QString() : whatIsWrong(asked.first(), order.files.size());
 }
 
 } // namespace
@@ -73,13 +129,14 @@ void describe(QCommandLineParser *parser)
     parser->addVersionOption();
     for (const Work &work : Works)
         parser->addOption({QLatin1String(work.option), qtTrId(work.meaning)});
-    //% "Answer in JSON (UTF-8), for programs."
-    parser->addOption({QLatin1String(JsonOption), qtTrId("trivex-console-json")});
-    parser->addOption({QLatin1String(PasswordOption),
-                       //% "Take the password of a bundle from the first line of this file."
-                       qtTrId("trivex-console-password-file"),
-                       //% "file"
-                       qtTrId("trivex-console-file")});
+    for (const Option &option : Options) {
+        QCommandLineOption described(QLatin1String(option.name), qtTrId(option.meaning));
+        if (option.text) {
+            //% "text"
+            described.setValueName(qtTrId("trivex-console-value"));
+        }
+        parser->addOption(described);
+    }
     //% "files"
     const QString files = qtTrId("trivex-console-files");
     //% "Certificates, bundles or documents; without another option they open in the window."
@@ -104,18 +161,17 @@ Order orderOf(const QCommandLineParser &parser)
 {
     Order order;
     order.files = parser.positionalArguments();
-    order.isJson = parser.isSet(QLatin1String(JsonOption));
-    order.passwordFile = parser.value(QLatin1String(PasswordOption));
-    const Work *chosen = nullptr;
-    int asked = 0;
     for (const Work &work : Works) {
-        if (!parser.isSet(QLatin1String(work.option)))
-            continue;
-        ++asked;
-        chosen = &work;
-        order.kind = work.kind;
+        if (parser.isSet(QLatin1String(work.option)))
+            order.kind = work.kind;
     }
-    order.problem = whatIsWrong(order, chosen, asked);
+    for (const Option &option : Options) {
+        if (option.text)
+            order.*option.text = parser.value(QLatin1String(option.name));
+        else
+            order.*option.flag = parser.isSet(QLatin1String(option.name));
+    }
+    order.problem = whatIsWrong(order, parser);
     return order;
 }
 

@@ -9,14 +9,22 @@ namespace Trivex {
 /// What the command line asks for.
 struct Order {
     enum Kind {
-        Window, ///< nothing else: the files are opened in it
-        List,
-        Show,
+        Window = 0, ///< nothing else: the files are opened in it
+        List = 1,
+        Show = 2,
+        Sign = 4,
+        Verify = 8,
     };
     Kind kind = Window;
     QStringList files;
     QString passwordFile; ///< holds the password of a bundle in its first line; empty: it is asked
+    QString pinFile; ///< the same for the PIN of a token
+    QString key; ///< whose key signs
+    QString output; ///< the file of the signature; empty: beside the document
+    QString document; ///< what a signature belongs to; empty: it lies beside it, or in it
     bool isJson = false;
+    bool isAttached = false;
+    bool mayReplace = false;
     /// What is wrong with it, as a sentence; empty when it can be carried out.
     QString problem;
 };

@@ -5,6 +5,8 @@
 #include "console/listing.h"
 #include "console/report.h"
 #include "console/showing.h"
+#include "console/signing.h"
+#include "console/verifying.h"
 
 namespace Trivex {
 
@@ -19,6 +21,10 @@ int carryOut(const Order &order)
         return list(order.isJson);
     case Order::Show:
         return show(order.files, order.passwordFile, order.isJson);
+    case Order::Sign:
+        return sign(order);
+    case Order::Verify:
+        return verify(order);
     case Order::Window:
         break;
     }

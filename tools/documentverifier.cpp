@@ -208,17 +208,27 @@ QVector<ChainCandidate> DocumentVerifier::gather() const
             continue;
         const QString store = entryStoreId(*entry);
         const bool isSystem = m_entries->isSystemStore(store);
-        const bool isOwn = store == userStoreId();
         const QList<QCA::Certificate> certificates = certificatesOf(*entry);
-        for (const QCA::Certificate &certificate : certificates) {
-            const bool isAnchor = isSystem || (isOwn && certificate.isSelfSigned());
-            known += {certificate.toDER(), QString(), isAnchor};
-        }
+        for (const QCA::Certificate &certificate : certificates)
+            known += candidate(certificate, store, isSystem);
     }
     return known;
 }
 
+ChainCandidate DocumentVerifier::candidate(const QCA::Certificate &certificate,
+                                           const QString &storeId, bool isSystem)
+{
+    const bool isOwnRoot = storeId == userStoreId() && certificate.isSelfSigned();
+    return {certificate.toDER(), QString(), isSystem || isOwnRoot};
+}
+
 void DocumentVerifier::verify(const QString &message, const QString &document)
+{
+    verifyWith(message, document, gather());
+}
+
+void DocumentVerifier::verifyWith(const QString &message, const QString &document,
+                                  const QVector<ChainCandidate> &known)
 {
     if (!begin())
         return;
@@ -226,9 +236,8 @@ void DocumentVerifier::verify(const QString &message, const QString &document)
     m_message.reset();
     m_work = std::make_shared<LongWork>();
     const auto outcome = std::make_shared<Outcome>();
-    runInBackground(
-        [=, work = m_work, known = gather()] { outcome->find(message, document, known, *work); },
-        this, [this, outcome] { take(*outcome); });
+    runInBackground([=, work = m_work] { outcome->find(message, document, known, *work); }, this,
+                    [this, outcome] { take(*outcome); });
 }
 
 void DocumentVerifier::take(const Outcome &outcome)

@@ -2647,6 +2647,10 @@
         <source>Certificates, keys and requests</source>
         <translation>Certificates, keys and requests</translation>
     </message>
+    <message id="trivex-console-attached">
+        <source>Put the document into the signature (.p7m).</source>
+        <translation>Put the document into the signature (.p7m).</translation>
+    </message>
     <message id="trivex-console-broken" numerus="yes">
         <source>%1: %n parts are damaged and left out</source>
         <translation>
@@ -2658,9 +2662,13 @@
         <source>holds no certificate, request, list, key or bundle</source>
         <translation>holds no certificate, request, list, key or bundle</translation>
     </message>
-    <message id="trivex-console-file">
-        <source>file</source>
-        <translation>file</translation>
+    <message id="trivex-console-document-option">
+        <source>The document that the signature belongs to.</source>
+        <translation>The document that the signature belongs to.</translation>
+    </message>
+    <message id="trivex-console-exists">
+        <source>%1 exists; --replace replaces it.</source>
+        <translation>%1 exists; --replace replaces it.</translation>
     </message>
     <message id="trivex-console-files">
         <source>files</source>
@@ -2678,6 +2686,10 @@
         <source>Answer in JSON (UTF-8), for programs.</source>
         <translation>Answer in JSON (UTF-8), for programs.</translation>
     </message>
+    <message id="trivex-console-key">
+        <source>Whose key signs: the name of its certificate, or its SHA-256 fingerprint.</source>
+        <translation>Whose key signs: the name of its certificate, or its SHA-256 fingerprint.</translation>
+    </message>
     <message id="trivex-console-list">
         <source>List the certificates of the tokens, of your own store and of the system.</source>
         <translation>List the certificates of the tokens, of your own store and of the system.</translation>
@@ -2686,21 +2698,37 @@
         <source>%1 needs a file.</source>
         <translation>%1 needs a file.</translation>
     </message>
+    <message id="trivex-console-needs-key">
+        <source>--sign needs --key: the name of a certificate with a key, as --list shows it.</source>
+        <translation>--sign needs --key: the name of a certificate with a key, as --list shows it.</translation>
+    </message>
     <message id="trivex-console-no-file">
         <source>There is no such file.</source>
         <translation>There is no such file.</translation>
+    </message>
+    <message id="trivex-console-no-such-key">
+        <source>No certificate with a key has the name or the fingerprint “%1”. See --list.</source>
+        <translation>No certificate with a key has the name or the fingerprint “%1”. See --list.</translation>
     </message>
     <message id="trivex-console-no-terminal">
         <source>is a bundle: its password is asked for at a terminal, or see --password-file</source>
         <translation>is a bundle: its password is asked for at a terminal, or see --password-file</translation>
     </message>
-    <message id="trivex-console-no-work">
-        <source>--json and --password-file go with --list or --show.</source>
-        <translation>--json and --password-file go with --list or --show.</translation>
+    <message id="trivex-console-one-file">
+        <source>%1 takes one file.</source>
+        <translation>%1 takes one file.</translation>
     </message>
     <message id="trivex-console-one-work">
-        <source>One work at a time: --list and --show exclude each other.</source>
-        <translation>One work at a time: --list and --show exclude each other.</translation>
+        <source>%1 and %2 exclude each other.</source>
+        <translation>%1 and %2 exclude each other.</translation>
+    </message>
+    <message id="trivex-console-option-alone">
+        <source>%1 does not fit here. See --help.</source>
+        <translation>%1 does not fit here. See --help.</translation>
+    </message>
+    <message id="trivex-console-output">
+        <source>Write the signature to this file.</source>
+        <translation>Write the signature to this file.</translation>
     </message>
     <message id="trivex-console-password">
         <source>Password of %1:</source>
@@ -2710,6 +2738,18 @@
         <source>Take the password of a bundle from the first line of this file.</source>
         <translation>Take the password of a bundle from the first line of this file.</translation>
     </message>
+    <message id="trivex-console-pin">
+        <source>PIN of %1, %2:</source>
+        <translation>PIN of %1, %2:</translation>
+    </message>
+    <message id="trivex-console-pin-file">
+        <source>Take the PIN of the token from the first line of this file.</source>
+        <translation>Take the PIN of the token from the first line of this file.</translation>
+    </message>
+    <message id="trivex-console-pin-not-tried">
+        <source>The PIN in the file is not tried: a wrong one could lock the token. Type the PIN.</source>
+        <translation>The PIN in the file is not tried: a wrong one could lock the token. Type the PIN.</translation>
+    </message>
     <message id="trivex-console-raw-signature">
         <source>is a signature and nothing else</source>
         <translation>is a signature and nothing else</translation>
@@ -2718,9 +2758,21 @@
         <source>Reading the tokens…</source>
         <translation>Reading the tokens…</translation>
     </message>
+    <message id="trivex-console-replace">
+        <source>Replace the file of the signature where there is one.</source>
+        <translation>Replace the file of the signature where there is one.</translation>
+    </message>
+    <message id="trivex-console-several-keys">
+        <source>Several certificates have this name. Name one by its SHA-256 fingerprint:</source>
+        <translation>Several certificates have this name. Name one by its SHA-256 fingerprint:</translation>
+    </message>
     <message id="trivex-console-show">
         <source>Show everything in the files: certificates, requests, lists, keys and bundles.</source>
         <translation>Show everything in the files: certificates, requests, lists, keys and bundles.</translation>
+    </message>
+    <message id="trivex-console-sign">
+        <source>Sign the file with the key that --key names; the result (CMS) lies beside it.</source>
+        <translation>Sign the file with the key that --key names; the result (CMS) lies beside it.</translation>
     </message>
     <message id="trivex-console-store" numerus="yes">
         <source>%1: %n certificates</source>
@@ -2732,6 +2784,14 @@
     <message id="trivex-console-takes-no-file">
         <source>%1 takes no file.</source>
         <translation>%1 takes no file.</translation>
+    </message>
+    <message id="trivex-console-value">
+        <source>text</source>
+        <translation>text</translation>
+    </message>
+    <message id="trivex-console-verify">
+        <source>Check the signatures in the file, or those of the file in the .p7s beside it.</source>
+        <translation>Check the signatures in the file, or those of the file in the .p7s beside it.</translation>
     </message>
     <message id="trivex-console-with-key">
         <source>with its key</source>

@@ -2661,6 +2661,10 @@
         <source>Certificates, keys and requests</source>
         <translation>Сертификаты, ключи и запросы</translation>
     </message>
+    <message id="trivex-console-attached">
+        <source>Put the document into the signature (.p7m).</source>
+        <translation>Вложить документ в подпись (.p7m).</translation>
+    </message>
     <message id="trivex-console-broken" numerus="yes">
         <source>%1: %n parts are damaged and left out</source>
         <translation>
@@ -2673,9 +2677,13 @@
         <source>holds no certificate, request, list, key or bundle</source>
         <translation>в файле нет ни сертификата, ни запроса, ни списка отзыва, ни ключа, ни контейнера</translation>
     </message>
-    <message id="trivex-console-file">
-        <source>file</source>
-        <translation>файл</translation>
+    <message id="trivex-console-document-option">
+        <source>The document that the signature belongs to.</source>
+        <translation>Документ, к которому относится подпись.</translation>
+    </message>
+    <message id="trivex-console-exists">
+        <source>%1 exists; --replace replaces it.</source>
+        <translation>%1 уже есть; --replace заменит файл.</translation>
     </message>
     <message id="trivex-console-files">
         <source>files</source>
@@ -2693,6 +2701,10 @@
         <source>Answer in JSON (UTF-8), for programs.</source>
         <translation>Ответить в формате JSON (UTF-8), для программ.</translation>
     </message>
+    <message id="trivex-console-key">
+        <source>Whose key signs: the name of its certificate, or its SHA-256 fingerprint.</source>
+        <translation>Чьим ключом подписать: имя в сертификате или его отпечаток SHA-256.</translation>
+    </message>
     <message id="trivex-console-list">
         <source>List the certificates of the tokens, of your own store and of the system.</source>
         <translation>Перечислить сертификаты токенов, вашего хранилища и системы.</translation>
@@ -2701,21 +2713,37 @@
         <source>%1 needs a file.</source>
         <translation>Для %1 нужен файл.</translation>
     </message>
+    <message id="trivex-console-needs-key">
+        <source>--sign needs --key: the name of a certificate with a key, as --list shows it.</source>
+        <translation>Для --sign нужен --key: имя в сертификате с ключом, как его показывает --list.</translation>
+    </message>
     <message id="trivex-console-no-file">
         <source>There is no such file.</source>
         <translation>Такого файла нет.</translation>
+    </message>
+    <message id="trivex-console-no-such-key">
+        <source>No certificate with a key has the name or the fingerprint “%1”. See --list.</source>
+        <translation>Нет сертификата с ключом, у которого имя или отпечаток «%1». См. --list.</translation>
     </message>
     <message id="trivex-console-no-terminal">
         <source>is a bundle: its password is asked for at a terminal, or see --password-file</source>
         <translation>это контейнер: пароль спрашивается в терминале; см. также --password-file</translation>
     </message>
-    <message id="trivex-console-no-work">
-        <source>--json and --password-file go with --list or --show.</source>
-        <translation>--json и --password-file задаются вместе с --list или --show.</translation>
+    <message id="trivex-console-one-file">
+        <source>%1 takes one file.</source>
+        <translation>%1 принимает один файл.</translation>
     </message>
     <message id="trivex-console-one-work">
-        <source>One work at a time: --list and --show exclude each other.</source>
-        <translation>За один раз — одно действие: --list и --show исключают друг друга.</translation>
+        <source>%1 and %2 exclude each other.</source>
+        <translation>%1 и %2 исключают друг друга.</translation>
+    </message>
+    <message id="trivex-console-option-alone">
+        <source>%1 does not fit here. See --help.</source>
+        <translation>%1 здесь не подходит. См. --help.</translation>
+    </message>
+    <message id="trivex-console-output">
+        <source>Write the signature to this file.</source>
+        <translation>Записать подпись в этот файл.</translation>
     </message>
     <message id="trivex-console-password">
         <source>Password of %1:</source>
@@ -2725,6 +2753,18 @@
         <source>Take the password of a bundle from the first line of this file.</source>
         <translation>Взять пароль контейнера из первой строки этого файла.</translation>
     </message>
+    <message id="trivex-console-pin">
+        <source>PIN of %1, %2:</source>
+        <translation>PIN-код токена %1, %2:</translation>
+    </message>
+    <message id="trivex-console-pin-file">
+        <source>Take the PIN of the token from the first line of this file.</source>
+        <translation>Взять PIN-код токена из первой строки этого файла.</translation>
+    </message>
+    <message id="trivex-console-pin-not-tried">
+        <source>The PIN in the file is not tried: a wrong one could lock the token. Type the PIN.</source>
+        <translation>PIN-код из файла не используется: неверный может заблокировать токен. Введите PIN-код.</translation>
+    </message>
     <message id="trivex-console-raw-signature">
         <source>is a signature and nothing else</source>
         <translation>файл содержит только подпись</translation>
@@ -2733,9 +2773,21 @@
         <source>Reading the tokens…</source>
         <translation>Читаются токены…</translation>
     </message>
+    <message id="trivex-console-replace">
+        <source>Replace the file of the signature where there is one.</source>
+        <translation>Заменить файл подписи, если он уже есть.</translation>
+    </message>
+    <message id="trivex-console-several-keys">
+        <source>Several certificates have this name. Name one by its SHA-256 fingerprint:</source>
+        <translation>Это имя стоит в нескольких сертификатах. Укажите отпечаток SHA-256 одного из них:</translation>
+    </message>
     <message id="trivex-console-show">
         <source>Show everything in the files: certificates, requests, lists, keys and bundles.</source>
         <translation>Показать всё, что есть в файлах: сертификаты, запросы, списки отзыва, ключи и контейнеры.</translation>
+    </message>
+    <message id="trivex-console-sign">
+        <source>Sign the file with the key that --key names; the result (CMS) lies beside it.</source>
+        <translation>Подписать файл ключом, который назван в --key; подпись (CMS) ляжет рядом.</translation>
     </message>
     <message id="trivex-console-store" numerus="yes">
         <source>%1: %n certificates</source>
@@ -2748,6 +2800,14 @@
     <message id="trivex-console-takes-no-file">
         <source>%1 takes no file.</source>
         <translation>%1 не принимает файлов.</translation>
+    </message>
+    <message id="trivex-console-value">
+        <source>text</source>
+        <translation>текст</translation>
+    </message>
+    <message id="trivex-console-verify">
+        <source>Check the signatures in the file, or those of the file in the .p7s beside it.</source>
+        <translation>Проверить подписи в файле или подписи файла, лежащие рядом в .p7s.</translation>
     </message>
     <message id="trivex-console-with-key">
         <source>with its key</source>

@@ -76,12 +76,20 @@ private Q_SLOTS:
     void tellsWhatItCannotShow_data();
     void tellsWhatItCannotShow();
     void showsTheOthers();
+    void signsAndVerifies_data();
+    void signsAndVerifies();
+    void trustsTheUsersRoots();
+    void tellsChangedDocuments();
+    void replacesNothingUnasked();
+    void triesNoPinTwice();
+    void namesOneKey();
     void refusesNonsense_data();
     void refusesNonsense();
     void takesFilesOfAnyName();
     void speaksTheUsersLanguage();
 
 private:
+    QStringList signing(const QString &document) const;
     QString path(const QString &name) const { return m_files.filePath(name); }
 
     QTemporaryDir m_files;
@@ -107,6 +115,15 @@ void TestConsole::initTestCase()
     QVERIFY(m_token->writeObject(QStringLiteral("cert"), m_certificate, QStringLiteral("01"),
                                  QStringLiteral("signer")));
     QVERIFY(write(path(QStringLiteral("one")), m_certificate));
+    QVERIFY(write(path(QStringLiteral("pin")), TestToken::pin() + '\n'));
+}
+
+/// The command line that signs it with the only key.
+QStringList TestConsole::signing(const QString &document) const
+{
+    return {QStringLiteral("--sign"),     document,
+            QStringLiteral("--key"),      QStringLiteral("Пётр"),
+            QStringLiteral("--pin-file"), path(QStringLiteral("pin"))};
 }
 
 void TestConsole::lists()
@@ -265,12 +282,156 @@ void TestConsole::showsTheOthers()
     QCOMPARE(outcome.complained.count("trivex: "), 2);
 }
 
+void TestConsole::signsAndVerifies_data()
+{
+    QTest::addColumn<bool>("attached");
+    QTest::newRow("detached") << false;
+    QTest::newRow("attached") << true;
+}
+
+void TestConsole::signsAndVerifies()
+{
+    QFETCH(bool, attached);
+    const QString letter = path(QStringLiteral("letter"));
+    const QString signature = letter + QLatin1String(attached ? ".p7m" : ".p7s");
+    QFile::remove(signature);
+    QVERIFY(write(letter, "Dear all"));
+    const Outcome signed_ = run(
+        signing(letter) + (attached ? QStringList{QStringLiteral("--attached")} : QStringList()));
+    QCOMPARE(signed_.complained, QByteArray());
+    QCOMPARE(signed_.code, 0);
+    QCOMPARE(signed_.said, QFile::encodeName(signature) + '\n');
+    QStringList check = {QStringLiteral("cms"),
+                         QStringLiteral("-verify"),
+                         QStringLiteral("-binary"),
+                         QStringLiteral("-inform"),
+                         QStringLiteral("DER"),
+                         QStringLiteral("-in"),
+                         signature,
+                         QStringLiteral("-CAfile"),
+                         m_authority->certificateFile()};
+    if (!attached)
+        check += {QStringLiteral("-content"), letter};
+    QCOMPARE(m_authority->openssl(check), QByteArray("Dear all"));
+    // Nobody has said that this root is to be trusted.
+    const Outcome verified =
+        run({QStringLiteral("--verify"), attached ? signature : letter, QStringLiteral("--json")});
+    QCOMPARE(verified.code, 3);
+    const QJsonObject found = QJsonDocument::fromJson(verified.said).object();
+    QCOMPARE(found.value(QStringLiteral("attached")).toBool(), attached);
+    const QJsonObject signer = found.value(QStringLiteral("signatures")).toArray().at(0).toObject();
+    QCOMPARE(signer.value(QStringLiteral("name")).toString(), QStringLiteral("Пётр"));
+    QCOMPARE(signer.value(QStringLiteral("verdict")).toString(), QStringLiteral("good"));
+    QCOMPARE(signer.value(QStringLiteral("trust")).toString(), QStringLiteral("no-trusted-root"));
+}
+
+void TestConsole::trustsTheUsersRoots()
+{
+    const QString letter = path(QStringLiteral("letter"));
+    QVERIFY(QFile::exists(letter + QStringLiteral(".p7s")));
+    const QString store = path(QStringLiteral("share/trivex/certificates"));
+    QVERIFY(QDir().mkpath(store));
+    QVERIFY(QFile::copy(m_authority->certificateFile(), store + QStringLiteral("/root.crt")));
+    const Outcome verified = run({QStringLiteral("--verify"), letter + QStringLiteral(".p7s")});
+    QVERIFY2(verified.said.startsWith("Пётр, Test Root, "), verified.said.constData());
+    QCOMPARE(verified.complained, QByteArray());
+    QCOMPARE(verified.code, 0);
+    QVERIFY(QDir(store).removeRecursively());
+}
+
+void TestConsole::tellsChangedDocuments()
+{
+    const QString other = path(QStringLiteral("other-letter"));
+    QVERIFY(write(other, "Dear none"));
+    const Outcome verified = run({QStringLiteral("--verify"), path(QStringLiteral("letter.p7s")),
+                                  QStringLiteral("--document"), other, QStringLiteral("--json")});
+    QCOMPARE(verified.code, 3);
+    QCOMPARE(QJsonDocument::fromJson(verified.said)
+                 .object()
+                 .value(QStringLiteral("signatures"))
+                 .toArray()
+                 .at(0)
+                 .toObject()
+                 .value(QStringLiteral("verdict"))
+                 .toString(),
+             QStringLiteral("document-changed"));
+    const Outcome none = run({QStringLiteral("--verify"), other});
+    QCOMPARE(none.code, 1);
+    QVERIFY(none.complained.startsWith("trivex: "));
+}
+
+void TestConsole::replacesNothingUnasked()
+{
+    const QString letter = path(QStringLiteral("letter"));
+    const QString signature = letter + QStringLiteral(".p7s");
+    QVERIFY(write(signature, "mine"));
+    const Outcome refused = run(signing(letter));
+    QCOMPARE(refused.code, 1);
+    QVERIFY2(refused.complained.contains("--replace"), refused.complained.constData());
+    QFile file(signature);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("mine"));
+    QCOMPARE(run(signing(letter) + QStringList{QStringLiteral("--replace")}).code, 0);
+    QVERIFY(QFileInfo(signature).size() > 100);
+}
+
+void TestConsole::triesNoPinTwice()
+{
+    const QString letter = path(QStringLiteral("letter"));
+    QVERIFY(write(path(QStringLiteral("pin")), "999999\n"));
+    const Outcome refused = run(signing(letter) + QStringList{QStringLiteral("--replace")});
+    QVERIFY(write(path(QStringLiteral("pin")), TestToken::pin() + '\n'));
+    QCOMPARE(refused.code, 1);
+    QVERIFY2(refused.complained.contains("PIN"), refused.complained.constData());
+    // Without a file and without a terminal nobody gives one.
+    QStringList without = signing(letter);
+    without.removeLast();
+    without.removeLast();
+    QCOMPARE(run(without + QStringList{QStringLiteral("--replace")}).code, 1);
+    QCOMPARE(run(signing(letter) + QStringList{QStringLiteral("--replace")}).code, 0);
+}
+
+void TestConsole::namesOneKey()
+{
+    const QString letter = path(QStringLiteral("letter"));
+    QStringList arguments = signing(letter) + QStringList{QStringLiteral("--replace")};
+    arguments[3] = QStringLiteral("Пётр Великий");
+    const Outcome none = run(arguments);
+    QCOMPARE(none.code, 1);
+    QVERIFY2(none.complained.contains("Пётр Великий"), none.complained.constData());
+    const QByteArray second = m_authority->issue(m_token->publicKey(QStringLiteral("01")),
+                                                 QStringLiteral("/CN=Пётр/O=Лес"));
+    QVERIFY(m_token->writeObject(QStringLiteral("cert"), second, QStringLiteral("01"),
+                                 QStringLiteral("second")));
+    const Outcome several = run(signing(letter));
+    QCOMPARE(several.code, 1);
+    QVERIFY2(several.complained.contains(hash(second).toLatin1()), several.complained.constData());
+    arguments[3] = QString::fromLatin1(
+        QCryptographicHash::hash(second, QCryptographicHash::Sha256).toHex(':').toUpper());
+    QCOMPARE(run(arguments).code, 0);
+    const QString signer = path(QStringLiteral("signer.pem"));
+    m_authority->openssl({QStringLiteral("cms"), QStringLiteral("-verify"),
+                          QStringLiteral("-binary"), QStringLiteral("-inform"),
+                          QStringLiteral("DER"), QStringLiteral("-in"),
+                          letter + QStringLiteral(".p7s"), QStringLiteral("-content"), letter,
+                          QStringLiteral("-CAfile"), m_authority->certificateFile(),
+                          QStringLiteral("-signer"), signer});
+    QCOMPARE(m_authority->openssl({QStringLiteral("x509"), QStringLiteral("-in"), signer,
+                                   QStringLiteral("-outform"), QStringLiteral("DER")}),
+             second);
+}
+
 void TestConsole::refusesNonsense_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::newRow("two works") << QStringList{QStringLiteral("--list"), QStringLiteral("--show"),
                                               path(QStringLiteral("one"))};
     QTest::newRow("no file") << QStringList{QStringLiteral("--show")};
+    QTest::newRow("two files to sign")
+        << signing(path(QStringLiteral("one"))) + QStringList{path(QStringLiteral("other"))};
+    QTest::newRow("no key") << QStringList{QStringLiteral("--sign"), path(QStringLiteral("one"))};
+    QTest::newRow("an option of another work")
+        << QStringList{QStringLiteral("--list"), QStringLiteral("--attached")};
     QTest::newRow("a file for the list")
         << QStringList{QStringLiteral("--list"), path(QStringLiteral("one"))};
 }
@@ -301,7 +462,7 @@ void TestConsole::speaksTheUsersLanguage()
     const Outcome outcome = run({QStringLiteral("--list")}, QStringLiteral("ru_RU.UTF-8"));
     qunsetenv("LANGUAGE");
     QCOMPARE(outcome.code, 0);
-    QVERIFY2(outcome.said.startsWith("Trivex Test: 1 сертификат\n"),
+    QVERIFY2(outcome.said.startsWith("Trivex Test: 2 сертификата\n"),
              QByteArray(outcome.said).constData());
 }
 

@@ -1,0 +1,14 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "console/exitcode.h"
+#include "console/order.h"
+
+namespace Trivex {
+
+/// Checks the signatures of a document, and says what was found out of each. `NotGood` unless all
+/// is well with every one of them.
+ExitCode verify(const Order &order);
+
+} // namespace Trivex
