@@ -8,10 +8,11 @@
 
 namespace Trivex {
 
-/// The kinds of keys that a token can make, as far as `KeyRequest` knows them.
+/// The kinds of keys that a token can make, as far as `KeyRequest` knows them. The token is asked
+/// once, beside the GUI thread; until it has told, RSA and the curves of NIST stand here.
 class KeyKindModel : public QAbstractListModel {
     Q_OBJECT
-    /// The id of the token's key store; what no token is known for is what every token can.
+    /// The id of the token's key store.
     Q_PROPERTY(QString storeId READ storeId WRITE setStoreId NOTIFY storeIdChanged)
     Q_PROPERTY(int count READ count NOTIFY countChanged)
 public:
@@ -38,9 +39,11 @@ Q_SIGNALS:
     void countChanged();
 
 private:
+    void takeLook();
     void refresh();
 
     QString m_storeId;
+    bool m_isAsked = false;
     QList<int> m_kinds;
     TokenMonitor m_monitor;
 };

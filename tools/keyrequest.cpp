@@ -257,6 +257,15 @@ void KeyRequest::prepareKey(const QString &storeId, int kind, const QString &lab
     generate(storeId, kind, label);
 }
 
+void KeyRequest::takeKey(const QString &storeId, const QString &keyId)
+{
+    if (!begin())
+        return;
+    m_storeId = storeId;
+    m_key = tokenKeyOfId(storeId, keyId);
+    end(isPrivateKey(m_key) ? NoError : NoKey);
+}
+
 void KeyRequest::generate(const QString &storeId, int kind, const QString &label)
 {
     m_storeId = storeId;

@@ -116,6 +116,9 @@ public:
     /// answers the token's question, once; without it somebody is asked.
     Q_INVOKABLE void prepareKey(const QString &storeId, int kind, const QString &label,
                                 const QString &pin = QString());
+    /// Takes a key that is on the token, by its id (`KeyChoiceModel`), and ends as `prepareKey`
+    /// does.
+    Q_INVOKABLE void takeKey(const QString &storeId, const QString &keyId);
     /// For the key of a bundle, by the object of its row ("keyStoreEntry").
     Q_INVOKABLE void useEntry(QObject *keyStoreEntry);
     /// For the key of a saved request, which needs no certificate yet.

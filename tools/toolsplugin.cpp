@@ -12,6 +12,7 @@
 #include "tools/entrymodel.h"
 #include "tools/files.h"
 #include "tools/filesaver.h"
+#include "tools/keychoicemodel.h"
 #include "tools/keykindmodel.h"
 #include "tools/keyrequest.h"
 #include "tools/modelcount.h"
@@ -71,6 +72,7 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
     qmlRegisterType<KeyRequest>(uri, 1, 0, "KeyRequest");
     qmlRegisterUncreatableType<RequestValues>(uri, 1, 0, "RequestValues",
                                               QStringLiteral("A KeyRequest has two"));
+    qmlRegisterType<KeyChoiceModel>(uri, 1, 0, "KeyChoiceModel");
     qmlRegisterType<KeyKindModel>(uri, 1, 0, "KeyKindModel");
     qmlRegisterType<RequestWatcher>(uri, 1, 0, "RequestWatcher");
     registerHelper<Validity>(uri, "Validity");

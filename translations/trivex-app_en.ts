@@ -1240,7 +1240,19 @@
         <source>What is in the file</source>
         <translation>What is in the file</translation>
     </message>
+    <message id="trivex-app-key-bare">
+        <source>%1, without a certificate</source>
+        <translation>%1, without a certificate</translation>
+    </message>
     <message id="trivex-app-key-bytes">
+        <source>Key</source>
+        <translation>Key</translation>
+    </message>
+    <message id="trivex-app-key-certified">
+        <source>%1, has a certificate</source>
+        <translation>%1, has a certificate</translation>
+    </message>
+    <message id="trivex-app-key-choice">
         <source>Key</source>
         <translation>Key</translation>
     </message>
@@ -1286,6 +1298,14 @@
     <message id="trivex-app-key-name-hint">
         <source>Your own name for it on the token</source>
         <translation>Your own name for it on the token</translation>
+    </message>
+    <message id="trivex-app-key-nameless">
+        <source>Key without a name</source>
+        <translation>Key without a name</translation>
+    </message>
+    <message id="trivex-app-key-new">
+        <source>A new key</source>
+        <translation>A new key</translation>
     </message>
     <message id="trivex-app-key-parameters">
         <source>Parameters</source>
@@ -2307,6 +2327,10 @@
     <message id="trivex-app-structure">
         <source>Structure</source>
         <translation>Structure</translation>
+    </message>
+    <message id="trivex-app-take-key">
+        <source>Use this key</source>
+        <translation>Use this key</translation>
     </message>
     <message id="trivex-app-text-size">
         <source>Text size</source>

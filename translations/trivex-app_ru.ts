@@ -1249,7 +1249,19 @@
         <source>What is in the file</source>
         <translation>Содержимое файла</translation>
     </message>
+    <message id="trivex-app-key-bare">
+        <source>%1, without a certificate</source>
+        <translation>%1, без сертификата</translation>
+    </message>
     <message id="trivex-app-key-bytes">
+        <source>Key</source>
+        <translation>Ключ</translation>
+    </message>
+    <message id="trivex-app-key-certified">
+        <source>%1, has a certificate</source>
+        <translation>%1, с сертификатом</translation>
+    </message>
+    <message id="trivex-app-key-choice">
         <source>Key</source>
         <translation>Ключ</translation>
     </message>
@@ -1296,6 +1308,14 @@
     <message id="trivex-app-key-name-hint">
         <source>Your own name for it on the token</source>
         <translation>Как он будет называться на токене</translation>
+    </message>
+    <message id="trivex-app-key-nameless">
+        <source>Key without a name</source>
+        <translation>Ключ без имени</translation>
+    </message>
+    <message id="trivex-app-key-new">
+        <source>A new key</source>
+        <translation>Новый ключ</translation>
     </message>
     <message id="trivex-app-key-parameters">
         <source>Parameters</source>
@@ -2320,6 +2340,10 @@
     <message id="trivex-app-structure">
         <source>Structure</source>
         <translation>Структура</translation>
+    </message>
+    <message id="trivex-app-take-key">
+        <source>Use this key</source>
+        <translation>Взять этот ключ</translation>
     </message>
     <message id="trivex-app-text-size">
         <source>Text size</source>

@@ -7,7 +7,7 @@ import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
 
-/// The key of a new request: its token, kind and name, and how it is made.
+/// The key of a new request: its token, kind and name, and how it is made; or one that is there.
 Card {
     id: card
     property KeyRequest request
@@ -17,8 +17,10 @@ Card {
     readonly property bool generating: request.running && !made
     /// The token that makes the key.
     readonly property alias token: chooser.info
+    /// Of a key that is there; empty for a new one.
+    readonly property string keyId: keyChooser.currentIndex > 0 ? keyChooser.currentValue : ""
     readonly property bool startable: !generating && chooser.usable && !chooser.info.locked
-        && keyName.text.trim().length > 0 && pin.text.length > 0 && algorithm.currentIndex >= 0
+        && !keyId && keyName.text.trim().length > 0 && pin.text.length > 0 && algorithm.currentIndex >= 0
         && (!chooser.info.lastTry || consent.checked)
     signal started()
 
@@ -27,6 +29,10 @@ Card {
 
     function focusFirst() {
         keyName.field.forceActiveFocus(Qt.OtherFocusReason)
+    }
+    function take() {
+        started()
+        request.takeKey(chooser.storeId, keyId)
     }
     function generate() {
         if (!startable)
@@ -52,6 +58,7 @@ Card {
         }
         ColumnLayout {
             spacing: 3
+            visible: !card.keyId
             Layout.fillWidth: true
             Layout.preferredWidth: 100
             Layout.alignment: Qt.AlignTop
@@ -73,8 +80,40 @@ Card {
                 Layout.fillWidth: true
             }
         }
+        ColumnLayout {
+            spacing: 3
+            visible: keyChooser.count > 1
+            Layout.fillWidth: true
+            Layout.preferredWidth: 100
+            Layout.columnSpan: card.narrow ? 1 : 2
+            Label {
+                textFormat: Text.PlainText
+                text: qsTrId("trivex-app-key-choice")
+                color: Theme.textDim
+                font.pixelSize: Theme.smallSize
+            }
+            ComboBox {
+                id: keyChooser
+                objectName: "keyChooser"
+                model: KeyChoiceModel {
+                    storeId: chooser.storeId
+                    onModelReset: keyChooser.currentIndex = 0
+                }
+                textRole: "title"
+                valueRole: "keyId"
+                delegate: PlainDelegate {
+                    width: ListView.view ? ListView.view.width : implicitWidth
+                    text: model.title
+                    highlighted: keyChooser.highlightedIndex === index
+                    hoverEnabled: keyChooser.hoverEnabled
+                }
+                Accessible.name: qsTrId("trivex-app-key-choice") + ": " + currentText
+                Layout.fillWidth: true
+            }
+        }
         LabeledField {
             id: keyName
+            visible: !card.keyId
             objectName: "keyNameField"
             label: qsTrId("trivex-app-key-name")
             hint: qsTrId("trivex-app-key-name-hint")
@@ -85,6 +124,7 @@ Card {
         }
         ColumnLayout {
             spacing: 3
+            visible: !card.keyId
             Layout.fillWidth: true
             Layout.preferredWidth: 100
             Layout.alignment: Qt.AlignTop
@@ -124,8 +164,17 @@ Card {
             icon.source: Theme.icon("key")
             highlighted: true
             enabled: card.startable
-            visible: !card.generating
+            visible: !card.generating && !card.keyId
             onClicked: card.generate()
+        }
+        Button {
+            objectName: "takeKeyButton"
+            text: qsTrId("trivex-app-take-key")
+            icon.source: Theme.icon("key")
+            highlighted: true
+            enabled: chooser.info.present
+            visible: !card.generating && card.keyId.length > 0
+            onClicked: card.take()
         }
         ColumnLayout {
             visible: card.generating

@@ -12,8 +12,11 @@
 #include "tests/requests/home.h"
 #include "tests/support/marktranslator.h"
 #include "tests/support/testcertificates.h"
+#include "tools/keychoicemodel.h"
+#include "tools/keykindmodel.h"
 #include "tools/keyrequest.h"
 
+#include <QAbstractItemModelTester>
 #include <QDirIterator>
 #include <QProcess>
 #include <QSignalSpy>
@@ -79,10 +82,12 @@ private Q_SLOTS:
     void initTestCase();
     void init();
     void cleanup();
+    void offersWhatTheTokenMakes();
     void requestAndCertificate_data();
     void requestAndCertificate();
     void curveByItsName();
     void curveByNeither();
+    void keysThatAreThere();
     void abandoned_data();
     void abandoned();
 
@@ -141,6 +146,74 @@ void TestKeyRequestKinds::kinds()
     QTest::newRow("GOST 512") << int(KeyRequest::Gost512)
                               << QStringList{QStringLiteral("GOST R 34.10-2012 with 512 bit"),
                                              QStringLiteral("GOST R 34.11-2012 (512 bit)")};
+}
+
+void TestKeyRequestKinds::offersWhatTheTokenMakes()
+{
+    KeyKindModel model;
+    const QAbstractItemModelTester tester(&model,
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
+    // Before the token has told.
+    QCOMPARE(model.count(), 6);
+    model.setStoreId(store()->id());
+    QTRY_COMPARE(model.count(), 9);
+    QList<int> kinds;
+    for (int row = 0; row < model.count(); ++row) {
+        kinds += model.index(row).data(KeyKindModel::KindRole).toInt();
+        QVERIFY(!model.index(row).data(KeyKindModel::TitleRole).toString().isEmpty());
+    }
+    const QList<int> all{KeyRequest::Rsa2048, KeyRequest::Rsa3072, KeyRequest::Rsa4096,
+                         KeyRequest::P256,    KeyRequest::P384,    KeyRequest::P521,
+                         KeyRequest::Ed25519, KeyRequest::Gost256, KeyRequest::Gost512};
+    QCOMPARE(kinds, all);
+    QVERIFY(KeyKindModel::title(99).isEmpty());
+}
+
+void TestKeyRequestKinds::keysThatAreThere()
+{
+    KeyChoiceModel model;
+    const QAbstractItemModelTester tester(&model,
+                                          QAbstractItemModelTester::FailureReportingMode::QtTest);
+    QCOMPARE(model.count(), 1);
+    model.setStoreId(store()->id());
+    const auto ids = [&] {
+        QStringList all;
+        for (int row = 1; row < model.count(); ++row)
+            all += model.index(row).data(KeyChoiceModel::KeyIdRole).toString();
+        return all;
+    };
+    const QStringList before = ids();
+    KeyRequest request;
+    QSignalSpy finished(&request, &KeyRequest::finished);
+    // Without a name: the key comes first.
+    request.prepareKey(store()->id(), KeyRequest::P256, QStringLiteral("there"));
+    QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 1, Patience);
+    QVERIFY2(request.hasKey(), qPrintable(request.message()));
+    QVERIFY(home->requestFiles().isEmpty());
+    request.signAgain();
+    QCOMPARE(request.error(), int(KeyRequest::WrongContents));
+    const int objects = keyObjects();
+
+    QTRY_COMPARE(model.count(), before.size() + 2);
+    QVERIFY(model.index(0).data(KeyChoiceModel::KeyIdRole).toString().isEmpty());
+    QStringList added = ids();
+    for (const QString &id : before)
+        added.removeAll(id);
+    QCOMPARE(added.size(), 1);
+    KeyRequest other;
+    fill(&other, "Other");
+    QSignalSpy otherFinished(&other, &KeyRequest::finished);
+    other.takeKey(store()->id(), added.first());
+    QCOMPARE(otherFinished.count(), 1);
+    QVERIFY(other.hasKey());
+    other.signAgain();
+    QTRY_COMPARE(otherFinished.count(), 2);
+    QVERIFY2(other.error() == KeyRequest::NoError, qPrintable(other.message()));
+    QVERIFY(opensslText(other.path()).contains(QStringLiteral("2.5.4.3=Other")));
+    QCOMPARE(keyObjects(), objects);
+    other.takeKey(store()->id(), QStringLiteral("nothing"));
+    QCOMPARE(other.error(), int(KeyRequest::NoKey));
+    QVERIFY(!other.hasKey());
 }
 
 void TestKeyRequestKinds::requestAndCertificate_data()

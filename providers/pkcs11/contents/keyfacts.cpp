@@ -113,6 +113,7 @@ QVector<TokenKeyFacts> describeKeys(const std::vector<std::shared_ptr<TokenKey>>
         TokenKeyFacts facts;
         facts.id = key->keyId;
         facts.entryId = owners.entryOf(*key);
+        facts.label = key->label;
         if (facts.isBare())
             describe(*key, &facts);
         all.append(facts);

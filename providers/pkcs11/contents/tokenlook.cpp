@@ -48,6 +48,7 @@ struct Known {
     CK_MECHANISM_TYPE mechanism;
     TokenAbility::Kind kind;
     bool TokenAbility::*does;
+    int bits = 0; ///< of its keys, where they all have that size; else the token tells it
 };
 
 constexpr Known KnownMechanisms[] = {
@@ -59,9 +60,9 @@ constexpr Known KnownMechanisms[] = {
     {CKM_ECDSA, TokenAbility::EllipticCurve, &TokenAbility::signs},
     {CKM_EC_EDWARDS_KEY_PAIR_GEN, TokenAbility::Edwards, &TokenAbility::makes},
     {CKM_EDDSA, TokenAbility::Edwards, &TokenAbility::signs},
-    {CKM_GOSTR3410_KEY_PAIR_GEN, TokenAbility::Gost, &TokenAbility::makes},
+    {CKM_GOSTR3410_KEY_PAIR_GEN, TokenAbility::Gost, &TokenAbility::makes, 256},
     {CKM_GOSTR3410, TokenAbility::Gost, &TokenAbility::signs},
-    {MechanismGost512Generate, TokenAbility::Gost, &TokenAbility::makes},
+    {MechanismGost512Generate, TokenAbility::Gost, &TokenAbility::makes, 512},
     {MechanismGost512Sign, TokenAbility::Gost, &TokenAbility::signs},
 };
 
@@ -113,8 +114,12 @@ void note(const Session &session, CK_SLOT_ID slot, const Known &known, QVector<T
     ability.*known.does = true;
     if (known.mechanism == CKM_RSA_PKCS)
         ability.decrypts = info.flags & CKF_DECRYPT;
-    if (known.kind != TokenAbility::Gost)
+    if (known.bits) {
+        ability.smallest = ability.smallest ? std::min(ability.smallest, known.bits) : known.bits;
+        ability.largest = std::max(ability.largest, known.bits);
+    } else if (known.kind != TokenAbility::Gost) {
         noteSizes(info, &ability);
+    }
 }
 
 } // namespace
