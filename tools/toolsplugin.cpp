@@ -3,6 +3,7 @@
 #include "tools/toolsplugin.h"
 
 #include "qca/base/catalogues.h"
+#include "tools/certificatechain.h"
 #include "tools/certificatedetails.h"
 #include "tools/certificatefile.h"
 #include "tools/certificateimport.h"
@@ -64,6 +65,9 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
     qmlRegisterType<CertificateImport>(uri, 1, 0, "CertificateImport");
     qmlRegisterUncreatableType<FileItemModel>(uri, 1, 0, "FileItemModel",
                                               QStringLiteral("A CertificateFile has one"));
+    qmlRegisterType<CertificateChain>(uri, 1, 0, "CertificateChain");
+    qmlRegisterUncreatableType<ChainStepModel>(uri, 1, 0, "ChainStepModel",
+                                               QStringLiteral("A CertificateChain has one"));
     qmlRegisterType<CertificateDetails>(uri, 1, 0, "CertificateDetails");
     qmlRegisterType<DocumentSigner>(uri, 1, 0, "DocumentSigner");
     qmlRegisterType<DocumentVerifier>(uri, 1, 0, "DocumentVerifier");

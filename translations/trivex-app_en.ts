@@ -2825,5 +2825,213 @@
         <source>The password is wrong.</source>
         <translation>The password is wrong.</translation>
     </message>
+    <message id="trivex-app-chain-algorithm">
+        <source>This computer can't check its signature: it does not know the algorithm.</source>
+        <translation>This computer can't check its signature: it does not know the algorithm.</translation>
+    </message>
+    <message id="trivex-app-chain-all-good">
+        <source>All is well up to a root that is trusted on this computer.</source>
+        <translation>All is well up to a root that is trusted on this computer.</translation>
+    </message>
+    <message id="trivex-app-chain-another">
+        <source>Ask its holder for another certificate.</source>
+        <translation>Ask its holder for another certificate.</translation>
+    </message>
+    <message id="trivex-app-chain-at-step">
+        <source>“%1”: %2</source>
+        <translation>“%1”: %2</translation>
+    </message>
+    <message id="trivex-app-chain-bad">
+        <source>Not to be trusted</source>
+        <translation>Not to be trusted</translation>
+    </message>
+    <message id="trivex-app-chain-clock">
+        <source>Check the date of this computer.</source>
+        <translation>Check the date of this computer.</translation>
+    </message>
+    <message id="trivex-app-chain-date">
+        <source>On the date</source>
+        <translation>On the date</translation>
+    </message>
+    <message id="trivex-app-chain-doubtful">
+        <source>With a reservation</source>
+        <translation>With a reservation</translation>
+    </message>
+    <message id="trivex-app-chain-elsewhere">
+        <source>Install what OpenSSL needs for this algorithm, or check it on another computer.</source>
+        <translation>Install what OpenSSL needs for this algorithm, or check it on another computer.</translation>
+    </message>
+    <message id="trivex-app-chain-expired">
+        <source>It ended on %1.</source>
+        <translation>It ended on %1.</translation>
+    </message>
+    <message id="trivex-app-chain-extension">
+        <source>It has a condition that this program does not know.</source>
+        <translation>It has a condition that this program does not know.</translation>
+    </message>
+    <message id="trivex-app-chain-find-issuer">
+        <source>Take the certificate from the site of that issuer and import it.</source>
+        <translation>Take the certificate from the site of that issuer and import it.</translation>
+    </message>
+    <message id="trivex-app-chain-good">
+        <source>Trusted</source>
+        <translation>Trusted</translation>
+    </message>
+    <message id="trivex-app-chain-issuer-differs">
+        <source>The certificate of “%1” that is on this computer has another key than its issuer.</source>
+        <translation>The certificate of “%1” that is on this computer has another key than its issuer.</translation>
+    </message>
+    <message id="trivex-app-chain-issuer-missing">
+        <source>The certificate of its issuer “%1” is not on this computer.</source>
+        <translation>The certificate of its issuer “%1” is not on this computer.</translation>
+    </message>
+    <message id="trivex-app-chain-key-of-anybody">
+        <source>Everybody can sign in its name: its key protects nothing.</source>
+        <translation>Everybody can sign in its name: its key protects nothing.</translation>
+    </message>
+    <message id="trivex-app-chain-list-expired">
+        <source>The list of revoked certificates ended on %1: what was revoked later is not known here.</source>
+        <translation>The list of revoked certificates ended on %1: what was revoked later is not known here.</translation>
+    </message>
+    <message id="trivex-app-chain-list-not-signed">
+        <source>A list of revoked certificates in the name of its issuer is not signed by that issuer, and does not count.</source>
+        <translation>A list of revoked certificates in the name of its issuer is not signed by that issuer, and does not count.</translation>
+    </message>
+    <message id="trivex-app-chain-list-not-yet">
+        <source>The list of revoked certificates is valid from %1 on only.</source>
+        <translation>The list of revoked certificates is valid from %1 on only.</translation>
+    </message>
+    <message id="trivex-app-chain-list-unreadable">
+        <source>The list of revoked certificates can't be understood in full, and does not count.</source>
+        <translation>The list of revoked certificates can't be understood in full, and does not count.</translation>
+    </message>
+    <message id="trivex-app-chain-malformed">
+        <source>It breaks the rules for certificates.</source>
+        <translation>It breaks the rules for certificates.</translation>
+    </message>
+    <message id="trivex-app-chain-name">
+        <source>Its issuer “%1” may not issue certificates for such a name.</source>
+        <translation>Its issuer “%1” may not issue certificates for such a name.</translation>
+    </message>
+    <message id="trivex-app-chain-new-list">
+        <source>Save the newest list of its issuer in the folder %1, with a name that ends in “.crl”.</source>
+        <translation>Save the newest list of its issuer in the folder %1, with a name that ends in “.crl”.</translation>
+    </message>
+    <message id="trivex-app-chain-no-authority">
+        <source>It may not issue certificates, and has issued one.</source>
+        <translation>It may not issue certificates, and has issued one.</translation>
+    </message>
+    <message id="trivex-app-chain-no-date">
+        <source>an unknown date</source>
+        <translation>an unknown date</translation>
+    </message>
+    <message id="trivex-app-chain-not-listed">
+        <source>Whether it was revoked was not looked at: no list of its issuer is here.</source>
+        <translation>Whether it was revoked was not looked at: no list of its issuer is here.</translation>
+    </message>
+    <message id="trivex-app-chain-not-yet">
+        <source>It is valid from %1 on only.</source>
+        <translation>It is valid from %1 on only.</translation>
+    </message>
+    <message id="trivex-app-chain-other">
+        <source>It could not be checked.</source>
+        <translation>It could not be checked.</translation>
+    </message>
+    <message id="trivex-app-chain-purpose">
+        <source>It is meant for something else.</source>
+        <translation>It is meant for something else.</translation>
+    </message>
+    <message id="trivex-app-chain-refuse">
+        <source>Do not rely on it.</source>
+        <translation>Do not rely on it.</translation>
+    </message>
+    <message id="trivex-app-chain-renew">
+        <source>Ask its issuer for a new certificate.</source>
+        <translation>Ask its issuer for a new certificate.</translation>
+    </message>
+    <message id="trivex-app-chain-revoked">
+        <source>It is revoked since %1.</source>
+        <translation>It is revoked since %1.</translation>
+    </message>
+    <message id="trivex-app-chain-revoked-later">
+        <source>It was not revoked at that time; it is since %1.</source>
+        <translation>It was not revoked at that time; it is since %1.</translation>
+    </message>
+    <message id="trivex-app-chain-root">
+        <source>This root is none of those that are trusted on this computer.</source>
+        <translation>This root is none of those that are trusted on this computer.</translation>
+    </message>
+    <message id="trivex-app-chain-running">
+        <source>Checking…</source>
+        <translation>Checking…</translation>
+    </message>
+    <message id="trivex-app-chain-self-signed">
+        <source>It vouches for itself, and is none of the roots that are trusted on this computer.</source>
+        <translation>It vouches for itself, and is none of the roots that are trusted on this computer.</translation>
+    </message>
+    <message id="trivex-app-chain-show-step">
+        <source>Show this certificate</source>
+        <translation>Show this certificate</translation>
+    </message>
+    <message id="trivex-app-chain-signature">
+        <source>Its signature is wrong: it was changed, or it is not from its issuer “%1”.</source>
+        <translation>Its signature is wrong: it was changed, or it is not from its issuer “%1”.</translation>
+    </message>
+    <message id="trivex-app-chain-steps">
+        <source>The path to the root</source>
+        <translation>The path to the root</translation>
+    </message>
+    <message id="trivex-app-chain-this-file">
+        <source>This file</source>
+        <translation>This file</translation>
+    </message>
+    <message id="trivex-app-chain-title">
+        <source>Trust</source>
+        <translation>Trust</translation>
+    </message>
+    <message id="trivex-app-chain-today">
+        <source>today</source>
+        <translation>today</translation>
+    </message>
+    <message id="trivex-app-chain-too-long">
+        <source>The path is too long.</source>
+        <translation>The path is too long.</translation>
+    </message>
+    <message id="trivex-app-chain-too-many">
+        <source>There are more authorities below it than it allows.</source>
+        <translation>There are more authorities below it than it allows.</translation>
+    </message>
+    <message id="trivex-app-chain-trust-it">
+        <source>If you know whose it is and trust it, import it into your own files.</source>
+        <translation>If you know whose it is and trust it, import it into your own files.</translation>
+    </message>
+    <message id="trivex-app-chain-trusted-root">
+        <source>Trusted root</source>
+        <translation>Trusted root</translation>
+    </message>
+    <message id="trivex-app-chain-unknown">
+        <source>Can't be checked</source>
+        <translation>Can't be checked</translation>
+    </message>
+    <message id="trivex-app-chain-unreadable">
+        <source>The path of this certificate can't be looked for: it can't be read in full.</source>
+        <translation>The path of this certificate can't be looked for: it can't be read in full.</translation>
+    </message>
+    <message id="trivex-app-chain-weak-key">
+        <source>Its key is too short to be safe.</source>
+        <translation>Its key is too short to be safe.</translation>
+    </message>
+    <message id="trivex-app-chain-weak-signature">
+        <source>It is signed in a way that is no longer safe.</source>
+        <translation>It is signed in a way that is no longer safe.</translation>
+    </message>
+    <message id="trivex-app-chain-with-reason">
+        <source>%1 The reason: %2.</source>
+        <translation>%1 The reason: %2.</translation>
+    </message>
+    <message id="trivex-app-chain-wrong-date">
+        <source>This is no date. Type it as %1.</source>
+        <translation>This is no date. Type it as %1.</translation>
+    </message>
 </context>
 </TS>

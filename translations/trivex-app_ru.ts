@@ -2841,5 +2841,213 @@
         <source>The password is wrong.</source>
         <translation>Неверный пароль.</translation>
     </message>
+    <message id="trivex-app-chain-algorithm">
+        <source>This computer can't check its signature: it does not know the algorithm.</source>
+        <translation>Этот компьютер не может проверить его подпись: алгоритм ему не известен.</translation>
+    </message>
+    <message id="trivex-app-chain-all-good">
+        <source>All is well up to a root that is trusted on this computer.</source>
+        <translation>Всё в порядке вплоть до корневого сертификата, доверенного на этом компьютере.</translation>
+    </message>
+    <message id="trivex-app-chain-another">
+        <source>Ask its holder for another certificate.</source>
+        <translation>Попросите у владельца другой сертификат.</translation>
+    </message>
+    <message id="trivex-app-chain-at-step">
+        <source>“%1”: %2</source>
+        <translation>«%1»: %2</translation>
+    </message>
+    <message id="trivex-app-chain-bad">
+        <source>Not to be trusted</source>
+        <translation>Доверять нельзя</translation>
+    </message>
+    <message id="trivex-app-chain-clock">
+        <source>Check the date of this computer.</source>
+        <translation>Проверьте дату на этом компьютере.</translation>
+    </message>
+    <message id="trivex-app-chain-date">
+        <source>On the date</source>
+        <translation>На дату</translation>
+    </message>
+    <message id="trivex-app-chain-doubtful">
+        <source>With a reservation</source>
+        <translation>С оговоркой</translation>
+    </message>
+    <message id="trivex-app-chain-elsewhere">
+        <source>Install what OpenSSL needs for this algorithm, or check it on another computer.</source>
+        <translation>Установите для OpenSSL поддержку этого алгоритма или проверьте на другом компьютере.</translation>
+    </message>
+    <message id="trivex-app-chain-expired">
+        <source>It ended on %1.</source>
+        <translation>Срок действия закончился %1.</translation>
+    </message>
+    <message id="trivex-app-chain-extension">
+        <source>It has a condition that this program does not know.</source>
+        <translation>В нём есть условие, которое этой программе не известно.</translation>
+    </message>
+    <message id="trivex-app-chain-find-issuer">
+        <source>Take the certificate from the site of that issuer and import it.</source>
+        <translation>Возьмите сертификат на сайте этого издателя и импортируйте его.</translation>
+    </message>
+    <message id="trivex-app-chain-good">
+        <source>Trusted</source>
+        <translation>Доверенный</translation>
+    </message>
+    <message id="trivex-app-chain-issuer-differs">
+        <source>The certificate of “%1” that is on this computer has another key than its issuer.</source>
+        <translation>У сертификата «%1» на этом компьютере другой ключ, чем у издателя.</translation>
+    </message>
+    <message id="trivex-app-chain-issuer-missing">
+        <source>The certificate of its issuer “%1” is not on this computer.</source>
+        <translation>На этом компьютере нет сертификата издателя «%1».</translation>
+    </message>
+    <message id="trivex-app-chain-key-of-anybody">
+        <source>Everybody can sign in its name: its key protects nothing.</source>
+        <translation>Подписать от его имени может кто угодно: его ключ ничего не защищает.</translation>
+    </message>
+    <message id="trivex-app-chain-list-expired">
+        <source>The list of revoked certificates ended on %1: what was revoked later is not known here.</source>
+        <translation>Список отозванных сертификатов действовал до %1: о более поздних отзывах здесь не известно.</translation>
+    </message>
+    <message id="trivex-app-chain-list-not-signed">
+        <source>A list of revoked certificates in the name of its issuer is not signed by that issuer, and does not count.</source>
+        <translation>Список отозванных сертификатов от имени издателя им не подписан и не учитывается.</translation>
+    </message>
+    <message id="trivex-app-chain-list-not-yet">
+        <source>The list of revoked certificates is valid from %1 on only.</source>
+        <translation>Список отозванных сертификатов начинает действовать только %1.</translation>
+    </message>
+    <message id="trivex-app-chain-list-unreadable">
+        <source>The list of revoked certificates can't be understood in full, and does not count.</source>
+        <translation>Список отозванных сертификатов не удалось разобрать полностью, он не учитывается.</translation>
+    </message>
+    <message id="trivex-app-chain-malformed">
+        <source>It breaks the rules for certificates.</source>
+        <translation>Он составлен с нарушением правил.</translation>
+    </message>
+    <message id="trivex-app-chain-name">
+        <source>Its issuer “%1” may not issue certificates for such a name.</source>
+        <translation>Издателю «%1» не разрешено выпускать сертификаты на такое имя.</translation>
+    </message>
+    <message id="trivex-app-chain-new-list">
+        <source>Save the newest list of its issuer in the folder %1, with a name that ends in “.crl”.</source>
+        <translation>Сохраните свежий список издателя в папке %1 под именем, которое кончается на «.crl».</translation>
+    </message>
+    <message id="trivex-app-chain-no-authority">
+        <source>It may not issue certificates, and has issued one.</source>
+        <translation>Ему не разрешено выпускать сертификаты, но он выпустил другой.</translation>
+    </message>
+    <message id="trivex-app-chain-no-date">
+        <source>an unknown date</source>
+        <translation>неизвестно когда</translation>
+    </message>
+    <message id="trivex-app-chain-not-listed">
+        <source>Whether it was revoked was not looked at: no list of its issuer is here.</source>
+        <translation>Отозван ли он, не проверялось: списка его издателя здесь нет.</translation>
+    </message>
+    <message id="trivex-app-chain-not-yet">
+        <source>It is valid from %1 on only.</source>
+        <translation>Начинает действовать только %1.</translation>
+    </message>
+    <message id="trivex-app-chain-other">
+        <source>It could not be checked.</source>
+        <translation>Проверить его не удалось.</translation>
+    </message>
+    <message id="trivex-app-chain-purpose">
+        <source>It is meant for something else.</source>
+        <translation>Он предназначен для другого.</translation>
+    </message>
+    <message id="trivex-app-chain-refuse">
+        <source>Do not rely on it.</source>
+        <translation>Не полагайтесь на него.</translation>
+    </message>
+    <message id="trivex-app-chain-renew">
+        <source>Ask its issuer for a new certificate.</source>
+        <translation>Запросите у издателя новый сертификат.</translation>
+    </message>
+    <message id="trivex-app-chain-revoked">
+        <source>It is revoked since %1.</source>
+        <translation>Отозван %1.</translation>
+    </message>
+    <message id="trivex-app-chain-revoked-later">
+        <source>It was not revoked at that time; it is since %1.</source>
+        <translation>На эту дату ещё не был отозван; отозван %1.</translation>
+    </message>
+    <message id="trivex-app-chain-root">
+        <source>This root is none of those that are trusted on this computer.</source>
+        <translation>Этого корневого сертификата нет среди доверенных на этом компьютере.</translation>
+    </message>
+    <message id="trivex-app-chain-running">
+        <source>Checking…</source>
+        <translation>Проверяется…</translation>
+    </message>
+    <message id="trivex-app-chain-self-signed">
+        <source>It vouches for itself, and is none of the roots that are trusted on this computer.</source>
+        <translation>Он подписан сам собой, и среди доверенных на этом компьютере его нет.</translation>
+    </message>
+    <message id="trivex-app-chain-show-step">
+        <source>Show this certificate</source>
+        <translation>Показать этот сертификат</translation>
+    </message>
+    <message id="trivex-app-chain-signature">
+        <source>Its signature is wrong: it was changed, or it is not from its issuer “%1”.</source>
+        <translation>Подпись неверна: сертификат изменён или выпущен не издателем «%1».</translation>
+    </message>
+    <message id="trivex-app-chain-steps">
+        <source>The path to the root</source>
+        <translation>Цепочка до корневого сертификата</translation>
+    </message>
+    <message id="trivex-app-chain-this-file">
+        <source>This file</source>
+        <translation>Этот файл</translation>
+    </message>
+    <message id="trivex-app-chain-title">
+        <source>Trust</source>
+        <translation>Доверие</translation>
+    </message>
+    <message id="trivex-app-chain-today">
+        <source>today</source>
+        <translation>сегодня</translation>
+    </message>
+    <message id="trivex-app-chain-too-long">
+        <source>The path is too long.</source>
+        <translation>Цепочка слишком длинная.</translation>
+    </message>
+    <message id="trivex-app-chain-too-many">
+        <source>There are more authorities below it than it allows.</source>
+        <translation>Ниже него больше удостоверяющих центров, чем он допускает.</translation>
+    </message>
+    <message id="trivex-app-chain-trust-it">
+        <source>If you know whose it is and trust it, import it into your own files.</source>
+        <translation>Если вы знаете, чей он, и доверяете ему, импортируйте его в свои файлы.</translation>
+    </message>
+    <message id="trivex-app-chain-trusted-root">
+        <source>Trusted root</source>
+        <translation>Доверенный корневой сертификат</translation>
+    </message>
+    <message id="trivex-app-chain-unknown">
+        <source>Can't be checked</source>
+        <translation>Проверить нельзя</translation>
+    </message>
+    <message id="trivex-app-chain-unreadable">
+        <source>The path of this certificate can't be looked for: it can't be read in full.</source>
+        <translation>Цепочку этого сертификата построить нельзя: он читается не полностью.</translation>
+    </message>
+    <message id="trivex-app-chain-weak-key">
+        <source>Its key is too short to be safe.</source>
+        <translation>Его ключ слишком короткий, чтобы быть надёжным.</translation>
+    </message>
+    <message id="trivex-app-chain-weak-signature">
+        <source>It is signed in a way that is no longer safe.</source>
+        <translation>Он подписан способом, который уже ненадёжен.</translation>
+    </message>
+    <message id="trivex-app-chain-with-reason">
+        <source>%1 The reason: %2.</source>
+        <translation>%1 Причина: %2.</translation>
+    </message>
+    <message id="trivex-app-chain-wrong-date">
+        <source>This is no date. Type it as %1.</source>
+        <translation>Это не дата. Введите её так: %1.</translation>
+    </message>
 </context>
 </TS>

@@ -110,9 +110,14 @@ bool addReason(Der::Slice value, Lines *lines)
     if (!Der::single(value, Der::Enumerated, &code) || code.size != 1)
         return false;
     const int number = code.at(0);
-    const bool isKnown = number < int(std::size(ReasonCodes)) && ReasonCodes[number];
-    lines->add(isKnown ? qtTrId(ReasonCodes[number]) : QString::number(number));
+    lines->add(revocationReasonText(number));
     return true;
+}
+
+QString revocationReasonText(int code)
+{
+    const bool isKnown = code >= 0 && code < int(std::size(ReasonCodes)) && ReasonCodes[code];
+    return isKnown ? qtTrId(ReasonCodes[code]) : QString::number(code);
 }
 
 bool addSubjectKeyId(Der::Slice value, Lines *lines)

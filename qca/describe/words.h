@@ -46,6 +46,10 @@ QString damagedText(Der::Slice bytes);
 /// "yes" or "no".
 QString yesText(bool yes);
 
+/// The reason of a revocation (RFC 5280, 5.3.1) by its number; one that is not known stays a
+/// number.
+TRIVEX_QCA_EXPORT QString revocationReasonText(int code);
+
 /// "label: value".
 QString labeledText(const QString &label, const QString &value);
 

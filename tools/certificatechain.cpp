@@ -1,0 +1,273 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tools/certificatechain.h"
+
+#include "qca/x509/makecertificate.h"
+#include "tools/chaintexts.h"
+
+#include <QLocale>
+
+#include <algorithm>
+#include <utility>
+
+namespace Trivex {
+
+namespace {
+
+/// The certificates and lists of a file.
+CandidateIndex indexOf(const FileItemModel *items)
+{
+    CandidateIndex index;
+    if (!items)
+        return index;
+    //% "This file"
+    const QString place = qtTrId("trivex-app-chain-this-file");
+    for (const FileItem &item : items->items()) {
+        if (item.kind == FileObject::Certificate)
+            index.add({item.der, place, false});
+        else if (item.kind == FileObject::RevocationList)
+            index.addList(item.der);
+    }
+    return index;
+}
+
+QVector<FileItem> itemsOf(const QVector<ChainStep> &steps)
+{
+    QVector<FileItem> items;
+    for (const ChainStep &step : steps) {
+        FileItem item;
+        item.der = step.der;
+        item.certificate = makeCertificate(step.der);
+        items += item;
+    }
+    return items;
+}
+
+} // namespace
+
+CertificateChain::CertificateChain(QObject *parent)
+    : QObject(parent)
+{
+    m_later.setSingleShot(true);
+    m_later.setInterval(0);
+    connect(&m_later, &QTimer::timeout, this, &CertificateChain::update);
+}
+
+CertificateChain::~CertificateChain()
+{
+    if (m_work)
+        m_work->cancel();
+}
+
+void CertificateChain::setEntries(EntryModel *entries)
+{
+    if (m_entries == entries)
+        return;
+    if (m_sources)
+        disconnect(m_sources, nullptr, this, nullptr);
+    m_entries = entries;
+    m_sources = ChainSources::of(entries);
+    if (m_sources)
+        connect(m_sources, &ChainSources::changed, this, &CertificateChain::schedule);
+    schedule();
+    Q_EMIT sourceChanged();
+}
+
+void CertificateChain::setCertificate(QObject *certificate)
+{
+    if (m_certificate == certificate)
+        return;
+    m_certificate = certificate;
+    clear();
+    schedule();
+    Q_EMIT sourceChanged();
+}
+
+void CertificateChain::setItems(FileItemModel *items)
+{
+    if (m_items == items)
+        return;
+    if (m_items)
+        disconnect(m_items, nullptr, this, nullptr);
+    m_items = items;
+    if (m_items)
+        connect(m_items, &QAbstractItemModel::modelReset, this, &CertificateChain::schedule);
+    schedule();
+    Q_EMIT sourceChanged();
+}
+
+void CertificateChain::setItemRow(int row)
+{
+    if (m_itemRow == row)
+        return;
+    m_itemRow = row;
+    clear();
+    schedule();
+    Q_EMIT sourceChanged();
+}
+
+void CertificateChain::setDate(const QDateTime &date)
+{
+    if (m_date == date)
+        return;
+    m_date = date;
+    schedule();
+    Q_EMIT dateChanged();
+}
+
+bool CertificateChain::setDateText(const QString &text)
+{
+    const QString typed = text.trimmed();
+    if (typed.isEmpty()) {
+        setDate(QDateTime());
+        return true;
+    }
+    QDate day = QDate::fromString(typed, Qt::ISODate);
+    const QLocale locale;
+    for (const QString &format :
+         {locale.dateFormat(QLocale::ShortFormat), QStringLiteral("d.M.yyyy")}) {
+        if (!day.isValid())
+            day = locale.toDate(typed, format);
+    }
+    // A year of two digits is of this century: no certificate is older than 1988.
+    if (day.isValid() && day.year() < 1950)
+        day = day.addYears(100);
+    if (!day.isValid())
+        return false;
+    setDate(QDateTime(day, QTime(12, 0)));
+    return true;
+}
+
+void CertificateChain::schedule()
+{
+    m_later.start();
+}
+
+void CertificateChain::clear()
+{
+    if (!m_isReady)
+        return;
+    m_isReady = false;
+    m_result = {};
+    m_steps.setSteps({});
+    m_stepItems.setItems({});
+    Q_EMIT finished();
+}
+
+ChainInput CertificateChain::wantedInput() const
+{
+    ChainInput input;
+    QByteArray certificate;
+    if (m_certificate && m_sources) {
+        const int row = m_entries->rowOfCertificate(m_certificate);
+        certificate = row < 0 ? QByteArray() : m_sources->certificateOf(row);
+    } else if (m_items && m_itemRow >= 0 && m_itemRow < m_items->items().size()) {
+        const FileItem &item = m_items->items().at(m_itemRow);
+        certificate = item.kind == FileObject::Certificate ? item.der : QByteArray();
+    }
+    // What is not complete would be found wanting, and checked again.
+    if (certificate.isEmpty() || (m_sources && !m_sources->isComplete()))
+        return input;
+    input = m_sources ? m_sources->index().inputFor(certificate, indexOf(m_items))
+                      : indexOf(m_items).inputFor(certificate);
+    input.date = m_date;
+    return input;
+}
+
+void CertificateChain::update()
+{
+    const ChainInput wanted = wantedInput();
+    if (wanted.certificate.isEmpty()) {
+        if (m_work) {
+            m_isStale = true;
+            m_next = wanted;
+            m_work->cancel();
+        }
+        m_input = {};
+        clear();
+        return;
+    }
+    if (m_work && (m_isStale ? m_next : m_input) == wanted)
+        return;
+    if (!m_work && m_isReady && m_input == wanted)
+        return;
+    m_next = wanted;
+    if (m_work) {
+        m_isStale = true;
+        m_work->cancel();
+        return;
+    }
+    begin();
+}
+
+void CertificateChain::begin()
+{
+    m_isStale = false;
+    m_input = std::exchange(m_next, {});
+    if (m_input.certificate.isEmpty())
+        return;
+    ++m_checks;
+    m_work = ChainWork::start(m_input, this, [this](const ChainResult &result) { take(result); });
+    Q_EMIT runningChanged();
+}
+
+void CertificateChain::take(const ChainResult &result)
+{
+    m_work.reset();
+    if (m_isStale) {
+        begin();
+        if (!m_work) {
+            Q_EMIT runningChanged();
+            Q_EMIT finished();
+        }
+        return;
+    }
+    m_result = result;
+    m_isReady = true;
+    m_steps.setSteps(result.steps);
+    m_stepItems.setItems(itemsOf(result.steps));
+    Q_EMIT runningChanged();
+    Q_EMIT finished();
+}
+
+void CertificateChain::cancel()
+{
+    if (!m_work)
+        return;
+    m_isStale = true;
+    m_next = {};
+    m_work->cancel();
+}
+
+QString CertificateChain::word() const
+{
+    return m_isReady ? chainWord(m_result.verdict) : QString();
+}
+
+QString CertificateChain::message() const
+{
+    return m_isReady ? chainSentence(m_result) : QString();
+}
+
+QString CertificateChain::advice() const
+{
+    const ChainStep *step = gravestStep(m_result);
+    return step ? chainAdvice(step->findings.constFirst().reason) : QString();
+}
+
+QString CertificateChain::note() const
+{
+    const bool isGood = m_isReady && m_result.verdict == ChainVerdict::Good;
+    const bool isAlone = m_result.steps.size() < 2;
+    if (!isGood || isAlone || m_result.steps.constFirst().isListed)
+        return {};
+    //% "Whether it was revoked was not looked at: no list of its issuer is here."
+    return qtTrId("trivex-app-chain-not-listed");
+}
+
+QString CertificateChain::report() const
+{
+    return chainReport(m_result);
+}
+
+} // namespace Trivex

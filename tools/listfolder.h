@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/chains/candidateindex.h"
+
+#include <QFileSystemWatcher>
+#include <QHash>
+#include <QTimer>
+
+namespace Trivex {
+
+/// The revocation lists in the directory of the user's own files (*.crl, and PEM files that hold
+/// some), kept current. Files are read in a thread of their own, and again only where they changed.
+/// What is no list is passed over. GUI thread.
+class ListFolder : public QObject {
+    Q_OBJECT
+public:
+    explicit ListFolder(const QString &path, QObject *parent = nullptr);
+    ~ListFolder() override;
+
+    const QVector<QByteArray> &lists() const { return m_lists; }
+    /// Looks for a folder that was not there before.
+    void watch();
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    /// What a file held, and how it was then.
+    struct File {
+        QString stamp;
+        QVector<QByteArray> lists;
+    };
+    using Files = QHash<QString, File>;
+
+    static Files readAll(const QString &folder, const Files &known);
+    void read();
+    void take(const Files &files);
+
+    const QString m_path;
+    QFileSystemWatcher m_watcher;
+    QTimer m_later;
+    Files m_files;
+    QVector<QByteArray> m_lists;
+    bool m_isReading = false;
+    bool m_readAgain = false;
+};
+
+} // namespace Trivex
