@@ -4,6 +4,7 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
 
 /// The details of one certificate: a header with its actions, and everything that is in it.
 /// `groups` is what `CertificateDetails` gives; made of plain maps in the gallery.
@@ -19,11 +20,20 @@ FormPage {
     property alias groups: sections.groups
     property alias header: header
     property alias sections: sections
+    /// Where it is set, the verdict and the path are shown below the header.
+    property CertificateChain chain: null
+    /// That certificate of the path, a row of the chain's `stepItems`, is to be shown in full.
+    signal stepAsked(int row)
     endSpace: Theme.unit * 3
     Accessible.name: qsTrId("trivex-app-details")
 
     CertificateHeader {
         id: header
+        Layout.fillWidth: true
+    }
+    ChainView {
+        chain: view.chain
+        onShowAsked: view.stepAsked(row)
         Layout.fillWidth: true
     }
     DetailSections {

@@ -10,6 +10,8 @@ import Trivex.Crypto.Tools 1.0
 BaseDialog {
     id: dialog
     property FileItemModel items
+    /// Where the issuers of a certificate are looked for, beside the file itself.
+    property EntryModel entries: null
     property int row: -1
     property var groups: []
     readonly property bool encoded: row >= 0 && items !== null && items.hasEncoding(row)
@@ -27,6 +29,17 @@ BaseDialog {
     }
     onClosed: groups = []
 
+    CertificateChain {
+        id: path
+        entries: dialog.visible ? dialog.entries : null
+        items: dialog.items
+        itemRow: dialog.visible ? dialog.row : -1
+    }
+    ChainView {
+        chain: path
+        canShow: false
+        Layout.fillWidth: true
+    }
     DetailSections {
         id: sections
         groups: dialog.groups

@@ -18,6 +18,8 @@ BaseDialog {
     signal handedOn(string path)
     signal copied()
     property bool handsOn: false
+    /// Where the issuers of what is looked at are looked for.
+    property alias entries: itemDialog.entries
     readonly property bool writing: job.running
     /// Closed while it writes, it takes another file when that has ended.
     readonly property bool busy: visible || writing

@@ -70,7 +70,7 @@ void CertificateChain::setEntries(EntryModel *entries)
     if (m_sources)
         connect(m_sources, &ChainSources::changed, this, &CertificateChain::schedule);
     schedule();
-    Q_EMIT sourceChanged();
+    Q_EMIT entriesChanged();
 }
 
 void CertificateChain::setCertificate(QObject *certificate)
@@ -80,7 +80,7 @@ void CertificateChain::setCertificate(QObject *certificate)
     m_certificate = certificate;
     clear();
     schedule();
-    Q_EMIT sourceChanged();
+    Q_EMIT certificateChanged();
 }
 
 void CertificateChain::setItems(FileItemModel *items)
@@ -93,7 +93,7 @@ void CertificateChain::setItems(FileItemModel *items)
     if (m_items)
         connect(m_items, &QAbstractItemModel::modelReset, this, &CertificateChain::schedule);
     schedule();
-    Q_EMIT sourceChanged();
+    Q_EMIT itemsChanged();
 }
 
 void CertificateChain::setItemRow(int row)
@@ -103,7 +103,7 @@ void CertificateChain::setItemRow(int row)
     m_itemRow = row;
     clear();
     schedule();
-    Q_EMIT sourceChanged();
+    Q_EMIT itemRowChanged();
 }
 
 void CertificateChain::setDate(const QDateTime &date)

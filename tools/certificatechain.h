@@ -31,13 +31,13 @@ namespace Trivex {
 class CertificateChain : public QObject {
     Q_OBJECT
     /// Where issuers are looked for; may be null.
-    Q_PROPERTY(Trivex::EntryModel *entries READ entries WRITE setEntries NOTIFY sourceChanged)
+    Q_PROPERTY(Trivex::EntryModel *entries READ entries WRITE setEntries NOTIFY entriesChanged)
     /// The certificate of one of its rows. A request, and what is in no row, has no path.
-    Q_PROPERTY(QObject *certificate READ certificate WRITE setCertificate NOTIFY sourceChanged)
+    Q_PROPERTY(QObject *certificate READ certificate WRITE setCertificate NOTIFY certificateChanged)
     /// A file whose certificates are candidates and whose lists count. Where there is no
     /// `certificate`, the one to check is its row `itemRow`.
-    Q_PROPERTY(Trivex::FileItemModel *items READ items WRITE setItems NOTIFY sourceChanged)
-    Q_PROPERTY(int itemRow READ itemRow WRITE setItemRow NOTIFY sourceChanged)
+    Q_PROPERTY(Trivex::FileItemModel *items READ items WRITE setItems NOTIFY itemsChanged)
+    Q_PROPERTY(int itemRow READ itemRow WRITE setItemRow NOTIFY itemRowChanged)
     /// The time that the check is for; an invalid date is now.
     Q_PROPERTY(QDateTime date READ date WRITE setDate NOTIFY dateChanged)
     Q_PROPERTY(bool running READ isRunning NOTIFY runningChanged)
@@ -94,7 +94,10 @@ public:
     int checks() const { return m_checks; }
 
 Q_SIGNALS:
-    void sourceChanged();
+    void entriesChanged();
+    void certificateChanged();
+    void itemsChanged();
+    void itemRowChanged();
     void dateChanged();
     void runningChanged();
     void finished();

@@ -41,6 +41,19 @@ Item {
                             : qsTrId("trivex-app-details-none")
         text: pane.several ? "" : qsTrId("trivex-app-details-none-text")
     }
+    CertificateChain {
+        id: path
+        objectName: "chain"
+        entries: pane.certificate && !pane.isRequest ? pane.selection.rows.entries : null
+        certificate: pane.isRequest ? null : pane.certificate
+    }
+    FileItemDialog {
+        id: stepDialog
+        objectName: "stepDialog"
+        items: path.stepItems
+        entries: path.entries
+        onCopied: pane.copied()
+    }
     // Made anew for each certificate: the info model announces no removal of its old rows.
     Loader {
         id: loader
@@ -74,6 +87,8 @@ Item {
             sections.onCopied: pane.copied()
             sections.onPdfAsked: printing.save(header.name, rows.groups)
             sections.onPrintAsked: printing.printOut(header.name, rows.groups)
+            chain: pane.isRequest ? null : path
+            onStepAsked: stepDialog.show(row)
             header.name: Texts.plain(pane.certificate.commonName
                 || pane.certificate.fileName)
             header.from: pane.certificate.notValidBefore

@@ -37,6 +37,7 @@ Item {
     ImportDialog {
         id: importDialog
         handsOn: true
+        entries: dialogs.library.entries
         // Names are strangers' and may hold marks, too: both are put in at once.
         onImported: toast.show(
             count > 1 ? qsTrId("trivex-app-imported-many", count).arg(place)

@@ -1,0 +1,93 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
+
+/// Whether a certificate is to be trusted, and why: the verdict in a word and a sentence, then each
+/// certificate up to the root. The date that it is checked for can be typed. Hidden while there is
+/// nothing to say.
+Card {
+    id: view
+    property CertificateChain chain
+    /// Whether the certificates of the path can be asked for.
+    property bool canShow: true
+    /// The one of that row of the path's `stepItems` is to be shown in full.
+    signal showAsked(int row)
+    readonly property bool ready: chain !== null && chain.ready
+    readonly property bool running: chain !== null && chain.running
+    /// The colours of the validity that is as good.
+    function stateOf(verdict) {
+        return [Validity.Valid, Validity.Expiring, Validity.Unknown, Validity.Expired][verdict]
+    }
+
+    objectName: "chainView"
+    title: qsTrId("trivex-app-chain-title")
+    visible: ready || running
+
+    Flow {
+        spacing: Theme.unit
+        Layout.fillWidth: true
+        Badge {
+            objectName: "chainBadge"
+            text: view.ready ? view.chain.word : qsTrId("trivex-app-chain-running")
+            validity: view.ready ? view.stateOf(view.chain.verdict) : Validity.Unknown
+        }
+    }
+    Label {
+        objectName: "chainMessage"
+        textFormat: Text.PlainText
+        text: view.ready ? view.chain.message : ""
+        visible: text.length > 0
+        wrapMode: Text.WrapAtWordBoundaryOrAnywhere
+        Layout.fillWidth: true
+    }
+    Label {
+        objectName: "chainAdvice"
+        textFormat: Text.PlainText
+        text: view.ready ? view.chain.advice || view.chain.note : ""
+        visible: text.length > 0
+        color: Theme.textDim
+        wrapMode: Text.WrapAtWordBoundaryOrAnywhere
+        Layout.fillWidth: true
+    }
+    FillColumn {
+        spacing: 0
+        Layout.fillWidth: true
+        Accessible.role: Accessible.List
+        Accessible.name: qsTrId("trivex-app-chain-steps")
+        Repeater {
+            model: view.chain ? view.chain.steps : null
+            ChainStepRow {
+                objectName: "chainStep" + index
+                name: model.name
+                place: model.place
+                word: model.word
+                finding: model.text
+                trusted: model.root
+                verdict: model.verdict
+                shade: view.stateOf(model.verdict)
+                depth: index
+                enabled: view.canShow
+                onClicked: view.showAsked(index)
+                Layout.fillWidth: true
+            }
+        }
+    }
+    LabeledField {
+        id: day
+        objectName: "chainDay"
+        label: qsTrId("trivex-app-chain-date")
+        field.objectName: "chainDate"
+        field.placeholderText: qsTrId("trivex-app-chain-today")
+        Layout.fillWidth: true
+        Layout.maximumWidth: Theme.fontSize * 14
+        field.onTextEdited: flag = ""
+        field.onEditingFinished: {
+            const taken = !view.chain || view.chain.setDateText(text)
+            flag = taken ? "" : qsTrId("trivex-app-chain-wrong-date").arg(Validity.date(new Date()))
+        }
+    }
+}
