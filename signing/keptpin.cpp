@@ -25,6 +25,11 @@ KeptPin::KeptPin(const QCA::EventHandler *signer)
         if (isOf(keyStoreId))
             forget();
     });
+    connect(&m_monitor, &TokenMonitor::pinChanged, this, [this](const QString &keyStoreId) {
+        // One that was not used yet may be for this token, too.
+        if (!m_keyStoreId || isOf(keyStoreId))
+            forget();
+    });
     connect(&m_monitor, &TokenMonitor::changed, this, &KeptPin::tokenChanged);
 }
 

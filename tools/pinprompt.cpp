@@ -97,6 +97,9 @@ QString PinPrompt::purposeText(Purpose purpose)
     case Purpose::Look:
         //% "to show the keys on it"
         return qtTrId("trivex-app-purpose-look");
+    case Purpose::SetPin:
+    case Purpose::Initialise:
+        break; // their PINs are typed before they begin
     }
     return {};
 }

@@ -15,7 +15,8 @@ namespace {
 
 QString purposeName(Purpose purpose)
 {
-    static const char *const names[] = {"sign", "decrypt", "write", "remove", "generate"};
+    static const char *const names[] = {"sign",     "decrypt", "write",   "remove",
+                                        "generate", "look",    "set PIN", "initialise"};
     return QLatin1String(names[int(purpose)]);
 }
 
@@ -88,6 +89,14 @@ constexpr Texts AllTexts[] = {
     {TokenError::WrongKeyKind, QT_TRID_NOOP("trivex-app-cause-wrong-key-kind"),
      //% "Choose an RSA key."
      QT_TRID_NOOP("trivex-app-advice-wrong-key-kind")},
+    //% "The token does not accept the new PIN."
+    {TokenError::NewPinRefused, QT_TRID_NOOP("trivex-app-cause-new-pin"),
+     //% "Choose another one: of another length, or of digits alone."
+     QT_TRID_NOOP("trivex-app-advice-new-pin")},
+    //% "Only one try is left: a wrong PIN locks the token."
+    {TokenError::LastTry, QT_TRID_NOOP("trivex-app-cause-last-try"),
+     //% "Make sure of the PIN, agree to the last try, then type it again."
+     QT_TRID_NOOP("trivex-app-advice-last-try")},
     //% "The token or its reader reported a fault."
     {TokenError::DeviceFailure, QT_TRID_NOOP("trivex-app-cause-device"),
      //% "Take the token out, insert it again and retry. If it stays so, copy the report."

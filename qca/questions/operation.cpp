@@ -46,23 +46,31 @@ void Operation::useStoredAnswers(const Answers &stored)
     m_storedPin = Secret(stored.password);
 }
 
-Operation::Operation(Purpose purpose, Unattended)
+Operation::Operation(Purpose purpose, const QString &keyStoreId, WithoutAnswers)
     : m_purpose(purpose)
-    , m_isUnattended(true)
+    , m_keyStoreId(keyStoreId)
 {
 }
 
 Operation Operation::unattended(Purpose purpose, const QString &keyStoreId)
 {
-    Operation operation(purpose, Unattended());
-    operation.m_keyStoreId = keyStoreId;
+    Operation operation(purpose, keyStoreId, WithoutAnswers());
+    operation.m_isUnattended = true;
+    return operation;
+}
+
+Operation Operation::attended(Purpose purpose, const QString &keyStoreId)
+{
+    Operation operation(purpose, keyStoreId, WithoutAnswers());
+    operation.m_isAttended = true;
     return operation;
 }
 
 Operation::Pin Operation::pin(QuestionInfo info, const QCA::KeyStoreInfo &store,
                               const QCA::KeyStoreEntry &entry)
 {
-    if (info.pinState == PinState::Locked || m_isUnattended || m_cancellation->isRequested())
+    const bool asksNobody = m_isUnattended || m_isAttended;
+    if (info.pinState == PinState::Locked || asksNobody || m_cancellation->isRequested())
         return {};
     if (m_hadStoredPin && info.pinState != PinState::FinalTry) {
         Pin stored;

@@ -25,7 +25,12 @@ public:
     /// no stored answers and asks nobody.
     static Operation unattended(Purpose purpose, const QString &keyStoreId);
 
+    /// An operation of somebody who has all PINs that it needs and tells of a failure: it takes no
+    /// stored answers, asks nobody, and its failure is published nowhere.
+    static Operation attended(Purpose purpose, const QString &keyStoreId);
+
     bool isUnattended() const { return m_isUnattended; }
+    bool isAttended() const { return m_isAttended; }
     /// By which its end can be asked for; not null.
     const CancellationPtr &cancellation() const { return m_cancellation; }
     Purpose purpose() const { return m_purpose; }
@@ -53,8 +58,8 @@ public:
             const QCA::KeyStoreEntry &entry = QCA::KeyStoreEntry());
 
 private:
-    struct Unattended { };
-    Operation(Purpose purpose, Unattended);
+    struct WithoutAnswers { };
+    Operation(Purpose purpose, const QString &keyStoreId, WithoutAnswers);
     void useStoredAnswers(const Answers &stored);
 
     Purpose m_purpose;
@@ -64,6 +69,7 @@ private:
     const QCA::EventHandler *m_addressee = nullptr;
     CancellationPtr m_cancellation = std::make_shared<Cancellation>();
     bool m_isUnattended = false;
+    bool m_isAttended = false;
     OperationOwnerPtr m_owner;
     bool m_hadStoredPin = false;
 };

@@ -17,8 +17,8 @@ enum QuestionKind : int {
     EntryNameQuestion = 4,
 };
 
-/// Why a token asks for its PIN.
-enum class Purpose { Sign, Decrypt, Write, Remove, Generate, Look };
+/// What a token works at. For all but the last two it may ask for its PIN.
+enum class Purpose { Sign, Decrypt, Write, Remove, Generate, Look, SetPin, Initialise };
 
 /// The state of a PIN by the flags of CK_TOKEN_INFO (PKCS#11 2.40, 3.2). `NotSet`: the user has no
 /// PIN yet.

@@ -46,6 +46,7 @@ public:
 Q_SIGNALS:
     void changed(const QString &keyStoreId);
     void removed(const QString &keyStoreId);
+    void pinChanged(const QString &keyStoreId);
     void failed(const Trivex::TokenError &error);
 };
 
@@ -126,6 +127,11 @@ void publishTokenError(const TokenError &error)
     Q_EMIT TokenHub::instance().failed(error);
 }
 
+void publishPinChange(const QString &keyStoreId)
+{
+    Q_EMIT TokenHub::instance().pinChanged(keyStoreId);
+}
+
 void reportWrongKeyKind(const QCA::PKey &key)
 {
     TokenError error;
@@ -140,6 +146,7 @@ TokenMonitor::TokenMonitor(QObject *parent)
     qRegisterMetaType<Trivex::TokenError>();
     connect(&TokenHub::instance(), &TokenHub::changed, this, &TokenMonitor::changed);
     connect(&TokenHub::instance(), &TokenHub::removed, this, &TokenMonitor::removed);
+    connect(&TokenHub::instance(), &TokenHub::pinChanged, this, &TokenMonitor::pinChanged);
     connect(&TokenHub::instance(), &TokenHub::failed, this, &TokenMonitor::failed);
 }
 
@@ -179,6 +186,13 @@ bool startStoreChange(const QString &keyStoreId, const StoreChange &change, Stor
 {
     TokenBackend *backend = TokenHub::instance().currentBackend();
     return backend && backend->startChange(keyStoreId, change, std::move(done));
+}
+
+bool startTokenAdministration(const QString &keyStoreId, TokenAdministration task,
+                              TokenAdministrationDone done)
+{
+    TokenBackend *backend = TokenHub::instance().currentBackend();
+    return backend && backend->startAdministration(keyStoreId, std::move(task), std::move(done));
 }
 
 void TokenMonitor::cancel(const QString &keyStoreId)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "qca/tokens/storechange.h"
+#include "qca/tokens/tokenadministration.h"
 #include "qca/tokens/tokens.h"
 
 namespace Trivex {
@@ -35,6 +36,10 @@ public:
     /// none of its own: nothing happens then. The answers stored for the store are taken at once.
     virtual bool startChange(const QString &keyStoreId, const StoreChange &change,
                              StoreChangeDone done) = 0;
+
+    /// See `startTokenAdministration`. False when the store is none of its own.
+    virtual bool startAdministration(const QString &keyStoreId, TokenAdministration task,
+                                     TokenAdministrationDone done) = 0;
 };
 
 TRIVEX_QCA_EXPORT void setTokenBackend(TokenBackend *backend);

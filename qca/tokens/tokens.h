@@ -29,6 +29,11 @@ struct TokenStatus {
     /// Some of its private keys may be shown by a login only.
     bool keysHidden = false;
     PinState pinState = PinState::Normal;
+    PinState officerPinState = PinState::Normal; ///< of the PIN of the token's administrator
+    bool pinToBeChanged = false; ///< the PIN is a first one, which its user has to change
+    // In bytes, for both PINs; 0 where the token does not say.
+    int shortestPin = 0;
+    int longestPin = 0;
     TokenFacts facts;
     int certificates = 0; ///< so many are on it
     QVector<TokenKeyFacts> keyFacts; ///< of the keys that are seen
@@ -55,6 +60,8 @@ struct TokenError {
         DataRefused, ///< what was to be signed or decrypted
         NoKey, ///< the login showed no private key for the certificate
         WrongKeyKind, ///< the key is of a kind that can't do what was asked of it
+        NewPinRefused, ///< a PIN that was to be set breaks the token's rules
+        LastTry, ///< a wrong PIN would lock the token, and nobody has agreed to that
         DeviceFailure, ///< everything else; `returnValue` says what
     };
     Kind kind = NoError;
@@ -88,6 +95,8 @@ Q_SIGNALS:
     void changed(const QString &keyStoreId);
     /// The token was taken out, even when it is back by the time this arrives. Before `changed`.
     void removed(const QString &keyStoreId);
+    /// A PIN of the token was changed, or the token was made anew.
+    void pinChanged(const QString &keyStoreId);
     void failed(const Trivex::TokenError &error);
 };
 

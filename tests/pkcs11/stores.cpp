@@ -33,7 +33,7 @@ void Stores::open(const QString &id)
 QCA::KeyStore *Stores::byName(const QString &name) const
 {
     for (const auto &store : m_stores) {
-        if (store->name() == name)
+        if (store->isValid() && store->name() == name)
             return store.get();
     }
     return nullptr;
@@ -78,8 +78,10 @@ QCA::KeyStoreEntry Stores::entry(const QString &storeName, const QString &entryN
 QStringList Stores::names() const
 {
     QStringList all;
-    for (const auto &store : m_stores)
-        all.append(store->name());
+    for (const auto &store : m_stores) {
+        if (store->isValid())
+            all.append(store->name());
+    }
     return all;
 }
 

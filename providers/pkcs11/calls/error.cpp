@@ -13,6 +13,13 @@ Error::Error(CK_RV returnValue, const char *function) noexcept
 {
 }
 
+Error::Error(CK_RV returnValue, const char *function, TokenError::Kind kind) noexcept
+    : m_kind(kind)
+    , m_returnValue(returnValue)
+    , m_function(function)
+{
+}
+
 Error::Error(TokenError::Kind kind) noexcept
     : m_kind(kind)
 {

@@ -14,6 +14,8 @@ class TRIVEX_TOKENS_EXPORT Error : public std::exception {
 public:
     /// A call that returned `returnValue`. `function` has static storage.
     Error(CK_RV returnValue, const char *function) noexcept;
+    /// A call whose `returnValue` means something of its own there.
+    Error(CK_RV returnValue, const char *function, TokenError::Kind kind) noexcept;
     /// A failure that no call returned, such as a question that nobody answered.
     explicit Error(TokenError::Kind kind) noexcept;
 

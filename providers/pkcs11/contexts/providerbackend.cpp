@@ -4,6 +4,7 @@
 
 #include "providers/pkcs11/contents/tokenlook.h"
 #include "providers/pkcs11/contexts/tokenentrycontext.h"
+#include "providers/pkcs11/operations/administration.h"
 #include "providers/pkcs11/operations/storechanges.h"
 #include "qca/keys/keys.h"
 #include "qca/keys/pkeycontainer.h"
@@ -74,6 +75,12 @@ bool ProviderBackend::startChange(const QString &keyStoreId, const StoreChange &
                                   StoreChangeDone done)
 {
     return Trivex::startChange(m_tokens, keyStoreId, change, std::move(done));
+}
+
+bool ProviderBackend::startAdministration(const QString &keyStoreId, TokenAdministration task,
+                                          TokenAdministrationDone done)
+{
+    return Trivex::startAdministration(m_tokens, keyStoreId, std::move(task), std::move(done));
 }
 
 TokenKeyPtr ProviderBackend::keyIn(const QString &keyStoreId, const QByteArray &publicInfo) const

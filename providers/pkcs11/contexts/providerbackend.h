@@ -24,6 +24,8 @@ public:
     void cancelOperation(const QString &keyStoreId) override;
     bool startChange(const QString &keyStoreId, const StoreChange &change,
                      StoreChangeDone done) override;
+    bool startAdministration(const QString &keyStoreId, TokenAdministration task,
+                             TokenAdministrationDone done) override;
 
 private:
     QCA::PrivateKey privateKeyOf(const QString &keyStoreId, const TokenKeyPtr &key) const;

@@ -240,6 +240,12 @@ void ModuleHost::State::removeAllBut(const std::vector<CK_SLOT_ID> &slots)
 
 CK_RV ModuleHost::State::lookAt(CK_SLOT_ID slot)
 {
+    const TokenPtr known = tokenIn(slot);
+    const std::unique_lock still =
+        known ? known->remaking().lock() : std::unique_lock<std::mutex>();
+    // It is no token at the moment, or has half a name.
+    if (known && known->remaking().isRunning())
+        return CKR_OK;
     CK_TOKEN_INFO info = {};
     const CK_RV result = (*module)->C_GetTokenInfo(slot, &info);
     if (result == CKR_OK)
@@ -253,11 +259,15 @@ CK_RV ModuleHost::State::lookAt(CK_SLOT_ID slot)
 void ModuleHost::State::lookAtToken(CK_SLOT_ID slot, const CK_TOKEN_INFO &info)
 {
     const TokenPtr known = tokenIn(slot);
-    if (known && known->storeId() == identityOf(info).storeId) {
+    const bool isSame = known && known->storeId() == identityOf(info).storeId;
+    const bool isRemade = known && known->remaking().isOver();
+    if (isSame && !isRemade) {
         table.publishFlags(known, info);
         return;
     }
     remove(slot);
+    if (isRemade && !isSame)
+        table.forget(known->storeId());
     if (!(info.flags & CKF_TOKEN_INITIALIZED))
         return;
     const auto choice = source.isTrust ? CertificateChoice::Trusted : CertificateChoice::All;

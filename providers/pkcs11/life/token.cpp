@@ -33,9 +33,11 @@ void readQuietly(TokenConnection &connection)
     }
 }
 
-bool changesObjects(Purpose purpose)
+/// Whoever started it has to know whether it was done.
+bool changesToken(Purpose purpose)
 {
-    return purpose == Purpose::Write || purpose == Purpose::Remove;
+    return purpose == Purpose::Write || purpose == Purpose::Remove || purpose == Purpose::SetPin
+        || purpose == Purpose::Initialise;
 }
 
 } // namespace
@@ -58,7 +60,8 @@ public:
         : connection(std::move(connection))
         , purpose(operation.purpose())
         , isUnattended(operation.isUnattended())
-        , isQuiet(isUnattended && purpose == Purpose::Look)
+        , isQuiet(operation.isAttended() || (isUnattended && purpose == Purpose::Look))
+        , isAttended(operation.isAttended())
         , cancellation(operation.cancellation())
         , operation(std::move(operation))
         , work(std::move(work))
@@ -108,7 +111,9 @@ public:
     const std::shared_ptr<TokenConnection> connection;
     const Purpose purpose;
     const bool isUnattended;
-    const bool isQuiet; ///< nobody misses what a look would have found
+    /// Nobody misses what a look would have found; who attends tells of a failure.
+    const bool isQuiet;
+    const bool isAttended;
     const CancellationPtr cancellation;
     // Used by who has claimed the task.
     Operation operation;
@@ -187,7 +192,8 @@ void Token::perform(Task &task, TokenListener &listener)
     const TokenContentsPtr before = connection.contents();
     const TokenError error = attempt(task);
     // The failed operation may have undone changes that it had noted.
-    if (error.kind != TokenError::NoError && connection.contents() != before)
+    const bool isRemade = connection.remaking().isOver();
+    if (error.kind != TokenError::NoError && connection.contents() != before && !isRemade)
         readQuietly(connection);
     if (connection.contents() != before)
         listener.publishContents(connection);
@@ -203,7 +209,8 @@ void Token::work(Task &task)
     try {
         task.work(connection, task.operation);
     } catch (const Error &error) {
-        if (!connection.learnsLoginFrom(error))
+        // What somebody has typed is sent once only.
+        if (task.isAttended || !connection.learnsLoginFrom(error))
             throw;
         task.work(connection, task.operation);
     }
@@ -229,10 +236,10 @@ TokenError Token::attempt(Task &task)
 void Token::cancel()
 {
     // A module can't be stopped in the middle of a call, but nobody has to wait for a result that
-    // is not wanted. A write or removal is waited for: its outcome has to be known.
+    // is not wanted. A change of the token is waited for: its outcome has to be known.
     for (const auto &task : openTasks()) {
         if (!task->isUnattended)
-            task->cancel(TokenError::Cancelled, changesObjects(task->purpose));
+            task->cancel(TokenError::Cancelled, changesToken(task->purpose));
     }
 }
 

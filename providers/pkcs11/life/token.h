@@ -44,6 +44,8 @@ public:
     ~Token();
 
     const QString &storeId() const { return m_storeId; }
+    /// See `Remaking`. Thread-safe.
+    Remaking &remaking() { return m_connection->remaking(); }
     /// Identifies this token in what its thread publishes. For comparison only: the object belongs
     /// to the token's thread.
     const TokenConnection *connection() const { return m_connection.get(); }

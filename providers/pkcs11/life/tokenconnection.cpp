@@ -15,21 +15,6 @@ using Pkcs11::Session;
 
 namespace {
 
-PinState pinStateOf(CK_FLAGS flags)
-{
-    if (flags & CKF_USER_PIN_LOCKED)
-        return PinState::Locked;
-    if (flags & CKF_USER_PIN_FINAL_TRY)
-        return PinState::FinalTry;
-    if (flags & CKF_USER_PIN_COUNT_LOW)
-        return PinState::CountLow;
-    // Only of a token that says when it wants a login is it worth anything what it says of the PIN;
-    // and a keypad asks by itself.
-    constexpr CK_FLAGS Relevant =
-        CKF_LOGIN_REQUIRED | CKF_USER_PIN_INITIALIZED | CKF_PROTECTED_AUTHENTICATION_PATH;
-    return (flags & Relevant) == CKF_LOGIN_REQUIRED ? PinState::NotSet : PinState::Normal;
-}
-
 CK_RV callLogin(const Session &session, CK_USER_TYPE user, Secret pin)
 {
     const CK_SESSION_HANDLE handle = session.handle();
@@ -46,18 +31,6 @@ bool isUserState(CK_STATE state)
 }
 
 } // namespace
-
-TokenFlags flagsOf(const CK_TOKEN_INFO &info)
-{
-    TokenFlags flags;
-    flags.needsLogin = info.flags & CKF_LOGIN_REQUIRED;
-    flags.hasUserPin = info.flags & CKF_USER_PIN_INITIALIZED;
-    flags.pinMayBeEmpty = info.ulMinPinLen == 0;
-    flags.hasPinPad = info.flags & CKF_PROTECTED_AUTHENTICATION_PATH;
-    flags.readOnly = info.flags & CKF_WRITE_PROTECTED;
-    flags.pinState = pinStateOf(info.flags);
-    return flags;
-}
 
 TokenConnection::TokenConnection(Pkcs11::ModulePtr module, CK_SLOT_ID slot, TokenIdentity identity,
                                  const QCA::KeyStoreInfo &store, CertificateChoice choice)
@@ -101,6 +74,11 @@ bool TokenConnection::checkLogin()
 Session TokenConnection::open(Session::Mode mode)
 {
     checkLogin();
+    return Session(m_module, m_slot, mode);
+}
+
+Session TokenConnection::openPlain(Session::Mode mode) const
+{
     return Session(m_module, m_slot, mode);
 }
 

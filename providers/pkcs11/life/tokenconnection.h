@@ -7,24 +7,13 @@
 #include "providers/pkcs11/contents/tokencontents.h"
 #include "providers/pkcs11/contents/tokenidentity.h"
 #include "providers/pkcs11/contents/tokenreader.h"
+#include "providers/pkcs11/life/remaking.h"
+#include "providers/pkcs11/life/tokenflags.h"
 #include "qca/questions/operation.h"
 
 #include <optional>
 
 namespace Trivex {
-
-/// What the token says of its PIN and of itself, from its flags (PKCS#11 2.40, 3.2).
-struct TokenFlags {
-    bool needsLogin = false;
-    bool hasUserPin = false;
-    /// Nobody has to give an empty PIN: NSS without a password has one.
-    bool pinMayBeEmpty = false;
-    bool hasPinPad = false;
-    bool readOnly = false;
-    PinState pinState = PinState::Normal;
-};
-
-TokenFlags flagsOf(const CK_TOKEN_INFO &info);
 
 /// The session with one token, used on that token's thread alone. One session is kept open as the
 /// anchor of the login, which lasts as long as it (PKCS#11 2.40, 5.6). Everything throws
@@ -57,6 +46,13 @@ public:
     bool keysHold() const { return m_keysRead == m_anchors; }
 
     TokenFlags flags() const;
+    /// Thread-safe.
+    Remaking &remaking() { return m_remaking; }
+    /// Closes the anchor, and with it the login, because the token wants no other session. The next
+    /// operation opens a new one.
+    void leave() noexcept { m_anchor.reset(); }
+    /// A session beside none or beside the anchor, whether somebody is logged in or not.
+    Pkcs11::Session openPlain(Pkcs11::Session::Mode mode) const;
     bool supports(CK_MECHANISM_TYPE mechanism) const;
 
     /// What a login is for. Private keys may hide on a token whose flags say nothing of a login.
@@ -152,6 +148,7 @@ private:
     bool m_hiddenLogin = false;
     /// True once nobody gave the login for the undo of this operation.
     bool m_isUndoRefused = false;
+    Remaking m_remaking;
     /// A login has worked, whatever the flags say of the PIN.
     bool m_hasLoggedIn = false;
     /// The states of its sessions say when somebody is logged in.

@@ -153,7 +153,7 @@ void TokenTable::post(Operation operation, Token::Work work, Token::Then then) c
     }
     const TokenError gone =
         failure(TokenError::TokenRemoved, operation.keyStoreId(), operation.purpose());
-    if (!operation.isUnattended())
+    if (!operation.isUnattended() && !operation.isAttended())
         publishTokenError(gone);
     then(gone);
 }
@@ -244,8 +244,7 @@ TokenPtr TokenTable::attach(const Pkcs11::ModulePtr &module, CK_SLOT_ID slot,
         made.status.present = true;
         made.status.loading = true;
         made.status.readOnly = made.store.readOnly;
-        made.status.hasPinPad = flags.hasPinPad;
-        made.status.pinState = flags.pinState;
+        take(flags, &made.status);
         made.status.facts = factsOf(info);
         status = NumberedStatus(made.status);
         lifetime = m_loginLifetime;
@@ -283,6 +282,25 @@ void TokenTable::detach(const TokenPtr &token)
         Q_EMIT contentsChanged(id);
         m_scan.fulfil(token->storeId());
     }
+}
+
+void TokenTable::forget(const QString &storeId)
+{
+    NumberedStatus status;
+    {
+        const std::lock_guard lock(m_mutex);
+        const auto found = std::find_if(m_records.begin(), m_records.end(), [&](const auto &one) {
+            return one->store.storeId == storeId && !one->token;
+        });
+        if (found == m_records.end())
+            return;
+        m_records.erase(found);
+        TokenStatus gone;
+        gone.keyStoreId = storeId;
+        status = NumberedStatus(gone);
+    }
+    status.publish();
+    Q_EMIT storesChanged();
 }
 
 void TokenTable::publish(const TokenConnection &source, const std::function<void(Record &)> &change)
@@ -349,12 +367,9 @@ void TokenTable::publishFlags(const TokenPtr &token, const CK_TOKEN_INFO &info)
         readAgain = !found->isRead && !current.loading;
         // A trust module's store stays read-only, whatever its token says.
         const bool readOnly = flags.readOnly || found->store.type == QCA::KeyStore::System;
-        const bool isSame = current.pinState == flags.pinState && current.readOnly == readOnly
-            && current.hasPinPad == flags.hasPinPad && current.facts == facts && !readAgain;
-        if (isSame)
+        const bool isNew = take(flags, &current);
+        if (!isNew && current.readOnly == readOnly && current.facts == facts && !readAgain)
             return;
-        current.pinState = flags.pinState;
-        current.hasPinPad = flags.hasPinPad;
         current.facts = facts;
         current.readOnly = found->store.readOnly = readOnly;
         current.loading = readAgain;

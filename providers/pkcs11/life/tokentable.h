@@ -28,7 +28,8 @@ struct TokenStore {
 /// The tokens of the process and their key stores: filled by the threads of modules and tokens,
 /// looked up by everybody. Thread-safe; look-ups never wait for a module.
 ///
-/// The store of a token that has gone stays, without entries, until the table is cleared.
+/// The store of a token that has gone stays, without entries, until the table is cleared; that of a
+/// token that was made anew under another name is forgotten.
 class TokenTable : public QObject, public TokenListener {
     Q_OBJECT
 public:
@@ -66,6 +67,8 @@ public:
                     CertificateChoice choice);
     /// Closes the token; its store stays, without entries.
     void detach(const TokenPtr &token);
+    /// Forgets the store of a token that is detached and can't come back.
+    void forget(const QString &storeId);
     /// Publishes the state of the PIN and whether the token can be written.
     void publishFlags(const TokenPtr &token, const CK_TOKEN_INFO &info);
 

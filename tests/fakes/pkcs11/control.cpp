@@ -21,11 +21,18 @@ const std::map<std::string, Action> actionNames = {
 };
 
 const std::map<std::string, bool Script::*> stateNames = {
-    {"read-only", &Script::readOnly},     {"full", &Script::full},
-    {"locked", &Script::locked},          {"count-low", &Script::countLow},
-    {"final-try", &Script::finalTry},     {"no-login-flag", &Script::noLoginFlag},
-    {"no-pin-flag", &Script::noPinFlag},  {"slots-grow", &Script::slotsGrow},
+    {"read-only", &Script::readOnly},
+    {"full", &Script::full},
+    {"locked", &Script::locked},
+    {"count-low", &Script::countLow},
+    {"final-try", &Script::finalTry},
+    {"no-login-flag", &Script::noLoginFlag},
+    {"no-pin-flag", &Script::noPinFlag},
+    {"slots-grow", &Script::slotsGrow},
     {"other-token", &Script::otherToken},
+    {"to-be-changed", &Script::toBeChanged},
+    {"officer-final-try", &Script::officerFinalTry},
+    {"officer-locked", &Script::officerLocked},
 };
 
 const std::map<std::string, Kind> kindNames = {
@@ -156,12 +163,13 @@ bool readBroken(const Words &words, Script *script)
 
 bool readSetting(const Words &words, Script *script)
 {
-    if (words.size() != 2)
-        return false;
-    if (words[0] == "pin-pad") {
+    if (words[0] == "pin-pad" && (words.size() == 2 || words.size() == 3)) {
         script->pinPad = words[1];
+        script->newOnPinPad = words.size() == 3 ? words[2] : std::string();
         return true;
     }
+    if (words.size() != 2)
+        return false;
     const auto value = number(words[1]);
     if (!value)
         return false;

@@ -66,7 +66,11 @@ struct Script {
     bool noLoginFlag = false;
     bool noPinFlag = false; //!< says that the user has no PIN, whatever a login does
     bool otherToken = false; //!< the tokens have other serial numbers
+    bool toBeChanged = false; //!< says that the user's PIN has to be changed
+    bool officerFinalTry = false;
+    bool officerLocked = false;
     std::optional<std::string> pinPad; //!< the PIN that is typed on the reader
+    std::string newOnPinPad; //!< the one that is typed there as the new one
     std::set<std::string> gostHabits; //!< what the token does its own way with GOST keys
     std::vector<std::string> errors; //!< lines that were not understood
 };

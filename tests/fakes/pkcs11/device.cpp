@@ -363,6 +363,12 @@ CK_RV Device::tokenInfo(CK_SLOT_ID slot, CK_TOKEN_INFO *info)
         info->flags &= ~static_cast<CK_FLAGS>(CKF_USER_PIN_INITIALIZED);
     if (m_script.pinPad)
         info->flags |= CKF_PROTECTED_AUTHENTICATION_PATH;
+    if (m_script.toBeChanged)
+        info->flags |= CKF_USER_PIN_TO_BE_CHANGED;
+    if (m_script.officerFinalTry)
+        info->flags |= CKF_SO_PIN_FINAL_TRY;
+    if (m_script.officerLocked)
+        info->flags |= CKF_SO_PIN_LOCKED;
     return result;
 }
 
@@ -396,7 +402,8 @@ CK_RV Device::login(CK_SESSION_HANDLE session, CK_USER_TYPE user, CK_UTF8CHAR *p
     std::unique_lock<std::mutex> lock(m_mutex);
     const auto found = m_sessions.find(session);
     const CK_SLOT_ID slot = found == m_sessions.end() ? CK_UNAVAILABLE_INFORMATION : found->second;
-    if (pinFlags(slot) & CKF_USER_PIN_LOCKED)
+    const bool counts = user != CKU_SO;
+    if (counts && (pinFlags(slot) & CKF_USER_PIN_LOCKED))
         return CKR_PIN_LOCKED;
     std::string typed = m_script.pinPad.value_or(std::string());
     const bool usesPad = m_script.pinPad && !pin;
@@ -405,11 +412,73 @@ CK_RV Device::login(CK_SESSION_HANDLE session, CK_USER_TYPE user, CK_UTF8CHAR *p
         ? m_target->C_Login(session, user, reinterpret_cast<CK_UTF8CHAR *>(&typed[0]), typed.size())
         : m_target->C_Login(session, user, pin, length);
     lock.lock();
+    if (counts)
+        countPin(slot, result);
+    return result;
+}
+
+void Device::countPin(CK_SLOT_ID slot, CK_RV result)
+{
     if (result == CKR_PIN_INCORRECT)
         ++m_wrongPins[slot];
     else if (result == CKR_OK)
         m_wrongPins.erase(slot);
+}
+
+CK_RV Device::setPin(CK_SESSION_HANDLE session, CK_UTF8CHAR *oldPin, CK_ULONG oldLength,
+                     CK_UTF8CHAR *newPin, CK_ULONG newLength)
+{
+    std::unique_lock<std::mutex> lock(m_mutex);
+    const auto found = m_sessions.find(session);
+    const CK_SLOT_ID slot = found == m_sessions.end() ? CK_UNAVAILABLE_INFORMATION : found->second;
+    CK_SESSION_INFO info{};
+    const bool counts =
+        m_target->C_GetSessionInfo(session, &info) != CKR_OK || info.state != CKS_RW_SO_FUNCTIONS;
+    if (counts && (pinFlags(slot) & CKF_USER_PIN_LOCKED))
+        return CKR_PIN_LOCKED;
+    std::string typed = m_script.pinPad.value_or(std::string());
+    std::string typedNew = m_script.newOnPinPad;
+    if (m_script.pinPad && !oldPin) {
+        oldPin = reinterpret_cast<CK_UTF8CHAR *>(&typed[0]);
+        oldLength = typed.size();
+    }
+    if (m_script.pinPad && !newPin) {
+        newPin = reinterpret_cast<CK_UTF8CHAR *>(&typedNew[0]);
+        newLength = typedNew.size();
+    }
+    lock.unlock();
+    const CK_RV result = m_target->C_SetPIN(session, oldPin, oldLength, newPin, newLength);
+    lock.lock();
+    if (counts)
+        countPin(slot, result);
     return result;
+}
+
+CK_RV Device::initPin(CK_SESSION_HANDLE session, CK_UTF8CHAR *pin, CK_ULONG length)
+{
+    std::unique_lock<std::mutex> lock(m_mutex);
+    std::string typed = m_script.newOnPinPad;
+    const bool usesPad = m_script.pinPad && !pin;
+    const auto found = m_sessions.find(session);
+    if (found != m_sessions.end())
+        m_wrongPins.erase(found->second);
+    lock.unlock();
+    return usesPad
+        ? m_target->C_InitPIN(session, reinterpret_cast<CK_UTF8CHAR *>(&typed[0]), typed.size())
+        : m_target->C_InitPIN(session, pin, length);
+}
+
+CK_RV Device::initToken(CK_SLOT_ID slot, CK_UTF8CHAR *pin, CK_ULONG length, CK_UTF8CHAR *label)
+{
+    std::unique_lock<std::mutex> lock(m_mutex);
+    std::string typed = m_script.pinPad.value_or(std::string());
+    const bool usesPad = m_script.pinPad && !pin;
+    if (m_script.readOnly)
+        return CKR_TOKEN_WRITE_PROTECTED;
+    lock.unlock();
+    return usesPad ? m_target->C_InitToken(slot, reinterpret_cast<CK_UTF8CHAR *>(&typed[0]),
+                                           typed.size(), label)
+                   : m_target->C_InitToken(slot, pin, length, label);
 }
 
 std::vector<std::optional<Lie>> Device::liesAbout(const CK_ATTRIBUTE *attributes, CK_ULONG count)

@@ -51,6 +51,10 @@ public:
                       CK_SESSION_HANDLE *session);
     CK_RV closeSession(CK_SESSION_HANDLE session);
     CK_RV login(CK_SESSION_HANDLE session, CK_USER_TYPE user, CK_UTF8CHAR *pin, CK_ULONG length);
+    CK_RV setPin(CK_SESSION_HANDLE session, CK_UTF8CHAR *oldPin, CK_ULONG oldLength,
+                 CK_UTF8CHAR *newPin, CK_ULONG newLength);
+    CK_RV initPin(CK_SESSION_HANDLE session, CK_UTF8CHAR *pin, CK_ULONG length);
+    CK_RV initToken(CK_SLOT_ID slot, CK_UTF8CHAR *pin, CK_ULONG length, CK_UTF8CHAR *label);
     //! The lies about these attributes, one each; empty when all is to be told as it is.
     std::vector<std::optional<Lie>> liesAbout(const CK_ATTRIBUTE *attributes, CK_ULONG count);
     CK_RV initialize(void *given);
@@ -72,6 +76,7 @@ private:
     std::set<CK_SLOT_ID> slotsOfCall(const std::optional<CK_SLOT_ID> &slot) const;
     void dropSessions(std::unique_lock<std::mutex> *lock);
     void endLogins(std::unique_lock<std::mutex> *lock);
+    void countPin(CK_SLOT_ID slot, CK_RV result);
     CK_FLAGS pinFlags(CK_SLOT_ID slot) const;
     unsigned long triesLeft(CK_SLOT_ID slot) const;
 

@@ -38,12 +38,19 @@ void logCall(Function function, unsigned long subject, CK_RV result, const std::
     writeLog(line + detail);
 }
 
+std::string pinDetail(const CK_UTF8CHAR *pin, CK_ULONG length)
+{
+    if (!pin)
+        return " pin=none";
+    return length == 0 ? " pin=empty" : " pin=given";
+}
+
 std::string loginDetail(CK_USER_TYPE user, const CK_UTF8CHAR *pin, CK_ULONG length)
 {
-    const std::string who = user == CKU_CONTEXT_SPECIFIC ? " user=context" : std::string();
-    if (!pin)
-        return who + " pin=none";
-    return who + (length == 0 ? " pin=empty" : " pin=given");
+    const char *const who = user == CKU_CONTEXT_SPECIFIC ? " user=context"
+        : user == CKU_SO                                 ? " user=officer"
+                                                         : "";
+    return who + pinDetail(pin, length);
 }
 
 std::string reservedDetail(const void *given)

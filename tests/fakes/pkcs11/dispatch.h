@@ -17,6 +17,8 @@ void after(const Verdict &verdict);
 //! Writes the call to the log. \p detail follows the subject.
 void logCall(Function function, unsigned long subject, CK_RV result, const std::string &detail);
 
+//! What a log line says of a PIN: " pin=none", "empty" or "given".
+std::string pinDetail(const CK_UTF8CHAR *pin, CK_ULONG length);
 //! What a login's log line says of the user and the PIN: never the PIN itself.
 std::string loginDetail(CK_USER_TYPE user, const CK_UTF8CHAR *pin, CK_ULONG length);
 //! The parameters that C_Initialize gets: " reserved=a=b"; nothing without them.
@@ -103,6 +105,12 @@ CK_RV perform(CK_RV (*CK_FUNCTION_LIST::*member)(Args...), Args... args)
         return device.closeSession(args...);
     else if constexpr (Id == Function::C_Login)
         return device.login(args...);
+    else if constexpr (Id == Function::C_SetPIN)
+        return device.setPin(args...);
+    else if constexpr (Id == Function::C_InitPIN)
+        return device.initPin(args...);
+    else if constexpr (Id == Function::C_InitToken)
+        return device.initToken(args...);
     else if constexpr (Id == Function::C_GetAttributeValue)
         return getAttributes(device, args...);
     else if constexpr (Id == Function::C_Initialize)
@@ -132,6 +140,17 @@ template <Function Id, typename... Args> std::string detailOf(Args... args)
     if constexpr (Id == Function::C_Login)
         return [](CK_SESSION_HANDLE, CK_USER_TYPE user, const CK_UTF8CHAR *pin, CK_ULONG length) {
             return loginDetail(user, pin, length);
+        }(args...);
+    else if constexpr (Id == Function::C_SetPIN)
+        return [](CK_SESSION_HANDLE, const CK_UTF8CHAR *oldPin, CK_ULONG oldLength,
+                  const CK_UTF8CHAR *, CK_ULONG) { return pinDetail(oldPin, oldLength); }(args...);
+    else if constexpr (Id == Function::C_InitPIN)
+        return [](CK_SESSION_HANDLE, const CK_UTF8CHAR *pin, CK_ULONG length) {
+            return pinDetail(pin, length);
+        }(args...);
+    else if constexpr (Id == Function::C_InitToken)
+        return [](CK_SLOT_ID, const CK_UTF8CHAR *pin, CK_ULONG length, const CK_UTF8CHAR *) {
+            return pinDetail(pin, length);
         }(args...);
     else if constexpr (Id == Function::C_GetAttributeValue)
         return [](CK_SESSION_HANDLE, CK_OBJECT_HANDLE, const CK_ATTRIBUTE *attributes,

@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/life/tokenflags.h"
+
+#include <tuple>
+
+namespace Trivex {
+
+namespace {
+
+PinState pinStateOf(CK_FLAGS flags)
+{
+    if (flags & CKF_USER_PIN_LOCKED)
+        return PinState::Locked;
+    if (flags & CKF_USER_PIN_FINAL_TRY)
+        return PinState::FinalTry;
+    if (flags & CKF_USER_PIN_COUNT_LOW)
+        return PinState::CountLow;
+    // Only of a token that says when it wants a login is it worth anything what it says of the PIN;
+    // and a keypad asks by itself.
+    constexpr CK_FLAGS Relevant =
+        CKF_LOGIN_REQUIRED | CKF_USER_PIN_INITIALIZED | CKF_PROTECTED_AUTHENTICATION_PATH;
+    return (flags & Relevant) == CKF_LOGIN_REQUIRED ? PinState::NotSet : PinState::Normal;
+}
+
+PinState officerPinStateOf(CK_FLAGS flags)
+{
+    if (flags & CKF_SO_PIN_LOCKED)
+        return PinState::Locked;
+    if (flags & CKF_SO_PIN_FINAL_TRY)
+        return PinState::FinalTry;
+    return flags & CKF_SO_PIN_COUNT_LOW ? PinState::CountLow : PinState::Normal;
+}
+
+/// 0 for what is no length of a PIN.
+int pinLength(CK_ULONG told)
+{
+    constexpr CK_ULONG Longest = 4096;
+    return told <= Longest ? int(told) : 0;
+}
+
+} // namespace
+
+TokenFlags flagsOf(const CK_TOKEN_INFO &info)
+{
+    TokenFlags flags;
+    flags.needsLogin = info.flags & CKF_LOGIN_REQUIRED;
+    flags.hasUserPin = info.flags & CKF_USER_PIN_INITIALIZED;
+    flags.pinMayBeEmpty = info.ulMinPinLen == 0;
+    flags.hasPinPad = info.flags & CKF_PROTECTED_AUTHENTICATION_PATH;
+    flags.readOnly = info.flags & CKF_WRITE_PROTECTED;
+    flags.pinState = pinStateOf(info.flags);
+    flags.officerPinState = officerPinStateOf(info.flags);
+    flags.pinToBeChanged = info.flags & CKF_USER_PIN_TO_BE_CHANGED;
+    flags.shortestPin = pinLength(info.ulMinPinLen);
+    flags.longestPin = pinLength(info.ulMaxPinLen);
+    if (flags.longestPin < flags.shortestPin)
+        flags.longestPin = 0;
+    return flags;
+}
+
+bool take(const TokenFlags &flags, TokenStatus *status)
+{
+    const auto told = [](TokenStatus &one) {
+        return std::tie(one.pinState, one.officerPinState, one.hasPinPad, one.pinToBeChanged,
+                        one.shortestPin, one.longestPin);
+    };
+    TokenStatus before = *status;
+    status->pinState = flags.pinState;
+    status->officerPinState = flags.officerPinState;
+    status->hasPinPad = flags.hasPinPad;
+    status->pinToBeChanged = flags.pinToBeChanged;
+    status->shortestPin = flags.shortestPin;
+    status->longestPin = flags.longestPin;
+    return told(before) != told(*status);
+}
+
+} // namespace Trivex

@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/tokens/tokens.h"
+
+#include <p11-kit/pkcs11.h>
+
+namespace Trivex {
+
+/// What the token says of its PIN and of itself, from its flags (PKCS#11 2.40, 3.2).
+struct TokenFlags {
+    bool needsLogin = false;
+    bool hasUserPin = false;
+    /// Nobody has to give an empty PIN: NSS without a password has one.
+    bool pinMayBeEmpty = false;
+    bool hasPinPad = false;
+    bool readOnly = false;
+    PinState pinState = PinState::Normal;
+    PinState officerPinState = PinState::Normal;
+    bool pinToBeChanged = false;
+    int shortestPin = 0; ///< bytes; 0 where the token does not say
+    int longestPin = 0;
+};
+
+TokenFlags flagsOf(const CK_TOKEN_INFO &info);
+
+/// Puts into the status what the flags say; true where something is different.
+bool take(const TokenFlags &flags, TokenStatus *status);
+
+} // namespace Trivex

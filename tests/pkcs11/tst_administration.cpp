@@ -1,0 +1,625 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/tokens/tokenadministration.h"
+#include "tests/pkcs11/tokenfixture.h"
+#include "tests/support/needtokens.h"
+
+#include <QProcess>
+#include <QSignalSpy>
+#include <QTimer>
+
+#include <atomic>
+#include <mutex>
+#include <optional>
+
+using namespace TrivexTest;
+using namespace Trivex;
+
+namespace {
+
+const QString StoreName = QStringLiteral("Administered");
+const QString OtherName = QStringLiteral("Without a PIN");
+const QByteArray NewPin = QByteArrayLiteral("0987654321");
+constexpr int Patience = 30000;
+
+Secret secret(const QByteArray &text)
+{
+    return Secret(QCA::SecureArray(text));
+}
+
+} // namespace
+
+/// Changing, setting and unblocking PINs and initialising, on a real token and at each call that
+/// can fail. What the token is left with is asked of another program.
+class TestAdministration : public TokenFixture {
+    Q_OBJECT
+public:
+    TestAdministration()
+        : TokenFixture(StoreName)
+    {
+    }
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void userChangesPin();
+    void wrongPinThenRightOne();
+    void triesAreKept();
+    void officerSetsPin();
+    void officerSetsFirstPin();
+    void officerChangesOwnPin();
+    void keypad_data();
+    void keypad();
+    void newPinIsRefused_data();
+    void newPinIsRefused();
+    void failingCall_data();
+    void failingCall();
+    void tokenGoes();
+    void waitingTaskIsDropped();
+    void nobodyElseHears();
+    void oldPinIsForgotten();
+    void initialises();
+    void initialisesUnderTheSameName();
+    void initialisesHalf();
+    void neverInitialisesUnasked_data();
+    void neverInitialisesUnasked();
+    void equalNames();
+
+private:
+    TokenAdministrationResult perform(TokenAdministration::Kind kind, const QByteArray &pin,
+                                      const QByteArray &newPin, const QString &name = {},
+                                      bool mayBeLastTry = false);
+    /// Whether another program gets in with that PIN.
+    bool opensWith(const QByteArray &pin, const char *type = "user",
+                   const QString &name = StoreName) const;
+    int objects() const;
+    static QString storeIdOf(const QString &name);
+    /// Waits for the token of that name; its store.
+    QString waitForToken(const QString &name);
+    bool waitForCounts(int certificates, int keys);
+    /// Back to the token that all begin with, with the signer on it.
+    bool makeAnew();
+
+    QString m_storeId;
+};
+
+void TestAdministration::initTestCase()
+{
+    TRIVEX_NEED_TOKENS();
+    QVERIFY(makeToken());
+    QVERIFY(addSigner());
+    // SoftHSM finds tokens of other programs when it starts only.
+    QVERIFY(m_token->token().addTokenWithoutUserPin(OtherName));
+    m_token->useInThisProcess();
+    QVERIFY(start(1));
+    m_storeId = storeIdOf(StoreName);
+    QVERIFY(!m_storeId.isEmpty());
+}
+
+void TestAdministration::init()
+{
+    if (m_token) // none without the tools
+        m_token->forget();
+}
+
+void TestAdministration::cleanup()
+{
+    m_token->control();
+    QVERIFY(QTest::qWaitFor([&] { return TokenMonitor::token(m_storeId).present; }, Patience));
+    if (opensWith(TestToken::pin()) && opensWith(TestToken::soPin(), "so"))
+        return;
+    for (const QByteArray &officer : {TestToken::soPin(), NewPin}) {
+        if (opensWith(officer, "so"))
+            perform(TokenAdministration::ChangeOfficerPin, officer, TestToken::soPin());
+    }
+    perform(TokenAdministration::SetPin, TestToken::soPin(), TestToken::pin());
+    QVERIFY(opensWith(TestToken::pin()));
+}
+
+TokenAdministrationResult TestAdministration::perform(TokenAdministration::Kind kind,
+                                                      const QByteArray &pin,
+                                                      const QByteArray &newPin, const QString &name,
+                                                      bool mayBeLastTry)
+{
+    TokenAdministration task;
+    task.kind = kind;
+    task.pin = secret(pin);
+    task.newPin = secret(newPin);
+    task.name = name;
+    task.mayBeLastTry = mayBeLastTry;
+    struct Shared {
+        std::mutex mutex;
+        std::optional<TokenAdministrationResult> result;
+    };
+    const auto shared = std::make_shared<Shared>();
+    const bool isStarted = startTokenAdministration(
+        m_storeId, std::move(task), [shared](const TokenAdministrationResult &result) {
+            const std::lock_guard lock(shared->mutex);
+            if (shared->result)
+                qFatal("ended twice");
+            shared->result = result;
+        });
+    TokenAdministrationResult none;
+    none.error.kind = TokenError::NotFound;
+    if (!isStarted)
+        return none;
+    const bool hasEnded = QTest::qWaitFor(
+        [&] {
+            const std::lock_guard lock(shared->mutex);
+            return shared->result.has_value();
+        },
+        Patience);
+    return hasEnded ? *shared->result : none;
+}
+
+bool TestAdministration::opensWith(const QByteArray &pin, const char *type,
+                                   const QString &name) const
+{
+    QProcess tool;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("SOFTHSM2_CONF"), m_token->token().configurationFile());
+    environment.remove(QStringLiteral("LD_PRELOAD"));
+    tool.setProcessEnvironment(environment);
+    const QString given = QString::fromLatin1(pin);
+    // An administrator sees no objects: his PIN is changed to itself.
+    const QStringList login = qstrcmp(type, "so") == 0
+        ? QStringList{QStringLiteral("--so-pin"), given, QStringLiteral("--change-pin"),
+                      QStringLiteral("--new-pin"), given}
+        : QStringList{QStringLiteral("--pin"), given, QStringLiteral("--list-objects")};
+    tool.start(QStringLiteral("pkcs11-tool"),
+               QStringList{QStringLiteral("--module"), TestToken::softHsmLibrary(),
+                           QStringLiteral("--token-label"), name, QStringLiteral("--login"),
+                           QStringLiteral("--login-type"), QLatin1String(type)}
+                   + login);
+    return tool.waitForFinished(Patience) && tool.exitCode() == 0;
+}
+
+int TestAdministration::objects() const
+{
+    return m_token->token().objectCount();
+}
+
+QString TestAdministration::storeIdOf(const QString &name)
+{
+    const auto tokens = TokenMonitor::tokens();
+    for (const TokenStatus &token : tokens) {
+        if (token.name == name)
+            return token.keyStoreId;
+    }
+    return {};
+}
+
+QString TestAdministration::waitForToken(const QString &name)
+{
+    const bool came = QTest::qWaitFor(
+        [&] {
+            const TokenStatus token = TokenMonitor::token(storeIdOf(name));
+            return token.present && !token.loading;
+        },
+        Patience);
+    return came ? storeIdOf(name) : QString();
+}
+
+bool TestAdministration::waitForCounts(int certificates, int keys)
+{
+    return QTest::qWaitFor(
+        [&] {
+            const TokenStatus token = TokenMonitor::token(m_storeId);
+            return token.present && !token.loading && token.certificates == certificates
+                && token.keyFacts.size() == keys;
+        },
+        Patience);
+}
+
+bool TestAdministration::makeAnew()
+{
+    const auto result =
+        perform(TokenAdministration::Initialise, TestToken::soPin(), TestToken::pin(), StoreName);
+    m_storeId = waitForToken(StoreName);
+    return result.error.kind == TokenError::NoError && waitForCounts(0, 0) && addSigner()
+        && m_token->replug(m_storeId) && waitForCounts(1, 1);
+}
+
+void TestAdministration::userChangesPin()
+{
+    QVERIFY(signs());
+    m_token->forget();
+    const auto result = perform(TokenAdministration::ChangePin, TestToken::pin(), NewPin);
+    QCOMPARE(result.error.kind, TokenError::NoError);
+    QVERIFY(!result.isEmptied);
+    QCOMPARE(m_token->count("C_SetPIN"), 1);
+    QCOMPARE(m_token->count("C_Login"), 0);
+    QVERIFY(opensWith(NewPin));
+    QVERIFY(!opensWith(TestToken::pin()));
+    // The login that was there goes on.
+    m_prompt->resetCount();
+    QVERIFY(signs());
+    QCOMPARE(m_prompt->count(), 0);
+}
+
+void TestAdministration::wrongPinThenRightOne()
+{
+    const auto wrong = perform(TokenAdministration::ChangePin, "999999", NewPin);
+    QCOMPARE(wrong.error.kind, TokenError::WrongPin);
+    QCOMPARE(wrong.error.returnName, QStringLiteral("CKR_PIN_INCORRECT"));
+    QCOMPARE(m_token->count("C_SetPIN"), 1);
+    QVERIFY(opensWith(TestToken::pin()));
+    const auto right = perform(TokenAdministration::ChangePin, TestToken::pin(), NewPin);
+    QCOMPARE(right.error.kind, TokenError::NoError);
+    QCOMPARE(m_token->count("C_SetPIN"), 2);
+    QVERIFY(opensWith(NewPin));
+}
+
+void TestAdministration::triesAreKept()
+{
+    m_token->control("tries 3");
+    for (int i = 0; i < 2; ++i)
+        QCOMPARE(perform(TokenAdministration::ChangePin, "999999", NewPin).error.kind,
+                 TokenError::WrongPin);
+    QTRY_COMPARE_WITH_TIMEOUT(TokenMonitor::token(m_storeId).pinState, PinState::FinalTry,
+                              Patience);
+    // The last one is spent only by somebody who knows that it is the last.
+    QCOMPARE(perform(TokenAdministration::ChangePin, TestToken::pin(), NewPin).error.kind,
+             TokenError::LastTry);
+    QCOMPARE(m_token->count("C_SetPIN"), 2);
+    QCOMPARE(perform(TokenAdministration::ChangePin, "999999", NewPin, {}, true).error.kind,
+             TokenError::WrongPin);
+    QCOMPARE(m_token->count("C_SetPIN"), 3);
+    QTRY_COMPARE_WITH_TIMEOUT(TokenMonitor::token(m_storeId).pinState, PinState::Locked, Patience);
+    // Locked: nothing is sent, and the administrator unblocks it.
+    QCOMPARE(perform(TokenAdministration::ChangePin, TestToken::pin(), NewPin, {}, true).error.kind,
+             TokenError::PinLocked);
+    QCOMPARE(m_token->count("C_SetPIN"), 3);
+    QCOMPARE(perform(TokenAdministration::SetPin, TestToken::soPin(), NewPin).error.kind,
+             TokenError::NoError);
+    QTRY_COMPARE_WITH_TIMEOUT(TokenMonitor::token(m_storeId).pinState, PinState::Normal, Patience);
+    QVERIFY(opensWith(NewPin));
+}
+
+void TestAdministration::officerSetsPin()
+{
+    QVERIFY(signs()); // somebody is logged in, beside whom no administrator gets in
+    const auto result = perform(TokenAdministration::SetPin, TestToken::soPin(), NewPin);
+    QCOMPARE(result.error.kind, TokenError::NoError);
+    QVERIFY(opensWith(NewPin));
+    QCOMPARE(m_token->countText("user=officer"), 1);
+    // The keys are still there, for who knows the new PIN.
+    m_prompt->setPin(NewPin);
+    QVERIFY(signs());
+    m_prompt->setPin(TestToken::pin());
+    QCOMPARE(perform(TokenAdministration::SetPin, "00000000", TestToken::pin()).error.kind,
+             TokenError::WrongPin);
+    QVERIFY(opensWith(NewPin));
+}
+
+void TestAdministration::officerSetsFirstPin()
+{
+    const QString before = std::exchange(m_storeId, waitForToken(OtherName));
+    QVERIFY(!m_storeId.isEmpty());
+    QCOMPARE(TokenMonitor::token(m_storeId).pinState, PinState::NotSet);
+    const auto none = perform(TokenAdministration::ChangePin, TestToken::pin(), NewPin);
+    const auto set = perform(TokenAdministration::SetPin, TestToken::soPin(), NewPin);
+    const bool isSet = QTest::qWaitFor(
+        [&] { return TokenMonitor::token(m_storeId).pinState == PinState::Normal; }, Patience);
+    m_storeId = before;
+    QVERIFY(none.error.kind == TokenError::PinNotSet || none.error.kind == TokenError::WrongPin);
+    QCOMPARE(set.error.kind, TokenError::NoError);
+    QVERIFY(isSet);
+    QVERIFY(opensWith(NewPin, "user", OtherName));
+}
+
+void TestAdministration::officerChangesOwnPin()
+{
+    QVERIFY(signs());
+    QCOMPARE(perform(TokenAdministration::ChangeOfficerPin, TestToken::soPin(), NewPin).error.kind,
+             TokenError::NoError);
+    QVERIFY(opensWith(NewPin, "so"));
+    QVERIFY(!opensWith(TestToken::soPin(), "so"));
+    QVERIFY(opensWith(TestToken::pin()));
+}
+
+void TestAdministration::keypad_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<QByteArray>("typed");
+    QTest::addColumn<QByteArray>("call");
+    QTest::newRow("change") << int(TokenAdministration::ChangePin) << TestToken::pin()
+                            << QByteArray("C_SetPIN");
+    QTest::newRow("unblock") << int(TokenAdministration::SetPin) << TestToken::soPin()
+                             << QByteArray("C_InitPIN");
+}
+
+/// What a person types stays in the reader: no PIN comes by us, even if one was given.
+void TestAdministration::keypad()
+{
+    QFETCH(int, kind);
+    QFETCH(QByteArray, typed);
+    QFETCH(QByteArray, call);
+    m_token->control("pin-pad " + typed + ' ' + NewPin);
+    m_token->forget();
+    const auto result = perform(TokenAdministration::Kind(kind), "111111", "222222");
+    QCOMPARE(result.error.kind, TokenError::NoError);
+    QCOMPARE(m_token->count(call.constData()), 1);
+    QCOMPARE(m_token->countText("pin=given"), 0);
+    m_token->control();
+    QVERIFY(opensWith(NewPin));
+}
+
+void TestAdministration::newPinIsRefused_data()
+{
+    QTest::addColumn<QByteArray>("pin");
+    QTest::addColumn<QByteArray>("newPin");
+    QTest::addColumn<QByteArray>("orders");
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<int>("calls");
+    QTest::newRow("too short") << TestToken::pin() << QByteArray("12") << QByteArray()
+                               << int(TokenError::NewPinRefused) << 0;
+    QTest::newRow("too long") << TestToken::pin() << QByteArray(300, '1') << QByteArray()
+                              << int(TokenError::NewPinRefused) << 0;
+    QTest::newRow("none") << TestToken::pin() << QByteArray() << QByteArray()
+                          << int(TokenError::PinMissing) << 0;
+    QTest::newRow("no old one") << QByteArray() << NewPin << QByteArray()
+                                << int(TokenError::PinMissing) << 0;
+    QTest::newRow("its length") << TestToken::pin() << NewPin
+                                << QByteArray("fail C_SetPIN * CKR_PIN_LEN_RANGE")
+                                << int(TokenError::NewPinRefused) << 1;
+    QTest::newRow("its letters") << TestToken::pin() << NewPin
+                                 << QByteArray("fail C_SetPIN * CKR_PIN_INVALID")
+                                 << int(TokenError::NewPinRefused) << 1;
+    QTest::newRow("old one expired")
+        << TestToken::pin() << NewPin << QByteArray("fail C_SetPIN * CKR_PIN_EXPIRED")
+        << int(TokenError::PinExpired) << 1;
+}
+
+void TestAdministration::newPinIsRefused()
+{
+    QFETCH(QByteArray, pin);
+    QFETCH(QByteArray, newPin);
+    QFETCH(QByteArray, orders);
+    QFETCH(int, kind);
+    QFETCH(int, calls);
+    m_token->control(orders);
+    m_token->forget();
+    QCOMPARE(int(perform(TokenAdministration::ChangePin, pin, newPin).error.kind), kind);
+    QCOMPARE(m_token->count("C_SetPIN"), calls);
+}
+
+void TestAdministration::failingCall_data()
+{
+    QTest::addColumn<int>("task");
+    QTest::addColumn<QByteArray>("orders");
+    QTest::addColumn<int>("kind");
+    const auto row = [](const char *name, TokenAdministration::Kind task, const char *orders,
+                        TokenError::Kind kind) {
+        QTest::newRow(name) << int(task) << QByteArray(orders) << int(kind);
+    };
+    const auto change = TokenAdministration::ChangePin;
+    const auto set = TokenAdministration::SetPin;
+    row("info", change, "fail C_GetTokenInfo * CKR_DEVICE_ERROR", TokenError::DeviceFailure);
+    row("session", change, "fail C_OpenSession * CKR_SESSION_COUNT", TokenError::TokenInUse);
+    row("protected", change, "fail C_OpenSession * CKR_TOKEN_WRITE_PROTECTED",
+        TokenError::ReadOnly);
+    row("set", change, "fail C_SetPIN * CKR_FUNCTION_NOT_SUPPORTED", TokenError::NotSupported);
+    row("locked", change, "fail C_SetPIN * CKR_PIN_LOCKED", TokenError::PinLocked);
+    row("login first", change, "fail C_SetPIN 1 CKR_USER_NOT_LOGGED_IN", TokenError::NoError);
+    row("login always", change, "fail C_SetPIN * CKR_USER_NOT_LOGGED_IN", TokenError::NotLoggedIn);
+    row("left at the reader", change, "fail C_SetPIN * CKR_FUNCTION_CANCELED",
+        TokenError::Cancelled);
+    row("officer's login", set, "fail C_Login * CKR_SESSION_READ_ONLY_EXISTS",
+        TokenError::TokenInUse);
+    row("officer locked", set, "officer-locked", TokenError::PinLocked);
+    row("officer's last try", set, "officer-final-try", TokenError::LastTry);
+    row("init", set, "fail C_InitPIN * CKR_DEVICE_ERROR", TokenError::DeviceFailure);
+    row("init refused", set, "fail C_InitPIN * CKR_PIN_LEN_RANGE", TokenError::NewPinRefused);
+    row("init without login", set, "fail C_InitPIN * CKR_USER_NOT_LOGGED_IN",
+        TokenError::NotLoggedIn);
+    row("sessions end", set, "end-sessions-at C_InitPIN 1", TokenError::DeviceFailure);
+}
+
+/// Nothing is sent twice, nobody stays logged in, and the old PIN works or the new one does.
+void TestAdministration::failingCall()
+{
+    QFETCH(int, task);
+    QFETCH(QByteArray, orders);
+    QFETCH(int, kind);
+    const bool isChange = task == TokenAdministration::ChangePin;
+    m_token->control(orders);
+    m_token->forget();
+    const auto result = perform(TokenAdministration::Kind(task),
+                                isChange ? TestToken::pin() : TestToken::soPin(), NewPin);
+    QCOMPARE(int(result.error.kind), kind);
+    QVERIFY(m_token->count("C_InitPIN") <= 1);
+    QVERIFY(m_token->countText("user=officer") <= 1);
+    QVERIFY(m_token->count("C_SetPIN") <= (m_token->count("C_Login") ? 2 : 1));
+    m_token->control();
+    QVERIFY(opensWith(kind == TokenError::NoError ? NewPin : TestToken::pin()));
+    // And the token works as before.
+    if (kind != TokenError::NoError)
+        QVERIFY(signs());
+}
+
+void TestAdministration::tokenGoes()
+{
+    m_token->control("delay C_SetPIN * 400\nremove-at C_SetPIN *");
+    QCOMPARE(perform(TokenAdministration::ChangePin, TestToken::pin(), NewPin).error.kind,
+             TokenError::TokenRemoved);
+    QTRY_VERIFY_WITH_TIMEOUT(!TokenMonitor::token(m_storeId).present, Patience);
+    QCOMPARE(perform(TokenAdministration::ChangePin, TestToken::pin(), NewPin).error.kind,
+             TokenError::TokenRemoved);
+}
+
+void TestAdministration::waitingTaskIsDropped()
+{
+    m_token->control("delay C_SetPIN * 1500");
+    m_token->forget();
+    TokenAdministration first;
+    first.pin = secret(TestToken::pin());
+    first.newPin = secret(NewPin);
+    const auto ended = std::make_shared<std::atomic_int>(-1);
+    QVERIFY(startTokenAdministration(
+        m_storeId, std::move(first),
+        [ended](const TokenAdministrationResult &result) { *ended = result.error.kind; }));
+    QVERIFY(m_token->waitUntilInside("C_SetPIN"));
+    QTimer::singleShot(100, [&] { TokenMonitor::cancel(m_storeId); });
+    QCOMPARE(perform(TokenAdministration::ChangePin, NewPin, TestToken::pin()).error.kind,
+             TokenError::Cancelled);
+    // What is inside the token is waited for: its outcome has to be known.
+    QTRY_COMPARE_WITH_TIMEOUT(int(*ended), int(TokenError::NoError), Patience);
+    QCOMPARE(m_token->count("C_SetPIN"), 1);
+    QVERIFY(opensWith(NewPin));
+}
+
+void TestAdministration::nobodyElseHears()
+{
+    TokenMonitor monitor;
+    QSignalSpy failed(&monitor, &TokenMonitor::failed);
+    perform(TokenAdministration::ChangePin, "999999", NewPin);
+    perform(TokenAdministration::SetPin, "99999999", NewPin);
+    QTest::qWait(50);
+    QCOMPARE(failed.count(), 0);
+}
+
+void TestAdministration::oldPinIsForgotten()
+{
+    TokenMonitor monitor;
+    QSignalSpy changed(&monitor, &TokenMonitor::pinChanged);
+    QCOMPARE(perform(TokenAdministration::ChangePin, TestToken::pin(), NewPin).error.kind,
+             TokenError::NoError);
+    QTRY_COMPARE_WITH_TIMEOUT(changed.count(), 1, Patience);
+    QCOMPARE(changed.first().first().toString(), m_storeId);
+    perform(TokenAdministration::ChangePin, TestToken::pin(), NewPin);
+    QTest::qWait(50);
+    QCOMPARE(changed.count(), 1);
+}
+
+void TestAdministration::initialises()
+{
+    QVERIFY(signs());
+    QVERIFY(waitForCounts(1, 1));
+    const QString before = m_storeId;
+    const QString name = QStringLiteral("Новый токен");
+    const auto result = perform(TokenAdministration::Initialise, TestToken::soPin(), NewPin, name);
+    QCOMPARE(result.error.kind, TokenError::NoError);
+    QVERIFY(result.isEmptied);
+    m_storeId = waitForToken(name);
+    QVERIFY(!m_storeId.isEmpty());
+    // The old one is not said to be away: it is no more.
+    QVERIFY(TokenMonitor::token(before).name.isEmpty());
+    QVERIFY(waitForCounts(0, 0));
+    QVERIFY(opensWith(NewPin, "user", name));
+    QVERIFY(!opensWith(NewPin, "user", StoreName));
+    QVERIFY(m_stores->waitFor(name, Patience));
+    QTRY_VERIFY_WITH_TIMEOUT(!m_stores->names().contains(StoreName), Patience);
+    QVERIFY(makeAnew());
+    QVERIFY(m_stores->waitForEntries(StoreName, 1, Patience));
+    QVERIFY(signs());
+}
+
+void TestAdministration::initialisesUnderTheSameName()
+{
+    const QString before = m_storeId;
+    const auto result =
+        perform(TokenAdministration::Initialise, TestToken::soPin(), TestToken::pin(), StoreName);
+    QCOMPARE(result.error.kind, TokenError::NoError);
+    QVERIFY(waitForCounts(0, 0));
+    QCOMPARE(m_storeId, before);
+    QVERIFY(m_stores->waitForEntries(StoreName, 0, Patience));
+    QVERIFY(makeAnew());
+    QVERIFY(m_stores->waitForEntries(StoreName, 1, Patience));
+    QVERIFY(signs());
+}
+
+void TestAdministration::initialisesHalf()
+{
+    m_token->control("fail C_InitPIN * CKR_DEVICE_ERROR");
+    const auto result =
+        perform(TokenAdministration::Initialise, TestToken::soPin(), NewPin, StoreName);
+    QCOMPARE(result.error.kind, TokenError::DeviceFailure);
+    QVERIFY(result.isEmptied);
+    QVERIFY(waitForCounts(0, 0));
+    QTRY_COMPARE_WITH_TIMEOUT(TokenMonitor::token(m_storeId).pinState, PinState::NotSet, Patience);
+    m_token->control();
+    QCOMPARE(perform(TokenAdministration::SetPin, TestToken::soPin(), TestToken::pin()).error.kind,
+             TokenError::NoError);
+    QVERIFY(makeAnew());
+}
+
+void TestAdministration::neverInitialisesUnasked_data()
+{
+    QTest::addColumn<QByteArray>("officer");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("orders");
+    QTest::addColumn<int>("kind");
+    const QByteArray right = TestToken::soPin();
+    const auto row = [&](const char *title, const QByteArray &officer, const QString &name,
+                         const char *orders, TokenError::Kind kind) {
+        QTest::newRow(title) << officer << name << QByteArray(orders) << int(kind);
+    };
+    row("wrong PIN", "00000000", StoreName, "", TokenError::WrongPin);
+    row("no name", right, QString(), "", TokenError::NotSupported);
+    row("long name", right, QString(17, QChar(0x416)), "", TokenError::NotSupported);
+    row("read-only", right, StoreName, "read-only", TokenError::ReadOnly);
+    row("protected", right, StoreName, "fail C_InitToken * CKR_TOKEN_WRITE_PROTECTED",
+        TokenError::ReadOnly);
+    row("somebody's session", right, StoreName, "fail C_InitToken * CKR_SESSION_EXISTS",
+        TokenError::TokenInUse);
+    row("unknown", right, StoreName, "fail C_InitToken * CKR_FUNCTION_NOT_SUPPORTED",
+        TokenError::NotSupported);
+    row("device", right, StoreName, "fail C_InitToken * CKR_DEVICE_ERROR",
+        TokenError::DeviceFailure);
+    row("gone", right, StoreName, "remove-at C_InitToken *", TokenError::TokenRemoved);
+    row("last try", right, StoreName, "officer-final-try", TokenError::LastTry);
+}
+
+void TestAdministration::neverInitialisesUnasked()
+{
+    QFETCH(QByteArray, officer);
+    QFETCH(QString, name);
+    QFETCH(QByteArray, orders);
+    QFETCH(int, kind);
+    const int before = objects();
+    m_token->control(orders);
+    m_token->forget();
+    const auto result = perform(TokenAdministration::Initialise, officer, TestToken::pin(), name);
+    QCOMPARE(int(result.error.kind), kind);
+    QVERIFY(!result.isEmptied);
+    QVERIFY(m_token->count("C_InitToken") <= 1);
+    m_token->control();
+    QVERIFY(waitForCounts(1, 1));
+    QCOMPARE(objects(), before);
+    QVERIFY(m_stores->waitForEntries(StoreName, 1, Patience));
+    QVERIFY(signs());
+}
+
+/// Tokens of one name are told by their stores: the other keeps its PIN and what is on it.
+void TestAdministration::equalNames()
+{
+    const QString first = std::exchange(m_storeId, waitForToken(OtherName));
+    const auto made =
+        perform(TokenAdministration::Initialise, TestToken::soPin(), TestToken::pin(), StoreName);
+    const auto other = [&] {
+        const auto tokens = TokenMonitor::tokens();
+        for (const TokenStatus &token : tokens) {
+            if (token.name.startsWith(StoreName) && token.keyStoreId != first && !token.loading)
+                return token.keyStoreId;
+        }
+        return QString();
+    };
+    const bool isThere = QTest::qWaitFor([&] { return !other().isEmpty(); }, Patience);
+    m_storeId = other();
+    const auto changed = perform(TokenAdministration::ChangePin, TestToken::pin(), NewPin);
+    const auto back =
+        perform(TokenAdministration::Initialise, TestToken::soPin(), TestToken::pin(), OtherName);
+    m_storeId = first;
+    QVERIFY(isThere);
+    for (const TokenAdministrationResult &result : {made, changed, back})
+        QCOMPARE(result.error.kind, TokenError::NoError);
+    QVERIFY(!waitForToken(OtherName).isEmpty());
+    QVERIFY(waitForCounts(1, 1));
+    QVERIFY(opensWith(TestToken::pin()));
+    QVERIFY(signs());
+}
+
+QTEST_GUILESS_MAIN(TestAdministration)
+#include "tst_administration.moc"
