@@ -134,22 +134,12 @@ BaseDialog {
         level: dialog.locked || dialog.lastTry ? 3 : 2
         Layout.fillWidth: true
     }
-    CheckBox {
+    WrappedCheckBox {
         id: consent
         objectName: "pinConsent"
         text: qsTrId("trivex-app-pin-consent")
         visible: dialog.lastTry && !dialog.locked
         Layout.fillWidth: true
-        // The whole text must be readable; most styles would cut it off.
-        contentItem: Label {
-            textFormat: Text.PlainText
-            text: consent.text
-            font: consent.font
-            wrapMode: Text.WordWrap
-            leftPadding: consent.indicator.width + consent.spacing
-            verticalAlignment: Text.AlignVCenter
-            Accessible.ignored: true
-        }
     }
     footer: DialogButtons {
         Button {

@@ -95,6 +95,10 @@ bool TokenInfo::locked() const
 
 QString TokenInfo::pinText() const
 {
+    if (m_status.pinState == PinState::Normal && m_status.pinToBeChanged) {
+        //% "The PIN was given out with the token and has to be changed first."
+        return qtTrId("trivex-app-pin-to-be-changed");
+    }
     return pinText(m_status.pinState);
 }
 
@@ -160,6 +164,12 @@ QString TokenInfo::busyText(const TokenStatus &status)
         return qtTrId("trivex-app-busy-generate");
     case Purpose::Look:
         return qtTrId("trivex-app-busy-loading");
+    case Purpose::SetPin:
+        //% "Setting the PIN…"
+        return qtTrId("trivex-app-busy-set-pin");
+    case Purpose::Initialise:
+        //% "Initialising the token…"
+        return qtTrId("trivex-app-busy-initialise");
     }
     return {};
 }

@@ -26,6 +26,7 @@
 #include "tools/rowselection.h"
 #include "tools/sectionedmodel.h"
 #include "tools/texts.h"
+#include "tools/tokenadmin.h"
 #include "tools/tokenerrors.h"
 #include "tools/tokeninfo.h"
 #include "tools/tokenlistmodel.h"
@@ -59,6 +60,7 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
     qmlRegisterType<ModelCount>(uri, 1, 0, "ModelCount");
     qmlRegisterType<TokenInfo>(uri, 1, 0, "TokenInfo");
     qmlRegisterType<TokenListModel>(uri, 1, 0, "TokenListModel");
+    qmlRegisterType<TokenAdmin>(uri, 1, 0, "TokenAdmin");
     qmlRegisterType<TokenErrors>(uri, 1, 0, "TokenErrors");
     qmlRegisterType<PinPrompt>(uri, 1, 0, "PinPrompt");
     qmlRegisterType<CertificateFile>(uri, 1, 0, "CertificateFile");

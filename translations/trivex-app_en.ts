@@ -37,6 +37,66 @@
         <source>Certificate of the issuer</source>
         <translation>Certificate of the issuer</translation>
     </message>
+    <message id="trivex-app-admin-failed">
+        <source>The token or its reader reported a fault (%1). Insert the token again and retry.</source>
+        <translation>The token or its reader reported a fault (%1). Insert the token again and retry.</translation>
+    </message>
+    <message id="trivex-app-admin-gone">
+        <source>The token was removed. Insert it and start again.</source>
+        <translation>The token was removed. Insert it and start again.</translation>
+    </message>
+    <message id="trivex-app-admin-half">
+        <source>The token is empty now, but has no PIN yet. Set it with the administrator PIN.</source>
+        <translation>The token is empty now, but has no PIN yet. Set it with the administrator PIN.</translation>
+    </message>
+    <message id="trivex-app-admin-left">
+        <source>What was begun on “%1” has failed.</source>
+        <translation>What was begun on “%1” has failed.</translation>
+    </message>
+    <message id="trivex-app-admin-length">
+        <source>Length of the PIN: %1 to %2 characters.</source>
+        <translation>Length of the PIN: %1 to %2 characters.</translation>
+    </message>
+    <message id="trivex-app-admin-loss">
+        <source>Certificates on it: %1. Keys on it: %2.</source>
+        <translation>Certificates on it: %1. Keys on it: %2.</translation>
+    </message>
+    <message id="trivex-app-admin-loss-hidden">
+        <source>There may be more keys, which show only after a login.</source>
+        <translation>There may be more keys, which show only after a login.</translation>
+    </message>
+    <message id="trivex-app-admin-no-pin-yet">
+        <source>There is no PIN yet that could be changed. Set it with the administrator PIN.</source>
+        <translation>There is no PIN yet that could be changed. Set it with the administrator PIN.</translation>
+    </message>
+    <message id="trivex-app-admin-not-supported">
+        <source>The token lets no program do this. Use the program that came with it.</source>
+        <translation>The token lets no program do this. Use the program that came with it.</translation>
+    </message>
+    <message id="trivex-app-admin-officer-final">
+        <source>This is the last try: a wrong administrator PIN locks it for good.</source>
+        <translation>This is the last try: a wrong administrator PIN locks it for good.</translation>
+    </message>
+    <message id="trivex-app-admin-officer-locked">
+        <source>The administrator PIN is locked. Ask whoever gave out the token.</source>
+        <translation>The administrator PIN is locked. Ask whoever gave out the token.</translation>
+    </message>
+    <message id="trivex-app-admin-officer-low">
+        <source>A wrong administrator PIN was given before. After several wrong ones it is locked.</source>
+        <translation>A wrong administrator PIN was given before. After several wrong ones it is locked.</translation>
+    </message>
+    <message id="trivex-app-admin-shortest">
+        <source>Length of the PIN: at least %1.</source>
+        <translation>Length of the PIN: at least %1.</translation>
+    </message>
+    <message id="trivex-app-admin-wrong-officer-pin">
+        <source>The administrator PIN is not right. Type it again.</source>
+        <translation>The administrator PIN is not right. Type it again.</translation>
+    </message>
+    <message id="trivex-app-admin-wrong-pin">
+        <source>The PIN is not right. Type it again.</source>
+        <translation>The PIN is not right. Type it again.</translation>
+    </message>
     <message id="trivex-app-advice-cancelled">
         <source>Nothing was changed. Start again when you like.</source>
         <translation>Nothing was changed. Start again when you like.</translation>
@@ -57,9 +117,17 @@
         <source>Close the other programs that work with this token, then start again.</source>
         <translation>Close the other programs that work with this token, then start again.</translation>
     </message>
+    <message id="trivex-app-advice-last-try">
+        <source>Make sure of the PIN, agree to the last try, then type it again.</source>
+        <translation>Make sure of the PIN, agree to the last try, then type it again.</translation>
+    </message>
     <message id="trivex-app-advice-locked">
         <source>Ask whoever gave out the token to unlock the PIN with the administrator PIN.</source>
         <translation>Ask whoever gave out the token to unlock the PIN with the administrator PIN.</translation>
+    </message>
+    <message id="trivex-app-advice-new-pin">
+        <source>Choose another one: of another length, or of digits alone.</source>
+        <translation>Choose another one: of another length, or of digits alone.</translation>
     </message>
     <message id="trivex-app-advice-no-private-key">
         <source>Choose another certificate, or the token on which its key was made.</source>
@@ -78,12 +146,12 @@
         <translation>Start again and type the PIN of this token.</translation>
     </message>
     <message id="trivex-app-advice-pin-expired">
-        <source>Change the PIN with the program that came with the token, then start again.</source>
-        <translation>Change the PIN with the program that came with the token, then start again.</translation>
+        <source>Change the PIN, then start again.</source>
+        <translation>Change the PIN, then start again.</translation>
     </message>
     <message id="trivex-app-advice-pin-not-set">
-        <source>Set the user PIN with the program that came with the token, then start again.</source>
-        <translation>Set the user PIN with the program that came with the token, then start again.</translation>
+        <source>Set it with the administrator PIN, then start again.</source>
+        <translation>Set it with the administrator PIN, then start again.</translation>
     </message>
     <message id="trivex-app-advice-read-only">
         <source>Choose another token, or have the protection removed.</source>
@@ -272,6 +340,10 @@
         <source>Making a key…</source>
         <translation>Making a key…</translation>
     </message>
+    <message id="trivex-app-busy-initialise">
+        <source>Initialising the token…</source>
+        <translation>Initialising the token…</translation>
+    </message>
     <message id="trivex-app-busy-loading">
         <source>Reading the token…</source>
         <translation>Reading the token…</translation>
@@ -279,6 +351,10 @@
     <message id="trivex-app-busy-remove">
         <source>Removing…</source>
         <translation>Removing…</translation>
+    </message>
+    <message id="trivex-app-busy-set-pin">
+        <source>Setting the PIN…</source>
+        <translation>Setting the PIN…</translation>
     </message>
     <message id="trivex-app-busy-sign">
         <source>Signing…</source>
@@ -358,9 +434,17 @@
         <source>Another program is using the token.</source>
         <translation>Another program is using the token.</translation>
     </message>
+    <message id="trivex-app-cause-last-try">
+        <source>Only one try is left: a wrong PIN locks the token.</source>
+        <translation>Only one try is left: a wrong PIN locks the token.</translation>
+    </message>
     <message id="trivex-app-cause-locked">
         <source>The token has locked its PIN after too many wrong tries.</source>
         <translation>The token has locked its PIN after too many wrong tries.</translation>
+    </message>
+    <message id="trivex-app-cause-new-pin">
+        <source>The token does not accept the new PIN.</source>
+        <translation>The token does not accept the new PIN.</translation>
     </message>
     <message id="trivex-app-cause-no-pin">
         <source>No PIN was given.</source>
@@ -409,6 +493,26 @@
     <message id="trivex-app-certificates">
         <source>Certificates</source>
         <translation>Certificates</translation>
+    </message>
+    <message id="trivex-app-change">
+        <source>Change</source>
+        <translation>Change</translation>
+    </message>
+    <message id="trivex-app-change-officer-pin">
+        <source>Change administrator PIN…</source>
+        <translation>Change administrator PIN…</translation>
+    </message>
+    <message id="trivex-app-change-officer-pin-title">
+        <source>Change the administrator PIN</source>
+        <translation>Change the administrator PIN</translation>
+    </message>
+    <message id="trivex-app-change-pin">
+        <source>Change PIN…</source>
+        <translation>Change PIN…</translation>
+    </message>
+    <message id="trivex-app-change-pin-title">
+        <source>Change the PIN</source>
+        <translation>Change the PIN</translation>
     </message>
     <message id="trivex-app-choose-all">
         <source>Select all</source>
@@ -1193,6 +1297,34 @@
             <numerusform>%n items are now in “%1”.</numerusform>
         </translation>
     </message>
+    <message id="trivex-app-initialise">
+        <source>Initialise token…</source>
+        <translation>Initialise token…</translation>
+    </message>
+    <message id="trivex-app-initialise-confirm">
+        <source>Delete all and initialise</source>
+        <translation>Delete all and initialise</translation>
+    </message>
+    <message id="trivex-app-initialise-consent">
+        <source>To agree, type the name “%1”</source>
+        <translation>To agree, type the name “%1”</translation>
+    </message>
+    <message id="trivex-app-initialise-names">
+        <source>A token gets another name only in this way.</source>
+        <translation>A token gets another name only in this way.</translation>
+    </message>
+    <message id="trivex-app-initialise-title">
+        <source>Initialise the token</source>
+        <translation>Initialise the token</translation>
+    </message>
+    <message id="trivex-app-initialise-warning">
+        <source>Everything on “%1” is deleted for good.</source>
+        <translation>Everything on “%1” is deleted for good.</translation>
+    </message>
+    <message id="trivex-app-initialised">
+        <source>“%1” is ready: empty, with its new PIN.</source>
+        <translation>“%1” is ready: empty, with its new PIN.</translation>
+    </message>
     <message id="trivex-app-issuer">
         <source>Issuer</source>
         <translation>Issuer</translation>
@@ -1478,6 +1610,18 @@
         <source>authority for servers and clients</source>
         <translation>authority for servers and clients</translation>
     </message>
+    <message id="trivex-app-new-officer-pin">
+        <source>New administrator PIN</source>
+        <translation>New administrator PIN</translation>
+    </message>
+    <message id="trivex-app-new-pin">
+        <source>New PIN</source>
+        <translation>New PIN</translation>
+    </message>
+    <message id="trivex-app-new-pin-again">
+        <source>New PIN once more</source>
+        <translation>New PIN once more</translation>
+    </message>
     <message id="trivex-app-new-request">
         <source>New request</source>
         <translation>New request</translation>
@@ -1510,9 +1654,21 @@
         <source>nothing</source>
         <translation>nothing</translation>
     </message>
+    <message id="trivex-app-officer-pin">
+        <source>Administrator PIN</source>
+        <translation>Administrator PIN</translation>
+    </message>
     <message id="trivex-app-ok">
         <source>OK</source>
         <translation>OK</translation>
+    </message>
+    <message id="trivex-app-old-officer-pin">
+        <source>Old administrator PIN</source>
+        <translation>Old administrator PIN</translation>
+    </message>
+    <message id="trivex-app-old-pin">
+        <source>Old PIN</source>
+        <translation>Old PIN</translation>
     </message>
     <message id="trivex-app-one-document">
         <source>One document at a time: the others were not opened.</source>
@@ -1542,6 +1698,10 @@
         <source>PIN</source>
         <translation>PIN</translation>
     </message>
+    <message id="trivex-app-pin-changed">
+        <source>The PIN of “%1” is changed.</source>
+        <translation>The PIN of “%1” is changed.</translation>
+    </message>
     <message id="trivex-app-pin-consent">
         <source>I know that a wrong PIN locks the token</source>
         <translation>I know that a wrong PIN locks the token</translation>
@@ -1549,6 +1709,10 @@
     <message id="trivex-app-pin-final">
         <source>This is the last try: a wrong PIN locks the token.</source>
         <translation>This is the last try: a wrong PIN locks the token.</translation>
+    </message>
+    <message id="trivex-app-pin-length-wrong">
+        <source>This length does not fit.</source>
+        <translation>This length does not fit.</translation>
     </message>
     <message id="trivex-app-pin-locked">
         <source>The PIN is locked. Only the token's administrator can unlock it.</source>
@@ -1562,6 +1726,10 @@
         <source>PIN of %1</source>
         <translation>PIN of %1</translation>
     </message>
+    <message id="trivex-app-pin-pad-text">
+        <source>Type the PINs at the reader: it asks for them when you go on.</source>
+        <translation>Type the PINs at the reader: it asks for them when you go on.</translation>
+    </message>
     <message id="trivex-app-pin-replaced">
         <source>The question before is over. This is another one: type the PIN of the token named below.</source>
         <translation>The question before is over. This is another one: type the PIN of the token named below.</translation>
@@ -1569,6 +1737,18 @@
     <message id="trivex-app-pin-title">
         <source>The token asks for its PIN</source>
         <translation>The token asks for its PIN</translation>
+    </message>
+    <message id="trivex-app-pin-to-be-changed">
+        <source>The PIN was given out with the token and has to be changed first.</source>
+        <translation>The PIN was given out with the token and has to be changed first.</translation>
+    </message>
+    <message id="trivex-app-pin-was-set">
+        <source>“%1” has its new PIN.</source>
+        <translation>“%1” has its new PIN.</translation>
+    </message>
+    <message id="trivex-app-pins-differ">
+        <source>The two differ.</source>
+        <translation>The two differ.</translation>
     </message>
     <message id="trivex-app-point-issuer">
         <source>Issuer of the list</source>
@@ -2092,6 +2272,14 @@
         <source>Sign time stamps</source>
         <translation>Sign time stamps</translation>
     </message>
+    <message id="trivex-app-set-pin">
+        <source>Set PIN…</source>
+        <translation>Set PIN…</translation>
+    </message>
+    <message id="trivex-app-set-pin-title">
+        <source>Set the PIN</source>
+        <translation>Set the PIN</translation>
+    </message>
     <message id="trivex-app-settings">
         <source>Settings</source>
         <translation>Settings</translation>
@@ -2348,6 +2536,18 @@
         <source>Kind of token</source>
         <translation>Kind of token</translation>
     </message>
+    <message id="trivex-app-token-menu">
+        <source>Token…</source>
+        <translation>Token…</translation>
+    </message>
+    <message id="trivex-app-token-name-hint">
+        <source>Up to 32 bytes: 16 Cyrillic letters.</source>
+        <translation>Up to 32 bytes: 16 Cyrillic letters.</translation>
+    </message>
+    <message id="trivex-app-token-new-name">
+        <source>New name</source>
+        <translation>New name</translation>
+    </message>
     <message id="trivex-app-token-read-only">
         <source>This token is write-protected.</source>
         <translation>This token is write-protected.</translation>
@@ -2391,6 +2591,14 @@
     <message id="trivex-app-transparency-time">
         <source>Entered</source>
         <translation>Entered</translation>
+    </message>
+    <message id="trivex-app-unblock-pin">
+        <source>Unlock PIN…</source>
+        <translation>Unlock PIN…</translation>
+    </message>
+    <message id="trivex-app-unblock-pin-title">
+        <source>Unlock the PIN</source>
+        <translation>Unlock the PIN</translation>
     </message>
     <message id="trivex-app-undo">
         <source>Undo</source>

@@ -37,6 +37,66 @@
         <source>Certificate of the issuer</source>
         <translation>Сертификат издателя</translation>
     </message>
+    <message id="trivex-app-admin-failed">
+        <source>The token or its reader reported a fault (%1). Insert the token again and retry.</source>
+        <translation>Токен или считыватель сообщил о сбое (%1). Вставьте токен заново и повторите.</translation>
+    </message>
+    <message id="trivex-app-admin-gone">
+        <source>The token was removed. Insert it and start again.</source>
+        <translation>Токен извлечён. Вставьте его и начните заново.</translation>
+    </message>
+    <message id="trivex-app-admin-half">
+        <source>The token is empty now, but has no PIN yet. Set it with the administrator PIN.</source>
+        <translation>Токен теперь пуст, но PIN-кода у него ещё нет. Задайте его с помощью PIN-кода администратора.</translation>
+    </message>
+    <message id="trivex-app-admin-left">
+        <source>What was begun on “%1” has failed.</source>
+        <translation>То, что было начато на токене «%1», не удалось.</translation>
+    </message>
+    <message id="trivex-app-admin-length">
+        <source>Length of the PIN: %1 to %2 characters.</source>
+        <translation>Длина PIN-кода: от %1 до %2 знаков.</translation>
+    </message>
+    <message id="trivex-app-admin-loss">
+        <source>Certificates on it: %1. Keys on it: %2.</source>
+        <translation>Сертификатов на нём: %1, ключей: %2.</translation>
+    </message>
+    <message id="trivex-app-admin-loss-hidden">
+        <source>There may be more keys, which show only after a login.</source>
+        <translation>Могут быть и другие ключи: их видно только после ввода PIN-кода.</translation>
+    </message>
+    <message id="trivex-app-admin-no-pin-yet">
+        <source>There is no PIN yet that could be changed. Set it with the administrator PIN.</source>
+        <translation>PIN-кода ещё нет, менять нечего. Задайте его с помощью PIN-кода администратора.</translation>
+    </message>
+    <message id="trivex-app-admin-not-supported">
+        <source>The token lets no program do this. Use the program that came with it.</source>
+        <translation>Токен не позволяет этого сторонним программам. Воспользуйтесь программой, которая шла с токеном.</translation>
+    </message>
+    <message id="trivex-app-admin-officer-final">
+        <source>This is the last try: a wrong administrator PIN locks it for good.</source>
+        <translation>Это последняя попытка: неверный PIN-код администратора заблокирует его навсегда.</translation>
+    </message>
+    <message id="trivex-app-admin-officer-locked">
+        <source>The administrator PIN is locked. Ask whoever gave out the token.</source>
+        <translation>PIN-код администратора заблокирован. Обратитесь к тому, кто выдал токен.</translation>
+    </message>
+    <message id="trivex-app-admin-officer-low">
+        <source>A wrong administrator PIN was given before. After several wrong ones it is locked.</source>
+        <translation>Ранее уже вводили неверный PIN-код администратора. После нескольких ошибок он блокируется.</translation>
+    </message>
+    <message id="trivex-app-admin-shortest">
+        <source>Length of the PIN: at least %1.</source>
+        <translation>Длина PIN-кода: не меньше %1.</translation>
+    </message>
+    <message id="trivex-app-admin-wrong-officer-pin">
+        <source>The administrator PIN is not right. Type it again.</source>
+        <translation>PIN-код администратора неверен. Введите его ещё раз.</translation>
+    </message>
+    <message id="trivex-app-admin-wrong-pin">
+        <source>The PIN is not right. Type it again.</source>
+        <translation>PIN-код неверен. Введите его ещё раз.</translation>
+    </message>
     <message id="trivex-app-advice-cancelled">
         <source>Nothing was changed. Start again when you like.</source>
         <translation>Ничего не изменилось. Начните заново, когда будет удобно.</translation>
@@ -57,9 +117,17 @@
         <source>Close the other programs that work with this token, then start again.</source>
         <translation>Закройте другие программы, которые работают с этим токеном, и начните заново.</translation>
     </message>
+    <message id="trivex-app-advice-last-try">
+        <source>Make sure of the PIN, agree to the last try, then type it again.</source>
+        <translation>Проверьте PIN-код, согласитесь на последнюю попытку и введите его ещё раз.</translation>
+    </message>
     <message id="trivex-app-advice-locked">
         <source>Ask whoever gave out the token to unlock the PIN with the administrator PIN.</source>
         <translation>Обратитесь к тому, кто выдал токен: он разблокирует PIN-код PIN-кодом администратора.</translation>
+    </message>
+    <message id="trivex-app-advice-new-pin">
+        <source>Choose another one: of another length, or of digits alone.</source>
+        <translation>Придумайте другой: иной длины или только из цифр.</translation>
     </message>
     <message id="trivex-app-advice-no-private-key">
         <source>Choose another certificate, or the token on which its key was made.</source>
@@ -78,12 +146,12 @@
         <translation>Начните заново и введите PIN-код этого токена.</translation>
     </message>
     <message id="trivex-app-advice-pin-expired">
-        <source>Change the PIN with the program that came with the token, then start again.</source>
-        <translation>Смените PIN-код в программе, поставляемой с токеном, и начните заново.</translation>
+        <source>Change the PIN, then start again.</source>
+        <translation>Смените PIN-код и начните заново.</translation>
     </message>
     <message id="trivex-app-advice-pin-not-set">
-        <source>Set the user PIN with the program that came with the token, then start again.</source>
-        <translation>Задайте PIN-код пользователя в программе, поставляемой с токеном, и начните заново.</translation>
+        <source>Set it with the administrator PIN, then start again.</source>
+        <translation>Задайте его с помощью PIN-кода администратора и начните заново.</translation>
     </message>
     <message id="trivex-app-advice-read-only">
         <source>Choose another token, or have the protection removed.</source>
@@ -273,6 +341,10 @@
         <source>Making a key…</source>
         <translation>Создаётся ключ…</translation>
     </message>
+    <message id="trivex-app-busy-initialise">
+        <source>Initialising the token…</source>
+        <translation>Токен инициализируется…</translation>
+    </message>
     <message id="trivex-app-busy-loading">
         <source>Reading the token…</source>
         <translation>Чтение токена…</translation>
@@ -280,6 +352,10 @@
     <message id="trivex-app-busy-remove">
         <source>Removing…</source>
         <translation>Удаление…</translation>
+    </message>
+    <message id="trivex-app-busy-set-pin">
+        <source>Setting the PIN…</source>
+        <translation>Задаётся PIN-код…</translation>
     </message>
     <message id="trivex-app-busy-sign">
         <source>Signing…</source>
@@ -361,9 +437,17 @@
         <source>Another program is using the token.</source>
         <translation>Токен занят другой программой.</translation>
     </message>
+    <message id="trivex-app-cause-last-try">
+        <source>Only one try is left: a wrong PIN locks the token.</source>
+        <translation>Осталась одна попытка: неверный PIN-код заблокирует токен.</translation>
+    </message>
     <message id="trivex-app-cause-locked">
         <source>The token has locked its PIN after too many wrong tries.</source>
         <translation>Токен заблокировал PIN-код после нескольких неверных попыток.</translation>
+    </message>
+    <message id="trivex-app-cause-new-pin">
+        <source>The token does not accept the new PIN.</source>
+        <translation>Токен не принимает новый PIN-код.</translation>
     </message>
     <message id="trivex-app-cause-no-pin">
         <source>No PIN was given.</source>
@@ -412,6 +496,26 @@
     <message id="trivex-app-certificates">
         <source>Certificates</source>
         <translation>Сертификаты</translation>
+    </message>
+    <message id="trivex-app-change">
+        <source>Change</source>
+        <translation>Сменить</translation>
+    </message>
+    <message id="trivex-app-change-officer-pin">
+        <source>Change administrator PIN…</source>
+        <translation>Сменить PIN-код администратора…</translation>
+    </message>
+    <message id="trivex-app-change-officer-pin-title">
+        <source>Change the administrator PIN</source>
+        <translation>Смена PIN-кода администратора</translation>
+    </message>
+    <message id="trivex-app-change-pin">
+        <source>Change PIN…</source>
+        <translation>Сменить PIN-код…</translation>
+    </message>
+    <message id="trivex-app-change-pin-title">
+        <source>Change the PIN</source>
+        <translation>Смена PIN-кода</translation>
     </message>
     <message id="trivex-app-choose-all">
         <source>Select all</source>
@@ -1201,6 +1305,34 @@
             <numerusform>Теперь в «%1»: %n объектов.</numerusform>
         </translation>
     </message>
+    <message id="trivex-app-initialise">
+        <source>Initialise token…</source>
+        <translation>Инициализировать токен…</translation>
+    </message>
+    <message id="trivex-app-initialise-confirm">
+        <source>Delete all and initialise</source>
+        <translation>Удалить всё и инициализировать</translation>
+    </message>
+    <message id="trivex-app-initialise-consent">
+        <source>To agree, type the name “%1”</source>
+        <translation>Чтобы согласиться, введите имя «%1»</translation>
+    </message>
+    <message id="trivex-app-initialise-names">
+        <source>A token gets another name only in this way.</source>
+        <translation>Другое имя токен получает только так.</translation>
+    </message>
+    <message id="trivex-app-initialise-title">
+        <source>Initialise the token</source>
+        <translation>Инициализация токена</translation>
+    </message>
+    <message id="trivex-app-initialise-warning">
+        <source>Everything on “%1” is deleted for good.</source>
+        <translation>Всё, что есть на «%1», будет удалено без возможности восстановления.</translation>
+    </message>
+    <message id="trivex-app-initialised">
+        <source>“%1” is ready: empty, with its new PIN.</source>
+        <translation>«%1» готов: пуст, с новым PIN-кодом.</translation>
+    </message>
     <message id="trivex-app-issuer">
         <source>Issuer</source>
         <translation>Издатель</translation>
@@ -1489,6 +1621,18 @@
         <source>authority for servers and clients</source>
         <translation>центр для серверов и клиентов</translation>
     </message>
+    <message id="trivex-app-new-officer-pin">
+        <source>New administrator PIN</source>
+        <translation>Новый PIN-код администратора</translation>
+    </message>
+    <message id="trivex-app-new-pin">
+        <source>New PIN</source>
+        <translation>Новый PIN-код</translation>
+    </message>
+    <message id="trivex-app-new-pin-again">
+        <source>New PIN once more</source>
+        <translation>Новый PIN-код ещё раз</translation>
+    </message>
     <message id="trivex-app-new-request">
         <source>New request</source>
         <translation>Новый запрос</translation>
@@ -1521,9 +1665,21 @@
         <source>nothing</source>
         <translation>ничего</translation>
     </message>
+    <message id="trivex-app-officer-pin">
+        <source>Administrator PIN</source>
+        <translation>PIN-код администратора</translation>
+    </message>
     <message id="trivex-app-ok">
         <source>OK</source>
         <translation>ОК</translation>
+    </message>
+    <message id="trivex-app-old-officer-pin">
+        <source>Old administrator PIN</source>
+        <translation>Прежний PIN-код администратора</translation>
+    </message>
+    <message id="trivex-app-old-pin">
+        <source>Old PIN</source>
+        <translation>Прежний PIN-код</translation>
     </message>
     <message id="trivex-app-one-document">
         <source>One document at a time: the others were not opened.</source>
@@ -1553,6 +1709,10 @@
         <source>PIN</source>
         <translation>PIN-код</translation>
     </message>
+    <message id="trivex-app-pin-changed">
+        <source>The PIN of “%1” is changed.</source>
+        <translation>PIN-код токена «%1» изменён.</translation>
+    </message>
     <message id="trivex-app-pin-consent">
         <source>I know that a wrong PIN locks the token</source>
         <translation>Я понимаю, что неверный PIN-код заблокирует токен</translation>
@@ -1560,6 +1720,10 @@
     <message id="trivex-app-pin-final">
         <source>This is the last try: a wrong PIN locks the token.</source>
         <translation>Это последняя попытка: неверный PIN-код заблокирует токен.</translation>
+    </message>
+    <message id="trivex-app-pin-length-wrong">
+        <source>This length does not fit.</source>
+        <translation>Такая длина не подходит.</translation>
     </message>
     <message id="trivex-app-pin-locked">
         <source>The PIN is locked. Only the token's administrator can unlock it.</source>
@@ -1573,6 +1737,10 @@
         <source>PIN of %1</source>
         <translation>PIN-код токена %1</translation>
     </message>
+    <message id="trivex-app-pin-pad-text">
+        <source>Type the PINs at the reader: it asks for them when you go on.</source>
+        <translation>Вводите PIN-коды на считывателе: он запросит их, когда вы продолжите.</translation>
+    </message>
     <message id="trivex-app-pin-replaced">
         <source>The question before is over. This is another one: type the PIN of the token named below.</source>
         <translation>Предыдущий вопрос снят. Это другой вопрос: введите PIN-код токена, указанного ниже.</translation>
@@ -1580,6 +1748,18 @@
     <message id="trivex-app-pin-title">
         <source>The token asks for its PIN</source>
         <translation>Токен запрашивает PIN-код</translation>
+    </message>
+    <message id="trivex-app-pin-to-be-changed">
+        <source>The PIN was given out with the token and has to be changed first.</source>
+        <translation>PIN-код выдан вместе с токеном, сначала его нужно сменить.</translation>
+    </message>
+    <message id="trivex-app-pin-was-set">
+        <source>“%1” has its new PIN.</source>
+        <translation>Для токена «%1» задан новый PIN-код.</translation>
+    </message>
+    <message id="trivex-app-pins-differ">
+        <source>The two differ.</source>
+        <translation>Введённые PIN-коды не совпадают.</translation>
     </message>
     <message id="trivex-app-point-issuer">
         <source>Issuer of the list</source>
@@ -2105,6 +2285,14 @@
         <source>Sign time stamps</source>
         <translation>Подпись меток времени</translation>
     </message>
+    <message id="trivex-app-set-pin">
+        <source>Set PIN…</source>
+        <translation>Задать PIN-код…</translation>
+    </message>
+    <message id="trivex-app-set-pin-title">
+        <source>Set the PIN</source>
+        <translation>Новый PIN-код</translation>
+    </message>
     <message id="trivex-app-settings">
         <source>Settings</source>
         <translation>Настройки</translation>
@@ -2361,6 +2549,18 @@
         <source>Kind of token</source>
         <translation>Вид токена</translation>
     </message>
+    <message id="trivex-app-token-menu">
+        <source>Token…</source>
+        <translation>Токен…</translation>
+    </message>
+    <message id="trivex-app-token-name-hint">
+        <source>Up to 32 bytes: 16 Cyrillic letters.</source>
+        <translation>До 32 байт: 16 букв кириллицы.</translation>
+    </message>
+    <message id="trivex-app-token-new-name">
+        <source>New name</source>
+        <translation>Новое имя</translation>
+    </message>
     <message id="trivex-app-token-read-only">
         <source>This token is write-protected.</source>
         <translation>Этот токен защищён от записи.</translation>
@@ -2404,6 +2604,14 @@
     <message id="trivex-app-transparency-time">
         <source>Entered</source>
         <translation>Внесён</translation>
+    </message>
+    <message id="trivex-app-unblock-pin">
+        <source>Unlock PIN…</source>
+        <translation>Разблокировать PIN-код…</translation>
+    </message>
+    <message id="trivex-app-unblock-pin-title">
+        <source>Unlock the PIN</source>
+        <translation>Разблокировка PIN-кода</translation>
     </message>
     <message id="trivex-app-undo">
         <source>Undo</source>

@@ -35,6 +35,7 @@ Item {
     signal editAsked(string identity)
     signal exported(string path)
     signal copied()
+    signal told(string text)
     signal failed(string cause, string advice)
 
     function openAt(place) {
@@ -129,6 +130,7 @@ Item {
                 menuVisible: page.columns < 3
                 onMenuAsked: page.menuAsked()
                 Layout.fillWidth: true
+                TokenMenu { host: page }
                 Button {
                     objectName: "importButton"
                     text: qsTrId("trivex-app-import")

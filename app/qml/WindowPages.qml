@@ -58,6 +58,7 @@ Item {
         onRemoveAsked: pages.removeAsked(what)
         onSignAsked: pages.signWith(entryId)
         onEditAsked: pages.editAsked(identity)
+        onTold: pages.told(text)
         onCopied: pages.told(qsTrId("trivex-app-copied"))
         onExported: pages.told(qsTrId("trivex-app-exported").arg(path))
         onFailed: pages.failed(cause, advice)

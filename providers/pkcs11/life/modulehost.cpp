@@ -90,7 +90,8 @@ struct ModuleHost::State {
     void noteFailure(const Error &error);
     void restartWhenFaulty();
     CK_RV lookAt(CK_SLOT_ID slot);
-    void lookAtToken(CK_SLOT_ID slot, const CK_TOKEN_INFO &info);
+    /// `isRemade`: the known token was made anew.
+    void lookAtToken(CK_SLOT_ID slot, const CK_TOKEN_INFO &info, bool isRemade);
     void removeAllBut(const std::vector<CK_SLOT_ID> &slots);
     TokenPtr tokenIn(CK_SLOT_ID slot);
     void add(CK_SLOT_ID slot, const TokenPtr &token);
@@ -241,32 +242,31 @@ void ModuleHost::State::removeAllBut(const std::vector<CK_SLOT_ID> &slots)
 CK_RV ModuleHost::State::lookAt(CK_SLOT_ID slot)
 {
     const TokenPtr known = tokenIn(slot);
-    const std::unique_lock still =
-        known ? known->remaking().lock() : std::unique_lock<std::mutex>();
-    // It is no token at the moment, or has half a name.
-    if (known && known->remaking().isRunning())
+    const Remaking::Look before = known ? known->remaking().look() : Remaking::Look();
+    if (before.isInBetween())
         return CKR_OK;
     CK_TOKEN_INFO info = {};
     const CK_RV result = (*module)->C_GetTokenInfo(slot, &info);
+    if (known && known->remaking().hasMoved(before))
+        return CKR_OK;
     if (result == CKR_OK)
-        lookAtToken(slot, info);
+        lookAtToken(slot, info, before.isOver);
     else if (isAbsent(result))
         remove(slot);
     // Other failures pass: the next look tells more.
     return result;
 }
 
-void ModuleHost::State::lookAtToken(CK_SLOT_ID slot, const CK_TOKEN_INFO &info)
+void ModuleHost::State::lookAtToken(CK_SLOT_ID slot, const CK_TOKEN_INFO &info, bool isRemade)
 {
     const TokenPtr known = tokenIn(slot);
     const bool isSame = known && known->storeId() == identityOf(info).storeId;
-    const bool isRemade = known && known->remaking().isOver();
     if (isSame && !isRemade) {
         table.publishFlags(known, info);
         return;
     }
     remove(slot);
-    if (isRemade && !isSame)
+    if (known && isRemade && !isSame)
         table.forget(known->storeId());
     if (!(info.flags & CKF_TOKEN_INITIALIZED))
         return;

@@ -3,34 +3,45 @@
 #pragma once
 
 #include <atomic>
-#include <mutex>
 
 namespace Trivex {
 
 /// Whether a token is being made anew, as C_InitToken does: the look at the slots leaves it alone
-/// meanwhile, and takes it for another token afterwards. Thread-safe.
+/// meanwhile, and takes it for another token afterwards. Thread-safe, without a lock, because a
+/// module is asked in between.
 class Remaking {
 public:
-    /// Held for as long as the slot is looked at, so that a look never sees the token change.
-    std::unique_lock<std::mutex> lock() { return std::unique_lock(m_mutex); }
-    bool isRunning() const { return m_state == Running; }
-    /// Nothing that was known of the token holds any more.
-    bool isOver() const { return m_state == Over; }
+    /// Taken before a slot is looked at.
+    struct Look {
+        int steps = 0;
+        /// Nothing that was known of the token holds any more.
+        bool isOver = false;
 
-    /// Waits for a look that has begun.
-    void begin()
+        /// What the module would tell is no token at the moment, or has half a name.
+        bool isInBetween() const { return steps % 2 != 0; }
+    };
+
+    Look look() const
     {
-        const std::lock_guard lock(m_mutex);
-        m_state = Running;
+        const int steps = m_steps;
+        return {steps, m_isOver};
     }
+    /// Whether what the module has told since then may be a token that was changing.
+    bool hasMoved(const Look &since) const { return m_steps != since.steps; }
+    bool isOver() const { return m_isOver; }
+
+    void begin() { ++m_steps; }
     /// `isUntouched`: the token has refused, and is as it was.
-    void end(bool isUntouched) { m_state = isUntouched ? Untouched : Over; }
+    void end(bool isUntouched)
+    {
+        if (!isUntouched)
+            m_isOver = true;
+        ++m_steps;
+    }
 
 private:
-    enum State { Untouched, Running, Over };
-
-    std::mutex m_mutex;
-    std::atomic<State> m_state{Untouched};
+    std::atomic_int m_steps{0};
+    std::atomic_bool m_isOver{false};
 };
 
 } // namespace Trivex

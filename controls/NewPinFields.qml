@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
+
+/// A new PIN, typed twice, with the token's rules of length told before one types.
+FillColumn {
+    id: fields
+    property TokenAdmin admin
+    property string label: qsTrId("trivex-app-new-pin")
+    readonly property string pin: first.text
+    readonly property bool ready: admin.fits(first.text) && first.text === second.text
+    signal accepted()
+    spacing: Theme.unit
+    function clear() {
+        first.clear()
+        second.clear()
+    }
+    function focusField() { first.focusField() }
+    SecretField {
+        id: first
+        field.objectName: "newPin"
+        label: fields.label
+        hint: fields.admin.lengthText
+        // Not while it is being typed.
+        flag: text && !field.activeFocus && !fields.admin.fits(text)
+            ? [qsTrId("trivex-app-pin-length-wrong"), fields.admin.lengthText].join(" ") : ""
+        Layout.fillWidth: true
+        onAccepted: second.focusField()
+    }
+    SecretField {
+        id: second
+        field.objectName: "newPinAgain"
+        label: qsTrId("trivex-app-new-pin-again")
+        flag: text && !first.text.startsWith(text) || text && !field.activeFocus && text !== first.text
+            ? qsTrId("trivex-app-pins-differ") : ""
+        Layout.fillWidth: true
+        onAccepted: fields.accepted()
+    }
+}

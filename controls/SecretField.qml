@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto.Controls 1.0
+
+/// A PasswordField under its label, with a hint, and a flag that says what is wrong with it.
+FillColumn {
+    id: labeled
+    property string label
+    property string hint
+    property string flag
+    property alias text: field.text
+    property alias field: field
+    signal accepted()
+    spacing: 3
+    function clear() { field.clear() }
+    function focusField() { field.forceActiveFocus(Qt.OtherFocusReason) }
+    Label {
+        textFormat: Text.PlainText
+        text: labeled.label
+        color: Theme.textDim
+        font.pixelSize: Theme.smallSize
+        wrapMode: Text.WordWrap
+        Layout.fillWidth: true
+        Accessible.ignored: true
+    }
+    PasswordField {
+        id: field
+        Layout.fillWidth: true
+        Accessible.name: labeled.label
+        Accessible.description: labeled.flag || labeled.hint
+        onAccepted: labeled.accepted()
+    }
+    Label {
+        textFormat: Text.PlainText
+        text: labeled.flag || labeled.hint
+        visible: text.length > 0
+        color: labeled.flag ? Theme.warn : Theme.textDim
+        font.pixelSize: Theme.smallSize
+        wrapMode: Text.WordWrap
+        Layout.fillWidth: true
+        Accessible.role: labeled.flag ? Accessible.AlertMessage : Accessible.StaticText
+    }
+}

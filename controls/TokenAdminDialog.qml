@@ -1,0 +1,158 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
+
+/// What the dialogs that administer a token have in common: the token's name, its tries, consent to
+/// the last one, and a task that may fail without closing the dialog. Whoever leaves it while the
+/// token works is told by `done` or `failed`; where it is open, a failure is told in it.
+BaseDialog {
+    id: dialog
+    property TokenAdmin admin: TokenAdmin {
+        onFinished: dialog.take()
+    }
+    /// The PIN that is tried is the administrator's.
+    property bool byOfficer: false
+    /// All is typed that has to be.
+    property bool complete: false
+    property string confirmText: qsTrId("trivex-app-ok")
+    property bool destructive: false
+    /// What is said when it has worked, with %1 for the token's name.
+    property string successText
+    default property alias fields: fieldColumn.data
+    readonly property bool lastTry: byOfficer ? admin.officerLastTry : admin.lastTry
+    readonly property bool locked: byOfficer ? admin.officerLocked : admin.locked
+    readonly property bool ready: complete && admin.present && !admin.running && !locked
+        && (!lastTry || consent.checked)
+    property string problem
+    /// The name that the token has when the task begins.
+    property string tokenName
+    /// The name that it has when it has worked.
+    property string resultName: tokenName
+    signal done(string text)
+    signal failed(string cause, string advice)
+    /// To be handled: starts the task.
+    signal started(bool mayBeLastTry)
+    /// To be handled: typed PINs that are no good any more. `wrong` and `refused` tell which alone.
+    signal cleared(bool wrong, bool refused)
+
+    preferredWidth: Theme.fontSize * 30
+
+    function ask(storeId) {
+        // Where the last task still runs, its dialog comes back.
+        if (!admin.running) {
+            admin.storeId = storeId
+            tokenName = admin.name
+            forget()
+        }
+        open()
+    }
+    function forget() {
+        cleared(false, false)
+        problem = ""
+        consent.checked = false
+    }
+    function submit() {
+        if (!ready)
+            return
+        problem = ""
+        started(consent.checked)
+    }
+    function take() {
+        const error = admin.error
+        if (error === TokenAdmin.NoError) {
+            // By a function: in a text to put in, "$&" would stand for the mark.
+            const text = successText.replace("%1", () => resultName)
+            forget()
+            close()
+            done(text)
+            return
+        }
+        consent.checked = false
+        cleared(error === TokenAdmin.WrongPin, error === TokenAdmin.NewPinRefused)
+        if (visible)
+            problem = admin.message
+        else
+            failed(qsTrId("trivex-app-admin-left").replace("%1", () => tokenName), admin.message)
+    }
+    onClosed: {
+        admin.cancel()
+        forget()
+    }
+
+    RowLayout {
+        spacing: Theme.unit * 1.25
+        Layout.fillWidth: true
+        Icon {
+            name: "token"
+            color: Theme.link
+        }
+        Label {
+            textFormat: Text.PlainText
+            objectName: "adminTokenName"
+            text: dialog.tokenName
+            font.bold: true
+            wrapMode: Text.WrapAtWordBoundaryOrAnywhere
+            Layout.fillWidth: true
+        }
+        BusyIndicator {
+            objectName: "adminBusy"
+            running: dialog.admin.running
+            visible: running
+            implicitWidth: Theme.iconSize * 1.4
+            implicitHeight: implicitWidth
+        }
+    }
+    Notice {
+        text: dialog.admin.pinPad ? qsTrId("trivex-app-pin-pad-text") : ""
+        Layout.fillWidth: true
+    }
+    FillColumn {
+        id: fieldColumn
+        enabled: !dialog.admin.running
+        spacing: Theme.unit * 1.5
+        Layout.fillWidth: true
+    }
+    TokenInfo {
+        id: info
+        storeId: dialog.admin.storeId
+    }
+    Notice {
+        objectName: "adminTries"
+        text: dialog.byOfficer ? dialog.admin.officerText
+            : dialog.admin.pinSet ? info.pinText : ""
+        level: dialog.lastTry || dialog.locked ? 3 : 2
+        Layout.fillWidth: true
+    }
+    WrappedCheckBox {
+        id: consent
+        objectName: "adminConsent"
+        text: qsTrId("trivex-app-pin-consent")
+        visible: dialog.lastTry && !dialog.locked
+        Layout.fillWidth: true
+    }
+    Notice {
+        objectName: "adminProblem"
+        level: 3
+        text: dialog.problem || (dialog.admin.present || dialog.admin.running ? ""
+            : qsTrId("trivex-app-admin-gone"))
+        Layout.fillWidth: true
+    }
+    footer: DialogButtons {
+        Button {
+            objectName: "adminCancel"
+            text: dialog.admin.running ? qsTrId("trivex-app-close") : qsTrId("trivex-app-cancel")
+            onClicked: dialog.close()
+        }
+        Button {
+            objectName: "adminConfirm"
+            text: dialog.confirmText
+            highlighted: !dialog.destructive
+            enabled: dialog.ready
+            onClicked: dialog.submit()
+        }
+    }
+}
