@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QFileInfo>
 #include <QIcon>
+#include <QLocale>
 #include <QUrl>
 
 static void initializeResources()
@@ -47,6 +48,7 @@ void Application::prepare()
 
 bool Application::open()
 {
+    m_engine.setInitialProperties({{QStringLiteral("manual"), manual()}});
     m_engine.load(QUrl(QStringLiteral("qrc:/trivex/qml/Main.qml")));
     return window() != nullptr;
 }
@@ -67,6 +69,18 @@ void Application::activate(const QStringList &files)
     shown->requestActivate();
     if (!files.isEmpty())
         QMetaObject::invokeMethod(shown, "openFiles", Q_ARG(QVariant, QVariant(files)));
+}
+
+QString Application::manual()
+{
+    // English answers where there is none in the user's own language.
+    const QStringList languages = QLocale().uiLanguages() + QStringList{QStringLiteral("en")};
+    for (const QString &language : languages) {
+        QFile file(QStringLiteral(":/trivex/manual/manual-%1.html").arg(language.left(2)));
+        if (file.open(QIODevice::ReadOnly))
+            return QString::fromUtf8(file.readAll());
+    }
+    return {};
 }
 
 QStringList Application::filesOf(const QStringList &arguments)

@@ -30,6 +30,9 @@ public:
     /// The positional arguments of the command line, as absolute paths.
     static QStringList filesOf(const QStringList &arguments);
 
+    /// The manual in the user's language, HTML.
+    static QString manual();
+
 private:
     QQmlApplicationEngine m_engine;
 };

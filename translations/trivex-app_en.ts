@@ -1522,6 +1522,14 @@
         <source>Reading the stores…</source>
         <translation>Reading the stores…</translation>
     </message>
+    <message id="trivex-app-manual">
+        <source>Manual</source>
+        <translation>Manual</translation>
+    </message>
+    <message id="trivex-app-manual-section">
+        <source>Section of the manual</source>
+        <translation>Section of the manual</translation>
+    </message>
     <message id="trivex-app-menu">
         <source>Categories</source>
         <translation>Categories</translation>

@@ -1533,6 +1533,14 @@
         <source>Reading the stores…</source>
         <translation>Чтение хранилищ…</translation>
     </message>
+    <message id="trivex-app-manual">
+        <source>Manual</source>
+        <translation>Руководство</translation>
+    </message>
+    <message id="trivex-app-manual-section">
+        <source>Section of the manual</source>
+        <translation>Раздел руководства</translation>
+    </message>
     <message id="trivex-app-menu">
         <source>Categories</source>
         <translation>Разделы</translation>

@@ -22,7 +22,7 @@ BaseDialog {
         [qsTrId("trivex-app-copy-all"), "Ctrl+C"],
         [qsTrId("trivex-app-remove-confirm"), "Delete"],
         [qsTrId("trivex-app-help-undo"), "Ctrl+Z"],
-        [qsTrId("trivex-app-help"), "F1"],
+        [qsTrId("trivex-app-manual"), "F1"],
         [qsTrId("trivex-app-help-quit"), "Ctrl+Q"]
     ]
     Repeater {

@@ -25,6 +25,8 @@ ApplicationWindow {
     /// The width in what text of a usual size would need: large text gets fewer columns.
     readonly property real room: width / Math.max(1, Theme.fontSize / 15)
     readonly property int columns: room >= 900 ? 3 : room >= 640 ? 2 : 1
+    /// The manual in the user's language, which the program loads.
+    property string manual
     property alias library: library
     property alias listPage: pages.listPage
 
@@ -93,7 +95,7 @@ ApplicationWindow {
         onOpenAsked: dialogs.chooseImport()
         onNewAsked: window.show("newRequest")
         onUndoAsked: dialogs.undoRemoval()
-        onHelpAsked: dialogs.showHelp()
+        onHelpAsked: dialogs.showManual()
         onQuitAsked: window.close()
     }
 
@@ -107,7 +109,7 @@ ApplicationWindow {
             current: window.current
             onChosen: window.show(key)
             onSettingsAsked: dialogs.showSettings()
-            onHelpAsked: dialogs.showHelp()
+            onHelpAsked: dialogs.showManual()
             Layout.fillHeight: true
         }
         WindowPages {
@@ -141,7 +143,7 @@ ApplicationWindow {
             current: window.current
             onChosen: window.show(key)
             onSettingsAsked: dialogs.showSettings()
-            onHelpAsked: dialogs.showHelp()
+            onHelpAsked: dialogs.showManual()
         }
     }
     DropArea {
@@ -157,6 +159,7 @@ ApplicationWindow {
     }
     WindowDialogs {
         id: dialogs
+        manual: window.manual
         anchors.fill: parent
         library: window.library
         selection: pages.listPage.selection

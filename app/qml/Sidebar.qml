@@ -61,7 +61,7 @@ Rectangle {
                     objectName: "helpButton"
                     icon.source: Theme.icon("info")
                     display: AbstractButton.IconOnly
-                    text: qsTrId("trivex-app-help")
+                    text: qsTrId("trivex-app-manual")
                     onClicked: sidebar.helpAsked()
                 }
                 ToolButton {

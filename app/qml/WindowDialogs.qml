@@ -11,6 +11,8 @@ Item {
     property Library library
     /// The rows that are chosen in the list.
     property RowSelection selection
+    /// The text of the manual, in HTML.
+    property string manual
     readonly property bool importing: importDialog.busy
     /// The drawer has to make room for a dialog that is about to open.
     signal aboutToShow()
@@ -29,7 +31,7 @@ Item {
     function askRemoval(rows) { removeDialog.ask(rows) }
     function editRequest(identity) { editDialog.edit(identity) }
     function showSettings() { settingsDialog.open() }
-    function showHelp() { helpDialog.open() }
+    function showManual() { manualDialog.open() }
     /// An operation on a token has ended, well or not: an edited request may be written.
     function operationEnded() { editDialog.explained = true }
 
@@ -74,6 +76,12 @@ Item {
     SettingsDialog {
         id: settingsDialog
         onAboutToShow: dialogs.aboutToShow()
+    }
+    ManualDialog {
+        id: manualDialog
+        manual: dialogs.manual
+        onAboutToShow: dialogs.aboutToShow()
+        onKeysAsked: helpDialog.open()
     }
     HelpDialog {
         id: helpDialog

@@ -198,9 +198,9 @@ void SampleData::fillFiles(WindowEnvironment &environment)
 QStringList pageNames()
 {
     QStringList names;
-    for (const char *name :
-         {"personal", "details", "search", "users", "roots", "others", "system", "token",
-          "requests", "new-request", "sign", "settings", "import", "pin", "remove", "error"})
+    for (const char *name : {"personal", "details", "search", "users", "roots", "others", "system",
+                             "token", "requests", "new-request", "sign", "settings", "import",
+                             "pin", "remove", "error", "manual"})
         names += QLatin1String(name);
     return names;
 }
@@ -250,6 +250,8 @@ bool showPage(WindowDriver &driver, const SampleData &data, const QString &page)
         return driver.fill(QStringLiteral("searchField"), QStringLiteral("иванова"));
     if (page == QLatin1String("settings"))
         openDialog(driver, "settingsDialog");
+    if (page == QLatin1String("manual"))
+        openDialog(driver, "manualDialog");
     if (page == QLatin1String("locked-import"))
         showLockedBundle(driver, data);
     if (page == QLatin1String("import"))

@@ -36,6 +36,7 @@ private Q_SLOTS:
     void init();
 
     void helpByF1();
+    void manualBySections();
     void enterPressesTheMainButton();
     void typingGoesToTheFirstField();
     void typedPathLeavesNoPopup();
@@ -116,12 +117,45 @@ bool TestAppKeys::openPath(const QString &path)
 void TestAppKeys::helpByF1()
 {
     m_window->key(Qt::Key_F1);
-    QVERIFY(m_steps->waitOpen("helpDialog", 3000));
+    QVERIFY(m_steps->waitOpen("manualDialog", 3000));
     m_window->key(Qt::Key_Escape);
-    QVERIFY(m_steps->waitClosed("helpDialog"));
+    QVERIFY(m_steps->waitClosed("manualDialog"));
     // By its button too.
     QVERIFY(tabTo("helpButton"));
     m_window->key(Qt::Key_Space);
+    QVERIFY(m_steps->waitOpen("manualDialog", 3000));
+    m_window->key(Qt::Key_Return);
+    QVERIFY(m_steps->waitClosed("manualDialog"));
+}
+
+void TestAppKeys::manualBySections()
+{
+    m_window->key(Qt::Key_F1);
+    QVERIFY(m_steps->waitOpen("manualDialog", 3000));
+    QQuickItem *chooser = m_window->item(QStringLiteral("manualSections"));
+    const QQuickItem *text = m_window->item(QStringLiteral("manualText"));
+    QVERIFY(chooser && text);
+    QTRY_VERIFY(chooser->hasActiveFocus());
+    const int count = chooser->property("count").toInt();
+    QVERIFY(count > 8);
+    QSet<QString> seen;
+    int pictures = 0;
+    for (int i = 0; i < count; ++i) {
+        QTRY_COMPARE(chooser->property("currentIndex").toInt(), i);
+        const QString shown = text->property("text").toString();
+        QVERIFY(shown.size() > 100);
+        seen += shown;
+        // A picture that is not there is drawn as a small mark.
+        if (shown.contains(QLatin1String("<img"))) {
+            ++pictures;
+            QVERIFY(text->property("contentHeight").toReal() > 300);
+        }
+        QVERIFY(text->property("contentWidth").toReal() <= text->width());
+        m_window->key(Qt::Key_Down);
+    }
+    QCOMPARE(seen.size(), count);
+    QCOMPARE(pictures, 5);
+    QVERIFY(m_window->click(QStringLiteral("manualKeys")));
     QVERIFY(m_steps->waitOpen("helpDialog", 3000));
     m_window->key(Qt::Key_Return);
     QVERIFY(m_steps->waitClosed("helpDialog"));

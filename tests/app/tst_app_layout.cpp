@@ -78,6 +78,9 @@ void TestAppLayout::dialogByTab_data()
     QTest::newRow("settings") << "settings"
                               << "settingsDialog"
                               << "colours-0";
+    QTest::newRow("manual") << "manual"
+                            << "manualDialog"
+                            << "manualSections";
     QTest::newRow("bundle") << "locked-import"
                             << "importDialog"
                             << "bundlePassword";

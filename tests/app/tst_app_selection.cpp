@@ -424,10 +424,10 @@ void TestAppSelection::helpFromTheDrawer()
         QVERIFY(m_steps->waitOpen("drawer"));
         QVERIFY(m_window->waitUntilStill());
         QVERIFY(m_window->click(QLatin1String(button)));
-        QVERIFY(m_steps->waitOpen(isHelp ? "helpDialog" : "settingsDialog"));
+        QVERIFY(m_steps->waitOpen(isHelp ? "manualDialog" : "settingsDialog"));
         QVERIFY(m_steps->waitClosed("drawer"));
         m_window->key(Qt::Key_Escape);
-        QVERIFY(m_steps->waitClosed(isHelp ? "helpDialog" : "settingsDialog"));
+        QVERIFY(m_steps->waitClosed(isHelp ? "manualDialog" : "settingsDialog"));
     }
 }
 

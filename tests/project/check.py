@@ -318,6 +318,23 @@ def plain_texts():
                 yield f"{name(path)}:{line}: a text without textFormat"
 
 
+def manual():
+    """The manual says the same in each language, and has its pictures."""
+    folder = ROOT / "docs" / "manual"
+    shapes = {}
+    for path in sorted(folder.glob("manual-*.html")):
+        text = text_of(path)
+        shapes[name(path)] = [len(re.findall(f"<{tag}\\b", text))
+                              for tag in ("h2", "li", "img", "tr", "code")]
+        for picture in re.findall(r'<img src="([^"]+)"', text):
+            if not (folder / picture).exists():
+                yield f"{name(path)}: {picture} is missing"
+        for found in re.findall(r"<img(?![^>]* alt=\"[^\"]+\")", text):
+            yield f"{name(path)}: a picture without a text in its place: {found}"
+    if len(set(map(tuple, shapes.values()))) != 1 or len(shapes) < 2:
+        yield f"docs/manual: the languages differ in headings, points, pictures, keys: {shapes}"
+
+
 # The version stands in CMakeLists.txt; the formats of others have it once more.
 STATED_VERSIONS = {
     "packaging/org.trivex.Trivex.metainfo.xml": r'<release version="([^"]+)"',
@@ -487,7 +504,7 @@ def network():
 
 
 CHECKS = [sizes, functions, hidden, test_names, licences, words, threads, decisions, names, guides, format,
-          scripts, qml, plain_texts, settings, targets, symbols, memory, promises, network]
+          scripts, qml, plain_texts, manual, settings, targets, symbols, memory, promises, network]
 
 
 def main():
