@@ -18,6 +18,8 @@ FillColumn {
     /// Whether somebody answers `pdfAsked` and `printAsked`.
     property bool printable: false
     property int current: 0
+    /// More rows than can be made without a pause in the window's drawing.
+    readonly property bool crowded: rowsIn(groups) > 80
     /// A value has been copied.
     signal copied()
     /// The values are to be saved as a document, or printed.
@@ -26,6 +28,12 @@ FillColumn {
 
     spacing: Theme.unit * 1.5
 
+    function rowsIn(list) {
+        let count = 0
+        for (let i = 0; list && i < list.length; ++i)
+            count += list[i].rows.length
+        return count
+    }
     function show(which) {
         current = which
     }
@@ -67,11 +75,19 @@ FillColumn {
     }
     Repeater {
         model: sections.current === 0 ? sections.groups : []
-        Card {
-            title: modelData.title ? modelData.title : qsTrId("trivex-app-general")
+        Loader {
+            readonly property var group: modelData
+            asynchronous: sections.crowded
+            sourceComponent: groupCard
             Layout.fillWidth: true
+        }
+    }
+    Component {
+        id: groupCard
+        Card {
+            title: group.title ? group.title : qsTrId("trivex-app-general")
             Repeater {
-                model: modelData.rows
+                model: group.rows
                 DetailRow {
                     label: modelData.label
                     value: modelData.value

@@ -1447,6 +1447,10 @@
         <source>Whether the token has the key of this certificate shows after the PIN is entered.</source>
         <translation>Whether the token has the key of this certificate shows after the PIN is entered.</translation>
     </message>
+    <message id="trivex-app-key-set">
+        <source>%1, parameter set %2 (%3)</source>
+        <translation>%1, parameter set %2 (%3)</translation>
+    </message>
     <message id="trivex-app-key-unseen">
         <source>Key not seen yet</source>
         <translation>Key not seen yet</translation>

@@ -1457,6 +1457,10 @@
         <source>Whether the token has the key of this certificate shows after the PIN is entered.</source>
         <translation>Есть ли на токене ключ этого сертификата, станет известно после ввода PIN-кода.</translation>
     </message>
+    <message id="trivex-app-key-set">
+        <source>%1, parameter set %2 (%3)</source>
+        <translation>%1, набор параметров %2 (%3)</translation>
+    </message>
     <message id="trivex-app-key-unseen">
         <source>Key not seen yet</source>
         <translation>Ключ ещё не виден</translation>

@@ -74,7 +74,12 @@ QVector<ShownGroup> describe(ShownKind kind, const QByteArray &der)
                    {{{}, qtTrId("trivex-app-damaged-part"), damagedText(Der::sliceOf(der)), true}});
     }
     addFingerprints(der, &groups);
-    return groups.all();
+    QVector<ShownGroup> all = groups.all();
+    // The bits of a signature are what people look for last.
+    const int count = all.size();
+    if (count > 1 && all.at(count - 2).topic == ShownTopic::Signature)
+        all.swapItemsAt(count - 2, count - 1);
+    return all;
 }
 
 QString shownText(ShownKind kind, const QByteArray &der)

@@ -18,7 +18,7 @@ Groups &Groups::add(ShownTopic topic, const QString &title, const QVector<ShownR
         if (group.rows.size() == MaxShownRows)
             break;
         if (!row.value.isEmpty())
-            group.rows += row;
+            append(row, &group.rows);
     }
     if (rows.size() > MaxShownRows) {
         //% "More of them"
@@ -30,6 +30,14 @@ Groups &Groups::add(ShownTopic topic, const QString &title, const QVector<ShownR
     if (!group.rows.isEmpty())
         m_groups += group;
     return *this;
+}
+
+void Groups::append(const ShownRow &row, QVector<ShownRow> *rows)
+{
+    *rows += row;
+    if (m_size + row.value.size() > MaxShownText && row.value.size() > MaxShownBehind)
+        rows->last().value = row.value.left(MaxShownBehind) + QStringLiteral("…");
+    m_size += rows->last().value.size();
 }
 
 void addName(ShownTopic topic, Der::Slice name, Groups *groups)

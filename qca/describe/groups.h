@@ -12,11 +12,14 @@ namespace Trivex {
 class Groups {
 public:
     /// A group of `rows`, at most `MaxShownRows` of them; a last row counts the others. Nothing
-    /// without rows.
+    /// without rows. Values are cut short once there is enough text in all.
     Groups &add(ShownTopic topic, const QString &title, const QVector<ShownRow> &rows);
     const QVector<ShownGroup> &all() const { return m_groups; }
 
 private:
+    void append(const ShownRow &row, QVector<ShownRow> *rows);
+
+    int m_size = 0; ///< characters in all values
     QVector<ShownGroup> m_groups;
 };
 

@@ -62,6 +62,31 @@ constexpr Curve Curves[] = {
     {"1.2.156.10197.1.301", "SM2", 256},
 };
 
+/// Parameters of GOST keys (RFC 4357, RFC 7836, RFC 9215): a digest, or a set of a curve.
+struct GostName {
+    const char *oid;
+    const char *standard;
+    const char *set; ///< null for a digest
+};
+
+constexpr GostName GostNames[] = {
+    {"1.2.643.2.2.30.1", "GOST R 34.11-94", nullptr},
+    {"1.2.643.7.1.1.2.2", "GOST R 34.11-2012 (256 bit)", nullptr},
+    {"1.2.643.7.1.1.2.3", "GOST R 34.11-2012 (512 bit)", nullptr},
+    {"1.2.643.2.2.35.1", "GOST R 34.10-2001", "A"},
+    {"1.2.643.2.2.35.2", "GOST R 34.10-2001", "B"},
+    {"1.2.643.2.2.35.3", "GOST R 34.10-2001", "C"},
+    {"1.2.643.2.2.36.0", "GOST R 34.10-2001", "XA"},
+    {"1.2.643.2.2.36.1", "GOST R 34.10-2001", "XB"},
+    {"1.2.643.7.1.2.1.1.1", "GOST R 34.10-2012 (256 bit)", "A"},
+    {"1.2.643.7.1.2.1.1.2", "GOST R 34.10-2012 (256 bit)", "B"},
+    {"1.2.643.7.1.2.1.1.3", "GOST R 34.10-2012 (256 bit)", "C"},
+    {"1.2.643.7.1.2.1.1.4", "GOST R 34.10-2012 (256 bit)", "D"},
+    {"1.2.643.7.1.2.1.2.1", "GOST R 34.10-2012 (512 bit)", "A"},
+    {"1.2.643.7.1.2.1.2.2", "GOST R 34.10-2012 (512 bit)", "B"},
+    {"1.2.643.7.1.2.1.2.3", "GOST R 34.10-2012 (512 bit)", "C"},
+};
+
 template <class Row, size_t Size> const Row *rowOf(const Row (&table)[Size], const QByteArray &oid)
 {
     const auto *const found = std::find_if(std::begin(table), std::end(table),
@@ -189,6 +214,20 @@ void addCurve(const PublicKeyFields &fields, QVector<ShownRow> *rows)
     addBytes(qtTrId("trivex-app-key-bytes"), fields.key(), rows);
 }
 
+QString gostParameterText(Der::Slice oid)
+{
+    const QByteArray dotted = Der::oidText(oid);
+    const GostName *known = rowOf(GostNames, dotted);
+    if (!known)
+        return objectText(oid);
+    const QString standard = localizedAlgorithm(QString::fromLatin1(known->standard));
+    if (!known->set)
+        return standard;
+    //% "%1, parameter set %2 (%3)"
+    return qtTrId("trivex-app-key-set")
+        .arg(standard, QString::fromLatin1(known->set), QString::fromLatin1(dotted));
+}
+
 void addGost(const PublicKeyFields &fields, QVector<ShownRow> *rows)
 {
     Der::Slice content;
@@ -201,7 +240,7 @@ void addGost(const PublicKeyFields &fields, QVector<ShownRow> *rows)
                                  //% "Cipher"
                                  qtTrId("trivex-app-key-cipher")}) {
         if (reader.next(Der::ObjectIdentifier, &oid))
-            *rows += {{}, label, objectText(oid), false};
+            *rows += {{}, label, gostParameterText(oid), false};
     }
     if (!reader.atEnd() || content.isEmpty())
         addBytes(qtTrId("trivex-app-key-parameters"), fields.parameters, rows);

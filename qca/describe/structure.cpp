@@ -27,7 +27,7 @@ constexpr TypeName TypeNames[] = {
     {Der::BitString, "BIT STRING"},
     {Der::OctetString, "OCTET STRING"},
     {Der::Null, "NULL"},
-    {Der::ObjectIdentifier, "OBJECT IDENTIFIER"},
+    {Der::ObjectIdentifier, "OBJECT"},
     {Der::Enumerated, "ENUMERATED"},
     {Der::Utf8String, "UTF8String"},
     {Der::NumericString, "NumericString"},
@@ -136,6 +136,7 @@ public:
     Tree(const QByteArray &der, int most)
         : m_der(der)
         , m_most(most)
+        , m_width(QString::number(der.size()).size())
     {
         walk(Der::sliceOf(m_der), 0);
     }
@@ -149,6 +150,7 @@ private:
 
     QByteArray m_der;
     int m_most;
+    int m_width; ///< of a number
     QStringList m_lines;
 };
 
@@ -160,8 +162,8 @@ void Tree::add(Der::Slice whole, int depth, const QString &text)
         return;
     }
     m_lines += QStringLiteral("%1 %2  %3%4")
-                   .arg(offset, 7)
-                   .arg(whole.size, 7)
+                   .arg(offset, m_width)
+                   .arg(whole.size, m_width)
                    .arg(QString(2 * depth, QLatin1Char(' ')), text);
 }
 

@@ -14,10 +14,14 @@ namespace Trivex {
 
 /// Lines of one value. What is behind them is counted.
 constexpr int MaxShownLines = 1000;
-/// Rows of one group; each is a control of the window.
-constexpr int MaxShownRows = 200;
+/// Rows of one group. Each is a control of the window, and 200 of them take a tenth of a second.
+constexpr int MaxShownRows = 60;
 /// Characters of one line.
 constexpr int MaxShownCharacters = 16 * 1024;
+/// Characters of all values of a description, and of each behind these: laying out more would keep
+/// the window waiting.
+constexpr int MaxShownText = 64 * 1024;
+constexpr int MaxShownBehind = 200;
 /// Bytes that are shown as such.
 constexpr int MaxShownBytes = 1024;
 
@@ -66,7 +70,7 @@ public:
     QString text() const;
 
 private:
-    static constexpr int MaxSize = 64 * 1024;
+    static constexpr int MaxSize = 48 * 1024;
 
     QStringList m_lines;
     int m_size = 0;

@@ -105,12 +105,15 @@ private Q_SLOTS:
     void numbersAndFingerprints();
     void keys_data();
     void keys();
+    void gostKeys();
+    void unknownKey();
     void signatures_data();
     void signatures();
     void request();
     void revocationList();
     void searchText();
     void longListsAreCounted();
+    void allTextIsBounded();
     void hugeListIsQuick();
     void structureAsOpensslHasIt();
     void structureIsBounded();
@@ -396,6 +399,31 @@ void TestDescribe::keys()
         QCOMPARE(valueIn(rows, label), value);
 }
 
+void TestDescribe::gostKeys()
+{
+    const auto groups = describe(ShownKind::Certificate,
+                                 derOf(Corpus::read(QStringLiteral("gost-2012-512-octets.der"))));
+    const QVector<ShownRow> rows = rowsOf(groups, ShownTopic::PublicKey);
+    QCOMPARE(valueIn(rows, QStringLiteral("Kind and size")),
+             QStringLiteral("GOST R 34.10-2012, 512 bits"));
+    QVERIFY(valueIn(rows, QStringLiteral("Curve"))
+                .startsWith(QStringLiteral("GOST R 34.10-2012 (512 bits), parameter set ")));
+}
+
+/// A key of an algorithm that nobody knows: its OID, its parameters and its bytes.
+void TestDescribe::unknownKey()
+{
+    const QByteArray der =
+        derElement(0x30,
+                   derElement(0x30, Der::writeOid("1.2.3.4.5") + derElement(0x02, "\x05"))
+                       + derElement(0x03, hex("0001020304")));
+    const QVector<ShownRow> rows =
+        rowsOf(describe(ShownKind::PublicKey, der), ShownTopic::PublicKey);
+    QCOMPARE(valueIn(rows, QStringLiteral("Kind and size")), QStringLiteral("1.2.3.4.5"));
+    QCOMPARE(valueIn(rows, QStringLiteral("Parameters")), QStringLiteral("02:01:05"));
+    QCOMPARE(valueIn(rows, QStringLiteral("Key")), QStringLiteral("01:02:03:04"));
+}
+
 void TestDescribe::signatures_data()
 {
     QTest::addColumn<QString>("file");
@@ -496,12 +524,32 @@ void TestDescribe::longListsAreCounted()
     const auto rows = rowsOf(describe(ShownKind::Certificate, certificateWith(extensions)),
                              ShownTopic::Extensions);
     QCOMPARE(rows.size(), MaxShownRows + 1);
-    QCOMPARE(rows.last().value, QStringLiteral("and 800 more"));
+    QCOMPARE(rows.last().value, QStringLiteral("and %1 more").arg(1000 - MaxShownRows));
     TrivexTest::Parts parts;
     parts.subject = TrivexTest::name(TrivexTest::attribute(hex("550403"), "x"), 10000);
     const auto names10000 = rowsOf(describe(ShownKind::Certificate, TrivexTest::certificate(parts)),
                                    ShownTopic::Holder);
-    QCOMPARE(names10000.last().value, QStringLiteral("and 9800 more"));
+    QCOMPARE(names10000.last().value, QStringLiteral("and %1 more").arg(10000 - MaxShownRows));
+}
+
+/// However much there is of everything, the window can show it at once.
+void TestDescribe::allTextIsBounded()
+{
+    QByteArray names;
+    for (int i = 0; i < 900; ++i)
+        names += derElement(0x82, QByteArray(20, 'x'));
+    QByteArray extensions;
+    for (int i = 0; i < 50; ++i)
+        extensions += TrivexTest::extension(dotted("2.5.29.17"), derElement(0x30, names));
+    int size = 0;
+    const auto groups = describe(ShownKind::Certificate, certificateWith(extensions));
+    for (const ShownGroup &group : groups) {
+        for (const ShownRow &row : group.rows)
+            size += row.value.size();
+    }
+    QVERIFY2(size > MaxShownText / 2 && size < MaxShownText + 50 * (MaxShownBehind + 1),
+             qPrintable(QString::number(size)));
+    QCOMPARE(groups.last().topic, ShownTopic::Signature);
 }
 
 /// The largest list that is read at all, and nesting as deep as it goes.
@@ -539,13 +587,14 @@ void TestDescribe::structureAsOpensslHasIt()
         Corpus::openssl(QStringLiteral("asn1parse -inform DER").split(QLatin1Char(' ')), der));
     static const QRegularExpression place(
         QStringLiteral("^ *(\\d+):d=\\d+ +hl= *(\\d+) +l= *(\\d+) (?:prim|cons): +(\\S[^:]*\\S)"));
+    const int width = QString::number(der.size()).size();
     QStringList expected;
     for (const QString &line : printed.split(QLatin1Char('\n'))) {
         const QRegularExpressionMatch match = place.match(line);
         if (match.hasMatch())
             expected += QStringLiteral("%1 %2")
-                            .arg(match.captured(1).toInt(), 7)
-                            .arg(match.captured(2).toInt() + match.captured(3).toInt(), 7);
+                            .arg(match.captured(1).toInt(), width)
+                            .arg(match.captured(2).toInt() + match.captured(3).toInt(), width);
     }
     QVERIFY(expected.size() > 50);
     for (const QString &line : expected) {
@@ -554,7 +603,7 @@ void TestDescribe::structureAsOpensslHasIt()
                  qPrintable(line));
     }
     QVERIFY(structureText(der).contains(
-        QStringLiteral("OBJECT IDENTIFIER  sha256WithRSAEncryption (1.2.840.113549.1.1.11)")));
+        QStringLiteral("OBJECT  sha256WithRSAEncryption (1.2.840.113549.1.1.11)")));
     // Strings with DER in them are opened.
     QVERIFY(structureText(der).contains(QStringLiteral("example.org/cps")));
 }
