@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/certificatechain.h"
 
+#include "qca/chains/chaincheck.h"
+#include "qca/questions/background.h"
 #include "qca/x509/makecertificate.h"
 #include "tools/chaintexts.h"
 
@@ -46,7 +48,7 @@ QVector<FileItem> itemsOf(const QVector<ChainStep> &steps)
 } // namespace
 
 CertificateChain::CertificateChain(QObject *parent)
-    : QObject(parent)
+    : Job(parent)
 {
     m_later.setSingleShot(true);
     m_later.setInterval(0);
@@ -56,7 +58,7 @@ CertificateChain::CertificateChain(QObject *parent)
 CertificateChain::~CertificateChain()
 {
     if (m_work)
-        m_work->cancel();
+        m_work->isCancelled = true;
 }
 
 void CertificateChain::setEntries(EntryModel *entries)
@@ -181,7 +183,7 @@ void CertificateChain::update()
         if (m_work) {
             m_isStale = true;
             m_next = wanted;
-            m_work->cancel();
+            m_work->isCancelled = true;
         }
         m_input = {};
         clear();
@@ -194,40 +196,39 @@ void CertificateChain::update()
     m_next = wanted;
     if (m_work) {
         m_isStale = true;
-        m_work->cancel();
+        m_work->isCancelled = true;
         return;
     }
-    begin();
+    startCheck();
 }
 
-void CertificateChain::begin()
+void CertificateChain::startCheck()
 {
     m_isStale = false;
     m_input = std::exchange(m_next, {});
     if (m_input.certificate.isEmpty())
         return;
     ++m_checks;
-    m_work = ChainWork::start(m_input, this, [this](const ChainResult &result) { take(result); });
-    Q_EMIT runningChanged();
+    m_work = std::make_shared<Work>();
+    m_work->input = m_input;
+    runInBackground([work = m_work] { work->result = checkChain(work->input, work->isCancelled); },
+                    this, [this, work = m_work] { take(work->result); });
+    begin();
 }
 
 void CertificateChain::take(const ChainResult &result)
 {
     m_work.reset();
     if (m_isStale) {
-        begin();
-        if (!m_work) {
-            Q_EMIT runningChanged();
-            Q_EMIT finished();
-        }
-        return;
+        startCheck();
+    } else {
+        m_result = result;
+        m_isReady = true;
+        m_steps.setSteps(result.steps);
+        m_stepItems.setItems(itemsOf(result.steps));
     }
-    m_result = result;
-    m_isReady = true;
-    m_steps.setSteps(result.steps);
-    m_stepItems.setItems(itemsOf(result.steps));
-    Q_EMIT runningChanged();
-    Q_EMIT finished();
+    if (!m_work)
+        end();
 }
 
 void CertificateChain::cancel()
@@ -236,7 +237,7 @@ void CertificateChain::cancel()
         return;
     m_isStale = true;
     m_next = {};
-    m_work->cancel();
+    m_work->isCancelled = true;
 }
 
 QString CertificateChain::word() const

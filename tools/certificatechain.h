@@ -2,12 +2,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "qca/chains/chain.h"
 #include "tools/chainsources.h"
 #include "tools/chainstepmodel.h"
-#include "tools/chainwork.h"
 #include "tools/fileitems.h"
+#include "tools/job.h"
 
 #include <QPointer>
+
+#include <atomic>
+#include <memory>
 
 namespace Trivex {
 
@@ -28,7 +32,7 @@ namespace Trivex {
 ///
 /// The check runs in a worker, and again when something that it used came, went or changed, and not
 /// otherwise. GUI thread.
-class CertificateChain : public QObject {
+class CertificateChain : public Job {
     Q_OBJECT
     /// Where issuers are looked for; may be null.
     Q_PROPERTY(Trivex::EntryModel *entries READ entries WRITE setEntries NOTIFY entriesChanged)
@@ -40,13 +44,12 @@ class CertificateChain : public QObject {
     Q_PROPERTY(int itemRow READ itemRow WRITE setItemRow NOTIFY itemRowChanged)
     /// The time that the check is for; an invalid date is now.
     Q_PROPERTY(QDateTime date READ date WRITE setDate NOTIFY dateChanged)
-    Q_PROPERTY(bool running READ isRunning NOTIFY runningChanged)
     /// Whether there is a result of what is asked now.
     Q_PROPERTY(bool ready READ isReady NOTIFY finished)
     Q_PROPERTY(int verdict READ verdict NOTIFY finished)
-    /// The verdict in a word, in a sentence with its reason, and what to do about it.
+    /// The verdict in a word; `message` has its reason as a sentence, whether good or bad.
     Q_PROPERTY(QString word READ word NOTIFY finished)
-    Q_PROPERTY(QString message READ message NOTIFY finished)
+    /// What to do about it, as a sentence.
     Q_PROPERTY(QString advice READ advice NOTIFY finished)
     /// What was not looked at, where all is well; else empty.
     Q_PROPERTY(QString note READ note NOTIFY finished)
@@ -73,11 +76,10 @@ public:
     QDateTime date() const { return m_date; }
     void setDate(const QDateTime &date);
 
-    bool isRunning() const { return m_work != nullptr; }
     bool isReady() const { return m_isReady; }
     int verdict() const { return int(m_result.verdict); }
     QString word() const;
-    QString message() const;
+    QString message() const override;
     QString advice() const;
     QString note() const;
     ChainStepModel *steps() { return &m_steps; }
@@ -89,7 +91,7 @@ public:
     /// The steps with the numbers of libcrypto's errors, for a report.
     Q_INVOKABLE QString report() const;
     /// Asks what runs to end; `finished` follows, and there is no result until something changes.
-    Q_INVOKABLE void cancel();
+    void cancel() override;
     /// How many checks were begun.
     int checks() const { return m_checks; }
 
@@ -99,13 +101,18 @@ Q_SIGNALS:
     void itemsChanged();
     void itemRowChanged();
     void dateChanged();
-    void runningChanged();
-    void finished();
 
 private:
+    /// What the thread of a check and this object share.
+    struct Work {
+        ChainInput input;
+        std::atomic<bool> isCancelled{false};
+        ChainResult result;
+    };
+
     void schedule();
     void update();
-    void begin();
+    void startCheck();
     void clear();
     void take(const ChainResult &result);
     ChainInput wantedInput() const;
@@ -119,7 +126,7 @@ private:
     QTimer m_later;
     ChainInput m_input; ///< of what runs, or of the result
     ChainInput m_next; ///< of what is to run after that
-    std::shared_ptr<ChainWork> m_work;
+    std::shared_ptr<Work> m_work; ///< null where nothing runs
     ChainResult m_result;
     bool m_isReady = false;
     bool m_isStale = false; ///< what runs is for something else than `m_next`

@@ -2,17 +2,14 @@
 // SPDX-License-Identifier: MIT
 #include "tools/listfolder.h"
 
-#include "qca/adapter/filecontents.h"
 #include "qca/base/bounds.h"
-#include "qca/base/processend.h"
 #include "qca/base/regularfile.h"
-#include "qca/questions/waiter.h"
+#include "qca/chains/listreader.h"
+#include "qca/questions/background.h"
 
 #include <QDir>
 
 #include <memory>
-#include <system_error>
-#include <thread>
 
 namespace Trivex {
 
@@ -20,31 +17,11 @@ namespace {
 
 constexpr int SettleMs = 200; // files come in swarms, and are announced before they are full
 
-/// A certificate's file, of which there may be thousands, is not looked at any further.
-bool mayHoldList(const QString &name, const QByteArray &bytes)
-{
-    return name.endsWith(QLatin1String(".crl"), Qt::CaseInsensitive) || bytes.contains(" CRL-----");
-}
-
 QVector<QByteArray> listsIn(const QString &path)
 {
-    QVector<QByteArray> lists;
     const auto bytes = readRegularFile(path);
-    if (!bytes || !mayHoldList(path, *bytes))
-        return lists;
-    const FileContents contents = readFileContents(*bytes);
-    for (const FileObject &object : contents.objects) {
-        if (object.kind == FileObject::RevocationList)
-            lists += object.der;
-    }
-    return lists;
+    return bytes ? readLists(*bytes) : QVector<QByteArray>();
 }
-
-/// A reading in a thread of its own, held by that thread, too.
-template <class Result> struct Reading {
-    Waiter waiter;
-    Result result;
-};
 
 } // namespace
 
@@ -96,38 +73,14 @@ ListFolder::Files ListFolder::readAll(const QString &folder, const Files &known)
 
 void ListFolder::read()
 {
-    if (ProcessEnd::hasBegun())
-        return;
     if (m_isReading) {
         m_readAgain = true;
         return;
     }
-    ProcessEnd::expect();
-    ProcessEnd::watchThisThread();
     m_isReading = true;
-    const auto reading = std::make_shared<Reading<Files>>();
-    // The connection keeps the reading, and the reading the connection, until it is used.
-    const auto connection = std::make_shared<QMetaObject::Connection>();
-    *connection = connect(
-        &reading->waiter, &Waiter::resolved, this,
-        [this, reading, connection] {
-            disconnect(*connection);
-            take(reading->result);
-        },
-        Qt::QueuedConnection);
-    const auto run = [path = m_path, known = m_files, reading] {
-        reading->result = readAll(path, known);
-        reading->waiter.resolve();
-    };
-    try {
-        std::thread([run, held = reading]() mutable {
-            const ForeignCall call;
-            run();
-            held.reset();
-        }).detach();
-    } catch (const std::system_error &) {
-        run();
-    }
+    const auto found = std::make_shared<Files>();
+    runInBackground([path = m_path, known = m_files, found] { *found = readAll(path, known); },
+                    this, [this, found] { take(*found); });
 }
 
 void ListFolder::take(const Files &files)

@@ -3,6 +3,7 @@
 #include "qca/chains/candidateindex.h"
 
 #include "qca/base/bounds.h"
+#include "qca/chains/listreader.h"
 #include "qca/x509/canonicalname.h"
 #include "qca/x509/certificatefields.h"
 
@@ -27,27 +28,6 @@ bool readNames(const QByteArray &certificate, Names *names)
     names->subject = canonicalName(fields.subject);
     names->issuer = fields.issuer == fields.subject ? names->subject : canonicalName(fields.issuer);
     return true;
-}
-
-/// CertificateList ::= SEQUENCE { SEQUENCE { version OPTIONAL, signature, issuer, ... }, ... }
-/// (RFC 5280, 5.1). Empty for anything else.
-QByteArray issuerOfList(const QByteArray &der)
-{
-    Der::Slice list;
-    Der::Slice body;
-    Der::Slice algorithm;
-    Der::Element issuer;
-    Der::Reader outer(Der::sliceOf(der));
-    if (!outer.next(Der::Sequence, &list))
-        return {};
-    Der::Reader middle(list);
-    if (!middle.next(Der::Sequence, &body))
-        return {};
-    Der::Reader inner(body);
-    inner.skip(Der::Integer);
-    if (!inner.next(Der::Sequence, &algorithm) || !inner.nextList(Der::Sequence, &issuer))
-        return {};
-    return canonicalName(issuer.whole);
 }
 
 /// Gathers candidates, each once.

@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "qca/chains/members.h"
 
+#include "qca/asn1/nativecoding.h"
+#include "qca/base/bounds.h"
 #include "qca/keys/gostengine.h"
-#include "qca/x509/certificatedata.h"
 #include "qca/x509/certificatefields.h"
 
 #include <algorithm>
@@ -31,8 +32,9 @@ void loadEngineFor(const QByteArray &der)
 X509Handle nativeOf(const QByteArray &der)
 {
     loadEngineFor(der);
-    const auto data = CertificateData::fromDer(der);
-    return data ? data->native() : nullptr;
+    // Not as shared data: that has memory of QCA's, and this thread may outlive QCA.
+    return der.size() > MaxCertificateBytes ? nullptr
+                                            : decodeNative<X509Handle>(Der::sliceOf(der), d2i_X509);
 }
 
 void push(STACK_OF(X509) * stack, X509 *certificate)

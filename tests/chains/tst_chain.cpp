@@ -9,6 +9,7 @@
 #include "tests/chains/opensslverify.h"
 #include "tests/x509/corpus.h"
 
+#include <QStandardPaths>
 #include <QtTest>
 
 using namespace Trivex;
@@ -252,6 +253,8 @@ void TestChain::lists()
 void TestChain::compare()
 {
     QFETCH(Case, one);
+    if (QStandardPaths::findExecutable(QStringLiteral("openssl")).isEmpty())
+        QSKIP("SKIP: there is no openssl to compare with");
     const QByteArray openssl = verifiedByOpenssl(one.input);
     if (one.opensslSays.isEmpty())
         QVERIFY2(openssl.contains(": OK"), openssl.constData());
@@ -273,7 +276,8 @@ void TestChain::revocation()
 {
     const QByteArray lists = list(m_middle, {{&m_leaf, -3, CRL_REASON_KEY_COMPROMISE}});
     const ChainInput input = inputOf(m_leaf, {m_middle.candidate(), m_root.anchor()}, {lists});
-    QVERIFY(verifiedByOpenssl(input).contains("certificate revoked"));
+    if (!QStandardPaths::findExecutable(QStringLiteral("openssl")).isEmpty())
+        QVERIFY(verifiedByOpenssl(input).contains("certificate revoked"));
     const ChainResult result = checkChain(input);
     QCOMPARE(result.verdict, ChainVerdict::Bad);
     QVERIFY(result.steps.constFirst().isListed);
