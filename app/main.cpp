@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/application.h"
 #include "app/environment.h"
+#include "app/privatetokens.h"
 #include "app/singleinstance.h"
 #include "console/work.h"
 #include "qca/base/catalogues.h"
@@ -38,6 +39,7 @@ int runWithoutWindow(int argc, char **argv, QByteArray question)
 
 int main(int argc, char **argv)
 {
+    Trivex::usePrivateTokens();
     const QList<QByteArray> arguments(argv + 1, argv + argc);
     if (Trivex::needsNoDisplay(arguments))
         return runWithoutWindow(argc, argv, Trivex::questionIn(arguments));

@@ -37,7 +37,7 @@ TokenAdminDialog {
     }
     NewPinFields {
         id: after
-        admin: dialog.admin
+        rules: dialog.admin
         visible: !dialog.admin.pinPad
         label: dialog.officer ? qsTrId("trivex-app-new-officer-pin") : qsTrId("trivex-app-new-pin")
         Layout.fillWidth: true

@@ -12,7 +12,10 @@ Item {
     property string title
     property string text
     property string actionText
+    /// Another step, for those who can't take the first one.
+    property string secondText
     signal action()
+    signal second()
     implicitHeight: column.implicitHeight
     Column {
         id: column
@@ -48,6 +51,14 @@ Item {
             text: empty.actionText
             visible: text.length > 0
             onClicked: empty.action()
+        }
+        Button {
+            anchors.horizontalCenter: parent.horizontalCenter
+            objectName: "emptySecond"
+            text: empty.secondText
+            visible: text.length > 0
+            highlighted: true
+            onClicked: empty.second()
         }
     }
 }

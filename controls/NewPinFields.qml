@@ -3,15 +3,15 @@
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
-import Trivex.Crypto.Tools 1.0
 
 /// A new PIN, typed twice, with the token's rules of length told before one types.
 FillColumn {
     id: fields
-    property TokenAdmin admin
+    /// Who knows the rules: a TokenAdmin or a TokenMaker.
+    property QtObject rules
     property string label: qsTrId("trivex-app-new-pin")
     readonly property string pin: first.text
-    readonly property bool ready: admin.fits(first.text) && first.text === second.text
+    readonly property bool ready: rules.fits(first.text) && first.text === second.text
     signal accepted()
     spacing: Theme.unit
     function clear() {
@@ -23,10 +23,10 @@ FillColumn {
         id: first
         field.objectName: "newPin"
         label: fields.label
-        hint: fields.admin.lengthText
+        hint: fields.rules.lengthText
         // Not while it is being typed.
-        flag: text && !field.activeFocus && !fields.admin.fits(text)
-            ? [qsTrId("trivex-app-pin-length-wrong"), fields.admin.lengthText].join(" ") : ""
+        flag: text && !field.activeFocus && !fields.rules.fits(text)
+            ? [qsTrId("trivex-app-pin-length-wrong"), fields.rules.lengthText].join(" ") : ""
         Layout.fillWidth: true
         onAccepted: second.focusField()
     }

@@ -35,7 +35,7 @@ TokenAdminDialog {
     }
     NewPinFields {
         id: after
-        admin: dialog.admin
+        rules: dialog.admin
         visible: !dialog.admin.pinPad
         Layout.fillWidth: true
         onAccepted: dialog.submit()

@@ -3,14 +3,12 @@
 #include "tools/tokenadmin.h"
 
 #include "qca/base/securedtext.h"
-#include "qca/questions/mailbox.h"
 #include "tools/tokenerrors.h"
 
 #include <QPointer>
 
 #include <algorithm>
 #include <iterator>
-#include <mutex>
 #include <utility>
 
 namespace Trivex {
@@ -57,7 +55,9 @@ const Ending *endingOf(TokenError::Kind kind)
     return found == std::end(Endings) ? nullptr : found;
 }
 
-TokenAdmin::Error errorOf(TokenError::Kind kind)
+} // namespace
+
+TokenAdmin::Error TokenAdmin::errorOf(TokenError::Kind kind)
 {
     if (kind == TokenError::NoError)
         return TokenAdmin::NoError;
@@ -65,7 +65,7 @@ TokenAdmin::Error errorOf(TokenError::Kind kind)
     return ending ? ending->error : TokenAdmin::Failed;
 }
 
-QString messageOf(const TokenError &error, bool byOfficer)
+QString TokenAdmin::messageOf(const TokenError &error, bool byOfficer)
 {
     if (error.kind == TokenError::NoError)
         return {};
@@ -87,29 +87,8 @@ QString messageOf(const TokenError &error, bool byOfficer)
     return TokenErrors::causeOf(error) + QLatin1Char(' ') + TokenErrors::adviceOf(error);
 }
 
-} // namespace
-
-/// Where the token's thread puts the result; the object may have gone by then.
-struct TokenAdmin::Arrival {
-    std::mutex mutex;
-    std::unique_ptr<Mailbox, Mailbox::DeleteLater> mailbox{new Mailbox};
-
-    void post(std::function<void()> function)
-    {
-        const std::lock_guard lock(mutex);
-        if (mailbox)
-            mailbox->post(std::move(function));
-    }
-    void close()
-    {
-        const std::lock_guard lock(mutex);
-        mailbox.reset();
-    }
-};
-
 TokenAdmin::TokenAdmin(QObject *parent)
     : QObject(parent)
-    , m_arrival(std::make_shared<Arrival>())
 {
     connect(&m_monitor, &TokenMonitor::changed, this, &TokenAdmin::refresh);
 }

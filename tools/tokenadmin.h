@@ -3,8 +3,7 @@
 #pragma once
 
 #include "qca/tokens/tokenadministration.h"
-
-#include <memory>
+#include "tools/arrival.h"
 
 namespace Trivex {
 
@@ -71,6 +70,10 @@ public:
     };
     Q_ENUM(Error)
 
+    static Error errorOf(TokenError::Kind kind);
+    /// `byOfficer`: the PIN that was tried is the administrator's.
+    static QString messageOf(const TokenError &error, bool byOfficer);
+
     explicit TokenAdmin(QObject *parent = nullptr);
     ~TokenAdmin() override;
 
@@ -121,8 +124,6 @@ Q_SIGNALS:
     void changed();
 
 private:
-    struct Arrival;
-
     void refresh(const QString &storeId);
     void start(TokenAdministration::Kind kind, const QString &pin, const QString &newPin,
                bool mayBeLastTry, const QString &name = {});
@@ -134,7 +135,7 @@ private:
     TokenAdministration::Kind m_kind = TokenAdministration::ChangePin;
     TokenAdministrationResult m_result;
     bool m_isRunning = false;
-    const std::shared_ptr<Arrival> m_arrival;
+    const std::shared_ptr<Arrival> m_arrival = std::make_shared<Arrival>();
 };
 
 } // namespace Trivex

@@ -30,6 +30,7 @@
 #include "tools/tokenerrors.h"
 #include "tools/tokeninfo.h"
 #include "tools/tokenlistmodel.h"
+#include "tools/tokenmaker.h"
 #include "tools/validity.h"
 
 #include <QQmlEngine>
@@ -61,6 +62,7 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
     qmlRegisterType<TokenInfo>(uri, 1, 0, "TokenInfo");
     qmlRegisterType<TokenListModel>(uri, 1, 0, "TokenListModel");
     qmlRegisterType<TokenAdmin>(uri, 1, 0, "TokenAdmin");
+    qmlRegisterType<TokenMaker>(uri, 1, 0, "TokenMaker");
     qmlRegisterType<TokenErrors>(uri, 1, 0, "TokenErrors");
     qmlRegisterType<PinPrompt>(uri, 1, 0, "PinPrompt");
     qmlRegisterType<CertificateFile>(uri, 1, 0, "CertificateFile");

@@ -1638,6 +1638,34 @@
         <source>New request</source>
         <translation>New request</translation>
     </message>
+    <message id="trivex-app-new-token">
+        <source>Make a token of your own…</source>
+        <translation>Make a token of your own…</translation>
+    </message>
+    <message id="trivex-app-new-token-confirm">
+        <source>Make the token</source>
+        <translation>Make the token</translation>
+    </message>
+    <message id="trivex-app-new-token-made">
+        <source>“%1” is ready for keys and certificates.</source>
+        <translation>“%1” is ready for keys and certificates.</translation>
+    </message>
+    <message id="trivex-app-new-token-name">
+        <source>My token</source>
+        <translation>My token</translation>
+    </message>
+    <message id="trivex-app-new-token-officer">
+        <source>The administrator PIN is the same at first. Change it in the menu of the token.</source>
+        <translation>The administrator PIN is the same at first. Change it in the menu of the token.</translation>
+    </message>
+    <message id="trivex-app-new-token-text">
+        <source>A private token keeps keys in a file of your own, protected by its PIN. Nobody can bring back a forgotten PIN.</source>
+        <translation>A private token keeps keys in a file of your own, protected by its PIN. Nobody can bring back a forgotten PIN.</translation>
+    </message>
+    <message id="trivex-app-new-token-title">
+        <source>Make a token of your own</source>
+        <translation>Make a token of your own</translation>
+    </message>
     <message id="trivex-app-no">
         <source>no</source>
         <translation>no</translation>
@@ -2551,6 +2579,10 @@
     <message id="trivex-app-token-menu">
         <source>Token…</source>
         <translation>Token…</translation>
+    </message>
+    <message id="trivex-app-token-name">
+        <source>Name</source>
+        <translation>Name</translation>
     </message>
     <message id="trivex-app-token-name-hint">
         <source>Up to 32 bytes: 16 Cyrillic letters.</source>

@@ -1649,6 +1649,34 @@
         <source>New request</source>
         <translation>Новый запрос</translation>
     </message>
+    <message id="trivex-app-new-token">
+        <source>Make a token of your own…</source>
+        <translation>Создать личный токен…</translation>
+    </message>
+    <message id="trivex-app-new-token-confirm">
+        <source>Make the token</source>
+        <translation>Создать токен</translation>
+    </message>
+    <message id="trivex-app-new-token-made">
+        <source>“%1” is ready for keys and certificates.</source>
+        <translation>«%1» готов: на нём можно хранить ключи и сертификаты.</translation>
+    </message>
+    <message id="trivex-app-new-token-name">
+        <source>My token</source>
+        <translation>Мой токен</translation>
+    </message>
+    <message id="trivex-app-new-token-officer">
+        <source>The administrator PIN is the same at first. Change it in the menu of the token.</source>
+        <translation>PIN-код администратора поначалу такой же. Сменить его можно в меню токена.</translation>
+    </message>
+    <message id="trivex-app-new-token-text">
+        <source>A private token keeps keys in a file of your own, protected by its PIN. Nobody can bring back a forgotten PIN.</source>
+        <translation>Личный токен хранит ключи в вашем файле под защитой PIN-кода. Забытый PIN-код не восстановит никто.</translation>
+    </message>
+    <message id="trivex-app-new-token-title">
+        <source>Make a token of your own</source>
+        <translation>Новый личный токен</translation>
+    </message>
     <message id="trivex-app-no">
         <source>no</source>
         <translation>нет</translation>
@@ -2564,6 +2592,10 @@
     <message id="trivex-app-token-menu">
         <source>Token…</source>
         <translation>Токен…</translation>
+    </message>
+    <message id="trivex-app-token-name">
+        <source>Name</source>
+        <translation>Имя</translation>
     </message>
     <message id="trivex-app-token-name-hint">
         <source>Up to 32 bytes: 16 Cyrillic letters.</source>

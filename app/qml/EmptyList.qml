@@ -3,6 +3,7 @@
 import QtQuick 2.15
 import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
 
 /// Says of an empty list what belongs there, and offers what fills it.
 EmptyState {
@@ -14,6 +15,8 @@ EmptyState {
     /// What is shown of the rows is being put into words still.
     property bool searching: false
     readonly property bool filtered: filters.active && filters.rows.hiddenCount > 0
+    property Library library
+    signal told(string text)
     signal clearAsked()
     signal newRequestAsked()
     signal importAsked()
@@ -32,5 +35,22 @@ EmptyState {
         : pattern ? qsTrId("trivex-app-clear-search")
         : isRequests ? qsTrId("trivex-app-new-request")
         : category && category.key === "system" ? "" : qsTrId("trivex-app-import")
+    // Without a token there is no place for a key.
+    secondText: category && category.key === "personal" && !pattern && !filtered && maker.available
+        && !KeyStoreModel.isBusy && library.tokens.count === 0 ? qsTrId("trivex-app-new-token") : ""
+    onSecond: {
+        making.active = true
+        making.item.open()
+    }
+    TokenMaker { id: maker }
+    Loader {
+        id: making
+        active: false
+        sourceComponent: NewTokenDialog {
+            maker: maker
+            // By a function: in a text to put in, "$&" would stand for the mark.
+            onDone: empty.told(qsTrId("trivex-app-new-token-made").replace("%1", () => name))
+        }
+    }
     onAction: filtered ? filters.rows.liftFilters() : pattern ? clearAsked() : isRequests ? newRequestAsked() : importAsked()
 }

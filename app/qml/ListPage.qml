@@ -189,6 +189,8 @@ Item {
                 }
                 EmptyList {
                     anchors.fill: parent
+                    library: page.library
+                    onTold: page.told(text)
                     visible: list.count === 0
                     category: page.category
                     isRequests: page.isRequests

@@ -3,6 +3,7 @@
 #include "providers/pkcs11/life/modulehost.h"
 
 #include "providers/pkcs11/calls/error.h"
+#include "providers/pkcs11/life/blankslot.h"
 #include "providers/pkcs11/life/restartpause.h"
 
 #include <QLoggingCategory>
@@ -77,6 +78,9 @@ struct ModuleHost::State {
     RestartPause startPause{LongestStartPause};
     RestartPause faultPause{LongestFaultPause};
     bool complained = false;
+    /// Where the next software token can be made, while there is such a slot.
+    std::shared_ptr<BlankSlot> blank;
+    std::optional<CK_SLOT_ID> blankSlot;
 
     std::mutex mutex;
     bool closed = false;
@@ -86,6 +90,8 @@ struct ModuleHost::State {
     /// False while the module can't be initialised.
     bool open();
     void look();
+    void offerBlank();
+    void withdrawBlank();
     void giveUp();
     void noteFailure(const Error &error);
     void restartWhenFaulty();
@@ -131,6 +137,7 @@ void ModuleHost::State::look()
     if (!slots)
         return;
     removeAllBut(*slots);
+    blankSlot.reset();
     CK_RV failure = CKR_OK;
     bool answers = false;
     for (const CK_SLOT_ID slot : *slots) {
@@ -140,10 +147,42 @@ void ModuleHost::State::look()
     }
     module->health().noteLook(answers ? CKR_OK : failure);
     startPause.works(RestartPause::Clock::now());
+    offerBlank();
+}
+
+void ModuleHost::State::offerBlank()
+{
+    if (!blankSlot) {
+        withdrawBlank();
+        return;
+    }
+    if (!blank) {
+        blank = std::make_shared<BlankSlot>();
+        const std::weak_ptr<BlankSlot> weak = blank;
+        const auto ask = [weak](TokenMaking making, TokenMakingDone done) {
+            TokenError gone;
+            gone.kind = TokenError::TokenRemoved;
+            if (const auto slot = weak.lock())
+                slot->ask(std::move(making), std::move(done));
+            else
+                done(gone);
+        };
+        TokenMakers::instance().offer(source.key, ask);
+    }
+    // The next look takes it in.
+    blank->serve(module, *blankSlot);
+}
+
+void ModuleHost::State::withdrawBlank()
+{
+    if (blank)
+        TokenMakers::instance().withdraw(source.key);
+    blank.reset();
 }
 
 void ModuleHost::State::giveUp()
 {
+    withdrawBlank();
     removeAllBut({});
     module->giveUp();
     module.reset();
@@ -268,6 +307,8 @@ void ModuleHost::State::lookAtToken(CK_SLOT_ID slot, const CK_TOKEN_INFO &info, 
     remove(slot);
     if (known && isRemade && !isSame)
         table.forget(known->storeId());
+    if (BlankSlot::isOne(info))
+        blankSlot = slot;
     if (!(info.flags & CKF_TOKEN_INITIALIZED))
         return;
     const auto choice = source.isTrust ? CertificateChoice::Trusted : CertificateChoice::All;
@@ -293,13 +334,17 @@ void ModuleHost::start()
         state->poll();
         scan.fulfil(state->source.key);
     };
-    m_worker.start(PollInterval, look, [state = m_state] { state->module.reset(); });
+    m_worker.start(PollInterval, look, [state = m_state] {
+        state->withdrawBlank();
+        state->module.reset();
+    });
     m_worker.post(look);
 }
 
 void ModuleHost::close()
 {
     Pkcs11::Module::leave(m_state->source);
+    TokenMakers::instance().withdraw(m_state->source.key);
     m_worker.stop();
     for (const TokenPtr &token : m_state->close())
         m_state->table.detach(token);

@@ -3,6 +3,7 @@
 #include "providers/pkcs11/operations/administration.h"
 
 #include "providers/pkcs11/calls/error.h"
+#include "providers/pkcs11/calls/pins.h"
 #include "qca/questions/storedanswers.h"
 
 #include <algorithm>
@@ -13,7 +14,10 @@
 namespace Trivex {
 
 using Pkcs11::check;
+using Pkcs11::checkSetting;
 using Pkcs11::Error;
+using Pkcs11::Login;
+using Pkcs11::PinArgument;
 using Pkcs11::Session;
 
 namespace {
@@ -25,28 +29,6 @@ struct Task {
     std::atomic<Remaking *> remaking = nullptr; ///< set while the token is made anew
     std::atomic_bool isEmptied = false;
 };
-
-/// A PIN as a call takes it. Without one, a reader with a keypad asks for it by itself.
-struct PinArgument {
-    PinArgument(Secret &pin, bool hasPinPad)
-        : text(hasPinPad ? nullptr
-                         : reinterpret_cast<CK_UTF8CHAR *>(pin.isEmpty() ? nothing : pin.data()))
-        , length(hasPinPad ? 0 : CK_ULONG(pin.size()))
-    {
-    }
-
-    char nothing[1] = {};
-    CK_UTF8CHAR *text;
-    CK_ULONG length;
-};
-
-/// For calls that set a PIN: these return values speak of the new one (PKCS#11 2.40, 5.1.6).
-void checkSetting(CK_RV result, const char *function)
-{
-    if (result == CKR_PIN_INVALID || result == CKR_PIN_LEN_RANGE)
-        throw Error(result, function, TokenError::NewPinRefused);
-    check(result, function);
-}
 
 /// Throws where the PIN must not be tried. Read just before: other programs use up tries, too.
 void checkTries(PinState state, const Task &task)
@@ -70,33 +52,6 @@ void checkGiven(const TokenFlags &flags, const Task &task)
     if (length < flags.shortestPin || (flags.longestPin > 0 && length > flags.longestPin))
         throw Error(TokenError::NewPinRefused);
 }
-
-/// A login with the task's PIN, for as long as it lives. Beside a read-only session of anybody no
-/// administrator gets in (PKCS#11 2.40, 5.6.7).
-class Login {
-public:
-    Login(const Session &session, CK_USER_TYPE user, Task &task, bool hasPinPad)
-        : m_session(session)
-    {
-        const PinArgument pin(task.asked.pin, hasPinPad);
-        const CK_RV result =
-            session.module()->C_Login(session.handle(), user, pin.text, pin.length);
-        m_isOurs = result != CKR_USER_ALREADY_LOGGED_IN;
-        if (m_isOurs)
-            check(result, "C_Login");
-    }
-    ~Login()
-    {
-        if (m_isOurs)
-            m_session.module()->C_Logout(m_session.handle());
-    }
-    Login(const Login &) = delete;
-    Login &operator=(const Login &) = delete;
-
-private:
-    const Session &m_session;
-    bool m_isOurs = false;
-};
 
 CK_RV callSetPin(const Session &session, Task &task, bool hasPinPad)
 {
@@ -122,7 +77,7 @@ void changePin(TokenConnection &connection, Task &task)
     CK_RV result = callSetPin(session, task, flags.hasPinPad);
     // Some tokens want a login first. They have not looked at the PIN: no try is used up by that.
     if (result == CKR_USER_NOT_LOGGED_IN) {
-        const Login login(session, CKU_USER, task, flags.hasPinPad);
+        const Login login(session, CKU_USER, PinArgument(task.asked.pin, flags.hasPinPad));
         result = callSetPin(session, task, flags.hasPinPad);
     }
     checkSetting(result, "C_SetPIN");
@@ -137,7 +92,7 @@ template <class Work> void asOfficer(TokenConnection &connection, Task &task, co
     connection.leave();
     const Session session = connection.openPlain(Session::ReadWrite);
     connection.checkCancelled();
-    const Login login(session, CKU_SO, task, flags.hasPinPad);
+    const Login login(session, CKU_SO, PinArgument(task.asked.pin, flags.hasPinPad));
     work(session, flags.hasPinPad);
 }
 
@@ -196,7 +151,7 @@ void initialise(TokenConnection &connection, Task &task)
     callInitToken(connection, task, flags.hasPinPad);
     task.isEmptied = true;
     const Session session = connection.openPlain(Session::ReadWrite);
-    const Login login(session, CKU_SO, task, flags.hasPinPad);
+    const Login login(session, CKU_SO, PinArgument(task.asked.pin, flags.hasPinPad));
     callInitPin(session, task, flags.hasPinPad);
 }
 
