@@ -50,6 +50,7 @@ void FileSaver::setProblem(const QString &problem)
 QString FileSaver::stagingFolder()
 {
     m_staging = std::make_unique<QTemporaryDir>();
+    QDir(m_staging->path()).mkdir(QStringLiteral("forms"));
     return m_staging->path();
 }
 
@@ -77,12 +78,29 @@ bool FileSaver::stageCopy(const QString &path)
     return QFile::copy(path, stagedPath(QFileInfo(path).fileName()));
 }
 
+QString FileSaver::stagedFile(const QString &folder, Format format)
+{
+    switch (format) {
+    case Chain:
+        return folder + QStringLiteral("/forms/chain.pem");
+    case Collection:
+        return folder + QStringLiteral("/forms/chain.p7b");
+    default:
+        return folder + QStringLiteral("/export.pem");
+    }
+}
+
 QByteArray FileSaver::staged(Format format) const
 {
-    const QFileInfoList found =
-        m_staging ? QDir(m_staging->path()).entryInfoList(QDir::Files) : QFileInfoList();
-    QFile file(found.isEmpty() ? QString() : found.first().filePath());
-    if (found.isEmpty() || !file.open(QIODevice::ReadOnly))
+    if (!m_staging)
+        return {};
+    QString path = stagedFile(m_staging->path(), format);
+    if (format == AsIs || format == Der) {
+        const QFileInfoList found = QDir(m_staging->path()).entryInfoList(QDir::Files);
+        path = found.isEmpty() ? QString() : found.first().filePath();
+    }
+    QFile file(path);
+    if (path.isEmpty() || !file.open(QIODevice::ReadOnly))
         return {};
     const QByteArray contents = file.readAll();
     return format == Der ? firstBlock(contents) : contents;

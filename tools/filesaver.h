@@ -27,6 +27,8 @@ public:
     enum Format {
         AsIs,
         Der, ///< what a PEM file holds, in binary form
+        Chain, ///< PEM with the issuers, where an `Exporter` staged it
+        Collection, ///< PKCS#7 with the issuers, where an `Exporter` staged it
     };
     Q_ENUM(Format)
 
@@ -41,6 +43,8 @@ public:
     Q_INVOKABLE QString stagedPath(const QString &name);
     /// Puts a copy of the file at `path` there, under its own name; false when it can't be read.
     Q_INVOKABLE bool stageCopy(const QString &path);
+    /// Where a form is staged in such a folder.
+    static QString stagedFile(const QString &folder, Format format);
     /// Why nothing could be saved at `path`, found out before anything is made; empty where all is
     /// well. A file that is there and may be replaced is no reason.
     Q_INVOKABLE QString whyNot(const QString &path) const;

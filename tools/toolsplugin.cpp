@@ -11,6 +11,7 @@
 #include "tools/documentsigner.h"
 #include "tools/documentverifier.h"
 #include "tools/entrymodel.h"
+#include "tools/exporter.h"
 #include "tools/files.h"
 #include "tools/filesaver.h"
 #include "tools/keychoicemodel.h"
@@ -55,6 +56,7 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
     using namespace Trivex;
     qmlRegisterType<EntryModel>(uri, 1, 0, "EntryModel");
     qmlRegisterType<SectionedModel>(uri, 1, 0, "SectionedModel");
+    qmlRegisterType<Exporter>(uri, 1, 0, "Exporter");
     qmlRegisterType<FileSaver>(uri, 1, 0, "FileSaver");
     qmlRegisterType<RowSelection>(uri, 1, 0, "RowSelection");
     qmlRegisterType<RemovalUndo>(uri, 1, 0, "RemovalUndo");

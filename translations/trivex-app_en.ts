@@ -712,6 +712,18 @@
         <source>That did not work</source>
         <translation>That did not work</translation>
     </message>
+    <message id="trivex-app-expired-confirm">
+        <source>Sign all the same</source>
+        <translation>Sign all the same</translation>
+    </message>
+    <message id="trivex-app-expired-text">
+        <source>It expired: %1. Whoever checks the signature may refuse it.</source>
+        <translation>It expired: %1. Whoever checks the signature may refuse it.</translation>
+    </message>
+    <message id="trivex-app-expired-title">
+        <source>Sign with this certificate?</source>
+        <translation>Sign with this certificate?</translation>
+    </message>
     <message id="trivex-app-expiring" numerus="yes">
         <source>%n certificates expire within 30 days</source>
         <translation>
@@ -731,9 +743,21 @@
         <source>The file was not exported.</source>
         <translation>The file was not exported.</translation>
     </message>
+    <message id="trivex-app-export-name">
+        <source>certificates</source>
+        <translation>certificates</translation>
+    </message>
+    <message id="trivex-app-export-nothing">
+        <source>There is nothing to export any more. Select the rows again.</source>
+        <translation>There is nothing to export any more. Select the rows again.</translation>
+    </message>
     <message id="trivex-app-export-title">
         <source>Save as</source>
         <translation>Save as</translation>
+    </message>
+    <message id="trivex-app-export-together">
+        <source>Export into one file…</source>
+        <translation>Export into one file…</translation>
     </message>
     <message id="trivex-app-exported">
         <source>Exported to %1</source>
@@ -1174,9 +1198,21 @@
         <source>Bare RSA signature, for this program (.sig)</source>
         <translation>Bare RSA signature, for this program (.sig)</translation>
     </message>
+    <message id="trivex-app-format-chain">
+        <source>PEM with the issuers</source>
+        <translation>PEM with the issuers</translation>
+    </message>
     <message id="trivex-app-format-der">
         <source>DER, binary</source>
         <translation>DER, binary</translation>
+    </message>
+    <message id="trivex-app-format-p7b">
+        <source>PKCS#7, all in one</source>
+        <translation>P7B, all in one</translation>
+    </message>
+    <message id="trivex-app-format-p7b-chain">
+        <source>PKCS#7 with the issuers</source>
+        <translation>P7B with the issuers</translation>
     </message>
     <message id="trivex-app-format-pdf">
         <source>PDF document</source>
@@ -1689,6 +1725,10 @@
     <message id="trivex-app-not-found-text">
         <source>The search looks at names, issuers, serial numbers and the digits of INN, SNILS and OGRN.</source>
         <translation>The search looks at names, issuers, serial numbers and the digits of INN, SNILS and OGRN.</translation>
+    </message>
+    <message id="trivex-app-not-yet-text">
+        <source>It is not valid before %1. Whoever checks the signature may refuse it.</source>
+        <translation>It is not valid before %1. Whoever checks the signature may refuse it.</translation>
     </message>
     <message id="trivex-app-nothing">
         <source>nothing</source>

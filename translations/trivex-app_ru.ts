@@ -717,6 +717,18 @@
         <source>That did not work</source>
         <translation>Не получилось</translation>
     </message>
+    <message id="trivex-app-expired-confirm">
+        <source>Sign all the same</source>
+        <translation>Всё равно подписать</translation>
+    </message>
+    <message id="trivex-app-expired-text">
+        <source>It expired: %1. Whoever checks the signature may refuse it.</source>
+        <translation>Его срок истёк: %1. Проверяющий может не принять подпись.</translation>
+    </message>
+    <message id="trivex-app-expired-title">
+        <source>Sign with this certificate?</source>
+        <translation>Подписать этим сертификатом?</translation>
+    </message>
     <message id="trivex-app-expiring" numerus="yes">
         <source>%n certificates expire within 30 days</source>
         <translation>
@@ -737,9 +749,21 @@
         <source>The file was not exported.</source>
         <translation>Файл не экспортирован.</translation>
     </message>
+    <message id="trivex-app-export-name">
+        <source>certificates</source>
+        <translation>сертификаты</translation>
+    </message>
+    <message id="trivex-app-export-nothing">
+        <source>There is nothing to export any more. Select the rows again.</source>
+        <translation>Экспортировать уже нечего. Выберите строки заново.</translation>
+    </message>
     <message id="trivex-app-export-title">
         <source>Save as</source>
         <translation>Сохранить как</translation>
+    </message>
+    <message id="trivex-app-export-together">
+        <source>Export into one file…</source>
+        <translation>Экспорт в один файл…</translation>
     </message>
     <message id="trivex-app-exported">
         <source>Exported to %1</source>
@@ -1181,9 +1205,21 @@
         <source>Bare RSA signature, for this program (.sig)</source>
         <translation>Простая подпись RSA для этой программы (.sig)</translation>
     </message>
+    <message id="trivex-app-format-chain">
+        <source>PEM with the issuers</source>
+        <translation>PEM с издателями</translation>
+    </message>
     <message id="trivex-app-format-der">
         <source>DER, binary</source>
         <translation>DER, двоичный</translation>
+    </message>
+    <message id="trivex-app-format-p7b">
+        <source>PKCS#7, all in one</source>
+        <translation>P7B, все вместе</translation>
+    </message>
+    <message id="trivex-app-format-p7b-chain">
+        <source>PKCS#7 with the issuers</source>
+        <translation>P7B с издателями</translation>
     </message>
     <message id="trivex-app-format-pdf">
         <source>PDF document</source>
@@ -1700,6 +1736,10 @@
     <message id="trivex-app-not-found-text">
         <source>The search looks at names, issuers, serial numbers and the digits of INN, SNILS and OGRN.</source>
         <translation>Поиск идёт по именам, издателям, серийным номерам и цифрам ИНН, СНИЛС и ОГРН.</translation>
+    </message>
+    <message id="trivex-app-not-yet-text">
+        <source>It is not valid before %1. Whoever checks the signature may refuse it.</source>
+        <translation>Он начнёт действовать %1. Проверяющий может не принять подпись.</translation>
     </message>
     <message id="trivex-app-nothing">
         <source>nothing</source>

@@ -133,13 +133,28 @@ Item {
     SaveTask {
         id: saving
         title: qsTrId("trivex-app-export-title")
-        formats: [
+        readonly property var plain: [
             [qsTrId("trivex-app-format-pem"), pane.isRequest ? ["csr", "pem"] : ["crt", "pem"],
              FileSaver.AsIs],
             [qsTrId("trivex-app-format-der"), pane.isRequest ? ["der", "p10"] : ["cer", "der"],
              FileSaver.Der]]
+        readonly property var withIssuers: [
+            [qsTrId("trivex-app-format-chain"), ["pem"], FileSaver.Chain],
+            [qsTrId("trivex-app-format-p7b-chain"), ["p7b", "p7c"], FileSaver.Collection]]
+        formats: pane.isRequest ? plain : plain.concat(withIssuers)
         onSaved: pane.exported(path)
         onFailed: pane.failed(qsTrId("trivex-app-export-failed"), reason)
+    }
+    // The issuers are looked for before one is asked, so that the answer is the last step.
+    Exporter {
+        id: exporter
+        property string name
+        onFinished: {
+            if (error === Exporter.NoError)
+                saving.choose(name)
+            else if (message)
+                pane.failed(qsTrId("trivex-app-export-failed"), message)
+        }
     }
     /// Gives the keys to what can be done with the row.
     function focusFirst() {
@@ -155,10 +170,15 @@ Item {
     function askWhere() {
         const name = certificate
             ? Files.fileName(Files.exportPath(saving.folder, certificate.fileName)) : ""
-        if (stage())
+        if (certificate && !isRequest) {
+            exporter.name = name
+            saving.path = ""
+            exporter.stage(selection.rows.entries, [selection.identity], saving.saver)
+        } else if (stage()) {
             saving.choose(name)
-        else
+        } else {
             failed(qsTrId("trivex-app-export-failed"), Files.whyNotWritten(saving.folder))
+        }
     }
     function exportTo(folder) {
         if (!certificate || !folder)

@@ -40,6 +40,7 @@ Item {
     SaveTask {
         id: saving
         title: qsTrId("trivex-app-save-pdf")
+        questionName: "pdfReplaceDialog"
         formats: [[qsTrId("trivex-app-format-pdf"), ["pdf"], FileSaver.AsIs]]
         onSaved: printing.saved(path)
         onFailed: printing.failed(qsTrId("trivex-app-export-failed"), reason)

@@ -65,11 +65,23 @@ Item {
         }).join("\n"))
         copied()
     }
+    function identities() {
+        return chosen().map(function(row) { return row.identity })
+    }
     function exportRows() {
         if (one)
             pane.askWhere()
         else if (count > 1)
-            several.choose(chosen().map(function(row) { return row.identity }))
+            several.choose(identities())
+    }
+    /// Several rows into one file.
+    function exportTogether() {
+        if (count > 1)
+            together.choose(identities())
+    }
+    function copyPem() {
+        if (count > 0)
+            together.copy(identities())
     }
     // The buttons over the details.
     Connections {
@@ -80,6 +92,13 @@ Item {
         function onExported(path) { actions.exported(path) }
         function onCopied() { actions.copied() }
         function onFailed(cause, advice) { actions.failed(cause, advice) }
+    }
+    ExportTogether {
+        id: together
+        rows: actions.selection.rows
+        onSaved: actions.exported(path)
+        onCopied: actions.copied()
+        onFailed: actions.failed(cause, advice)
     }
     SaveSeveral {
         id: several

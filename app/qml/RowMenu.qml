@@ -42,6 +42,19 @@ Menu {
         onTriggered: menu.actions.exportRows()
     }
     ActionItem {
+        objectName: "rowMenuTogether"
+        text: qsTrId("trivex-app-export-together")
+        icon.source: Theme.icon("file")
+        shown: menu.actions.count > 1
+        onTriggered: menu.actions.exportTogether()
+    }
+    ActionItem {
+        objectName: "rowMenuCopyPem"
+        text: qsTrId("trivex-app-copy-pem")
+        icon.source: Theme.icon("copy")
+        onTriggered: menu.actions.copyPem()
+    }
+    ActionItem {
         objectName: "rowMenuCopy"
         text: qsTrId("trivex-app-copy-all")
         icon.source: Theme.icon("copy")

@@ -14,6 +14,8 @@ Item {
     property string path
     property int format: FileSaver.AsIs
     property string folder: Files.homeFolder
+    /// Tells the question of this task from that of another.
+    property alias questionName: question.objectName
     readonly property FileSaver saver: FileSaver {}
     signal saved(string path)
     signal failed(string reason)

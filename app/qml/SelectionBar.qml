@@ -28,6 +28,12 @@ Flow {
         onClicked: bar.actions.exportRows()
     }
     Button {
+        objectName: "exportInOne"
+        text: qsTrId("trivex-app-export-together")
+        icon.source: Theme.icon("file")
+        onClicked: bar.actions.exportTogether()
+    }
+    Button {
         objectName: "removeSeveral"
         text: qsTrId("trivex-app-remove")
         icon.source: Theme.icon("trash")
