@@ -22,6 +22,8 @@ FocusScope {
     property RowSelection selection
     readonly property int selectedRow: selection ? selection.row : list.currentIndex
     property alias listView: list
+    /// A function that gives the URLs of the picked rows as files, where they can be dragged out.
+    property alias dragUrls: rowDrag.urls
     property string pattern
     property bool sections: true
     signal picked(int index)
@@ -128,6 +130,14 @@ FocusScope {
             return false
         return true
     }
+    function drag(index) {
+        if (!isChosen(index))
+            pick(index)
+        rowDrag.begin()
+    }
+    RowDrag {
+        id: rowDrag
+    }
     Accessible.role: Accessible.Grouping
     Accessible.name: list.Accessible.name
 
@@ -184,6 +194,8 @@ FocusScope {
             MouseArea {
                 anchors.fill: parent
                 acceptedButtons: Qt.LeftButton | Qt.RightButton
+                onPressed: rowDrag.press(mouse)
+                onPositionChanged: if (rowDrag.isDrag(mouse)) view.drag(index)
                 onClicked: {
                     view.lastClick = mapToItem(null, mouse.x, mouse.y)
                     view.take(index, mouse.button, mouse.modifiers)

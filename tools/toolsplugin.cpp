@@ -23,6 +23,7 @@
 #include "tools/requestprofiles.h"
 #include "tools/requestsubject.h"
 #include "tools/requestwatcher.h"
+#include "tools/rowfiles.h"
 #include "tools/rows.h"
 #include "tools/rowselection.h"
 #include "tools/sectionedmodel.h"
@@ -58,6 +59,7 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
     qmlRegisterType<SectionedModel>(uri, 1, 0, "SectionedModel");
     qmlRegisterType<Exporter>(uri, 1, 0, "Exporter");
     qmlRegisterType<FileSaver>(uri, 1, 0, "FileSaver");
+    qmlRegisterType<RowFiles>(uri, 1, 0, "RowFiles");
     qmlRegisterType<RowSelection>(uri, 1, 0, "RowSelection");
     qmlRegisterType<RemovalUndo>(uri, 1, 0, "RemovalUndo");
     qmlRegisterType<ModelCount>(uri, 1, 0, "ModelCount");

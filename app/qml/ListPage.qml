@@ -103,6 +103,9 @@ Item {
         onCopied: page.copied()
         onFailed: page.failed(cause, advice)
     }
+    RowFiles {
+        id: rowFiles
+    }
     RowMenu {
         id: rowMenu
         actions: actions
@@ -186,6 +189,7 @@ Item {
                     onCopyAsked: actions.copy()
                     onMenuAsked: rowMenu.popup(list, x, y)
                     onTyped: search.add(text)
+                    dragUrls: function() { return rowFiles.write(rows.entries, actions.identities()) }
                 }
                 EmptyList {
                     anchors.fill: parent

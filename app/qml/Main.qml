@@ -150,6 +150,9 @@ ApplicationWindow {
         anchors.fill: parent
         keys: ["text/uri-list"]
         onDropped: {
+            // Rows of this window, let go too early.
+            if (drop.source !== null)
+                return
             const files = []
             for (const url of drop.urls)
                 files.push(Files.path(url))

@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tools/rowfiles.h"
+
+#include "qca/asn1/pem.h"
+#include "qca/base/filenames.h"
+#include "tools/rowentry.h"
+#include "tools/rows.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSet>
+#include <QUrl>
+
+namespace Trivex {
+
+namespace {
+
+/// A path below `folder` that no other file has.
+QString freePath(const QString &folder, const QString &name)
+{
+    const QFileInfo info(safeFileName(name));
+    QString path = folder + QLatin1Char('/') + info.fileName();
+    const QString suffix = info.suffix().isEmpty() ? QString() : QLatin1Char('.') + info.suffix();
+    for (int number = 2; QFileInfo::exists(path); ++number) {
+        path = folder + QLatin1Char('/') + info.completeBaseName()
+            + QStringLiteral(" (%1)").arg(number) + suffix;
+    }
+    return path;
+}
+
+bool writeNew(const QString &path, const QByteArray &contents)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly | QIODevice::NewOnly)
+        && file.write(contents) == contents.size() && file.flush();
+}
+
+} // namespace
+
+RowFiles::RowFiles(QObject *parent)
+    : QObject(parent)
+{
+}
+
+RowFiles::~RowFiles() = default;
+
+QStringList RowFiles::write(EntryModel *entries, const QStringList &identities)
+{
+    if (!entries || identities.isEmpty() || identities.size() > MostRows)
+        return {};
+    auto folder = std::make_unique<QTemporaryDir>();
+    const QSet<QString> wanted(identities.cbegin(), identities.cend());
+    const int entryRole = roleNamed(*entries, QStringLiteral("keyStoreEntry"));
+    const int objectRole = roleNamed(*entries, QStringLiteral("certificate"));
+    QStringList urls;
+    for (int row = 0; row < entries->rowCount(); ++row) {
+        if (!wanted.contains(entries->identityAt(row)))
+            continue;
+        const QModelIndex index = entries->index(row, 0);
+        auto *object = index.data(objectRole).value<QObject *>();
+        const RowEncoding encoding = rowEncoding(index.data(entryRole).value<QObject *>(), object);
+        if (encoding.der.isEmpty() || !object)
+            continue;
+        const bool isRequest = encoding.kind == ShownKind::Request;
+        const QString path = freePath(folder->path(), object->property("fileName").toString());
+        if (!writeNew(path,
+                      writePem(isRequest ? "CERTIFICATE REQUEST" : "CERTIFICATE", encoding.der)))
+            return {};
+        urls += QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
+    }
+    if (!urls.isEmpty())
+        m_folders.push_back(std::move(folder));
+    return urls;
+}
+
+} // namespace Trivex
