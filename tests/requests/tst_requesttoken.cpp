@@ -338,10 +338,17 @@ void TestRequestToken::destroyedMeanwhile()
     const int objectsBefore = token->objectCount();
     auto request = std::make_unique<CertificateRequest>();
     choose(request.get(), 4096, QStringLiteral("abandoned"));
+    spy->forget();
+    spy->control("delay C_GenerateKeyPair 1 200");
     request->createKeyPair();
-    QTest::qWait(20); // in the middle of the generation
+    QVERIFY(spy->waitUntilInside("C_GenerateKeyPair"));
     request.reset();
-    // The token keeps nothing of it.
+    // The token goes on to the end of the pair and then takes it away. Other processes, as the next
+    // test's, have to wait for that: SoftHSM takes its own write for the only one, and does not see
+    // what another process has written meanwhile.
+    QTRY_COMPARE_WITH_TIMEOUT(spy->count("C_GenerateKeyPair"), 1, Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(spy->count("C_DestroyObject") >= 2, Patience);
+    spy->control();
     QTRY_COMPARE_WITH_TIMEOUT(token->objectCount(), objectsBefore, Patience);
 }
 
