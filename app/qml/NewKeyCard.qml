@@ -58,34 +58,10 @@ Card {
         }
         ColumnLayout {
             spacing: 3
-            visible: !card.keyId
-            Layout.fillWidth: true
-            Layout.preferredWidth: 100
-            Layout.alignment: Qt.AlignTop
-            Label {
-                textFormat: Text.PlainText
-                text: qsTrId("trivex-app-algorithm")
-                color: Theme.textDim
-                font.pixelSize: Theme.smallSize
-            }
-            ComboBox {
-                id: algorithm
-                objectName: "algorithmChooser"
-                model: KeyKindModel {
-                    storeId: chooser.storeId
-                }
-                textRole: "title"
-                valueRole: "kind"
-                Accessible.name: qsTrId("trivex-app-algorithm") + ": " + currentText
-                Layout.fillWidth: true
-            }
-        }
-        ColumnLayout {
-            spacing: 3
             visible: keyChooser.count > 1
             Layout.fillWidth: true
             Layout.preferredWidth: 100
-            Layout.columnSpan: card.narrow ? 1 : 2
+            Layout.alignment: Qt.AlignTop
             Label {
                 textFormat: Text.PlainText
                 text: qsTrId("trivex-app-key-choice")
@@ -108,6 +84,30 @@ Card {
                     hoverEnabled: keyChooser.hoverEnabled
                 }
                 Accessible.name: qsTrId("trivex-app-key-choice") + ": " + currentText
+                Layout.fillWidth: true
+            }
+        }
+        ColumnLayout {
+            spacing: 3
+            visible: !card.keyId
+            Layout.fillWidth: true
+            Layout.preferredWidth: 100
+            Layout.alignment: Qt.AlignTop
+            Label {
+                textFormat: Text.PlainText
+                text: qsTrId("trivex-app-algorithm")
+                color: Theme.textDim
+                font.pixelSize: Theme.smallSize
+            }
+            ComboBox {
+                id: algorithm
+                objectName: "algorithmChooser"
+                model: KeyKindModel {
+                    storeId: chooser.storeId
+                }
+                textRole: "title"
+                valueRole: "kind"
+                Accessible.name: qsTrId("trivex-app-algorithm") + ": " + currentText
                 Layout.fillWidth: true
             }
         }
