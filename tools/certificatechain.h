@@ -53,6 +53,8 @@ class CertificateChain : public Job {
     Q_PROPERTY(QString advice READ advice NOTIFY finished)
     /// What was not looked at, where all is well; else empty.
     Q_PROPERTY(QString note READ note NOTIFY finished)
+    /// How many checks were begun, for tests.
+    Q_PROPERTY(int checks READ checks NOTIFY finished)
     /// The same object always.
     Q_PROPERTY(Trivex::ChainStepModel *steps READ steps CONSTANT)
     /// The certificates of the steps, to be shown in full; the same object always.
@@ -92,7 +94,6 @@ public:
     Q_INVOKABLE QString report() const;
     /// Asks what runs to end; `finished` follows, and there is no result until something changes.
     void cancel() override;
-    /// How many checks were begun.
     int checks() const { return m_checks; }
 
 Q_SIGNALS:

@@ -6,6 +6,7 @@
 #include "qca/tokens/userstore.h"
 #include "tests/chains/chainrows.h"
 #include "tests/chains/madechain.h"
+#include "tests/support/loopmeter.h"
 #include "tests/x509/corpus.h"
 #include "tools/certificatechain.h"
 #include "tools/certificatefile.h"
@@ -53,6 +54,7 @@ private Q_SLOTS:
     void listOfTheFile();
     void requestsHaveNone();
     void dropped();
+    void manyRows();
     void everySentence();
 
 private:
@@ -365,6 +367,34 @@ void TestCertificateChain::dropped()
     m_entries.reset();
     QTest::qWait(100);
     QVERIFY(!m_chain->isReady());
+}
+
+// Ten thousand certificates are taken in while the window goes on, and a path is found among them
+// without going through them again.
+void TestCertificateChain::manyRows()
+{
+    constexpr int Many = 10000;
+    QByteArray other = m_leaf.der();
+    for (int i = 0; i < Many; ++i) {
+        other[other.size() - 1] = char(i);
+        other[other.size() - 2] = char(i >> 8);
+        m_rows->add(ChainRows::User, "USER", other);
+    }
+    m_rows->add(ChainRows::System, "system", m_root.der());
+    m_rows->add(ChainRows::System, "system", m_middle.der());
+    QObject *leaf = m_rows->add(ChainRows::User, "USER", m_leaf.der());
+    TrivexTest::LoopMeter meter;
+    meter.start();
+    m_chain->setCertificate(leaf);
+    QVERIFY(waitReady());
+    QCOMPARE(m_chain->verdict(), int(CertificateChain::Good));
+    QCOMPARE(m_chain->checks(), 1);
+    m_rows->removeRow(17);
+    QVERIFY(waitReady());
+    QCOMPARE(m_chain->checks(), 1);
+    QVERIFY(meter.beats() > 5);
+    QVERIFY2(meter.longest() < TrivexTest::LoopMeter::Unnoticed,
+             qPrintable(QString::number(meter.longest())));
 }
 
 // Nobody is left without a word, or with an identifier in place of one.
