@@ -86,6 +86,17 @@ bool Files::isFolder(const QString &path) const
     return QFileInfo(path).isDir();
 }
 
+bool Files::isReadable(const QString &path) const
+{
+    QFile file;
+    return openRegularFile(path, &file) && !hasUnmeasuredContents(QFileInfo(path));
+}
+
+double Files::size(const QString &path) const
+{
+    return double(QFileInfo(path).size());
+}
+
 QString Files::mimeType(const QString &path) const
 {
     const QByteArray beginning = readBeginning(path);

@@ -25,6 +25,10 @@ public:
     Q_INVOKABLE QString exportPath(const QString &folder, const QString &name) const;
     Q_INVOKABLE bool exists(const QString &path) const;
     Q_INVOKABLE bool isFolder(const QString &path) const;
+    /// Whether there is an ordinary file that can be read, of any length.
+    Q_INVOKABLE bool isReadable(const QString &path) const;
+    /// In bytes; 0 where there is none. A number of script, exact to 2^53.
+    Q_INVOKABLE double size(const QString &path) const;
     /// The type of a file by its name and its beginning, as "text/plain".
     Q_INVOKABLE QString mimeType(const QString &path) const;
     /// Which file lies at `path` and how it is: another text when it was replaced or written to.

@@ -1131,6 +1131,10 @@
         <source>Digest (SHA-256)</source>
         <translation>Digest (SHA-256)</translation>
     </message>
+    <message id="trivex-app-file-folder">
+        <source>Folder</source>
+        <translation>Folder</translation>
+    </message>
     <message id="trivex-app-file-name">
         <source>Name</source>
         <translation>Name</translation>

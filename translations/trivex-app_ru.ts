@@ -1137,6 +1137,10 @@
         <source>Digest (SHA-256)</source>
         <translation>Хэш (SHA-256)</translation>
     </message>
+    <message id="trivex-app-file-folder">
+        <source>Folder</source>
+        <translation>Папка</translation>
+    </message>
     <message id="trivex-app-file-name">
         <source>Name</source>
         <translation>Имя</translation>

@@ -20,7 +20,7 @@ Item {
     readonly property int storeType: selection.type
     readonly property bool hasKey: selection.hasKey
     /// Whether the key can make the signatures that the program makes.
-    readonly property bool canSign: selection.keyKind === EntryModel.RsaKind
+    readonly property bool canSign: selection.keyKind !== EntryModel.NoKey
     /// Whether there is anything to choose.
     property bool offered: true
     readonly property bool isRequest: storeType === KeyStoreModel.Request

@@ -81,7 +81,7 @@ Card {
                 // The same name may hold another picture now.
                 Connections {
                     target: card.document
-                    function onLoaderChanged() {
+                    function onStampChanged() {
                         preview.source = ""
                         preview.source = Qt.binding(function() {
                             return frame.picture ? Files.url(card.document.path) : ""
@@ -115,9 +115,11 @@ Card {
             }
             DetailRow {
                 objectName: "documentDigest"
-                label: qsTrId("trivex-app-file-digest")
-                value: card.document.digest
-                fixedWidth: true
+                // Whoever signs a message reads the document itself, however long it is.
+                label: card.document.raw ? qsTrId("trivex-app-file-digest")
+                    : qsTrId("trivex-app-file-folder")
+                value: card.document.raw ? card.document.digest : Files.folder(card.document.path)
+                fixedWidth: card.document.raw
                 Layout.fillWidth: true
             }
             Button {

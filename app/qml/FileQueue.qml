@@ -16,6 +16,8 @@ QtObject {
     property var waiting: []
     property bool hasDocument: false
     property CertificateFile probe: CertificateFile {}
+    /// Knows signed messages that are too long for a certificate file, and mails.
+    property DocumentVerifier messages: DocumentVerifier {}
     /// Knows which documents can be signed.
     property LoaderFile documents: LoaderFile {}
     signal importable(string path)
@@ -42,6 +44,8 @@ QtObject {
         // Signatures are opened where their document is. What is no document either, nobody there
         // can do anything with.
         const isDocument = kind === CertificateFile.SignatureKind
+            || kind === CertificateFile.MessageKind
+            || kind === CertificateFile.OtherKind && messages.isMessage(path)
             || kind === CertificateFile.OtherKind
             && (documentsFirst || documents.availableMimeTypes.indexOf(Files.mimeType(path)) >= 0)
         if (!isDocument

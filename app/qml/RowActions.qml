@@ -16,7 +16,7 @@ Item {
     /// The system's own certificates nobody removes here.
     readonly property bool canRemove: count > 0 && selection.type >= 0
         && selection.type !== KeyStoreModel.System
-    readonly property bool canSign: one && selection.keyKind === EntryModel.RsaKind
+    readonly property bool canSign: one && selection.keyKind !== EntryModel.NoKey
     readonly property bool canEdit: one && isRequest
     signal removeAsked(var what)
     signal signAsked(string entryId)

@@ -9,16 +9,20 @@ import Trivex.Crypto.Tools 1.0
 
 import Qt.labs.platform 1.1 as Platform
 
-/// Signs a document with a key of a token, or checks a signature made so.
+/// Signs a document with a key of a token, or checks the signatures of one, whoever made them.
 FormPage {
     id: page
     property Library library
     property int columns: 3
-    property string wantedEntry
-    property alias phase: work.phase
+    property alias phase: rawWork.phase
+    property alias form: signature.form
+    readonly property bool raw: signature.raw
+    readonly property Item work: raw ? rawWork : cmsWork
     readonly property bool working: work.working
-    readonly property bool ready: signedDocument.ready && keys.currentIndex >= 0 && !working
+    readonly property bool ready: signedDocument.ready && keys.chosen && !working
     signal menuAsked()
+    signal told(string text)
+    signal failed(string cause, string advice)
 
     maximumWidth: Theme.fontSize * 52
     Accessible.name: qsTrId("trivex-app-sign-verify")
@@ -27,16 +31,62 @@ FormPage {
         probe.open(path)
         const signature = probe.kind === CertificateFile.SignatureKind
         probe.path = ""
-        const kept = work.phase === SigningWork.SignatureOnly && !signature
-            ? work.signatureFile : ""
+        if (!signature && cmsWork.isMessage(path))
+            openMessage(path)
+        else if (!raw && !signature)
+            openDocument(path)
+        else
+            openRaw(path, signature)
+    }
+    function openRaw(path, signature) {
+        form = SignatureForm.Raw
+        const kept = rawWork.phase === SigningWork.SignatureOnly && !signature
+            ? rawWork.signatureFile : ""
         const subject = signature ? path.replace(/\.sig$/i, "") : path
-        work.signatureFile = signature ? path : kept || path + ".sig"
-        work.phase = SigningWork.Idle
+        rawWork.signatureFile = signature ? path : kept || path + ".sig"
+        rawWork.phase = SigningWork.Idle
         // A signature is no document: it brings its own along, or waits for it.
         if (signature && (subject === path || !Files.exists(subject)))
-            work.phase = SigningWork.SignatureOnly
+            rawWork.phase = SigningWork.SignatureOnly
         else
             signedDocument.open(subject)
+    }
+    /// A signature that waits for this document is checked at once.
+    function openDocument(path) {
+        const waits = cmsWork.phase === SigningWork.SignatureOnly
+        signedDocument.open(path)
+        cmsWork.phase = SigningWork.Idle
+        if (waits)
+            cmsWork.check()
+        else
+            cmsWork.signatureFile = cmsWork.targetFor(path, signature.messageForm())
+    }
+    /// It has its document in it, brings it along, or waits for it.
+    function openMessage(path) {
+        const inside = cmsWork.hasDocument(path)
+        form = inside ? SignatureForm.Attached : SignatureForm.Detached
+        const beside = inside ? "" : cmsWork.documentOf(path)
+        if (beside)
+            signedDocument.open(beside)
+        else
+            signedDocument.close()
+        cmsWork.signatureFile = path
+        cmsWork.check()
+    }
+    /// The name goes with the form, but for a signature that was opened.
+    function formChosen() {
+        if (!signedDocument.path)
+            return
+        rawWork.signatureFile = signedDocument.path + ".sig"
+        rawWork.phase = SigningWork.Idle
+        cmsWork.signatureFile = cmsWork.targetFor(signedDocument.path, signature.messageForm())
+        cmsWork.phase = SigningWork.Idle
+    }
+    function takeSignature(path) {
+        if (cmsWork.isMessage(path) && (raw || !signedDocument.ready || cmsWork.hasDocument(path)))
+            openMessage(path)
+        else
+            work.signatureFile = path
     }
     /// What is to be signed comes first, then the signature.
     function focusFirst() {
@@ -46,20 +96,14 @@ FormPage {
             fileCard.focusFirst()
     }
     function selectEntry(entryId) {
-        wantedEntry = entryId
-        for (let i = 0; i < keyRows.count; ++i) {
-            if (keyRows.value(i, "entryId") === entryId) {
-                keys.currentIndex = i
-                return
-            }
-        }
-        // Never another key in the place of the one that was chosen.
-        keys.currentIndex = -1
+        keys.selectEntry(entryId)
     }
     /// Whether the signature can be kept, is found out before a PIN is asked for.
     function sign() {
         if (!ready)
             return
+        if (!raw && !work.signatureFile)
+            work.signatureFile = cmsWork.targetFor(signedDocument.path, signature.messageForm())
         work.refusal = work.saver.whyNot(work.signatureFile)
         if (work.refusal)
             work.phase = SigningWork.Unwritten
@@ -69,9 +113,8 @@ FormPage {
             start(false)
     }
     function start(verifying) {
-        if (ready)
-            work.start(verifying, keyRows.value(keys.currentIndex, "keyStoreEntry"),
-                       keyRows.value(keys.currentIndex, "storeId"))
+        if (ready || verifying && !raw)
+            work.start(verifying, keys.value("keyStoreEntry"), keys.value("storeId"))
     }
 
     CertificateFile {
@@ -79,30 +122,29 @@ FormPage {
     }
     SignedDocument {
         id: signedDocument
+        raw: page.raw
         watched: page.visible && !page.working
     }
     SigningWork {
-        id: work
+        id: rawWork
         library: page.library
         document: signedDocument
         onPhaseChanged: if (phase) page.reveal(signature)
         onReplaceAsked: replaceDialog.ask(signatureFile)
     }
-    SectionedModel {
-        id: keyRows
-        entries: page.library.entries
-        filter: page.library.signers
-        keyKind: EntryModel.RsaKind
-        onCountChanged: {
-            if (page.wantedEntry)
-                page.selectEntry(page.wantedEntry)
-            else if (keys.currentIndex < 0 && count > 0)
-                keys.currentIndex = 0
-        }
+    CmsWork {
+        id: cmsWork
+        library: page.library
+        document: signedDocument
+        form: signature.messageForm()
+        onPhaseChanged: if (phase) page.reveal(signature)
+        onReplaceAsked: replaceDialog.ask(signatureFile)
+        onSaved: page.told(qsTrId("trivex-app-document-saved"))
+        onSaveRefused: page.failed(qsTrId("trivex-app-document-unsaved"), reason)
     }
-    ModelCount {
-        id: signerCount
-        model: page.library.signers
+    DocumentSaving {
+        id: documentSaving
+        work: cmsWork
     }
     Platform.FileDialog {
         id: fileDialog
@@ -115,11 +157,11 @@ FormPage {
     Platform.FileDialog {
         id: signatureDialog
         title: qsTrId("trivex-app-signature-file")
-        onAccepted: work.signatureFile = Files.path(file)
+        onAccepted: page.takeSignature(Files.path(file))
     }
 
     function chooseElsewhere() {
-        elsewhereDialog.currentFile = Files.url(work.signatureFile)
+        elsewhereDialog.currentFile = Files.url(page.work.signatureFile)
         elsewhereDialog.open()
     }
     Platform.FileDialog {
@@ -130,8 +172,9 @@ FormPage {
         options: Platform.FileDialog.DontConfirmOverwrite
         onAccepted: {
             const path = Files.path(file)
-            work.signatureFile = /\.sig$/i.test(path) ? path : path + ".sig"
-            work.phase = SigningWork.Idle
+            const suffix = [".p7s", ".p7m", ".sig"][page.form]
+            page.work.signatureFile = path.toLowerCase().endsWith(suffix) ? path : path + suffix
+            page.work.phase = SigningWork.Idle
         }
     }
     ReplaceDialog {
@@ -139,10 +182,10 @@ FormPage {
         objectName: "signReplaceDialog"
         // Before it is signed, or when a file has come there while it was.
         onConfirmed: {
-            if (work.phase === SigningWork.Unwritten && !work.refusal) {
-                work.place(true)
+            if (page.work.phase === SigningWork.Unwritten && !page.work.refusal) {
+                page.work.place(true)
             } else {
-                work.agreed = path
+                page.work.agreed = path
                 page.start(false)
             }
         }
@@ -162,45 +205,19 @@ FormPage {
         onChooseAsked: fileDialog.open()
         Layout.fillWidth: true
     }
-    Card {
-        title: qsTrId("trivex-app-step-signer")
+    SignerCard {
+        id: keys
+        library: page.library
+        rsaOnly: page.raw
         enabled: !page.working
         Layout.fillWidth: true
-        ComboBox {
-            id: keys
-            objectName: "signKeyChooser"
-            model: keyRows
-            textRole: "name"
-            enabled: count > 0
-            Accessible.name: qsTrId("trivex-app-step-signer") + ": " + currentText
-            Layout.fillWidth: true
-            onActivated: page.wantedEntry = keyRows.value(index, "entryId")
-        }
-        Label {
-            textFormat: Text.PlainText
-            text: keys.currentIndex >= 0 ? keyRows.value(keys.currentIndex, "storeName") || "" : ""
-            visible: text.length > 0
-            color: Theme.textDim
-            font.pixelSize: Theme.smallSize
-            wrapMode: Text.WordWrap
-            Layout.fillWidth: true
-        }
-        Label {
-            textFormat: Text.PlainText
-            objectName: "signKeyNote"
-            text: signerCount.count === 0 ? qsTrId("trivex-app-no-key")
-                : signerCount.count > keys.count ? qsTrId("trivex-app-only-rsa-keys") : ""
-            visible: text.length > 0
-            color: Theme.textDim
-            font.pixelSize: Theme.smallSize
-            wrapMode: Text.WordWrap
-            Layout.fillWidth: true
-        }
     }
     SignatureCard {
         id: signature
-        work: work
+        work: page.work
         ready: page.ready
+        onFormChanged: page.formChosen()
+        onSaveAsked: documentSaving.choose()
         onSignAsked: page.sign()
         onVerifyAsked: page.start(true)
         onOtherAsked: signatureDialog.open()

@@ -9,18 +9,28 @@ import Trivex.Crypto.Tools 1.0
 /// The signature: its file, what can be done with it, and what came of that.
 Card {
     id: card
-    property SigningWork work
+    /// A `SigningWork` or a `CmsWork`.
+    property Item work
     property bool ready: false
+    property alias form: forms.form
+    readonly property alias raw: forms.raw
+    function messageForm() { return forms.messageForm() }
     property alias notice: notice
     signal signAsked()
     signal verifyAsked()
     signal otherAsked()
     signal elsewhereAsked()
+    signal saveAsked()
     function focusFirst() {
         signButton.forceActiveFocus(Qt.OtherFocusReason)
     }
     title: qsTrId("trivex-app-step-signature")
 
+    SignatureForm {
+        id: forms
+        enabled: !card.work.working
+        Layout.fillWidth: true
+    }
     DetailRow {
         objectName: "signatureFile"
         label: qsTrId("trivex-app-signature-file")
@@ -44,7 +54,8 @@ Card {
             objectName: "doVerify"
             text: qsTrId("trivex-app-verify-action")
             icon.source: Theme.icon("check")
-            enabled: card.ready
+            // Who checks needs no key of one's own.
+            enabled: card.raw ? card.ready : !card.work.working && card.work.signatureFile
             onClicked: card.verifyAsked()
         }
         Button {
@@ -61,6 +72,13 @@ Card {
             visible: card.ready
             onClicked: card.elsewhereAsked()
         }
+        Button {
+            objectName: "saveDocument"
+            text: qsTrId("trivex-app-save-document")
+            flat: true
+            visible: !card.raw && card.work.attached
+            onClicked: card.saveAsked()
+        }
     }
     RowLayout {
         objectName: "signBusy"
@@ -76,6 +94,12 @@ Card {
                                                  : qsTrId("trivex-app-busy-verify")
             Layout.fillWidth: true
         }
+        ProgressBar {
+            visible: !card.raw
+            indeterminate: value < 0
+            value: card.raw ? -1 : card.work.progress
+            Layout.maximumWidth: Theme.fontSize * 12
+        }
         Button {
             objectName: "signCancel"
             text: qsTrId("trivex-app-stop")
@@ -87,15 +111,20 @@ Card {
         id: notice
         objectName: "signResult"
         readonly property var results: ({
-            [SigningWork.Signed]: [1, qsTrId("trivex-app-signed"), card.work.signatureFile],
-            [SigningWork.Verified]: [1, qsTrId("trivex-app-verified"),
-                qsTrId("trivex-app-verified-by").arg(card.work.signerName)],
-            [SigningWork.Refused]: [3, qsTrId("trivex-app-refused"),
+            [SigningWork.Signed]: [1, qsTrId("trivex-app-signed"), card.work.signatureFile
+                + (card.raw ? "" : "\n" + (card.form === SignatureForm.Attached
+                    ? qsTrId("trivex-app-signed-attached-hint")
+                    : qsTrId("trivex-app-signed-detached-hint")))],
+            [SigningWork.Verified]: card.raw ? [1, qsTrId("trivex-app-verified"),
+                qsTrId("trivex-app-verified-by").arg(card.work.signerName)] : null,
+            [SigningWork.Refused]: [3, card.raw ? qsTrId("trivex-app-refused")
+                : qsTrId("trivex-app-verify-failed"),
                 card.work.refusal || qsTrId("trivex-app-refused-advice")],
             [SigningWork.Unsigned]: [3, qsTrId("trivex-app-unsigned"),
                 card.work.failure || qsTrId("trivex-app-unsigned-advice")],
             [SigningWork.WithoutSignature]: [3, qsTrId("trivex-app-nosignature"),
-                Files.whyNotRead(card.work.signatureFile)],
+                card.raw || !Files.exists(card.work.signatureFile)
+                    ? Files.whyNotRead(card.work.signatureFile) : card.work.refusal],
             [SigningWork.Unwritten]: [3, qsTrId("trivex-app-unwritten"),
                 card.work.refusal || qsTrId("trivex-app-signature-waits")],
             [SigningWork.SignatureOnly]: [0, qsTrId("trivex-app-signature-opened"),
@@ -110,6 +139,11 @@ Card {
         detail: result ? result[2] : ""
         actionText: card.work.phase === SigningWork.Signed ? qsTrId("trivex-app-open-folder") : ""
         onAction: Desktop.openFolder(card.work.signatureFile)
+        Layout.fillWidth: true
+    }    SignerNotices {
+        objectName: "signerNotices"
+        visible: !card.raw && card.work.phase === SigningWork.Verified
+        signatures: visible ? card.work.signatures : null
         Layout.fillWidth: true
     }
 }

@@ -10,6 +10,9 @@ import Trivex.Crypto.Tools 1.0
 QtObject {
     id: document
     property string path
+    /// Whether its bytes are needed here, as for a bare signature. Else it may be of any type and
+    /// length, and whoever signs it reads it.
+    property bool raw: true
     property LoaderFile loader: null
     /// Whether it could be read.
     property bool ready: false
@@ -27,16 +30,44 @@ QtObject {
     property real fileSize: 0
     property string stamp
     property string lastStamp
+    /// Another text for other contents, as far as that can be told.
+    readonly property string fingerprint: raw ? digest : stamp
+    onRawChanged: if (path) read()
 
     function open(path_) {
         path = path_
         read()
     }
+    /// There is none.
+    function close() {
+        path = ""
+        describe()
+        problem = ""
+    }
     function read() {
-        const old = loader
-        const fresh = factory.createObject(document)
         stamp = Files.stamp(path)
         lastStamp = stamp
+        if (raw)
+            load()
+        else
+            describe()
+    }
+    /// Tells of the file what it tells by itself, and holds none.
+    function describe() {
+        const old = loader
+        loader = null
+        ready = Files.isReadable(path)
+        problem = ready ? "" : Files.whyNotRead(path)
+        fileName = ready ? Files.fileName(path) : ""
+        mimeType = ready ? Files.mimeType(path) : ""
+        fileSize = ready ? Files.size(path) : 0
+        digest = ""
+        if (old)
+            old.destroy()
+    }
+    function load() {
+        const old = loader
+        const fresh = factory.createObject(document)
         fresh.filePath = path
         loader = fresh
         ready = fresh.status === LoaderFile.Ready
@@ -52,12 +83,12 @@ QtObject {
     /// Reads the file again where it is another than the one that is held; true when its contents
     /// are others, or are there no more.
     function refresh() {
-        const held = loader && loader.status === LoaderFile.Ready
+        const held = raw ? loader && loader.status === LoaderFile.Ready : ready
         if (!path || Files.stamp(path) === stamp && ready === held)
             return false
-        const before = digest
+        const before = fingerprint
         read()
-        return digest !== before
+        return fingerprint !== before
     }
     function look() {
         const now = Files.stamp(path)

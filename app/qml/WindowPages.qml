@@ -74,6 +74,8 @@ Item {
                 columns: pages.columns
                 library: pages.library
                 onMenuAsked: pages.menuAsked()
+                onTold: pages.told(text)
+                onFailed: pages.failed(cause, advice)
                 onWorkingChanged: if (!working) pages.ended()
             }
         }

@@ -20,6 +20,20 @@ bool Steps::show(const char *category)
     return isShown;
 }
 
+bool Steps::chooseForm(SignatureForm form)
+{
+    const QString name = QStringLiteral("signatureForm");
+    if (!m_driver.waitForItem(name))
+        return false;
+    QQuickItem *chooser = m_driver.item(name);
+    const auto index = [chooser] { return chooser->property("currentIndex").toInt(); };
+    for (int step = 0; step < 3 && index() != form; ++step) {
+        chooser->forceActiveFocus();
+        m_driver.key(index() < form ? Qt::Key_Down : Qt::Key_Up);
+    }
+    return index() == form;
+}
+
 bool Steps::drop(const QMimeData *data)
 {
     const QPoint middle(m_driver.window()->width() / 2, m_driver.window()->height() / 2);

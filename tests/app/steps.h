@@ -19,6 +19,10 @@ public:
 
     /// Chooses a page in the side bar: "personal", "requests", "newRequest", "sign", …
     bool show(const char *category);
+    /// The kinds of signature on the page that signs, in their order there.
+    enum SignatureForm { Detached, Attached, Raw };
+    /// Chooses one of them by keyboard.
+    bool chooseForm(SignatureForm form);
     void openFile(const QString &path) { m_driver.application().activate({path}); }
     /// Drags something over the middle of the window and lets it go; whether it was taken.
     bool drop(const QMimeData *data);

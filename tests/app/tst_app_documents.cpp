@@ -92,6 +92,7 @@ void TestAppDocuments::init()
     // From elsewhere, so that the page is a new one.
     QVERIFY(m_steps->show("personal"));
     QVERIFY(m_steps->show("sign"));
+    QVERIFY(m_steps->chooseForm(Steps::Raw));
 }
 
 QString TestAppDocuments::open(const char *name, const QByteArray &contents)

@@ -156,6 +156,7 @@ void TestAppFiles::dropBundle()
 void TestAppFiles::dropOnTheSigningPage()
 {
     QVERIFY(m_steps->show("sign"));
+    QVERIFY(m_steps->chooseForm(Steps::Raw));
     const QString document = make("in/Письмо 1.txt", "Dear all,\n");
     QVERIFY(m_steps->drop({QUrl::fromLocalFile(document)}));
     QVERIFY(m_window->waitForItem(QStringLiteral("documentDigest")));

@@ -258,6 +258,8 @@ void TestAppPages::everyResultOfSigningHasWords()
     QVERIFY(visitPage(*m_window, m_data, QStringLiteral("sign")));
     QQuickItem *page = m_window->item(QStringLiteral("signPage"));
     QVERIFY(page);
+    constexpr int Raw = 2; // SignatureForm.Form
+    page->setProperty("form", Raw);
     QObject *signer = page->findChild<QObject *>(QStringLiteral("signer"));
     QVERIFY(signer);
     const QMetaObject *type = signer->metaObject();

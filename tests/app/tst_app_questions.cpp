@@ -129,6 +129,7 @@ void TestAppQuestions::whenOpen(const char *dialog, const std::function<void()> 
 void TestAppQuestions::startSigning(const char *name)
 {
     QVERIFY(m_steps->show("sign"));
+    QVERIFY(m_steps->chooseForm(Steps::Raw));
     m_steps->openFile(writeTestFile(inHome(QLatin1String(name)), "Dear all"));
     QVERIFY(m_steps->waitEnabled("doSign"));
     QVERIFY(m_steps->press("doSign"));

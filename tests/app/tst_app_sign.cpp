@@ -83,6 +83,7 @@ void TestAppSign::init()
     // From elsewhere, so that the page is a new one.
     QVERIFY(m_steps->show("personal"));
     QVERIFY(m_steps->show("sign"));
+    QVERIFY(m_steps->chooseForm(Steps::Raw));
     answerPins(rightPin());
 }
 
@@ -252,14 +253,15 @@ void TestAppSign::keyOfAnotherKind()
         QVERIFY(m_window->clickRow(m_window->rowNamed(QLatin1String(name))));
         QVERIFY(m_window->waitForItem(QStringLiteral("exportButton")));
         QVERIFY(m_window->waitUntilStill());
-        QCOMPARE(m_window->item(QStringLiteral("signButton")) != nullptr,
-                 QLatin1String(name) == QLatin1String("Signer"));
+        // Both sign messages; the page offers for each form the keys that can make it.
+        QVERIFY(m_window->item(QStringLiteral("signButton")));
     }
     // A search in the list does not narrow the choice.
     QVERIFY(m_window->fill(QStringLiteral("searchField"), QStringLiteral("no such name")));
     QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == 0; }));
     // That a key of the other kind is there is told where somebody looks for it.
     QVERIFY(m_steps->show("sign"));
+    QVERIFY(m_steps->chooseForm(Steps::Raw));
     QVERIFY(m_window->waitForItem(QStringLiteral("signKeyNote")));
     QCOMPARE(m_steps->text("signKeyNote"), qtTrId("trivex-app-only-rsa-keys"));
     QVERIFY(m_window->waitUntilStill());

@@ -232,6 +232,7 @@ void TestAppWindow::wholeLifeOfACertificate()
     QVERIFY(m_window->click(QStringLiteral("signButton")));
     QVERIFY(m_window->waitForItem(QStringLiteral("signPage")));
     const QString document = writeTestFile(inHome(QStringLiteral("letter.txt")), "Dear all,\n");
+    QVERIFY(m_steps->chooseForm(Steps::Raw));
     m_steps->openFile(document);
     QVERIFY(m_steps->press("doSign"));
     QVERIFY(m_steps->answerPinUntil(
