@@ -27,6 +27,15 @@ private:
     QTemporaryDir m_folder;
 };
 
+QByteArray outputOf(const QString &program, const QStringList &arguments)
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(program, arguments);
+    process.waitForFinished();
+    return process.readAll();
+}
+
 } // namespace
 
 QByteArray verifiedByOpenssl(const ChainInput &input)
@@ -55,9 +64,23 @@ QByteArray verifiedByOpenssl(const ChainInput &input)
     if (input.purpose == ChainPurpose::WebServer)
         arguments << QStringLiteral("-purpose") << QStringLiteral("sslserver");
     arguments << folder.write("leaf", MadeChain::certificatePem(input.certificate));
-    QProcess process;
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(QStringLiteral("openssl"), arguments);
-    process.waitForFinished();
-    return process.readAll();
+    return outputOf(QStringLiteral("openssl"), arguments);
+}
+
+QByteArray verifiedByCerttool(const ChainInput &input)
+{
+    const Folder folder;
+    QByteArray anchors;
+    QByteArray path = MadeChain::certificatePem(input.certificate);
+    QByteArray lists;
+    for (const ChainCandidate &one : input.candidates)
+        (one.isAnchor ? anchors : path) += MadeChain::certificatePem(one.der);
+    for (const QByteArray &one : input.lists)
+        lists += MadeChain::listPem(one);
+    QStringList arguments = {QStringLiteral("--verify"), QStringLiteral("--load-ca-certificate"),
+                             folder.write("anchors", anchors), QStringLiteral("--infile"),
+                             folder.write("path", path)};
+    if (!lists.isEmpty())
+        arguments << QStringLiteral("--load-crl") << folder.write("lists", lists);
+    return outputOf(QStringLiteral("certtool"), arguments);
 }

@@ -6,3 +6,6 @@
 
 /// What `openssl verify` says of the same files, with the same strength asked for.
 QByteArray verifiedByOpenssl(const Trivex::ChainInput &input);
+
+/// What certtool says of them, whose certificates stand in the order of the path.
+QByteArray verifiedByCerttool(const Trivex::ChainInput &input);

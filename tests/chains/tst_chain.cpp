@@ -17,6 +17,9 @@ using namespace MadeChain;
 
 namespace {
 
+/// What certtool ends with when all is well.
+constexpr char CerttoolIsContent[] = "Chain verification output: Verified";
+
 /// A case: what there is, and what comes of it at which step.
 struct Case {
     ChainInput input;
@@ -57,6 +60,7 @@ QByteArray described(const ChainResult &result)
 } // namespace
 
 Q_DECLARE_METATYPE(Case)
+Q_DECLARE_METATYPE(Trivex::ChainInput)
 
 class TestChain : public QObject {
     Q_OBJECT
@@ -79,6 +83,8 @@ private Q_SLOTS:
     void knot();
     void longPath();
     void keyOfAnybody();
+    void asCerttoolSays_data();
+    void asCerttoolSays();
     void places();
     void index();
     void indexOfThousands();
@@ -463,6 +469,34 @@ void TestChain::keyOfAnybody()
     const Party leaf = make({"Leaf", -1, 30}, &signer);
     const ChainResult result = checkChain(inputOf(leaf, {forgeable.candidate(), m_root.anchor()}));
     QVERIFY2(result.verdict != ChainVerdict::Good, described(result).constData());
+}
+
+void TestChain::asCerttoolSays_data()
+{
+    QTest::addColumn<ChainInput>("input");
+    QTest::addColumn<QByteArray>("word");
+    const QVector<ChainCandidate> all = {m_middle.candidate(), m_root.anchor()};
+    const Party old = make({"Old", -30, -2}, &m_middle);
+    QTest::newRow("good") << inputOf(m_leaf, all) << QByteArray(CerttoolIsContent);
+    QTest::newRow("expired") << inputOf(old, all) << QByteArray("expired");
+    QTest::newRow("revoked") << inputOf(m_leaf, all, {list(m_middle, {{&m_leaf, -3}})})
+                             << QByteArray("revoked");
+    QTest::newRow("issuer unknown")
+        << inputOf(m_leaf, {m_root.anchor()}) << QByteArray("issuer is unknown");
+    const Party weak = make({"Weak", -1, 30, {}, EVP_sha1()}, &m_middle);
+    QTest::newRow("SHA-1") << inputOf(weak, all) << QByteArray("insecure algorithm");
+}
+
+// Another library finds the same.
+void TestChain::asCerttoolSays()
+{
+    QFETCH(ChainInput, input);
+    QFETCH(QByteArray, word);
+    if (QStandardPaths::findExecutable(QStringLiteral("certtool")).isEmpty())
+        QSKIP("SKIP: there is no certtool to compare with");
+    const QByteArray said = verifiedByCerttool(input);
+    QVERIFY2(said.contains(word), said.constData());
+    QCOMPARE(checkChain(input).verdict == ChainVerdict::Good, said.contains(CerttoolIsContent));
 }
 
 void TestChain::places()
