@@ -188,14 +188,6 @@
         <source>The certificate for “%1” has arrived; its request is done.</source>
         <translation>The certificate for “%1” has arrived; its request is done.</translation>
     </message>
-    <message id="trivex-app-attribute-business">
-        <source>Kind of business</source>
-        <translation>Kind of business</translation>
-    </message>
-    <message id="trivex-app-attribute-description">
-        <source>Description</source>
-        <translation>Description</translation>
-    </message>
     <message id="trivex-app-attribute-domain">
         <source>Domain component</source>
         <translation>Domain component</translation>
@@ -208,14 +200,6 @@
         <source>Given name</source>
         <translation>Given name</translation>
     </message>
-    <message id="trivex-app-attribute-initials">
-        <source>Initials</source>
-        <translation>Initials</translation>
-    </message>
-    <message id="trivex-app-attribute-innle">
-        <source>INN of the organization</source>
-        <translation>INN of the organization</translation>
-    </message>
     <message id="trivex-app-attribute-name">
         <source>Name</source>
         <translation>Name</translation>
@@ -224,25 +208,9 @@
         <source>OGRN</source>
         <translation>OGRN</translation>
     </message>
-    <message id="trivex-app-attribute-ogrnip">
-        <source>OGRNIP</source>
-        <translation>OGRNIP</translation>
-    </message>
     <message id="trivex-app-attribute-organization-id">
         <source>Identifier of the organization</source>
         <translation>Identifier of the organization</translation>
-    </message>
-    <message id="trivex-app-attribute-postal-code">
-        <source>Postal code</source>
-        <translation>Postal code</translation>
-    </message>
-    <message id="trivex-app-attribute-pseudonym">
-        <source>Pseudonym</source>
-        <translation>Pseudonym</translation>
-    </message>
-    <message id="trivex-app-attribute-qualifier">
-        <source>Name qualifier</source>
-        <translation>Name qualifier</translation>
     </message>
     <message id="trivex-app-attribute-registration-country">
         <source>Country of registration</source>
@@ -268,21 +236,9 @@
         <source>Surname</source>
         <translation>Surname</translation>
     </message>
-    <message id="trivex-app-attribute-telephone">
-        <source>Telephone</source>
-        <translation>Telephone</translation>
-    </message>
-    <message id="trivex-app-attribute-title">
-        <source>Position</source>
-        <translation>Position</translation>
-    </message>
     <message id="trivex-app-attribute-unstructured">
         <source>Unstructured name</source>
         <translation>Unstructured name</translation>
-    </message>
-    <message id="trivex-app-attribute-user">
-        <source>User name</source>
-        <translation>User name</translation>
     </message>
     <message id="trivex-app-attributes">
         <source>Attributes</source>

@@ -189,14 +189,6 @@
         <source>The certificate for “%1” has arrived; its request is done.</source>
         <translation>Пришёл сертификат для «%1»; запрос выполнен.</translation>
     </message>
-    <message id="trivex-app-attribute-business">
-        <source>Kind of business</source>
-        <translation>Вид деятельности</translation>
-    </message>
-    <message id="trivex-app-attribute-description">
-        <source>Description</source>
-        <translation>Описание</translation>
-    </message>
     <message id="trivex-app-attribute-domain">
         <source>Domain component</source>
         <translation>Компонент домена</translation>
@@ -209,14 +201,6 @@
         <source>Given name</source>
         <translation>Имя и отчество</translation>
     </message>
-    <message id="trivex-app-attribute-initials">
-        <source>Initials</source>
-        <translation>Инициалы</translation>
-    </message>
-    <message id="trivex-app-attribute-innle">
-        <source>INN of the organization</source>
-        <translation>ИНН организации</translation>
-    </message>
     <message id="trivex-app-attribute-name">
         <source>Name</source>
         <translation>Имя</translation>
@@ -225,25 +209,9 @@
         <source>OGRN</source>
         <translation>ОГРН</translation>
     </message>
-    <message id="trivex-app-attribute-ogrnip">
-        <source>OGRNIP</source>
-        <translation>ОГРНИП</translation>
-    </message>
     <message id="trivex-app-attribute-organization-id">
         <source>Identifier of the organization</source>
         <translation>Идентификатор организации</translation>
-    </message>
-    <message id="trivex-app-attribute-postal-code">
-        <source>Postal code</source>
-        <translation>Почтовый индекс</translation>
-    </message>
-    <message id="trivex-app-attribute-pseudonym">
-        <source>Pseudonym</source>
-        <translation>Псевдоним</translation>
-    </message>
-    <message id="trivex-app-attribute-qualifier">
-        <source>Name qualifier</source>
-        <translation>Уточнение имени</translation>
     </message>
     <message id="trivex-app-attribute-registration-country">
         <source>Country of registration</source>
@@ -269,21 +237,9 @@
         <source>Surname</source>
         <translation>Фамилия</translation>
     </message>
-    <message id="trivex-app-attribute-telephone">
-        <source>Telephone</source>
-        <translation>Телефон</translation>
-    </message>
-    <message id="trivex-app-attribute-title">
-        <source>Position</source>
-        <translation>Должность</translation>
-    </message>
     <message id="trivex-app-attribute-unstructured">
         <source>Unstructured name</source>
         <translation>Неструктурированное имя</translation>
-    </message>
-    <message id="trivex-app-attribute-user">
-        <source>User name</source>
-        <translation>Имя пользователя</translation>
     </message>
     <message id="trivex-app-attributes">
         <source>Attributes</source>

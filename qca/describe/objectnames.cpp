@@ -27,37 +27,28 @@ constexpr ObjectWord Attributes[] = {
     {"2.5.4.4", QT_TRID_NOOP("trivex-app-attribute-surname")},
     //% "Given name"
     {"2.5.4.42", QT_TRID_NOOP("trivex-app-attribute-given-name")},
-    //% "Initials"
-    {"2.5.4.43", QT_TRID_NOOP("trivex-app-attribute-initials")},
+    {"2.5.4.43", "trivex-app-field-initials"},
     //% "Generation"
     {"2.5.4.44", QT_TRID_NOOP("trivex-app-attribute-generation")},
-    //% "Pseudonym"
-    {"2.5.4.65", QT_TRID_NOOP("trivex-app-attribute-pseudonym")},
+    {"2.5.4.65", "trivex-app-field-pseudonym"},
     {"2.5.4.10", "trivex-app-field-organization"},
     {"2.5.4.11", "trivex-app-field-department"},
     //% "Identifier of the organization"
     {"2.5.4.97", QT_TRID_NOOP("trivex-app-attribute-organization-id")},
-    //% "Kind of business"
-    {"2.5.4.15", QT_TRID_NOOP("trivex-app-attribute-business")},
-    //% "Position"
-    {"2.5.4.12", QT_TRID_NOOP("trivex-app-attribute-title")},
+    {"2.5.4.15", "trivex-app-field-business"},
+    {"2.5.4.12", "trivex-app-field-title"},
     {"2.5.4.6", "trivex-app-field-country"},
     {"2.5.4.8", "trivex-app-field-state"},
     {"2.5.4.7", "trivex-app-field-locality"},
     //% "Street"
     {"2.5.4.9", QT_TRID_NOOP("trivex-app-attribute-street")},
-    //% "Postal code"
-    {"2.5.4.17", QT_TRID_NOOP("trivex-app-attribute-postal-code")},
-    //% "Telephone"
-    {"2.5.4.20", QT_TRID_NOOP("trivex-app-attribute-telephone")},
+    {"2.5.4.17", "trivex-app-field-postal-code"},
+    {"2.5.4.20", "trivex-app-field-telephone"},
     //% "Serial number in the name"
     {"2.5.4.5", QT_TRID_NOOP("trivex-app-attribute-serial")},
-    //% "Name qualifier"
-    {"2.5.4.46", QT_TRID_NOOP("trivex-app-attribute-qualifier")},
-    //% "Description"
-    {"2.5.4.13", QT_TRID_NOOP("trivex-app-attribute-description")},
-    //% "User name"
-    {"0.9.2342.19200300.100.1.1", QT_TRID_NOOP("trivex-app-attribute-user")},
+    {"2.5.4.46", "trivex-app-field-qualifier"},
+    {"2.5.4.13", "trivex-app-field-description"},
+    {"0.9.2342.19200300.100.1.1", "trivex-app-field-user"},
     //% "Domain component"
     {"0.9.2342.19200300.100.1.25", QT_TRID_NOOP("trivex-app-attribute-domain")},
     //% "Country of registration"
@@ -73,10 +64,8 @@ constexpr ObjectWord Attributes[] = {
     {"1.2.643.100.3", "trivex-app-field-snils"},
     //% "OGRN"
     {"1.2.643.100.1", QT_TRID_NOOP("trivex-app-attribute-ogrn")},
-    //% "OGRNIP"
-    {"1.2.643.100.5", QT_TRID_NOOP("trivex-app-attribute-ogrnip")},
-    //% "INN of the organization"
-    {"1.2.643.100.4", QT_TRID_NOOP("trivex-app-attribute-innle")},
+    {"1.2.643.100.5", "trivex-app-field-ogrnip"},
+    {"1.2.643.100.4", "trivex-app-field-innle"},
 };
 
 constexpr ObjectWord Purposes[] = {

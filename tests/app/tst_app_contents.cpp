@@ -475,6 +475,13 @@ void TestAppContents::readWithoutImport()
         QVERIFY2(details().contains(part), qPrintable(part + QLatin1Char('\n') + details()));
     QVERIFY(m_window->click(QStringLiteral("itemCopy")));
     QVERIFY(QGuiApplication::clipboard()->text().contains(parts.first()));
+    const auto encoded = [&](const char *tab) {
+        if (!m_steps->press(tab) || !m_window->waitForItem(QStringLiteral("encodedText")))
+            return QString();
+        return m_window->item(QStringLiteral("encodedText"))->property("value").toString();
+    };
+    QVERIFY(encoded("pemTab").startsWith(QStringLiteral("-----BEGIN ")));
+    QVERIFY(encoded("structureTab").contains(QStringLiteral("  SEQUENCE\n")));
     // Escape leaves the reading, and then the file.
     m_window->key(Qt::Key_Escape);
     QVERIFY(m_steps->waitClosed("itemDialog"));
