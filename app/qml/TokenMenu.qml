@@ -33,6 +33,8 @@ Button {
         id: menu
         objectName: "tokenMenu"
         title: button.text
+        // The longest line is told whole, in every language.
+        width: Math.min(Theme.fontSize * 25, button.host.width)
         ActionItem {
             objectName: "tokenChangePin"
             text: qsTrId("trivex-app-change-pin")
