@@ -31,6 +31,11 @@ public:
         std::thread([&done] { done({true, QStringLiteral("entry")}); }).join();
         return true;
     }
+    bool startAdministration(const QString &, Trivex::TokenAdministration,
+                             Trivex::TokenAdministrationDone) override
+    {
+        return false;
+    }
 };
 
 } // namespace

@@ -59,6 +59,14 @@ public:
         return true;
     }
 
+    bool startAdministration(const QString &keyStoreId, Trivex::TokenAdministration,
+                             Trivex::TokenAdministrationDone done) override
+    {
+        tell(keyStoreId);
+        done({});
+        return true;
+    }
+
     int cancelled = 0;
 
 private:
