@@ -25,6 +25,23 @@ QVector<qint64> placesByEnd(const EntryModel &entries, const QVector<int> &rows)
     return places;
 }
 
+/// Turns rows in the order of their names round; those of one name stay as they were.
+void turnByName(const EntryModel &entries, QVector<int> &rows)
+{
+    const int role = roleNamed(entries, QStringLiteral("name"));
+    const auto nameOf = [&](int row) {
+        return entries.index(row, 0).data(role).toString().toLower();
+    };
+    std::reverse(rows.begin(), rows.end());
+    for (auto first = rows.begin(); first != rows.end();) {
+        const QString name = nameOf(*first);
+        const auto last =
+            std::find_if(first + 1, rows.end(), [&](int row) { return nameOf(row) != name; });
+        std::reverse(first, last);
+        first = last;
+    }
+}
+
 } // namespace
 
 bool RowOrder::set(Key key, bool descending)
@@ -41,7 +58,9 @@ bool RowOrder::set(Key key, bool descending)
 void RowOrder::sort(const EntryModel &entries, QVector<int> &rows, bool named)
 {
     if (m_key == Given || (m_key == Name && named)) {
-        if (m_descending)
+        if (m_descending && m_key == Name)
+            turnByName(entries, rows);
+        else if (m_descending)
             std::reverse(rows.begin(), rows.end());
         return;
     }
