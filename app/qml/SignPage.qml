@@ -117,6 +117,7 @@ FormPage {
             work.start(verifying, keys.value("keyStoreEntry"), keys.value("storeId"))
     }
 
+    ConfirmExpired { id: confirmExpired }
     CertificateFile {
         id: probe
     }
@@ -218,7 +219,7 @@ FormPage {
         ready: page.ready
         onFormChanged: page.formChosen()
         onSaveAsked: documentSaving.choose()
-        onSignAsked: page.sign()
+        onSignAsked: confirmExpired.guard(keys, page.sign)
         onVerifyAsked: page.start(true)
         onOtherAsked: signatureDialog.open()
         onElsewhereAsked: page.chooseElsewhere()
