@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "tests/app/filedialogs.h"
 #include "tests/app/windowtest.h"
 #include "tests/pkcs11/faultytoken.h"
 
@@ -137,6 +138,16 @@ void TestAppNewRequest::serverWithSeveralNames()
     QVERIFY(saved.open(QIODevice::ReadOnly));
     QCOMPARE(QGuiApplication::clipboard()->text().toLatin1(), saved.readAll());
     QTRY_COMPARE(m_steps->text("toastText"), qtTrId("trivex-app-copied"));
+    // And saved elsewhere, in either form.
+    const QString copyPath = inHome(QStringLiteral("to send.der"));
+    QVERIFY(m_steps->press("saveRequest"));
+    QVERIFY(answerFileDialog(*m_window, copyPath));
+    QTRY_VERIFY(QFile::exists(copyPath));
+    QVERIFY(m_authority
+                .openssl({QStringLiteral("req"), QStringLiteral("-inform"), QStringLiteral("DER"),
+                          QStringLiteral("-in"), copyPath, QStringLiteral("-noout"),
+                          QStringLiteral("-subject")})
+                .contains("www.example.org"));
     // It stands in the list of all requests.
     QVERIFY(m_steps->show("requests"));
     QVERIFY(m_window->waitFor(
