@@ -2,15 +2,14 @@
 // SPDX-License-Identifier: MIT
 #include "tools/documentverifier.h"
 
-#include "qca/adapter/entries.h"
 #include "qca/base/atomicfile.h"
 #include "qca/cms/messagecheck.h"
 #include "qca/questions/background.h"
-#include "qca/tokens/userstore.h"
-#include "tools/rowentry.h"
 
 #include <QFileInfo>
 #include <QRegularExpression>
+
+#include <utility>
 
 namespace Trivex {
 
@@ -90,29 +89,20 @@ DocumentVerifier::Error copyDocument(const SignedMessage &message, LongWork &wor
     }
 }
 
-QList<QCA::Certificate> certificatesOf(const QCA::KeyStoreEntry &entry)
-{
-    const QCA::Certificate certificate = entryCertificate(entry);
-    if (!certificate.isNull())
-        return {certificate};
-    const QCA::KeyBundle bundle = entryKeyBundle(entry);
-    return bundle.isNull() ? QList<QCA::Certificate>() : bundle.certificateChain();
-}
-
 } // namespace
 
 struct DocumentVerifier::Outcome {
     SignedMessage message;
     MessageReport report;
-    QVector<SignerList::Signature> signatures;
     bool isDocumentMissing = false;
 
-    void find(const QString &path, const QString &document, const QVector<ChainCandidate> &known,
+    void find(const QString &path, const QString &document, const QList<QByteArray> &known,
               LongWork &work);
+    QVector<SignerList::Signature> judged(CandidateIndex known) const;
 };
 
 void DocumentVerifier::Outcome::find(const QString &path, const QString &document,
-                                     const QVector<ChainCandidate> &known, LongWork &work)
+                                     const QList<QByteArray> &known, LongWork &work)
 {
     message = SignedMessage::read(openByteSource(path));
     const bool needsDocument = !message.isAttached() && !document.isEmpty();
@@ -120,24 +110,25 @@ void DocumentVerifier::Outcome::find(const QString &path, const QString &documen
     isDocumentMissing = needsDocument && outside.isNull();
     const Content &content = message.isAttached() ? message.content : outside;
     work.expect(content.end - content.begin);
-    CandidateIndex index;
-    QList<QByteArray> certificates;
-    for (const ChainCandidate &candidate : known) {
-        index.add(candidate);
-        certificates += candidate.der;
-    }
-    report = checkMessage(message, outside, certificates, work);
-    for (const QByteArray &der : qAsConst(report.certificates))
-        index.add({der, QString(), false});
-    for (const QByteArray &der : qAsConst(report.lists))
-        index.addList(der);
-    for (const SignerReport &signer : qAsConst(report.signers)) {
+    report = checkMessage(message, outside, known, work);
+}
+
+/// What comes with a message may be part of a path, and vouches for nothing.
+QVector<SignerList::Signature> DocumentVerifier::Outcome::judged(CandidateIndex known) const
+{
+    for (const QByteArray &der : report.certificates)
+        known.add({der, QString(), false});
+    for (const QByteArray &der : report.lists)
+        known.addList(der);
+    QVector<SignerList::Signature> signatures;
+    for (const SignerReport &signer : report.signers) {
         SignerList::Signature signature;
         signature.report = signer;
         if (!signer.certificate.isEmpty())
-            signature.trust = trustIn(signer, index);
+            signature.trust = trustIn(signer, known);
         signatures += signature;
     }
+    return signatures;
 }
 
 DocumentVerifier::DocumentVerifier(QObject *parent)
@@ -155,7 +146,12 @@ void DocumentVerifier::setEntries(EntryModel *entries)
 {
     if (entries == m_entries)
         return;
+    if (m_entries)
+        disconnect(ChainSources::of(m_entries), nullptr, this, nullptr);
     m_entries = entries;
+    if (m_entries)
+        connect(ChainSources::of(m_entries), &ChainSources::changed, this,
+                &DocumentVerifier::noteChange);
     Q_EMIT entriesChanged();
 }
 
@@ -196,56 +192,76 @@ QString DocumentVerifier::documentName(const QString &message)
     return inner == name || inner.isEmpty() ? name + QStringLiteral(".document") : inner;
 }
 
-QVector<ChainCandidate> DocumentVerifier::gather() const
+bool DocumentVerifier::isAttached() const
 {
-    QVector<ChainCandidate> known;
+    return m_outcome && m_outcome->message.isAttached();
+}
+
+QList<QByteArray> DocumentVerifier::knownCertificates() const
+{
+    QList<QByteArray> known;
     const int rows = m_entries ? m_entries->rowCount() : 0;
-    const int role = m_entries ? m_entries->roleNames().key("keyStoreEntry", -1) : -1;
     for (int row = 0; row < rows; ++row) {
-        auto *object = m_entries->index(row, 0).data(role).value<QObject *>();
-        const QCA::KeyStoreEntry *entry = wrappedEntry(object);
-        if (!entry)
-            continue;
-        const QString store = entryStoreId(*entry);
-        const bool isSystem = m_entries->isSystemStore(store);
-        const QList<QCA::Certificate> certificates = certificatesOf(*entry);
-        for (const QCA::Certificate &certificate : certificates)
-            known += candidate(certificate, store, isSystem);
+        const QByteArray der = ChainSources::of(m_entries)->certificateOf(row);
+        if (!der.isEmpty())
+            known += der;
     }
     return known;
 }
 
-ChainCandidate DocumentVerifier::candidate(const QCA::Certificate &certificate,
-                                           const QString &storeId, bool isSystem)
+CandidateIndex DocumentVerifier::knownIssuers() const
 {
-    const bool isOwnRoot = storeId == userStoreId() && certificate.isSelfSigned();
-    return {certificate.toDER(), QString(), isSystem || isOwnRoot};
+    return m_entries ? ChainSources::of(m_entries)->index() : CandidateIndex();
 }
 
 void DocumentVerifier::verify(const QString &message, const QString &document)
 {
-    verifyWith(message, document, gather());
-}
-
-void DocumentVerifier::verifyWith(const QString &message, const QString &document,
-                                  const QVector<ChainCandidate> &known)
-{
     if (!begin())
         return;
     m_signers.setSignatures({});
-    m_message.reset();
+    m_outcome.reset();
     m_work = std::make_shared<LongWork>();
     const auto outcome = std::make_shared<Outcome>();
-    runInBackground([=, work = m_work] { outcome->find(message, document, known, *work); }, this,
-                    [this, outcome] { take(*outcome); });
+    const auto signatures = std::make_shared<QVector<SignerList::Signature>>();
+    runInBackground(
+        [=, work = m_work, known = knownCertificates(), issuers = knownIssuers()] {
+            outcome->find(message, document, known, *work);
+            *signatures = outcome->judged(issuers);
+        },
+        this,
+        [this, outcome, signatures] {
+            m_outcome = outcome;
+            m_signers.setSignatures(*signatures);
+            take(*outcome);
+        });
 }
 
 void DocumentVerifier::take(const Outcome &outcome)
 {
-    m_message = std::make_shared<const SignedMessage>(outcome.message);
-    m_signers.setSignatures(outcome.signatures);
     const Error error = errorOf(outcome.report.problem);
     end(error == NoDocument && outcome.isDocumentMissing ? NotRead : error);
+}
+
+void DocumentVerifier::noteChange()
+{
+    if (isRunning())
+        m_isOutdated = true;
+    else
+        judgeAgain();
+}
+
+void DocumentVerifier::judgeAgain()
+{
+    if (!m_outcome || m_outcome->report.signers.isEmpty())
+        return;
+    const auto signatures = std::make_shared<QVector<SignerList::Signature>>();
+    runInBackground([=, outcome = m_outcome,
+                     issuers = knownIssuers()] { *signatures = outcome->judged(issuers); },
+                    this,
+                    [this, signatures, outcome = m_outcome] {
+                        if (outcome == m_outcome)
+                            m_signers.setSignatures(*signatures);
+                    });
 }
 
 void DocumentVerifier::saveDocument(const QString &path, bool mayReplace)
@@ -253,11 +269,12 @@ void DocumentVerifier::saveDocument(const QString &path, bool mayReplace)
     if (!isAttached() || !begin())
         return;
     m_work = std::make_shared<LongWork>();
-    m_work->expect(m_message->content.end - m_message->content.begin);
+    const SignedMessage &message = m_outcome->message;
+    m_work->expect(message.content.end - message.content.begin);
     const auto error = std::make_shared<Error>();
     runInBackground(
-        [=, work = m_work, message = m_message] {
-            *error = copyDocument(*message, *work, path, mayReplace);
+        [=, work = m_work, outcome = m_outcome] {
+            *error = copyDocument(outcome->message, *work, path, mayReplace);
         },
         this, [this, error] { end(*error); });
 }
@@ -266,6 +283,8 @@ void DocumentVerifier::end(Error error)
 {
     m_error = error;
     m_work.reset();
+    if (std::exchange(m_isOutdated, false))
+        judgeAgain();
     Job::end();
 }
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "qca/cms/signedmessage.h"
-#include "tools/entrymodel.h"
+#include "tools/chainsources.h"
 #include "tools/job.h"
 #include "tools/signerlist.h"
 
@@ -35,7 +35,8 @@ class DocumentVerifier : public Job {
     /// Whether the document lies in the message.
     Q_PROPERTY(bool attached READ isAttached NOTIFY finished)
     /// The certificates that are known: roots among those of the system and of the user are
-    /// trusted, the others may lead to them. Without it nobody is trusted.
+    /// trusted, the others may lead to them. Without it nobody is trusted. What becomes known
+    /// later changes what the signatures say of their certificates.
     Q_PROPERTY(Trivex::EntryModel *entries READ entries WRITE setEntries NOTIFY entriesChanged)
 public:
     enum Error {
@@ -55,7 +56,7 @@ public:
 
     int error() const { return m_error; }
     SignerList *signers() { return &m_signers; }
-    bool isAttached() const { return m_message && m_message->isAttached(); }
+    bool isAttached() const;
     EntryModel *entries() const { return m_entries; }
     void setEntries(EntryModel *entries);
     double progress() const override;
@@ -93,14 +94,19 @@ Q_SIGNALS:
 private:
     struct Outcome;
 
-    QVector<ChainCandidate> gather() const;
+    QList<QByteArray> knownCertificates() const;
+    CandidateIndex knownIssuers() const;
     void take(const Outcome &outcome);
+    /// Other certificates are known from now on.
+    void noteChange();
+    void judgeAgain();
     void end(Error error);
 
     QPointer<EntryModel> m_entries;
     SignerList m_signers;
     std::shared_ptr<LongWork> m_work;
-    std::shared_ptr<const SignedMessage> m_message;
+    std::shared_ptr<const Outcome> m_outcome;
+    bool m_isOutdated = false; ///< a change came while it ran
     Error m_error = NoError;
 };
 

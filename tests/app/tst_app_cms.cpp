@@ -332,6 +332,12 @@ void TestAppCms::strangersMessage()
     QCOMPARE(verdict(), qtTrId("trivex-app-signer-untrusted"));
     QVERIFY(verdictDetail().contains(QLatin1String("Stranger")));
     QVERIFY(m_window->waitForItem(QStringLiteral("saveDocument")));
+    // Once the user trusts the certificate, the page says so by itself; and no more afterwards.
+    const QString trusted = inHome(QStringLiteral("xdg_data_home/trivex/certificates/strange.pem"));
+    QVERIFY(QFile::copy(m_authority.file(QStringLiteral("strange.pem")), trusted));
+    QTRY_COMPARE_WITH_TIMEOUT(verdict(), qtTrId("trivex-app-signer-good"), 10000);
+    QVERIFY(QFile::remove(trusted));
+    QTRY_COMPARE_WITH_TIMEOUT(verdict(), qtTrId("trivex-app-signer-untrusted"), 10000);
 }
 
 void TestAppCms::tamperedMessage()
