@@ -59,6 +59,7 @@ struct TokenError {
         TokenInUse, ///< another program, or another user of the token, stands in the way
         DataRefused, ///< what was to be signed or decrypted
         NoKey, ///< the login showed no private key for the certificate
+        KeyAmbiguous, ///< several keys have the same name and id, and which is meant can't be told
         WrongKeyKind, ///< the key is of a kind that can't do what was asked of it
         NewPinRefused, ///< a PIN that was to be set breaks the token's rules
         LastTry, ///< a wrong PIN would lock the token, and nobody has agreed to that

@@ -55,6 +55,7 @@ private Q_SLOTS:
     void factsOfTheToken();
     void abilities();
     void lookThatFails();
+    void keysOfOneIdByTheirNames();
     void manyKeys();
 
 private:
@@ -414,6 +415,31 @@ void TestBareKeys::lookThatFails()
     QVERIFY(m_errors.isEmpty());
 }
 
+/// Private keys on curves often do not show which public half is theirs.
+void TestBareKeys::keysOfOneIdByTheirNames()
+{
+    TestToken &token = m_token->token();
+    for (const char *label : {"left", "middle", "right"})
+        QVERIFY(token.generateKeyPair(QStringLiteral("EC:secp256r1"), QStringLiteral("09"),
+                                      QString::fromLatin1(label)));
+    QVERIFY(m_token->replug(m_storeId));
+    QVERIFY(change(StoreChange::ShowKeys));
+    QTRY_VERIFY(!bareKey("middle").id.isEmpty());
+    QVERIFY(remove("left"));
+    QCOMPARE(halves("left"), 0);
+    QCOMPARE(halves("middle"), 2);
+    QCOMPARE(halves("right"), 2);
+    for (const char *label : {"middle", "right"}) {
+        QCA::PrivateKey key = Trivex::tokenKeyOfId(m_storeId, bareKey(label).id);
+        const QByteArray made =
+            key.signMessage(QByteArray("data"), QCA::EMSA3_SHA256, QCA::DefaultFormat);
+        QVERIFY(key.toPublicKey().verifyMessage(QByteArray("data"), made, QCA::EMSA3_SHA256,
+                                                QCA::DefaultFormat));
+    }
+    QVERIFY(remove("middle"));
+    QVERIFY(remove("right"));
+}
+
 void TestBareKeys::manyKeys()
 {
     // The same library serves this process once.
@@ -436,6 +462,11 @@ void TestBareKeys::manyKeys()
     for (const TokenKeyFacts &key : all)
         ids.insert(key.id);
     QCOMPARE(ids.size(), all.size());
+    // All alike: the private half of which one would go, nobody can tell.
+    m_token->forget();
+    QVERIFY(!remove("many"));
+    QTRY_COMPARE(lastError(), TokenError::KeyAmbiguous);
+    QCOMPARE(m_token->count("C_DestroyObject"), 0);
 }
 
 QTEST_GUILESS_MAIN(TestBareKeys)

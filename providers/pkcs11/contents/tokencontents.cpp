@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/contents/tokencontents.h"
 
-#include "providers/pkcs11/contents/gostkeys.h"
 #include "providers/pkcs11/contents/keyfacts.h"
+#include "providers/pkcs11/contents/keyindex.h"
 #include "qca/base/bounds.h"
 #include "qca/keys/gostpublickey.h"
 #include "qca/keys/publickeyfields.h"
@@ -20,127 +20,10 @@ namespace Trivex {
 
 namespace {
 
-struct AlgorithmType {
-    const char *oid;
-    CK_KEY_TYPE type;
-};
-
-constexpr AlgorithmType AlgorithmTypes[] = {
-    {"1.2.840.10045.2.1", CKK_EC},         {"1.2.840.113549.1.1.1", CKK_RSA},
-    {"1.3.101.112", CKK_EC_EDWARDS},       {"1.3.101.113", CKK_EC_EDWARDS},
-    {"1.2.643.2.2.19", CKK_GOSTR3410},     {"1.2.643.7.1.1.1.1", CKK_GOSTR3410},
-    {"1.2.643.7.1.1.1.2", KeyTypeGost512},
-};
-
-/// Null for the algorithm of a key that is not used on tokens.
-const AlgorithmType *algorithmOf(const QByteArray &publicInfo)
-{
-    PublicKeyFields fields;
-    if (!findPublicKeyFields(Der::sliceOf(publicInfo), &fields))
-        return nullptr;
-    const QByteArray oid = fields.oid();
-    for (const AlgorithmType &one : AlgorithmTypes) {
-        if (oid == one.oid)
-            return &one;
-    }
-    return nullptr;
-}
-
 QByteArray sha1(const QByteArray &data)
 {
     return QCryptographicHash::hash(data, QCryptographicHash::Sha1);
 }
-
-/// The key pairs of a token, found by public half or by id.
-class KeyIndex {
-public:
-    explicit KeyIndex(const TokenObjects &objects)
-    {
-        for (const TokenKey &key : objects.privateKeys)
-            add(key);
-        for (const TokenKey &key : objects.publicKeys)
-            addPublic(key, objects.mayHaveUnknownKeys());
-    }
-
-    /// The key of a certificate: by its public half; where that is not known, by id alone. A key
-    /// that was found by its id is from then on the one of that certificate, and of those that
-    /// share its public half.
-    std::shared_ptr<TokenKey> keyFor(const TokenCertificate &certificate)
-    {
-        const QByteArray wanted = certificate.parts.publicInfo.in(certificate.der);
-        const QByteArray comparable = comparablePublicInfo(wanted);
-        std::shared_ptr<TokenKey> found = m_byPublicInfo.value(comparable);
-        if (found || m_unknown.isEmpty())
-            return withPublicHalf(found, wanted);
-        const CK_KEY_TYPE type = tokenTypeOf(wanted);
-        found = withUnknownPublicHalf(certificate.id, type);
-        if (!found)
-            found = withUnknownPublicHalf(keyIdentifierOf(wanted), type);
-        if (found)
-            m_byPublicInfo.insert(comparable, found);
-        return withPublicHalf(found, wanted);
-    }
-
-    const std::vector<std::shared_ptr<TokenKey>> &keys() const { return m_keys; }
-
-private:
-    void add(const TokenKey &key)
-    {
-        const auto added = std::make_shared<TokenKey>(key);
-        m_keys.push_back(added);
-        if (key.publicInfo.isEmpty())
-            m_unknown[{key.type, key.id}].push_back(added);
-        else
-            m_byPublicInfo.insert(comparablePublicInfo(key.publicInfo), added);
-    }
-
-    void addPublic(const TokenKey &key, bool mayHaveUnknownKeys)
-    {
-        if (const auto known = privateHalfOf(key)) {
-            known->publicObject = key.publicObject;
-            known->publicInfo = key.publicInfo;
-            m_byPublicInfo.insert(comparablePublicInfo(key.publicInfo), known);
-        } else if (mayHaveUnknownKeys) {
-            // Before login a public key is all that shows of a pair.
-            add(key);
-        }
-    }
-
-    std::shared_ptr<TokenKey> privateHalfOf(const TokenKey &publicHalf) const
-    {
-        if (const auto known = m_byPublicInfo.value(comparablePublicInfo(publicHalf.publicInfo)))
-            return known;
-        return withUnknownPublicHalf(publicHalf.id, publicHalf.type);
-    }
-
-    /// The key as its certificate has it, where the token does not tell or has it in another
-    /// encoding: whether a GOST key is one of 2001, its objects need not say.
-    static std::shared_ptr<TokenKey> withPublicHalf(const std::shared_ptr<TokenKey> &key,
-                                                    const QByteArray &info)
-    {
-        if (key && key->publicInfo != info)
-            key->publicInfo = QByteArray(info.constData(), info.size());
-        return key;
-    }
-
-    std::shared_ptr<TokenKey> withUnknownPublicHalf(const QByteArray &id, CK_KEY_TYPE type) const
-    {
-        if (id.isEmpty())
-            return nullptr;
-        const auto found = m_unknown.find({type, id});
-        if (found == m_unknown.end())
-            return nullptr;
-        // Those that have got their public half meanwhile; nobody looks at them again.
-        while (!found->empty() && !found->back()->publicInfo.isEmpty())
-            found->pop_back();
-        return found->empty() ? nullptr : found->back();
-    }
-
-    std::vector<std::shared_ptr<TokenKey>> m_keys;
-    /// By kind and id, the last one first: keys that came without their public half.
-    mutable QHash<QPair<CK_KEY_TYPE, QByteArray>, std::vector<std::shared_ptr<TokenKey>>> m_unknown;
-    QHash<QByteArray, std::shared_ptr<TokenKey>> m_byPublicInfo;
-};
 
 /// The certificates of a token by their subjects, to find issuers.
 class IssuerIndex {
@@ -267,7 +150,7 @@ bool mayHaveKey(const TokenObjects &objects, const TokenCertificate &certificate
 {
     return objects.mayHaveUnknownKeys() && objects.publicKeys.empty() && !certificate.id.isEmpty()
         && !certificate.parts.isAuthority
-        && algorithmOf(certificate.parts.publicInfo.in(certificate.der));
+        && isTokenAlgorithm(certificate.parts.publicInfo.in(certificate.der));
 }
 
 /// A card holds a few certificates of its owner. A token that shows more without showing a key is a
@@ -288,12 +171,6 @@ TokenKeyPtr presumedKey(const TokenCertificate &certificate)
 
 } // namespace
 
-CK_KEY_TYPE tokenTypeOf(const QByteArray &publicInfo)
-{
-    const AlgorithmType *algorithm = algorithmOf(publicInfo);
-    return algorithm ? algorithm->type : CKK_EC;
-}
-
 /// Gives the certificates that may have their keys on the token presumed ones; true when any does.
 static bool presumeKeys(const TokenObjects &objects,
                         const std::vector<std::shared_ptr<TokenCertificate>> &certificates,
@@ -313,7 +190,7 @@ static bool presumeKeys(const TokenObjects &objects,
 
 TokenContentsPtr assembleContents(const TokenObjects &objects, const QString &storeId)
 {
-    KeyIndex keys(objects);
+    KeyIndex keys(objects.privateKeys, objects.publicKeys, objects.mayHaveUnknownKeys());
     const auto certificates = withoutCopies(objects.certificates);
     std::vector<TokenKeyPtr> found = keysOf(certificates, &keys);
     IssuerIndex issuers;

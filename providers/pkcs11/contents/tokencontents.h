@@ -46,8 +46,4 @@ struct TokenObjects {
 TRIVEX_TOKENS_EXPORT TokenContentsPtr assembleContents(const TokenObjects &objects,
                                                        const QString &storeId);
 
-/// The type that the objects of the key with this DER SubjectPublicKeyInfo have on tokens; CKK_EC
-/// for an algorithm that has none of its own.
-CK_KEY_TYPE tokenTypeOf(const QByteArray &publicInfo);
-
 } // namespace Trivex

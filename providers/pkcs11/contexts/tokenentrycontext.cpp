@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/contexts/tokenentrycontext.h"
 
+#include "providers/pkcs11/contents/keyindex.h"
 #include "providers/pkcs11/contexts/tokeneccontext.h"
 #include "providers/pkcs11/contexts/tokenrsacontext.h"
 #include "providers/pkcs11/operations/objecttemplates.h"

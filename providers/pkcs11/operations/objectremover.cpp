@@ -136,6 +136,9 @@ TokenKeyPtr currentKey(TokenConnection &connection, const QString &keyId)
         throw Error(TokenError::NotFound);
     if (key->privateObject == CK_INVALID_HANDLE || !connection.keysHold())
         throw Error(TokenError::NotLoggedIn);
+    // Another key than the shown one would be lost.
+    if (key->isGuessed)
+        throw Error(TokenError::KeyAmbiguous);
     return key;
 }
 

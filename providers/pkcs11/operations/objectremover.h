@@ -15,7 +15,8 @@ namespace Trivex {
 void removeEntry(TokenConnection &connection, Operation &operation, const QString &entryId);
 
 /// Removes both halves of the key `keyId`, which has no certificate on the token: one that has got
-/// its certificate meanwhile stays, and is not found. Throws `Pkcs11::Error`; nothing has changed
+/// its certificate meanwhile stays, and is not found; so does one that the token does not tell from
+/// others for certain. Throws `Pkcs11::Error`; nothing has changed
 /// then, and the public half is back where it has to be. On the token's thread.
 void removeKey(TokenConnection &connection, Operation &operation, const QString &keyId);
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/operations/objectwriter.h"
 
+#include "providers/pkcs11/contents/keyindex.h"
 #include "providers/pkcs11/contents/tokenreader.h"
 #include "providers/pkcs11/operations/objecttemplates.h"
 #include "providers/pkcs11/operations/writing.h"
