@@ -10,6 +10,8 @@ import Trivex.Crypto.Tools 1.0
 Rectangle {
     id: avatar
     property string letter
+    /// Instead of a letter.
+    property string icon
     property int validity: Validity.Unknown
     property real size: Math.round(Theme.fontSize * 2.5)
     implicitWidth: size
@@ -22,10 +24,16 @@ Rectangle {
     Text {
         textFormat: Text.PlainText
         anchors.centerIn: parent
-        text: avatar.letter
+        text: avatar.icon ? "" : avatar.letter
         font.pixelSize: Theme.fontSize * 1.05
         font.bold: true
         color: Theme.stateColor(avatar.validity)
         Accessible.ignored: true
+    }
+    Icon {
+        anchors.centerIn: parent
+        visible: avatar.icon.length > 0
+        name: avatar.icon ? avatar.icon : "key"
+        color: Theme.stateColor(avatar.validity)
     }
 }

@@ -180,7 +180,9 @@ FocusScope {
             width: list.width - (bar.visible ? bar.width : 0)
             name: model.name
             issuer: model.issuer
-            place: model.section === undefined ? "" : model.section
+            place: model.storeName !== undefined ? model.storeName
+                : model.section === undefined ? "" : model.section
+            isKey: model.isKey === true
             letter: model.initial
             validity: model.validity
             until: model.until
@@ -221,7 +223,11 @@ FocusScope {
                 event.accepted = true
             }
         }
-        onActiveFocusChanged: if (activeFocus && view.selectedRow < 0 && !view.quiet) view.pick(0)
+        onActiveFocusChanged: {
+            const awaited = view.selection !== null && view.selection.awaited
+            if (activeFocus && view.selectedRow < 0 && !view.quiet && !awaited)
+                view.pick(0)
+        }
 
         Rectangle {
             anchors.fill: parent

@@ -17,16 +17,18 @@ ItemDelegate {
     property var until
     property string pattern
     property bool hasKey: false
+    /// A key without a certificate; `issuer` is its kind then.
+    property bool isKey: false
     /// Only after the PIN is entered is it known whether there is a key.
     property bool keyPresumed: false
     readonly property string keyNote: keyPresumed ? qsTrId("trivex-app-key-unseen") : ""
-    readonly property string state_: Validity.word(validity)
+    readonly property string state_: isKey ? "" : Validity.word(validity)
 
     implicitHeight: Theme.rowHeight
     horizontalPadding: Theme.unit * 1.5
     verticalPadding: 0
     text: name
-    Accessible.name: [name, issuer, keyNote, state_, until ? Validity.until(until) : "", place]
+    Accessible.name: [name, isKey ? qsTrId("trivex-app-key-bare") : "", issuer, keyNote, state_, until ? Validity.until(until) : "", place]
         .filter(function(part) { return part }).join(", ")
     Accessible.selected: highlighted
     Accessible.focusable: true
@@ -35,6 +37,7 @@ ItemDelegate {
         Avatar {
             id: avatar
             letter: row.letter
+            icon: row.isKey ? "key" : ""
             validity: row.validity
             anchors.verticalCenter: parent.verticalCenter
         }
@@ -87,6 +90,7 @@ ItemDelegate {
             spacing: 4
             Badge {
                 anchors.right: parent.right
+                visible: !row.isKey
                 validity: row.validity
                 Accessible.ignored: true
             }

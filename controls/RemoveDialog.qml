@@ -15,10 +15,14 @@ BaseDialog {
     property string place
     property bool hasKey: false
     property bool isRequest: false
+    /// Only keys without a certificate go.
+    property bool isKey: false
+    /// The names of requests that wait for the certificates of keys that go.
+    property string requests
     signal confirmed()
 
     objectName: "removeDialog"
-    title: count > 1
+    title: isKey ? qsTrId("trivex-app-remove-keys-title", count) : count > 1
         ? isRequest ? qsTrId("trivex-app-remove-requests-title", count)
                     : qsTrId("trivex-app-remove-several-title", count)
         : isRequest ? qsTrId("trivex-app-remove-request-title")
@@ -35,7 +39,7 @@ BaseDialog {
     Label {
         textFormat: Text.PlainText
         // By a function: in a text to put in, "$&" would stand for the mark.
-        text: (dialog.count > 1
+        text: (dialog.isKey ? qsTrId("trivex-app-remove-keys-text", dialog.count) : dialog.count > 1
             ? dialog.isRequest ? qsTrId("trivex-app-remove-requests-text")
                 : dialog.hasKey ? qsTrId("trivex-app-remove-bundles-text")
                 : qsTrId("trivex-app-remove-several-text")
@@ -48,6 +52,13 @@ BaseDialog {
     Notice {
         level: 3
         text: dialog.hasKey ? qsTrId("trivex-app-remove-key-warning") : ""
+        Layout.fillWidth: true
+    }
+    Notice {
+        objectName: "removeRequestsNotice"
+        level: 3
+        text: dialog.requests
+            ? qsTrId("trivex-app-remove-key-request").replace("%1", () => dialog.requests) : ""
         Layout.fillWidth: true
     }
     footer: DialogButtons {

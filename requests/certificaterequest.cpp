@@ -227,6 +227,11 @@ QCA::PublicKey CertificateRequest::requestPublicKey() const
     return Trivex::requestPublicKey(m_request);
 }
 
+QByteArray CertificateRequest::requestKeyInfo() const
+{
+    return Trivex::encodedPublicKey(requestPublicKey());
+}
+
 void CertificateRequest::createRequest()
 {
     const EngineKeeper keeper(this);

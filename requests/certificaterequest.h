@@ -106,9 +106,9 @@ public:
     KeyStoreModel *keyStoreModel() const;
     void setKeyStoreModel(KeyStoreModel *model);
     void setPrKeyPin(const QString &pin);
-
     QByteArray encoding() const override;
     QString requestFile() const override { return m_path; }
+    QByteArray requestKeyInfo() const override;
     QCA::CertificateInfo requestInfo() const override { return m_subjectInfo; }
     void setRequestInfo(const QCA::CertificateInfo &info) override { m_subjectInfo = info; }
     void restoreRequestInfo() override;

@@ -190,13 +190,31 @@ void RowSelection::follow()
     const int seen = m_row < 0 ? firstOfSeveral() : -1;
     if (seen >= 0)
         makeCurrent(seen);
-    else
+    else if (!takeHeir())
         m_current.certificate = value("certificate").value<QObject *>();
     const int countBefore = m_count;
     recount();
     if (m_row != rowBefore || m_current.certificate != before || m_count != countBefore
         || !m_several.isEmpty())
         Q_EMIT changed();
+}
+
+bool RowSelection::isAwaited() const
+{
+    return m_row < 0 && m_rows && !m_rows->heirOf(m_current.identity).isEmpty();
+}
+
+bool RowSelection::takeHeir()
+{
+    if (m_row >= 0 || !m_rows || !m_several.isEmpty())
+        return false;
+    const QString heir = m_rows->heirOf(m_current.identity);
+    const int row = heir.isEmpty() ? -1 : m_rows->rowOfIdentity(heir);
+    if (row < 0)
+        return false;
+    makeCurrent(row);
+    m_anchor = m_current;
+    return true;
 }
 
 int RowSelection::firstOfSeveral() const
@@ -284,6 +302,11 @@ int RowSelection::type() const
 bool RowSelection::hasKey() const
 {
     return value("hasKey").toBool();
+}
+
+bool RowSelection::isKey() const
+{
+    return value("isKey").toBool();
 }
 
 int RowSelection::keyKind() const

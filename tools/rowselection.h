@@ -13,8 +13,9 @@ namespace Trivex {
 ///
 /// Rows are known by their identity and followed wherever searches, sorting and rebuilt lists put
 /// them. While one is not listed it is not chosen, and no neighbour is in its place; when it comes
-/// back it is chosen again, unless another was chosen meanwhile. Where several are chosen and the
-/// current one goes, the first that is still listed is current.
+/// back it is chosen again, unless another was chosen meanwhile. A key that gets or loses its
+/// certificate stays chosen, though another row stands for it then. Where several are chosen and
+/// the current one goes, the first that is still listed is current.
 class RowSelection : public QObject {
     Q_OBJECT
     Q_PROPERTY(Trivex::SectionedModel *rows READ rows WRITE setRows NOTIFY rowsChanged)
@@ -24,6 +25,8 @@ class RowSelection : public QObject {
     /// The chosen row's identity, while it is not listed, too; empty where none was chosen.
     /// Assigning that of a row which is still to come chooses it when it comes.
     Q_PROPERTY(QString identity READ identity WRITE setIdentity NOTIFY changed)
+    /// The chosen row is not listed, and the one that stands for the same key is about to come.
+    Q_PROPERTY(bool awaited READ isAwaited NOTIFY changed)
     /// How many rows are chosen.
     Q_PROPERTY(int count READ count NOTIFY changed)
     // What is known of the current row; null, empty, false or -1 without one.
@@ -35,6 +38,8 @@ class RowSelection : public QObject {
     Q_PROPERTY(bool hasKey READ hasKey NOTIFY changed)
     /// An `EntryModel::KeyKind`.
     Q_PROPERTY(int keyKind READ keyKind NOTIFY changed)
+    /// It is a key without a certificate.
+    Q_PROPERTY(bool isKey READ isKey NOTIFY changed)
 public:
     explicit RowSelection(QObject *parent = nullptr);
     ~RowSelection() override;
@@ -51,7 +56,9 @@ public:
     int type() const;
     bool hasKey() const;
     int keyKind() const;
+    bool isKey() const;
 
+    bool isAwaited() const;
     int count() const;
     Q_INVOKABLE bool isChosen(int row) const;
     /// The chosen rows in the order of the list.
@@ -84,6 +91,7 @@ private:
     void makeCurrent(int row);
     void add(int row);
     void follow();
+    bool takeHeir();
     void recount();
     /// The first of several that are chosen, -1 while none of them is listed.
     int firstOfSeveral() const;

@@ -182,8 +182,13 @@ QVariant SectionedModel::data(const QModelIndex &index, int role) const
 {
     if (!m_entries || index.row() < 0 || index.row() >= m_rows.size())
         return {};
-    const QModelIndex entry = m_entries->index(m_rows.at(index.row()), 0);
-    return entry.data(role == SectionRole ? int(EntryModel::StoreNameRole) : role);
+    const int row = m_rows.at(index.row());
+    if (KeyRows::isKey(row)) {
+        return role == SectionRole ? QVariant(qtTrId("trivex-app-keys-bare"))
+                                   : m_keys.data(row, role, *m_entries);
+    }
+    const QModelIndex entry = m_entries->index(row, 0);
+    return role == SectionRole ? QVariant(section(entry)) : entry.data(role);
 }
 
 QHash<int, QByteArray> SectionedModel::roleNames() const
@@ -192,6 +197,10 @@ QHash<int, QByteArray> SectionedModel::roleNames() const
     if (m_entries)
         names = m_entries->roleNames();
     names.insert(SectionRole, QByteArrayLiteral("section"));
+    names.insert(TokenKeyModel::IsKeyRole, QByteArrayLiteral("isKey"));
+    names.insert(TokenKeyModel::KeyIdRole, QByteArrayLiteral("keyId"));
+    names.insert(TokenKeyModel::CanRequestRole, QByteArrayLiteral("canRequest"));
+    names.insert(TokenKeyModel::RequestRole, QByteArrayLiteral("request"));
     return names;
 }
 
@@ -199,19 +208,6 @@ int SectionedModel::rowOf(QObject *certificate) const
 {
     const int row = m_entries ? m_entries->rowOfCertificate(certificate) : -1;
     return row < 0 ? -1 : m_rows.indexOf(row);
-}
-
-QString SectionedModel::identityAt(int row) const
-{
-    return m_entries->identityAt(m_rows.at(row));
-}
-
-int SectionedModel::rowOfIdentity(const QString &identity) const
-{
-    const auto found = std::find_if(m_rows.cbegin(), m_rows.cend(), [&](int row) {
-        return m_entries->identityAt(row) == identity;
-    });
-    return found == m_rows.cend() ? -1 : int(found - m_rows.cbegin());
 }
 
 QVariant SectionedModel::value(int row, const QString &role) const
@@ -222,7 +218,8 @@ QVariant SectionedModel::value(int row, const QString &role) const
 int SectionedModel::countWithValidity(int state) const
 {
     return int(std::count_if(m_rows.cbegin(), m_rows.cend(), [this, state](int row) {
-        return m_entries->index(row, 0).data(EntryModel::ValidityRole).toInt() == state;
+        return !KeyRows::isKey(row)
+            && m_entries->index(row, 0).data(EntryModel::ValidityRole).toInt() == state;
     }));
 }
 
@@ -319,6 +316,7 @@ QVector<int> SectionedModel::wantedRows()
     if (m_storeId.isEmpty())
         return groupedByStore(rows);
     m_order.sort(*m_entries, rows, m_filter);
+    addKeys(&rows);
     return rows;
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "tools/keyrows.h"
 #include "tools/readyfilter.h"
 #include "tools/roworder.h"
 
@@ -23,6 +24,10 @@ class SectionedModel : public QAbstractListModel {
     Q_PROPERTY(Trivex::EntryModel *entries READ entries WRITE setEntries NOTIFY entriesChanged)
     /// A filter over `entries` that chooses and orders; when null, every row counts.
     Q_PROPERTY(QAbstractItemModel *filter READ filter WRITE setFilter NOTIFY filterChanged)
+    /// Keys without a certificate, which follow the rows of their token where it is shown alone.
+    Q_PROPERTY(Trivex::TokenKeyModel *keys READ keys WRITE setKeys NOTIFY keysChanged)
+    /// Some of these are listed: there is a section of certificates and one of keys.
+    Q_PROPERTY(bool hasKeys READ hasKeys NOTIFY countChanged)
     /// When not empty, only the rows of that store.
     Q_PROPERTY(QString storeId READ storeId WRITE setStoreId NOTIFY storeIdChanged)
     /// What is looked for in everything that the viewer shows of a row. Nothing of it is lost when
@@ -62,6 +67,9 @@ public:
     void setEntries(EntryModel *entries);
     QAbstractItemModel *filter() const;
     void setFilter(QAbstractItemModel *filter);
+    TokenKeyModel *keys() const { return m_keys.model(); }
+    void setKeys(TokenKeyModel *keys);
+    bool hasKeys() const { return !m_rows.isEmpty() && KeyRows::isKey(m_rows.last()); }
     QString storeId() const;
     void setStoreId(const QString &storeId);
     QString pattern() const;
@@ -94,6 +102,9 @@ public:
     QString identityAt(int row) const;
     /// The row of this identity, or -1.
     Q_INVOKABLE int rowOfIdentity(const QString &identity) const;
+    /// The identity of the row that stands for the same key where one gets or loses its
+    /// certificate.
+    QString heirOf(const QString &identity) const;
     /// The value of a role, by name, of a row.
     Q_INVOKABLE QVariant value(int row, const QString &role) const;
     /// How many rows have this validity.
@@ -102,6 +113,7 @@ public:
 Q_SIGNALS:
     void entriesChanged();
     void filterChanged();
+    void keysChanged();
     void storeIdChanged();
     void patternChanged();
     void keyKindChanged();
@@ -131,10 +143,16 @@ private:
                        const QVector<int> &roles);
     void entriesInserted(int first, int last);
     void entriesAboutToGo(int first, int last);
+    void keysAboutToGo(int first, int last);
+    void keysChange(int first, int last);
+    void addKeys(QVector<int> *rows);
+    QString section(const QModelIndex &entry) const;
+    QString identityOf(int row) const;
     void replaceMiddle(const QVector<int> &rows, int prefix, int suffix);
 
     QPointer<EntryModel> m_entries;
     QPointer<QAbstractItemModel> m_filter;
+    mutable KeyRows m_keys;
     QString m_storeId;
     QString m_pattern;
     SearchNeedle m_needle;

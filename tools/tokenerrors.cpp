@@ -85,6 +85,10 @@ constexpr Texts AllTexts[] = {
     {TokenError::NoKey, QT_TRID_NOOP("trivex-app-cause-no-private-key"),
      //% "Choose another certificate, or the token on which its key was made."
      QT_TRID_NOOP("trivex-app-advice-no-private-key")},
+    //% "Several keys have the same name and id: which one is meant can't be told."
+    {TokenError::KeyAmbiguous, QT_TRID_NOOP("trivex-app-cause-key-ambiguous"),
+     //% "Nothing was removed. Give them other names with the program of the token's maker."
+     QT_TRID_NOOP("trivex-app-advice-key-ambiguous")},
     //% "This key can't make this kind of signature."
     {TokenError::WrongKeyKind, QT_TRID_NOOP("trivex-app-cause-wrong-key-kind"),
      //% "Choose an RSA key."

@@ -73,6 +73,11 @@ bool TokenInfo::keysPresumed() const
     return m_status.present && m_status.keysPresumed;
 }
 
+bool TokenInfo::keysHidden() const
+{
+    return m_status.present && !m_status.loading && m_status.keysHidden;
+}
+
 bool TokenInfo::busy() const
 {
     return m_status.busy || m_status.loading;

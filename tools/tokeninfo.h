@@ -18,6 +18,8 @@ class TokenInfo : public QObject {
     Q_PROPERTY(bool readOnly READ readOnly NOTIFY changed)
     /// Whether the token has the keys of its certificates is known only after a login.
     Q_PROPERTY(bool keysPresumed READ keysPresumed NOTIFY changed)
+    /// There may be keys on it that only a login shows.
+    Q_PROPERTY(bool keysHidden READ keysHidden NOTIFY changed)
     Q_PROPERTY(bool busy READ busy NOTIFY changed)
     /// What the token is doing, as a sentence; empty when it is idle.
     Q_PROPERTY(QString busyText READ busyText NOTIFY changed)
@@ -36,6 +38,7 @@ public:
     bool present() const;
     bool readOnly() const;
     bool keysPresumed() const;
+    bool keysHidden() const;
     bool busy() const;
     QString busyText() const;
     bool lastTry() const;

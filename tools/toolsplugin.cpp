@@ -30,7 +30,11 @@
 #include "tools/texts.h"
 #include "tools/tokenadmin.h"
 #include "tools/tokenerrors.h"
+#include "tools/tokenfactlist.h"
 #include "tools/tokeninfo.h"
+#include "tools/tokenkey.h"
+#include "tools/tokenkeymodel.h"
+#include "tools/tokenkeywork.h"
 #include "tools/tokenlistmodel.h"
 #include "tools/tokenmaker.h"
 #include "tools/validity.h"
@@ -64,6 +68,10 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
     qmlRegisterType<RemovalUndo>(uri, 1, 0, "RemovalUndo");
     qmlRegisterType<ModelCount>(uri, 1, 0, "ModelCount");
     qmlRegisterType<TokenInfo>(uri, 1, 0, "TokenInfo");
+    qmlRegisterType<TokenFactList>(uri, 1, 0, "TokenFactList");
+    qmlRegisterType<TokenKey>(uri, 1, 0, "TokenKey");
+    qmlRegisterType<TokenKeyModel>(uri, 1, 0, "TokenKeyModel");
+    qmlRegisterType<TokenKeyWork>(uri, 1, 0, "TokenKeyWork");
     qmlRegisterType<TokenListModel>(uri, 1, 0, "TokenListModel");
     qmlRegisterType<TokenAdmin>(uri, 1, 0, "TokenAdmin");
     qmlRegisterType<TokenMaker>(uri, 1, 0, "TokenMaker");

@@ -5,6 +5,38 @@
 <TS version="2.1" language="en_US">
 <context>
     <name></name>
+    <message id="trivex-app-ability-curves">
+        <source>Elliptic curves</source>
+        <translation>Elliptic curves</translation>
+    </message>
+    <message id="trivex-app-ability-decrypts">
+        <source>decrypts</source>
+        <translation>decrypts</translation>
+    </message>
+    <message id="trivex-app-ability-edwards">
+        <source>Ed25519</source>
+        <translation>Ed25519</translation>
+    </message>
+    <message id="trivex-app-ability-gost">
+        <source>GOST R 34.10</source>
+        <translation>GOST R 34.10</translation>
+    </message>
+    <message id="trivex-app-ability-makes">
+        <source>makes keys</source>
+        <translation>makes keys</translation>
+    </message>
+    <message id="trivex-app-ability-rsa">
+        <source>RSA</source>
+        <translation>RSA</translation>
+    </message>
+    <message id="trivex-app-ability-signs">
+        <source>signs</source>
+        <translation>signs</translation>
+    </message>
+    <message id="trivex-app-ability-sizes">
+        <source>%1, %2 to %3 bits</source>
+        <translation>%1, %2 to %3 bits</translation>
+    </message>
     <message id="trivex-app-about-others">
         <source>Certificates of other people and services, and of issuers in between, on tokens and in your files.</source>
         <translation>Certificates of other people and services, and of issuers in between, on tokens and in your files.</translation>
@@ -24,6 +56,10 @@
     <message id="trivex-app-about-system">
         <source>Root certificates that this system trusts. They are managed by the system.</source>
         <translation>Root certificates that this system trusts. They are managed by the system.</translation>
+    </message>
+    <message id="trivex-app-about-this-token">
+        <source>About this token</source>
+        <translation>About this token</translation>
     </message>
     <message id="trivex-app-about-token">
         <source>There is nothing on this token yet. Import a certificate or make a request.</source>
@@ -116,6 +152,10 @@
     <message id="trivex-app-advice-in-use">
         <source>Close the other programs that work with this token, then start again.</source>
         <translation>Close the other programs that work with this token, then start again.</translation>
+    </message>
+    <message id="trivex-app-advice-key-ambiguous">
+        <source>Nothing was removed. Give them other names with the program of the token's maker.</source>
+        <translation>Nothing was removed. Give them other names with the program of the token's maker.</translation>
     </message>
     <message id="trivex-app-advice-last-try">
         <source>Make sure of the PIN, agree to the last try, then type it again.</source>
@@ -389,6 +429,10 @@
     <message id="trivex-app-cause-in-use">
         <source>Another program is using the token.</source>
         <translation>Another program is using the token.</translation>
+    </message>
+    <message id="trivex-app-cause-key-ambiguous">
+        <source>Several keys have the same name and id: which one is meant can't be told.</source>
+        <translation>Several keys have the same name and id: which one is meant can't be told.</translation>
     </message>
     <message id="trivex-app-cause-last-try">
         <source>Only one try is left: a wrong PIN locks the token.</source>
@@ -1372,6 +1416,10 @@
         <source>%1, without a certificate</source>
         <translation>%1, without a certificate</translation>
     </message>
+    <message id="trivex-app-key-brought">
+        <source>made elsewhere and written to the token</source>
+        <translation>made elsewhere and written to the token</translation>
+    </message>
     <message id="trivex-app-key-bytes">
         <source>Key</source>
         <translation>Key</translation>
@@ -1392,6 +1440,14 @@
         <source>Curve</source>
         <translation>Curve</translation>
     </message>
+    <message id="trivex-app-key-decrypts">
+        <source>decrypt</source>
+        <translation>decrypt</translation>
+    </message>
+    <message id="trivex-app-key-derives">
+        <source>agree on keys</source>
+        <translation>agree on keys</translation>
+    </message>
     <message id="trivex-app-key-digest">
         <source>Digest</source>
         <translation>Digest</translation>
@@ -1399,6 +1455,10 @@
     <message id="trivex-app-key-exponent">
         <source>Exponent</source>
         <translation>Exponent</translation>
+    </message>
+    <message id="trivex-app-key-group">
+        <source>Key</source>
+        <translation>Key</translation>
     </message>
     <message id="trivex-app-key-id-issuer">
         <source>Its issuer</source>
@@ -1414,6 +1474,14 @@
     <message id="trivex-app-key-kind-and-size">
         <source>Kind and size</source>
         <translation>Kind and size</translation>
+    </message>
+    <message id="trivex-app-key-made-here">
+        <source>made on this token</source>
+        <translation>made on this token</translation>
+    </message>
+    <message id="trivex-app-key-make-request">
+        <source>Make a request…</source>
+        <translation>Make a request…</translation>
     </message>
     <message id="trivex-app-key-modulus">
         <source>Modulus</source>
@@ -1435,6 +1503,14 @@
         <source>A new key</source>
         <translation>A new key</translation>
     </message>
+    <message id="trivex-app-key-no-request">
+        <source>No request can be made for this key: the token does not show its public half, or the key may not sign.</source>
+        <translation>No request can be made for this key: the token does not show its public half, or the key may not sign.</translation>
+    </message>
+    <message id="trivex-app-key-other-kind">
+        <source>Another kind</source>
+        <translation>Another kind</translation>
+    </message>
     <message id="trivex-app-key-parameters">
         <source>Parameters</source>
         <translation>Parameters</translation>
@@ -1443,13 +1519,81 @@
         <source>Whether the token has the key of this certificate shows after the PIN is entered.</source>
         <translation>Whether the token has the key of this certificate shows after the PIN is entered.</translation>
     </message>
+    <message id="trivex-app-key-removed">
+        <source>The key is removed.</source>
+        <translation>The key is removed.</translation>
+    </message>
+    <message id="trivex-app-key-row-id">
+        <source>Id on the token</source>
+        <translation>Id on the token</translation>
+    </message>
+    <message id="trivex-app-key-row-kind">
+        <source>Kind</source>
+        <translation>Kind</translation>
+    </message>
+    <message id="trivex-app-key-row-name">
+        <source>Key name</source>
+        <translation>Key name</translation>
+    </message>
+    <message id="trivex-app-key-row-origin">
+        <source>Origin</source>
+        <translation>Origin</translation>
+    </message>
+    <message id="trivex-app-key-row-request">
+        <source>Waits for the certificate of</source>
+        <translation>Waits for the certificate of</translation>
+    </message>
+    <message id="trivex-app-key-row-token">
+        <source>Token</source>
+        <translation>Token</translation>
+    </message>
+    <message id="trivex-app-key-row-uses">
+        <source>May</source>
+        <translation>May</translation>
+    </message>
     <message id="trivex-app-key-set">
         <source>%1, parameter set %2 (%3)</source>
         <translation>%1, parameter set %2 (%3)</translation>
     </message>
+    <message id="trivex-app-key-signs">
+        <source>sign</source>
+        <translation>sign</translation>
+    </message>
+    <message id="trivex-app-key-unnamed">
+        <source>Key without a name</source>
+        <translation>Key without a name</translation>
+    </message>
     <message id="trivex-app-key-unseen">
         <source>Key not seen yet</source>
         <translation>Key not seen yet</translation>
+    </message>
+    <message id="trivex-app-key-unwraps">
+        <source>unwrap keys</source>
+        <translation>unwrap keys</translation>
+    </message>
+    <message id="trivex-app-key-uses-nothing">
+        <source>nothing</source>
+        <translation>nothing</translation>
+    </message>
+    <message id="trivex-app-key-uses-unknown">
+        <source>is known after a login</source>
+        <translation>is known after a login</translation>
+    </message>
+    <message id="trivex-app-key-waits">
+        <source>This key waits for the certificate of the request “%1”.</source>
+        <translation>This key waits for the certificate of the request “%1”.</translation>
+    </message>
+    <message id="trivex-app-keys-bare">
+        <source>Keys without certificate</source>
+        <translation>Keys without certificate</translation>
+    </message>
+    <message id="trivex-app-keys-hidden">
+        <source>A login may show more keys.</source>
+        <translation>A login may show more keys.</translation>
+    </message>
+    <message id="trivex-app-keys-show">
+        <source>Show the keys…</source>
+        <translation>Show the keys…</translation>
     </message>
     <message id="trivex-app-kind-broken" numerus="yes">
         <source>%n parts of the file are damaged and are left out.</source>
@@ -2086,9 +2230,27 @@
         <source>Remove</source>
         <translation>Remove</translation>
     </message>
+    <message id="trivex-app-remove-key-request">
+        <source>Without its key a certificate is of no use: a request still waits for one. Request: %1</source>
+        <translation>Without its key a certificate is of no use: a request still waits for one. Request: %1</translation>
+    </message>
     <message id="trivex-app-remove-key-warning">
         <source>The key can't be brought back. Whatever was encrypted for it stays unreadable.</source>
         <translation>The key can't be brought back. Whatever was encrypted for it stays unreadable.</translation>
+    </message>
+    <message id="trivex-app-remove-keys-text" numerus="yes">
+        <source>The keys are removed from “%1”. They have no certificates there.</source>
+        <translation>
+            <numerusform>The key is removed from “%1”. It has no certificate there.</numerusform>
+            <numerusform>The keys are removed from “%1”. They have no certificates there.</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-app-remove-keys-title" numerus="yes">
+        <source>Remove these %n keys?</source>
+        <translation>
+            <numerusform>Remove this key?</numerusform>
+            <numerusform>Remove these %n keys?</numerusform>
+        </translation>
     </message>
     <message id="trivex-app-remove-request-text">
         <source>The request file is deleted. Its key stays on the token.</source>
@@ -2163,6 +2325,10 @@
     <message id="trivex-app-request-error-sign">
         <source>The request was not signed. The key is kept: try again.</source>
         <translation>The request was not signed. The key is kept: try again.</translation>
+    </message>
+    <message id="trivex-app-request-for-key">
+        <source>This request is for the key “%1”, which is on its token already.</source>
+        <translation>This request is for the key “%1”, which is on its token already.</translation>
     </message>
     <message id="trivex-app-request-gone">
         <source>This request is no longer there.</source>
@@ -2279,6 +2445,10 @@
     <message id="trivex-app-secret-show">
         <source>Show what is typed</source>
         <translation>Show what is typed</translation>
+    </message>
+    <message id="trivex-app-section-certificates">
+        <source>Certificates</source>
+        <translation>Certificates</translation>
     </message>
     <message id="trivex-app-serial">
         <source>Serial number</source>
@@ -2568,17 +2738,69 @@
         <source>Token</source>
         <translation>Token</translation>
     </message>
+    <message id="trivex-app-token-abilities">
+        <source>What it can do</source>
+        <translation>What it can do</translation>
+    </message>
     <message id="trivex-app-token-absent">
         <source>This token is not inserted.</source>
         <translation>This token is not inserted.</translation>
+    </message>
+    <message id="trivex-app-token-certificates">
+        <source>Certificates</source>
+        <translation>Certificates</translation>
+    </message>
+    <message id="trivex-app-token-contents">
+        <source>On it</source>
+        <translation>On it</translation>
+    </message>
+    <message id="trivex-app-token-data">
+        <source>Other data</source>
+        <translation>Other data</translation>
+    </message>
+    <message id="trivex-app-token-firmware">
+        <source>Firmware</source>
+        <translation>Firmware</translation>
+    </message>
+    <message id="trivex-app-token-free">
+        <source>%1 free</source>
+        <translation>%1 free</translation>
+    </message>
+    <message id="trivex-app-token-group">
+        <source>Token</source>
+        <translation>Token</translation>
+    </message>
+    <message id="trivex-app-token-hardware">
+        <source>Hardware</source>
+        <translation>Hardware</translation>
+    </message>
+    <message id="trivex-app-token-keys">
+        <source>Keys</source>
+        <translation>Keys</translation>
+    </message>
+    <message id="trivex-app-token-keys-hidden">
+        <source>There may be more, which a login shows.</source>
+        <translation>There may be more, which a login shows.</translation>
     </message>
     <message id="trivex-app-token-kind">
         <source>Kind of token</source>
         <translation>Kind of token</translation>
     </message>
+    <message id="trivex-app-token-label">
+        <source>Name on the token</source>
+        <translation>Name on the token</translation>
+    </message>
+    <message id="trivex-app-token-maker">
+        <source>Maker</source>
+        <translation>Maker</translation>
+    </message>
     <message id="trivex-app-token-menu">
         <source>Token…</source>
         <translation>Token…</translation>
+    </message>
+    <message id="trivex-app-token-model">
+        <source>Model</source>
+        <translation>Model</translation>
     </message>
     <message id="trivex-app-token-name">
         <source>Name</source>
@@ -2592,6 +2814,26 @@
         <source>New name</source>
         <translation>New name</translation>
     </message>
+    <message id="trivex-app-token-no-abilities">
+        <source>It neither makes keys nor signs.</source>
+        <translation>It neither makes keys nor signs.</translation>
+    </message>
+    <message id="trivex-app-token-pin-group">
+        <source>PIN</source>
+        <translation>PIN</translation>
+    </message>
+    <message id="trivex-app-token-pin-pad">
+        <source>the reader's own keys</source>
+        <translation>the reader's own keys</translation>
+    </message>
+    <message id="trivex-app-token-pin-where">
+        <source>Entered on</source>
+        <translation>Entered on</translation>
+    </message>
+    <message id="trivex-app-token-protected">
+        <source>Write-protected</source>
+        <translation>Write-protected</translation>
+    </message>
     <message id="trivex-app-token-read-only">
         <source>This token is write-protected.</source>
         <translation>This token is write-protected.</translation>
@@ -2603,6 +2845,30 @@
     <message id="trivex-app-token-removed-text">
         <source>This token was taken out. Its certificates return when it is inserted again.</source>
         <translation>This token was taken out. Its certificates return when it is inserted again.</translation>
+    </message>
+    <message id="trivex-app-token-secrets">
+        <source>Secret keys</source>
+        <translation>Secret keys</translation>
+    </message>
+    <message id="trivex-app-token-serial">
+        <source>Serial number</source>
+        <translation>Serial number</translation>
+    </message>
+    <message id="trivex-app-token-space">
+        <source>%1 free of %2</source>
+        <translation>%1 free of %2</translation>
+    </message>
+    <message id="trivex-app-token-space-row">
+        <source>Space</source>
+        <translation>Space</translation>
+    </message>
+    <message id="trivex-app-token-tries">
+        <source>Tries</source>
+        <translation>Tries</translation>
+    </message>
+    <message id="trivex-app-token-wants-pin">
+        <source>Wants a PIN</source>
+        <translation>Wants a PIN</translation>
     </message>
     <message id="trivex-app-tokens">
         <source>Tokens</source>
@@ -2635,6 +2901,26 @@
     <message id="trivex-app-transparency-time">
         <source>Entered</source>
         <translation>Entered</translation>
+    </message>
+    <message id="trivex-app-tries-all">
+        <source>no wrong PIN is reported</source>
+        <translation>no wrong PIN is reported</translation>
+    </message>
+    <message id="trivex-app-tries-fewer">
+        <source>fewer than at first</source>
+        <translation>fewer than at first</translation>
+    </message>
+    <message id="trivex-app-tries-none">
+        <source>none, the PIN is locked</source>
+        <translation>none, the PIN is locked</translation>
+    </message>
+    <message id="trivex-app-tries-not-set">
+        <source>no PIN is set</source>
+        <translation>no PIN is set</translation>
+    </message>
+    <message id="trivex-app-tries-one">
+        <source>one</source>
+        <translation>one</translation>
     </message>
     <message id="trivex-app-unblock-pin">
         <source>Unlock PIN…</source>

@@ -5,6 +5,38 @@
 <TS version="2.1" language="ru_RU">
 <context>
     <name></name>
+    <message id="trivex-app-ability-curves">
+        <source>Elliptic curves</source>
+        <translation>Эллиптические кривые</translation>
+    </message>
+    <message id="trivex-app-ability-decrypts">
+        <source>decrypts</source>
+        <translation>расшифровывает</translation>
+    </message>
+    <message id="trivex-app-ability-edwards">
+        <source>Ed25519</source>
+        <translation>Ed25519</translation>
+    </message>
+    <message id="trivex-app-ability-gost">
+        <source>GOST R 34.10</source>
+        <translation>ГОСТ Р 34.10</translation>
+    </message>
+    <message id="trivex-app-ability-makes">
+        <source>makes keys</source>
+        <translation>создаёт ключи</translation>
+    </message>
+    <message id="trivex-app-ability-rsa">
+        <source>RSA</source>
+        <translation>RSA</translation>
+    </message>
+    <message id="trivex-app-ability-signs">
+        <source>signs</source>
+        <translation>подписывает</translation>
+    </message>
+    <message id="trivex-app-ability-sizes">
+        <source>%1, %2 to %3 bits</source>
+        <translation>%1, от %2 до %3 бит</translation>
+    </message>
     <message id="trivex-app-about-others">
         <source>Certificates of other people and services, and of issuers in between, on tokens and in your files.</source>
         <translation>Сертификаты других людей, служб и промежуточных центров на токенах и в ваших файлах.</translation>
@@ -24,6 +56,10 @@
     <message id="trivex-app-about-system">
         <source>Root certificates that this system trusts. They are managed by the system.</source>
         <translation>Корневые сертификаты, которым доверяет система. Ими управляет сама система.</translation>
+    </message>
+    <message id="trivex-app-about-this-token">
+        <source>About this token</source>
+        <translation>Об этом токене</translation>
     </message>
     <message id="trivex-app-about-token">
         <source>There is nothing on this token yet. Import a certificate or make a request.</source>
@@ -116,6 +152,10 @@
     <message id="trivex-app-advice-in-use">
         <source>Close the other programs that work with this token, then start again.</source>
         <translation>Закройте другие программы, которые работают с этим токеном, и начните заново.</translation>
+    </message>
+    <message id="trivex-app-advice-key-ambiguous">
+        <source>Nothing was removed. Give them other names with the program of the token's maker.</source>
+        <translation>Ничего не удалено. Дайте им разные имена в программе изготовителя токена.</translation>
     </message>
     <message id="trivex-app-advice-last-try">
         <source>Make sure of the PIN, agree to the last try, then type it again.</source>
@@ -392,6 +432,10 @@
     <message id="trivex-app-cause-in-use">
         <source>Another program is using the token.</source>
         <translation>Токен занят другой программой.</translation>
+    </message>
+    <message id="trivex-app-cause-key-ambiguous">
+        <source>Several keys have the same name and id: which one is meant can't be told.</source>
+        <translation>У нескольких ключей одинаковые имя и идентификатор: понять, о каком речь, нельзя.</translation>
     </message>
     <message id="trivex-app-cause-last-try">
         <source>Only one try is left: a wrong PIN locks the token.</source>
@@ -1381,6 +1425,10 @@
         <source>%1, without a certificate</source>
         <translation>%1, без сертификата</translation>
     </message>
+    <message id="trivex-app-key-brought">
+        <source>made elsewhere and written to the token</source>
+        <translation>создан не здесь и записан на токен</translation>
+    </message>
     <message id="trivex-app-key-bytes">
         <source>Key</source>
         <translation>Ключ</translation>
@@ -1401,6 +1449,14 @@
         <source>Curve</source>
         <translation>Кривая</translation>
     </message>
+    <message id="trivex-app-key-decrypts">
+        <source>decrypt</source>
+        <translation>расшифровывать</translation>
+    </message>
+    <message id="trivex-app-key-derives">
+        <source>agree on keys</source>
+        <translation>согласовывать ключи</translation>
+    </message>
     <message id="trivex-app-key-digest">
         <source>Digest</source>
         <translation>Хэш-функция</translation>
@@ -1408,6 +1464,10 @@
     <message id="trivex-app-key-exponent">
         <source>Exponent</source>
         <translation>Экспонента</translation>
+    </message>
+    <message id="trivex-app-key-group">
+        <source>Key</source>
+        <translation>Ключ</translation>
     </message>
     <message id="trivex-app-key-id-issuer">
         <source>Its issuer</source>
@@ -1424,6 +1484,14 @@
     <message id="trivex-app-key-kind-and-size">
         <source>Kind and size</source>
         <translation>Вид и длина</translation>
+    </message>
+    <message id="trivex-app-key-made-here">
+        <source>made on this token</source>
+        <translation>создан на этом токене</translation>
+    </message>
+    <message id="trivex-app-key-make-request">
+        <source>Make a request…</source>
+        <translation>Создать запрос…</translation>
     </message>
     <message id="trivex-app-key-modulus">
         <source>Modulus</source>
@@ -1445,6 +1513,14 @@
         <source>A new key</source>
         <translation>Новый ключ</translation>
     </message>
+    <message id="trivex-app-key-no-request">
+        <source>No request can be made for this key: the token does not show its public half, or the key may not sign.</source>
+        <translation>Запрос для этого ключа создать нельзя: токен не показывает его открытую часть или ключом нельзя подписывать.</translation>
+    </message>
+    <message id="trivex-app-key-other-kind">
+        <source>Another kind</source>
+        <translation>Другой вид</translation>
+    </message>
     <message id="trivex-app-key-parameters">
         <source>Parameters</source>
         <translation>Параметры</translation>
@@ -1453,13 +1529,81 @@
         <source>Whether the token has the key of this certificate shows after the PIN is entered.</source>
         <translation>Есть ли на токене ключ этого сертификата, станет известно после ввода PIN-кода.</translation>
     </message>
+    <message id="trivex-app-key-removed">
+        <source>The key is removed.</source>
+        <translation>Ключ удалён.</translation>
+    </message>
+    <message id="trivex-app-key-row-id">
+        <source>Id on the token</source>
+        <translation>Идентификатор на токене</translation>
+    </message>
+    <message id="trivex-app-key-row-kind">
+        <source>Kind</source>
+        <translation>Вид</translation>
+    </message>
+    <message id="trivex-app-key-row-name">
+        <source>Key name</source>
+        <translation>Имя ключа</translation>
+    </message>
+    <message id="trivex-app-key-row-origin">
+        <source>Origin</source>
+        <translation>Происхождение</translation>
+    </message>
+    <message id="trivex-app-key-row-request">
+        <source>Waits for the certificate of</source>
+        <translation>Ждёт сертификата по запросу</translation>
+    </message>
+    <message id="trivex-app-key-row-token">
+        <source>Token</source>
+        <translation>Токен</translation>
+    </message>
+    <message id="trivex-app-key-row-uses">
+        <source>May</source>
+        <translation>Может</translation>
+    </message>
     <message id="trivex-app-key-set">
         <source>%1, parameter set %2 (%3)</source>
         <translation>%1, набор параметров %2 (%3)</translation>
     </message>
+    <message id="trivex-app-key-signs">
+        <source>sign</source>
+        <translation>подписывать</translation>
+    </message>
+    <message id="trivex-app-key-unnamed">
+        <source>Key without a name</source>
+        <translation>Ключ без имени</translation>
+    </message>
     <message id="trivex-app-key-unseen">
         <source>Key not seen yet</source>
         <translation>Ключ ещё не виден</translation>
+    </message>
+    <message id="trivex-app-key-unwraps">
+        <source>unwrap keys</source>
+        <translation>разворачивать ключи</translation>
+    </message>
+    <message id="trivex-app-key-uses-nothing">
+        <source>nothing</source>
+        <translation>ничего</translation>
+    </message>
+    <message id="trivex-app-key-uses-unknown">
+        <source>is known after a login</source>
+        <translation>будет известно после входа</translation>
+    </message>
+    <message id="trivex-app-key-waits">
+        <source>This key waits for the certificate of the request “%1”.</source>
+        <translation>Этот ключ ждёт сертификата по запросу «%1».</translation>
+    </message>
+    <message id="trivex-app-keys-bare">
+        <source>Keys without certificate</source>
+        <translation>Ключи без сертификата</translation>
+    </message>
+    <message id="trivex-app-keys-hidden">
+        <source>A login may show more keys.</source>
+        <translation>После входа могут появиться другие ключи.</translation>
+    </message>
+    <message id="trivex-app-keys-show">
+        <source>Show the keys…</source>
+        <translation>Показать ключи…</translation>
     </message>
     <message id="trivex-app-kind-broken" numerus="yes">
         <source>%n parts of the file are damaged and are left out.</source>
@@ -2097,9 +2241,29 @@
         <source>Remove</source>
         <translation>Удалить</translation>
     </message>
+    <message id="trivex-app-remove-key-request">
+        <source>Without its key a certificate is of no use: a request still waits for one. Request: %1</source>
+        <translation>Без ключа сертификат бесполезен, а запрос ещё ждёт его. Запрос: %1</translation>
+    </message>
     <message id="trivex-app-remove-key-warning">
         <source>The key can't be brought back. Whatever was encrypted for it stays unreadable.</source>
         <translation>Ключ нельзя вернуть. То, что для него зашифровано, останется нечитаемым.</translation>
+    </message>
+    <message id="trivex-app-remove-keys-text" numerus="yes">
+        <source>The keys are removed from “%1”. They have no certificates there.</source>
+        <translation>
+            <numerusform>%n ключ будет удалён с токена «%1». Сертификата для него там нет.</numerusform>
+            <numerusform>%n ключа будут удалены с токена «%1». Сертификатов для них там нет.</numerusform>
+            <numerusform>%n ключей будут удалены с токена «%1». Сертификатов для них там нет.</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-app-remove-keys-title" numerus="yes">
+        <source>Remove these %n keys?</source>
+        <translation>
+            <numerusform>Удалить %n ключ?</numerusform>
+            <numerusform>Удалить %n ключа?</numerusform>
+            <numerusform>Удалить %n ключей?</numerusform>
+        </translation>
     </message>
     <message id="trivex-app-remove-request-text">
         <source>The request file is deleted. Its key stays on the token.</source>
@@ -2176,6 +2340,10 @@
     <message id="trivex-app-request-error-sign">
         <source>The request was not signed. The key is kept: try again.</source>
         <translation>Запрос не подписан. Ключ сохранён: повторите.</translation>
+    </message>
+    <message id="trivex-app-request-for-key">
+        <source>This request is for the key “%1”, which is on its token already.</source>
+        <translation>Этот запрос — для ключа «%1», который уже есть на токене.</translation>
     </message>
     <message id="trivex-app-request-gone">
         <source>This request is no longer there.</source>
@@ -2292,6 +2460,10 @@
     <message id="trivex-app-secret-show">
         <source>Show what is typed</source>
         <translation>Показать введённое</translation>
+    </message>
+    <message id="trivex-app-section-certificates">
+        <source>Certificates</source>
+        <translation>Сертификаты</translation>
     </message>
     <message id="trivex-app-serial">
         <source>Serial number</source>
@@ -2581,17 +2753,69 @@
         <source>Token</source>
         <translation>Токен</translation>
     </message>
+    <message id="trivex-app-token-abilities">
+        <source>What it can do</source>
+        <translation>Что он умеет</translation>
+    </message>
     <message id="trivex-app-token-absent">
         <source>This token is not inserted.</source>
         <translation>Этот токен не вставлен.</translation>
+    </message>
+    <message id="trivex-app-token-certificates">
+        <source>Certificates</source>
+        <translation>Сертификаты</translation>
+    </message>
+    <message id="trivex-app-token-contents">
+        <source>On it</source>
+        <translation>На токене</translation>
+    </message>
+    <message id="trivex-app-token-data">
+        <source>Other data</source>
+        <translation>Другие данные</translation>
+    </message>
+    <message id="trivex-app-token-firmware">
+        <source>Firmware</source>
+        <translation>Прошивка</translation>
+    </message>
+    <message id="trivex-app-token-free">
+        <source>%1 free</source>
+        <translation>свободно %1</translation>
+    </message>
+    <message id="trivex-app-token-group">
+        <source>Token</source>
+        <translation>Токен</translation>
+    </message>
+    <message id="trivex-app-token-hardware">
+        <source>Hardware</source>
+        <translation>Аппаратная версия</translation>
+    </message>
+    <message id="trivex-app-token-keys">
+        <source>Keys</source>
+        <translation>Ключи</translation>
+    </message>
+    <message id="trivex-app-token-keys-hidden">
+        <source>There may be more, which a login shows.</source>
+        <translation>Возможно, их больше: остальные видны после входа.</translation>
     </message>
     <message id="trivex-app-token-kind">
         <source>Kind of token</source>
         <translation>Вид токена</translation>
     </message>
+    <message id="trivex-app-token-label">
+        <source>Name on the token</source>
+        <translation>Название на самом токене</translation>
+    </message>
+    <message id="trivex-app-token-maker">
+        <source>Maker</source>
+        <translation>Изготовитель</translation>
+    </message>
     <message id="trivex-app-token-menu">
         <source>Token…</source>
         <translation>Токен…</translation>
+    </message>
+    <message id="trivex-app-token-model">
+        <source>Model</source>
+        <translation>Модель</translation>
     </message>
     <message id="trivex-app-token-name">
         <source>Name</source>
@@ -2605,6 +2829,26 @@
         <source>New name</source>
         <translation>Новое имя</translation>
     </message>
+    <message id="trivex-app-token-no-abilities">
+        <source>It neither makes keys nor signs.</source>
+        <translation>Не создаёт ключей и не подписывает.</translation>
+    </message>
+    <message id="trivex-app-token-pin-group">
+        <source>PIN</source>
+        <translation>PIN-код</translation>
+    </message>
+    <message id="trivex-app-token-pin-pad">
+        <source>the reader's own keys</source>
+        <translation>клавишах считывателя</translation>
+    </message>
+    <message id="trivex-app-token-pin-where">
+        <source>Entered on</source>
+        <translation>Вводится на</translation>
+    </message>
+    <message id="trivex-app-token-protected">
+        <source>Write-protected</source>
+        <translation>Защищён от записи</translation>
+    </message>
     <message id="trivex-app-token-read-only">
         <source>This token is write-protected.</source>
         <translation>Этот токен защищён от записи.</translation>
@@ -2616,6 +2860,30 @@
     <message id="trivex-app-token-removed-text">
         <source>This token was taken out. Its certificates return when it is inserted again.</source>
         <translation>Токен извлечён. Его сертификаты вернутся, когда вы вставите его снова.</translation>
+    </message>
+    <message id="trivex-app-token-secrets">
+        <source>Secret keys</source>
+        <translation>Секретные ключи</translation>
+    </message>
+    <message id="trivex-app-token-serial">
+        <source>Serial number</source>
+        <translation>Серийный номер</translation>
+    </message>
+    <message id="trivex-app-token-space">
+        <source>%1 free of %2</source>
+        <translation>свободно %1 из %2</translation>
+    </message>
+    <message id="trivex-app-token-space-row">
+        <source>Space</source>
+        <translation>Место</translation>
+    </message>
+    <message id="trivex-app-token-tries">
+        <source>Tries</source>
+        <translation>Попытки</translation>
+    </message>
+    <message id="trivex-app-token-wants-pin">
+        <source>Wants a PIN</source>
+        <translation>Требует PIN-код</translation>
     </message>
     <message id="trivex-app-tokens">
         <source>Tokens</source>
@@ -2648,6 +2916,26 @@
     <message id="trivex-app-transparency-time">
         <source>Entered</source>
         <translation>Внесён</translation>
+    </message>
+    <message id="trivex-app-tries-all">
+        <source>no wrong PIN is reported</source>
+        <translation>о неверном PIN-коде токен не сообщает</translation>
+    </message>
+    <message id="trivex-app-tries-fewer">
+        <source>fewer than at first</source>
+        <translation>меньше, чем вначале</translation>
+    </message>
+    <message id="trivex-app-tries-none">
+        <source>none, the PIN is locked</source>
+        <translation>нет, PIN-код заблокирован</translation>
+    </message>
+    <message id="trivex-app-tries-not-set">
+        <source>no PIN is set</source>
+        <translation>PIN-код не задан</translation>
+    </message>
+    <message id="trivex-app-tries-one">
+        <source>one</source>
+        <translation>одна</translation>
     </message>
     <message id="trivex-app-unblock-pin">
         <source>Unlock PIN…</source>

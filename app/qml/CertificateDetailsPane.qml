@@ -15,6 +15,8 @@ Item {
     /// Several rows have no details in common: what is done would not be done to the shown one.
     readonly property bool several: selection.count > 1
     readonly property QtObject certificate: several ? null : selection.certificate
+    readonly property bool isKey: !several && selection.isKey
+    readonly property bool any: certificate !== null || isKey
     readonly property string entryId: selection.entryId
     readonly property string place: selection.place
     readonly property int storeType: selection.type
@@ -27,6 +29,7 @@ Item {
     signal removeAsked()
     signal signAsked()
     signal editAsked()
+    signal requestAsked()
     signal exported(string path)
     signal copied()
     signal failed(string cause, string advice)
@@ -35,7 +38,7 @@ Item {
 
     EmptyState {
         anchors.fill: parent
-        visible: !pane.certificate && pane.offered
+        visible: !pane.any && pane.offered
         icon: "certificate"
         title: pane.several ? qsTrId("trivex-app-details-several")
                             : qsTrId("trivex-app-details-none")
@@ -61,6 +64,16 @@ Item {
         active: pane.certificate !== null
         sourceComponent: details
     }
+    Loader {
+        id: keyLoader
+        anchors.fill: parent
+        active: pane.isKey
+        sourceComponent: keyDetails
+        onActiveChanged: if (!active && pane.keyHadKeys) pane.keysLost()
+    }
+    /// Known before it goes.
+    property bool keyHadKeys: false
+    onIsKeyChanged: keyHadKeys = !isKey && hasKeys()
     onCertificateChanged: {
         const had = hasKeys()
         loader.active = false
@@ -74,6 +87,15 @@ Item {
                 return true
         }
         return false
+    }
+    Component {
+        id: keyDetails
+        KeyDetailsPane {
+            selection: pane.selection
+            onRequestAsked: pane.requestAsked()
+            onRemoveAsked: pane.removeAsked()
+            onCopied: pane.copied()
+        }
     }
     Component {
         id: details
@@ -158,7 +180,8 @@ Item {
     }
     /// Gives the keys to what can be done with the row.
     function focusFirst() {
-        const first = loader.item ? loader.item.nextItemInFocusChain(true) : null
+        const shown = loader.item || keyLoader.item
+        const first = shown ? shown.nextItemInFocusChain(true) : null
         if (first)
             first.forceActiveFocus(Qt.TabFocusReason)
     }

@@ -16,6 +16,7 @@ Item {
     property alias signers: signers
     property alias requests: requests
     property alias requestEntries: requestEntries
+    property alias tokenKeys: tokenKeys
     property alias watcher: watcher
     property alias errors: errors
     readonly property var categories: [
@@ -93,6 +94,10 @@ Item {
     EntryModel {
         id: requestEntries
         sourceModel: requests
+    }
+    TokenKeyModel {
+        id: tokenKeys
+        requests: library.requests
     }
     RequestWatcher {
         id: watcher

@@ -17,7 +17,7 @@ ColumnLayout {
         ? filters.rows.countWithValidity(Validity.Expiring) : 0
     spacing: Theme.unit * 1.25
     // A text decides: what is in an invisible item is never visible.
-    visible: [filterNotice, expiringNotice, tokenNotice].some(function(one) { return one.text })
+    visible: [filterNotice, expiringNotice, tokenNotice, keysNotice].some(function(one) { return one.text })
 
     Notice {
         id: filterNotice
@@ -43,5 +43,16 @@ ColumnLayout {
             ? qsTrId("trivex-app-token-removed-text") : notices.token.pinText
         level: notices.token.locked || notices.token.lastTry ? 3 : 2
         Layout.fillWidth: true
+    }
+    Notice {
+        id: keysNotice
+        objectName: "keysNotice"
+        text: notices.token.keysHidden ? qsTrId("trivex-app-keys-hidden") : ""
+        actionText: work.running || notices.token.locked ? "" : qsTrId("trivex-app-keys-show")
+        onAction: work.show(notices.token.storeId)
+        Layout.fillWidth: true
+    }
+    TokenKeyWork {
+        id: work
     }
 }

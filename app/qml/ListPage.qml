@@ -23,7 +23,8 @@ Item {
     property bool opened: false
     readonly property bool showsDetails: canGoBack
         || columns > 1 && (list.count > 0 || search.text.length > 0)
-    readonly property bool canGoBack: columns === 1 && opened && selection.certificate !== null
+    readonly property bool canGoBack: columns === 1 && opened
+        && (selection.certificate !== null || selection.isKey)
     property alias selection: selection
     property alias sortKey: rows.sortKey
     property alias descending: rows.descending
@@ -33,6 +34,8 @@ Item {
     signal removeAsked(var what)
     signal signAsked(string entryId)
     signal editAsked(string identity)
+    signal requestAsked(string storeId, string keyId, string name)
+    signal factsAsked(string storeId)
     signal exported(string path)
     signal copied()
     signal told(string text)
@@ -80,6 +83,7 @@ Item {
         entries: page.isRequests ? page.library.requestEntries : page.library.entries
         filter: page.category ? page.category.filter : page.isRequests ? requestFilter : null
         sortKey: SectionedModel.SortByName
+        keys: page.library.tokenKeys
         storeId: page.storeId
         pattern: search.text
     }
@@ -99,6 +103,7 @@ Item {
         onRemoveAsked: page.removeAsked(what)
         onSignAsked: page.signAsked(entryId)
         onEditAsked: page.editAsked(identity)
+        onRequestAsked: page.requestAsked(storeId, keyId, name)
         onExported: page.exported(path)
         onCopied: page.copied()
         onFailed: page.failed(cause, advice)
@@ -128,28 +133,10 @@ Item {
             spacing: Theme.unit * 1.25
             Layout.fillWidth: true
             Layout.fillHeight: true
-            PageHeader {
-                title: page.title
-                menuVisible: page.columns < 3
-                onMenuAsked: page.menuAsked()
+            ListHeader {
+                page: page
+                onFactsAsked: page.factsAsked(page.storeId)
                 Layout.fillWidth: true
-                TokenMenu { host: page }
-                Button {
-                    objectName: "importButton"
-                    text: qsTrId("trivex-app-import")
-                    icon.source: Theme.icon("import")
-                    highlighted: true
-                    visible: !page.isRequests
-                    onClicked: page.importAsked()
-                }
-                Button {
-                    objectName: "newRequestButton"
-                    text: qsTrId("trivex-app-new-request")
-                    icon.source: Theme.icon("plus")
-                    highlighted: true
-                    visible: page.isRequests
-                    onClicked: page.newRequestAsked()
-                }
             }
             SearchBar {
                 id: search
@@ -178,7 +165,7 @@ Item {
                     anchors.fill: parent
                     focus: true
                     model: rows
-                    sections: !page.storeId && !page.isRequests
+                    sections: page.storeId ? rows.hasKeys : !page.isRequests
                     pattern: search.text
                     selection: selection
                     // Where the details take the list's place, by arrow one looks around.

@@ -122,6 +122,7 @@ ApplicationWindow {
             onImportAsked: dialogs.chooseImport()
             onRemoveAsked: dialogs.askRemoval(what)
             onEditAsked: dialogs.editRequest(identity)
+            onFactsAsked: dialogs.showTokenFacts(storeId)
             onTold: dialogs.tell(text)
             onFailed: dialogs.fail(cause, advice)
             onEnded: queue.next()

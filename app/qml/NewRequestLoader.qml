@@ -29,6 +29,15 @@ Loader {
             item.focusFirst()
     }
 
+    /// A request for a key that is there. While another one is made, that goes first.
+    function useKey(storeId, keyId, name) {
+        if (item && item.busy)
+            return
+        if (unfinished)
+            startOver()
+        item.useKey(storeId, keyId, name)
+    }
+
     sourceComponent: Component {
         NewRequestPage {
             objectName: "newRequestPage"

@@ -12,8 +12,11 @@ FormPage {
     property int columns: 3
     readonly property bool signing: request.running && keyCard.made
     property bool explained: false
+    /// The name of a key that was there before, and gets a request.
+    property string existingKey
     /// A key that is being made, or has no request yet: the page is to stay.
     readonly property bool unfinished: request.running || request.hasKey && !savedPath
+    readonly property bool busy: request.running
     property string savedPath
     signal menuAsked()
     signal failed(string cause, string advice)
@@ -35,6 +38,10 @@ FormPage {
         else
             keyCard.focusFirst()
     }
+    function useKey(storeId, keyId, name) {
+        existingKey = name
+        request.takeKey(storeId, keyId)
+    }
     function create() {
         if (request.running || !form.check())
             return
@@ -42,6 +49,8 @@ FormPage {
         request.signAgain()
     }
     function tell(error) {
+        if (!keyCard.made)
+            existingKey = ""
         if (explained)
             return
         if (error === KeyRequest.NoKey)
@@ -81,8 +90,15 @@ FormPage {
         onFailed: page.failed(cause, advice)
         Layout.fillWidth: true
     }
+    Notice {
+        objectName: "existingKeyNotice"
+        text: page.existingKey
+            ? qsTrId("trivex-app-request-for-key").replace("%1", () => page.existingKey) : ""
+        Layout.fillWidth: true
+    }
     NewKeyCard {
         id: keyCard
+        visible: !page.existingKey
         request: request
         narrow: page.width < Theme.fontSize * 36
         onStarted: page.explained = false

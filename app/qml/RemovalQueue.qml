@@ -4,7 +4,7 @@ import QtQml 2.15
 import Trivex.Crypto 1.0
 import Trivex.Crypto.Tools 1.0
 
-/// Removes certificates one after the other. Where one can't be removed, the others stay too: the
+/// Removes certificates and keys one after the other. Where one can't be removed, the others stay too: the
 /// reason is most often theirs, and a wrong PIN would cost a try for each.
 QtObject {
     id: queue
@@ -12,6 +12,7 @@ QtObject {
     property var waiting: []
     property bool running: false
     property RemovalUndo undo
+    signal keyRemoved()
 
     function start(rows) {
         undo.begin()
@@ -31,20 +32,32 @@ QtObject {
                                    Qt.MatchExactly).length > 0
     }
     function next() {
-        while (waiting.length && !willEnd(waiting[0]))
+        while (waiting.length && (waiting[0].isKey ? !startKey(waiting[0]) : !willEnd(waiting[0])))
             waiting = waiting.slice(1)
         running = waiting.length > 0
-        if (!running)
+        if (!running || waiting[0].isKey)
             return
         const entryId = waiting[0].entryId
         undo.note(entries, waiting[0].identity)
         waiting = waiting.slice(1)
         KeyStoreModel.removeCertificate(entryId)
     }
+    /// False where nothing has begun, and no end follows.
+    function startKey(row) {
+        return keyWork.remove(row.storeId, row.keyId)
+    }
+    readonly property TokenKeyWork keyWork: TokenKeyWork {
+        onFinished: {
+            queue.waiting = succeeded ? queue.waiting.slice(1) : []
+            if (succeeded)
+                queue.keyRemoved()
+            Qt.callLater(queue.next)
+        }
+    }
     readonly property Connections ends: Connections {
         target: KeyStoreModel
         function onEntryRemovedChanged(success) {
-            if (!queue.running)
+            if (!queue.running || queue.keyWork.running)
                 return
             if (!success) {
                 queue.waiting = []

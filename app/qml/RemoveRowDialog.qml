@@ -14,6 +14,7 @@ RemoveDialog {
     property RemovalUndo undo
     /// Requests were deleted.
     signal deleted()
+    signal keyRemoved()
     /// What `RowActions` knows of each row.
     property var rows: []
     /// How many names are told.
@@ -26,6 +27,9 @@ RemoveDialog {
     place: rows.map(function(row) { return row.place })
         .filter(function(name, index, all) { return all.indexOf(name) === index }).join(", ")
     hasKey: rows.some(function(row) { return row.hasKey })
+    isKey: rows.length > 0 && rows.every(function(row) { return row.isKey })
+    requests: rows.filter(function(row) { return row.isKey && row.request })
+        .map(function(row) { return row.request }).join(", ")
     isRequest: rows.some(function(row) { return row.isRequest })
 
     function ask(rows_) {
@@ -60,5 +64,6 @@ RemoveDialog {
         id: queue
         entries: dialog.library.entries
         undo: dialog.undo
+        onKeyRemoved: dialog.keyRemoved()
     }
 }

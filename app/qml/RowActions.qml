@@ -14,13 +14,19 @@ Item {
     readonly property bool one: count === 1
     readonly property bool isRequest: selection.type === KeyStoreModel.Request
     /// The system's own certificates nobody removes here.
-    readonly property bool canRemove: count > 0 && selection.type >= 0
-        && selection.type !== KeyStoreModel.System
-    readonly property bool canSign: one && selection.keyKind !== EntryModel.NoKey
+    readonly property bool canRemove: count > 0 && (selection.isKey || selection.type >= 0
+        && selection.type !== KeyStoreModel.System)
+    /// A key alone is nothing to export.
+    readonly property bool canExport: count > 1 || !selection.isKey
+    readonly property bool canRequest: one && selection.isKey
+        && selection.rows.value(selection.row, "canRequest") === true
+    readonly property bool canSign: one && !selection.isKey
+        && selection.keyKind !== EntryModel.NoKey
     readonly property bool canEdit: one && isRequest
     signal removeAsked(var what)
     signal signAsked(string entryId)
     signal editAsked(string identity)
+    signal requestAsked(string storeId, string keyId, string name)
     signal exported(string path)
     signal copied()
     signal failed(string cause, string advice)
@@ -30,9 +36,15 @@ Item {
         const rows = selection.rows
         return selection.chosenRows().map(function(row) {
             const certificate = rows.value(row, "certificate")
+            const isKey = rows.value(row, "isKey") === true
             return { identity: rows.value(row, "identity"),
                      entryId: rows.value(row, "entryId") || "",
-                     name: Texts.plain(certificate.commonName || certificate.fileName),
+                     name: isKey ? rows.value(row, "name")
+                         : Texts.plain(certificate.commonName || certificate.fileName),
+                     isKey: isKey,
+                     storeId: rows.value(row, "storeId"),
+                     keyId: rows.value(row, "keyId") || "",
+                     request: rows.value(row, "request") || "",
                      issuer: rows.value(row, "issuer"),
                      validity: Validity.word(rows.value(row, "validity")),
                      until: rows.value(row, "until"),
@@ -45,6 +57,12 @@ Item {
     function remove() {
         if (canRemove)
             removeAsked(chosen())
+    }
+    function request() {
+        if (canRequest)
+            requestAsked(selection.rows.value(selection.row, "storeId"),
+                         selection.rows.value(selection.row, "keyId"),
+                         selection.rows.value(selection.row, "name"))
     }
     function sign() {
         if (canSign)
@@ -59,29 +77,34 @@ Item {
         if (count === 0)
             return
         Desktop.copy(chosen().map(function(row) {
-            return [row.name, row.isRequest ? "" : row.issuer, row.validity,
+            return [row.name, row.isRequest ? "" : row.issuer, row.isKey ? "" : row.validity,
                     row.isRequest || !row.until ? "" : Validity.until(row.until), row.place]
                 .filter(function(part) { return part }).join(", ")
         }).join("\n"))
         copied()
     }
+    /// Of the rows that can become files.
     function identities() {
-        return chosen().map(function(row) { return row.identity })
+        return chosen().filter(function(row) { return !row.isKey })
+            .map(function(row) { return row.identity })
     }
     function exportRows() {
-        if (one)
+        const files = identities()
+        if (one && files.length)
             pane.askWhere()
-        else if (count > 1)
-            several.choose(identities())
+        else if (files.length)
+            several.choose(files)
     }
     /// Several rows into one file.
     function exportTogether() {
-        if (count > 1)
-            together.choose(identities())
+        const files = identities()
+        if (count > 1 && files.length)
+            together.choose(files)
     }
     function copyPem() {
-        if (count > 0)
-            together.copy(identities())
+        const files = identities()
+        if (files.length)
+            together.copy(files)
     }
     // The buttons over the details.
     Connections {
@@ -89,6 +112,7 @@ Item {
         function onRemoveAsked() { actions.remove() }
         function onSignAsked() { actions.sign() }
         function onEditAsked() { actions.edit() }
+        function onRequestAsked() { actions.request() }
         function onExported(path) { actions.exported(path) }
         function onCopied() { actions.copied() }
         function onFailed(cause, advice) { actions.failed(cause, advice) }

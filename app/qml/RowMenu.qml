@@ -36,9 +36,17 @@ Menu {
         onTriggered: menu.actions.edit()
     }
     ActionItem {
+        objectName: "rowMenuRequest"
+        text: qsTrId("trivex-app-key-make-request")
+        icon.source: Theme.icon("request")
+        shown: menu.actions.canRequest
+        onTriggered: menu.actions.request()
+    }
+    ActionItem {
         objectName: "rowMenuExport"
         text: qsTrId("trivex-app-export")
         icon.source: Theme.icon("export")
+        shown: menu.actions.canExport
         onTriggered: menu.actions.exportRows()
     }
     ActionItem {
@@ -52,6 +60,7 @@ Menu {
         objectName: "rowMenuCopyPem"
         text: qsTrId("trivex-app-copy-pem")
         icon.source: Theme.icon("copy")
+        shown: menu.actions.canExport
         onTriggered: menu.actions.copyPem()
     }
     ActionItem {

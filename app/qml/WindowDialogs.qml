@@ -30,6 +30,7 @@ Item {
     function startImport(path) { importDialog.start(path) }
     function askRemoval(rows) { removeDialog.ask(rows) }
     function editRequest(identity) { editDialog.edit(identity) }
+    function showTokenFacts(storeId) { tokenFacts.show(storeId) }
     function showSettings() { settingsDialog.open() }
     function showManual() { manualDialog.open() }
     /// An operation on a token has ended, well or not: an edited request may be written.
@@ -56,6 +57,8 @@ Item {
         selection: dialogs.selection
         undo: undo.undo
         onDeleted: dialogs.tellRemoved()
+        // There is no way back from that, and none is offered.
+        onKeyRemoved: toast.show(qsTrId("trivex-app-key-removed"))
     }
     UndoRemoval {
         id: undo
@@ -72,6 +75,11 @@ Item {
             toast.show(qsTrId("trivex-app-saved"))
         }
         onFailed: errorDialog.show(cause, advice)
+    }
+    TokenFactsDialog {
+        id: tokenFacts
+        onCopied: toast.show(qsTrId("trivex-app-copied"))
+        onAboutToShow: dialogs.aboutToShow()
     }
     SettingsDialog {
         id: settingsDialog

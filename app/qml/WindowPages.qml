@@ -21,6 +21,7 @@ Item {
     signal importAsked()
     signal removeAsked(var what)
     signal editAsked(string identity)
+    signal factsAsked(string storeId)
     signal told(string text)
     signal failed(string cause, string advice)
     /// A page that was at work has ended.
@@ -39,6 +40,11 @@ Item {
     function signWith(entryId) {
         asked("sign")
         signing.item.selectEntry(entryId)
+    }
+    /// A new request for a key that is there.
+    function requestFor(storeId, keyId, name) {
+        asked("newRequest")
+        requestPage.useKey(storeId, keyId, name)
     }
     /// An operation on a token has ended, well or not.
     function operationEnded() { requestPage.generationEnded() }
@@ -59,6 +65,8 @@ Item {
         onSignAsked: pages.signWith(entryId)
         onEditAsked: pages.editAsked(identity)
         onTold: pages.told(text)
+        onFactsAsked: pages.factsAsked(storeId)
+        onRequestAsked: pages.requestFor(storeId, keyId, name)
         onCopied: pages.told(qsTrId("trivex-app-copied"))
         onExported: pages.told(qsTrId("trivex-app-exported").arg(path))
         onFailed: pages.failed(cause, advice)

@@ -92,22 +92,49 @@ bool StoreWriter::write(const QString &storeId, const QCA::KeyBundle &bundle)
     return start(storeId, change);
 }
 
+bool StoreWriter::removeKey(const QString &storeId, const QString &keyId)
+{
+    StoreChange change;
+    change.kind = StoreChange::RemoveKey;
+    change.entryId = keyId;
+    return start(storeId, change);
+}
+
+bool StoreWriter::showKeys(const QString &storeId)
+{
+    StoreChange change;
+    change.kind = StoreChange::ShowKeys;
+    return start(storeId, change);
+}
+
 bool StoreWriter::start(const QString &storeId, StoreChange change)
 {
     change.owner = m_shared->owner;
-    const bool isRemoval = change.kind == StoreChange::RemoveEntry;
     // As on QCA's own thread, where no signer's scope is in force.
     const QuestionScope nobody(nullptr);
-    return startStoreChange(storeId, change,
-                            [this, shared = m_shared, isRemoval](const StoreChangeResult &result) {
-                                // Runs on this object's thread, and not when it has gone.
-                                shared->post([this, result, isRemoval] {
-                                    if (isRemoval)
-                                        Q_EMIT removed(result.succeeded);
-                                    else
-                                        Q_EMIT written(result.entryId);
-                                });
-                            });
+    return startStoreChange(
+        storeId, change,
+        [this, shared = m_shared, kind = change.kind](const StoreChangeResult &result) {
+            // Runs on this object's thread, and not when it has gone.
+            shared->post([this, result, kind] { tell(kind, result.succeeded, result.entryId); });
+        });
+}
+
+void StoreWriter::tell(int kind, bool succeeded, const QString &entryId)
+{
+    switch (StoreChange::Kind(kind)) {
+    case StoreChange::RemoveEntry:
+    case StoreChange::RemoveKey:
+        Q_EMIT removed(succeeded);
+        break;
+    case StoreChange::ShowKeys:
+        Q_EMIT shown(succeeded);
+        break;
+    case StoreChange::WriteCertificate:
+    case StoreChange::WriteBundle:
+        Q_EMIT written(entryId);
+        break;
+    }
 }
 
 } // namespace Trivex

@@ -35,6 +35,10 @@ public:
     // and, for certificates, on the store of the user's files. False for every other store.
     bool write(const QString &storeId, const QCA::Certificate &certificate);
     bool write(const QString &storeId, const QCA::KeyBundle &bundle);
+    /// The key of that id (`TokenKeyFacts::id`), which has no certificate.
+    bool removeKey(const QString &storeId, const QString &keyId);
+    /// Logs in, so that the token shows the keys that it hides.
+    bool showKeys(const QString &storeId);
 
 Q_SIGNALS:
     // Of what goes past QCA alone. Never before the call that they belong to returns.
@@ -42,9 +46,11 @@ Q_SIGNALS:
     /// `entryId` is empty when the write failed.
     void written(const QString &entryId);
     void removed(bool success);
+    void shown(bool success);
 
 private:
     struct Shared;
+    void tell(int kind, bool succeeded, const QString &entryId);
     /// False when the store is none of our tokens.
     bool start(const QString &storeId, StoreChange change);
 

@@ -19,6 +19,8 @@ public:
     virtual void setRequestInfo(const QCA::CertificateInfo &info) = 0;
     /// Goes back to the subject of the request as it was last made or loaded.
     virtual void restoreRequestInfo() = 0;
+    /// DER SubjectPublicKeyInfo of the key that the request is for; empty without a request.
+    virtual QByteArray requestKeyInfo() const = 0;
     /// True when the key of the loaded request is available to sign it again. Asks the tokens; an
     /// event loop may run meanwhile.
     virtual bool hasRequestKey() const = 0;

@@ -49,6 +49,7 @@ class FakeRequest : public FakeCertificate, public SavedRequest {
     Q_INTERFACES(Trivex::SavedRequest)
 public:
     QString requestFile() const override { return path; }
+    QByteArray requestKeyInfo() const override { return {}; }
     QCA::CertificateInfo requestInfo() const override { return info; }
     void setRequestInfo(const QCA::CertificateInfo &changed) override { info = changed; }
     void restoreRequestInfo() override { }

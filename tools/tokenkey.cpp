@@ -1,0 +1,127 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tools/tokenkey.h"
+
+#include "tools/certificatedetails.h"
+#include "tools/detailgroups.h"
+
+namespace Trivex {
+
+TokenKey::TokenKey(QObject *parent)
+    : QObject(parent)
+{
+}
+
+TokenKeyModel *TokenKey::keys() const
+{
+    return m_keys;
+}
+
+void TokenKey::setKeys(TokenKeyModel *keys)
+{
+    if (m_keys == keys)
+        return;
+    if (m_keys)
+        disconnect(m_keys, nullptr, this, nullptr);
+    m_keys = keys;
+    if (keys) {
+        connect(keys, &QAbstractItemModel::rowsInserted, this, &TokenKey::changed);
+        connect(keys, &QAbstractItemModel::rowsRemoved, this, &TokenKey::changed);
+        connect(keys, &QAbstractItemModel::dataChanged, this, &TokenKey::changed);
+    }
+    Q_EMIT changed();
+}
+
+QString TokenKey::identity() const
+{
+    return m_identity;
+}
+
+void TokenKey::setIdentity(const QString &identity)
+{
+    if (m_identity == identity)
+        return;
+    m_identity = identity;
+    Q_EMIT changed();
+}
+
+QVariant TokenKey::value(int role) const
+{
+    const int row = m_keys ? m_keys->rowOfIdentity(m_identity) : -1;
+    return row < 0 ? QVariant() : m_keys->index(row).data(role);
+}
+
+bool TokenKey::present() const
+{
+    return value(TokenKeyModel::IsKeyRole).toBool();
+}
+
+QString TokenKey::name() const
+{
+    return value(TokenKeyModel::NameRole).toString();
+}
+
+QString TokenKey::storeId() const
+{
+    return value(EntryModel::StoreIdRole).toString();
+}
+
+QString TokenKey::storeName() const
+{
+    return value(EntryModel::StoreNameRole).toString();
+}
+
+QString TokenKey::keyId() const
+{
+    return value(TokenKeyModel::KeyIdRole).toString();
+}
+
+bool TokenKey::canRequest() const
+{
+    return value(TokenKeyModel::CanRequestRole).toBool();
+}
+
+QString TokenKey::request() const
+{
+    return value(TokenKeyModel::RequestRole).toString();
+}
+
+QString TokenKey::requestIdentity() const
+{
+    return value(TokenKeyModel::RequestIdentityRole).toString();
+}
+
+QVariantList TokenKey::groups() const
+{
+    if (!present())
+        return {};
+    DetailGroups groups;
+    //% "Key"
+    groups.begin(qtTrId("trivex-app-key-group"));
+    //% "Kind"
+    groups.add(qtTrId("trivex-app-key-row-kind"), value(TokenKeyModel::KindRole).toString());
+    //% "Key name"
+    groups.add(qtTrId("trivex-app-key-row-name"), name());
+    //% "Id on the token"
+    groups.add(qtTrId("trivex-app-key-row-id"), value(TokenKeyModel::TokenIdRole).toString(),
+               DetailGroups::FixedWidth);
+    const QString uses = value(TokenKeyModel::UsesRole).toString();
+    //% "May"
+    groups.add(qtTrId("trivex-app-key-row-uses"),
+               //% "is known after a login"
+               uses.isEmpty() ? qtTrId("trivex-app-key-uses-unknown") : uses);
+    //% "Origin"
+    groups.add(qtTrId("trivex-app-key-row-origin"), value(TokenKeyModel::OriginRole).toString());
+    //% "Token"
+    groups.add(qtTrId("trivex-app-key-row-token"), storeName());
+    //% "Waits for the certificate of"
+    groups.add(qtTrId("trivex-app-key-row-request"), request());
+    return groups.groups();
+}
+
+QString TokenKey::text() const
+{
+    return CertificateDetails::textOf(groups());
+}
+
+} // namespace Trivex

@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/adapter/storewriter.h"
+
+namespace Trivex {
+
+/// Work on the keys without a certificate of a token: removes one, or logs in so that the token
+/// shows those that it hides. One at a time. The token's PIN is asked for as by any operation, and
+/// why one failed is told by `TokenErrors`.
+///
+///     TokenKeyWork {
+///         id: work
+///         onFinished: if (succeeded) toast.show("The key is removed.")
+///     }
+///     ...
+///     work.remove(row.storeId, row.keyId)
+class TokenKeyWork : public QObject {
+    Q_OBJECT
+    /// True from a call until `finished()`.
+    Q_PROPERTY(bool running READ isRunning NOTIFY runningChanged)
+public:
+    explicit TokenKeyWork(QObject *parent = nullptr);
+
+    bool isRunning() const { return m_isRunning; }
+
+    // False, and nothing happens, while other work runs and where there is no such token.
+    /// For good: a key can't be written back.
+    Q_INVOKABLE bool remove(const QString &storeId, const QString &keyId);
+    Q_INVOKABLE bool show(const QString &storeId);
+    /// Asks the running work to end; `finished` follows.
+    Q_INVOKABLE void cancel();
+
+Q_SIGNALS:
+    void runningChanged();
+    void finished(bool succeeded);
+
+private:
+    bool begin(const QString &storeId, bool hasStarted);
+    void end(bool succeeded);
+
+    StoreWriter m_writer;
+    QString m_storeId;
+    bool m_isRunning = false;
+};
+
+} // namespace Trivex
