@@ -35,7 +35,7 @@ constexpr const char *StateWords[] = {"unknown", "valid", "expiring", "expired",
 
 int stateOf(const StoreRow &row)
 {
-    const QCA::Certificate &certificate = row.item.certificate;
+    const QCA::Certificate &certificate = row.item.certificate();
     return Validity().state(certificate.notValidBefore(), certificate.notValidAfter());
 }
 
@@ -46,7 +46,7 @@ QString isoTime(const QDateTime &time)
 
 QJsonObject jsonOf(const StoreRow &row)
 {
-    const QCA::Certificate &certificate = row.item.certificate;
+    const QCA::Certificate &certificate = row.item.certificate();
     return {{QStringLiteral("id"), entryId(row.entry)},
             {QStringLiteral("name"), itemName(row.item)},
             {QStringLiteral("issuer"), itemDetail(row.item)},
@@ -65,7 +65,7 @@ QString lineOf(const StoreRow &row)
 {
     const Validity validity;
     QStringList parts = {itemName(row.item), itemDetail(row.item), validity.word(stateOf(row)),
-                         validity.until(row.item.certificate.notValidAfter())};
+                         validity.until(row.item.certificate().notValidAfter())};
     if (row.hasKey) {
         //% "with its key"
         parts += qtTrId("trivex-console-with-key");

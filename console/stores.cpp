@@ -66,10 +66,10 @@ QVector<StoreRow> Stores::rowsOf(QCA::KeyStore *store)
         const QCA::Certificate certificate =
             bundle.isNull() ? entryCertificate(entry) : bundle.certificateChain().primary();
         StoreRow row;
-        row.item.certificate = ownCertificate(certificate);
-        if (row.item.certificate.isNull())
+        const QCA::Certificate own = ownCertificate(certificate);
+        if (own.isNull())
             continue;
-        row.item.der = row.item.certificate.toDER();
+        row.item.der = own.toDER();
         row.entry = entry;
         row.hasKey = !bundle.isNull();
         rows += row;

@@ -51,7 +51,7 @@ QVector<ChainCandidate> candidates(const Stores &stores)
     for (QCA::KeyStore *store : stores.all()) {
         const QVector<StoreRow> rows = Stores::rowsOf(store);
         for (const StoreRow &row : rows)
-            known += DocumentVerifier::candidate(row.item.certificate, store->id(),
+            known += DocumentVerifier::candidate(row.item.certificate(), store->id(),
                                                  store->type() == QCA::KeyStore::System);
     }
     return known;

@@ -17,12 +17,23 @@ BaseDialog {
     /// With `handsOn`, a file was chosen, and whoever hears of it decides where it is shown.
     signal handedOn(string path)
     signal copied()
+    /// It ended otherwise, after the dialog was closed; `left` when its user left it.
+    signal undone(string problem, bool left)
+    /// The user does not want to wait for the file of `expect` any more.
+    signal gaveUp()
     property bool handsOn: false
     /// Where the issuers of what is looked at are looked for.
     property alias entries: itemDialog.entries
     readonly property bool writing: job.running
     /// Closed while it writes, it takes another file when that has ended.
     readonly property bool busy: visible || writing
+    /// It is closed, or on its way there.
+    property bool left: true
+    /// The file that somebody else reads at the moment.
+    property string expected
+    readonly property bool reading: fileReading || expected
+    readonly property bool fileReading: file.reading
+    onFileReadingChanged: if (!fileReading && visible) haveRead()
     readonly property bool isBundle: file.kind === CertificateFile.BundleKind
     readonly property bool ready: !writing && file.items.checkedCount > 0
         && (chooser.usable || file.items.checkedCertificates === 0)
@@ -37,21 +48,45 @@ BaseDialog {
     function start(path) {
         if (writing)
             return
+        expected = ""
         job.clear()
-        file.open(path)
         password.clear()
+        file.open(path)
+        if (!file.reading)
+            haveRead()
+        open()
+    }
+    /// Shows that the file is being read, until `start`, or `close`.
+    function expect(path) {
+        if (writing)
+            return
+        forget()
+        expected = path
+        open()
+    }
+    /// What `expect` began is over.
+    function release() {
+        if (!expected)
+            return
+        expected = ""
+        close()
+    }
+    function haveRead() {
         if (isBundle || file.items.checkedKeys > 0)
             chooser.startOver()
         else
             chooser.refresh()
-        open()
         if (isBundle)
             file.unlock("")
+        if (opened)
+            takeFocus()
+    }
+    function takeFocus() {
+        isBundle ? password.forceActiveFocus(Qt.PopupFocusReason) : focusFirst()
     }
     /// Lets the user choose the file.
     function choose() {
-        fileChooser.active = true
-        fileChooser.item.open()
+        fileChooser.open()
     }
     function take(path) {
         if (handsOn)
@@ -71,9 +106,17 @@ BaseDialog {
             : chooser.filesChosen ? chooser.filesName : chooser.tokenName
         job.start(file, chooser.filesChosen ? job.filesStoreId : chooser.storeId)
     }
+    onAboutToShow: left = false
+    onAboutToHide: left = true
     onOpened: if (isBundle) password.forceActiveFocus(Qt.PopupFocusReason)
+    // Escape. Whoever only closes the dialog lets the import go on.
+    onRejected: job.cancel()
     onClosed: {
         itemDialog.close()
+        if (expected) {
+            expected = ""
+            gaveUp()
+        }
         password.clear()
         if (!writing)
             forget()
@@ -91,6 +134,8 @@ BaseDialog {
             if (good) {
                 dialog.close()
                 dialog.imported(dialog.name, written, dialog.place)
+            } else if (dialog.left && (written > 0 || !explained)) {
+                dialog.undone(problem, job.left)
             }
             if (!dialog.visible)
                 dialog.forget()
@@ -105,52 +150,21 @@ BaseDialog {
         parent: dialog.parent
         onCopied: dialog.copied()
     }
-    Loader {
+    ImportFileChooser {
         id: fileChooser
-        active: false
-        // On a desktop without a dialog of its own the platform's dialog is drawn with widgets,
-        // which need a `QApplication`.
-        source: Desktop.hasWidgets ? "PlatformFileChooser.qml" : "FileChooser.qml"
-        onLoaded: {
-            // It would find no window by itself, because this dialog may not be open yet.
-            if (item instanceof BaseDialog)
-                item.parent = dialog.parent
-            item.title = dialog.title
-            item.nameFilters = [
-                [qsTrId("trivex-app-filter-certificates"),
-                 ["*.pem", "*.crt", "*.cer", "*.der", "*.p7b", "*.p7c", "*.p12", "*.pfx",
-                  "*.csr", "*.p10", "*.req", "*.crl"]],
-                [qsTrId("trivex-app-filter-all"), ["*"]]]
-        }
-        Connections {
-            target: fileChooser.item
-            function onChosen(file) { dialog.take(Files.path(file)) }
-        }
+        dialog: dialog
+        onChosen: dialog.take(path)
     }
     Label {
         textFormat: Text.PlainText
-        text: Files.fileName(file.path)
+        text: Files.fileName(dialog.expected || file.path)
         font.bold: true
         elide: Text.ElideMiddle
         Layout.fillWidth: true
     }
-    Notice {
-        objectName: "importProblem"
-        readonly property bool firstTry: dialog.isBundle && !password.text && !file.unlocking
-        level: firstTry ? 0 : 3
-        text: file.unlocked ? "" : firstTry && file.problem ? qsTrId("trivex-app-bundle-ask")
-            : file.problem ? file.problem
-            : kinds[file.kind] || ""
-        /// What to know of files that hold no certificate.
-        readonly property var kinds: ({
-            [CertificateFile.RequestKind]: qsTrId("trivex-app-kind-request"),
-            [CertificateFile.PrivateKeyKind]: qsTrId("trivex-app-kind-key"),
-            [CertificateFile.PublicKeyKind]: qsTrId("trivex-app-kind-public-key"),
-            [CertificateFile.RevocationListKind]: qsTrId("trivex-app-kind-list"),
-            [CertificateFile.MessageKind]: qsTrId("trivex-app-kind-message"),
-            [CertificateFile.SignatureKind]: qsTrId("trivex-app-kind-signature"),
-            [CertificateFile.OtherKind]: qsTrId("trivex-app-kind-other")
-        })
+    FileNotices {
+        file: file
+        waits: !password.text
         Layout.fillWidth: true
     }
     RowLayout {
@@ -171,13 +185,6 @@ BaseDialog {
             enabled: !file.unlocking
             onClicked: file.unlock(password.text)
         }
-    }
-    Notice {
-        objectName: "importBroken"
-        level: 2
-        text: file.broken > 0 && file.items.count > 0
-            ? qsTrId("trivex-app-kind-broken", file.broken) : ""
-        Layout.fillWidth: true
     }
     FileItemList {
         id: list
@@ -205,19 +212,22 @@ BaseDialog {
     Notice {
         id: failure
         objectName: "importFailure"
-        level: 3
+        level: job.left ? 0 : 3
         text: job.problem
         Layout.fillWidth: true
     }
     RowLayout {
-        visible: dialog.writing || file.unlocking
+        visible: dialog.writing || file.unlocking || dialog.reading
         BusyIndicator {
             Accessible.name: busyLabel.text
         }
         Label {
             textFormat: Text.PlainText
             id: busyLabel
-            text: file.unlocking ? qsTrId("trivex-app-bundle-opening") : qsTrId("trivex-app-busy-write")
+            objectName: "importBusy"
+            text: dialog.reading ? qsTrId("trivex-app-reading")
+                : file.unlocking ? qsTrId("trivex-app-bundle-opening")
+                : qsTrId("trivex-app-busy-write")
         }
     }
     footer: DialogButtons {

@@ -4,7 +4,6 @@
 
 #include "qca/chains/chaincheck.h"
 #include "qca/questions/background.h"
-#include "qca/x509/makecertificate.h"
 #include "tools/chaintexts.h"
 
 #include <QLocale>
@@ -39,7 +38,6 @@ QVector<FileItem> itemsOf(const QVector<ChainStep> &steps)
     for (const ChainStep &step : steps) {
         FileItem item;
         item.der = step.der;
-        item.certificate = makeCertificate(step.der);
         items += item;
     }
     return items;

@@ -2,14 +2,19 @@
 // SPDX-License-Identifier: MIT
 #include "tools/certificatefile.h"
 
+#include "qca/adapter/filereading.h"
 #include "qca/adapter/keybundlefile.h"
-#include "qca/base/regularfile.h"
 #include "qca/base/securedtext.h"
 #include "tools/files.h"
 
 namespace Trivex {
 
 namespace {
+
+/// Nobody notices that the window stands still for as long.
+constexpr std::chrono::milliseconds UnnoticedPause{40};
+/// The longest wait for a thread that was told to stop.
+constexpr std::chrono::milliseconds StopPatience{1000};
 
 /// What a file of single objects is, by what is among them.
 constexpr struct {
@@ -21,6 +26,9 @@ constexpr struct {
     {FileObject::RevocationList, CertificateFile::RevocationListKind},
     {FileObject::PrivateKey, CertificateFile::PrivateKeyKind},
     {FileObject::PublicKey, CertificateFile::PublicKeyKind},
+    {FileObject::EncryptedMessage, CertificateFile::EncryptedMessageKind},
+    {FileObject::AttributeCertificate, CertificateFile::AttributeCertificateKind},
+    {FileObject::RevocationAnswer, CertificateFile::RevocationAnswerKind},
 };
 
 CertificateFile::Kind kindOf(const FileContents &contents)
@@ -71,7 +79,14 @@ CertificateFile::CertificateFile(QObject *parent)
 {
 }
 
-CertificateFile::~CertificateFile() = default;
+CertificateFile::~CertificateFile()
+{
+    if (!m_reading)
+        return;
+    // It uses QCA, which may end next.
+    m_reading->stop();
+    m_reading->waiter().settles(StopPatience);
+}
 
 QString CertificateFile::path() const
 {
@@ -122,38 +137,66 @@ int CertificateFile::broken() const
 void CertificateFile::clear()
 {
     ++m_serial;
+    if (m_reading)
+        m_reading->stop();
+    m_reading.reset();
     m_kind = None;
     m_problem.clear();
     m_unlocked = false;
     m_unlocking = false;
     m_broken = 0;
+    m_unreadKeys = 0;
     m_items.setItems({});
+}
+
+void CertificateFile::stop()
+{
+    if (!m_reading)
+        return;
+    clear();
+    Q_EMIT contentChanged();
 }
 
 void CertificateFile::read()
 {
-    FileProblem problem = FileProblem::None;
-    auto bytes = readRegularFile(m_path, &problem);
+    m_reading = std::make_shared<FileReading>(m_path);
+    const int serial = m_serial;
+    connect(
+        &m_reading->waiter(), &Waiter::resolved, this,
+        [this, serial] {
+            if (serial != m_serial || !m_reading)
+                return;
+            haveRead();
+            Q_EMIT contentChanged();
+        },
+        Qt::QueuedConnection);
+    m_reading->start();
+    if (m_reading->waiter().settles(UnnoticedPause))
+        haveRead();
+}
+
+void CertificateFile::haveRead()
+{
+    const std::shared_ptr<FileReading> reading = std::move(m_reading);
+    m_reading.reset();
     // More than any certificate, bundle or request needs is something else.
-    if (problem == FileProblem::TooLarge) {
+    if (reading->problem() == FileProblem::TooLarge) {
         m_kind = OtherKind;
         return;
     }
-    if (!bytes || bytes->isEmpty()) {
+    if (reading->problem() == FileProblem::Unreadable || reading->wasEmpty()) {
         m_kind = Unreadable;
         m_problem = Files().whyNotRead(m_path);
         return;
     }
-    const FileContents contents = readFileContents(*bytes);
-    if (contents.has(FileObject::PrivateKey))
-        bytes->fill(0);
-    take(contents);
+    take(reading->contents());
 }
 
 void CertificateFile::take(const FileContents &contents)
 {
     m_kind = kindOf(contents);
     m_broken = contents.broken;
+    m_unreadKeys = contents.unreadKeys;
     m_items.setItems(fileItems(contents));
     if (m_kind == Unreadable) {
         //% "What this file holds is damaged. Ask for it to be sent again."

@@ -7,24 +7,34 @@
 #include <QObject>
 #include <QtCrypto>
 
+#include <memory>
+
 namespace Trivex {
+
+class FileReading;
 
 /// What a file holds, told by its content and never by its name, with everything in it.
 ///
-/// A bundle shows nothing until `unlock`, which opens it in a worker thread: key derivation may
-/// take long, and the window goes on meanwhile.
+/// A file of some kilobytes has been read when `open` returns, and so has a larger one that takes
+/// no time. Others are read in a worker thread, with `reading` true meanwhile. A bundle shows
+/// nothing until `unlock`, which opens it in a worker thread too: key derivation may take long, and
+/// the window goes on meanwhile.
 class CertificateFile : public QObject {
     Q_OBJECT
     Q_PROPERTY(QString path READ path WRITE setPath NOTIFY pathChanged)
     Q_PROPERTY(int kind READ kind NOTIFY contentChanged)
     /// Why a file is `Unreadable`, or a bundle would not open; a sentence with its next step.
     Q_PROPERTY(QString problem READ problem NOTIFY contentChanged)
+    /// True until it is known what the file holds; `kind` is `None` until then.
+    Q_PROPERTY(bool reading READ isReading NOTIFY contentChanged)
     Q_PROPERTY(bool unlocked READ isUnlocked NOTIFY contentChanged)
     Q_PROPERTY(bool unlocking READ isUnlocking NOTIFY contentChanged)
     /// What is in it, each with its tick; the same object always.
     Q_PROPERTY(Trivex::FileItemModel *items READ items CONSTANT)
     /// How many parts of it are damaged and left out.
     Q_PROPERTY(int broken READ broken NOTIFY contentChanged)
+    /// How many private keys more than a few are in it, which were not looked at.
+    Q_PROPERTY(int unreadKeys READ unreadKeys NOTIFY contentChanged)
 public:
     /// What the file is; where it holds several things, the first of these that is among them.
     enum Kind {
@@ -40,6 +50,9 @@ public:
         SignatureKind, ///< the bytes of a signature and nothing else
         RevocationListKind,
         PublicKeyKind,
+        AttributeCertificateKind,
+        RevocationAnswerKind, ///< of OCSP
+        EncryptedMessageKind, ///< encrypted PKCS#7 or CMS
     };
     Q_ENUM(Kind)
 
@@ -50,13 +63,18 @@ public:
     void setPath(const QString &path);
     int kind() const;
     QString problem() const;
+    bool isReading() const { return m_reading != nullptr; }
     bool isUnlocked() const;
     bool isUnlocking() const;
     FileItemModel *items() { return &m_items; }
     int broken() const;
+    int unreadKeys() const { return m_unreadKeys; }
 
-    /// Reads the file of this moment, again where the path is the one before.
+    /// Reads the file of this moment, again where the path is the one before; `contentChanged`
+    /// tells when it is known. What is still read for an earlier call is stopped.
     Q_INVOKABLE void open(const QString &path);
+    /// Stops reading: the file then holds nothing that is known.
+    Q_INVOKABLE void stop();
     /// Tries a bundle's password; `contentChanged` tells when it is done.
     Q_INVOKABLE void unlock(const QString &password);
 
@@ -67,6 +85,7 @@ Q_SIGNALS:
 private:
     void clear();
     void read();
+    void haveRead();
     void take(const FileContents &contents);
     void opened(int serial, const QCA::KeyBundle &bundle, QCA::ConvertResult result);
 
@@ -77,6 +96,8 @@ private:
     bool m_unlocking = false;
     int m_serial = 0; ///< tells a late answer for an earlier file
     int m_broken = 0;
+    int m_unreadKeys = 0;
+    std::shared_ptr<FileReading> m_reading; ///< null when nothing is being read
     FileItemModel m_items;
 };
 

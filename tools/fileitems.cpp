@@ -2,13 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "tools/fileitems.h"
 
-#include "qca/base/providers.h"
-#include "qca/keys/keys.h"
-#include "qca/x509/makecertificate.h"
 #include "tools/certificatedetails.h"
 #include "tools/fileitemtexts.h"
 
-#include <QSet>
+#include <QHash>
 
 #include <algorithm>
 
@@ -16,27 +13,13 @@ namespace Trivex {
 
 namespace {
 
-/// Each is compared with each certificate.
-constexpr int MostKeys = 20;
-
-/// The first certificate of `key`, or -1.
-int certificateOf(const QVector<FileItem> &items, const QCA::PrivateKey &key)
+/// An item for `object`, which is no private key.
+FileItem itemOf(const FileObject &object)
 {
-    const QCA::PublicKey half = publicKeyOf(key);
-    for (int i = 0; !half.isNull() && i < items.size(); ++i) {
-        const FileItem &item = items.at(i);
-        if (item.kind == FileObject::Certificate
-            && isSamePublicKey(item.certificate.subjectPublicKey(), half))
-            return i;
-    }
-    return -1;
-}
-
-QCA::PrivateKey keyFrom(const QCA::SecureArray &secret)
-{
-    if (secret.isEmpty())
-        return {};
-    return QCA::PrivateKey::fromDER(secret, QCA::SecureArray(), nullptr, opensslProviderName());
+    FileItem item;
+    item.kind = object.kind;
+    item.der = object.der;
+    return item;
 }
 
 } // namespace
@@ -44,31 +27,27 @@ QCA::PrivateKey keyFrom(const QCA::SecureArray &secret)
 QVector<FileItem> fileItems(const FileContents &contents)
 {
     QVector<FileItem> items;
-    QSet<QByteArray> known; // chains are often joined with what they end in
+    QHash<QByteArray, int> known; // chains are often joined with what they end in
     items.reserve(contents.objects.size());
+    known.reserve(contents.objects.size());
     for (const FileObject &object : contents.objects) {
         if (object.kind == FileObject::PrivateKey || known.contains(object.der))
             continue;
-        known.insert(object.der);
-        FileItem item;
-        item.kind = object.kind;
-        item.der = object.der;
-        if (item.kind == FileObject::Certificate)
-            item.certificate = makeCertificate(object.der);
-        items += item;
+        known.insert(object.der, items.size());
+        items += itemOf(object);
     }
-    int keys = 0;
     for (const FileObject &object : contents.objects) {
         if (object.kind != FileObject::PrivateKey)
             continue;
-        FileItem item;
-        item.kind = object.kind;
-        item.key = ++keys <= MostKeys ? keyFrom(object.secret) : QCA::PrivateKey();
-        const int owner = certificateOf(items, item.key);
-        if (owner >= 0)
-            items[owner].key = item.key;
-        else
+        if (object.certificate >= 0) {
+            const QByteArray &owner = contents.objects.at(object.certificate).der;
+            items[known.value(owner)].key = privateKeyOf(object);
+        } else {
+            FileItem item;
+            item.kind = object.kind;
+            item.key = privateKeyOf(object);
             items += item;
+        }
     }
     return items;
 }
@@ -79,7 +58,6 @@ QVector<FileItem> fileItems(const QCA::KeyBundle &bundle)
     const QCA::CertificateChain chain = bundle.certificateChain();
     for (const QCA::Certificate &certificate : chain) {
         FileItem item;
-        item.certificate = certificate;
         item.der = certificate.toDER();
         if (items.isEmpty()) {
             item.key = bundle.privateKey();
@@ -128,9 +106,9 @@ QVariant FileItemModel::data(const QModelIndex &index, int role) const
     case InitialRole:
         return itemName(item).left(1).toUpper();
     case FromRole:
-        return item.certificate.isNull() ? QDateTime() : item.certificate.notValidBefore();
+        return item.certificate().isNull() ? QDateTime() : item.certificate().notValidBefore();
     case UntilRole:
-        return item.certificate.isNull() ? QDateTime() : item.certificate.notValidAfter();
+        return item.certificate().isNull() ? QDateTime() : item.certificate().notValidAfter();
     case CheckableRole:
         return item.isImportable();
     case CheckedRole:

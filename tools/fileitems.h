@@ -33,7 +33,16 @@ public:
     };
     Q_ENUM(Role)
     /// As `FileObject::Kind`.
-    enum Kind { Certificate, Request, RevocationList, PrivateKey, PublicKey };
+    enum Kind {
+        Certificate,
+        Request,
+        RevocationList,
+        PrivateKey,
+        PublicKey,
+        AttributeCertificate,
+        RevocationAnswer,
+        EncryptedMessage,
+    };
     Q_ENUM(Kind)
 
     explicit FileItemModel(QObject *parent = nullptr);

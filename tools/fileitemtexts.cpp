@@ -36,6 +36,13 @@ QCA::CRL listOf(const FileItem &item)
     return QCA::CRL::fromDER(item.der, nullptr, opensslProviderName());
 }
 
+/// Named, and not looked into.
+bool isForeign(const FileItem &item)
+{
+    return item.kind == FileObject::AttributeCertificate
+        || item.kind == FileObject::RevocationAnswer || item.kind == FileObject::EncryptedMessage;
+}
+
 ShownKind shownKind(const FileItem &item)
 {
     switch (item.kind) {
@@ -56,7 +63,7 @@ QString itemName(const FileItem &item)
 {
     switch (item.kind) {
     case FileObject::Certificate:
-        return bestName(item.certificate.subjectInfo());
+        return bestName(item.certificate().subjectInfo());
     case FileObject::Request: {
         const QCA::CertificateRequest request = requestOf(item);
         return bestName(request.isNull() ? QCA::CertificateInfo() : request.subjectInfo());
@@ -71,6 +78,15 @@ QString itemName(const FileItem &item)
     case FileObject::PublicKey:
         //% "Public key"
         return qtTrId("trivex-app-item-public-key");
+    case FileObject::AttributeCertificate:
+        //% "Attribute certificate"
+        return qtTrId("trivex-app-item-attributes");
+    case FileObject::RevocationAnswer:
+        //% "Answer about revocation (OCSP)"
+        return qtTrId("trivex-app-item-answer");
+    case FileObject::EncryptedMessage:
+        //% "Encrypted message"
+        return qtTrId("trivex-app-item-encrypted");
     }
     return {};
 }
@@ -79,7 +95,7 @@ QString itemDetail(const FileItem &item)
 {
     switch (item.kind) {
     case FileObject::Certificate:
-        return bestName(item.certificate.issuerInfo());
+        return bestName(item.certificate().issuerInfo());
     case FileObject::Request:
         //% "Certificate request"
         return qtTrId("trivex-app-item-request");
@@ -94,6 +110,11 @@ QString itemDetail(const FileItem &item)
         break;
     case FileObject::PublicKey:
         break;
+    case FileObject::AttributeCertificate:
+    case FileObject::RevocationAnswer:
+    case FileObject::EncryptedMessage:
+        //% "Can't be imported"
+        return qtTrId("trivex-app-item-foreign");
     }
     return publicKeyText(itemDer(item));
 }
@@ -107,18 +128,20 @@ QVariantList itemGroups(const FileItem &item)
 {
     const QByteArray der = itemDer(item);
     QVariantList groups;
-    if (item.kind == FileObject::PrivateKey || item.kind == FileObject::PublicKey) {
+    const bool isKey = item.kind == FileObject::PrivateKey || item.kind == FileObject::PublicKey;
+    if (isKey || isForeign(item)) {
         const QString detail = itemDetail(item);
         if (!detail.isEmpty())
             groups += valueGroup(qtTrId("trivex-app-general"),
                                  {valueRow({}, itemName(item), detail, false)});
     }
-    return der.isEmpty() ? groups : groups + valueGroups(describe(shownKind(item), der));
+    return der.isEmpty() || isForeign(item) ? groups
+                                            : groups + valueGroups(describe(shownKind(item), der));
 }
 
 QString itemPem(const FileItem &item)
 {
-    return pemText(shownKind(item), itemDer(item));
+    return isForeign(item) ? QString() : pemText(shownKind(item), itemDer(item));
 }
 
 QString itemStructure(const FileItem &item)

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "tools/signerlist.h"
 
-#include "qca/x509/makecertificate.h"
 #include "qca/x509/names.h"
 #include "tools/fileitemtexts.h"
 #include "tools/signertexts.h"
@@ -44,7 +43,7 @@ QVariant SignerList::data(const QModelIndex &index, int role) const
         return {};
     const Row &row = m_rows.at(index.row());
     const SignerReport &report = row.signature.report;
-    const bool isThere = !row.certificate.certificate.isNull();
+    const bool isThere = !row.certificate.certificate().isNull();
     switch (role) {
     case Qt::DisplayRole:
     case NameRole:
@@ -94,7 +93,7 @@ QVariant SignerList::value(int row, int role) const
 QVariantList SignerList::details(int row) const
 {
     const bool isThere =
-        row >= 0 && row < m_rows.size() && !m_rows.at(row).certificate.certificate.isNull();
+        row >= 0 && row < m_rows.size() && !m_rows.at(row).certificate.certificate().isNull();
     return isThere ? itemGroups(m_rows.at(row).certificate) : QVariantList();
 }
 
@@ -105,8 +104,6 @@ void SignerList::setSignatures(const QVector<Signature> &signatures)
     for (const Signature &signature : signatures) {
         FileItem item;
         item.der = signature.report.certificate;
-        if (!item.der.isEmpty())
-            item.certificate = makeCertificate(item.der);
         m_rows += {signature, item};
     }
     endResetModel();

@@ -1322,6 +1322,10 @@
         <source>Import to</source>
         <translation>Import to</translation>
     </message>
+    <message id="trivex-app-import-undone">
+        <source>The import ended before everything was at its place.</source>
+        <translation>The import ended before everything was at its place.</translation>
+    </message>
     <message id="trivex-app-import-without-key">
         <source>Your files hold no private keys: only the certificate goes there. For the key, choose a token.</source>
         <translation>Your files hold no private keys: only the certificate goes there. For the key, choose a token.</translation>
@@ -1368,6 +1372,22 @@
     <message id="trivex-app-issuer">
         <source>Issuer</source>
         <translation>Issuer</translation>
+    </message>
+    <message id="trivex-app-item-answer">
+        <source>Answer about revocation (OCSP)</source>
+        <translation>Answer about revocation (OCSP)</translation>
+    </message>
+    <message id="trivex-app-item-attributes">
+        <source>Attribute certificate</source>
+        <translation>Attribute certificate</translation>
+    </message>
+    <message id="trivex-app-item-encrypted">
+        <source>Encrypted message</source>
+        <translation>Encrypted message</translation>
+    </message>
+    <message id="trivex-app-item-foreign">
+        <source>Can't be imported</source>
+        <translation>Can't be imported</translation>
     </message>
     <message id="trivex-app-item-list">
         <source>List of revoked certificates</source>
@@ -1606,6 +1626,14 @@
         <source>Elliptic curve %1</source>
         <translation>Elliptic curve %1</translation>
     </message>
+    <message id="trivex-app-kind-encrypted">
+        <source>This is an encrypted message. It can't be opened here; its recipient opens it in the program for mail or documents.</source>
+        <translation>This is an encrypted message. It can't be opened here; its recipient opens it in the program for mail or documents.</translation>
+    </message>
+    <message id="trivex-app-kind-foreign">
+        <source>This file holds no certificate of a key, so there is nothing to import. Choose another one.</source>
+        <translation>This file holds no certificate of a key, so there is nothing to import. Choose another one.</translation>
+    </message>
     <message id="trivex-app-kind-gost">
         <source>GOST R 34.10-2012, %1 bits</source>
         <translation>GOST R 34.10-2012, %1 bits</translation>
@@ -1641,6 +1669,13 @@
     <message id="trivex-app-kind-signature">
         <source>This file is a signature. Open it together with its document, under “Sign and verify”.</source>
         <translation>This file is a signature. Open it together with its document, under “Sign and verify”.</translation>
+    </message>
+    <message id="trivex-app-kind-unread-keys" numerus="yes">
+        <source>%n more private keys were not looked at: a file may hold 20.</source>
+        <translation>
+            <numerusform>%n more private key was not looked at: a file may hold 20.</numerusform>
+            <numerusform>%n more private keys were not looked at: a file may hold 20.</numerusform>
+        </translation>
     </message>
     <message id="trivex-app-list-count">
         <source>Revoked certificates</source>
@@ -1862,6 +1897,10 @@
         <source>Only RSA keys can make this signature. Your other keys are not listed.</source>
         <translation>Only RSA keys can make this signature. Your other keys are not listed.</translation>
     </message>
+    <message id="trivex-app-open-file">
+        <source>Open a file</source>
+        <translation>Open a file</translation>
+    </message>
     <message id="trivex-app-open-folder">
         <source>Open the folder</source>
         <translation>Open the folder</translation>
@@ -1929,6 +1968,10 @@
     <message id="trivex-app-pin-was-set">
         <source>“%1” has its new PIN.</source>
         <translation>“%1” has its new PIN.</translation>
+    </message>
+    <message id="trivex-app-pin-wrong">
+        <source>That PIN was not right. Type it again, or cancel.</source>
+        <translation>That PIN was not right. Type it again, or cancel.</translation>
     </message>
     <message id="trivex-app-pins-differ">
         <source>The two differ.</source>
@@ -2158,6 +2201,10 @@
         <source>The file is not there any more. Choose it again.</source>
         <translation>The file is not there any more. Choose it again.</translation>
     </message>
+    <message id="trivex-app-read-name">
+        <source>The name of this file has letters in an old encoding, so it can't be opened. Rename it and choose it again.</source>
+        <translation>The name of this file has letters in an old encoding, so it can't be opened. Rename it and choose it again.</translation>
+    </message>
     <message id="trivex-app-read-special">
         <source>This is a pipe, a device or a file of the running system. Choose an ordinary file.</source>
         <translation>This is a pipe, a device or a file of the running system. Choose an ordinary file.</translation>
@@ -2165,6 +2212,10 @@
     <message id="trivex-app-read-too-big">
         <source>The file is too big: 2 GB and more can't be read here. Compress it or split it.</source>
         <translation>The file is too big: 2 GB and more can't be read here. Compress it or split it.</translation>
+    </message>
+    <message id="trivex-app-reading">
+        <source>Reading the file…</source>
+        <translation>Reading the file…</translation>
     </message>
     <message id="trivex-app-reason-affiliation">
         <source>the holder has changed</source>
@@ -2694,6 +2745,18 @@
         <source>By name</source>
         <translation>By name</translation>
     </message>
+    <message id="trivex-app-start-no-token">
+        <source>There is no token yet. Insert one to make a key and a request for a certificate, import a certificate that you have, or open a file to check its signature.</source>
+        <translation>There is no token yet. Insert one to make a key and a request for a certificate, import a certificate that you have, or open a file to check its signature.</translation>
+    </message>
+    <message id="trivex-app-start-title">
+        <source>Begin here</source>
+        <translation>Begin here</translation>
+    </message>
+    <message id="trivex-app-start-token">
+        <source>Your token is “%1”. Make a key and a request for a certificate on it, import a certificate or bundle that you have, or open a file to sign it or to check its signature.</source>
+        <translation>Your token is “%1”. Make a key and a request for a certificate on it, import a certificate or bundle that you have, or open a file to sign it or to check its signature.</translation>
+    </message>
     <message id="trivex-app-step-document">
         <source>Document</source>
         <translation>Document</translation>
@@ -2729,6 +2792,22 @@
     <message id="trivex-app-take-key">
         <source>Use this key</source>
         <translation>Use this key</translation>
+    </message>
+    <message id="trivex-app-text-all">
+        <source>Select all</source>
+        <translation>Select all</translation>
+    </message>
+    <message id="trivex-app-text-copy">
+        <source>Copy</source>
+        <translation>Copy</translation>
+    </message>
+    <message id="trivex-app-text-cut">
+        <source>Cut</source>
+        <translation>Cut</translation>
+    </message>
+    <message id="trivex-app-text-paste">
+        <source>Paste</source>
+        <translation>Paste</translation>
     </message>
     <message id="trivex-app-text-size">
         <source>Text size</source>

@@ -1329,6 +1329,10 @@
         <source>Import to</source>
         <translation>Куда импортировать</translation>
     </message>
+    <message id="trivex-app-import-undone">
+        <source>The import ended before everything was at its place.</source>
+        <translation>Импорт завершился не полностью.</translation>
+    </message>
     <message id="trivex-app-import-without-key">
         <source>Your files hold no private keys: only the certificate goes there. For the key, choose a token.</source>
         <translation>В ваших файлах закрытые ключи не хранятся: туда попадёт только сертификат. Для ключа выберите токен.</translation>
@@ -1376,6 +1380,22 @@
     <message id="trivex-app-issuer">
         <source>Issuer</source>
         <translation>Издатель</translation>
+    </message>
+    <message id="trivex-app-item-answer">
+        <source>Answer about revocation (OCSP)</source>
+        <translation>Ответ об отзыве (OCSP)</translation>
+    </message>
+    <message id="trivex-app-item-attributes">
+        <source>Attribute certificate</source>
+        <translation>Сертификат атрибутов</translation>
+    </message>
+    <message id="trivex-app-item-encrypted">
+        <source>Encrypted message</source>
+        <translation>Зашифрованное сообщение</translation>
+    </message>
+    <message id="trivex-app-item-foreign">
+        <source>Can't be imported</source>
+        <translation>Не импортируется</translation>
     </message>
     <message id="trivex-app-item-list">
         <source>List of revoked certificates</source>
@@ -1617,6 +1637,14 @@
         <source>Elliptic curve %1</source>
         <translation>Эллиптическая кривая %1</translation>
     </message>
+    <message id="trivex-app-kind-encrypted">
+        <source>This is an encrypted message. It can't be opened here; its recipient opens it in the program for mail or documents.</source>
+        <translation>Это зашифрованное сообщение. Здесь его не открыть: его откроет получатель в почтовой программе или в программе для документов.</translation>
+    </message>
+    <message id="trivex-app-kind-foreign">
+        <source>This file holds no certificate of a key, so there is nothing to import. Choose another one.</source>
+        <translation>В этом файле нет сертификата ключа, импортировать нечего. Выберите другой файл.</translation>
+    </message>
     <message id="trivex-app-kind-gost">
         <source>GOST R 34.10-2012, %1 bits</source>
         <translation>ГОСТ Р 34.10-2012, %1 бит</translation>
@@ -1652,6 +1680,14 @@
     <message id="trivex-app-kind-signature">
         <source>This file is a signature. Open it together with its document, under “Sign and verify”.</source>
         <translation>Этот файл — подпись. Откройте её вместе с документом в разделе «Подпись и проверка».</translation>
+    </message>
+    <message id="trivex-app-kind-unread-keys" numerus="yes">
+        <source>%n more private keys were not looked at: a file may hold 20.</source>
+        <translation>
+            <numerusform>Ещё %n закрытый ключ не прочитан: в файле их может быть не больше 20.</numerusform>
+            <numerusform>Ещё %n закрытых ключа не прочитаны: в файле их может быть не больше 20.</numerusform>
+            <numerusform>Ещё %n закрытых ключей не прочитаны: в файле их может быть не больше 20.</numerusform>
+        </translation>
     </message>
     <message id="trivex-app-list-count">
         <source>Revoked certificates</source>
@@ -1873,6 +1909,10 @@
         <source>Only RSA keys can make this signature. Your other keys are not listed.</source>
         <translation>Такую подпись создают только ключи RSA. Другие ваши ключи не показаны.</translation>
     </message>
+    <message id="trivex-app-open-file">
+        <source>Open a file</source>
+        <translation>Открыть файл</translation>
+    </message>
     <message id="trivex-app-open-folder">
         <source>Open the folder</source>
         <translation>Открыть папку</translation>
@@ -1940,6 +1980,10 @@
     <message id="trivex-app-pin-was-set">
         <source>“%1” has its new PIN.</source>
         <translation>Для токена «%1» задан новый PIN-код.</translation>
+    </message>
+    <message id="trivex-app-pin-wrong">
+        <source>That PIN was not right. Type it again, or cancel.</source>
+        <translation>Этот PIN-код неверный. Введите его ещё раз или нажмите «Отмена».</translation>
     </message>
     <message id="trivex-app-pins-differ">
         <source>The two differ.</source>
@@ -2169,6 +2213,10 @@
         <source>The file is not there any more. Choose it again.</source>
         <translation>Файла больше нет. Выберите его ещё раз.</translation>
     </message>
+    <message id="trivex-app-read-name">
+        <source>The name of this file has letters in an old encoding, so it can't be opened. Rename it and choose it again.</source>
+        <translation>В имени этого файла есть буквы в старой кодировке, поэтому он не открывается. Переименуйте его и выберите снова.</translation>
+    </message>
     <message id="trivex-app-read-special">
         <source>This is a pipe, a device or a file of the running system. Choose an ordinary file.</source>
         <translation>Это канал, устройство или служебный файл работающей системы. Выберите обычный файл.</translation>
@@ -2176,6 +2224,10 @@
     <message id="trivex-app-read-too-big">
         <source>The file is too big: 2 GB and more can't be read here. Compress it or split it.</source>
         <translation>Файл слишком велик: 2 ГБ и больше здесь не читаются. Сожмите его или разделите.</translation>
+    </message>
+    <message id="trivex-app-reading">
+        <source>Reading the file…</source>
+        <translation>Файл читается…</translation>
     </message>
     <message id="trivex-app-reason-affiliation">
         <source>the holder has changed</source>
@@ -2709,6 +2761,18 @@
         <source>By name</source>
         <translation>По имени</translation>
     </message>
+    <message id="trivex-app-start-no-token">
+        <source>There is no token yet. Insert one to make a key and a request for a certificate, import a certificate that you have, or open a file to check its signature.</source>
+        <translation>Токена пока нет. Вставьте его, чтобы создать ключ и запрос на сертификат, импортируйте готовый сертификат либо откройте файл, чтобы проверить подпись.</translation>
+    </message>
+    <message id="trivex-app-start-title">
+        <source>Begin here</source>
+        <translation>С чего начать</translation>
+    </message>
+    <message id="trivex-app-start-token">
+        <source>Your token is “%1”. Make a key and a request for a certificate on it, import a certificate or bundle that you have, or open a file to sign it or to check its signature.</source>
+        <translation>Ваш токен — «%1». Создайте на нём ключ и запрос на сертификат, импортируйте готовый сертификат или контейнер либо откройте файл, чтобы подписать его или проверить подпись.</translation>
+    </message>
     <message id="trivex-app-step-document">
         <source>Document</source>
         <translation>Документ</translation>
@@ -2744,6 +2808,22 @@
     <message id="trivex-app-take-key">
         <source>Use this key</source>
         <translation>Взять этот ключ</translation>
+    </message>
+    <message id="trivex-app-text-all">
+        <source>Select all</source>
+        <translation>Выделить всё</translation>
+    </message>
+    <message id="trivex-app-text-copy">
+        <source>Copy</source>
+        <translation>Копировать</translation>
+    </message>
+    <message id="trivex-app-text-cut">
+        <source>Cut</source>
+        <translation>Вырезать</translation>
+    </message>
+    <message id="trivex-app-text-paste">
+        <source>Paste</source>
+        <translation>Вставить</translation>
     </message>
     <message id="trivex-app-text-size">
         <source>Text size</source>

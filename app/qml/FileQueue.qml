@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 import QtQml 2.15
+import QtQuick 2.15
 import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
@@ -15,30 +16,63 @@ QtObject {
     property var isBlocked: function() { return false }
     property var waiting: []
     property bool hasDocument: false
+    /// The file that is being looked into, if that takes its time.
+    property string current
     property CertificateFile probe: CertificateFile {}
     /// Knows signed messages that are too long for a certificate file, and mails.
     property DocumentVerifier messages: DocumentVerifier {}
+    property Connections news: Connections {
+        target: queue.probe
+        function onContentChanged() {
+            if (queue.current && !queue.probe.reading)
+                queue.haveRead()
+        }
+    }
+    property Timer patience: Timer {
+        interval: 300
+        onTriggered: if (queue.current) queue.slow(queue.current)
+    }
     /// Knows which documents can be signed.
     property LoaderFile documents: LoaderFile {}
     signal importable(string path)
     signal document(string path)
     signal leftOut(string path)
+    /// It takes long to find out what this file is; one of the others follows, or `leave` ends it.
+    signal slow(string path)
 
     function add(files) {
         waiting = waiting.concat(files)
         next()
     }
     function next() {
-        while (waiting.length && !isBlocked()) {
+        while (waiting.length && !current && !isBlocked()) {
             const path = waiting[0]
             waiting = waiting.slice(1)
-            hand(path)
+            probe.open(path)
+            if (!probe.reading) {
+                hand(path)
+            } else {
+                current = path
+                patience.restart()
+            }
         }
-        if (!waiting.length)
+        if (!waiting.length && !current)
             hasDocument = false
     }
+    /// Reads the slow file no further.
+    function leave() {
+        current = ""
+        probe.path = ""
+        next()
+    }
+    function haveRead() {
+        const path = current
+        patience.stop()
+        current = ""
+        hand(path)
+        next()
+    }
     function hand(path) {
-        probe.open(path)
         const kind = probe.kind
         probe.path = ""
         // Signatures are opened where their document is. What is no document either, nobody there

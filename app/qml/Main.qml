@@ -87,8 +87,15 @@ ApplicationWindow {
         // Until a signature is made its page has no place for another document.
         isBlocked: function() { return dialogs.importing || pages.working }
         onImportable: dialogs.startImport(path)
-        onDocument: pages.openDocument(path)
-        onLeftOut: dialogs.tell(qsTrId("trivex-app-one-document"))
+        onDocument: {
+            dialogs.expectNoImport()
+            pages.openDocument(path)
+        }
+        onLeftOut: {
+            dialogs.expectNoImport()
+            dialogs.tell(qsTrId("trivex-app-one-document"))
+        }
+        onSlow: dialogs.expectImport(path)
     }
     WindowShortcuts {
         listPage: pages.listPage
@@ -170,5 +177,6 @@ ApplicationWindow {
         onAboutToShow: drawer.close()
         onFilesAsked: window.openFiles(paths)
         onImportEnded: Qt.callLater(queue.next)
+        onExpectationLeft: queue.leave()
     }
 }

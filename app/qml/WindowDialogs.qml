@@ -13,13 +13,17 @@ Item {
     property RowSelection selection
     /// The text of the manual, in HTML.
     property string manual
-    readonly property bool importing: importDialog.busy
+    /// No other file has a place: it would cover what was said of the last one.
+    readonly property bool importing: importDialog.busy || errorDialog.visible
+    onImportingChanged: if (!importing) importEnded()
     /// The drawer has to make room for a dialog that is about to open.
     signal aboutToShow()
     /// Files that the import has no use for.
     signal filesAsked(var paths)
     /// The import takes files again.
     signal importEnded()
+    /// The file that was expected is not waited for any more.
+    signal expectationLeft()
 
     function tell(text) { toast.show(text) }
     /// The rows that were to be removed are, or some of them.
@@ -28,6 +32,9 @@ Item {
     function fail(cause, advice, report) { errorDialog.show(cause, advice, report) }
     function chooseImport() { importDialog.choose() }
     function startImport(path) { importDialog.start(path) }
+    /// A file is being read, which may turn out to be one for the import.
+    function expectImport(path) { importDialog.expect(path) }
+    function expectNoImport() { importDialog.release() }
     function askRemoval(rows) { removeDialog.ask(rows) }
     function editRequest(identity) { editDialog.edit(identity) }
     function showTokenFacts(storeId) { tokenFacts.show(storeId) }
@@ -47,8 +54,10 @@ Item {
                       : qsTrId("trivex-app-imported").replace(
                             /%([12])/g, (mark, number) => number === "1" ? name : place))
         onHandedOn: dialogs.filesAsked([path])
+        onUndone: left ? toast.note(problem) : errorDialog.show(
+            qsTrId("trivex-app-import-undone"), problem)
+        onGaveUp: dialogs.expectationLeft()
         onCopied: toast.show(qsTrId("trivex-app-copied"))
-        onBusyChanged: if (!busy) dialogs.importEnded()
         onAboutToShow: dialogs.aboutToShow()
     }
     RemoveRowDialog {

@@ -2,11 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/bundleopening.h"
 
-#include "qca/base/processend.h"
+#include "qca/base/detachedwork.h"
 #include "qca/base/regularfile.h"
-
-#include <system_error>
-#include <thread>
 
 namespace Trivex {
 
@@ -18,20 +15,7 @@ BundleOpening::BundleOpening(const QString &path, const Secret &password)
 
 void BundleOpening::start()
 {
-    if (ProcessEnd::hasBegun())
-        return;
-    ProcessEnd::expect();
-    ProcessEnd::watchThisThread();
-    try {
-        std::thread([self = shared_from_this()]() mutable {
-            const ForeignCall libcrypto;
-            self->run();
-            // It goes before the call ends, after which the process may be gone.
-            self.reset();
-        }).detach();
-    } catch (const std::system_error &) {
-        run();
-    }
+    startDetached([self = shared_from_this()] { self->run(); });
 }
 
 void BundleOpening::run()

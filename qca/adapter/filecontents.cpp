@@ -2,8 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/filecontents.h"
 
+#include "qca/adapter/filekinds.h"
 #include "qca/asn1/der.h"
 #include "qca/asn1/pem.h"
+#include "qca/base/bounds.h"
+#include "qca/keys/gostpublickey.h"
+#include "qca/keys/pkeycontainer.h"
 #include "qca/keys/privatekeyreader.h"
 #include "qca/x509/certificatedata.h"
 #include "qca/x509/crlcontext.h"
@@ -11,7 +15,10 @@
 #include "qca/x509/requestdata.h"
 #include "qca/x509/signeddata.h"
 
+#include <QHash>
 #include <QTextCodec>
+
+#include <openssl/err.h>
 
 #include <algorithm>
 #include <optional>
@@ -19,43 +26,6 @@
 namespace Trivex {
 
 namespace {
-
-/// The tags of the first elements in a SEQUENCE; -1 where there are fewer.
-struct Shape {
-    int first = -1;
-    int second = -1;
-    int third = -1;
-    int count = 0;
-    Der::Slice firstContent;
-    Der::Slice secondContent;
-
-    explicit Shape(Der::Slice sequence)
-    {
-        Der::Reader reader(sequence);
-        Der::Element element;
-        while (count < MostElements && reader.next(&element)) {
-            if (count == 0) {
-                first = element.tag;
-                firstContent = element.content;
-            } else if (count == 1) {
-                second = element.tag;
-                secondContent = element.content;
-            } else if (count == 2) {
-                third = element.tag;
-            }
-            ++count;
-        }
-    }
-    /// Body, algorithm and signature: certificates, requests and lists.
-    bool isSealed() const
-    {
-        return first == Der::Sequence && second == Der::Sequence && third == Der::BitString
-            && count == 3;
-    }
-
-private:
-    static constexpr int MostElements = 12;
-};
 
 FileObject objectOf(FileObject::Kind kind, const QByteArray &der)
 {
@@ -89,69 +59,23 @@ std::optional<FileObject> privateKey(const QByteArray &der)
 {
     FileObject object;
     object.kind = FileObject::PrivateKey;
-    object.secret = der;
-    KeyMaterial material;
-    if (readPrivateKey(object.secret, {}, &material) != QCA::ConvertGood || !material.isPrivate())
+    KeyMaterial key;
+    if (readPrivateKey(der, {}, &key) != QCA::ConvertGood || !key.isPrivate())
         return std::nullopt;
+    object.key = std::make_shared<const KeyMaterial>(std::move(key));
     return object;
-}
-
-/// RSAPublicKey (RFC 8017, A.1.1): a long odd modulus and a short exponent.
-bool isRsaPublicKey(const Shape &shape)
-{
-    constexpr int ShortestModulus = 64;
-    constexpr int LongestExponent = 8;
-    // Both are odd, unlike the generator 2 of Diffie-Hellman parameters, which look the same.
-    const auto isOdd = [](Der::Slice number) {
-        const QByteArray octets = number.bytes();
-        return !octets.isEmpty() && (octets.back() & 1) == 1;
-    };
-    return shape.first == Der::Integer && shape.second == Der::Integer && shape.count == 2
-        && shape.firstContent.size >= ShortestModulus && shape.secondContent.size <= LongestExponent
-        && isOdd(shape.firstContent) && isOdd(shape.secondContent);
-}
-
-/// Ecdsa-Sig-Value (RFC 3279, 2.2.3) of any usual curve.
-bool isCurveSignature(const Shape &shape)
-{
-    const auto isNumber = [](Der::Slice content) {
-        return content.size >= 20 && content.size <= 67;
-    };
-    return shape.first == Der::Integer && shape.second == Der::Integer && shape.count == 2
-        && isNumber(shape.firstContent) && isNumber(shape.secondContent);
-}
-
-/// PFX ::= SEQUENCE { version INTEGER (3), authSafe ContentInfo, ... } (RFC 7292, 4).
-bool isBundle(const Shape &shape)
-{
-    return shape.first == Der::Integer && shape.firstContent.size == 1
-        && shape.firstContent.at(0) == 3 && shape.second == Der::Sequence && shape.count <= 3
-        && Der::Reader(shape.secondContent).peek() == Der::ObjectIdentifier;
-}
-
-/// The beginning of one is enough: a bundle that is cut off is to be reported as a bundle.
-bool beginsAsBundle(const QByteArray &bytes)
-{
-    if (bytes.size() < 8 || bytes.at(0) != Der::Sequence)
-        return false;
-    const auto length = uchar(bytes.at(1));
-    const int body = 2 + (length > 0x80 ? length - 0x80 : 0);
-    return bytes.mid(body, 3) == QByteArray("\x02\x01\x03", 3);
-}
-
-/// Whether a PEM block says that it is something of ours: other programs have blocks of their own.
-bool namesOurs(const QByteArray &label)
-{
-    static const char *const marks[] = {"CERTIFICATE", "PRIVATE KEY", "PUBLIC KEY",
-                                        "CRL",         "PKCS",        "CMS"};
-    return !label.startsWith("PGP ") && !label.startsWith("SSH2 ")
-        && std::any_of(std::begin(marks), std::end(marks),
-                       [&label](const char *mark) { return label.contains(mark); });
 }
 
 /// Collects what the elements of a file are.
 class Collector {
 public:
+    explicit Collector(const std::atomic_bool *stopped)
+        : m_stopped(stopped)
+    {
+    }
+
+    bool isStopped() const { return m_stopped && *m_stopped; }
+
     /// One element of DER or BER; false when it is nothing that is known here.
     bool take(const Der::Element &element)
     {
@@ -160,15 +84,19 @@ public:
         const Shape shape(element.content);
         QByteArray der = element.whole.bytes();
         if (shape.isSealed())
-            return takeSealed(der);
+            return takeSealed(der, shape);
+        if (shape.isEncryptedMessage())
+            return add(FileObject::EncryptedMessage, der);
+        if (shape.isRevocationAnswer())
+            return add(FileObject::RevocationAnswer, der);
         if (shape.first == Der::ObjectIdentifier)
             return takeSignedData(der);
-        if (isBundle(shape)) {
+        if (shape.isBundle()) {
             contents.form = FileContents::Bundle;
             return true;
         }
         const bool isKey = takeKey(der, shape);
-        if (isKey && contents.objects.last().kind == FileObject::PrivateKey)
+        if (shape.first == Der::Integer)
             der.fill(0);
         return isKey;
     }
@@ -189,8 +117,16 @@ public:
     FileContents contents;
 
 private:
-    bool takeSealed(const QByteArray &der)
+    bool add(FileObject::Kind kind, const QByteArray &der)
     {
+        contents.objects += objectOf(kind, der);
+        return true;
+    }
+
+    bool takeSealed(const QByteArray &der, const Shape &shape)
+    {
+        if (shape.isAttributeCertificate())
+            return add(FileObject::AttributeCertificate, der);
         if (const auto object = sealedObject(der))
             contents.objects += *object;
         else
@@ -206,19 +142,45 @@ private:
         contents.form = data.signers > 0 ? FileContents::Message : FileContents::Collection;
         for (const QList<QByteArray> &members : {data.certificates, data.lists}) {
             for (const QByteArray &member : members)
-                takeSealed(member);
+                takeMember(member);
         }
         return true;
+    }
+
+    void takeMember(const QByteArray &member)
+    {
+        Der::Slice content;
+        if (isStopped())
+            return;
+        if (Der::single(Der::sliceOf(member), Der::Sequence, &content))
+            takeSealed(member, Shape(content));
+        else
+            takeOtherMember(member);
+    }
+
+    /// Attribute certificates stand among the others by a tag of their own (RFC 5652, 10.2.2).
+    void takeOtherMember(const QByteArray &member)
+    {
+        Der::Element element;
+        const bool isElement = Der::Reader(Der::sliceOf(member)).next(&element);
+        const bool isAttributes = isElement
+            && (element.tag == Der::context(1) || element.tag == Der::context(2))
+            && Shape(element.content).isSealed();
+        if (!isAttributes) {
+            ++contents.broken;
+            return;
+        }
+        QByteArray der = member;
+        der[0] = char(Der::Sequence);
+        add(FileObject::AttributeCertificate, der);
     }
 
     bool takeKey(const QByteArray &der, const Shape &shape)
     {
         const bool isPublic =
             shape.first == Der::Sequence && shape.second == Der::BitString && shape.count == 2;
-        if (isPublic || isRsaPublicKey(shape)) {
-            contents.objects += objectOf(FileObject::PublicKey, der);
-            return true;
-        }
+        if (isPublic || shape.isRsaPublicKey())
+            return add(FileObject::PublicKey, der);
         // EncryptedPrivateKeyInfo (RFC 5958, 3).
         if (shape.first == Der::Sequence && shape.second == Der::OctetString && shape.count == 2) {
             contents.objects += encryptedKey();
@@ -226,11 +188,18 @@ private:
         }
         if (shape.first != Der::Integer)
             return false;
+        if (++m_keys > MaxFileKeys) {
+            ++contents.unreadKeys;
+            return true;
+        }
         const auto key = privateKey(der);
         if (key)
             contents.objects += *key;
         return key.has_value();
     }
+
+    const std::atomic_bool *m_stopped;
+    int m_keys = 0;
 };
 
 /// Text that some editors save with two bytes a letter.
@@ -253,19 +222,26 @@ QByteArray fromBareBase64(const QByteArray &bytes)
         if (c != '\n' && c != '\r' && c != ' ' && c != '\t')
             joined += c;
     }
+    // One that is cut off may end in the middle of a group.
+    if (!joined.endsWith('='))
+        joined.truncate(joined.size() / 4 * 4);
     const auto decoded = QByteArray::fromBase64Encoding(
         joined, QByteArray::Base64Encoding | QByteArray::AbortOnBase64DecodingErrors);
     return decoded ? decoded.decoded : QByteArray();
 }
 
-FileContents fromDer(const QByteArray &bytes)
+FileContents fromDer(const QByteArray &bytes, const std::atomic_bool *stopped)
 {
-    Collector collector;
+    Collector collector(stopped);
     Der::Reader reader(Der::sliceOf(bytes));
+    Der::Slice rest = reader.rest();
     Der::Element element;
     // What follows may be another certificate, or a line break.
-    while (reader.next(&element) && collector.take(element)) { }
+    while (!collector.isStopped() && reader.next(&element) && collector.take(element))
+        rest = reader.rest();
     FileContents &contents = collector.contents;
+    if (beginsAsOurs(rest) && !beginsAsBundle(rest.view()))
+        ++contents.broken;
     if (contents.form == FileContents::Document && !contents.objects.isEmpty())
         contents.form = FileContents::Objects;
     else if (contents.form == FileContents::Document && beginsAsBundle(bytes))
@@ -285,13 +261,14 @@ QByteArray firstLabel(const QByteArray &text)
                      : text.mid(begin + mark.size(), LongestLabel).split('-').first();
 }
 
-FileContents fromPem(const QByteArray &text)
+FileContents fromPem(const QByteArray &text, const std::atomic_bool *stopped)
 {
-    Collector collector;
+    Collector collector(stopped);
     int broken = 0;
     QList<PemBlock> blocks = readPem(text, &broken);
     for (PemBlock &block : blocks) {
-        collector.takeBlock(block);
+        if (!collector.isStopped())
+            collector.takeBlock(block);
         block.data.fill(0); // it may be a key
     }
     FileContents &contents = collector.contents;
@@ -304,22 +281,57 @@ FileContents fromPem(const QByteArray &text)
     return contents;
 }
 
-/// A signature in itself has no mark at all: RSA's is as long as its key, and looks like noise.
-bool isRawSignature(const QByteArray &bytes)
-{
-    static const int sizes[] = {64, 128, 256, 384, 512};
-    const bool isSize =
-        std::find(std::begin(sizes), std::end(sizes), bytes.size()) != std::end(sizes);
-    const auto unusual = std::count_if(bytes.cbegin(), bytes.cend(), [](char c) {
-        return uchar(c) >= 0x80 || (uchar(c) < 0x20 && c != '\n' && c != '\r' && c != '\t');
-    });
-    // Half of the letters of noise are none; text and the headers of pictures have fewer.
-    if (isSize && unusual * 3 >= bytes.size())
-        return QString::fromUtf8(bytes).contains(QChar::ReplacementCharacter);
-    Der::Slice content;
-    return Der::single(Der::sliceOf(bytes), Der::Sequence, &content)
-        && isCurveSignature(Shape(content));
-}
+/// Tells each private key which of the objects is its certificate.
+class Pairing {
+public:
+    explicit Pairing(FileContents *contents)
+        : m_objects(contents->objects)
+    {
+        for (int i = 0; i < m_objects.size(); ++i) {
+            const FileObject &object = m_objects.at(i);
+            if (object.kind != FileObject::Certificate)
+                continue;
+            const auto data = CertificateData::fromDer(object.der);
+            const QByteArray half = data ? comparablePublicInfo(data->publicInfo()) : QByteArray();
+            if (!m_byPublicKey.contains(half))
+                m_byPublicKey.insert(half, i);
+        }
+    }
+
+    void run(const std::atomic_bool *stopped)
+    {
+        for (FileObject &object : m_objects) {
+            if (stopped && *stopped)
+                return;
+            if (object.key)
+                object.certificate = certificateOf(*object.key);
+        }
+    }
+
+private:
+    int certificateOf(const KeyMaterial &key)
+    {
+        const QByteArray half = comparablePublicInfo(key.publicInfo());
+        const auto found = m_byPublicKey.constFind(half);
+        if (half.isEmpty() || found != m_byPublicKey.constEnd())
+            return half.isEmpty() ? -1 : *found;
+        // One key has several encodings: a curve by its name or by its numbers.
+        for (auto one = m_byPublicKey.cbegin(); one != m_byPublicKey.cend(); ++one) {
+            if (++m_checks > MaxIssuerChecks)
+                break;
+            const KeyMaterial other = KeyMaterial::fromPublicInfo(one.key());
+            if (other.keyType() == key.keyType() && key.native() && other.native()
+                && EVP_PKEY_eq(key.native(), other.native()) == 1)
+                return *one;
+        }
+        ERR_clear_error();
+        return -1;
+    }
+
+    QVector<FileObject> &m_objects;
+    QHash<QByteArray, int> m_byPublicKey;
+    int m_checks = 0;
+};
 
 } // namespace
 
@@ -329,20 +341,32 @@ bool FileContents::has(FileObject::Kind kind) const
                        [kind](const FileObject &object) { return object.kind == kind; });
 }
 
-FileContents readFileContents(const QByteArray &bytes)
+FileContents readFileContents(const QByteArray &bytes, const std::atomic_bool *stopped)
 {
     const QByteArray text = plainBytes(bytes);
-    FileContents contents = fromPem(text);
-    if (contents.form == FileContents::Document)
-        contents = fromDer(bytes);
+    FileContents contents = fromPem(text, stopped);
+    if (contents.form == FileContents::Document && contents.unreadKeys == 0)
+        contents = fromDer(bytes, stopped);
     if (contents.form == FileContents::Document) {
         const QByteArray decoded = fromBareBase64(text);
         if (!decoded.isEmpty())
-            contents = fromDer(decoded);
+            contents = fromDer(decoded, stopped);
     }
     if (contents.form == FileContents::Document && isRawSignature(bytes))
         contents.form = FileContents::RawSignature;
+    if (contents.has(FileObject::PrivateKey) && contents.has(FileObject::Certificate))
+        Pairing(&contents).run(stopped);
     return contents;
+}
+
+QCA::PrivateKey privateKeyOf(const FileObject &object)
+{
+    QCA::PrivateKey key;
+    QCA::Provider *provider = object.key ? certificateProvider() : nullptr;
+    if (provider)
+        key.change(new PKeyContainer(softwareKeyProvider(provider), provider,
+                                     makeKeyContext(*object.key, provider)));
+    return key;
 }
 
 } // namespace Trivex

@@ -7,7 +7,12 @@
 #include <QVector>
 #include <QtCrypto>
 
+#include <atomic>
+#include <memory>
+
 namespace Trivex {
+
+class KeyMaterial;
 
 /// One thing that a file holds.
 struct FileObject {
@@ -17,13 +22,18 @@ struct FileObject {
         RevocationList, ///< RFC 5280, 5
         PrivateKey, ///< in any common form, encrypted or not
         PublicKey, ///< SubjectPublicKeyInfo, or the older form of RSA
+        AttributeCertificate, ///< RFC 5755
+        RevocationAnswer, ///< OCSP (RFC 6960)
+        EncryptedMessage, ///< PKCS#7 or CMS (RFC 5652, 6)
     };
     Kind kind = Certificate;
     /// The encoding; empty for a private key.
     QByteArray der;
-    /// The encoding of a private key; empty for one that needs a password.
-    QCA::SecureArray secret;
+    /// A private key; null for one that needs a password.
+    std::shared_ptr<const KeyMaterial> key;
     bool isEncrypted = false;
+    /// Of a private key: which of the objects is its certificate; -1 for none of them.
+    int certificate = -1;
 };
 
 /// What the bytes of a file are. Names, suffixes and the labels of PEM blocks decide nothing: what
@@ -41,11 +51,18 @@ struct TRIVEX_QCA_EXPORT FileContents {
     Form form = Document;
     QVector<FileObject> objects;
     int broken = 0; ///< parts of the file that are damaged and left out
+    /// What looks like a private key beyond the first `MaxFileKeys`: not looked at.
+    int unreadKeys = 0;
 
     bool has(FileObject::Kind kind) const;
 };
 
-/// Thread-safe; the work grows with the size alone, which the caller bounds.
-TRIVEX_QCA_EXPORT FileContents readFileContents(const QByteArray &bytes);
+/// Thread-safe; the work grows with the size alone, which the caller bounds: some seconds for the
+/// largest files. Once `*stopped` is true it returns soon, with part of what there is.
+TRIVEX_QCA_EXPORT FileContents readFileContents(const QByteArray &bytes,
+                                                const std::atomic_bool *stopped = nullptr);
+
+/// A private key of a file as QCA has it; null where it is encrypted. Call it only while QCA lives.
+TRIVEX_QCA_EXPORT QCA::PrivateKey privateKeyOf(const FileObject &object);
 
 } // namespace Trivex

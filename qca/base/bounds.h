@@ -28,6 +28,9 @@ constexpr qint64 MaxBundleIterations = 3 * MaxIterations;
 /// Private keys of one bundle. They are tried until one has its certificate.
 constexpr int MaxBundleKeys = 100;
 
+/// Private keys of a file that is no bundle: reading one may mean to compute a power.
+constexpr int MaxFileKeys = 20;
+
 /// Size of one private key in DER, in bytes.
 constexpr int MaxPrivateKeyBytes = 64 * 1024;
 

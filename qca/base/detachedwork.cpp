@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "qca/base/detachedwork.h"
+
+#include "qca/base/processend.h"
+
+#include <memory>
+#include <system_error>
+#include <thread>
+#include <utility>
+
+namespace Trivex {
+
+bool startDetached(std::function<void()> work)
+{
+    if (ProcessEnd::hasBegun())
+        return false;
+    ProcessEnd::expect();
+    ProcessEnd::watchThisThread();
+    const auto shared = std::make_shared<std::function<void()>>(std::move(work));
+    try {
+        std::thread([shared]() mutable {
+            const ForeignCall call;
+            (*shared)();
+            // What it owns goes before the call ends, after which the process may be gone.
+            *shared = nullptr;
+        }).detach();
+    } catch (const std::system_error &) {
+        (*shared)();
+    }
+    return true;
+}
+
+} // namespace Trivex
