@@ -18,6 +18,8 @@ QtObject {
         nameFilters: chooser.nameFilters.map(function(filter) {
             return filter[0] + " (" + filter[1].join(" ") + ")"
         })
-        onAccepted: chooser.chosen(file)
+        // It is still shown now, and whoever hears of it may open a dialog of the window, which
+        // would get no keys behind this one.
+        onAccepted: Qt.callLater(chooser.chosen, file)
     }
 }

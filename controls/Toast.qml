@@ -5,11 +5,12 @@ import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
 
-/// Shows a success message for some seconds, without covering controls; longer where it offers
-/// something to do.
+/// Shows for some seconds, without covering controls, that something succeeded, or that it has
+/// ended otherwise; longer where it offers something to do.
 Popup {
     id: toast
     property string text
+    property bool isGood: true
     property string actionText
     signal action()
     objectName: "toast"
@@ -25,6 +26,14 @@ Popup {
     closePolicy: Popup.NoAutoClose
     padding: Theme.unit * 1.5
     function show(message, offer) {
+        isGood = true
+        present(message, offer)
+    }
+    function note(message) {
+        isGood = false
+        present(message)
+    }
+    function present(message, offer) {
         text = message
         actionText = offer || ""
         open()
@@ -32,8 +41,8 @@ Popup {
     }
     background: Rectangle {
         radius: Theme.radius
-        color: Theme.goodSoft
-        border.color: Theme.good
+        color: toast.isGood ? Theme.goodSoft : Theme.neutralSoft
+        border.color: toast.isGood ? Theme.good : Theme.neutral
     }
     // Of sizes that follow from the text alone: a layout's would depend on where it lies.
     contentItem: Item {
@@ -42,8 +51,8 @@ Popup {
         implicitHeight: Math.max(icon.height, label.height, button.visible ? button.height : 0)
         Icon {
             id: icon
-            name: "check"
-            color: Theme.good
+            name: toast.isGood ? "check" : "info"
+            color: toast.isGood ? Theme.good : Theme.neutral
             anchors.verticalCenter: parent.verticalCenter
         }
         Label {

@@ -5,7 +5,6 @@
 #include "qca/asn1/pem.h"
 #include "qca/base/atomicfile.h"
 #include "qca/base/filenames.h"
-#include "qca/tokens/tokens.h"
 #include "qca/tokens/userstore.h"
 #include "tools/fileitemtexts.h"
 #include "tools/files.h"
@@ -18,12 +17,15 @@ namespace {
 
 /// Names of one request that are tried until one is free.
 constexpr int MostNames = 1000;
+/// The longest wait for the store of the user's files to start, and between two looks; in ms.
+constexpr int StorePatience = 10000;
+constexpr int StoreLook = 50;
 
 QCA::KeyBundle bundleOf(const QVector<FileItem> &items)
 {
     QCA::CertificateChain chain;
     for (const FileItem &item : items)
-        chain.append(item.certificate);
+        chain.append(item.certificate());
     QCA::KeyBundle bundle;
     bundle.setCertificateChainAndKey(chain, items.first().key);
     bundle.setName(items.first().label);
@@ -37,6 +39,10 @@ CertificateImport::CertificateImport(QObject *parent)
 {
     connect(&m_writer, &StoreWriter::written, this,
             [this](const QString &entryId) { stepEnded(!entryId.isEmpty()); });
+    connect(&m_monitor, &TokenMonitor::failed, this, [this](const TokenError &error) {
+        if (m_running && error.keyStoreId == m_storeId && error.purpose == Purpose::Write)
+            m_tokenError = error.kind;
+    });
 }
 
 CertificateImport::~CertificateImport() = default;
@@ -63,6 +69,8 @@ void CertificateImport::start(CertificateFile *file, const QString &storeId)
     m_problem.clear();
     m_written = 0;
     m_stopped = false;
+    m_left = false;
+    m_tokenError = TokenError::NoError;
     m_running = true;
     plan();
     Q_EMIT changed();
@@ -110,9 +118,24 @@ void CertificateImport::next()
         end(false);
     } else {
         m_step = m_steps.dequeue();
-        if (!begin(m_step))
-            stepEnded(false);
+        m_tokenError = TokenError::NoError;
+        m_sinceAsked.start();
+        tryStep();
     }
+}
+
+void CertificateImport::tryStep()
+{
+    if (!m_running || begin(m_step))
+        return;
+    // The store of the user's files starts with all others, a while after the window.
+    const bool mayCome = m_storeId == userStoreId() && !m_stopped
+        && m_step.items.first().kind == FileObject::Certificate
+        && m_sinceAsked.elapsed() < StorePatience;
+    if (mayCome)
+        QTimer::singleShot(StoreLook, this, &CertificateImport::tryStep);
+    else
+        stepEnded(false);
 }
 
 bool CertificateImport::begin(const Step &step)
@@ -126,7 +149,7 @@ bool CertificateImport::begin(const Step &step)
     }
     const bool withKey = !item.key.isNull() && m_storeId != userStoreId();
     return withKey ? m_writer.write(m_storeId, bundleOf(step.items))
-                   : m_writer.write(m_storeId, item.certificate);
+                   : m_writer.write(m_storeId, item.certificate());
 }
 
 bool CertificateImport::saveRequest(const FileItem &request) const
@@ -168,10 +191,10 @@ QString CertificateImport::reason() const
         return qtTrId("trivex-app-import-partly").arg(m_written).arg(m_count);
     }
     const bool isRequest =
-        !m_step.items.isEmpty() && m_step.items.first().kind == FileObject::Request;
+        !m_left && !m_step.items.isEmpty() && m_step.items.first().kind == FileObject::Request;
     if (isRequest)
         return Files().whyNotWritten(m_requestFolder);
-    if (m_storeId == userStoreId())
+    if (m_storeId == userStoreId() && !m_left)
         return Files().whyNotWritten(userStoreDirectory());
     //% "Nothing was imported."
     return qtTrId("trivex-app-import-failed");
@@ -179,6 +202,9 @@ QString CertificateImport::reason() const
 
 void CertificateImport::end(bool good)
 {
+    m_left = !good
+        && (m_stopped || m_tokenError == TokenError::Cancelled
+            || m_tokenError == TokenError::PinMissing);
     m_problem = good ? QString() : reason();
     m_running = false;
     m_steps.clear();

@@ -3,8 +3,10 @@
 #pragma once
 
 #include "qca/adapter/storewriter.h"
+#include "qca/tokens/tokens.h"
 #include "tools/certificatefile.h"
 
+#include <QElapsedTimer>
 #include <QPointer>
 #include <QQueue>
 
@@ -24,6 +26,10 @@ class CertificateImport : public QObject {
     Q_PROPERTY(int written READ written NOTIFY changed)
     /// Why not all of them were, as a sentence with its next step; empty when all is well.
     Q_PROPERTY(QString problem READ problem NOTIFY changed)
+    /// The last one ended because its user left it, by `cancel` or without a PIN: no failure.
+    Q_PROPERTY(bool left READ wasLeft NOTIFY changed)
+    /// `TokenErrors` has told why.
+    Q_PROPERTY(bool explained READ isExplained NOTIFY changed)
     /// Where requests go.
     Q_PROPERTY(
         QString requestFolder READ requestFolder WRITE setRequestFolder NOTIFY requestFolderChanged)
@@ -39,6 +45,8 @@ public:
     int written() const { return m_written; }
     QString problem() const { return m_problem; }
     QString requestFolder() const { return m_requestFolder; }
+    bool wasLeft() const { return m_left; }
+    bool isExplained() const { return !m_left && m_tokenError != TokenError::NoError; }
     void setRequestFolder(const QString &folder);
     QString filesStoreId() const;
 
@@ -65,6 +73,7 @@ private:
 
     void plan();
     void next();
+    void tryStep();
     bool begin(const Step &step);
     bool saveRequest(const FileItem &request) const;
     void stepEnded(bool good);
@@ -78,10 +87,14 @@ private:
     QQueue<Step> m_steps;
     Step m_step;
     StoreWriter m_writer;
+    QElapsedTimer m_sinceAsked;
     int m_count = 0;
     int m_written = 0;
     bool m_running = false;
     bool m_stopped = false;
+    bool m_left = false;
+    TokenMonitor m_monitor;
+    TokenError::Kind m_tokenError = TokenError::NoError; ///< of the step that runs
 };
 
 } // namespace Trivex

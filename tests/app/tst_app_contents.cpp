@@ -17,6 +17,9 @@ class TestAppContents : public TokenWindowTest<TestToken> {
 public:
     using TokenWindowTest::TokenWindowTest;
 
+public Q_SLOTS:
+    void noteFileDialog() { m_hadFileDialog = m_hadFileDialog || fileDialog(); }
+
 private Q_SLOTS:
     void init();
 
@@ -32,6 +35,9 @@ private Q_SLOTS:
     void myFilesCannotBeWritten();
     void closedWhileItWrites_data();
     void closedWhileItWrites();
+    void escapeStopsTheImport();
+    void opensBehindNoFileDialog();
+    void slowFileCanBeLeft();
     void requestAmongTheRequests();
     void readWithoutImport_data();
     void readWithoutImport();
@@ -62,6 +68,8 @@ private:
     /// All that the dialog of one thing says.
     QString details() const;
     void removeFiles();
+
+    bool m_hadFileDialog = false;
 };
 
 void TestAppContents::prepare()
@@ -405,6 +413,9 @@ void TestAppContents::closedWhileItWrites()
     m_steps->openFile(next);
     QVERIFY(dialog->property("writing").toBool());
     QVERIFY(m_window->waitFor([&] { return !dialog->property("writing").toBool(); }));
+    // Nobody would know otherwise.
+    if (!good)
+        QCOMPARE(m_steps->takeError(), qtTrId("trivex-app-import-undone"));
     // The next file comes then, and nothing of the one before is left over.
     QVERIFY(m_steps->waitEnabled("importAccept", 5000));
     QVERIFY(m_window->waitUntilStill());
@@ -418,6 +429,62 @@ void TestAppContents::closedWhileItWrites()
     else
         QVERIFY(QFile::remove(folder()) && QFile::rename(aside, folder()));
     m_window->takeWarnings();
+}
+
+void TestAppContents::escapeStopsTheImport()
+{
+    QVERIFY(bring(
+        Drop, make("in/late.pem", run(QStringLiteral("req -new -key key.pem -subj /CN=Late")))));
+    QVERIFY(m_steps->waitEnabled("importAccept"));
+    QObject *dialog = m_window->object(QStringLiteral("importDialog"));
+    // In one turn, so that the write can't have ended.
+    QMetaObject::invokeMethod(dialog, "write");
+    QVERIFY(dialog->property("writing").toBool());
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_steps->waitClosed("importDialog"));
+    QVERIFY(m_window->waitFor([&] { return !dialog->property("writing").toBool(); }));
+    QTRY_COMPARE(m_steps->text("toastText"), qtTrId("trivex-app-import-failed"));
+    QVERIFY(!m_window->isOpen(QStringLiteral("errorDialog")));
+    QVERIFY(!QFile::exists(inHome(QStringLiteral("CertificateRequest/Late.csr"))));
+}
+
+void TestAppContents::opensBehindNoFileDialog()
+{
+    QObject *dialog = m_window->object(QStringLiteral("importDialog"));
+    m_hadFileDialog = false;
+    QVERIFY(connect(dialog, SIGNAL(aboutToShow()), this, SLOT(noteFileDialog())));
+    QVERIFY(bring(Dialog, make("in/one.pem", certificate("One"))));
+    QVERIFY(m_steps->waitOpen("importDialog"));
+    disconnect(dialog, nullptr, this, nullptr);
+    QVERIFY(!m_hadFileDialog);
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_steps->waitClosed("importDialog"));
+}
+
+void TestAppContents::slowFileCanBeLeft()
+{
+    // Distinct ones, by their serial numbers.
+    QByteArray der = m_authority.certificate();
+    const int serial = der.indexOf(QByteArray::fromHex("a003020102")) + 8;
+    QByteArray many;
+    for (int i = 0; i < 50000; ++i) {
+        for (int byte = 0; byte < 4; ++byte)
+            der[serial + byte] = char(i >> (8 * byte));
+        many += der;
+    }
+    const QString slow = make("in/slow.der", many.left(15 * 1024 * 1024));
+    QVERIFY(!slow.isEmpty());
+    m_steps->openFile(slow);
+    QVERIFY(m_steps->waitOpen("importDialog"));
+    QTRY_COMPARE(m_steps->text("importBusy"), qtTrId("trivex-app-reading"));
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_steps->waitClosed("importDialog"));
+    // It does not come back, and the next file does not wait for it.
+    m_steps->openFile(make("in/next.pem", certificate("Next")));
+    QVERIFY(m_steps->waitEnabled("importAccept"));
+    QCOMPARE(items(), 1);
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_steps->waitClosed("importDialog"));
 }
 
 void TestAppContents::requestAmongTheRequests()
