@@ -14,6 +14,8 @@ BaseDialog {
     property string pinText
     property bool lastTry: false
     property bool locked: false
+    /// The PIN that was typed before, for the same thing, was not right.
+    property bool wasWrong: false
     readonly property bool ready: pin.length > 0 && (!lastTry || consent.checked) && !locked
     property bool answered: false
     /// True when this question replaced another one that ended while its dialog was open.
@@ -75,6 +77,12 @@ BaseDialog {
         text: dialog.replaced ? qsTrId("trivex-app-pin-replaced") : ""
         Layout.fillWidth: true
     }
+    Notice {
+        objectName: "pinWrong"
+        level: 3
+        text: dialog.wasWrong ? qsTrId("trivex-app-pin-wrong") : ""
+        Layout.fillWidth: true
+    }
     RowLayout {
         id: frame
         spacing: Theme.unit * 1.5
@@ -116,7 +124,8 @@ BaseDialog {
         objectName: "pinField"
         placeholderText: qsTrId("trivex-app-pin")
         Accessible.name: qsTrId("trivex-app-pin-of").arg(dialog.tokenName)
-        Accessible.description: dialog.pinText
+        Accessible.description: (dialog.wasWrong ? qsTrId("trivex-app-pin-wrong") + " " : "")
+            + dialog.pinText
         enabled: !dialog.locked
         Layout.fillWidth: true
         onAccepted: dialog.submit()

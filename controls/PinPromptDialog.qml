@@ -21,6 +21,7 @@ PinDialog {
         purposeText = prompt.purposeText
         pinText = prompt.pinText
         lastTry = prompt.lastTry
+        wasWrong = prompt.wasWrong
         ask()
     }
     objectName: "pinPromptDialog"

@@ -71,6 +71,11 @@ QString PinPrompt::pinText() const
     return TokenInfo::pinText(current().pinState);
 }
 
+bool PinPrompt::wasWrong() const
+{
+    return current().wasWrong;
+}
+
 QString PinPrompt::purposeText() const
 {
     return purposeText(current().purpose);
@@ -120,7 +125,7 @@ void PinPrompt::take(int id, const QCA::Event &event)
         info.tokenName =
             event.keyStoreInfo().isNull() ? event.fileName() : event.keyStoreInfo().name();
     }
-    m_questions.enqueue({++m_lastNumber, id, info});
+    m_questions.enqueue({++m_lastNumber, id, event, info});
     if (m_questions.size() == 1)
         Q_EMIT questionChanged();
 }
@@ -129,7 +134,8 @@ void PinPrompt::submit(int question, const QString &pin)
 {
     if (!isOpen() || question != this->question() || pin.isEmpty())
         return;
-    m_handler.submitPassword(m_questions.dequeue().id, securedText(pin.toUtf8()));
+    const Question answered = m_questions.dequeue();
+    m_handler.submitTypedPin(answered.id, answered.event, securedText(pin.toUtf8()));
     Q_EMIT questionChanged();
 }
 

@@ -22,6 +22,9 @@ class PinPrompt : public QObject {
     Q_PROPERTY(QString tokenName READ tokenName NOTIFY questionChanged)
     Q_PROPERTY(bool lastTry READ isLastTry NOTIFY questionChanged)
     Q_PROPERTY(QString pinText READ pinText NOTIFY questionChanged)
+    /// The PIN that was submitted before for the same operation was wrong; nothing is sent again
+    /// but what is typed now.
+    Q_PROPERTY(bool wasWrong READ wasWrong NOTIFY questionChanged)
     /// What the PIN is wanted for, as a sentence.
     Q_PROPERTY(QString purposeText READ purposeText NOTIFY questionChanged)
 public:
@@ -35,6 +38,7 @@ public:
     QString tokenName() const;
     bool isLastTry() const;
     QString pinText() const;
+    bool wasWrong() const;
     QString purposeText() const;
 
     /// Answers `question`, if it is still the open one: what was typed for a question that has
@@ -56,6 +60,7 @@ private:
     struct Question {
         int number = 0; ///< ours
         int id = 0; ///< QCA's
+        QCA::Event event;
         QuestionInfo info;
     };
 

@@ -17,12 +17,15 @@ class TokenErrors : public QObject {
     Q_PROPERTY(QString cause READ cause NOTIFY changed)
     Q_PROPERTY(QString advice READ advice NOTIFY changed)
     Q_PROPERTY(QString report READ report NOTIFY changed)
+    /// It was a wrong PIN: whoever asked for it may ask again.
+    Q_PROPERTY(bool wrongPin READ isWrongPin NOTIFY changed)
 public:
     explicit TokenErrors(QObject *parent = nullptr);
 
     QString cause() const;
     QString advice() const;
     QString report() const;
+    bool isWrongPin() const { return m_error.kind == TokenError::WrongPin; }
 
     Q_INVOKABLE void clear();
 

@@ -42,6 +42,9 @@ Item {
     readonly property string failure: library.errors.cause
         ? library.errors.cause + " " + library.errors.advice : ""
 
+    /// The entry whose key signs.
+    property var signingEntry
+
     // The question ended with the work.
     onWorkingChanged: if (!working) pinDialog.withdraw()
 
@@ -56,11 +59,25 @@ Item {
         signer.setError(SignVerify.NoError)
         library.errors.clear()
         refusal = ""
+        pinDialog.wasWrong = false
+        signingEntry = entry
         phase = verifying ? SigningWork.Verifying : SigningWork.Signing
         if (verifying)
             signer.verify(document.loader.rawData, signatureFile, entry)
         else
-            signer.sign(document.loader.rawData, saver.stagedPath("signature"), entry)
+            make()
+    }
+    function make() {
+        signer.sign(document.loader.rawData, saver.stagedPath("signature"), signingEntry)
+    }
+    /// The PIN was wrong: its dialog asks once more, and nothing is sent but what is typed there.
+    function askAgain() {
+        if (phase !== SigningWork.Signing)
+            return
+        signer.setError(SignVerify.NoError)
+        library.errors.clear()
+        pinDialog.wasWrong = true
+        make()
     }
     /// Puts the signature that was made in its place; asks where something else is there by now.
     function place(mayReplace) {
@@ -92,7 +109,11 @@ Item {
         onSignSuccess: work.end(SigningWork.Signed)
         onVerifySuccess: work.end(SigningWork.Verified)
         onErrorChanged: {
-            if (error !== SignVerify.NoError && work.working)
+            if (error === SignVerify.NoError || !work.working)
+                return
+            if (work.phase === SigningWork.Signing && work.library.errors.wrongPin)
+                Qt.callLater(work.askAgain)
+            else
                 work.end(error === SignVerify.ErrorNotFoundCmsFile ? SigningWork.WithoutSignature
                          : work.phase === SigningWork.Verifying ? SigningWork.Refused
                          : SigningWork.Unsigned)

@@ -34,4 +34,9 @@ void noteTextAnswer(quintptr ticket, const QString &text)
     QuestionService::instance().noteText(ticket, text);
 }
 
+void noteAsksAgain(quintptr ticket)
+{
+    QuestionService::instance().noteAsksAgain(ticket);
+}
+
 } // namespace Trivex

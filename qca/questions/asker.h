@@ -28,4 +28,7 @@ TRIVEX_QCA_EXPORT void settleQuestions(std::chrono::steady_clock::time_point dea
 /// Called by `EventHandler`: notes the text that answers the question behind `ticket`.
 TRIVEX_QCA_EXPORT void noteTextAnswer(quintptr ticket, const QString &text);
 
+/// Called by `EventHandler`: whoever answers the question behind `ticket` may be asked again.
+TRIVEX_QCA_EXPORT void noteAsksAgain(quintptr ticket);
+
 } // namespace Trivex

@@ -38,6 +38,13 @@ void EventHandler::submitText(int id, const QString &text)
     }
 }
 
+void EventHandler::submitTypedPin(int id, const QCA::Event &event, const QCA::SecureArray &pin)
+{
+    if (const auto info = questionInfo(event))
+        noteAsksAgain(info->ticket);
+    submitPassword(id, pin);
+}
+
 bool EventHandler::isForAnother(const QCA::Event &event) const
 {
     const auto info = questionInfo(event);

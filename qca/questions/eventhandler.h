@@ -25,6 +25,11 @@ public:
     /// question waits.
     void submitKeyStoreEntryName(int id, const QString &name);
 
+    /// Answers question `id` with a PIN that a person has just typed and types again if it is
+    /// wrong: the operation then asks the same way once more, and does not fail. For a question
+    /// that is none of our own providers it is the stock answer.
+    void submitTypedPin(int id, const QCA::Event &event, const QCA::SecureArray &pin);
+
     /// True when `event` is a question of our own that this handler has to leave to another: it is
     /// addressed to another handler, or has been withdrawn. To be rejected at once.
     bool isForAnother(const QCA::Event &event) const;

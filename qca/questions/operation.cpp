@@ -84,7 +84,7 @@ Operation::Pin Operation::pin(QuestionInfo info, const QCA::KeyStoreInfo &store,
     const Reply reply = ask(info, store, entry, m_cancellation);
     if (!reply.accepted || reply.password.isEmpty())
         return {};
-    return {reply.password, true};
+    return {reply.password, true, reply.asksAgain};
 }
 
 } // namespace Trivex

@@ -46,6 +46,7 @@ public:
     struct Pin {
         Secret value; ///< empty: there is none, the operation has to fail
         bool typed = false; ///< a person typed it for this very operation
+        bool asksAgain = false; ///< and types another one, should it be wrong
     };
 
     /// The PIN to log in with: the stored one where there is one, and nobody is asked; otherwise

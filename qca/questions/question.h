@@ -34,6 +34,8 @@ struct QuestionInfo {
     /// A PIN that was typed for an earlier operation must not be handed in: the next wrong one
     /// locks the token.
     bool needsTypedPin = false;
+    /// The PIN that was typed before for the same operation was wrong.
+    bool wasWrong = false;
     /// When set, the one handler that this question is for; the others stand back.
     const QCA::EventHandler *addressee = nullptr;
     /// The object that has started the operation that asks; null when it is unknown.

@@ -178,6 +178,12 @@ void QuestionService::noteText(quintptr ticket, const QString &text)
         found->noteText(text);
 }
 
+void QuestionService::noteAsksAgain(quintptr ticket)
+{
+    if (const TicketPtr found = find(ticket))
+        found->noteAsksAgain();
+}
+
 void QuestionService::withdraw(const TicketPtr &ticket)
 {
     if (ticket->resolve(false, {}))

@@ -38,6 +38,8 @@ public:
     std::optional<QuestionInfo> lookUp(quintptr ticket) const;
     /// Thread-safe.
     void noteText(quintptr ticket, const QString &text);
+    /// Thread-safe.
+    void noteAsksAgain(quintptr ticket);
     /// Waits until what has been answered is cleaned up, so that nothing of QCA's is left when QCA
     /// ends. Nothing to do when no question was ever asked. Thread-safe.
     static void settle(Deadline deadline);

@@ -14,6 +14,8 @@ struct Reply {
     bool accepted = false;
     Secret password; ///< kind 0
     QString text; ///< kinds 2 and 4
+    /// Whoever answered is ready to be asked again, should the PIN be wrong.
+    bool asksAgain = false;
 };
 
 } // namespace Trivex

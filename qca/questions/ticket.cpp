@@ -42,6 +42,13 @@ void Ticket::noteText(const QString &text)
         m_reply.text = text;
 }
 
+void Ticket::noteAsksAgain()
+{
+    const std::lock_guard lock(m_mutex);
+    if (!m_decided)
+        m_reply.asksAgain = true;
+}
+
 bool Ticket::resolve(bool accepted, const QCA::SecureArray &password)
 {
     {

@@ -33,6 +33,7 @@ private Q_SLOTS:
     void pictureIsShown();
     void pinIsLeft();
     void pinIsWrong();
+    void pinIsRightAtLast();
     void signedAndVerified();
     void changedDocument();
     void missingSignature();
@@ -178,14 +179,38 @@ void TestAppSign::pinIsWrong()
     const QString path = document("letter.txt", "Dear all,\n");
     m_token.forget();
     m_robot->answer(QStringLiteral("999999"));
+    // The same dialog asks again, says why, and is left.
+    bool isSaid = false;
+    m_window->once([&] { return m_token.count("C_Login") == 1; }, [&] { m_robot->leave(); });
+    m_window->once([&] { return m_steps->text("pinWrong") == qtTrId("trivex-app-pin-wrong"); },
+                   [&] { isSaid = true; });
     QVERIFY(m_steps->press("doSign"));
-    QCOMPARE(result(), qtTrId("trivex-app-unsigned"));
-    QTRY_VERIFY(detail().contains(qtTrId("trivex-app-cause-wrong-pin")));
-    // Never sent again, and nobody is asked again.
+    QTRY_COMPARE(result(), qtTrId("trivex-app-unsigned"));
+    QVERIFY(isSaid);
+    QTRY_VERIFY(detail().contains(qtTrId("trivex-app-cause-no-pin")));
+    // Never sent again.
     QVERIFY(m_window->holds([&] {
         return m_token.count("C_Login") == 1 && !m_window->isOpen(QStringLiteral("signPinDialog"));
     }));
     QVERIFY(!QFile::exists(path + QStringLiteral(".sig")));
+}
+
+void TestAppSign::pinIsRightAtLast()
+{
+    const QString path = document("letter.txt", "Dear all,\n");
+    m_token.forget();
+    m_robot->answer(QStringLiteral("999999"));
+    m_window->once([&] { return m_token.count("C_Login") == 1; },
+                   [&] { m_robot->answer(rightPin()); });
+    QVERIFY(m_steps->press("doSign"));
+    QTRY_COMPARE(result(), qtTrId("trivex-app-signed"));
+    QCOMPARE(m_token.count("C_Login"), 2);
+    QVERIFY(QFile::remove(path + QStringLiteral(".sig")));
+    QVERIFY(!m_window->isOpen(QStringLiteral("errorDialog")));
+    // The next one finds a token that nobody is logged in to.
+    QVERIFY(m_token.replug(m_steps->tokenStoreId()));
+    QVERIFY(m_steps->show("personal"));
+    arrive();
 }
 
 void TestAppSign::signedAndVerified()

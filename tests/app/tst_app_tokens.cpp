@@ -21,6 +21,7 @@ private Q_SLOTS:
     void lastTryNeedsConsent();
     void consentIsAskedAnew();
     void triesAreCountedDownAndNeverSpentAlone();
+    void wrongPinAsksAgain();
     void lastTryOfAKey();
     void generationIsStopped();
     void tokenGoesWhileAKeyIsMade();
@@ -118,32 +119,62 @@ void TestAppTokens::triesAreCountedDownAndNeverSpentAlone()
     m_token.control("tries 3");
     const QStringList said = {QString(), qtTrId("trivex-app-pin-low"),
                               qtTrId("trivex-app-pin-final")};
+    QVERIFY(m_steps->startImport(m_authority.certificateFile()));
     for (int attempt = 0; attempt < said.size(); ++attempt) {
-        QVERIFY(m_steps->startImport(m_authority.certificateFile()));
         QVERIFY(m_steps->waitOpen("pinPromptDialog"));
-        QCOMPARE(m_steps->text("pinTries"), said.at(attempt));
+        QTRY_COMPARE(m_steps->text("pinTries"), said.at(attempt));
+        QCOMPARE(m_steps->text("pinWrong"), attempt ? qtTrId("trivex-app-pin-wrong") : QString());
+        QCOMPARE(m_window->item(QStringLiteral("pinField"))->property("text").toString(),
+                 QString());
         const QQuickItem *consent = m_window->item(QStringLiteral("pinConsent"));
         QCOMPARE(consent != nullptr, attempt == 2);
         QVERIFY(m_window->fill(QStringLiteral("pinField"), QStringLiteral("999999")));
         if (consent)
             QVERIFY(m_window->click(QStringLiteral("pinConsent")));
         QVERIFY(m_window->click(QStringLiteral("pinAccept")));
-        const QString cause = m_steps->takeError();
-        QVERIFY(cause == qtTrId("trivex-app-cause-wrong-pin")
-                || (attempt == 2 && cause == qtTrId("trivex-app-cause-locked")));
-        QVERIFY(m_window->holds([&] {
-            return !m_window->isOpen(QStringLiteral("pinPromptDialog"))
-                && m_token.count("C_Login") == attempt + 1;
-        }));
-        QVERIFY(m_window->click(QStringLiteral("importCancel")));
-        QVERIFY(m_steps->waitClosed("importDialog"));
+        QVERIFY(m_window->waitFor([&] { return m_token.count("C_Login") == attempt + 1; }));
+        QVERIFY(m_window->holds([&] { return m_token.count("C_Login") == attempt + 1; }));
     }
+    QCOMPARE(m_steps->takeError(), qtTrId("trivex-app-cause-locked"));
+    QVERIFY(!m_window->isOpen(QStringLiteral("pinPromptDialog")));
+    QVERIFY(m_window->click(QStringLiteral("importCancel")));
+    QVERIFY(m_steps->waitClosed("importDialog"));
     // Locked: it is said, and no login is tried.
     QVERIFY(m_steps->startImport(m_authority.certificateFile()));
     QCOMPARE(m_steps->takeError(), qtTrId("trivex-app-cause-locked"));
     QVERIFY(!m_window->isOpen(QStringLiteral("pinPromptDialog")));
     QCOMPARE(m_token.count("C_Login"), 3);
     QVERIFY(m_window->click(QStringLiteral("importCancel")));
+}
+
+void TestAppTokens::wrongPinAsksAgain()
+{
+    QVERIFY(freshToken("tries 3"));
+    const int before = m_token.token().objectCount();
+    QVERIFY(m_steps->startImport(m_authority.certificateFile()));
+    QVERIFY(m_steps->answerPin(QStringLiteral("999999")));
+    QTRY_COMPARE(m_steps->text("pinWrong"), qtTrId("trivex-app-pin-wrong"));
+    // Read out with the field, by keyboard left at once; nothing is red that nobody did wrong.
+    QVERIFY(m_window->item(QStringLiteral("pinField"))->hasActiveFocus());
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_steps->waitClosed("pinPromptDialog"));
+    QTRY_COMPARE(m_steps->text("importFailure"), qtTrId("trivex-app-import-failed"));
+    QCOMPARE(m_window->item(QStringLiteral("importFailure"))->property("level").toInt(), 0);
+    QVERIFY(!m_window->isOpen(QStringLiteral("errorDialog")));
+    QCOMPARE(m_token.count("C_Login"), 1);
+    // Again, and right the second time.
+    QVERIFY(m_window->click(QStringLiteral("importAccept")));
+    QVERIFY(m_steps->waitOpen("pinPromptDialog"));
+    QVERIFY(m_steps->text("pinWrong").isEmpty());
+    QVERIFY(m_steps->answerPin(QStringLiteral("999999")));
+    QTRY_COMPARE(m_steps->text("pinTries"), qtTrId("trivex-app-pin-final"));
+    QVERIFY(m_window->waitUntilStill());
+    QVERIFY(m_window->fill(QStringLiteral("pinField"), rightPin()));
+    QVERIFY(m_window->click(QStringLiteral("pinConsent")));
+    QVERIFY(m_window->click(QStringLiteral("pinAccept")));
+    QVERIFY(m_steps->waitClosed("importDialog"));
+    QCOMPARE(m_token.count("C_Login"), 3);
+    QCOMPARE(m_token.token().objectCount(), before + 1);
 }
 
 void TestAppTokens::lastTryOfAKey()

@@ -23,6 +23,7 @@ void PinPrompt::ask(int id, const QCA::Event &event)
     if (info)
         m_last = *info;
     m_open.append(id);
+    m_event = event;
     if (!m_holding)
         answer();
 }
@@ -31,7 +32,9 @@ void PinPrompt::answer()
 {
     const QVector<int> open = std::exchange(m_open, {});
     for (const int id : open) {
-        if (m_pin.isEmpty())
+        if (!m_typed.isEmpty())
+            m_handler.submitTypedPin(id, m_event, m_typed.takeFirst());
+        else if (m_pin.isEmpty())
             m_handler.reject(id);
         else
             m_handler.submitPassword(id, m_pin);

@@ -13,6 +13,8 @@ public:
     explicit PinPrompt(const QByteArray &pin);
 
     void setPin(const QByteArray &pin) { m_pin = pin; }
+    /// Types these one after the other, ready to be asked again each time; then rejects.
+    void setTyped(const QList<QByteArray> &pins) { m_typed = pins; }
     /// Leaves questions open until `answer` is called.
     void setHolding(bool holding) { m_holding = holding; }
     void answer();
@@ -29,6 +31,8 @@ private:
     QByteArray m_pin;
     Trivex::QuestionInfo m_last;
     QVector<int> m_open;
+    QList<QByteArray> m_typed;
+    QCA::Event m_event;
     int m_count = 0;
     bool m_holding = false;
 };

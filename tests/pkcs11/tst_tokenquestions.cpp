@@ -40,6 +40,10 @@ private Q_SLOTS:
     void sources_data();
     void sources();
     void storedAnswersAreGoneAfterwards();
+    void typedPinIsAskedForAgain_data();
+    void typedPinIsAskedForAgain();
+    void everyAskingIsLeft();
+    void lastTryIsAskedFor();
     void emptyPinIsNeverTried();
     void finalTryNeedsATypedPin();
     void lastTryIsLookedForAgain();
@@ -58,6 +62,8 @@ private:
     int logins() const { return m_token->count("C_Login"); }
 
     QcaAskerThread *m_asker = nullptr;
+    Trivex::TokenMonitor m_monitor;
+    bool m_isTargeted = false; ///< a generation names its token itself
     QCA::Certificate m_root;
 };
 
@@ -122,6 +128,8 @@ bool TestTokenQuestions::perform(Operation operation)
     switch (operation) {
     case Generate: {
         generator.setBlockingEnabled(false);
+        if (m_isTargeted)
+            generator.setTarget(m_store->id(), QStringLiteral("typed"));
         QSignalSpy finished(&generator, &Trivex::KeyGenerator::finished);
         generator.createRSA(2048, 3, QStringLiteral("qca-norvel-pkcs11"));
         return (!finished.isEmpty() || finished.wait(20000)) && !generator.key().isNull();
@@ -225,6 +233,67 @@ void TestTokenQuestions::storedAnswersAreGoneAfterwards()
     QVERIFY(perform(WriteCertificate));
     QCOMPARE(m_prompt->count(), 1);
     QCOMPARE(logins(), 2);
+}
+
+void TestTokenQuestions::typedPinIsAskedForAgain_data()
+{
+    QTest::addColumn<int>("operation");
+    QTest::newRow("generation") << int(Generate);
+    QTest::newRow("write") << int(WriteCertificate);
+    QTest::newRow("removal") << int(RemoveEntry);
+    QTest::newRow("signature") << int(Sign);
+}
+
+/// By whoever says that he types again; the others are asked once, as `sources` has it.
+void TestTokenQuestions::typedPinIsAskedForAgain()
+{
+    QFETCH(int, operation);
+    if (operation == RemoveEntry) {
+        QVERIFY(perform(WriteCertificate));
+        QVERIFY(m_token->replug(m_store->id()));
+        QVERIFY(m_stores->waitForEntries(StoreName, 2));
+        m_token->forget();
+        m_prompt->resetCount();
+    }
+    m_prompt->setPin({});
+    m_prompt->setTyped({"111111", "222222", TestToken::pin()});
+    m_isTargeted = true;
+    const bool succeeded = perform(Operation(operation));
+    m_isTargeted = false;
+    QVERIFY(succeeded);
+    QCOMPARE(m_prompt->count(), 3);
+    QCOMPARE(logins(), 3);
+    QVERIFY(m_prompt->last().wasWrong);
+}
+
+void TestTokenQuestions::everyAskingIsLeft()
+{
+    m_prompt->setPin({});
+    m_prompt->setTyped({"111111"});
+    QSignalSpy failed(&m_monitor, &Trivex::TokenMonitor::failed);
+    QVERIFY(!perform(WriteCertificate));
+    QCOMPARE(m_prompt->count(), 2);
+    QCOMPARE(logins(), 1);
+    QTRY_COMPARE(failed.size(), 1);
+    QCOMPARE(failed.first().first().value<Trivex::TokenError>().kind,
+             Trivex::TokenError::PinMissing);
+}
+
+void TestTokenQuestions::lastTryIsAskedFor()
+{
+    m_token->control("tries 3");
+    m_prompt->setPin({});
+    m_prompt->setTyped({"111111", "222222"});
+    QVERIFY(!perform(WriteCertificate));
+    QCOMPARE(m_prompt->count(), 3);
+    QCOMPARE(logins(), 2);
+    QCOMPARE(m_prompt->last().pinState, Trivex::PinState::FinalTry);
+    QVERIFY(m_prompt->last().needsTypedPin);
+    m_prompt->setTyped({"333333", "444444"});
+    QVERIFY(!perform(WriteCertificate));
+    // It is locked, and nobody is asked for a fourth one.
+    QCOMPARE(m_prompt->count(), 4);
+    QCOMPARE(logins(), 3);
 }
 
 void TestTokenQuestions::emptyPinIsNeverTried()

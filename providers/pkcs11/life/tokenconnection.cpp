@@ -150,6 +150,17 @@ void TokenConnection::loginForUse(const Session &session, Operation &operation,
 void TokenConnection::authenticate(const Session &session, CK_USER_TYPE user, Operation &operation,
                                    const QCA::KeyStoreEntry &entry)
 {
+    bool wasWrong = false;
+    while (!tryLogin(session, user, operation, entry, wasWrong))
+        wasWrong = true; // each round has a PIN that was typed for it
+    m_hasLoggedIn = true;
+    if (user == CKU_USER)
+        ++m_handleSeries;
+}
+
+bool TokenConnection::tryLogin(const Session &session, CK_USER_TYPE user, Operation &operation,
+                               const QCA::KeyStoreEntry &entry, bool wasWrong)
+{
     // Read just before each attempt: another program may have used up tries meanwhile.
     const TokenFlags current = flags();
     checkCancelled();
@@ -159,28 +170,28 @@ void TokenConnection::authenticate(const Session &session, CK_USER_TYPE user, Op
     const bool isUnset = current.pinState == PinState::NotSet && !m_hasLoggedIn;
     if (isUnset && user == CKU_USER && !operation.hasStoredPin())
         throw Error(CKR_USER_PIN_NOT_INITIALIZED, "C_GetTokenInfo");
-    Secret pin;
+    Operation::Pin answer;
     if (!current.hasPinPad) {
         QuestionInfo question;
         question.keyStoreId = m_identity.storeId;
         question.tokenName = m_store.name();
         question.pinState = std::max(current.pinState, PinState::Normal);
-        Operation::Pin answer = operation.pin(question, m_store, entry);
+        question.wasWrong = wasWrong;
+        answer = operation.pin(question, m_store, entry);
         checkCancelled();
         if (answer.value.isEmpty())
             throw Error(TokenError::PinMissing);
         // The tries may have run out while somebody was typing.
         if (!answer.typed && flags().pinState >= PinState::FinalTry)
             throw Error(TokenError::PinMissing);
-        pin = std::move(answer.value);
     }
     checkCancelled();
-    const CK_RV result = callLogin(session, user, std::move(pin));
+    const CK_RV result = callLogin(session, user, std::move(answer.value));
+    if (result == CKR_PIN_INCORRECT && answer.asksAgain)
+        return false;
     if (result != CKR_USER_ALREADY_LOGGED_IN)
         check(result, "C_Login");
-    m_hasLoggedIn = true;
-    if (user == CKU_USER)
-        ++m_handleSeries;
+    return true;
 }
 
 // Some tokens hide them without saying that they want a login.

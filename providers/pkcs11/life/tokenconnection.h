@@ -129,6 +129,10 @@ private:
     bool wantsLogin() const { return m_hiddenLogin || flags().needsLogin; }
     void authenticate(const Pkcs11::Session &session, CK_USER_TYPE user, Operation &operation,
                       const QCA::KeyStoreEntry &entry);
+    /// One login, with one question at most. False for a wrong PIN of somebody who is ready to be
+    /// asked again; every other failure is thrown.
+    bool tryLogin(const Pkcs11::Session &session, CK_USER_TYPE user, Operation &operation,
+                  const QCA::KeyStoreEntry &entry, bool wasWrong);
 
     Pkcs11::ModulePtr m_module;
     CK_SLOT_ID m_slot;
