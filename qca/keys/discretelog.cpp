@@ -36,14 +36,25 @@ BigNumHandle randomExponent(const BIGNUM *p, const BIGNUM *q)
     return isMade ? std::move(exponent) : nullptr;
 }
 
+/// Whether a private key of that domain could be read again; says so where it could not.
+bool isWithinBounds(const char *type, const QCA::DLGroup &domain)
+{
+    const BigNumHandle p = toBigNum(domain.p());
+    const int bits = p ? BN_num_bits(p.get()) : 0;
+    if (bits > MaxDiscreteLogBits)
+        qWarning("A %s key of %d bits could not be read again: no more than %d are possible", type,
+                 bits, MaxDiscreteLogBits);
+    return bits <= MaxDiscreteLogBits;
+}
+
 /// libcrypto generates on domains of a few sizes only, but works with keys on any.
 PKeyHandle generateByNumbers(const char *type, const QCA::DLGroup &domain)
 {
     const BigNumHandle p = toBigNum(domain.p());
     const BigNumHandle q = toBigNum(domain.q());
     const BigNumHandle g = toBigNum(domain.g());
-    if (!p || !q || !g || !BN_is_odd(p.get()) || BN_num_bits(p.get()) > MaxNumberBits
-        || BN_is_zero(g.get()) || BN_is_one(g.get()) || BN_cmp(g.get(), p.get()) >= 0)
+    if (!p || !q || !g || !BN_is_odd(p.get()) || BN_is_zero(g.get()) || BN_is_one(g.get())
+        || BN_cmp(g.get(), p.get()) >= 0)
         return nullptr;
     const BigNumHandle exponent = randomExponent(p.get(), q.get());
     const BigNumHandle power(BN_new());
@@ -63,7 +74,7 @@ PKeyHandle generateByNumbers(const char *type, const QCA::DLGroup &domain)
 PKeyHandle discreteLogKey(const char *type, const QCA::DLGroup &domain, const QCA::BigInteger *y,
                           const QCA::BigInteger *x)
 {
-    if (domain.isNull())
+    if (domain.isNull() || (x && !isWithinBounds(type, domain)))
         return nullptr;
     QList<KeyParameter> numbers = numbersOf(domain);
     if (y)
@@ -75,10 +86,12 @@ PKeyHandle discreteLogKey(const char *type, const QCA::DLGroup &domain, const QC
 
 PKeyHandle generateDiscreteLogKey(const char *type, const QCA::DLGroup &domain)
 {
+    if (domain.isNull() || !isWithinBounds(type, domain))
+        return nullptr;
     KeyMaker maker(discreteLogKey(type, domain, nullptr, nullptr));
     maker.run();
     PKeyHandle key = maker.takeKey();
-    if (!key && !domain.isNull())
+    if (!key)
         key = generateByNumbers(type, domain);
     ERR_clear_error();
     return key;

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "qca/base/bounds.h"
 #include "qca/base/providers.h"
 #include "qca/keys/bignumbers.h"
 #include "qca/keys/eckeycontext.h"
@@ -10,6 +11,7 @@
 #include "qca/x509/certificateinfo.h"
 #include "tests/x509/corpus.h"
 
+#include <QRegularExpression>
 #include <QTemporaryFile>
 #include <QtTest>
 
@@ -50,6 +52,8 @@ private Q_SLOTS:
     void generates();
     void generatesOnSmallDomains_data();
     void generatesOnSmallDomains();
+    void whatIsMadeCanBeRead_data();
+    void whatIsMadeCanBeRead();
     void abandonsGeneration();
     void copiesGoOn();
     void readsForeignKeys();
@@ -290,6 +294,45 @@ void TestKeys::generatesOnSmallDomains()
     // A domain that is none is refused.
     const QCA::DLGroup none(QCA::BigInteger(4), QCA::BigInteger(1), QCA::BigInteger(2));
     QVERIFY(generator.createDSA(none, opensslProviderName()).isNull());
+}
+
+void TestKeys::whatIsMadeCanBeRead_data()
+{
+    QTest::addColumn<bool>("isDsa");
+    QTest::addColumn<int>("bits");
+    QTest::addColumn<bool>("good");
+    for (const bool isDsa : {true, false}) {
+        const char *name = isDsa ? "DSA" : "DH";
+        QTest::addRow("%s, the most", name) << isDsa << MaxDiscreteLogBits << true;
+        QTest::addRow("%s, one more", name) << isDsa << MaxDiscreteLogBits + 1 << false;
+        QTest::addRow("%s, as long as RSA's", name) << isDsa << MaxNumberBits << false;
+    }
+}
+
+/// A domain has one bound, for making a key and for reading it.
+void TestKeys::whatIsMadeCanBeRead()
+{
+    QFETCH(bool, isDsa);
+    QFETCH(int, bits);
+    QFETCH(bool, good);
+    QByteArray number((bits + 7) / 8, '\xff');
+    number[0] = char((1 << ((bits - 1) % 8 + 1)) - 1);
+    const QCA::BigInteger p{QCA::SecureArray(QByteArray(1, '\0') + number)};
+    const QCA::BigInteger q{QCA::SecureArray(QByteArray::fromHex("00fffffffffffffff1"))};
+    const QCA::DLGroup group(p, q, QCA::BigInteger(3));
+    QCA::KeyGenerator generator;
+    if (!good)
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("could not be read")));
+    const QCA::PrivateKey made = isDsa ? generator.createDSA(group, opensslProviderName())
+                                       : generator.createDH(group, opensslProviderName());
+    QCOMPARE(!made.isNull(), good);
+    if (!good)
+        return;
+    QCA::ConvertResult result = QCA::ErrorDecode;
+    const QCA::PrivateKey again =
+        QCA::PrivateKey::fromDER(made.toDER(), {}, &result, opensslProviderName());
+    QCOMPARE(result, QCA::ConvertGood);
+    QCOMPARE(again.bitSize(), bits);
 }
 
 void TestKeys::abandonsGeneration()
