@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <map>
 #include <mutex>
+#include <vector>
 
 namespace Trivex::Pkcs11 {
 
@@ -132,8 +133,18 @@ public:
     void leave(const ModuleSource &source)
     {
         const std::lock_guard lock(m_mutex);
+        m_leaving.push_back({source.key, source.library});
         for (auto &[functions, entry] : m_modules)
             entry.isLeft = entry.isLeft || (entry.key == source.key && !entry.isShared);
+    }
+
+    void hasLeft(const ModuleSource &source)
+    {
+        const std::lock_guard lock(m_mutex);
+        const auto found = std::find_if(m_leaving.begin(), m_leaving.end(),
+                                        [&](const Leaving &one) { return one.key == source.key; });
+        if (found != m_leaving.end())
+            m_leaving.erase(found);
     }
 
     void forget(CK_FUNCTION_LIST *functions)
@@ -151,18 +162,29 @@ private:
         bool isLeft = false;
     };
 
+    /// A source whose users may still be on their way to its module.
+    struct Leaving {
+        QString key;
+        QString library;
+    };
+
     /// Whether another source has left the same library and not finalised it yet.
     bool isLeft(const ModuleSource &source) const
     {
-        return std::any_of(m_modules.begin(), m_modules.end(), [&](const auto &one) {
-            const Entry &entry = one.second;
-            return entry.isLeft && entry.key != source.key && !entry.library.isEmpty()
-                && entry.library == source.library;
-        });
+        const auto isOther = [&](const Leaving &one) {
+            return one.key != source.key && !one.library.isEmpty() && one.library == source.library;
+        };
+        return std::any_of(m_leaving.begin(), m_leaving.end(), isOther)
+            || std::any_of(m_modules.begin(), m_modules.end(), [&](const auto &one) {
+                   const Entry &entry = one.second;
+                   return entry.isLeft && entry.key != source.key && !entry.library.isEmpty()
+                       && entry.library == source.library;
+               });
     }
 
     std::mutex m_mutex;
     std::map<CK_FUNCTION_LIST *, Entry> m_modules;
+    std::vector<Leaving> m_leaving;
 };
 
 std::shared_ptr<Module> Module::open(const ModuleSource &source)
@@ -176,6 +198,11 @@ std::shared_ptr<Module> Module::open(const ModuleSource &source)
 void Module::leave(const ModuleSource &source)
 {
     OpenModules::instance().leave(source);
+}
+
+void Module::hasLeft(const ModuleSource &source)
+{
+    OpenModules::instance().hasLeft(source);
 }
 
 Module::Module(CK_FUNCTION_LIST *functions, bool finalize)

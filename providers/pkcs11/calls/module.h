@@ -60,10 +60,13 @@ public:
     /// Loads and initialises the module. Throws `Error`. Null while an earlier object for the same
     /// functions has not been finalised yet. The module decides how long it takes.
     static std::shared_ptr<Module> open(const ModuleSource &source);
-    /// Tells that nobody opens this source any more. Until its module has been finalised, the same
-    /// library is not opened for another source: p11-kit's instance and a bare one have functions
-    /// of their own, and whoever came second would be finalised by the first.
+    /// Tells that nobody opens this source any more, though somebody may be on the way to it. Until
+    /// `hasLeft` and until its module has been finalised, the same library is not opened for
+    /// another source: p11-kit's instance and a bare one have functions of their own, and whoever
+    /// came second would be finalised by the first.
     static void leave(const ModuleSource &source);
+    /// Once for each `leave`: whoever was on the way has let the module go.
+    static void hasLeft(const ModuleSource &source);
     ~Module();
     Module(const Module &) = delete;
     Module &operator=(const Module &) = delete;

@@ -337,13 +337,17 @@ void ModuleHost::start()
     m_worker.start(PollInterval, look, [state = m_state] {
         state->withdrawBlank();
         state->module.reset();
+        Pkcs11::Module::hasLeft(state->source);
     });
+    m_isStarted = true;
     m_worker.post(look);
 }
 
 void ModuleHost::close()
 {
-    Pkcs11::Module::leave(m_state->source);
+    // Before the thread's last job, which takes it back.
+    if (std::exchange(m_isStarted, false))
+        Pkcs11::Module::leave(m_state->source);
     TokenMakers::instance().withdraw(m_state->source.key);
     m_worker.stop();
     for (const TokenPtr &token : m_state->close())

@@ -30,6 +30,7 @@ private:
     FirstScan &m_scan;
     std::shared_ptr<State> m_state;
     Worker m_worker;
+    bool m_isStarted = false;
 };
 
 } // namespace Trivex
