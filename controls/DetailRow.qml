@@ -76,7 +76,11 @@ GridLayout {
         }
         Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
         Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
-        onActiveFocusChanged: activeFocus ? cursorPosition = 0 : deselect()
+        onActiveFocusChanged: if (!textMenu.isOpen) activeFocus ? cursorPosition = 0 : deselect()
+        Keys.forwardTo: textMenu
+        TextMenu {
+            id: textMenu
+        }
         Rectangle {
             anchors.fill: parent
             anchors.margins: -3

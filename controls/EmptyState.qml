@@ -14,6 +14,10 @@ Item {
     property string actionText
     /// Another step, for those who can't take the first one.
     property string secondText
+    /// The step that is meant, where there are several.
+    property bool isFirst: false
+    /// Further steps, below the first.
+    default property alias further: steps.data
     signal action()
     signal second()
     implicitHeight: column.implicitHeight
@@ -50,6 +54,7 @@ Item {
             objectName: "emptyAction"
             text: empty.actionText
             visible: text.length > 0
+            highlighted: empty.isFirst
             onClicked: empty.action()
         }
         Button {
@@ -59,6 +64,11 @@ Item {
             visible: text.length > 0
             highlighted: true
             onClicked: empty.second()
+        }
+        Column {
+            id: steps
+            anchors.horizontalCenter: parent.horizontalCenter
+            spacing: Theme.unit
         }
     }
 }

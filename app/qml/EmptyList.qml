@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 import QtQuick 2.15
+import QtQuick.Controls 2.15
 import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
@@ -20,20 +21,36 @@ EmptyState {
     signal clearAsked()
     signal newRequestAsked()
     signal importAsked()
+    signal openAsked()
+    /// Nobody has put anything of his own here yet.
+    readonly property bool isStart: !filtered && !pattern && category !== null
+        && category.key === "personal" && !KeyStoreModel.isBusy
+    property TokenListModel tokens
+    /// The name of the first token that can be written to; empty without one.
+    readonly property string token: {
+        for (let row = 0; tokens && row < tokens.count; ++row) {
+            if (Rows.value(tokens, row, "present") && !Rows.value(tokens, row, "readOnly"))
+                return Rows.value(tokens, row, "name")
+        }
+        return ""
+    }
 
     icon: filtered ? "filter" : pattern ? "search" : category ? category.icon : "request"
     title: KeyStoreModel.isBusy ? qsTrId("trivex-app-loading")
         : filtered ? qsTrId("trivex-app-filter-hides", filters.rows.hiddenCount)
         : pattern && searching ? qsTrId("trivex-app-searching")
-        : pattern ? qsTrId("trivex-app-not-found") : qsTrId("trivex-app-empty")
+        : pattern ? qsTrId("trivex-app-not-found")
+        : isStart ? qsTrId("trivex-app-start-title") : qsTrId("trivex-app-empty")
     text: filtered ? qsTrId("trivex-app-filtered").replace("%1", () => filters.words)
         : pattern ? qsTrId("trivex-app-not-found-text")
+        : isStart && token ? qsTrId("trivex-app-start-token").replace("%1", () => token)
+        : isStart ? qsTrId("trivex-app-start-no-token")
         : category ? category.about
         : isRequests ? qsTrId("trivex-app-about-requests") : qsTrId("trivex-app-about-token")
     // What would fill the list; a system's own certificates nobody adds here.
     actionText: filtered ? qsTrId("trivex-app-filter-lift")
         : pattern ? qsTrId("trivex-app-clear-search")
-        : isRequests ? qsTrId("trivex-app-new-request")
+        : isRequests || isStart && token ? qsTrId("trivex-app-new-request")
         : category && category.key === "system" ? "" : qsTrId("trivex-app-import")
     // Without a token there is no place for a key.
     secondText: category && category.key === "personal" && !pattern && !filtered && maker.available
@@ -52,5 +69,22 @@ EmptyState {
             onDone: empty.told(qsTrId("trivex-app-new-token-made").replace("%1", () => name))
         }
     }
-    onAction: filtered ? filters.rows.liftFilters() : pattern ? clearAsked() : isRequests ? newRequestAsked() : importAsked()
+    isFirst: isStart && token.length > 0
+    onAction: filtered ? filters.rows.liftFilters() : pattern ? clearAsked()
+        : isRequests || isStart && token ? newRequestAsked() : importAsked()
+
+    Button {
+        objectName: "startImport"
+        visible: empty.isStart && empty.token.length > 0
+        text: qsTrId("trivex-app-import")
+        anchors.horizontalCenter: parent.horizontalCenter
+        onClicked: empty.importAsked()
+    }
+    Button {
+        objectName: "startOpen"
+        visible: empty.isStart
+        text: qsTrId("trivex-app-open-file")
+        anchors.horizontalCenter: parent.horizontalCenter
+        onClicked: empty.openAsked()
+    }
 }

@@ -32,6 +32,7 @@ Item {
     signal importAsked()
     signal newRequestAsked()
     signal removeAsked(var what)
+    /// With the key of an entry, or without one.
     signal signAsked(string entryId)
     signal editAsked(string identity)
     signal requestAsked(string storeId, string keyId, string name)
@@ -188,6 +189,8 @@ Item {
                     pattern: search.text
                     filters: filters
                     searching: rows.entries.describing
+                    tokens: page.library.tokens
+                    onOpenAsked: page.signAsked("")
                     onClearAsked: search.text = ""
                     onNewRequestAsked: page.newRequestAsked()
                     onImportAsked: page.importAsked()

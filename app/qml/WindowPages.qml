@@ -39,7 +39,8 @@ Item {
     }
     function signWith(entryId) {
         asked("sign")
-        signing.item.selectEntry(entryId)
+        if (entryId)
+            signing.item.selectEntry(entryId)
     }
     /// A new request for a key that is there.
     function requestFor(storeId, keyId, name) {

@@ -39,6 +39,11 @@ T.TextField {
         visible: !control.length && !control.preeditText
     }
 
+    Keys.forwardTo: textMenu
+    TextMenu {
+        id: textMenu
+    }
+
     background: Rectangle {
         radius: Theme.radius
         color: Theme.field
