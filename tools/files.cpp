@@ -28,6 +28,15 @@ bool hasUnmeasuredContents(const QFileInfo &info)
         && !file.read(Entries).isEmpty();
 }
 
+/// The folder itself, or the one in which it would have to be made.
+QFileInfo nearestFolder(const QString &folder)
+{
+    QFileInfo info(folder);
+    while (!info.exists() && !info.isRoot() && info.absolutePath() != info.filePath())
+        info.setFile(info.absolutePath());
+    return info;
+}
+
 /// As much as decides about the type of a file.
 constexpr qint64 BeginningSize = 16 * 1024;
 
@@ -119,19 +128,21 @@ QString Files::stamp(const QString &path) const
 
 QString Files::whyNotWritten(const QString &folder) const
 {
-    const QFileInfo info(folder);
-    if (!info.isDir()) {
+    // One that could not be made is not to blame, but the one that it would lie in.
+    const QFileInfo info = nearestFolder(folder);
+    const bool isMissing = info.filePath() != QFileInfo(folder).filePath();
+    if (!info.isDir() || (isMissing && info.isWritable())) {
         //% "The folder does not exist any more. Choose another one."
         return qtTrId("trivex-app-write-no-folder");
+    }
+    const QStorageInfo storage(info.filePath());
+    if (storage.isValid() && storage.isReadOnly()) {
+        //% "This disk is write-protected. Choose another folder."
+        return qtTrId("trivex-app-write-read-only");
     }
     if (!info.isWritable()) {
         //% "You may not write to this folder. Choose another one."
         return qtTrId("trivex-app-write-denied");
-    }
-    const QStorageInfo storage(folder);
-    if (storage.isValid() && storage.isReadOnly()) {
-        //% "This disk is write-protected. Choose another folder."
-        return qtTrId("trivex-app-write-read-only");
     }
     constexpr qint64 LeastSpace = 64 * 1024;
     if (storage.isValid() && storage.bytesAvailable() < LeastSpace) {
@@ -145,6 +156,11 @@ QString Files::whyNotWritten(const QString &folder) const
 QString Files::whyNotRead(const QString &path) const
 {
     const QFileInfo info(path);
+    if (!info.exists() && path.contains(QChar::ReplacementCharacter)) {
+        //% "The name of this file has letters in an old encoding, so it can't be opened. Rename it
+        //% and choose it again."
+        return qtTrId("trivex-app-read-name");
+    }
     if (!info.exists()) {
         //% "The file is not there any more. Choose it again."
         return qtTrId("trivex-app-read-missing");

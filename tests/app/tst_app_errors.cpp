@@ -9,6 +9,9 @@
 #include <QTranslator>
 #include <QtTest>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 using namespace Trivex;
 
 namespace {
@@ -37,6 +40,8 @@ private Q_SLOTS:
     void tokenErrors();
     void files_data() { languages(); }
     void files();
+    void nameInAnOldEncoding();
+    void folderInAClosedOne();
     void languagesDiffer();
     void sizes();
 
@@ -113,6 +118,40 @@ void TestAppErrors::files()
         QVERIFY2(sentences(reason) >= 2, qPrintable(reason)); // what, and what to do
     }
     QCOMPARE(QSet<QString>(reasons.cbegin(), reasons.cend()).size(), reasons.size());
+}
+
+/// A name that is no UTF-8, as old archives bring them: Qt can't name such a file at all.
+void TestAppErrors::nameInAnOldEncoding()
+{
+    const QTemporaryDir directory;
+    const QByteArray raw = QFile::encodeName(directory.path()) + "/\xcf\xe8\xf1\xfc\xec\xee.crt";
+    const int file = ::open(raw.constData(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600);
+    QVERIFY(file >= 0);
+    ::close(file);
+    const QString path = QFile::decodeName(raw);
+    QVERIFY(!QFile::exists(path));
+    QCOMPARE(Files().whyNotRead(path), qtTrId("trivex-app-read-name"));
+    QVERIFY(::unlink(raw.constData()) == 0);
+}
+
+/// Where a folder would have to be made first, the one above it says why it was not.
+void TestAppErrors::folderInAClosedOne()
+{
+    const QTemporaryDir directory;
+    QVERIFY(QFile::setPermissions(
+        directory.path(), QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther));
+    // The superuser may write everywhere.
+    constexpr uid_t Nobody = 65534;
+    const bool isRoot = ::geteuid() == 0;
+    if (isRoot)
+        QVERIFY(::setresuid(Nobody, Nobody, 0) == 0);
+    const QString reason =
+        Files().whyNotWritten(directory.filePath(QStringLiteral("below/CertificateRequest")));
+    if (isRoot)
+        QVERIFY(::setresuid(0, 0, 0) == 0);
+    QVERIFY(QFile::setPermissions(directory.path(),
+                                  QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    QCOMPARE(reason, qtTrId("trivex-app-write-denied"));
 }
 
 void TestAppErrors::languagesDiffer()
