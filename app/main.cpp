@@ -12,11 +12,19 @@
 
 namespace {
 
-/// The parser has the program's words once the catalogues are there.
-void parse(QCommandLineParser *parser, const QCoreApplication &program)
+/// What the program is asked for; a question about itself is answered here, and ends it. The
+/// catalogues have to be there already.
+Trivex::Order askedFor()
 {
-    Trivex::describe(parser);
-    parser->process(program);
+    QCommandLineParser parser;
+    Trivex::describe(&parser);
+    if (!parser.parse(QCoreApplication::arguments())) {
+        Trivex::Order wrong;
+        wrong.problem = parser.errorText();
+        return wrong;
+    }
+    parser.process(QCoreApplication::arguments());
+    return Trivex::orderOf(parser);
 }
 
 /// Answers and works without a display. A question is answered alone: what stands beside it may be
@@ -30,9 +38,7 @@ int runWithoutWindow(int argc, char **argv, QByteArray question)
     Trivex::preparePluginPaths();
     Trivex::installQtTranslations();
     Trivex::installCatalogues(QStringLiteral("trivex-app"), qApp);
-    QCommandLineParser parser;
-    parse(&parser, program);
-    return Trivex::carryOut(Trivex::orderOf(parser));
+    return Trivex::carryOut(askedFor());
 }
 
 } // namespace
@@ -48,9 +54,7 @@ int main(int argc, char **argv)
     QApplication program(argc, argv);
     Trivex::Application::prepare();
 
-    QCommandLineParser parser;
-    parse(&parser, program);
-    const Trivex::Order order = Trivex::orderOf(parser);
+    const Trivex::Order order = askedFor();
     if (!order.problem.isEmpty())
         return Trivex::carryOut(order);
     const QStringList files = Trivex::Application::filesOf(order.files);

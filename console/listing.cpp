@@ -110,11 +110,8 @@ ExitCode list(bool isJson)
     }
     if (isJson)
         sayJson(json);
-    if (stores.isComplete())
-        return Done;
-    //% "A module has not answered within a minute: its tokens are missing here."
-    complain(qtTrId("trivex-console-incomplete"));
-    return Failed;
+    stores.tellWhatIsMissing();
+    return stores.isComplete() ? Done : Failed;
 }
 
 } // namespace Trivex

@@ -72,11 +72,15 @@ bool asksAboutProgram(const QByteArray &argument)
         || argument == "--help-all";
 }
 
-bool isWork(const QByteArray &argument)
+/// An option for the terminal; one with its value behind a "=" too.
+bool isForTerminal(const QByteArray &argument)
 {
-    return std::any_of(std::begin(Works), std::end(Works), [&](const Work &work) {
-        return argument == QByteArray("--") + work.option;
-    });
+    const QByteArray name = argument.split('=').first();
+    const auto is = [&](const char *option) { return name == QByteArray("--") + option; };
+    return std::any_of(std::begin(Works), std::end(Works),
+                       [&](const Work &work) { return is(work.option); })
+        || std::any_of(std::begin(Options), std::end(Options),
+                       [&](const Option &option) { return is(option.name); });
 }
 
 /// What is wrong with the number of files.
@@ -154,7 +158,7 @@ QByteArray questionIn(const QList<QByteArray> &arguments)
 bool needsNoDisplay(const QList<QByteArray> &arguments)
 {
     const auto end = std::find(arguments.begin(), arguments.end(), QByteArray("--"));
-    return !questionIn(arguments).isEmpty() || std::any_of(arguments.begin(), end, isWork);
+    return !questionIn(arguments).isEmpty() || std::any_of(arguments.begin(), end, isForTerminal);
 }
 
 Order orderOf(const QCommandLineParser &parser)

@@ -6,6 +6,8 @@
 #include "qca/base/regularfile.h"
 
 #include <algorithm>
+#include <csignal>
+#include <iterator>
 
 #include <fcntl.h>
 #include <termios.h>
@@ -17,29 +19,48 @@ namespace {
 
 constexpr int LongestSecret = 4096;
 
-/// The terminal without an echo, as long as it lives.
+// For who is interrupted while the terminal is quiet: a signal's handler knows nothing else.
+int s_terminal = -1;
+termios s_before = {};
+
+void restoreAndEnd(int number)
+{
+    tcsetattr(s_terminal, TCSAFLUSH, &s_before);
+    signal(number, SIG_DFL);
+    raise(number);
+}
+
+constexpr int Interruptions[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT};
+
+/// The terminal without an echo, as long as it lives, and not longer than the process does.
 class QuietTerminal {
 public:
     explicit QuietTerminal(int terminal)
-        : m_terminal(terminal)
-        , m_valid(tcgetattr(terminal, &m_before) == 0)
     {
-        termios quiet = m_before;
+        if (tcgetattr(terminal, &s_before) != 0)
+            return;
+        s_terminal = terminal;
+        for (std::size_t i = 0; i < std::size(Interruptions); ++i)
+            m_handlers[i] = signal(Interruptions[i], restoreAndEnd);
+        termios quiet = s_before;
         quiet.c_lflag &= ~tcflag_t(ECHO);
-        m_valid = m_valid && tcsetattr(m_terminal, TCSAFLUSH, &quiet) == 0;
+        m_valid = tcsetattr(terminal, TCSAFLUSH, &quiet) == 0;
     }
     ~QuietTerminal()
     {
-        if (m_valid)
-            tcsetattr(m_terminal, TCSAFLUSH, &m_before);
+        if (s_terminal < 0)
+            return;
+        tcsetattr(s_terminal, TCSAFLUSH, &s_before);
+        for (std::size_t i = 0; i < std::size(Interruptions); ++i)
+            signal(Interruptions[i], m_handlers[i]);
+        s_terminal = -1;
     }
     Q_DISABLE_COPY(QuietTerminal)
     bool isValid() const { return m_valid; }
 
 private:
-    const int m_terminal;
-    termios m_before = {};
-    bool m_valid;
+    sighandler_t m_handlers[std::size(Interruptions)] = {};
+    bool m_valid = false;
 };
 
 void print(int terminal, const QByteArray &text)

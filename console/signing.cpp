@@ -6,8 +6,11 @@
 #include "console/stores.h"
 #include "console/tokenpin.h"
 #include "qca/adapter/entries.h"
+#include "qca/adapter/qcause.h"
+#include "qca/base/plaintext.h"
 #include "tools/documentsigner.h"
 #include "tools/fileitemtexts.h"
+#include "tools/filesaver.h"
 #include "tools/tokenerrors.h"
 
 #include <QCryptographicHash>
@@ -29,7 +32,8 @@ bool isMeant(const StoreRow &row, const QString &key)
 {
     QString hex = key.toLower();
     hex.remove(QLatin1Char(':')).remove(QLatin1Char(' '));
-    return row.hasKey && (itemName(row.item) == key || fingerprint(row) == hex);
+    return row.hasKey
+        && (itemName(row.item) == key || fingerprint(row) == hex || entryId(row.entry) == key);
 }
 
 /// The rows with keys that `key` names.
@@ -52,11 +56,13 @@ void complainOf(const QVector<StoreRow> &rows, const QString &key)
         complain(qtTrId("trivex-console-no-such-key").arg(key));
         return;
     }
-    //% "Several certificates have this name. Name one by its SHA-256 fingerprint:"
+    //% "Several certificates fit. Name one by what stands first here, its SHA-256 fingerprint or
+    // its % id:"
     complain(qtTrId("trivex-console-several-keys"));
     for (const StoreRow &row : rows)
-        complain(fingerprint(row) + QStringLiteral(", ") + itemDetail(row.item)
-                 + QStringLiteral(", ") + entryStoreName(row.entry));
+        complain(QStringList{fingerprint(row), plainText(entryId(row.entry)), itemDetail(row.item),
+                             plainText(entryStoreName(row.entry))}
+                     .join(QStringLiteral(", ")));
 }
 
 /// The reason that the token gave is told before what follows from it.
@@ -65,10 +71,17 @@ void complainOf(const DocumentSigner &signer, const TokenErrors &errors)
     if (signer.error() == DocumentSigner::NotSigned && !errors.cause().isEmpty())
         complain(errors.cause());
     complain(signer.message());
-    if (signer.error() == DocumentSigner::Exists) {
+}
+
+/// What is in the way of the file of the signature; empty when nothing is.
+QString whyNot(const QString &target, bool mayReplace)
+{
+    if (QFileInfo::exists(target) && !mayReplace) {
         //% "%1 exists; --replace replaces it."
-        complain(qtTrId("trivex-console-exists").arg(signer.target()));
+        return qtTrId("trivex-console-exists").arg(target);
     }
+    const QString reason = FileSaver().whyNot(target);
+    return reason.isEmpty() ? QString() : QStringLiteral("%1: %2").arg(target, reason);
 }
 
 void run(DocumentSigner *signer, const StoreRow &row, const Order &order, const QString &target)
@@ -91,14 +104,26 @@ ExitCode sign(const Order &order)
         ? DocumentSigner::targetFor(
             document, order.isAttached ? DocumentSigner::Attached : DocumentSigner::Detached)
         : order.output;
+    // Nobody types a PIN for a signature that has no place.
+    const QString problem = whyNot(target, order.mayReplace);
+    if (!problem.isEmpty()) {
+        complain(problem);
+        return Failed;
+    }
+    useQca();
+    const TokenPin pin(order.pinFile);
+    if (!pin.problem().isEmpty()) {
+        complain(pin.problem());
+        return Failed;
+    }
     const Stores stores;
+    stores.tellWhatIsMissing();
     const QVector<StoreRow> rows = rowsNamed(stores, order.key);
     if (rows.size() != 1) {
         complainOf(rows, order.key);
         return Failed;
     }
     const TokenErrors errors;
-    const TokenPin pin(order.pinFile);
     DocumentSigner signer;
     run(&signer, rows.first(), order, target);
     if (signer.error() != DocumentSigner::NoError) {

@@ -52,6 +52,14 @@ Stores::Stores()
         m_stores += new QCA::KeyStore(id, &m_manager);
 }
 
+void Stores::tellWhatIsMissing() const
+{
+    if (m_isComplete)
+        return;
+    //% "A module has not answered within a minute: its tokens are missing here."
+    complain(qtTrId("trivex-console-incomplete"));
+}
+
 Stores::~Stores()
 {
     closeStores(m_stores);

@@ -28,6 +28,8 @@ public:
 
     /// False when a module has not answered in time: its tokens are missing.
     bool isComplete() const { return m_isComplete; }
+    /// Complains where it is false.
+    void tellWhatIsMissing() const;
     const QVector<QCA::KeyStore *> &all() const { return m_stores; }
     static QVector<StoreRow> rowsOf(QCA::KeyStore *store);
 

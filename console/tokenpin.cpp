@@ -10,8 +10,14 @@ namespace Trivex {
 
 TokenPin::TokenPin(const QString &file, QObject *parent)
     : QObject(parent)
-    , m_file(file)
 {
+    if (!file.isEmpty()) {
+        m_secret = secretFromFile(file);
+        if (!m_secret || m_secret->isEmpty()) {
+            //% "%1 holds no PIN, or can't be read."
+            m_problem = qtTrId("trivex-console-no-pin").arg(file);
+        }
+    }
     // The question has been noted by the prompt before it is answered.
     connect(&m_prompt, &PinPrompt::questionChanged, this, &TokenPin::answer, Qt::QueuedConnection);
     m_prompt.setEnabled(true);
@@ -19,7 +25,7 @@ TokenPin::TokenPin(const QString &file, QObject *parent)
 
 QString TokenPin::fromFile()
 {
-    if (m_file.isEmpty())
+    if (!m_secret)
         return {};
     if (m_isUsed || m_prompt.isLastTry()) {
         //% "The PIN in the file is not tried: a wrong one could lock the token. Type the PIN."
@@ -27,8 +33,7 @@ QString TokenPin::fromFile()
         return {};
     }
     m_isUsed = true;
-    const auto secret = secretFromFile(m_file);
-    return secret ? QString::fromUtf8(secret->constData(), secret->size()) : QString();
+    return QString::fromUtf8(m_secret->constData(), m_secret->size());
 }
 
 void TokenPin::answer()
@@ -37,7 +42,8 @@ void TokenPin::answer()
         return;
     const int question = m_prompt.question();
     QString pin = fromFile();
-    if (pin.isEmpty()) {
+    const bool isTyped = pin.isEmpty();
+    if (isTyped) {
         if (!m_prompt.pinText().isEmpty())
             complain(m_prompt.pinText());
         //% "PIN of %1, %2:"
@@ -49,8 +55,10 @@ void TokenPin::answer()
     }
     if (pin.isEmpty())
         m_prompt.reject(question);
-    else
+    else if (isTyped)
         m_prompt.submit(question, pin);
+    else
+        m_prompt.submitKept(question, pin);
     pin.fill(QLatin1Char('\0'));
 }
 

@@ -4,6 +4,8 @@
 
 #include "tools/pinprompt.h"
 
+#include <optional>
+
 namespace Trivex {
 
 /// Answers the questions for PINs while it lives: from a file, once, or by what is typed at the
@@ -14,11 +16,15 @@ public:
     /// `file` may be empty.
     explicit TokenPin(const QString &file, QObject *parent = nullptr);
 
+    /// Why the file holds no PIN; empty when it does, or when there is none.
+    QString problem() const { return m_problem; }
+
 private:
     void answer();
     QString fromFile();
 
-    QString m_file;
+    std::optional<QCA::SecureArray> m_secret;
+    QString m_problem;
     bool m_isUsed = false;
     PinPrompt m_prompt;
 };

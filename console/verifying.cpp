@@ -4,7 +4,8 @@
 
 #include "console/report.h"
 #include "console/stores.h"
-#include "qca/adapter/stores.h"
+#include "qca/tokens/userstore.h"
+#include "tools/chainsources.h"
 #include "tools/documentverifier.h"
 
 #include <QEventLoop>
@@ -42,18 +43,34 @@ Files filesOf(const Order &order)
                 return {beside, file};
         }
     }
+    // The document in a message is the one that was signed.
+    if (DocumentVerifier::hasDocument(file))
+        return {file, QString()};
     return {file, DocumentVerifier::documentOf(file)};
 }
 
-QVector<ChainCandidate> candidates(const Stores &stores)
+/// What the stores and the user's own lists say of certificates.
+struct Known {
+    QList<QByteArray> certificates;
+    CandidateIndex issuers;
+};
+
+Known knownIn(const Stores &stores)
 {
-    QVector<ChainCandidate> known;
+    Known known;
     for (QCA::KeyStore *store : stores.all()) {
+        const bool isSystem = store->type() == QCA::KeyStore::System;
         const QVector<StoreRow> rows = Stores::rowsOf(store);
-        for (const StoreRow &row : rows)
-            known += DocumentVerifier::candidate(row.item.certificate(), store->id(),
-                                                 store->type() == QCA::KeyStore::System);
+        for (const StoreRow &row : rows) {
+            const QByteArray &der = row.item.der;
+            known.certificates += der;
+            known.issuers.add(
+                {der, store->name(), ChainSources::isAnchor(der, store->id(), isSystem)});
+        }
     }
+    const QVector<QByteArray> lists = ListFolder::listsNow(userStoreDirectory());
+    for (const QByteArray &list : lists)
+        known.issuers.addList(list);
     return known;
 }
 
@@ -102,11 +119,13 @@ ExitCode verify(const Order &order)
 {
     const Files files = filesOf(order);
     const Stores stores;
+    stores.tellWhatIsMissing();
     DocumentVerifier verifier;
     QEventLoop loop;
     QObject::connect(&verifier, &DocumentVerifier::finished, &loop, &QEventLoop::quit,
                      Qt::QueuedConnection);
-    verifier.verifyWith(files.message, files.document, candidates(stores));
+    const Known known = knownIn(stores);
+    verifier.verifyWith(files.message, files.document, known.certificates, known.issuers);
     loop.exec();
     const SignerList &signers = *verifier.signers();
     QJsonArray json;

@@ -125,10 +125,15 @@ ChainCandidate ChainSources::candidate(int row) const
     result.place = m_entries->storeNameAt(row);
     const QModelIndex index = m_entries->index(row, 0);
     const QVariant type = index.data(m_typeRole);
-    const bool isOurs = index.data(EntryModel::StoreIdRole).toString() == userStoreId();
-    const bool isTrusted = isOurs || (type.isValid() && type.toInt() == SystemStore);
-    result.isAnchor = isTrusted && !result.der.isEmpty() && isSelfIssued(result.der);
+    result.isAnchor = isAnchor(result.der, index.data(EntryModel::StoreIdRole).toString(),
+                               type.isValid() && type.toInt() == SystemStore);
     return result;
+}
+
+bool ChainSources::isAnchor(const QByteArray &der, const QString &storeId, bool isSystemStore)
+{
+    const bool isTrusted = isSystemStore || storeId == userStoreId();
+    return isTrusted && !der.isEmpty() && isSelfIssued(der);
 }
 
 void ChainSources::takeLists()

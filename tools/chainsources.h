@@ -15,6 +15,8 @@ namespace Trivex {
 class ChainSources : public QObject {
     Q_OBJECT
 public:
+    /// Whether a path may end at a certificate of that store.
+    static bool isAnchor(const QByteArray &der, const QString &storeId, bool isSystemStore);
     /// Never null for a model.
     static ChainSources *of(EntryModel *entries);
 

@@ -105,12 +105,16 @@ void DocumentVerifier::Outcome::find(const QString &path, const QString &documen
                                      const QList<QByteArray> &known, LongWork &work)
 {
     message = SignedMessage::read(openByteSource(path));
-    const bool needsDocument = !message.isAttached() && !document.isEmpty();
-    const Content outside = needsDocument ? wholeContent(openByteSource(document)) : Content();
-    isDocumentMissing = needsDocument && outside.isNull();
-    const Content &content = message.isAttached() ? message.content : outside;
+    const bool isNamed = !document.isEmpty();
+    const Content outside = isNamed ? wholeContent(openByteSource(document)) : Content();
+    isDocumentMissing = isNamed && outside.isNull();
+    // Whoever names a document asks about that one: the one in the message would vouch for itself.
+    SignedMessage asked = message;
+    if (isNamed)
+        asked.content = Content();
+    const Content &content = asked.isAttached() ? asked.content : outside;
     work.expect(content.end - content.begin);
-    report = checkMessage(message, outside, known, work);
+    report = checkMessage(asked, outside, known, work);
 }
 
 /// What comes with a message may be part of a path, and vouches for nothing.
@@ -216,6 +220,12 @@ CandidateIndex DocumentVerifier::knownIssuers() const
 
 void DocumentVerifier::verify(const QString &message, const QString &document)
 {
+    verifyWith(message, document, knownCertificates(), knownIssuers());
+}
+
+void DocumentVerifier::verifyWith(const QString &message, const QString &document,
+                                  const QList<QByteArray> &known, const CandidateIndex &issuers)
+{
     if (!begin())
         return;
     m_signers.setSignatures({});
@@ -224,7 +234,7 @@ void DocumentVerifier::verify(const QString &message, const QString &document)
     const auto outcome = std::make_shared<Outcome>();
     const auto signatures = std::make_shared<QVector<SignerList::Signature>>();
     runInBackground(
-        [=, work = m_work, known = knownCertificates(), issuers = knownIssuers()] {
+        [=, work = m_work] {
             outcome->find(message, document, known, *work);
             *signatures = outcome->judged(issuers);
         },

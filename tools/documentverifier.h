@@ -73,16 +73,14 @@ public:
     /// The name for the document inside of a message: without ".p7m".
     Q_INVOKABLE static QString documentName(const QString &message);
 
-    /// Checks the message in a file, with the document if it is not in it. Ends with `finished()`;
-    /// ignored while it runs.
+    /// Checks the message in a file. A `document` that is named is the one that the signatures are
+    /// compared with, even where another lies in the message. Ends with `finished()`; ignored while
+    /// it runs.
     Q_INVOKABLE void verify(const QString &message, const QString &document = QString());
-    /// The same with certificates that come from elsewhere than `entries`.
-    void verifyWith(const QString &message, const QString &document,
-                    const QVector<ChainCandidate> &known);
-    /// A certificate of a store, for `verifyWith`: the system's and the user's own roots are
-    /// trusted.
-    static ChainCandidate candidate(const QCA::Certificate &certificate, const QString &storeId,
-                                    bool isSystem);
+    /// The same with certificates that come from elsewhere than `entries`: `known` for signers
+    /// whose own is not in the message, `issuers` for paths.
+    void verifyWith(const QString &message, const QString &document, const QList<QByteArray> &known,
+                    const CandidateIndex &issuers);
     /// Writes the document of the message that was checked last, over another file only with
     /// `mayReplace`. Ends with `finished()`.
     Q_INVOKABLE void saveDocument(const QString &path, bool mayReplace);

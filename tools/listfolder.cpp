@@ -71,6 +71,15 @@ ListFolder::Files ListFolder::readAll(const QString &folder, const Files &known)
     return files;
 }
 
+QVector<QByteArray> ListFolder::listsNow(const QString &path)
+{
+    QVector<QByteArray> lists;
+    const Files files = readAll(path, {});
+    for (const File &file : files)
+        lists += file.lists;
+    return lists;
+}
+
 void ListFolder::read()
 {
     if (m_isReading) {

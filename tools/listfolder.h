@@ -19,6 +19,9 @@ public:
     explicit ListFolder(const QString &path, QObject *parent = nullptr);
     ~ListFolder() override;
 
+    /// What lies there now; waits for the disk, and watches nothing.
+    static QVector<QByteArray> listsNow(const QString &path);
+
     const QVector<QByteArray> &lists() const { return m_lists; }
     /// Looks for a folder that was not there before.
     void watch();

@@ -139,6 +139,15 @@ void PinPrompt::submit(int question, const QString &pin)
     Q_EMIT questionChanged();
 }
 
+void PinPrompt::submitKept(int question, const QString &pin)
+{
+    if (!isOpen() || question != this->question() || pin.isEmpty())
+        return;
+    const Question answered = m_questions.dequeue();
+    m_handler.submitPassword(answered.id, securedText(pin.toUtf8()));
+    Q_EMIT questionChanged();
+}
+
 void PinPrompt::reject(int question)
 {
     if (!isOpen() || question != this->question())

@@ -45,6 +45,8 @@ public:
     /// ended meanwhile goes nowhere, least of all to the token that asks now. An empty PIN answers
     /// nothing: it is never tried on a token.
     Q_INVOKABLE void submit(int question, const QString &pin);
+    /// The same for a PIN that nobody typed: a wrong one is not asked for again.
+    void submitKept(int question, const QString &pin);
     /// Declines `question`, if it is still the open one; its operation ends.
     Q_INVOKABLE void reject(int question);
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/signerlist.h"
 
+#include "qca/base/plaintext.h"
 #include "qca/x509/names.h"
 #include "tools/fileitemtexts.h"
 #include "tools/signertexts.h"
@@ -19,7 +20,7 @@ QString issuerName(const SignerReport &report)
     for (const QCA::CertificateInfoTypeKnown type : {QCA::CommonName, QCA::Organization}) {
         for (const QCA::CertificateInfoPair &pair : name) {
             if (pair.type().known() == type)
-                return pair.value();
+                return plainText(pair.value());
         }
     }
     return {};

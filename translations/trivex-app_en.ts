@@ -3347,6 +3347,10 @@
         <source>There is no such file.</source>
         <translation>There is no such file.</translation>
     </message>
+    <message id="trivex-console-no-pin">
+        <source>%1 holds no PIN, or can't be read.</source>
+        <translation>%1 holds no PIN, or can't be read.</translation>
+    </message>
     <message id="trivex-console-no-such-key">
         <source>No certificate with a key has the name or the fingerprint “%1”. See --list.</source>
         <translation>No certificate with a key has the name or the fingerprint “%1”. See --list.</translation>
@@ -3404,8 +3408,8 @@
         <translation>Replace the file of the signature where there is one.</translation>
     </message>
     <message id="trivex-console-several-keys">
-        <source>Several certificates have this name. Name one by its SHA-256 fingerprint:</source>
-        <translation>Several certificates have this name. Name one by its SHA-256 fingerprint:</translation>
+        <source>Several certificates fit. Name one by its SHA-256 fingerprint, which stands first here, or by its id:</source>
+        <translation>Several certificates fit. Name one by its SHA-256 fingerprint, which stands first here, or by its id:</translation>
     </message>
     <message id="trivex-console-show">
         <source>Show everything in the files: certificates, requests, lists, keys and bundles.</source>

@@ -3365,6 +3365,10 @@
         <source>There is no such file.</source>
         <translation>Такого файла нет.</translation>
     </message>
+    <message id="trivex-console-no-pin">
+        <source>%1 holds no PIN, or can't be read.</source>
+        <translation>В %1 нет PIN-кода, или файл не читается.</translation>
+    </message>
     <message id="trivex-console-no-such-key">
         <source>No certificate with a key has the name or the fingerprint “%1”. See --list.</source>
         <translation>Нет сертификата с ключом, у которого имя или отпечаток «%1». См. --list.</translation>
@@ -3422,8 +3426,8 @@
         <translation>Заменить файл подписи, если он уже есть.</translation>
     </message>
     <message id="trivex-console-several-keys">
-        <source>Several certificates have this name. Name one by its SHA-256 fingerprint:</source>
-        <translation>Это имя стоит в нескольких сертификатах. Укажите отпечаток SHA-256 одного из них:</translation>
+        <source>Several certificates fit. Name one by its SHA-256 fingerprint, which stands first here, or by its id:</source>
+        <translation>Подходит несколько сертификатов. Укажите отпечаток SHA-256, он стоит первым, или идентификатор:</translation>
     </message>
     <message id="trivex-console-show">
         <source>Show everything in the files: certificates, requests, lists, keys and bundles.</source>

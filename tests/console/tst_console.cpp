@@ -79,6 +79,8 @@ private Q_SLOTS:
     void signsAndVerifies_data();
     void signsAndVerifies();
     void trustsTheUsersRoots();
+    void heedsTheUsersLists();
+    void comparesTheNamedDocument();
     void tellsChangedDocuments();
     void replacesNothingUnasked();
     void triesNoPinTwice();
@@ -339,6 +341,54 @@ void TestConsole::trustsTheUsersRoots()
     QVERIFY(QDir(store).removeRecursively());
 }
 
+void TestConsole::heedsTheUsersLists()
+{
+    const QString letter = path(QStringLiteral("letter"));
+    const QString store = path(QStringLiteral("share/trivex/certificates"));
+    QVERIFY(QDir().mkpath(store));
+    QVERIFY(QFile::copy(m_authority->certificateFile(), store + QStringLiteral("/root.crt")));
+    QVERIFY(write(path(QStringLiteral("signer.der")), m_certificate));
+    // openssl's own authority needs a directory of its files.
+    QVERIFY(write(m_authority->file(QStringLiteral("index.txt")), {}));
+    QVERIFY(write(m_authority->file(QStringLiteral("number")), "01\n"));
+    QVERIFY(write(m_authority->file(QStringLiteral("ca.cnf")),
+                  "[ca]\ndefault_ca=own\n[own]\ndatabase=index.txt\ncrlnumber=number\n"
+                  "default_md=sha256\ndefault_crl_days=30\n"));
+    const QStringList authority = {QStringLiteral("ca"),     QStringLiteral("-config"),
+                                   QStringLiteral("ca.cnf"), QStringLiteral("-cert"),
+                                   QStringLiteral("ca.pem"), QStringLiteral("-keyfile"),
+                                   QStringLiteral("ca.key")};
+    m_authority->openssl({QStringLiteral("x509"), QStringLiteral("-inform"), QStringLiteral("DER"),
+                          QStringLiteral("-in"), path(QStringLiteral("signer.der")),
+                          QStringLiteral("-out"), path(QStringLiteral("signer.crt"))});
+    m_authority->openssl(
+        authority + QStringList{QStringLiteral("-revoke"), path(QStringLiteral("signer.crt"))});
+    m_authority->openssl(authority
+                         + QStringList{QStringLiteral("-gencrl"), QStringLiteral("-out"),
+                                       store + QStringLiteral("/revoked.crl")});
+    QVERIFY(QFile::exists(store + QStringLiteral("/revoked.crl")));
+    const Outcome verified = run(
+        {QStringLiteral("--verify"), letter + QStringLiteral(".p7s"), QStringLiteral("--json")});
+    QVERIFY(QDir(store).removeRecursively());
+    QCOMPARE(verified.code, 3);
+    QVERIFY2(verified.said.contains("\"trust\": \"revoked\""), verified.said.constData());
+}
+
+void TestConsole::comparesTheNamedDocument()
+{
+    const QString letter = path(QStringLiteral("attached-letter"));
+    QVERIFY(write(letter, "Dear all"));
+    QCOMPARE(run(signing(letter) + QStringList{QStringLiteral("--attached")}).code, 0);
+    QVERIFY(write(letter, "Dear none"));
+    const Outcome verified = run({QStringLiteral("--verify"), letter, QStringLiteral("--json")});
+    QCOMPARE(verified.code, 3);
+    QVERIFY2(verified.said.contains("document-changed"), verified.said.constData());
+    // Nobody has asked about the file here.
+    const Outcome alone = run(
+        {QStringLiteral("--verify"), letter + QStringLiteral(".p7m"), QStringLiteral("--json")});
+    QVERIFY2(alone.said.contains("\"verdict\": \"good\""), alone.said.constData());
+}
+
 void TestConsole::tellsChangedDocuments()
 {
     const QString other = path(QStringLiteral("other-letter"));
@@ -382,7 +432,13 @@ void TestConsole::triesNoPinTwice()
     const Outcome refused = run(signing(letter) + QStringList{QStringLiteral("--replace")});
     QVERIFY(write(path(QStringLiteral("pin")), TestToken::pin() + '\n'));
     QCOMPARE(refused.code, 1);
-    QVERIFY2(refused.complained.contains("PIN"), refused.complained.constData());
+    QVERIFY2(refused.complained.contains("The PIN is not right."), refused.complained.constData());
+    // A file without a PIN is named, and nobody is asked.
+    QStringList missing = signing(letter) + QStringList{QStringLiteral("--replace")};
+    missing[5] = path(QStringLiteral("missing"));
+    const Outcome unread = run(missing);
+    QCOMPARE(unread.code, 1);
+    QVERIFY2(unread.complained.contains("missing holds no PIN"), unread.complained.constData());
     // Without a file and without a terminal nobody gives one.
     QStringList without = signing(letter);
     without.removeLast();
@@ -403,7 +459,7 @@ void TestConsole::namesOneKey()
                                                  QStringLiteral("/CN=Пётр/O=Лес"));
     QVERIFY(m_token->writeObject(QStringLiteral("cert"), second, QStringLiteral("01"),
                                  QStringLiteral("second")));
-    const Outcome several = run(signing(letter));
+    const Outcome several = run(signing(letter) + QStringList{QStringLiteral("--replace")});
     QCOMPARE(several.code, 1);
     QVERIFY2(several.complained.contains(hash(second).toLatin1()), several.complained.constData());
     arguments[3] = QString::fromLatin1(
@@ -429,6 +485,13 @@ void TestConsole::refusesNonsense_data()
     QTest::newRow("no file") << QStringList{QStringLiteral("--show")};
     QTest::newRow("two files to sign")
         << signing(path(QStringLiteral("one"))) + QStringList{path(QStringLiteral("other"))};
+    QTest::newRow("no such option")
+        << QStringList{QStringLiteral("--list"), QStringLiteral("--bogus")};
+    QTest::newRow("no value") << QStringList{QStringLiteral("--sign"), path(QStringLiteral("one")),
+                                             QStringLiteral("--key")};
+    QTest::newRow("no work") << QStringList{QStringLiteral("--json"), path(QStringLiteral("one"))};
+    QTest::newRow("no work, with a value")
+        << QStringList{QStringLiteral("--pin-file=x"), path(QStringLiteral("one"))};
     QTest::newRow("no key") << QStringList{QStringLiteral("--sign"), path(QStringLiteral("one"))};
     QTest::newRow("an option of another work")
         << QStringList{QStringLiteral("--list"), QStringLiteral("--attached")};
