@@ -452,7 +452,11 @@ void TestAppContents::opensBehindNoFileDialog()
 {
     QObject *dialog = m_window->object(QStringLiteral("importDialog"));
     m_hadFileDialog = false;
-    QVERIFY(connect(dialog, SIGNAL(aboutToShow()), this, SLOT(noteFileDialog())));
+    const auto methodOf = [](const QObject *object, const char *name) {
+        return object->metaObject()->method(object->metaObject()->indexOfMethod(name));
+    };
+    QVERIFY(connect(dialog, methodOf(dialog, "aboutToShow()"), this,
+                    methodOf(this, "noteFileDialog()")));
     QVERIFY(bring(Dialog, make("in/one.pem", certificate("One"))));
     QVERIFY(m_steps->waitOpen("importDialog"));
     disconnect(dialog, nullptr, this, nullptr);

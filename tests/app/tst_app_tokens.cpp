@@ -151,7 +151,9 @@ void TestAppTokens::wrongPinAsksAgain()
 {
     QVERIFY(freshToken("tries 3"));
     const int before = m_token.token().objectCount();
-    QVERIFY(m_steps->startImport(m_authority.certificateFile()));
+    // One that none of the others has written.
+    const TestAuthority other(QStringLiteral("Other Root"));
+    QVERIFY(m_steps->startImport(other.certificateFile()));
     QVERIFY(m_steps->answerPin(QStringLiteral("999999")));
     QTRY_COMPARE(m_steps->text("pinWrong"), qtTrId("trivex-app-pin-wrong"));
     // Read out with the field, by keyboard left at once; nothing is red that nobody did wrong.
