@@ -42,7 +42,7 @@ public:
     };
     Q_ENUM(Verdict)
     /// What is known of its certificate. As `SignerTrust`.
-    enum Trust { Trusted, ExpiredSince, NotValidThen, NoTrustedRoot, Revoked, Faulty };
+    enum Trust { Trusted, ExpiredSince, NotValidThen, NoTrustedRoot, Revoked, Faulty, Expired };
     Q_ENUM(Trust)
 
     struct Signature {

@@ -73,6 +73,9 @@ constexpr TrustText TrustTexts[] = {
      //% "Do not rely on it. Ask for it to be signed with another certificate."
      QT_TRID_NOOP("trivex-app-signer-revoked-advice")},
     //% "The document is unchanged, but the certificate of this signature is not in order."
+    //% "The certificate has expired. When it was signed is not stated."
+    {SignerTrust::Expired, Careful, QT_TRID_NOOP("trivex-app-signer-expired"),
+     "trivex-app-signer-not-valid-advice"},
     {SignerTrust::Faulty, Wrong, QT_TRID_NOOP("trivex-app-signer-faulty"),
      "trivex-app-signer-revoked-advice"},
 };

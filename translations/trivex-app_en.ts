@@ -2637,6 +2637,10 @@
         <source>It was damaged or forged. Ask for it to be sent again.</source>
         <translation>It was damaged or forged. Ask for it to be sent again.</translation>
     </message>
+    <message id="trivex-app-signer-expired">
+        <source>The certificate has expired. When it was signed is not stated.</source>
+        <translation>The certificate has expired. When it was signed is not stated.</translation>
+    </message>
     <message id="trivex-app-signer-expired-since">
         <source>The certificate has expired since. It was valid at the time that the signature states.</source>
         <translation>The certificate has expired since. It was valid at the time that the signature states.</translation>

@@ -2653,6 +2653,10 @@
         <source>It was damaged or forged. Ask for it to be sent again.</source>
         <translation>Она повреждена или подделана. Попросите прислать её ещё раз.</translation>
     </message>
+    <message id="trivex-app-signer-expired">
+        <source>The certificate has expired. When it was signed is not stated.</source>
+        <translation>Срок действия сертификата истёк. Когда поставлена подпись, не указано.</translation>
+    </message>
     <message id="trivex-app-signer-expired-since">
         <source>The certificate has expired since. It was valid at the time that the signature states.</source>
         <translation>Срок сертификата с тех пор истёк. Ко времени, указанному в подписи, он действовал.</translation>

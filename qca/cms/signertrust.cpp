@@ -23,7 +23,7 @@ constexpr Weight Weights[] = {
     {ChainReason::ListNotYetValid, SignerTrust::Trusted},
     {ChainReason::ListNotSigned, SignerTrust::Trusted},
     {ChainReason::ListUnreadable, SignerTrust::Trusted},
-    {ChainReason::Expired, SignerTrust::NotValidThen},
+    {ChainReason::Expired, SignerTrust::Expired},
     {ChainReason::NotYetValid, SignerTrust::NotValidThen},
     {ChainReason::IssuerMissing, SignerTrust::Unknown},
     {ChainReason::IssuerDiffers, SignerTrust::Unknown},
@@ -34,7 +34,8 @@ constexpr Weight Weights[] = {
 };
 
 /// From the best to the worst.
-constexpr SignerTrust ByGravity[] = {SignerTrust::Trusted, SignerTrust::NotValidThen,
+constexpr SignerTrust ByGravity[] = {SignerTrust::Trusted, SignerTrust::ExpiredSince,
+                                     SignerTrust::Expired, SignerTrust::NotValidThen,
                                      SignerTrust::Unknown, SignerTrust::Faulty,
                                      SignerTrust::Revoked};
 
@@ -66,21 +67,27 @@ SignerTrust trustOf(const ChainResult &result)
     return trust;
 }
 
+bool isOutOfTime(SignerTrust trust)
+{
+    return trust == SignerTrust::Expired || trust == SignerTrust::NotValidThen;
+}
+
 } // namespace
 
 SignerTrust trustIn(const SignerReport &signer, const CandidateIndex &known)
 {
     ChainInput input = known.inputFor(signer.certificate);
     const SignerTrust now = trustOf(checkChain(input));
+    // Nothing says that a certificate that has ended had ended when it signed.
     if (!signer.time.isValid())
         return now;
     input.date = signer.time;
     const SignerTrust then = trustOf(checkChain(input));
-    if (now == SignerTrust::NotValidThen && then == SignerTrust::Trusted)
-        return SignerTrust::ExpiredSince;
+    if (now == SignerTrust::Expired)
+        return then == SignerTrust::Trusted ? SignerTrust::ExpiredSince : SignerTrust::NotValidThen;
     // Valid now, and by the signature's own word not when it was made.
-    if (now == SignerTrust::Trusted && then == SignerTrust::NotValidThen)
-        return then;
+    if (now == SignerTrust::Trusted && isOutOfTime(then))
+        return SignerTrust::NotValidThen;
     return now;
 }
 

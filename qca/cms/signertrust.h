@@ -16,6 +16,7 @@ enum class SignerTrust {
     Unknown, ///< no path leads to a trusted root
     Revoked,
     Faulty, ///< the path breaks a rule
+    Expired, ///< it has ended, and the signature does not state its time
 };
 
 /// Checks the path of a signer's certificate for now, and for the time that the signature states.
