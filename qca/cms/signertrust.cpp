@@ -2,9 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "qca/cms/signertrust.h"
 
+#include "qca/asn1/nativecoding.h"
 #include "qca/chains/chaincheck.h"
 
 #include <algorithm>
+
+#include <openssl/x509v3.h>
 
 namespace Trivex {
 
@@ -67,14 +70,23 @@ SignerTrust trustOf(const ChainResult &result)
     return trust;
 }
 
+/// Whether the certificate is for signing: a key usage (RFC 5280, 4.2.1.3) that allows neither kind
+/// of signature is for something else. Without one it is for everything.
+SignerTrust trustForUsage(const QByteArray &der)
+{
+    const auto certificate = decodeNative<X509Handle>(Der::sliceOf(der), d2i_X509);
+    constexpr quint32 Signing = KU_DIGITAL_SIGNATURE | KU_NON_REPUDIATION;
+    const bool signs = certificate && (X509_get_key_usage(certificate.get()) & Signing) != 0;
+    ERR_clear_error();
+    return signs ? SignerTrust::Trusted : SignerTrust::Faulty;
+}
+
 bool isOutOfTime(SignerTrust trust)
 {
     return trust == SignerTrust::Expired || trust == SignerTrust::NotValidThen;
 }
 
-} // namespace
-
-SignerTrust trustIn(const SignerReport &signer, const CandidateIndex &known)
+SignerTrust pathTrust(const SignerReport &signer, const CandidateIndex &known)
 {
     ChainInput input = known.inputFor(signer.certificate);
     const SignerTrust now = trustOf(checkChain(input));
@@ -89,6 +101,13 @@ SignerTrust trustIn(const SignerReport &signer, const CandidateIndex &known)
     if (now == SignerTrust::Trusted && isOutOfTime(then))
         return SignerTrust::NotValidThen;
     return now;
+}
+
+} // namespace
+
+SignerTrust trustIn(const SignerReport &signer, const CandidateIndex &known)
+{
+    return worseOf(pathTrust(signer, known), trustForUsage(signer.certificate));
 }
 
 } // namespace Trivex

@@ -15,7 +15,7 @@ enum class SignerTrust {
     NotValidThen, ///< at that time the certificate had ended already, or had not begun
     Unknown, ///< no path leads to a trusted root
     Revoked,
-    Faulty, ///< the path breaks a rule
+    Faulty, ///< the path breaks a rule, or the certificate is for something else than signing
     Expired, ///< it has ended, and the signature does not state its time
 };
 

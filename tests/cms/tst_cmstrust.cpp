@@ -9,7 +9,8 @@
 using namespace Trivex;
 using namespace TrivexTest;
 
-/// What becomes of the trust in a signer whose certificate has ended or was revoked.
+/// What becomes of the trust in a signer whose certificate has ended, was revoked, or is for
+/// something else.
 class TestCmsTrust : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -18,6 +19,8 @@ private Q_SLOTS:
     void times();
     void revoked();
     void revokedAndExpired();
+    void usages_data();
+    void usages();
 
 private:
     bool run(const char *arguments) const;
@@ -50,7 +53,15 @@ constexpr char Configuration[] = "[ca]\n"
                                  "basicConstraints = critical,CA:TRUE\n"
                                  "keyUsage = critical,keyCertSign,cRLSign\n"
                                  "[plain]\n"
-                                 "basicConstraints = CA:FALSE\n";
+                                 "basicConstraints = CA:FALSE\n"
+                                 "[signature]\n"
+                                 "keyUsage = critical,digitalSignature,keyEncipherment\n"
+                                 "[commitment]\n"
+                                 "keyUsage = nonRepudiation\n"
+                                 "[agreement]\n"
+                                 "keyUsage = critical,keyAgreement\n"
+                                 "[encryption]\n"
+                                 "keyUsage = keyEncipherment,dataEncipherment\n";
 
 constexpr char Begin[] = "20200101000000Z";
 constexpr char Past[] = "20210101000000Z";
@@ -193,6 +204,29 @@ void TestCmsTrust::revokedAndExpired()
     QCOMPARE(trust(certificate, QStringLiteral("2020-05-05T05:05:05Z"), list),
              SignerTrust::Revoked);
     QCOMPARE(trust(certificate, QString(), list), SignerTrust::Revoked);
+}
+
+void TestCmsTrust::usages_data()
+{
+    QTest::addColumn<bool>("isForSigning");
+    QTest::newRow("plain") << true;
+    QTest::newRow("signature") << true;
+    QTest::newRow("commitment") << true;
+    QTest::newRow("agreement") << false;
+    QTest::newRow("encryption") << false;
+}
+
+void TestCmsTrust::usages()
+{
+    QFETCH(bool, isForSigning);
+    const char *section = QTest::currentDataTag();
+    const QString time = QStringLiteral("2020-05-05T05:05:05Z");
+    const QByteArray valid = issue(Begin, Future, section);
+    QCOMPARE(trust(valid, time), isForSigning ? SignerTrust::Trusted : SignerTrust::Faulty);
+    const QByteArray expired = issue(Begin, Past, section);
+    QCOMPARE(trust(expired, time), isForSigning ? SignerTrust::ExpiredSince : SignerTrust::Faulty);
+    // The gravest is said.
+    QCOMPARE(trust(expired, time, revocationList()), SignerTrust::Revoked);
 }
 
 QTEST_GUILESS_MAIN(TestCmsTrust)
