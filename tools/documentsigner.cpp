@@ -158,9 +158,11 @@ void DocumentSigner::signDigest()
     const QByteArray made = signForMessage(m_key, message.scheme(), message.toBeSigned());
     if (!self)
         return;
+    m_isTokenAtWork = true;
     if (made.isEmpty()) {
         end(NotSigned);
         return;
+    m_isTokenAtWork = false;
     }
     signature->setSignature(made);
     write();
@@ -202,7 +204,8 @@ void DocumentSigner::cancel()
     if (!isRunning() || !m_signature)
         return;
     m_signature->work().cancel();
-    if (!m_storeId.isEmpty())
+    // What the token does meanwhile may be somebody else's.
+    if (m_isTokenAtWork && !m_storeId.isEmpty())
         TokenMonitor::cancel(m_storeId);
 }
 

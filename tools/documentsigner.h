@@ -88,5 +88,6 @@ private:
     bool m_mayReplace = false;
     Error m_error = NoError;
 };
+    bool m_isTokenAtWork = false; ///< for this signature
 
 } // namespace Trivex

@@ -40,6 +40,7 @@ private Q_SLOTS:
 
 private:
     QCA::KeyBundle bundle(const QString &name) const
+    void stoppedWhileAnotherWorks();
     {
         const QString store = QStringLiteral("Подписи");
         const QCA::KeyStoreEntry entry = m_own.contains(name)
@@ -379,3 +380,22 @@ void TestCmsTokens::names()
 
 QTEST_GUILESS_MAIN(TestCmsTokens)
 #include "tst_cmstokens.moc"
+/// Whoever stops the reading of a document leaves the work of others on its token alone.
+void TestCmsTokens::stoppedWhileAnotherWorks()
+{
+    QFile sparse(m_document);
+    QVERIFY(sparse.open(QIODevice::ReadWrite) && sparse.resize(4LL * 1024 * 1024 * 1024));
+    sparse.close();
+    const QCA::KeyBundle key = bundle(QStringLiteral("rsa:2048"));
+    m_token->control("delay C_GenerateKeyPair * 1500");
+    DocumentSigner signer;
+    QSignalSpy finished(&signer, &Job::finished);
+    QTimer::singleShot(300, &signer, [&] { signer.signWith(key, {m_document, m_target}, false); });
+    QTimer::singleShot(600, &signer, &DocumentSigner::cancel);
+    const QCA::PrivateKey made = generateCurve(QStringLiteral("ec-secp256r1"), QStringLiteral("x"));
+    QVERIFY(!made.isNull());
+    QTRY_COMPARE(finished.count(), 1);
+    QCOMPARE(signer.error(), int(DocumentSigner::Cancelled));
+    QVERIFY(QFile::remove(m_document));
+}
+
