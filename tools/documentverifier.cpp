@@ -79,6 +79,9 @@ DocumentVerifier::Error copyDocument(const SignedMessage &message, LongWork &wor
     if (result != ReadResult::Done)
         return result == ReadResult::Refused ? DocumentVerifier::NotWritten
                                              : DocumentVerifier::Changed;
+    // No digest is compared here: it has to be what was checked.
+    if (!message.content.source->isUntouched())
+        return DocumentVerifier::Changed;
     switch (file.place(mayReplace)) {
     case WriteResult::Written:
         return DocumentVerifier::NoError;

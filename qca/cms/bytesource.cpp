@@ -43,12 +43,28 @@ public:
         return true;
     }
 
+    // Other rights, another name or a note of an indexer set the time of the last change of status,
+    // and leave what was read as it was.
     bool isUnchanged() const override
     {
         struct stat now;
         return fstat(m_file.handle(), &now) == 0 && now.st_size == m_status.st_size
-            && isSameTime(now.st_mtim, m_status.st_mtim)
+            && isSameTime(now.st_mtim, m_status.st_mtim);
+    }
+
+    // Whoever writes can set every time but this one.
+    bool isUntouched() const override
+    {
+        struct stat now;
+        return isUnchanged() && fstat(m_file.handle(), &now) == 0
             && isSameTime(now.st_ctim, m_status.st_ctim);
+    }
+
+    bool isFile(const QString &path) const override
+    {
+        struct stat there;
+        return ::stat(QFile::encodeName(path).constData(), &there) == 0
+            && there.st_dev == m_status.st_dev && there.st_ino == m_status.st_ino;
     }
 
 private:
@@ -80,6 +96,11 @@ private:
 } // namespace
 
 ByteSource::~ByteSource() = default;
+
+bool ByteSource::isFile(const QString &) const
+{
+    return false;
+}
 
 ByteSourcePtr openByteSource(const QString &path)
 {

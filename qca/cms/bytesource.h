@@ -21,8 +21,13 @@ public:
     virtual qint64 size() const = 0;
     /// Reads exactly `count` octets at `offset`; false where there are fewer.
     virtual bool readAt(qint64 offset, char *to, qint64 count) const = 0;
-    /// Whether they are still what they were at first.
+    /// Whether they are still what they were at first. Enough where a digest is compared as well.
     virtual bool isUnchanged() const { return true; }
+    /// The same, and beyond doubt: nobody has written and set the times back, nor has anybody
+    /// changed the file's rights or names.
+    virtual bool isUntouched() const { return true; }
+    /// Whether they lie in the file at `path`, by whatever name.
+    virtual bool isFile(const QString &path) const;
 
 protected:
     ByteSource() = default;
@@ -31,8 +36,8 @@ protected:
 using ByteSourcePtr = std::shared_ptr<const ByteSource>;
 
 /// The octets of the regular file at `path` as it is at the call; null where there is none. The
-/// file is held, whatever becomes of its name; it counts as changed when its size or one of its
-/// times is another.
+/// file is held, whatever becomes of its name; it counts as changed when its size or the time of
+/// its last change is another.
 TRIVEX_QCA_EXPORT ByteSourcePtr openByteSource(const QString &path);
 
 /// Octets in memory.

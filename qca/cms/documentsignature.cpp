@@ -128,7 +128,8 @@ DocumentSignature::Problem DocumentSignature::check()
         return Changed;
     switch (report.signers.value(0).verdict) {
     case SignerReport::Good:
-        return m_document->isUnchanged() ? NoProblem : Changed;
+        return m_document->isUnchanged() && m_document->isFile(m_files.document) ? NoProblem
+                                                                                 : Changed;
     case SignerReport::DocumentChanged:
         return Changed;
     default:

@@ -9,6 +9,8 @@
 #include <QtTest>
 
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 using namespace Trivex;
 using namespace TrivexTest;
@@ -29,6 +31,7 @@ private Q_SLOTS:
     void wrongKey();
     void documentChanges_data();
     void documentChanges();
+    void onlyItsCardIsWritten();
     void unreadable();
     void cancelled();
     void longFileNeedsNoMemory();
@@ -261,6 +264,28 @@ void TestCmsSigning::documentChanges()
         QVERIFY(QFile::remove(document));
     write(QStringLiteral("document"), "Else");
     QCOMPARE(signature.write(), DocumentSignature::Changed);
+}
+
+/// Other rights, another name: that is no other document.
+void TestCmsSigning::onlyItsCardIsWritten()
+{
+    const Signer signer = makeSigner(QStringLiteral("ec:P-256"));
+    const QString document = write(QStringLiteral("touched"), "Here");
+    const QString name = file(QStringLiteral("touched.second"));
+    for (const auto form : {DocumentSignature::Detached, DocumentSignature::Attached}) {
+        const QString message = file(QStringLiteral("touched.p7s"));
+        QFile::remove(message);
+        QFile::remove(name);
+        DocumentSignature signature({document, message, form}, signer.chain.first(), signer.chain);
+        QCOMPARE(signature.digest(QDateTime::currentDateTimeUtc()), DocumentSignature::NoProblem);
+        signature.setSignature(signForMessage(signer.key, signature.message().scheme(),
+                                              signature.message().toBeSigned()));
+        const QByteArray path = QFile::encodeName(document);
+        QCOMPARE(::chmod(path.constData(), 0600), 0);
+        QCOMPARE(::link(path.constData(), QFile::encodeName(name).constData()), 0);
+        QCOMPARE(signature.write(), DocumentSignature::NoProblem);
+        QCOMPARE(signature.place(false), DocumentSignature::NoProblem);
+    }
 }
 
 void TestCmsSigning::unreadable()
