@@ -41,6 +41,8 @@ constexpr ErrorText ErrorTexts[] = {
     {DocumentSigner::NotWritten, QT_TRID_NOOP("trivex-app-document-not-written")},
     //% "There is a file of this name. Replace it, or choose another name."
     {DocumentSigner::Exists, QT_TRID_NOOP("trivex-app-document-exists")},
+    //% "The signature would take the place of its own document. Choose another name."
+    {DocumentSigner::SameFile, QT_TRID_NOOP("trivex-app-document-same-file")},
     //% "Signing was stopped. Nothing was written; start again when you like."
     {DocumentSigner::Cancelled, QT_TRID_NOOP("trivex-app-document-stopped")},
 };
@@ -58,6 +60,7 @@ constexpr struct {
     {DocumentSignature::NotWritten, DocumentSigner::NotWritten},
     {DocumentSignature::NotGood, DocumentSigner::NotGood},
     {DocumentSignature::Exists, DocumentSigner::Exists},
+    {DocumentSignature::SameFile, DocumentSigner::SameFile},
 };
 
 DocumentSigner::Error errorOf(DocumentSignature::Problem problem)
@@ -155,14 +158,14 @@ void DocumentSigner::signDigest()
     const QPointer<DocumentSigner> self(this);
     const SignaturePtr signature = m_signature;
     const MessageWriter &message = signature->message();
+    m_isTokenAtWork = true;
     const QByteArray made = signForMessage(m_key, message.scheme(), message.toBeSigned());
     if (!self)
         return;
-    m_isTokenAtWork = true;
+    m_isTokenAtWork = false;
     if (made.isEmpty()) {
         end(NotSigned);
         return;
-    m_isTokenAtWork = false;
     }
     signature->setSignature(made);
     write();

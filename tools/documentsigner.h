@@ -48,6 +48,7 @@ public:
         NotWritten,
         Exists, ///< a file is in its place: `replace()` puts the signature there
         Cancelled,
+        SameFile, ///< it would take the place of its own document; nothing was written
     };
     Q_ENUM(Error)
 
@@ -63,7 +64,8 @@ public:
     Q_INVOKABLE static QString targetFor(const QString &document, int form);
 
     /// Signs the file at `document` as it is now by the key of a row's object ("keyStoreEntry"),
-    /// and writes the result to `target`: over another file only with `mayReplace`. Ends with
+    /// and writes the result to `target`: over another file only with `mayReplace`, and never over
+    /// the document. Ends with
     /// `finished()`; ignored while it runs.
     Q_INVOKABLE void sign(QObject *keyStoreEntry, const QString &document, const QString &target,
                           int form, bool mayReplace);
@@ -86,8 +88,8 @@ private:
     QCA::PrivateKey m_key;
     QString m_storeId;
     bool m_mayReplace = false;
+    bool m_isTokenAtWork = false; ///< for this signature
     Error m_error = NoError;
 };
-    bool m_isTokenAtWork = false; ///< for this signature
 
 } // namespace Trivex

@@ -665,6 +665,10 @@
         <source>The document was changed and has been read again.</source>
         <translation>The document was changed and has been read again.</translation>
     </message>
+    <message id="trivex-app-document-same-file">
+        <source>The signature would take the place of its own document. Choose another name.</source>
+        <translation>The signature would take the place of its own document. Choose another name.</translation>
+    </message>
     <message id="trivex-app-document-saved">
         <source>The document was saved.</source>
         <translation>The document was saved.</translation>

@@ -669,6 +669,10 @@
         <source>The document was changed and has been read again.</source>
         <translation>Документ изменился и прочитан заново.</translation>
     </message>
+    <message id="trivex-app-document-same-file">
+        <source>The signature would take the place of its own document. Choose another name.</source>
+        <translation>Подпись заняла бы место самого документа. Выберите другое имя.</translation>
+    </message>
     <message id="trivex-app-document-saved">
         <source>The document was saved.</source>
         <translation>Документ сохранён.</translation>

@@ -80,6 +80,7 @@ Item {
             [DocumentSigner.NoError]: SigningWork.Signed,
             [DocumentSigner.Changed]: SigningWork.Changed,
             [DocumentSigner.NotWritten]: SigningWork.Unwritten,
+            [DocumentSigner.SameFile]: SigningWork.Unwritten,
             [DocumentSigner.Exists]: SigningWork.Unwritten
         })
         onFinished: {

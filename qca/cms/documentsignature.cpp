@@ -74,6 +74,8 @@ DocumentSignature::Problem DocumentSignature::digest(const QDateTime &time)
     m_document = openByteSource(m_files.document);
     if (!m_document)
         return Unreadable;
+    if (m_document->isFile(m_files.target))
+        return SameFile;
     // It is read once more when the result is checked, and once to be copied.
     m_work.expect(m_document->size() * (m_files.form == Attached ? 3 : 2));
     const Problem problem = readDocument([&context](const char *data, qint64 size) {
@@ -139,6 +141,9 @@ DocumentSignature::Problem DocumentSignature::check()
 
 DocumentSignature::Problem DocumentSignature::place(bool mayReplace)
 {
+    // A link may have come there since.
+    if (m_document && m_document->isFile(m_files.target))
+        return SameFile;
     switch (m_target ? m_target->place(mayReplace) : WriteResult::Failed) {
     case WriteResult::Written:
         return NoProblem;

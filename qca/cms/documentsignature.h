@@ -26,6 +26,7 @@ public:
         NotWritten,
         NotGood, ///< what the key made is no signature of the document by the certificate
         Exists, ///< a file is there and may not be replaced; `place` may be called again
+        SameFile, ///< the target is the document itself, by whatever name
     };
     enum Form {
         Detached, ///< the signature alone

@@ -32,6 +32,9 @@ private Q_SLOTS:
     void documentChanges_data();
     void documentChanges();
     void onlyItsCardIsWritten();
+    void notOverTheDocument_data();
+    void notOverTheDocument();
+    void linkComesLater();
     void unreadable();
     void cancelled();
     void longFileNeedsNoMemory();
@@ -286,6 +289,51 @@ void TestCmsSigning::onlyItsCardIsWritten()
         QCOMPARE(signature.write(), DocumentSignature::NoProblem);
         QCOMPARE(signature.place(false), DocumentSignature::NoProblem);
     }
+}
+
+void TestCmsSigning::notOverTheDocument_data()
+{
+    QTest::addColumn<QString>("target");
+    QTest::newRow("itself") << QStringLiteral("original");
+    QTest::newRow("another spelling") << QStringLiteral("./original");
+    QTest::newRow("symbolic link") << QStringLiteral("original.link");
+    QTest::newRow("hard link") << QStringLiteral("original.hard");
+}
+
+/// Before anybody types a PIN for it, and whatever may be replaced.
+void TestCmsSigning::notOverTheDocument()
+{
+    QFETCH(QString, target);
+    const Signer signer = makeSigner(QStringLiteral("ec:P-256"));
+    const QString document = write(QStringLiteral("original"), "precious");
+    const QByteArray path = QFile::encodeName(document);
+    QFile::link(document, file(QStringLiteral("original.link")));
+    const QByteArray name = QFile::encodeName(file(QStringLiteral("original.hard")));
+    ::unlink(name.constData());
+    QCOMPARE(::link(path.constData(), name.constData()), 0);
+    for (const bool mayReplace : {false, true}) {
+        DocumentSignature signature({document, file(target)}, signer.chain.first(), signer.chain);
+        QCOMPARE(signature.digest(QDateTime::currentDateTimeUtc()), DocumentSignature::SameFile);
+        QCOMPARE(sign(signer, {document, file(target)}, mayReplace), DocumentSignature::SameFile);
+        QCOMPARE(read(document), QByteArray("precious"));
+        QCOMPARE(read(file(target)), QByteArray("precious"));
+    }
+    QCOMPARE(leftovers(), QStringList());
+}
+
+void TestCmsSigning::linkComesLater()
+{
+    const Signer signer = makeSigner(QStringLiteral("ec:P-256"));
+    const QString document = write(QStringLiteral("late"), "precious");
+    const QString message = file(QStringLiteral("late.p7s"));
+    DocumentSignature signature({document, message}, signer.chain.first(), signer.chain);
+    QCOMPARE(signature.digest(QDateTime::currentDateTimeUtc()), DocumentSignature::NoProblem);
+    signature.setSignature(
+        signForMessage(signer.key, signature.message().scheme(), signature.message().toBeSigned()));
+    QCOMPARE(signature.write(), DocumentSignature::NoProblem);
+    QVERIFY(QFile::link(document, message));
+    QCOMPARE(signature.place(true), DocumentSignature::SameFile);
+    QCOMPARE(read(message), QByteArray("precious"));
 }
 
 void TestCmsSigning::unreadable()
