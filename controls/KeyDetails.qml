@@ -6,7 +6,7 @@ import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
 
 /// The details of a key without a certificate, with what can be done with it. `groups` is what
-/// `TokenKey` gives; made of plain maps in the gallery.
+/// `TokenKeyInfo` gives; made of plain maps in the gallery.
 FormPage {
     id: view
     property string name

@@ -32,7 +32,7 @@
 #include "tools/tokenerrors.h"
 #include "tools/tokenfactlist.h"
 #include "tools/tokeninfo.h"
-#include "tools/tokenkey.h"
+#include "tools/tokenkeyinfo.h"
 #include "tools/tokenkeymodel.h"
 #include "tools/tokenkeywork.h"
 #include "tools/tokenlistmodel.h"
@@ -69,7 +69,7 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
     qmlRegisterType<ModelCount>(uri, 1, 0, "ModelCount");
     qmlRegisterType<TokenInfo>(uri, 1, 0, "TokenInfo");
     qmlRegisterType<TokenFactList>(uri, 1, 0, "TokenFactList");
-    qmlRegisterType<TokenKey>(uri, 1, 0, "TokenKey");
+    qmlRegisterType<TokenKeyInfo>(uri, 1, 0, "TokenKeyInfo");
     qmlRegisterType<TokenKeyModel>(uri, 1, 0, "TokenKeyModel");
     qmlRegisterType<TokenKeyWork>(uri, 1, 0, "TokenKeyWork");
     qmlRegisterType<TokenListModel>(uri, 1, 0, "TokenListModel");

@@ -22,7 +22,7 @@ KeyDetails {
         Desktop.copy(key.text())
         copied()
     }
-    TokenKey {
+    TokenKeyInfo {
         id: key
         keys: pane.selection.rows ? pane.selection.rows.keys : null
         identity: pane.selection.identity

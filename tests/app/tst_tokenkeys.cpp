@@ -5,7 +5,7 @@
 #include "qca/tokens/tokenregistry.h"
 #include "tools/rowselection.h"
 #include "tools/tokenfactlist.h"
-#include "tools/tokenkey.h"
+#include "tools/tokenkeyinfo.h"
 #include "tools/tokenkeywork.h"
 
 #include <QAbstractItemModelTester>
@@ -334,8 +334,8 @@ void TestTokenKeys::keyIsFollowed()
 {
     publish("a", {key("1", "one")});
     TokenKeyModel keys;
-    TokenKey one;
-    QSignalSpy changed(&one, &TokenKey::changed);
+    TokenKeyInfo one;
+    QSignalSpy changed(&one, &TokenKeyInfo::changed);
     one.setKeys(&keys);
     QVERIFY(!one.present());
     QVERIFY(one.groups().isEmpty());

@@ -9,7 +9,7 @@
 namespace Trivex {
 
 /// One key without a certificate, followed by its identity: what a page shows of it.
-class TokenKey : public QObject {
+class TokenKeyInfo : public QObject {
     Q_OBJECT
     Q_PROPERTY(Trivex::TokenKeyModel *keys READ keys WRITE setKeys NOTIFY changed)
     /// Of the key's row; everything is empty while there is no such row.
@@ -27,7 +27,7 @@ class TokenKey : public QObject {
     /// What is known of it, in the form that `CertificateDetails` has its groups.
     Q_PROPERTY(QVariantList groups READ groups NOTIFY changed)
 public:
-    explicit TokenKey(QObject *parent = nullptr);
+    explicit TokenKeyInfo(QObject *parent = nullptr);
 
     TokenKeyModel *keys() const;
     void setKeys(TokenKeyModel *keys);

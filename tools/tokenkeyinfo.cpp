@@ -1,23 +1,23 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "tools/tokenkey.h"
+#include "tools/tokenkeyinfo.h"
 
 #include "tools/certificatedetails.h"
 #include "tools/detailgroups.h"
 
 namespace Trivex {
 
-TokenKey::TokenKey(QObject *parent)
+TokenKeyInfo::TokenKeyInfo(QObject *parent)
     : QObject(parent)
 {
 }
 
-TokenKeyModel *TokenKey::keys() const
+TokenKeyModel *TokenKeyInfo::keys() const
 {
     return m_keys;
 }
 
-void TokenKey::setKeys(TokenKeyModel *keys)
+void TokenKeyInfo::setKeys(TokenKeyModel *keys)
 {
     if (m_keys == keys)
         return;
@@ -25,19 +25,19 @@ void TokenKey::setKeys(TokenKeyModel *keys)
         disconnect(m_keys, nullptr, this, nullptr);
     m_keys = keys;
     if (keys) {
-        connect(keys, &QAbstractItemModel::rowsInserted, this, &TokenKey::changed);
-        connect(keys, &QAbstractItemModel::rowsRemoved, this, &TokenKey::changed);
-        connect(keys, &QAbstractItemModel::dataChanged, this, &TokenKey::changed);
+        connect(keys, &QAbstractItemModel::rowsInserted, this, &TokenKeyInfo::changed);
+        connect(keys, &QAbstractItemModel::rowsRemoved, this, &TokenKeyInfo::changed);
+        connect(keys, &QAbstractItemModel::dataChanged, this, &TokenKeyInfo::changed);
     }
     Q_EMIT changed();
 }
 
-QString TokenKey::identity() const
+QString TokenKeyInfo::identity() const
 {
     return m_identity;
 }
 
-void TokenKey::setIdentity(const QString &identity)
+void TokenKeyInfo::setIdentity(const QString &identity)
 {
     if (m_identity == identity)
         return;
@@ -45,53 +45,53 @@ void TokenKey::setIdentity(const QString &identity)
     Q_EMIT changed();
 }
 
-QVariant TokenKey::value(int role) const
+QVariant TokenKeyInfo::value(int role) const
 {
     const int row = m_keys ? m_keys->rowOfIdentity(m_identity) : -1;
     return row < 0 ? QVariant() : m_keys->index(row).data(role);
 }
 
-bool TokenKey::present() const
+bool TokenKeyInfo::present() const
 {
     return value(TokenKeyModel::IsKeyRole).toBool();
 }
 
-QString TokenKey::name() const
+QString TokenKeyInfo::name() const
 {
     return value(TokenKeyModel::NameRole).toString();
 }
 
-QString TokenKey::storeId() const
+QString TokenKeyInfo::storeId() const
 {
     return value(EntryModel::StoreIdRole).toString();
 }
 
-QString TokenKey::storeName() const
+QString TokenKeyInfo::storeName() const
 {
     return value(EntryModel::StoreNameRole).toString();
 }
 
-QString TokenKey::keyId() const
+QString TokenKeyInfo::keyId() const
 {
     return value(TokenKeyModel::KeyIdRole).toString();
 }
 
-bool TokenKey::canRequest() const
+bool TokenKeyInfo::canRequest() const
 {
     return value(TokenKeyModel::CanRequestRole).toBool();
 }
 
-QString TokenKey::request() const
+QString TokenKeyInfo::request() const
 {
     return value(TokenKeyModel::RequestRole).toString();
 }
 
-QString TokenKey::requestIdentity() const
+QString TokenKeyInfo::requestIdentity() const
 {
     return value(TokenKeyModel::RequestIdentityRole).toString();
 }
 
-QVariantList TokenKey::groups() const
+QVariantList TokenKeyInfo::groups() const
 {
     if (!present())
         return {};
@@ -119,7 +119,7 @@ QVariantList TokenKey::groups() const
     return groups.groups();
 }
 
-QString TokenKey::text() const
+QString TokenKeyInfo::text() const
 {
     return CertificateDetails::textOf(groups());
 }
