@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/documentsigner.h"
 
-#include "qca/adapter/documentkey.h"
 #include "qca/adapter/entries.h"
+#include "qca/cms/documentkey.h"
 #include "qca/keys/keys.h"
 #include "qca/questions/background.h"
 #include "qca/tokens/tokens.h"

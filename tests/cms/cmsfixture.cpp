@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/cms/cmsfixture.h"
 
-#include "qca/adapter/documentkey.h"
 #include "qca/adapter/keybundlefile.h"
+#include "qca/cms/documentkey.h"
 #include "qca/cms/messagecheck.h"
 
 #include <QDebug>

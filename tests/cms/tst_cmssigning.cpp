@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "qca/adapter/documentkey.h"
+#include "qca/cms/documentkey.h"
 #include "qca/cms/messagecheck.h"
 #include "tests/cms/cmsfixture.h"
 

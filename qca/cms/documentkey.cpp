@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "qca/adapter/documentkey.h"
+#include "qca/cms/documentkey.h"
 
 #include "qca/keys/pkeycontainer.h"
 #include "qca/keys/requestsigner.h"
