@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "providers/openssl/opensslprovider.h"
 
+#include "providers/openssl/cmscontext.h"
 #include "providers/openssl/userstorecontext.h"
 #include "qca/base/processend.h"
 #include "qca/base/providers.h"
@@ -44,6 +45,7 @@ constexpr Feature Features[] = {
     {"crl", &create<CrlContext>},
     {"certcollection", &create<CollectionContext>},
     {"pkcs12", &create<Pkcs12Context>},
+    {"cms", &create<CmsContext>},
     {"pkey", &createContainer},
     {"rsa", &create<RsaKeyContext>},
     {"dsa", &create<DsaKeyContext>},

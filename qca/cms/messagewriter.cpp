@@ -99,6 +99,8 @@ QByteArray MessageWriter::toBeSigned() const
 
 QByteArray MessageWriter::certificates() const
 {
+    if (!m_isBundled)
+        return {};
     return Der::write(Der::context(0), members(QList<QByteArray>(m_chain) << m_certificate));
 }
 

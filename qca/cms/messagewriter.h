@@ -23,6 +23,8 @@ public:
     /// DER SubjectPublicKeyInfo of the signer.
     const QByteArray &publicInfo() const { return m_publicInfo; }
 
+    /// Whether the certificates go into the message; they do unless this says otherwise.
+    void setBundled(bool isBundled) { m_isBundled = isBundled; }
     /// The signed attributes for a document with that digest, to be signed at `time`.
     void setDigest(const QByteArray &digest, const QDateTime &time);
     /// DER of the signed attributes as they are signed, a SET OF (RFC 5652, 5.4).
@@ -44,6 +46,7 @@ private:
     QByteArray m_issuer; ///< Name, DER
     QByteArray m_serial; ///< INTEGER, DER
     CmsScheme m_scheme;
+    bool m_isBundled = true;
     QByteArray m_attributes; ///< the members of the SET
     QByteArray m_signature;
 };

@@ -29,7 +29,7 @@ FLOORS = {
     "qca/questions": ["qca/base"],
     "qca/tokens": ["qca/keys", "qca/questions"],
     "qca/adapter": ["qca/pkcs12", "qca/cms", "qca/tokens"],
-    "providers/openssl": ["qca/pkcs12", "qca/tokens"],
+    "providers/openssl": ["qca/pkcs12", "qca/cms", "qca/tokens"],
     "providers/pkcs11/calls": ["qca/x509", "qca/tokens"],
     "providers/pkcs11/contents": ["providers/pkcs11/calls"],
     "providers/pkcs11/life": ["providers/pkcs11/contents"],
