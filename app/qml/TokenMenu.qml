@@ -9,6 +9,8 @@ import Trivex.Crypto.Tools 1.0
 Button {
     id: button
     property Item host
+    /// Whether there is room for its text.
+    property bool wide: true
     readonly property string storeId: host.storeId
 
     function open(dialog) {
@@ -18,7 +20,7 @@ Button {
     objectName: "tokenMenuButton"
     text: qsTrId("trivex-app-token-menu")
     icon.source: Theme.icon("token")
-    display: host.columns > 1 ? AbstractButton.TextBesideIcon : AbstractButton.IconOnly
+    display: wide ? AbstractButton.TextBesideIcon : AbstractButton.IconOnly
     visible: storeId.length > 0 && admin.present
     onClicked: menu.popup(button, 0, button.height)
     Accessible.name: text
@@ -33,8 +35,6 @@ Button {
         id: menu
         objectName: "tokenMenu"
         title: button.text
-        // The longest line is told whole, in every language.
-        width: Math.min(Theme.fontSize * 25, button.host.width)
         ActionItem {
             objectName: "tokenChangePin"
             text: qsTrId("trivex-app-change-pin")

@@ -25,9 +25,11 @@ Item {
     readonly property real gap: hasIcon && hasText ? spacing : 0
     readonly property real iconWidth: hasIcon ? icon.width : 0
     readonly property real iconHeight: hasIcon ? icon.height : 0
+    /// Asked for from the beginning: a text that is without width when it is asked first has none.
+    readonly property real naturalWidth: label.implicitWidth
     readonly property real besideIcon: isColumn ? 0 : iconWidth + gap
     readonly property real textWidth: hasText
-        ? Math.min(label.implicitWidth, Math.max(0, width - besideIcon)) : 0
+        ? Math.min(naturalWidth, Math.max(0, width - besideIcon)) : 0
     /// Where a line of both begins.
     readonly property real firstX: {
         const room = width - besideIcon - textWidth
@@ -37,8 +39,8 @@ Item {
     readonly property real firstY:
         (height - iconHeight - gap - (hasText ? label.implicitHeight : 0)) / 2
 
-    implicitWidth: isColumn ? Math.max(iconWidth, hasText ? label.implicitWidth : 0)
-        : iconWidth + gap + (hasText ? label.implicitWidth : 0)
+    implicitWidth: isColumn ? Math.max(iconWidth, hasText ? naturalWidth : 0)
+        : iconWidth + gap + (hasText ? naturalWidth : 0)
     implicitHeight: isColumn ? iconHeight + gap + (hasText ? label.implicitHeight : 0)
         : Math.max(iconHeight, hasText ? label.implicitHeight : 0)
 

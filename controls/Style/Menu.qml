@@ -10,9 +10,23 @@ import Trivex.Crypto.Controls 1.0
 T.Menu {
     id: control
 
-    implicitWidth: Math.max(200, contentWidth + leftPadding + rightPadding)
+    /// Of the widest item: by itself a menu takes no notice of them, and they would be cut.
+    readonly property real widest: {
+        let most = 0
+        for (let i = 0; i < count; ++i) {
+            const item = itemAt(i)
+            // What takes no room may be as long as it likes.
+            if (item && item.height > 0)
+                most = Math.max(most, item.implicitWidth)
+        }
+        return most
+    }
+    readonly property real room: parent && parent.Window.window
+        ? parent.Window.window.width - 2 * margins : Infinity
+
+    implicitWidth: Math.min(room, Math.max(Theme.fontSize * 15, widest + leftPadding + rightPadding))
     implicitHeight: contentHeight + topPadding + bottomPadding
-    margins: 0
+    margins: Theme.unit / 2
     padding: 4
     overlap: 1
     delegate: MenuItem {}
@@ -22,10 +36,12 @@ T.Menu {
         model: control.contentModel
         interactive: Window.window ? contentHeight > Window.window.height : false
         clip: true
-        currentIndex: control.currentIndex
+        currentIndex: -1
         Accessible.role: Accessible.PopupMenu
         Accessible.name: control.title
     }
+    // No binding: a line that scrolls below the pointer is the current one within this very change.
+    onCurrentIndexChanged: contentItem.currentIndex = currentIndex
     background: Rectangle {
         radius: Theme.radius
         color: Theme.card

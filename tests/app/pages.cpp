@@ -198,17 +198,87 @@ void SampleData::fillFiles(WindowEnvironment &environment)
 QStringList pageNames()
 {
     QStringList names;
-    for (const char *name : {"personal", "details", "search", "users", "roots", "others", "system",
-                             "token", "requests", "new-request", "sign", "settings", "import",
-                             "pin", "remove", "error", "manual"})
+    for (const char *name :
+         {"personal",  "details",    "search",   "users",       "roots",       "others",
+          "system",    "token",      "requests", "new-request", "sign",        "settings",
+          "import",    "pin",        "remove",   "error",       "manual",      "pem",
+          "structure", "step",       "filters",  "token-menu",  "token-facts", "change-pin",
+          "unblock",   "initialise", "unfolded", "expired",     "undo",        "help"})
         names += QLatin1String(name);
     return names;
 }
 
 namespace {
 
+/// A page of the window, and what a press on one of its buttons opens there.
+struct Opening {
+    const char *name;
+    const char *page;
+    QVector<const char *> presses;
+    const char *opened; ///< a dialog, a menu or an item
+};
+
+const Opening *openingOf(const QString &name)
+{
+    static const Opening openings[] = {
+        {"pem", "details", {"pemTab"}, "encodedText"},
+        {"structure", "details", {"structureTab"}, "encodedText"},
+        {"step", "details", {"chainStep1"}, "stepDialog"},
+        {"filters", "personal", {"filterButton"}, "filterMenu"},
+        {"token-menu", "token", {"tokenMenuButton"}, "tokenMenu"},
+        {"token-facts", "token", {"tokenFactsButton"}, "tokenFactsDialog"},
+        {"change-pin", "token", {"tokenMenuButton", "tokenChangePin"}, "changePinDialog"},
+        {"unblock", "token", {"tokenMenuButton", "tokenUnblock"}, "unblockDialog"},
+        {"initialise", "token", {"tokenMenuButton", "tokenInitialise"}, "initialiseDialog"},
+        {"unfolded", "new-request", {"unfoldRequest"}, "unfoldRequest"}};
+    const auto *found =
+        std::find_if(std::begin(openings), std::end(openings),
+                     [&](const auto &one) { return name == QLatin1String(one.name); });
+    return found == std::end(openings) ? nullptr : found;
+}
+
+bool showPage(WindowDriver &driver, const SampleData &data, const QString &page);
+
+bool showOpening(WindowDriver &driver, const SampleData &data, const Opening &opening)
+{
+    if (!showPage(driver, data, QLatin1String(opening.page)))
+        return false;
+    Steps steps(driver);
+    for (const char *name : opening.presses) {
+        const bool menu = name != opening.presses.first();
+        if (!driver.waitForItem(QLatin1String(name)) || !driver.waitUntilStill()
+            || !(menu ? driver.click(QLatin1String(name)) : steps.press(name)))
+            return false;
+    }
+    return driver.waitFor([&] {
+        return driver.isOpen(QLatin1String(opening.opened))
+            || driver.item(QLatin1String(opening.opened));
+    });
+}
+
+void showExpiredQuestion(WindowDriver &driver)
+{
+    QMetaObject::invokeMethod(driver.window(), "show", Q_ARG(QVariant, QStringLiteral("sign")));
+    driver.waitFor([&] { return driver.object(QStringLiteral("confirmExpired")); });
+    QObject *dialog = driver.object(QStringLiteral("confirmExpired"));
+    dialog->setProperty("name", QStringLiteral("Иванова Мария Петровна"));
+    dialog->setProperty("reason",
+                        qtTrId("trivex-app-expired-text").arg(QStringLiteral("22.11.2020")));
+    openDialog(driver, "confirmExpired");
+}
+
+void showUndo(WindowDriver &driver)
+{
+    QMetaObject::invokeMethod(driver.object(QStringLiteral("toast")), "show",
+                              Q_ARG(QVariant, qtTrId("trivex-app-removed")),
+                              Q_ARG(QVariant, qtTrId("trivex-app-undo")));
+    driver.waitForItem(QStringLiteral("toastText"));
+}
+
 bool showPage(WindowDriver &driver, const SampleData &data, const QString &page)
 {
+    if (const Opening *opening = openingOf(page))
+        return showOpening(driver, data, *opening);
     QObject *window = driver.window();
     const auto show = [&](const QString &key) {
         QMetaObject::invokeMethod(window, "show", Q_ARG(QVariant, key));
@@ -250,6 +320,12 @@ bool showPage(WindowDriver &driver, const SampleData &data, const QString &page)
         return driver.fill(QStringLiteral("searchField"), QStringLiteral("иванова"));
     if (page == QLatin1String("settings"))
         openDialog(driver, "settingsDialog");
+    if (page == QLatin1String("help"))
+        openDialog(driver, "helpDialog");
+    if (page == QLatin1String("undo"))
+        showUndo(driver);
+    if (page == QLatin1String("expired"))
+        showExpiredQuestion(driver);
     if (page == QLatin1String("manual"))
         openDialog(driver, "manualDialog");
     if (page == QLatin1String("locked-import"))
