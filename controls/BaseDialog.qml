@@ -96,7 +96,13 @@ Dialog {
         boundsBehavior: Flickable.StopAtBounds
         Accessible.role: Accessible.Dialog
         Accessible.name: dialog.title
-        ScrollBar.vertical: ScrollBar {}
+        // In the margin: what is to be read keeps the whole width.
+        ScrollBar.vertical: ScrollBar {
+            parent: flick.parent
+            x: flick.x + flick.width + (dialog.rightPadding - width) / 2
+            y: flick.y
+            height: flick.height
+        }
         FillColumn {
             id: column
             width: flick.width

@@ -16,6 +16,9 @@ Rectangle {
     readonly property var grounds: [Theme.neutralSoft, Theme.goodSoft, Theme.warnSoft, Theme.badSoft]
     readonly property var inks: [Theme.neutral, Theme.good, Theme.warn, Theme.bad]
     readonly property var icons: ["info", "check", "warning", "error"]
+    /// The button is below the text, which would have no room beside it.
+    readonly property bool stacked: button.visible
+        && holder.width < button.implicitWidth + Theme.fontSize * 13
     implicitWidth: 300
     implicitHeight: holder.implicitHeight + Theme.unit * 2.5
     visible: text.length > 0
@@ -29,6 +32,7 @@ Rectangle {
         x: Theme.unit * 1.5
         y: Theme.unit * 1.25
         width: notice.width - Theme.unit * 3
+        spacing: Theme.unit
         RowLayout {
             width: holder.width
             spacing: Theme.unit * 1.25
@@ -45,7 +49,7 @@ Rectangle {
                     text: notice.text
                     color: Theme.text
                     font.bold: notice.detail.length > 0
-                    wrapMode: Text.WordWrap
+                    wrapMode: Text.WrapAtWordBoundaryOrAnywhere
                     Layout.fillWidth: true
                     Accessible.ignored: true
                 }
@@ -54,18 +58,32 @@ Rectangle {
                     text: notice.detail
                     visible: text.length > 0
                     color: Theme.text
-                    wrapMode: Text.WordWrap
+                    wrapMode: Text.WrapAtWordBoundaryOrAnywhere
                     Layout.fillWidth: true
                     Accessible.ignored: true
                 }
             }
-            Button {
-                objectName: notice.objectName ? notice.objectName + "Action" : ""
-                text: notice.actionText
-                visible: text.length > 0
-                onClicked: notice.action()
+            Item {
+                visible: button.visible && !notice.stacked
+                implicitWidth: button.width
+                implicitHeight: button.height
                 Layout.alignment: Qt.AlignTop
             }
         }
+        Item {
+            visible: button.visible && notice.stacked
+            width: holder.width
+            height: button.height
+        }
+    }
+    Button {
+        id: button
+        objectName: notice.objectName ? notice.objectName + "Action" : ""
+        text: notice.actionText
+        visible: text.length > 0
+        width: Math.min(implicitWidth, holder.width)
+        x: notice.width - width - holder.x
+        y: notice.stacked ? notice.height - height - holder.y : holder.y
+        onClicked: notice.action()
     }
 }

@@ -17,10 +17,14 @@ Popup {
     parent: Overlay.overlay
     x: parent ? Math.round((parent.width - implicitWidth) / 2) : 0
     y: parent ? parent.height - implicitHeight - Theme.unit * 3 : 0
-    /// The most that a line of text may take.
-    readonly property real room: Math.min(560, parent
-        ? parent.width - Theme.unit * 5 - padding * 2 - Theme.iconSize
-            - (button.visible ? button.width + Theme.unit : 0) : 560)
+    /// The most that a line of text may take without a button, and beside it.
+    readonly property real wholeRoom: parent
+        ? parent.width - Theme.unit * 5 - padding * 2 - Theme.iconSize : 560
+    readonly property real roomBeside: wholeRoom - button.width - Theme.unit
+    /// The button is below the text: beside it there is no room for a word.
+    readonly property bool stacked: button.visible
+        && roomBeside < Math.min(label.implicitWidth, Theme.fontSize * 10)
+    readonly property real room: Math.min(560, button.visible && !stacked ? roomBeside : wholeRoom)
     modal: false
     focus: false
     closePolicy: Popup.NoAutoClose
@@ -46,14 +50,19 @@ Popup {
     }
     // Of sizes that follow from the text alone: a layout's would depend on where it lies.
     contentItem: Item {
-        implicitWidth: icon.width + Theme.unit + label.width
-            + (button.visible ? Theme.unit + button.width : 0)
-        implicitHeight: Math.max(icon.height, label.height, button.visible ? button.height : 0)
+        id: content
+        readonly property real textWidth: icon.width + Theme.unit + label.width
+        readonly property real besideHeight: button.visible && !toast.stacked ? button.height : 0
+        readonly property real lineHeight: Math.max(icon.height, label.height, besideHeight)
+        implicitWidth: !button.visible ? textWidth
+            : toast.stacked ? Math.max(textWidth, button.width)
+            : textWidth + Theme.unit + button.width
+        implicitHeight: lineHeight + (toast.stacked ? Theme.unit + button.height : 0)
         Icon {
             id: icon
             name: toast.isGood ? "check" : "info"
             color: toast.isGood ? Theme.good : Theme.neutral
-            anchors.verticalCenter: parent.verticalCenter
+            y: (content.lineHeight - height) / 2
         }
         Label {
             textFormat: Text.PlainText
@@ -62,21 +71,21 @@ Popup {
             x: icon.width + Theme.unit
             width: Math.min(implicitWidth, toast.room)
             text: toast.text
-            wrapMode: Text.WordWrap
-            anchors.verticalCenter: parent.verticalCenter
+            wrapMode: Text.WrapAtWordBoundaryOrAnywhere
+            y: (content.lineHeight - height) / 2
             Accessible.role: Accessible.AlertMessage
         }
         Button {
             id: button
             objectName: "toastAction"
-            x: label.x + label.width + Theme.unit
+            x: toast.stacked ? content.width - width : label.x + label.width + Theme.unit
+            y: toast.stacked ? content.lineHeight + Theme.unit : (content.lineHeight - height) / 2
             width: implicitWidth
             height: implicitHeight
             text: toast.actionText
             visible: text.length > 0
             // It goes by itself, and would take the keys with it.
             focusPolicy: Qt.NoFocus
-            anchors.verticalCenter: parent.verticalCenter
             onClicked: {
                 toast.close()
                 toast.action()

@@ -44,6 +44,7 @@ Card {
                 objectName: "chooseDocument"
                 text: qsTrId("trivex-app-choose-file")
                 icon.source: Theme.icon("file")
+                Layout.maximumWidth: card.width - Theme.unit * 8
                 Layout.alignment: Qt.AlignHCenter
                 onClicked: card.chooseAsked()
             }

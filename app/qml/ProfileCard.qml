@@ -55,12 +55,14 @@ Card {
             objectName: "saveProfile"
             text: qsTrId("trivex-app-profile-save")
             flat: true
+            width: Math.min(implicitWidth, parent.width)
             onClicked: dialog.open()
         }
         Button {
             objectName: "removeProfile"
             text: qsTrId("trivex-app-profile-remove")
             flat: true
+            width: Math.min(implicitWidth, parent.width)
             visible: card.chosen.length > 0 && !RequestProfiles.isBuiltIn(card.chosen)
             onClicked: {
                 RequestProfiles.remove(card.chosen)

@@ -62,6 +62,7 @@ Card {
             objectName: "otherSignature"
             text: qsTrId("trivex-app-other-signature")
             flat: true
+            width: Math.min(implicitWidth, parent.width)
             enabled: !card.work.working
             onClicked: card.otherAsked()
         }
@@ -69,6 +70,7 @@ Card {
             objectName: "signElsewhere"
             text: qsTrId("trivex-app-signature-elsewhere")
             flat: true
+            width: Math.min(implicitWidth, parent.width)
             visible: card.ready
             onClicked: card.elsewhereAsked()
         }
@@ -76,6 +78,7 @@ Card {
             objectName: "saveDocument"
             text: qsTrId("trivex-app-save-document")
             flat: true
+            width: Math.min(implicitWidth, parent.width)
             visible: !card.raw && card.work.attached
             onClicked: card.saveAsked()
         }

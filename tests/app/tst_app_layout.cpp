@@ -54,6 +54,8 @@ private Q_SLOTS:
     void actionsStandInOneLine();
     void textsHaveRoom_data();
     void textsHaveRoom();
+    void buttonsAreInReach_data();
+    void buttonsAreInReach();
 
 private:
     bool opensOneWindow() const override { return false; }
@@ -215,6 +217,40 @@ void TestAppLayout::textsHaveRoom()
         leavePage(*m_window);
     }
     QVERIFY2(faults.isEmpty(), qPrintable(QLatin1Char('\n') + faults.join(QLatin1Char('\n'))));
+}
+
+void TestAppLayout::buttonsAreInReach_data()
+{
+    QTest::addColumn<QString>("page");
+    for (const char *page : {"token", "step", "filters", "token-menu", "token-facts", "change-pin",
+                             "unblock", "initialise", "expired", "undo", "manual", "remove"})
+        QTest::newRow(page) << QString::fromLatin1(page);
+}
+
+/// The narrowest window with texts of twice their size.
+void TestAppLayout::buttonsAreInReach()
+{
+    QFETCH(QString, page);
+    QLocale::setDefault(QLocale(QStringLiteral("ru_RU")));
+    openWindow();
+    m_window->setTheme(1, 2);
+    m_window->window()->resize(400, 760);
+    QVERIFY(m_window->waitFor([&] { return m_window->rowCount() > 0; }));
+    QVERIFY(visitPage(*m_window, m_data, page));
+    QStringList faults;
+    int buttons = 0;
+    visitItems(m_window->window()->contentItem(), [&](QQuickItem *item) {
+        if (!item->inherits("QQuickAbstractButton"))
+            return;
+        ++buttons;
+        const QRectF now = place(item);
+        if (now.left() < 0 || now.right() > 400)
+            faults += describeItem(item)
+                + QStringLiteral(" from %1 to %2").arg(now.left()).arg(now.right());
+    });
+    QVERIFY(buttons > 0);
+    QVERIFY2(faults.isEmpty(), qPrintable(faults.join(QLatin1Char('\n'))));
+    leavePage(*m_window);
 }
 
 int main(int argc, char **argv)
