@@ -12,6 +12,8 @@ GridLayout {
     property string label
     property string value
     property bool fixedWidth: false
+    /// A line may end at any character: there are no words in it.
+    property bool wordless: false
     property string flag
     signal copied()
     readonly property bool stacked: width < Theme.fontSize * 24
@@ -46,7 +48,7 @@ GridLayout {
         selectByMouse: true
         persistentSelection: false
         activeFocusOnTab: true
-        wrapMode: TextEdit.WrapAtWordBoundaryOrAnywhere
+        wrapMode: row.wordless ? TextEdit.WrapAnywhere : TextEdit.WrapAtWordBoundaryOrAnywhere
         color: Theme.text
         selectionColor: Theme.accent
         selectedTextColor: Theme.accentText

@@ -108,6 +108,7 @@ FillColumn {
                 objectName: "encodedText"
                 value: sections.current === 1 ? sections.pem() : sections.structure()
                 fixedWidth: true
+                wordless: sections.current === 1
                 visible: value.length > 0
                 onCopied: sections.copied()
                 Layout.fillWidth: true
