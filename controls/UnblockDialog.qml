@@ -11,6 +11,7 @@ TokenAdminDialog {
     objectName: "unblockDialog"
     title: admin.pinSet ? qsTrId("trivex-app-unblock-pin-title")
                         : qsTrId("trivex-app-set-pin-title")
+    confirmText: admin.pinSet ? qsTrId("trivex-app-unblock") : qsTrId("trivex-app-set-it")
     byOfficer: true
     successText: qsTrId("trivex-app-pin-was-set")
     complete: admin.pinPad || officer.text && after.ready

@@ -98,8 +98,8 @@
         <translation>Certificates on it: %1. Keys on it: %2.</translation>
     </message>
     <message id="trivex-app-admin-loss-hidden">
-        <source>There may be more keys, which show only after a login.</source>
-        <translation>There may be more keys, which show only after a login.</translation>
+        <source>There may be more keys, which show only after the PIN.</source>
+        <translation>There may be more keys, which show only after the PIN.</translation>
     </message>
     <message id="trivex-app-admin-no-pin-yet">
         <source>There is no PIN yet that could be changed. Set it with the administrator PIN.</source>
@@ -1600,8 +1600,8 @@
         <translation>nothing</translation>
     </message>
     <message id="trivex-app-key-uses-unknown">
-        <source>is known after a login</source>
-        <translation>is known after a login</translation>
+        <source>is known after the PIN</source>
+        <translation>is known after the PIN</translation>
     </message>
     <message id="trivex-app-key-waits">
         <source>This key waits for the certificate of the request “%1”.</source>
@@ -1612,8 +1612,8 @@
         <translation>Keys without certificate</translation>
     </message>
     <message id="trivex-app-keys-hidden">
-        <source>A login may show more keys.</source>
-        <translation>A login may show more keys.</translation>
+        <source>There may be more keys, which show only after the PIN.</source>
+        <translation>There may be more keys, which show only after the PIN.</translation>
     </message>
     <message id="trivex-app-keys-show">
         <source>Show the keys…</source>
@@ -2866,8 +2866,8 @@
         <translation>Keys</translation>
     </message>
     <message id="trivex-app-token-keys-hidden">
-        <source>There may be more, which a login shows.</source>
-        <translation>There may be more, which a login shows.</translation>
+        <source>There may be more, which show only after the PIN.</source>
+        <translation>There may be more, which show only after the PIN.</translation>
     </message>
     <message id="trivex-app-token-kind">
         <source>Kind of token</source>
@@ -3008,6 +3008,14 @@
     <message id="trivex-app-tries-one">
         <source>one</source>
         <translation>one</translation>
+    </message>
+    <message id="trivex-app-unblock">
+        <source>Unlock</source>
+        <translation>Unlock</translation>
+    </message>
+    <message id="trivex-app-set-it">
+        <source>Set</source>
+        <translation>Set</translation>
     </message>
     <message id="trivex-app-unblock-pin">
         <source>Unlock PIN…</source>

@@ -98,7 +98,7 @@
         <translation>Сертификатов на нём: %1, ключей: %2.</translation>
     </message>
     <message id="trivex-app-admin-loss-hidden">
-        <source>There may be more keys, which show only after a login.</source>
+        <source>There may be more keys, which show only after the PIN.</source>
         <translation>Могут быть и другие ключи: их видно только после ввода PIN-кода.</translation>
     </message>
     <message id="trivex-app-admin-no-pin-yet">
@@ -1610,8 +1610,8 @@
         <translation>ничего</translation>
     </message>
     <message id="trivex-app-key-uses-unknown">
-        <source>is known after a login</source>
-        <translation>будет известно после входа</translation>
+        <source>is known after the PIN</source>
+        <translation>будет известно после ввода PIN-кода</translation>
     </message>
     <message id="trivex-app-key-waits">
         <source>This key waits for the certificate of the request “%1”.</source>
@@ -1622,8 +1622,8 @@
         <translation>Ключи без сертификата</translation>
     </message>
     <message id="trivex-app-keys-hidden">
-        <source>A login may show more keys.</source>
-        <translation>После входа могут появиться другие ключи.</translation>
+        <source>There may be more keys, which show only after the PIN.</source>
+        <translation>Могут быть и другие ключи: их видно только после ввода PIN-кода.</translation>
     </message>
     <message id="trivex-app-keys-show">
         <source>Show the keys…</source>
@@ -2882,8 +2882,8 @@
         <translation>Ключи</translation>
     </message>
     <message id="trivex-app-token-keys-hidden">
-        <source>There may be more, which a login shows.</source>
-        <translation>Возможно, их больше: остальные видны после входа.</translation>
+        <source>There may be more, which show only after the PIN.</source>
+        <translation>Возможно, их больше: остальные видны только после ввода PIN-кода.</translation>
     </message>
     <message id="trivex-app-token-kind">
         <source>Kind of token</source>
@@ -3024,6 +3024,14 @@
     <message id="trivex-app-tries-one">
         <source>one</source>
         <translation>одна</translation>
+    </message>
+    <message id="trivex-app-unblock">
+        <source>Unlock</source>
+        <translation>Разблокировать</translation>
+    </message>
+    <message id="trivex-app-set-it">
+        <source>Set</source>
+        <translation>Задать</translation>
     </message>
     <message id="trivex-app-unblock-pin">
         <source>Unlock PIN…</source>
@@ -3487,7 +3495,7 @@
     </message>
     <message id="trivex-app-chain-at-step">
         <source>“%1”: %2</source>
-        <translation>«%1»: %2</translation>
+        <translation>%1. %2</translation>
     </message>
     <message id="trivex-app-chain-bad">
         <source>Not to be trusted</source>
