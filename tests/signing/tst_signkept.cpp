@@ -113,6 +113,8 @@ void TestSignKept::whatEndsTheKeeping_data()
     QTest::newRow("another token was taken out") << QStringLiteral("other out") << 1;
     QTest::newRow("one try left") << QStringLiteral("last try") << 2;
     QTest::newRow("another token has one try left") << QStringLiteral("other last try") << 1;
+    QTest::newRow("another PIN") << QStringLiteral("new pin") << 2;
+    QTest::newRow("another token's PIN") << QStringLiteral("other new pin") << 1;
     QTest::newRow("a write asks with one try left") << QStringLiteral("last question") << 2;
 }
 
@@ -162,6 +164,8 @@ void TestSignKept::cause(const QString &event, Trivex::TokenStatus status)
         Trivex::publishTokenError(error);
     if (event.endsWith(QLatin1String("last try")))
         status.pinState = Trivex::PinState::FinalTry;
+    if (event.endsWith(QLatin1String("new pin")))
+        Trivex::publishPinChange(status.keyStoreId);
     const bool comesBack = event == QLatin1String("replugged");
     status.present = !comesBack && !event.endsWith(QLatin1String("out"));
     Trivex::publishTokenStatus(status, Trivex::nextStatusNumber());
