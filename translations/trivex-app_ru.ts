@@ -807,7 +807,7 @@
     </message>
     <message id="trivex-app-ext-draft">
         <source>Draft for certificate transparency</source>
-        <translation>Черновик для прозрачности сертификатов</translation>
+        <translation>Предварительный сертификат (Certificate Transparency)</translation>
     </message>
     <message id="trivex-app-ext-empty">
         <source>empty</source>
@@ -1739,7 +1739,7 @@
     </message>
     <message id="trivex-app-name-directory">
         <source>Directory name</source>
-        <translation>Имя каталога</translation>
+        <translation>Имя в каталоге (X.500)</translation>
     </message>
     <message id="trivex-app-name-edi">
         <source>EDI party</source>
