@@ -43,6 +43,13 @@ QVector<FileItem> itemsOf(const QVector<ChainStep> &steps)
     return items;
 }
 
+/// Some locales write two digits of the year, and people all four.
+QString withWholeYear(QString format)
+{
+    const QString whole = QStringLiteral("yyyy");
+    return format.contains(whole) ? format : format.replace(QLatin1String("yy"), whole);
+}
+
 } // namespace
 
 CertificateChain::CertificateChain(QObject *parent)
@@ -124,8 +131,8 @@ bool CertificateChain::setDateText(const QString &text)
     }
     QDate day = QDate::fromString(typed, Qt::ISODate);
     const QLocale locale;
-    for (const QString &format :
-         {locale.dateFormat(QLocale::ShortFormat), QStringLiteral("d.M.yyyy")}) {
+    const QString brief = locale.dateFormat(QLocale::ShortFormat);
+    for (const QString &format : {brief, withWholeYear(brief), QStringLiteral("d.M.yyyy")}) {
         if (!day.isValid())
             day = locale.toDate(typed, format);
     }
@@ -134,7 +141,8 @@ bool CertificateChain::setDateText(const QString &text)
         day = day.addYears(100);
     if (!day.isValid())
         return false;
-    setDate(QDateTime(day, QTime(12, 0)));
+    // Today is this moment, and not its noon.
+    setDate(day == QDate::currentDate() ? QDateTime() : QDateTime(day, QTime(12, 0)));
     return true;
 }
 
@@ -145,6 +153,12 @@ void CertificateChain::schedule()
 
 void CertificateChain::clear()
 {
+    // What runs is for what was asked before, even where it ends before `update`.
+    if (m_work) {
+        m_isStale = true;
+        m_next = {};
+        m_work->isCancelled = true;
+    }
     if (!m_isReady)
         return;
     m_isReady = false;
@@ -178,11 +192,6 @@ void CertificateChain::update()
 {
     const ChainInput wanted = wantedInput();
     if (wanted.certificate.isEmpty()) {
-        if (m_work) {
-            m_isStale = true;
-            m_next = wanted;
-            m_work->isCancelled = true;
-        }
         m_input = {};
         clear();
         return;
@@ -231,11 +240,8 @@ void CertificateChain::take(const ChainResult &result)
 
 void CertificateChain::cancel()
 {
-    if (!m_work)
-        return;
-    m_isStale = true;
-    m_next = {};
-    m_work->isCancelled = true;
+    if (m_work)
+        clear();
 }
 
 QString CertificateChain::word() const

@@ -46,6 +46,8 @@ private Q_SLOTS:
     void whatIsTrusted();
     void comesAndGoes();
     void nothingTwice();
+    void anotherMeanwhile();
+    void cancelled();
     void atADate();
     void datesAsTyped();
     void listsOfTheFolder();
@@ -210,6 +212,46 @@ void TestCertificateChain::nothingTwice()
     QCOMPARE(m_chain->checks(), 2);
 }
 
+// What was found for one certificate is not told of the next, though it ended when that was chosen.
+void TestCertificateChain::anotherMeanwhile()
+{
+    m_rows->add(ChainRows::System, "system", m_root.der());
+    QObject *middle = m_rows->add(ChainRows::System, "system", m_middle.der());
+    QObject *leaf = m_rows->add(ChainRows::User, "USER", m_leaf.der());
+    connect(m_chain.get(), &CertificateChain::runningChanged, m_chain.get(), [&] {
+        if (!m_chain->isRunning() || m_chain->certificate() != leaf)
+            return;
+        m_chain->setCertificate(middle);
+        QThread::msleep(500); // the check has ended, and nobody has heard of it yet
+    });
+    QStringList told;
+    connect(m_chain.get(), &CertificateChain::finished, m_chain.get(), [&] {
+        if (m_chain->isReady())
+            told += m_chain->steps()->value(0, ChainStepModel::NameRole).toString();
+    });
+    m_chain->setCertificate(leaf);
+    QTRY_VERIFY_WITH_TIMEOUT(told.contains(QStringLiteral("Middle")), LongEnough);
+    QCOMPARE(told, QStringList{QStringLiteral("Middle")});
+}
+
+// After a check that was given up, the result of an earlier one does not stand.
+void TestCertificateChain::cancelled()
+{
+    m_rows->add(ChainRows::System, "system", m_root.der());
+    m_rows->add(ChainRows::System, "system", m_middle.der());
+    m_chain->setCertificate(m_rows->add(ChainRows::User, "USER", m_leaf.der()));
+    QVERIFY(waitReady());
+    connect(m_chain.get(), &CertificateChain::runningChanged, m_chain.get(), [&] {
+        if (m_chain->isRunning())
+            m_chain->cancel();
+    });
+    m_chain->setDate(QDateTime::currentDateTime().addDays(60));
+    QTRY_COMPARE_WITH_TIMEOUT(m_chain->checks(), 2, LongEnough);
+    QTRY_VERIFY_WITH_TIMEOUT(!m_chain->isRunning(), LongEnough);
+    QVERIFY(!m_chain->isReady());
+    QCOMPARE(m_chain->steps()->rowCount(), 0);
+}
+
 void TestCertificateChain::atADate()
 {
     m_rows->add(ChainRows::System, "system", m_root.der());
@@ -228,8 +270,8 @@ void TestCertificateChain::atADate()
 
 void TestCertificateChain::datesAsTyped()
 {
-    const QDate day(2026, 12, 31);
-    for (const char *text : {"2026-12-31", "31.12.2026"}) {
+    const QDate day(2019, 12, 31);
+    for (const char *text : {"2019-12-31", "31.12.2019"}) {
         QVERIFY(m_chain->setDateText(QString::fromLatin1(text)));
         QCOMPARE(m_chain->date().date(), day);
     }
@@ -240,9 +282,20 @@ void TestCertificateChain::datesAsTyped()
         QVERIFY(m_chain->setDateText({}));
         QVERIFY(m_chain->setDateText(locale.toString(day, QLocale::ShortFormat)));
         QCOMPARE(m_chain->date().date(), day);
+        // With the whole year, where the locale writes two digits of it.
+        QString format = locale.dateFormat(QLocale::ShortFormat);
+        if (!format.contains(QLatin1String("yyyy")))
+            format.replace(QLatin1String("yy"), QLatin1String("yyyy"));
+        QVERIFY(m_chain->setDateText({}));
+        QVERIFY2(m_chain->setDateText(locale.toString(day, format)), name);
+        QCOMPARE(m_chain->date().date(), day);
     }
     QLocale::setDefault(before);
-    for (const char *text : {"31.02.2026", "tomorrow", "2026-13-01", "12"}) {
+    // Today is this moment: what became valid in the afternoon is so already.
+    QVERIFY(m_chain->setDateText(QDate::currentDate().toString(Qt::ISODate)));
+    QVERIFY(!m_chain->date().isValid());
+    QVERIFY(m_chain->setDateText(QStringLiteral("2019-12-31")));
+    for (const char *text : {"31.02.2019", "tomorrow", "2019-13-01", "12"}) {
         QVERIFY2(!m_chain->setDateText(QString::fromLatin1(text)), text);
         QCOMPARE(m_chain->date().date(), day);
     }
