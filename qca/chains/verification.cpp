@@ -78,6 +78,7 @@ void Verification::run()
         // Each error is let pass, so that only what libcrypto could not do at all ends it early.
         const bool isComplete = X509_verify_cert(context.get()) == 1;
         takePath(context.get());
+        forgetSignatureOfAnchor();
         addOwnFindings();
         if (!isComplete)
             explainEnd(X509_STORE_CTX_get_error(context.get()));
@@ -209,13 +210,28 @@ void Verification::addOwnFindings()
     for (size_t i = 0; i < m_path.size(); ++i) {
         const bool isLast = i + 1 == m_path.size();
         X509 *issuer = m_path[isLast ? i : i + 1].get();
-        if (i > 0 && isForgeable(X509_get0_pubkey(m_path[i].get())))
+        if (isForgeable(X509_get0_pubkey(m_path[i].get())))
             add(int(i), {ChainReason::KeyOfAnybody, 0, {}});
         if (!isLast && !X509_get0_pubkey(issuer))
             add(int(i), {ChainReason::AlgorithmUnknown, X509_V_ERR_NO_ISSUER_PUBLIC_KEY, {}});
         if (m_lists.hasForeign(issuer) && !isListed(int(i)))
             add(int(i), {ChainReason::ListNotSigned, X509_V_ERR_CRL_SIGNATURE_FAILURE, {}});
     }
+}
+
+// Who trusts a root has its key from where it lies, and needs no signature of its own. Where the
+// root is not trusted, that signature tells a spoilt certificate.
+void Verification::forgetSignatureOfAnchor()
+{
+    const ChainCandidate *last = m_members.candidateOf(m_path.back().get());
+    if (!last || !last->isAnchor)
+        return;
+    QVector<ChainFinding> &known = m_findings[int(m_path.size()) - 1];
+    const auto isOfSignature = [](const ChainFinding &one) {
+        return one.reason == ChainReason::WrongSignature || one.reason == ChainReason::WeakSignature
+            || one.reason == ChainReason::AlgorithmUnknown;
+    };
+    known.erase(std::remove_if(known.begin(), known.end(), isOfSignature), known.end());
 }
 
 // Then libcrypto has not looked at the dates either.

@@ -41,6 +41,7 @@ private:
     void add(int depth, const ChainFinding &finding);
     ChainFinding finding(int error, int depth, X509 *certificate, X509_CRL *list) const;
     void addOwnFindings();
+    void forgetSignatureOfAnchor();
     void explainEnd(int error);
 
     const ChainInput &m_input;

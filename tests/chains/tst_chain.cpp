@@ -148,6 +148,16 @@ void TestChain::paths_data()
     row("wrong signature",
         {inputOf(forged, {middle, root}), ChainVerdict::Bad, ChainReason::WrongSignature, 0, 3,
          "signature failure"});
+    // Whoever trusts a root does so without its own signature.
+    const Party sha1Root = make({"SHA-1 root", -10, Year, authority(), EVP_sha1()}, nullptr);
+    const Party ofSha1Root = make({"Leaf", -1, 30}, &sha1Root);
+    row("trusted root of SHA-1",
+        {inputOf(ofSha1Root, {sha1Root.anchor()}), ChainVerdict::Good, ChainReason::None, 0, 2});
+    Party spoilt = make({"Spoilt root", -10, Year, authority()}, nullptr);
+    const Party ofSpoilt = make({"Leaf", -1, 30, {}, EVP_sha256(), false}, &spoilt);
+    X509_sign(spoilt.certificate.get(), m_root.key.get(), EVP_sha256());
+    row("trusted root with a wrong signature",
+        {inputOf(ofSpoilt, {spoilt.anchor()}), ChainVerdict::Good, ChainReason::None, 0, 2});
     const Party otherMiddle = make({"Middle", -10, Year, authority()}, &m_root);
     row("issuer with another key",
         {inputOf(m_leaf, {otherMiddle.candidate(), root}), ChainVerdict::Unknown,
@@ -469,6 +479,10 @@ void TestChain::keyOfAnybody()
     const Party leaf = make({"Leaf", -1, 30}, &signer);
     const ChainResult result = checkChain(inputOf(leaf, {forgeable.candidate(), m_root.anchor()}));
     QVERIFY2(result.verdict != ChainVerdict::Good, described(result).constData());
+    // Nor is anybody known by it.
+    const ChainResult own = checkChain(inputOf(forgeable, {m_root.anchor()}));
+    QVERIFY2(own.verdict == ChainVerdict::Bad, described(own).constData());
+    QCOMPARE(own.steps.constFirst().findings.constFirst().reason, ChainReason::KeyOfAnybody);
 }
 
 void TestChain::asCerttoolSays_data()
