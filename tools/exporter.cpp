@@ -16,7 +16,7 @@
 #include <QDir>
 #include <QSet>
 
-#include <memory>
+#include <algorithm>
 
 namespace Trivex {
 
@@ -25,22 +25,45 @@ struct Exporter::Work {
     QVector<RowEncoding> rows;
     QVector<ChainCandidate> candidates; ///< for the issuers of a single certificate
     QString folder;
+    std::shared_ptr<const QTemporaryDir> staging; ///< keeps the folder while it is written to
     std::atomic<bool> isCancelled{false};
 
     QByteArray pem;
     Error error = NoError;
 
+    void stageIn(FileSaver *saver);
     bool certificatesOnly() const;
     QVector<QByteArray> chain() const;
     void run();
     void write(const QString &path, const QByteArray &contents);
 };
 
+void Exporter::Work::stageIn(FileSaver *saver)
+{
+    folder = saver->stagingFolder();
+    staging = saver->staging();
+    if (folder.isEmpty())
+        error = NotWritten;
+}
+
 bool Exporter::Work::certificatesOnly() const
 {
     return std::all_of(rows.cbegin(), rows.cend(),
                        [](const RowEncoding &row) { return row.kind == ShownKind::Certificate; });
 }
+
+namespace {
+
+/// Whether what follows has the name of the issuer alone.
+bool hasStranger(const ChainStep &step)
+{
+    return std::any_of(step.findings.cbegin(), step.findings.cend(), [](const ChainFinding &one) {
+        return one.reason == ChainReason::WrongSignature
+            || one.reason == ChainReason::IssuerDiffers;
+    });
+}
+
+} // namespace
 
 /// The certificates, where it is one, with its issuers as far as they are known.
 QVector<QByteArray> Exporter::Work::chain() const
@@ -55,14 +78,18 @@ QVector<QByteArray> Exporter::Work::chain() const
     for (const ChainCandidate &candidate : candidates)
         index.add(candidate);
     const ChainResult result = checkChain(index.inputFor(rows.first().der), isCancelled);
-    for (const ChainStep &step : result.steps)
+    for (const ChainStep &step : result.steps) {
         all += step.der;
+        if (hasStranger(step))
+            break;
+    }
     return all.isEmpty() ? QVector<QByteArray>{rows.first().der} : all;
 }
 
 void Exporter::Work::write(const QString &path, const QByteArray &contents)
 {
-    if (error == NoError && writeAtomically(path, contents, true) != WriteResult::Written)
+    if (error == NoError && !isCancelled
+        && writeAtomically(path, contents, true) != WriteResult::Written)
         error = NotWritten;
 }
 
@@ -107,7 +134,11 @@ Exporter::Exporter(QObject *parent)
 {
 }
 
-Exporter::~Exporter() = default;
+Exporter::~Exporter()
+{
+    if (m_work)
+        m_work->isCancelled = true;
+}
 
 QString Exporter::message() const
 {
@@ -127,6 +158,7 @@ void Exporter::cancel()
     if (!isRunning())
         return;
     ++m_serial;
+    m_work->isCancelled = true;
     m_error = Cancelled;
     end();
 }
@@ -155,8 +187,9 @@ void Exporter::stage(EntryModel *entries, const QStringList &identities, FileSav
     }
     if (work->rows.isEmpty())
         work->error = NothingThere;
-    else
-        work->folder = saver ? saver->stagingFolder() : QString();
+    else if (saver)
+        work->stageIn(saver);
+    m_work = work;
     runInBackground([work] { work->run(); }, this,
                     [this, work, serial = ++m_serial] { take(*work, serial); });
 }

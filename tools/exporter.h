@@ -6,6 +6,8 @@
 #include "tools/filesaver.h"
 #include "tools/job.h"
 
+#include <memory>
+
 namespace Trivex {
 
 /// Puts rows of a list into the forms in which others take certificates: one text of PEM, the same
@@ -61,6 +63,7 @@ private:
     Error m_error = NoError;
     QString m_text;
     bool m_certificatesOnly = false;
+    std::shared_ptr<Work> m_work; ///< of the last run
     int m_serial = 0; ///< tells a late result of a run that was given up
 };
 

@@ -49,14 +49,20 @@ void FileSaver::setProblem(const QString &problem)
 
 QString FileSaver::stagingFolder()
 {
-    m_staging = std::make_unique<QTemporaryDir>();
+    m_staging = std::make_shared<QTemporaryDir>();
+    // Its path is then empty, which stands for the folder that the program was started in.
+    if (!m_staging->isValid()) {
+        m_staging.reset();
+        return {};
+    }
     QDir(m_staging->path()).mkdir(QStringLiteral("forms"));
     return m_staging->path();
 }
 
 QString FileSaver::stagedPath(const QString &name)
 {
-    return stagingFolder() + QLatin1Char('/') + name;
+    const QString folder = stagingFolder();
+    return folder.isEmpty() ? QString() : folder + QLatin1Char('/') + name;
 }
 
 QString FileSaver::whyNot(const QString &path) const
@@ -75,7 +81,8 @@ QString FileSaver::whyNot(const QString &path) const
 
 bool FileSaver::stageCopy(const QString &path)
 {
-    return QFile::copy(path, stagedPath(QFileInfo(path).fileName()));
+    const QString copy = stagedPath(QFileInfo(path).fileName());
+    return !copy.isEmpty() && QFile::copy(path, copy);
 }
 
 QString FileSaver::stagedFile(const QString &folder, Format format)

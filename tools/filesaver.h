@@ -37,12 +37,15 @@ public:
 
     QString problem() const;
 
-    /// The folder for files that are still to be placed; emptied by each call.
+    /// The folder for files that are still to be placed; emptied by each call. Empty where no
+    /// folder for temporary files can be used: then there is nothing to place.
     Q_INVOKABLE QString stagingFolder();
     /// The path of a file in a fresh folder of that kind.
     Q_INVOKABLE QString stagedPath(const QString &name);
     /// Puts a copy of the file at `path` there, under its own name; false when it can't be read.
     Q_INVOKABLE bool stageCopy(const QString &path);
+    /// The same folder, which stays until nobody has it any more; null where there is none.
+    std::shared_ptr<const QTemporaryDir> staging() const { return m_staging; }
     /// Where a form is staged in such a folder.
     static QString stagedFile(const QString &folder, Format format);
     /// Why nothing could be saved at `path`, found out before anything is made; empty where all is
@@ -59,7 +62,7 @@ private:
     QByteArray staged(Format format) const;
     void setProblem(const QString &problem);
 
-    std::unique_ptr<QTemporaryDir> m_staging;
+    std::shared_ptr<QTemporaryDir> m_staging;
     QString m_problem;
 };
 

@@ -50,6 +50,8 @@ QStringList RowFiles::write(EntryModel *entries, const QStringList &identities)
     if (!entries || identities.isEmpty() || identities.size() > MostRows)
         return {};
     auto folder = std::make_unique<QTemporaryDir>();
+    if (!folder->isValid())
+        return {};
     const QSet<QString> wanted(identities.cbegin(), identities.cend());
     const int entryRole = roleNamed(*entries, QStringLiteral("keyStoreEntry"));
     const int objectRole = roleNamed(*entries, QStringLiteral("certificate"));

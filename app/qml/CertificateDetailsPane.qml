@@ -187,13 +187,17 @@ Item {
     }
     /// What is shown when one asks is what is saved, whatever is shown when one has answered.
     function stage() {
+        exporter.cancel()
         saving.path = ""
-        return certificate !== null && certificate.exportToFile(saving.saver.stagingFolder())
+        const folder = certificate !== null ? saving.saver.stagingFolder() : ""
+        return folder !== "" && certificate.exportToFile(folder)
     }
     function askWhere() {
         const name = certificate
             ? Files.fileName(Files.exportPath(saving.folder, certificate.fileName)) : ""
         if (certificate && !isRequest) {
+            // The last wish counts: what is still made for another has its own name.
+            exporter.cancel()
             exporter.name = name
             saving.path = ""
             exporter.stage(selection.rows.entries, [selection.identity], saving.saver)

@@ -19,8 +19,8 @@ Item {
     function choose(identities) { start(identities, false) }
     function copy(identities) { start(identities, true) }
     function start(identities, toClipboard_) {
-        if (exporter.running)
-            return
+        // The last wish counts.
+        exporter.cancel()
         toClipboard = toClipboard_
         // A search takes rows from the shown list, and nothing from this one.
         exporter.stage(rows.entries, identities, toClipboard ? null : saving.saver)

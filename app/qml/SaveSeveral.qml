@@ -38,7 +38,8 @@ Item {
             saved(set.folder)
     }
     function save(certificate, folder) {
-        if (!certificate.exportToFile(saver.stagingFolder())) {
+        const staging = saver.stagingFolder()
+        if (!staging || !certificate.exportToFile(staging)) {
             failed(Files.whyNotWritten(folder))
             return false
         }

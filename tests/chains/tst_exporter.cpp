@@ -1,0 +1,165 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+
+// What an export puts beside a certificate, and what it does where nothing can be put anywhere.
+#include "qca/asn1/pem.h"
+#include "tests/chains/chainrows.h"
+#include "tests/chains/madechain.h"
+#include "tests/x509/corpus.h"
+#include "tools/exporter.h"
+#include "tools/rowfiles.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace Trivex;
+using namespace MadeChain;
+
+class TestExporter : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void withIssuers();
+    void notWithStrangers();
+    void noTemporaryFolder();
+    void thenTheNext();
+
+private:
+    void add(const Party &party, ChainRows::StoreType type = ChainRows::User)
+    {
+        m_rows->add(type, "Store", party.der());
+    }
+    /// The subject names of the chain that was staged for the row.
+    QStringList staged(int row);
+
+    const Party m_root = make({"Root", -10, Year, authority()}, nullptr);
+    const Party m_middle = make({"Middle", -10, Year, authority()}, &m_root);
+    const Party m_leaf = make({"Leaf", -1, 30}, &m_middle);
+    QCA::Initializer m_initializer;
+    std::unique_ptr<ChainRows> m_rows;
+    std::unique_ptr<EntryModel> m_entries;
+    QTemporaryDir m_folder;
+};
+
+void TestExporter::init()
+{
+    m_rows = std::make_unique<ChainRows>();
+    m_entries = std::make_unique<EntryModel>();
+    m_entries->setSourceModel(m_rows.get());
+}
+
+void TestExporter::cleanup()
+{
+    m_entries.reset();
+    m_rows.reset();
+}
+
+QStringList TestExporter::staged(int row)
+{
+    Exporter exporter;
+    FileSaver saver;
+    exporter.stage(m_entries.get(), {m_entries->identityAt(row)}, &saver);
+    if (!QTest::qWaitFor([&] { return !exporter.isRunning(); }, 20000)
+        || exporter.error() != Exporter::NoError)
+        return {exporter.message()};
+    const QString path = m_folder.filePath(QStringLiteral("chain.pem"));
+    if (saver.place(path, true, FileSaver::Chain) != FileSaver::Saved)
+        return {saver.problem()};
+    QFile file(path);
+    QStringList names;
+    if (file.open(QIODevice::ReadOnly)) {
+        for (const PemBlock &block : readPem(file.readAll()))
+            names += makeCertificate(block.data).commonName();
+    }
+    return names;
+}
+
+void TestExporter::withIssuers()
+{
+    add(m_leaf);
+    add(m_root, ChainRows::System);
+    add(m_middle);
+    QCOMPARE(staged(0).join(QLatin1Char(',')), QStringLiteral("Leaf,Middle,Root"));
+    QCOMPARE(staged(2).join(QLatin1Char(',')), QStringLiteral("Middle,Root"));
+}
+
+// Who only has the name of the issuer has issued nothing, and does not belong to the certificate.
+void TestExporter::notWithStrangers()
+{
+    const Party stranger = make({"Middle", -10, Year, authority(), EVP_sha256(), false}, &m_root);
+    const Party real = make({"Middle", -10, Year, authority(), EVP_sha256(), false}, &m_root);
+    const Party leaf = make({"Leaf", -1, 30, {}, EVP_sha256(), false}, &real);
+    add(leaf);
+    add(stranger);
+    add(m_root, ChainRows::System);
+    QCOMPARE(staged(0).join(QLatin1Char(',')), QStringLiteral("Leaf"));
+}
+
+// Files of the folder that the program was started in are nobody's certificate.
+void TestExporter::noTemporaryFolder()
+{
+    add(m_leaf);
+    const QString here = QDir::currentPath();
+    const QByteArray before = qgetenv("TMPDIR");
+    QVERIFY(QDir::setCurrent(m_folder.path()));
+    QFile other(m_folder.filePath(QStringLiteral("a-diary")));
+    QVERIFY(other.open(QIODevice::WriteOnly) && other.write("mine") == 4);
+    other.close();
+    qputenv("TMPDIR", "/proc"); // not even root can make anything there
+    Exporter exporter;
+    FileSaver saver;
+    exporter.stage(m_entries.get(), {m_entries->identityAt(0)}, &saver);
+    const bool ended = QTest::qWaitFor([&] { return !exporter.isRunning(); }, 20000);
+    const QString folder = saver.stagingFolder();
+    const QString path = m_folder.filePath(QStringLiteral("cert.crt"));
+    const int placed = saver.place(path, false);
+    const bool copied = saver.stageCopy(other.fileName());
+    RowFiles files;
+    const QStringList urls = files.write(m_entries.get(), {m_entries->identityAt(0)});
+    const QStringList found = QDir(m_folder.path()).entryList(QDir::Files);
+    qputenv("TMPDIR", before);
+    if (before.isEmpty())
+        qunsetenv("TMPDIR");
+    QVERIFY(QDir::setCurrent(here));
+    QVERIFY(ended);
+    QCOMPARE(exporter.error(), int(Exporter::NotWritten));
+    QVERIFY(folder.isEmpty());
+    QCOMPARE(placed, int(FileSaver::Failed));
+    QVERIFY(!copied);
+    QVERIFY(urls.isEmpty());
+    QVERIFY(!found.contains(QLatin1String("cert.crt")));
+}
+
+// A run that was given up for another leaves nothing in the folder of that one.
+void TestExporter::thenTheNext()
+{
+    add(m_leaf);
+    add(m_middle);
+    Exporter exporter;
+    FileSaver saver;
+    exporter.stage(m_entries.get(), {m_entries->identityAt(0)}, &saver);
+    exporter.cancel();
+    QCOMPARE(exporter.error(), int(Exporter::Cancelled));
+    exporter.stage(m_entries.get(), {m_entries->identityAt(1)}, &saver);
+    QVERIFY(QTest::qWaitFor([&] { return !exporter.isRunning(); }, 20000));
+    QCOMPARE(exporter.error(), int(Exporter::NoError));
+    QCOMPARE(readPem(exporter.text().toLatin1()).first().data, m_middle.der());
+    const QString path = m_folder.filePath(QStringLiteral("next.pem"));
+    QCOMPARE(saver.place(path, true), int(FileSaver::Saved));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), exporter.text().toLatin1());
+}
+
+int main(int argc, char *argv[])
+{
+    Corpus::prepareEnvironment();
+    QCoreApplication application(argc, argv);
+    TestExporter test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_exporter.moc"
