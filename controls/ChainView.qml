@@ -18,6 +18,14 @@ Card {
     signal showAsked(int row)
     readonly property bool ready: chain !== null && chain.ready
     readonly property bool running: chain !== null && chain.running
+    /// Checks for today, as the empty field says: the chain may keep a date from an earlier view.
+    function startOver() {
+        day.text = ""
+        day.flag = ""
+        if (chain)
+            chain.setDateText("")
+    }
+    Component.onCompleted: startOver()
     /// The colours of the validity that is as good.
     function stateOf(verdict) {
         return [Validity.Valid, Validity.Expiring, Validity.Unknown, Validity.Expired][verdict]

@@ -23,6 +23,7 @@ BaseDialog {
     function show(which) {
         row = which
         sections.show(0)
+        verdict.startOver()
         groups = items.details(which)
         title = items.value(which, FileItemModel.NameRole)
         open()
@@ -35,7 +36,13 @@ BaseDialog {
         items: dialog.items
         itemRow: dialog.visible ? dialog.row : -1
     }
+    // The row is another thing by then, or none.
+    Connections {
+        target: dialog.items
+        function onModelReset() { dialog.close() }
+    }
     ChainView {
+        id: verdict
         chain: path
         canShow: false
         Layout.fillWidth: true

@@ -23,7 +23,9 @@ private Q_SLOTS:
     void revokedMeanwhile();
     void rootGoesAndComes();
     void atADate();
+    void dateOfAnother();
     void stepByMouse();
+    void stepOfAnotherPath();
     void stepByKeyboard();
     void ofAFile();
     void narrow();
@@ -136,6 +138,32 @@ void TestAppChain::atADate()
     m_window->key(Qt::Key_Return);
     QVERIFY(waitBadge("trivex-app-chain-good"));
     QVERIFY(m_steps->flag("chainDay").isEmpty());
+}
+
+// A date that was typed for one certificate is not in force for the next, whose field is empty.
+void TestAppChain::dateOfAnother()
+{
+    QVERIFY(waitBadge("trivex-app-chain-good"));
+    const QString late = QDate::currentDate().addDays(2 * Year).toString(Qt::ISODate);
+    QVERIFY(m_window->fill(QStringLiteral("chainDate"), late));
+    m_window->key(Qt::Key_Return);
+    QVERIFY(waitBadge("trivex-app-chain-bad"));
+    QVERIFY(pick("Chain Middle"));
+    QVERIFY(m_window->waitFor([&] {
+        const QQuickItem *field = m_window->item(QStringLiteral("chainDate"));
+        return field && field->property("text").toString().isEmpty();
+    }));
+    QVERIFY(waitBadge("trivex-app-chain-good"));
+}
+
+// The path was found anew: the row of the dialog may be another certificate.
+void TestAppChain::stepOfAnotherPath()
+{
+    QVERIFY(waitBadge("trivex-app-chain-good"));
+    QVERIFY(m_window->click(QStringLiteral("chainStep1")));
+    QVERIFY(m_steps->waitOpen("stepDialog"));
+    QVERIFY(keep("list.crl", listPem(list(m_middle, {}))));
+    QVERIFY(m_steps->waitClosed("stepDialog"));
 }
 
 void TestAppChain::stepByMouse()
