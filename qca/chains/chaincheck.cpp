@@ -191,11 +191,9 @@ ChainResult resultOf(const Verification &verification, const ChainMembers &membe
     return result;
 }
 
-} // namespace
-
-ChainResult checkChain(const ChainInput &input, const std::atomic<bool> &isCancelled)
+/// The one way through the candidates that libcrypto takes.
+ChainResult checkOneWay(const ChainInput &input, const std::atomic<bool> &isCancelled)
 {
-    initialiseLibcrypto();
     Issuance issuance(&isCancelled);
     const ChainMembers members(input, &issuance);
     if (!members.certificate())
@@ -207,6 +205,41 @@ ChainResult checkChain(const ChainInput &input, const std::atomic<bool> &isCance
     Verification byName(input, members, &issuance, false);
     byName.run();
     return resultOf(byName.path().size() > strict.path().size() ? byName : strict, members);
+}
+
+/// An issuer between both ends because of which the path is bad; null where there is none.
+const ChainStep *badIssuer(const ChainResult &result)
+{
+    const auto found =
+        std::find_if(result.steps.cbegin(), result.steps.cend(), [&result](const ChainStep &step) {
+            return &step != &result.steps.constFirst() && !step.isAnchor
+                && step.verdict == ChainVerdict::Bad;
+        });
+    return found == result.steps.cend() ? nullptr : &*found;
+}
+
+/// A few are enough: an authority has hardly more certificates of one key.
+constexpr int MostDetours = 3;
+
+} // namespace
+
+ChainResult checkChain(const ChainInput &input, const std::atomic<bool> &isCancelled)
+{
+    initialiseLibcrypto();
+    const ChainResult direct = checkOneWay(input, isCancelled);
+    ChainResult last = direct;
+    ChainInput rest = input;
+    for (int i = 0; i < MostDetours && last.verdict == ChainVerdict::Bad && !isCancelled; ++i) {
+        const ChainStep *bad = badIssuer(last);
+        if (!bad)
+            break;
+        const auto isBad = [der = bad->der](const ChainCandidate &one) { return one.der == der; };
+        rest.candidates.erase(std::remove_if(rest.candidates.begin(), rest.candidates.end(), isBad),
+                              rest.candidates.end());
+        last = checkOneWay(rest, isCancelled);
+    }
+    // A way that ends nowhere is no better than a bad one: what is bad about that would be hidden.
+    return last.verdict <= ChainVerdict::Doubtful ? last : direct;
 }
 
 ChainResult checkChain(const ChainInput &input)

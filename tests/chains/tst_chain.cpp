@@ -79,6 +79,7 @@ private Q_SLOTS:
     void severalFindings();
     void namesakesWithOtherKeys();
     void crossSigned();
+    void wayRound();
     void ring();
     void knot();
     void longPath();
@@ -400,6 +401,35 @@ void TestChain::crossSigned()
         QCOMPARE(result.steps.size(), 3);
         QCOMPARE(result.steps.at(1).der, cross.der());
     }
+}
+
+// Of two certificates of one authority that nearer to the root may be no good, and the other is.
+void TestChain::wayRound()
+{
+    const Party near =
+        make({"Bridge", -10, Year, authority("critical,CA:TRUE,pathlen:0")}, &m_root);
+    const Party far = make({"Bridge", -10, Year, authority()}, &m_middle, share(near.key.get()));
+    const Party below = make({"Below", -10, Year, authority()}, &far);
+    const Party leaf = make({"Leaf", -1, 30}, &near);
+    const Party deepLeaf = make({"Leaf", -1, 30}, &below);
+    const QByteArray revoking = list(m_root, {{&near, -3}});
+    const QVector<ChainCandidate> one = {m_root.anchor(), near.candidate(), below.candidate(),
+                                         m_middle.candidate()};
+    QVector<ChainCandidate> both = one;
+    both += far.candidate();
+    // Without the other the finding stands, and no missing issuer instead of it.
+    const ChainResult revoked = checkChain(inputOf(leaf, one, {revoking}));
+    QCOMPARE(revoked.verdict, ChainVerdict::Bad);
+    QCOMPARE(revoked.steps.at(1).findings.constFirst().reason, ChainReason::Revoked);
+    const ChainResult tooLong = checkChain(inputOf(deepLeaf, one));
+    QCOMPARE(tooLong.verdict, ChainVerdict::Bad);
+    QCOMPARE(tooLong.steps.size(), 4);
+    const ChainResult round = checkChain(inputOf(leaf, both, {revoking}));
+    QVERIFY2(round.verdict == ChainVerdict::Good, described(round).constData());
+    QCOMPARE(round.steps.at(1).der, far.der());
+    const ChainResult deep = checkChain(inputOf(deepLeaf, both));
+    QVERIFY2(deep.verdict == ChainVerdict::Good, described(deep).constData());
+    QCOMPARE(deep.steps.size(), 5);
 }
 
 // Two authorities that have signed each other, and nobody else: no path, and an end.
