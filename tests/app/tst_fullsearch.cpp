@@ -28,6 +28,7 @@ public:
     void setRequestInfo(const QCA::CertificateInfo &) override { }
     void restoreRequestInfo() override { }
     bool hasRequestKey() const override { return false; }
+    QByteArray requestKeyInfo() const override { return {}; }
 
     QString path;
 };
