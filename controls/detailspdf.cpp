@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "controls/detailspdf.h"
 
-#include <QFileInfo>
+#include "qca/base/atomicfile.h"
+
+#include <QBuffer>
 #include <QPageLayout>
 #include <QPdfWriter>
 #include <QTextDocument>
@@ -50,9 +52,11 @@ QString pageHtml(const QString &title, const QVariantList &groups)
     return html.size() < MostCharacters ? html : html + QStringLiteral("<p>…</p>");
 }
 
-void writePdf(const QString &path, const QString &title, const QVariantList &groups)
+QByteArray makePdf(const QString &title, const QVariantList &groups)
 {
-    QPdfWriter writer(path);
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
     writer.setTitle(title);
     writer.setPageSize(QPageSize(QPageSize::A4));
     writer.setPageMargins(QMarginsF(15, 15, 15, 15), QPageLayout::Millimeter);
@@ -63,6 +67,14 @@ void writePdf(const QString &path, const QString &title, const QVariantList &gro
     document.setDefaultTextOption(option);
     document.setHtml(pageHtml(title, groups));
     document.print(&writer);
+    return buffer.data();
+}
+
+/// The writer of the document does not tell of a full disk: its file would be cut.
+bool writePdf(const QString &path, const QString &title, const QVariantList &groups)
+{
+    const QByteArray document = path.isEmpty() ? QByteArray() : makePdf(title, groups);
+    return !document.isEmpty() && writeAtomically(path, document, true) == WriteResult::Written;
 }
 
 } // namespace
@@ -87,12 +99,12 @@ void DetailsPdf::write(const QString &path, const QString &title, const QVariant
 {
     if (m_worker)
         return;
-    m_worker.reset(QThread::create([=] { writePdf(path, title, groups); }));
+    m_worker.reset(QThread::create([=] { m_isWritten = writePdf(path, title, groups); }));
     connect(m_worker.get(), &QThread::finished, this, [this, path] {
         m_worker->wait();
         m_worker.reset();
         Q_EMIT runningChanged();
-        Q_EMIT finished(path, QFileInfo(path).size() > 0);
+        Q_EMIT finished(path, m_isWritten);
     });
     Q_EMIT runningChanged();
     m_worker->start();
@@ -100,8 +112,11 @@ void DetailsPdf::write(const QString &path, const QString &title, const QVariant
 
 QString DetailsPdf::temporaryPath()
 {
-    m_folder = std::make_unique<QTemporaryDir>();
-    return m_folder->filePath(QStringLiteral("details.pdf"));
+    auto folder = std::make_unique<QTemporaryDir>();
+    if (!folder->isValid())
+        return {};
+    m_folders.push_back(std::move(folder));
+    return m_folders.back()->filePath(QStringLiteral("details.pdf"));
 }
 
 } // namespace Trivex

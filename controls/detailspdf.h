@@ -8,6 +8,7 @@
 #include <QVariantList>
 
 #include <memory>
+#include <vector>
 
 namespace Trivex {
 
@@ -26,8 +27,8 @@ public:
     /// Writes `groups`, as `CertificateDetails::groups` is made, headed by `title`, into the new
     /// file `path`; `finished` follows. Nothing while another document is being made.
     Q_INVOKABLE void write(const QString &path, const QString &title, const QVariantList &groups);
-    /// The path of a file for another program to read. It goes with this object, or with the next
-    /// call.
+    /// The path of a new file for another program to read; empty where there is no folder for
+    /// temporary files. It goes with this object: nobody tells when the other has read it.
     Q_INVOKABLE QString temporaryPath();
 
 Q_SIGNALS:
@@ -37,7 +38,8 @@ Q_SIGNALS:
 
 private:
     std::unique_ptr<QThread> m_worker;
-    std::unique_ptr<QTemporaryDir> m_folder;
+    std::vector<std::unique_ptr<QTemporaryDir>> m_folders;
+    bool m_isWritten = false; ///< the worker's, until it has ended
 };
 
 } // namespace Trivex

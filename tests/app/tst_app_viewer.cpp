@@ -11,6 +11,10 @@
 #include <QStandardPaths>
 #include <QtTest>
 
+#include <csignal>
+
+#include <sys/resource.h>
+
 using namespace TrivexTest;
 
 namespace {
@@ -47,6 +51,7 @@ private Q_SLOTS:
     void pemAndStructure();
     void tabsByKeyboard();
     void saveAsPdf();
+    void pdfWithoutRoom();
     void printByTheDesktop();
     void nothingWaits();
 
@@ -345,6 +350,27 @@ void TestAppViewer::saveAsPdf()
     QVERIFY(contents(path).size() > 5000);
     QTRY_COMPARE(m_steps->text("toastText"), qtTrId("trivex-app-exported").arg(path));
     QVERIFY(contents(path).trimmed().endsWith("%%EOF"));
+}
+
+// A document of which the disk takes only the beginning is not offered as a whole one.
+void TestAppViewer::pdfWithoutRoom()
+{
+    rlimit before = {};
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
+    rlimit little = before;
+    little.rlim_cur = 2048;
+    const auto handler = signal(SIGXFSZ, SIG_IGN);
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &little), 0);
+    const bool clicked = m_window->click(QStringLiteral("pdfButton"));
+    const bool ended = m_window->waitFor([this] {
+        return fileDialog() != nullptr || m_window->isOpen(QStringLiteral("errorDialog"));
+    });
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &before), 0);
+    signal(SIGXFSZ, handler);
+    QVERIFY(clicked && ended);
+    QVERIFY(fileDialog() == nullptr);
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_steps->waitClosed("errorDialog"));
 }
 
 void TestAppViewer::printByTheDesktop()
