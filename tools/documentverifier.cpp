@@ -267,12 +267,14 @@ void DocumentVerifier::judgeAgain()
 {
     if (!m_outcome || m_outcome->report.signers.isEmpty())
         return;
+    const int round = ++m_round;
     const auto signatures = std::make_shared<QVector<SignerList::Signature>>();
     runInBackground([=, outcome = m_outcome,
                      issuers = knownIssuers()] { *signatures = outcome->judged(issuers); },
                     this,
-                    [this, signatures, outcome = m_outcome] {
-                        if (outcome == m_outcome)
+                    [this, signatures, round, outcome = m_outcome] {
+                        // A later round, which knows more, may have ended before.
+                        if (outcome == m_outcome && round == m_round)
                             m_signers.setSignatures(*signatures);
                     });
 }

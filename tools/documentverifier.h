@@ -104,6 +104,7 @@ private:
     SignerList m_signers;
     std::shared_ptr<LongWork> m_work;
     std::shared_ptr<const Outcome> m_outcome;
+    int m_round = 0; ///< of judging the same message anew
     bool m_isOutdated = false; ///< a change came while it ran
     Error m_error = NoError;
 };
