@@ -44,6 +44,9 @@ Item {
 
     /// The entry whose key signs.
     property var signingEntry
+    /// A PIN was typed here for this very attempt. One of the reader's keys, or of nobody, is not
+    /// asked for again: beginning anew would only send it anew.
+    property bool typed: false
 
     // The question ended with the work.
     onWorkingChanged: if (!working) pinDialog.withdraw()
@@ -68,6 +71,7 @@ Item {
             make()
     }
     function make() {
+        typed = false
         signer.sign(document.loader.rawData, saver.stagedPath("signature"), signingEntry)
     }
     /// The PIN was wrong: its dialog asks once more, and nothing is sent but what is typed there.
@@ -111,7 +115,8 @@ Item {
         onErrorChanged: {
             if (error === SignVerify.NoError || !work.working)
                 return
-            if (work.phase === SigningWork.Signing && work.library.errors.wrongPin)
+            if (work.phase === SigningWork.Signing && work.typed
+                    && work.library.errors.wrongPin)
                 Qt.callLater(work.askAgain)
             else
                 work.end(error === SignVerify.ErrorNotFoundCmsFile ? SigningWork.WithoutSignature
@@ -127,7 +132,12 @@ Item {
         pinText: token.pinText
         lastTry: token.lastTry
         locked: token.locked
-        onSubmitted: if (work.working) signer.pinAccepted(pin)
+        onSubmitted: {
+            if (!work.working)
+                return
+            work.typed = true
+            signer.pinAccepted(pin)
+        }
         onLeft: signer.pinRejected()
     }
     TokenInfo {

@@ -34,6 +34,7 @@ private Q_SLOTS:
     void pinIsLeft();
     void pinIsWrong();
     void pinIsRightAtLast();
+    void pinPadIsAskedOnce();
     void signedAndVerified();
     void changedDocument();
     void missingSignature();
@@ -208,6 +209,24 @@ void TestAppSign::pinIsRightAtLast()
     QVERIFY(QFile::remove(path + QStringLiteral(".sig")));
     QVERIFY(!m_window->isOpen(QStringLiteral("errorDialog")));
     // The next one finds a token that nobody is logged in to.
+    QVERIFY(m_token.replug(m_steps->tokenStoreId()));
+    QVERIFY(m_steps->show("personal"));
+    arrive();
+}
+
+/// What is typed at the reader, nobody here has typed: asking again would be sending again.
+void TestAppSign::pinPadIsAskedOnce()
+{
+    QVERIFY(m_token.replug(m_steps->tokenStoreId(), "pin-pad 999999"));
+    QVERIFY(m_steps->show("personal"));
+    arrive();
+    init();
+    const QString path = document("pad.txt", "By the keys of the reader,\n");
+    m_token.forget();
+    QVERIFY(m_steps->press("doSign"));
+    QCOMPARE(result(), qtTrId("trivex-app-unsigned"));
+    QVERIFY(m_window->holds([&] { return m_token.count("C_Login") == 1; }));
+    QVERIFY(!QFile::exists(path + QStringLiteral(".sig")));
     QVERIFY(m_token.replug(m_steps->tokenStoreId()));
     QVERIFY(m_steps->show("personal"));
     arrive();
