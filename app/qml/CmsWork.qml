@@ -17,7 +17,8 @@ Item {
     readonly property FileSaver saver: FileSaver {}
     /// What was in the way, of that moment.
     property string refusal
-    readonly property bool working: phase === SigningWork.Signing || phase === SigningWork.Verifying
+    readonly property bool working: phase === SigningWork.Signing
+        || phase === SigningWork.Verifying || phase === SigningWork.Saving
     readonly property bool stoppable: signing.running || checking.running
     readonly property real progress: signing.running ? signing.progress
         : checking.running ? checking.progress : -1
@@ -25,7 +26,9 @@ Item {
         ? library.errors.cause + " " + library.errors.advice : refusal
     readonly property alias signatures: checking.signers
     /// The document is in the signature that was checked, and can be saved.
-    readonly property bool attached: phase === SigningWork.Verified && checking.attached
+    readonly property bool attached: checked && checking.attached
+    /// The signatures that were found stand.
+    readonly property bool checked: phase === SigningWork.Verified || phase === SigningWork.Saving
     readonly property string documentName: checking.documentName(signatureFile)
     /// The signature is made, and another file is in its place.
     signal replaceAsked()
@@ -55,6 +58,8 @@ Item {
         agreed = ""
     }
     function check() {
+        if (checking.running)
+            return
         document.refresh()
         refusal = ""
         phase = SigningWork.Verifying
@@ -70,6 +75,9 @@ Item {
         checking.cancel()
     }
     function save(path, mayReplace) {
+        if (checking.running || !attached)
+            return
+        phase = SigningWork.Saving
         checking.saving = path
         checking.saveDocument(path, mayReplace)
     }
@@ -115,6 +123,7 @@ Item {
         }
     }
     function endSaving(path, error, message) {
+        phase = SigningWork.Verified
         if (error === DocumentVerifier.NoError)
             saved(path)
         else if (error === DocumentVerifier.Exists)

@@ -80,6 +80,7 @@ Card {
             flat: true
             width: Math.min(implicitWidth, parent.width)
             visible: !card.raw && card.work.attached
+            enabled: !card.work.working
             onClicked: card.saveAsked()
         }
     }
@@ -94,7 +95,8 @@ Card {
             textFormat: Text.PlainText
             id: workLabel
             text: card.work.phase === SigningWork.Signing ? qsTrId("trivex-app-busy-sign")
-                                                 : qsTrId("trivex-app-busy-verify")
+                : card.work.phase === SigningWork.Saving ? qsTrId("trivex-app-busy-write")
+                : qsTrId("trivex-app-busy-verify")
             Layout.fillWidth: true
         }
         ProgressBar {
@@ -145,7 +147,7 @@ Card {
         Layout.fillWidth: true
     }    SignerNotices {
         objectName: "signerNotices"
-        visible: !card.raw && card.work.phase === SigningWork.Verified
+        visible: !card.raw && card.work.checked
         signatures: visible ? card.work.signatures : null
         Layout.fillWidth: true
     }

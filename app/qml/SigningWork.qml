@@ -21,7 +21,8 @@ Item {
         Unwritten,
         Changed,
         Reread,
-        SignatureOnly
+        SignatureOnly,
+        Saving
     }
     property Library library
     property SignedDocument document

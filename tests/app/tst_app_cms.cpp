@@ -29,6 +29,7 @@ private Q_SLOTS:
     void messageOpened();
     void messageWaitsForItsDocument();
     void strangersMessage();
+    void longSaving();
     void tamperedMessage();
     void rawStaysRaw();
 
@@ -338,6 +339,39 @@ void TestAppCms::strangersMessage()
     QTRY_COMPARE_WITH_TIMEOUT(verdict(), qtTrId("trivex-app-signer-good"), 10000);
     QVERIFY(QFile::remove(trusted));
     QTRY_COMPARE_WITH_TIMEOUT(verdict(), qtTrId("trivex-app-signer-untrusted"), 10000);
+}
+
+/// What else is asked for has to wait; what was found out stands afterwards.
+void TestAppCms::longSaving()
+{
+    constexpr qint64 Length = 200LL * 1024 * 1024;
+    const QString path = open("long.txt", "Text\n");
+    QVERIFY(QFile::resize(path, Length));
+    QVERIFY(m_steps->chooseForm(Steps::Attached));
+    QVERIFY(m_steps->waitEnabled("doSign"));
+    QVERIFY(m_steps->press("doSign"));
+    QVERIFY(m_window->waitFor(
+        [&] { return m_steps->text("signResult") == qtTrId("trivex-app-signed"); }, 60000));
+    QVERIFY(m_steps->press("doVerify"));
+    QVERIFY(m_window->waitFor(
+        [&] { return m_steps->text("signerResult0") == qtTrId("trivex-app-signer-good"); }, 60000));
+    const QString saved = inHome(QStringLiteral("saved.txt"));
+    bool met = false;
+    bool waits = false;
+    m_window->onceShown(QStringLiteral("signBusy"), [&] {
+        waits = !m_window->item(QStringLiteral("doVerify"))->isEnabled()
+            && m_window->item(QStringLiteral("signCancel"));
+        met = true;
+    });
+    QVERIFY(m_steps->press("saveDocument"));
+    QVERIFY(answerFileDialog(*m_window, saved));
+    QVERIFY(m_window->waitFor([&] { return met; }));
+    QVERIFY(waits);
+    QVERIFY(m_window->waitFor([&] { return QFileInfo(saved).size() == Length; }, 60000));
+    QVERIFY(m_window->waitFor([&] { return !m_window->item(QStringLiteral("signBusy")); }));
+    QCOMPARE(verdict(), qtTrId("trivex-app-signer-good"));
+    for (const QString &file : QStringList{path, saved, path + QStringLiteral(".p7m")})
+        QVERIFY(QFile::remove(file));
 }
 
 void TestAppCms::tamperedMessage()
