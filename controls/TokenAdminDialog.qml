@@ -32,6 +32,8 @@ BaseDialog {
     property string tokenName
     /// The name that it has when it has worked.
     property string resultName: tokenName
+    /// The same as it was when the task began: what is typed is forgotten with the dialog.
+    property string goal
     signal done(string text)
     signal failed(string cause, string advice)
     /// To be handled: starts the task.
@@ -59,13 +61,14 @@ BaseDialog {
         if (!ready)
             return
         problem = ""
+        goal = resultName
         started(consent.checked)
     }
     function take() {
         const error = admin.error
         if (error === TokenAdmin.NoError) {
             // By a function: in a text to put in, "$&" would stand for the mark.
-            const text = successText.replace("%1", () => resultName)
+            const text = successText.replace("%1", () => goal)
             forget()
             close()
             done(text)

@@ -41,6 +41,7 @@ private Q_SLOTS:
     void pinToBeChanged();
     void initialises();
     void initialisesOnlyWithItsName();
+    void initialisesAfterItWasLeft();
 
 private:
     void arrive() override;
@@ -56,6 +57,8 @@ private:
         return m_steps->waitEnabled("adminConfirm")
             && m_window->click(QStringLiteral("adminConfirm"));
     }
+    /// Fills the dialog in; true when the token may be asked.
+    bool fillInitialise(const QString &from, const QString &to);
     bool isTold(const QString &text);
     /// Whether a visible text says that.
     bool isRead(const QString &text) const;
@@ -97,6 +100,14 @@ bool TestAppAdmin::fillNewPin(const QString &pin, const QString &again)
 {
     return m_window->fill(QStringLiteral("newPin"), pin)
         && m_window->fill(QStringLiteral("newPinAgain"), again);
+}
+
+bool TestAppAdmin::fillInitialise(const QString &from, const QString &to)
+{
+    return m_window->fill(QStringLiteral("initialiseName"), to)
+        && m_window->fill(QStringLiteral("officerPin"), officerPin())
+        && fillNewPin(rightPin(), rightPin())
+        && m_window->fill(QStringLiteral("initialiseConsent"), from);
 }
 
 bool TestAppAdmin::isTold(const QString &text)
@@ -412,6 +423,30 @@ void TestAppAdmin::initialisesOnlyWithItsName()
     QCOMPARE(m_token.count("C_InitToken"), 1);
     m_window->key(Qt::Key_Escape);
     QVERIFY(m_steps->waitClosed("initialiseDialog"));
+    QVERIFY(opensWith(rightPin()));
+}
+
+void TestAppAdmin::initialisesAfterItWasLeft()
+{
+    const QString before = m_token.token().label();
+    const QString after = QStringLiteral("Left alone");
+    m_token.control("delay C_InitToken * 1500");
+    QVERIFY(choose("tokenInitialise", "initialiseDialog"));
+    QVERIFY(fillInitialise(before, after));
+    QVERIFY(confirm());
+    QVERIFY(m_token.waitUntilInside("C_InitToken"));
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_steps->waitClosed("initialiseDialog"));
+    // The name is the new one, though its field is empty by now.
+    QVERIFY(m_window->waitForItem(tokenItem(after)));
+    QVERIFY(isTold(qtTrId("trivex-app-initialised").arg(after)));
+    m_token.control();
+    QVERIFY(m_window->click(tokenItem(after)));
+    QVERIFY(choose("tokenInitialise", "initialiseDialog"));
+    QVERIFY(fillInitialise(after, before));
+    QVERIFY(confirm());
+    QVERIFY(m_steps->waitClosed("initialiseDialog"));
+    QVERIFY(m_window->waitForItem(tokenItem(before)));
     QVERIFY(opensWith(rightPin()));
 }
 
