@@ -21,7 +21,7 @@ TokenAdminDialog {
     onCleared: {
         if (!wrong && !refused) {
             typed.text = ""
-            newName.text = dialog.tokenName
+            newName.text = dialog.admin.label
         }
         if (!refused)
             officer.clear()

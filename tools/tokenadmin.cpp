@@ -149,6 +149,11 @@ QString TokenAdmin::name() const
     return m_status.name;
 }
 
+QString TokenAdmin::label() const
+{
+    return m_status.facts.label;
+}
+
 bool TokenAdmin::isPresent() const
 {
     return m_status.present;

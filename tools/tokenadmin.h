@@ -35,6 +35,8 @@ class TokenAdmin : public QObject {
 
     // What the token says now.
     Q_PROPERTY(QString name READ name NOTIFY changed)
+    /// The token's own name; `name` may have a number to it, where two are named alike.
+    Q_PROPERTY(QString label READ label NOTIFY changed)
     Q_PROPERTY(bool present READ isPresent NOTIFY changed)
     Q_PROPERTY(bool readOnly READ isReadOnly NOTIFY changed)
     Q_PROPERTY(bool pinPad READ hasPinPad NOTIFY changed)
@@ -84,6 +86,7 @@ public:
     QString message() const;
     bool isEmptied() const;
     QString name() const;
+    QString label() const;
     bool isPresent() const;
     bool isReadOnly() const;
     bool hasPinPad() const;

@@ -42,6 +42,7 @@ private Q_SLOTS:
     void initialises();
     void initialisesOnlyWithItsName();
     void initialisesAfterItWasLeft();
+    void proposesItsOwnLabel();
 
 private:
     void arrive() override;
@@ -448,6 +449,28 @@ void TestAppAdmin::initialisesAfterItWasLeft()
     QVERIFY(m_steps->waitClosed("initialiseDialog"));
     QVERIFY(m_window->waitForItem(tokenItem(before)));
     QVERIFY(opensWith(rightPin()));
+}
+
+/// Beside another token of that name its own is shown with the number, which is no part of it.
+void TestAppAdmin::proposesItsOwnLabel()
+{
+    const QString label = m_token.token().label();
+    m_token.control("other-token");
+    QString shown;
+    QVERIFY(m_window->waitFor([&] {
+        const auto tokens = Trivex::TokenMonitor::tokens();
+        for (const Trivex::TokenStatus &one : tokens) {
+            if (one.present && one.name != label && one.name.startsWith(label))
+                shown = one.name;
+        }
+        return !shown.isEmpty();
+    }));
+    QVERIFY(m_window->waitForItem(tokenItem(shown)));
+    QVERIFY(m_window->click(tokenItem(shown)));
+    QVERIFY(choose("tokenInitialise", "initialiseDialog"));
+    QCOMPARE(m_steps->text("initialiseName"), label);
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_steps->waitClosed("initialiseDialog"));
 }
 
 int main(int argc, char **argv)
