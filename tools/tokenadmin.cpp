@@ -226,6 +226,10 @@ QString TokenAdmin::lengthText() const
 
 QString TokenAdmin::lossText() const
 {
+    if (!m_status.isRead) {
+        //% "What is on it could not be read yet."
+        return qtTrId("trivex-app-admin-loss-unknown");
+    }
     //% "Certificates on it: %1. Keys on it: %2."
     const QString counts =
         qtTrId("trivex-app-admin-loss")

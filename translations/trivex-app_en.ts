@@ -101,6 +101,10 @@
         <source>There may be more keys, which show only after the PIN.</source>
         <translation>There may be more keys, which show only after the PIN.</translation>
     </message>
+    <message id="trivex-app-admin-loss-unknown">
+        <source>What is on it could not be read yet.</source>
+        <translation>What is on it could not be read yet.</translation>
+    </message>
     <message id="trivex-app-admin-no-pin-yet">
         <source>There is no PIN yet that could be changed. Set it with the administrator PIN.</source>
         <translation>There is no PIN yet that could be changed. Set it with the administrator PIN.</translation>

@@ -101,6 +101,10 @@
         <source>There may be more keys, which show only after the PIN.</source>
         <translation>Могут быть и другие ключи: их видно только после ввода PIN-кода.</translation>
     </message>
+    <message id="trivex-app-admin-loss-unknown">
+        <source>What is on it could not be read yet.</source>
+        <translation>Что на нём записано, прочитать пока не удалось.</translation>
+    </message>
     <message id="trivex-app-admin-no-pin-yet">
         <source>There is no PIN yet that could be changed. Set it with the administrator PIN.</source>
         <translation>PIN-кода ещё нет, менять нечего. Задайте его с помощью PIN-кода администратора.</translation>

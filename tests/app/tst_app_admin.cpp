@@ -42,6 +42,7 @@ private Q_SLOTS:
     void initialises();
     void initialisesOnlyWithItsName();
     void initialisesAfterItWasLeft();
+    void tellsOfUnknownLoss();
     void proposesItsOwnLabel();
 
 private:
@@ -449,6 +450,28 @@ void TestAppAdmin::initialisesAfterItWasLeft()
     QVERIFY(m_steps->waitClosed("initialiseDialog"));
     QVERIFY(m_window->waitForItem(tokenItem(before)));
     QVERIFY(opensWith(rightPin()));
+}
+
+/// Nobody is told that nothing is lost where nothing could be read.
+void TestAppAdmin::tellsOfUnknownLoss()
+{
+    const auto loss = [&] {
+        const QQuickItem *warning = m_window->item(QStringLiteral("initialiseWarning"));
+        return warning ? warning->property("detail").toString() : QString();
+    };
+    QVERIFY(m_token.replug(m_steps->tokenStoreId(), "fail C_FindObjectsInit * CKR_DEVICE_ERROR"));
+    QVERIFY(choose("tokenInitialise", "initialiseDialog"));
+    const QString unknown = qtTrId("trivex-app-admin-loss-unknown");
+    QVERIFY2(m_window->waitFor([&] { return loss() == unknown; }), qPrintable(loss()));
+    // Nor later, while it is tried again and again.
+    QVERIFY(m_window->holds([&] { return loss() == unknown; }));
+    m_token.control();
+    QVERIFY(m_window->waitFor([&] {
+        return loss().contains(
+            qtTrId("trivex-app-admin-loss").arg(QString::number(0), QString::number(0)));
+    }));
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_steps->waitClosed("initialiseDialog"));
 }
 
 /// Beside another token of that name its own is shown with the number, which is no part of it.

@@ -33,7 +33,6 @@ struct TokenTable::Record {
     TokenStore store;
     TokenStatus status;
     TokenPtr token;
-    bool isRead = false;
 };
 
 namespace {
@@ -234,7 +233,6 @@ TokenPtr TokenTable::attach(const Pkcs11::ModulePtr &module, CK_SLOT_ID slot,
             choice, *this);
         made.store.present = true;
         made.store.readOnly = flags.readOnly || choice == CertificateChoice::Trusted;
-        made.isRead = false;
         made.status = {};
         made.status.keyStoreId = store.storeId;
         made.status.name = store.name;
@@ -268,7 +266,7 @@ void TokenTable::detach(const TokenPtr &token)
             found->store.present = false;
             found->store.contents = std::make_shared<TokenContents>();
             TokenStatus &current = found->status;
-            current.present = current.busy = current.loading = false;
+            current.present = current.busy = current.loading = current.isRead = false;
             noteContents(*found->store.contents, &current);
             status = NumberedStatus(current);
             id = found->store.id;
@@ -324,7 +322,7 @@ void TokenTable::publishContents(const TokenConnection &source)
         found.store.contents = source.contents();
         found.status.loading = false;
         noteContents(*found.store.contents, &found.status);
-        found.isRead = true;
+        found.status.isRead = true;
         id = found.store.id;
     });
     if (id)
@@ -364,7 +362,7 @@ void TokenTable::publishFlags(const TokenPtr &token, const CK_TOKEN_INFO &info)
             return;
         TokenStatus &current = found->status;
         // A first reading that failed is tried again with each look.
-        readAgain = !found->isRead && !current.loading;
+        readAgain = !current.isRead && !current.loading;
         // A trust module's store stays read-only, whatever its token says.
         const bool readOnly = flags.readOnly || found->store.type == QCA::KeyStore::System;
         const bool isNew = take(flags, &current);
