@@ -294,7 +294,8 @@ void TokenAdmin::start(TokenAdministration::Kind kind, const QString &pin, const
     const auto arrive = [this, arrival](const TokenAdministrationResult &result) {
         arrival->post([this, result] { end(result); });
     };
-    if (startTokenAdministration(m_storeId, std::move(task), arrive))
+    m_task = startTokenAdministration(m_storeId, std::move(task), arrive);
+    if (m_task)
         return;
     TokenAdministrationResult gone;
     gone.error.kind = TokenError::TokenRemoved;
@@ -314,7 +315,7 @@ void TokenAdmin::end(const TokenAdministrationResult &result)
 void TokenAdmin::cancel()
 {
     if (m_isRunning)
-        TokenMonitor::cancel(m_storeId);
+        cancelTokenAdministration(m_storeId, m_task);
 }
 
 } // namespace Trivex

@@ -117,7 +117,8 @@ public:
     /// another token afterwards, with another `storeId`.
     Q_INVOKABLE void initialise(const QString &name, const QString &officerPin,
                                 const QString &newPin, bool mayBeLastTry = false);
-    /// Drops a task that waits for its turn. One that the token works at ends by itself.
+    /// Drops the task, if it waits for its turn. One that the token works at ends by itself; what
+    /// others do on the token goes on.
     Q_INVOKABLE void cancel();
 
 Q_SIGNALS:
@@ -138,6 +139,7 @@ private:
     TokenAdministration::Kind m_kind = TokenAdministration::ChangePin;
     TokenAdministrationResult m_result;
     bool m_isRunning = false;
+    CancellationPtr m_task; ///< the one that runs, or ran last
     const std::shared_ptr<Arrival> m_arrival = std::make_shared<Arrival>();
 };
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "qca/base/secret.h"
+#include "qca/questions/cancellation.h"
 #include "qca/tokens/tokens.h"
 
 #include <functional>
@@ -40,11 +41,17 @@ struct TokenAdministrationResult {
 using TokenAdministrationDone = std::function<void(const TokenAdministrationResult &)>;
 
 /// Starts the task on the token of the store `keyStoreId` and returns; `done` follows, perhaps
-/// before that. False when no token provider is loaded, or the store is none of its own: nothing
-/// happens then. `TokenMonitor::cancel` drops a task that waits for its turn; one that runs is
-/// waited for, because its outcome has to be known. Thread-safe.
-TRIVEX_QCA_EXPORT bool startTokenAdministration(const QString &keyStoreId, TokenAdministration task,
-                                                TokenAdministrationDone done);
+/// before that. The result names the task; it is null when no token provider is loaded, or the
+/// store is none of its own: nothing happens then. Thread-safe.
+TRIVEX_QCA_EXPORT CancellationPtr startTokenAdministration(const QString &keyStoreId,
+                                                           TokenAdministration task,
+                                                           TokenAdministrationDone done);
+
+/// Drops that task, if it waits for its turn; one that runs is waited for, because its outcome has
+/// to be known. Other operations on the token go on, unlike after `TokenMonitor::cancel`.
+/// Thread-safe.
+TRIVEX_QCA_EXPORT void cancelTokenAdministration(const QString &keyStoreId,
+                                                 const CancellationPtr &task);
 
 /// Publishes that PINs of that token are different from now on, so that nobody hands out an old
 /// one; thread-safe.

@@ -188,11 +188,19 @@ bool startStoreChange(const QString &keyStoreId, const StoreChange &change, Stor
     return backend && backend->startChange(keyStoreId, change, std::move(done));
 }
 
-bool startTokenAdministration(const QString &keyStoreId, TokenAdministration task,
-                              TokenAdministrationDone done)
+CancellationPtr startTokenAdministration(const QString &keyStoreId, TokenAdministration task,
+                                         TokenAdministrationDone done)
 {
     TokenBackend *backend = TokenHub::instance().currentBackend();
-    return backend && backend->startAdministration(keyStoreId, std::move(task), std::move(done));
+    if (!backend)
+        return {};
+    return backend->startAdministration(keyStoreId, std::move(task), std::move(done));
+}
+
+void cancelTokenAdministration(const QString &keyStoreId, const CancellationPtr &task)
+{
+    if (TokenBackend *backend = TokenHub::instance().currentBackend())
+        backend->cancelAdministration(keyStoreId, task);
 }
 
 void TokenMonitor::cancel(const QString &keyStoreId)

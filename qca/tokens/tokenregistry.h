@@ -37,9 +37,12 @@ public:
     virtual bool startChange(const QString &keyStoreId, const StoreChange &change,
                              StoreChangeDone done) = 0;
 
-    /// See `startTokenAdministration`. False when the store is none of its own.
-    virtual bool startAdministration(const QString &keyStoreId, TokenAdministration task,
-                                     TokenAdministrationDone done) = 0;
+    /// See `startTokenAdministration`. Null when the store is none of its own.
+    virtual CancellationPtr startAdministration(const QString &keyStoreId, TokenAdministration task,
+                                                TokenAdministrationDone done) = 0;
+
+    /// See `cancelTokenAdministration`.
+    virtual void cancelAdministration(const QString &keyStoreId, const CancellationPtr &task) = 0;
 };
 
 TRIVEX_QCA_EXPORT void setTokenBackend(TokenBackend *backend);

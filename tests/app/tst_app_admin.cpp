@@ -43,6 +43,7 @@ private Q_SLOTS:
     void initialisesOnlyWithItsName();
     void initialisesAfterItWasLeft();
     void tellsOfUnknownLoss();
+    void leavesTheWorkBeforeItAlone();
     void proposesItsOwnLabel();
 
 private:
@@ -472,6 +473,27 @@ void TestAppAdmin::tellsOfUnknownLoss()
     }));
     m_window->key(Qt::Key_Escape);
     QVERIFY(m_steps->waitClosed("initialiseDialog"));
+}
+
+/// A task that is left while it waits takes nothing with it.
+void TestAppAdmin::leavesTheWorkBeforeItAlone()
+{
+    m_token.control("delay C_GenerateKeyPair * 5000");
+    QVERIFY(m_steps->startKey(QStringLiteral("behind"), rightPin()));
+    QVERIFY(m_token.waitUntilInside("C_GenerateKeyPair"));
+    QVERIFY(m_window->click(tokenItem()));
+    QVERIFY(choose("tokenChangePin", "changePinDialog"));
+    QVERIFY(m_window->fill(QStringLiteral("oldPin"), rightPin()));
+    QVERIFY(fillNewPin(NewPin, NewPin));
+    QVERIFY(confirm());
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_steps->waitClosed("changePinDialog"));
+    QCOMPARE(m_token.count("C_GenerateKeyPair"), 0); // still at it
+    QCOMPARE(m_steps->takeError(), qtTrId("trivex-app-admin-left").arg(m_token.token().label()));
+    QVERIFY(m_steps->show("newRequest"));
+    QVERIFY(m_steps->waitForKey());
+    QCOMPARE(m_token.count("C_SetPIN"), 0);
+    QVERIFY(opensWith(rightPin()));
 }
 
 /// Beside another token of that name its own is shown with the number, which is no part of it.

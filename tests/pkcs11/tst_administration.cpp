@@ -56,6 +56,7 @@ private Q_SLOTS:
     void failingCall_data();
     void failingCall();
     void tokenGoes();
+    void waitingTaskIsDropped_data();
     void waitingTaskIsDropped();
     void nobodyElseHears();
     void oldPinIsForgotten();
@@ -82,6 +83,7 @@ private:
     bool makeAnew();
 
     QString m_storeId;
+    CancellationPtr m_task; ///< of the last `perform`
 };
 
 void TestAdministration::initTestCase()
@@ -133,16 +135,16 @@ TokenAdministrationResult TestAdministration::perform(TokenAdministration::Kind 
         std::optional<TokenAdministrationResult> result;
     };
     const auto shared = std::make_shared<Shared>();
-    const bool isStarted = startTokenAdministration(
-        m_storeId, std::move(task), [shared](const TokenAdministrationResult &result) {
-            const std::lock_guard lock(shared->mutex);
-            if (shared->result)
-                qFatal("ended twice");
-            shared->result = result;
-        });
+    m_task = startTokenAdministration(m_storeId, std::move(task),
+                                      [shared](const TokenAdministrationResult &result) {
+                                          const std::lock_guard lock(shared->mutex);
+                                          if (shared->result)
+                                              qFatal("ended twice");
+                                          shared->result = result;
+                                      });
     TokenAdministrationResult none;
     none.error.kind = TokenError::NotFound;
-    if (!isStarted)
+    if (!m_task)
         return none;
     const bool hasEnded = QTest::qWaitFor(
         [&] {
@@ -449,8 +451,16 @@ void TestAdministration::tokenGoes()
              TokenError::TokenRemoved);
 }
 
+void TestAdministration::waitingTaskIsDropped_data()
+{
+    QTest::addColumn<bool>("alone");
+    QTest::newRow("alone") << true;
+    QTest::newRow("with all others") << false;
+}
+
 void TestAdministration::waitingTaskIsDropped()
 {
+    QFETCH(bool, alone);
     m_token->control("delay C_SetPIN * 1500");
     m_token->forget();
     TokenAdministration first;
@@ -461,7 +471,12 @@ void TestAdministration::waitingTaskIsDropped()
         m_storeId, std::move(first),
         [ended](const TokenAdministrationResult &result) { *ended = result.error.kind; }));
     QVERIFY(m_token->waitUntilInside("C_SetPIN"));
-    QTimer::singleShot(100, [&] { TokenMonitor::cancel(m_storeId); });
+    QTimer::singleShot(100, [&] {
+        if (alone)
+            cancelTokenAdministration(m_storeId, m_task);
+        else
+            TokenMonitor::cancel(m_storeId);
+    });
     QCOMPARE(perform(TokenAdministration::ChangePin, NewPin, TestToken::pin()).error.kind,
              TokenError::Cancelled);
     // What is inside the token is waited for: its outcome has to be known.

@@ -31,11 +31,12 @@ public:
         std::thread([&done] { done({true, QStringLiteral("entry")}); }).join();
         return true;
     }
-    bool startAdministration(const QString &, Trivex::TokenAdministration,
-                             Trivex::TokenAdministrationDone) override
+    Trivex::CancellationPtr startAdministration(const QString &, Trivex::TokenAdministration,
+                                                Trivex::TokenAdministrationDone) override
     {
-        return false;
+        return {};
     }
+    void cancelAdministration(const QString &, const Trivex::CancellationPtr &) override { }
 };
 
 } // namespace

@@ -59,12 +59,18 @@ public:
         return true;
     }
 
-    bool startAdministration(const QString &keyStoreId, Trivex::TokenAdministration,
-                             Trivex::TokenAdministrationDone done) override
+    Trivex::CancellationPtr startAdministration(const QString &keyStoreId,
+                                                Trivex::TokenAdministration,
+                                                Trivex::TokenAdministrationDone done) override
     {
         tell(keyStoreId);
         done({});
-        return true;
+        return std::make_shared<Trivex::Cancellation>();
+    }
+
+    void cancelAdministration(const QString &keyStoreId, const Trivex::CancellationPtr &) override
+    {
+        tell(keyStoreId);
     }
 
     int cancelled = 0;

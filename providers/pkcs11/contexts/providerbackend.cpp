@@ -77,10 +77,16 @@ bool ProviderBackend::startChange(const QString &keyStoreId, const StoreChange &
     return Trivex::startChange(m_tokens, keyStoreId, change, std::move(done));
 }
 
-bool ProviderBackend::startAdministration(const QString &keyStoreId, TokenAdministration task,
-                                          TokenAdministrationDone done)
+CancellationPtr ProviderBackend::startAdministration(const QString &keyStoreId,
+                                                     TokenAdministration task,
+                                                     TokenAdministrationDone done)
 {
     return Trivex::startAdministration(m_tokens, keyStoreId, std::move(task), std::move(done));
+}
+
+void ProviderBackend::cancelAdministration(const QString &keyStoreId, const CancellationPtr &task)
+{
+    m_tokens.cancel(keyStoreId, task);
 }
 
 TokenKeyPtr ProviderBackend::keyIn(const QString &keyStoreId, const QByteArray &publicInfo) const

@@ -24,8 +24,9 @@ public:
     void cancelOperation(const QString &keyStoreId) override;
     bool startChange(const QString &keyStoreId, const StoreChange &change,
                      StoreChangeDone done) override;
-    bool startAdministration(const QString &keyStoreId, TokenAdministration task,
-                             TokenAdministrationDone done) override;
+    CancellationPtr startAdministration(const QString &keyStoreId, TokenAdministration task,
+                                        TokenAdministrationDone done) override;
+    void cancelAdministration(const QString &keyStoreId, const CancellationPtr &task) override;
 
 private:
     QCA::PrivateKey privateKeyOf(const QString &keyStoreId, const TokenKeyPtr &key) const;

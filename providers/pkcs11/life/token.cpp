@@ -243,6 +243,14 @@ void Token::cancel()
     }
 }
 
+void Token::cancel(const CancellationPtr &operation)
+{
+    for (const auto &task : openTasks()) {
+        if (task->cancellation == operation)
+            task->cancel(TokenError::Cancelled, changesToken(task->purpose));
+    }
+}
+
 void Token::close()
 {
     m_worker.stop();

@@ -163,6 +163,12 @@ void TokenTable::cancel(const QString &storeId) const
         live->cancel();
 }
 
+void TokenTable::cancel(const QString &storeId, const CancellationPtr &operation) const
+{
+    if (const TokenPtr live = token(storeId))
+        live->cancel(operation);
+}
+
 TokenTable::Record *TokenTable::record(const QString &storeId) const
 {
     for (const auto &one : m_records) {

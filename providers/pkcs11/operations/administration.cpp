@@ -178,17 +178,19 @@ void forgetPins(const QString &keyStoreId)
 
 } // namespace
 
-bool startAdministration(TokenTable &tokens, const QString &keyStoreId, TokenAdministration asked,
-                         TokenAdministrationDone done)
+CancellationPtr startAdministration(TokenTable &tokens, const QString &keyStoreId,
+                                    TokenAdministration asked, TokenAdministrationDone done)
 {
     if (!tokens.store(keyStoreId))
-        return false;
+        return {};
     const Purpose purpose =
         asked.kind == TokenAdministration::Initialise ? Purpose::Initialise : Purpose::SetPin;
     const auto task = std::make_shared<Task>();
     task->asked = std::move(asked);
+    Operation operation = Operation::attended(purpose, keyStoreId);
+    const CancellationPtr cancellation = operation.cancellation();
     tokens.post(
-        Operation::attended(purpose, keyStoreId),
+        std::move(operation),
         [task](TokenConnection &connection, Operation &) { work(connection, *task); },
         [task, keyStoreId, done = std::move(done)](const TokenError &error) {
             if (error.kind == TokenError::NoError || task->isEmptied)
@@ -198,7 +200,7 @@ bool startAdministration(TokenTable &tokens, const QString &keyStoreId, TokenAdm
             if (Remaking *remaking = task->remaking)
                 remaking->end(false);
         });
-    return true;
+    return cancellation;
 }
 
 } // namespace Trivex

@@ -8,7 +8,7 @@
 namespace Trivex {
 
 /// See `startTokenAdministration`.
-bool startAdministration(TokenTable &tokens, const QString &keyStoreId, TokenAdministration task,
-                         TokenAdministrationDone done);
+CancellationPtr startAdministration(TokenTable &tokens, const QString &keyStoreId,
+                                    TokenAdministration task, TokenAdministrationDone done);
 
 } // namespace Trivex
