@@ -49,6 +49,7 @@ private Q_SLOTS:
     void keysOfCertificatesStay();
     void certificateOfAnotherProgram();
     void halfARemoval();
+    void halfARemovalOfAnotherKind();
     void removalWithoutToken();
     void removalOnReadOnly();
     void removed();
@@ -328,6 +329,26 @@ void TestBareKeys::halfARemoval()
         const QCA::PrivateKey key = Trivex::tokenKeyOfId(m_storeId, bareKey("twin").id);
         QVERIFY(!signature(key).isEmpty());
     }
+}
+
+/// A kind that is not imported, but made on tokens.
+void TestBareKeys::halfARemovalOfAnotherKind()
+{
+    QVERIFY(m_token->token().generateKeyPair(QStringLiteral("EC:edwards25519"),
+                                             QStringLiteral("0a"), QStringLiteral("edwards")));
+    QVERIFY(m_token->replug(m_storeId));
+    QVERIFY(change(StoreChange::ShowKeys));
+    QTRY_VERIFY(!bareKey("edwards").id.isEmpty());
+    const TokenKeyFacts before = bareKey("edwards");
+    QVERIFY(!before.publicInfo.isEmpty());
+    m_token->control("fail C_DestroyObject 2 CKR_FUNCTION_FAILED");
+    QVERIFY(!remove("edwards"));
+    m_token->control();
+    QCOMPARE(halves("edwards"), 2);
+    QVERIFY(m_token->replug(m_storeId));
+    QTRY_COMPARE(bareKey("edwards").publicInfo, before.publicInfo);
+    QVERIFY(remove("edwards"));
+    QCOMPARE(halves("edwards"), 0);
 }
 
 void TestBareKeys::removalWithoutToken()

@@ -84,15 +84,12 @@ bool hasPublicKey(const Session &session, const TokenKey &key)
     });
 }
 
-void putPublicKeyBack(Writing &writing, const TokenKey &key)
+/// `copy` is null where nothing was destroyed yet, or there was no public object.
+void putPublicKeyBack(Writing &writing, const TokenKey &key, Template *copy)
 {
     // Not looked for by its handle, which may have changed with the session.
-    if (key.publicObject == CK_INVALID_HANDLE || hasPublicKey(writing.session(), key))
-        return;
-    const KeyMaterial material = KeyMaterial::fromPublicInfo(key.publicInfo);
-    Template object;
-    fillPublicKey(material, key.id, key.label, &object);
-    writing.create(object, {CKO_PUBLIC_KEY, key.id, {}}, {});
+    if (copy && !hasPublicKey(writing.session(), key))
+        writing.create(*copy, {CKO_PUBLIC_KEY, key.id, {}}, {});
 }
 
 /// By the login that the removal had, or a new one: what hides without would be put back twice.
@@ -116,11 +113,15 @@ void removePair(TokenConnection &connection, const Session &session, const Token
     destroy(connection, session, key.privateObject);
 }
 
-void removeObjects(TokenConnection &connection, const TokenEntry &entry, bool withKey)
+/// `copy` receives what the public half is put back from; it is made before anything is destroyed.
+void removeObjects(TokenConnection &connection, const TokenEntry &entry, bool withKey,
+                   std::unique_ptr<Template> *copy)
 {
     const Session session = connection.open(Session::ReadWrite);
     // Not between the objects: what is half gone has to be put back.
     connection.checkCancelled();
+    if (withKey)
+        *copy = publicKeyCopy(session, *entry.key);
     for (const CK_OBJECT_HANDLE object : entry.certificate->objects)
         destroy(connection, session, object);
     if (withKey)
@@ -154,13 +155,14 @@ void removeEntry(TokenConnection &connection, Operation &operation, const QStrin
     connection.login(operation, asked->key ? LoginFor::PrivateKeys : LoginFor::Objects);
     const TokenEntryPtr entry = current(connection, *asked);
     const bool withKey = asked->key && entry->key && !isSharedKey(*connection.contents(), *entry);
+    std::unique_ptr<Template> copy;
     try {
-        removeObjects(connection, *entry, withKey);
+        removeObjects(connection, *entry, withKey, &copy);
     } catch (const Error &) {
         undo(connection, operation, [&](Writing &writing) {
             putCertificateBack(writing, *entry->certificate);
             if (withKey)
-                putPublicKeyBack(writing, *entry->key);
+                putPublicKeyBack(writing, *entry->key, copy.get());
         });
         throw;
     }
@@ -176,13 +178,16 @@ void removeKey(TokenConnection &connection, Operation &operation, const QString 
     connection.checkWritable();
     connection.login(operation, TokenConnection::LoginFor::PrivateKeys);
     const TokenKeyPtr key = currentKey(connection, keyId);
+    std::unique_ptr<Template> copy;
     try {
         const Session session = connection.open(Session::ReadWrite);
         // Not between the halves: what is half gone has to be put back.
         connection.checkCancelled();
+        copy = publicKeyCopy(session, *key);
         removePair(connection, session, *key);
     } catch (const Error &) {
-        undo(connection, operation, [&](Writing &writing) { putPublicKeyBack(writing, *key); });
+        undo(connection, operation,
+             [&](Writing &writing) { putPublicKeyBack(writing, *key, copy.get()); });
         throw;
     }
     connection.noteRemoved(*key);

@@ -122,6 +122,43 @@ constexpr KeyKind KeyKinds[] = {
     {Gost2012Key512, false, addGostPublicKey, addGostPrivateKey},
 };
 
+/// What makes a public key, whatever its kind is.
+constexpr CK_ATTRIBUTE_TYPE PublicNumbers[] = {
+    CKA_MODULUS,
+    CKA_PUBLIC_EXPONENT,
+    CKA_EC_PARAMS,
+    CKA_EC_POINT,
+    CKA_PRIME,
+    CKA_SUBPRIME,
+    CKA_BASE,
+    CKA_VALUE,
+    CKA_GOSTR3410_PARAMS,
+    CKA_GOSTR3411_PARAMS,
+};
+
+/// False for an object that shows no number.
+bool addShown(const Pkcs11::Session &session, CK_OBJECT_HANDLE object, Template *copy)
+{
+    bool hasNumber = false;
+    for (const CK_ATTRIBUTE_TYPE type : PublicNumbers) {
+        Pkcs11::AttributeReader reader({{type, 1024}});
+        reader.read(session, object);
+        const QByteArray value = reader.value(0);
+        if (value.isEmpty())
+            continue;
+        copy->add(type, value);
+        hasNumber = true;
+    }
+    constexpr CK_ATTRIBUTE_TYPE Uses[] = {CKA_VERIFY, CKA_ENCRYPT, CKA_WRAP, CKA_DERIVE};
+    for (const CK_ATTRIBUTE_TYPE type : Uses) {
+        Pkcs11::AttributeReader reader({{type, sizeof(CK_BBOOL)}});
+        reader.read(session, object);
+        if (reader.flag(0, false))
+            copy->addFlag(type, true);
+    }
+    return hasNumber;
+}
+
 /// Throws for a kind that is not written.
 const KeyKind &kindOf(const KeyMaterial &key)
 {
@@ -181,6 +218,28 @@ void fillPrivateKey(const KeyMaterial &key, const QByteArray &subject, const QBy
         object->add(CKA_SUBJECT, subject);
     kind.addPrivate(key, object);
     addNames(id, label, object);
+}
+
+std::unique_ptr<Template> publicKeyCopy(const Pkcs11::Session &session, const TokenKey &key)
+{
+    if (key.publicObject == CK_INVALID_HANDLE)
+        return nullptr;
+    try {
+        auto copy = std::make_unique<Template>();
+        fillPublicKey(KeyMaterial::fromPublicInfo(key.publicInfo), key.id, key.label, copy.get());
+        return copy;
+    } catch (const Error &) {
+        // Of a kind that this provider does not import; the token may have made it.
+    }
+    auto copy = std::make_unique<Template>();
+    copy->addNumber(CKA_CLASS, CKO_PUBLIC_KEY)
+        .addNumber(CKA_KEY_TYPE, key.type)
+        .addFlag(CKA_TOKEN, true)
+        .addFlag(CKA_PRIVATE, false);
+    addNames(key.id, key.label, copy.get());
+    if (!addShown(session, key.publicObject, copy.get()))
+        throw Error(TokenError::NotSupported);
+    return copy;
 }
 
 QString commonNameOf(const TokenCertificate &certificate)

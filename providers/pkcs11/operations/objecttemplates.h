@@ -6,6 +6,8 @@
 #include "providers/pkcs11/contents/tokencontents.h"
 #include "qca/keys/keymaterial.h"
 
+#include <memory>
+
 namespace Trivex {
 
 // These functions fill the templates of new objects (PKCS#11 2.40, 4.6 to 4.9). Those for keys
@@ -23,6 +25,12 @@ void fillPublicKey(const KeyMaterial &key, const QByteArray &id, const QString &
 /// which wipes them. `subject` is a DER Name; empty: left out.
 void fillPrivateKey(const KeyMaterial &key, const QByteArray &subject, const QByteArray &id,
                     const QString &label, Pkcs11::Template *object);
+
+/// The public half of `key`, which the token has, to be written anew should it be destroyed: by its
+/// numbers, or, of a kind that has no template here, by the attributes that the object shows. Null
+/// where there is no public object. Throws as above where neither can be done.
+std::unique_ptr<Pkcs11::Template> publicKeyCopy(const Pkcs11::Session &session,
+                                                const TokenKey &key);
 
 /// The last common name in a certificate's subject; empty when there is none.
 TRIVEX_TOKENS_EXPORT QString commonNameOf(const TokenCertificate &certificate);
