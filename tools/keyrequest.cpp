@@ -17,6 +17,7 @@
 #include "tools/requesttexts.h"
 #include "tools/rowentry.h"
 #include "tools/subjectattributes.h"
+#include "tools/typedvalues.h"
 
 #include <QPointer>
 
@@ -71,22 +72,6 @@ QCA::PrivateKey tokenKeyOf(const QString &path)
             return key;
     }
     return {};
-}
-
-/// `wanted` with what was typed before: in the place of an empty value of the same type, else
-/// behind them.
-QList<RequestValue> filled(QList<RequestValue> wanted, const QList<RequestValue> &typed)
-{
-    for (const RequestValue &value : typed) {
-        if (value.value.trimmed().isEmpty() || wanted.contains(value))
-            continue;
-        const auto place = std::find(wanted.begin(), wanted.end(), RequestValue{value.type, {}});
-        if (place != wanted.end())
-            place->value = value.value;
-        else
-            wanted.append(value);
-    }
-    return wanted;
 }
 
 } // namespace
@@ -144,6 +129,8 @@ RequestContents KeyRequest::contents() const
 
 void KeyRequest::setContents(const RequestContents &contents)
 {
+    m_prefilled.clear();
+    m_prefilledOthers.clear();
     m_names.setValues(contents.names);
     m_alternativeNames.setValues(contents.alternativeNames);
     setKeyUsages(contents.keyUsages);
@@ -206,9 +193,16 @@ bool KeyRequest::loadProfile(const QString &name)
     auto contents = RequestProfiles().load(name);
     if (!contents)
         return false;
-    contents->names = filled(contents->names, m_names.values());
-    contents->alternativeNames = filled(contents->alternativeNames, m_alternativeNames.values());
+    const QList<RequestValue> names = without(m_names.values(), m_prefilled);
+    const QList<RequestValue> others = without(m_alternativeNames.values(), m_prefilledOthers);
+    const QList<RequestValue> prefilled = without(contents->names, names);
+    const QList<RequestValue> prefilledOthers = without(contents->alternativeNames, others);
+    contents->names = filled(contents->names, names);
+    contents->alternativeNames = filled(contents->alternativeNames, others);
     setContents(*contents);
+    // What was typed, too, stays when the next profile comes.
+    m_prefilled = prefilled;
+    m_prefilledOthers = prefilledOthers;
     return true;
 }
 

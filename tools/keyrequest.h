@@ -145,6 +145,9 @@ private:
 
     RequestValues m_names;
     RequestValues m_alternativeNames;
+    // What the last profile brought, as far as it was not typed already.
+    QList<RequestValue> m_prefilled;
+    QList<RequestValue> m_prefilledOthers;
     QStringList m_keyUsages;
     QStringList m_purposes;
     KeyGenerator m_generator;

@@ -62,6 +62,7 @@ private Q_SLOTS:
     void profiles();
     void builtInProfiles();
     void damagedProfiles();
+    void typedValuesGoAlong();
     void keyKinds_data();
     void keyKinds();
     void everyAttribute();
@@ -276,6 +277,46 @@ void TestKeyRequest::builtInProfiles()
     QCOMPARE(request.purposes(), QStringList{QStringLiteral("serverAuth")});
     QVERIFY(!request.loadProfile(QStringLiteral("none")));
     QVERIFY(!request.loadProfile(QString()));
+}
+
+/// From one kind of request to another: a name has one country, and what a profile brought by
+/// itself goes with it.
+void TestKeyRequest::typedValuesGoAlong()
+{
+    const auto values = [](const KeyRequest &request, const char *type) {
+        QStringList found;
+        for (const RequestValue &value : request.contents().names) {
+            if (value.type == QLatin1String(type) && !value.value.isEmpty())
+                found += value.value;
+        }
+        return found.join(QLatin1Char(' '));
+    };
+    const QString person = QStringLiteral("russian-person");
+    const QString simple = QStringLiteral("simple");
+    KeyRequest request;
+    QVERIFY(request.loadProfile(simple));
+    const int country = request.names()->values().indexOf({QStringLiteral("country"), QString()});
+    QVERIFY(country >= 0);
+    request.names()->setValue(country, QStringLiteral("DE"));
+    QVERIFY(request.loadProfile(person));
+    QCOMPARE(values(request, "country"), QStringLiteral("DE"));
+    QVERIFY(request.loadProfile(simple));
+    QCOMPARE(values(request, "country"), QStringLiteral("DE"));
+    // Typed, though the profile has the same.
+    request.names()->setValue(country, QStringLiteral("RU"));
+    QVERIFY(request.loadProfile(person));
+    QVERIFY(request.loadProfile(simple));
+    QCOMPARE(values(request, "country"), QStringLiteral("RU"));
+    request.clear();
+    QVERIFY(request.loadProfile(person));
+    QCOMPARE(values(request, "country"), QStringLiteral("RU"));
+    QVERIFY(request.loadProfile(simple));
+    QCOMPARE(values(request, "country"), QString());
+    // Of units there may be several.
+    request.addName(QStringLiteral("organizationalUnit"), QStringLiteral("A"));
+    request.addName(QStringLiteral("organizationalUnit"), QStringLiteral("B"));
+    QVERIFY(request.loadProfile(QStringLiteral("web-server")));
+    QCOMPARE(values(request, "organizationalUnit"), QStringLiteral("A B"));
 }
 
 void TestKeyRequest::damagedProfiles()
