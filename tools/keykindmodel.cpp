@@ -40,8 +40,8 @@ constexpr Kind Kinds[] = {
 /// Modules tell the size of Ed25519 as 255 or 256 bits, so a bit more or less is no matter.
 bool makes(const TokenAbility &ability, const Kind &kind)
 {
-    const bool hasSize =
-        ability.largest == 0 || (kind.bits >= ability.smallest && kind.bits <= ability.largest + 1);
+    const bool hasSize = ability.madeLargest == 0
+        || (kind.bits >= ability.madeSmallest && kind.bits <= ability.madeLargest + 1);
     return ability.kind == kind.ability && ability.makes && hasSize;
 }
 

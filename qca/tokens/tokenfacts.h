@@ -66,9 +66,12 @@ struct TokenAbility {
     bool makes = false;
     bool signs = false;
     bool decrypts = false;
-    /// Sizes of the keys in bits; 0 for what the token does not tell.
+    /// Sizes of the keys in bits that it uses in any way, and of those that it makes, which are
+    /// often fewer; 0 for what the token does not tell.
     int smallest = 0;
     int largest = 0;
+    int madeSmallest = 0;
+    int madeLargest = 0;
 };
 
 /// What is read of a token only for those who want to see it.

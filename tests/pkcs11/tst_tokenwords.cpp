@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/calls/returnvalues.h"
 #include "providers/pkcs11/contents/tokenidentity.h"
+#include "providers/pkcs11/contents/tokenlook.h"
 #include "providers/pkcs11/contents/tokentext.h"
 
 #include <QtTest>
@@ -136,6 +137,8 @@ private Q_SLOTS:
     void texts();
     void identity();
     void identityIsOnePlainLine();
+    void sizesOfMadeKeys();
+    void otherGenerationsDoNotCount();
 };
 
 void TestTokenWords::everyCodeHasItsName()
@@ -237,6 +240,34 @@ void TestTokenWords::identityIsOnePlainLine()
     const QByteArray label = "Card\nB\x1b[1m\xe2\x80\xae";
     std::memcpy(info.label, label.constData(), size_t(label.size()));
     QCOMPARE(identityOf(info).label, QString::fromUtf8("Card\uFFFDB\uFFFD[1m\uFFFD"));
+}
+
+/// Many tokens use larger keys than they make, and smaller ones.
+void TestTokenWords::sizesOfMadeKeys()
+{
+    QVector<TokenAbility> all;
+    noteAbility(CKM_RSA_PKCS_KEY_PAIR_GEN, {1024, 2048, CKF_GENERATE_KEY_PAIR}, &all);
+    noteAbility(CKM_RSA_PKCS, {512, 4096, CKF_SIGN}, &all);
+    noteAbility(CKM_SHA256_RSA_PKCS, {768, 3072, CKF_SIGN}, &all);
+    noteAbility(CKM_ECDSA, {256, 521, CKF_SIGN}, &all);
+    QCOMPARE(all.size(), 2);
+    QVERIFY(all.first().makes && all.first().signs && !all.first().decrypts);
+    QCOMPARE(all.first().smallest, 512);
+    QCOMPARE(all.first().largest, 4096);
+    QCOMPARE(all.first().madeSmallest, 1024);
+    QCOMPARE(all.first().madeLargest, 2048);
+    QVERIFY(!all.last().makes);
+    QCOMPARE(all.last().largest, 521);
+    QCOMPARE(all.last().madeLargest, 0);
+}
+
+void TestTokenWords::otherGenerationsDoNotCount()
+{
+    QVector<TokenAbility> all;
+    noteAbility(CKM_RSA_X9_31_KEY_PAIR_GEN, {1024, 4096, CKF_GENERATE_KEY_PAIR}, &all);
+    noteAbility(CKM_RSA_PKCS, {1024, 4096, CKF_SIGN}, &all);
+    QCOMPARE(all.size(), 1);
+    QVERIFY(!all.first().makes);
 }
 
 QTEST_GUILESS_MAIN(TestTokenWords)

@@ -51,9 +51,9 @@ struct Known {
     int bits = 0; ///< of its keys, where they all have that size; else the token tells it
 };
 
+/// Keys are made by these mechanisms and no others, CKM_RSA_X9_31_KEY_PAIR_GEN, say.
 constexpr Known KnownMechanisms[] = {
     {CKM_RSA_PKCS_KEY_PAIR_GEN, TokenAbility::Rsa, &TokenAbility::makes},
-    {CKM_RSA_X9_31_KEY_PAIR_GEN, TokenAbility::Rsa, &TokenAbility::makes},
     {CKM_RSA_PKCS, TokenAbility::Rsa, &TokenAbility::signs},
     {CKM_SHA256_RSA_PKCS, TokenAbility::Rsa, &TokenAbility::signs},
     {CKM_EC_KEY_PAIR_GEN, TokenAbility::EllipticCurve, &TokenAbility::makes},
@@ -91,35 +91,32 @@ TokenAbility &abilityOf(QVector<TokenAbility> &all, TokenAbility::Kind kind)
     return all.last();
 }
 
+struct Sizes {
+    int smallest = 0;
+    int largest = 0; ///< 0: not told
+};
+
 /// Sizes of RSA keys are told in bytes by some tokens, which no key in use is short enough for.
-void noteSizes(const CK_MECHANISM_INFO &info, TokenAbility *ability)
+Sizes sizesOf(const Known &known, const CK_MECHANISM_INFO &info)
 {
     constexpr CK_ULONG ShortestInBits = 128;
     constexpr CK_ULONG LongestInBits = 65536;
-    if (info.ulMaxKeySize == 0 || info.ulMaxKeySize > LongestInBits
-        || info.ulMinKeySize > info.ulMaxKeySize)
-        return;
+    if (known.bits)
+        return {known.bits, known.bits};
+    if (known.kind == TokenAbility::Gost || info.ulMaxKeySize == 0
+        || info.ulMaxKeySize > LongestInBits || info.ulMinKeySize > info.ulMaxKeySize)
+        return {};
     const int unit =
-        ability->kind == TokenAbility::Rsa && info.ulMaxKeySize <= 4 * ShortestInBits ? 8 : 1;
-    ability->smallest = int(info.ulMinKeySize) * unit;
-    ability->largest = std::max(ability->largest, int(info.ulMaxKeySize) * unit);
+        known.kind == TokenAbility::Rsa && info.ulMaxKeySize <= 4 * ShortestInBits ? 8 : 1;
+    return {int(info.ulMinKeySize) * unit, int(info.ulMaxKeySize) * unit};
 }
 
-void note(const Session &session, CK_SLOT_ID slot, const Known &known, QVector<TokenAbility> *all)
+void widen(const Sizes &by, int *smallest, int *largest)
 {
-    CK_MECHANISM_INFO info = {};
-    if (session.module()->C_GetMechanismInfo(slot, known.mechanism, &info) != CKR_OK)
+    if (by.largest == 0)
         return;
-    TokenAbility &ability = abilityOf(*all, known.kind);
-    ability.*known.does = true;
-    if (known.mechanism == CKM_RSA_PKCS)
-        ability.decrypts = info.flags & CKF_DECRYPT;
-    if (known.bits) {
-        ability.smallest = ability.smallest ? std::min(ability.smallest, known.bits) : known.bits;
-        ability.largest = std::max(ability.largest, known.bits);
-    } else if (known.kind != TokenAbility::Gost) {
-        noteSizes(info, &ability);
-    }
+    *smallest = *largest == 0 ? by.smallest : std::min(*smallest, by.smallest);
+    *largest = std::max(*largest, by.largest);
 }
 
 } // namespace
@@ -138,13 +135,32 @@ TokenFacts factsOf(const CK_TOKEN_INFO &info)
     return facts;
 }
 
+void noteAbility(CK_MECHANISM_TYPE mechanism, const CK_MECHANISM_INFO &info,
+                 QVector<TokenAbility> *all)
+{
+    for (const Known &known : KnownMechanisms) {
+        if (known.mechanism != mechanism)
+            continue;
+        TokenAbility &ability = abilityOf(*all, known.kind);
+        ability.*known.does = true;
+        if (mechanism == CKM_RSA_PKCS)
+            ability.decrypts = info.flags & CKF_DECRYPT;
+        const Sizes sizes = sizesOf(known, info);
+        widen(sizes, &ability.smallest, &ability.largest);
+        if (known.does == &TokenAbility::makes)
+            widen(sizes, &ability.madeSmallest, &ability.madeLargest);
+    }
+}
+
 TokenLook lookAt(const Session &session, CK_SLOT_ID slot)
 {
     TokenLook look;
     const std::vector<CK_MECHANISM_TYPE> mechanisms = mechanismsOf(session, slot);
     for (const Known &known : KnownMechanisms) {
-        if (std::find(mechanisms.begin(), mechanisms.end(), known.mechanism) != mechanisms.end())
-            note(session, slot, known, &look.abilities);
+        CK_MECHANISM_INFO info = {};
+        if (std::find(mechanisms.begin(), mechanisms.end(), known.mechanism) != mechanisms.end()
+            && session.module()->C_GetMechanismInfo(slot, known.mechanism, &info) == CKR_OK)
+            noteAbility(known.mechanism, info, &look.abilities);
     }
     look.mechanisms = int(mechanisms.size());
     look.secretKeys = int(Pkcs11::findObjects(session, CKO_SECRET_KEY).size());

@@ -10,6 +10,11 @@ namespace Trivex {
 /// What `info` says beside the names of a token.
 TRIVEX_TOKENS_EXPORT TokenFacts factsOf(const CK_TOKEN_INFO &info);
 
+/// Adds to `all` what a token that knows `mechanism` with `info` can do. Nothing for a mechanism
+/// that is of no use here.
+TRIVEX_TOKENS_EXPORT void noteAbility(CK_MECHANISM_TYPE mechanism, const CK_MECHANISM_INFO &info,
+                                      QVector<TokenAbility> *all);
+
 /// What the token in `slot` can do, and what is on it beside keys and certificates, as far as
 /// `session` shows it. On the token's thread; throws `Pkcs11::Error`.
 TokenLook lookAt(const Pkcs11::Session &session, CK_SLOT_ID slot);
