@@ -2,6 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "tools/keychoicemodel.h"
 
+#include "tools/certifiablekey.h"
+
+#include <algorithm>
+
 namespace Trivex {
 
 namespace {
@@ -39,7 +43,10 @@ void KeyChoiceModel::setStoreId(const QString &storeId)
 
 void KeyChoiceModel::refresh()
 {
-    const QVector<TokenKeyFacts> keys = TokenMonitor::token(m_storeId).keyFacts;
+    QVector<TokenKeyFacts> keys = TokenMonitor::token(m_storeId).keyFacts;
+    keys.erase(std::remove_if(keys.begin(), keys.end(),
+                              [](const TokenKeyFacts &key) { return !canBeCertified(key); }),
+               keys.end());
     if (keys == m_keys)
         return;
     beginResetModel();

@@ -8,6 +8,7 @@
 #include "qca/describe/keytexts.h"
 #include "qca/keys/gostpublickey.h"
 #include "qca/keys/keytypes.h"
+#include "tools/certifiablekey.h"
 #include "tools/rows.h"
 #include "tools/validity.h"
 
@@ -292,9 +293,7 @@ QVariant TokenKeyModel::data(const QModelIndex &index, int role) const
     case OriginRole:
         return originText(row.key);
     case CanRequestRole:
-        // Without its public half there is nothing to certify.
-        return !row.key.publicInfo.isEmpty()
-            && (!row.key.usesKnown || row.key.uses & TokenKeyFacts::Signs);
+        return canBeCertified(row.key);
     case RequestRole:
         return requestFor(row).name;
     case RequestIdentityRole:

@@ -37,7 +37,7 @@ struct TokenKeyFacts {
     /// In its store; the same before and after a login, and after each start.
     QString id;
     /// Of the certificate that it belongs to; empty where the token has none for it. Of other keys
-    /// than those nothing but the ids and the label is told.
+    /// than those nothing but the ids, the label, the public half and the uses is told.
     QString entryId;
     int keyType = UnknownKey; ///< `KeyType`
     int bits = 0; ///< 0 where it is not known

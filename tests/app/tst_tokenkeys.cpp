@@ -3,6 +3,9 @@
 #include "qca/base/savedrequest.h"
 #include "qca/keys/keytypes.h"
 #include "qca/tokens/tokenregistry.h"
+#include "tools/keychoicemodel.h"
+#include "tools/keykindmodel.h"
+#include "tools/keyrequest.h"
 #include "tools/rowselection.h"
 #include "tools/tokenfactlist.h"
 #include "tools/tokenkeyinfo.h"
@@ -99,6 +102,8 @@ private Q_SLOTS:
     void triesInWords_data();
     void triesInWords();
     void factsInWords();
+    void offersWhatIsMade();
+    void choosesAmongKeysThatSign();
 
 private:
     void publish(const char *storeId, const QVector<TokenKeyFacts> &keys, bool present = true);
@@ -421,6 +426,61 @@ void TestTokenKeys::factsInWords()
     publish("a", {}, false);
     QVERIFY(!facts.present());
     QVERIFY(!facts.text().contains(QStringLiteral("trivex-app-ability-rsa")));
+}
+
+/// A token that signs with larger keys than it makes.
+void TestTokenKeys::offersWhatIsMade()
+{
+    publish("a", {});
+    TokenLook look;
+    look.isTaken = true;
+    TokenAbility rsa;
+    rsa.makes = rsa.signs = true;
+    rsa.smallest = 512;
+    rsa.largest = 4096;
+    rsa.madeSmallest = 1024;
+    rsa.madeLargest = 2048;
+    TokenAbility curves;
+    curves.kind = TokenAbility::EllipticCurve;
+    curves.signs = true;
+    curves.largest = 521;
+    look.abilities = {rsa, curves};
+    publishTokenLook(QStringLiteral("a"), look);
+    KeyKindModel model;
+    model.setStoreId(QStringLiteral("a"));
+    QCOMPARE(model.count(), 1);
+    QCOMPARE(model.index(0).data(KeyKindModel::KindRole).toInt(), int(KeyRequest::Rsa2048));
+}
+
+/// With and without a certificate: those that sign, or may do so.
+void TestTokenKeys::choosesAmongKeysThatSign()
+{
+    TokenKeyFacts signing = key("signs");
+    signing.usesKnown = true;
+    signing.uses = TokenKeyFacts::Signs;
+    TokenKeyFacts decrypting = key("decrypts");
+    decrypting.usesKnown = true;
+    decrypting.uses = TokenKeyFacts::Decrypts;
+    TokenKeyFacts withoutPublicHalf = key("half");
+    withoutPublicHalf.publicInfo.clear();
+    TokenKeyFacts agreeing = key("x25519");
+    agreeing.publicInfo = QByteArray::fromHex("302a300506032b656e032100") + QByteArray(32, '\x09');
+    TokenKeyFacts certified = decrypting;
+    certified.id = QStringLiteral("certified");
+    certified.entryId = QStringLiteral("entry");
+    publish("a",
+            {signing, decrypting, withoutPublicHalf, agreeing, certified, key("before login"),
+             key("owned", "key", "entry")});
+    KeyChoiceModel model;
+    model.setStoreId(QStringLiteral("a"));
+    QStringList ids;
+    for (int row = 0; row < model.count(); ++row)
+        ids += model.index(row).data(KeyChoiceModel::KeyIdRole).toString();
+    QCOMPARE(ids.join(QLatin1Char('|')), QStringLiteral("|signs|before login|owned"));
+    TokenKeyModel rows;
+    QVERIFY(!rows.index(rows.rowOfIdentity(QStringLiteral("a\nx25519")))
+                 .data(TokenKeyModel::CanRequestRole)
+                 .toBool());
 }
 
 QTEST_GUILESS_MAIN(TestTokenKeys)

@@ -88,9 +88,6 @@ void describe(const TokenKey &key, TokenKeyFacts *facts)
     facts->bits = material.bits();
     facts->label = key.label;
     facts->tokenId = key.id;
-    facts->publicInfo = key.publicInfo;
-    facts->uses = key.uses;
-    facts->usesKnown = key.privateObject != CK_INVALID_HANDLE;
     facts->origin = key.origin;
 }
 
@@ -114,6 +111,9 @@ QVector<TokenKeyFacts> describeKeys(const std::vector<std::shared_ptr<TokenKey>>
         facts.id = key->keyId;
         facts.entryId = owners.entryOf(*key);
         facts.label = key->label;
+        facts.publicInfo = key->publicInfo;
+        facts.uses = key->uses;
+        facts.usesKnown = key->privateObject != CK_INVALID_HANDLE;
         if (facts.isBare())
             describe(*key, &facts);
         all.append(facts);
