@@ -83,6 +83,7 @@ void RemovalUndo::undo()
         m_removals.removeLast();
     if (m_running || m_removals.isEmpty())
         return;
+    m_noted = false;
     m_running = true;
     m_written = 0;
     Q_EMIT changed();
@@ -106,8 +107,10 @@ bool RemovalUndo::start(const Removed &removed)
 {
     if (!removed.certificate.isNull())
         return m_writer.write(removed.place, removed.certificate);
+    // What is there as it was is back, whoever wrote it.
     const bool good =
-        writeAtomically(removed.place, removed.contents, false) == WriteResult::Written;
+        writeAtomically(removed.place, removed.contents, false) == WriteResult::Written
+        || readRegularFile(removed.place) == removed.contents;
     if (good)
         stepEnded(true);
     return good;
@@ -125,6 +128,8 @@ void RemovalUndo::stepEnded(bool good)
     }
     m_running = false;
     const QString problem = reason();
+    // Tried again once the others are back: they need not wait for what may never work.
+    m_removals.prepend(m_removals.takeLast());
     Q_EMIT changed();
     Q_EMIT finished(m_written, false, problem);
 }

@@ -32,7 +32,8 @@ public:
     /// The row that was noted last stays: it could not be removed.
     Q_INVOKABLE void forgetLast();
     /// Writes the last removal back, one after the other; `finished` follows. Asks for PINs as any
-    /// write does. Where one fails, it and those behind it can be tried again. Nothing happens
+    /// write does. Where one fails, it and those behind it can be tried again, after all other
+    /// removals. Nothing happens
     /// while an undo runs or when there is nothing to undo.
     Q_INVOKABLE void undo();
 

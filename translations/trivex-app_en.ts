@@ -2441,6 +2441,14 @@
         <source>This value has a wrong form. Correct it.</source>
         <translation>This value has a wrong form. Correct it.</translation>
     </message>
+    <message id="trivex-app-request-stays">
+        <source>The request “%1” could not be deleted.</source>
+        <translation>The request “%1” could not be deleted.</translation>
+    </message>
+    <message id="trivex-app-request-stays-advice">
+        <source>Check whether you may change the request folder, and try again.</source>
+        <translation>Check whether you may change the request folder, and try again.</translation>
+    </message>
     <message id="trivex-app-request-unread">
         <source>The request could not be read.</source>
         <translation>The request could not be read.</translation>

@@ -2457,6 +2457,14 @@
         <source>This value has a wrong form. Correct it.</source>
         <translation>Значение записано в неверном виде. Исправьте его.</translation>
     </message>
+    <message id="trivex-app-request-stays">
+        <source>The request “%1” could not be deleted.</source>
+        <translation>Запрос «%1» не удалось удалить.</translation>
+    </message>
+    <message id="trivex-app-request-stays-advice">
+        <source>Check whether you may change the request folder, and try again.</source>
+        <translation>Проверьте, можно ли изменять папку запросов, и повторите.</translation>
+    </message>
     <message id="trivex-app-request-unread">
         <source>The request could not be read.</source>
         <translation>Запрос не удалось прочитать.</translation>

@@ -15,6 +15,7 @@ RemoveDialog {
     /// Requests were deleted.
     signal deleted()
     signal keyRemoved()
+    signal failed(string cause, string advice)
     /// What `RowActions` knows of each row.
     property var rows: []
     /// How many names are told.
@@ -36,19 +37,33 @@ RemoveDialog {
         rows = rows_
         open()
     }
+    /// False for a request that stays; its identity is the path of its file.
     function removeRequest(identity) {
         const request = library.savedRequest(identity)
         if (!request)
-            return
-        library.watcher.noteDeleted(request.fileName)
+            return true
+        const fileName = request.fileName
         undo.note(library.requestEntries, identity)
         library.requests.remove(library.requestEntries.rowOfIdentity(identity))
+        if (Files.exists(identity)) {
+            undo.forgetLast()
+            return false
+        }
+        library.watcher.noteDeleted(fileName)
+        return true
+    }
+    function removeRequests() {
+        undo.begin()
+        const left = rows.filter(function(row) { return !removeRequest(row.identity) })
+        if (left.length < rows.length)
+            deleted()
+        if (left.length)
+            failed(qsTrId("trivex-app-request-stays").arg(left[0].name),
+                   qsTrId("trivex-app-request-stays-advice"))
     }
     onConfirmed: {
         if (isRequest) {
-            undo.begin()
-            rows.forEach(function(row) { removeRequest(row.identity) })
-            deleted()
+            removeRequests()
         } else {
             queue.start(rows)
         }

@@ -66,6 +66,7 @@ Item {
         selection: dialogs.selection
         undo: undo.undo
         onDeleted: dialogs.tellRemoved()
+        onFailed: errorDialog.show(cause, advice)
         // There is no way back from that, and none is offered.
         onKeyRemoved: toast.show(qsTrId("trivex-app-key-removed"))
     }

@@ -44,6 +44,8 @@ private Q_SLOTS:
     void whatStaysIsForgotten();
     void whatIsUnknownIsNotNoted();
     void failureCanBeTriedAgain();
+    void failureDoesNotBlockOthers();
+    void whatIsThereIsDone();
     void oneUndoAtATime();
 
 private:
@@ -167,6 +169,36 @@ void TestRemovalUndo::failureCanBeTriedAgain()
     QCOMPARE(m_undo->count(), 1);
     QVERIFY(undo());
     QVERIFY(QFile::exists(two));
+}
+
+void TestRemovalUndo::failureDoesNotBlockOthers()
+{
+    const QString one = add(QStringLiteral("one"));
+    const QString two = add(QStringLiteral("two"));
+    m_undo->begin();
+    remove(one);
+    m_undo->begin();
+    remove(two);
+    QVERIFY(QDir().mkpath(two));
+    QVERIFY(!undo());
+    QVERIFY(undo());
+    QVERIFY(QFile::exists(one));
+    QVERIFY(!undo());
+    QVERIFY(QDir().rmdir(two));
+    QVERIFY(undo());
+    QCOMPARE(contentsOf(two), QByteArray("contents of two"));
+    QCOMPARE(m_undo->count(), 0);
+}
+
+/// The file was not removed, or somebody else has brought it back.
+void TestRemovalUndo::whatIsThereIsDone()
+{
+    const QString one = add(QStringLiteral("one"));
+    m_undo->begin();
+    m_undo->note(m_entries.get(), one);
+    QVERIFY(undo());
+    QCOMPARE(m_undo->count(), 0);
+    QCOMPARE(contentsOf(one), QByteArray("contents of one"));
 }
 
 void TestRemovalUndo::oneUndoAtATime()
