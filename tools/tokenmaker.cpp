@@ -19,13 +19,14 @@ constexpr int LongestPin = 255;
 
 TokenMaker::TokenMaker(QObject *parent)
     : QObject(parent)
-    , m_isAvailable(TokenMakers::instance().isOffered())
 {
     connect(&TokenMakers::instance(), &TokenMakers::changed, this, [this] {
         const bool isAvailable = TokenMakers::instance().isOffered();
         if (std::exchange(m_isAvailable, isAvailable) != isAvailable)
             Q_EMIT availableChanged();
     });
+    // Last: an offer from another thread is either seen here or told of.
+    m_isAvailable = TokenMakers::instance().isOffered();
 }
 
 TokenMaker::~TokenMaker()
