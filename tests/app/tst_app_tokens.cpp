@@ -3,6 +3,7 @@
 #include "tests/app/windowtest.h"
 #include "tests/pkcs11/faultytoken.h"
 
+#include <QClipboard>
 #include <QDir>
 #include <QtTest>
 
@@ -22,6 +23,7 @@ private Q_SLOTS:
     void consentIsAskedAnew();
     void triesAreCountedDownAndNeverSpentAlone();
     void wrongPinAsksAgain();
+    void reportIsForAnybody();
     void lastTryOfAKey();
     void generationIsStopped();
     void tokenGoesWhileAKeyIsMade();
@@ -177,6 +179,27 @@ void TestAppTokens::wrongPinAsksAgain()
     QVERIFY(m_steps->waitClosed("importDialog"));
     QCOMPARE(m_token.count("C_Login"), 3);
     QCOMPARE(m_token.token().objectCount(), before + 1);
+}
+
+void TestAppTokens::reportIsForAnybody()
+{
+    QVERIFY(freshToken("fail C_CreateObject * CKR_DEVICE_ERROR"));
+    const TestAuthority other(QStringLiteral("Reported Root"));
+    QVERIFY(m_steps->startImport(other.certificateFile()));
+    QVERIFY(m_steps->answerPin(rightPin()));
+    QVERIFY(m_steps->waitOpen("errorDialog"));
+    QVERIFY(m_window->click(QStringLiteral("errorReport")));
+    const QString report = QGuiApplication::clipboard()->text();
+    QVERIFY(report.contains(QStringLiteral("C_CreateObject")));
+    // It may go to anybody: no PIN, not whose token and not whose computer.
+    QVERIFY(!report.contains(rightPin()));
+    QVERIFY(!report.contains(m_token.token().label()));
+    QVERIFY(!report.contains(home()));
+    QVERIFY(m_window->click(QStringLiteral("errorClose")));
+    QVERIFY(m_steps->waitClosed("errorDialog"));
+    m_token.control();
+    QVERIFY(m_window->click(QStringLiteral("importCancel")));
+    QVERIFY(m_steps->waitClosed("importDialog"));
 }
 
 void TestAppTokens::lastTryOfAKey()
