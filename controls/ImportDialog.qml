@@ -202,11 +202,9 @@ BaseDialog {
         label: qsTrId("trivex-app-import-to")
         Layout.fillWidth: true
     }
-    Notice {
-        objectName: "importWithoutKey"
-        level: 0
-        text: chooser.filesChosen && file.items.checkedKeys > 0
-            ? qsTrId("trivex-app-import-without-key") : ""
+    OwnFilesNotices {
+        items: file.items
+        chosen: chooser.filesChosen
         Layout.fillWidth: true
     }
     Notice {

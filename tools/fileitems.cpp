@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "tools/fileitems.h"
 
+#include "qca/tokens/userstore.h"
 #include "tools/certificatedetails.h"
+#include "tools/chainsources.h"
 #include "tools/fileitemtexts.h"
 
 #include <QHash>
@@ -182,6 +184,14 @@ int FileItemModel::checkedCertificates() const
 int FileItemModel::checkedKeys() const
 {
     return countOf([](const FileItem &item) { return item.isChecked && !item.key.isNull(); });
+}
+
+int FileItemModel::checkedRoots() const
+{
+    return countOf([](const FileItem &item) {
+        return item.isChecked && item.kind == FileObject::Certificate
+            && ChainSources::isAnchor(item.der, userStoreId(), false);
+    });
 }
 
 QVariantList FileItemModel::details(int row) const

@@ -19,6 +19,8 @@ class FileItemModel : public QAbstractListModel {
     Q_PROPERTY(int checkedCount READ checkedCount NOTIFY changed)
     Q_PROPERTY(int checkedCertificates READ checkedCertificates NOTIFY changed)
     Q_PROPERTY(int checkedKeys READ checkedKeys NOTIFY changed)
+    /// Ticked certificates that paths would end at, and so be trusted, among the user's own files.
+    Q_PROPERTY(int checkedRoots READ checkedRoots NOTIFY changed)
 public:
     enum Role {
         NameRole = Qt::UserRole + 1, ///< QString, whose it is
@@ -58,6 +60,7 @@ public:
     int checkedCertificates() const;
     /// Certificates that bring their keys along.
     int checkedKeys() const;
+    int checkedRoots() const;
     Q_INVOKABLE void setChecked(int row, bool checked);
     Q_INVOKABLE void setAllChecked(bool checked);
 

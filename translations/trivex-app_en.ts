@@ -1322,6 +1322,13 @@
         <source>Only %1 of %2 were imported. What is still ticked is not; start again for it.</source>
         <translation>Only %1 of %2 were imported. What is still ticked is not; start again for it.</translation>
     </message>
+    <message id="trivex-app-import-roots" numerus="yes">
+        <source>%n of them are roots: every certificate that they issue will be trusted. Import them only if you know whose they are.</source>
+        <translation>
+            <numerusform>%n of them is a root: every certificate that it issues will be trusted. Import it only if you know whose it is.</numerusform>
+            <numerusform>%n of them are roots: every certificate that they issue will be trusted. Import them only if you know whose they are.</numerusform>
+        </translation>
+    </message>
     <message id="trivex-app-import-title">
         <source>Import a certificate or bundle</source>
         <translation>Import a certificate or bundle</translation>

@@ -1329,6 +1329,14 @@
         <source>Only %1 of %2 were imported. What is still ticked is not; start again for it.</source>
         <translation>Импортировано только %1 из %2. Остальное осталось отмеченным: повторите импорт.</translation>
     </message>
+    <message id="trivex-app-import-roots" numerus="yes">
+        <source>%n of them are roots: every certificate that they issue will be trusted. Import them only if you know whose they are.</source>
+        <translation>
+            <numerusform>Среди них %n корневой сертификат: всем выпущенным под ним сертификатам программа будет доверять. Импортируйте его, только если знаете, чей он.</numerusform>
+            <numerusform>Среди них %n корневых сертификата: всем выпущенным под ними сертификатам программа будет доверять. Импортируйте их, только если знаете, чьи они.</numerusform>
+            <numerusform>Среди них %n корневых сертификатов: всем выпущенным под ними сертификатам программа будет доверять. Импортируйте их, только если знаете, чьи они.</numerusform>
+        </translation>
+    </message>
     <message id="trivex-app-import-title">
         <source>Import a certificate or bundle</source>
         <translation>Импорт сертификата или контейнера</translation>

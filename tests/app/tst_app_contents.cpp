@@ -31,6 +31,7 @@ private Q_SLOTS:
     void damagedPartIsLeftOut();
     void keyWithItsCertificate();
     void intoMyFilesByKeyboard();
+    void rootsAreTrustedFromThenOn();
     void bundleIntoMyFiles();
     void myFilesCannotBeWritten();
     void closedWhileItWrites_data();
@@ -332,6 +333,24 @@ void TestAppContents::intoMyFilesByKeyboard()
     QVERIFY(import());
     QCOMPARE(files().size(), 2);
     removeFiles();
+}
+
+void TestAppContents::rootsAreTrustedFromThenOn()
+{
+    QFile root(m_authority.certificateFile());
+    QVERIFY(root.open(QIODevice::ReadOnly));
+    QVERIFY(bring(CommandLine, make("in/rooted.pem", certificate("Leaf") + root.readAll())));
+    QVERIFY(m_steps->waitEnabled("importAccept"));
+    QCOMPARE(items(), 2);
+    // On a token it vouches for nothing.
+    QVERIFY(choosePlace(m_token.label()));
+    QVERIFY(m_steps->text("importRoots").isEmpty());
+    QVERIFY(choosePlace(qtTrId("trivex-app-category-users")));
+    QTRY_COMPARE(m_steps->text("importRoots"), qtTrId("trivex-app-import-roots", 1));
+    QVERIFY(turn(QStringLiteral("Test Root")));
+    QTRY_VERIFY(m_steps->text("importRoots").isEmpty());
+    QVERIFY(m_window->click(QStringLiteral("importCancel")));
+    QVERIFY(m_steps->waitClosed("importDialog"));
 }
 
 void TestAppContents::bundleIntoMyFiles()
