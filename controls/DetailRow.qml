@@ -78,11 +78,7 @@ GridLayout {
         }
         Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
         Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
-        onActiveFocusChanged: if (!textMenu.isOpen) activeFocus ? cursorPosition = 0 : deselect()
-        Keys.forwardTo: textMenu
-        TextMenu {
-            id: textMenu
-        }
+        onActiveFocusChanged: activeFocus ? cursorPosition = 0 : deselect()
         Rectangle {
             anchors.fill: parent
             anchors.margins: -3

@@ -9,7 +9,7 @@ import Trivex.Crypto.Tools 1.0
 /// import, wants a password, or has damaged parts.
 FillColumn {
     id: notices
-    property CertificateFile file
+    property CertificateFile file: CertificateFile {}
     /// No password has been typed yet.
     property bool waits: true
     visible: (problem.text + broken.text + unread.text).length > 0

@@ -11,7 +11,7 @@ FillColumn {
     property QtObject rules
     property string label: qsTrId("trivex-app-new-pin")
     readonly property string pin: first.text
-    readonly property bool ready: rules.fits(first.text) && first.text === second.text
+    readonly property bool ready: rules !== null && rules.fits(first.text) && first.text === second.text
     signal accepted()
     spacing: Theme.unit
     function clear() {
@@ -23,9 +23,9 @@ FillColumn {
         id: first
         field.objectName: "newPin"
         label: fields.label
-        hint: fields.rules.lengthText
+        hint: fields.rules ? fields.rules.lengthText : ""
         // Not while it is being typed.
-        flag: text && !field.activeFocus && !fields.rules.fits(text)
+        flag: fields.rules && text && !field.activeFocus && !fields.rules.fits(text)
             ? [qsTrId("trivex-app-pin-length-wrong"), fields.rules.lengthText].join(" ") : ""
         Layout.fillWidth: true
         onAccepted: second.focusField()

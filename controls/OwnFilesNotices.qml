@@ -12,6 +12,7 @@ FillColumn {
     property FileItemModel items
     /// Whether one's own files are where the items go.
     property bool chosen: false
+    readonly property bool counts: chosen && items !== null
     visible: (withoutKey.text + roots.text).length > 0
     spacing: Theme.unit * 1.5
 
@@ -19,7 +20,7 @@ FillColumn {
         id: withoutKey
         objectName: "importWithoutKey"
         level: 0
-        text: notices.chosen && notices.items.checkedKeys > 0
+        text: notices.counts && notices.items.checkedKeys > 0
             ? qsTrId("trivex-app-import-without-key") : ""
         Layout.fillWidth: true
     }
@@ -27,7 +28,7 @@ FillColumn {
         id: roots
         objectName: "importRoots"
         level: 2
-        text: notices.chosen && notices.items.checkedRoots > 0
+        text: notices.counts && notices.items.checkedRoots > 0
             ? qsTrId("trivex-app-import-roots", notices.items.checkedRoots) : ""
         Layout.fillWidth: true
     }

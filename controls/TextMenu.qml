@@ -10,7 +10,7 @@ import Trivex.Crypto.Controls 1.0
 Item {
     id: holder
     property Item field: parent
-    readonly property bool isSecret: field.echoMode !== undefined
+    readonly property bool isSecret: field !== null && field.echoMode !== undefined
         && (field.echoMode !== TextInput.Normal || field.inputMethodHints & Qt.ImhSensitiveData)
     /// Until the field has the keys again.
     readonly property bool isOpen: returning || loader.item !== null && loader.item.visible
