@@ -20,7 +20,8 @@ Card {
     /// Of a key that is there; empty for a new one.
     readonly property string keyId: keyChooser.currentIndex > 0 ? keyChooser.currentValue : ""
     readonly property bool startable: !generating && chooser.usable && !chooser.info.locked
-        && !keyId && keyName.text.trim().length > 0 && pin.text.length > 0 && algorithm.currentIndex >= 0
+        && !keyId && keyName.text.trim().length > 0 && pin.text.length > 0
+        && algorithm.currentValue !== undefined
         && (!chooser.info.lastTry || consent.checked)
     signal started()
 
@@ -102,9 +103,16 @@ Card {
             ComboBox {
                 id: algorithm
                 objectName: "algorithmChooser"
+                /// The kind that was chosen: rows are others as soon as the token has told.
+                property var kind: undefined
+                function findAgain() {
+                    currentIndex = count > 0 ? Math.max(0, indexOfValue(kind)) : -1
+                }
                 model: KeyKindModel {
                     storeId: chooser.storeId
+                    onModelReset: Qt.callLater(algorithm.findAgain)
                 }
+                onActivated: kind = currentValue
                 textRole: "title"
                 valueRole: "kind"
                 Accessible.name: qsTrId("trivex-app-algorithm") + ": " + currentText
