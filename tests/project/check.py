@@ -331,6 +331,10 @@ def manual():
                 yield f"{name(path)}: {picture} is missing"
         for found in re.findall(r"<img(?![^>]* alt=\"[^\"]+\")", text):
             yield f"{name(path)}: a picture without a text in its place: {found}"
+    shown = text_of(ROOT / "README.md") + "".join(map(text_of, folder.glob("*.html")))
+    for path in sorted((ROOT / "docs" / "screenshots").glob("*.png")):
+        if f"screenshots/{path.name}" not in shown:
+            yield f"{name(path)}: neither the README nor the manual shows it"
     if len(set(map(tuple, shapes.values()))) != 1 or len(shapes) < 2:
         yield f"docs/manual: the languages differ in headings, points, pictures, keys: {shapes}"
 
