@@ -330,7 +330,7 @@ void TestAppBareKeys::removalByKeyboard()
     QVERIFY(m_steps->press("removeConfirm"));
     QVERIFY(m_window->waitFor([this] { return m_window->rowNamed(QStringLiteral("old")) < 0; }));
     QVERIFY(m_window->waitForItem(QStringLiteral("toastText")));
-    QCOMPARE(m_steps->text("toastText"), qtTrId("trivex-app-key-removed"));
+    QTRY_COMPARE(m_steps->text("toastText"), qtTrId("trivex-app-key-removed"));
     QCOMPARE(m_token.count("C_Login"), 1);
     QCOMPARE(halves("old"), 0);
     // That of the same id and the certificate are where they were.
