@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "qca/base/savedrequest.h"
+#include "tests/app/filedrequest.h"
 #include "tests/support/loopmeter.h"
 #include "tests/support/testcertificates.h"
 #include "tools/sectionedmodel.h"
@@ -17,21 +17,6 @@ using namespace TrivexTest;
 namespace {
 
 constexpr int CertificateRole = Qt::UserRole + 2;
-
-/// A saved request whose file is where the test says; the one kind of row that needs no store.
-class FiledRequest : public QObject, public SavedRequest {
-    Q_OBJECT
-    Q_INTERFACES(Trivex::SavedRequest)
-public:
-    QString requestFile() const override { return path; }
-    QCA::CertificateInfo requestInfo() const override { return {}; }
-    void setRequestInfo(const QCA::CertificateInfo &) override { }
-    void restoreRequestInfo() override { }
-    bool hasRequestKey() const override { return false; }
-    QByteArray requestKeyInfo() const override { return {}; }
-
-    QString path;
-};
 
 const char Configuration[] = "[req]\ndistinguished_name=dn\n[dn]\n[e]\n"
                              "subjectAltName=DNS:hidden.example.org,email:mail@example.org,"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "qca/base/savedrequest.h"
+#include "tests/app/filedrequest.h"
 #include "tools/removalundo.h"
 
 #include <QSignalSpy>
@@ -9,23 +9,9 @@
 #include <QtTest>
 
 using namespace Trivex;
+using namespace TrivexTest;
 
 namespace {
-
-/// A saved request whose file is where the test says.
-class FiledRequest : public QObject, public SavedRequest {
-    Q_OBJECT
-    Q_INTERFACES(Trivex::SavedRequest)
-public:
-    QString requestFile() const override { return path; }
-    QCA::CertificateInfo requestInfo() const override { return {}; }
-    void setRequestInfo(const QCA::CertificateInfo &) override { }
-    void restoreRequestInfo() override { }
-    bool hasRequestKey() const override { return false; }
-    QByteArray requestKeyInfo() const override { return {}; }
-
-    QString path;
-};
 
 QByteArray contentsOf(const QString &path)
 {

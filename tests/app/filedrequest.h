@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "qca/base/savedrequest.h"
+
+#include <QObject>
+
+namespace TrivexTest {
+
+/// A saved request whose file is where the test says; the one kind of row that needs no store.
+class FiledRequest : public QObject, public Trivex::SavedRequest {
+    Q_OBJECT
+    Q_INTERFACES(Trivex::SavedRequest)
+public:
+    QString requestFile() const override { return path; }
+    QCA::CertificateInfo requestInfo() const override { return {}; }
+    void setRequestInfo(const QCA::CertificateInfo &) override { }
+    void restoreRequestInfo() override { }
+    bool hasRequestKey() const override { return false; }
+    QByteArray requestKeyInfo() const override { return {}; }
+
+    QString path;
+};
+
+} // namespace TrivexTest
