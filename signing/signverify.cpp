@@ -84,15 +84,24 @@ void SignVerify::setCeritficate(Certificate *ceritficate)
 
 void SignVerify::sign(const QByteArray &rawDataFile, const QString &filePathSig, KeyStoreEntry *key)
 {
-    const Job job{rawDataFile, filePathSig, key};
-    schedule(SignDelay, Qt::CoarseTimer, [this, job] { startSigning(job); });
+    m_toSign.push_back({rawDataFile, filePathSig, key});
+    schedule(SignDelay, Qt::CoarseTimer, [this] { startSigning(); });
 }
 
 void SignVerify::verify(const QByteArray &rawDataFile, const QString &filePathSig,
                         KeyStoreEntry *key)
 {
-    const Job job{rawDataFile, filePathSig, key};
-    schedule(VerifyDelay, Qt::PreciseTimer, [this, job] { runVerify(job); });
+    m_toVerify.push_back({rawDataFile, filePathSig, key});
+    schedule(VerifyDelay, Qt::PreciseTimer, [this] { runVerify(takeFirst(m_toVerify)); });
+}
+
+// Timers that were started together may fire in any order. So the work takes the oldest job, not
+// the one whose call started this timer: that job has waited at least as long.
+SignVerify::Job SignVerify::takeFirst(std::deque<Job> &jobs)
+{
+    const Job job = jobs.front();
+    jobs.pop_front();
+    return job;
 }
 
 void SignVerify::schedule(int milliseconds, Qt::TimerType type, std::function<void()> work)
@@ -112,9 +121,9 @@ void SignVerify::schedule(int milliseconds, Qt::TimerType type, std::function<vo
 // Signing runs an event loop while the token works, so the next job's timer can fire meanwhile.
 // That job has to wait: the PIN typed for the first is not known to be right yet, and must not be
 // tried a second time.
-void SignVerify::startSigning(const Job &job)
+void SignVerify::startSigning()
 {
-    m_signQueue.push_back(job);
+    m_signQueue.push_back(takeFirst(m_toSign));
     if (!m_signing)
         signQueued();
 }

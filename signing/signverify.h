@@ -97,7 +97,8 @@ private:
     };
 
     void schedule(int milliseconds, Qt::TimerType type, std::function<void()> work);
-    void startSigning(const Job &job);
+    static Job takeFirst(std::deque<Job> &jobs);
+    void startSigning();
     void signQueued();
     /// Makes the text that a signature of `data` covers. False after an error, and when a listener
     /// has deleted this object.
@@ -115,6 +116,8 @@ private:
     Trivex::KeptPin m_keptPin{&m_eventHandler};
     int m_error = NoError;
     QPointer<Certificate> m_ceritficate;
-    std::deque<Job> m_signQueue;
+    std::deque<Job> m_toSign; ///< called for, their delay not over yet
+    std::deque<Job> m_toVerify;
+    std::deque<Job> m_signQueue; ///< due
     bool m_signing = false;
 };

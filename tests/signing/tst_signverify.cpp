@@ -6,6 +6,7 @@
 #include "signing/signverify.h"
 #include "tests/signing/scriptedkey.h"
 
+#include <QAbstractEventDispatcher>
 #include <QMetaEnum>
 #include <QProcess>
 #include <QSignalSpy>
@@ -73,6 +74,7 @@ class TestSignVerify : public QObject {
 private Q_SLOTS:
     void interface();
     void signsAndVerifies();
+    void signaturesKeepTheirOrder();
     void signatureIsThatOfOpenssl();
     void changedDataIsRefused();
     void failuresOfSigning();
@@ -144,6 +146,36 @@ void TestSignVerify::signsAndVerifies()
     // The entry has no certificate to show.
     QCOMPARE(certificateChanged.count(), 0);
     QVERIFY(signer.ceritficate()->isNull());
+}
+
+void TestSignVerify::signaturesKeepTheirOrder()
+{
+    // Timers of the same length that start together may fire in any order: here the last one first.
+    const auto entry = bundleEntry(softwareKey());
+    SignVerify signer;
+    QStringList order;
+    connect(&signer, &SignVerify::signSuccess, this, [&] {
+        for (const char *name : {"first", "second", "third"}) {
+            if (QFile::exists(path(name)) && !order.contains(QLatin1String(name)))
+                order << QLatin1String(name);
+        }
+    });
+    QObject *dispatcher = QAbstractEventDispatcher::instance();
+    const QObjectList before = dispatcher->children();
+    for (const char *name : {"first", "second", "third"})
+        signer.sign("What is signed", path(name), entry.get());
+    QObjectList timers;
+    for (QObject *child : dispatcher->children()) {
+        if (!before.contains(child))
+            timers.prepend(child);
+    }
+    QCOMPARE(timers.size(), 3);
+    QThread::msleep(3100); // all of them are due
+    for (QObject *timer : qAsConst(timers)) {
+        QTimerEvent event(0);
+        QCoreApplication::sendEvent(timer, &event);
+    }
+    QTRY_COMPARE(order.join(QLatin1Char(' ')), QStringLiteral("first second third"));
 }
 
 void TestSignVerify::signatureIsThatOfOpenssl()
