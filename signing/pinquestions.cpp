@@ -47,7 +47,7 @@ void PinQuestions::accept(const QCA::SecureArray &pin)
     if (m_open.empty() || m_open.front().state != State::Put)
         return;
     m_open.front().state = State::Answered;
-    QTimer::singleShot(AnswerDelay, Qt::PreciseTimer, this,
+    QTimer::singleShot(AnswerDelay.milliseconds(), Qt::PreciseTimer, this,
                        [this, number = m_open.front().number, pin] { deliver(number, pin); });
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "qca/base/pause.h"
 #include "qca/questions/question.h"
 
 #include <deque>
@@ -30,7 +31,7 @@ public:
     /// was.
     void reject();
 
-    static constexpr int AnswerDelay = 1000; // ms
+    static constexpr Pause AnswerDelay{1000};
 
 Q_SIGNALS:
     /// A person has to be asked; `info` describes the question.

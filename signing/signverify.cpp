@@ -5,6 +5,7 @@
 #include "certificates/certificate.h"
 #include "certificates/keystoreentry.h"
 #include "qca/adapter/entries.h"
+#include "qca/base/pause.h"
 #include "qca/base/regularfile.h"
 #include "qca/base/securedtext.h"
 #include "qca/questions/openquestions.h"
@@ -25,8 +26,8 @@
 
 namespace {
 
-constexpr int SignDelay = 3000; // ms
-constexpr int VerifyDelay = 1000; // ms
+constexpr Trivex::Pause SignDelay(3000);
+constexpr Trivex::Pause VerifyDelay(1000);
 
 QCA::KeyBundle bundleOf(const KeyStoreEntry &entry)
 {
@@ -85,14 +86,15 @@ void SignVerify::setCeritficate(Certificate *ceritficate)
 void SignVerify::sign(const QByteArray &rawDataFile, const QString &filePathSig, KeyStoreEntry *key)
 {
     m_toSign.push_back({rawDataFile, filePathSig, key});
-    schedule(SignDelay, Qt::CoarseTimer, [this] { startSigning(); });
+    schedule(SignDelay.milliseconds(), Qt::CoarseTimer, [this] { startSigning(); });
 }
 
 void SignVerify::verify(const QByteArray &rawDataFile, const QString &filePathSig,
                         KeyStoreEntry *key)
 {
     m_toVerify.push_back({rawDataFile, filePathSig, key});
-    schedule(VerifyDelay, Qt::PreciseTimer, [this] { runVerify(takeFirst(m_toVerify)); });
+    schedule(VerifyDelay.milliseconds(), Qt::PreciseTimer,
+             [this] { runVerify(takeFirst(m_toVerify)); });
 }
 
 // Timers that were started together may fire in any order. So the work takes the oldest job, not

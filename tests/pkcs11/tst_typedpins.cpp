@@ -11,6 +11,7 @@
 #include "tests/pkcs11/faultytoken.h"
 #include "tests/support/locations.h"
 #include "tests/support/needtokens.h"
+#include "tests/support/shortpauses.h"
 #include "tests/support/testcertificates.h"
 
 #include <QSignalSpy>
@@ -68,6 +69,7 @@ private:
 
 void TestTypedPins::initTestCase()
 {
+    shortenPauses();
     qputenv("HOME", QFile::encodeName(m_home.path()));
     qputenv("XDG_DATA_HOME", QFile::encodeName(m_home.path()));
     m_token = std::make_unique<FaultyToken>(StoreName);

@@ -6,6 +6,7 @@
 #include "signing/rawsignature.h"
 #include "signing/signverify.h"
 #include "tests/signing/scriptedkey.h"
+#include "tests/support/shortpauses.h"
 
 #include <QDir>
 #include <QSignalSpy>
@@ -189,7 +190,7 @@ void TestChangedFile::verifiedBeforeTheChangeOnly()
     QCOMPARE(loader.error(), int(LoaderFile::ErrorNotLoadFile));
     signer.setError(SignVerify::NoError);
     signer.sign(loader.rawData(), signature, entry.get());
-    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorVerify), 8000);
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorVerify), 30000);
     QCOMPARE(isSigned.count(), 1);
 }
 
@@ -378,6 +379,7 @@ int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     const QCA::Initializer initializer;
+    shortenPauses();
     TestChangedFile test;
     return QTest::qExec(&test, argc, argv);
 }

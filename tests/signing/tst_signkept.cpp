@@ -6,6 +6,7 @@
 #include "qca/tokens/tokenregistry.h"
 #include "tests/signing/askedsigner.h"
 #include "tests/signing/pintoken.h"
+#include "tests/support/shortpauses.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -177,6 +178,7 @@ int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     const QCA::Initializer initializer;
+    shortenPauses();
     TestSignKept test;
     return QTest::qExec(&test, argc, argv);
 }

@@ -10,6 +10,7 @@
 #include "qca/questions/openquestions.h"
 #include "qca/tokens/tokens.h"
 #include "signing/signverify.h"
+#include "tests/support/shortpauses.h"
 #include "tests/support/testcertificates.h"
 #include "tests/support/testtoken.h"
 
@@ -176,6 +177,7 @@ void TestSignNested::bothAskTheSigner()
 
 int main(int argc, char *argv[])
 {
+    shortenPauses();
     QTemporaryDir home;
     qputenv("HOME", QFile::encodeName(home.path()));
     qputenv("XDG_DATA_HOME", QFile::encodeName(home.path()));

@@ -6,6 +6,7 @@
 #include "qca/questions/question.h"
 #include "tests/signing/askedsigner.h"
 #include "tests/signing/pintoken.h"
+#include "tests/support/shortpauses.h"
 
 #include <QEventLoop>
 #include <QSignalSpy>
@@ -24,6 +25,12 @@ QStringList list(std::initializer_list<const char *> items)
     for (const char *item : items)
         result << QLatin1String(item);
     return result;
+}
+
+/// Returns when an answer that was on its way has met somebody, or nobody.
+void letPass()
+{
+    QTest::qWait(2 * Trivex::PinQuestions::AnswerDelay.milliseconds());
 }
 
 } // namespace
@@ -67,7 +74,7 @@ void TestSignPin::asksAndRemembers()
     });
     signer.sign(data, path("a.sig"), entry.get());
     QVERIFY(isSigned.wait(SignTime));
-    QVERIFY(timer.elapsed() >= 1000);
+    QVERIFY(timer.elapsed() >= Trivex::PinQuestions::AnswerDelay.milliseconds());
     QCOMPARE(asked.count(), 1);
     signer.sign(data, path("a.sig"), entry.get());
     QVERIFY(isSigned.wait(SignTime));
@@ -257,7 +264,7 @@ void TestSignPin::withdrawn()
     QCOMPARE(token.tried, list({"-"}));
     // Too late: nobody gets it.
     signer.pinAccepted(QStringLiteral("1234"));
-    QTest::qWait(1300); // longer than an answer is on its way: it must meet nobody
+    letPass(); // it must meet nobody
     signer.pinRejected();
     QCOMPARE(token.tried, list({"-"}));
 }
@@ -273,7 +280,7 @@ void TestSignPin::destroyedWhileAsking()
     });
     signer->sign(data, path("d.sig"), entry.get());
     QTRY_COMPARE_WITH_TIMEOUT(token.tried, list({"-"}), SignTime);
-    QTest::qWait(1300); // longer than an answer is on its way: it must sign nothing
+    letPass(); // it must sign nothing
     QVERIFY(!signer);
     QVERIFY(!QFile::exists(path("d.sig")));
 }
@@ -296,6 +303,7 @@ int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     const QCA::Initializer initializer;
+    shortenPauses();
     TestSignPin test;
     return QTest::qExec(&test, argc, argv);
 }

@@ -6,6 +6,7 @@
 #include "qca/questions/openquestions.h"
 #include "qca/questions/question.h"
 #include "signing/signverify.h"
+#include "tests/support/shortpauses.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -14,7 +15,7 @@
 
 namespace {
 
-constexpr int Patience = 6000; // ms
+constexpr int Patience = 30000; // ms
 
 /// A token's thread with a question.
 class Asking {
@@ -87,6 +88,8 @@ private:
     /// Returns when the second question has reached the signer behind the first. The signer tells
     /// nobody of a question that waits, so there is nothing but time to go by.
     static void letArrive() { QTest::qWait(200); }
+    /// Returns when an answer that was on its way has met somebody, or nobody.
+    static void letPass() { QTest::qWait(2 * Trivex::PinQuestions::AnswerDelay.milliseconds()); }
     /// "a" is asked, "b" waits behind it.
     bool askTwice();
 
@@ -132,7 +135,7 @@ void TestSignQueue::eachHasItsOwnAnswer()
             QTRY_COMPARE_WITH_TIMEOUT(asked.count(), before + 1, Patience);
         else
             QTRY_VERIFY_WITH_TIMEOUT(third.isOver(), Patience);
-        QVERIFY(clock.elapsed() >= 1000);
+        QVERIFY(clock.elapsed() >= Trivex::PinQuestions::AnswerDelay.milliseconds());
     }
     QTRY_COMPARE(first.answer(), QByteArray("1111"));
     QTRY_COMPARE(second.answer(), QByteArray("2222"));
@@ -160,7 +163,7 @@ void TestSignQueue::acceptedTwiceIsOneAnswer()
     accept("1112");
     QTRY_COMPARE(m_first->answer(), QByteArray("1111"));
     QTRY_COMPARE(m_asked->count(), 2);
-    QTest::qWait(1200); // longer than an answer is on its way: none must come for "b"
+    letPass(); // none must come for "b"
     QCOMPARE(m_second->answer(), QByteArray("?"));
     accept("2222");
     QTRY_COMPARE(m_second->answer(), QByteArray("2222"));
@@ -173,7 +176,7 @@ void TestSignQueue::rejectedWhileTheAnswerIsOnItsWay()
     m_signer->pinRejected();
     QTRY_COMPARE(m_first->answer(), QByteArray("-"));
     QTRY_COMPARE(m_asked->count(), 2);
-    QTest::qWait(1200); // longer than an answer is on its way: none must come for "b"
+    letPass(); // none must come for "b"
     QCOMPARE(m_second->answer(), QByteArray("?"));
     m_signer->pinRejected();
     QTRY_COMPARE(m_second->answer(), QByteArray("-"));
@@ -194,11 +197,11 @@ void TestSignQueue::withdrawnWhileTheAnswerIsOnItsWay()
 {
     QVERIFY(askTwice());
     accept("1111");
-    QTest::qWait(300); // in the middle of the second for which the answer is on its way
+    QTest::qWait(1); // the answer is on its way
     Trivex::cancelQuestions(QStringLiteral("a"));
     QTRY_COMPARE(m_first->answer(), QByteArray("-"));
     QTRY_COMPARE(m_asked->count(), 2);
-    QTest::qWait(1200); // longer than an answer is on its way: none must come for "b"
+    letPass(); // none must come for "b"
     QCOMPARE(m_second->answer(), QByteArray("?"));
     accept("2222");
     QTRY_COMPARE(m_second->answer(), QByteArray("2222"));
@@ -242,7 +245,7 @@ void TestSignQueue::destroyedWithQuestions()
     m_signer.reset();
     QTRY_COMPARE(m_first->answer(), QByteArray("-"));
     QTRY_COMPARE(m_second->answer(), QByteArray("-"));
-    QTest::qWait(1200); // the answer that was on its way must meet nobody
+    letPass(); // it must meet nobody
 }
 
 void TestSignQueue::destroyedByTheQuestion()
@@ -303,6 +306,7 @@ int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     const QCA::Initializer initializer;
+    TrivexTest::shortenPauses();
     TestSignQueue test;
     return QTest::qExec(&test, argc, argv);
 }

@@ -5,6 +5,7 @@
 #include "signing/loaderfile.h"
 #include "signing/signverify.h"
 #include "tests/signing/scriptedkey.h"
+#include "tests/support/shortpauses.h"
 
 #include <QAbstractEventDispatcher>
 #include <QMetaEnum>
@@ -22,6 +23,7 @@ using namespace TrivexTest;
 namespace {
 
 const QByteArray data = "What is signed";
+constexpr int Patience = 30000; // ms
 
 QByteArray hexDigest(const QByteArray &bytes)
 {
@@ -72,6 +74,7 @@ private:
 class TestSignVerify : public QObject {
     Q_OBJECT
 private Q_SLOTS:
+    void init();
     void interface();
     void signsAndVerifies();
     void signaturesKeepTheirOrder();
@@ -93,6 +96,15 @@ private:
     QString path(const char *name) const { return m_directory.filePath(QLatin1String(name)); }
     QTemporaryDir m_directory;
 };
+
+/// The first test of all waits for the real pauses.
+void TestSignVerify::init()
+{
+    if (qstrcmp(QTest::currentTestFunction(), "signsAndVerifies") == 0)
+        Trivex::Pause::shorten(1);
+    else
+        shortenPauses();
+}
 
 void TestSignVerify::interface()
 {
@@ -133,14 +145,14 @@ void TestSignVerify::signsAndVerifies()
     signer.sign(data, path("a.sig"), entry.get());
     QVERIFY(isSigned.isEmpty());
     QVERIFY(!QFile::exists(path("a.sig")));
-    QVERIFY(isSigned.wait(30000));
+    QVERIFY(isSigned.wait(Patience));
     QVERIFY(timer.elapsed() >= 3000);
     QCOMPARE(contents(path("a.sig")).size(), 256);
 
     timer.restart();
     signer.verify(data, path("a.sig"), entry.get());
     QVERIFY(isVerified.isEmpty());
-    QVERIFY(isVerified.wait(30000));
+    QVERIFY(isVerified.wait(Patience));
     QVERIFY(timer.elapsed() >= 1000);
     QCOMPARE(signer.error(), int(SignVerify::NoError));
     // The entry has no certificate to show.
@@ -188,7 +200,7 @@ void TestSignVerify::signatureIsThatOfOpenssl()
     QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
     const auto entry = bundleEntry(softwareKey());
     signer.sign(data, path("a.sig"), entry.get());
-    QVERIFY(isSigned.wait(6000));
+    QVERIFY(isSigned.wait(Patience));
     write(path("text"), hexDigest(data));
     QVERIFY(softwareKey().toPEMFile(path("key.pem")));
     const auto openssl = [this](const QStringList &arguments) {
@@ -214,16 +226,16 @@ void TestSignVerify::changedDataIsRefused()
     write(path("good.sig"), key.signMessage(hexDigest(data), QCA::EMSA3_Raw));
     const Messages messages;
     signer.verify(data + "x", path("good.sig"), entry.get());
-    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorVerify), 3000);
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorVerify), Patience);
     QCOMPARE(messages.take(), QStringList({QStringLiteral("0 Error verify")}));
     QSignalSpy isVerified(&signer, &SignVerify::verifySuccess);
     signer.verify(data, path("good.sig"), entry.get());
-    QVERIFY(isVerified.wait(3000));
+    QVERIFY(isVerified.wait(Patience));
     // A signature with something behind it is none.
     write(path("long.sig"), contents(path("good.sig")) + "x");
     signer.setError(0);
     signer.verify(data, path("long.sig"), entry.get());
-    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorVerify), 3000);
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorVerify), Patience);
 }
 
 void TestSignVerify::failuresOfSigning()
@@ -241,14 +253,14 @@ void TestSignVerify::failuresOfSigning()
     noEntry.sign(data, path("none.sig"), nullptr);
     noBundle.sign(data, path("none.sig"), &empty);
     noKey.sign(data, path("none.sig"), keyless.get());
-    QTRY_COMPARE_WITH_TIMEOUT(noEntry.error(), int(SignVerify::ErrorSign), 6000);
-    QTRY_COMPARE_WITH_TIMEOUT(noBundle.error(), int(SignVerify::ErrorSign), 6000);
-    QTRY_COMPARE_WITH_TIMEOUT(noKey.error(), int(SignVerify::ErrorSign), 6000);
+    QTRY_COMPARE_WITH_TIMEOUT(noEntry.error(), int(SignVerify::ErrorSign), Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(noBundle.error(), int(SignVerify::ErrorSign), Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(noKey.error(), int(SignVerify::ErrorSign), Patience);
     QCOMPARE(messages.take(), QStringList());
     notRsa.sign(data, path("none.sig"), foreign.get());
     refused.sign(data, path("none.sig"), refusing.get());
-    QTRY_COMPARE_WITH_TIMEOUT(notRsa.error(), int(SignVerify::ErrorSign), 6000);
-    QTRY_COMPARE_WITH_TIMEOUT(refused.error(), int(SignVerify::ErrorSign), 6000);
+    QTRY_COMPARE_WITH_TIMEOUT(notRsa.error(), int(SignVerify::ErrorSign), Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(refused.error(), int(SignVerify::ErrorSign), Patience);
     QCOMPARE(messages.take(),
              QStringList({QStringLiteral("0 Error sign"), QStringLiteral("0 Error sign")}));
     QVERIFY(!QFile::exists(path("none.sig")));
@@ -270,21 +282,21 @@ void TestSignVerify::failuresOfVerifying()
     // Without an entry the file is not even looked for.
     noEntry.verify(data, path("missing.sig"), nullptr);
     noKey.verify(data, path("some.sig"), keyless.get());
-    QTRY_COMPARE_WITH_TIMEOUT(noEntry.error(), int(SignVerify::ErrorVerify), 3000);
-    QTRY_COMPARE_WITH_TIMEOUT(noKey.error(), int(SignVerify::ErrorVerify), 3000);
+    QTRY_COMPARE_WITH_TIMEOUT(noEntry.error(), int(SignVerify::ErrorVerify), Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(noKey.error(), int(SignVerify::ErrorVerify), Patience);
     QCOMPARE(messages.take(), QStringList());
     noFile.verify(data, path("missing.sig"), good.get());
-    QTRY_COMPARE_WITH_TIMEOUT(noFile.error(), int(SignVerify::ErrorNotFoundCmsFile), 3000);
+    QTRY_COMPARE_WITH_TIMEOUT(noFile.error(), int(SignVerify::ErrorNotFoundCmsFile), Patience);
     QCOMPARE(messages.take(), QStringList({QStringLiteral("1 could not open CMS file")}));
     // The file is looked for before the key is.
     SignVerify neither;
     neither.verify(data, path("missing.sig"), keyless.get());
-    QTRY_COMPARE_WITH_TIMEOUT(neither.error(), int(SignVerify::ErrorNotFoundCmsFile), 3000);
+    QTRY_COMPARE_WITH_TIMEOUT(neither.error(), int(SignVerify::ErrorNotFoundCmsFile), Patience);
     pipe.verify(data, path("pipe"), good.get());
-    QTRY_COMPARE_WITH_TIMEOUT(pipe.error(), int(SignVerify::ErrorNotFoundCmsFile), 3000);
+    QTRY_COMPARE_WITH_TIMEOUT(pipe.error(), int(SignVerify::ErrorNotFoundCmsFile), Patience);
     messages.take();
     notRsa.verify(data, path("some.sig"), foreign.get());
-    QTRY_COMPARE_WITH_TIMEOUT(notRsa.error(), int(SignVerify::ErrorVerify), 3000);
+    QTRY_COMPARE_WITH_TIMEOUT(notRsa.error(), int(SignVerify::ErrorVerify), Patience);
     QCOMPARE(messages.take(), QStringList({QStringLiteral("0 Error verify")}));
 }
 
@@ -298,18 +310,18 @@ void TestSignVerify::keyOfAnotherKind()
     QSignalSpy asked(&signer, &SignVerify::getPin);
     const auto refusing = bundleEntry(scriptedKey(softwareKey(), [] { return false; }));
     signer.sign(data, path("kind.sig"), refusing.get());
-    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), 6000);
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), Patience);
     QCOMPARE(failed.size(), 0);
 
     const auto foreign = bundleEntry(foreignKey());
     signer.setError(SignVerify::NoError);
     signer.sign(data, path("kind.sig"), foreign.get());
-    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), 6000);
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), Patience);
     QCOMPARE(failed.size(), 1);
     QVERIFY(!QFile::exists(path("kind.sig")));
     write(path("kind.sig"), "x");
     signer.verify(data, path("kind.sig"), foreign.get());
-    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorVerify), 6000);
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorVerify), Patience);
     QCOMPARE(failed.size(), 2);
     for (const QList<QVariant> &one : qAsConst(failed)) {
         const auto error = one.first().value<Trivex::TokenError>();
@@ -325,14 +337,15 @@ void TestSignVerify::errorNotifiedOnce()
     QSignalSpy changed(&signer, &SignVerify::errorChanged);
     signer.verify(data, path("x"), nullptr);
     signer.verify(data, path("x"), nullptr);
-    QTest::qWait(1500); // both have failed, and only one change may be told
+    QTest::qWait(
+        Trivex::Pause(1500).milliseconds()); // both have failed, and only one change may be told
     QCOMPARE(changed.count(), 1);
     signer.setError(0);
     QCOMPARE(changed.count(), 2);
     signer.setError(0);
     QCOMPARE(changed.count(), 2);
     signer.verify(data, path("x"), nullptr);
-    QVERIFY(changed.wait(2000));
+    QVERIFY(changed.wait(Patience));
     QCOMPARE(signer.error(), int(SignVerify::ErrorVerify));
 }
 
@@ -345,7 +358,7 @@ void TestSignVerify::unwritableFile()
     const Messages messages;
     signer.sign(data, path("no/such/directory.sig"), entry.get());
     signer.sign(data, path("pipe"), entry.get());
-    QTRY_COMPARE_WITH_TIMEOUT(isSigned.count(), 2, 8000);
+    QTRY_COMPARE_WITH_TIMEOUT(isSigned.count(), 2, Patience);
     // Which of the two is done first is the threads' matter.
     QStringList said = messages.take();
     said.sort();
@@ -367,8 +380,8 @@ void TestSignVerify::cutFileIsNotSigned()
     signer.sign(loader.rawData(), path("cut.sig"), entry.get());
     verifier.verify(loader.rawData(), path("some.sig"), entry.get());
     QVERIFY(QFile::resize(path("cut.txt"), 100));
-    QTRY_COMPARE_WITH_TIMEOUT(verifier.error(), int(SignVerify::ErrorVerify), 3000);
-    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorVerify), 6000);
+    QTRY_COMPARE_WITH_TIMEOUT(verifier.error(), int(SignVerify::ErrorVerify), Patience);
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorVerify), Patience);
     QCOMPARE(messages.take(),
              QStringList({QStringLiteral("0 Hash calculation error during verification."),
                           QStringLiteral("0 Hash calculation error during signing.")}));
@@ -387,7 +400,7 @@ void TestSignVerify::loaderReplacedMeanwhile()
     signer.sign(loader->rawData(), path("first.sig"), entry.get());
     loader->setFilePath(path("second.txt"));
     loader.reset();
-    QVERIFY(isSigned.wait(6000));
+    QVERIFY(isSigned.wait(Patience));
     QCA::RSAPrivateKey key = softwareKey().toRSA();
     QCOMPARE(contents(path("first.sig")), key.signMessage(hexDigest("first file"), QCA::EMSA3_Raw));
 }
@@ -403,7 +416,8 @@ void TestSignVerify::destroyedMeanwhile()
     signer->sign(data, path("gone.sig"), entry.get());
     signer->verify(data, path("gone.sig"), entry.get());
     signer.reset();
-    QTest::qWait(3500); // longer than the jobs' own time: nothing must come of them
+    QTest::qWait(Trivex::Pause(3500)
+                     .milliseconds()); // longer than the jobs' own time: nothing must come of them
     QCOMPARE(asked, 0);
     QVERIFY(!QFile::exists(path("gone.sig")));
 
@@ -416,7 +430,7 @@ void TestSignVerify::destroyedMeanwhile()
     }));
     signer->sign(data, path("gone.sig"), destroying.get());
     signer->sign(data, path("gone.sig"), destroying.get());
-    QTRY_COMPARE_WITH_TIMEOUT(asked, 1, 6000);
+    QTRY_COMPARE_WITH_TIMEOUT(asked, 1, Patience);
     QTest::qWait(200); // nothing must follow in this time
     QCOMPARE(asked, 1);
     QVERIFY(!QFile::exists(path("gone.sig")));
@@ -428,7 +442,7 @@ void TestSignVerify::entryDestroyedMeanwhile()
     auto entry = bundleEntry(softwareKey());
     signer.sign(data, path("gone.sig"), entry.get());
     entry.reset();
-    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), 6000);
+    QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), Patience);
     QVERIFY(!QFile::exists(path("gone.sig")));
 
     // Destroyed while it signs: the key is a copy.
@@ -439,7 +453,7 @@ void TestSignVerify::entryDestroyedMeanwhile()
     }));
     QSignalSpy isSigned(&signer, &SignVerify::signSuccess);
     signer.sign(data, path("kept.sig"), destroyed.get());
-    QVERIFY(isSigned.wait(6000));
+    QVERIFY(isSigned.wait(Patience));
     QCOMPARE(contents(path("kept.sig")).size(), 256);
 }
 
@@ -460,7 +474,7 @@ void TestSignVerify::certificateOfTheEntry()
             [&] { order << QStringLiteral("certificate"); });
     connect(&signer, &SignVerify::verifySuccess, this, [&] { order << QStringLiteral("success"); });
     signer.verify(data, path("good.sig"), entry.get());
-    QTRY_COMPARE_WITH_TIMEOUT(order.size(), 2, 3000);
+    QTRY_COMPARE_WITH_TIMEOUT(order.size(), 2, Patience);
     QCOMPARE(order, QStringList({QStringLiteral("certificate"), QStringLiteral("success")}));
     QVERIFY(!first);
     QCOMPARE(signer.ceritficate()->commonName(), QStringLiteral("Software"));
