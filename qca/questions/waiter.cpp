@@ -59,10 +59,12 @@ void Waiter::waitInEventLoop()
     const QuestionScope nobody(nullptr);
     const GenerationTarget::None nowhere;
     QEventLoop loop;
-    // Queued, so that what is resolved between these lines still ends the loop.
+    // Queued, so that what is resolved between these lines still ends the loop, and behind what the
+    // resolving thread has told this one before: why an operation failed is known when it returns.
     connect(this, &Waiter::resolved, &loop, &QEventLoop::quit, Qt::QueuedConnection);
-    if (!isResolved())
-        loop.exec();
+    if (isResolved())
+        QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
+    loop.exec();
 }
 
 void Waiter::block()

@@ -20,6 +20,7 @@ private Q_SLOTS:
     void nothingIsInForceInsideTheLoop();
     void nestedLoopsGiveBackWhatTheyFound();
     void resolvedBeforeIsNoWaiting();
+    void whatWasToldBeforeHasArrived();
     void resolvedByAnotherThread();
     void otherThreadsBlock();
     void firstCallDecides();
@@ -77,6 +78,21 @@ void TestWaiter::resolvedBeforeIsNoWaiting()
     waiter.resolve();
     waiter.wait();
     QVERIFY(waiter.isResolved());
+}
+
+void TestWaiter::whatWasToldBeforeHasArrived()
+{
+    // A token tells why it failed, then ends the waiting: here before the waiting has begun.
+    Waiter waiter;
+    bool isTold = false;
+    std::thread token([&] {
+        QMetaObject::invokeMethod(
+            this, [&] { isTold = true; }, Qt::QueuedConnection);
+        waiter.resolve();
+    });
+    token.join();
+    waiter.wait();
+    QVERIFY(isTold);
 }
 
 void TestWaiter::resolvedByAnotherThread()
