@@ -181,8 +181,18 @@ bool Steps::startImport(const QString &path)
         && m_driver.click(QStringLiteral("importAccept"));
 }
 
-void Steps::savePicture(const char *test) const
+void Steps::leaveTraces(const char *test) const
 {
+    QStringList open;
+    for (const QObject *object : m_driver.window()->findChildren<QObject *>()) {
+        if (object->inherits("QQuickPopup") && object->property("visible").toBool())
+            open << object->objectName();
+    }
+    const QQuickItem *focus = m_driver.window()->activeFocusItem();
+    qInfo("after %s: page %s; open: %s; focus: %s", test,
+          qPrintable(m_driver.window()->property("current").toString()),
+          qPrintable(open.join(QLatin1String(", "))),
+          focus ? qPrintable(focus->objectName()) : "none");
     m_driver.window()->grabWindow().save(
         QDir::temp().filePath(QStringLiteral("trivex-%1.png").arg(QLatin1String(test))));
 }

@@ -54,8 +54,9 @@ public:
     /// Opens a certificate file in the import dialog and confirms it.
     bool startImport(const QString &path);
 
-    /// What a failed test leaves behind for whoever looks into it.
-    void savePicture(const char *test) const;
+    /// What a failed test leaves behind for whoever looks into it: a line in the log, a picture in
+    /// the folder for temporary files.
+    void leaveTraces(const char *test) const;
     /// Leaves whatever is open.
     void escape();
 

@@ -51,7 +51,7 @@ void WindowTest::cleanup()
     if (!m_window)
         return;
     if (QTest::currentTestFailed())
-        m_steps->savePicture(QTest::currentTestFunction());
+        m_steps->leaveTraces(QTest::currentTestFunction());
     m_window->forgetWatches();
     restore();
     m_steps->escape();
