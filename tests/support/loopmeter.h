@@ -2,14 +2,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QByteArray>
 #include <QElapsedTimer>
+#include <QHash>
 #include <QTimer>
 
 namespace TrivexTest {
 
 /// How long this thread's event loop stands still at most: the time between two beats of a timer,
-/// less what the thread spent ready to run while other programs had the processor (as Linux counts
-/// it, `/proc/thread-self/schedstat`). Waiting for a lock or for another thread counts.
+/// less what this thread, or one of ours that it may have waited for, spent ready to run while
+/// other programs had the processor (as Linux counts it, `schedstat` in /proc). So waiting for a
+/// lock or for another thread counts, and a busy machine does not.
 class LoopMeter : public QObject {
 public:
     /// What nobody notices, in milliseconds; instrumented code has ten times as long.
@@ -45,10 +48,14 @@ public:
 
 private:
     void beat();
+    void lookAtThreads();
 
     QTimer m_timer;
     QElapsedTimer m_sinceLast;
-    qint64 m_queued = 0; // ns
+    QElapsedTimer m_sinceLook;
+    QHash<QByteArray, qint64> m_queued; ///< ns by thread, as of the last look
+    qint64 m_ownQueued = 0; // ns
+    qint64 m_othersQueued = 0; ///< ns, the most of one thread between the last two looks
     int m_beats = 0;
     qint64 m_longest = 0;
     qint64 m_longestByTheClock = 0;
