@@ -16,37 +16,53 @@
 class Certificate : public QObject, public Trivex::EncodedObject {
     Q_OBJECT
     Q_INTERFACES(Trivex::EncodedObject)
+    /// The subject's common name (CN); of several the first.
     Q_PROPERTY(QString commonName READ commonName CONSTANT)
     /// Bytes of the serial number in hex, joined by colons; see `Trivex::hexText()`.
     Q_PROPERTY(QString serialNumber READ serialNumber CONSTANT)
+    /// When it becomes valid. An invalid date where that can't be read.
     Q_PROPERTY(QDateTime notValidBefore READ notValidBefore CONSTANT)
+    /// When it ends. An invalid date where that can't be read.
     Q_PROPERTY(QDateTime notValidAfter READ notValidAfter CONSTANT)
     /// The common name of the issuer.
     Q_PROPERTY(QString issuer READ issuer CONSTANT)
     /// "Not qualified" for every certificate.
     Q_PROPERTY(QString signatureType READ signatureType CONSTANT)
+    /// The subject's organization (O).
     Q_PROPERTY(QString subjectOrganization READ subjectOrganization CONSTANT)
+    /// The subject's department (OU).
     Q_PROPERTY(QString subjectOrganizationalUnit READ subjectOrganizationalUnit CONSTANT)
+    /// The subject's city or town (L).
     Q_PROPERTY(QString subjectLocality READ subjectLocality CONSTANT)
+    /// The subject's country, two letters (C).
     Q_PROPERTY(QString subjectCountryCode READ subjectCountryCode CONSTANT)
+    /// How the issuer signed it, as QCA names it: "SHA256, with EMSA3".
     Q_PROPERTY(QString signatureAlgorithm READ signatureAlgorithm CONSTANT)
+    /// The same as `commonName`, for views that show the subject beside the issuer.
     Q_PROPERTY(QString subjectName READ subjectName CONSTANT)
     /// The state or region, not the country.
     Q_PROPERTY(QString subjectCountry READ subjectCountry CONSTANT)
     /// The street, or the locality where no street is given. The spelling is interface.
     Q_PROPERTY(QString subjecAddress READ subjecAddress CONSTANT)
-    Q_PROPERTY(QString subjectEmail READ subjectEmail CONSTANT)
+    Q_PROPERTY(QString subjectEmail READ subjectEmail CONSTANT) ///< the subject's e-mail address
+    /// The taxpayer number of a person, 12 digits (1.2.643.3.131.1.1).
     Q_PROPERTY(QString subjectInn READ subjectInn CONSTANT)
+    /// The personal insurance number, 11 digits (1.2.643.100.3).
     Q_PROPERTY(QString subjectSnils READ subjectSnils CONSTANT)
+    /// The registration number of a company, 13 digits (1.2.643.100.1).
     Q_PROPERTY(QString subjectOgrn READ subjectOgrn CONSTANT)
+    /// The taxpayer number of a company, 10 digits (1.2.643.100.4).
     Q_PROPERTY(QString subjectInnle READ subjectInnle CONSTANT)
+    /// The registration number of a sole proprietor, 15 digits (1.2.643.100.5).
     Q_PROPERTY(QString subjectOgrnip READ subjectOgrnip CONSTANT)
+    /// How the authority made sure of the subject, a digit (1.2.643.100.114).
     Q_PROPERTY(QString subjectIdentificationKind READ subjectIdentificationKind CONSTANT)
     /// Bytes of the subject key identifier, written as the serial number is.
     Q_PROPERTY(QString publicKeyId READ publicKeyId CONSTANT)
-    Q_PROPERTY(QString publicKeyTypeAlgorithm READ publicKeyTypeAlgorithm CONSTANT)
+    Q_PROPERTY(QString publicKeyTypeAlgorithm READ publicKeyTypeAlgorithm CONSTANT) ///< "RSA"
     /// The subject's organization.
     Q_PROPERTY(QString publicKeyMarker READ publicKeyMarker CONSTANT)
+    /// Whether the private key is there, in a word; a certificate alone has none.
     Q_PROPERTY(QString privateKeyAvailability READ privateKeyAvailability CONSTANT)
     /// The software token, for keys of every store; empty without a key bundle.
     Q_PROPERTY(QString privateKeyLocation READ privateKeyLocation CONSTANT)
@@ -57,6 +73,7 @@ class Certificate : public QObject, public Trivex::EncodedObject {
     Q_PROPERTY(QString fileName READ fileName CONSTANT)
     /// True for a self-signed certificate whose subject and issuer have the same common name.
     Q_PROPERTY(bool isRoot READ isRoot CONSTANT)
+    /// True for a certificate that could not be read, which has no values.
     Q_PROPERTY(bool isNull READ isNull CONSTANT)
 
 public:

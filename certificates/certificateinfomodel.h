@@ -35,6 +35,7 @@ public:
     ~CertificateInfoModel() override;
 
     Certificate *certificate() const { return m_certificate; }
+    /// Shows this certificate; null empties the model. Not owned.
     Q_INVOKABLE void setCertificate(Certificate *certificate);
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;

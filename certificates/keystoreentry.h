@@ -18,6 +18,7 @@ Q_DECLARE_METATYPE(QCA::KeyStoreEntry *)
 /// GUI thread only.
 class KeyStoreEntry : public QObject {
     Q_OBJECT
+    /// The name that the store gives the entry.
     Q_PROPERTY(QString name READ name CONSTANT)
     /// The wrapped entry itself; valid while this object lives.
     Q_PROPERTY(QCA::KeyStoreEntry *data READ data CONSTANT)

@@ -9,10 +9,13 @@ import Trivex.Crypto.Tools 1.0
 /// The round mark with a name's first letter, in the colours of its validity.
 Rectangle {
     id: avatar
+    /// The letter that is shown: usually the first of a name.
     property string letter
     /// Instead of a letter.
     property string icon
+    /// A `Validity.State`, whose colours the mark has.
     property int validity: Validity.Unknown
+    /// Its width and height.
     property real size: Math.round(Theme.fontSize * 2.5)
     implicitWidth: size
     implicitHeight: size

@@ -9,8 +9,11 @@ import Trivex.Crypto.Tools 1.0
 /// A validity, or anything else, as a word on a coloured ground; the word alone says it all.
 Rectangle {
     id: badge
+    /// A `Validity.State`, for word and colours.
     property int validity: Validity.Unknown
+    /// The word; the validity's own where nothing else is assigned.
     property string text: Validity.word(validity)
+    /// The colour of the word.
     property color ink: Theme.stateColor(validity)
     implicitWidth: label.implicitWidth + Theme.unit * 2
     implicitHeight: label.implicitHeight + Theme.unit * 0.6

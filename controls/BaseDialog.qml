@@ -15,7 +15,9 @@ import Trivex.Crypto.Controls 1.0
 /// renderer, and most cut off a long title.
 Dialog {
     id: dialog
+    /// The width that it has where the window leaves room for it.
     property real preferredWidth: Theme.fontSize * 33
+    /// The content, in a column.
     default property alias body: column.data
     parent: Overlay.overlay
     anchors.centerIn: parent
@@ -66,6 +68,7 @@ Dialog {
         if (first)
             first.forceActiveFocus(Qt.PopupFocusReason)
     }
+    // internal
     function defaultButton(item) {
         for (let i = 0; item && i < item.children.length; ++i) {
             const child = item.children[i]

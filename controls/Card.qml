@@ -8,9 +8,13 @@ import Trivex.Crypto.Controls 1.0
 /// A framed group of things, with a heading when `title` is set.
 Rectangle {
     id: card
+    /// The heading; there is none while it is empty.
     property string title
+    /// The room between the frame and what is in it.
     property real padding: Theme.unit * 2
+    /// What the frame holds, in a column.
     default property alias content: column.data
+    /// The room between the things in the column.
     property alias spacing: column.spacing
     implicitWidth: 240
     implicitHeight: column.implicitHeight + padding * 2

@@ -9,22 +9,37 @@ import Trivex.Crypto.Tools 1.0
 /// Name, validity and the actions of a certificate, above its details.
 Card {
     id: header
+    /// Whose certificate it is.
     property string name
+    /// When it becomes valid, a date; undefined for a request.
     property var from
+    /// When it ends, a date; undefined for a request.
     property var until
+    /// A `Validity.State`, for the mark and the badge.
     property int validity: Validity.Unknown
+    /// Where it lies: the name of a token or a store.
     property string place
+    /// Offers "Export".
     property bool canExport: true
+    /// Offers "Remove".
     property bool canRemove: false
+    /// Offers to sign a document with its key.
     property bool canSign: false
+    /// Offers to edit it, which saved requests can be.
     property bool canEdit: false
+    /// Its token is at work, so that nothing that changes it is offered.
     property bool busy: false
     /// Something to know before acting; nothing when empty.
     property string note
+    /// "Export" was pressed.
     signal exportAsked()
+    /// "Remove" was pressed.
     signal removeAsked()
+    /// The button to sign a document was pressed.
     signal signAsked()
+    /// "Edit" was pressed.
     signal editAsked()
+    /// Everything that is shown is wanted on the clipboard.
     signal copyAsked()
 
     Label {

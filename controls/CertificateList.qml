@@ -16,26 +16,26 @@ import Trivex.Crypto.Tools 1.0
 /// button, the menu key and Shift+F10 for a menu.
 FocusScope {
     id: view
-    property alias model: list.model
-    property alias count: list.count
-    property alias currentIndex: list.currentIndex
+    property alias model: list.model ///< the rows
+    property alias count: list.count ///< how many rows there are
+    property alias currentIndex: list.currentIndex ///< the row where the keyboard is; -1 for none
+    /// Decides which rows are picked, for other views too; null for a list by itself.
     property RowSelection selection
+    /// The row that details are shown of; -1 for none.
     readonly property int selectedRow: selection ? selection.row : list.currentIndex
-    property alias listView: list
+    property alias listView: list ///< the view inside, for its position and its delegates
     /// A function that gives the URLs of the picked rows as files, where they can be dragged out.
     property alias dragUrls: rowDrag.urls
-    property string pattern
-    property bool sections: true
-    signal picked(int index)
-    signal activated(int index)
+    property string pattern ///< the text that was searched for: it is marked in the rows
+    property bool sections: true ///< groups the rows by their "section" role
+    signal picked(int index) ///< that row was picked, by keyboard or mouse
+    signal activated(int index) ///< that row was opened: its details are wanted
     /// A row was opened by keyboard, or by a double click.
     signal entered()
-    signal removeAsked()
-    signal copyAsked()
-    /// At a point of this item.
-    signal menuAsked(real x, real y)
-    /// Letters were typed that mean no command.
-    signal typed(string text)
+    signal removeAsked() ///< Delete was pressed: the picked rows are to be removed
+    signal copyAsked() ///< Ctrl+C was pressed: the picked rows are wanted on the clipboard
+    signal menuAsked(real x, real y) ///< at a point of this item
+    signal typed(string text) ///< letters that mean no command
 
     onSelectedRowChanged: follow()
     /// A view moves its current row when rows come and go.
@@ -43,6 +43,7 @@ FocusScope {
         if (selection)
             list.currentIndex = selection.row
     }
+    /// Picks that row alone and brings it into sight.
     function pick(index) {
         const row = Math.max(0, Math.min(count - 1, index))
         if (count === 0 || row === selectedRow && !(selection && selection.count > 1))
@@ -53,16 +54,19 @@ FocusScope {
             list.currentIndex = row
         view.picked(row)
     }
+    /// Opens the current row: `activated` follows.
     function open() {
         if (selectedRow >= 0)
             view.activated(selectedRow)
     }
+    /// Opens the current row as Enter does: `activated` and `entered` follow.
     function enter() {
         if (selectedRow < 0)
             return
         open()
         entered()
     }
+    /// Whether that row is picked.
     function isChosen(index) {
         return index === selectedRow || selection !== null && selection.count > 1
             && selection.isChosen(index)
@@ -73,10 +77,12 @@ FocusScope {
         list.forceActiveFocus(Qt.OtherFocusReason)
         quiet = false
     }
+    // internal
     property bool quiet: false
     /// Where the last click was, in the window.
     property point lastClick
 
+    // internal
     function take(index, button, modifiers) {
         list.forceActiveFocus(Qt.MouseFocusReason)
         if (button === Qt.RightButton) {
@@ -98,12 +104,14 @@ FocusScope {
                   [Qt.Key_Home]: 0, [Qt.Key_End]: count - 1,
                   [Qt.Key_PageDown]: now + page, [Qt.Key_PageUp]: now - page })
     }
+    // internal
     function move(to, extending) {
         if (extending && selection)
             selection.extendTo(Math.max(0, Math.min(count - 1, to)))
         else
             pick(to)
     }
+    // internal
     function askMenu() {
         const row = list.itemAtIndex(selectedRow)
         if (row)
@@ -130,6 +138,7 @@ FocusScope {
             return false
         return true
     }
+    // internal
     function drag(index) {
         if (!isChosen(index))
             pick(index)

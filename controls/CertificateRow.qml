@@ -9,19 +9,29 @@ import Trivex.Crypto.Tools 1.0
 /// One certificate or request in a list. The searched text is marked where it was found.
 ItemDelegate {
     id: row
+    /// Whose certificate it is.
     property string name
+    /// Who issued it.
     property string issuer
+    /// Where it lies; not shown while it is empty.
     property string place
+    /// The letter of its mark.
     property string letter
+    /// A `Validity.State`.
     property int validity: Validity.Unknown
+    /// When it ends, a date; undefined for a request.
     property var until
+    /// The text that is marked where it was found.
     property string pattern
+    /// Shows that its private key is there.
     property bool hasKey: false
     /// A key without a certificate; `issuer` is its kind then.
     property bool isKey: false
     /// Only after the PIN is entered is it known whether there is a key.
     property bool keyPresumed: false
+    /// What is said of a key that no login has shown yet.
     readonly property string keyNote: keyPresumed ? qsTrId("trivex-app-key-unseen") : ""
+    /// The validity in a word.
     readonly property string state_: isKey ? "" : Validity.word(validity)
 
     implicitHeight: Theme.rowHeight

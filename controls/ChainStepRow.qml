@@ -10,16 +10,23 @@ import Trivex.Crypto.Tools 1.0
 /// is from the checked one, the further it stands in.
 ItemDelegate {
     id: row
+    /// Whose certificate it is.
     property string name
+    /// Where it lies; empty where that is not known.
     property string place
     /// The verdict in a word.
     property string word
+    /// What was found out about it, a sentence for each thing; empty where all is well.
     property string finding
+    /// It is a root that is trusted here.
     property bool trusted: false
+    /// A `CertificateChain.Verdict`.
     property int verdict: CertificateChain.Good
     /// The validity whose colours it has.
     property int shade: Validity.Unknown
+    /// How far it is from the certificate that is checked: 0 for that one.
     property int depth: 0
+    /// Its place, and that it is a trusted root, in a line.
     readonly property string about: [trusted ? qsTrId("trivex-app-chain-trusted-root") : "", place]
         .filter(function(part) { return part.length > 0 }).join(" · ")
 

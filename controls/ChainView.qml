@@ -11,12 +11,15 @@ import Trivex.Crypto.Tools 1.0
 /// nothing to say.
 Card {
     id: view
+    /// The check whose result is shown; not owned.
     property CertificateChain chain
     /// Whether the certificates of the path can be asked for.
     property bool canShow: true
     /// The one of that row of the path's `stepItems` is to be shown in full.
     signal showAsked(int row)
+    /// There is a result.
     readonly property bool ready: chain !== null && chain.ready
+    /// The check is under way.
     readonly property bool running: chain !== null && chain.running
     /// Checks for today, as the empty field says: the chain may keep a date from an earlier view.
     function startOver() {

@@ -7,6 +7,7 @@ import Trivex.Crypto.Controls 1.0
 /// Changes the PIN of a token, with `officer` the one of its administrator: `ask(storeId)`.
 TokenAdminDialog {
     id: dialog
+    /// Changes the administrator's own PIN, not the user's.
     property bool officer: false
     objectName: "changePinDialog"
     title: officer ? qsTrId("trivex-app-change-officer-pin-title")

@@ -7,6 +7,7 @@ import Trivex.Crypto.Controls 1.0
 /// A card for each group of labelled values.
 FillColumn {
     id: view
+    /// What is shown, in the form of `CertificateDetails.groups`.
     property var groups: []
     spacing: Theme.unit * 1.5
     Repeater {

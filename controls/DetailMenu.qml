@@ -7,10 +7,13 @@ import Trivex.Crypto.Controls 1.0
 /// What can be done with one value.
 Menu {
     id: menu
+    /// What the value is.
     property string label
+    /// The whole value.
     property string value
     /// The part of it that is selected.
     property string part
+    /// That text was put on the clipboard.
     signal copied(string text)
 
     objectName: "detailMenu"

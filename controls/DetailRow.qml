@@ -9,18 +9,26 @@ import Trivex.Crypto.Controls 1.0
 /// what is selected, or all of it where nothing is. `flag` says what is wrong with it.
 GridLayout {
     id: row
+    /// What the value is.
     property string label
+    /// The value, which may have several lines.
     property string value
+    /// Shows the value in letters of one width, as bytes are.
     property bool fixedWidth: false
     /// A line may end at any character: there are no words in it.
     property bool wordless: false
+    /// What is wrong with the value; nothing while it is empty.
     property string flag
+    /// The value, or a part of it, was put on the clipboard.
     signal copied()
+    /// The value is below its label: beside it there is no room.
     readonly property bool stacked: width < Theme.fontSize * 24
+    /// Puts a text on the clipboard, and tells by `copied`.
     function copy(text) {
         Desktop.copy(text)
         copied()
     }
+    /// Opens the menu of the value at a point of this item.
     function openMenu(x, y) {
         const menu = menuOfValue.createObject(value, {
             label: row.label, value: row.value, part: value.selectedText })

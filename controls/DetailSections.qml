@@ -9,14 +9,17 @@ import Trivex.Crypto.Controls 1.0
 /// structure. `groups` is what `CertificateDetails` gives.
 FillColumn {
     id: sections
+    /// What is shown as cards, in the form of `CertificateDetails.groups`.
     property var groups: []
     /// Called when the text is to be shown: large ones take a moment.
     property var pem: function() { return "" }
+    /// Called when the ASN.1 tree is to be shown.
     property var structure: function() { return "" }
     /// Whether there is anything to be had from `pem` and `structure`.
     property bool hasEncoding: false
     /// Whether somebody answers `pdfAsked` and `printAsked`.
     property bool printable: false
+    /// What is shown: 0 the values, 1 the PEM text, 2 the structure.
     property int current: 0
     /// More rows than can be made without a pause in the window's drawing.
     readonly property bool crowded: rowsIn(groups) > 80
@@ -24,16 +27,19 @@ FillColumn {
     signal copied()
     /// The values are to be saved as a document, or printed.
     signal pdfAsked()
+    /// The values are to be printed.
     signal printAsked()
 
     spacing: Theme.unit * 1.5
 
+    /// How many rows a list of groups has.
     function rowsIn(list) {
         let count = 0
         for (let i = 0; list && i < list.length; ++i)
             count += list[i].rows.length
         return count
     }
+    /// Shows one of the three, by its number.
     function show(which) {
         current = which
     }

@@ -17,8 +17,11 @@ import Trivex.Crypto.Tools 1.0
 ///     }
 FormPage {
     id: view
+    /// What is shown, in the form of `CertificateDetails.groups`.
     property alias groups: sections.groups
+    /// The `CertificateHeader`, for its values and signals.
     property alias header: header
+    /// The `DetailSections`, for its functions and signals.
     property alias sections: sections
     /// Where it is set, the verdict and the path are shown below the header.
     property CertificateChain chain: null

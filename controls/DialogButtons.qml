@@ -7,6 +7,7 @@ import Trivex.Crypto.Controls 1.0
 /// the dialog is too narrow for that.
 Item {
     id: footer
+    /// The buttons.
     default property alias buttons: grid.data
     /// What all of them take in one line.
     readonly property real lineWidth: {
@@ -17,6 +18,7 @@ Item {
         }
         return Math.max(0, sum)
     }
+    /// They are one below the other.
     readonly property bool stacked: width > 0 && lineWidth > width - Theme.unit * 2
     implicitWidth: lineWidth + Theme.unit * 5
     implicitHeight: Math.max(Theme.controlHeight, grid.implicitHeight) + Theme.unit * 3.5

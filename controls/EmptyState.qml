@@ -8,9 +8,13 @@ import Trivex.Crypto.Controls 1.0
 /// Shown in place of an empty list, with the next step if there is one.
 Item {
     id: empty
+    /// The name of one of the module's icons.
     property string icon
+    /// What is missing, in a few words.
     property string title
+    /// Why, or what to do about it, in a sentence.
     property string text
+    /// The text of the button; there is none while it is empty.
     property string actionText
     /// Another step, for those who can't take the first one.
     property string secondText
@@ -18,7 +22,9 @@ Item {
     property bool isFirst: false
     /// Further steps, below the first.
     default property alias further: steps.data
+    /// The button was pressed.
     signal action()
+    /// The button of `secondText` was pressed.
     signal second()
     implicitHeight: column.implicitHeight
     Column {

@@ -9,23 +9,29 @@ import Trivex.Crypto.Controls 1.0
 /// other, each until it is closed.
 BaseDialog {
     id: dialog
+    /// What went wrong, as a sentence.
     property string cause
+    /// What to do next, as a sentence.
     property string advice
+    /// What "Copy report" puts on the clipboard; the button is hidden while it is empty.
     property string report
     /// The report of this error is on the clipboard.
     property bool copied: false
     /// True while something else must not be covered, such as a question that is being answered:
     /// errors wait until then.
     property bool held: false
+    /// The errors that follow when this one is closed.
     property var waiting: []
 
     objectName: "errorDialog"
     title: qsTrId("trivex-app-error-title")
 
+    /// Shows an error now, or after the one that is shown. The report may be left out.
     function show(cause_, advice_, report_) {
         waiting.push({"cause": cause_, "advice": advice_, "report": report_ ? report_ : ""})
         showNext()
     }
+    // internal
     function showNext() {
         if (held || visible || waiting.length === 0)
             return

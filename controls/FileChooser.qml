@@ -11,12 +11,16 @@ import Trivex.Crypto.Tools 1.0
 /// platform's. `nameFilters` holds pairs of a name and its patterns.
 BaseDialog {
     id: chooser
+    /// The kinds of file that are offered: pairs of a name and its patterns.
     property var nameFilters: []
+    /// The folder that is shown.
     property url folder: Files.url(Files.homeFolder)
+    /// That file was chosen.
     signal chosen(url file)
 
     objectName: "fileChooser"
 
+    // internal
     function take(index) {
         const isFolder = files.get(index, "fileIsDir")
         const file = files.get(index, "fileUrl")

@@ -9,17 +9,23 @@ import Trivex.Crypto.Tools 1.0
 /// Everything in one thing of a file, which need not be imported for that.
 BaseDialog {
     id: dialog
+    /// What the file holds; not owned.
     property FileItemModel items
     /// Where the issuers of a certificate are looked for, beside the file itself.
     property EntryModel entries: null
+    /// The row that is shown; -1 for none.
     property int row: -1
+    /// What is shown, in the form of `CertificateDetails.groups`.
     property var groups: []
+    /// It has bytes, so that there is a PEM text and a structure.
     readonly property bool encoded: row >= 0 && items !== null && items.hasEncoding(row)
+    /// A value was put on the clipboard.
     signal copied()
 
     objectName: "itemDialog"
     preferredWidth: Theme.fontSize * 52
 
+    /// Opens the dialog for that row.
     function show(which) {
         row = which
         sections.show(0)

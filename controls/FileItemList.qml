@@ -10,10 +10,15 @@ import Trivex.Crypto.Tools 1.0
 /// that is in it. As high as its rows, up to a few.
 FillColumn {
     id: view
+    /// What the file holds; not owned.
     property FileItemModel items
+    /// It is as high as so many rows, and scrolls where there are more.
     readonly property int mostRows: 5
+    /// How many rows can be ticked.
     readonly property int checkable: items ? items.checkableCount : 0
+    /// How many rows are ticked.
     readonly property int checked: items ? items.checkedCount : 0
+    /// That row is to be shown in full.
     signal viewAsked(int row)
     spacing: Theme.unit * 0.5
 

@@ -9,20 +9,31 @@ import Trivex.Crypto.Tools 1.0
 /// One thing in a file, with its tick and a way to all that is in it.
 Item {
     id: row
+    /// What it is called.
     property string name
+    /// What it is, in a few words.
     property string detail
+    /// The letter of its mark.
     property string letter
+    /// When a certificate becomes valid, a date; else undefined.
     property var from
+    /// When a certificate ends, a date; else undefined.
     property var until
+    /// It can be ticked.
     property bool checkable: false
     /// Keeps the place of a tick, where others in the list have one.
     property bool indented: false
+    /// It is ticked.
     property bool checked: false
+    /// Its private key is in the file too.
     property bool withKey: false
     /// The keyboard is at this row.
     property bool current: false
+    /// The tick was set or taken.
     signal toggled(bool checked)
+    /// It is to be shown in full.
     signal viewAsked()
+    /// A `Validity.State`.
     readonly property int validity: until && !isNaN(until) ? Validity.state(from, until)
                                                            : Validity.Unknown
     implicitHeight: line.implicitHeight + Theme.unit

@@ -9,6 +9,7 @@ import Trivex.Crypto.Tools 1.0
 /// import, wants a password, or has damaged parts.
 FillColumn {
     id: notices
+    /// The file that the notices are about; not owned.
     property CertificateFile file: CertificateFile {}
     /// No password has been typed yet.
     property bool waits: true

@@ -10,6 +10,7 @@ import QtQuick.Layouts 1.15
 /// loop.
 Column {
     id: column
+    // internal
     property var adopted: []
     spacing: 5
     onChildrenChanged: {

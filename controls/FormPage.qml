@@ -9,9 +9,13 @@ import Trivex.Crypto.Controls 1.0
 /// visible; `reveal` scrolls to an item that has just appeared, once its position is final.
 Flickable {
     id: page
+    /// The column is no wider.
     property real maximumWidth: Infinity
+    /// The room that is left below the column.
     property real endSpace: Theme.unit * 4
+    /// What the page holds, in a column.
     default property alias content: column.data
+    /// The room between the things in the column.
     property alias spacing: column.spacing
 
     contentWidth: width
@@ -21,13 +25,16 @@ Flickable {
     Accessible.role: Accessible.Pane
     ScrollBar.vertical: ScrollBar { id: bar }
 
+    /// Scrolls to an item inside, when it lies where it stays.
     function reveal(item) {
         awaited = item
         patience.restart()
         show(item)
     }
 
+    // internal
     property Item awaited
+    // internal
     function show(item) {
         const margin = Theme.unit
         const top = Math.max(0, item.mapToItem(column, 0, 0).y - margin)
@@ -39,6 +46,7 @@ Flickable {
         else if (bottom > contentY + height)
             contentY = Math.min(bottom - height, end)
     }
+    // internal
     function showAwaited() {
         if (awaited)
             show(awaited)
@@ -51,6 +59,7 @@ Flickable {
         interval: 400
         onTriggered: page.awaited = null
     }
+    // internal
     readonly property Item focused: Window.activeFocusItem
     onFocusedChanged: {
         for (let item = focused; item; item = item.parent) {

@@ -7,7 +7,9 @@ import Trivex.Crypto.Controls 1.0
 /// One of the module's monochrome icons, in the colour of its surroundings. Decoration: words
 /// beside it say what it means.
 ColorImage {
+    /// The name of the icon.
     property string name
+    /// Its width and height.
     property real size: Theme.iconSize
     width: size
     height: size

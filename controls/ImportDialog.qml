@@ -14,32 +14,29 @@ BaseDialog {
     id: dialog
     /// All that was ticked is at its place; `name` is that of the first one.
     signal imported(string name, int count, string place)
-    /// With `handsOn`, a file was chosen, and whoever hears of it decides where it is shown.
-    signal handedOn(string path)
-    signal copied()
+    signal handedOn(string path) ///< with `handsOn`: a file was chosen
+    signal copied() ///< a value of what was looked at was put on the clipboard
     /// It ended otherwise, after the dialog was closed; `left` when its user left it.
     signal undone(string problem, bool left)
-    /// The user does not want to wait for the file of `expect` any more.
-    signal gaveUp()
-    property bool handsOn: false
-    /// Where the issuers of what is looked at are looked for.
-    property alias entries: itemDialog.entries
-    readonly property bool writing: job.running
+    signal gaveUp() ///< nobody wants to wait for the file of `expect` any more
+    property bool handsOn: false ///< others decide where a chosen file is shown
+    property alias entries: itemDialog.entries ///< where issuers are looked for
+    readonly property bool writing: job.running ///< the import is under way
     /// Closed while it writes, it takes another file when that has ended.
     readonly property bool busy: visible || writing
-    /// It is closed, or on its way there.
-    property bool left: true
-    /// The file that somebody else reads at the moment.
-    property string expected
-    readonly property bool reading: fileReading || expected
+    property bool left: true ///< it is closed, or on its way there
+    property string expected ///< the file that somebody else reads at the moment
+    readonly property bool reading: fileReading || expected ///< here or by somebody else
+    // internal
     readonly property bool fileReading: file.reading
     onFileReadingChanged: if (!fileReading && visible) haveRead()
+    /// The file is a PKCS#12 bundle, which wants a password.
     readonly property bool isBundle: file.kind === CertificateFile.BundleKind
+    /// Something is ticked and can be imported.
     readonly property bool ready: !writing && file.items.checkedCount > 0
         && (chooser.usable || file.items.checkedCertificates === 0)
-    /// Of what is imported, taken when it begins.
-    property string name
-    property string place
+    property string name ///< of what is imported, taken when it begins
+    property string place ///< where what is imported goes, taken when it begins
 
     objectName: "importDialog"
     title: qsTrId("trivex-app-import-title")
@@ -71,6 +68,7 @@ BaseDialog {
         expected = ""
         close()
     }
+    // internal
     function haveRead() {
         if (isBundle || file.items.checkedKeys > 0)
             chooser.startOver()
@@ -81,6 +79,7 @@ BaseDialog {
         if (opened)
             takeFocus()
     }
+    // internal
     function takeFocus() {
         isBundle ? password.forceActiveFocus(Qt.PopupFocusReason) : focusFirst()
     }
@@ -88,16 +87,19 @@ BaseDialog {
     function choose() {
         fileChooser.open()
     }
+    // internal
     function take(path) {
         if (handsOn)
             handedOn(path)
         else
             start(path)
     }
+    // internal
     function forget() {
         job.clear()
         file.path = ""
     }
+    // internal
     function write() {
         if (!ready)
             return

@@ -8,8 +8,11 @@ import Trivex.Crypto.Tools 1.0
 /// for.
 Loader {
     id: loader
+    /// The dialog that the file is for.
     property BaseDialog dialog
+    /// That file was chosen.
     signal chosen(string path)
+    /// Opens the chooser.
     function open() {
         active = true
         item.open()

@@ -9,16 +9,25 @@ import Trivex.Crypto.Controls 1.0
 /// `TokenKeyInfo` gives; made of plain maps in the gallery.
 FormPage {
     id: view
+    /// The label of the key.
     property string name
+    /// The label of its token.
     property string place
+    /// What is known of it.
     property var groups: []
     /// The name of the request that waits for the key's certificate; empty where none does.
     property string request
+    /// Offers to make a request for it.
     property bool canRequest: false
+    /// Offers to remove it.
     property bool canRemove: false
+    /// Its token is at work, so that nothing that changes it is offered.
     property bool busy: false
+    /// A request for this key is wanted.
     signal requestAsked()
+    /// The key is to be removed.
     signal removeAsked()
+    /// Everything that is shown is wanted on the clipboard.
     signal copyAsked()
     endSpace: Theme.unit * 3
     Accessible.name: qsTrId("trivex-app-details")

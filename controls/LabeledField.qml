@@ -9,10 +9,15 @@ import Trivex.Crypto.Controls 1.0
 /// The form decides whether to refuse the value.
 FillColumn {
     id: labeled
+    /// What the field is for; its name for screen readers too.
     property string label
+    /// What is typed.
     property alias text: field.text
+    /// The text field inside, for its limits and its signals.
     property alias field: field
+    /// What may be typed, below the field.
     property string hint
+    /// What is wrong with the value; shown in place of the hint.
     property string flag
     // Fields side by side share the width evenly.
     Layout.preferredWidth: 100

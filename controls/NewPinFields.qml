@@ -9,15 +9,21 @@ FillColumn {
     id: fields
     /// Who knows the rules: a TokenAdmin or a TokenMaker.
     property QtObject rules
+    /// What stands above the first field.
     property string label: qsTrId("trivex-app-new-pin")
+    /// What was typed in the first field.
     readonly property string pin: first.text
+    /// Both fields hold the same PIN, of a length that the token takes.
     readonly property bool ready: rules !== null && rules.fits(first.text) && first.text === second.text
+    /// Enter was pressed in the second field.
     signal accepted()
     spacing: Theme.unit
+    /// Empties both fields.
     function clear() {
         first.clear()
         second.clear()
     }
+    /// Moves the focus to the first field.
     function focusField() { first.focusField() }
     SecretField {
         id: first

@@ -9,25 +9,32 @@ import Trivex.Crypto.Tools 1.0
 /// Makes a private token: asks for its name and its PIN. `maker.available` says whether it can.
 BaseDialog {
     id: dialog
+    /// Makes the token.
     property TokenMaker maker: TokenMaker {}
+    // internal
     readonly property Connections ends: Connections {
         target: dialog.maker
         function onFinished() { dialog.take() }
     }
+    /// Name and PIN are good, and nothing is being made.
     readonly property bool ready: maker.isName(name.text) && pin.ready && !maker.running
+    /// Why the last making failed, as a sentence; empty before.
     property string problem
+    /// The token of that name is there.
     signal done(string name)
 
     objectName: "newTokenDialog"
     title: qsTrId("trivex-app-new-token-title")
     preferredWidth: Theme.fontSize * 30
 
+    // internal
     function submit() {
         if (!ready)
             return
         problem = ""
         maker.make(name.text, pin.pin)
     }
+    // internal
     function take() {
         pin.clear()
         if (maker.error !== TokenAdmin.NoError) {

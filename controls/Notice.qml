@@ -8,13 +8,21 @@ import Trivex.Crypto.Controls 1.0
 /// A line of advice in a coloured box. `level`: 0 plain, 1 good, 2 warning, 3 failure.
 Rectangle {
     id: notice
+    /// 0 plain, 1 good, 2 warning, 3 failure.
     property int level: 0
+    /// What there is to say, in a few words.
     property string text
+    /// More of it, in sentences.
     property string detail
+    /// The text of a button; there is none while it is empty.
     property string actionText
+    /// The button was pressed.
     signal action()
+    // internal
     readonly property var grounds: [Theme.neutralSoft, Theme.goodSoft, Theme.warnSoft, Theme.badSoft]
+    // internal
     readonly property var inks: [Theme.neutral, Theme.good, Theme.warn, Theme.bad]
+    // internal
     readonly property var icons: ["info", "check", "warning", "error"]
     /// The button is below the text, which would have no room beside it.
     readonly property bool stacked: button.visible

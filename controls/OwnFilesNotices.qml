@@ -9,9 +9,11 @@ import Trivex.Crypto.Tools 1.0
 /// trusted from then on.
 FillColumn {
     id: notices
+    /// What the file holds; its ticks decide what is said.
     property FileItemModel items
     /// Whether one's own files are where the items go.
     property bool chosen: false
+    /// There is something to look at: the items go to one's own files.
     readonly property bool counts: chosen && items !== null
     visible: (withoutKey.text + roots.text).length > 0
     spacing: Theme.unit * 1.5

@@ -19,6 +19,7 @@ TextField {
     // The styles of other hosts make Qt ask before the binding is evaluated. A "var" is undefined
     // then, which is no document; a property of an object type would be a null pointer, which Qt
     // follows.
+    // internal
     readonly property var textDocument: nothing.textDocument
     echoMode: eye.checked ? TextInput.Normal : TextInput.Password
     inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase

@@ -9,18 +9,27 @@ import Trivex.Crypto.Controls 1.0
 /// needs a tick of consent. Ends in `submitted`, or in `left` when it is closed in any other way.
 BaseDialog {
     id: dialog
+    /// The label of the token whose PIN is asked for.
     property string tokenName
+    /// What the PIN is wanted for, as a sentence.
     property string purposeText
+    /// What is known of the tries that are left, as a sentence.
     property string pinText
+    /// A wrong PIN locks the token: consent is asked for.
     property bool lastTry: false
+    /// The PIN is locked, so that there is nothing to type.
     property bool locked: false
     /// The PIN that was typed before, for the same thing, was not right.
     property bool wasWrong: false
+    /// What is typed can be submitted.
     readonly property bool ready: pin.length > 0 && (!lastTry || consent.checked) && !locked
+    /// The question has its answer, or is over.
     property bool answered: false
     /// True when this question replaced another one that ended while its dialog was open.
     property bool replaced: false
+    /// The PIN was typed.
     signal submitted(string pin)
+    /// The dialog was closed without a PIN.
     signal left()
 
     objectName: "pinDialog"
@@ -39,6 +48,7 @@ BaseDialog {
         frame.forceActiveFocus(Qt.OtherFocusReason)
         pin.forceActiveFocus(Qt.OtherFocusReason)
     }
+    /// Forgets what is typed.
     function forget() {
         answered = false
         pin.clear()
@@ -49,6 +59,7 @@ BaseDialog {
         answered = true
         close()
     }
+    /// Submits what is typed, as Enter does.
     function submit() {
         if (!ready || answered)
             return

@@ -9,12 +9,14 @@ import Trivex.Crypto.Tools 1.0
 /// Answers the PIN questions of all operations that ask nobody else. One in a window is enough.
 PinDialog {
     id: dialog
+    /// Where the questions come from.
     property PinPrompt prompt: PinPrompt {
         enabled: true
         onQuestionChanged: open ? dialog.takeQuestion() : dialog.withdraw()
     }
     /// The question that is shown; the typed text answers no other one.
     property int question: 0
+    // internal
     function takeQuestion() {
         question = prompt.question
         tokenName = prompt.tokenName

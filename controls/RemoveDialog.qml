@@ -9,16 +9,23 @@ import Trivex.Crypto.Controls 1.0
 /// for each where several go; `more` are not named.
 BaseDialog {
     id: dialog
+    /// How many are removed.
     property int count: 1
+    /// The name of what is removed, or of several, a line each.
     property string name
+    /// How many are not named.
     property int more: 0
+    /// Where they lie.
     property string place
+    /// A private key goes with it, for good.
     property bool hasKey: false
+    /// It is a saved request.
     property bool isRequest: false
     /// Only keys without a certificate go.
     property bool isKey: false
     /// The names of requests that wait for the certificates of keys that go.
     property string requests
+    /// They are to be removed.
     signal confirmed()
 
     objectName: "removeDialog"

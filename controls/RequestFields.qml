@@ -11,27 +11,35 @@ import Trivex.Crypto.Tools 1.0
 /// request would be refused for.
 FillColumn {
     id: list
+    /// The values; not owned.
     property RequestValues values
+    /// The text of the button that adds one.
     property string addText
     /// Begins the object names of what is not one value's.
     property string prefix
     /// Any attribute may be added by its number.
     property bool numbered: false
+    /// Labels are above the fields: beside them there is no room.
     readonly property bool narrow: width < Theme.fontSize * 30
+    /// The fields, by row.
     readonly property alias fields: repeater
+    /// Enter was pressed in a field.
     signal accepted()
     spacing: Theme.unit * 1.25
 
+    /// Moves the focus to the first field.
     function focusFirst() {
         if (repeater.count > 0)
             repeater.itemAt(0).field.forceActiveFocus(Qt.TabFocusReason)
     }
+    /// False, with the focus at the first such field, when a value would be refused.
     function check() {
         const row = values.firstRefused()
         if (row >= 0)
             repeater.itemAt(row).field.forceActiveFocus(Qt.TabFocusReason)
         return row < 0
     }
+    /// Adds an empty value of that type and moves the focus to its field.
     function add(type) {
         const row = values.add(type)
         if (row >= 0)
@@ -63,6 +71,7 @@ FillColumn {
             }
         }
     }
+    // internal
     function take(row, type, text) {
         // Codes of countries are written in capitals, so the field shows capitals during typing.
         const capitals = text.toUpperCase()

@@ -10,8 +10,11 @@ Item {
     property var urls: null
     /// What was dragged last.
     property var files: []
+    // internal
     property real fromX: 0
+    // internal
     property real fromY: 0
+    // internal
     property bool armed: false
 
     objectName: "rowDrag"
@@ -19,6 +22,7 @@ Item {
     Drag.supportedActions: Qt.CopyAction
     Drag.proposedAction: Qt.CopyAction
 
+    /// Call it where a row is pressed.
     function press(mouse) {
         fromX = mouse.x
         fromY = mouse.y
@@ -30,6 +34,7 @@ Item {
         return armed && sideways >= Qt.styleHints.startDragDistance
             && sideways > Math.abs(mouse.y - fromY)
     }
+    // internal
     function begin() {
         armed = false
         files = urls()

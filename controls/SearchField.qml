@@ -18,6 +18,7 @@ TextField {
         event.accepted = length > 0
         clear_()
     }
+    /// Empties the field; without the underscore it would hide the text field's own.
     function clear_() {
         text = ""
     }

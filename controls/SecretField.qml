@@ -8,14 +8,22 @@ import Trivex.Crypto.Controls 1.0
 /// A PasswordField under its label, with a hint, and a flag that says what is wrong with it.
 FillColumn {
     id: labeled
+    /// What the field is for.
     property string label
+    /// What may be typed, below the field.
     property string hint
+    /// What is wrong with the value.
     property string flag
+    /// What is typed.
     property alias text: field.text
+    /// The `PasswordField` inside.
     property alias field: field
+    /// Enter was pressed.
     signal accepted()
     spacing: 3
+    /// Forgets what is typed.
     function clear() { field.clear() }
+    /// Moves the focus to the field.
     function focusField() { field.forceActiveFocus(Qt.OtherFocusReason) }
     Label {
         textFormat: Text.PlainText

@@ -12,15 +12,21 @@ import Trivex.Crypto.Tools 1.0
 /// and `check` refuses it. Loaded values that the user did not touch stay exactly as they are.
 FillColumn {
     id: form
+    /// Shows the fields of the Russian identifiers.
     property bool identifiers: true
+    /// There is a name, without which nobody is asked for a certificate.
     readonly property bool complete: commonName.text.trim().length > 0
+    /// Labels are above the fields: beside them there is no room.
     readonly property bool narrow: width < Theme.fontSize * 30
+    // internal
     property var original: []
     spacing: Theme.unit * 1.25
 
+    /// Moves the focus to the first field.
     function focusFirst() {
         commonName.field.forceActiveFocus(Qt.TabFocusReason)
     }
+    // internal
     readonly property var fields: [
         [commonName, "setCommonName", Certificate.CommonName],
         [organization, "setOrganization", Certificate.Organization],
@@ -32,15 +38,19 @@ FillColumn {
     /// The attributes that it shows.
     readonly property var types: fields.map(function(field) { return field[2] })
         .concat(identifiers ? identifierTypes : [])
+    // internal
     readonly property var identifierTypes: [Certificate.INN, Certificate.INNLE, Certificate.SNILS,
                                             Certificate.OGRN, Certificate.OGRNIP]
     // Each with the types that it stands for; a number's length tells which of two it is.
+    // internal
     readonly property var identifierFields: [
         [tin, "setTin", [Certificate.INN, Certificate.INNLE], 10],
         [snils, "setSnils", [Certificate.SNILS, Certificate.SNILS], 0],
         [psrn, "setPsrn", [Certificate.OGRN, Certificate.OGRNIP], 15]]
+    // internal
     property var originalNumbers: []
 
+    /// Fills the fields with the subject of a saved request.
     function load(request) {
         const names = ["commonName", "subjectOrganization", "subjectOrganizationalUnit",
                        "subjectLocality", "subjectCountry", "subjectCountryCode", "subjectEmail"]
@@ -55,9 +65,11 @@ FillColumn {
     function shownType(request, field) {
         return RequestSubject.value(request, field[2][0]) ? field[2][0] : field[2][1]
     }
+    // internal
     function numbers() {
         return identifierFields.map(function(field) { return field[0].text })
     }
+    /// Empties all fields.
     function clear() {
         for (const field of fields)
             field[0].text = ""
@@ -66,6 +78,7 @@ FillColumn {
         original = []
         originalNumbers = []
     }
+    // internal
     function isTouched(i) {
         return fields[i][0].text !== original[i]
     }
@@ -93,6 +106,7 @@ FillColumn {
         }
         return identifiers && applyNumbers(request) || any
     }
+    // internal
     function applyNumbers(request) {
         let any = false
         for (let i = 0; i < identifierFields.length; ++i) {

@@ -9,11 +9,14 @@ import Trivex.Crypto.Controls 1.0
 /// `Keys.forwardTo: textMenu`. Nothing of a secret goes to the clipboard.
 Item {
     id: holder
+    /// What the menu acts on: a text field, or a text that can be selected.
     property Item field: parent
+    // internal
     readonly property bool isSecret: field !== null && field.echoMode !== undefined
         && (field.echoMode !== TextInput.Normal || field.inputMethodHints & Qt.ImhSensitiveData)
     /// Until the field has the keys again.
     readonly property bool isOpen: returning || loader.item !== null && loader.item.visible
+    // internal
     property bool returning: false
     anchors.fill: parent
 
@@ -24,6 +27,7 @@ Item {
         loader.active = true
         loader.item.popup(holder, x, y)
     }
+    /// Opens it beside the text cursor.
     function showAtCursor() {
         const place = field.cursorRectangle
         show(place.x, place.y + place.height)

@@ -9,9 +9,13 @@ import Trivex.Crypto.Controls 1.0
 /// ended otherwise; longer where it offers something to do.
 Popup {
     id: toast
+    /// What is said.
     property string text
+    /// It succeeded; false where it has ended otherwise.
     property bool isGood: true
+    /// What can be done about it; there is no button while it is empty.
     property string actionText
+    /// The button was pressed.
     signal action()
     objectName: "toast"
     parent: Overlay.overlay
@@ -20,23 +24,28 @@ Popup {
     /// The most that a line of text may take without a button, and beside it.
     readonly property real wholeRoom: parent
         ? parent.width - Theme.unit * 5 - padding * 2 - Theme.iconSize : 560
+    // internal
     readonly property real roomBeside: wholeRoom - button.width - Theme.unit
     /// The button is below the text: beside it there is no room for a word.
     readonly property bool stacked: button.visible
         && roomBeside < Math.min(label.implicitWidth, Theme.fontSize * 10)
+    // internal
     readonly property real room: Math.min(560, button.visible && !stacked ? roomBeside : wholeRoom)
     modal: false
     focus: false
     closePolicy: Popup.NoAutoClose
     padding: Theme.unit * 1.5
+    /// Says that something succeeded, with an offer to do something about it where one is given.
     function show(message, offer) {
         isGood = true
         present(message, offer)
     }
+    /// Says that something has ended otherwise.
     function note(message) {
         isGood = false
         present(message)
     }
+    // internal
     function present(message, offer) {
         text = message
         actionText = offer || ""

@@ -11,6 +11,7 @@ import Trivex.Crypto.Tools 1.0
 /// token works is told by `done` or `failed`; where it is open, a failure is told in it.
 BaseDialog {
     id: dialog
+    /// Does the work.
     property TokenAdmin admin: TokenAdmin {
         onFinished: dialog.take()
     }
@@ -18,15 +19,22 @@ BaseDialog {
     property bool byOfficer: false
     /// All is typed that has to be.
     property bool complete: false
+    /// The text of the button that starts the task.
     property string confirmText: qsTrId("trivex-app-ok")
+    /// The button has the colour of what can't be undone.
     property bool destructive: false
     /// What is said when it has worked, with %1 for the token's name.
     property string successText
+    /// The fields of the dialog, in a column.
     default property alias fields: fieldColumn.data
+    /// Another wrong PIN of the one who is asked locks it.
     readonly property bool lastTry: byOfficer ? admin.officerLastTry : admin.lastTry
+    /// That PIN is locked.
     readonly property bool locked: byOfficer ? admin.officerLocked : admin.locked
+    /// The task can be started.
     readonly property bool ready: complete && admin.present && !admin.running && !locked
         && (!lastTry || consent.checked)
+    /// Why the last task failed, as a sentence; empty before.
     property string problem
     /// The name that the token has when the task begins.
     property string tokenName
@@ -34,7 +42,9 @@ BaseDialog {
     property string resultName: tokenName
     /// The same as it was when the task began: what is typed is forgotten with the dialog.
     property string goal
+    /// The task has worked; a sentence that says so.
     signal done(string text)
+    /// The task failed after the dialog was closed: what went wrong, and what to do.
     signal failed(string cause, string advice)
     /// To be handled: starts the task.
     signal started(bool mayBeLastTry)
@@ -43,6 +53,7 @@ BaseDialog {
 
     preferredWidth: Theme.fontSize * 30
 
+    /// Opens the dialog for the token of that store.
     function ask(storeId) {
         // Where the last task still runs, its dialog comes back.
         if (!admin.running) {
@@ -52,11 +63,13 @@ BaseDialog {
         }
         open()
     }
+    /// Forgets what is typed.
     function forget() {
         cleared(false, false)
         problem = ""
         consent.checked = false
     }
+    /// Starts the task, as Enter does.
     function submit() {
         if (!ready)
             return
@@ -64,6 +77,7 @@ BaseDialog {
         goal = resultName
         started(consent.checked)
     }
+    // internal
     function take() {
         const error = admin.error
         if (error === TokenAdmin.NoError) {

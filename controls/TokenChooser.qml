@@ -13,6 +13,7 @@ import Trivex.Crypto.Tools 1.0
 /// the first token that is present is chosen.
 FillColumn {
     id: chooser
+    /// The `certLocation` of the key store model, or the `prKeyLocation` of a request.
     property QtObject locations
     /// What the user's own files are called; not offered when empty.
     property string filesName
@@ -22,12 +23,17 @@ FillColumn {
     /// The chosen row of `locations`, -1 for none.
     readonly property int location: box.currentIndex >= 0 && box.currentIndex < choices.length
         ? choices[box.currentIndex].row : -1
+    /// The `TokenInfo` of the chosen token.
     property alias info: info
+    /// What is offered: maps with "name", "storeId" and "row".
     property var choices: []
+    /// The label of the chosen token; empty for none.
     readonly property string tokenName: location >= 0 ? choices[box.currentIndex].name : ""
     /// The id of the chosen token's store; empty for none.
     readonly property string storeId: location >= 0 ? choices[box.currentIndex].storeId : ""
+    /// What stands above the box.
     property string label: qsTrId("trivex-app-token")
+    /// What is chosen is there and can be written to.
     readonly property bool usable: filesChosen || location >= 0 && info.present && !info.readOnly
     /// The choice that a person made; it stays while it is offered.
     property string wanted

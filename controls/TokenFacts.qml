@@ -12,6 +12,7 @@ FillColumn {
     id: view
     /// The id of the token's key store.
     property alias storeId: facts.storeId
+    /// The `TokenFactList` that is shown.
     readonly property alias facts: facts
     spacing: Theme.unit * 1.5
     Accessible.role: Accessible.Grouping

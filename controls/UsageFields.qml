@@ -10,11 +10,15 @@ import Trivex.Crypto.Tools 1.0
 /// holds beside them, a number say, stays.
 FillColumn {
     id: list
+    /// What stands above the boxes.
     property string label
+    /// The usages that are offered.
     property var names: []
+    /// Those that are wanted.
     property var chosen: []
     /// What people call one of them.
     property var title: function(name) { return name }
+    /// A box was ticked or cleared; these are wanted now.
     signal edited(var chosen)
     spacing: 0
 

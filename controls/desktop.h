@@ -19,6 +19,7 @@ public:
     QString fixedFamily() const;
     bool hasWidgets() const;
 
+    /// Puts a text on the clipboard.
     Q_INVOKABLE void copy(const QString &text) const;
     /// Opens a file with the program that the desktop has for its kind.
     Q_INVOKABLE bool openFile(const QString &path) const;

@@ -16,6 +16,7 @@ namespace Trivex {
 /// lays it out, one document at a time. GUI thread.
 class DetailsPdf : public QObject {
     Q_OBJECT
+    /// True while a document is being written.
     Q_PROPERTY(bool running READ isRunning NOTIFY runningChanged)
 public:
     explicit DetailsPdf(QObject *parent = nullptr);

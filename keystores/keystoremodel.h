@@ -41,8 +41,11 @@ class KeyStoreModel : public StoreRows {
     /// Where imports can go, a `ComboBoxModel`.
     Q_PROPERTY(QAbstractListModel *certLocation READ certLocation NOTIFY certLocationChanged)
     // Declared constant although they change: read them when a load has returned.
+    /// `Certificate.fileName` of the certificate that was loaded for an import.
     Q_PROPERTY(QString importedCertificateFileName READ importedCertificateFileName CONSTANT)
+    /// Whether the loaded certificate is a root, as `Certificate.isRoot`.
     Q_PROPERTY(bool importedCertificateIsRoot READ importedCertificateIsRoot CONSTANT)
+    /// The common name of the loaded certificate.
     Q_PROPERTY(QString importedCertificateCommonName READ importedCertificateCommonName CONSTANT)
     /// Why the last failed load of a key bundle failed; a later success does not clear it.
     Q_PROPERTY(Error error READ error CONSTANT)
@@ -100,8 +103,11 @@ public:
     void setBusy(bool busy);
 
 Q_SIGNALS:
+    /// The key stores have been found, and `isBusy` is false.
     void keysReady();
+    /// Key stores are being looked for: `isBusy` becomes true.
     void keysNotReady();
+    /// Looking for key stores has begun, or ended: see `isBusy`.
     void busyChanged();
     /// Declared for QML, never emitted.
     void typeModelChanged();
@@ -133,7 +139,9 @@ public:
     /// independent: each has loaded its own bundle when it returns, the inner one first. False with
     /// `ErrorUnknown` when the application ends before; false, too, when the model has gone.
     Q_INVOKABLE bool keyBundleFromFile(QString path, QString password);
+    /// Forgets the certificate that was loaded for an import.
     Q_INVOKABLE void resetImportedCertificate();
+    /// Forgets the key bundle that was loaded for an import.
     Q_INVOKABLE void resetImportedKeyBundle();
     /// Writes the loaded certificate to the chosen location; `entryWrittenChanged` follows.
     Q_INVOKABLE void importCertificate();

@@ -54,8 +54,7 @@ class CertificateRequest : public Certificate, public Trivex::SavedRequest {
     /// notified, the same one too. Not owned.
     Q_PROPERTY(KeyStoreModel *keyStoreModel READ keyStoreModel WRITE setKeyStoreModel NOTIFY
                    keyStoreModelChanged)
-    /// The PIN of the token on which the key is made.
-    Q_PROPERTY(QString prKeyPin WRITE setPrKeyPin)
+    Q_PROPERTY(QString prKeyPin WRITE setPrKeyPin) ///< of the token on which the key is made
 public:
     /// The size of the key, or of its curve, in bits.
     enum KeyAlgorithm {
@@ -117,7 +116,7 @@ public:
     /// The public key that the request carries; null for an empty one.
     QCA::PublicKey requestPublicKey() const;
 
-    Q_INVOKABLE void setPrKeyLocationIndex(int id);
+    Q_INVOKABLE void setPrKeyLocationIndex(int id); ///< assigns `prKeyLocationIndex`
     /// Fills the lists from `keyStoreModel`. A second call lists every algorithm twice.
     Q_INVOKABLE void init();
     /// Starts making a key of the chosen kind at the chosen location; `createKeyPairDone()`
@@ -134,21 +133,23 @@ public:
     Q_INVOKABLE void pinRejected();
     // Each call with a text adds a value; the last added is the one that getters show. A request
     // does not carry the fields whose setters do nothing; pages may call those all the same.
-    Q_INVOKABLE void setCommonName(const QString &commonName);
-    Q_INVOKABLE void setCurname(const QString &curname) { Q_UNUSED(curname) }
-    Q_INVOKABLE void setName(const QString &name) { Q_UNUSED(name) }
+    Q_INVOKABLE void setCommonName(const QString &commonName); ///< CN
+    Q_INVOKABLE void setCurname(const QString &curname) { Q_UNUSED(curname) } ///< does nothing
+    Q_INVOKABLE void setName(const QString &name) { Q_UNUSED(name) } ///< does nothing
+    /// Adds an e-mail address to the subject.
     Q_INVOKABLE void setEmail(const QString &email) { addInfo(QCA::Email, email); }
-    Q_INVOKABLE void setCountryCode(const QString &code) { addInfo(QCA::Country, code); }
-    /// Fills the state or province.
+    Q_INVOKABLE void setCountryCode(const QString &code) { addInfo(QCA::Country, code); } ///< C
+    /// Adds a state or province, not a country.
     Q_INVOKABLE void setCountry(const QString &country) { addInfo(QCA::State, country); }
+    /// Adds a city or town (L).
     Q_INVOKABLE void setLocality(const QString &locality) { addInfo(QCA::Locality, locality); }
-    Q_INVOKABLE void setAddress(const QString &address) { Q_UNUSED(address) }
-    Q_INVOKABLE void setOrganization(const QString &organization);
-    Q_INVOKABLE void setDepartment(const QString &department);
-    Q_INVOKABLE void setPosition(const QString &position) { Q_UNUSED(position) }
-    Q_INVOKABLE void setSnils(const QString &snils) { Q_UNUSED(snils) }
-    Q_INVOKABLE void setPsrn(const QString &psrn) { Q_UNUSED(psrn) }
-    Q_INVOKABLE void setTin(const QString &tin) { Q_UNUSED(tin) }
+    Q_INVOKABLE void setAddress(const QString &address) { Q_UNUSED(address) } ///< does nothing
+    Q_INVOKABLE void setOrganization(const QString &organization); ///< O
+    Q_INVOKABLE void setDepartment(const QString &department); ///< OU
+    Q_INVOKABLE void setPosition(const QString &position) { Q_UNUSED(position) } ///< does nothing
+    Q_INVOKABLE void setSnils(const QString &snils) { Q_UNUSED(snils) } ///< does nothing
+    Q_INVOKABLE void setPsrn(const QString &psrn) { Q_UNUSED(psrn) } ///< does nothing
+    Q_INVOKABLE void setTin(const QString &tin) { Q_UNUSED(tin) } ///< does nothing
     /// Sets the mode and saves at once, whatever the mode.
     Q_INVOKABLE void setEditMode(bool status);
     /// The request directory, with a separator at its end.
@@ -161,9 +162,8 @@ Q_SIGNALS:
     void prKeyLocationIndexChanged();
     void keyIdentifierChanged();
     void keyMarkerChanged();
-    void createKeyPairDone();
-    /// A request file was written.
-    void requestCreated();
+    void createKeyPairDone(); ///< the key is on the token: `createRequest()` may follow
+    void requestCreated(); ///< a request file was written
     void keyStoreModelChanged();
     void prKeyPinChanged();
     /// The request can't be signed, for its key is not found.

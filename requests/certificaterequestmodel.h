@@ -66,7 +66,8 @@ public:
     Q_INVOKABLE void remove(int index);
 
 Q_SIGNALS:
-    void certificateRequestChanged(); ///< never emitted
+    /// Never emitted.
+    void certificateRequestChanged();
     void keyStoreModelChanged();
 
 private Q_SLOTS:

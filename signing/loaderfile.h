@@ -35,6 +35,7 @@ class LoaderFile : public QObject {
     /// QCA's name of the digest, "sha256" at first. Assigning another makes `fileHash` anew,
     /// without `fileHashChanged()`; it becomes empty for an unknown name.
     Q_PROPERTY(QString hashType READ hashType WRITE setHashType NOTIFY hashTypeChanged)
+    /// The name of the loaded file, without its folder.
     Q_PROPERTY(QString fileName READ fileName NOTIFY fileNameChanged)
     /// The name of the detected type.
     Q_PROPERTY(QString mimeType READ mimeType NOTIFY mimeTypeChanged)
@@ -50,6 +51,7 @@ class LoaderFile : public QObject {
     Q_PROPERTY(QStringList availableMimeTypes READ availableMimeTypes CONSTANT)
     /// A load does not notify these two.
     Q_PROPERTY(bool isImage READ isImage NOTIFY isImageChanged)
+    /// Whether the loaded file is a PDF document, by its content.
     Q_PROPERTY(bool isPdf READ isPdf NOTIFY isPdfChanged)
     /// The contents. Copies stay readable for as long as they exist, even when this object or the
     /// file is gone.

@@ -57,7 +57,9 @@ public:
     int error() const { return m_error; }
 
 Q_SIGNALS:
+    /// The signature is in its file.
     void signSuccess();
+    /// The signature is good; `ceritficate` is the one that it was checked with.
     void verifySuccess();
     /// A PIN is needed; to be answered with `pinAccepted()` or `pinRejected()`. Questions that
     /// overlap come one after the other, the next one when this one is over. Without a listener
@@ -67,6 +69,7 @@ Q_SIGNALS:
     void ceritficateChanged();
 
 public Q_SLOTS:
+    /// Assigns `error`; hosts reset it to `NoError` before the next call.
     void setError(int error);
     /// Takes ownership; the one before is deleted.
     void setCeritficate(Certificate *ceritficate);

@@ -41,11 +41,13 @@ class CertificateChain : public Job {
     /// A file whose certificates are candidates and whose lists count. Where there is no
     /// `certificate`, the one to check is its row `itemRow`.
     Q_PROPERTY(Trivex::FileItemModel *items READ items WRITE setItems NOTIFY itemsChanged)
+    /// The row of `items` that is checked where there is no `certificate`; -1 for none.
     Q_PROPERTY(int itemRow READ itemRow WRITE setItemRow NOTIFY itemRowChanged)
     /// The time that the check is for; an invalid date is now.
     Q_PROPERTY(QDateTime date READ date WRITE setDate NOTIFY dateChanged)
     /// Whether there is a result of what is asked now.
     Q_PROPERTY(bool ready READ isReady NOTIFY finished)
+    /// A `Verdict`; meaningful while `ready`.
     Q_PROPERTY(int verdict READ verdict NOTIFY finished)
     /// The verdict in a word; `message` has its reason as a sentence, whether good or bad.
     Q_PROPERTY(QString word READ word NOTIFY finished)

@@ -19,6 +19,7 @@ namespace Trivex {
 /// A row of the model is known by its place (`CertificateRow`).
 class CertificateDetails : public QObject {
     Q_OBJECT
+    /// The `CertificateInfoModel` whose rows come first, in their own words. Not owned.
     Q_PROPERTY(QAbstractItemModel *info READ info WRITE setInfo NOTIFY infoChanged)
     Q_PROPERTY(QObject *certificate READ certificate WRITE setCertificate NOTIFY certificateChanged)
     /// Maps with "title" and "rows"; a value has several lines where it is a list. Each row is a

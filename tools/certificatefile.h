@@ -21,13 +21,17 @@ class FileReading;
 /// the window goes on meanwhile.
 class CertificateFile : public QObject {
     Q_OBJECT
+    /// The file. Assigning it reads the file, as `open()` does.
     Q_PROPERTY(QString path READ path WRITE setPath NOTIFY pathChanged)
+    /// A `Kind`; `None` until the file has been read.
     Q_PROPERTY(int kind READ kind NOTIFY contentChanged)
     /// Why a file is `Unreadable`, or a bundle would not open; a sentence with its next step.
     Q_PROPERTY(QString problem READ problem NOTIFY contentChanged)
     /// True until it is known what the file holds; `kind` is `None` until then.
     Q_PROPERTY(bool reading READ isReading NOTIFY contentChanged)
+    /// A bundle has been opened with its password.
     Q_PROPERTY(bool unlocked READ isUnlocked NOTIFY contentChanged)
+    /// A bundle's password is being tried.
     Q_PROPERTY(bool unlocking READ isUnlocking NOTIFY contentChanged)
     /// What is in it, each with its tick; the same object always.
     Q_PROPERTY(Trivex::FileItemModel *items READ items CONSTANT)
@@ -80,6 +84,7 @@ public:
 
 Q_SIGNALS:
     void pathChanged();
+    /// Any property but the path has changed.
     void contentChanged();
 
 private:

@@ -20,9 +20,11 @@ namespace Trivex {
 /// rest.
 class CertificateImport : public QObject {
     Q_OBJECT
+    /// True from `start()` until `finished()`.
     Q_PROPERTY(bool running READ isRunning NOTIFY changed)
     /// How many were to be imported by the last `start`, and how many have been.
     Q_PROPERTY(int count READ count NOTIFY changed)
+    /// How many have been imported so far.
     Q_PROPERTY(int written READ written NOTIFY changed)
     /// Why not all of them were, as a sentence with its next step; empty when all is well.
     Q_PROPERTY(QString problem READ problem NOTIFY changed)
@@ -59,6 +61,7 @@ public:
     Q_INVOKABLE void clear();
 
 Q_SIGNALS:
+    /// Any property but the folder has changed.
     void changed();
     void requestFolderChanged();
     /// `good` when everything was imported.

@@ -11,6 +11,7 @@ namespace Trivex {
 /// The certificates of a path, from the checked one to its root, each with what was found.
 class ChainStepModel : public QAbstractListModel {
     Q_OBJECT
+    /// How many certificates the path has.
     Q_PROPERTY(int count READ rowCount NOTIFY countChanged)
 public:
     enum Role {

@@ -11,12 +11,15 @@ namespace Trivex {
 /// Everything in a file, each with a tick that says whether it is to be imported.
 class FileItemModel : public QAbstractListModel {
     Q_OBJECT
+    /// How many things the file holds.
     Q_PROPERTY(int count READ rowCount NOTIFY changed)
     /// How many can be imported, and how many of these are certificates.
     Q_PROPERTY(int checkableCount READ checkableCount NOTIFY changed)
+    /// How many of them are certificates.
     Q_PROPERTY(int certificateCount READ certificateCount NOTIFY changed)
     /// How many have their tick, of all kinds and of each.
     Q_PROPERTY(int checkedCount READ checkedCount NOTIFY changed)
+    /// How many certificates are ticked.
     Q_PROPERTY(int checkedCertificates READ checkedCertificates NOTIFY changed)
     Q_PROPERTY(int checkedKeys READ checkedKeys NOTIFY changed)
     /// Ticked certificates that paths would end at, and so be trusted, among the user's own files.
@@ -61,7 +64,9 @@ public:
     /// Certificates that bring their keys along.
     int checkedKeys() const;
     int checkedRoots() const;
+    /// Sets or takes the tick of a row, where it can have one.
     Q_INVOKABLE void setChecked(int row, bool checked);
+    /// Sets or takes the ticks of all rows that can have one.
     Q_INVOKABLE void setAllChecked(bool checked);
 
     /// Everything in an item, as `CertificateDetails::groups` is made; empty for a row that there
@@ -73,6 +78,7 @@ public:
     Q_INVOKABLE QString pem(int row) const;
     /// Whether `structure` has something to show.
     Q_INVOKABLE bool hasEncoding(int row) const;
+    /// Its ASN.1 elements as an indented tree, a line each with offset and length.
     Q_INVOKABLE QString structure(int row) const;
     /// The value of a role, by its number, of a row.
     Q_INVOKABLE QVariant value(int row, int role) const;
@@ -82,6 +88,7 @@ public:
     void setItems(const QVector<FileItem> &items);
 
 Q_SIGNALS:
+    /// Rows or ticks have changed.
     void changed();
 
 private:

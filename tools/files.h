@@ -10,6 +10,7 @@ namespace Trivex {
 /// What pages need of files, and QML does not give. A singleton in QML.
 class Files : public QObject {
     Q_OBJECT
+    /// The user's home folder, a path.
     Q_PROPERTY(QString homeFolder READ homeFolder CONSTANT)
 public:
     explicit Files(QObject *parent = nullptr);
@@ -18,12 +19,17 @@ public:
 
     /// The local path of a URL or of a path; empty for a URL of another kind.
     Q_INVOKABLE QString path(const QUrl &url) const;
+    /// The URL of a local path.
     Q_INVOKABLE QUrl url(const QString &path) const;
+    /// The name of a path's last part.
     Q_INVOKABLE QString fileName(const QString &path) const;
+    /// The path of the folder that a file is in.
     Q_INVOKABLE QString folder(const QString &path) const;
     /// The path in `folder` at which the module writes a file that is to be called `name`.
     Q_INVOKABLE QString exportPath(const QString &folder, const QString &name) const;
+    /// Whether there is anything at that path.
     Q_INVOKABLE bool exists(const QString &path) const;
+    /// Whether there is a folder at that path.
     Q_INVOKABLE bool isFolder(const QString &path) const;
     /// Whether there is an ordinary file that can be read, of any length.
     Q_INVOKABLE bool isReadable(const QString &path) const;

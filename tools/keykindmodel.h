@@ -14,6 +14,7 @@ class KeyKindModel : public QAbstractListModel {
     Q_OBJECT
     /// The id of the token's key store.
     Q_PROPERTY(QString storeId READ storeId WRITE setStoreId NOTIFY storeIdChanged)
+    /// How many kinds of key the token can make.
     Q_PROPERTY(int count READ count NOTIFY countChanged)
 public:
     enum Role {

@@ -35,9 +35,11 @@ class KeyRequest : public QObject {
     Q_PROPERTY(int error READ error NOTIFY finished)
     /// The same as a sentence with the next step; empty when all is well.
     Q_PROPERTY(QString message READ message NOTIFY finished)
+    /// The type of the value that `message` is about; empty for another trouble.
     Q_PROPERTY(QString field READ field NOTIFY finished)
     /// The file of the request that was saved last, and its PEM text; empty before.
     Q_PROPERTY(QString path READ path NOTIFY finished)
+    /// The PEM text of the request that was saved last; empty before.
     Q_PROPERTY(QString pem READ pem NOTIFY finished)
     /// The last run made a key, or found one: `signAgain()` makes a request for it.
     Q_PROPERTY(bool hasKey READ hasKey NOTIFY finished)
@@ -93,10 +95,12 @@ public:
     Q_INVOKABLE void clear();
     /// What is wrong with such a value, as a sentence; empty for a good or empty one.
     Q_INVOKABLE static QString problemOfName(const QString &type, const QString &value);
+    /// The same for another name of the subject, by its type.
     Q_INVOKABLE static QString problemOfAlternativeName(const QString &type, const QString &value);
 
     /// Every key usage and purpose that has a name.
     Q_INVOKABLE static QStringList knownKeyUsages();
+    /// Every purpose (extended key usage) that has a name.
     Q_INVOKABLE static QStringList knownPurposes();
     /// What people call an attribute, a usage or a purpose.
     Q_INVOKABLE static QString title(const QString &name);
@@ -106,6 +110,7 @@ public:
     /// Takes names and usages from a profile; false for one that is not there. What was typed stays
     /// where the profile leaves a value open, and behind its own where it has no such field.
     Q_INVOKABLE bool loadProfile(const QString &name);
+    /// Keeps names and usages as a profile of that name; false where it can't be written.
     Q_INVOKABLE bool saveProfile(const QString &name) const;
 
     // Each of these makes a request and ends with `finished()`, at once or later. Ignored while one
@@ -131,7 +136,9 @@ public:
 
 Q_SIGNALS:
     void runningChanged();
+    /// Names, usages or purposes have changed.
     void contentsChanged();
+    /// The run has ended: `error` and `message` say how.
     void finished();
 
 private:

@@ -13,10 +13,13 @@ namespace Trivex {
 /// takes.
 class ModelCount : public QObject {
     Q_OBJECT
+    /// The model whose rows are counted. Not owned.
     Q_PROPERTY(QAbstractItemModel *model READ model WRITE setModel NOTIFY modelChanged)
     /// The name of the role; empty to count all rows.
     Q_PROPERTY(QString role READ role WRITE setRole NOTIFY criterionChanged)
+    /// What the role has in the rows that are counted.
     Q_PROPERTY(QVariant value READ value WRITE setValue NOTIFY criterionChanged)
+    /// How many rows there are with that value.
     Q_PROPERTY(int count READ count NOTIFY countChanged)
 public:
     explicit ModelCount(QObject *parent = nullptr);
@@ -33,6 +36,7 @@ public:
 
 Q_SIGNALS:
     void modelChanged();
+    /// `role` or `value` has changed.
     void criterionChanged();
     void countChanged();
 

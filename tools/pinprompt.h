@@ -14,13 +14,17 @@ namespace Trivex {
 /// can't see it.
 class PinPrompt : public QObject {
     Q_OBJECT
+    /// Whether it takes questions. Those that it does not take go to others, or are rejected.
     Q_PROPERTY(bool enabled READ isEnabled WRITE setEnabled NOTIFY enabledChanged)
     /// True while a question waits for `submit` or `reject`.
     Q_PROPERTY(bool open READ isOpen NOTIFY questionChanged)
     /// Names the open question, 0 for none. No number comes twice.
     Q_PROPERTY(int question READ question NOTIFY questionChanged)
+    /// The label of the token that asks; empty without a question.
     Q_PROPERTY(QString tokenName READ tokenName NOTIFY questionChanged)
+    /// Another wrong PIN locks the token.
     Q_PROPERTY(bool lastTry READ isLastTry NOTIFY questionChanged)
+    /// What is known of the tries that are left, as a sentence; empty where all of them are.
     Q_PROPERTY(QString pinText READ pinText NOTIFY questionChanged)
     /// The PIN that was submitted before for the same operation was wrong; nothing is sent again
     /// but what is typed now.

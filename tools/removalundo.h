@@ -15,6 +15,7 @@ class RemovalUndo : public QObject {
     Q_OBJECT
     /// How many of the last removal can be brought back.
     Q_PROPERTY(int count READ count NOTIFY changed)
+    /// True from `undo()` until `finished()`.
     Q_PROPERTY(bool running READ isRunning NOTIFY changed)
 public:
     explicit RemovalUndo(QObject *parent = nullptr);
@@ -38,6 +39,7 @@ public:
     Q_INVOKABLE void undo();
 
 Q_SIGNALS:
+    /// `count` or `running` has changed.
     void changed();
     /// So many were written back; `problem` says why not all, with a next step, where the token did
     /// not say it already.

@@ -12,6 +12,7 @@ namespace Trivex {
 /// `KeyRequest` has one of each. Rows without text stay out of the request.
 class RequestValues : public QAbstractListModel {
     Q_OBJECT
+    /// How many rows there are, empty values included.
     Q_PROPERTY(int count READ count NOTIFY countChanged)
     /// Every type that a row may have, in the order in which forms show them. An attribute of a
     /// name may have any other dotted OID as well.
@@ -39,7 +40,9 @@ public:
     /// Adds an empty row of that type behind the last one of it, else at the end, and returns its
     /// number; -1 for what is no type.
     Q_INVOKABLE int add(const QString &type);
+    /// Gives the row a value; an empty one is left out of the request.
     Q_INVOKABLE void setValue(int row, const QString &value);
+    /// Takes the row away.
     Q_INVOKABLE void remove(int row);
     /// The first row that a request is refused for; -1 without one.
     Q_INVOKABLE int firstRefused() const;

@@ -16,6 +16,7 @@ namespace Trivex {
 /// is still there is only on its way.
 class RequestWatcher : public QObject {
     Q_OBJECT
+    /// The model of saved requests that it watches. Not owned.
     Q_PROPERTY(QAbstractItemModel *requests READ requests WRITE setRequests NOTIFY requestsChanged)
 public:
     explicit RequestWatcher(QObject *parent = nullptr);

@@ -18,6 +18,7 @@ namespace Trivex {
 /// the current one goes, the first that is still listed is current.
 class RowSelection : public QObject {
     Q_OBJECT
+    /// The list that the rows are chosen in. Not owned.
     Q_PROPERTY(Trivex::SectionedModel *rows READ rows WRITE setRows NOTIFY rowsChanged)
     /// The current row, -1 for none. Assigning it chooses this row alone; one that does not exist
     /// chooses none.
@@ -30,11 +31,15 @@ class RowSelection : public QObject {
     /// How many rows are chosen.
     Q_PROPERTY(int count READ count NOTIFY changed)
     // What is known of the current row; null, empty, false or -1 without one.
+    /// The `Certificate` or request of the current row.
     Q_PROPERTY(QObject *certificate READ certificate NOTIFY changed)
+    /// The id of its entry, unique within its store.
     Q_PROPERTY(QString entryId READ entryId NOTIFY changed)
+    /// The name of the store that holds it.
     Q_PROPERTY(QString place READ place NOTIFY changed)
     /// A type of the key store model's `type` role.
     Q_PROPERTY(int type READ type NOTIFY changed)
+    /// Its private key is there, or may be.
     Q_PROPERTY(bool hasKey READ hasKey NOTIFY changed)
     /// An `EntryModel::KeyKind`.
     Q_PROPERTY(int keyKind READ keyKind NOTIFY changed)
@@ -60,6 +65,7 @@ public:
 
     bool isAwaited() const;
     int count() const;
+    /// Whether that row is one of the chosen.
     Q_INVOKABLE bool isChosen(int row) const;
     /// The chosen rows in the order of the list.
     Q_INVOKABLE QVariantList chosenRows() const;
@@ -67,6 +73,7 @@ public:
     Q_INVOKABLE void toggle(int row);
     /// Chooses the rows from the one that was last chosen by itself to this one.
     Q_INVOKABLE void extendTo(int row);
+    /// Chooses every listed row.
     Q_INVOKABLE void chooseAll();
     /// Chooses the current row alone.
     Q_INVOKABLE void chooseCurrent();
@@ -75,6 +82,7 @@ public:
 
 Q_SIGNALS:
     void rowsChanged();
+    /// The choice, or what is known of the current row, has changed.
     void changed();
 
 private:

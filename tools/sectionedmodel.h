@@ -46,7 +46,9 @@ class SectionedModel : public QAbstractListModel {
     Q_PROPERTY(int hiddenCount READ hiddenCount NOTIFY hiddenCountChanged)
     /// What the rows of a store are sorted by: a `SortKey`.
     Q_PROPERTY(int sortKey READ sortKey WRITE setSortKey NOTIFY orderChanged)
+    /// Sorts from the last to the first.
     Q_PROPERTY(bool descending READ isDescending WRITE setDescending NOTIFY orderChanged)
+    /// How many rows are listed.
     Q_PROPERTY(int count READ count NOTIFY countChanged)
 public:
     enum SortKey {
@@ -117,8 +119,10 @@ Q_SIGNALS:
     void storeIdChanged();
     void patternChanged();
     void keyKindChanged();
+    /// All stores have reported, or are being read anew.
     void readyChanged();
     void hiddenCountChanged();
+    /// The rows are sorted by another key, or the other way round.
     void orderChanged();
     void countChanged();
 

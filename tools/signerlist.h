@@ -13,6 +13,7 @@ namespace Trivex {
 /// The signatures of a document, each with what was found out about it.
 class SignerList : public QAbstractListModel {
     Q_OBJECT
+    /// How many signatures there are.
     Q_PROPERTY(int count READ rowCount NOTIFY changed)
     /// The worst of all levels; 0 without a signature.
     Q_PROPERTY(int level READ level NOTIFY changed)
@@ -66,6 +67,7 @@ public:
     void setSignatures(const QVector<Signature> &signatures);
 
 Q_SIGNALS:
+    /// The rows have been made anew.
     void changed();
 
 private:

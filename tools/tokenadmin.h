@@ -34,18 +34,25 @@ class TokenAdmin : public QObject {
     Q_PROPERTY(bool emptied READ isEmptied NOTIFY finished)
 
     // What the token says now.
+    /// The label of the token.
     Q_PROPERTY(QString name READ name NOTIFY changed)
     /// The token's own name; `name` may have a number to it, where two are named alike.
     Q_PROPERTY(QString label READ label NOTIFY changed)
+    /// The token is there.
     Q_PROPERTY(bool present READ isPresent NOTIFY changed)
+    /// Nothing can be written to the token.
     Q_PROPERTY(bool readOnly READ isReadOnly NOTIFY changed)
+    /// PINs are typed at the reader's keys: those that are given here are not used.
     Q_PROPERTY(bool pinPad READ hasPinPad NOTIFY changed)
     /// False while its user has no PIN yet.
     Q_PROPERTY(bool pinSet READ isPinSet NOTIFY changed)
+    /// The PIN of the user is locked.
     Q_PROPERTY(bool locked READ isLocked NOTIFY changed)
     /// One more wrong PIN locks it: a task needs `mayBeLastTry` then.
     Q_PROPERTY(bool lastTry READ isLastTry NOTIFY changed)
+    /// The PIN of the administrator is locked.
     Q_PROPERTY(bool officerLocked READ isOfficerLocked NOTIFY changed)
+    /// Another wrong PIN of the administrator locks it.
     Q_PROPERTY(bool officerLastTry READ isOfficerLastTry NOTIFY changed)
     /// What the token says of the tries of its administrator's PIN, as a sentence; empty when all
     /// is well. Of its user's PIN `TokenInfo.pinText` tells.
@@ -124,7 +131,9 @@ public:
 Q_SIGNALS:
     void storeIdChanged();
     void runningChanged();
+    /// The task has ended: `error` and `message` say how.
     void finished();
+    /// What is known of the token has changed.
     void changed();
 
 private:

@@ -15,7 +15,9 @@ class TokenErrors : public QObject {
     Q_OBJECT
     /// The last failure; empty texts when there was none.
     Q_PROPERTY(QString cause READ cause NOTIFY changed)
+    /// What to do about it, as a sentence.
     Q_PROPERTY(QString advice READ advice NOTIFY changed)
+    /// Calls, codes and versions as text, to be copied; without a PIN, a key or a name.
     Q_PROPERTY(QString report READ report NOTIFY changed)
     /// It was a wrong PIN: whoever asked for it may ask again.
     Q_PROPERTY(bool wrongPin READ isWrongPin NOTIFY changed)
@@ -27,12 +29,14 @@ public:
     QString report() const;
     bool isWrongPin() const { return m_error.kind == TokenError::WrongPin; }
 
+    /// Forgets the last failure.
     Q_INVOKABLE void clear();
 
     static QString causeOf(const TokenError &error);
     static QString adviceOf(const TokenError &error);
 
 Q_SIGNALS:
+    /// Another failure is the last one, or `clear()` has forgotten it.
     void changed();
     /// A token operation failed. Not sent for one that its user left.
     void failed();

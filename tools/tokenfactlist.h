@@ -14,7 +14,9 @@ class TokenFactList : public QObject {
     Q_OBJECT
     /// The id of the token's key store.
     Q_PROPERTY(QString storeId READ storeId WRITE setStoreId NOTIFY storeIdChanged)
+    /// The label of the token.
     Q_PROPERTY(QString name READ name NOTIFY changed)
+    /// The token is there.
     Q_PROPERTY(bool present READ present NOTIFY changed)
     /// There may be keys that only a login shows.
     Q_PROPERTY(bool keysHidden READ keysHidden NOTIFY changed)
@@ -41,6 +43,7 @@ public:
 
 Q_SIGNALS:
     void storeIdChanged();
+    /// What is known of the token has changed.
     void changed();
 
 private:

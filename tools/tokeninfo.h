@@ -13,17 +13,23 @@ class TokenInfo : public QObject {
     Q_PROPERTY(QString storeId READ storeId WRITE setStoreId NOTIFY storeIdChanged)
     /// The other way to choose one: the name of its key store.
     Q_PROPERTY(QString storeName READ storeName WRITE setStoreName NOTIFY storeNameChanged)
+    /// The label of the token.
     Q_PROPERTY(QString name READ name NOTIFY changed)
+    /// The token is there.
     Q_PROPERTY(bool present READ present NOTIFY changed)
+    /// Nothing can be written to the token.
     Q_PROPERTY(bool readOnly READ readOnly NOTIFY changed)
     /// Whether the token has the keys of its certificates is known only after a login.
     Q_PROPERTY(bool keysPresumed READ keysPresumed NOTIFY changed)
     /// There may be keys on it that only a login shows.
     Q_PROPERTY(bool keysHidden READ keysHidden NOTIFY changed)
+    /// The token is at work for somebody.
     Q_PROPERTY(bool busy READ busy NOTIFY changed)
     /// What the token is doing, as a sentence; empty when it is idle.
     Q_PROPERTY(QString busyText READ busyText NOTIFY changed)
+    /// Another wrong PIN locks the token.
     Q_PROPERTY(bool lastTry READ lastTry NOTIFY changed)
+    /// The PIN of the token is locked.
     Q_PROPERTY(bool locked READ locked NOTIFY changed)
     /// What the token says of its PIN's tries, as a sentence; empty when all is well.
     Q_PROPERTY(QString pinText READ pinText NOTIFY changed)
@@ -59,6 +65,7 @@ public:
 Q_SIGNALS:
     void storeIdChanged();
     void storeNameChanged();
+    /// What is known of the token has changed.
     void changed();
 
 private:

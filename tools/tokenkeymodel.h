@@ -39,6 +39,7 @@ class TokenKeyModel : public QAbstractListModel {
     Q_OBJECT
     /// The saved requests; a model with the role "certificate".
     Q_PROPERTY(QAbstractItemModel *requests READ requests WRITE setRequests NOTIFY requestsChanged)
+    /// How many keys without a certificate there are, on all tokens.
     Q_PROPERTY(int count READ rowCount NOTIFY countChanged)
 public:
     enum Role {
@@ -74,6 +75,7 @@ public:
     /// Which row stands for the same key: of a key's row that of its certificate, and the other way
     /// round. Empty where there is none. Of certificates that have gone, too.
     QString heirOf(const QString &identity) const;
+    /// How many of them are on that token.
     Q_INVOKABLE int countInStore(const QString &storeId) const;
 
     /// A key in words: "RSA, 2048 bits".

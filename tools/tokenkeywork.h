@@ -28,12 +28,14 @@ public:
     // False, and nothing happens, while other work runs and where there is no such token.
     /// For good: a key can't be written back.
     Q_INVOKABLE bool remove(const QString &storeId, const QString &keyId);
+    /// Logs in to the token, so that keys show which it hides until then. False while it works.
     Q_INVOKABLE bool show(const QString &storeId);
     /// Asks the running work to end; `finished` follows.
     Q_INVOKABLE void cancel();
 
 Q_SIGNALS:
     void runningChanged();
+    /// The work has ended; `succeeded` is false where it failed or was left.
     void finished(bool succeeded);
 
 private:

@@ -15,6 +15,7 @@ class TokenListModel : public QAbstractListModel {
     Q_OBJECT
     /// Where the counts come from; also tells system stores, which are not listed here.
     Q_PROPERTY(Trivex::EntryModel *entries READ entries WRITE setEntries NOTIFY entriesChanged)
+    /// How many tokens there are.
     Q_PROPERTY(int count READ rowCount NOTIFY countChanged)
 public:
     enum Role {
@@ -39,6 +40,7 @@ public:
 
     /// True for a token of this name, inserted or not.
     Q_INVOKABLE bool has(const QString &name) const;
+    /// Whether a token of that label is there.
     Q_INVOKABLE bool isPresent(const QString &name) const;
     /// The id of the key store of this name; empty where no token has it.
     Q_INVOKABLE QString storeIdOf(const QString &name) const;

@@ -53,6 +53,7 @@ public:
 Q_SIGNALS:
     void availableChanged();
     void runningChanged();
+    /// The work has ended: `error` and `message` say how.
     void finished();
 
 private:

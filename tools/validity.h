@@ -23,6 +23,7 @@ public:
     /// `Unknown` when `until` is invalid (requests, unreadable dates).
     static State stateAt(const QDateTime &from, const QDateTime &until, const QDateTime &now);
 
+    /// The state of a certificate that is valid between these dates, a `State`, at this moment.
     Q_INVOKABLE int state(const QDateTime &from, const QDateTime &until) const;
     /// The word for a state, for a badge.
     Q_INVOKABLE QString word(int state) const;

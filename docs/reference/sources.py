@@ -6,12 +6,13 @@ import dataclasses
 import re
 
 NAMED = (
-    re.compile(r"Q_PROPERTY\(\s*[\w:<>, ]+?[ *&]+(\w+)\s+(?:READ|MEMBER)"),
+    re.compile(r"Q_PROPERTY\(\s*[\w:<>, *&]+?[ *&]+(\w+)\s+(?:READ|MEMBER|WRITE)"),
     re.compile(r"^\s*enum (?:class )?(\w+)"),
     re.compile(r"^class (?:\w+_EXPORT )?(\w+)(?: : public (?:Trivex::)?(\w+))?[^;]*\{"),
     re.compile(r"\b(\w+)\("),
 )
 ENUMERATOR = re.compile(r"^\s*(\w+)(?: = [^,]+)?,\s*///< (.*)")
+TRAILING = re.compile(r"///< (.*)")
 ROLE = re.compile(r'\{(\w+Role), (?:QByteArrayLiteral\()?"(\w+)"\)?\}')
 
 
@@ -35,7 +36,12 @@ class Comments:
             self._read(path)
 
     def of(self, owner, member=""):
-        return self.texts.get((owner, member), "")
+        """The comment; that of a base class for a member which has none of its own."""
+        text = self.texts.get((owner, member), "")
+        while member and not text and owner in self.bases:
+            owner = self.bases[owner]
+            text = self.texts.get((owner, member), "")
+        return text
 
     def _read(self, path):
         owner, held, waiting = "", [], ""
@@ -49,7 +55,7 @@ class Comments:
                 self.texts[owner, trailing[1]] = trailing[2]
             elif stripped.startswith("///<"):
                 continue
-            waiting = f"{waiting} {stripped}".strip()
+            waiting = f"{waiting} {TRAILING.sub('', stripped)}".strip()
             if waiting.startswith("Q_PROPERTY(") and not waiting.endswith(")"):
                 continue # it goes on in the next line
             named = next((found for found in (pattern.search(waiting) for pattern in NAMED) if found),
@@ -58,6 +64,9 @@ class Comments:
                 owner = named[1]
                 self.classes[owner] = path
                 self.bases[owner] = named[2]
+            trailing = TRAILING.search(line)
+            if named and trailing:
+                held.append(trailing[1])
             if named and held:
                 key = "" if waiting.startswith("class ") else named[1]
                 self.texts.setdefault((owner, key), "\n".join(held))
@@ -134,9 +143,11 @@ def tables_of(described, owner, comments):
 
 
 def qml_type(name, path):
-    """A control: the comment above its root object, and what it declares."""
+    """A control: the comment above its root object, and what it declares for applications: QML has
+    no private members, so those that no application needs are marked by a line "// internal"."""
     comment, held, members = "", [], []
     depth = 0
+    hidden = False
     for line in path.read_text(encoding="utf-8").splitlines():
         stripped = line.strip()
         if depth <= 1 and stripped.startswith("///"):
@@ -144,9 +155,11 @@ def qml_type(name, path):
             continue
         if depth == 0 and stripped.endswith("{"):
             comment = "\n".join(held)
-        if depth == 1:
+        if TRAILING.search(line):
+            held.append(TRAILING.search(line)[1])
+        if depth == 1 and not hidden:
             members += member_of(name, stripped, "\n".join(held))
-        held = []
+        held, hidden = [], stripped == "// internal"
         depth += line.count("{") - line.count("}")
     return Component(name, "Trivex.Crypto.Controls", comment, members, [])
 
