@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "controls/desktop.h"
 
+#include "controls/dialogkeys.h"
+
 #include <QClipboard>
 #include <QDesktopServices>
 #include <QFileInfo>
@@ -14,6 +16,7 @@ namespace Trivex {
 Desktop::Desktop(QObject *parent)
     : QObject(parent)
 {
+    new DialogKeys(this);
 }
 
 QString Desktop::fixedFamily() const

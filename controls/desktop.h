@@ -6,7 +6,8 @@
 
 namespace Trivex {
 
-/// Facts and services of the desktop that QML lacks. A singleton in QML.
+/// Facts and services of the desktop that QML lacks. A singleton in QML. While it lives, dialogs of
+/// the platform over Qt Quick windows get the keys and give them back, window manager or not.
 class Desktop : public QObject {
     Q_OBJECT
     /// An installed font family of fixed width, for serial numbers and key ids.

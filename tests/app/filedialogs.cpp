@@ -41,10 +41,8 @@ bool answerFileDialog(WindowDriver &driver, const QString &path, bool accept)
     for (QAbstractButton *button : buttons) {
         if ((box->buttonRole(button) == QDialogButtonBox::AcceptRole) == accept) {
             QTest::mouseClick(button, Qt::LeftButton);
-            const bool closed = driver.waitFor([] { return !fileDialog(); });
-            // What a window manager would do; there is none on this display.
-            driver.window()->requestActivate();
-            return closed && QTest::qWaitForWindowActive(driver.window());
+            return driver.waitFor(
+                [&] { return !fileDialog() && QGuiApplication::focusWindow() == driver.window(); });
         }
     }
     return false;

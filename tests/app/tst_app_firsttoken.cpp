@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "app/privatetokens.h"
+#include "tests/app/firsthome.h"
 #include "tests/app/windowtest.h"
-#include "tests/support/needtokens.h"
 
 #include <QDir>
 #include <QtTest>
@@ -13,23 +12,6 @@ namespace {
 
 const QString Name = QStringLiteral("Мой ключ");
 const QString Pin = QStringLiteral("135790");
-
-/// The home of somebody who starts the program for the first time, on a machine with SoftHSM.
-struct FirstHome {
-    explicit FirstHome(const WindowEnvironment &environment)
-        : folder(QString::fromLocal8Bit(qgetenv("XDG_DATA_HOME"))
-                 + QStringLiteral("/trivex/softhsm"))
-    {
-        Q_UNUSED(environment)
-        qunsetenv("SOFTHSM2_CONF");
-        qputenv("TRIVEX_PKCS11_MODULES", QFile::encodeName(TestToken::softHsmLibrary()));
-        Trivex::usePrivateTokens({});
-    }
-    QString problem() const { return missingTokenTools(); }
-    QString configuration() const { return folder + QStringLiteral("/softhsm2.conf"); }
-
-    const QString folder;
-};
 
 } // namespace
 

@@ -84,15 +84,12 @@ bool TestAppKeys::go(const char *category)
 
 bool TestAppKeys::openPath(const QString &path)
 {
-    if (!m_window->waitFor([] { return fileDialog() != nullptr; }))
+    if (!m_window->waitFor([] { return fileDialog() != nullptr; })
+        || !QTest::qWaitForWindowActive(fileDialog()))
         return false;
-    fileDialog()->raise();
-    // Without a window manager it may lie below the window, and is never told that it is seen.
-    QTest::qWait(300);
     auto *name = fileDialog()->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
     if (!name)
         return false;
-    fileDialog()->activateWindow();
     name->setFocus();
     name->selectAll();
     QTest::keyClicks(name, path, Qt::NoModifier, 1);
@@ -101,17 +98,8 @@ bool TestAppKeys::openPath(const QString &path)
         QTest::keyClick(name, Qt::Key_Return);
         m_window->waitFor([] { return !fileDialog(); }, 3000);
     }
-    if (fileDialog())
-        return false;
-    // What a window manager would do; there is none on this display.
-    bool active = false;
-    for (int i = 0; i < 5 && !active; ++i) {
-        m_window->window()->requestActivate();
-        active = QTest::qWaitForWindowActive(m_window->window(), 2000);
-    }
-    QFocusEvent focus(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
-    QCoreApplication::sendEvent(m_window->window(), &focus);
-    return active;
+    return !fileDialog()
+        && m_window->waitFor([&] { return m_window->window()->activeFocusItem() != nullptr; });
 }
 
 void TestAppKeys::helpByF1()
