@@ -67,6 +67,9 @@ private Q_SLOTS:
     void beforeTheSignature();
     void whileNothingRuns();
     void runningWriteIsUndone();
+    void cancelledBundleIsUndone_data();
+    void cancelledBundleIsUndone();
+    void cancelledGenerationIsUndone();
     void removalThatFailsIsUndone();
     void abandonedKeysGoAllTheSame();
     void removedTokenEndsWhatWaits();
@@ -314,6 +317,68 @@ void TestCancelling::runningWriteIsUndone()
     QVERIFY(isIdle());
     QCOMPARE(m_token->token().objectCount(), before);
     QVERIFY(!m_stores->write(m_store, m_root).isEmpty());
+}
+
+void TestCancelling::cancelledBundleIsUndone_data()
+{
+    QTest::addColumn<int>("object");
+    // Its two keys, its certificate and the issuer's.
+    for (int object = 1; object <= 4; ++object)
+        QTest::addRow("object %d", object) << object;
+}
+
+/// A bundle is several objects: whichever is being written, all of them go, and nothing else does.
+/// Behind the last one it is too late, and the write says so.
+void TestCancelling::cancelledBundleIsUndone()
+{
+    QFETCH(int, object);
+    const QCA::KeyBundle bundle = makeCurveBundle(QStringLiteral("/CN=Bundle"));
+    QVERIFY(!bundle.isNull());
+    QVERIFY(signsNow());
+    m_token->forget();
+    const int before = m_token->token().objectCount();
+    const int entries = m_stores->currentEntries(StoreName).size();
+    m_token->control("delay C_CreateObject " + QByteArray::number(object) + " 1000");
+    QString written = QStringLiteral("?");
+    QObject context;
+    connect(m_store, &QCA::KeyStore::entryWritten, &context,
+            [&](const QString &id) { written = id; });
+    m_store->writeEntry(bundle);
+    QVERIFY(m_token->waitUntilInside("C_CreateObject"));
+    cancel();
+    QTRY_VERIFY_WITH_TIMEOUT(written != QLatin1String("?"), Patience);
+    QVERIFY(isIdle());
+    m_token->control();
+    QCOMPARE(m_token->count("C_CreateObject"), object);
+    QCOMPARE(written.isEmpty(), object < 4);
+    QCOMPARE(m_token->token().objectCount(), written.isEmpty() ? before : before + 4);
+    // The bundle and its issuer.
+    QCOMPARE(m_stores->currentEntries(StoreName).size(), written.isEmpty() ? entries : entries + 2);
+    QVERIFY(signsNow());
+    QVERIFY(!m_stores->write(m_store, bundle).isEmpty());
+    QCOMPARE(m_token->token().objectCount(), before + 4);
+}
+
+void TestCancelling::cancelledGenerationIsUndone()
+{
+    QVERIFY(signsNow());
+    m_token->forget();
+    const int before = m_token->token().objectCount();
+    m_token->control("delay C_GenerateKeyPair 1 1000");
+    Trivex::KeyGenerator generator;
+    bool isOver = false;
+    connect(&generator, &Trivex::KeyGenerator::finished, this, [&] { isOver = true; });
+    generator.setBlockingEnabled(false);
+    generator.setTarget(keyStoreId(), QStringLiteral("cancelled"));
+    generator.createRSA(2048, 65537, QStringLiteral("qca-norvel-pkcs11"));
+    QVERIFY(m_token->waitUntilInside("C_GenerateKeyPair"));
+    cancel();
+    QTRY_VERIFY_WITH_TIMEOUT(isOver, Patience);
+    QVERIFY(generator.key().isNull());
+    QVERIFY(isIdle());
+    QCOMPARE(m_token->count("C_GenerateKeyPair"), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(m_token->token().objectCount(), before, Patience);
+    QVERIFY(signsNow());
 }
 
 void TestCancelling::removalThatFailsIsUndone()
