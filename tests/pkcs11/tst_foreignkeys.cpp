@@ -127,6 +127,8 @@ void TestForeignKeys::import()
                          + " CKR_DEVICE_MEMORY");
         QCOMPARE(m_stores->write(m_store, bundle), QString());
         QCOMPARE(objects(), before);
+        // Nothing of it is listed either.
+        QVERIFY(m_stores->currentEntries(StoreName).isEmpty());
         QCOMPARE(m_token->token().publicKey(id), foreign);
     }
     // The login ends behind the private half: it can't be told from theirs by its handle then.

@@ -1,16 +1,20 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/keygenerator.h"
+#include "qca/adapter/storewriter.h"
 #include "qca/keys/keys.h"
 #include "qca/questions/qcaaskerthread.h"
 #include "qca/questions/qcahandler.h"
 #include "qca/questions/questionscope.h"
+#include "qca/questions/storedanswers.h"
 #include "qca/tokens/tokens.h"
 #include "tests/pkcs11/tokenfixture.h"
 #include "tests/support/needtokens.h"
 
 #include <QSignalSpy>
 #include <QTimer>
+
+#include <thread>
 
 using namespace TrivexTest;
 
@@ -40,6 +44,9 @@ private Q_SLOTS:
     void sources_data();
     void sources();
     void storedAnswersAreGoneAfterwards();
+    void answersAreTakenByWhatWaits();
+    void answersGoWithTheToken_data();
+    void answersGoWithTheToken();
     void typedPinIsAskedForAgain_data();
     void typedPinIsAskedForAgain();
     void everyAskingIsLeft();
@@ -233,6 +240,61 @@ void TestTokenQuestions::storedAnswersAreGoneAfterwards()
     QVERIFY(perform(WriteCertificate));
     QCOMPARE(m_prompt->count(), 1);
     QCOMPARE(logins(), 2);
+}
+
+/// A write that has to wait for its turn takes the answers at its start: they are its own, and not
+/// those of what runs before it.
+void TestTokenQuestions::answersAreTakenByWhatWaits()
+{
+    m_prompt->setHolding(true);
+    QCA::PrivateKey key =
+        m_stores->entry(StoreName, QStringLiteral("signer")).keyBundle().privateKey();
+    bool hasSigned = true;
+    std::thread signing([&] { hasSigned = !signature(key).isEmpty(); });
+    const bool isAsked = QTest::qWaitFor([this] { return m_prompt->count() == 1; }, 10000);
+    store(TestToken::pin());
+    Trivex::StoreWriter writer;
+    QSignalSpy written(&writer, &Trivex::StoreWriter::written);
+    writer.write(m_store, m_root);
+    const bool isTaken = !Trivex::takeStoredAnswers(QString());
+    // The signer is refused its PIN; what waits has its own.
+    m_prompt->setPin({});
+    m_prompt->answer();
+    signing.join();
+    QVERIFY(isAsked && isTaken && !hasSigned);
+    QTRY_COMPARE_WITH_TIMEOUT(written.count(), 1, 10000);
+    QVERIFY(!written.first().first().toString().isEmpty());
+    QCOMPARE(m_prompt->count(), 1);
+    QCOMPARE(logins(), 1);
+    m_prompt->setHolding(false);
+}
+
+void TestTokenQuestions::answersGoWithTheToken_data()
+{
+    QTest::addColumn<int>("operation");
+    QTest::newRow("write") << int(WriteCertificate);
+    QTest::newRow("removal") << int(RemoveEntry);
+    QTest::newRow("generation") << int(Generate);
+}
+
+/// What can't be done now must not be answered later by what was typed for it.
+void TestTokenQuestions::answersGoWithTheToken()
+{
+    QFETCH(int, operation);
+    const QString entryId = m_stores->entry(StoreName, QStringLiteral("signer")).id();
+    m_token->control("remove");
+    QTRY_VERIFY(!Trivex::TokenMonitor::token(m_store->id()).present);
+    store(TestToken::pin());
+    QVERIFY(operation == RemoveEntry ? !m_stores->remove(m_store, entryId)
+                                     : !perform(Operation(operation)));
+    QVERIFY(!Trivex::takeStoredAnswers(QString()));
+    QCOMPARE(logins(), 0);
+    m_token->control();
+    QTRY_VERIFY(Trivex::TokenMonitor::token(m_store->id()).present);
+    QTRY_VERIFY(!Trivex::TokenMonitor::token(m_store->id()).loading);
+    QVERIFY(m_stores->waitForEntries(StoreName, 1));
+    QVERIFY(perform(WriteCertificate));
+    QCOMPARE(m_prompt->count(), 1);
 }
 
 void TestTokenQuestions::typedPinIsAskedForAgain_data()
