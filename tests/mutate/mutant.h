@@ -15,7 +15,7 @@
 
 namespace TrivexMutate {
 
-constexpr int MostMutants = 1 << 16;
+constexpr int MostMutants = 1 << 18;
 
 /// Writes each number at its first use to the file TRIVEX_MUTANT_LOG: which test reaches what.
 inline void note(int number)

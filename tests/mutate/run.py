@@ -17,6 +17,7 @@ A change is
 
 import argparse
 import collections
+import concurrent.futures
 import json
 import os
 import pathlib
@@ -103,22 +104,24 @@ def tests_of(build, pattern):
     return [one for one in known if one.is_built() and re.search(pattern, one.name)]
 
 
-def measure(tests, most):
+def measure_one(test):
+    with tempfile.TemporaryDirectory() as folder:
+        log = pathlib.Path(folder) / "log"
+        begin = time.monotonic()
+        outcome = test.run({"TRIVEX_MUTANT_LOG": str(log)}, test.timeout)
+        test.seconds = time.monotonic() - begin
+        if log.exists():
+            test.reached = {int(line) for line in log.read_text().split()}
+    print(f"{test.name}: {outcome}, {test.seconds:.1f} s, reaches {len(test.reached)}", flush=True)
+    return outcome
+
+
+def measure(tests, most, jobs):
     """Runs each test without a change; those that pass within `most` seconds, with what they reach."""
-    kept = []
-    for test in tests:
-        with tempfile.TemporaryDirectory() as folder:
-            log = pathlib.Path(folder) / "log"
-            begin = time.monotonic()
-            outcome = test.run({"TRIVEX_MUTANT_LOG": str(log)}, test.timeout)
-            test.seconds = time.monotonic() - begin
-            if log.exists():
-                test.reached = {int(line) for line in log.read_text().split()}
-        print(f"{test.name}: {outcome}, {test.seconds:.1f} s, reaches {len(test.reached)}",
-              flush=True)
-        if outcome == "passed" and test.seconds <= most and test.reached:
-            kept.append(test)
-    return kept
+    with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
+        outcomes = list(pool.map(measure_one, tests))
+    return [test for test, outcome in zip(tests, outcomes)
+            if outcome == "passed" and test.seconds <= most and test.reached]
 
 
 def equivalents():
@@ -139,22 +142,22 @@ def try_one(mutant, tests):
     if not reaching:
         return "unreached", ""
     for test in reaching:
-        # What takes twenty times as long has come to a stop.
-        outcome = test.run({"TRIVEX_MUTANT": str(mutant["number"])}, 30 + 20 * test.seconds)
+        # What takes many times as long has come to a stop.
+        outcome = test.run({"TRIVEX_MUTANT": str(mutant["number"])}, 20 + 8 * test.seconds)
         if outcome != "passed":
             return "noticed", f"{test.name} {outcome}"
     return "survived", ""
 
 
 def sample(mutants, count, seed):
-    """So many of each folder as it has of all."""
+    """So many of each folder at the root as it has of all, five at least."""
     chosen = random.Random(seed)
     folders = collections.defaultdict(list)
     for one in mutants:
-        folders[one["file"].rpartition("/")[0]].append(one)
+        folders[one["file"].partition("/")[0]].append(one)
     result = []
     for folder in sorted(folders):
-        share = max(1, round(count * len(folders[folder]) / len(mutants)))
+        share = max(5, round(count * len(folders[folder]) / len(mutants)))
         result += chosen.sample(folders[folder], min(share, len(folders[folder])))
     chosen.shuffle(result)
     return result
@@ -178,6 +181,7 @@ def main():
     parser.add_argument("--files", default="", help="a pattern of the files whose changes are made")
     parser.add_argument("--tests", default="^tst_", help="a pattern of the tests that look")
     parser.add_argument("--most", type=float, default=60, help="seconds of a test that is used")
+    parser.add_argument("--jobs", type=int, default=2, help="changes that are tried side by side")
     parser.add_argument("--summary", action="store_true", help="only tell what is known")
     options = parser.parse_args()
     known = options.tree / "outcomes.jsonl"
@@ -189,19 +193,24 @@ def main():
     mutants = [one for one in mutants if re.search(options.files, one["file"])]
     if not mutants:
         sys.exit("no change in such a file")
-    tests = measure(tests_of(options.tree / "build", options.tests), options.most)
+    tests = measure(tests_of(options.tree / "build", options.tests), options.most,
+                    options.jobs)
     if not tests:
         sys.exit("no test was built, or none passes: nothing can be said")
     done = {one["number"] for one in outcomes}
+    todo = [one for one in sample(mutants, options.sample, options.seed)
+            if one["number"] not in done]
     same = equivalents()
-    with known.open("a", encoding="utf-8") as file:
-        for mutant in sample(mutants, options.sample, options.seed):
-            if mutant["number"] in done:
-                continue
-            if (mutant["file"], mutant["kind"], mutant["text"]) in same:
-                outcome, by = "equivalent", ""
-            else:
-                outcome, by = try_one(mutant, tests)
+
+    def judge(mutant):
+        if (mutant["file"], mutant["kind"], mutant["text"]) in same:
+            return mutant, "equivalent", ""
+        return mutant, *try_one(mutant, tests)
+
+    with known.open("a", encoding="utf-8") as file, \
+            concurrent.futures.ThreadPoolExecutor(options.jobs) as pool:
+        for future in concurrent.futures.as_completed([pool.submit(judge, one) for one in todo]):
+            mutant, outcome, by = future.result()
             mutant.update(outcome=outcome, by=by)
             outcomes.append(mutant)
             file.write(json.dumps(mutant) + "\n")

@@ -20,7 +20,9 @@ Kinds:
 
 import argparse
 import json
+import multiprocessing
 import pathlib
+import random
 import shutil
 import sys
 
@@ -28,6 +30,7 @@ from clang import cindex
 from clang.cindex import CursorKind as K
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
+MOST_IN_FILE = 400
 LOGICAL = {"&&", "||"}
 # Operator: what the change adds, to its left side or to its right one.
 LIMITS = {"<": ("right", "+"), "<=": ("right", "-"), ">": ("left", "+"), ">=": ("right", "+")}
@@ -86,6 +89,8 @@ class Seeds:
             if one.kind == K.MACRO_INSTANTIATION and self.here(one)
             and one.extent.end.offset > one.extent.start.offset]
         self.visit(self.unit.cursor, None, 0)
+        if len(self.found) >= MOST_IN_FILE:
+            sys.exit(f"{name}: {len(self.found)} changes, more than have numbers")
 
     def here(self, cursor):
         place = cursor.location.file
@@ -251,27 +256,47 @@ def arguments_of(build):
     return result
 
 
+def chosen(folders, arguments, seed):
+    """The files that get changes, drawn from each folder: "qca=0.3" is three of ten in qca."""
+    dice = random.Random(seed)
+    result = []
+    for folder, _, share in (one.partition("=") for one in folders):
+        files = [path.relative_to(ROOT) for path in sorted((ROOT / folder).rglob("*.cpp"))
+                 if str(path) in arguments]
+        result += sorted(dice.sample(files, max(1, round(float(share or 1) * len(files)))))
+    return result
+
+
+def seeded(one):
+    """The changes and the new text of one file; each file has numbers of its own."""
+    name, arguments, first = one
+    seeds = Seeds(ROOT / name, name.as_posix(), arguments, first)
+    return name, seeds.found, seeds.written()
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("build", type=pathlib.Path)
     parser.add_argument("target", type=pathlib.Path)
-    parser.add_argument("folders", nargs="+")
+    parser.add_argument("folders", nargs="+", help="FOLDER or FOLDER=SHARE of its files")
+    parser.add_argument("--seed", type=int, default=1, help="which files make the share")
+    parser.add_argument("--jobs", type=int, default=2)
     options = parser.parse_args()
     arguments = arguments_of(options.build)
     if options.target.exists():
         sys.exit(f"{options.target} is there already")
     shutil.copytree(ROOT, options.target, symlinks=True,
                     ignore=shutil.ignore_patterns("build*", ".git"))
+    # Files are read side by side, so that the numbers of each begin at a round one.
+    todo, first = [], 0
+    for name in chosen(options.folders, arguments, options.seed):
+        todo.append((name, arguments[str(ROOT / name)], first))
+        first += MOST_IN_FILE
     mutants = []
-    for folder in options.folders:
-        for path in sorted((ROOT / folder).rglob("*.cpp")):
-            if str(path) not in arguments:
-                continue
-            name = path.relative_to(ROOT).as_posix()
-            seeds = Seeds(path, name, arguments[str(path)],
-                          mutants[-1]["number"] if mutants else 0)
-            (options.target / name).write_bytes(seeds.written())
-            mutants += seeds.found
+    with multiprocessing.Pool(options.jobs) as pool:
+        for name, found, text in pool.imap(seeded, todo):
+            (options.target / name).write_bytes(text)
+            mutants += found
     (options.target / "mutants.json").write_text(json.dumps(mutants, indent=1), encoding="utf-8")
     print(f"{len(mutants)} changes in {len({one['file'] for one in mutants})} files")
 
