@@ -2,123 +2,83 @@
 // SPDX-License-Identifier: MIT
 #include "certificates/certificatemodel.h"
 
-#include "certificates/keystoreentry.h"
-#include "qca/adapter/entries.h"
 #include "qca/base/searchtext.h"
-#include "qca/keys/keys.h"
 
-#include <QCollator>
 #include <QDebug>
+#include <QElapsedTimer>
 #include <QRegExp>
 
 using Trivex::CachedRow;
-using Trivex::RowCache;
 
 namespace {
 
-/// Categories, numbered as the types of key stores and beyond.
-enum Category : int {
-    SystemCategory = 0,
-    UserCategory = 1,
-    KeyCategory = 3,
-    RequestCategory = 5,
-    ImportedCategory = 6,
-    RootCategory = 7,
-};
-
-/// Up to this number, changed rows are inserted and removed one by one.
-constexpr int RowByRowLimit = 64;
-
-/// True when `collator` orders as `QString::localeAwareCompare()` does, which keeps to the locale
-/// that was the default at its first use.
-bool ordersAsLocale(const QCollator &collator)
-{
-    const QStringList probes = {QStringLiteral("a"),  QStringLiteral("B"), QStringLiteral("z"),
-                                QStringLiteral("ä"),  QStringLiteral("ё"), QStringLiteral("я"),
-                                QStringLiteral("ch"), QStringLiteral("h"), QStringLiteral("і"),
-                                QStringLiteral("y"),  QStringLiteral("-"), QStringLiteral("1")};
-    for (const QString &left : probes) {
-        for (const QString &right : probes) {
-            const int wanted = QString::localeAwareCompare(left, right);
-            const int found = collator.compare(left, right);
-            if ((wanted < 0) != (found < 0) || (wanted > 0) != (found > 0))
-                return false;
-        }
-    }
-    return true;
-}
-
-/// The collator whose sort keys give the order of `QString::localeAwareCompare()`; null if they
-/// don't. A locale without rules of its own compares code units, which is as fast.
-const QCollator *sortCollator()
-{
-    static const QCollator collator;
-    static const bool usable =
-        collator.locale().language() != QLocale::C && ordersAsLocale(collator);
-    return usable ? &collator : nullptr;
-}
+/// A search that has to read more rows than these is done in slices. Reading a row of the key store
+/// model and folding its texts takes a few microseconds, once for each row and searched roles.
+constexpr int ReadsAtOnce = 16384;
+/// So is one that has to look through more texts that were read already.
+constexpr int TestsAtOnce = 131072;
+/// The most that one slice reads; it ends before where that takes long.
+constexpr int SliceRows = 2048;
+constexpr qint64 SliceMs = 4;
+/// Rows between two looks at the clock.
+constexpr int Stride = 32;
 
 } // namespace
 
 CertificateModel::CertificateModel(QObject *parent)
-    : QSortFilterProxyModel(parent)
+    : SortedProxy(parent)
 {
-    setFilterRole(SystemCategory);
+    setFilterRole(0);
     sort(0, Qt::AscendingOrder);
     setSortCaseSensitivity(Qt::CaseInsensitive);
+    m_turn.setInterval(0);
+    connect(&m_turn, &QTimer::timeout, this, &CertificateModel::testSlice);
+    connect(this, &QSortFilterProxyModel::filterRoleChanged, this,
+            &CertificateModel::changeCategory);
 }
 
 CertificateModel::~CertificateModel() = default;
 
-void CertificateModel::setSourceModel(QAbstractItemModel *model)
+int CertificateModel::rowCount(const QModelIndex &parent) const
 {
-    for (const QMetaObject::Connection &connection : qAsConst(m_connections))
-        disconnect(connection);
-    m_connections.clear();
-    forgetAll();
-    // Before the base class connects itself, because that asks for rows at each change.
-    if (model)
-        follow(model);
-    QSortFilterProxyModel::setSourceModel(model);
+    if (m_isFresh && !isChanging())
+        const_cast<CertificateModel *>(this)->finishTests();
+    return SortedProxy::rowCount(parent);
 }
 
-void CertificateModel::follow(QAbstractItemModel *model)
+void CertificateModel::noteInserted(int first, int last)
 {
-    using Model = QAbstractItemModel;
-    m_connections = {
-        connect(model, &Model::rowsInserted, this,
-                [this](const QModelIndex &parent, int first, int last) {
-                    if (!parent.isValid())
-                        m_rows.insert(first, last);
-                }),
-        connect(model, &Model::rowsRemoved, this,
-                [this](const QModelIndex &parent, int first, int last) {
-                    if (!parent.isValid())
-                        m_rows.remove(first, last);
-                }),
-        connect(model, &Model::rowsMoved, this,
-                [this](const QModelIndex &from, int first, int last, const QModelIndex &to,
-                       int destination) {
-                    if (!from.isValid() && !to.isValid())
-                        m_rows.move(first, last, destination);
-                    else
-                        m_rows.clear();
-                }),
-        connect(model, &Model::dataChanged, this,
-                [this](const QModelIndex &topLeft, const QModelIndex &bottomRight) {
-                    if (!topLeft.parent().isValid())
-                        m_rows.forget(topLeft.row(), bottomRight.row());
-                }),
-        connect(model, &Model::layoutChanged, this, [this] { m_rows.clear(); }),
-        connect(model, &Model::modelReset, this, &CertificateModel::forgetAll),
-        connect(model, &QObject::destroyed, this, &CertificateModel::forgetAll),
-    };
+    m_facts.cache().insert(first, last);
+    m_nextTest = 0;
 }
 
-void CertificateModel::forgetAll()
+void CertificateModel::noteRemoved(int first, int last)
 {
-    m_rows.clear();
+    m_facts.cache().remove(first, last);
+    m_nextTest = 0;
+}
+
+void CertificateModel::noteChanged(int first, int last)
+{
+    m_facts.cache().forget(first, last);
+    m_nextTest = 0;
+}
+
+void CertificateModel::noteAll(const QAbstractItemModel *source)
+{
+    m_facts.cache().clear();
+    m_facts.setSource(source);
     m_searchKeysKnown = false;
+    m_isFresh = false;
+    m_turn.stop();
+}
+
+bool CertificateModel::matters(const QVector<int> &roles) const
+{
+    return roles.isEmpty() || std::any_of(roles.cbegin(), roles.cend(), [this](int role) {
+               return role == NameRole || role == KeyStoreEntryRole || role == TypeRole
+                   || m_facts.searched().contains(role);
+           });
 }
 
 void CertificateModel::setSearchRoles(const QStringList &roles)
@@ -139,9 +99,7 @@ void CertificateModel::setPattern(const QString &pattern)
 {
     if (filterRegExp().pattern() == pattern)
         return;
-    // The base class filters at once, by the old pattern and its matches, so nothing moves yet.
     setFilterRegExp(QRegExp(pattern, Qt::CaseInsensitive, QRegExp::FixedString));
-    m_pattern = pattern;
     m_needle = Trivex::foldedText(pattern);
     refreshMatches();
     Q_EMIT patternChanged();
@@ -165,39 +123,18 @@ void CertificateModel::readSearchKeys() const
             keys.append(key);
     }
     m_searchKeysKnown = true;
-    if (keys == m_searchKeys)
-        return;
-    m_searchKeys = keys;
-    for (CachedRow &row : m_rows.rows()) {
-        row.set(CachedRow::HaystackKnown, false);
-        row.haystack.clear();
-    }
-}
-
-QString CertificateModel::haystack(int sourceRow) const
-{
-    QString text;
-    const QModelIndex index = sourceModel()->index(sourceRow, 0);
-    for (const int key : qAsConst(m_searchKeys)) {
-        if (!text.isEmpty())
-            text += RowCache::Separator;
-        text += Trivex::foldedText(sourceModel()->data(index, key).toString());
-    }
-    return text;
+    m_facts.setSearched(keys);
 }
 
 bool CertificateModel::matches(int sourceRow) const
 {
-    if (m_pattern.isEmpty() || !sourceModel())
-        return false;
     if (!m_searchKeysKnown)
         readSearchKeys();
-    CachedRow &row = m_rows.at(sourceRow);
-    if (!row.has(CachedRow::HaystackKnown)) {
-        row.haystack = haystack(sourceRow);
-        row.set(CachedRow::HaystackKnown);
-    }
-    return row.haystack.contains(m_needle);
+    CachedRow &row = m_facts.at(sourceRow);
+    row.set(CachedRow::Matched, m_facts.contains(sourceRow, m_needle));
+    row.set(CachedRow::Tested);
+    row.set(CachedRow::Waiting, false);
+    return row.has(CachedRow::Matched);
 }
 
 void CertificateModel::refreshMatches()
@@ -211,148 +148,105 @@ void CertificateModel::refreshMatches()
     // Longer texts only lose rows and shorter ones only gain them; anything else starts afresh.
     const bool losesOnly = wasSearching && current.contains(m_lastPattern);
     const bool gainsOnly = wasSearching && !losesOnly && m_lastPattern.indexOf(filterRegExp()) >= 0;
-    auto &rows = m_rows.rows();
-    int changes = 0;
-    for (int number = 0; number < int(rows.size()); ++number) {
-        CachedRow &row = rows[size_t(number)];
-        if (!row.has(CachedRow::Accepted))
-            continue;
-        const bool wasShown = m_lastPattern.isEmpty() || row.has(CachedRow::Matched);
-        const bool retest =
-            losesOnly ? row.has(CachedRow::Matched) : !gainsOnly || !row.has(CachedRow::Matched);
-        if (retest) {
-            row.set(CachedRow::Matched, matches(number));
-            row.set(CachedRow::Tested);
-        }
-        const bool isShown = current.isEmpty() || row.has(CachedRow::Matched);
-        changes += wasShown != isShown;
+    for (CachedRow &row : m_facts.cache().rows()) {
+        const bool isMatched = row.has(CachedRow::Matched);
+        const bool wasTested = row.has(CachedRow::Tested);
+        const bool holds = losesOnly ? !isMatched : gainsOnly && isMatched;
+        row.set(CachedRow::Before,
+                m_lastPattern.isEmpty() || (wasTested ? isMatched : row.has(CachedRow::Before)));
+        row.set(CachedRow::Tested, wasTested && holds);
+        row.set(CachedRow::Waiting, !row.has(CachedRow::Tested));
     }
     m_lastPattern = current;
-    refilter(changes);
+    beginTests();
 }
 
-void CertificateModel::refilter(int changes)
+void CertificateModel::beginTests()
 {
-    // Row by row, each run of changed rows costs a walk over all rows.
-    if (changes > RowByRowLimit)
-        invalidate();
-    else
-        invalidateFilter();
+    m_turn.stop();
+    m_isFresh = false;
+    int reads = 0;
+    int tests = 0;
+    for (const int row : order()) {
+        const CachedRow &facts = m_facts.at(row);
+        tests += facts.has(CachedRow::Tested) ? 0 : 1;
+        reads += facts.has(CachedRow::HaystackKnown) ? 0 : 1;
+    }
+    if (m_needle.isEmpty() || (reads <= ReadsAtOnce && tests <= TestsAtOnce)) {
+        finishTests();
+        return;
+    }
+    m_isFresh = true;
+    m_nextTest = 0;
+    m_turn.start();
+}
+
+void CertificateModel::finishTests()
+{
+    m_turn.stop();
+    m_isFresh = false;
+    for (const int row : order()) {
+        if (!m_needle.isEmpty() && !m_facts.at(row).has(CachedRow::Tested))
+            matches(row);
+    }
+    refind();
+}
+
+void CertificateModel::testSlice()
+{
+    m_isFresh = false;
+    QElapsedTimer clock;
+    clock.start();
+    int tests = 0;
+    for (; m_nextTest < int(order().size()); ++m_nextTest) {
+        const int row = order()[size_t(m_nextTest)];
+        if (m_facts.at(row).has(CachedRow::Tested))
+            continue;
+        if (tests == SliceRows || (tests > 0 && tests % Stride == 0 && clock.elapsed() >= SliceMs))
+            return;
+        matches(row);
+        ++tests;
+    }
+    finishTests();
+}
+
+void CertificateModel::changeCategory()
+{
+    if (!isBuilt())
+        return;
+    for (CachedRow &row : m_facts.cache().rows())
+        row.set(CachedRow::Waiting, !row.has(CachedRow::Tested));
+    rechoose();
+    if (!m_needle.isEmpty())
+        beginTests();
+}
+
+bool CertificateModel::belongs(int sourceRow) const
+{
+    return m_facts.isIn(filterRole(), sourceRow);
+}
+
+bool CertificateModel::isFound(int sourceRow) const
+{
+    if (m_needle.isEmpty())
+        return true;
+    const CachedRow &row = m_facts.at(sourceRow);
+    if (row.has(CachedRow::Tested))
+        return row.has(CachedRow::Matched);
+    return row.has(CachedRow::Waiting) ? row.has(CachedRow::Before) : matches(sourceRow);
+}
+
+int CertificateModel::compare(int sourceRow, int other) const
+{
+    return m_facts.compare(sourceRow, other);
 }
 
 bool CertificateModel::filterAcceptsRow(int sourceRow, const QModelIndex &sourceParent) const
 {
-    CachedRow stranger; // child rows are not cached
-    CachedRow &row = sourceParent.isValid() ? stranger : m_rows.at(sourceRow);
-    if (!passesCategory(sourceRow, sourceParent, row))
-        return false;
-    row.set(CachedRow::Accepted);
-    if (m_pattern.isEmpty())
-        return true;
-    if (!row.has(CachedRow::Tested) && m_lastPattern == m_pattern && !sourceParent.isValid()) {
-        row.set(CachedRow::Matched, matches(sourceRow));
-        row.set(CachedRow::Tested);
-    }
-    return row.has(CachedRow::Matched);
-}
-
-bool CertificateModel::passesCategory(int sourceRow, const QModelIndex &sourceParent,
-                                      CachedRow &row) const
-{
-    const QModelIndex index = row.has(CachedRow::TypeKnown) && row.has(CachedRow::EntryKnown)
-            && row.has(CachedRow::OriginKnown)
-        ? QModelIndex()
-        : sourceModel()->index(sourceRow, 0, sourceParent);
-    if (!row.has(CachedRow::TypeKnown)) {
-        row.type = sourceModel()->data(index, TypeRole).toInt();
-        row.set(CachedRow::TypeKnown);
-    }
-    const int category = filterRole();
-    if (row.type == SystemCategory || row.type == RequestCategory)
-        return row.type == category;
-    return passesEntryCategory(category, index, row);
-}
-
-bool CertificateModel::passesEntryCategory(int category, const QModelIndex &index,
-                                           CachedRow &row) const
-{
-    switch (category) {
-    case UserCategory:
-    case KeyCategory:
-        readEntry(index, row);
-        return row.has(category == UserCategory ? CachedRow::UserStore : CachedRow::KeyBundle);
-    case ImportedCategory:
-        readOrigin(index, row);
-        return row.has(CachedRow::HasEntry) && !row.has(CachedRow::Root)
-            && !row.has(CachedRow::PrivateKey);
-    case RootCategory:
-        readOrigin(index, row);
-        return row.has(CachedRow::Root) && !row.has(CachedRow::PrivateKey);
-    default:
-        return false;
-    }
-}
-
-const KeyStoreEntry *CertificateModel::entryAt(const QModelIndex &index) const
-{
-    auto *object = sourceModel()->data(index, KeyStoreEntryRole).value<QObject *>();
-    return qobject_cast<const KeyStoreEntry *>(object);
-}
-
-void CertificateModel::readEntry(const QModelIndex &index, CachedRow &row) const
-{
-    if (row.has(CachedRow::EntryKnown))
-        return;
-    row.set(CachedRow::EntryKnown);
-    const KeyStoreEntry *entry = entryAt(index);
-    if (!entry)
-        return;
-    row.set(CachedRow::HasEntry);
-    row.set(CachedRow::UserStore, Trivex::entryStoreName(*entry->data()) == QLatin1String("USER"));
-    row.set(CachedRow::KeyBundle,
-            Trivex::entryType(*entry->data()) == QCA::KeyStoreEntry::TypeKeyBundle);
-}
-
-void CertificateModel::readOrigin(const QModelIndex &index, CachedRow &row) const
-{
-    if (row.has(CachedRow::OriginKnown))
-        return;
-    readEntry(index, row);
-    row.set(CachedRow::OriginKnown);
-    const KeyStoreEntry *entry = row.has(CachedRow::HasEntry) ? entryAt(index) : nullptr;
-    if (!entry)
-        return;
-    const bool isPrivate =
-        Trivex::isPrivateKey(Trivex::entryKeyBundle(*entry->data()).privateKey());
-    const Certificate *certificate = entry->certificate();
-    row.set(CachedRow::PrivateKey, isPrivate);
-    row.set(CachedRow::Root, !isPrivate && certificate && certificate->isRoot());
-}
-
-void CertificateModel::readName(const QModelIndex &index, CachedRow &row) const
-{
-    if (row.sortKey || !row.name.isNull())
-        return;
-    QString name = sourceModel()->data(index, NameRole).toString().toLower();
-    if (name.isEmpty())
-        name = qtTrId("plugin-la-unnamed");
-    if (const QCollator *collator = sortCollator())
-        row.sortKey = collator->sortKey(name);
-    else
-        row.name = name;
+    return !sourceParent.isValid() && belongs(sourceRow) && isFound(sourceRow);
 }
 
 bool CertificateModel::lessThan(const QModelIndex &left, const QModelIndex &right) const
 {
-    CachedRow strangers[2];
-    const bool known = !left.parent().isValid() && !right.parent().isValid();
-    if (known) // makes room for both before any reference
-        m_rows.at(qMax(left.row(), right.row()));
-    CachedRow &first = known ? m_rows.at(left.row()) : strangers[0];
-    CachedRow &second = known ? m_rows.at(right.row()) : strangers[1];
-    readName(left, first);
-    readName(right, second);
-    if (first.sortKey && second.sortKey)
-        return first.sortKey->compare(*second.sortKey) < 0;
-    return QString::localeAwareCompare(first.name, second.name) < 0;
+    return compare(left.row(), right.row()) < 0;
 }

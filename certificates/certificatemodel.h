@@ -2,13 +2,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "certificates/rowcache.h"
+#include "certificates/rowfacts.h"
+#include "certificates/sortedproxy.h"
 
-#include <QSortFilterProxyModel>
 #include <QStringList>
+#include <QTimer>
 #include <QVector>
-
-class KeyStoreEntry;
 
 /// One category of the key store model's rows, sorted by name and narrowed by a search text.
 ///
@@ -19,13 +18,18 @@ class KeyStoreEntry;
 ///
 /// Rows that arrive or change during a search are searched at once; removed rows are forgotten.
 /// Texts read from a row are kept until the source announces a change. When a search changes very
-/// many rows at once, views get one layout change instead of each row. GUI thread only.
+/// many runs of rows at once, views get one layout change instead of each run.
+///
+/// A search that has to read more rows than one turn of the event loop has time for goes on in the
+/// next ones, and shows its result as one change at the end; until then the rows stay what they
+/// are. Whoever asks for the count in the turn of the new text gets the new one, at the price of
+/// the time that it takes: docs/decisions/049. GUI thread only.
 ///
 /// ```qml
 /// CertificateModel { sourceModel: KeyStoreModel; filterRole: KeyStoreModel.SmartCard
 ///                    searchRoles: ["name", "issuer"]; pattern: field.text }
 /// ```
-class CertificateModel : public QSortFilterProxyModel {
+class CertificateModel : public Trivex::SortedProxy {
     Q_OBJECT
     /// The names of the source's roles to search; empty at first. A change shows with the next
     /// change of the pattern.
@@ -37,15 +41,15 @@ class CertificateModel : public QSortFilterProxyModel {
 public:
     /// The source's roles that the model itself reads.
     enum SourceRole {
-        NameRole = Qt::UserRole + 1,
-        KeyStoreEntryRole = Qt::UserRole + 2,
-        TypeRole = Qt::UserRole + 5,
+        NameRole = Trivex::RowFacts::NameRole,
+        KeyStoreEntryRole = Trivex::RowFacts::KeyStoreEntryRole,
+        TypeRole = Trivex::RowFacts::TypeRole,
     };
 
     explicit CertificateModel(QObject *parent = nullptr);
     ~CertificateModel() override;
 
-    void setSourceModel(QAbstractItemModel *model) override;
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override;
 
     QStringList searchRoles() const { return m_searchRoles; }
     void setSearchRoles(const QStringList &roles);
@@ -60,34 +64,36 @@ protected:
     bool filterAcceptsRow(int sourceRow, const QModelIndex &sourceParent) const override;
     bool lessThan(const QModelIndex &left, const QModelIndex &right) const override;
 
+    void noteInserted(int first, int last) override;
+    void noteRemoved(int first, int last) override;
+    void noteChanged(int first, int last) override;
+    void noteAll(const QAbstractItemModel *source) override;
+    bool matters(const QVector<int> &roles) const override;
+    bool belongs(int sourceRow) const override;
+    bool isFound(int sourceRow) const override;
+    int compare(int sourceRow, int other) const override;
+
 private:
     int roleKey(const QString &roleName) const;
     bool matches(int sourceRow) const;
     void refreshMatches();
 
-    void follow(QAbstractItemModel *model);
-    void forgetAll();
-    void refilter(int changes);
     void readSearchKeys() const;
-    QString haystack(int sourceRow) const;
-    bool passesCategory(int sourceRow, const QModelIndex &sourceParent,
-                        Trivex::CachedRow &row) const;
-    bool passesEntryCategory(int category, const QModelIndex &index, Trivex::CachedRow &row) const;
-    void readEntry(const QModelIndex &index, Trivex::CachedRow &row) const;
-    void readOrigin(const QModelIndex &index, Trivex::CachedRow &row) const;
-    const KeyStoreEntry *entryAt(const QModelIndex &index) const;
-    void readName(const QModelIndex &index, Trivex::CachedRow &row) const;
+    void beginTests();
+    void finishTests();
+    void testSlice();
+    void changeCategory();
 
     QStringList m_searchRoles;
     QString m_lastPattern;
-    /// Holds the flags for matched and accepted rows.
-    mutable Trivex::RowCache m_rows;
+    mutable Trivex::RowFacts m_facts;
 
-    QVector<QMetaObject::Connection> m_connections;
-    /// The category that rows were accepted by; the base class may have a newer one for a moment.
-    QString m_pattern;
-    QString m_needle; ///< `m_pattern`, folded
-    mutable QVector<int> m_searchKeys;
+    QString m_needle; ///< the pattern, folded
     mutable bool m_searchKeysKnown = false;
     bool m_rolesChanged = false;
+
+    /// No turn of the event loop has passed since a search in slices began.
+    bool m_isFresh = false;
+    int m_nextTest = 0; ///< a place in the order
+    QTimer m_turn;
 };

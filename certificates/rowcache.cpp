@@ -16,9 +16,13 @@ CachedRow &RowCache::at(int row)
 
 void RowCache::insert(int first, int last)
 {
+    const auto place = size_t(first);
     // Rows past the end are created when they are asked for.
-    if (size_t(first) < m_rows.size())
-        m_rows.insert(m_rows.begin() + first, size_t(last) - size_t(first) + 1, CachedRow());
+    if (place >= m_rows.size())
+        return;
+    const size_t count = size_t(last) - place + 1;
+    m_rows.resize(m_rows.size() + count);
+    std::rotate(m_rows.begin() + first, m_rows.end() - std::ptrdiff_t(count), m_rows.end());
 }
 
 void RowCache::remove(int first, int last)
@@ -26,16 +30,6 @@ void RowCache::remove(int first, int last)
     const int end = std::min(last + 1, int(m_rows.size()));
     if (first < end)
         m_rows.erase(m_rows.begin() + first, m_rows.begin() + end);
-}
-
-void RowCache::move(int first, int last, int destination)
-{
-    at(std::max(last, destination - 1));
-    const auto begin = m_rows.begin();
-    if (destination > last)
-        std::rotate(begin + first, begin + last + 1, begin + destination);
-    else
-        std::rotate(begin + destination, begin + first, begin + last + 1);
 }
 
 void RowCache::forget(int first, int last)

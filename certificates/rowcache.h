@@ -5,6 +5,7 @@
 #include <QCollator>
 #include <QString>
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -22,10 +23,18 @@ struct CachedRow {
         OriginKnown = 0x020, ///< the two facts that follow
         PrivateKey = 0x040,
         Root = 0x080,
-        Accepted = 0x100, ///< has passed the category test
+        Before = 0x100, ///< was shown before the search that is going on
         Tested = 0x200, ///< `Matched` is true for the current search text
         Matched = 0x400,
         HaystackKnown = 0x800,
+        Waiting = 0x1000, ///< is to be tested by the search that is going on
+    };
+
+    /// Most rows are in another category than the filter's, and have none.
+    struct Texts {
+        QString haystack; ///< the searched texts, folded, joined by `RowCache::Separator`
+        std::optional<QCollatorSortKey> sortKey; ///< to sort by
+        QString name; ///< to sort by where sort keys don't serve
     };
 
     bool has(Fact fact) const { return facts & fact; }
@@ -33,16 +42,20 @@ struct CachedRow {
     {
         facts = on ? quint16(facts | fact) : quint16(facts & ~fact);
     }
+    Texts &keptTexts()
+    {
+        if (!texts)
+            texts = std::make_unique<Texts>();
+        return *texts;
+    }
 
+    std::unique_ptr<Texts> texts;
     int type = 0;
     quint16 facts = 0;
-    QString haystack; ///< the searched texts, folded, joined by `RowCache::separator`
-    std::optional<QCollatorSortKey> sortKey; ///< to sort by
-    QString name; ///< to sort by where sort keys don't serve
 };
 
-/// The facts by source row; follows insertions, removals and moves in the source. Removing a row
-/// forgets its facts; nothing is known of a new row.
+/// The facts by source row; follows insertions and removals in the source. Removing a row forgets
+/// its facts; nothing is known of a new row.
 class RowCache {
 public:
     /// A character that no search text can contain; see `CertificateModel`.
@@ -55,8 +68,6 @@ public:
 
     void insert(int first, int last);
     void remove(int first, int last);
-    /// Moves them before row `destination`, which is outside `first` to `last` + 1.
-    void move(int first, int last, int destination);
     /// Forgets the facts of these rows.
     void forget(int first, int last);
     void clear();

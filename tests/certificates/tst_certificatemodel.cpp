@@ -70,6 +70,7 @@ private Q_SLOTS:
     void randomEdits();
     void sortKeysAgreeWithLocale();
     void foldingAgreesWithRegExp();
+    void foldingIsLetterByLetter();
     void rowsComeDuringASearch();
 
 private:
@@ -326,6 +327,28 @@ void TestCertificateModel::foldingAgreesWithRegExp()
         const bool found = Trivex::foldedText(text).contains(Trivex::foldedText(pattern));
         QVERIFY2(found == wanted, qPrintable(text + QStringLiteral(" / ") + pattern));
     }
+}
+
+void TestCertificateModel::foldingIsLetterByLetter()
+{
+    for (uint point = 1; point <= 0x1ffff; ++point) {
+        if (QChar::isSurrogate(point))
+            continue;
+        const QString letter = QString::fromUcs4(&point, 1);
+        QString wanted;
+        for (const uint lower : letter.toLower().toUcs4()) {
+            const uint plain = QChar::toCaseFolded(lower);
+            wanted += QString::fromUcs4(&plain, 1);
+        }
+        // Among others, whose way must not depend on it.
+        const QString text = QLatin1Char('A') + letter + QStringLiteral("Я");
+        const QString folded = QLatin1Char('a') + wanted + QStringLiteral("я");
+        if (Trivex::foldedText(text) != folded)
+            QFAIL(qPrintable(QString::number(point, 16)));
+    }
+    QCOMPARE(Trivex::foldedText(QString(QChar(0xd83d)) + QLatin1Char('A')),
+             QString(QChar(QChar::ReplacementCharacter)) + QLatin1Char('a')); // half a pair
+    QVERIFY(Trivex::foldedText(QString()).isEmpty());
 }
 
 void TestCertificateModel::rowsComeDuringASearch()
