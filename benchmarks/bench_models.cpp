@@ -13,7 +13,8 @@
 #include <QRegExp>
 #include <QSortFilterProxyModel>
 
-#include <memory>
+#include <functional>
+#include <iterator>
 
 namespace {
 
@@ -80,6 +81,16 @@ public:
             ++m_shown;
             endInsertRows();
         }
+    }
+    /// As the key store model does it with a long list: `rows` more at each turn of the event loop.
+    bool loadSlice(int rows)
+    {
+        for (int i = 0; i < rows && m_shown < m_all.size(); ++i) {
+            beginInsertRows(QModelIndex(), m_shown, m_shown);
+            ++m_shown;
+            endInsertRows();
+        }
+        return m_shown < m_all.size();
     }
     void loadAtOnce()
     {
@@ -153,6 +164,74 @@ template <typename Model> double loadTime(int rows, void (Source::*load)())
     return Measure::median(times);
 }
 
+struct Times {
+    double all = 0;
+    double longest = 0; ///< of one turn of the event loop
+};
+
+/// Rows that arrive while filters for all five categories of a window watch them.
+template <typename Model> Times arrival(int rows)
+{
+    constexpr int Slice = 32;
+    const int categories[] = {0, 1, 3, 6, 7};
+    QVector<double> all;
+    QVector<double> longest;
+    for (int round = 0; round < Rounds; ++round) {
+        Source source(rows);
+        Model models[std::size(categories)];
+        for (size_t i = 0; i < std::size(categories); ++i) {
+            models[i].setFilterRole(categories[i]);
+            models[i].setSourceModel(&source);
+            models[i].rowCount();
+        }
+        Times times;
+        for (bool goesOn = true; goesOn;) {
+            QElapsedTimer timer;
+            timer.start();
+            goesOn = source.loadSlice(Slice);
+            const double turn = double(timer.nsecsElapsed()) / 1e6;
+            times.all += turn;
+            times.longest = qMax(times.longest, turn);
+        }
+        all.append(times.all);
+        longest.append(times.longest);
+    }
+    return {Measure::median(all), Measure::median(longest)};
+}
+
+/// The longest turn of the event loop from letter to letter, where nobody waits for the result.
+double longestTurn(int rows)
+{
+    static const QStringList texts = {QStringLiteral("а"), QStringLiteral("аб"),
+                                      QStringLiteral("Ш"), QStringLiteral("12"),
+                                      QStringLiteral("1"), QString()};
+    QVector<double> rounds;
+    for (int round = 0; round < Rounds; ++round) {
+        Source source(rows);
+        CertificateModel model;
+        prepare(model);
+        model.setSourceModel(&source);
+        source.loadAtOnce();
+        model.rowCount();
+        double longest = 0;
+        const auto turn = [&longest](const std::function<void()> &work) {
+            QElapsedTimer timer;
+            timer.start();
+            work();
+            longest = qMax(longest, double(timer.nsecsElapsed()) / 1e6);
+        };
+        for (const QString &text : texts) {
+            turn([&] { model.setPattern(text); });
+            QElapsedTimer quiet;
+            quiet.start();
+            while (quiet.elapsed() < 100)
+                turn([] { QCoreApplication::processEvents(); });
+        }
+        rounds.append(longest);
+    }
+    return Measure::median(rounds);
+}
+
 struct Keystrokes {
     double median = 0;
     double worst = 0;
@@ -202,15 +281,31 @@ int main(int argc, char **argv)
     QLocale::setDefault(QLocale(QStringLiteral("ru_RU")));
     loading("Loading at once", &Source::loadAtOnce, 50000);
     loading("Loading row by row", &Source::loadRowByRow, 10000);
+    {
+        Measure::Table all(QStringLiteral("Arrival in slices, five categories watched"),
+                           QStringLiteral("five plain proxies"));
+        Measure::Table stall(QStringLiteral("The longest turn of the event loop meanwhile"),
+                             QStringLiteral("five plain proxies"));
+        for (const int rows : {1000, 10000, 50000}) {
+            const Times ours = arrival<CertificateModel>(rows);
+            const Times plain = arrival<PlainProxy>(rows);
+            all.add(QStringLiteral("filter models"), rows, ours.all, plain.all);
+            stall.add(QStringLiteral("filter models"), rows, ours.longest, plain.longest);
+        }
+    }
     Measure::Table median(QStringLiteral("Keystroke over three roles, median"),
                           QStringLiteral("plain proxy"));
     Measure::Table worst(QStringLiteral("Keystroke over three roles, worst"),
                          QStringLiteral("plain proxy"));
+    Measure::Table turn(
+        QStringLiteral("Keystroke over three roles, longest turn of the event loop"),
+        QStringLiteral("plain proxy, worst keystroke"));
     for (const int rows : Sizes) {
         const Keystrokes ours = keystrokes<CertificateModel>(rows);
         const Keystrokes plain = keystrokes<PlainProxy>(rows);
         median.add(QStringLiteral("filter model"), rows, ours.median, plain.median);
         worst.add(QStringLiteral("filter model"), rows, ours.worst, plain.worst);
+        turn.add(QStringLiteral("filter model"), rows, longestTurn(rows), plain.worst);
     }
     return 0;
 }
