@@ -8,6 +8,7 @@
 #include "qca/base/pause.h"
 #include "qca/base/regularfile.h"
 #include "qca/base/securedtext.h"
+#include "qca/questions/cancellationscope.h"
 #include "qca/questions/openquestions.h"
 #include "qca/questions/putquestion.h"
 #include "qca/questions/question.h"
@@ -176,7 +177,9 @@ void SignVerify::runSign(const Job &job)
     const QPointer<SignVerify> self(this);
     QByteArray signature;
     {
+        m_task = std::make_shared<Trivex::Cancellation>();
         const Trivex::QuestionScope scope(&m_eventHandler);
+        const Trivex::CancellationScope taskScope(m_task);
         signature = Trivex::rawSignature(key, text);
     }
     if (self)

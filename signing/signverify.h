@@ -3,6 +3,7 @@
 #pragma once
 
 #include "qca/questions/eventhandler.h"
+#include "qca/tokens/tokenworker.h"
 #include "signing/keptpin.h"
 #include "signing/pinquestions.h"
 
@@ -28,8 +29,9 @@ class KeyStoreEntry;
 ///
 /// Results arrive by signal. Lives on the GUI thread, whose event loop runs on while a token works
 /// or a question is open; the object and the entry may be destroyed meanwhile.
-class SignVerify : public QObject {
+class SignVerify : public QObject, public Trivex::TokenWorker {
     Q_OBJECT
+    Q_INTERFACES(Trivex::TokenWorker)
     /// The certificate of the entry of the last good verification; a null certificate before.
     /// Owned.
     Q_PROPERTY(Certificate *ceritficate READ ceritficate NOTIFY ceritficateChanged)
@@ -55,6 +57,8 @@ public:
 
     Certificate *ceritficate() const;
     int error() const { return m_error; }
+    /// The signature that is being made, or was made last.
+    Trivex::CancellationPtr tokenTask() const override { return m_task; }
 
 Q_SIGNALS:
     /// The signature is in its file.
@@ -122,5 +126,6 @@ private:
     std::deque<Job> m_toSign; ///< called for, their delay not over yet
     std::deque<Job> m_toVerify;
     std::deque<Job> m_signQueue; ///< due
+    Trivex::CancellationPtr m_task;
     bool m_signing = false;
 };

@@ -218,7 +218,7 @@ void CertificateImport::cancel()
     if (!m_running)
         return;
     m_stopped = true;
-    TokenMonitor::cancel(m_storeId);
+    m_writer.cancel();
 }
 
 void CertificateImport::clear()

@@ -6,6 +6,7 @@
 #include "qca/cms/documentkey.h"
 #include "qca/keys/keys.h"
 #include "qca/questions/background.h"
+#include "qca/questions/cancellationscope.h"
 #include "qca/tokens/tokens.h"
 #include "tools/rowentry.h"
 
@@ -128,7 +129,7 @@ void DocumentSigner::signWith(const QCA::KeyBundle &bundle, const DocumentSignat
     m_mayReplace = mayReplace;
     m_signature = std::make_shared<DocumentSignature>(files, chain.value(0), chain);
     m_key = bundle.isNull() ? QCA::PrivateKey() : bundle.privateKey();
-    m_storeId = keyStoreIdOf(m_key);
+    m_task = std::make_shared<Cancellation>();
     if (isPrivateKey(m_key))
         digest();
     else
@@ -158,11 +159,13 @@ void DocumentSigner::signDigest()
     const QPointer<DocumentSigner> self(this);
     const SignaturePtr signature = m_signature;
     const MessageWriter &message = signature->message();
-    m_isTokenAtWork = true;
-    const QByteArray made = signForMessage(m_key, message.scheme(), message.toBeSigned());
+    QByteArray made;
+    {
+        const CancellationScope scope(m_task);
+        made = signForMessage(m_key, message.scheme(), message.toBeSigned());
+    }
     if (!self)
         return;
-    m_isTokenAtWork = false;
     if (made.isEmpty()) {
         end(NotSigned);
         return;
@@ -207,9 +210,7 @@ void DocumentSigner::cancel()
     if (!isRunning() || !m_signature)
         return;
     m_signature->work().cancel();
-    // What the token does meanwhile may be somebody else's.
-    if (m_isTokenAtWork && !m_storeId.isEmpty())
-        TokenMonitor::cancel(m_storeId);
+    cancelTokenTask(m_task);
 }
 
 } // namespace Trivex

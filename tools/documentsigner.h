@@ -3,6 +3,7 @@
 #pragma once
 
 #include "qca/cms/documentsignature.h"
+#include "qca/questions/cancellation.h"
 #include "tools/job.h"
 
 #include <QtCrypto>
@@ -86,9 +87,8 @@ private:
     SignaturePtr m_signature;
     DocumentSignature::Files m_files;
     QCA::PrivateKey m_key;
-    QString m_storeId;
+    CancellationPtr m_task; ///< what the token does for this signature
     bool m_mayReplace = false;
-    bool m_isTokenAtWork = false; ///< for this signature
     Error m_error = NoError;
 };
 

@@ -12,6 +12,7 @@
 #include "qca/base/savedrequest.h"
 #include "qca/base/securedtext.h"
 #include "qca/keys/keys.h"
+#include "qca/questions/cancellationscope.h"
 #include "qca/tokens/tokens.h"
 #include "tools/requestprofiles.h"
 #include "tools/requesttexts.h"
@@ -216,6 +217,7 @@ bool KeyRequest::begin()
     if (m_isRunning)
         return false;
     m_isRunning = true;
+    m_task = std::make_shared<Cancellation>();
     Q_EMIT runningChanged();
     return true;
 }
@@ -255,14 +257,12 @@ void KeyRequest::takeKey(const QString &storeId, const QString &keyId)
 {
     if (!begin())
         return;
-    m_storeId = storeId;
     m_key = tokenKeyOfId(storeId, keyId);
     end(isPrivateKey(m_key) ? NoError : NoKey);
 }
 
 void KeyRequest::generate(const QString &storeId, int kind, const QString &label)
 {
-    m_storeId = storeId;
     m_key = QCA::PrivateKey();
     const auto *const chosen = std::find_if(std::begin(Kinds), std::end(Kinds),
                                             [kind](const Kind &one) { return one.kind == kind; });
@@ -272,6 +272,7 @@ void KeyRequest::generate(const QString &storeId, int kind, const QString &label
         return;
     }
     m_generator.setTarget(storeId, label);
+    const CancellationScope scope(m_task);
     if (chosen->curve)
         m_generator.createEC(QString::fromLatin1(chosen->curve), pkcs11ProviderName());
     else
@@ -315,7 +316,6 @@ void KeyRequest::useKey(const QCA::PrivateKey &key)
     if (!begin() || !check())
         return;
     m_key = key;
-    m_storeId = keyStoreIdOf(key);
     if (isPrivateKey(key))
         sign();
     else
@@ -325,7 +325,11 @@ void KeyRequest::useKey(const QCA::PrivateKey &key)
 void KeyRequest::sign()
 {
     const QPointer<KeyRequest> self(this);
-    const QCA::CertificateRequest made = madeRequest(contents().options(), m_key);
+    QCA::CertificateRequest made;
+    {
+        const CancellationScope scope(m_task);
+        made = madeRequest(contents().options(), m_key);
+    }
     if (!self)
         return;
     if (made.isNull())
@@ -360,8 +364,8 @@ void KeyRequest::end(Error error)
 
 void KeyRequest::cancel()
 {
-    if (m_isRunning && !m_storeId.isEmpty())
-        TokenMonitor::cancel(m_storeId);
+    if (m_isRunning)
+        cancelTokenTask(m_task);
 }
 
 } // namespace Trivex

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "qca/adapter/keygenerator.h"
+#include "qca/questions/cancellation.h"
 #include "qca/questions/storedanswers.h"
 #include "tools/requestvalues.h"
 
@@ -131,7 +132,7 @@ public:
     /// For the key of the last run.
     Q_INVOKABLE void signAgain();
     void useKey(const QCA::PrivateKey &key);
-    /// Asks the token to stop; `finished()` follows.
+    /// Asks the token to stop what it does for this object; `finished()` follows.
     Q_INVOKABLE void cancel();
 
 Q_SIGNALS:
@@ -160,7 +161,7 @@ private:
     KeyGenerator m_generator;
     StoredAnswers m_answers;
     QCA::PrivateKey m_key;
-    QString m_storeId;
+    CancellationPtr m_task; ///< what tokens do for the run
     bool m_isRunning = false;
     bool m_isKeyAlone = false;
     Error m_error = NoError;

@@ -315,7 +315,7 @@ void TokenAdmin::end(const TokenAdministrationResult &result)
 void TokenAdmin::cancel()
 {
     if (m_isRunning)
-        cancelTokenAdministration(m_storeId, m_task);
+        cancelTokenTask(m_task);
 }
 
 } // namespace Trivex

@@ -3,6 +3,7 @@
 #include "tools/tokeninfo.h"
 
 #include "qca/questions/putquestion.h"
+#include "qca/tokens/tokenworker.h"
 
 namespace Trivex {
 
@@ -118,11 +119,10 @@ bool TokenInfo::showAsker()
     return true;
 }
 
-void TokenInfo::cancel()
+void TokenInfo::cancel(QObject *worker)
 {
-    const QString id = m_storeId.isEmpty() ? m_status.keyStoreId : m_storeId;
-    if (!id.isEmpty())
-        TokenMonitor::cancel(id);
+    if (const auto *known = qobject_cast<TokenWorker *>(worker))
+        cancelTokenTask(known->tokenTask());
 }
 
 QString TokenInfo::pinText(PinState state)

@@ -55,8 +55,9 @@ public:
     /// operation than a signature of that signer. Where nobody tells who asks, the chosen one
     /// stays.
     Q_INVOKABLE bool showAsker();
-    /// Asks the running operation to end; its outcome comes the usual way.
-    Q_INVOKABLE void cancel();
+    /// Asks what tokens do for `worker` to end, a `SignVerify`; its outcome comes the usual way.
+    /// What others have asked of the same token goes on.
+    Q_INVOKABLE static void cancel(QObject *worker);
 
     /// The sentence for a state of the PIN, shared with prompts.
     static QString pinText(PinState state);

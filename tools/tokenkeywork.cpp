@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "tools/tokenkeywork.h"
 
-#include "qca/tokens/tokens.h"
-
 namespace Trivex {
 
 TokenKeyWork::TokenKeyWork(QObject *parent)
@@ -15,19 +13,18 @@ TokenKeyWork::TokenKeyWork(QObject *parent)
 
 bool TokenKeyWork::remove(const QString &storeId, const QString &keyId)
 {
-    return !m_isRunning && begin(storeId, m_writer.removeKey(storeId, keyId));
+    return !m_isRunning && begin(m_writer.removeKey(storeId, keyId));
 }
 
 bool TokenKeyWork::show(const QString &storeId)
 {
-    return !m_isRunning && begin(storeId, m_writer.showKeys(storeId));
+    return !m_isRunning && begin(m_writer.showKeys(storeId));
 }
 
-bool TokenKeyWork::begin(const QString &storeId, bool hasStarted)
+bool TokenKeyWork::begin(bool hasStarted)
 {
     if (!hasStarted)
         return false;
-    m_storeId = storeId;
     m_isRunning = true;
     Q_EMIT runningChanged();
     return true;
@@ -43,7 +40,7 @@ void TokenKeyWork::end(bool succeeded)
 void TokenKeyWork::cancel()
 {
     if (m_isRunning)
-        TokenMonitor::cancel(m_storeId);
+        m_writer.cancel();
 }
 
 } // namespace Trivex

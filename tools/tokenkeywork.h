@@ -39,11 +39,10 @@ Q_SIGNALS:
     void finished(bool succeeded);
 
 private:
-    bool begin(const QString &storeId, bool hasStarted);
+    bool begin(bool hasStarted);
     void end(bool succeeded);
 
     StoreWriter m_writer;
-    QString m_storeId;
     bool m_isRunning = false;
 };
 

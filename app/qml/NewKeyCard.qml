@@ -204,7 +204,7 @@ Card {
             objectName: "generateCancel"
             text: qsTrId("trivex-app-stop")
             visible: card.generating
-            onClicked: chooser.info.cancel()
+            onClicked: card.request.cancel()
         }
     }
     Notice {

@@ -93,7 +93,7 @@ Item {
             replaceAsked()
     }
     function stop() {
-        token.cancel()
+        token.cancel(signer)
     }
     /// The result stands when the document is still the one that it was found for.
     function end(result) {

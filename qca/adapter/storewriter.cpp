@@ -2,11 +2,15 @@
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/storewriter.h"
 
+#include "qca/questions/cancellationscope.h"
 #include "qca/questions/mailbox.h"
 #include "qca/questions/openquestions.h"
 #include "qca/questions/questionscope.h"
 #include "qca/tokens/tokenregistry.h"
 #include "qca/tokens/userstore.h"
+
+#include <algorithm>
+#include <vector>
 
 namespace Trivex {
 
@@ -15,6 +19,9 @@ struct StoreWriter::Shared {
     const OperationOwnerPtr owner = std::make_shared<OperationOwner>();
     std::mutex mutex;
     std::unique_ptr<Mailbox, Mailbox::DeleteLater> mailbox{new Mailbox};
+    /// Of what has been started, by the writer's thread alone; null when it is over. Several may be
+    /// at work at once, so each has its own.
+    std::vector<std::weak_ptr<Cancellation>> tasks;
 
     void post(std::function<void()> function)
     {
@@ -112,12 +119,25 @@ bool StoreWriter::start(const QString &storeId, StoreChange change)
     change.owner = m_shared->owner;
     // As on QCA's own thread, where no signer's scope is in force.
     const QuestionScope nobody(nullptr);
+    const auto task = std::make_shared<Cancellation>();
+    auto &tasks = m_shared->tasks;
+    const auto isOver = [](const std::weak_ptr<Cancellation> &one) { return one.expired(); };
+    tasks.erase(std::remove_if(tasks.begin(), tasks.end(), isOver), tasks.end());
+    tasks.push_back(task);
+    const CancellationScope scope(task);
     return startStoreChange(
         storeId, change,
         [this, shared = m_shared, kind = change.kind](const StoreChangeResult &result) {
             // Runs on this object's thread, and not when it has gone.
             shared->post([this, result, kind] { tell(kind, result.succeeded, result.entryId); });
         });
+}
+
+void StoreWriter::cancel()
+{
+    const auto tasks = m_shared->tasks;
+    for (const auto &one : tasks)
+        cancelTokenTask(one.lock());
 }
 
 void StoreWriter::tell(int kind, bool succeeded, const QString &entryId)

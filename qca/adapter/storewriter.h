@@ -40,6 +40,9 @@ public:
     /// Logs in, so that the token shows the keys that it hides.
     bool showKeys(const QString &storeId);
 
+    /// Asks what this object has started on our own tokens to end; it is told of the usual way.
+    void cancel();
+
 Q_SIGNALS:
     // Of what goes past QCA alone. Never before the call that they belong to returns.
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/questions/operation.h"
 
+#include "qca/questions/cancellationscope.h"
 #include "qca/questions/generationtarget.h"
 #include "qca/questions/questionscope.h"
 #include "qca/questions/storedanswers.h"
@@ -22,6 +23,7 @@ bool isServedByStoredAnswers(Purpose purpose)
 Operation::Operation(Purpose purpose, const QString &keyStoreId, OperationOwnerPtr owner)
     : m_purpose(purpose)
     , m_addressee(QuestionScope::current())
+    , m_cancellation(CancellationScope::current())
     , m_owner(std::move(owner))
 {
     const GenerationTarget *target =
@@ -37,6 +39,8 @@ Operation::Operation(Purpose purpose, const QString &keyStoreId, OperationOwnerP
     if (target)
         m_objectId = target->objectId();
     m_hadStoredPin = !m_storedPin.isEmpty();
+    if (!m_cancellation)
+        m_cancellation = std::make_shared<Cancellation>();
 }
 
 void Operation::useStoredAnswers(const Answers &stored)
@@ -49,6 +53,7 @@ void Operation::useStoredAnswers(const Answers &stored)
 Operation::Operation(Purpose purpose, const QString &keyStoreId, WithoutAnswers)
     : m_purpose(purpose)
     , m_keyStoreId(keyStoreId)
+    , m_cancellation(std::make_shared<Cancellation>())
 {
 }
 

@@ -31,7 +31,8 @@ public:
 
     bool isUnattended() const { return m_isUnattended; }
     bool isAttended() const { return m_isAttended; }
-    /// By which its end can be asked for; not null.
+    /// By which its end can be asked for: its own, or that of the task that has started it
+    /// (`CancellationScope`); not null.
     const CancellationPtr &cancellation() const { return m_cancellation; }
     Purpose purpose() const { return m_purpose; }
     /// The store that the operation works on; empty when none was named.
@@ -68,7 +69,7 @@ private:
     QString m_objectId;
     Secret m_storedPin;
     const QCA::EventHandler *m_addressee = nullptr;
-    CancellationPtr m_cancellation = std::make_shared<Cancellation>();
+    CancellationPtr m_cancellation;
     bool m_isUnattended = false;
     bool m_isAttended = false;
     OperationOwnerPtr m_owner;

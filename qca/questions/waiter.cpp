@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/questions/waiter.h"
 
+#include "qca/questions/cancellationscope.h"
 #include "qca/questions/generationtarget.h"
 #include "qca/questions/questionscope.h"
 
@@ -58,6 +59,7 @@ void Waiter::waitInEventLoop()
 {
     const QuestionScope nobody(nullptr);
     const GenerationTarget::None nowhere;
+    const CancellationScope noTask(nullptr);
     QEventLoop loop;
     // Queued, so that what is resolved between these lines still ends the loop, and behind what the
     // resolving thread has told this one before: why an operation failed is known when it returns.

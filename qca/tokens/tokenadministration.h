@@ -41,17 +41,11 @@ struct TokenAdministrationResult {
 using TokenAdministrationDone = std::function<void(const TokenAdministrationResult &)>;
 
 /// Starts the task on the token of the store `keyStoreId` and returns; `done` follows, perhaps
-/// before that. The result names the task; it is null when no token provider is loaded, or the
-/// store is none of its own: nothing happens then. Thread-safe.
+/// before that. The result names the task for `cancelTokenTask`; it is null when no token provider
+/// is loaded, or the store is none of its own: nothing happens then. Thread-safe.
 TRIVEX_QCA_EXPORT CancellationPtr startTokenAdministration(const QString &keyStoreId,
                                                            TokenAdministration task,
                                                            TokenAdministrationDone done);
-
-/// Drops that task, if it waits for its turn; one that runs is waited for, because its outcome has
-/// to be known. Other operations on the token go on, unlike after `TokenMonitor::cancel`.
-/// Thread-safe.
-TRIVEX_QCA_EXPORT void cancelTokenAdministration(const QString &keyStoreId,
-                                                 const CancellationPtr &task);
 
 /// Publishes that PINs of that token are different from now on, so that nobody hands out an old
 /// one; thread-safe.

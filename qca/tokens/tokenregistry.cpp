@@ -197,10 +197,13 @@ CancellationPtr startTokenAdministration(const QString &keyStoreId, TokenAdminis
     return backend->startAdministration(keyStoreId, std::move(task), std::move(done));
 }
 
-void cancelTokenAdministration(const QString &keyStoreId, const CancellationPtr &task)
+void cancelTokenTask(const CancellationPtr &task)
 {
+    if (!task)
+        return;
+    task->request();
     if (TokenBackend *backend = TokenHub::instance().currentBackend())
-        backend->cancelAdministration(keyStoreId, task);
+        backend->cancelTask(task);
 }
 
 void TokenMonitor::cancel(const QString &keyStoreId)

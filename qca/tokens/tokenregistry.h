@@ -41,8 +41,8 @@ public:
     virtual CancellationPtr startAdministration(const QString &keyStoreId, TokenAdministration task,
                                                 TokenAdministrationDone done) = 0;
 
-    /// See `cancelTokenAdministration`.
-    virtual void cancelAdministration(const QString &keyStoreId, const CancellationPtr &task) = 0;
+    /// See `cancelTokenTask`, which has requested the end already.
+    virtual void cancelTask(const CancellationPtr &task) = 0;
 };
 
 TRIVEX_QCA_EXPORT void setTokenBackend(TokenBackend *backend);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "qca/base/trivexqcaexport.h"
+#include "qca/questions/cancellation.h"
 #include "qca/questions/question.h"
 #include "qca/tokens/tokenfacts.h"
 
@@ -32,6 +33,7 @@ struct TokenStatus {
     PinState pinState = PinState::Normal;
     PinState officerPinState = PinState::Normal; ///< of the PIN of the token's administrator
     bool pinToBeChanged = false; ///< the PIN is a first one, which its user has to change
+    bool pinMayBeEmpty = false; ///< no PIN at all may be the right one
     // In bytes, for both PINs; 0 where the token does not say.
     int shortestPin = 0;
     int longestPin = 0;
@@ -89,8 +91,8 @@ public:
 
     /// Reads what a token can do and what else is on it, without a PIN; `changed` follows.
     static void takeLook(const QString &keyStoreId);
-    /// Asks the operations on that token to end, the running one and those that wait for their
-    /// turn; their outcome comes the usual way.
+    /// Asks all operations on that token to end, whoever has started them: the running one and
+    /// those that wait for their turn. Their outcome comes the usual way.
     static void cancel(const QString &keyStoreId);
 
 Q_SIGNALS:
@@ -101,6 +103,13 @@ Q_SIGNALS:
     void pinChanged(const QString &keyStoreId);
     void failed(const Trivex::TokenError &error);
 };
+
+/// Asks the operations of one task to end, and no other: those that wait for their turn are
+/// dropped, and a signature or a generation that runs is not waited for. A change of the token that
+/// runs is, because its outcome has to be known. Operations that the task starts later never begin.
+/// The task is the one of a `CancellationScope`, or was returned by `startTokenAdministration`;
+/// null is ignored. Thread-safe.
+TRIVEX_QCA_EXPORT void cancelTokenTask(const CancellationPtr &task);
 
 /// The token's private key for `publicKey`, with or without a certificate; see
 /// `TokenBackend::findPrivateKey`. Null when there is none or no token provider is loaded.

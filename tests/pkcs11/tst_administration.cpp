@@ -473,7 +473,7 @@ void TestAdministration::waitingTaskIsDropped()
     QVERIFY(m_token->waitUntilInside("C_SetPIN"));
     QTimer::singleShot(100, [&] {
         if (alone)
-            cancelTokenAdministration(m_storeId, m_task);
+            cancelTokenTask(m_task);
         else
             TokenMonitor::cancel(m_storeId);
     });

@@ -36,7 +36,7 @@ public:
     {
         return {};
     }
-    void cancelAdministration(const QString &, const Trivex::CancellationPtr &) override { }
+    void cancelTask(const Trivex::CancellationPtr &) override { }
 };
 
 } // namespace

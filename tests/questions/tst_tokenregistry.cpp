@@ -68,12 +68,14 @@ public:
         return std::make_shared<Trivex::Cancellation>();
     }
 
-    void cancelAdministration(const QString &keyStoreId, const Trivex::CancellationPtr &) override
+    void cancelTask(const Trivex::CancellationPtr &task) override
     {
-        tell(keyStoreId);
+        wasRequested = task->isRequested();
+        tell(QStringLiteral("task"));
     }
 
     int cancelled = 0;
+    bool wasRequested = false;
 
 private:
     void tell(const QString &keyStoreId)
@@ -173,6 +175,7 @@ void TestTokenRegistry::slotsOfTheMonitorAskBack()
                 return;
             ++depth;
             TokenMonitor::cancel(id);
+            Trivex::cancelTokenTask(std::make_shared<Trivex::Cancellation>());
             Trivex::findTokenKey(id, QCA::PublicKey());
             Trivex::startStoreChange(
                 id, {}, [](const Trivex::StoreChangeResult &) { TokenMonitor::tokens(); });
@@ -192,6 +195,9 @@ void TestTokenRegistry::slotsOfTheMonitorAskBack()
     });
     QVERIFY2(ended, "a slot that asks back hangs");
     QVERIFY(backend->cancelled > 1);
+    // The end is asked for before the backend looks for what belongs to the task.
+    QVERIFY(backend->wasRequested);
+    Trivex::cancelTokenTask(nullptr);
 }
 
 void TestTokenRegistry::slotsOfQuestionsAskBack()

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "qca/questions/cancellationscope.h"
 #include "qca/questions/eventhandler.h"
 #include "qca/questions/generationtarget.h"
 #include "qca/questions/operation.h"
@@ -32,6 +33,10 @@ void TestWaiter::nothingIsInForceInsideTheLoop()
     const EventHandler handler;
     const QuestionScope scope(&handler);
     const GenerationTarget target(QStringLiteral("store"), QStringLiteral("label"));
+    const auto task = std::make_shared<Cancellation>();
+    const CancellationScope taskScope(task);
+    QCOMPARE(Operation(Purpose::Sign).cancellation(), task);
+    CancellationPtr inside = task;
     Waiter waiter;
     const EventHandler *addressee = &handler;
     QString store = QStringLiteral("store");
@@ -40,6 +45,7 @@ void TestWaiter::nothingIsInForceInsideTheLoop()
         const Operation generation(Purpose::Generate);
         store = generation.keyStoreId();
         object = generation.objectId();
+        inside = generation.cancellation();
         addressee = static_cast<const EventHandler *>(QuestionScope::current());
         waiter.resolve();
     });
@@ -47,6 +53,9 @@ void TestWaiter::nothingIsInForceInsideTheLoop()
     QCOMPARE(addressee, nullptr);
     QCOMPARE(store, QString());
     QCOMPARE(object, QString());
+    QVERIFY(inside && inside != task);
+    QCOMPARE(CancellationScope::current(), task);
+    QVERIFY(Operation::unattended(Purpose::Remove, QString()).cancellation() != task);
     QCOMPARE(QuestionScope::current(), &handler);
     QCOMPARE(GenerationTarget::current(), &target);
 }

@@ -84,9 +84,9 @@ CancellationPtr ProviderBackend::startAdministration(const QString &keyStoreId,
     return Trivex::startAdministration(m_tokens, keyStoreId, std::move(task), std::move(done));
 }
 
-void ProviderBackend::cancelAdministration(const QString &keyStoreId, const CancellationPtr &task)
+void ProviderBackend::cancelTask(const CancellationPtr &task)
 {
-    m_tokens.cancel(keyStoreId, task);
+    m_tokens.cancel(task);
 }
 
 TokenKeyPtr ProviderBackend::keyIn(const QString &keyStoreId, const QByteArray &publicInfo) const

@@ -26,7 +26,7 @@ public:
                      StoreChangeDone done) override;
     CancellationPtr startAdministration(const QString &keyStoreId, TokenAdministration task,
                                         TokenAdministrationDone done) override;
-    void cancelAdministration(const QString &keyStoreId, const CancellationPtr &task) override;
+    void cancelTask(const CancellationPtr &task) override;
 
 private:
     QCA::PrivateKey privateKeyOf(const QString &keyStoreId, const TokenKeyPtr &key) const;

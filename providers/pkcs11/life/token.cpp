@@ -243,11 +243,11 @@ void Token::cancel()
     }
 }
 
-void Token::cancel(const CancellationPtr &operation)
+void Token::cancel(const CancellationPtr &task)
 {
-    for (const auto &task : openTasks()) {
-        if (task->cancellation == operation)
-            task->cancel(TokenError::Cancelled, changesToken(task->purpose));
+    for (const auto &open : openTasks()) {
+        if (open->cancellation == task)
+            open->cancel(TokenError::Cancelled, changesToken(open->purpose));
     }
 }
 

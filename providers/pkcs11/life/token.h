@@ -61,8 +61,8 @@ public:
     /// caller that waits for a signature or a key returns at once. Later operations are not
     /// affected.
     void cancel();
-    /// The same for the one operation that has this cancellation.
-    void cancel(const CancellationPtr &operation);
+    /// The same for the operations that have this cancellation.
+    void cancel(const CancellationPtr &task);
     /// Accepts no more work: queued operations fail, and the open question is withdrawn. Does not
     /// wait.
     void close();

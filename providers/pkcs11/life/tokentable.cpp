@@ -163,10 +163,18 @@ void TokenTable::cancel(const QString &storeId) const
         live->cancel();
 }
 
-void TokenTable::cancel(const QString &storeId, const CancellationPtr &operation) const
+void TokenTable::cancel(const CancellationPtr &task) const
 {
-    if (const TokenPtr live = token(storeId))
-        live->cancel(operation);
+    std::vector<TokenPtr> all;
+    {
+        const std::lock_guard lock(m_mutex);
+        for (const auto &one : m_records)
+            all.push_back(one->token);
+    }
+    for (const TokenPtr &one : all) {
+        if (one)
+            one->cancel(task);
+    }
 }
 
 TokenTable::Record *TokenTable::record(const QString &storeId) const

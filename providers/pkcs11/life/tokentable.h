@@ -59,7 +59,7 @@ public:
     void post(Operation operation, Token::Work work, Token::Then then) const;
     /// See `Token::cancel`.
     void cancel(const QString &storeId) const;
-    void cancel(const QString &storeId, const CancellationPtr &operation) const;
+    void cancel(const CancellationPtr &task) const;
 
     // For the threads of modules.
     /// Adds the token and starts it. Null when the table is closed, when the token has no names to
