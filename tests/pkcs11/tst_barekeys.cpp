@@ -57,9 +57,15 @@ private Q_SLOTS:
     void abilities();
     void lookThatFails();
     void keysOfOneIdByTheirNames();
+    void oldIdNamesNoOtherKey();
+    void certificateOfAGuessedKey();
     void manyKeys();
 
 private:
+    /// Keys on P-256 of that id and those names, whose public halves are not on the token.
+    bool makeWithoutPublicHalf(const QString &id, const QStringList &labels);
+    bool removeByOthers(const char *type, const QString &id);
+
     QVector<TokenKeyFacts> bareKeys() const;
     TokenKeyFacts bareKey(const char *label) const;
     TokenStatus status() const { return TokenMonitor::token(m_storeId); }
@@ -459,6 +465,93 @@ void TestBareKeys::keysOfOneIdByTheirNames()
     }
     QVERIFY(remove("middle"));
     QVERIFY(remove("right"));
+}
+
+bool TestBareKeys::removeByOthers(const char *type, const QString &id)
+{
+    return !m_token->token()
+                .tool({QStringLiteral("--delete-object"), QStringLiteral("--type"),
+                       QString::fromLatin1(type), QStringLiteral("--id"), id})
+                .isNull();
+}
+
+bool TestBareKeys::makeWithoutPublicHalf(const QString &id, const QStringList &labels)
+{
+    for (const QString &label : labels) {
+        if (!m_token->token().generateKeyPair(QStringLiteral("EC:secp256r1"), id, label))
+            return false;
+    }
+    for (int i = 0; i < labels.size(); ++i) {
+        if (!removeByOthers("pubkey", id))
+            return false;
+    }
+    return m_token->replug(m_storeId) && change(StoreChange::ShowKeys);
+}
+
+void TestBareKeys::oldIdNamesNoOtherKey()
+{
+    const QString id = QStringLiteral("0a");
+    QVERIFY(makeWithoutPublicHalf(id, {QStringLiteral("alike"), QStringLiteral("alike")}));
+    QTRY_VERIFY(!bareKey("alike").id.isEmpty());
+    QStringList shown;
+    const QVector<TokenKeyFacts> both = bareKeys();
+    for (const TokenKeyFacts &key : both) {
+        if (key.label == QLatin1String("alike"))
+            shown += key.id;
+    }
+    QCOMPARE(shown.size(), 2);
+    QVERIFY(shown.first() != shown.last());
+    m_token->forget();
+    for (const QString &one : qAsConst(shown)) {
+        QVERIFY(!change(StoreChange::RemoveKey, one));
+        QTRY_COMPARE(lastError(), TokenError::KeyAmbiguous);
+    }
+    // Another program takes one of them: the other one is not what the list has shown.
+    QVERIFY(removeByOthers("privkey", id));
+    for (const QString &one : qAsConst(shown)) {
+        m_errors.clear();
+        QVERIFY(!change(StoreChange::RemoveKey, one));
+        QTRY_COMPARE(lastError(), TokenError::NotFound);
+    }
+    QCOMPARE(m_token->count("C_DestroyObject"), 0);
+    QCOMPARE(halves("alike"), 1);
+    // As it is shown now, it can be removed.
+    QTRY_VERIFY(!shown.contains(bareKey("alike").id) && !bareKey("alike").id.isEmpty());
+    const QString alone = bareKey("alike").id;
+    QVERIFY(makeWithoutPublicHalf(id, {QStringLiteral("alike")}));
+    m_token->forget();
+    QVERIFY(!change(StoreChange::RemoveKey, alone));
+    QCOMPARE(m_token->count("C_DestroyObject"), 0);
+    QCOMPARE(halves("alike"), 2);
+    QVERIFY(removeByOthers("privkey", id));
+    QVERIFY(m_token->replug(m_storeId));
+    QVERIFY(change(StoreChange::ShowKeys));
+    QTRY_COMPARE(bareKey("alike").id, alone);
+    QVERIFY(remove("alike"));
+    QCOMPARE(halves("alike"), 0);
+}
+
+/// Two keys may be the one of a certificate: removing that takes neither of them.
+void TestBareKeys::certificateOfAGuessedKey()
+{
+    TestToken &token = m_token->token();
+    const QString id = QStringLiteral("0b");
+    QVERIFY(token.generateKeyPair(QStringLiteral("EC:secp256r1"), id, QStringLiteral("own")));
+    const QByteArray der = m_authority->issue(token.publicKey(id), QStringLiteral("/CN=Guessed"));
+    QVERIFY(token.writeObject(QStringLiteral("cert"), der, id, QStringLiteral("guessed")));
+    QVERIFY(removeByOthers("pubkey", id));
+    QVERIFY(makeWithoutPublicHalf(id, {QStringLiteral("other")}));
+    const int before = m_token->token().objectCount();
+    QCA::KeyStoreEntry entry;
+    // Its key shows with the login.
+    QTRY_VERIFY(!(entry = m_stores->entry(StoreName, QStringLiteral("guessed"))).isNull()
+                && entry.type() == QCA::KeyStoreEntry::TypeKeyBundle);
+    QVERIFY(!m_stores->remove(m_store, entry.id()));
+    QTRY_COMPARE(lastError(), TokenError::KeyAmbiguous);
+    QCOMPARE(m_token->token().objectCount(), before);
+    for (const char *type : {"privkey", "privkey", "cert"})
+        QVERIFY(removeByOthers(type, id));
+    QVERIFY(m_token->replug(m_storeId));
 }
 
 void TestBareKeys::manyKeys()

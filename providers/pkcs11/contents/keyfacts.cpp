@@ -69,6 +69,8 @@ private:
     QHash<QByteArray, QString> m_byPublicInfo;
 };
 
+/// Where the public half is not known, all that can be said of a key on every token without its
+/// handle.
 QByteArray fingerprintOf(const TokenKey &key)
 {
     QCryptographicHash hash(QCryptographicHash::Sha1);
@@ -79,6 +81,17 @@ QByteArray fingerprintOf(const TokenKey &key)
                      + key.label.toUtf8());
     }
     return hash.result().toHex();
+}
+
+/// How many share what can be said of them, of those whose public half is not known.
+QHash<QByteArray, int> countUnknown(const std::vector<std::shared_ptr<TokenKey>> &keys)
+{
+    QHash<QByteArray, int> counts;
+    for (const auto &key : keys) {
+        if (key->publicInfo.isEmpty())
+            ++counts[fingerprintOf(*key)];
+    }
+    return counts;
 }
 
 void describe(const TokenKey &key, TokenKeyFacts *facts)
@@ -99,6 +112,7 @@ QVector<TokenKeyFacts> describeKeys(const std::vector<std::shared_ptr<TokenKey>>
 {
     const Owners owners(entries);
     QHash<QByteArray, int> alike;
+    const QHash<QByteArray, int> unknown = countUnknown(keys);
     QVector<TokenKeyFacts> all;
     all.reserve(int(keys.size()));
     for (const auto &key : keys) {
@@ -106,6 +120,10 @@ QVector<TokenKeyFacts> describeKeys(const std::vector<std::shared_ptr<TokenKey>>
         QByteArray id = store + "-b-" + fingerprint;
         if (const int before = alike[fingerprint]++)
             id += '-' + QByteArray::number(before);
+        // Such keys have nothing but their places to tell them by, which are others when one goes
+        // or comes: then none of the old ids names a key any more.
+        if (const int count = unknown.value(fingerprint); count > 1 && key->publicInfo.isEmpty())
+            id += '/' + QByteArray::number(count);
         key->keyId = QString::fromLatin1(id);
         TokenKeyFacts facts;
         facts.id = key->keyId;

@@ -62,6 +62,9 @@ TokenEntryPtr current(TokenConnection &connection, const TokenEntry &entry)
     const TokenKeyPtr key = entry.key && found->key ? found->key : nullptr;
     if (key && (key->privateObject == CK_INVALID_HANDLE || !connection.keysHold()))
         throw Error(TokenError::NotLoggedIn);
+    // Another key than its own would be lost.
+    if (key && key->isGuessed)
+        throw Error(TokenError::KeyAmbiguous);
     return found;
 }
 
