@@ -15,7 +15,7 @@ TokenAdminDialog {
     byOfficer: officer
     confirmText: qsTrId("trivex-app-change")
     successText: qsTrId("trivex-app-pin-changed")
-    complete: admin.pinPad || before.text && after.ready
+    complete: admin.pinPad || (before.text || !officer && admin.pinEmpty) && after.ready
     onOpened: before.focusField()
     onStarted: officer ? admin.changeOfficerPin(before.text, after.pin, mayBeLastTry)
                        : admin.changePin(before.text, after.pin, mayBeLastTry)

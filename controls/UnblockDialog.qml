@@ -14,7 +14,7 @@ TokenAdminDialog {
     confirmText: admin.pinSet ? qsTrId("trivex-app-unblock") : qsTrId("trivex-app-set-it")
     byOfficer: true
     successText: qsTrId("trivex-app-pin-was-set")
-    complete: admin.pinPad || officer.text && after.ready
+    complete: admin.pinPad || (officer.text || admin.officerPinEmpty) && after.ready
     onOpened: officer.focusField()
     onStarted: admin.setPin(officer.text, after.pin, mayBeLastTry)
     onCleared: {

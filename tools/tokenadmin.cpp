@@ -174,6 +174,16 @@ bool TokenAdmin::isPinSet() const
     return m_status.pinState != PinState::NotSet;
 }
 
+bool TokenAdmin::isPinEmpty() const
+{
+    return m_status.pinMayBeEmpty && m_status.facts.hasUserPin && !m_status.facts.needsLogin;
+}
+
+bool TokenAdmin::isOfficerPinEmpty() const
+{
+    return m_status.pinMayBeEmpty && !isPinSet();
+}
+
 bool TokenAdmin::isLocked() const
 {
     return m_status.pinState == PinState::Locked;

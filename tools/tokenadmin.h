@@ -46,12 +46,16 @@ class TokenAdmin : public QObject {
     Q_PROPERTY(bool pinPad READ hasPinPad NOTIFY changed)
     /// False while its user has no PIN yet.
     Q_PROPERTY(bool pinSet READ isPinSet NOTIFY changed)
+    /// Its user gets in without a PIN: an empty one is what a new one takes the place of.
+    Q_PROPERTY(bool pinEmpty READ isPinEmpty NOTIFY changed)
     /// The PIN of the user is locked.
     Q_PROPERTY(bool locked READ isLocked NOTIFY changed)
     /// One more wrong PIN locks it: a task needs `mayBeLastTry` then.
     Q_PROPERTY(bool lastTry READ isLastTry NOTIFY changed)
     /// The PIN of the administrator is locked.
     Q_PROPERTY(bool officerLocked READ isOfficerLocked NOTIFY changed)
+    /// Its administrator may have no PIN: the user's first one can be set with an empty one.
+    Q_PROPERTY(bool officerPinEmpty READ isOfficerPinEmpty NOTIFY changed)
     /// Another wrong PIN of the administrator locks it.
     Q_PROPERTY(bool officerLastTry READ isOfficerLastTry NOTIFY changed)
     /// What the token says of the tries of its administrator's PIN, as a sentence; empty when all
@@ -98,6 +102,8 @@ public:
     bool isReadOnly() const;
     bool hasPinPad() const;
     bool isPinSet() const;
+    bool isPinEmpty() const;
+    bool isOfficerPinEmpty() const;
     bool isLocked() const;
     bool isLastTry() const;
     bool isOfficerLocked() const;

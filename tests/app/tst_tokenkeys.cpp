@@ -7,6 +7,7 @@
 #include "tools/keykindmodel.h"
 #include "tools/keyrequest.h"
 #include "tools/rowselection.h"
+#include "tools/tokenadmin.h"
 #include "tools/tokenfactlist.h"
 #include "tools/tokenkeyinfo.h"
 #include "tools/tokenkeywork.h"
@@ -99,6 +100,8 @@ private Q_SLOTS:
     void manyRows();
     void keyIsFollowed();
     void workWithoutTokens();
+    void pinsThatAreEmpty_data();
+    void pinsThatAreEmpty();
     void triesInWords_data();
     void triesInWords();
     void factsInWords();
@@ -367,6 +370,41 @@ void TestTokenKeys::workWithoutTokens()
     QVERIFY(!work.remove(QStringLiteral("a"), QStringLiteral("1")));
     QVERIFY(!work.show(QStringLiteral("a")));
     QVERIFY(!work.isRunning());
+}
+
+void TestTokenKeys::pinsThatAreEmpty_data()
+{
+    QTest::addColumn<bool>("mayBeEmpty");
+    QTest::addColumn<bool>("hasUserPin");
+    QTest::addColumn<bool>("needsLogin");
+    QTest::addColumn<bool>("pinEmpty");
+    QTest::addColumn<bool>("officerPinEmpty");
+    QTest::newRow("a PIN like any other") << false << true << true << false << false;
+    QTest::newRow("an empty one is allowed") << true << true << true << false << false;
+    QTest::newRow("an empty one is set") << true << true << false << true << false;
+    QTest::newRow("none is set") << true << false << true << false << true;
+    QTest::newRow("none is set, and none may be empty") << false << false << true << false << false;
+}
+
+/// Where an empty PIN is the right one, the dialogs can't ask for a longer one.
+void TestTokenKeys::pinsThatAreEmpty()
+{
+    QFETCH(bool, mayBeEmpty);
+    QFETCH(bool, hasUserPin);
+    QFETCH(bool, needsLogin);
+    TokenStatus status;
+    status.keyStoreId = QStringLiteral("a");
+    status.name = QStringLiteral("Token");
+    status.present = true;
+    status.pinMayBeEmpty = mayBeEmpty;
+    status.pinState = needsLogin && !hasUserPin ? PinState::NotSet : PinState::Normal;
+    status.facts.hasUserPin = hasUserPin;
+    status.facts.needsLogin = needsLogin;
+    publishTokenStatus(status, nextStatusNumber());
+    TokenAdmin admin;
+    admin.setStoreId(status.keyStoreId);
+    QTEST(admin.isPinEmpty(), "pinEmpty");
+    QTEST(admin.isOfficerPinEmpty(), "officerPinEmpty");
 }
 
 void TestTokenKeys::triesInWords_data()

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/keygenerator.h"
 #include "qca/keys/keys.h"
+#include "qca/tokens/tokenadministration.h"
 #include "qca/tokens/tokens.h"
 #include "tests/pkcs11/pinprompt.h"
 #include "tests/pkcs11/stores.h"
@@ -13,6 +14,8 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
+#include <atomic>
+
 using namespace TrivexTest;
 
 namespace {
@@ -21,6 +24,28 @@ const QString StoreName = QStringLiteral("NSS Certificate DB");
 const QString OpenSsl = QStringLiteral("qca-norvel-openssl");
 const QString SoftToken = QStringLiteral(TRIVEX_NSS_SOFTOKEN);
 const QByteArray Pin("nss-pin-1");
+
+bool makeDatabase(const QString &directory, const QStringList &password)
+{
+    return QProcess::execute(QStringLiteral("certutil"),
+                             QStringList{QStringLiteral("-N"), QStringLiteral("-d"),
+                                         QStringLiteral("sql:") + directory}
+                                 + password)
+        == 0;
+}
+
+/// As a database is before anybody has chosen a password: no program of NSS leaves one so.
+bool forgetPassword(const QString &directory)
+{
+    const QString script = QStringLiteral(
+        "import sqlite3, sys\n"
+        "database = sqlite3.connect(sys.argv[1])\n"
+        "sys.exit(database.execute(\"delete from metaData where id='password'\").rowcount != 1\n"
+        "         or database.commit())\n");
+    return QProcess::execute(QStringLiteral("python3"),
+                             {QStringLiteral("-c"), script, directory + QStringLiteral("/key4.db")})
+        == 0;
+}
 
 } // namespace
 
@@ -36,8 +61,16 @@ private Q_SLOTS:
     void bundle();
     void refusedExponent();
     void wrongPin();
+    void firstPin();
+    void pinForAnEmptyOne();
 
 private:
+    /// The module with that database, of which nobody is logged in.
+    bool restart(const QString &directory, const QByteArray &pin);
+    Trivex::TokenError::Kind administer(Trivex::TokenAdministration::Kind kind,
+                                        const QByteArray &pin, const QByteArray &newPin);
+    /// Whether that PIN, and no question less, is what a write needs.
+    bool needsPin(const QString &directory, const QByteArray &pin);
     QCA::PrivateKey generate(const QString &algorithm, int exponent = 65537);
     QCA::KeyStoreEntry entryWithId(const QString &id);
     void removeAll();
@@ -61,22 +94,28 @@ void TestNss::initTestCase()
     QFile file(pinFile);
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write(Pin) > 0);
     file.close();
-    const QString database = QStringLiteral("sql:") + m_directory.path();
-    QCOMPARE(QProcess::execute(QStringLiteral("certutil"),
-                               {QStringLiteral("-N"), QStringLiteral("-d"), database,
-                                QStringLiteral("-f"), pinFile}),
-             0);
-    const QString modules =
-        QStringLiteral("%1|configdir='%2' certPrefix='' keyPrefix='' secmod='secmod.db' flags=")
-            .arg(SoftToken, database);
-    qputenv("TRIVEX_PKCS11_MODULES", modules.toUtf8());
+    QVERIFY(makeDatabase(m_directory.path(), {QStringLiteral("-f"), pinFile}));
     m_authority = std::make_unique<TestAuthority>();
+    QVERIFY2(restart(m_directory.path(), Pin),
+             m_stores ? qPrintable(m_stores->names().join(QLatin1Char(' '))) : "");
+}
+
+bool TestNss::restart(const QString &directory, const QByteArray &pin)
+{
+    m_store = nullptr;
+    m_stores.reset();
+    m_qca.reset();
+    m_prompt.reset();
+    const QString modules =
+        QStringLiteral("%1|configdir='sql:%2' certPrefix='' keyPrefix='' secmod='secmod.db' flags=")
+            .arg(SoftToken, directory);
+    qputenv("TRIVEX_PKCS11_MODULES", modules.toUtf8());
     m_qca = std::make_unique<QCA::Initializer>();
-    m_prompt = std::make_unique<PinPrompt>(Pin);
+    m_prompt = std::make_unique<PinPrompt>(pin);
     m_stores = std::make_unique<Stores>();
     m_store = m_stores->waitFor(StoreName);
-    QVERIFY2(m_store, qPrintable(m_stores->names().join(QLatin1Char(' '))));
-    QTRY_VERIFY(!Trivex::TokenMonitor::token(m_store->id()).loading);
+    return m_store
+        && QTest::qWaitFor([&] { return Trivex::TokenMonitor::token(m_store->id()).isRead; });
 }
 
 QCA::PrivateKey TestNss::generate(const QString &algorithm, int exponent)
@@ -201,20 +240,69 @@ void TestNss::refusedExponent()
 void TestNss::wrongPin()
 {
     // A module that is started anew is not logged in.
-    m_stores.reset();
-    m_qca.reset();
-    m_prompt.reset();
-    m_qca = std::make_unique<QCA::Initializer>();
-    m_prompt = std::make_unique<PinPrompt>("wrong");
-    m_stores = std::make_unique<Stores>();
-    m_store = m_stores->waitFor(StoreName);
-    QVERIFY(m_store);
+    QVERIFY(restart(m_directory.path(), "wrong"));
     const auto root = QCA::Certificate::fromDER(m_authority->certificate(), nullptr, OpenSsl);
     QCOMPARE(m_stores->write(m_store, root), QString());
     QCOMPARE(m_prompt->count(), 1);
     m_prompt->setPin(Pin);
     QVERIFY(!m_stores->write(m_store, root).isEmpty());
     removeAll();
+}
+
+Trivex::TokenError::Kind TestNss::administer(Trivex::TokenAdministration::Kind kind,
+                                             const QByteArray &pin, const QByteArray &newPin)
+{
+    Trivex::TokenAdministration task;
+    task.kind = kind;
+    task.pin = Trivex::Secret(QCA::SecureArray(pin));
+    task.newPin = Trivex::Secret(QCA::SecureArray(newPin));
+    const auto ended = std::make_shared<std::atomic_int>(-1);
+    Trivex::startTokenAdministration(
+        m_store->id(), std::move(task),
+        [ended](const Trivex::TokenAdministrationResult &result) { *ended = result.error.kind; });
+    const bool isOver = QTest::qWaitFor([&] { return *ended >= 0; }, 20000);
+    return isOver ? Trivex::TokenError::Kind(ended->load()) : Trivex::TokenError::NotFound;
+}
+
+bool TestNss::needsPin(const QString &directory, const QByteArray &pin)
+{
+    if (!restart(directory, pin))
+        return false;
+    const auto root = QCA::Certificate::fromDER(m_authority->certificate(), nullptr, OpenSsl);
+    return !m_stores->write(m_store, root).isEmpty() && m_prompt->count() == 1;
+}
+
+/// A new database, whose token has neither a user's PIN nor one of an administrator.
+void TestNss::firstPin()
+{
+    using Trivex::PinState;
+    using Trivex::TokenAdministration;
+    const QTemporaryDir directory;
+    QVERIFY(makeDatabase(directory.path(), {QStringLiteral("--empty-password")}));
+    QVERIFY(forgetPassword(directory.path()));
+    QVERIFY(restart(directory.path(), Pin));
+    const Trivex::TokenStatus before = Trivex::TokenMonitor::token(m_store->id());
+    QCOMPARE(before.pinState, PinState::NotSet);
+    QVERIFY(before.pinMayBeEmpty);
+    QVERIFY(administer(TokenAdministration::SetPin, "no", Pin) != Trivex::TokenError::NoError);
+    QCOMPARE(administer(TokenAdministration::SetPin, "", Pin), Trivex::TokenError::NoError);
+    QTRY_COMPARE(Trivex::TokenMonitor::token(m_store->id()).pinState, PinState::Normal);
+    QVERIFY(needsPin(directory.path(), Pin));
+    // From now on there is one, and an empty one is not even tried.
+    QCOMPARE(administer(TokenAdministration::SetPin, "", "another"),
+             Trivex::TokenError::PinMissing);
+}
+
+/// A database whose user chose to have no PIN.
+void TestNss::pinForAnEmptyOne()
+{
+    using Trivex::TokenAdministration;
+    const QTemporaryDir directory;
+    QVERIFY(makeDatabase(directory.path(), {QStringLiteral("--empty-password")}));
+    QVERIFY(restart(directory.path(), Pin));
+    QVERIFY(!Trivex::TokenMonitor::token(m_store->id()).facts.needsLogin);
+    QCOMPARE(administer(TokenAdministration::ChangePin, "", Pin), Trivex::TokenError::NoError);
+    QVERIFY(needsPin(directory.path(), Pin));
 }
 
 QTEST_GUILESS_MAIN(TestNss)

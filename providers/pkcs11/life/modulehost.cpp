@@ -309,7 +309,7 @@ void ModuleHost::State::lookAtToken(CK_SLOT_ID slot, const CK_TOKEN_INFO &info, 
         table.forget(known->storeId());
     if (BlankSlot::isOne(info))
         blankSlot = slot;
-    if (!(info.flags & CKF_TOKEN_INITIALIZED))
+    if (!isUsable(info))
         return;
     const auto choice = source.isTrust ? CertificateChoice::Trusted : CertificateChoice::All;
     if (const TokenPtr token = table.attach(module, slot, info, choice))

@@ -59,17 +59,26 @@ TokenFlags flagsOf(const CK_TOKEN_INFO &info)
     return flags;
 }
 
+bool isUsable(const CK_TOKEN_INFO &info)
+{
+    if (info.flags & CKF_TOKEN_INITIALIZED)
+        return true;
+    const TokenFlags flags = flagsOf(info);
+    return flags.needsLogin && flags.pinMayBeEmpty && flags.longestPin > 0;
+}
+
 bool take(const TokenFlags &flags, TokenStatus *status)
 {
     const auto told = [](TokenStatus &one) {
         return std::tie(one.pinState, one.officerPinState, one.hasPinPad, one.pinToBeChanged,
-                        one.shortestPin, one.longestPin);
+                        one.pinMayBeEmpty, one.shortestPin, one.longestPin);
     };
     TokenStatus before = *status;
     status->pinState = flags.pinState;
     status->officerPinState = flags.officerPinState;
     status->hasPinPad = flags.hasPinPad;
     status->pinToBeChanged = flags.pinToBeChanged;
+    status->pinMayBeEmpty = flags.pinMayBeEmpty;
     status->shortestPin = flags.shortestPin;
     status->longestPin = flags.longestPin;
     return told(before) != told(*status);

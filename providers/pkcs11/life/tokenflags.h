@@ -25,6 +25,11 @@ struct TokenFlags {
 
 TokenFlags flagsOf(const CK_TOKEN_INFO &info);
 
+/// False for a blank token. A database of NSS, which takes an empty PIN, says that it is not
+/// initialised while nobody has chosen one; it holds certificates all the same, and its first PIN
+/// is set in its place.
+bool isUsable(const CK_TOKEN_INFO &info);
+
 /// Puts into the status what the flags say; true where something is different.
 bool take(const TokenFlags &flags, TokenStatus *status);
 

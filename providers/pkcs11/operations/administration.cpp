@@ -44,8 +44,12 @@ void checkGiven(const TokenFlags &flags, const Task &task)
 {
     if (flags.hasPinPad)
         return;
+    // Where nobody has set the user's PIN yet, the administrator may have none either: so it is
+    // with a new database of NSS.
+    const bool isFirst =
+        task.asked.kind == TokenAdministration::SetPin && flags.pinState == PinState::NotSet;
     const bool mayBeEmpty =
-        task.asked.kind == TokenAdministration::ChangePin && flags.pinMayBeEmpty;
+        (isFirst || task.asked.kind == TokenAdministration::ChangePin) && flags.pinMayBeEmpty;
     if (task.asked.newPin.isEmpty() || (task.asked.pin.isEmpty() && !mayBeEmpty))
         throw Error(TokenError::PinMissing);
     const int length = task.asked.newPin.size();
