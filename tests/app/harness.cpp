@@ -245,7 +245,7 @@ void WindowDriver::settle(const QString &name)
 
 bool WindowDriver::click(const QString &name)
 {
-    waitForItem(name, 5000);
+    waitForItem(name);
     settle(name);
     return clickItem(item(name));
 }
@@ -285,7 +285,13 @@ bool WindowDriver::fill(const QString &name, const QString &text)
 
 bool WindowDriver::waitFor(const std::function<bool()> &condition, int ms)
 {
-    return QTest::qWaitFor(condition, ms);
+    const bool hasCome = QTest::qWaitFor(condition, ms);
+    // A test that goes on all the same would take its time, and prove nothing.
+    if (!hasCome && ms >= Patience) {
+        const QMutexLocker locker(&mutex);
+        warnings += QStringLiteral("something was waited for in vain");
+    }
+    return hasCome;
 }
 
 bool WindowDriver::waitForItem(const QString &name, int ms)

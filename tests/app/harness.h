@@ -103,7 +103,7 @@ public:
     /// Waits for a visible item.
     bool waitForItem(const QString &name, int ms = Patience);
     /// Waits until what was shown last has been laid out and no dialog is on its way.
-    bool waitUntilStill(int ms = 5000);
+    bool waitUntilStill(int ms = Patience / 2);
     /// For what must not happen, of which no event tells: true when `condition` held all the time.
     bool holds(const std::function<bool()> &condition, int ms = 300);
     /// Does `action` once as soon as `condition` holds, from a timer: an operation that was started

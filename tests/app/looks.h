@@ -10,7 +10,7 @@ namespace TrivexTest {
 
 /// Waits until two frames after each other show every visible item at one place, at one size and
 /// equally clear.
-bool waitUntilStill(QQuickWindow *window, int ms = 5000);
+bool waitUntilStill(QQuickWindow *window, int ms = 30000);
 
 /// What is wrong with how an item shows its text; empty when nothing is.
 QString lackOfRoom(QQuickItem *item);

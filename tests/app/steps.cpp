@@ -86,7 +86,7 @@ bool Steps::waitEnabled(const char *item, int ms)
 
 bool Steps::press(const char *button)
 {
-    if (!waitEnabled(button, 5000))
+    if (!waitEnabled(button))
         return false;
     m_driver.item(QLatin1String(button))->forceActiveFocus(Qt::TabFocusReason);
     m_driver.key(Qt::Key_Return);

@@ -205,7 +205,8 @@ void TestAppDocuments::openedAgain()
 
 void TestAppDocuments::emptyAtFirst()
 {
-    const QString path = open("empty", {});
+    const QString path = writeTestFile(inHome(QStringLiteral("empty")), {});
+    m_steps->openFile(path);
     QVERIFY(m_window->waitForItem(QStringLiteral("documentProblem")));
     QVERIFY(!m_window->item(QStringLiteral("doSign"))->isEnabled());
     // Filled, it is read without another word, and by opening it again too.

@@ -39,7 +39,10 @@ const char *const endingWays[3] = {"return", "exit", "thread"};
 
 namespace {
 
-constexpr int StartPatience = 20000;
+constexpr int StartPatience = 60000;
+/// Keys whose making takes a while, and no time at all.
+constexpr int LongBits = 4096;
+constexpr int ShortBits = 2048;
 constexpr int LoginLifetime = 175;
 /// Where the end itself makes the call, or nothing is called: how long there is rest before it.
 constexpr int Rest = 700;
@@ -163,11 +166,11 @@ void shortenLogins()
     Trivex::configureTokens(settings);
 }
 
-void start(Trivex::KeyGenerator *generator, const QString &storeId)
+void start(Trivex::KeyGenerator *generator, const QString &storeId, int bits)
 {
     generator->setBlockingEnabled(false);
     generator->setTarget(storeId, QStringLiteral("made"));
-    generator->createRSA(4096, 65537, Provider);
+    generator->createRSA(bits, 65537, Provider);
 }
 
 bool sign(const Stores &stores, const QString &storeName)
@@ -203,7 +206,7 @@ int runEnding(const Ending &ending)
     }
     reached->whenReached([&ending] { leave(ending.way); });
     if (ending.call == QLatin1String("C_GenerateKeyPair"))
-        start(&generator, stores.byName(ending.storeName)->id());
+        start(&generator, stores.byName(ending.storeName)->id(), ShortBits);
     else if (ending.call == QLatin1String("C_Sign") || ending.call == QLatin1String("C_Login"))
         QTimer::singleShot(0, [&] { sign(stores, ending.storeName); });
     return QCoreApplication::exec();
@@ -222,7 +225,7 @@ int runLateReturn(const Ending &ending, int milliseconds)
         Reached reached(ending.call);
         order(ending, "1 " + QByteArray::number(milliseconds));
         if (ending.call == QLatin1String("C_GenerateKeyPair"))
-            start(&generator, stores.byName(ending.storeName)->id());
+            start(&generator, stores.byName(ending.storeName)->id(), ShortBits);
         else
             QTimer::singleShot(0, [&] { sign(stores, ending.storeName); });
         reached.whenReached([] { QCoreApplication::exit(); });
@@ -250,7 +253,7 @@ int runGeneratingEnd(const QString &storeName, int milliseconds)
     if (!stores.waitForEntries(storeName, 1, StartPatience) || !sign(stores, storeName))
         return NotStarted;
     Trivex::KeyGenerator generator;
-    start(&generator, stores.byName(storeName)->id());
+    start(&generator, stores.byName(storeName)->id(), LongBits);
     QTimer::singleShot(milliseconds, [] {
         tellEnd();
         std::exit(EndingStatus);

@@ -23,7 +23,7 @@ const char *const tokenFlows[] = {"import certificate", "import bundle", "genera
 namespace {
 
 const QString OpenSsl = QStringLiteral("qca-norvel-openssl");
-constexpr int Patience = 20000;
+constexpr int Patience = 60000;
 
 bool signs(QCA::PrivateKey key)
 {

@@ -12,7 +12,7 @@ using namespace TrivexTest;
 namespace {
 
 const QString StoreName = QStringLiteral("Cancelling");
-constexpr int Patience = 10000; // ms
+constexpr int Patience = 60000; // ms
 
 /// A signature that is waited for on a thread of its own.
 class Signing {

@@ -15,7 +15,7 @@ using namespace TrivexTest;
 namespace {
 
 const QString StoreName = QStringLiteral("Closing");
-constexpr int Patience = 15000;
+constexpr int Patience = 60000;
 
 } // namespace
 

@@ -14,7 +14,7 @@ using namespace TrivexTest;
 namespace {
 
 const QString StoreName = QStringLiteral("Ends");
-constexpr int StartPatience = 40000;
+constexpr int StartPatience = 120000;
 /// The end waits for three seconds in all; the rest is for a busy machine.
 constexpr int EndPatience = 8000;
 

@@ -19,7 +19,7 @@ using Trivex::RestartPause;
 namespace {
 
 const QString StoreName = QStringLiteral("Life");
-constexpr int Patience = 15000;
+constexpr int Patience = 60000;
 /// Several looks for tokens, at none of which a module may be given up or a PIN be sent; ms.
 constexpr int SomeLooks = 2500;
 

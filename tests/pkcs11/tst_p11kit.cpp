@@ -25,7 +25,7 @@ using namespace TrivexTest;
 namespace {
 
 constexpr uid_t Nobody = 65534;
-constexpr int Patience = 15000;
+constexpr int Patience = 60000;
 
 bool writeFile(const QString &path, const QByteArray &contents)
 {

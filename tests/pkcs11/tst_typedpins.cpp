@@ -23,7 +23,7 @@ namespace {
 
 const QString StoreName = QStringLiteral("Typed");
 const QString BundlePassword = QStringLiteral("x");
-constexpr int Patience = 20000; // ms
+constexpr int Patience = 60000; // ms
 /// In which a login that nobody asked for would show itself.
 constexpr int Silence = 300; // ms
 

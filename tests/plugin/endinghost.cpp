@@ -31,7 +31,7 @@ namespace {
 
 constexpr int StillWithoutRows = 3;
 constexpr int NoPage = 4;
-constexpr int RowPatience = 20000; // ms
+constexpr int RowPatience = 60000; // ms
 constexpr int ChildPatience = 5000; // ms
 
 /// Before main, as a member of a host's global object would be.

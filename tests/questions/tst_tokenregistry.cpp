@@ -19,7 +19,7 @@ using Trivex::TokenStatus;
 
 namespace {
 
-constexpr int Patience = 5000; // ms
+constexpr int Patience = 60000; // ms
 
 TokenStatus status(const char *id, bool present, bool busy = false)
 {

@@ -21,7 +21,7 @@ using namespace TrivexTest;
 namespace {
 
 TestToken *token = nullptr;
-constexpr int Patience = 10000; // ms
+constexpr int Patience = 60000; // ms
 const QByteArray data = "What is signed";
 
 } // namespace
