@@ -13,6 +13,7 @@ option(TRIVEX_BUILD_APP "Build the certificate manager" ON)
 option(TRIVEX_BUILD_TESTS "Build the tests" OFF)
 option(TRIVEX_BUILD_BENCHMARKS "Build the benchmarks" OFF)
 option(TRIVEX_BUILD_TOUR "Build the program that does the main job unattended" OFF)
+option(TRIVEX_PRECOMPILE "Read the headers of Qt and QCA once for all sources" OFF)
 option(TRIVEX_WERROR "Treat compiler warnings as errors" OFF)
 set(TRIVEX_SANITIZER "" CACHE STRING "Sanitizers to build with: address,undefined or thread")
 
