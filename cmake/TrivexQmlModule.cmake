@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: MIT
 
 # What the QML modules share.
+include(TrivexQmlCompiler)
 
 # trivex_qml_module(<target> OUTPUT <library> SUBDIRECTORY <folder below Trivex/Crypto> FILES ...)
 # Makes the plugin `target` a QML module: it lies in the build tree as it does when installed, with
@@ -22,9 +23,10 @@ function(trivex_qml_module target)
             COMMAND "${CMAKE_COMMAND}" -E copy "${CMAKE_CURRENT_SOURCE_DIR}/${file}" "${copy}"
             DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${file}"
             VERBATIM)
-        list(APPEND copied "${copy}")
+        trivex_compile_qml(compiled "${copy}")
+        list(APPEND copied "${copy}" ${compiled})
         get_filename_component(subfolder "${file}" DIRECTORY)
-        install(FILES "${file}" DESTINATION "${destination}/${subfolder}")
+        install(FILES "${file}" ${compiled} DESTINATION "${destination}/${subfolder}")
     endforeach()
     add_custom_target(${target}_files ALL DEPENDS ${copied})
     add_dependencies(${target} ${target}_files)

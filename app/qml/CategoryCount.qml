@@ -3,14 +3,13 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
-import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
 
 /// How many rows a category has, and how many of them end soon.
 QtObject {
     id: counter
-    property CertificateModel filter
+    property QtObject filter: null
     readonly property int count: shown.count
     readonly property int expiring: ending.count
     property ModelCount shown: ModelCount {

@@ -19,30 +19,20 @@ Item {
     property alias tokenKeys: tokenKeys
     property alias watcher: watcher
     property alias errors: errors
-    readonly property var categories: [
-        { key: "personal", icon: "person", title: qsTrId("trivex-app-category-personal"),
-          about: qsTrId("trivex-app-about-personal"), filter: personal },
-        { key: "users", icon: "users", title: qsTrId("trivex-app-category-users"),
-          about: qsTrId("trivex-app-about-users"), filter: users },
-        { key: "roots", icon: "shield", title: qsTrId("trivex-app-category-roots"),
-          about: qsTrId("trivex-app-about-roots"), filter: roots },
-        { key: "others", icon: "certificate", title: qsTrId("trivex-app-category-others"),
-          about: qsTrId("trivex-app-about-others"), filter: others },
-        { key: "system", icon: "lock", title: qsTrId("trivex-app-category-system"),
-          about: qsTrId("trivex-app-about-system"), filter: system }
-    ]
+    readonly property var filters: ({
+        personal: personal, users: users, roots: roots, others: others, system: system
+    })
+    readonly property Categories categories: Categories {}
 
     /// The saved request of this identity, null where it is gone; good until the list is made anew.
     function savedRequest(identity) {
         const row = requestEntries.rowOfIdentity(identity)
         return row < 0 ? null : Rows.value(requests, row, "certificate")
     }
+    /// What is shown of the category of this key, and its `filter`; null where there is none.
     function category(key) {
-        for (const one of categories) {
-            if (one.key === key)
-                return one
-        }
-        return null
+        const one = categories.named(key)
+        return one && Object.assign({ filter: filters[key] }, one)
     }
 
     EntryModel {

@@ -4,12 +4,13 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import QtQuick.Window 2.15
-import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
-import Trivex.Crypto.Tools 1.0
 
 import Qt.labs.settings 1.0
 
+/// The window as it stands first: its side bar, and the place of the pages. What works with
+/// certificates is made behind the first frame. Nothing in here imports Trivex.Crypto, which looks
+/// for QCA's providers when it is loaded.
 ApplicationWindow {
     id: window
     objectName: "mainWindow"
@@ -27,20 +28,30 @@ ApplicationWindow {
     readonly property int columns: room >= 900 ? 3 : room >= 640 ? 2 : 1
     /// The manual in the user's language, which the program loads.
     property string manual
-    property alias library: library
-    property alias listPage: pages.listPage
+    /// A `WindowWork`; null until the first frame is drawn.
+    readonly property Item work: worker.item
+    readonly property QtObject library: work ? work.library : null
+    /// Files that came before there was somebody to open them.
+    property var early: []
 
     function openFiles(files) {
-        queue.add(files)
+        if (work)
+            work.openFiles(files)
+        else
+            early = early.concat(files)
     }
     function show(key) {
-        drawer.close()
+        if (work)
+            work.leave()
         current = key
-        Qt.callLater(pages.focusFirst)
+        if (work)
+            work.arrive()
     }
-    function requestEnded() {
-        dialogs.operationEnded()
-        pages.operationEnded()
+    /// Makes what works with certificates, if it is not there yet.
+    function begin() {
+        if (worker.status === Loader.Null)
+            worker.setSource("WindowWork.qml", { window: window, place: place })
+        return work
     }
 
     Settings {
@@ -48,62 +59,22 @@ ApplicationWindow {
         property alias textScale: themeMirror.textScale
         property alias width: window.width
         property alias height: window.height
-        property alias sortKey: pages.sortKey
-        property alias sortDescending: pages.descending
     }
     ThemeMirror {
         id: themeMirror
         window: window
     }
-    Library {
-        id: library
-    }
     Connections {
-        target: library.errors
-        function onFailed() {
-            window.requestEnded()
-            // The page that signs says it where the result is looked for.
-            if (!pages.working)
-                dialogs.fail(library.errors.cause, library.errors.advice, library.errors.report)
-        }
-        function onLeft() { window.requestEnded() }
+        target: window
+        enabled: !window.work
+        // In a turn of its own, when the frame is on its way to the screen.
+        function onFrameSwapped() { Qt.callLater(window.begin) }
     }
-    Connections {
-        target: library.watcher
-        function onArrived(name) {
-            dialogs.tell(qsTrId("trivex-app-arrived").arg(name))
-        }
-    }
-    Connections {
-        target: KeyStoreModel
-        function onEntryRemovedChanged(success) {
-            if (success)
-                dialogs.tellRemoved()
-        }
-    }
-    FileQueue {
-        id: queue
-        documentsFirst: window.current === "sign"
-        // Until a signature is made its page has no place for another document.
-        isBlocked: function() { return dialogs.importing || pages.working }
-        onImportable: dialogs.startImport(path)
-        onDocument: {
-            dialogs.expectNoImport()
-            pages.openDocument(path)
-        }
-        onLeftOut: {
-            dialogs.expectNoImport()
-            dialogs.tell(qsTrId("trivex-app-one-document"))
-        }
-        onSlow: dialogs.expectImport(path)
-    }
-    WindowShortcuts {
-        listPage: pages.listPage
-        onOpenAsked: dialogs.chooseImport()
-        onNewAsked: window.show("newRequest")
-        onUndoAsked: dialogs.undoRemoval()
-        onHelpAsked: dialogs.showManual()
-        onQuitAsked: window.close()
+    // A window that nobody sees yet has no frames, and its work is due all the same.
+    Timer {
+        interval: 500
+        running: !window.work
+        onTriggered: window.begin()
     }
 
     RowLayout {
@@ -115,68 +86,24 @@ ApplicationWindow {
             library: window.library
             current: window.current
             onChosen: window.show(key)
-            onSettingsAsked: dialogs.showSettings()
-            onHelpAsked: dialogs.showManual()
+            onSettingsAsked: window.begin().showSettings()
+            onHelpAsked: window.begin().showManual()
             Layout.fillHeight: true
         }
-        WindowPages {
-            id: pages
-            library: window.library
-            columns: window.columns
-            current: window.current
-            onAsked: window.show(key)
-            onMenuAsked: drawer.open()
-            onImportAsked: dialogs.chooseImport()
-            onRemoveAsked: dialogs.askRemoval(what)
-            onEditAsked: dialogs.editRequest(identity)
-            onFactsAsked: dialogs.showTokenFacts(storeId)
-            onTold: dialogs.tell(text)
-            onFailed: dialogs.fail(cause, advice)
-            onEnded: queue.next()
+        Item {
+            id: place
             Layout.fillWidth: true
             Layout.fillHeight: true
             Layout.margins: Theme.unit * 1.75
         }
     }
-    Drawer {
-        id: drawer
-        objectName: "drawer"
-        width: Math.min(drawerBar.implicitWidth, window.width - 48)
-        height: window.height
-        interactive: window.columns < 3
-        Sidebar {
-            id: drawerBar
-            anchors.fill: parent
-            library: window.library
-            current: window.current
-            onChosen: window.show(key)
-            onSettingsAsked: dialogs.showSettings()
-            onHelpAsked: dialogs.showManual()
-        }
-    }
-    DropArea {
+    Loader {
+        id: worker
         anchors.fill: parent
-        keys: ["text/uri-list"]
-        onDropped: {
-            // Rows of this window, let go too early.
-            if (drop.source !== null)
-                return
-            const files = []
-            for (const url of drop.urls)
-                files.push(Files.path(url))
-            drop.accept(Qt.CopyAction)
-            window.openFiles(files.filter(function(path) { return path }))
+        focus: true
+        onLoaded: {
+            item.openFiles(window.early)
+            window.early = []
         }
-    }
-    WindowDialogs {
-        id: dialogs
-        manual: window.manual
-        anchors.fill: parent
-        library: window.library
-        selection: pages.listPage.selection
-        onAboutToShow: drawer.close()
-        onFilesAsked: window.openFiles(paths)
-        onImportEnded: Qt.callLater(queue.next)
-        onExpectationLeft: queue.leave()
     }
 }

@@ -3,14 +3,15 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
-import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
 
 /// The categories with their counts, the tokens by name, and what one can make.
 Rectangle {
     id: sidebar
-    property Library library
+    /// A `Library`, null where it is not there yet.
+    property QtObject library: null
+    readonly property Categories categories: Categories {}
     property string current
     signal chosen(string key)
     signal settingsAsked()
@@ -73,7 +74,7 @@ Rectangle {
                 }
             }
             Repeater {
-                model: sidebar.library.categories
+                model: sidebar.categories.all
                 SidebarItem {
                     objectName: "category-" + modelData.key
                     text: modelData.title
@@ -87,7 +88,7 @@ Rectangle {
                     Layout.fillWidth: true
                     CategoryCount {
                         id: counter
-                        filter: modelData.filter
+                        filter: sidebar.library ? sidebar.library.filters[modelData.key] : null
                     }
                 }
             }
@@ -101,7 +102,7 @@ Rectangle {
                 Layout.fillWidth: true
                 ModelCount {
                     id: requestCount
-                    model: sidebar.library.requests
+                    model: sidebar.library ? sidebar.library.requests : null
                 }
             }
             SidebarHeading {
@@ -110,7 +111,7 @@ Rectangle {
             }
             Repeater {
                 id: tokenRows
-                model: sidebar.library.tokens
+                model: sidebar.library ? sidebar.library.tokens : null
                 SidebarItem {
                     objectName: "token-" + model.name
                     text: model.name

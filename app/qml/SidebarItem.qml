@@ -3,7 +3,6 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
-import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
 
 /// One line of the side bar: an icon, a text, a count or a busy mark.

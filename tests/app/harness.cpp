@@ -150,6 +150,9 @@ WindowDriver::WindowDriver()
     m_application.activate({});
     if (!QTest::qWaitForWindowExposed(window()))
         qFatal("the window was not shown");
+    // What works with certificates is made behind the first frame.
+    if (!waitFor([&] { return window()->property("work").value<QObject *>() != nullptr; }))
+        qFatal("the window does not work");
     m_meter = std::make_unique<FrameMeter>(window());
 }
 

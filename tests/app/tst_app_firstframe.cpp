@@ -1,0 +1,179 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/app/harness.h"
+
+#include <QApplication>
+#include <QDirIterator>
+#include <QFile>
+#include <QSet>
+#include <QStandardPaths>
+#include <QtTest>
+
+#include <cstdio>
+
+using namespace TrivexTest;
+
+namespace {
+
+/// What stands when the first frame is drawn, with room for a line or two more of the side bar. The
+/// whole window is ten times as much.
+constexpr int MostObjects = 480;
+
+void collect(QObject *object, QSet<QObject *> *found)
+{
+    if (!object || found->contains(object))
+        return;
+    found->insert(object);
+    for (QObject *child : object->children())
+        collect(child, found);
+    if (const auto *item = qobject_cast<QQuickItem *>(object)) {
+        const QList<QQuickItem *> items = item->childItems();
+        for (QQuickItem *child : items)
+            collect(child, found);
+    }
+}
+
+/// The libraries in this process of which `part` is in the path.
+QStringList librariesWith(const char *part)
+{
+    QFile maps(QStringLiteral("/proc/self/maps"));
+    if (!maps.open(QIODevice::ReadOnly))
+        return {QStringLiteral("/proc/self/maps can't be read")};
+    QStringList found;
+    const QList<QByteArray> lines = maps.readAll().split('\n');
+    for (const QByteArray &line : lines) {
+        const QString path = QFile::decodeName(line.mid(line.indexOf('/')));
+        if (line.contains(part) && !found.contains(path))
+            found += path;
+    }
+    return found;
+}
+
+/// What the first frame of a window found.
+struct FirstFrame {
+    bool seen = false;
+    int objects = 0;
+    QStringList providers;
+    bool working = false;
+};
+
+} // namespace
+
+/// What the program does before its window stands, and what it leaves for later: counted, because a
+/// time says nothing on a busy machine.
+class TestAppFirstFrame : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void standsOnLittle();
+    void comesWithoutAFrame();
+    void opensWhatCameEarly();
+    void isCompiledAhead();
+
+private:
+    static bool works(const Trivex::Application &application)
+    {
+        return application.window()->property("work").value<QObject *>() != nullptr;
+    }
+};
+
+void TestAppFirstFrame::standsOnLittle()
+{
+    Trivex::Application application;
+    QVERIFY(application.open());
+    QQuickWindow *window = application.window();
+    FirstFrame first;
+    QObject context;
+    connect(window, &QQuickWindow::frameSwapped, &context, [&] {
+        if (first.seen)
+            return;
+        QSet<QObject *> objects;
+        collect(window, &objects);
+        first = {true, objects.size(), librariesWith("/crypto/"), works(application)};
+    });
+    application.activate({});
+    QVERIFY(QTest::qWaitFor([&] { return first.seen; }, Patience));
+    QVERIFY(!first.working);
+    QVERIFY2(first.objects > 100 && first.objects <= MostObjects,
+             qPrintable(QString::number(first.objects)));
+    // None of QCA's plugins is there yet, and afterwards they are.
+    QVERIFY2(first.providers.isEmpty(), qPrintable(first.providers.join(QLatin1Char('\n'))));
+    QVERIFY(QTest::qWaitFor([&] { return works(application); }, Patience));
+    QVERIFY(!librariesWith("/crypto/").isEmpty());
+    QSet<QObject *> objects;
+    collect(window, &objects);
+    QVERIFY(objects.size() > 3 * first.objects);
+}
+
+void TestAppFirstFrame::comesWithoutAFrame()
+{
+    Trivex::Application application;
+    QVERIFY(application.open());
+    application.window()->hide();
+    int frames = 0;
+    connect(application.window(), &QQuickWindow::frameSwapped, this, [&] { ++frames; });
+    QVERIFY(QTest::qWaitFor([&] { return works(application); }, Patience));
+    QCOMPARE(frames, 0);
+}
+
+void TestAppFirstFrame::opensWhatCameEarly()
+{
+    QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("note.txt"));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("text") == 4);
+    file.close();
+    Trivex::Application application;
+    QVERIFY(application.open());
+    application.activate({path});
+    QVERIFY(!works(application));
+    QVERIFY(QTest::qWaitFor(
+        [&] {
+            return application.window()->property("current").toString() == QLatin1String("sign");
+        },
+        Patience));
+    QVERIFY(application.window()->property("early").toList().isEmpty());
+}
+
+void TestAppFirstFrame::isCompiledAhead()
+{
+#ifdef TRIVEX_QML_IS_COMPILED
+    Trivex::Application application;
+    QVERIFY(application.open());
+    QVERIFY(QTest::qWaitFor([&] { return works(application); }, Patience));
+    // Whatever was compiled when a window opened lies in the cache. Qt's own modules have files
+    // there too.
+    const QString cache = QStandardPaths::writableLocation(QStandardPaths::CacheLocation)
+        + QStringLiteral("/qmlcache");
+    QStringList own;
+    QDirIterator files(cache, QDir::Files);
+    while (files.hasNext()) {
+        QFile file(files.next());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        // Their texts are UTF-16 within.
+        const QByteArray bytes = file.readAll();
+        const QString module = QStringLiteral("Trivex.Crypto");
+        if (bytes.contains(QByteArray::fromRawData(reinterpret_cast<const char *>(module.utf16()),
+                                                   2 * module.size())))
+            own += file.fileName();
+    }
+    QVERIFY2(own.isEmpty(), qPrintable(own.join(QLatin1Char('\n'))));
+#else
+    QSKIP("qmlcachegen is not installed");
+#endif
+}
+
+int main(int argc, char **argv)
+{
+    WindowEnvironment display;
+    if (!display.isValid()) {
+        std::printf("SKIP %s\n", qPrintable(display.problem()));
+        return 0;
+    }
+    QApplication application(argc, argv);
+    Trivex::Application::prepare();
+    TestAppFirstFrame test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_app_firstframe.moc"
