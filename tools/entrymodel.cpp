@@ -15,6 +15,8 @@
 #include <QElapsedTimer>
 #include <QMetaProperty>
 
+#include <utility>
+
 namespace Trivex {
 
 namespace {
@@ -97,6 +99,7 @@ void EntryModel::setSourceModel(QAbstractItemModel *source)
         connect(source, &QAbstractItemModel::rowsRemoved, this,
                 [this](const QModelIndex &, int first, int last) { remove(first, last); });
         connect(source, &QAbstractItemModel::modelReset, this, &EntryModel::reset);
+        connect(source, &QAbstractItemModel::dataChanged, this, &EntryModel::forgetIdentities);
     }
     QIdentityProxyModel::setSourceModel(source);
     reset();
@@ -250,6 +253,7 @@ bool EntryModel::isFound(int sourceRow, const SearchNeedle &needle) const
 
 void EntryModel::startAhead(int first)
 {
+    forgetIdentities();
     m_next = qMin(m_next, first);
     m_nextText = qMin(m_nextText, first);
     if (m_next < m_rows.size())
@@ -286,6 +290,7 @@ void EntryModel::reset()
     m_counts.clear();
     m_next = 0;
     m_nextText = 0;
+    forgetIdentities();
     m_idle.start();
     m_announce.start();
 }
@@ -336,13 +341,32 @@ QString EntryModel::identityAt(int sourceRow) const
     return request ? request->requestFile() : QString();
 }
 
-int EntryModel::rowOfIdentity(const QString &identity) const
+int EntryModel::lookForIdentity(const QString &identity) const
 {
     for (int i = 0; i < m_rows.size(); ++i) {
         if (identityAt(i) == identity)
             return i;
     }
     return -1;
+}
+
+int EntryModel::rowOfIdentity(const QString &identity) const
+{
+    if (!std::exchange(m_wasAsked, true))
+        return lookForIdentity(identity);
+    if (m_rowsByIdentity.isEmpty()) {
+        m_rowsByIdentity.reserve(m_rows.size());
+        // From the back: of two of one identity the first counts.
+        for (int i = m_rows.size() - 1; i >= 0; --i)
+            m_rowsByIdentity.insert(identityAt(i), i);
+    }
+    return m_rowsByIdentity.value(identity, -1);
+}
+
+void EntryModel::forgetIdentities()
+{
+    m_wasAsked = false;
+    m_rowsByIdentity.clear();
 }
 
 QVariant EntryModel::certificateOf(const QString &identity) const

@@ -67,7 +67,8 @@ public:
     /// The `IdentityRole` of a row: its store with its id there, or the file of a request. Cheap,
     /// also for a row of which nothing else was read.
     QString identityAt(int row) const;
-    /// The row of this identity, or -1.
+    /// The row of this identity, or -1. Asked several times between two changes of the rows, all
+    /// are known from the second time on.
     Q_INVOKABLE int rowOfIdentity(const QString &identity) const;
     /// The certificate of the row of this identity, or nothing; it belongs to the row.
     Q_INVOKABLE QVariant certificateOf(const QString &identity) const;
@@ -117,11 +118,15 @@ private:
     void reset();
     void noteCounts(const Row &row, int delta) const;
     void noteToken(const QString &storeId);
+    int lookForIdentity(const QString &identity) const;
+    void forgetIdentities();
 
     SourceRoles m_source;
     mutable QVector<Row> m_rows;
     mutable QHash<QString, int> m_counts;
     mutable QHash<QString, bool> m_system;
+    mutable QHash<QString, int> m_rowsByIdentity; ///< empty until it pays
+    mutable bool m_wasAsked = false; ///< for an identity, since the last change
     int m_next = 0; ///< where reading ahead goes on
     int m_nextText = 0; ///< and putting into words
     mutable bool m_searched = false;

@@ -107,6 +107,16 @@ QVariantList RowSelection::chosenRows() const
     return rows;
 }
 
+QStringList RowSelection::chosenIdentities() const
+{
+    QStringList identities;
+    for (int row = 0; m_rows && row < m_rows->count(); ++row) {
+        if (isChosen(row) && !m_rows->isKeyAt(row))
+            identities.append(m_rows->identityAt(row));
+    }
+    return identities;
+}
+
 void RowSelection::toggle(int row)
 {
     if (!isListed(row))

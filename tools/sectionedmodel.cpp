@@ -36,6 +36,7 @@ void SectionedModel::setEntries(EntryModel *entries)
         disconnect(m_entries, nullptr, this, nullptr);
     beginResetModel();
     m_rows.clear();
+    m_roles.clear();
     m_entries = entries;
     endResetModel();
     if (entries) {
@@ -50,7 +51,10 @@ void SectionedModel::setEntries(EntryModel *entries)
             if (!m_rows.isEmpty())
                 replaceMiddle({}, 0, 0);
         });
-        connect(entries, &QAbstractItemModel::modelReset, this, &SectionedModel::schedule);
+        connect(entries, &QAbstractItemModel::modelReset, this, [this] {
+            m_roles.clear();
+            schedule();
+        });
         connect(entries, &QAbstractItemModel::dataChanged, this, &SectionedModel::entriesChange);
     }
     schedule();
@@ -212,7 +216,11 @@ int SectionedModel::rowOf(QObject *certificate) const
 
 QVariant SectionedModel::value(int row, const QString &role) const
 {
-    return data(index(row), roleNamed(*this, role));
+    // Found once: a value is asked for again and again, of each of thousands of rows.
+    auto known = m_roles.find(role);
+    if (known == m_roles.end())
+        known = m_roles.insert(role, roleNamed(*this, role));
+    return data(index(row), *known);
 }
 
 int SectionedModel::countWithValidity(int state) const

@@ -100,6 +100,8 @@ public:
 
     /// The row that shows `certificate`, or -1.
     Q_INVOKABLE int rowOf(QObject *certificate) const;
+    /// Whether a row that is listed is a key without a certificate.
+    bool isKeyAt(int row) const { return KeyRows::isKey(m_rows.at(row)); }
     /// The identity of a row that is listed. Cheap.
     QString identityAt(int row) const;
     /// The row of this identity, or -1.
@@ -165,6 +167,7 @@ private:
     int m_hidden = 0;
     RowOrder m_order;
     QVector<int> m_rows;
+    mutable QHash<QString, int> m_roles; ///< by the names that were asked for
     QTimer m_refresh;
     QElapsedTimer m_sinceRefresh;
     qint64 m_rest = 0; ///< ms

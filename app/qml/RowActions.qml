@@ -85,8 +85,7 @@ Item {
     }
     /// Of the rows that can become files.
     function identities() {
-        return chosen().filter(function(row) { return !row.isKey })
-            .map(function(row) { return row.identity })
+        return selection.chosenIdentities()
     }
     function exportRows() {
         const files = identities()

@@ -1,0 +1,166 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tests/app/filedrequest.h"
+#include "tools/rowselection.h"
+
+#include <QStandardItemModel>
+#include <QtTest>
+
+#include <utility>
+
+using namespace Trivex;
+
+namespace {
+
+constexpr int Many = 2000;
+
+enum FakeRole { NameRole = Qt::UserRole + 1, CertificateRole, IssuerRole, TypeRole };
+
+/// Rows of saved requests, which are known by their files. Counts what is read of them.
+class Source : public QStandardItemModel {
+public:
+    Source()
+    {
+        setItemRoleNames({{NameRole, "name"},
+                          {CertificateRole, "certificate"},
+                          {IssuerRole, "issuer"},
+                          {TypeRole, "type"}});
+    }
+    QObject *request(const QString &file)
+    {
+        auto *made = new TrivexTest::FiledRequest;
+        made->setParent(this);
+        made->path = file;
+        return made;
+    }
+    void add(const QString &file)
+    {
+        auto *item = new QStandardItem;
+        item->setData(file, NameRole);
+        item->setData(QVariant::fromValue(request(file)), CertificateRole);
+        appendRow(item);
+    }
+    QVariant data(const QModelIndex &index, int role) const override
+    {
+        ++m_reads;
+        return QStandardItemModel::data(index, role);
+    }
+    int takeReads() { return std::exchange(m_reads, 0); }
+
+private:
+    mutable int m_reads = 0;
+};
+
+/// Counts how often its names are gathered.
+class CountingEntries : public EntryModel {
+public:
+    QHash<int, QByteArray> roleNames() const override
+    {
+        ++m_gathered;
+        return EntryModel::roleNames();
+    }
+    int takeGathered() { return std::exchange(m_gathered, 0); }
+
+private:
+    mutable int m_gathered = 0;
+};
+
+QString fileOf(int number)
+{
+    return QStringLiteral("/requests/%1.csr").arg(number);
+}
+
+} // namespace
+
+/// What it costs to act on thousands of chosen rows, counted.
+class TestManyRows : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void roleNamesAreGatheredOnce();
+    void identitiesReadLittle();
+    void rowsAreFoundByIdentity();
+    void identitiesFollowChanges();
+
+private:
+    std::unique_ptr<Source> m_source;
+    std::unique_ptr<CountingEntries> m_entries;
+    std::unique_ptr<SectionedModel> m_rows;
+    std::unique_ptr<RowSelection> m_selection;
+};
+
+void TestManyRows::init()
+{
+    m_selection = std::make_unique<RowSelection>();
+    m_rows = std::make_unique<SectionedModel>();
+    m_entries = std::make_unique<CountingEntries>();
+    m_source = std::make_unique<Source>();
+    for (int i = 0; i < Many; ++i)
+        m_source->add(fileOf(i));
+    m_entries->setSourceModel(m_source.get());
+    m_rows->setEntries(m_entries.get());
+    m_selection->setRows(m_rows.get());
+    QTRY_COMPARE(m_rows->count(), Many);
+    // What is read ahead is read.
+    int before = -1;
+    while (std::exchange(before, m_source->takeReads()) != 0)
+        QTest::qWait(10);
+}
+
+void TestManyRows::roleNamesAreGatheredOnce()
+{
+    m_entries->takeGathered();
+    for (int row = 0; row < Many; ++row) {
+        QCOMPARE(m_rows->value(row, QStringLiteral("identity")).toString(), fileOf(row));
+        QVERIFY(!m_rows->value(row, QStringLiteral("no such role")).isValid());
+    }
+    QVERIFY2(m_entries->takeGathered() <= 2, "the names are gathered for each value");
+}
+
+void TestManyRows::identitiesReadLittle()
+{
+    m_selection->chooseAll();
+    QCOMPARE(m_selection->count(), Many);
+    m_source->takeReads();
+    const QStringList identities = m_selection->chosenIdentities();
+    const int reads = m_source->takeReads();
+    QCOMPARE(identities.size(), Many);
+    QCOMPARE(identities.first(), fileOf(0));
+    QCOMPARE(identities.last(), fileOf(Many - 1));
+    // For each row: its entry and its request to know it by, the latter to tell two alike, and to
+    // say who it is.
+    QVERIFY2(reads <= 6 * Many, qPrintable(QString::number(reads)));
+}
+
+void TestManyRows::rowsAreFoundByIdentity()
+{
+    m_source->takeReads();
+    for (int i = Many - 1; i >= 0; --i)
+        QCOMPARE(m_entries->rowOfIdentity(fileOf(i)), i);
+    const int reads = m_source->takeReads();
+    QVERIFY2(reads <= 5 * Many, qPrintable(QString::number(reads)));
+    QCOMPARE(m_entries->rowOfIdentity(QStringLiteral("/none")), -1);
+}
+
+void TestManyRows::identitiesFollowChanges()
+{
+    for (int i = 0; i < 3; ++i)
+        QCOMPARE(m_entries->rowOfIdentity(fileOf(Many - 1)), Many - 1);
+    m_source->removeRow(0);
+    for (int i = 0; i < 3; ++i)
+        QCOMPARE(m_entries->rowOfIdentity(fileOf(Many - 1)), Many - 2);
+    QCOMPARE(m_entries->rowOfIdentity(fileOf(0)), -1);
+    m_source->add(fileOf(0));
+    m_source->add(fileOf(0)); // of two the first
+    for (int i = 0; i < 3; ++i)
+        QCOMPARE(m_entries->rowOfIdentity(fileOf(0)), Many - 1);
+    m_source->item(5)->setData(QVariant::fromValue(m_source->request(fileOf(-1))), CertificateRole);
+    for (int i = 0; i < 3; ++i)
+        QCOMPARE(m_entries->rowOfIdentity(fileOf(-1)), 5);
+    m_source->clear();
+    for (int i = 0; i < 3; ++i)
+        QCOMPARE(m_entries->rowOfIdentity(fileOf(7)), -1);
+}
+
+QTEST_MAIN(TestManyRows)
+#include "tst_manyrows.moc"
