@@ -155,11 +155,10 @@ template <typename Model> double loadTime(int rows, void (Source::*load)())
         prepare(model);
         model.setSourceModel(&source);
         model.rowCount();
-        QElapsedTimer timer;
-        timer.start();
+        const Measure::CpuTime timer;
         (source.*load)();
         model.rowCount(); // the rows are sorted when somebody looks
-        times.append(double(timer.nsecsElapsed()) / 1e6);
+        times.append(timer.milliseconds());
     }
     return Measure::median(times);
 }
@@ -186,10 +185,9 @@ template <typename Model> Times arrival(int rows)
         }
         Times times;
         for (bool goesOn = true; goesOn;) {
-            QElapsedTimer timer;
-            timer.start();
+            const Measure::CpuTime timer;
             goesOn = source.loadSlice(Slice);
-            const double turn = double(timer.nsecsElapsed()) / 1e6;
+            const double turn = timer.milliseconds();
             times.all += turn;
             times.longest = qMax(times.longest, turn);
         }
@@ -215,10 +213,9 @@ double longestTurn(int rows)
         model.rowCount();
         double longest = 0;
         const auto turn = [&longest](const std::function<void()> &work) {
-            QElapsedTimer timer;
-            timer.start();
+            const Measure::CpuTime timer;
             work();
-            longest = qMax(longest, double(timer.nsecsElapsed()) / 1e6);
+            longest = qMax(longest, timer.milliseconds());
         };
         for (const QString &text : texts) {
             turn([&] { model.setPattern(text); });
@@ -253,11 +250,10 @@ template <typename Model> Keystrokes keystrokes(int rows)
     QVector<double> times;
     for (int round = 0; round < Rounds; ++round) {
         for (const QString &text : texts) {
-            QElapsedTimer timer;
-            timer.start();
+            const Measure::CpuTime timer;
             model.setPattern(text);
             model.rowCount();
-            times.append(double(timer.nsecsElapsed()) / 1e6);
+            times.append(timer.milliseconds());
         }
     }
     return {Measure::median(times), *std::max_element(times.cbegin(), times.cend())};

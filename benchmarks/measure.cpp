@@ -6,8 +6,21 @@
 
 #include <algorithm>
 #include <cmath>
+#include <ctime>
 
 namespace Measure {
+
+namespace {
+
+/// In nanoseconds.
+qint64 threadTime()
+{
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return qint64(time.tv_sec) * 1000000000 + time.tv_nsec;
+}
+
+} // namespace
 
 double median(QVector<double> values)
 {
@@ -31,6 +44,16 @@ void Turns::time(int kind, const std::function<void()> &work)
     timer.start();
     work();
     m_times[kind].append(double(timer.nsecsElapsed()) / 1e6);
+}
+
+CpuTime::CpuTime()
+    : m_start(threadTime())
+{
+}
+
+double CpuTime::milliseconds() const
+{
+    return double(threadTime() - m_start) / 1e6;
 }
 
 Table::Table(const QString &title, const QString &baseline)

@@ -17,6 +17,17 @@ namespace Measure {
 double median(int rounds, const std::function<void()> &work);
 double median(QVector<double> values);
 
+/// The time of the processor that the calling thread has used since the object was made: what work
+/// costs that waits for nothing, whatever else the machine does.
+class CpuTime {
+public:
+    CpuTime();
+    double milliseconds() const;
+
+private:
+    qint64 m_start;
+};
+
 /// Several kinds of work that take turns, each timed for itself.
 class Turns {
 public:
