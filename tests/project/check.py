@@ -111,7 +111,7 @@ HIDDEN = (
     (re.compile(r"\bdata\((?:[^;]*?[(, ])?2[56]\d\)|\bcase 2[56]\d:|\bRole = 2[56]\d\b"),
      "a role by its number", ()),
     (re.compile(r"\b(?:SIGNAL|SLOT)\("), "a signal or slot by its text", ()),
-    (re.compile(r"\bCKR_\w"), "a code of PKCS#11", ("providers/", "tests/", "benchmarks/")),
+    (re.compile(r"\bCKR_\w"), "a code of PKCS#11", ("providers/", "tests/", "benchmarks/", "fuzz/")),
 )
 
 
