@@ -12,6 +12,7 @@
 #include <cstdio>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -26,13 +27,23 @@ QString directoryOf(const QString &path)
     return QFileInfo(path).absolutePath();
 }
 
+/// True while an `AtomicFile` of any process has this part: each holds a lock on its own. Where the
+/// file system knows no locks, only its age speaks for it.
+bool isBeingWritten(const QString &part)
+{
+    const Descriptor file(::open(QFile::encodeName(part).constData(),
+                                 O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    return file.isOpen() && ::flock(file.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+}
+
+/// By the clock alone a part would be old, or from times to come, once the clock has been set.
 void removeStaleParts(const QString &directory)
 {
-    const QDateTime limit = QDateTime::currentDateTime().addSecs(-StaleAge);
+    const QDateTime now = QDateTime::currentDateTime();
     const auto parts = QDir(directory).entryInfoList({QStringLiteral(".trivex-*.part")},
                                                      QDir::Files | QDir::Hidden | QDir::NoSymLinks);
     for (const QFileInfo &part : parts) {
-        if (part.lastModified() < limit)
+        if (qAbs(part.lastModified().secsTo(now)) > StaleAge && !isBeingWritten(part.filePath()))
             QFile::remove(part.filePath());
     }
 }
@@ -81,6 +92,8 @@ AtomicFile::AtomicFile(const QString &path)
                               .arg(directory, QUuid::createUuid().toString(QUuid::WithoutBraces)));
     m_part =
         Descriptor(::open(m_partName.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+    if (m_part.isOpen())
+        ::flock(m_part.get(), LOCK_EX | LOCK_NB);
 }
 
 AtomicFile::~AtomicFile()

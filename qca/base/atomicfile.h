@@ -19,7 +19,8 @@ enum class WriteResult {
 
 /// A file in the making, which appears under its name when it is whole: until then it is a hidden
 /// file ".trivex-*.part" in the same directory. If the process is killed, the old file stays as it
-/// was, and a later write there removes the part file once it is an hour old.
+/// was, and a later write there removes the part file once it is an hour old; never one that
+/// somebody still writes, whatever the clock says of it.
 class TRIVEX_QCA_EXPORT AtomicFile {
 public:
     explicit AtomicFile(const QString &path);
