@@ -7,6 +7,7 @@
 #include "fuzz/target.h"
 #include "keystores/keystoremodel.h"
 #include "qca/base/providers.h"
+#include "tests/certificates/flat.h"
 #include "tests/fakes/provider/fakeprovider.h"
 
 #include <QAbstractItemModelTester>
@@ -98,10 +99,10 @@ void TrivexFuzz::take(const QByteArray &input)
     TrivexFuzz::Script script(input);
     stores();
     pool();
-    KeyStoreModel model;
+    Flat<KeyStoreModel> model;
     const QAbstractItemModelTester tester(&model,
                                           QAbstractItemModelTester::FailureReportingMode::Fatal);
-    CertificateModel filtered;
+    Flat<CertificateModel> filtered;
     filtered.setSourceModel(&model);
     const QAbstractItemModelTester filterTester(
         &filtered, QAbstractItemModelTester::FailureReportingMode::Fatal);
