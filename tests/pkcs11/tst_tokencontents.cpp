@@ -5,6 +5,7 @@
 #include "qca/base/bounds.h"
 #include "qca/x509/certificatedata.h"
 #include "qca/x509/extensions.h"
+#include "tests/support/allocations.h"
 #include "tests/support/derelement.h"
 #include "tests/x509/corpus.h"
 
@@ -30,12 +31,16 @@ private Q_SLOTS:
     void endsKnots();
     void pairsInOrder();
     void growsWithTheNumberOfKeys();
+    void directoryCostsLittle();
 
 private:
     QCA::Initializer m_initializer;
 };
 
 namespace {
+
+/// The certificate, its entry, both with their reference counts, the digest and the entry's id.
+constexpr qint64 MostAllocations = 16;
 
 TokenCertificate certificateOf(const QByteArray &der)
 {
@@ -274,6 +279,24 @@ void TestTokenContents::growsWithTheNumberOfKeys()
     const qint64 many = assembling(32000);
     QVERIFY2(many < 24 * few,
              qPrintable(QStringLiteral("%1 and %2 us").arg(few / 1000).arg(many / 1000)));
+}
+
+// The certificates of other people, as a directory has them by the thousand: none has a key, so no
+// name and no key is looked at.
+void TestTokenContents::directoryCostsLittle()
+{
+    if (TrivexTest::allocations() < 0)
+        QSKIP("the sanitizers count no allocations");
+    constexpr int Certificates = 1000;
+    TokenObjects objects;
+    for (int i = 0; i < Certificates; ++i)
+        objects.certificates.push_back(certificateOf(knotted(i, i + 1)));
+    const qint64 before = TrivexTest::allocations();
+    const TokenContentsPtr contents = assembleContents(objects, QStringLiteral("store"));
+    const qint64 each = (TrivexTest::allocations() - before) / Certificates;
+    QCOMPARE(int(contents->entries.size()), Certificates);
+    qInfo("%lld allocations a certificate", each);
+    QVERIFY2(each <= MostAllocations, qPrintable(QString::number(each)));
 }
 
 int main(int argc, char *argv[])

@@ -73,6 +73,8 @@ KeyIndex::KeyIndex(const std::vector<TokenKey> &privateKeys,
 
 std::shared_ptr<TokenKey> KeyIndex::keyFor(const TokenCertificate &certificate)
 {
+    if (m_keys.empty())
+        return nullptr;
     const QByteArray wanted = certificate.parts.publicInfo.in(certificate.der);
     const QByteArray comparable = comparablePublicInfo(wanted);
     KeyPtr found = m_byPublicInfo.value(comparable);

@@ -25,9 +25,26 @@ QByteArray sha1(const QByteArray &data)
     return QCryptographicHash::hash(data, QCryptographicHash::Sha1);
 }
 
-/// The certificates of a token by their subjects, to find issuers.
+/// The certificates of a token by their subjects, to find issuers. Their names are looked at when
+/// the first chain is asked for: a directory of certificates without keys has none.
 class IssuerIndex {
 public:
+    /// `certificates` has to outlive the index.
+    explicit IssuerIndex(const std::vector<std::shared_ptr<TokenCertificate>> &certificates)
+        : m_certificates(certificates)
+    {
+    }
+
+    std::vector<TokenCertificatePtr> issuersOf(const TokenCertificatePtr &certificate)
+    {
+        if (m_bySubject.isEmpty()) {
+            for (const auto &one : m_certificates)
+                add(one);
+        }
+        return chainOf(certificate);
+    }
+
+private:
     void add(const TokenCertificatePtr &certificate)
     {
         const QByteArray keyId =
@@ -41,7 +58,7 @@ public:
             namesakes.firstWithoutKeyId = certificate;
     }
 
-    std::vector<TokenCertificatePtr> issuersOf(const TokenCertificatePtr &certificate) const
+    std::vector<TokenCertificatePtr> chainOf(const TokenCertificatePtr &certificate) const
     {
         std::vector<TokenCertificatePtr> chain;
         TokenCertificatePtr current = certificate;
@@ -57,7 +74,6 @@ public:
         return chain;
     }
 
-private:
     /// Looked for once, however many chains go through it.
     TokenCertificatePtr issuerOf(const TokenCertificate &certificate) const
     {
@@ -98,6 +114,7 @@ private:
         return canonicalName(name.sliceIn(der));
     }
 
+    const std::vector<std::shared_ptr<TokenCertificate>> &m_certificates;
     QHash<QByteArray, Namesakes> m_bySubject;
     mutable QHash<const TokenCertificate *, TokenCertificatePtr> m_issuers;
 };
@@ -193,9 +210,7 @@ TokenContentsPtr assembleContents(const TokenObjects &objects, const QString &st
     KeyIndex keys(objects.privateKeys, objects.publicKeys, objects.mayHaveUnknownKeys());
     const auto certificates = withoutCopies(objects.certificates);
     std::vector<TokenKeyPtr> found = keysOf(certificates, &keys);
-    IssuerIndex issuers;
-    for (const auto &certificate : certificates)
-        issuers.add(certificate);
+    IssuerIndex issuers(certificates);
 
     auto contents = std::make_shared<TokenContents>();
     contents->keysPresumed = presumeKeys(objects, certificates, &found);

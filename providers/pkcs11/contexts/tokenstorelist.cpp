@@ -9,16 +9,13 @@
 #include "qca/questions/waiter.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace Trivex {
 
 namespace {
 
 constexpr int FirstStep = 500;
-/// Steps double up to this.
-constexpr int LargestStep = 2000;
-/// Between the fetching of one step and the announcement of the next.
-constexpr std::chrono::milliseconds StepPause{20};
 /// Between two looks whether the first scan has taken too long.
 constexpr std::chrono::milliseconds PatiencePause{50};
 
@@ -179,7 +176,8 @@ QList<QCA::KeyStoreEntryContext *> TokenStoreList::entryList(int id)
         list.append(new TokenEntryContext(provider(), m_tokens, entries[size_t(i)], store->storeId,
                                           store->name));
     if (count < int(entries.size()))
-        QTimer::singleShot(StepPause, this, [this, id] { showMore(id); });
+        QMetaObject::invokeMethod(
+            this, [this, id] { showAll(id); }, Qt::QueuedConnection);
     return list;
 }
 
@@ -191,10 +189,11 @@ void TokenStoreList::noteListed(int id, const TokenContentsPtr &contents)
         announceAgain(this, id);
 }
 
-void TokenStoreList::showMore(int id)
+// Each step hands over the entries of those before it anew, so many steps would make a large store
+// quadratic.
+void TokenStoreList::showAll(int id)
 {
-    int &shown = m_shown[id];
-    shown += std::min(2 * shown, LargestStep);
+    m_shown[id] = std::numeric_limits<int>::max();
     Q_EMIT storeUpdated(id);
 }
 

@@ -15,8 +15,8 @@ namespace Trivex {
 /// memory. Writes and removals wait for the token, because QCA calls them synchronously, and QCA
 /// holds all stores meanwhile; our own models start theirs without QCA.
 ///
-/// A store with many entries grows in steps. Each step is announced when the previous one has been
-/// fetched, so that a view never gets more rows than it can show at once.
+/// A store with many entries comes in two steps: the first rows, and all of them, announced when
+/// those have been fetched. Whoever shows them takes them in by slices of its own.
 class TokenStoreList : public QCA::KeyStoreListContext {
     Q_OBJECT
 public:
@@ -53,7 +53,7 @@ private:
     /// The entries of `store` that are shown.
     TokenContentsPtr contentsOf(const TokenStore &store) const;
     void awaitScan();
-    void showMore(int id);
+    void showAll(int id);
     void noteListed(int id, const TokenContentsPtr &contents);
     /// Makes the change and waits for its end.
     StoreChangeResult perform(int id, const StoreChange &change);
@@ -61,7 +61,7 @@ private:
     TokenService &m_service;
     TokenTable &m_tokens;
     FirstScan &m_scan;
-    /// The number of entries of each store that are shown so far.
+    /// The number of entries of each store that may be shown so far.
     QHash<int, int> m_shown;
     /// The contents of each store when it was listed last.
     QHash<int, TokenContentsPtr> m_listed;
