@@ -15,6 +15,7 @@
 #include "qca/questions/qcaaskerthread.h"
 #include "qca/questions/qcahandler.h"
 #include "qca/questions/question.h"
+#include "qca/x509/systemlist.h"
 
 #include <QDebug>
 #include <QMetaMethod>
@@ -150,8 +151,24 @@ void KeyStoreModel::ksAvailable(QString keyStoreId)
     if (m_desk.addLocation(*keyStore, SoftHSM, qtTrId("trivex-me-softhsm")))
         Q_EMIT certLocationChanged();
     connectStore(keyStore);
-    keyStore->startAsynchronousMode();
+    startFollowing(keyStore);
     refreshBusy();
+}
+
+void KeyStoreModel::startFollowing(QCA::KeyStore *keyStore)
+{
+    if (Trivex::isSystemList(*keyStore))
+        followSystemList(keyStore);
+    else
+        keyStore->startAsynchronousMode();
+}
+
+void KeyStoreModel::followSystemList(QCA::KeyStore *keyStore)
+{
+    const QPointer<QCA::KeyStore> guarded(keyStore);
+    Trivex::readSystemList(keyStore, [this, guarded](const QList<QCA::KeyStoreEntry> &entries) {
+        takeEntries(guarded, entries);
+    });
 }
 
 void KeyStoreModel::connectStore(QCA::KeyStore *keyStore)
@@ -171,13 +188,22 @@ void KeyStoreModel::connectStore(QCA::KeyStore *keyStore)
 
 void KeyStoreModel::ksUpdated()
 {
-    const QPointer<QCA::KeyStore> keyStore(static_cast<QCA::KeyStore *>(sender()));
+    auto *keyStore = static_cast<QCA::KeyStore *>(sender());
+    if (keyStore && Trivex::isSystemList(*keyStore))
+        followSystemList(keyStore);
+    else
+        takeEntries(keyStore, keyStore ? keyStore->entryList() : QList<QCA::KeyStoreEntry>());
+}
+
+void KeyStoreModel::takeEntries(const QPointer<QCA::KeyStore> &keyStore,
+                                const QList<QCA::KeyStoreEntry> &entries)
+{
     if (!keyStore || !keyStore->isValid() || keyStore->name().isEmpty()) {
         qWarning() << "Error: KeyStore not valid";
         return;
     }
     refreshBusy();
-    follow(keyStore);
+    follow(keyStore, entries);
 }
 
 void KeyStoreModel::bundleArrives(const QCA::KeyStoreEntry &entry)

@@ -156,6 +156,12 @@ private:
     void setUpProvider();
     void openKnownStores();
     void connectStore(QCA::KeyStore *keyStore);
+    /// Follows the entries of a store of QCA's; those of the system's list are read by ourselves,
+    /// because QCA's store thread, which all stores need, would be busy with them for long.
+    void startFollowing(QCA::KeyStore *keyStore);
+    void followSystemList(QCA::KeyStore *keyStore);
+    void takeEntries(const QPointer<QCA::KeyStore> &keyStore,
+                     const QList<QCA::KeyStoreEntry> &entries);
     void refreshBusy();
 
     /// Makes the public key only where somebody listens.

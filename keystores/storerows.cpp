@@ -5,15 +5,18 @@
 #include "certificates/keystoreentry.h"
 #include "qca/adapter/entries.h"
 
+#include <QElapsedTimer>
 #include <QQmlEngine>
 
 #include <algorithm>
 
 namespace {
 
-/// New rows of one turn of the event loop. Whoever shows them decodes each certificate, sorts and
-/// filters it, a few hundred microseconds in all; a store of thousands must not stop the window.
-constexpr int SliceRows = 32;
+/// How long one turn of the event loop may take new rows in, but for its last one, and how many.
+/// Whoever shows them decodes each certificate, sorts and filters it, which takes as long as it
+/// takes: what is short comes in a turn or two, and a store of thousands must not stop the window.
+constexpr qint64 SliceTime = 8; // ms
+constexpr int SliceRows = 96;
 
 bool isRow(const QCA::KeyStoreEntry &entry)
 {
@@ -100,9 +103,9 @@ QHash<int, QByteArray> StoreRows::roleNames() const
     return names;
 }
 
-void StoreRows::follow(const QPointer<QCA::KeyStore> &keyStore)
+void StoreRows::follow(const QPointer<QCA::KeyStore> &keyStore,
+                       const QList<QCA::KeyStoreEntry> &entries)
 {
-    const QList<QCA::KeyStoreEntry> entries = keyStore->entryList();
     QSet<QString> ids;
     ids.reserve(entries.size());
     for (const QCA::KeyStoreEntry &entry : entries)
@@ -178,7 +181,10 @@ void StoreRows::inTurn(std::function<void()> then)
 
 void StoreRows::appendSlice()
 {
-    for (int rows = 0; rows < SliceRows && !m_arriving.isEmpty();) {
+    QElapsedTimer timer;
+    timer.start();
+    for (int rows = 0;
+         rows < SliceRows && !m_arriving.isEmpty() && (rows == 0 || timer.elapsed() < SliceTime);) {
         const Arrival &next = m_arriving.first();
         if (next.then) {
             m_arriving.takeFirst().then();

@@ -33,9 +33,9 @@ protected:
     explicit StoreRows(QObject *parent);
 
     const QList<KeyStoreItem> &items() const { return m_items; }
-    /// Makes the rows of `keyStore` those of its entries: at once what goes and the first that
+    /// Makes the rows of `keyStore` those of `entries`: at once what goes and the first that
     /// come, the others in their turn.
-    void follow(const QPointer<QCA::KeyStore> &keyStore);
+    void follow(const QPointer<QCA::KeyStore> &keyStore, const QList<QCA::KeyStoreEntry> &entries);
     /// Runs `then` when the rows that have been announced so far are there.
     void inTurn(std::function<void()> then);
     /// Removes the rows of `keyStore`, those on their way included, and of stores that are gone.

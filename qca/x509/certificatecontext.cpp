@@ -6,6 +6,7 @@
 #include "qca/keys/eckeycontext.h"
 #include "qca/keys/pkeycontainer.h"
 #include "qca/x509/certificatewriter.h"
+#include "qca/x509/lightdecoding.h"
 #include "qca/x509/subjectkey.h"
 #include "qca/x509/validation.h"
 
@@ -52,7 +53,7 @@ const QCA::CertContextProps *CertificateContext::props() const
     static const auto &nothing = *new QCA::CertContextProps{};
     if (!m_data)
         return &nothing;
-    return m_namesOnly ? &m_data->names() : &m_data->properties();
+    return m_namesOnly || LightDecoding::isOn() ? &m_data->names() : &m_data->properties();
 }
 
 bool CertificateContext::compare(const QCA::CertContext *other) const
@@ -112,7 +113,7 @@ QCA::ConvertResult CertificateContext::fromDER(const QByteArray &der)
     auto data = CertificateData::fromDer(der);
     if (!data)
         return QCA::ErrorDecode;
-    m_native = data->native();
+    m_native = LightDecoding::isOn() ? nullptr : data->native();
     m_data = std::move(data);
     return QCA::ConvertGood;
 }

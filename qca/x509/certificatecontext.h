@@ -40,7 +40,8 @@ public:
 
     QByteArray toDER() const override;
     QString toPEM() const override;
-    /// Also makes the native object that stock code reads (TLS, validation).
+    /// Also makes the native object that stock code reads (TLS, validation), unless `LightDecoding`
+    /// is on.
     QCA::ConvertResult fromDER(const QByteArray &der) override;
     QCA::ConvertResult fromPEM(const QString &pem) override;
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/contexts/trustedstores.h"
 
+#include "qca/x509/systemlist.h"
+
 #include <chrono>
 #include <memory>
 
@@ -13,35 +15,14 @@ using namespace std::chrono_literals;
 
 constexpr auto Patience = 250ms;
 
-using StoreList = std::unique_ptr<QCA::KeyStoreListContext>;
-
-/// QCA's own list of stores, made anew: it holds nothing but its settings.
-StoreList systemStoreList()
-{
-    QCA::Provider *provider = QCA::defaultProvider();
-    QCA::Provider::Context *context =
-        provider ? provider->createContext(QStringLiteral("keystorelist")) : nullptr;
-    auto *list = qobject_cast<QCA::KeyStoreListContext *>(context);
-    if (!list)
-        delete context;
-    else
-        list->start();
-    return StoreList(list);
-}
-
 /// The DER forms of the certificates in QCA's own list of the system.
 QSet<QByteArray> systemCertificates()
 {
     QSet<QByteArray> certificates;
-    const StoreList list = systemStoreList();
-    const QList<int> stores = list ? list->keyStores() : QList<int>();
-    for (const int store : stores) {
-        const QList<QCA::KeyStoreEntryContext *> entries = list->entryList(store);
-        for (QCA::KeyStoreEntryContext *entry : entries) {
-            if (entry->type() == QCA::KeyStoreEntry::TypeCertificate)
-                certificates.insert(entry->certificate().toDER());
-        }
-        qDeleteAll(entries);
+    const QList<QCA::KeyStoreEntry> entries = systemList();
+    for (const QCA::KeyStoreEntry &entry : entries) {
+        if (entry.type() == QCA::KeyStoreEntry::TypeCertificate)
+            certificates.insert(entry.certificate().toDER());
     }
     return certificates;
 }
