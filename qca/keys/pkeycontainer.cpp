@@ -86,6 +86,15 @@ KeyMaterial materialOf(const QCA::PKeyBase *key)
     return {};
 }
 
+KeyMaterial publicMaterialOf(const QCA::PKeyBase *key)
+{
+    if (!key || key->isNull())
+        return {};
+    const KeyMaterial *material = ownMaterial(key);
+    return material && !material->isPrivate() ? *material
+                                              : KeyMaterial::fromPublicInfo(publicInfoOf(key));
+}
+
 QCA::Provider *softwareKeyProvider(QCA::Provider *own)
 {
     QCA::Provider *stock = QCA::findProvider(QStringLiteral("qca-ossl"));

@@ -71,5 +71,8 @@ TRIVEX_QCA_EXPORT QCA::PKeyBase *makePublicKeyContext(const QByteArray &spki,
 /// foreign ones, never by a cast to an unknown class. Null when it is not available (a token's
 /// private key).
 TRIVEX_QCA_EXPORT KeyMaterial materialOf(const QCA::PKeyBase *key);
+/// The public half of a key of any provider, on a token or not. Shares the native object of ours,
+/// which is costly to decode.
+KeyMaterial publicMaterialOf(const QCA::PKeyBase *key);
 
 } // namespace Trivex

@@ -96,7 +96,9 @@ bool SigningKey::sign(const QByteArray &body, QByteArray *signature)
 
 bool SigningKey::verify(const QByteArray &body, const QByteArray &signature) const
 {
-    const KeyMaterial material = KeyMaterial::fromPublicInfo(m_publicInfo);
+    KeyMaterial material = publicMaterialOf(m_key);
+    if (material.publicInfo() != m_publicInfo)
+        material = KeyMaterial::fromPublicInfo(m_publicInfo);
     if (!material.native())
         return !material.isNull(); // an algorithm that only the token knows
     const DigestContextHandle context(EVP_MD_CTX_new());

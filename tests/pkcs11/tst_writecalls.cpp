@@ -3,6 +3,12 @@
 #include "tests/pkcs11/tokenfixture.h"
 #include "tests/support/needtokens.h"
 
+#include <openssl/x509.h>
+
+#include <atomic>
+
+#include <dlfcn.h>
+
 using namespace TrivexTest;
 
 namespace {
@@ -11,7 +17,20 @@ const QString StoreName = QStringLiteral("Calls");
 const QString OpenSsl = QStringLiteral("qca-norvel-openssl");
 constexpr int OtherKeys = 8;
 
+/// How often a public key was decoded in this process.
+std::atomic<int> decodedKeys{0};
+
 } // namespace
+
+/// Stands in front of libcrypto's: the linker takes the program's functions first.
+extern "C" Q_DECL_EXPORT EVP_PKEY *d2i_PUBKEY(EVP_PKEY **key, const unsigned char **data,
+                                              long length)
+{
+    using Decode = EVP_PKEY *(*)(EVP_PKEY **, const unsigned char **, long);
+    static const auto decode = reinterpret_cast<Decode>(dlsym(RTLD_NEXT, "d2i_PUBKEY"));
+    ++decodedKeys;
+    return decode(key, data, length);
+}
 
 /// What writing costs in calls: the same whatever else the token holds, and nothing is searched for
 /// once something was written, because tokens read themselves anew then.
@@ -28,6 +47,7 @@ private Q_SLOTS:
     void costsNoMoreOnAFullToken_data();
     void costsNoMoreOnAFullToken();
     void objectsOfOthersAreFound();
+    void signingDecodesNoKey();
 
 private:
     using Calls = QList<QByteArray>;
@@ -109,6 +129,24 @@ void TestWriteCalls::objectsOfOthersAreFound()
     QVERIFY(std::any_of(entries.begin(), entries.end(), [&](const QCA::KeyStoreEntry &entry) {
         return entry.id() == id && entry.name() == QLatin1String("theirs");
     }));
+}
+
+/// The key is there, decoded: neither a signature nor the check of a request's takes another one.
+void TestWriteCalls::signingDecodesNoKey()
+{
+    QCA::PrivateKey key = generateRsa(2048, 65537, QStringLiteral("signer"));
+    QVERIFY(!key.isNull());
+    QVERIFY(!signature(key).isEmpty());
+    decodedKeys = 0;
+    QVERIFY(!signature(key).isEmpty());
+    QCOMPARE(int(decodedKeys), 0);
+    QCA::CertificateOptions options(QCA::PKCS10);
+    QCA::CertificateInfo info;
+    info.insert(QCA::CommonName, QStringLiteral("A request"));
+    options.setInfo(info);
+    const QCA::CertificateRequest request(options, key, QStringLiteral("qca-norvel-pkcs11"));
+    QVERIFY(!request.isNull());
+    QCOMPARE(int(decodedKeys), 0);
 }
 
 QTEST_GUILESS_MAIN(TestWriteCalls)

@@ -141,7 +141,7 @@ bool TokenEcContext::signBlock(const QByteArray &block, QByteArray *signature)
     // FIPS 186-4, 6.4: the leftmost bytes of a digest that is longer than the order.
     const bool isDigest = keyType() == EllipticCurveKey;
     const QByteArray input = isDigest ? block.left((bits() + 7) / 8) : block;
-    return signOnToken(tokens(), reference(), input, signature);
+    return signOnToken(tokens(), reference(), bits(), input, signature);
 }
 
 } // namespace Trivex

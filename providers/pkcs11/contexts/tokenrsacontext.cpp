@@ -53,7 +53,7 @@ bool TokenRsaContext::decrypt(const QCA::SecureArray &in, QCA::SecureArray *out,
 
 bool TokenRsaContext::signBlock(const QByteArray &block, QByteArray *signature)
 {
-    return isPrivate() && signOnToken(tokens(), reference(), block, signature);
+    return isPrivate() && signOnToken(tokens(), reference(), bits(), block, signature);
 }
 
 } // namespace Trivex

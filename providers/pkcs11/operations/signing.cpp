@@ -110,9 +110,9 @@ Secret useKey(TokenConnection &connection, Operation &operation, const TokenKey 
 
 /// A signature whose length can't be is none: RFC 8017, 8.2.1, PKCS#11 2.40 current mechanisms,
 /// 2.3.1 (r and s side by side, each as long as the order), RFC 8032, 5.1.6, and RFC 9215, 2.
-void checkSignature(const TokenKey &key, const QByteArray &signature)
+void checkSignature(const TokenKey &key, int bits, const QByteArray &signature)
 {
-    const int length = (KeyMaterial::fromPublicInfo(key.publicInfo).bits() + 7) / 8;
+    const int length = (bits + 7) / 8;
     const GostMechanisms *gost = gostMechanisms(key.publicInfo);
     const bool isGood = key.type == CKK_RSA ? signature.size() == length
         : key.type == CKK_EC         ? signature.size() % 2 == 0 && signature.size() <= 2 * length
@@ -159,7 +159,7 @@ QByteArray signGost(TokenConnection &connection, Operation &operation, const Tok
     const QByteArray signature =
         useKey(connection, operation, key, SignCalls, mechanism, givesDigest ? digest : *message)
             .toByteArray();
-    checkSignature(key, signature);
+    checkSignature(key, 0, signature);
     return signature;
 }
 
@@ -172,15 +172,15 @@ bool perform(TokenTable &tokens, Purpose purpose, const TokenKeyReference &refer
 
 } // namespace
 
-bool signOnToken(TokenTable &tokens, const TokenKeyReference &reference, const QByteArray &block,
-                 QByteArray *signature)
+bool signOnToken(TokenTable &tokens, const TokenKeyReference &reference, int bits,
+                 const QByteArray &block, QByteArray *signature)
 {
     const auto result = std::make_shared<QByteArray>();
-    const auto work = [result, block, key = reference.key](TokenConnection &connection,
-                                                           Operation &operation) {
+    const auto work = [result, block, bits, key = reference.key](TokenConnection &connection,
+                                                                 Operation &operation) {
         *result = useKey(connection, operation, *key, SignCalls, mechanismFor(key->type), block)
                       .toByteArray();
-        checkSignature(*key, *result);
+        checkSignature(*key, bits, *result);
         if (key->type == CKK_EC)
             *result = derSignature(*result);
     };

@@ -23,11 +23,13 @@ struct TokenKeyReference {
 /// - Edwards curves: the message; the octets of the signature;
 /// - GOST: a digest; the octets of RFC 9215, s and then r, both big-endian.
 ///
+/// `bits` is the size of the key, which tells how long its signatures are.
+///
 /// Waits for the token and for the PIN, on the GUI thread in a nested event loop, so the caller may
 /// be destroyed meanwhile. False when the token is gone or refuses, or when nobody gives the PIN;
 /// the reason is published.
-bool signOnToken(TokenTable &tokens, const TokenKeyReference &reference, const QByteArray &block,
-                 QByteArray *signature);
+bool signOnToken(TokenTable &tokens, const TokenKeyReference &reference, int bits,
+                 const QByteArray &block, QByteArray *signature);
 
 /// Signs `message` with a GOST key; otherwise as `signOnToken`. `digest` is the message's digest in
 /// the order in which digests are written; empty when only the token can compute it. Without a
