@@ -26,6 +26,7 @@ class TestTokenCalls : public QObject {
 private Q_SLOTS:
     void initTestCase();
     void searchesDoNotGrow();
+    void readsInOneSession();
 
 private:
     bool fillUpTo(int certificates);
@@ -80,6 +81,28 @@ void TestTokenCalls::searchesDoNotGrow()
     // One read a certificate, whatever else there is to read.
     QCOMPARE(calls.at(1).reads - calls.at(0).reads, 47);
     QCOMPARE(calls.at(2).reads - calls.at(1).reads, 450);
+}
+
+/// What a card that takes its time with each call is asked for, but for the looks at its slot: the
+/// session that keeps the login, one for all reading with three searches, and each object once.
+void TestTokenCalls::readsInOneSession()
+{
+    constexpr int AroundTheObjects = 18;
+    QVERIFY(fillUpTo(500));
+    m_token->forget();
+    const QCA::Initializer qca;
+    Stores stores;
+    QVERIFY(stores.waitForEntries(StoreName, 500, 30000));
+    QTRY_VERIFY(m_token->count("C_CloseSession") > 0);
+    QList<QByteArray> calls = m_token->calls();
+    calls = calls.mid(calls.indexOf("C_OpenSession"));
+    // Flags of the token are read for the keys that may hide, and by the looks at the slot.
+    for (const char *look : {"C_GetSlotList", "C_GetTokenInfo", "C_GetSlotInfo"})
+        calls.removeAll(look);
+    QCOMPARE(calls.count("C_OpenSession"), 2);
+    QCOMPARE(calls.count("C_GetAttributeValue"), 500);
+    qInfo("%d calls for %d objects", calls.size(), 500);
+    QVERIFY2(calls.size() <= 500 + AroundTheObjects, calls.mid(500).join(' ').constData());
 }
 
 QTEST_GUILESS_MAIN(TestTokenCalls)

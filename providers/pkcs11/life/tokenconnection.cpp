@@ -232,15 +232,15 @@ void TokenConnection::end() noexcept
 
 void TokenConnection::read()
 {
-    // Not in the anchor: a search that fails may leave its session with one that never ends.
+    // Not in the anchor: a search that fails may leave its session with one that never ends. One
+    // for all that is read, because each call to a card takes its time.
     std::optional<Session> session = open(Session::ReadOnly);
     const int anchor = m_anchors;
     auto certificates =
         readCertificates(*session, m_choice, [this](const TokenCertificate &certificate) {
             warnOfDamaged(m_identity.storeId, m_store.name(), certificate);
         });
-    session.reset();
-    readKeyObjects();
+    readKeyObjects(std::move(session));
     m_objects.certificates = std::move(certificates);
     m_certificatesRead = anchor;
     assemble();
@@ -248,15 +248,15 @@ void TokenConnection::read()
 
 void TokenConnection::readKeysAgain()
 {
-    readKeyObjects();
+    if (m_choice == CertificateChoice::All)
+        readKeyObjects(open(Session::ReadOnly));
     assemble();
 }
 
-void TokenConnection::readKeyObjects()
+void TokenConnection::readKeyObjects(std::optional<Session> session)
 {
     if (m_choice != CertificateChoice::All)
         return;
-    std::optional<Session> session = open(Session::ReadOnly);
     const int anchor = m_anchors;
     TokenObjects read;
     readKeys(*session, &read);

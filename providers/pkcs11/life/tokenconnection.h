@@ -120,7 +120,8 @@ private:
     /// The state of the anchor, opened anew when it has died. Throws when the operation relies on
     /// the one that died.
     CK_STATE anchorState();
-    void readKeyObjects();
+    /// In a session that was opened after the last look at the login; closes it.
+    void readKeyObjects(std::optional<Pkcs11::Session> session);
     void assemble();
     /// True when the device itself does something that changes nothing; false, too, for one that
     /// has no random numbers.
