@@ -4,7 +4,6 @@
 
 #include "qca/adapter/entries.h"
 #include "qca/tokens/userstore.h"
-#include "qca/x509/canonicalname.h"
 #include "qca/x509/certificatefields.h"
 #include "tools/rowentry.h"
 #include "tools/rows.h"
@@ -18,13 +17,6 @@ namespace {
 constexpr qint64 PortionMs = 3;
 constexpr int SettleMs = 30;
 constexpr int SystemStore = 0; // as the key store model's `Type`
-
-bool isSelfIssued(const QByteArray &der)
-{
-    CertificateFields fields;
-    return findCertificateFields(Der::sliceOf(der), &fields)
-        && isSameName(fields.subject, fields.issuer);
-}
 
 } // namespace
 
@@ -133,7 +125,7 @@ ChainCandidate ChainSources::candidate(int row) const
 bool ChainSources::isAnchor(const QByteArray &der, const QString &storeId, bool isSystemStore)
 {
     const bool isTrusted = isSystemStore || storeId == userStoreId();
-    return isTrusted && !der.isEmpty() && isSelfIssued(der);
+    return isTrusted && !der.isEmpty() && isSelfIssued(Der::sliceOf(der));
 }
 
 void ChainSources::takeLists()

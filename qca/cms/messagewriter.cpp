@@ -55,13 +55,6 @@ QByteArray header(int tag, qint64 length)
     return QByteArray(1, char(tag)).append(char(0x80 | octets.size())) + octets;
 }
 
-bool isSelfIssued(const CertificateData &certificate)
-{
-    CertificateFields fields;
-    return findCertificateFields(Der::sliceOf(certificate.der()), &fields)
-        && fields.subject == fields.issuer;
-}
-
 } // namespace
 
 MessageWriter::MessageWriter(const QByteArray &certificate, const QList<QByteArray> &chain)
@@ -77,7 +70,7 @@ MessageWriter::MessageWriter(const QByteArray &certificate, const QList<QByteArr
     m_scheme = cmsSchemeFor(m_publicInfo);
     for (const QByteArray &one : chain) {
         const auto link = CertificateData::fromDer(one);
-        if (link && link->der() != m_certificate && !isSelfIssued(*link)
+        if (link && link->der() != m_certificate && !isSelfIssued(Der::sliceOf(link->der()))
             && !m_chain.contains(link->der()))
             m_chain += link->der();
     }

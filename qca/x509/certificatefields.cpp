@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "qca/x509/certificatefields.h"
 
+#include "qca/x509/canonicalname.h"
+
 namespace Trivex {
 
 namespace {
@@ -69,6 +71,12 @@ bool findBody(Der::Slice content, CertificateFields *fields)
 bool findCertificateFields(Der::Slice der, CertificateFields *fields)
 {
     return findSignedFields(der, fields) && findBody(fields->body.content, fields);
+}
+
+bool isSelfIssued(Der::Slice der)
+{
+    CertificateFields fields;
+    return findCertificateFields(der, &fields) && isSameName(fields.subject, fields.issuer);
 }
 
 } // namespace Trivex

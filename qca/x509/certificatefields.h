@@ -23,4 +23,9 @@ struct CertificateFields : SignedFields {
 /// False when `der` does not begin with a certificate. Ignores the bytes behind it.
 TRIVEX_QCA_EXPORT bool findCertificateFields(Der::Slice der, CertificateFields *fields);
 
+/// Whether subject and issuer of the certificate name the same (`isSameName`), whatever type of
+/// string each is; false when `der` does not begin with a certificate. Who has signed it is another
+/// question.
+TRIVEX_QCA_EXPORT bool isSelfIssued(Der::Slice der);
+
 } // namespace Trivex

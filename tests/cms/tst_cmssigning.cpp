@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/cms/documentkey.h"
 #include "qca/cms/messagecheck.h"
+#include "qca/cms/messagewriter.h"
 #include "tests/cms/cmsfixture.h"
 
 #include <QFileInfo>
@@ -23,6 +24,7 @@ private Q_SLOTS:
     void kinds_data();
     void kinds();
     void chainWithoutRoot();
+    void rootInAnotherStringType();
     void signedAttributes();
     void sizes_data();
     void sizes();
@@ -137,6 +139,24 @@ void TestCmsSigning::chainWithoutRoot()
     QVERIFY(report.certificates.contains(chain.at(0)));
     QVERIFY(report.certificates.contains(chain.at(1)));
     QCOMPARE(report.signers.first().certificate, chain.at(0));
+}
+
+/// A root that writes its name twice, each time as another type of string, is a root all the same.
+void TestCmsSigning::rootInAnotherStringType()
+{
+    const Signer signer = makeSigner(QStringLiteral("rsa:2048"));
+    QByteArray root = m_authority->certificate();
+    const QByteArray name = QByteArrayLiteral("\x0c\x09Test Root");
+    const int issuer = root.indexOf(name);
+    QVERIFY(issuer > 0 && root.indexOf(name, issuer + 1) > 0);
+    root[issuer] = '\x13'; // PrintableString
+    const MessageWriter plain(signer.chain.first(), {});
+    const MessageWriter withRoot(signer.chain.first(), {root});
+    QVERIFY(withRoot.isValid());
+    QCOMPARE(withRoot.detached(), plain.detached());
+    const MessageWriter withIssuer(signer.chain.first(),
+                                   {makeSigner(QStringLiteral("rsa:2048")).chain.first()});
+    QVERIFY(withIssuer.detached() != plain.detached());
 }
 
 void TestCmsSigning::signedAttributes()
