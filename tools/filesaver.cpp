@@ -62,6 +62,11 @@ QString FileSaver::stagingFolder()
 QString FileSaver::stagedPath(const QString &name)
 {
     const QString folder = stagingFolder();
+    if (folder.isEmpty()) {
+        //% "The folder for temporary files (%1) can't be used. Free some space there or choose
+        //% another one (TMPDIR), then start the program again."
+        setProblem(qtTrId("trivex-app-write-no-temporary").arg(QDir::tempPath()));
+    }
     return folder.isEmpty() ? QString() : folder + QLatin1Char('/') + name;
 }
 

@@ -40,7 +40,8 @@ public:
     /// The folder for files that are still to be placed; emptied by each call. Empty where no
     /// folder for temporary files can be used: then there is nothing to place.
     Q_INVOKABLE QString stagingFolder();
-    /// The path of a file in a fresh folder of that kind.
+    /// The path of a file in a fresh folder of that kind; empty, and `problem` says why, where
+    /// there is none.
     Q_INVOKABLE QString stagedPath(const QString &name);
     /// Puts a copy of the file at `path` there, under its own name; false when it can't be read.
     Q_INVOKABLE bool stageCopy(const QString &path);

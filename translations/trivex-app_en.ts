@@ -3311,6 +3311,10 @@
         <source>The folder does not exist any more. Choose another one.</source>
         <translation>The folder does not exist any more. Choose another one.</translation>
     </message>
+    <message id="trivex-app-write-no-temporary">
+        <source>The folder for temporary files (%1) can't be used. Free some space there or choose another one (TMPDIR), then start the program again.</source>
+        <translation>The folder for temporary files (%1) can't be used. Free some space there or choose another one (TMPDIR), then start the program again.</translation>
+    </message>
     <message id="trivex-app-write-read-only">
         <source>This disk is write-protected. Choose another folder.</source>
         <translation>This disk is write-protected. Choose another folder.</translation>

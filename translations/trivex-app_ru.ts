@@ -3329,6 +3329,10 @@
         <source>The folder does not exist any more. Choose another one.</source>
         <translation>Этой папки больше нет. Выберите другую.</translation>
     </message>
+    <message id="trivex-app-write-no-temporary">
+        <source>The folder for temporary files (%1) can't be used. Free some space there or choose another one (TMPDIR), then start the program again.</source>
+        <translation>Папку для временных файлов (%1) использовать нельзя. Освободите в ней место или укажите другую (TMPDIR) и запустите программу снова.</translation>
+    </message>
     <message id="trivex-app-write-read-only">
         <source>This disk is write-protected. Choose another folder.</source>
         <translation>Этот диск защищён от записи. Выберите другую папку.</translation>

@@ -73,7 +73,14 @@ Item {
     }
     function make() {
         typed = false
-        signer.sign(document.loader.rawData, saver.stagedPath("signature"), signingEntry)
+        const staged = saver.stagedPath("signature")
+        // Nobody is asked for a PIN that a signature without a place would waste.
+        if (!staged) {
+            refusal = saver.problem
+            phase = SigningWork.Unwritten
+            return
+        }
+        signer.sign(document.loader.rawData, staged, signingEntry)
     }
     /// The PIN was wrong: its dialog asks once more, and nothing is sent but what is typed there.
     function askAgain() {

@@ -114,6 +114,8 @@ void TestExporter::noTemporaryFolder()
     exporter.stage(m_entries.get(), {m_entries->identityAt(0)}, &saver);
     const bool ended = QTest::qWaitFor([&] { return !exporter.isRunning(); }, 20000);
     const QString folder = saver.stagingFolder();
+    const QString stagedAt = saver.stagedPath(QStringLiteral("signature"));
+    const QString problem = saver.problem();
     const QString path = m_folder.filePath(QStringLiteral("cert.crt"));
     const int placed = saver.place(path, false);
     const bool copied = saver.stageCopy(other.fileName());
@@ -127,6 +129,9 @@ void TestExporter::noTemporaryFolder()
     QVERIFY(ended);
     QCOMPARE(exporter.error(), int(Exporter::NotWritten));
     QVERIFY(folder.isEmpty());
+    // Said at once, before anybody works for what can't be placed anywhere.
+    QVERIFY(stagedAt.isEmpty());
+    QVERIFY(problem.contains(QStringLiteral("temporary")));
     QCOMPARE(placed, int(FileSaver::Failed));
     QVERIFY(!copied);
     QVERIFY(urls.isEmpty());
