@@ -2,8 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "qca/cms/signertrust.h"
 #include "tests/support/testcertificates.h"
+#include "tools/chainsources.h"
+#include "tools/documentverifier.h"
 #include "tools/signerlist.h"
 
+#include <QSignalSpy>
+#include <QStringListModel>
 #include <QtTest>
 
 using namespace Trivex;
@@ -21,6 +25,7 @@ private Q_SLOTS:
     void revokedAndExpired();
     void usages_data();
     void usages();
+    void lastJudgementStands();
 
 private:
     bool run(const char *arguments) const;
@@ -227,6 +232,41 @@ void TestCmsTrust::usages()
     QCOMPARE(trust(expired, time), isForSigning ? SignerTrust::ExpiredSince : SignerTrust::Faulty);
     // The gravest is said.
     QCOMPARE(trust(expired, time, revocationList()), SignerTrust::Revoked);
+}
+
+/// What is known of issuers changes twice before anything is judged anew: the first round, which
+/// knows less and may end later, is told to nobody.
+void TestCmsTrust::lastJudgementStands()
+{
+    QVERIFY(!issue(Begin, Future).isEmpty());
+    QFile text(m_files.file(QStringLiteral("text")));
+    QVERIFY(text.open(QIODevice::WriteOnly) && text.write("Text") == 4);
+    text.close();
+    QVERIFY(run("cms -sign -binary -nodetach -in text -signer end.pem -inkey end.key -outform DER "
+                "-out text.p7m"));
+    const QCA::Initializer qca;
+    QStringListModel rows;
+    EntryModel entries;
+    entries.setSourceModel(&rows);
+    ChainSources *sources = ChainSources::of(&entries);
+    QSignalSpy isRead(sources, &ChainSources::changed);
+    QVERIFY(isRead.wait()); // what it reads at first changes what is known, too
+    DocumentVerifier verifier;
+    verifier.setEntries(&entries);
+    QSignalSpy finished(&verifier, &Job::finished);
+    verifier.verify(m_files.file(QStringLiteral("text.p7m")));
+    QVERIFY(finished.wait());
+    QCOMPARE(verifier.error(), int(DocumentVerifier::NoError));
+    QSignalSpy judged(verifier.signers(), &SignerList::modelReset);
+    for (int round = 0; round < 5; ++round)
+        Q_EMIT sources->changed();
+    QTRY_VERIFY(!judged.isEmpty());
+    QTest::qWait(500); // the other rounds are over by then, which shows nowhere
+    QCOMPARE(judged.size(), 1);
+    QCOMPARE(verifier.signers()->rowCount(), 1);
+    // The next one is told again.
+    Q_EMIT sources->changed();
+    QTRY_COMPARE(judged.size(), 2);
 }
 
 QTEST_GUILESS_MAIN(TestCmsTrust)
