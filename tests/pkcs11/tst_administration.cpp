@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "qca/questions/storedanswers.h"
 #include "qca/tokens/tokenadministration.h"
 #include "tests/pkcs11/tokenfixture.h"
 #include "tests/support/needtokens.h"
@@ -499,10 +500,18 @@ void TestAdministration::oldPinIsForgotten()
 {
     TokenMonitor monitor;
     QSignalSpy changed(&monitor, &TokenMonitor::pinChanged);
+    // Answers that wait for the next operation are of the old PIN, too.
+    StoredAnswers stored;
+    stored.registerSet();
+    stored.setKeyStoreId(m_storeId);
+    stored.setPassword(QCA::SecureArray(TestToken::pin()));
+    perform(TokenAdministration::ChangePin, "999999", NewPin);
+    QVERIFY(!stored.answers().password.isEmpty());
     QCOMPARE(perform(TokenAdministration::ChangePin, TestToken::pin(), NewPin).error.kind,
              TokenError::NoError);
     QTRY_COMPARE_WITH_TIMEOUT(changed.count(), 1, Patience);
     QCOMPARE(changed.first().first().toString(), m_storeId);
+    QVERIFY(stored.answers().password.isEmpty());
     perform(TokenAdministration::ChangePin, TestToken::pin(), NewPin);
     QTest::qWait(50);
     QCOMPARE(changed.count(), 1);

@@ -26,6 +26,7 @@ class TestSignKept : public QObject {
 private Q_SLOTS:
     void givenBeforeAnyQuestion();
     void givenBeforeServesOneTokenOnly();
+    void givenBeforeIsOfTheOldPin();
     void otherOperationsAreAskedEachTime_data();
     void otherOperationsAreAskedEachTime();
     void whatEndsTheKeeping_data();
@@ -64,6 +65,21 @@ void TestSignKept::givenBeforeServesOneTokenOnly()
     QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), SignTime);
     QCOMPARE(signer.asked.count(), 1);
     QCOMPARE(second.tried, QStringList(QStringLiteral("-")));
+}
+
+/// It may be for the token whose PIN was changed since.
+void TestSignKept::givenBeforeIsOfTheOldPin()
+{
+    AskedSigner signer;
+    signer.pinAccepted(QStringLiteral("0000"));
+    Trivex::publishPinChange(QStringLiteral("store"));
+    QTest::qWait(50); // until the signer has heard of it, which shows nowhere
+    PinToken token;
+    const auto entry = token.entry();
+    signer.typed = QStringLiteral("1234");
+    QVERIFY(signer.hasSigned(path("a.sig"), entry.get()));
+    QCOMPARE(signer.asked.count(), 1);
+    QCOMPARE(token.tried, QStringList(QStringLiteral("1234")));
 }
 
 void TestSignKept::otherOperationsAreAskedEachTime_data()
