@@ -7,6 +7,17 @@
 
 namespace TrivexTest {
 
+namespace {
+
+/// A map of its own: no two threads share what is in it.
+QVariantMap detached(QVariantMap map)
+{
+    map.detach();
+    return map;
+}
+
+} // namespace
+
 FakeProvider::FakeProvider(const QString &name, const QStringList &features)
     : m_name(name)
     , m_features(features)
@@ -61,12 +72,26 @@ QCA::Provider::Context *FakeProvider::createContext(const QString &type)
 
 QVariantMap FakeProvider::defaultConfig() const
 {
-    return m_defaultConfig;
+    const std::lock_guard lock(m_mutex);
+    return detached(m_defaultConfig);
 }
 
 void FakeProvider::configChanged(const QVariantMap &config)
 {
-    m_config = config;
+    const std::lock_guard lock(m_mutex);
+    m_config = detached(config);
+}
+
+void FakeProvider::setDefaultConfig(const QVariantMap &config)
+{
+    const std::lock_guard lock(m_mutex);
+    m_defaultConfig = detached(config);
+}
+
+QVariantMap FakeProvider::config() const
+{
+    const std::lock_guard lock(m_mutex);
+    return detached(m_config);
 }
 
 } // namespace TrivexTest

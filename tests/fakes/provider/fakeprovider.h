@@ -34,15 +34,15 @@ public:
     /// QCA looks at them at each question.
     void setFeatures(const QStringList &features);
     /// Empty at first, which QCA reports as no configuration.
-    void setDefaultConfig(const QVariantMap &config) { m_defaultConfig = config; }
+    void setDefaultConfig(const QVariantMap &config);
     /// What was last configured.
-    QVariantMap config() const { return m_config; }
+    QVariantMap config() const;
 
     const std::shared_ptr<FakeStores> stores = std::make_shared<FakeStores>();
 
 private:
     QString m_name;
-    mutable std::mutex m_mutex; ///< of the features, which QCA's own thread asks for too
+    mutable std::mutex m_mutex; ///< of what follows, which QCA's own threads ask for too
     QStringList m_features;
     QVariantMap m_defaultConfig;
     QVariantMap m_config;
