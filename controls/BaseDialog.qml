@@ -19,6 +19,8 @@ Dialog {
     property real preferredWidth: Theme.fontSize * 33
     /// The content, in a column.
     default property alias body: column.data
+    /// It is closed, or on its way there: what happens now is not seen in it.
+    property bool left: true
     parent: Overlay.overlay
     anchors.centerIn: parent
     width: parent ? Math.min(preferredWidth, parent.width - Theme.unit * 3) : preferredWidth
@@ -27,6 +29,8 @@ Dialog {
     focus: true
     closePolicy: Popup.CloseOnEscape
     contentHeight: column.implicitHeight
+    onAboutToShow: left = false
+    onAboutToHide: left = true
     onOpened: focusFirst()
     padding: Theme.unit * 2.5
     topPadding: Theme.unit

@@ -24,7 +24,6 @@ BaseDialog {
     readonly property bool writing: job.running ///< the import is under way
     /// Closed while it writes, it takes another file when that has ended.
     readonly property bool busy: visible || writing
-    property bool left: true ///< it is closed, or on its way there
     property string expected ///< the file that somebody else reads at the moment
     readonly property bool reading: fileReading || expected ///< here or by somebody else
     // internal
@@ -108,8 +107,6 @@ BaseDialog {
             : chooser.filesChosen ? chooser.filesName : chooser.tokenName
         job.start(file, chooser.filesChosen ? job.filesStoreId : chooser.storeId)
     }
-    onAboutToShow: left = false
-    onAboutToHide: left = true
     onOpened: if (isBundle) password.forceActiveFocus(Qt.PopupFocusReason)
     // Escape. Whoever only closes the dialog lets the import go on.
     onRejected: job.cancel()
@@ -169,8 +166,10 @@ BaseDialog {
         waits: !password.text
         Layout.fillWidth: true
     }
-    RowLayout {
+    GridLayout {
         visible: dialog.isBundle && !file.unlocked
+        // Beside the button there has to be room for a password.
+        columns: width < unlockButton.implicitWidth + Theme.fontSize * 10 ? 1 : 2
         Layout.fillWidth: true
         PasswordField {
             id: password
@@ -182,6 +181,7 @@ BaseDialog {
             onAccepted: file.unlock(text)
         }
         Button {
+            id: unlockButton
             objectName: "bundleUnlock"
             text: qsTrId("trivex-app-bundle-open")
             enabled: !file.unlocking

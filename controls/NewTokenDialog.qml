@@ -7,6 +7,8 @@ import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
 
 /// Makes a private token: asks for its name and its PIN. `maker.available` says whether it can.
+/// Whoever closes it while the token is made is told by `done` or `failed`; where it is open, a
+/// failure is told in it.
 BaseDialog {
     id: dialog
     /// Makes the token.
@@ -20,8 +22,12 @@ BaseDialog {
     readonly property bool ready: maker.isName(name.text) && pin.ready && !maker.running
     /// Why the last making failed, as a sentence; empty before.
     property string problem
+    // internal: the name that was asked for last
+    property string asked
     /// The token of that name is there.
     signal done(string name)
+    /// None was made, and the dialog was closed before: what went wrong, and what to do.
+    signal failed(string cause, string advice)
 
     objectName: "newTokenDialog"
     title: qsTrId("trivex-app-new-token-title")
@@ -32,13 +38,18 @@ BaseDialog {
         if (!ready)
             return
         problem = ""
-        maker.make(name.text, pin.pin)
+        asked = name.text
+        maker.make(asked, pin.pin)
     }
     // internal
     function take() {
         pin.clear()
         if (maker.error !== TokenAdmin.NoError) {
-            problem = maker.message
+            if (left)
+                failed(qsTrId("trivex-app-new-token-failed").replace("%1", () => asked),
+                       maker.message)
+            else
+                problem = maker.message
             return
         }
         close()

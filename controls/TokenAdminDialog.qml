@@ -90,10 +90,10 @@ BaseDialog {
         }
         consent.checked = false
         cleared(error === TokenAdmin.WrongPin, error === TokenAdmin.NewPinRefused)
-        if (visible)
-            problem = admin.message
-        else
+        if (left)
             failed(qsTrId("trivex-app-admin-left").replace("%1", () => tokenName), admin.message)
+        else
+            problem = admin.message
     }
     onClosed: {
         admin.cancel()

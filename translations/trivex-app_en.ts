@@ -1836,6 +1836,10 @@
         <source>Make the token</source>
         <translation>Make the token</translation>
     </message>
+    <message id="trivex-app-new-token-failed">
+        <source>The token “%1” was not made.</source>
+        <translation>The token “%1” was not made.</translation>
+    </message>
     <message id="trivex-app-new-token-made">
         <source>“%1” is ready for keys and certificates.</source>
         <translation>“%1” is ready for keys and certificates.</translation>

@@ -1849,6 +1849,10 @@
         <source>Make the token</source>
         <translation>Создать токен</translation>
     </message>
+    <message id="trivex-app-new-token-failed">
+        <source>The token “%1” was not made.</source>
+        <translation>Токен «%1» не создан.</translation>
+    </message>
     <message id="trivex-app-new-token-made">
         <source>“%1” is ready for keys and certificates.</source>
         <translation>«%1» готов: на нём можно хранить ключи и сертификаты.</translation>

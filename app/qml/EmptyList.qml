@@ -18,6 +18,7 @@ EmptyState {
     readonly property bool filtered: filters.active && filters.rows.hiddenCount > 0
     property Library library
     signal told(string text)
+    signal failed(string cause, string advice)
     signal clearAsked()
     signal newRequestAsked()
     signal importAsked()
@@ -67,6 +68,7 @@ EmptyState {
             maker: maker
             // By a function: in a text to put in, "$&" would stand for the mark.
             onDone: empty.told(qsTrId("trivex-app-new-token-made").replace("%1", () => name))
+            onFailed: empty.failed(cause, advice)
         }
     }
     isFirst: isStart && token.length > 0

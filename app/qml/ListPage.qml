@@ -183,6 +183,7 @@ Item {
                     anchors.fill: parent
                     library: page.library
                     onTold: page.told(text)
+                    onFailed: page.failed(cause, advice)
                     visible: list.count === 0
                     category: page.category
                     isRequests: page.isRequests

@@ -29,6 +29,7 @@ public:
 private Q_SLOTS:
     void isLeft();
     void refusesWhatDoesNotFit();
+    void failureAfterClosingIsTold();
     void isMade();
     void isThereAtTheNextStart();
     void nobodyElseReadsIt();
@@ -79,6 +80,29 @@ void TestAppFirstToken::refusesWhatDoesNotFit()
     QVERIFY(!isEnabled());
     m_window->key(Qt::Key_Escape);
     QVERIFY(m_steps->waitClosed("newTokenDialog"));
+}
+
+/// Whoever has closed the dialog while the token is made learns that it is not.
+void TestAppFirstToken::failureAfterClosingIsTold()
+{
+    // A file in the place of the folder: not even the administrator can write there.
+    const QString tokens = m_first.folder + QStringLiteral("/tokens");
+    const QString aside = inHome(QStringLiteral("aside"));
+    QVERIFY(QDir().rename(tokens, aside));
+    QVERIFY(!writeTestFile(tokens, "no folder").isEmpty());
+    QVERIFY(openDialog());
+    m_window->type(Name);
+    for (int i = 0; i < 2; ++i) {
+        m_window->key(Qt::Key_Return);
+        m_window->type(Pin);
+    }
+    m_window->key(Qt::Key_Return);
+    m_window->key(Qt::Key_Escape);
+    const QString error = m_steps->takeError();
+    QVERIFY(QFile::remove(tokens));
+    QVERIFY(QDir().rename(aside, tokens));
+    QCOMPARE(error, qtTrId("trivex-app-new-token-failed").arg(Name));
+    QVERIFY(!m_window->isOpen(QStringLiteral("newTokenDialog")));
 }
 
 void TestAppFirstToken::isMade()
