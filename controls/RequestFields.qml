@@ -80,44 +80,49 @@ FillColumn {
         if (wanted !== text)
             repeater.itemAt(row).text = wanted
     }
-    Button {
-        id: addButton
-        objectName: list.prefix + "Add"
-        text: list.addText
-        icon.source: Theme.icon("plus")
-        flat: true
-        Layout.leftMargin: -leftPadding
-        onClicked: menu.popup(addButton, 0, addButton.height)
-        Menu {
-            id: menu
-            objectName: list.prefix + "Menu"
-            title: addButton.text
-            Instantiator {
-                model: list.values ? list.values.types : []
-                MenuItem {
-                    objectName: list.prefix + "-" + modelData
-                    text: list.values.title(modelData)
-                    onTriggered: list.add(modelData)
+    Flow {
+        Layout.fillWidth: true
+        Button {
+            id: addButton
+            objectName: list.prefix + "Add"
+            text: list.addText
+            icon.source: Theme.icon("plus")
+            flat: true
+            width: Math.min(implicitWidth, parent.width)
+            onClicked: menu.popup(addButton, 0, addButton.height)
+            Menu {
+                id: menu
+                objectName: list.prefix + "Menu"
+                title: addButton.text
+                Instantiator {
+                    model: list.values ? list.values.types : []
+                    MenuItem {
+                        objectName: list.prefix + "-" + modelData
+                        text: list.values.title(modelData)
+                        onTriggered: list.add(modelData)
+                    }
+                    onObjectAdded: menu.insertItem(index, object)
+                    onObjectRemoved: menu.removeItem(object)
                 }
-                onObjectAdded: menu.insertItem(index, object)
-                onObjectRemoved: menu.removeItem(object)
-            }
-            MenuItem {
-                objectName: list.prefix + "-number"
-                text: qsTrId("trivex-app-field-other")
-                visible: list.numbered
-                height: visible ? implicitHeight : 0
-                onTriggered: {
-                    numberRow.visible = true
-                    number.forceActiveFocus(Qt.TabFocusReason)
+                MenuItem {
+                    objectName: list.prefix + "-number"
+                    text: qsTrId("trivex-app-field-other")
+                    visible: list.numbered
+                    height: visible ? implicitHeight : 0
+                    onTriggered: {
+                        numberRow.visible = true
+                        number.forceActiveFocus(Qt.TabFocusReason)
+                    }
                 }
             }
         }
     }
-    RowLayout {
+    GridLayout {
         id: numberRow
         visible: false
-        spacing: Theme.unit
+        columns: width < numberButton.implicitWidth + Theme.fontSize * 10 ? 1 : 2
+        columnSpacing: Theme.unit
+        rowSpacing: Theme.unit
         Layout.fillWidth: true
         TextField {
             id: number

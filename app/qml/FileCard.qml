@@ -27,7 +27,7 @@ Card {
         radius: Theme.radius
         color: "transparent"
         border.color: Theme.fieldBorder
-        ColumnLayout {
+        FillColumn {
             id: hint
             anchors.centerIn: parent
             width: parent.width - Theme.unit * 4
@@ -44,8 +44,7 @@ Card {
                 objectName: "chooseDocument"
                 text: qsTrId("trivex-app-choose-file")
                 icon.source: Theme.icon("file")
-                Layout.maximumWidth: card.width - Theme.unit * 8
-                Layout.alignment: Qt.AlignHCenter
+                anchors.horizontalCenter: parent.horizontalCenter
                 onClicked: card.chooseAsked()
             }
         }
@@ -126,6 +125,7 @@ Card {
             Button {
                 text: qsTrId("trivex-app-choose-other")
                 flat: true
+                Layout.maximumWidth: card.width - Theme.unit * 5
                 Layout.leftMargin: -leftPadding
                 onClicked: card.chooseAsked()
             }

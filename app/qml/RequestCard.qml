@@ -57,13 +57,16 @@ Card {
         onAccepted: createButton.enabled && card.createAsked()
         Layout.fillWidth: true
     }
-    Button {
-        objectName: "unfoldRequest"
-        text: card.unfolded ? qsTrId("trivex-app-show-less") : qsTrId("trivex-app-show-more")
-        icon.source: Theme.icon(card.unfolded ? "up" : "down")
-        flat: true
-        Layout.leftMargin: -leftPadding
-        onClicked: card.unfolded = !card.unfolded
+    Flow {
+        Layout.fillWidth: true
+        Button {
+            objectName: "unfoldRequest"
+            text: card.unfolded ? qsTrId("trivex-app-show-less") : qsTrId("trivex-app-show-more")
+            icon.source: Theme.icon(card.unfolded ? "up" : "down")
+            flat: true
+            width: Math.min(implicitWidth, parent.width)
+            onClicked: card.unfolded = !card.unfolded
+        }
     }
     UsageFields {
         label: qsTrId("trivex-app-usages")
@@ -96,6 +99,7 @@ Card {
             text: qsTrId("trivex-app-create-request")
             icon.source: Theme.icon("request")
             highlighted: true
+            width: Math.min(implicitWidth, parent.width)
             enabled: card.startable && card.request.named && !card.signing
             onClicked: card.createAsked()
         }
@@ -103,6 +107,7 @@ Card {
             objectName: "leaveKey"
             text: qsTrId("trivex-app-another-request")
             flat: true
+            width: Math.min(implicitWidth, parent.width)
             visible: card.leavable
             onClicked: card.leaveAsked()
         }

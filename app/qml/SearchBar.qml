@@ -6,7 +6,7 @@ import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
 
 /// What is looked for in a list, the ready filters, and the order of what is found.
-RowLayout {
+GridLayout {
     id: bar
     property SectionedModel rows
     property ReadyFilters filters
@@ -24,7 +24,11 @@ RowLayout {
         field.forceActiveFocus(Qt.ShortcutFocusReason)
         field.insert(field.length, letters)
     }
-    spacing: Theme.unit
+    /// Beside the buttons there would be no room for a word.
+    readonly property bool narrow: width < Theme.fontSize * 14
+    columns: narrow ? 1 : 2
+    columnSpacing: Theme.unit
+    rowSpacing: Theme.unit
     SearchField {
         id: field
         objectName: "searchField"
@@ -32,14 +36,17 @@ RowLayout {
         Keys.onDownPressed: bar.left()
         onAccepted: bar.left()
     }
-    FilterButton {
-        id: filterButton
-        filters: bar.filters
-        // Requests have neither an end nor a token.
-        visible: !bar.isRequests
-    }
-    SortButton {
-        rows: bar.rows
-        isRequests: bar.isRequests
+    RowLayout {
+        spacing: Theme.unit
+        FilterButton {
+            id: filterButton
+            filters: bar.filters
+            // Requests have neither an end nor a token.
+            visible: !bar.isRequests
+        }
+        SortButton {
+            rows: bar.rows
+            isRequests: bar.isRequests
+        }
     }
 }
