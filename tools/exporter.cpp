@@ -3,11 +3,8 @@
 #include "tools/exporter.h"
 
 #include "qca/adapter/collectionwriting.h"
-#include "qca/adapter/entries.h"
 #include "qca/asn1/pem.h"
 #include "qca/base/atomicfile.h"
-#include "qca/chains/candidateindex.h"
-#include "qca/chains/chaincheck.h"
 #include "qca/questions/background.h"
 #include "tools/files.h"
 #include "tools/rowentry.h"
@@ -23,7 +20,7 @@ namespace Trivex {
 /// What the thread gets, and what it makes of it.
 struct Exporter::Work {
     QVector<RowEncoding> rows;
-    QVector<ChainCandidate> candidates; ///< for the issuers of a single certificate
+    ChainInput path; ///< of a single certificate
     QString folder;
     std::shared_ptr<const QTemporaryDir> staging; ///< keeps the folder while it is written to
     std::atomic<bool> isCancelled{false};
@@ -52,38 +49,15 @@ bool Exporter::Work::certificatesOnly() const
                        [](const RowEncoding &row) { return row.kind == ShownKind::Certificate; });
 }
 
-namespace {
-
-/// Whether what follows has the name of the issuer alone.
-bool hasStranger(const ChainStep &step)
-{
-    return std::any_of(step.findings.cbegin(), step.findings.cend(), [](const ChainFinding &one) {
-        return one.reason == ChainReason::WrongSignature
-            || one.reason == ChainReason::IssuerDiffers;
-    });
-}
-
-} // namespace
-
 /// The certificates, where it is one, with its issuers as far as they are known.
 QVector<QByteArray> Exporter::Work::chain() const
 {
+    if (rows.size() == 1)
+        return ExportPath::of(path, isCancelled);
     QVector<QByteArray> all;
-    if (rows.size() != 1) {
-        for (const RowEncoding &row : rows)
-            all += row.der;
-        return all;
-    }
-    CandidateIndex index;
-    for (const ChainCandidate &candidate : candidates)
-        index.add(candidate);
-    const ChainResult result = checkChain(index.inputFor(rows.first().der), isCancelled);
-    for (const ChainStep &step : result.steps) {
-        all += step.der;
-        if (hasStranger(step))
-            break;
-    }
-    return all.isEmpty() ? QVector<QByteArray>{rows.first().der} : all;
+    for (const RowEncoding &row : rows)
+        all += row.der;
+    return all;
 }
 
 void Exporter::Work::write(const QString &path, const QByteArray &contents)
@@ -111,23 +85,6 @@ void Exporter::Work::run()
     write(FileSaver::stagedFile(folder, FileSaver::Chain), chainPem);
     write(FileSaver::stagedFile(folder, FileSaver::Collection), writeCollection(members));
 }
-
-namespace {
-
-/// Of a key bundle all certificates: its issuers came with it.
-void addCandidates(const QCA::KeyStoreEntry &entry, bool isSystem,
-                   QVector<ChainCandidate> *candidates)
-{
-    QList<QCA::Certificate> found = entryKeyBundle(entry).certificateChain();
-    if (found.isEmpty())
-        found += entryCertificate(entry);
-    for (const QCA::Certificate &certificate : qAsConst(found)) {
-        if (!certificate.isNull())
-            *candidates += {certificate.toDER(), QString(), isSystem};
-    }
-}
-
-} // namespace
 
 Exporter::Exporter(QObject *parent)
     : Job(parent)
@@ -158,6 +115,7 @@ void Exporter::cancel()
     if (!isRunning())
         return;
     ++m_serial;
+    m_path.drop();
     m_work->isCancelled = true;
     m_error = Cancelled;
     end();
@@ -173,25 +131,33 @@ void Exporter::stage(EntryModel *entries, const QStringList &identities, FileSav
     const int objectRole = entries ? roleNamed(*entries, QStringLiteral("certificate")) : -1;
     const int rows = entries ? entries->rowCount() : 0;
     for (int row = 0; row < rows; ++row) {
+        if (!wanted.contains(entries->identityAt(row)))
+            continue;
         const QModelIndex index = entries->index(row, 0);
-        auto *object = index.data(entryRole).value<QObject *>();
-        if (wanted.contains(entries->identityAt(row))) {
-            const RowEncoding encoding =
-                rowEncoding(object, index.data(objectRole).value<QObject *>());
-            if (!encoding.der.isEmpty())
-                work->rows += encoding;
-        }
-        const QCA::KeyStoreEntry *entry = wanted.size() == 1 ? wrappedEntry(object) : nullptr;
-        if (entry)
-            addCandidates(*entry, entries->isSystemStore(entryStoreId(*entry)), &work->candidates);
+        const RowEncoding encoding = rowEncoding(index.data(entryRole).value<QObject *>(),
+                                                 index.data(objectRole).value<QObject *>());
+        if (!encoding.der.isEmpty())
+            work->rows += encoding;
     }
     if (work->rows.isEmpty())
         work->error = NothingThere;
     else if (saver)
         work->stageIn(saver);
     m_work = work;
-    runInBackground([work] { work->run(); }, this,
-                    [this, work, serial = ++m_serial] { take(*work, serial); });
+    ++m_serial;
+    const bool hasPath = saver && work->rows.size() == 1 && work->certificatesOnly();
+    if (!hasPath)
+        return start();
+    m_path.gather(entries, work->rows.first().der, [this](const ChainInput &input) {
+        m_work->path = input;
+        start();
+    });
+}
+
+void Exporter::start()
+{
+    runInBackground([work = m_work] { work->run(); }, this,
+                    [this, work = m_work, serial = m_serial] { take(*work, serial); });
 }
 
 void Exporter::take(const Work &work, int serial)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "tools/entrymodel.h"
+#include "tools/exportpath.h"
 #include "tools/filesaver.h"
 #include "tools/job.h"
 
@@ -58,12 +59,14 @@ public:
 
 private:
     struct Work;
+    void start();
     void take(const Work &work, int serial);
 
     Error m_error = NoError;
     QString m_text;
     bool m_certificatesOnly = false;
     std::shared_ptr<Work> m_work; ///< of the last run
+    ExportPath m_path;
     int m_serial = 0; ///< tells a late result of a run that was given up
 };
 

@@ -6,6 +6,7 @@
 #include "tests/chains/chainrows.h"
 #include "tests/chains/madechain.h"
 #include "tests/x509/corpus.h"
+#include "tools/certificatechain.h"
 #include "tools/exporter.h"
 #include "tools/rowfiles.h"
 
@@ -23,6 +24,8 @@ private Q_SLOTS:
     void cleanup();
 
     void withIssuers();
+    void asItIsShown_data();
+    void asItIsShown();
     void notWithStrangers();
     void noTemporaryFolder();
     void thenTheNext();
@@ -42,6 +45,7 @@ private:
     std::unique_ptr<ChainRows> m_rows;
     std::unique_ptr<EntryModel> m_entries;
     QTemporaryDir m_folder;
+    QByteArrayList m_staged; ///< DER
 };
 
 void TestExporter::init()
@@ -71,8 +75,11 @@ QStringList TestExporter::staged(int row)
     QFile file(path);
     QStringList names;
     if (file.open(QIODevice::ReadOnly)) {
-        for (const PemBlock &block : readPem(file.readAll()))
+        m_staged.clear();
+        for (const PemBlock &block : readPem(file.readAll())) {
+            m_staged += block.data;
             names += makeCertificate(block.data).commonName();
+        }
     }
     return names;
 }
@@ -84,6 +91,40 @@ void TestExporter::withIssuers()
     add(m_middle);
     QCOMPARE(staged(0).join(QLatin1Char(',')), QStringLiteral("Leaf,Middle,Root"));
     QCOMPARE(staged(2).join(QLatin1Char(',')), QStringLiteral("Middle,Root"));
+}
+
+void TestExporter::asItIsShown_data()
+{
+    QTest::addColumn<bool>("isOwnTrusted");
+    QTest::newRow("root of the system") << false;
+    QTest::newRow("root among one's own files") << true;
+}
+
+// One authority with two certificates, one of which leads nowhere: what is trusted decides, for the
+// view and for the file alike.
+void TestExporter::asItIsShown()
+{
+    QFETCH(bool, isOwnTrusted);
+    const Party gone = make({"Gone", -10, Year, authority()}, nullptr);
+    const Party crossed =
+        make({"Twice", -10, Year, authority()}, isOwnTrusted ? &gone : &m_root, curveKey());
+    const Party itself = make({"Twice", -10, Year, authority()}, nullptr, share(crossed.key.get()));
+    const Party leaf = make({"Leaf", -1, 30}, &crossed);
+    m_rows->add(ChainRows::User, "USER", crossed.der());
+    QObject *shown = m_rows->add(ChainRows::User, "Store", leaf.der());
+    m_rows->add(isOwnTrusted ? ChainRows::User : ChainRows::SmartCard,
+                isOwnTrusted ? "USER" : "Token", itself.der());
+    add(m_root, ChainRows::System);
+    CertificateChain chain;
+    chain.setEntries(m_entries.get());
+    chain.setCertificate(shown);
+    QTRY_VERIFY_WITH_TIMEOUT(chain.isReady() && !chain.isRunning(), 20000);
+    QByteArrayList path;
+    for (const FileItem &item : chain.stepItems()->items())
+        path += item.der;
+    QCOMPARE(path.size(), isOwnTrusted ? 2 : 3);
+    QVERIFY(staged(1).size() == path.size());
+    QCOMPARE(m_staged, path);
 }
 
 // Who only has the name of the issuer has issued nothing, and does not belong to the certificate.
