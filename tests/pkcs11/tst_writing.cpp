@@ -332,6 +332,8 @@ void TestWriting::importOfBundle_data()
     QTest::newRow("P-256") << QStringList{algorithm, QStringLiteral("EC"), option,
                                           QStringLiteral("ec_paramgen_curve:P-256")}
                            << int(Trivex::EllipticCurveKey);
+    QTest::newRow("Ed25519") << QStringList{algorithm, QStringLiteral("ED25519")}
+                             << int(Trivex::OtherKey);
 }
 
 void TestWriting::importOfBundle()
@@ -357,9 +359,11 @@ void TestWriting::importOfBundle()
     QCOMPARE(Trivex::keyType(key), type);
     const QByteArray data("data");
     const QByteArray signature = key.signMessage(data, QCA::EMSA3_SHA256, QCA::DefaultFormat);
-    QVERIFY(opensslVerifies(
-        key, data, signature,
-        {QStringLiteral("-rawin"), QStringLiteral("-digest"), QStringLiteral("sha256")}));
+    QVERIFY(opensslVerifies(key, data, signature,
+                            type == Trivex::OtherKey
+                                ? QStringList{QStringLiteral("-rawin")}
+                                : QStringList{QStringLiteral("-rawin"), QStringLiteral("-digest"),
+                                              QStringLiteral("sha256")}));
     QVERIFY(m_token->token().tool({QStringLiteral("--list-objects")}).contains("sensitive"));
     QCOMPARE(m_token->token().objectCount(), before + 4);
     // A second time adds nothing.

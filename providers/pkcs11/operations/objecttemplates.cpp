@@ -106,6 +106,49 @@ void addEcPrivateKey(const KeyMaterial &key, Template *object)
         .add(CKA_VALUE, value.data(), value.size());
 }
 
+struct EdwardsCurve {
+    int native; ///< of libcrypto
+    const char *oid; ///< RFC 8410, 3
+};
+
+constexpr EdwardsCurve EdwardsCurves[] = {
+    {EVP_PKEY_ED25519, "1.3.101.112"},
+    {EVP_PKEY_ED448, "1.3.101.113"},
+};
+
+/// Named by its OID, as PKCS#11 3.0, 2.3.5 allows; throws for a key of another kind.
+QByteArray edwardsParameters(const KeyMaterial &key)
+{
+    for (const EdwardsCurve &curve : EdwardsCurves) {
+        if (EVP_PKEY_is_a(key.native(), OBJ_nid2sn(curve.native)) == 1)
+            return Der::writeOid(curve.oid);
+    }
+    throw Error(TokenError::NotSupported);
+}
+
+void addEdwardsPublicKey(const KeyMaterial &key, Template *object)
+{
+    object->addNumber(CKA_KEY_TYPE, CKK_EC_EDWARDS)
+        .add(CKA_EC_PARAMS, edwardsParameters(key))
+        .add(CKA_EC_POINT, Der::write(Der::OctetString, ecFieldsOf(key).key().view()));
+}
+
+void addEdwardsPrivateKey(const KeyMaterial &key, Template *object)
+{
+    const QByteArray parameters = edwardsParameters(key);
+    size_t size = 0;
+    if (EVP_PKEY_get_raw_private_key(key.native(), nullptr, &size) != 1)
+        throw Error(TokenError::NotSupported);
+    Secret value{int(size)};
+    if (EVP_PKEY_get_raw_private_key(key.native(), reinterpret_cast<unsigned char *>(value.data()),
+                                     &size)
+        != 1)
+        throw Error(TokenError::NotSupported);
+    object->addNumber(CKA_KEY_TYPE, CKK_EC_EDWARDS)
+        .add(CKA_EC_PARAMS, parameters)
+        .add(CKA_VALUE, value.constData(), size);
+}
+
 /// The functions that write the numbers of one kind of key.
 struct KeyKind {
     int keyType; ///< a value of `Trivex::KeyType`
@@ -117,6 +160,7 @@ struct KeyKind {
 constexpr KeyKind KeyKinds[] = {
     {RsaKey, true, addRsaPublicKey, addRsaPrivateKey},
     {EllipticCurveKey, true, addEcPublicKey, addEcPrivateKey},
+    {OtherKey, true, addEdwardsPublicKey, addEdwardsPrivateKey},
     {Gost2001Key, false, addGostPublicKey, addGostPrivateKey},
     {Gost2012Key256, false, addGostPublicKey, addGostPrivateKey},
     {Gost2012Key512, false, addGostPublicKey, addGostPrivateKey},
