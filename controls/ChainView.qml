@@ -7,7 +7,8 @@ import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
 
 /// Whether a certificate is to be trusted, and why: the verdict in a word and a sentence, then each
-/// certificate up to the root. The date that it is checked for can be typed. Hidden while there is
+/// certificate up to the root. The date that it is checked for can be typed, and what it has to be good
+/// for can be chosen. Hidden while there is
 /// nothing to say.
 Card {
     id: view
@@ -25,8 +26,11 @@ Card {
     function startOver() {
         day.text = ""
         day.flag = ""
-        if (chain)
+        use.currentIndex = 0
+        if (chain) {
             chain.setDateText("")
+            chain.purpose = CertificateChain.AnyPurpose
+        }
     }
     Component.onCompleted: startOver()
     /// The colours of the validity that is as good.
@@ -85,6 +89,33 @@ Card {
                 onClicked: view.showAsked(index)
                 Layout.fillWidth: true
             }
+        }
+    }
+    FillColumn {
+        spacing: 3
+        Layout.fillWidth: true
+        Label {
+            textFormat: Text.PlainText
+            text: qsTrId("trivex-app-chain-purpose-label")
+            color: Theme.textDim
+            font.pixelSize: Theme.smallSize
+            wrapMode: Text.WordWrap
+            Layout.fillWidth: true
+            Accessible.ignored: true
+        }
+        ComboBox {
+            id: use
+            objectName: "chainPurpose"
+            readonly property var purposes: [
+                CertificateChain.AnyPurpose, CertificateChain.TlsServer, CertificateChain.TlsClient,
+                CertificateChain.EmailProtection, CertificateChain.CodeSigning]
+            model: [qsTrId("trivex-app-chain-purpose-any"), qsTrId("trivex-app-chain-purpose-server"),
+                    qsTrId("trivex-app-chain-purpose-client"), qsTrId("trivex-app-chain-purpose-mail"),
+                    qsTrId("trivex-app-chain-purpose-code")]
+            Accessible.name: qsTrId("trivex-app-chain-purpose-label") + ": " + currentText
+            Layout.fillWidth: true
+            Layout.maximumWidth: Theme.fontSize * 22
+            onActivated: if (view.chain) view.chain.purpose = purposes[index]
         }
     }
     LabeledField {

@@ -122,6 +122,15 @@ void CertificateChain::setDate(const QDateTime &date)
     Q_EMIT dateChanged();
 }
 
+void CertificateChain::setPurpose(int purpose)
+{
+    if (purpose < AnyPurpose || purpose > CodeSigning || purpose == int(m_purpose))
+        return;
+    m_purpose = ChainPurpose(purpose);
+    schedule();
+    Q_EMIT purposeChanged();
+}
+
 bool CertificateChain::setDateText(const QString &text)
 {
     const QString typed = text.trimmed();
@@ -185,6 +194,7 @@ ChainInput CertificateChain::wantedInput() const
     input = m_sources ? m_sources->index().inputFor(certificate, indexOf(m_items))
                       : indexOf(m_items).inputFor(certificate);
     input.date = m_date;
+    input.purpose = m_purpose;
     return input;
 }
 

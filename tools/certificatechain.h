@@ -45,6 +45,8 @@ class CertificateChain : public Job {
     Q_PROPERTY(int itemRow READ itemRow WRITE setItemRow NOTIFY itemRowChanged)
     /// The time that the check is for; an invalid date is now.
     Q_PROPERTY(QDateTime date READ date WRITE setDate NOTIFY dateChanged)
+    /// What the path has to be good for, a `Purpose`.
+    Q_PROPERTY(int purpose READ purpose WRITE setPurpose NOTIFY purposeChanged)
     /// Whether there is a result of what is asked now.
     Q_PROPERTY(bool ready READ isReady NOTIFY finished)
     /// A `Verdict`; meaningful while `ready`.
@@ -66,6 +68,10 @@ public:
     enum Verdict { Good, Doubtful, Unknown, Bad };
     Q_ENUM(Verdict)
 
+    /// As `ChainPurpose` (RFC 5280, 4.2.1.12).
+    enum Purpose { AnyPurpose, TlsServer, TlsClient, EmailProtection, TimeStamps, CodeSigning };
+    Q_ENUM(Purpose)
+
     explicit CertificateChain(QObject *parent = nullptr);
     ~CertificateChain() override;
 
@@ -79,6 +85,9 @@ public:
     void setItemRow(int row);
     QDateTime date() const { return m_date; }
     void setDate(const QDateTime &date);
+    int purpose() const { return int(m_purpose); }
+    /// A number that is no `Purpose` changes nothing.
+    void setPurpose(int purpose);
 
     bool isReady() const { return m_isReady; }
     int verdict() const { return int(m_result.verdict); }
@@ -104,6 +113,7 @@ Q_SIGNALS:
     void itemsChanged();
     void itemRowChanged();
     void dateChanged();
+    void purposeChanged();
 
 private:
     /// What the thread of a check and this object share.
@@ -126,6 +136,7 @@ private:
     QPointer<FileItemModel> m_items;
     int m_itemRow = -1;
     QDateTime m_date;
+    ChainPurpose m_purpose = ChainPurpose::Any;
     QTimer m_later;
     ChainInput m_input; ///< of what runs, or of the result
     ChainInput m_next; ///< of what is to run after that

@@ -71,7 +71,7 @@ struct ChainCandidate {
 };
 
 /// What a path may have to be good for (RFC 5280, 4.2.1.12).
-enum class ChainPurpose { Any, WebServer, WebClient, Email, TimeStamps };
+enum class ChainPurpose { Any, WebServer, WebClient, Email, TimeStamps, CodeSigning };
 
 struct ChainInput {
     QByteArray certificate; ///< DER

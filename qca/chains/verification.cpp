@@ -27,7 +27,29 @@ constexpr PurposeName Purposes[] = {
     {ChainPurpose::WebClient, X509_PURPOSE_SSL_CLIENT},
     {ChainPurpose::Email, X509_PURPOSE_SMIME_SIGN},
     {ChainPurpose::TimeStamps, X509_PURPOSE_TIMESTAMP_SIGN},
+#ifdef X509_PURPOSE_CODE_SIGN
+    {ChainPurpose::CodeSigning, X509_PURPOSE_CODE_SIGN},
+#endif
 };
+
+/// The rule of libcrypto 3.2, which earlier ones lack (CA/Browser Forum, code signing, 7.1.2.3).
+bool maySignCode(X509 *certificate)
+{
+    const quint32 uses = X509_get_key_usage(certificate);
+    const quint32 purposes = X509_get_extended_key_usage(certificate);
+    const quint32 flags = X509_get_extension_flags(certificate);
+    const int at = X509_get_ext_by_NID(certificate, NID_key_usage, -1);
+    return (flags & EXFLAG_KUSAGE) && (uses & KU_DIGITAL_SIGNATURE)
+        && !(uses & (KU_KEY_CERT_SIGN | KU_CRL_SIGN)) && (flags & EXFLAG_XKUSAGE)
+        && (purposes & XKU_CODE_SIGN) && !(purposes & (XKU_ANYEKU | XKU_SSL_SERVER)) && at >= 0
+        && X509_EXTENSION_get_critical(X509_get_ext(certificate, at)) == 1;
+}
+
+bool isNative(ChainPurpose purpose)
+{
+    return std::any_of(std::begin(Purposes), std::end(Purposes),
+                       [purpose](const PurposeName &one) { return one.purpose == purpose; });
+}
 
 /// libcrypto knows no strength of a key whose engine does not tell it.
 bool isStrengthUnknown(X509 *certificate)
@@ -207,6 +229,10 @@ bool Verification::has(ChainReason reason) const
 
 void Verification::addOwnFindings()
 {
+    const bool isForCode =
+        m_input.purpose == ChainPurpose::CodeSigning && !isNative(m_input.purpose);
+    if (isForCode && !maySignCode(m_path.front().get()))
+        add(0, {ChainReason::WrongPurpose, X509_V_ERR_INVALID_PURPOSE, {}});
     for (size_t i = 0; i < m_path.size(); ++i) {
         const bool isLast = i + 1 == m_path.size();
         X509 *issuer = m_path[isLast ? i : i + 1].get();

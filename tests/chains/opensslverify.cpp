@@ -36,7 +36,35 @@ QByteArray outputOf(const QString &program, const QStringList &arguments)
     return process.readAll();
 }
 
+struct PurposeName {
+    ChainPurpose purpose;
+    const char *name;
+};
+
+constexpr PurposeName PurposeNames[] = {
+    {ChainPurpose::WebServer, "sslserver"},  {ChainPurpose::WebClient, "sslclient"},
+    {ChainPurpose::Email, "smimesign"},      {ChainPurpose::TimeStamps, "timestampsign"},
+#ifdef X509_PURPOSE_CODE_SIGN
+    {ChainPurpose::CodeSigning, "codesign"},
+#endif
+};
+
+/// Empty for one that the program does not know.
+QString purposeName(ChainPurpose purpose)
+{
+    for (const PurposeName &one : PurposeNames) {
+        if (one.purpose == purpose)
+            return QString::fromLatin1(one.name);
+    }
+    return {};
+}
+
 } // namespace
+
+bool knowsPurpose(ChainPurpose purpose)
+{
+    return purpose == ChainPurpose::Any || !purposeName(purpose).isEmpty();
+}
 
 QByteArray verifiedByOpenssl(const ChainInput &input)
 {
@@ -61,8 +89,9 @@ QByteArray verifiedByOpenssl(const ChainInput &input)
                   << folder.write("lists", lists);
     if (input.date.isValid())
         arguments << QStringLiteral("-attime") << QString::number(input.date.toSecsSinceEpoch());
-    if (input.purpose == ChainPurpose::WebServer)
-        arguments << QStringLiteral("-purpose") << QStringLiteral("sslserver");
+    const QString purpose = purposeName(input.purpose);
+    if (!purpose.isEmpty())
+        arguments << QStringLiteral("-purpose") << purpose;
     arguments << folder.write("leaf", MadeChain::certificatePem(input.certificate));
     return outputOf(QStringLiteral("openssl"), arguments);
 }

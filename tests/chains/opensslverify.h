@@ -4,6 +4,8 @@
 
 #include "qca/chains/chain.h"
 
+/// Whether `verifiedByOpenssl` asks for that purpose, which older versions do not know.
+bool knowsPurpose(Trivex::ChainPurpose purpose);
 /// What `openssl verify` says of the same files, with the same strength asked for.
 QByteArray verifiedByOpenssl(const Trivex::ChainInput &input);
 
