@@ -57,6 +57,8 @@ bool RowOrder::set(Key key, bool descending)
 
 void RowOrder::sort(const EntryModel &entries, QVector<int> &rows, bool named)
 {
+    if (m_key == Place)
+        return;
     if (m_key == Given || (m_key == Name && named)) {
         if (m_descending && m_key == Name)
             turnByName(entries, rows);
@@ -81,6 +83,18 @@ void RowOrder::sort(const EntryModel &entries, QVector<int> &rows, bool named)
     for (const int index : qAsConst(order))
         sorted.append(rows.at(index));
     rows = sorted;
+}
+
+QStringList RowOrder::sortedPlaces(QStringList places) const
+{
+    if (m_key != Place)
+        return places;
+    std::stable_sort(places.begin(), places.end(), [](const QString &first, const QString &second) {
+        return QString::localeAwareCompare(first, second) < 0;
+    });
+    if (m_descending)
+        std::reverse(places.begin(), places.end());
+    return places;
 }
 
 QVector<qint64> RowOrder::placesByText(const EntryModel &entries, const QVector<int> &rows)

@@ -17,6 +17,7 @@ public:
         Name,
         Issuer,
         Until, ///< the end of validity; rows without one come last
+        Place, ///< the store; those of one store stay as they are
     };
 
     Key key() const { return m_key; }
@@ -26,6 +27,10 @@ public:
 
     /// Sorts rows of `entries`, which are in the order of their names already if `named` says so.
     void sort(const EntryModel &entries, QVector<int> &rows, bool named);
+
+    /// The names of the stores in the order in which they are listed: as given, unless they are
+    /// what is sorted by.
+    QStringList sortedPlaces(QStringList places) const;
 
 private:
     QVector<qint64> placesByText(const EntryModel &entries, const QVector<int> &rows);

@@ -150,7 +150,7 @@ int SectionedModel::sortKey() const
 
 void SectionedModel::setSortKey(int key)
 {
-    if (key >= RowOrder::Given && key <= RowOrder::Until)
+    if (key >= RowOrder::Given && key <= RowOrder::Place)
         setOrder(RowOrder::Key(key), m_order.isDescending());
 }
 
@@ -343,7 +343,9 @@ QVector<int> SectionedModel::groupedByStore(const QVector<int> &rows)
         stores[m_entries->storeNameAt(row)].append(row);
     QVector<int> grouped;
     grouped.reserve(rows.size());
-    for (QVector<int> &store : stores) {
+    const QStringList places = m_order.sortedPlaces(stores.keys());
+    for (const QString &place : places) {
+        QVector<int> &store = stores[place];
         // A filter has them by name.
         m_order.sort(*m_entries, store, m_filter);
         grouped += store;

@@ -44,7 +44,7 @@ class SectionedModel : public QAbstractListModel {
     Q_PROPERTY(QString wantedStore READ wantedStore WRITE setWantedStore NOTIFY readyChanged)
     /// How many rows the ready filters hide that would be listed without them.
     Q_PROPERTY(int hiddenCount READ hiddenCount NOTIFY hiddenCountChanged)
-    /// What the rows of a store are sorted by: a `SortKey`.
+    /// What the rows of a store, or the stores, are sorted by: a `SortKey`.
     Q_PROPERTY(int sortKey READ sortKey WRITE setSortKey NOTIFY orderChanged)
     /// Sorts from the last to the first.
     Q_PROPERTY(bool descending READ isDescending WRITE setDescending NOTIFY orderChanged)
@@ -56,6 +56,7 @@ public:
         SortByName = RowOrder::Name,
         SortByIssuer = RowOrder::Issuer,
         SortByEnd = RowOrder::Until,
+        SortByPlace = RowOrder::Place, ///< the stores themselves; no other order within them
     };
     Q_ENUM(SortKey)
 

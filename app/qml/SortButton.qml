@@ -41,5 +41,13 @@ ToolButton {
             key: SectionedModel.SortByEnd
             shown: !button.isRequests
         }
+        SortItem {
+            objectName: "sortByPlace"
+            text: qsTrId("trivex-app-sort-place")
+            rows: button.rows
+            key: SectionedModel.SortByPlace
+            // Of one token there is nothing to sort.
+            shown: !button.isRequests && !button.rows.storeId
+        }
     }
 }
