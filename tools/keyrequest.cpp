@@ -207,9 +207,9 @@ bool KeyRequest::loadProfile(const QString &name)
     return true;
 }
 
-bool KeyRequest::saveProfile(const QString &name) const
+int KeyRequest::saveProfile(const QString &name, bool mayReplace) const
 {
-    return RequestProfiles().save(name, contents());
+    return RequestProfiles().save(name, contents(), mayReplace);
 }
 
 bool KeyRequest::begin()

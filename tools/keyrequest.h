@@ -111,8 +111,8 @@ public:
     /// Takes names and usages from a profile; false for one that is not there. What was typed stays
     /// where the profile leaves a value open, and behind its own where it has no such field.
     Q_INVOKABLE bool loadProfile(const QString &name);
-    /// Keeps names and usages as a profile of that name; false where it can't be written.
-    Q_INVOKABLE bool saveProfile(const QString &name) const;
+    /// Keeps names and usages as a profile of that name; a `RequestProfiles.SaveResult`.
+    Q_INVOKABLE int saveProfile(const QString &name, bool mayReplace = false) const;
 
     // Each of these makes a request and ends with `finished()`, at once or later. Ignored while one
     // runs.

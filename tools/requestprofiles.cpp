@@ -7,6 +7,7 @@
 #include "qca/base/regularfile.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <QStandardPaths>
 
@@ -79,6 +80,23 @@ QString pathOf(const QString &name)
     return RequestProfiles::directory() + safeFileName(name, QLatin1String(Extension));
 }
 
+bool isTooMany(const RequestContents &contents)
+{
+    return contents.names.size() + contents.alternativeNames.size() > RequestProfiles::MostValues
+        || contents.keyUsages.size() + contents.purposes.size() > RequestProfiles::MostValues;
+}
+
+/// Nothing for more than a profile may have, which is not read.
+std::optional<QByteArray> readSmallFile(const QString &path)
+{
+    QFile file;
+    if (!openRegularFile(path, &file) || file.size() > RequestProfiles::MostBytes)
+        return std::nullopt;
+    // A file that grows meanwhile is read no further.
+    const QByteArray text = file.read(RequestProfiles::MostBytes + 1);
+    return text.size() > RequestProfiles::MostBytes ? std::nullopt : std::make_optional(text);
+}
+
 } // namespace
 
 RequestProfiles::RequestProfiles(QObject *parent)
@@ -134,22 +152,40 @@ std::optional<RequestContents> RequestProfiles::load(const QString &name) const
         return RequestContents{emptyValues(builtIn->names), emptyValues(builtIn->alternativeNames),
                                words(builtIn->keyUsages), words(builtIn->purposes)};
     }
-    const auto text = name.isEmpty() ? std::nullopt : readRegularFile(pathOf(name));
+    const auto text = name.isEmpty() ? std::nullopt : readSmallFile(pathOf(name));
     const QJsonDocument document = text ? QJsonDocument::fromJson(*text) : QJsonDocument();
     if (!document.isObject())
         return std::nullopt;
-    return RequestContents::fromJson(document.object());
+    const RequestContents contents = RequestContents::fromJson(document.object());
+    return isTooMany(contents) ? std::nullopt : std::make_optional(contents);
 }
 
-bool RequestProfiles::save(const QString &name, const RequestContents &contents)
+QString RequestProfiles::listedName(const QString &name)
 {
-    if (name.trimmed().isEmpty() || isBuiltIn(name) || !QDir().mkpath(directory()))
-        return false;
+    return safeFileName(name, QLatin1String(Extension)).chopped(int(sizeof Extension) - 1);
+}
+
+bool RequestProfiles::exists(const QString &name) const
+{
+    return !name.trimmed().isEmpty() && !isBuiltIn(listedName(name))
+        && QFileInfo::exists(pathOf(name));
+}
+
+RequestProfiles::SaveResult RequestProfiles::save(const QString &name,
+                                                  const RequestContents &contents, bool mayReplace)
+{
+    if (name.trimmed().isEmpty() || isBuiltIn(listedName(name)) || !QDir().mkpath(directory()))
+        return NotSaved;
     const QByteArray text = QJsonDocument(contents.toJson()).toJson();
-    if (writeAtomically(pathOf(name), text, true) != WriteResult::Written)
-        return false;
+    if (text.size() > MostBytes || isTooMany(contents))
+        return TooLarge;
+    const WriteResult result = writeAtomically(pathOf(name), text, mayReplace);
+    if (result == WriteResult::Exists)
+        return Exists;
+    if (result != WriteResult::Written)
+        return NotSaved;
     Q_EMIT namesChanged();
-    return true;
+    return Saved;
 }
 
 } // namespace Trivex

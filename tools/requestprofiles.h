@@ -31,9 +31,25 @@ public:
 
     /// Nothing for a profile that is not there or can't be read.
     std::optional<RequestContents> load(const QString &name) const;
-    /// Saves `contents` as the user's profile `name`, in place of an earlier one. False for an
-    /// empty name, a name of the program's own, and where the file can't be written.
-    bool save(const QString &name, const RequestContents &contents);
+    /// The name under which a profile called `name` is listed: that of its file, in which some
+    /// characters can't stand. Two names that come to the same are one profile.
+    Q_INVOKABLE static QString listedName(const QString &name);
+    /// Whether the user has a profile of that `listedName`.
+    Q_INVOKABLE bool exists(const QString &name) const;
+
+    enum SaveResult {
+        Saved,
+        Exists, ///< there is one of that `listedName`, and it was not to be replaced
+        NotSaved, ///< an empty name, a name of the program's own, or the file can't be written
+        TooLarge, ///< it would be more than `MostBytes`, which nothing reads again
+    };
+    Q_ENUM(SaveResult)
+    /// Saves `contents` as the user's profile `name`.
+    SaveResult save(const QString &name, const RequestContents &contents, bool mayReplace);
+
+    /// Of a profile's file, and of what a page can show as fields; a larger one is not loaded.
+    static constexpr int MostBytes = 256 * 1024;
+    static constexpr int MostValues = 200;
 
     /// The directory of the user's profiles, with the separator at its end.
     static QString directory();

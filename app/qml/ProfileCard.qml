@@ -75,19 +75,30 @@ Card {
         id: dialog
         objectName: "profileDialog"
         title: qsTrId("trivex-app-profile-save-title")
+        /// Whoever presses again has been told that a profile of that name would go.
+        property bool agreed: false
         function save() {
             const name = nameField.text.trim()
             if (!name)
                 return
-            if (card.request.saveProfile(name)) {
+            const result = card.request.saveProfile(name, agreed)
+            if (result === RequestProfiles.Saved) {
                 close()
-                card.refresh(name)
-            } else {
-                problem.text = qsTrId("trivex-app-profile-unsaved")
+                card.refresh(RequestProfiles.listedName(name))
+                return
             }
+            agreed = result === RequestProfiles.Exists
+            problem.level = agreed ? 2 : 3
+            // By a function: in a text to put in, "$&" would stand for the mark.
+            problem.text = agreed
+                ? qsTrId("trivex-app-profile-exists")
+                    .replace("%1", () => RequestProfiles.listedName(name))
+                : result === RequestProfiles.TooLarge ? qsTrId("trivex-app-profile-too-large")
+                : qsTrId("trivex-app-profile-unsaved")
         }
         onAboutToShow: {
             problem.text = ""
+            agreed = false
             nameField.text = RequestProfiles.isBuiltIn(card.chosen) ? "" : card.chosen
         }
         onOpened: nameField.field.forceActiveFocus(Qt.TabFocusReason)
@@ -96,11 +107,16 @@ Card {
             label: qsTrId("trivex-app-profile-name")
             hint: qsTrId("trivex-app-profile-name-hint")
             field.objectName: "profileName"
+            onTextChanged: {
+                dialog.agreed = false
+                problem.text = ""
+            }
             field.onAccepted: dialog.save()
             Layout.fillWidth: true
         }
         Notice {
             id: problem
+            objectName: "profileProblem"
             level: 3
             Layout.fillWidth: true
         }
@@ -112,7 +128,7 @@ Card {
             }
             Button {
                 objectName: "profileAccept"
-                text: qsTrId("trivex-app-save")
+                text: dialog.agreed ? qsTrId("trivex-app-replace-confirm") : qsTrId("trivex-app-save")
                 highlighted: true
                 enabled: nameField.text.trim().length > 0
                 onClicked: dialog.save()

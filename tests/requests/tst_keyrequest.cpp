@@ -231,7 +231,7 @@ void TestKeyRequest::profiles()
     contents.keyUsages = QStringList{QStringLiteral("keyAgreement")};
     contents.purposes = QStringList{QStringLiteral("1.2.3.4.5")};
     const QString name = QString::fromUtf8("Мой / профиль");
-    QVERIFY(profiles.save(name, contents));
+    QCOMPARE(profiles.save(name, contents, false), RequestProfiles::Saved);
     QCOMPARE(changed.count(), 1);
     QCOMPARE(profiles.names().mid(0, before.size()), before);
     const QString listed = profiles.names().last();
@@ -247,7 +247,7 @@ void TestKeyRequest::profiles()
     QVERIFY(!profiles.remove(listed));
     QCOMPARE(profiles.names(), before);
     QVERIFY(!profiles.load(listed));
-    QVERIFY(!profiles.save(QStringLiteral(" "), contents));
+    QCOMPARE(profiles.save(QStringLiteral(" "), contents, true), RequestProfiles::NotSaved);
 }
 
 void TestKeyRequest::builtInProfiles()
@@ -262,7 +262,7 @@ void TestKeyRequest::builtInProfiles()
         QVERIFY(profiles.isBuiltIn(name));
         QVERIFY(profiles.title(name).startsWith(QLatin1String("tr:")));
         QVERIFY(!profiles.remove(name));
-        QVERIFY(!profiles.save(name, {}));
+        QCOMPARE(profiles.save(name, {}, true), RequestProfiles::NotSaved);
         auto contents = profiles.load(name);
         QVERIFY(contents);
         // Nothing but the name is wanting.
