@@ -19,8 +19,15 @@ BaseDialog {
     property var groups: []
     /// It has bytes, so that there is a PEM text and a structure.
     readonly property bool encoded: row >= 0 && items !== null && items.hasEncoding(row)
+    /// Whether the private key of the row may leave: a `KeyLeave.Leave`.
+    readonly property int leave: row >= 0 && items !== null && visible ? KeyLeave.ofItem(items, row)
+                                                                       : KeyLeave.NoKey
+    /// Whether private keys can be asked for at all.
+    property bool offersKeys: false
     /// A value was put on the clipboard.
     signal copied()
+    /// The private key of that row is to be saved.
+    signal keyExportAsked(int row, string name)
 
     objectName: "itemDialog"
     preferredWidth: Theme.fontSize * 52
@@ -62,7 +69,25 @@ BaseDialog {
         onCopied: dialog.copied()
         Layout.fillWidth: true
     }
+    Label {
+        objectName: "itemKeyReason"
+        textFormat: Text.PlainText
+        text: exportKey.visible ? KeyLeave.reason(dialog.leave) : ""
+        visible: text.length > 0
+        color: Theme.textDim
+        wrapMode: Text.WordWrap
+        Layout.fillWidth: true
+    }
     footer: DialogButtons {
+        Button {
+            id: exportKey
+            objectName: "itemExportKey"
+            text: qsTrId("trivex-app-export-key")
+            icon.source: Theme.icon("key")
+            visible: dialog.offersKeys && dialog.leave !== KeyLeave.NoKey
+            enabled: dialog.leave === KeyLeave.Leaves
+            onClicked: dialog.keyExportAsked(dialog.row, dialog.title)
+        }
         Button {
             objectName: "itemCopy"
             text: qsTrId("trivex-app-copy-all")

@@ -5,7 +5,6 @@ import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
-
 import Trivex.Crypto 1.0
 
 /// Shows what a file holds, whatever it is called, and brings what is ticked to a token or to the
@@ -21,6 +20,7 @@ BaseDialog {
     signal gaveUp() ///< nobody wants to wait for the file of `expect` any more
     property bool handsOn: false ///< others decide where a chosen file is shown
     property alias entries: itemDialog.entries ///< where issuers are looked for
+    property alias itemView: itemDialog ///< where one thing is looked at
     readonly property bool writing: job.running ///< the import is under way
     /// Closed while it writes, it takes another file when that has ended.
     readonly property bool busy: visible || writing

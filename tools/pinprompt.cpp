@@ -102,6 +102,9 @@ QString PinPrompt::purposeText(Purpose purpose)
     case Purpose::Look:
         //% "to show the keys on it"
         return qtTrId("trivex-app-purpose-look");
+    case Purpose::Export:
+        //% "to copy a private key from it"
+        return qtTrId("trivex-app-purpose-export");
     case Purpose::SetPin:
     case Purpose::Initialise:
         break; // their PINs are typed before they begin

@@ -15,8 +15,8 @@ namespace {
 
 QString purposeName(Purpose purpose)
 {
-    static const char *const names[] = {"sign",     "decrypt", "write",   "remove",
-                                        "generate", "look",    "set PIN", "initialise"};
+    static const char *const names[] = {"sign", "decrypt", "write",   "remove",    "generate",
+                                        "look", "export",  "set PIN", "initialise"};
     return QLatin1String(names[int(purpose)]);
 }
 
@@ -93,6 +93,10 @@ constexpr Texts AllTexts[] = {
     {TokenError::WrongKeyKind, QT_TRID_NOOP("trivex-app-cause-wrong-key-kind"),
      //% "Choose an RSA key."
      QT_TRID_NOOP("trivex-app-advice-wrong-key-kind")},
+    //% "The private key never leaves the token."
+    {TokenError::KeyStays, QT_TRID_NOOP("trivex-app-cause-key-stays"),
+     //% "Nothing was written. Use the token itself, or make a new key where it is needed."
+     QT_TRID_NOOP("trivex-app-advice-key-stays")},
     //% "The token does not accept the new PIN."
     {TokenError::NewPinRefused, QT_TRID_NOOP("trivex-app-cause-new-pin"),
      //% "Choose another one: of another length, or of digits alone."

@@ -169,6 +169,9 @@ QString TokenInfo::busyText(const TokenStatus &status)
         return qtTrId("trivex-app-busy-generate");
     case Purpose::Look:
         return qtTrId("trivex-app-busy-loading");
+    case Purpose::Export:
+        //% "Copying the private key…"
+        return qtTrId("trivex-app-busy-export");
     case Purpose::SetPin:
         //% "Setting the PIN…"
         return qtTrId("trivex-app-busy-set-pin");

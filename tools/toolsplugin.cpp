@@ -15,7 +15,9 @@
 #include "tools/files.h"
 #include "tools/filesaver.h"
 #include "tools/keychoicemodel.h"
+#include "tools/keyexporter.h"
 #include "tools/keykindmodel.h"
+#include "tools/keyleave.h"
 #include "tools/keyrequest.h"
 #include "tools/modelcount.h"
 #include "tools/pinprompt.h"
@@ -63,6 +65,7 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
     qmlRegisterType<SectionedModel>(uri, 1, 0, "SectionedModel");
     qmlRegisterType<Exporter>(uri, 1, 0, "Exporter");
     qmlRegisterType<FileSaver>(uri, 1, 0, "FileSaver");
+    qmlRegisterType<KeyExporter>(uri, 1, 0, "KeyExporter");
     qmlRegisterType<RowFiles>(uri, 1, 0, "RowFiles");
     qmlRegisterType<RowSelection>(uri, 1, 0, "RowSelection");
     qmlRegisterType<RemovalUndo>(uri, 1, 0, "RemovalUndo");
@@ -98,6 +101,7 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
     registerHelper<Validity>(uri, "Validity");
     registerHelper<CheckDigits>(uri, "CheckDigits");
     registerHelper<Files>(uri, "Files");
+    registerHelper<KeyLeave>(uri, "KeyLeave");
     registerHelper<RequestProfiles>(uri, "RequestProfiles");
     registerHelper<RequestSubject>(uri, "RequestSubject");
     registerHelper<Texts>(uri, "Texts");

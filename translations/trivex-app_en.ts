@@ -161,6 +161,10 @@
         <source>Nothing was removed. Give them other names with the program of the token's maker.</source>
         <translation>Nothing was removed. Give them other names with the program of the token's maker.</translation>
     </message>
+    <message id="trivex-app-advice-key-stays">
+        <source>Nothing was written. Use the token itself, or make a new key where it is needed.</source>
+        <translation>Nothing was written. Use the token itself, or make a new key where it is needed.</translation>
+    </message>
     <message id="trivex-app-advice-last-try">
         <source>Make sure of the PIN, agree to the last try, then type it again.</source>
         <translation>Make sure of the PIN, agree to the last try, then type it again.</translation>
@@ -336,6 +340,10 @@
         <source>Decrypting…</source>
         <translation>Decrypting…</translation>
     </message>
+    <message id="trivex-app-busy-export">
+        <source>Copying the private key…</source>
+        <translation>Copying the private key…</translation>
+    </message>
     <message id="trivex-app-busy-generate">
         <source>Making a key…</source>
         <translation>Making a key…</translation>
@@ -438,6 +446,10 @@
         <source>Several keys have the same name and id: which one is meant can't be told.</source>
         <translation>Several keys have the same name and id: which one is meant can't be told.</translation>
     </message>
+    <message id="trivex-app-cause-key-stays">
+        <source>The private key never leaves the token.</source>
+        <translation>The private key never leaves the token.</translation>
+    </message>
     <message id="trivex-app-cause-last-try">
         <source>Only one try is left: a wrong PIN locks the token.</source>
         <translation>Only one try is left: a wrong PIN locks the token.</translation>
@@ -497,6 +509,30 @@
     <message id="trivex-app-certificates">
         <source>Certificates</source>
         <translation>Certificates</translation>
+    </message>
+    <message id="trivex-app-chain-purpose-any">
+        <source>Any purpose</source>
+        <translation>Any purpose</translation>
+    </message>
+    <message id="trivex-app-chain-purpose-client">
+        <source>TLS client</source>
+        <translation>TLS client</translation>
+    </message>
+    <message id="trivex-app-chain-purpose-code">
+        <source>Code signing</source>
+        <translation>Code signing</translation>
+    </message>
+    <message id="trivex-app-chain-purpose-label">
+        <source>To be used for</source>
+        <translation>To be used for</translation>
+    </message>
+    <message id="trivex-app-chain-purpose-mail">
+        <source>Protected e-mail</source>
+        <translation>Protected e-mail</translation>
+    </message>
+    <message id="trivex-app-chain-purpose-server">
+        <source>TLS server</source>
+        <translation>TLS server</translation>
     </message>
     <message id="trivex-app-change">
         <source>Change</source>
@@ -751,9 +787,49 @@
         <source>The file was not exported.</source>
         <translation>The file was not exported.</translation>
     </message>
+    <message id="trivex-app-export-key">
+        <source>Export with the private key</source>
+        <translation>Export with the private key</translation>
+    </message>
+    <message id="trivex-app-export-key-accept">
+        <source>Continue</source>
+        <translation>Continue</translation>
+    </message>
+    <message id="trivex-app-export-key-again">
+        <source>The same password again</source>
+        <translation>The same password again</translation>
+    </message>
+    <message id="trivex-app-export-key-busy">
+        <source>Making the file…</source>
+        <translation>Making the file…</translation>
+    </message>
+    <message id="trivex-app-export-key-hint">
+        <source>A long one: there is no lock after wrong tries.</source>
+        <translation>A long one: there is no lock after wrong tries.</translation>
+    </message>
+    <message id="trivex-app-export-key-password">
+        <source>Password of the file</source>
+        <translation>Password of the file</translation>
+    </message>
+    <message id="trivex-app-export-key-text">
+        <source>The file will hold the private key, its certificate and the issuers. Whoever has the file and its password can sign in the holder's name.</source>
+        <translation>The file will hold the private key, its certificate and the issuers. Whoever has the file and its password can sign in the holder's name.</translation>
+    </message>
+    <message id="trivex-app-export-key-title">
+        <source>Export with the private key</source>
+        <translation>Export with the private key</translation>
+    </message>
     <message id="trivex-app-export-name">
         <source>certificates</source>
         <translation>certificates</translation>
+    </message>
+    <message id="trivex-app-export-no-password">
+        <source>Type a password: without one, everybody could read the key.</source>
+        <translation>Type a password: without one, everybody could read the key.</translation>
+    </message>
+    <message id="trivex-app-export-not-made">
+        <source>This kind of key can't be put into a file. Use it where it is.</source>
+        <translation>This kind of key can't be put into a file. Use it where it is.</translation>
     </message>
     <message id="trivex-app-export-nothing">
         <source>There is nothing to export any more. Select the rows again.</source>
@@ -1217,6 +1293,10 @@
     <message id="trivex-app-format-der">
         <source>DER, binary</source>
         <translation>DER, binary</translation>
+    </message>
+    <message id="trivex-app-format-p12">
+        <source>Bundle with the private key</source>
+        <translation>Bundle with the private key</translation>
     </message>
     <message id="trivex-app-format-p7b">
         <source>PKCS#7, all in one</source>
@@ -1692,6 +1772,18 @@
             <numerusform>%n more private keys were not looked at: a file may hold 20.</numerusform>
         </translation>
     </message>
+    <message id="trivex-app-leave-alone">
+        <source>The certificate of the key is not in the file.</source>
+        <translation>The certificate of the key is not in the file.</translation>
+    </message>
+    <message id="trivex-app-leave-locked">
+        <source>The private key is encrypted in the file.</source>
+        <translation>The private key is encrypted in the file.</translation>
+    </message>
+    <message id="trivex-app-leave-no-key">
+        <source>There is no private key.</source>
+        <translation>There is no private key.</translation>
+    </message>
     <message id="trivex-app-list-count">
         <source>Revoked certificates</source>
         <translation>Revoked certificates</translation>
@@ -1936,6 +2028,10 @@
         <source>Another signature file…</source>
         <translation>Another signature file…</translation>
     </message>
+    <message id="trivex-app-passwords-differ">
+        <source>The two differ.</source>
+        <translation>The two differ.</translation>
+    </message>
     <message id="trivex-app-pin">
         <source>PIN</source>
         <translation>PIN</translation>
@@ -2096,6 +2192,10 @@
         <source>Company (Russia)</source>
         <translation>Company (Russia)</translation>
     </message>
+    <message id="trivex-app-profile-exists">
+        <source>There is a profile “%1” already. Replace it, or type another name.</source>
+        <translation>There is a profile “%1” already. Replace it, or type another name.</translation>
+    </message>
     <message id="trivex-app-profile-mail">
         <source>Protected mail</source>
         <translation>Protected mail</translation>
@@ -2132,6 +2232,10 @@
         <source>Simple</source>
         <translation>Simple</translation>
     </message>
+    <message id="trivex-app-profile-too-large">
+        <source>The profile is too large to be read again. Remove some of its values.</source>
+        <translation>The profile is too large to be read again. Remove some of its values.</translation>
+    </message>
     <message id="trivex-app-profile-unread">
         <source>This kind of request could not be read.</source>
         <translation>This kind of request could not be read.</translation>
@@ -2147,6 +2251,10 @@
     <message id="trivex-app-purpose-decrypt">
         <source>to decrypt with a key on it</source>
         <translation>to decrypt with a key on it</translation>
+    </message>
+    <message id="trivex-app-purpose-export">
+        <source>to copy a private key from it</source>
+        <translation>to copy a private key from it</translation>
     </message>
     <message id="trivex-app-purpose-generate">
         <source>to make a key on it</source>
@@ -2775,6 +2883,10 @@
     <message id="trivex-app-sort-name">
         <source>By name</source>
         <translation>By name</translation>
+    </message>
+    <message id="trivex-app-sort-place">
+        <source>By place</source>
+        <translation>By place</translation>
     </message>
     <message id="trivex-app-start-no-token">
         <source>There is no token yet. Insert one to make a key and a request for a certificate, import a certificate that you have, or open a file to check its signature.</source>

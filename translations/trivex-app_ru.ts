@@ -161,6 +161,10 @@
         <source>Nothing was removed. Give them other names with the program of the token's maker.</source>
         <translation>Ничего не удалено. Дайте им разные имена в программе изготовителя токена.</translation>
     </message>
+    <message id="trivex-app-advice-key-stays">
+        <source>Nothing was written. Use the token itself, or make a new key where it is needed.</source>
+        <translation>Ничего не записано. Пользуйтесь самим токеном или создайте новый ключ там, где он нужен.</translation>
+    </message>
     <message id="trivex-app-advice-last-try">
         <source>Make sure of the PIN, agree to the last try, then type it again.</source>
         <translation>Проверьте PIN-код, согласитесь на последнюю попытку и введите его ещё раз.</translation>
@@ -337,6 +341,10 @@
         <source>Decrypting…</source>
         <translation>Расшифрование…</translation>
     </message>
+    <message id="trivex-app-busy-export">
+        <source>Copying the private key…</source>
+        <translation>Копирование закрытого ключа…</translation>
+    </message>
     <message id="trivex-app-busy-generate">
         <source>Making a key…</source>
         <translation>Создаётся ключ…</translation>
@@ -441,6 +449,10 @@
         <source>Several keys have the same name and id: which one is meant can't be told.</source>
         <translation>У нескольких ключей одинаковые имя и идентификатор: понять, о каком речь, нельзя.</translation>
     </message>
+    <message id="trivex-app-cause-key-stays">
+        <source>The private key never leaves the token.</source>
+        <translation>Закрытый ключ не покидает токен.</translation>
+    </message>
     <message id="trivex-app-cause-last-try">
         <source>Only one try is left: a wrong PIN locks the token.</source>
         <translation>Осталась одна попытка: неверный PIN-код заблокирует токен.</translation>
@@ -500,6 +512,30 @@
     <message id="trivex-app-certificates">
         <source>Certificates</source>
         <translation>Сертификаты</translation>
+    </message>
+    <message id="trivex-app-chain-purpose-any">
+        <source>Any purpose</source>
+        <translation>Для любой цели</translation>
+    </message>
+    <message id="trivex-app-chain-purpose-client">
+        <source>TLS client</source>
+        <translation>Клиент TLS</translation>
+    </message>
+    <message id="trivex-app-chain-purpose-code">
+        <source>Code signing</source>
+        <translation>Подпись программ</translation>
+    </message>
+    <message id="trivex-app-chain-purpose-label">
+        <source>To be used for</source>
+        <translation>Для чего нужен</translation>
+    </message>
+    <message id="trivex-app-chain-purpose-mail">
+        <source>Protected e-mail</source>
+        <translation>Защищённая почта</translation>
+    </message>
+    <message id="trivex-app-chain-purpose-server">
+        <source>TLS server</source>
+        <translation>Сервер TLS</translation>
     </message>
     <message id="trivex-app-change">
         <source>Change</source>
@@ -757,9 +793,49 @@
         <source>The file was not exported.</source>
         <translation>Файл не экспортирован.</translation>
     </message>
+    <message id="trivex-app-export-key">
+        <source>Export with the private key</source>
+        <translation>Экспортировать с закрытым ключом</translation>
+    </message>
+    <message id="trivex-app-export-key-accept">
+        <source>Continue</source>
+        <translation>Продолжить</translation>
+    </message>
+    <message id="trivex-app-export-key-again">
+        <source>The same password again</source>
+        <translation>Тот же пароль ещё раз</translation>
+    </message>
+    <message id="trivex-app-export-key-busy">
+        <source>Making the file…</source>
+        <translation>Создание файла…</translation>
+    </message>
+    <message id="trivex-app-export-key-hint">
+        <source>A long one: there is no lock after wrong tries.</source>
+        <translation>Возьмите длинный: число попыток подбора ничем не ограничено.</translation>
+    </message>
+    <message id="trivex-app-export-key-password">
+        <source>Password of the file</source>
+        <translation>Пароль к файлу</translation>
+    </message>
+    <message id="trivex-app-export-key-text">
+        <source>The file will hold the private key, its certificate and the issuers. Whoever has the file and its password can sign in the holder's name.</source>
+        <translation>В файле будут закрытый ключ, его сертификат и сертификаты издателей. Тот, у кого есть этот файл и пароль к нему, сможет подписывать от имени владельца.</translation>
+    </message>
+    <message id="trivex-app-export-key-title">
+        <source>Export with the private key</source>
+        <translation>Экспорт с закрытым ключом</translation>
+    </message>
     <message id="trivex-app-export-name">
         <source>certificates</source>
         <translation>сертификаты</translation>
+    </message>
+    <message id="trivex-app-export-no-password">
+        <source>Type a password: without one, everybody could read the key.</source>
+        <translation>Введите пароль: без него ключ сможет прочитать кто угодно.</translation>
+    </message>
+    <message id="trivex-app-export-not-made">
+        <source>This kind of key can't be put into a file. Use it where it is.</source>
+        <translation>Ключ этого вида нельзя записать в файл. Пользуйтесь им там, где он лежит.</translation>
     </message>
     <message id="trivex-app-export-nothing">
         <source>There is nothing to export any more. Select the rows again.</source>
@@ -1224,6 +1300,10 @@
     <message id="trivex-app-format-der">
         <source>DER, binary</source>
         <translation>DER, двоичный</translation>
+    </message>
+    <message id="trivex-app-format-p12">
+        <source>Bundle with the private key</source>
+        <translation>Контейнер с закрытым ключом</translation>
     </message>
     <message id="trivex-app-format-p7b">
         <source>PKCS#7, all in one</source>
@@ -1705,6 +1785,18 @@
             <numerusform>Ещё %n закрытых ключей не прочитаны: в файле их может быть не больше 20.</numerusform>
         </translation>
     </message>
+    <message id="trivex-app-leave-alone">
+        <source>The certificate of the key is not in the file.</source>
+        <translation>В файле нет сертификата этого ключа.</translation>
+    </message>
+    <message id="trivex-app-leave-locked">
+        <source>The private key is encrypted in the file.</source>
+        <translation>Закрытый ключ в файле зашифрован.</translation>
+    </message>
+    <message id="trivex-app-leave-no-key">
+        <source>There is no private key.</source>
+        <translation>Закрытого ключа нет.</translation>
+    </message>
     <message id="trivex-app-list-count">
         <source>Revoked certificates</source>
         <translation>Отозвано сертификатов</translation>
@@ -1949,6 +2041,10 @@
         <source>Another signature file…</source>
         <translation>Другой файл подписи…</translation>
     </message>
+    <message id="trivex-app-passwords-differ">
+        <source>The two differ.</source>
+        <translation>Введённые пароли не совпадают.</translation>
+    </message>
     <message id="trivex-app-pin">
         <source>PIN</source>
         <translation>PIN-код</translation>
@@ -2109,6 +2205,10 @@
         <source>Company (Russia)</source>
         <translation>Организация (Россия)</translation>
     </message>
+    <message id="trivex-app-profile-exists">
+        <source>There is a profile “%1” already. Replace it, or type another name.</source>
+        <translation>Профиль «%1» уже есть. Замените его или введите другое имя.</translation>
+    </message>
     <message id="trivex-app-profile-mail">
         <source>Protected mail</source>
         <translation>Защищённая почта</translation>
@@ -2145,6 +2245,10 @@
         <source>Simple</source>
         <translation>Простой</translation>
     </message>
+    <message id="trivex-app-profile-too-large">
+        <source>The profile is too large to be read again. Remove some of its values.</source>
+        <translation>Профиль слишком велик, прочитать его снова не получится. Удалите часть значений.</translation>
+    </message>
     <message id="trivex-app-profile-unread">
         <source>This kind of request could not be read.</source>
         <translation>Этот вид запроса не удалось прочитать.</translation>
@@ -2160,6 +2264,10 @@
     <message id="trivex-app-purpose-decrypt">
         <source>to decrypt with a key on it</source>
         <translation>чтобы расшифровать его ключом</translation>
+    </message>
+    <message id="trivex-app-purpose-export">
+        <source>to copy a private key from it</source>
+        <translation>чтобы скопировать с него закрытый ключ</translation>
     </message>
     <message id="trivex-app-purpose-generate">
         <source>to make a key on it</source>
@@ -2792,6 +2900,10 @@
     <message id="trivex-app-sort-name">
         <source>By name</source>
         <translation>По имени</translation>
+    </message>
+    <message id="trivex-app-sort-place">
+        <source>By place</source>
+        <translation>По месту</translation>
     </message>
     <message id="trivex-app-start-no-token">
         <source>There is no token yet. Insert one to make a key and a request for a certificate, import a certificate that you have, or open a file to check its signature.</source>

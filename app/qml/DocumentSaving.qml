@@ -11,7 +11,9 @@ Item {
     property CmsWork work
 
     function choose() {
-        dialog.currentFile = Files.url(Files.folder(work.signatureFile) + "/" + work.documentName)
+        // Between such marks the dialog of Qt expects one of several names.
+        const name = work.documentName.replace(/"/g, "'")
+        dialog.currentFile = Files.url(Files.folder(work.signatureFile) + "/" + name)
         dialog.open()
     }
     Platform.FileDialog {

@@ -22,6 +22,7 @@ Item {
         && selection.rows.value(selection.row, "canRequest") === true
     readonly property bool canSign: one && !selection.isKey
         && selection.keyKind !== EntryModel.NoKey
+    readonly property bool hasKey: one && !selection.isKey && selection.hasKey
     readonly property bool canEdit: one && isRequest
     signal removeAsked(var what)
     signal signAsked(string entryId)
@@ -72,6 +73,14 @@ Item {
         if (canEdit)
             editAsked(selection.identity)
     }
+    function whyKeyStays() {
+        return hasKey ? KeyLeave.reason(KeyLeave.ofRow(selection.rows.entries, selection.identity))
+                      : ""
+    }
+    function exportKey() {
+        if (hasKey && !whyKeyStays())
+            keyExport.askRow(selection.rows.entries, selection.identity, chosen()[0].name)
+    }
     /// One line for each row, of what it shows.
     function copy() {
         if (count === 0)
@@ -121,6 +130,11 @@ Item {
         rows: actions.selection.rows
         onSaved: actions.exported(path)
         onCopied: actions.copied()
+        onFailed: actions.failed(cause, advice)
+    }
+    KeyExport {
+        id: keyExport
+        onSaved: actions.exported(path)
         onFailed: actions.failed(cause, advice)
     }
     SaveSeveral {

@@ -8,11 +8,14 @@ import Trivex.Crypto.Controls 1.0
 Menu {
     id: menu
     property RowActions actions
+    /// Why the key of the row stays where it is, as it is known when the menu opens.
+    property string keyReason
     signal openAsked()
     signal allAsked()
 
     objectName: "rowMenu"
     title: qsTrId("trivex-app-row-menu")
+    onAboutToShow: keyReason = actions.whyKeyStays()
 
     ActionItem {
         objectName: "rowMenuOpen"
@@ -48,6 +51,15 @@ Menu {
         icon.source: Theme.icon("export")
         shown: menu.actions.canExport
         onTriggered: menu.actions.exportRows()
+    }
+    ActionItem {
+        objectName: "rowMenuExportKey"
+        text: menu.keyReason ? qsTrId("trivex-app-export-key") + ". " + menu.keyReason
+                             : qsTrId("trivex-app-export-key") + "…"
+        icon.source: Theme.icon("key")
+        shown: menu.actions.hasKey
+        enabled: !menu.keyReason
+        onTriggered: menu.actions.exportKey()
     }
     ActionItem {
         objectName: "rowMenuTogether"

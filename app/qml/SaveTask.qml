@@ -20,7 +20,9 @@ Item {
     signal saved(string path)
     signal failed(string reason)
 
-    function choose(name) {
+    function choose(name_) {
+        // Between such marks the dialog of Qt expects one of several names.
+        const name = name_.replace(/"/g, "'")
         dialog.folder = Files.url(folder)
         dialog.currentFile = Files.url(folder + "/" + name)
         dialog.open()

@@ -59,6 +59,14 @@ Item {
         onGaveUp: dialogs.expectationLeft()
         onCopied: toast.show(qsTrId("trivex-app-copied"))
         onAboutToShow: dialogs.aboutToShow()
+        itemView.offersKeys: true
+        itemView.onKeyExportAsked: keyExport.askItem(itemView.items, row, entries, name)
+    }
+    KeyExport {
+        id: keyExport
+        dialogName: "fileKeyExportDialog"
+        onSaved: toast.show(qsTrId("trivex-app-exported").replace("%1", () => path))
+        onFailed: errorDialog.show(cause, advice)
     }
     RemoveRowDialog {
         id: removeDialog

@@ -33,11 +33,13 @@ inline bool operator==(const TokenFacts &a, const TokenFacts &b)
 struct TokenKeyFacts {
     enum Use { Signs = 1, Decrypts = 2, Derives = 4, Unwraps = 8 };
     enum Origin { OriginUnknown, MadeHere, BroughtHere };
+    /// Whether a copy of the private half can be had (CKA_EXTRACTABLE).
+    enum Leave { LeaveUnknown, Leaves, Stays };
 
     /// In its store; the same before and after a login, and after each start.
     QString id;
     /// Of the certificate that it belongs to; empty where the token has none for it. Of other keys
-    /// than those nothing but the ids, the label, the public half and the uses is told.
+    /// than those nothing but the ids, the label, the public half, the uses and `leave` is told.
     QString entryId;
     int keyType = UnknownKey; ///< `KeyType`
     int bits = 0; ///< 0 where it is not known
@@ -47,6 +49,7 @@ struct TokenKeyFacts {
     int uses = 0; ///< `Use`
     bool usesKnown = false; ///< the private half has been seen
     Origin origin = OriginUnknown;
+    Leave leave = LeaveUnknown; ///< told of keys with a certificate, too
 
     bool isBare() const { return entryId.isEmpty(); }
 };
@@ -55,7 +58,8 @@ inline bool operator==(const TokenKeyFacts &a, const TokenKeyFacts &b)
 {
     return a.id == b.id && a.entryId == b.entryId && a.keyType == b.keyType && a.bits == b.bits
         && a.label == b.label && a.tokenId == b.tokenId && a.publicInfo == b.publicInfo
-        && a.uses == b.uses && a.usesKnown == b.usesKnown && a.origin == b.origin;
+        && a.uses == b.uses && a.usesKnown == b.usesKnown && a.origin == b.origin
+        && a.leave == b.leave;
 }
 
 /// What a token can do with keys of one kind.

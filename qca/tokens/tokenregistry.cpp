@@ -188,6 +188,13 @@ bool startStoreChange(const QString &keyStoreId, const StoreChange &change, Stor
     return backend && backend->startChange(keyStoreId, change, std::move(done));
 }
 
+CancellationPtr startKeyExtraction(const QString &keyStoreId, const QByteArray &publicInfo,
+                                   ExtractionDone done)
+{
+    TokenBackend *backend = TokenHub::instance().currentBackend();
+    return backend ? backend->startExtraction(keyStoreId, publicInfo, std::move(done)) : nullptr;
+}
+
 CancellationPtr startTokenAdministration(const QString &keyStoreId, TokenAdministration task,
                                          TokenAdministrationDone done)
 {

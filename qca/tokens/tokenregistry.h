@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "qca/tokens/keyextraction.h"
 #include "qca/tokens/storechange.h"
 #include "qca/tokens/tokenadministration.h"
 #include "qca/tokens/tokens.h"
@@ -40,6 +41,10 @@ public:
     /// See `startTokenAdministration`. Null when the store is none of its own.
     virtual CancellationPtr startAdministration(const QString &keyStoreId, TokenAdministration task,
                                                 TokenAdministrationDone done) = 0;
+
+    /// See `startKeyExtraction`. Null when the store is none of its own.
+    virtual CancellationPtr startExtraction(const QString &keyStoreId, const QByteArray &publicInfo,
+                                            ExtractionDone done) = 0;
 
     /// See `cancelTokenTask`, which has requested the end already.
     virtual void cancelTask(const CancellationPtr &task) = 0;

@@ -64,6 +64,7 @@ struct TokenError {
         NoKey, ///< the login showed no private key for the certificate
         KeyAmbiguous, ///< several keys have the same name and id, and which is meant can't be told
         WrongKeyKind, ///< the key is of a kind that can't do what was asked of it
+        KeyStays, ///< a private key that its token gives to nobody
         NewPinRefused, ///< a PIN that was to be set breaks the token's rules
         LastTry, ///< a wrong PIN would lock the token, and nobody has agreed to that
         DeviceFailure, ///< everything else; `returnValue` says what

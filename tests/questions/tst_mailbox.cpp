@@ -36,6 +36,11 @@ public:
     {
         return {};
     }
+    Trivex::CancellationPtr startExtraction(const QString &, const QByteArray &,
+                                            Trivex::ExtractionDone) override
+    {
+        return {};
+    }
     void cancelTask(const Trivex::CancellationPtr &) override { }
 };
 

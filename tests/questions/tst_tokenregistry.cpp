@@ -59,6 +59,13 @@ public:
         return true;
     }
 
+    Trivex::CancellationPtr startExtraction(const QString &keyStoreId, const QByteArray &,
+                                            Trivex::ExtractionDone done) override
+    {
+        tell(keyStoreId);
+        done({});
+        return std::make_shared<Trivex::Cancellation>();
+    }
     Trivex::CancellationPtr startAdministration(const QString &keyStoreId,
                                                 Trivex::TokenAdministration,
                                                 Trivex::TokenAdministrationDone done) override

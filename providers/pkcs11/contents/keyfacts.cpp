@@ -131,6 +131,7 @@ QVector<TokenKeyFacts> describeKeys(const std::vector<std::shared_ptr<TokenKey>>
         facts.label = key->label;
         facts.publicInfo = key->publicInfo;
         facts.uses = key->uses;
+        facts.leave = key->leave;
         facts.usesKnown = key->privateObject != CK_INVALID_HANDLE;
         if (facts.isBare())
             describe(*key, &facts);

@@ -36,6 +36,7 @@ struct TokenKey {
     QString keyId; ///< `TokenKeyFacts::id`, given when all are put together
     int uses = 0; ///< `TokenKeyFacts::Use`, of its private half
     TokenKeyFacts::Origin origin = TokenKeyFacts::OriginUnknown;
+    TokenKeyFacts::Leave leave = TokenKeyFacts::LeaveUnknown;
     /// Which private half belongs to its public half, the token does not tell for certain.
     bool isGuessed = false;
     /// Nothing of it was seen: its certificate may have a key, which only a login can show.

@@ -71,7 +71,16 @@ AttributeReader keyReader(CK_OBJECT_HANDLE TokenKey::*half)
                             {CKA_SIGN, FlagRoom},
                             {CKA_DECRYPT, FlagRoom},
                             {CKA_DERIVE, FlagRoom},
-                            {CKA_UNWRAP, FlagRoom}});
+                            {CKA_UNWRAP, FlagRoom},
+                            {CKA_EXTRACTABLE, FlagRoom}});
+}
+
+TokenKeyFacts::Leave leaveIn(const AttributeReader &reader)
+{
+    constexpr size_t Extractable = FirstUse + std::size(UseAttributes);
+    if (reader.flag(Extractable, false))
+        return TokenKeyFacts::Leaves;
+    return reader.flag(Extractable, true) ? TokenKeyFacts::LeaveUnknown : TokenKeyFacts::Stays;
 }
 
 TokenKeyFacts::Origin originIn(const AttributeReader &reader)
@@ -91,6 +100,7 @@ TokenKey keyFrom(const AttributeReader &reader, const Session &session, CK_OBJEC
     key.label = tokenText(reader.value(2));
     key.origin = originIn(reader);
     if (half == &TokenKey::privateObject) {
+        key.leave = leaveIn(reader);
         for (size_t i = 0; i < std::size(UseAttributes); ++i) {
             if (reader.flag(FirstUse + i, false))
                 key.uses |= UseAttributes[i].use;

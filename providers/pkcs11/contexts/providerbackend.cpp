@@ -5,6 +5,7 @@
 #include "providers/pkcs11/contents/tokenlook.h"
 #include "providers/pkcs11/contexts/tokenentrycontext.h"
 #include "providers/pkcs11/operations/administration.h"
+#include "providers/pkcs11/operations/extraction.h"
 #include "providers/pkcs11/operations/storechanges.h"
 #include "qca/keys/keys.h"
 #include "qca/keys/pkeycontainer.h"
@@ -82,6 +83,12 @@ CancellationPtr ProviderBackend::startAdministration(const QString &keyStoreId,
                                                      TokenAdministrationDone done)
 {
     return Trivex::startAdministration(m_tokens, keyStoreId, std::move(task), std::move(done));
+}
+
+CancellationPtr ProviderBackend::startExtraction(const QString &keyStoreId,
+                                                 const QByteArray &publicInfo, ExtractionDone done)
+{
+    return Trivex::startExtraction(m_tokens, keyStoreId, publicInfo, std::move(done));
 }
 
 void ProviderBackend::cancelTask(const CancellationPtr &task)

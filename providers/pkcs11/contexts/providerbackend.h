@@ -26,6 +26,8 @@ public:
                      StoreChangeDone done) override;
     CancellationPtr startAdministration(const QString &keyStoreId, TokenAdministration task,
                                         TokenAdministrationDone done) override;
+    CancellationPtr startExtraction(const QString &keyStoreId, const QByteArray &publicInfo,
+                                    ExtractionDone done) override;
     void cancelTask(const CancellationPtr &task) override;
 
 private:
