@@ -89,8 +89,9 @@ QStringList RowOrder::sortedPlaces(QStringList places) const
 {
     if (m_key != Place)
         return places;
+    // Where the locale has no order of its own, capitals would come before all small letters.
     std::stable_sort(places.begin(), places.end(), [](const QString &first, const QString &second) {
-        return QString::localeAwareCompare(first, second) < 0;
+        return QString::localeAwareCompare(first.toCaseFolded(), second.toCaseFolded()) < 0;
     });
     if (m_descending)
         std::reverse(places.begin(), places.end());
