@@ -34,7 +34,7 @@ FillColumn {
             [CertificateFile.RevocationAnswerKind]: qsTrId("trivex-app-kind-foreign"),
             [CertificateFile.OtherKind]: qsTrId("trivex-app-kind-other")
         })
-        level: firstTry ? 0 : 3
+        level: firstTry || notices.file.kind === CertificateFile.RevocationListKind ? 0 : 3
         text: notices.file.unlocked ? ""
             : firstTry && notices.file.problem ? qsTrId("trivex-app-bundle-ask")
             : notices.file.problem ? notices.file.problem

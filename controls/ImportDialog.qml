@@ -103,8 +103,9 @@ BaseDialog {
         if (!ready)
             return
         name = file.items.value(list.firstChecked(), FileItemModel.NameRole)
-        place = file.items.checkedCertificates === 0 ? qsTrId("trivex-app-category-requests")
-            : chooser.filesChosen ? chooser.filesName : chooser.tokenName
+        const own = file.items.checkedCertificates + file.items.checkedLists > 0 ? chooser.filesName
+            : qsTrId("trivex-app-category-requests")
+        place = file.items.checkedCertificates > 0 && !chooser.filesChosen ? chooser.tokenName : own
         job.start(file, chooser.filesChosen ? job.filesStoreId : chooser.storeId)
     }
     onOpened: if (isBundle) password.forceActiveFocus(Qt.PopupFocusReason)
@@ -175,8 +176,7 @@ BaseDialog {
             id: password
             objectName: "bundlePassword"
             placeholderText: qsTrId("trivex-app-bundle-password-field")
-            Accessible.name: qsTrId("trivex-app-bundle-password-field") + ": "
-                             + Files.fileName(file.path)
+            Accessible.name: placeholderText + ": " + Files.fileName(file.path)
             Layout.fillWidth: true
             onAccepted: file.unlock(text)
         }

@@ -4,18 +4,22 @@
 
 #include "qca/asn1/pem.h"
 #include "qca/base/atomicfile.h"
+#include "qca/base/bounds.h"
 #include "qca/base/filenames.h"
+#include "qca/questions/background.h"
 #include "qca/tokens/userstore.h"
 #include "tools/fileitemtexts.h"
 #include "tools/files.h"
+#include "tools/listfolder.h"
 
+#include <QDir>
 #include <QTimer>
 
 namespace Trivex {
 
 namespace {
 
-/// Names of one request that are tried until one is free.
+/// Names of one request, or list, that are tried until one is free.
 constexpr int MostNames = 1000;
 /// The longest wait for the store of the user's files to start, and between two looks; in ms.
 constexpr int StorePatience = 10000;
@@ -30,6 +34,21 @@ QCA::KeyBundle bundleOf(const QVector<FileItem> &items)
     bundle.setCertificateChainAndKey(chain, items.first().key);
     bundle.setName(items.first().label);
     return bundle;
+}
+
+/// Writes to the first name in `folder` that is free; any thread.
+bool saveAnew(const QString &folder, const QString &name, const char *suffix,
+              const QByteArray &contents)
+{
+    const QString end = QLatin1String(suffix);
+    for (int number = 1; number <= MostNames && !folder.isEmpty(); ++number) {
+        const QString tail = number > 1 ? QStringLiteral(" (%1)").arg(number) + end : end;
+        const QString path = folder + QLatin1Char('/') + safeFileName(name, tail);
+        const WriteResult result = writeAtomically(path, contents, false);
+        if (result != WriteResult::Exists)
+            return result == WriteResult::Written;
+    }
+    return false;
 }
 
 } // namespace
@@ -72,6 +91,7 @@ void CertificateImport::start(CertificateFile *file, const QString &storeId)
     m_left = false;
     m_tokenError = TokenError::NoError;
     m_running = true;
+    ++m_serial;
     plan();
     Q_EMIT changed();
     QTimer::singleShot(0, this, &CertificateImport::next);
@@ -147,6 +167,10 @@ bool CertificateImport::begin(const Step &step)
             stepEnded(true);
         return good;
     }
+    if (item.kind == FileObject::RevocationList) {
+        saveList(item);
+        return true;
+    }
     const bool withKey = !item.key.isNull() && m_storeId != userStoreId();
     return withKey ? m_writer.write(m_storeId, bundleOf(step.items))
                    : m_writer.write(m_storeId, item.certificate());
@@ -154,17 +178,26 @@ bool CertificateImport::begin(const Step &step)
 
 bool CertificateImport::saveRequest(const FileItem &request) const
 {
-    const QByteArray pem = writePem("CERTIFICATE REQUEST", request.der);
-    for (int number = 1; number <= MostNames && !m_requestFolder.isEmpty(); ++number) {
-        const QString end =
-            number > 1 ? QStringLiteral(" (%1).csr").arg(number) : QStringLiteral(".csr");
-        const QString path =
-            m_requestFolder + QLatin1Char('/') + safeFileName(itemName(request), end);
-        const WriteResult result = writeAtomically(path, pem, false);
-        if (result != WriteResult::Exists)
-            return result == WriteResult::Written;
-    }
-    return false;
+    return saveAnew(m_requestFolder, itemName(request), ".csr",
+                    writePem("CERTIFICATE REQUEST", request.der));
+}
+
+/// A list may have megabytes, and is on the disk when it counts as written.
+void CertificateImport::saveList(const FileItem &list)
+{
+    const auto isSaved = std::make_shared<bool>();
+    const QString folder = userStoreDirectory();
+    runInBackground(
+        [der = list.der, name = itemName(list), folder, isSaved] {
+            *isSaved = ListFolder::listsNow(folder).contains(der)
+                || (der.size() <= MaxListBytes && QDir().mkpath(folder)
+                    && saveAnew(folder, name, ".crl", writePem("X509 CRL", der)));
+        },
+        this,
+        [this, isSaved, serial = m_serial] {
+            if (serial == m_serial)
+                stepEnded(*isSaved);
+        });
 }
 
 void CertificateImport::stepEnded(bool good)
@@ -194,6 +227,10 @@ QString CertificateImport::reason() const
         !m_left && !m_step.items.isEmpty() && m_step.items.first().kind == FileObject::Request;
     if (isRequest)
         return Files().whyNotWritten(m_requestFolder);
+    const bool isList = !m_left && !m_step.items.isEmpty()
+        && m_step.items.first().kind == FileObject::RevocationList;
+    if (isList)
+        return Files().whyNotWritten(userStoreDirectory());
     if (m_storeId == userStoreId() && !m_left)
         return Files().whyNotWritten(userStoreDirectory());
     //% "Nothing was imported."

@@ -13,7 +13,8 @@
 namespace Trivex {
 
 /// Brings what is ticked in a file to a place: a token, or the user's own files, which take no
-/// private keys. Requests go to the folder of requests, whatever the place.
+/// private keys. Requests go to the folder of requests and revocation lists to the user's own
+/// files, where they count for every path, whatever the place.
 ///
 /// One thing after the other, and nothing more once one of them failed: whoever declined a PIN is
 /// not asked for it again. What has been written loses its tick, so that another start does the
@@ -79,6 +80,7 @@ private:
     void tryStep();
     bool begin(const Step &step);
     bool saveRequest(const FileItem &request) const;
+    void saveList(const FileItem &list);
     void stepEnded(bool good);
     void end(bool good);
     QString reason() const;
@@ -94,6 +96,7 @@ private:
     int m_count = 0;
     int m_written = 0;
     bool m_running = false;
+    int m_serial = 0; ///< tells a late result of a run that has ended
     bool m_stopped = false;
     bool m_left = false;
     TokenMonitor m_monitor;

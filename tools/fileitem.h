@@ -26,7 +26,8 @@ struct FileItem {
     }
     bool isImportable() const
     {
-        return kind == FileObject::Certificate || kind == FileObject::Request;
+        return kind == FileObject::Certificate || kind == FileObject::Request
+            || kind == FileObject::RevocationList;
     }
 
 private:

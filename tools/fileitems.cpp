@@ -181,6 +181,13 @@ int FileItemModel::checkedCertificates() const
     });
 }
 
+int FileItemModel::checkedLists() const
+{
+    return countOf([](const FileItem &item) {
+        return item.isChecked && item.kind == FileObject::RevocationList;
+    });
+}
+
 int FileItemModel::checkedKeys() const
 {
     return countOf([](const FileItem &item) { return item.isChecked && !item.key.isNull(); });

@@ -19,6 +19,8 @@ class FileItemModel : public QAbstractListModel {
     Q_PROPERTY(int certificateCount READ certificateCount NOTIFY changed)
     /// How many have their tick, of all kinds and of each.
     Q_PROPERTY(int checkedCount READ checkedCount NOTIFY changed)
+    /// How many revocation lists have their tick.
+    Q_PROPERTY(int checkedLists READ checkedLists NOTIFY changed)
     /// How many certificates are ticked.
     Q_PROPERTY(int checkedCertificates READ checkedCertificates NOTIFY changed)
     Q_PROPERTY(int checkedKeys READ checkedKeys NOTIFY changed)
@@ -61,6 +63,7 @@ public:
     int certificateCount() const;
     int checkedCount() const;
     int checkedCertificates() const;
+    int checkedLists() const;
     /// Certificates that bring their keys along.
     int checkedKeys() const;
     int checkedRoots() const;

@@ -124,6 +124,12 @@ QByteArray itemDer(const FileItem &item)
     return item.kind == FileObject::PrivateKey ? encodedPublicKey(publicKeyOf(item.key)) : item.der;
 }
 
+QDateTime nextUpdateOf(const FileItem &item)
+{
+    const QCA::CRL list = item.kind == FileObject::RevocationList ? listOf(item) : QCA::CRL();
+    return list.isNull() ? QDateTime() : list.nextUpdate();
+}
+
 QVariantList itemGroups(const FileItem &item)
 {
     const QByteArray der = itemDer(item);

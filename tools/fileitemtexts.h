@@ -17,6 +17,8 @@ QString itemDetail(const FileItem &item);
 /// The bytes that are shown of it: for a private key those of the public one. Empty for a key that
 /// is locked.
 QByteArray itemDer(const FileItem &item);
+/// When a revocation list says that a newer one is due; invalid for what says nothing of it.
+QDateTime nextUpdateOf(const FileItem &item);
 /// Everything in it, in the form of `CertificateDetails::groups`.
 QVariantList itemGroups(const FileItem &item);
 /// Its PEM text and its structure, of a key only those of the public one; as

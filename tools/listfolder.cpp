@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/listfolder.h"
 
+#include "qca/adapter/filecontents.h"
 #include "qca/base/bounds.h"
 #include "qca/base/regularfile.h"
 #include "qca/chains/listreader.h"
@@ -17,10 +18,13 @@ namespace {
 
 constexpr int SettleMs = 200; // files come in swarms, and are announced before they are full
 
-QVector<QByteArray> listsIn(const QString &path)
+QVector<QByteArray> listsIn(const QString &path, bool *holdsMore)
 {
     const auto bytes = readRegularFile(path);
-    return bytes ? readLists(*bytes) : QVector<QByteArray>();
+    const QVector<QByteArray> lists = bytes ? readLists(*bytes) : QVector<QByteArray>();
+    if (!lists.isEmpty())
+        *holdsMore = lists.size() > 1 || readFileContents(*bytes).objects.size() > 1;
+    return lists;
 }
 
 } // namespace
@@ -59,9 +63,10 @@ ListFolder::Files ListFolder::readAll(const QString &folder, const Files &known)
         file.stamp =
             QStringLiteral("%1 %2").arg(entry.size()).arg(entry.lastModified().toMSecsSinceEpoch());
         const auto before = known.constFind(entry.fileName());
-        file.lists = before != known.constEnd() && before->stamp == file.stamp
-            ? before->lists
-            : listsIn(entry.filePath());
+        if (before != known.constEnd() && before->stamp == file.stamp)
+            file = *before;
+        else
+            file.lists = listsIn(entry.filePath(), &file.holdsMore);
         for (const QByteArray &list : qAsConst(file.lists))
             left -= list.size();
         if (left < 0)
@@ -78,6 +83,19 @@ QVector<QByteArray> ListFolder::listsNow(const QString &path)
     for (const File &file : files)
         lists += file.lists;
     return lists;
+}
+
+QVector<ListFolder::Place> ListFolder::places() const
+{
+    QStringList names = m_files.keys();
+    names.sort();
+    QVector<Place> places;
+    for (const QString &name : qAsConst(names)) {
+        const File file = m_files.value(name);
+        for (const QByteArray &list : file.lists)
+            places += {list, QDir(m_path).filePath(name), !file.holdsMore};
+    }
+    return places;
 }
 
 void ListFolder::read()

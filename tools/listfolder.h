@@ -23,6 +23,16 @@ public:
     static QVector<QByteArray> listsNow(const QString &path);
 
     const QVector<QByteArray> &lists() const { return m_lists; }
+    /// Where a list lies.
+    struct Place {
+        QByteArray der;
+        QString path;
+        bool isAlone = false; ///< the file holds nothing else
+    };
+    /// The same lists, file by file.
+    QVector<Place> places() const;
+    /// Reads again soon, as when the folder has changed.
+    void look() { m_later.start(); }
     /// Looks for a folder that was not there before.
     void watch();
 
@@ -34,6 +44,7 @@ private:
     struct File {
         QString stamp;
         QVector<QByteArray> lists;
+        bool holdsMore = false; ///< than one list
     };
     using Files = QHash<QString, File>;
 

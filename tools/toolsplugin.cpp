@@ -25,6 +25,7 @@
 #include "tools/requestprofiles.h"
 #include "tools/requestsubject.h"
 #include "tools/requestwatcher.h"
+#include "tools/revocationlists.h"
 #include "tools/rowfiles.h"
 #include "tools/rows.h"
 #include "tools/rowselection.h"
@@ -67,6 +68,7 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
     qmlRegisterType<FileSaver>(uri, 1, 0, "FileSaver");
     qmlRegisterType<KeyExporter>(uri, 1, 0, "KeyExporter");
     qmlRegisterType<RowFiles>(uri, 1, 0, "RowFiles");
+    qmlRegisterType<RevocationLists>(uri, 1, 0, "RevocationLists");
     qmlRegisterType<RowSelection>(uri, 1, 0, "RowSelection");
     qmlRegisterType<RemovalUndo>(uri, 1, 0, "RemovalUndo");
     qmlRegisterType<ModelCount>(uri, 1, 0, "ModelCount");

@@ -1738,8 +1738,8 @@
         <translation>This is a private key without a certificate. Import a bundle (.p12, .pfx) that holds both.</translation>
     </message>
     <message id="trivex-app-kind-list">
-        <source>This is a list of revoked certificates. It can be read here; there is nothing to import.</source>
-        <translation>This is a list of revoked certificates. It can be read here; there is nothing to import.</translation>
+        <source>This is a list of revoked certificates. Once it is among your files, it counts whenever a path is checked.</source>
+        <translation>This is a list of revoked certificates. Once it is among your files, it counts whenever a path is checked.</translation>
     </message>
     <message id="trivex-app-kind-message">
         <source>This is a signed message. The certificates that it carries are below.</source>
@@ -1803,6 +1803,45 @@
     <message id="trivex-app-list-number-of">
         <source>Number</source>
         <translation>Number</translation>
+    </message>
+    <message id="trivex-app-lists-count" numerus="yes">
+        <source>%n lists of revoked certificates are among your files.</source>
+        <translation>
+            <numerusform>One list of revoked certificates is among your files.</numerusform>
+            <numerusform>%n lists of revoked certificates are among your files.</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-app-lists-due">
+        <source>The next one is due on %1.</source>
+        <translation>The next one is due on %1.</translation>
+    </message>
+    <message id="trivex-app-lists-no-due">
+        <source>The list does not say when the next one is due.</source>
+        <translation>The list does not say when the next one is due.</translation>
+    </message>
+    <message id="trivex-app-lists-none">
+        <source>There are none among your files. Import a list like any other file.</source>
+        <translation>There are none among your files. Import a list like any other file.</translation>
+    </message>
+    <message id="trivex-app-lists-really">
+        <source>Remove it now</source>
+        <translation>Remove it now</translation>
+    </message>
+    <message id="trivex-app-lists-shared">
+        <source>Its file holds other things too. Remove it from the folder by hand.</source>
+        <translation>Its file holds other things too. Remove it from the folder by hand.</translation>
+    </message>
+    <message id="trivex-app-lists-show">
+        <source>Show</source>
+        <translation>Show</translation>
+    </message>
+    <message id="trivex-app-lists-text">
+        <source>They lie among your files and count whenever a path is checked, as far as their issuer has signed them.</source>
+        <translation>They lie among your files and count whenever a path is checked, as far as their issuer has signed them.</translation>
+    </message>
+    <message id="trivex-app-lists-title">
+        <source>Lists of revoked certificates</source>
+        <translation>Lists of revoked certificates</translation>
     </message>
     <message id="trivex-app-loading">
         <source>Reading the stores…</source>

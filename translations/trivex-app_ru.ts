@@ -1750,8 +1750,8 @@
         <translation>Это закрытый ключ без сертификата. Импортируйте контейнер (.p12, .pfx), где есть и то и другое.</translation>
     </message>
     <message id="trivex-app-kind-list">
-        <source>This is a list of revoked certificates. It can be read here; there is nothing to import.</source>
-        <translation>Это список отозванных сертификатов. Его можно посмотреть; импортировать здесь нечего.</translation>
+        <source>This is a list of revoked certificates. Once it is among your files, it counts whenever a path is checked.</source>
+        <translation>Это список отозванных сертификатов. Когда он лежит среди ваших файлов, он учитывается при каждой проверке цепочки.</translation>
     </message>
     <message id="trivex-app-kind-message">
         <source>This is a signed message. The certificates that it carries are below.</source>
@@ -1816,6 +1816,46 @@
     <message id="trivex-app-list-number-of">
         <source>Number</source>
         <translation>Количество</translation>
+    </message>
+    <message id="trivex-app-lists-count" numerus="yes">
+        <source>%n lists of revoked certificates are among your files.</source>
+        <translation>
+            <numerusform>Среди ваших файлов %n список отозванных сертификатов.</numerusform>
+            <numerusform>Среди ваших файлов %n списка отозванных сертификатов.</numerusform>
+            <numerusform>Среди ваших файлов %n списков отозванных сертификатов.</numerusform>
+        </translation>
+    </message>
+    <message id="trivex-app-lists-due">
+        <source>The next one is due on %1.</source>
+        <translation>Следующий список ожидается %1.</translation>
+    </message>
+    <message id="trivex-app-lists-no-due">
+        <source>The list does not say when the next one is due.</source>
+        <translation>В списке не указано, когда выйдет следующий.</translation>
+    </message>
+    <message id="trivex-app-lists-none">
+        <source>There are none among your files. Import a list like any other file.</source>
+        <translation>Среди ваших файлов их нет. Список импортируется так же, как любой другой файл.</translation>
+    </message>
+    <message id="trivex-app-lists-really">
+        <source>Remove it now</source>
+        <translation>Удалить сейчас</translation>
+    </message>
+    <message id="trivex-app-lists-shared">
+        <source>Its file holds other things too. Remove it from the folder by hand.</source>
+        <translation>В том же файле есть и другое. Удалите список из папки вручную.</translation>
+    </message>
+    <message id="trivex-app-lists-show">
+        <source>Show</source>
+        <translation>Показать</translation>
+    </message>
+    <message id="trivex-app-lists-text">
+        <source>They lie among your files and count whenever a path is checked, as far as their issuer has signed them.</source>
+        <translation>Они лежат среди ваших файлов и учитываются при каждой проверке цепочки, если подписаны самим издателем.</translation>
+    </message>
+    <message id="trivex-app-lists-title">
+        <source>Lists of revoked certificates</source>
+        <translation>Списки отозванных сертификатов</translation>
     </message>
     <message id="trivex-app-loading">
         <source>Reading the stores…</source>

@@ -13,11 +13,14 @@ ColumnLayout {
     property TokenInfo token
     /// Whether those that end soon are to be counted.
     property bool counts: false
+    /// Whether the list is that of the user's own files.
+    property bool ownFiles: false
+    signal copied()
     readonly property int expiring: counts && !filters.active && filters.rows.count > 0
         ? filters.rows.countWithValidity(Validity.Expiring) : 0
     spacing: Theme.unit * 1.25
     // A text decides: what is in an invisible item is never visible.
-    visible: [filterNotice, expiringNotice, tokenNotice, keysNotice].some(function(one) { return one.text })
+    visible: [filterNotice, expiringNotice, tokenNotice, keysNotice, listsNotice].some(function(one) { return one.text })
 
     Notice {
         id: filterNotice
@@ -51,6 +54,19 @@ ColumnLayout {
         actionText: work.running || notices.token.locked ? "" : qsTrId("trivex-app-keys-show")
         onAction: work.show(notices.token.storeId)
         Layout.fillWidth: true
+    }
+    Notice {
+        id: listsNotice
+        objectName: "listsNotice"
+        text: notices.ownFiles && lists.lists.count > 0
+            ? qsTrId("trivex-app-lists-count", lists.lists.count) : ""
+        actionText: qsTrId("trivex-app-lists-show")
+        onAction: lists.open()
+        Layout.fillWidth: true
+    }
+    RevocationListsDialog {
+        id: lists
+        onCopied: notices.copied()
     }
     TokenKeyWork {
         id: work

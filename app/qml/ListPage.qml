@@ -156,6 +156,8 @@ Item {
                 filters: filters
                 counts: !page.isRequests && page.key !== "system" && !search.text
                 token: tokenInfo
+                ownFiles: page.key === "users"
+                onCopied: page.copied()
                 Layout.fillWidth: true
             }
             Item {

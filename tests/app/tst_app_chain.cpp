@@ -27,6 +27,8 @@ private Q_SLOTS:
     void stepByMouse();
     void stepOfAnotherPath();
     void stepByKeyboard();
+    void forAPurpose();
+    void listIsImportedAndRemoved();
     void ofAFile();
     void narrow();
 
@@ -192,6 +194,67 @@ void TestAppChain::stepByKeyboard()
              QStringLiteral("Chain Root"));
     m_window->key(Qt::Key_Escape);
     QVERIFY(m_steps->waitClosed("stepDialog"));
+}
+
+// What it is to be used for is chosen, and forgotten with the certificate.
+void TestAppChain::forAPurpose()
+{
+    const Party mailer = make(
+        {"Chain Mail",
+         -1,
+         90,
+         {{NID_key_usage, "critical,digitalSignature"}, {NID_ext_key_usage, "emailProtection"}}},
+        &m_middle);
+    QVERIFY(keep("mail.pem", certificatePem(mailer.der())));
+    QVERIFY(pick("Chain Mail"));
+    QVERIFY(waitBadge("trivex-app-chain-good"));
+    QQuickItem *purposes = m_window->item(QStringLiteral("chainPurpose"));
+    QVERIFY(purposes);
+    purposes->forceActiveFocus(Qt::TabFocusReason);
+    m_window->key(Qt::Key_Down); // a TLS server
+    QVERIFY(waitBadge("trivex-app-chain-bad"));
+    QVERIFY(m_steps->text("chainMessage").contains(qtTrId("trivex-app-chain-purpose")));
+    m_window->key(Qt::Key_Down);
+    m_window->key(Qt::Key_Down); // mail
+    QVERIFY(waitBadge("trivex-app-chain-good"));
+    m_window->key(Qt::Key_Down); // code
+    QVERIFY(waitBadge("trivex-app-chain-bad"));
+    QVERIFY(pick("Chain Leaf"));
+    QVERIFY(waitBadge("trivex-app-chain-good"));
+    QCOMPARE(m_window->item(QStringLiteral("chainPurpose"))->property("currentIndex").toInt(), 0);
+    QVERIFY(QFile::remove(folder() + QStringLiteral("mail.pem")));
+}
+
+// From a file into one's own files, where it counts; and out of them again.
+void TestAppChain::listIsImportedAndRemoved()
+{
+    QVERIFY(waitBadge("trivex-app-chain-good"));
+    QVERIFY(!m_window->item(QStringLiteral("listsNotice")));
+    const QByteArray der = list(m_middle, {{&m_leaf, -3, CRL_REASON_KEY_COMPROMISE}});
+    m_steps->openFile(writeTestFile(inHome(QStringLiteral("some \"list\".txt")), der));
+    QVERIFY(m_steps->waitOpen("importDialog"));
+    QVERIFY(m_steps->waitEnabled("importAccept"));
+    QVERIFY(m_steps->press("importAccept"));
+    QVERIFY(m_steps->waitClosed("importDialog"));
+    QVERIFY(waitBadge("trivex-app-chain-bad"));
+    const QString path = folder() + QStringLiteral("Chain Middle.crl");
+    QVERIFY(QFile::exists(path));
+    QVERIFY(m_window->waitForItem(QStringLiteral("listsNotice")));
+    QVERIFY(QMetaObject::invokeMethod(m_window->object(QStringLiteral("listsNotice")), "action"));
+    QVERIFY(m_steps->waitOpen("revocationListsDialog"));
+    QCOMPARE(m_steps->text("listName"), QStringLiteral("Chain Middle"));
+    QVERIFY(m_steps->press("listShow"));
+    QVERIFY(m_steps->waitOpen("listView"));
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_steps->waitClosed("listView"));
+    QVERIFY(m_steps->press("listRemove"));
+    QVERIFY(QFile::exists(path));
+    QVERIFY(m_steps->press("listRemove"));
+    QTRY_VERIFY(!QFile::exists(path));
+    QVERIFY(m_window->waitFor([this] { return !m_window->item(QStringLiteral("listName")); }));
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_steps->waitClosed("revocationListsDialog"));
+    QVERIFY(waitBadge("trivex-app-chain-good"));
 }
 
 // What a file holds is a candidate, its list counts, and what is trusted here is trusted for it
