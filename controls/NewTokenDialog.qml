@@ -22,7 +22,7 @@ BaseDialog {
     readonly property bool ready: maker.isName(name.text) && pin.ready && !maker.running
     /// Why the last making failed, as a sentence; empty before.
     property string problem
-    // internal: the name that was asked for last
+    /// The name that was asked for last.
     property string asked
     /// The token of that name is there.
     signal done(string name)
