@@ -7,6 +7,7 @@
 #include "qca/questions/qcahandler.h"
 #include "qca/questions/questionnotifier.h"
 #include "qca/questions/questionscope.h"
+#include "qca/questions/storedanswers.h"
 
 #include <QtTest>
 
@@ -151,6 +152,27 @@ private Q_SLOTS:
             QVERIFY(other.pin(info(), store).value.isEmpty());
             QCOMPARE(text(own.pin(info(), store)), QByteArray("stored"));
         });
+    }
+
+    // A window that closes between the storing and the operation takes its answers along.
+    void answersGoWithTheirHandler()
+    {
+        {
+            QcaHandler handler;
+            handler.start();
+            handler.setPassword(QCA::SecureArray("stored"));
+            handler.setKeyStoreId(storeId);
+        }
+        QVERIFY(!Trivex::takeStoredAnswers(storeId));
+        // Not those of another one either, wherever it lies in memory.
+        QcaHandler second;
+        second.start();
+        QVERIFY(!Trivex::takeStoredAnswers(QString()));
+        second.setPassword(QCA::SecureArray("second"));
+        second.setKeyStoreId(storeId);
+        Operation own(Purpose::Write, storeId);
+        onWorker([&] { QCOMPARE(text(own.pin(info(), store)), QByteArray("second")); });
+        QVERIFY(!Trivex::takeStoredAnswers(QString()));
     }
 
     void nothingStoredAsksThePerson_data() { orders_data(); }
