@@ -118,10 +118,11 @@ bool removeFromFile(const QString &path, const QString &id)
     const auto text = readRegularFile(path);
     if (!text)
         return false;
-    int left = 0;
     QByteArray kept;
     int keptUpTo = 0;
-    const QList<PemBlock> blocks = readPem(*text);
+    // What can't be read here may be somebody's key all the same: it keeps the file alive.
+    int left = 0;
+    const QList<PemBlock> blocks = readPem(*text, &left);
     for (const PemBlock &block : blocks) {
         const QCA::Certificate certificate =
             isCertificate(block) ? makeCertificate(block.data) : QCA::Certificate();
