@@ -102,7 +102,7 @@ QString FileSaver::stagedFile(const QString &folder, Format format)
     }
 }
 
-QByteArray FileSaver::staged(Format format) const
+QByteArray FileSaver::staged(Format format, FileReaders *readers) const
 {
     if (!m_staging)
         return {};
@@ -114,13 +114,16 @@ QByteArray FileSaver::staged(Format format) const
     QFile file(path);
     if (path.isEmpty() || !file.open(QIODevice::ReadOnly))
         return {};
+    const bool isPrivate = !(file.permissions() & (QFile::ReadGroup | QFile::ReadOther));
+    *readers = isPrivate ? FileReaders::Owner : FileReaders::Everybody;
     const QByteArray contents = file.readAll();
     return format == Der ? firstBlock(contents) : contents;
 }
 
 int FileSaver::place(const QString &path, bool mayReplace, int format)
 {
-    const QByteArray contents = staged(Format(format));
+    FileReaders readers = FileReaders::Everybody;
+    const QByteArray contents = staged(Format(format), &readers);
     const Files files;
     const QString folder = QFileInfo(path).absolutePath();
     if (contents.isEmpty() || QFileInfo(path).isDir()) {
@@ -128,7 +131,7 @@ int FileSaver::place(const QString &path, bool mayReplace, int format)
         setProblem(reason.isEmpty() ? files.whyNotWritten(folder) : reason);
         return Failed;
     }
-    switch (writeAtomically(path, contents, mayReplace)) {
+    switch (writeAtomically(path, contents, mayReplace, readers)) {
     case WriteResult::Written:
         setProblem({});
         m_staging.reset();

@@ -9,6 +9,8 @@
 
 namespace Trivex {
 
+enum class FileReaders;
+
 /// Brings a file that something else writes to the place that a person chose: whole or not at all,
 /// and never over another that nobody agreed to replace.
 ///
@@ -53,14 +55,14 @@ public:
     /// well. A file that is there and may be replaced is no reason.
     Q_INVOKABLE QString whyNot(const QString &path) const;
     /// Saves the one file of the staging folder at `path`. What is there stays as it is until the
-    /// new file is whole.
+    /// new file is whole. What was staged for its owner's eyes alone is saved so.
     Q_INVOKABLE int place(const QString &path, bool mayReplace, int format = AsIs);
 
 Q_SIGNALS:
     void problemChanged();
 
 private:
-    QByteArray staged(Format format) const;
+    QByteArray staged(Format format, FileReaders *readers) const;
     void setProblem(const QString &problem);
 
     std::shared_ptr<QTemporaryDir> m_staging;

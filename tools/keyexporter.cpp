@@ -53,7 +53,8 @@ void KeyExporter::Work::run()
     if (file.isEmpty())
         error = NotMade;
     else if (!isCancelled
-             && writeAtomically(FileSaver::stagedFile(folder, FileSaver::AsIs), file, true)
+             && writeAtomically(FileSaver::stagedFile(folder, FileSaver::AsIs), file, true,
+                                FileReaders::Owner)
                  != WriteResult::Written)
         error = NotWritten;
 }

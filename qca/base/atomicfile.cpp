@@ -82,7 +82,7 @@ WriteResult moveOver(const QByteArray &from, const QByteArray &to)
 
 } // namespace
 
-AtomicFile::AtomicFile(const QString &path)
+AtomicFile::AtomicFile(const QString &path, FileReaders readers)
     : m_path(path)
 {
     const QString directory = directoryOf(path);
@@ -90,8 +90,9 @@ AtomicFile::AtomicFile(const QString &path)
     m_partName =
         QFile::encodeName(QStringLiteral("%1/.trivex-%2.part")
                               .arg(directory, QUuid::createUuid().toString(QUuid::WithoutBraces)));
+    const mode_t mode = readers == FileReaders::Owner ? 0600 : 0666;
     m_part =
-        Descriptor(::open(m_partName.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+        Descriptor(::open(m_partName.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
     if (m_part.isOpen())
         ::flock(m_part.get(), LOCK_EX | LOCK_NB);
 }
@@ -135,9 +136,10 @@ WriteResult AtomicFile::place(bool mayReplace)
     return result;
 }
 
-WriteResult writeAtomically(const QString &path, const QByteArray &content, bool mayReplace)
+WriteResult writeAtomically(const QString &path, const QByteArray &content, bool mayReplace,
+                            FileReaders readers)
 {
-    AtomicFile file(path);
+    AtomicFile file(path, readers);
     if (!file.isOpen() || !file.write(content.constData(), content.size()))
         return WriteResult::Failed;
     return file.place(mayReplace);

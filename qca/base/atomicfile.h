@@ -17,13 +17,16 @@ enum class WriteResult {
     Failed,
 };
 
+/// Who may read a new file: everybody whom the process's umask lets, or its owner alone.
+enum class FileReaders { Everybody, Owner };
+
 /// A file in the making, which appears under its name when it is whole: until then it is a hidden
 /// file ".trivex-*.part" in the same directory. If the process is killed, the old file stays as it
 /// was, and a later write there removes the part file once it is an hour old; never one that
 /// somebody still writes, whatever the clock says of it.
 class TRIVEX_QCA_EXPORT AtomicFile {
 public:
-    explicit AtomicFile(const QString &path);
+    explicit AtomicFile(const QString &path, FileReaders readers = FileReaders::Everybody);
     /// Removes what was not placed.
     ~AtomicFile();
     AtomicFile(const AtomicFile &) = delete;
@@ -46,7 +49,8 @@ private:
 
 /// Writes `content` to the file `path`, whole or not at all, as an `AtomicFile`.
 TRIVEX_QCA_EXPORT WriteResult writeAtomically(const QString &path, const QByteArray &content,
-                                              bool mayReplace);
+                                              bool mayReplace,
+                                              FileReaders readers = FileReaders::Everybody);
 
 /// Removes the file `path` and flushes its directory. True when it is gone.
 TRIVEX_QCA_EXPORT bool removeFile(const QString &path);

@@ -180,6 +180,7 @@ void TestAppKeyExport::readByOthers()
     QTRY_VERIFY(QFile::exists(path));
     QVERIFY2(!suggestion.contains(QLatin1Char('"')), qPrintable(suggestion));
     QCOMPARE(publicKeyIn(path, Password), m_token.token().publicKey(id));
+    QVERIFY(!(QFile::permissions(path) & (QFile::ReadGroup | QFile::ReadOther)));
     // Nobody else's password opens it, and none does not either.
     QVERIFY(publicKeyIn(path, QStringLiteral("wrong")) != m_token.token().publicKey(id));
     const Answer info = run(QStringLiteral("openssl"),
