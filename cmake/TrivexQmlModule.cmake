@@ -4,6 +4,17 @@
 # What the QML modules share.
 include(TrivexQmlCompiler)
 
+# trivex_remove_installed(<path>): takes away what an earlier installation has left at `path`, relative
+# to the prefix.
+function(trivex_remove_installed path)
+    install(CODE "
+        set(prefix \"\${CMAKE_INSTALL_PREFIX}/\")
+        if(IS_ABSOLUTE \"${path}\")
+            set(prefix)
+        endif()
+        file(REMOVE \"\$ENV{DESTDIR}\${prefix}${path}\")")
+endfunction()
+
 # trivex_qml_module(<target> OUTPUT <library> SUBDIRECTORY <folder below Trivex/Crypto> FILES ...)
 # Makes the plugin `target` a QML module: it lies in the build tree as it does when installed, with
 # its FILES (relative to the current source folder) beside it.
@@ -18,12 +29,19 @@ function(trivex_qml_module target)
     foreach(file ${ARG_FILES})
         set(copy "${directory}/${file}")
         get_filename_component(folder "${copy}" DIRECTORY)
+        trivex_compile_qml(compiled "${copy}")
+        set(stale)
+        if(NOT compiled)
+            # Qt would take what an earlier build compiled for the new file.
+            set(stale COMMAND "${CMAKE_COMMAND}" -E rm -f "${copy}c")
+            trivex_remove_installed("${destination}/${file}c")
+        endif()
         add_custom_command(OUTPUT "${copy}"
             COMMAND "${CMAKE_COMMAND}" -E make_directory "${folder}"
             COMMAND "${CMAKE_COMMAND}" -E copy "${CMAKE_CURRENT_SOURCE_DIR}/${file}" "${copy}"
+            ${stale}
             DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${file}"
             VERBATIM)
-        trivex_compile_qml(compiled "${copy}")
         list(APPEND copied "${copy}" ${compiled})
         get_filename_component(subfolder "${file}" DIRECTORY)
         install(FILES "${file}" ${compiled} DESTINATION "${destination}/${subfolder}")

@@ -33,6 +33,8 @@ ApplicationWindow {
     readonly property QtObject library: work ? work.library : null
     /// Files that came before there was somebody to open them.
     property var early: []
+    /// What was asked for then: names of its functions.
+    property var wishes: []
 
     function openFiles(files) {
         if (work)
@@ -51,7 +53,13 @@ ApplicationWindow {
     function begin() {
         if (worker.status === Loader.Null)
             worker.setSource("WindowWork.qml", { window: window, place: place })
-        return work
+    }
+    function ask(wish) {
+        begin()
+        if (work)
+            work[wish]()
+        else
+            wishes = wishes.concat(wish)
     }
 
     Settings {
@@ -77,6 +85,23 @@ ApplicationWindow {
         onTriggered: window.begin()
     }
 
+    // The keys of `WindowShortcuts` that mean something before it is there.
+    Shortcut {
+        sequence: StandardKey.HelpContents
+        enabled: !window.work
+        onActivated: window.ask("showManual")
+    }
+    Shortcut {
+        sequence: StandardKey.Open
+        enabled: !window.work
+        onActivated: window.ask("chooseImport")
+    }
+    Shortcut {
+        sequence: StandardKey.Quit
+        enabled: !window.work
+        onActivated: window.close()
+    }
+
     RowLayout {
         anchors.fill: parent
         spacing: 0
@@ -86,8 +111,8 @@ ApplicationWindow {
             library: window.library
             current: window.current
             onChosen: window.show(key)
-            onSettingsAsked: window.begin().showSettings()
-            onHelpAsked: window.begin().showManual()
+            onSettingsAsked: window.ask("showSettings")
+            onHelpAsked: window.ask("showManual")
             Layout.fillHeight: true
         }
         Item {
@@ -104,6 +129,12 @@ ApplicationWindow {
         onLoaded: {
             item.openFiles(window.early)
             window.early = []
+            for (const wish of window.wishes)
+                item[wish]()
+            window.wishes = []
+            // A page that was chosen meanwhile wants the keys.
+            if (window.current !== item.firstPage)
+                item.arrive()
         }
     }
 }

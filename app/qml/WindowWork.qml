@@ -17,10 +17,13 @@ Item {
     property Item place
     property alias library: models
     property alias listPage: pages.listPage
+    /// The page that has the keys from the beginning.
+    readonly property string firstPage: "personal"
 
     function openFiles(files) { queue.add(files) }
     function showSettings() { dialogs.showSettings() }
     function showManual() { dialogs.showManual() }
+    function chooseImport() { dialogs.chooseImport() }
     /// Another page is about to be shown; it is.
     function leave() { drawer.close() }
     function arrive() { Qt.callLater(pages.focusFirst) }

@@ -68,6 +68,7 @@ private Q_SLOTS:
     void standsOnLittle();
     void comesWithoutAFrame();
     void opensWhatCameEarly();
+    void doesWhatWasAskedEarly();
     void isCompiledAhead();
 
 private:
@@ -133,6 +134,35 @@ void TestAppFirstFrame::opensWhatCameEarly()
         },
         Patience));
     QVERIFY(application.window()->property("early").toList().isEmpty());
+}
+
+void TestAppFirstFrame::doesWhatWasAskedEarly()
+{
+    Trivex::Application application;
+    QVERIFY(application.open());
+    QQuickWindow *window = application.window();
+    // As the side bar does: another page, the settings.
+    QVERIFY(
+        QMetaObject::invokeMethod(window, "show", Q_ARG(QVariant, QStringLiteral("newRequest"))));
+    window->setProperty("wishes", QVariantList{QStringLiteral("showSettings")});
+    QVERIFY(!works(application));
+    application.activate({});
+    QVERIFY(QTest::qWaitFor([&] { return works(application); }, Patience));
+    const auto *settings = window->findChild<QObject *>(QStringLiteral("settingsDialog"));
+    QVERIFY(settings);
+    QVERIFY(QTest::qWaitFor([&] { return settings->property("opened").toBool(); }, Patience));
+    QVERIFY(QMetaObject::invokeMethod(
+        window->findChild<QObject *>(QStringLiteral("settingsDialog")), "close"));
+    // The keys are the chosen page's and not those of the list behind it.
+    const auto *list = window->findChild<QQuickItem *>(QStringLiteral("certificateList"));
+    QVERIFY(list);
+    QVERIFY(QTest::qWaitFor(
+        [&] {
+            const QQuickItem *focus = window->activeFocusItem();
+            return focus && focus->isVisible() && !list->isAncestorOf(focus) && focus != list
+                && focus->objectName() == QLatin1String("keyNameInput");
+        },
+        Patience));
 }
 
 void TestAppFirstFrame::isCompiledAhead()
