@@ -16,20 +16,22 @@ constexpr int Beat = 2; // ms
 constexpr int LookPause = 20; // ms
 constexpr qint64 Nanoseconds = 1000000; // in a millisecond
 
-/// The time that a thread has spent waiting for a processor; 0 where the system doesn't count it,
-/// which makes the meter stricter.
-qint64 queuedTime(const QString &thread)
+/// The time that a thread has spent on a processor, and waiting for one; 0 where the system doesn't
+/// count it, which makes the meter stricter.
+ThreadTime timeOf(const QString &thread)
 {
     QFile file(thread + QStringLiteral("/schedstat"));
     if (!file.open(QIODevice::ReadOnly))
-        return 0;
+        return {};
     const QList<QByteArray> numbers = file.readAll().simplified().split(' ');
-    return numbers.size() > 1 ? numbers.at(1).toLongLong() : 0;
+    if (numbers.size() < 2)
+        return {};
+    return {numbers.at(0).toLongLong(), numbers.at(1).toLongLong()};
 }
 
-qint64 ownQueuedTime()
+ThreadTime ownTime()
 {
-    return queuedTime(QStringLiteral("/proc/thread-self"));
+    return timeOf(QStringLiteral("/proc/thread-self"));
 }
 
 } // namespace
@@ -46,7 +48,7 @@ void LoopMeter::start()
     m_longest = 0;
     m_longestByTheClock = 0;
     lookAtThreads();
-    m_ownQueued = ownQueuedTime();
+    m_own = ownTime();
     m_sinceLast.start();
     m_timer.start(Beat);
 }
@@ -58,7 +60,7 @@ void LoopMeter::lookAtThreads()
     const QDir all(QStringLiteral("/proc/self/task"));
     const QStringList threads = all.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
     for (const QString &thread : threads) {
-        const qint64 now = queuedTime(all.filePath(thread));
+        const qint64 now = timeOf(all.filePath(thread)).queued;
         queued.insert(thread.toLatin1(), now);
         m_othersQueued = std::max(m_othersQueued, now - m_queued.value(thread.toLatin1(), 0));
     }
@@ -70,17 +72,21 @@ void LoopMeter::beat()
 {
     ++m_beats;
     const qint64 elapsed = m_sinceLast.nsecsElapsed();
-    const qint64 queued = ownQueuedTime();
-    qint64 foreign = queued - m_ownQueued;
+    const ThreadTime own = ownTime();
+    const qint64 queued = own.queued - m_own.queued;
+    qint64 foreign = queued;
     if (m_sinceLook.hasExpired(LookPause)) {
         lookAtThreads();
-        // The look may reach back before the last beat, by no more than its pause.
+        // What another thread waited counts for as long as this one was blocked, and no longer: the
+        // loop's own work is its own. The look may reach back before the last beat, by no more
+        // than its pause.
+        const qint64 blocked = elapsed - (own.run - m_own.run) - queued;
         if (elapsed > LookPause * Nanoseconds)
-            foreign = std::max(foreign, std::min(m_othersQueued, elapsed));
+            foreign += std::max(qint64(0), std::min(m_othersQueued, blocked));
     }
     m_longestByTheClock = std::max(m_longestByTheClock, elapsed / Nanoseconds);
     m_longest = std::max(m_longest, (elapsed - foreign) / Nanoseconds);
-    m_ownQueued = ownQueuedTime();
+    m_own = ownTime();
     m_sinceLast.start();
 }
 

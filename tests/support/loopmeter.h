@@ -9,6 +9,12 @@
 
 namespace TrivexTest {
 
+/// In nanoseconds.
+struct ThreadTime {
+    qint64 run = 0;
+    qint64 queued = 0; ///< ready to run, and no processor free
+};
+
 /// How long this thread's event loop stands still at most: the time between two beats of a timer,
 /// less what this thread, or one of ours that it may have waited for, spent ready to run while
 /// other programs had the processor (as Linux counts it, `schedstat` in /proc). So waiting for a
@@ -54,7 +60,7 @@ private:
     QElapsedTimer m_sinceLast;
     QElapsedTimer m_sinceLook;
     QHash<QByteArray, qint64> m_queued; ///< ns by thread, as of the last look
-    qint64 m_ownQueued = 0; // ns
+    ThreadTime m_own; ///< as of the last beat
     qint64 m_othersQueued = 0; ///< ns, the most of one thread between the last two looks
     int m_beats = 0;
     qint64 m_longest = 0;
