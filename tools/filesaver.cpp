@@ -29,6 +29,7 @@ QByteArray firstBlock(const QByteArray &pem)
 
 FileSaver::FileSaver(QObject *parent)
     : QObject(parent)
+    , m_readers(FileReaders::Everybody)
 {
 }
 
@@ -50,6 +51,7 @@ void FileSaver::setProblem(const QString &problem)
 QString FileSaver::stagingFolder()
 {
     m_staging = std::make_shared<QTemporaryDir>();
+    m_readers = FileReaders::Everybody;
     // Its path is then empty, which stands for the folder that the program was started in.
     if (!m_staging->isValid()) {
         m_staging.reset();
@@ -57,6 +59,13 @@ QString FileSaver::stagingFolder()
     }
     QDir(m_staging->path()).mkdir(QStringLiteral("forms"));
     return m_staging->path();
+}
+
+QString FileSaver::privateStagingFolder()
+{
+    const QString folder = stagingFolder();
+    m_readers = FileReaders::Owner;
+    return folder;
 }
 
 QString FileSaver::stagedPath(const QString &name)
@@ -102,7 +111,7 @@ QString FileSaver::stagedFile(const QString &folder, Format format)
     }
 }
 
-QByteArray FileSaver::staged(Format format, FileReaders *readers) const
+QByteArray FileSaver::staged(Format format) const
 {
     if (!m_staging)
         return {};
@@ -114,16 +123,13 @@ QByteArray FileSaver::staged(Format format, FileReaders *readers) const
     QFile file(path);
     if (path.isEmpty() || !file.open(QIODevice::ReadOnly))
         return {};
-    const bool isPrivate = !(file.permissions() & (QFile::ReadGroup | QFile::ReadOther));
-    *readers = isPrivate ? FileReaders::Owner : FileReaders::Everybody;
     const QByteArray contents = file.readAll();
     return format == Der ? firstBlock(contents) : contents;
 }
 
 int FileSaver::place(const QString &path, bool mayReplace, int format)
 {
-    FileReaders readers = FileReaders::Everybody;
-    const QByteArray contents = staged(Format(format), &readers);
+    const QByteArray contents = staged(Format(format));
     const Files files;
     const QString folder = QFileInfo(path).absolutePath();
     if (contents.isEmpty() || QFileInfo(path).isDir()) {
@@ -131,7 +137,7 @@ int FileSaver::place(const QString &path, bool mayReplace, int format)
         setProblem(reason.isEmpty() ? files.whyNotWritten(folder) : reason);
         return Failed;
     }
-    switch (writeAtomically(path, contents, mayReplace, readers)) {
+    switch (writeAtomically(path, contents, mayReplace, m_readers)) {
     case WriteResult::Written:
         setProblem({});
         m_staging.reset();

@@ -42,6 +42,8 @@ public:
     /// The folder for files that are still to be placed; emptied by each call. Empty where no
     /// folder for temporary files can be used: then there is nothing to place.
     Q_INVOKABLE QString stagingFolder();
+    /// The same for what its owner alone may read once it is saved.
+    QString privateStagingFolder();
     /// The path of a file in a fresh folder of that kind; empty, and `problem` says why, where
     /// there is none.
     Q_INVOKABLE QString stagedPath(const QString &name);
@@ -55,17 +57,18 @@ public:
     /// well. A file that is there and may be replaced is no reason.
     Q_INVOKABLE QString whyNot(const QString &path) const;
     /// Saves the one file of the staging folder at `path`. What is there stays as it is until the
-    /// new file is whole. What was staged for its owner's eyes alone is saved so.
+    /// new file is whole.
     Q_INVOKABLE int place(const QString &path, bool mayReplace, int format = AsIs);
 
 Q_SIGNALS:
     void problemChanged();
 
 private:
-    QByteArray staged(Format format, FileReaders *readers) const;
+    QByteArray staged(Format format) const;
     void setProblem(const QString &problem);
 
     std::shared_ptr<QTemporaryDir> m_staging;
+    FileReaders m_readers;
     QString m_problem;
 };
 

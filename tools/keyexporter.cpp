@@ -53,8 +53,7 @@ void KeyExporter::Work::run()
     if (file.isEmpty())
         error = NotMade;
     else if (!isCancelled
-             && writeAtomically(FileSaver::stagedFile(folder, FileSaver::AsIs), file, true,
-                                FileReaders::Owner)
+             && writeAtomically(FileSaver::stagedFile(folder, FileSaver::AsIs), file, true)
                  != WriteResult::Written)
         error = NotWritten;
 }
@@ -154,7 +153,7 @@ void KeyExporter::start(const QCA::PrivateKey &key, EntryModel *entries, FileSav
     m_entries = entries;
     if (m_work->password.isEmpty())
         return finish(NoPassword);
-    m_work->folder = saver ? saver->stagingFolder() : QString();
+    m_work->folder = saver ? saver->privateStagingFolder() : QString();
     if (m_work->folder.isEmpty())
         return finish(NotWritten);
     m_work->staging = saver->staging();

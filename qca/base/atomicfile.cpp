@@ -31,9 +31,12 @@ QString directoryOf(const QString &path)
 /// file system knows no locks, only its age speaks for it.
 bool isBeingWritten(const QString &part)
 {
-    const Descriptor file(::open(QFile::encodeName(part).constData(),
-                                 O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
-    return file.isOpen() && ::flock(file.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    // For writing: NFS gives such a lock to nobody else.
+    const Descriptor file(
+        ::open(QFile::encodeName(part).constData(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    if (!file.isOpen() || ::flock(file.get(), LOCK_EX | LOCK_NB) == 0)
+        return false;
+    return errno != ENOLCK && errno != ENOSYS && errno != EOPNOTSUPP;
 }
 
 /// By the clock alone a part would be old, or from times to come, once the clock has been set.
