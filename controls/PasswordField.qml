@@ -4,12 +4,16 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
 
 /// A field for a secret, with a button that shows it on the screen for as long as it is pressed in.
 ///
 /// Screen readers don't get the secret, shown or not, because every program of the user can ask as
 /// they do. Set `Accessible.name` to name the field; a placeholder alone does not say whose secret
 /// is meant.
+///
+/// What was typed is wiped as soon as neither the field nor a script holds it; after `clear()` it
+/// cannot be undone.
 TextField {
     id: field
     // Qt gives such programs the text of an editable field's `textDocument` where it has one, else
@@ -31,6 +35,9 @@ TextField {
     Accessible.onPasswordEditChanged: Accessible.passwordEdit = false
     // The next secret starts hidden.
     onVisibleChanged: eye.checked = false
+    SecretGuard {
+        field: field
+    }
     TextEdit {
         textFormat: Text.PlainText
         id: nothing

@@ -29,6 +29,7 @@
 #include "tools/rowfiles.h"
 #include "tools/rows.h"
 #include "tools/rowselection.h"
+#include "tools/secretguard.h"
 #include "tools/sectionedmodel.h"
 #include "tools/texts.h"
 #include "tools/tokenadmin.h"
@@ -63,6 +64,7 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
 {
     using namespace Trivex;
     qmlRegisterType<EntryModel>(uri, 1, 0, "EntryModel");
+    qmlRegisterType<SecretGuard>(uri, 1, 0, "SecretGuard");
     qmlRegisterType<SectionedModel>(uri, 1, 0, "SectionedModel");
     qmlRegisterType<Exporter>(uri, 1, 0, "Exporter");
     qmlRegisterType<FileSaver>(uri, 1, 0, "FileSaver");
