@@ -45,6 +45,29 @@ bool maySignCode(X509 *certificate)
         && X509_EXTENSION_get_critical(X509_get_ext(certificate, at)) == 1;
 }
 
+/// libcrypto looks at what an authority is there for with servers, clients and mail, but not with
+/// these.
+struct AuthorityUse {
+    ChainPurpose purpose;
+    quint32 use;
+};
+constexpr AuthorityUse AuthorityUses[] = {
+    {ChainPurpose::TimeStamps, XKU_TIMESTAMP},
+    {ChainPurpose::CodeSigning, XKU_CODE_SIGN},
+};
+
+/// One that says nothing of it is there for everything.
+bool mayIssueFor(ChainPurpose purpose, X509 *authority)
+{
+    if (!(X509_get_extension_flags(authority) & EXFLAG_XKUSAGE))
+        return true;
+    const quint32 uses = X509_get_extended_key_usage(authority);
+    return std::none_of(std::begin(AuthorityUses), std::end(AuthorityUses),
+                        [purpose, uses](const AuthorityUse &one) {
+                            return one.purpose == purpose && !(uses & (one.use | XKU_ANYEKU));
+                        });
+}
+
 bool isNative(ChainPurpose purpose)
 {
     return std::any_of(std::begin(Purposes), std::end(Purposes),
@@ -236,6 +259,8 @@ void Verification::addOwnFindings()
     for (size_t i = 0; i < m_path.size(); ++i) {
         const bool isLast = i + 1 == m_path.size();
         X509 *issuer = m_path[isLast ? i : i + 1].get();
+        if (i > 0 && !mayIssueFor(m_input.purpose, m_path[i].get()))
+            add(int(i), {ChainReason::WrongPurpose, X509_V_ERR_INVALID_PURPOSE, {}});
         if (isForgeable(X509_get0_pubkey(m_path[i].get())))
             add(int(i), {ChainReason::KeyOfAnybody, 0, {}});
         if (!isLast && !X509_get0_pubkey(issuer))

@@ -18,6 +18,8 @@ private Q_SLOTS:
     void purposes_data();
     void purposes();
     void issuerForAnotherPurpose();
+    void issuerOfCodeAndTimeStamps_data();
+    void issuerOfCodeAndTimeStamps();
 
 private:
     ChainInput inputOf(const Party &leaf, ChainPurpose purpose) const
@@ -107,6 +109,57 @@ void TestPurposes::issuerForAnotherPurpose()
     QCOMPARE(result.verdict, ChainVerdict::Bad);
     QVERIFY(!isRefused(result, 0) && isRefused(result, 1));
     QVERIFY(!verifiedByOpenssl(input).contains(": OK"));
+    input.purpose = ChainPurpose::Any;
+    QCOMPARE(checkChain(input, m_isCancelled).verdict, ChainVerdict::Good);
+}
+
+void TestPurposes::issuerOfCodeAndTimeStamps_data()
+{
+    QTest::addColumn<int>("purpose");
+    QTest::addColumn<QByteArray>("extended"); // of the authority
+    QTest::addColumn<bool>("isGood");
+    const int code = int(ChainPurpose::CodeSigning);
+    const int stamps = int(ChainPurpose::TimeStamps);
+    QTest::newRow("code by who says nothing") << code << QByteArray() << true;
+    QTest::newRow("code by who is there for it") << code << QByteArray("codeSigning") << true;
+    QTest::newRow("code among others") << code << QByteArray("serverAuth,codeSigning") << true;
+    QTest::newRow("code by who is there for all")
+        << code << QByteArray("anyExtendedKeyUsage") << true;
+    QTest::newRow("code by mailers") << code << QByteArray("emailProtection") << false;
+    QTest::newRow("code by servers") << code << QByteArray("serverAuth,clientAuth") << false;
+    QTest::newRow("code by who has another") << code << QByteArray("1.2.3.4") << false;
+    QTest::newRow("stamps by who says nothing") << stamps << QByteArray() << true;
+    QTest::newRow("stamps by who is there for it") << stamps << QByteArray("timeStamping") << true;
+    QTest::newRow("stamps by who is there for all")
+        << stamps << QByteArray("anyExtendedKeyUsage") << true;
+    QTest::newRow("stamps by mailers") << stamps << QByteArray("emailProtection") << false;
+}
+
+/// libcrypto looks at no extended usage of an authority for these two; servers, clients and mail
+/// have it looked at.
+void TestPurposes::issuerOfCodeAndTimeStamps()
+{
+    QFETCH(int, purpose);
+    QFETCH(QByteArray, extended);
+    QFETCH(bool, isGood);
+    auto limited = authority();
+    if (!extended.isEmpty())
+        limited += {NID_ext_key_usage, extended};
+    const bool isCode = ChainPurpose(purpose) == ChainPurpose::CodeSigning;
+    const Party issuer = make({"Limited", -10, Year, limited}, &m_middle);
+    const Party leaf =
+        make({"Signer",
+              -1,
+              30,
+              {{NID_key_usage, "critical,digitalSignature"},
+               {NID_ext_key_usage, isCode ? "codeSigning" : "critical,timeStamping"}}},
+             &issuer);
+    ChainInput input = inputOf(leaf, ChainPurpose(purpose));
+    input.candidates += issuer.candidate();
+    const ChainResult result = checkChain(input, m_isCancelled);
+    QCOMPARE(result.verdict, isGood ? ChainVerdict::Good : ChainVerdict::Bad);
+    QVERIFY(!isRefused(result, 0) && isRefused(result, 1) != isGood);
+    QVERIFY(!isRefused(result, 2) && !isRefused(result, 3));
     input.purpose = ChainPurpose::Any;
     QCOMPARE(checkChain(input, m_isCancelled).verdict, ChainVerdict::Good);
 }
