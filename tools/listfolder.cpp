@@ -2,10 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/listfolder.h"
 
-#include "qca/adapter/filecontents.h"
 #include "qca/base/bounds.h"
-#include "qca/base/regularfile.h"
-#include "qca/chains/listreader.h"
 #include "qca/questions/background.h"
 
 #include <QDir>
@@ -17,15 +14,6 @@ namespace Trivex {
 namespace {
 
 constexpr int SettleMs = 200; // files come in swarms, and are announced before they are full
-
-QVector<QByteArray> listsIn(const QString &path, bool *holdsMore)
-{
-    const auto bytes = readRegularFile(path);
-    const QVector<QByteArray> lists = bytes ? readLists(*bytes) : QVector<QByteArray>();
-    if (!lists.isEmpty())
-        *holdsMore = lists.size() > 1 || readFileContents(*bytes).objects.size() > 1;
-    return lists;
-}
 
 } // namespace
 
@@ -66,8 +54,8 @@ ListFolder::Files ListFolder::readAll(const QString &folder, const Files &known)
         if (before != known.constEnd() && before->stamp == file.stamp)
             file = *before;
         else
-            file.lists = listsIn(entry.filePath(), &file.holdsMore);
-        for (const QByteArray &list : qAsConst(file.lists))
+            file.content = ListFile::read(entry.filePath());
+        for (const QByteArray &list : qAsConst(file.content.lists))
             left -= list.size();
         if (left < 0)
             break;
@@ -81,17 +69,17 @@ QVector<QByteArray> ListFolder::listsNow(const QString &path)
     QVector<QByteArray> lists;
     const Files files = readAll(path, {});
     for (const File &file : files)
-        lists += file.lists;
+        lists += file.content.lists;
     return lists;
 }
 
-QVector<ListFolder::Place> ListFolder::places() const
+QVector<ListFolder::Place> ListFolder::placesIn(const Files &files) const
 {
-    QStringList names = m_files.keys();
+    QStringList names = files.keys();
     names.sort();
     QVector<Place> places;
     for (const QString &name : qAsConst(names)) {
-        const File file = m_files.value(name);
+        const ListFile file = files.value(name).content;
         for (const QByteArray &list : file.lists)
             places += {list, QDir(m_path).filePath(name), !file.holdsMore};
     }
@@ -114,14 +102,11 @@ void ListFolder::take(const Files &files)
 {
     m_isReading = false;
     m_files = files;
-    QVector<QByteArray> lists;
-    QStringList names = files.keys();
-    names.sort();
+    const QVector<Place> places = placesIn(files);
     QStringList paths;
-    for (const QString &name : qAsConst(names)) {
-        lists += files.value(name).lists;
-        if (!files.value(name).lists.isEmpty())
-            paths += QDir(m_path).filePath(name);
+    for (const Place &place : places) {
+        if (paths.isEmpty() || paths.last() != place.path)
+            paths += place.path;
     }
     // Written to in place, a file changes without its folder.
     if (!paths.isEmpty())
@@ -130,9 +115,13 @@ void ListFolder::take(const Files &files)
         m_readAgain = false;
         m_later.start();
     }
-    if (lists == m_lists)
+    // A list may have moved, or got company in its file, while all are the same.
+    if (places == m_places)
         return;
-    m_lists = lists;
+    m_places = places;
+    m_lists.clear();
+    for (const Place &place : places)
+        m_lists += place.der;
     Q_EMIT changed();
 }
 

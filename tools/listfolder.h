@@ -3,6 +3,7 @@
 #pragma once
 
 #include "qca/chains/candidateindex.h"
+#include "tools/listfile.h"
 
 #include <QFileSystemWatcher>
 #include <QHash>
@@ -28,27 +29,33 @@ public:
         QByteArray der;
         QString path;
         bool isAlone = false; ///< the file holds nothing else
+
+        bool operator==(const Place &other) const
+        {
+            return path == other.path && isAlone == other.isAlone && der == other.der;
+        }
     };
     /// The same lists, file by file.
-    QVector<Place> places() const;
+    const QVector<Place> &places() const { return m_places; }
     /// Reads again soon, as when the folder has changed.
     void look() { m_later.start(); }
     /// Looks for a folder that was not there before.
     void watch();
 
 Q_SIGNALS:
+    /// A list, its place or what lies beside it in its file.
     void changed();
 
 private:
     /// What a file held, and how it was then.
     struct File {
         QString stamp;
-        QVector<QByteArray> lists;
-        bool holdsMore = false; ///< than one list
+        ListFile content;
     };
     using Files = QHash<QString, File>;
 
     static Files readAll(const QString &folder, const Files &known);
+    QVector<Place> placesIn(const Files &files) const;
     void read();
     void take(const Files &files);
 
@@ -56,7 +63,8 @@ private:
     QFileSystemWatcher m_watcher;
     QTimer m_later;
     Files m_files;
-    QVector<QByteArray> m_lists;
+    QVector<Place> m_places;
+    QVector<QByteArray> m_lists; ///< the same
     bool m_isReading = false;
     bool m_readAgain = false;
 };

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "tools/revocationlists.h"
 
-#include "qca/base/atomicfile.h"
 #include "qca/questions/background.h"
 #include "qca/tokens/userstore.h"
 #include "tools/fileitemtexts.h"
@@ -11,6 +10,21 @@
 #include <memory>
 
 namespace Trivex {
+
+namespace {
+
+QString whyNot(ListFile::Removal removal)
+{
+    if (removal == ListFile::Removal::Done)
+        return {};
+    if (removal == ListFile::Removal::Failed)
+        return Files().whyNotWritten(userStoreDirectory());
+    //% "The file of this list was moved or changed by another program, so it was left alone. Look
+    //% at the lists again."
+    return qtTrId("trivex-app-lists-changed");
+}
+
+} // namespace
 
 RevocationLists::RevocationLists(QObject *parent)
     : QObject(parent)
@@ -51,13 +65,14 @@ void RevocationLists::remove(int row)
 {
     if (!canRemove(row))
         return;
-    const auto isGone = std::make_shared<bool>();
-    runInBackground([path = m_places.at(row).path, isGone] { *isGone = removeFile(path); }, this,
-                    [this, isGone] {
-                        m_folder.look();
-                        Q_EMIT removed(*isGone ? QString()
-                                               : Files().whyNotWritten(userStoreDirectory()));
-                    });
+    const auto removal = std::make_shared<ListFile::Removal>();
+    runInBackground(
+        [place = m_places.at(row), removal] { *removal = ListFile::remove(place.path, place.der); },
+        this,
+        [this, removal] {
+            m_folder.look();
+            Q_EMIT removed(whyNot(*removal));
+        });
 }
 
 } // namespace Trivex

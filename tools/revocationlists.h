@@ -31,11 +31,11 @@ public:
     Q_INVOKABLE bool canRemove(int row) const;
     /// When a newer one is due, as the list says; invalid where it does not.
     Q_INVOKABLE QDateTime due(int row) const;
-    /// Deletes the file of a list; `removed` follows.
+    /// Deletes the file of a list, where it still holds that and nothing else; `removed` follows.
     Q_INVOKABLE void remove(int row);
 
 Q_SIGNALS:
-    /// A list came or went.
+    /// A list came or went, or is somewhere else.
     void changed();
     /// Why not, as a sentence with its next step; empty when all is well.
     void removed(const QString &problem);

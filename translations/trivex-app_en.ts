@@ -1804,6 +1804,10 @@
         <source>Number</source>
         <translation>Number</translation>
     </message>
+    <message id="trivex-app-lists-changed">
+        <source>The file of this list was moved or changed by another program, so it was left alone. Look at the lists again.</source>
+        <translation>The file of this list was moved or changed by another program, so it was left alone. Look at the lists again.</translation>
+    </message>
     <message id="trivex-app-lists-count" numerus="yes">
         <source>%n lists of revoked certificates are among your files.</source>
         <translation>

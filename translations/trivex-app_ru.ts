@@ -1817,6 +1817,10 @@
         <source>Number</source>
         <translation>Количество</translation>
     </message>
+    <message id="trivex-app-lists-changed">
+        <source>The file of this list was moved or changed by another program, so it was left alone. Look at the lists again.</source>
+        <translation>Другая программа переместила или изменила файл этого списка, поэтому он не удалён. Посмотрите списки ещё раз.</translation>
+    </message>
     <message id="trivex-app-lists-count" numerus="yes">
         <source>%n lists of revoked certificates are among your files.</source>
         <translation>
