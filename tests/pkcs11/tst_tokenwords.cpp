@@ -4,6 +4,7 @@
 #include "providers/pkcs11/contents/tokenidentity.h"
 #include "providers/pkcs11/contents/tokenlook.h"
 #include "providers/pkcs11/contents/tokentext.h"
+#include "providers/pkcs11/life/tokenflags.h"
 
 #include <QtTest>
 
@@ -135,6 +136,8 @@ private Q_SLOTS:
     void kinds();
     void texts_data();
     void texts();
+    void usable_data();
+    void usable();
     void identity();
     void identityIsOnePlainLine();
     void sizesOfMadeKeys();
@@ -210,6 +213,45 @@ void TestTokenWords::texts()
     QFETCH(QByteArray, field);
     QFETCH(QString, text);
     QCOMPARE(tokenText(field), text);
+}
+
+void TestTokenWords::usable_data()
+{
+    QTest::addColumn<QByteArray>("label");
+    QTest::addColumn<unsigned long>("flags");
+    QTest::addColumn<unsigned long>("shortestPin");
+    QTest::addColumn<unsigned long>("longestPin");
+    QTest::addColumn<bool>("isUsable");
+    const unsigned long random = CKF_RNG;
+    const unsigned long waits = CKF_LOGIN_REQUIRED;
+    const unsigned long made = CKF_TOKEN_INITIALIZED;
+    QTest::newRow("made") << QByteArray("Card") << (random | waits | made) << 4UL << 8UL << true;
+    QTest::newRow("made, without a name")
+        << QByteArray() << (random | waits | made) << 4UL << 8UL << true;
+    QTest::newRow("database of NSS without a PIN")
+        << QByteArray("NSS Certificate DB") << (random | waits) << 0UL << 500UL << true;
+    QTest::newRow("blank TPM") << QByteArray() << (random | waits) << 0UL << 128UL << false;
+    QTest::newRow("blank TPM, zeros")
+        << QByteArray(32, '\0') << (random | waits) << 0UL << 128UL << false;
+    QTest::newRow("blank SoftHSM") << QByteArray() << (random | waits) << 4UL << 255UL << false;
+}
+
+/// A blank token is none: nobody has given it a name, and it would take an administrator without a
+/// PIN.
+void TestTokenWords::usable()
+{
+    QFETCH(QByteArray, label);
+    QFETCH(unsigned long, flags);
+    QFETCH(unsigned long, shortestPin);
+    QFETCH(unsigned long, longestPin);
+    CK_TOKEN_INFO info = {};
+    std::memset(info.label, ' ', sizeof info.label);
+    std::memcpy(info.label, label.constData(), size_t(label.size()));
+    std::memset(info.serialNumber, '0', sizeof info.serialNumber);
+    info.flags = flags;
+    info.ulMinPinLen = shortestPin;
+    info.ulMaxPinLen = longestPin;
+    QTEST(Trivex::isUsable(info), "isUsable");
 }
 
 /// Each of the fields of a token, cut by its maker to the width that there is.

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/life/tokenflags.h"
 
+#include "providers/pkcs11/contents/tokenidentity.h"
+
 #include <tuple>
 
 namespace Trivex {
@@ -64,7 +66,8 @@ bool isUsable(const CK_TOKEN_INFO &info)
     if (info.flags & CKF_TOKEN_INITIALIZED)
         return true;
     const TokenFlags flags = flagsOf(info);
-    return flags.needsLogin && flags.pinMayBeEmpty && flags.longestPin > 0;
+    return flags.needsLogin && flags.pinMayBeEmpty && flags.longestPin > 0
+        && !identityOf(info).label.trimmed().isEmpty();
 }
 
 bool take(const TokenFlags &flags, TokenStatus *status)

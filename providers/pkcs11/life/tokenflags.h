@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "providers/pkcs11/calls/tokensexport.h"
 #include "qca/tokens/tokens.h"
 
 #include <p11-kit/pkcs11.h>
@@ -27,8 +28,8 @@ TokenFlags flagsOf(const CK_TOKEN_INFO &info);
 
 /// False for a blank token. A database of NSS, which takes an empty PIN, says that it is not
 /// initialised while nobody has chosen one; it holds certificates all the same, and its first PIN
-/// is set in its place.
-bool isUsable(const CK_TOKEN_INFO &info);
+/// is set in its place. It has a name, unlike the empty slot of a TPM with the same flags.
+TRIVEX_TOKENS_EXPORT bool isUsable(const CK_TOKEN_INFO &info);
 
 /// Puts into the status what the flags say; true where something is different.
 bool take(const TokenFlags &flags, TokenStatus *status);
