@@ -58,6 +58,7 @@ private Q_SLOTS:
     void lookThatFails();
     void keysOfOneIdByTheirNames();
     void oldIdNamesNoOtherKey();
+    void guessedKeyIsNotUsed();
     void certificateOfAGuessedKey();
     void manyKeys();
 
@@ -529,6 +530,37 @@ void TestBareKeys::oldIdNamesNoOtherKey()
     QTRY_COMPARE(bareKey("alike").id, alone);
     QVERIFY(remove("alike"));
     QCOMPARE(halves("alike"), 0);
+}
+
+/// Of two pairs that are alike in all but their public halves nobody knows which private half would
+/// sign.
+void TestBareKeys::guessedKeyIsNotUsed()
+{
+    TestToken &token = m_token->token();
+    const QString id = QStringLiteral("0c");
+    QVERIFY(token.generateKeyPair(QStringLiteral("EC:secp256r1"), id, QStringLiteral("pair")));
+    QVERIFY(m_token->replug(m_storeId));
+    QTRY_VERIFY(!bareKey("pair").id.isEmpty());
+    QCA::PrivateKey early = Trivex::tokenKeyOfId(m_storeId, bareKey("pair").id);
+    QVERIFY(!signature(early).isEmpty());
+    QVERIFY(token.generateKeyPair(QStringLiteral("EC:secp256r1"), id, QStringLiteral("pair")));
+    QVERIFY(m_token->replug(m_storeId));
+    // Taken before the login has shown that there are two.
+    QTRY_VERIFY(!bareKey("pair").id.isEmpty());
+    QVERIFY(signature(early).isEmpty());
+    QTRY_COMPARE(lastError(), TokenError::KeyAmbiguous);
+    const QVector<TokenKeyFacts> all = bareKeys();
+    int pairs = 0;
+    for (const TokenKeyFacts &key : all) {
+        if (key.label != QLatin1String("pair"))
+            continue;
+        ++pairs;
+        QVERIFY(Trivex::tokenKeyOfId(m_storeId, key.id).isNull());
+    }
+    QCOMPARE(pairs, 2);
+    for (const char *type : {"privkey", "privkey", "pubkey", "pubkey"})
+        QVERIFY(removeByOthers(type, id));
+    QVERIFY(m_token->replug(m_storeId));
 }
 
 /// Two keys may be the one of a certificate: removing that takes neither of them.

@@ -121,7 +121,8 @@ QVector<TokenKeyFacts> describeKeys(const std::vector<std::shared_ptr<TokenKey>>
         if (const int before = alike[fingerprint]++)
             id += '-' + QByteArray::number(before);
         // Such keys have nothing but their places to tell them by, which are others when one goes
-        // or comes: then none of the old ids names a key any more.
+        // or comes: then none of the old ids names a key any more. Where as many stay, it may name
+        // another one.
         if (const int count = unknown.value(fingerprint); count > 1 && key->publicInfo.isEmpty())
             id += '/' + QByteArray::number(count);
         key->keyId = QString::fromLatin1(id);

@@ -39,7 +39,9 @@ QCA::PrivateKey ProviderBackend::findPrivateKey(const QString &keyStoreId,
 QCA::PrivateKey ProviderBackend::keyOfId(const QString &keyStoreId, const QString &keyId)
 {
     const auto found = m_tokens.store(keyStoreId);
-    return privateKeyOf(keyStoreId, found ? found->contents->keyOfId(keyId) : nullptr);
+    const TokenKeyPtr key = found ? found->contents->keyOfId(keyId) : nullptr;
+    // Another key than the shown one would sign.
+    return privateKeyOf(keyStoreId, key && !key->isGuessed ? key : nullptr);
 }
 
 QCA::PrivateKey ProviderBackend::privateKeyOf(const QString &keyStoreId,
