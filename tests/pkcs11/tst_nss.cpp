@@ -1,9 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/keygenerator.h"
+#include "qca/keys/keymaterial.h"
 #include "qca/keys/keys.h"
 #include "qca/tokens/tokenadministration.h"
 #include "qca/tokens/tokens.h"
+#include "tests/pkcs11/extracted.h"
 #include "tests/pkcs11/pinprompt.h"
 #include "tests/pkcs11/stores.h"
 #include "tests/support/testcertificates.h"
@@ -63,6 +65,8 @@ private Q_SLOTS:
     void wrongPin();
     void firstPin();
     void pinForAnEmptyOne();
+    void keyLeaves_data();
+    void keyLeaves();
 
 private:
     /// The module with that database, of which nobody is logged in.
@@ -303,6 +307,37 @@ void TestNss::pinForAnEmptyOne()
     QVERIFY(!Trivex::TokenMonitor::token(m_store->id()).facts.needsLogin);
     QCOMPARE(administer(TokenAdministration::ChangePin, "", Pin), Trivex::TokenError::NoError);
     QVERIFY(needsPin(directory.path(), Pin));
+}
+
+void TestNss::keyLeaves_data()
+{
+    bundle_data();
+}
+
+/// What this token calls padding is another one than that of SoftHSM's mechanism of that number.
+void TestNss::keyLeaves()
+{
+    QFETCH(QStringList, keyArguments);
+    const QString file = m_authority->bundle(keyArguments, QStringLiteral("/CN=Leaves"),
+                                             QStringLiteral("x"), QStringLiteral("leaves"));
+    const QTemporaryDir directory;
+    QVERIFY(makeDatabase(directory.path(),
+                         {QStringLiteral("-f"), m_directory.filePath(QStringLiteral("pin"))}));
+    if (QStandardPaths::findExecutable(QStringLiteral("pk12util")).isEmpty())
+        QSKIP("SKIP pk12util is not installed");
+    QCOMPARE(QProcess::execute(QStringLiteral("pk12util"),
+                               {QStringLiteral("-i"), file, QStringLiteral("-d"),
+                                QStringLiteral("sql:") + directory.path(), QStringLiteral("-k"),
+                                m_directory.filePath(QStringLiteral("pin")), QStringLiteral("-W"),
+                                QStringLiteral("x")}),
+             0);
+    QVERIFY(restart(directory.path(), Pin));
+    const auto bundle = QCA::KeyBundle::fromFile(file, QCA::SecureArray("x"), nullptr, OpenSsl);
+    const QByteArray publicInfo = Trivex::encodedPublicKey(bundle.privateKey());
+    QVERIFY(!publicInfo.isEmpty());
+    const Trivex::ExtractedKey key = extracted(m_store->id(), publicInfo);
+    QCOMPARE(key.error.kind, Trivex::TokenError::NoError);
+    QCOMPARE(Trivex::KeyMaterial::fromPrivateInfo(key.privateInfo).publicInfo(), publicInfo);
 }
 
 QTEST_GUILESS_MAIN(TestNss)

@@ -108,10 +108,11 @@ TokenFlags TokenConnection::flags() const
     return flagsOf(info);
 }
 
-bool TokenConnection::supports(CK_MECHANISM_TYPE mechanism) const
+bool TokenConnection::supports(CK_MECHANISM_TYPE mechanism, CK_FLAGS uses) const
 {
     CK_MECHANISM_INFO info = {};
-    return (*m_module)->C_GetMechanismInfo(m_slot, mechanism, &info) == CKR_OK;
+    return (*m_module)->C_GetMechanismInfo(m_slot, mechanism, &info) == CKR_OK
+        && (info.flags & uses) == uses;
 }
 
 void TokenConnection::login(Operation &operation, LoginFor purpose)

@@ -53,7 +53,8 @@ public:
     void leave() noexcept { m_anchor.reset(); }
     /// A session beside none or beside the anchor, whether somebody is logged in or not.
     Pkcs11::Session openPlain(Pkcs11::Session::Mode mode) const;
-    bool supports(CK_MECHANISM_TYPE mechanism) const;
+    /// `uses` are flags of CK_MECHANISM_INFO, all of which the token has to tell of it.
+    bool supports(CK_MECHANISM_TYPE mechanism, CK_FLAGS uses = 0) const;
 
     /// What a login is for. Private keys may hide on a token whose flags say nothing of a login.
     enum class LoginFor { Objects, PrivateKeys };

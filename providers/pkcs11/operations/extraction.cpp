@@ -10,6 +10,8 @@
 #include <openssl/err.h>
 #include <openssl/rand.h>
 
+#include <algorithm>
+#include <initializer_list>
 #include <utility>
 
 namespace Trivex {
@@ -35,8 +37,13 @@ struct Wrapping {
     int vectorBytes;
 };
 
-/// RFC 5649 first: it says whether what came out is what went in.
+/// Of PKCS#11 3.0, after our header.
+constexpr CK_MECHANISM_TYPE MechanismWrapKwp = 0x210B;
+
+/// RFC 5649 first: it says whether what came out is what went in. PKCS#11 3.0 has a number of its
+/// own for it; under the old one some tokens have it, and others something else.
 constexpr Wrapping Wrappings[] = {
+    {MechanismWrapKwp, EVP_aes_256_wrap_pad, 0},
     {CKM_AES_KEY_WRAP_PAD, EVP_aes_256_wrap_pad, 0},
     {CKM_AES_CBC_PAD, EVP_aes_256_cbc, BlockBytes},
 };
@@ -138,38 +145,64 @@ bool belongsTo(const Secret &privateInfo, const QByteArray &publicInfo)
             || comparablePublicInfo(key.publicInfo()) == comparablePublicInfo(publicInfo));
 }
 
-Secret copyOf(TokenConnection &connection, Operation &operation, CK_OBJECT_HANDLE key)
+Secret copyBy(const Wrapping &wrapping, TokenConnection &connection, CK_OBJECT_HANDLE key)
 {
-    for (const Wrapping &wrapping : Wrappings) {
-        if (!connection.supports(wrapping.mechanism))
-            continue;
-        const Session session = connection.open(Session::ReadOnly);
-        const Secret value = randomBytes(WrappingKeyBytes);
-        Secret vector;
-        if (wrapping.vectorBytes > 0)
-            vector = randomBytes(wrapping.vectorBytes);
-        Template object;
-        fillWrappingKey(value, &object);
-        const SessionObject wrappingKey(session, object);
-        Pkcs11::AttributeReader reader({{CKA_ALWAYS_AUTHENTICATE, sizeof(CK_BBOOL)}});
-        reader.read(session, key);
-        if (reader.flag(0, false))
-            connection.loginForUse(session, operation);
-        connection.checkCancelled();
-        const CK_MECHANISM mechanism = {wrapping.mechanism, vector.data(), CK_ULONG(vector.size())};
-        return unwrapped(wrapping, value, vector,
-                         wrapped(session, mechanism, wrappingKey.handle(), key));
-    }
-    throw Error(TokenError::KeyStays);
+    const Session session = connection.open(Session::ReadOnly);
+    const Secret value = randomBytes(WrappingKeyBytes);
+    Secret vector;
+    if (wrapping.vectorBytes > 0)
+        vector = randomBytes(wrapping.vectorBytes);
+    Template object;
+    fillWrappingKey(value, &object);
+    const SessionObject wrappingKey(session, object);
+    connection.checkCancelled();
+    const CK_MECHANISM mechanism = {wrapping.mechanism, vector.data(), CK_ULONG(vector.size())};
+    return unwrapped(wrapping, value, vector,
+                     wrapped(session, mechanism, wrappingKey.handle(), key));
+}
+
+bool isOneOf(CK_RV result, std::initializer_list<CK_RV> all)
+{
+    return std::find(all.begin(), all.end(), result) != all.end();
+}
+
+/// These say that the key does not leave in that way, or by no call at all.
+bool refusesTheWay(CK_RV result)
+{
+    return isOneOf(result,
+                   {CKR_MECHANISM_INVALID, CKR_MECHANISM_PARAM_INVALID, CKR_FUNCTION_NOT_SUPPORTED,
+                    CKR_KEY_NOT_WRAPPABLE, CKR_KEY_SIZE_RANGE, CKR_KEY_FUNCTION_NOT_PERMITTED,
+                    CKR_WRAPPING_KEY_TYPE_INCONSISTENT, CKR_WRAPPING_KEY_SIZE_RANGE});
 }
 
 /// These say that the key, or every key of the token, stays where it is.
-bool meansStays(const Error &error)
+bool meansStays(TokenConnection &connection, const Error &error)
 {
-    return error.returnValue() == CKR_KEY_UNEXTRACTABLE
-        || error.returnValue() == CKR_KEY_NOT_WRAPPABLE
-        || error.returnValue() == CKR_FUNCTION_NOT_SUPPORTED
-        || error.returnValue() == CKR_MECHANISM_INVALID;
+    // There is no operation that the PIN of a key which wants it at each use could be given to.
+    if (error.returnValue() == CKR_USER_NOT_LOGGED_IN)
+        return qstrcmp(error.function(), "C_WrapKey") == 0 && connection.checkLogin();
+    return error.returnValue() == CKR_KEY_UNEXTRACTABLE || refusesTheWay(error.returnValue());
+}
+
+/// By the first of the ways that the token has and gives the key by.
+Secret copyOf(TokenConnection &connection, CK_OBJECT_HANDLE key, const QByteArray &publicInfo)
+{
+    Error problem(TokenError::KeyStays);
+    for (const Wrapping &wrapping : Wrappings) {
+        if (!connection.supports(wrapping.mechanism, CKF_WRAP))
+            continue;
+        try {
+            const Secret copy = copyBy(wrapping, connection, key);
+            if (!copy.isEmpty() && belongsTo(copy, publicInfo))
+                return copy;
+            problem = Error(CKR_GENERAL_ERROR, "C_WrapKey");
+        } catch (const Error &error) {
+            if (!refusesTheWay(error.returnValue()))
+                throw;
+            problem = error;
+        }
+    }
+    throw Error(problem);
 }
 
 Secret extract(TokenConnection &connection, Operation &operation, const QByteArray &publicInfo)
@@ -180,17 +213,13 @@ Secret extract(TokenConnection &connection, Operation &operation, const QByteArr
         throw Error(key && key->isPresumed ? TokenError::NoKey : TokenError::NotFound);
     if (key->leave == TokenKeyFacts::Stays)
         throw Error(TokenError::KeyStays);
-    Secret privateInfo;
     try {
-        privateInfo = copyOf(connection, operation, key->privateObject);
+        return copyOf(connection, key->privateObject, publicInfo);
     } catch (const Error &error) {
-        if (meansStays(error))
+        if (meansStays(connection, error))
             throw Error(error.returnValue(), error.function(), TokenError::KeyStays);
         throw;
     }
-    if (privateInfo.isEmpty() || !belongsTo(privateInfo, publicInfo))
-        throw Error(CKR_GENERAL_ERROR, "C_WrapKey");
-    return privateInfo;
 }
 
 } // namespace
