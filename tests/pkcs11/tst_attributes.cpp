@@ -42,6 +42,7 @@ constexpr Attribute Attributes[] = {
     {CKA_DECRYPT, "decrypts", CKO_PRIVATE_KEY, CKK_RSA, 2, true},
     {CKA_DERIVE, "derives", CKO_PRIVATE_KEY, CKK_RSA, 2, true},
     {CKA_UNWRAP, "unwraps", CKO_PRIVATE_KEY, CKK_RSA, 2, true},
+    {CKA_EXTRACTABLE, "leaves", CKO_PRIVATE_KEY, CKK_RSA, 2, true},
     {CKA_MODULUS, "modulus", CKO_PRIVATE_KEY, CKK_RSA, 1024, false},
     {CKA_PUBLIC_EXPONENT, "exponent", CKO_PRIVATE_KEY, CKK_RSA, 64, false},
     {CKA_ALWAYS_AUTHENTICATE, "always authenticate", CKO_PRIVATE_KEY, CKK_RSA, 1, true},
