@@ -14,6 +14,7 @@ namespace Trivex {
 namespace {
 
 constexpr int SettleMs = 200; // files come in swarms, and are announced before they are full
+constexpr int RetryMs = 2000; // while there is no folder to watch
 
 } // namespace
 
@@ -24,9 +25,14 @@ ListFolder::ListFolder(const QString &path, QObject *parent)
     m_later.setSingleShot(true);
     m_later.setInterval(SettleMs);
     connect(&m_later, &QTimer::timeout, this, &ListFolder::read);
-    const auto later = [this] { m_later.start(); };
-    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, later);
-    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, later);
+    m_retry.setSingleShot(true);
+    m_retry.setInterval(RetryMs);
+    connect(&m_retry, &QTimer::timeout, this, &ListFolder::watch);
+    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, &ListFolder::look);
+    connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this, [this] {
+        look();
+        watch(); // the folder itself may have gone, and another be there by now
+    });
     watch();
 }
 
@@ -34,7 +40,12 @@ ListFolder::~ListFolder() = default;
 
 void ListFolder::watch()
 {
-    if (m_watcher.directories().isEmpty() && QDir(m_path).exists() && m_watcher.addPath(m_path))
+    if (!m_watcher.directories().isEmpty())
+        return;
+    const bool isThere = QDir(m_path).exists();
+    if (!isThere || !m_watcher.addPath(m_path))
+        m_retry.start();
+    if (isThere)
         read();
 }
 

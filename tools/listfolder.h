@@ -12,8 +12,9 @@
 namespace Trivex {
 
 /// The revocation lists in the directory of the user's own files (*.crl, and PEM files that hold
-/// some), kept current. Files are read in a thread of their own, and again only where they changed.
-/// What is no list is passed over. GUI thread.
+/// some), kept current, also where the directory comes or goes meanwhile. Files are read in a
+/// thread of their own, and again only where they changed. What is no list is passed over. GUI
+/// thread.
 class ListFolder : public QObject {
     Q_OBJECT
 public:
@@ -39,7 +40,8 @@ public:
     const QVector<Place> &places() const { return m_places; }
     /// Reads again soon, as when the folder has changed.
     void look() { m_later.start(); }
-    /// Looks for a folder that was not there before.
+    /// Looks at once for a folder that was not there before; otherwise it is looked for now and
+    /// then.
     void watch();
 
 Q_SIGNALS:
@@ -62,6 +64,7 @@ private:
     const QString m_path;
     QFileSystemWatcher m_watcher;
     QTimer m_later;
+    QTimer m_retry;
     Files m_files;
     QVector<Place> m_places;
     QVector<QByteArray> m_lists; ///< the same

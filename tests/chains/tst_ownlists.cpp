@@ -27,6 +27,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
+    void folderComesLater();
     void removed();
     void removedAfterAChange_data();
     void removedAfterAChange();
@@ -66,6 +67,32 @@ void TestOwnLists::init()
 void TestOwnLists::cleanup()
 {
     m_home.reset();
+}
+
+/// On a fresh account there is no folder when the window opens; and it may go and come again.
+void TestOwnLists::folderComesLater()
+{
+    RevocationLists lists;
+    QVERIFY(!QDir(userStoreDirectory()).exists());
+    QTest::qWait(100);
+    QVERIFY(put("a.crl", list(m_issuer, {})));
+    QTRY_COMPARE_WITH_TIMEOUT(lists.count(), 1, Patience);
+    QVERIFY(put("b.crl", list(m_other, {})));
+    QTRY_COMPARE_WITH_TIMEOUT(lists.count(), 2, Patience);
+    for (int i = 0; i < 2; ++i) {
+        QVERIFY(QDir(userStoreDirectory()).removeRecursively());
+        QTRY_COMPARE_WITH_TIMEOUT(lists.count(), 0, Patience);
+        QVERIFY(put("c.crl", list(m_other, {})));
+        QTRY_COMPARE_WITH_TIMEOUT(lists.count(), 1, Patience);
+    }
+    // Gone and there again before anybody has looked.
+    QVERIFY(QDir(userStoreDirectory()).removeRecursively());
+    QVERIFY(put("c.crl", list(m_other, {})));
+    QVERIFY(put("d.crl", list(m_issuer, {})));
+    QTRY_COMPARE_WITH_TIMEOUT(lists.count(), 2, Patience);
+    QTest::qWait(500);
+    QVERIFY(QFile::remove(path("d.crl")));
+    QTRY_COMPARE_WITH_TIMEOUT(lists.count(), 1, Patience);
 }
 
 void TestOwnLists::removed()
