@@ -78,11 +78,13 @@ BaseDialog {
                 Layout.fillWidth: true
             }
             Flow {
+                id: actions
                 spacing: Theme.unit
                 Layout.fillWidth: true
                 Button {
                     objectName: "listShow"
                     text: qsTrId("trivex-app-show-details")
+                    width: Math.min(implicitWidth, actions.width)
                     Accessible.name: text + ": " + name
                     onClicked: view.show(index)
                 }
@@ -90,6 +92,7 @@ BaseDialog {
                     objectName: "listRemove"
                     text: dialog.asked === index ? qsTrId("trivex-app-lists-really")
                                                  : qsTrId("trivex-app-remove")
+                    width: Math.min(implicitWidth, actions.width)
                     icon.source: Theme.icon("trash")
                     flat: dialog.asked !== index
                     enabled: card.removable

@@ -2751,7 +2751,7 @@
     </message>
     <message id="trivex-app-show-more">
         <source>Show all that a request can have</source>
-        <translation>Показать всё, что может быть в запросе</translation>
+        <translation>Показать все поля запроса</translation>
     </message>
     <message id="trivex-app-sign-action">
         <source>Sign</source>

@@ -167,6 +167,21 @@ void SampleData::fillToken()
         m_problem = QStringLiteral("the token could not be filled");
 }
 
+QByteArray SampleData::revocationList() const
+{
+    const QString index = m_authority.file(QStringLiteral("index.txt"));
+    const QString settings = m_authority.file(QStringLiteral("list.conf"));
+    writeFile(index, {});
+    writeFile(settings,
+              "[ca]\ndefault_ca=d\n[d]\ndefault_md=sha256\ndatabase=" + QFile::encodeName(index)
+                  + '\n');
+    return m_authority.openssl({QStringLiteral("ca"), QStringLiteral("-gencrl"),
+                                QStringLiteral("-config"), settings, QStringLiteral("-keyfile"),
+                                m_authority.file(QStringLiteral("ca.key")), QStringLiteral("-cert"),
+                                m_authority.certificateFile(), QStringLiteral("-crldays"),
+                                QStringLiteral("30")});
+}
+
 void SampleData::fillFiles(WindowEnvironment &environment)
 {
     const QString user = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
@@ -189,6 +204,7 @@ void SampleData::fillFiles(WindowEnvironment &environment)
          QStringLiteral("/dev/null"), QStringLiteral("-utf8"), QStringLiteral("-subj"),
          QStringLiteral("/CN=Сидоров Павел/O=АО «Пример»/C=RU")});
     writeFile(environment.file(QStringLiteral("CertificateRequest/Сидоров Павел.csr")), request);
+    writeFile(user + QStringLiteral("list.crl"), revocationList());
     m_bundle = m_authority.bundle({QStringLiteral("-algorithm"), QStringLiteral("RSA")},
                                   QStringLiteral("/CN=Pavel Petrov/O=Example Ltd"),
                                   QStringLiteral("secret"), QStringLiteral("Петров"));
@@ -199,11 +215,12 @@ QStringList pageNames()
 {
     QStringList names;
     for (const char *name :
-         {"personal",  "details",    "search",   "users",       "roots",       "others",
-          "system",    "token",      "requests", "new-request", "sign",        "settings",
-          "import",    "pin",        "remove",   "error",       "manual",      "pem",
-          "structure", "step",       "filters",  "token-menu",  "token-facts", "change-pin",
-          "unblock",   "initialise", "unfolded", "expired",     "undo",        "help"})
+         {"personal",   "details",    "search",   "users",       "roots",       "others",
+          "system",     "token",      "requests", "new-request", "sign",        "settings",
+          "import",     "pin",        "remove",   "error",       "manual",      "pem",
+          "structure",  "step",       "filters",  "token-menu",  "token-facts", "change-pin",
+          "unblock",    "initialise", "unfolded", "expired",     "undo",        "help",
+          "export-key", "lists"})
         names += QLatin1String(name);
     return names;
 }
@@ -267,6 +284,25 @@ void showExpiredQuestion(WindowDriver &driver)
     openDialog(driver, "confirmExpired");
 }
 
+void showKeyExport(WindowDriver &driver)
+{
+    QObject *dialog = driver.object(QStringLiteral("keyExportDialog"));
+    dialog->setProperty("name", QStringLiteral("Иванова Мария Петровна"));
+    openDialog(driver, "keyExportDialog");
+    driver.fill(QStringLiteral("exportPassword"), QStringLiteral("secret"));
+    driver.fill(QStringLiteral("exportPasswordAgain"), QStringLiteral("other"));
+}
+
+bool showLists(WindowDriver &driver)
+{
+    QMetaObject::invokeMethod(driver.window(), "show", Q_ARG(QVariant, QStringLiteral("users")));
+    // The page takes the keys first.
+    if (!driver.waitForItem(QStringLiteral("listsNotice")) || !driver.waitUntilStill())
+        return false;
+    openDialog(driver, "revocationListsDialog");
+    return driver.waitForItem(QStringLiteral("listName"));
+}
+
 void showUndo(WindowDriver &driver)
 {
     QMetaObject::invokeMethod(driver.object(QStringLiteral("toast")), "show",
@@ -327,6 +363,10 @@ bool showPage(WindowDriver &driver, const SampleData &data, const QString &page)
         openDialog(driver, "helpDialog");
     if (page == QLatin1String("undo"))
         showUndo(driver);
+    if (page == QLatin1String("lists"))
+        return showLists(driver);
+    if (page == QLatin1String("export-key"))
+        showKeyExport(driver);
     if (page == QLatin1String("expired"))
         showExpiredQuestion(driver);
     if (page == QLatin1String("manual"))

@@ -24,6 +24,7 @@ private:
     void fillToken();
     void fillFiles(WindowEnvironment &environment);
     QByteArray issue(const QByteArray &publicKey, const QString &subject) const;
+    QByteArray revocationList() const;
     bool put(const QString &keyType, const QString &id, const QString &subject);
 
     TestToken m_token;
