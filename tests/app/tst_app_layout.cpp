@@ -338,7 +338,7 @@ void TestAppLayout::usualTextComesBack()
         QVERIFY2(buttons() != before, name);
         m_window->setTheme(1, 1);
         QVERIFY2(m_window->waitUntilStill(Patience), name);
-        QCOMPARE(buttons().join(QLatin1Char('\n')), before.join(QLatin1Char('\n')));
+        QTRY_COMPARE(buttons().join(QLatin1Char('\n')), before.join(QLatin1Char('\n')));
         leavePage(*m_window);
     }
     // A binding loop is told as a warning, and those are looked at after each test.
