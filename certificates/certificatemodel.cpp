@@ -41,7 +41,7 @@ CertificateModel::~CertificateModel() = default;
 
 int CertificateModel::rowCount(const QModelIndex &parent) const
 {
-    if (m_isFresh && !isChanging())
+    if (m_isFresh && !isChanging() && isSteady())
         const_cast<CertificateModel *>(this)->finishTests();
     return SortedProxy::rowCount(parent);
 }
@@ -133,7 +133,6 @@ bool CertificateModel::matches(int sourceRow) const
     CachedRow &row = m_facts.at(sourceRow);
     row.set(CachedRow::Matched, m_facts.contains(sourceRow, m_needle));
     row.set(CachedRow::Tested);
-    row.set(CachedRow::Waiting, false);
     return row.has(CachedRow::Matched);
 }
 
@@ -152,10 +151,10 @@ void CertificateModel::refreshMatches()
         const bool isMatched = row.has(CachedRow::Matched);
         const bool wasTested = row.has(CachedRow::Tested);
         const bool holds = losesOnly ? !isMatched : gainsOnly && isMatched;
-        row.set(CachedRow::Before,
-                m_lastPattern.isEmpty() || (wasTested ? isMatched : row.has(CachedRow::Before)));
+        if (!row.has(CachedRow::Waiting)) // else it is shown as before the search before
+            row.set(CachedRow::Before, m_lastPattern.isEmpty() || (wasTested && isMatched));
         row.set(CachedRow::Tested, wasTested && holds);
-        row.set(CachedRow::Waiting, !row.has(CachedRow::Tested));
+        row.set(CachedRow::Waiting);
     }
     m_lastPattern = current;
     beginTests();
@@ -172,7 +171,7 @@ void CertificateModel::beginTests()
         tests += facts.has(CachedRow::Tested) ? 0 : 1;
         reads += facts.has(CachedRow::HaystackKnown) ? 0 : 1;
     }
-    if (m_needle.isEmpty() || (reads <= ReadsAtOnce && tests <= TestsAtOnce)) {
+    if (m_needle.isEmpty() || !isSteady() || (reads <= ReadsAtOnce && tests <= TestsAtOnce)) {
         finishTests();
         return;
     }
@@ -185,16 +184,16 @@ void CertificateModel::finishTests()
 {
     m_turn.stop();
     m_isFresh = false;
-    for (const int row : order()) {
-        if (!m_needle.isEmpty() && !m_facts.at(row).has(CachedRow::Tested))
-            matches(row);
-    }
-    refind();
+    for (CachedRow &row : m_facts.cache().rows())
+        row.set(CachedRow::Waiting, false);
+    refind(); // reads what it needs
 }
 
 void CertificateModel::testSlice()
 {
     m_isFresh = false;
+    if (!isSteady())
+        return; // a listener has begun an event loop of its own
     QElapsedTimer clock;
     clock.start();
     int tests = 0;
@@ -214,11 +213,27 @@ void CertificateModel::changeCategory()
 {
     if (!isBuilt())
         return;
-    for (CachedRow &row : m_facts.cache().rows())
-        row.set(CachedRow::Waiting, !row.has(CachedRow::Tested));
+    std::vector<CachedRow> &rows = m_facts.cache().rows();
+    if (m_needle.isEmpty() || !isSteady() || rows.size() <= size_t(ReadsAtOnce)) {
+        m_turn.stop();
+        m_isFresh = false;
+        for (CachedRow &row : rows)
+            row.set(CachedRow::Waiting, false);
+        rechoose();
+        return;
+    }
+    // None of the new category is shown before its text is known.
+    std::vector<bool> wasThere(rows.size());
+    for (const int row : order())
+        wasThere[size_t(row)] = true;
+    for (size_t row = 0; row < rows.size(); ++row) {
+        const bool isShown = rows[row].has(rows[row].has(CachedRow::Waiting) ? CachedRow::Before
+                                                                             : CachedRow::Matched);
+        rows[row].set(CachedRow::Before, wasThere[row] && isShown);
+        rows[row].set(CachedRow::Waiting);
+    }
     rechoose();
-    if (!m_needle.isEmpty())
-        beginTests();
+    beginTests();
 }
 
 bool CertificateModel::belongs(int sourceRow) const
@@ -231,9 +246,9 @@ bool CertificateModel::isFound(int sourceRow) const
     if (m_needle.isEmpty())
         return true;
     const CachedRow &row = m_facts.at(sourceRow);
-    if (row.has(CachedRow::Tested))
-        return row.has(CachedRow::Matched);
-    return row.has(CachedRow::Waiting) ? row.has(CachedRow::Before) : matches(sourceRow);
+    if (row.has(CachedRow::Waiting))
+        return row.has(CachedRow::Before);
+    return row.has(CachedRow::Tested) ? row.has(CachedRow::Matched) : matches(sourceRow);
 }
 
 int CertificateModel::compare(int sourceRow, int other) const

@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "certificates/sortedproxy.h"
 
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 
 #include <algorithm>
+#include <utility>
 
 namespace Trivex {
 
@@ -15,16 +17,23 @@ SortedProxy::SortedProxy(QObject *parent)
     // Each reset makes the base class forget even that it has nothing.
     connect(this, &QAbstractItemModel::modelReset, this, &SortedProxy::emptyBase);
     connect(this, &QAbstractItemModel::layoutChanged, this, [this] {
-        // Not ours: somebody has asked the base class for another order, or to look again.
-        if (m_layouts == 0 && m_isBuilt) {
-            emptyBase();
-            noteAll(m_source);
-            rechoose();
-        }
+        // This hears of it first, so one that follows from it is not taken for it.
+        if (!std::exchange(m_isOwnLayout, false))
+            lookAgain();
     });
 }
 
 SortedProxy::~SortedProxy() = default;
+
+/// Somebody has asked the base class for another order, or to look again.
+void SortedProxy::lookAgain()
+{
+    emptyBase();
+    if (!m_isBuilt)
+        return;
+    m_isLost = true;
+    rechoose();
+}
 
 /// The base class has an empty mapping, and so tells of nothing when its properties change.
 void SortedProxy::emptyBase()
@@ -42,10 +51,7 @@ void SortedProxy::setSourceModel(QAbstractItemModel *model)
     if (model == sourceModel())
         return;
     beginResetModel();
-    for (const QMetaObject::Connection &connection : qAsConst(m_connections))
-        disconnect(connection);
-    m_connections.clear();
-    m_source = nullptr;
+    leave();
     emptyBase();
     m_source = model;
     forget();
@@ -58,11 +64,6 @@ void SortedProxy::setSourceModel(QAbstractItemModel *model)
 void SortedProxy::follow(QAbstractItemModel *model)
 {
     using Model = QAbstractItemModel;
-    const auto begin = [this] {
-        beginResetModel();
-        forget();
-    };
-    const auto end = [this] { endResetModel(); };
     m_connections = {
         connect(model, &Model::rowsInserted, this, &SortedProxy::rowsCame),
         connect(model, &Model::rowsAboutToBeRemoved, this, &SortedProxy::rowsGo),
@@ -74,23 +75,68 @@ void SortedProxy::follow(QAbstractItemModel *model)
         connect(model, &Model::dataChanged, this, &SortedProxy::rowsChanged),
         connect(model, &Model::headerDataChanged, this,
                 [this](Qt::Orientation orientation, int first, int last) {
+                    const int rows = rowCount();
                     if (orientation == Qt::Horizontal)
                         Q_EMIT headerDataChanged(orientation, first, last);
+                    else if (rows > 0)
+                        Q_EMIT headerDataChanged(orientation, 0, rows - 1);
                 }),
-        connect(model, &Model::modelAboutToBeReset, this, begin),
-        connect(model, &Model::modelReset, this, end),
-        connect(model, &Model::columnsAboutToBeInserted, this, begin),
-        connect(model, &Model::columnsInserted, this, end),
-        connect(model, &Model::columnsAboutToBeRemoved, this, begin),
-        connect(model, &Model::columnsRemoved, this, end),
-        connect(model, &Model::columnsAboutToBeMoved, this, begin),
-        connect(model, &Model::columnsMoved, this, end),
         connect(model, &QObject::destroyed, this,
                 [this] {
-                    m_source = nullptr;
+                    leave();
                     forget();
                 }),
     };
+    followResets(model);
+}
+
+void SortedProxy::followResets(QAbstractItemModel *model)
+{
+    using Model = QAbstractItemModel;
+    const auto begins = &SortedProxy::resetBegins;
+    const auto ends = &SortedProxy::resetEnds;
+    m_connections += {
+        connect(model, &Model::modelAboutToBeReset, this, begins),
+        connect(model, &Model::modelReset, this, ends),
+        connect(model, &Model::columnsAboutToBeInserted, this, begins),
+        connect(model, &Model::columnsInserted, this, ends),
+        connect(model, &Model::columnsAboutToBeRemoved, this, begins),
+        connect(model, &Model::columnsRemoved, this, ends),
+        connect(model, &Model::columnsAboutToBeMoved, this, begins),
+        connect(model, &Model::columnsMoved, this, ends),
+    };
+}
+
+/// Whoever reads in the middle of a reset sees the rows that were; they are forgotten at its end.
+void SortedProxy::resetBegins()
+{
+    ++m_resets;
+    beginResetModel();
+}
+
+void SortedProxy::resetEnds()
+{
+    if (m_resets == 0)
+        resetBegins(); // a source that does not say so beforehand
+    --m_resets;
+    m_doomed = {0, -1};
+    forget();
+    const QScopedValueRollback<int> changing(m_changes, m_changes + 1);
+    endResetModel();
+}
+
+/// The source is no longer this one, and neither is what it has begun.
+void SortedProxy::leave()
+{
+    for (const QMetaObject::Connection &connection : qAsConst(m_connections))
+        disconnect(connection);
+    m_connections.clear();
+    m_source = nullptr;
+    m_layouts = 0;
+    m_resets = 0;
+    m_doomed = {0, -1};
+    m_places.clear();
+    m_rowsThere.clear();
 }
 
 void SortedProxy::forget()
@@ -98,8 +144,55 @@ void SortedProxy::forget()
     ++m_serial;
     m_order.clear();
     m_shown.clear();
+    m_coming.clear();
+    m_count = 0;
     m_isBuilt = false;
+    m_isLost = false;
+    // Somebody was told of rows that are to come or go.
+    m_mustReset = m_brackets > 0;
+    m_isStale = m_mustReset;
     noteAll(m_source);
+}
+
+/// The numbers of rows don't hold: another listener has changed or read the rows of the source in
+/// between.
+void SortedProxy::startOver()
+{
+    ++m_serial;
+    if (m_brackets > 0 || m_layouts > 0 || m_resets > 0) {
+        std::fill(m_shown.begin(), m_shown.end(), -1);
+        std::fill(m_coming.begin(), m_coming.end(), -1);
+        m_order.clear();
+        m_isStale = true;
+        m_mustReset = true;
+        return;
+    }
+    const QScopedValueRollback<int> changing(m_changes, m_changes + 1);
+    ++m_brackets;
+    beginResetModel();
+    --m_brackets;
+    forget();
+    endResetModel();
+}
+
+/// Whether the rows of the source are those that the numbers speak of.
+bool SortedProxy::isInStep() const
+{
+    return m_layouts == 0 && m_resets == 0
+        && (!m_isBuilt || m_count == (m_source ? m_source->rowCount() : 0));
+}
+
+/// Whether rows may stand in another order than that of `isBefore()`, because nobody wants rows
+/// moved when they change.
+bool SortedProxy::isLoose() const
+{
+    m_isLoose = m_isLoose || !dynamicSortFilter();
+    return m_isLoose;
+}
+
+bool SortedProxy::isDoomed(int row) const
+{
+    return row >= m_doomed.first && row <= m_doomed.last && m_source->rowCount() == m_doomedCount;
 }
 
 bool SortedProxy::isBefore(int row, int other) const
@@ -112,12 +205,14 @@ bool SortedProxy::isBefore(int row, int other) const
 
 std::vector<int> SortedProxy::ordered() const
 {
-    m_isSorted = sortColumn() >= 0;
+    m_isSorted = sortColumn() >= 0 && sortColumn() < columnCount();
+    m_isLoose = false;
     m_isDescending = sortOrder() == Qt::DescendingOrder;
     std::vector<int> rows;
     const int count = m_source ? m_source->rowCount() : 0;
+    m_count = count;
     for (int row = 0; row < count; ++row) {
-        if (belongs(row))
+        if (!isDoomed(row) && belongs(row))
             rows.push_back(row);
     }
     std::sort(rows.begin(), rows.end(), [this](int a, int b) { return isBefore(a, b); });
@@ -183,15 +278,15 @@ QVariant SortedProxy::headerData(int section, Qt::Orientation orientation, int r
     if (orientation == Qt::Horizontal)
         return m_source->headerData(section, orientation, role);
     build();
-    return section >= 0 && section < int(m_shown.size())
+    return section >= 0 && section < int(m_shown.size()) && m_shown[size_t(section)] >= 0
         ? m_source->headerData(m_shown[size_t(section)], orientation, role)
         : QVariant();
 }
 
 QModelIndex SortedProxy::mapToSource(const QModelIndex &index) const
 {
-    if (!index.isValid() || index.model() != this || !m_source
-        || index.row() >= int(m_shown.size()))
+    if (!index.isValid() || index.model() != this || !m_source || index.row() >= int(m_shown.size())
+        || m_shown[size_t(index.row())] < 0)
         return {};
     return m_source->index(m_shown[size_t(index.row())], index.column());
 }
@@ -210,10 +305,14 @@ bool SortedProxy::removeRows(int row, int count, const QModelIndex &parent)
     build();
     if (parent.isValid() || row < 0 || count <= 0 || row + count > int(m_shown.size()))
         return false;
-    std::vector<int> rows(m_shown.begin() + row, m_shown.begin() + row + count);
-    std::sort(rows.begin(), rows.end(), std::greater<int>());
-    return std::all_of(rows.cbegin(), rows.cend(),
-                       [this](int one) { return m_source->removeRows(one, 1); });
+    QVector<QPersistentModelIndex> rows; // whoever hears of one may remove others
+    for (int place = row; place < row + count; ++place)
+        rows.append(mapToSource(index(place, 0)));
+    std::sort(rows.begin(), rows.end(),
+              [](const auto &one, const auto &other) { return one.row() > other.row(); });
+    return std::all_of(rows.cbegin(), rows.cend(), [this](const QPersistentModelIndex &one) {
+        return m_source && one.isValid() && m_source->removeRows(one.row(), 1);
+    });
 }
 
 } // namespace Trivex

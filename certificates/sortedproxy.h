@@ -59,7 +59,10 @@ protected:
     /// True from the first reading on; before it nobody has seen a row.
     bool isBuilt() const { return m_isBuilt; }
     /// True while a change is being passed on.
-    bool isChanging() const { return m_changes > 0; }
+    bool isChanging() const { return m_changes > 0 || m_resets > 0 || m_layouts > 0; }
+    /// False where the source has changed and has not told yet, or nothing may be passed on. Rows
+    /// of the source must not be read then by the numbers of `order()`.
+    bool isSteady() const { return m_brackets == 0 && isInStep(); }
     /// What is found has changed.
     void refind();
     /// What belongs has changed.
@@ -71,14 +74,25 @@ private:
         int first;
         int last;
     };
+    /// Above this number of runs that come and go, views get one new layout.
+    static constexpr size_t MostRuns = 64;
 
     void follow(QAbstractItemModel *model);
+    void followResets(QAbstractItemModel *model);
+    void resetBegins();
+    void resetEnds();
+    void leave();
     void forget();
+    void startOver();
+    void lookAgain();
     void emptyBase();
     void build() const;
     std::vector<int> ordered() const;
     std::vector<int> found() const;
     bool isBefore(int row, int other) const;
+    bool isInStep() const;
+    bool isLoose() const;
+    bool isDoomed(int row) const;
 
     void rowsCame(const QModelIndex &parent, int first, int last);
     void rowsGo(const QModelIndex &parent, int first, int last);
@@ -90,26 +104,44 @@ private:
     void takeUp(std::vector<int> rows);
     void layoutBegins();
     void layoutEnds();
+    void tellLayout(const QModelIndexList &places, const std::vector<int> &rows);
 
+    std::vector<int>::iterator placeFor(std::vector<int> &rows, int row) const;
     std::vector<Run> runsOf(int first, int last) const;
-    std::vector<Run> runsNotIn(const std::vector<int> &rows, const std::vector<int> &others) const;
-    bool keepsOrder(const std::vector<int> &fresh) const;
-    void show(std::vector<int> fresh);
+    void renumber(int from, int by);
+    void loseRows(int first, int last);
+    void settle();
+    void catchUp();
     void hide(const std::vector<Run> &runs);
-    void layAnew(std::vector<int> fresh);
+    void insertShown(int place, std::vector<int> rows);
+    void removeShown(const Run &run);
+    void layAnew();
 
     QVector<QMetaObject::Connection> m_connections;
     QAbstractItemModel *m_source = nullptr; ///< also while the base class has to see none
     mutable std::vector<int> m_order;
-    mutable std::vector<int> m_shown; ///< those of them that are found
+    mutable std::vector<int> m_shown; ///< those of them that are found; -1 is no row any more
+    std::vector<int> m_coming; ///< those that were announced, and are not there yet
+    mutable int m_count = 0; ///< the rows of the source that these numbers speak of
     mutable bool m_isBuilt = false;
     // What they are ordered by; the base class may know better for a moment.
     mutable bool m_isSorted = false;
     mutable bool m_isDescending = false;
+    mutable bool m_isLoose = false;
     /// While rows come and go run by run, whoever hears of it may bring the next change about.
     unsigned m_serial = 0;
-    int m_changes = 0;
-    int m_layouts = 0;
+    int m_changes = 0; ///< signals that are on their way
+    int m_brackets = 0; ///< announcements without their end
+    int m_layouts = 0; ///< those of the source
+    int m_resets = 0;
+    bool m_isOwnLayout = false; ///< the next `layoutChanged()` is not the base class's
+    bool m_isAnnounced = false; ///< the layout of the source was passed on
+    Run m_doomed = {0, -1}; ///< rows that the source is about to remove
+    int m_doomedCount = 0; ///< its rows while it still has them
+    // What could not be done at once.
+    bool m_isStale = false;
+    bool m_isLost = false; ///< what is known of rows may be that of others
+    bool m_mustReset = false; ///< nor do the numbers of rows hold
     QModelIndexList m_places;
     QVector<QPersistentModelIndex> m_rowsThere;
 };

@@ -104,6 +104,9 @@ public:
     }
     const QVector<Row> &rows() const { return m_rows; }
 
+protected:
+    void setRows(const QVector<Row> &rows) { m_rows = rows; } // tells nobody
+
 private:
     QVector<Row> m_rows;
     mutable QHash<int, int> m_reads;

@@ -96,6 +96,9 @@ private Q_SLOTS:
     void changesDuringALongSearch();
     void newTextDuringALongSearch();
     void categoryDuringALongSearch();
+    void largeChangesDuringALongSearch();
+    void categoryUnderAPattern();
+    void whoReadsInAReset();
     void otherOrders();
     void lookedThroughAgain();
     void manyRunsGo();
@@ -294,6 +297,80 @@ void TestSortedRows::categoryDuringALongSearch()
     QCOMPARE(model.rowCount(), 0);
 }
 
+void TestSortedRows::largeChangesDuringALongSearch()
+{
+    CountingSource source;
+    source.reset(manyRows(Many));
+    CertificateModel model;
+    model.setSourceModel(&source);
+    model.setSearchRoles({QStringLiteral("name")});
+    QCOMPARE(model.rowCount(), Many);
+    model.setPattern(QStringLiteral("12"));
+    beginSlices(source);
+    // Rows that come are searched at once, the others stay what they are until the end.
+    const QVector<Row> rows = manyRows(100);
+    source.insert(50, rows);
+    const auto isFound = [](const Row &row) { return row.name.contains(QStringLiteral("12")); };
+    const int more = int(std::count_if(rows.cbegin(), rows.cend(), isFound));
+    QCOMPARE(model.rowCount(), Many + more);
+    source.change(0, {QStringLiteral("no"), {}, 0, {}});
+    QCOMPARE(model.rowCount(), Many + more - 1);
+    turnsUntilChange(model);
+    QCOMPARE(names(model), wanted(source, QStringLiteral("12")));
+}
+
+/// Nothing of the new category is shown before it is known whether it is found.
+void TestSortedRows::categoryUnderAPattern()
+{
+    for (const int count : {40, 2 * Many}) {
+        CountingSource source;
+        QVector<Row> rows = manyRows(count);
+        for (int i = 0; i < rows.size(); ++i) {
+            rows[i].type = i % 2 == 0 ? 5 : 0;
+            rows[i].name = QLatin1String(i % 7 == 0 ? "x" : "y") + rows.at(i).name;
+        }
+        source.reset(rows);
+        CertificateModel model;
+        model.setSourceModel(&source);
+        model.setSearchRoles({QStringLiteral("name")});
+        model.setPattern(QStringLiteral("x"));
+        QVERIFY(model.rowCount() > 0);
+        int wrong = 0;
+        const auto look = [&model, &wrong] {
+            const QStringList shown = names(model);
+            wrong += std::any_of(shown.cbegin(), shown.cend(), [](const QString &name) {
+                return name.startsWith(QLatin1Char('y'));
+            });
+        };
+        connect(&model, &QAbstractItemModel::rowsInserted, this, look);
+        connect(&model, &QAbstractItemModel::rowsRemoved, this, look);
+        connect(&model, &QAbstractItemModel::layoutChanged, this, look);
+        model.setFilterRole(5);
+        QTRY_COMPARE(model.rowCount(), (count + 13) / 14);
+        QCOMPARE(wrong, 0);
+    }
+}
+
+void TestSortedRows::whoReadsInAReset()
+{
+    CountingSource source;
+    source.reset(manyRows(Many));
+    CertificateModel model;
+    model.setSourceModel(&source);
+    model.setSearchRoles({QStringLiteral("name")});
+    QCOMPARE(model.rowCount(), Many);
+    int count = 0;
+    connect(&model, &QAbstractItemModel::modelAboutToBeReset, this,
+            [&model, &count] { count = model.rowCount(); });
+    QSignalSpy gone(&model, &QAbstractItemModel::rowsRemoved);
+    QSignalSpy layouts(&model, &QAbstractItemModel::layoutChanged);
+    model.setPattern(QStringLiteral("12"));
+    source.reset(manyRows(300));
+    QCOMPARE(count, Many);
+    QCOMPARE(gone.count() + layouts.count(), 0);
+    QCOMPARE(names(model), wanted(source, QStringLiteral("12")));
+}
+
 void TestSortedRows::otherOrders()
 {
     CountingSource source;
@@ -338,7 +415,13 @@ void TestSortedRows::lookedThroughAgain()
     QVERIFY(!third.isValid());
     model.setFilterRole(0);
     source.remove(10, 5);
+    // Without it rows that come are not sorted, those that change stay where they are.
     source.append({QStringLiteral("1"), {}, 0, {}});
+    QCOMPARE(names(model).last(), QStringLiteral("1"));
+    source.change(295, {QStringLiteral("0"), {}, 0, {}});
+    QCOMPARE(names(model).last(), QStringLiteral("0"));
+    QCOMPARE(model.mapFromSource(source.index(295)).row(), 295);
+    model.setDynamicSortFilter(true);
     QCOMPARE(names(model), wanted(source, {}));
     model.setSourceModel(nullptr);
     QCOMPARE(model.rowCount(), 0);
