@@ -99,6 +99,7 @@ private Q_SLOTS:
     void largeChangesDuringALongSearch();
     void categoryUnderAPattern();
     void whoReadsInAReset();
+    void changesAreToldToTheEnd();
     void otherOrders();
     void lookedThroughAgain();
     void manyRunsGo();
@@ -369,6 +370,29 @@ void TestSortedRows::whoReadsInAReset()
     QCOMPARE(count, Many);
     QCOMPARE(gone.count() + layouts.count(), 0);
     QCOMPARE(names(model), wanted(source, QStringLiteral("12")));
+}
+
+/// Whoever hears of the first of several changed runs may move the others.
+void TestSortedRows::changesAreToldToTheEnd()
+{
+    CountingSource source;
+    source.reset(systemRows(
+        {QStringLiteral("a"), QStringLiteral("e"), QStringLiteral("c"), QStringLiteral("b")}));
+    CertificateModel model;
+    model.setSourceModel(&source);
+    QCOMPARE(model.rowCount(), 4);
+    QStringList told;
+    bool isFirst = true;
+    connect(&model, &QAbstractItemModel::dataChanged, this,
+            [&](const QModelIndex &first, const QModelIndex &last) {
+                for (int row = first.row(); row <= last.row(); ++row)
+                    told += names(model).at(row);
+                if (std::exchange(isFirst, false))
+                    source.insert(0, systemRows({QStringLiteral("0")}));
+            });
+    Q_EMIT source.dataChanged(source.index(0), source.index(2));
+    for (const char *name : {"a", "c", "e"})
+        QVERIFY2(told.contains(QLatin1String(name)), name);
 }
 
 void TestSortedRows::otherOrders()
