@@ -37,6 +37,7 @@ CASES = [
     ("Xvfb", "tst_app_lists", "Xvfb"),
     ("Xvfb", "tst_controls_types_Default_gui", "Xvfb"),
     ("certutil", "tst_nss", "NSS"),
+    ("pk12util", "tst_nss:keyLeaves", "pk12util"),
     ("certtool", "tst_keyrequestkinds", "certtool"),
     ("openssl", "tst_app_selection", "openssl"),
     ("openssl", "tst_x509_properties", "openssl"),
@@ -68,7 +69,7 @@ OPTIONAL = {"qhelpgenerator"}  # one more form of the pages that are checked
 # What makes a token in a test, and what a program that does so has to say SKIP with.
 MAKES_TOKENS = re.compile(r"\b(TestToken|FaultyToken|TokenFixture|TokenWindowTest|SampleData)\b")
 MAY_SKIP = re.compile(r"TRIVEX_NEED_TOKENS|return missingTokenTools|GostFixture|"
-                      r"run(Token|Sample)WindowTest|QSKIP|\"SKIP ")
+                      r"run(Token|Sample)WindowTest|FirstHome|QSKIP|\"SKIP ")
 
 
 def texts():
