@@ -51,6 +51,20 @@ bool saveAnew(const QString &folder, const QString &name, const char *suffix,
     return false;
 }
 
+enum class ListSaving { Saved, NoRoom, Failed };
+
+/// As it is in DER: PEM may be larger than what is read again. Any thread.
+ListSaving saveListAt(const QString &folder, const QString &name, const QByteArray &der)
+{
+    qint64 bytes = 0;
+    if (ListFolder::listsNow(folder, &bytes).contains(der))
+        return ListSaving::Saved;
+    if (der.size() > MaxFileBytes || bytes + der.size() > MaxListBytes)
+        return ListSaving::NoRoom;
+    return QDir().mkpath(folder) && saveAnew(folder, name, ".crl", der) ? ListSaving::Saved
+                                                                        : ListSaving::Failed;
+}
+
 } // namespace
 
 CertificateImport::CertificateImport(QObject *parent)
@@ -87,6 +101,7 @@ void CertificateImport::start(CertificateFile *file, const QString &storeId)
     m_storeId = storeId;
     m_problem.clear();
     m_written = 0;
+    m_isFull = false;
     m_stopped = false;
     m_left = false;
     m_tokenError = TokenError::NoError;
@@ -185,19 +200,17 @@ bool CertificateImport::saveRequest(const FileItem &request) const
 /// A list may have megabytes, and is on the disk when it counts as written.
 void CertificateImport::saveList(const FileItem &list)
 {
-    const auto isSaved = std::make_shared<bool>();
+    const auto saving = std::make_shared<ListSaving>();
     const QString folder = userStoreDirectory();
-    runInBackground(
-        [der = list.der, name = itemName(list), folder, isSaved] {
-            *isSaved = ListFolder::listsNow(folder).contains(der)
-                || (der.size() <= MaxListBytes && QDir().mkpath(folder)
-                    && saveAnew(folder, name, ".crl", writePem("X509 CRL", der)));
-        },
-        this,
-        [this, isSaved, serial = m_serial] {
-            if (serial == m_serial)
-                stepEnded(*isSaved);
-        });
+    runInBackground([der = list.der, name = itemName(list), folder,
+                     saving] { *saving = saveListAt(folder, name, der); },
+                    this,
+                    [this, saving, serial = m_serial] {
+                        if (serial != m_serial)
+                            return;
+                        m_isFull = *saving == ListSaving::NoRoom;
+                        stepEnded(*saving == ListSaving::Saved);
+                    });
 }
 
 void CertificateImport::stepEnded(bool good)
@@ -219,6 +232,12 @@ void CertificateImport::stepEnded(bool good)
 
 QString CertificateImport::reason() const
 {
+    if (m_isFull) {
+        //% "The lists of revoked certificates among your files may have %1 MB together, and this
+        //% one would be too much. Remove those that you no longer need, then import what is still
+        //% ticked."
+        return qtTrId("trivex-app-lists-full").arg(MaxListBytes / 1024 / 1024);
+    }
     if (m_written > 0) {
         //% "Only %1 of %2 were imported. What is still ticked is not; start again for it."
         return qtTrId("trivex-app-import-partly").arg(m_written).arg(m_count);

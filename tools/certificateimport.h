@@ -99,6 +99,7 @@ private:
     int m_serial = 0; ///< tells a late result of a run that has ended
     bool m_stopped = false;
     bool m_left = false;
+    bool m_isFull = false; ///< there is no room for another revocation list
     TokenMonitor m_monitor;
     TokenError::Kind m_tokenError = TokenError::NoError; ///< of the step that runs
 };

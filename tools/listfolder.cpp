@@ -16,6 +16,14 @@ namespace {
 constexpr int SettleMs = 200; // files come in swarms, and are announced before they are full
 constexpr int RetryMs = 2000; // while there is no folder to watch
 
+qint64 bytesOf(const QVector<QByteArray> &lists)
+{
+    qint64 bytes = 0;
+    for (const QByteArray &list : lists)
+        bytes += list.size();
+    return bytes;
+}
+
 } // namespace
 
 ListFolder::ListFolder(const QString &path, QObject *parent)
@@ -62,25 +70,33 @@ ListFolder::Files ListFolder::readAll(const QString &folder, const Files &known)
         file.stamp =
             QStringLiteral("%1 %2").arg(entry.size()).arg(entry.lastModified().toMSecsSinceEpoch());
         const auto before = known.constFind(entry.fileName());
-        if (before != known.constEnd() && before->stamp == file.stamp)
+        const bool isKnown = before != known.constEnd() && before->stamp == file.stamp;
+        if (isKnown)
             file = *before;
-        else
+        if (!isKnown || (file.isLeftOut && file.bytes <= left)) {
             file.content = ListFile::read(entry.filePath());
-        for (const QByteArray &list : qAsConst(file.content.lists))
-            left -= list.size();
-        if (left < 0)
-            break;
+            file.bytes = bytesOf(file.content.lists);
+        }
+        // Those that fit behind it count all the same.
+        file.isLeftOut = file.bytes > left;
+        if (file.isLeftOut)
+            file.content = {};
+        else
+            left -= file.bytes;
         files.insert(entry.fileName(), file);
     }
     return files;
 }
 
-QVector<QByteArray> ListFolder::listsNow(const QString &path)
+QVector<QByteArray> ListFolder::listsNow(const QString &path, qint64 *bytes)
 {
     QVector<QByteArray> lists;
     const Files files = readAll(path, {});
-    for (const File &file : files)
+    for (const File &file : files) {
         lists += file.content.lists;
+        if (bytes)
+            *bytes += file.bytes;
+    }
     return lists;
 }
 

@@ -21,8 +21,9 @@ public:
     explicit ListFolder(const QString &path, QObject *parent = nullptr);
     ~ListFolder() override;
 
-    /// What lies there now; waits for the disk, and watches nothing.
-    static QVector<QByteArray> listsNow(const QString &path);
+    /// What lies there now; waits for the disk, and watches nothing. To `*bytes`, if given, the
+    /// size of all of them is added, of those too that are left out because it is too large.
+    static QVector<QByteArray> listsNow(const QString &path, qint64 *bytes = nullptr);
 
     const QVector<QByteArray> &lists() const { return m_lists; }
     /// Where a list lies.
@@ -52,7 +53,9 @@ private:
     /// What a file held, and how it was then.
     struct File {
         QString stamp;
-        ListFile content;
+        ListFile content; ///< nothing where it is left out
+        qint64 bytes = 0; ///< of its lists
+        bool isLeftOut = false; ///< there was no room for it
     };
     using Files = QHash<QString, File>;
 

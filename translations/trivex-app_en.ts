@@ -1819,6 +1819,10 @@
         <source>The next one is due on %1.</source>
         <translation>The next one is due on %1.</translation>
     </message>
+    <message id="trivex-app-lists-full">
+        <source>The lists of revoked certificates among your files may have %1 MB together, and this one would be too much. Remove those that you no longer need, then import what is still ticked.</source>
+        <translation>The lists of revoked certificates among your files may have %1 MB together, and this one would be too much. Remove those that you no longer need, then import what is still ticked.</translation>
+    </message>
     <message id="trivex-app-lists-no-due">
         <source>The list does not say when the next one is due.</source>
         <translation>The list does not say when the next one is due.</translation>

@@ -1833,6 +1833,10 @@
         <source>The next one is due on %1.</source>
         <translation>Следующий список ожидается %1.</translation>
     </message>
+    <message id="trivex-app-lists-full">
+        <source>The lists of revoked certificates among your files may have %1 MB together, and this one would be too much. Remove those that you no longer need, then import what is still ticked.</source>
+        <translation>Все списки отозванных сертификатов среди ваших файлов могут занимать не больше %1 МБ, а с этим списком места не хватит. Удалите ненужные списки и снова импортируйте то, что осталось отмеченным.</translation>
+    </message>
     <message id="trivex-app-lists-no-due">
         <source>The list does not say when the next one is due.</source>
         <translation>В списке не указано, когда выйдет следующий.</translation>

@@ -1,8 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "qca/asn1/nativecoding.h"
+#include "qca/base/bounds.h"
 #include "qca/tokens/userstore.h"
 #include "tests/chains/madechain.h"
 #include "tests/x509/corpus.h"
+#include "tools/certificateimport.h"
 #include "tools/revocationlists.h"
 
 #include <QDir>
@@ -17,6 +20,21 @@ using namespace MadeChain;
 namespace {
 
 constexpr int Patience = 15000; // ms
+
+/// `list` with `size` octets more in it: an extension that nobody knows.
+QByteArray padded(const Party &issuer, int size)
+{
+    const CrlHandle made = decodeNative<CrlHandle>(Der::sliceOf(list(issuer, {})), d2i_X509_CRL);
+    const Handle<ASN1_OCTET_STRING, ASN1_OCTET_STRING_free> octets(ASN1_OCTET_STRING_new());
+    const QByteArray padding(size, 'x');
+    ASN1_OCTET_STRING_set(octets.get(), reinterpret_cast<const uchar *>(padding.constData()), size);
+    const Handle<ASN1_OBJECT, ASN1_OBJECT_free> name(OBJ_txt2obj("1.2.3.4.5", 1));
+    const Handle<X509_EXTENSION, X509_EXTENSION_free> extension(
+        X509_EXTENSION_create_by_OBJ(nullptr, name.get(), 0, octets.get()));
+    X509_CRL_add_ext(made.get(), extension.get(), -1);
+    X509_CRL_sign(made.get(), issuer.key.get(), EVP_sha256());
+    return encodeNative(made.get(), i2d_X509_CRL);
+}
 
 } // namespace
 
@@ -33,6 +51,9 @@ private Q_SLOTS:
     void removedAfterAChange();
     void renamedBeforeRemoval();
     void sharedOnceItChanged();
+    void largeOneCounts();
+    void noRoomLeft();
+    void oneTooManyHidesNoOther();
 
 private:
     QString path(const char *name) const
@@ -50,6 +71,8 @@ private:
         QFile file(path);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
+    /// What the import of `der` says; nothing where it succeeded.
+    QString import(const QByteArray &der);
 
     QCA::Initializer m_initializer;
     std::unique_ptr<QTemporaryDir> m_home;
@@ -67,6 +90,26 @@ void TestOwnLists::init()
 void TestOwnLists::cleanup()
 {
     m_home.reset();
+}
+
+QString TestOwnLists::import(const QByteArray &der)
+{
+    const QString file = m_home->filePath(QStringLiteral("to-import"));
+    QFile out(file);
+    if (!out.open(QIODevice::WriteOnly) || out.write(der) != der.size())
+        return QStringLiteral("not written");
+    out.close();
+    CertificateFile source;
+    source.open(file);
+    if (!QTest::qWaitFor([&] { return source.items()->rowCount() == 1; }, Patience))
+        return QStringLiteral("not read");
+    source.items()->setChecked(0, true);
+    CertificateImport import;
+    QSignalSpy finished(&import, &CertificateImport::finished);
+    import.start(&source, userStoreId());
+    if (!finished.wait(Patience))
+        return QStringLiteral("not finished");
+    return finished.first().first().toBool() ? QString() : QLatin1Char('-') + import.problem();
 }
 
 /// On a fresh account there is no folder when the window opens; and it may go and come again.
@@ -189,6 +232,54 @@ void TestOwnLists::sharedOnceItChanged()
     QTRY_VERIFY_WITH_TIMEOUT(!lists.canRemove(0), Patience);
     QVERIFY(!changed.isEmpty());
     QCOMPARE(lists.count(), 1);
+}
+
+/// As large as a file may be: what is kept of it may not be larger.
+void TestOwnLists::largeOneCounts()
+{
+    const QByteArray large = padded(m_issuer, 13 * 1024 * 1024);
+    QVERIFY(large.size() < MaxFileBytes);
+    QCOMPARE(import(large), QString());
+    QCOMPARE(ListFolder::listsNow(userStoreDirectory()), QVector<QByteArray>{large});
+    // It is there already, and is not written twice.
+    QCOMPARE(import(large), QString());
+    QCOMPARE(QDir(userStoreDirectory()).entryList(QDir::Files).size(), 1);
+}
+
+void TestOwnLists::noRoomLeft()
+{
+    const QByteArray large = padded(m_issuer, 15 * 1024 * 1024);
+    for (int i = 0; i < 8; ++i)
+        QVERIFY(put(qPrintable(QStringLiteral("Z%1.crl").arg(i)), large));
+    // Eight megabytes are left, and a list that took more would push another out.
+    QCOMPARE(import(padded(m_other, 9 * 1024 * 1024)), QStringLiteral("-trivex-app-lists-full"));
+    QCOMPARE(ListFolder::listsNow(userStoreDirectory()).size(), 8);
+    const QByteArray small = list(m_other, {});
+    QCOMPARE(import(small), QString());
+    QCOMPARE(ListFolder::listsNow(userStoreDirectory()).size(), 9);
+}
+
+void TestOwnLists::oneTooManyHidesNoOther()
+{
+    const QByteArray large = padded(m_issuer, 15 * 1024 * 1024);
+    for (int i = 0; i < 9; ++i)
+        QVERIFY(put(qPrintable(QStringLiteral("a%1.crl").arg(i)), large));
+    const QByteArray small = list(m_other, {});
+    QVERIFY(put("b.crl", small));
+    const QVector<QByteArray> now = ListFolder::listsNow(userStoreDirectory());
+    QCOMPARE(now.size(), 9);
+    QVERIFY(now.contains(small));
+    // What is left out takes the place of one that goes.
+    RevocationLists lists;
+    QTRY_COMPARE_WITH_TIMEOUT(lists.count(), 9, Patience);
+    QVERIFY(QFile::remove(path("b.crl")));
+    QTRY_COMPARE_WITH_TIMEOUT(lists.count(), 8, Patience);
+    QVERIFY(QFile::remove(path("a0.crl")));
+    QTest::qWait(1000);
+    QTRY_COMPARE_WITH_TIMEOUT(lists.count(), 8, Patience);
+    // The room that is missing is counted with those that are left out.
+    QVERIFY(put("a9.crl", large));
+    QVERIFY(!import(padded(m_other, 7 * 1024 * 1024)).isEmpty());
 }
 
 int main(int argc, char **argv)
