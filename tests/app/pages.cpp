@@ -26,6 +26,12 @@ bool writeFile(const QString &path, const QByteArray &contents)
     return file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size();
 }
 
+QString userFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
+        + QStringLiteral("/trivex/certificates/");
+}
+
 QString samplePicture(const QString &path)
 {
     QImage image(320, 240, QImage::Format_RGB32);
@@ -167,7 +173,7 @@ void SampleData::fillToken()
         m_problem = QStringLiteral("the token could not be filled");
 }
 
-QByteArray SampleData::revocationList() const
+void SampleData::putRevocationList() const
 {
     const QString index = m_authority.file(QStringLiteral("index.txt"));
     const QString settings = m_authority.file(QStringLiteral("list.conf"));
@@ -175,17 +181,17 @@ QByteArray SampleData::revocationList() const
     writeFile(settings,
               "[ca]\ndefault_ca=d\n[d]\ndefault_md=sha256\ndatabase=" + QFile::encodeName(index)
                   + '\n');
-    return m_authority.openssl({QStringLiteral("ca"), QStringLiteral("-gencrl"),
-                                QStringLiteral("-config"), settings, QStringLiteral("-keyfile"),
-                                m_authority.file(QStringLiteral("ca.key")), QStringLiteral("-cert"),
-                                m_authority.certificateFile(), QStringLiteral("-crldays"),
-                                QStringLiteral("30")});
+    const QByteArray list = m_authority.openssl(
+        {QStringLiteral("ca"), QStringLiteral("-gencrl"), QStringLiteral("-config"), settings,
+         QStringLiteral("-keyfile"), m_authority.file(QStringLiteral("ca.key")),
+         QStringLiteral("-cert"), m_authority.certificateFile(), QStringLiteral("-crldays"),
+         QStringLiteral("30")});
+    writeFile(userFolder() + QStringLiteral("list.crl"), list);
 }
 
 void SampleData::fillFiles(WindowEnvironment &environment)
 {
-    const QString user = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QStringLiteral("/trivex/certificates/");
+    const QString user = userFolder();
     const QStringList lifetimes = {QStringLiteral("11"), QStringLiteral("700")};
     for (const QString &days : lifetimes) {
         const QString subject = days == lifetimes.first()
@@ -204,7 +210,6 @@ void SampleData::fillFiles(WindowEnvironment &environment)
          QStringLiteral("/dev/null"), QStringLiteral("-utf8"), QStringLiteral("-subj"),
          QStringLiteral("/CN=Сидоров Павел/O=АО «Пример»/C=RU")});
     writeFile(environment.file(QStringLiteral("CertificateRequest/Сидоров Павел.csr")), request);
-    writeFile(user + QStringLiteral("list.crl"), revocationList());
     m_bundle = m_authority.bundle({QStringLiteral("-algorithm"), QStringLiteral("RSA")},
                                   QStringLiteral("/CN=Pavel Petrov/O=Example Ltd"),
                                   QStringLiteral("secret"), QStringLiteral("Петров"));
@@ -293,8 +298,9 @@ void showKeyExport(WindowDriver &driver)
     driver.fill(QStringLiteral("exportPasswordAgain"), QStringLiteral("other"));
 }
 
-bool showLists(WindowDriver &driver)
+bool showLists(WindowDriver &driver, const SampleData &data)
 {
+    data.putRevocationList();
     QMetaObject::invokeMethod(driver.window(), "show", Q_ARG(QVariant, QStringLiteral("users")));
     // The page takes the keys first.
     if (!driver.waitForItem(QStringLiteral("listsNotice")) || !driver.waitUntilStill())
@@ -364,7 +370,7 @@ bool showPage(WindowDriver &driver, const SampleData &data, const QString &page)
     if (page == QLatin1String("undo"))
         showUndo(driver);
     if (page == QLatin1String("lists"))
-        return showLists(driver);
+        return showLists(driver, data);
     if (page == QLatin1String("export-key"))
         showKeyExport(driver);
     if (page == QLatin1String("expired"))

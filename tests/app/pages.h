@@ -19,12 +19,13 @@ public:
     /// A bundle whose password is "secret".
     QString bundle() const { return m_bundle; }
     QString picture() const { return m_picture; }
+    /// Puts a list of the authority among the user's files, which changes their page.
+    void putRevocationList() const;
 
 private:
     void fillToken();
     void fillFiles(WindowEnvironment &environment);
     QByteArray issue(const QByteArray &publicKey, const QString &subject) const;
-    QByteArray revocationList() const;
     bool put(const QString &keyType, const QString &id, const QString &subject);
 
     TestToken m_token;
