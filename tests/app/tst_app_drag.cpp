@@ -52,6 +52,8 @@ QStringList TestAppDrag::drag(int row, const QPoint &by, bool letGo)
 {
     QObject *source = m_window->object(QStringLiteral("rowDrag"));
     source->setProperty("files", QVariant::fromValue(QStringList()));
+    // A notice that comes above the list moves the rows.
+    m_window->waitUntilStill();
     const QQuickItem *item = rowItem(row);
     QQuickWindow *window = m_window->window();
     const QPoint from = item->mapToScene(QPointF(item->width() / 3, item->height() / 2)).toPoint();
