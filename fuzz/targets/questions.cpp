@@ -11,7 +11,6 @@
 #include "qca/questions/openquestions.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 
 #include <algorithm>
 #include <array>
