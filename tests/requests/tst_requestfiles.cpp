@@ -3,6 +3,7 @@
 #include "qca/base/atomicfile.h"
 #include "qca/base/filenames.h"
 #include "qca/base/requestfiles.h"
+#include "tests/support/standstill.h"
 
 #include <QDir>
 #include <QProcess>
@@ -11,6 +12,7 @@
 #include <QtTest>
 
 #include <csignal>
+#include <cstdio>
 
 #include <sys/stat.h>
 #include <utime.h>
@@ -20,6 +22,8 @@ using Trivex::WriteResult;
 #include <unistd.h>
 
 namespace {
+
+const char *const HasSaved = "has saved";
 
 /// Content that tells by itself whether it is whole.
 QByteArray sealed(const QByteArray &text)
@@ -39,8 +43,8 @@ QByteArray contents(const QString &path)
     return file.readAll();
 }
 
-/// Renames one file over and over, as saving an edited request does, until it is killed: or until
-/// the test that should have done it is gone.
+/// Renames one file over and over, as saving an edited request does, and says so once it has begun:
+/// until it is killed, or until the test that should have done it is gone.
 int saveUntilKilled(const QString &directory)
 {
     QString old;
@@ -50,6 +54,10 @@ int saveUntilKilled(const QString &directory)
         const QByteArray text(20000 + i % 777, char('a' + i % 26));
         if (Trivex::writeAtomically(path, sealed(text), false) != WriteResult::Written)
             return 1;
+        if (i == 0) {
+            std::puts(HasSaved);
+            std::fflush(stdout);
+        }
         if (!old.isEmpty())
             Trivex::removeFile(old);
         old = path;
@@ -280,10 +288,12 @@ void TestRequestFiles::killedAtAnyPoint()
         QVERIFY(process.waitForStarted());
         const QDir dir(directory.path());
         const QStringList filter{QStringLiteral("*.csr")};
-        QTRY_VERIFY(!dir.entryList(filter, QDir::Files).isEmpty());
+        const QString problem = TrivexTest::problemBefore(HasSaved, process);
+        QVERIFY2(problem.isEmpty(), qPrintable(problem));
         QTest::qSleep(int(QRandomGenerator::global()->bounded(1, 30)));
         ::kill(pid_t(process.processId()), SIGKILL);
         QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitStatus(), QProcess::CrashExit);
         const QStringList files = dir.entryList(filter, QDir::Files);
         QVERIFY(files.size() == 1 || files.size() == 2);
         for (const QString &file : files)

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/endingchild.h"
 
+#include "tests/support/standstill.h"
+
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QProcess>
@@ -39,17 +41,18 @@ QString childProblem(const QStringList &arguments)
     QProcess child;
     child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     child.start(QCoreApplication::applicationFilePath(), arguments);
-    QByteArray output;
-    while (!output.contains(Word) && child.waitForReadyRead(WordPatience))
-        output += child.readAllStandardOutput();
-    if (!output.contains(Word))
-        return QStringLiteral("it has not come to its end: ") + QString::fromUtf8(output);
+    const QString problem = problemBefore(Word, child);
+    if (!problem.isEmpty())
+        return QStringLiteral("it has not come to its end: ") + problem;
     QElapsedTimer clock;
     clock.start();
     const bool hasEnded = child.waitForFinished(EndPatience);
     if (!hasEnded) {
+        const QString where = whereItStands(child.processId());
         child.waitForFinished(WordPatience);
-        return QStringLiteral("it has ended after %1 ms").arg(clock.elapsed());
+        return QStringLiteral("it has ended after %1 ms; before that %2")
+            .arg(clock.elapsed())
+            .arg(where);
     }
     if (child.exitStatus() != QProcess::NormalExit || child.exitCode() != ToldStatus)
         return QStringLiteral("it has ended with status %1, %2")
