@@ -177,13 +177,13 @@ void CertificateRequest::keyGenFinished()
 
 QString CertificateRequest::info(int type) const
 {
-    return Trivex::infoValue(m_subjectInfo, type);
+    return Trivex::infoValue(m_fields.info, type);
 }
 
 void CertificateRequest::addInfo(QCA::CertificateInfoTypeKnown type, const QString &value)
 {
     if (!value.isEmpty())
-        m_subjectInfo.insert(QCA::CertificateInfoType(type), value);
+        m_fields.info.insert(QCA::CertificateInfoType(type), value);
 }
 
 QString CertificateRequest::subjectOrganizationalUnit() const
@@ -235,11 +235,11 @@ QByteArray CertificateRequest::requestKeyInfo() const
 void CertificateRequest::createRequest()
 {
     const EngineKeeper keeper(this);
-    if (m_subjectInfo.isEmpty()) {
+    if (m_fields.info.isEmpty()) {
         qWarning("Certificate request info is empty!");
         return;
     }
-    m_options.setInfo(m_subjectInfo);
+    m_options.setInfo(m_fields.info);
     if (m_privateKey.isNull()) {
         qWarning("Error: missing private key");
         Q_EMIT missingPrivateKey();
@@ -285,13 +285,13 @@ bool CertificateRequest::saveRequest()
     return true;
 }
 
-/// Signs the edited subject. Without the key the request stays as it was. False when it can't be
+/// Signs what was edited. Without the key the request stays as it was. False when it can't be
 /// signed although the key is there; the file stays then.
 bool CertificateRequest::resign(Trivex::RequestSave *save)
 {
     const QPointer<CertificateRequest> self(this);
     const QString file = m_fileName;
-    const QCA::CertificateInfo info = m_subjectInfo;
+    const Trivex::RequestedFields fields = m_fields;
     QCA::PrivateKey key = m_privateKey;
     const QCA::PrivateKey found = findPrivateKey(save->request);
     if (!found.isNull())
@@ -305,7 +305,7 @@ bool CertificateRequest::resign(Trivex::RequestSave *save)
             Q_EMIT missingPrivateKey();
         return true;
     }
-    const QCA::CertificateRequest made = Trivex::signedAnew(save->request, info, key);
+    const QCA::CertificateRequest made = Trivex::signedAnew(save->request, fields, key);
     if (!made.isNull())
         save->request = made;
     else
@@ -346,9 +346,9 @@ QString CertificateRequest::requestPath()
     return Trivex::requestDirectory();
 }
 
-void CertificateRequest::restoreRequestInfo()
+void CertificateRequest::restoreRequestedFields()
 {
-    m_subjectInfo = Trivex::requestSubject(m_request);
+    m_fields = Trivex::requestedFields(m_request);
 }
 
 bool CertificateRequest::hasRequestKey() const
@@ -365,7 +365,7 @@ void CertificateRequest::load(const QString &path)
     if (m_request.isNull())
         return;
     m_path = path;
-    m_subjectInfo = Trivex::requestSubject(m_request);
+    m_fields = Trivex::requestedFields(m_request);
     m_fileName = Trivex::requestFileName(info(Trivex::CommonNameInfo));
 }
 

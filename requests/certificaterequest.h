@@ -108,9 +108,9 @@ public:
     QByteArray encoding() const override;
     QString requestFile() const override { return m_path; }
     QByteArray requestKeyInfo() const override;
-    QCA::CertificateInfo requestInfo() const override { return m_subjectInfo; }
-    void setRequestInfo(const QCA::CertificateInfo &info) override { m_subjectInfo = info; }
-    void restoreRequestInfo() override;
+    Trivex::RequestedFields requestedFields() const override { return m_fields; }
+    void setRequestedFields(const Trivex::RequestedFields &fields) override { m_fields = fields; }
+    void restoreRequestedFields() override;
     bool hasRequestKey() const override;
 
     /// The public key that the request carries; null for an empty one.
@@ -192,7 +192,7 @@ private:
     QString m_fileName;
     QString m_path;
     QCA::PrivateKey m_privateKey;
-    QCA::CertificateInfo m_subjectInfo;
+    Trivex::RequestedFields m_fields;
     QCA::CertificateRequest m_request;
     QCA::CertificateOptions m_options;
     QPointer<KeyStoreModel> m_keyStoreModel;

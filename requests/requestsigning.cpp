@@ -50,10 +50,10 @@ QCA::CertificateRequest signedRequest(QCA::CertificateOptions options, QCA::Priv
     return made;
 }
 
-QCA::CertificateRequest signedAnew(QCA::CertificateRequest original, QCA::CertificateInfo info,
+QCA::CertificateRequest signedAnew(QCA::CertificateRequest original, RequestedFields fields,
                                    QCA::PrivateKey key)
 {
-    return isOffered(key) ? editedRequest(original, info, key) : QCA::CertificateRequest();
+    return isOffered(key) ? editedRequest(original, fields, key) : QCA::CertificateRequest();
 }
 
 QCA::PrivateKey findPrivateKey(QCA::PublicKey key, QCA::PrivateKey own,

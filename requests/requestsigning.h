@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "qca/base/requestedfields.h"
+
 #include <QList>
 #include <QPointer>
 #include <QtCrypto>
@@ -16,9 +18,8 @@ namespace Trivex {
 /// those.
 QCA::CertificateRequest signedRequest(QCA::CertificateOptions options, QCA::PrivateKey key);
 
-/// `original` with the subject `info`, by the same rules. What `info` does not change stays to the
-/// byte.
-QCA::CertificateRequest signedAnew(QCA::CertificateRequest original, QCA::CertificateInfo info,
+/// `original` asking for `fields`, by the same rules. What they do not change stays to the byte.
+QCA::CertificateRequest signedAnew(QCA::CertificateRequest original, RequestedFields fields,
                                    QCA::PrivateKey key);
 
 /// The private key that belongs to `key`: one of a bundle in `stores`, else `own`, else one that

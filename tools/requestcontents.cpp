@@ -74,6 +74,24 @@ QStringList namesIn(const Row (&table)[Size], Name name)
     return names;
 }
 
+/// The name of each of `constraints` in that section; its dotted OID where `table` has none.
+template <size_t Size>
+QStringList namesOf(const Usage (&table)[Size], const QCA::Constraints &constraints,
+                    QCA::ConstraintType::Section section)
+{
+    QStringList names;
+    for (const QCA::ConstraintType &constraint : constraints) {
+        if (constraint.section() != section)
+            continue;
+        const auto *const known =
+            std::find_if(std::begin(table), std::end(table), [&](const Usage &usage) {
+                return constraint == QCA::ConstraintType(usage.known);
+            });
+        names += known == std::end(table) ? constraint.id() : QString::fromLatin1(known->name);
+    }
+    return names;
+}
+
 const AlternativeKind *findKind(const QString &type)
 {
     return find(AlternativeKinds, type, &AlternativeKind::type);
@@ -206,6 +224,15 @@ QCA::CertificateOptions RequestContents::options() const
         if (!text.isEmpty())
             info.append(QCA::CertificateInfoPair(infoType(kind->known), text));
     }
+    QCA::CertificateOptions options(QCA::PKCS10);
+    options.setInfoOrdered(info);
+    options.setConstraints(constraints(keyUsages, purposes));
+    return options;
+}
+
+QCA::Constraints RequestContents::constraints(const QStringList &keyUsages,
+                                              const QStringList &purposes)
+{
     QCA::Constraints constraints;
     for (const QString &usage : keyUsages) {
         if (const Usage *known = find(KeyUsages, usage, &Usage::name))
@@ -217,10 +244,17 @@ QCA::CertificateOptions RequestContents::options() const
             known ? QCA::ConstraintType(known->known)
                   : QCA::ConstraintType(purpose, QCA::ConstraintType::ExtendedKeyUsage));
     }
-    QCA::CertificateOptions options(QCA::PKCS10);
-    options.setInfoOrdered(info);
-    options.setConstraints(constraints);
-    return options;
+    return constraints;
+}
+
+QStringList RequestContents::keyUsagesOf(const QCA::Constraints &constraints)
+{
+    return namesOf(KeyUsages, constraints, QCA::ConstraintType::KeyUsage);
+}
+
+QStringList RequestContents::purposesOf(const QCA::Constraints &constraints)
+{
+    return namesOf(Purposes, constraints, QCA::ConstraintType::ExtendedKeyUsage);
 }
 
 QStringList RequestContents::alternativeTypes()

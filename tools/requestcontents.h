@@ -59,6 +59,12 @@ struct RequestContents {
     /// The options of a PKCS#10 request for it; only for contents without a finding.
     QCA::CertificateOptions options() const;
 
+    /// What stands for usages and purposes in a request; names that it does not know are left out.
+    static QCA::Constraints constraints(const QStringList &keyUsages, const QStringList &purposes);
+    /// The other way round, in their order.
+    static QStringList keyUsagesOf(const QCA::Constraints &constraints);
+    static QStringList purposesOf(const QCA::Constraints &constraints);
+
     /// What `alternativeNames`, `keyUsages` and `purposes` know by name.
     static QStringList alternativeTypes();
     static QStringList knownKeyUsages();

@@ -4,6 +4,7 @@
 
 #include "qca/base/infotypes.h"
 #include "qca/base/savedrequest.h"
+#include "tools/requestcontents.h"
 
 namespace Trivex {
 
@@ -46,10 +47,33 @@ bool RequestSubject::replace(QObject *request, int type, const QString &text) co
     return true;
 }
 
+QStringList RequestSubject::keyUsages(QObject *request) const
+{
+    const auto *saved = qobject_cast<SavedRequest *>(request);
+    return saved ? RequestContents::keyUsagesOf(saved->requestedFields().usages) : QStringList();
+}
+
+QStringList RequestSubject::purposes(QObject *request) const
+{
+    const auto *saved = qobject_cast<SavedRequest *>(request);
+    return saved ? RequestContents::purposesOf(saved->requestedFields().usages) : QStringList();
+}
+
+bool RequestSubject::setUsages(QObject *request, const QStringList &keyUsages,
+                               const QStringList &purposes) const
+{
+    auto *saved = qobject_cast<SavedRequest *>(request);
+    if (!saved)
+        return false;
+    saved->setRequestedFields(
+        {saved->requestInfo(), RequestContents::constraints(keyUsages, purposes)});
+    return true;
+}
+
 void RequestSubject::restore(QObject *request) const
 {
     if (auto *saved = qobject_cast<SavedRequest *>(request))
-        saved->restoreRequestInfo();
+        saved->restoreRequestedFields();
 }
 
 bool RequestSubject::hasKey(QObject *request) const

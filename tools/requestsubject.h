@@ -6,9 +6,9 @@
 
 namespace Trivex {
 
-/// The subject of a request, value by value. The request's own setters add values and never take
-/// one away; this replaces. A singleton in QML; `request` is a `CertificateRequest`, of which
-/// anything else, and null, has no values and takes none.
+/// The subject of a request, value by value, and its usages. The request's own setters add values
+/// and never take one away; this replaces. A singleton in QML; `request` is a `CertificateRequest`,
+/// of which anything else, and null, has no values and takes none.
 class RequestSubject : public QObject {
     Q_OBJECT
 public:
@@ -20,6 +20,14 @@ public:
     /// `Certificate.CertificateInfoTypeKnown`) at the next save; an empty one takes that value
     /// away. Further values stay. False for what is no request.
     Q_INVOKABLE bool replace(QObject *request, int type, const QString &text) const;
+    /// What the certificate is to be used for: names of RFC 5280, 4.2.1.3 ("digitalSignature").
+    Q_INVOKABLE QStringList keyUsages(QObject *request) const;
+    /// The same for its purposes: names of RFC 5280, 4.2.1.12 ("serverAuth"), or dotted OIDs.
+    Q_INVOKABLE QStringList purposes(QObject *request) const;
+    /// Replaces both at the next save; names that nobody knows are left out. False for what is no
+    /// request.
+    Q_INVOKABLE bool setUsages(QObject *request, const QStringList &keyUsages,
+                               const QStringList &purposes) const;
     /// Takes back what was replaced since the request was made or loaded.
     Q_INVOKABLE void restore(QObject *request) const;
     /// True when the request's key is there to sign it anew. May ask tokens.

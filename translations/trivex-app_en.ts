@@ -741,6 +741,10 @@
         <source>Edit the request</source>
         <translation>Edit the request</translation>
     </message>
+    <message id="trivex-app-edit-usages">
+        <source>Usage of the key and the certificate</source>
+        <translation>Usage of the key and the certificate</translation>
+    </message>
     <message id="trivex-app-empty">
         <source>Nothing here yet</source>
         <translation>Nothing here yet</translation>

@@ -745,6 +745,10 @@
         <source>Edit the request</source>
         <translation>Изменить запрос</translation>
     </message>
+    <message id="trivex-app-edit-usages">
+        <source>Usage of the key and the certificate</source>
+        <translation>Назначение ключа и сертификата</translation>
+    </message>
     <message id="trivex-app-empty">
         <source>Nothing here yet</source>
         <translation>Здесь пока пусто</translation>

@@ -7,7 +7,7 @@ import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
 
-/// Changes the subject of a saved request and has it signed again by its key. Until that is done it
+/// Changes the subject and the usages of a saved request and has it signed again by its key. Until that is done it
 /// stays open with what was typed.
 BaseDialog {
     id: dialog
@@ -35,6 +35,7 @@ BaseDialog {
         identity = identity_
         const request = library.savedRequest(identity)
         form.load(request)
+        usages.load(request)
         others = RequestSubject.others(request, form.types)
         open()
     }
@@ -53,7 +54,7 @@ BaseDialog {
         missing = !RequestSubject.hasKey(target)
         // Tokens were asked, and the list may be another one now.
         target = library.savedRequest(identity)
-        if (!missing && target && form.apply(target)) {
+        if (!missing && target && apply()) {
             aboutToSave(target.fileName)
             saving = true
             target.setEditMode(true)
@@ -63,6 +64,10 @@ BaseDialog {
             done = !missing && target !== null
         }
         end(folder)
+    }
+    function apply() {
+        const named = form.apply(target)
+        return usages.apply(target) || named
     }
     function end(folder) {
         target = null
@@ -100,6 +105,11 @@ BaseDialog {
         color: Theme.textDim
         font.pixelSize: Theme.smallSize
         wrapMode: Text.WrapAtWordBoundaryOrAnywhere
+        Layout.fillWidth: true
+    }
+    EditedUsages {
+        id: usages
+        enabled: !dialog.saving
         Layout.fillWidth: true
     }
     RowLayout {

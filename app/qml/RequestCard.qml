@@ -68,24 +68,14 @@ Card {
             onClicked: card.unfolded = !card.unfolded
         }
     }
-    UsageFields {
-        label: qsTrId("trivex-app-usages")
-        names: card.request.knownKeyUsages()
-        chosen: card.request.keyUsages
-        title: card.request.title
+    RequestUsages {
+        request: card.request
+        keyUsages: card.request.keyUsages
+        purposes: card.request.purposes
         enabled: card.startable
         visible: card.unfolded
-        onEdited: card.request.keyUsages = chosen
-        Layout.fillWidth: true
-    }
-    UsageFields {
-        label: qsTrId("trivex-app-purposes")
-        names: card.request.knownPurposes()
-        chosen: card.request.purposes
-        title: card.request.title
-        enabled: card.startable
-        visible: card.unfolded
-        onEdited: card.request.purposes = chosen
+        onKeyUsagesEdited: card.request.keyUsages = chosen
+        onPurposesEdited: card.request.purposes = chosen
         Layout.fillWidth: true
     }
     Flow {

@@ -68,8 +68,13 @@ QCA::PublicKey requestPublicKey(const QCA::CertificateRequest &request)
 
 QCA::CertificateInfo requestSubject(const QCA::CertificateRequest &request)
 {
+    return requestedFields(request).info;
+}
+
+RequestedFields requestedFields(const QCA::CertificateRequest &request)
+{
     const QCA::CertificateRequest own = ownRequest(request);
-    return own.isNull() ? QCA::CertificateInfo() : own.subjectInfo();
+    return own.isNull() ? RequestedFields() : RequestedFields{own.subjectInfo(), own.constraints()};
 }
 
 } // namespace Trivex

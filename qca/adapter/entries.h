@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "qca/base/requestedfields.h"
 #include "qca/base/trivexqcaexport.h"
 
 #include <QtCrypto>
@@ -25,5 +26,7 @@ TRIVEX_QCA_EXPORT QCA::Certificate entryCertificate(const QCA::KeyStoreEntry &en
 TRIVEX_QCA_EXPORT QCA::PublicKey requestPublicKey(const QCA::CertificateRequest &request);
 /// The subject's attributes; empty for an empty request.
 TRIVEX_QCA_EXPORT QCA::CertificateInfo requestSubject(const QCA::CertificateRequest &request);
+/// The same with the usages that it asks for.
+TRIVEX_QCA_EXPORT RequestedFields requestedFields(const QCA::CertificateRequest &request);
 
 } // namespace Trivex

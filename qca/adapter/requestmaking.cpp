@@ -15,14 +15,14 @@ QCA::CertificateRequest madeRequest(QCA::CertificateOptions options, QCA::Privat
     return context ? requestFromDer(writeRequest(options, *context)) : QCA::CertificateRequest();
 }
 
-QCA::CertificateRequest editedRequest(QCA::CertificateRequest original, QCA::CertificateInfo info,
+QCA::CertificateRequest editedRequest(QCA::CertificateRequest original, RequestedFields fields,
                                       QCA::PrivateKey key)
 {
     const auto *context = static_cast<const QCA::PKeyContext *>(key.context());
     const QCA::CertificateRequest own = ownRequest(original);
     if (own.isNull() || !context)
         return {};
-    return requestFromDer(editRequest(own.toDER(), requestSubject(own), info, *context));
+    return requestFromDer(editRequest(own.toDER(), requestedFields(own), fields, *context));
 }
 
 } // namespace Trivex

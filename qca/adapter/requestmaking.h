@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "qca/base/requestedfields.h"
 #include "qca/base/trivexqcaexport.h"
 
 #include <QtCrypto>
@@ -17,10 +18,9 @@ namespace Trivex {
 TRIVEX_QCA_EXPORT QCA::CertificateRequest madeRequest(QCA::CertificateOptions options,
                                                       QCA::PrivateKey key);
 
-/// `original` with the subject `info`, signed anew by `key`. What `info` does not change keeps its
-/// bytes: extensions, unknown attributes, the order of names and their string types. Null when
-/// that fails.
+/// `original` asking for `fields`, signed anew by `key`. What they do not change keeps its bytes:
+/// extensions, unknown attributes, the order of names and their string types. Null when that fails.
 TRIVEX_QCA_EXPORT QCA::CertificateRequest
-editedRequest(QCA::CertificateRequest original, QCA::CertificateInfo info, QCA::PrivateKey key);
+editedRequest(QCA::CertificateRequest original, RequestedFields fields, QCA::PrivateKey key);
 
 } // namespace Trivex

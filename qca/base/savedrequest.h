@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "qca/base/requestedfields.h"
+
 #include <QObject>
-#include <QtCrypto>
 
 namespace Trivex {
 
@@ -13,17 +14,23 @@ class SavedRequest {
 public:
     /// The whole path of the file last written or loaded; empty before.
     virtual QString requestFile() const = 0;
-    /// The subject that the next save writes.
-    virtual QCA::CertificateInfo requestInfo() const = 0;
-    /// Replaces that subject by `info`.
-    virtual void setRequestInfo(const QCA::CertificateInfo &info) = 0;
-    /// Goes back to the subject of the request as it was last made or loaded.
-    virtual void restoreRequestInfo() = 0;
+    /// The subject and the usages that the next save writes.
+    virtual RequestedFields requestedFields() const = 0;
+    /// Replaces them by `fields`.
+    virtual void setRequestedFields(const RequestedFields &fields) = 0;
+    /// Goes back to those of the request as it was last made or loaded.
+    virtual void restoreRequestedFields() = 0;
     /// DER SubjectPublicKeyInfo of the key that the request is for; empty without a request.
     virtual QByteArray requestKeyInfo() const = 0;
     /// True when the key of the loaded request is available to sign it again. Asks the tokens; an
     /// event loop may run meanwhile.
     virtual bool hasRequestKey() const = 0;
+
+    QCA::CertificateInfo requestInfo() const { return requestedFields().info; }
+    void setRequestInfo(const QCA::CertificateInfo &info)
+    {
+        setRequestedFields({info, requestedFields().usages});
+    }
 
 protected:
     ~SavedRequest() = default;

@@ -50,4 +50,10 @@ TRIVEX_QCA_EXPORT bool isAuthority(Der::Slice extensions);
 /// when `subjectKeyId` is not empty.
 QByteArray encodeExtensions(const QCA::CertificateOptions &options, const QByteArray &subjectKeyId);
 
+/// The value of a key usage extension (RFC 5280, 4.2.1.3); empty for no usage of that kind.
+QByteArray encodeKeyUsage(const QCA::Constraints &constraints);
+
+/// The value of an extended key usage extension (4.2.1.12), in their order; empty for none.
+QByteArray encodePurposes(const QCA::Constraints &constraints);
+
 } // namespace Trivex

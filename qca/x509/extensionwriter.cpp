@@ -29,8 +29,21 @@ QByteArray basicConstraints(const QCA::CertificateOptions &options)
     return Der::writeSequence(parts);
 }
 
+QByteArray policies(const QStringList &policies)
+{
+    QByteArray content;
+    for (const QString &policy : policies) {
+        const QByteArray oid = Der::writeOid(policy.toLatin1());
+        if (!oid.isEmpty())
+            content += Der::write(Der::Sequence, oid);
+    }
+    return content.isEmpty() ? QByteArray() : Der::write(Der::Sequence, content);
+}
+
+} // namespace
+
 // A named bit list: without zero bits at its end (X.690, 11.2.2).
-QByteArray keyUsage(const QCA::Constraints &constraints)
+QByteArray encodeKeyUsage(const QCA::Constraints &constraints)
 {
     QByteArray octets(3, '\0');
     int last = -1;
@@ -47,7 +60,7 @@ QByteArray keyUsage(const QCA::Constraints &constraints)
     return Der::write(Der::BitString, octets.left(2 + last / 8));
 }
 
-QByteArray purposes(const QCA::Constraints &constraints)
+QByteArray encodePurposes(const QCA::Constraints &constraints)
 {
     QByteArray content;
     for (const QCA::ConstraintType &constraint : constraints) {
@@ -56,19 +69,6 @@ QByteArray purposes(const QCA::Constraints &constraints)
     }
     return content.isEmpty() ? QByteArray() : Der::write(Der::Sequence, content);
 }
-
-QByteArray policies(const QStringList &policies)
-{
-    QByteArray content;
-    for (const QString &policy : policies) {
-        const QByteArray oid = Der::writeOid(policy.toLatin1());
-        if (!oid.isEmpty())
-            content += Der::write(Der::Sequence, oid);
-    }
-    return content.isEmpty() ? QByteArray() : Der::write(Der::Sequence, content);
-}
-
-} // namespace
 
 QByteArray encodeExtensions(const QCA::CertificateOptions &options, const QByteArray &subjectKeyId)
 {
@@ -81,8 +81,8 @@ QByteArray encodeExtensions(const QCA::CertificateOptions &options, const QByteA
         add("2.5.29.19", true, basicConstraints(options));
     if (!subjectKeyId.isEmpty())
         add("2.5.29.14", false, Der::write(Der::OctetString, subjectKeyId));
-    add("2.5.29.15", true, keyUsage(options.constraints()));
-    add("2.5.29.37", false, purposes(options.constraints()));
+    add("2.5.29.15", true, encodeKeyUsage(options.constraints()));
+    add("2.5.29.37", false, encodePurposes(options.constraints()));
     add("2.5.29.17", false, encodeAlternativeNames(options.infoOrdered()));
     add("2.5.29.32", false, policies(options.policies()));
     return content.isEmpty() ? QByteArray() : Der::write(Der::Sequence, content);

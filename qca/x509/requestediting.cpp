@@ -6,15 +6,19 @@
 #include "qca/asn1/handles.h"
 #include "qca/keys/keymaterial.h"
 #include "qca/x509/certificatewriter.h"
+#include "qca/x509/extensions.h"
 #include "qca/x509/nameediting.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace Trivex {
 
 namespace {
 
+constexpr char KeyUsage[] = "2.5.29.15";
 constexpr char AlternativeNames[] = "2.5.29.17";
+constexpr char ExtendedKeyUsage[] = "2.5.29.37";
 constexpr char ExtensionRequest[] = "1.2.840.113549.1.9.14";
 constexpr char MicrosoftExtensionRequest[] = "1.3.6.1.4.1.311.2.1.14";
 
@@ -70,15 +74,17 @@ QByteArray oidOf(const QByteArray &sequence)
         : QByteArray();
 }
 
-bool isAlternativeNames(const QByteArray &extension)
-{
-    return oidOf(extension) == AlternativeNames;
-}
+/// An extension that is edited.
+struct ExtensionEdit {
+    const char *oid;
+    bool isCritical; ///< where it is new: one that is there stays as it is
+    std::function<QByteArray(const QByteArray &)> edit; ///< of its value; empty for none
+};
 
-/// `extension` (empty for a new one) with the changes; empty when no name is left.
-QByteArray editAlternativeNames(const QByteArray &extension, const QList<InfoChange> &changes)
+/// `extension` (empty for a new one) after the edit; empty when it is none any more.
+QByteArray editExtension(const QByteArray &extension, const ExtensionEdit &edit)
 {
-    QByteArray head = Der::writeOid(AlternativeNames);
+    QByteArray head = Der::writeOid(edit.oid);
     QByteArray octets;
     Der::Slice content;
     if (Der::Reader(Der::sliceOf(extension)).next(Der::Sequence, &content)) {
@@ -88,14 +94,12 @@ QByteArray editAlternativeNames(const QByteArray &extension, const QList<InfoCha
         if (reader.next(Der::Boolean, &critical))
             head += critical.whole.bytes();
         reader.nextString(Der::OctetString, &octets);
+    } else if (edit.isCritical) {
+        head += Der::write(Der::Boolean, QByteArray(1, '\xFF'));
     }
-    Der::Slice names;
-    Der::Reader(Der::sliceOf(octets)).nextList(Der::Sequence, &names);
-    const QByteArray edited = editGeneralNames(names, changes);
-    if (edited.isEmpty())
-        return {};
-    const QByteArray value = Der::write(Der::OctetString, Der::write(Der::Sequence, edited));
-    return Der::writeSequence({head, value});
+    const QByteArray value = edit.edit(octets);
+    return value.isEmpty() ? QByteArray()
+                           : Der::writeSequence({head, Der::write(Der::OctetString, value)});
 }
 
 /// The content of the list of extensions in the first value of `attribute`; `others` are the
@@ -117,14 +121,20 @@ Der::Slice extensionsOf(const QByteArray &attribute, QByteArray *others)
     return extensions;
 }
 
-/// `attribute` (empty for a new one) with the changes in its extensions; empty when none is left.
-QByteArray editExtensions(const QByteArray &attribute, const QList<InfoChange> &changes)
+/// Where the extension `oid` is in the list; -1 when it is not there.
+int findExtension(const ElementList &extensions, const char *oid)
+{
+    return extensions.find([oid](const QByteArray &one) { return oidOf(one) == oid; });
+}
+
+/// `attribute` (empty for a new one) with the edit in its extensions; empty when none is left.
+QByteArray editExtensions(const QByteArray &attribute, const ExtensionEdit &edit)
 {
     QByteArray others;
     const QByteArray known = oidOf(attribute);
     ElementList extensions(extensionsOf(attribute, &others));
-    const int place = extensions.find(&isAlternativeNames);
-    extensions.put(place, editAlternativeNames(extensions.at(place), changes));
+    const int place = findExtension(extensions, edit.oid);
+    extensions.put(place, editExtension(extensions.at(place), edit));
     const QByteArray content = extensions.content();
     if (content.isEmpty() && others.isEmpty())
         return {};
@@ -132,29 +142,38 @@ QByteArray editExtensions(const QByteArray &attribute, const QList<InfoChange> &
                                Der::write(Der::Set, Der::write(Der::Sequence, content) + others)});
 }
 
-/// The attributes of a request (RFC 2986, 4.1), and what follows them, with the changes.
-QByteArray editAttributes(Der::Slice rest, const QList<InfoChange> &changes)
+/// Edits an extension where it is among the attributes of a request; a new one joins the others.
+void editAttributes(ElementList *attributes, const ExtensionEdit &edit)
 {
-    Der::Reader reader(rest);
-    Der::Slice content;
-    reader.next(Der::context(0), &content);
-    ElementList attributes(content);
     const auto isExtensions = [](const QByteArray &attribute) {
         const QByteArray oid = oidOf(attribute);
         return oid == ExtensionRequest || oid == MicrosoftExtensionRequest;
     };
-    int place = attributes.find([&](const QByteArray &attribute) {
+    int place = attributes->find([&](const QByteArray &attribute) {
         QByteArray others;
         return isExtensions(attribute)
-            && ElementList(extensionsOf(attribute, &others)).find(&isAlternativeNames) >= 0;
+            && findExtension(ElementList(extensionsOf(attribute, &others)), edit.oid) >= 0;
     });
     if (place < 0)
-        place = attributes.find(isExtensions);
-    const QByteArray before = attributes.at(place);
-    const QByteArray after = editExtensions(before, changes);
-    attributes.put(place, after);
+        place = attributes->find(isExtensions);
+    const QByteArray before = attributes->at(place);
+    const QByteArray after = editExtensions(before, edit);
+    attributes->put(place, after);
     if (after != before)
-        attributes.sort();
+        attributes->sort();
+}
+
+/// The attributes of a request (RFC 2986, 4.1), and what follows them, with the edits.
+QByteArray editAttributes(Der::Slice rest, const QList<ExtensionEdit> &edits)
+{
+    if (edits.isEmpty())
+        return rest.bytes();
+    Der::Reader reader(rest);
+    Der::Slice content;
+    reader.next(Der::context(0), &content);
+    ElementList attributes(content);
+    for (const ExtensionEdit &edit : edits)
+        editAttributes(&attributes, edit);
     return Der::write(Der::context(0), attributes.content()) + reader.rest().bytes();
 }
 
@@ -173,10 +192,38 @@ bool isAlternative(const InfoChange &change)
     return change.type.section() == QCA::CertificateInfoType::AlternativeName;
 }
 
+/// The alternative names in `value` with the changes.
+QByteArray editAlternativeNames(const QByteArray &value, const QList<InfoChange> &changes)
+{
+    Der::Slice names;
+    Der::Reader(Der::sliceOf(value)).nextList(Der::Sequence, &names);
+    const QByteArray edited = editGeneralNames(names, changes);
+    return edited.isEmpty() ? QByteArray() : Der::write(Der::Sequence, edited);
+}
+
+/// What leads from `before` to `after` in the extensions.
+QList<ExtensionEdit> extensionEdits(const RequestedFields &before, const RequestedFields &after,
+                                    const QList<InfoChange> &changes)
+{
+    QList<ExtensionEdit> edits;
+    if (std::any_of(changes.cbegin(), changes.cend(), &isAlternative))
+        edits += {AlternativeNames, false, [changes](const QByteArray &value) {
+                      return editAlternativeNames(value, changes);
+                  }};
+    const auto replace = [&edits](const char *oid, bool isCritical, const QByteArray &old,
+                                  const QByteArray &value) {
+        if (value != old)
+            edits += {oid, isCritical, [value](const QByteArray &) { return value; }};
+    };
+    replace(KeyUsage, true, encodeKeyUsage(before.usages), encodeKeyUsage(after.usages));
+    replace(ExtendedKeyUsage, false, encodePurposes(before.usages), encodePurposes(after.usages));
+    return edits;
+}
+
 } // namespace
 
-QByteArray editRequest(const QByteArray &original, const QCA::CertificateInfo &before,
-                       const QCA::CertificateInfo &after, const QCA::PKeyContext &key)
+QByteArray editRequest(const QByteArray &original, const RequestedFields &before,
+                       const RequestedFields &after, const QCA::PKeyContext &key)
 {
     Der::Slice outer;
     Der::Slice body;
@@ -193,12 +240,11 @@ QByteArray editRequest(const QByteArray &original, const QCA::CertificateInfo &b
     SigningKey signer(key);
     if (signer.publicInfo().isEmpty())
         return {};
-    const QList<InfoChange> changes = infoChanges(before, after);
-    const bool hasAlternatives = std::any_of(changes.cbegin(), changes.cend(), &isAlternative);
+    const QList<InfoChange> changes = infoChanges(before.info, after.info);
     return signer.seal(Der::writeSequence(
         {version.whole.bytes(), editName(subject.whole, changes),
          publicInfoFor(publicInfo.whole.bytes(), signer.publicInfo()),
-         hasAlternatives ? editAttributes(reader.rest(), changes) : reader.rest().bytes()}));
+         editAttributes(reader.rest(), extensionEdits(before, after, changes))}));
 }
 
 } // namespace Trivex

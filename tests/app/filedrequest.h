@@ -14,9 +14,9 @@ class FiledRequest : public QObject, public Trivex::SavedRequest {
     Q_INTERFACES(Trivex::SavedRequest)
 public:
     QString requestFile() const override { return path; }
-    QCA::CertificateInfo requestInfo() const override { return {}; }
-    void setRequestInfo(const QCA::CertificateInfo &) override { }
-    void restoreRequestInfo() override { }
+    Trivex::RequestedFields requestedFields() const override { return {}; }
+    void setRequestedFields(const Trivex::RequestedFields &) override { }
+    void restoreRequestedFields() override { }
     bool hasRequestKey() const override { return false; }
     QByteArray requestKeyInfo() const override { return {}; }
 

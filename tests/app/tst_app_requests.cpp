@@ -38,6 +38,7 @@ private Q_SLOTS:
     void editedAndSignedAgain();
     void nameChanges();
     void valuesAreReplaced();
+    void usagesAreEdited();
     void othersAreKept();
     void wrongValuesAreRefused_data();
     void wrongValuesAreRefused();
@@ -64,6 +65,8 @@ private:
     }
     bool openEditor(const QString &name);
     bool edit(const QString &field, const QString &text);
+    /// Changes a box by keyboard, wherever it has been scrolled to.
+    bool tick(const char *box);
     /// Subject and signature of a request, as openssl reads them.
     QString subject(const QString &path) const;
     bool isSigned(const QString &path) const;
@@ -121,6 +124,15 @@ bool TestAppRequests::openEditor(const QString &name)
 bool TestAppRequests::edit(const QString &field, const QString &text)
 {
     return m_window->fill(field, text) && m_window->click(QStringLiteral("editRequestSave"));
+}
+
+bool TestAppRequests::tick(const char *box)
+{
+    if (!m_steps->waitEnabled(box))
+        return false;
+    m_window->item(QLatin1String(box))->forceActiveFocus(Qt::TabFocusReason);
+    m_window->key(Qt::Key_Space);
+    return true;
 }
 
 QString TestAppRequests::subject(const QString &path) const
@@ -228,6 +240,38 @@ void TestAppRequests::valuesAreReplaced()
     QVERIFY(m_steps->waitClosed("editRequestDialog"));
     const QStringList rest = {QStringLiteral("CN=Петрова Мария"), QStringLiteral("O=АО «Пример»")};
     QTRY_COMPARE(values(file), rest);
+}
+
+/// They go and come by their boxes; what has no box stays.
+void TestAppRequests::usagesAreEdited()
+{
+    const QString file = requestFile("Петрова Мария.csr");
+    const auto text = [&] {
+        return QString::fromUtf8(
+            m_authority.openssl({QStringLiteral("req"), QStringLiteral("-in"), file,
+                                 QStringLiteral("-noout"), QStringLiteral("-text")}));
+    };
+    const QByteArray before = contents(file);
+    QVERIFY(openEditor(QStringLiteral("Петрова Мария")));
+    QVERIFY(!m_window->item(QStringLiteral("usage-nonRepudiation")));
+    QVERIFY(m_steps->press("unfoldUsages"));
+    QVERIFY(tick("usage-nonRepudiation"));
+    QVERIFY(tick("usage-emailProtection"));
+    QVERIFY(m_window->click(QStringLiteral("editRequestSave")));
+    QVERIFY(m_steps->waitClosed("editRequestDialog"));
+    QVERIFY(m_window->waitFor([&] { return contents(file) != before; }));
+    QVERIFY2(text().contains(QStringLiteral("Non Repudiation")), qPrintable(text()));
+    QVERIFY2(text().contains(QStringLiteral("E-mail Protection")), qPrintable(text()));
+    QVERIFY(isSigned(file));
+    // The next time they stand there, and go by the same box.
+    QVERIFY(openEditor(QStringLiteral("Петрова Мария")));
+    QVERIFY(m_window->item(QStringLiteral("usage-nonRepudiation"))->property("checked").toBool());
+    QVERIFY(tick("usage-nonRepudiation"));
+    QVERIFY(m_window->click(QStringLiteral("editRequestSave")));
+    QVERIFY(m_steps->waitClosed("editRequestDialog"));
+    QVERIFY(m_window->waitFor([&] { return !text().contains(QStringLiteral("Repudiation")); }));
+    QVERIFY(text().contains(QStringLiteral("E-mail Protection")));
+    QVERIFY(isSigned(file));
 }
 
 /// What the form has no field for is told, and stays in the file.

@@ -50,13 +50,13 @@ class FakeRequest : public FakeCertificate, public SavedRequest {
 public:
     QString requestFile() const override { return path; }
     QByteArray requestKeyInfo() const override { return {}; }
-    QCA::CertificateInfo requestInfo() const override { return info; }
-    void setRequestInfo(const QCA::CertificateInfo &changed) override { info = changed; }
-    void restoreRequestInfo() override { }
+    RequestedFields requestedFields() const override { return fields; }
+    void setRequestedFields(const RequestedFields &changed) override { fields = changed; }
+    void restoreRequestedFields() override { }
     bool hasRequestKey() const override { return false; }
 
     QString path;
-    QCA::CertificateInfo info;
+    RequestedFields fields;
 };
 
 /// A source with roles named as those of a key store model, and no entries behind them.
@@ -367,23 +367,23 @@ void TestAppTypes::shownValueIsReplaced()
 {
     const QCA::CertificateInfoType unit = infoType(OrganizationalUnitInfo);
     FakeRequest request;
-    request.info.insert(unit, QStringLiteral("North"));
-    request.info.insert(unit, QStringLiteral("South"));
-    request.info.insert(infoType(EmailInfo), QStringLiteral("a@example.org"));
+    request.fields.info.insert(unit, QStringLiteral("North"));
+    request.fields.info.insert(unit, QStringLiteral("South"));
+    request.fields.info.insert(infoType(EmailInfo), QStringLiteral("a@example.org"));
     const RequestSubject subject;
     QCOMPARE(subject.value(&request, OrganizationalUnitInfo), QStringLiteral("South"));
     QCOMPARE(subject.others(&request, {OrganizationalUnitInfo, EmailInfo}),
              QStringList{QStringLiteral("North")});
     QVERIFY(subject.replace(&request, OrganizationalUnitInfo, QStringLiteral("East")));
-    QCOMPARE(request.info.values(unit),
+    QCOMPARE(request.fields.info.values(unit),
              (QStringList{QStringLiteral("East"), QStringLiteral("North")}));
     QVERIFY(subject.replace(&request, OrganizationalUnitInfo, QString()));
-    QCOMPARE(request.info.values(unit), QStringList{QStringLiteral("North")});
+    QCOMPARE(request.fields.info.values(unit), QStringList{QStringLiteral("North")});
     QVERIFY(subject.replace(&request, EmailInfo, QStringLiteral("b@example.org")));
-    QCOMPARE(request.info.values(infoType(EmailInfo)),
+    QCOMPARE(request.fields.info.values(infoType(EmailInfo)),
              QStringList{QStringLiteral("b@example.org")});
     QVERIFY(subject.replace(&request, LocalityInfo, QStringLiteral("Moscow")));
-    QCOMPARE(request.info.size(), 3);
+    QCOMPARE(request.fields.info.size(), 3);
 }
 
 void TestAppTypes::filesByContent_data()

@@ -31,9 +31,9 @@ class FakeRequest : public QObject, public SavedRequest {
 public:
     QString requestFile() const override { return QStringLiteral("/requests/") + name; }
     QByteArray requestKeyInfo() const override { return info; }
-    QCA::CertificateInfo requestInfo() const override { return {}; }
-    void setRequestInfo(const QCA::CertificateInfo &) override { }
-    void restoreRequestInfo() override { }
+    Trivex::RequestedFields requestedFields() const override { return {}; }
+    void setRequestedFields(const Trivex::RequestedFields &) override { }
+    void restoreRequestedFields() override { }
     bool hasRequestKey() const override { return true; }
 
     QString name;

@@ -142,6 +142,12 @@ void replace(QCA::CertificateInfo *info, int type, const char *before, const cha
         info->insert(infoType(type), QString::fromUtf8(after));
 }
 
+QByteArray text(const QCA::CertificateRequest &request)
+{
+    return Corpus::openssl({QStringLiteral("req"), QStringLiteral("-text")},
+                           request.toPEM().toLatin1());
+}
+
 bool isVerified(const QCA::CertificateRequest &request)
 {
     return !Corpus::openssl({QStringLiteral("req"), QStringLiteral("-verify"),
@@ -181,6 +187,8 @@ private Q_SLOTS:
     void lastAlternativeNames();
     void addedAlternativeNames();
     void attributesAreSorted();
+    void usagesAreReplaced();
+    void usagesComeAndGo();
     void unwritableValue();
     void requestWithoutAttributes();
     void otherKey();
@@ -208,7 +216,8 @@ void TestRequestEditing::initTestCase()
 
 QCA::CertificateRequest TestRequestEditing::edited(const QCA::CertificateInfo &info)
 {
-    return editedRequest(m_original, info, key(QStringLiteral("rsa.key")));
+    return editedRequest(m_original, {info, m_original.constraints()},
+                         key(QStringLiteral("rsa.key")));
 }
 
 void TestRequestEditing::nothingChanged_data()
@@ -224,7 +233,7 @@ void TestRequestEditing::nothingChanged()
     const QCA::CertificateRequest original = made(file);
     QVERIFY(!original.isNull());
     const QCA::CertificateRequest again =
-        editedRequest(original, requestSubject(original), key(file));
+        editedRequest(original, requestedFields(original), key(file));
     QCOMPARE(partsOf(again.toDER()).value(0), partsOf(original.toDER()).value(0));
     QVERIFY(isVerified(again));
 }
@@ -343,7 +352,7 @@ void TestRequestEditing::lastAlternativeNames()
     QCA::CertificateInfo info = requestSubject(original);
     replace(&info, QCA::DNS, "a.example.org", nullptr);
     const QCA::CertificateRequest request =
-        editedRequest(original, info, key(QStringLiteral("rsa.key")));
+        editedRequest(original, {info, original.constraints()}, key(QStringLiteral("rsa.key")));
     QCOMPARE(extensionsOf(original).size(), 2);
     QCOMPARE(extensionsOf(request), extensionsOf(original).mid(0, 1));
     QVERIFY(isVerified(request));
@@ -357,7 +366,7 @@ void TestRequestEditing::addedAlternativeNames()
     info.insert(infoType(EmailInfo), QStringLiteral("new@example.org"));
     info.insert(infoType(QCA::DNS), QStringLiteral("a.example.org"));
     const QCA::CertificateRequest request =
-        editedRequest(original, info, key(QStringLiteral("rsa.key")));
+        editedRequest(original, {info, original.constraints()}, key(QStringLiteral("rsa.key")));
     QCOMPARE(bodyOf(request).at(1), bodyOf(original).at(1));
     QCOMPARE(requestSubject(request), info);
     QCOMPARE(partsOf(alternativeNames(request)).size(), 2);
@@ -376,13 +385,58 @@ void TestRequestEditing::attributesAreSorted()
     QCA::CertificateInfo info = requestSubject(original);
     info.insert(infoType(QCA::DNS), QStringLiteral("a.b"));
     const QCA::CertificateRequest request =
-        editedRequest(original, info, key(QStringLiteral("rsa.key")));
+        editedRequest(original, {info, original.constraints()}, key(QStringLiteral("rsa.key")));
     QList<QByteArray> sorted = attributesOf(request);
     QCOMPARE(sorted.size(), 2);
     std::sort(sorted.begin(), sorted.end());
     QCOMPARE(attributesOf(request), sorted);
     QCOMPARE(sorted.at(1), attributesOf(original).at(0));
     QVERIFY(isVerified(request));
+}
+
+/// Each list of usages is edited by itself; its place and whether it is critical stay.
+void TestRequestEditing::usagesAreReplaced()
+{
+    RequestedFields fields = requestedFields(m_original);
+    fields.usages.insert(1, QCA::ConstraintType(QCA::NonRepudiation));
+    QCA::CertificateRequest request =
+        editedRequest(m_original, fields, key(QStringLiteral("rsa.key")));
+    QCOMPARE(differences(extensionsOf(m_original), extensionsOf(request)), QList<int>{0});
+    QCOMPARE(request.constraints(), fields.usages);
+    QVERIFY(text(request).contains("X509v3 Key Usage: critical"));
+    QVERIFY(text(request).contains("Digital Signature, Non Repudiation\n"));
+    fields = requestedFields(m_original);
+    QVERIFY(fields.usages.removeOne(QCA::ConstraintType(QCA::ClientAuth)));
+    fields.usages += QCA::ConstraintType(QCA::EmailProtection);
+    request = editedRequest(m_original, fields, key(QStringLiteral("rsa.key")));
+    QCOMPARE(differences(extensionsOf(m_original), extensionsOf(request)), QList<int>{2});
+    QVERIFY(text(request).contains("X509v3 Extended Key Usage: \n"));
+    QCOMPARE(request.constraints(), fields.usages);
+    QVERIFY(text(request).contains(", E-mail Protection\n"));
+    QVERIFY(isVerified(request));
+}
+
+void TestRequestEditing::usagesComeAndGo()
+{
+    const QCA::CertificateRequest plain = made(QStringLiteral("rsa.key"), Plain);
+    RequestedFields fields = requestedFields(plain);
+    fields.usages += QCA::ConstraintType(QCA::KeyAgreement);
+    fields.usages += QCA::ConstraintType(QCA::ServerAuth);
+    const QCA::CertificateRequest request =
+        editedRequest(plain, fields, key(QStringLiteral("rsa.key")));
+    QCOMPARE(extensionsOf(request).size(), 2);
+    QVERIFY(text(request).contains("X509v3 Key Usage: critical"));
+    QVERIFY(text(request).contains("TLS Web Server Authentication\n"));
+    QVERIFY(isVerified(request));
+    fields.usages.clear();
+    const QCA::CertificateRequest without =
+        editedRequest(request, fields, key(QStringLiteral("rsa.key")));
+    QCOMPARE(bodyOf(without), bodyOf(plain));
+    // With the last usage of a kind goes its list alone.
+    fields = requestedFields(m_original);
+    fields.usages = {QCA::ConstraintType(QCA::ClientAuth)};
+    QCOMPARE(extensionsOf(editedRequest(m_original, fields, key(QStringLiteral("rsa.key")))).size(),
+             extensionsOf(m_original).size() - 1);
 }
 
 /// An address of a machine that is none takes nothing away.
@@ -413,7 +467,7 @@ void TestRequestEditing::requestWithoutAttributes()
     QCA::CertificateInfo info = requestSubject(odd);
     replace(&info, CommonNameInfo, "Old Name", "New");
     const QCA::CertificateRequest request =
-        editedRequest(odd, info, key(QStringLiteral("rsa.key")));
+        editedRequest(odd, {info, odd.constraints()}, key(QStringLiteral("rsa.key")));
     QCOMPARE(bodyOf(request).size(), 3);
     QCOMPARE(infoValue(requestSubject(request), CommonNameInfo), QStringLiteral("New"));
 }
@@ -421,7 +475,8 @@ void TestRequestEditing::requestWithoutAttributes()
 void TestRequestEditing::otherKey()
 {
     const QCA::PrivateKey other = key(QStringLiteral("ec-256.key"));
-    const QCA::CertificateRequest request = editedRequest(m_original, m_info, other);
+    const QCA::CertificateRequest request =
+        editedRequest(m_original, {m_info, m_original.constraints()}, other);
     QCOMPARE(differences(bodyOf(m_original), bodyOf(request)), QList<int>{2});
     QVERIFY(isSamePublicKey(requestPublicKey(request), other.toPublicKey()));
     QVERIFY(isVerified(request));
@@ -429,10 +484,13 @@ void TestRequestEditing::otherKey()
 
 void TestRequestEditing::refusals()
 {
-    QVERIFY(editedRequest(m_original, m_info, QCA::PrivateKey()).isNull());
     QVERIFY(
-        editedRequest(QCA::CertificateRequest(), m_info, key(QStringLiteral("rsa.key"))).isNull());
-    QVERIFY(editedRequest(m_original, m_info, key(QStringLiteral("dh.key"))).isNull());
+        editedRequest(m_original, {m_info, m_original.constraints()}, QCA::PrivateKey()).isNull());
+    QVERIFY(editedRequest(QCA::CertificateRequest(), {m_info, {}}, key(QStringLiteral("rsa.key")))
+                .isNull());
+    QVERIFY(
+        editedRequest(m_original, {m_info, m_original.constraints()}, key(QStringLiteral("dh.key")))
+            .isNull());
 }
 
 int main(int argc, char *argv[])
