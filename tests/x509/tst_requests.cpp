@@ -72,6 +72,9 @@ void TestRequests::reads()
     const QCA::CertificateRequest curve = QCA::CertificateRequest::fromPEM(
         QString::fromLatin1(Corpus::read(QStringLiteral("request-ec.csr"))));
     QCOMPARE(keyType(requestPublicKey(curve)), int(EllipticCurveKey));
+    QCOMPARE(request.signatureAlgorithm(), QCA::EMSA3_SHA256);
+    // QCA has no name for those of curves.
+    QCOMPARE(curve.signatureAlgorithm(), QCA::SignatureUnknown);
     QCOMPARE(keyType(requestPublicKey(QCA::CertificateRequest::fromPEM(
                  QString::fromLatin1(Corpus::read(QStringLiteral("request-ed25519.csr")))))),
              int(OtherKey));
