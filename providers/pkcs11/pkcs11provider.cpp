@@ -62,7 +62,8 @@ QVariantMap Pkcs11Provider::defaultConfig() const
     return {{QStringLiteral("formtype"), QStringLiteral("http://trivex/forms/pkcs11#1.0")},
             {QStringLiteral("allow_load_rootca"), false},
             {QStringLiteral("modules"), QString()},
-            {QStringLiteral("login_lifetime"), 0}};
+            {QStringLiteral("login_lifetime"), 0},
+            {QStringLiteral("remember_tokens"), false}};
 }
 
 void Pkcs11Provider::configChanged(const QVariantMap &config)
@@ -72,6 +73,7 @@ void Pkcs11Provider::configChanged(const QVariantMap &config)
     settings.modules = config.value(QStringLiteral("modules")).toString();
     const int minutes = config.value(QStringLiteral("login_lifetime")).toInt();
     settings.loginLifetime = std::chrono::minutes(std::clamp(minutes, 0, LongestLoginLifetime));
+    settings.rememberTokens = config.value(QStringLiteral("remember_tokens")).toBool();
     configureTokens(settings);
 }
 

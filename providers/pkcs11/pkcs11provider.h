@@ -18,6 +18,7 @@ public:
     Context *createContext(const QString &type) override;
     /// "allow_load_rootca": list trust anchors as a system store. "modules": see TokenSettings.
     /// "login_lifetime": minutes after which an unused login ends; 0: with the session.
+    /// "remember_tokens": keep what tokens show to anybody, to list it at once at the next start.
     QVariantMap defaultConfig() const override;
     void configChanged(const QVariantMap &config) override;
 };

@@ -59,17 +59,19 @@ PlainToken::~PlainToken()
         m_module->C_Finalize(nullptr);
 }
 
-bool PlainToken::write(const QByteArray &der, int number)
+bool PlainToken::write(const QByteArray &der, int number, bool isHidden)
 {
     CK_OBJECT_CLASS objectClass = CKO_CERTIFICATE;
     CK_CERTIFICATE_TYPE type = CKC_X_509;
     CK_BBOOL yes = CK_TRUE;
+    CK_BBOOL hides = isHidden ? CK_TRUE : CK_FALSE;
     QByteArray id = QByteArray::number(number);
     QByteArray value = der;
     CK_ATTRIBUTE object[] = {
         {CKA_CLASS, &objectClass, sizeof objectClass},
         {CKA_CERTIFICATE_TYPE, &type, sizeof type},
         {CKA_TOKEN, &yes, sizeof yes},
+        {CKA_PRIVATE, &hides, sizeof hides},
         {CKA_ID, id.data(), CK_ULONG(id.size())},
         {CKA_LABEL, id.data(), CK_ULONG(id.size())},
         {CKA_SUBJECT, nullptr, 0},
@@ -95,6 +97,11 @@ bool PlainToken::writeCertificates(const QList<QByteArray> &certificates, const 
     for (int i = 0; isGood && i < certificates.size(); ++i)
         isGood = write(certificates.at(i), i);
     return isGood;
+}
+
+bool PlainToken::writeHiddenCertificate(const QByteArray &der, const QByteArray &pin)
+{
+    return isOpen() && logIn(pin) && write(der, 0, true);
 }
 
 bool PlainToken::writeCertificates(int count, const QByteArray &pin, int first)

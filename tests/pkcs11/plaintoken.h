@@ -23,6 +23,8 @@ public:
     /// Numbered from `first` on.
     bool writeCertificates(int count, const QByteArray &pin, int first = 0);
     bool writeCertificates(const QList<QByteArray> &certificates, const QByteArray &pin);
+    /// One that shows itself after a login only; its label is "0".
+    bool writeHiddenCertificate(const QByteArray &der, const QByteArray &pin);
     /// Pairs of keys on P-256, each with the same id and label.
     bool makeKeys(int count, const QByteArray &label, const QByteArray &pin);
     /// Finds all certificates in one search, reads each in one call and decodes it; their number.
@@ -30,7 +32,7 @@ public:
 
 private:
     bool logIn(const QByteArray &pin);
-    bool write(const QByteArray &der, int number);
+    bool write(const QByteArray &der, int number, bool isHidden = false);
 
     QLibrary m_library;
     CK_FUNCTION_LIST *m_module = nullptr;

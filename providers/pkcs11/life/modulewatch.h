@@ -18,6 +18,8 @@ struct TokenSettings {
     /// An unused login ends after this time; with 0 only with the session. A change counts for
     /// tokens that come later.
     Worker::Milliseconds loginLifetime{0};
+    /// Keeps what tokens show to anybody in the user's cache directory, see `TokenCache`.
+    bool rememberTokens = false;
 };
 
 /// Keeps one `ModuleHost` running for each module that is present. A thread of its own looks at the

@@ -56,8 +56,10 @@ TokenError failure(TokenError::Kind kind, const QString &storeId, Purpose purpos
 /// gone.
 class Token::Task {
 public:
-    Task(std::shared_ptr<TokenConnection> connection, Operation operation, Work work, Then then)
+    Task(std::shared_ptr<TokenConnection> connection, std::shared_ptr<TokenMemory> memory,
+         Operation operation, Work work, Then then)
         : connection(std::move(connection))
+        , memory(std::move(memory))
         , purpose(operation.purpose())
         , isUnattended(operation.isUnattended())
         , isQuiet(operation.isAttended() || (isUnattended && purpose == Purpose::Look))
@@ -109,6 +111,7 @@ public:
     }
 
     const std::shared_ptr<TokenConnection> connection;
+    const std::shared_ptr<TokenMemory> memory;
     const Purpose purpose;
     const bool isUnattended;
     /// Nobody misses what a look would have found; who attends tells of a failure.
@@ -126,11 +129,13 @@ private:
 };
 
 Token::Token(Pkcs11::ModulePtr module, CK_SLOT_ID slot, const TokenIdentity &identity,
-             const QCA::KeyStoreInfo &store, CertificateChoice choice, TokenListener &listener)
+             const QCA::KeyStoreInfo &store, CertificateChoice choice,
+             std::shared_ptr<TokenMemory> memory, TokenListener &listener)
     : m_storeId(identity.storeId)
     , m_listener(listener)
     , m_connection(
           std::make_shared<TokenConnection>(std::move(module), slot, identity, store, choice))
+    , m_memory(std::move(memory))
 {
 }
 
@@ -141,16 +146,24 @@ void Token::start(Worker::Milliseconds loginLifetime)
     m_worker.start(
         loginLifetime, [connection = m_connection] { connection->logout(); },
         [connection = m_connection] { connection->end(); });
+    if (m_memory) {
+        m_worker.post([connection = m_connection, memory = m_memory, &listener = m_listener] {
+            if (const TokenContentsPtr remembered = memory->recall())
+                listener.publishRemembered(*connection, remembered);
+        });
+    }
     read();
 }
 
 void Token::read()
 {
-    m_worker.post([connection = m_connection, &listener = m_listener] {
+    m_worker.post([connection = m_connection, memory = m_memory, &listener = m_listener] {
         try {
             connection->read();
             connection->noteSuccess();
             listener.publishContents(*connection);
+            if (memory)
+                memory->note(*connection);
         } catch (const Error &error) {
             connection->noteFailure(error);
             listener.publishReadFailure(*connection);
@@ -160,8 +173,8 @@ void Token::read()
 
 void Token::post(Operation operation, Work work, Then then)
 {
-    const auto task = std::make_shared<Task>(m_connection, std::move(operation), std::move(work),
-                                             std::move(then));
+    const auto task = std::make_shared<Task>(m_connection, m_memory, std::move(operation),
+                                             std::move(work), std::move(then));
     {
         const std::lock_guard lock(m_tasksMutex);
         const auto isOver = [](const std::weak_ptr<Task> &one) { return one.expired(); };
@@ -189,6 +202,8 @@ void Token::perform(Task &task, TokenListener &listener)
         return;
     const TokenConnection::Scope scope(connection, task.cancellation);
     listener.publishBusy(connection, task.purpose);
+    if (task.memory && (changesToken(task.purpose) || task.purpose == Purpose::Generate))
+        task.memory->forget();
     const TokenContentsPtr before = connection.contents();
     const TokenError error = attempt(task);
     // The failed operation may have undone changes that it had noted.

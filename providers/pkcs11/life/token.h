@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "providers/pkcs11/life/tokenconnection.h"
+#include "providers/pkcs11/life/tokenmemory.h"
 #include "providers/pkcs11/life/worker.h"
 #include "qca/tokens/tokens.h"
 
@@ -14,6 +14,9 @@ class TokenListener {
 public:
     /// The token has been read, or its contents have changed.
     virtual void publishContents(const TokenConnection &source) = 0;
+    /// These rows were read at an earlier start; the token itself is still to be read.
+    virtual void publishRemembered(const TokenConnection &source,
+                                   const TokenContentsPtr &contents) = 0;
     virtual void publishReadFailure(const TokenConnection &source) = 0;
     /// An operation with that purpose has begun; `publishIdle` follows its end.
     virtual void publishBusy(const TokenConnection &source, Purpose purpose) = 0;
@@ -39,8 +42,10 @@ public:
     /// closed.
     using Then = std::function<void(const TokenError &)>;
 
+    /// `memory` may be null: nothing is remembered of it then.
     Token(Pkcs11::ModulePtr module, CK_SLOT_ID slot, const TokenIdentity &identity,
-          const QCA::KeyStoreInfo &store, CertificateChoice choice, TokenListener &listener);
+          const QCA::KeyStoreInfo &store, CertificateChoice choice,
+          std::shared_ptr<TokenMemory> memory, TokenListener &listener);
     ~Token();
 
     const QString &storeId() const { return m_storeId; }
@@ -50,8 +55,8 @@ public:
     /// to the token's thread.
     const TokenConnection *connection() const { return m_connection.get(); }
 
-    /// Starts the thread and reads the token for the first time. A login that was not used for
-    /// `loginLifetime` ends (0: never).
+    /// Starts the thread, shows what is remembered, and reads the token for the first time. A login
+    /// that was not used for `loginLifetime` ends (0: never).
     void start(Worker::Milliseconds loginLifetime);
     /// Reads the token again; does not wait.
     void read();
@@ -78,6 +83,7 @@ private:
     TokenListener &m_listener;
     /// Shared with the thread, which may outlive this object.
     std::shared_ptr<TokenConnection> m_connection;
+    std::shared_ptr<TokenMemory> m_memory;
     mutable std::mutex m_tasksMutex;
     std::vector<std::weak_ptr<Task>> m_tasks;
     Worker m_worker;

@@ -86,6 +86,11 @@ public:
     void noteRemoved(const TokenCertificate &certificate);
     void noteRemoved(const TokenKey &key);
     const TokenContentsPtr &contents() const { return m_contents; }
+    /// What the searches have brought of which `contents` was made.
+    const TokenObjects &objects() const { return m_objects; }
+    /// Somebody was logged in, here or elsewhere in the process, at some time since it came, as far
+    /// as the token tells of logins.
+    bool hasSeenLogin() const { return m_hasLoggedIn || m_tellsLogin; }
 
     /// Called after every error: closes the anchor when the error has ended it.
     void noteError(const Pkcs11::Error &error) noexcept;

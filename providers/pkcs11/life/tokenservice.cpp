@@ -29,6 +29,7 @@ void TokenService::configure(const TokenSettings &settings)
         const std::lock_guard lock(m_mutex);
         m_settings = settings;
         m_tokens.setLoginLifetime(settings.loginLifetime);
+        m_tokens.rows().setOn(settings.rememberTokens);
         watch = m_watch;
     }
     if (watch)

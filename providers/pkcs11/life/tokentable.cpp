@@ -2,31 +2,14 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/life/tokentable.h"
 
+#include "providers/pkcs11/cache/rowmark.h"
 #include "providers/pkcs11/contents/tokenlook.h"
+#include "providers/pkcs11/life/numberedstatus.h"
 #include "qca/questions/waiter.h"
-#include "qca/tokens/tokenregistry.h"
 
 #include <algorithm>
 
 namespace Trivex {
-
-namespace {
-
-/// A status as it was under the lock, with its place among all of them.
-struct NumberedStatus {
-    TokenStatus status;
-    quint64 number = 0;
-
-    NumberedStatus() = default;
-    explicit NumberedStatus(const TokenStatus &current)
-        : status(current)
-        , number(nextStatusNumber())
-    {
-    }
-    void publish() const { publishTokenStatus(status, number); }
-};
-
-} // namespace
 
 /// A key store and the token behind it.
 struct TokenTable::Record {
@@ -35,17 +18,16 @@ struct TokenTable::Record {
     TokenPtr token;
 };
 
-namespace {
-
-void noteContents(const TokenContents &contents, TokenStatus *status)
+int TokenTable::show(Record &record, TokenContentsPtr contents)
 {
-    status->keysPresumed = contents.keysPresumed;
-    status->keysHidden = contents.keysHidden;
-    status->certificates = int(contents.entries.size());
-    status->keyFacts = contents.keyFacts;
+    TokenStatus &status = record.status;
+    status.keysPresumed = contents->keysPresumed;
+    status.keysHidden = contents->keysHidden;
+    status.certificates = int(contents->entries.size());
+    status.keyFacts = contents->keyFacts;
+    record.store.contents = std::move(contents);
+    return record.store.id;
 }
-
-} // namespace
 
 TokenTable::TokenTable(FirstScan &scan)
     : m_scan(scan)
@@ -233,6 +215,10 @@ TokenPtr TokenTable::attach(const Pkcs11::ModulePtr &module, CK_SLOT_ID slot,
     TokenPtr token;
     NumberedStatus status;
     Worker::Milliseconds lifetime{0};
+    // The anchors of a trust module are everybody's, and quick to read.
+    const auto memory = choice == CertificateChoice::All
+        ? std::make_shared<TokenMemory>(m_rows, RowKey{identity.storeId, rowMark(info)})
+        : nullptr;
     {
         const std::lock_guard lock(m_mutex);
         if (!m_isOpen || identity.storeId.isEmpty())
@@ -244,7 +230,7 @@ TokenPtr TokenTable::attach(const Pkcs11::ModulePtr &module, CK_SLOT_ID slot,
         const TokenStore &store = made.store;
         token = made.token = std::make_shared<Token>(
             module, slot, identity, QCA::KeyStoreInfo(store.type, store.storeId, store.name),
-            choice, *this);
+            choice, memory, *this);
         made.store.present = true;
         made.store.readOnly = flags.readOnly || choice == CertificateChoice::Trusted;
         made.status = {};
@@ -278,12 +264,10 @@ void TokenTable::detach(const TokenPtr &token)
         if (found && found->token == token) {
             found->token.reset();
             found->store.present = false;
-            found->store.contents = std::make_shared<TokenContents>();
+            id = show(*found, std::make_shared<TokenContents>());
             TokenStatus &current = found->status;
             current.present = current.busy = current.loading = current.isRead = false;
-            noteContents(*found->store.contents, &current);
             status = NumberedStatus(current);
-            id = found->store.id;
         }
     }
     // First, so that whoever hears of an operation that ended with the token finds it gone.
@@ -333,20 +317,37 @@ void TokenTable::publishContents(const TokenConnection &source)
 {
     int id = 0;
     publish(source, [&](Record &found) {
-        found.store.contents = source.contents();
+        id = show(found, source.contents());
         found.status.loading = false;
-        noteContents(*found.store.contents, &found.status);
         found.status.isRead = true;
-        id = found.store.id;
     });
     if (id)
         Q_EMIT contentsChanged(id);
     m_scan.fulfil(source.identity().storeId);
 }
 
+void TokenTable::publishRemembered(const TokenConnection &source, const TokenContentsPtr &contents)
+{
+    int id = 0;
+    publish(source, [&](Record &found) {
+        if (!found.status.isRead)
+            id = show(found, contents);
+    });
+    if (id)
+        Q_EMIT contentsChanged(id);
+}
+
 void TokenTable::publishReadFailure(const TokenConnection &source)
 {
-    publish(source, [](Record &found) { found.status.loading = false; });
+    int id = 0;
+    publish(source, [&](Record &found) {
+        found.status.loading = false;
+        // Nothing has shown that what is remembered is still there.
+        if (!found.status.isRead && !found.store.contents->entries.empty())
+            id = show(found, std::make_shared<TokenContents>());
+    });
+    if (id)
+        Q_EMIT contentsChanged(id);
     m_scan.fulfil(source.identity().storeId);
 }
 

@@ -46,6 +46,8 @@ public:
     void close();
     /// Forgets all stores.
     void clear();
+    /// What is remembered of tokens that were read before.
+    TokenCache &rows() { return m_rows; }
 
     QList<int> stores() const;
     std::optional<TokenStore> store(int id) const;
@@ -75,6 +77,8 @@ public:
 
     // Ignored when the token has been detached meanwhile.
     void publishContents(const TokenConnection &source) override;
+    void publishRemembered(const TokenConnection &source,
+                           const TokenContentsPtr &contents) override;
     void publishReadFailure(const TokenConnection &source) override;
     void publishBusy(const TokenConnection &source, Purpose purpose) override;
     void publishIdle(const TokenConnection &source) override;
@@ -92,9 +96,12 @@ private:
     Record &makeRecord(const TokenIdentity &identity, CertificateChoice choice);
     QString distinctName(const TokenIdentity &identity) const;
     TokenPtr token(const QString &storeId) const;
+    /// The id of its store.
+    static int show(Record &record, TokenContentsPtr contents);
     void publish(const TokenConnection &source, const std::function<void(Record &)> &change);
 
     FirstScan &m_scan;
+    TokenCache m_rows;
     mutable std::mutex m_mutex;
     std::vector<std::shared_ptr<Record>> m_records;
     Worker::Milliseconds m_loginLifetime{0};

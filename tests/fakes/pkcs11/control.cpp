@@ -13,11 +13,17 @@ namespace {
 using Words = std::vector<std::string>;
 
 const std::map<std::string, Action> actionNames = {
-    {"fail", Action::Fail},        {"fail-after", Action::FailAfter},
-    {"delay", Action::Delay},      {"remove-at", Action::Remove},
-    {"kill", Action::Kill},        {"kill-after", Action::KillAfter},
-    {"report", Action::Report},    {"end-sessions-at", Action::EndSessions},
-    {"logout-at", Action::Logout}, {"final-try-at", Action::FinalTry},
+    {"fail", Action::Fail},
+    {"fail-after", Action::FailAfter},
+    {"delay", Action::Delay},
+    {"remove-at", Action::Remove},
+    {"kill", Action::Kill},
+    {"kill-after", Action::KillAfter},
+    {"hold", Action::Hold},
+    {"report", Action::Report},
+    {"end-sessions-at", Action::EndSessions},
+    {"logout-at", Action::Logout},
+    {"final-try-at", Action::FinalTry},
 };
 
 const std::map<std::string, bool Script::*> stateNames = {

@@ -19,6 +19,7 @@ enum class Action {
     Fail, //!< return \c result without calling the real module
     FailAfter, //!< call the real module, then return \c result
     Delay, //!< wait \c milliseconds, then go on
+    Hold, //!< wait until the control file is another one, then go on
     Remove, //!< take the slot of the call away
     EndSessions, //!< close all sessions of the call's token, and with them its login
     FinalTry, //!< leave the token one try from that call on

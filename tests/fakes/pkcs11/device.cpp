@@ -6,11 +6,13 @@
 #include "tests/fakes/pkcs11/spylog.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <fstream>
 #include <iterator>
 #include <sys/stat.h>
+#include <thread>
 #include <utility>
 
 namespace Faulty {
@@ -89,6 +91,13 @@ Device::Device()
     : m_target(loadTarget())
     , m_controlPath(environment("TRIVEX_FAULTY_CONTROL", ""))
 {
+}
+
+void Device::awaitControl(const std::string &before) const
+{
+    constexpr std::chrono::milliseconds Pause{2};
+    while (fileStamp(m_controlPath) == before)
+        std::this_thread::sleep_for(Pause);
 }
 
 std::vector<Device::Slot> Device::readSlots() const
@@ -181,6 +190,9 @@ void Device::applyRules(Function function, unsigned long subject, Verdict *verdi
             break;
         case Action::Delay:
             verdict->milliseconds += rule.milliseconds;
+            break;
+        case Action::Hold:
+            verdict->hold = m_controlStamp;
             break;
         case Action::Remove:
             if (slot)

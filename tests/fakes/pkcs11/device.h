@@ -16,6 +16,7 @@ namespace Faulty {
 //! What is to happen to one call.
 struct Verdict {
     unsigned long milliseconds = 0;
+    std::optional<std::string> hold; //!< waits for another control file than the one of that stamp
     bool kill = false;
     bool killAfter = false;
     std::optional<CK_RV> instead; //!< returned without calling the real module
@@ -36,6 +37,9 @@ public:
     //! Reads the control file if it changed and decides about one call. \p subject is the slot or
     //! the session that the call names.
     Verdict judge(Function function, unsigned long subject);
+
+    //! Waits until the control file has another stamp.
+    void awaitControl(const std::string &before) const;
 
     //! Whether the control file gives GOST keys that habit.
     bool hasGostHabit(const std::string &habit) const;

@@ -18,6 +18,10 @@ void before(Function function, const Verdict &verdict)
         writeLog(std::string("waits ") + functionName(function));
         std::this_thread::sleep_for(std::chrono::milliseconds(verdict.milliseconds));
     }
+    if (verdict.hold) {
+        writeLog(std::string("waits ") + functionName(function));
+        Device::instance().awaitControl(*verdict.hold);
+    }
     if (verdict.kill)
         std::raise(SIGKILL);
 }

@@ -1,0 +1,125 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/cache/tokencache.h"
+
+#include "qca/base/atomicfile.h"
+
+#include <QCryptographicHash>
+#include <QDateTime>
+#include <QDir>
+#include <QStandardPaths>
+
+#include <utility>
+
+namespace Trivex {
+
+namespace {
+
+constexpr QFile::Permissions OwnerOnly = QFile::ReadOwner | QFile::WriteOwner;
+const QString Rows = QStringLiteral("*.rows");
+/// What an `AtomicFile` leaves behind when its process is killed.
+const QString Parts = QStringLiteral(".trivex-*.part");
+
+/// Newest first.
+QFileInfoList filesIn(const QString &directory, const QStringList &patterns)
+{
+    return QDir(directory).entryInfoList(patterns, QDir::Files | QDir::System | QDir::Hidden,
+                                         QDir::Time);
+}
+
+/// Empty for what is no file of its own kind: a link leads elsewhere, and a pipe has no end.
+QByteArray contentOf(const QString &path)
+{
+    const QFileInfo info(path);
+    QFile file(path);
+    const bool isGood = info.isFile() && !info.isSymLink() && info.size() <= MostRowBytes;
+    return isGood && file.open(QIODevice::ReadOnly) ? file.read(MostRowBytes + 1) : QByteArray();
+}
+
+/// Counts as seen now.
+void touch(const QString &path)
+{
+    QFile file(path);
+    if (file.open(QIODevice::ReadWrite))
+        file.setFileTime(QDateTime::currentDateTimeUtc(), QFileDevice::FileModificationTime);
+}
+
+bool makePrivateDirectory(const QString &path)
+{
+    return QDir().mkpath(path) && QFile::setPermissions(path, OwnerOnly | QFile::ExeOwner);
+}
+
+} // namespace
+
+TokenCache::TokenCache(QString directory)
+    : m_directory(std::move(directory))
+{
+}
+
+QString TokenCache::defaultDirectory()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation)
+        + QStringLiteral("/trivex/tokens");
+}
+
+QString TokenCache::pathOf(const QString &storeId) const
+{
+    // A label may hold anything, and the names of files tell nobody whose token was here.
+    const QByteArray name =
+        QCryptographicHash::hash(storeId.toUtf8(), QCryptographicHash::Sha256).toHex();
+    return m_directory + QLatin1Char('/') + QString::fromLatin1(name) + QStringLiteral(".rows");
+}
+
+std::optional<TokenObjects> TokenCache::read(const RowKey &key) const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_isOn ? unpackRows(key, contentOf(pathOf(key.storeId))) : std::nullopt;
+}
+
+void TokenCache::write(const RowKey &key, const TokenObjects &objects)
+{
+    const std::lock_guard lock(m_mutex);
+    if (!m_isOn)
+        return;
+    const QString path = pathOf(key.storeId);
+    const QByteArray rows = packRows(key, objects);
+    if (rows.size() > MostRowBytes) {
+        QFile::remove(path);
+    } else if (rows == contentOf(path)) {
+        touch(path);
+    } else if (makePrivateDirectory(m_directory)) {
+        // Replaces whatever stands under that name, a link too.
+        writeAtomically(path, rows, true, FileReaders::Owner);
+    }
+    removeOld();
+}
+
+void TokenCache::removeOld() const
+{
+    const QDateTime oldest = QDateTime::currentDateTimeUtc().addDays(-MostDays);
+    int kept = 0;
+    qint64 bytes = 0;
+    const QFileInfoList files = filesIn(m_directory, {Rows});
+    for (const QFileInfo &file : files) {
+        bytes += file.size();
+        if (++kept > MostTokens || bytes > MostBytes || file.lastModified() < oldest)
+            QFile::remove(file.filePath());
+    }
+}
+
+void TokenCache::forget(const QString &storeId)
+{
+    const std::lock_guard lock(m_mutex);
+    QFile::remove(pathOf(storeId));
+}
+
+void TokenCache::clear()
+{
+    const std::lock_guard lock(m_mutex);
+    const QFileInfoList files = filesIn(m_directory, {Rows, Parts});
+    for (const QFileInfo &file : files)
+        QFile::remove(file.filePath());
+    QDir().rmdir(m_directory);
+}
+
+} // namespace Trivex

@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "providers/pkcs11/cache/rowfile.h"
+
+#include <atomic>
+#include <mutex>
+
+namespace Trivex {
+
+/// The public rows of tokens that were read before, in files of the user's cache directory: one a
+/// token, readable by its owner alone. Nothing is read or written unless it is switched on.
+/// Thread-safe; it reads and writes files, which is nothing for a GUI thread.
+class TRIVEX_TOKENS_EXPORT TokenCache {
+public:
+    /// More tokens than somebody has; those that were not seen for longest go first.
+    static constexpr int MostTokens = 32;
+    /// All files together.
+    static constexpr qint64 MostBytes = 4 * MostRowBytes;
+    /// A token that was not seen for so long is forgotten.
+    static constexpr int MostDays = 30;
+
+    /// "trivex/tokens" in the user's cache directory (XDG Base Directory Specification).
+    static QString defaultDirectory();
+    explicit TokenCache(QString directory = defaultDirectory());
+
+    // They never wait.
+    void setOn(bool on) { m_isOn = on; }
+    bool isOn() const { return m_isOn; }
+
+    /// What the token showed to anybody when it was read last. Nothing when it has changed since,
+    /// as far as its mark tells, and when the file is damaged.
+    std::optional<TokenObjects> read(const RowKey &key) const;
+    /// Replaces what is there. `objects` must hold nothing that only a login shows.
+    void write(const RowKey &key, const TokenObjects &objects);
+    /// Forgets one token, whether it is switched on or not.
+    void forget(const QString &storeId);
+    /// Forgets all of them, whether it is switched on or not.
+    void clear();
+
+private:
+    QString pathOf(const QString &storeId) const;
+    void removeOld() const;
+
+    const QString m_directory;
+    mutable std::mutex m_mutex;
+    std::atomic_bool m_isOn{false};
+};
+
+} // namespace Trivex

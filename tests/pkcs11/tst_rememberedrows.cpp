@@ -1,0 +1,345 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/cache/tokencache.h"
+#include "qca/tokens/tokenregistry.h"
+#include "qca/tokens/tokens.h"
+#include "tests/pkcs11/plaintoken.h"
+#include "tests/pkcs11/tokenfixture.h"
+#include "tests/support/needtokens.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <atomic>
+#include <future>
+
+using namespace TrivexTest;
+using Trivex::TokenMonitor;
+
+namespace {
+
+const QString StoreName = QStringLiteral("Remembered");
+const QString Provider = QStringLiteral("qca-norvel-pkcs11");
+/// The reading of the token can't begin before the next orders.
+const QByteArray NoReading = QByteArrayLiteral("hold C_FindObjectsInit 1\n");
+
+} // namespace
+
+/// Rows of a token that was read before are shown before it is read again, and are nothing but
+/// rows.
+class TestRememberedRows : public TokenFixture {
+    Q_OBJECT
+public:
+    TestRememberedRows()
+        : TokenFixture(StoreName)
+    {
+    }
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void offUnlessSwitchedOn();
+    void rowsComeBeforeTheReading();
+    void rowsOfAnotherStart();
+    void keysWaitForTheReading();
+    void rowsThatAreGoneDisappear();
+    void keysThatAreGoneDoNotSign();
+    void failedReadingTakesThemBack();
+    void changesForgetThem();
+    void nothingThatALoginShows();
+    void switchedOffAgain();
+
+private:
+    void remember(bool on);
+    bool startRemembering();
+    bool takeOut();
+    /// Takes the token out and puts it back, where its reading is held up.
+    bool replugHeld();
+    /// The rows while the reading is held up.
+    bool waitForHeldRows(int count);
+    bool release(const QByteArray &orders = {});
+    bool isRead() const { return TokenMonitor::token(m_storeId).isRead; }
+    QStringList files() const;
+
+    QTemporaryDir m_home;
+    QString m_storeId;
+    QByteArray m_hidden; ///< the certificate that shows itself after a login only
+};
+
+void TestRememberedRows::initTestCase()
+{
+    for (const char *name : {"HOME", "XDG_CACHE_HOME"})
+        qputenv(name, QFile::encodeName(m_home.path()));
+    TRIVEX_NEED_TOKENS();
+    QVERIFY(makeToken());
+    QVERIFY(addSigner());
+    QVERIFY(m_token->token().writeObject(QStringLiteral("cert"), m_authority->certificate(),
+                                         QStringLiteral("55"), QStringLiteral("authority")));
+    m_token->useInThisProcess();
+    m_hidden = m_authority->issue(m_token->token().publicKey(QStringLiteral("01")),
+                                  QStringLiteral("/CN=Hidden"));
+    PlainToken plain(TestToken::softHsmLibrary());
+    QVERIFY(plain.writeHiddenCertificate(m_hidden, TestToken::pin()));
+}
+
+void TestRememberedRows::init()
+{
+    m_token->control();
+    QVERIFY(startRemembering());
+}
+
+void TestRememberedRows::cleanup()
+{
+    m_token->control();
+    m_stores.reset();
+    m_prompt.reset();
+    m_qca.reset();
+}
+
+void TestRememberedRows::remember(bool on)
+{
+    QVariantMap config = QCA::getProviderConfig(Provider);
+    config.insert(QStringLiteral("remember_tokens"), on);
+    QCA::setProviderConfig(Provider, config);
+}
+
+bool TestRememberedRows::startRemembering()
+{
+    m_qca = std::make_unique<QCA::Initializer>();
+    remember(true);
+    m_prompt = std::make_unique<PinPrompt>(TestToken::pin());
+    m_stores = std::make_unique<Stores>();
+    m_store = m_stores->waitFor(StoreName, 30000);
+    if (!m_store)
+        return false;
+    m_storeId = m_store->id();
+    // Written behind the rows.
+    return QTest::qWaitFor([&] { return isRead() && files().size() == 1; }, 30000);
+}
+
+QStringList TestRememberedRows::files() const
+{
+    return QDir(Trivex::TokenCache::defaultDirectory()).entryList({QStringLiteral("*.rows")});
+}
+
+bool TestRememberedRows::takeOut()
+{
+    m_token->control("remove\n");
+    return QTest::qWaitFor([&] { return !TokenMonitor::token(m_storeId).present; }, 30000)
+        && m_stores->waitForEntries(StoreName, 0, 30000);
+}
+
+bool TestRememberedRows::replugHeld()
+{
+    if (!takeOut())
+        return false;
+    m_token->forget();
+    m_token->control(NoReading);
+    return m_token->waitUntilInside("C_FindObjectsInit");
+}
+
+bool TestRememberedRows::waitForHeldRows(int count)
+{
+    return m_stores->waitForEntries(StoreName, count, 30000)
+        && m_token->count("C_GetAttributeValue") == 0 && !isRead();
+}
+
+bool TestRememberedRows::release(const QByteArray &orders)
+{
+    m_token->control(orders + "# on\n");
+    return QTest::qWaitFor([&] { return isRead(); }, 30000);
+}
+
+void TestRememberedRows::offUnlessSwitchedOn()
+{
+    const QCA::Provider *provider = QCA::findProvider(Provider);
+    QVERIFY(provider);
+    QCOMPARE(const_cast<QCA::Provider *>(provider)->defaultConfig().value(
+                 QStringLiteral("remember_tokens")),
+             QVariant(false));
+    QCOMPARE(Trivex::TokenCache::defaultDirectory(),
+             m_home.filePath(QStringLiteral("trivex/tokens")));
+}
+
+void TestRememberedRows::rowsComeBeforeTheReading()
+{
+    QVERIFY(m_stores->waitForEntries(StoreName, 2));
+    QStringList before;
+    const auto entries = m_stores->entries(StoreName);
+    for (const QCA::KeyStoreEntry &one : entries)
+        before.append(one.id() + one.name() + QString::number(int(one.type())));
+    QVERIFY(replugHeld());
+    QVERIFY(waitForHeldRows(2));
+    QVERIFY(TokenMonitor::token(m_storeId).loading);
+    const auto held = m_stores->entries(StoreName);
+    QStringList remembered;
+    for (const QCA::KeyStoreEntry &one : held)
+        remembered.append(one.id() + one.name() + QString::number(int(one.type())));
+    QCOMPARE(remembered, before);
+    QVERIFY(release());
+    QVERIFY(m_stores->waitForEntries(StoreName, 2));
+}
+
+void TestRememberedRows::rowsOfAnotherStart()
+{
+    cleanup();
+    m_token->control(NoReading);
+    m_token->forget();
+    m_qca = std::make_unique<QCA::Initializer>();
+    remember(true);
+    m_stores = std::make_unique<Stores>();
+    QVERIFY(m_stores->waitFor(StoreName, 30000));
+    QVERIFY(waitForHeldRows(2));
+    QVERIFY(release());
+}
+
+void TestRememberedRows::keysWaitForTheReading()
+{
+    QVERIFY(replugHeld());
+    QVERIFY(waitForHeldRows(2));
+    const QCA::KeyStoreEntry entry = m_stores->entry(StoreName, QStringLiteral("signer"));
+    QCOMPARE(entry.type(), QCA::KeyStoreEntry::TypeKeyBundle);
+    const QCA::KeyBundle bundle = entry.keyBundle();
+    auto made =
+        std::async(std::launch::async, [key = bundle.privateKey()] { return signature(key); });
+    // It stands behind the reading, which holds.
+    const auto isBusy = [&] { return made.wait_for(std::chrono::milliseconds(0)); };
+    QTest::qWait(200);
+    QVERIFY(isBusy() != std::future_status::ready);
+    QCOMPARE(m_token->count("C_SignInit"), 0);
+    QCOMPARE(m_token->count("C_Login"), 0);
+    QVERIFY(release());
+    QVERIFY(QTest::qWaitFor([&] { return isBusy() == std::future_status::ready; }, 30000));
+    QCA::PublicKey publicKey = bundle.certificateChain().primary().subjectPublicKey();
+    QVERIFY(publicKey.verifyMessage(QByteArray("data"), made.get(), QCA::EMSA3_SHA256,
+                                    QCA::DefaultFormat));
+    QVERIFY(m_token->count("C_GetAttributeValue") > 0);
+}
+
+void TestRememberedRows::rowsThatAreGoneDisappear()
+{
+    QVERIFY(m_token->token().writeObject(
+        QStringLiteral("cert"),
+        m_authority->issue(m_token->token().publicKey(QStringLiteral("01")),
+                           QStringLiteral("/CN=Short-lived")),
+        QStringLiteral("66"), QStringLiteral("gone")));
+    QVERIFY(m_token->replug(m_storeId));
+    QVERIFY(m_stores->waitForEntries(StoreName, 3));
+    QVERIFY(QTest::qWaitFor([&] { return m_token->count("C_CloseSession") > 0; }));
+    QVERIFY(takeOut());
+    QVERIFY(!m_token->token()
+                 .tool({QStringLiteral("--delete-object"), QStringLiteral("--type"),
+                        QStringLiteral("cert"), QStringLiteral("--id"), QStringLiteral("66")})
+                 .isNull());
+    QVERIFY(replugHeld());
+    QVERIFY(waitForHeldRows(3));
+    QVERIFY(release());
+    QVERIFY(m_stores->waitForEntries(StoreName, 2));
+    // Nor is it remembered any longer.
+    QVERIFY(m_token->replug(m_storeId));
+    QVERIFY(replugHeld());
+    QVERIFY(waitForHeldRows(2));
+    QVERIFY(release());
+}
+
+/// Of a row that another program has emptied meanwhile nothing is used.
+void TestRememberedRows::keysThatAreGoneDoNotSign()
+{
+    QVERIFY(m_token->token().generateKeyPair(QStringLiteral("EC:secp384r1"), QStringLiteral("77"),
+                                             QStringLiteral("away")));
+    QVERIFY(m_token->token().writeObject(
+        QStringLiteral("cert"),
+        m_authority->issue(m_token->token().publicKey(QStringLiteral("77")),
+                           QStringLiteral("/CN=Away")),
+        QStringLiteral("77"), QStringLiteral("away")));
+    QVERIFY(m_token->replug(m_storeId));
+    QVERIFY(m_stores->waitForEntries(StoreName, 3));
+    QVERIFY(takeOut());
+    for (const char *type : {"cert", "pubkey", "privkey"})
+        m_token->token().tool({QStringLiteral("--delete-object"), QStringLiteral("--type"),
+                               QString::fromLatin1(type), QStringLiteral("--id"),
+                               QStringLiteral("77")});
+    QVERIFY(replugHeld());
+    QVERIFY(waitForHeldRows(3));
+    const QCA::KeyBundle bundle = m_stores->entry(StoreName, QStringLiteral("away")).keyBundle();
+    auto made =
+        std::async(std::launch::async, [key = bundle.privateKey()] { return signature(key); });
+    QVERIFY(release());
+    QVERIFY(QTest::qWaitFor(
+        [&] { return made.wait_for(std::chrono::milliseconds(0)) == std::future_status::ready; },
+        30000));
+    QVERIFY(made.get().isEmpty());
+    QCOMPARE(m_token->count("C_SignInit"), 0);
+    // What hid is listed after the login.
+    QTRY_VERIFY(m_stores->entry(StoreName, QStringLiteral("away")).isNull());
+}
+
+void TestRememberedRows::failedReadingTakesThemBack()
+{
+    QVERIFY(replugHeld());
+    QVERIFY(waitForHeldRows(2));
+    m_token->control("fail C_FindObjectsInit * CKR_DEVICE_MEMORY\n");
+    QVERIFY(m_stores->waitForEntries(StoreName, 0, 30000));
+    QVERIFY(!isRead());
+    m_token->control();
+    QVERIFY(m_stores->waitForEntries(StoreName, 2, 30000));
+}
+
+void TestRememberedRows::changesForgetThem()
+{
+    QCOMPARE(files().size(), 1);
+    const QByteArray der = m_authority->issue(m_token->token().publicKey(QStringLiteral("01")),
+                                              QStringLiteral("/CN=Written"));
+    const QString id = m_stores->write(m_store, QCA::Certificate::fromDER(der));
+    QVERIFY(!id.isEmpty());
+    QVERIFY(files().isEmpty());
+    QVERIFY(m_token->replug(m_storeId));
+    QVERIFY(QTest::qWaitFor([&] { return files().size() == 1; }, 30000));
+    QVERIFY(m_stores->waitForEntries(StoreName, 3));
+    QVERIFY(m_stores->remove(m_store, id));
+    QVERIFY(files().isEmpty());
+}
+
+/// A certificate that hides without a login is listed after one, and not written to the disk.
+void TestRememberedRows::nothingThatALoginShows()
+{
+    // The reading comes behind the login, because it failed before.
+    QVERIFY(takeOut());
+    m_token->control("fail C_FindObjectsInit 1+ CKR_DEVICE_MEMORY\n");
+    QVERIFY(QTest::qWaitFor([&] { return TokenMonitor::token(m_storeId).present; }, 30000));
+    std::atomic<bool> isOver = false;
+    Trivex::StoreChange change;
+    change.kind = Trivex::StoreChange::ShowKeys;
+    QVERIFY(Trivex::startStoreChange(m_storeId, change,
+                                     [&](const Trivex::StoreChangeResult &) { isOver = true; }));
+    QVERIFY(QTest::qWaitFor([&] { return isOver.load(); }, 30000));
+    QVERIFY(m_token->count("C_Login") > 0);
+    m_token->control();
+    QVERIFY(m_stores->waitForEntries(StoreName, 3, 30000));
+    QVERIFY(!m_stores->entry(StoreName, QStringLiteral("0")).isNull());
+    cleanup();
+    QCOMPARE(files().size(), 1);
+    QFile rows(Trivex::TokenCache::defaultDirectory() + QLatin1Char('/') + files().value(0));
+    QVERIFY(rows.open(QIODevice::ReadOnly));
+    const QByteArray kept = rows.readAll();
+    QVERIFY(kept.contains(m_authority->certificate()));
+    QVERIFY(!kept.contains(m_hidden));
+    // Nor in a start in which nobody logs in.
+    QVERIFY(startRemembering());
+    QVERIFY(m_stores->waitForEntries(StoreName, 2));
+}
+
+void TestRememberedRows::switchedOffAgain()
+{
+    remember(false);
+    QVERIFY(replugHeld());
+    // Nothing comes while the reading holds; it is the only thing that could follow.
+    QTest::qWait(300);
+    QVERIFY(m_stores->entries(StoreName).isEmpty());
+    QVERIFY(release());
+    QVERIFY(m_stores->waitForEntries(StoreName, 2));
+}
+
+QTEST_GUILESS_MAIN(TestRememberedRows)
+#include "tst_rememberedrows.moc"
