@@ -364,6 +364,44 @@ def settings():
             yield f"packaging/debian-packages.txt: {entry!r} is no package name"
 
 
+# Qt's own modules bring it in without a word.
+IMPLICIT_MODULES = {"qml-module-qtqml-models2"}
+
+
+def imported_modules(*folders):
+    """The packages of Qt's modules that the QML below the folders imports, without a major version."""
+    found = set()
+    for path in (path for path in of_kind(".qml", ".cpp") if name(path).split("/")[0] in folders):
+        for module in re.findall(r"\bimport (Qt[\w.]+) [0-9]", text_of(path)):
+            found.add("qml-module-" + module.removesuffix(".impl").lower().replace(".", "-"))
+    return found
+
+
+def packages():
+    """Of Qt's QML modules the packages that are named are those that something imports."""
+    control = text_of(ROOT / "debian" / "control")
+    stanzas = {stanza.split("\n")[0]: stanza for stanza in re.split(r"^Package: ", control, flags=re.M)}
+    modules, program = {"qml", "tools", "controls"}, {"app"}
+    listed = text_of(ROOT / "packaging" / "debian-packages.txt")
+    groups = dict(re.findall(r"^\[(\w+)\]\n(.*?)(?=^\[|\Z)", listed, re.M | re.S))
+    cases = [
+        ("debian/control, qml-module-trivex-crypto", stanzas["qml-module-trivex-crypto"],
+         imported_modules(*modules)),
+        ("debian/control, trivex", stanzas["trivex"],
+         imported_modules(*program) - imported_modules(*modules)),
+        ("packaging/debian-packages.txt, [run]", groups["run"], imported_modules(*modules, *program)),
+        ("packaging/debian-packages.txt", listed,
+         imported_modules(*modules, *program, "examples", "tour", "tests", "benchmarks")),
+    ]
+    for where, text, wanted in cases:
+        named = set(re.findall(r"\bqml-module-qt[\w-]+", text)) - IMPLICIT_MODULES
+        named = {package.removesuffix("2") for package in named}
+        for package in sorted(named - wanted):
+            yield f"{where}: nothing imports what {package} has"
+        for package in sorted(wanted - named):
+            yield f"{where}: {package} is imported, and not named"
+
+
 def symbols(library):
     """The QML plugin shows Qt its two entry points and nothing else."""
     program = tool("nm")
@@ -508,7 +546,7 @@ def network():
 
 
 CHECKS = [sizes, functions, hidden, test_names, licences, words, threads, decisions, names, guides, format,
-          scripts, qml, plain_texts, manual, settings, targets, symbols, memory, promises, network]
+          scripts, qml, plain_texts, manual, settings, packages, targets, symbols, memory, promises, network]
 
 
 def main():
