@@ -95,7 +95,7 @@ def uninstalls(work):
     foreign.write_text("somebody else's\n")
     run(CMAKE, "-P", BUILD / "uninstall.cmake", DESTDIR=str(staged))
     left = files_below(staged)
-    folders = [path for path in staged.rglob("Trivex")]
+    folders = [path for path in staged.rglob("*") if path.name.lower() == "trivex"]
     if left != [foreign] or folders:
         raise Failure(f"left after uninstalling: {left} {folders}")
 
