@@ -4,8 +4,9 @@
 """reproducible.py CMAKE part|all: the same bytes, whatever folder the sources lie in.
 
 Builds copies of the sources in two folders and compares what comes of them. `part` builds one
-library with its resources, and the catalogues, which every kind of generated file is in; `all`
-builds everything, installs it and compares each file, which takes as long as two builds.
+library with its resources, the compiled QML of one module, and the catalogues: every kind of
+generated file is in these. `all` builds everything, installs it and compares each file, which takes
+as long as two builds.
 """
 
 import os
@@ -17,7 +18,8 @@ import tempfile
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 CMAKE = sys.argv[1]
-PARTS = ("trivex_app", "trivex_catalogues")
+PARTS = ("trivex_app", "trivex_catalogues", "trivex_controls_files")
+KINDS = ("*.qm", "*.qmlc", "libtrivex_app.a")
 
 
 def run(*command):
@@ -48,7 +50,7 @@ def built(folder, whole):
         files = [path for path in (folder / "installed").rglob("*") if path.is_file()]
         return {str(path.relative_to(folder / "installed")): path for path in files}
     run(CMAKE, "--build", build, "--target", *PARTS)
-    return {path.name: path for kind in ("*.qm", "libtrivex_app.a") for path in build.rglob(kind)}
+    return {path.name: path for kind in KINDS for path in build.rglob(kind)}
 
 
 def main():
