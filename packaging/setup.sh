@@ -135,7 +135,7 @@ use_private_token() {
             || fail "The software token could not be made in $data."
         say "A software token \"Trivex\" was made in $data."
         [ -n "${TRIVEX_TOKEN_PIN:-}" ] || say "Its PIN is $pin; to change it:" \
-            "SOFTHSM2_CONF=$SOFTHSM2_CONF pkcs11-tool --module libsofthsm2.so --login --change-pin"
+            "SOFTHSM2_CONF=$SOFTHSM2_CONF pkcs11-tool --module /usr/lib/softhsm/libsofthsm2.so --login --change-pin"
     fi
     : > "$data/.ready"
 }
