@@ -138,6 +138,9 @@ private Q_SLOTS:
     void texts();
     void usable_data();
     void usable();
+    void pinLengths_data();
+    void pinLengths();
+    void statusFollowsFlags();
     void identity();
     void identityIsOnePlainLine();
     void sizesOfMadeKeys();
@@ -252,6 +255,69 @@ void TestTokenWords::usable()
     info.ulMinPinLen = shortestPin;
     info.ulMaxPinLen = longestPin;
     QTEST(Trivex::isUsable(info), "isUsable");
+}
+
+void TestTokenWords::pinLengths_data()
+{
+    QTest::addColumn<unsigned long>("told");
+    QTest::addColumn<unsigned long>("toldLongest");
+    QTest::addColumn<int>("shortest");
+    QTest::addColumn<int>("longest");
+    QTest::newRow("card") << 4UL << 8UL << 4 << 8;
+    QTest::newRow("one length") << 6UL << 6UL << 6 << 6;
+    QTest::newRow("longest that is believed") << 4096UL << 4096UL << 4096 << 4096;
+    QTest::newRow("one more") << 4097UL << 4097UL << 0 << 0;
+    QTest::newRow("no information") << 4UL << CK_ULONG(CK_UNAVAILABLE_INFORMATION) << 4 << 0;
+    QTest::newRow("no number at all") << ~0UL << ~0UL << 0 << 0;
+    QTest::newRow("the wrong way round") << 8UL << 4UL << 8 << 0;
+}
+
+/// A dialog refuses what does not fit, so a token that tells nonsense must not lock one out.
+void TestTokenWords::pinLengths()
+{
+    QFETCH(unsigned long, told);
+    QFETCH(unsigned long, toldLongest);
+    CK_TOKEN_INFO info = {};
+    info.ulMinPinLen = told;
+    info.ulMaxPinLen = toldLongest;
+    const TokenFlags flags = flagsOf(info);
+    QTEST(flags.shortestPin, "shortest");
+    QTEST(flags.longestPin, "longest");
+}
+
+/// Whatever changes is told of once and shown; nothing else changes with it.
+void TestTokenWords::statusFollowsFlags()
+{
+    TokenStatus status;
+    const auto look = [&status](CK_FLAGS tokenFlags, CK_ULONG shortest, CK_ULONG longest) {
+        CK_TOKEN_INFO info = {};
+        info.flags = tokenFlags | CKF_USER_PIN_INITIALIZED;
+        info.ulMinPinLen = shortest;
+        info.ulMaxPinLen = longest;
+        const bool isOther = take(flagsOf(info), &status);
+        // A second look finds the same.
+        return isOther && !take(flagsOf(info), &status);
+    };
+    QVERIFY(look(0, 4, 8));
+    QCOMPARE(status.shortestPin, 4);
+    QCOMPARE(status.longestPin, 8);
+    QVERIFY(!status.pinMayBeEmpty && !status.pinToBeChanged && !status.hasPinPad);
+    QVERIFY(look(0, 5, 8));
+    QCOMPARE(status.shortestPin, 5);
+    QVERIFY(look(0, 5, 9));
+    QCOMPARE(status.longestPin, 9);
+    QVERIFY(look(CKF_USER_PIN_TO_BE_CHANGED, 5, 9));
+    QVERIFY(status.pinToBeChanged);
+    QVERIFY(look(CKF_PROTECTED_AUTHENTICATION_PATH, 5, 9));
+    QVERIFY(status.hasPinPad && !status.pinToBeChanged);
+    QVERIFY(look(CKF_USER_PIN_FINAL_TRY, 5, 9));
+    QCOMPARE(status.pinState, PinState::FinalTry);
+    QCOMPARE(status.officerPinState, PinState::Normal);
+    QVERIFY(look(CKF_SO_PIN_LOCKED, 5, 9));
+    QCOMPARE(status.pinState, PinState::Normal);
+    QCOMPARE(status.officerPinState, PinState::Locked);
+    QVERIFY(look(CKF_SO_PIN_LOCKED, 0, 9));
+    QVERIFY(status.pinMayBeEmpty);
 }
 
 /// Each of the fields of a token, cut by its maker to the width that there is.

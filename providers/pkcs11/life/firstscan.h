@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "providers/pkcs11/calls/tokensexport.h"
+
 #include <QObject>
 
 #include <chrono>
@@ -12,7 +14,7 @@ namespace Trivex {
 
 /// Knows when every module has listed its tokens once and every token has been read once, or when
 /// that has taken longer than `Patience`. QCA counts its key stores as started then. Thread-safe.
-class FirstScan : public QObject {
+class TRIVEX_TOKENS_EXPORT FirstScan : public QObject {
     Q_OBJECT
 public:
     static constexpr std::chrono::milliseconds Patience{3000};

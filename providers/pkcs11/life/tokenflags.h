@@ -24,7 +24,7 @@ struct TokenFlags {
     int longestPin = 0;
 };
 
-TokenFlags flagsOf(const CK_TOKEN_INFO &info);
+TRIVEX_TOKENS_EXPORT TokenFlags flagsOf(const CK_TOKEN_INFO &info);
 
 /// False for a blank token. A database of NSS, which takes an empty PIN, says that it is not
 /// initialised while nobody has chosen one; it holds certificates all the same, and its first PIN
@@ -32,6 +32,6 @@ TokenFlags flagsOf(const CK_TOKEN_INFO &info);
 TRIVEX_TOKENS_EXPORT bool isUsable(const CK_TOKEN_INFO &info);
 
 /// Puts into the status what the flags say; true where something is different.
-bool take(const TokenFlags &flags, TokenStatus *status);
+TRIVEX_TOKENS_EXPORT bool take(const TokenFlags &flags, TokenStatus *status);
 
 } // namespace Trivex

@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "providers/pkcs11/life/firstscan.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using Trivex::FirstScan;
+
+/// Until the first scan is over a program says that it is looking for tokens.
+class TestFirstScan : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void endsWithTheLast();
+    void endsOnce();
+    void nothingComesAfterTheEnd();
+    void beginsAnew();
+    void patience();
+};
+
+void TestFirstScan::endsWithTheLast()
+{
+    FirstScan scan;
+    QSignalSpy over(&scan, &FirstScan::over);
+    scan.begin();
+    scan.expect(QStringLiteral("module"));
+    scan.expect(QStringLiteral("store"));
+    scan.fulfil(QStringLiteral("module"));
+    QVERIFY(!scan.isOver());
+    // Told of twice, as a module is that is looked at again.
+    scan.fulfil(QStringLiteral("module"));
+    QVERIFY(!scan.isOver());
+    QCOMPARE(over.count(), 0);
+    scan.fulfil(QStringLiteral("store"));
+    QVERIFY(scan.isOver());
+    QCOMPARE(over.count(), 1);
+}
+
+void TestFirstScan::endsOnce()
+{
+    FirstScan scan;
+    QSignalSpy over(&scan, &FirstScan::over);
+    scan.begin();
+    scan.expect(QStringLiteral("module"));
+    scan.fulfil(QStringLiteral("module"));
+    scan.fulfil(QStringLiteral("module"));
+    QCOMPARE(over.count(), 1);
+}
+
+void TestFirstScan::nothingComesAfterTheEnd()
+{
+    FirstScan scan;
+    QSignalSpy over(&scan, &FirstScan::over);
+    scan.begin();
+    scan.fulfil(QStringLiteral("nothing"));
+    scan.expect(QStringLiteral("late"));
+    QVERIFY(scan.isOver());
+    scan.fulfil(QStringLiteral("late"));
+    QCOMPARE(over.count(), 1);
+}
+
+void TestFirstScan::beginsAnew()
+{
+    FirstScan scan;
+    QSignalSpy over(&scan, &FirstScan::over);
+    scan.begin();
+    scan.expect(QStringLiteral("left"));
+    scan.expect(QStringLiteral("module"));
+    // What the scan before waited for is forgotten.
+    scan.begin();
+    QVERIFY(!scan.isOver());
+    scan.expect(QStringLiteral("module"));
+    scan.fulfil(QStringLiteral("module"));
+    QVERIFY(scan.isOver());
+    scan.begin();
+    QVERIFY(!scan.isOver());
+    scan.expect(QStringLiteral("module"));
+    scan.fulfil(QStringLiteral("module"));
+    QCOMPARE(over.count(), 2);
+}
+
+// A module that never answers ends it all the same.
+void TestFirstScan::patience()
+{
+    FirstScan scan;
+    QSignalSpy over(&scan, &FirstScan::over);
+    scan.begin();
+    scan.expect(QStringLiteral("module"));
+    QTRY_VERIFY_WITH_TIMEOUT((scan.checkPatience(), scan.isOver()), 60000);
+    QCOMPARE(over.count(), 1);
+    scan.checkPatience();
+    QCOMPARE(over.count(), 1);
+}
+
+QTEST_GUILESS_MAIN(TestFirstScan)
+#include "tst_firstscan.moc"
