@@ -15,6 +15,9 @@ namespace {
 
 enum FakeRole { NameRole = Qt::UserRole + 1, CertificateRole, IssuerRole, NumberRole };
 
+/// Instead of days.
+constexpr int Endless = -1;
+
 /// Stands for a certificate: the entry model sees one only through its properties.
 class DatedCertificate : public QObject {
     Q_OBJECT
@@ -36,7 +39,8 @@ public:
     {
         auto *certificate = new DatedCertificate;
         certificate->setParent(this);
-        certificate->until = QDateTime(QDate(2026, 1, 1), QTime(0, 0), Qt::UTC).addDays(days);
+        if (days != Endless)
+            certificate->until = QDateTime(QDate(2026, 1, 1), QTime(0, 0), Qt::UTC).addDays(days);
         auto *item = new QStandardItem;
         item->setData(name, NameRole);
         item->setData(issuer, IssuerRole);
@@ -63,6 +67,7 @@ private Q_SLOTS:
     void init();
     void orders_data();
     void orders();
+    void rowsWithoutEndAreLast();
     void rowsThatArriveTakeTheirPlace();
     void manyRows();
 
@@ -126,6 +131,19 @@ void TestRowOrder::orders()
     QTRY_COMPARE(numbers(*m_rows), ascending);
     m_rows->setDescending(true);
     QTRY_COMPARE(numbers(*m_rows), descending);
+}
+
+// Whoever looks for what ends soon, or what lasts longest, has no use for rows that never end.
+void TestRowOrder::rowsWithoutEndAreLast()
+{
+    m_source->add(QStringLiteral("a"), QString(), 20);
+    m_source->add(QStringLiteral("b"), QString(), Endless);
+    m_source->add(QStringLiteral("c"), QString(), 10);
+    m_source->add(QStringLiteral("d"), QString(), Endless);
+    m_rows->setSortKey(SectionedModel::SortByEnd);
+    QTRY_COMPARE(numbers(*m_rows), QStringLiteral("2013"));
+    m_rows->setDescending(true);
+    QTRY_COMPARE(numbers(*m_rows), QStringLiteral("0213"));
 }
 
 void TestRowOrder::rowsThatArriveTakeTheirPlace()
