@@ -11,6 +11,7 @@
 #include "tools/rowfiles.h"
 
 #include <QDir>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -29,6 +30,7 @@ private Q_SLOTS:
     void notWithStrangers();
     void noTemporaryFolder();
     void thenTheNext();
+    void endsOnce();
 
 private:
     void add(const Party &party, ChainRows::StoreType type = ChainRows::User)
@@ -198,6 +200,25 @@ void TestExporter::thenTheNext()
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), exporter.text().toLatin1());
+}
+
+// What the background makes of a run that was given up is neither told nor shown.
+void TestExporter::endsOnce()
+{
+    add(m_leaf);
+    add(m_middle);
+    Exporter exporter;
+    FileSaver saver;
+    QSignalSpy finished(&exporter, &Exporter::finished);
+    exporter.stage(m_entries.get(), {m_entries->identityAt(0)}, &saver);
+    exporter.cancel();
+    QCOMPARE(finished.count(), 1);
+    QVERIFY(exporter.text().isEmpty());
+    exporter.stage(m_entries.get(), {m_entries->identityAt(1)}, &saver);
+    QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 2, 20000);
+    QTest::qWait(50); // what came too late shows nowhere
+    QCOMPARE(finished.count(), 2);
+    QCOMPARE(readPem(exporter.text().toLatin1()).first().data, m_middle.der());
 }
 
 int main(int argc, char *argv[])
