@@ -1,8 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "qca/questions/storedanswers.h"
 #include "tools/keyrequest.h"
 #include "tools/requestprofiles.h"
 
+#include <QSignalSpy>
 #include <QtTest>
 
 using namespace Trivex;
@@ -13,6 +15,7 @@ class TestRequestProfiles : public QObject {
 private Q_SLOTS:
     void profilesOfOneFile();
     void largeProfiles();
+    void pinOfNoKey();
 
 private:
     QCA::Initializer m_initializer;
@@ -81,6 +84,24 @@ void TestRequestProfiles::largeProfiles()
     QCOMPARE(profiles.save(QStringLiteral("long"), contents, true), RequestProfiles::TooLarge);
     QVERIFY(!profiles.exists(QStringLiteral("long")));
     QVERIFY(QDir(RequestProfiles::directory()).removeRecursively());
+}
+
+/// A PIN that was given for a key which can't be made must not answer what comes next.
+void TestRequestProfiles::pinOfNoKey()
+{
+    const QString store = QStringLiteral("store");
+    KeyRequest request;
+    QSignalSpy finished(&request, &KeyRequest::finished);
+    request.prepareKey(store, -1, QStringLiteral("label"), QStringLiteral("1234"));
+    QTRY_COMPARE(finished.count(), 1);
+    QCOMPARE(request.error(), int(KeyRequest::KeyNotMade));
+    QVERIFY(!request.message().isEmpty());
+    QVERIFY(!takeStoredAnswers(store));
+    // Nor where no token could make one.
+    request.prepareKey(store, KeyRequest::P256, QStringLiteral("label"), QStringLiteral("1234"));
+    QTRY_COMPARE(finished.count(), 2);
+    QCOMPARE(request.error(), int(KeyRequest::KeyNotMade));
+    QVERIFY(!takeStoredAnswers(store));
 }
 
 int main(int argc, char *argv[])
