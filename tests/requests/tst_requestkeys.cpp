@@ -6,6 +6,7 @@
 #include "qca/base/providers.h"
 #include "requests/certificaterequest.h"
 #include "requests/certificaterequestmodel.h"
+#include "requests/requestsigning.h"
 #include "tests/requests/home.h"
 #include "tests/support/testcertificates.h"
 
@@ -129,6 +130,7 @@ private Q_SLOTS:
     void arrives();
     void undecodableKey_data();
     void undecodableKey();
+    void ownKeyIsNoOther();
 };
 
 void TestRequestKeys::init()
@@ -214,6 +216,21 @@ void TestRequestKeys::undecodableKey()
     QCOMPARE(missing.count(), 1);
     // Written again as it was, under the name that follows its subject.
     QCOMPARE(home->requestFiles(), QStringList({QStringLiteral("Name.csr")}));
+}
+
+// Without a store the object's own key is all there is: it signs for its own request alone.
+void TestRequestKeys::ownKeyIsNoOther()
+{
+    const auto made = [] {
+        return QCA::KeyGenerator().createRSA(2048, 65537, Trivex::opensslProviderName());
+    };
+    const QCA::PrivateKey own = made();
+    const QCA::PrivateKey other = made();
+    QVERIFY(!own.isNull() && !other.isNull());
+    QVERIFY(Trivex::findPrivateKey(own.toPublicKey(), own, {}) == own);
+    QVERIFY(Trivex::findPrivateKey(other.toPublicKey(), own, {}).isNull());
+    QVERIFY(Trivex::findPrivateKey(QCA::PublicKey(), own, {}).isNull());
+    QVERIFY(Trivex::findPrivateKey(own.toPublicKey(), QCA::PrivateKey(), {}).isNull());
 }
 
 int main(int argc, char *argv[])
