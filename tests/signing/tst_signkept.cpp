@@ -26,6 +26,7 @@ class TestSignKept : public QObject {
 private Q_SLOTS:
     void givenBeforeAnyQuestion();
     void givenBeforeServesOneTokenOnly();
+    void givenAgainServesTheNext();
     void givenBeforeIsOfTheOldPin();
     void otherOperationsAreAskedEachTime_data();
     void otherOperationsAreAskedEachTime();
@@ -65,6 +66,23 @@ void TestSignKept::givenBeforeServesOneTokenOnly()
     QTRY_COMPARE_WITH_TIMEOUT(signer.error(), int(SignVerify::ErrorSign), SignTime);
     QCOMPARE(signer.asked.count(), 1);
     QCOMPARE(second.tried, QStringList(QStringLiteral("-")));
+}
+
+/// What is given between two signatures is for the next question, whichever token puts it.
+void TestSignKept::givenAgainServesTheNext()
+{
+    PinToken first;
+    PinToken second(QStringLiteral("second store"));
+    const auto firstEntry = first.entry();
+    const auto secondEntry = second.entry();
+    AskedSigner signer;
+    QVERIFY(signer.hasSigned(path("a.sig"), firstEntry.get()));
+    QCOMPARE(signer.asked.count(), 1);
+    signer.pinAccepted(QStringLiteral("1234"));
+    signer.typed.clear();
+    QVERIFY(signer.hasSigned(path("b.sig"), secondEntry.get()));
+    QCOMPARE(signer.asked.count(), 1);
+    QCOMPARE(second.tried, QStringList(QStringLiteral("1234")));
 }
 
 /// It may be for the token whose PIN was changed since.
