@@ -3,6 +3,7 @@
 #include "qca/x509/nameediting.h"
 
 #include "qca/asn1/derwriter.h"
+#include "qca/asn1/elements.h"
 #include "qca/base/infotypes.h"
 #include "qca/x509/names.h"
 
@@ -41,14 +42,15 @@ QByteArray join(const QList<QByteArray> &parts)
     return all;
 }
 
-QList<QByteArray> elementsOf(Der::Slice content)
+/// None where the set can't be read whole: nothing in it is edited then.
+QList<QByteArray> attributesOf(const QByteArray &relativeName)
 {
-    QList<QByteArray> elements;
-    Der::Reader reader(content);
-    Der::Element element;
-    while (reader.next(&element))
-        elements.append(element.whole.bytes());
-    return elements;
+    Der::Slice set;
+    if (!Der::singleList(Der::sliceOf(relativeName), Der::Set, &set))
+        return {};
+    QByteArray rest;
+    const QList<QByteArray> attributes = Der::elementsOf(set, &rest);
+    return rest.isEmpty() ? attributes : QList<QByteArray>();
 }
 
 /// A relative distinguished name: its bytes, and its attributes while they are edited.
@@ -163,13 +165,9 @@ QByteArray editName(Der::Slice name, const QList<InfoChange> &changes)
     if (!Der::Reader(name).nextList(Der::Sequence, &content))
         return name.bytes();
     QList<RelativeName> names;
-    Der::Reader reader(content);
-    Der::Element element;
-    while (reader.next(&element)) {
-        const bool isSet = (element.tag | Der::ConstructedBit) == Der::Set;
-        names.append({element.whole.bytes(),
-                      isSet ? elementsOf(element.content) : QList<QByteArray>(), false});
-    }
+    QByteArray rest;
+    for (const QByteArray &relativeName : Der::elementsOf(content, &rest))
+        names.append({relativeName, attributesOf(relativeName), false});
     for (const InfoChange &one : changes)
         change(&names, one);
     const bool isChanged = std::any_of(names.cbegin(), names.cend(),
@@ -179,12 +177,13 @@ QByteArray editName(Der::Slice name, const QList<InfoChange> &changes)
     QByteArray edited;
     for (const RelativeName &one : qAsConst(names))
         edited += one.encoded();
-    return Der::write(Der::Sequence, edited);
+    return Der::write(Der::Sequence, edited + rest);
 }
 
 QByteArray editGeneralNames(Der::Slice names, const QList<InfoChange> &changes)
 {
-    QList<QByteArray> elements = elementsOf(names);
+    QByteArray rest;
+    QList<QByteArray> elements = Der::elementsOf(names, &rest);
     for (const InfoChange &one : changes) {
         if (!isAlternative(one.type))
             continue;
@@ -201,7 +200,7 @@ QByteArray editGeneralNames(Der::Slice names, const QList<InfoChange> &changes)
         else if (position >= 0)
             elements[position] = after;
     }
-    return join(elements);
+    return join(elements) + rest;
 }
 
 } // namespace Trivex

@@ -30,7 +30,7 @@ QList<InfoChange> infoChanges(const QCA::CertificateInfo &before,
 QByteArray editName(Der::Slice name, const QList<InfoChange> &changes);
 
 /// `names` (content of GeneralNames) with the changes of alternative names, by the same rules.
-/// Empty when none is left.
+/// What can't be read stays as it is, behind all others. Empty when none is left.
 QByteArray editGeneralNames(Der::Slice names, const QList<InfoChange> &changes);
 
 } // namespace Trivex

@@ -3,6 +3,7 @@
 #include "qca/x509/requestediting.h"
 
 #include "qca/asn1/derwriter.h"
+#include "qca/asn1/elements.h"
 #include "qca/asn1/handles.h"
 #include "qca/keys/keymaterial.h"
 #include "qca/x509/certificatewriter.h"
@@ -22,15 +23,13 @@ constexpr char ExtendedKeyUsage[] = "2.5.29.37";
 constexpr char ExtensionRequest[] = "1.2.840.113549.1.9.14";
 constexpr char MicrosoftExtensionRequest[] = "1.3.6.1.4.1.311.2.1.14";
 
-/// The elements of a list as they are, of which one may be exchanged.
+/// The elements of a list as they are, of which one may be exchanged. What can't be read stays
+/// behind them.
 class ElementList {
 public:
     explicit ElementList(Der::Slice content)
+        : m_elements(Der::elementsOf(content, &m_rest))
     {
-        Der::Reader reader(content);
-        Der::Element element;
-        while (reader.next(&element))
-            m_elements.append(element.whole.bytes());
     }
 
     /// The first element that `fits`; -1 when there is none.
@@ -53,13 +52,14 @@ public:
         QByteArray all;
         for (const QByteArray &element : m_elements)
             all += element;
-        return all;
+        return all + m_rest;
     }
 
     /// In the order that DER demands of a SET OF (X.690, 11.6).
     void sort() { std::sort(m_elements.begin(), m_elements.end()); }
 
 private:
+    QByteArray m_rest; // before the elements, which set it
     QList<QByteArray> m_elements;
 };
 
