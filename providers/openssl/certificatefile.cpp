@@ -3,6 +3,7 @@
 #include "providers/openssl/certificatefile.h"
 
 #include "qca/asn1/pem.h"
+#include "qca/base/atomicfile.h"
 #include "qca/base/filenames.h"
 #include "qca/base/infotypes.h"
 #include "qca/base/regularfile.h"
@@ -20,6 +21,7 @@ namespace Trivex {
 namespace {
 
 constexpr int DigestLength = 16; // digits; 64 bits tell the certificates of one file apart
+constexpr int WriteAttempts = 5;
 
 bool isCertificate(const PemBlock &block)
 {
@@ -43,15 +45,17 @@ QString nameOf(const QString &path, const QCA::Certificate &certificate)
     return name.isEmpty() ? QFileInfo(path).fileName() : name;
 }
 
+/// Replaces what the file holds. A link to it stays one, and its permissions stay.
 bool writeAll(const QString &path, const QByteArray &text)
 {
     QSaveFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit();
 }
 
+/// The first free name for a certificate with that `name`.
 QString freePath(const QDir &directory, const QString &name)
 {
-    // QSaveFile writes under a longer name at first.
+    // When certificates are taken out of the file, QSaveFile writes under a longer name at first.
     const QString temporary = QStringLiteral(".XXXXXX");
     const auto pathWith = [&](const QString &end) {
         QString file = safeFileName(name, end + temporary, QStringLiteral("certificate"));
@@ -144,10 +148,15 @@ QString writeCertificateFile(const QString &directory, const QCA::Certificate &c
     if (!QDir().mkpath(directory))
         return {};
     const QString name = nameOf(QString(), certificate).trimmed();
-    const QString path = freePath(QDir(directory), name);
-    if (!writeAll(path, writePem("CERTIFICATE", certificate.toDER())))
-        return {};
-    return idOf(path, certificate);
+    const QByteArray text = writePem("CERTIFICATE", certificate.toDER());
+    // Another program may take the name in between.
+    for (int i = 0; i < WriteAttempts; ++i) {
+        const QString path = freePath(QDir(directory), name);
+        const WriteResult result = writeAtomically(path, text, false);
+        if (result != WriteResult::Exists)
+            return result == WriteResult::Written ? idOf(path, certificate) : QString();
+    }
+    return {};
 }
 
 } // namespace Trivex

@@ -8,8 +8,10 @@
 #include <QFileInfo>
 #include <QUuid>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <iterator>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -65,22 +67,43 @@ WriteResult fromErrno()
     return errno == EEXIST ? WriteResult::Exists : WriteResult::Failed;
 }
 
-WriteResult moveToNewName(const QByteArray &from, const QByteArray &to)
+/// The last call is none that this file system, or this kernel, knows.
+bool isUnknownCall()
 {
-    if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0)
-        return WriteResult::Written;
-    if (errno != EINVAL && errno != ENOSYS)
-        return fromErrno();
-    // A file system without that call: a second name, and then the first one away.
-    if (::link(from.constData(), to.constData()) != 0)
-        return fromErrno();
-    ::unlink(from.constData());
-    return WriteResult::Written;
+    constexpr int Unknown[] = {EINVAL, ENOSYS, EPERM, EOPNOTSUPP};
+    return std::find(std::begin(Unknown), std::end(Unknown), errno) != std::end(Unknown);
 }
 
 WriteResult moveOver(const QByteArray &from, const QByteArray &to)
 {
     return ::rename(from.constData(), to.constData()) == 0 ? WriteResult::Written : fromErrno();
+}
+
+/// Takes the name with an empty file, which only one can make, and moves over that one.
+WriteResult moveOverOwn(const QByteArray &from, const QByteArray &to)
+{
+    const Descriptor own(::open(to.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    if (!own.isOpen())
+        return fromErrno();
+    const WriteResult result = moveOver(from, to);
+    if (result != WriteResult::Written)
+        ::unlink(to.constData());
+    return result;
+}
+
+/// The best of the ways that the file system has. Each fails where another file has the name.
+WriteResult moveToNewName(const QByteArray &from, const QByteArray &to)
+{
+    if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0)
+        return WriteResult::Written;
+    if (!isUnknownCall())
+        return fromErrno();
+    // A second name, and then the first one away.
+    if (::link(from.constData(), to.constData()) == 0) {
+        ::unlink(from.constData());
+        return WriteResult::Written;
+    }
+    return isUnknownCall() ? moveOverOwn(from, to) : fromErrno();
 }
 
 } // namespace

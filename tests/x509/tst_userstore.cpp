@@ -10,10 +10,45 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 #include <utime.h>
 
 #include <algorithm>
+
+namespace {
+
+/// A name that somebody else takes just before the next file of that name is placed.
+QByteArray takenName;
+
+void takeName(const char *to)
+{
+    if (takenName.isEmpty() || takenName != to)
+        return;
+    QFile file(QFile::decodeName(takenName));
+    takenName.clear();
+    file.open(QIODevice::WriteOnly);
+    file.write("somebody's");
+}
+
+} // namespace
+
+// The calls of this process that place files come here first.
+extern "C" {
+
+Q_DECL_EXPORT int rename(const char *from, const char *to) noexcept
+{
+    takeName(to);
+    return renameat(AT_FDCWD, from, AT_FDCWD, to);
+}
+
+Q_DECL_EXPORT int renameat2(int fromDirectory, const char *from, int toDirectory, const char *to,
+                            unsigned flags) noexcept
+{
+    takeName(to);
+    return int(syscall(SYS_renameat2, fromDirectory, from, toDirectory, to, flags));
+}
+}
 
 /// The store "USER", through QCA as an application sees it.
 class TestUserStore : public QObject {
@@ -32,16 +67,19 @@ private Q_SLOTS:
     void removesOneOfSeveral_data();
     void removesOneOfSeveral();
     void keepsWhatItCannotRead();
+    void leavesTheFilesOfOthers();
     void makesNamesSafe();
     void refusesWhatItCannotDo();
     void survivesLossOfDirectory();
     void restoresEntries();
     void takesManyWithoutStalling();
+    void changesWhileItReads();
 
 private:
     QStringList names();
     void put(const QString &name, const QByteArray &data);
     QByteArray pem(const char *file);
+    static QByteArray numbered(int number);
 
     QCA::Initializer m_initializer;
     QString m_path;
@@ -303,6 +341,23 @@ void TestUserStore::keepsWhatItCannotRead()
     QCOMPARE(file.readAll(), unread);
 }
 
+/// Another program takes the name between the look and the writing.
+void TestUserStore::leavesTheFilesOfOthers()
+{
+    const QCA::Certificate certificate = Corpus::certificate(QStringLiteral("ed25519.der"));
+    const QString other = m_path + QStringLiteral("/Ed25519.pem");
+    QSignalSpy written(m_store.get(), &QCA::KeyStore::entryWritten);
+    takenName = QFile::encodeName(other);
+    m_store->writeEntry(certificate);
+    QTRY_COMPARE(written.size(), 1);
+    QVERIFY(takenName.isEmpty());
+    QFile file(other);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("somebody's"));
+    QVERIFY(written.first().first().toString().startsWith(QLatin1String("Ed25519 (2).pem#")));
+    QTRY_COMPARE(names(), QStringList(QStringLiteral("Ed25519")));
+}
+
 void TestUserStore::makesNamesSafe()
 {
     QCA::KeyGenerator generator;
@@ -379,18 +434,22 @@ void TestUserStore::restoresEntries()
     QVERIFY(QCA::KeyStoreEntry::fromString(text.left(40)).isNull());
 }
 
+/// A certificate that no other number gives.
+QByteArray TestUserStore::numbered(int number)
+{
+    static const QByteArray der = Corpus::read(QStringLiteral("serial-sixteen.der"));
+    static const int place = der.indexOf(QByteArray::fromHex("7f11223344"));
+    QByteArray changed = der;
+    changed[place + 8] = char(number);
+    changed[place + 9] = char(number >> 8);
+    return "-----BEGIN CERTIFICATE-----\n" + changed.toBase64() + "\n-----END CERTIFICATE-----\n";
+}
+
 void TestUserStore::takesManyWithoutStalling()
 {
     constexpr int Count = 5000;
-    const QByteArray der = Corpus::read(QStringLiteral("serial-sixteen.der"));
-    const int place = der.indexOf(QByteArray::fromHex("7f11223344"));
-    for (int i = 0; i < Count; ++i) {
-        QByteArray changed = der;
-        changed[place + 8] = char(i);
-        changed[place + 9] = char(i >> 8);
-        put(QStringLiteral("many-%1.pem").arg(i),
-            "-----BEGIN CERTIFICATE-----\n" + changed.toBase64() + "\n-----END CERTIFICATE-----\n");
-    }
+    for (int i = 0; i < Count; ++i)
+        put(QStringLiteral("many-%1.pem").arg(i), numbered(i));
     // The event loop of this thread must go on while they load.
     TrivexTest::LoopMeter meter;
     QSignalSpy updated(m_store.get(), &QCA::KeyStore::updated);
@@ -400,6 +459,40 @@ void TestUserStore::takesManyWithoutStalling()
     qInfo("longest pause %lld ms, %d announcements", meter.longest(), int(updated.size()));
     QVERIFY(updated.size() < 30);
     QVERIFY(meter.longest() <= TrivexTest::LoopMeter::Unnoticed);
+}
+
+/// Files come, change and go while the rest of the directory is still being read.
+void TestUserStore::changesWhileItReads()
+{
+    cleanup(); // from what was there at first, too
+    constexpr int Announced = 600; // are shown before all is read
+    constexpr int Repeated = 10000; // take longer than a change is waited for
+    QByteArray text;
+    for (int i = 0; i < Announced; ++i)
+        text += numbered(i);
+    put(QStringLiteral("file-0.pem"), text);
+    for (int file = 1; file < 8; ++file)
+        put(QStringLiteral("file-%1.pem").arg(file), numbered(Announced + file).repeated(Repeated));
+    QTRY_VERIFY_WITH_TIMEOUT(m_store->entryList().size() >= Announced, 60000);
+    // One of which it has read, one that it has not; in front of all, and behind.
+    QVERIFY(QFile::remove(m_path + QStringLiteral("/file-0.pem")));
+    QVERIFY(QFile::remove(m_path + QStringLiteral("/file-6.pem")));
+    put(QStringLiteral("file-1.pem"), pem("ec-256.der"));
+    put(QStringLiteral("a.pem"), pem("ed25519.der"));
+    put(QStringLiteral("z.pem"), pem("ec-384.der"));
+    const QStringList expected{QStringLiteral("a"),      QStringLiteral("file-1"),
+                               QStringLiteral("file-2"), QStringLiteral("file-3"),
+                               QStringLiteral("file-4"), QStringLiteral("file-5"),
+                               QStringLiteral("file-7"), QStringLiteral("z")};
+    const auto listed = [this] {
+        QStringList files;
+        const auto entries = m_store->entryList();
+        for (const QCA::KeyStoreEntry &entry : entries)
+            files += entry.id().section(QLatin1Char('.'), 0, 0);
+        return files;
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(listed(), expected, 60000);
+    QVERIFY(names().contains(QStringLiteral("Curve P-256")));
 }
 
 int main(int argc, char *argv[])
