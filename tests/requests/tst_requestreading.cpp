@@ -79,6 +79,7 @@ private Q_SLOTS:
     void readsFewBytesATurn();
     void sameRowsInTheSameOrder();
     void passesOtherFilesOver();
+    void addedWhileListing();
     void changedMeanwhile();
     void goneMeanwhile();
     void directoryGoneMeanwhile();
@@ -197,6 +198,21 @@ void TestRequestReading::passesOtherFilesOver()
     model.init();
     QTRY_COMPARE(names(model), QStringList{QStringLiteral("Ivanov")});
     QCOMPARE(opened.take(), 1);
+}
+
+/// The directory has been looked through in part.
+void TestRequestReading::addedWhileListing()
+{
+    for (int i = 0; i < 5000; ++i)
+        makeFile(QStringLiteral("%1.txt").arg(i), "notes");
+    makeFile(QStringLiteral("z.csr"), m_request);
+    CertificateRequestModel model;
+    const QAbstractItemModelTester tester(&model);
+    model.init();
+    turn();
+    QCOMPARE(model.rowCount(), 0);
+    makeFile(QStringLiteral("a.csr"), requestText(QStringLiteral("New"), softwareKey()));
+    QTRY_COMPARE(names(model), QStringList({QStringLiteral("New"), QStringLiteral("Ivanov")}));
 }
 
 void TestRequestReading::changedMeanwhile()
