@@ -15,6 +15,8 @@
 #include <QDir>
 #include <QTimer>
 
+#include <algorithm>
+
 namespace Trivex {
 
 namespace {
@@ -24,6 +26,10 @@ constexpr int MostNames = 1000;
 /// The longest wait for the store of the user's files to start, and between two looks; in ms.
 constexpr int StorePatience = 10000;
 constexpr int StoreLook = 50;
+/// Certificates that a token gets at once: each time its rows are made anew, so there are more and
+/// more, but never so many that nobody sees how far it is.
+constexpr int FirstTogether = 16;
+constexpr int MostTogether = 256;
 
 QCA::KeyBundle bundleOf(const QVector<FileItem> &items)
 {
@@ -72,6 +78,14 @@ CertificateImport::CertificateImport(QObject *parent)
 {
     connect(&m_writer, &StoreWriter::written, this,
             [this](const QString &entryId) { stepEnded(!entryId.isEmpty()); });
+    connect(&m_writer, &StoreWriter::writtenSeveral, this, [this](int count, bool good) {
+        if (!m_running)
+            return;
+        m_together = std::min(2 * m_together, MostTogether);
+        if (!good)
+            noteWritten(count);
+        stepEnded(good);
+    });
     connect(&m_monitor, &TokenMonitor::failed, this, [this](const TokenError &error) {
         if (m_running && error.keyStoreId == m_storeId && error.purpose == Purpose::Write)
             m_tokenError = error.kind;
@@ -101,6 +115,7 @@ void CertificateImport::start(CertificateFile *file, const QString &storeId)
     m_storeId = storeId;
     m_problem.clear();
     m_written = 0;
+    m_together = FirstTogether;
     m_isFull = false;
     m_stopped = false;
     m_left = false;
@@ -145,6 +160,24 @@ void CertificateImport::plan()
     }
 }
 
+/// A certificate alone, for a token.
+bool CertificateImport::isPlain(const Step &step) const
+{
+    return m_storeId != userStoreId() && step.items.size() == 1
+        && step.items.first().kind == FileObject::Certificate && step.items.first().key.isNull();
+}
+
+void CertificateImport::joinSteps()
+{
+    if (!isPlain(m_step))
+        return;
+    while (!m_steps.isEmpty() && m_step.rows.size() < m_together && isPlain(m_steps.head())) {
+        const Step more = m_steps.dequeue();
+        m_step.rows += more.rows;
+        m_step.items += more.items;
+    }
+}
+
 void CertificateImport::next()
 {
     if (m_steps.isEmpty()) {
@@ -153,6 +186,7 @@ void CertificateImport::next()
         end(false);
     } else {
         m_step = m_steps.dequeue();
+        joinSteps();
         m_tokenError = TokenError::NoError;
         m_sinceAsked.start();
         tryStep();
@@ -185,6 +219,12 @@ bool CertificateImport::begin(const Step &step)
     if (item.kind == FileObject::RevocationList) {
         saveList(item);
         return true;
+    }
+    if (step.items.size() > 1 && item.key.isNull()) {
+        QVector<QByteArray> ders;
+        for (const FileItem &one : step.items)
+            ders += one.der;
+        return m_writer.write(m_storeId, ders);
     }
     const bool withKey = !item.key.isNull() && m_storeId != userStoreId();
     return withKey ? m_writer.write(m_storeId, bundleOf(step.items))
@@ -221,13 +261,16 @@ void CertificateImport::stepEnded(bool good)
         end(false);
         return;
     }
-    m_written += m_step.rows.size();
-    for (const int row : qAsConst(m_step.rows)) {
-        if (m_file)
-            m_file->items()->setChecked(row, false);
-    }
+    noteWritten(m_step.rows.size());
     Q_EMIT changed();
     QTimer::singleShot(0, this, &CertificateImport::next);
+}
+
+void CertificateImport::noteWritten(int count)
+{
+    m_written += count;
+    if (m_file)
+        m_file->items()->setChecked(m_step.rows.mid(0, count), false);
 }
 
 QString CertificateImport::reason() const

@@ -69,19 +69,23 @@ Q_SIGNALS:
     void finished(bool good);
 
 private:
-    /// What is written at once: certificates, the first with its key, or a request.
+    /// What is written at once: certificates, the first perhaps with its key, or something else.
     struct Step {
         QVector<int> rows; ///< of the file's items
         QVector<FileItem> items;
     };
 
+    bool isPlain(const Step &step) const;
     void plan();
+    void joinSteps();
     void next();
     void tryStep();
     bool begin(const Step &step);
     bool saveRequest(const FileItem &request) const;
     void saveList(const FileItem &list);
     void stepEnded(bool good);
+    /// Of the step the first `count` are written.
+    void noteWritten(int count);
     void end(bool good);
     QString reason() const;
 
@@ -95,6 +99,7 @@ private:
     QElapsedTimer m_sinceAsked;
     int m_count = 0;
     int m_written = 0;
+    int m_together = 0; ///< so many certificates may be written at once
     bool m_running = false;
     int m_serial = 0; ///< tells a late result of a run that has ended
     bool m_stopped = false;

@@ -140,6 +140,21 @@ void FileItemModel::setChecked(int row, bool checked)
     setData(index(row), checked, CheckedRole);
 }
 
+void FileItemModel::setChecked(const QVector<int> &rows, bool checked)
+{
+    bool isChange = false;
+    for (const int row : rows) {
+        FileItem *item = row >= 0 && row < m_items.size() ? &m_items[row] : nullptr;
+        if (!item || !item->isImportable() || item->isChecked == checked)
+            continue;
+        item->isChecked = checked;
+        isChange = true;
+        Q_EMIT dataChanged(index(row), index(row), {CheckedRole});
+    }
+    if (isChange)
+        Q_EMIT changed();
+}
+
 void FileItemModel::setAllChecked(bool checked)
 {
     bool isChange = false;

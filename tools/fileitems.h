@@ -69,6 +69,8 @@ public:
     int checkedRoots() const;
     /// Sets or takes the tick of a row, where it can have one.
     Q_INVOKABLE void setChecked(int row, bool checked);
+    /// Several rows at once, with one `changed`: whoever counts the ticks goes through all rows.
+    void setChecked(const QVector<int> &rows, bool checked);
     /// Sets or takes the ticks of all rows that can have one.
     Q_INVOKABLE void setAllChecked(bool checked);
 

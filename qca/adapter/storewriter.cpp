@@ -99,6 +99,14 @@ bool StoreWriter::write(const QString &storeId, const QCA::KeyBundle &bundle)
     return start(storeId, change);
 }
 
+bool StoreWriter::write(const QString &storeId, const QVector<QByteArray> &certificates)
+{
+    StoreChange change;
+    change.kind = StoreChange::WriteCertificates;
+    change.certificates = certificates;
+    return start(storeId, change);
+}
+
 bool StoreWriter::removeKey(const QString &storeId, const QString &keyId)
 {
     StoreChange change;
@@ -129,7 +137,7 @@ bool StoreWriter::start(const QString &storeId, StoreChange change)
         storeId, change,
         [this, shared = m_shared, kind = change.kind](const StoreChangeResult &result) {
             // Runs on this object's thread, and not when it has gone.
-            shared->post([this, result, kind] { tell(kind, result.succeeded, result.entryId); });
+            shared->post([this, result, kind] { tell(kind, result); });
         });
 }
 
@@ -140,19 +148,22 @@ void StoreWriter::cancel()
         cancelTokenTask(one.lock());
 }
 
-void StoreWriter::tell(int kind, bool succeeded, const QString &entryId)
+void StoreWriter::tell(int kind, const StoreChangeResult &result)
 {
     switch (StoreChange::Kind(kind)) {
     case StoreChange::RemoveEntry:
     case StoreChange::RemoveKey:
-        Q_EMIT removed(succeeded);
+        Q_EMIT removed(result.succeeded);
         break;
     case StoreChange::ShowKeys:
-        Q_EMIT shown(succeeded);
+        Q_EMIT shown(result.succeeded);
         break;
     case StoreChange::WriteCertificate:
     case StoreChange::WriteBundle:
-        Q_EMIT written(entryId);
+        Q_EMIT written(result.entryId);
+        break;
+    case StoreChange::WriteCertificates:
+        Q_EMIT writtenSeveral(result.count, result.succeeded);
         break;
     }
 }

@@ -12,6 +12,7 @@
 namespace Trivex {
 
 struct StoreChange;
+struct StoreChangeResult;
 
 /// Writes to key stores and removes from them. On our own tokens that goes past QCA, which does one
 /// thing at a time with all stores of the process: a write that waits for its PIN there would hold
@@ -35,6 +36,8 @@ public:
     // and, for certificates, on the store of the user's files. False for every other store.
     bool write(const QString &storeId, const QCA::Certificate &certificate);
     bool write(const QString &storeId, const QCA::KeyBundle &bundle);
+    /// Several (DER), on our own tokens alone; `writtenSeveral` tells of them.
+    bool write(const QString &storeId, const QVector<QByteArray> &certificates);
     /// The key of that id (`TokenKeyFacts::id`), which has no certificate.
     bool removeKey(const QString &storeId, const QString &keyId);
     /// Logs in, so that the token shows the keys that it hides.
@@ -48,12 +51,14 @@ Q_SIGNALS:
 
     /// `entryId` is empty when the write failed.
     void written(const QString &entryId);
+    /// The first `count` of them are there, which are all of them with `success`.
+    void writtenSeveral(int count, bool success);
     void removed(bool success);
     void shown(bool success);
 
 private:
     struct Shared;
-    void tell(int kind, bool succeeded, const QString &entryId);
+    void tell(int kind, const StoreChangeResult &result);
     /// False when the store is none of our tokens.
     bool start(const QString &storeId, StoreChange change);
 

@@ -66,10 +66,12 @@ public:
         cancelled += cancelledTask == task ? 1 : 0;
     }
 
-    void end(bool succeeded)
+    /// `count` of several, where it did not succeed.
+    void end(bool succeeded, int count = 0)
     {
         StoreChangeResult result;
         result.succeeded = succeeded;
+        result.count = succeeded ? changes.last().certificates.size() : count;
         if (succeeded)
             result.entryId = QStringLiteral("entry");
         task.reset();
@@ -271,7 +273,7 @@ void TestImport::cancelledInTheMiddle()
     import.cancel();
     QCOMPARE(tokens.cancelled, 1);
     QVERIFY(import.isRunning());
-    tokens.end(true);
+    tokens.end(false, 1);
     QTRY_COMPARE(finished.size(), 1);
     QVERIFY(!finished.first().first().toBool());
     QVERIFY(import.wasLeft());

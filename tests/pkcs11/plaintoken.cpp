@@ -39,6 +39,15 @@ QByteArray makeCertificate(EVP_PKEY *key, int number)
 
 } // namespace
 
+QList<QByteArray> plainCertificates(int count, int first)
+{
+    const KeyHandle key(EVP_PKEY_Q_keygen(nullptr, nullptr, "EC", "P-256"), &EVP_PKEY_free);
+    QList<QByteArray> all;
+    for (int i = first; key && i < first + count; ++i)
+        all.append(makeCertificate(key.get(), i));
+    return all;
+}
+
 PlainToken::PlainToken(const QString &library)
     : m_library(library)
 {

@@ -10,6 +10,9 @@
 
 namespace TrivexTest {
 
+/// Self-signed ones of one key on P-256, numbered from `first` on, DER.
+QList<QByteArray> plainCertificates(int count, int first = 0);
+
 /// The first token of a module, used with plain PKCS#11 and OpenSSL calls: to fill it quickly, and
 /// as what our reading is measured against.
 class PlainToken {

@@ -10,6 +10,7 @@
 #include "qca/keys/publickeyfields.h"
 
 #include <QCryptographicHash>
+#include <QHash>
 #include <QSet>
 
 #include <algorithm>
@@ -51,17 +52,16 @@ std::vector<Wanted> lookForCertificates(const TokenConnection &connection, const
                                         const std::vector<QByteArray> &ders)
 {
     std::vector<Wanted> wanted;
-    const auto find = [&](const QByteArray &der) {
-        return std::find_if(wanted.begin(), wanted.end(),
-                            [&](const Wanted &one) { return one.mark.value == der; });
-    };
+    QHash<QByteArray, size_t> places;
     for (const QByteArray &der : ders) {
-        if (find(der) == wanted.end())
-            wanted.push_back({{CKO_CERTIFICATE, {}, der}, {}});
+        if (places.contains(der))
+            continue;
+        places.insert(der, wanted.size());
+        wanted.push_back({{CKO_CERTIFICATE, {}, der}, {}});
     }
     QSet<CK_OBJECT_HANDLE> others;
     for (const TokenEntryPtr &entry : connection.contents()->entries) {
-        if (connection.certificatesHold() && find(entry->certificate->der) == wanted.end()) {
+        if (connection.certificatesHold() && !places.contains(entry->certificate->der)) {
             for (const CK_OBJECT_HANDLE object : entry->certificate->objects)
                 others.insert(object);
         }
@@ -70,9 +70,9 @@ std::vector<Wanted> lookForCertificates(const TokenConnection &connection, const
     for (const CK_OBJECT_HANDLE object : findMarked(writing.session(), {CKO_CERTIFICATE, {}, {}})) {
         if (others.contains(object) || !reader.readIfThere(writing.session(), object))
             continue;
-        const auto found = find(reader.value(0));
-        if (found != wanted.end())
-            found->present.push_back(object);
+        const auto found = places.constFind(reader.value(0));
+        if (found != places.constEnd())
+            wanted[*found].present.push_back(object);
     }
     return wanted;
 }
@@ -113,6 +113,17 @@ bool put(TokenConnection &connection, Writing &writing, const Wanted &wanted,
     fillCertificate(certificate, &object);
     certificate.objects = {writing.create(object, wanted.mark, {})};
     return true;
+}
+
+/// Some may have been written by another program since the token was read.
+void makeListed(TokenConnection &connection, const QVector<QByteArray> &ders)
+{
+    QSet<QByteArray> listed;
+    for (const TokenEntryPtr &entry : connection.contents()->entries)
+        listed.insert(entry->certificate->der);
+    const auto isMissing = [&](const QByteArray &der) { return !listed.contains(der); };
+    if (std::any_of(ders.begin(), ders.end(), isMissing))
+        connection.read();
 }
 
 QString listedId(TokenConnection &connection, const QByteArray &der)
@@ -240,6 +251,32 @@ QString writeCertificate(TokenConnection &connection, Operation &operation, cons
     const QString id = listedId(connection, der);
     writing.keep();
     return id;
+}
+
+void writeCertificates(TokenConnection &connection, Operation &operation,
+                       const QVector<QByteArray> &ders, int *count)
+{
+    *count = 0;
+    connection.checkWritable();
+    connection.login(operation);
+    Writing writing(connection, operation);
+    const auto wanted = lookForCertificates(connection, writing, {ders.begin(), ders.end()});
+    std::vector<TokenCertificate> written;
+    try {
+        for (const Wanted &one : wanted) {
+            TokenCertificate certificate = parsed(one.mark.value);
+            if (put(connection, writing, one, certificate, QString()))
+                written.push_back(certificate);
+            writing.keep();
+            ++*count;
+        }
+    } catch (const Error &) {
+        connection.noteWritten(written);
+        throw;
+    }
+    connection.noteWritten(written);
+    makeListed(connection, ders);
+    *count = ders.size();
 }
 
 QString writeBundle(TokenConnection &connection, Operation &operation, const BundleToWrite &bundle)

@@ -12,6 +12,11 @@ namespace Trivex {
 /// thread.
 QString writeCertificate(TokenConnection &connection, Operation &operation, const QByteArray &der);
 
+/// The same for several, in their order, in one session and after one look at the token. Each stays
+/// once it is written, whatever becomes of the next; `*count` tells how many are there.
+void writeCertificates(TokenConnection &connection, Operation &operation,
+                       const QVector<QByteArray> &ders, int *count);
+
 /// A private key with its certificates.
 struct BundleToWrite {
     QString name; ///< the label; when empty, the common name is the label

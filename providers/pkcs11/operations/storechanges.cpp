@@ -48,15 +48,15 @@ Purpose purposeOf(const StoreChange &change)
     case StoreChange::ShowKeys:
         return Purpose::Look;
     case StoreChange::WriteCertificate:
+    case StoreChange::WriteCertificates:
     case StoreChange::WriteBundle:
         break;
     }
     return Purpose::Write;
 }
 
-/// The work of the change, for the token's thread. It puts the id of what was written into
-/// `written`.
-Token::Work workOf(const StoreChange &change, const std::shared_ptr<QString> &written)
+/// The work of the change, for the token's thread. It puts into `written` what it has written.
+Token::Work workOf(const StoreChange &change, const std::shared_ptr<StoreChangeResult> &written)
 {
     if (change.kind == StoreChange::RemoveEntry) {
         return [entryId = change.entryId](TokenConnection &connection, Operation &operation) {
@@ -76,12 +76,18 @@ Token::Work workOf(const StoreChange &change, const std::shared_ptr<QString> &wr
     if (change.kind == StoreChange::WriteBundle) {
         return [written, bundle = bundleFrom(change.bundle)](TokenConnection &connection,
                                                              Operation &operation) {
-            *written = writeBundle(connection, operation, bundle);
+            written->entryId = writeBundle(connection, operation, bundle);
+        };
+    }
+    if (change.kind == StoreChange::WriteCertificates) {
+        return [written, ders = change.certificates](TokenConnection &connection,
+                                                     Operation &operation) {
+            writeCertificates(connection, operation, ders, &written->count);
         };
     }
     const QByteArray der = change.certificate.isNull() ? QByteArray() : change.certificate.toDER();
     return [written, der](TokenConnection &connection, Operation &operation) {
-        *written = writeCertificate(connection, operation, der);
+        written->entryId = writeCertificate(connection, operation, der);
     };
 }
 
@@ -92,13 +98,13 @@ bool startChange(TokenTable &tokens, const QString &keyStoreId, const StoreChang
 {
     if (!tokens.store(keyStoreId))
         return false;
-    const auto written = std::make_shared<QString>();
+    const auto written = std::make_shared<StoreChangeResult>();
     tokens.post(Operation(purposeOf(change), keyStoreId, change.owner), workOf(change, written),
                 [written, done = std::move(done)](const TokenError &error) {
-                    StoreChangeResult result;
+                    StoreChangeResult result = *written;
                     result.succeeded = error.kind == TokenError::NoError;
-                    if (result.succeeded)
-                        result.entryId = *written;
+                    if (!result.succeeded)
+                        result.entryId.clear();
                     done(result);
                 });
     return true;
