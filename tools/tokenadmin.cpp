@@ -181,7 +181,7 @@ bool TokenAdmin::isPinEmpty() const
 
 bool TokenAdmin::isOfficerPinEmpty() const
 {
-    return m_status.pinMayBeEmpty && !isPinSet();
+    return m_status.pinMayBeEmpty && m_status.officerPinState == PinState::NotSet;
 }
 
 bool TokenAdmin::isLocked() const

@@ -52,6 +52,8 @@ private Q_SLOTS:
     void officerChangesOwnPin();
     void keypad_data();
     void keypad();
+    void emptyPinIsNotTried_data();
+    void emptyPinIsNotTried();
     void newPinIsRefused_data();
     void newPinIsRefused();
     void failingCall_data();
@@ -347,6 +349,38 @@ void TestAdministration::keypad()
     QCOMPARE(m_token->countText("pin=given"), 0);
     m_token->control();
     QVERIFY(opensWith(NewPin));
+}
+
+void TestAdministration::emptyPinIsNotTried_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<QByteArray>("orders");
+    for (const char *flags : {"", " no-pin-flag", " no-pin-flag no-login-flag"}) {
+        const auto row = [flags](const char *name, TokenAdministration::Kind kind) {
+            QTest::addRow("%s%s", name, flags)
+                << int(kind) << "no-shortest-pin" + QByteArray(flags).replace(' ', '\n');
+        };
+        row("change", TokenAdministration::ChangePin);
+        row("officer's change", TokenAdministration::ChangeOfficerPin);
+        row("set", TokenAdministration::SetPin);
+        row("initialise", TokenAdministration::Initialise);
+    }
+}
+
+/// A token that sets no shortest length says nothing of the PIN that it has: it was initialised, so
+/// its administrator has one. A try would be used up.
+void TestAdministration::emptyPinIsNotTried()
+{
+    QFETCH(int, kind);
+    QFETCH(QByteArray, orders);
+    m_token->control(orders);
+    m_token->forget();
+    const auto result = perform(TokenAdministration::Kind(kind), {}, NewPin, StoreName);
+    QCOMPARE(result.error.kind, TokenError::PinMissing);
+    QCOMPARE(m_token->countText("pin=empty"), 0);
+    QCOMPARE(m_token->countText("pin=none"), 0);
+    QCOMPARE(m_token->count("C_SetPIN"), 0);
+    QCOMPARE(m_token->count("C_InitToken"), 0);
 }
 
 void TestAdministration::newPinIsRefused_data()

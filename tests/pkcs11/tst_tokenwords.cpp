@@ -291,7 +291,7 @@ void TestTokenWords::statusFollowsFlags()
     TokenStatus status;
     const auto look = [&status](CK_FLAGS tokenFlags, CK_ULONG shortest, CK_ULONG longest) {
         CK_TOKEN_INFO info = {};
-        info.flags = tokenFlags | CKF_USER_PIN_INITIALIZED;
+        info.flags = tokenFlags | CKF_TOKEN_INITIALIZED | CKF_USER_PIN_INITIALIZED;
         info.ulMinPinLen = shortest;
         info.ulMaxPinLen = longest;
         const bool isOther = take(flagsOf(info), &status);

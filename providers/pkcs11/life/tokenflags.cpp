@@ -25,13 +25,18 @@ PinState pinStateOf(CK_FLAGS flags)
     return (flags & Relevant) == CKF_LOGIN_REQUIRED ? PinState::NotSet : PinState::Normal;
 }
 
+/// Nobody has set it only where the whole token is as it was made: an initialised one got it then,
+/// whether it has a user's PIN by now or not.
 PinState officerPinStateOf(CK_FLAGS flags)
 {
     if (flags & CKF_SO_PIN_LOCKED)
         return PinState::Locked;
     if (flags & CKF_SO_PIN_FINAL_TRY)
         return PinState::FinalTry;
-    return flags & CKF_SO_PIN_COUNT_LOW ? PinState::CountLow : PinState::Normal;
+    if (flags & CKF_SO_PIN_COUNT_LOW)
+        return PinState::CountLow;
+    return flags & (CKF_TOKEN_INITIALIZED | CKF_USER_PIN_INITIALIZED) ? PinState::Normal
+                                                                      : PinState::NotSet;
 }
 
 /// 0 for what is no length of a PIN.

@@ -44,12 +44,13 @@ void checkGiven(const TokenFlags &flags, const Task &task)
 {
     if (flags.hasPinPad)
         return;
-    // Where nobody has set the user's PIN yet, the administrator may have none either: so it is
-    // with a new database of NSS.
+    // Of an administrator whose PIN nobody has set, as with a new database of NSS, and of a user
+    // whose PIN opens the token without being asked for.
     const bool isFirst =
-        task.asked.kind == TokenAdministration::SetPin && flags.pinState == PinState::NotSet;
-    const bool mayBeEmpty =
-        (isFirst || task.asked.kind == TokenAdministration::ChangePin) && flags.pinMayBeEmpty;
+        task.asked.kind == TokenAdministration::SetPin && flags.officerPinState == PinState::NotSet;
+    const bool isOpen =
+        task.asked.kind == TokenAdministration::ChangePin && flags.hasUserPin && !flags.needsLogin;
+    const bool mayBeEmpty = (isFirst || isOpen) && flags.pinMayBeEmpty;
     if (task.asked.newPin.isEmpty() || (task.asked.pin.isEmpty() && !mayBeEmpty))
         throw Error(TokenError::PinMissing);
     const int length = task.asked.newPin.size();

@@ -36,6 +36,7 @@ const std::map<std::string, bool Script::*> stateNames = {
     {"no-pin-flag", &Script::noPinFlag},
     {"slots-grow", &Script::slotsGrow},
     {"other-token", &Script::otherToken},
+    {"no-shortest-pin", &Script::noShortestPin},
     {"to-be-changed", &Script::toBeChanged},
     {"officer-final-try", &Script::officerFinalTry},
     {"officer-locked", &Script::officerLocked},

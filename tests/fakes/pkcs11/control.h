@@ -67,6 +67,7 @@ struct Script {
     bool noLoginFlag = false;
     bool noPinFlag = false; //!< says that the user has no PIN, whatever a login does
     bool otherToken = false; //!< the tokens have other serial numbers
+    bool noShortestPin = false; //!< says that a PIN may have no characters
     bool toBeChanged = false; //!< says that the user's PIN has to be changed
     bool officerFinalTry = false;
     bool officerLocked = false;

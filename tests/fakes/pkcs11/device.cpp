@@ -375,6 +375,8 @@ CK_RV Device::tokenInfo(CK_SLOT_ID slot, CK_TOKEN_INFO *info)
         info->flags &= ~static_cast<CK_FLAGS>(CKF_USER_PIN_INITIALIZED);
     if (m_script.pinPad)
         info->flags |= CKF_PROTECTED_AUTHENTICATION_PATH;
+    if (m_script.noShortestPin)
+        info->ulMinPinLen = 0;
     if (m_script.toBeChanged)
         info->flags |= CKF_USER_PIN_TO_BE_CHANGED;
     if (m_script.officerFinalTry)
