@@ -28,21 +28,27 @@ QString KeyStoreEntry::name() const
 
 Certificate *KeyStoreEntry::certificate() const
 {
-    if (!m_certificate && m_hasEntry) {
-        m_certificate = makeCertificate();
-        // It has no parent, so QML would take it for its own where a call returns it.
+    if (!m_certificate && m_hasEntry)
+        m_certificate = makeCertificate(m_entry);
+    // It has no parent, so QML would take it for its own where a call returns it.
+    if (m_certificate)
         QQmlEngine::setObjectOwnership(m_certificate.get(), QQmlEngine::CppOwnership);
-    }
     return m_certificate.get();
 }
 
-std::unique_ptr<Certificate> KeyStoreEntry::makeCertificate() const
+void KeyStoreEntry::setCertificate(std::shared_ptr<Certificate> certificate)
 {
-    switch (Trivex::entryType(m_entry)) {
+    if (!m_certificate)
+        m_certificate = std::move(certificate);
+}
+
+std::unique_ptr<Certificate> KeyStoreEntry::makeCertificate(const QCA::KeyStoreEntry &entry)
+{
+    switch (Trivex::entryType(entry)) {
     case QCA::KeyStoreEntry::TypeCertificate:
-        return std::make_unique<Certificate>(Trivex::entryCertificate(m_entry));
+        return std::make_unique<Certificate>(Trivex::entryCertificate(entry));
     case QCA::KeyStoreEntry::TypeKeyBundle: {
-        const QCA::KeyBundle bundle = Trivex::entryKeyBundle(m_entry);
+        const QCA::KeyBundle bundle = Trivex::entryKeyBundle(entry);
         const QCA::CertificateChain chain = bundle.certificateChain();
         if (!chain.isEmpty())
             return std::make_unique<Certificate>(chain.first(), bundle);

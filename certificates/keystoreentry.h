@@ -35,14 +35,18 @@ public:
     QString name() const;
     QCA::KeyStoreEntry *data() const { return &m_entry; }
     Certificate *certificate() const;
+    /// The same where somebody has read it before, else null.
+    std::shared_ptr<const Certificate> knownCertificate() const { return m_certificate; }
+    /// Takes one that was made before for that of this object, which has not been read yet.
+    void setCertificate(std::shared_ptr<Certificate> certificate);
+    /// The certificate of `entry`, which the caller owns.
+    static std::unique_ptr<Certificate> makeCertificate(const QCA::KeyStoreEntry &entry);
 
     const QCA::KeyStoreEntry &entry() const { return m_entry; }
 
 private:
-    std::unique_ptr<Certificate> makeCertificate() const;
-
     mutable QCA::KeyStoreEntry m_entry;
     const bool m_hasEntry;
     /// Made at the first read, because most rows of a long list are never shown.
-    mutable std::unique_ptr<Certificate> m_certificate;
+    mutable std::shared_ptr<Certificate> m_certificate;
 };

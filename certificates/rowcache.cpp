@@ -6,11 +6,21 @@
 
 namespace Trivex {
 
+/// Grows by an eighth: each of several filters has a place for every row of a long list, and twice
+/// as many as there are rows are not needed.
+void RowCache::makeRoomFor(size_t rows)
+{
+    if (rows > m_rows.capacity())
+        m_rows.reserve(rows + rows / 8);
+}
+
 CachedRow &RowCache::at(int row)
 {
     const auto position = size_t(row);
-    if (position >= m_rows.size())
+    if (position >= m_rows.size()) {
+        makeRoomFor(position + 1);
         m_rows.resize(position + 1);
+    }
     return m_rows[position];
 }
 
@@ -21,6 +31,7 @@ void RowCache::insert(int first, int last)
     if (place >= m_rows.size())
         return;
     const size_t count = size_t(last) - place + 1;
+    makeRoomFor(m_rows.size() + count);
     m_rows.resize(m_rows.size() + count);
     std::rotate(m_rows.begin() + first, m_rows.end() - std::ptrdiff_t(count), m_rows.end());
 }

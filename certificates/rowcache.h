@@ -6,7 +6,7 @@
 #include <QString>
 
 #include <memory>
-#include <optional>
+#include <variant>
 #include <vector>
 
 namespace Trivex {
@@ -33,8 +33,8 @@ struct CachedRow {
     /// Most rows are in another category than the filter's, and have none.
     struct Texts {
         QString haystack; ///< the searched texts, folded, joined by `RowCache::Separator`
-        std::optional<QCollatorSortKey> sortKey; ///< to sort by
-        QString name; ///< to sort by where sort keys don't serve
+        /// What to sort by: the key of the name, or itself where keys don't serve.
+        std::variant<std::monostate, QCollatorSortKey, QString> name;
     };
 
     bool has(Fact fact) const { return facts & fact; }
@@ -73,6 +73,8 @@ public:
     void clear();
 
 private:
+    void makeRoomFor(size_t rows);
+
     std::vector<CachedRow> m_rows;
 };
 

@@ -85,10 +85,31 @@ bool RowFacts::isInEntryCategory(int category, int row, CachedRow &facts)
     }
 }
 
-const KeyStoreEntry *RowFacts::entry(int row) const
+const KeyStoreEntry *RowFacts::wrapper(int row) const
 {
     auto *object = m_source->data(index(row), KeyStoreEntryRole).value<QObject *>();
     return qobject_cast<const KeyStoreEntry *>(object);
+}
+
+const QCA::KeyStoreEntry *RowFacts::entry(int row) const
+{
+    if (const EntryRows *rows = entryRowsOf(m_source))
+        return rows->entryOf(row);
+    const KeyStoreEntry *object = wrapper(row);
+    return object ? object->data() : nullptr;
+}
+
+RowOrigin RowFacts::originOf(int row) const
+{
+    if (const EntryRows *rows = entryRowsOf(m_source))
+        return rows->originOf(row);
+    RowOrigin origin;
+    if (const KeyStoreEntry *object = wrapper(row)) {
+        const Certificate *certificate = object->certificate();
+        origin.hasPrivateKey = isPrivateKey(entryKeyBundle(*object->data()).privateKey());
+        origin.isRoot = !origin.hasPrivateKey && certificate && certificate->isRoot();
+    }
+    return origin;
 }
 
 void RowFacts::readEntry(int row, CachedRow &facts)
@@ -96,13 +117,12 @@ void RowFacts::readEntry(int row, CachedRow &facts)
     if (facts.has(CachedRow::EntryKnown))
         return;
     facts.set(CachedRow::EntryKnown);
-    const KeyStoreEntry *wrapper = entry(row);
-    if (!wrapper)
+    const QCA::KeyStoreEntry *known = entry(row);
+    if (!known)
         return;
     facts.set(CachedRow::HasEntry);
-    facts.set(CachedRow::UserStore, entryStoreName(*wrapper->data()) == QLatin1String("USER"));
-    facts.set(CachedRow::KeyBundle,
-              entryType(*wrapper->data()) == QCA::KeyStoreEntry::TypeKeyBundle);
+    facts.set(CachedRow::UserStore, entryStoreName(*known) == QLatin1String("USER"));
+    facts.set(CachedRow::KeyBundle, entryType(*known) == QCA::KeyStoreEntry::TypeKeyBundle);
 }
 
 void RowFacts::readOrigin(int row, CachedRow &facts)
@@ -111,25 +131,23 @@ void RowFacts::readOrigin(int row, CachedRow &facts)
         return;
     readEntry(row, facts);
     facts.set(CachedRow::OriginKnown);
-    const KeyStoreEntry *wrapper = facts.has(CachedRow::HasEntry) ? entry(row) : nullptr;
-    if (!wrapper)
+    if (!facts.has(CachedRow::HasEntry))
         return;
-    const bool isPrivate = isPrivateKey(entryKeyBundle(*wrapper->data()).privateKey());
-    const Certificate *certificate = wrapper->certificate();
-    facts.set(CachedRow::PrivateKey, isPrivate);
-    facts.set(CachedRow::Root, !isPrivate && certificate && certificate->isRoot());
+    const RowOrigin origin = originOf(row);
+    facts.set(CachedRow::PrivateKey, origin.hasPrivateKey);
+    facts.set(CachedRow::Root, origin.isRoot);
 }
 
 const CachedRow::Texts &RowFacts::name(int row)
 {
     CachedRow::Texts &texts = m_cache.at(row).keptTexts();
-    if (texts.sortKey || !texts.name.isNull())
+    if (texts.name.index() != 0)
         return texts;
     QString name = m_source->data(index(row), NameRole).toString().toLower();
     if (name.isEmpty())
         name = qtTrId("plugin-la-unnamed");
     if (const QCollator *collator = sortCollator())
-        texts.sortKey = collator->sortKey(name);
+        texts.name.emplace<QCollatorSortKey>(collator->sortKey(name));
     else
         texts.name = name;
     return texts;
@@ -139,9 +157,12 @@ int RowFacts::compare(int row, int other)
 {
     const CachedRow::Texts &first = name(row); // apart from the row, which may move
     const CachedRow::Texts &second = name(other);
-    if (first.sortKey && second.sortKey)
-        return first.sortKey->compare(*second.sortKey);
-    return QString::localeAwareCompare(first.name, second.name);
+    const auto *key = std::get_if<QCollatorSortKey>(&first.name);
+    const auto *otherKey = std::get_if<QCollatorSortKey>(&second.name);
+    if (key && otherKey)
+        return key->compare(*otherKey);
+    return QString::localeAwareCompare(std::get<QString>(first.name),
+                                       std::get<QString>(second.name));
 }
 
 void RowFacts::setSearched(const QVector<int> &roles)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "certificates/rowcache.h"
+#include "qca/base/entryrows.h"
 
 #include <QAbstractItemModel>
 #include <QVector>
@@ -43,8 +44,11 @@ private:
     bool isInEntryCategory(int category, int row, CachedRow &facts);
     void readEntry(int row, CachedRow &facts);
     void readOrigin(int row, CachedRow &facts);
+    RowOrigin originOf(int row) const;
     const CachedRow::Texts &name(int row);
-    const KeyStoreEntry *entry(int row) const;
+    const KeyStoreEntry *wrapper(int row) const;
+    /// Null for a row without one.
+    const QCA::KeyStoreEntry *entry(int row) const;
 
     const QAbstractItemModel *m_source = nullptr;
     RowCache m_cache;

@@ -342,13 +342,13 @@ void KeyStoreModel::removeCertificate(QString entryId)
         return;
     }
     const auto item = std::find_if(items().cbegin(), items().cend(), [&](const KeyStoreItem &row) {
-        return Trivex::entryId(row.entry->entry()) == entryId;
+        return Trivex::entryId(row.entry) == entryId;
     });
     if (item == items().cend() || !isRemovable(*item))
         return;
     if (QcaHandler *answers = handler()) {
         answers->setKeyStoreId(item->keyStore->id());
-        answers->setObjectId(item->entry->name());
+        answers->setObjectId(Trivex::entryName(item->entry));
     }
     m_writer->remove(item->keyStore, entryId);
 }
@@ -359,7 +359,7 @@ bool KeyStoreModel::isRemovable(const KeyStoreItem &item) const
         qWarning() << "System certificate cannot be deleted";
         return false;
     }
-    if (item.entry->name().isEmpty()) {
+    if (Trivex::entryName(item.entry).isEmpty()) {
         qWarning() << "KeyStore entry name is empty. Certificate cannot be deleted";
         return false;
     }

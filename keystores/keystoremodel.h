@@ -36,6 +36,7 @@ class QcaHandler;
 /// only.
 class KeyStoreModel : public StoreRows {
     Q_OBJECT
+    Q_INTERFACES(Trivex::EntryRows)
     /// True while stores are being looked for.
     Q_PROPERTY(bool isBusy READ isBusy NOTIFY busyChanged)
     /// Where imports can go, a `ComboBoxModel`.

@@ -3,6 +3,8 @@
 #include "keystores/storerows.h"
 
 #include "certificates/keystoreentry.h"
+#include "keystores/rowreading.h"
+#include "keystores/storechanges.h"
 #include "qca/adapter/entries.h"
 
 #include <QElapsedTimer>
@@ -24,24 +26,6 @@ bool isRow(const QCA::KeyStoreEntry &entry)
         return false;
     return Trivex::entryType(entry) != QCA::KeyStoreEntry::TypeKeyBundle
         || !Trivex::entryKeyBundle(entry).isNull();
-}
-
-QString nameText(const Certificate *certificate)
-{
-    const QString name = certificate->commonName();
-    if (!name.isEmpty())
-        return name;
-    const QString unit = certificate->subjectOrganizationalUnit();
-    return unit.isEmpty() ? qtTrId("trivex-se-unnamed") : unit;
-}
-
-QString issuerText(const Certificate *certificate)
-{
-    const QString issuer = certificate->issuer();
-    if (!issuer.isEmpty())
-        return issuer;
-    const QString organization = certificate->subjectOrganization();
-    return organization.isEmpty() ? qtTrId("trivex-se-unknown_organization") : organization;
 }
 
 template <typename Object> QVariant handOut(Object *object)
@@ -74,17 +58,17 @@ QVariant StoreRows::data(const QModelIndex &index, int role) const
     const KeyStoreItem &item = m_items.at(row);
     switch (role) {
     case NameRole:
-        return nameText(item.entry->certificate());
+        return shownName(factsOf(item));
     case KeyStoreEntryRole:
-        return handOut(item.entry.data());
+        return handOut(objectOf(item));
     case CertificateRole:
-        return handOut(item.entry->certificate());
+        return handOut(certificateObjectOf(item));
     case IssuerRole:
-        return issuerText(item.entry->certificate());
+        return shownIssuer(factsOf(item));
     case TypeRole:
         return item.keyStore ? int(item.keyStore->type()) : -1;
     case EntryIdRole:
-        return Trivex::entryId(item.entry->entry());
+        return Trivex::entryId(item.entry);
     default:
         return {};
     }
@@ -103,31 +87,87 @@ QHash<int, QByteArray> StoreRows::roleNames() const
     return names;
 }
 
+const KeyStoreItem::Facts &StoreRows::factsOf(const KeyStoreItem &item) const
+{
+    if (!item.facts.isRead)
+        item.facts = readFacts(item, *certificateOf(item));
+    return item.facts;
+}
+
+/// The object that QML has, or one that goes with whoever reads it.
+std::shared_ptr<const Certificate> StoreRows::certificateOf(const KeyStoreItem &item) const
+{
+    const auto known = item.object ? item.object->knownCertificate() : nullptr;
+    return known ? known : m_recent.of(item.entry);
+}
+
+/// One that lives as long as the row.
+Certificate *StoreRows::certificateObjectOf(const KeyStoreItem &item) const
+{
+    KeyStoreEntry *object = objectOf(item);
+    if (!object->knownCertificate()) {
+        object->setCertificate(m_recent.of(item.entry));
+        m_recent.forget(item.entry);
+    }
+    return object->certificate();
+}
+
+KeyStoreEntry *StoreRows::objectOf(const KeyStoreItem &item) const
+{
+    if (!item.object)
+        item.object.reset(new KeyStoreEntry(item.entry));
+    return item.object.data();
+}
+
+const QCA::KeyStoreEntry *StoreRows::entryOf(int row) const
+{
+    return row >= 0 && row < m_items.size() ? &m_items.at(row).entry : nullptr;
+}
+
+Trivex::RowOrigin StoreRows::originOf(int row) const
+{
+    return row >= 0 && row < m_items.size() ? factsOf(m_items.at(row)).origin : Trivex::RowOrigin();
+}
+
+void StoreRows::lookAtCertificate(int row, const std::function<void(const QObject &)> &look) const
+{
+    if (row >= 0 && row < m_items.size())
+        look(*certificateOf(m_items.at(row)));
+}
+
+int StoreRows::rowOf(const QObject *certificate) const
+{
+    const auto item = std::find_if(m_items.cbegin(), m_items.cend(), [&](const KeyStoreItem &one) {
+        return one.object && certificate && one.object->knownCertificate().get() == certificate;
+    });
+    return item == m_items.cend() ? -1 : int(item - m_items.cbegin());
+}
+
 void StoreRows::follow(const QPointer<QCA::KeyStore> &keyStore,
                        const QList<QCA::KeyStoreEntry> &entries)
 {
-    QSet<QString> ids;
-    ids.reserve(entries.size());
-    for (const QCA::KeyStoreEntry &entry : entries)
-        ids.insert(Trivex::entryId(entry));
-    removeMissingRows(keyStore, ids);
-    // Whoever hears of a row that goes may delete its store.
-    if (!keyStore)
-        return;
+    StoreChanges changes = changesOf(m_items, keyStore, entries);
+    if (!changes.gone.isEmpty()) {
+        removeMissingRows(keyStore, changes.gone);
+        // Whoever hears of a row that goes may delete its store, or let others come meanwhile.
+        if (!keyStore)
+            return;
+        changes = changesOf(m_items, keyStore, entries);
+    }
     const bool isFirst = m_arriving.isEmpty();
-    noteArriving(keyStore, newEntries(keyStore, entries));
+    noteArriving({keyStore, entries, changes.first, changes.end, changes.known, {}});
     if (isFirst)
         appendSlice();
     else
         m_nextSlice.start();
 }
 
-void StoreRows::removeMissingRows(const QCA::KeyStore *keyStore, const QSet<QString> &ids)
+void StoreRows::removeMissingRows(const QCA::KeyStore *keyStore, const QSet<QString> &gone)
 {
-    int row = 0;
+    int row = gone.isEmpty() ? m_items.size() : 0;
     while (row < m_items.size()) {
         const KeyStoreItem &item = m_items.at(row);
-        if (item.keyStore != keyStore || ids.contains(Trivex::entryId(item.entry->entry()))) {
+        if (item.keyStore != keyStore || !gone.contains(Trivex::entryId(item.entry))) {
             ++row;
             continue;
         }
@@ -139,34 +179,15 @@ void StoreRows::removeMissingRows(const QCA::KeyStore *keyStore, const QSet<QStr
     }
 }
 
-QList<QCA::KeyStoreEntry> StoreRows::newEntries(const QCA::KeyStore *keyStore,
-                                                const QList<QCA::KeyStoreEntry> &entries) const
+void StoreRows::noteArriving(const Arrival &arrival)
 {
-    QSet<QString> present;
-    for (const KeyStoreItem &item : m_items) {
-        if (item.keyStore == keyStore)
-            present.insert(Trivex::entryId(item.entry->entry()));
-    }
-    QList<QCA::KeyStoreEntry> fresh;
-    for (const QCA::KeyStoreEntry &entry : entries) {
-        const QString id = Trivex::entryId(entry);
-        if (present.contains(id) || !isRow(entry))
+    for (Arrival &known : m_arriving) {
+        if (known.keyStore != arrival.keyStore || known.then)
             continue;
-        present.insert(id);
-        fresh.append(entry);
-    }
-    return fresh;
-}
-
-void StoreRows::noteArriving(QCA::KeyStore *keyStore, const QList<QCA::KeyStoreEntry> &entries)
-{
-    for (Arrival &arrival : m_arriving) {
-        if (arrival.keyStore != keyStore || arrival.then)
-            continue;
-        arrival.entries = entries; // in its old place
+        known = arrival; // in its old place
         return;
     }
-    m_arriving.append({keyStore, entries, {}});
+    m_arriving.append(arrival);
 }
 
 void StoreRows::inTurn(std::function<void()> then)
@@ -175,7 +196,7 @@ void StoreRows::inTurn(std::function<void()> then)
         then();
         return;
     }
-    m_arriving.append({nullptr, {}, std::move(then)});
+    m_arriving.append({nullptr, {}, 0, 0, {}, std::move(then)});
     m_nextSlice.start();
 }
 
@@ -188,7 +209,7 @@ void StoreRows::appendSlice()
         const Arrival &next = m_arriving.first();
         if (next.then) {
             m_arriving.takeFirst().then();
-        } else if (next.entries.isEmpty() || !next.keyStore) {
+        } else if (next.isEmpty() || !next.keyStore) {
             m_arriving.removeFirst();
         } else {
             appendNext();
@@ -204,7 +225,12 @@ void StoreRows::appendSlice()
 void StoreRows::appendNext()
 {
     const QPointer<QCA::KeyStore> keyStore = m_arriving.first().keyStore;
-    const QCA::KeyStoreEntry entry = m_arriving.first().entries.first();
+    const QCA::KeyStoreEntry entry = m_arriving.first().entries.at(m_arriving.first().next);
+    const QString id = Trivex::entryId(entry);
+    if (m_arriving.first().seen.contains(id) || !isRow(entry)) {
+        ++m_arriving.first().next;
+        return;
+    }
     if (keyStore->type() == QCA::KeyStore::SmartCard
         && Trivex::entryType(entry) == QCA::KeyStoreEntry::TypeKeyBundle)
         bundleArrives(entry);
@@ -212,17 +238,19 @@ void StoreRows::appendNext()
     // loop run in which this very row comes.
     if (!keyStore || m_arriving.isEmpty() || m_arriving.first().keyStore != keyStore)
         return;
-    QList<QCA::KeyStoreEntry> &entries = m_arriving.first().entries;
-    if (entries.isEmpty() || Trivex::entryId(entries.first()) != Trivex::entryId(entry))
+    Arrival &arrival = m_arriving.first();
+    if (arrival.isEmpty() || Trivex::entryId(arrival.entries.at(arrival.next)) != id)
         return;
-    entries.removeFirst();
+    ++arrival.next;
+    arrival.seen.insert(id);
     appendRow(keyStore, entry);
 }
 
 void StoreRows::appendRow(QCA::KeyStore *keyStore, const QCA::KeyStoreEntry &entry)
 {
     KeyStoreItem item;
-    item.entry = QSharedPointer<KeyStoreEntry>(new KeyStoreEntry(entry));
+    item.entry = entry;
+    item.facts.name = Trivex::entryName(entry);
     item.keyStore = keyStore;
     beginInsertRows(QModelIndex(), m_items.size(), m_items.size());
     m_items.append(item);
@@ -232,6 +260,7 @@ void StoreRows::appendRow(QCA::KeyStore *keyStore, const QCA::KeyStoreEntry &ent
 void StoreRows::dropRow(int row)
 {
     beginRemoveRows(QModelIndex(), row, row);
+    m_recent.forget(m_items.at(row).entry);
     const KeyStoreItem item = m_items.takeAt(row); // lives until the views have heard of it
     endRemoveRows();
 }
@@ -244,7 +273,7 @@ void StoreRows::removeRowsOf(const QCA::KeyStore *keyStore)
     };
     for (Arrival &arrival : m_arriving) {
         if (!arrival.then && isGone(arrival.keyStore))
-            arrival.entries.clear();
+            arrival.end = arrival.next;
     }
     for (int last = m_items.size() - 1; last >= 0; --last) {
         last = std::min(last, m_items.size() - 1);
@@ -254,6 +283,7 @@ void StoreRows::removeRowsOf(const QCA::KeyStore *keyStore)
         while (first > 0 && isGone(m_items.at(first - 1).keyStore))
             --first;
         beginRemoveRows(QModelIndex(), first, last);
+        m_recent.clear();
         const QList<KeyStoreItem> gone = m_items.mid(first, last - first + 1);
         m_items.erase(m_items.begin() + first, m_items.begin() + last + 1);
         endRemoveRows();

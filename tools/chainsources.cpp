@@ -100,12 +100,13 @@ void ChainSources::noteChange()
 
 QByteArray ChainSources::certificateOf(int row) const
 {
-    const QModelIndex index = m_entries->index(row, 0);
-    const QCA::KeyStoreEntry *entry = wrappedEntry(index.data(m_entryRole).value<QObject *>());
+    const QCA::KeyStoreEntry *entry = entryAt(*m_entries, row, m_entryRole);
     if (!entry)
         return {};
-    if (entryType(*entry) != QCA::KeyStoreEntry::TypeKeyBundle)
-        return entryCertificate(*entry).isNull() ? QByteArray() : entryCertificate(*entry).toDER();
+    if (entryType(*entry) != QCA::KeyStoreEntry::TypeKeyBundle) {
+        const QCA::Certificate certificate = entryCertificate(*entry);
+        return certificate.isNull() ? QByteArray() : certificate.toDER();
+    }
     const QCA::CertificateChain chain = entryKeyBundle(*entry).certificateChain();
     return chain.isEmpty() ? QByteArray() : chain.primary().toDER();
 }

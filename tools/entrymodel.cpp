@@ -3,12 +3,14 @@
 #include "tools/entrymodel.h"
 
 #include "qca/adapter/entries.h"
+#include "qca/base/entryrows.h"
 #include "qca/base/plaintext.h"
 #include "qca/base/savedrequest.h"
 #include "qca/base/searchtext.h"
 #include "qca/keys/keys.h"
 #include "tools/rowentry.h"
 #include "tools/rows.h"
+#include "tools/rowwords.h"
 #include "tools/texts.h"
 #include "tools/validity.h"
 
@@ -24,47 +26,12 @@ namespace {
 constexpr int SystemStore = 0;
 constexpr qint64 PortionMs = 3;
 
-QString searchText(const QObject *certificate)
-{
-    static const char *const fields[] = {"commonName",   "issuer",       "subjectOrganization",
-                                         "subjectEmail", "subjectInn",   "subjectSnils",
-                                         "subjectOgrn",  "subjectInnle", "subjectOgrnip"};
-    QStringList parts;
-    for (const char *field : fields) {
-        const QString text = certificate->property(field).toString();
-        if (!text.isEmpty())
-            parts += text;
-    }
-    // With and without its colons, as people copy it from either kind of program.
-    const QString serial = Texts::plainHex(certificate->property("serialNumber").toString());
-    parts << serial << QString(serial).remove(QLatin1Char(':'));
-    return foldedText(parts.join(QLatin1Char('\n')));
-}
-
-/// The store's name for people: two of them come with the name of the code behind them.
-QString shownName(const QCA::KeyStoreEntry &entry, bool isSystem)
-{
-    if (isSystem)
-        return qtTrId("trivex-app-category-system");
-    const QString name = entryStoreName(entry);
-    return name == QLatin1String("USER") ? qtTrId("trivex-app-category-users") : name;
-}
-
-int keyKind(const QCA::KeyStoreEntry &entry)
+quint8 keyKind(const QCA::KeyStoreEntry &entry)
 {
     if (entryType(entry) != QCA::KeyStoreEntry::TypeKeyBundle)
         return EntryModel::NoKey;
     return keyType(entryKeyBundle(entry).privateKey()) == RsaKey ? EntryModel::RsaKind
                                                                  : EntryModel::OtherKind;
-}
-
-QString initialOf(const QString &name)
-{
-    for (const QChar c : name) {
-        if (c.isLetterOrNumber())
-            return QString(c.toUpper());
-    }
-    return QStringLiteral("?");
 }
 
 } // namespace
@@ -141,7 +108,7 @@ QVariant EntryModel::data(const QModelIndex &index, int role) const
     case UntilRole:
         return kept.until;
     case InitialRole:
-        return kept.initial;
+        return initialOf(sourceModel()->index(index.row(), 0).data(m_source.name).toString());
     case HaystackRole:
         noteSearch();
         return QString::fromUtf8(kept.words + '\n' + kept.text.words + '\n' + kept.text.bytes);
@@ -167,26 +134,49 @@ const EntryModel::Row &EntryModel::row(int sourceRow) const
 void EntryModel::read(int sourceRow, Row &row) const
 {
     row.read = true;
-    const QModelIndex index = sourceModel()->index(sourceRow, 0);
-    row.initial = initialOf(index.data(m_source.name).toString());
-    if (const QCA::KeyStoreEntry *entry =
-            wrappedEntry(index.data(m_source.entry).value<QObject *>())) {
-        row.storeId = entryStoreId(*entry);
-        const bool isSystem = index.data(m_source.type).toInt() == SystemStore;
-        row.storeName = shownName(*entry, isSystem);
-        row.keyKind = keyKind(*entry);
-        row.hasKey = row.keyKind != NoKey;
-        m_system.insert(row.storeId, isSystem);
-        noteCounts(row, 1);
+    if (const QCA::KeyStoreEntry *entry = entryAt(sourceRow))
+        readEntry(sourceRow, *entry, row);
+    if (const EntryRows *rows = entryRowsOf(sourceModel())) {
+        rows->lookAtCertificate(sourceRow, [&](const QObject &certificate) {
+            readCertificate(sourceRow, certificate, row);
+        });
+        return;
     }
-    if (const auto *certificate = index.data(m_source.certificate).value<QObject *>()) {
-        row.from = certificate->property("notValidBefore").toDateTime();
-        row.until = certificate->property("notValidAfter").toDateTime();
-        row.words = (searchText(certificate) + QLatin1Char('\n')
-                     + foldedText(index.data(m_source.name).toString()) + QLatin1Char('\n')
-                     + foldedText(row.storeName))
-                        .toUtf8();
-    }
+    const QVariant object = sourceModel()->index(sourceRow, 0).data(m_source.certificate);
+    if (const auto *certificate = object.value<QObject *>())
+        readCertificate(sourceRow, *certificate, row);
+}
+
+void EntryModel::readEntry(int sourceRow, const QCA::KeyStoreEntry &entry, Row &row) const
+{
+    const QVariant type = sourceModel()->index(sourceRow, 0).data(m_source.type);
+    const bool isSystem = type.toInt() == SystemStore;
+    row.storeId = entryStoreId(entry);
+    row.storeName = shownStoreName(entry, isSystem);
+    row.keyKind = keyKind(entry);
+    row.hasKey = row.keyKind != NoKey;
+    m_system.insert(row.storeId, isSystem);
+    noteCounts(row, 1);
+}
+
+void EntryModel::readCertificate(int sourceRow, const QObject &certificate, Row &row) const
+{
+    const QVariant name = sourceModel()->index(sourceRow, 0).data(m_source.name);
+    row.from = certificate.property("notValidBefore").toDateTime();
+    row.until = certificate.property("notValidAfter").toDateTime();
+    QString words = searchTextOf(certificate) + QLatin1Char('\n') + foldedText(row.storeName);
+    // Mostly it is the common name.
+    const QString shown = foldedText(name.toString());
+    if (!words.contains(shown))
+        words += QLatin1Char('\n') + shown;
+    row.words = words.toUtf8();
+    // It was made with room for three bytes a letter.
+    row.words.squeeze();
+}
+
+const QCA::KeyStoreEntry *EntryModel::entryAt(int sourceRow) const
+{
+    return Trivex::entryAt(*sourceModel(), sourceRow, m_source.entry);
 }
 
 void EntryModel::readAhead()
@@ -222,9 +212,8 @@ void EntryModel::describeRow(int sourceRow)
 {
     Row &kept = m_rows[sourceRow];
     kept.described = true;
-    const QModelIndex index = sourceModel()->index(sourceRow, 0);
-    const RowEncoding encoding = rowEncoding(index.data(m_source.entry).value<QObject *>(),
-                                             index.data(m_source.certificate).value<QObject *>());
+    const RowEncoding encoding =
+        rowEncoding(*sourceModel(), sourceRow, m_source.entry, m_source.certificate);
     if (!encoding.der.isEmpty())
         kept.text = m_texts.of(encoding.kind, encoding.der);
 }
@@ -262,6 +251,10 @@ void EntryModel::startAhead(int first)
 
 void EntryModel::insert(int first, int last)
 {
+    // In place of twice as many as there are.
+    const int rows = m_rows.size() + last - first + 1;
+    if (rows > m_rows.capacity())
+        m_rows.reserve(rows + rows / 8);
     m_rows.insert(first, last - first + 1, Row());
     startAhead(first);
 }
@@ -332,10 +325,9 @@ QString EntryModel::storeNameAt(int sourceRow) const
 
 QString EntryModel::identityAt(int sourceRow) const
 {
-    const QModelIndex index = sourceModel()->index(sourceRow, 0);
-    if (const QCA::KeyStoreEntry *entry =
-            wrappedEntry(index.data(m_source.entry).value<QObject *>()))
+    if (const QCA::KeyStoreEntry *entry = entryAt(sourceRow))
         return entryStoreId(*entry) + QLatin1Char('\n') + entryId(*entry);
+    const QModelIndex index = sourceModel()->index(sourceRow, 0);
     const auto *request =
         qobject_cast<SavedRequest *>(index.data(m_source.certificate).value<QObject *>());
     return request ? request->requestFile() : QString();
@@ -384,6 +376,8 @@ int EntryModel::rowOfCertificate(QObject *certificate) const
 {
     if (!certificate)
         return -1;
+    if (const EntryRows *rows = entryRowsOf(sourceModel()))
+        return rows->rowOf(certificate);
     for (int i = 0; i < m_rows.size(); ++i) {
         if (sourceModel()->index(i, 0).data(m_source.certificate).value<QObject *>() == certificate)
             return i;

@@ -93,21 +93,23 @@ private:
         int type = -1;
     };
     struct Row {
-        bool read = false;
         QString storeId;
         QString storeName;
-        QString initial;
         QByteArray words; ///< of what the row itself shows, folded
         RowText text; ///< of what the viewer shows
-        bool described = false;
         QDateTime until;
         QDateTime from;
+        bool read = false;
+        bool described = false;
         bool hasKey = false;
-        int keyKind = NoKey;
+        quint8 keyKind = NoKey;
     };
 
     const Row &row(int sourceRow) const;
     void read(int sourceRow, Row &row) const;
+    void readEntry(int sourceRow, const QCA::KeyStoreEntry &entry, Row &row) const;
+    void readCertificate(int sourceRow, const QObject &certificate, Row &row) const;
+    const QCA::KeyStoreEntry *entryAt(int sourceRow) const;
     void readAhead();
     void describeRow(int sourceRow);
     void describeAhead(const QElapsedTimer &clock);

@@ -133,9 +133,7 @@ void Exporter::stage(EntryModel *entries, const QStringList &identities, FileSav
     for (int row = 0; row < rows; ++row) {
         if (!wanted.contains(entries->identityAt(row)))
             continue;
-        const QModelIndex index = entries->index(row, 0);
-        const RowEncoding encoding = rowEncoding(index.data(entryRole).value<QObject *>(),
-                                                 index.data(objectRole).value<QObject *>());
+        const RowEncoding encoding = rowEncoding(*entries, row, entryRole, objectRole);
         if (!encoding.der.isEmpty())
             work->rows += encoding;
     }

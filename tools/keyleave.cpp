@@ -77,8 +77,7 @@ const QCA::KeyStoreEntry *wrappedBundle(const EntryModel *entries, const QString
     if (row < 0)
         return nullptr;
     const int role = roleNamed(*entries, QStringLiteral("keyStoreEntry"));
-    const QCA::KeyStoreEntry *entry =
-        wrappedEntry(entries->index(row, 0).data(role).value<QObject *>());
+    const QCA::KeyStoreEntry *entry = entryAt(*entries, row, role);
     return entry && entryType(*entry) == QCA::KeyStoreEntry::TypeKeyBundle ? entry : nullptr;
 }
 

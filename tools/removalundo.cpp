@@ -46,8 +46,8 @@ void RemovalUndo::note(EntryModel *entries, const QString &identity)
         return;
     const QModelIndex index = entries->index(row, 0);
     Removed removed;
-    if (const QCA::KeyStoreEntry *entry = wrappedEntry(
-            index.data(roleNamed(*entries, QStringLiteral("keyStoreEntry"))).value<QObject *>())) {
+    if (const QCA::KeyStoreEntry *entry =
+            entryAt(*entries, row, roleNamed(*entries, QStringLiteral("keyStoreEntry")))) {
         removed.place = entryStoreId(*entry);
         removed.certificate = entryCertificate(*entry);
         if (entryType(*entry) != QCA::KeyStoreEntry::TypeCertificate

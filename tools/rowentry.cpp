@@ -4,6 +4,7 @@
 
 #include "qca/adapter/entries.h"
 #include "qca/adapter/filecontents.h"
+#include "qca/base/entryrows.h"
 #include "qca/base/regularfile.h"
 #include "qca/base/savedrequest.h"
 
@@ -24,6 +25,13 @@ const QCA::KeyStoreEntry *wrappedEntry(QObject *object)
     void *arguments[] = {&entry};
     QMetaObject::metacall(object, QMetaObject::ReadProperty, index, arguments);
     return entry;
+}
+
+const QCA::KeyStoreEntry *entryAt(const QAbstractItemModel &model, int row, int entryRole)
+{
+    if (const EntryRows *rows = entryRowsOf(&model))
+        return rows->entryOf(row);
+    return wrappedEntry(model.index(row, 0).data(entryRole).value<QObject *>());
 }
 
 namespace {
@@ -47,13 +55,15 @@ QByteArray requestIn(const QString &file)
 
 } // namespace
 
-RowEncoding rowEncoding(QObject *entry, QObject *certificate)
+RowEncoding rowEncoding(const QAbstractItemModel &model, int row, int entryRole,
+                        int certificateRole)
 {
-    if (const QCA::KeyStoreEntry *wrapped = wrappedEntry(entry)) {
-        const QCA::Certificate found = certificateIn(*wrapped);
+    if (const QCA::KeyStoreEntry *entry = entryAt(model, row, entryRole)) {
+        const QCA::Certificate found = certificateIn(*entry);
         return {ShownKind::Certificate, found.isNull() ? QByteArray() : found.toDER()};
     }
-    const auto *request = qobject_cast<SavedRequest *>(certificate);
+    const auto *request =
+        qobject_cast<SavedRequest *>(model.index(row, 0).data(certificateRole).value<QObject *>());
     return {ShownKind::Request, request ? requestIn(request->requestFile()) : QByteArray()};
 }
 

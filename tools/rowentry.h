@@ -4,9 +4,14 @@
 
 #include "qca/describe/description.h"
 
+#include <QAbstractItemModel>
 #include <QtCrypto>
 
 namespace Trivex {
+
+/// The entry of a row of `model`, without an object being made for it where that can be done; null
+/// where it has none. `entryRole` is the role "keyStoreEntry".
+const QCA::KeyStoreEntry *entryAt(const QAbstractItemModel &model, int row, int entryRole);
 
 /// The wrapped entry behind a row's object ("keyStoreEntry"), or null: requests have none. It lives
 /// as long as the object.
@@ -18,7 +23,9 @@ struct RowEncoding {
     QByteArray der; ///< empty where there is nothing to be read
 };
 
-/// Of the certificate in a row's entry, or of the saved request that its certificate object is.
-RowEncoding rowEncoding(QObject *entry, QObject *certificate);
+/// Of the certificate in a row's entry; without one of the saved request that the object in the
+/// role "certificate" is.
+RowEncoding rowEncoding(const QAbstractItemModel &model, int row, int entryRole,
+                        int certificateRole);
 
 } // namespace Trivex

@@ -59,9 +59,8 @@ QStringList RowFiles::write(EntryModel *entries, const QStringList &identities)
     for (int row = 0; row < entries->rowCount(); ++row) {
         if (!wanted.contains(entries->identityAt(row)))
             continue;
-        const QModelIndex index = entries->index(row, 0);
-        auto *object = index.data(objectRole).value<QObject *>();
-        const RowEncoding encoding = rowEncoding(index.data(entryRole).value<QObject *>(), object);
+        const auto *object = entries->index(row, 0).data(objectRole).value<QObject *>();
+        const RowEncoding encoding = rowEncoding(*entries, row, entryRole, objectRole);
         if (encoding.der.isEmpty() || !object)
             continue;
         const bool isRequest = encoding.kind == ShownKind::Request;

@@ -107,7 +107,7 @@ QList<StoredCertificate> readCertificateFile(const QString &path, QString *error
         }
         const QString id = idOf(path, certificate);
         if (!seen.contains(id))
-            certificates += {id, nameOf(path, certificate), certificate};
+            certificates += {id, nameOf(path, certificate), certificate.toDER()};
         seen += id;
     }
     if (broken > 0)

@@ -157,9 +157,10 @@ QString UserDirectory::pathOf(const QString &name) const
 
 QString UserDirectory::write(const QCA::Certificate &certificate)
 {
+    const QByteArray der = certificate.toDER();
     for (const File &file : qAsConst(m_files)) {
         for (const StoredCertificate &stored : file.certificates) {
-            if (stored.certificate == certificate)
+            if (stored.der == der)
                 return stored.id;
         }
     }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "providers/openssl/userentrycontext.h"
 
+#include "qca/base/threadrecord.h"
 #include "qca/x509/makecertificate.h"
 
 #include <QStringList>
@@ -31,6 +32,7 @@ UserEntryContext::UserEntryContext(QCA::Provider *provider, const StoredCertific
     : QCA::KeyStoreEntryContext(provider)
     , m_entry(entry)
 {
+    shareThreadRecord(this);
 }
 
 QCA::Provider::Context *UserEntryContext::clone() const
@@ -38,11 +40,16 @@ QCA::Provider::Context *UserEntryContext::clone() const
     return new UserEntryContext(provider(), m_entry);
 }
 
+QCA::Certificate UserEntryContext::certificate() const
+{
+    return makeCertificate(m_entry.der);
+}
+
 QString UserEntryContext::serialize() const
 {
     const QStringList parts = {
         Tag, escaped(m_entry.id), escaped(m_entry.name),
-        QString::fromLatin1(m_entry.certificate.toDER().toBase64(QByteArray::Base64UrlEncoding))};
+        QString::fromLatin1(m_entry.der.toBase64(QByteArray::Base64UrlEncoding))};
     return parts.join(Separator);
 }
 
@@ -55,8 +62,8 @@ UserEntryContext *UserEntryContext::deserialize(const QString &text, QCA::Provid
         QByteArray::fromBase64(parts.at(3).toLatin1(), QByteArray::Base64UrlEncoding));
     if (certificate.isNull())
         return nullptr;
-    return new UserEntryContext(provider,
-                                {unescaped(parts.at(1)), unescaped(parts.at(2)), certificate});
+    return new UserEntryContext(
+        provider, {unescaped(parts.at(1)), unescaped(parts.at(2)), certificate.toDER()});
 }
 
 } // namespace Trivex

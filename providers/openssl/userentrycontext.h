@@ -20,7 +20,8 @@ public:
     QString name() const override { return m_entry.name; }
     QString storeId() const override { return userStoreId(); }
     QString storeName() const override { return userStoreId(); }
-    QCA::Certificate certificate() const override { return m_entry.certificate; }
+    /// Decoded anew for each caller.
+    QCA::Certificate certificate() const override;
 
     /// Holds the certificate itself, so it can be restored when the file is gone.
     QString serialize() const override;

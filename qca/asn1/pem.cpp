@@ -57,6 +57,7 @@ bool readBody(QByteArray body, PemBlock *block)
     const auto decoded = QByteArray::fromBase64Encoding(
         withoutSpace(body), QByteArray::Base64Encoding | QByteArray::AbortOnBase64DecodingErrors);
     block->data = decoded.decoded;
+    block->data.squeeze(); // decoded where the text had stood
     return decoded && !block->data.isEmpty();
 }
 

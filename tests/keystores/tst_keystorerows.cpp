@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "certificates/certificatemodel.h"
 #include "tests/certificates/flat.h"
 #include "tests/fakes/provider/privatehome.h"
 #include "tests/keystores/keystorefixture.h"
@@ -7,6 +8,8 @@
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
 #include <QtTest>
+
+#include <iterator>
 
 using TrivexTest::FakeEntry;
 using TrivexTest::Flat;
@@ -18,6 +21,9 @@ const TrivexTest::PrivateHome privateHome;
 
 /// More than one turn of the event loop takes in.
 constexpr int Many = 150;
+/// All that a window shows of the stores.
+constexpr int Categories[] = {KeyStoreModel::System, KeyStoreModel::User, KeyStoreModel::SmartCard,
+                              KeyStoreModel::Imported, KeyStoreModel::RootImported};
 
 } // namespace
 
@@ -35,6 +41,10 @@ private Q_SLOTS:
     void storeDeletedWhileItsRowsCome_data();
     void storeDeletedWhileItsRowsCome();
     void deletedStoreTakesItsRows();
+    void filtersNeedNoObjects();
+    void objectsLiveAsLongAsTheirRows();
+    void growingStoreIsNotReadAnew();
+    void doubledIdsHaveOneRow();
 
 private:
     QList<FakeEntry> entries(int store, bool keyed = false);
@@ -207,6 +217,119 @@ void TestKeyStoreRows::deletedStoreTakesItsRows()
         QVERIFY(model.index(0, 0).data(role).isValid());
     model.removeCertificate(QStringLiteral("store-0/0"));
     QVERIFY(stores().calls().isEmpty());
+}
+
+// What filters and sorting ask of every row must not leave an object with each.
+void TestKeyStoreRows::filtersNeedNoObjects()
+{
+    Flat<KeyStoreModel> model;
+    addEmptyStores(model, 1);
+    CertificateModel filters[std::size(Categories)];
+    for (size_t i = 0; i < std::size(Categories); ++i) {
+        filters[i].setFilterRole(Categories[i]);
+        filters[i].setSourceModel(&model);
+    }
+    stores().setEntries(name(0), entries(0, true));
+    QTRY_COMPARE(model.rowCount(), Many);
+    int shown = 0;
+    for (CertificateModel &filter : filters)
+        shown += filter.rowCount();
+    QCOMPARE(shown, Many);
+    const Trivex::EntryRows *rows = Trivex::entryRowsOf(&model);
+    QVERIFY(rows);
+    QVERIFY(rows->originOf(0).hasPrivateKey);
+    // Those that were read last wait for the next reader, the others are gone.
+    QVector<QPointer<QObject>> read;
+    for (int row = 0; row < Many; ++row)
+        rows->lookAtCertificate(row, [&read](const QObject &certificate) {
+            read.append(const_cast<QObject *>(&certificate));
+        });
+    QCOMPARE(read.size(), Many);
+    QVERIFY(!read.first());
+    QCOMPARE(rows->rowOf(read.last()), -1);
+    // Who reads what is among them needs no other one.
+    stores().forgetReads();
+    QObject *shownOne =
+        model.index(Many - 1, 0).data(KeyStoreModel::CertificateRole).value<QObject *>();
+    QCOMPARE(shownOne, read.last().data());
+    QCOMPARE(stores().reads(QStringLiteral("keyBundle")), 0);
+    QCOMPARE(rows->rowOf(shownOne), Many - 1);
+    QCOMPARE(rows->rowOf(nullptr), -1);
+    QVERIFY(!rows->entryOf(-1) && !rows->entryOf(Many));
+    QVERIFY(!rows->originOf(Many).hasPrivateKey);
+}
+
+void TestKeyStoreRows::objectsLiveAsLongAsTheirRows()
+{
+    Flat<KeyStoreModel> model;
+    QAbstractItemModelTester tester(&model);
+    addEmptyStores(model, 1);
+    stores().setEntries(name(0), entries(0));
+    QTRY_COMPARE(model.rowCount(), Many);
+    const auto object = [&model](int row, int role) {
+        return model.index(row, 0).data(role).value<QObject *>();
+    };
+    const int last = Many - 1;
+    const QPointer<QObject> entry = object(last, KeyStoreModel::KeyStoreEntryRole);
+    const QPointer<QObject> certificate = object(last, KeyStoreModel::CertificateRole);
+    QVERIFY(entry && certificate);
+    QCOMPARE(entry->property("certificate").value<QObject *>(), certificate.data());
+    // Others are read until none of the passing objects is left.
+    for (int row = 0; row < last; ++row)
+        QVERIFY(object(row, KeyStoreModel::CertificateRole));
+    QCOMPARE(object(last, KeyStoreModel::KeyStoreEntryRole), entry.data());
+    QCOMPARE(object(last, KeyStoreModel::CertificateRole), certificate.data());
+    QVERIFY(!certificate->property("commonName").toString().isEmpty());
+    bool wasThere = false;
+    connect(&model, &QAbstractItemModel::rowsRemoved, this,
+            [&] { wasThere = entry && certificate; });
+    stores().setEntries(name(0), entries(0).mid(0, last));
+    QTRY_COMPARE(model.rowCount(), last);
+    QVERIFY(wasThere);
+    QVERIFY(!entry && !certificate);
+}
+
+// A directory of many files reports in portions; what it had before is compared, not sorted in
+// anew.
+void TestKeyStoreRows::growingStoreIsNotReadAnew()
+{
+    constexpr int More = 10;
+    Flat<KeyStoreModel> model;
+    addEmptyStores(model, 1);
+    const QList<FakeEntry> all = entries(0);
+    stores().setEntries(name(0), all.mid(0, Many - More));
+    QTRY_COMPARE(model.rowCount(), Many - More);
+    stores().forgetReads();
+    stores().setEntries(name(0), all);
+    QTRY_COMPARE(model.rowCount(), Many);
+    // A row and its entry are compared, and rows are looked through for ids that come twice.
+    const int ids = stores().reads(QStringLiteral("id"));
+    QVERIFY2(ids <= 3 * Many + 5 * More, qPrintable(QString::number(ids)));
+    const int names = stores().reads(QStringLiteral("name"));
+    QVERIFY2(names <= 2 * More, qPrintable(QString::number(names)));
+    QCOMPARE(stores().reads(QStringLiteral("certificate")), 0);
+}
+
+void TestKeyStoreRows::doubledIdsHaveOneRow()
+{
+    Flat<KeyStoreModel> model;
+    QAbstractItemModelTester tester(&model);
+    addEmptyStores(model, 1);
+    const QList<FakeEntry> all = entries(0);
+    const auto expect = [&model](const QVector<int> &numbers) {
+        QStringList wanted;
+        for (const int number : numbers)
+            wanted += QStringLiteral("store-0/%1").arg(number);
+        return QTest::qWaitFor([&] { return ids(model) == wanted; }, 10000);
+    };
+    stores().setEntries(name(0), {all.at(1), all.at(1), all.at(2)});
+    QVERIFY(expect({1, 2}));
+    // One in front, between, and behind; those that were there twice in another place.
+    stores().setEntries(
+        name(0), {all.at(0), all.at(1), all.at(3), all.at(1), all.at(2), all.at(2), all.at(4)});
+    QVERIFY(expect({1, 2, 0, 3, 4}));
+    stores().setEntries(name(0), {all.at(4), all.at(3), all.at(1), all.at(5), all.at(5)});
+    QVERIFY(expect({1, 3, 4, 5}));
 }
 
 QTEST_GUILESS_MAIN(TestKeyStoreRows)

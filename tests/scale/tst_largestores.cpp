@@ -21,7 +21,9 @@ using namespace TrivexTest;
 namespace {
 
 constexpr int Each = 5000;
-constexpr int BytesEach = 8192;
+/// What the engine and the window take, 430 bytes for each, counts among them.
+constexpr int BytesEach = 3840;
+constexpr int BytesEachRead = 6912;
 const QString StoreName = QStringLiteral("Large");
 
 /// Everything an application has on the module: the stores' model, a filter for each category, and
@@ -221,7 +223,7 @@ void TestLargeStores::keepsLittleWhenAllIsRead()
     QTest::qWait(500); // what script has let go is deleted by the loop, by and by
     const qint64 each = (usedMemory() - m_before - m_module) / (2 * Each);
     qInfo("%lld bytes a certificate when script has read every row (%d)", each, read.toInt());
-    QVERIFY2(each <= BytesEach, qPrintable(QString::number(each)));
+    QVERIFY2(each <= BytesEachRead, qPrintable(QString::number(each)));
 }
 
 QTEST_MAIN(TestLargeStores)

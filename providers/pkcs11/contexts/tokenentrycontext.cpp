@@ -6,6 +6,7 @@
 #include "providers/pkcs11/contexts/tokeneccontext.h"
 #include "providers/pkcs11/contexts/tokenrsacontext.h"
 #include "providers/pkcs11/operations/objecttemplates.h"
+#include "qca/base/threadrecord.h"
 #include "qca/keys/pkeycontainer.h"
 #include "qca/keys/publickeyfields.h"
 #include "qca/x509/makecertificate.h"
@@ -67,6 +68,7 @@ TokenEntryContext::TokenEntryContext(QCA::Provider *provider, TokenTable &tokens
     , m_storeId(storeId)
     , m_storeName(storeName)
 {
+    shareThreadRecord(this);
 }
 
 TokenEntryContext::TokenEntryContext(const TokenEntryContext &other)
