@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/privatetokens.h"
 
+#include "qca/base/privatedirectory.h"
+
 #include <QDir>
 #include <QFile>
 #include <QSaveFile>
@@ -51,7 +53,7 @@ bool prepare(const QString &folder)
 {
     const QString file = folder + QStringLiteral("/softhsm2.conf");
     const QString tokens = folder + QStringLiteral("/tokens");
-    if (!QDir().mkpath(tokens) || !QFile::setPermissions(folder, OwnerOnly))
+    if (!makePrivateDirectory(tokens) || !QFile::setPermissions(folder, OwnerOnly))
         return false;
     if (QFile::exists(file))
         return true;

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/singleinstance.h"
 
+#include "qca/base/privatedirectory.h"
+
 #include <QDataStream>
 #include <QDir>
 #include <QLocalSocket>
@@ -21,7 +23,7 @@ SingleInstance::SingleInstance(const QString &name, QObject *parent)
     QString directory = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
     if (directory.isEmpty())
         directory = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
-    QDir().mkpath(directory);
+    makePrivateDirectory(directory);
     m_socket = QDir(directory).filePath(name + QStringLiteral(".socket"));
     m_server.setSocketOptions(QLocalServer::UserAccessOption);
     connect(&m_server, &QLocalServer::newConnection, this, &SingleInstance::receive);

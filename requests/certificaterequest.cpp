@@ -7,6 +7,7 @@
 #include "qca/adapter/entries.h"
 #include "qca/adapter/reading.h"
 #include "qca/base/filenames.h"
+#include "qca/base/privatedirectory.h"
 #include "qca/base/regularfile.h"
 #include "qca/base/requestfiles.h"
 #include "qca/base/requestsave.h"
@@ -40,8 +41,7 @@ CertificateRequest::CertificateRequest(QObject *parent)
     : Certificate(parent)
     , m_options(QCA::PKCS10)
 {
-    if (!QDir(Trivex::requestDirectory()).exists())
-        QDir().mkpath(Trivex::requestDirectory());
+    Trivex::makePrivateDirectory(Trivex::requestDirectory());
     connect(m_keyPairMaker.generator(), &Trivex::KeyGenerator::finished, this,
             &CertificateRequest::keyGenFinished);
     m_keyPairMaker.generator()->setBlockingEnabled(false);

@@ -3,6 +3,7 @@
 #include "requests/certificaterequestmodel.h"
 
 #include "keystores/keystoremodel.h"
+#include "qca/base/privatedirectory.h"
 #include "qca/base/requestfiles.h"
 #include "qca/keys/keys.h"
 #include "requests/certificaterequest.h"
@@ -26,8 +27,7 @@ CertificateRequestModel::CertificateRequestModel(QObject *parent)
     , m_returnTimer(new QTimer(this))
     , m_nextPart(new QTimer(this))
 {
-    if (!QDir(Trivex::requestDirectory()).exists())
-        QDir().mkpath(Trivex::requestDirectory());
+    Trivex::makePrivateDirectory(Trivex::requestDirectory());
     connect(this, &CertificateRequestModel::keyStoreModelChanged, this,
             &CertificateRequestModel::listenKeyStoreModel);
     connect(m_watcher, &QFileSystemWatcher::directoryChanged, this,

@@ -6,6 +6,7 @@
 #include "qca/base/atomicfile.h"
 #include "qca/base/bounds.h"
 #include "qca/base/filenames.h"
+#include "qca/base/privatedirectory.h"
 #include "qca/questions/background.h"
 #include "qca/tokens/userstore.h"
 #include "tools/fileitemtexts.h"
@@ -67,8 +68,8 @@ ListSaving saveListAt(const QString &folder, const QString &name, const QByteArr
         return ListSaving::Saved;
     if (der.size() > MaxFileBytes || bytes + der.size() > MaxListBytes)
         return ListSaving::NoRoom;
-    return QDir().mkpath(folder) && saveAnew(folder, name, ".crl", der) ? ListSaving::Saved
-                                                                        : ListSaving::Failed;
+    return makePrivateDirectory(folder) && saveAnew(folder, name, ".crl", der) ? ListSaving::Saved
+                                                                               : ListSaving::Failed;
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 
 #include "qca/base/atomicfile.h"
 #include "qca/base/filenames.h"
+#include "qca/base/privatedirectory.h"
 #include "qca/base/regularfile.h"
 
 #include <QDir>
@@ -174,7 +175,8 @@ bool RequestProfiles::exists(const QString &name) const
 RequestProfiles::SaveResult RequestProfiles::save(const QString &name,
                                                   const RequestContents &contents, bool mayReplace)
 {
-    if (name.trimmed().isEmpty() || isBuiltIn(listedName(name)) || !QDir().mkpath(directory()))
+    if (name.trimmed().isEmpty() || isBuiltIn(listedName(name))
+        || !makePrivateDirectory(directory()))
         return NotSaved;
     const QByteArray text = QJsonDocument(contents.toJson()).toJson();
     if (text.size() > MostBytes || isTooMany(contents))

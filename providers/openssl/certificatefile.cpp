@@ -6,6 +6,7 @@
 #include "qca/base/atomicfile.h"
 #include "qca/base/filenames.h"
 #include "qca/base/infotypes.h"
+#include "qca/base/privatedirectory.h"
 #include "qca/base/regularfile.h"
 #include "qca/x509/makecertificate.h"
 
@@ -145,7 +146,7 @@ bool removeFromFile(const QString &path, const QString &id)
 
 QString writeCertificateFile(const QString &directory, const QCA::Certificate &certificate)
 {
-    if (!QDir().mkpath(directory))
+    if (!makePrivateDirectory(directory))
         return {};
     const QString name = nameOf(QString(), certificate).trimmed();
     const QByteArray text = writePem("CERTIFICATE", certificate.toDER());

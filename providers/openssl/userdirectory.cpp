@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "providers/openssl/userdirectory.h"
 
+#include "qca/base/privatedirectory.h"
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QSet>
@@ -51,7 +53,7 @@ UserDirectory::UserDirectory(const QString &path)
 void UserDirectory::start()
 {
     // Made at once, so that there is something to watch and a place to put files.
-    if (!QDir().mkpath(m_path) || !m_watch.watch(m_path))
+    if (!makePrivateDirectory(m_path) || !m_watch.watch(m_path))
         m_retry.start();
     scan();
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/base/atomicfile.h"
 #include "qca/base/filenames.h"
+#include "qca/base/privatedirectory.h"
 #include "qca/base/requestfiles.h"
 #include "tests/support/standstill.h"
 
@@ -81,6 +82,7 @@ private Q_SLOTS:
     void replacesOnlyWhenTold();
     void failsCleanly();
     void removesStaleParts();
+    void newDirectoriesAreTheOwnersAlone();
     void killedAtAnyPoint();
 };
 
@@ -276,6 +278,36 @@ void TestRequestFiles::removesStaleParts()
     QCOMPARE(QDir(directory.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name),
              QStringList({QStringLiteral(".other.part"), QStringLiteral(".trivex-new.part"),
                           QStringLiteral("a.csr")}));
+}
+
+void TestRequestFiles::newDirectoriesAreTheOwnersAlone()
+{
+    QTemporaryDir directory;
+    const auto mode = [&](const char *path) {
+        struct stat status = {};
+        stat(QFile::encodeName(directory.filePath(QLatin1String(path))).constData(), &status);
+        return int(status.st_mode & 07777);
+    };
+    const mode_t before = umask(0);
+    const bool isMade = Trivex::makePrivateDirectory(directory.filePath(QStringLiteral("a/b//c/")));
+    umask(before);
+    QVERIFY(isMade);
+    for (const char *path : {"a", "a/b", "a/b/c"})
+        QCOMPARE(mode(path), 0700);
+    // What is there keeps its mode.
+    QCOMPARE(chmod(QFile::encodeName(directory.filePath(QStringLiteral("a"))).constData(), 0755),
+             0);
+    QVERIFY(Trivex::makePrivateDirectory(directory.filePath(QStringLiteral("a/d"))));
+    QCOMPARE(mode("a"), 0755);
+    QCOMPARE(mode("a/d"), 0700);
+    // Behind a link, and not where a file is.
+    QVERIFY(QFile::link(directory.filePath(QStringLiteral("a")),
+                        directory.filePath(QStringLiteral("link"))));
+    QVERIFY(Trivex::makePrivateDirectory(directory.filePath(QStringLiteral("link/e"))));
+    QCOMPARE(mode("a/e"), 0700);
+    QVERIFY(QFile(directory.filePath(QStringLiteral("a/file"))).open(QIODevice::WriteOnly));
+    QVERIFY(!Trivex::makePrivateDirectory(directory.filePath(QStringLiteral("a/file"))));
+    QVERIFY(!Trivex::makePrivateDirectory(directory.filePath(QStringLiteral("a/file/f"))));
 }
 
 void TestRequestFiles::killedAtAnyPoint()

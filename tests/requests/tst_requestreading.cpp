@@ -79,6 +79,7 @@ private Q_SLOTS:
     void readsFewBytesATurn();
     void sameRowsInTheSameOrder();
     void passesOtherFilesOver();
+    void directoryIsTheOwnersAlone();
     void addedWhileListing();
     void changedMeanwhile();
     void goneMeanwhile();
@@ -198,6 +199,21 @@ void TestRequestReading::passesOtherFilesOver()
     model.init();
     QTRY_COMPARE(names(model), QStringList{QStringLiteral("Ivanov")});
     QCOMPARE(opened.take(), 1);
+}
+
+void TestRequestReading::directoryIsTheOwnersAlone()
+{
+    const auto access = [] {
+        return QFile::permissions(home->requests().path())
+            & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser);
+    };
+    const QFile::Permissions owner = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+    QVERIFY(home->requests().removeRecursively());
+    const CertificateRequestModel model;
+    QCOMPARE(access(), owner);
+    QVERIFY(home->requests().removeRecursively());
+    const CertificateRequest request;
+    QCOMPARE(access(), owner);
 }
 
 /// The directory has been looked through in part.

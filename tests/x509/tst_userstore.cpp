@@ -416,6 +416,15 @@ void TestUserStore::survivesLossOfDirectory()
     QVERIFY(QDir().mkpath(m_path));
     put(QStringLiteral("b.pem"), pem("ec-256.der"));
     QTRY_COMPARE_WITH_TIMEOUT(names(), QStringList(QStringLiteral("Curve P-256")), 6000);
+    // What is written makes it anew, for its owner alone.
+    QVERIFY(QDir(m_path).removeRecursively());
+    QTRY_COMPARE(m_store->entryList().size(), 0);
+    QSignalSpy written(m_store.get(), &QCA::KeyStore::entryWritten);
+    m_store->writeEntry(Corpus::certificate(QStringLiteral("ed25519.der")));
+    QTRY_COMPARE(written.size(), 1);
+    const QFile::Permissions others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup
+        | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    QCOMPARE(QFile::permissions(m_path) & others, QFile::Permissions());
 }
 
 void TestUserStore::restoresEntries()
