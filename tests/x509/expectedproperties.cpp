@@ -7,6 +7,8 @@
 #include <QHash>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace {
 
 QString text(const char *latin1)
@@ -210,6 +212,21 @@ QList<PropertyException> propertyExceptions()
     for (const char *file : {"name-t61-utf8.der", "name-printable-utf8.der", "name-ia5-utf8.der"})
         exceptions += utf8Exceptions(text(file));
     return exceptions;
+}
+
+QList<ShortTimes> shortTimes()
+{
+    const QTime time(3, 4);
+    return {{text("date-no-seconds.der"), QDateTime(QDate(2020, 1, 2), time, Qt::UTC),
+             QDateTime(QDate(2050, 1, 2), time, Qt::UTC)},
+            {text("date-broken.der"), {}, {}}};
+}
+
+bool hasShortTimes(const QString &file)
+{
+    const auto all = shortTimes();
+    return std::any_of(all.begin(), all.end(),
+                       [&file](const ShortTimes &times) { return times.file == file; });
 }
 
 QList<UnprintableFile> unprintableFiles()

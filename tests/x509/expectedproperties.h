@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QDateTime>
 #include <QList>
 #include <QString>
 #include <QVariantMap>
@@ -20,6 +21,16 @@ struct PropertyException {
     const char *reason;
 };
 QList<PropertyException> propertyExceptions();
+
+/// A certificate that libcrypto 3.5 refuses as a whole, because one of its times is too short;
+/// earlier ones print what they make of it. All else in it is what it is in "date-fraction.der".
+struct ShortTimes {
+    QString file;
+    QDateTime notBefore; ///< invalid where it is no time
+    QDateTime notAfter;
+};
+QList<ShortTimes> shortTimes();
+bool hasShortTimes(const QString &file);
 
 /// A file whose name libcrypto does not take for text in the type that it claims, and which it
 /// therefore refuses as a whole.

@@ -14,6 +14,7 @@
 #include <openssl/dsa.h>
 #include <openssl/ec.h>
 #include <openssl/evp.h>
+#include <openssl/objects.h>
 #include <openssl/rsa.h>
 
 using namespace Trivex;
@@ -218,6 +219,13 @@ QList<OddKey> curveKeys()
     };
 }
 
+// Releases differ in what they have a name for; empty without one.
+const char *nameForLibcrypto(const char *identifier)
+{
+    const int number = OBJ_txt2nid(identifier);
+    return number == NID_undef ? "" : OBJ_nid2ln(number);
+}
+
 QList<OddKey> otherKeys()
 {
     // As libcrypto calls them.
@@ -244,8 +252,9 @@ QList<OddKey> otherKeys()
         {"gost cut", Gost2012Key256, name2012, gost(Gost2012, "2a850302022301", 63)},
         {"gost without parameters", Gost2012Key512, nameLong,
          publicInfo(oid(Gost2012Long), derElement(0x04, QByteArray(128, '\x21')))},
-        // The command and libcrypto have no name for them, and the type then gives none.
-        {"ml-dsa", OtherKey, "", publicInfo(oid(MlDsa44), QByteArray(1312, '\x55'))},
+        // What the command and libcrypto have no name for, the type gives none.
+        {"ml-dsa", OtherKey, nameForLibcrypto("2.16.840.1.101.3.4.3.17"),
+         publicInfo(oid(MlDsa44), QByteArray(1312, '\x55'))},
         {"nobody's", OtherKey, "", publicInfo(oid("2a0304"), {})},
         {"of a digest", OtherKey, "sha256", publicInfo(oid(Sha256), small(1))},
     };

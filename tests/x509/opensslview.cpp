@@ -34,7 +34,7 @@ const QHash<int, const char *> prefixes = {
     {QCA::DNS, "DNS:"},
     {QCA::URI, "URI:"},
     {QCA::IPAddress, "IP Address:"},
-    {QCA::XMPP, "othername: XmppAddr::"},
+    {QCA::XMPP, "othername: XmppAddr:"},
 };
 
 QStringList alternativeNamesOf(const QCA::CertificateInfoOrdered &info)
@@ -67,8 +67,10 @@ QStringList listIn(const OpensslCertificate &certificate, const char *title)
 QStringList alternativeNamesIn(const OpensslCertificate &certificate, const char *title)
 {
     QStringList names;
-    const QStringList all = listIn(certificate, title);
-    for (const QString &name : all) {
+    QStringList all = listIn(certificate, title);
+    // Older ones print one colon more.
+    all.replaceInStrings(text("XmppAddr::"), text("XmppAddr:"));
+    for (const QString &name : qAsConst(all)) {
         const auto hasPrefix = [&name](const char *prefix) {
             return name.startsWith(text(prefix));
         };

@@ -80,7 +80,7 @@ void TestCertificates::agreesWithOpenssl()
     OpensslCertificate expected;
     if (!readWithOpenssl(Corpus::path(file), &expected)) {
         // The few that libcrypto can't read at all are ours alone; see the tests by field.
-        QVERIFY(isUnprintable(file));
+        QVERIFY(isUnprintable(file) || hasShortTimes(file));
         return;
     }
     compareNames(certificate, expected, file);

@@ -3,6 +3,7 @@
 
 // Dates and numbers at their borders, lengths that are told by their ends, extensions of odd
 // contents: put together here, and shown as `openssl x509` shows them.
+#include "qca/asn1/handles.h"
 #include "qca/base/providers.h"
 #include "tests/x509/builtcertificate.h"
 #include "tests/x509/corpus.h"
@@ -13,6 +14,8 @@
 
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <openssl/x509.h>
 
 using namespace Trivex;
 using namespace TrivexTest;
@@ -73,7 +76,7 @@ class TestMatrix : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void dates_data();
-    void dates() { agree(); }
+    void dates();
     void namesWithoutLength_data();
     void namesWithoutLength() { agree(); }
     void nestedPieces();
@@ -118,6 +121,23 @@ void TestMatrix::agree()
     if (QTest::currentTestFailed())
         return;
     compareExtensions(certificate, expected);
+}
+
+// From 3.5 on libcrypto refuses a certificate for a time that is too short. Ours is read all the
+// same.
+void TestMatrix::dates()
+{
+    QFETCH(QByteArray, der);
+    static const bool refusesShortTimes = [] {
+        OpensslCertificate printed;
+        return !readWithOpenssl(Corpus::path(QStringLiteral("date-no-seconds.der")), &printed);
+    }();
+    const uchar *data = reinterpret_cast<const uchar *>(der.constData());
+    const X509Handle native(d2i_X509(nullptr, &data, der.size()));
+    if (native || !refusesShortTimes)
+        agree();
+    else
+        QVERIFY(!decoded(der).isNull());
 }
 
 void TestMatrix::dates_data()

@@ -71,6 +71,21 @@ QVariantMap expectedOf(const QString &path, const QString &name, bool *isReadabl
     return expectedProperties(certificate, isSelfSigned);
 }
 
+// What is expected of a file that this openssl does not read for its times; nothing for others.
+QVariantMap expectedOfShortTimes(const QString &file, bool *isReadable)
+{
+    for (const ShortTimes &times : shortTimes()) {
+        if (times.file != file)
+            continue;
+        const QString other = QStringLiteral("date-fraction.der");
+        QVariantMap expected = expectedOf(Corpus::path(other), other, isReadable);
+        expected.insert(QStringLiteral("notValidBefore"), times.notBefore);
+        expected.insert(QStringLiteral("notValidAfter"), times.notAfter);
+        return expected;
+    }
+    return {};
+}
+
 } // namespace
 
 void TestProperties::initTestCase()
@@ -99,6 +114,8 @@ void TestProperties::agrees()
     QFETCH(QString, file);
     bool isReadable = false;
     QVariantMap expected = expectedOf(Corpus::path(file), file, &isReadable);
+    if (!isReadable)
+        expected = expectedOfShortTimes(file, &isReadable);
     QVERIFY(isReadable);
     for (const PropertyException &exception : propertyExceptions()) {
         if (file != exception.file)
