@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "qca/questions/storedanswers.h"
-#include "qca/tokens/tokenadministration.h"
+#include "tests/pkcs11/administering.h"
 #include "tests/pkcs11/tokenfixture.h"
 #include "tests/support/needtokens.h"
 
@@ -10,8 +10,6 @@
 #include <QTimer>
 
 #include <atomic>
-#include <mutex>
-#include <optional>
 
 using namespace TrivexTest;
 using namespace Trivex;
@@ -22,11 +20,6 @@ const QString StoreName = QStringLiteral("Administered");
 const QString OtherName = QStringLiteral("Without a PIN");
 const QByteArray NewPin = QByteArrayLiteral("0987654321");
 constexpr int Patience = 30000;
-
-Secret secret(const QByteArray &text)
-{
-    return Secret(QCA::SecureArray(text));
-}
 
 } // namespace
 
@@ -127,35 +120,10 @@ TokenAdministrationResult TestAdministration::perform(TokenAdministration::Kind 
                                                       const QByteArray &newPin, const QString &name,
                                                       bool mayBeLastTry)
 {
-    TokenAdministration task;
-    task.kind = kind;
-    task.pin = secret(pin);
-    task.newPin = secret(newPin);
+    TokenAdministration task = administration(kind, pin, newPin);
     task.name = name;
     task.mayBeLastTry = mayBeLastTry;
-    struct Shared {
-        std::mutex mutex;
-        std::optional<TokenAdministrationResult> result;
-    };
-    const auto shared = std::make_shared<Shared>();
-    m_task = startTokenAdministration(m_storeId, std::move(task),
-                                      [shared](const TokenAdministrationResult &result) {
-                                          const std::lock_guard lock(shared->mutex);
-                                          if (shared->result)
-                                              qFatal("ended twice");
-                                          shared->result = result;
-                                      });
-    TokenAdministrationResult none;
-    none.error.kind = TokenError::NotFound;
-    if (!m_task)
-        return none;
-    const bool hasEnded = QTest::qWaitFor(
-        [&] {
-            const std::lock_guard lock(shared->mutex);
-            return shared->result.has_value();
-        },
-        Patience);
-    return hasEnded ? *shared->result : none;
+    return administer(m_storeId, std::move(task), &m_task);
 }
 
 bool TestAdministration::opensWith(const QByteArray &pin, const char *type,
@@ -377,10 +345,8 @@ void TestAdministration::emptyPinIsNotTried()
     m_token->forget();
     const auto result = perform(TokenAdministration::Kind(kind), {}, NewPin, StoreName);
     QCOMPARE(result.error.kind, TokenError::PinMissing);
-    QCOMPARE(m_token->countText("pin=empty"), 0);
-    QCOMPARE(m_token->countText("pin=none"), 0);
-    QCOMPARE(m_token->count("C_SetPIN"), 0);
-    QCOMPARE(m_token->count("C_InitToken"), 0);
+    for (const char *tried : {"pin=empty", "pin=none", "C_SetPIN ", "C_InitToken "})
+        QCOMPARE(m_token->countText(tried), 0);
 }
 
 void TestAdministration::newPinIsRefused_data()

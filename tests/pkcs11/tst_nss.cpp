@@ -5,6 +5,7 @@
 #include "qca/keys/keys.h"
 #include "qca/tokens/tokenadministration.h"
 #include "qca/tokens/tokens.h"
+#include "tests/pkcs11/administering.h"
 #include "tests/pkcs11/extracted.h"
 #include "tests/pkcs11/pinprompt.h"
 #include "tests/pkcs11/stores.h"
@@ -15,8 +16,6 @@
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
-
-#include <atomic>
 
 using namespace TrivexTest;
 
@@ -256,16 +255,7 @@ void TestNss::wrongPin()
 Trivex::TokenError::Kind TestNss::administer(Trivex::TokenAdministration::Kind kind,
                                              const QByteArray &pin, const QByteArray &newPin)
 {
-    Trivex::TokenAdministration task;
-    task.kind = kind;
-    task.pin = Trivex::Secret(QCA::SecureArray(pin));
-    task.newPin = Trivex::Secret(QCA::SecureArray(newPin));
-    const auto ended = std::make_shared<std::atomic_int>(-1);
-    Trivex::startTokenAdministration(
-        m_store->id(), std::move(task),
-        [ended](const Trivex::TokenAdministrationResult &result) { *ended = result.error.kind; });
-    const bool isOver = QTest::qWaitFor([&] { return *ended >= 0; }, 20000);
-    return isOver ? Trivex::TokenError::Kind(ended->load()) : Trivex::TokenError::NotFound;
+    return TrivexTest::administer(m_store->id(), administration(kind, pin, newPin)).error.kind;
 }
 
 bool TestNss::needsPin(const QString &directory, const QByteArray &pin)
