@@ -8,6 +8,9 @@
 #include <QSaveFile>
 #include <QTest>
 
+#include <algorithm>
+#include <cstdlib>
+
 namespace TrivexTest {
 
 FaultyToken::FaultyToken(const QString &label)
@@ -60,6 +63,18 @@ int FaultyToken::count(const char *function) const
 int FaultyToken::countText(const char *text) const
 {
     return newLog().count(text);
+}
+
+int FaultyToken::lastNumber(const char *mark) const
+{
+    QFile file(m_token.path() + QStringLiteral("/calls"));
+    if (!file.open(QIODevice::ReadOnly))
+        return 0;
+    // The log grows long, and what is looked for stands at its end.
+    file.seek(std::max<qint64>(0, file.size() - 65536));
+    const QByteArray text = file.readAll();
+    const int at = text.lastIndexOf(mark);
+    return at < 0 ? 0 : std::atoi(text.constData() + at + int(qstrlen(mark)));
 }
 
 bool FaultyToken::waitUntilInside(const char *function, int ms) const

@@ -25,6 +25,8 @@ public:
     QList<QByteArray> calls() const;
     /// Lines of the log that contain `text`.
     int countText(const char *text) const;
+    /// The number behind the last `mark` of the whole log; 0 when there is none.
+    int lastNumber(const char *mark) const;
     /// Waits until a call that waits by order has begun: it is counted only once it has ended.
     bool waitUntilInside(const char *function, int ms = 30000) const;
     /// The types of the attributes that were asked for since then, each once, in hexadecimal.

@@ -88,6 +88,16 @@ template <typename Counted> bool readCount(std::string word, Counted *rule)
     return true;
 }
 
+// "7" is that number, "+7" and "-7" are so much more or less than what the real module gives.
+bool readReport(const std::string &argument, Rule *rule)
+{
+    const char sign = argument.empty() ? '\0' : argument.front();
+    rule->isChange = sign == '+' || sign == '-';
+    const auto value = number(rule->isChange ? argument.substr(1) : argument);
+    rule->value = sign == '-' ? 0 - value.value_or(0) : value.value_or(0);
+    return value.has_value();
+}
+
 bool readArgument(const Words &words, Rule *rule)
 {
     const std::string argument = words.size() > 3 ? words[3] : std::string();
@@ -96,11 +106,8 @@ bool readArgument(const Words &words, Rule *rule)
         rule->milliseconds = value.value_or(0);
         return value.has_value();
     }
-    if (rule->action == Action::Report) {
-        const auto value = number(argument);
-        rule->value = value.value_or(0);
-        return value.has_value();
-    }
+    if (rule->action == Action::Report)
+        return readReport(argument, rule);
     if (rule->action == Action::Fail || rule->action == Action::FailAfter) {
         const auto value = resultByName(argument);
         rule->result = value.value_or(CKR_OK);

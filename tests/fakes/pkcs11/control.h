@@ -26,7 +26,7 @@ enum class Action {
     Logout, //!< end the login of the call's token, whose sessions live on
     Kill, //!< end the process at once, as a crash would
     KillAfter, //!< the same once the real module has done its work
-    Report //!< the count, length or handle that the call gives is \c value
+    Report //!< the count, length or handle that the call gives is \c value, or off by it
 };
 
 //! One line of the control file that is about a call.
@@ -39,6 +39,7 @@ struct Rule {
     CK_RV result = CKR_OK;
     unsigned long milliseconds = 0;
     unsigned long value = 0;
+    bool isChange = false; //!< \c value is added to what the real module gives
     unsigned long seen = 0; //!< matching calls so far
 
     bool matches(Function call) const;

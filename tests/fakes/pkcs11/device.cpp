@@ -209,6 +209,7 @@ void Device::applyRules(Function function, unsigned long subject, Verdict *verdi
             break;
         case Action::Report:
             verdict->report = rule.value;
+            verdict->reportsChange = rule.isChange;
             break;
         case Action::Kill:
             verdict->kill = true;
@@ -409,6 +410,12 @@ CK_RV Device::closeSession(CK_SESSION_HANDLE session)
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_sessions.erase(session);
     return result;
+}
+
+size_t Device::openSessions() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_sessions.size();
 }
 
 CK_RV Device::login(CK_SESSION_HANDLE session, CK_USER_TYPE user, CK_UTF8CHAR *pin, CK_ULONG length)

@@ -22,6 +22,7 @@ struct Verdict {
     std::optional<CK_RV> instead; //!< returned without calling the real module
     std::optional<CK_RV> after; //!< returned after calling the real module
     std::optional<unsigned long> report; //!< the count, length or handle that the caller gets
+    bool reportsChange = false; //!< `report` is added to the true one
 };
 
 /*! The device as the control file describes it, in front of the real module. All members may be
@@ -54,6 +55,8 @@ public:
     CK_RV openSession(CK_SLOT_ID slot, CK_FLAGS flags, void *application, CK_NOTIFY notify,
                       CK_SESSION_HANDLE *session);
     CK_RV closeSession(CK_SESSION_HANDLE session);
+    //! So many sessions the caller has open now, of all tokens.
+    size_t openSessions() const;
     CK_RV login(CK_SESSION_HANDLE session, CK_USER_TYPE user, CK_UTF8CHAR *pin, CK_ULONG length);
     CK_RV setPin(CK_SESSION_HANDLE session, CK_UTF8CHAR *oldPin, CK_ULONG oldLength,
                  CK_UTF8CHAR *newPin, CK_ULONG newLength);

@@ -121,17 +121,21 @@ CK_RV perform(CK_RV (*CK_FUNCTION_LIST::*member)(Args...), Args... args)
         return passOn<Id, Args...>(member, args...);
 }
 
-//! Puts \p value where the call gives its count, length or handles: in all that it gives last.
-template <Function Id, typename... Args> void report(unsigned long value, Args... args)
+//! Puts the ordered value where the call gives its count, length or handles: in all that it gives
+//! last.
+template <Function Id, typename... Args> void report(const Verdict &verdict, Args... args)
 {
+    const auto put = [&verdict](unsigned long *number) {
+        *number = *verdict.report + (verdict.reportsChange ? *number : 0);
+    };
     const auto arguments = std::make_tuple(args...);
     constexpr size_t Last = sizeof...(Args) - 1;
     if constexpr (std::is_same_v<std::tuple_element_t<Last, decltype(arguments)>,
                                  unsigned long *const>) {
         if (std::get<Last>(arguments))
-            *std::get<Last>(arguments) = value;
+            put(std::get<Last>(arguments));
         if constexpr (Id == Function::C_GenerateKeyPair)
-            *std::get<Last - 1>(arguments) = value;
+            put(std::get<Last - 1>(arguments));
     }
 }
 
@@ -155,6 +159,8 @@ template <Function Id, typename... Args> std::string detailOf(Args... args)
     else if constexpr (Id == Function::C_GetAttributeValue)
         return [](CK_SESSION_HANDLE, CK_OBJECT_HANDLE, const CK_ATTRIBUTE *attributes,
                   CK_ULONG count) { return attributesDetail(attributes, count); }(args...);
+    else if constexpr (Id == Function::C_OpenSession || Id == Function::C_CloseSession)
+        return " open=" + std::to_string(Device::instance().openSessions());
     else if constexpr (Id == Function::C_Initialize)
         return reservedDetail(args...);
     else
@@ -179,7 +185,7 @@ struct Stub<Id, member> {
         }
         after(verdict);
         if (verdict.report)
-            report<Id>(*verdict.report, args...);
+            report<Id>(verdict, args...);
         if (!verdict.instead && verdict.after)
             result = *verdict.after;
         logCall(Id, subject, result, detailOf<Id>(args...));

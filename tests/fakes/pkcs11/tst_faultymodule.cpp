@@ -441,6 +441,9 @@ void TestFaultyModule::reportsOtherNumbers()
     control("report C_FindObjects 1 77\n");
     QCOMPARE(countData(session, "nobody"), 77UL);
     QCOMPARE(countData(session, "nobody"), 0UL);
+    control("report C_FindObjects 1 +2\nreport C_FindObjects 2 -1\n");
+    QCOMPARE(countData(session, "nobody"), 2UL);
+    QCOMPARE(countData(session, "nobody"), ~0UL);
 }
 
 void TestFaultyModule::hidesThatItWantsALogin()
