@@ -68,12 +68,17 @@ bool BlankSlot::serve(const Pkcs11::ModulePtr &module, CK_SLOT_ID slot)
         m_wishes.pop_front();
     }
     TokenError outcome;
-    try {
-        make(module, slot, wish.making);
-    } catch (const Error &error) {
+    const auto fail = [&outcome](const Error &error) {
         outcome.kind = error.kind();
         outcome.returnValue = error.returnValue();
         outcome.returnName = Pkcs11::returnValueName(error.returnValue());
+    };
+    try {
+        make(module, slot, wish.making);
+    } catch (const Error &error) {
+        fail(error);
+    } catch (const std::exception &) {
+        fail(Error(CKR_HOST_MEMORY, "")); // whoever waits hears of it all the same
     }
     wish.done(outcome);
     return true;

@@ -30,6 +30,8 @@ void readQuietly(TokenConnection &connection)
         connection.read();
     } catch (const Error &error) {
         connection.noteError(error);
+    } catch (const std::exception &) {
+        // Out of memory: what is known of the token stays.
     }
 }
 
@@ -158,6 +160,10 @@ void Token::start(Worker::Milliseconds loginLifetime)
 void Token::read()
 {
     m_worker.post([connection = m_connection, memory = m_memory, &listener = m_listener] {
+        const auto fail = [&](const Error &error) {
+            connection->noteFailure(error);
+            listener.publishReadFailure(*connection);
+        };
         try {
             connection->read();
             connection->noteSuccess();
@@ -165,8 +171,10 @@ void Token::read()
             if (memory)
                 memory->note(*connection);
         } catch (const Error &error) {
-            connection->noteFailure(error);
-            listener.publishReadFailure(*connection);
+            fail(error);
+        } catch (const std::exception &) {
+            // Out of memory: what was not caught on this thread would end the program.
+            fail(Error(CKR_HOST_MEMORY, ""));
         }
     });
 }
