@@ -5,6 +5,7 @@
 #include "qca/adapter/keygenerator.h"
 #include "qca/keys/keys.h"
 
+#include <QFile>
 #include <QSignalSpy>
 
 namespace TrivexTest {
@@ -104,6 +105,22 @@ bool TokenFixture::signs(const Stores &stores, const QString &storeName, const Q
 {
     const QCA::KeyStoreEntry entry = stores.entry(storeName, entryName);
     return !entry.isNull() && !signature(entry.keyBundle().privateKey()).isEmpty();
+}
+
+QByteArray TokenFixture::encryptedTo(const QCA::PrivateKey &key, const QByteArray &plain) const
+{
+    const QString publicFile = m_authority->file(QStringLiteral("public.der"));
+    const QString plainFile = m_authority->file(QStringLiteral("plain"));
+    const auto write = [&](const QString &name, const QByteArray &bytes) {
+        QFile file(name);
+        return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+    };
+    if (!write(publicFile, Trivex::encodedPublicKey(key)) || !write(plainFile, plain))
+        return {};
+    return m_authority->openssl({QStringLiteral("pkeyutl"), QStringLiteral("-encrypt"),
+                                 QStringLiteral("-pubin"), QStringLiteral("-keyform"),
+                                 QStringLiteral("DER"), QStringLiteral("-inkey"), publicFile,
+                                 QStringLiteral("-in"), plainFile});
 }
 
 QString TokenFixture::issueAndImport(const QCA::PrivateKey &key, const QString &subject)

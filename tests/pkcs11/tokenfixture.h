@@ -38,6 +38,9 @@ protected:
                       const QString &entryName = QStringLiteral("signer"));
     bool signs() const { return signs(*m_stores, m_storeName); }
 
+    /// By openssl, with the padding of PKCS#1 1.5; empty on failure.
+    QByteArray encryptedTo(const QCA::PrivateKey &key, const QByteArray &plain) const;
+
     /// Writes a certificate of that key and waits for its entry. Its id, empty on failure.
     QString issueAndImport(const QCA::PrivateKey &key, const QString &subject);
     /// A bundle of a new key of that algorithm, of its certificate and the authority's.

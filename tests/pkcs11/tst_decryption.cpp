@@ -5,7 +5,6 @@
 #include "tests/pkcs11/tokenfixture.h"
 #include "tests/support/needtokens.h"
 
-#include <QFile>
 #include <QSignalSpy>
 
 #include <thread>
@@ -48,8 +47,7 @@ private:
     {
         return m_stores->entry(StoreName, name).keyBundle().privateKey();
     }
-    /// By openssl, for the key "signer".
-    QByteArray encrypted(const QByteArray &plain);
+    QByteArray encrypted(const QByteArray &plain) { return encryptedTo(key(), plain); }
     /// A null text where it failed.
     static QByteArray decrypted(QCA::PrivateKey key, const QByteArray &data);
 
@@ -82,22 +80,6 @@ void TestDecryption::cleanup()
 {
     m_token->control();
     m_prompt.reset();
-}
-
-QByteArray TestDecryption::encrypted(const QByteArray &plain)
-{
-    const auto write = [&](const QString &name, const QByteArray &bytes) {
-        QFile file(m_authority->file(name));
-        return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-    };
-    if (!write(QStringLiteral("public.der"), Trivex::encodedPublicKey(key()))
-        || !write(QStringLiteral("plain"), plain))
-        return {};
-    return m_authority->openssl(
-        {QStringLiteral("pkeyutl"), QStringLiteral("-encrypt"), QStringLiteral("-pubin"),
-         QStringLiteral("-keyform"), QStringLiteral("DER"), QStringLiteral("-inkey"),
-         m_authority->file(QStringLiteral("public.der")), QStringLiteral("-in"),
-         m_authority->file(QStringLiteral("plain"))});
 }
 
 QByteArray TestDecryption::decrypted(QCA::PrivateKey key, const QByteArray &data)

@@ -25,6 +25,12 @@ CK_RV callLogin(const Session &session, CK_USER_TYPE user, Secret pin)
                                      CK_ULONG(pin.size()));
 }
 
+bool saysNothingOfMechanisms(CK_RV result)
+{
+    return Pkcs11::endsSession(result) || result == CKR_DEVICE_ERROR || result == CKR_DEVICE_MEMORY
+        || result == CKR_HOST_MEMORY;
+}
+
 bool isUserState(CK_STATE state)
 {
     return state == CKS_RO_USER_FUNCTIONS || state == CKS_RW_USER_FUNCTIONS;
@@ -111,8 +117,12 @@ TokenFlags TokenConnection::flags() const
 bool TokenConnection::supports(CK_MECHANISM_TYPE mechanism, CK_FLAGS uses) const
 {
     CK_MECHANISM_INFO info = {};
-    return (*m_module)->C_GetMechanismInfo(m_slot, mechanism, &info) == CKR_OK
-        && (info.flags & uses) == uses;
+    const CK_RV result = (*m_module)->C_GetMechanismInfo(m_slot, mechanism, &info);
+    // Whoever is told that a token can't do something looks for another one. All other codes are
+    // how tokens say that they do not know the mechanism.
+    if (saysNothingOfMechanisms(result))
+        throw Error(result, "C_GetMechanismInfo");
+    return result == CKR_OK && (info.flags & uses) == uses;
 }
 
 void TokenConnection::login(Operation &operation, LoginFor purpose)
