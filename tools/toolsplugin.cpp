@@ -21,6 +21,7 @@
 #include "tools/keyrequest.h"
 #include "tools/modelcount.h"
 #include "tools/pinprompt.h"
+#include "tools/rememberedtokens.h"
 #include "tools/removalundo.h"
 #include "tools/requestprofiles.h"
 #include "tools/requestsubject.h"
@@ -63,6 +64,8 @@ TrivexToolsPlugin::TrivexToolsPlugin(QObject *parent)
 void TrivexToolsPlugin::registerTypes(const char *uri)
 {
     using namespace Trivex;
+    // Before anybody starts the key stores.
+    RememberedTokens::apply();
     qmlRegisterType<EntryModel>(uri, 1, 0, "EntryModel");
     qmlRegisterType<SecretGuard>(uri, 1, 0, "SecretGuard");
     qmlRegisterType<SectionedModel>(uri, 1, 0, "SectionedModel");
@@ -72,6 +75,7 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
     qmlRegisterType<RowFiles>(uri, 1, 0, "RowFiles");
     qmlRegisterType<RevocationLists>(uri, 1, 0, "RevocationLists");
     qmlRegisterType<RowSelection>(uri, 1, 0, "RowSelection");
+    qmlRegisterType<RememberedTokens>(uri, 1, 0, "RememberedTokens");
     qmlRegisterType<RemovalUndo>(uri, 1, 0, "RemovalUndo");
     qmlRegisterType<ModelCount>(uri, 1, 0, "ModelCount");
     qmlRegisterType<TokenInfo>(uri, 1, 0, "TokenInfo");

@@ -2443,6 +2443,14 @@
         <source>The document was changed after signing, or another key signed it. Choose the right key, or ask for the document again.</source>
         <translation>The document was changed after signing, or another key signed it. Choose the right key, or ask for the document again.</translation>
     </message>
+    <message id="trivex-app-remember-tokens">
+        <source>Show the certificates of known tokens at once</source>
+        <translation>Show the certificates of known tokens at once</translation>
+    </message>
+    <message id="trivex-app-remember-tokens-hint">
+        <source>What a token shows without a PIN is kept in your cache folder. On a computer that others use under your name it tells whose tokens were here. Switching this off removes it.</source>
+        <translation>What a token shows without a PIN is kept in your cache folder. On a computer that others use under your name it tells whose tokens were here. Switching this off removes it.</translation>
+    </message>
     <message id="trivex-app-remove">
         <source>Remove…</source>
         <translation>Remove…</translation>

@@ -2457,6 +2457,14 @@
         <source>The document was changed after signing, or another key signed it. Choose the right key, or ask for the document again.</source>
         <translation>Документ изменён после подписания, или подписан другим ключом. Выберите нужный ключ или попросите прислать документ ещё раз.</translation>
     </message>
+    <message id="trivex-app-remember-tokens">
+        <source>Show the certificates of known tokens at once</source>
+        <translation>Сразу показывать сертификаты знакомых токенов</translation>
+    </message>
+    <message id="trivex-app-remember-tokens-hint">
+        <source>What a token shows without a PIN is kept in your cache folder. On a computer that others use under your name it tells whose tokens were here. Switching this off removes it.</source>
+        <translation>То, что токен показывает без PIN-кода, хранится в вашей папке кэша. Если за компьютером под вашим именем работают другие, по ней видно, чьи токены здесь были. При выключении всё это удаляется.</translation>
+    </message>
     <message id="trivex-app-remove">
         <source>Remove…</source>
         <translation>Удалить…</translation>

@@ -5,13 +5,15 @@ import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
 
-/// Colours and text size; both follow the system until chosen here.
+/// Colours and text size, which follow the system until chosen here; whether tokens are remembered.
 BaseDialog {
     id: dialog
     objectName: "settingsDialog"
     title: qsTrId("trivex-app-settings")
     preferredWidth: Theme.fontSize * 26
+    readonly property RememberedTokens remembered: RememberedTokens { }
 
     Label {
         textFormat: Text.PlainText
@@ -45,6 +47,21 @@ BaseDialog {
         }))
         onActivated: Theme.textScale = model[index].scale
         Accessible.name: qsTrId("trivex-app-text-size") + ": " + currentText
+        Layout.fillWidth: true
+    }
+    WrappedCheckBox {
+        objectName: "rememberTokens"
+        text: qsTrId("trivex-app-remember-tokens")
+        checked: dialog.remembered.on
+        onToggled: dialog.remembered.on = checked
+        Layout.fillWidth: true
+    }
+    Label {
+        textFormat: Text.PlainText
+        text: qsTrId("trivex-app-remember-tokens-hint")
+        color: Theme.textDim
+        font.pixelSize: Theme.smallSize
+        wrapMode: Text.Wrap
         Layout.fillWidth: true
     }
     footer: DialogButtons {

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "qca/tokens/tokenregistry.h"
 
+#include "qca/tokens/rememberedtokens.h"
+
 #include "qca/keys/keys.h"
 
 #include <QHash>
@@ -211,6 +213,12 @@ void cancelTokenTask(const CancellationPtr &task)
     task->request();
     if (TokenBackend *backend = TokenHub::instance().currentBackend())
         backend->cancelTask(task);
+}
+
+void forgetTokens()
+{
+    if (TokenBackend *backend = TokenHub::instance().currentBackend())
+        backend->forgetTokens();
 }
 
 void TokenMonitor::cancel(const QString &keyStoreId)

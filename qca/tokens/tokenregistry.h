@@ -48,6 +48,9 @@ public:
 
     /// See `cancelTokenTask`, which has requested the end already.
     virtual void cancelTask(const CancellationPtr &task) = 0;
+
+    /// See `forgetTokens`. Does not wait.
+    virtual void forgetTokens() = 0;
 };
 
 TRIVEX_QCA_EXPORT void setTokenBackend(TokenBackend *backend);

@@ -61,6 +61,7 @@ public:
     {
         return {};
     }
+    void forgetTokens() override { }
     void cancelTask(const CancellationPtr &cancelledTask) override
     {
         cancelled += cancelledTask == task ? 1 : 0;

@@ -1,13 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/cache/tokencache.h"
+#include "qca/tokens/rememberedtokens.h"
 #include "qca/tokens/tokenregistry.h"
 #include "qca/tokens/tokens.h"
 #include "tests/pkcs11/plaintoken.h"
 #include "tests/pkcs11/tokenfixture.h"
 #include "tests/support/needtokens.h"
+#include "tools/rememberedtokens.h"
 
 #include <QDir>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 
 #include <atomic>
@@ -49,6 +52,7 @@ private Q_SLOTS:
     void changesForgetThem();
     void nothingThatALoginShows();
     void switchedOffAgain();
+    void switchOfTheUser();
 
 private:
     void remember(bool on);
@@ -61,6 +65,8 @@ private:
     bool release(const QByteArray &orders = {});
     bool isRead() const { return TokenMonitor::token(m_storeId).isRead; }
     QStringList files() const;
+    /// Whether a file has that certificate.
+    bool keeps(const QByteArray &der) const;
 
     QTemporaryDir m_home;
     QString m_storeId;
@@ -69,7 +75,7 @@ private:
 
 void TestRememberedRows::initTestCase()
 {
-    for (const char *name : {"HOME", "XDG_CACHE_HOME"})
+    for (const char *name : {"HOME", "XDG_CACHE_HOME", "XDG_CONFIG_HOME"})
         qputenv(name, QFile::encodeName(m_home.path()));
     TRIVEX_NEED_TOKENS();
     QVERIFY(makeToken());
@@ -106,6 +112,8 @@ void TestRememberedRows::remember(bool on)
 
 bool TestRememberedRows::startRemembering()
 {
+    // Its file is of this start then.
+    QDir(Trivex::TokenCache::defaultDirectory()).removeRecursively();
     m_qca = std::make_unique<QCA::Initializer>();
     remember(true);
     m_prompt = std::make_unique<PinPrompt>(TestToken::pin());
@@ -116,6 +124,12 @@ bool TestRememberedRows::startRemembering()
     m_storeId = m_store->id();
     // Written behind the rows.
     return QTest::qWaitFor([&] { return isRead() && files().size() == 1; }, 30000);
+}
+
+bool TestRememberedRows::keeps(const QByteArray &der) const
+{
+    QFile file(Trivex::TokenCache::defaultDirectory() + QLatin1Char('/') + files().value(0));
+    return file.open(QIODevice::ReadOnly) && file.readAll().contains(der);
 }
 
 QStringList TestRememberedRows::files() const
@@ -164,7 +178,7 @@ void TestRememberedRows::offUnlessSwitchedOn()
 
 void TestRememberedRows::rowsComeBeforeTheReading()
 {
-    QVERIFY(m_stores->waitForEntries(StoreName, 2));
+    QVERIFY(m_stores->waitForEntries(StoreName, 2, 30000));
     QStringList before;
     const auto entries = m_stores->entries(StoreName);
     for (const QCA::KeyStoreEntry &one : entries)
@@ -178,7 +192,7 @@ void TestRememberedRows::rowsComeBeforeTheReading()
         remembered.append(one.id() + one.name() + QString::number(int(one.type())));
     QCOMPARE(remembered, before);
     QVERIFY(release());
-    QVERIFY(m_stores->waitForEntries(StoreName, 2));
+    QVERIFY(m_stores->waitForEntries(StoreName, 2, 30000));
 }
 
 void TestRememberedRows::rowsOfAnotherStart()
@@ -219,14 +233,13 @@ void TestRememberedRows::keysWaitForTheReading()
 
 void TestRememberedRows::rowsThatAreGoneDisappear()
 {
-    QVERIFY(m_token->token().writeObject(
-        QStringLiteral("cert"),
-        m_authority->issue(m_token->token().publicKey(QStringLiteral("01")),
-                           QStringLiteral("/CN=Short-lived")),
-        QStringLiteral("66"), QStringLiteral("gone")));
+    const QByteArray der = m_authority->issue(m_token->token().publicKey(QStringLiteral("01")),
+                                              QStringLiteral("/CN=Short-lived"));
+    QVERIFY(m_token->token().writeObject(QStringLiteral("cert"), der, QStringLiteral("66"),
+                                         QStringLiteral("gone")));
     QVERIFY(m_token->replug(m_storeId));
-    QVERIFY(m_stores->waitForEntries(StoreName, 3));
-    QVERIFY(QTest::qWaitFor([&] { return m_token->count("C_CloseSession") > 0; }));
+    QVERIFY(m_stores->waitForEntries(StoreName, 3, 30000));
+    QTRY_VERIFY_WITH_TIMEOUT(keeps(der), 30000);
     QVERIFY(takeOut());
     QVERIFY(!m_token->token()
                  .tool({QStringLiteral("--delete-object"), QStringLiteral("--type"),
@@ -235,9 +248,9 @@ void TestRememberedRows::rowsThatAreGoneDisappear()
     QVERIFY(replugHeld());
     QVERIFY(waitForHeldRows(3));
     QVERIFY(release());
-    QVERIFY(m_stores->waitForEntries(StoreName, 2));
+    QVERIFY(m_stores->waitForEntries(StoreName, 2, 30000));
     // Nor is it remembered any longer.
-    QVERIFY(m_token->replug(m_storeId));
+    QTRY_VERIFY_WITH_TIMEOUT(!keeps(der), 30000);
     QVERIFY(replugHeld());
     QVERIFY(waitForHeldRows(2));
     QVERIFY(release());
@@ -248,13 +261,13 @@ void TestRememberedRows::keysThatAreGoneDoNotSign()
 {
     QVERIFY(m_token->token().generateKeyPair(QStringLiteral("EC:secp384r1"), QStringLiteral("77"),
                                              QStringLiteral("away")));
-    QVERIFY(m_token->token().writeObject(
-        QStringLiteral("cert"),
-        m_authority->issue(m_token->token().publicKey(QStringLiteral("77")),
-                           QStringLiteral("/CN=Away")),
-        QStringLiteral("77"), QStringLiteral("away")));
+    const QByteArray der = m_authority->issue(m_token->token().publicKey(QStringLiteral("77")),
+                                              QStringLiteral("/CN=Away"));
+    QVERIFY(m_token->token().writeObject(QStringLiteral("cert"), der, QStringLiteral("77"),
+                                         QStringLiteral("away")));
     QVERIFY(m_token->replug(m_storeId));
-    QVERIFY(m_stores->waitForEntries(StoreName, 3));
+    QVERIFY(m_stores->waitForEntries(StoreName, 3, 30000));
+    QTRY_VERIFY_WITH_TIMEOUT(keeps(der), 30000);
     QVERIFY(takeOut());
     for (const char *type : {"cert", "pubkey", "privkey"})
         m_token->token().tool({QStringLiteral("--delete-object"), QStringLiteral("--type"),
@@ -296,7 +309,7 @@ void TestRememberedRows::changesForgetThem()
     QVERIFY(files().isEmpty());
     QVERIFY(m_token->replug(m_storeId));
     QVERIFY(QTest::qWaitFor([&] { return files().size() == 1; }, 30000));
-    QVERIFY(m_stores->waitForEntries(StoreName, 3));
+    QVERIFY(m_stores->waitForEntries(StoreName, 3, 30000));
     QVERIFY(m_stores->remove(m_store, id));
     QVERIFY(files().isEmpty());
 }
@@ -320,14 +333,11 @@ void TestRememberedRows::nothingThatALoginShows()
     QVERIFY(!m_stores->entry(StoreName, QStringLiteral("0")).isNull());
     cleanup();
     QCOMPARE(files().size(), 1);
-    QFile rows(Trivex::TokenCache::defaultDirectory() + QLatin1Char('/') + files().value(0));
-    QVERIFY(rows.open(QIODevice::ReadOnly));
-    const QByteArray kept = rows.readAll();
-    QVERIFY(kept.contains(m_authority->certificate()));
-    QVERIFY(!kept.contains(m_hidden));
+    QVERIFY(keeps(m_authority->certificate()));
+    QVERIFY(!keeps(m_hidden));
     // Nor in a start in which nobody logs in.
     QVERIFY(startRemembering());
-    QVERIFY(m_stores->waitForEntries(StoreName, 2));
+    QVERIFY(m_stores->waitForEntries(StoreName, 2, 30000));
 }
 
 void TestRememberedRows::switchedOffAgain()
@@ -338,7 +348,34 @@ void TestRememberedRows::switchedOffAgain()
     QTest::qWait(300);
     QVERIFY(m_stores->entries(StoreName).isEmpty());
     QVERIFY(release());
-    QVERIFY(m_stores->waitForEntries(StoreName, 2));
+    QVERIFY(m_stores->waitForEntries(StoreName, 2, 30000));
+}
+
+/// Beside the provider's setting, kept from one start to the next, and no file stays behind it.
+void TestRememberedRows::switchOfTheUser()
+{
+    remember(false);
+    QCoreApplication::setOrganizationName(QStringLiteral("Trivex"));
+    QCoreApplication::setApplicationName(QStringLiteral("switch"));
+    Trivex::RememberedTokens::apply();
+    Trivex::RememberedTokens user;
+    QVERIFY(!user.isOn());
+    QSignalSpy changed(&user, &Trivex::RememberedTokens::onChanged);
+    user.setOn(true);
+    user.setOn(true);
+    QCOMPARE(changed.size(), 1);
+    Trivex::setTokensRemembered(false);
+    Trivex::RememberedTokens::apply();
+    QVERIFY(user.isOn());
+    QVERIFY(replugHeld());
+    QVERIFY(waitForHeldRows(2));
+    QVERIFY(release());
+    QVERIFY(QTest::qWaitFor([&] { return m_token->count("C_CloseSession") > 1; }));
+    QCOMPARE(files().size(), 1);
+    user.setOn(false);
+    QTRY_VERIFY_WITH_TIMEOUT(files().isEmpty(), 30000);
+    Trivex::RememberedTokens::apply();
+    QVERIFY(!user.isOn());
 }
 
 QTEST_GUILESS_MAIN(TestRememberedRows)

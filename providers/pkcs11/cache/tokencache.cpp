@@ -73,13 +73,13 @@ QString TokenCache::pathOf(const QString &storeId) const
 std::optional<TokenObjects> TokenCache::read(const RowKey &key) const
 {
     const std::lock_guard lock(m_mutex);
-    return m_isOn ? unpackRows(key, contentOf(pathOf(key.storeId))) : std::nullopt;
+    return isOn() ? unpackRows(key, contentOf(pathOf(key.storeId))) : std::nullopt;
 }
 
 void TokenCache::write(const RowKey &key, const TokenObjects &objects)
 {
     const std::lock_guard lock(m_mutex);
-    if (!m_isOn)
+    if (!isOn())
         return;
     const QString path = pathOf(key.storeId);
     const QByteArray rows = packRows(key, objects);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "providers/pkcs11/cache/rowfile.h"
+#include "qca/tokens/rememberedtokens.h"
 
 #include <atomic>
 #include <mutex>
@@ -25,9 +26,9 @@ public:
     static QString defaultDirectory();
     explicit TokenCache(QString directory = defaultDirectory());
 
-    // They never wait.
+    // They never wait. It is on, too, while `tokensAreRemembered`.
     void setOn(bool on) { m_isOn = on; }
-    bool isOn() const { return m_isOn; }
+    bool isOn() const { return m_isOn || tokensAreRemembered(); }
 
     /// What the token showed to anybody when it was read last. Nothing when it has changed since,
     /// as far as its mark tells, and when the file is damaged.

@@ -7,6 +7,7 @@
 #include "providers/pkcs11/operations/administration.h"
 #include "providers/pkcs11/operations/extraction.h"
 #include "providers/pkcs11/operations/storechanges.h"
+#include "qca/base/detachedwork.h"
 #include "qca/keys/keys.h"
 #include "qca/keys/pkeycontainer.h"
 
@@ -96,6 +97,12 @@ CancellationPtr ProviderBackend::startExtraction(const QString &keyStoreId,
 void ProviderBackend::cancelTask(const CancellationPtr &task)
 {
     m_tokens.cancel(task);
+}
+
+void ProviderBackend::forgetTokens()
+{
+    // It waits for a file that is being written. The table lives until the process ends.
+    startDetached([&tokens = m_tokens] { tokens.rows().clear(); });
 }
 
 TokenKeyPtr ProviderBackend::keyIn(const QString &keyStoreId, const QByteArray &publicInfo) const

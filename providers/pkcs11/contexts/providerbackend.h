@@ -29,6 +29,7 @@ public:
     CancellationPtr startExtraction(const QString &keyStoreId, const QByteArray &publicInfo,
                                     ExtractionDone done) override;
     void cancelTask(const CancellationPtr &task) override;
+    void forgetTokens() override;
 
 private:
     QCA::PrivateKey privateKeyOf(const QString &keyStoreId, const TokenKeyPtr &key) const;

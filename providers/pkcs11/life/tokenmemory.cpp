@@ -71,8 +71,7 @@ void TokenMemory::note(const TokenConnection &connection)
         const Handles hidden = privateObjects(connection.openPlain(Pkcs11::Session::ReadOnly));
         m_cache.write(m_key, publicOf(connection.objects(), hidden));
     } catch (const Pkcs11::Error &) {
-        // What is not known for certain is not kept.
-        m_cache.forget(m_key.storeId);
+        // What was kept before is no worse than it was: the next reading decides.
     }
 }
 
