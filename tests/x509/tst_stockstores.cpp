@@ -7,6 +7,7 @@
 #include "certificates/keystoreentry.h"
 #include "qca/adapter/entries.h"
 #include "qca/base/providers.h"
+#include "qca/keys/gostengine.h"
 #include "qca/keys/keys.h"
 #include "tests/support/systemlist.h"
 #include "tests/x509/corpus.h"
@@ -148,9 +149,11 @@ void TestStockStores::bundles()
     if (!QCA::findProvider(Softwares))
         QSKIP("no stock store of software keys");
     rank(isStockFirst);
-    const QStringList keyed = {QStringLiteral("dsa"), QStringLiteral("ec-384"),
-                               QStringLiteral("ed25519"), QStringLiteral("rsa-pss"),
-                               QStringLiteral("gost-2012-256")};
+    QStringList keyed = {QStringLiteral("dsa"), QStringLiteral("ec-384"), QStringLiteral("ed25519"),
+                         QStringLiteral("rsa-pss")};
+    // The stock provider crashes by itself on a key that libcrypto does not know.
+    if (loadGostEngine())
+        keyed += QStringLiteral("gost-2012-256");
     QVariantMap config = QCA::getProviderConfig(Softwares);
     for (int i = 0; i < keyed.size(); ++i) {
         const QString prefix = QStringLiteral("entry_%1_").arg(i, 2, 10, QLatin1Char('0'));
