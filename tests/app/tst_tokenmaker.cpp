@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/tokenmaker.h"
 
+#include <QSignalSpy>
+#include <QtCrypto>
 #include <QtTest>
 
 #include <atomic>
@@ -15,6 +17,11 @@ class TestTokenMaker : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void offerWhileItIsMade();
+    void toldAtItsEnd();
+    void nobodyMakesOne();
+
+private:
+    QCA::Initializer m_initializer;
 };
 
 /// However an offer and the making of the object fall together, the object knows of the offer.
@@ -46,6 +53,53 @@ void TestTokenMaker::offerWhileItIsMade()
     }
     module.join();
     QCOMPARE(missed, 0);
+}
+
+/// A token has its name once it is there; until then, and after a failure, the one before.
+void TestTokenMaker::toldAtItsEnd()
+{
+    const QString module = QStringLiteral("module");
+    Trivex::TokenMakingDone done;
+    QStringList asked;
+    TokenMakers::instance().offer(module,
+                                  [&](Trivex::TokenMaking making, Trivex::TokenMakingDone then) {
+                                      asked += making.name;
+                                      done = std::move(then);
+                                  });
+    TokenMaker maker;
+    QSignalSpy finished(&maker, &TokenMaker::finished);
+    maker.make(QStringLiteral("first"), QStringLiteral("1234"));
+    QVERIFY(maker.isRunning());
+    QVERIFY(maker.name().isEmpty());
+    // One at a time.
+    maker.make(QStringLiteral("meanwhile"), QStringLiteral("1234"));
+    QCOMPARE(asked, QStringList(QStringLiteral("first")));
+    done({});
+    QTRY_COMPARE(finished.count(), 1);
+    QVERIFY(!maker.isRunning());
+    QCOMPARE(maker.name(), QStringLiteral("first"));
+    QVERIFY(maker.message().isEmpty());
+    maker.make(QStringLiteral("second"), QStringLiteral("1234"));
+    Trivex::TokenError failure;
+    failure.kind = Trivex::TokenError::DeviceFailure;
+    done(failure);
+    QTRY_COMPARE(finished.count(), 2);
+    QVERIFY(!maker.isRunning());
+    QCOMPARE(maker.name(), QStringLiteral("first"));
+    QVERIFY(!maker.message().isEmpty());
+    TokenMakers::instance().withdraw(module);
+}
+
+void TestTokenMaker::nobodyMakesOne()
+{
+    TokenMaker maker;
+    QVERIFY(!maker.isAvailable());
+    QSignalSpy finished(&maker, &TokenMaker::finished);
+    maker.make(QStringLiteral("name"), QStringLiteral("1234"));
+    QTRY_COMPARE(finished.count(), 1);
+    QVERIFY(!maker.isRunning());
+    QVERIFY(maker.name().isEmpty());
+    QVERIFY(!maker.message().isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestTokenMaker)
