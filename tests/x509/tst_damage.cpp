@@ -60,7 +60,8 @@ void readList(const QByteArray &data)
 {
     CrlContext list(nullptr);
     if (list.fromDER(data) == QCA::ConvertGood)
-        QVERIFY(list.props()->revoked.size() >= 0);
+        // Each of them takes its bytes, however the damaged lengths nest.
+        QVERIFY(list.props()->revoked.size() < data.size());
 }
 
 void readCollection(const QByteArray &data)
