@@ -150,8 +150,12 @@ void Token::start(Worker::Milliseconds loginLifetime)
         [connection = m_connection] { connection->end(); });
     if (m_memory) {
         m_worker.post([connection = m_connection, memory = m_memory, &listener = m_listener] {
-            if (const TokenContentsPtr remembered = memory->recall())
-                listener.publishRemembered(*connection, remembered);
+            try {
+                if (const TokenContentsPtr remembered = memory->recall())
+                    listener.publishRemembered(*connection, remembered);
+            } catch (const std::exception &) {
+                // Out of memory: the reading shows what there is.
+            }
         });
     }
     read();

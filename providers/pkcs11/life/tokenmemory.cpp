@@ -70,8 +70,9 @@ void TokenMemory::note(const TokenConnection &connection)
     try {
         const Handles hidden = privateObjects(connection.openPlain(Pkcs11::Session::ReadOnly));
         m_cache.write(m_key, publicOf(connection.objects(), hidden));
-    } catch (const Pkcs11::Error &) {
-        // What was kept before is no worse than it was: the next reading decides.
+    } catch (const std::exception &) {
+        // Of the token, or of memory. What was kept before is no worse than it was: the next
+        // reading decides.
     }
 }
 
