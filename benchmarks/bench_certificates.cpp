@@ -4,8 +4,8 @@
 // Certificates: parsing, reading fields and memory, each against plain OpenSSL doing the same.
 #include "benchmarks/measure.h"
 #include "qca/asn1/handles.h"
-#include "qca/base/infotypes.h"
 #include "qca/base/providers.h"
+#include "qca/x509/infotypes.h"
 #include "qca/x509/makecertificate.h"
 
 #include <QCoreApplication>

@@ -5,8 +5,8 @@
 #include "benchmarks/measure.h"
 #include "benchmarks/tokenwriting.h"
 #include "qca/adapter/keygenerator.h"
-#include "qca/base/infotypes.h"
 #include "qca/base/providers.h"
+#include "qca/x509/infotypes.h"
 #include "tests/support/testcertificates.h"
 #include "tests/support/testtoken.h"
 

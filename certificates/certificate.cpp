@@ -5,10 +5,10 @@
 #include "certificates/certificatetext.h"
 #include "qca/adapter/reading.h"
 #include "qca/base/filenames.h"
-#include "qca/base/infotypes.h"
 #include "qca/base/regularfile.h"
 #include "qca/keys/keys.h"
 #include "qca/x509/certificateinfo.h"
+#include "qca/x509/infotypes.h"
 
 #include <QDebug>
 #include <QDir>

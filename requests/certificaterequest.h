@@ -4,8 +4,8 @@
 
 #include "certificates/certificate.h"
 #include "keystores/comboboxmodel.h"
-#include "qca/base/infotypes.h"
 #include "qca/base/savedrequest.h"
+#include "qca/x509/infotypes.h"
 #include "requests/keypairmaker.h"
 
 #include <QPointer>

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/certifiablekey.h"
 
+#include "qca/asn1/algorithmids.h"
 #include "qca/keys/publickeyfields.h"
 
 #include <algorithm>
@@ -12,11 +13,7 @@ namespace {
 
 /// Algorithms whose keys never sign, whatever the token says before a login.
 constexpr const char *NotSigning[] = {
-    "1.2.840.113549.1.1.7", // RSA-OAEP
-    "1.2.840.113549.1.3.1", // DH of PKCS#3
-    "1.2.840.10046.2.1", // DH of X9.42
-    "1.3.101.110", // X25519
-    "1.3.101.111", // X448
+    Oid::RsaOaep, Oid::DhKeyAgreement, Oid::DhPublicNumber, Oid::X25519, Oid::X448,
 };
 
 bool signs(const QByteArray &publicInfo)

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/certificatedetails.h"
 
+#include "qca/asn1/attributeids.h"
 #include "qca/base/certificaterows.h"
 #include "qca/base/encodedobject.h"
 #include "qca/base/plaintext.h"
@@ -35,20 +36,20 @@ struct RowId {
 constexpr RowId RowIds[] = {
     {CertificateRow::SerialNumber, ShownId::SerialNumber},
     {CertificateRow::SignatureAlgorithm, ShownId::SignatureAlgorithm},
-    {CertificateRow::SubjectName, "2.5.4.3"},
-    {CertificateRow::Organization, "2.5.4.10"},
-    {CertificateRow::Email, "1.2.840.113549.1.9.1"},
-    {CertificateRow::OrganizationalUnit, "2.5.4.11"},
-    {CertificateRow::CountryCode, "2.5.4.6"},
-    {CertificateRow::State, "2.5.4.8"},
-    {CertificateRow::Locality, "2.5.4.7"},
-    {CertificateRow::Address, "2.5.4.9"},
-    {CertificateRow::Inn, "1.2.643.3.131.1.1"},
-    {CertificateRow::Snils, "1.2.643.100.3"},
-    {CertificateRow::Ogrn, "1.2.643.100.1"},
-    {CertificateRow::Innle, "1.2.643.100.4"},
-    {CertificateRow::Ogrnip, "1.2.643.100.5"},
-    {CertificateRow::IdentificationKind, "1.2.643.100.114"},
+    {CertificateRow::SubjectName, Oid::CommonName},
+    {CertificateRow::Organization, Oid::Organization},
+    {CertificateRow::Email, Oid::EmailAddress},
+    {CertificateRow::OrganizationalUnit, Oid::OrganizationalUnit},
+    {CertificateRow::CountryCode, Oid::Country},
+    {CertificateRow::State, Oid::State},
+    {CertificateRow::Locality, Oid::Locality},
+    {CertificateRow::Address, Oid::Street},
+    {CertificateRow::Inn, Oid::Inn},
+    {CertificateRow::Snils, Oid::Snils},
+    {CertificateRow::Ogrn, Oid::Ogrn},
+    {CertificateRow::Innle, Oid::Innle},
+    {CertificateRow::Ogrnip, Oid::Ogrnip},
+    {CertificateRow::IdentificationKind, Oid::IdentificationKind},
     {CertificateRow::ValidFrom, ShownId::ValidFrom},
     {CertificateRow::ValidUntil, ShownId::ValidUntil},
 };

@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "tools/fileitemtexts.h"
 
-#include "qca/base/infotypes.h"
 #include "qca/base/plaintext.h"
 #include "qca/base/providers.h"
 #include "qca/describe/keytexts.h"
 #include "qca/describe/structure.h"
 #include "qca/keys/keys.h"
+#include "qca/x509/infotypes.h"
 #include "tools/shownvalues.h"
 
 namespace Trivex {

@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "tools/requestcontents.h"
 
+#include "qca/asn1/attributeids.h"
 #include "qca/base/bounds.h"
-#include "qca/base/infotypes.h"
+#include "qca/x509/infotypes.h"
 #include "tools/subjectattributes.h"
 
 #include <QJsonArray>
@@ -196,7 +197,7 @@ RequestContents::Finding RequestContents::check() const
 QString RequestContents::title() const
 {
     for (const RequestValue &value : names) {
-        if (subjectAttributeOid(value.type) == QLatin1String("2.5.4.3") && !isEmpty(value))
+        if (subjectAttributeOid(value.type) == QLatin1String(Oid::CommonName) && !isEmpty(value))
             return value.value.trimmed();
     }
     for (const RequestValue &value : names) {

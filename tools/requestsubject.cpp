@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "tools/requestsubject.h"
 
-#include "qca/base/infotypes.h"
 #include "qca/base/savedrequest.h"
+#include "qca/x509/infotypes.h"
 #include "tools/requestcontents.h"
 
 namespace Trivex {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/shownvalues.h"
 
+#include "qca/asn1/attributeids.h"
 #include "qca/asn1/pem.h"
 #include "tools/checkdigits.h"
 
@@ -20,9 +21,9 @@ struct Checked {
 };
 
 constexpr Checked CheckedIds[] = {
-    {"1.2.643.3.131.1.1", CheckDigits::Inn}, {"1.2.643.100.3", CheckDigits::Snils},
-    {"1.2.643.100.1", CheckDigits::Ogrn},    {"1.2.643.100.4", CheckDigits::Innle},
-    {"1.2.643.100.5", CheckDigits::Ogrnip},
+    {Oid::Inn, CheckDigits::Inn},       {Oid::Snils, CheckDigits::Snils},
+    {Oid::Ogrn, CheckDigits::Ogrn},     {Oid::Innle, CheckDigits::Innle},
+    {Oid::Ogrnip, CheckDigits::Ogrnip},
 };
 
 QString flagOf(const QByteArray &id, const QString &value)

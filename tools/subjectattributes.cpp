@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/subjectattributes.h"
 
+#include "qca/asn1/attributeids.h"
 #include "tools/checkdigits.h"
 
 #include <QRegularExpression>
@@ -17,34 +18,34 @@ namespace {
 
 // X.520, RFC 4519, PKCS#9, ETSI EN 319 412-1 and the Russian profile (order 795 of 2021).
 constexpr SubjectAttribute Attributes[] = {
-    {"commonName", "2.5.4.3", ValueRule::Text, 64},
-    {"surname", "2.5.4.4", ValueRule::Text, 64},
-    {"givenName", "2.5.4.42", ValueRule::Text, 64},
-    {"initials", "2.5.4.43", ValueRule::Text, 64},
-    {"generationQualifier", "2.5.4.44", ValueRule::Text, 64},
-    {"pseudonym", "2.5.4.65", ValueRule::Text, 128},
-    {"title", "2.5.4.12", ValueRule::Text, 64},
-    {"organization", "2.5.4.10", ValueRule::Text, 64},
-    {"organizationalUnit", "2.5.4.11", ValueRule::Text, 64},
-    {"organizationIdentifier", "2.5.4.97", ValueRule::Text, 64},
-    {"businessCategory", "2.5.4.15", ValueRule::Text, 128},
-    {"country", "2.5.4.6", ValueRule::Country, 2},
-    {"state", "2.5.4.8", ValueRule::Text, 128},
-    {"locality", "2.5.4.7", ValueRule::Text, 128},
-    {"street", "2.5.4.9", ValueRule::Text, 128},
-    {"postalCode", "2.5.4.17", ValueRule::Text, 40},
-    {"telephone", "2.5.4.20", ValueRule::Printable, 32},
-    {"email", "1.2.840.113549.1.9.1", ValueRule::Mail, 255},
-    {"userId", "0.9.2342.19200300.100.1.1", ValueRule::Text, 256},
-    {"domainComponent", "0.9.2342.19200300.100.1.25", ValueRule::Host, 63},
-    {"serialNumber", "2.5.4.5", ValueRule::Printable, 64},
-    {"nameQualifier", "2.5.4.46", ValueRule::Printable, 64},
-    {"description", "2.5.4.13", ValueRule::Text, 1024},
-    {"inn", "1.2.643.3.131.1.1", ValueRule::Inn, 12},
-    {"innle", "1.2.643.100.4", ValueRule::Innle, 10},
-    {"ogrn", "1.2.643.100.1", ValueRule::Ogrn, 13},
-    {"ogrnip", "1.2.643.100.5", ValueRule::Ogrnip, 15},
-    {"snils", "1.2.643.100.3", ValueRule::Snils, 11},
+    {"commonName", Oid::CommonName, ValueRule::Text, 64},
+    {"surname", Oid::Surname, ValueRule::Text, 64},
+    {"givenName", Oid::GivenName, ValueRule::Text, 64},
+    {"initials", Oid::Initials, ValueRule::Text, 64},
+    {"generationQualifier", Oid::GenerationQualifier, ValueRule::Text, 64},
+    {"pseudonym", Oid::Pseudonym, ValueRule::Text, 128},
+    {"title", Oid::Title, ValueRule::Text, 64},
+    {"organization", Oid::Organization, ValueRule::Text, 64},
+    {"organizationalUnit", Oid::OrganizationalUnit, ValueRule::Text, 64},
+    {"organizationIdentifier", Oid::OrganizationId, ValueRule::Text, 64},
+    {"businessCategory", Oid::BusinessCategory, ValueRule::Text, 128},
+    {"country", Oid::Country, ValueRule::Country, 2},
+    {"state", Oid::State, ValueRule::Text, 128},
+    {"locality", Oid::Locality, ValueRule::Text, 128},
+    {"street", Oid::Street, ValueRule::Text, 128},
+    {"postalCode", Oid::PostalCode, ValueRule::Text, 40},
+    {"telephone", Oid::Telephone, ValueRule::Printable, 32},
+    {"email", Oid::EmailAddress, ValueRule::Mail, 255},
+    {"userId", Oid::UserId, ValueRule::Text, 256},
+    {"domainComponent", Oid::DomainComponent, ValueRule::Host, 63},
+    {"serialNumber", Oid::SerialNumber, ValueRule::Printable, 64},
+    {"nameQualifier", Oid::NameQualifier, ValueRule::Printable, 64},
+    {"description", Oid::Description, ValueRule::Text, 1024},
+    {"inn", Oid::Inn, ValueRule::Inn, 12},
+    {"innle", Oid::Innle, ValueRule::Innle, 10},
+    {"ogrn", Oid::Ogrn, ValueRule::Ogrn, 13},
+    {"ogrnip", Oid::Ogrnip, ValueRule::Ogrnip, 15},
+    {"snils", Oid::Snils, ValueRule::Snils, 11},
 };
 
 struct Pattern {

@@ -5,9 +5,9 @@
 #include "qca/asn1/pem.h"
 #include "qca/base/atomicfile.h"
 #include "qca/base/filenames.h"
-#include "qca/base/infotypes.h"
 #include "qca/base/privatedirectory.h"
 #include "qca/base/regularfile.h"
+#include "qca/x509/infotypes.h"
 #include "qca/x509/makecertificate.h"
 
 #include <QCryptographicHash>

@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/filekinds.h"
 
+#include "qca/asn1/algorithmids.h"
+#include "qca/asn1/attributeids.h"
+
 #include <QMimeDatabase>
 
 #include <algorithm>
@@ -142,10 +145,10 @@ bool Shape::isRevocationAnswer() const
 bool Shape::isEncryptedMessage() const
 {
     static const char *const types[] = {
-        "1.2.840.113549.1.7.3", // EnvelopedData
-        "1.2.840.113549.1.7.4", // SignedAndEnvelopedData, of PKCS#7 alone
-        "1.2.840.113549.1.7.6", // EncryptedData
-        "1.2.840.113549.1.9.16.1.23", // AuthEnvelopedData
+        Oid::EnvelopedData,
+        Oid::SignedAndEnvelopedData,
+        Oid::EncryptedData,
+        Oid::AuthEnvelopedData,
     };
     if (first != Der::ObjectIdentifier || second != Der::context(0) || count != 2)
         return false;
@@ -211,7 +214,7 @@ bool beginsAsOurs(Der::Slice bytes)
     // A message says its type, a key its version; what is signed has a body with a version, a
     // number, a holder or an algorithm before all else, and so has a public key.
     return (first.tag == Der::ObjectIdentifier && second == Der::context(0)
-            && Der::oidText(first.content).startsWith("1.2.840.113549.1."))
+            && Der::oidText(first.content).startsWith(Oid::PkcsArc))
         || (isNumber && isOneOf(second, {Der::Sequence, Der::Integer, Der::OctetString}))
         || (first.tag == Der::Sequence && inner.length + LeastHeader <= first.length
             && isOneOf(inner.tag,

@@ -20,12 +20,10 @@ namespace {
 /// libcrypto reads the key together with the certificate, so the engine has to be there before.
 void loadEngineFor(const QByteArray &der)
 {
-    // Every algorithm of GOST has an identifier below 1.2.643.
-    static const QByteArray russia("\x2a\x85\x03", 3);
     CertificateFields fields;
     if (findCertificateFields(Der::sliceOf(der), &fields)
-        && (fields.publicInfo.view().contains(russia)
-            || fields.innerAlgorithm.view().contains(russia)))
+        && (mayMentionGost(fields.publicInfo.view())
+            || mayMentionGost(fields.innerAlgorithm.view())))
         loadGostEngine();
 }
 

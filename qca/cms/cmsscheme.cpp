@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/cms/cmsscheme.h"
 
+#include "qca/asn1/algorithmids.h"
 #include "qca/asn1/derwriter.h"
 #include "qca/keys/keymaterial.h"
 #include "qca/keys/keytypes.h"
@@ -17,16 +18,12 @@ struct Digest {
     const char *curveSignature;
 };
 
-constexpr Digest Sha256 = {"SHA256", "2.16.840.1.101.3.4.2.1", "1.2.840.10045.4.3.2"};
-constexpr Digest Sha384 = {"SHA384", "2.16.840.1.101.3.4.2.2", "1.2.840.10045.4.3.3"};
-constexpr Digest Sha512 = {"SHA512", "2.16.840.1.101.3.4.2.3", "1.2.840.10045.4.3.4"};
-constexpr Digest Gost94 = {"md_gost94", "1.2.643.2.2.9", nullptr};
-constexpr Digest Streebog256 = {"md_gost12_256", "1.2.643.7.1.1.2.2", nullptr};
-constexpr Digest Streebog512 = {"md_gost12_512", "1.2.643.7.1.1.2.3", nullptr};
-
-constexpr char RsaSignature[] = "1.2.840.113549.1.1.1";
-constexpr char DsaWithSha256[] = "2.16.840.1.101.3.4.3.2";
-constexpr char Ed25519[] = "1.3.101.112";
+constexpr Digest Sha256 = {"SHA256", Oid::Sha256, Oid::EcdsaWithSha256};
+constexpr Digest Sha384 = {"SHA384", Oid::Sha384, Oid::EcdsaWithSha384};
+constexpr Digest Sha512 = {"SHA512", Oid::Sha512, Oid::EcdsaWithSha512};
+constexpr Digest Gost94 = {"md_gost94", Oid::GostDigest94, nullptr};
+constexpr Digest Streebog256 = {"md_gost12_256", Oid::GostDigest256, nullptr};
+constexpr Digest Streebog512 = {"md_gost12_512", Oid::GostDigest512, nullptr};
 
 QByteArray identifier(const char *oid, bool withNull = false)
 {
@@ -56,7 +53,7 @@ CmsScheme otherScheme(const KeyMaterial &key)
 {
     if (!key.native() || !EVP_PKEY_is_a(key.native(), "ED25519"))
         return {};
-    CmsScheme result = scheme(Sha512, identifier(Ed25519));
+    CmsScheme result = scheme(Sha512, identifier(Oid::Ed25519));
     result.keyDigest.clear();
     return result;
 }
@@ -68,19 +65,19 @@ CmsScheme cmsSchemeFor(const QByteArray &publicInfo)
     const KeyMaterial key = KeyMaterial::fromPublicInfo(publicInfo);
     switch (key.keyType()) {
     case RsaKey:
-        return scheme(rsaDigest(key.bits()), identifier(RsaSignature, true));
+        return scheme(rsaDigest(key.bits()), identifier(Oid::RsaEncryption, true));
     case DsaKey:
-        return scheme(Sha256, identifier(DsaWithSha256));
+        return scheme(Sha256, identifier(Oid::DsaWithSha256));
     case EllipticCurveKey: {
         const Digest &digest = curveDigest(key.bits());
         return scheme(digest, identifier(digest.curveSignature));
     }
     case Gost2001Key:
-        return scheme(Gost94, identifier("1.2.643.2.2.19"));
+        return scheme(Gost94, identifier(Oid::GostKey2001));
     case Gost2012Key256:
-        return scheme(Streebog256, identifier("1.2.643.7.1.1.1.1"));
+        return scheme(Streebog256, identifier(Oid::GostKey256));
     case Gost2012Key512:
-        return scheme(Streebog512, identifier("1.2.643.7.1.1.1.2"));
+        return scheme(Streebog512, identifier(Oid::GostKey512));
     case OtherKey:
         return otherScheme(key);
     default:

@@ -19,12 +19,6 @@ namespace {
 /// Of a chain of filters, whose references are in the chain itself.
 using FilterChain = BioHandle;
 
-/// The OID arc of the Russian standards, 1.2.643, as it is encoded.
-bool mentionsGost(const QByteArray &der)
-{
-    return der.contains(QByteArray("\x2a\x85\x03", 3));
-}
-
 /// More signers than any document has: each costs a digest of the whole document at worst.
 constexpr int MostSigners = 100;
 
@@ -104,7 +98,7 @@ MessageReport checkMessage(const SignedMessage &message, const Content &outside,
                            const QList<QByteArray> &known, LongWork &work)
 {
     // Before anything is decoded: keys get their kind then.
-    if (mentionsGost(message.skeleton))
+    if (mayMentionGost(message.skeleton))
         loadGostEngine();
     const auto native =
         decodeNative<CmsHandle>(Der::sliceOf(message.skeleton), d2i_CMS_ContentInfo);

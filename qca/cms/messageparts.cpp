@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/cms/messageparts.h"
 
+#include "qca/asn1/attributeids.h"
 #include "qca/asn1/der.h"
 #include "qca/asn1/derwriter.h"
 #include "qca/base/bounds.h"
@@ -11,7 +12,6 @@ namespace Trivex {
 
 namespace {
 
-constexpr char SignedDataType[] = "1.2.840.113549.1.7.2";
 constexpr int StringInPieces = Der::OctetString | Der::ConstructedBit;
 
 class Splitter {
@@ -27,7 +27,7 @@ public:
         QByteArray type;
         QByteArray body;
         BerHeader wrapped;
-        return enter(Der::Sequence) && takeOid(&type) && oidOf(type) == SignedDataType
+        return enter(Der::Sequence) && takeOid(&type) && oidOf(type) == Oid::SignedData
             && enter(Der::context(0)) && m_reader.enter(Der::Sequence, &wrapped)
             && takeSignedData(wrapped, parts, &body) && finish(parts, type, body);
     }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/cms/messagewriter.h"
 
+#include "qca/asn1/attributeids.h"
 #include "qca/asn1/derwriter.h"
 #include "qca/keys/keyoperation.h"
 #include "qca/x509/certificatedata.h"
@@ -13,13 +14,6 @@
 namespace Trivex {
 
 namespace {
-
-constexpr char DataType[] = "1.2.840.113549.1.7.1";
-constexpr char SignedDataType[] = "1.2.840.113549.1.7.2";
-constexpr char ContentTypeAttribute[] = "1.2.840.113549.1.9.3";
-constexpr char MessageDigestAttribute[] = "1.2.840.113549.1.9.4";
-constexpr char SigningTimeAttribute[] = "1.2.840.113549.1.9.5";
-constexpr char SigningCertificateAttribute[] = "1.2.840.113549.1.9.16.2.47";
 
 QByteArray attribute(const char *oid, const QByteArray &value)
 {
@@ -78,10 +72,10 @@ MessageWriter::MessageWriter(const QByteArray &certificate, const QList<QByteArr
 
 void MessageWriter::setDigest(const QByteArray &digest, const QDateTime &time)
 {
-    m_attributes = members({attribute(ContentTypeAttribute, Der::writeOid(DataType)),
-                            attribute(MessageDigestAttribute, Der::write(Der::OctetString, digest)),
-                            attribute(SigningTimeAttribute, Der::writeTime(time)),
-                            attribute(SigningCertificateAttribute,
+    m_attributes = members({attribute(Oid::ContentType, Der::writeOid(Oid::Data)),
+                            attribute(Oid::MessageDigest, Der::write(Der::OctetString, digest)),
+                            attribute(Oid::SigningTime, Der::writeTime(time)),
+                            attribute(Oid::SigningCertificateV2,
                                       signingCertificate(m_certificate, m_issuer, m_serial))});
 }
 
@@ -112,7 +106,7 @@ void MessageWriter::attached(qint64 size, QByteArray *before, QByteArray *behind
     *behind = certificates() + Der::write(Der::Set, signerInfo());
     const QByteArray version = Der::write(Der::Integer, QByteArray(1, 1));
     const QByteArray digests = Der::write(Der::Set, m_scheme.digestAlgorithm);
-    const QByteArray type = Der::writeOid(DataType);
+    const QByteArray type = Der::writeOid(Oid::Data);
     const QByteArray string = hasDocument ? header(Der::OctetString, size) : QByteArray();
     const qint64 document = hasDocument ? string.size() + size : 0;
     const QByteArray wrapper = hasDocument ? header(Der::context(0), document) : QByteArray();
@@ -122,7 +116,7 @@ void MessageWriter::attached(qint64 size, QByteArray *before, QByteArray *behind
     const qint64 body = front.size() + qMax<qint64>(size, 0) + behind->size();
     const QByteArray data = header(Der::Sequence, body);
     const QByteArray explicitData = header(Der::context(0), data.size() + body);
-    const QByteArray outerType = Der::writeOid(SignedDataType);
+    const QByteArray outerType = Der::writeOid(Oid::SignedData);
     *before = header(Der::Sequence, outerType.size() + explicitData.size() + data.size() + body)
         + outerType + explicitData + data + front;
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/describe/algorithmtexts.h"
 
+#include "qca/asn1/algorithmids.h"
 #include "qca/describe/objectnames.h"
 
 #include <algorithm>
@@ -16,49 +17,47 @@ struct SignatureWords {
     const char *digest; ///< null for keys that digest by themselves
 };
 
-constexpr char RsaPss[] = "1.2.840.113549.1.1.10";
-
 constexpr SignatureWords Signatures[] = {
-    {"1.2.840.113549.1.1.2", "RSA", "MD2"},
-    {"1.2.840.113549.1.1.3", "RSA", "MD4"},
-    {"1.2.840.113549.1.1.4", "RSA", "MD5"},
-    {"1.2.840.113549.1.1.5", "RSA", "SHA-1"},
-    {"1.3.14.3.2.29", "RSA", "SHA-1"},
-    {"1.3.36.3.3.1.2", "RSA", "RIPEMD-160"},
-    {"1.2.840.113549.1.1.11", "RSA", "SHA-256"},
-    {"1.2.840.113549.1.1.12", "RSA", "SHA-384"},
-    {"1.2.840.113549.1.1.13", "RSA", "SHA-512"},
-    {"1.2.840.113549.1.1.14", "RSA", "SHA-224"},
-    {"1.2.840.113549.1.1.15", "RSA", "SHA-512/224"},
-    {"1.2.840.113549.1.1.16", "RSA", "SHA-512/256"},
-    {"2.16.840.1.101.3.4.3.13", "RSA", "SHA3-224"},
-    {"2.16.840.1.101.3.4.3.14", "RSA", "SHA3-256"},
-    {"2.16.840.1.101.3.4.3.15", "RSA", "SHA3-384"},
-    {"2.16.840.1.101.3.4.3.16", "RSA", "SHA3-512"},
-    {"1.2.840.10045.4.1", "ECDSA", "SHA-1"},
-    {"1.2.840.10045.4.3.1", "ECDSA", "SHA-224"},
-    {"1.2.840.10045.4.3.2", "ECDSA", "SHA-256"},
-    {"1.2.840.10045.4.3.3", "ECDSA", "SHA-384"},
-    {"1.2.840.10045.4.3.4", "ECDSA", "SHA-512"},
-    {"2.16.840.1.101.3.4.3.9", "ECDSA", "SHA3-224"},
-    {"2.16.840.1.101.3.4.3.10", "ECDSA", "SHA3-256"},
-    {"2.16.840.1.101.3.4.3.11", "ECDSA", "SHA3-384"},
-    {"2.16.840.1.101.3.4.3.12", "ECDSA", "SHA3-512"},
-    {"1.2.840.10040.4.3", "DSA", "SHA-1"},
-    {"2.16.840.1.101.3.4.3.1", "DSA", "SHA-224"},
-    {"2.16.840.1.101.3.4.3.2", "DSA", "SHA-256"},
-    {"2.16.840.1.101.3.4.3.3", "DSA", "SHA-384"},
-    {"2.16.840.1.101.3.4.3.4", "DSA", "SHA-512"},
-    {"1.3.101.112", "Ed25519", nullptr},
-    {"1.3.101.113", "Ed448", nullptr},
-    {"2.16.840.1.101.3.4.3.17", "ML-DSA-44", nullptr},
-    {"2.16.840.1.101.3.4.3.18", "ML-DSA-65", nullptr},
-    {"2.16.840.1.101.3.4.3.19", "ML-DSA-87", nullptr},
-    {"1.2.156.10197.1.501", "SM2", "SM3"},
-    {"1.2.643.2.2.3", "GOST R 34.10-2001", "GOST R 34.11-94"},
-    {"1.2.643.2.2.4", "GOST R 34.10-94", "GOST R 34.11-94"},
-    {"1.2.643.7.1.1.3.2", "GOST R 34.10-2012", "GOST R 34.11-2012 (256 bit)"},
-    {"1.2.643.7.1.1.3.3", "GOST R 34.10-2012", "GOST R 34.11-2012 (512 bit)"},
+    {Oid::RsaWithMd2, "RSA", "MD2"},
+    {Oid::RsaWithMd4, "RSA", "MD4"},
+    {Oid::RsaWithMd5, "RSA", "MD5"},
+    {Oid::RsaWithSha1, "RSA", "SHA-1"},
+    {Oid::RsaWithSha1Old, "RSA", "SHA-1"},
+    {Oid::RsaWithRipemd160, "RSA", "RIPEMD-160"},
+    {Oid::RsaWithSha256, "RSA", "SHA-256"},
+    {Oid::RsaWithSha384, "RSA", "SHA-384"},
+    {Oid::RsaWithSha512, "RSA", "SHA-512"},
+    {Oid::RsaWithSha224, "RSA", "SHA-224"},
+    {Oid::RsaWithSha512Cut224, "RSA", "SHA-512/224"},
+    {Oid::RsaWithSha512Cut256, "RSA", "SHA-512/256"},
+    {Oid::RsaWithSha3Of224, "RSA", "SHA3-224"},
+    {Oid::RsaWithSha3Of256, "RSA", "SHA3-256"},
+    {Oid::RsaWithSha3Of384, "RSA", "SHA3-384"},
+    {Oid::RsaWithSha3Of512, "RSA", "SHA3-512"},
+    {Oid::EcdsaWithSha1, "ECDSA", "SHA-1"},
+    {Oid::EcdsaWithSha224, "ECDSA", "SHA-224"},
+    {Oid::EcdsaWithSha256, "ECDSA", "SHA-256"},
+    {Oid::EcdsaWithSha384, "ECDSA", "SHA-384"},
+    {Oid::EcdsaWithSha512, "ECDSA", "SHA-512"},
+    {Oid::EcdsaWithSha3Of224, "ECDSA", "SHA3-224"},
+    {Oid::EcdsaWithSha3Of256, "ECDSA", "SHA3-256"},
+    {Oid::EcdsaWithSha3Of384, "ECDSA", "SHA3-384"},
+    {Oid::EcdsaWithSha3Of512, "ECDSA", "SHA3-512"},
+    {Oid::DsaWithSha1, "DSA", "SHA-1"},
+    {Oid::DsaWithSha224, "DSA", "SHA-224"},
+    {Oid::DsaWithSha256, "DSA", "SHA-256"},
+    {Oid::DsaWithSha384, "DSA", "SHA-384"},
+    {Oid::DsaWithSha512, "DSA", "SHA-512"},
+    {Oid::Ed25519, "Ed25519", nullptr},
+    {Oid::Ed448, "Ed448", nullptr},
+    {Oid::MlDsa44, "ML-DSA-44", nullptr},
+    {Oid::MlDsa65, "ML-DSA-65", nullptr},
+    {Oid::MlDsa87, "ML-DSA-87", nullptr},
+    {Oid::Sm2WithSm3, "SM2", "SM3"},
+    {Oid::GostSignature2001, "GOST R 34.10-2001", "GOST R 34.11-94"},
+    {Oid::GostSignature94, "GOST R 34.10-94", "GOST R 34.11-94"},
+    {Oid::GostSignature256, "GOST R 34.10-2012", "GOST R 34.11-2012 (256 bit)"},
+    {Oid::GostSignature512, "GOST R 34.10-2012", "GOST R 34.11-2012 (512 bit)"},
 };
 
 struct DigestWord {
@@ -67,11 +66,8 @@ struct DigestWord {
 };
 
 constexpr DigestWord Digests[] = {
-    {"1.3.14.3.2.26", "SHA-1"},
-    {"2.16.840.1.101.3.4.2.1", "SHA-256"},
-    {"2.16.840.1.101.3.4.2.2", "SHA-384"},
-    {"2.16.840.1.101.3.4.2.3", "SHA-512"},
-    {"2.16.840.1.101.3.4.2.4", "SHA-224"},
+    {Oid::Sha1, "SHA-1"},     {Oid::Sha256, "SHA-256"}, {Oid::Sha384, "SHA-384"},
+    {Oid::Sha512, "SHA-512"}, {Oid::Sha224, "SHA-224"},
 };
 
 QString withDigest(const QString &key, const QString &digest)
@@ -119,7 +115,7 @@ QString signatureAlgorithmText(Der::Slice algorithm)
     if (!reader.next(Der::ObjectIdentifier, &oid))
         return objectText({});
     const QByteArray dotted = Der::oidText(oid);
-    if (dotted == RsaPss)
+    if (dotted == Oid::RsaPss)
         return withDigest(QStringLiteral("RSA-PSS"), pssDigest(reader.rest()));
     const auto *const found =
         std::find_if(std::begin(Signatures), std::end(Signatures),

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/describe/keytexts.h"
 
+#include "qca/asn1/algorithmids.h"
 #include "qca/describe/algorithmtexts.h"
 #include "qca/describe/objectnames.h"
 #include "qca/describe/words.h"
@@ -23,24 +24,24 @@ struct KeyKind {
 };
 
 constexpr KeyKind Kinds[] = {
-    {"1.2.840.113549.1.1.1", "RSA", Form::Rsa, 0},
-    {"1.2.840.113549.1.1.10", "RSA-PSS", Form::Rsa, 0},
-    {"1.2.840.113549.1.1.7", "RSA-OAEP", Form::Rsa, 0},
-    {"1.2.840.10040.4.1", "DSA", Form::Dsa, 0},
-    {"1.2.840.113549.1.3.1", "DH", Form::Dh, 0},
-    {"1.2.840.10046.2.1", "DH", Form::DhX942, 0},
-    {"1.2.840.10045.2.1", "Elliptic Curve", Form::Curve, 0},
-    {"1.3.101.110", "X25519", Form::Octets, 256},
-    {"1.3.101.111", "X448", Form::Octets, 448},
-    {"1.3.101.112", "Ed25519", Form::Octets, 256},
-    {"1.3.101.113", "Ed448", Form::Octets, 456},
-    {"1.2.643.2.2.20", "GOST R 34.10-94", Form::Gost, 1024},
-    {"1.2.643.2.2.19", "GOST R 34.10-2001", Form::Gost, 256},
-    {"1.2.643.7.1.1.1.1", "GOST R 34.10-2012", Form::Gost, 256},
-    {"1.2.643.7.1.1.1.2", "GOST R 34.10-2012", Form::Gost, 512},
-    {"2.16.840.1.101.3.4.3.17", "ML-DSA-44", Form::Octets, 0},
-    {"2.16.840.1.101.3.4.3.18", "ML-DSA-65", Form::Octets, 0},
-    {"2.16.840.1.101.3.4.3.19", "ML-DSA-87", Form::Octets, 0},
+    {Oid::RsaEncryption, "RSA", Form::Rsa, 0},
+    {Oid::RsaPss, "RSA-PSS", Form::Rsa, 0},
+    {Oid::RsaOaep, "RSA-OAEP", Form::Rsa, 0},
+    {Oid::Dsa, "DSA", Form::Dsa, 0},
+    {Oid::DhKeyAgreement, "DH", Form::Dh, 0},
+    {Oid::DhPublicNumber, "DH", Form::DhX942, 0},
+    {Oid::EcPublicKey, "Elliptic Curve", Form::Curve, 0},
+    {Oid::X25519, "X25519", Form::Octets, 256},
+    {Oid::X448, "X448", Form::Octets, 448},
+    {Oid::Ed25519, "Ed25519", Form::Octets, 256},
+    {Oid::Ed448, "Ed448", Form::Octets, 456},
+    {Oid::GostKey94, "GOST R 34.10-94", Form::Gost, 1024},
+    {Oid::GostKey2001, "GOST R 34.10-2001", Form::Gost, 256},
+    {Oid::GostKey256, "GOST R 34.10-2012", Form::Gost, 256},
+    {Oid::GostKey512, "GOST R 34.10-2012", Form::Gost, 512},
+    {Oid::MlDsa44, "ML-DSA-44", Form::Octets, 0},
+    {Oid::MlDsa65, "ML-DSA-65", Form::Octets, 0},
+    {Oid::MlDsa87, "ML-DSA-87", Form::Octets, 0},
 };
 
 struct Curve {
@@ -50,16 +51,11 @@ struct Curve {
 };
 
 constexpr Curve Curves[] = {
-    {"1.2.840.10045.3.1.1", "P-192 (prime192v1)", 192},
-    {"1.3.132.0.33", "P-224 (secp224r1)", 224},
-    {"1.2.840.10045.3.1.7", "P-256 (prime256v1)", 256},
-    {"1.3.132.0.34", "P-384 (secp384r1)", 384},
-    {"1.3.132.0.35", "P-521 (secp521r1)", 521},
-    {"1.3.132.0.10", "secp256k1", 256},
-    {"1.3.36.3.3.2.8.1.1.7", "brainpoolP256r1", 256},
-    {"1.3.36.3.3.2.8.1.1.11", "brainpoolP384r1", 384},
-    {"1.3.36.3.3.2.8.1.1.13", "brainpoolP512r1", 512},
-    {"1.2.156.10197.1.301", "SM2", 256},
+    {Oid::Prime192v1, "P-192 (prime192v1)", 192},   {Oid::Secp224r1, "P-224 (secp224r1)", 224},
+    {Oid::Prime256v1, "P-256 (prime256v1)", 256},   {Oid::Secp384r1, "P-384 (secp384r1)", 384},
+    {Oid::Secp521r1, "P-521 (secp521r1)", 521},     {Oid::Secp256k1, "secp256k1", 256},
+    {Oid::BrainpoolP256r1, "brainpoolP256r1", 256}, {Oid::BrainpoolP384r1, "brainpoolP384r1", 384},
+    {Oid::BrainpoolP512r1, "brainpoolP512r1", 512}, {Oid::Sm2Curve, "SM2", 256},
 };
 
 /// Parameters of GOST keys (RFC 4357, RFC 7836, RFC 9215): a digest, or a set of a curve.
@@ -70,21 +66,21 @@ struct GostName {
 };
 
 constexpr GostName GostNames[] = {
-    {"1.2.643.2.2.30.1", "GOST R 34.11-94", nullptr},
-    {"1.2.643.7.1.1.2.2", "GOST R 34.11-2012 (256 bit)", nullptr},
-    {"1.2.643.7.1.1.2.3", "GOST R 34.11-2012 (512 bit)", nullptr},
-    {"1.2.643.2.2.35.1", "GOST R 34.10-2001", "A"},
-    {"1.2.643.2.2.35.2", "GOST R 34.10-2001", "B"},
-    {"1.2.643.2.2.35.3", "GOST R 34.10-2001", "C"},
-    {"1.2.643.2.2.36.0", "GOST R 34.10-2001", "XA"},
-    {"1.2.643.2.2.36.1", "GOST R 34.10-2001", "XB"},
-    {"1.2.643.7.1.2.1.1.1", "GOST R 34.10-2012 (256 bit)", "A"},
-    {"1.2.643.7.1.2.1.1.2", "GOST R 34.10-2012 (256 bit)", "B"},
-    {"1.2.643.7.1.2.1.1.3", "GOST R 34.10-2012 (256 bit)", "C"},
-    {"1.2.643.7.1.2.1.1.4", "GOST R 34.10-2012 (256 bit)", "D"},
-    {"1.2.643.7.1.2.1.2.1", "GOST R 34.10-2012 (512 bit)", "A"},
-    {"1.2.643.7.1.2.1.2.2", "GOST R 34.10-2012 (512 bit)", "B"},
-    {"1.2.643.7.1.2.1.2.3", "GOST R 34.10-2012 (512 bit)", "C"},
+    {Oid::GostDigestSet94, "GOST R 34.11-94", nullptr},
+    {Oid::GostDigest256, "GOST R 34.11-2012 (256 bit)", nullptr},
+    {Oid::GostDigest512, "GOST R 34.11-2012 (512 bit)", nullptr},
+    {Oid::GostCurve2001A, "GOST R 34.10-2001", "A"},
+    {Oid::GostCurve2001B, "GOST R 34.10-2001", "B"},
+    {Oid::GostCurve2001C, "GOST R 34.10-2001", "C"},
+    {Oid::GostCurve2001Xa, "GOST R 34.10-2001", "XA"},
+    {Oid::GostCurve2001Xb, "GOST R 34.10-2001", "XB"},
+    {Oid::GostCurve256A, "GOST R 34.10-2012 (256 bit)", "A"},
+    {Oid::GostCurve256B, "GOST R 34.10-2012 (256 bit)", "B"},
+    {Oid::GostCurve256C, "GOST R 34.10-2012 (256 bit)", "C"},
+    {Oid::GostCurve256D, "GOST R 34.10-2012 (256 bit)", "D"},
+    {Oid::GostCurve512A, "GOST R 34.10-2012 (512 bit)", "A"},
+    {Oid::GostCurve512B, "GOST R 34.10-2012 (512 bit)", "B"},
+    {Oid::GostCurve512C, "GOST R 34.10-2012 (512 bit)", "C"},
 };
 
 template <class Row, size_t Size> const Row *rowOf(const Row (&table)[Size], const QByteArray &oid)

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/describe/extensionparts.h"
 
+#include "qca/asn1/extensionids.h"
 #include "qca/describe/nametexts.h"
 #include "qca/describe/objectnames.h"
 
@@ -86,9 +87,9 @@ bool addPoint(Der::Slice point, Lines *lines)
 QString accessMethod(Der::Slice oid)
 {
     const QByteArray dotted = Der::oidText(oid);
-    if (dotted == "1.3.6.1.5.5.7.48.1")
+    if (dotted == Oid::Ocsp)
         return QStringLiteral("OCSP");
-    if (dotted == "1.3.6.1.5.5.7.48.2") {
+    if (dotted == Oid::CaIssuers) {
         //% "Certificate of the issuer"
         return qtTrId("trivex-app-access-issuers");
     }

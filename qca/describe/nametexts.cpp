@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/describe/nametexts.h"
 
+#include "qca/asn1/attributeids.h"
 #include "qca/asn1/strings.h"
 #include "qca/describe/objectnames.h"
 #include "qca/x509/generalnames.h"
@@ -59,13 +60,13 @@ struct OtherKind {
 
 constexpr OtherKind OtherKinds[] = {
     //% "XMPP address"
-    {XmppAddress, QT_TRID_NOOP("trivex-app-name-xmpp")},
+    {Oid::XmppAddress, QT_TRID_NOOP("trivex-app-name-xmpp")},
     //% "User principal name"
-    {"1.3.6.1.4.1.311.20.2.3", QT_TRID_NOOP("trivex-app-name-principal")},
+    {Oid::PrincipalName, QT_TRID_NOOP("trivex-app-name-principal")},
     //% "E-mail"
-    {"1.3.6.1.5.5.7.8.9", QT_TRID_NOOP("trivex-app-name-mail")},
+    {Oid::SmtpMailbox, QT_TRID_NOOP("trivex-app-name-mail")},
     //% "Service"
-    {"1.3.6.1.5.5.7.8.7", QT_TRID_NOOP("trivex-app-name-service")},
+    {Oid::ServiceName, QT_TRID_NOOP("trivex-app-name-service")},
 };
 
 QString otherNameText(Der::Slice content)

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/describe/extensionparts.h"
 
+#include "qca/asn1/extensionids.h"
 #include "qca/describe/nametexts.h"
 #include "qca/describe/objectnames.h"
 
@@ -10,9 +11,6 @@
 namespace Trivex {
 
 namespace {
-
-constexpr char PracticeStatement[] = "1.3.6.1.5.5.7.2.1";
-constexpr char UserNotice[] = "1.3.6.1.5.5.7.2.2";
 
 /// UserNotice (RFC 5280, 4.2.1.4).
 void addNotice(Der::Slice notice, Lines *lines)
@@ -55,9 +53,9 @@ bool addQualifier(Der::Slice qualifier, Lines *lines)
     const QByteArray dotted = Der::oidText(oid);
     if (!parts.next(&value))
         lines->add(objectText(oid));
-    else if (dotted == UserNotice && value.tag == Der::Sequence)
+    else if (dotted == Oid::UserNotice && value.tag == Der::Sequence)
         addNotice(value.content, lines);
-    else if (dotted == PracticeStatement) {
+    else if (dotted == Oid::PracticeStatement) {
         //% "Rules"
         lines->add(labeledText(qtTrId("trivex-app-policy-rules"), valueText(value)));
     } else
@@ -86,17 +84,17 @@ struct StatementWord {
 /// ETSI EN 319 412-5 and RFC 3739.
 constexpr StatementWord Statements[] = {
     //% "Qualified certificate of the EU"
-    {"0.4.0.1862.1.1", QT_TRID_NOOP("trivex-app-qualified-eu")},
+    {Oid::QualifiedInEurope, QT_TRID_NOOP("trivex-app-qualified-eu")},
     //% "Limit of a transaction"
-    {"0.4.0.1862.1.2", QT_TRID_NOOP("trivex-app-qualified-limit")},
+    {Oid::TransactionLimit, QT_TRID_NOOP("trivex-app-qualified-limit")},
     //% "Years that documents are kept"
-    {"0.4.0.1862.1.3", QT_TRID_NOOP("trivex-app-qualified-retention")},
+    {Oid::RetentionPeriod, QT_TRID_NOOP("trivex-app-qualified-retention")},
     //% "The key is on a qualified device"
-    {"0.4.0.1862.1.4", QT_TRID_NOOP("trivex-app-qualified-device")},
+    {Oid::SecureDevice, QT_TRID_NOOP("trivex-app-qualified-device")},
     //% "Statements of the authority"
-    {"0.4.0.1862.1.5", QT_TRID_NOOP("trivex-app-qualified-statements")},
+    {Oid::DisclosureStatements, QT_TRID_NOOP("trivex-app-qualified-statements")},
     //% "What it is for"
-    {"0.4.0.1862.1.6", QT_TRID_NOOP("trivex-app-qualified-type")},
+    {Oid::CertificateKind, QT_TRID_NOOP("trivex-app-qualified-type")},
 };
 
 QString statementName(Der::Slice oid)

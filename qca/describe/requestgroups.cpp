@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/describe/groups.h"
 
+#include "qca/asn1/attributeids.h"
 #include "qca/describe/extensiontexts.h"
 #include "qca/describe/objectnames.h"
 #include "qca/describe/words.h"
@@ -10,9 +11,6 @@
 namespace Trivex {
 
 namespace {
-
-constexpr char ExtensionRequest[] = "1.2.840.113549.1.9.14";
-constexpr char MicrosoftExtensionRequest[] = "1.3.6.1.4.1.311.2.1.14";
 
 /// The values of one attribute, a line each as `extensionText` has them.
 ShownRow attributeRow(Der::Slice oid, Der::Slice values)
@@ -40,7 +38,8 @@ void addAttribute(Der::Slice attribute, QVector<ShownRow> *rows, QVector<ShownRo
         return;
     }
     const QByteArray dotted = Der::oidText(oid);
-    const bool hasExtensions = dotted == ExtensionRequest || dotted == MicrosoftExtensionRequest;
+    const bool hasExtensions =
+        dotted == Oid::ExtensionRequest || dotted == Oid::MicrosoftExtensionRequest;
     if (hasExtensions && Der::Reader(values).nextList(Der::Sequence, &list))
         *extensions += extensionRows(list);
     else if (rows->size() <= MaxShownRows)

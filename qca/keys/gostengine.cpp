@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "qca/keys/gostengine.h"
 
+#include "qca/asn1/algorithmids.h"
+#include "qca/asn1/oidoctets.h"
+
 #include <QtGlobal>
 
 // Engines are the only way to GOST that distributions ship; the interface is deprecated.
@@ -36,6 +39,12 @@ bool loadGostEngine()
 {
     static const bool loaded = load();
     return loaded;
+}
+
+bool mayMentionGost(const QByteArray &der)
+{
+    static constexpr Der::OidOctets Russia(Oid::RussianArc);
+    return der.contains(Russia.view());
 }
 
 } // namespace Trivex

@@ -2,16 +2,15 @@
 // SPDX-License-Identifier: MIT
 #include "qca/keys/gostpublickey.h"
 
+#include "qca/asn1/algorithmids.h"
 #include "qca/asn1/derwriter.h"
+#include "qca/asn1/oidoctets.h"
 #include "qca/keys/keytypes.h"
 #include "qca/keys/publickeyfields.h"
 
 namespace Trivex {
 
 namespace {
-
-constexpr char Digest94[] = "1.2.643.2.2.30.1";
-constexpr char Digest256[] = "1.2.643.7.1.1.2.2";
 
 struct Algorithm {
     int keyType;
@@ -20,9 +19,9 @@ struct Algorithm {
 };
 
 constexpr Algorithm Algorithms[] = {
-    {Gost2001Key, "1.2.643.2.2.19", 64},
-    {Gost2012Key256, "1.2.643.7.1.1.1.1", 64},
-    {Gost2012Key512, "1.2.643.7.1.1.1.2", 128},
+    {Gost2001Key, Oid::GostKey2001, 64},
+    {Gost2012Key256, Oid::GostKey256, 64},
+    {Gost2012Key512, Oid::GostKey512, 128},
 };
 
 const Algorithm *algorithmOf(int keyType)
@@ -50,9 +49,9 @@ struct CurveName {
 
 // RFC 7836, appendix B, gives the curves of 2001 new names. The two for key exchange are A and C.
 constexpr CurveName OldCurves[] = {
-    {"1.2.643.2.2.35.1", "1.2.643.7.1.2.1.1.2"}, {"1.2.643.2.2.35.2", "1.2.643.7.1.2.1.1.3"},
-    {"1.2.643.2.2.35.3", "1.2.643.7.1.2.1.1.4"}, {"1.2.643.2.2.36.0", "1.2.643.7.1.2.1.1.2"},
-    {"1.2.643.2.2.36.1", "1.2.643.7.1.2.1.1.4"},
+    {Oid::GostCurve2001A, Oid::GostCurve256B},  {Oid::GostCurve2001B, Oid::GostCurve256C},
+    {Oid::GostCurve2001C, Oid::GostCurve256D},  {Oid::GostCurve2001Xa, Oid::GostCurve256B},
+    {Oid::GostCurve2001Xb, Oid::GostCurve256D},
 };
 
 QByteArray newName(const QByteArray &curve)
@@ -64,11 +63,12 @@ QByteArray newName(const QByteArray &curve)
     return curve;
 }
 
-// 1.2.643, the arc of Russia, at the place of the algorithm: a quick way to rule out other keys.
+// The Russian arc at the place of the algorithm: a quick way to rule out other keys.
 bool mayBeGost(const QByteArray &publicInfo)
 {
+    static constexpr Der::OidOctets Russia(Oid::RussianArc);
     const int at = publicInfo.left(12).indexOf('\x06');
-    return at > 0 && publicInfo.mid(at + 2, 3) == QByteArray("\x2a\x85\x03", 3);
+    return at > 0 && publicInfo.mid(at + 2).startsWith(Russia.view());
 }
 
 QByteArray nextOid(Der::Reader *reader)
@@ -120,10 +120,11 @@ QByteArray GostPublicKey::publicInfo() const
 QByteArray GostPublicKey::digestToWrite(int keyType, const QByteArray &curve)
 {
     if (keyType == Gost2001Key)
-        return QByteArray(Digest94);
+        return QByteArray(Oid::GostDigestSet94);
     // Only for the names of 2001.
-    return keyType == Gost2012Key256 && curve.startsWith("1.2.643.2.2.") ? QByteArray(Digest256)
-                                                                         : QByteArray();
+    return keyType == Gost2012Key256 && curve.startsWith(Oid::GostArc2001)
+        ? QByteArray(Oid::GostDigest256)
+        : QByteArray();
 }
 
 QByteArray comparablePublicInfo(const QByteArray &publicInfo)

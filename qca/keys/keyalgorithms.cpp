@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "qca/keys/keyalgorithms.h"
 
+#include "qca/asn1/algorithmids.h"
+
 #include <array>
 
 namespace Trivex {
@@ -9,17 +11,17 @@ namespace Trivex {
 namespace {
 
 constexpr std::array<KeyAlgorithm, 11> Algorithms = {{
-    {"1.2.840.113549.1.1.1", RsaKey, 0},
-    {"1.2.840.10040.4.1", DsaKey, 0},
-    {"1.2.840.113549.1.3.1", DhKey, 0},
-    {"1.2.840.10046.2.1", DhKey, 0},
-    {"1.2.840.10045.2.1", EllipticCurveKey, 0},
-    {"1.2.643.2.2.19", Gost2001Key, 256},
-    {"1.2.643.7.1.1.1.1", Gost2012Key256, 256},
-    {"1.2.643.7.1.1.1.2", Gost2012Key512, 512},
-    {"1.3.101.112", OtherKey, 0},
-    {"1.3.101.113", OtherKey, 0},
-    {"1.2.840.113549.1.1.10", OtherKey, 0},
+    {Oid::RsaEncryption, RsaKey, 0},
+    {Oid::Dsa, DsaKey, 0},
+    {Oid::DhKeyAgreement, DhKey, 0},
+    {Oid::DhPublicNumber, DhKey, 0},
+    {Oid::EcPublicKey, EllipticCurveKey, 0},
+    {Oid::GostKey2001, Gost2001Key, 256},
+    {Oid::GostKey256, Gost2012Key256, 256},
+    {Oid::GostKey512, Gost2012Key512, 512},
+    {Oid::Ed25519, OtherKey, 0},
+    {Oid::Ed448, OtherKey, 0},
+    {Oid::RsaPss, OtherKey, 0},
 }};
 
 } // namespace

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/pkcs12/bundlereader.h"
 
+#include "qca/asn1/algorithmids.h"
 #include "qca/asn1/nativecoding.h"
 #include "qca/base/bounds.h"
 #include "qca/keys/algorithmerrors.h"
@@ -274,7 +275,7 @@ QCA::ConvertResult assemble(Contents contents, const BundlePassword &password, b
 QCA::ConvertResult readParsed(const QByteArray &der, PKCS12 *parsed, const Secret &password,
                               Bundle *bundle)
 {
-    if (macDigest(parsed).startsWith("1.2.643."))
+    if (macDigest(parsed).startsWith(Oid::RussianArc))
         loadGostEngine();
     const Safes safes(PKCS12_unpack_authsafes(parsed));
     const BundleMac mac(der, parsed);

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "qca/x509/certificateinfo.h"
 
+#include "qca/asn1/algorithmids.h"
+#include "qca/asn1/attributeids.h"
 #include "qca/keys/keys.h"
 #include "qca/x509/certificatedata.h"
 
@@ -21,11 +23,11 @@ struct SignatureName {
 
 // Those that QCA has no number for.
 constexpr std::array<SignatureName, 5> Names = {{
-    {"1.2.840.10045.4.3.2", EcdsaSha256Signature},
-    {"1.2.840.10045.4.3.3", EcdsaSha384Signature},
-    {"1.2.643.2.2.3", Gost2001Signature},
-    {"1.2.643.7.1.1.3.2", Gost2012Signature256},
-    {"1.2.643.7.1.1.3.3", Gost2012Signature512},
+    {Oid::EcdsaWithSha256, EcdsaSha256Signature},
+    {Oid::EcdsaWithSha384, EcdsaSha384Signature},
+    {Oid::GostSignature2001, Gost2001Signature},
+    {Oid::GostSignature256, Gost2012Signature256},
+    {Oid::GostSignature512, Gost2012Signature512},
 }};
 
 int numberOf(const QByteArray &oid)
@@ -97,7 +99,7 @@ std::optional<QString> streetAddress(const QCA::Certificate &certificate)
     const QCA::CertificateInfoOrdered subject = certificate.subjectInfoOrdered();
     for (const QCA::CertificateInfoPair &pair : subject) {
         if (pair.type().section() == QCA::CertificateInfoType::DN
-            && pair.type().id() == QLatin1String("2.5.4.9"))
+            && pair.type().id() == QLatin1String(Oid::Street))
             return cutStreet(pair.value());
     }
     return std::nullopt;

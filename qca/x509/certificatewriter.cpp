@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/x509/certificatewriter.h"
 
+#include "qca/asn1/attributeids.h"
 #include "qca/asn1/derwriter.h"
 #include "qca/keys/eckeycontext.h"
 #include "qca/keys/keyoperation.h"
@@ -17,9 +18,6 @@
 namespace Trivex {
 
 namespace {
-
-constexpr char ExtensionRequest[] = "1.2.840.113549.1.9.14";
-constexpr char ChallengePassword[] = "1.2.840.113549.1.9.7";
 
 QByteArray publicInfoOf(const QCA::PKeyBase *key)
 {
@@ -38,10 +36,10 @@ QByteArray requestAttributes(const QCA::CertificateOptions &options)
     QList<QByteArray> attributes;
     const QByteArray extensions = encodeExtensions(options, {});
     if (!options.challenge().isEmpty())
-        attributes +=
-            attribute(ChallengePassword, Der::write(Der::Utf8String, options.challenge().toUtf8()));
+        attributes += attribute(Oid::ChallengePassword,
+                                Der::write(Der::Utf8String, options.challenge().toUtf8()));
     if (!extensions.isEmpty())
-        attributes += attribute(ExtensionRequest, extensions);
+        attributes += attribute(Oid::ExtensionRequest, extensions);
     // The order that DER demands of a SET OF (X.690, 11.6).
     std::sort(attributes.begin(), attributes.end());
     return Der::write(Der::context(0), attributes.join());

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/x509/collectioncontext.h"
 
+#include "qca/asn1/attributeids.h"
 #include "qca/asn1/derwriter.h"
 #include "qca/x509/certificatecontext.h"
 #include "qca/x509/crlcontext.h"
@@ -10,9 +11,6 @@
 namespace Trivex {
 
 namespace {
-
-constexpr char SignedDataType[] = "1.2.840.113549.1.7.2";
-constexpr char Data[] = "1.2.840.113549.1.7.1";
 
 template <class Context, class List>
 void readMembers(const QList<QByteArray> &members, QCA::Provider *provider, List *list)
@@ -46,14 +44,14 @@ QByteArray CollectionContext::toPKCS7(const QList<QCA::CertContext *> &certifica
     for (const QCA::CRLContext *list : lists)
         listSet += list->toDER();
     QList<QByteArray> parts = {Der::writeInteger(QCA::BigInteger(1)), Der::write(Der::Set, {}),
-                               Der::writeSequence({Der::writeOid(Data)})};
+                               Der::writeSequence({Der::writeOid(Oid::Data)})};
     if (!certificateSet.isEmpty())
         parts += Der::write(Der::context(0), certificateSet);
     if (!listSet.isEmpty())
         parts += Der::write(Der::context(1), listSet);
     parts += Der::write(Der::Set, {});
     return Der::writeSequence(
-        {Der::writeOid(SignedDataType), Der::write(Der::context(0), Der::writeSequence(parts))});
+        {Der::writeOid(Oid::SignedData), Der::write(Der::context(0), Der::writeSequence(parts))});
 }
 
 QCA::ConvertResult CollectionContext::fromPKCS7(const QByteArray &der,

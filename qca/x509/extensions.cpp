@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/x509/extensions.h"
 
+#include "qca/asn1/extensionids.h"
 #include "qca/x509/names.h"
 #include "qca/x509/sharedtypes.h"
 
@@ -13,8 +14,6 @@ namespace {
 
 using Properties = QCA::CertContextProps;
 
-constexpr char CaIssuers[] = "1.3.6.1.5.5.7.48.2";
-constexpr char Ocsp[] = "1.3.6.1.5.5.7.48.1";
 constexpr int KeyUsageBits = 9;
 
 // An extension that does not decode wholly counts as absent, as in libcrypto.
@@ -193,9 +192,9 @@ bool readAccess(Der::Slice description, Properties *found)
         || !parts.atEnd() || !readUris(location.whole, &uris))
         return false;
     const QByteArray oid = Der::oidText(method);
-    if (oid == CaIssuers)
+    if (oid == Oid::CaIssuers)
         found->issuerLocations += uris;
-    else if (oid == Ocsp)
+    else if (oid == Oid::Ocsp)
         found->ocspLocations += uris;
     return true;
 }
@@ -249,7 +248,7 @@ void decodeIssuerNames(Der::Slice value, Properties *properties)
 }
 
 struct Decoder {
-    const char *oid;
+    Der::OidOctets oid;
     void (*decode)(Der::Slice value, Properties *properties);
 };
 
@@ -282,9 +281,9 @@ void decodeWith(const Decoder (&decoders)[Count], Der::Slice extensions, Propert
 
 } // namespace
 
-QByteArray findExtension(Der::Slice extensions, const char *oid)
+QByteArray findExtension(Der::Slice extensions, const Der::OidOctets &oid)
 {
-    const Der::Slice wanted = {oid, int(std::strlen(oid))};
+    const Der::Slice wanted = oid.slice();
     Der::Reader reader(extensions);
     Der::Slice extension;
     while (reader.next(Der::Sequence, &extension)) {

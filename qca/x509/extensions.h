@@ -3,6 +3,8 @@
 #pragma once
 
 #include "qca/asn1/der.h"
+#include "qca/asn1/extensionids.h"
+#include "qca/asn1/oidoctets.h"
 
 #include <QtCrypto>
 
@@ -16,26 +18,25 @@ void decodeExtensions(Der::Slice extensions, QCA::CertContextProps *properties);
 /// Adds only the alternative names.
 void decodeAlternativeNames(Der::Slice extensions, QCA::CertContextProps *properties);
 
-/// The content octets of the OIDs of extensions, by which they are found: making the dotted text
-/// of each extension would take longer than the search.
+/// The extensions that are looked for.
 namespace ExtensionOid {
-constexpr char SubjectKeyId[] = "\x55\x1D\x0E"; // 2.5.29.14
-constexpr char KeyUsage[] = "\x55\x1D\x0F"; // 2.5.29.15
-constexpr char SubjectAlternativeName[] = "\x55\x1D\x11"; // 2.5.29.17
-constexpr char IssuerAlternativeName[] = "\x55\x1D\x12"; // 2.5.29.18
-constexpr char BasicConstraints[] = "\x55\x1D\x13"; // 2.5.29.19
-constexpr char CrlNumber[] = "\x55\x1D\x14"; // 2.5.29.20
-constexpr char ReasonCode[] = "\x55\x1D\x15"; // 2.5.29.21
-constexpr char CrlDistributionPoints[] = "\x55\x1D\x1F"; // 2.5.29.31
-constexpr char CertificatePolicies[] = "\x55\x1D\x20"; // 2.5.29.32
-constexpr char AuthorityKeyId[] = "\x55\x1D\x23"; // 2.5.29.35
-constexpr char ExtendedKeyUsage[] = "\x55\x1D\x25"; // 2.5.29.37
-constexpr char AuthorityInfoAccess[] = "\x2B\x06\x01\x05\x05\x07\x01\x01"; // 1.3.6.1.5.5.7.1.1
+inline constexpr Der::OidOctets SubjectKeyId(Oid::SubjectKeyId);
+inline constexpr Der::OidOctets KeyUsage(Oid::KeyUsage);
+inline constexpr Der::OidOctets SubjectAlternativeName(Oid::SubjectAlternativeName);
+inline constexpr Der::OidOctets IssuerAlternativeName(Oid::IssuerAlternativeName);
+inline constexpr Der::OidOctets BasicConstraints(Oid::BasicConstraints);
+inline constexpr Der::OidOctets CrlNumber(Oid::CrlNumber);
+inline constexpr Der::OidOctets ReasonCode(Oid::ReasonCode);
+inline constexpr Der::OidOctets CrlDistributionPoints(Oid::CrlDistributionPoints);
+inline constexpr Der::OidOctets CertificatePolicies(Oid::CertificatePolicies);
+inline constexpr Der::OidOctets AuthorityKeyId(Oid::AuthorityKeyId);
+inline constexpr Der::OidOctets ExtendedKeyUsage(Oid::ExtendedKeyUsage);
+inline constexpr Der::OidOctets AuthorityInfoAccess(Oid::AuthorityInfoAccess);
 } // namespace ExtensionOid
 
-/// The content of the value of the extension `oid`, one of `ExtensionOid`; empty when there is
-/// none. A view of `extensions`, or a copy of a value in several pieces.
-QByteArray findExtension(Der::Slice extensions, const char *oid);
+/// The content of the value of the extension `oid`; empty when there is none. A view of
+/// `extensions`, or a copy of a value in several pieces.
+QByteArray findExtension(Der::Slice extensions, const Der::OidOctets &oid);
 
 /// The subject key identifier (RFC 5280, 4.2.1.2); empty without one.
 TRIVEX_QCA_EXPORT QByteArray subjectKeyIdIn(Der::Slice extensions);

@@ -3,6 +3,7 @@
 #include "qca/x509/extensions.h"
 
 #include "qca/asn1/derwriter.h"
+#include "qca/asn1/extensionids.h"
 #include "qca/x509/names.h"
 
 namespace Trivex {
@@ -78,13 +79,13 @@ QByteArray encodeExtensions(const QCA::CertificateOptions &options, const QByteA
             content += extension(oid, critical, value);
     };
     if (options.isCA())
-        add("2.5.29.19", true, basicConstraints(options));
+        add(Oid::BasicConstraints, true, basicConstraints(options));
     if (!subjectKeyId.isEmpty())
-        add("2.5.29.14", false, Der::write(Der::OctetString, subjectKeyId));
-    add("2.5.29.15", true, encodeKeyUsage(options.constraints()));
-    add("2.5.29.37", false, encodePurposes(options.constraints()));
-    add("2.5.29.17", false, encodeAlternativeNames(options.infoOrdered()));
-    add("2.5.29.32", false, policies(options.policies()));
+        add(Oid::SubjectKeyId, false, Der::write(Der::OctetString, subjectKeyId));
+    add(Oid::KeyUsage, true, encodeKeyUsage(options.constraints()));
+    add(Oid::ExtendedKeyUsage, false, encodePurposes(options.constraints()));
+    add(Oid::SubjectAlternativeName, false, encodeAlternativeNames(options.infoOrdered()));
+    add(Oid::CertificatePolicies, false, policies(options.policies()));
     return content.isEmpty() ? QByteArray() : Der::write(Der::Sequence, content);
 }
 

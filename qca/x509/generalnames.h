@@ -6,9 +6,6 @@
 
 namespace Trivex {
 
-/// The OtherName of an XMPP address (RFC 6120, 13.7.1.4).
-constexpr char XmppAddress[] = "1.3.6.1.5.5.7.8.5";
-
 /// Types of GeneralName (RFC 5280, 4.2.1.6) as their context tags.
 enum GeneralName {
     OtherName = Der::context(0),

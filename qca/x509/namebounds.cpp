@@ -38,7 +38,7 @@ int attributesIn(Der::Slice name)
     return count;
 }
 
-int addressesIn(Der::Slice extensions, const char *oid)
+int addressesIn(Der::Slice extensions, const Der::OidOctets &oid)
 {
     int count = 0;
     const QByteArray value = findExtension(extensions, oid);

@@ -4,7 +4,7 @@
 
 #include "qca/asn1/derwriter.h"
 #include "qca/asn1/elements.h"
-#include "qca/base/infotypes.h"
+#include "qca/x509/infotypes.h"
 #include "qca/x509/names.h"
 
 #include <algorithm>

@@ -2,9 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "qca/x509/names.h"
 
+#include "qca/asn1/attributeids.h"
 #include "qca/asn1/strings.h"
-#include "qca/base/infotypes.h"
 #include "qca/x509/generalnames.h"
+#include "qca/x509/infotypes.h"
 #include "qca/x509/sharedtypes.h"
 
 #include <QCache>
@@ -71,7 +72,7 @@ QString decodeXmpp(Der::Slice content)
     Der::Slice oid;
     Der::Slice wrapped;
     Der::Element value;
-    if (!reader.next(Der::ObjectIdentifier, &oid) || Der::oidText(oid) != XmppAddress
+    if (!reader.next(Der::ObjectIdentifier, &oid) || Der::oidText(oid) != Oid::XmppAddress
         || !reader.next(Der::context(0), &wrapped) || !Der::Reader(wrapped).next(&value))
         return {};
     return decodeString(value);

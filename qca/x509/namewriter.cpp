@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/x509/names.h"
 
+#include "qca/asn1/attributeids.h"
 #include "qca/asn1/derwriter.h"
 #include "qca/x509/generalnames.h"
 
@@ -19,21 +20,21 @@ struct ConfinedAttribute {
 };
 
 constexpr ConfinedAttribute Confined[] = {
-    {"2.5.4.5", Der::PrintableString}, // serial number
-    {"2.5.4.6", Der::PrintableString}, // country
-    {"2.5.4.20", Der::PrintableString}, // telephone number
-    {"2.5.4.24", Der::NumericString}, // X.121 address
-    {"2.5.4.46", Der::PrintableString}, // qualifier
-    {"1.3.6.1.5.5.7.9.3", Der::PrintableString}, // gender
-    {"1.3.6.1.5.5.7.9.4", Der::PrintableString}, // country of citizenship
-    {"1.3.6.1.5.5.7.9.5", Der::PrintableString}, // country of residence
-    {"1.2.840.113549.1.9.1", Der::Ia5String}, // mail address
-    {"0.9.2342.19200300.100.1.25", Der::Ia5String}, // domain component
-    {"1.2.643.3.131.1.1", Der::NumericString}, // INN
-    {"1.2.643.100.1", Der::NumericString}, // OGRN
-    {"1.2.643.100.3", Der::NumericString}, // SNILS
-    {"1.2.643.100.4", Der::NumericString}, // INNLE
-    {"1.2.643.100.5", Der::NumericString}, // OGRNIP
+    {Oid::SerialNumber, Der::PrintableString},
+    {Oid::Country, Der::PrintableString},
+    {Oid::Telephone, Der::PrintableString},
+    {Oid::X121Address, Der::NumericString},
+    {Oid::NameQualifier, Der::PrintableString},
+    {Oid::Gender, Der::PrintableString},
+    {Oid::Citizenship, Der::PrintableString},
+    {Oid::Residence, Der::PrintableString},
+    {Oid::EmailAddress, Der::Ia5String},
+    {Oid::DomainComponent, Der::Ia5String},
+    {Oid::Inn, Der::NumericString},
+    {Oid::Ogrn, Der::NumericString},
+    {Oid::Snils, Der::NumericString},
+    {Oid::Innle, Der::NumericString},
+    {Oid::Ogrnip, Der::NumericString},
 };
 
 bool fits(int tag, const QString &value)
@@ -86,7 +87,7 @@ QByteArray encodeGeneralName(QCA::CertificateInfoTypeKnown type, const QString &
     case QCA::XMPP:
         return Der::write(
             OtherName,
-            Der::writeOid(XmppAddress)
+            Der::writeOid(Oid::XmppAddress)
                 + Der::write(Der::context(0), Der::write(Der::Utf8String, value.toUtf8())));
     default:
         return {};

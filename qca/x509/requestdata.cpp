@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/x509/requestdata.h"
 
+#include "qca/asn1/attributeids.h"
 #include "qca/asn1/nativecoding.h"
 #include "qca/asn1/strings.h"
 #include "qca/base/bounds.h"
@@ -14,10 +15,6 @@
 namespace Trivex {
 
 namespace {
-
-constexpr char ExtensionRequest[] = "1.2.840.113549.1.9.14";
-constexpr char MicrosoftExtensionRequest[] = "1.3.6.1.4.1.311.2.1.14";
-constexpr char ChallengePassword[] = "1.2.840.113549.1.9.7";
 
 void decodeSignature(const SignedFields &fields, QCA::CertContextProps *properties)
 {
@@ -35,9 +32,9 @@ void decodeAttribute(Der::Slice attribute, QCA::CertContextProps *properties)
         || !Der::Reader(values).next(&value))
         return;
     const QByteArray oid = Der::oidText(oidContent);
-    if (oid == ChallengePassword) {
+    if (oid == Oid::ChallengePassword) {
         properties->challenge = decodeString(value);
-    } else if (oid == ExtensionRequest || oid == MicrosoftExtensionRequest) {
+    } else if (oid == Oid::ExtensionRequest || oid == Oid::MicrosoftExtensionRequest) {
         decodeAlternativeNames(value.content, properties);
         decodeExtensions(value.content, properties);
     }

@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "qca/x509/requestediting.h"
 
+#include "qca/asn1/attributeids.h"
 #include "qca/asn1/derwriter.h"
 #include "qca/asn1/elements.h"
+#include "qca/asn1/extensionids.h"
 #include "qca/asn1/handles.h"
 #include "qca/keys/keymaterial.h"
 #include "qca/x509/certificatewriter.h"
@@ -16,12 +18,6 @@
 namespace Trivex {
 
 namespace {
-
-constexpr char KeyUsage[] = "2.5.29.15";
-constexpr char AlternativeNames[] = "2.5.29.17";
-constexpr char ExtendedKeyUsage[] = "2.5.29.37";
-constexpr char ExtensionRequest[] = "1.2.840.113549.1.9.14";
-constexpr char MicrosoftExtensionRequest[] = "1.3.6.1.4.1.311.2.1.14";
 
 /// The elements of a list as they are, of which one may be exchanged. What can't be read stays
 /// behind them.
@@ -138,7 +134,7 @@ QByteArray editExtensions(const QByteArray &attribute, const ExtensionEdit &edit
     const QByteArray content = extensions.content();
     if (content.isEmpty() && others.isEmpty())
         return {};
-    return Der::writeSequence({Der::writeOid(known.isEmpty() ? ExtensionRequest : known),
+    return Der::writeSequence({Der::writeOid(known.isEmpty() ? Oid::ExtensionRequest : known),
                                Der::write(Der::Set, Der::write(Der::Sequence, content) + others)});
 }
 
@@ -147,7 +143,7 @@ void editAttributes(ElementList *attributes, const ExtensionEdit &edit)
 {
     const auto isExtensions = [](const QByteArray &attribute) {
         const QByteArray oid = oidOf(attribute);
-        return oid == ExtensionRequest || oid == MicrosoftExtensionRequest;
+        return oid == Oid::ExtensionRequest || oid == Oid::MicrosoftExtensionRequest;
     };
     int place = attributes->find([&](const QByteArray &attribute) {
         QByteArray others;
@@ -207,7 +203,7 @@ QList<ExtensionEdit> extensionEdits(const RequestedFields &before, const Request
 {
     QList<ExtensionEdit> edits;
     if (std::any_of(changes.cbegin(), changes.cend(), &isAlternative))
-        edits += {AlternativeNames, false, [changes](const QByteArray &value) {
+        edits += {Oid::SubjectAlternativeName, false, [changes](const QByteArray &value) {
                       return editAlternativeNames(value, changes);
                   }};
     const auto replace = [&edits](const char *oid, bool isCritical, const QByteArray &old,
@@ -215,8 +211,9 @@ QList<ExtensionEdit> extensionEdits(const RequestedFields &before, const Request
         if (value != old)
             edits += {oid, isCritical, [value](const QByteArray &) { return value; }};
     };
-    replace(KeyUsage, true, encodeKeyUsage(before.usages), encodeKeyUsage(after.usages));
-    replace(ExtendedKeyUsage, false, encodePurposes(before.usages), encodePurposes(after.usages));
+    replace(Oid::KeyUsage, true, encodeKeyUsage(before.usages), encodeKeyUsage(after.usages));
+    replace(Oid::ExtendedKeyUsage, false, encodePurposes(before.usages),
+            encodePurposes(after.usages));
     return edits;
 }
 

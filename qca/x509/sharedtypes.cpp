@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/x509/sharedtypes.h"
 
-#include "qca/base/infotypes.h"
+#include "qca/x509/infotypes.h"
 
 #include <QHash>
 

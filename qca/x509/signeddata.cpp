@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/x509/signeddata.h"
 
+#include "qca/asn1/attributeids.h"
 #include "qca/asn1/der.h"
 #include "qca/asn1/nativecoding.h"
 #include "qca/base/bounds.h"
@@ -9,8 +10,6 @@
 namespace Trivex {
 
 namespace {
-
-constexpr char SignedDataType[] = "1.2.840.113549.1.7.2";
 
 bool openContent(const QByteArray &der, Der::Slice *content)
 {
@@ -20,7 +19,7 @@ bool openContent(const QByteArray &der, Der::Slice *content)
     if (!Der::Reader(Der::sliceOf(der)).next(Der::Sequence, &info))
         return false;
     Der::Reader reader(info);
-    return reader.next(Der::ObjectIdentifier, &oid) && Der::oidText(oid) == SignedDataType
+    return reader.next(Der::ObjectIdentifier, &oid) && Der::oidText(oid) == Oid::SignedData
         && reader.next(Der::context(0), &wrapped) && Der::single(wrapped, Der::Sequence, content);
 }
 

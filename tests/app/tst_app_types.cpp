@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/singleinstance.h"
 #include "qca/base/certificaterows.h"
-#include "qca/base/infotypes.h"
 #include "qca/base/savedrequest.h"
+#include "qca/x509/infotypes.h"
 #include "tools/certificatedetails.h"
 #include "tools/certificatefile.h"
 #include "tools/checkdigits.h"

@@ -111,6 +111,10 @@ HIDDEN = (
     (re.compile(r"\bdata\((?:[^;]*?[(, ])?2[56]\d\)|\bcase 2[56]\d:|\bRole = 2[56]\d\b"),
      "a role by its number", ()),
     (re.compile(r"\b(?:SIGNAL|SLOT)\("), "a signal or slot by its text", ()),
+    (re.compile(r'"[0-2](?:\.\d+){2,}\.?"'), "an object identifier by its numbers",
+     # In the last of them it is the example in an empty field.
+     ("qca/asn1/", "tests/", "benchmarks/", "fuzz/", "tour/", "examples/",
+      "controls/RequestFields.qml")),
     (re.compile(r"\bCKR_\w"), "a code of PKCS#11", ("providers/", "tests/", "benchmarks/", "fuzz/")),
 )
 
@@ -123,6 +127,26 @@ def hidden():
             for pattern, what, rooms in HIDDEN:
                 if pattern.search(code) and not name(path).startswith(rooms or ("-",)):
                     yield f"{name(path)}:{number}: {what}"
+    yield from object_ids()
+
+
+def object_ids():
+    """Each object identifier has one name, and each name is used."""
+    sources = {path: text_of(path) for path in of_kind(".cpp", ".h")}
+    used = {word for path, text in sources.items() if not name(path).startswith("tests/")
+            for word in re.findall(r"\bOid::(\w+)", text)}
+    seen = {}
+    for path, text in sources.items():
+        if not name(path).startswith("qca/asn1/"):
+            continue
+        for word, dotted in re.findall(r'^inline constexpr char (\w+)\[\] = "([\d.]+)";', text, re.M):
+            if dotted in seen:
+                yield f"{name(path)}: {word} and {seen[dotted]} are both {dotted}"
+            if word not in used:
+                yield f"{name(path)}: nothing uses {word}"
+            seen[dotted] = word
+    if len(seen) < 100:
+        yield f"qca/asn1: only {len(seen)} object identifiers found"
 
 
 def licences():

@@ -3,12 +3,12 @@
 #include "qca/adapter/entries.h"
 #include "qca/adapter/keybundlefile.h"
 #include "qca/adapter/keygenerator.h"
-#include "qca/base/infotypes.h"
 #include "qca/base/providers.h"
 #include "qca/keys/keys.h"
 #include "qca/tokens/tokenregistry.h"
 #include "qca/tokens/tokens.h"
 #include "qca/x509/certificateinfo.h"
+#include "qca/x509/infotypes.h"
 
 #include <QtTest>
 

@@ -4,9 +4,9 @@
 // Requests with all that an authority may want, for keys of a real software token; the openssl
 // program says what is in them.
 #include "keystores/keystoremodel.h"
-#include "qca/base/infotypes.h"
 #include "qca/keys/keys.h"
 #include "qca/tokens/tokens.h"
+#include "qca/x509/infotypes.h"
 #include "requests/certificaterequest.h"
 #include "requests/certificaterequestmodel.h"
 #include "tests/pkcs11/pinprompt.h"

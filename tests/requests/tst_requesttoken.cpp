@@ -4,9 +4,9 @@
 // The life of requests with keys on a real software token, checked with the openssl program.
 #include "keystores/comboboxmodel.h"
 #include "keystores/keystoremodel.h"
-#include "qca/base/infotypes.h"
 #include "qca/questions/qcaaskerthread.h"
 #include "qca/tokens/tokens.h"
+#include "qca/x509/infotypes.h"
 #include "requests/certificaterequest.h"
 #include "requests/certificaterequestmodel.h"
 #include "tests/pkcs11/faultytoken.h"

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "qca/base/infotypes.h"
 #include "qca/base/providers.h"
 #include "qca/keys/gostengine.h"
 #include "qca/keys/keys.h"
 #include "qca/x509/certificatedata.h"
 #include "qca/x509/certificateinfo.h"
+#include "qca/x509/infotypes.h"
 #include "qca/x509/makecertificate.h"
 #include "tests/x509/corpus.h"
 #include "tests/x509/expectedproperties.h"

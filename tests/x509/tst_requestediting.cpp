@@ -6,8 +6,8 @@
 #include "qca/adapter/reading.h"
 #include "qca/adapter/requestmaking.h"
 #include "qca/asn1/der.h"
-#include "qca/base/infotypes.h"
 #include "qca/keys/keys.h"
+#include "qca/x509/infotypes.h"
 #include "tests/x509/corpus.h"
 
 #include <QTemporaryDir>

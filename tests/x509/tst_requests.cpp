@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "qca/adapter/entries.h"
 #include "qca/adapter/reading.h"
-#include "qca/base/infotypes.h"
 #include "qca/base/providers.h"
 #include "qca/keys/keys.h"
+#include "qca/x509/infotypes.h"
 #include "qca/x509/requestcontext.h"
 #include "tests/x509/corpus.h"
 

@@ -3,6 +3,7 @@
 #include "providers/pkcs11/contents/gostkeys.h"
 
 #include "providers/pkcs11/contents/publicinfo.h"
+#include "qca/asn1/algorithmids.h"
 #include "qca/asn1/derwriter.h"
 #include "qca/base/secret.h"
 #include "qca/keys/gostpublickey.h"
@@ -19,17 +20,13 @@ using Pkcs11::Template;
 
 namespace {
 
-constexpr char Digest94[] = "1.2.643.2.2.30.1";
-constexpr char Digest256[] = "1.2.643.7.1.1.2.2";
-constexpr char Digest512[] = "1.2.643.7.1.1.2.3";
-
 constexpr GostMechanisms Mechanisms[] = {
     {Gost2001Key, CKK_GOSTR3410, CKM_GOSTR3410, CKM_GOSTR3411, CKM_GOSTR3410_WITH_GOSTR3411,
-     "md_gost94", Digest94, 64},
+     "md_gost94", Oid::GostDigestSet94, 64},
     {Gost2012Key256, CKK_GOSTR3410, CKM_GOSTR3410, Tc26Base | 0x012, Tc26Base | 0x008,
-     "md_gost12_256", Digest256, 64},
+     "md_gost12_256", Oid::GostDigest256, 64},
     {Gost2012Key512, KeyTypeGost512, MechanismGost512Sign, Tc26Base | 0x013, Tc26Base | 0x009,
-     "md_gost12_512", Digest512, 128},
+     "md_gost12_512", Oid::GostDigest512, 128},
 };
 
 const GostMechanisms *mechanismsOf(int keyType)
@@ -49,20 +46,20 @@ struct NamedParameters {
 
 // Tokens know the first curve by its name of 2001 everywhere, by that of 2012 not always.
 constexpr NamedParameters Names[] = {
-    {"gost2012-256", Gost2012Key256, "1.2.643.2.2.35.1"},
-    {"gost2012-512", Gost2012Key512, "1.2.643.7.1.2.1.2.1"},
-    {"id-GostR3410-2001-CryptoPro-A-ParamSet", Gost2012Key256, "1.2.643.2.2.35.1"},
-    {"id-GostR3410-2001-CryptoPro-B-ParamSet", Gost2012Key256, "1.2.643.2.2.35.2"},
-    {"id-GostR3410-2001-CryptoPro-C-ParamSet", Gost2012Key256, "1.2.643.2.2.35.3"},
-    {"id-GostR3410-2001-CryptoPro-XchA-ParamSet", Gost2012Key256, "1.2.643.2.2.36.0"},
-    {"id-GostR3410-2001-CryptoPro-XchB-ParamSet", Gost2012Key256, "1.2.643.2.2.36.1"},
-    {"id-tc26-gost-3410-2012-256-paramSetA", Gost2012Key256, "1.2.643.7.1.2.1.1.1"},
-    {"id-tc26-gost-3410-2012-256-paramSetB", Gost2012Key256, "1.2.643.7.1.2.1.1.2"},
-    {"id-tc26-gost-3410-2012-256-paramSetC", Gost2012Key256, "1.2.643.7.1.2.1.1.3"},
-    {"id-tc26-gost-3410-2012-256-paramSetD", Gost2012Key256, "1.2.643.7.1.2.1.1.4"},
-    {"id-tc26-gost-3410-2012-512-paramSetA", Gost2012Key512, "1.2.643.7.1.2.1.2.1"},
-    {"id-tc26-gost-3410-2012-512-paramSetB", Gost2012Key512, "1.2.643.7.1.2.1.2.2"},
-    {"id-tc26-gost-3410-2012-512-paramSetC", Gost2012Key512, "1.2.643.7.1.2.1.2.3"},
+    {"gost2012-256", Gost2012Key256, Oid::GostCurve2001A},
+    {"gost2012-512", Gost2012Key512, Oid::GostCurve512A},
+    {"id-GostR3410-2001-CryptoPro-A-ParamSet", Gost2012Key256, Oid::GostCurve2001A},
+    {"id-GostR3410-2001-CryptoPro-B-ParamSet", Gost2012Key256, Oid::GostCurve2001B},
+    {"id-GostR3410-2001-CryptoPro-C-ParamSet", Gost2012Key256, Oid::GostCurve2001C},
+    {"id-GostR3410-2001-CryptoPro-XchA-ParamSet", Gost2012Key256, Oid::GostCurve2001Xa},
+    {"id-GostR3410-2001-CryptoPro-XchB-ParamSet", Gost2012Key256, Oid::GostCurve2001Xb},
+    {"id-tc26-gost-3410-2012-256-paramSetA", Gost2012Key256, Oid::GostCurve256A},
+    {"id-tc26-gost-3410-2012-256-paramSetB", Gost2012Key256, Oid::GostCurve256B},
+    {"id-tc26-gost-3410-2012-256-paramSetC", Gost2012Key256, Oid::GostCurve256C},
+    {"id-tc26-gost-3410-2012-256-paramSetD", Gost2012Key256, Oid::GostCurve256D},
+    {"id-tc26-gost-3410-2012-512-paramSetA", Gost2012Key512, Oid::GostCurve512A},
+    {"id-tc26-gost-3410-2012-512-paramSetB", Gost2012Key512, Oid::GostCurve512B},
+    {"id-tc26-gost-3410-2012-512-paramSetC", Gost2012Key512, Oid::GostCurve512C},
 };
 
 /// Dotted form of the one identifier in `der`; empty when it is none.
@@ -79,7 +76,7 @@ int keyTypeOf(CK_KEY_TYPE tokenType, const QByteArray &digest)
     if (tokenType == KeyTypeGost512)
         return Gost2012Key512;
     // The parameter sets of the digest of 1994 are all below one arc.
-    return digest.startsWith("1.2.643.2.2.30.") ? Gost2001Key : Gost2012Key256;
+    return digest.startsWith(Oid::GostDigestArc94) ? Gost2001Key : Gost2012Key256;
 }
 
 GostParameters parametersOf(int keyType, const QByteArray &curve)

@@ -3,6 +3,7 @@
 #include "providers/pkcs11/contents/keyindex.h"
 
 #include "providers/pkcs11/contents/gostkeys.h"
+#include "qca/asn1/algorithmids.h"
 #include "qca/keys/gostpublickey.h"
 #include "qca/keys/publickeyfields.h"
 
@@ -18,10 +19,10 @@ struct AlgorithmType {
 };
 
 constexpr AlgorithmType AlgorithmTypes[] = {
-    {"1.2.840.10045.2.1", CKK_EC},         {"1.2.840.113549.1.1.1", CKK_RSA},
-    {"1.3.101.112", CKK_EC_EDWARDS},       {"1.3.101.113", CKK_EC_EDWARDS},
-    {"1.2.643.2.2.19", CKK_GOSTR3410},     {"1.2.643.7.1.1.1.1", CKK_GOSTR3410},
-    {"1.2.643.7.1.1.1.2", KeyTypeGost512},
+    {Oid::EcPublicKey, CKK_EC},        {Oid::RsaEncryption, CKK_RSA},
+    {Oid::Ed25519, CKK_EC_EDWARDS},    {Oid::Ed448, CKK_EC_EDWARDS},
+    {Oid::GostKey2001, CKK_GOSTR3410}, {Oid::GostKey256, CKK_GOSTR3410},
+    {Oid::GostKey512, KeyTypeGost512},
 };
 
 /// Null for the algorithm of a key that is not used on tokens.

@@ -2,15 +2,13 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/contents/publicinfo.h"
 
+#include "qca/asn1/algorithmids.h"
 #include "qca/asn1/der.h"
 #include "qca/asn1/derwriter.h"
 
 namespace Trivex {
 
 namespace {
-
-constexpr char RsaEncryption[] = "1.2.840.113549.1.1.1";
-constexpr char EcPublicKey[] = "1.2.840.10045.2.1";
 
 struct EdwardsCurve {
     const char *oid; ///< of the algorithm of its keys, which is one for each curve
@@ -20,8 +18,8 @@ struct EdwardsCurve {
 };
 
 constexpr EdwardsCurve EdwardsCurves[] = {
-    {"1.3.101.112", "1.3.6.1.4.1.11591.15.1", "edwards25519", 32},
-    {"1.3.101.113", nullptr, "edwards448", 57},
+    {Oid::Ed25519, Oid::Edwards25519, "edwards25519", 32},
+    {Oid::Ed448, nullptr, "edwards448", 57},
 };
 
 bool isNamed(const EdwardsCurve &curve, const QByteArray &parameters)
@@ -49,14 +47,14 @@ QByteArray rsaPublicInfo(const QByteArray &modulus, const QByteArray &exponent)
         return {};
     const QByteArray key =
         Der::writeSequence({Der::writeUnsigned(modulus), Der::writeUnsigned(exponent)});
-    return publicInfo(RsaEncryption, Der::write(Der::Null, {}), key);
+    return publicInfo(Oid::RsaEncryption, Der::write(Der::Null, {}), key);
 }
 
 QByteArray ecPublicInfo(const QByteArray &parameters, const QByteArray &point)
 {
     if (parameters.isEmpty() || point.isEmpty())
         return {};
-    return publicInfo(EcPublicKey, parameters, point);
+    return publicInfo(Oid::EcPublicKey, parameters, point);
 }
 
 QByteArray edwardsPublicInfo(const QByteArray &parameters, const QByteArray &point)

@@ -3,6 +3,7 @@
 #include "providers/pkcs11/contexts/tokeneccontext.h"
 
 #include "providers/pkcs11/contents/gostkeys.h"
+#include "qca/asn1/algorithmids.h"
 #include "qca/asn1/derwriter.h"
 #include "qca/keys/keyoperation.h"
 #include "qca/keys/keys.h"
@@ -23,10 +24,10 @@ struct Curve {
 };
 
 constexpr Curve Curves[] = {
-    {"ec-secp256r1", CKK_EC, "1.2.840.10045.3.1.7", nullptr},
-    {"ec-secp384r1", CKK_EC, "1.3.132.0.34", nullptr},
-    {"ec-secp521r1", CKK_EC, "1.3.132.0.35", nullptr},
-    {"ed25519", CKK_EC_EDWARDS, "1.3.101.112", "edwards25519"},
+    {"ec-secp256r1", CKK_EC, Oid::Prime256v1, nullptr},
+    {"ec-secp384r1", CKK_EC, Oid::Secp384r1, nullptr},
+    {"ec-secp521r1", CKK_EC, Oid::Secp521r1, nullptr},
+    {"ed25519", CKK_EC_EDWARDS, Oid::Ed25519, "edwards25519"},
 };
 
 /// Without a curve for a name that is not known.

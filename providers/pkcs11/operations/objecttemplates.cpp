@@ -4,11 +4,12 @@
 
 #include "providers/pkcs11/calls/error.h"
 #include "providers/pkcs11/contents/gostkeys.h"
+#include "qca/asn1/algorithmids.h"
 #include "qca/asn1/derwriter.h"
-#include "qca/base/infotypes.h"
 #include "qca/base/secret.h"
 #include "qca/keys/keytypes.h"
 #include "qca/keys/publickeyfields.h"
+#include "qca/x509/infotypes.h"
 #include "qca/x509/names.h"
 
 #include <openssl/core_names.h>
@@ -112,8 +113,8 @@ struct EdwardsCurve {
 };
 
 constexpr EdwardsCurve EdwardsCurves[] = {
-    {EVP_PKEY_ED25519, "1.3.101.112"},
-    {EVP_PKEY_ED448, "1.3.101.113"},
+    {EVP_PKEY_ED25519, Oid::Ed25519},
+    {EVP_PKEY_ED448, Oid::Ed448},
 };
 
 /// Named by its OID, as PKCS#11 3.0, 2.3.5 allows; throws for a key of another kind.

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "qca/base/infotypes.h"
+#include "qca/x509/infotypes.h"
+
+#include "qca/asn1/attributeids.h"
 
 #include <array>
 
@@ -14,12 +16,7 @@ constexpr int LastOidType = IdentificationKindInfo;
 // Order 621 of the Russian federal security service (2020) for 3.131.1.1 and 100.x. Dotted OIDs,
 // because libcrypto has no short name for every one of them.
 constexpr std::array<const char *, LastOidType - FirstOidType + 1> Oids = {
-    "1.2.643.3.131.1.1", // INN
-    "1.2.643.100.1", // OGRN
-    "1.2.643.100.3", // SNILS
-    "1.2.643.100.4", // INNLE
-    "1.2.643.100.5", // OGRNIP
-    "1.2.643.100.114", // IdentificationKind
+    Oid::Inn, Oid::Ogrn, Oid::Snils, Oid::Innle, Oid::Ogrnip, Oid::IdentificationKind,
 };
 
 using TypeTable = std::array<QCA::CertificateInfoType, LastOidType + 1>;
