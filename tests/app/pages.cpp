@@ -3,12 +3,12 @@
 #include "tests/app/pages.h"
 
 #include "tests/app/steps.h"
+#include "tests/support/userfiles.h"
 
 #include <QDir>
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
-#include <QStandardPaths>
 #include <QtTest>
 
 namespace TrivexTest {
@@ -24,12 +24,6 @@ bool writeFile(const QString &path, const QByteArray &contents)
     QDir().mkpath(QFileInfo(path).absolutePath());
     QFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size();
-}
-
-QString userFolder()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QStringLiteral("/trivex/certificates/");
 }
 
 QString samplePicture(const QString &path)
@@ -186,12 +180,11 @@ void SampleData::putRevocationList() const
          QStringLiteral("-keyfile"), m_authority.file(QStringLiteral("ca.key")),
          QStringLiteral("-cert"), m_authority.certificateFile(), QStringLiteral("-crldays"),
          QStringLiteral("30")});
-    writeFile(userFolder() + QStringLiteral("list.crl"), list);
+    writeFile(userFile(QStringLiteral("list.crl")), list);
 }
 
 void SampleData::fillFiles(WindowEnvironment &environment)
 {
-    const QString user = userFolder();
     const QStringList lifetimes = {QStringLiteral("11"), QStringLiteral("700")};
     for (const QString &days : lifetimes) {
         const QString subject = days == lifetimes.first()
@@ -202,7 +195,7 @@ void SampleData::fillFiles(WindowEnvironment &environment)
              QStringLiteral("ed25519"), QStringLiteral("-nodes"), QStringLiteral("-keyout"),
              QStringLiteral("/dev/null"), QStringLiteral("-utf8"), QStringLiteral("-subj"), subject,
              QStringLiteral("-days"), days});
-        writeFile(user + days + QStringLiteral(".pem"), certificate);
+        writeFile(userFile(days + QStringLiteral(".pem")), certificate);
     }
     const QByteArray request = m_authority.openssl(
         {QStringLiteral("req"), QStringLiteral("-new"), QStringLiteral("-newkey"),

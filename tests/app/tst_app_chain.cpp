@@ -3,8 +3,8 @@
 #include "tests/app/pages.h"
 #include "tests/app/windowtest.h"
 #include "tests/chains/madechain.h"
+#include "tests/support/userfiles.h"
 
-#include <QStandardPaths>
 #include <QtTest>
 
 using namespace TrivexTest;
@@ -35,14 +35,9 @@ private Q_SLOTS:
 private:
     void prepare() override;
 
-    static QString folder()
-    {
-        return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-            + QStringLiteral("/trivex/certificates/");
-    }
     static bool keep(const char *name, const QByteArray &contents)
     {
-        return !writeTestFile(folder() + QString::fromUtf8(name), contents).isEmpty();
+        return !writeTestFile(userFile(QString::fromUtf8(name)), contents).isEmpty();
     }
     bool pick(const char *name);
     QString badge() const;
@@ -63,7 +58,7 @@ void TestAppChain::prepare()
 void TestAppChain::init()
 {
     m_window->window()->resize(1180, 760);
-    QFile::remove(folder() + QStringLiteral("list.crl"));
+    QFile::remove(userFile(QStringLiteral("list.crl")));
     QVERIFY(m_window->waitForItem(QStringLiteral("category-users")));
     QVERIFY(m_steps->show("users"));
     QVERIFY(pick("Chain Leaf"));
@@ -118,7 +113,7 @@ void TestAppChain::revokedMeanwhile()
 void TestAppChain::rootGoesAndComes()
 {
     QVERIFY(waitBadge("trivex-app-chain-good"));
-    QVERIFY(QFile::remove(folder() + QStringLiteral("root.pem")));
+    QVERIFY(QFile::remove(userFile(QStringLiteral("root.pem"))));
     QVERIFY(waitBadge("trivex-app-chain-unknown"));
     QVERIFY(m_steps->text("chainMessage").contains(QStringLiteral("Chain Root")));
     QVERIFY(keep("root.pem", certificatePem(m_root.der())));
@@ -222,7 +217,7 @@ void TestAppChain::forAPurpose()
     QVERIFY(pick("Chain Leaf"));
     QVERIFY(waitBadge("trivex-app-chain-good"));
     QCOMPARE(m_window->item(QStringLiteral("chainPurpose"))->property("currentIndex").toInt(), 0);
-    QVERIFY(QFile::remove(folder() + QStringLiteral("mail.pem")));
+    QVERIFY(QFile::remove(userFile(QStringLiteral("mail.pem"))));
 }
 
 // From a file into one's own files, where it counts; and out of them again.
@@ -237,7 +232,7 @@ void TestAppChain::listIsImportedAndRemoved()
     QVERIFY(m_steps->press("importAccept"));
     QVERIFY(m_steps->waitClosed("importDialog"));
     QVERIFY(waitBadge("trivex-app-chain-bad"));
-    const QString path = folder() + QStringLiteral("Chain Middle.crl");
+    const QString path = userFile(QStringLiteral("Chain Middle.crl"));
     QVERIFY(QFile::exists(path));
     QVERIFY(m_window->waitForItem(QStringLiteral("listsNotice")));
     QVERIFY(QMetaObject::invokeMethod(m_window->object(QStringLiteral("listsNotice")), "action"));

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/app/windowtest.h"
 #include "tests/chains/madechain.h"
+#include "tests/support/userfiles.h"
 
-#include <QStandardPaths>
 #include <QtTest>
 
 using namespace TrivexTest;
@@ -34,11 +34,9 @@ private:
 
 void TestAppChainToken::prepare()
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QStringLiteral("/trivex/certificates/");
-    QVERIFY(!writeTestFile(folder + QStringLiteral("root.pem"), certificatePem(m_root.der()))
+    QVERIFY(!writeTestFile(userFile(QStringLiteral("root.pem")), certificatePem(m_root.der()))
                  .isEmpty());
-    QVERIFY(!writeTestFile(folder + QStringLiteral("leaf.pem"), certificatePem(m_leaf.der()))
+    QVERIFY(!writeTestFile(userFile(QStringLiteral("leaf.pem")), certificatePem(m_leaf.der()))
                  .isEmpty());
     QVERIFY(m_token.writeObject(QStringLiteral("cert"), m_middle.der(), QStringLiteral("07"),
                                 QStringLiteral("middle")));

@@ -3,6 +3,7 @@
 #include "tests/app/filedialogs.h"
 #include "tests/app/windowtest.h"
 #include "tests/pkcs11/faultytoken.h"
+#include "tests/support/userfiles.h"
 
 #include <QDir>
 #include <QtTest>
@@ -59,9 +60,7 @@ void TestAppCms::prepare()
     QVERIFY(put("rsa:2048", QStringLiteral("01"), "/CN=Signer"));
     QVERIFY(put("EC:secp384r1", QStringLiteral("02"), "/CN=Voter"));
     // The user trusts the authority.
-    const QString users = inHome(QStringLiteral("xdg_data_home/trivex/certificates"));
-    QVERIFY(QDir().mkpath(users));
-    QVERIFY(!writeTestFile(users + QStringLiteral("/root.pem"), toPem(m_authority.certificate()))
+    QVERIFY(!writeTestFile(userFile(QStringLiteral("root.pem")), toPem(m_authority.certificate()))
                  .isEmpty());
 }
 
@@ -334,7 +333,7 @@ void TestAppCms::strangersMessage()
     QVERIFY(verdictDetail().contains(QLatin1String("Stranger")));
     QVERIFY(m_window->waitForItem(QStringLiteral("saveDocument")));
     // Once the user trusts the certificate, the page says so by itself; and no more afterwards.
-    const QString trusted = inHome(QStringLiteral("xdg_data_home/trivex/certificates/strange.pem"));
+    const QString trusted = userFile(QStringLiteral("strange.pem"));
     QVERIFY(QFile::copy(m_authority.file(QStringLiteral("strange.pem")), trusted));
     QTRY_COMPARE_WITH_TIMEOUT(verdict(), qtTrId("trivex-app-signer-good"), 10000);
     QVERIFY(QFile::remove(trusted));

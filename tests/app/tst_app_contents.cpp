@@ -3,6 +3,7 @@
 #include "tests/app/filedialogs.h"
 #include "tests/app/pages.h"
 #include "tests/app/windowtest.h"
+#include "tests/support/userfiles.h"
 
 #include <QClipboard>
 #include <QCryptographicHash>
@@ -65,7 +66,6 @@ private:
     bool choosePlace(const QString &name);
     bool import();
     QStringList files() const;
-    QString folder() const { return inHome(QStringLiteral("xdg_data_home/trivex/certificates")); }
     /// All that the dialog of one thing says.
     QString details() const;
     void removeFiles();
@@ -159,7 +159,7 @@ bool TestAppContents::import()
 
 QStringList TestAppContents::files() const
 {
-    return QDir(folder()).entryList(QDir::Files);
+    return QDir(userFolder()).entryList(QDir::Files);
 }
 
 QString TestAppContents::details() const
@@ -180,7 +180,7 @@ void TestAppContents::removeFiles()
 {
     const QStringList names = files();
     for (const QString &name : names)
-        QFile::remove(folder() + QLatin1Char('/') + name);
+        QFile::remove(userFile(name));
 }
 
 void TestAppContents::everyWay_data()
@@ -376,7 +376,7 @@ void TestAppContents::bundleIntoMyFiles()
     QCOMPARE(files().size(), 2);
     QCOMPARE(m_token.objectCount(), before);
     for (const QString &name : files()) {
-        QFile file(folder() + QLatin1Char('/') + name);
+        QFile file(userFile(name));
         QVERIFY(file.open(QIODevice::ReadOnly));
         QVERIFY(!file.readAll().contains("PRIVATE"));
     }
@@ -386,17 +386,17 @@ void TestAppContents::bundleIntoMyFiles()
 void TestAppContents::myFilesCannotBeWritten()
 {
     // In the place of the folder, so that nobody can write there, whatever he may do.
-    const QString aside = folder() + QStringLiteral(".aside");
-    QVERIFY(QFile::rename(folder(), aside));
-    make("xdg_data_home/trivex/certificates", "a file");
+    const QString aside = userFolder() + QStringLiteral(".aside");
+    QVERIFY(QFile::rename(userFolder(), aside));
+    writeTestFile(userFolder(), "a file");
     QVERIFY(bring(Drop, make("in/one.pem", certificate("Homeless"))));
     QVERIFY(m_steps->waitEnabled("importAccept"));
     QVERIFY(choosePlace(qtTrId("trivex-app-category-users")));
     QVERIFY(m_window->click(QStringLiteral("importAccept")));
     QTRY_COMPARE(m_steps->text("importFailure"), qtTrId("trivex-app-write-no-folder"));
     QVERIFY(m_window->isOpen(QStringLiteral("importDialog")));
-    QVERIFY(QFile::remove(folder()));
-    QVERIFY(QFile::rename(aside, folder()));
+    QVERIFY(QFile::remove(userFolder()));
+    QVERIFY(QFile::rename(aside, userFolder()));
     // Where it is there again, the same step works.
     QVERIFY(import());
     QCOMPARE(files(), QStringList{QStringLiteral("Homeless.pem")});
@@ -415,7 +415,7 @@ void TestAppContents::closedWhileItWrites()
 {
     QFETCH(bool, good);
     const QString saved = inHome(QStringLiteral("CertificateRequest/First.csr"));
-    const QString aside = folder() + QStringLiteral(".aside");
+    const QString aside = userFolder() + QStringLiteral(".aside");
     QVERIFY(bring(Drop,
                   make("in/first.pem",
                        good ? run(QStringLiteral("req -new -key key.pem -subj /CN=First"))
@@ -423,8 +423,8 @@ void TestAppContents::closedWhileItWrites()
     QVERIFY(m_steps->waitEnabled("importAccept"));
     if (!good) {
         QVERIFY(choosePlace(qtTrId("trivex-app-category-users")));
-        QVERIFY(QFile::rename(folder(), aside));
-        make("xdg_data_home/trivex/certificates", "a file");
+        QVERIFY(QFile::rename(userFolder(), aside));
+        writeTestFile(userFolder(), "a file");
     }
     QObject *dialog = m_window->object(QStringLiteral("importDialog"));
     const QString next = make("in/next.pem", certificate("Next") + certificate("Last"));
@@ -448,7 +448,7 @@ void TestAppContents::closedWhileItWrites()
     if (good)
         QVERIFY(QFile::remove(saved));
     else
-        QVERIFY(QFile::remove(folder()) && QFile::rename(aside, folder()));
+        QVERIFY(QFile::remove(userFolder()) && QFile::rename(aside, userFolder()));
     m_window->takeWarnings();
 }
 

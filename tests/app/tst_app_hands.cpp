@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: MIT
 #include "tests/app/filedialogs.h"
 #include "tests/app/windowtest.h"
+#include "tests/support/userfiles.h"
 
 #include <QClipboard>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileDialog>
-#include <QStandardPaths>
 #include <QStyleHints>
 #include <QtTest>
 
@@ -81,8 +81,7 @@ private:
 
 QString TestAppHands::userFile(const QString &name) const
 {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QStringLiteral("/trivex/certificates/") + name + QStringLiteral(".pem");
+    return TrivexTest::userFile(name + QStringLiteral(".pem"));
 }
 
 bool TestAppHands::addUser(const Person &person) const

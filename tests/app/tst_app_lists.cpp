@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "tests/app/samplewindowtest.h"
+#include "tests/support/userfiles.h"
 
 #include <QClipboard>
 #include <QCryptographicHash>
 #include <QFontDatabase>
 #include <QLocale>
-#include <QStandardPaths>
 #include <QtTest>
 
 using namespace TrivexTest;
@@ -74,9 +74,7 @@ bool TestAppLists::addNumbers(const QString &name, const QString &numbers) const
          QStringLiteral("-newkey"), QStringLiteral("ed25519"), QStringLiteral("-nodes"),
          QStringLiteral("-keyout"), QStringLiteral("/dev/null"), QStringLiteral("-utf8"),
          QStringLiteral("-subj"), QStringLiteral("/CN=") + name + numbers});
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QStringLiteral("/trivex/certificates/");
-    return !pem.isEmpty() && !writeTestFile(folder + name + QStringLiteral(".pem"), pem).isEmpty();
+    return !pem.isEmpty() && !writeTestFile(userFile(name + QStringLiteral(".pem")), pem).isEmpty();
 }
 
 void TestAppLists::prepare()
@@ -161,10 +159,8 @@ void TestAppLists::searchByTaxNumber()
 
 void TestAppLists::searchByWhatTheDetailsShow()
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QStringLiteral("/trivex/certificates/");
     const QByteArray der = m_authority.openssl({QStringLiteral("x509"), QStringLiteral("-in"),
-                                                folder + QStringLiteral("Right numbers.pem"),
+                                                userFile(QStringLiteral("Right numbers.pem")),
                                                 QStringLiteral("-outform"), QStringLiteral("DER")});
     const QByteArray digest = QCryptographicHash::hash(der, QCryptographicHash::Sha256);
     QVERIFY(m_steps->show("users"));

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "tests/app/windowtest.h"
+#include "tests/support/userfiles.h"
 
 #include <QDir>
 #include <QSaveFile>
-#include <QStandardPaths>
 #include <QThread>
 #include <QtTest>
 
@@ -57,7 +57,6 @@ private:
     void prepare() override;
     void arrive() override { show("users"); }
 
-    QString directory() const;
     void show(const char *category);
     void writeAll();
     void removeAll();
@@ -79,13 +78,7 @@ void TestAppRows::prepare()
          QStringLiteral("-outform"), QStringLiteral("DER"), QStringLiteral("-days"),
          QStringLiteral("900")});
     QVERIFY(m_certificate.contains("Person 00000"));
-    QVERIFY(QDir().mkpath(directory()));
-}
-
-QString TestAppRows::directory() const
-{
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QStringLiteral("/trivex/certificates");
+    QVERIFY(QDir().mkpath(userFolder()));
 }
 
 void TestAppRows::show(const char *category)
@@ -103,8 +96,8 @@ void TestAppRows::writeAll()
             QByteArray one = m_certificate;
             one.replace("Person 00000", "Person " + number);
             // Whole or not at all: the store reads what it sees at once.
-            QSaveFile file(directory() + QStringLiteral("/person-") + QString::fromLatin1(number)
-                           + QStringLiteral(".pem"));
+            QSaveFile file(userFile(QStringLiteral("person-") + QString::fromLatin1(number)
+                                    + QStringLiteral(".pem")));
             if (!file.open(QIODevice::WriteOnly) || file.write(pem(one)) < 1 || !file.commit())
                 qFatal("can't write a certificate");
         }
@@ -118,8 +111,8 @@ void TestAppRows::removeAll()
 {
     // With its directory, so that the list empties at once.
     closeWindow();
-    QVERIFY(QDir(directory()).removeRecursively());
-    QVERIFY(QDir().mkpath(directory()));
+    QVERIFY(QDir(userFolder()).removeRecursively());
+    QVERIFY(QDir().mkpath(userFolder()));
     openWindow();
     show("users");
 }

@@ -3,12 +3,12 @@
 #include "tests/app/filedialogs.h"
 #include "tests/app/pages.h"
 #include "tests/app/windowtest.h"
+#include "tests/support/userfiles.h"
 
 #include <QAbstractButton>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
-#include <QStandardPaths>
 #include <QtTest>
 
 #include <algorithm>
@@ -83,8 +83,7 @@ void TestAppSelection::init()
 
 QString TestAppSelection::userFile(const char *name) const
 {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QStringLiteral("/trivex/certificates/") + QLatin1String(name) + QStringLiteral(".pem");
+    return TrivexTest::userFile(QLatin1String(name) + QStringLiteral(".pem"));
 }
 
 bool TestAppSelection::addUser(const char *name) const

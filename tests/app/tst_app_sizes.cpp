@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "tests/app/windowtest.h"
+#include "tests/support/userfiles.h"
 
 #include <QScreen>
 #include <QSettings>
-#include <QStandardPaths>
 #include <QtTest>
 
 using namespace TrivexTest;
@@ -42,15 +42,13 @@ private:
 
 void TestAppSizes::prepare()
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QStringLiteral("/trivex/certificates/");
     for (int i = 0; i < Rows; ++i) {
         const QString name = QStringLiteral("Person %1").arg(i, 2, 10, QLatin1Char('0'));
         const QByteArray certificate = m_authority.openssl(
             {QStringLiteral("req"), QStringLiteral("-x509"), QStringLiteral("-newkey"),
              QStringLiteral("ed25519"), QStringLiteral("-nodes"), QStringLiteral("-keyout"),
              QStringLiteral("/dev/null"), QStringLiteral("-subj"), QStringLiteral("/CN=") + name});
-        QVERIFY(!writeTestFile(folder + name + QStringLiteral(".pem"), certificate).isEmpty());
+        QVERIFY(!writeTestFile(userFile(name + QStringLiteral(".pem")), certificate).isEmpty());
     }
 }
 

@@ -2,20 +2,14 @@
 // SPDX-License-Identifier: MIT
 #include "qca/asn1/pem.h"
 #include "tests/app/samplewindowtest.h"
+#include "tests/support/userfiles.h"
 
 #include <QDir>
-#include <QStandardPaths>
 #include <QtTest>
 
 using namespace TrivexTest;
 
 namespace {
-
-QString userFolder()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QStringLiteral("/trivex/certificates");
-}
 
 QByteArray contentsOf(const QString &path)
 {

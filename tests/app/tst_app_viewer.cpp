@@ -3,12 +3,12 @@
 #include "tests/app/filedialogs.h"
 #include "tests/app/pages.h"
 #include "tests/app/windowtest.h"
+#include "tests/support/userfiles.h"
 
 #include <QClipboard>
 #include <QCryptographicHash>
 #include <QDesktopServices>
 #include <QFileDialog>
-#include <QStandardPaths>
 #include <QtTest>
 
 #include <csignal>
@@ -93,15 +93,13 @@ void TestAppViewer::prepare()
                            "keyUsage=critical,keyAgreement -addext 1.2.3.4.5.6=DER:c0ffee "
                            "-addext nameConstraints=permitted;DNS:.example.org")
                 .split(QLatin1Char(' ')));
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QStringLiteral("/trivex/certificates/");
-    QVERIFY(!writeTestFile(folder + QStringLiteral("web.pem"), m_pem).isEmpty());
+    QVERIFY(!writeTestFile(userFile(QStringLiteral("web.pem")), m_pem).isEmpty());
     writeTestFile(inHome(QStringLiteral("web.pem")), m_pem);
     m_der = run({QStringLiteral("x509"), QStringLiteral("-in"), inHome(QStringLiteral("web.pem")),
                  QStringLiteral("-outform"), QStringLiteral("DER")});
     QVERIFY(m_token.writeObject(QStringLiteral("cert"), m_der, QStringLiteral("05"),
                                 QStringLiteral("web")));
-    QVERIFY(!writeTestFile(folder + QStringLiteral("crowded.pem"), crowded()).isEmpty());
+    QVERIFY(!writeTestFile(userFile(QStringLiteral("crowded.pem")), crowded()).isEmpty());
     const QByteArray request = run(
         QStringLiteral("req -new -newkey ed25519 -nodes -keyout /dev/null -subj /CN=Asker/GN=Olga "
                        "-addext subjectAltName=DNS:asked.example.org")

@@ -6,10 +6,10 @@
 #include "tests/support/endwatch.h"
 #include "tests/support/testcertificates.h"
 #include "tests/support/testtoken.h"
+#include "tests/support/userfiles.h"
 
 #include <QCoreApplication>
 #include <QLibraryInfo>
-#include <QStandardPaths>
 #include <QTest>
 
 using namespace TrivexTest;
@@ -80,13 +80,12 @@ private:
 void TestHostEnds::initTestCase()
 {
     // A row to wait for, and a token whose threads are there too.
-    const QString directory = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QStringLiteral("/trivex/certificates");
-    QVERIFY(QDir().mkpath(directory));
+    QVERIFY(QDir().mkpath(TrivexTest::userFolder()));
     const TestAuthority authority;
     if (!authority.isValid())
         QSKIP("openssl is not installed");
-    QVERIFY(QFile::copy(authority.certificateFile(), directory + QStringLiteral("/root.pem")));
+    QVERIFY(
+        QFile::copy(authority.certificateFile(), TrivexTest::userFile(QStringLiteral("root.pem"))));
     if (!m_token.isValid())
         QSKIP(qPrintable(m_token.problem()));
     QVERIFY(m_token.generateKeyPair(QStringLiteral("rsa:2048"), QStringLiteral("01"),

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/base/providers.h"
 #include "tests/support/loopmeter.h"
+#include "tests/support/userfiles.h"
 #include "tests/x509/corpus.h"
 
 #include <QDir>
@@ -89,7 +90,7 @@ private:
 
 void TestUserStore::initTestCase()
 {
-    m_path = QFile::decodeName(qgetenv("XDG_DATA_HOME")) + QLatin1String("/trivex/certificates");
+    m_path = TrivexTest::userFolder();
     // The directory is there and holds a file before anybody starts.
     QVERIFY(QDir().mkpath(m_path));
     put(QStringLiteral("early.pem"), pem("serial-one.der"));
