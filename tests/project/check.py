@@ -193,23 +193,50 @@ def words():
 # Folders that hold no production code.
 OUTSIDE = ("tests", "tour", "benchmarks", "fuzz", "app/gallery")
 LOCKS_AND_THREADS = re.compile(
-    r"std::(?:shared_)?mutex\b(?![>)])|std::once_flag|std::thread\b[ (]|\bQThread (?:m_|\{)")
+    r"std::(?:shared_)?mutex\b(?![>)])|std::once_flag|std::thread\b[ (]|\bQThread (?:m_|\{)"
+    r"|: public QThread\b|\bQThread::create\b")
+# What changes and is there once in the process, or once in a thread: variables of namespaces and of
+# classes, static ones of functions, and what is made at its first use and never deleted.
+PROCESS_WIDE = re.compile(
+    r"^ *static (?:const )?auto ?[*&]+(?:const )?\w+ = \*?new\b"
+    r"|^ *static (?!const\b|constexpr\b|auto\b)[\w:]+(?:<[^;()]*>)?(?: \w+)?(?:\{[^;]*\})?;$"
+    r"|^(?:static )?(?!class |struct |enum |union |using |return |namespace |typedef |extern |friend "
+    r"|const |constexpr |inline |goto |static )[\w:]+(?:<[^;()]*>)? \*?\w+(?: = [^;(]*|\{[^;]*\})?;$"
+    r"|^struct \w+ \w+(?: = [^;(]*|\{[^;]*\})?;$"
+    r"|^thread_local\b", re.MULTILINE)
+# Their place in the source and in the library goes with the standard library's threads.
+OTHER_PRIMITIVES = re.compile(r"\b(?:QMutex|QReadWriteLock|QWaitCondition|QSemaphore|QThreadPool|QRunnable"
+                              r"|QtConcurrent|pthread_create)\b")
 
 
 def threads():
-    """Every thread and every lock of the production code stands in docs/threads.md, and no others."""
+    """Every thread, lock and process-wide object of the production code stands in docs/threads.md."""
     page = text_of(ROOT / "docs" / "threads.md")
-    named = set()
+    once = page.partition("## What the process has once")[2]
+    found = {"thread or lock": set(), "process-wide object": set()}
     for path in of_kind(".cpp", ".h"):
-        unit = name(path).rpartition(".")[0]
-        if name(path).startswith(OUTSIDE) or not LOCKS_AND_THREADS.search(text_of(path)):
+        if name(path).startswith(OUTSIDE):
             continue
-        named.add(unit)
-        if unit not in page:
-            yield f"{name(path)}: its lock or thread is not in docs/threads.md"
-    for unit in re.findall(r"`((?:qca|providers|signing)/[\w/]+?)(?:\.cpp|\.h)?`", page):
+        unit = name(path).rpartition(".")[0]
+        text = text_of(path)
+        for what, pattern, part in (("thread or lock", LOCKS_AND_THREADS, page),
+                                    ("process-wide object", PROCESS_WIDE, once)):
+            if pattern.search(text):
+                found[what].add(unit)
+                if f"`{unit}" not in part:
+                    yield f"{name(path)}: its {what} is not in docs/threads.md"
+        for primitive in OTHER_PRIMITIVES.findall(text):
+            yield f"{name(path)}: {primitive}, where the standard library's primitives are used"
+    for unit in re.findall(r"`((?:qca|providers|signing|tools|console|controls)/[\w/]+?)(?:\.cpp|\.h)?`",
+                           page):
         if not list(ROOT.glob(f"{unit}.*")):
             yield f"docs/threads.md: {unit} is not there"
+    rows = re.findall(r"^\| (`.+?`) \|", once, re.MULTILINE)
+    listed = {unit for row in rows for unit in re.findall(r"`([\w/]+)`", row)}
+    for unit in sorted(listed - found["process-wide object"]):
+        yield f"docs/threads.md: {unit} has nothing that the process has once"
+    if min(map(len, found.values())) < 20:
+        yield f"too few found: {found}"
 
 
 CONSTANT = re.compile(r"^ *(?:inline |static )?constexpr (?:const )?[\w:<>,* ]+?[ *&]+"
