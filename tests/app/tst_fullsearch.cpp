@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "tests/app/filedrequest.h"
+#include "tests/app/rowsource.h"
 #include "tests/support/loopmeter.h"
 #include "tests/support/testcertificates.h"
 #include "tools/sectionedmodel.h"
 
 #include <QAbstractItemModelTester>
 #include <QCryptographicHash>
-#include <QStandardItemModel>
 #include <QTranslator>
 #include <QtTest>
 
@@ -15,8 +15,6 @@ using namespace Trivex;
 using namespace TrivexTest;
 
 namespace {
-
-constexpr int CertificateRole = Qt::UserRole + 2;
 
 const char Configuration[] = "[req]\ndistinguished_name=dn\n[dn]\n[e]\n"
                              "subjectAltName=DNS:hidden.example.org,email:mail@example.org,"
@@ -56,7 +54,7 @@ private:
     QByteArray m_certificate;
     QByteArray m_request;
     std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<QStandardItemModel> m_source;
+    std::unique_ptr<RowSource> m_source;
     std::unique_ptr<EntryModel> m_entries;
     std::unique_ptr<SectionedModel> m_rows;
 };
@@ -94,8 +92,7 @@ void TestFullSearch::init()
 {
     m_rows.reset();
     m_entries.reset();
-    m_source = std::make_unique<QStandardItemModel>();
-    m_source->setItemRoleNames({{CertificateRole, "certificate"}});
+    m_source = std::make_unique<RowSource>();
     m_entries = std::make_unique<EntryModel>();
     m_entries->setSourceModel(m_source.get());
     m_rows = std::make_unique<SectionedModel>();
@@ -119,11 +116,8 @@ void TestFullSearch::add(const QByteArray &der)
 void TestFullSearch::append(const QString &path)
 {
     auto *request = new FiledRequest;
-    request->setParent(m_source.get());
     request->path = path;
-    auto *item = new QStandardItem;
-    item->setData(QVariant::fromValue<QObject *>(request), CertificateRole);
-    m_source->appendRow(item);
+    m_source->add(QString(), request);
 }
 
 /// The request with other letters in its name.

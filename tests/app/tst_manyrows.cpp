@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "tests/app/filedrequest.h"
+#include "tests/app/rowsource.h"
 #include "tools/rowselection.h"
 
-#include <QStandardItemModel>
 #include <QtTest>
 
 #include <utility>
@@ -14,32 +14,16 @@ namespace {
 
 constexpr int Many = 2000;
 
-enum FakeRole { NameRole = Qt::UserRole + 1, CertificateRole, IssuerRole, TypeRole };
-
 /// Rows of saved requests, which are known by their files. Counts what is read of them.
-class Source : public QStandardItemModel {
+class Source : public TrivexTest::RowSource {
 public:
-    Source()
-    {
-        setItemRoleNames({{NameRole, "name"},
-                          {CertificateRole, "certificate"},
-                          {IssuerRole, "issuer"},
-                          {TypeRole, "type"}});
-    }
-    QObject *request(const QString &file)
+    static QObject *request(const QString &file)
     {
         auto *made = new TrivexTest::FiledRequest;
-        made->setParent(this);
         made->path = file;
         return made;
     }
-    void add(const QString &file)
-    {
-        auto *item = new QStandardItem;
-        item->setData(file, NameRole);
-        item->setData(QVariant::fromValue(request(file)), CertificateRole);
-        appendRow(item);
-    }
+    void add(const QString &file) { RowSource::add(file, request(file)); }
     QVariant data(const QModelIndex &index, int role) const override
     {
         ++m_reads;
@@ -154,7 +138,7 @@ void TestManyRows::identitiesFollowChanges()
     m_source->add(fileOf(0)); // of two the first
     for (int i = 0; i < 3; ++i)
         QCOMPARE(m_entries->rowOfIdentity(fileOf(0)), Many - 1);
-    m_source->item(5)->setData(QVariant::fromValue(m_source->request(fileOf(-1))), CertificateRole);
+    m_source->setCertificate(m_source->item(5), Source::request(fileOf(-1)));
     for (int i = 0; i < 3; ++i)
         QCOMPARE(m_entries->rowOfIdentity(fileOf(-1)), 5);
     m_source->clear();

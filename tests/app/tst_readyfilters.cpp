@@ -1,46 +1,31 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "tests/app/rowsource.h"
 #include "tests/support/loopmeter.h"
 #include "tools/modelcount.h"
 #include "tools/sectionedmodel.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
-#include <QStandardItemModel>
 #include <QtTest>
 
 using namespace Trivex;
 using TrivexTest::LoopMeter;
+using TrivexTest::RowSource;
+using TrivexTest::StandInCertificate;
 
 namespace {
 
-/// Stands for a certificate: the entry model sees one only through its properties.
-class DatedCertificate : public QObject {
-    Q_OBJECT
-    Q_PROPERTY(QString commonName MEMBER name CONSTANT)
-    Q_PROPERTY(QDateTime notValidBefore MEMBER from CONSTANT)
-    Q_PROPERTY(QDateTime notValidAfter MEMBER until CONSTANT)
+class DatedRows : public RowSource {
 public:
-    QString name;
-    QDateTime from, until;
-};
-
-class DatedRows : public QStandardItemModel {
-public:
-    enum { Name = Qt::UserRole + 1, Certificate = Name + 2 };
-    DatedRows() { setItemRoleNames({{Name, "name"}, {Certificate, "certificate"}}); }
-    /// A certificate that ends in so many days, and began a hundred before that or yesterday.
+    /// A certificate that ends in so many days, and began a day before that or yesterday.
     void add(const QString &name, int days)
     {
-        auto *certificate = new DatedCertificate;
-        certificate->setParent(this);
+        auto *certificate = new StandInCertificate;
         certificate->name = name;
         certificate->until = QDateTime::currentDateTimeUtc().addDays(days);
         certificate->from = qMin(certificate->until, QDateTime::currentDateTimeUtc()).addDays(-1);
-        auto *item = new QStandardItem;
-        item->setData(name, Name);
-        item->setData(QVariant::fromValue<QObject *>(certificate), Certificate);
-        appendRow(item);
+        RowSource::add(name, certificate);
     }
 };
 
@@ -48,7 +33,7 @@ QString names(const QAbstractItemModel &model)
 {
     QStringList result;
     for (int i = 0; i < model.rowCount(); ++i)
-        result += model.index(i, 0).data(DatedRows::Name).toString();
+        result += model.index(i, 0).data(RowSource::NameRole).toString();
     return result.join(QLatin1Char(' '));
 }
 

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "tests/app/filedrequest.h"
+#include "tests/app/rowsource.h"
 #include "tools/removalundo.h"
 
 #include <QSignalSpy>
-#include <QStandardItemModel>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -42,18 +42,16 @@ private:
 
     QCA::Initializer m_initializer;
     std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<QStandardItemModel> m_source;
+    std::unique_ptr<RowSource> m_source;
     std::unique_ptr<EntryModel> m_entries;
     std::unique_ptr<RemovalUndo> m_undo;
 };
 
 void TestRemovalUndo::init()
 {
-    enum { CertificateRole = Qt::UserRole + 2 };
     m_undo = std::make_unique<RemovalUndo>();
     m_entries = std::make_unique<EntryModel>();
-    m_source = std::make_unique<QStandardItemModel>();
-    m_source->setItemRoleNames({{CertificateRole, "certificate"}});
+    m_source = std::make_unique<RowSource>();
     m_entries->setSourceModel(m_source.get());
     m_folder = std::make_unique<QTemporaryDir>();
 }
@@ -61,14 +59,11 @@ void TestRemovalUndo::init()
 QString TestRemovalUndo::add(const QString &name)
 {
     auto *request = new FiledRequest;
-    request->setParent(m_source.get());
     request->path = m_folder->filePath(name);
     QFile file(request->path);
     if (file.open(QIODevice::WriteOnly))
         file.write("contents of " + name.toUtf8());
-    auto *item = new QStandardItem;
-    item->setData(QVariant::fromValue<QObject *>(request), Qt::UserRole + 2);
-    m_source->appendRow(item);
+    m_source->add(name, request);
     return request->path;
 }
 

@@ -1,52 +1,35 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "tests/app/rowsource.h"
 #include "tests/support/loopmeter.h"
 #include "tools/sectionedmodel.h"
 
 #include <QAbstractItemModelTester>
 #include <QSortFilterProxyModel>
-#include <QStandardItemModel>
 #include <QtTest>
 
 using namespace Trivex;
 using TrivexTest::LoopMeter;
+using TrivexTest::RowSource;
+using TrivexTest::StandInCertificate;
 
 namespace {
-
-enum FakeRole { NameRole = Qt::UserRole + 1, CertificateRole, IssuerRole, NumberRole };
 
 /// Instead of days.
 constexpr int Endless = -1;
 
-/// Stands for a certificate: the entry model sees one only through its properties.
-class DatedCertificate : public QObject {
-    Q_OBJECT
-    Q_PROPERTY(QDateTime notValidAfter MEMBER until CONSTANT)
+/// Rows that have their number, in the order in which they came.
+class Source : public RowSource {
 public:
-    QDateTime until;
-};
-
-class Source : public QStandardItemModel {
-public:
-    Source()
-    {
-        setItemRoleNames({{NameRole, "name"},
-                          {CertificateRole, "certificate"},
-                          {IssuerRole, "issuer"},
-                          {NumberRole, "number"}});
-    }
     void add(const QString &name, const QString &issuer, int days)
     {
-        auto *certificate = new DatedCertificate;
-        certificate->setParent(this);
+        auto *certificate = new StandInCertificate;
         if (days != Endless)
             certificate->until = QDateTime(QDate(2026, 1, 1), QTime(0, 0), Qt::UTC).addDays(days);
-        auto *item = new QStandardItem;
-        item->setData(name, NameRole);
+        const int number = rowCount();
+        QStandardItem *item = RowSource::add(name, certificate);
         item->setData(issuer, IssuerRole);
-        item->setData(rowCount(), NumberRole);
-        item->setData(QVariant::fromValue<QObject *>(certificate), CertificateRole);
-        appendRow(item);
+        item->setData(number, NumberRole);
     }
 };
 
@@ -54,7 +37,7 @@ QString numbers(const QAbstractItemModel &model)
 {
     QString result;
     for (int i = 0; i < model.rowCount(); ++i)
-        result += model.index(i, 0).data(NumberRole).toString();
+        result += model.index(i, 0).data(RowSource::NumberRole).toString();
     return result;
 }
 
@@ -89,7 +72,7 @@ void TestRowOrder::init()
     // As the filters of the window: in the order of the names.
     m_filter = std::make_unique<QSortFilterProxyModel>();
     m_filter->setSourceModel(m_entries.get());
-    m_filter->setSortRole(NameRole);
+    m_filter->setSortRole(RowSource::NameRole);
     m_filter->setSortCaseSensitivity(Qt::CaseInsensitive);
     m_filter->sort(0);
     m_rows = std::make_unique<SectionedModel>();

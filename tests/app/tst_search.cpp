@@ -1,43 +1,25 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "certificates/certificatemodel.h"
+#include "tests/app/rowsource.h"
 #include "tools/sectionedmodel.h"
 #include "tools/texts.h"
 
-#include <QStandardItemModel>
 #include <QtTest>
 
 using namespace Trivex;
 
 namespace {
 
-/// Stands for a certificate: the entry model sees one only through its properties.
-class NamedCertificate : public QObject {
-    Q_OBJECT
-    Q_PROPERTY(QString commonName MEMBER name CONSTANT)
-public:
-    NamedCertificate(const QString &name_, QObject *parent)
-        : QObject(parent)
-        , name(name_)
-    {
-    }
-    QString name;
-};
-
 /// Rows of the first category.
-class NamedRows : public QStandardItemModel {
+class NamedRows : public TrivexTest::RowSource {
 public:
     explicit NamedRows(const QStringList &names)
     {
-        enum { Name = Qt::UserRole + 1, Certificate = Name + 2, Type = Name + 4 };
-        setItemRoleNames({{Name, "name"}, {Certificate, "certificate"}, {Type, "type"}});
         for (const QString &name : names) {
-            auto *item = new QStandardItem;
-            item->setData(name, Name);
-            QObject *certificate = new NamedCertificate(name, this);
-            item->setData(QVariant::fromValue(certificate), Certificate);
-            item->setData(0, Type);
-            appendRow(item);
+            auto *certificate = new TrivexTest::StandInCertificate;
+            certificate->name = name;
+            add(name, certificate)->setData(0, TypeRole);
         }
     }
 };
