@@ -3,125 +3,32 @@
 
 // Bundles that no common program writes: keys without certificates before the one that has its own,
 // identifiers that lie, checks of other kinds, names that are none, thousands of members.
-#include "qca/asn1/handles.h"
 #include "qca/base/bounds.h"
 #include "qca/base/providers.h"
 #include "qca/keys/keys.h"
 #include "tests/x509/builtcertificate.h"
+#include "tests/x509/bundlebuilder.h"
 #include "tests/x509/corpus.h"
 
 #include <QtTest>
 
-#include <openssl/ec.h>
 #include <openssl/hmac.h>
-#include <openssl/pkcs12.h>
 
 using namespace Trivex;
 using namespace TrivexTest;
 
 namespace {
 
-constexpr char Password[] = "secret";
 const QByteArray sha256Oid = hex("608648016503040201");
 
-/// A key with a certificate for it.
-struct Pair {
-    explicit Pair(const QByteArray &name)
-        : key(EVP_EC_gen("P-256"))
-        , certificate(X509_new())
-    {
-        X509 *made = certificate.get();
-        X509_set_version(made, 2);
-        ASN1_INTEGER_set(X509_get_serialNumber(made), 7);
-        X509_gmtime_adj(X509_getm_notBefore(made), 0);
-        X509_gmtime_adj(X509_getm_notAfter(made), 86400);
-        for (X509_NAME *one : {X509_get_subject_name(made), X509_get_issuer_name(made)})
-            X509_NAME_add_entry_by_txt(one, "CN", MBSTRING_UTF8,
-                                       reinterpret_cast<const unsigned char *>(name.constData()),
-                                       name.size(), -1, 0);
-        X509_set_pubkey(made, key.get());
-        X509_sign(made, key.get(), EVP_sha256());
-    }
-
-    PKeyHandle key;
-    X509Handle certificate;
-};
-
-class Made {
-public:
-    ~Made() { sk_PKCS12_SAFEBAG_pop_free(m_bags, PKCS12_SAFEBAG_free); }
-
-    Made &key(const Pair &pair, const QByteArray &localId = {}, const char *secret = nullptr)
-    {
-        return identified(
-            PKCS12_add_key(&m_bags, pair.key.get(), 0, 1, secret ? NID_aes_256_cbc : -1, secret),
-            localId);
-    }
-    Made &certificate(const Pair &pair, const QByteArray &localId = {})
-    {
-        return identified(PKCS12_add_cert(&m_bags, pair.certificate.get()), localId);
-    }
-    /// The name of what was added last, in octets of UTF-16.
-    Made &named(const QByteArray &utf16)
-    {
-        PKCS12_SAFEBAG *last = sk_PKCS12_SAFEBAG_value(m_bags, sk_PKCS12_SAFEBAG_num(m_bags) - 1);
-        PKCS12_add_friendlyname_uni(
-            last, reinterpret_cast<const unsigned char *>(utf16.constData()), utf16.size());
-        return *this;
-    }
-    /// Puts all that was added so far into a bag of its own.
-    Made &nested()
-    {
-        unsigned char *data = nullptr;
-        const int size = ASN1_item_i2d(reinterpret_cast<ASN1_VALUE *>(m_bags), &data,
-                                       ASN1_ITEM_rptr(PKCS12_SAFEBAGS));
-        const QByteArray inside(reinterpret_cast<const char *>(data), size);
-        OPENSSL_free(data);
-        const QByteArray bag =
-            derElement(0x30, oidElement(hex("2a864886f70d010c0a0106")) + derElement(0xa0, inside));
-        sk_PKCS12_SAFEBAG_pop_free(m_bags, PKCS12_SAFEBAG_free);
-        m_bags = nullptr;
-        const auto *start = reinterpret_cast<const unsigned char *>(bag.constData());
-        m_bags = sk_PKCS12_SAFEBAG_new_null();
-        sk_PKCS12_SAFEBAG_push(m_bags, d2i_PKCS12_SAFEBAG(nullptr, &start, bag.size()));
-        return *this;
-    }
-
-    /// The bundle, checked by `secret`, or by nothing for `unchecked`.
-    QByteArray sealed(const char *secret = Password, bool isChecked = true)
-    {
-        STACK_OF(PKCS7) *safes = nullptr;
-        PKCS12_add_safe(&safes, m_bags, -1, 1, nullptr);
-        const Pkcs12Handle bundle(PKCS12_add_safes(safes, 0));
-        sk_PKCS7_pop_free(safes, PKCS7_free);
-        if (isChecked)
-            PKCS12_set_mac(bundle.get(), secret, -1, nullptr, 0, 1, EVP_sha256());
-        unsigned char *data = nullptr;
-        const int size = i2d_PKCS12(bundle.get(), &data);
-        const QByteArray der(reinterpret_cast<const char *>(data), size);
-        OPENSSL_free(data);
-        return der;
-    }
-
-private:
-    Made &identified(PKCS12_SAFEBAG *bag, QByteArray localId)
-    {
-        if (!localId.isEmpty())
-            PKCS12_add_localkeyid(bag, reinterpret_cast<unsigned char *>(localId.data()),
-                                  localId.size());
-        return *this;
-    }
-
-    STACK_OF(PKCS12_SAFEBAG) *m_bags = nullptr;
-};
-
 QCA::KeyBundle opened(const QByteArray &der, QCA::ConvertResult *result,
-                      const QByteArray &secret = Password)
+                      const QByteArray &secret = BundleBuilder::Password)
 {
     return QCA::KeyBundle::fromArray(der, QCA::SecureArray(secret), result, opensslProviderName());
 }
 
-QCA::ConvertResult resultOf(const QByteArray &der, const QByteArray &secret = Password)
+QCA::ConvertResult resultOf(const QByteArray &der,
+                            const QByteArray &secret = BundleBuilder::Password)
 {
     QCA::ConvertResult result = QCA::ErrorFile;
     opened(der, &result, secret);
@@ -174,8 +81,9 @@ QByteArray withPbmac1(const QByteArray &bundle, const Pbmac1 &how)
     unsigned char key[32];
     unsigned char made[EVP_MAX_MD_SIZE];
     unsigned int size = 0;
-    PKCS5_PBKDF2_HMAC(Password, -1, reinterpret_cast<const unsigned char *>(salt.constData()),
-                      salt.size(), how.iterations.at(0), how.pseudoRandomDigest, sizeof key, key);
+    PKCS5_PBKDF2_HMAC(BundleBuilder::Password, -1,
+                      reinterpret_cast<const unsigned char *>(salt.constData()), salt.size(),
+                      how.iterations.at(0), how.pseudoRandomDigest, sizeof key, key);
     HMAC(how.digest, key, sizeof key, reinterpret_cast<const unsigned char *>(content.constData()),
          size_t(content.size()), made, &size);
     const QByteArray function =
@@ -215,19 +123,19 @@ private Q_SLOTS:
 
 private:
     QCA::Initializer m_initializer;
-    const Pair m_one{"One"};
-    const Pair m_two{"Two"};
-    const Pair m_three{"Three"};
+    const KeyAndCertificate m_one{"One"};
+    const KeyAndCertificate m_two{"Two"};
+    const KeyAndCertificate m_three{"Three"};
 };
 
 void TestContainers::keysWithoutCertificates()
 {
-    QCOMPARE(ownNameIn(Made().key(m_one).key(m_two).certificate(m_two).sealed()),
+    QCOMPARE(ownNameIn(BundleBuilder().key(m_one).key(m_two).certificate(m_two).sealed()),
              QStringLiteral("Two"));
-    QCOMPARE(ownNameIn(Made().certificate(m_two).key(m_one, "1").key(m_two, "2").sealed()),
+    QCOMPARE(ownNameIn(BundleBuilder().certificate(m_two).key(m_one, "1").key(m_two, "2").sealed()),
              QStringLiteral("Two"));
     // The first of those that have one.
-    QCOMPARE(ownNameIn(Made()
+    QCOMPARE(ownNameIn(BundleBuilder()
                            .certificate(m_three)
                            .certificate(m_two)
                            .key(m_one)
@@ -235,14 +143,15 @@ void TestContainers::keysWithoutCertificates()
                            .key(m_three)
                            .sealed()),
              QStringLiteral("Two"));
-    QCOMPARE(resultOf(Made().key(m_one).key(m_two).sealed()), QCA::ErrorDecode);
-    QCOMPARE(resultOf(Made().certificate(m_one).certificate(m_two).sealed()), QCA::ErrorDecode);
+    QCOMPARE(resultOf(BundleBuilder().key(m_one).key(m_two).sealed()), QCA::ErrorDecode);
+    QCOMPARE(resultOf(BundleBuilder().certificate(m_one).certificate(m_two).sealed()),
+             QCA::ErrorDecode);
 }
 
 void TestContainers::identifiersInCommon()
 {
     const QByteArray id = "same";
-    QCOMPARE(ownNameIn(Made()
+    QCOMPARE(ownNameIn(BundleBuilder()
                            .key(m_one, id)
                            .certificate(m_two, id)
                            .certificate(m_one, id)
@@ -254,29 +163,34 @@ void TestContainers::identifiersInCommon()
 // A certificate of another key is nobody's own, whatever the identifiers say.
 void TestContainers::identifiersThatLie()
 {
-    QCOMPARE(resultOf(Made().key(m_one, "1").certificate(m_two, "1").sealed()), QCA::ErrorDecode);
-    QCOMPARE(
-        ownNameIn(Made().key(m_one, "1").certificate(m_two, "1").certificate(m_one, "2").sealed()),
-        QStringLiteral("One"));
+    QCOMPARE(resultOf(BundleBuilder().key(m_one, "1").certificate(m_two, "1").sealed()),
+             QCA::ErrorDecode);
+    QCOMPARE(ownNameIn(BundleBuilder()
+                           .key(m_one, "1")
+                           .certificate(m_two, "1")
+                           .certificate(m_one, "2")
+                           .sealed()),
+             QStringLiteral("One"));
 }
 
 // One that another password locks keeps nobody from the rest.
 void TestContainers::lockedKeysBehindOthers()
 {
-    QCOMPARE(ownNameIn(Made()
+    QCOMPARE(ownNameIn(BundleBuilder()
                            .key(m_one, {}, "other")
-                           .key(m_two, {}, Password)
+                           .key(m_two, {}, BundleBuilder::Password)
                            .certificate(m_two)
                            .certificate(m_one)
                            .sealed()),
              QStringLiteral("Two"));
-    QCOMPARE(resultOf(Made().key(m_one, {}, "other").certificate(m_one).sealed(nullptr, false)),
-             QCA::ErrorPassphrase);
+    QCOMPARE(
+        resultOf(BundleBuilder().key(m_one, {}, "other").certificate(m_one).sealed(nullptr, false)),
+        QCA::ErrorPassphrase);
 }
 
 void TestContainers::manyKeys()
 {
-    Made most;
+    BundleBuilder most;
     for (int i = 0; i < MaxBundleKeys - 1; ++i)
         most.key(m_one);
     QCOMPARE(ownNameIn(most.key(m_two).certificate(m_two).sealed()), QStringLiteral("Two"));
@@ -285,7 +199,7 @@ void TestContainers::manyKeys()
 
 void TestContainers::manyCertificates()
 {
-    Made made;
+    BundleBuilder made;
     made.key(m_one);
     for (int i = 0; i < 5000; ++i)
         made.certificate(i % 2 ? m_two : m_three, "same");
@@ -295,7 +209,7 @@ void TestContainers::manyCertificates()
 
 void TestContainers::otherChecks()
 {
-    const QByteArray plain = Made().key(m_one).certificate(m_one).sealed(nullptr, false);
+    const QByteArray plain = BundleBuilder().key(m_one).certificate(m_one).sealed(nullptr, false);
     const QByteArray checked = withPbmac1(plain, {});
     QCOMPARE(ownNameIn(checked), QStringLiteral("One"));
     QCOMPARE(resultOf(checked, "wrong"), QCA::ErrorPassphrase);
@@ -317,11 +231,11 @@ void TestContainers::otherChecks()
 void TestContainers::unknownChecks()
 {
     // The password may be right: nobody can tell.
-    QByteArray der = Made().key(m_one).certificate(m_one).sealed();
+    QByteArray der = BundleBuilder().key(m_one).certificate(m_one).sealed();
     QVERIFY(der.lastIndexOf(sha256Oid) > 0);
     der[der.lastIndexOf(sha256Oid) + sha256Oid.size() - 1] = 'c';
     QCOMPARE(resultOf(der), QCA::ErrorDecode);
-    const QByteArray plain = Made().key(m_one).certificate(m_one).sealed(nullptr, false);
+    const QByteArray plain = BundleBuilder().key(m_one).certificate(m_one).sealed(nullptr, false);
     QVector<Pbmac1> unknown(7);
     unknown[0].iterations = hex("7fffffff"); // the test would not end
     unknown[1].mac = "2a864886f70d0263";
@@ -338,7 +252,7 @@ void TestContainers::unknownChecks()
 void TestContainers::emptyPasswords()
 {
     const auto made = [this](const char *secret) {
-        return Made().key(m_one).certificate(m_one).sealed(secret);
+        return BundleBuilder().key(m_one).certificate(m_one).sealed(secret);
     };
     QCOMPARE(resultOf(made(""), ""), QCA::ConvertGood);
     QCOMPARE(resultOf(made(nullptr), ""), QCA::ConvertGood);
@@ -349,7 +263,8 @@ void TestContainers::emptyPasswords()
 void TestContainers::passwordsBeyondAscii()
 {
     for (const char *secret : {"пароль", "🔑 ключ", "é", "\u00e9\u0301", "日本"}) {
-        const QByteArray der = Made().key(m_one, {}, secret).certificate(m_one).sealed(secret);
+        const QByteArray der =
+            BundleBuilder().key(m_one, {}, secret).certificate(m_one).sealed(secret);
         QCOMPARE(resultOf(der, secret), QCA::ConvertGood);
         QCOMPARE(resultOf(der, QByteArray(secret) + 'x'), QCA::ErrorPassphrase);
     }
@@ -360,25 +275,25 @@ void TestContainers::oddNames()
     for (const char *name : {"", "00", "0041d800", "d8000041", "dc00", "00410000004200", "feff",
                              "000000410042", "0041004"}) {
         QCA::ConvertResult result = QCA::ErrorFile;
-        const QCA::KeyBundle bundle =
-            opened(Made().key(m_one).named(hex(name)).certificate(m_one).sealed(), &result);
+        const QCA::KeyBundle bundle = opened(
+            BundleBuilder().key(m_one).named(hex(name)).certificate(m_one).sealed(), &result);
         QCOMPARE(result, QCA::ConvertGood);
         QVERIFY2(bundle.name().size() <= 8, name);
     }
     QCA::ConvertResult result = QCA::ErrorFile;
     const QByteArray utf16 = hex("0418043c044f0020d83dde00"); // with an emoji
     const QCA::KeyBundle bundle =
-        opened(Made().key(m_one).named(utf16).certificate(m_one).sealed(), &result);
+        opened(BundleBuilder().key(m_one).named(utf16).certificate(m_one).sealed(), &result);
     QCOMPARE(bundle.name(), QStringLiteral("Имя 😀"));
 }
 
 void TestContainers::nestedBags()
 {
-    QCOMPARE(ownNameIn(Made().key(m_one).certificate(m_one).nested().nested().sealed()),
+    QCOMPARE(ownNameIn(BundleBuilder().key(m_one).certificate(m_one).nested().nested().sealed()),
              QStringLiteral("One"));
-    QCOMPARE(ownNameIn(Made().key(m_two).nested().certificate(m_two).sealed()),
+    QCOMPARE(ownNameIn(BundleBuilder().key(m_two).nested().certificate(m_two).sealed()),
              QStringLiteral("Two"));
-    Made deep;
+    BundleBuilder deep;
     deep.key(m_one).certificate(m_one);
     for (int i = 0; i < 12; ++i)
         deep.nested();
@@ -387,7 +302,7 @@ void TestContainers::nestedBags()
 
 void TestContainers::truncated()
 {
-    const QByteArray whole = Made().key(m_one).certificate(m_one).sealed();
+    const QByteArray whole = BundleBuilder().key(m_one).certificate(m_one).sealed();
     for (int size = 0; size < whole.size(); ++size)
         QCOMPARE(resultOf(whole.left(size)), QCA::ErrorDecode);
 }
