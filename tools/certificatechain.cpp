@@ -229,11 +229,11 @@ void CertificateChain::startCheck()
     m_work = std::make_shared<Work>();
     m_work->input = m_input;
     runInBackground([work = m_work] { work->result = checkChain(work->input, work->isCancelled); },
-                    this, [this, work = m_work] { take(work->result); });
+                    this, [this, work = m_work] { showResult(work->result); });
     begin();
 }
 
-void CertificateChain::take(const ChainResult &result)
+void CertificateChain::showResult(const ChainResult &result)
 {
     m_work.reset();
     if (m_isStale) {

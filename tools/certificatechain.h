@@ -127,7 +127,7 @@ private:
     void update();
     void startCheck();
     void clear();
-    void take(const ChainResult &result);
+    void showResult(const ChainResult &result);
     ChainInput wantedInput() const;
 
     QPointer<EntryModel> m_entries;

@@ -189,10 +189,10 @@ void CertificateFile::haveRead()
         m_problem = Files().whyNotRead(m_path);
         return;
     }
-    take(reading->contents());
+    showContents(reading->contents());
 }
 
-void CertificateFile::take(const FileContents &contents)
+void CertificateFile::showContents(const FileContents &contents)
 {
     m_kind = kindOf(contents);
     m_broken = contents.broken;

@@ -91,7 +91,7 @@ private:
     void clear();
     void read();
     void haveRead();
-    void take(const FileContents &contents);
+    void showContents(const FileContents &contents);
     void opened(int serial, const QCA::KeyBundle &bundle, QCA::ConvertResult result);
 
     QString m_path;

@@ -245,11 +245,11 @@ void DocumentVerifier::verifyWith(const QString &message, const QString &documen
         [this, outcome, signatures] {
             m_outcome = outcome;
             m_signers.setSignatures(*signatures);
-            take(*outcome);
+            showOutcome(*outcome);
         });
 }
 
-void DocumentVerifier::take(const Outcome &outcome)
+void DocumentVerifier::showOutcome(const Outcome &outcome)
 {
     const Error error = errorOf(outcome.report.problem);
     end(error == NoDocument && outcome.isDocumentMissing ? NotRead : error);

@@ -94,7 +94,7 @@ private:
 
     QList<QByteArray> knownCertificates() const;
     CandidateIndex knownIssuers() const;
-    void take(const Outcome &outcome);
+    void showOutcome(const Outcome &outcome);
     /// Other certificates are known from now on.
     void noteChange();
     void judgeAgain();

@@ -155,10 +155,10 @@ void Exporter::stage(EntryModel *entries, const QStringList &identities, FileSav
 void Exporter::start()
 {
     runInBackground([work = m_work] { work->run(); }, this,
-                    [this, work = m_work, serial = m_serial] { take(*work, serial); });
+                    [this, work = m_work, serial = m_serial] { finishWork(*work, serial); });
 }
 
-void Exporter::take(const Work &work, int serial)
+void Exporter::finishWork(const Work &work, int serial)
 {
     if (serial != m_serial || !isRunning())
         return;

@@ -60,7 +60,7 @@ public:
 private:
     struct Work;
     void start();
-    void take(const Work &work, int serial);
+    void finishWork(const Work &work, int serial);
 
     Error m_error = NoError;
     QString m_text;

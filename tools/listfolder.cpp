@@ -122,10 +122,10 @@ void ListFolder::read()
     m_isReading = true;
     const auto found = std::make_shared<Files>();
     runInBackground([path = m_path, known = m_files, found] { *found = readAll(path, known); },
-                    this, [this, found] { take(*found); });
+                    this, [this, found] { setFiles(*found); });
 }
 
-void ListFolder::take(const Files &files)
+void ListFolder::setFiles(const Files &files)
 {
     m_isReading = false;
     m_files = files;

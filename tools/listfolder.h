@@ -62,7 +62,7 @@ private:
     static Files readAll(const QString &folder, const Files &known);
     QVector<Place> placesIn(const Files &files) const;
     void read();
-    void take(const Files &files);
+    void setFiles(const Files &files);
 
     const QString m_path;
     QFileSystemWatcher m_watcher;

@@ -14,7 +14,7 @@ namespace Trivex {
 PinPrompt::PinPrompt(QObject *parent)
     : QObject(parent)
 {
-    connect(&m_handler, &QCA::EventHandler::eventReady, this, &PinPrompt::take);
+    connect(&m_handler, &QCA::EventHandler::eventReady, this, &PinPrompt::receive);
     connect(QuestionNotifier::instance(), &QuestionNotifier::withdrawn, this, &PinPrompt::withdraw,
             Qt::QueuedConnection);
     m_handler.start();
@@ -112,7 +112,7 @@ QString PinPrompt::purposeText(Purpose purpose)
     return {};
 }
 
-void PinPrompt::take(int id, const QCA::Event &event)
+void PinPrompt::receive(int id, const QCA::Event &event)
 {
     const bool asksSecret = !event.isNull() && questionKind(event) == PasswordQuestion;
     if (!m_enabled || !asksSecret || m_handler.isForAnother(event)) {

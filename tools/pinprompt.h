@@ -70,7 +70,7 @@ private:
         QuestionInfo info;
     };
 
-    void take(int id, const QCA::Event &event);
+    void receive(int id, const QCA::Event &event);
     void withdraw(quintptr ticket);
     const QuestionInfo &current() const;
 

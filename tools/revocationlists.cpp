@@ -30,13 +30,13 @@ RevocationLists::RevocationLists(QObject *parent)
     : QObject(parent)
     , m_folder(userStoreDirectory())
 {
-    connect(&m_folder, &ListFolder::changed, this, &RevocationLists::take);
-    take();
+    connect(&m_folder, &ListFolder::changed, this, &RevocationLists::readFolder);
+    readFolder();
 }
 
 RevocationLists::~RevocationLists() = default;
 
-void RevocationLists::take()
+void RevocationLists::readFolder()
 {
     m_places = m_folder.places();
     QVector<FileItem> items;

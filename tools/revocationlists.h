@@ -41,7 +41,7 @@ Q_SIGNALS:
     void removed(const QString &problem);
 
 private:
-    void take();
+    void readFolder();
 
     ListFolder m_folder;
     QVector<ListFolder::Place> m_places; ///< of each item

@@ -44,7 +44,7 @@ UserStoreContext::UserStoreContext(QCA::Provider *provider)
     connect(&m_thread, &QThread::finished, m_directory, &QObject::deleteLater);
     // The list is replaced where it is announced, so that a write that has returned is listed.
     connect(m_directory, &UserDirectory::changed, m_directory,
-            [this](const UserSnapshot &snapshot) { take(snapshot); });
+            [this](const UserSnapshot &snapshot) { setSnapshot(snapshot); });
     connect(m_directory, &UserDirectory::changed, this, &UserStoreContext::announce);
     connect(m_directory, &UserDirectory::ready, this, &UserStoreContext::busyEnd);
 }
@@ -130,7 +130,7 @@ QList<QCA::KeyStoreEntry::Type> UserStoreContext::entryTypes(int id) const
     return {QCA::KeyStoreEntry::TypeCertificate};
 }
 
-void UserStoreContext::take(const UserSnapshot &snapshot)
+void UserStoreContext::setSnapshot(const UserSnapshot &snapshot)
 {
     const std::lock_guard lock(m_mutex);
     m_snapshot = snapshot;

@@ -44,7 +44,7 @@ public:
 private:
     /// At the end of the process, where nobody destroys this.
     static void stopAll(ProcessEnd::Deadline deadline);
-    void take(const UserSnapshot &snapshot);
+    void setSnapshot(const UserSnapshot &snapshot);
     void announce(const UserSnapshot &snapshot);
     UserSnapshot snapshot() const;
 

@@ -77,7 +77,7 @@ public:
     bool isStopped() const { return m_stopped && *m_stopped; }
 
     /// One element of DER or BER; false when it is nothing that is known here.
-    bool take(const Der::Element &element)
+    bool addElement(const Der::Element &element)
     {
         if (element.tag != Der::Sequence)
             return false;
@@ -110,7 +110,7 @@ public:
             return;
         }
         Der::Element element;
-        if (!Der::Reader(Der::sliceOf(block.data)).next(&element) || !take(element))
+        if (!Der::Reader(Der::sliceOf(block.data)).next(&element) || !addElement(element))
             contents.broken += namesOurs(block.label) ? 1 : 0;
     }
 
@@ -210,7 +210,7 @@ QByteArray plainBytes(const QByteArray &bytes)
     return codec ? codec->toUnicode(bytes).toUtf8() : bytes;
 }
 
-/// What a text without PEM lines decodes to, when it is the Base64 of something in DER.
+/// The DER in a text that is Base64 without PEM lines; empty for other texts.
 QByteArray fromBareBase64(const QByteArray &bytes)
 {
     const QByteArray text = bytes.trimmed();
@@ -236,8 +236,8 @@ FileContents fromDer(const QByteArray &bytes, const std::atomic_bool *stopped)
     Der::Reader reader(Der::sliceOf(bytes));
     Der::Slice rest = reader.rest();
     Der::Element element;
-    // What follows may be another certificate, or a line break.
-    while (!collector.isStopped() && reader.next(&element) && collector.take(element))
+    // Another certificate may follow, or a line break.
+    while (!collector.isStopped() && reader.next(&element) && collector.addElement(element))
         rest = reader.rest();
     FileContents &contents = collector.contents;
     if (beginsAsOurs(rest) && !beginsAsBundle(rest.view()))

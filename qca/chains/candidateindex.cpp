@@ -39,7 +39,7 @@ public:
     }
     bool isFull() const { return m_input->candidates.size() >= MaxChainCandidates; }
     /// False for one that was there before.
-    bool take(const ChainCandidate &candidate)
+    bool add(const ChainCandidate &candidate)
     {
         const auto known = m_rows.constFind(candidate.der);
         if (known == m_rows.constEnd()) {
@@ -108,7 +108,7 @@ ChainInput CandidateIndex::inputFor(const QByteArray &certificate, const Candida
         const auto namesakes = index->m_candidates.value(own.subject);
         for (const ChainCandidate &one : namesakes) {
             if (one.der == certificate)
-                gathering.take(one);
+                gathering.add(one);
         }
     }
     QVector<QByteArray> wanted = {own.issuer};
@@ -120,7 +120,7 @@ ChainInput CandidateIndex::inputFor(const QByteArray &certificate, const Candida
             const auto issuers = anchorsFirst(index->m_candidates.value(name));
             for (const ChainCandidate &issuer : issuers) {
                 Names names;
-                if (gathering.isFull() || !gathering.take(issuer) || !readNames(issuer.der, &names)
+                if (gathering.isFull() || !gathering.add(issuer) || !readNames(issuer.der, &names)
                     || seen.contains(names.issuer))
                     continue;
                 seen.insert(names.issuer);

@@ -150,7 +150,7 @@ int Verification::collect(int good, X509_STORE_CTX *context)
 {
     Verification *self = of(context);
     if (!good)
-        self->take(context);
+        self->noteError(context);
     return self->m_issuance->isCancelled() ? 0 : 1;
 }
 
@@ -165,12 +165,12 @@ int Verification::hasIssued(X509_STORE_CTX *context, X509 *issued, X509 *issuer)
 STACK_OF(X509_CRL) * Verification::listsOf(const X509_STORE_CTX *context, const X509_NAME *name)
 {
     STACK_OF(X509) *path = X509_STORE_CTX_get0_chain(context);
-    // That of the certificate in question: the next one, or the root itself.
+    // The issuer of the certificate in question: the next one, or the root itself.
     const int depth = std::min(X509_STORE_CTX_get_error_depth(context) + 1, sk_X509_num(path) - 1);
     return depth < 0 ? nullptr : of(context)->m_lists.signedBy(sk_X509_value(path, depth), name);
 }
 
-void Verification::take(X509_STORE_CTX *context)
+void Verification::noteError(X509_STORE_CTX *context)
 {
     const int error = X509_STORE_CTX_get_error(context);
     const int depth = X509_STORE_CTX_get_error_depth(context);
@@ -270,8 +270,8 @@ void Verification::addOwnFindings()
     }
 }
 
-// Who trusts a root has its key from where it lies, and needs no signature of its own. Where the
-// root is not trusted, that signature tells a spoilt certificate.
+// A user who trusts a root has its key from the place where the root lies, so the root's own
+// signature is not needed. If the root is not trusted, that signature tells a spoilt certificate.
 void Verification::forgetSignatureOfAnchor()
 {
     const ChainCandidate *last = m_members.candidateOf(m_path.back().get());

@@ -36,7 +36,7 @@ private:
     static STACK_OF(X509_CRL) * listsOf(const X509_STORE_CTX *context, const X509_NAME *name);
 
     void setParameters(X509_VERIFY_PARAM *parameters) const;
-    void take(X509_STORE_CTX *context);
+    void noteError(X509_STORE_CTX *context);
     void takePath(X509_STORE_CTX *context);
     void add(int depth, const ChainFinding &finding);
     ChainFinding finding(int error, int depth, X509 *certificate, X509_CRL *list) const;

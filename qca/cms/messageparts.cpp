@@ -27,7 +27,7 @@ public:
         QByteArray type;
         QByteArray body;
         BerHeader wrapped;
-        return enter(Der::Sequence) && takeOid(&type) && oidOf(type) == Oid::SignedData
+        return enter(Der::Sequence) && copyOid(&type) && oidOf(type) == Oid::SignedData
             && enter(Der::context(0)) && m_reader.enter(Der::Sequence, &wrapped)
             && takeSignedData(wrapped, parts, &body) && finish(parts, type, body);
     }
@@ -55,15 +55,15 @@ private:
         return m_source->readAt(begin, to->data() + old, end - begin);
     }
 
-    bool take(BerHeader *header, QByteArray *to)
+    bool copyElement(BerHeader *header, QByteArray *to)
     {
         return m_reader.skip(header) && append(header->begin, m_reader.offset(), to);
     }
 
-    bool takeOid(QByteArray *to)
+    bool copyOid(QByteArray *to)
     {
         BerHeader header;
-        return take(&header, to) && header.tag == Der::ObjectIdentifier;
+        return copyElement(&header, to) && header.tag == Der::ObjectIdentifier;
     }
 
     /// Whether the end of `outer` is reached, whose mark is then left behind.
@@ -102,7 +102,7 @@ private:
     {
         BerHeader header;
         QByteArray type;
-        if (!m_reader.enter(Der::Sequence, &header) || !takeOid(&type))
+        if (!m_reader.enter(Der::Sequence, &header) || !copyOid(&type))
             return false;
         Der::Slice content;
         Der::single(Der::sliceOf(type), Der::ObjectIdentifier, &content);
@@ -115,12 +115,13 @@ private:
     {
         BerHeader version;
         BerHeader digests;
-        if (!take(&version, body) || version.tag != Der::Integer || !take(&digests, body)
-            || digests.tag != Der::Set || !takeEncapsulated(parts, body))
+        if (!copyElement(&version, body) || version.tag != Der::Integer
+            || !copyElement(&digests, body) || digests.tag != Der::Set
+            || !takeEncapsulated(parts, body))
             return false;
         while (!leaves(outer)) {
             BerHeader rest;
-            if (!take(&rest, body))
+            if (!copyElement(&rest, body))
                 return false;
         }
         return true;

@@ -18,8 +18,8 @@ PinState pinStateOf(CK_FLAGS flags)
         return PinState::FinalTry;
     if (flags & CKF_USER_PIN_COUNT_LOW)
         return PinState::CountLow;
-    // Only of a token that says when it wants a login is it worth anything what it says of the PIN;
-    // and a keypad asks by itself.
+    // A missing PIN means something only if the token says when it wants a login. A keypad asks by
+    // itself.
     constexpr CK_FLAGS Relevant =
         CKF_LOGIN_REQUIRED | CKF_USER_PIN_INITIALIZED | CKF_PROTECTED_AUTHENTICATION_PATH;
     return (flags & Relevant) == CKF_LOGIN_REQUIRED ? PinState::NotSet : PinState::Normal;
@@ -75,7 +75,7 @@ bool isUsable(const CK_TOKEN_INFO &info)
         && !identityOf(info).label.trimmed().isEmpty();
 }
 
-bool take(const TokenFlags &flags, TokenStatus *status)
+bool applyFlags(const TokenFlags &flags, TokenStatus *status)
 {
     const auto told = [](TokenStatus &one) {
         return std::tie(one.pinState, one.officerPinState, one.hasPinPad, one.pinToBeChanged,

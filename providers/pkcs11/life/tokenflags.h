@@ -9,7 +9,7 @@
 
 namespace Trivex {
 
-/// What the token says of its PIN and of itself, from its flags (PKCS#11 2.40, 3.2).
+/// The flags of a token about itself and its PIN (PKCS#11 2.40, 3.2).
 struct TokenFlags {
     bool needsLogin = false;
     bool hasUserPin = false;
@@ -32,6 +32,6 @@ TRIVEX_TOKENS_EXPORT TokenFlags flagsOf(const CK_TOKEN_INFO &info);
 TRIVEX_TOKENS_EXPORT bool isUsable(const CK_TOKEN_INFO &info);
 
 /// Puts into the status what the flags say; true where something is different.
-TRIVEX_TOKENS_EXPORT bool take(const TokenFlags &flags, TokenStatus *status);
+TRIVEX_TOKENS_EXPORT bool applyFlags(const TokenFlags &flags, TokenStatus *status);
 
 } // namespace Trivex

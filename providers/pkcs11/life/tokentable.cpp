@@ -242,7 +242,7 @@ TokenPtr TokenTable::attach(const Pkcs11::ModulePtr &module, CK_SLOT_ID slot,
         made.status.present = true;
         made.status.loading = true;
         made.status.readOnly = made.store.readOnly;
-        take(flags, &made.status);
+        applyFlags(flags, &made.status);
         made.status.facts = factsOf(info);
         status = NumberedStatus(made.status);
         lifetime = m_loginLifetime;
@@ -380,7 +380,7 @@ void TokenTable::publishFlags(const TokenPtr &token, const CK_TOKEN_INFO &info)
         readAgain = !current.isRead && !current.loading;
         // A trust module's store stays read-only, whatever its token says.
         const bool readOnly = flags.readOnly || found->store.type == QCA::KeyStore::System;
-        const bool isNew = take(flags, &current);
+        const bool isNew = applyFlags(flags, &current);
         if (!isNew && current.readOnly == readOnly && current.facts == facts && !readAgain)
             return;
         current.facts = facts;

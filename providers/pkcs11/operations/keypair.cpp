@@ -32,7 +32,7 @@ QByteArray bigEndian(int number)
     return bytes;
 }
 
-/// What kinds of pair differ in.
+/// The differences between the kinds of pair.
 struct PairKind {
     CK_KEY_TYPE type;
     CK_MECHANISM_TYPE mechanism;
@@ -40,35 +40,35 @@ struct PairKind {
     void (*addPrivatePart)(Template *);
 };
 
-void addRsaNumbers(const GenerationRequest &request, Template *wanted)
+void addRsaNumbers(const GenerationRequest &request, Template *part)
 {
-    wanted->addFlag(CKA_ENCRYPT, true)
+    part->addFlag(CKA_ENCRYPT, true)
         .addNumber(CKA_MODULUS_BITS, CK_ULONG(request.bits))
         .add(CKA_PUBLIC_EXPONENT, bigEndian(request.exponent));
 }
 
-void addDecryption(Template *wanted)
+void addDecryption(Template *part)
 {
-    wanted->addFlag(CKA_DECRYPT, true);
+    part->addFlag(CKA_DECRYPT, true);
 }
 
-void addCurve(const GenerationRequest &request, Template *wanted)
+void addCurve(const GenerationRequest &request, Template *part)
 {
-    wanted->add(CKA_EC_PARAMS, request.curve);
+    part->add(CKA_EC_PARAMS, request.curve);
 }
 
-void addGostParameters(const GenerationRequest &request, Template *wanted)
+void addGostParameters(const GenerationRequest &request, Template *part)
 {
-    wanted->addNumber(CKA_KEY_TYPE, request.type)
+    part->addNumber(CKA_KEY_TYPE, request.type)
         .add(CKA_GOSTR3410_PARAMS, request.curve)
         .add(CKA_GOSTR3411_PARAMS, request.digest);
 }
 
 void addNothing(Template *) { }
 
-template <CK_KEY_TYPE type> void addType(Template *wanted)
+template <CK_KEY_TYPE type> void addType(Template *part)
 {
-    wanted->addNumber(CKA_KEY_TYPE, type);
+    part->addNumber(CKA_KEY_TYPE, type);
 }
 
 constexpr PairKind PairKinds[] = {
@@ -96,20 +96,20 @@ void checkRequest(const TokenConnection &connection, const GenerationRequest &re
         throw Error(TokenError::NotSupported);
 }
 
-void addPublicPart(const GenerationRequest &request, Template *wanted)
+void addPublicPart(const GenerationRequest &request, Template *part)
 {
-    wanted->addFlag(CKA_TOKEN, true).addFlag(CKA_PRIVATE, false).addFlag(CKA_VERIFY, true);
-    kindOf(request).addPublicPart(request, wanted);
+    part->addFlag(CKA_TOKEN, true).addFlag(CKA_PRIVATE, false).addFlag(CKA_VERIFY, true);
+    kindOf(request).addPublicPart(request, part);
 }
 
-void addPrivatePart(const GenerationRequest &request, Template *wanted)
+void addPrivatePart(const GenerationRequest &request, Template *part)
 {
-    wanted->addFlag(CKA_TOKEN, true)
+    part->addFlag(CKA_TOKEN, true)
         .addFlag(CKA_PRIVATE, true)
         .addFlag(CKA_SENSITIVE, true)
         .addFlag(CKA_EXTRACTABLE, false)
         .addFlag(CKA_SIGN, true);
-    kindOf(request).addPrivatePart(wanted);
+    kindOf(request).addPrivatePart(part);
 }
 
 /// Marks the pair until its own id is known, so that its halves are found if a call fails that
@@ -122,35 +122,35 @@ QByteArray provisionalId()
     return id;
 }
 
-/// What a pair that is being made can be found by.
+/// The ids and handles by which a pair that is being made can be found.
 struct NewPair {
     std::vector<QByteArray> ids;
     std::vector<CK_OBJECT_HANDLE> objects;
     int handleSeries = 0; ///< of `objects`
 };
 
-/// By the login that the pair was made with, or a new one: without one a token doesn't show the
-/// private half.
-void remove(TokenConnection &connection, Operation &operation, const NewPair &pair) noexcept
+/// Removes both halves. It uses the login that the pair was made with, or a new one: without a
+/// login a token does not show the private half.
+void removeObjects(TokenConnection &connection, Operation &operation, const NewPair &pair) noexcept
 {
     try {
         const Session session = connection.openToUndo(operation);
         const auto destroy = [&](CK_OBJECT_HANDLE object) {
             session.module()->C_DestroyObject(session.handle(), object);
         };
-        // They may name other objects by now.
+        // The handles may name other objects by now.
         const bool areGood = pair.handleSeries == connection.handleSeries();
         for (const CK_OBJECT_HANDLE object :
              areGood ? pair.objects : std::vector<CK_OBJECT_HANDLE>())
             destroy(object);
         for (const QByteArray &id : pair.ids) {
-            Template wanted;
-            wanted.add(CKA_ID, id);
-            for (const CK_OBJECT_HANDLE object : Pkcs11::findObjects(session, wanted))
+            Template sameId;
+            sameId.add(CKA_ID, id);
+            for (const CK_OBJECT_HANDLE object : Pkcs11::findObjects(session, sameId))
                 destroy(object);
         }
     } catch (const Error &) {
-        // The token is gone; what it kept is a key without a certificate, which shows nowhere.
+        // The token is gone. It may keep a key without a certificate, which shows nowhere.
     }
 }
 
@@ -162,7 +162,7 @@ bool setId(const Session &session, CK_OBJECT_HANDLE object, const QByteArray &id
         == CKR_OK;
 }
 
-/// Both halves, or neither: they find each other by their id.
+/// Changes the id of both halves or of neither, because they find each other by their id.
 void setIds(const Session &session, CK_OBJECT_HANDLE publicObject, CK_OBJECT_HANDLE privateObject,
             const QByteArray &id, const QByteArray &previous)
 {
@@ -171,8 +171,8 @@ void setIds(const Session &session, CK_OBJECT_HANDLE publicObject, CK_OBJECT_HAN
         setId(session, publicObject, previous);
 }
 
-/// What the module calls the new pair: a half that was there before, or that is of another class,
-/// is somebody else's object, and nothing may be done to it.
+/// Whether an object that the module names as half of the new pair is one. An object that was there
+/// before, or that has another class, is somebody else's, and nothing may be done to it.
 bool isNewHalf(const TokenConnection &connection, const Session &session, CK_OBJECT_HANDLE object,
                CK_OBJECT_CLASS objectClass)
 {
@@ -185,8 +185,8 @@ bool isNewHalf(const TokenConnection &connection, const Session &session, CK_OBJ
         && reader.readIfThere(session, object) && reader.number(0, CKO_DATA) == objectClass;
 }
 
-TokenKeyPtr make(TokenConnection &connection, const GenerationRequest &request,
-                 const QString &label, NewPair *pair)
+TokenKeyPtr generate(TokenConnection &connection, const GenerationRequest &request,
+                     const QString &label, NewPair *pair)
 {
     const QByteArray id = pair->ids.front();
     const Session session = connection.open(Session::ReadWrite);
@@ -224,14 +224,14 @@ TokenKeyPtr make(TokenConnection &connection, const GenerationRequest &request,
     return made;
 }
 
-TokenKeyPtr makeOrUndo(TokenConnection &connection, Operation &operation,
-                       const GenerationRequest &request)
+TokenKeyPtr generateOrUndo(TokenConnection &connection, Operation &operation,
+                           const GenerationRequest &request)
 {
     NewPair pair = {{provisionalId()}, {}};
     try {
-        return make(connection, request, operation.objectId(), &pair);
+        return generate(connection, request, operation.objectId(), &pair);
     } catch (const Error &) {
-        remove(connection, operation, pair);
+        removeObjects(connection, operation, pair);
         throw;
     }
 }
@@ -239,7 +239,7 @@ TokenKeyPtr makeOrUndo(TokenConnection &connection, Operation &operation,
 /// The exponent that every token takes.
 constexpr int CommonExponent = 65537;
 
-/// What is asked for where a token does not take the first form; nothing where there is no other.
+/// The request for a token that refuses the first form; none if there is no other form.
 std::optional<GenerationRequest> otherForm(const GenerationRequest &request)
 {
     GenerationRequest other = request;
@@ -279,13 +279,13 @@ TokenKeyPtr generateKeyPair(TokenConnection &connection, Operation &operation,
     connection.login(operation);
     const std::optional<GenerationRequest> other = otherForm(request);
     try {
-        return makeOrUndo(connection, operation, request);
+        return generateOrUndo(connection, operation, request);
     } catch (const Error &error) {
         if (!other || !mayRefuseForm(error))
             throw;
     }
     connection.checkCancelled();
-    return makeOrUndo(connection, operation, *other);
+    return generateOrUndo(connection, operation, *other);
 }
 
 void removeKeyPair(TokenConnection &connection, Operation &operation, const QByteArray &publicInfo)
@@ -296,7 +296,7 @@ void removeKeyPair(TokenConnection &connection, Operation &operation, const QByt
         pair.objects = {key->publicObject, key->privateObject};
         pair.handleSeries = connection.handleSeries();
     }
-    remove(connection, operation, pair);
+    removeObjects(connection, operation, pair);
     connection.readKeysAgain();
 }
 

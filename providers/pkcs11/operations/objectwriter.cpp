@@ -38,26 +38,27 @@ QByteArray publicInfoIn(const TokenCertificate &certificate)
     return QByteArray(view.constData(), view.size());
 }
 
-/// Something that is to be written, and the objects that are it already or may be.
-struct Wanted {
+/// An object that is to be written, and the objects on the token that are it already or may be.
+struct ObjectPlan {
     ObjectMark mark;
     std::vector<CK_OBJECT_HANDLE> present;
 };
 
-// What is there is looked for before anything is written, in as few searches as can be: a token
-// compares all its objects in each, and reads itself anew in one after a change.
+// The searches come before anything is written, and there are as few of them as possible: a token
+// compares all its objects in each search, and reads itself anew in a search after a change.
 
-/// In one search for all of them. What is known of the others is not read again.
-std::vector<Wanted> lookForCertificates(const TokenConnection &connection, const Writing &writing,
-                                        const std::vector<QByteArray> &ders)
+/// Makes one search for all certificates. It does not read those again that the connection knows.
+std::vector<ObjectPlan> lookForCertificates(const TokenConnection &connection,
+                                            const Writing &writing,
+                                            const std::vector<QByteArray> &ders)
 {
-    std::vector<Wanted> wanted;
+    std::vector<ObjectPlan> plans;
     QHash<QByteArray, size_t> places;
     for (const QByteArray &der : ders) {
         if (places.contains(der))
             continue;
-        places.insert(der, wanted.size());
-        wanted.push_back({{CKO_CERTIFICATE, {}, der}, {}});
+        places.insert(der, plans.size());
+        plans.push_back({{CKO_CERTIFICATE, {}, der}, {}});
     }
     QSet<CK_OBJECT_HANDLE> others;
     for (const TokenEntryPtr &entry : connection.contents()->entries) {
@@ -72,14 +73,14 @@ std::vector<Wanted> lookForCertificates(const TokenConnection &connection, const
             continue;
         const auto found = places.constFind(reader.value(0));
         if (found != places.constEnd())
-            wanted[*found].present.push_back(object);
+            plans[*found].present.push_back(object);
     }
-    return wanted;
+    return plans;
 }
 
-/// In one search for both halves.
-void lookForPair(const Writing &writing, const QByteArray &id, Wanted *privateHalf,
-                 Wanted *publicHalf)
+/// Makes one search for both halves of a pair.
+void lookForPair(const Writing &writing, const QByteArray &id, ObjectPlan *privateHalf,
+                 ObjectPlan *publicHalf)
 {
     privateHalf->mark = {CKO_PRIVATE_KEY, id, {}};
     publicHalf->mark = {CKO_PUBLIC_KEY, id, {}};
@@ -89,7 +90,7 @@ void lookForPair(const Writing &writing, const QByteArray &id, Wanted *privateHa
     for (const CK_OBJECT_HANDLE object : Pkcs11::findObjects(writing.session(), sameId)) {
         if (!reader.readIfThere(writing.session(), object))
             continue;
-        for (Wanted *half : {privateHalf, publicHalf}) {
+        for (ObjectPlan *half : {privateHalf, publicHalf}) {
             if (reader.number(0, CKO_DATA) == half->mark.objectClass)
                 half->present.push_back(object);
         }
@@ -98,10 +99,10 @@ void lookForPair(const Writing &writing, const QByteArray &id, Wanted *privateHa
 
 /// Gives the certificate the names that go with its key, and writes it unless it is there.
 /// True when it was written.
-bool put(TokenConnection &connection, Writing &writing, const Wanted &wanted,
-         TokenCertificate &certificate, const QString &label)
+bool writeUnlessPresent(TokenConnection &connection, Writing &writing, const ObjectPlan &plan,
+                        TokenCertificate &certificate, const QString &label)
 {
-    if (!wanted.present.empty())
+    if (!plan.present.empty())
         return false;
     const QByteArray publicInfo = publicInfoIn(certificate);
     const TokenKeyPtr key = connection.contents()->keyFor(publicInfo);
@@ -111,7 +112,7 @@ bool put(TokenConnection &connection, Writing &writing, const Wanted &wanted,
         certificate.label = commonNameOf(certificate);
     Template object;
     fillCertificate(certificate, &object);
-    certificate.objects = {writing.create(object, wanted.mark, {})};
+    certificate.objects = {writing.create(object, plan.mark, {})};
     return true;
 }
 
@@ -128,7 +129,7 @@ void makeListed(TokenConnection &connection, const QVector<QByteArray> &ders)
 
 QString listedId(TokenConnection &connection, const QByteArray &der)
 {
-    // Written by another program since the token was read.
+    // Another program may have written it since the token was read.
     if (!connection.contents()->entryOf(der))
         connection.read();
     const TokenEntryPtr entry = connection.contents()->entryOf(der);
@@ -137,7 +138,7 @@ QString listedId(TokenConnection &connection, const QByteArray &der)
     return entry->id;
 }
 
-/// What an object under the id of a key is to that key.
+/// Whether an object under the id of a key belongs to that key.
 enum class Kinship { Own, Foreign, Unknown };
 
 /// Private keys of elliptic curves do not show their public half: they are unknown.
@@ -156,19 +157,19 @@ Kinship kinshipOf(const Writing &writing, CK_OBJECT_HANDLE object, const KeyMate
 }
 
 /// Writes one half of a pair unless one of the objects is it already.
-CK_OBJECT_HANDLE putHalf(Writing &writing, const Wanted &wanted, const KeyMaterial &key,
-                         Template &object)
+CK_OBJECT_HANDLE writeHalf(Writing &writing, const ObjectPlan &plan, const KeyMaterial &key,
+                           Template &object)
 {
-    for (const CK_OBJECT_HANDLE candidate : wanted.present) {
+    for (const CK_OBJECT_HANDLE candidate : plan.present) {
         if (kinshipOf(writing, candidate, key) != Kinship::Foreign)
             return candidate;
     }
-    return writing.create(object, wanted.mark, wanted.present);
+    return writing.create(object, plan.mark, plan.present);
 }
 
-/// A bundle, with what the token has of it.
-struct WantedBundle {
-    WantedBundle(TokenConnection &connection, const Writing &writing, const BundleToWrite &bundle)
+/// What is to be written of a bundle, and what of it the token has.
+struct BundlePlan {
+    BundlePlan(TokenConnection &connection, const Writing &writing, const BundleToWrite &bundle)
     {
         const QByteArray info = bundle.key.publicInfo();
         const TokenKeyPtr known = connection.contents()->keyFor(info);
@@ -183,11 +184,11 @@ struct WantedBundle {
         chain = lookForCertificates(connection, writing, bundle.chain);
     }
 
-    /// Whether another pair has the id, whose private half does not tell itself from ours: under
-    /// one id they would be taken for each other.
+    /// Whether another pair has the id and its private half cannot be told from ours. Under one id
+    /// the two pairs would be mistaken for each other.
     bool isTaken(const Writing &writing, const KeyMaterial &key) const
     {
-        const auto has = [&](const Wanted &half, Kinship kinship) {
+        const auto has = [&](const ObjectPlan &half, Kinship kinship) {
             return std::any_of(half.present.begin(), half.present.end(),
                                [&](CK_OBJECT_HANDLE object) {
                                    return kinshipOf(writing, object, key) == kinship;
@@ -198,32 +199,32 @@ struct WantedBundle {
     }
 
     QByteArray id;
-    Wanted privateHalf;
-    Wanted publicHalf;
-    std::vector<Wanted> chain;
+    ObjectPlan privateHalf;
+    ObjectPlan publicHalf;
+    std::vector<ObjectPlan> chain;
 };
 
-void putKeys(TokenConnection &connection, Writing &writing, const WantedBundle &wanted,
-             const KeyMaterial &key, const QString &label)
+void writeKeys(TokenConnection &connection, Writing &writing, const BundlePlan &plan,
+               const KeyMaterial &key, const QString &label)
 {
-    const TokenCertificate own = parsed(wanted.chain.front().mark.value);
+    const TokenCertificate own = parsed(plan.chain.front().mark.value);
     Template privateHalf;
-    fillPrivateKey(key, own.parts.subject.in(own.der), wanted.id, label, &privateHalf);
-    const auto privateObject = putHalf(writing, wanted.privateHalf, key, privateHalf);
+    fillPrivateKey(key, own.parts.subject.in(own.der), plan.id, label, &privateHalf);
+    const auto privateObject = writeHalf(writing, plan.privateHalf, key, privateHalf);
     Template publicHalf;
-    fillPublicKey(key, wanted.id, label, &publicHalf);
-    const auto publicObject = putHalf(writing, wanted.publicHalf, key, publicHalf);
+    fillPublicKey(key, plan.id, label, &publicHalf);
+    const auto publicObject = writeHalf(writing, plan.publicHalf, key, publicHalf);
     connection.noteWritten(writing.session(), publicObject, privateObject);
 }
 
-void putChain(TokenConnection &connection, Writing &writing, const WantedBundle &wanted,
-              const QString &label)
+void writeChain(TokenConnection &connection, Writing &writing, const BundlePlan &plan,
+                const QString &label)
 {
     std::vector<TokenCertificate> written;
-    for (const Wanted &one : wanted.chain) {
+    for (const ObjectPlan &one : plan.chain) {
         TokenCertificate certificate = parsed(one.mark.value);
-        const bool isOwn = &one == &wanted.chain.front();
-        if (put(connection, writing, one, certificate, isOwn ? label : QString()))
+        const bool isOwn = &one == &plan.chain.front();
+        if (writeUnlessPresent(connection, writing, one, certificate, isOwn ? label : QString()))
             written.push_back(certificate);
     }
     connection.noteWritten(written);
@@ -245,8 +246,8 @@ QString writeCertificate(TokenConnection &connection, Operation &operation, cons
     connection.checkWritable();
     connection.login(operation);
     Writing writing(connection, operation);
-    const auto wanted = lookForCertificates(connection, writing, {der});
-    if (put(connection, writing, wanted.front(), certificate, QString()))
+    const auto plans = lookForCertificates(connection, writing, {der});
+    if (writeUnlessPresent(connection, writing, plans.front(), certificate, QString()))
         connection.noteWritten({certificate});
     const QString id = listedId(connection, der);
     writing.keep();
@@ -260,12 +261,12 @@ void writeCertificates(TokenConnection &connection, Operation &operation,
     connection.checkWritable();
     connection.login(operation);
     Writing writing(connection, operation);
-    const auto wanted = lookForCertificates(connection, writing, {ders.begin(), ders.end()});
+    const auto plans = lookForCertificates(connection, writing, {ders.begin(), ders.end()});
     std::vector<TokenCertificate> written;
     try {
-        for (const Wanted &one : wanted) {
+        for (const ObjectPlan &one : plans) {
             TokenCertificate certificate = parsed(one.mark.value);
-            if (put(connection, writing, one, certificate, QString()))
+            if (writeUnlessPresent(connection, writing, one, certificate, QString()))
                 written.push_back(certificate);
             writing.keep();
             ++*count;
@@ -287,9 +288,9 @@ QString writeBundle(TokenConnection &connection, Operation &operation, const Bun
     connection.login(operation);
     Writing writing(connection, operation);
     const QString label = bundle.name.isEmpty() ? commonNameOf(own) : bundle.name;
-    const WantedBundle wanted(connection, writing, bundle);
-    putKeys(connection, writing, wanted, bundle.key, label);
-    putChain(connection, writing, wanted, label);
+    const BundlePlan plan(connection, writing, bundle);
+    writeKeys(connection, writing, plan, bundle.key, label);
+    writeChain(connection, writing, plan, label);
     const QString id = listedId(connection, own.der);
     const TokenEntryPtr entry = connection.contents()->entry(id);
     if (!entry->key || entry->key->privateObject == CK_INVALID_HANDLE)
