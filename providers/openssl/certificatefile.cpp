@@ -125,7 +125,7 @@ bool removeFromFile(const QString &path, const QString &id)
         return false;
     QByteArray kept;
     int keptUpTo = 0;
-    // What can't be read here may be somebody's key all the same: it keeps the file alive.
+    // A block that can't be read here may be somebody's key, so it keeps the file alive.
     int left = 0;
     const QList<PemBlock> blocks = readPem(*text, &left);
     for (const PemBlock &block : blocks) {

@@ -31,7 +31,7 @@ struct FileStamp {
     bool operator==(const FileStamp &other) const;
 };
 
-/// Of a regular file (or a link to one); invalid for everything else.
+/// The stamp of a regular file (or of a link to one); invalid for everything else.
 FileStamp stampOf(const QString &path);
 
 /// The file's certificates in order, each once. `*error` gets a text for the log when the file

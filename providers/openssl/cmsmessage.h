@@ -27,7 +27,7 @@ public:
     void setupVerify(const QByteArray &detachedSig) override;
     void start(QCA::SecureMessage::Format format, Operation operation) override;
     void update(const QByteArray &in) override;
-    /// What was not read yet.
+    /// The part that was not read yet.
     QByteArray read() override;
     int written() override;
     void end() override;

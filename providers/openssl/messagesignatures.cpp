@@ -37,7 +37,7 @@ bool isGoodForMail(const QByteArray &certificate)
     return isGood;
 }
 
-/// What may be part of the path of one certificate.
+/// The certificates that may be part of the path of one certificate.
 struct Surroundings {
     QCA::CertificateCollection trusted;
     QCA::CertificateCollection others;

@@ -6,7 +6,7 @@
 
 namespace Trivex {
 
-/// What belongs to all messages of one `QCA::CMS`.
+/// Shared by all messages of one `QCA::CMS`.
 struct MessageMeans {
     QCA::CertificateCollection trusted;
     QCA::CertificateCollection untrusted;

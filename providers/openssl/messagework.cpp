@@ -18,7 +18,7 @@ namespace {
 
 using Format = QCA::SecureMessage::Format;
 
-/// What stock code calls every message, and all programs read.
+/// The name that stock code gives every message, and that all programs read.
 constexpr char PemLabel[] = "PKCS7";
 
 QByteArray inFormat(const QByteArray &message, Format format)

@@ -13,7 +13,7 @@
 
 namespace Trivex {
 
-/// What the store holds at one moment; shared by all who read it.
+/// The contents of the store at one moment, shared by all readers.
 using UserSnapshot = std::shared_ptr<const QVector<StoredCertificate>>;
 
 /// Reads the certificates of a directory of PEM files (*.pem, *.crt, *.cer) and keeps up with it.

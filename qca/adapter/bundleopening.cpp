@@ -26,7 +26,7 @@ void BundleOpening::run()
         m_result = readBundle(*contents, m_password, &m_bundle);
     else if (problem == FileProblem::Unreadable)
         m_result = QCA::ErrorFile;
-    // What is too large is no bundle.
+    // A file that is too large counts as no bundle.
     m_waiter.resolve();
 }
 

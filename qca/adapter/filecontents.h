@@ -32,7 +32,7 @@ struct FileObject {
     /// A private key; null for one that needs a password.
     std::shared_ptr<const KeyMaterial> key;
     bool isEncrypted = false;
-    /// Of a private key: which of the objects is its certificate; -1 for none of them.
+    /// For a private key: the index of the object that is its certificate; -1 for none of them.
     int certificate = -1;
 };
 
@@ -51,7 +51,7 @@ struct TRIVEX_QCA_EXPORT FileContents {
     Form form = Document;
     QVector<FileObject> objects;
     int broken = 0; ///< parts of the file that are damaged and left out
-    /// What looks like a private key beyond the first `MaxFileKeys`: not looked at.
+    /// The number of private keys beyond the first `MaxFileKeys`, which are not looked at.
     int unreadKeys = 0;
 
     bool has(FileObject::Kind kind) const;

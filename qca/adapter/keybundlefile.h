@@ -11,9 +11,9 @@
 
 namespace Trivex {
 
-/// What a file came to: the bundle for `ConvertGood`, else a null one with `ErrorFile` (missing,
-/// unreadable or no regular file), `ErrorPassphrase` or `ErrorDecode` (no key bundle, or our
-/// certificate provider is not there).
+/// The result of opening a file: the bundle for `ConvertGood`, else a null one with `ErrorFile`
+/// (missing, unreadable or no regular file), `ErrorPassphrase` or `ErrorDecode` (no key bundle, or
+/// our certificate provider is not there).
 struct LoadedBundle {
     QCA::ConvertResult result = QCA::ErrorDecode;
     QCA::KeyBundle bundle;

@@ -23,7 +23,7 @@ public:
     }
 };
 
-// Of the key itself: its container may name another, for stock code to accept it.
+// The provider of the key itself: its container may name another, so that stock code accepts it.
 QString providerOf(const QCA::PrivateKey &key)
 {
     const auto *container = dynamic_cast<const QCA::PKeyContext *>(key.context());

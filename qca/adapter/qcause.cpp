@@ -62,7 +62,7 @@ void letGoOfQca()
     ++use.kept;
 }
 
-/// What was kept for the users of an application object before this one.
+/// Releases QCA for the users of an earlier application object.
 void giveBack(QcaUse *use)
 {
     if (use->hasUsers())

@@ -14,13 +14,13 @@
 
 namespace Trivex {
 
-/// What the tokens' threads hold too.
+/// Shared with the threads of tokens.
 struct StoreWriter::Shared {
     const OperationOwnerPtr owner = std::make_shared<OperationOwner>();
     std::mutex mutex;
     std::unique_ptr<Mailbox, Mailbox::DeleteLater> mailbox{new Mailbox};
-    /// Of what has been started, by the writer's thread alone; null when it is over. Several may be
-    /// at work at once, so each has its own.
+    /// The tasks that have been started, for the writer's thread alone; null when over. Several may
+    /// be at work at once, so each has its own.
     std::vector<std::weak_ptr<Cancellation>> tasks;
 
     void post(std::function<void()> function)

@@ -47,7 +47,7 @@ public:
     void cancel();
 
 Q_SIGNALS:
-    // Of what goes past QCA alone. Never before the call that they belong to returns.
+    // Emitted for writes past QCA only, and never before the call that they belong to returns.
 
     /// `entryId` is empty when the write failed.
     void written(const QString &entryId);

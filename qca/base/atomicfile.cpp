@@ -33,7 +33,7 @@ QString directoryOf(const QString &path)
 /// file system knows no locks, only its age speaks for it.
 bool isBeingWritten(const QString &part)
 {
-    // For writing: NFS gives such a lock to nobody else.
+    // The file is opened for writing, because NFS gives such a lock to nobody else.
     const Descriptor file(
         ::open(QFile::encodeName(part).constData(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     if (!file.isOpen() || ::flock(file.get(), LOCK_EX | LOCK_NB) == 0)

@@ -17,7 +17,7 @@ enum class WriteResult {
     Failed,
 };
 
-/// Who may read a new file: everybody whom the process's umask lets, or its owner alone.
+/// The readers of a new file: everybody whom the process's umask allows, or its owner alone.
 enum class FileReaders { Everybody, Owner };
 
 /// A file in the making, which appears under its name when it is whole: until then it is a hidden

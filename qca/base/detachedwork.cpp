@@ -22,7 +22,8 @@ bool startDetached(std::function<void()> work)
         std::thread([shared]() mutable {
             const ForeignCall call;
             (*shared)();
-            // What it owns goes before the call ends, after which the process may be gone.
+            // The work's data is destroyed before the call ends, because the process may be gone
+            // after that.
             *shared = nullptr;
         }).detach();
     } catch (const std::system_error &) {

@@ -77,8 +77,8 @@ void runHooks()
     stopQca(deadline);
 }
 
-/// What `exit` would do at its very end. In a thread of its own, because a stream that a module
-/// reads from is locked.
+/// Flushes the streams, as `exit` would at its very end. A thread of its own does it, because a
+/// stream that a module reads from is locked.
 void flushStreams()
 {
     static std::atomic<bool> done{false};

@@ -13,11 +13,11 @@ namespace Trivex {
 /// for one path are found at once. For one thread at a time.
 class TRIVEX_QCA_EXPORT CandidateIndex {
 public:
-    /// What is no certificate is left out. The same one may lie in several places.
+    /// Leaves out everything that is no certificate. The same one may lie in several places.
     void add(const ChainCandidate &candidate);
     /// Takes one of them out again.
     void remove(const ChainCandidate &candidate);
-    /// What is no revocation list is left out.
+    /// Leaves out everything that is no revocation list.
     void addList(const QByteArray &der);
     void clearLists() { m_lists.clear(); }
 

@@ -9,7 +9,7 @@
 
 namespace Trivex {
 
-/// What the check of a path, or of one step in it, came to. A later one outweighs an earlier one.
+/// The result of the check of a path or of one step in it. A later value outweighs an earlier one.
 enum class ChainVerdict {
     Good,
     Doubtful, ///< nothing is wrong with it, and there is something to know
@@ -70,7 +70,7 @@ struct ChainCandidate {
     }
 };
 
-/// What a path may have to be good for (RFC 5280, 4.2.1.12).
+/// The purposes that a path may have to serve (RFC 5280, 4.2.1.12).
 enum class ChainPurpose { Any, WebServer, WebClient, Email, TimeStamps, CodeSigning };
 
 struct ChainInput {

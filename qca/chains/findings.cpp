@@ -35,7 +35,8 @@ struct Meaning {
 
 constexpr Meaning Meanings[] = {
     {X509_V_OK, ChainReason::None},
-    // What the lists given don't cover is not checked against them, and that is no finding.
+    // Certificates that the given lists don't cover are not checked against them. That is no
+    // finding.
     {X509_V_ERR_UNABLE_TO_GET_CRL, ChainReason::None},
     {X509_V_ERR_UNABLE_TO_GET_CRL_ISSUER, ChainReason::None},
     {X509_V_ERR_DIFFERENT_CRL_SCOPE, ChainReason::None},

@@ -6,7 +6,7 @@
 
 namespace Trivex {
 
-/// What each finding means for its step. The one place where reasons are weighed.
+/// The meaning of each finding for its step. Reasons are weighed only here.
 ChainVerdict verdictOf(ChainReason reason);
 
 /// The reason behind one of libcrypto's X509_V_ERR_ numbers at `depth`, 0 being the checked

@@ -11,7 +11,7 @@
 namespace Trivex {
 
 /// Which certificate has issued which, asked of libcrypto: names, key identifiers and signatures.
-/// Each answer is kept, because a path is looked for in several ways. At most `MaxIssuerChecks`
+/// Each answer is kept, because the search for a path tries several ways. At most `MaxIssuerChecks`
 /// signatures are computed; after that a name is taken for an issuer, and the check of the path
 /// itself decides.
 class Issuance {

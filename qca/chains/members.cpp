@@ -30,7 +30,7 @@ void loadEngineFor(const QByteArray &der)
 X509Handle nativeOf(const QByteArray &der)
 {
     loadEngineFor(der);
-    // Not as shared data: that has memory of QCA's, and this thread may outlive QCA.
+    // The shared data is not used: it has memory of QCA's, and this thread may outlive QCA.
     return der.size() > MaxCertificateBytes ? nullptr
                                             : decodeNative<X509Handle>(Der::sliceOf(der), d2i_X509);
 }

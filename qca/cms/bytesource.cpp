@@ -52,7 +52,7 @@ public:
             && isSameTime(now.st_mtim, m_status.st_mtim);
     }
 
-    // Whoever writes can set every time but this one.
+    // A writer can set every time of a file except this one.
     bool isUntouched() const override
     {
         struct stat now;

@@ -48,7 +48,7 @@ const Digest &curveDigest(int bits)
     return bits <= 256 ? Sha256 : bits <= 384 ? Sha384 : Sha512;
 }
 
-/// Only the key itself says which of these it is.
+/// The scheme for a key whose kind only the key itself tells.
 CmsScheme otherScheme(const KeyMaterial &key)
 {
     if (!key.native() || !EVP_PKEY_is_a(key.native(), "ED25519"))

@@ -8,7 +8,7 @@
 
 namespace Trivex {
 
-/// What work on a long file shares with whoever waits for it: how far it is, and whether anybody
+/// Shared by work on a long file and its caller: how far the work is, and whether anybody
 /// still wants it. Thread-safe.
 class LongWork {
 public:

@@ -16,7 +16,7 @@ namespace Trivex {
 
 namespace {
 
-/// Of a chain of filters, whose references are in the chain itself.
+/// Owns a chain of filters: the references to them are in the chain itself.
 using FilterChain = BioHandle;
 
 /// More signers than any document has: each costs a digest of the whole document at worst.

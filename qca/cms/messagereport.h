@@ -25,7 +25,7 @@ struct SignerReport {
     };
     Verdict verdict = Unchecked;
     QByteArray certificate; ///< DER; empty when it is not there
-    /// Who it says to be, where the certificate is not there: issuer (DER Name) and serial number.
+    /// The issuer (DER Name) and serial number of the signer, for when the certificate is missing.
     QByteArray issuer;
     QByteArray serial; ///< big-endian
     QDateTime time; ///< as the signer claims; invalid when it says nothing

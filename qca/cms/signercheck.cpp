@@ -75,7 +75,8 @@ QByteArray signedAttributes(const CMS_SignerInfo *signer)
     return Der::write(Der::Set, members.join());
 }
 
-/// Of Edwards curves, which libcrypto's messages don't know before OpenSSL 3.6.
+/// Verifies a signature on an Edwards curve, which libcrypto's messages don't know before OpenSSL
+/// 3.6.
 bool verifiesWhole(EVP_PKEY *key, const CMS_SignerInfo *signer)
 {
     const ASN1_OCTET_STRING *signature =

@@ -18,7 +18,7 @@ struct Weight {
     SignerTrust trust;
 };
 
-/// What leaves the trust as it is is not here, and every other reason breaks a rule.
+/// Reasons that do not change the trust are not listed. Every other reason breaks a rule.
 constexpr Weight Weights[] = {
     {ChainReason::None, SignerTrust::Trusted},
     {ChainReason::RevokedLater, SignerTrust::Trusted},

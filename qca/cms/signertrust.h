@@ -7,7 +7,7 @@
 
 namespace Trivex {
 
-/// Whether whoever signed is who the certificate says.
+/// Whether the signer is the person that the certificate names.
 enum class SignerTrust {
     Trusted, ///< a path leads to a trusted root
     ExpiredSince, ///< so it was at the time that the signature states; the certificate has ended

@@ -59,7 +59,7 @@ void appendValue(const ShownRow &row, QString *text)
 {
     *text += row.value + QLatin1Char('\n');
     if (row.value.contains(QLatin1Char(':'))) {
-        // Bytes are looked for without colons too, in every kind of row.
+        // A search for bytes also works without colons, in every kind of row.
         *text += QString(row.value).remove(QLatin1Char(':')) + QLatin1Char('\n');
     }
 }

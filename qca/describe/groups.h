@@ -29,7 +29,7 @@ bool addCertificate(Der::Slice der, Groups *groups);
 bool addRequest(Der::Slice der, Groups *groups);
 bool addRevocationList(Der::Slice der, Groups *groups);
 
-// What more than one of them has.
+// Parts that several of them share.
 
 void addName(ShownTopic topic, Der::Slice name, Groups *groups);
 void addPublicKey(Der::Slice publicInfo, Groups *groups);

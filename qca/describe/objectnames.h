@@ -8,7 +8,7 @@
 
 namespace Trivex {
 
-// What OBJECT IDENTIFIERs are called, in the user's language where we have a word. OIDs are in
+// The names of OBJECT IDENTIFIERs, in the user's language where we have a word. OIDs are in
 // dotted form.
 
 /// An attribute of a name, or its OID.

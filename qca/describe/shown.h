@@ -8,7 +8,7 @@
 
 namespace Trivex {
 
-/// What a DER structure is.
+/// The kind of a DER structure.
 enum class ShownKind { Certificate, Request, RevocationList, PublicKey };
 
 /// One value with its label, both in the user's language and without marks that hide or turn parts
@@ -29,7 +29,7 @@ constexpr char ValidFrom[] = "from";
 constexpr char ValidUntil[] = "until";
 } // namespace ShownId
 
-/// What the rows of a group are about.
+/// The subject of the rows of a group.
 enum class ShownTopic {
     General,
     Holder,

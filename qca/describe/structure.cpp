@@ -118,7 +118,7 @@ bool looksLikeElements(Der::Slice bytes)
     return hasAny;
 }
 
-/// What stands inside of an element: its members, or the DER in a string. Empty where it has none.
+/// The inside of an element: its members, or the DER in a string. Empty if it has neither.
 Der::Slice inside(const Der::Element &element)
 {
     if (element.tag >= 0 && element.tag & Der::ConstructedBit)

@@ -7,7 +7,7 @@
 
 namespace Trivex {
 
-/// What the contexts of DSA and Diffie-Hellman keys have in common. `Type` is `DsaKey` or `DhKey`.
+/// The common part of the contexts of DSA and Diffie-Hellman keys. `Type` is `DsaKey` or `DhKey`.
 template <class KeyContext, KeyType Type>
 class TRIVEX_QCA_EXPORT DiscreteLogContext : public KeyContext, public ExtendedKey {
 public:

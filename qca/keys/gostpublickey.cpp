@@ -121,7 +121,7 @@ QByteArray GostPublicKey::digestToWrite(int keyType, const QByteArray &curve)
 {
     if (keyType == Gost2001Key)
         return QByteArray(Oid::GostDigestSet94);
-    // Only for the names of 2001.
+    // The digest is written only beside the names of 2001.
     return keyType == Gost2012Key256 && curve.startsWith(Oid::GostArc2001)
         ? QByteArray(Oid::GostDigest256)
         : QByteArray();

@@ -17,7 +17,7 @@ namespace Trivex {
 bool signNative(EVP_PKEY *key, const QByteArray &block, QByteArray *signature);
 bool verifyNative(EVP_PKEY *key, const QByteArray &block, const QByteArray &signature);
 
-/// For keys that need the whole message (Ed25519, Ed448).
+/// Used for keys that need the whole message (Ed25519, Ed448).
 bool signMessageNative(EVP_PKEY *key, const QByteArray &message, QByteArray *signature);
 bool verifyMessageNative(EVP_PKEY *key, const QByteArray &message, const QByteArray &signature);
 

@@ -35,7 +35,7 @@ protected:
 
     /// True for a key that digests by itself.
     virtual bool takesMessage() const { return false; }
-    /// What is signed of a digest.
+    /// The octets that are signed for a digest.
     virtual QByteArray blockOf(const QByteArray &digestName, const QByteArray &digest) const;
     /// The length of r and of s in the signature that is being made or verified; 0 where that is
     /// not the two side by side.

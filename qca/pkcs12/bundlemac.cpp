@@ -88,7 +88,7 @@ MacResult BundleMac::check(PKCS12 *bundle, const QList<BundlePassword> &forms,
     if (!isPresent())
         return MacResult::Absent;
     if (isPbmac1()) {
-        // Only UTF-8.
+        // PBMAC1 takes the password as UTF-8 only.
         const auto isRight = checkPbmac1(forms.first().value);
         return !isRight ? MacResult::Unknown : *isRight ? MacResult::Fits : MacResult::Wrong;
     }

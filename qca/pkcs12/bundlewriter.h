@@ -9,7 +9,7 @@
 
 namespace Trivex {
 
-/// What a PKCS#12 file is to hold.
+/// The contents of a PKCS#12 file that is to be written.
 struct BundleParts {
     QString name; ///< of the key and its certificate, for people; may be empty
     Secret privateInfo; ///< DER PrivateKeyInfo (RFC 5208), of any algorithm

@@ -24,7 +24,7 @@ void runInBackground(std::function<void()> work, QObject *context, std::function
     auto owned = std::make_shared<std::function<void()>>(std::move(work));
     const bool isStarted = startDetached([owned = std::move(owned), waiter]() mutable {
         (*owned)();
-        // What it holds goes on this thread, before anybody hears of its end.
+        // The work is destroyed on this thread, before anybody hears of its end.
         owned.reset();
         waiter->resolve();
     });

@@ -18,7 +18,7 @@ public:
     CancellationScope(const CancellationScope &) = delete;
     CancellationScope &operator=(const CancellationScope &) = delete;
 
-    /// That of the task in force on this thread, or null.
+    /// The cancellation of the task in force on this thread, or null.
     static CancellationPtr current();
 
 private:

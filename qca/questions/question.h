@@ -17,7 +17,7 @@ enum QuestionKind : int {
     EntryNameQuestion = 4,
 };
 
-/// What a token works at. For all but the last two it may ask for its PIN.
+/// The task that a token works at. For all but the last two it may ask for its PIN.
 enum class Purpose { Sign, Decrypt, Write, Remove, Generate, Look, Export, SetPin, Initialise };
 
 /// The state of a PIN by the flags of CK_TOKEN_INFO (PKCS#11 2.40, 3.2). `NotSet`: the user has no

@@ -128,7 +128,7 @@ void QuestionService::finish(const TicketPtr &ticket, QCA::PasswordAsker *asker)
         m_tickets.remove(ticket->id());
     }
     ticket->resolve(asker->accepted(), asker->password());
-    // Not here: its own signal is being delivered.
+    // It is not deleted here, because its own signal is being delivered.
     m_mailbox.post([this, asker] {
         m_askers.remove(asker);
         delete asker;

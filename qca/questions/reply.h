@@ -14,7 +14,7 @@ struct Reply {
     bool accepted = false;
     Secret password; ///< kind 0
     QString text; ///< kinds 2 and 4
-    /// Whoever answered is ready to be asked again, should the PIN be wrong.
+    /// True if the person who answered can be asked again when the PIN is wrong.
     bool asksAgain = false;
 };
 

@@ -27,7 +27,7 @@ public:
 
     /// Keeps the text that answers kinds 2 and 4 until the event is accepted.
     void noteText(const QString &text);
-    /// Whoever answers is ready to be asked again.
+    /// Notes that the person who answers can be asked again.
     void noteAsksAgain();
     /// The first call decides; later ones change nothing. True for the first.
     bool resolve(bool accepted, const QCA::SecureArray &password);

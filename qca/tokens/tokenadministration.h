@@ -26,7 +26,7 @@ struct TokenAdministration {
     Secret pin;
     Secret newPin;
     QString name; ///< to initialise: up to 32 bytes in UTF-8
-    /// Whoever typed the PIN knows that a wrong one locks it.
+    /// True if the person who typed the PIN knows that a wrong one locks it.
     bool mayBeLastTry = false;
 };
 

@@ -10,7 +10,7 @@
 
 namespace Trivex {
 
-/// What a token says of itself beside its names (PKCS#11 2.40, 3.2); it costs no call of its own.
+/// The facts that a token tells beside its names (PKCS#11 2.40, 3.2). They cost no further call.
 struct TokenFacts {
     QString label; ///< the token's own; its key store may be named otherwise
     QString firmware; ///< "2.5"; empty where the token says 0.0
@@ -62,7 +62,7 @@ inline bool operator==(const TokenKeyFacts &a, const TokenKeyFacts &b)
         && a.leave == b.leave;
 }
 
-/// What a token can do with keys of one kind.
+/// The uses that a token has for keys of one kind.
 struct TokenAbility {
     enum Kind { Rsa, EllipticCurve, Edwards, Gost };
 
@@ -78,7 +78,7 @@ struct TokenAbility {
     int madeLargest = 0;
 };
 
-/// What is read of a token only for those who want to see it.
+/// Facts of a token that are read only when somebody wants to see them.
 struct TokenLook {
     bool isTaken = false; ///< false: nobody has looked yet
     QVector<TokenAbility> abilities;

@@ -28,7 +28,7 @@ public:
 
     static TokenMakers &instance();
 
-    /// For the module of that name: `start` must be callable on any thread at any time.
+    /// Registers the module of that name. `start` must be callable on any thread at any time.
     void offer(const QString &module, Start start);
     void withdraw(const QString &module);
 

@@ -39,8 +39,8 @@ public:
     mutable std::mutex mutex;
     QHash<QString, TokenStatus> tokens;
     QHash<QString, TokenLook> looks; ///< of tokens that are there
-    /// Of the last status of each token, of forgotten ones too: an older one must not bring them
-    /// back.
+    /// The number of the last status of each token, even of forgotten ones: an older status must
+    /// not bring them back.
     QHash<QString, quint64> numbers;
     QStringList order;
     TokenBackend *backend = nullptr;

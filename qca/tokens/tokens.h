@@ -87,7 +87,7 @@ public:
     /// A copy of what is known now.
     static QVector<TokenStatus> tokens();
     static TokenStatus token(const QString &keyStoreId);
-    /// What `takeLook` has found since the token was inserted.
+    /// The findings of `takeLook` since the token was inserted.
     static TokenLook look(const QString &keyStoreId);
 
     /// Reads what a token can do and what else is on it, without a PIN; `changed` follows.

@@ -12,7 +12,8 @@ namespace Trivex {
 /// stop that; found by `qobject_cast`. The object's thread.
 class TokenWorker {
 public:
-    /// What it has at work now, or had last; null before. For `cancelTokenTask`.
+    /// The task that it works at now, or worked at last; null before the first. For
+    /// `cancelTokenTask`.
     virtual CancellationPtr tokenTask() const = 0;
 
 protected:

@@ -20,8 +20,8 @@ TRIVEX_QCA_EXPORT QString userStoreDirectory();
 /// Called once, on any thread, with the id of what was written; empty when it could not be.
 using UserWriteDone = std::function<void(const QString &entryId)>;
 
-/// Whoever keeps that store. Writing to it past QCA, as to tokens: a second key store object of one
-/// store would take the first one's news away.
+/// The keeper of that store. Writes to it go past QCA, as those to tokens do: a second key store
+/// object of one store would take the first one's news away.
 class TRIVEX_QCA_EXPORT UserStoreBackend {
 public:
     virtual ~UserStoreBackend();

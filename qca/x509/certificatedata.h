@@ -26,7 +26,7 @@ public:
     CertificateData &operator=(const CertificateData &) = delete;
 
     const QByteArray &der() const { return m_der; }
-    /// Only the subject and the issuer are filled for certain.
+    /// The subject and the issuer are always filled; the rest may be empty.
     const QCA::CertContextProps &names() const;
     const QCA::CertContextProps &properties() const;
     /// DER SubjectPublicKeyInfo.

@@ -18,8 +18,8 @@ struct InfoChange {
     std::optional<QString> after;
 };
 
-/// What leads from `before` to `after`. Where values of one type go and others come, one takes the
-/// place of the other, beginning with those that a look-up in the map gives.
+/// The changes that lead from `before` to `after`. Where values of one type go and others come, one
+/// takes the place of the other, beginning with those that a look-up in the map gives.
 QList<InfoChange> infoChanges(const QCA::CertificateInfo &before,
                               const QCA::CertificateInfo &after);
 

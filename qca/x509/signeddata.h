@@ -7,7 +7,7 @@
 
 namespace Trivex {
 
-/// What a SignedData of PKCS#7 (RFC 2315, 9.1) or CMS (RFC 5652, 5.1) carries.
+/// The contents of a SignedData of PKCS#7 (RFC 2315, 9.1) or CMS (RFC 5652, 5.1).
 struct SignedData {
     QList<QByteArray> certificates; ///< each as it lies there, not decoded
     QList<QByteArray> lists; ///< the same of revocation lists

@@ -34,8 +34,8 @@ public:
     explicit SystemListReader(QCA::KeyStore *store)
         : QThread(store)
     {
-        // That of QCA's own: whoever ends the process waits for the threads of that name before
-        // QCA ends.
+        // The name that QCA gives its own: the end of the process waits for threads of that name
+        // before QCA ends.
         setObjectName(QStringLiteral("QCA::KeyStoreOperation"));
     }
     QList<QCA::KeyStoreEntry> take() { return std::exchange(m_entries, {}); }

@@ -17,7 +17,7 @@ struct KindOfType {
     int keyType;
 };
 
-/// For keys whose public half the token does not show.
+/// Used for keys whose public half the token does not show.
 constexpr KindOfType Kinds[] = {
     {CKK_RSA, RsaKey},
     {CKK_DSA, DsaKey},

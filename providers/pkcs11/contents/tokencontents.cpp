@@ -146,8 +146,8 @@ QString entryId(const QByteArray &store, const TokenCertificate &certificate, bo
     return QString::fromLatin1(store + (hasKey ? "-k-" : "-c-") + sha1(certificate.der).toHex());
 }
 
-/// Of each certificate. Those of authorities come last: where a key is known by its id alone, and
-/// certificates share that id, it is a person's.
+/// The key of each certificate. Certificates of authorities come last: if a key is known by its id
+/// alone and several certificates have that id, the key is a person's.
 std::vector<TokenKeyPtr> keysOf(const std::vector<std::shared_ptr<TokenCertificate>> &certificates,
                                 KeyIndex *index)
 {

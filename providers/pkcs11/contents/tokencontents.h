@@ -28,7 +28,7 @@ struct TokenContents {
 };
 using TokenContentsPtr = std::shared_ptr<const TokenContents>;
 
-/// What the searches on a token brought.
+/// The results of the searches on a token.
 struct TokenObjects {
     std::vector<TokenCertificate> certificates;
     std::vector<TokenKey> publicKeys;

@@ -44,7 +44,7 @@ struct TokenKey {
 };
 using TokenKeyPtr = std::shared_ptr<const TokenKey>;
 
-/// What a key store shows: a certificate, with its private key when `key` is set.
+/// An entry of a key store: a certificate, with its private key when `key` is set.
 struct TokenEntry {
     QString id;
     TokenCertificatePtr certificate;

@@ -7,7 +7,7 @@
 
 namespace Trivex {
 
-/// What `info` says beside the names of a token.
+/// The facts in `info` beside the names of the token.
 TRIVEX_TOKENS_EXPORT TokenFacts factsOf(const CK_TOKEN_INFO &info);
 
 /// Adds to `all` what a token that knows `mechanism` with `info` can do. Nothing for a mechanism

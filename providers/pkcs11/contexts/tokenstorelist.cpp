@@ -74,7 +74,7 @@ bool TokenStoreList::updateTrusted(int id)
         && m_trusted->update(id, store->contents);
 }
 
-// Not where QCA asks for the stores, which has to be quick.
+// QCA's question for the stores has to be answered quickly, so this is not done there.
 void TokenStoreList::updateAllTrusted()
 {
     const QList<int> ids = m_tokens.stores();

@@ -19,7 +19,7 @@ public:
     static bool isOne(const CK_TOKEN_INFO &info);
 
     BlankSlot() = default;
-    /// What was asked for and not begun ends: the module has gone.
+    /// Ends the tasks that have not begun, because the module has gone.
     ~BlankSlot();
     BlankSlot(const BlankSlot &) = delete;
     BlankSlot &operator=(const BlankSlot &) = delete;

@@ -73,7 +73,7 @@ struct ModuleHost::State {
 
     const Pkcs11::ModuleSource source;
     TokenTable &table;
-    // For the host's thread only.
+    // Used on the host's thread only.
     Pkcs11::ModulePtr module;
     RestartPause startPause{LongestStartPause};
     RestartPause faultPause{LongestFaultPause};

@@ -17,7 +17,7 @@ public:
         /// Nothing that was known of the token holds any more.
         bool isOver = false;
 
-        /// What the module would tell is no token at the moment, or has half a name.
+        /// At the moment the module would report no token, or one with half a name.
         bool isInBetween() const { return steps % 2 != 0; }
     };
 

@@ -35,7 +35,7 @@ void readQuietly(TokenConnection &connection)
     }
 }
 
-/// Whoever started it has to know whether it was done.
+/// The caller has to know whether it was done.
 bool changesToken(Purpose purpose)
 {
     return purpose == Purpose::Write || purpose == Purpose::Remove || purpose == Purpose::SetPin
@@ -236,7 +236,7 @@ void Token::work(Task &task)
     try {
         task.work(connection, task.operation);
     } catch (const Error &error) {
-        // What somebody has typed is sent once only.
+        // A typed PIN is sent only once.
         if (task.isAttended || !connection.learnsLoginFrom(error))
             throw;
         task.work(connection, task.operation);

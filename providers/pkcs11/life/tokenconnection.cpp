@@ -96,7 +96,7 @@ Session TokenConnection::openToUndo(Operation &operation)
         try {
             login(operation, LoginFor::PrivateKeys);
         } catch (const Error &) {
-            // What shows without a login is undone all the same, and nobody is asked again.
+            // Undoing goes on with what shows without a login, and asks nobody again.
             m_isUndoRefused = true;
         }
     }
@@ -107,8 +107,8 @@ TokenFlags TokenConnection::flags() const
 {
     CK_TOKEN_INFO info = {};
     check((*m_module)->C_GetTokenInfo(m_slot, &info), "C_GetTokenInfo");
-    // Another one may be in the slot before the look at the slots finds it: it gets no PIN that
-    // was given for this one, and nothing of it is shown as this one's.
+    // Another token may be in the slot before the look at the slots finds it. It must not get a PIN
+    // that was given for this one, and nothing of it may be shown as this one's.
     if (identityOf(info).storeId != m_identity.storeId)
         throw Error(CKR_DEVICE_REMOVED, "C_GetTokenInfo");
     return flagsOf(info);
@@ -134,12 +134,12 @@ void TokenConnection::login(Operation &operation, LoginFor purpose)
     bool isRead = keysHold();
     const bool hides = purpose == LoginFor::PrivateKeys && m_objects.privateKeysHidden;
     if (isLoggedIn) {
-        // A reading that failed after the login is made up for.
+        // If the reading after the login failed, the keys are read now.
         isRead = isRead && !m_objects.privateKeysHidden;
     } else if (hides || wantsLogin()) {
         authenticate(*m_anchor, CKU_USER, operation, QCA::KeyStoreEntry());
         isLoggedIn = isUserState(m_anchor->state());
-        // A module that has never told of a login may never do.
+        // Some modules never tell of a login.
         if (!isLoggedIn && m_tellsLogin)
             throw Error(CKR_USER_NOT_LOGGED_IN, "C_GetSessionInfo");
         // Private keys show themselves only now.
@@ -148,7 +148,7 @@ void TokenConnection::login(Operation &operation, LoginFor purpose)
     m_reliance = isLoggedIn ? Reliance::Login : Reliance::Anchor;
     if (!isRead)
         readKeysAgain();
-    // Only a login has shown them: it is wanted from now on, whatever the token says.
+    // Only a login has shown the keys, so it is needed from now on, whatever the token says.
     m_hiddenLogin = m_hiddenLogin || (hides && isLoggedIn && !m_objects.privateKeys.empty());
 }
 
@@ -172,12 +172,12 @@ void TokenConnection::authenticate(const Session &session, CK_USER_TYPE user, Op
 bool TokenConnection::tryLogin(const Session &session, CK_USER_TYPE user, Operation &operation,
                                const QCA::KeyStoreEntry &entry, bool wasWrong)
 {
-    // Read just before each attempt: another program may have used up tries meanwhile.
+    // The flags are read just before each attempt: another program may have used up tries.
     const TokenFlags current = flags();
     checkCancelled();
     if (current.pinState == PinState::Locked)
         throw Error(CKR_PIN_LOCKED, "C_GetTokenInfo");
-    // Nobody is asked in vain. A PIN that is there already is tried: the login tells for certain.
+    // A token without a PIN asks nobody. A stored PIN is tried: the login tells for certain.
     const bool isUnset = current.pinState == PinState::NotSet && !m_hasLoggedIn;
     if (isUnset && user == CKU_USER && !operation.hasStoredPin())
         throw Error(CKR_USER_PIN_NOT_INITIALIZED, "C_GetTokenInfo");
@@ -205,7 +205,7 @@ bool TokenConnection::tryLogin(const Session &session, CK_USER_TYPE user, Operat
     return true;
 }
 
-// Some tokens hide them without saying that they want a login.
+// Some tokens hide private keys without saying that they want a login.
 bool TokenConnection::hidesPrivateKeys(const TokenObjects &read)
 {
     const TokenFlags current = flags();
@@ -243,8 +243,8 @@ void TokenConnection::end() noexcept
 
 void TokenConnection::read()
 {
-    // Not in the anchor: a search that fails may leave its session with one that never ends. One
-    // for all that is read, because each call to a card takes its time.
+    // The anchor is not used, because a search that fails may leave its session with a search that
+    // never ends. One session serves the whole reading, because each call to a card takes time.
     std::optional<Session> session = open(Session::ReadOnly);
     const int anchor = m_anchors;
     auto certificates =
@@ -279,7 +279,7 @@ void TokenConnection::readKeyObjects(std::optional<Session> session)
         read.takeKeysOf(*m_shown);
     read.certificates = std::move(m_objects.certificates);
     m_objects = std::move(read);
-    // Of what is remembered the handles are no good.
+    // The handles of remembered keys are no longer good.
     m_keysRead = m_objects.keysAreRemembered ? 0 : anchor;
 }
 
@@ -366,7 +366,7 @@ TokenConnection::Scope::~Scope()
 void TokenConnection::noteSuccess() noexcept
 {
     m_module->health().noteOperation(CKR_OK);
-    // What was written or removed has changed them.
+    // The operation may have written or removed some of these keys.
     if (m_shown)
         m_shown->takeKeysOf(m_objects);
 }

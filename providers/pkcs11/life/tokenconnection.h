@@ -31,15 +31,15 @@ public:
     /// A session which shares the login of the anchor, that is opened anew when it has died. Throws
     /// as `checkLogin` does.
     Pkcs11::Session open(Pkcs11::Session::Mode mode);
-    /// A session that writes, to undo what the operation has done: where it worked with a login
-    /// that has ended since, it asks for it once more, and does without when nobody gives it.
+    /// A session that writes, to undo what the operation has done. If the login that the operation
+    /// relied on has ended, it asks for the login once more, and does without it if nobody answers.
     Pkcs11::Session openToUndo(Operation &operation);
-    /// Whether somebody is logged in. Throws when that, or the anchor, has ended since `login`:
-    /// what hides without a login would count as absent. To be called before anything is concluded
-    /// from what does not show.
+    /// Whether somebody is logged in. Throws when the login or the anchor has ended since `login`,
+    /// because objects that hide without a login would count as absent. Call it before you conclude
+    /// anything from the absence of an object.
     bool checkLogin();
-    /// Handles of objects that were taken while it was the same are still good: they may all change
-    /// with the anchor, and those of private objects with the login.
+    /// A number that changes when handles of objects may have changed: all of them change with the
+    /// anchor, and those of private objects with the login.
     int handleSeries() const { return m_handleSeries; }
     /// Whether the handles in `contents` are still good. Those of keys are, after `login`.
     bool certificatesHold() const { return m_certificatesRead == m_anchors; }
@@ -51,15 +51,16 @@ public:
     /// Closes the anchor, and with it the login, because the token wants no other session. The next
     /// operation opens a new one.
     void leave() noexcept { m_anchor.reset(); }
-    /// A session beside none or beside the anchor, whether somebody is logged in or not.
+    /// A session of its own, whether or not there is an anchor and somebody is logged in.
     Pkcs11::Session openPlain(Pkcs11::Session::Mode mode) const;
-    /// `uses` are flags of CK_MECHANISM_INFO, all of which the token has to tell of it.
+    /// Whether the token has the mechanism with all of `uses`, flags of CK_MECHANISM_INFO.
     bool supports(CK_MECHANISM_TYPE mechanism, CK_FLAGS uses = 0) const;
 
-    /// What a login is for. Private keys may hide on a token whose flags say nothing of a login.
+    /// The purpose of a login. Private keys may hide on a token whose flags say nothing of a login.
     enum class LoginFor { Objects, PrivateKeys };
-    /// Logs in unless that is done already or not needed, asking through `operation` once. From
-    /// then on the running operation relies on that login, or where there is none on the anchor.
+    /// Logs in, unless somebody is logged in or no login is needed, and asks once through
+    /// `operation`. From then on the running operation relies on that login, or on the anchor if
+    /// there is no login.
     void login(Operation &operation, LoginFor purpose = LoginFor::Objects);
     /// The login that a key with CKA_ALWAYS_AUTHENTICATE wants between C_SignInit and C_Sign.
     void loginForUse(const Pkcs11::Session &session, Operation &operation,
@@ -78,8 +79,8 @@ public:
     void read();
     /// Reads its keys anew, which change with the login.
     void readKeysAgain();
-    /// What was written or removed is noted: of keys their two objects alone are read, because a
-    /// token may hold many.
+    /// Take a written or removed object into `contents`. Of all keys only the two new objects are
+    /// read, because a token may hold many.
     void noteWritten(const Pkcs11::Session &session, CK_OBJECT_HANDLE publicKey,
                      CK_OBJECT_HANDLE privateKey);
     void noteWritten(const std::vector<TokenCertificate> &certificates);
@@ -100,11 +101,11 @@ public:
     /// each of them tries and undoes something.
     void noteFailure(const Pkcs11::Error &error) noexcept;
 
-    /// What an operation takes for granted between its calls.
+    /// The state that an operation relies on between its calls.
     enum class Reliance { Nothing, Anchor, Login };
 
-    /// The operation that works on the connection while one lives, by its cancellation; a null one
-    /// for what has to be done to its end, as undoing has. It relies on nothing at first.
+    /// While it lives, the operation with this cancellation works on the connection. A null one
+    /// stands for work that nobody may cancel, such as undoing. It relies on nothing at first.
     class Scope {
     public:
         Scope(TokenConnection &connection, CancellationPtr cancellation);

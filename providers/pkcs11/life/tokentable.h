@@ -63,7 +63,7 @@ public:
     void cancel(const QString &storeId) const;
     void cancel(const CancellationPtr &task) const;
 
-    // For the threads of modules.
+    // Called on the threads of modules.
     /// Adds the token and starts it. Null when the table is closed, when the token has no names to
     /// tell it by, and when another module has brought the same token.
     TokenPtr attach(const Pkcs11::ModulePtr &module, CK_SLOT_ID slot, const CK_TOKEN_INFO &info,

@@ -22,7 +22,7 @@ using Pkcs11::Session;
 
 namespace {
 
-/// What both sides of one task own: the token's thread and whoever hears of the end.
+/// Shared by both sides of one task: the token's thread, and the caller who hears of the end.
 struct Task {
     TokenAdministration asked;
     // A token that is pulled out ends the task while its thread still works at it.

@@ -37,11 +37,11 @@ struct Wrapping {
     int vectorBytes;
 };
 
-/// Of PKCS#11 3.0, after our header.
+/// A number of PKCS#11 3.0, which is newer than our header.
 constexpr CK_MECHANISM_TYPE MechanismWrapKwp = 0x210B;
 
-/// RFC 5649 first: it says whether what came out is what went in. PKCS#11 3.0 has a number of its
-/// own for it; under the old one some tokens have it, and others something else.
+/// RFC 5649 comes first, because it detects changes on the way. PKCS#11 3.0 gives it a number of
+/// its own; under the old number some tokens have it, and others another padding.
 constexpr Wrapping Wrappings[] = {
     {MechanismWrapKwp, EVP_aes_256_wrap_pad, 0},
     {CKM_AES_KEY_WRAP_PAD, EVP_aes_256_wrap_pad, 0},
@@ -139,7 +139,7 @@ Secret unwrapped(const Wrapping &wrapping, const Secret &key, const Secret &vect
 bool belongsTo(const Secret &privateInfo, const QByteArray &publicInfo)
 {
     const KeyMaterial key = KeyMaterial::fromPrivateInfo(privateInfo);
-    // Of an algorithm that libcrypto does not have the public half can't be told.
+    // If libcrypto does not know the algorithm, it can't tell the public half.
     return !key.isNull()
         && (key.publicInfo().isEmpty()
             || comparablePublicInfo(key.publicInfo()) == comparablePublicInfo(publicInfo));

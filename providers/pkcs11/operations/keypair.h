@@ -6,7 +6,7 @@
 
 namespace Trivex {
 
-/// What key pair is wanted.
+/// Describes the key pair to make.
 struct GenerationRequest {
     CK_KEY_TYPE type = CKK_RSA;
     int bits = 0; ///< RSA

@@ -58,7 +58,7 @@ TokenEntryPtr current(TokenConnection &connection, const TokenEntry &entry)
     const TokenEntryPtr found = connection.contents()->entryOf(entry.certificate->der);
     if (!found)
         throw Error(TokenError::NotFound);
-    // Not half of a pair, whose other half would stay where nobody sees it.
+    // Half of a pair is not removed: nobody would see the other half that stays.
     const TokenKeyPtr key = entry.key && found->key ? found->key : nullptr;
     if (key && (key->privateObject == CK_INVALID_HANDLE || !connection.keysHold()))
         throw Error(TokenError::NotLoggedIn);
@@ -90,7 +90,7 @@ bool hasPublicKey(const Session &session, const TokenKey &key)
 /// `copy` is null where nothing was destroyed yet, or there was no public object.
 void putPublicKeyBack(Writing &writing, const TokenKey &key, Template *copy)
 {
-    // Not looked for by its handle, which may have changed with the session.
+    // The search does not use the handle, which may have changed with the session.
     if (copy && !hasPublicKey(writing.session(), key))
         writing.create(*copy, {CKO_PUBLIC_KEY, key.id, {}}, {});
 }
@@ -106,7 +106,7 @@ void undo(TokenConnection &connection, Operation &operation, const PutBack &putB
         writing.keep();
         connection.read();
     } catch (const Error &) {
-        // The removal's own failure is what is reported.
+        // The failure of the removal itself is reported.
     }
 }
 
@@ -121,7 +121,7 @@ void removeObjects(TokenConnection &connection, const TokenEntry &entry, bool wi
                    std::unique_ptr<Template> *copy)
 {
     const Session session = connection.open(Session::ReadWrite);
-    // Not between the objects: what is half gone has to be put back.
+    // Nobody can cancel between the objects: a removal that is half done has to be undone.
     connection.checkCancelled();
     if (withKey)
         *copy = publicKeyCopy(session, *entry.key);
@@ -184,7 +184,7 @@ void removeKey(TokenConnection &connection, Operation &operation, const QString 
     std::unique_ptr<Template> copy;
     try {
         const Session session = connection.open(Session::ReadWrite);
-        // Not between the halves: what is half gone has to be put back.
+        // Nobody can cancel between the halves: a removal that is half done has to be undone.
         connection.checkCancelled();
         copy = publicKeyCopy(session, *key);
         removePair(connection, session, *key);

@@ -167,7 +167,7 @@ constexpr KeyKind KeyKinds[] = {
     {Gost2012Key512, false, addGostPublicKey, addGostPrivateKey},
 };
 
-/// What makes a public key, whatever its kind is.
+/// The attributes that public keys of all kinds have.
 constexpr CK_ATTRIBUTE_TYPE PublicNumbers[] = {
     CKA_MODULUS,
     CKA_PUBLIC_EXPONENT,
@@ -274,7 +274,7 @@ std::unique_ptr<Template> publicKeyCopy(const Pkcs11::Session &session, const To
         fillPublicKey(KeyMaterial::fromPublicInfo(key.publicInfo), key.id, key.label, copy.get());
         return copy;
     } catch (const Error &) {
-        // Of a kind that this provider does not import; the token may have made it.
+        // This provider does not import keys of this kind, but the token may have made it.
     }
     auto copy = std::make_unique<Template>();
     copy->addNumber(CKA_CLASS, CKO_PUBLIC_KEY)

@@ -14,7 +14,7 @@ namespace Trivex {
 // throw `Pkcs11::Error` (NotSupported) for a kind of key that tokens don't store. An empty label is
 // left out.
 
-/// What the objects of one key pair, and its certificate, are found by.
+/// Adds the id and the label by which the objects of one key pair and its certificate are found.
 void addNames(const QByteArray &id, const QString &label, Pkcs11::Template *object);
 
 void fillCertificate(const TokenCertificate &certificate, Pkcs11::Template *object);

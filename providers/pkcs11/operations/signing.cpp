@@ -48,7 +48,7 @@ CK_OBJECT_HANDLE privateObject(TokenConnection &connection, const TokenKey &want
     const TokenKeyPtr found = connection.contents()->keyFor(wanted.publicInfo);
     if (!found || found->privateObject == CK_INVALID_HANDLE)
         throw Error(wanted.isPresumed ? TokenError::NoKey : TokenError::NotFound);
-    // Only the login may have shown that there are several.
+    // The login may have shown that several keys have this id.
     if (found->isGuessed && connection.contents()->bareKeyOfId(found->keyId))
         throw Error(TokenError::KeyAmbiguous);
     return found->privateObject;

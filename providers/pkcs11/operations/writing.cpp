@@ -14,7 +14,8 @@ using Pkcs11::Template;
 
 std::vector<CK_OBJECT_HANDLE> findMarked(const Session &session, const ObjectMark &mark)
 {
-    // What tells most comes first: tokens compare in this order and stop at the first difference.
+    // The most telling attribute comes first: tokens compare in this order and stop at the first
+    // difference.
     Template wanted;
     wanted.addNumber(CKA_CLASS, mark.objectClass);
     if (!mark.id.isEmpty())
@@ -48,7 +49,7 @@ CK_OBJECT_HANDLE Writing::create(Template &object, const ObjectMark &mark,
                                  const std::vector<CK_OBJECT_HANDLE> &present)
 {
     m_connection.checkCancelled();
-    // Noted first: a call may make the object and fail on its way back.
+    // The step is noted first, because a call may make the object and still fail.
     m_steps.push_back({mark, present});
     CK_OBJECT_HANDLE handle = CK_INVALID_HANDLE;
     check(m_session.module()->C_CreateObject(m_session.handle(), object.data(), object.size(),
@@ -62,7 +63,7 @@ CK_OBJECT_HANDLE Writing::create(Template &object, const ObjectMark &mark,
 void Writing::undo() noexcept
 {
     try {
-        // The session that failed may be of no use any more, and with it the login.
+        // The session that failed may have ended, and the login with it.
         m_session = m_connection.openToUndo(m_operation);
         for (auto step = m_steps.rbegin(); step != m_steps.rend(); ++step)
             undo(*step);
@@ -74,8 +75,8 @@ void Writing::undo() noexcept
 
 void Writing::undo(const Step &step)
 {
-    // What was there before can't be told from what was made once the handles have changed. An
-    // object too many does less harm than somebody's key too few.
+    // When the handles have changed, old objects can't be told from new ones. An object too many
+    // does less harm than the loss of somebody's key.
     if (!step.present.empty() && m_handleSeries != m_connection.handleSeries())
         return;
     const auto found = findMarked(m_session, step.mark);

@@ -7,8 +7,8 @@
 
 namespace Trivex {
 
-/// What tells one object from all others: enough to find it again after a call that failed may have
-/// made it all the same.
+/// The attributes by which one object can be told from all others and found again, even after a
+/// failed call that made it all the same.
 struct ObjectMark {
     CK_OBJECT_CLASS objectClass = CKO_CERTIFICATE;
     QByteArray id; ///< keys: CKA_ID
@@ -18,12 +18,12 @@ struct ObjectMark {
 /// All objects with that mark; throws `Pkcs11::Error`.
 std::vector<CK_OBJECT_HANDLE> findMarked(const Pkcs11::Session &session, const ObjectMark &mark);
 
-/// Objects that are written together: destroyed again unless `keep` is called. A session of its
-/// own. Throws `Pkcs11::Error`.
+/// Writes objects together, in a session of its own, and destroys them again unless `keep` is
+/// called. Throws `Pkcs11::Error`.
 class Writing {
 public:
     Writing(TokenConnection &connection, Operation &operation);
-    /// By a session that there is already; `operation` is asked for a login that was lost.
+    /// Writes in `session`. If the login is lost, `operation` asks for it again.
     Writing(TokenConnection &connection, Operation &operation, Pkcs11::Session session);
     ~Writing();
     Writing(const Writing &) = delete;
@@ -31,7 +31,7 @@ public:
 
     const Pkcs11::Session &session() const { return m_session; }
 
-    /// `present`: the objects with that mark that were there before.
+    /// `present` lists the objects with that mark that were there before.
     CK_OBJECT_HANDLE create(Pkcs11::Template &object, const ObjectMark &mark,
                             const std::vector<CK_OBJECT_HANDLE> &present);
     void keep() { m_steps.clear(); }
