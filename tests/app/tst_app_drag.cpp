@@ -70,6 +70,7 @@ QStringList TestAppDrag::drag(int row, const QPoint &by, bool letGo)
     end.start();
     for (int step = 1; step <= 4; ++step)
         QTest::mouseMove(window, from + by * step / 4);
+    // The drag is announced once the pointer rests, which shows nowhere.
     QTest::qWait(50);
     end.stop();
     QTest::mouseRelease(window, Qt::LeftButton, {}, from + by);

@@ -165,11 +165,13 @@ void TestAppRows::searching()
     check("searching", [&] {
         for (const QChar c : QStringLiteral("person 0123")) {
             m_window->type(c);
+            // A hand that types, as fast as hands are.
             QTest::qWait(HandMs);
         }
         QVERIFY(m_window->waitFor([&] { return m_window->rowCount() == 10; }));
         for (int i = 0; i < 3; ++i) {
             m_window->key(Qt::Key_Backspace);
+            // The same.
             QTest::qWait(HandMs);
         }
         m_window->key(Qt::Key_Escape);
@@ -184,6 +186,7 @@ void TestAppRows::scrolling()
     check("scrolling", [&] {
         for (int i = 0; i < 40; ++i) {
             m_window->key(i % 4 == 3 ? Qt::Key_PageUp : Qt::Key_PageDown);
+            // A hand that keeps the key down.
             QTest::qWait(HandMs);
         }
         m_window->key(Qt::Key_End);

@@ -169,6 +169,7 @@ void TestFileReading::laterFileCounts()
     file.open(m_certificates);
     file.open(m_authority.certificateFile());
     QCOMPARE(file.kind(), int(CertificateFile::CertificateKind));
+    // The first reading, which was given up, must bring nothing in this time.
     QTest::qWait(500);
     QCOMPARE(file.items()->rowCount(), 1);
 }

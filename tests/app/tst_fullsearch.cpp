@@ -191,6 +191,7 @@ void TestFullSearch::needsNoSearchNoWork()
 {
     add(m_request);
     QTRY_COMPARE(m_rows->count(), 1);
+    // Nothing must be described in this time.
     QTest::qWait(50);
     QCOMPARE(m_entries->describedCount(), 0);
     QVERIFY(!m_entries->isDescribing());
@@ -260,6 +261,7 @@ void TestFullSearch::manyRowsWhileTheyArrive()
     for (const char *pattern :
          {"hid", "hidden.example.o", "0001234", "a1 b2 c3 d4", "none at all"}) {
         m_rows->setPattern(QLatin1String(pattern));
+        // A hand that types: the search is under way when the next one begins.
         QTest::qWait(50);
     }
     meter.stop();

@@ -145,6 +145,7 @@ void TestImport::waitsForItsStore()
     CertificateImport import;
     QSignalSpy finished(&import, &CertificateImport::finished);
     import.start(&file, userStoreId());
+    // The store is not there yet, and nothing must come of the import in this time.
     QTest::qWait(300);
     QVERIFY(import.isRunning());
     QVERIFY(finished.isEmpty());
@@ -162,6 +163,7 @@ void TestImport::waitIsLeft()
     CertificateImport import;
     QSignalSpy finished(&import, &CertificateImport::finished);
     import.start(&file, userStoreId());
+    // Nothing must come of the import in this time.
     QTest::qWait(200);
     QVERIFY(finished.isEmpty());
     import.cancel();

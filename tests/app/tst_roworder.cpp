@@ -157,6 +157,7 @@ void TestRowOrder::manyRows()
         for (const bool descending : {false, true}) {
             m_rows->setSortKey(key);
             m_rows->setDescending(descending);
+            // A turn or two of the loop for each order, which are what is measured.
             QTest::qWait(30);
         }
     }

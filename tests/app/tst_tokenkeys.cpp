@@ -254,6 +254,7 @@ void TestTokenKeys::listOfOneToken()
                                           QAbstractItemModelTester::FailureReportingMode::QtTest);
     list.setEntries(&entries);
     list.setKeys(&keys);
+    // No row must come in this time.
     QTest::qWait(20);
     // Beside certificates of everywhere there are none.
     QCOMPARE(list.count(), 0);

@@ -398,6 +398,7 @@ void TestCertificateChain::requestsHaveNone()
     QObject request;
     m_rows->add(ChainRows::System, "system", m_root.der());
     m_chain->setCertificate(&request);
+    // No check must begin in this time.
     QTest::qWait(300);
     QVERIFY(!m_chain->isReady());
     QCOMPARE(m_chain->checks(), 0);
@@ -411,6 +412,7 @@ void TestCertificateChain::dropped()
         CertificateChain chain;
         chain.setEntries(m_entries.get());
         chain.setCertificate(leaf);
+        // Each round lets the check go at another moment.
         QTest::qWait(i * 3);
         if (i % 2 == 0)
             chain.cancel();

@@ -117,6 +117,7 @@ void TestOwnLists::folderComesLater()
 {
     RevocationLists lists;
     QVERIFY(!QDir(userStoreDirectory()).exists());
+    // The folder's absence is seen first, which shows nowhere.
     QTest::qWait(100);
     QVERIFY(put("a.crl", list(m_issuer, {})));
     QTRY_COMPARE_WITH_TIMEOUT(lists.count(), 1, Patience);
@@ -133,6 +134,7 @@ void TestOwnLists::folderComesLater()
     QVERIFY(put("c.crl", list(m_other, {})));
     QVERIFY(put("d.crl", list(m_issuer, {})));
     QTRY_COMPARE_WITH_TIMEOUT(lists.count(), 2, Patience);
+    // The watch takes up the new folder, which shows nowhere.
     QTest::qWait(500);
     QVERIFY(QFile::remove(path("d.crl")));
     QTRY_COMPARE_WITH_TIMEOUT(lists.count(), 1, Patience);
@@ -275,6 +277,7 @@ void TestOwnLists::oneTooManyHidesNoOther()
     QVERIFY(QFile::remove(path("b.crl")));
     QTRY_COMPARE_WITH_TIMEOUT(lists.count(), 8, Patience);
     QVERIFY(QFile::remove(path("a0.crl")));
+    // The count is the same before and after, so there is nothing else to wait for.
     QTest::qWait(1000);
     QTRY_COMPARE_WITH_TIMEOUT(lists.count(), 8, Patience);
     // The room that is missing is counted with those that are left out.

@@ -261,6 +261,7 @@ void TestCmsTokens::dropped()
     signer->signWith(bundle(QStringLiteral("rsa:2048")), {m_document, m_target}, false);
     QTimer::singleShot(300, this, [&signer] { signer.reset(); });
     QTRY_VERIFY(!signer);
+    // The signature ends in the meantime, and must leave nothing.
     QTest::qWait(1000);
     QVERIFY(!QFile::exists(m_target));
     QVERIFY(!hasLeftovers());

@@ -538,6 +538,7 @@ void TestSecureMessage::waitsForEvents()
     QVERIFY(message.success());
     QCOMPARE(message.hashName(), QStringLiteral("sha256"));
     QCOMPARE(opensslReads(message.signature(), Message::Binary, Text), Text);
+    // No second signal must come in this time.
     QTest::qWait(100);
     QCOMPARE(finished.size(), 1);
     int count = 0;
@@ -571,6 +572,7 @@ void TestSecureMessage::letGo()
     message->end();
     QTimer::singleShot(200, this, [&message] { message.reset(); });
     QTRY_VERIFY(!message);
+    // The signature ends in the meantime, and must meet nobody.
     QTest::qWait(800);
     m_token->control();
     QVERIFY(!sign(cms, tokenKey(QStringLiteral("rsa:2048")), Message::Detached, Message::Binary)

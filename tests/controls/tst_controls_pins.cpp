@@ -243,6 +243,7 @@ void TestControlsPins::enterAtThatMoment()
     Question first(QStringLiteral("Token A"));
     QVERIFY(host.waitOpen("pinPromptDialog"));
     Question second(QStringLiteral("Token B"));
+    // B's question waits in line, which shows nowhere.
     QTest::qWait(200);
     host.type(QStringLiteral("1234"));
     first.withdraw();

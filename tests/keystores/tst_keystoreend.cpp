@@ -79,6 +79,7 @@ TestKeyStoreEnd::Models TestKeyStoreEnd::hangingModels()
 std::future<void> TestKeyStoreEnd::returnAfter(std::chrono::milliseconds time)
 {
     return std::async(std::launch::async, [time, script = &stores()] {
+        // The call returns after so long, as the test asks for.
         std::this_thread::sleep_for(time);
         script->unblock();
     });

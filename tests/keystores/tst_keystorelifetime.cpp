@@ -182,6 +182,7 @@ void TestKeyStoreLifetime::lostStoreWhileAModuleHangs()
     model.removeCertificate(text("c"));
     QTRY_COMPARE(stores().calls().size(), 1);
     const auto waiting = std::async(std::launch::async, [this] {
+        // So that a model which waits fails, and does not hang the test.
         std::this_thread::sleep_for(std::chrono::seconds(5));
         stores().unblock();
     });
@@ -206,6 +207,7 @@ void TestKeyStoreLifetime::secondModelWhileAModuleHangs()
     model.removeCertificate(text("c"));
     QTRY_COMPARE(stores().calls().size(), 1);
     const auto waiting = std::async(std::launch::async, [this] {
+        // So that a model which waits fails, and does not hang the test.
         std::this_thread::sleep_for(std::chrono::seconds(5));
         stores().unblock();
     });

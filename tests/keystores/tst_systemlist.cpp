@@ -140,6 +140,7 @@ void TestSystemList::modelGoesWhileItIsRead()
     QVERIFY(setList(400));
     for (int i = 0; i < 20; ++i) {
         const KeyStoreModel model;
+        // Each model goes at another moment of the reading.
         QTest::qWait(i % 4);
     }
     const KeyStoreModel model;

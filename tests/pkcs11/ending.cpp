@@ -237,6 +237,7 @@ int runLateReturn(const Ending &ending, int milliseconds)
     while (!log.contains(returned)) {
         if (clock.elapsed() > StartPatience)
             return NotReached;
+        // The log of another library tells nobody that it has grown.
         std::this_thread::sleep_for(std::chrono::milliseconds(LookPause));
     }
     // The thread goes on with what it holds.
@@ -280,6 +281,7 @@ int runForkingParent(const QString &storeName)
             waitpid(child, &status, 0);
             return 1;
         }
+        // `waitpid` has no time limit of its own.
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
     return WIFEXITED(status) ? WEXITSTATUS(status) : 2;

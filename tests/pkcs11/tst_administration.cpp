@@ -492,6 +492,7 @@ void TestAdministration::nobodyElseHears()
     QSignalSpy failed(&monitor, &TokenMonitor::failed);
     perform(TokenAdministration::ChangePin, "999999", NewPin);
     perform(TokenAdministration::SetPin, "99999999", NewPin);
+    // No error must be told of in this time.
     QTest::qWait(50);
     QCOMPARE(failed.count(), 0);
 }
@@ -513,6 +514,7 @@ void TestAdministration::oldPinIsForgotten()
     QCOMPARE(changed.first().first().toString(), m_storeId);
     QVERIFY(stored.answers().password.isEmpty());
     perform(TokenAdministration::ChangePin, TestToken::pin(), NewPin);
+    // No second signal must come in this time.
     QTest::qWait(50);
     QCOMPARE(changed.count(), 1);
 }

@@ -165,6 +165,7 @@ bool TestClosingHangs::hangInLogout()
     m_token->forget();
     const bool ends = QTest::qWaitFor([&] { return m_token->count("C_Logout") > 0; }, Patience);
     m_token->control("delay C_Logout" + Hang);
+    // A logout that hangs has begun by then; no other one must follow in the same time again.
     QTest::qWait(4 * int(ShortLifetime.count()));
     m_token->forget();
     QTest::qWait(4 * int(ShortLifetime.count()));
@@ -204,6 +205,7 @@ void TestClosingHangs::longestLifetime()
     QCA::setProviderConfig(provider, config);
     const bool isBack = replug({});
     m_token->forget();
+    // No logout must come in this time.
     QTest::qWait(500);
     QCA::setProviderConfig(provider, before);
     QVERIFY(isBack);
@@ -232,6 +234,7 @@ void TestClosingHangs::withdrawal()
     m_token->forget();
     m_token->control("remove " + StoreName.toLatin1() + "\ndelay C_CloseSession" + Hang);
     QTRY_VERIFY_WITH_TIMEOUT(!isShown(StoreName), Patience);
+    // No session must be closed in this time.
     QTest::qWait(500);
     QCOMPARE(m_token->count("C_CloseSession"), 0);
     QVERIFY(write(OtherName));
@@ -252,6 +255,7 @@ void TestClosingHangs::finalisation()
     m_token->forget();
     QVERIFY(QFile::remove(m_library));
     QTRY_VERIFY_WITH_TIMEOUT(m_token->count("C_CloseSession") > 0, Patience);
+    // The module must not be finalised in this time.
     QTest::qWait(1000);
     QCOMPARE(m_token->count("C_Finalize"), 0);
     QVERIFY(write(OtherName));

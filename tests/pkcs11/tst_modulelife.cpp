@@ -20,8 +20,7 @@ namespace {
 
 const QString StoreName = QStringLiteral("Life");
 constexpr int Patience = 60000;
-/// Several looks for tokens, at none of which a module may be given up or a PIN be sent; ms.
-constexpr int SomeLooks = 2500;
+constexpr int SomeLooks = 5;
 
 } // namespace
 
@@ -53,6 +52,14 @@ private Q_SLOTS:
 
 private:
     bool sign(const Stores &stores) { return signs(stores, StoreName); }
+    /// Waits until the module was asked for its slots several times more. At none of these looks
+    /// may it be given up or a PIN be sent.
+    bool waitForLooks()
+    {
+        const int before = m_token->count("C_GetSlotList");
+        const auto haveCome = [&] { return m_token->count("C_GetSlotList") >= before + SomeLooks; };
+        return QTest::qWaitFor(haveCome, Patience);
+    }
     bool isShown(Stores &stores) { return stores.entries(StoreName).size() == 1; }
 
     QString m_library;
@@ -97,7 +104,7 @@ void TestModuleLife::slotCounts()
     QVERIFY(isShown(stores));
     QVERIFY(sign(stores));
     m_token->control();
-    QTest::qWait(SomeLooks);
+    QVERIFY(waitForLooks());
     QVERIFY(isShown(stores));
     QCOMPARE(m_token->count("C_Finalize"), 0);
 }
@@ -133,7 +140,7 @@ void TestModuleLife::lookFaults()
     QVERIFY(stores.waitForEntries(StoreName, 1, Patience));
     QCOMPARE(m_token->count("C_Finalize"), 1);
     // Its login ended with it, and no PIN is sent by itself.
-    QTest::qWait(SomeLooks);
+    QVERIFY(waitForLooks());
     QCOMPARE(m_token->count("C_Login"), 0);
     QCOMPARE(prompt.count(), 1);
     QVERIFY(sign(stores));
@@ -172,7 +179,7 @@ void TestModuleLife::refusalsAreNoFaults()
         for (int i = 0; i < 4; ++i)
             QVERIFY(!sign(stores));
     }
-    QTest::qWait(SomeLooks);
+    QVERIFY(waitForLooks());
     m_token->control("");
     QVERIFY(sign(stores));
     QCOMPARE(m_token->count("C_Finalize"), 0);
@@ -191,7 +198,7 @@ void TestModuleLife::aSingleFaultChangesNothing()
         QVERIFY(!sign(stores));
         QVERIFY(sign(stores));
     }
-    QTest::qWait(SomeLooks);
+    QVERIFY(waitForLooks());
     QCOMPARE(m_token->count("C_Finalize"), 0);
     QCOMPARE(m_token->count("C_Login"), 1);
     QVERIFY(isShown(stores));
@@ -229,7 +236,7 @@ void TestModuleLife::failuresCountByOperations()
         QVERIFY(generator.createRSA(2048, 3, QStringLiteral("qca-norvel-pkcs11")).isNull());
     }
     QVERIFY(m_token->count(call.constData()) >= 2);
-    QTest::qWait(SomeLooks);
+    QVERIFY(waitForLooks());
     QCOMPARE(m_token->count("C_Finalize"), 0);
     m_token->control();
     QVERIFY(sign(stores));
@@ -280,7 +287,7 @@ void TestModuleLife::takenAgainWhileAThreadIsInside()
     QVERIFY(stores.waitForEntries(StoreName, 1, Patience));
     QCOMPARE(m_token->count("C_Sign"), 0);
     QTRY_COMPARE_WITH_TIMEOUT(m_token->count("C_Sign"), 1, Patience);
-    QTest::qWait(SomeLooks);
+    QVERIFY(waitForLooks());
     QVERIFY(isShown(stores));
     QVERIFY(sign(stores));
     QCOMPARE(m_token->count("C_Finalize"), 0);

@@ -218,6 +218,7 @@ void TestTypedPins::oneLoginForEach()
         m_answer = QString::fromLatin1(answer);
         typed += m_answer == QLatin1String("reject") ? 0 : 1;
         QCOMPARE(perform(operation), m_answer == QLatin1String("right"));
+        // No further question must come in this time.
         QTest::qWait(Silence);
         QCOMPARE(m_asked, ++asked);
         QCOMPARE(m_token->count("C_Login"), typed);

@@ -596,8 +596,28 @@ def network():
                 yield f"{name(path)}:{number}: {found.group()} reaches the network"
 
 
+# A pause that an earlier line names says by its name what it is for.
+FIXED_WAIT = re.compile(r"\b(?:QTest::qWait|QTest::qSleep|QThread::m?sleep|u?sleep_for)\((?!LookPause)")
+
+
+def waits():
+    """Tests that wait for a fixed time say why there is nothing else to wait for."""
+    for path in of_kind(".cpp", ".h"):
+        lines = text_of(path).splitlines() if name(path).startswith("tests/") else []
+        for number, line in enumerate(lines):
+            # Beside the wait, or above it in the same paragraph.
+            near = [line, *lines[number + 1:number + 2]] if not line.rstrip().endswith(";") else [line]
+            for above in reversed(lines[max(0, number - 4):number]):
+                if not above.strip():
+                    break
+                near.append(above)
+            if FIXED_WAIT.search(line) and not any("//" in one for one in near):
+                yield f"{name(path)}:{number + 1}: a wait for a fixed time that does not say why"
+
+
 CHECKS = [sizes, functions, hidden, test_names, licences, words, threads, decisions, names, guides, format,
-          scripts, qml, plain_texts, manual, settings, packages, targets, symbols, memory, promises, network]
+          scripts, qml, plain_texts, manual, settings, packages, targets, symbols, memory, promises, network,
+          waits]
 
 
 def main():

@@ -322,6 +322,7 @@ void TestRequestFiles::killedAtAnyPoint()
         const QStringList filter{QStringLiteral("*.csr")};
         const QString problem = TrivexTest::problemBefore(HasSaved, process);
         QVERIFY2(problem.isEmpty(), qPrintable(problem));
+        // Each round kills at another moment of the writing.
         QTest::qSleep(int(QRandomGenerator::global()->bounded(1, 30)));
         ::kill(pid_t(process.processId()), SIGKILL);
         QVERIFY(process.waitForFinished());

@@ -56,6 +56,7 @@ void TestLoopMeter::ownWorkCounts()
     }
     TrivexTest::LoopMeter meter;
     meter.start();
+    // The loop beats before and after the work that is measured.
     QTest::qWait(100);
     QTimer::singleShot(0, this, [] { burn(Work); });
     QTest::qWait(100);
@@ -70,6 +71,7 @@ void TestLoopMeter::workThatIsWaitedForCounts()
 {
     TrivexTest::LoopMeter meter;
     meter.start();
+    // The loop beats before and after the work that is waited for.
     QTest::qWait(50);
     QTimer::singleShot(0, this, [] { std::thread([] { burn(Work); }).join(); });
     QTest::qWait(50);
@@ -81,6 +83,7 @@ void TestLoopMeter::anIdleLoopStandsStillForNobody()
 {
     TrivexTest::LoopMeter meter;
     meter.start();
+    // The loop has nothing to do in this time.
     QTest::qWait(300);
     meter.stop();
     QVERIFY(meter.beats() > 0);

@@ -16,6 +16,7 @@ void before(Function function, const Verdict &verdict)
 {
     if (verdict.milliseconds > 0) {
         writeLog(std::string("waits ") + functionName(function));
+        // The pause that the order asks for.
         std::this_thread::sleep_for(std::chrono::milliseconds(verdict.milliseconds));
     }
     if (verdict.hold) {
