@@ -115,8 +115,6 @@ private Q_SLOTS:
     void longListsAreCounted();
     void allTextIsBounded();
     void hugeListIsQuick();
-    void structureAsOpensslHasIt();
-    void structureIsBounded();
     void namesOfStrangersAreOneLine();
 };
 
@@ -577,48 +575,6 @@ void TestDescribe::hugeListIsQuick()
     QVERIFY(valueIn(rowsOf(groups, ShownTopic::Entries), QStringLiteral("Number")).toInt()
             > 400000);
     QCOMPARE(nested.count(QLatin1Char('\n')), 64);
-}
-
-void TestDescribe::structureAsOpensslHasIt()
-{
-    const QByteArray der = derOf(Corpus::read(QStringLiteral("extensions-leaf.der")));
-    const QStringList shown = structureText(der).split(QLatin1Char('\n'));
-    const QString printed = QString::fromUtf8(
-        Corpus::openssl(QStringLiteral("asn1parse -inform DER").split(QLatin1Char(' ')), der));
-    static const QRegularExpression place(
-        QStringLiteral("^ *(\\d+):d=\\d+ +hl= *(\\d+) +l= *(\\d+) (?:prim|cons): +(\\S[^:]*\\S)"));
-    const int width = QString::number(der.size()).size();
-    QStringList expected;
-    for (const QString &line : printed.split(QLatin1Char('\n'))) {
-        const QRegularExpressionMatch match = place.match(line);
-        if (match.hasMatch())
-            expected += QStringLiteral("%1 %2")
-                            .arg(match.captured(1).toInt(), width)
-                            .arg(match.captured(2).toInt() + match.captured(3).toInt(), width);
-    }
-    QVERIFY(expected.size() > 50);
-    for (const QString &line : expected) {
-        QVERIFY2(std::any_of(shown.cbegin(), shown.cend(),
-                             [&](const QString &one) { return one.startsWith(line); }),
-                 qPrintable(line));
-    }
-    QVERIFY(structureText(der).contains(
-        QStringLiteral("OBJECT  sha256WithRSAEncryption (1.2.840.113549.1.1.11)")));
-    // Strings with DER in them are opened.
-    QVERIFY(structureText(der).contains(QStringLiteral("example.org/cps")));
-}
-
-void TestDescribe::structureIsBounded()
-{
-    QByteArray content;
-    for (int i = 0; i < 100; ++i)
-        content += hex("0500");
-    const QString text = structureText(derElement(0x30, content), 10);
-    QCOMPARE(text.count(QLatin1Char('\n')), 10);
-    QVERIFY2(text.endsWith(QString::fromUtf8("\n… 182 bytes")), qPrintable(text));
-    QVERIFY(
-        structureText(hex("3082ffff0500")).contains(QStringLiteral("no DER  30:82:FF:FF:05:00")));
-    QVERIFY(structureText({}).isEmpty());
 }
 
 void TestDescribe::namesOfStrangersAreOneLine()
