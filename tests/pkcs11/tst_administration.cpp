@@ -2,10 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "qca/questions/storedanswers.h"
 #include "tests/pkcs11/administering.h"
-#include "tests/pkcs11/tokenfixture.h"
+#include "tests/pkcs11/administrationfixture.h"
 #include "tests/support/needtokens.h"
 
-#include <QProcess>
 #include <QSignalSpy>
 #include <QTimer>
 
@@ -14,25 +13,9 @@
 using namespace TrivexTest;
 using namespace Trivex;
 
-namespace {
-
-const QString StoreName = QStringLiteral("Administered");
-const QString OtherName = QStringLiteral("Without a PIN");
-const QByteArray NewPin = QByteArrayLiteral("0987654321");
-constexpr int Patience = 30000;
-
-} // namespace
-
-/// Changing, setting and unblocking PINs and initialising, on a real token and at each call that
-/// can fail. What the token is left with is asked of another program.
-class TestAdministration : public TokenFixture {
+/// Changing, setting and unblocking PINs, on a real token and at each call that can fail.
+class TestAdministration : public AdministrationFixture {
     Q_OBJECT
-public:
-    TestAdministration()
-        : TokenFixture(StoreName)
-    {
-    }
-
 private Q_SLOTS:
     void initTestCase();
     void init();
@@ -56,43 +39,12 @@ private Q_SLOTS:
     void waitingTaskIsDropped();
     void nobodyElseHears();
     void oldPinIsForgotten();
-    void initialises();
-    void initialisesUnderTheSameName();
-    void initialisesHalf();
-    void neverInitialisesUnasked_data();
-    void neverInitialisesUnasked();
-    void equalNames();
-
-private:
-    TokenAdministrationResult perform(TokenAdministration::Kind kind, const QByteArray &pin,
-                                      const QByteArray &newPin, const QString &name = {},
-                                      bool mayBeLastTry = false);
-    /// Whether another program gets in with that PIN.
-    bool opensWith(const QByteArray &pin, const char *type = "user",
-                   const QString &name = StoreName) const;
-    int objects() const;
-    static QString storeIdOf(const QString &name);
-    /// Waits for the token of that name; its store.
-    QString waitForToken(const QString &name);
-    bool waitForCounts(int certificates, int keys);
-    /// Back to the token that all begin with, with the signer on it.
-    bool makeAnew();
-
-    QString m_storeId;
-    CancellationPtr m_task; ///< of the last `perform`
 };
 
 void TestAdministration::initTestCase()
 {
     TRIVEX_NEED_TOKENS();
-    QVERIFY(makeToken());
-    QVERIFY(addSigner());
-    // SoftHSM finds tokens of other programs when it starts only.
-    QVERIFY(m_token->token().addTokenWithoutUserPin(OtherName));
-    m_token->useInThisProcess();
-    QVERIFY(start(1));
-    m_storeId = storeIdOf(StoreName);
-    QVERIFY(!m_storeId.isEmpty());
+    QVERIFY(prepare());
 }
 
 void TestAdministration::init()
@@ -103,95 +55,7 @@ void TestAdministration::init()
 
 void TestAdministration::cleanup()
 {
-    m_token->control();
-    QVERIFY(QTest::qWaitFor([&] { return TokenMonitor::token(m_storeId).present; }, Patience));
-    if (opensWith(TestToken::pin()) && opensWith(TestToken::soPin(), "so"))
-        return;
-    for (const QByteArray &officer : {TestToken::soPin(), NewPin}) {
-        if (opensWith(officer, "so"))
-            perform(TokenAdministration::ChangeOfficerPin, officer, TestToken::soPin());
-    }
-    perform(TokenAdministration::SetPin, TestToken::soPin(), TestToken::pin());
-    QVERIFY(opensWith(TestToken::pin()));
-}
-
-TokenAdministrationResult TestAdministration::perform(TokenAdministration::Kind kind,
-                                                      const QByteArray &pin,
-                                                      const QByteArray &newPin, const QString &name,
-                                                      bool mayBeLastTry)
-{
-    TokenAdministration task = administration(kind, pin, newPin);
-    task.name = name;
-    task.mayBeLastTry = mayBeLastTry;
-    return administer(m_storeId, std::move(task), &m_task);
-}
-
-bool TestAdministration::opensWith(const QByteArray &pin, const char *type,
-                                   const QString &name) const
-{
-    QProcess tool;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("SOFTHSM2_CONF"), m_token->token().configurationFile());
-    environment.remove(QStringLiteral("LD_PRELOAD"));
-    tool.setProcessEnvironment(environment);
-    const QString given = QString::fromLatin1(pin);
-    // An administrator sees no objects: his PIN is changed to itself.
-    const QStringList login = qstrcmp(type, "so") == 0
-        ? QStringList{QStringLiteral("--so-pin"), given, QStringLiteral("--change-pin"),
-                      QStringLiteral("--new-pin"), given}
-        : QStringList{QStringLiteral("--pin"), given, QStringLiteral("--list-objects")};
-    tool.start(QStringLiteral("pkcs11-tool"),
-               QStringList{QStringLiteral("--module"), TestToken::softHsmLibrary(),
-                           QStringLiteral("--token-label"), name, QStringLiteral("--login"),
-                           QStringLiteral("--login-type"), QLatin1String(type)}
-                   + login);
-    return tool.waitForFinished(Patience) && tool.exitCode() == 0;
-}
-
-int TestAdministration::objects() const
-{
-    return m_token->token().objectCount();
-}
-
-QString TestAdministration::storeIdOf(const QString &name)
-{
-    const auto tokens = TokenMonitor::tokens();
-    for (const TokenStatus &token : tokens) {
-        if (token.name == name)
-            return token.keyStoreId;
-    }
-    return {};
-}
-
-QString TestAdministration::waitForToken(const QString &name)
-{
-    const bool came = QTest::qWaitFor(
-        [&] {
-            const TokenStatus token = TokenMonitor::token(storeIdOf(name));
-            return token.present && !token.loading;
-        },
-        Patience);
-    return came ? storeIdOf(name) : QString();
-}
-
-bool TestAdministration::waitForCounts(int certificates, int keys)
-{
-    return QTest::qWaitFor(
-        [&] {
-            const TokenStatus token = TokenMonitor::token(m_storeId);
-            return token.present && !token.loading && token.certificates == certificates
-                && token.keyFacts.size() == keys;
-        },
-        Patience);
-}
-
-bool TestAdministration::makeAnew()
-{
-    const auto result =
-        perform(TokenAdministration::Initialise, TestToken::soPin(), TestToken::pin(), StoreName);
-    m_storeId = waitForToken(StoreName);
-    return result.error.kind == TokenError::NoError && waitForCounts(0, 0) && addSigner()
-        && m_token->replug(m_storeId) && waitForCounts(1, 1);
+    QVERIFY(resetPins());
 }
 
 void TestAdministration::userChangesPin()
@@ -517,134 +381,6 @@ void TestAdministration::oldPinIsForgotten()
     // No second signal must come in this time.
     QTest::qWait(50);
     QCOMPARE(changed.count(), 1);
-}
-
-void TestAdministration::initialises()
-{
-    QVERIFY(signs());
-    QVERIFY(waitForCounts(1, 1));
-    const QString before = m_storeId;
-    const QString name = QStringLiteral("Новый токен");
-    const auto result = perform(TokenAdministration::Initialise, TestToken::soPin(), NewPin, name);
-    QCOMPARE(result.error.kind, TokenError::NoError);
-    QVERIFY(result.isEmptied);
-    m_storeId = waitForToken(name);
-    QVERIFY(!m_storeId.isEmpty());
-    // The old one is not said to be away: it is no more.
-    QVERIFY(TokenMonitor::token(before).name.isEmpty());
-    QVERIFY(waitForCounts(0, 0));
-    QVERIFY(opensWith(NewPin, "user", name));
-    QVERIFY(!opensWith(NewPin, "user", StoreName));
-    QVERIFY(m_stores->waitFor(name, Patience));
-    QTRY_VERIFY_WITH_TIMEOUT(!m_stores->names().contains(StoreName), Patience);
-    QVERIFY(makeAnew());
-    QVERIFY(m_stores->waitForEntries(StoreName, 1, Patience));
-    QVERIFY(signs());
-}
-
-void TestAdministration::initialisesUnderTheSameName()
-{
-    const QString before = m_storeId;
-    const auto result =
-        perform(TokenAdministration::Initialise, TestToken::soPin(), TestToken::pin(), StoreName);
-    QCOMPARE(result.error.kind, TokenError::NoError);
-    QVERIFY(waitForCounts(0, 0));
-    QCOMPARE(m_storeId, before);
-    QVERIFY(m_stores->waitForEntries(StoreName, 0, Patience));
-    QVERIFY(makeAnew());
-    QVERIFY(m_stores->waitForEntries(StoreName, 1, Patience));
-    QVERIFY(signs());
-}
-
-void TestAdministration::initialisesHalf()
-{
-    m_token->control("fail C_InitPIN * CKR_DEVICE_ERROR");
-    const auto result =
-        perform(TokenAdministration::Initialise, TestToken::soPin(), NewPin, StoreName);
-    QCOMPARE(result.error.kind, TokenError::DeviceFailure);
-    QVERIFY(result.isEmptied);
-    QVERIFY(waitForCounts(0, 0));
-    QTRY_COMPARE_WITH_TIMEOUT(TokenMonitor::token(m_storeId).pinState, PinState::NotSet, Patience);
-    m_token->control();
-    QCOMPARE(perform(TokenAdministration::SetPin, TestToken::soPin(), TestToken::pin()).error.kind,
-             TokenError::NoError);
-    QVERIFY(makeAnew());
-}
-
-void TestAdministration::neverInitialisesUnasked_data()
-{
-    QTest::addColumn<QByteArray>("officer");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QByteArray>("orders");
-    QTest::addColumn<int>("kind");
-    const QByteArray right = TestToken::soPin();
-    const auto row = [&](const char *title, const QByteArray &officer, const QString &name,
-                         const char *orders, TokenError::Kind kind) {
-        QTest::newRow(title) << officer << name << QByteArray(orders) << int(kind);
-    };
-    row("wrong PIN", "00000000", StoreName, "", TokenError::WrongPin);
-    row("no name", right, QString(), "", TokenError::NotSupported);
-    row("long name", right, QString(17, QChar(0x416)), "", TokenError::NotSupported);
-    row("read-only", right, StoreName, "read-only", TokenError::ReadOnly);
-    row("protected", right, StoreName, "fail C_InitToken * CKR_TOKEN_WRITE_PROTECTED",
-        TokenError::ReadOnly);
-    row("somebody's session", right, StoreName, "fail C_InitToken * CKR_SESSION_EXISTS",
-        TokenError::TokenInUse);
-    row("unknown", right, StoreName, "fail C_InitToken * CKR_FUNCTION_NOT_SUPPORTED",
-        TokenError::NotSupported);
-    row("device", right, StoreName, "fail C_InitToken * CKR_DEVICE_ERROR",
-        TokenError::DeviceFailure);
-    row("gone", right, StoreName, "remove-at C_InitToken *", TokenError::TokenRemoved);
-    row("last try", right, StoreName, "officer-final-try", TokenError::LastTry);
-}
-
-void TestAdministration::neverInitialisesUnasked()
-{
-    QFETCH(QByteArray, officer);
-    QFETCH(QString, name);
-    QFETCH(QByteArray, orders);
-    QFETCH(int, kind);
-    const int before = objects();
-    m_token->control(orders);
-    m_token->forget();
-    const auto result = perform(TokenAdministration::Initialise, officer, TestToken::pin(), name);
-    QCOMPARE(int(result.error.kind), kind);
-    QVERIFY(!result.isEmptied);
-    QVERIFY(m_token->count("C_InitToken") <= 1);
-    m_token->control();
-    QVERIFY(waitForCounts(1, 1));
-    QCOMPARE(objects(), before);
-    QVERIFY(m_stores->waitForEntries(StoreName, 1, Patience));
-    QVERIFY(signs());
-}
-
-/// Tokens of one name are told by their stores: the other keeps its PIN and what is on it.
-void TestAdministration::equalNames()
-{
-    const QString first = std::exchange(m_storeId, waitForToken(OtherName));
-    const auto made =
-        perform(TokenAdministration::Initialise, TestToken::soPin(), TestToken::pin(), StoreName);
-    const auto other = [&] {
-        const auto tokens = TokenMonitor::tokens();
-        for (const TokenStatus &token : tokens) {
-            if (token.name.startsWith(StoreName) && token.keyStoreId != first && !token.loading)
-                return token.keyStoreId;
-        }
-        return QString();
-    };
-    const bool isThere = QTest::qWaitFor([&] { return !other().isEmpty(); }, Patience);
-    m_storeId = other();
-    const auto changed = perform(TokenAdministration::ChangePin, TestToken::pin(), NewPin);
-    const auto back =
-        perform(TokenAdministration::Initialise, TestToken::soPin(), TestToken::pin(), OtherName);
-    m_storeId = first;
-    QVERIFY(isThere);
-    for (const TokenAdministrationResult &result : {made, changed, back})
-        QCOMPARE(result.error.kind, TokenError::NoError);
-    QVERIFY(!waitForToken(OtherName).isEmpty());
-    QVERIFY(waitForCounts(1, 1));
-    QVERIFY(opensWith(TestToken::pin()));
-    QVERIFY(signs());
 }
 
 QTEST_GUILESS_MAIN(TestAdministration)
