@@ -611,7 +611,9 @@ def waits():
                 if not above.strip():
                     break
                 near.append(above)
-            if FIXED_WAIT.search(line) and not any("//" in one for one in near):
+            # Between two looks at what is awaited there is a pause.
+            looks = number > 0 and re.match(r"\s*while \(", lines[number - 1])
+            if FIXED_WAIT.search(line) and not looks and not any("//" in one for one in near):
                 yield f"{name(path)}:{number + 1}: a wait for a fixed time that does not say why"
 
 
