@@ -191,7 +191,8 @@ void TestRequestNames::keptWhenTheSubjectChanges()
     QFETCH(QByteArray, name);
     m_info.remove(infoType(CommonNameInfo));
     m_info.insert(infoType(CommonNameInfo), QStringLiteral("New Name"));
-    const QCA::CertificateRequest request = editedRequest(m_original, m_info, key());
+    const QCA::CertificateRequest request =
+        editedRequest(m_original, {m_info, m_original.constraints()}, key());
     QCOMPARE(infoValue(requestSubject(request), CommonNameInfo), QStringLiteral("New Name"));
     QVERIFY(request.toDER().contains(namesWith(name, HostName)));
     QVERIFY(isVerified(request));
@@ -205,7 +206,8 @@ void TestRequestNames::keptWhenAHostNameChanges()
         return; // there is none to be changed, or none that is the only one
     m_info.remove(infoType(QCA::DNS), QStringLiteral("a.example.org"));
     m_info.insert(infoType(QCA::DNS), QStringLiteral("b.example.org"));
-    const QCA::CertificateRequest request = editedRequest(m_original, m_info, key());
+    const QCA::CertificateRequest request =
+        editedRequest(m_original, {m_info, m_original.constraints()}, key());
     QVERIFY(request.toDER().contains(namesWith(name, OtherHostName)));
     QVERIFY(isVerified(request));
 }
@@ -214,7 +216,8 @@ void TestRequestNames::keptWhenAHostNameIsAdded()
 {
     QFETCH(QByteArray, name);
     m_info.insert(infoType(QCA::DNS), QStringLiteral("b.example.org"));
-    const QCA::CertificateRequest request = editedRequest(m_original, m_info, key());
+    const QCA::CertificateRequest request =
+        editedRequest(m_original, {m_info, m_original.constraints()}, key());
     const QByteArray der = request.toDER();
     QVERIFY(!der.isEmpty());
     const bool isLast = der.contains(derElement(0x30, HostName + name + OtherHostName));
