@@ -42,6 +42,7 @@ public:
         return {};
     }
     void cancelTask(const CancellationPtr &) override { }
+    void forgetTokens() override { }
 
     void end(TokenError::Kind kind)
     {
