@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 import QtQuick 2.15
-import Qt.labs.platform 1.1 as Platform
 import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
 
@@ -20,12 +19,8 @@ Item {
     signal saved(string path)
     signal failed(string reason)
 
-    function choose(name_) {
-        // Between such marks the dialog of Qt expects one of several names.
-        const name = name_.replace(/"/g, "'")
-        dialog.folder = Files.url(folder)
-        dialog.currentFile = Files.url(folder + "/" + name)
-        dialog.open()
+    function choose(name) {
+        dialog.offer(folder + "/" + name)
     }
     /// A suffix that only one format has decides, else the format that was chosen; a name without
     /// one of them gets it.
@@ -48,12 +43,9 @@ Item {
         else
             failed(saver.problem)
     }
-    Platform.FileDialog {
+    SaveDialog {
         id: dialog
         title: task.title
-        fileMode: Platform.FileDialog.SaveFile
-        // Asked here instead, for the name that the file gets in the end.
-        options: Platform.FileDialog.DontConfirmOverwrite
         nameFilters: task.formats.map(function(format) {
             return format[0] + " (" + format[1].map(function(suffix) {
                 return "*." + suffix }).join(" ") + ")"

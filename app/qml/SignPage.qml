@@ -162,15 +162,11 @@ FormPage {
     }
 
     function chooseElsewhere() {
-        elsewhereDialog.currentFile = Files.url(page.work.signatureFile)
-        elsewhereDialog.open()
+        elsewhereDialog.offer(page.work.signatureFile)
     }
-    Platform.FileDialog {
+    SaveDialog {
         id: elsewhereDialog
         title: qsTrId("trivex-app-signature-file")
-        fileMode: Platform.FileDialog.SaveFile
-        // Asked when it is signed, for the name that the file gets in the end.
-        options: Platform.FileDialog.DontConfirmOverwrite
         onAccepted: {
             const path = Files.path(file)
             const suffix = [".p7s", ".p7m", ".sig"][page.form]

@@ -7,6 +7,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QtTest>
@@ -31,6 +32,7 @@ public:
 
 private Q_SLOTS:
     void init();
+    void nameIsOffered();
     void oneWithItsIssuers();
     void oneAlone();
     void oneAsTextWithIssuers();
@@ -58,6 +60,21 @@ void TestAppExport::init()
 {
     QVERIFY(m_steps->show("personal"));
     QTRY_COMPARE(m_window->rowCount(), 2);
+}
+
+/// The first dialog of all, too, comes with a name that one can take.
+void TestAppExport::nameIsOffered()
+{
+    QVERIFY(m_window->clickRow(m_window->rowNamed(QStringLiteral("build.example.org"))));
+    QVERIFY(m_window->waitForItem(QStringLiteral("exportButton")));
+    for (int time = 0; time < 2; ++time) {
+        QVERIFY(m_window->click(QStringLiteral("exportButton")));
+        QVERIFY(m_window->waitFor([] { return fileDialog() != nullptr; }));
+        const auto *name = fileDialog()->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        QVERIFY(name);
+        QTRY_COMPARE(name->text(), QStringLiteral("build.example.org.crt"));
+        QVERIFY(answerFileDialog(*m_window, QString(), false));
+    }
 }
 
 bool TestAppExport::chooseAll()
