@@ -11,6 +11,7 @@
 #include "tools/documentsigner.h"
 #include "tools/fileitemtexts.h"
 #include "tools/filesaver.h"
+#include "tools/texts.h"
 #include "tools/tokenerrors.h"
 
 #include <QCryptographicHash>
@@ -53,7 +54,7 @@ void complainOf(const QVector<StoreRow> &rows, const QString &key)
 {
     if (rows.isEmpty()) {
         //% "No certificate with a key has the name or the fingerprint “%1”. See --list."
-        complain(qtTrId("trivex-console-no-such-key").arg(key));
+        complain(Texts::put(qtTrId("trivex-console-no-such-key"), {key}));
         return;
     }
     //% "Several certificates fit. Name one by what stands first here, its SHA-256 fingerprint or

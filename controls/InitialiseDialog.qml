@@ -3,6 +3,7 @@
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
 
 /// Makes a token anew, with nothing on it: `ask(storeId)`. To agree one types the token's name.
 TokenAdminDialog {
@@ -34,14 +35,14 @@ TokenAdminDialog {
     Notice {
         objectName: "initialiseWarning"
         level: 3
-        text: qsTrId("trivex-app-initialise-warning").replace("%1", () => dialog.tokenName)
+        text: Texts.put(qsTrId("trivex-app-initialise-warning"), [dialog.tokenName])
         detail: dialog.admin.lossText
         Layout.fillWidth: true
     }
     LabeledField {
         id: typed
         field.objectName: "initialiseConsent"
-        label: qsTrId("trivex-app-initialise-consent").replace("%1", () => dialog.tokenName)
+        label: Texts.put(qsTrId("trivex-app-initialise-consent"), [dialog.tokenName])
         Layout.fillWidth: true
     }
     LabeledField {

@@ -4,6 +4,7 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
 
 /// The details of a key without a certificate, with what can be done with it. `groups` is what
 /// `TokenKeyInfo` gives; made of plain maps in the gallery.
@@ -54,7 +55,7 @@ FormPage {
         Notice {
             objectName: "keyRequestNotice"
             text: view.request
-                ? qsTrId("trivex-app-key-waits").replace("%1", () => view.request)
+                ? Texts.put(qsTrId("trivex-app-key-waits"), [view.request])
                 : view.canRequest ? "" : qsTrId("trivex-app-key-no-request")
             Layout.fillWidth: true
         }

@@ -46,7 +46,7 @@ BaseDialog {
         pin.clear()
         if (maker.error !== TokenAdmin.NoError) {
             if (left)
-                failed(qsTrId("trivex-app-new-token-failed").replace("%1", () => asked),
+                failed(Texts.put(qsTrId("trivex-app-new-token-failed"), [asked]),
                        maker.message)
             else
                 problem = maker.message

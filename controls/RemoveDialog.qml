@@ -4,6 +4,7 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
 
 /// Asks before something is removed: names it, and says when a key goes for good. `name` has a line
 /// for each where several go; `more` are not named.
@@ -45,14 +46,13 @@ BaseDialog {
     }
     Label {
         textFormat: Text.PlainText
-        // By a function: in a text to put in, "$&" would stand for the mark.
-        text: (dialog.isKey ? qsTrId("trivex-app-remove-keys-text", dialog.count) : dialog.count > 1
+        text: Texts.put(dialog.isKey ? qsTrId("trivex-app-remove-keys-text", dialog.count) : dialog.count > 1
             ? dialog.isRequest ? qsTrId("trivex-app-remove-requests-text")
                 : dialog.hasKey ? qsTrId("trivex-app-remove-bundles-text")
                 : qsTrId("trivex-app-remove-several-text")
             : dialog.isRequest ? qsTrId("trivex-app-remove-request-text")
                 : dialog.hasKey ? qsTrId("trivex-app-remove-bundle-text")
-                : qsTrId("trivex-app-remove-text")).replace("%1", () => dialog.place)
+                : qsTrId("trivex-app-remove-text"), [dialog.place])
         wrapMode: Text.WordWrap
         Layout.fillWidth: true
     }
@@ -65,7 +65,7 @@ BaseDialog {
         objectName: "removeRequestsNotice"
         level: 3
         text: dialog.requests
-            ? qsTrId("trivex-app-remove-key-request").replace("%1", () => dialog.requests) : ""
+            ? Texts.put(qsTrId("trivex-app-remove-key-request"), [dialog.requests]) : ""
         Layout.fillWidth: true
     }
     footer: DialogButtons {

@@ -81,8 +81,7 @@ BaseDialog {
     function take() {
         const error = admin.error
         if (error === TokenAdmin.NoError) {
-            // By a function: in a text to put in, "$&" would stand for the mark.
-            const text = successText.replace("%1", () => goal)
+            const text = Texts.put(successText, [goal])
             forget()
             close()
             done(text)
@@ -91,7 +90,7 @@ BaseDialog {
         consent.checked = false
         cleared(error === TokenAdmin.WrongPin, error === TokenAdmin.NewPinRefused)
         if (left)
-            failed(qsTrId("trivex-app-admin-left").replace("%1", () => tokenName), admin.message)
+            failed(Texts.put(qsTrId("trivex-app-admin-left"), [tokenName]), admin.message)
         else
             problem = admin.message
     }

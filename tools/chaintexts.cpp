@@ -5,6 +5,7 @@
 #include "qca/base/plaintext.h"
 #include "qca/describe/words.h"
 #include "qca/tokens/userstore.h"
+#include "tools/texts.h"
 #include "tools/validity.h"
 
 #include <QDir>
@@ -147,7 +148,7 @@ QString chainText(const ChainFinding &finding, const ChainStep &step)
     if (text->gap == Gap::None)
         return sentence;
     if (text->gap == Gap::Issuer)
-        return sentence.arg(plainText(step.issuer));
+        return Texts::put(sentence, {plainText(step.issuer)});
     const QString dated = sentence.arg(dateText(finding.date));
     if (finding.revocation <= 0)
         return dated;
@@ -191,7 +192,7 @@ QString chainSentence(const ChainResult &result)
     if (step == &result.steps.constFirst())
         return text;
     //% "“%1”: %2"
-    return qtTrId("trivex-app-chain-at-step").arg(plainText(step->subject), text);
+    return Texts::put(qtTrId("trivex-app-chain-at-step"), {plainText(step->subject), text});
 }
 
 QString chainReport(const ChainResult &result)

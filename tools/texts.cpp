@@ -10,6 +10,28 @@
 
 namespace Trivex {
 
+namespace {
+
+/// The marks of a language, and those that it has for what is quoted within them.
+struct QuotationMarks {
+    QChar open;
+    QChar close;
+    QChar innerOpen;
+    QChar innerClose;
+};
+
+const QuotationMarks Quotations[] = {
+    {QChar(0xAB), QChar(0xBB), QChar(0x201E), QChar(0x201C)},
+    {QChar(0x201C), QChar(0x201D), QChar(0x2018), QChar(0x2019)},
+};
+
+QString inside(const QuotationMarks &marks, QString text)
+{
+    return text.replace(marks.open, marks.innerOpen).replace(marks.close, marks.innerClose);
+}
+
+} // namespace
+
 Texts::Texts(QObject *parent)
     : QObject(parent)
 {
@@ -47,6 +69,29 @@ QString Texts::plainHex(const QString &text)
 QString Texts::plain(const QString &text) const
 {
     return plainText(text);
+}
+
+QString Texts::put(const QString &message, const QStringList &values)
+{
+    QString result;
+    const QuotationMarks *around = nullptr;
+    for (int i = 0; i < message.size(); ++i) {
+        const QChar c = message.at(i);
+        const int place = c == QLatin1Char('%') ? message.mid(i + 1, 1).toInt() : 0;
+        if (place > 0 && place <= values.size()) {
+            result += around ? inside(*around, values.at(place - 1)) : values.at(place - 1);
+            ++i;
+            continue;
+        }
+        for (const QuotationMarks &marks : Quotations) {
+            if (c == marks.open)
+                around = &marks;
+            else if (c == marks.close)
+                around = nullptr;
+        }
+        result += c;
+    }
+    return result;
 }
 
 QString Texts::marked(const QString &text, const QString &pattern, const QString &color) const

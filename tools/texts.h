@@ -23,6 +23,10 @@ public:
     /// it.
     Q_INVOKABLE QString plain(const QString &text) const;
 
+    /// `message` with `values` in its places %1 to %9, each as it is. Between quotation marks of
+    /// the message the marks of a value become inner ones: «АО „Пример“», “the ‘Example’ company”.
+    Q_INVOKABLE static QString put(const QString &message, const QStringList &values);
+
     /// `text` with every place that contains `pattern` marked, as styled text; the rest escaped.
     Q_INVOKABLE QString marked(const QString &text, const QString &pattern,
                                const QString &color) const;

@@ -1449,8 +1449,8 @@
         <translation>Delete all and initialise</translation>
     </message>
     <message id="trivex-app-initialise-consent">
-        <source>To agree, type the name “%1”</source>
-        <translation>To agree, type the name “%1”</translation>
+        <source>To agree, type the name of the token: %1</source>
+        <translation>To agree, type the name of the token: %1</translation>
     </message>
     <message id="trivex-app-initialise-names">
         <source>A token gets another name only in this way.</source>

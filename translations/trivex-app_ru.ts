@@ -1458,8 +1458,8 @@
         <translation>Удалить всё и инициализировать</translation>
     </message>
     <message id="trivex-app-initialise-consent">
-        <source>To agree, type the name “%1”</source>
-        <translation>Чтобы согласиться, введите имя «%1»</translation>
+        <source>To agree, type the name of the token: %1</source>
+        <translation>Чтобы согласиться, введите имя токена: %1</translation>
     </message>
     <message id="trivex-app-initialise-names">
         <source>A token gets another name only in this way.</source>

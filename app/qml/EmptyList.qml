@@ -42,9 +42,9 @@ EmptyState {
         : pattern && searching ? qsTrId("trivex-app-searching")
         : pattern ? qsTrId("trivex-app-not-found")
         : isStart ? qsTrId("trivex-app-start-title") : qsTrId("trivex-app-empty")
-    text: filtered ? qsTrId("trivex-app-filtered").replace("%1", () => filters.words)
+    text: filtered ? Texts.put(qsTrId("trivex-app-filtered"), [filters.words])
         : pattern ? qsTrId("trivex-app-not-found-text")
-        : isStart && token ? qsTrId("trivex-app-start-token").replace("%1", () => token)
+        : isStart && token ? Texts.put(qsTrId("trivex-app-start-token"), [token])
         : isStart ? qsTrId("trivex-app-start-no-token")
         : category ? category.about
         : isRequests ? qsTrId("trivex-app-about-requests") : qsTrId("trivex-app-about-token")
@@ -66,8 +66,7 @@ EmptyState {
         active: false
         sourceComponent: NewTokenDialog {
             maker: maker
-            // By a function: in a text to put in, "$&" would stand for the mark.
-            onDone: empty.told(qsTrId("trivex-app-new-token-made").replace("%1", () => name))
+            onDone: empty.told(Texts.put(qsTrId("trivex-app-new-token-made"), [name]))
             onFailed: empty.failed(cause, advice)
         }
     }

@@ -47,7 +47,7 @@ ToolButton {
             onObjectRemoved: menu.removeItem(object)
             delegate: FilterItem {
                 objectName: "filterToken-" + model.name
-                text: qsTrId("trivex-app-filter-token").replace("%1", () => model.name)
+                text: Texts.put(qsTrId("trivex-app-filter-token"), [model.name])
                 on: button.filters.rows.wantedStore === model.storeId
                 onTriggered: button.filters.toggleToken(model.storeId, model.name)
             }

@@ -25,8 +25,8 @@ ColumnLayout {
     Notice {
         id: filterNotice
         objectName: "filterNotice"
-        text: notices.filters.active ? qsTrId("trivex-app-filtered")
-            .replace("%1", () => notices.filters.words) : ""
+        text: notices.filters.active
+            ? Texts.put(qsTrId("trivex-app-filtered"), [notices.filters.words]) : ""
         actionText: qsTrId("trivex-app-filter-lift")
         onAction: notices.filters.rows.liftFilters()
         Layout.fillWidth: true

@@ -209,7 +209,7 @@ Card {
     }
     Notice {
         level: 1
-        text: card.made ? qsTrId("trivex-app-generated").arg(chooser.tokenName) : ""
+        text: card.made ? Texts.put(qsTrId("trivex-app-generated"), [chooser.tokenName]) : ""
         Layout.fillWidth: true
     }
 }

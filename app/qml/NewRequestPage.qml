@@ -93,7 +93,7 @@ FormPage {
     Notice {
         objectName: "existingKeyNotice"
         text: page.existingKey
-            ? qsTrId("trivex-app-request-for-key").replace("%1", () => page.existingKey) : ""
+            ? Texts.put(qsTrId("trivex-app-request-for-key"), [page.existingKey]) : ""
         Layout.fillWidth: true
     }
     NewKeyCard {

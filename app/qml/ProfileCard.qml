@@ -89,10 +89,8 @@ Card {
             }
             agreed = result === RequestProfiles.Exists
             problem.level = agreed ? 2 : 3
-            // By a function: in a text to put in, "$&" would stand for the mark.
             problem.text = agreed
-                ? qsTrId("trivex-app-profile-exists")
-                    .replace("%1", () => RequestProfiles.listedName(name))
+                ? Texts.put(qsTrId("trivex-app-profile-exists"), [RequestProfiles.listedName(name)])
                 : result === RequestProfiles.TooLarge ? qsTrId("trivex-app-profile-too-large")
                 : qsTrId("trivex-app-profile-unsaved")
         }

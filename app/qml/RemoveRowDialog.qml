@@ -58,7 +58,7 @@ RemoveDialog {
         if (left.length < rows.length)
             deleted()
         if (left.length)
-            failed(qsTrId("trivex-app-request-stays").arg(left[0].name),
+            failed(Texts.put(qsTrId("trivex-app-request-stays"), [left[0].name]),
                    qsTrId("trivex-app-request-stays-advice"))
     }
     onConfirmed: {

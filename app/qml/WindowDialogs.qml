@@ -48,11 +48,9 @@ Item {
         id: importDialog
         handsOn: true
         entries: dialogs.library.entries
-        // Names are strangers' and may hold marks, too: both are put in at once.
         onImported: toast.show(
-            count > 1 ? qsTrId("trivex-app-imported-many", count).arg(place)
-                      : qsTrId("trivex-app-imported").replace(
-                            /%([12])/g, (mark, number) => number === "1" ? name : place))
+            count > 1 ? Texts.put(qsTrId("trivex-app-imported-many", count), [place])
+                      : Texts.put(qsTrId("trivex-app-imported"), [name, place]))
         onHandedOn: dialogs.filesAsked([path])
         onUndone: left ? toast.note(problem) : errorDialog.show(
             qsTrId("trivex-app-import-undone"), problem)
@@ -65,7 +63,7 @@ Item {
     KeyExport {
         id: keyExport
         dialogName: "fileKeyExportDialog"
-        onSaved: toast.show(qsTrId("trivex-app-exported").replace("%1", () => path))
+        onSaved: toast.show(Texts.put(qsTrId("trivex-app-exported"), [path]))
         onFailed: errorDialog.show(cause, advice)
     }
     RemoveRowDialog {

@@ -52,7 +52,7 @@ Item {
     Connections {
         target: models.watcher
         function onArrived(name) {
-            dialogs.tell(qsTrId("trivex-app-arrived").arg(name))
+            dialogs.tell(Texts.put(qsTrId("trivex-app-arrived"), [name]))
         }
     }
     Connections {

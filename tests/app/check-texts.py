@@ -3,7 +3,7 @@
 # SPDX-License-Identifier: MIT
 """Refuses texts of the window that use other words than docs/glossary.md, or that were found wanting.
 
-check-texts.py ROOT            checks the catalogues
+check-texts.py ROOT            checks the catalogues, and how names come into their quotation marks
 check-texts.py ROOT selftest   checks that each rule finds what it is for
 """
 
@@ -12,6 +12,9 @@ import re
 import sys
 import xml.etree.ElementTree as xml
 
+SOURCES = ("app", "controls", "tools", "console")
+QUOTED = re.compile(r"«[^»]*%[1-9]|“[^”]*%[1-9]")
+RAW = re.compile(r'q[st]TrId\(\s*"([\w-]+)"[^()"]*\)\s*\.(?:arg|replace)\(')
 CATALOGUES = {"en": "trivex-app_en.ts", "ru": "trivex-app_ru.ts"}
 # Said nothing, or something untrue, or was not what people call it.
 REFUSED = {
@@ -74,8 +77,42 @@ def check(root):
                 yield f"{name}: {identifier}: {finding}: {text}"
 
 
+def quoting(root):
+    """The identifiers of the texts that put a name between quotation marks."""
+    return {identifier for name in CATALOGUES.values()
+            for identifier, text in texts(root / "translations" / name) if QUOTED.search(text)}
+
+
+def misquotings(source, identifiers):
+    """Names that come in as they are, with marks of their own inside those of the text."""
+    for match in RAW.finditer(source):
+        if match.group(1) in identifiers:
+            yield f"{match.group(1)}: the name goes between quotation marks: use Texts.put"
+
+
+def check_sources(root):
+    identifiers = quoting(root)
+    for folder in SOURCES:
+        for path in sorted((root / folder).rglob("*")):
+            if path.suffix in (".qml", ".cpp"):
+                for finding in misquotings(path.read_text(encoding="utf-8"), identifiers):
+                    yield f"{path.relative_to(root)}: {finding}"
+
+
+def check_all(root):
+    yield from check(root)
+    yield from check_sources(root)
+
+
 def selftest(root):
     words = glossary(root)
+    if len(quoting(root)) < 20:
+        yield "the texts that quote names were not found"
+    for source in ('qsTrId("a-b").arg(name)', 'qsTrId("a-b", 2)\n    .replace("%1", name)'):
+        if not list(misquotings(source, {"a-b"})) or list(misquotings(source, {"a-c"})):
+            yield f"not told apart: {source}"
+    if list(misquotings('Texts.put(qsTrId("a-b"), [name.replace(1, 2)])', {"a-b"})):
+        yield "a name that is put in well was refused"
     if min(len(found) for found in words.values()) < 10:
         yield "the glossary was not read"
     for language in CATALOGUES:
@@ -94,7 +131,7 @@ def selftest(root):
 
 def main():
     root = pathlib.Path(sys.argv[1])
-    found = list((selftest if sys.argv[2:] == ["selftest"] else check)(root))
+    found = list((selftest if sys.argv[2:] == ["selftest"] else check_all)(root))
     print("\n".join(found) or "the texts use the words of the glossary")
     return 1 if found else 0
 

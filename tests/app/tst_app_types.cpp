@@ -108,6 +108,8 @@ private Q_SLOTS:
     void checkDigits();
     void validityByDates();
     void entriesHaveTheirTexts();
+    void namesBetweenMarks_data();
+    void namesBetweenMarks();
     void sectionedFollowsItsFilter();
     void sectionedDropsRowsAtOnce();
     void sectionedTellsBigChangesOnce();
@@ -188,6 +190,36 @@ void TestAppTypes::validityByDates()
     QCOMPARE(Validity::stateAt(past, now.addSecs(-1), now), Validity::Expired);
     QCOMPARE(Validity::stateAt(now.addDays(1), now.addDays(100), now), Validity::NotYet);
     QCOMPARE(Validity::stateAt({}, {}, now), Validity::Unknown);
+}
+
+void TestAppTypes::namesBetweenMarks_data()
+{
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<QStringList>("values");
+    QTest::addColumn<QString>("text");
+    const auto add = [](const char *row, const char *message, const QStringList &values,
+                        const char *text) {
+        QTest::newRow(row) << QString::fromUtf8(message) << values << QString::fromUtf8(text);
+    };
+    const QString russian = QStringLiteral("АО «Пример»");
+    const QString english = QStringLiteral("the “Example” company");
+    add("Russian", "Токен «%1» готов", {russian}, "Токен «АО „Пример“» готов");
+    add("English", "“%1” is ready", {english}, "“the ‘Example’ company” is ready");
+    add("of another language", "“%1” is ready", {russian}, "“АО «Пример»” is ready");
+    add("without marks around", "Токен: %1", {russian}, "Токен: АО «Пример»");
+    add("behind the marks", "«%1», %2", {russian, russian}, "«АО „Пример“», АО «Пример»");
+    add("twice", "%2: «%1»", {QStringLiteral("a"), QStringLiteral("%1")}, "%1: «a»");
+    add("not asked for", "«%1» 5 %", {QStringLiteral("$&"), russian}, "«$&» 5 %");
+    add("without a value", "«%1» %2", {QStringLiteral("a")}, "«a» %2");
+}
+
+/// A name's own marks are inner ones there, and nothing in it is taken for a place.
+void TestAppTypes::namesBetweenMarks()
+{
+    QFETCH(QString, message);
+    QFETCH(QStringList, values);
+    QFETCH(QString, text);
+    QCOMPARE(Texts::put(message, values), text);
 }
 
 void TestAppTypes::entriesHaveTheirTexts()
