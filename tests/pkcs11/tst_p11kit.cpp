@@ -49,6 +49,7 @@ private Q_SLOTS:
     void busyEndsThoughTheConfigurationHangs();
     void remoteModuleIsListed();
     void moduleFileComesAndGoes();
+    void relativePaths();
     void parametersOfAModule();
     void libraryComesAndGoes();
     void usersFilesAreSwitchedOff();
@@ -132,8 +133,11 @@ void TestP11Kit::initTestCase()
     m_parametersLibrary = m_home.filePath(QStringLiteral("parameters.so"));
     QVERIFY(QFile::copy(QStringLiteral(TRIVEX_FAULTY_MODULE), m_parametersLibrary));
     m_parametersFile = configuration + QStringLiteral("/modules/parameters.module");
-    QVERIFY(
-        writeFile(m_parametersFile, "module: " + QFile::encodeName(m_parametersLibrary) + '\n'));
+    // By a relative path, which p11-kit itself takes at the start.
+    const QDir folder(QStringLiteral(TRIVEX_P11_TEST_MODULE_PATH));
+    QVERIFY(writeFile(m_parametersFile,
+                      "module: " + QFile::encodeName(folder.relativeFilePath(m_parametersLibrary))
+                          + '\n'));
     m_moduleFile = configuration + QStringLiteral("/modules/plugged.module");
     // Whoever reads it waits for a writer.
     m_hangingFile = configuration + QStringLiteral("/modules/hanging.module");
@@ -176,6 +180,24 @@ void TestP11Kit::moduleFileComesAndGoes()
         QCOMPARE(rowsOf(QStringLiteral("Isolated")), 2);
     }
     QVERIFY(writeFile(m_moduleFile, contents));
+    QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Plugged")), 1, Patience);
+}
+
+// They begin at p11-kit's folder of modules, wherever the program was started.
+void TestP11Kit::relativePaths()
+{
+    const QDir folder(QStringLiteral(TRIVEX_P11_TEST_MODULE_PATH));
+    const QString library = folder.relativeFilePath(m_plugged->modulePath());
+    QVERIFY(library.startsWith(QLatin1String("../")) && !QFile::exists(library));
+    const QByteArray elsewhere = "module: " + QFile::encodeName(m_home.path()) + "/none.so\n";
+    for (const QByteArray &contents : {elsewhere, QByteArray("module: none.so\n")}) {
+        QVERIFY(writeFile(m_moduleFile, contents));
+        QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Plugged")), 0, Patience);
+        QVERIFY(writeFile(m_moduleFile, "module: " + QFile::encodeName(library) + '\n'));
+        QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Plugged")), 1, Patience);
+    }
+    QCOMPARE(rowsOf(QStringLiteral("Isolated")), 2);
+    QVERIFY(writeFile(m_moduleFile, "module: " + m_plugged->modulePath().toUtf8() + '\n'));
     QTRY_COMPARE_WITH_TIMEOUT(rowsOf(QStringLiteral("Plugged")), 1, Patience);
 }
 
