@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "certificates/keystoreentry.h"
 #include "tests/app/filedrequest.h"
 #include "tests/app/rowsource.h"
+#include "tests/support/testcertificates.h"
 #include "tools/removalundo.h"
 
 #include <QSignalSpy>
@@ -19,6 +21,27 @@ QByteArray contentsOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+/// A certificate on a token that is not there.
+class CertificateEntry : public QCA::KeyStoreEntryContext {
+public:
+    explicit CertificateEntry(const QCA::Certificate &certificate)
+        : QCA::KeyStoreEntryContext(QCA::findProvider(QStringLiteral("qca-ossl")))
+        , m_certificate(certificate)
+    {
+    }
+    Context *clone() const override { return new CertificateEntry(*this); }
+    QCA::KeyStoreEntry::Type type() const override { return QCA::KeyStoreEntry::TypeCertificate; }
+    QString id() const override { return QStringLiteral("entry"); }
+    QString name() const override { return QStringLiteral("Entry"); }
+    QString storeId() const override { return QStringLiteral("token"); }
+    QString storeName() const override { return QStringLiteral("Token"); }
+    QString serialize() const override { return {}; }
+    QCA::Certificate certificate() const override { return m_certificate; }
+
+private:
+    QCA::Certificate m_certificate;
+};
+
 } // namespace
 
 /// What is remembered of removals, with requests, which need no token.
@@ -31,6 +54,8 @@ private Q_SLOTS:
     void whatIsUnknownIsNotNoted();
     void failureCanBeTriedAgain();
     void failureDoesNotBlockOthers();
+    void takenNameIsLeftAlone();
+    void tokenIsGone();
     void whatIsThereIsDone();
     void oneUndoAtATime();
 
@@ -169,6 +194,50 @@ void TestRemovalUndo::failureDoesNotBlockOthers()
     QVERIFY(undo());
     QCOMPARE(contentsOf(two), QByteArray("contents of two"));
     QCOMPARE(m_undo->count(), 0);
+}
+
+/// Somebody has made another request of that name since.
+void TestRemovalUndo::takenNameIsLeftAlone()
+{
+    const QString one = add(QStringLiteral("one"));
+    m_undo->begin();
+    remove(one);
+    QFile other(one);
+    QVERIFY(other.open(QIODevice::WriteOnly));
+    other.write("another request");
+    other.close();
+    QSignalSpy finished(m_undo.get(), &RemovalUndo::finished);
+    QVERIFY(!undo());
+    QVERIFY(!finished.first().at(2).toString().isEmpty());
+    QCOMPARE(contentsOf(one), QByteArray("another request"));
+    QVERIFY(QFile::remove(one));
+    QVERIFY(undo());
+    QCOMPARE(contentsOf(one), QByteArray("contents of one"));
+}
+
+void TestRemovalUndo::tokenIsGone()
+{
+    const TestAuthority authority;
+    const auto certificate = QCA::Certificate::fromDER(authority.certificate());
+    QCA::KeyStoreEntry entry;
+    static_cast<QCA::Algorithm &>(entry).change(new CertificateEntry(certificate));
+    KeyStoreEntry row(entry);
+    constexpr int EntryRole = RowSource::NumberRole + 1;
+    auto roles = m_source->roleNames();
+    roles.insert(EntryRole, "keyStoreEntry");
+    m_source->setItemRoleNames(roles);
+    m_entries->setSourceModel(nullptr);
+    m_entries->setSourceModel(m_source.get());
+    m_source->add(QStringLiteral("Entry"), new StandInCertificate)
+        ->setData(QVariant::fromValue<QObject *>(&row), EntryRole);
+    m_undo->begin();
+    m_undo->note(m_entries.get(), m_entries->identityAt(0));
+    QCOMPARE(m_undo->count(), 1);
+    QSignalSpy finished(m_undo.get(), &RemovalUndo::finished);
+    QVERIFY(!undo());
+    QCOMPARE(finished.first().at(2).toString(), qtTrId("trivex-app-undo-no-token"));
+    QCOMPARE(m_undo->count(), 1);
+    m_source->clear();
 }
 
 /// The file was not removed, or somebody else has brought it back.

@@ -4,6 +4,7 @@
 // The calls by which a file is written whole or not at all, in their order, and the same where the
 // file system does not know some of them. The calls of this process come here first.
 #include "qca/base/atomicfile.h"
+#include "qca/base/requestsave.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -137,6 +138,7 @@ private Q_SLOTS:
     void takenMeanwhile_data();
     void takenMeanwhile();
     void nothingWorks();
+    void requestNameTakenMeanwhile();
 
 private:
     QString path(const char *name = "a.csr") const
@@ -147,6 +149,7 @@ private:
     {
         return QDir(m_directory->path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
     }
+    QCA::Initializer m_qca;
     std::unique_ptr<QTemporaryDir> m_directory;
 };
 
@@ -279,6 +282,27 @@ void TestWriteOrder::nothingWorks()
     failures.insert("rename", EIO);
     QCOMPARE(Trivex::writeAtomically(path(), "new", false), WriteResult::Failed);
     QVERIFY(files().isEmpty());
+}
+
+/// Another process saves a request between the look for a free name and the placing: both stay.
+void TestWriteOrder::requestNameTakenMeanwhile()
+{
+    qputenv("HOME", watched);
+    const QDir folder(path("CertificateRequest"));
+    QVERIFY(QDir().mkpath(folder.path()));
+    QCA::CertificateOptions options(QCA::PKCS10);
+    options.setInfo({{QCA::CommonName, QStringLiteral("Ivanov")}});
+    const QString provider = QStringLiteral("qca-ossl");
+    Trivex::RequestSave saving;
+    saving.request = QCA::CertificateRequest(
+        options, QCA::KeyGenerator().createRSA(2048, 65537, provider), provider);
+    saving.commonName = QStringLiteral("Ivanov");
+    const QString taken = folder.filePath(QStringLiteral("Ivanov.csr"));
+    meanwhile = {"fsync", [&taken] { put(taken, "somebody's"); }};
+    QVERIFY(saving.write());
+    QCOMPARE(contents(taken), QByteArray("somebody's"));
+    QVERIFY(saving.path != taken);
+    QCOMPARE(contents(saving.path), saving.request.toPEM().toLatin1());
 }
 
 QTEST_GUILESS_MAIN(TestWriteOrder)
