@@ -39,6 +39,8 @@ private Q_SLOTS:
     void undoWithoutASession();
     void generationIsUndone_data();
     void generationIsUndone();
+    void generationIsNotRepeated_data();
+    void generationIsNotRepeated();
     void failedUndoLeavesTheSession();
     void exchangedToken();
     void noSessionStays_data();
@@ -246,6 +248,27 @@ void TestLostLogins::generationIsUndone()
     m_token->control();
     QCOMPARE(objects(), before);
     QCOMPARE(m_prompt->count(), 1);
+}
+
+void TestLostLogins::generationIsNotRepeated_data()
+{
+    QTest::addColumn<QByteArray>("order");
+    for (const char *order : {"end-sessions-at C_GenerateKeyPair 1",
+                              "fail C_GenerateKeyPair 1 CKR_SESSION_HANDLE_INVALID",
+                              "fail C_GenerateKeyPair 1 CKR_SESSION_CLOSED"})
+        QTest::newRow(order) << QByteArray(order);
+}
+
+/// Another exponent is for a token that refuses this one, not for one that nobody is logged in at.
+void TestLostLogins::generationIsNotRepeated()
+{
+    QFETCH(QByteArray, order);
+    const int before = objects();
+    m_token->control(order);
+    QVERIFY(generateRsa(2048, 3, QStringLiteral("made")).isNull());
+    m_token->control();
+    QCOMPARE(m_token->count("C_GenerateKeyPair"), 1);
+    QCOMPARE(objects(), before);
 }
 
 /// The failure of the operation is what is reported, and what the device is asked for after it.

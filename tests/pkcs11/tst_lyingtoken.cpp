@@ -30,11 +30,16 @@ private Q_SLOTS:
     void signatures();
     void pairs_data();
     void pairs();
+    void pairThatIsThere_data();
+    void pairThatIsThere();
+    void idsOfBothHalves();
     void writtenObject();
     void cleanupTestCase();
 
 private:
     bool sign(const QString &name) const { return signs(*m_stores, StoreName, name); }
+    /// The ids of the objects "made" of that type.
+    QByteArray idsOfMade(const char *type) const;
     bool generate()
     {
         return !generateCurve(QStringLiteral("ec-secp384r1"), QStringLiteral("made")).isNull();
@@ -99,6 +104,58 @@ void TestLyingToken::pairs()
     QCOMPARE(m_token->token().objectCount(), before);
     QVERIFY(sign(QStringLiteral("RSA")));
     QVERIFY(sign(QStringLiteral("EC")));
+}
+
+QByteArray TestLyingToken::idsOfMade(const char *type) const
+{
+    const auto lines = m_token->token()
+                           .tool({QStringLiteral("--list-objects"), QStringLiteral("--type"),
+                                  QString::fromLatin1(type)})
+                           .split('\n');
+    QByteArray ids;
+    bool isMade = false;
+    for (const QByteArray &line : lines) {
+        if (line.contains("label:"))
+            isMade = line.contains("made");
+        else if (isMade && line.contains("ID:"))
+            ids += line.simplified() + ' ';
+    }
+    return ids;
+}
+
+void TestLyingToken::pairThatIsThere_data()
+{
+    QTest::addColumn<QByteArray>("distance");
+    // The numbers of handles and sessions go up by one.
+    for (const char *distance : {"-1", "-2", "-3", "-4", "-5", "-6", "-7", "-8"})
+        QTest::newRow(distance) << QByteArray(distance);
+}
+
+/// The handles are those of the pair that was made before, each of the right class.
+void TestLyingToken::pairThatIsThere()
+{
+    QFETCH(QByteArray, distance);
+    QCA::PrivateKey known = generateCurve(QStringLiteral("ec-secp384r1"), QStringLiteral("made"));
+    QVERIFY(!known.isNull());
+    const int before = m_token->token().objectCount();
+    m_token->control("report C_GenerateKeyPair 1 " + distance);
+    QVERIFY(!generate());
+    m_token->control();
+    QCOMPARE(m_token->token().objectCount(), before);
+    QVERIFY(!signature(known).isEmpty());
+    removeGenerated();
+}
+
+/// A token that renames one half of a pair and not the other: they would not find each other.
+void TestLyingToken::idsOfBothHalves()
+{
+    m_token->control("fail C_SetAttributeValue 2 CKR_FUNCTION_FAILED\n"
+                     "fail C_SetAttributeValue 3 CKR_FUNCTION_FAILED");
+    QVERIFY(generate());
+    m_token->control();
+    QVERIFY(!idsOfMade("pubkey").isEmpty());
+    QCOMPARE(idsOfMade("privkey"), idsOfMade("pubkey"));
+    removeGenerated();
 }
 
 void TestLyingToken::writtenObject()
