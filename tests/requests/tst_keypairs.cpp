@@ -3,6 +3,8 @@
 
 // What a request asks the providers for: which of them, by which names, with which numbers.
 #include "keystores/keystoremodel.h"
+#include "qca/questions/qcaaskerthread.h"
+#include "qca/questions/storedanswers.h"
 #include "requests/certificaterequest.h"
 #include "tests/fakes/provider/fakeprovider.h"
 #include "tests/requests/home.h"
@@ -162,7 +164,12 @@ void TestKeyPairs::generation()
     CertificateRequest request;
     choose(&request, algorithm);
     QSignalSpy done(&request, &CertificateRequest::createKeyPairDone);
+    QTRY_VERIFY(m_stores->askerThread()->handler());
+    request.setPrKeyPin(QStringLiteral("1234"));
     request.createKeyPair();
+    // Without a generation nobody takes the PIN, and it must not serve what comes next.
+    const auto answers = Trivex::takeStoredAnswers(QStringLiteral("token-id"));
+    QCOMPARE(answers.has_value(), !function.isEmpty());
     // The signal comes afterwards, never from within.
     QCOMPARE(done.count(), 0);
     const QVector<FakeCall> calls = m_pkcs11->stores->calls() + m_gost->stores->calls();
