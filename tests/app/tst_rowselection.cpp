@@ -26,6 +26,7 @@ private Q_SLOTS:
     void hiddenCurrentRow();
     void equalRows();
     void rowsAreTakenBack();
+    void renewedRowIsTakenBack();
 
 private:
     FiledRequest *add(const QString &name, int row = -1);
@@ -157,6 +158,25 @@ void TestRowSelection::rowsAreTakenBack()
     QTRY_COMPARE(m_rows->count(), 2);
     QVERIFY(chosen().isEmpty());
     QCOMPARE(m_selection->row(), -1);
+}
+
+/// A row whose certificate was read anew after it was chosen.
+void TestRowSelection::renewedRowIsTakenBack()
+{
+    add(QStringLiteral("a"));
+    std::unique_ptr<FiledRequest> old(add(QStringLiteral("b")));
+    add(QStringLiteral("c"));
+    QTRY_COMPARE(m_rows->count(), 3);
+    m_selection->chooseAll();
+    FiledRequest renewed;
+    renewed.path = old->path;
+    m_source->item(1)->setData(QVariant::fromValue<QObject *>(&renewed), CertificateRole);
+    old.reset();
+    QTRY_VERIFY(m_selection->isChosen(1));
+    m_selection->toggle(1);
+    QVERIFY(!m_selection->isChosen(1));
+    QCOMPARE(chosen(), QVariantList({0, 2}));
+    m_source->clear();
 }
 
 QTEST_GUILESS_MAIN(TestRowSelection)

@@ -51,6 +51,18 @@ Row randomRow(QRandomGenerator &random)
     return {randomText(random, 8), randomText(random, 6), random.bounded(4) ? 0 : 5, {}};
 }
 
+/// Tells which role of a row has changed, as the stores do.
+class RenamingSource : public CountingSource {
+public:
+    void rename(int position, const QString &name)
+    {
+        QVector<Row> changed = rows();
+        changed[position].name = name;
+        setRows(changed);
+        Q_EMIT dataChanged(index(position), index(position), {NameRole});
+    }
+};
+
 } // namespace
 
 class TestCertificateModel : public QObject {
@@ -72,6 +84,7 @@ private Q_SLOTS:
     void foldingAgreesWithRegExp();
     void foldingIsLetterByLetter();
     void rowsComeDuringASearch();
+    void renamedRowMoves();
 
 private:
     QCA::Initializer m_qca;
@@ -372,6 +385,20 @@ void TestCertificateModel::rowsComeDuringASearch()
         model.setPattern(QString());
         QCOMPARE(model.rowCount(), count + 3);
     }
+}
+
+/// What is searched is one thing, what rows are sorted by another.
+void TestCertificateModel::renamedRowMoves()
+{
+    RenamingSource source;
+    source.reset(systemRows({QStringLiteral("cat"), QStringLiteral("dog"), QStringLiteral("elk")}));
+    CertificateModel model;
+    model.setSearchRoles({QStringLiteral("issuer")});
+    model.setSourceModel(&source);
+    QCOMPARE(names(model).first(), QStringLiteral("cat"));
+    source.rename(0, QStringLiteral("zebra"));
+    QCOMPARE(names(model),
+             QStringList({QStringLiteral("dog"), QStringLiteral("elk"), QStringLiteral("zebra")}));
 }
 
 QTEST_GUILESS_MAIN(TestCertificateModel)
