@@ -5,8 +5,13 @@
 #include "qca/base/bounds.h"
 #include "qca/base/descriptor.h"
 
+#include <QFileInfo>
+
+#include <cerrno>
+
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace Trivex {
 
@@ -25,6 +30,21 @@ bool openUnbuffered(Descriptor descriptor, QIODevice::OpenMode mode, QFile *file
         return false;
     descriptor.release();
     return true;
+}
+
+/// Takes the room for all of the new contents beforehand: a full disk is met while what the file
+/// holds is still whole. True also where the file system can't tell.
+bool reserve(int descriptor, qint64 oldSize, qint64 newSize)
+{
+    if (newSize <= oldSize)
+        return true;
+    const int error = ::posix_fallocate(descriptor, 0, newSize);
+    if (error == 0 || error == EINVAL || error == ENOSYS || error == EOPNOTSUPP)
+        return true;
+    // Part of the room may have been taken. Where it can't be given back, nothing else helps.
+    const int cut = ::ftruncate(descriptor, oldSize);
+    Q_UNUSED(cut)
+    return false;
 }
 
 FileProblem read(const QString &path, QByteArray *contents)
@@ -69,16 +89,29 @@ std::optional<QByteArray> readRegularFile(const QString &path, FileProblem *prob
 
 bool writeFile(const QString &path, const QByteArray &contents)
 {
-    // Without blocking: a pipe would wait for its other end.
-    Descriptor descriptor(::open(QFile::encodeName(path).constData(),
-                                 O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_CLOEXEC | O_NOCTTY,
-                                 0666));
-    QFile file;
-    if (!openUnbuffered(std::move(descriptor), QIODevice::WriteOnly, &file))
+    const QByteArray name = QFile::encodeName(path);
+    struct stat before;
+    const bool isNew = ::stat(name.constData(), &before) != 0;
+    // Without blocking: a pipe would wait for its other end. What it holds stays until there is
+    // room for the new contents.
+    Descriptor descriptor(
+        ::open(name.constData(), O_WRONLY | O_CREAT | O_NONBLOCK | O_CLOEXEC | O_NOCTTY, 0666));
+    struct stat status;
+    if (!descriptor.isOpen() || fstat(descriptor.get(), &status) != 0)
         return false;
-    const bool isWritten = file.write(contents) == contents.size();
+    const int number = descriptor.get();
+    const bool isFile = isRegular(status);
+    QFile file;
+    bool isWritten = (!isFile || reserve(number, status.st_size, contents.size()))
+        && openUnbuffered(std::move(descriptor), QIODevice::WriteOnly, &file)
+        && file.write(contents) == contents.size()
+        && (!isFile || ::ftruncate(number, contents.size()) == 0);
     file.close();
-    return isWritten && file.error() == QFileDevice::NoError;
+    isWritten = isWritten && file.error() == QFileDevice::NoError;
+    // A link to it stays.
+    if (!isWritten && isNew && isFile)
+        QFile::remove(QFileInfo(path).canonicalFilePath());
+    return isWritten;
 }
 
 } // namespace Trivex

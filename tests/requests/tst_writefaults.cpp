@@ -4,6 +4,7 @@
 // What the machine does to files that are written whole or not at all.
 #include "qca/base/atomicfile.h"
 #include "qca/base/descriptor.h"
+#include "qca/base/regularfile.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -14,6 +15,7 @@
 
 #include <fcntl.h>
 #include <sys/resource.h>
+#include <unistd.h>
 #include <utime.h>
 
 using Trivex::WriteResult;
@@ -69,6 +71,8 @@ class TestWriteFaults : public QObject {
 private Q_SLOTS:
     void init() { m_directory = std::make_unique<QTemporaryDir>(); }
     void diskFull();
+    void fullUnderAnotherFile();
+    void keepsTheFileItself();
     void outOfDescriptors();
     void directoryIsGone();
     void directoryIsALink();
@@ -103,6 +107,50 @@ void TestWriteFaults::diskFull()
     }
     QCOMPARE(Trivex::writeAtomically(path("old.csr"), text, true), WriteResult::Written);
     QCOMPARE(contents(path("old.csr")), text);
+}
+
+/// What an export writes over an older file: the older one stays, however little fits.
+void TestWriteFaults::fullUnderAnotherFile()
+{
+    signal(SIGXFSZ, SIG_IGN);
+    const QByteArray old(500, 'o');
+    put(path("old.pem"), old);
+    const QByteArray text(10000, 'n');
+    for (const rlim_t room : {0, 1, 499, 500, 501, 4096, 9999}) {
+        const Limit limit(RLIMIT_FSIZE, room);
+        QVERIFY(!Trivex::writeFile(path("old.pem"), text));
+        QVERIFY(!Trivex::writeFile(path("new.pem"), text));
+        QCOMPARE(files(), QStringList(QStringLiteral("old.pem")));
+        QCOMPARE(contents(path("old.pem")), old);
+    }
+    QVERIFY(Trivex::writeFile(path("old.pem"), text));
+    QCOMPARE(contents(path("old.pem")), text);
+    QVERIFY(Trivex::writeFile(path("old.pem"), "short"));
+    QCOMPARE(contents(path("old.pem")), QByteArray("short"));
+    QVERIFY(Trivex::writeFile(path("old.pem"), QByteArray()));
+    QCOMPARE(contents(path("old.pem")), QByteArray());
+}
+
+/// Its other names, links to it and its permissions are the person's.
+void TestWriteFaults::keepsTheFileItself()
+{
+    put(path("old.pem"), "older");
+    QVERIFY(QFile::setPermissions(path("old.pem"), QFile::ReadOwner | QFile::WriteOwner));
+    QVERIFY(QFile::link(path("old.pem"), path("link.pem")));
+    QCOMPARE(::link(QFile::encodeName(path("old.pem")).constData(),
+                    QFile::encodeName(path("second.pem")).constData()),
+             0);
+    QVERIFY(Trivex::writeFile(path("link.pem"), "new"));
+    QVERIFY(QFileInfo(path("link.pem")).isSymLink());
+    for (const char *name : {"old.pem", "second.pem", "link.pem"})
+        QCOMPARE(contents(path(name)), QByteArray("new"));
+    QCOMPARE(QFile::permissions(path("old.pem"))
+                 & (QFile::ReadGroup | QFile::ReadOther | QFile::WriteGroup),
+             QFile::Permissions());
+    // A link to nothing leads to the new file.
+    QVERIFY(QFile::link(path("made.pem"), path("leads.pem")));
+    QVERIFY(Trivex::writeFile(path("leads.pem"), "made"));
+    QCOMPARE(contents(path("made.pem")), QByteArray("made"));
 }
 
 void TestWriteFaults::outOfDescriptors()
