@@ -28,7 +28,8 @@ TRIVEX_QCA_EXPORT std::optional<QByteArray> readRegularFile(const QString &path,
 
 /// Writes `contents` to `path` and replaces what the file held; its permissions and its other names
 /// stay. False when not all of it could be written: where there is no room for it, what the file
-/// held stays too, and a new file is taken away again. Does not wait for the reader of a pipe: false when there is none.
+/// held stays too, and a new file is taken away again. Does not wait for the reader of a pipe:
+/// false when there is none.
 TRIVEX_QCA_EXPORT bool writeFile(const QString &path, const QByteArray &contents);
 
 } // namespace Trivex
