@@ -58,11 +58,12 @@ bool prepare(const QString &folder)
     if (QFile::exists(file))
         return true;
     QSaveFile configuration(file);
+    // Flushed first: `commit` does not look at what went wrong with the bytes in its buffer.
     return configuration.open(QIODevice::WriteOnly)
         && configuration.write("directories.tokendir = " + QFile::encodeName(tokens)
                                + "\nobjectstore.backend = file\nlog.level = ERROR\n")
         > 0
-        && configuration.commit();
+        && configuration.flush() && configuration.commit();
 }
 
 } // namespace

@@ -50,7 +50,9 @@ QString nameOf(const QString &path, const QCA::Certificate &certificate)
 bool writeAll(const QString &path, const QByteArray &text)
 {
     QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit();
+    // Flushed first: `commit` does not look at what went wrong with the bytes in its buffer.
+    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush()
+        && file.commit();
 }
 
 /// The first free name for a certificate with that `name`.
