@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "qca/keys/keys.h"
 #include "qca/tokens/tokens.h"
 #include "tests/pkcs11/tokenfixture.h"
 #include "tests/support/needtokens.h"
@@ -45,6 +46,8 @@ private Q_SLOTS:
     void exchangedToken();
     void noSessionStays_data();
     void noSessionStays();
+    void searchOnATokenThatGoes_data();
+    void searchOnATokenThatGoes();
 
 private:
     int objects() const { return m_token->token().objectCount(); }
@@ -338,6 +341,38 @@ void TestLostLogins::noSessionStays()
     }
     QVERIFY(m_token->countText("C_OpenSession CKR_OK") >= 10);
     QCOMPARE(open(), 0);
+}
+
+void TestLostLogins::searchOnATokenThatGoes_data()
+{
+    QTest::addColumn<QByteArray>("order");
+    QTest::newRow("before it") << QByteArray("remove");
+    for (const char *call : {"C_OpenSession 1", "C_Login 1", "C_FindObjectsInit 1",
+                             "C_FindObjectsInit 2", "C_FindObjects 1", "C_GetAttributeValue 1"})
+        QTest::newRow(call) << QByteArray("remove-at ") + call;
+}
+
+/// Wherever in the search for a key it goes, there is none, and the next search finds what is
+/// there.
+void TestLostLogins::searchOnATokenThatGoes()
+{
+    QFETCH(QByteArray, order);
+    const QString id = m_store->id();
+    const QCA::PublicKey hidden = entry(Hidden).certificate().subjectPublicKey();
+    const QCA::PublicKey unknown = Trivex::publicKeyOf(m_bundle.privateKey());
+    QVERIFY(!hidden.isNull() && !unknown.isNull());
+    QVERIFY(m_token->replug(id));
+    m_token->control(order);
+    if (order == "remove")
+        QTRY_VERIFY_WITH_TIMEOUT(!TokenMonitor::token(id).present, 30000);
+    QVERIFY(Trivex::findTokenKey(id, unknown).isNull());
+    m_token->control();
+    QTRY_VERIFY_WITH_TIMEOUT(TokenMonitor::token(id).present && !TokenMonitor::token(id).loading,
+                             30000);
+    m_store = m_stores->waitFor(StoreName, 30000);
+    QVERIFY(m_store && m_stores->waitForEntries(StoreName, 2, 30000));
+    // What is left of the token that went may answer once more.
+    QTRY_VERIFY_WITH_TIMEOUT(!Trivex::findTokenKey(id, hidden).isNull(), 30000);
 }
 
 QTEST_GUILESS_MAIN(TestLostLogins)
