@@ -75,6 +75,8 @@ private Q_SLOTS:
     void opensBundles();
     void tellsWhatItCannotShow_data();
     void tellsWhatItCannotShow();
+    void readsToTheBoundOnly_data();
+    void readsToTheBoundOnly();
     void showsTheOthers();
     void signsAndVerifies_data();
     void signsAndVerifies();
@@ -267,6 +269,38 @@ void TestConsole::tellsWhatItCannotShow()
     QVERIFY2(outcome.complained.startsWith("trivex: " + QFile::encodeName(file) + ": "),
              QByteArray(outcome.complained).constData());
     QVERIFY2(outcome.complained.contains(reason), QByteArray(outcome.complained).constData());
+}
+
+void TestConsole::readsToTheBoundOnly_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<QByteArray>("reason");
+    QTest::newRow("show") << QStringLiteral("--show") << QByteArray("holds no certificate");
+    QTest::newRow("verify") << QStringLiteral("--verify") << QByteArray("not a signature");
+}
+
+// 16 MiB are read, and one byte more is no such file.
+void TestConsole::readsToTheBoundOnly()
+{
+    QFETCH(QString, option);
+    QFETCH(QByteArray, reason);
+    constexpr int Bound = 16 * 1024 * 1024;
+    const QByteArray pem = m_authority->openssl(
+        {QStringLiteral("cms"), QStringLiteral("-sign"), QStringLiteral("-nodetach"),
+         QStringLiteral("-outform"), QStringLiteral("PEM"), QStringLiteral("-in"),
+         m_authority->certificateFile(), QStringLiteral("-signer"), m_authority->certificateFile(),
+         QStringLiteral("-inkey"), m_authority->file(QStringLiteral("ca.key"))});
+    QVERIFY(!pem.isEmpty());
+    const QString file = path(QStringLiteral("filled.pem"));
+    for (const int size : {Bound, Bound + 1}) {
+        QVERIFY(write(file, pem + QByteArray(size - pem.size(), '\n')));
+        const Outcome outcome = run({option, file});
+        const bool isRead = size == Bound;
+        QVERIFY2(outcome.said.contains("Test Root") == isRead, outcome.said.constData());
+        QVERIFY2(outcome.complained.isEmpty() == isRead, outcome.complained.constData());
+        QVERIFY2(isRead || outcome.complained.contains(reason), outcome.complained.constData());
+        QVERIFY(isRead || outcome.code == 1);
+    }
 }
 
 void TestConsole::showsTheOthers()
