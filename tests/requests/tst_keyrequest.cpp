@@ -5,6 +5,7 @@
 // program says what is in them.
 #include "keystores/keystoremodel.h"
 #include "qca/keys/keys.h"
+#include "qca/questions/storedanswers.h"
 #include "qca/tokens/tokens.h"
 #include "qca/x509/infotypes.h"
 #include "requests/certificaterequest.h"
@@ -71,6 +72,9 @@ private Q_SLOTS:
     void existingKeys();
     void withoutKey();
     void notSavedAndAgain();
+    void failureForgetsTheKeyBefore();
+    void requestAfterAKeyAlone();
+    void refusedPinIsForgotten();
     void droppedMeanwhile();
 
 private:
@@ -569,6 +573,43 @@ void TestKeyRequest::notSavedAndAgain()
     QCOMPARE(request.error(), int(KeyRequest::NoError));
     QCOMPARE(token->objectCount(), objects);
     QCOMPARE(home->requestFiles(), QStringList{QStringLiteral("Late.csr")});
+}
+
+/// A request must not be made for a key that was meant for another one.
+void TestKeyRequest::failureForgetsTheKeyBefore()
+{
+    KeyRequest request;
+    fill(&request, "First");
+    QVERIFY(!make(&request).isEmpty());
+    fill(&request, "Second");
+    QVERIFY(make(&request, 99).isEmpty());
+    QCOMPARE(request.error(), int(KeyRequest::KeyNotMade));
+    QVERIFY(!request.hasKey());
+    request.signAgain();
+    QCOMPARE(request.error(), int(KeyRequest::NoKey));
+    QCOMPARE(home->requestFiles(), QStringList{QStringLiteral("First.csr")});
+}
+
+void TestKeyRequest::requestAfterAKeyAlone()
+{
+    KeyRequest request;
+    QSignalSpy finished(&request, &KeyRequest::finished);
+    request.prepareKey(storeId(), KeyRequest::P256, QStringLiteral("alone"));
+    QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 1, Patience);
+    QCOMPARE(request.error(), int(KeyRequest::NoError));
+    QVERIFY(home->requestFiles().isEmpty());
+    fill(&request, "Whole");
+    QVERIFY(!make(&request).isEmpty());
+    QCOMPARE(home->requestFiles(), QStringList{QStringLiteral("Whole.csr")});
+}
+
+/// Where nothing is made, nobody takes the PIN that was given for it: it must not stay.
+void TestKeyRequest::refusedPinIsForgotten()
+{
+    KeyRequest request;
+    request.prepareKey(storeId(), 99, QStringLiteral("refused"), QStringLiteral("1234"));
+    QCOMPARE(request.error(), int(KeyRequest::KeyNotMade));
+    QVERIFY(!takeStoredAnswers(storeId()));
 }
 
 void TestKeyRequest::droppedMeanwhile()
