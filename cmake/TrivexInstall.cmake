@@ -40,6 +40,7 @@ function(trivex_finds_libraries target directory)
 endfunction()
 
 # `cmake --build <directory> --target uninstall`: what the last installation wrote.
+install(CODE "file(WRITE \"${CMAKE_BINARY_DIR}/install_prefix.txt\" \"\${CMAKE_INSTALL_PREFIX}\")")
 configure_file("${CMAKE_CURRENT_LIST_DIR}/uninstall.cmake.in"
     "${CMAKE_BINARY_DIR}/uninstall.cmake" @ONLY)
 add_custom_target(uninstall

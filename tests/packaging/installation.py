@@ -100,6 +100,26 @@ def uninstalls(work):
         raise Failure(f"left after uninstalling: {left} {folders}")
 
 
+def uninstalls_nothing_else(work):
+    """Below a folder of the project's name, whose own name is a pattern that fits no file in it."""
+    checkout = work / "home[1]/trivex"
+    prefix = checkout / "installed"
+    foreign = [checkout / "notes", work / "home[1]/letter", prefix / "share/trivex/mine"]
+    run(CMAKE, "--install", BUILD, "--prefix", prefix)
+    for path in foreign:
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_text("somebody else's\n")
+    run(CMAKE, "-P", BUILD / "uninstall.cmake")
+    if files_below(work / "home[1]") != sorted(foreign):
+        raise Failure(f"left after uninstalling: {files_below(work / 'home[1]')}")
+    # A prefix of the project's name stays, though nothing is left in it.
+    prefix = work / "all/trivex"
+    run(CMAKE, "--install", BUILD, "--prefix", prefix)
+    run(CMAKE, "-P", BUILD / "uninstall.cmake")
+    if not prefix.is_dir() or files_below(prefix):
+        raise Failure(f"of {prefix} is left: {files_below(work / 'all')}")
+
+
 def names_no_build_path(prefix):
     for path in files_below(prefix):
         if path.suffix == ".so" and not path.is_symlink():
@@ -161,6 +181,7 @@ def main():
             stays_below_the_prefix(work)
             keeps_its_libraries_apart(work)
             uninstalls(work)
+            uninstalls_nothing_else(work)
             works_where_it_was_moved(work)
         except Failure as failure:
             sys.exit(str(failure))
