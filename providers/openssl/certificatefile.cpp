@@ -22,7 +22,7 @@ namespace Trivex {
 namespace {
 
 constexpr int DigestLength = 16; // digits; 64 bits tell the certificates of one file apart
-constexpr int WriteAttempts = 5;
+constexpr int WriteAttempts = 100; // each time another program was quicker
 
 bool isCertificate(const PemBlock &block)
 {

@@ -11,7 +11,8 @@ namespace Trivex {
 
 namespace {
 
-constexpr int SaveAttempts = 5;
+/// Each time another process was quicker, so several at once get on.
+constexpr int SaveAttempts = 100;
 
 bool isTaken(const QString &path)
 {

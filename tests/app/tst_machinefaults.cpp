@@ -365,6 +365,21 @@ QByteArrayList problemsOf(Machine &machine, Work &work)
     return problems;
 }
 
+/// Saves a request again and again under one name to the home of the environment; how often it was
+/// not.
+int saveAsChild(int argc, char **argv)
+{
+    const QCoreApplication program(argc, argv);
+    const QCA::Initializer initializer;
+    CertificateRequest makesTheFolder;
+    CertificateRequest request(QFile::decodeName(argv[3]), nullptr);
+    request.setCommonName(QString::fromUtf8(argv[4]));
+    int failed = 0;
+    for (int i = 0; i < QByteArray(argv[2]).toInt(); ++i)
+        failed += !request.saveRequest();
+    return failed;
+}
+
 int runAsChild(int argc, char **argv)
 {
     const QString place = QFile::decodeName(argv[3]);
@@ -393,6 +408,15 @@ class TestMachineFaults : public QObject {
 private Q_SLOTS:
     void everyJob_data();
     void everyJob();
+    void oneNameAtOnce();
+    void plainLocale();
+
+private:
+    /// A request that lies in no home.
+    static QString makeRequest(const QTemporaryDir &directory);
+    static std::unique_ptr<QProcess> saver(const QTemporaryDir &directory, int count,
+                                           const QString &request, const QString &name,
+                                           const char *locale);
 };
 
 void TestMachineFaults::everyJob_data()
@@ -434,8 +458,83 @@ void TestMachineFaults::everyJob()
              QStringList());
 }
 
+QString TestMachineFaults::makeRequest(const QTemporaryDir &directory)
+{
+    QCA::CertificateInfo info;
+    info.insert(QCA::CommonName, QStringLiteral("Source"));
+    QCA::CertificateOptions options(QCA::PKCS10);
+    options.setInfo(info);
+    const QString path = directory.filePath(QStringLiteral("source.csr"));
+    const bool isMade =
+        QCA::CertificateRequest(options, softwareKey(), QStringLiteral("qca-ossl")).toPEMFile(path);
+    return isMade ? path : QString();
+}
+
+std::unique_ptr<QProcess> TestMachineFaults::saver(const QTemporaryDir &directory, int count,
+                                                   const QString &request, const QString &name,
+                                                   const char *locale)
+{
+    auto process = std::make_unique<QProcess>();
+    auto environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("HOME"), directory.path());
+    environment.insert(QStringLiteral("LC_ALL"), QLatin1String(locale));
+    process->setProcessEnvironment(environment);
+    process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process->start(QCoreApplication::applicationFilePath(),
+                   {QStringLiteral("--save"), QString::number(count), request, name});
+    return process;
+}
+
+/// Four processes save under one name: all are kept, each whole.
+void TestMachineFaults::oneNameAtOnce()
+{
+    constexpr int Each = 40;
+    const QCA::Initializer initializer;
+    const QTemporaryDir directory;
+    const QString request = makeRequest(directory);
+    QVERIFY(!request.isEmpty());
+    std::vector<std::unique_ptr<QProcess>> all;
+    for (int i = 0; i < 4; ++i)
+        all.push_back(saver(directory, Each, request, QStringLiteral("Same"), "C.UTF-8"));
+    for (const auto &one : all) {
+        QVERIFY(one->waitForFinished(-1));
+        QCOMPARE(one->exitStatus(), QProcess::NormalExit);
+        QCOMPARE(one->exitCode(), 0);
+    }
+    QFile source(request);
+    QVERIFY(source.open(QIODevice::ReadOnly));
+    const QByteArray whole = source.readAll();
+    const QDir requests(directory.filePath(QStringLiteral("CertificateRequest")));
+    const auto files = requests.entryInfoList(QDir::Files | QDir::Hidden);
+    QCOMPARE(files.size(), 4 * Each);
+    for (const QFileInfo &info : files) {
+        QFile file(info.filePath());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), whole);
+    }
+}
+
+/// Names are kept byte for byte where the locale knows ASCII alone.
+void TestMachineFaults::plainLocale()
+{
+    const QCA::Initializer initializer;
+    const QTemporaryDir directory;
+    const QString name = QString::fromUtf8("Пётр");
+    const QString request = makeRequest(directory);
+    QVERIFY(!request.isEmpty());
+    const auto process = saver(directory, 1, request, name, "C");
+    QVERIFY(process->waitForFinished(-1));
+    QCOMPARE(process->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process->exitCode(), 0);
+    const QDir requests(directory.filePath(QStringLiteral("CertificateRequest")));
+    QCOMPARE(requests.entryList(QDir::Files | QDir::Hidden),
+             QStringList(name + QStringLiteral(".csr")));
+}
+
 int main(int argc, char **argv)
 {
+    if (argc == 5 && QByteArray(argv[1]) == "--save")
+        return saveAsChild(argc, argv);
     if (argc == 4 && QByteArray(argv[1]) == "--child")
         return runAsChild(argc, argv);
     QCoreApplication program(argc, argv);
