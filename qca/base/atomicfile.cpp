@@ -82,9 +82,10 @@ WriteResult moveOver(const QByteArray &from, const QByteArray &to)
 /// Takes the name with an empty file, which only one can make, and moves over that one.
 WriteResult moveOverOwn(const QByteArray &from, const QByteArray &to)
 {
-    const Descriptor own(::open(to.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    Descriptor own(::open(to.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
     if (!own.isOpen())
         return fromErrno();
+    own.reset(); // file systems of other systems may keep a file that is open
     const WriteResult result = moveOver(from, to);
     if (result != WriteResult::Written)
         ::unlink(to.constData());
