@@ -50,7 +50,7 @@ def built(folder, whole):
         files = [path for path in (folder / "installed").rglob("*") if path.is_file()]
         return {str(path.relative_to(folder / "installed")): path for path in files}
     run(CMAKE, "--build", build, "--target", *PARTS)
-    return {path.name: path for kind in KINDS for path in build.rglob(kind)}
+    return {str(path.relative_to(build)): path for kind in KINDS for path in build.rglob(kind)}
 
 
 def main():
