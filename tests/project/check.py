@@ -190,6 +190,47 @@ def words():
                     yield f"{name(path)}:{number}: the host {host}"
 
 
+# Seven signs alone in a line, too, which may be the line below a heading of that length.
+CONFLICT = re.compile(r"(?:<{7}|>{7}|\|{7})(?: |$)")
+
+
+def conflict_lines(text):
+    """The numbers of the lines that a merge has left."""
+    before = ""
+    for number, line in enumerate(text.splitlines(), 1):
+        is_underline = len(before) == 7 and before != "=" * 7
+        if CONFLICT.match(line) or (line == "=" * 7 and not is_underline):
+            yield number
+        before = line
+
+
+def conflicts():
+    """No marks of a merge that somebody did not finish."""
+    for path in files():
+        for number in conflict_lines(text_of(path) or ""):
+            yield f"{name(path)}:{number}: the mark of a conflict"
+
+
+def conflicts_selftest():
+    """What that check finds in texts whose marks are known."""
+    ours, theirs, base, between = "<" * 7 + " a", ">" * 7 + " b", "|" * 7 + " c", "=" * 7
+    cases = [
+        (f"1;\n{ours}\n2;\n{base}\n3;\n{between}\n4;\n{theirs}\n5;\n", [2, 4, 6, 8]),
+        (f"a line that stayed\n{between}\nanother\n", [2]),
+        (f"\n{between}\n", [2]),
+        (f"}}\n{between}\n", [2]),
+        (f"{between}\n{between}\n", [1, 2]),
+        (f"{ours[:-2]}\n{theirs[:-2]}\n", [1, 2]),
+        (f"Heading\n{between}\nText\n", []),
+        (f"A longer heading\n{between * 2}==\n", []),
+        (f" {ours}\nstream {ours}\n{'<' * 8}\n{'>' * 6} \n", []),
+    ]
+    for text, wanted in cases:
+        found = list(conflict_lines(text))
+        if found != wanted:
+            yield f"found in the lines {found} instead of {wanted}:\n{text}"
+
+
 # Folders that hold no production code.
 OUTSIDE = ("tests", "tour", "benchmarks", "fuzz", "app/gallery")
 LOCKS_AND_THREADS = re.compile(
@@ -618,8 +659,8 @@ def waits():
 
 
 CHECKS = [sizes, functions, hidden, test_names, licences, words, threads, decisions, names, guides, format,
-          scripts, qml, plain_texts, manual, settings, packages, targets, symbols, memory, promises, network,
-          waits]
+          scripts, conflicts, conflicts_selftest, qml, plain_texts, manual, settings, packages, targets,
+          symbols, memory, promises, network, waits]
 
 
 def main():
