@@ -555,9 +555,10 @@ void TestConsole::takesFilesOfAnyName()
 
 void TestConsole::speaksTheUsersLanguage()
 {
+    const QByteArray before = qgetenv("LANGUAGE");
+    const auto restore = qScopeGuard([&] { qputenv("LANGUAGE", before); });
     qputenv("LANGUAGE", "ru");
     const Outcome outcome = run({QStringLiteral("--list")}, QStringLiteral("ru_RU.UTF-8"));
-    qunsetenv("LANGUAGE");
     QCOMPARE(outcome.code, 0);
     QVERIFY2(outcome.said.startsWith("Trivex Test: 2 сертификата\n"),
              QByteArray(outcome.said).constData());

@@ -10,6 +10,8 @@ root=$(cd "$(dirname "$0")/../.." && pwd)
 for tool in openssl softhsm2-util pkcs11-tool; do
     command -v "$tool" >/dev/null || { echo "SKIP $tool is not installed"; exit 0; }
 done
+# shellcheck source=tour/environment.sh
+. "$root/tour/environment.sh"
 directory=$(mktemp -d)
 trap 'rm -rf "$directory"' EXIT
 
