@@ -105,17 +105,32 @@ bool replaceAttribute(QList<RelativeName> *names, const QCA::CertificateInfoType
     return false;
 }
 
-void change(QList<RelativeName> *names, const InfoChange &change)
+/// The value is in a set that can't be read whole.
+bool isInDamage(const QList<RelativeName> &names, const QCA::CertificateInfoType &type,
+                const QString &value)
+{
+    return std::any_of(names.cbegin(), names.cend(), [&](const RelativeName &name) {
+        const QByteArray alone = Der::write(Der::Sequence, name.whole);
+        return !name.isChanged && name.attributes.isEmpty()
+            && decodeName(Der::sliceOf(alone)).contains(QCA::CertificateInfoPair(type, value));
+    });
+}
+
+/// False where the value stays, because what is beside it would be lost.
+bool change(QList<RelativeName> *names, const InfoChange &change)
 {
     const QCA::CertificateInfoType type =
         change.type == infoType(EmailInfo) ? infoType(EmailLegacyInfo) : change.type;
     const QByteArray after = change.after ? encodedAttribute(type, *change.after) : QByteArray();
     if (after.isEmpty() && change.after)
-        return;
+        return true;
     if (change.before && replaceAttribute(names, type, *change.before, after))
-        return;
+        return true;
+    if (change.before && isInDamage(*names, type, *change.before))
+        return false;
     if (!after.isEmpty() && !isAlternative(change.type))
         names->append({{}, {after}, true});
+    return true;
 }
 
 int positionOf(const QList<QByteArray> &names, const QCA::CertificateInfoType &type,
@@ -168,8 +183,10 @@ QByteArray editName(Der::Slice name, const QList<InfoChange> &changes)
     QByteArray rest;
     for (const QByteArray &relativeName : Der::elementsOf(content, &rest))
         names.append({relativeName, attributesOf(relativeName), false});
-    for (const InfoChange &one : changes)
-        change(&names, one);
+    for (const InfoChange &one : changes) {
+        if (!change(&names, one))
+            return {};
+    }
     const bool isChanged = std::any_of(names.cbegin(), names.cend(),
                                        [](const RelativeName &one) { return one.isChanged; });
     if (!isChanged)

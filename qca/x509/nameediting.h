@@ -26,7 +26,8 @@ QList<InfoChange> infoChanges(const QCA::CertificateInfo &before,
 /// `name` (DER, with tag and length) with the changes of its attributes; those that stay keep their
 /// bytes and their places. A change of `QCA::Email` changes the attribute of such an address too
 /// where there is one; an added one belongs to the alternative names and is left out here. A value
-/// that can't be written changes nothing.
+/// that can't be written changes nothing. Empty where one to be changed is in a set of which other
+/// bytes can't be read: they would be lost.
 QByteArray editName(Der::Slice name, const QList<InfoChange> &changes);
 
 /// `names` (content of GeneralNames) with the changes of alternative names, by the same rules.

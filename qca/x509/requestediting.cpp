@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <optional>
 
 namespace Trivex {
 
@@ -74,11 +75,13 @@ QByteArray oidOf(const QByteArray &sequence)
 struct ExtensionEdit {
     const char *oid;
     bool isCritical; ///< where it is new: one that is there stays as it is
-    std::function<QByteArray(const QByteArray &)> edit; ///< of its value; empty for none
+    /// Of its value; empty for none, nothing where that can't be read.
+    std::function<std::optional<QByteArray>(const QByteArray &)> edit;
 };
 
-/// `extension` (empty for a new one) after the edit; empty when it is none any more.
-QByteArray editExtension(const QByteArray &extension, const ExtensionEdit &edit)
+/// `extension` (empty for a new one) after the edit; empty when it is none any more. Nothing where
+/// it has bytes that can't be read, which would be lost.
+std::optional<QByteArray> editExtension(const QByteArray &extension, const ExtensionEdit &edit)
 {
     QByteArray head = Der::writeOid(edit.oid);
     QByteArray octets;
@@ -89,32 +92,44 @@ QByteArray editExtension(const QByteArray &extension, const ExtensionEdit &edit)
         reader.skip(Der::ObjectIdentifier);
         if (reader.next(Der::Boolean, &critical))
             head += critical.whole.bytes();
-        reader.nextString(Der::OctetString, &octets);
+        if (!reader.nextString(Der::OctetString, &octets) || !reader.atEnd())
+            return std::nullopt;
     } else if (edit.isCritical) {
         head += Der::write(Der::Boolean, QByteArray(1, '\xFF'));
     }
-    const QByteArray value = edit.edit(octets);
-    return value.isEmpty() ? QByteArray()
-                           : Der::writeSequence({head, Der::write(Der::OctetString, value)});
+    const std::optional<QByteArray> value = edit.edit(octets);
+    if (!value || value->isEmpty())
+        return value;
+    return Der::writeSequence({head, Der::write(Der::OctetString, *value)});
 }
 
-/// The content of the list of extensions in the first value of `attribute`; `others` are the
-/// further values.
-Der::Slice extensionsOf(const QByteArray &attribute, QByteArray *others)
+/// Reads the content of the list of extensions in the first value of `attribute`; `others` are the
+/// further values. False where anything else is in it.
+bool readExtensions(const QByteArray &attribute, Der::Slice *extensions, QByteArray *others)
 {
     Der::Slice content;
     Der::Slice values;
-    Der::Slice extensions;
     if (!Der::Reader(Der::sliceOf(attribute)).next(Der::Sequence, &content))
-        return {};
+        return false;
     Der::Reader reader(content);
     reader.skip(Der::ObjectIdentifier);
-    if (!reader.nextList(Der::Set, &values))
-        return {};
+    if (!reader.nextList(Der::Set, &values) || !reader.atEnd())
+        return false;
     Der::Reader list(values);
-    list.nextList(Der::Sequence, &extensions);
+    const bool isRead = list.nextList(Der::Sequence, extensions);
     *others = list.rest().bytes();
-    return extensions;
+    return isRead;
+}
+
+/// How many extensions `oid` are in an attribute.
+int countExtensions(const QByteArray &attribute, const char *oid)
+{
+    Der::Slice extensions;
+    QByteArray rest;
+    readExtensions(attribute, &extensions, &rest);
+    const QList<QByteArray> all = Der::elementsOf(extensions, &rest);
+    return int(std::count_if(all.cbegin(), all.cend(),
+                             [oid](const QByteArray &one) { return oidOf(one) == oid; }));
 }
 
 /// Where the extension `oid` is in the list; -1 when it is not there.
@@ -123,44 +138,61 @@ int findExtension(const ElementList &extensions, const char *oid)
     return extensions.find([oid](const QByteArray &one) { return oidOf(one) == oid; });
 }
 
-/// `attribute` (empty for a new one) with the edit in its extensions; empty when none is left.
-QByteArray editExtensions(const QByteArray &attribute, const ExtensionEdit &edit)
+/// `attribute` (empty for a new one) with the edit in its extensions; empty when none is left,
+/// nothing where bytes of it would be lost.
+std::optional<QByteArray> editExtensions(const QByteArray &attribute, const ExtensionEdit &edit)
 {
     QByteArray others;
+    Der::Slice list;
+    if (!attribute.isEmpty() && !readExtensions(attribute, &list, &others))
+        return std::nullopt;
     const QByteArray known = oidOf(attribute);
-    ElementList extensions(extensionsOf(attribute, &others));
+    ElementList extensions(list);
     const int place = findExtension(extensions, edit.oid);
-    extensions.put(place, editExtension(extensions.at(place), edit));
+    const std::optional<QByteArray> after = editExtension(extensions.at(place), edit);
+    if (!after)
+        return std::nullopt;
+    extensions.put(place, *after);
     const QByteArray content = extensions.content();
     if (content.isEmpty() && others.isEmpty())
-        return {};
+        return QByteArray();
     return Der::writeSequence({Der::writeOid(known.isEmpty() ? Oid::ExtensionRequest : known),
                                Der::write(Der::Set, Der::write(Der::Sequence, content) + others)});
 }
 
 /// Edits an extension where it is among the attributes of a request; a new one joins the others.
-void editAttributes(ElementList *attributes, const ExtensionEdit &edit)
+/// False where it is there twice, so that readers differ in which one counts, or would lose bytes.
+bool editAttributes(ElementList *attributes, const ExtensionEdit &edit)
 {
     const auto isExtensions = [](const QByteArray &attribute) {
         const QByteArray oid = oidOf(attribute);
         return oid == Oid::ExtensionRequest || oid == Oid::MicrosoftExtensionRequest;
     };
+    int count = 0;
+    attributes->find([&](const QByteArray &attribute) { // all of them: none fits
+        count += isExtensions(attribute) ? countExtensions(attribute, edit.oid) : 0;
+        return false;
+    });
+    if (count > 1)
+        return false;
     int place = attributes->find([&](const QByteArray &attribute) {
-        QByteArray others;
-        return isExtensions(attribute)
-            && findExtension(ElementList(extensionsOf(attribute, &others)), edit.oid) >= 0;
+        return isExtensions(attribute) && countExtensions(attribute, edit.oid) > 0;
     });
     if (place < 0)
         place = attributes->find(isExtensions);
     const QByteArray before = attributes->at(place);
-    const QByteArray after = editExtensions(before, edit);
-    attributes->put(place, after);
-    if (after != before)
+    const std::optional<QByteArray> after = editExtensions(before, edit);
+    if (!after)
+        return false;
+    attributes->put(place, *after);
+    if (*after != before)
         attributes->sort();
+    return true;
 }
 
-/// The attributes of a request (RFC 2986, 4.1), and what follows them, with the edits.
-QByteArray editAttributes(Der::Slice rest, const QList<ExtensionEdit> &edits)
+/// The attributes of a request (RFC 2986, 4.1), and what follows them, with the edits; nothing
+/// where one of these can't be made.
+std::optional<QByteArray> editAttributes(Der::Slice rest, const QList<ExtensionEdit> &edits)
 {
     if (edits.isEmpty())
         return rest.bytes();
@@ -168,8 +200,10 @@ QByteArray editAttributes(Der::Slice rest, const QList<ExtensionEdit> &edits)
     Der::Slice content;
     reader.next(Der::context(0), &content);
     ElementList attributes(content);
-    for (const ExtensionEdit &edit : edits)
-        editAttributes(&attributes, edit);
+    for (const ExtensionEdit &edit : edits) {
+        if (!editAttributes(&attributes, edit))
+            return std::nullopt;
+    }
     return Der::write(Der::context(0), attributes.content()) + reader.rest().bytes();
 }
 
@@ -189,10 +223,12 @@ bool isAlternative(const InfoChange &change)
 }
 
 /// The alternative names in `value` with the changes.
-QByteArray editAlternativeNames(const QByteArray &value, const QList<InfoChange> &changes)
+std::optional<QByteArray> editAlternativeNames(const QByteArray &value,
+                                               const QList<InfoChange> &changes)
 {
     Der::Slice names;
-    Der::Reader(Der::sliceOf(value)).nextList(Der::Sequence, &names);
+    if (!value.isEmpty() && !Der::singleList(Der::sliceOf(value), Der::Sequence, &names))
+        return std::nullopt;
     const QByteArray edited = editGeneralNames(names, changes);
     return edited.isEmpty() ? QByteArray() : Der::write(Der::Sequence, edited);
 }
@@ -238,10 +274,14 @@ QByteArray editRequest(const QByteArray &original, const RequestedFields &before
     if (signer.publicInfo().isEmpty())
         return {};
     const QList<InfoChange> changes = infoChanges(before.info, after.info);
+    const QByteArray name = editName(subject.whole, changes);
+    const std::optional<QByteArray> attributes =
+        editAttributes(reader.rest(), extensionEdits(before, after, changes));
+    if (name.isEmpty() || !attributes)
+        return {};
     return signer.seal(Der::writeSequence(
-        {version.whole.bytes(), editName(subject.whole, changes),
-         publicInfoFor(publicInfo.whole.bytes(), signer.publicInfo()),
-         editAttributes(reader.rest(), extensionEdits(before, after, changes))}));
+        {version.whole.bytes(), name, publicInfoFor(publicInfo.whole.bytes(), signer.publicInfo()),
+         *attributes}));
 }
 
 } // namespace Trivex

@@ -97,6 +97,15 @@ QList<QByteArray> partsOf(const QByteArray &der)
     return parts;
 }
 
+/// An element of fewer than 65536 bytes.
+QByteArray tagged(int tag, const QByteArray &content)
+{
+    QByteArray header(1, char(tag));
+    if (content.size() > 127)
+        header += QByteArray("\x82") + char(content.size() >> 8);
+    return header + char(content.size()) + content;
+}
+
 /// What is signed: version, name, key, attributes.
 QList<QByteArray> bodyOf(const QCA::CertificateRequest &request)
 {
@@ -192,6 +201,8 @@ private Q_SLOTS:
     void unwritableValue();
     void requestWithoutAttributes();
     void otherKey();
+    void nothingIsLost_data();
+    void nothingIsLost();
     void refusals();
 
 private:
@@ -480,6 +491,56 @@ void TestRequestEditing::otherKey()
     QCOMPARE(differences(bodyOf(m_original), bodyOf(request)), QList<int>{2});
     QVERIFY(isSamePublicKey(requestPublicKey(request), other.toPublicKey()));
     QVERIFY(isVerified(request));
+}
+
+void TestRequestEditing::nothingIsLost_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QByteArray>("attribute");
+    QTest::addColumn<bool>("isEdited");
+    const QByteArray name = QByteArray::fromHex("310c300a06035504030c03") + "Old";
+    const QByteArray usage = QByteArray::fromHex("300b0603551d0f040403020780");
+    const auto list = [](const QByteArray &extensions) {
+        const QByteArray oid = QByteArray::fromHex("06092a864886f70d01090e");
+        return tagged(0x30, oid + tagged(0x31, tagged(0x30, extensions)));
+    };
+    QTest::newRow("whole") << name << list(usage) << true;
+    QTest::newRow("a usage twice") << name << list(usage + usage) << false;
+    QTest::newRow("bytes behind the value")
+        << name << list(QByteArray::fromHex("300d0603551d0f0404030207800500")) << false;
+    QTest::newRow("no list") << name << QByteArray::fromHex("300d06092a864886f70d01090e0500")
+                             << false;
+    QTest::newRow("a damaged set")
+        << name << QByteArray::fromHex("300f06092a864886f70d01090e31023005") << false;
+    QTest::newRow("a damaged name")
+        << tagged(0x31, name.mid(2) + QByteArray::fromHex("3005")) << list(usage) << false;
+}
+
+/// An edit that would lose bytes which can't be read, or would leave another value in force, is not
+/// made.
+void TestRequestEditing::nothingIsLost()
+{
+    QFETCH(QByteArray, name);
+    QFETCH(QByteArray, attribute);
+    QFETCH(bool, isEdited);
+    const QCA::CertificateRequest plain = made(QStringLiteral("ec-256.key"), Plain);
+    const QList<QByteArray> outer = partsOf(plain.toDER());
+    const QList<QByteArray> body = bodyOf(plain);
+    const QCA::CertificateRequest original = requestFromDer(
+        tagged(0x30,
+               tagged(0x30, body.at(0) + tagged(0x30, name) + body.at(2) + tagged(0xa0, attribute))
+                   + outer.at(1) + outer.at(2)));
+    QVERIFY(!original.isNull());
+    RequestedFields fields = requestedFields(original);
+    fields.usages = {QCA::ConstraintType(QCA::KeyAgreement)};
+    replace(&fields.info, CommonNameInfo, "Old", "New");
+    const QCA::CertificateRequest request =
+        editedRequest(original, fields, key(QStringLiteral("ec-256.key")));
+    QCOMPARE(!request.isNull(), isEdited);
+    // What does not touch them is made.
+    const QCA::CertificateRequest again =
+        editedRequest(original, requestedFields(original), key(QStringLiteral("ec-256.key")));
+    QCOMPARE(bodyOf(again), bodyOf(original));
 }
 
 void TestRequestEditing::refusals()
