@@ -5,7 +5,7 @@ import QtQuick.Controls 2.15
 import QtQuick.Window 2.15
 import Trivex.Crypto.Controls 1.0
 
-/// A column that scrolls, as wide as its place up to `maximumWidth`. It keeps the focused item
+/// A column that scrolls, as wide as its place up to `maximumWidth`, and in its middle. It keeps the focused item
 /// visible; `reveal` scrolls to an item that has just appeared, once its position is final.
 Flickable {
     id: page
@@ -70,7 +70,9 @@ Flickable {
 
     FillColumn {
         id: column
-        width: Math.min(page.width - (bar.visible ? bar.width : 0), page.maximumWidth)
+        readonly property real room: page.width - (bar.visible ? bar.width : 0)
+        x: Math.round((room - width) / 2)
+        width: Math.min(room, page.maximumWidth)
         spacing: Theme.unit * 1.5
         onPositioningComplete: page.showAwaited()
     }

@@ -13,7 +13,7 @@ PageHeader {
     readonly property bool tight: room < Theme.fontSize * (page.storeId ? 30 : 19)
     // From without: a layout misses sizes that change while it works out its own.
     readonly property real room: page.columns > 1
-        ? Math.min(page.width, Theme.fontSize * 124) * 0.46 : page.width
+        ? Math.min(page.width, Theme.fontSize * 144) * 0.46 : page.width
     signal factsAsked()
 
     title: page.title

@@ -125,9 +125,12 @@ Item {
 
     RowLayout {
         id: row
-        // On a wide screen a line that spans it all is hard to follow.
-        width: Math.min(page.width, Theme.fontSize * 124)
+        // A line that spans a wide screen is hard to follow: what is left lies on both sides, until
+        // there is enough for the details to stand in two columns.
+        readonly property bool wide: page.width > Theme.fontSize * 180
+        width: Math.min(page.width, Theme.fontSize * (wide ? 232 : 144))
         height: page.height
+        anchors.horizontalCenter: parent.horizontalCenter
         spacing: Theme.unit * 1.75
         ColumnLayout {
             visible: !page.canGoBack
@@ -206,7 +209,8 @@ Item {
             // Long values need the greater half, and the actions over them stand side by side in it.
             Layout.fillWidth: page.columns === 1
             Layout.fillHeight: true
-            Layout.preferredWidth: row.width * (page.columns > 2 ? 0.53 : 0.5)
+            Layout.preferredWidth: row.wide ? row.width - Theme.fontSize * 69
+                : Math.min(Theme.fontSize * 74, row.width * (page.columns > 2 ? 0.53 : 0.5))
             PageHeader {
                 visible: page.canGoBack
                 backVisible: true

@@ -19,11 +19,9 @@ struct Look {
     QSize size;
 };
 
-const Look looks[] = {{"light", "en_GB", 1, {1180, 760}},
-                      {"dark", "en_GB", 2, {1180, 760}},
-                      {"russian", "ru_RU", 1, {1180, 760}},
-                      {"middle", "ru_RU", 1, {780, 700}},
-                      {"narrow", "ru_RU", 1, {400, 760}}};
+const Look looks[] = {{"light", "en_GB", 1, {1180, 760}},   {"dark", "en_GB", 2, {1180, 760}},
+                      {"russian", "ru_RU", 1, {1180, 760}}, {"middle", "ru_RU", 1, {780, 700}},
+                      {"narrow", "ru_RU", 1, {400, 760}},   {"large", "en_GB", 1, {3840, 2160}}};
 
 bool take(const Look &look, const SampleData &data, const QString &directory, const QString &only)
 {

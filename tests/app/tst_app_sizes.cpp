@@ -30,6 +30,8 @@ private Q_SLOTS:
     void largeTextGetsFewerColumns_data();
     void largeTextGetsFewerColumns();
     void wideScreenKeepsLinesShort();
+    void largeScreenIsUsed_data();
+    void largeScreenIsUsed();
     void scrollBelongsToItsCategory();
 
 private:
@@ -156,6 +158,58 @@ void TestAppSizes::wideScreenKeepsLinesShort()
     QVERIFY(m_window->waitForItem(QStringLiteral("keyNameInput")));
     const QQuickItem *field = m_window->item(QStringLiteral("keyNameInput"));
     QVERIFY(field->width() / 13 < 60);
+}
+
+void TestAppSizes::largeScreenIsUsed_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<double>("used");
+    QTest::newRow("of 2560") << QSize(2560, 1440) << 0.8;
+    QTest::newRow("of 3840") << QSize(3840, 2160) << 0.8;
+}
+
+/// What a page leaves lies on both sides of it, and is the smaller part.
+void TestAppSizes::largeScreenIsUsed()
+{
+    QFETCH(QSize, size);
+    QFETCH(double, used);
+    m_window->window()->resize(size);
+    QTRY_COMPARE(m_window->window()->contentItem()->width(), double(size.width()));
+    QVERIFY(m_window->waitUntilStill());
+    QVERIFY(m_window->clickRow(0));
+    QVERIFY(m_window->waitForItem(QStringLiteral("detailsView")));
+    QVERIFY(m_window->waitUntilStill());
+    const double letter = fontSize();
+    QVERIFY(letter > 0);
+    const auto place = [&](const char *name) {
+        const QQuickItem *item = m_window->item(QLatin1String(name));
+        return item ? item->mapRectToScene({0, 0, item->width(), item->height()}) : QRectF();
+    };
+    const auto isCentred = [&](double left, double right) {
+        const double from = place("sidebar").right();
+        return qAbs((left - from) - (size.width() - right)) < letter * 3;
+    };
+    const QRectF rows = place("certificateList");
+    const QRectF details = place("detailsView");
+    const double room = size.width() - place("sidebar").width();
+    QVERIFY2((details.right() - rows.left()) / room > used,
+             qPrintable(QString::number((details.right() - rows.left()) / room)));
+    QVERIFY(isCentred(rows.left(), details.right()));
+    // The lines stay short: the values have a column of their own where there is room for it.
+    QVERIFY(rows.width() / letter < 70);
+    for (const char *name : {"exportButton", "detailsTab"})
+        QVERIFY2(details.contains(place(name)), name);
+    const bool beside = place("detailsTab").top() < place("exportButton").bottom();
+    QCOMPARE(beside, details.width() / letter > 75);
+    QVERIFY(m_window->click(QStringLiteral("category-newRequest")));
+    QVERIFY(m_window->waitForItem(QStringLiteral("keyNameInput")));
+    QVERIFY(m_window->waitUntilStill());
+    const QQuickItem *form = m_window->item(QStringLiteral("keyNameInput"));
+    while (form->width() < letter * 45)
+        form = form->parentItem();
+    const QRectF whole = form->mapRectToScene({0, 0, form->width(), form->height()});
+    QVERIFY(whole.width() < letter * 60);
+    QVERIFY(isCentred(whole.left(), whole.right()));
 }
 
 void TestAppSizes::scrollBelongsToItsCategory()
