@@ -11,6 +11,8 @@
 #include <QPainter>
 #include <QtTest>
 
+#include <memory>
+
 namespace TrivexTest {
 
 namespace {
@@ -218,7 +220,7 @@ QStringList pageNames()
           "import",     "pin",        "remove",   "error",       "manual",      "pem",
           "structure",  "step",       "filters",  "token-menu",  "token-facts", "change-pin",
           "unblock",    "initialise", "unfolded", "expired",     "undo",        "help",
-          "export-key", "lists"})
+          "export-key", "lists",      "signed",   "checked"})
         names += QLatin1String(name);
     return names;
 }
@@ -302,6 +304,38 @@ bool showLists(WindowDriver &driver, const SampleData &data)
     return driver.waitForItem(QStringLiteral("listName"));
 }
 
+/// The sample's document, signed by its first key, and the result on the page; with `checks` it
+/// was looked at, too.
+bool showSignature(WindowDriver &driver, const SampleData &data, bool checks)
+{
+    Steps steps(driver);
+    const QString signature = data.picture() + QStringLiteral(".p7s");
+    const auto isDone = [&](bool checked) {
+        return !driver.item(QStringLiteral("signBusy"))
+            && (checked || !steps.text("signResult").isEmpty());
+    };
+    if (!checks)
+        QFile::remove(signature);
+    QMetaObject::invokeMethod(driver.window(), "show", Q_ARG(QVariant, QStringLiteral("sign")));
+    driver.application().activate({data.picture()});
+    if (!driver.waitForItem(QStringLiteral("documentDigest")) || !driver.waitUntilStill())
+        return false;
+    // The question is asked in a loop of events of its own, in which nobody waits here. Later ones
+    // are others'.
+    const auto over = std::make_shared<bool>(false);
+    for (const char *dialog : {"pinPromptDialog", "signPinDialog"})
+        driver.once([=, &driver] { return !*over && driver.isOpen(QLatin1String(dialog)); },
+                    [=, &driver] { Steps(driver).answerPin(SampleData::pin(), dialog); });
+    const bool isSigned = QFile::exists(signature)
+        || (steps.press("doSign") && driver.waitFor([&] { return isDone(false); }));
+    *over = true;
+    if (!isSigned)
+        return false;
+    if (checks && !(steps.press("doVerify") && driver.waitForItem(QStringLiteral("signerResult0"))))
+        return false;
+    return driver.waitFor([&] { return isDone(checks); });
+}
+
 void showUndo(WindowDriver &driver)
 {
     QMetaObject::invokeMethod(driver.object(QStringLiteral("toast")), "show",
@@ -364,6 +398,8 @@ bool showPage(WindowDriver &driver, const SampleData &data, const QString &page)
         showUndo(driver);
     if (page == QLatin1String("lists"))
         return showLists(driver, data);
+    if (page == QLatin1String("signed") || page == QLatin1String("checked"))
+        return showSignature(driver, data, page == QLatin1String("checked"));
     if (page == QLatin1String("export-key"))
         showKeyExport(driver);
     if (page == QLatin1String("expired"))

@@ -16,6 +16,7 @@ public:
     bool isValid() const { return m_problem.isEmpty(); }
     QString problem() const { return m_problem; }
     QString tokenName() const { return m_token.label(); }
+    static QString pin() { return QString::fromLatin1(TestToken::pin()); }
     /// A bundle whose password is "secret".
     QString bundle() const { return m_bundle; }
     QString picture() const { return m_picture; }
