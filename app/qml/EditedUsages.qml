@@ -28,13 +28,18 @@ FillColumn {
     KeyRequest {
         id: names
     }
-    Button {
-        objectName: "unfoldUsages"
-        text: edited.unfolded ? qsTrId("trivex-app-show-less") : qsTrId("trivex-app-edit-usages")
-        icon.source: Theme.icon(edited.unfolded ? "up" : "down")
-        flat: true
-        Layout.maximumWidth: edited.width
-        onClicked: edited.unfolded = !edited.unfolded
+    Flow {
+        Layout.fillWidth: true
+        Button {
+            objectName: "unfoldUsages"
+            text: edited.unfolded ? qsTrId("trivex-app-show-less")
+                                  : qsTrId("trivex-app-edit-usages")
+            icon.source: Theme.icon(edited.unfolded ? "up" : "down")
+            flat: true
+            // A positioner asks for no limit of a layout.
+            width: Math.min(implicitWidth, parent.width)
+            onClicked: edited.unfolded = !edited.unfolded
+        }
     }
     RequestUsages {
         id: usages
