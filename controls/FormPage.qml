@@ -5,8 +5,9 @@ import QtQuick.Controls 2.15
 import QtQuick.Window 2.15
 import Trivex.Crypto.Controls 1.0
 
-/// A column that scrolls, as wide as its place up to `maximumWidth`, and in its middle. It keeps the focused item
-/// visible; `reveal` scrolls to an item that has just appeared, once its position is final.
+/// A column that scrolls, as wide as its place up to `maximumWidth`, and in its middle. It keeps the
+/// focused item visible; `reveal` scrolls to an item that has just appeared, once its position is
+/// final.
 Flickable {
     id: page
     /// The column is no wider.
@@ -25,8 +26,17 @@ Flickable {
     Accessible.role: Accessible.Pane
     ScrollBar.vertical: ScrollBar { id: bar }
 
-    /// Scrolls to an item inside, when it lies where it stays.
+    /// Scrolls to an item inside, when it lies where it stays. The focus, which comes back when a
+    /// dialog closes, takes nothing out of view meanwhile.
     function reveal(item) {
+        revealed = item
+        waitFor(item)
+    }
+
+    // internal
+    property Item revealed
+    // internal
+    function waitFor(item) {
         awaited = item
         patience.restart()
         show(item)
@@ -53,18 +63,23 @@ Flickable {
     }
     onContentHeightChanged: showAwaited()
     onHeightChanged: showAwaited()
-    onMovementStarted: awaited = null
+    onMovementStarted: giveUp()
+    // internal
+    function giveUp() {
+        awaited = null
+        revealed = null
+    }
     Timer {
         id: patience
         interval: 400
-        onTriggered: page.awaited = null
+        onTriggered: page.giveUp()
     }
     // internal
     readonly property Item focused: Window.activeFocusItem
     onFocusedChanged: {
         for (let item = focused; item; item = item.parent) {
             if (item === column)
-                return reveal(focused)
+                return revealed || waitFor(focused)
         }
     }
 

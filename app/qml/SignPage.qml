@@ -130,7 +130,7 @@ FormPage {
         id: rawWork
         library: page.library
         document: signedDocument
-        onPhaseChanged: if (phase) page.reveal(signature)
+        onPhaseChanged: if (phase) page.reveal(signature.outcome)
         onReplaceAsked: replaceDialog.ask(signatureFile)
     }
     CmsWork {
@@ -138,7 +138,7 @@ FormPage {
         library: page.library
         document: signedDocument
         form: signature.messageForm()
-        onPhaseChanged: if (phase) page.reveal(signature)
+        onPhaseChanged: if (phase) page.reveal(signature.outcome)
         onReplaceAsked: replaceDialog.ask(signatureFile)
         onSaved: page.told(qsTrId("trivex-app-document-saved"))
         onSaveRefused: page.failed(qsTrId("trivex-app-document-unsaved"), reason)

@@ -16,6 +16,8 @@ Card {
     readonly property alias raw: forms.raw
     function messageForm() { return forms.messageForm() }
     property alias notice: notice
+    /// What is being done, and what came of it.
+    readonly property alias outcome: outcome
     signal signAsked()
     signal verifyAsked()
     signal otherAsked()
@@ -84,71 +86,77 @@ Card {
             onClicked: card.saveAsked()
         }
     }
-    RowLayout {
-        objectName: "signBusy"
-        visible: card.work.working
+    FillColumn {
+        id: outcome
+        spacing: Theme.unit
         Layout.fillWidth: true
-        BusyIndicator {
-            Accessible.name: workLabel.text
+        RowLayout {
+            objectName: "signBusy"
+            visible: card.work.working
+            Layout.fillWidth: true
+            BusyIndicator {
+                Accessible.name: workLabel.text
+            }
+            Label {
+                textFormat: Text.PlainText
+                id: workLabel
+                text: card.work.phase === SigningWork.Signing ? qsTrId("trivex-app-busy-sign")
+                    : card.work.phase === SigningWork.Saving ? qsTrId("trivex-app-busy-write")
+                    : qsTrId("trivex-app-busy-verify")
+                Layout.fillWidth: true
+            }
+            ProgressBar {
+                visible: !card.raw
+                indeterminate: value < 0
+                value: card.raw ? -1 : card.work.progress
+                Layout.maximumWidth: Theme.fontSize * 12
+            }
+            Button {
+                objectName: "signCancel"
+                text: qsTrId("trivex-app-stop")
+                visible: card.work.stoppable
+                onClicked: card.work.stop()
+            }
         }
-        Label {
-            textFormat: Text.PlainText
-            id: workLabel
-            text: card.work.phase === SigningWork.Signing ? qsTrId("trivex-app-busy-sign")
-                : card.work.phase === SigningWork.Saving ? qsTrId("trivex-app-busy-write")
-                : qsTrId("trivex-app-busy-verify")
+        Notice {
+            id: notice
+            objectName: "signResult"
+            readonly property var results: ({
+                [SigningWork.Signed]: [1, qsTrId("trivex-app-signed"), card.work.signatureFile
+                    + (card.raw ? "" : "\n" + (card.form === SignatureForm.Attached
+                        ? qsTrId("trivex-app-signed-attached-hint")
+                        : qsTrId("trivex-app-signed-detached-hint")))],
+                [SigningWork.Verified]: card.raw ? [1, qsTrId("trivex-app-verified"),
+                    qsTrId("trivex-app-verified-by").arg(card.work.signerName)] : null,
+                [SigningWork.Refused]: [3, card.raw ? qsTrId("trivex-app-refused")
+                    : qsTrId("trivex-app-verify-failed"),
+                    card.work.refusal || qsTrId("trivex-app-refused-advice")],
+                [SigningWork.Unsigned]: [3, qsTrId("trivex-app-unsigned"),
+                    card.work.failure || qsTrId("trivex-app-unsigned-advice")],
+                [SigningWork.WithoutSignature]: [3, qsTrId("trivex-app-nosignature"),
+                    card.raw || !Files.exists(card.work.signatureFile)
+                        ? Files.whyNotRead(card.work.signatureFile) : card.work.refusal],
+                [SigningWork.Unwritten]: [3, qsTrId("trivex-app-unwritten"),
+                    card.work.refusal || qsTrId("trivex-app-signature-waits")],
+                [SigningWork.SignatureOnly]: [0, qsTrId("trivex-app-signature-opened"),
+                    qsTrId("trivex-app-signature-opened-advice")],
+                [SigningWork.Changed]: [2, qsTrId("trivex-app-document-changed"),
+                    qsTrId("trivex-app-document-changed-advice")],
+                [SigningWork.Reread]: [0, qsTrId("trivex-app-document-reread"), ""]
+            })
+            readonly property var result: results[card.work.phase]
+            level: result ? result[0] : 0
+            text: result ? result[1] : ""
+            detail: result ? result[2] : ""
+            actionText: card.work.phase === SigningWork.Signed ? qsTrId("trivex-app-open-folder") : ""
+            onAction: Desktop.openFolder(card.work.signatureFile)
             Layout.fillWidth: true
         }
-        ProgressBar {
-            visible: !card.raw
-            indeterminate: value < 0
-            value: card.raw ? -1 : card.work.progress
-            Layout.maximumWidth: Theme.fontSize * 12
+        SignerNotices {
+            objectName: "signerNotices"
+            visible: !card.raw && card.work.checked
+            signatures: visible ? card.work.signatures : null
+            Layout.fillWidth: true
         }
-        Button {
-            objectName: "signCancel"
-            text: qsTrId("trivex-app-stop")
-            visible: card.work.stoppable
-            onClicked: card.work.stop()
-        }
-    }
-    Notice {
-        id: notice
-        objectName: "signResult"
-        readonly property var results: ({
-            [SigningWork.Signed]: [1, qsTrId("trivex-app-signed"), card.work.signatureFile
-                + (card.raw ? "" : "\n" + (card.form === SignatureForm.Attached
-                    ? qsTrId("trivex-app-signed-attached-hint")
-                    : qsTrId("trivex-app-signed-detached-hint")))],
-            [SigningWork.Verified]: card.raw ? [1, qsTrId("trivex-app-verified"),
-                qsTrId("trivex-app-verified-by").arg(card.work.signerName)] : null,
-            [SigningWork.Refused]: [3, card.raw ? qsTrId("trivex-app-refused")
-                : qsTrId("trivex-app-verify-failed"),
-                card.work.refusal || qsTrId("trivex-app-refused-advice")],
-            [SigningWork.Unsigned]: [3, qsTrId("trivex-app-unsigned"),
-                card.work.failure || qsTrId("trivex-app-unsigned-advice")],
-            [SigningWork.WithoutSignature]: [3, qsTrId("trivex-app-nosignature"),
-                card.raw || !Files.exists(card.work.signatureFile)
-                    ? Files.whyNotRead(card.work.signatureFile) : card.work.refusal],
-            [SigningWork.Unwritten]: [3, qsTrId("trivex-app-unwritten"),
-                card.work.refusal || qsTrId("trivex-app-signature-waits")],
-            [SigningWork.SignatureOnly]: [0, qsTrId("trivex-app-signature-opened"),
-                qsTrId("trivex-app-signature-opened-advice")],
-            [SigningWork.Changed]: [2, qsTrId("trivex-app-document-changed"),
-                qsTrId("trivex-app-document-changed-advice")],
-            [SigningWork.Reread]: [0, qsTrId("trivex-app-document-reread"), ""]
-        })
-        readonly property var result: results[card.work.phase]
-        level: result ? result[0] : 0
-        text: result ? result[1] : ""
-        detail: result ? result[2] : ""
-        actionText: card.work.phase === SigningWork.Signed ? qsTrId("trivex-app-open-folder") : ""
-        onAction: Desktop.openFolder(card.work.signatureFile)
-        Layout.fillWidth: true
-    }    SignerNotices {
-        objectName: "signerNotices"
-        visible: !card.raw && card.work.checked
-        signatures: visible ? card.work.signatures : null
-        Layout.fillWidth: true
     }
 }

@@ -58,6 +58,8 @@ private Q_SLOTS:
     void largeTextHasRoom();
     void usualTextComesBack_data();
     void usualTextComesBack();
+    void resultComesIntoView_data();
+    void resultComesIntoView();
 
 private:
     bool opensOneWindow() const override { return false; }
@@ -342,6 +344,41 @@ void TestAppLayout::usualTextComesBack()
         leavePage(*m_window);
     }
     // A binding loop is told as a warning, and those are looked at after each test.
+}
+
+void TestAppLayout::resultComesIntoView_data()
+{
+    QTest::addColumn<QString>("page");
+    QTest::addColumn<QSize>("size");
+    for (const char *page : {"signed", "checked"}) {
+        for (const QSize &size : {QSize(400, 760), QSize(780, 700), QSize(780, 460)})
+            QTest::addRow("%s in %dx%d", page, size.width(), size.height())
+                << QString::fromLatin1(page) << size;
+    }
+}
+
+/// Who signs or checks sees what came of it, whole, without scrolling; of what is taller than the
+/// page, the beginning.
+void TestAppLayout::resultComesIntoView()
+{
+    QFETCH(QString, page);
+    QFETCH(QSize, size);
+    open("ru_RU", size);
+    QVERIFY(visitPage(*m_window, m_data, page));
+    const bool isChecked = page == QLatin1String("checked");
+    const QQuickItem *result =
+        m_window->item(isChecked ? QStringLiteral("signerResult0") : QStringLiteral("signResult"));
+    QVERIFY(result);
+    const QQuickItem *view = result;
+    while (view && !view->inherits("QQuickFlickable"))
+        view = view->parentItem();
+    QVERIFY(view);
+    const QRectF seen = place(view);
+    const QRectF now = place(result);
+    const qreal above = seen.top() - now.top();
+    const qreal below = now.bottom() - seen.bottom();
+    QVERIFY2(above <= 0, qPrintable(QString::number(above)));
+    QVERIFY2(now.height() > seen.height() || below <= 0, qPrintable(QString::number(below)));
 }
 
 int main(int argc, char **argv)
