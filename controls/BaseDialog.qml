@@ -101,6 +101,22 @@ Dialog {
         contentWidth: width
         clip: contentHeight > height
         boundsBehavior: Flickable.StopAtBounds
+        // What has the focus is to be seen, as on a page.
+        readonly property Item focused: Window.activeFocusItem
+        onFocusedChanged: {
+            for (let item = focused; item; item = item.parent) {
+                if (item === column)
+                    return show(focused)
+            }
+        }
+        function show(item) {
+            const top = Math.max(0, item.mapToItem(column, 0, 0).y - Theme.unit)
+            const bottom = Math.min(contentHeight, top + item.height + Theme.unit * 2)
+            if (top < contentY || bottom - top > height)
+                contentY = Math.max(0, Math.min(top, contentHeight - height))
+            else if (bottom > contentY + height)
+                contentY = bottom - height
+        }
         Accessible.role: Accessible.Dialog
         Accessible.name: dialog.title
         // In the margin: what is to be read keeps the whole width.

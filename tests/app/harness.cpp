@@ -266,8 +266,12 @@ void WindowDriver::key(Qt::Key key, Qt::KeyboardModifiers modifiers)
 
 bool WindowDriver::isInSight(const QQuickItem &item) const
 {
-    return QRectF(0, 0, window()->width(), window()->height())
-        .contains(item.mapRectToScene(QRectF(0, 0, item.width(), item.height())));
+    const QRectF place = item.mapRectToScene({0, 0, item.width(), item.height()});
+    for (const QQuickItem *up = item.parentItem(); up; up = up->parentItem()) {
+        if (up->clip() && !up->mapRectToScene({0, 0, up->width(), up->height()}).contains(place))
+            return false;
+    }
+    return QRectF(0, 0, window()->width(), window()->height()).contains(place);
 }
 
 bool WindowDriver::fill(const QString &name, const QString &text)

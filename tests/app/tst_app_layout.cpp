@@ -60,6 +60,7 @@ private Q_SLOTS:
     void usualTextComesBack();
     void resultComesIntoView_data();
     void resultComesIntoView();
+    void dialogFollowsTheFocus();
 
 private:
     bool opensOneWindow() const override { return false; }
@@ -379,6 +380,35 @@ void TestAppLayout::resultComesIntoView()
     const qreal below = now.bottom() - seen.bottom();
     QVERIFY2(above <= 0, qPrintable(QString::number(above)));
     QVERIFY2(now.height() > seen.height() || below <= 0, qPrintable(QString::number(below)));
+}
+
+/// In a dialog that is taller than its window Tab brings each control into the part that is seen.
+void TestAppLayout::dialogFollowsTheFocus()
+{
+    open("ru_RU", {400, 760});
+    m_window->setTheme(1, 2);
+    QVERIFY(visitPage(*m_window, m_data, QStringLiteral("edit")));
+    int scrolled = 0;
+    const QQuickItem *first = m_window->window()->activeFocusItem();
+    for (int i = 0; i < 100; ++i) {
+        const QQuickItem *now = m_window->window()->activeFocusItem();
+        QVERIFY(now);
+        const QQuickItem *view = now;
+        while (view && !view->inherits("QQuickFlickable"))
+            view = view->parentItem();
+        // The buttons of the footer stand still.
+        if (view) {
+            const QRectF seen = place(view);
+            QVERIFY2(now->height() > seen.height() || seen.contains(place(now)),
+                     qPrintable(describeItem(now)));
+            scrolled += view->property("contentY").toReal() > 0;
+        }
+        m_window->key(Qt::Key_Tab);
+        QVERIFY(m_window->waitUntilStill());
+        if (m_window->window()->activeFocusItem() == first)
+            break;
+    }
+    QVERIFY(scrolled > 0);
 }
 
 int main(int argc, char **argv)
