@@ -58,6 +58,7 @@ KeyStoreModel::KeyStoreModel(QObject *parent)
             &KeyStoreModel::ksmBusyFinished);
     connect(m_writer.get(), &Trivex::StoreWriter::written, this, &KeyStoreModel::entryWritten);
     connect(m_writer.get(), &Trivex::StoreWriter::removed, this, &KeyStoreModel::entryRemoved);
+    connect(&m_arrivals, &BundleArrivals::arrived, this, &KeyStoreModel::announceBundle);
     m_keyStoreManager.sync();
     m_askerThread->start(QThread::InheritPriority);
     setUpProvider();
@@ -206,7 +207,7 @@ void KeyStoreModel::takeEntries(const QPointer<QCA::KeyStore> &keyStore,
     follow(keyStore, entries);
 }
 
-void KeyStoreModel::bundleArrives(const QCA::KeyStoreEntry &entry)
+void KeyStoreModel::announceBundle(const QCA::KeyStoreEntry &entry)
 {
     // The public key is costly to make, and without saved requests nobody listens.
     static const QMetaMethod signal = QMetaMethod::fromSignal(&KeyStoreModel::keyBundleWritten);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "keystores/bundlearrivals.h"
 #include "keystores/importdesk.h"
 #include "keystores/storerows.h"
 #include "qca/adapter/storewriter.h"
@@ -165,8 +166,9 @@ private:
                      const QList<QCA::KeyStoreEntry> &entries);
     void refreshBusy();
 
+    void bundleArrives(const QCA::KeyStoreEntry &entry) override { m_arrivals.note(entry); }
     /// Makes the public key only where somebody listens.
-    void bundleArrives(const QCA::KeyStoreEntry &entry) override;
+    void announceBundle(const QCA::KeyStoreEntry &entry);
 
     QCA::KeyStore *importTarget() const;
     template <typename Content> void importIntoTarget(const Content &content);
@@ -184,4 +186,5 @@ private:
     std::unique_ptr<QCA::Provider> m_provider;
     QVariantMap m_providerConfig;
     ImportDesk m_desk;
+    BundleArrivals m_arrivals;
 };

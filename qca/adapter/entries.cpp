@@ -45,6 +45,12 @@ QString entryStoreName(const QCA::KeyStoreEntry &entry)
     return context ? context->storeName() : QString();
 }
 
+bool isEntryAvailable(const QCA::KeyStoreEntry &entry)
+{
+    const auto *context = contextOf(entry);
+    return context && context->isAvailable();
+}
+
 QCA::KeyBundle entryKeyBundle(const QCA::KeyStoreEntry &entry)
 {
     const auto *context = contextOf(entry);

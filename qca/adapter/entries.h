@@ -18,6 +18,8 @@ TRIVEX_QCA_EXPORT QString entryId(const QCA::KeyStoreEntry &entry);
 TRIVEX_QCA_EXPORT QString entryName(const QCA::KeyStoreEntry &entry);
 TRIVEX_QCA_EXPORT QString entryStoreId(const QCA::KeyStoreEntry &entry);
 TRIVEX_QCA_EXPORT QString entryStoreName(const QCA::KeyStoreEntry &entry);
+/// Whether the entry is where it was listed; false for an empty one.
+TRIVEX_QCA_EXPORT bool isEntryAvailable(const QCA::KeyStoreEntry &entry);
 /// A null bundle for an entry that is none.
 TRIVEX_QCA_EXPORT QCA::KeyBundle entryKeyBundle(const QCA::KeyStoreEntry &entry);
 /// A null certificate for an entry that is none.

@@ -57,14 +57,24 @@ std::shared_ptr<TokenKey> keyFrom(const TokenCertificate &certificate)
     return key;
 }
 
+QString nameOf(const TokenEntry &entry)
+{
+    const QString &label = entry.certificate->label;
+    if (!label.isEmpty())
+        return label;
+    const QString commonName = commonNameOf(*entry.certificate);
+    return commonName.isEmpty() ? entry.id.right(16) : commonName;
+}
+
 } // namespace
 
 TokenEntryContext::TokenEntryContext(QCA::Provider *provider, TokenTable &tokens,
                                      TokenEntryPtr entry, const QString &storeId,
-                                     const QString &storeName)
+                                     const QString &storeName, const TokenContentsPtr &contents)
     : QCA::KeyStoreEntryContext(provider)
     , m_tokens(tokens)
     , m_entry(std::move(entry))
+    , m_contents(contents)
     , m_storeId(storeId)
     , m_storeName(storeName)
 {
@@ -73,7 +83,7 @@ TokenEntryContext::TokenEntryContext(QCA::Provider *provider, TokenTable &tokens
 
 TokenEntryContext::TokenEntryContext(const TokenEntryContext &other)
     : TokenEntryContext(other.provider(), other.m_tokens, other.m_entry, other.m_storeId,
-                        other.m_storeName)
+                        other.m_storeName, other.m_contents.lock())
 {
 }
 
@@ -112,42 +122,49 @@ QCA::KeyStoreEntry::Type TokenEntryContext::type() const
     return m_entry->key ? QCA::KeyStoreEntry::TypeKeyBundle : QCA::KeyStoreEntry::TypeCertificate;
 }
 
+TokenEntryPtr TokenEntryContext::current() const
+{
+    const auto store = m_tokens.store(m_storeId);
+    // The search is nothing for each of thousands of entries that have just been listed.
+    if (!store || store->contents == m_contents.lock())
+        return m_entry;
+    const TokenEntryPtr listed = store->contents->entry(m_entry->id);
+    return listed ? listed : m_entry;
+}
+
 QString TokenEntryContext::name() const
 {
-    const QString &label = m_entry->certificate->label;
-    if (!label.isEmpty())
-        return label;
-    const QString commonName = commonNameOf(*m_entry->certificate);
-    return commonName.isEmpty() ? m_entry->id.right(16) : commonName;
+    return nameOf(*current());
 }
 
 bool TokenEntryContext::isAvailable() const
 {
     const auto store = m_tokens.store(m_storeId);
-    return store && store->present;
+    return store && store->present && store->contents->entry(m_entry->id);
 }
 
 QString TokenEntryContext::serialize() const
 {
+    const TokenEntryPtr entry = current();
     const auto base64 = [](const TokenCertificate &certificate) {
         return QString::fromLatin1(certificate.der.toBase64());
     };
     QStringList fields = {SerialPrefix,
                           packed(m_storeId),
                           packed(m_storeName),
-                          packed(m_entry->id),
-                          m_entry->key ? QStringLiteral("1") : QStringLiteral("0"),
-                          packed(m_entry->certificate->label),
-                          base64(*m_entry->certificate)};
-    for (const TokenCertificatePtr &issuer : m_entry->issuers)
+                          packed(entry->id),
+                          entry->key ? QStringLiteral("1") : QStringLiteral("0"),
+                          packed(entry->certificate->label),
+                          base64(*entry->certificate)};
+    for (const TokenCertificatePtr &issuer : entry->issuers)
         fields.append(base64(*issuer));
     return fields.join(QLatin1Char(':'));
 }
 
-QCA::PrivateKey TokenEntryContext::privateKey() const
+QCA::PrivateKey TokenEntryContext::privateKey(const TokenKeyPtr &tokenKey) const
 {
     QCA::PrivateKey key;
-    if (QCA::PKeyBase *context = makeTokenKey(provider(), m_tokens, m_storeId, m_entry->key))
+    if (QCA::PKeyBase *context = makeTokenKey(provider(), m_tokens, m_storeId, tokenKey))
         key.change(new PKeyContainer(provider(), context));
     return key;
 }
@@ -155,17 +172,18 @@ QCA::PrivateKey TokenEntryContext::privateKey() const
 QCA::KeyBundle TokenEntryContext::keyBundle() const
 {
     QCA::KeyBundle bundle;
-    if (!m_entry->key)
+    const TokenEntryPtr entry = current();
+    if (!entry->key)
         return bundle;
-    const QCA::PrivateKey key = privateKey();
+    const QCA::PrivateKey key = privateKey(entry->key);
     if (key.isNull())
         return bundle;
     QCA::CertificateChain chain;
-    chain.append(makeCertificate(m_entry->certificate->der));
-    for (const TokenCertificatePtr &issuer : m_entry->issuers)
+    chain.append(makeCertificate(entry->certificate->der));
+    for (const TokenCertificatePtr &issuer : entry->issuers)
         chain.append(makeCertificate(issuer->der));
     bundle.setCertificateChainAndKey(chain, key);
-    bundle.setName(name());
+    bundle.setName(nameOf(*entry));
     return bundle;
 }
 
@@ -176,7 +194,9 @@ QCA::Certificate TokenEntryContext::certificate() const
 
 bool TokenEntryContext::ensureAccess()
 {
-    return isAvailable();
+    // What is not listed may show itself after a login.
+    const auto store = m_tokens.store(m_storeId);
+    return store && store->present;
 }
 
 QCA::PKeyBase *makeTokenKey(QCA::Provider *provider, TokenTable &tokens, const QString &storeId,

@@ -13,8 +13,10 @@ namespace Trivex {
 class TokenEntryContext : public QCA::KeyStoreEntryContext {
     Q_OBJECT
 public:
+    /// `entry` is known to be that of `contents`, which may be null.
     TokenEntryContext(QCA::Provider *provider, TokenTable &tokens, TokenEntryPtr entry,
-                      const QString &storeId, const QString &storeName);
+                      const QString &storeId, const QString &storeName,
+                      const TokenContentsPtr &contents = nullptr);
     ~TokenEntryContext() override;
 
     /// The entry that `serialize` has written; null for any other text. The caller owns it.
@@ -37,10 +39,14 @@ public:
 
 private:
     TokenEntryContext(const TokenEntryContext &other);
-    QCA::PrivateKey privateKey() const;
+    /// What the token shows under this id now: another reading may have found another label, or
+    /// other issuers. What it showed when it does not show it any more.
+    TokenEntryPtr current() const;
+    QCA::PrivateKey privateKey(const TokenKeyPtr &tokenKey) const;
 
     TokenTable &m_tokens;
     TokenEntryPtr m_entry;
+    std::weak_ptr<const TokenContents> m_contents;
     QString m_storeId;
     QString m_storeName;
 };

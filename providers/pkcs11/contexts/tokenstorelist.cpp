@@ -174,7 +174,7 @@ QList<QCA::KeyStoreEntryContext *> TokenStoreList::entryList(int id)
     list.reserve(count);
     for (int i = 0; i < count; ++i)
         list.append(new TokenEntryContext(provider(), m_tokens, entries[size_t(i)], store->storeId,
-                                          store->name));
+                                          store->name, store->contents));
     if (count < int(entries.size()))
         QMetaObject::invokeMethod(
             this, [this, id] { showAll(id); }, Qt::QueuedConnection);
@@ -201,7 +201,8 @@ QCA::KeyStoreEntryContext *TokenStoreList::entry(int id, const QString &entryId)
 {
     const auto store = m_tokens.store(id);
     const TokenEntryPtr found = store ? store->contents->entry(entryId) : nullptr;
-    return found ? new TokenEntryContext(provider(), m_tokens, found, store->storeId, store->name)
+    return found ? new TokenEntryContext(provider(), m_tokens, found, store->storeId, store->name,
+                                         store->contents)
                  : nullptr;
 }
 
