@@ -20,7 +20,6 @@ struct FaultFlow {
     QByteArray first = "session"; ///< the calls of which its first one is one
     /// So many calls of one name meet every fault; those after them a quarter each, by turns.
     int wholeCalls = 2;
-    bool looks = false; ///< the looks at the slots are part of it
     /// Whatever the outcome: a PIN may be another one afterwards.
     std::function<void()> repair = [] {};
 };
@@ -55,6 +54,8 @@ private:
     QByteArray check(const FaultFlow &flow, const QByteArray &call, const Fault &fault);
     QByteArray checkError(const FaultFlow &flow, bool succeeded, const QByteArray &call,
                           const Fault &fault) const;
+    /// So many turns has the event loop while the call is held; -1 when the flow fails.
+    int turnsDuring(const QByteArray &call, const FaultFlow &flow);
     /// Whether the token works, if need be once it has been looked at again.
     bool worksAgain();
     /// No session of before is left and nobody is logged in once these orders are in force.

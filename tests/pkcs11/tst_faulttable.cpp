@@ -40,21 +40,20 @@ public:
 
 private Q_SLOTS:
     void initTestCase();
-    void everyFault_data() { flows(true); }
+    void everyFault_data() { flows(); }
     void everyFault();
-    void staysAlive_data() { flows(false); }
+    void staysAlive_data() { flows(); }
     void staysAlive();
     void cleanupTestCase();
 
 private:
-    static void flows(bool withList);
+    static void flows();
     FaultFlow flow(const QByteArray &name);
     FaultFlow useFlow(const QByteArray &name);
     FaultFlow writeFlow(const QByteArray &name);
     FaultFlow generationFlow(const QByteArray &name);
     FaultFlow removalFlow(const QByteArray &name);
     FaultFlow administrationFlow(const QByteArray &name);
-    FaultFlow listFlow();
 
     template <class What> bool write(const What &what)
     {
@@ -113,16 +112,11 @@ void TestFaultTable::cleanupTestCase()
         m_token->control();
 }
 
-void TestFaultTable::flows(bool withList)
+void TestFaultTable::flows()
 {
     QTest::addColumn<QByteArray>("name");
-    for (const char *name :
-         {"sign", "sign-bare", "decrypt", "generate-rsa", "generate-ec", "generate-and-sign",
-          "write-certificate", "import-bundle", "remove-bundle", "remove-bare", "export",
-          "change-pin", "change-officer-pin", "set-pin", "initialise"})
-        QTest::newRow(name) << QByteArray(name);
-    if (withList)
-        QTest::newRow("list") << QByteArray("list");
+    for (const QByteArray &name : QByteArray(TRIVEX_FAULT_FLOWS).split(' '))
+        QTest::newRow(name.constData()) << name;
 }
 
 QStringList TestFaultTable::bareKeys(const QString &label) const
@@ -336,19 +330,6 @@ FaultFlow TestFaultTable::administrationFlow(const QByteArray &name)
     return flow;
 }
 
-/// A token that comes: what a look finds, and what its reading does.
-FaultFlow TestFaultTable::listFlow()
-{
-    FaultFlow flow;
-    flow.looks = true;
-    flow.wholeCalls = 0; // a token that leaves and comes back takes two looks at the slots
-    flow.run = [this] {
-        return m_token->replug(m_store->id(), orders())
-            && m_stores->waitForEntries(StoreName, 1, Patience);
-    };
-    return flow;
-}
-
 FaultFlow TestFaultTable::flow(const QByteArray &name)
 {
     FaultFlow flow;
@@ -358,8 +339,6 @@ FaultFlow TestFaultTable::flow(const QByteArray &name)
         flow = generationFlow(name);
     else if (name.startsWith("remove"))
         flow = removalFlow(name);
-    else if (name == "list")
-        flow = listFlow();
     else if (name == "write-certificate" || name == "import-bundle")
         flow = writeFlow(name);
     else
