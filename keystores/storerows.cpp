@@ -239,7 +239,8 @@ void StoreRows::appendNext()
     if (!keyStore || m_arriving.isEmpty() || m_arriving.first().keyStore != keyStore)
         return;
     Arrival &arrival = m_arriving.first();
-    if (arrival.isEmpty() || Trivex::entryId(arrival.entries.at(arrival.next)) != id)
+    if (arrival.isEmpty() || arrival.seen.contains(id)
+        || Trivex::entryId(arrival.entries.at(arrival.next)) != id)
         return;
     ++arrival.next;
     arrival.seen.insert(id);

@@ -45,6 +45,7 @@ private Q_SLOTS:
     void objectsLiveAsLongAsTheirRows();
     void growingStoreIsNotReadAnew();
     void doubledIdsHaveOneRow();
+    void doubledIdsMeetInAnInnerLoop();
 
 private:
     QList<FakeEntry> entries(int store, bool keyed = false);
@@ -330,6 +331,32 @@ void TestKeyStoreRows::doubledIdsHaveOneRow()
     QVERIFY(expect({1, 2, 0, 3, 4}));
     stores().setEntries(name(0), {all.at(4), all.at(3), all.at(1), all.at(5), all.at(5)});
     QVERIFY(expect({1, 3, 4, 5}));
+}
+
+// The row comes while others hear of its bundle, and the next entry has the same id.
+void TestKeyStoreRows::doubledIdsMeetInAnInnerLoop()
+{
+    Flat<KeyStoreModel> model;
+    QAbstractItemModelTester tester(&model);
+    addEmptyStores(model, 2);
+    // Longer than a turn of the event loop may take: each row ends its own.
+    connect(&model, &QAbstractItemModel::rowsInserted, this, [] { QThread::msleep(20); });
+    int told = 0;
+    connect(&model, &KeyStoreModel::keyBundleWritten, this, [&] {
+        if (++told != 2)
+            return;
+        // The report of another store sets the turns going, which this one holds up.
+        QEventLoop inner;
+        connect(&model, &QAbstractItemModel::rowsInserted, &inner, &QEventLoop::quit);
+        stores().setEntries(name(1), {certificate("store-1/0")});
+        inner.exec();
+    });
+    const QList<FakeEntry> all = entries(0, true);
+    stores().setEntries(name(0), {all.at(0), all.at(1), all.at(1), all.at(2)});
+    QTRY_VERIFY(ids(model).contains(QStringLiteral("store-1/0")));
+    QCOMPARE(ids(model),
+             QStringList({QStringLiteral("store-0/0"), QStringLiteral("store-0/1"),
+                          QStringLiteral("store-0/2"), QStringLiteral("store-1/0")}));
 }
 
 QTEST_GUILESS_MAIN(TestKeyStoreRows)
