@@ -83,9 +83,11 @@ CertificateImport::CertificateImport(QObject *parent)
         if (!m_running)
             return;
         m_together = std::min(2 * m_together, MostTogether);
-        if (!good)
+        // What failed after the last one was there, such as a reading, leaves nothing to be done.
+        const bool isWhole = good || (count == m_step.rows.size() && m_steps.isEmpty());
+        if (!isWhole)
             noteWritten(count);
-        stepEnded(good);
+        stepEnded(isWhole);
     });
     connect(&m_monitor, &TokenMonitor::failed, this, [this](const TokenError &error) {
         if (m_running && error.keyStoreId == m_storeId && error.purpose == Purpose::Write)
@@ -305,6 +307,8 @@ void CertificateImport::end(bool good)
     m_left = !good
         && (m_stopped || m_tokenError == TokenError::Cancelled
             || m_tokenError == TokenError::PinMissing);
+    if (good)
+        m_tokenError = TokenError::NoError;
     m_problem = good ? QString() : reason();
     m_running = false;
     m_steps.clear();

@@ -106,6 +106,8 @@ private Q_SLOTS:
     void filesTakeNoKey();
     void requestTakesNoName();
     void cancelledInTheMiddle();
+    void lastStepIsWhole_data();
+    void lastStepIsWhole();
     void failures_data();
     void failures();
 
@@ -286,6 +288,42 @@ void TestImport::cancelledInTheMiddle()
     QVERIFY(!import.problem().isEmpty());
     import.clear();
     QVERIFY(import.problem().isEmpty());
+}
+
+void TestImport::lastStepIsWhole_data()
+{
+    QTest::addColumn<bool>("isStopped");
+    QTest::newRow("token pulled") << false;
+    QTest::newRow("cancelled") << true;
+}
+
+// Whatever failed after the last was written, nothing is left to start again for.
+void TestImport::lastStepIsWhole()
+{
+    QFETCH(bool, isStopped);
+    Tokens tokens;
+    tokens.waits = true;
+    CertificateFile file;
+    file.items()->setItems({item(m_authority), item(m_second), item(m_third)});
+    CertificateImport import;
+    QSignalSpy finished(&import, &CertificateImport::finished);
+    import.start(&file, TokenId);
+    QTRY_VERIFY(tokens.pending);
+    if (isStopped)
+        import.cancel();
+    TokenError error;
+    error.kind = TokenError::TokenRemoved;
+    error.keyStoreId = TokenId;
+    error.purpose = Purpose::Write;
+    publishTokenError(error);
+    tokens.end(false, 3);
+    QTRY_COMPARE(finished.size(), 1);
+    QVERIFY2(finished.first().first().toBool(), qPrintable(import.problem()));
+    QCOMPARE(import.written(), 3);
+    QCOMPARE(file.items()->checkedCount(), 0);
+    QCOMPARE(import.problem(), QString());
+    QVERIFY(!import.isExplained());
+    QVERIFY(!import.wasLeft());
 }
 
 void TestImport::failures_data()
