@@ -1,8 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "qca/adapter/storewriter.h"
 #include "qca/tokens/tokens.h"
+#include "tests/pkcs11/plaintoken.h"
 #include "tests/pkcs11/tokenfixture.h"
 #include "tests/support/needtokens.h"
+
+#include <QSignalSpy>
 
 #include <atomic>
 #include <cstdlib>
@@ -58,6 +62,7 @@ private Q_SLOTS:
     void initTestCase();
     void whileATokenIsRead();
     void inAnOperation();
+    void amongCertificates();
 };
 
 void TestNoMemory::initTestCase()
@@ -98,6 +103,37 @@ void TestNoMemory::inAnOperation()
     QVERIFY(refused > 0);
     m_token->control();
     QVERIFY(signs());
+}
+
+/// What many certificates are kept in grows while they are written.
+void TestNoMemory::amongCertificates()
+{
+    constexpr int Count = 400;
+    const QList<QByteArray> ders = plainCertificates(Count);
+    Trivex::StoreWriter writer;
+    QSignalSpy written(&writer, &Trivex::StoreWriter::writtenSeveral);
+    m_token->control("hold C_CreateObject 3");
+    QVERIFY(writer.write(m_store->id(), QVector<QByteArray>(ders.begin(), ders.end())));
+    QVERIFY(m_token->waitUntilInside("C_CreateObject"));
+    refused = 0;
+    isScarce = true;
+    m_token->control();
+    const bool isOver = written.wait(60000);
+    isScarce = false;
+    QVERIFY(isOver);
+    QVERIFY(refused > 0);
+    const int count = written.first().at(0).toInt();
+    qInfo("%d of %d", count, Count);
+    QVERIFY(count >= 3 && count < Count);
+    QVERIFY(!written.first().at(1).toBool());
+    // Nobody asks for it: the next look at the token shows what was written.
+    QVERIFY(
+        QTest::qWaitFor([&] { return m_stores->currentEntries(StoreName).size() > count; }, 30000));
+    written.clear();
+    QVERIFY(writer.write(m_store->id(), QVector<QByteArray>(ders.begin(), ders.end())));
+    QVERIFY(written.wait(60000));
+    QVERIFY(written.first().at(1).toBool());
+    QCOMPARE(m_stores->currentEntries(StoreName).size(), 1 + Count);
 }
 
 QTEST_GUILESS_MAIN(TestNoMemory)

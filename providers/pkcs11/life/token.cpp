@@ -42,6 +42,12 @@ bool changesToken(Purpose purpose)
         || purpose == Purpose::Initialise;
 }
 
+/// What is remembered of the token may no longer be so.
+bool mayChange(Purpose purpose)
+{
+    return changesToken(purpose) || purpose == Purpose::Generate;
+}
+
 } // namespace
 
 TokenError failure(TokenError::Kind kind, const QString &storeId, Purpose purpose)
@@ -214,13 +220,14 @@ void Token::perform(Task &task, TokenListener &listener)
         return;
     const TokenConnection::Scope scope(connection, task.cancellation);
     listener.publishBusy(connection, task.purpose);
-    if (task.memory && (changesToken(task.purpose) || task.purpose == Purpose::Generate))
+    if (task.memory && mayChange(task.purpose))
         task.memory->forget();
     const TokenContentsPtr before = connection.contents();
     const TokenError error = attempt(task);
     // The failed operation may have undone changes that it had noted.
     const bool isRemade = connection.remaking().isOver();
-    if (error.kind != TokenError::NoError && connection.contents() != before && !isRemade)
+    const bool mayDiffer = connection.contents() != before || connection.isUnlisted();
+    if (error.kind != TokenError::NoError && mayDiffer && !isRemade)
         readQuietly(connection);
     if (connection.contents() != before)
         listener.publishContents(connection);
@@ -256,6 +263,9 @@ TokenError Token::attempt(Task &task)
         connection.noteFailure(error);
         return describe(error, storeId, task.purpose);
     } catch (const std::exception &) {
+        // Out of memory, perhaps while a change was undone or noted.
+        if (mayChange(task.purpose))
+            connection.noteUnlisted();
         return describe(Error(CKR_HOST_MEMORY, ""), storeId, task.purpose);
     }
 }

@@ -49,6 +49,8 @@ public:
     ~Token();
 
     const QString &storeId() const { return m_storeId; }
+    /// Not all of it could be listed, so that it is to be read again. Thread-safe.
+    bool isUnlisted() const { return m_connection->isUnlisted(); }
     /// See `Remaking`. Thread-safe.
     Remaking &remaking() { return m_connection->remaking(); }
     /// Identifies this token in what its thread publishes. For comparison only: the object belongs

@@ -255,6 +255,7 @@ void TokenConnection::read()
     m_objects.certificates = std::move(certificates);
     m_certificatesRead = anchor;
     assemble();
+    m_isUnlisted = false;
 }
 
 void TokenConnection::readKeysAgain()

@@ -11,6 +11,7 @@
 #include "providers/pkcs11/life/tokenflags.h"
 #include "qca/questions/operation.h"
 
+#include <atomic>
 #include <optional>
 
 namespace Trivex {
@@ -93,6 +94,11 @@ public:
     /// as the token tells of logins.
     bool hasSeenLogin() const { return m_hasLoggedIn || m_tellsLogin; }
 
+    /// The token holds what `contents` does not list, since a reading failed: the next look at the
+    /// token reads it again. Thread-safe, both.
+    void noteUnlisted() noexcept { m_isUnlisted = true; }
+    bool isUnlisted() const noexcept { return m_isUnlisted; }
+
     /// Called after every error: closes the anchor when the error has ended it.
     void noteError(const Pkcs11::Error &error) noexcept;
     /// Called once after every operation and reading that went well.
@@ -157,6 +163,7 @@ private:
     /// The keys as a login has shown them last.
     std::optional<TokenObjects> m_shown;
     TokenContentsPtr m_contents;
+    std::atomic<bool> m_isUnlisted = false;
     bool m_hiddenLogin = false;
     /// True once nobody gave the login for the undo of this operation.
     bool m_isUndoRefused = false;

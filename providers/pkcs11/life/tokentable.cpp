@@ -376,8 +376,8 @@ void TokenTable::publishFlags(const TokenPtr &token, const CK_TOKEN_INFO &info)
         if (!found || found->token != token)
             return;
         TokenStatus &current = found->status;
-        // A first reading that failed is tried again with each look.
-        readAgain = !current.isRead && !current.loading;
+        // A reading that has to be made up for is tried again with each look.
+        readAgain = (!current.isRead || token->isUnlisted()) && !current.loading;
         // A trust module's store stays read-only, whatever its token says.
         const bool readOnly = flags.readOnly || found->store.type == QCA::KeyStore::System;
         const bool isNew = applyFlags(flags, &current);

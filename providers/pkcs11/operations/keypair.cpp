@@ -149,8 +149,9 @@ void removeObjects(TokenConnection &connection, Operation &operation, const NewP
             for (const CK_OBJECT_HANDLE object : Pkcs11::findObjects(session, sameId))
                 destroy(object);
         }
-    } catch (const Error &) {
-        // The token is gone. It may keep a key without a certificate, which shows nowhere.
+    } catch (const std::exception &) {
+        // The token is gone, or there is no memory. It may keep a key without a certificate, which
+        // shows nowhere.
     }
 }
 
@@ -230,7 +231,7 @@ TokenKeyPtr generateOrUndo(TokenConnection &connection, Operation &operation,
     NewPair pair = {{provisionalId()}, {}};
     try {
         return generate(connection, request, operation.objectId(), &pair);
-    } catch (const Error &) {
+    } catch (const std::exception &) {
         removeObjects(connection, operation, pair);
         throw;
     }

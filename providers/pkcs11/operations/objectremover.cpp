@@ -105,7 +105,7 @@ void undo(TokenConnection &connection, Operation &operation, const PutBack &putB
         putBack(writing);
         writing.keep();
         connection.read();
-    } catch (const Error &) {
+    } catch (const std::exception &) {
         // The failure of the removal itself is reported.
     }
 }
@@ -161,7 +161,7 @@ void removeEntry(TokenConnection &connection, Operation &operation, const QStrin
     std::unique_ptr<Template> copy;
     try {
         removeObjects(connection, *entry, withKey, &copy);
-    } catch (const Error &) {
+    } catch (const std::exception &) {
         undo(connection, operation, [&](Writing &writing) {
             putCertificateBack(writing, *entry->certificate);
             if (withKey)
@@ -188,7 +188,7 @@ void removeKey(TokenConnection &connection, Operation &operation, const QString 
         connection.checkCancelled();
         copy = publicKeyCopy(session, *key);
         removePair(connection, session, *key);
-    } catch (const Error &) {
+    } catch (const std::exception &) {
         undo(connection, operation,
              [&](Writing &writing) { putPublicKeyBack(writing, *key, copy.get()); });
         throw;

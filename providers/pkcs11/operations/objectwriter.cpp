@@ -116,15 +116,50 @@ bool writeUnlessPresent(TokenConnection &connection, Writing &writing, const Obj
     return true;
 }
 
-/// Some may have been written by another program since the token was read.
+/// Lists what was written, whatever has ended the writing.
+class WrittenList {
+public:
+    explicit WrittenList(TokenConnection &connection)
+        : m_connection(connection)
+    {
+    }
+
+    ~WrittenList()
+    {
+        try {
+            m_connection.noteWritten(m_certificates);
+        } catch (const std::exception &) {
+            // Out of memory.
+            m_connection.noteUnlisted();
+        }
+    }
+
+    WrittenList(const WrittenList &) = delete;
+    WrittenList &operator=(const WrittenList &) = delete;
+
+    void add(const TokenCertificate &certificate) { m_certificates.push_back(certificate); }
+
+private:
+    TokenConnection &m_connection;
+    std::vector<TokenCertificate> m_certificates;
+};
+
+/// Some may have been written by another program since the token was read. That they are there is
+/// certain, so that a failed reading is no failure of the writing.
 void makeListed(TokenConnection &connection, const QVector<QByteArray> &ders)
 {
     QSet<QByteArray> listed;
     for (const TokenEntryPtr &entry : connection.contents()->entries)
         listed.insert(entry->certificate->der);
     const auto isMissing = [&](const QByteArray &der) { return !listed.contains(der); };
-    if (std::any_of(ders.begin(), ders.end(), isMissing))
+    if (std::none_of(ders.begin(), ders.end(), isMissing))
+        return;
+    try {
         connection.read();
+    } catch (const Error &error) {
+        connection.noteError(error);
+        connection.noteUnlisted();
+    }
 }
 
 QString listedId(TokenConnection &connection, const QByteArray &der)
@@ -262,22 +297,18 @@ void writeCertificates(TokenConnection &connection, Operation &operation,
     connection.login(operation);
     Writing writing(connection, operation);
     const auto plans = lookForCertificates(connection, writing, {ders.begin(), ders.end()});
-    std::vector<TokenCertificate> written;
-    try {
+    {
+        WrittenList written(connection);
         for (const ObjectPlan &one : plans) {
             TokenCertificate certificate = parsed(one.mark.value);
             if (writeUnlessPresent(connection, writing, one, certificate, QString()))
-                written.push_back(certificate);
+                written.add(certificate);
             writing.keep();
             ++*count;
         }
-    } catch (const Error &) {
-        connection.noteWritten(written);
-        throw;
     }
-    connection.noteWritten(written);
-    makeListed(connection, ders);
     *count = ders.size();
+    makeListed(connection, ders);
 }
 
 QString writeBundle(TokenConnection &connection, Operation &operation, const BundleToWrite &bundle)

@@ -70,6 +70,9 @@ void Writing::undo() noexcept
     } catch (const Error &) {
         // The token is gone. What it keeps are keys without a certificate, which show nowhere, and
         // a repeated import completes them.
+    } catch (const std::exception &) {
+        // Out of memory: what stays is to be listed.
+        m_connection.noteUnlisted();
     }
 }
 
