@@ -50,11 +50,21 @@ private Q_SLOTS:
     void whatWasWrittenStays();
     void stopsInTheMiddle();
     void undecodableAmongThem();
+    void endsInTheMiddle_data();
+    void endsInTheMiddle();
 
 private:
     /// New ones.
     QList<QByteArray> certificates(int count);
     int entries() const { return m_stores->entries(StoreName).size(); }
+    /// Certificates on the token, as another program sees them.
+    int objects() const
+    {
+        return m_token->token()
+            .tool({QStringLiteral("--list-objects"), QStringLiteral("--type"),
+                   QStringLiteral("cert")})
+            .count("Certificate Object");
+    }
 
     int m_made = 0;
     CertificateFile m_file;
@@ -196,6 +206,44 @@ void TestImportScale::undecodableAmongThem()
     QVERIFY(!m_finished->first().first().toBool());
     QCOMPARE(m_import->written(), 2);
     QCOMPARE(m_stores->currentEntries(StoreName).size(), before + 2);
+}
+
+void TestImportScale::endsInTheMiddle_data()
+{
+    QTest::addColumn<QByteArray>("order");
+    for (const char *order :
+         {"end-sessions-at C_CreateObject 5",
+          "logout-at C_CreateObject 5\nfail C_CreateObject 5 CKR_USER_NOT_LOGGED_IN",
+          "remove-at C_CreateObject 5", "fail-after C_CreateObject 5 CKR_DEVICE_ERROR",
+          "fail-after C_CreateObject 5 CKR_SESSION_CLOSED",
+          "fail-after C_CreateObject 5 CKR_DEVICE_MEMORY"})
+        QTest::newRow(QByteArray(order).replace('\n', ", ").constData()) << QByteArray(order);
+}
+
+/// What was written is there and listed, and nothing is there twice after another start.
+void TestImportScale::endsInTheMiddle()
+{
+    QFETCH(QByteArray, order);
+    const int before = objects();
+    QTRY_COMPARE_WITH_TIMEOUT(m_stores->currentEntries(StoreName).size(), before, 30000);
+    m_file.items()->setItems(itemsOf(certificates(10)));
+    m_token->control(order + '\n');
+    m_import->start(&m_file, m_store->id());
+    QVERIFY(m_finished->wait(60000));
+    QVERIFY(!m_finished->first().first().toBool());
+    QVERIFY(m_import->isExplained());
+    QCOMPARE(m_import->written(), 4);
+    QCOMPARE(m_file.items()->checkedCount(), 6);
+    m_token->control();
+    QTRY_COMPARE_WITH_TIMEOUT(m_stores->currentEntries(StoreName).size(), before + 4, 30000);
+    QCOMPARE(objects(), before + 4);
+    m_finished->clear();
+    m_import->start(&m_file, m_store->id());
+    QVERIFY(m_finished->wait(60000));
+    QVERIFY2(m_finished->first().first().toBool(), qPrintable(m_import->problem()));
+    QCOMPARE(m_import->written(), 6);
+    QCOMPARE(objects(), before + 10);
+    QCOMPARE(m_stores->currentEntries(StoreName).size(), before + 10);
 }
 
 QTEST_GUILESS_MAIN(TestImportScale)
