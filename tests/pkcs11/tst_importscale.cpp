@@ -52,6 +52,8 @@ private Q_SLOTS:
     void undecodableAmongThem();
     void endsInTheMiddle_data();
     void endsInTheMiddle();
+    void anotherProgramsStays_data();
+    void anotherProgramsStays();
 
 private:
     /// New ones.
@@ -244,6 +246,37 @@ void TestImportScale::endsInTheMiddle()
     QCOMPARE(m_import->written(), 6);
     QCOMPARE(objects(), before + 10);
     QCOMPARE(m_stores->currentEntries(StoreName).size(), before + 10);
+}
+
+void TestImportScale::anotherProgramsStays_data()
+{
+    QTest::addColumn<QByteArray>("result");
+    QTest::newRow("refused") << QByteArray("CKR_ATTRIBUTE_VALUE_INVALID");
+    QTest::newRow("perhaps made") << QByteArray("CKR_DEVICE_ERROR");
+}
+
+/// Another program writes one of them after the token was looked at. What is undone is ours alone.
+void TestImportScale::anotherProgramsStays()
+{
+    QFETCH(QByteArray, result);
+    const int before = objects();
+    const QList<QByteArray> ders = certificates(10);
+    m_file.items()->setItems(itemsOf(ders));
+    m_token->forget();
+    // Nothing is created after it: SoftHSM does not see what another process wrote before a write
+    // of its own.
+    m_token->control("hold C_CreateObject 6\nfail C_CreateObject 6 " + result + '\n');
+    m_import->start(&m_file, m_store->id());
+    QVERIFY(m_token->waitUntilInside("C_CreateObject"));
+    const QString theirs = QStringLiteral("theirs");
+    QVERIFY(m_token->token().writeObject(QStringLiteral("cert"), ders.at(5), QStringLiteral("77"),
+                                         theirs));
+    m_token->control();
+    QTRY_COMPARE_WITH_TIMEOUT(m_finished->size(), 1, 60000);
+    QVERIFY(!m_finished->first().first().toBool());
+    QCOMPARE(m_import->written(), 5);
+    QCOMPARE(objects(), before + 6);
+    QCOMPARE(m_stores->currentEntries(StoreName).size(), before + 6);
 }
 
 QTEST_GUILESS_MAIN(TestImportScale)

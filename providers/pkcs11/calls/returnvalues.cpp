@@ -118,6 +118,13 @@ constexpr CK_RV SessionEnds[] = {
     CKR_TOKEN_NOT_PRESENT,      CKR_SLOT_ID_INVALID, CKR_CRYPTOKI_NOT_INITIALIZED,
 };
 
+constexpr TokenError::Kind Refusals[] = {
+    TokenError::NotSupported,
+    TokenError::ReadOnly,
+    TokenError::NotLoggedIn,
+    TokenError::DataRefused,
+};
+
 const Meaning *meaningOf(CK_RV returnValue) noexcept
 {
     for (const Meaning &meaning : Meanings) {
@@ -146,6 +153,15 @@ bool endsSession(CK_RV returnValue) noexcept
 {
     for (const CK_RV end : SessionEnds) {
         if (end == returnValue)
+            return true;
+    }
+    return false;
+}
+
+bool isRefusal(CK_RV returnValue) noexcept
+{
+    for (const TokenError::Kind refusal : Refusals) {
+        if (refusal == kindOf(returnValue))
             return true;
     }
     return false;

@@ -20,4 +20,8 @@ TRIVEX_TOKENS_EXPORT QString returnValueName(CK_RV returnValue);
 /// True when a session can't be used any more after a call in it returned `returnValue`.
 bool endsSession(CK_RV returnValue) noexcept;
 
+/// True when a call that returned `returnValue` has refused what it was asked, and so has made
+/// nothing. After a device's error or a lack of room it may have.
+bool isRefusal(CK_RV returnValue) noexcept;
+
 } // namespace Trivex::Pkcs11

@@ -112,7 +112,9 @@ bool writeUnlessPresent(TokenConnection &connection, Writing &writing, const Obj
         certificate.label = commonNameOf(certificate);
     Template object;
     fillCertificate(certificate, &object);
-    certificate.objects = {writing.create(object, plan.mark, {})};
+    // Another program that writes the same one meanwhile hardly gives it the same id.
+    const ObjectMark mark = {plan.mark.objectClass, certificate.id, plan.mark.value};
+    certificate.objects = {writing.create(object, mark, {})};
     return true;
 }
 

@@ -52,9 +52,12 @@ CK_OBJECT_HANDLE Writing::create(Template &object, const ObjectMark &mark,
     // The step is noted first, because a call may make the object and still fail.
     m_steps.push_back({mark, present});
     CK_OBJECT_HANDLE handle = CK_INVALID_HANDLE;
-    check(m_session.module()->C_CreateObject(m_session.handle(), object.data(), object.size(),
-                                             &handle),
-          "C_CreateObject");
+    const CK_RV result = m_session.module()->C_CreateObject(m_session.handle(), object.data(),
+                                                            object.size(), &handle);
+    // What has this mark after a refusal was written by another program meanwhile.
+    if (Pkcs11::isRefusal(result))
+        m_steps.pop_back();
+    check(result, "C_CreateObject");
     if (handle == CK_INVALID_HANDLE)
         throw Error(CKR_GENERAL_ERROR, "C_CreateObject");
     return handle;
