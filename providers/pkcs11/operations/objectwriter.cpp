@@ -292,7 +292,7 @@ QString writeCertificate(TokenConnection &connection, Operation &operation, cons
 }
 
 void writeCertificates(TokenConnection &connection, Operation &operation,
-                       const QVector<QByteArray> &ders, int *count)
+                       const QVector<QByteArray> &ders, std::atomic<int> *count)
 {
     *count = 0;
     connection.checkWritable();

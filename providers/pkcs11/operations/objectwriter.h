@@ -5,6 +5,8 @@
 #include "providers/pkcs11/life/tokenconnection.h"
 #include "qca/keys/keymaterial.h"
 
+#include <atomic>
+
 namespace Trivex {
 
 /// Writes a certificate (DER) with the CKA_ID of its key, unless the token has it already. Returns
@@ -13,9 +15,9 @@ namespace Trivex {
 QString writeCertificate(TokenConnection &connection, Operation &operation, const QByteArray &der);
 
 /// The same for several, in their order, in one session and after one look at the token. Each stays
-/// once it is written, whatever becomes of the next; `*count` tells how many are there.
+/// once it is written, whatever becomes of the next; `*count` tells any thread how many are there.
 void writeCertificates(TokenConnection &connection, Operation &operation,
-                       const QVector<QByteArray> &ders, int *count);
+                       const QVector<QByteArray> &ders, std::atomic<int> *count);
 
 /// A private key with its certificates.
 struct BundleToWrite {

@@ -6,6 +6,7 @@
 #include "providers/pkcs11/operations/objectwriter.h"
 #include "qca/keys/pkeycontainer.h"
 
+#include <atomic>
 #include <utility>
 
 namespace Trivex {
@@ -55,8 +56,15 @@ Purpose purposeOf(const StoreChange &change)
     return Purpose::Write;
 }
 
+/// What a change has written so far. Whoever hears of its failure may do so on another thread while
+/// the token's is still at work.
+struct Written {
+    std::atomic<int> count = 0;
+    QString entryId; ///< of the token's thread alone, which tells of a success
+};
+
 /// The work of the change, for the token's thread. It puts into `written` what it has written.
-Token::Work workOf(const StoreChange &change, const std::shared_ptr<StoreChangeResult> &written)
+Token::Work workOf(const StoreChange &change, const std::shared_ptr<Written> &written)
 {
     if (change.kind == StoreChange::RemoveEntry) {
         return [entryId = change.entryId](TokenConnection &connection, Operation &operation) {
@@ -98,13 +106,14 @@ bool startChange(TokenTable &tokens, const QString &keyStoreId, const StoreChang
 {
     if (!tokens.store(keyStoreId))
         return false;
-    const auto written = std::make_shared<StoreChangeResult>();
+    const auto written = std::make_shared<Written>();
     tokens.post(Operation(purposeOf(change), keyStoreId, change.owner), workOf(change, written),
                 [written, done = std::move(done)](const TokenError &error) {
-                    StoreChangeResult result = *written;
+                    StoreChangeResult result;
                     result.succeeded = error.kind == TokenError::NoError;
-                    if (!result.succeeded)
-                        result.entryId.clear();
+                    result.count = written->count;
+                    if (result.succeeded)
+                        result.entryId = written->entryId;
                     done(result);
                 });
     return true;
