@@ -13,6 +13,7 @@
 #include "tools/files.h"
 #include "tools/listfolder.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QTimer>
 
@@ -28,9 +29,12 @@ constexpr int MostNames = 1000;
 constexpr int StorePatience = 10000;
 constexpr int StoreLook = 50;
 /// Certificates that a token gets at once: each time its rows are made anew, so there are more and
-/// more, but never so many that nobody sees how far it is.
+/// more, but never so many that nobody sees how far it is, or that a signature waits for long.
+constexpr int FewestTogether = 2;
 constexpr int FirstTogether = 16;
 constexpr int MostTogether = 256;
+constexpr qint64 ShortStep = 500; // ms
+constexpr qint64 LongStep = 2000; // ms
 
 QCA::KeyBundle bundleOf(const QVector<FileItem> &items)
 {
@@ -76,13 +80,14 @@ ListSaving saveListAt(const QString &folder, const QString &name, const QByteArr
 
 CertificateImport::CertificateImport(QObject *parent)
     : QObject(parent)
+    , m_clock([] { return qint64(QDeadlineTimer::current(Qt::PreciseTimer).deadline()); })
 {
     connect(&m_writer, &StoreWriter::written, this,
             [this](const QString &entryId) { stepEnded(!entryId.isEmpty()); });
     connect(&m_writer, &StoreWriter::writtenSeveral, this, [this](int count, bool good) {
         if (!m_running)
             return;
-        m_together = std::min(2 * m_together, MostTogether);
+        adjustStep();
         // What failed after the last one was there, such as a reading, leaves nothing to be done.
         const bool isWhole = good || (count == m_step.rows.size() && m_steps.isEmpty());
         if (!isWhole)
@@ -170,6 +175,15 @@ bool CertificateImport::isPlain(const Step &step) const
         && step.items.first().kind == FileObject::Certificate && step.items.first().key.isNull();
 }
 
+void CertificateImport::adjustStep()
+{
+    const qint64 took = m_clock() - m_stepBegan;
+    if (took < ShortStep)
+        m_together = std::min(2 * m_together, MostTogether);
+    else if (took > LongStep)
+        m_together = std::max(m_together / 2, FewestTogether);
+}
+
 void CertificateImport::joinSteps()
 {
     if (!isPlain(m_step))
@@ -227,6 +241,7 @@ bool CertificateImport::begin(const Step &step)
         QVector<QByteArray> ders;
         for (const FileItem &one : step.items)
             ders += one.der;
+        m_stepBegan = m_clock();
         return m_writer.write(m_storeId, ders);
     }
     const bool withKey = !item.key.isNull() && m_storeId != userStoreId();

@@ -10,6 +10,8 @@
 #include <QPointer>
 #include <QQueue>
 
+#include <functional>
+
 namespace Trivex {
 
 /// Brings what is ticked in a file to a place: a token, or the user's own files, which take no
@@ -61,6 +63,9 @@ public:
     /// Forgets the last problem.
     Q_INVOKABLE void clear();
 
+    /// Milliseconds since some moment; by default those of the steady clock.
+    void setClock(std::function<qint64()> clock) { m_clock = std::move(clock); }
+
 Q_SIGNALS:
     /// Any property but the folder has changed.
     void changed();
@@ -84,6 +89,8 @@ private:
     bool saveRequest(const FileItem &request) const;
     void saveList(const FileItem &list);
     void stepEnded(bool good);
+    /// More certificates at once where that took no time, fewer where it took long.
+    void adjustStep();
     /// Of the step the first `count` are written.
     void noteWritten(int count);
     void end(bool good);
@@ -100,6 +107,8 @@ private:
     int m_count = 0;
     int m_written = 0;
     int m_together = 0; ///< so many certificates may be written at once
+    std::function<qint64()> m_clock;
+    qint64 m_stepBegan = 0; ///< by that clock
     bool m_running = false;
     int m_serial = 0; ///< tells a late result of a run that has ended
     bool m_stopped = false;

@@ -45,6 +45,7 @@ private Q_SLOTS:
     void initTestCase();
     void init();
     void callsDoNotGrow();
+    void progressIsTold_data();
     void progressIsTold();
     void whatIsThereIsNotWritten();
     void whatWasWrittenStays();
@@ -122,18 +123,32 @@ void TestImportScale::callsDoNotGrow()
     QVERIFY2(around.at(1) <= 16, qPrintable(QString::number(around.at(1))));
 }
 
+void TestImportScale::progressIsTold_data()
+{
+    QTest::addColumn<int>("duration"); // of each step, ms
+    QTest::addColumn<QVector<int>>("told");
+    QTest::newRow("quick") << 0 << QVector<int>({0, 16, 48, 100});
+    QTest::newRow("neither") << 1000 << QVector<int>({0, 16, 32, 48, 64, 80, 96, 100});
+    QTest::newRow("slow") << 5000 << QVector<int>({0, 16, 24, 28, 30, 32});
+}
+
 void TestImportScale::progressIsTold()
 {
+    QFETCH(const int, duration);
+    QFETCH(const QVector<int>, told);
+    const int count = told.last();
     QVector<int> steps;
+    qint64 now = 0;
+    m_import->setClock([&now, duration] { return now += duration; });
     QObject::connect(m_import.get(), &CertificateImport::changed, this, [&] {
         if (steps.isEmpty() || steps.last() != m_import->written())
             steps += m_import->written();
     });
-    m_file.items()->setItems(itemsOf(certificates(100)));
+    m_file.items()->setItems(itemsOf(certificates(count)));
     m_import->start(&m_file, m_store->id());
     QVERIFY(m_finished->wait(60000));
-    QCOMPARE(m_import->count(), 100);
-    QCOMPARE(steps, QVector<int>({0, 16, 48, 100}));
+    QCOMPARE(m_import->count(), count);
+    QCOMPARE(steps, told);
 }
 
 void TestImportScale::whatIsThereIsNotWritten()
