@@ -34,6 +34,9 @@ private Q_SLOTS:
     void init();
     void whoIsRead_data();
     void whoIsRead();
+    void forWhom_data();
+    void forWhom();
+    void environmentForbids();
     void usersOptionsCount();
     void enabled_data();
     void enabled();
@@ -125,6 +128,42 @@ void TestP11KitFiles::whoIsRead()
     put("system/modules/s.module", "module: s.so\n");
     put("package/p.module", "module: p.so\n");
     QCOMPARE(names(files(mayReadUser)), expected);
+}
+
+void TestP11KitFiles::forWhom_data()
+{
+    QTest::addColumn<bool>("isRoot");
+    QTest::addColumn<bool>("hasOthersRights");
+    QTest::addColumn<bool>("isForbidden");
+    QTest::addColumn<bool>("isRead");
+    QTest::newRow("a user") << false << false << false << true;
+    QTest::newRow("root") << true << false << false << false;
+    QTest::newRow("another's rights") << false << true << false << false;
+    QTest::newRow("forbidden") << false << false << true << false;
+}
+
+void TestP11KitFiles::forWhom()
+{
+    QFETCH(bool, isRoot);
+    QFETCH(bool, hasOthersRights);
+    QFETCH(bool, isForbidden);
+    QTEST((P11KitFiles::Reader{isRoot, hasOthersRights, isForbidden}.readsUserFiles()), "isRead");
+}
+
+// Whatever it is set to: p11-kit looks for the name alone.
+void TestP11KitFiles::environmentForbids()
+{
+    const char *const name = "P11_KIT_NO_USER_CONFIG";
+    const bool isRoot = getuid() == 0;
+    for (const char *value : {"1", "0", ""}) {
+        qputenv(name, value);
+        QVERIFY(P11KitFiles::Reader::ofThisProcess().isForbidden);
+        QVERIFY(!P11KitFiles::Places::ofThisProcess().readsUserFiles);
+    }
+    qunsetenv(name);
+    QVERIFY(!P11KitFiles::Reader::ofThisProcess().isForbidden);
+    QCOMPARE(P11KitFiles::Reader::ofThisProcess().isRoot, isRoot);
+    QCOMPARE(P11KitFiles::Places::ofThisProcess().readsUserFiles, !isRoot);
 }
 
 void TestP11KitFiles::usersOptionsCount()

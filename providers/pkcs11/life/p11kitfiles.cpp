@@ -124,6 +124,15 @@ std::optional<P11KitFiles::Options> parseP11KitFile(const std::string &text)
     return options;
 }
 
+P11KitFiles::Reader P11KitFiles::Reader::ofThisProcess()
+{
+    Reader reader;
+    reader.isRoot = getuid() == 0;
+    reader.hasOthersRights = getauxval(AT_SECURE) != 0;
+    reader.isForbidden = std::getenv("P11_KIT_NO_USER_CONFIG") != nullptr;
+    return reader;
+}
+
 P11KitFiles::Places P11KitFiles::Places::ofThisProcess()
 {
     Places places;
@@ -133,8 +142,7 @@ P11KitFiles::Places P11KitFiles::Places::ofThisProcess()
     const std::string user = userDirectory();
     places.userFile = user + "/pkcs11.conf";
     places.userModules = user + "/modules";
-    places.readsUserFiles =
-        !getauxval(AT_SECURE) && getuid() != 0 && !std::getenv("P11_KIT_NO_USER_CONFIG");
+    places.readsUserFiles = Reader::ofThisProcess().readsUserFiles();
     return places;
 }
 

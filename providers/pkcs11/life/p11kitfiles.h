@@ -18,6 +18,16 @@ class TRIVEX_TOKENS_EXPORT P11KitFiles {
 public:
     using Options = std::map<std::string, std::string>;
 
+    /// For whom p11-kit reads.
+    struct Reader {
+        bool isRoot = false;
+        bool hasOthersRights = false; ///< a program with the rights of another user
+        bool isForbidden = false; ///< the environment forbids a user's files
+
+        static Reader ofThisProcess();
+        bool readsUserFiles() const { return !isRoot && !hasOthersRights && !isForbidden; }
+    };
+
     /// The paths of the files and of the directories with .module files.
     struct Places {
         std::string systemFile;
@@ -25,8 +35,7 @@ public:
         std::string userModules;
         std::string systemModules;
         std::string packageModules;
-        /// p11-kit does not read a user's files for root, in programs with the rights of another
-        /// user, and where the environment forbids it.
+        /// p11-kit does not read them for everybody; see `Reader`.
         bool readsUserFiles = true;
 
         static Places ofThisProcess();
