@@ -1,11 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/life/firstscan.h"
+#include "providers/pkcs11/life/scanwatch.h"
 
 #include <QSignalSpy>
 #include <QTest>
 
 using Trivex::FirstScan;
+using Trivex::ScanWatch;
 
 /// Until the first scan is over a program says that it is looking for tokens.
 class TestFirstScan : public QObject {
@@ -16,6 +18,7 @@ private Q_SLOTS:
     void nothingComesAfterTheEnd();
     void beginsAnew();
     void patience();
+    void earlyTimer();
 };
 
 void TestFirstScan::endsWithTheLast()
@@ -90,6 +93,38 @@ void TestFirstScan::patience()
     QCOMPARE(over.count(), 1);
     scan.checkPatience();
     QCOMPARE(over.count(), 1);
+}
+
+// A timer of the system's may fire before its time, and then nobody else asks again.
+void TestFirstScan::earlyTimer()
+{
+    using std::chrono::milliseconds;
+    FirstScan::Clock::time_point now;
+    FirstScan scan([&now] { return now; });
+    QSignalSpy over(&scan, &FirstScan::over);
+    std::function<void()> armed;
+    milliseconds delay{0};
+    ScanWatch watch(scan, [&](milliseconds wanted, QObject *, std::function<void()> done) {
+        delay = wanted;
+        armed = std::move(done);
+    });
+    const auto fire = [&armed] { std::exchange(armed, nullptr)(); };
+    scan.begin();
+    scan.expect(QStringLiteral("module"));
+    watch.start();
+    QVERIFY(armed);
+    QCOMPARE(delay.count(), FirstScan::Patience.count());
+    for (const milliseconds early : {milliseconds(20), milliseconds(1)}) {
+        now = FirstScan::Clock::time_point(FirstScan::Patience - early);
+        fire();
+        QCOMPARE(over.count(), 0);
+        QVERIFY2(armed, "nobody asks again");
+        QVERIFY(delay.count() > 0 && delay < FirstScan::Patience);
+    }
+    now = FirstScan::Clock::time_point(FirstScan::Patience);
+    fire();
+    QCOMPARE(over.count(), 1);
+    QVERIFY(!armed);
 }
 
 QTEST_GUILESS_MAIN(TestFirstScan)

@@ -16,8 +16,6 @@ namespace Trivex {
 namespace {
 
 constexpr int FirstStep = 500;
-/// Between two looks whether the first scan has taken too long.
-constexpr std::chrono::milliseconds PatiencePause{50};
 
 } // namespace
 
@@ -54,17 +52,9 @@ void TokenStoreList::start()
     m_service.start();
     if (m_scan.isOver())
         QMetaObject::invokeMethod(this, &TokenStoreList::announceScan, Qt::QueuedConnection);
-    else
-        QTimer::singleShot(FirstScan::Patience, Qt::PreciseTimer, this, &TokenStoreList::awaitScan);
-}
-
-// The thread that looks for modules may be held up by one, so nobody else may see that the patience
-// is over. Asked until it is: a timer may be early, however little.
-void TokenStoreList::awaitScan()
-{
-    m_scan.checkPatience();
+    m_watch = std::make_unique<ScanWatch>(m_scan);
     if (!m_scan.isOver())
-        QTimer::singleShot(PatiencePause, Qt::PreciseTimer, this, &TokenStoreList::awaitScan);
+        m_watch->start();
 }
 
 bool TokenStoreList::updateTrusted(int id)

@@ -3,11 +3,11 @@
 #pragma once
 
 #include "providers/pkcs11/contexts/trustedstores.h"
+#include "providers/pkcs11/life/scanwatch.h"
 #include "providers/pkcs11/life/tokenservice.h"
 #include "qca/tokens/storechange.h"
 
 #include <QHash>
-#include <QTimer>
 
 namespace Trivex {
 
@@ -52,7 +52,6 @@ private:
     void updateAllTrusted();
     /// The entries of `store` that are shown.
     TokenContentsPtr contentsOf(const TokenStore &store) const;
-    void awaitScan();
     void showAll(int id);
     void noteListed(int id, const TokenContentsPtr &contents);
     /// Makes the change and waits for its end.
@@ -61,6 +60,7 @@ private:
     TokenService &m_service;
     TokenTable &m_tokens;
     FirstScan &m_scan;
+    std::unique_ptr<ScanWatch> m_watch;
     /// The number of entries of each store that may be shown so far.
     QHash<int, int> m_shown;
     /// The contents of each store when it was listed last.

@@ -6,12 +6,17 @@
 
 namespace Trivex {
 
+FirstScan::FirstScan(std::function<Clock::time_point()> now)
+    : m_now(std::move(now))
+{
+}
+
 void FirstScan::begin()
 {
     const Lock lock(m_mutex);
     m_isOver = false;
     m_expected.clear();
-    m_startTime = std::chrono::steady_clock::now();
+    m_startTime = m_now();
 }
 
 void FirstScan::expect(const QString &what)
@@ -32,7 +37,7 @@ void FirstScan::fulfil(const QString &what)
 void FirstScan::checkPatience()
 {
     Lock lock(m_mutex);
-    if (std::chrono::steady_clock::now() - m_startTime >= Patience)
+    if (m_now() - m_startTime >= Patience)
         finish(std::move(lock));
 }
 

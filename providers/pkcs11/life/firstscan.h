@@ -7,6 +7,7 @@
 #include <QObject>
 
 #include <chrono>
+#include <functional>
 #include <mutex>
 #include <set>
 
@@ -17,7 +18,11 @@ namespace Trivex {
 class TRIVEX_TOKENS_EXPORT FirstScan : public QObject {
     Q_OBJECT
 public:
+    using Clock = std::chrono::steady_clock;
     static constexpr std::chrono::milliseconds Patience{3000};
+
+    /// `now` may be called on any thread.
+    explicit FirstScan(std::function<Clock::time_point()> now = &Clock::now);
 
     /// Starts a new scan, which expects nothing yet.
     void begin();
@@ -38,7 +43,8 @@ private:
 
     mutable std::mutex m_mutex;
     std::set<QString> m_expected;
-    std::chrono::steady_clock::time_point m_startTime;
+    const std::function<Clock::time_point()> m_now;
+    Clock::time_point m_startTime;
     bool m_isOver = false;
 };
 
