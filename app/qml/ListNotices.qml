@@ -42,6 +42,7 @@ ColumnLayout {
     }
     Notice {
         id: tokenNotice
+        objectName: "tokenNotice"
         text: notices.token.storeId && !notices.token.present
             ? qsTrId("trivex-app-token-removed-text") : notices.token.pinText
         level: notices.token.locked || notices.token.lastTry ? 3 : 2
