@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "certificates/keystoreentry.h"
+#include "qca/base/bounds.h"
 #include "tests/app/filedrequest.h"
 #include "tests/app/rowsource.h"
 #include "tests/support/testcertificates.h"
@@ -58,6 +59,7 @@ private Q_SLOTS:
     void tokenIsGone();
     void whatIsThereIsDone();
     void oneUndoAtATime();
+    void readsToTheBoundOnly();
 
 private:
     QString add(const QString &name);
@@ -269,6 +271,20 @@ void TestRemovalUndo::oneUndoAtATime()
     QVERIFY(QFile::exists(one));
     QCOMPARE(m_undo->count(), 0);
     QVERIFY(!m_undo->isRunning());
+}
+
+/// What can't be read whole can't be written back.
+void TestRemovalUndo::readsToTheBoundOnly()
+{
+    const QString path = add(QStringLiteral("filled"));
+    QVERIFY(QFile::resize(path, MaxFileBytes + 1));
+    m_undo->note(m_entries.get(), path);
+    QCOMPARE(m_undo->count(), 0);
+    QVERIFY(QFile::resize(path, MaxFileBytes));
+    remove(path);
+    QCOMPARE(m_undo->count(), 1);
+    QVERIFY(undo());
+    QCOMPARE(QFileInfo(path).size(), qint64(MaxFileBytes));
 }
 
 QTEST_GUILESS_MAIN(TestRemovalUndo)

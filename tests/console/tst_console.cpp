@@ -77,6 +77,7 @@ private Q_SLOTS:
     void tellsWhatItCannotShow();
     void readsToTheBoundOnly_data();
     void readsToTheBoundOnly();
+    void readsPasswordFileToTheBoundOnly();
     void showsTheOthers();
     void signsAndVerifies_data();
     void signsAndVerifies();
@@ -301,6 +302,27 @@ void TestConsole::readsToTheBoundOnly()
         QVERIFY2(isRead || outcome.complained.contains(reason), outcome.complained.constData());
         QVERIFY(isRead || outcome.code == 1);
     }
+}
+
+// Only the first line counts, but a file above the bound is not the one that was meant.
+void TestConsole::readsPasswordFileToTheBoundOnly()
+{
+    constexpr int Bound = 16 * 1024 * 1024;
+    const QString bundle = m_authority->bundle(
+        {QStringLiteral("-algorithm"), QStringLiteral("RSA")}, QStringLiteral("/CN=Bundled"),
+        QStringLiteral("secret"), QStringLiteral("friend"));
+    const QString file = path(QStringLiteral("long-password"));
+    const QByteArray line = "secret\n";
+    for (const int size : {Bound, Bound + 1}) {
+        QVERIFY(write(file, line + QByteArray(size - line.size(), '\n')));
+        const Outcome outcome =
+            run({QStringLiteral("--show"), QStringLiteral("--password-file"), file, bundle});
+        const bool isRead = size == Bound;
+        QCOMPARE(outcome.code, isRead ? 0 : 1);
+        QVERIFY2(outcome.said.contains("Bundled") == isRead, outcome.said.constData());
+        QVERIFY2(outcome.complained.isEmpty() == isRead, outcome.complained.constData());
+    }
+    QFile::remove(file);
 }
 
 void TestConsole::showsTheOthers()

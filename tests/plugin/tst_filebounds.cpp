@@ -18,6 +18,7 @@
 #include "tools/certificatefile.h"
 #include "tools/documentverifier.h"
 #include "tools/listfolder.h"
+#include "tools/rowentry.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -279,6 +280,20 @@ void TestFileBounds::requestFolder()
     QVERIFY(QFile::rename(file(QStringLiteral("2.csr")), folder + QStringLiteral("2.csr")));
     expected.insert(1, QStringLiteral("2.csr"));
     QTRY_COMPARE_WITH_TIMEOUT(files(), expected, Patience);
+    // A row's encoding is read when it is asked for, and the file may have grown by then.
+    const auto encodings = [&model] {
+        QList<QByteArray> all;
+        for (int row = 0; row < model.rowCount(); ++row) {
+            const QByteArray der =
+                rowEncoding(model, row, -1, CertificateRequestModel::CertificateRole).der;
+            if (!der.isEmpty())
+                all.append(der);
+        }
+        return all;
+    };
+    QCOMPARE(encodings().size(), 2);
+    QVERIFY(QFile::resize(folder + QStringLiteral("2.csr"), MaxFileBytes + 1));
+    QCOMPARE(encodings().size(), 1);
 }
 
 void TestFileBounds::userFolder()
