@@ -384,7 +384,10 @@ bool showPage(WindowDriver &driver, const SampleData &data, const QString &page)
     const bool mayBeEmpty = page == QLatin1String("others") || page == QLatin1String("system");
     if (!mayBeEmpty && !driver.waitFor([&] { return driver.rowCount() > 0; }))
         return false;
-    if (page == QLatin1String("details") || page == QLatin1String("requests"))
+    // The path is worked out behind the page, and its rows are controls.
+    if (page == QLatin1String("details"))
+        return openRow() && driver.waitForItem(QStringLiteral("chainStep0"));
+    if (page == QLatin1String("requests"))
         return openRow();
     if (page == QLatin1String("edit"))
         return openRow() && driver.click(QStringLiteral("editButton"));
