@@ -74,7 +74,13 @@ Card {
         Accessible.role: Accessible.List
         Accessible.name: qsTrId("trivex-app-chain-steps")
         Repeater {
+            id: steps
             model: view.chain ? view.chain.steps : null
+            // A path that became shorter leaves the keys at its end.
+            onItemRemoved: {
+                if (item.activeFocus && index > 0)
+                    steps.itemAt(index - 1).forceActiveFocus(Qt.OtherFocusReason)
+            }
             ChainStepRow {
                 objectName: "chainStep" + index
                 name: model.name

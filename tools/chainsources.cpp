@@ -37,7 +37,11 @@ ChainSources::ChainSources(EntryModel *entries)
     connect(&m_idle, &QTimer::timeout, this, &ChainSources::readAhead);
     m_announce.setSingleShot(true);
     m_announce.setInterval(SettleMs);
-    connect(&m_announce, &QTimer::timeout, this, &ChainSources::changed);
+    // More rows may have come since: their end is told, and until then what was found stands.
+    connect(&m_announce, &QTimer::timeout, this, [this] {
+        if (isComplete())
+            Q_EMIT changed();
+    });
     connect(&m_lists, &ListFolder::changed, this, &ChainSources::takeLists);
     connect(entries, &QAbstractItemModel::rowsInserted, this,
             [this](const QModelIndex &, int first, int last) { insert(first, last); });

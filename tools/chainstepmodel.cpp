@@ -5,6 +5,8 @@
 #include "qca/base/plaintext.h"
 #include "tools/chaintexts.h"
 
+#include <algorithm>
+
 namespace Trivex {
 
 namespace {
@@ -85,10 +87,24 @@ QVariant ChainStepModel::value(int row, int role) const
 
 void ChainStepModel::setSteps(const QVector<ChainStep> &steps)
 {
-    beginResetModel();
-    m_steps = steps;
-    endResetModel();
-    Q_EMIT countChanged();
+    // Rows that stay keep what is shown for them, and with it the keys of who is there.
+    const int before = m_steps.size();
+    const int kept = qMin(before, steps.size());
+    if (before > kept) {
+        beginRemoveRows({}, kept, before - 1);
+        m_steps.resize(kept);
+        endRemoveRows();
+    }
+    std::copy_n(steps.cbegin(), kept, m_steps.begin());
+    if (kept > 0)
+        Q_EMIT dataChanged(index(0), index(kept - 1));
+    if (steps.size() > kept) {
+        beginInsertRows({}, kept, steps.size() - 1);
+        m_steps = steps;
+        endInsertRows();
+    }
+    if (steps.size() != before)
+        Q_EMIT countChanged();
 }
 
 } // namespace Trivex

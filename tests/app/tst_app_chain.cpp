@@ -27,6 +27,7 @@ private Q_SLOTS:
     void stepByMouse();
     void stepOfAnotherPath();
     void stepByKeyboard();
+    void keysStayOnTheirStep();
     void forAPurpose();
     void listIsImportedAndRemoved();
     void ofAFile();
@@ -189,6 +190,31 @@ void TestAppChain::stepByKeyboard()
              QStringLiteral("Chain Root"));
     m_window->key(Qt::Key_Escape);
     QVERIFY(m_steps->waitClosed("stepDialog"));
+}
+
+// The path is found anew while somebody goes through it by keyboard.
+void TestAppChain::keysStayOnTheirStep()
+{
+    QVERIFY(waitBadge("trivex-app-chain-good"));
+    const auto focused = [&] {
+        const QQuickItem *item = m_window->window()->activeFocusItem();
+        return item ? item->objectName() : QString();
+    };
+    QQuickItem *step = m_window->item(QStringLiteral("chainStep2"));
+    QVERIFY(step);
+    step->forceActiveFocus(Qt::TabFocusReason);
+    // Its step goes: the one before has the keys, and keeps them.
+    QVERIFY(QFile::remove(userFile(QStringLiteral("root.pem"))));
+    QVERIFY(waitBadge("trivex-app-chain-unknown"));
+    QCOMPARE(focused(), QStringLiteral("chainStep1"));
+    QVERIFY(keep("root.pem", certificatePem(m_root.der())));
+    QVERIFY(waitBadge("trivex-app-chain-good"));
+    QCOMPARE(focused(), QStringLiteral("chainStep1"));
+    QVERIFY(keep("list.crl", list(m_middle, {{&m_leaf, -3, CRL_REASON_KEY_COMPROMISE}})));
+    QVERIFY(waitBadge("trivex-app-chain-bad"));
+    QCOMPARE(focused(), QStringLiteral("chainStep1"));
+    QCOMPARE(m_window->item(QStringLiteral("chainStep0"))->property("word").toString(),
+             qtTrId("trivex-app-chain-bad"));
 }
 
 // What it is to be used for is chosen, and forgotten with the certificate.
