@@ -4,6 +4,7 @@
 
 #include "qca/tokens/rememberedtokens.h"
 
+#include <QFileInfo>
 #include <QSettings>
 
 namespace Trivex {
@@ -11,6 +12,16 @@ namespace Trivex {
 namespace {
 
 const QString Key = QStringLiteral("rememberTokens");
+
+/// Reads the file anew when another process has changed it. The names of the application are those
+/// of now: a token's thread must not ask the application for them.
+RememberedSetting storedSetting(const QSettings &settings)
+{
+    return [format = settings.format(), scope = settings.scope(),
+            organization = settings.organizationName(), application = settings.applicationName()] {
+        return QSettings(format, scope, organization, application).value(Key, false).toBool();
+    };
+}
 
 } // namespace
 
@@ -21,7 +32,14 @@ RememberedTokens::RememberedTokens(QObject *parent)
 
 void RememberedTokens::apply()
 {
-    setTokensRemembered(QSettings().value(Key, false).toBool());
+    const QSettings settings;
+    const bool on = settings.value(Key, false).toBool();
+    setRememberedSetting(storedSetting(settings));
+    setTokensRemembered(on);
+    // The process in which it was switched off may have ended first, or another one was writing.
+    // Who has never chosen leaves alone what other programs of the user keep.
+    if (!on && settings.contains(Key) && QFileInfo::exists(rememberedTokensDirectory()))
+        forgetTokens();
 }
 
 bool RememberedTokens::isOn() const

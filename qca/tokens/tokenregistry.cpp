@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "qca/tokens/tokenregistry.h"
 
-#include "qca/tokens/rememberedtokens.h"
-
+#include "qca/base/detachedwork.h"
 #include "qca/keys/keys.h"
+#include "qca/tokens/rememberedtokens.h"
 
 #include <QHash>
 
@@ -217,8 +217,11 @@ void cancelTokenTask(const CancellationPtr &task)
 
 void forgetTokens()
 {
+    // A provider that is writing a file at the moment has to be waited for.
     if (TokenBackend *backend = TokenHub::instance().currentBackend())
         backend->forgetTokens();
+    else
+        startDetached([] { removeRememberedTokens(rememberedTokensDirectory()); });
 }
 
 void TokenMonitor::cancel(const QString &keyStoreId)

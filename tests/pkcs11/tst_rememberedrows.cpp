@@ -10,6 +10,8 @@
 #include "tools/rememberedtokens.h"
 
 #include <QDir>
+#include <QFileInfo>
+#include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
@@ -23,6 +25,14 @@ namespace {
 
 const QString StoreName = QStringLiteral("Remembered");
 const QString Provider = QStringLiteral("qca-norvel-pkcs11");
+
+/// Those of an application that has none yet.
+void useSettings(const QString &application)
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("Trivex"));
+    QCoreApplication::setApplicationName(application);
+}
+
 /// The reading of the token can't begin before the next orders.
 const QByteArray NoReading = QByteArrayLiteral("hold C_FindObjectsInit 1\n");
 
@@ -53,6 +63,9 @@ private Q_SLOTS:
     void nothingThatALoginShows();
     void switchedOffAgain();
     void switchOfTheUser();
+    void oldOnesGoAtTheStart();
+    void switchedOffWithoutProvider();
+    void switchedOffInAnotherProcess();
 
 private:
     void remember(bool on);
@@ -113,7 +126,7 @@ void TestRememberedRows::remember(bool on)
 bool TestRememberedRows::startRemembering()
 {
     // Its file is of this start then.
-    QDir(Trivex::TokenCache::defaultDirectory()).removeRecursively();
+    QDir(Trivex::rememberedTokensDirectory()).removeRecursively();
     m_qca = std::make_unique<QCA::Initializer>();
     remember(true);
     m_prompt = std::make_unique<PinPrompt>(TestToken::pin());
@@ -128,13 +141,13 @@ bool TestRememberedRows::startRemembering()
 
 bool TestRememberedRows::keeps(const QByteArray &der) const
 {
-    QFile file(Trivex::TokenCache::defaultDirectory() + QLatin1Char('/') + files().value(0));
+    QFile file(Trivex::rememberedTokensDirectory() + QLatin1Char('/') + files().value(0));
     return file.open(QIODevice::ReadOnly) && file.readAll().contains(der);
 }
 
 QStringList TestRememberedRows::files() const
 {
-    return QDir(Trivex::TokenCache::defaultDirectory()).entryList({QStringLiteral("*.rows")});
+    return QDir(Trivex::rememberedTokensDirectory()).entryList({QStringLiteral("*.rows")});
 }
 
 bool TestRememberedRows::takeOut()
@@ -172,8 +185,7 @@ void TestRememberedRows::offUnlessSwitchedOn()
     QCOMPARE(const_cast<QCA::Provider *>(provider)->defaultConfig().value(
                  QStringLiteral("remember_tokens")),
              QVariant(false));
-    QCOMPARE(Trivex::TokenCache::defaultDirectory(),
-             m_home.filePath(QStringLiteral("trivex/tokens")));
+    QCOMPARE(Trivex::rememberedTokensDirectory(), m_home.filePath(QStringLiteral("trivex/tokens")));
 }
 
 void TestRememberedRows::rowsComeBeforeTheReading()
@@ -355,8 +367,7 @@ void TestRememberedRows::switchedOffAgain()
 void TestRememberedRows::switchOfTheUser()
 {
     remember(false);
-    QCoreApplication::setOrganizationName(QStringLiteral("Trivex"));
-    QCoreApplication::setApplicationName(QStringLiteral("switch"));
+    useSettings(QStringLiteral("switch"));
     Trivex::RememberedTokens::apply();
     Trivex::RememberedTokens user;
     QVERIFY(!user.isOn());
@@ -376,6 +387,58 @@ void TestRememberedRows::switchOfTheUser()
     QTRY_VERIFY_WITH_TIMEOUT(files().isEmpty(), 30000);
     Trivex::RememberedTokens::apply();
     QVERIFY(!user.isOn());
+}
+
+/// Also where nothing is remembered any longer.
+void TestRememberedRows::oldOnesGoAtTheStart()
+{
+    cleanup();
+    QFile file(Trivex::rememberedTokensDirectory() + QLatin1Char('/') + files().value(0));
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QVERIFY(
+        file.setFileTime(QDateTime::currentDateTimeUtc().addDays(-Trivex::TokenCache::MostDays - 1),
+                         QFileDevice::FileModificationTime));
+    file.close();
+    m_qca = std::make_unique<QCA::Initializer>();
+    remember(false);
+    m_stores = std::make_unique<Stores>();
+    QVERIFY(m_stores->waitFor(StoreName, 30000));
+    QTRY_VERIFY_WITH_TIMEOUT(files().isEmpty(), 30000);
+}
+
+/// A page that has no key stores removes the files all the same, and the next start does what was
+/// not done.
+void TestRememberedRows::switchedOffWithoutProvider()
+{
+    const QString directory = Trivex::rememberedTokensDirectory();
+    useSettings(QStringLiteral("without"));
+    cleanup();
+    QCOMPARE(files().size(), 1);
+    Trivex::RememberedTokens user;
+    user.setOn(true);
+    QCOMPARE(files().size(), 1);
+    user.setOn(false);
+    QTRY_VERIFY_WITH_TIMEOUT(!QFileInfo::exists(directory), 30000);
+    QVERIFY(QDir().mkpath(directory));
+    Trivex::RememberedTokens::apply();
+    QTRY_VERIFY_WITH_TIMEOUT(!QFileInfo::exists(directory), 30000);
+}
+
+void TestRememberedRows::switchedOffInAnotherProcess()
+{
+    useSettings(QStringLiteral("processes"));
+    Trivex::RememberedTokens::apply();
+    Trivex::RememberedTokens user;
+    user.setOn(true);
+    QVERIFY(Trivex::tokensAreStillRemembered());
+    // As another process writes it: this one is told of nothing.
+    QFile file(QSettings().fileName());
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    QVERIFY(file.write("[General]\nrememberTokens=false\n") > 0);
+    file.close();
+    QVERIFY(Trivex::tokensAreRemembered());
+    QVERIFY(!Trivex::tokensAreStillRemembered());
+    user.setOn(false);
 }
 
 QTEST_GUILESS_MAIN(TestRememberedRows)

@@ -7,6 +7,7 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -39,6 +40,8 @@ private Q_SLOTS:
     void boundsOfTheFiles();
     void largeTokensAreLeftOut();
     void oldOnesGo();
+    void switchedOffElsewhere();
+    void switchedOffWhileWriting();
     void nothingButRowsIsRemoved();
     void linksAreNotFollowed();
     void marks();
@@ -246,6 +249,50 @@ void TestTokenCache::oldOnesGo()
     cache.write(other, m_objects);
     QVERIFY(!cache.read(Key));
     QVERIFY(cache.read(other));
+    // Nothing has to be written for it, nor has it to be on.
+    QVERIFY(age(onlyFile(), TokenCache::MostDays + 1));
+    cache.setOn(false);
+    cache.removeOld();
+    QVERIFY(files().isEmpty());
+}
+
+/// Another process has stored that nothing is to be kept.
+void TestTokenCache::switchedOffElsewhere()
+{
+    const auto reset = qScopeGuard([] {
+        setTokensRemembered(false);
+        setRememberedSetting({});
+    });
+    bool stored = true;
+    setTokensRemembered(true);
+    setRememberedSetting([&] { return stored; });
+    TokenCache cache(path());
+    cache.write(Key, m_objects);
+    QCOMPARE(files().size(), 1);
+    stored = false;
+    cache.clear();
+    cache.write(Key, m_objects);
+    QVERIFY(!QFileInfo::exists(path()));
+    // The provider's own setting is beside it.
+    cache.setOn(true);
+    cache.write(Key, m_objects);
+    QCOMPARE(files().size(), 1);
+}
+
+/// It is switched off between the first look at the setting and the file.
+void TestTokenCache::switchedOffWhileWriting()
+{
+    const auto reset = qScopeGuard([] {
+        setTokensRemembered(false);
+        setRememberedSetting({});
+    });
+    int asked = 0;
+    setTokensRemembered(true);
+    setRememberedSetting([&] { return ++asked == 1; });
+    TokenCache cache(path());
+    cache.write(Key, m_objects);
+    QVERIFY(asked > 1);
+    QVERIFY(files().isEmpty());
 }
 
 void TestTokenCache::nothingButRowsIsRemoved()

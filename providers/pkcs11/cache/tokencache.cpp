@@ -7,7 +7,6 @@
 #include <QCryptographicHash>
 #include <QDateTime>
 #include <QDir>
-#include <QStandardPaths>
 
 #include <utility>
 
@@ -16,15 +15,12 @@ namespace Trivex {
 namespace {
 
 constexpr QFile::Permissions OwnerOnly = QFile::ReadOwner | QFile::WriteOwner;
-const QString Rows = QStringLiteral("*.rows");
-/// What an `AtomicFile` leaves behind when its process is killed.
-const QString Parts = QStringLiteral(".trivex-*.part");
 
 /// Newest first.
-QFileInfoList filesIn(const QString &directory, const QStringList &patterns)
+QFileInfoList filesIn(const QString &directory)
 {
-    return QDir(directory).entryInfoList(patterns, QDir::Files | QDir::System | QDir::Hidden,
-                                         QDir::Time);
+    return QDir(directory).entryInfoList({QStringLiteral("*.rows")},
+                                         QDir::Files | QDir::System | QDir::Hidden, QDir::Time);
 }
 
 /// Empty for what is no file of its own kind: a link leads elsewhere, and a pipe has no end.
@@ -56,12 +52,6 @@ TokenCache::TokenCache(QString directory)
 {
 }
 
-QString TokenCache::defaultDirectory()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation)
-        + QStringLiteral("/trivex/tokens");
-}
-
 QString TokenCache::pathOf(const QString &storeId) const
 {
     // A label may hold anything, and the names of files tell nobody whose token was here.
@@ -79,7 +69,7 @@ std::optional<TokenObjects> TokenCache::read(const RowKey &key) const
 void TokenCache::write(const RowKey &key, const TokenObjects &objects)
 {
     const std::lock_guard lock(m_mutex);
-    if (!isOn())
+    if (!isStillOn())
         return;
     const QString path = pathOf(key.storeId);
     const QByteArray rows = packRows(key, objects);
@@ -91,15 +81,28 @@ void TokenCache::write(const RowKey &key, const TokenObjects &objects)
         // Replaces whatever stands under that name, a link too.
         writeAtomically(path, rows, true, FileReaders::Owner);
     }
-    removeOld();
+    // Whoever has switched it off meanwhile may have removed the files before this one came.
+    if (!isStillOn())
+        QFile::remove(path);
+    removeOldFiles();
 }
 
-void TokenCache::removeOld() const
+void TokenCache::removeOld() noexcept
+{
+    const std::lock_guard lock(m_mutex);
+    try {
+        removeOldFiles();
+    } catch (const std::exception &) {
+        // Out of memory: the next start does it.
+    }
+}
+
+void TokenCache::removeOldFiles() const
 {
     const QDateTime oldest = QDateTime::currentDateTimeUtc().addDays(-MostDays);
     int kept = 0;
     qint64 bytes = 0;
-    const QFileInfoList files = filesIn(m_directory, {Rows});
+    const QFileInfoList files = filesIn(m_directory);
     for (const QFileInfo &file : files) {
         bytes += file.size();
         if (++kept > MostTokens || bytes > MostBytes || file.lastModified() < oldest)
@@ -116,10 +119,7 @@ void TokenCache::forget(const QString &storeId)
 void TokenCache::clear()
 {
     const std::lock_guard lock(m_mutex);
-    const QFileInfoList files = filesIn(m_directory, {Rows, Parts});
-    for (const QFileInfo &file : files)
-        QFile::remove(file.filePath());
-    QDir().rmdir(m_directory);
+    removeRememberedTokens(m_directory);
 }
 
 } // namespace Trivex

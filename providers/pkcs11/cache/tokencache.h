@@ -22,9 +22,7 @@ public:
     /// A token that was not seen for so long is forgotten.
     static constexpr int MostDays = 30;
 
-    /// "trivex/tokens" in the user's cache directory (XDG Base Directory Specification).
-    static QString defaultDirectory();
-    explicit TokenCache(QString directory = defaultDirectory());
+    explicit TokenCache(QString directory = rememberedTokensDirectory());
 
     // They never wait. It is on, too, while `tokensAreRemembered`.
     void setOn(bool on) { m_isOn = on; }
@@ -33,16 +31,20 @@ public:
     /// What the token showed to anybody when it was read last. Nothing when it has changed since,
     /// as far as its mark tells, and when the file is damaged.
     std::optional<TokenObjects> read(const RowKey &key) const;
-    /// Replaces what is there. `objects` must hold nothing that only a login shows.
+    /// Replaces what is there, unless another process has switched it off for the user meanwhile
+    /// (`tokensAreStillRemembered`). `objects` must hold nothing that only a login shows.
     void write(const RowKey &key, const TokenObjects &objects);
     /// Forgets one token, whether it is switched on or not.
     void forget(const QString &storeId);
+    /// Forgets the tokens that were not seen for `MostDays`, whether it is switched on or not.
+    void removeOld() noexcept;
     /// Forgets all of them, whether it is switched on or not.
     void clear();
 
 private:
     QString pathOf(const QString &storeId) const;
-    void removeOld() const;
+    bool isStillOn() const { return m_isOn || tokensAreStillRemembered(); }
+    void removeOldFiles() const;
 
     const QString m_directory;
     mutable std::mutex m_mutex;

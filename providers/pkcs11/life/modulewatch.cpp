@@ -96,6 +96,8 @@ void ModuleWatch::start()
     m_worker.post([state = m_state] {
         look(*state);
         state->scan.fulfil(QStringLiteral("first look"));
+        // Of tokens that come no more, and where nothing is remembered any longer.
+        state->tokens.rows().removeOld();
     });
 }
 
