@@ -23,6 +23,7 @@ public:
     QCA::PrivateKey findPrivateKey(const QString &, const QCA::PublicKey &) override { return {}; }
     QCA::PrivateKey keyOfId(const QString &, const QString &) override { return {}; }
     void takeLook(const QString &) override { }
+    void forgetTokens() override { }
     void cancelOperation(const QString &) override { }
 
     bool startChange(const QString &, const Trivex::StoreChange &,

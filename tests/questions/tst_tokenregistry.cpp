@@ -45,6 +45,7 @@ public:
 
     QCA::PrivateKey keyOfId(const QString &, const QString &) override { return {}; }
     void takeLook(const QString &) override { }
+    void forgetTokens() override { }
     void cancelOperation(const QString &keyStoreId) override
     {
         ++cancelled;
