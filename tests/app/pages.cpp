@@ -385,8 +385,11 @@ bool showPage(WindowDriver &driver, const SampleData &data, const QString &page)
     if (!mayBeEmpty && !driver.waitFor([&] { return driver.rowCount() > 0; }))
         return false;
     // The path is worked out behind the page, and its rows are controls.
-    if (page == QLatin1String("details"))
+    const auto openDetails = [&] {
         return openRow() && driver.waitForItem(QStringLiteral("chainStep0"));
+    };
+    if (page == QLatin1String("details"))
+        return openDetails();
     if (page == QLatin1String("requests"))
         return openRow();
     if (page == QLatin1String("edit"))
@@ -418,7 +421,7 @@ bool showPage(WindowDriver &driver, const SampleData &data, const QString &page)
     if (page == QLatin1String("error"))
         showErrorDialog(driver);
     if (page == QLatin1String("remove"))
-        return openRow() && driver.click(QStringLiteral("removeButton"));
+        return openDetails() && driver.click(QStringLiteral("removeButton"));
     return true;
 }
 
