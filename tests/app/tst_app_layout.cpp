@@ -324,10 +324,14 @@ void TestAppLayout::usualTextComesBack()
     const auto buttons = [&] {
         QStringList places;
         visitItems(m_window->window()->contentItem(), [&](QQuickItem *item) {
+            if (!item->inherits("QQuickAbstractButton"))
+                return;
             const QRectF now = place(item);
-            if (item->inherits("QQuickAbstractButton"))
-                places += describeItem(item)
-                    + QStringLiteral(" %1x%2").arg(now.width()).arg(now.height());
+            const QString button =
+                describeItem(item) + QStringLiteral(" %1x%2").arg(now.width()).arg(now.height());
+            // How many rows the list has made has nothing to do with the size of texts.
+            if (!button.contains(QLatin1String("in certificateList")) || !places.contains(button))
+                places += button;
         });
         return places;
     };
