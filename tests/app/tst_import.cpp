@@ -4,6 +4,7 @@
 #include "qca/questions/cancellationscope.h"
 #include "qca/tokens/tokenregistry.h"
 #include "qca/tokens/userstore.h"
+#include "tests/support/quietbackend.h"
 #include "tests/support/testcertificates.h"
 #include "tools/certificateimport.h"
 
@@ -31,15 +32,8 @@ public:
 const QString TokenId = QStringLiteral("token");
 
 /// Notes what is to be written, and says that it was where it is not told to wait.
-class Tokens : public TokenBackend {
+class Tokens : public TrivexTest::QuietBackend {
 public:
-    Tokens() { setTokenBackend(this); }
-    ~Tokens() override { setTokenBackend(nullptr); }
-
-    QCA::PrivateKey findPrivateKey(const QString &, const QCA::PublicKey &) override { return {}; }
-    QCA::PrivateKey keyOfId(const QString &, const QString &) override { return {}; }
-    void takeLook(const QString &) override { }
-    void cancelOperation(const QString &) override { }
     bool startChange(const QString &storeId, const StoreChange &change,
                      StoreChangeDone done) override
     {
@@ -52,16 +46,6 @@ public:
             end(true);
         return true;
     }
-    CancellationPtr startAdministration(const QString &, TokenAdministration,
-                                        TokenAdministrationDone) override
-    {
-        return {};
-    }
-    CancellationPtr startExtraction(const QString &, const QByteArray &, ExtractionDone) override
-    {
-        return {};
-    }
-    void forgetTokens() override { }
     void cancelTask(const CancellationPtr &cancelledTask) override
     {
         cancelled += cancelledTask == task ? 1 : 0;

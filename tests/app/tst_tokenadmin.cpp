@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "qca/tokens/tokenregistry.h"
+#include "tests/support/quietbackend.h"
 #include "tools/tokenadmin.h"
 
 #include <QSignalSpy>
@@ -15,19 +16,8 @@ namespace {
 const QString TokenId = QStringLiteral("token");
 
 /// Notes what it is asked to do, and does nothing.
-class Tokens : public TokenBackend {
+class Tokens : public TrivexTest::QuietBackend {
 public:
-    Tokens() { setTokenBackend(this); }
-    ~Tokens() override { setTokenBackend(nullptr); }
-
-    QCA::PrivateKey findPrivateKey(const QString &, const QCA::PublicKey &) override { return {}; }
-    QCA::PrivateKey keyOfId(const QString &, const QString &) override { return {}; }
-    void takeLook(const QString &) override { }
-    void cancelOperation(const QString &) override { }
-    bool startChange(const QString &, const StoreChange &, StoreChangeDone) override
-    {
-        return false;
-    }
     CancellationPtr startAdministration(const QString &storeId, TokenAdministration wanted,
                                         TokenAdministrationDone done) override
     {
@@ -37,12 +27,6 @@ public:
         pending = std::move(done);
         return std::make_shared<Cancellation>();
     }
-    CancellationPtr startExtraction(const QString &, const QByteArray &, ExtractionDone) override
-    {
-        return {};
-    }
-    void cancelTask(const CancellationPtr &) override { }
-    void forgetTokens() override { }
 
     void end(TokenError::Kind kind)
     {

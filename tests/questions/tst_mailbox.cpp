@@ -3,6 +3,7 @@
 #include "qca/adapter/storewriter.h"
 #include "qca/questions/mailbox.h"
 #include "qca/tokens/tokenregistry.h"
+#include "tests/support/quietbackend.h"
 
 #include <QtTest>
 
@@ -15,34 +16,14 @@ using Trivex::StoreWriter;
 namespace {
 
 /// Takes every change, and has done it when `startChange` returns.
-class QuickBackend : public Trivex::TokenBackend {
+class QuickBackend : public TrivexTest::QuietBackend {
 public:
-    QuickBackend() { Trivex::setTokenBackend(this); }
-    ~QuickBackend() override { Trivex::setTokenBackend(nullptr); }
-
-    QCA::PrivateKey findPrivateKey(const QString &, const QCA::PublicKey &) override { return {}; }
-    QCA::PrivateKey keyOfId(const QString &, const QString &) override { return {}; }
-    void takeLook(const QString &) override { }
-    void forgetTokens() override { }
-    void cancelOperation(const QString &) override { }
-
     bool startChange(const QString &, const Trivex::StoreChange &,
                      Trivex::StoreChangeDone done) override
     {
         std::thread([&done] { done({true, QStringLiteral("entry")}); }).join();
         return true;
     }
-    Trivex::CancellationPtr startAdministration(const QString &, Trivex::TokenAdministration,
-                                                Trivex::TokenAdministrationDone) override
-    {
-        return {};
-    }
-    Trivex::CancellationPtr startExtraction(const QString &, const QByteArray &,
-                                            Trivex::ExtractionDone) override
-    {
-        return {};
-    }
-    void cancelTask(const Trivex::CancellationPtr &) override { }
 };
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "qca/questions/questionnotifier.h"
 #include "qca/tokens/tokenregistry.h"
 #include "qca/tokens/tokens.h"
+#include "tests/support/quietbackend.h"
 
 #include <QtTest>
 
@@ -32,20 +33,14 @@ TokenStatus status(const char *id, bool present, bool busy = false)
 }
 
 /// Tells of each cancellation at once, on the thread that asks for it.
-class LoudBackend : public Trivex::TokenBackend {
+class LoudBackend : public TrivexTest::QuietBackend {
 public:
-    LoudBackend() { Trivex::setTokenBackend(this); }
-    ~LoudBackend() override { Trivex::setTokenBackend(nullptr); }
-
     QCA::PrivateKey findPrivateKey(const QString &keyStoreId, const QCA::PublicKey &) override
     {
         tell(keyStoreId);
         return {};
     }
 
-    QCA::PrivateKey keyOfId(const QString &, const QString &) override { return {}; }
-    void takeLook(const QString &) override { }
-    void forgetTokens() override { }
     void cancelOperation(const QString &keyStoreId) override
     {
         ++cancelled;
