@@ -16,6 +16,8 @@ namespace {
 constexpr int Patience = 30000;
 /// A table that found so much is not gone through to its end.
 constexpr int MostProblems = 40;
+/// So many calls of one name meet every fault; those after them a quarter each, by turns.
+constexpr int WholeCalls = 2;
 /// One may be that in which the call began.
 constexpr int EnoughTurns = 2;
 
@@ -207,7 +209,7 @@ QByteArray FaultTable::failuresOf(const FaultFlow &flow)
     m_rows = 0;
     for (auto call = calls.begin(); call != calls.end(); ++call) {
         for (int number = 1; number <= call.value(); ++number) {
-            const auto faults = faultsOf(call.key(), number, turn++, number <= flow.wholeCalls);
+            const auto faults = faultsOf(call.key(), number, turn++, number <= WholeCalls);
             for (const Fault &fault : faults) {
                 ++m_rows;
                 const QByteArray problem = check(flow, call.key(), fault);

@@ -18,8 +18,6 @@ struct FaultFlow {
     QString storeId; ///< of the token that it works on
     int logins = 0; ///< with PINs that nobody was asked for, because the flow had them
     QByteArray first = "session"; ///< the calls of which its first one is one
-    /// So many calls of one name meet every fault; those after them a quarter each, by turns.
-    int wholeCalls = 2;
     /// Whatever the outcome: a PIN may be another one afterwards.
     std::function<void()> repair = [] {};
 };
