@@ -3,6 +3,7 @@
 #include "tests/app/harness.h"
 
 #include "tests/app/looks.h"
+#include "tests/support/processortime.h"
 
 #include <QLocale>
 #include <QMutex>
@@ -10,8 +11,6 @@
 #include <QQmlEngine>
 #include <QStandardPaths>
 #include <QtTest>
-
-#include <ctime>
 
 namespace TrivexTest {
 
@@ -49,9 +48,7 @@ void collect(QtMsgType type, const QMessageLogContext &, const QString &message)
 /// Processor time of this thread in milliseconds.
 qint64 threadTime()
 {
-    timespec now{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return qint64(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
+    return processorTime() / 1000000;
 }
 
 QQuickItem *findVisible(QQuickItem *from, const QString &name)

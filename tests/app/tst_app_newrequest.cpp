@@ -237,6 +237,8 @@ void TestAppNewRequest::kindsByKeyboard_data()
     QTest::addColumn<QString>("wanted");
     QTest::newRow("P-384") << 4 << QStringLiteral("NIST CURVE: P-384");
     QTest::newRow("Ed25519") << 6 << QStringLiteral("ED25519");
+    if (!hasGostEngine())
+        return;
     QTest::newRow("GOST 256") << 7 << QStringLiteral("GOST R 34.10-2012 with 256 bit");
     QTest::newRow("GOST 512") << 8 << QStringLiteral("GOST R 34.10-2012 with 512 bit");
 }
@@ -271,8 +273,6 @@ void TestAppNewRequest::kindsByKeyboard()
     m_window->key(Qt::Key_Return);
     QVERIFY(m_window->waitForItem(QStringLiteral("savedCard")));
     const QString text = shown(requestFile(qPrintable(name + QStringLiteral(".csr"))));
-    if (wanted.startsWith(QLatin1String("GOST")) && text.isEmpty())
-        QSKIP("SKIP the openssl engine gost (libengine-gost-openssl) is not installed");
     QVERIFY2(text.contains(wanted), qPrintable(text));
 }
 

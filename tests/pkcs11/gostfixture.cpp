@@ -5,27 +5,13 @@
 #include "qca/keys/keys.h"
 #include "qca/keys/signaturenumbers.h"
 #include "tests/support/needtokens.h"
+#include "tests/support/testcertificates.h"
 
 #include <QDirIterator>
-#include <QProcess>
 
 #include <openssl/crypto.h>
 
 namespace TrivexTest {
-
-namespace {
-
-bool hasEngine()
-{
-    QProcess process;
-    process.start(QStringLiteral("openssl"),
-                  {QStringLiteral("genpkey"), QStringLiteral("-engine"), QStringLiteral("gost"),
-                   QStringLiteral("-algorithm"), QStringLiteral("gost2012_256"),
-                   QStringLiteral("-pkeyopt"), QStringLiteral("paramset:A")});
-    return process.waitForFinished(10000) && process.exitCode() == 0;
-}
-
-} // namespace
 
 QTestData &newRow(std::initializer_list<const char *> words)
 {
@@ -59,10 +45,8 @@ QByteArray GostFixture::data()
 
 void GostFixture::initTestCase()
 {
-    if (!hasEngine()) {
-        qInfo("SKIP the openssl engine gost (libengine-gost-openssl) is not installed");
+    if (!hasGostEngine())
         QSKIP("the openssl engine gost is not installed");
-    }
     // The engine is for the openssl programs: this process has read its configuration by then.
     OPENSSL_init_crypto(OPENSSL_INIT_LOAD_CONFIG, nullptr);
     TRIVEX_NEED_TOKENS();

@@ -7,15 +7,16 @@
 #include "qca/x509/extensions.h"
 #include "tests/support/allocations.h"
 #include "tests/support/derelement.h"
+#include "tests/support/processortime.h"
 #include "tests/x509/corpus.h"
 
 #include <QSet>
 #include <QtTest>
 
-#include <ctime>
 #include <limits>
 
 using namespace Trivex;
+using TrivexTest::processorTime;
 
 /// What the token provider makes of the certificates on a token, which come as they were written.
 class TestTokenContents : public QObject {
@@ -235,23 +236,15 @@ TokenObjects namesakes(int count)
     return objects;
 }
 
-/// In nanoseconds, without what other programs took.
-qint64 computed()
-{
-    timespec time = {};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return qint64(time.tv_sec) * 1000000000 + time.tv_nsec;
-}
-
 /// What it takes at best, of three times.
 qint64 assembling(int count)
 {
     const TokenObjects objects = namesakes(count);
     qint64 best = std::numeric_limits<qint64>::max();
     for (int i = 0; i < 3; ++i) {
-        const qint64 start = computed();
+        const qint64 start = processorTime();
         assembleContents(objects, QStringLiteral("store"));
-        best = std::min(best, computed() - start);
+        best = std::min(best, processorTime() - start);
     }
     return best;
 }

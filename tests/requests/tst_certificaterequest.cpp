@@ -3,6 +3,7 @@
 #include "keystores/keystoremodel.h"
 #include "requests/certificaterequest.h"
 #include "tests/requests/home.h"
+#include "tests/support/textlist.h"
 
 #include <QMetaEnum>
 #include <QSignalSpy>
@@ -17,14 +18,6 @@ const Home *home = nullptr;
 QString filePath(const QString &name)
 {
     return home->requests().filePath(name);
-}
-
-QStringList list(std::initializer_list<const char *> items)
-{
-    QStringList result;
-    for (const char *item : items)
-        result << QLatin1String(item);
-    return result;
 }
 
 } // namespace

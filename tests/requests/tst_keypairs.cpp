@@ -8,6 +8,7 @@
 #include "requests/certificaterequest.h"
 #include "tests/fakes/provider/fakeprovider.h"
 #include "tests/requests/home.h"
+#include "tests/support/textlist.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -19,14 +20,6 @@ namespace {
 const Home *home = nullptr;
 const QString Pkcs11 = QStringLiteral("qca-norvel-pkcs11");
 const QString Gost = QStringLiteral("qca-norvel-gost");
-
-QStringList list(std::initializer_list<const char *> items)
-{
-    QStringList result;
-    for (const char *item : items)
-        result << QLatin1String(item);
-    return result;
-}
 
 } // namespace
 

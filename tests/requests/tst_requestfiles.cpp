@@ -5,6 +5,7 @@
 #include "qca/base/privatedirectory.h"
 #include "qca/base/requestfiles.h"
 #include "tests/support/standstill.h"
+#include "tests/support/textlist.h"
 
 #include <QDir>
 #include <QProcess>
@@ -152,12 +153,7 @@ void TestRequestFiles::numbers_data()
     QTest::addColumn<QStringList>("taken");
     QTest::addColumn<QString>("wanted");
     QTest::addColumn<QString>("free");
-    const auto list = [](std::initializer_list<const char *> items) {
-        QStringList result;
-        for (const char *item : items)
-            result << QLatin1String(item);
-        return result;
-    };
+    using TrivexTest::list;
     QTest::newRow("free") << QStringList() << "Ivanov.csr"
                           << "Ivanov.csr";
     QTest::newRow("first") << list({"Ivanov.csr"}) << "Ivanov.csr"

@@ -5,6 +5,7 @@
 #include "requests/certificaterequestmodel.h"
 #include "tests/requests/home.h"
 #include "tests/signing/scriptedkey.h"
+#include "tests/support/textlist.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
@@ -47,14 +48,6 @@ QStringList names(const CertificateRequestModel &model)
     QStringList result;
     for (int row = 0; row < model.rowCount(); ++row)
         result << model.data(model.index(row), CertificateRequestModel::NameRole).toString();
-    return result;
-}
-
-QStringList list(std::initializer_list<const char *> items)
-{
-    QStringList result;
-    for (const char *item : items)
-        result << QLatin1String(item);
     return result;
 }
 

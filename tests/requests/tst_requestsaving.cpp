@@ -6,6 +6,7 @@
 #include "tests/requests/home.h"
 #include "tests/signing/scriptedkey.h"
 #include "tests/support/standstill.h"
+#include "tests/support/textlist.h"
 
 #include <QElapsedTimer>
 #include <QProcess>
@@ -55,14 +56,6 @@ QByteArray contents(const QString &file)
     QFile reader(filePath(file));
     reader.open(QIODevice::ReadOnly);
     return reader.readAll();
-}
-
-QStringList list(std::initializer_list<const char *> items)
-{
-    QStringList result;
-    for (const char *item : items)
-        result << QLatin1String(item);
-    return result;
 }
 
 void ignoreMissingKey(const char *fileName)

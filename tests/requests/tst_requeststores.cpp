@@ -12,6 +12,7 @@
 #include "tests/requests/home.h"
 #include "tests/signing/scriptedkey.h"
 #include "tests/support/testcertificates.h"
+#include "tests/support/textlist.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -25,14 +26,6 @@ const Home *home = nullptr;
 QString text(const char *latin)
 {
     return QString::fromLatin1(latin);
-}
-
-QStringList list(std::initializer_list<const char *> items)
-{
-    QStringList result;
-    for (const char *item : items)
-        result << QLatin1String(item);
-    return result;
 }
 
 /// A request for `softwareKey()`.

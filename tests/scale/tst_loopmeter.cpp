@@ -3,11 +3,11 @@
 
 // The meter of standstills itself: what it leaves out must not be the loop's own work.
 #include "tests/support/loopmeter.h"
+#include "tests/support/processortime.h"
 
 #include <QtTest>
 
 #include <atomic>
-#include <ctime>
 #include <thread>
 #include <vector>
 
@@ -15,20 +15,15 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+using TrivexTest::processorTime;
+
 namespace {
 
 constexpr qint64 Work = 200; // ms of a processor
 
-qint64 processorTime()
-{
-    timespec time = {};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return qint64(time.tv_sec) * 1000 + time.tv_nsec / 1000000;
-}
-
 void burn(qint64 ms)
 {
-    const qint64 end = processorTime() + ms;
+    const qint64 end = processorTime() + ms * 1000000;
     while (processorTime() < end) { }
 }
 

@@ -7,6 +7,7 @@
 #include "tests/signing/askedsigner.h"
 #include "tests/signing/pintoken.h"
 #include "tests/support/shortpauses.h"
+#include "tests/support/textlist.h"
 
 #include <QEventLoop>
 #include <QSignalSpy>
@@ -18,14 +19,6 @@ using namespace TrivexTest;
 namespace {
 
 const QByteArray data = "What is signed";
-
-QStringList list(std::initializer_list<const char *> items)
-{
-    QStringList result;
-    for (const char *item : items)
-        result << QLatin1String(item);
-    return result;
-}
 
 /// Returns when an answer that was on its way has met somebody, or nobody.
 void letPass()

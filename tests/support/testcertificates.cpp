@@ -18,6 +18,19 @@ bool writeFile(const QString &path, const QByteArray &contents)
 
 } // namespace
 
+bool hasGostEngine()
+{
+    QProcess process;
+    process.start(QStringLiteral("openssl"),
+                  {QStringLiteral("genpkey"), QStringLiteral("-engine"), QStringLiteral("gost"),
+                   QStringLiteral("-algorithm"), QStringLiteral("gost2012_256"),
+                   QStringLiteral("-pkeyopt"), QStringLiteral("paramset:A")});
+    const bool has = process.waitForFinished(10000) && process.exitCode() == 0;
+    if (!has)
+        qInfo("SKIP GOST: the openssl engine gost (libengine-gost-openssl) is not installed");
+    return has;
+}
+
 TestAuthority::TestAuthority(const QString &commonName)
 {
     const QString key = file(QStringLiteral("ca.key"));

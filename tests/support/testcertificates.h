@@ -9,6 +9,9 @@
 
 namespace TrivexTest {
 
+/// Whether the openssl program has the engine that makes GOST keys; says SKIP when not.
+bool hasGostEngine();
+
 /// A throw-away certification authority over the openssl command line.
 class TestAuthority {
 public:

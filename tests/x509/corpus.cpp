@@ -45,6 +45,15 @@ QList<Certificate> certificates()
     return list;
 }
 
+bool hasGost()
+{
+    const bool has = QFile::exists(path(QStringLiteral("gost-2001.der")));
+    if (!has)
+        qInfo("SKIP the files with GOST keys: the openssl engine gost (libengine-gost-openssl) is "
+              "not installed");
+    return has;
+}
+
 QStringList files()
 {
     QStringList list;

@@ -24,6 +24,9 @@ void prepareEnvironment();
 QString path(const QString &file);
 QByteArray read(const QString &file);
 QList<Certificate> certificates();
+/// Whether there are files with GOST keys, which are made where the openssl engine gost is
+/// installed; says SKIP where there are none.
+bool hasGost();
 /// Every file, those below "crashers" included.
 QStringList files();
 

@@ -59,7 +59,7 @@ void TestBundles::reads_data()
         row(file.constData(), QStringLiteral("secret"), QStringLiteral("Curve %1").arg(curve), 1,
             EllipticCurveKey);
     }
-    if (!QFile::exists(Corpus::path(QStringLiteral("gost-2001.p12"))))
+    if (!Corpus::hasGost())
         return;
     row("gost-2001.p12", QStringLiteral("secret"), QStringLiteral("ГОСТ 2001"), 1, Gost2001Key);
     row("gost-2012-256.p12", QStringLiteral("secret"), QStringLiteral("ГОСТ 2012-256"), 1,

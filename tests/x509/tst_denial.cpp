@@ -8,6 +8,7 @@
 #include "qca/base/bounds.h"
 #include "qca/base/providers.h"
 #include "qca/base/regularfile.h"
+#include "tests/support/processortime.h"
 #include "tests/x509/builtcertificate.h"
 #include "tests/x509/corpus.h"
 
@@ -18,7 +19,6 @@
 #include <functional>
 #include <limits>
 
-#include <ctime>
 #include <sys/stat.h>
 
 using namespace Trivex;
@@ -28,19 +28,11 @@ namespace {
 
 constexpr double Linear = 9; // half way between 4 and 16, as factors go
 
-/// The time that this thread has worked so far, in nanoseconds.
-qint64 worked()
-{
-    timespec now;
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return qint64(now.tv_sec) * 1000000000 + now.tv_nsec;
-}
-
 qint64 timeOf(const std::function<void()> &work)
 {
-    const qint64 before = worked();
+    const qint64 before = processorTime();
     work();
-    return worked() - before;
+    return processorTime() - before;
 }
 
 /// How many times as much `work` has to do for four times the size: 4 where it is linear, 16 where

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "tests/support/testcertificates.h"
 #include "tests/support/testtoken.h"
 
 #include <QDir>
@@ -80,15 +81,8 @@ private:
 
 void TestGostModule::initTestCase()
 {
-    QProcess engine;
-    engine.start(QStringLiteral("openssl"),
-                 {QStringLiteral("genpkey"), QStringLiteral("-engine"), QStringLiteral("gost"),
-                  QStringLiteral("-algorithm"), QStringLiteral("gost2012_256"),
-                  QStringLiteral("-pkeyopt"), QStringLiteral("paramset:A")});
-    if (!engine.waitForFinished(10000) || engine.exitCode() != 0) {
-        qInfo("SKIP the openssl engine gost (libengine-gost-openssl) is not installed");
+    if (!hasGostEngine())
         QSKIP("the openssl engine gost is not installed");
-    }
     m_token = std::make_unique<TestToken>(QStringLiteral("gost"));
     QVERIFY2(m_token->isValid(), qPrintable(m_token->problem()));
     m_token->useInThisProcess();
