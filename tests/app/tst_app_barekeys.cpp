@@ -65,10 +65,7 @@ void TestAppBareKeys::prepare()
     for (const char *label : {"mail", "old", "older", "spare"})
         QVERIFY(make("EC:secp384r1", label[0] == 'm' ? "03" : "04", label));
     QVERIFY(make("EC:secp256r1", "07", "hidden"));
-    QVERIFY(!token
-                 .tool({QStringLiteral("--delete-object"), QStringLiteral("--type"),
-                        QStringLiteral("pubkey"), QStringLiteral("--id"), QStringLiteral("07")})
-                 .isNull());
+    QVERIFY(token.removeObject(QStringLiteral("pubkey"), QStringLiteral("07")));
 }
 
 void TestAppBareKeys::arrive()
@@ -233,10 +230,7 @@ void TestAppBareKeys::certificateTakesTheRow()
         return list->property("currentIndex").toInt() == m_window->rowNamed(QStringLiteral("Mail"));
     }));
     // And back, when another program takes the certificate away.
-    QVERIFY(!m_token.token()
-                 .tool({QStringLiteral("--delete-object"), QStringLiteral("--type"),
-                        QStringLiteral("cert"), QStringLiteral("--id"), QStringLiteral("03")})
-                 .isNull());
+    QVERIFY(m_token.token().removeObject(QStringLiteral("cert"), QStringLiteral("03")));
     QVERIFY(freshToken());
     QVERIFY(m_window->waitFor([this] { return detail() == QLatin1String("mail"); }));
     QVERIFY(m_window->waitFor([&] {

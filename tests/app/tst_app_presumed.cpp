@@ -42,10 +42,7 @@ void TestAppPresumed::prepare()
     QVERIFY(token.writeObject(QStringLiteral("cert"),
                               m_authority.issue(info, QStringLiteral("/CN=Signer")), id,
                               QStringLiteral("signer")));
-    QVERIFY(!token
-                 .tool({QStringLiteral("--delete-object"), QStringLiteral("--type"),
-                        QStringLiteral("pubkey"), QStringLiteral("--id"), id})
-                 .isNull());
+    QVERIFY(token.removeObject(QStringLiteral("pubkey"), id));
 }
 
 void TestAppPresumed::arrive()

@@ -116,12 +116,9 @@ QMap<QByteArray, int> FaultTable::callsOf(const FaultFlow &flow)
     m_orders = startAfresh(flow);
     m_token->control(m_orders);
     m_token->forget();
-    QMap<QByteArray, int> calls;
     if (!flow.run())
-        return calls;
-    const auto all = m_token->calls();
-    for (const QByteArray &call : all)
-        ++calls[call];
+        return {};
+    auto calls = m_token->callCounts();
     flow.restore();
     flow.repair();
     // The looks at the slots come at any time, with a flow or without.

@@ -60,6 +60,15 @@ int FaultyToken::count(const char *function) const
     return calls().count(QByteArray(function));
 }
 
+QMap<QByteArray, int> FaultyToken::callCounts() const
+{
+    QMap<QByteArray, int> counts;
+    const auto all = calls();
+    for (const QByteArray &call : all)
+        ++counts[call];
+    return counts;
+}
+
 int FaultyToken::countText(const char *text) const
 {
     return newLog().count(text);

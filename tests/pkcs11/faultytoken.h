@@ -4,6 +4,8 @@
 
 #include "tests/support/testtoken.h"
 
+#include <QMap>
+
 namespace TrivexTest {
 
 /// A test token behind the faulty module (see tests/fakes/pkcs11), which counts calls and fails on
@@ -23,6 +25,8 @@ public:
     int count(const char *function) const;
     /// All calls since then, by name, in their order.
     QList<QByteArray> calls() const;
+    /// The same: each function that was called, and how often.
+    QMap<QByteArray, int> callCounts() const;
     /// Lines of the log that contain `text`.
     int countText(const char *text) const;
     /// The number behind the last `mark` of the whole log; 0 when there is none.

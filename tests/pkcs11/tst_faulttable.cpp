@@ -5,6 +5,7 @@
 #include "qca/tokens/tokenregistry.h"
 #include "tests/pkcs11/extracted.h"
 #include "tests/pkcs11/faulttable.h"
+#include "tests/pkcs11/storechange.h"
 #include "tests/support/needtokens.h"
 
 #include <atomic>
@@ -142,21 +143,7 @@ QString TestFaultTable::entryId(const QString &name)
 
 bool TestFaultTable::remove(StoreChange::Kind kind, const QString &id)
 {
-    struct Outcome {
-        std::atomic<bool> isOver = false;
-        std::atomic<bool> succeeded = false;
-    };
-    const auto outcome = std::make_shared<Outcome>();
-    StoreChange change;
-    change.kind = kind;
-    change.entryId = id;
-    const bool isKnown = Trivex::startStoreChange(
-        m_store->id(), change, [outcome](const Trivex::StoreChangeResult &result) {
-            outcome->succeeded = result.succeeded;
-            outcome->isOver = true;
-        });
-    return isKnown && QTest::qWaitFor([&] { return outcome->isOver.load(); }, Patience)
-        && outcome->succeeded;
+    return changeStore(m_store->id(), kind, id, Patience);
 }
 
 void TestFaultTable::removeBare(const QString &label)

@@ -176,13 +176,7 @@ QMap<QByteArray, int> TestKill::callsOfWholeFlow()
     restore();
     m_token->control();
     m_token->forget();
-    QMap<QByteArray, int> calls;
-    if (!runFlow().succeeded)
-        return calls;
-    const auto all = m_token->calls();
-    for (const QByteArray &call : all)
-        ++calls[call];
-    return calls;
+    return runFlow().succeeded ? m_token->callCounts() : QMap<QByteArray, int>();
 }
 
 QList<QByteArray> TestKill::orders(const QMap<QByteArray, int> &calls) const

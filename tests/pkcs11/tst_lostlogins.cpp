@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "qca/keys/keys.h"
-#include "qca/tokens/tokens.h"
-#include "tests/pkcs11/tokenfixture.h"
+#include "tests/pkcs11/failurefixture.h"
 #include "tests/support/needtokens.h"
 
 using namespace TrivexTest;
@@ -20,11 +19,11 @@ constexpr int BundleObjects = 4;
 
 /// Logins that end in the middle of an operation: with their session, which a card's reset or a
 /// daemon's restart takes away, or without it.
-class TestLostLogins : public TokenFixture {
+class TestLostLogins : public FailureFixture {
     Q_OBJECT
 public:
     TestLostLogins()
-        : TokenFixture(StoreName)
+        : FailureFixture(StoreName)
     {
     }
 
@@ -62,14 +61,8 @@ private:
     {
         return !generateCurve(QStringLiteral("ec-secp384r1"), QStringLiteral("made")).isNull();
     }
-    TokenError::Kind lastKind() const
-    {
-        return m_errors.isEmpty() ? TokenError::NoError : m_errors.last().kind;
-    }
 
     QCA::KeyBundle m_bundle;
-    TokenMonitor m_monitor;
-    QList<TokenError> m_errors;
 };
 
 void TestLostLogins::initTestCase()
@@ -79,13 +72,8 @@ void TestLostLogins::initTestCase()
     QVERIFY(addSigner());
     // Its public half does not show, and another key's does: nothing tells of it before a login.
     QVERIFY(addKey(QStringLiteral("EC:secp384r1"), QStringLiteral("02"), Hidden));
-    QVERIFY(!m_token->token()
-                 .tool({QStringLiteral("--delete-object"), QStringLiteral("--type"),
-                        QStringLiteral("pubkey"), QStringLiteral("--id"), QStringLiteral("02")})
-                 .isNull());
+    QVERIFY(m_token->token().removeObject(QStringLiteral("pubkey"), QStringLiteral("02")));
     m_token->useInThisProcess();
-    connect(&m_monitor, &TokenMonitor::failed, this,
-            [this](const TokenError &error) { m_errors.append(error); });
     QVERIFY(start(2));
     m_bundle = makeCurveBundle(QStringLiteral("/CN=Bundle"));
     QVERIFY(!m_bundle.isNull());
@@ -97,9 +85,7 @@ void TestLostLogins::init()
     QVERIFY(m_token->replug(m_store->id()));
     QVERIFY(m_stores->waitForEntries(StoreName, 2));
     QVERIFY(signs());
-    m_token->forget();
-    m_prompt->resetCount();
-    m_errors.clear();
+    countAfresh();
 }
 
 void TestLostLogins::cleanup()
@@ -145,7 +131,8 @@ void TestLostLogins::removalOfAPair()
     // Without the issuer's certificate, which is an entry of its own.
     QCOMPARE(objects() - before, succeeded ? 1 : BundleObjects);
     if (!succeeded) {
-        QVERIFY(lastKind() == TokenError::NotLoggedIn || lastKind() == TokenError::DeviceFailure);
+        QVERIFY(lastError().kind == TokenError::NotLoggedIn
+                || lastError().kind == TokenError::DeviceFailure);
         QVERIFY(m_stores->remove(m_store, id));
     }
     QCOMPARE(objects() - before, 1);

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "tests/pkcs11/systemstores.h"
+
 #include <QFile>
 #include <QSet>
 #include <QTemporaryDir>
-#include <QtCrypto>
-#include <QtTest>
 
 #include <algorithm>
 
@@ -36,29 +36,14 @@ void TestMachineRoots::initTestCase()
 
 QList<QByteArray> TestMachineRoots::roots(const QString &provider)
 {
-    const QString tokens = QStringLiteral("qca-norvel-pkcs11");
-    QVariantMap config = QCA::getProviderConfig(tokens);
-    config.insert(QStringLiteral("allow_load_rootca"), true);
-    QCA::setProviderConfig(tokens, config);
-    if (provider.isEmpty())
-        QCA::KeyStoreManager::start();
-    else
-        QCA::KeyStoreManager::start(provider);
-    QCA::KeyStoreManager manager;
-    manager.waitForBusyFinished();
-    // Longer than anybody waits for the other list, and then all entries of the module.
-    QTest::qWait(2000);
-    manager.sync();
+    TrivexTest::listTrustedCertificates();
     QList<QByteArray> found;
-    const QStringList ids = manager.keyStores();
-    for (const QString &id : ids) {
-        QCA::KeyStore store(id, &manager);
-        if (store.type() != QCA::KeyStore::System)
-            continue;
-        const auto entries = store.entryList();
-        for (const QCA::KeyStoreEntry &entry : entries)
-            found += entry.certificate().toDER();
-    }
+    // Longer than anybody waits for the other list, and then all entries of the module.
+    TrivexTest::lookAtSystemStores(
+        provider, 2000, [&found](const QString &, const QList<QCA::KeyStoreEntry> &entries) {
+            for (const QCA::KeyStoreEntry &entry : entries)
+                found += entry.certificate().toDER();
+        });
     return found;
 }
 

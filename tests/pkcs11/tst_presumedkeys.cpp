@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "qca/tokens/tokens.h"
-#include "tests/pkcs11/tokenfixture.h"
+#include "tests/pkcs11/failurefixture.h"
 #include "tests/support/needtokens.h"
 
 using namespace TrivexTest;
@@ -18,11 +17,11 @@ constexpr int Certificates = 6;
 
 /// Tokens without public key objects, as cards and other programs leave them: what is shown before
 /// a login, and what the login makes of it.
-class TestPresumedKeys : public TokenFixture {
+class TestPresumedKeys : public FailureFixture {
     Q_OBJECT
 public:
     TestPresumedKeys()
-        : TokenFixture(StoreName)
+        : FailureFixture(StoreName)
     {
     }
 
@@ -49,8 +48,6 @@ private:
     QString shown() const;
     bool sign(const char *name) const;
 
-    TokenMonitor m_monitor;
-    QList<TokenError> m_errors;
     QString m_storeId;
     QByteArray m_elsewhere;
 };
@@ -61,10 +58,7 @@ bool TestPresumedKeys::addKey(const QString &type, const QString &id, QByteArray
     if (!token.generateKeyPair(type, id, QStringLiteral("key")))
         return false;
     *publicInfo = token.publicKey(id);
-    return !token
-                .tool({QStringLiteral("--delete-object"), QStringLiteral("--type"),
-                       QStringLiteral("pubkey"), QStringLiteral("--id"), id})
-                .isNull();
+    return token.removeObject(QStringLiteral("pubkey"), id);
 }
 
 bool TestPresumedKeys::addCertificate(const QByteArray &der, const QString &id, const char *label)
@@ -111,8 +105,6 @@ void TestPresumedKeys::initTestCase()
     QVERIFY(makeToken());
     QVERIFY(addCertificates());
     m_token->useInThisProcess();
-    connect(&m_monitor, &TokenMonitor::failed, this,
-            [this](const TokenError &error) { m_errors.append(error); });
     QVERIFY(start(Certificates));
     m_storeId = m_store->id();
 }
@@ -121,9 +113,7 @@ void TestPresumedKeys::init()
 {
     QVERIFY(m_token->replug(m_storeId));
     QVERIFY(m_stores->waitForEntries(StoreName, Certificates));
-    m_token->forget();
-    m_prompt->resetCount();
-    m_errors.clear();
+    countAfresh();
 }
 
 QCA::KeyStoreEntry TestPresumedKeys::entry(const char *name) const

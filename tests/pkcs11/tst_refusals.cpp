@@ -3,8 +3,7 @@
 #include "qca/adapter/keygenerator.h"
 #include "qca/keys/keys.h"
 #include "qca/questions/storedanswers.h"
-#include "qca/tokens/tokens.h"
-#include "tests/pkcs11/tokenfixture.h"
+#include "tests/pkcs11/failurefixture.h"
 #include "tests/support/needtokens.h"
 
 #include <QSignalSpy>
@@ -20,11 +19,11 @@ const QString FreshName = QStringLiteral("Fresh");
 } // namespace
 
 /// Tokens that refuse: what is said of it, what is tried once more, and what is never tried.
-class TestRefusals : public TokenFixture {
+class TestRefusals : public FailureFixture {
     Q_OBJECT
 public:
     TestRefusals()
-        : TokenFixture(StoreName)
+        : FailureFixture(StoreName)
     {
     }
 
@@ -48,12 +47,9 @@ private Q_SLOTS:
 
 private:
     QCA::PrivateKey generate(bool rsa, int exponent = 3);
-    TokenError lastError() const;
     int objects() const { return m_token->token().objectCount(); }
 
     QCA::Certificate m_root;
-    Trivex::TokenMonitor m_monitor;
-    QList<TokenError> m_errors;
     int m_finished = 0;
 };
 
@@ -63,8 +59,6 @@ void TestRefusals::initTestCase()
     QVERIFY(makeToken());
     QVERIFY(m_token->token().addTokenWithoutUserPin(FreshName));
     m_token->useInThisProcess();
-    connect(&m_monitor, &Trivex::TokenMonitor::failed, this,
-            [this](const TokenError &error) { m_errors.append(error); });
     QVERIFY(start(0));
     m_root = root();
     QVERIFY(!m_root.isNull());
@@ -73,9 +67,7 @@ void TestRefusals::initTestCase()
 void TestRefusals::init()
 {
     QVERIFY(m_token->replug(m_store->id()));
-    m_token->forget();
-    m_prompt->resetCount();
-    m_errors.clear();
+    countAfresh();
     m_finished = 0;
 }
 
@@ -83,11 +75,6 @@ void TestRefusals::cleanupTestCase()
 {
     if (m_token)
         m_token->control();
-}
-
-TokenError TestRefusals::lastError() const
-{
-    return m_errors.isEmpty() ? TokenError() : m_errors.last();
 }
 
 QCA::PrivateKey TestRefusals::generate(bool rsa, int exponent)

@@ -253,10 +253,7 @@ void TestRememberedRows::rowsThatAreGoneDisappear()
     QVERIFY(m_stores->waitForEntries(StoreName, 3, 30000));
     QTRY_VERIFY_WITH_TIMEOUT(keeps(der), 30000);
     QVERIFY(takeOut());
-    QVERIFY(!m_token->token()
-                 .tool({QStringLiteral("--delete-object"), QStringLiteral("--type"),
-                        QStringLiteral("cert"), QStringLiteral("--id"), QStringLiteral("66")})
-                 .isNull());
+    QVERIFY(m_token->token().removeObject(QStringLiteral("cert"), QStringLiteral("66")));
     QVERIFY(replugHeld());
     QVERIFY(waitForHeldRows(3));
     QVERIFY(release());
@@ -282,9 +279,7 @@ void TestRememberedRows::keysThatAreGoneDoNotSign()
     QTRY_VERIFY_WITH_TIMEOUT(keeps(der), 30000);
     QVERIFY(takeOut());
     for (const char *type : {"cert", "pubkey", "privkey"})
-        m_token->token().tool({QStringLiteral("--delete-object"), QStringLiteral("--type"),
-                               QString::fromLatin1(type), QStringLiteral("--id"),
-                               QStringLiteral("77")});
+        m_token->token().removeObject(QString::fromLatin1(type), QStringLiteral("77"));
     QVERIFY(replugHeld());
     QVERIFY(waitForHeldRows(3));
     const QCA::KeyBundle bundle = m_stores->entry(StoreName, QStringLiteral("away")).keyBundle();

@@ -1,13 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "tests/pkcs11/systemstores.h"
 #include "tests/support/systemlist.h"
 #include "tests/support/testcertificates.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-#include <QtCrypto>
-#include <QtTest>
+
+#include <memory>
 
 using namespace TrivexTest;
 
@@ -27,6 +28,7 @@ private:
     TestAuthority m_first{QStringLiteral("First Root")};
     TestAuthority m_second{QStringLiteral("Second Root")};
     TestAuthority m_added{QStringLiteral("Added Root")};
+    TestAuthority m_known{QStringLiteral("Known, Not Trusted")};
     std::unique_ptr<QCA::Initializer> m_qca;
 };
 
@@ -49,10 +51,7 @@ bool write(const QString &path, const QByteArray &contents)
 void setRoots(const QString &file)
 {
     setSystemList(file);
-    const QString provider = QStringLiteral("qca-norvel-pkcs11");
-    QVariantMap config = QCA::getProviderConfig(provider);
-    config.insert(QStringLiteral("allow_load_rootca"), true);
-    QCA::setProviderConfig(provider, config);
+    listTrustedCertificates();
 }
 
 } // namespace
@@ -61,13 +60,15 @@ void TestTrusted::initTestCase()
 {
     if (!QFile::exists(QStringLiteral(TRIVEX_P11_TRUST)))
         QSKIP("no trust module of p11-kit");
-    QVERIFY(m_first.isValid() && m_second.isValid() && m_added.isValid());
+    QVERIFY(m_first.isValid() && m_second.isValid() && m_added.isValid() && m_known.isValid());
     const QString known = m_home.filePath(QStringLiteral("known"));
     const QString mixed = m_home.filePath(QStringLiteral("mixed"));
     QVERIFY(write(known + QStringLiteral("/anchors/first.pem"), pemOf(m_first)));
     QVERIFY(write(known + QStringLiteral("/anchors/second.pem"), pemOf(m_second)));
     QVERIFY(write(mixed + QStringLiteral("/anchors/first.pem"), pemOf(m_first)));
     QVERIFY(write(mixed + QStringLiteral("/anchors/added.pem"), pemOf(m_added)));
+    // Not below the anchors: the module has it, for chains, and trusts it in nothing.
+    QVERIFY(write(mixed + QStringLiteral("/known.pem"), pemOf(m_known)));
     QVERIFY(write(m_home.filePath(QStringLiteral("roots.pem")), pemOf(m_first) + pemOf(m_second)));
     qputenv("HOME", QFile::encodeName(m_home.path()));
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_home.path()));
@@ -78,29 +79,16 @@ void TestTrusted::initTestCase()
 /// The entries of all stores of the system, each with its store, sorted; of one provider or of all.
 QStringList TestTrusted::systemEntries(const QString &provider)
 {
-    if (provider.isEmpty())
-        QCA::KeyStoreManager::start();
-    else
-        QCA::KeyStoreManager::start(provider);
-    QCA::KeyStoreManager manager;
-    manager.waitForBusyFinished();
-    // Longer than anybody waits for the other list.
-    QTest::qWait(700);
-    manager.sync();
     QStringList found;
-    const QStringList ids = manager.keyStores();
-    for (const QString &id : ids) {
-        QCA::KeyStore store(id, &manager);
-        if (store.type() != QCA::KeyStore::System)
-            continue;
+    const auto note = [&found](const QString &id, const QList<QCA::KeyStoreEntry> &entries) {
         const QString origin = id.startsWith(QLatin1String("pkcs11:")) ? QStringLiteral("token")
                                                                        : QStringLiteral("list");
-        const auto entries = store.entryList();
         if (entries.isEmpty())
             found += origin + QStringLiteral(": empty");
         for (const QCA::KeyStoreEntry &entry : entries)
             found += origin + QStringLiteral(": ") + entry.certificate().commonName();
-    }
+    };
+    lookAtSystemStores(provider, 700, note); // longer than anybody waits for the other list
     found.sort();
     return found;
 }

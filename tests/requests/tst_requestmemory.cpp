@@ -22,6 +22,27 @@ namespace {
 const QString StoreName = QStringLiteral("Remembered");
 constexpr int Patience = 30000; // ms
 
+/// A saved request in the list of requests, and what the stores tell of its certificate.
+struct ListedRequest {
+    ListedRequest(const QString &request, const QDir &directory, KeyStoreModel *stores)
+        : path(directory.filePath(QStringLiteral("saved.csr")))
+        , arrived(stores, &KeyStoreModel::keyBundleWritten)
+    {
+        QFile::copy(request, path);
+        list.setKeyStoreModel(stores);
+    }
+
+    bool isListed() const
+    {
+        return QTest::qWaitFor([this] { return list.rowCount() == 1; });
+    }
+    bool isUntouched() const { return arrived.isEmpty() && QFile::exists(path); }
+
+    const QString path;
+    CertificateRequestModel list;
+    QSignalSpy arrived;
+};
+
 } // namespace
 
 class TestRequestMemory : public TokenFixture {
@@ -94,10 +115,7 @@ bool TestRequestMemory::writeCertificate(const QString &label)
 
 bool TestRequestMemory::removeCertificate(const QString &id)
 {
-    return !m_token->token()
-                .tool({QStringLiteral("--delete-object"), QStringLiteral("--type"),
-                       QStringLiteral("cert"), QStringLiteral("--id"), id})
-                .isNull();
+    return m_token->token().removeObject(QStringLiteral("cert"), id);
 }
 
 QStringList TestRequestMemory::files() const
@@ -173,19 +191,13 @@ void TestRequestMemory::requestOutlivesARememberedRow()
 {
     QVERIFY(takeOut());
     QVERIFY(removeCertificate(QStringLiteral("01")));
-    const QString saved = m_home.requests().filePath(QStringLiteral("saved.csr"));
-    QVERIFY(QFile::copy(m_request, saved));
-    CertificateRequestModel list;
-    list.setKeyStoreModel(m_model.get());
-    QTRY_COMPARE(list.rowCount(), 1);
-    QSignalSpy arrived(m_model.get(), &KeyStoreModel::keyBundleWritten);
+    ListedRequest request(m_request, m_home.requests(), m_model.get());
+    QVERIFY(request.isListed());
     QVERIFY(comesBackHeld());
-    QCOMPARE(arrived.count(), 0);
-    QVERIFY(QFile::exists(saved));
+    QVERIFY(request.isUntouched());
     QVERIFY(release());
     QTRY_VERIFY_WITH_TIMEOUT(rowOfBundle() < 0, Patience);
-    QCOMPARE(arrived.count(), 0);
-    QVERIFY(QFile::exists(saved));
+    QVERIFY(request.isUntouched());
     // What comes after that is told of as ever.
     QVERIFY(writeCertificate(QStringLiteral("again")));
     QVERIFY(m_token->replug(m_storeId));
@@ -195,15 +207,10 @@ void TestRequestMemory::requestOutlivesARememberedRow()
 void TestRequestMemory::requestGoesOnceTheTokenIsRead()
 {
     QVERIFY(takeOut());
-    const QString saved = m_home.requests().filePath(QStringLiteral("saved.csr"));
-    QVERIFY(QFile::copy(m_request, saved));
-    CertificateRequestModel list;
-    list.setKeyStoreModel(m_model.get());
-    QTRY_COMPARE(list.rowCount(), 1);
-    QSignalSpy arrived(m_model.get(), &KeyStoreModel::keyBundleWritten);
+    ListedRequest request(m_request, m_home.requests(), m_model.get());
+    QVERIFY(request.isListed());
     QVERIFY(comesBackHeld());
-    QCOMPARE(arrived.count(), 0);
-    QVERIFY(QFile::exists(saved));
+    QVERIFY(request.isUntouched());
     QVERIFY(release());
     QTRY_VERIFY_WITH_TIMEOUT(!QFile::exists(saved), Patience);
     QCOMPARE(arrived.count(), 1);

@@ -208,6 +208,13 @@ bool TestToken::writeObject(const QString &type, const QByteArray &der, const QS
                 .isNull();
 }
 
+bool TestToken::removeObject(const QString &type, const QString &id) const
+{
+    return !tool({QStringLiteral("--delete-object"), QStringLiteral("--type"), type,
+                  QStringLiteral("--id"), id})
+                .isNull();
+}
+
 QByteArray TestToken::publicKey(const QString &id) const
 {
     const QByteArray listing =

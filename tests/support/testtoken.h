@@ -53,6 +53,8 @@ public:
     /// `type`: "cert", "pubkey" or "privkey"; `der` is written below the id and label.
     bool writeObject(const QString &type, const QByteArray &der, const QString &id,
                      const QString &label) const;
+    /// Removes one object of that type and id, as another program would; false when none is there.
+    bool removeObject(const QString &type, const QString &id) const;
     /// DER SubjectPublicKeyInfo of the public key with `id`.
     QByteArray publicKey(const QString &id) const;
     /// The number of keys and certificates, private ones included.
