@@ -53,7 +53,11 @@ PlainToken::PlainToken(const QString &library)
 {
     const auto list =
         reinterpret_cast<CK_C_GetFunctionList>(m_library.resolve("C_GetFunctionList"));
-    if (!list || list(&m_module) != CKR_OK || m_module->C_Initialize(nullptr) != CKR_OK)
+    if (!list || list(&m_module) != CKR_OK)
+        return;
+    const CK_RV started = m_module->C_Initialize(nullptr);
+    m_isStarter = started == CKR_OK;
+    if (!m_isStarter && started != CKR_CRYPTOKI_ALREADY_INITIALIZED)
         return;
     CK_SLOT_ID slots[16];
     CK_ULONG count = 16;
@@ -64,8 +68,10 @@ PlainToken::PlainToken(const QString &library)
 
 PlainToken::~PlainToken()
 {
-    if (m_module)
+    if (m_isStarter)
         m_module->C_Finalize(nullptr);
+    else if (isOpen())
+        m_module->C_CloseSession(m_session);
 }
 
 bool PlainToken::write(const QByteArray &der, int number, bool isHidden)

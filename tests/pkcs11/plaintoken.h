@@ -23,6 +23,8 @@ public:
     PlainToken &operator=(const PlainToken &) = delete;
 
     bool isOpen() const { return m_session != CK_INVALID_HANDLE; }
+    bool logIn(const QByteArray &pin);
+    void logOut() { m_module->C_Logout(m_session); }
     /// Numbered from `first` on.
     bool writeCertificates(int count, const QByteArray &pin, int first = 0);
     bool writeCertificates(const QList<QByteArray> &certificates, const QByteArray &pin);
@@ -34,11 +36,11 @@ public:
     int readCertificates();
 
 private:
-    bool logIn(const QByteArray &pin);
     bool write(const QByteArray &der, int number, bool isHidden = false);
 
     QLibrary m_library;
     CK_FUNCTION_LIST *m_module = nullptr;
+    bool m_isStarter = false; ///< the process did not use the module before
     CK_SESSION_HANDLE m_session = CK_INVALID_HANDLE;
 };
 

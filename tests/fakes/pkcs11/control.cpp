@@ -27,18 +27,13 @@ const std::map<std::string, Action> actionNames = {
 };
 
 const std::map<std::string, bool Script::*> stateNames = {
-    {"read-only", &Script::readOnly},
-    {"full", &Script::full},
-    {"locked", &Script::locked},
-    {"count-low", &Script::countLow},
-    {"final-try", &Script::finalTry},
-    {"no-login-flag", &Script::noLoginFlag},
-    {"no-pin-flag", &Script::noPinFlag},
-    {"slots-grow", &Script::slotsGrow},
-    {"other-token", &Script::otherToken},
-    {"no-shortest-pin", &Script::noShortestPin},
-    {"to-be-changed", &Script::toBeChanged},
-    {"officer-final-try", &Script::officerFinalTry},
+    {"read-only", &Script::readOnly},           {"full", &Script::full},
+    {"dead-slots", &Script::deadSlots},         {"locked", &Script::locked},
+    {"count-low", &Script::countLow},           {"final-try", &Script::finalTry},
+    {"no-login-flag", &Script::noLoginFlag},    {"no-login-state", &Script::noLoginState},
+    {"no-pin-flag", &Script::noPinFlag},        {"slots-grow", &Script::slotsGrow},
+    {"other-token", &Script::otherToken},       {"no-shortest-pin", &Script::noShortestPin},
+    {"to-be-changed", &Script::toBeChanged},    {"officer-final-try", &Script::officerFinalTry},
     {"officer-locked", &Script::officerLocked},
 };
 
@@ -162,6 +157,18 @@ bool readGost(const Words &words, Script *script)
     return words.size() > 1;
 }
 
+// "without MECHANISM …"
+bool readWithout(const Words &words, Script *script)
+{
+    for (size_t i = 1; i < words.size(); ++i) {
+        const auto mechanism = mechanismByName(words[i]);
+        if (!mechanism)
+            return false;
+        script->hidden.insert(*mechanism);
+    }
+    return words.size() > 1;
+}
+
 bool readBroken(const Words &words, Script *script)
 {
     const auto result = words.size() == 3 ? resultByName(words[2]) : std::nullopt;
@@ -191,6 +198,10 @@ bool readSetting(const Words &words, Script *script)
         script->slotCount = *value;
         return true;
     }
+    if (words[0] == "more-slots") {
+        script->moreSlots = *value;
+        return true;
+    }
     (words[0] == "tries" ? script->tries : script->slotLimit) = *value;
     return true;
 }
@@ -205,15 +216,15 @@ bool readLine(const Words &words, Script *script)
         script->*(state->second) = true;
         return words.size() == 1;
     }
-    if (words[0] == "lie")
-        return readLie(words, script);
-    if (words[0] == "remove")
-        return readRemove(words, script);
-    if (words[0] == "gost")
-        return readGost(words, script);
-    if (words[0] == "broken")
-        return readBroken(words, script);
-    static const std::set<std::string> settings = {"tries", "slots", "pin-pad", "slot-count"};
+    static const std::map<std::string, bool (*)(const Words &, Script *)> readers = {
+        {"lie", readLie},       {"remove", readRemove},   {"gost", readGost},
+        {"broken", readBroken}, {"without", readWithout},
+    };
+    const auto reader = readers.find(words[0]);
+    if (reader != readers.end())
+        return reader->second(words, script);
+    static const std::set<std::string> settings = {"tries", "slots", "pin-pad", "slot-count",
+                                                   "more-slots"};
     if (settings.count(words[0]) > 0)
         return readSetting(words, script);
     return false;

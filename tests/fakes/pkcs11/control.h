@@ -55,6 +55,8 @@ struct Script {
     bool allRemoved = false;
     unsigned long slotLimit = 0; //!< 0: all slots
     std::optional<unsigned long> slotCount; //!< what C_GetSlotList says, whatever it lists
+    unsigned long moreSlots = 0; //!< behind the real ones, without a token
+    bool deadSlots = false; //!< those more answer nothing but that their device fails
     bool slotsGrow = false; //!< each list is one slot longer than the one before
     bool broken = false; //!< until the module is finalised
     std::optional<Kind> brokenKind; //!< which calls; none: those about slots and sessions
@@ -66,6 +68,7 @@ struct Script {
     bool countLow = false;
     bool finalTry = false;
     bool noLoginFlag = false;
+    bool noLoginState = false; //!< no session says that somebody is logged in
     bool noPinFlag = false; //!< says that the user has no PIN, whatever a login does
     bool otherToken = false; //!< the tokens have other serial numbers
     bool noShortestPin = false; //!< says that a PIN may have no characters
@@ -74,6 +77,7 @@ struct Script {
     bool officerLocked = false;
     std::optional<std::string> pinPad; //!< the PIN that is typed on the reader
     std::string newOnPinPad; //!< the one that is typed there as the new one
+    std::set<CK_MECHANISM_TYPE> hidden; //!< mechanisms that the token does not know
     std::set<std::string> gostHabits; //!< what the token does its own way with GOST keys
     std::vector<std::string> errors; //!< lines that were not understood
 };

@@ -164,6 +164,8 @@ std::optional<CK_RV> Device::stateResult(Function function, unsigned long subjec
                                                      : CKR_SESSION_HANDLE_INVALID;
     if (kind == Kind::Slot && function != Function::C_GetSlotInfo && isRemoved(subject))
         return CKR_TOKEN_NOT_PRESENT;
+    if (m_script.deadSlots && kind == Kind::Slot && subject >= FirstGrownSlot)
+        return CKR_DEVICE_ERROR;
     const bool isBroken =
         m_script.broken && kind != Kind::General && m_script.brokenKind.value_or(kind) == kind;
     if (isBroken)
@@ -296,6 +298,12 @@ bool Device::hasGostHabit(const std::string &habit) const
     return m_script.gostHabits.count(habit) > 0;
 }
 
+std::set<CK_MECHANISM_TYPE> Device::hiddenMechanisms() const
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_script.hidden;
+}
+
 CK_RV Device::slotList(CK_BBOOL tokenPresent, CK_SLOT_ID *slots, CK_ULONG *count)
 {
     if (!count)
@@ -314,7 +322,7 @@ CK_RV Device::slotList(CK_BBOOL tokenPresent, CK_SLOT_ID *slots, CK_ULONG *count
     }
     if (m_script.slotsGrow)
         ++m_grown;
-    for (unsigned long i = 0; i < m_grown; ++i)
+    for (unsigned long i = 0; i < m_grown + m_script.moreSlots; ++i)
         shown.push_back(FirstGrownSlot + i);
     const CK_ULONG room = *count;
     *count = m_script.slotCount.value_or(shown.size());
@@ -384,6 +392,15 @@ CK_RV Device::tokenInfo(CK_SLOT_ID slot, CK_TOKEN_INFO *info)
         info->flags |= CKF_SO_PIN_FINAL_TRY;
     if (m_script.officerLocked)
         info->flags |= CKF_SO_PIN_LOCKED;
+    return result;
+}
+
+CK_RV Device::sessionInfo(CK_SESSION_HANDLE session, CK_SESSION_INFO *info)
+{
+    const CK_RV result = m_target->C_GetSessionInfo(session, info);
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (result == CKR_OK && m_script.noLoginState)
+        info->state = info->flags & CKF_RW_SESSION ? CKS_RW_PUBLIC_SESSION : CKS_RO_PUBLIC_SESSION;
     return result;
 }
 

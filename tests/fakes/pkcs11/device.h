@@ -45,6 +45,9 @@ public:
     //! Whether the control file gives GOST keys that habit.
     bool hasGostHabit(const std::string &habit) const;
 
+    //! The mechanisms that the token does not know.
+    std::set<CK_MECHANISM_TYPE> hiddenMechanisms() const;
+
     //! Held (shared) while the real module works, so that a removal never closes a session under
     //! it.
     std::shared_mutex &busy() { return m_busy; }
@@ -52,6 +55,7 @@ public:
     CK_RV slotList(CK_BBOOL tokenPresent, CK_SLOT_ID *slots, CK_ULONG *count);
     CK_RV slotInfo(CK_SLOT_ID slot, CK_SLOT_INFO *info);
     CK_RV tokenInfo(CK_SLOT_ID slot, CK_TOKEN_INFO *info);
+    CK_RV sessionInfo(CK_SESSION_HANDLE session, CK_SESSION_INFO *info);
     CK_RV openSession(CK_SLOT_ID slot, CK_FLAGS flags, void *application, CK_NOTIFY notify,
                       CK_SESSION_HANDLE *session);
     CK_RV closeSession(CK_SESSION_HANDLE session);

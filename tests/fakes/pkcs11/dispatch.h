@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "tests/fakes/pkcs11/details.h"
 #include "tests/fakes/pkcs11/device.h"
 #include "tests/fakes/pkcs11/gostlayer.h"
+#include "tests/fakes/pkcs11/hiding.h"
 
 #include <tuple>
 
@@ -16,15 +18,6 @@ void before(Function function, const Verdict &verdict);
 void after(const Verdict &verdict);
 //! Writes the call to the log. \p detail follows the subject.
 void logCall(Function function, unsigned long subject, CK_RV result, const std::string &detail);
-
-//! What a log line says of a PIN: " pin=none", "empty" or "given".
-std::string pinDetail(const CK_UTF8CHAR *pin, CK_ULONG length);
-//! What a login's log line says of the user and the PIN: never the PIN itself.
-std::string loginDetail(CK_USER_TYPE user, const CK_UTF8CHAR *pin, CK_ULONG length);
-//! The parameters that C_Initialize gets: " reserved=a=b"; nothing without them.
-std::string reservedDetail(const void *given);
-//! The types that a call asks for: " attributes=0x11,0x102".
-std::string attributesDetail(const CK_ATTRIBUTE *attributes, CK_ULONG count);
 
 inline unsigned long firstOf()
 {
@@ -99,6 +92,8 @@ CK_RV perform(CK_RV (*CK_FUNCTION_LIST::*member)(Args...), Args... args)
         return device.slotInfo(args...);
     else if constexpr (Id == Function::C_GetTokenInfo)
         return device.tokenInfo(args...);
+    else if constexpr (Id == Function::C_GetSessionInfo)
+        return device.sessionInfo(args...);
     else if constexpr (Id == Function::C_OpenSession)
         return device.openSession(args...);
     else if constexpr (Id == Function::C_CloseSession)
@@ -113,6 +108,8 @@ CK_RV perform(CK_RV (*CK_FUNCTION_LIST::*member)(Args...), Args... args)
         return device.initToken(args...);
     else if constexpr (Id == Function::C_GetAttributeValue)
         return getAttributes(device, args...);
+    else if constexpr (Id == Function::C_GetMechanismList)
+        return tellMechanisms(device.hiddenMechanisms(), passOn<Id, Args...>, member, args...);
     else if constexpr (Id == Function::C_Initialize)
         return device.initialize(args...);
     else if constexpr (Id == Function::C_Finalize)
@@ -139,34 +136,6 @@ template <Function Id, typename... Args> void report(const Verdict &verdict, Arg
     }
 }
 
-template <Function Id, typename... Args> std::string detailOf(Args... args)
-{
-    if constexpr (Id == Function::C_Login)
-        return [](CK_SESSION_HANDLE, CK_USER_TYPE user, const CK_UTF8CHAR *pin, CK_ULONG length) {
-            return loginDetail(user, pin, length);
-        }(args...);
-    else if constexpr (Id == Function::C_SetPIN)
-        return [](CK_SESSION_HANDLE, const CK_UTF8CHAR *oldPin, CK_ULONG oldLength,
-                  const CK_UTF8CHAR *, CK_ULONG) { return pinDetail(oldPin, oldLength); }(args...);
-    else if constexpr (Id == Function::C_InitPIN)
-        return [](CK_SESSION_HANDLE, const CK_UTF8CHAR *pin, CK_ULONG length) {
-            return pinDetail(pin, length);
-        }(args...);
-    else if constexpr (Id == Function::C_InitToken)
-        return [](CK_SLOT_ID, const CK_UTF8CHAR *pin, CK_ULONG length, const CK_UTF8CHAR *) {
-            return pinDetail(pin, length);
-        }(args...);
-    else if constexpr (Id == Function::C_GetAttributeValue)
-        return [](CK_SESSION_HANDLE, CK_OBJECT_HANDLE, const CK_ATTRIBUTE *attributes,
-                  CK_ULONG count) { return attributesDetail(attributes, count); }(args...);
-    else if constexpr (Id == Function::C_OpenSession || Id == Function::C_CloseSession)
-        return " open=" + std::to_string(Device::instance().openSessions());
-    else if constexpr (Id == Function::C_Initialize)
-        return reservedDetail(args...);
-    else
-        return {};
-}
-
 //! The function that stands in the module's function list for \p member.
 template <Function Id, auto member> struct Stub;
 
@@ -181,7 +150,9 @@ struct Stub<Id, member> {
         CK_RV result = verdict.instead.value_or(CKR_OK);
         if (!verdict.instead) {
             const std::shared_lock<std::shared_mutex> busyLock(device.busy());
-            result = perform<Id, Args...>(member, args...);
+            result = isHidden<Id>(device.hiddenMechanisms(), args...)
+                ? CK_RV(CKR_MECHANISM_INVALID)
+                : perform<Id, Args...>(member, args...);
         }
         after(verdict);
         if (verdict.report)

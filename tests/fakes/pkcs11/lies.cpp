@@ -25,6 +25,7 @@ const std::map<std::string, NamedLie> lieNames = {
     {"moved", {LieKind::Moved, false}},         {"sensitive", {LieKind::Sensitive, false}},
     {"invalid", {LieKind::Invalid, false}},     {"empty", {LieKind::Empty, false}},
     {"untouched", {LieKind::Untouched, false}}, {"stops", {LieKind::Stops, false}},
+    {"fails", {LieKind::Fails, false}},
 };
 
 #define A(name)                                                                                    \
@@ -122,6 +123,7 @@ CK_RV tell(const Question &question, const Lie &lie, CK_ATTRIBUTE *answer)
         return tellLength(0, CKR_OK, answer);
     case LieKind::Untouched:
     case LieKind::Stops:
+    case LieKind::Fails:
         break;
     }
     return CKR_OK;
@@ -189,6 +191,10 @@ CK_RV tellAttributes(CK_FUNCTION_LIST *module, CK_SESSION_HANDLE session, CK_OBJ
         if (lies[i]->kind == LieKind::Stops && count > 1) {
             leave(questions, i, count, bytes, attributes);
             return CKR_BUFFER_TOO_SMALL;
+        }
+        if (lies[i]->kind == LieKind::Fails) {
+            leave(questions, 0, count, bytes, attributes);
+            return CKR_FUNCTION_FAILED;
         }
         const CK_RV told = tell(questions[i], *lies[i], &attributes[i]);
         result = told == CKR_OK ? result : told;

@@ -23,7 +23,8 @@ enum class LieKind {
     Invalid,
     Empty,
     Untouched,
-    Stops
+    Stops,
+    Fails
 };
 
 struct Lie {

@@ -91,6 +91,34 @@ const ResultEntry resultTable[] = {
 };
 #undef R
 
+struct MechanismEntry {
+    const char *name;
+    CK_MECHANISM_TYPE value;
+};
+
+const MechanismEntry mechanismTable[] = {
+    {"CKM_RSA_PKCS", CKM_RSA_PKCS},
+    {"CKM_RSA_PKCS_PSS", CKM_RSA_PKCS_PSS},
+    {"CKM_SHA256_RSA_PKCS", CKM_SHA256_RSA_PKCS},
+    {"CKM_ECDSA", CKM_ECDSA},
+    {"CKM_EDDSA", CKM_EDDSA},
+};
+
+// A value of a table by its name, or the number that stands in the name's place.
+template <typename Table>
+std::optional<unsigned long> valueByName(const Table &table, const std::string &name)
+{
+    for (const auto &entry : table) {
+        if (name == entry.name)
+            return entry.value;
+    }
+    char *end = nullptr;
+    const unsigned long value = std::strtoul(name.c_str(), &end, 0);
+    if (end == name.c_str() || *end != '\0')
+        return std::nullopt;
+    return value;
+}
+
 } // namespace
 
 const char *functionName(Function function)
@@ -125,15 +153,12 @@ std::string resultName(CK_RV result)
 
 std::optional<CK_RV> resultByName(const std::string &name)
 {
-    for (const ResultEntry &entry : resultTable) {
-        if (name == entry.name)
-            return entry.value;
-    }
-    char *end = nullptr;
-    const unsigned long value = std::strtoul(name.c_str(), &end, 0);
-    if (end == name.c_str() || *end != '\0')
-        return std::nullopt;
-    return value;
+    return valueByName(resultTable, name);
+}
+
+std::optional<CK_MECHANISM_TYPE> mechanismByName(const std::string &name)
+{
+    return valueByName(mechanismTable, name);
 }
 
 } // namespace Faulty

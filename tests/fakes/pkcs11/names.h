@@ -21,4 +21,7 @@ std::string resultName(CK_RV result);
 //! A return value by name ("CKR_DEVICE_ERROR") or by number ("0x80000001").
 std::optional<CK_RV> resultByName(const std::string &name);
 
+//! A mechanism by name ("CKM_RSA_PKCS") or by number ("0x1").
+std::optional<CK_MECHANISM_TYPE> mechanismByName(const std::string &name);
+
 } // namespace Faulty

@@ -51,7 +51,9 @@ private Q_SLOTS:
     void endsTheProcess();
     void liesAboutAttributes();
     void reportsOtherNumbers();
+    void hidesMechanisms();
     void hidesThatItWantsALogin();
+    void hidesThatSomebodyIsLoggedIn();
     void reportsWhatItDoesNotUnderstand();
 
 private:
@@ -446,11 +448,50 @@ void TestFaultyModule::reportsOtherNumbers()
     QCOMPARE(countData(session, "nobody"), ~0UL);
 }
 
+void TestFaultyModule::hidesMechanisms()
+{
+    const auto listed = [this] {
+        CK_ULONG count = 0;
+        m_module->C_GetMechanismList(m_slot, nullptr, &count);
+        QVector<CK_MECHANISM_TYPE> all(int(count), 0);
+        const CK_RV result = m_module->C_GetMechanismList(m_slot, all.data(), &count);
+        return result == CKR_OK && int(count) == all.size() ? all : QVector<CK_MECHANISM_TYPE>();
+    };
+    const QVector<CK_MECHANISM_TYPE> all = listed();
+    QVERIFY(all.contains(CKM_SHA256) && all.contains(CKM_RSA_PKCS));
+    control("without CKM_RSA_PKCS 0x250");
+    QCOMPARE(listed().size(), all.size() - 2);
+    QVERIFY(!listed().contains(CKM_SHA256) && !listed().contains(CKM_RSA_PKCS));
+    CK_MECHANISM_INFO info{};
+    QCOMPARE(m_module->C_GetMechanismInfo(m_slot, CKM_RSA_PKCS, &info), CKR_MECHANISM_INVALID);
+    QCOMPARE(m_module->C_GetMechanismInfo(m_slot, CKM_ECDSA, &info), CKR_OK);
+    const CK_SESSION_HANDLE session = open();
+    CK_MECHANISM mechanism = {CKM_SHA256, nullptr, 0};
+    QCOMPARE(m_module->C_DigestInit(session, &mechanism), CKR_MECHANISM_INVALID);
+    control("");
+    QCOMPARE(m_module->C_DigestInit(session, &mechanism), CKR_OK);
+    QCOMPARE(m_module->C_CloseSession(session), CKR_OK);
+}
+
 void TestFaultyModule::hidesThatItWantsALogin()
 {
     QVERIFY(tokenInfo().flags & CKF_LOGIN_REQUIRED);
     control("no-login-flag\n");
     QVERIFY(!(tokenInfo().flags & CKF_LOGIN_REQUIRED));
+}
+
+void TestFaultyModule::hidesThatSomebodyIsLoggedIn()
+{
+    const CK_SESSION_HANDLE session = open();
+    CK_SESSION_INFO info = {};
+    QCOMPARE(login(session, pin), CKR_OK);
+    QCOMPARE(m_module->C_GetSessionInfo(session, &info), CKR_OK);
+    const CK_STATE before = info.state;
+    control("no-login-state\n");
+    QCOMPARE(m_module->C_GetSessionInfo(session, &info), CKR_OK);
+    QVERIFY(before == CKS_RO_USER_FUNCTIONS || before == CKS_RW_USER_FUNCTIONS);
+    QVERIFY(info.state == CKS_RO_PUBLIC_SESSION || info.state == CKS_RW_PUBLIC_SESSION);
+    QCOMPARE(m_module->C_Logout(session), CKR_OK);
 }
 
 void TestFaultyModule::reportsWhatItDoesNotUnderstand()
