@@ -132,6 +132,23 @@ int fullYear(int year, bool twoDigits)
 
 } // namespace
 
+bool isString(int tag)
+{
+    switch (tag) {
+    case Der::Utf8String:
+    case Der::NumericString:
+    case Der::PrintableString:
+    case Der::T61String:
+    case Der::Ia5String:
+    case Der::VisibleString:
+    case Der::UniversalString:
+    case Der::BmpString:
+        return true;
+    default:
+        return false;
+    }
+}
+
 QString decodeString(const Der::Element &element)
 {
     QByteArray joined;
@@ -144,13 +161,9 @@ QString decodeString(const Der::Element &element)
         return decodeBmp(content);
     case Der::UniversalString:
         return decodeUniversal(content);
-    case Der::NumericString:
-    case Der::PrintableString:
-    case Der::T61String:
-    case Der::Ia5String:
-    case Der::VisibleString:
-        return decodeOctets(content);
     default:
+        if (isString(tag))
+            return decodeOctets(content);
         return QLatin1Char('#') + QString::fromLatin1(element.whole.bytes().toHex().toUpper());
     }
 }

@@ -9,6 +9,9 @@
 
 namespace Trivex {
 
+/// Whether `tag` is that of a character string; false for the constructed form of one.
+bool isString(int tag);
+
 /// An ASN.1 string of any type as Unicode text, embedded NUL characters included. Values that are
 /// no strings give "#" and their DER form in hexadecimal (RFC 4514, 2.4).
 ///

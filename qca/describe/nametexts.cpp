@@ -181,19 +181,8 @@ QString nameText(Der::Slice name)
 
 QString valueText(const Der::Element &value)
 {
-    switch (value.tag & ~Der::ConstructedBit) {
-    case Der::Utf8String:
-    case Der::NumericString:
-    case Der::PrintableString:
-    case Der::T61String:
-    case Der::Ia5String:
-    case Der::VisibleString:
-    case Der::UniversalString:
-    case Der::BmpString:
-        return decodeString(value);
-    default:
-        return bytesText(value.whole);
-    }
+    return isString(value.tag & ~Der::ConstructedBit) ? decodeString(value)
+                                                      : bytesText(value.whole);
 }
 
 QString generalNameText(const Der::Element &name)

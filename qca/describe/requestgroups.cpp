@@ -6,6 +6,7 @@
 #include "qca/describe/extensiontexts.h"
 #include "qca/describe/objectnames.h"
 #include "qca/describe/words.h"
+#include "qca/x509/requesthead.h"
 #include "qca/x509/signedfields.h"
 
 namespace Trivex {
@@ -75,19 +76,15 @@ bool addRequest(Der::Slice der, Groups *groups)
     SignedFields fields;
     if (!findSignedFields(der, &fields))
         return false;
-    Der::Reader body(fields.body.content);
-    Der::Slice version;
-    Der::Element subject;
-    Der::Element publicInfo;
-    Der::Slice attributes;
-    if (!body.next(Der::Integer, &version) || !body.nextList(Der::Sequence, &subject)
-        || !body.next(Der::Sequence, &publicInfo))
+    RequestHead head;
+    if (!findRequestHead(fields.body.content, &head))
         return false;
     groups->add(ShownTopic::General, qtTrId("trivex-app-general"),
-                {versionRow(version), signatureRow(fields.algorithm.whole)});
-    addName(ShownTopic::Holder, subject.whole, groups);
-    addPublicKey(publicInfo.whole, groups);
-    if (body.next(Der::context(0), &attributes))
+                {versionRow(head.version.content), signatureRow(fields.algorithm.whole)});
+    addName(ShownTopic::Holder, head.subject.whole, groups);
+    addPublicKey(head.publicInfo.whole, groups);
+    Der::Slice attributes;
+    if (Der::Reader(head.rest).next(Der::context(0), &attributes))
         addAttributes(attributes, groups);
     addSignature(fields.signatureBytes(), groups);
     return true;

@@ -88,17 +88,9 @@ QString valueOf(const Der::Element &element)
     case Der::UtcTime:
     case Der::GeneralizedTime:
         return shortText(QString::fromLatin1(element.content.data, qMin(element.content.size, 64)));
-    case Der::Utf8String:
-    case Der::NumericString:
-    case Der::PrintableString:
-    case Der::T61String:
-    case Der::Ia5String:
-    case Der::VisibleString:
-    case Der::UniversalString:
-    case Der::BmpString:
-        return shortText(decodeString(element));
     default:
-        return shortBytes(element.content);
+        return isString(element.tag) ? shortText(decodeString(element))
+                                     : shortBytes(element.content);
     }
 }
 

@@ -15,20 +15,11 @@ namespace {
 constexpr char TextMark = 't';
 constexpr char OtherMark = 'o';
 
+// The digits of a NumericString need no folding, and libcrypto compares them as they are, too.
 bool isText(int tag)
 {
-    switch (tag & ~Der::ConstructedBit) {
-    case Der::Utf8String:
-    case Der::PrintableString:
-    case Der::T61String:
-    case Der::Ia5String:
-    case Der::VisibleString:
-    case Der::UniversalString:
-    case Der::BmpString:
-        return true;
-    default:
-        return false;
-    }
+    const int type = tag & ~Der::ConstructedBit;
+    return type != Der::NumericString && isString(type);
 }
 
 bool isSpace(char c)

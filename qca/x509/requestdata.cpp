@@ -9,6 +9,7 @@
 #include "qca/x509/extensions.h"
 #include "qca/x509/namebounds.h"
 #include "qca/x509/names.h"
+#include "qca/x509/requesthead.h"
 #include "qca/x509/signaturealgorithms.h"
 #include "qca/x509/signedfields.h"
 
@@ -47,22 +48,18 @@ std::shared_ptr<const RequestData> RequestData::fromDer(const QByteArray &der)
     SignedFields fields;
     if (!findSignedFields(Der::sliceOf(der), &fields) || fields.whole.size > MaxCertificateBytes)
         return nullptr;
-    Der::Reader body(fields.body.content);
-    Der::Slice version;
-    Der::Element subject;
-    Der::Element publicInfo;
-    Der::Slice attributes;
-    if (!body.next(Der::Integer, &version) || !body.nextList(Der::Sequence, &subject)
-        || !body.next(Der::Sequence, &publicInfo))
+    RequestHead head;
+    if (!findRequestHead(fields.body.content, &head))
         return nullptr;
     const std::shared_ptr<RequestData> data(new RequestData);
     data->m_der = fields.whole.bytes();
-    data->m_publicInfo = publicInfo.whole.bytes();
+    data->m_publicInfo = head.publicInfo.whole.bytes();
     data->m_properties.format = QCA::PKCS10;
-    data->m_properties.subject = decodeName(subject.whole);
+    data->m_properties.subject = decodeName(head.subject.whole);
     decodeSignature(fields, &data->m_properties);
     // Some writers leave out the attributes, though they are not optional.
-    if (body.next(Der::context(0), &attributes)) {
+    Der::Slice attributes;
+    if (Der::Reader(head.rest).next(Der::context(0), &attributes)) {
         Der::Reader reader(attributes);
         Der::Slice attribute;
         while (reader.next(Der::Sequence, &attribute))
