@@ -6,6 +6,7 @@
 #include "keystores/keystoremodel.h"
 #include "qca/adapter/entries.h"
 #include "qca/adapter/reading.h"
+#include "qca/adapter/requestmaking.h"
 #include "qca/base/filenames.h"
 #include "qca/base/privatedirectory.h"
 #include "qca/base/regularfile.h"
@@ -349,6 +350,11 @@ QString CertificateRequest::requestPath()
 void CertificateRequest::restoreRequestedFields()
 {
     m_fields = Trivex::requestedFields(m_request);
+}
+
+Trivex::EditLoss CertificateRequest::editLoss() const
+{
+    return Trivex::lossOfEdit(m_request, m_fields);
 }
 
 bool CertificateRequest::hasRequestKey() const

@@ -111,8 +111,8 @@ public:
     Trivex::RequestedFields requestedFields() const override { return m_fields; }
     void setRequestedFields(const Trivex::RequestedFields &fields) override { m_fields = fields; }
     void restoreRequestedFields() override;
+    Trivex::EditLoss editLoss() const override;
     bool hasRequestKey() const override;
-
     /// The public key that the request carries; null for an empty one.
     QCA::PublicKey requestPublicKey() const;
 

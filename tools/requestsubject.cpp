@@ -19,6 +19,21 @@ QList<QCA::CertificateInfoType> keysOf(int type)
     return keys;
 }
 
+constexpr struct {
+    EditLoss loss;
+    const char *id;
+} Refusals[] = {
+    //% "Beside a value that you changed, the name in this request holds data that Trivex can't
+    //% read. Saving would lose it. Leave that value as it was, or make a new request."
+    {EditLoss::Name, QT_TRID_NOOP("trivex-app-edit-loses-name")},
+    //% "The usages and further names in this request hold data that Trivex can't read. Saving would
+    //% lose it. Leave them as they were, or make a new request."
+    {EditLoss::Extensions, QT_TRID_NOOP("trivex-app-edit-loses-extensions")},
+    //% "This request holds its usages or its further names twice, and programs differ in which of
+    //% the two counts. Leave them as they were, or make a new request."
+    {EditLoss::Doubled, QT_TRID_NOOP("trivex-app-edit-doubled")},
+};
+
 } // namespace
 
 RequestSubject::RequestSubject(QObject *parent)
@@ -74,6 +89,17 @@ void RequestSubject::restore(QObject *request) const
 {
     if (auto *saved = qobject_cast<SavedRequest *>(request))
         saved->restoreRequestedFields();
+}
+
+QString RequestSubject::refusal(QObject *request) const
+{
+    const auto *saved = qobject_cast<SavedRequest *>(request);
+    const EditLoss loss = saved ? saved->editLoss() : EditLoss::None;
+    for (const auto &one : Refusals) {
+        if (one.loss == loss)
+            return qtTrId(one.id);
+    }
+    return {};
 }
 
 bool RequestSubject::hasKey(QObject *request) const

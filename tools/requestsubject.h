@@ -30,6 +30,8 @@ public:
                                const QStringList &purposes) const;
     /// Takes back what was replaced since the request was made or loaded.
     Q_INVOKABLE void restore(QObject *request) const;
+    /// Why what was replaced can't be saved and what to do instead, in words; empty where it can.
+    Q_INVOKABLE QString refusal(QObject *request) const;
     /// True when the request's key is there to sign it anew. May ask tokens.
     Q_INVOKABLE bool hasKey(QObject *request) const;
     /// The path of its file; empty for a request that was not saved yet.

@@ -737,6 +737,18 @@
         <source>Edit</source>
         <translation>Edit</translation>
     </message>
+    <message id="trivex-app-edit-doubled">
+        <source>This request holds its usages or its further names twice, and programs differ in which of the two counts. Leave them as they were, or make a new request.</source>
+        <translation>This request holds its usages or its further names twice, and programs differ in which of the two counts. Leave them as they were, or make a new request.</translation>
+    </message>
+    <message id="trivex-app-edit-loses-extensions">
+        <source>The usages and further names in this request hold data that Trivex can't read. Saving would lose it. Leave them as they were, or make a new request.</source>
+        <translation>The usages and further names in this request hold data that Trivex can't read. Saving would lose it. Leave them as they were, or make a new request.</translation>
+    </message>
+    <message id="trivex-app-edit-loses-name">
+        <source>Beside a value that you changed, the name in this request holds data that Trivex can't read. Saving would lose it. Leave that value as it was, or make a new request.</source>
+        <translation>Beside a value that you changed, the name in this request holds data that Trivex can't read. Saving would lose it. Leave that value as it was, or make a new request.</translation>
+    </message>
     <message id="trivex-app-edit-request-title">
         <source>Edit the request</source>
         <translation>Edit the request</translation>

@@ -741,6 +741,18 @@
         <source>Edit</source>
         <translation>Изменить</translation>
     </message>
+    <message id="trivex-app-edit-doubled">
+        <source>This request holds its usages or its further names twice, and programs differ in which of the two counts. Leave them as they were, or make a new request.</source>
+        <translation>Назначения или дополнительные имена указаны в запросе дважды, и программы по-разному решают, что из этого действует. Оставьте их прежними или создайте новый запрос.</translation>
+    </message>
+    <message id="trivex-app-edit-loses-extensions">
+        <source>The usages and further names in this request hold data that Trivex can't read. Saving would lose it. Leave them as they were, or make a new request.</source>
+        <translation>В назначениях и дополнительных именах запроса есть данные, которые Trivex не может прочитать. При сохранении они пропали бы. Оставьте их прежними или создайте новый запрос.</translation>
+    </message>
+    <message id="trivex-app-edit-loses-name">
+        <source>Beside a value that you changed, the name in this request holds data that Trivex can't read. Saving would lose it. Leave that value as it was, or make a new request.</source>
+        <translation>Рядом с изменённым значением в имени запроса есть данные, которые Trivex не может прочитать. При сохранении они пропали бы. Оставьте это значение прежним или создайте новый запрос.</translation>
+    </message>
     <message id="trivex-app-edit-request-title">
         <source>Edit the request</source>
         <translation>Изменить запрос</translation>

@@ -50,6 +50,15 @@ BaseDialog {
         const folder = target.requestPath()
         done = false
         explained = false
+        // Told before a token asks for its PIN.
+        apply()
+        const refusal = RequestSubject.refusal(target)
+        RequestSubject.restore(target)
+        if (refusal) {
+            target = null
+            failed(qsTrId("trivex-app-request-not-saved"), refusal)
+            return
+        }
         // Without its key the old subject would be written under the new name.
         missing = !RequestSubject.hasKey(target)
         // Tokens were asked, and the list may be another one now.

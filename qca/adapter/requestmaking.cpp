@@ -25,4 +25,10 @@ QCA::CertificateRequest editedRequest(QCA::CertificateRequest original, Requeste
     return requestFromDer(editRequest(own.toDER(), requestedFields(own), fields, *context));
 }
 
+EditLoss lossOfEdit(const QCA::CertificateRequest &original, const RequestedFields &fields)
+{
+    const QCA::CertificateRequest own = ownRequest(original);
+    return own.isNull() ? EditLoss::None : lossOfEdit(own.toDER(), requestedFields(own), fields);
+}
+
 } // namespace Trivex

@@ -23,4 +23,8 @@ TRIVEX_QCA_EXPORT QCA::CertificateRequest madeRequest(QCA::CertificateOptions op
 TRIVEX_QCA_EXPORT QCA::CertificateRequest
 editedRequest(QCA::CertificateRequest original, RequestedFields fields, QCA::PrivateKey key);
 
+/// Why `editedRequest` makes no such change, whatever the key. No event loop runs.
+TRIVEX_QCA_EXPORT EditLoss lossOfEdit(const QCA::CertificateRequest &original,
+                                      const RequestedFields &fields);
+
 } // namespace Trivex

@@ -20,6 +20,9 @@ public:
     virtual void setRequestedFields(const RequestedFields &fields) = 0;
     /// Goes back to those of the request as it was last made or loaded.
     virtual void restoreRequestedFields() = 0;
+    /// Why the next save in edit mode can't write the fields into the loaded request. Asks no
+    /// token.
+    virtual EditLoss editLoss() const = 0;
     /// DER SubjectPublicKeyInfo of the key that the request is for; empty without a request.
     virtual QByteArray requestKeyInfo() const = 0;
     /// True when the key of the loaded request is available to sign it again. Asks the tokens; an

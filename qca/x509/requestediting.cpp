@@ -11,6 +11,7 @@
 #include "qca/x509/certificatewriter.h"
 #include "qca/x509/extensions.h"
 #include "qca/x509/nameediting.h"
+#include "qca/x509/requesthead.h"
 
 #include <algorithm>
 #include <functional>
@@ -161,8 +162,7 @@ std::optional<QByteArray> editExtensions(const QByteArray &attribute, const Exte
 }
 
 /// Edits an extension where it is among the attributes of a request; a new one joins the others.
-/// False where it is there twice, so that readers differ in which one counts, or would lose bytes.
-bool editAttributes(ElementList *attributes, const ExtensionEdit &edit)
+EditLoss editAttributes(ElementList *attributes, const ExtensionEdit &edit)
 {
     const auto isExtensions = [](const QByteArray &attribute) {
         const QByteArray oid = oidOf(attribute);
@@ -174,7 +174,7 @@ bool editAttributes(ElementList *attributes, const ExtensionEdit &edit)
         return false;
     });
     if (count > 1)
-        return false;
+        return EditLoss::Doubled;
     int place = attributes->find([&](const QByteArray &attribute) {
         return isExtensions(attribute) && countExtensions(attribute, edit.oid) > 0;
     });
@@ -183,28 +183,30 @@ bool editAttributes(ElementList *attributes, const ExtensionEdit &edit)
     const QByteArray before = attributes->at(place);
     const std::optional<QByteArray> after = editExtensions(before, edit);
     if (!after)
-        return false;
+        return EditLoss::Extensions;
     attributes->put(place, *after);
     if (*after != before)
         attributes->sort();
-    return true;
+    return EditLoss::None;
 }
 
-/// The attributes of a request (RFC 2986, 4.1), and what follows them, with the edits; nothing
-/// where one of these can't be made.
-std::optional<QByteArray> editAttributes(Der::Slice rest, const QList<ExtensionEdit> &edits)
+/// Makes the edits in the attributes of a request (RFC 2986, 4.1) and what follows them.
+EditLoss editAttributes(Der::Slice rest, const QList<ExtensionEdit> &edits, QByteArray *edited)
 {
+    *edited = rest.bytes();
     if (edits.isEmpty())
-        return rest.bytes();
+        return EditLoss::None;
     Der::Reader reader(rest);
     Der::Slice content;
     reader.next(Der::context(0), &content);
     ElementList attributes(content);
     for (const ExtensionEdit &edit : edits) {
-        if (!editAttributes(&attributes, edit))
-            return std::nullopt;
+        const EditLoss loss = editAttributes(&attributes, edit);
+        if (loss != EditLoss::None)
+            return loss;
     }
-    return Der::write(Der::context(0), attributes.content()) + reader.rest().bytes();
+    *edited = Der::write(Der::context(0), attributes.content()) + reader.rest().bytes();
+    return EditLoss::None;
 }
 
 /// The bytes that stand for the key in `original` where it is the same key.
@@ -253,35 +255,55 @@ QList<ExtensionEdit> extensionEdits(const RequestedFields &before, const Request
     return edits;
 }
 
+/// The parts of what is signed in a request.
+struct Body {
+    QByteArray version;
+    QByteArray name;
+    QByteArray publicInfo;
+    QByteArray attributes;
+};
+
+/// The parts of `original` with the edits; nothing where it is no request. Where an edit would lose
+/// something `loss` tells what, and the parts are of no use.
+std::optional<Body> editBody(const QByteArray &original, const RequestedFields &before,
+                             const RequestedFields &after, EditLoss *loss)
+{
+    Der::Slice outer;
+    Der::Slice body;
+    RequestHead head;
+    if (!Der::Reader(Der::sliceOf(original)).next(Der::Sequence, &outer)
+        || !Der::Reader(outer).next(Der::Sequence, &body) || !findRequestHead(body, &head))
+        return std::nullopt;
+    const QList<InfoChange> changes = infoChanges(before.info, after.info);
+    Body edited{head.version.whole.bytes(), editName(head.subject.whole, changes),
+                head.publicInfo.whole.bytes(), QByteArray()};
+    *loss = edited.name.isEmpty()
+        ? EditLoss::Name
+        : editAttributes(head.rest, extensionEdits(before, after, changes), &edited.attributes);
+    return edited;
+}
+
 } // namespace
+
+EditLoss lossOfEdit(const QByteArray &original, const RequestedFields &before,
+                    const RequestedFields &after)
+{
+    EditLoss loss = EditLoss::None;
+    editBody(original, before, after, &loss);
+    return loss;
+}
 
 QByteArray editRequest(const QByteArray &original, const RequestedFields &before,
                        const RequestedFields &after, const QCA::PKeyContext &key)
 {
-    Der::Slice outer;
-    Der::Slice body;
-    Der::Element version;
-    Der::Element subject;
-    Der::Element publicInfo;
-    if (!Der::Reader(Der::sliceOf(original)).next(Der::Sequence, &outer)
-        || !Der::Reader(outer).next(Der::Sequence, &body))
-        return {};
-    Der::Reader reader(body);
-    if (!reader.next(Der::Integer, &version) || !reader.nextList(Der::Sequence, &subject)
-        || !reader.next(Der::Sequence, &publicInfo))
-        return {};
+    EditLoss loss = EditLoss::None;
+    const std::optional<Body> body = editBody(original, before, after, &loss);
     SigningKey signer(key);
-    if (signer.publicInfo().isEmpty())
+    if (!body || loss != EditLoss::None || signer.publicInfo().isEmpty())
         return {};
-    const QList<InfoChange> changes = infoChanges(before.info, after.info);
-    const QByteArray name = editName(subject.whole, changes);
-    const std::optional<QByteArray> attributes =
-        editAttributes(reader.rest(), extensionEdits(before, after, changes));
-    if (name.isEmpty() || !attributes)
-        return {};
-    return signer.seal(Der::writeSequence(
-        {version.whole.bytes(), name, publicInfoFor(publicInfo.whole.bytes(), signer.publicInfo()),
-         *attributes}));
+    return signer.seal(Der::writeSequence({body->version, body->name,
+                                           publicInfoFor(body->publicInfo, signer.publicInfo()),
+                                           body->attributes}));
 }
 
 } // namespace Trivex

@@ -17,6 +17,7 @@ public:
     Trivex::RequestedFields requestedFields() const override { return {}; }
     void setRequestedFields(const Trivex::RequestedFields &) override { }
     void restoreRequestedFields() override { }
+    Trivex::EditLoss editLoss() const override { return Trivex::EditLoss::None; }
     bool hasRequestKey() const override { return false; }
     QByteArray requestKeyInfo() const override { return {}; }
 

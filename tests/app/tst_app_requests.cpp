@@ -1,12 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "qca/asn1/der.h"
+#include "qca/asn1/pem.h"
 #include "tests/app/windowtest.h"
 #include "tests/pkcs11/faultytoken.h"
+#include "tests/support/derelement.h"
 
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
 #include <QUrl>
+#include <QtCrypto>
 #include <QtTest>
 
 #include <csignal>
@@ -20,6 +24,17 @@ QByteArray contents(const QString &path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QList<QByteArray> elementsOf(const QByteArray &list)
+{
+    Trivex::Der::Element element;
+    Trivex::Der::Reader(Trivex::Der::sliceOf(list)).next(&element);
+    Trivex::Der::Reader reader(element.content);
+    QList<QByteArray> elements;
+    while (reader.next(&element))
+        elements += element.whole.bytes();
+    return elements;
 }
 
 } // namespace
@@ -47,6 +62,8 @@ private Q_SLOTS:
     void tokenIsGone();
     void signingFails();
     void pinIsLeft();
+    void lossIsRefused_data();
+    void lossIsRefused();
     void requestOfAnotherKey();
     void removedAfterAQuestion();
     void createdAtTheSecondTry();
@@ -419,6 +436,68 @@ void TestAppRequests::pinIsLeft()
     QVERIFY(m_steps->waitClosed("editRequestDialog"));
     const QStringList wanted = {QStringLiteral("CN=Петрова Мария"), QStringLiteral("O=Left Ltd")};
     QTRY_COMPARE(values(file), wanted);
+}
+
+void TestAppRequests::lossIsRefused_data()
+{
+    QTest::addColumn<QByteArray>("attributes");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("advice");
+    const QByteArray oid = QByteArray::fromHex("06092a864886f70d01090e");
+    const QByteArray usage = QByteArray::fromHex("300b0603551d0f040403020780");
+    const auto list = [&](const QByteArray &extensions) {
+        return derElement(0xa0,
+                          derElement(0x30, oid + derElement(0x31, derElement(0x30, extensions))));
+    };
+    QTest::newRow("twice") << list(usage + usage) << QStringLiteral("")
+                           << qtTrId("trivex-app-edit-doubled");
+    QTest::newRow("unread") << list(QByteArray::fromHex("300d0603551d0f0404030207800500"))
+                            << QStringLiteral("") << qtTrId("trivex-app-edit-loses-extensions");
+    QTest::newRow("name") << list(usage) << QStringLiteral("3005")
+                          << qtTrId("trivex-app-edit-loses-name");
+}
+
+/// What a save would lose is said, and what to do instead, before a token asks for its PIN.
+void TestAppRequests::lossIsRefused()
+{
+    QFETCH(QByteArray, attributes);
+    QFETCH(QString, name);
+    QFETCH(QString, advice);
+    const QString pem = QString::fromLatin1(
+        m_authority.openssl({QStringLiteral("req"), QStringLiteral("-new"), QStringLiteral("-key"),
+                             m_authority.file(QStringLiteral("ca.key")), QStringLiteral("-subj"),
+                             QStringLiteral("/CN=Odd")}));
+    const QList<QByteArray> outer = elementsOf(QCA::CertificateRequest::fromPEM(pem).toDER());
+    const QList<QByteArray> body = elementsOf(outer.value(0));
+    const QByteArray set = elementsOf(elementsOf(body.value(1)).value(0)).value(0);
+    const QByteArray subject =
+        derElement(0x30, derElement(0x31, set + QByteArray::fromHex(name.toLatin1())));
+    const QByteArray der =
+        derElement(0x30,
+                   derElement(0x30, body.value(0) + subject + body.value(2) + attributes)
+                       + outer.value(1) + outer.value(2));
+    const QString file =
+        writeTestFile(requestFile("Odd.csr"), Trivex::writePem("CERTIFICATE REQUEST", der));
+    const QByteArray before = contents(file);
+    m_token.forget();
+    QVERIFY(openEditor(QStringLiteral("Odd")));
+    if (name.isEmpty()) {
+        if (!m_window->item(QStringLiteral("usage-nonRepudiation")))
+            QVERIFY(m_steps->press("unfoldUsages"));
+        QVERIFY(tick("usage-nonRepudiation"));
+        QVERIFY(m_window->click(QStringLiteral("editRequestSave")));
+    } else {
+        QVERIFY(edit(QStringLiteral("commonNameInput"), QStringLiteral("Other")));
+    }
+    QVERIFY(m_steps->waitOpen("errorDialog"));
+    QCOMPARE(m_steps->text("errorAdvice"), advice);
+    QCOMPARE(m_steps->takeError(), qtTrId("trivex-app-request-not-saved"));
+    QCOMPARE(contents(file), before);
+    QVERIFY(m_window->isOpen(QStringLiteral("editRequestDialog")));
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_steps->waitClosed("editRequestDialog"));
+    QVERIFY(QFile::remove(file));
+    QTRY_VERIFY(m_window->rowNamed(QStringLiteral("Odd")) < 0);
 }
 
 void TestAppRequests::requestOfAnotherKey()

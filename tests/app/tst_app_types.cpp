@@ -53,6 +53,7 @@ public:
     RequestedFields requestedFields() const override { return fields; }
     void setRequestedFields(const RequestedFields &changed) override { fields = changed; }
     void restoreRequestedFields() override { }
+    EditLoss editLoss() const override { return EditLoss::None; }
     bool hasRequestKey() const override { return false; }
 
     QString path;

@@ -36,6 +36,7 @@ public:
     Trivex::RequestedFields requestedFields() const override { return {}; }
     void setRequestedFields(const Trivex::RequestedFields &) override { }
     void restoreRequestedFields() override { }
+    EditLoss editLoss() const override { return EditLoss::None; }
     bool hasRequestKey() const override { return true; }
 
     QString name;

@@ -15,6 +15,8 @@
 
 using namespace Trivex;
 
+Q_DECLARE_METATYPE(Trivex::EditLoss)
+
 namespace {
 
 constexpr char Configuration[] = R"(
@@ -497,23 +499,25 @@ void TestRequestEditing::nothingIsLost_data()
 {
     QTest::addColumn<QByteArray>("name");
     QTest::addColumn<QByteArray>("attribute");
-    QTest::addColumn<bool>("isEdited");
+    QTest::addColumn<EditLoss>("loss");
     const QByteArray name = QByteArray::fromHex("310c300a06035504030c03") + "Old";
     const QByteArray usage = QByteArray::fromHex("300b0603551d0f040403020780");
     const auto list = [](const QByteArray &extensions) {
         const QByteArray oid = QByteArray::fromHex("06092a864886f70d01090e");
         return tagged(0x30, oid + tagged(0x31, tagged(0x30, extensions)));
     };
-    QTest::newRow("whole") << name << list(usage) << true;
-    QTest::newRow("a usage twice") << name << list(usage + usage) << false;
+    QTest::newRow("whole") << name << list(usage) << EditLoss::None;
+    QTest::newRow("a usage twice") << name << list(usage + usage) << EditLoss::Doubled;
     QTest::newRow("bytes behind the value")
-        << name << list(QByteArray::fromHex("300d0603551d0f0404030207800500")) << false;
+        << name << list(QByteArray::fromHex("300d0603551d0f0404030207800500"))
+        << EditLoss::Extensions;
     QTest::newRow("no list") << name << QByteArray::fromHex("300d06092a864886f70d01090e0500")
-                             << false;
+                             << EditLoss::Extensions;
     QTest::newRow("a damaged set")
-        << name << QByteArray::fromHex("300f06092a864886f70d01090e31023005") << false;
+        << name << QByteArray::fromHex("300f06092a864886f70d01090e31023005")
+        << EditLoss::Extensions;
     QTest::newRow("a damaged name")
-        << tagged(0x31, name.mid(2) + QByteArray::fromHex("3005")) << list(usage) << false;
+        << tagged(0x31, name.mid(2) + QByteArray::fromHex("3005")) << list(usage) << EditLoss::Name;
 }
 
 /// An edit that would lose bytes which can't be read, or would leave another value in force, is not
@@ -522,7 +526,7 @@ void TestRequestEditing::nothingIsLost()
 {
     QFETCH(QByteArray, name);
     QFETCH(QByteArray, attribute);
-    QFETCH(bool, isEdited);
+    QFETCH(EditLoss, loss);
     const QCA::CertificateRequest plain = made(QStringLiteral("ec-256.key"), Plain);
     const QList<QByteArray> outer = partsOf(plain.toDER());
     const QList<QByteArray> body = bodyOf(plain);
@@ -536,11 +540,13 @@ void TestRequestEditing::nothingIsLost()
     replace(&fields.info, CommonNameInfo, "Old", "New");
     const QCA::CertificateRequest request =
         editedRequest(original, fields, key(QStringLiteral("ec-256.key")));
-    QCOMPARE(!request.isNull(), isEdited);
+    QCOMPARE(!request.isNull(), loss == EditLoss::None);
+    QCOMPARE(lossOfEdit(original, fields), loss);
     // What does not touch them is made.
     const QCA::CertificateRequest again =
         editedRequest(original, requestedFields(original), key(QStringLiteral("ec-256.key")));
     QCOMPARE(bodyOf(again), bodyOf(original));
+    QCOMPARE(lossOfEdit(original, requestedFields(original)), EditLoss::None);
 }
 
 void TestRequestEditing::refusals()
