@@ -3,6 +3,7 @@
 #include "tools/certificatechain.h"
 
 #include "qca/chains/chaincheck.h"
+#include "qca/describe/words.h"
 #include "qca/questions/background.h"
 #include "tools/chaintexts.h"
 
@@ -41,13 +42,6 @@ QVector<FileItem> itemsOf(const QVector<ChainStep> &steps)
         items += item;
     }
     return items;
-}
-
-/// Some locales write two digits of the year, and people all four.
-QString withWholeYear(QString format)
-{
-    const QString whole = QStringLiteral("yyyy");
-    return format.contains(whole) ? format : format.replace(QLatin1String("yy"), whole);
 }
 
 } // namespace
@@ -141,6 +135,7 @@ bool CertificateChain::setDateText(const QString &text)
     QDate day = QDate::fromString(typed, Qt::ISODate);
     const QLocale locale;
     const QString brief = locale.dateFormat(QLocale::ShortFormat);
+    // Some locales write a year with two digits; people type all four.
     for (const QString &format : {brief, withWholeYear(brief), QStringLiteral("d.M.yyyy")}) {
         if (!day.isValid())
             day = locale.toDate(typed, format);

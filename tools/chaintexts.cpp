@@ -112,7 +112,7 @@ const ReasonText *textOf(ChainReason reason)
     return found == std::end(Reasons) ? nullptr : found;
 }
 
-QString dateText(const QDateTime &date)
+QString anyDateText(const QDateTime &date)
 {
     //% "an unknown date"
     return date.isValid() ? Validity().date(date) : qtTrId("trivex-app-chain-no-date");
@@ -149,7 +149,7 @@ QString chainText(const ChainFinding &finding, const ChainStep &step)
         return sentence;
     if (text->gap == Gap::Issuer)
         return Texts::put(sentence, {plainText(step.issuer)});
-    const QString dated = sentence.arg(dateText(finding.date));
+    const QString dated = sentence.arg(anyDateText(finding.date));
     if (finding.revocation <= 0)
         return dated;
     //% "%1 The reason: %2."

@@ -4,8 +4,6 @@
 
 #include "qca/describe/words.h"
 
-#include <QLocale>
-
 namespace Trivex {
 
 Validity::Validity(QObject *parent)
@@ -52,8 +50,7 @@ QString Validity::word(int state) const
 
 QString Validity::date(const QDateTime &time) const
 {
-    return time.isValid() ? QLocale().toString(time.toLocalTime().date(), QLocale::ShortFormat)
-                          : QString();
+    return dateText(time);
 }
 
 QString Validity::dateTime(const QDateTime &time) const

@@ -21,7 +21,7 @@ FillColumn {
     }
     function when(time) {
         return isNaN(time.getTime()) ? "" : qsTrId("trivex-app-signer-when").arg(
-            time.toLocaleString(Qt.locale(), Locale.ShortFormat))
+            Validity.dateTime(time))
     }
 
     Repeater {

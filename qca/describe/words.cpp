@@ -53,9 +53,25 @@ QString numberText(Der::Slice content)
     return number >= 0 ? QString::number(number) : bytesText(content);
 }
 
+QString withWholeYear(QString format)
+{
+    const QString whole = QStringLiteral("yyyy");
+    return format.contains(whole) ? format : format.replace(QLatin1String("yy"), whole);
+}
+
+QString dateText(const QDateTime &time)
+{
+    const QLocale locale;
+    return time.isValid() ? locale.toString(time.toLocalTime().date(),
+                                            withWholeYear(locale.dateFormat(QLocale::ShortFormat)))
+                          : QString();
+}
+
 QString timeText(const QDateTime &time)
 {
-    return time.isValid() ? QLocale().toString(time.toLocalTime(), QLocale::ShortFormat)
+    const QLocale locale;
+    return time.isValid() ? locale.toString(
+               time.toLocalTime(), withWholeYear(locale.dateTimeFormat(QLocale::ShortFormat)))
                           : QString();
 }
 

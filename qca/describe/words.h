@@ -36,7 +36,13 @@ QString decimalText(Der::Slice integer);
 /// The content of an INTEGER: in decimal digits where it is small, else as bytes.
 QString numberText(Der::Slice content);
 
-/// Date and time in the user's locale and time zone; empty for an invalid one.
+/// The format of a date, with a whole year where the locale writes two digits of it: a certificate
+/// may hold for a hundred years.
+TRIVEX_QCA_EXPORT QString withWholeYear(QString format);
+/// The date in the user's locale and time zone, with all of its year; empty for an invalid one.
+TRIVEX_QCA_EXPORT QString dateText(const QDateTime &time);
+/// Date and time in the user's locale and time zone, with all of the year; empty for an invalid
+/// one.
 TRIVEX_QCA_EXPORT QString timeText(const QDateTime &time);
 /// The same of a Time; what is none is shown as damaged.
 QString timeText(const Der::Element &time);

@@ -16,6 +16,7 @@ public:
 private Q_SLOTS:
     void details_data();
     void details();
+    void wholeYears();
 
 private:
     bool opensOneWindow() const override { return false; }
@@ -78,6 +79,27 @@ void TestAppWords::details()
         QVERIFY2(!said(word), qPrintable(word + QStringLiteral(" is in\n") + all));
     for (const QString &word : qAsConst(wanted))
         QVERIFY2(said(word), qPrintable(word + QStringLiteral(" is not in\n") + all));
+}
+
+void TestAppWords::wholeYears()
+{
+    // The short dates of this locale have two digits of the year.
+    QLocale::setDefault(QLocale(QStringLiteral("en_US")));
+    openWindow();
+    for (const QString &page :
+         {QStringLiteral("personal"), QStringLiteral("details"), QStringLiteral("checked")}) {
+        QVERIFY(visitPage(*m_window, m_data, page));
+        QStringList texts;
+        visitItems(m_window->window()->contentItem(), [&](QQuickItem *item) {
+            if (item->isVisible())
+                texts += item->property("text").toString();
+        });
+        const QRegularExpression shortYear(QStringLiteral("\\b\\d+/\\d+/\\d\\d\\b"));
+        QCOMPARE(texts.filter(shortYear), QStringList());
+        const QRegularExpression wholeYear(QStringLiteral("\\b\\d+/\\d+/\\d{4}\\b"));
+        QVERIFY2(!texts.filter(wholeYear).isEmpty(), qPrintable(texts.join(QLatin1Char('\n'))));
+        leavePage(*m_window);
+    }
 }
 
 int main(int argc, char **argv)

@@ -116,6 +116,7 @@ private Q_SLOTS:
     void allTextIsBounded();
     void hugeListIsQuick();
     void namesOfStrangersAreOneLine();
+    void yearsAreToldWhole();
 };
 
 void TestDescribe::initTestCase()
@@ -586,6 +587,32 @@ void TestDescribe::namesOfStrangersAreOneLine()
     QCOMPARE(rows.first().value, QString::fromUtf8("two\uFFFDlines\uFFFD"));
     QCOMPARE(extensionValue("2.5.29.17", derElement(0x30, derElement(0x82, "a\nb"))),
              QString::fromUtf8("DNS: a\uFFFDb"));
+}
+
+void TestDescribe::yearsAreToldWhole()
+{
+    // Half of the locales write two digits of a year in short dates, and certificates hold for a
+    // hundred years.
+    const QDateTime years[] = {QDateTime({1936, 11, 23}, {12, 0}),
+                               QDateTime({2036, 11, 23}, {12, 0}),
+                               QDateTime({2136, 11, 23}, {12, 0})};
+    const auto restore = qScopeGuard([before = QLocale()] { QLocale::setDefault(before); });
+    const auto locales =
+        QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyCountry);
+    QVERIFY(locales.size() > 100);
+    for (const QLocale &locale : locales) {
+        QLocale::setDefault(locale);
+        QSet<QString> dates;
+        QSet<QString> times;
+        for (const QDateTime &year : years) {
+            dates += dateText(year);
+            times += timeText(year);
+        }
+        QVERIFY2(dates.size() == 3, qPrintable(locale.name()));
+        QVERIFY2(times.size() == 3, qPrintable(locale.name()));
+    }
+    QCOMPARE(dateText({}), QString());
+    QCOMPARE(timeText(QDateTime()), QString());
 }
 
 int main(int argc, char **argv)
