@@ -54,6 +54,5 @@ void TrivexFuzz::take(const QByteArray &input)
     if (!decoded.isNull())
         ask(decoded);
     describe(ShownKind::Certificate, der);
-    shownText(ShownKind::Certificate, der);
     structureText(der);
 }

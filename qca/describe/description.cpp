@@ -55,15 +55,6 @@ bool addKind(ShownKind kind, Der::Slice der, Groups *groups)
     return false;
 }
 
-void appendValue(const ShownRow &row, QString *text)
-{
-    *text += row.value + QLatin1Char('\n');
-    if (row.value.contains(QLatin1Char(':'))) {
-        // A search for bytes also works without colons, in every kind of row.
-        *text += QString(row.value).remove(QLatin1Char(':')) + QLatin1Char('\n');
-    }
-}
-
 } // namespace
 
 QVector<ShownGroup> describe(ShownKind kind, const QByteArray &der)
@@ -80,20 +71,6 @@ QVector<ShownGroup> describe(ShownKind kind, const QByteArray &der)
     if (count > 1 && all.at(count - 2).topic == ShownTopic::Signature)
         all.swapItemsAt(count - 2, count - 1);
     return all;
-}
-
-QString shownText(ShownKind kind, const QByteArray &der)
-{
-    QString text;
-    const QVector<ShownGroup> groups = describe(kind, der);
-    for (const ShownGroup &group : groups) {
-        // Nobody looks for the bits of a signature.
-        if (group.topic == ShownTopic::Signature)
-            continue;
-        for (const ShownRow &row : group.rows)
-            appendValue(row, &text);
-    }
-    return text;
 }
 
 } // namespace Trivex

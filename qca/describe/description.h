@@ -16,11 +16,4 @@ namespace Trivex {
 /// and counted behind it. Any thread.
 TRIVEX_QCA_EXPORT QVector<ShownGroup> describe(ShownKind kind, const QByteArray &der);
 
-/// All values that `describe` shows of it, a line each, for a search over everything that the
-/// viewer shows: serial number, fingerprints and other bytes with colons and without. Labels are
-/// left out, as every certificate has them. Match it with `foldedText`. Any thread.
-///
-/// Costs about a tenth of a millisecond: do it once for each certificate and keep it.
-TRIVEX_QCA_EXPORT QString shownText(ShownKind kind, const QByteArray &der);
-
 } // namespace Trivex

@@ -111,7 +111,6 @@ private Q_SLOTS:
     void signatures();
     void request();
     void revocationList();
-    void searchText();
     void longListsAreCounted();
     void allTextIsBounded();
     void hugeListIsQuick();
@@ -493,20 +492,6 @@ void TestDescribe::revocationList()
     const QString when = timeText(QDateTime(QDate(2020, 1, 1), QTime(0, 0), Qt::UTC));
     QCOMPARE(valueIn(rows, QStringLiteral("Serial numbers, and when")),
              QStringLiteral("01:02  %1  Reason: the key is known to others\n05  %1").arg(when));
-}
-
-void TestDescribe::searchText()
-{
-    const QByteArray der = derOf(Corpus::read(QStringLiteral("extensions.der")));
-    const QString text = shownText(ShownKind::Certificate, der);
-    const QByteArray digest = QCryptographicHash::hash(der, QCryptographicHash::Sha256).toHex();
-    for (const QString &part :
-         {QStringLiteral("romeo@example.org"), QStringLiteral("http://example.org/ocsp"),
-          QStringLiteral("RSA with SHA-256"), QStringLiteral("Web server"),
-          QString::fromLatin1(digest.toUpper())})
-        QVERIFY2(text.contains(part), qPrintable(part));
-    // Every certificate would be found by them.
-    QVERIFY(!text.contains(QStringLiteral("Fingerprints")));
 }
 
 void TestDescribe::longListsAreCounted()
