@@ -272,14 +272,16 @@ QString CertificateDetails::textOf(const QVariantList &groups)
         const QVariantMap map = group.toMap();
         const QString title = map.value(QStringLiteral("title")).toString();
         if (!title.isEmpty())
-            result += QLatin1Char('\n') + title + QLatin1Char('\n');
+            result.append(QLatin1Char('\n')).append(title).append(QLatin1Char('\n'));
         const QVariantList rows = map.value(QStringLiteral("rows")).toList();
         for (const QVariant &row : rows) {
             const QVariantMap fields = row.toMap();
             QString value = fields.value(QStringLiteral("value")).toString();
             value.replace(QLatin1Char('\n'), QStringLiteral("\n    "));
-            result += fields.value(QStringLiteral("label")).toString() + QStringLiteral(": ")
-                + value + QLatin1Char('\n');
+            // Added as a whole: a sum has the text allocated anew, to its exact size, each time.
+            const QString line = fields.value(QStringLiteral("label")).toString()
+                + QStringLiteral(": ") + value + QLatin1Char('\n');
+            result += line;
         }
     }
     return result;

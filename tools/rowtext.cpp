@@ -59,6 +59,14 @@ bool isBytes(const QString &text)
     return bytes.match(text).hasMatch();
 }
 
+/// Added as a sum, the text would be allocated anew for each line, to its exact size: a certificate
+/// can have a hundred thousand of them.
+void addLine(QString *text, const QString &line)
+{
+    text->append(line);
+    text->append(QLatin1Char('\n'));
+}
+
 } // namespace
 
 RowText rowText(ShownKind kind, const QByteArray &der)
@@ -74,12 +82,12 @@ RowText rowText(ShownKind kind, const QByteArray &der)
             const QStringList lines = row.value.split(QLatin1Char('\n'));
             for (const QString &line : lines) {
                 if (!isBytes(line))
-                    words += line + QLatin1Char('\n');
+                    addLine(&words, line);
                 // Bytes stand in a line of words, too, behind what they are.
                 if (row.isFixed || line.contains(QLatin1Char(':')))
-                    bytes += withoutSeparators(line) + QLatin1Char('\n');
+                    addLine(&bytes, withoutSeparators(line));
                 else if (isBytes(line))
-                    words += line + QLatin1Char('\n');
+                    addLine(&words, line);
             }
         }
     }

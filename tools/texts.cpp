@@ -100,9 +100,11 @@ QString Texts::marked(const QString &text, const QString &pattern, const QString
     int from = 0;
     const QVector<TextPart> parts = foundParts(text, pattern);
     for (const TextPart &part : parts) {
-        result += text.mid(from, part.start - from).toHtmlEscaped()
+        // Added as a whole: a sum has the text allocated anew, to its exact size, each time.
+        const QString piece = text.mid(from, part.start - from).toHtmlEscaped()
             + QStringLiteral("<b><u><font color=\"") + color + QStringLiteral("\">")
             + text.mid(part.start, part.size).toHtmlEscaped() + QStringLiteral("</font></u></b>");
+        result += piece;
         from = part.start + part.size;
     }
     return result + text.mid(from).toHtmlEscaped();

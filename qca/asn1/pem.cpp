@@ -4,6 +4,8 @@
 
 #include "qca/base/bounds.h"
 
+#include <algorithm>
+
 namespace Trivex {
 
 namespace {
@@ -34,12 +36,14 @@ QByteArray cutHeader(QByteArray *body)
 
 QByteArray withoutSpace(const QByteArray &body)
 {
-    QByteArray result;
-    result.reserve(body.size());
+    QByteArray result(body.size(), Qt::Uninitialized);
+    char *end = result.data();
+    // Adding to a byte array looks each time whether it has room, and whether it is shared.
     for (const char c : body) {
         if (c != '\n' && c != '\r' && c != ' ' && c != '\t')
-            result += c;
+            *end++ = c;
     }
+    result.truncate(int(end - result.constData()));
     return result;
 }
 
@@ -118,8 +122,11 @@ QByteArray writePem(const QByteArray &label, const QByteArray &data)
 {
     const QByteArray encoded = data.toBase64();
     QByteArray text = Begin + label + Dashes + '\n';
-    for (int i = 0; i < encoded.size(); i += LineLength)
-        text += encoded.mid(i, LineLength) + '\n';
+    // What is added as a sum of strings has the text allocated anew, to its exact size, each time.
+    for (int i = 0; i < encoded.size(); i += LineLength) {
+        text.append(encoded.constData() + i, std::min(LineLength, encoded.size() - i));
+        text.append('\n');
+    }
     return text + End + label + Dashes + '\n';
 }
 
