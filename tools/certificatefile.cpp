@@ -25,6 +25,7 @@ constexpr struct {
     {FileObject::Request, CertificateFile::RequestKind},
     {FileObject::RevocationList, CertificateFile::RevocationListKind},
     {FileObject::PrivateKey, CertificateFile::PrivateKeyKind},
+    {FileObject::SshKey, CertificateFile::PrivateKeyKind},
     {FileObject::PublicKey, CertificateFile::PublicKeyKind},
     {FileObject::EncryptedMessage, CertificateFile::EncryptedMessageKind},
     {FileObject::AttributeCertificate, CertificateFile::AttributeCertificateKind},

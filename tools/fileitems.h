@@ -49,6 +49,7 @@ public:
         AttributeCertificate,
         RevocationAnswer,
         EncryptedMessage,
+        SshKey,
     };
     Q_ENUM(Kind)
 

@@ -40,7 +40,8 @@ QCA::CRL listOf(const FileItem &item)
 bool isForeign(const FileItem &item)
 {
     return item.kind == FileObject::AttributeCertificate
-        || item.kind == FileObject::RevocationAnswer || item.kind == FileObject::EncryptedMessage;
+        || item.kind == FileObject::RevocationAnswer || item.kind == FileObject::EncryptedMessage
+        || item.kind == FileObject::SshKey;
 }
 
 ShownKind shownKind(const FileItem &item)
@@ -87,6 +88,9 @@ QString itemName(const FileItem &item)
     case FileObject::EncryptedMessage:
         //% "Encrypted message"
         return qtTrId("trivex-app-item-encrypted");
+    case FileObject::SshKey:
+        //% "Private key of SSH"
+        return qtTrId("trivex-app-item-ssh-key");
     }
     return {};
 }
@@ -113,6 +117,7 @@ QString itemDetail(const FileItem &item)
     case FileObject::AttributeCertificate:
     case FileObject::RevocationAnswer:
     case FileObject::EncryptedMessage:
+    case FileObject::SshKey:
         //% "Can't be imported"
         return qtTrId("trivex-app-item-foreign");
     }

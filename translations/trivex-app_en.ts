@@ -1520,6 +1520,10 @@
         <source>Certificate request</source>
         <translation>Certificate request</translation>
     </message>
+    <message id="trivex-app-item-ssh-key">
+        <source>Private key of SSH</source>
+        <translation>Private key of SSH</translation>
+    </message>
     <message id="trivex-app-item-unnamed">
         <source>Without a name</source>
         <translation>Without a name</translation>

@@ -1529,6 +1529,10 @@
         <source>Certificate request</source>
         <translation>Запрос на сертификат</translation>
     </message>
+    <message id="trivex-app-item-ssh-key">
+        <source>Private key of SSH</source>
+        <translation>Закрытый ключ SSH</translation>
+    </message>
     <message id="trivex-app-item-unnamed">
         <source>Without a name</source>
         <translation>Без имени</translation>

@@ -103,9 +103,12 @@ public:
 
     void takeBlock(const PemBlock &block)
     {
-        // Encrypted as RFC 1421 has it, or by the programs of SSH.
-        if (block.label.endsWith("PRIVATE KEY")
-            && (block.header.contains("ENCRYPTED") || block.label.startsWith("OPENSSH"))) {
+        if (block.label == "OPENSSH PRIVATE KEY") {
+            add(FileObject::SshKey, {});
+            return;
+        }
+        // As RFC 1421 has it.
+        if (block.label.endsWith("PRIVATE KEY") && block.header.contains("ENCRYPTED")) {
             contents.objects += encryptedKey();
             return;
         }
@@ -202,9 +205,12 @@ private:
     int m_keys = 0;
 };
 
-/// Text that some editors save with two bytes a letter.
+/// Text that some editors save with two bytes a letter, or with a byte order mark before it.
 QByteArray plainBytes(const QByteArray &bytes)
 {
+    const QByteArray mark("\xef\xbb\xbf");
+    if (bytes.startsWith(mark))
+        return bytes.mid(mark.size());
     const bool isWide = bytes.startsWith("\xff\xfe") || bytes.startsWith("\xfe\xff");
     const QTextCodec *codec = isWide ? QTextCodec::codecForName("UTF-16") : nullptr;
     return codec ? codec->toUnicode(bytes).toUtf8() : bytes;

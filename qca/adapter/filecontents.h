@@ -25,9 +25,10 @@ struct FileObject {
         AttributeCertificate, ///< RFC 5755
         RevocationAnswer, ///< OCSP (RFC 6960)
         EncryptedMessage, ///< PKCS#7 or CMS (RFC 5652, 6)
+        SshKey, ///< a private key as the programs of SSH keep it, with or without a password
     };
     Kind kind = Certificate;
-    /// The encoding; empty for a private key.
+    /// The encoding; empty for a private key of any form.
     QByteArray der;
     /// A private key; null for one that needs a password.
     std::shared_ptr<const KeyMaterial> key;

@@ -242,6 +242,10 @@ void TestFileContents::namedRows()
     QTest::newRow("answer about revocation, DER") << good << objects << answer;
     QTest::newRow("answer about revocation") << toPem("OCSP RESPONSE", good) << objects << answer;
     QTest::newRow("refusal to answer") << QByteArray::fromHex("30030a0106") << objects << answer;
+    // Without a password: "none" stands for its cipher. Nothing can be done with either kind.
+    QTest::newRow("key of SSH") << toPem("OPENSSH PRIVATE KEY",
+                                         QByteArray("openssh-key-v1\0\0\0\0\4none", 23))
+                                << objects << Kinds{FileObject::SshKey};
     QTest::newRow("certificate and attribute certificate")
         << m_pem + toPem("ATTRIBUTE CERTIFICATE", attributeCertificate()) << objects
         << Kinds{FileObject::Certificate, FileObject::AttributeCertificate};
@@ -331,6 +335,8 @@ void TestFileContents::forms_data()
     const QString text = QString::fromLatin1(m_pem);
     const QByteArray wide(reinterpret_cast<const char *>(text.utf16()), text.size() * 2);
     QTest::newRow("certificate in letters of two bytes") << "\xff\xfe" + wide << objects << one;
+    QTest::newRow("bare Base64 behind a byte order mark")
+        << "\xef\xbb\xbf" + m_der.toBase64() << objects << one;
     QTest::newRow("request") << contents("asker.csr") << objects << request;
     QTest::newRow("request, DER") << run(QStringLiteral("req -in asker.csr -outform DER"))
                                   << objects << request;
