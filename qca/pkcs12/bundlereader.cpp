@@ -4,6 +4,7 @@
 
 #include "qca/asn1/algorithmids.h"
 #include "qca/asn1/nativecoding.h"
+#include "qca/asn1/strings.h"
 #include "qca/base/bounds.h"
 #include "qca/keys/algorithmerrors.h"
 #include "qca/keys/derivationbudget.h"
@@ -63,12 +64,20 @@ Pkcs12Handle parse(const QByteArray &der)
     return isRead ? std::move(parsed) : nullptr;
 }
 
-QString nameOf(PKCS12_SAFEBAG *bag)
+// Not by PKCS12_get_friendlyname, which loses names whose last character has three octets in UTF-8,
+// such as those in Chinese.
+QString nameOf(const PKCS12_SAFEBAG *bag)
 {
-    char *name = PKCS12_get_friendlyname(bag);
-    const QString text = QString::fromUtf8(name);
-    OPENSSL_free(name);
-    return text;
+    const ASN1_TYPE *value = PKCS12_SAFEBAG_get0_attr(bag, NID_friendlyName);
+    if (!value || value->type != V_ASN1_BMPSTRING)
+        return {};
+    const ASN1_BMPSTRING *units = value->value.bmpstring;
+    const QByteArray octets = QByteArray::fromRawData(
+        reinterpret_cast<const char *>(ASN1_STRING_get0_data(units)), ASN1_STRING_length(units));
+    Der::Element element;
+    element.tag = Der::BmpString;
+    element.content = Der::sliceOf(octets);
+    return octets.size() % 2 == 0 ? decodeString(element).section(QChar::Null, 0, 0) : QString();
 }
 
 QByteArray localIdOf(const PKCS12_SAFEBAG *bag)

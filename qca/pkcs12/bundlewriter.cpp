@@ -62,12 +62,24 @@ QByteArray localIdOf(const X509 *certificate)
     return id;
 }
 
+/// As UTF-16, which readers take a BMPString for: libcrypto makes none of UTF-8 with a character
+/// beyond 16 bits, such as an emoji.
+bool addName(PKCS12_SAFEBAG *bag, const QString &name)
+{
+    QByteArray utf16;
+    for (const QChar unit : name) {
+        utf16 += char(unit.row());
+        utf16 += char(unit.cell());
+    }
+    const auto *octets = reinterpret_cast<const unsigned char *>(utf16.constData());
+    return name.isEmpty() || PKCS12_add_friendlyname_uni(bag, octets, utf16.size()) == 1;
+}
+
 bool addNames(PKCS12_SAFEBAG *bag, const QString &name, const QByteArray &localId)
 {
     auto id = localId;
     return PKCS12_add_localkeyid(bag, reinterpret_cast<unsigned char *>(id.data()), id.size()) == 1
-        && (name.isEmpty()
-            || PKCS12_add_friendlyname_utf8(bag, name.toUtf8().constData(), -1) == 1);
+        && addName(bag, name);
 }
 
 bool push(const BagStack &bags, PKCS12_SAFEBAG *bag)

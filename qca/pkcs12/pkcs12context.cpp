@@ -28,6 +28,15 @@ CertificateStack issuersOf(const QList<const QCA::CertContext *> &chain)
     return stack;
 }
 
+/// With question marks for characters beyond 16 bits, such as an emoji: libcrypto refuses them.
+QByteArray writableName(const QString &name)
+{
+    QString text;
+    for (const uint character : name.toUcs4())
+        text += character > 0xFFFF ? QChar(u'?') : QChar(ushort(character));
+    return text.toUtf8();
+}
+
 } // namespace
 
 void makeContexts(Bundle bundle, QCA::Provider *provider, QList<QCA::CertContext *> *chain,
@@ -66,7 +75,7 @@ QByteArray Pkcs12Context::toPKCS12(const QString &name,
     const CertificateStack issuers = issuersOf(chain);
     // An empty password must not be written as "no password": everybody could read the key.
     const char *password = passphrase.isEmpty() ? "" : passphrase.constData();
-    const Pkcs12Handle bundle(PKCS12_create(password, name.toUtf8().constData(), key.native(),
+    const Pkcs12Handle bundle(PKCS12_create(password, writableName(name).constData(), key.native(),
                                             certificate.get(), issuers.get(), 0, 0, 0, 0, 0));
     return encodeNative(bundle.get(), i2d_PKCS12);
 }

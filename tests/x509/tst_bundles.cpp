@@ -21,6 +21,8 @@ private Q_SLOTS:
     void readsBrokenCertificates();
     void readsPrimitiveNames();
     void writes();
+    void writesOddNames_data();
+    void writesOddNames();
 
 private:
     QCA::Initializer m_initializer;
@@ -184,6 +186,38 @@ void TestBundles::writes()
     const QCA::KeyBundle again = QCA::KeyBundle::fromArray(written, QCA::SecureArray("другой"),
                                                            &result, opensslProviderName());
     QCOMPARE(again.name(), QStringLiteral("Новое имя"));
+    QCOMPARE(again.certificateChain().size(), 2);
+}
+
+void TestBundles::writesOddNames_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("read");
+    const auto row = [](const char *title, const QString &name, const QString &read) {
+        QTest::newRow(title) << name << read;
+    };
+    const QString key = QStringLiteral("🔑");
+    row("an emoji", key, QStringLiteral("?"));
+    row("among letters", QLatin1String("a ") + key + QLatin1String(" b"), QStringLiteral("a ? b"));
+    row("of 16 bits", QStringLiteral("日\uFFEE"), QStringLiteral("日\uFFEE"));
+    row("one letter", QStringLiteral("я"), QStringLiteral("я"));
+    row("none", QString(), QString());
+}
+
+// A name is no reason to write nothing.
+void TestBundles::writesOddNames()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, read);
+    QCA::ConvertResult result;
+    QCA::KeyBundle bundle =
+        ::read(QStringLiteral("bundle-aes.p12"), QCA::SecureArray("secret"), &result);
+    bundle.setName(name);
+    const QByteArray written = bundle.toArray(QCA::SecureArray("other"), opensslProviderName());
+    const QCA::KeyBundle again = QCA::KeyBundle::fromArray(written, QCA::SecureArray("other"),
+                                                           &result, opensslProviderName());
+    QCOMPARE(result, QCA::ConvertGood);
+    QCOMPARE(again.name(), read);
     QCOMPARE(again.certificateChain().size(), 2);
 }
 

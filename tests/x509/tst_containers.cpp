@@ -280,11 +280,19 @@ void TestContainers::oddNames()
         QCOMPARE(result, QCA::ConvertGood);
         QVERIFY2(bundle.name().size() <= 8, name);
     }
-    QCA::ConvertResult result = QCA::ErrorFile;
-    const QByteArray utf16 = hex("0418043c044f0020d83dde00"); // with an emoji
-    const QCA::KeyBundle bundle =
-        opened(BundleBuilder().key(m_one).named(utf16).certificate(m_one).sealed(), &result);
-    QCOMPARE(bundle.name(), QStringLiteral("Имя 😀"));
+    const auto nameIn = [this](const QByteArray &utf16) {
+        QCA::ConvertResult result = QCA::ErrorFile;
+        return opened(BundleBuilder().key(m_one).named(utf16).certificate(m_one).sealed(), &result)
+            .name();
+    };
+    QCOMPARE(nameIn(hex("0418043c044f0020d83dde00")), QStringLiteral("Имя 😀"));
+    // With characters of three octets in UTF-8 at their ends.
+    QCOMPARE(nameIn(hex("65e5672c")), QStringLiteral("日本"));
+    QCOMPARE(nameIn(hex("041a043b044e04472116")), QStringLiteral("Ключ№"));
+    QCOMPARE(nameIn(hex("2116")), QStringLiteral("№"));
+    QCOMPARE(nameIn(hex("21160000")), QStringLiteral("№"));
+    QCOMPARE(nameIn(hex("00410000")), QStringLiteral("A"));
+    QCOMPARE(nameIn(hex("004100000042")), QStringLiteral("A"));
 }
 
 void TestContainers::nestedBags()
