@@ -167,7 +167,10 @@ QStringList providerMarks()
     QStringList marks;
     const QCA::ProviderList providers = QCA::providers();
     for (const QCA::Provider *provider : providers)
-        marks << QStringLiteral("%1 %2").arg(provider->name()).arg(quintptr(provider));
+        marks << QStringLiteral("%1 %2 %3")
+                     .arg(provider->name())
+                     .arg(quintptr(provider))
+                     .arg(provider->features().join(QLatin1Char(',')));
     return marks;
 }
 

@@ -19,9 +19,11 @@ QVariantMap detached(QVariantMap map)
 } // namespace
 
 FakeProvider::FakeProvider(const QString &name, const QStringList &features)
-    : m_name(name)
-    , m_features(features)
 {
+    // QCA hands it to threads that are there already.
+    const std::lock_guard lock(m_mutex);
+    m_name = name;
+    m_features = features;
 }
 
 FakeProvider *FakeProvider::install(const QString &name, const QStringList &features)
@@ -39,6 +41,7 @@ int FakeProvider::qcaVersion() const
 
 QString FakeProvider::name() const
 {
+    const std::lock_guard lock(m_mutex);
     return m_name;
 }
 

@@ -41,8 +41,8 @@ public:
     const std::shared_ptr<FakeStores> stores = std::make_shared<FakeStores>();
 
 private:
-    QString m_name;
     mutable std::mutex m_mutex; ///< of what follows, which QCA's own threads ask for too
+    QString m_name;
     QStringList m_features;
     QVariantMap m_defaultConfig;
     QVariantMap m_config;
