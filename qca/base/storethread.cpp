@@ -27,7 +27,7 @@ namespace {
 constexpr std::chrono::milliseconds LookPause{1};
 /// A new thread has the name of its creator until it gets its own, so the search is repeated.
 constexpr std::chrono::milliseconds NamePause{3};
-/// How often the ending thread is seen asleep before it counts as waiting for something.
+/// How often the main thread is seen asleep before it counts as waiting for something.
 constexpr int WaitingLooks = 5;
 /// QCA::KeyStoreOperation, as far as the kernel keeps names.
 constexpr char OperationName[] = "QCA::KeyStoreOp\n";
@@ -107,10 +107,16 @@ void endWithApplication()
 
 /// Reports that the thread stops, and stops it for good, but for what the end itself waits for: the
 /// destructor of a host's static object may ask a key store, or wait for an operation whose thread
-/// had no name yet when they were looked for. What others ask is never answered.
-[[noreturn]] void reportAndStay(const std::shared_ptr<std::atomic<bool>> &isStaying)
+/// had no name yet when they were looked for. What others ask is never answered, and nothing is
+/// once another thread than the main one ends the process: that end asks nothing, and the main
+/// thread, which sleeps whenever its loop is idle, would have programs started that nobody lets go
+/// on.
+[[noreturn]] void reportAndStay(const std::shared_ptr<std::atomic<bool>> &isStaying,
+                                bool isMainThreadEnding)
 {
     *isStaying = true;
+    while (!isMainThreadEnding)
+        ::pause();
     QAbstractEventDispatcher *dispatcher = QAbstractEventDispatcher::instance();
     for (int asleep = 0;;) {
         std::this_thread::sleep_for(LookPause);
@@ -168,6 +174,7 @@ bool StoreThread::waitForOperations(Deadline deadline)
 bool StoreThread::hold(Deadline deadline)
 {
     const auto isStaying = std::make_shared<std::atomic<bool>>(false);
+    const bool isMain = gettid() == getpid();
     {
         const std::lock_guard lock(mutex);
         if (!agent)
@@ -176,10 +183,10 @@ bool StoreThread::hold(Deadline deadline)
             return false;
         isHeld = true;
         QMetaObject::invokeMethod(
-            agent, [isStaying] { reportAndStay(isStaying); }, Qt::QueuedConnection);
+            agent, [isStaying, isMain] { reportAndStay(isStaying, isMain); }, Qt::QueuedConnection);
     }
     // On another thread than the main one the process ends at once, and QCA may be locked.
-    if (gettid() == getpid())
+    if (isMain)
         keepQca();
     // Without an application object nothing is delivered to any thread of Qt's.
     const auto isWaiting = [&] { return !*isStaying && known && QCoreApplication::instance(); };

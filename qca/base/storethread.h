@@ -31,9 +31,9 @@ public:
     static bool waitForOperations(Deadline deadline);
     /// Stops the store thread while it runs its event loop, not in the middle of other code: of
     /// starting a program, say, whose forked child would wait for ever. From then on it answers
-    /// only while the main thread waits. Also keeps QCA from ending, which would wait for the
-    /// thread. Call it once, at the end of the process. False when the thread could not be reached
-    /// before the deadline; true without one.
+    /// only while the main thread waits, and nobody where another thread calls this. Also keeps QCA
+    /// from ending, which would wait for the thread. Call it once, at the end of the process. False
+    /// when the thread could not be reached before the deadline; true without one.
     static bool hold(Deadline deadline);
 };
 

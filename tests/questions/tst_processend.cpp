@@ -1,14 +1,19 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "qca/base/processend.h"
+#include "qca/base/storethread.h"
 
 #include <QCoreApplication>
 #include <QProcess>
 #include <QTest>
+#include <QThread>
+#include <QTimer>
 
+#include <atomic>
 #include <cstdlib>
 #include <future>
 #include <iostream>
+#include <streambuf>
 #include <thread>
 
 #include <sys/wait.h>
@@ -61,6 +66,47 @@ void enterForeignCode()
     inside.get_future().wait();
 }
 
+std::atomic<bool> isFlushing{false};
+
+/// The end of the process flushes the streams when all threads have been stopped, and waits a while
+/// for that: long enough here that a thread which goes on is seen.
+class SlowBuffer : public std::streambuf {
+protected:
+    int sync() override
+    {
+        isFlushing = true;
+        for (;;)
+            ::pause();
+    }
+};
+
+/// QCA's store thread, as far as the end knows it, with a timer as those of QCA's providers that
+/// start programs: the end stops it, and the main thread sleeps meanwhile.
+int runStoreThread()
+{
+    int count = 1;
+    char *arguments[] = {nullptr};
+    const QCoreApplication application(count, arguments);
+    std::cout.rdbuf(new SlowBuffer);
+    auto *thread = new QThread;
+    auto *timer = new QTimer;
+    timer->moveToThread(thread);
+    QObject::connect(timer, &QTimer::timeout, timer, [] {
+        if (isFlushing.exchange(false))
+            say("started ");
+    });
+    thread->start();
+    QMetaObject::invokeMethod(
+        timer,
+        [timer] {
+            Trivex::StoreThread::note();
+            timer->start(1);
+        },
+        Qt::BlockingQueuedConnection);
+    std::thread([] { std::exit(Status); }).join();
+    return Status;
+}
+
 int runFork()
 {
     const pid_t child = ::fork();
@@ -78,6 +124,8 @@ int runChild(const QByteArray &way)
     prepare();
     if (way == "fork")
         return runFork();
+    if (way == "thread, with a store thread")
+        return runStoreThread();
     if (way.endsWith("call"))
         enterForeignCode();
     std::cout << "buffered ";
@@ -112,6 +160,7 @@ void TestProcessEnd::ends_data()
     row("return, in a call", "second first buffered ");
     row("exit, in a call", "second first buffered ");
     row("thread, in a call", "newer second first buffered ");
+    row("thread, with a store thread", "newer second first ");
     row("fork", "newer older | second first newer older ");
 }
 
