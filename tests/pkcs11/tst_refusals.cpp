@@ -43,6 +43,9 @@ private Q_SLOTS:
     void loginThatHelpsNothing();
     void readOnly();
     void unsupportedObject();
+    void tokenThatDoesNotSign_data();
+    void tokenThatDoesNotSign();
+    void tokenThatSaysNothingOfMechanisms();
     void cleanupTestCase();
 
 private:
@@ -294,6 +297,44 @@ void TestRefusals::unsupportedObject()
     QCOMPARE(m_stores->write(m_store, m_root), QString());
     QCOMPARE(lastError().kind, TokenError::NotSupported);
     QCOMPARE(lastError().returnName, QStringLiteral("CKR_TEMPLATE_INCOMPLETE"));
+}
+
+void TestRefusals::tokenThatDoesNotSign_data()
+{
+    QTest::addColumn<bool>("rsa");
+    QTest::newRow("CKM_RSA_PKCS") << true;
+    QTest::newRow("CKM_ECDSA") << false;
+}
+
+/// It says so itself, so that nobody types a PIN for nothing.
+void TestRefusals::tokenThatDoesNotSign()
+{
+    QFETCH(bool, rsa);
+    QCA::PrivateKey key = generate(rsa);
+    QVERIFY(!key.isNull());
+    QVERIFY(m_token->replug(m_store->id(), QByteArray("without ") + QTest::currentDataTag()));
+    countAfresh();
+    QVERIFY(signature(key).isEmpty());
+    QCOMPARE(m_prompt->count(), 0);
+    QCOMPARE(m_token->count("C_Login"), 0);
+    QCOMPARE(m_errors.size(), 1);
+    QCOMPARE(lastError().kind, TokenError::NotSupported);
+    QCOMPARE(lastError().purpose, Trivex::Purpose::Sign);
+    m_token->control();
+    QVERIFY(!signature(key).isEmpty());
+    removeGenerated();
+}
+
+/// Such a token is believed to sign.
+void TestRefusals::tokenThatSaysNothingOfMechanisms()
+{
+    QCA::PrivateKey key = generate(false);
+    QVERIFY(!key.isNull());
+    m_token->control("fail C_GetMechanismInfo * CKR_FUNCTION_NOT_SUPPORTED");
+    QVERIFY(!signature(key).isEmpty());
+    QVERIFY(m_errors.isEmpty());
+    m_token->control();
+    removeGenerated();
 }
 
 QTEST_GUILESS_MAIN(TestRefusals)

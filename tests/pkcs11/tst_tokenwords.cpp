@@ -245,6 +245,7 @@ private Q_SLOTS:
     void identityIsOnePlainLine();
     void sizesOfMadeKeys();
     void otherGenerationsDoNotCount();
+    void otherSignaturesDoNotCount();
 };
 
 void TestTokenWords::everyCodeHasItsName()
@@ -460,7 +461,6 @@ void TestTokenWords::sizesOfMadeKeys()
     QVector<TokenAbility> all;
     noteAbility(CKM_RSA_PKCS_KEY_PAIR_GEN, {1024, 2048, CKF_GENERATE_KEY_PAIR}, &all);
     noteAbility(CKM_RSA_PKCS, {512, 4096, CKF_SIGN}, &all);
-    noteAbility(CKM_SHA256_RSA_PKCS, {768, 3072, CKF_SIGN}, &all);
     noteAbility(CKM_ECDSA, {256, 521, CKF_SIGN}, &all);
     QCOMPARE(all.size(), 2);
     QVERIFY(all.first().makes && all.first().signs && !all.first().decrypts);
@@ -480,6 +480,23 @@ void TestTokenWords::otherGenerationsDoNotCount()
     noteAbility(CKM_RSA_PKCS, {1024, 4096, CKF_SIGN}, &all);
     QCOMPARE(all.size(), 1);
     QVERIFY(!all.first().makes);
+}
+
+/// Signatures are made by few mechanisms, whatever else a token has; and some of those a token has
+/// for other work.
+void TestTokenWords::otherSignaturesDoNotCount()
+{
+    QVector<TokenAbility> all;
+    noteAbility(CKM_SHA256_RSA_PKCS, {1024, 4096, CKF_SIGN}, &all);
+    QVERIFY(all.isEmpty());
+    noteAbility(CKM_RSA_PKCS, {1024, 4096, CKF_HW | CKF_DECRYPT}, &all);
+    QCOMPARE(all.size(), 1);
+    QVERIFY(!all.first().signs && all.first().decrypts);
+    noteAbility(CKM_ECDSA, {256, 521, CKF_VERIFY}, &all);
+    QVERIFY(all.size() == 1 || !all.last().signs);
+    // One that does not tell what it is for.
+    noteAbility(CKM_EDDSA, {255, 255, CKF_HW}, &all);
+    QVERIFY(all.last().kind == TokenAbility::Edwards && all.last().signs);
 }
 
 QTEST_GUILESS_MAIN(TestTokenWords)

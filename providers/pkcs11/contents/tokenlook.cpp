@@ -51,11 +51,11 @@ struct Known {
     int bits = 0; ///< of its keys, where they all have that size; else the token tells it
 };
 
-/// Keys are made by these mechanisms and no others, CKM_RSA_X9_31_KEY_PAIR_GEN, say.
+/// Keys are made and used by these mechanisms and no others, CKM_RSA_X9_31_KEY_PAIR_GEN or
+/// CKM_SHA256_RSA_PKCS, say.
 constexpr Known KnownMechanisms[] = {
     {CKM_RSA_PKCS_KEY_PAIR_GEN, TokenAbility::Rsa, &TokenAbility::makes},
     {CKM_RSA_PKCS, TokenAbility::Rsa, &TokenAbility::signs},
-    {CKM_SHA256_RSA_PKCS, TokenAbility::Rsa, &TokenAbility::signs},
     {CKM_EC_KEY_PAIR_GEN, TokenAbility::EllipticCurve, &TokenAbility::makes},
     {CKM_ECDSA, TokenAbility::EllipticCurve, &TokenAbility::signs},
     {CKM_EC_EDWARDS_KEY_PAIR_GEN, TokenAbility::Edwards, &TokenAbility::makes},
@@ -135,6 +135,13 @@ TokenFacts factsOf(const CK_TOKEN_INFO &info)
     return facts;
 }
 
+bool isFor(const CK_MECHANISM_INFO &info, CK_FLAGS use)
+{
+    constexpr CK_FLAGS Uses = CKF_ENCRYPT | CKF_DECRYPT | CKF_DIGEST | CKF_SIGN | CKF_SIGN_RECOVER
+        | CKF_VERIFY | CKF_VERIFY_RECOVER | CKF_WRAP | CKF_UNWRAP;
+    return info.flags & use || !(info.flags & Uses);
+}
+
 void noteAbility(CK_MECHANISM_TYPE mechanism, const CK_MECHANISM_INFO &info,
                  QVector<TokenAbility> *all)
 {
@@ -142,7 +149,8 @@ void noteAbility(CK_MECHANISM_TYPE mechanism, const CK_MECHANISM_INFO &info,
         if (known.mechanism != mechanism)
             continue;
         TokenAbility &ability = abilityOf(*all, known.kind);
-        ability.*known.does = true;
+        if (known.does != &TokenAbility::signs || isFor(info, CKF_SIGN))
+            ability.*known.does = true;
         if (mechanism == CKM_RSA_PKCS)
             ability.decrypts = info.flags & CKF_DECRYPT;
         const Sizes sizes = sizesOf(known, info);

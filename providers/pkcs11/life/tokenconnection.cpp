@@ -3,6 +3,7 @@
 #include "providers/pkcs11/life/tokenconnection.h"
 
 #include "providers/pkcs11/contents/damagedobjects.h"
+#include "providers/pkcs11/contents/tokenlook.h"
 
 #include <algorithm>
 #include <utility>
@@ -123,6 +124,15 @@ bool TokenConnection::supports(CK_MECHANISM_TYPE mechanism, CK_FLAGS uses) const
     if (saysNothingOfMechanisms(result))
         throw Error(result, "C_GetMechanismInfo");
     return result == CKR_OK && (info.flags & uses) == uses;
+}
+
+bool TokenConnection::lacks(CK_MECHANISM_TYPE mechanism, CK_FLAGS use) const
+{
+    CK_MECHANISM_INFO info = {};
+    const CK_RV result = (*m_module)->C_GetMechanismInfo(m_slot, mechanism, &info);
+    if (saysNothingOfMechanisms(result))
+        throw Error(result, "C_GetMechanismInfo");
+    return result == CKR_OK ? !isFor(info, use) : result == CKR_MECHANISM_INVALID;
 }
 
 void TokenConnection::login(Operation &operation, LoginFor purpose)

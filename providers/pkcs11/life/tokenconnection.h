@@ -57,6 +57,10 @@ public:
     /// Whether the token has the mechanism with all of `uses`, flags of CK_MECHANISM_INFO.
     bool supports(CK_MECHANISM_TYPE mechanism, CK_FLAGS uses = 0) const;
 
+    /// Whether the token says by itself that it has no such mechanism, or one that is not for
+    /// `use`: one that can't tell of its mechanisms may have it.
+    bool lacks(CK_MECHANISM_TYPE mechanism, CK_FLAGS use) const;
+
     /// The purpose of a login. Private keys may hide on a token whose flags say nothing of a login.
     enum class LoginFor { Objects, PrivateKeys };
     /// Logs in, unless somebody is logged in or no login is needed, and asks once through

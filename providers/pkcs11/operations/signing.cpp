@@ -33,10 +33,11 @@ constexpr SignatureMechanism Mechanisms[] = {
     {KeyTypeGost512, MechanismGost512Sign},
 };
 
-CK_MECHANISM mechanismFor(CK_KEY_TYPE type)
+/// Throws for a token that can't, before anybody is asked for its PIN.
+CK_MECHANISM mechanismFor(const TokenConnection &connection, const TokenKey &key, CK_FLAGS use)
 {
     for (const SignatureMechanism &one : Mechanisms) {
-        if (one.keyType == type)
+        if (one.keyType == key.type && !connection.lacks(one.mechanism, use))
             return {one.mechanism, nullptr, 0};
     }
     throw Error(TokenError::NotSupported);
@@ -181,8 +182,8 @@ bool signOnToken(TokenTable &tokens, const TokenKeyReference &reference, int bit
     const auto result = std::make_shared<QByteArray>();
     const auto work = [result, block, bits, key = reference.key](TokenConnection &connection,
                                                                  Operation &operation) {
-        *result = useKey(connection, operation, *key, SignCalls, mechanismFor(key->type), block)
-                      .toByteArray();
+        CK_MECHANISM mechanism = mechanismFor(connection, *key, CKF_SIGN);
+        *result = useKey(connection, operation, *key, SignCalls, mechanism, block).toByteArray();
         checkSignature(*key, bits, *result);
         if (key->type == CKK_EC)
             *result = derSignature(*result);
@@ -217,7 +218,8 @@ bool decryptOnToken(TokenTable &tokens, const TokenKeyReference &reference, cons
     const auto result = std::make_shared<Secret>();
     const auto work = [result, data, key = reference.key](TokenConnection &connection,
                                                           Operation &operation) {
-        *result = useKey(connection, operation, *key, DecryptCalls, mechanismFor(key->type), data);
+        const CK_MECHANISM mechanism = mechanismFor(connection, *key, CKF_DECRYPT);
+        *result = useKey(connection, operation, *key, DecryptCalls, mechanism, data);
     };
     if (!perform(tokens, Purpose::Decrypt, reference, work))
         return false;
