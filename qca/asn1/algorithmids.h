@@ -66,6 +66,9 @@ inline constexpr char GostDigestSet94[] =
 inline constexpr char GostDigest256[] = "1.2.643.7.1.1.2.2";
 inline constexpr char GostDigest512[] = "1.2.643.7.1.1.2.3";
 
+// Masks.
+inline constexpr char Mgf1[] = "1.2.840.113549.1.1.8";
+
 // Signatures.
 inline constexpr char RsaWithMd2[] = "1.2.840.113549.1.1.2";
 inline constexpr char RsaWithMd4[] = "1.2.840.113549.1.1.3";

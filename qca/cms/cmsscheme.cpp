@@ -6,6 +6,7 @@
 #include "qca/asn1/derwriter.h"
 #include "qca/keys/keymaterial.h"
 #include "qca/keys/keytypes.h"
+#include "qca/keys/psskeys.h"
 
 namespace Trivex {
 
@@ -38,9 +39,9 @@ CmsScheme scheme(const Digest &digest, const QByteArray &signature)
     return {digest.name, digest.name, identifier(digest.oid), signature};
 }
 
-const Digest &rsaDigest(int bits)
+const Digest &digestNamed(const QByteArray &name)
 {
-    return bits <= 3072 ? Sha256 : bits <= 7680 ? Sha384 : Sha512;
+    return name == Sha256.name ? Sha256 : name == Sha384.name ? Sha384 : Sha512;
 }
 
 const Digest &curveDigest(int bits)
@@ -51,6 +52,9 @@ const Digest &curveDigest(int bits)
 /// The scheme for a key whose kind only the key itself tells.
 CmsScheme otherScheme(const KeyMaterial &key)
 {
+    const PssScheme pss = pssSchemeOf(key.publicInfo(), rsaDigestFor(key.bits()));
+    if (pss.isValid())
+        return scheme(digestNamed(pss.digest), pssAlgorithm(pss));
     if (!key.native() || !EVP_PKEY_is_a(key.native(), "ED25519"))
         return {};
     CmsScheme result = scheme(Sha512, identifier(Oid::Ed25519));
@@ -65,7 +69,7 @@ CmsScheme cmsSchemeFor(const QByteArray &publicInfo)
     const KeyMaterial key = KeyMaterial::fromPublicInfo(publicInfo);
     switch (key.keyType()) {
     case RsaKey:
-        return scheme(rsaDigest(key.bits()), identifier(Oid::RsaEncryption, true));
+        return scheme(digestNamed(rsaDigestFor(key.bits())), identifier(Oid::RsaEncryption, true));
     case DsaKey:
         return scheme(Sha256, identifier(Oid::DsaWithSha256));
     case EllipticCurveKey: {

@@ -6,6 +6,7 @@
 #include "qca/asn1/derwriter.h"
 #include "qca/asn1/oidoctets.h"
 #include "qca/keys/keytypes.h"
+#include "qca/keys/psskeys.h"
 #include "qca/keys/publickeyfields.h"
 
 namespace Trivex {
@@ -129,6 +130,8 @@ QByteArray GostPublicKey::digestToWrite(int keyType, const QByteArray &curve)
 
 QByteArray comparablePublicInfo(const QByteArray &publicInfo)
 {
+    if (isPssKey(publicInfo))
+        return pssKeyAsRsa(publicInfo);
     GostPublicKey key = GostPublicKey::fromPublicInfo(publicInfo);
     if (!key.isValid())
         return publicInfo;

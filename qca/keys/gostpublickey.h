@@ -27,8 +27,9 @@ struct TRIVEX_QCA_EXPORT GostPublicKey {
 
 /// A form of `publicInfo` (DER SubjectPublicKeyInfo) that is equal for equal keys: one GOST key has
 /// several encodings, because its digest may be left out and some curves have two OIDs. It counts a
-/// 256 bit key of 2001 and of 2012 as the same, which it is. Other keys are returned as they are,
-/// without a copy of the bytes.
+/// 256 bit key of 2001 and of 2012 as the same, which it is, and an RSA key that is for RSASSA-PSS
+/// alone as the same key without that restriction, which a token does not know. Other keys are
+/// returned as they are, without a copy of the bytes.
 TRIVEX_QCA_EXPORT QByteArray comparablePublicInfo(const QByteArray &publicInfo);
 
 } // namespace Trivex

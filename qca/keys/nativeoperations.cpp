@@ -4,6 +4,7 @@
 
 #include "qca/asn1/nativecoding.h"
 #include "qca/keys/forgeablekey.h"
+#include "qca/keys/psskeys.h"
 
 #include <openssl/rsa.h>
 
@@ -21,8 +22,22 @@ unsigned char *writable(QByteArray &array)
     return reinterpret_cast<unsigned char *>(array.data());
 }
 
+/// libcrypto uses such a key only where it knows the digest.
+bool setPss(EVP_PKEY *key, EVP_PKEY_CTX *context)
+{
+    const PssScheme scheme =
+        pssSchemeOf(encodeNative(key, i2d_PUBKEY), rsaDigestFor(EVP_PKEY_get_bits(key)));
+    const EVP_MD *digest = EVP_get_digestbyname(scheme.digest.constData());
+    const EVP_MD *mask = EVP_get_digestbyname(scheme.maskDigest.constData());
+    return scheme.isValid() && digest && mask && EVP_PKEY_CTX_set_signature_md(context, digest) == 1
+        && EVP_PKEY_CTX_set_rsa_mgf1_md(context, mask) == 1
+        && EVP_PKEY_CTX_set_rsa_pss_saltlen(context, scheme.saltSize) == 1;
+}
+
 bool setPadding(EVP_PKEY *key, EVP_PKEY_CTX *context)
 {
+    if (EVP_PKEY_is_a(key, "RSA-PSS"))
+        return setPss(key, context);
     return !EVP_PKEY_is_a(key, "RSA")
         || EVP_PKEY_CTX_set_rsa_padding(context, RSA_PKCS1_PADDING) == 1;
 }

@@ -23,11 +23,14 @@ CmsFixture::~CmsFixture() = default;
 
 QStringList CmsFixture::keyArguments(const QString &kind)
 {
-    const QString option = kind.section(QLatin1Char(':'), 1);
+    const QString option = kind.section(QLatin1Char(':'), 1, 1);
+    const QString digest = kind.section(QLatin1Char(':'), 2);
     const QString algorithm = kind.section(QLatin1Char(':'), 0, 0);
     QStringList arguments = {QStringLiteral("-algorithm"), algorithm};
-    if (algorithm == QLatin1String("rsa"))
+    if (algorithm.startsWith(QLatin1String("rsa")))
         arguments += {QStringLiteral("-pkeyopt"), QStringLiteral("rsa_keygen_bits:") + option};
+    if (!digest.isEmpty())
+        arguments += {QStringLiteral("-pkeyopt"), QStringLiteral("rsa_pss_keygen_md:") + digest};
     if (algorithm == QLatin1String("ec"))
         arguments += {QStringLiteral("-pkeyopt"), QStringLiteral("ec_paramgen_curve:") + option};
     return arguments;

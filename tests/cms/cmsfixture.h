@@ -28,7 +28,8 @@ public:
     ~CmsFixture() override;
 
 protected:
-    /// The arguments of `openssl genpkey` for a kind of key: "rsa:2048", "ec:P-256", "ed25519".
+    /// The arguments of `openssl genpkey` for a kind of key: "rsa:2048", "ec:P-256", "ed25519",
+    /// "rsa-pss:2048", "rsa-pss:2048:sha384".
     static QStringList keyArguments(const QString &kind);
     /// A software key whose certificate the authority issued; it, its bundle and its PEM files stay
     /// in the authority's directory as "bundle.*" until the next one.

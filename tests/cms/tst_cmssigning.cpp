@@ -77,6 +77,9 @@ void TestCmsSigning::kinds_data()
     QTest::newRow("RSA 2048") << QStringLiteral("rsa:2048") << sha256;
     QTest::newRow("RSA 3072") << QStringLiteral("rsa:3072") << sha256;
     QTest::newRow("RSA 4096") << QStringLiteral("rsa:4096") << sha384;
+    QTest::newRow("RSA-PSS") << QStringLiteral("rsa-pss:2048") << sha256;
+    QTest::newRow("RSA-PSS 4096") << QStringLiteral("rsa-pss:4096") << sha384;
+    QTest::newRow("RSA-PSS of SHA-512") << QStringLiteral("rsa-pss:2048:sha512") << sha512;
     QTest::newRow("P-256") << QStringLiteral("ec:P-256") << sha256;
     QTest::newRow("P-384") << QStringLiteral("ec:P-384") << sha384;
     QTest::newRow("P-521") << QStringLiteral("ec:P-521") << sha512;

@@ -5,6 +5,7 @@
 #include "providers/pkcs11/contents/gostkeys.h"
 #include "qca/asn1/algorithmids.h"
 #include "qca/keys/gostpublickey.h"
+#include "qca/keys/psskeys.h"
 #include "qca/keys/publickeyfields.h"
 
 #include <algorithm>
@@ -22,7 +23,7 @@ constexpr AlgorithmType AlgorithmTypes[] = {
     {Oid::EcPublicKey, CKK_EC},        {Oid::RsaEncryption, CKK_RSA},
     {Oid::Ed25519, CKK_EC_EDWARDS},    {Oid::Ed448, CKK_EC_EDWARDS},
     {Oid::GostKey2001, CKK_GOSTR3410}, {Oid::GostKey256, CKK_GOSTR3410},
-    {Oid::GostKey512, KeyTypeGost512},
+    {Oid::GostKey512, KeyTypeGost512}, {Oid::RsaPss, CKK_RSA},
 };
 
 /// Null for the algorithm of a key that is not used on tokens.
@@ -44,6 +45,14 @@ const AlgorithmType *algorithmOf(const QByteArray &publicInfo)
 std::shared_ptr<TokenKey> withPublicHalf(const std::shared_ptr<TokenKey> &key,
                                          const QByteArray &info)
 {
+    if (key && isPssKey(info)) {
+        // The same key may have a certificate that does not restrict it.
+        if (key->publicInfo.isEmpty())
+            key->publicInfo = pssKeyAsRsa(info);
+        const auto restricted = std::make_shared<TokenKey>(*key);
+        restricted->publicInfo = QByteArray(info.constData(), info.size());
+        return restricted;
+    }
     if (key && key->publicInfo != info)
         key->publicInfo = QByteArray(info.constData(), info.size());
     return key;

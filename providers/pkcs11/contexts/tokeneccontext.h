@@ -9,8 +9,9 @@
 
 namespace Trivex {
 
-/// A key pair on a token that is not RSA: a key of any elliptic curve, or a key of another kind,
-/// which can be shown but not used. A context is for one thread at a time, as all of QCA's.
+/// A key pair on a token that is not RSA in general: a key of any elliptic curve, one of
+/// RSASSA-PSS, or a key of another kind, which can be shown but not used. A context is for one
+/// thread at a time, as all of QCA's.
 class TokenEcContext : public TokenKeyContext<EcKeyContext> {
     Q_OBJECT
 public:

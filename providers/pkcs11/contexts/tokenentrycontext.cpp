@@ -8,6 +8,7 @@
 #include "providers/pkcs11/operations/objecttemplates.h"
 #include "qca/base/threadrecord.h"
 #include "qca/keys/pkeycontainer.h"
+#include "qca/keys/psskeys.h"
 #include "qca/keys/publickeyfields.h"
 #include "qca/x509/makecertificate.h"
 
@@ -205,7 +206,7 @@ QCA::PKeyBase *makeTokenKey(QCA::Provider *provider, TokenTable &tokens, const Q
     if (!key || key->publicInfo.isEmpty())
         return nullptr;
     std::unique_ptr<QCA::PKeyBase> context;
-    if (key->type == CKK_RSA)
+    if (key->type == CKK_RSA && !isPssKey(key->publicInfo))
         context =
             std::make_unique<TokenRsaContext>(provider, tokens, TokenKeyReference{storeId, key});
     else

@@ -8,6 +8,7 @@
 #include "qca/base/secret.h"
 #include "qca/keys/keymaterial.h"
 #include "qca/keys/nativeoperations.h"
+#include "qca/keys/psskeys.h"
 
 namespace Trivex {
 
@@ -33,9 +34,49 @@ constexpr SignatureMechanism Mechanisms[] = {
     {KeyTypeGost512, MechanismGost512Sign},
 };
 
+struct PssDigest {
+    const char *name;
+    CK_MECHANISM_TYPE mechanism;
+    CK_ULONG mask;
+    int size;
+};
+
+constexpr PssDigest PssDigests[] = {
+    {"SHA1", CKM_SHA_1, CKG_MGF1_SHA1, 20}, // of the mask only
+    {"SHA256", CKM_SHA256, CKG_MGF1_SHA256, 32},
+    {"SHA384", CKM_SHA384, CKG_MGF1_SHA384, 48},
+    {"SHA512", CKM_SHA512, CKG_MGF1_SHA512, 64},
+};
+
+/// Throws for what is none of them: such a scheme is not made.
+const PssDigest &pssDigest(const QByteArray &name)
+{
+    for (const PssDigest &one : PssDigests) {
+        if (name == one.name)
+            return one;
+    }
+    throw Error(TokenError::WrongKeyKind);
+}
+
+/// Throws where `block` is no digest of the one kind that the key signs, such as one that is to be
+/// signed by PKCS#1 v1.5.
+CK_RSA_PKCS_PSS_PARAMS pssParameters(const TokenKey &key, int bits, const QByteArray &block)
+{
+    const PssScheme scheme = pssSchemeOf(key.publicInfo, rsaDigestFor(bits));
+    const PssDigest &digest = pssDigest(scheme.digest);
+    if (block.size() != digest.size)
+        throw Error(TokenError::WrongKeyKind);
+    return {digest.mechanism, pssDigest(scheme.maskDigest).mask, CK_ULONG(scheme.saltSize)};
+}
+
 /// Throws for a token that can't, before anybody is asked for its PIN.
 CK_MECHANISM mechanismFor(const TokenConnection &connection, const TokenKey &key, CK_FLAGS use)
 {
+    if (isPssKey(key.publicInfo)) {
+        if (connection.lacks(CKM_RSA_PKCS_PSS, use))
+            throw Error(TokenError::NotSupported);
+        return {CKM_RSA_PKCS_PSS, nullptr, 0};
+    }
     for (const SignatureMechanism &one : Mechanisms) {
         if (one.keyType == key.type && !connection.lacks(one.mechanism, use))
             return {one.mechanism, nullptr, 0};
@@ -183,6 +224,12 @@ bool signOnToken(TokenTable &tokens, const TokenKeyReference &reference, int bit
     const auto work = [result, block, bits, key = reference.key](TokenConnection &connection,
                                                                  Operation &operation) {
         CK_MECHANISM mechanism = mechanismFor(connection, *key, CKF_SIGN);
+        CK_RSA_PKCS_PSS_PARAMS pss = {};
+        if (mechanism.mechanism == CKM_RSA_PKCS_PSS) {
+            pss = pssParameters(*key, bits, block);
+            mechanism.pParameter = &pss;
+            mechanism.ulParameterLen = sizeof pss;
+        }
         *result = useKey(connection, operation, *key, SignCalls, mechanism, block).toByteArray();
         checkSignature(*key, bits, *result);
         if (key->type == CKK_EC)

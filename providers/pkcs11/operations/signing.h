@@ -19,6 +19,7 @@ struct TokenKeyReference {
 /// Signs `block` with a key on a token. What `block` is and what `*signature` becomes depends on
 /// the key:
 /// - RSA: a block that the token pads by PKCS#1 v1.5 (CKM_RSA_PKCS); the octets of the signature;
+/// - RSA for RSASSA-PSS alone: a digest of its kind (`pssSchemeOf`); the octets of the signature;
 /// - elliptic curves: a digest; DER ECDSA-Sig-Value (RFC 3279, 2.2.3);
 /// - Edwards curves: the message; the octets of the signature;
 /// - GOST: a digest; the octets of RFC 9215, s and then r, both big-endian.
