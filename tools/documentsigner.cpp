@@ -115,15 +115,22 @@ void DocumentSigner::sign(QObject *keyStoreEntry, const QString &document, const
 {
     const QCA::KeyStoreEntry *entry = wrappedEntry(keyStoreEntry);
     const auto kind = form == Attached ? DocumentSignature::Attached : DocumentSignature::Detached;
-    signWith(entry ? entryKeyBundle(*entry) : QCA::KeyBundle(), {document, target, kind},
-             mayReplace);
+    start(entry ? *entry : QCA::KeyStoreEntry(), entry ? entryKeyBundle(*entry) : QCA::KeyBundle(),
+          {document, target, kind}, mayReplace);
 }
 
 void DocumentSigner::signWith(const QCA::KeyBundle &bundle, const DocumentSignature::Files &files,
                               bool mayReplace)
 {
+    start({}, bundle, files, mayReplace);
+}
+
+void DocumentSigner::start(const QCA::KeyStoreEntry &entry, const QCA::KeyBundle &bundle,
+                           const DocumentSignature::Files &files, bool mayReplace)
+{
     if (!begin())
         return;
+    m_entry = entry;
     const QList<QByteArray> chain = signingChain(bundle);
     m_files = files;
     m_mayReplace = mayReplace;
@@ -171,6 +178,10 @@ void DocumentSigner::signDigest()
         return;
     }
     signature->setSignature(made);
+    // When it began the token may have been in the middle of its reading, with issuers to come.
+    const QList<QByteArray> chain = signingChain(entryKeyBundle(m_entry));
+    if (!chain.isEmpty())
+        signature->setChain(chain);
     write();
 }
 
@@ -202,6 +213,7 @@ void DocumentSigner::end(Error error)
     if (error != Exists)
         m_signature.reset();
     m_key = QCA::PrivateKey();
+    m_entry = QCA::KeyStoreEntry();
     Job::end();
 }
 

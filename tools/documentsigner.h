@@ -79,6 +79,8 @@ public:
 private:
     using SignaturePtr = std::shared_ptr<DocumentSignature>;
 
+    void start(const QCA::KeyStoreEntry &entry, const QCA::KeyBundle &bundle,
+               const DocumentSignature::Files &files, bool mayReplace);
     void digest();
     void signDigest();
     void write();
@@ -86,6 +88,7 @@ private:
 
     SignaturePtr m_signature;
     DocumentSignature::Files m_files;
+    QCA::KeyStoreEntry m_entry; ///< of the key; a null one if only the bundle is known
     QCA::PrivateKey m_key;
     CancellationPtr m_task; ///< what the token does for this signature
     bool m_mayReplace = false;

@@ -50,6 +50,8 @@ public:
     /// Reads the file of this moment; `time` is the signing time.
     Problem digest(const QDateTime &time);
     void setSignature(const QByteArray &signature) { m_message.setSignature(signature); }
+    /// Before `write`, if more is known of the chain by then.
+    void setChain(const QList<QByteArray> &chain) { m_message.setChain(chain); }
     /// Writes everything beside the target, and checks it as a stranger would, with the file that
     /// lies at the document's path by then.
     Problem write();

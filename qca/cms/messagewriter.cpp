@@ -62,6 +62,12 @@ MessageWriter::MessageWriter(const QByteArray &certificate, const QList<QByteArr
     m_issuer = fields.issuer.bytes();
     m_serial = fields.serial.whole.bytes();
     m_scheme = cmsSchemeFor(m_publicInfo);
+    setChain(chain);
+}
+
+void MessageWriter::setChain(const QList<QByteArray> &chain)
+{
+    m_chain.clear();
     for (const QByteArray &one : chain) {
         const auto link = CertificateData::fromDer(one);
         if (link && link->der() != m_certificate && !isSelfIssued(Der::sliceOf(link->der()))

@@ -16,6 +16,8 @@ public:
     /// Signs with the key of `certificate`, both it and the chain in DER. Roots of the chain are
     /// left out: who checks has them, or does not believe them.
     MessageWriter(const QByteArray &certificate, const QList<QByteArray> &chain);
+    /// Another chain of the same certificate. No part of what is signed.
+    void setChain(const QList<QByteArray> &chain);
 
     /// Whether the certificate's key makes such signatures.
     bool isValid() const { return m_scheme.isValid() && !m_certificate.isEmpty(); }

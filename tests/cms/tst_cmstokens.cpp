@@ -1,12 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "certificates/keystoreentry.h"
 #include "qca/cms/messagecheck.h"
+#include "qca/tokens/tokenregistry.h"
 #include "tests/pkcs11/tokenfixture.h"
 #include "tests/support/needtokens.h"
 #include "tools/documentsigner.h"
 #include "tools/documentverifier.h"
 
 #include <QSignalSpy>
+
+#include <future>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -41,6 +45,7 @@ private Q_SLOTS:
     void verifierSaves();
     void names();
     void stoppedWhileAnotherWorks();
+    void issuerThatComesMeanwhile();
 
 private:
     QCA::KeyBundle bundle(const QString &name) const
@@ -415,6 +420,35 @@ void TestCmsTokens::stoppedWhileAnotherWorks()
     QTRY_COMPARE(finished.count(), 1);
     QCOMPARE(signer.error(), int(DocumentSigner::Cancelled));
     QVERIFY(QFile::remove(m_document));
+}
+
+/// The token tells of the signer's issuer when the signing has begun, as one does that is still
+/// being read: whoever checks the signature gets it all the same.
+void TestCmsTokens::issuerThatComesMeanwhile()
+{
+    const QString key = QStringLiteral("rsa:2048");
+    DocumentSigner signer;
+    QCOMPARE(sign(signer, key), int(DocumentSigner::NoError)); // from now on nobody is asked
+    QFile::remove(m_target);
+    const TestAuthority above(QStringLiteral("Above"));
+    const QByteArray issuer =
+        above.issue(root().subjectPublicKey().toDER(), QStringLiteral("/CN=Test Root"));
+    QVERIFY(!issuer.isEmpty());
+    KeyStoreEntry row(m_stores->entry(QStringLiteral("Подписи"), key));
+    StoreChange change;
+    change.certificate = QCA::Certificate::fromDER(issuer);
+    const auto written = std::make_shared<std::promise<QString>>();
+    QSignalSpy finished(&signer, &Job::finished);
+    signer.sign(&row, m_document, m_target, DocumentSigner::Detached, false);
+    // Before the key signs: the token does one thing after another.
+    QVERIFY(startStoreChange(m_store->id(), change, [written](const StoreChangeResult &result) {
+        written->set_value(result.entryId);
+    }));
+    QVERIFY(!finished.isEmpty() || finished.wait(20000));
+    QCOMPARE(signer.error(), int(DocumentSigner::NoError));
+    QVERIFY(contentsOf(m_target).contains(issuer));
+    QVERIFY(m_stores->remove(m_store, written->get_future().get()));
+    QVERIFY(m_stores->waitForEntries(QStringLiteral("Подписи"), 5));
 }
 
 QTEST_GUILESS_MAIN(TestCmsTokens)
