@@ -157,7 +157,7 @@ void CertificateChain::schedule()
 
 void CertificateChain::clear()
 {
-    // What runs is for what was asked before, even where it ends before `update`.
+    // The running check answers an earlier question, even where it ends before `update`.
     if (m_work) {
         m_isStale = true;
         m_next = {};
@@ -183,7 +183,7 @@ ChainInput CertificateChain::wantedInput() const
         const FileItem &item = m_items->items().at(m_itemRow);
         certificate = item.kind == FileObject::Certificate ? item.der : QByteArray();
     }
-    // What is not complete would be found wanting, and checked again.
+    // With a part of the candidates the verdict could be bad, and would be found again later.
     if (certificate.isEmpty() || (m_sources && !m_sources->isComplete()))
         return input;
     input = m_sources ? m_sources->index().inputFor(certificate, indexOf(m_items))

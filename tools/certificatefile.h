@@ -37,10 +37,11 @@ class CertificateFile : public QObject {
     Q_PROPERTY(Trivex::FileItemModel *items READ items CONSTANT)
     /// How many parts of it are damaged and left out.
     Q_PROPERTY(int broken READ broken NOTIFY contentChanged)
-    /// How many private keys more than a few are in it, which were not looked at.
+    /// How many private keys in it were not looked at, because it has so many.
     Q_PROPERTY(int unreadKeys READ unreadKeys NOTIFY contentChanged)
 public:
-    /// What the file is; where it holds several things, the first of these that is among them.
+    /// What the file is. Of several things in it a certificate counts first, then a request, a list
+    /// of revocations, and keys.
     enum Kind {
         None,
         CertificateKind, ///< one or more

@@ -251,7 +251,7 @@ void EntryModel::startAhead(int first)
 
 void EntryModel::insert(int first, int last)
 {
-    // In place of twice as many as there are.
+    // By itself the vector would make room for twice as many.
     const int rows = m_rows.size() + last - first + 1;
     if (rows > m_rows.capacity())
         m_rows.reserve(rows + rows / 8);

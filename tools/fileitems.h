@@ -13,9 +13,9 @@ class FileItemModel : public QAbstractListModel {
     Q_OBJECT
     /// How many things the file holds.
     Q_PROPERTY(int count READ rowCount NOTIFY changed)
-    /// How many can be imported, and how many of these are certificates.
+    /// How many can be imported.
     Q_PROPERTY(int checkableCount READ checkableCount NOTIFY changed)
-    /// How many of them are certificates.
+    /// How many of the things are certificates.
     Q_PROPERTY(int certificateCount READ certificateCount NOTIFY changed)
     /// How many have their tick, of all kinds and of each.
     Q_PROPERTY(int checkedCount READ checkedCount NOTIFY changed)
@@ -24,7 +24,7 @@ class FileItemModel : public QAbstractListModel {
     /// How many certificates are ticked.
     Q_PROPERTY(int checkedCertificates READ checkedCertificates NOTIFY changed)
     Q_PROPERTY(int checkedKeys READ checkedKeys NOTIFY changed)
-    /// Ticked certificates that paths would end at, and so be trusted, among the user's own files.
+    /// How many ticked certificates would be trusted among the user's own files, as ends of paths.
     Q_PROPERTY(int checkedRoots READ checkedRoots NOTIFY changed)
 public:
     enum Role {

@@ -7,8 +7,8 @@
 namespace Trivex {
 
 /// The subject of a request, value by value, and its usages. The request's own setters add values
-/// and never take one away; this replaces. A singleton in QML; `request` is a `CertificateRequest`,
-/// of which anything else, and null, has no values and takes none.
+/// and never take one away; this replaces. A singleton in QML. `request` is a `CertificateRequest`;
+/// null and any other object have no values and take none.
 class RequestSubject : public QObject {
     Q_OBJECT
 public:

@@ -40,7 +40,7 @@ public:
     explicit SearchNeedle(const QString &pattern);
 
     bool isEmpty() const { return m_isEmpty; }
-    /// One or two letters are not looked for there: hardly a description is without them.
+    /// False for one or two letters, which hardly any description lacks.
     bool isIn(const RowText &text) const;
     /// In what a row itself shows, folded.
     bool isIn(const QByteArray &words) const;

@@ -33,7 +33,7 @@ Item {
     signal exported(string path)
     signal copied()
     signal failed(string cause, string advice)
-    /// What had the keys is there no more.
+    /// The item that had the keyboard focus has gone.
     signal keysLost()
 
     EmptyState {
@@ -71,7 +71,7 @@ Item {
         sourceComponent: keyDetails
         onActiveChanged: if (!active && pane.keyHadKeys) pane.keysLost()
     }
-    /// Known before it goes.
+    /// Whether the details of a key had the focus, noted before they go.
     property bool keyHadKeys: false
     onIsKeyChanged: keyHadKeys = !isKey && hasKeys()
     onCertificateChanged: {
@@ -178,14 +178,14 @@ Item {
                 pane.failed(qsTrId("trivex-app-export-failed"), message)
         }
     }
-    /// Gives the keys to what can be done with the row.
+    /// Gives the keyboard focus to the first action on the row.
     function focusFirst() {
         const shown = loader.item || keyLoader.item
         const first = shown ? shown.nextItemInFocusChain(true) : null
         if (first)
             first.forceActiveFocus(Qt.TabFocusReason)
     }
-    /// What is shown when one asks is what is saved, whatever is shown when one has answered.
+    /// Saves what is shown at the moment of asking, whatever is shown once the dialog is answered.
     function stage() {
         exporter.cancel()
         saving.path = ""

@@ -7,8 +7,8 @@ import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
 import Trivex.Crypto.Tools 1.0
 
-/// Changes the subject and the usages of a saved request and has it signed again by its key. Until that is done it
-/// stays open with what was typed.
+/// Changes the subject and the usages of a saved request and has it signed again by its key. It
+/// stays open, with what was typed, until that is done.
 BaseDialog {
     id: dialog
     property Library library
@@ -18,7 +18,8 @@ BaseDialog {
     property bool saving: false
     property bool done: false
     property bool missing: false
-    /// Set while it saves by whoever told the token's own failure, which is then the reason.
+    /// While it saves, somebody has told why the token failed; no other reason is shown then. Set
+    /// from outside.
     property bool explained: false
     property string writtenFile
     property var others: []

@@ -38,7 +38,7 @@ QtObject {
         path = path_
         read()
     }
-    /// There is none.
+    /// Leaves the document.
     function close() {
         path = ""
         describe()
@@ -52,7 +52,7 @@ QtObject {
         else
             describe()
     }
-    /// Tells of the file what it tells by itself, and holds none.
+    /// Asks the file system about the document, and holds no file open.
     function describe() {
         const old = loader
         loader = null

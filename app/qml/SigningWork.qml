@@ -35,7 +35,7 @@ Item {
     signal replaceAsked()
     /// The token of the chosen key, or the one that asks.
     property alias storeId: token.storeId
-    /// What was in the way, of that moment.
+    /// Why nothing could be written, as a sentence; set with the phase `Unwritten`.
     property string refusal
     readonly property bool working: phase === SigningWork.Signing || phase === SigningWork.Verifying
     readonly property bool stoppable: phase === SigningWork.Signing && token.busy
@@ -45,8 +45,8 @@ Item {
 
     /// The entry whose key signs.
     property var signingEntry
-    /// A PIN was typed here for this very attempt. One of the reader's keys, or of nobody, is not
-    /// asked for again: beginning anew would only send it anew.
+    /// A PIN was typed here for this very attempt. One that was typed at the reader, or that nobody
+    /// typed, is not asked for again: another attempt would only send it once more.
     property bool typed: false
 
     // The question ended with the work.
@@ -151,7 +151,7 @@ Item {
     TokenInfo {
         id: token
         property bool seen: false
-        // Its question is over by itself. What no store of a token holds was never there.
+        // A token that goes ends its question. A key in no token has a token that was never there.
         onChanged: {
             if (seen && !present)
                 pinDialog.withdraw()

@@ -13,7 +13,7 @@ Item {
     property alias listPage: listPage
     property alias sortKey: listPage.sortKey
     property alias descending: listPage.descending
-    /// A page is at work that nothing may take its place from.
+    /// The shown page is at work, and no other may take its place.
     readonly property bool working: signing.item ? signing.item.working : false
     signal menuAsked()
     /// Another page is wanted.

@@ -171,7 +171,7 @@ QCA::KeyStoreEntryContext *UserStoreContext::entryPassive(const QString &seriali
 
 QString UserStoreContext::writeEntry(int id, const QCA::Certificate &certificate)
 {
-    // Files ask for nothing; what was stored for the operation must not wait for another.
+    // Files ask for no PIN; one that was stored for this operation must not stay for another.
     const Operation operation(Purpose::Write, userStoreId());
     QString entryId;
     if (id == StoreNumber && !certificate.isNull() && m_thread.isRunning())
@@ -183,7 +183,7 @@ QString UserStoreContext::writeEntry(int id, const QCA::Certificate &certificate
 
 void UserStoreContext::startWrite(const QCA::Certificate &certificate, UserWriteDone done)
 {
-    // Threads of QCA's values are their own affair: the other one makes its own of the bytes.
+    // Two threads must not share QCA's values: the other one makes its own from the bytes.
     const QByteArray der = certificate.toDER();
     QMetaObject::invokeMethod(
         m_directory,

@@ -120,7 +120,7 @@ private:
         }
         return nullptr;
     }
-    /// At one in its own name, whose own signature nobody needs where it is trusted.
+    /// The path ends at a certificate in its own name. A trusted one needs no signature of its own.
     static void endAt(ChainStep *step)
     {
         if (step->isAnchor)
@@ -173,7 +173,7 @@ ChainResult resultOf(const Verification &verification, const ChainMembers &membe
     }
     if (verification.has(ChainReason::IssuerMissing) || verification.has(ChainReason::Other))
         NamesOnly(members, &result).follow(verification.path().back().get());
-    // Nothing is good that ends anywhere else, whatever the reason.
+    // A path that ends anywhere else is not good, whatever the reason.
     const bool isComplaint =
         std::any_of(result.steps.cbegin(), result.steps.cend(), [](const ChainStep &step) {
             return std::any_of(step.findings.cbegin(), step.findings.cend(),

@@ -44,8 +44,8 @@ void checkGiven(const TokenFlags &flags, const Task &task)
 {
     if (flags.hasPinPad)
         return;
-    // Of an administrator whose PIN nobody has set, as with a new database of NSS, and of a user
-    // whose PIN opens the token without being asked for.
+    // Two old PINs may be empty: that of an administrator when nobody has set it, as with a new
+    // database of NSS, and that of a user when the token opens without it.
     const bool isFirst =
         task.asked.kind == TokenAdministration::SetPin && flags.officerPinState == PinState::NotSet;
     const bool isOpen =
