@@ -13,4 +13,11 @@ namespace Trivex {
 /// there stays as it is. False when there is no such directory afterwards. Any thread.
 TRIVEX_QCA_EXPORT bool makePrivateDirectory(const QString &path);
 
+/// True for a directory of this user. A link is none, wherever it leads. Any thread.
+TRIVEX_QCA_EXPORT bool isOwnDirectory(const QString &path);
+
+/// As `makePrivateDirectory`, and takes from others what they may do in a directory that is there.
+/// False for one that is not `isOwnDirectory`, which stays as it is. Any thread.
+TRIVEX_QCA_EXPORT bool takePrivateDirectory(const QString &path);
+
 } // namespace Trivex

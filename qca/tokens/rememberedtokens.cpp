@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "qca/tokens/rememberedtokens.h"
 
+#include "qca/base/privatedirectory.h"
+
 #include <QDir>
-#include <QFileInfo>
 #include <QStandardPaths>
 
 #include <atomic>
@@ -68,7 +69,7 @@ QString rememberedTokensDirectory()
 
 void removeRememberedTokens(const QString &directory)
 {
-    if (QFileInfo(directory).isSymLink())
+    if (!isOwnDirectory(directory))
         return;
     // The second is what an `AtomicFile` leaves behind when its process is killed.
     const QStringList kept = {QStringLiteral("*.rows"), QStringLiteral(".trivex-*.part")};

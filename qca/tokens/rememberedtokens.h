@@ -27,7 +27,8 @@ TRIVEX_QCA_EXPORT bool tokensAreStillRemembered();
 /// Specification).
 TRIVEX_QCA_EXPORT QString rememberedTokensDirectory();
 /// Removes from `directory` what is kept of tokens, and the directory when nothing else is in it.
-/// A link to a directory stays as it is. Any thread; waits for the disk.
+/// A link to a directory and what is another user's stay as they are. Any thread; waits for the
+/// disk.
 TRIVEX_QCA_EXPORT void removeRememberedTokens(const QString &directory);
 
 /// Removes what is kept of all tokens, soon, whether a token provider is loaded or not. Any thread;

@@ -11,6 +11,12 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cstddef>
+#include <cstring>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
 using namespace Trivex;
 
 namespace {
@@ -35,6 +41,7 @@ private Q_SLOTS:
     void anotherStateOfTheToken();
     void damagedAnywhere();
     void countsAreNotBelieved();
+    void otherFormsAreNotRead();
     void ownersOnly();
     void offMeansOff();
     void boundsOfTheFiles();
@@ -44,6 +51,8 @@ private Q_SLOTS:
     void switchedOffWhileWriting();
     void nothingButRowsIsRemoved();
     void linksAreNotFollowed();
+    void directoryOfItsOwn();
+    void directoryOfAnother();
     void marks();
 
 private:
@@ -163,6 +172,27 @@ void TestTokenCache::countsAreNotBelieved()
     TokenObjects broken = m_objects;
     broken.certificates[0].der = QByteArrayLiteral("none");
     QVERIFY(!unpackRows(Key, packRows(Key, broken)));
+}
+
+/// Of a version that wrote more, or less, under the same number.
+void TestTokenCache::otherFormsAreNotRead()
+{
+    const QByteArray good = packRows(Key, m_objects);
+    const int digestAt = good.indexOf('\n') + 1;
+    const QByteArray payload = good.mid(digestAt + 32);
+    const auto sealed = [&](const QByteArray &contents, const QByteArray &magic) -> QByteArray {
+        return magic + QCryptographicHash::hash(contents, QCryptographicHash::Sha256) + contents;
+    };
+    const QByteArray magic = good.left(digestAt);
+    QVERIFY(unpackRows(Key, sealed(payload, magic)));
+    QVERIFY(!unpackRows(Key, sealed(payload + 'x', magic)));
+    QVERIFY(!unpackRows(Key, sealed(payload + QByteArray(4, '\0'), magic)));
+    for (int size = 0; size < payload.size(); ++size)
+        QVERIFY2(!unpackRows(Key, sealed(payload.left(size), magic)),
+                 qPrintable(QString::number(size)));
+    QByteArray next = magic;
+    next[next.size() - 2] = '2';
+    QVERIFY(!unpackRows(Key, sealed(payload, next)));
 }
 
 void TestTokenCache::ownersOnly()
@@ -328,6 +358,45 @@ void TestTokenCache::linksAreNotFollowed()
     QVERIFY(!QFileInfo(name).isSymLink());
     QCOMPARE(QFileInfo(elsewhere).size(), before);
     QVERIFY(cache.read(Key));
+}
+
+/// A link would have files written, restricted and removed wherever it leads.
+void TestTokenCache::directoryOfItsOwn()
+{
+    const mode_t before = ::umask(0);
+    const auto reset = qScopeGuard([before] { ::umask(before); });
+    TokenCache cache(path());
+    cache.setOn(true);
+    cache.write(Key, m_objects);
+    QCOMPARE(files().size(), 1);
+    const QFile::Permissions others = QFile::ReadGroup | QFile::ExeGroup | QFile::WriteGroup
+        | QFile::ReadOther | QFile::ExeOther | QFile::WriteOther;
+    QVERIFY(!(QFile::permissions(path()) & others));
+    // Also those above it that were missing.
+    QVERIFY(!(QFile::permissions(m_directory->filePath(QStringLiteral("trivex"))) & others));
+    const QString elsewhere = m_directory->filePath(QStringLiteral("elsewhere"));
+    QVERIFY(QDir().rename(path(), elsewhere));
+    QVERIFY(QFile::setPermissions(elsewhere, QFile::permissions(elsewhere) | QFile::ExeGroup));
+    QVERIFY(QFile::link(elsewhere, path()));
+    QVERIFY(!cache.read(Key));
+    cache.write({QStringLiteral("other"), Key.mark}, m_objects);
+    cache.forget(Key.storeId);
+    cache.clear();
+    QCOMPARE(files().size(), 1);
+    QVERIFY(QFile::permissions(elsewhere) & QFile::ExeGroup);
+}
+
+void TestTokenCache::directoryOfAnother()
+{
+    TokenCache cache(path());
+    cache.setOn(true);
+    cache.write(Key, m_objects);
+    if (::chown(QFile::encodeName(path()).constData(), 65534, gid_t(-1)) != 0)
+        QSKIP("SKIP: only root gives a directory to another user");
+    QVERIFY(!cache.read(Key));
+    cache.write({QStringLiteral("other"), Key.mark}, m_objects);
+    cache.clear();
+    QCOMPARE(files().size(), 1);
 }
 
 void TestTokenCache::marks()

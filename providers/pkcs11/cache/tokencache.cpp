@@ -3,6 +3,8 @@
 #include "providers/pkcs11/cache/tokencache.h"
 
 #include "qca/base/atomicfile.h"
+#include "qca/base/privatedirectory.h"
+#include "qca/base/regularfile.h"
 
 #include <QCryptographicHash>
 #include <QDateTime>
@@ -13,8 +15,6 @@
 namespace Trivex {
 
 namespace {
-
-constexpr QFile::Permissions OwnerOnly = QFile::ReadOwner | QFile::WriteOwner;
 
 /// Newest first.
 QFileInfoList filesIn(const QString &directory)
@@ -27,9 +27,8 @@ QFileInfoList filesIn(const QString &directory)
 QByteArray contentOf(const QString &path)
 {
     const QFileInfo info(path);
-    QFile file(path);
-    const bool isGood = info.isFile() && !info.isSymLink() && info.size() <= MostRowBytes;
-    return isGood && file.open(QIODevice::ReadOnly) ? file.read(MostRowBytes + 1) : QByteArray();
+    const bool isGood = !info.isSymLink() && info.size() <= MostRowBytes;
+    return isGood ? readRegularFile(path).value_or(QByteArray()) : QByteArray();
 }
 
 /// Counts as seen now.
@@ -38,11 +37,6 @@ void touch(const QString &path)
     QFile file(path);
     if (file.open(QIODevice::ReadWrite))
         file.setFileTime(QDateTime::currentDateTimeUtc(), QFileDevice::FileModificationTime);
-}
-
-bool makePrivateDirectory(const QString &path)
-{
-    return QDir().mkpath(path) && QFile::setPermissions(path, OwnerOnly | QFile::ExeOwner);
 }
 
 } // namespace
@@ -63,13 +57,14 @@ QString TokenCache::pathOf(const QString &storeId) const
 std::optional<TokenObjects> TokenCache::read(const RowKey &key) const
 {
     const std::lock_guard lock(m_mutex);
-    return isOn() ? unpackRows(key, contentOf(pathOf(key.storeId))) : std::nullopt;
+    const bool isWanted = isOn() && isOwnDirectory(m_directory);
+    return isWanted ? unpackRows(key, contentOf(pathOf(key.storeId))) : std::nullopt;
 }
 
 void TokenCache::write(const RowKey &key, const TokenObjects &objects)
 {
     const std::lock_guard lock(m_mutex);
-    if (!isStillOn())
+    if (!isStillOn() || !takePrivateDirectory(m_directory))
         return;
     const QString path = pathOf(key.storeId);
     const QByteArray rows = packRows(key, objects);
@@ -77,7 +72,7 @@ void TokenCache::write(const RowKey &key, const TokenObjects &objects)
         QFile::remove(path);
     } else if (rows == contentOf(path)) {
         touch(path);
-    } else if (makePrivateDirectory(m_directory)) {
+    } else {
         // Replaces whatever stands under that name, a link too.
         writeAtomically(path, rows, true, FileReaders::Owner);
     }
@@ -99,6 +94,8 @@ void TokenCache::removeOld() noexcept
 
 void TokenCache::removeOldFiles() const
 {
+    if (!isOwnDirectory(m_directory))
+        return;
     const QDateTime oldest = QDateTime::currentDateTimeUtc().addDays(-MostDays);
     int kept = 0;
     qint64 bytes = 0;
@@ -113,7 +110,8 @@ void TokenCache::removeOldFiles() const
 void TokenCache::forget(const QString &storeId)
 {
     const std::lock_guard lock(m_mutex);
-    QFile::remove(pathOf(storeId));
+    if (isOwnDirectory(m_directory))
+        QFile::remove(pathOf(storeId));
 }
 
 void TokenCache::clear()

@@ -11,8 +11,9 @@
 namespace Trivex {
 
 /// The public rows of tokens that were read before, in files of the user's cache directory: one a
-/// token, readable by its owner alone. Nothing is read or written unless it is switched on.
-/// Thread-safe; it reads and writes files, which is nothing for a GUI thread.
+/// token, readable by its owner alone, in a directory that is the user's own and no link. Nothing
+/// is read or written unless it is switched on. Thread-safe; it reads and writes files, which is
+/// nothing for a GUI thread.
 class TRIVEX_TOKENS_EXPORT TokenCache {
 public:
     /// More tokens than somebody has; those that were not seen for longest go first.
