@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/cache/rowmark.h"
 #include "providers/pkcs11/cache/tokencache.h"
+#include "providers/pkcs11/life/tokenmemory.h"
 #include "tests/support/testcertificates.h"
 
 #include <QCryptographicHash>
@@ -54,6 +55,7 @@ private Q_SLOTS:
     void directoryOfItsOwn();
     void directoryOfAnother();
     void marks();
+    void withoutSerialNumber();
 
 private:
     QStringList files() const { return QDir(path()).entryList({QStringLiteral("*.rows")}); }
@@ -419,6 +421,20 @@ void TestTokenCache::marks()
     other = info;
     other.firmwareVersion.minor = 1;
     QVERIFY(rowMark(other) != before);
+}
+
+/// Two of them can't be told apart.
+void TestTokenCache::withoutSerialNumber()
+{
+    TokenCache cache(path());
+    CK_TOKEN_INFO info = {};
+    for (const char *serial : {"", " ", "0000000000000000", "0"}) {
+        memset(&info, ' ', offsetof(CK_TOKEN_INFO, flags));
+        memcpy(info.serialNumber, serial, strlen(serial));
+        QVERIFY2(!TokenMemory::of(cache, identityOf(info), info), serial);
+    }
+    memcpy(info.serialNumber, "0000000000000010", sizeof info.serialNumber);
+    QVERIFY(TokenMemory::of(cache, identityOf(info), info));
 }
 
 QTEST_GUILESS_MAIN(TestTokenCache)

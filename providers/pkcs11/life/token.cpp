@@ -220,8 +220,6 @@ void Token::perform(Task &task, TokenListener &listener)
         return;
     const TokenConnection::Scope scope(connection, task.cancellation);
     listener.publishBusy(connection, task.purpose);
-    if (task.memory && mayChange(task.purpose))
-        task.memory->forget();
     const TokenContentsPtr before = connection.contents();
     const TokenError error = attempt(task);
     // The failed operation may have undone changes that it had noted.
@@ -256,6 +254,9 @@ TokenError Token::attempt(Task &task)
     const QString &storeId = connection.identity().storeId;
     try {
         connection.checkCancelled();
+        // Without the memory for it nothing is changed either.
+        if (task.memory && mayChange(task.purpose))
+            task.memory->forget();
         work(task);
         connection.noteSuccess();
         return {};

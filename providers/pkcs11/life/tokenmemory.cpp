@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/life/tokenmemory.h"
 
+#include "providers/pkcs11/cache/rowmark.h"
 #include "providers/pkcs11/contents/objectsearch.h"
 
 #include <algorithm>
@@ -53,6 +54,18 @@ TokenMemory::TokenMemory(TokenCache &cache, RowKey key)
     : m_cache(cache)
     , m_key(std::move(key))
 {
+}
+
+std::shared_ptr<TokenMemory> TokenMemory::of(TokenCache &cache, const TokenIdentity &identity,
+                                             const CK_TOKEN_INFO &info)
+{
+    const QString &serial = identity.serial;
+    const bool hasSerial = std::any_of(serial.begin(), serial.end(), [](QChar one) {
+        return !one.isSpace() && one != QLatin1Char('0');
+    });
+    if (!hasSerial)
+        return nullptr;
+    return std::make_shared<TokenMemory>(cache, RowKey{identity.storeId, rowMark(info)});
 }
 
 TokenContentsPtr TokenMemory::recall() const

@@ -16,6 +16,11 @@ public:
     /// came: what changes afterwards makes the rows count as another state's.
     TokenMemory(TokenCache &cache, RowKey key);
 
+    /// The memory of a token with that information. Null for one without a serial number, or with
+    /// zeros for it: two such tokens would show the rows of each other.
+    TRIVEX_TOKENS_EXPORT static std::shared_ptr<TokenMemory>
+    of(TokenCache &cache, const TokenIdentity &identity, const CK_TOKEN_INFO &info);
+
     /// The rows of an earlier reading; null when there are none.
     TokenContentsPtr recall() const;
     /// Keeps what the last reading has found, unless somebody has been logged in meanwhile: what

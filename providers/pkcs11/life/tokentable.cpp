@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/life/tokentable.h"
 
-#include "providers/pkcs11/cache/rowmark.h"
 #include "providers/pkcs11/contents/tokenlook.h"
 #include "providers/pkcs11/life/numberedstatus.h"
 #include "qca/questions/waiter.h"
@@ -216,9 +215,8 @@ TokenPtr TokenTable::attach(const Pkcs11::ModulePtr &module, CK_SLOT_ID slot,
     NumberedStatus status;
     Worker::Milliseconds lifetime{0};
     // The anchors of a trust module are everybody's, and quick to read.
-    const auto memory = choice == CertificateChoice::All
-        ? std::make_shared<TokenMemory>(m_rows, RowKey{identity.storeId, rowMark(info)})
-        : nullptr;
+    const auto memory =
+        choice == CertificateChoice::All ? TokenMemory::of(m_rows, identity, info) : nullptr;
     {
         const std::lock_guard lock(m_mutex);
         if (!m_isOpen || identity.storeId.isEmpty())
