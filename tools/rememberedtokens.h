@@ -13,6 +13,9 @@ class RememberedTokens : public QObject {
     Q_OBJECT
     /// False unless it was switched on. Switched off, it removes all that was kept.
     Q_PROPERTY(bool on READ isOn WRITE setOn NOTIFY onChanged)
+    /// False when the last choice could not be written to the settings. Switched on, it is off
+    /// then; switched off, it is off until the process ends, and nothing is kept any longer.
+    Q_PROPERTY(bool saved READ isSaved NOTIFY onChanged)
 public:
     explicit RememberedTokens(QObject *parent = nullptr);
 
@@ -22,8 +25,10 @@ public:
 
     bool isOn() const;
     void setOn(bool on);
+    bool isSaved() const;
 
 Q_SIGNALS:
+    /// Also when another object, perhaps of another QML engine, was used.
     void onChanged();
 };
 

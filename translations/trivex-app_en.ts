@@ -2755,6 +2755,10 @@
         <source>Settings</source>
         <translation>Settings</translation>
     </message>
+    <message id="trivex-app-settings-not-saved">
+        <source>This choice could not be saved. Check that your settings folder can be written, then choose again.</source>
+        <translation>This choice could not be saved. Check that your settings folder can be written, then choose again.</translation>
+    </message>
     <message id="trivex-app-show-details">
         <source>Show details</source>
         <translation>Show details</translation>

@@ -2773,6 +2773,10 @@
         <source>Settings</source>
         <translation>Настройки</translation>
     </message>
+    <message id="trivex-app-settings-not-saved">
+        <source>This choice could not be saved. Check that your settings folder can be written, then choose again.</source>
+        <translation>Этот выбор не удалось сохранить. Проверьте, что в папку ваших настроек можно писать, и выберите снова.</translation>
+    </message>
     <message id="trivex-app-show-details">
         <source>Show details</source>
         <translation>Показать сведения</translation>

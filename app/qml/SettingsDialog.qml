@@ -64,6 +64,17 @@ BaseDialog {
         wrapMode: Text.Wrap
         Layout.fillWidth: true
     }
+    Label {
+        objectName: "rememberTokensProblem"
+        visible: !dialog.remembered.saved
+        textFormat: Text.PlainText
+        text: qsTrId("trivex-app-settings-not-saved")
+        color: Theme.bad
+        font.pixelSize: Theme.smallSize
+        wrapMode: Text.Wrap
+        Accessible.role: Accessible.AlertMessage
+        Layout.fillWidth: true
+    }
     footer: DialogButtons {
         Button {
             text: qsTrId("trivex-app-close")

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "qca/tokens/rememberedtokens.h"
 #include "tests/app/samplewindowtest.h"
 #include "tests/support/userfiles.h"
 
@@ -7,6 +8,10 @@
 #include <QCryptographicHash>
 #include <QFontDatabase>
 #include <QLocale>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QScopeGuard>
+#include <QSettings>
 #include <QtTest>
 
 using namespace TrivexTest;
@@ -47,6 +52,7 @@ private Q_SLOTS:
     void removalNamesWhatGoes();
     void widths();
     void windowIsRemembered();
+    void tokensAreRememberedOnWish();
 
 private:
     void prepare() override;
@@ -438,6 +444,53 @@ void TestAppLists::windowIsRemembered()
     QVERIFY(m_window->item(QStringLiteral("colours-2"))->property("checked").toBool());
     QVERIFY(m_window->click(QStringLiteral("colours-1")));
     m_window->setTheme(1, 1);
+}
+
+void TestAppLists::tokensAreRememberedOnWish()
+{
+    const auto box = [&] { return m_window->item(QStringLiteral("rememberTokens")); };
+    const auto isStored = [] {
+        return QSettings().value(QStringLiteral("rememberTokens"), false).toBool();
+    };
+    const auto isTold = [&] {
+        const QQuickItem *told = m_window->item(QStringLiteral("rememberTokensProblem"));
+        return told && told->isVisible();
+    };
+    QVERIFY(m_window->click(QStringLiteral("settingsButton")));
+    QVERIFY(m_steps->waitOpen("settingsDialog"));
+    QVERIFY(!box()->property("checked").toBool());
+    QVERIFY(!isTold());
+    QVERIFY(m_window->click(QStringLiteral("rememberTokens")));
+    QVERIFY(m_window->waitFor([&] { return Trivex::tokensAreRemembered(); }));
+    QVERIFY(isStored());
+    QVERIFY(box()->property("checked").toBool());
+    // A page of another engine of the same process.
+    QQmlEngine engine;
+    QQmlComponent page(&engine);
+    page.setData("import Trivex.Crypto.Tools 1.0\nRememberedTokens {}", QUrl());
+    const std::unique_ptr<QObject> other(page.create());
+    QVERIFY2(other, qPrintable(page.errorString()));
+    QVERIFY(other->setProperty("on", false));
+    QVERIFY(m_window->waitFor([&] { return !box()->property("checked").toBool(); }));
+    QVERIFY(!isStored());
+    // Where settings can't be written the box is off again, and says why.
+    const QString organization = QCoreApplication::organizationName();
+    const auto reset = qScopeGuard([&] { QCoreApplication::setOrganizationName(organization); });
+    const QString name = QStringLiteral("blocked");
+    const QString folder = QFileInfo(QFileInfo(QSettings().fileName()).path()).path();
+    QFile file(folder + QLatin1Char('/') + name);
+    QVERIFY(QDir().mkpath(folder) && file.open(QIODevice::WriteOnly));
+    QCoreApplication::setOrganizationName(name);
+    QVERIFY(m_window->click(QStringLiteral("rememberTokens")));
+    QVERIFY(m_window->waitFor([&] { return isTold(); }));
+    QVERIFY(!box()->property("checked").toBool());
+    QVERIFY(!Trivex::tokensAreRemembered());
+    QVERIFY(file.remove());
+    QVERIFY(m_window->click(QStringLiteral("rememberTokens")));
+    QVERIFY(m_window->waitFor([&] { return !isTold(); }));
+    QVERIFY(box()->property("checked").toBool());
+    QVERIFY(m_window->click(QStringLiteral("rememberTokens")));
+    QVERIFY(m_window->waitFor([&] { return !Trivex::tokensAreRemembered(); }));
 }
 
 int main(int argc, char **argv)

@@ -58,8 +58,6 @@ struct Job {
     /// Why it was not done, as people are told; empty when it was.
     std::function<QString()> run;
     bool isInHome = true;
-    /// People are told nothing: what they chose holds until the program ends.
-    bool isSilent = false;
 };
 
 /// The work of a person in the folder `place`.
@@ -279,12 +277,12 @@ QString Work::rememberTokens()
     Trivex::RememberedTokens tokens;
     const bool on = !tokens.isOn();
     tokens.setOn(on);
-    if (tokens.isOn() != on)
+    if (tokens.isOn() != (on && tokens.isSaved()))
         qFatal("the choice does not hold");
     const QSettings settings;
-    return settings.value(QStringLiteral("rememberTokens"), !on).toBool() == on
-        ? QString()
-        : QStringLiteral("forgotten");
+    if (settings.value(QStringLiteral("rememberTokens"), !on).toBool() != tokens.isOn())
+        qFatal("the settings say something else");
+    return tokens.isSaved() ? QString() : QStringLiteral("not saved");
 }
 
 QVector<Job> Work::jobs()
@@ -296,7 +294,7 @@ QVector<Job> Work::jobs()
         {"removing a certificate", [this] { return removeCertificate(); }},
         {"a profile", [this] { return saveProfile(); }},
         {"private tokens", [this] { return makePrivateTokens(); }},
-        {"settings", [this] { return rememberTokens(); }, true, true},
+        {"settings", [this] { return rememberTokens(); }},
         {"exporting a request",
          [this] {
              CertificateRequest request(m_request, nullptr);
@@ -339,7 +337,7 @@ QByteArrayList problemsOf(Machine &machine, Work &work)
     }
     machine.end();
     for (int i = 0; i < jobs.size(); ++i) {
-        const bool mustFail = (jobs[i].isInHome || !machine.lasts()) && !jobs[i].isSilent;
+        const bool mustFail = jobs[i].isInHome || !machine.lasts();
         if (mustFail && reasons[i].isEmpty())
             problems += QByteArray(jobs[i].name) + ": no error";
         if (!jobs[i].isInHome && machine.lasts() && !reasons[i].isEmpty())

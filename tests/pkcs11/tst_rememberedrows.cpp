@@ -11,6 +11,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -63,6 +64,8 @@ private Q_SLOTS:
     void nothingThatALoginShows();
     void switchedOffAgain();
     void switchOfTheUser();
+    void everyObjectHears();
+    void choiceThatIsNotStored();
     void oldOnesGoAtTheStart();
     void switchedOffWithoutProvider();
     void switchedOffInAnotherProcess();
@@ -71,6 +74,9 @@ private:
     void remember(bool on);
     bool startRemembering();
     bool takeOut();
+    /// Lets the token be read and written once more. Where it was switched off meanwhile, the file
+    /// of the start may go yet: whoever writes looks behind the writing whether it still is on.
+    bool writeAnew();
     /// Takes the token out and puts it back, where its reading is held up.
     bool replugHeld();
     /// The rows while the reading is held up.
@@ -155,6 +161,15 @@ bool TestRememberedRows::takeOut()
     m_token->control("remove\n");
     return QTest::qWaitFor([&] { return !TokenMonitor::token(m_storeId).present; }, 30000)
         && m_stores->waitForEntries(StoreName, 0, 30000);
+}
+
+bool TestRememberedRows::writeAnew()
+{
+    if (!takeOut())
+        return false;
+    Trivex::removeRememberedTokens(Trivex::rememberedTokensDirectory());
+    m_token->control();
+    return QTest::qWaitFor([&] { return isRead() && files().size() == 1; }, 30000);
 }
 
 bool TestRememberedRows::replugHeld()
@@ -356,6 +371,11 @@ void TestRememberedRows::switchedOffAgain()
     QVERIFY(m_stores->entries(StoreName).isEmpty());
     QVERIFY(release());
     QVERIFY(m_stores->waitForEntries(StoreName, 2, 30000));
+    remember(true);
+    QVERIFY(writeAnew());
+    QVERIFY(replugHeld());
+    QCOMPARE(m_stores->currentEntries(StoreName).size(), 2);
+    QVERIFY(release());
 }
 
 /// Beside the provider's setting, kept from one start to the next, and no file stays behind it.
@@ -373,15 +393,58 @@ void TestRememberedRows::switchOfTheUser()
     Trivex::setTokensRemembered(false);
     Trivex::RememberedTokens::apply();
     QVERIFY(user.isOn());
+    QVERIFY(writeAnew());
     QVERIFY(replugHeld());
     QVERIFY(waitForHeldRows(2));
+    // What the start has written is no proof that this switch has anything written.
+    Trivex::removeRememberedTokens(Trivex::rememberedTokensDirectory());
+    QVERIFY(files().isEmpty());
     QVERIFY(release());
-    QVERIFY(QTest::qWaitFor([&] { return m_token->count("C_CloseSession") > 1; }));
-    QCOMPARE(files().size(), 1);
+    QVERIFY(QTest::qWaitFor([&] { return files().size() == 1; }, 30000));
     user.setOn(false);
-    QTRY_VERIFY_WITH_TIMEOUT(files().isEmpty(), 30000);
+    QTRY_VERIFY(files().isEmpty());
     Trivex::RememberedTokens::apply();
     QVERIFY(!user.isOn());
+}
+
+/// Of two QML engines both show it, whichever was used.
+void TestRememberedRows::everyObjectHears()
+{
+    useSettings(QStringLiteral("both"));
+    Trivex::RememberedTokens::apply();
+    Trivex::RememberedTokens used;
+    Trivex::RememberedTokens other;
+    QSignalSpy heard(&other, &Trivex::RememberedTokens::onChanged);
+    used.setOn(true);
+    QCOMPARE(heard.size(), 1);
+    QVERIFY(other.isOn());
+    other.setOn(false);
+    QCOMPARE(heard.size(), 2);
+    QVERIFY(!used.isOn());
+}
+
+/// What is stored nowhere holds for nobody, and the objects say so.
+void TestRememberedRows::choiceThatIsNotStored()
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("blocked"));
+    QCoreApplication::setApplicationName(QStringLiteral("choice"));
+    const QString folder = m_home.filePath(QStringLiteral("blocked"));
+    QFile file(folder);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    Trivex::RememberedTokens::apply();
+    Trivex::RememberedTokens user;
+    QVERIFY(user.isSaved());
+    QSignalSpy changed(&user, &Trivex::RememberedTokens::onChanged);
+    user.setOn(true);
+    QVERIFY(!user.isSaved());
+    QVERIFY(!user.isOn());
+    QVERIFY(!Trivex::tokensAreStillRemembered());
+    QCOMPARE(changed.size(), 1);
+    QVERIFY(file.remove());
+    user.setOn(true);
+    QVERIFY(user.isSaved());
+    QVERIFY(Trivex::tokensAreStillRemembered());
+    user.setOn(false);
 }
 
 /// Also where nothing is remembered any longer.
