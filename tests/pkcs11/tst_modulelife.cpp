@@ -2,11 +2,14 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/life/restartpause.h"
 #include "qca/adapter/keygenerator.h"
+#include "qca/tokens/tokenmaking.h"
 #include "qca/tokens/tokens.h"
 #include "tests/pkcs11/tokenfixture.h"
+#include "tests/support/loopmeter.h"
 #include "tests/support/needtokens.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QTimer>
 
@@ -40,12 +43,17 @@ private Q_SLOTS:
     void slotCounts_data();
     void slotCounts();
     void slotListGrows();
+    void tokenGoesBetweenTwoCalls();
+    void tenThousandSlots();
     void lookFaults();
     void operationFaults();
     void aSingleFaultChangesNothing();
     void refusalsAreNoFaults();
     void failuresCountByOperations_data();
     void failuresCountByOperations();
+    void deadSlotsBesideGoodOnes();
+    void restartsBecomeRare();
+    void blankSlotComesAndGoes();
     void foreignModuleStaysAsItIs();
     void takenAgainWhileAThreadIsInside();
     void pauseGrows();
@@ -124,6 +132,46 @@ void TestModuleLife::slotListGrows()
     QTRY_VERIFY_WITH_TIMEOUT(isShown(stores), Patience);
     m_token->control();
     QCOMPARE(m_token->count("C_Finalize"), 0);
+}
+
+// Its slot was listed, and has no token by the next call.
+void TestModuleLife::tokenGoesBetweenTwoCalls()
+{
+    const QCA::Initializer qca;
+    Stores stores;
+    QVERIFY(stores.waitForEntries(StoreName, 1));
+    for (const char *result : {"CKR_TOKEN_NOT_PRESENT", "CKR_TOKEN_NOT_RECOGNIZED"}) {
+        m_token->control(QByteArray("fail C_GetTokenInfo * ") + result);
+        QTRY_VERIFY_WITH_TIMEOUT(stores.entries(StoreName).isEmpty(), Patience);
+        m_token->control();
+        QTRY_VERIFY_WITH_TIMEOUT(isShown(stores), Patience);
+    }
+}
+
+// A reader in the network with a slot for each of its partitions.
+void TestModuleLife::tenThousandSlots()
+{
+    const QByteArray orders("more-slots 10000");
+    m_token->control(orders);
+    const QCA::Initializer qca;
+    PinPrompt prompt(TestToken::pin());
+    Stores stores;
+    QVERIFY(stores.waitForEntries(StoreName, 1, Patience));
+    QVERIFY(waitForLooks());
+    QVERIFY(isShown(stores));
+    QVERIFY(sign(stores));
+    // Only those of real tokens get a store.
+    QCOMPARE(Trivex::TokenMonitor::tokens().size(), 1);
+    LoopMeter meter;
+    meter.start();
+    m_token->control(orders + "\nremove");
+    QTRY_VERIFY_WITH_TIMEOUT(stores.entries(StoreName).isEmpty(), Patience);
+    m_token->control(orders);
+    QTRY_VERIFY_WITH_TIMEOUT(isShown(stores), Patience);
+    QVERIFY(sign(stores));
+    QVERIFY2(meter.longest() <= LoopMeter::Unnoticed, qPrintable(QString::number(meter.longest())));
+    QCOMPARE(m_token->count("C_Finalize"), 0);
+    m_token->control();
 }
 
 // A daemon behind the module was restarted: everything fails until the module is started anew.
@@ -241,6 +289,70 @@ void TestModuleLife::failuresCountByOperations()
     m_token->control();
     QVERIFY(sign(stores));
     QCOMPARE(m_token->count("C_Login"), 1);
+}
+
+// A reader that is broken for good is no reason to end the logins of others, wherever it stands.
+void TestModuleLife::deadSlotsBesideGoodOnes()
+{
+    const QCA::Initializer qca;
+    PinPrompt prompt(TestToken::pin());
+    Stores stores;
+    QVERIFY(stores.waitForEntries(StoreName, 1));
+    QVERIFY(sign(stores));
+    m_token->control("more-slots 2\ndead-slots");
+    m_token->forget();
+    QTRY_VERIFY_WITH_TIMEOUT(m_token->countText("C_GetTokenInfo CKR_DEVICE_ERROR") >= 2 * SomeLooks,
+                             Patience);
+    QVERIFY(sign(stores));
+    QCOMPARE(m_token->count("C_Finalize"), 0);
+    QCOMPARE(m_token->count("C_Login"), 0);
+    QVERIFY(isShown(stores));
+    QCOMPARE(Trivex::TokenMonitor::tokens().size(), 1);
+}
+
+// Each pause before a restart is twice as long as the one before. Load makes all of it longer only.
+void TestModuleLife::restartsBecomeRare()
+{
+    const QCA::Initializer qca;
+    Stores stores;
+    QVERIFY(stores.waitForEntries(StoreName, 1));
+    m_token->forget();
+    QElapsedTimer timer;
+    timer.start();
+    m_token->control("fail C_GetTokenInfo * CKR_DEVICE_ERROR");
+    constexpr int Restarts = 6;
+    QTRY_VERIFY_WITH_TIMEOUT(m_token->count("C_Initialize") >= Restarts, 2 * Patience);
+    qint64 pauses = 0;
+    for (int i = 0; i < Restarts - 1; ++i)
+        pauses += RestartPause::Shortest.count() << i;
+    QVERIFY2(timer.elapsed() >= pauses, qPrintable(QString::number(timer.elapsed())));
+    m_token->control();
+    QVERIFY(stores.waitForEntries(StoreName, 1, Patience));
+}
+
+// Where the next token can be made: no longer where the module shows no such slot, and none where
+// there is no module.
+void TestModuleLife::blankSlotComesAndGoes()
+{
+    Trivex::TokenMakers &makers = Trivex::TokenMakers::instance();
+    {
+        const QCA::Initializer qca;
+        Stores stores;
+        QVERIFY(stores.waitForEntries(StoreName, 1));
+        QTRY_VERIFY_WITH_TIMEOUT(makers.isOffered(), Patience);
+        // It is no token, and has no store.
+        QCOMPARE(Trivex::TokenMonitor::tokens().size(), 1);
+        m_token->control("slots 1");
+        QTRY_VERIFY_WITH_TIMEOUT(!makers.isOffered(), Patience);
+        QVERIFY(isShown(stores));
+        m_token->control();
+        QTRY_VERIFY_WITH_TIMEOUT(makers.isOffered(), Patience);
+        m_token->control("remove");
+        QTRY_VERIFY_WITH_TIMEOUT(!makers.isOffered(), Patience);
+        m_token->control();
+        QTRY_VERIFY_WITH_TIMEOUT(makers.isOffered(), Patience);
+    }
+    QTRY_VERIFY_WITH_TIMEOUT(!makers.isOffered(), Patience);
 }
 
 // Who initialised it in this process has sessions of its own.

@@ -19,6 +19,8 @@ namespace {
 
 /// No token knows more mechanisms; a module that says so is not believed.
 constexpr CK_ULONG MostMechanisms = 4096;
+/// The room is doubled up to this where a module has more than it said.
+constexpr size_t LargestList = 2 * MostMechanisms;
 
 /// PKCS#11 2.40, 3.2: a byte for each part.
 QString versionText(const CK_VERSION &version)
@@ -71,10 +73,19 @@ std::vector<CK_MECHANISM_TYPE> mechanismsOf(const Session &session, CK_SLOT_ID s
     CK_ULONG count = 0;
     Pkcs11::check(session.module()->C_GetMechanismList(slot, nullptr, &count),
                   "C_GetMechanismList");
+    if (count == 0)
+        return {};
+    CK_RV result = CKR_OK;
     std::vector<CK_MECHANISM_TYPE> all(std::min(count, MostMechanisms));
-    count = CK_ULONG(all.size());
-    Pkcs11::check(session.module()->C_GetMechanismList(slot, all.data(), &count),
-                  "C_GetMechanismList");
+    for (;;) {
+        count = CK_ULONG(all.size());
+        result = session.module()->C_GetMechanismList(slot, all.data(), &count);
+        // A module may have more of them than it has said, or than it is believed.
+        if (result != CKR_BUFFER_TOO_SMALL || all.size() >= LargestList)
+            break;
+        all.resize(all.size() * 2);
+    }
+    Pkcs11::check(result, "C_GetMechanismList");
     all.resize(std::min(size_t(count), all.size()));
     return all;
 }

@@ -26,8 +26,9 @@ constexpr Worker::Milliseconds LongestStartPause{60 * 1000};
 /// module's other tokens, which may be well.
 constexpr Worker::Milliseconds LongestFaultPause{60 * 60 * 1000};
 
-/// More than any machine has; a larger count is an error of the module.
-constexpr CK_ULONG MostSlots = 1024;
+/// More than any machine has, network readers with thousands of partitions included; a larger count
+/// is an error of the module.
+constexpr CK_ULONG MostSlots = 16384;
 /// Tokens may come between the two calls for the list, but not for ever.
 constexpr int ListTries = 8;
 /// Room for those that do; twice as much after each try that was too small.
