@@ -25,7 +25,7 @@ struct TokenStatus {
     bool busy = false;
     Purpose busyWith = Purpose::Sign; ///< only meaningful while `busy`
     bool loading = false; ///< its objects are being read
-    bool isRead = false; ///< what is on it is known; until then nothing seems to be on it
+    bool isRead = false; ///< what is on it is known; until then at most what is remembered
     /// It shows no public keys: whether it has those of its certificates is known after a login.
     bool keysPresumed = false;
     /// Some of its private keys may be shown by a login only.

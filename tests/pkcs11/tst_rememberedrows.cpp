@@ -66,6 +66,8 @@ private Q_SLOTS:
     void switchOfTheUser();
     void everyObjectHears();
     void choiceThatIsNotStored();
+    void nothingThatALoginElsewhereShows_data();
+    void nothingThatALoginElsewhereShows();
     void oldOnesGoAtTheStart();
     void switchedOffWithoutProvider();
     void switchedOffInAnotherProcess();
@@ -78,18 +80,21 @@ private:
     /// of the start may go yet: whoever writes looks behind the writing whether it still is on.
     bool writeAnew();
     /// Takes the token out and puts it back, where its reading is held up.
-    bool replugHeld();
+    bool replugHeld(const QByteArray &orders = {});
     /// The rows while the reading is held up.
     bool waitForHeldRows(int count);
     bool release(const QByteArray &orders = {});
     bool isRead() const { return TokenMonitor::token(m_storeId).isRead; }
     QStringList files() const;
-    /// Whether a file has that certificate.
-    bool keeps(const QByteArray &der) const;
+    /// A public key that shows itself after a login only.
+    bool addHiddenKey();
+    /// Whether a file has these octets.
+    bool keeps(const QByteArray &octets) const;
 
     QTemporaryDir m_home;
     QString m_storeId;
     QByteArray m_hidden; ///< the certificate that shows itself after a login only
+    QByteArray m_hiddenPoint; ///< of the key that does
 };
 
 void TestRememberedRows::initTestCase()
@@ -106,6 +111,28 @@ void TestRememberedRows::initTestCase()
                                   QStringLiteral("/CN=Hidden"));
     PlainToken plain(TestToken::softHsmLibrary());
     QVERIFY(plain.writeHiddenCertificate(m_hidden, TestToken::pin()));
+    QVERIFY(addHiddenKey());
+}
+
+bool TestRememberedRows::addHiddenKey()
+{
+    const QString key = m_authority->file(QStringLiteral("hidden.pem"));
+    const QString publicHalf = m_authority->file(QStringLiteral("hidden.der"));
+    m_authority->openssl({QStringLiteral("genpkey"), QStringLiteral("-algorithm"),
+                          QStringLiteral("EC"), QStringLiteral("-pkeyopt"),
+                          QStringLiteral("ec_paramgen_curve:P-256"), QStringLiteral("-out"), key});
+    m_authority->openssl({QStringLiteral("pkey"), QStringLiteral("-in"), key,
+                          QStringLiteral("-pubout"), QStringLiteral("-outform"),
+                          QStringLiteral("DER"), QStringLiteral("-out"), publicHalf});
+    QFile file(publicHalf);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    m_hiddenPoint = file.readAll().right(64);
+    m_token->token().tool({QStringLiteral("--write-object"), publicHalf, QStringLiteral("--type"),
+                           QStringLiteral("pubkey"), QStringLiteral("--private"),
+                           QStringLiteral("--id"), QStringLiteral("88"), QStringLiteral("--label"),
+                           QStringLiteral("hidden")});
+    return !m_token->token().publicKey(QStringLiteral("88")).isEmpty();
 }
 
 void TestRememberedRows::init()
@@ -145,10 +172,10 @@ bool TestRememberedRows::startRemembering()
     return QTest::qWaitFor([&] { return isRead() && files().size() == 1; }, 30000);
 }
 
-bool TestRememberedRows::keeps(const QByteArray &der) const
+bool TestRememberedRows::keeps(const QByteArray &octets) const
 {
     QFile file(Trivex::rememberedTokensDirectory() + QLatin1Char('/') + files().value(0));
-    return file.open(QIODevice::ReadOnly) && file.readAll().contains(der);
+    return file.open(QIODevice::ReadOnly) && file.readAll().contains(octets);
 }
 
 QStringList TestRememberedRows::files() const
@@ -172,12 +199,12 @@ bool TestRememberedRows::writeAnew()
     return QTest::qWaitFor([&] { return isRead() && files().size() == 1; }, 30000);
 }
 
-bool TestRememberedRows::replugHeld()
+bool TestRememberedRows::replugHeld(const QByteArray &orders)
 {
     if (!takeOut())
         return false;
     m_token->forget();
-    m_token->control(NoReading);
+    m_token->control(orders + NoReading);
     return m_token->waitUntilInside("C_FindObjectsInit");
 }
 
@@ -244,14 +271,15 @@ void TestRememberedRows::keysWaitForTheReading()
     const QCA::KeyBundle bundle = entry.keyBundle();
     auto made =
         std::async(std::launch::async, [key = bundle.privateKey()] { return signature(key); });
-    // It stands behind the reading, which holds.
-    const auto isBusy = [&] { return made.wait_for(std::chrono::milliseconds(0)); };
-    QTest::qWait(200);
-    QVERIFY(isBusy() != std::future_status::ready);
-    QCOMPARE(m_token->count("C_SignInit"), 0);
-    QCOMPARE(m_token->count("C_Login"), 0);
     QVERIFY(release());
-    QVERIFY(QTest::qWaitFor([&] { return isBusy() == std::future_status::ready; }, 30000));
+    QVERIFY(QTest::qWaitFor(
+        [&] { return made.wait_for(std::chrono::milliseconds(0)) == std::future_status::ready; },
+        30000));
+    // Nothing was asked of the token for it before certificates and both halves were searched for.
+    const QList<QByteArray> calls = m_token->calls();
+    QVERIFY(calls.indexOf("C_Login") > 0);
+    QVERIFY(calls.indexOf("C_SignInit") > calls.indexOf("C_Login"));
+    QCOMPARE(calls.mid(0, calls.indexOf("C_Login")).count("C_FindObjectsInit"), 4);
     QCA::PublicKey publicKey = bundle.certificateChain().primary().subjectPublicKey();
     QVERIFY(publicKey.verifyMessage(QByteArray("data"), made.get(), QCA::EMSA3_SHA256,
                                     QCA::DefaultFormat));
@@ -350,13 +378,15 @@ void TestRememberedRows::nothingThatALoginShows()
                                      [&](const Trivex::StoreChangeResult &) { isOver = true; }));
     QVERIFY(QTest::qWaitFor([&] { return isOver.load(); }, 30000));
     QVERIFY(m_token->count("C_Login") > 0);
-    m_token->control();
+    // The login may end before anybody asks what hides without one.
+    m_token->control("logout-at C_OpenSession 2");
     QVERIFY(m_stores->waitForEntries(StoreName, 3, 30000));
     QVERIFY(!m_stores->entry(StoreName, QStringLiteral("0")).isNull());
     cleanup();
     QCOMPARE(files().size(), 1);
     QVERIFY(keeps(m_authority->certificate()));
     QVERIFY(!keeps(m_hidden));
+    QVERIFY(!keeps(m_hiddenPoint));
     // Nor in a start in which nobody logs in.
     QVERIFY(startRemembering());
     QVERIFY(m_stores->waitForEntries(StoreName, 2, 30000));
@@ -366,9 +396,8 @@ void TestRememberedRows::switchedOffAgain()
 {
     remember(false);
     QVERIFY(replugHeld());
-    // Nothing comes while the reading holds; it is the only thing that could follow.
-    QTest::qWait(300);
-    QVERIFY(m_stores->entries(StoreName).isEmpty());
+    // Rows are published before the reading begins, which holds.
+    QVERIFY(m_stores->currentEntries(StoreName).isEmpty());
     QVERIFY(release());
     QVERIFY(m_stores->waitForEntries(StoreName, 2, 30000));
     remember(true);
@@ -445,6 +474,40 @@ void TestRememberedRows::choiceThatIsNotStored()
     QVERIFY(user.isSaved());
     QVERIFY(Trivex::tokensAreStillRemembered());
     user.setOn(false);
+}
+
+void TestRememberedRows::nothingThatALoginElsewhereShows_data()
+{
+    QTest::addColumn<QByteArray>("orders");
+    QTest::newRow("login wanted") << QByteArray("no-login-state\n");
+    QTest::newRow("login not mentioned") << QByteArray("no-login-state\nno-login-flag\n");
+}
+
+/// A login of another part of this process shows objects that the token does not tell of as shown
+/// by one: they are listed, and not written.
+void TestRememberedRows::nothingThatALoginElsewhereShows()
+{
+    QFETCH(QByteArray, orders);
+    QVERIFY(takeOut());
+    m_token->forget();
+    m_token->control(orders + NoReading);
+    QVERIFY(m_token->waitUntilInside("C_FindObjectsInit"));
+    PlainToken other(TestToken::softHsmLibrary());
+    QVERIFY(other.isOpen() && other.logIn(TestToken::pin()));
+    const auto end = qScopeGuard([&] { other.logOut(); });
+    Trivex::removeRememberedTokens(Trivex::rememberedTokensDirectory());
+    QVERIFY(release(orders));
+    QVERIFY(m_stores->waitForEntries(StoreName, 3, 30000));
+    QVERIFY(QTest::qWaitFor([&] { return files().size() == 1; }, 30000));
+    QVERIFY(keeps(m_authority->certificate()));
+    QVERIFY(!keeps(m_hidden));
+    QVERIFY(!keeps(m_hiddenPoint));
+    // The rows of keys are those of a token that hides them.
+    QVERIFY(replugHeld(orders));
+    QVERIFY(waitForHeldRows(2));
+    QCOMPARE(m_stores->entry(StoreName, QStringLiteral("signer")).type(),
+             QCA::KeyStoreEntry::TypeKeyBundle);
+    QVERIFY(release());
 }
 
 /// Also where nothing is remembered any longer.

@@ -205,6 +205,33 @@ static bool presumeKeys(const TokenObjects &objects,
     return true;
 }
 
+/// A certificate of an authority gets a key that is known by its id alone only when no other one
+/// wants it; and of many presumed keys none is presumed.
+static bool dependsOnOthers(const TokenObjects &objects, const TokenCertificate &certificate,
+                            size_t found)
+{
+    const auto isUnknown = [](const TokenKey &key) { return key.publicInfo.isEmpty(); };
+    const auto hasUnknown = [&](const std::vector<TokenKey> &keys) {
+        return std::any_of(keys.begin(), keys.end(), isUnknown);
+    };
+    if (certificate.parts.isAuthority)
+        return hasUnknown(objects.privateKeys) || hasUnknown(objects.publicKeys);
+    return found > MostPresumed && mayHaveKey(objects, certificate);
+}
+
+TokenContentsPtr assemblePart(TokenObjects objects, size_t found, const QString &storeId)
+{
+    auto &all = objects.certificates;
+    const auto end = std::find_if(all.begin(), all.end(), [&](const TokenCertificate &one) {
+        return dependsOnOthers(objects, one, found);
+    });
+    all.erase(end, all.end());
+    auto part = std::make_shared<TokenContents>(*assembleContents(objects, storeId));
+    part->keys.clear();
+    part->keyFacts.clear();
+    return part;
+}
+
 TokenContentsPtr assembleContents(const TokenObjects &objects, const QString &storeId)
 {
     KeyIndex keys(objects.privateKeys, objects.publicKeys, objects.mayHaveUnknownKeys());

@@ -46,4 +46,11 @@ struct TokenObjects {
 TRIVEX_TOKENS_EXPORT TokenContentsPtr assembleContents(const TokenObjects &objects,
                                                        const QString &storeId);
 
+/// The same of a token whose keys are read and whose certificates are not: `objects` has the first
+/// of them, of `found` objects. Its entries are the first ones of those that the whole reading will
+/// bring, with the same ids and keys; it ends before a certificate whose key depends on what is not
+/// read yet. Nothing is told of keys, which may have their certificates among the rest.
+TRIVEX_TOKENS_EXPORT TokenContentsPtr assemblePart(TokenObjects objects, size_t found,
+                                                   const QString &storeId);
+
 } // namespace Trivex

@@ -169,11 +169,13 @@ QByteArray publicInfoOf(const Session &session, CK_OBJECT_HANDLE object, CK_KEY_
 }
 
 std::vector<TokenCertificate> readCertificates(const Session &session, CertificateChoice choice,
-                                               const DamagedHandler &damaged)
+                                               const DamagedHandler &damaged,
+                                               const ProgressHandler &progress)
 {
     AttributeReader reader({{CKA_VALUE, 16384}, {CKA_ID, 256}, {CKA_LABEL, 1024}});
     std::vector<TokenCertificate> certificates;
-    for (const CK_OBJECT_HANDLE object : findCertificates(session, choice)) {
+    const std::vector<CK_OBJECT_HANDLE> found = findCertificates(session, choice);
+    for (const CK_OBJECT_HANDLE object : found) {
         if (!reader.readIfThere(session, object))
             continue;
         TokenCertificate certificate;
@@ -191,6 +193,8 @@ std::vector<TokenCertificate> readCertificates(const Session &session, Certifica
             continue;
         }
         certificates.push_back(std::move(certificate));
+        if (progress)
+            progress(certificates, found.size());
     }
     return certificates;
 }

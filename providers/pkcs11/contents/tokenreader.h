@@ -21,9 +21,14 @@ enum class CertificateChoice {
 using DamagedHandler = std::function<void(const TokenCertificate &)>;
 
 /// The certificates that the session shows.
+/// Called behind each certificate with all that were read so far, in their order, and the number of
+/// objects that the search has found. What it throws ends the reading.
+using ProgressHandler = std::function<void(const std::vector<TokenCertificate> &, size_t found)>;
+
 TRIVEX_TOKENS_EXPORT std::vector<TokenCertificate>
 readCertificates(const Pkcs11::Session &session, CertificateChoice choice,
-                 const DamagedHandler &damaged = {});
+                 const DamagedHandler &damaged = {},
+                 const ProgressHandler &progress = {});
 /// Sets the keys of `objects` to those that the session shows.
 TRIVEX_TOKENS_EXPORT void readKeys(const Pkcs11::Session &session, TokenObjects *objects);
 

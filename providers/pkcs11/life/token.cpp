@@ -158,7 +158,7 @@ void Token::start(Worker::Milliseconds loginLifetime)
         m_worker.post([connection = m_connection, memory = m_memory, &listener = m_listener] {
             try {
                 if (const TokenContentsPtr remembered = memory->recall())
-                    listener.publishRemembered(*connection, remembered);
+                    listener.publishEarly(*connection, remembered);
             } catch (const std::exception &) {
                 // Out of memory: the reading shows what there is.
             }
@@ -175,7 +175,14 @@ void Token::read()
             listener.publishReadFailure(*connection);
         };
         try {
-            connection->read();
+            // Remembered rows stay until it is known which of them are still there.
+            TokenConnection::PartHandler showPart;
+            if (!memory || !memory->hasRecalled()) {
+                showPart = [&](const TokenContentsPtr &part) {
+                    listener.publishEarly(*connection, part);
+                };
+            }
+            connection->read(showPart);
             connection->noteSuccess();
             listener.publishContents(*connection);
             if (memory)

@@ -14,9 +14,9 @@ class TokenListener {
 public:
     /// The token has been read, or its contents have changed.
     virtual void publishContents(const TokenConnection &source) = 0;
-    /// These rows were read at an earlier start; the token itself is still to be read.
-    virtual void publishRemembered(const TokenConnection &source,
-                                   const TokenContentsPtr &contents) = 0;
+    /// Rows to show until the token has been read: those of an earlier start, or the first ones of
+    /// the reading that goes on.
+    virtual void publishEarly(const TokenConnection &source, const TokenContentsPtr &contents) = 0;
     virtual void publishReadFailure(const TokenConnection &source) = 0;
     /// An operation with that purpose has begun; `publishIdle` follows its end.
     virtual void publishBusy(const TokenConnection &source, Purpose purpose) = 0;

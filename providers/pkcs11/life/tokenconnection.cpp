@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 #include "providers/pkcs11/life/tokenconnection.h"
 
-#include "providers/pkcs11/contents/damagedobjects.h"
 #include "providers/pkcs11/contents/tokenlook.h"
 
 #include <algorithm>
@@ -215,16 +214,6 @@ bool TokenConnection::tryLogin(const Session &session, CK_USER_TYPE user, Operat
     return true;
 }
 
-// Some tokens hide private keys without saying that they want a login.
-bool TokenConnection::hidesPrivateKeys(const TokenObjects &read)
-{
-    const TokenFlags current = flags();
-    const bool says = m_hiddenLogin || current.needsLogin;
-    const bool may = current.hasUserPin && !current.pinMayBeEmpty && read.privateKeys.empty();
-    const bool isLoggedIn = checkLogin();
-    return (says || may) && !isLoggedIn;
-}
-
 bool TokenConnection::learnsLoginFrom(const Error &error)
 {
     if (error.returnValue() != CKR_USER_NOT_LOGGED_IN || wantsLogin())
@@ -249,49 +238,6 @@ void TokenConnection::end() noexcept
 {
     m_anchor.reset();
     m_module.reset();
-}
-
-void TokenConnection::read()
-{
-    // The anchor is not used, because a search that fails may leave its session with a search that
-    // never ends. One session serves the whole reading, because each call to a card takes time.
-    std::optional<Session> session = open(Session::ReadOnly);
-    const int anchor = m_anchors;
-    auto certificates =
-        readCertificates(*session, m_choice, [this](const TokenCertificate &certificate) {
-            warnOfDamaged(m_identity.storeId, m_store.name(), certificate);
-        });
-    readKeyObjects(std::move(session));
-    m_objects.certificates = std::move(certificates);
-    m_certificatesRead = anchor;
-    assemble();
-    m_isUnlisted = false;
-}
-
-void TokenConnection::readKeysAgain()
-{
-    if (m_choice == CertificateChoice::All)
-        readKeyObjects(open(Session::ReadOnly));
-    assemble();
-}
-
-void TokenConnection::readKeyObjects(std::optional<Session> session)
-{
-    if (m_choice != CertificateChoice::All)
-        return;
-    const int anchor = m_anchors;
-    TokenObjects read;
-    readKeys(*session, &read);
-    session.reset();
-    read.privateKeysHidden = hidesPrivateKeys(read);
-    if (!read.privateKeysHidden)
-        m_shown = read;
-    else if (m_shown)
-        read.takeKeysOf(*m_shown);
-    read.certificates = std::move(m_objects.certificates);
-    m_objects = std::move(read);
-    // The handles of remembered keys are no longer good.
-    m_keysRead = m_objects.keysAreRemembered ? 0 : anchor;
 }
 
 void TokenConnection::noteWritten(const Session &session, CK_OBJECT_HANDLE publicKey,

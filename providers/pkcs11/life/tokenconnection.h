@@ -4,6 +4,7 @@
 
 #include "providers/pkcs11/calls/error.h"
 #include "providers/pkcs11/calls/session.h"
+#include "providers/pkcs11/calls/tokensexport.h"
 #include "providers/pkcs11/contents/tokencontents.h"
 #include "providers/pkcs11/contents/tokenidentity.h"
 #include "providers/pkcs11/contents/tokenreader.h"
@@ -19,7 +20,7 @@ namespace Trivex {
 /// The session with one token, used on that token's thread alone. One session is kept open as the
 /// anchor of the login, which lasts as long as it (PKCS#11 2.40, 5.6). Everything throws
 /// `Pkcs11::Error` on failure.
-class TokenConnection {
+class TRIVEX_TOKENS_EXPORT TokenConnection {
 public:
     TokenConnection(Pkcs11::ModulePtr module, CK_SLOT_ID slot, TokenIdentity identity,
                     const QCA::KeyStoreInfo &store, CertificateChoice choice);
@@ -80,8 +81,11 @@ public:
     /// may take as long as the module likes.
     void end() noexcept;
 
-    /// Reads the token anew.
-    void read();
+    /// Receives what can be shown while the token is read.
+    using PartHandler = std::function<void(const TokenContentsPtr &)>;
+    /// Reads the token anew. While it takes its time and `contents` has no entries, `showPart` gets
+    /// the first ones.
+    void read(const PartHandler &showPart = {});
     /// Reads its keys anew, which change with the login.
     void readKeysAgain();
     /// Take a written or removed object into `contents`. Of all keys only the two new objects are
@@ -137,13 +141,18 @@ private:
     /// The state of the anchor, opened anew when it has died. Throws when the operation relies on
     /// the one that died.
     CK_STATE anchorState();
-    /// In a session that was opened after the last look at the login; closes it.
-    void readKeyObjects(std::optional<Pkcs11::Session> session);
+    /// Completes keys that were just read, and remembers them for when they hide. `wasLoggedIn`:
+    /// somebody was logged in when their reading began.
+    void settleKeys(TokenObjects *read, bool wasLoggedIn);
+    /// Of what was read in the time of that anchor.
+    void takeObjects(TokenObjects read, int anchor);
     void assemble();
+    TokenContentsPtr partOf(TokenObjects read, size_t found, bool isLoggedIn) const;
     /// True when the device itself does something that changes nothing; false, too, for one that
     /// has no random numbers.
     bool deviceAnswers() const noexcept;
-    bool hidesPrivateKeys(const TokenObjects &read);
+    /// Whether there may be private keys that show themselves only after a login.
+    bool mayHideKeys(const TokenObjects &read) const;
     bool wantsLogin() const { return m_hiddenLogin || flags().needsLogin; }
     void authenticate(const Pkcs11::Session &session, CK_USER_TYPE user, Operation &operation,
                       const QCA::KeyStoreEntry &entry);

@@ -68,10 +68,11 @@ std::shared_ptr<TokenMemory> TokenMemory::of(TokenCache &cache, const TokenIdent
     return std::make_shared<TokenMemory>(cache, RowKey{identity.storeId, rowMark(info)});
 }
 
-TokenContentsPtr TokenMemory::recall() const
+TokenContentsPtr TokenMemory::recall()
 {
     const auto objects = m_cache.read(m_key);
-    if (!objects || objects->certificates.empty())
+    m_hasRecalled = objects && !objects->certificates.empty();
+    if (!m_hasRecalled)
         return nullptr;
     return assembleContents(*objects, m_key.storeId);
 }

@@ -22,7 +22,9 @@ public:
     of(TokenCache &cache, const TokenIdentity &identity, const CK_TOKEN_INFO &info);
 
     /// The rows of an earlier reading; null when there are none.
-    TokenContentsPtr recall() const;
+    TokenContentsPtr recall();
+    /// Whether the last call of `recall` has brought rows.
+    bool hasRecalled() const { return m_hasRecalled; }
     /// Keeps what the last reading has found, unless somebody has been logged in meanwhile: what
     /// only a login shows is not written to a disk.
     void note(const TokenConnection &connection);
@@ -32,6 +34,7 @@ public:
 private:
     TokenCache &m_cache;
     const RowKey m_key;
+    bool m_hasRecalled = false;
 };
 
 } // namespace Trivex

@@ -324,7 +324,7 @@ void TokenTable::publishContents(const TokenConnection &source)
     m_scan.fulfil(source.identity().storeId);
 }
 
-void TokenTable::publishRemembered(const TokenConnection &source, const TokenContentsPtr &contents)
+void TokenTable::publishEarly(const TokenConnection &source, const TokenContentsPtr &contents)
 {
     int id = 0;
     publish(source, [&](Record &found) {
@@ -340,7 +340,7 @@ void TokenTable::publishReadFailure(const TokenConnection &source)
     int id = 0;
     publish(source, [&](Record &found) {
         found.status.loading = false;
-        // Nothing has shown that what is remembered is still there.
+        // Nothing has shown that what is remembered is still there, and a part stands for no whole.
         if (!found.status.isRead && !found.store.contents->entries.empty())
             id = show(found, std::make_shared<TokenContents>());
     });

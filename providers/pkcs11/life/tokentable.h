@@ -77,8 +77,7 @@ public:
 
     // Ignored when the token has been detached meanwhile.
     void publishContents(const TokenConnection &source) override;
-    void publishRemembered(const TokenConnection &source,
-                           const TokenContentsPtr &contents) override;
+    void publishEarly(const TokenConnection &source, const TokenContentsPtr &contents) override;
     void publishReadFailure(const TokenConnection &source) override;
     void publishBusy(const TokenConnection &source, Purpose purpose) override;
     void publishIdle(const TokenConnection &source) override;
