@@ -25,6 +25,13 @@ bool isPartialResult(CK_RV result)
 
 } // namespace
 
+bool isOfOneObject(CK_RV result)
+{
+    return result == CKR_FUNCTION_FAILED || result == CKR_GENERAL_ERROR
+        || result == CKR_DATA_INVALID || result == CKR_ATTRIBUTE_VALUE_INVALID
+        || result == CKR_FUNCTION_NOT_SUPPORTED;
+}
+
 Template::~Template()
 {
     for (std::string &value : m_values)
@@ -149,14 +156,20 @@ bool AttributeReader::readAll(const Session &session, CK_OBJECT_HANDLE object)
 
 bool AttributeReader::readIfThere(const Session &session, CK_OBJECT_HANDLE object)
 {
-    try {
-        read(session, object);
-        return true;
-    } catch (const Error &error) {
-        if (error.returnValue() != CKR_OBJECT_HANDLE_INVALID)
-            throw;
-        return false;
+    for (int i = 0; i < Readings; ++i) {
+        try {
+            m_failure = CKR_OK;
+            read(session, object);
+            return true;
+        } catch (const Error &error) {
+            if (error.returnValue() == CKR_OBJECT_HANDLE_INVALID)
+                return false;
+            if (!isOfOneObject(error.returnValue()))
+                throw;
+            m_failure = error.returnValue();
+        }
     }
+    return false;
 }
 
 void AttributeReader::readAlone(const Session &session, CK_OBJECT_HANDLE object, Value &value)

@@ -14,6 +14,12 @@
 
 namespace Trivex::Pkcs11 {
 
+/// True for what modules return for an object that its directory names and that is damaged or not
+/// there, while they read all others. A failure of the device is none of an object.
+bool isOfOneObject(CK_RV result);
+/// An object that fails so is asked for so often before it counts as one that can't be read.
+constexpr int Readings = 2;
+
 /// A template (PKCS#11 2.40, 3.4) that owns the bytes of its attributes. It wipes them at the end,
 /// because some are the numbers of private keys. The bytes are elements of a deque, which do not
 /// move while the deque grows, so the pointers in the attributes stay valid.
@@ -66,8 +72,11 @@ public:
     /// Reads the attributes of `object`. Throws `Error`; an attribute that the object lacks or
     /// hides is no error.
     void read(const Session &session, CK_OBJECT_HANDLE object);
-    /// The same. False, without an error, when another program has removed the object meanwhile.
+    /// The same. False, without an error, when another program has removed the object meanwhile,
+    /// and when the module fails to read this one object, twice; `failure` tells that then.
     bool readIfThere(const Session &session, CK_OBJECT_HANDLE object);
+    /// Of the last `readIfThere`; CKR_OK unless the module has failed.
+    CK_RV failure() const { return m_failure; }
 
     // Each of these is about the attribute at `position` in the constructor's list.
     /// A copy of the value; empty when the object has none.
@@ -86,6 +95,7 @@ private:
     void readAlone(const Session &session, CK_OBJECT_HANDLE object, Value &value);
 
     std::vector<Value> m_values;
+    CK_RV m_failure = CKR_OK;
 };
 
 } // namespace Trivex::Pkcs11

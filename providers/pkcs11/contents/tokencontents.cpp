@@ -263,6 +263,7 @@ void TokenObjects::takeKeysOf(const TokenObjects &other)
 {
     publicKeys = other.publicKeys;
     privateKeys = other.privateKeys;
+    keysAreWhole = other.keysAreWhole;
     keysAreRemembered = true;
 }
 

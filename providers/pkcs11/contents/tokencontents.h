@@ -37,8 +37,13 @@ struct TokenObjects {
     bool privateKeysHidden = false;
     /// The keys are those that an earlier login has shown, and stand for the hidden ones.
     bool keysAreRemembered = false;
+    /// False when objects were left out because the module failed to read them. What is not listed
+    /// then may be there all the same: nothing is removed or written for want of it.
+    bool certificatesAreWhole = true;
+    bool keysAreWhole = true;
 
     void takeKeysOf(const TokenObjects &other);
+    bool areWhole() const { return certificatesAreWhole && keysAreWhole; }
     bool mayHaveUnknownKeys() const { return privateKeysHidden && !keysAreRemembered; }
 };
 

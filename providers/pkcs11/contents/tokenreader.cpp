@@ -35,6 +35,33 @@ QByteArray pointIn(const QByteArray &attribute)
     return isWrapped ? content.bytes() : attribute;
 }
 
+/// Counts the objects of one search that could be read.
+class ReadCount {
+public:
+    /// Whether `reader` has the object's attributes now.
+    bool add(AttributeReader &reader, const Session &session, CK_OBJECT_HANDLE object)
+    {
+        const bool isThere = reader.readIfThere(session, object);
+        m_hasAny = m_hasAny || isThere;
+        if (reader.failure() != CKR_OK)
+            m_failure = reader.failure();
+        return isThere;
+    }
+
+    /// False when some were left out. A token of which nothing can be read has a trouble of its
+    /// own, which is thrown.
+    bool isWhole() const
+    {
+        if (!m_hasAny)
+            Pkcs11::check(m_failure, "C_GetAttributeValue");
+        return m_failure == CKR_OK;
+    }
+
+private:
+    bool m_hasAny = false;
+    CK_RV m_failure = CKR_OK;
+};
+
 bool isX509(const Session &session, CK_OBJECT_HANDLE object)
 {
     AttributeReader reader({{CKA_CERTIFICATE_TYPE, sizeof(CK_CERTIFICATE_TYPE)}});
@@ -91,7 +118,8 @@ TokenKeyFacts::Origin originIn(const AttributeReader &reader)
     return reader.flag(Local, true) ? TokenKeyFacts::OriginUnknown : TokenKeyFacts::BroughtHere;
 }
 
-TokenKey keyFrom(const AttributeReader &reader, const Session &session, CK_OBJECT_HANDLE object,
+/// All but its public half.
+TokenKey keyFrom(const AttributeReader &reader, CK_OBJECT_HANDLE object,
                  CK_OBJECT_HANDLE TokenKey::*half)
 {
     TokenKey key;
@@ -106,20 +134,39 @@ TokenKey keyFrom(const AttributeReader &reader, const Session &session, CK_OBJEC
                 key.uses |= UseAttributes[i].use;
         }
     }
-    key.publicInfo = publicInfoOf(session, object, key.type);
     key.*half = object;
     return key;
 }
 
+/// False when the module can't tell it, so that the key is listed without.
+bool addPublicInfo(TokenKey &key, const Session &session, CK_OBJECT_HANDLE object)
+{
+    for (int i = 0; i < Pkcs11::Readings; ++i) {
+        try {
+            key.publicInfo = publicInfoOf(session, object, key.type);
+            return true;
+        } catch (const Pkcs11::Error &error) {
+            if (!Pkcs11::isOfOneObject(error.returnValue()))
+                throw;
+        }
+    }
+    return false;
+}
+
+/// Sets `isWhole` to false when it leaves out anything that is there.
 std::vector<TokenKey> readKeys(const Session &session, CK_OBJECT_CLASS objectClass,
-                               CK_OBJECT_HANDLE TokenKey::*half)
+                               CK_OBJECT_HANDLE TokenKey::*half, bool *isWhole)
 {
     AttributeReader reader = keyReader(half);
     std::vector<TokenKey> keys;
+    ReadCount count;
     for (const CK_OBJECT_HANDLE object : Pkcs11::findObjects(session, objectClass)) {
-        if (reader.readIfThere(session, object))
-            keys.push_back(keyFrom(reader, session, object, half));
+        if (!count.add(reader, session, object))
+            continue;
+        keys.push_back(keyFrom(reader, object, half));
+        *isWhole = addPublicInfo(keys.back(), session, object) && *isWhole;
     }
+    *isWhole = count.isWhole() && *isWhole;
     return keys;
 }
 
@@ -169,16 +216,20 @@ QByteArray publicInfoOf(const Session &session, CK_OBJECT_HANDLE object, CK_KEY_
 }
 
 std::vector<TokenCertificate> readCertificates(const Session &session, CertificateChoice choice,
-                                               const DamagedHandler &damaged,
+                                               const DamagedHandler &damaged, bool *isWhole,
                                                const ProgressHandler &progress)
 {
     AttributeReader reader({{CKA_VALUE, 16384}, {CKA_ID, 256}, {CKA_LABEL, 1024}});
     std::vector<TokenCertificate> certificates;
+    ReadCount count;
     const std::vector<CK_OBJECT_HANDLE> found = findCertificates(session, choice);
     for (const CK_OBJECT_HANDLE object : found) {
-        if (!reader.readIfThere(session, object))
-            continue;
         TokenCertificate certificate;
+        if (!count.add(reader, session, object)) {
+            if (damaged && reader.failure() != CKR_OK)
+                damaged(certificate);
+            continue;
+        }
         certificate.der = reader.value(0);
         certificate.parts = certificateParts(certificate.der);
         certificate.id = reader.value(1);
@@ -196,6 +247,9 @@ std::vector<TokenCertificate> readCertificates(const Session &session, Certifica
         if (progress)
             progress(certificates, found.size());
     }
+    const bool hasAll = count.isWhole();
+    if (isWhole)
+        *isWhole = hasAll;
     return certificates;
 }
 
@@ -203,13 +257,17 @@ TokenKey readKey(const Session &session, CK_OBJECT_HANDLE object, CK_OBJECT_HAND
 {
     AttributeReader reader = keyReader(half);
     reader.read(session, object);
-    return keyFrom(reader, session, object, half);
+    TokenKey key = keyFrom(reader, object, half);
+    key.publicInfo = publicInfoOf(session, object, key.type);
+    return key;
 }
 
 void readKeys(const Session &session, TokenObjects *objects)
 {
-    objects->publicKeys = readKeys(session, CKO_PUBLIC_KEY, &TokenKey::publicObject);
-    objects->privateKeys = readKeys(session, CKO_PRIVATE_KEY, &TokenKey::privateObject);
+    objects->keysAreWhole = true;
+    bool *isWhole = &objects->keysAreWhole;
+    objects->publicKeys = readKeys(session, CKO_PUBLIC_KEY, &TokenKey::publicObject, isWhole);
+    objects->privateKeys = readKeys(session, CKO_PRIVATE_KEY, &TokenKey::privateObject, isWhole);
 }
 
 } // namespace Trivex

@@ -43,11 +43,13 @@ void TokenConnection::read(const PartHandler &showPart)
             pace.noteShown();
         };
     }
-    auto certificates = readCertificates(*session, m_choice, warn, progress);
+    bool areWhole = true;
+    auto certificates = readCertificates(*session, m_choice, warn, &areWhole, progress);
     session.reset();
     if (hasKeys)
         settleKeys(&read, isLoggedIn);
     read.certificates = std::move(certificates);
+    read.certificatesAreWhole = areWhole;
     takeObjects(std::move(read), anchor);
     m_certificatesRead = anchor;
     assemble();
@@ -65,6 +67,7 @@ void TokenConnection::readKeysAgain()
         session.reset();
         settleKeys(&read, isLoggedIn);
         read.certificates = std::move(m_objects.certificates);
+        read.certificatesAreWhole = m_objects.certificatesAreWhole;
         takeObjects(std::move(read), anchor);
     }
     assemble();

@@ -50,10 +50,18 @@ bool isSharedKey(const TokenContents &contents, const TokenEntry &removed)
         });
 }
 
+/// One that the module failed to read may be the certificate of the key, or another key that it is
+/// taken for.
+void checkWhole(const TokenConnection &connection)
+{
+    if (!connection.objects().areWhole())
+        throw Error(CKR_FUNCTION_FAILED, "C_GetAttributeValue");
+}
+
 /// The entry after the login, which may have shown its key; with handles that are good.
 TokenEntryPtr current(TokenConnection &connection, const TokenEntry &entry)
 {
-    if (!connection.certificatesHold())
+    if (!connection.certificatesHold() || !connection.objects().areWhole())
         connection.read();
     const TokenEntryPtr found = connection.contents()->entryOf(entry.certificate->der);
     if (!found)
@@ -138,6 +146,7 @@ TokenKeyPtr currentKey(TokenConnection &connection, const QString &keyId)
     TokenKeyPtr key = connection.contents()->bareKeyOfId(keyId);
     if (!key)
         throw Error(TokenError::NotFound);
+    checkWhole(connection);
     if (key->privateObject == CK_INVALID_HANDLE || !connection.keysHold())
         throw Error(TokenError::NotLoggedIn);
     // Another key than the shown one would be lost.
@@ -158,6 +167,8 @@ void removeEntry(TokenConnection &connection, Operation &operation, const QStrin
     connection.login(operation, asked->key ? LoginFor::PrivateKeys : LoginFor::Objects);
     const TokenEntryPtr entry = current(connection, *asked);
     const bool withKey = asked->key && entry->key && !isSharedKey(*connection.contents(), *entry);
+    if (withKey)
+        checkWhole(connection);
     std::unique_ptr<Template> copy;
     try {
         removeObjects(connection, *entry, withKey, &copy);

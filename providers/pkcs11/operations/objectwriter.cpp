@@ -47,6 +47,26 @@ struct ObjectPlan {
 // The searches come before anything is written, and there are as few of them as possible: a token
 // compares all its objects in each search, and reads itself anew in a search after a change.
 
+/// What the module failed to read may be what is to be written: one object is not written twice.
+void checkRead(const Pkcs11::AttributeReader &reader)
+{
+    Pkcs11::check(reader.failure(), "C_GetAttributeValue");
+}
+
+/// Finds by the token's own comparison those that it can't tell.
+void lookForUnread(const Writing &writing, const QSet<CK_OBJECT_HANDLE> &unread,
+                   std::vector<ObjectPlan> *plans)
+{
+    if (unread.isEmpty())
+        return;
+    for (ObjectPlan &plan : *plans) {
+        for (const CK_OBJECT_HANDLE object : findMarked(writing.session(), plan.mark)) {
+            if (unread.contains(object))
+                plan.present.push_back(object);
+        }
+    }
+}
+
 /// Makes one search for all certificates. It does not read those again that the connection knows.
 std::vector<ObjectPlan> lookForCertificates(const TokenConnection &connection,
                                             const Writing &writing,
@@ -68,13 +88,20 @@ std::vector<ObjectPlan> lookForCertificates(const TokenConnection &connection,
         }
     }
     Pkcs11::AttributeReader reader({{CKA_VALUE, 16384}});
+    QSet<CK_OBJECT_HANDLE> unread;
     for (const CK_OBJECT_HANDLE object : findMarked(writing.session(), {CKO_CERTIFICATE, {}, {}})) {
-        if (others.contains(object) || !reader.readIfThere(writing.session(), object))
+        if (others.contains(object))
             continue;
+        if (!reader.readIfThere(writing.session(), object)) {
+            if (reader.failure() != CKR_OK)
+                unread.insert(object);
+            continue;
+        }
         const auto found = places.constFind(reader.value(0));
         if (found != places.constEnd())
             plans[*found].present.push_back(object);
     }
+    lookForUnread(writing, unread, &plans);
     return plans;
 }
 
@@ -88,7 +115,9 @@ void lookForPair(const Writing &writing, const QByteArray &id, ObjectPlan *priva
     sameId.add(CKA_ID, id).addFlag(CKA_TOKEN, true);
     Pkcs11::AttributeReader reader({{CKA_CLASS, sizeof(CK_OBJECT_CLASS)}});
     for (const CK_OBJECT_HANDLE object : Pkcs11::findObjects(writing.session(), sameId)) {
-        if (!reader.readIfThere(writing.session(), object))
+        const bool isThere = reader.readIfThere(writing.session(), object);
+        checkRead(reader);
+        if (!isThere)
             continue;
         for (ObjectPlan *half : {privateHalf, publicHalf}) {
             if (reader.number(0, CKO_DATA) == half->mark.objectClass)
@@ -209,7 +238,13 @@ struct BundlePlan {
     BundlePlan(TokenConnection &connection, const Writing &writing, const BundleToWrite &bundle)
     {
         const QByteArray info = bundle.key.publicInfo();
-        const TokenKeyPtr known = connection.contents()->keyFor(info);
+        TokenKeyPtr known = connection.contents()->keyFor(info);
+        if (!known && !connection.objects().keysAreWhole) {
+            connection.read();
+            known = connection.contents()->keyFor(info);
+            if (!known && !connection.objects().keysAreWhole)
+                throw Error(CKR_FUNCTION_FAILED, "C_GetAttributeValue");
+        }
         id = known && !known->id.isEmpty() ? known->id : keyIdentifierOf(info);
         lookForPair(writing, id, &privateHalf, &publicHalf);
         if (isTaken(writing, bundle.key)) {
