@@ -155,7 +155,6 @@ void EntryModel::readEntry(int sourceRow, const QCA::KeyStoreEntry &entry, Row &
     row.storeName = shownStoreName(entry, isSystem);
     row.keyKind = keyKind(entry);
     row.hasKey = row.keyKind != NoKey;
-    m_system.insert(row.storeId, isSystem);
     noteCounts(row, 1);
 }
 
@@ -365,11 +364,6 @@ QVariant EntryModel::certificateOf(const QString &identity) const
 {
     const int row = rowOfIdentity(identity);
     return row < 0 ? QVariant() : data(index(row, 0), m_source.certificate);
-}
-
-bool EntryModel::isSystemStore(const QString &storeId) const
-{
-    return m_system.value(storeId);
 }
 
 int EntryModel::rowOfCertificate(QObject *certificate) const

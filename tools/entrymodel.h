@@ -72,8 +72,6 @@ public:
     Q_INVOKABLE int rowOfIdentity(const QString &identity) const;
     /// The certificate of the row of this identity, or nothing; it belongs to the row.
     Q_INVOKABLE QVariant certificateOf(const QString &identity) const;
-    /// True for a store whose rows are of the system's own kind.
-    bool isSystemStore(const QString &storeId) const;
 
     /// The row whose certificate is `certificate`, or -1.
     Q_INVOKABLE int rowOfCertificate(QObject *certificate) const;
@@ -126,7 +124,6 @@ private:
     SourceRoles m_source;
     mutable QVector<Row> m_rows;
     mutable QHash<QString, int> m_counts;
-    mutable QHash<QString, bool> m_system;
     mutable QHash<QString, int> m_rowsByIdentity; ///< empty until it pays
     mutable bool m_wasAsked = false; ///< for an identity, since the last change
     int m_next = 0; ///< where reading ahead goes on

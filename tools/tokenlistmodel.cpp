@@ -98,17 +98,13 @@ QString TokenListModel::storeIdOf(const QString &name) const
     return found == m_tokens.cend() ? QString() : found->keyStoreId;
 }
 
-bool TokenListModel::isListed(const TokenStatus &status) const
-{
-    return !status.name.isEmpty() && !(m_entries && m_entries->isSystemStore(status.keyStoreId));
-}
-
 void TokenListModel::refresh()
 {
     QVector<TokenStatus> tokens;
     const QVector<TokenStatus> known = TokenMonitor::tokens();
-    std::copy_if(known.cbegin(), known.cend(), std::back_inserter(tokens),
-                 [this](const TokenStatus &status) { return isListed(status); });
+    std::copy_if(
+        known.cbegin(), known.cend(), std::back_inserter(tokens),
+        [](const TokenStatus &status) { return !status.name.isEmpty() && !status.isTrust; });
     const bool same = std::equal(
         tokens.cbegin(), tokens.cend(), m_tokens.cbegin(), m_tokens.cend(),
         [](const TokenStatus &a, const TokenStatus &b) { return a.keyStoreId == b.keyStoreId; });

@@ -10,7 +10,8 @@
 namespace Trivex {
 
 /// The tokens of this machine, live: inserted, removed, busy. A removed token keeps its row while
-/// the process lives, marked as not present.
+/// the process lives, marked as not present. A trust module's certificates are no token, whether
+/// any of them is listed or not.
 class TokenListModel : public QAbstractListModel {
     Q_OBJECT
     /// Where the counts come from; also tells system stores, which are not listed here.
@@ -51,7 +52,6 @@ Q_SIGNALS:
 
 private:
     void refresh();
-    bool isListed(const TokenStatus &status) const;
 
     QPointer<EntryModel> m_entries;
     QVector<TokenStatus> m_tokens;

@@ -21,6 +21,8 @@ struct TokenStatus {
     QString serial;
     bool present = false;
     bool readOnly = false;
+    /// The trusted certificates of a trust module, which are everybody's: no token of a person.
+    bool isTrust = false;
     bool hasPinPad = false;
     bool busy = false;
     Purpose busyWith = Purpose::Sign; ///< only meaningful while `busy`

@@ -50,6 +50,8 @@ bool TestAppFirstToken::openDialog()
 void TestAppFirstToken::isLeft()
 {
     QVERIFY(openDialog());
+    // The trust module is nobody's.
+    QCOMPARE(m_steps->tokenStoreId(), QString());
     QVERIFY(m_window->fill(QStringLiteral("newPin"), Pin));
     m_window->key(Qt::Key_Escape);
     QVERIFY(m_steps->waitClosed("newTokenDialog"));

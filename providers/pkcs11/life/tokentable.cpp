@@ -240,6 +240,7 @@ TokenPtr TokenTable::attach(const Pkcs11::ModulePtr &module, CK_SLOT_ID slot,
         made.status.present = true;
         made.status.loading = true;
         made.status.readOnly = made.store.readOnly;
+        made.status.isTrust = choice == CertificateChoice::Trusted;
         applyFlags(flags, &made.status);
         made.status.facts = factsOf(info);
         status = NumberedStatus(made.status);
