@@ -44,10 +44,11 @@ int TokenListModel::rowCount(const QModelIndex &parent) const
 QHash<int, QByteArray> TokenListModel::roleNames() const
 {
     return {
-        {StoreIdRole, QByteArrayLiteral("storeId")},   {NameRole, QByteArrayLiteral("name")},
-        {PresentRole, QByteArrayLiteral("present")},   {BusyRole, QByteArrayLiteral("busy")},
-        {BusyTextRole, QByteArrayLiteral("busyText")}, {CountRole, QByteArrayLiteral("count")},
-        {ReadOnlyRole, QByteArrayLiteral("readOnly")}, {PinTextRole, QByteArrayLiteral("pinText")}};
+        {StoreIdRole, QByteArrayLiteral("storeId")},    {NameRole, QByteArrayLiteral("name")},
+        {PresentRole, QByteArrayLiteral("present")},    {BusyRole, QByteArrayLiteral("busy")},
+        {BusyTextRole, QByteArrayLiteral("busyText")},  {CountRole, QByteArrayLiteral("count")},
+        {ReadOnlyRole, QByteArrayLiteral("readOnly")},  {PinTextRole, QByteArrayLiteral("pinText")},
+        {TakesKeysRole, QByteArrayLiteral("takesKeys")}};
 }
 
 QVariant TokenListModel::data(const QModelIndex &index, int role) const
@@ -72,6 +73,8 @@ QVariant TokenListModel::data(const QModelIndex &index, int role) const
         return token.readOnly;
     case PinTextRole:
         return TokenInfo::pinText(token.pinState);
+    case TakesKeysRole:
+        return token.present && !token.readOnly && token.pinState != PinState::NotSet;
     default:
         return {};
     }

@@ -28,6 +28,7 @@ public:
         CountRole, ///< int, rows that live on it
         ReadOnlyRole, ///< bool
         PinTextRole, ///< QString, see `TokenInfo::pinText`
+        TakesKeysRole, ///< bool, keys can be made on it: it is there, takes objects and has a PIN
     };
 
     explicit TokenListModel(QObject *parent = nullptr);

@@ -27,10 +27,16 @@ EmptyState {
     readonly property bool isStart: !filtered && !pattern && category !== null
         && category.key === "personal" && !KeyStoreModel.isBusy
     property TokenListModel tokens
-    /// The name of the first token that can be written to; empty without one.
+    // internal: a token that was taken out keeps its row.
+    property int looks: 0
+    readonly property Connections tokenChanges: Connections {
+        target: empty.tokens
+        function onDataChanged() { ++empty.looks }
+    }
+    /// The name of the first token on which a key can be made; empty without one.
     readonly property string token: {
-        for (let row = 0; tokens && row < tokens.count; ++row) {
-            if (Rows.value(tokens, row, "present") && !Rows.value(tokens, row, "readOnly"))
+        for (let row = 0; tokens && looks >= 0 && row < tokens.count; ++row) {
+            if (Rows.value(tokens, row, "takesKeys"))
                 return Rows.value(tokens, row, "name")
         }
         return ""
@@ -55,7 +61,7 @@ EmptyState {
         : category && category.key === "system" ? "" : qsTrId("trivex-app-import")
     // Without a token there is no place for a key.
     secondText: category && category.key === "personal" && !pattern && !filtered && maker.available
-        && !KeyStoreModel.isBusy && library.tokens.count === 0 ? qsTrId("trivex-app-new-token") : ""
+        && !KeyStoreModel.isBusy && !token ? qsTrId("trivex-app-new-token") : ""
     onSecond: {
         making.active = true
         making.item.open()
@@ -63,6 +69,7 @@ EmptyState {
     TokenMaker { id: maker }
     Loader {
         id: making
+        objectName: "newTokenLoader"
         active: false
         sourceComponent: NewTokenDialog {
             maker: maker

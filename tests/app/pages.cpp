@@ -215,12 +215,13 @@ QStringList pageNames()
 {
     QStringList names;
     for (const char *name :
-         {"personal",   "details",    "search",   "users",       "roots",       "others",
-          "system",     "token",      "requests", "new-request", "sign",        "settings",
-          "import",     "pin",        "remove",   "error",       "manual",      "pem",
-          "structure",  "step",       "filters",  "token-menu",  "token-facts", "change-pin",
-          "unblock",    "initialise", "unfolded", "expired",     "undo",        "help",
-          "export-key", "lists",      "signed",   "checked"})
+         {"personal",   "details",       "search",   "users",       "roots",       "others",
+          "system",     "token",         "requests", "new-request", "sign",        "settings",
+          "import",     "pin",           "remove",   "error",       "manual",      "pem",
+          "structure",  "step",          "filters",  "token-menu",  "token-facts", "change-pin",
+          "unblock",    "initialise",    "unfolded", "expired",     "undo",        "help",
+          "export-key", "lists",         "signed",   "checked",     "new-token",
+          })
         names += QLatin1String(name);
     return names;
 }
@@ -336,6 +337,20 @@ bool showSignature(WindowDriver &driver, const SampleData &data, bool checks)
     return driver.waitFor([&] { return isDone(checks); });
 }
 
+/// The sample has a token, so that no list offers to make one.
+void showNewToken(WindowDriver &driver)
+{
+    driver.object(QStringLiteral("newTokenLoader"))->setProperty("active", true);
+    driver.waitFor([&] { return driver.object(QStringLiteral("newTokenDialog")); });
+    openDialog(driver, "newTokenDialog");
+    // By the keys, which the dialog follows where it has to scroll.
+    driver.waitFor([&] { return driver.item(QStringLiteral("newTokenName"))->hasActiveFocus(); });
+    for (const char *pin : {"12345678", "1235"}) {
+        driver.key(Qt::Key_Return);
+        driver.type(QLatin1String(pin));
+    }
+}
+
 void showUndo(WindowDriver &driver)
 {
     QMetaObject::invokeMethod(driver.object(QStringLiteral("toast")), "show",
@@ -400,6 +415,8 @@ bool showPage(WindowDriver &driver, const SampleData &data, const QString &page)
         openDialog(driver, "settingsDialog");
     if (page == QLatin1String("help"))
         openDialog(driver, "helpDialog");
+    if (page == QLatin1String("new-token"))
+        showNewToken(driver);
     if (page == QLatin1String("undo"))
         showUndo(driver);
     if (page == QLatin1String("lists"))

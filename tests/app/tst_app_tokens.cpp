@@ -19,6 +19,7 @@ public:
 private Q_SLOTS:
     void init();
 
+    void tokenIsOfferedWhereNoneServes();
     void lastTryNeedsConsent();
     void consentIsAskedAnew();
     void triesAreCountedDownAndNeverSpentAlone();
@@ -66,6 +67,22 @@ bool TestAppTokens::freshToken(const QByteArray &orders)
     m_token.control(orders);
     m_token.forget();
     return true;
+}
+
+/// A private token is offered also where one is known that keys can't be made on.
+void TestAppTokens::tokenIsOfferedWhereNoneServes()
+{
+    const auto isOffered = [&] {
+        return m_steps->text("emptySecond") == qtTrId("trivex-app-new-token");
+    };
+    for (const char *order : {"remove 1", "read-only", "no-pin-flag"}) {
+        QVERIFY2(m_window->waitFor([&] { return !isOffered(); }), order);
+        QVERIFY2(m_window->waitForItem(QStringLiteral("startImport")), order);
+        m_token.control(order);
+        QVERIFY2(m_window->waitFor(isOffered), order);
+        m_token.control();
+    }
+    QVERIFY(m_window->waitFor([&] { return !isOffered(); }));
 }
 
 void TestAppTokens::lastTryNeedsConsent()
