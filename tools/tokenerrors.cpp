@@ -87,8 +87,8 @@ constexpr Texts AllTexts[] = {
      QT_TRID_NOOP("trivex-app-advice-no-private-key")},
     //% "Several keys have the same name and id: which one is meant can't be told."
     {TokenError::KeyAmbiguous, QT_TRID_NOOP("trivex-app-cause-key-ambiguous"),
-     //% "Nothing was removed. Give them other names with the program of the token's maker."
-     QT_TRID_NOOP("trivex-app-advice-key-ambiguous")},
+     //% "Give them other names with the program of the token's maker, then start again."
+     QT_TRID_NOOP("trivex-app-advice-key-names")},
     //% "This key can't make this kind of signature."
     {TokenError::WrongKeyKind, QT_TRID_NOOP("trivex-app-cause-wrong-key-kind"),
      //% "Choose an RSA key."
@@ -111,11 +111,62 @@ constexpr Texts AllTexts[] = {
      QT_TRID_NOOP("trivex-app-advice-device")},
 };
 
+struct PurposeTexts {
+    Purpose purpose;
+    Texts texts;
+};
+
+/// What is said otherwise where the failed operation makes it something else, or the next step.
+constexpr PurposeTexts TextsByPurpose[] = {
+    {Purpose::Sign,
+     //% "The token can't make this signature with this key."
+     {TokenError::NotSupported, QT_TRID_NOOP("trivex-app-cause-cannot-sign"),
+      //% "Choose a key of another kind, or one on another token."
+      QT_TRID_NOOP("trivex-app-advice-cannot-sign")}},
+    {Purpose::Decrypt,
+     //% "The token can't decrypt with this key."
+     {TokenError::NotSupported, QT_TRID_NOOP("trivex-app-cause-cannot-decrypt"),
+      //% "Ask for the document once more, encrypted for another certificate of yours."
+      QT_TRID_NOOP("trivex-app-advice-cannot-decrypt")}},
+    {Purpose::Write,
+     //% "The token takes no keys or certificates of this kind or size."
+     {TokenError::NotSupported, QT_TRID_NOOP("trivex-app-cause-cannot-write"),
+      //% "Nothing was written. Choose another token."
+      QT_TRID_NOOP("trivex-app-advice-cannot-write")}},
+    {Purpose::Remove,
+     //% "The token does not offer this."
+     {TokenError::NotSupported, QT_TRID_NOOP("trivex-app-cause-not-offered"),
+      //% "Use the program that came with the token."
+      QT_TRID_NOOP("trivex-app-advice-not-offered")}},
+    {Purpose::Look,
+     {TokenError::NotSupported, "trivex-app-cause-not-offered", "trivex-app-advice-not-offered"}},
+    {Purpose::Export,
+     //% "The token does not hand over keys of this kind."
+     {TokenError::NotSupported, QT_TRID_NOOP("trivex-app-cause-cannot-export"),
+      "trivex-app-advice-key-stays"}},
+    {Purpose::SetPin,
+     {TokenError::NotSupported, "trivex-app-cause-not-offered", "trivex-app-advice-not-offered"}},
+    {Purpose::Initialise,
+     {TokenError::NotSupported, "trivex-app-cause-not-offered", "trivex-app-advice-not-offered"}},
+    {Purpose::Write,
+     {TokenError::DataRefused, "trivex-app-cause-data", "trivex-app-advice-cannot-write"}},
+    {Purpose::Generate,
+     {TokenError::DataRefused, "trivex-app-cause-data", "trivex-app-advice-unsupported"}},
+    {Purpose::Remove,
+     {TokenError::KeyAmbiguous, "trivex-app-cause-key-ambiguous",
+      //% "Nothing was removed. Give them other names with the program of the token's maker."
+      QT_TRID_NOOP("trivex-app-advice-key-ambiguous")}},
+};
+
 /// Null where nothing failed.
-const Texts *textsOf(TokenError::Kind kind)
+const Texts *textsOf(const TokenError &error)
 {
+    for (const PurposeTexts &one : TextsByPurpose) {
+        if (one.purpose == error.purpose && one.texts.kind == error.kind)
+            return &one.texts;
+    }
     const auto *found = std::find_if(std::begin(AllTexts), std::end(AllTexts),
-                                     [kind](const Texts &one) { return one.kind == kind; });
+                                     [&error](const Texts &one) { return one.kind == error.kind; });
     return found == std::end(AllTexts) ? nullptr : found;
 }
 
@@ -156,13 +207,13 @@ QString TokenErrors::advice() const
 
 QString TokenErrors::causeOf(const TokenError &error)
 {
-    const Texts *texts = textsOf(error.kind);
+    const Texts *texts = textsOf(error);
     return texts ? qtTrId(texts->cause) : QString();
 }
 
 QString TokenErrors::adviceOf(const TokenError &error)
 {
-    const Texts *texts = textsOf(error.kind);
+    const Texts *texts = textsOf(error);
     return texts ? qtTrId(texts->advice) : QString();
 }
 

@@ -141,6 +141,18 @@
         <source>Nothing was changed. Start again when you like.</source>
         <translation>Nothing was changed. Start again when you like.</translation>
     </message>
+    <message id="trivex-app-advice-cannot-decrypt">
+        <source>Ask for the document once more, encrypted for another certificate of yours.</source>
+        <translation>Ask for the document once more, encrypted for another certificate of yours.</translation>
+    </message>
+    <message id="trivex-app-advice-cannot-sign">
+        <source>Choose a key of another kind, or one on another token.</source>
+        <translation>Choose a key of another kind, or one on another token.</translation>
+    </message>
+    <message id="trivex-app-advice-cannot-write">
+        <source>Nothing was written. Choose another token.</source>
+        <translation>Nothing was written. Choose another token.</translation>
+    </message>
     <message id="trivex-app-advice-data">
         <source>Choose another key: this one can't be used for what was asked of it.</source>
         <translation>Choose another key: this one can't be used for what was asked of it.</translation>
@@ -160,6 +172,10 @@
     <message id="trivex-app-advice-key-ambiguous">
         <source>Nothing was removed. Give them other names with the program of the token's maker.</source>
         <translation>Nothing was removed. Give them other names with the program of the token's maker.</translation>
+    </message>
+    <message id="trivex-app-advice-key-names">
+        <source>Give them other names with the program of the token's maker, then start again.</source>
+        <translation>Give them other names with the program of the token's maker, then start again.</translation>
     </message>
     <message id="trivex-app-advice-key-stays">
         <source>Nothing was written. Use the token itself, or make a new key where it is needed.</source>
@@ -188,6 +204,10 @@
     <message id="trivex-app-advice-not-logged-in">
         <source>Take the token out and insert it again. If it stays so, have it set up anew.</source>
         <translation>Take the token out and insert it again. If it stays so, have it set up anew.</translation>
+    </message>
+    <message id="trivex-app-advice-not-offered">
+        <source>Use the program that came with the token.</source>
+        <translation>Use the program that came with the token.</translation>
     </message>
     <message id="trivex-app-advice-pin">
         <source>Start again and type the PIN of this token.</source>
@@ -426,6 +446,22 @@
         <source>The operation was stopped.</source>
         <translation>The operation was stopped.</translation>
     </message>
+    <message id="trivex-app-cause-cannot-decrypt">
+        <source>The token can't decrypt with this key.</source>
+        <translation>The token can't decrypt with this key.</translation>
+    </message>
+    <message id="trivex-app-cause-cannot-export">
+        <source>The token does not hand over keys of this kind.</source>
+        <translation>The token does not hand over keys of this kind.</translation>
+    </message>
+    <message id="trivex-app-cause-cannot-sign">
+        <source>The token can't make this signature with this key.</source>
+        <translation>The token can't make this signature with this key.</translation>
+    </message>
+    <message id="trivex-app-cause-cannot-write">
+        <source>The token takes no keys or certificates of this kind or size.</source>
+        <translation>The token takes no keys or certificates of this kind or size.</translation>
+    </message>
     <message id="trivex-app-cause-data">
         <source>The token did not accept the data.</source>
         <translation>The token did not accept the data.</translation>
@@ -477,6 +513,10 @@
     <message id="trivex-app-cause-not-logged-in">
         <source>The token wants a login, but does not let anybody log in.</source>
         <translation>The token wants a login, but does not let anybody log in.</translation>
+    </message>
+    <message id="trivex-app-cause-not-offered">
+        <source>The token does not offer this.</source>
+        <translation>The token does not offer this.</translation>
     </message>
     <message id="trivex-app-cause-pin-expired">
         <source>The PIN of the token has to be changed first.</source>

@@ -141,6 +141,18 @@
         <source>Nothing was changed. Start again when you like.</source>
         <translation>Ничего не изменилось. Начните заново, когда будет удобно.</translation>
     </message>
+    <message id="trivex-app-advice-cannot-decrypt">
+        <source>Ask for the document once more, encrypted for another certificate of yours.</source>
+        <translation>Попросите прислать документ ещё раз, зашифрованный для другого вашего сертификата.</translation>
+    </message>
+    <message id="trivex-app-advice-cannot-sign">
+        <source>Choose a key of another kind, or one on another token.</source>
+        <translation>Выберите ключ другого вида или ключ на другом токене.</translation>
+    </message>
+    <message id="trivex-app-advice-cannot-write">
+        <source>Nothing was written. Choose another token.</source>
+        <translation>Ничего не записано. Выберите другой токен.</translation>
+    </message>
     <message id="trivex-app-advice-data">
         <source>Choose another key: this one can't be used for what was asked of it.</source>
         <translation>Выберите другой ключ: этот для такой операции не подходит.</translation>
@@ -160,6 +172,10 @@
     <message id="trivex-app-advice-key-ambiguous">
         <source>Nothing was removed. Give them other names with the program of the token's maker.</source>
         <translation>Ничего не удалено. Дайте им разные имена в программе изготовителя токена.</translation>
+    </message>
+    <message id="trivex-app-advice-key-names">
+        <source>Give them other names with the program of the token's maker, then start again.</source>
+        <translation>Дайте им разные имена в программе изготовителя токена и начните заново.</translation>
     </message>
     <message id="trivex-app-advice-key-stays">
         <source>Nothing was written. Use the token itself, or make a new key where it is needed.</source>
@@ -188,6 +204,10 @@
     <message id="trivex-app-advice-not-logged-in">
         <source>Take the token out and insert it again. If it stays so, have it set up anew.</source>
         <translation>Извлеките токен и вставьте его снова. Если не поможет, попросите настроить токен заново.</translation>
+    </message>
+    <message id="trivex-app-advice-not-offered">
+        <source>Use the program that came with the token.</source>
+        <translation>Воспользуйтесь программой из комплекта токена.</translation>
     </message>
     <message id="trivex-app-advice-pin">
         <source>Start again and type the PIN of this token.</source>
@@ -429,6 +449,22 @@
         <source>The operation was stopped.</source>
         <translation>Операция остановлена.</translation>
     </message>
+    <message id="trivex-app-cause-cannot-decrypt">
+        <source>The token can't decrypt with this key.</source>
+        <translation>Токен не может расшифровать этим ключом.</translation>
+    </message>
+    <message id="trivex-app-cause-cannot-export">
+        <source>The token does not hand over keys of this kind.</source>
+        <translation>Токен не отдаёт ключи такого вида.</translation>
+    </message>
+    <message id="trivex-app-cause-cannot-sign">
+        <source>The token can't make this signature with this key.</source>
+        <translation>Токен не может создать этим ключом такую подпись.</translation>
+    </message>
+    <message id="trivex-app-cause-cannot-write">
+        <source>The token takes no keys or certificates of this kind or size.</source>
+        <translation>Токен не принимает ключи и сертификаты такого вида или размера.</translation>
+    </message>
     <message id="trivex-app-cause-data">
         <source>The token did not accept the data.</source>
         <translation>Токен не принял данные.</translation>
@@ -480,6 +516,10 @@
     <message id="trivex-app-cause-not-logged-in">
         <source>The token wants a login, but does not let anybody log in.</source>
         <translation>Токен требует входа, но войти не даёт.</translation>
+    </message>
+    <message id="trivex-app-cause-not-offered">
+        <source>The token does not offer this.</source>
+        <translation>Токен этого не умеет.</translation>
     </message>
     <message id="trivex-app-cause-pin-expired">
         <source>The PIN of the token has to be changed first.</source>

@@ -14,6 +14,8 @@
 
 using namespace Trivex;
 
+Q_DECLARE_METATYPE(QVector<Trivex::Purpose>)
+
 namespace {
 
 /// Words of a sentence, not an identifier nobody translated.
@@ -36,8 +38,10 @@ class TestAppErrors : public QObject {
 private Q_SLOTS:
     void init();
     void cleanup();
-    void tokenErrors_data() { languages(); }
+    void tokenErrors_data();
     void tokenErrors();
+    void fitThePurpose_data();
+    void fitThePurpose();
     void files_data() { languages(); }
     void files();
     void nameInAnOldEncoding();
@@ -68,7 +72,9 @@ bool TestAppErrors::load(const QString &language)
 
 void TestAppErrors::init()
 {
-    if (QTest::currentDataTag()) {
+    const bool isInLanguages =
+        QTest::currentDataTag() && qstrcmp(QTest::currentTestFunction(), "fitThePurpose") != 0;
+    if (isInLanguages) {
         QFETCH(QString, language);
         QVERIFY2(load(language), qPrintable(language));
     }
@@ -79,11 +85,24 @@ void TestAppErrors::cleanup()
     QCoreApplication::removeTranslator(&m_translator);
 }
 
+void TestAppErrors::tokenErrors_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<int>("purpose");
+    for (const char *language : {"en", "ru"}) {
+        for (int purpose = int(Purpose::Sign); purpose <= int(Purpose::Initialise); ++purpose) {
+            QTest::addRow("%s, %d", language, purpose) << QString::fromLatin1(language) << purpose;
+        }
+    }
+}
+
 void TestAppErrors::tokenErrors()
 {
+    QFETCH(int, purpose);
     QSet<QString> causes;
     for (int kind = TokenError::WrongPin; kind <= TokenError::DeviceFailure; ++kind) {
         TokenError error;
+        error.purpose = Purpose(purpose);
         error.kind = TokenError::Kind(kind);
         const QString cause = TokenErrors::causeOf(error);
         const QString advice = TokenErrors::adviceOf(error);
@@ -91,6 +110,40 @@ void TestAppErrors::tokenErrors()
         QVERIFY2(isSentence(advice), qPrintable(QString::number(kind) + advice));
         QVERIFY2(cause != advice && !causes.contains(cause), qPrintable(cause));
         causes += cause;
+    }
+}
+
+/// A next step that belongs to one operation is told after no other.
+void TestAppErrors::fitThePurpose_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<QString>("advice");
+    QTest::addColumn<QVector<Purpose>>("purposes");
+    QTest::newRow("another algorithm is for those who make keys")
+        << int(TokenError::NotSupported) << QStringLiteral("trivex-app-advice-unsupported")
+        << QVector<Purpose>{Purpose::Generate};
+    QTest::newRow("no algorithm is chosen to write, sign or decrypt")
+        << int(TokenError::DataRefused) << QStringLiteral("trivex-app-advice-unsupported")
+        << QVector<Purpose>{Purpose::Generate};
+    QTest::newRow("another key is no help to one that is written")
+        << int(TokenError::DataRefused) << QStringLiteral("trivex-app-advice-cannot-write")
+        << QVector<Purpose>{Purpose::Write};
+    QTest::newRow("only a removal has removed nothing")
+        << int(TokenError::KeyAmbiguous) << QStringLiteral("trivex-app-advice-key-ambiguous")
+        << QVector<Purpose>{Purpose::Remove};
+}
+
+void TestAppErrors::fitThePurpose()
+{
+    QFETCH(int, kind);
+    QFETCH(QString, advice);
+    QFETCH(QVector<Purpose>, purposes);
+    for (int purpose = int(Purpose::Sign); purpose <= int(Purpose::Initialise); ++purpose) {
+        TokenError error;
+        error.kind = TokenError::Kind(kind);
+        error.purpose = Purpose(purpose);
+        QCOMPARE(TokenErrors::adviceOf(error) == qtTrId(qPrintable(advice)),
+                 purposes.contains(error.purpose));
     }
 }
 
