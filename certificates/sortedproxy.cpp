@@ -160,7 +160,7 @@ void SortedProxy::startOver()
 {
     ++m_serial;
     if (m_brackets > 0 || m_layouts > 0 || m_resets > 0) {
-        std::fill(m_shown.begin(), m_shown.end(), -1);
+        m_shown.replaceEach([](int) { return -1; });
         std::fill(m_coming.begin(), m_coming.end(), -1);
         m_order.clear();
         m_isStale = true;
@@ -223,7 +223,7 @@ std::vector<int> SortedProxy::found() const
 {
     std::vector<int> rows;
     rows.reserve(m_order.size());
-    std::copy_if(m_order.cbegin(), m_order.cend(), std::back_inserter(rows),
+    std::copy_if(m_order.begin(), m_order.end(), std::back_inserter(rows),
                  [this](int row) { return isFound(row); });
     return rows;
 }
@@ -233,8 +233,8 @@ void SortedProxy::build() const
     if (m_isBuilt)
         return;
     m_isBuilt = true;
-    m_order = ordered();
-    m_shown = found();
+    m_order.assign(ordered());
+    m_shown.assign(found());
 }
 
 QModelIndex SortedProxy::index(int row, int column, const QModelIndex &parent) const

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "certificates/rowlist.h"
+
 #include <QPersistentModelIndex>
 #include <QSortFilterProxyModel>
 #include <QVector>
@@ -55,7 +57,7 @@ protected:
     virtual int compare(int sourceRow, int other) const = 0;
 
     /// The rows that belong, in order.
-    const std::vector<int> &order() const { return m_order; }
+    const RowList &order() const { return m_order; }
     /// True from the first reading on; before it nobody has seen a row.
     bool isBuilt() const { return m_isBuilt; }
     /// True while a change is being passed on.
@@ -106,7 +108,7 @@ private:
     void layoutEnds();
     void tellLayout(const QModelIndexList &places, const std::vector<int> &rows);
 
-    std::vector<int>::iterator placeFor(std::vector<int> &rows, int row) const;
+    size_t placeFor(const RowList &rows, int row) const;
     std::vector<Run> runsOf(int first, int last) const;
     void renumber(int from, int by);
     void loseRows(int first, int last);
@@ -119,8 +121,8 @@ private:
 
     QVector<QMetaObject::Connection> m_connections;
     QAbstractItemModel *m_source = nullptr; ///< also while the base class has to see none
-    mutable std::vector<int> m_order;
-    mutable std::vector<int> m_shown; ///< those of them that are found; -1 is no row any more
+    mutable RowList m_order;
+    mutable RowList m_shown; ///< those of them that are found; -1 is no row any more
     std::vector<int> m_coming; ///< those that were announced, and are not there yet
     mutable int m_count = 0; ///< the rows of the source that these numbers speak of
     mutable bool m_isBuilt = false;

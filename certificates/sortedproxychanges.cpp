@@ -15,16 +15,15 @@ namespace {
 /// Rows that come in larger numbers are merged with the others, not inserted one by one.
 constexpr size_t OneByOne = 64;
 
-void dropRange(std::vector<int> &rows, int first, int last)
+void dropRange(RowList &rows, int first, int last)
 {
-    const auto isGone = [first, last](int row) { return row >= first && row <= last; };
-    rows.erase(std::remove_if(rows.begin(), rows.end(), isGone), rows.end());
+    rows.eraseIf([first, last](int row) { return row >= first && row <= last; });
 }
 
-void shift(std::vector<int> &rows, int from, int by)
+/// What `change` makes of each.
+template <typename Change> void replaceEach(std::vector<int> &rows, Change change)
 {
-    for (int &row : rows)
-        row += row >= from ? by : 0;
+    std::transform(rows.begin(), rows.end(), rows.begin(), change);
 }
 
 } // namespace
@@ -66,19 +65,22 @@ void SortedProxy::rowsCame(const QModelIndex &parent, int first, int last)
 }
 
 /// Where `row` is to be put among `rows`.
-std::vector<int>::iterator SortedProxy::placeFor(std::vector<int> &rows, int row) const
+size_t SortedProxy::placeFor(const RowList &rows, int row) const
 {
     if (isLoose())
-        return std::upper_bound(rows.begin(), rows.end(), row);
-    return std::upper_bound(rows.begin(), rows.end(), row,
-                            [this](int one, int other) { return isBefore(one, other); });
+        return rows.upperBound(row, std::less<int>());
+    return rows.upperBound(row, [this](int one, int other) { return isBefore(one, other); });
 }
 
 void SortedProxy::takeUp(int row)
 {
-    m_order.insert(placeFor(m_order, row), row);
-    if (isFound(row))
-        insertShown(int(placeFor(m_shown, row) - m_shown.begin()), {row});
+    const size_t place = placeFor(m_order, row);
+    m_order.insert(place, row);
+    if (!isFound(row))
+        return;
+    // Where all are shown, it is the same place, and comparing names is what costs most.
+    const bool showsAll = m_shown.size() + 1 == m_order.size();
+    insertShown(int(showsAll ? place : placeFor(m_shown, row)), {row});
 }
 
 void SortedProxy::takeUp(std::vector<int> rows)
@@ -90,9 +92,11 @@ void SortedProxy::takeUp(std::vector<int> rows)
     }
     const auto before = [this](int one, int other) { return isBefore(one, other); };
     std::sort(rows.begin(), rows.end(), before);
-    const auto old = std::ptrdiff_t(m_order.size());
-    m_order.insert(m_order.end(), rows.cbegin(), rows.cend());
-    std::inplace_merge(m_order.begin(), m_order.begin() + old, m_order.end(), before);
+    std::vector<int> all;
+    all.reserve(m_order.size() + rows.size());
+    std::merge(m_order.begin(), m_order.end(), rows.cbegin(), rows.cend(), std::back_inserter(all),
+               before);
+    m_order.assign(all);
     settle();
 }
 
@@ -123,17 +127,18 @@ void SortedProxy::rowsGo(const QModelIndex &parent, int first, int last)
 /// Rows that go where nobody may be told of it just now.
 void SortedProxy::loseRows(int first, int last)
 {
-    for (std::vector<int> *rows : {&m_shown, &m_coming}) {
-        for (int &row : *rows)
-            row = row >= first && row <= last ? -1 : row;
-    }
+    const auto lose = [=](int row) { return row >= first && row <= last ? -1 : row; };
+    m_shown.replaceEach(lose);
+    replaceEach(m_coming, lose);
     m_isStale = true;
 }
 
 void SortedProxy::renumber(int from, int by)
 {
-    for (std::vector<int> *rows : {&m_order, &m_shown, &m_coming})
-        shift(*rows, from, by);
+    const auto shift = [=](int row) { return row >= from ? row + by : row; };
+    m_order.replaceEach(shift);
+    m_shown.replaceEach(shift);
+    replaceEach(m_coming, shift);
 }
 
 void SortedProxy::rowsGone(const QModelIndex &parent, int first, int last)
@@ -189,10 +194,11 @@ void SortedProxy::takeUpChange(int first, int last)
     if (m_isStale || !isSteady())
         return rechoose();
     if (isLoose()) {
-        const std::vector<int> old = std::move(m_order);
-        m_order.clear();
-        std::copy_if(old.cbegin(), old.cend(), std::back_inserter(m_order),
+        const std::vector<int> old = m_order.toVector();
+        std::vector<int> left;
+        std::copy_if(old.cbegin(), old.cend(), std::back_inserter(left),
                      [=](int row) { return row < first || row > last || belongs(row); });
+        m_order.assign(left);
         for (int row = first; row <= last; ++row) {
             const bool isThere = std::find(old.cbegin(), old.cend(), row) != old.cend();
             if (!isThere && !isDoomed(row) && belongs(row))
@@ -254,7 +260,7 @@ void SortedProxy::catchUp()
         noteAll(m_source);
     m_isStale = false;
     m_isBuilt = true;
-    m_order = ordered();
+    m_order.assign(ordered());
     settle();
 }
 
@@ -286,8 +292,8 @@ void SortedProxy::layoutEnds()
     m_isLost = false;
     m_mustReset = false;
     if (m_isBuilt) {
-        m_order = ordered();
-        m_shown = found();
+        m_order.assign(ordered());
+        m_shown.assign(found());
     }
     std::vector<int> rows;
     for (const QPersistentModelIndex &row : qAsConst(m_rowsThere))

@@ -13,11 +13,13 @@ namespace Trivex {
 namespace {
 
 /// The places in `rows` of those for which `isOne(row)`.
-template <typename Runs, typename IsOne> Runs placesOf(const std::vector<int> &rows, IsOne isOne)
+template <typename Runs, typename Rows, typename IsOne> Runs placesOf(const Rows &rows, IsOne isOne)
 {
     Runs runs;
-    for (int place = 0; place < int(rows.size()); ++place) {
-        if (!isOne(rows[size_t(place)]))
+    int place = -1;
+    for (const int row : rows) {
+        ++place;
+        if (!isOne(row))
             continue;
         if (!runs.empty() && runs.back().last == place - 1)
             runs.back().last = place;
@@ -28,20 +30,21 @@ template <typename Runs, typename IsOne> Runs placesOf(const std::vector<int> &r
 }
 
 /// The size of a table by row for these rows.
-size_t sizeFor(const std::vector<int> &rows, const std::vector<int> &others)
+template <typename Rows, typename Others> size_t sizeFor(const Rows &rows, const Others &others)
 {
     int most = -1;
-    for (const std::vector<int> *each : {&rows, &others}) {
-        for (const int row : *each)
-            most = std::max(most, row);
-    }
+    for (const int row : rows)
+        most = std::max(most, row);
+    for (const int row : others)
+        most = std::max(most, row);
     return size_t(most + 1);
 }
 
 /// Says of one of `others` whether it is not among `rows`; -1 never is.
 class NotIn {
 public:
-    NotIn(const std::vector<int> &rows, const std::vector<int> &others)
+    template <typename Rows, typename Others>
+    NotIn(const Rows &rows, const Others &others)
         : m_isThere(sizeFor(rows, others))
     {
         for (const int row : rows) {
@@ -56,7 +59,7 @@ private:
 };
 
 /// Whether the rows that stay, stay in their order.
-bool keepOrder(const std::vector<int> &old, const std::vector<int> &fresh)
+bool keepOrder(const RowList &old, const std::vector<int> &fresh)
 {
     std::vector<int> places(sizeFor(old, fresh), -1);
     for (size_t place = 0; place < fresh.size(); ++place)
@@ -80,12 +83,11 @@ std::vector<SortedProxy::Run> SortedProxy::runsOf(int first, int last) const
     // In the middle of a change rows may stand where they don't belong.
     const bool isOrdered = !m_isStale && !isChanging() && !isLoose() && isInStep();
     if (first == last && isOrdered) {
-        const auto place =
-            std::lower_bound(m_shown.cbegin(), m_shown.cend(), first,
-                             [this](int one, int other) { return isBefore(one, other); });
-        const int number = int(place - m_shown.cbegin());
-        return place != m_shown.cend() && *place == first ? std::vector<Run>{{number, number}}
-                                                          : std::vector<Run>();
+        const size_t place =
+            m_shown.lowerBound(first, [this](int one, int other) { return isBefore(one, other); });
+        return place < m_shown.size() && m_shown[place] == first
+            ? std::vector<Run>{{int(place), int(place)}}
+            : std::vector<Run>();
     }
     return placesOf<std::vector<Run>>(m_shown,
                                       [=](int row) { return row >= first && row <= last; });
@@ -129,7 +131,7 @@ void SortedProxy::removeShown(const Run &run)
     ++m_brackets;
     beginRemoveRows({}, run.first, run.last);
     if (run.last < int(m_shown.size())) // they may all be forgotten by now
-        m_shown.erase(m_shown.begin() + run.first, m_shown.begin() + run.last + 1);
+        m_shown.erase(size_t(run.first), size_t(run.last) + 1);
     --m_brackets;
     endRemoveRows();
     catchUp();
@@ -143,7 +145,7 @@ void SortedProxy::insertShown(int place, std::vector<int> rows)
     m_coming = std::move(rows);
     beginInsertRows({}, place, last);
     if (place <= int(m_shown.size()))
-        m_shown.insert(m_shown.begin() + place, m_coming.cbegin(), m_coming.cend());
+        m_shown.insert(size_t(place), m_coming);
     m_coming.clear();
     --m_brackets;
     endInsertRows();
@@ -165,10 +167,10 @@ void SortedProxy::layAnew()
             if (std::exchange(m_isLost, false))
                 noteAll(m_source);
             m_isStale = false;
-            m_order = ordered();
+            m_order.assign(ordered());
         }
         if (!m_isStale)
-            m_shown = found();
+            m_shown.assign(found());
     }
     tellLayout(places, rows);
     catchUp();
@@ -178,9 +180,11 @@ void SortedProxy::layAnew()
 void SortedProxy::tellLayout(const QModelIndexList &places, const std::vector<int> &rows)
 {
     std::vector<int> now(sizeFor(m_shown, rows), -1);
-    for (size_t place = 0; place < m_shown.size(); ++place) {
-        if (m_shown[place] >= 0)
-            now[size_t(m_shown[place])] = int(place);
+    int number = 0;
+    for (const int row : m_shown) {
+        if (row >= 0)
+            now[size_t(row)] = number;
+        ++number;
     }
     QModelIndexList there;
     for (int i = 0; i < places.size(); ++i) {
