@@ -81,6 +81,8 @@ private:
     void readSearchKeys() const;
     void beginTests();
     void finishTests();
+    bool isDue(int row) const;
+    void testAll();
     void testSlice();
     void changeCategory();
 
@@ -94,6 +96,6 @@ private:
 
     /// No turn of the event loop has passed since a search in slices began.
     bool m_isFresh = false;
-    int m_nextTest = 0; ///< a place in the order
+    int m_nextTest = 0; ///< a row of the source
     QTimer m_turn;
 };

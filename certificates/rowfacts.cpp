@@ -8,6 +8,7 @@
 #include "qca/keys/keys.h"
 
 #include <QLocale>
+#include <QVarLengthArray>
 
 namespace Trivex {
 
@@ -177,19 +178,32 @@ void RowFacts::setSearched(const QVector<int> &roles)
     }
 }
 
+QString RowFacts::readTexts(int row) const
+{
+    const QModelIndex place = index(row);
+    QVarLengthArray<QString, 8> texts;
+    int size = 0;
+    for (const int role : qAsConst(m_searched)) {
+        texts.append(m_source->data(place, role).toString());
+        size += texts.last().size() + 1;
+    }
+    QString all;
+    all.reserve(size); // letters that become several are rare
+    for (const QString &text : texts) {
+        if (!all.isEmpty())
+            all += RowCache::Separator;
+        appendFolded(&all, text);
+    }
+    return all;
+}
+
 bool RowFacts::contains(int row, const QString &needle)
 {
     CachedRow &facts = m_cache.at(row);
     QString &haystack = facts.keptTexts().haystack;
     if (!facts.has(CachedRow::HaystackKnown)) {
         facts.set(CachedRow::HaystackKnown);
-        QString text;
-        for (const int role : qAsConst(m_searched)) {
-            if (!text.isEmpty())
-                text += RowCache::Separator;
-            text += foldedText(m_source->data(index(row), role).toString());
-        }
-        haystack = text;
+        haystack = readTexts(row);
     }
     return haystack.contains(needle);
 }

@@ -46,6 +46,7 @@ private:
     void readOrigin(int row, CachedRow &facts);
     RowOrigin originOf(int row) const;
     const CachedRow::Texts &name(int row);
+    QString readTexts(int row) const;
     const KeyStoreEntry *wrapper(int row) const;
     /// Null for a row without one.
     const QCA::KeyStoreEntry *entry(int row) const;

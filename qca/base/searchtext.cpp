@@ -55,15 +55,25 @@ const ushort *foldedPage(int number)
 
 QString foldedText(const QString &text)
 {
-    QString folded(text.size(), Qt::Uninitialized);
-    QChar *to = folded.data();
+    QString folded;
+    appendFolded(&folded, text);
+    return folded;
+}
+
+void appendFolded(QString *folded, const QString &text)
+{
+    const int start = folded->size();
+    folded->resize(start + text.size());
+    QChar *to = folded->data() + start;
     for (const QChar letter : text) {
         const ushort plain = foldedPage(letter.row())[letter.cell()];
-        if (plain == 0)
-            return foldedByLetter(text);
+        if (plain == 0) {
+            folded->truncate(start);
+            *folded += foldedByLetter(text);
+            return;
+        }
         *to++ = QChar(plain);
     }
-    return folded;
 }
 
 QVector<TextPart> foundParts(const QString &text, const QString &pattern)

@@ -18,6 +18,9 @@ namespace Trivex {
 /// changes nothing.
 TRIVEX_QCA_EXPORT QString foldedText(const QString &text);
 
+/// Folds `text` behind what is in `folded`: takes no memory where that has reserved it.
+TRIVEX_QCA_EXPORT void appendFolded(QString *folded, const QString &text);
+
 /// A part of a text, in UTF-16 units.
 struct TextPart {
     int start;
