@@ -6,6 +6,7 @@
 #include "qca/describe/words.h"
 #include "qca/questions/background.h"
 #include "tools/chaintexts.h"
+#include "tools/followed.h"
 
 #include <QLocale>
 
@@ -86,11 +87,8 @@ void CertificateChain::setCertificate(QObject *certificate)
 
 void CertificateChain::setItems(FileItemModel *items)
 {
-    if (m_items == items)
+    if (!followNext(&m_items, items, this))
         return;
-    if (m_items)
-        disconnect(m_items, nullptr, this, nullptr);
-    m_items = items;
     if (m_items)
         connect(m_items, &QAbstractItemModel::modelReset, this, &CertificateChain::schedule);
     schedule();

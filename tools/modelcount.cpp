@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/modelcount.h"
 
+#include "tools/followed.h"
 #include "tools/rows.h"
 
 #include <QElapsedTimer>
@@ -26,15 +27,10 @@ QAbstractItemModel *ModelCount::model() const
 
 void ModelCount::setModel(QAbstractItemModel *model)
 {
-    if (m_model == model)
+    if (!followNext(&m_model, model, &m_later))
         return;
-    if (m_model)
-        disconnect(m_model, nullptr, &m_later, nullptr);
-    m_model = model;
     if (model) {
-        connect(model, &QAbstractItemModel::rowsInserted, &m_later, [this] { schedule(); });
-        connect(model, &QAbstractItemModel::rowsRemoved, &m_later, [this] { schedule(); });
-        connect(model, &QAbstractItemModel::modelReset, &m_later, [this] { schedule(); });
+        followRows(model, &m_later, [this] { schedule(); });
         connect(model, &QAbstractItemModel::dataChanged, &m_later, [this] {
             if (!m_role.isEmpty())
                 schedule();

@@ -4,6 +4,7 @@
 
 #include "qca/base/plaintext.h"
 #include "qca/base/savedrequest.h"
+#include "tools/followed.h"
 #include "tools/rows.h"
 
 #include <QFile>
@@ -36,16 +37,10 @@ QAbstractItemModel *RequestWatcher::requests() const
 
 void RequestWatcher::setRequests(QAbstractItemModel *requests)
 {
-    if (m_requests == requests)
+    if (!followNext(&m_requests, requests, this))
         return;
-    if (m_requests)
-        disconnect(m_requests, nullptr, this, nullptr);
-    m_requests = requests;
-    if (requests) {
-        connect(requests, &QAbstractItemModel::rowsInserted, this, [this] { m_later.start(); });
-        connect(requests, &QAbstractItemModel::rowsRemoved, this, [this] { m_later.start(); });
-        connect(requests, &QAbstractItemModel::modelReset, this, [this] { m_later.start(); });
-    }
+    if (requests)
+        followRows(requests, this, [this] { m_later.start(); });
     m_known = listed();
     Q_EMIT requestsChanged();
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/rowselection.h"
 
+#include "tools/followed.h"
 #include "tools/rows.h"
 
 #include <algorithm>
@@ -23,16 +24,11 @@ SectionedModel *RowSelection::rows() const
 
 void RowSelection::setRows(SectionedModel *rows)
 {
-    if (m_rows == rows)
+    if (!followNext(&m_rows, rows, this))
         return;
-    if (m_rows)
-        disconnect(m_rows, nullptr, this, nullptr);
-    m_rows = rows;
     if (rows) {
         connect(rows, &SectionedModel::entriesChanged, this, [this] { m_role = -1; });
-        connect(rows, &QAbstractItemModel::modelReset, this, &RowSelection::follow);
-        connect(rows, &QAbstractItemModel::rowsInserted, this, &RowSelection::follow);
-        connect(rows, &QAbstractItemModel::rowsRemoved, this, &RowSelection::follow);
+        followRows(rows, this, [this] { follow(); });
     }
     m_role = -1;
     clear();

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/sectionedmodel.h"
 
+#include "tools/followed.h"
 #include "tools/rows.h"
 
 #include <QMap>
@@ -68,11 +69,8 @@ QAbstractItemModel *SectionedModel::filter() const
 
 void SectionedModel::setFilter(QAbstractItemModel *filter)
 {
-    if (m_filter == filter)
+    if (!followNext(&m_filter, filter, this))
         return;
-    if (m_filter)
-        disconnect(m_filter, nullptr, this, nullptr);
-    m_filter = filter;
     if (filter) {
         connect(filter, &QAbstractItemModel::rowsInserted, this, &SectionedModel::scheduleInTurn);
         connect(filter, &QAbstractItemModel::rowsRemoved, this, &SectionedModel::schedule);

@@ -4,6 +4,7 @@
 
 #include "tools/certificatedetails.h"
 #include "tools/detailgroups.h"
+#include "tools/followed.h"
 
 namespace Trivex {
 
@@ -19,11 +20,8 @@ TokenKeyModel *TokenKeyInfo::keys() const
 
 void TokenKeyInfo::setKeys(TokenKeyModel *keys)
 {
-    if (m_keys == keys)
+    if (!followNext(&m_keys, keys, this))
         return;
-    if (m_keys)
-        disconnect(m_keys, nullptr, this, nullptr);
-    m_keys = keys;
     if (keys) {
         connect(keys, &QAbstractItemModel::rowsInserted, this, &TokenKeyInfo::changed);
         connect(keys, &QAbstractItemModel::rowsRemoved, this, &TokenKeyInfo::changed);

@@ -9,6 +9,7 @@
 #include "qca/keys/gostpublickey.h"
 #include "qca/keys/keytypes.h"
 #include "tools/certifiablekey.h"
+#include "tools/followed.h"
 #include "tools/rows.h"
 #include "tools/validity.h"
 
@@ -103,17 +104,10 @@ QAbstractItemModel *TokenKeyModel::requests() const
 
 void TokenKeyModel::setRequests(QAbstractItemModel *requests)
 {
-    if (m_requests == requests)
+    if (!followNext(&m_requests, requests, this))
         return;
-    if (m_requests)
-        disconnect(m_requests, nullptr, this, nullptr);
-    m_requests = requests;
-    if (requests) {
-        const auto later = [this] { m_later.start(); };
-        connect(requests, &QAbstractItemModel::rowsInserted, this, later);
-        connect(requests, &QAbstractItemModel::rowsRemoved, this, later);
-        connect(requests, &QAbstractItemModel::modelReset, this, later);
-    }
+    if (requests)
+        followRows(requests, this, [this] { m_later.start(); });
     readRequests();
     Q_EMIT requestsChanged();
 }

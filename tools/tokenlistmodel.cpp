@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tools/tokenlistmodel.h"
 
+#include "tools/followed.h"
 #include "tools/tokeninfo.h"
 
 #include <algorithm>
@@ -25,11 +26,8 @@ EntryModel *TokenListModel::entries() const
 
 void TokenListModel::setEntries(EntryModel *entries)
 {
-    if (m_entries == entries)
+    if (!followNext(&m_entries, entries, this))
         return;
-    if (m_entries)
-        disconnect(m_entries, nullptr, this, nullptr);
-    m_entries = entries;
     if (entries)
         connect(entries, &EntryModel::countsChanged, this, [this] { m_later.start(); });
     m_later.start();

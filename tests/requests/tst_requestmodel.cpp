@@ -236,6 +236,14 @@ void TestRequestModel::arrivedCertificate()
     Q_EMIT stores.keyBundleWritten(softwareKey().toPublicKey());
     QCOMPARE(home->requestFiles(), list({"1.csr", "3.csr"}));
     QTRY_COMPARE(names(model), list({"other", "second"}));
+    // Another model is listened to, and no row is made anew for it.
+    KeyStoreModel more;
+    const QPersistentModelIndex row = model.index(1);
+    model.setKeyStoreModel(&more);
+    QVERIFY(row.isValid());
+    QCOMPARE(model.rowCount(), 2);
+    Q_EMIT more.keyBundleWritten(otherKey().toPublicKey());
+    QTRY_COMPARE(names(model), list({"second"}));
 }
 
 void TestRequestModel::arrivedCertificateOfOtherKind()
