@@ -5,8 +5,8 @@
 #include "qca/adapter/entries.h"
 #include "qca/adapter/reading.h"
 #include "qca/adapter/requestmaking.h"
+#include "qca/base/encodedobject.h"
 #include "qca/base/providers.h"
-#include "qca/base/regularfile.h"
 #include "qca/base/requestfiles.h"
 #include "qca/base/requestsave.h"
 #include "qca/base/savedrequest.h"
@@ -60,11 +60,14 @@ constexpr ErrorText ErrorTexts[] = {
     {KeyRequest::NotSaved, QT_TRID_NOOP("trivex-app-request-error-save")},
 };
 
-/// The token's key for a saved request.
-QCA::PrivateKey tokenKeyOf(const QString &path)
+/// The token's key for a saved request, as that was listed. Its file is not read: it may have
+/// become anything meanwhile, and this is the GUI thread.
+QCA::PrivateKey tokenKeyOf(QObject *request)
 {
-    const auto text = readRegularFile(path);
-    const QCA::PublicKey wanted = text ? requestPublicKey(requestFromPem(*text)) : QCA::PublicKey();
+    const auto *encoded =
+        qobject_cast<SavedRequest *>(request) ? qobject_cast<EncodedObject *>(request) : nullptr;
+    const QCA::PublicKey wanted =
+        encoded ? requestPublicKey(requestFromDer(encoded->encoding())) : QCA::PublicKey();
     if (wanted.isNull())
         return {};
     for (const TokenStatus &token : TokenMonitor::tokens()) {
@@ -299,9 +302,8 @@ void KeyRequest::useEntry(QObject *keyStoreEntry)
 
 void KeyRequest::useKeyOfRequest(QObject *request)
 {
-    const auto *saved = qobject_cast<SavedRequest *>(request);
     const QPointer<KeyRequest> self(this);
-    const QCA::PrivateKey key = saved ? tokenKeyOf(saved->requestFile()) : QCA::PrivateKey();
+    const QCA::PrivateKey key = tokenKeyOf(request);
     if (self)
         useKey(key);
 }

@@ -3,9 +3,8 @@
 #include "tools/rowentry.h"
 
 #include "qca/adapter/entries.h"
-#include "qca/adapter/filecontents.h"
+#include "qca/base/encodedobject.h"
 #include "qca/base/entryrows.h"
-#include "qca/base/regularfile.h"
 #include "qca/base/savedrequest.h"
 
 #include <QMetaProperty>
@@ -43,16 +42,6 @@ QCA::Certificate certificateIn(const QCA::KeyStoreEntry &entry)
         : entryCertificate(entry);
 }
 
-QByteArray requestIn(const QString &file)
-{
-    const FileContents contents = readFileContents(readRegularFile(file).value_or(QByteArray()));
-    for (const FileObject &object : contents.objects) {
-        if (object.kind == FileObject::Request)
-            return object.der;
-    }
-    return {};
-}
-
 } // namespace
 
 RowEncoding rowEncoding(const QAbstractItemModel &model, int row, int entryRole,
@@ -62,9 +51,12 @@ RowEncoding rowEncoding(const QAbstractItemModel &model, int row, int entryRole,
         const QCA::Certificate found = certificateIn(*entry);
         return {ShownKind::Certificate, found.isNull() ? QByteArray() : found.toDER()};
     }
-    const auto *request =
-        qobject_cast<SavedRequest *>(model.index(row, 0).data(certificateRole).value<QObject *>());
-    return {ShownKind::Request, request ? requestIn(request->requestFile()) : QByteArray()};
+    // What the row shows, and not its file: that may have become anything meanwhile, and would be
+    // read on the GUI thread.
+    auto *const object = model.index(row, 0).data(certificateRole).value<QObject *>();
+    const auto *encoded =
+        qobject_cast<SavedRequest *>(object) ? qobject_cast<EncodedObject *>(object) : nullptr;
+    return {ShownKind::Request, encoded ? encoded->encoding() : QByteArray()};
 }
 
 } // namespace Trivex

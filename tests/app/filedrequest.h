@@ -2,16 +2,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "qca/base/encodedobject.h"
 #include "qca/base/savedrequest.h"
 
+#include <QFile>
 #include <QObject>
 
 namespace TrivexTest {
 
 /// A saved request whose file is where the test says; the one kind of row that needs no store.
-class FiledRequest : public QObject, public Trivex::SavedRequest {
+class FiledRequest : public QObject, public Trivex::SavedRequest, public Trivex::EncodedObject {
     Q_OBJECT
-    Q_INTERFACES(Trivex::SavedRequest)
+    Q_INTERFACES(Trivex::SavedRequest Trivex::EncodedObject)
 public:
     QString requestFile() const override { return path; }
     Trivex::RequestedFields requestedFields() const override { return {}; }
@@ -20,6 +22,12 @@ public:
     Trivex::EditLoss editLoss() const override { return Trivex::EditLoss::None; }
     bool hasRequestKey() const override { return false; }
     QByteArray requestKeyInfo() const override { return {}; }
+    /// What the file holds.
+    QByteArray encoding() const override
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
 
     QString path;
 };

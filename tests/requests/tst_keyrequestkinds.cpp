@@ -5,6 +5,7 @@
 // a token behind the faulty module, which has GOST keys too.
 #include "keystores/keystoremodel.h"
 #include "qca/adapter/storewriter.h"
+#include "qca/base/bounds.h"
 #include "qca/keys/keys.h"
 #include "requests/certificaterequest.h"
 #include "tests/pkcs11/faultytoken.h"
@@ -77,6 +78,7 @@ private Q_SLOTS:
     void curveByItsName();
     void curveByNeither();
     void keysThatAreThere();
+    void keyOfRequestWhoseFileIsAnother();
     void abandoned_data();
     void abandoned();
 
@@ -297,6 +299,32 @@ void TestKeyRequestKinds::curveByNeither()
     QCOMPARE(token->count("C_GenerateKeyPair"), 3);
     QCOMPARE(keyObjects(), before);
     QVERIFY(home->requestFiles().isEmpty());
+}
+
+// A request is made anew as it was listed: its file is as large by now as files may be, and full of
+// what would have to be looked through on the thread of the window.
+void TestKeyRequestKinds::keyOfRequestWhoseFileIsAnother()
+{
+    KeyRequest first;
+    fill(&first, "Listed");
+    QSignalSpy made(&first, &KeyRequest::finished);
+    first.makeKey(store()->id(), KeyRequest::P256, QStringLiteral("listed"));
+    QTRY_COMPARE(made.count(), 1);
+    QVERIFY2(first.error() == KeyRequest::NoError, qPrintable(first.message()));
+    CertificateRequest listed(first.path(), m_stores.get());
+    QFile file(first.path());
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    const QByteArray line("-----BEGIN CERTIFICATE REQUEST-----\n");
+    QVERIFY(file.write(line.repeated(MaxFileBytes / line.size())) > 0);
+    file.close();
+    KeyRequest second;
+    fill(&second, "Again");
+    QSignalSpy finished(&second, &KeyRequest::finished);
+    second.useKeyOfRequest(&listed);
+    QTRY_COMPARE(finished.count(), 1);
+    QVERIFY2(second.error() == KeyRequest::NoError, qPrintable(second.message()));
+    QVERIFY(isSamePublicKey(CertificateRequest(second.path(), nullptr).requestPublicKey(),
+                            listed.requestPublicKey()));
 }
 
 void TestKeyRequestKinds::abandoned_data()
