@@ -4,9 +4,11 @@
 
 #include "qca/asn1/pem.h"
 #include "qca/base/filenames.h"
+#include "tools/files.h"
 #include "tools/rowentry.h"
 #include "tools/rows.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSet>
@@ -45,13 +47,23 @@ RowFiles::RowFiles(QObject *parent)
 
 RowFiles::~RowFiles() = default;
 
+QStringList RowFiles::refuse(const QString &why)
+{
+    Q_EMIT refused(why);
+    return {};
+}
+
 QStringList RowFiles::write(EntryModel *entries, const QStringList &identities)
 {
-    if (!entries || identities.isEmpty() || identities.size() > MostRows)
+    if (!entries || identities.isEmpty())
         return {};
+    if (identities.size() > MostRows) {
+        //% "No more than %1 rows can be dragged at once. Select fewer, or export them."
+        return refuse(qtTrId("trivex-app-drag-too-many").arg(MostRows));
+    }
     auto folder = std::make_unique<QTemporaryDir>();
     if (!folder->isValid())
-        return {};
+        return refuse(qtTrId("trivex-app-write-no-temporary").arg(QDir::tempPath()));
     const QSet<QString> wanted(identities.cbegin(), identities.cend());
     const int entryRole = roleNamed(*entries, QStringLiteral("keyStoreEntry"));
     const int objectRole = roleNamed(*entries, QStringLiteral("certificate"));
@@ -67,7 +79,7 @@ QStringList RowFiles::write(EntryModel *entries, const QStringList &identities)
         const QString path = freePath(folder->path(), object->property("fileName").toString());
         if (!writeNew(path,
                       writePem(isRequest ? "CERTIFICATE REQUEST" : "CERTIFICATE", encoding.der)))
-            return {};
+            return refuse(Files().whyNotWritten(folder->path()));
         urls += QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded);
     }
     if (!urls.isEmpty())

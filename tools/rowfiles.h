@@ -27,7 +27,13 @@ public:
     /// entries. Empty when there are none or too many of them, or when they can't be written.
     Q_INVOKABLE QStringList write(Trivex::EntryModel *entries, const QStringList &identities);
 
+Q_SIGNALS:
+    /// `write()` gives no files, and why, as a sentence with the next step.
+    void refused(const QString &why);
+
 private:
+    QStringList refuse(const QString &why);
+
     std::vector<std::unique_ptr<QTemporaryDir>> m_folders;
 };
 

@@ -769,6 +769,14 @@
         <source>This key can't make such a signature. Choose another key.</source>
         <translation>This key can't make such a signature. Choose another key.</translation>
     </message>
+    <message id="trivex-app-drag-refused">
+        <source>These rows can't be dragged.</source>
+        <translation>These rows can't be dragged.</translation>
+    </message>
+    <message id="trivex-app-drag-too-many">
+        <source>No more than %1 rows can be dragged at once. Select fewer, or export them.</source>
+        <translation>No more than %1 rows can be dragged at once. Select fewer, or export them.</translation>
+    </message>
     <message id="trivex-app-drop-document">
         <source>Drop a document here: PDF, PNG, JPEG or plain text.</source>
         <translation>Drop a document here: PDF, PNG, JPEG or plain text.</translation>

@@ -773,6 +773,14 @@
         <source>This key can't make such a signature. Choose another key.</source>
         <translation>Этим ключом такую подпись не поставить. Выберите другой ключ.</translation>
     </message>
+    <message id="trivex-app-drag-refused">
+        <source>These rows can't be dragged.</source>
+        <translation>Эти строки нельзя перетащить.</translation>
+    </message>
+    <message id="trivex-app-drag-too-many">
+        <source>No more than %1 rows can be dragged at once. Select fewer, or export them.</source>
+        <translation>За один раз можно перетащить не больше %1 строк. Выберите меньше или экспортируйте их.</translation>
+    </message>
     <message id="trivex-app-drop-document">
         <source>Drop a document here: PDF, PNG, JPEG or plain text.</source>
         <translation>Перетащите сюда документ: PDF, PNG, JPEG или обычный текст.</translation>

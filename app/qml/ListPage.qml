@@ -111,6 +111,7 @@ Item {
     }
     RowFiles {
         id: rowFiles
+        onRefused: page.failed(qsTrId("trivex-app-drag-refused"), why)
     }
     RowMenu {
         id: rowMenu

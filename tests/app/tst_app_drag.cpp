@@ -20,6 +20,7 @@ private Q_SLOTS:
     void rowsOfOneName();
     void upAndDownDragsNothing();
     void dropInTheWindowItself();
+    void refusalIsTold();
 
 private:
     void arrive() override;
@@ -130,6 +131,23 @@ void TestAppDrag::dropInTheWindowItself()
 {
     QCOMPARE(drag(0, QPoint(120, 0), true).size(), 1);
     QVERIFY(m_window->holds([&] { return !m_window->isOpen(QStringLiteral("importDialog")); }));
+}
+
+void TestAppDrag::refusalIsTold()
+{
+    const QByteArray before = qgetenv("TMPDIR");
+    qputenv("TMPDIR", "/proc"); // not even root can make anything there
+    const QStringList files = drag(0, QPoint(120, 0));
+    if (before.isEmpty())
+        qunsetenv("TMPDIR");
+    else
+        qputenv("TMPDIR", before);
+    QVERIFY(files.isEmpty());
+    QVERIFY(m_steps->waitOpen("errorDialog"));
+    QCOMPARE(m_steps->text("errorCause"), qtTrId("trivex-app-drag-refused"));
+    QVERIFY(!m_steps->text("errorAdvice").isEmpty());
+    QVERIFY(m_window->click(QStringLiteral("errorClose")));
+    QVERIFY(m_steps->waitClosed("errorDialog"));
 }
 
 int main(int argc, char **argv)

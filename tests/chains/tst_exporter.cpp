@@ -29,6 +29,7 @@ private Q_SLOTS:
     void asItIsShown();
     void notWithStrangers();
     void noTemporaryFolder();
+    void dragOfTooMany();
     void thenTheNext();
     void endsOnce();
 
@@ -163,6 +164,7 @@ void TestExporter::noTemporaryFolder()
     const int placed = saver.place(path, false);
     const bool copied = saver.stageCopy(other.fileName());
     RowFiles files;
+    QSignalSpy refused(&files, &RowFiles::refused);
     const QStringList urls = files.write(m_entries.get(), {m_entries->identityAt(0)});
     const QStringList found = QDir(m_folder.path()).entryList(QDir::Files);
     qputenv("TMPDIR", before);
@@ -178,7 +180,28 @@ void TestExporter::noTemporaryFolder()
     QCOMPARE(placed, int(FileSaver::Failed));
     QVERIFY(!copied);
     QVERIFY(urls.isEmpty());
+    QCOMPARE(refused.size(), 1);
+    QVERIFY(refused.first().first().toString().contains(QStringLiteral("temporary")));
     QVERIFY(!found.contains(QLatin1String("cert.crt")));
+}
+
+void TestExporter::dragOfTooMany()
+{
+    add(m_leaf);
+    RowFiles files;
+    QSignalSpy refused(&files, &RowFiles::refused);
+    QStringList identities{m_entries->identityAt(0)};
+    while (identities.size() < RowFiles::MostRows)
+        identities += QString::number(identities.size());
+    QCOMPARE(files.write(m_entries.get(), identities).size(), 1);
+    QVERIFY(refused.isEmpty());
+    identities += QStringLiteral("one more");
+    QVERIFY(files.write(m_entries.get(), identities).isEmpty());
+    QCOMPARE(refused.size(), 1);
+    QVERIFY(!refused.first().first().toString().isEmpty());
+    // Nobody asked for anything.
+    QVERIFY(files.write(m_entries.get(), {}).isEmpty());
+    QCOMPARE(refused.size(), 1);
 }
 
 // A run that was given up for another leaves nothing in the folder of that one.
