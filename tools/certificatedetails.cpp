@@ -73,20 +73,6 @@ int topicOf(CertificateRow row)
     return row < CertificateRow::PrivateKeyAvailability ? int(ShownTopic::PublicKey) : NoTopic;
 }
 
-/// Labels whose words in the model are others than the window's.
-QString labelOf(CertificateRow row, const QString &label)
-{
-    if (row == CertificateRow::PublicKeyMarker) {
-        //% "Key name"
-        return qtTrId("trivex-app-key-name");
-    }
-    if (row == CertificateRow::PrivateKeyManufacturer) {
-        //% "Kind of token"
-        return qtTrId("trivex-app-token-kind");
-    }
-    return label;
-}
-
 QString titleOf(CertificateRow first, const QString &title)
 {
     const bool isHolder =
@@ -95,13 +81,13 @@ QString titleOf(CertificateRow first, const QString &title)
     return isHolder && !title.isEmpty() ? qtTrId("trivex-app-holder") : title;
 }
 
-/// Nobody has issued a request, and its model has the holder's organization where that of a
-/// certificate has the kind of token.
+/// Two rows of the model have the holder's organization once more, by names that it is none of: the
+/// key's and its token's. Nobody has issued a request.
 bool isFor(CertificateRow row, const QObject *certificate)
 {
-    const bool notOfRequests =
-        row == CertificateRow::Issuer || row == CertificateRow::PrivateKeyManufacturer;
-    return !notOfRequests || !qobject_cast<SavedRequest *>(certificate);
+    if (row == CertificateRow::PublicKeyMarker || row == CertificateRow::PrivateKeyManufacturer)
+        return false;
+    return row != CertificateRow::Issuer || !qobject_cast<SavedRequest *>(certificate);
 }
 
 /// Adds to `rows` what they do not show yet.
@@ -231,7 +217,7 @@ QVector<CertificateDetails::Group> CertificateDetails::modelGroups() const
         const QString text = value(index);
         if (isFor(row, m_certificate) && !text.isEmpty())
             groups.last().rows +=
-                {idOf(row), labelOf(row, index.data(m_labelRole).toString()), text, isFixed(row)};
+                {idOf(row), index.data(m_labelRole).toString(), text, isFixed(row)};
     }
     return groups;
 }

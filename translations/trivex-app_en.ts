@@ -3131,10 +3131,6 @@
         <source>There may be more, which show only after the PIN.</source>
         <translation>There may be more, which show only after the PIN.</translation>
     </message>
-    <message id="trivex-app-token-kind">
-        <source>Kind of token</source>
-        <translation>Kind of token</translation>
-    </message>
     <message id="trivex-app-token-label">
         <source>Name on the token</source>
         <translation>Name on the token</translation>

@@ -3149,10 +3149,6 @@
         <source>There may be more, which show only after the PIN.</source>
         <translation>Возможно, их больше: остальные видны только после ввода PIN-кода.</translation>
     </message>
-    <message id="trivex-app-token-kind">
-        <source>Kind of token</source>
-        <translation>Вид токена</translation>
-    </message>
     <message id="trivex-app-token-label">
         <source>Name on the token</source>
         <translation>Название на самом токене</translation>

@@ -38,28 +38,28 @@ void TestAppWords::details_data()
     QTest::addColumn<QString>("page");
     QTest::addColumn<QStringList>("refused");
     QTest::addColumn<QStringList>("wanted");
-    const QStringList english = {QStringLiteral("EMSA"), QStringLiteral("Marker"),
-                                 QStringLiteral("Manufacturer"), QStringLiteral("Subject")};
+    const QStringList english = {QStringLiteral("EMSA"),          QStringLiteral("Marker"),
+                                 QStringLiteral("Manufacturer"),  QStringLiteral("Subject"),
+                                 QStringLiteral("Kind of token"), QStringLiteral("Key name")};
     const QStringList russian = {QStringLiteral("EMSA"), QStringLiteral("Метка"),
-                                 QStringLiteral("Производитель")};
+                                 QStringLiteral("Производитель"), QStringLiteral("Вид токена"),
+                                 QStringLiteral("Имя ключа")};
     const QString inEnglish = QStringLiteral("en_US");
     const QString inRussian = QStringLiteral("ru_RU");
     QTest::newRow("certificate, English")
         << inEnglish << QStringLiteral("details") << english
         << QStringList{QStringLiteral("Issuer"), QStringLiteral("Holder"),
-                       QStringLiteral("RSA with SHA-256"), QStringLiteral("Kind of token")};
+                       QStringLiteral("RSA with SHA-256")};
     QTest::newRow("certificate, Russian")
         << inRussian << QStringLiteral("details") << russian
         << QStringList{QStringLiteral("Издатель"), QStringLiteral("Владелец"),
-                       QStringLiteral("RSA с SHA-256"), QStringLiteral("Вид токена")};
+                       QStringLiteral("RSA с SHA-256")};
     QTest::newRow("request, English")
         << inEnglish << QStringLiteral("requests")
-        << english + QStringList{QStringLiteral("Issuer"), QStringLiteral("Kind of token")}
-        << QStringList{QStringLiteral("Holder")};
-    QTest::newRow("request, Russian")
-        << inRussian << QStringLiteral("requests")
-        << russian + QStringList{QStringLiteral("Издатель"), QStringLiteral("Вид токена")}
-        << QStringList{QStringLiteral("Владелец")};
+        << english + QStringList{QStringLiteral("Issuer")} << QStringList{QStringLiteral("Holder")};
+    QTest::newRow("request, Russian") << inRussian << QStringLiteral("requests")
+                                      << russian + QStringList{QStringLiteral("Издатель")}
+                                      << QStringList{QStringLiteral("Владелец")};
 }
 
 void TestAppWords::details()
