@@ -4,6 +4,9 @@
 
 #include "qca/base/descriptor.h"
 #include "qca/base/regularfile.h"
+#include "qca/base/securedtext.h"
+
+#include <QTextCodec>
 
 #include <algorithm>
 #include <csignal>
@@ -87,6 +90,29 @@ std::optional<QCA::SecureArray> readLine(int terminal)
     return line;
 }
 
+/// Tokens and bundles take UTF-8; a terminal or an editor may write in the encoding of the locale.
+/// A text in such an encoding looks like UTF-8 by accident only where it is very short and odd.
+QCA::SecureArray inUtf8(const QCA::SecureArray &secret)
+{
+    const auto decode = [&](const QTextCodec *codec) -> std::optional<QString> {
+        QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+        QString text = codec->toUnicode(secret.constData(), secret.size(), &state);
+        if (state.invalidChars == 0 && state.remainingChars == 0)
+            return text;
+        text.fill(QChar());
+        return {};
+    };
+    auto text = decode(QTextCodec::codecForName("UTF-8"));
+    const bool isUtf8 = text.has_value();
+    if (!isUtf8)
+        text = decode(QTextCodec::codecForLocale());
+    if (!text)
+        return secret;
+    const QCA::SecureArray result = isUtf8 ? secret : securedText(text->toUtf8());
+    text->fill(QChar());
+    return result;
+}
+
 } // namespace
 
 std::optional<QCA::SecureArray> typedSecret(const QString &question)
@@ -100,6 +126,8 @@ std::optional<QCA::SecureArray> typedSecret(const QString &question)
     print(terminal.get(), question.toUtf8() + ' ');
     auto secret = readLine(terminal.get());
     print(terminal.get(), "\n");
+    if (secret)
+        secret = inUtf8(*secret);
     return secret;
 }
 
@@ -116,7 +144,7 @@ std::optional<QCA::SecureArray> secretFromFile(const QString &path)
     QCA::SecureArray secret(end);
     std::copy_n(bytes->constData(), end, secret.data());
     bytes->fill(0);
-    return secret;
+    return inUtf8(secret);
 }
 
 } // namespace Trivex

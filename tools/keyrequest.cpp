@@ -251,7 +251,7 @@ void KeyRequest::prepareKey(const QString &storeId, int kind, const QString &lab
     if (!pin.isEmpty()) {
         m_answers.setKeyStoreId(storeId);
         m_answers.setObjectId(label);
-        m_answers.setPassword(securedText(pin.toLocal8Bit()));
+        m_answers.setPassword(securedText(pin.toUtf8()));
     }
     generate(storeId, kind, label);
 }

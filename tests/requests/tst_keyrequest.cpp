@@ -20,6 +20,7 @@
 #include "tools/subjectattributes.h"
 
 #include <QSignalSpy>
+#include <QTextCodec>
 #include <QtTest>
 
 using namespace Trivex;
@@ -29,7 +30,23 @@ namespace {
 
 const Home *home = nullptr;
 const TestToken *token = nullptr;
+const QString OtherToken = QStringLiteral("Other");
+const QString CyrillicPin = QStringLiteral("секрет");
 constexpr int Patience = 60000; // ms
+
+bool addCyrillicToken(TestToken *beside)
+{
+    // The tool takes its arguments as they are.
+    QTextCodec *const before = QTextCodec::codecForLocale();
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    const bool isMade = beside->addToken(OtherToken)
+        && !beside
+                ->tool({QStringLiteral("--token-label"), OtherToken, QStringLiteral("--change-pin"),
+                        QStringLiteral("--new-pin"), CyrillicPin})
+                .isNull();
+    QTextCodec::setCodecForLocale(before);
+    return isMade;
+}
 
 /// What openssl prints of a request, after checking its signature; nothing for a bad one.
 QString shown(const QString &path, const char *what = "-text")
@@ -75,6 +92,7 @@ private Q_SLOTS:
     void failureForgetsTheKeyBefore();
     void requestAfterAKeyAlone();
     void refusedPinIsForgotten();
+    void takesPinInUtf8();
     void droppedMeanwhile();
 
 private:
@@ -612,6 +630,21 @@ void TestKeyRequest::refusedPinIsForgotten()
     QVERIFY(!takeStoredAnswers(storeId()));
 }
 
+/// A token has its PIN in UTF-8, whatever the encoding of the user's locale is.
+void TestKeyRequest::takesPinInUtf8()
+{
+    QTRY_VERIFY_WITH_TIMEOUT(m_stores->keyStoreByName(OtherToken), Patience);
+    const QString store = m_stores->keyStoreByName(OtherToken)->id();
+    const auto restore = qScopeGuard(
+        [before = QTextCodec::codecForLocale()] { QTextCodec::setCodecForLocale(before); });
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("KOI8-R"));
+    KeyRequest request;
+    QSignalSpy finished(&request, &KeyRequest::finished);
+    request.prepareKey(store, KeyRequest::P256, QStringLiteral("made"), CyrillicPin);
+    QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 1, Patience);
+    QCOMPARE(request.error(), int(KeyRequest::NoError));
+}
+
 void TestKeyRequest::droppedMeanwhile()
 {
     const int objects = token->objectCount();
@@ -632,12 +665,15 @@ int main(int argc, char *argv[])
     QLocale::setDefault(QLocale::c());
     const Home place;
     home = &place;
-    const TestToken softwareToken;
+    TestToken softwareToken;
     token = &softwareToken;
     if (!softwareToken.isValid()) {
         qInfo("SKIP %s", qPrintable(softwareToken.problem()));
         return 0;
     }
+    // SoftHSM looks for its tokens and their PINs when it is loaded.
+    if (!addCyrillicToken(&softwareToken))
+        return 1;
     softwareToken.useInThisProcess();
     QCoreApplication application(argc, argv);
     const QCA::Initializer initializer;
