@@ -9,7 +9,6 @@
 #include <QFileInfo>
 #include <QIcon>
 #include <QLocale>
-#include <QUrl>
 
 static void initializeResources()
 {
@@ -83,14 +82,12 @@ QString Application::manual()
     return {};
 }
 
-QStringList Application::filesOf(const QStringList &arguments)
+QStringList Application::absolute(const QStringList &files)
 {
-    QStringList files;
-    for (const QString &argument : arguments) {
-        const QUrl url(argument);
-        files += QFileInfo(url.isLocalFile() ? url.toLocalFile() : argument).absoluteFilePath();
-    }
-    return files;
+    QStringList paths;
+    for (const QString &file : files)
+        paths += QFileInfo(file).absoluteFilePath();
+    return paths;
 }
 
 } // namespace Trivex

@@ -27,8 +27,8 @@ public:
     /// Brings the window to the front and opens `files` in it.
     void activate(const QStringList &files);
 
-    /// The positional arguments of the command line, as absolute paths.
-    static QStringList filesOf(const QStringList &arguments);
+    /// The same paths, absolute: the first instance runs in another folder.
+    static QStringList absolute(const QStringList &files);
 
     /// The manual in the user's language, HTML.
     static QString manual();

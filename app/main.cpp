@@ -57,7 +57,7 @@ int main(int argc, char **argv)
     const Trivex::Order order = askedFor();
     if (!order.problem.isEmpty())
         return Trivex::carryOut(order);
-    const QStringList files = Trivex::Application::filesOf(order.files);
+    const QStringList files = Trivex::Application::absolute(order.files);
 
     Trivex::SingleInstance instance(QStringLiteral("trivex"));
     if (instance.handOver(files))

@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "console/order.h"
 
+#include <QFileInfo>
+#include <QUrl>
+
 #include <algorithm>
 
 namespace Trivex {
@@ -59,6 +62,13 @@ constexpr Option Options[] = {
     {"document", Order::Verify, QT_TRID_NOOP("trivex-console-document-option"), &Order::document,
      nullptr},
 };
+
+QString valueOf(const Option &option, const QCommandLineParser &parser)
+{
+    const QString value = parser.value(QLatin1String(option.name));
+    // All others name files.
+    return option.text == &Order::key ? value : pathOf(value);
+}
 
 QString dashed(const char *name)
 {
@@ -125,6 +135,12 @@ QString whatIsWrong(const Order &order, const QCommandLineParser &parser)
 
 } // namespace
 
+QString pathOf(const QString &argument)
+{
+    const QUrl url(argument);
+    return url.isLocalFile() && !QFileInfo::exists(argument) ? url.toLocalFile() : argument;
+}
+
 void describe(QCommandLineParser *parser)
 {
     //% "Certificates, keys and requests"
@@ -164,14 +180,15 @@ bool needsNoDisplay(const QList<QByteArray> &arguments)
 Order orderOf(const QCommandLineParser &parser)
 {
     Order order;
-    order.files = parser.positionalArguments();
+    const QStringList arguments = parser.positionalArguments();
+    std::transform(arguments.begin(), arguments.end(), std::back_inserter(order.files), pathOf);
     for (const Work &work : Works) {
         if (parser.isSet(QLatin1String(work.option)))
             order.kind = work.kind;
     }
     for (const Option &option : Options) {
         if (option.text)
-            order.*option.text = parser.value(QLatin1String(option.name));
+            order.*option.text = valueOf(option, parser);
         else
             order.*option.flag = parser.isSet(QLatin1String(option.name));
     }

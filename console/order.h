@@ -29,6 +29,10 @@ struct Order {
     QString problem;
 };
 
+/// The path of a file that was named by it or by its URL. What lies there by just this name is
+/// meant, though it looks like a URL.
+QString pathOf(const QString &argument);
+
 /// The options of the program, with their meaning.
 void describe(QCommandLineParser *parser);
 
