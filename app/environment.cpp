@@ -9,6 +9,11 @@
 #include <QQuickStyle>
 #include <QTranslator>
 
+#include <array>
+
+#include <pwd.h>
+#include <unistd.h>
+
 namespace Trivex {
 
 QString moduleDirectory()
@@ -27,6 +32,23 @@ QString moduleDirectory()
     }
     return QDir::cleanPath(QCoreApplication::applicationDirPath()
                            + QStringLiteral("/" TRIVEX_QML_FROM_PROGRAM));
+}
+
+void mendEnvironment()
+{
+    for (const char *name :
+         {"XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"}) {
+        if (qEnvironmentVariableIsSet(name) && !qgetenv(name).startsWith('/'))
+            qunsetenv(name);
+    }
+    if (qgetenv("HOME").startsWith('/'))
+        return;
+    std::array<char, 16 * 1024> texts{};
+    passwd entry = {};
+    passwd *found = nullptr;
+    getpwuid_r(getuid(), &entry, texts.data(), texts.size(), &found);
+    if (found && found->pw_dir && found->pw_dir[0] == '/')
+        qputenv("HOME", found->pw_dir);
 }
 
 void preparePluginPaths()

@@ -10,6 +10,12 @@ namespace Trivex {
 /// where it was configured to be installed.
 QString moduleDirectory();
 
+/// Takes out of the environment what names no place: a home folder that is none, and relative
+/// folders of XDG_DATA_HOME and its like, which their specification wants ignored. Everything below
+/// would otherwise keep certificates, requests and keys wherever the program was started. Without a
+/// home folder there, that of the system's list of users is set. Before anything asks for a folder.
+void mendEnvironment();
+
 /// Lets QCA find the providers that lie beside this program. Before QCA is loaded.
 void preparePluginPaths();
 

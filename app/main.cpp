@@ -45,6 +45,7 @@ int runWithoutWindow(int argc, char **argv, QByteArray question)
 
 int main(int argc, char **argv)
 {
+    Trivex::mendEnvironment();
     Trivex::usePrivateTokens();
     const QList<QByteArray> arguments(argv + 1, argv + argc);
     if (Trivex::needsNoDisplay(arguments))
