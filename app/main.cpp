@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QLoggingCategory>
 
 namespace {
 
@@ -34,6 +35,9 @@ int runWithoutWindow(int argc, char **argv, QByteArray question)
     char *asked[] = {argv[0], question.data(), nullptr};
     int count = question.isEmpty() ? argc : 2;
     const QCoreApplication program(count, question.isEmpty() ? argv : asked);
+    // What libraries warn of is no answer (QCA's provider for GnuPG does so at each start where
+    // there is no gpg). QT_LOGGING_RULES brings it back.
+    QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
     Trivex::Application::introduce();
     Trivex::preparePluginPaths();
     Trivex::installQtTranslations();

@@ -70,6 +70,12 @@ QString valueOf(const Option &option, const QCommandLineParser &parser)
     return option.text == &Order::key ? value : pathOf(value);
 }
 
+/// Only files follow.
+QList<QByteArray>::const_iterator endOfOptions(const QList<QByteArray> &arguments)
+{
+    return std::find(arguments.begin(), arguments.end(), QByteArray("--"));
+}
+
 QString dashed(const char *name)
 {
     return QStringLiteral("--") + QLatin1String(name);
@@ -91,6 +97,23 @@ bool isForTerminal(const QByteArray &argument)
                        [&](const Work &work) { return is(work.option); })
         || std::any_of(std::begin(Options), std::end(Options),
                        [&](const Option &option) { return is(option.name); });
+}
+
+/// An option of Qt's that chooses where windows are shown, with one dash or two.
+bool choosesDisplay(const QByteArray &argument)
+{
+    return argument == "-platform" || argument == "--platform" || argument == "-display"
+        || argument == "--display";
+}
+
+/// False where nobody named a display, neither the environment nor the arguments.
+bool mayHaveDisplay(const QList<QByteArray> &arguments)
+{
+    constexpr const char *Names[] = {"DISPLAY", "WAYLAND_DISPLAY", "WAYLAND_SOCKET",
+                                     "QT_QPA_PLATFORM"};
+    return std::any_of(std::begin(Names), std::end(Names),
+                       [](const char *name) { return !qEnvironmentVariableIsEmpty(name); })
+        || std::any_of(arguments.begin(), arguments.end(), choosesDisplay);
 }
 
 /// What is wrong with the number of files.
@@ -166,15 +189,16 @@ void describe(QCommandLineParser *parser)
 
 QByteArray questionIn(const QList<QByteArray> &arguments)
 {
-    const auto end = std::find(arguments.begin(), arguments.end(), QByteArray("--"));
+    const auto end = endOfOptions(arguments);
     const auto found = std::find_if(arguments.begin(), end, asksAboutProgram);
     return found == end ? QByteArray() : *found;
 }
 
 bool needsNoDisplay(const QList<QByteArray> &arguments)
 {
-    const auto end = std::find(arguments.begin(), arguments.end(), QByteArray("--"));
-    return !questionIn(arguments).isEmpty() || std::any_of(arguments.begin(), end, isForTerminal);
+    return !questionIn(arguments).isEmpty()
+        || std::any_of(arguments.begin(), endOfOptions(arguments), isForTerminal)
+        || !mayHaveDisplay(arguments);
 }
 
 Order orderOf(const QCommandLineParser &parser)

@@ -42,7 +42,8 @@ void describe(QCommandLineParser *parser);
 /// The first option that asks about the program itself: its version, its options; else empty.
 QByteArray questionIn(const QList<QByteArray> &arguments);
 
-/// True when these arguments ask for something that needs no display.
+/// True when these arguments ask for something that needs no display, or where there is none: Qt
+/// would end the process by abort() there, a wrong option unsaid.
 bool needsNoDisplay(const QList<QByteArray> &arguments);
 
 /// What was parsed.

@@ -28,7 +28,9 @@ int carryOut(const Order &order)
     case Order::Window:
         break;
     }
-    return Done;
+    //% "There is no display for the window here. See --help for what works without one."
+    complain(qtTrId("trivex-console-no-display"));
+    return Failed;
 }
 
 } // namespace Trivex

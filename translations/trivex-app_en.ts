@@ -3621,6 +3621,10 @@
         <source>--sign needs --key: the name of a certificate with a key, as --list shows it.</source>
         <translation>--sign needs --key: the name of a certificate with a key, as --list shows it.</translation>
     </message>
+    <message id="trivex-console-no-display">
+        <source>There is no display for the window here. See --help for what works without one.</source>
+        <translation>There is no display for the window here. See --help for what works without one.</translation>
+    </message>
     <message id="trivex-console-no-file">
         <source>There is no such file.</source>
         <translation>There is no such file.</translation>

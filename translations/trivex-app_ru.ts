@@ -3641,6 +3641,10 @@
         <source>--sign needs --key: the name of a certificate with a key, as --list shows it.</source>
         <translation>Для --sign нужен --key: имя в сертификате с ключом, как его показывает --list.</translation>
     </message>
+    <message id="trivex-console-no-display">
+        <source>There is no display for the window here. See --help for what works without one.</source>
+        <translation>Здесь нет экрана, на котором можно открыть окно. Что работает без него, показывает --help.</translation>
+    </message>
     <message id="trivex-console-no-file">
         <source>There is no such file.</source>
         <translation>Такого файла нет.</translation>
