@@ -4,6 +4,7 @@
 #include "app/environment.h"
 #include "app/privatetokens.h"
 #include "app/singleinstance.h"
+#include "app/standardstreams.h"
 #include "console/work.h"
 #include "qca/base/catalogues.h"
 
@@ -41,7 +42,9 @@ int runWithoutWindow(int argc, char **argv, QByteArray question)
     Trivex::Application::introduce();
     Trivex::preparePluginPaths();
     Trivex::installQtTranslations();
-    Trivex::installCatalogues(QStringLiteral("trivex-app"), qApp);
+    Trivex::installCatalogues(QStringLiteral("trivex-app"), QCoreApplication::instance());
+    if (!question.isEmpty())
+        Trivex::heedLostAnswers();
     return Trivex::carryOut(askedFor());
 }
 
@@ -49,6 +52,7 @@ int runWithoutWindow(int argc, char **argv, QByteArray question)
 
 int main(int argc, char **argv)
 {
+    Trivex::occupyStandardStreams();
     Trivex::mendEnvironment();
     Trivex::usePrivateTokens();
     const QList<QByteArray> arguments(argv + 1, argv + argc);

@@ -17,4 +17,8 @@ void sayJson(const QJsonValue &value);
 /// "trivex: <text>" for the person.
 void complain(const QString &text);
 
+/// 0 while all that was said has been written; else the number of the first error, and the result
+/// is not whole.
+int lostAnswer();
+
 } // namespace Trivex

@@ -8,14 +8,16 @@
 #include "console/signing.h"
 #include "console/verifying.h"
 
+#include <cstdlib>
+
+#include <unistd.h>
+
 namespace Trivex {
 
-int carryOut(const Order &order)
+namespace {
+
+ExitCode work(const Order &order)
 {
-    if (!order.problem.isEmpty()) {
-        complain(order.problem);
-        return WrongUse;
-    }
     switch (order.kind) {
     case Order::List:
         return list(order.isJson);
@@ -31,6 +33,37 @@ int carryOut(const Order &order)
     //% "There is no display for the window here. See --help for what works without one."
     complain(qtTrId("trivex-console-no-display"));
     return Failed;
+}
+
+/// `code`, or that of a failure where what was said got lost.
+ExitCode told(ExitCode code)
+{
+    const int error = lostAnswer();
+    if (error == 0)
+        return code;
+    //% "The answer could not be written: %1"
+    complain(qtTrId("trivex-console-lost-answer").arg(qt_error_string(error)));
+    // A verdict that is worse stays.
+    return code == Done ? Failed : code;
+}
+
+} // namespace
+
+int carryOut(const Order &order)
+{
+    if (!order.problem.isEmpty()) {
+        complain(order.problem);
+        return WrongUse;
+    }
+    return told(work(order));
+}
+
+void heedLostAnswers()
+{
+    std::atexit([] {
+        if (told(Done) != Done)
+            _exit(Failed);
+    });
 }
 
 } // namespace Trivex

@@ -9,4 +9,9 @@ namespace Trivex {
 /// Does what is asked for without a window; the program's exit code. Under an application object.
 int carryOut(const Order &order);
 
+/// Lets the process end with a failure where the answer to a question about the program could not
+/// be written: Qt's parser writes it, and ends the process itself. Before it does, and under an
+/// application object.
+void heedLostAnswers();
+
 } // namespace Trivex

@@ -3613,6 +3613,10 @@
         <source>List the certificates of the tokens, of your own store and of the system.</source>
         <translation>List the certificates of the tokens, of your own store and of the system.</translation>
     </message>
+    <message id="trivex-console-lost-answer">
+        <source>The answer could not be written: %1</source>
+        <translation>The answer could not be written: %1</translation>
+    </message>
     <message id="trivex-console-needs-file">
         <source>%1 needs a file.</source>
         <translation>%1 needs a file.</translation>

@@ -3633,6 +3633,10 @@
         <source>List the certificates of the tokens, of your own store and of the system.</source>
         <translation>Перечислить сертификаты токенов, вашего хранилища и системы.</translation>
     </message>
+    <message id="trivex-console-lost-answer">
+        <source>The answer could not be written: %1</source>
+        <translation>Не удалось записать ответ: %1</translation>
+    </message>
     <message id="trivex-console-needs-file">
         <source>%1 needs a file.</source>
         <translation>Для %1 нужен файл.</translation>
