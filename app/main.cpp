@@ -31,11 +31,13 @@ Trivex::Order askedFor()
 
 /// Answers and works without a display. A question is answered alone: what stands beside it may be
 /// for a program with a display, and would be unknown here.
-int runWithoutWindow(int argc, char **argv, QByteArray question)
+int runWithoutWindow(int argc, char **argv, QByteArray question, bool isForPrograms)
 {
     char *asked[] = {argv[0], question.data(), nullptr};
     int count = question.isEmpty() ? argc : 2;
     const QCoreApplication program(count, question.isEmpty() ? argv : asked);
+    if (isForPrograms)
+        Trivex::speakToPrograms();
     // What libraries warn of is no answer (QCA's provider for GnuPG does so at each start where
     // there is no gpg). QT_LOGGING_RULES brings it back.
     QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
@@ -57,7 +59,8 @@ int main(int argc, char **argv)
     Trivex::usePrivateTokens();
     const QList<QByteArray> arguments(argv + 1, argv + argc);
     if (Trivex::needsNoDisplay(arguments))
-        return runWithoutWindow(argc, argv, Trivex::questionIn(arguments));
+        return runWithoutWindow(argc, argv, Trivex::questionIn(arguments),
+                                Trivex::isForPrograms(arguments));
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication program(argc, argv);

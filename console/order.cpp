@@ -194,6 +194,12 @@ QByteArray questionIn(const QList<QByteArray> &arguments)
     return found == end ? QByteArray() : *found;
 }
 
+bool isForPrograms(const QList<QByteArray> &arguments)
+{
+    const auto end = endOfOptions(arguments);
+    return std::find(arguments.begin(), end, QByteArray("--json")) != end;
+}
+
 bool needsNoDisplay(const QList<QByteArray> &arguments)
 {
     return !questionIn(arguments).isEmpty()

@@ -36,11 +36,14 @@ QString pathOf(const QString &argument);
 /// The options of the program, with their meaning.
 void describe(QCommandLineParser *parser);
 
-// Both take the arguments without the program's name. What follows "--" is a file, whatever it is
+// These take the arguments without the program's name. What follows "--" is a file, whatever it is
 // called.
 
 /// The first option that asks about the program itself: its version, its options; else empty.
 QByteArray questionIn(const QList<QByteArray> &arguments);
+
+/// True when a program is to read the answer.
+bool isForPrograms(const QList<QByteArray> &arguments);
 
 /// True when these arguments ask for something that needs no display, or where there is none: Qt
 /// would end the process by abort() there, a wrong option unsaid.

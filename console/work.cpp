@@ -7,7 +7,11 @@
 #include "console/showing.h"
 #include "console/signing.h"
 #include "console/verifying.h"
+#include "qca/describe/words.h"
 
+#include <QLocale>
+
+#include <clocale>
 #include <cstdlib>
 
 #include <unistd.h>
@@ -64,6 +68,15 @@ void heedLostAnswers()
         if (told(Done) != Done)
             _exit(Failed);
     });
+}
+
+void speakToPrograms()
+{
+    // Catalogues are loaded for it, and sizes written.
+    QLocale::setDefault(QLocale::c());
+    // What the system says of its errors.
+    setlocale(LC_MESSAGES, "C");
+    writeTimesForPrograms();
 }
 
 } // namespace Trivex

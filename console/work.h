@@ -14,4 +14,8 @@ int carryOut(const Order &order);
 /// application object.
 void heedLostAnswers();
 
+/// From now on texts are English and times are those of UTC, because programs read them. Under an
+/// application object, before it has catalogues.
+void speakToPrograms();
+
 } // namespace Trivex

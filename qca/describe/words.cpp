@@ -14,6 +14,9 @@ namespace {
 
 constexpr int LongestNumber = 64;
 
+// Set before any other thread runs.
+bool s_forPrograms = false;
+
 QString ofBytes(int count)
 {
     //% "%n bytes in all"
@@ -59,8 +62,15 @@ QString withWholeYear(QString format)
     return format.contains(whole) ? format : format.replace(QLatin1String("yy"), whole);
 }
 
+void writeTimesForPrograms()
+{
+    s_forPrograms = true;
+}
+
 QString dateText(const QDateTime &time)
 {
+    if (s_forPrograms)
+        return time.toUTC().date().toString(Qt::ISODate);
     const QLocale locale;
     return time.isValid() ? locale.toString(time.toLocalTime().date(),
                                             withWholeYear(locale.dateFormat(QLocale::ShortFormat)))
@@ -69,6 +79,8 @@ QString dateText(const QDateTime &time)
 
 QString timeText(const QDateTime &time)
 {
+    if (s_forPrograms)
+        return time.toUTC().toString(Qt::ISODate);
     const QLocale locale;
     return time.isValid() ? locale.toString(
                time.toLocalTime(), withWholeYear(locale.dateTimeFormat(QLocale::ShortFormat)))

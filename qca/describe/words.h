@@ -39,6 +39,9 @@ QString numberText(Der::Slice content);
 /// The format of a date, with a whole year where the locale writes two digits of it: a certificate
 /// may hold for a hundred years.
 TRIVEX_QCA_EXPORT QString withWholeYear(QString format);
+/// From now on the texts of dates and times are for programs: in UTC, as ISO 8601 has them. Called
+/// before the first of them is made.
+TRIVEX_QCA_EXPORT void writeTimesForPrograms();
 /// The date in the user's locale and time zone, with all of its year; empty for an invalid one.
 TRIVEX_QCA_EXPORT QString dateText(const QDateTime &time);
 /// Date and time in the user's locale and time zone, with all of the year; empty for an invalid

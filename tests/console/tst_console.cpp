@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "tests/console/outcome.h"
 #include "tests/support/needtokens.h"
 #include "tests/support/testcertificates.h"
 #include "tests/support/testtoken.h"
@@ -10,44 +11,11 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QtTest>
 
 using namespace TrivexTest;
 
 namespace {
-
-const QString Program = QStringLiteral(TRIVEX_PROGRAM);
-
-struct Outcome {
-    int code = -1;
-    QByteArray said;
-    QByteArray complained;
-
-    QJsonArray json() const { return QJsonDocument::fromJson(said).array(); }
-};
-
-/// The program without a display and without a terminal.
-Outcome run(const QStringList &arguments, const QString &locale = QString())
-{
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.remove(QStringLiteral("DISPLAY"));
-    environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("none"));
-    if (!locale.isEmpty())
-        environment.insert(QStringLiteral("LC_ALL"), locale);
-    process.setProcessEnvironment(environment);
-    // A session of its own has no terminal that a password could be asked for at.
-    process.start(QStringLiteral("setsid"), QStringList{QStringLiteral("-w"), Program} + arguments);
-    Outcome outcome;
-    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit)
-        return outcome;
-    outcome.code = process.exitCode();
-    outcome.said = process.readAllStandardOutput();
-    outcome.complained = process.readAllStandardError();
-    return outcome;
-}
 
 bool write(const QString &path, const QByteArray &bytes)
 {
