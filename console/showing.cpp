@@ -16,6 +16,8 @@
 #include <QJsonArray>
 #include <QJsonObject>
 
+#include <iterator>
+
 namespace Trivex {
 
 namespace {
@@ -24,8 +26,12 @@ namespace {
 constexpr const char *FormWords[] = {"objects", "collection", "message", "raw-signature",
                                      "bundle",  "damaged",    "document"};
 /// Those for `FileObject::Kind`.
-constexpr const char *KindWords[] = {"certificate", "request", "revocation-list", "private-key",
-                                     "public-key"};
+constexpr const char *KindWords[] = {
+    "certificate",       "request",           "revocation-list",
+    "private-key",       "public-key",        "attribute-certificate",
+    "revocation-answer", "encrypted-message", "ssh-private-key"};
+static_assert(std::size(KindWords) == FileObject::SshKey + 1, "one for each kind");
+static_assert(std::size(FormWords) == FileContents::Document + 1, "one for each form");
 
 /// What a file holds, or why that can't be told.
 struct Shown {
@@ -37,7 +43,8 @@ struct Shown {
 
 QString whyNotRead(const QString &path)
 {
-    if (!QFileInfo::exists(path)) {
+    // Where a letter could not be read, there may be one whose name can't be said.
+    if (!QFileInfo::exists(path) && !path.contains(QChar::ReplacementCharacter)) {
         //% "There is no such file."
         return qtTrId("trivex-console-no-file");
     }
@@ -102,6 +109,11 @@ Shown read(const QString &path, const QString &passwordFile)
     shown.problem = problemOf(contents);
     if (contents.form == FileContents::Bundle)
         openBundle(path, passwordFile, &shown);
+    if (shown.items.isEmpty() && shown.broken == 0 && shown.problem.isEmpty()) {
+        // A collection may be empty, and a signed message come without.
+        //% "holds no certificates"
+        shown.problem = qtTrId("trivex-console-empty");
+    }
     return shown;
 }
 

@@ -57,8 +57,8 @@ void complainOf(const QVector<StoreRow> &rows, const QString &key)
         complain(Texts::put(qtTrId("trivex-console-no-such-key"), {key}));
         return;
     }
-    //% "Several certificates fit. Name one by what stands first here, its SHA-256 fingerprint or
-    // its % id:"
+    //% "Several certificates fit. Name one by its SHA-256 fingerprint, which stands first here, or
+    //% by its id:"
     complain(qtTrId("trivex-console-several-keys"));
     for (const StoreRow &row : rows)
         complain(QStringList{fingerprint(row), plainText(entryId(row.entry)), itemDetail(row.item),

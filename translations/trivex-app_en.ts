@@ -3585,6 +3585,10 @@
         <source>The document that the signature belongs to.</source>
         <translation>The document that the signature belongs to.</translation>
     </message>
+    <message id="trivex-console-empty">
+        <source>holds no certificates</source>
+        <translation>holds no certificates</translation>
+    </message>
     <message id="trivex-console-exists">
         <source>%1 exists; --replace replaces it.</source>
         <translation>%1 exists; --replace replaces it.</translation>

@@ -3605,6 +3605,10 @@
         <source>The document that the signature belongs to.</source>
         <translation>Документ, к которому относится подпись.</translation>
     </message>
+    <message id="trivex-console-empty">
+        <source>holds no certificates</source>
+        <translation>не содержит сертификатов</translation>
+    </message>
     <message id="trivex-console-exists">
         <source>%1 exists; --replace replaces it.</source>
         <translation>%1 уже есть; --replace заменит файл.</translation>
