@@ -7,9 +7,12 @@
 #include "qca/adapter/qcause.h"
 #include "qca/adapter/reading.h"
 #include "qca/adapter/stores.h"
+#include "qca/tokens/tokens.h"
 
 #include <QEventLoop>
 #include <QTimer>
+
+#include <algorithm>
 
 namespace Trivex {
 
@@ -18,20 +21,46 @@ namespace {
 constexpr int PatienceMs = 60 * 1000;
 constexpr int SilenceMs = 3 * 1000;
 
-/// True when every module has answered in time.
+/// QCA counts its stores as started after some seconds, whatever a slow token has still to tell:
+/// what it shows by then is the beginning of its list.
+bool areTokensRead()
+{
+    const QVector<TokenStatus> tokens = TokenMonitor::tokens();
+    return std::none_of(tokens.begin(), tokens.end(),
+                        [](const TokenStatus &one) { return one.present && one.loading; });
+}
+
+/// True when every module has answered in time, and every token.
 bool waitForStores(QCA::KeyStoreManager *manager)
 {
-    if (!manager->isBusy())
-        return true;
     QEventLoop loop;
-    QObject::connect(manager, &QCA::KeyStoreManager::busyFinished, &loop, &QEventLoop::quit);
+    const TokenMonitor monitor;
+    const auto isOver = [manager] { return !manager->isBusy() && areTokensRead(); };
+    const auto look = [&] {
+        if (isOver())
+            loop.quit();
+    };
+    // Later: while it tells of its end it still says that it is busy.
+    QObject::connect(manager, &QCA::KeyStoreManager::busyFinished, &loop, look,
+                     Qt::QueuedConnection);
+    QObject::connect(&monitor, &TokenMonitor::changed, &loop, look);
+    if (isOver())
+        return true;
     QTimer::singleShot(PatienceMs, &loop, &QEventLoop::quit);
     QTimer::singleShot(SilenceMs, &loop, [] {
         //% "Reading the tokens…"
         complain(qtTrId("trivex-console-reading"));
     });
     loop.exec();
-    return !manager->isBusy();
+    return isOver();
+}
+
+QList<QCA::KeyStoreEntry> entriesOf(QCA::KeyStore *store)
+{
+    const QList<QCA::KeyStoreEntry> entries = store->entryList();
+    // Whoever asks for the first time gets the beginning of a large store, for a window to show.
+    const bool isWhole = entries.size() >= TokenMonitor::token(store->id()).certificates;
+    return isWhole ? entries : store->entryList();
 }
 
 /// Before anything of QCA's is made.
@@ -68,7 +97,7 @@ Stores::~Stores()
 QVector<StoreRow> Stores::rowsOf(QCA::KeyStore *store)
 {
     QVector<StoreRow> rows;
-    const QList<QCA::KeyStoreEntry> entries = store->entryList();
+    const QList<QCA::KeyStoreEntry> entries = entriesOf(store);
     for (const QCA::KeyStoreEntry &entry : entries) {
         const QCA::KeyBundle bundle = entryKeyBundle(entry);
         const QCA::Certificate certificate =

@@ -21,12 +21,14 @@ struct StoreRow {
 /// The key stores of QCA for a work without a window, while it lives.
 class Stores {
 public:
-    /// Waits a minute at most for modules that don't answer; says so when it takes long.
+    /// Waits a minute at most for modules that don't answer and tokens that are still being read;
+    /// says so when it takes long.
     Stores();
     ~Stores();
     Q_DISABLE_COPY(Stores)
 
-    /// False when a module has not answered in time: its tokens are missing.
+    /// False when a module has not answered in time: its tokens are missing, or a part of what is
+    /// on one.
     bool isComplete() const { return m_isComplete; }
     /// Complains where it is false.
     void tellWhatIsMissing() const;
