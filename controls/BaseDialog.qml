@@ -29,7 +29,14 @@ Dialog {
     focus: true
     closePolicy: Popup.CloseOnEscape
     contentHeight: column.implicitHeight
-    onAboutToShow: left = false
+    /// What has the keys whenever it opens, such as the harmless answer. Without it a dialog that
+    /// opens again gives them to what was pressed last.
+    property Item initialFocus: null
+    onAboutToShow: {
+        left = false
+        if (initialFocus)
+            initialFocus.focus = true
+    }
     onAboutToHide: left = true
     onOpened: focusFirst()
     padding: Theme.unit * 2.5

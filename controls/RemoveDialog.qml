@@ -29,6 +29,7 @@ BaseDialog {
     /// They are to be removed.
     signal confirmed()
 
+    initialFocus: harmless
     objectName: "removeDialog"
     title: isKey ? qsTrId("trivex-app-remove-keys-title", count) : count > 1
         ? isRequest ? qsTrId("trivex-app-remove-requests-title", count)
@@ -70,6 +71,7 @@ BaseDialog {
     }
     footer: DialogButtons {
         Button {
+            id: harmless
             objectName: "removeCancel"
             text: qsTrId("trivex-app-cancel")
             focus: true

@@ -9,6 +9,7 @@ import Trivex.Crypto.Tools 1.0
 /// Asks before a certificate signs that is valid no more, or not yet.
 BaseDialog {
     id: dialog
+    initialFocus: harmless
     objectName: "confirmExpired"
     property string name
     property string reason
@@ -55,6 +56,7 @@ BaseDialog {
     }
     footer: DialogButtons {
         Button {
+            id: harmless
             objectName: "expiredCancel"
             text: qsTrId("trivex-app-cancel")
             focus: true

@@ -13,6 +13,7 @@ BaseDialog {
     signal confirmed()
     signal otherAsked()
 
+    initialFocus: harmless
     objectName: "replaceDialog"
     title: qsTrId("trivex-app-replace-title")
 
@@ -36,6 +37,7 @@ BaseDialog {
     }
     footer: DialogButtons {
         Button {
+            id: harmless
             objectName: "replaceCancel"
             text: qsTrId("trivex-app-cancel")
             focus: true

@@ -42,6 +42,7 @@ private Q_SLOTS:
     void init();
     void certificateOfTheUser();
     void severalByKeyboard();
+    void secondQuestionIsHarmless();
     void setsComeBackOneByOne();
     void fieldUndoesItsOwnText();
     void request();
@@ -126,6 +127,20 @@ void TestAppUndo::severalByKeyboard()
     QTRY_COMPARE(m_window->rowCount(), 2);
     QCOMPARE(userCertificates(), before);
     QTRY_COMPARE(m_steps->text("toastText"), qtTrId("trivex-app-undone", 2));
+}
+
+/// The harmless answer has the keys, also after the other one was given once.
+void TestAppUndo::secondQuestionIsHarmless()
+{
+    QVERIFY(remove(m_maria));
+    m_window->key(Qt::Key_Z, Qt::ControlModifier);
+    QTRY_VERIFY(m_window->rowNamed(m_maria) >= 0);
+    QVERIFY(pick(m_maria));
+    m_window->key(Qt::Key_Delete);
+    QVERIFY(m_steps->waitOpen("removeDialog"));
+    m_window->key(Qt::Key_Return);
+    QVERIFY(m_steps->waitClosed("removeDialog"));
+    QVERIFY(m_window->holds([&] { return m_window->rowNamed(m_maria) >= 0; }));
 }
 
 void TestAppUndo::setsComeBackOneByOne()
