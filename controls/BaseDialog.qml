@@ -110,12 +110,22 @@ Dialog {
         boundsBehavior: Flickable.StopAtBounds
         // What has the focus is to be seen, as on a page.
         readonly property Item focused: Window.activeFocusItem
-        onFocusedChanged: {
-            for (let item = focused; item; item = item.parent) {
-                if (item === column)
-                    return show(focused)
-            }
+        // With what is said of its value while it is typed.
+        readonly property Item framed: frameOf(focused)
+        function frameOf(item) {
+            return item && item.parent instanceof LabeledField ? item.parent : null
         }
+        function holds(inner) {
+            for (let item = inner; item; item = item.parent) {
+                if (item === column)
+                    return true
+            }
+            return false
+        }
+        // A button that moved away between press and release would not be pressed at all.
+        onFocusedChanged: if (holds(focused) && focused.focusReason !== Qt.MouseFocusReason)
+            show(frameOf(focused) || focused) // `framed` may be that of the focus before
+        onContentHeightChanged: if (holds(framed)) show(framed)
         function show(item) {
             const top = Math.max(0, item.mapToItem(column, 0, 0).y - Theme.unit)
             const bottom = Math.min(contentHeight, top + item.height + Theme.unit * 2)

@@ -6,8 +6,8 @@ import QtQuick.Window 2.15
 import Trivex.Crypto.Controls 1.0
 
 /// A column that scrolls, as wide as its place up to `maximumWidth`, and in its middle. It keeps the
-/// focused item visible; `reveal` scrolls to an item that has just appeared, once its position is
-/// final.
+/// focused item visible, but leaves what is pressed with the mouse under it; `reveal` scrolls to an
+/// item that has just appeared, once its position is final.
 Flickable {
     id: page
     /// The column is no wider.
@@ -40,6 +40,26 @@ Flickable {
         awaited = item
         patience.restart()
         show(item)
+    }
+
+    // internal
+    function take(item) {
+        // A button that moved away between press and release would not be pressed at all.
+        if (item.focusReason === Qt.MouseFocusReason)
+            giveUp()
+        else
+            waitFor(frameOf(item) || item) // `framed` may be that of the focus before
+    }
+    // What is said of a value while it is typed is to be seen with its field.
+    // internal
+    readonly property Item framed: frameOf(focused)
+    // internal
+    function frameOf(item) {
+        return item && item.parent instanceof LabeledField ? item.parent : null
+    }
+    Connections {
+        target: page.framed
+        function onHeightChanged() { page.follow() }
     }
 
     // internal
@@ -76,11 +96,19 @@ Flickable {
     }
     // internal
     readonly property Item focused: Window.activeFocusItem
-    onFocusedChanged: {
-        for (let item = focused; item; item = item.parent) {
+    // internal
+    function holds(inner) {
+        for (let item = inner; item; item = item.parent) {
             if (item === column)
-                return revealed || waitFor(focused)
+                return true
         }
+        return false
+    }
+    onFocusedChanged: if (!revealed && holds(focused)) take(focused)
+    // internal
+    function follow() {
+        if (!revealed && holds(framed))
+            waitFor(framed)
     }
 
     FillColumn {

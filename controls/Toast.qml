@@ -5,8 +5,8 @@ import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
 
-/// Shows for some seconds, without covering controls, that something succeeded, or that it has
-/// ended otherwise; longer where it offers something to do.
+/// Shows for some seconds that something succeeded, or that it has ended otherwise; longer where it
+/// offers something to do. One that offers nothing lets presses through to what it lies over.
 Popup {
     id: toast
     /// What is said.
@@ -33,6 +33,7 @@ Popup {
     readonly property real room: Math.min(560, button.visible && !stacked ? roomBeside : wholeRoom)
     modal: false
     focus: false
+    enabled: actionText.length > 0
     closePolicy: Popup.NoAutoClose
     padding: Theme.unit * 1.5
     /// Says that something succeeded, with an offer to do something about it where one is given.
