@@ -35,7 +35,8 @@ BaseDialog {
     /// Accepts the typed text: a folder to open, or a file.
     function go() {
         const file = Files.url(path.text)
-        if (!Files.exists(path.text))
+        wrong.text = Files.exists(path.text) ? "" : Files.whyNotRead(path.text)
+        if (wrong.text)
             return
         if (Files.isFolder(path.text)) {
             folder = file
@@ -61,6 +62,7 @@ BaseDialog {
         selectByMouse: true
         Accessible.name: chooser.title
         Layout.fillWidth: true
+        onTextEdited: wrong.text = ""
         // Nothing else is meant by it, least of all what is chosen in the list.
         Keys.onReturnPressed: chooser.go()
         Keys.onEnterPressed: chooser.go()
@@ -68,6 +70,12 @@ BaseDialog {
             target: chooser
             function onFolderChanged() { path.text = Files.path(chooser.folder) }
         }
+    }
+    Notice {
+        id: wrong
+        objectName: "filePathWrong"
+        level: 2
+        Layout.fillWidth: true
     }
     ListView {
         id: list

@@ -1766,6 +1766,10 @@
         <source>This key waits for the certificate of the request “%1”.</source>
         <translation>This key waits for the certificate of the request “%1”.</translation>
     </message>
+    <message id="trivex-app-keys-are-no-files">
+        <source>A key without a certificate can't be saved as a file. Select certificates or requests too.</source>
+        <translation>A key without a certificate can't be saved as a file. Select certificates or requests too.</translation>
+    </message>
     <message id="trivex-app-keys-bare">
         <source>Keys without certificate</source>
         <translation>Keys without certificate</translation>
@@ -2291,6 +2295,10 @@
         <source>Print</source>
         <translation>Print</translation>
     </message>
+    <message id="trivex-app-print-busy">
+        <source>Wait until the document before is ready.</source>
+        <translation>Wait until the document before is ready.</translation>
+    </message>
     <message id="trivex-app-print-failed">
         <source>The document could not be opened.</source>
         <translation>The document could not be opened.</translation>
@@ -2610,6 +2618,14 @@
     <message id="trivex-app-replace-title">
         <source>Replace the file?</source>
         <translation>Replace the file?</translation>
+    </message>
+    <message id="trivex-app-request-busy">
+        <source>Another request can't be begun yet.</source>
+        <translation>Another request can't be begun yet.</translation>
+    </message>
+    <message id="trivex-app-request-busy-advice">
+        <source>Wait until the key or the request that is being made is ready, or stop it.</source>
+        <translation>Wait until the key or the request that is being made is ready, or stop it.</translation>
     </message>
     <message id="trivex-app-request-error-key">
         <source>The private key was not found. Insert its token and try again.</source>
@@ -3058,6 +3074,14 @@
     <message id="trivex-app-structure">
         <source>Structure</source>
         <translation>Structure</translation>
+    </message>
+    <message id="trivex-app-system-stays">
+        <source>The system's own certificates can't be removed here.</source>
+        <translation>The system's own certificates can't be removed here.</translation>
+    </message>
+    <message id="trivex-app-system-stays-advice">
+        <source>They belong to the system, and its administrator changes them.</source>
+        <translation>They belong to the system, and its administrator changes them.</translation>
     </message>
     <message id="trivex-app-take-key">
         <source>Use this key</source>

@@ -1777,6 +1777,10 @@
         <source>This key waits for the certificate of the request “%1”.</source>
         <translation>Этот ключ ждёт сертификата по запросу «%1».</translation>
     </message>
+    <message id="trivex-app-keys-are-no-files">
+        <source>A key without a certificate can't be saved as a file. Select certificates or requests too.</source>
+        <translation>Ключ без сертификата нельзя сохранить в файл. Выберите ещё сертификаты или запросы.</translation>
+    </message>
     <message id="trivex-app-keys-bare">
         <source>Keys without certificate</source>
         <translation>Ключи без сертификата</translation>
@@ -2305,6 +2309,10 @@
         <source>Print</source>
         <translation>Печать</translation>
     </message>
+    <message id="trivex-app-print-busy">
+        <source>Wait until the document before is ready.</source>
+        <translation>Подождите: ещё готовится предыдущий документ.</translation>
+    </message>
     <message id="trivex-app-print-failed">
         <source>The document could not be opened.</source>
         <translation>Не удалось открыть документ.</translation>
@@ -2628,6 +2636,14 @@
     <message id="trivex-app-replace-title">
         <source>Replace the file?</source>
         <translation>Заменить файл?</translation>
+    </message>
+    <message id="trivex-app-request-busy">
+        <source>Another request can't be begun yet.</source>
+        <translation>Новый запрос пока нельзя начать.</translation>
+    </message>
+    <message id="trivex-app-request-busy-advice">
+        <source>Wait until the key or the request that is being made is ready, or stop it.</source>
+        <translation>Дождитесь, пока будет готов ключ или запрос, который создаётся сейчас, или остановите его.</translation>
     </message>
     <message id="trivex-app-request-error-key">
         <source>The private key was not found. Insert its token and try again.</source>
@@ -3076,6 +3092,14 @@
     <message id="trivex-app-structure">
         <source>Structure</source>
         <translation>Структура</translation>
+    </message>
+    <message id="trivex-app-system-stays">
+        <source>The system's own certificates can't be removed here.</source>
+        <translation>Системные сертификаты здесь не удаляются.</translation>
+    </message>
+    <message id="trivex-app-system-stays-advice">
+        <source>They belong to the system, and its administrator changes them.</source>
+        <translation>Они принадлежат системе, их меняет её администратор.</translation>
     </message>
     <message id="trivex-app-take-key">
         <source>Use this key</source>

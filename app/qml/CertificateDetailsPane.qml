@@ -32,6 +32,7 @@ Item {
     signal requestAsked()
     signal exported(string path)
     signal copied()
+    signal told(string text)
     signal failed(string cause, string advice)
     /// The item that had the keyboard focus has gone.
     signal keysLost()
@@ -150,6 +151,7 @@ Item {
     DetailsPrinting {
         id: printing
         onSaved: pane.exported(path)
+        onTold: pane.told(text)
         onFailed: pane.failed(cause, advice)
     }
     SaveTask {

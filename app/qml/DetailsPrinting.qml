@@ -11,17 +11,24 @@ Item {
     property bool toBeSaved: false
     property string fileName
     signal saved(string path)
+    signal told(string text)
     signal failed(string cause, string advice)
 
-    function save(title, groups) {
+    // internal
+    function mayBegin() {
         if (busy)
+            told(qsTrId("trivex-app-print-busy"))
+        return !busy
+    }
+    function save(title, groups) {
+        if (!mayBegin())
             return
         toBeSaved = true
         fileName = Files.fileName(Files.exportPath(saving.folder, title + ".pdf"))
         pdf.write(saving.saver.stagedPath("details.pdf"), title, groups)
     }
     function printOut(title, groups) {
-        if (busy)
+        if (!mayBegin())
             return
         toBeSaved = false
         pdf.write(pdf.temporaryPath(), title, groups)

@@ -107,6 +107,7 @@ Item {
         onRequestAsked: page.requestAsked(storeId, keyId, name)
         onExported: page.exported(path)
         onCopied: page.copied()
+        onTold: page.told(text)
         onFailed: page.failed(cause, advice)
     }
     RowFiles {

@@ -31,8 +31,10 @@ Loader {
 
     /// A request for a key that is there. While another one is made, that goes first.
     function useKey(storeId, keyId, name) {
-        if (item && item.busy)
+        if (item && item.busy) {
+            failed(qsTrId("trivex-app-request-busy"), qsTrId("trivex-app-request-busy-advice"))
             return
+        }
         if (unfinished)
             startOver()
         item.useKey(storeId, keyId, name)

@@ -51,7 +51,8 @@ FormPage {
     function tell(error) {
         if (!keyCard.made)
             existingKey = ""
-        if (explained)
+        // Of what is no matter of the token nobody else has told.
+        if (explained && error !== KeyRequest.WrongContents && error !== KeyRequest.NotSaved)
             return
         if (error === KeyRequest.NoKey)
             failed(qsTrId("trivex-app-request-no-key"), qsTrId("trivex-app-request-no-key-advice"))

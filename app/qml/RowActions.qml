@@ -30,6 +30,7 @@ Item {
     signal requestAsked(string storeId, string keyId, string name)
     signal exported(string path)
     signal copied()
+    signal told(string text)
     signal failed(string cause, string advice)
 
     /// What is known of the chosen rows.
@@ -58,6 +59,8 @@ Item {
     function remove() {
         if (canRemove)
             removeAsked(chosen())
+        else if (count > 0)
+            failed(qsTrId("trivex-app-system-stays"), qsTrId("trivex-app-system-stays-advice"))
     }
     function request() {
         if (canRequest)
@@ -92,12 +95,15 @@ Item {
         }).join("\n"))
         copied()
     }
-    /// Of the rows that can become files.
-    function identities() {
-        return selection.chosenIdentities()
+    /// Of the rows that can become files. Without any it says why, where `aloud`.
+    function identities(aloud) {
+        const files = selection.chosenIdentities()
+        if (aloud && count > 0 && files.length === 0)
+            failed(qsTrId("trivex-app-export-failed"), qsTrId("trivex-app-keys-are-no-files"))
+        return files
     }
     function exportRows() {
-        const files = identities()
+        const files = identities(true)
         if (one && files.length)
             pane.askWhere()
         else if (files.length)
@@ -105,12 +111,12 @@ Item {
     }
     /// Several rows into one file.
     function exportTogether() {
-        const files = identities()
+        const files = identities(true)
         if (count > 1 && files.length)
             together.choose(files)
     }
     function copyPem() {
-        const files = identities()
+        const files = identities(true)
         if (files.length)
             together.copy(files)
     }
@@ -123,6 +129,7 @@ Item {
         function onRequestAsked() { actions.request() }
         function onExported(path) { actions.exported(path) }
         function onCopied() { actions.copied() }
+        function onTold(text) { actions.told(text) }
         function onFailed(cause, advice) { actions.failed(cause, advice) }
     }
     ExportTogether {

@@ -53,6 +53,8 @@ private Q_SLOTS:
     void saveAsPdf();
     void pdfWithoutRoom();
     void printByTheDesktop();
+    void printWhileADocumentIsMade_data();
+    void printWhileADocumentIsMade();
     void nothingWaits();
 
 private:
@@ -377,6 +379,30 @@ void TestAppViewer::printByTheDesktop()
     QVERIFY(m_window->click(QStringLiteral("printButton")));
     QTRY_VERIFY(viewer.shown.startsWith("%PDF-"));
     QVERIFY(!m_window->isOpen(QStringLiteral("errorDialog")));
+}
+
+void TestAppViewer::printWhileADocumentIsMade_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::newRow("printed") << QStringLiteral("printButton");
+    QTest::newRow("saved") << QStringLiteral("pdfButton");
+}
+
+/// One document at a time: who wants another one hears of it, and gets the first.
+void TestAppViewer::printWhileADocumentIsMade()
+{
+    QFETCH(QString, button);
+    FakeViewer viewer;
+    QVERIFY(m_window->waitForItem(QStringLiteral("printButton")));
+    QVERIFY(m_window->waitForItem(button));
+    QMetaObject::invokeMethod(m_window->object(QStringLiteral("toast")), "close");
+    QVERIFY(m_steps->waitClosed("toast"));
+    // In one turn of the loop: the first document can't be finished in between.
+    QMetaObject::invokeMethod(m_window->item(QStringLiteral("printButton")), "clicked");
+    QMetaObject::invokeMethod(m_window->item(button), "clicked");
+    QTRY_COMPARE(m_steps->text("toastText"), qtTrId("trivex-app-print-busy"));
+    QTRY_VERIFY(viewer.shown.startsWith("%PDF-"));
+    QVERIFY(!fileDialog());
 }
 
 void TestAppViewer::nothingWaits()
