@@ -27,54 +27,65 @@ Item {
     /// The button of `secondText` was pressed.
     signal second()
     implicitHeight: column.implicitHeight
-    Column {
-        id: column
-        anchors.centerIn: parent
-        width: Math.min(parent.width - Theme.unit * 4, 420)
-        spacing: Theme.unit * 1.25
-        Icon {
-            name: empty.icon
-            size: Theme.iconSize * 2.4
-            anchors.horizontalCenter: parent.horizontalCenter
-        }
-        Label {
-            textFormat: Text.PlainText
-            width: parent.width
-            text: empty.title
-            font.pixelSize: Theme.headingSize
-            font.bold: true
-            horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.WordWrap
-        }
-        Label {
-            textFormat: Text.PlainText
-            width: parent.width
-            text: empty.text
-            visible: text.length > 0
-            color: Theme.textDim
-            horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.WordWrap
-        }
-        Button {
-            anchors.horizontalCenter: parent.horizontalCenter
-            objectName: "emptyAction"
-            text: empty.actionText
-            visible: text.length > 0
-            highlighted: empty.isFirst
-            onClicked: empty.action()
-        }
-        Button {
-            anchors.horizontalCenter: parent.horizontalCenter
-            objectName: "emptySecond"
-            text: empty.secondText
-            visible: text.length > 0
-            highlighted: true
-            onClicked: empty.second()
-        }
-        Column {
-            id: steps
-            anchors.horizontalCenter: parent.horizontalCenter
-            spacing: Theme.unit
+    // A window may be lower than all of it.
+    FormPage {
+        id: page
+        anchors.fill: parent
+        maximumWidth: Math.min(empty.width - Theme.unit * 4, 420)
+        endSpace: 0
+        Item {
+            implicitHeight: Math.max(column.implicitHeight, page.height)
+            Layout.fillWidth: true
+            Column {
+                id: column
+                anchors.centerIn: parent
+                width: parent.width
+                spacing: Theme.unit * 1.25
+                Icon {
+                    name: empty.icon
+                    size: Theme.iconSize * 2.4
+                    anchors.horizontalCenter: parent.horizontalCenter
+                }
+                Label {
+                    textFormat: Text.PlainText
+                    width: parent.width
+                    text: empty.title
+                    font.pixelSize: Theme.headingSize
+                    font.bold: true
+                    horizontalAlignment: Text.AlignHCenter
+                    wrapMode: Text.WordWrap
+                }
+                Label {
+                    textFormat: Text.PlainText
+                    width: parent.width
+                    text: empty.text
+                    visible: text.length > 0
+                    color: Theme.textDim
+                    horizontalAlignment: Text.AlignHCenter
+                    wrapMode: Text.WordWrap
+                }
+                Button {
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    objectName: "emptyAction"
+                    text: empty.actionText
+                    visible: text.length > 0
+                    highlighted: empty.isFirst
+                    onClicked: empty.action()
+                }
+                Button {
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    objectName: "emptySecond"
+                    text: empty.secondText
+                    visible: text.length > 0
+                    highlighted: true
+                    onClicked: empty.second()
+                }
+                Column {
+                    id: steps
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    spacing: Theme.unit
+                }
+            }
         }
     }
 }

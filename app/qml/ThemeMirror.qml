@@ -12,8 +12,11 @@ Item {
     property real textScale: 1
     property Window window
     Component.onCompleted: {
-        window.width = Math.min(window.width, Screen.desktopAvailableWidth)
-        window.height = Math.min(window.height, Screen.desktopAvailableHeight)
+        // As it was left, which may have been on another screen.
+        window.width = Math.min(Math.max(window.width, window.minimumWidth),
+                                Screen.desktopAvailableWidth)
+        window.height = Math.min(Math.max(window.height, window.minimumHeight),
+                                 Screen.desktopAvailableHeight)
     }
     onModeChanged: Theme.mode = mode
     onTextScaleChanged: Theme.textScale = textScale

@@ -11,7 +11,8 @@ T.ComboBox {
     id: control
 
     implicitWidth: Math.max(200, implicitContentWidth + leftPadding + rightPadding)
-    implicitHeight: Theme.controlHeight
+    // A second line, where a narrow window leaves the chosen one no room.
+    implicitHeight: Math.max(Theme.controlHeight, contentItem.implicitHeight + Theme.unit * 1.5)
     leftPadding: Theme.unit * 1.5
     rightPadding: Theme.unit * 1.5 + Theme.iconSize
     font.pixelSize: Theme.fontSize
@@ -59,6 +60,8 @@ T.ComboBox {
         font: control.font
         color: Theme.text
         elide: Text.ElideRight
+        wrapMode: Text.WrapAtWordBoundaryOrAnywhere
+        maximumLineCount: 2
         verticalAlignment: Text.AlignVCenter
     }
 

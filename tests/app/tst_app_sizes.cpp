@@ -27,12 +27,15 @@ private Q_SLOTS:
     void init();
 
     void windowFitsItsScreen();
+    void windowIsNoSmallerThanItsContents();
     void largeTextGetsFewerColumns_data();
     void largeTextGetsFewerColumns();
     void wideScreenKeepsLinesShort();
     void largeScreenIsUsed_data();
     void largeScreenIsUsed();
     void scrollBelongsToItsCategory();
+    void chosenIsReadInWhole_data();
+    void chosenIsReadInWhole();
 
 private:
     void prepare() override;
@@ -101,6 +104,23 @@ void TestAppSizes::windowFitsItsScreen()
              qPrintable(QStringLiteral("%1 x %2").arg(size.width()).arg(size.height())));
     // Large, still: it is cut, and not forgotten.
     QVERIFY(size.width() > Usual.width());
+}
+
+void TestAppSizes::windowIsNoSmallerThanItsContents()
+{
+    closeWindow();
+    {
+        // What is left of a window on a screen that was smaller than it.
+        QSettings settings;
+        settings.setValue(QStringLiteral("width"), 180);
+        settings.setValue(QStringLiteral("height"), 240);
+    }
+    openWindow();
+    const QSize least = m_window->window()->minimumSize();
+    const QSize size = m_window->window()->size();
+    QVERIFY(least.width() > 180 && least.height() > 240);
+    QVERIFY2(size.width() >= least.width() && size.height() >= least.height(),
+             qPrintable(QStringLiteral("%1 x %2").arg(size.width()).arg(size.height())));
 }
 
 void TestAppSizes::largeTextGetsFewerColumns_data()
@@ -234,6 +254,29 @@ void TestAppSizes::scrollBelongsToItsCategory()
     QVERIFY(m_steps->show("users"));
     QTRY_COMPARE(m_window->rowCount(), Rows);
     QTRY_VERIFY2(qAbs(topRow() - top) <= 1, qPrintable(QString::number(topRow())));
+}
+
+void TestAppSizes::chosenIsReadInWhole_data()
+{
+    QTest::addColumn<int>("width");
+    for (const int width : {360, 400, 1180})
+        QTest::addRow("%d", width) << width;
+}
+
+// What stands in a chooser is told in two lines where one is too short.
+void TestAppSizes::chosenIsReadInWhole()
+{
+    QFETCH(int, width);
+    QVERIFY(m_steps->show("sign"));
+    QVERIFY(m_window->waitForItem(QStringLiteral("signatureForm")));
+    m_window->window()->resize(width, Usual.height());
+    QTRY_COMPARE(m_window->window()->contentItem()->width(), qreal(width));
+    QVERIFY(m_window->waitUntilStill());
+    const QQuickItem *chooser = m_window->item(QStringLiteral("signatureForm"));
+    const auto *text = chooser->property("contentItem").value<QQuickItem *>();
+    QCOMPARE(text->property("text").toString(), qtTrId("trivex-app-form-detached"));
+    QTRY_VERIFY2(!text->property("truncated").toBool(), "the end of it is left out");
+    QTRY_VERIFY(text->property("contentHeight").toReal() <= text->height());
 }
 
 int main(int argc, char **argv)

@@ -21,6 +21,7 @@ private Q_SLOTS:
     void namesTheToken();
     void offers_data();
     void offers();
+    void offersStayInTheirPlace();
     void emptyListsOfferWhatFillsThem_data();
     void emptyListsOfferWhatFillsThem();
     void menuByTheRightButton();
@@ -121,6 +122,43 @@ void TestAppStart::offers()
     if (page == QLatin1String("personal"))
         QVERIFY(answerFileDialog(*m_window, {}, false));
     QTRY_COMPARE(current(), page);
+}
+
+/// A window on a very small screen is lower than it asks for.
+void TestAppStart::offersStayInTheirPlace()
+{
+    QQuickWindow *window = m_window->window();
+    const auto restore = qScopeGuard([=, size = window->size(), least = window->minimumSize()] {
+        window->setMinimumSize(least);
+        window->resize(size);
+        m_window->waitUntilStill();
+    });
+    window->setMinimumSize({0, 0});
+    window->resize(360, 260);
+    QVERIFY(m_window->waitForItem(QStringLiteral("startOpen")));
+    QVERIFY(m_window->waitUntilStill());
+    QQuickItem *const last = m_window->item(QStringLiteral("startOpen"));
+    QQuickItem *place = last;
+    while (place && !place->property("actionText").isValid())
+        place = place->parentItem();
+    QVERIFY(place);
+    // It may be scrolled already, to what had the keys before.
+    const QQuickItem *page = last;
+    while (page != place && !page->property("contentY").isValid())
+        page = page->parentItem();
+    const qreal scrolled = page->property("contentY").toReal();
+    // Else it would all have room, and show nothing.
+    QVERIFY(place->mapFromItem(last, {0, last->height()}).y() + scrolled > place->height());
+    bool isOver = false;
+    visitItems(place, [&](QQuickItem *item) {
+        if (item->isVisible())
+            isOver = isOver || item->mapToItem(place, {0, 0}).y() + scrolled < 0;
+    });
+    QVERIFY(!isOver);
+    for (int i = 0; i < 60 && !last->hasActiveFocus(); ++i)
+        m_window->key(Qt::Key_Tab);
+    QVERIFY(last->hasActiveFocus());
+    QTRY_VERIFY(place->mapFromItem(last, {0, last->height()}).y() <= place->height());
 }
 
 void TestAppStart::emptyListsOfferWhatFillsThem_data()
