@@ -15,6 +15,8 @@ Item {
     property string manual
     /// No other file has a place: it would cover what was said of the last one.
     readonly property bool importing: importDialog.busy || errorDialog.visible
+    /// Where a notice begins that stays for long: the pages end above it.
+    readonly property real noticeTop: toast.visible && toast.actionText ? toast.y : Infinity
     onImportingChanged: if (!importing) importEnded()
     /// The drawer has to make room for a dialog that is about to open.
     signal aboutToShow()

@@ -92,7 +92,7 @@ Item {
         x: work.place.x
         y: work.place.y
         width: work.place.width
-        height: work.place.height
+        height: Math.min(work.place.height, dialogs.noticeTop - y - Theme.unit)
         library: models
         columns: work.window.columns
         current: work.window.current

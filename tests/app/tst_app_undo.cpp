@@ -42,6 +42,8 @@ private Q_SLOTS:
     void init();
     void certificateOfTheUser();
     void severalByKeyboard();
+    void offerCoversNothing_data();
+    void offerCoversNothing();
     void secondQuestionIsHarmless();
     void setsComeBackOneByOne();
     void fieldUndoesItsOwnText();
@@ -127,6 +129,44 @@ void TestAppUndo::severalByKeyboard()
     QTRY_COMPARE(m_window->rowCount(), 2);
     QCOMPARE(userCertificates(), before);
     QTRY_COMPARE(m_steps->text("toastText"), qtTrId("trivex-app-undone", 2));
+}
+
+/// What is offered for long lies below the lines of a narrow window, not over them.
+void TestAppUndo::offerCoversNothing_data()
+{
+    QTest::addColumn<QLocale>("locale");
+    QTest::newRow("English") << QLocale(QLocale::English, QLocale::UnitedStates);
+    QTest::newRow("Russian") << QLocale(QLocale::Russian, QLocale::Russia);
+}
+
+void TestAppUndo::offerCoversNothing()
+{
+    QFETCH(QLocale, locale);
+    const QLocale before;
+    QLocale::setDefault(locale);
+    openWindow();
+    QLocale::setDefault(before);
+    arrive();
+    init();
+    QVERIFY(removeAll());
+    m_window->window()->resize(400, 760);
+    QTRY_COMPARE(m_window->window()->contentItem()->width(), 400.0);
+    QVERIFY(m_window->waitForItem(QStringLiteral("toastAction")) && m_window->waitUntilStill());
+    const QObject *notice = m_window->object(QStringLiteral("toast"));
+    const QQuickItem *page = m_window->item(QStringLiteral("listPage"));
+    const auto end = [page] { return page->mapToScene({0, page->height()}).y(); };
+    QTRY_VERIFY(end() <= notice->property("y").toReal());
+    QVERIFY(end() > 400);
+    const qreal short_ = end();
+    QVERIFY(m_window->click(QStringLiteral("toastAction")));
+    QTRY_COMPARE(m_window->rowCount(), 2);
+    // What is told for a moment takes no room.
+    QTRY_VERIFY(end() > short_);
+    // The next window has the size of this one.
+    m_window->window()->resize(1180, 760);
+    QTRY_COMPARE(m_window->window()->contentItem()->width(), 1180.0);
+    openWindow();
+    arrive();
 }
 
 /// The harmless answer has the keys, also after the other one was given once.
