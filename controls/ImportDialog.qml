@@ -18,6 +18,8 @@ BaseDialog {
     /// It ended otherwise, after the dialog was closed; `left` when its user left it.
     signal undone(string problem, bool left)
     signal gaveUp() ///< nobody wants to wait for the file of `expect` any more
+    signal restLeft() ///< the files of `waitingFiles` are not wanted
+    property int waitingFiles: 0 ///< those that are shown after this one, by others
     property bool handsOn: false ///< others decide where a chosen file is shown
     property alias entries: itemDialog.entries ///< where issuers are looked for
     property alias itemView: itemDialog ///< where one thing is looked at
@@ -36,8 +38,8 @@ BaseDialog {
         && (chooser.usable || file.items.checkedCertificates === 0)
     property string name ///< of what is imported, taken when it begins
     property string place ///< where what is imported goes, taken when it begins
-
     objectName: "importDialog"
+    preferredWidth: Theme.fontSize * 42 // names of certificates are long
     title: qsTrId("trivex-app-import-title")
 
     /// Nothing happens while it writes.
@@ -230,21 +232,17 @@ BaseDialog {
                 : qsTrId("trivex-app-busy-write")
         }
     }
-    footer: DialogButtons {
-        Button {
-            objectName: "importCancel"
-            text: qsTrId("trivex-app-cancel")
-            onClicked: {
-                job.cancel()
-                dialog.close()
-            }
+    footer: ImportButtons {
+        waiting: dialog.waitingFiles
+        ready: dialog.ready
+        onCancelled: {
+            job.cancel()
+            dialog.close()
         }
-        Button {
-            objectName: "importAccept"
-            text: qsTrId("trivex-app-import-accept")
-            highlighted: true
-            enabled: dialog.ready
-            onClicked: dialog.write()
+        onAccepted: dialog.write()
+        onRestLeft: {
+            dialog.restLeft()
+            Qt.callLater(dialog.focusFirst) // the button that had the keys disappears
         }
     }
 }

@@ -1462,6 +1462,10 @@
         <source>Nothing was imported.</source>
         <translation>Nothing was imported.</translation>
     </message>
+    <message id="trivex-app-import-leave-rest">
+        <source>Leave the rest (%1)</source>
+        <translation>Leave the rest (%1)</translation>
+    </message>
     <message id="trivex-app-import-partly">
         <source>Only %1 of %2 were imported. What is still ticked is not; start again for it.</source>
         <translation>Only %1 of %2 were imported. What is still ticked is not; start again for it.</translation>

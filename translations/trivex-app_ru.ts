@@ -1469,6 +1469,10 @@
         <source>Nothing was imported.</source>
         <translation>Импорт не выполнен.</translation>
     </message>
+    <message id="trivex-app-import-leave-rest">
+        <source>Leave the rest (%1)</source>
+        <translation>Не открывать остальные (%1)</translation>
+    </message>
     <message id="trivex-app-import-partly">
         <source>Only %1 of %2 were imported. What is still ticked is not; start again for it.</source>
         <translation>Импортировано только %1 из %2. Остальное осталось отмеченным: повторите импорт.</translation>

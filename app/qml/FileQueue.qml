@@ -15,6 +15,8 @@ QtObject {
     /// Asked before each file; true while there is no place for another.
     property var isBlocked: function() { return false }
     property var waiting: []
+    /// What was handed to the import last.
+    property string imported
     property bool hasDocument: false
     /// The file that is being looked into, if that takes its time.
     property string current
@@ -40,8 +42,13 @@ QtObject {
     /// It takes long to find out what this file is; one of the others follows, or `leave` ends it.
     signal slow(string path)
 
+    /// A file that waits already, or that the import still shows, comes once: who opens it again
+    /// wants to see it, not to be asked twice.
     function add(files) {
-        waiting = waiting.concat(files)
+        for (const file of files) {
+            if (waiting.indexOf(file) < 0 && file !== current && !(file === imported && isBlocked()))
+                waiting = waiting.concat([file])
+        }
         next()
     }
     function next() {
@@ -65,6 +72,11 @@ QtObject {
         probe.path = ""
         next()
     }
+    /// Opens none of those that wait; the one that is shown or read stays.
+    function leaveRest() {
+        waiting = []
+        next()
+    }
     function haveRead() {
         const path = current
         patience.stop()
@@ -84,6 +96,7 @@ QtObject {
             && (documentsFirst || documents.availableMimeTypes.indexOf(Files.mimeType(path)) >= 0)
         if (!isDocument
                 && !(documentsFirst && kind === CertificateFile.Unreadable)) {
+            imported = path
             importable(path)
         } else if (hasDocument) {
             leftOut(path)

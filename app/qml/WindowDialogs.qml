@@ -15,6 +15,8 @@ Item {
     property string manual
     /// No other file has a place: it would cover what was said of the last one.
     readonly property bool importing: importDialog.busy || errorDialog.visible
+    /// Files that come to the import after the one that it shows.
+    property alias waitingFiles: importDialog.waitingFiles
     /// Where a notice begins that stays for long: the pages end above it.
     readonly property real noticeTop: toast.visible && toast.actionText ? toast.y : Infinity
     onImportingChanged: if (!importing) importEnded()
@@ -22,6 +24,8 @@ Item {
     signal aboutToShow()
     /// Files that the import has no use for.
     signal filesAsked(var paths)
+    /// None of the files that wait is wanted.
+    signal restLeft()
     /// The import takes files again.
     signal importEnded()
     /// The file that was expected is not waited for any more.
@@ -53,6 +57,7 @@ Item {
         onImported: toast.show(
             count > 1 ? Texts.put(qsTrId("trivex-app-imported-many", count), [place])
                       : Texts.put(qsTrId("trivex-app-imported"), [name, place]))
+        onRestLeft: dialogs.restLeft()
         onHandedOn: dialogs.filesAsked([path])
         onUndone: left ? toast.note(problem) : errorDialog.show(
             qsTrId("trivex-app-import-undone"), problem)

@@ -144,6 +144,8 @@ Item {
         selection: pages.listPage.selection
         onAboutToShow: drawer.close()
         onFilesAsked: work.openFiles(paths)
+        waitingFiles: queue.waiting.length
+        onRestLeft: queue.leaveRest()
         onImportEnded: Qt.callLater(queue.next)
         onExpectationLeft: queue.leave()
     }

@@ -66,13 +66,27 @@ void showErrorDialog(WindowDriver &driver)
     driver.waitFor([&] { return driver.isOpen(QStringLiteral("errorDialog")); });
 }
 
-void showLockedBundle(WindowDriver &driver, const SampleData &data)
+void openBundle(WindowDriver &driver, const QStringList &files)
 {
-    driver.application().activate({data.bundle()});
+    driver.application().activate(files);
     driver.waitFor([&] { return driver.isOpen(QStringLiteral("importDialog")); });
     // The first, empty try has ended, and the dialog has its size.
     driver.waitForItem(QStringLiteral("importProblem"));
     driver.waitUntilStill();
+}
+
+void showLockedBundle(WindowDriver &driver, const SampleData &data)
+{
+    openBundle(driver, {data.bundle()});
+}
+
+/// The same, with files that are asked about after it.
+void showWaitingFiles(WindowDriver &driver, const SampleData &data)
+{
+    QStringList files = {data.bundle()};
+    for (int i = 1; i < 300; ++i)
+        files << data.bundle() + QString::number(i);
+    openBundle(driver, files);
 }
 
 void showImportDialog(WindowDriver &driver, const SampleData &data)
@@ -221,7 +235,7 @@ QStringList pageNames()
           "structure",  "step",          "filters",  "token-menu",  "token-facts", "change-pin",
           "unblock",    "initialise",    "unfolded", "expired",     "undo",        "help",
           "export-key", "lists",         "signed",   "checked",     "new-token",
-          })
+          "waiting-import"})
         names += QLatin1String(name);
     return names;
 }
@@ -431,6 +445,8 @@ bool showPage(WindowDriver &driver, const SampleData &data, const QString &page)
         openDialog(driver, "manualDialog");
     if (page == QLatin1String("locked-import"))
         showLockedBundle(driver, data);
+    if (page == QLatin1String("waiting-import"))
+        showWaitingFiles(driver, data);
     if (page == QLatin1String("import"))
         showImportDialog(driver, data);
     if (page == QLatin1String("pin"))
@@ -451,7 +467,11 @@ bool visitPage(WindowDriver &driver, const SampleData &data, const QString &page
 
 void leavePage(WindowDriver &driver)
 {
+    if (driver.item(QStringLiteral("importLeaveRest")))
+        Steps(driver).press("importLeaveRest");
     Steps(driver).escape();
+    // What is offered for seconds is none of the next page's.
+    QMetaObject::invokeMethod(driver.object(QStringLiteral("toast")), "close");
 }
 
 } // namespace TrivexTest

@@ -36,6 +36,9 @@ private Q_SLOTS:
     void dropBundle();
     void dropOnTheSigningPage();
     void dropSeveral();
+    void fileThatWaitsComesOnce();
+    void leaveTheRest_data();
+    void leaveTheRest();
     void dropSeveralDocuments();
     void dropWithoutFiles();
     void dropWhileADialogIsOpen();
@@ -182,6 +185,78 @@ void TestAppFiles::dropSeveral()
     QVERIFY(!m_window->item(QStringLiteral("bundlePassword")));
     QVERIFY(m_window->click(QStringLiteral("importCancel")));
     QVERIFY(m_window->waitForItem(QStringLiteral("bundlePassword")));
+    QVERIFY(m_window->click(QStringLiteral("importCancel")));
+    QVERIFY(m_steps->waitClosed("importDialog"));
+}
+
+/// A double click in a file manager that came twice, and the same file in two drops.
+void TestAppFiles::fileThatWaitsComesOnce()
+{
+    const QUrl certificate = QUrl::fromLocalFile(m_certificate);
+    const QUrl bundle = QUrl::fromLocalFile(m_bundle);
+    QVERIFY(m_steps->drop({certificate, certificate, bundle, bundle}));
+    QVERIFY(m_steps->waitEnabled("importAccept"));
+    m_window->application().activate({m_certificate, m_bundle});
+    QVERIFY(m_window->click(QStringLiteral("importCancel")));
+    QVERIFY(m_window->waitForItem(QStringLiteral("bundlePassword")));
+    QVERIFY(m_window->click(QStringLiteral("importCancel")));
+    QVERIFY(m_steps->waitClosed("importDialog"));
+    // Once it has been left, it can be opened again.
+    m_window->application().activate({m_bundle});
+    QVERIFY(m_window->waitForItem(QStringLiteral("bundlePassword")));
+    QVERIFY(m_window->click(QStringLiteral("importCancel")));
+    QVERIFY(m_steps->waitClosed("importDialog"));
+    QVERIFY(m_window->holds([&] { return !m_window->isOpen(QStringLiteral("importDialog")); }));
+}
+
+void TestAppFiles::leaveTheRest_data()
+{
+    QTest::addColumn<QByteArray>("what");
+    QTest::addColumn<bool>("byKey");
+    const QList<std::pair<const char *, QByteArray>> kinds = {
+        {"certificates", contents(m_certificate)},
+        {"locked", contents(m_bundle)},
+        {"unreadable", QByteArray()},
+    };
+    for (const auto &[name, what] : kinds) {
+        for (const bool byKey : {false, true})
+            QTest::addRow("%s, by %s", name, byKey ? "key" : "mouse") << what << byKey;
+    }
+}
+
+/// Who let go too many files by mistake leaves them all at once, whatever they are.
+void TestAppFiles::leaveTheRest()
+{
+    QFETCH(QByteArray, what);
+    QFETCH(bool, byKey);
+    QList<QUrl> urls;
+    for (int i = 0; i < 300; ++i)
+        urls << QUrl::fromLocalFile(make(qPrintable(QStringLiteral("many/%1.p12").arg(i)), what));
+    const auto rest = [](int count) { return qtTrId("trivex-app-import-leave-rest").arg(count); };
+    QVERIFY(m_steps->drop(urls));
+    QTRY_COMPARE(m_steps->text("importLeaveRest"), rest(299));
+    QVERIFY(m_steps->press("importCancel"));
+    QTRY_COMPARE(m_steps->text("importLeaveRest"), rest(298));
+    QVERIFY(m_window->waitUntilStill());
+    const bool locked = m_window->item(QStringLiteral("bundlePassword"));
+    if (locked)
+        QVERIFY(m_window->fill(QStringLiteral("bundlePassword"), QStringLiteral("half")));
+    QVERIFY(byKey ? m_steps->press("importLeaveRest")
+                  : m_window->click(QStringLiteral("importLeaveRest")));
+    QTRY_VERIFY(!m_window->item(QStringLiteral("importLeaveRest")));
+    // The one that is looked at stays, with what was typed and with the keys.
+    QVERIFY(m_window->isOpen(QStringLiteral("importDialog")));
+    if (locked)
+        QCOMPARE(m_steps->text("bundlePassword"), QStringLiteral("half"));
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_steps->waitClosed("importDialog"));
+    QVERIFY(m_window->holds([&] { return !m_window->isOpen(QStringLiteral("importDialog")); }));
+    // What was left can be opened again, alone.
+    const QString last = urls.last().toLocalFile();
+    QCOMPARE(contents(last), what);
+    m_window->application().activate({last});
+    QVERIFY(m_steps->waitOpen("importDialog"));
+    QVERIFY(!m_window->item(QStringLiteral("importLeaveRest")));
     QVERIFY(m_window->click(QStringLiteral("importCancel")));
     QVERIFY(m_steps->waitClosed("importDialog"));
 }
