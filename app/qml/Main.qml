@@ -20,6 +20,9 @@ ApplicationWindow {
     minimumHeight: 420
     visible: true
     title: Qt.application.displayName
+    // Controls turn round by their locale, rows and columns do not; and the texts, for want of a
+    // catalogue in such a language, run from left to right.
+    locale: Qt.locale().textDirection === Qt.RightToLeft ? Qt.locale("C") : Qt.locale()
 
     /// The page that is shown, as `WindowPages` names it.
     property string current: "personal"

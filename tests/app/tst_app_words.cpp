@@ -17,6 +17,8 @@ private Q_SLOTS:
     void details_data();
     void details();
     void wholeYears();
+    void oneDirection_data();
+    void oneDirection();
 
 private:
     bool opensOneWindow() const override { return false; }
@@ -98,6 +100,36 @@ void TestAppWords::wholeYears()
         QCOMPARE(texts.filter(shortYear), QStringList());
         const QRegularExpression wholeYear(QStringLiteral("\\b\\d+/\\d+/\\d{4}\\b"));
         QVERIFY2(!texts.filter(wholeYear).isEmpty(), qPrintable(texts.join(QLatin1Char('\n'))));
+        leavePage(*m_window);
+    }
+}
+
+void TestAppWords::oneDirection_data()
+{
+    QTest::addColumn<QString>("locale");
+    for (const char *locale : {"en_US", "ar_EG", "he_IL", "fa_IR"})
+        QTest::newRow(locale) << QString::fromLatin1(locale);
+}
+
+void TestAppWords::oneDirection()
+{
+    // The texts are English where there are none in the user's language, and rows and columns run
+    // as they do: buttons and ticks must not turn round among them.
+    QFETCH(QString, locale);
+    QLocale::setDefault(QLocale(locale));
+    openWindow();
+    for (const QString &page : {QStringLiteral("details"), QStringLiteral("import")}) {
+        QVERIFY(visitPage(*m_window, m_data, page));
+        int controls = 0;
+        QStringList turned;
+        visitItems(m_window->window()->contentItem(), [&](QQuickItem *item) {
+            const QVariant mirrored = item->property("mirrored");
+            controls += item->inherits("QQuickControl") ? 1 : 0;
+            if (mirrored.toBool())
+                turned += item->objectName() + QLatin1Char(' ') + item->property("text").toString();
+        });
+        QVERIFY(controls > 10);
+        QCOMPARE(turned, QStringList());
         leavePage(*m_window);
     }
 }
