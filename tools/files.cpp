@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QMimeDatabase>
+#include <QSettings>
 #include <QStorageInfo>
 
 #include <limits>
@@ -151,6 +152,14 @@ QString Files::whyNotWritten(const QString &folder) const
     }
     //% "The file could not be written whole. Choose another folder or check the disk."
     return qtTrId("trivex-app-write-failed");
+}
+
+bool Files::settingsAreKept() const
+{
+    const QFileInfo file(QSettings().fileName());
+    // A new file takes the place of the old one.
+    const QFileInfo folder = nearestFolder(file.path());
+    return folder.isDir() && folder.isWritable() && (!file.exists() || file.isWritable());
 }
 
 QString Files::whyNotRead(const QString &path) const

@@ -42,6 +42,9 @@ public:
     Q_INVOKABLE QString stamp(const QString &path) const;
     /// Why a file could not be written to `folder`, as a sentence with its next step.
     Q_INVOKABLE QString whyNotWritten(const QString &folder) const;
+    /// Whether the settings of the application (`QSettings`) can be written, so that a choice
+    /// outlives the program.
+    Q_INVOKABLE bool settingsAreKept() const;
     /// Why a file could not be read, as a sentence with its next step.
     Q_INVOKABLE QString whyNotRead(const QString &path) const;
 };

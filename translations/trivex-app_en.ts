@@ -2335,6 +2335,14 @@
         <source>Fields and usages are kept as they are filled in now.</source>
         <translation>Fields and usages are kept as they are filled in now.</translation>
     </message>
+    <message id="trivex-app-profile-not-removed">
+        <source>The kind of request was not removed.</source>
+        <translation>The kind of request was not removed.</translation>
+    </message>
+    <message id="trivex-app-profile-not-removed-advice">
+        <source>Check that your settings folder can be written, then remove it again.</source>
+        <translation>Check that your settings folder can be written, then remove it again.</translation>
+    </message>
     <message id="trivex-app-profile-person">
         <source>Person (Russia)</source>
         <translation>Person (Russia)</translation>
@@ -2822,6 +2830,10 @@
     <message id="trivex-app-settings">
         <source>Settings</source>
         <translation>Settings</translation>
+    </message>
+    <message id="trivex-app-settings-not-kept">
+        <source>Your settings folder can't be written. What you choose here lasts until the program is closed.</source>
+        <translation>Your settings folder can't be written. What you choose here lasts until the program is closed.</translation>
     </message>
     <message id="trivex-app-settings-not-saved">
         <source>This choice could not be saved. Check that your settings folder can be written, then choose again.</source>

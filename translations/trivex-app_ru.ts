@@ -2349,6 +2349,14 @@
         <source>Fields and usages are kept as they are filled in now.</source>
         <translation>Поля и назначения сохранятся такими, как они заполнены сейчас.</translation>
     </message>
+    <message id="trivex-app-profile-not-removed">
+        <source>The kind of request was not removed.</source>
+        <translation>Вид запроса не удалён.</translation>
+    </message>
+    <message id="trivex-app-profile-not-removed-advice">
+        <source>Check that your settings folder can be written, then remove it again.</source>
+        <translation>Проверьте, можно ли записывать в папку настроек, и удалите его ещё раз.</translation>
+    </message>
     <message id="trivex-app-profile-person">
         <source>Person (Russia)</source>
         <translation>Физическое лицо (Россия)</translation>
@@ -2840,6 +2848,10 @@
     <message id="trivex-app-settings">
         <source>Settings</source>
         <translation>Настройки</translation>
+    </message>
+    <message id="trivex-app-settings-not-kept">
+        <source>Your settings folder can't be written. What you choose here lasts until the program is closed.</source>
+        <translation>В папку настроек нельзя записать. Выбранное здесь действует, пока программа не закрыта.</translation>
     </message>
     <message id="trivex-app-settings-not-saved">
         <source>This choice could not be saved. Check that your settings folder can be written, then choose again.</source>

@@ -26,6 +26,16 @@ Card {
         else
             failed(qsTrId("trivex-app-profile-unread"), qsTrId("trivex-app-profile-unread-advice"))
     }
+    function remove() {
+        // One that has gone already is removed as well.
+        if (!RequestProfiles.remove(chosen) && RequestProfiles.exists(chosen)) {
+            failed(qsTrId("trivex-app-profile-not-removed"),
+                   qsTrId("trivex-app-profile-not-removed-advice"))
+            return
+        }
+        refresh("")
+        load()
+    }
     Component.onCompleted: request.loadProfile(chosen)
 
     Label {
@@ -64,11 +74,7 @@ Card {
             flat: true
             width: Math.min(implicitWidth, parent.width)
             visible: card.chosen.length > 0 && !RequestProfiles.isBuiltIn(card.chosen)
-            onClicked: {
-                RequestProfiles.remove(card.chosen)
-                card.refresh("")
-                card.load()
-            }
+            onClicked: card.remove()
         }
     }
     BaseDialog {

@@ -14,6 +14,9 @@ BaseDialog {
     title: qsTrId("trivex-app-settings")
     preferredWidth: Theme.fontSize * 26
     readonly property RememberedTokens remembered: RememberedTokens { }
+    // internal
+    property bool kept: true
+    onAboutToShow: kept = Files.settingsAreKept()
 
     Label {
         textFormat: Text.PlainText
@@ -73,6 +76,12 @@ BaseDialog {
         font.pixelSize: Theme.smallSize
         wrapMode: Text.Wrap
         Accessible.role: Accessible.AlertMessage
+        Layout.fillWidth: true
+    }
+    Notice {
+        objectName: "settingsNotKept"
+        level: 2
+        text: dialog.kept ? "" : qsTrId("trivex-app-settings-not-kept")
         Layout.fillWidth: true
     }
     footer: DialogButtons {
