@@ -23,6 +23,19 @@ GridLayout {
     signal copied()
     /// The value is below its label: beside it there is no room.
     readonly property bool stacked: width < Theme.fontSize * 24
+    // Octets stay whole, and every line but the last has as many.
+    // internal
+    readonly property bool octets: fixedWidth && /^([0-9A-F]{2}:){7}/.test(row.value)
+    // Of a line of the value.
+    // internal
+    readonly property real room: stacked || !label ? width : width * 0.62 - columnSpacing
+    // Lines of PEM stay whole where letters of that size can still be read, and are halved else: a
+    // line that ends with four letters on a line of their own is hard to follow.
+    // internal
+    readonly property bool halved: wordless && room - 2 < pemLine.advanceWidth * 0.75
+    // internal
+    readonly property int fittingSize:
+        Theme.fontSize * (halved ? 1 : Math.min(1, (room - 2) / pemLine.advanceWidth))
     /// Puts a text on the clipboard, and tells by `copied`.
     function copy(text) {
         Desktop.copy(text)
@@ -56,13 +69,16 @@ GridLayout {
         selectByMouse: true
         persistentSelection: false
         activeFocusOnTab: true
-        wrapMode: row.wordless ? TextEdit.WrapAnywhere : TextEdit.WrapAtWordBoundaryOrAnywhere
+        wrapMode: row.wordless || row.octets ? TextEdit.WrapAnywhere
+            : TextEdit.WrapAtWordBoundaryOrAnywhere
         color: Theme.text
         selectionColor: Theme.accent
         selectedTextColor: Theme.accentText
-        font.pixelSize: Theme.fontSize
+        font.pixelSize: row.wordless ? row.fittingSize : Theme.fontSize
         font.family: row.fixedWidth ? Theme.fixedFamily : Qt.application.font.family
         Layout.fillWidth: true
+        Layout.rightMargin: row.octets ? (row.room - 2) % Math.max(1, octet.advanceWidth)
+            : row.halved ? Math.max(0, row.room - 3 - pemLine.advanceWidth / 2) : 0
         Layout.alignment: Qt.AlignTop
         Accessible.role: Accessible.EditableText
         Accessible.readOnly: true
@@ -96,6 +112,17 @@ GridLayout {
             border.color: Theme.link
             visible: value.activeFocus
         }
+    }
+    TextMetrics {
+        id: octet
+        font: value.font
+        text: "00:"
+    }
+    TextMetrics {
+        id: pemLine
+        font.family: Theme.fixedFamily
+        font.pixelSize: Theme.fontSize
+        text: "M".repeat(64)
     }
     Component {
         id: menuOfValue

@@ -26,7 +26,7 @@ Rectangle {
     readonly property var icons: ["info", "check", "warning", "error"]
     /// The button is below the text, which would have no room beside it.
     readonly property bool stacked: button.visible
-        && holder.width < button.implicitWidth + Theme.fontSize * 13
+        && holder.width < button.implicitWidth + Theme.fontSize * 17
     implicitWidth: 300
     implicitHeight: holder.implicitHeight + Theme.unit * 2.5
     visible: text.length > 0

@@ -48,7 +48,10 @@ private Q_SLOTS:
     void copyByKeyboard();
     void copyByMenu_data();
     void copyByMenu();
+    void octetsInLines_data();
+    void octetsInLines();
     void pemAndStructure();
+    void pemInANarrowWindow();
     void tabsByKeyboard();
     void saveAsPdf();
     void pdfWithoutRoom();
@@ -129,6 +132,7 @@ void TestAppViewer::restore()
     if (QFileDialog *dialog = fileDialog())
         dialog->reject();
     m_window->window()->requestActivate();
+    m_window->window()->resize(1180, 760);
 }
 
 bool TestAppViewer::choose(const QString &name)
@@ -303,6 +307,43 @@ void TestAppViewer::copyByMenu()
     QTRY_VERIFY(!m_window->item(QStringLiteral("detailCopy")));
 }
 
+void TestAppViewer::octetsInLines_data()
+{
+    QTest::addColumn<int>("width");
+    for (int width : {1180, 1203, 1500})
+        QTest::newRow(qPrintable(QString::number(width))) << width;
+}
+
+/// Long numbers fill their lines, and no octet is torn apart.
+void TestAppViewer::octetsInLines()
+{
+    QFETCH(int, width);
+    const QSize before = m_window->window()->size();
+    m_window->window()->resize(width, before.height());
+    QVERIFY(m_window->waitUntilStill());
+    QQuickItem *row = field(qtTrId("trivex-app-key-modulus"));
+    QVERIFY(row);
+    QQuickItem *edit = editOf(row);
+    const int letters = row->property("value").toString().size();
+    QCOMPARE(letters, 3 * 257 - 1);
+    QVector<int> lines;
+    double line = -1;
+    for (int i = 0; i < letters; ++i) {
+        QRectF place;
+        QMetaObject::invokeMethod(edit, "positionToRectangle", Q_RETURN_ARG(QRectF, place),
+                                  Q_ARG(int, i));
+        if (place.y() > line)
+            lines += 0;
+        line = place.y();
+        ++lines.last();
+    }
+    m_window->window()->resize(before);
+    QVERIFY(lines.size() > 2);
+    QVERIFY(lines.takeLast() <= lines.first());
+    QCOMPARE(lines.count(lines.first()), lines.size());
+    QCOMPARE(lines.first() % 3, 0);
+}
+
 void TestAppViewer::pemAndStructure()
 {
     QVERIFY(m_window->click(QStringLiteral("pemTab")));
@@ -312,6 +353,9 @@ void TestAppViewer::pemAndStructure()
     };
     QCOMPARE(text().simplified(), QString::fromLatin1(m_pem).simplified());
     QVERIFY(!field(QStringLiteral("SHA-1")));
+    // Each line of the text is one on the screen.
+    const QQuickItem *pem = editOf(m_window->item(QStringLiteral("encodedText")));
+    QTRY_COMPARE(pem->property("lineCount").toInt(), text().count(QLatin1Char('\n')) + 1);
     QVERIFY(m_window->click(QStringLiteral("structureTab")));
     QTRY_VERIFY(
         text().contains(QStringLiteral("OBJECT  sha384WithRSAEncryption (1.2.840.113549.1.1.12)")));
@@ -319,6 +363,28 @@ void TestAppViewer::pemAndStructure()
     QVERIFY(m_steps->show("requests"));
     QVERIFY(choose(QStringLiteral("Asker")));
     QVERIFY(field(QStringLiteral("SHA-1")));
+}
+
+/// Where no line has room, all have the same length: none ends with a few letters of its own.
+void TestAppViewer::pemInANarrowWindow()
+{
+    m_window->window()->resize(400, 760);
+    QVERIFY(m_window->waitForItem(QStringLiteral("backButton")));
+    QVERIFY(m_steps->press("pemTab"));
+    QVERIFY(m_window->waitForItem(QStringLiteral("encodedText")));
+    QQuickItem *pem = editOf(m_window->item(QStringLiteral("encodedText")));
+    const int start = pem->property("text").toString().indexOf(QLatin1Char('\n')) + 1;
+    const auto top = [&](int letter) {
+        QRectF place;
+        QMetaObject::invokeMethod(pem, "positionToRectangle", Q_RETURN_ARG(QRectF, place),
+                                  Q_ARG(int, start + letter));
+        return place.top();
+    };
+    QTRY_COMPARE(top(31), top(0));
+    QTRY_VERIFY(top(33) > top(0));
+    QCOMPARE(top(63), top(33));
+    m_window->window()->resize(1180, 760);
+    QTRY_COMPARE(top(63), top(0));
 }
 
 void TestAppViewer::tabsByKeyboard()
