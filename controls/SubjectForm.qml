@@ -82,6 +82,11 @@ FillColumn {
     function isTouched(i) {
         return fields[i][0].text !== original[i]
     }
+    /// Whether a field holds something else than what it was filled with.
+    function isChanged() {
+        return fields.some(function(field, i) { return field[0].text !== (original[i] || "") })
+            || numbers().some(function(text, i) { return text !== (originalNumbers[i] || "") })
+    }
     /// False, with the focus at the first such field, when a value can't go into a request.
     function check() {
         for (let i = 0; i < fields.length; ++i) {

@@ -1852,6 +1852,22 @@
         <source>The certificate of the key is not in the file.</source>
         <translation>The certificate of the key is not in the file.</translation>
     </message>
+    <message id="trivex-app-leave-editing-confirm">
+        <source>Discard</source>
+        <translation>Discard</translation>
+    </message>
+    <message id="trivex-app-leave-editing-stay">
+        <source>Keep editing</source>
+        <translation>Keep editing</translation>
+    </message>
+    <message id="trivex-app-leave-editing-text">
+        <source>What you changed in the request is not saved.</source>
+        <translation>What you changed in the request is not saved.</translation>
+    </message>
+    <message id="trivex-app-leave-editing-title">
+        <source>Discard the changes?</source>
+        <translation>Discard the changes?</translation>
+    </message>
     <message id="trivex-app-leave-locked">
         <source>The private key is encrypted in the file.</source>
         <translation>The private key is encrypted in the file.</translation>

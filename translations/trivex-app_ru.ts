@@ -1865,6 +1865,22 @@
         <source>The certificate of the key is not in the file.</source>
         <translation>В файле нет сертификата этого ключа.</translation>
     </message>
+    <message id="trivex-app-leave-editing-confirm">
+        <source>Discard</source>
+        <translation>Не сохранять</translation>
+    </message>
+    <message id="trivex-app-leave-editing-stay">
+        <source>Keep editing</source>
+        <translation>Вернуться к правке</translation>
+    </message>
+    <message id="trivex-app-leave-editing-text">
+        <source>What you changed in the request is not saved.</source>
+        <translation>То, что вы изменили в запросе, не сохранено.</translation>
+    </message>
+    <message id="trivex-app-leave-editing-title">
+        <source>Discard the changes?</source>
+        <translation>Отказаться от изменений?</translation>
+    </message>
     <message id="trivex-app-leave-locked">
         <source>The private key is encrypted in the file.</source>
         <translation>Закрытый ключ в файле зашифрован.</translation>

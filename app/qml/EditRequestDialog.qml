@@ -30,7 +30,7 @@ BaseDialog {
     objectName: "editRequestDialog"
     title: qsTrId("trivex-app-edit-request-title")
     preferredWidth: Theme.fontSize * 44
-    closePolicy: saving ? Popup.NoAutoClose : Popup.CloseOnEscape
+    closePolicy: Popup.NoAutoClose
 
     function edit(identity_) {
         identity = identity_
@@ -40,6 +40,7 @@ BaseDialog {
         others = RequestSubject.others(request, form.types)
         open()
     }
+    function isChanged() { return form.isChanged() || usages.touched }
     function save() {
         if (saving || !form.check())
             return
@@ -75,6 +76,14 @@ BaseDialog {
         }
         end(folder)
     }
+    // internal
+    function leave() {
+        if (isChanged())
+            leaving.open()
+        else
+            close()
+    }
+    // internal
     function apply() {
         const named = form.apply(target)
         return usages.apply(target) || named
@@ -100,6 +109,16 @@ BaseDialog {
             dialog.writtenFile = RequestSubject.file(dialog.target)
         }
         function onMissingPrivateKey() { dialog.missing = true }
+    }
+    // Many fields would be gone at a slip of the finger.
+    Shortcut {
+        sequence: "Escape"
+        enabled: dialog.opened && !dialog.saving
+        onActivated: dialog.leave()
+    }
+    LeaveEditing {
+        id: leaving
+        onConfirmed: dialog.close()
     }
     SubjectForm {
         id: form

@@ -10,7 +10,7 @@ import Trivex.Crypto.Tools 1.0
 FillColumn {
     id: edited
     property bool unfolded: false
-    // internal
+    /// Somebody has changed them.
     property bool touched: false
     spacing: Theme.unit
 

@@ -234,7 +234,7 @@ QStringList pageNames()
           "import",     "pin",           "remove",   "error",       "manual",      "pem",
           "structure",  "step",          "filters",  "token-menu",  "token-facts", "change-pin",
           "unblock",    "initialise",    "unfolded", "expired",     "undo",        "help",
-          "export-key", "lists",         "signed",   "checked",     "new-token",
+          "export-key", "lists",         "signed",   "checked",     "new-token",   "leave-editing",
           "waiting-import"})
         names += QLatin1String(name);
     return names;
@@ -405,7 +405,8 @@ bool showPage(WindowDriver &driver, const SampleData &data, const QString &page)
              + (model ? valueOf(*model, 0, "storeId").toString() : QString()));
         return driver.waitFor([&] { return driver.rowCount() > 0; });
     }
-    show(page == QLatin1String("edit") ? QStringLiteral("requests")
+    const bool isLeaving = page == QLatin1String("leave-editing");
+    show(isLeaving || page == QLatin1String("edit") ? QStringLiteral("requests")
              : pageNames().indexOf(page) >= 3 && pageNames().indexOf(page) <= 8
              ? page
              : QStringLiteral("personal"));
@@ -423,6 +424,11 @@ bool showPage(WindowDriver &driver, const SampleData &data, const QString &page)
         return openRow();
     if (page == QLatin1String("edit"))
         return openRow() && driver.click(QStringLiteral("editButton"));
+    if (isLeaving) {
+        const bool edits = openRow() && driver.click(QStringLiteral("editButton"));
+        openDialog(driver, "leaveEditing");
+        return edits;
+    }
     if (page == QLatin1String("search"))
         return driver.fill(QStringLiteral("searchField"), QStringLiteral("иванова"));
     if (page == QLatin1String("settings"))

@@ -203,6 +203,16 @@ void Steps::escape()
         m_driver.key(Qt::Key_Escape);
     // A dialog that is fading away still swallows clicks.
     m_driver.waitUntilStill();
+    if (m_driver.isOpen(QStringLiteral("editRequestDialog")))
+        discardEdits();
+}
+
+bool Steps::discardEdits()
+{
+    if (!m_driver.isOpen(QStringLiteral("leaveEditing")))
+        m_driver.key(Qt::Key_Escape);
+    return waitOpen("leaveEditing") && press("leaveEditingConfirm")
+        && waitClosed("editRequestDialog") && m_driver.waitUntilStill();
 }
 
 PinRobot::PinRobot(WindowDriver &driver)

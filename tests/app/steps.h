@@ -59,6 +59,8 @@ public:
     void leaveTraces(const char *test) const;
     /// Leaves whatever is open.
     void escape();
+    /// Leaves the changes of a request, and agrees that they are lost.
+    bool discardEdits();
 
 private:
     WindowDriver &m_driver;
