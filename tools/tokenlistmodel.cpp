@@ -91,6 +91,24 @@ bool TokenListModel::isPresent(const QString &name) const
     });
 }
 
+QStringList TokenListModel::works() const
+{
+    QStringList lines;
+    for (const TokenStatus &token : TokenMonitor::tokens()) {
+        if (token.busy && token.busyWith != Purpose::Look)
+            lines += token.name + QLatin1String(": ") + TokenInfo::busyText(token);
+    }
+    return lines;
+}
+
+void TokenListModel::stopWorks() const
+{
+    for (const TokenStatus &token : TokenMonitor::tokens()) {
+        if (token.busy && token.busyWith != Purpose::Look)
+            TokenMonitor::cancel(token.keyStoreId);
+    }
+}
+
 QString TokenListModel::storeIdOf(const QString &name) const
 {
     const auto found =

@@ -46,6 +46,10 @@ public:
     Q_INVOKABLE bool isPresent(const QString &name) const;
     /// The id of the key store of this name; empty where no token has it.
     Q_INVOKABLE QString storeIdOf(const QString &name) const;
+    /// What tokens do at this moment beside being read: a line each, with the token's name.
+    Q_INVOKABLE QStringList works() const;
+    /// Asks all of that to end, whoever has started it. Its outcome comes the usual way.
+    Q_INVOKABLE void stopWorks() const;
 
 Q_SIGNALS:
     void entriesChanged();

@@ -2455,6 +2455,58 @@
         <source>What it is for</source>
         <translation>What it is for</translation>
     </message>
+    <message id="trivex-app-quit-cancel">
+        <source>Keep working</source>
+        <translation>Keep working</translation>
+    </message>
+    <message id="trivex-app-quit-changes">
+        <source>The changes of a request are not saved.</source>
+        <translation>The changes of a request are not saved.</translation>
+    </message>
+    <message id="trivex-app-quit-confirm">
+        <source>Stop and close</source>
+        <translation>Stop and close</translation>
+    </message>
+    <message id="trivex-app-quit-edit">
+        <source>An edited request is being signed and saved.</source>
+        <translation>An edited request is being signed and saved.</translation>
+    </message>
+    <message id="trivex-app-quit-export">
+        <source>Files are being exported.</source>
+        <translation>Files are being exported.</translation>
+    </message>
+    <message id="trivex-app-quit-filled">
+        <source>A new request is filled in, but not made yet.</source>
+        <translation>A new request is filled in, but not made yet.</translation>
+    </message>
+    <message id="trivex-app-quit-import">
+        <source>An import is being written.</source>
+        <translation>An import is being written.</translation>
+    </message>
+    <message id="trivex-app-quit-removal">
+        <source>Certificates or keys are being removed.</source>
+        <translation>Certificates or keys are being removed.</translation>
+    </message>
+    <message id="trivex-app-quit-request">
+        <source>A key or a request is being made.</source>
+        <translation>A key or a request is being made.</translation>
+    </message>
+    <message id="trivex-app-quit-signing">
+        <source>A document is being signed, or a signature checked.</source>
+        <translation>A document is being signed, or a signature checked.</translation>
+    </message>
+    <message id="trivex-app-quit-text">
+        <source>If the window closes now, work stops where it is, and what was typed is lost.</source>
+        <translation>If the window closes now, work stops where it is, and what was typed is lost.</translation>
+    </message>
+    <message id="trivex-app-quit-title">
+        <source>Close the window?</source>
+        <translation>Close the window?</translation>
+    </message>
+    <message id="trivex-app-quit-undo">
+        <source>What was removed is being brought back.</source>
+        <translation>What was removed is being brought back.</translation>
+    </message>
     <message id="trivex-app-read-damaged">
         <source>What this file holds is damaged. Ask for it to be sent again.</source>
         <translation>What this file holds is damaged. Ask for it to be sent again.</translation>

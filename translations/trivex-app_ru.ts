@@ -2469,6 +2469,58 @@
         <source>What it is for</source>
         <translation>Для чего он</translation>
     </message>
+    <message id="trivex-app-quit-cancel">
+        <source>Keep working</source>
+        <translation>Не закрывать</translation>
+    </message>
+    <message id="trivex-app-quit-changes">
+        <source>The changes of a request are not saved.</source>
+        <translation>Изменения запроса не сохранены.</translation>
+    </message>
+    <message id="trivex-app-quit-confirm">
+        <source>Stop and close</source>
+        <translation>Остановить и закрыть</translation>
+    </message>
+    <message id="trivex-app-quit-edit">
+        <source>An edited request is being signed and saved.</source>
+        <translation>Изменённый запрос подписывается и сохраняется.</translation>
+    </message>
+    <message id="trivex-app-quit-export">
+        <source>Files are being exported.</source>
+        <translation>Экспортируются файлы.</translation>
+    </message>
+    <message id="trivex-app-quit-filled">
+        <source>A new request is filled in, but not made yet.</source>
+        <translation>Новый запрос заполнен, но ещё не создан.</translation>
+    </message>
+    <message id="trivex-app-quit-import">
+        <source>An import is being written.</source>
+        <translation>Записывается импорт.</translation>
+    </message>
+    <message id="trivex-app-quit-removal">
+        <source>Certificates or keys are being removed.</source>
+        <translation>Удаляются сертификаты или ключи.</translation>
+    </message>
+    <message id="trivex-app-quit-request">
+        <source>A key or a request is being made.</source>
+        <translation>Создаётся ключ или запрос.</translation>
+    </message>
+    <message id="trivex-app-quit-signing">
+        <source>A document is being signed, or a signature checked.</source>
+        <translation>Документ подписывается, или проверяется подпись.</translation>
+    </message>
+    <message id="trivex-app-quit-text">
+        <source>If the window closes now, work stops where it is, and what was typed is lost.</source>
+        <translation>Если закрыть окно сейчас, работа остановится на полпути, а введённое пропадёт.</translation>
+    </message>
+    <message id="trivex-app-quit-title">
+        <source>Close the window?</source>
+        <translation>Закрыть окно?</translation>
+    </message>
+    <message id="trivex-app-quit-undo">
+        <source>What was removed is being brought back.</source>
+        <translation>Возвращается удалённое.</translation>
+    </message>
     <message id="trivex-app-read-damaged">
         <source>What this file holds is damaged. Ask for it to be sent again.</source>
         <translation>Содержимое файла повреждено. Попросите прислать его ещё раз.</translation>

@@ -9,6 +9,7 @@ import Trivex.Crypto.Tools 1.0
 Item {
     id: task
     property alias dialogName: dialog.objectName
+    readonly property alias running: dialog.running
     signal saved(string path)
     signal failed(string cause, string advice)
     signal aboutToShow()

@@ -28,6 +28,7 @@ Item {
     property alias selection: selection
     property alias sortKey: rows.sortKey
     property alias descending: rows.descending
+    readonly property alias exporting: actions.exporting
     signal menuAsked()
     signal importAsked()
     signal newRequestAsked()

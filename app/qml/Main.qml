@@ -39,6 +39,8 @@ ApplicationWindow {
     /// What was asked for then: names of its functions.
     property var wishes: []
 
+    onClosing: close.accepted = !work || work.mayClose()
+
     function openFiles(files) {
         if (work)
             work.openFiles(files)

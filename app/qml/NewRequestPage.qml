@@ -17,6 +17,7 @@ FormPage {
     /// A key that is being made, or has no request yet: the page is to stay.
     readonly property bool unfinished: request.running || request.hasKey && !savedPath
     readonly property bool busy: request.running
+    readonly property bool filled: unfinished && !busy && request.named
     property string savedPath
     signal menuAsked()
     signal failed(string cause, string advice)
@@ -30,6 +31,7 @@ FormPage {
     function generationEnded() {
         explained = true
     }
+    function stop() { request.cancel() }
     function focusFirst() {
         if (savedPath)
             savedCard.focusFirst()

@@ -20,6 +20,8 @@ QtObject {
         if (!running)
             next()
     }
+    /// Begins none of those that wait; what is under way ends as it may.
+    function stop() { waiting = waiting.slice(0, keyWork.running ? 1 : 0) }
     /// Whether an end will be reported: of what has gone meanwhile, of the system's own and of what
     /// has no name or id the store says nothing, and everything behind it would wait for ever.
     function willEnd(row) {

@@ -24,6 +24,9 @@ Item {
         && selection.keyKind !== EntryModel.NoKey
     readonly property bool hasKey: one && !selection.isKey && selection.hasKey
     readonly property bool canEdit: one && isRequest
+    /// Files are being made of rows.
+    readonly property bool exporting: several.sets.length > 0 || together.running
+        || keyExport.running
     signal removeAsked(var what)
     signal signAsked(string entryId)
     signal editAsked(string identity)

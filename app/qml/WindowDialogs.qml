@@ -15,8 +15,16 @@ Item {
     property string manual
     /// No other file has a place: it would cover what was said of the last one.
     readonly property bool importing: importDialog.busy || errorDialog.visible
+    readonly property alias writing: importDialog.writing
     /// Files that come to the import after the one that it shows.
     property alias waitingFiles: importDialog.waitingFiles
+    readonly property bool removing: removeDialog.queue.running
+    readonly property bool undoing: undo.undo.running
+    readonly property alias savingRequest: editDialog.saving
+    readonly property bool exporting: keyExport.running
+    /// What was typed into a request is not saved.
+    readonly property bool requestChanged: editDialog.visible && !editDialog.saving
+        && editDialog.isChanged()
     /// Where a notice begins that stays for long: the pages end above it.
     readonly property real noticeTop: toast.visible && toast.actionText ? toast.y : Infinity
     onImportingChanged: if (!importing) importEnded()
@@ -31,6 +39,17 @@ Item {
     /// The file that was expected is not waited for any more.
     signal expectationLeft()
 
+    /// Somebody has agreed to lose what `mayClose` was told of.
+    signal closeAsked()
+
+    /// Whether the window may close over that; if not, it is asked about.
+    function mayClose(lines) {
+        const may = quitDialog.agreed || lines.length === 0
+        quitDialog.agreed = false
+        if (!may)
+            quitDialog.ask(lines)
+        return may
+    }
     function tell(text) { toast.show(text) }
     /// The rows that were to be removed are, or some of them.
     function tellRemoved() { undo.tell() }
@@ -38,6 +57,11 @@ Item {
     function fail(cause, advice, report) { errorDialog.show(cause, advice, report) }
     function chooseImport() { importDialog.choose() }
     function startImport(path) { importDialog.start(path) }
+    function stop() {
+        if (writing)
+            importDialog.reject()
+        removeDialog.queue.stop()
+    }
     /// A file is being read, which may turn out to be one for the import.
     function expectImport(path) { importDialog.expect(path) }
     function expectNoImport() { importDialog.release() }
@@ -121,6 +145,15 @@ Item {
     ErrorDialog {
         id: errorDialog
         held: pinPrompt.visible
+    }
+    QuitDialog {
+        id: quitDialog
+        property bool agreed: false
+        onAboutToShow: dialogs.aboutToShow()
+        onConfirmed: {
+            agreed = true
+            dialogs.closeAsked()
+        }
     }
     Toast {
         id: toast

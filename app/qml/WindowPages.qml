@@ -15,6 +15,10 @@ Item {
     property alias descending: listPage.descending
     /// The shown page is at work, and no other may take its place.
     readonly property bool working: signing.item ? signing.item.working : false
+    readonly property bool makingRequest: requestPage.item ? requestPage.item.busy : false
+    /// It has a key and a name, and is not made.
+    readonly property bool requestFilled: requestPage.item ? requestPage.item.filled : false
+    readonly property bool exporting: listPage.exporting
     signal menuAsked()
     /// Another page is wanted.
     signal asked(string key)
@@ -46,6 +50,10 @@ Item {
     function requestFor(storeId, keyId, name) {
         asked("newRequest")
         requestPage.useKey(storeId, keyId, name)
+    }
+    function stop() {
+        if (requestPage.item)
+            requestPage.item.stop()
     }
     /// An operation on a token has ended, well or not.
     function operationEnded() { requestPage.generationEnded() }

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 import QtQuick 2.15
+import QtQuick.Window 2.15
 
 /// The keys that work on every page. `HelpDialog` names them.
 Item {
@@ -34,6 +35,9 @@ Item {
         onActivated: shortcuts.helpAsked()
     }
     Shortcut {
+        // In dialogs too, but for those of the platform, which have a window of their own.
+        context: Qt.ApplicationShortcut
+        enabled: shortcuts.Window.active
         sequence: StandardKey.Quit
         onActivated: shortcuts.quitAsked()
     }

@@ -27,6 +27,8 @@ Item {
     /// Another page is about to be shown; it is.
     function leave() { drawer.close() }
     function arrive() { Qt.callLater(pages.focusFirst) }
+    /// False while somebody is asked about what would be lost.
+    function mayClose() { return dialogs.mayClose(underWay.lines()) }
     function requestEnded() {
         dialogs.operationEnded()
         pages.operationEnded()
@@ -61,6 +63,12 @@ Item {
             if (success)
                 dialogs.tellRemoved()
         }
+    }
+    WorkUnderWay {
+        id: underWay
+        library: models
+        pages: pages
+        dialogs: dialogs
     }
     FileQueue {
         id: queue
@@ -148,5 +156,9 @@ Item {
         onRestLeft: queue.leaveRest()
         onImportEnded: Qt.callLater(queue.next)
         onExpectationLeft: queue.leave()
+        onCloseAsked: {
+            underWay.stop()
+            work.window.close()
+        }
     }
 }

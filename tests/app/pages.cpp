@@ -235,7 +235,7 @@ QStringList pageNames()
           "structure",  "step",          "filters",  "token-menu",  "token-facts", "change-pin",
           "unblock",    "initialise",    "unfolded", "expired",     "undo",        "help",
           "export-key", "lists",         "signed",   "checked",     "new-token",   "leave-editing",
-          "waiting-import"})
+          "quit",       "waiting-import"})
         names += QLatin1String(name);
     return names;
 }
@@ -297,6 +297,14 @@ void showExpiredQuestion(WindowDriver &driver)
     dialog->setProperty("reason",
                         qtTrId("trivex-app-expired-text").arg(QStringLiteral("22.11.2020")));
     openDialog(driver, "confirmExpired");
+}
+
+void showQuitQuestion(WindowDriver &driver)
+{
+    const QStringList lines{qtTrId("trivex-app-quit-removal"), qtTrId("trivex-app-quit-changes")};
+    QMetaObject::invokeMethod(driver.object(QStringLiteral("quitDialog")), "ask",
+                              Q_ARG(QVariant, lines));
+    driver.waitForItem(QStringLiteral("quitConfirm"));
 }
 
 void showKeyExport(WindowDriver &driver)
@@ -435,6 +443,8 @@ bool showPage(WindowDriver &driver, const SampleData &data, const QString &page)
         openDialog(driver, "settingsDialog");
     if (page == QLatin1String("help"))
         openDialog(driver, "helpDialog");
+    if (page == QLatin1String("quit"))
+        showQuitQuestion(driver);
     if (page == QLatin1String("new-token"))
         showNewToken(driver);
     if (page == QLatin1String("undo"))
