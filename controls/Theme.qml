@@ -3,7 +3,6 @@
 pragma Singleton
 import QtQuick 2.15
 import Trivex.Crypto.Controls 1.0
-import Trivex.Crypto.Tools 1.0
 
 /// Colours and measures of all components, in a light and a dark set.
 ///
@@ -125,24 +124,19 @@ QtObject {
         return Qt.resolvedUrl("icons/" + name + ".svg")
     }
 
+    // In the order of `Validity`, Unknown first. By number, because Trivex.Crypto.Tools brings in
+    // what works with certificates, and whoever wants a colour doesn't have to wait for it.
+    // internal
+    readonly property var stateColors: [neutral, good, warn, bad, warn]
+    // internal
+    readonly property var stateGrounds: [neutralSoft, goodSoft, warnSoft, badSoft, warnSoft]
+
     /// Colour of a validity state's text, and of its ground.
     function stateColor(state) {
-        switch (state) {
-        case Validity.Valid: return good
-        case Validity.Expiring: return warn
-        case Validity.NotYet: return warn
-        case Validity.Expired: return bad
-        }
-        return neutral
+        return stateColors[state] || neutral
     }
     /// The ground of a text in that validity's colour.
     function stateGround(state) {
-        switch (state) {
-        case Validity.Valid: return goodSoft
-        case Validity.Expiring: return warnSoft
-        case Validity.NotYet: return warnSoft
-        case Validity.Expired: return badSoft
-        }
-        return neutralSoft
+        return stateGrounds[state] || neutralSoft
     }
 }

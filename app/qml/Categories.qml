@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-import QtQml 2.15
+import QtQuick 2.15
 
 /// The categories of certificates in their order, with their names: what is known of them before
 /// there is a certificate.

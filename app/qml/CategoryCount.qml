@@ -9,14 +9,14 @@ import Trivex.Crypto.Tools 1.0
 /// How many rows a category has, and how many of them end soon.
 QtObject {
     id: counter
-    property QtObject filter: null
+    property QtObject model: null
     readonly property int count: shown.count
     readonly property int expiring: ending.count
     property ModelCount shown: ModelCount {
-        model: counter.filter
+        model: counter.model
     }
     property ModelCount ending: ModelCount {
-        model: counter.filter
+        model: counter.model
         role: "validity"
         value: Validity.Expiring
     }

@@ -4,7 +4,6 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
-import Trivex.Crypto.Tools 1.0
 
 /// The categories with their counts, the tokens by name, and what one can make.
 Rectangle {
@@ -86,9 +85,10 @@ Rectangle {
                     highlighted: sidebar.current === modelData.key
                     onClicked: sidebar.chosen(modelData.key)
                     Layout.fillWidth: true
-                    CategoryCount {
+                    LateCount {
                         id: counter
-                        filter: sidebar.library ? sidebar.library.filters[modelData.key] : null
+                        source: "CategoryCount.qml"
+                        model: sidebar.library ? sidebar.library.filters[modelData.key] : null
                     }
                 }
             }
@@ -100,8 +100,9 @@ Rectangle {
                 highlighted: sidebar.current === "requests"
                 onClicked: sidebar.chosen("requests")
                 Layout.fillWidth: true
-                ModelCount {
+                LateCount {
                     id: requestCount
+                    source: "RowCount.qml"
                     model: sidebar.library ? sidebar.library.requests : null
                 }
             }

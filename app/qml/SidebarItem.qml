@@ -7,7 +7,7 @@ import Trivex.Crypto.Controls 1.0
 
 /// One line of the side bar: an icon, a text, a count or a busy mark.
 ItemDelegate {
-    id: item
+    id: line
     property int count: -1
     property bool busy: false
     property string note
@@ -32,44 +32,54 @@ ItemDelegate {
     contentItem: RowLayout {
         spacing: Theme.unit * 1.5
         Icon {
-            source: item.icon.source
-            color: item.highlighted ? Theme.link : Theme.textDim
+            source: line.icon.source
+            color: line.highlighted ? Theme.link : Theme.textDim
         }
         ColumnLayout {
             spacing: 0
             Layout.fillWidth: true
             Text {
                 textFormat: Text.PlainText
-                text: item.text
+                text: line.text
                 font.pixelSize: Theme.fontSize
-                color: item.highlighted ? Theme.link : Theme.text
+                color: line.highlighted ? Theme.link : Theme.text
                 elide: Text.ElideRight
                 Layout.fillWidth: true
                 Accessible.ignored: true
             }
-            Text {
+            // What most lines do not have would be made before the first frame, with fonts of its own.
+            Loader {
+                active: line.note
+                visible: active
+                Layout.fillWidth: true
+                sourceComponent: Text {
+                    textFormat: Text.PlainText
+                    text: line.note
+                    font.pixelSize: Theme.smallSize
+                    color: Theme.textDim
+                    elide: Text.ElideRight
+                    Accessible.ignored: true
+                }
+            }
+        }
+        Loader {
+            active: line.busy
+            visible: active
+            sourceComponent: BusyIndicator {
+                // The line goes before its mark does.
+                Accessible.name: line ? line.note : ""
+            }
+        }
+        Loader {
+            active: line.count > 0
+            visible: active && !line.busy
+            sourceComponent: Text {
                 textFormat: Text.PlainText
-                text: item.note
-                visible: text.length > 0
+                text: Number(line.count).toLocaleString(Qt.locale(), "f", 0)
                 font.pixelSize: Theme.smallSize
                 color: Theme.textDim
-                elide: Text.ElideRight
-                Layout.fillWidth: true
                 Accessible.ignored: true
             }
-        }
-        BusyIndicator {
-            running: item.busy
-            visible: item.busy
-            Accessible.name: item.note
-        }
-        Text {
-            textFormat: Text.PlainText
-            text: item.count > 0 ? Number(item.count).toLocaleString(Qt.locale(), "f", 0) : ""
-            visible: text.length > 0 && !item.busy
-            font.pixelSize: Theme.smallSize
-            color: Theme.textDim
-            Accessible.ignored: true
         }
     }
 }

@@ -2,9 +2,10 @@
 // SPDX-License-Identifier: MIT
 import QtQuick 2.15
 import QtQuick.Controls 2.15
+// First: it decides which tokens are remembered, and the other one looks for the providers.
+import Trivex.Crypto.Tools 1.0
 import Trivex.Crypto 1.0
 import Trivex.Crypto.Controls 1.0
-import Trivex.Crypto.Tools 1.0
 
 import Qt.labs.settings 1.0
 

@@ -36,6 +36,7 @@ class TestAppTheme : public QObject {
 private Q_SLOTS:
     void contrastIsEnough_data();
     void contrastIsEnough();
+    void coloursFollowTheValidity();
     void everyIconIsThere();
 };
 
@@ -67,6 +68,37 @@ void TestAppTheme::contrastIsEnough()
         const double value = contrast(parts.at(1).value<QColor>(), parts.at(2).value<QColor>());
         QVERIFY2(value >= 4.5,
                  qPrintable(QStringLiteral("%1: %2").arg(parts.at(0).toString()).arg(value)));
+    }
+}
+
+void TestAppTheme::coloursFollowTheValidity()
+{
+    // The theme knows the states by number, so that it needs no module behind it.
+    QQmlEngine engine;
+    engine.addImportPath(Trivex::moduleDirectory());
+    QQmlComponent component(&engine);
+    component.setData("import QtQml 2.15\nimport Trivex.Crypto.Controls 1.0\n"
+                      "import Trivex.Crypto.Tools 1.0\n"
+                      "QtObject { property int mode; onModeChanged: Theme.mode = mode\n"
+                      "property var found: [Validity.Unknown, Validity.Valid, Validity.Expiring,\n"
+                      "Validity.Expired, Validity.NotYet, 99, undefined].map(function(state) {\n"
+                      "return [Theme.stateColor(state), Theme.stateGround(state)] })\n"
+                      "property var wanted: [[Theme.neutral, Theme.neutralSoft],\n"
+                      "[Theme.good, Theme.goodSoft], [Theme.warn, Theme.warnSoft],\n"
+                      "[Theme.bad, Theme.badSoft], [Theme.warn, Theme.warnSoft],\n"
+                      "[Theme.neutral, Theme.neutralSoft], [Theme.neutral, Theme.neutralSoft]] }",
+                      QUrl());
+    QScopedPointer<QObject> object(component.create());
+    QVERIFY2(object, qPrintable(component.errorString()));
+    QVariantList last;
+    for (int mode : {1, 2}) {
+        object->setProperty("mode", mode);
+        const QVariantList wanted = object->property("wanted").toList();
+        QCOMPARE(wanted.size(), 7);
+        QCOMPARE(object->property("found").toList(), wanted);
+        // They change with the theme.
+        QVERIFY(wanted != last);
+        last = wanted;
     }
 }
 
