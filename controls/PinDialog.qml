@@ -4,6 +4,7 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Trivex.Crypto.Controls 1.0
+import Trivex.Crypto.Tools 1.0
 
 /// Asks for the PIN of one token: which token, what for, how many tries are left. The last try
 /// needs a tick of consent. Ends in `submitted`, or in `left` when it is closed in any other way.
@@ -134,7 +135,7 @@ BaseDialog {
         id: pin
         objectName: "pinField"
         placeholderText: qsTrId("trivex-app-pin")
-        Accessible.name: qsTrId("trivex-app-pin-of").arg(dialog.tokenName)
+        Accessible.name: Texts.put(qsTrId("trivex-app-pin-of"), [dialog.tokenName])
         Accessible.description: (dialog.wasWrong ? qsTrId("trivex-app-pin-wrong") + " " : "")
             + dialog.pinText
         enabled: !dialog.locked

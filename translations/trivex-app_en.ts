@@ -2200,8 +2200,8 @@
         <translation>A wrong PIN was given before. After several wrong ones the token locks itself.</translation>
     </message>
     <message id="trivex-app-pin-of">
-        <source>PIN of %1</source>
-        <translation>PIN of %1</translation>
+        <source>PIN of “%1”</source>
+        <translation>PIN of “%1”</translation>
     </message>
     <message id="trivex-app-pin-pad-text">
         <source>Type the PINs at the reader: it asks for them when you go on.</source>

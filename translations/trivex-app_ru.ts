@@ -2214,8 +2214,8 @@
         <translation>До этого был введён неверный PIN-код. После нескольких неверных токен заблокируется.</translation>
     </message>
     <message id="trivex-app-pin-of">
-        <source>PIN of %1</source>
-        <translation>PIN-код токена %1</translation>
+        <source>PIN of “%1”</source>
+        <translation>PIN‑код токена «%1»</translation>
     </message>
     <message id="trivex-app-pin-pad-text">
         <source>Type the PINs at the reader: it asks for them when you go on.</source>

@@ -138,7 +138,7 @@ Card {
             Layout.alignment: Qt.AlignTop
             Label {
                 textFormat: Text.PlainText
-                text: qsTrId("trivex-app-pin-of").arg(chooser.tokenName)
+                text: Texts.put(qsTrId("trivex-app-pin-of"), [chooser.tokenName])
                 color: Theme.textDim
                 font.pixelSize: Theme.smallSize
                 elide: Text.ElideRight
@@ -148,7 +148,7 @@ Card {
                 id: pin
                 objectName: "generatePin"
                 placeholderText: qsTrId("trivex-app-pin")
-                Accessible.name: qsTrId("trivex-app-pin-of").arg(chooser.tokenName)
+                Accessible.name: Texts.put(qsTrId("trivex-app-pin-of"), [chooser.tokenName])
                 Layout.fillWidth: true
                 onAccepted: card.generate()
             }
