@@ -38,7 +38,7 @@ constexpr BuiltIn BuiltIns[] = {
     {"web-server", QT_TRID_NOOP("trivex-app-profile-server"),
      "commonName organization organizationalUnit locality state country", "dns dns ip",
      "digitalSignature keyEncipherment", "serverAuth"},
-    //% "Protected mail"
+    //% "Protected e-mail"
     {"email", QT_TRID_NOOP("trivex-app-profile-mail"), "commonName email organization country",
      "email", "digitalSignature nonRepudiation keyEncipherment", "emailProtection clientAuth"},
     //% "Person (Russia)"

@@ -550,6 +550,10 @@
         <source>Certificates</source>
         <translation>Certificates</translation>
     </message>
+    <message id="trivex-app-chain-list-not-signed">
+        <source>A list of revoked certificates in the name of its issuer is not signed by that issuer, and does not count.</source>
+        <translation>A list of revoked certificates in the name of its issuer is not signed by that issuer, and does not count.</translation>
+    </message>
     <message id="trivex-app-chain-purpose-any">
         <source>Any purpose</source>
         <translation>Any purpose</translation>
@@ -825,8 +829,8 @@
         <translation>Sign all the same</translation>
     </message>
     <message id="trivex-app-expired-text">
-        <source>It expired: %1. Whoever checks the signature may refuse it.</source>
-        <translation>It expired: %1. Whoever checks the signature may refuse it.</translation>
+        <source>It expired on %1. Whoever checks the signature may refuse it.</source>
+        <translation>It expired on %1. Whoever checks the signature may refuse it.</translation>
     </message>
     <message id="trivex-app-expired-title">
         <source>Sign with this certificate?</source>
@@ -868,8 +872,8 @@
         <translation>Making the file…</translation>
     </message>
     <message id="trivex-app-export-key-hint">
-        <source>A long one: there is no lock after wrong tries.</source>
-        <translation>A long one: there is no lock after wrong tries.</translation>
+        <source>Use a long one: nothing limits the number of tries.</source>
+        <translation>Use a long one: nothing limits the number of tries.</translation>
     </message>
     <message id="trivex-app-export-key-password">
         <source>Password of the file</source>
@@ -2112,8 +2116,8 @@
         <translation>Nothing found</translation>
     </message>
     <message id="trivex-app-not-found-text">
-        <source>The search looks at names, issuers, serial numbers and the digits of INN, SNILS and OGRN.</source>
-        <translation>The search looks at names, issuers, serial numbers and the digits of INN, SNILS and OGRN.</translation>
+        <source>The search looks at everything that the details show: names, issuers, numbers, addresses and fingerprints.</source>
+        <translation>The search looks at everything that the details show: names, issuers, numbers, addresses and fingerprints.</translation>
     </message>
     <message id="trivex-app-not-yet-text">
         <source>It is not valid before %1. Whoever checks the signature may refuse it.</source>
@@ -2168,8 +2172,8 @@
         <translation>Another signature file…</translation>
     </message>
     <message id="trivex-app-passwords-differ">
-        <source>The two differ.</source>
-        <translation>The two differ.</translation>
+        <source>The two passwords differ.</source>
+        <translation>The two passwords differ.</translation>
     </message>
     <message id="trivex-app-pin">
         <source>PIN</source>
@@ -2228,8 +2232,8 @@
         <translation>That PIN was not right. Type it again, or cancel.</translation>
     </message>
     <message id="trivex-app-pins-differ">
-        <source>The two differ.</source>
-        <translation>The two differ.</translation>
+        <source>The two PINs differ.</source>
+        <translation>The two PINs differ.</translation>
     </message>
     <message id="trivex-app-point-issuer">
         <source>Issuer of the list</source>
@@ -2336,12 +2340,12 @@
         <translation>Company (Russia)</translation>
     </message>
     <message id="trivex-app-profile-exists">
-        <source>There is a profile “%1” already. Replace it, or type another name.</source>
-        <translation>There is a profile “%1” already. Replace it, or type another name.</translation>
+        <source>There is a kind “%1” already. Replace it, or type another name.</source>
+        <translation>There is a kind “%1” already. Replace it, or type another name.</translation>
     </message>
     <message id="trivex-app-profile-mail">
-        <source>Protected mail</source>
-        <translation>Protected mail</translation>
+        <source>Protected e-mail</source>
+        <translation>Protected e-mail</translation>
     </message>
     <message id="trivex-app-profile-name">
         <source>Name of the kind</source>
@@ -2368,8 +2372,8 @@
         <translation>Remove this kind</translation>
     </message>
     <message id="trivex-app-profile-save">
-        <source>Save as a kind of one's own</source>
-        <translation>Save as a kind of one's own</translation>
+        <source>Save as your own kind</source>
+        <translation>Save as your own kind</translation>
     </message>
     <message id="trivex-app-profile-save-title">
         <source>Save this kind of request</source>
@@ -2384,8 +2388,8 @@
         <translation>Simple</translation>
     </message>
     <message id="trivex-app-profile-too-large">
-        <source>The profile is too large to be read again. Remove some of its values.</source>
-        <translation>The profile is too large to be read again. Remove some of its values.</translation>
+        <source>This kind is too large to be read again. Remove some of its values.</source>
+        <translation>This kind is too large to be read again. Remove some of its values.</translation>
     </message>
     <message id="trivex-app-profile-unread">
         <source>This kind of request could not be read.</source>
@@ -3408,10 +3412,10 @@
         <translation>There is another request of this name by now. Rename it and try again.</translation>
     </message>
     <message id="trivex-app-undone" numerus="yes">
-        <source>%n are back</source>
+        <source>%n items are back</source>
         <translation>
-            <numerusform>%n is back</numerusform>
-            <numerusform>%n are back</numerusform>
+            <numerusform>%n item is back</numerusform>
+            <numerusform>%n items are back</numerusform>
         </translation>
     </message>
     <message id="trivex-app-unique-holder">
@@ -3911,10 +3915,6 @@
     <message id="trivex-app-chain-list-expired">
         <source>The list of revoked certificates ended on %1: what was revoked later is not known here.</source>
         <translation>The list of revoked certificates ended on %1: what was revoked later is not known here.</translation>
-    </message>
-    <message id="trivex-app-chain-list-not-signed">
-        <source>A list of revoked certificates in the name of its issuer is not signed by that issuer, and does not count.</source>
-        <translation>A list of revoked certificates in the name of its issuer is not signed by that issuer, and does not count.</translation>
     </message>
     <message id="trivex-app-chain-list-not-yet">
         <source>The list of revoked certificates is valid from %1 on only.</source>

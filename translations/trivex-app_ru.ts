@@ -83,15 +83,15 @@
     </message>
     <message id="trivex-app-admin-half">
         <source>The token is empty now, but has no PIN yet. Set it with the administrator PIN.</source>
-        <translation>Токен теперь пуст, но PIN-кода у него ещё нет. Задайте его с помощью PIN-кода администратора.</translation>
+        <translation>Токен теперь пуст, но PIN‑кода у него ещё нет. Задайте его с помощью PIN‑кода администратора.</translation>
     </message>
     <message id="trivex-app-admin-left">
         <source>What was begun on “%1” has failed.</source>
-        <translation>То, что было начато на токене «%1», не удалось.</translation>
+        <translation>Операция, начатая на токене «%1», не удалась.</translation>
     </message>
     <message id="trivex-app-admin-length">
         <source>Length of the PIN: %1 to %2 characters.</source>
-        <translation>Длина PIN-кода: от %1 до %2 знаков.</translation>
+        <translation>Длина PIN‑кода: от %1 до %2 знаков.</translation>
     </message>
     <message id="trivex-app-admin-loss">
         <source>Certificates on it: %1. Keys on it: %2.</source>
@@ -99,7 +99,7 @@
     </message>
     <message id="trivex-app-admin-loss-hidden">
         <source>There may be more keys, which show only after the PIN.</source>
-        <translation>Могут быть и другие ключи: их видно только после ввода PIN-кода.</translation>
+        <translation>Могут быть и другие ключи: их видно только после ввода PIN‑кода.</translation>
     </message>
     <message id="trivex-app-admin-loss-unknown">
         <source>What is on it could not be read yet.</source>
@@ -107,7 +107,7 @@
     </message>
     <message id="trivex-app-admin-no-pin-yet">
         <source>There is no PIN yet that could be changed. Set it with the administrator PIN.</source>
-        <translation>PIN-кода ещё нет, менять нечего. Задайте его с помощью PIN-кода администратора.</translation>
+        <translation>PIN‑кода ещё нет, менять нечего. Задайте его с помощью PIN‑кода администратора.</translation>
     </message>
     <message id="trivex-app-admin-not-supported">
         <source>The token lets no program do this. Use the program that came with it.</source>
@@ -115,27 +115,27 @@
     </message>
     <message id="trivex-app-admin-officer-final">
         <source>This is the last try: a wrong administrator PIN locks it for good.</source>
-        <translation>Это последняя попытка: неверный PIN-код администратора заблокирует его навсегда.</translation>
+        <translation>Это последняя попытка: неверный PIN‑код администратора заблокирует его навсегда.</translation>
     </message>
     <message id="trivex-app-admin-officer-locked">
         <source>The administrator PIN is locked. Ask whoever gave out the token.</source>
-        <translation>PIN-код администратора заблокирован. Обратитесь к тому, кто выдал токен.</translation>
+        <translation>PIN‑код администратора заблокирован. Обратитесь к тому, кто выдал токен.</translation>
     </message>
     <message id="trivex-app-admin-officer-low">
         <source>A wrong administrator PIN was given before. After several wrong ones it is locked.</source>
-        <translation>Ранее уже вводили неверный PIN-код администратора. После нескольких ошибок он блокируется.</translation>
+        <translation>Ранее уже вводили неверный PIN‑код администратора. После нескольких ошибок он блокируется.</translation>
     </message>
     <message id="trivex-app-admin-shortest">
         <source>Length of the PIN: at least %1.</source>
-        <translation>Длина PIN-кода: не меньше %1.</translation>
+        <translation>Длина PIN‑кода: не меньше %1.</translation>
     </message>
     <message id="trivex-app-admin-wrong-officer-pin">
         <source>The administrator PIN is not right. Type it again.</source>
-        <translation>PIN-код администратора неверен. Введите его ещё раз.</translation>
+        <translation>PIN‑код администратора неверен. Введите его ещё раз.</translation>
     </message>
     <message id="trivex-app-admin-wrong-pin">
         <source>The PIN is not right. Type it again.</source>
-        <translation>PIN-код неверен. Введите его ещё раз.</translation>
+        <translation>PIN‑код неверен. Введите его ещё раз.</translation>
     </message>
     <message id="trivex-app-advice-cancelled">
         <source>Nothing was changed. Start again when you like.</source>
@@ -183,11 +183,11 @@
     </message>
     <message id="trivex-app-advice-last-try">
         <source>Make sure of the PIN, agree to the last try, then type it again.</source>
-        <translation>Проверьте PIN-код, согласитесь на последнюю попытку и введите его ещё раз.</translation>
+        <translation>Проверьте PIN‑код, согласитесь на последнюю попытку и введите его ещё раз.</translation>
     </message>
     <message id="trivex-app-advice-locked">
         <source>Ask whoever gave out the token to unlock the PIN with the administrator PIN.</source>
-        <translation>Обратитесь к тому, кто выдал токен: он разблокирует PIN-код PIN-кодом администратора.</translation>
+        <translation>Обратитесь к тому, кто выдал токен: он разблокирует PIN‑код PIN‑кодом администратора.</translation>
     </message>
     <message id="trivex-app-advice-new-pin">
         <source>Choose another one: of another length, or of digits alone.</source>
@@ -211,15 +211,15 @@
     </message>
     <message id="trivex-app-advice-pin">
         <source>Start again and type the PIN of this token.</source>
-        <translation>Начните заново и введите PIN-код этого токена.</translation>
+        <translation>Начните заново и введите PIN‑код этого токена.</translation>
     </message>
     <message id="trivex-app-advice-pin-expired">
         <source>Change the PIN, then start again.</source>
-        <translation>Смените PIN-код и начните заново.</translation>
+        <translation>Смените PIN‑код и начните заново.</translation>
     </message>
     <message id="trivex-app-advice-pin-not-set">
         <source>Set it with the administrator PIN, then start again.</source>
-        <translation>Задайте его с помощью PIN-кода администратора и начните заново.</translation>
+        <translation>Задайте его с помощью PIN‑кода администратора и начните заново.</translation>
     </message>
     <message id="trivex-app-advice-read-only">
         <source>Choose another token, or have the protection removed.</source>
@@ -383,7 +383,7 @@
     </message>
     <message id="trivex-app-busy-set-pin">
         <source>Setting the PIN…</source>
-        <translation>Задаётся PIN-код…</translation>
+        <translation>Задаётся PIN‑код…</translation>
     </message>
     <message id="trivex-app-busy-sign">
         <source>Signing…</source>
@@ -491,19 +491,19 @@
     </message>
     <message id="trivex-app-cause-last-try">
         <source>Only one try is left: a wrong PIN locks the token.</source>
-        <translation>Осталась одна попытка: неверный PIN-код заблокирует токен.</translation>
+        <translation>Осталась одна попытка: неверный PIN‑код заблокирует токен.</translation>
     </message>
     <message id="trivex-app-cause-locked">
         <source>The token has locked its PIN after too many wrong tries.</source>
-        <translation>Токен заблокировал PIN-код после нескольких неверных попыток.</translation>
+        <translation>Токен заблокировал PIN‑код после нескольких неверных попыток.</translation>
     </message>
     <message id="trivex-app-cause-new-pin">
         <source>The token does not accept the new PIN.</source>
-        <translation>Токен не принимает новый PIN-код.</translation>
+        <translation>Токен не принимает новый PIN‑код.</translation>
     </message>
     <message id="trivex-app-cause-no-pin">
         <source>No PIN was given.</source>
-        <translation>PIN-код не введён.</translation>
+        <translation>PIN‑код не введён.</translation>
     </message>
     <message id="trivex-app-cause-no-private-key">
         <source>The token holds no private key for this certificate.</source>
@@ -523,11 +523,11 @@
     </message>
     <message id="trivex-app-cause-pin-expired">
         <source>The PIN of the token has to be changed first.</source>
-        <translation>Сначала нужно сменить PIN-код токена.</translation>
+        <translation>Сначала нужно сменить PIN‑код токена.</translation>
     </message>
     <message id="trivex-app-cause-pin-not-set">
         <source>The token has no PIN for its user yet.</source>
-        <translation>На токене ещё не задан PIN-код пользователя.</translation>
+        <translation>На токене ещё не задан PIN‑код пользователя.</translation>
     </message>
     <message id="trivex-app-cause-read-only">
         <source>The token is write-protected.</source>
@@ -547,11 +547,15 @@
     </message>
     <message id="trivex-app-cause-wrong-pin">
         <source>The PIN is not right.</source>
-        <translation>Неверный PIN-код.</translation>
+        <translation>Неверный PIN‑код.</translation>
     </message>
     <message id="trivex-app-certificates">
         <source>Certificates</source>
         <translation>Сертификаты</translation>
+    </message>
+    <message id="trivex-app-chain-list-not-signed">
+        <source>A list of revoked certificates in the name of its issuer is not signed by that issuer, and does not count.</source>
+        <translation>Список отозванных сертификатов, выпущенный от имени издателя, им не подписан и не учитывается.</translation>
     </message>
     <message id="trivex-app-chain-purpose-any">
         <source>Any purpose</source>
@@ -583,19 +587,19 @@
     </message>
     <message id="trivex-app-change-officer-pin">
         <source>Change administrator PIN…</source>
-        <translation>Сменить PIN-код администратора…</translation>
+        <translation>Сменить PIN‑код администратора…</translation>
     </message>
     <message id="trivex-app-change-officer-pin-title">
         <source>Change the administrator PIN</source>
-        <translation>Смена PIN-кода администратора</translation>
+        <translation>Смена PIN‑кода администратора</translation>
     </message>
     <message id="trivex-app-change-pin">
         <source>Change PIN…</source>
-        <translation>Сменить PIN-код…</translation>
+        <translation>Сменить PIN‑код…</translation>
     </message>
     <message id="trivex-app-change-pin-title">
         <source>Change the PIN</source>
-        <translation>Смена PIN-кода</translation>
+        <translation>Смена PIN‑кода</translation>
     </message>
     <message id="trivex-app-choose-all">
         <source>Select all</source>
@@ -655,7 +659,7 @@
     </message>
     <message id="trivex-app-copy-pem">
         <source>Copy as text</source>
-        <translation>Копировать текстом</translation>
+        <translation>Копировать как текст</translation>
     </message>
     <message id="trivex-app-copy-report">
         <source>Copy report</source>
@@ -830,8 +834,8 @@
         <translation>Всё равно подписать</translation>
     </message>
     <message id="trivex-app-expired-text">
-        <source>It expired: %1. Whoever checks the signature may refuse it.</source>
-        <translation>Его срок истёк: %1. Проверяющий может не принять подпись.</translation>
+        <source>It expired on %1. Whoever checks the signature may refuse it.</source>
+        <translation>Его срок истёк %1. Проверяющий может не принять подпись.</translation>
     </message>
     <message id="trivex-app-expired-title">
         <source>Sign with this certificate?</source>
@@ -874,7 +878,7 @@
         <translation>Создание файла…</translation>
     </message>
     <message id="trivex-app-export-key-hint">
-        <source>A long one: there is no lock after wrong tries.</source>
+        <source>Use a long one: nothing limits the number of tries.</source>
         <translation>Возьмите длинный: число попыток подбора ничем не ограничено.</translation>
     </message>
     <message id="trivex-app-export-key-password">
@@ -1331,7 +1335,7 @@
     </message>
     <message id="trivex-app-filter-on">
         <source>on</source>
-        <translation>включено</translation>
+        <translation>включён</translation>
     </message>
     <message id="trivex-app-filter-token">
         <source>On the token “%1”</source>
@@ -1399,7 +1403,7 @@
     </message>
     <message id="trivex-app-generated">
         <source>The key is on “%1”. Next: whom is the certificate for?</source>
-        <translation>Ключ записан на «%1». Теперь заполните данные владельца.</translation>
+        <translation>Ключ создан на токене «%1». Теперь заполните данные владельца.</translation>
     </message>
     <message id="trivex-app-generating">
         <source>The token is making the key. This may take a minute.</source>
@@ -1503,14 +1507,14 @@
     </message>
     <message id="trivex-app-imported">
         <source>“%1” is now in “%2”.</source>
-        <translation>«%1» теперь в «%2».</translation>
+        <translation>«%1» теперь в хранилище «%2».</translation>
     </message>
     <message id="trivex-app-imported-many" numerus="yes">
         <source>%n items are now in “%1”.</source>
         <translation>
-            <numerusform>Теперь в «%1»: %n объект.</numerusform>
-            <numerusform>Теперь в «%1»: %n объекта.</numerusform>
-            <numerusform>Теперь в «%1»: %n объектов.</numerusform>
+            <numerusform>В хранилище «%1» добавлен %n объект.</numerusform>
+            <numerusform>В хранилище «%1» добавлены %n объекта.</numerusform>
+            <numerusform>В хранилище «%1» добавлено %n объектов.</numerusform>
         </translation>
     </message>
     <message id="trivex-app-initialise">
@@ -1535,11 +1539,11 @@
     </message>
     <message id="trivex-app-initialise-warning">
         <source>Everything on “%1” is deleted for good.</source>
-        <translation>Всё, что есть на «%1», будет удалено без возможности восстановления.</translation>
+        <translation>Всё, что есть на токене «%1», будет удалено без возможности восстановления.</translation>
     </message>
     <message id="trivex-app-initialised">
         <source>“%1” is ready: empty, with its new PIN.</source>
-        <translation>«%1» готов: пуст, с новым PIN-кодом.</translation>
+        <translation>Токен «%1» готов: он пуст, PIN‑код на нём новый.</translation>
     </message>
     <message id="trivex-app-issuer">
         <source>Issuer</source>
@@ -1715,7 +1719,7 @@
     </message>
     <message id="trivex-app-key-presumed">
         <source>Whether the token has the key of this certificate shows after the PIN is entered.</source>
-        <translation>Есть ли на токене ключ этого сертификата, станет известно после ввода PIN-кода.</translation>
+        <translation>Есть ли на токене ключ этого сертификата, станет известно после ввода PIN‑кода.</translation>
     </message>
     <message id="trivex-app-key-removed">
         <source>The key is removed.</source>
@@ -1775,7 +1779,7 @@
     </message>
     <message id="trivex-app-key-uses-unknown">
         <source>is known after the PIN</source>
-        <translation>будет известно после ввода PIN-кода</translation>
+        <translation>будет известно после ввода PIN‑кода</translation>
     </message>
     <message id="trivex-app-key-waits">
         <source>This key waits for the certificate of the request “%1”.</source>
@@ -1791,7 +1795,7 @@
     </message>
     <message id="trivex-app-keys-hidden">
         <source>There may be more keys, which show only after the PIN.</source>
-        <translation>Могут быть и другие ключи: их видно только после ввода PIN-кода.</translation>
+        <translation>Могут быть и другие ключи: их видно только после ввода PIN‑кода.</translation>
     </message>
     <message id="trivex-app-keys-show">
         <source>Show the keys…</source>
@@ -2059,15 +2063,15 @@
     </message>
     <message id="trivex-app-new-officer-pin">
         <source>New administrator PIN</source>
-        <translation>Новый PIN-код администратора</translation>
+        <translation>Новый PIN‑код администратора</translation>
     </message>
     <message id="trivex-app-new-pin">
         <source>New PIN</source>
-        <translation>Новый PIN-код</translation>
+        <translation>Новый PIN‑код</translation>
     </message>
     <message id="trivex-app-new-pin-again">
         <source>New PIN once more</source>
-        <translation>Новый PIN-код ещё раз</translation>
+        <translation>Новый PIN‑код ещё раз</translation>
     </message>
     <message id="trivex-app-new-request">
         <source>New request</source>
@@ -2087,7 +2091,7 @@
     </message>
     <message id="trivex-app-new-token-made">
         <source>“%1” is ready for keys and certificates.</source>
-        <translation>«%1» готов: на нём можно хранить ключи и сертификаты.</translation>
+        <translation>Токен «%1» готов: на нём можно хранить ключи и сертификаты.</translation>
     </message>
     <message id="trivex-app-new-token-name">
         <source>My token</source>
@@ -2095,11 +2099,11 @@
     </message>
     <message id="trivex-app-new-token-officer">
         <source>The administrator PIN is the same at first. Change it in the menu of the token.</source>
-        <translation>PIN-код администратора поначалу такой же. Сменить его можно в меню токена.</translation>
+        <translation>PIN‑код администратора поначалу такой же. Сменить его можно в меню токена.</translation>
     </message>
     <message id="trivex-app-new-token-text">
         <source>A private token keeps keys in a file of your own, protected by its PIN. Nobody can bring back a forgotten PIN.</source>
-        <translation>Личный токен хранит ключи в вашем файле под защитой PIN-кода. Забытый PIN-код не восстановит никто.</translation>
+        <translation>Личный токен хранит ключи в вашем файле под защитой PIN‑кода. Забытый PIN‑код не восстановит никто.</translation>
     </message>
     <message id="trivex-app-new-token-title">
         <source>Make a token of your own</source>
@@ -2126,8 +2130,8 @@
         <translation>Ничего не найдено</translation>
     </message>
     <message id="trivex-app-not-found-text">
-        <source>The search looks at names, issuers, serial numbers and the digits of INN, SNILS and OGRN.</source>
-        <translation>Поиск идёт по именам, издателям, серийным номерам и цифрам ИНН, СНИЛС и ОГРН.</translation>
+        <source>The search looks at everything that the details show: names, issuers, numbers, addresses and fingerprints.</source>
+        <translation>Поиск идёт по всему, что есть в сведениях: именам, издателям, номерам, адресам и отпечаткам.</translation>
     </message>
     <message id="trivex-app-not-yet-text">
         <source>It is not valid before %1. Whoever checks the signature may refuse it.</source>
@@ -2139,7 +2143,7 @@
     </message>
     <message id="trivex-app-officer-pin">
         <source>Administrator PIN</source>
-        <translation>PIN-код администратора</translation>
+        <translation>PIN‑код администратора</translation>
     </message>
     <message id="trivex-app-ok">
         <source>OK</source>
@@ -2147,11 +2151,11 @@
     </message>
     <message id="trivex-app-old-officer-pin">
         <source>Old administrator PIN</source>
-        <translation>Прежний PIN-код администратора</translation>
+        <translation>Прежний PIN‑код администратора</translation>
     </message>
     <message id="trivex-app-old-pin">
         <source>Old PIN</source>
-        <translation>Прежний PIN-код</translation>
+        <translation>Прежний PIN‑код</translation>
     </message>
     <message id="trivex-app-one-document">
         <source>One document at a time: the others were not opened.</source>
@@ -2182,24 +2186,24 @@
         <translation>Другой файл подписи…</translation>
     </message>
     <message id="trivex-app-passwords-differ">
-        <source>The two differ.</source>
+        <source>The two passwords differ.</source>
         <translation>Введённые пароли не совпадают.</translation>
     </message>
     <message id="trivex-app-pin">
         <source>PIN</source>
-        <translation>PIN-код</translation>
+        <translation>PIN‑код</translation>
     </message>
     <message id="trivex-app-pin-changed">
         <source>The PIN of “%1” is changed.</source>
-        <translation>PIN-код токена «%1» изменён.</translation>
+        <translation>PIN‑код токена «%1» изменён.</translation>
     </message>
     <message id="trivex-app-pin-consent">
         <source>I know that a wrong PIN locks the token</source>
-        <translation>Я понимаю, что неверный PIN-код заблокирует токен</translation>
+        <translation>Я понимаю, что неверный PIN‑код заблокирует токен</translation>
     </message>
     <message id="trivex-app-pin-final">
         <source>This is the last try: a wrong PIN locks the token.</source>
-        <translation>Это последняя попытка: неверный PIN-код заблокирует токен.</translation>
+        <translation>Это последняя попытка: неверный PIN‑код заблокирует токен.</translation>
     </message>
     <message id="trivex-app-pin-length-wrong">
         <source>This length does not fit.</source>
@@ -2207,11 +2211,11 @@
     </message>
     <message id="trivex-app-pin-locked">
         <source>The PIN is locked. Only the token's administrator can unlock it.</source>
-        <translation>PIN-код заблокирован. Разблокировать его может только администратор токена.</translation>
+        <translation>PIN‑код заблокирован. Разблокировать его может только администратор токена.</translation>
     </message>
     <message id="trivex-app-pin-low">
         <source>A wrong PIN was given before. After several wrong ones the token locks itself.</source>
-        <translation>До этого был введён неверный PIN-код. После нескольких неверных токен заблокируется.</translation>
+        <translation>До этого был введён неверный PIN‑код. После нескольких неверных токен заблокируется.</translation>
     </message>
     <message id="trivex-app-pin-of">
         <source>PIN of “%1”</source>
@@ -2219,31 +2223,31 @@
     </message>
     <message id="trivex-app-pin-pad-text">
         <source>Type the PINs at the reader: it asks for them when you go on.</source>
-        <translation>Вводите PIN-коды на считывателе: он запросит их, когда вы продолжите.</translation>
+        <translation>Вводите PIN‑коды на считывателе: он запросит их, когда вы продолжите.</translation>
     </message>
     <message id="trivex-app-pin-replaced">
         <source>The question before is over. This is another one: type the PIN of the token named below.</source>
-        <translation>Предыдущий вопрос снят. Это другой вопрос: введите PIN-код токена, указанного ниже.</translation>
+        <translation>Предыдущий вопрос снят. Это другой вопрос: введите PIN‑код токена, указанного ниже.</translation>
     </message>
     <message id="trivex-app-pin-title">
         <source>The token asks for its PIN</source>
-        <translation>Токен запрашивает PIN-код</translation>
+        <translation>Токен запрашивает PIN‑код</translation>
     </message>
     <message id="trivex-app-pin-to-be-changed">
         <source>The PIN was given out with the token and has to be changed first.</source>
-        <translation>PIN-код выдан вместе с токеном, сначала его нужно сменить.</translation>
+        <translation>PIN‑код выдан вместе с токеном, сначала его нужно сменить.</translation>
     </message>
     <message id="trivex-app-pin-was-set">
         <source>“%1” has its new PIN.</source>
-        <translation>Для токена «%1» задан новый PIN-код.</translation>
+        <translation>Для токена «%1» задан новый PIN‑код.</translation>
     </message>
     <message id="trivex-app-pin-wrong">
         <source>That PIN was not right. Type it again, or cancel.</source>
-        <translation>Этот PIN-код неверный. Введите его ещё раз или нажмите «Отмена».</translation>
+        <translation>Этот PIN‑код неверный. Введите его ещё раз или нажмите «Отмена».</translation>
     </message>
     <message id="trivex-app-pins-differ">
-        <source>The two differ.</source>
-        <translation>Введённые PIN-коды не совпадают.</translation>
+        <source>The two PINs differ.</source>
+        <translation>Введённые PIN‑коды не совпадают.</translation>
     </message>
     <message id="trivex-app-point-issuer">
         <source>Issuer of the list</source>
@@ -2350,11 +2354,11 @@
         <translation>Организация (Россия)</translation>
     </message>
     <message id="trivex-app-profile-exists">
-        <source>There is a profile “%1” already. Replace it, or type another name.</source>
-        <translation>Профиль «%1» уже есть. Замените его или введите другое имя.</translation>
+        <source>There is a kind “%1” already. Replace it, or type another name.</source>
+        <translation>Вид «%1» уже есть. Замените его или введите другое название.</translation>
     </message>
     <message id="trivex-app-profile-mail">
-        <source>Protected mail</source>
+        <source>Protected e-mail</source>
         <translation>Защищённая почта</translation>
     </message>
     <message id="trivex-app-profile-name">
@@ -2382,7 +2386,7 @@
         <translation>Удалить этот вид</translation>
     </message>
     <message id="trivex-app-profile-save">
-        <source>Save as a kind of one's own</source>
+        <source>Save as your own kind</source>
         <translation>Сохранить как свой вид</translation>
     </message>
     <message id="trivex-app-profile-save-title">
@@ -2398,8 +2402,8 @@
         <translation>Простой</translation>
     </message>
     <message id="trivex-app-profile-too-large">
-        <source>The profile is too large to be read again. Remove some of its values.</source>
-        <translation>Профиль слишком велик, прочитать его снова не получится. Удалите часть значений.</translation>
+        <source>This kind is too large to be read again. Remove some of its values.</source>
+        <translation>Вид получился слишком большим: прочитать его снова не удастся. Удалите часть значений.</translation>
     </message>
     <message id="trivex-app-profile-unread">
         <source>This kind of request could not be read.</source>
@@ -2415,7 +2419,7 @@
     </message>
     <message id="trivex-app-purpose-decrypt">
         <source>to decrypt with a key on it</source>
-        <translation>чтобы расшифровать его ключом</translation>
+        <translation>чтобы расшифровать данные его ключом</translation>
     </message>
     <message id="trivex-app-purpose-export">
         <source>to copy a private key from it</source>
@@ -2435,7 +2439,7 @@
     </message>
     <message id="trivex-app-purpose-sign">
         <source>to sign with a key on it</source>
-        <translation>чтобы подписать его ключом</translation>
+        <translation>чтобы поставить подпись его ключом</translation>
     </message>
     <message id="trivex-app-purpose-write">
         <source>to write to it</source>
@@ -2607,7 +2611,7 @@
     </message>
     <message id="trivex-app-refused-advice">
         <source>The document was changed after signing, or another key signed it. Choose the right key, or ask for the document again.</source>
-        <translation>Документ изменён после подписания, или подписан другим ключом. Выберите нужный ключ или попросите прислать документ ещё раз.</translation>
+        <translation>Документ изменён после подписания или подписан другим ключом. Выберите нужный ключ или попросите прислать документ ещё раз.</translation>
     </message>
     <message id="trivex-app-remember-tokens">
         <source>Show the certificates of known tokens at once</source>
@@ -2615,7 +2619,7 @@
     </message>
     <message id="trivex-app-remember-tokens-hint">
         <source>What a token shows without a PIN is kept in your cache folder. On a computer that others use under your name it tells whose tokens were here. Switching this off removes it.</source>
-        <translation>То, что токен показывает без PIN-кода, хранится в вашей папке кэша. Если за компьютером под вашим именем работают другие, по ней видно, чьи токены здесь были. При выключении всё это удаляется.</translation>
+        <translation>То, что токен показывает без PIN‑кода, хранится в вашей папке кэша. Если за компьютером под вашим именем работают другие, по ней видно, чьи токены здесь были. При выключении всё это удаляется.</translation>
     </message>
     <message id="trivex-app-remove">
         <source>Remove…</source>
@@ -2739,7 +2743,7 @@
     </message>
     <message id="trivex-app-request-error-sign">
         <source>The request was not signed. The key is kept: try again.</source>
-        <translation>Запрос не подписан. Ключ сохранён: повторите.</translation>
+        <translation>Запрос не подписан. Ключ сохранён, попробуйте ещё раз.</translation>
     </message>
     <message id="trivex-app-request-for-key">
         <source>This request is for the key “%1”, which is on its token already.</source>
@@ -2907,11 +2911,11 @@
     </message>
     <message id="trivex-app-set-pin">
         <source>Set PIN…</source>
-        <translation>Задать PIN-код…</translation>
+        <translation>Задать PIN‑код…</translation>
     </message>
     <message id="trivex-app-set-pin-title">
         <source>Set the PIN</source>
-        <translation>Новый PIN-код</translation>
+        <translation>Новый PIN‑код</translation>
     </message>
     <message id="trivex-app-settings">
         <source>Settings</source>
@@ -3023,7 +3027,7 @@
     </message>
     <message id="trivex-app-signer-expired-since">
         <source>The certificate has expired since. It was valid at the time that the signature states.</source>
-        <translation>Срок сертификата с тех пор истёк. Ко времени, указанному в подписи, он действовал.</translation>
+        <translation>Срок действия сертификата с тех пор истёк. На момент, указанный в подписи, сертификат действовал.</translation>
     </message>
     <message id="trivex-app-signer-faulty">
         <source>The document is unchanged, but the certificate of this signature is not in order.</source>
@@ -3051,7 +3055,7 @@
     </message>
     <message id="trivex-app-signer-not-valid-advice">
         <source>Ask for it to be signed with a valid certificate.</source>
-        <translation>Попросите подписать его с действующим сертификатом.</translation>
+        <translation>Попросите подписать документ с действующим сертификатом.</translation>
     </message>
     <message id="trivex-app-signer-revoked">
         <source>The certificate of this signature was revoked.</source>
@@ -3059,11 +3063,11 @@
     </message>
     <message id="trivex-app-signer-revoked-advice">
         <source>Do not rely on it. Ask for it to be signed with another certificate.</source>
-        <translation>Не полагайтесь на неё. Попросите подписать документ с другим сертификатом.</translation>
+        <translation>Не полагайтесь на эту подпись. Попросите подписать документ с другим сертификатом.</translation>
     </message>
     <message id="trivex-app-signer-swapped">
         <source>This is not the certificate of the signature.</source>
-        <translation>Сертификат не тот, которым подписан документ.</translation>
+        <translation>Это не тот сертификат, которым подписан документ.</translation>
     </message>
     <message id="trivex-app-signer-swapped-advice">
         <source>The signature names another certificate. Ask for the document to be signed again.</source>
@@ -3079,7 +3083,7 @@
     </message>
     <message id="trivex-app-signer-unknown">
         <source>This computer does not know the algorithm of this signature.</source>
-        <translation>Алгоритм этой подписи на этом компьютере неизвестен.</translation>
+        <translation>Этот компьютер не знает алгоритма этой подписи.</translation>
     </message>
     <message id="trivex-app-signer-unknown-advice">
         <source>Verify it on a computer that does, or ask for another signature.</source>
@@ -3187,7 +3191,7 @@
     </message>
     <message id="trivex-app-take-key">
         <source>Use this key</source>
-        <translation>Взять этот ключ</translation>
+        <translation>Использовать этот ключ</translation>
     </message>
     <message id="trivex-app-text-all">
         <source>Select all</source>
@@ -3255,7 +3259,7 @@
     </message>
     <message id="trivex-app-token-keys-hidden">
         <source>There may be more, which show only after the PIN.</source>
-        <translation>Возможно, их больше: остальные видны только после ввода PIN-кода.</translation>
+        <translation>Возможно, их больше: остальные видны только после ввода PIN‑кода.</translation>
     </message>
     <message id="trivex-app-token-label">
         <source>Name on the token</source>
@@ -3291,7 +3295,7 @@
     </message>
     <message id="trivex-app-token-pin-group">
         <source>PIN</source>
-        <translation>PIN-код</translation>
+        <translation>PIN‑код</translation>
     </message>
     <message id="trivex-app-token-pin-pad">
         <source>the reader's own keys</source>
@@ -3339,7 +3343,7 @@
     </message>
     <message id="trivex-app-token-wants-pin">
         <source>Wants a PIN</source>
-        <translation>Требует PIN-код</translation>
+        <translation>Требует PIN‑код</translation>
     </message>
     <message id="trivex-app-tokens">
         <source>Tokens</source>
@@ -3375,7 +3379,7 @@
     </message>
     <message id="trivex-app-tries-all">
         <source>no wrong PIN is reported</source>
-        <translation>о неверном PIN-коде токен не сообщает</translation>
+        <translation>ошибок ввода не отмечено</translation>
     </message>
     <message id="trivex-app-tries-fewer">
         <source>fewer than at first</source>
@@ -3383,11 +3387,11 @@
     </message>
     <message id="trivex-app-tries-none">
         <source>none, the PIN is locked</source>
-        <translation>нет, PIN-код заблокирован</translation>
+        <translation>нет, PIN‑код заблокирован</translation>
     </message>
     <message id="trivex-app-tries-not-set">
         <source>no PIN is set</source>
-        <translation>PIN-код не задан</translation>
+        <translation>PIN‑код не задан</translation>
     </message>
     <message id="trivex-app-tries-one">
         <source>one</source>
@@ -3403,11 +3407,11 @@
     </message>
     <message id="trivex-app-unblock-pin">
         <source>Unlock PIN…</source>
-        <translation>Разблокировать PIN-код…</translation>
+        <translation>Разблокировать PIN‑код…</translation>
     </message>
     <message id="trivex-app-unblock-pin-title">
         <source>Unlock the PIN</source>
-        <translation>Разблокировка PIN-кода</translation>
+        <translation>Разблокировка PIN‑кода</translation>
     </message>
     <message id="trivex-app-undo">
         <source>Undo</source>
@@ -3426,11 +3430,11 @@
         <translation>Запрос с таким именем уже есть. Переименуйте его и повторите.</translation>
     </message>
     <message id="trivex-app-undone" numerus="yes">
-        <source>%n are back</source>
+        <source>%n items are back</source>
         <translation>
-            <numerusform>%n возвращён на место</numerusform>
-            <numerusform>%n возвращены на место</numerusform>
-            <numerusform>%n возвращены на место</numerusform>
+            <numerusform>Возвращён %n объект</numerusform>
+            <numerusform>Возвращены %n объекта</numerusform>
+            <numerusform>Возвращено %n объектов</numerusform>
         </translation>
     </message>
     <message id="trivex-app-unique-holder">
@@ -3932,10 +3936,6 @@
     <message id="trivex-app-chain-list-expired">
         <source>The list of revoked certificates ended on %1: what was revoked later is not known here.</source>
         <translation>Список отозванных сертификатов действовал до %1: о более поздних отзывах здесь не известно.</translation>
-    </message>
-    <message id="trivex-app-chain-list-not-signed">
-        <source>A list of revoked certificates in the name of its issuer is not signed by that issuer, and does not count.</source>
-        <translation>Список отозванных сертификатов от имени издателя им не подписан и не учитывается.</translation>
     </message>
     <message id="trivex-app-chain-list-not-yet">
         <source>The list of revoked certificates is valid from %1 on only.</source>

@@ -28,6 +28,10 @@ FORMS = {
     "en": (r"\bSHA\d", r" {2}", r"[^.]\.{2}(?!\.)", r'"'),
     "ru": (r"\bSHA\d", r" {2}", r'"', r"[“”]"),
 }
+# In a line of the window a plain hyphen would be a place to break it: "PIN-" and "код" below. On a
+# terminal, which may know no other hyphen, it is the plain one.
+BROKEN = re.compile(r"\bPIN-код")
+ON_TERMINALS = "trivex-console-"
 
 
 def glossary(root):
@@ -43,10 +47,10 @@ def glossary(root):
 
 
 def pattern(word):
-    """A word by itself; "~" stands for any ending. "PIN" is no "PIN-код"."""
+    """A word by itself; "~" stands for any ending. "PIN" is no "PIN‑код"."""
     body = re.escape(word.rstrip("~")) + (r"\w*" if word.endswith("~") else "")
     flags = 0 if word.rstrip("~").isupper() else re.IGNORECASE
-    return re.compile(rf"(?<![\w-]){body}(?![\w-])", flags)
+    return re.compile(rf"(?<![\w‑-]){body}(?![\w‑-])", flags)
 
 
 def texts(path):
@@ -55,6 +59,10 @@ def texts(path):
         forms = [form.text or "" for form in translation.iter("numerusform")]
         for text in forms or [translation.text or ""]:
             yield message.get("id"), text
+
+
+def breaks(identifier, text):
+    return not identifier.startswith(ON_TERMINALS) and BROKEN.search(text) is not None
 
 
 def findings(language, text, words):
@@ -75,6 +83,8 @@ def check(root):
         for identifier, text in texts(root / "translations" / name):
             for finding in findings(language, text, words):
                 yield f"{name}: {identifier}: {finding}: {text}"
+            if breaks(identifier, text):
+                yield f"{name}: {identifier}: a line may break within “PIN-код”: {text}"
 
 
 def quoting(root):
@@ -124,9 +134,12 @@ def selftest(root):
                            ("en", "The subjects"), ("ru", "Заявка")):
         if not list(findings(language, text, words)):
             yield f"{language}: nothing was found in “{text}”"
-    for language, text in (("en", "RSA with SHA-256, to be certain"), ("ru", "Введите PIN-код")):
+    for language, text in (("en", "RSA with SHA-256, to be certain"), ("ru", "Введите PIN-код"),
+                           ("ru", "Введите PIN‑код")):
         for finding in findings(language, text, words):
             yield f"{language}: “{text}”: {finding}"
+    if not breaks("trivex-app-x", "Введите PIN-код") or breaks("trivex-console-x", "PIN-код"):
+        yield "a place to break a line is not found, or is found on a terminal"
 
 
 def main():
