@@ -410,8 +410,15 @@ def plain_texts():
                 yield f"{name(path)}:{line}: a text without textFormat"
 
 
+def window_texts(language):
+    """What the window says in that language, without what stands behind it: marks, kinds of files."""
+    catalogue = text_of(ROOT / "translations" / f"trivex-app_{language}.ts")
+    found = re.findall(r"<(?:translation|numerusform)>\s*([^<]+?)\s*</", catalogue)
+    return {re.sub(r"…$| \([^()]*\)$", "", text) for text in found}
+
+
 def manual():
-    """The manual says the same in each language, and has its pictures."""
+    """The manual says the same in each language, has its pictures, and names buttons by their texts."""
     folder = ROOT / "docs" / "manual"
     shapes = {}
     for path in sorted(folder.glob("manual-*.html")):
@@ -421,6 +428,10 @@ def manual():
         for picture in re.findall(r'<img src="([^"]+)"', text):
             if not (folder / picture).exists():
                 yield f"{name(path)}: {picture} is missing"
+        known = window_texts(path.stem[-2:])
+        for found in re.findall(r"<b>(.*?)</b>", text, re.S):
+            if re.sub(r"\s+", " ", found) not in known:
+                yield f"{name(path)}: nothing in the window is called {found} (<strong> is for other words)"
         for found in re.findall(r"<img(?![^>]* alt=\"[^\"]+\")", text):
             yield f"{name(path)}: a picture without a text in its place: {found}"
     shown = text_of(ROOT / "README.md") + "".join(map(text_of, folder.glob("*.html")))
