@@ -245,7 +245,7 @@ void TestAppCms::overAFile()
     QCOMPARE(QFileInfo(file).size(), qint64(8));
     QVERIFY(m_steps->press("doSign"));
     QVERIFY(m_window->click(QStringLiteral("replaceConfirm")));
-    QTRY_COMPARE_WITH_TIMEOUT(m_steps->text("signResult"), qtTrId("trivex-app-signed"), 20000);
+    QTRY_COMPARE(m_steps->text("signResult"), qtTrId("trivex-app-signed"));
     QVERIFY(opensslAccepts(file, path));
     // A leave is for one signature. One that comes in between is asked about as well.
     QVERIFY(QFile::remove(file));
@@ -255,7 +255,7 @@ void TestAppCms::overAFile()
     QVERIFY(m_steps->waitOpen("signReplaceDialog"));
     QCOMPARE(QFileInfo(file).size(), qint64(8));
     QVERIFY(m_window->click(QStringLiteral("replaceConfirm")));
-    QTRY_COMPARE_WITH_TIMEOUT(m_steps->text("signResult"), qtTrId("trivex-app-signed"), 20000);
+    QTRY_COMPARE(m_steps->text("signResult"), qtTrId("trivex-app-signed"));
     QVERIFY(opensslAccepts(file, path));
 }
 
@@ -335,9 +335,9 @@ void TestAppCms::strangersMessage()
     // Once the user trusts the certificate, the page says so by itself; and no more afterwards.
     const QString trusted = userFile(QStringLiteral("strange.pem"));
     QVERIFY(QFile::copy(m_authority.file(QStringLiteral("strange.pem")), trusted));
-    QTRY_COMPARE_WITH_TIMEOUT(verdict(), qtTrId("trivex-app-signer-good"), 10000);
+    QTRY_COMPARE(verdict(), qtTrId("trivex-app-signer-good"));
     QVERIFY(QFile::remove(trusted));
-    QTRY_COMPARE_WITH_TIMEOUT(verdict(), qtTrId("trivex-app-signer-untrusted"), 10000);
+    QTRY_COMPARE(verdict(), qtTrId("trivex-app-signer-untrusted"));
 }
 
 /// What else is asked for has to wait; what was found out stands afterwards.

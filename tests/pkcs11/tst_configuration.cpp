@@ -96,7 +96,7 @@ void TestConfiguration::trustModuleOnlyWhenAllowed()
     QVERIFY(!config.isEmpty());
     config.insert(QStringLiteral("allow_load_rootca"), true);
     QCA::setProviderConfig(provider, config);
-    QTRY_VERIFY_WITH_TIMEOUT(systemStores() > 0, 5000);
+    QTRY_VERIFY(systemStores() > 0);
 }
 
 void TestConfiguration::defaultConfiguration()

@@ -89,7 +89,7 @@ void TestFirstScan::patience()
     QSignalSpy over(&scan, &FirstScan::over);
     scan.begin();
     scan.expect(QStringLiteral("module"));
-    QTRY_VERIFY_WITH_TIMEOUT((scan.checkPatience(), scan.isOver()), 60000);
+    QTRY_VERIFY((scan.checkPatience(), scan.isOver()));
     QCOMPARE(over.count(), 1);
     scan.checkPatience();
     QCOMPARE(over.count(), 1);

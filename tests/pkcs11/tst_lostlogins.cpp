@@ -351,15 +351,14 @@ void TestLostLogins::searchOnATokenThatGoes()
     QVERIFY(m_token->replug(id));
     m_token->control(order);
     if (order == "remove")
-        QTRY_VERIFY_WITH_TIMEOUT(!TokenMonitor::token(id).present, 30000);
+        QTRY_VERIFY(!TokenMonitor::token(id).present);
     QVERIFY(Trivex::findTokenKey(id, unknown).isNull());
     m_token->control();
-    QTRY_VERIFY_WITH_TIMEOUT(TokenMonitor::token(id).present && !TokenMonitor::token(id).loading,
-                             30000);
+    QTRY_VERIFY(TokenMonitor::token(id).present && !TokenMonitor::token(id).loading);
     m_store = m_stores->waitFor(StoreName, 30000);
     QVERIFY(m_store && m_stores->waitForEntries(StoreName, 2, 30000));
     // What is left of the token that went may answer once more.
-    QTRY_VERIFY_WITH_TIMEOUT(!Trivex::findTokenKey(id, hidden).isNull(), 30000);
+    QTRY_VERIFY(!Trivex::findTokenKey(id, hidden).isNull());
 }
 
 QTEST_GUILESS_MAIN(TestLostLogins)

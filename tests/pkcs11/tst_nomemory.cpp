@@ -79,16 +79,16 @@ void TestNoMemory::whileATokenIsRead()
     const QString id = m_store->id();
     const auto status = [&id] { return Trivex::TokenMonitor::token(id); };
     m_token->control("remove");
-    QTRY_VERIFY_WITH_TIMEOUT(!status().present, 30000);
+    QTRY_VERIFY(!status().present);
     refused = 0;
     isScarce = true;
     m_token->control();
     // Tried again at each look.
-    QTRY_VERIFY_WITH_TIMEOUT(refused >= 2, 30000);
+    QTRY_VERIFY(refused >= 2);
     QVERIFY(status().present);
     QVERIFY(!status().isRead);
     isScarce = false;
-    QTRY_VERIFY_WITH_TIMEOUT(status().isRead, 30000);
+    QTRY_VERIFY(status().isRead);
     QVERIFY(m_stores->waitForEntries(StoreName, 1, 30000));
     QVERIFY(signs());
 }

@@ -294,7 +294,7 @@ void TestRememberedRows::rowsThatAreGoneDisappear()
                                          QStringLiteral("gone")));
     QVERIFY(m_token->replug(m_storeId));
     QVERIFY(m_stores->waitForEntries(StoreName, 3, 30000));
-    QTRY_VERIFY_WITH_TIMEOUT(keeps(der), 30000);
+    QTRY_VERIFY(keeps(der));
     QVERIFY(takeOut());
     QVERIFY(m_token->token().removeObject(QStringLiteral("cert"), QStringLiteral("66")));
     QVERIFY(replugHeld());
@@ -302,7 +302,7 @@ void TestRememberedRows::rowsThatAreGoneDisappear()
     QVERIFY(release());
     QVERIFY(m_stores->waitForEntries(StoreName, 2, 30000));
     // Nor is it remembered any longer.
-    QTRY_VERIFY_WITH_TIMEOUT(!keeps(der), 30000);
+    QTRY_VERIFY(!keeps(der));
     QVERIFY(replugHeld());
     QVERIFY(waitForHeldRows(2));
     QVERIFY(release());
@@ -319,7 +319,7 @@ void TestRememberedRows::keysThatAreGoneDoNotSign()
                                          QStringLiteral("away")));
     QVERIFY(m_token->replug(m_storeId));
     QVERIFY(m_stores->waitForEntries(StoreName, 3, 30000));
-    QTRY_VERIFY_WITH_TIMEOUT(keeps(der), 30000);
+    QTRY_VERIFY(keeps(der));
     QVERIFY(takeOut());
     for (const char *type : {"cert", "pubkey", "privkey"})
         m_token->token().removeObject(QString::fromLatin1(type), QStringLiteral("77"));
@@ -524,7 +524,7 @@ void TestRememberedRows::oldOnesGoAtTheStart()
     remember(false);
     m_stores = std::make_unique<Stores>();
     QVERIFY(m_stores->waitFor(StoreName, 30000));
-    QTRY_VERIFY_WITH_TIMEOUT(files().isEmpty(), 30000);
+    QTRY_VERIFY(files().isEmpty());
 }
 
 /// A page that has no key stores removes the files all the same, and the next start does what was
@@ -539,10 +539,10 @@ void TestRememberedRows::switchedOffWithoutProvider()
     user.setOn(true);
     QCOMPARE(files().size(), 1);
     user.setOn(false);
-    QTRY_VERIFY_WITH_TIMEOUT(!QFileInfo::exists(directory), 30000);
+    QTRY_VERIFY(!QFileInfo::exists(directory));
     QVERIFY(QDir().mkpath(directory));
     Trivex::RememberedTokens::apply();
-    QTRY_VERIFY_WITH_TIMEOUT(!QFileInfo::exists(directory), 30000);
+    QTRY_VERIFY(!QFileInfo::exists(directory));
 }
 
 void TestRememberedRows::switchedOffInAnotherProcess()

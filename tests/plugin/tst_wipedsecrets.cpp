@@ -211,7 +211,7 @@ void TestWipedSecrets::bundleOfTheWindow()
     file.setPath(m_bundle);
     Watch watch(Password.toUtf8());
     file.unlock(Password);
-    QTRY_VERIFY_WITH_TIMEOUT(file.isUnlocked(), 20000);
+    QTRY_VERIFY(file.isUnlocked());
     QCOMPARE(watch.count(), 0);
 }
 

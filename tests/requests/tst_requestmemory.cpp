@@ -201,7 +201,7 @@ void TestRequestMemory::requestOutlivesARememberedRow()
     // What comes after that is told of as ever.
     QVERIFY(writeCertificate(QStringLiteral("again")));
     QVERIFY(m_token->replug(m_storeId));
-    QTRY_VERIFY_WITH_TIMEOUT(!QFile::exists(saved), Patience);
+    QTRY_VERIFY_WITH_TIMEOUT(!QFile::exists(request.path), Patience);
 }
 
 void TestRequestMemory::requestGoesOnceTheTokenIsRead()
@@ -212,8 +212,8 @@ void TestRequestMemory::requestGoesOnceTheTokenIsRead()
     QVERIFY(comesBackHeld());
     QVERIFY(request.isUntouched());
     QVERIFY(release());
-    QTRY_VERIFY_WITH_TIMEOUT(!QFile::exists(saved), Patience);
-    QCOMPARE(arrived.count(), 1);
+    QTRY_VERIFY_WITH_TIMEOUT(!QFile::exists(request.path), Patience);
+    QCOMPARE(request.arrived.count(), 1);
 }
 
 void TestRequestMemory::rowsTellWhatWasRead()

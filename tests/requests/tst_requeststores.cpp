@@ -271,7 +271,7 @@ void TestRequestStores::editWithTheKeyOfABundle()
     addStore("A", {certificate, bundle("foreign", foreignKey()), bundle("other", otherKey())});
     addStore("B", {bundle("keyless", QCA::PrivateKey()), bundle("mine", softwareKey())});
     KeyStoreModel stores;
-    QTRY_VERIFY_WITH_TIMEOUT(hasRow(stores, "other") && hasRow(stores, "mine"), 30000);
+    QTRY_VERIFY(hasRow(stores, "other") && hasRow(stores, "mine"));
     CertificateRequest request(makeRequestFile("Old"), &stores);
     QSignalSpy missing(&request, &CertificateRequest::missingPrivateKey);
     QSignalSpy created(&request, &CertificateRequest::requestCreated);
@@ -295,7 +295,7 @@ void TestRequestStores::editWithSeveralValues()
 {
     addStore("B", {bundle("mine", softwareKey())});
     KeyStoreModel stores;
-    QTRY_VERIFY_WITH_TIMEOUT(hasRow(stores, "mine"), 30000);
+    QTRY_VERIFY(hasRow(stores, "mine"));
     CertificateRequest request(makeRequestFile("A"), &stores);
     request.setCommonName(QString());
     request.setCommonName(QStringLiteral("B"));
@@ -322,7 +322,7 @@ void TestRequestStores::otherKeysAreNoMatch()
 {
     addStore("A", {bundle("foreign", foreignKey()), bundle("other", otherKey())});
     KeyStoreModel stores;
-    QTRY_VERIFY_WITH_TIMEOUT(hasRow(stores, "other"), 30000);
+    QTRY_VERIFY(hasRow(stores, "other"));
     CertificateRequest request(makeRequestFile("Old"), &stores);
     QSignalSpy missing(&request, &CertificateRequest::missingPrivateKey);
     request.setCommonName(QStringLiteral("New"));
@@ -338,7 +338,7 @@ void TestRequestStores::otherStoresAreNotSearched()
     addStore("S", {bundle("mine", softwareKey())}, QCA::KeyStore::System);
     KeyStoreModel stores;
     QTRY_VERIFY(stores.keyStoreByName(text("S")));
-    QTRY_VERIFY_WITH_TIMEOUT(hasRow(stores, "mine"), 30000);
+    QTRY_VERIFY(hasRow(stores, "mine"));
     CertificateRequest request(makeRequestFile("Old"), &stores);
     QSignalSpy missing(&request, &CertificateRequest::missingPrivateKey);
     ignoreMissingKey("Old.csr");

@@ -106,7 +106,7 @@ void TestStockStores::compare(const QString &storeId, const QStringList &files, 
     QFETCH(bool, isStockFirst);
     // A store takes a new configuration over in a thread of QCA's, at some time.
     QList<QCA::KeyStoreEntry> entries;
-    QTRY_VERIFY_WITH_TIMEOUT((entries = entriesOf(storeId)).size() == files.size(), 10000);
+    QTRY_VERIFY((entries = entriesOf(storeId)).size() == files.size());
     for (const QCA::KeyStoreEntry &one : entries) {
         const KeyStoreEntry entry(one);
         QVERIFY(!entry.name().isEmpty());
