@@ -226,19 +226,31 @@ PinRobot::PinRobot(WindowDriver &driver)
 void PinRobot::answer(const QString &pin)
 {
     m_pin = pin;
+    m_isOnce = false;
+    m_isIdle = false;
+}
+
+void PinRobot::answerOnce(const QString &pin)
+{
+    answer(pin);
+    m_isOnce = true;
 }
 
 void PinRobot::leave()
 {
-    m_pin.clear();
+    answer(QString());
 }
 
 void PinRobot::look()
 {
+    if (m_isIdle)
+        return;
     for (const char *dialog : {"pinPromptDialog", "signPinDialog"}) {
         if (!m_driver.isOpen(QLatin1String(dialog)))
             continue;
         m_timer.stop();
+        // Before it answers: what comes of it may be seen, and lead to other orders, meanwhile.
+        m_isIdle = m_isOnce;
         if (m_pin.isEmpty())
             m_driver.key(Qt::Key_Escape);
         else

@@ -75,6 +75,8 @@ public:
 
     /// What is done about the next questions.
     void answer(const QString &pin);
+    /// Answers the next question; those that follow stay open until somebody says what to do.
+    void answerOnce(const QString &pin);
     void leave();
 
 private:
@@ -83,6 +85,8 @@ private:
     WindowDriver &m_driver;
     QTimer m_timer;
     QString m_pin;
+    bool m_isOnce = false;
+    bool m_isIdle = false;
 };
 
 /// Writes a file; the path, or an empty one when that failed.

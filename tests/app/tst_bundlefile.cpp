@@ -17,11 +17,12 @@ namespace {
 
 const TrivexTest::PrivateHome privateHome;
 
-constexpr int Patience = 60000; // ms
+/// For seconds of a processor's work, on machines with little left of it; in ms.
+constexpr int Patience = 600000;
 /// Lets a derivation get under way before the process is told to end; in ms.
 constexpr int UnderWay = 600;
-/// Of the loop, while a key is derived: a bundle that is opened at once leaves time for a few.
-constexpr int ManyBeats = 100;
+/// Of the loop, while a key is derived: derived in the loop, it would be there after the first.
+constexpr int ManyTurns = 100;
 
 } // namespace
 
@@ -71,10 +72,15 @@ void TestBundleFile::unlocks()
     meter.start();
     file.unlock(QStringLiteral("secret"));
     QVERIFY(file.isUnlocking());
+    int turns = 0;
+    for (; turns < ManyTurns && file.isUnlocking(); ++turns) {
+        QEventLoop turn;
+        QTimer::singleShot(0, &turn, &QEventLoop::quit);
+        turn.exec();
+    }
+    QCOMPARE(turns, ManyTurns);
     QTRY_VERIFY_WITH_TIMEOUT(!file.isUnlocking(), Patience);
     meter.stop();
-    // Seconds of work, during which the loop went on turning.
-    QVERIFY2(meter.beats() >= ManyBeats, qPrintable(QString::number(meter.beats())));
     QVERIFY2(meter.longest() <= LoopMeter::Unnoticed, qPrintable(QString::number(meter.longest())));
     QVERIFY(file.isUnlocked());
     QCOMPARE(file.items()->value(0, FileItemModel::NameRole).toString(), QStringLiteral("Slow"));
