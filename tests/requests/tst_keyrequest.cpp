@@ -16,7 +16,6 @@
 #include "tests/support/testcertificates.h"
 #include "tests/support/testtoken.h"
 #include "tools/keyrequest.h"
-#include "tools/requestprofiles.h"
 #include "tools/subjectattributes.h"
 
 #include <QSignalSpy>
@@ -71,16 +70,8 @@ class TestKeyRequest : public QObject {
 private Q_SLOTS:
     void initTestCase();
     void init();
-    void attributes_data();
-    void attributes();
-    void values_data();
-    void values();
     void refusesWrongContents_data();
     void refusesWrongContents();
-    void profiles();
-    void builtInProfiles();
-    void damagedProfiles();
-    void typedValuesGoAlong();
     void keyKinds_data();
     void keyKinds();
     void everyAttribute();
@@ -131,76 +122,6 @@ QString TestKeyRequest::make(KeyRequest *request, int kind)
     return request->error() == KeyRequest::NoError ? request->path() : QString();
 }
 
-void TestKeyRequest::attributes_data()
-{
-    QTest::addColumn<QString>("type");
-    for (const QString &type : subjectAttributeTypes())
-        QTest::newRow(qPrintable(type)) << type;
-}
-
-void TestKeyRequest::attributes()
-{
-    QFETCH(QString, type);
-    const SubjectAttribute *attribute = findSubjectAttribute(type);
-    QVERIFY(attribute);
-    QCOMPARE(subjectAttributeOid(type), QString::fromLatin1(attribute->oid));
-    QCOMPARE(findSubjectAttribute(QString::fromLatin1(attribute->oid)), attribute);
-    const QString tooLong(attribute->longest + 1, QLatin1Char('1'));
-    QCOMPARE(RequestContents::problemOfName({type, tooLong}), RequestContents::TooLong);
-    QCOMPARE(RequestContents::problemOfName({type, QStringLiteral(" ")}),
-             RequestContents::NoProblem);
-}
-
-void TestKeyRequest::values_data()
-{
-    QTest::addColumn<QString>("type");
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<bool>("isGood");
-    const auto row = [](const char *type, const char *value, bool isGood) {
-        QTest::addRow("%s %s", type, value)
-            << QString::fromLatin1(type) << QString::fromUtf8(value) << isGood;
-    };
-    row("country", "RU", true);
-    row("country", "ru", false);
-    row("country", "РФ", false);
-    row("email", "ivanov@example.ru", true);
-    row("email", "иванов@example.ru", false);
-    row("email", "a@b@c", false);
-    row("inn", "500100732259", true);
-    row("inn", "500100732258", false);
-    row("snils", "112-233-445 95", true);
-    row("ogrn", "1027700132195", true);
-    row("ogrn", "102770013219", false);
-    row("telephone", "+7 495 000-00-00", true);
-    row("telephone", "семь", false);
-    row("1.2.3.4", "anything", true);
-    row("1.2.x", "anything", false);
-    row("nonsense", "anything", false);
-    row("dns", "www.example.org", true);
-    row("dns", "*.example.org", true);
-    row("dns", "пример.рф", true);
-    row("dns", "a b", false);
-    row("dns", "-a.example.org", false);
-    row("ip", "192.0.2.1", true);
-    row("ip", "2001:db8::1", true);
-    row("ip", "192.0.2.256", false);
-    row("uri", "https://example.org/a?b", true);
-    row("uri", "example.org", false);
-    row("uri", "urn:пример", false);
-}
-
-void TestKeyRequest::values()
-{
-    QFETCH(QString, type);
-    QFETCH(QString, value);
-    QFETCH(bool, isGood);
-    const QStringList others{QStringLiteral("dns"), QStringLiteral("ip"), QStringLiteral("uri")};
-    const QString problem = others.contains(type)
-        ? KeyRequest::problemOfAlternativeName(type, value)
-        : KeyRequest::problemOfName(type, value);
-    QCOMPARE(problem.isEmpty(), isGood);
-}
-
 void TestKeyRequest::refusesWrongContents_data()
 {
     QTest::addColumn<QByteArray>("json");
@@ -239,130 +160,6 @@ void TestKeyRequest::refusesWrongContents()
     QVERIFY(!request.isRunning());
     QCOMPARE(token->objectCount(), objects);
     QVERIFY(home->requestFiles().isEmpty());
-}
-
-void TestKeyRequest::profiles()
-{
-    RequestProfiles profiles;
-    QSignalSpy changed(&profiles, &RequestProfiles::namesChanged);
-    const QStringList before = profiles.names();
-    RequestContents contents;
-    contents.names = {{QStringLiteral("commonName"), QString::fromUtf8("Имя")},
-                      {QStringLiteral("1.2.3.4"), QStringLiteral("x")}};
-    contents.alternativeNames = {{QStringLiteral("dns"), QString()}};
-    contents.keyUsages = QStringList{QStringLiteral("keyAgreement")};
-    contents.purposes = QStringList{QStringLiteral("1.2.3.4.5")};
-    const QString name = QString::fromUtf8("Мой / профиль");
-    QCOMPARE(profiles.save(name, contents, false), RequestProfiles::Saved);
-    QCOMPARE(changed.count(), 1);
-    QCOMPARE(profiles.names().mid(0, before.size()), before);
-    const QString listed = profiles.names().last();
-    QVERIFY(!listed.contains(QLatin1Char('/')));
-    for (const QString &one : {name, listed}) {
-        const auto loaded = RequestProfiles().load(one);
-        QVERIFY(loaded);
-        QCOMPARE(loaded->toJson(), contents.toJson());
-        QVERIFY(loaded->names == contents.names);
-    }
-    QVERIFY(!profiles.isBuiltIn(listed));
-    QVERIFY(profiles.remove(listed));
-    QVERIFY(!profiles.remove(listed));
-    QCOMPARE(profiles.names(), before);
-    QVERIFY(!profiles.load(listed));
-    QCOMPARE(profiles.save(QStringLiteral(" "), contents, true), RequestProfiles::NotSaved);
-}
-
-void TestKeyRequest::builtInProfiles()
-{
-    RequestProfiles profiles;
-    const QStringList names = profiles.names();
-    QCOMPARE(names,
-             (QStringList{QStringLiteral("simple"), QStringLiteral("web-server"),
-                          QStringLiteral("email"), QStringLiteral("russian-person"),
-                          QStringLiteral("russian-company")}));
-    for (const QString &name : names) {
-        QVERIFY(profiles.isBuiltIn(name));
-        QVERIFY(profiles.title(name).startsWith(QLatin1String("tr:")));
-        QVERIFY(!profiles.remove(name));
-        QCOMPARE(profiles.save(name, {}, true), RequestProfiles::NotSaved);
-        auto contents = profiles.load(name);
-        QVERIFY(contents);
-        // Nothing but the name is wanting.
-        QCOMPARE(contents->check().problem,
-                 contents->title().isEmpty() ? RequestContents::NoName
-                                             : RequestContents::NoProblem);
-        contents->names.first().value = QStringLiteral("A");
-        QCOMPARE(contents->check().problem, RequestContents::NoProblem);
-    }
-    KeyRequest request;
-    QVERIFY(request.loadProfile(QStringLiteral("web-server")));
-    QCOMPARE(request.purposes(), QStringList{QStringLiteral("serverAuth")});
-    QVERIFY(!request.loadProfile(QStringLiteral("none")));
-    QVERIFY(!request.loadProfile(QString()));
-}
-
-/// From one kind of request to another: a name has one country, and what a profile brought by
-/// itself goes with it.
-void TestKeyRequest::typedValuesGoAlong()
-{
-    const auto values = [](const KeyRequest &request, const char *type) {
-        QStringList found;
-        for (const RequestValue &value : request.contents().names) {
-            if (value.type == QLatin1String(type) && !value.value.isEmpty())
-                found += value.value;
-        }
-        return found.join(QLatin1Char(' '));
-    };
-    const QString person = QStringLiteral("russian-person");
-    const QString simple = QStringLiteral("simple");
-    KeyRequest request;
-    QVERIFY(request.loadProfile(simple));
-    const int country = request.names()->values().indexOf({QStringLiteral("country"), QString()});
-    QVERIFY(country >= 0);
-    request.names()->setValue(country, QStringLiteral("DE"));
-    QVERIFY(request.loadProfile(person));
-    QCOMPARE(values(request, "country"), QStringLiteral("DE"));
-    QVERIFY(request.loadProfile(simple));
-    QCOMPARE(values(request, "country"), QStringLiteral("DE"));
-    // Typed, though the profile has the same.
-    request.names()->setValue(country, QStringLiteral("RU"));
-    QVERIFY(request.loadProfile(person));
-    QVERIFY(request.loadProfile(simple));
-    QCOMPARE(values(request, "country"), QStringLiteral("RU"));
-    request.clear();
-    QVERIFY(request.loadProfile(person));
-    QCOMPARE(values(request, "country"), QStringLiteral("RU"));
-    QVERIFY(request.loadProfile(simple));
-    QCOMPARE(values(request, "country"), QString());
-    // Of units there may be several.
-    request.addName(QStringLiteral("organizationalUnit"), QStringLiteral("A"));
-    request.addName(QStringLiteral("organizationalUnit"), QStringLiteral("B"));
-    QVERIFY(request.loadProfile(QStringLiteral("web-server")));
-    QCOMPARE(values(request, "organizationalUnit"), QStringLiteral("A B"));
-}
-
-void TestKeyRequest::damagedProfiles()
-{
-    QDir().mkpath(RequestProfiles::directory());
-    const auto write = [](const char *name, const QByteArray &text) {
-        QFile file(RequestProfiles::directory() + QString::fromLatin1(name));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(text);
-    };
-    write("cut.json", "{\"subject\":[");
-    write("list.json", "[]");
-    write("odd.json",
-          "{\"subject\":[1,{\"value\":\"x\"},{\"type\":\"commonName\"}],"
-          "\"keyUsage\":\"all\",\"extendedKeyUsage\":[1]}");
-    const RequestProfiles profiles;
-    QVERIFY(!profiles.load(QStringLiteral("cut")));
-    QVERIFY(!profiles.load(QStringLiteral("list")));
-    const auto odd = profiles.load(QStringLiteral("odd"));
-    QVERIFY(odd);
-    QCOMPARE(odd->names.size(), 1);
-    QVERIFY(odd->keyUsages.isEmpty());
-    QVERIFY(odd->purposes.isEmpty());
-    QVERIFY(QDir(RequestProfiles::directory()).removeRecursively());
 }
 
 void TestKeyRequest::keyKinds_data()
