@@ -5,6 +5,7 @@
 #include "qca/adapter/entries.h"
 #include "qca/tokens/tokens.h"
 #include "tests/pkcs11/faultytoken.h"
+#include "tests/support/leaveroot.h"
 #include "tests/support/needtokens.h"
 #include "tests/support/testcertificates.h"
 
@@ -16,7 +17,6 @@
 #include <QtTest>
 
 #include <fcntl.h>
-#include <grp.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -24,7 +24,6 @@ using namespace TrivexTest;
 
 namespace {
 
-constexpr uid_t Nobody = 65534;
 constexpr int Patience = 60000;
 
 bool writeFile(const QString &path, const QByteArray &contents)
@@ -300,23 +299,9 @@ void TestP11Kit::crashWhileListing()
     QCOMPARE(rowsOf(QStringLiteral("Plugged")), 1);
 }
 
-/// As root the test becomes nobody, where that account can read this build.
-static void leaveRoot()
-{
-    if (geteuid() != 0 || setgroups(0, nullptr) != 0 || setegid(Nobody) != 0
-        || seteuid(Nobody) != 0)
-        return;
-    const bool canRun = eaccess(TRIVEX_FAULTY_MODULE, R_OK) == 0 && eaccess("/dev/shm", W_OK) == 0;
-    if (seteuid(0) != 0 || setegid(0) != 0)
-        _exit(2);
-    if (canRun
-        && (setresgid(Nobody, Nobody, Nobody) != 0 || setresuid(Nobody, Nobody, Nobody) != 0))
-        _exit(2);
-}
-
 int main(int argc, char *argv[])
 {
-    leaveRoot();
+    leaveRoot(TRIVEX_FAULTY_MODULE);
     const QTemporaryDir home;
     qputenv("HOME", QFile::encodeName(home.path()));
     QCoreApplication application(argc, argv);

@@ -612,24 +612,37 @@ def test_functions():
     return found
 
 
+def cited_tests(page, heading, columns):
+    """The rows of a table that cites tests, and what is wrong with them."""
+    text = text_of(ROOT / "docs" / page).partition(f"{columns}\n|---|---|\n")[2]
+    rows = re.findall(r"^\| (.+?) \| (.*) \|$", text, re.M)
+    if not rows:
+        yield f"docs/{page}: there is no table of {heading}"
+    functions = test_functions()
+    checks = {check.__name__ for check in CHECKS}
+    examples = {path.stem.replace("tst_", "example_", 1)
+                for path in (ROOT / "tests" / "examples").glob("tst_*.qml")}
+    for row, tests in rows:
+        cited = re.findall(r"`([\w-]+?)(?:::(\w+))?`", tests)
+        if not cited:
+            yield f"docs/{page}: nothing holds: {row}"
+        for program, function in cited:
+            if function:
+                known = function in functions.get(program, ())
+            else:
+                known = program in examples or program.startswith("project_") and program[8:] in checks
+            if not known:
+                yield f"docs/{page}: there is no test {program}{function and '::' + function}"
+
+
 def promises():
     """Each promise of the threat model names tests, and those are there."""
-    page = text_of(ROOT / "docs" / "threat-model.md").partition("| promise | held by |\n|---|---|\n")[2]
-    rows = re.findall(r"^\| (.+?) \| (.*) \|$", page, re.M)
-    if not rows:
-        yield "docs/threat-model.md: there is no table of promises"
-    functions = test_functions()
-    for promise, tests in rows:
-        cited = re.findall(r"`(\w+?)(?:::(\w+))?`", tests)
-        if not cited:
-            yield f"docs/threat-model.md: nothing holds: {promise}"
-        for program, function in cited:
-            if program.startswith("project_") and not function:
-                known = program[len("project_"):] in {check.__name__ for check in CHECKS}
-            else:
-                known = function in functions.get(program, ())
-            if not known:
-                yield f"docs/threat-model.md: there is no test {program}::{function}"
+    yield from cited_tests("threat-model.md", "promises", "| promise | held by |")
+
+
+def capabilities():
+    """Each thing that the program can do names tests, and those are there."""
+    yield from cited_tests("capabilities.md", "capabilities", "| what | shown by |")
 
 
 # Local sockets are none: the first instance of the program hears of the second through one.
@@ -671,7 +684,7 @@ def waits():
 
 CHECKS = [sizes, functions, hidden, test_names, licences, words, threads, decisions, names, guides, format,
           scripts, conflicts, conflicts_selftest, qml, plain_texts, manual, settings, packages, targets,
-          symbols, memory, promises, network, waits]
+          symbols, memory, promises, capabilities, network, waits]
 
 
 def main():
