@@ -661,6 +661,41 @@ def network():
                 yield f"{name(path)}:{number}: {found.group()} reaches the network"
 
 
+# What our programs and scripts take from the environment.
+READ_VARIABLE = re.compile(r"(?:getenv|qEnvironmentVariable\w*)\(\"(TRIVEX_\w+)\"|\$\{(TRIVEX_\w+):-")
+# Of tests, and of the tour that sets it for itself.
+INNER_VARIABLES = re.compile(r"TRIVEX_(?:NO_GOST_ENGINE|TOUR_\w+)")
+
+
+def environment():
+    """The environment variables that people are told of, and those that are read."""
+    man = text_of(ROOT / "packaging" / "trivex.1")
+    pages = [ROOT / "README.md", ROOT / "docs" / "threat-model.md", ROOT / "packaging" / "trivex.1",
+             *(ROOT / "docs" / "guides").glob("*.md"), *(ROOT / "docs" / "manual").glob("*.html")]
+    sources = {path: text_of(path) for path in files()
+               if not name(path).startswith(("tests/", "fuzz/", "benchmarks/", "docs/"))}
+    read = {found[0] or found[1]: path for path, text in sources.items()
+            for found in READ_VARIABLE.findall(text)}
+    build = "\n".join(text for path, text in sources.items()
+                      if path.name == "CMakeLists.txt" or path.suffix in (".cmake", ".in"))
+    if len(pages) < 5 or "TRIVEX_PKCS11_MODULES" not in read:
+        yield "tests/project/check.py: the pages or the code that reads the environment are elsewhere now"
+    for page in pages:
+        for variable in sorted(set(re.findall(r"\bTRIVEX_\w+", text_of(page)))):
+            if variable not in read and not re.search(rf"\b{variable}\b", build):
+                yield f"{name(page)}: {variable} is read by nothing"
+    for variable, path in read.items():
+        if path.suffix in (".cpp", ".h") and not INNER_VARIABLES.fullmatch(variable) \
+                and f".B {variable}\n" not in man:
+            yield f"packaging/trivex.1: says nothing of {variable}, which {name(path)} reads"
+    # The one list among them: its separator is told where it is explained.
+    splits = "list.split(QLatin1Char(';')" in text_of(ROOT / "providers/pkcs11/life/modulelist.cpp")
+    for page in (ROOT / "packaging" / "trivex.1", ROOT / "docs" / "guides" / "administrators.md"):
+        told = re.search(r"TRIVEX_PKCS11_MODULES`?[,\n][^.]*\bsemicolons\b", text_of(page))
+        if not (splits and told):
+            yield f"{name(page)}: TRIVEX_PKCS11_MODULES and its reader do not both have semicolons"
+
+
 # A pause that an earlier line names says by its name what it is for.
 FIXED_WAIT = re.compile(r"\b(?:QTest::qWait|QTest::qSleep|QThread::m?sleep|u?sleep_for)\((?!LookPause)")
 
@@ -684,7 +719,7 @@ def waits():
 
 CHECKS = [sizes, functions, hidden, test_names, licences, words, threads, decisions, names, guides, format,
           scripts, conflicts, conflicts_selftest, qml, plain_texts, manual, settings, packages, targets,
-          symbols, memory, promises, capabilities, network, waits]
+          symbols, memory, promises, capabilities, network, environment, waits]
 
 
 def main():
