@@ -43,22 +43,30 @@ int save(const QString &kind)
     return QFile::exists(request.filePath()) ? 0 : 1;
 }
 
+enum class Tracing { Off, On };
+
+/// A process of this program that does `save(kind)`.
+pid_t startSave(const QString &kind, Tracing tracing)
+{
+    const QByteArray program = QFile::encodeName(QCoreApplication::applicationFilePath());
+    const QByteArray path = QFile::encodeName(home->path());
+    const QByteArray argument = kind.toUtf8();
+    const pid_t process = ::fork();
+    if (process != 0)
+        return process;
+    if (tracing == Tracing::On && ::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0)
+        ::_exit(9);
+    ::execl(program.constData(), program.constData(), "--save", path.constData(),
+            argument.constData(), nullptr);
+    ::_exit(9);
+}
+
 /// A traced process, killed at the end whatever happens.
 class Traced {
 public:
     explicit Traced(const QString &kind)
+        : m_process(startSave(kind, Tracing::On))
     {
-        const QByteArray program = QFile::encodeName(QCoreApplication::applicationFilePath());
-        const QByteArray path = QFile::encodeName(home->path());
-        const QByteArray argument = kind.toUtf8();
-        m_process = ::fork();
-        if (m_process != 0)
-            return;
-        if (::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0)
-            ::_exit(9);
-        ::execl(program.constData(), program.constData(), "--save", path.constData(),
-                argument.constData(), nullptr);
-        ::_exit(9);
     }
     ~Traced() { kill(); }
     Traced(const Traced &) = delete;
@@ -130,6 +138,41 @@ private:
     long m_call = -1;
 };
 
+/// A process that is not traced. It stops just before its save, so that several can go on at once.
+class Waiting {
+public:
+    explicit Waiting(const QString &kind)
+        : m_process(startSave(kind, Tracing::Off))
+    {
+    }
+    ~Waiting()
+    {
+        if (m_process <= 0)
+            return;
+        ::kill(m_process, SIGKILL);
+        ::waitpid(m_process, nullptr, 0);
+    }
+    Waiting(const Waiting &) = delete;
+    Waiting &operator=(const Waiting &) = delete;
+
+    bool reachSave() const
+    {
+        int status = 0;
+        return ::waitpid(m_process, &status, WUNTRACED) == m_process && WIFSTOPPED(status);
+    }
+    void goOn() const { ::kill(m_process, SIGCONT); }
+    bool succeeds()
+    {
+        int status = 0;
+        const bool hasEnded = ::waitpid(m_process, &status, 0) == m_process;
+        m_process = 0;
+        return hasEnded && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    }
+
+private:
+    pid_t m_process = 0;
+};
+
 bool canTrace()
 {
     Traced traced(QStringLiteral("copy"));
@@ -151,6 +194,8 @@ private Q_SLOTS:
     void initTestCase();
     void everyFileCall_data();
     void everyFileCall();
+    void severalProcesses_data();
+    void severalProcesses();
 
 private:
     void restore();
@@ -174,8 +219,6 @@ void TestRequestKill::initTestCase()
     m_old = m_new + "# old\n";
     QVERIFY(!m_new.isEmpty());
     restore();
-    if (!canTrace())
-        QSKIP("processes can't be traced here (ptrace)");
 }
 
 void TestRequestKill::restore()
@@ -218,6 +261,8 @@ bool TestRequestKill::killAt(const QString &kind, int stop)
 
 void TestRequestKill::everyFileCall()
 {
+    if (!canTrace())
+        QSKIP("processes can't be traced here (ptrace)");
     QFETCH(QString, kind);
     QFETCH(QString, other);
     QFETCH(bool, keepsOld);
@@ -264,6 +309,41 @@ void TestRequestKill::check(const QString &other)
     for (int row = 0; row < list.rowCount(); ++row)
         QCOMPARE(list.index(row).data(CertificateRequestModel::NameRole).toString(),
                  QStringLiteral("Anna"));
+}
+
+void TestRequestKill::severalProcesses_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QStringList>("names");
+    QTest::addColumn<bool>("keepsOld");
+    QTest::newRow("copies") << "copy"
+                            << QStringList{QStringLiteral("Anna (1).csr"),
+                                           QStringLiteral("Anna (2).csr"),
+                                           QStringLiteral("Anna (3).csr"),
+                                           QStringLiteral("Anna (4).csr"), Saved}
+                            << true;
+    QTest::newRow("edits") << "same name" << QStringList{Saved} << false;
+}
+
+/// They save one request at the same time: nothing is lost, and no file is half of one.
+void TestRequestKill::severalProcesses()
+{
+    QFETCH(QString, kind);
+    QFETCH(QStringList, names);
+    QFETCH(bool, keepsOld);
+    for (int round = 0; round < 3; ++round) {
+        restore();
+        Waiting processes[] = {Waiting(kind), Waiting(kind), Waiting(kind), Waiting(kind)};
+        for (const Waiting &process : processes)
+            QVERIFY(process.reachSave());
+        for (const Waiting &process : processes)
+            process.goOn();
+        for (Waiting &process : processes)
+            QVERIFY(process.succeeds());
+        QCOMPARE(home->requestFiles(), names);
+        for (const QString &name : qAsConst(names))
+            QCOMPARE(contents(name), name == Saved && keepsOld ? m_old : m_new);
+    }
 }
 
 int main(int argc, char *argv[])
