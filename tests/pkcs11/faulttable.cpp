@@ -28,8 +28,14 @@ QByteArray described(const Trivex::TokenError &error)
 }
 
 /// What fails by such a fault is another call, or the token can do less.
-bool isToldOtherwise(const QByteArray &call, const QByteArray &result)
+bool isToldOtherwise(const QByteArray &call, const QByteArray &result,
+                     const Trivex::TokenError &error)
 {
+    // A look at the slots may be who met it. It takes the token away, and no call of the flow has
+    // failed then.
+    if (call == "C_GetTokenInfo" && error.kind == Trivex::TokenError::TokenRemoved
+        && error.function.isEmpty())
+        return true;
     // A search and a session that were not ended stand in the way of the next one.
     if (call == "C_FindObjectsFinal" || call == "C_CloseSession")
         return true;
@@ -144,7 +150,7 @@ QByteArray FaultTable::checkError(const FaultFlow &flow, bool succeeded, const Q
     if (!hasCause || error.function.isEmpty() != error.returnName.isEmpty())
         return "the error has no cause: " + described(error);
     if (!fault.result.isEmpty() && error.function != QString::fromLatin1(call)
-        && !isToldOtherwise(call, fault.result))
+        && !isToldOtherwise(call, fault.result, error))
         return "the error names another call: " + described(error);
     return {};
 }
