@@ -282,8 +282,10 @@ void TestAppBareKeys::requestForTheKey()
     const QByteArray pem = m_authority.openssl({QStringLiteral("req"), QStringLiteral("-in"), file,
                                                 QStringLiteral("-noout"), QStringLiteral("-verify"),
                                                 QStringLiteral("-pubkey")});
-    QVERIFY2(pem.contains("BEGIN PUBLIC KEY"), pem.constData());
-    QByteArray body = pem.mid(pem.indexOf('\n') + 1);
+    // Newer programs say before it that the signature is good.
+    const int begin = pem.indexOf("BEGIN PUBLIC KEY");
+    QVERIFY2(begin >= 0, pem.constData());
+    QByteArray body = pem.mid(pem.indexOf('\n', begin) + 1);
     body = QByteArray::fromBase64(body.left(body.indexOf("-----END")));
     QCOMPARE(body, wanted);
 }

@@ -20,11 +20,14 @@ private Q_SLOTS:
     void init();
 
     void tokenIsOfferedWhereNoneServes();
+    void importNeedsAWritableToken();
     void lastTryNeedsConsent();
     void consentIsAskedAnew();
     void triesAreCountedDownAndNeverSpentAlone();
     void wrongPinAsksAgain();
     void reportIsForAnybody();
+    void importThatIsLeft_data();
+    void importThatIsLeft();
     void lastTryOfAKey();
     void generationIsStopped();
     void tokenGoesWhileAKeyIsMade();
@@ -83,6 +86,56 @@ void TestAppTokens::tokenIsOfferedWhereNoneServes()
         m_token.control();
     }
     QVERIFY(m_window->waitFor([&] { return !isOffered(); }));
+}
+
+void TestAppTokens::importThatIsLeft_data()
+{
+    QTest::addColumn<bool>("isCancelled");
+    QTest::newRow("by Escape") << true;
+    QTest::newRow("by closing the dialog") << false;
+}
+
+/// Escape gives the import up; whoever closes the dialog lets it end. Neither keeps the file.
+void TestAppTokens::importThatIsLeft()
+{
+    QFETCH(bool, isCancelled);
+    QVERIFY(freshToken("hold C_Login 1"));
+    const int before = m_token.token().objectCount();
+    const TestAuthority other(QStringLiteral("Left Root"));
+    QVERIFY(m_steps->startImport(other.certificateFile()));
+    QVERIFY(m_steps->answerPin(rightPin()));
+    QVERIFY(m_token.waitUntilInside("C_Login"));
+    QObject *dialog = m_window->object(QStringLiteral("importDialog"));
+    QVERIFY(dialog->property("writing").toBool());
+    if (isCancelled)
+        m_window->key(Qt::Key_Escape);
+    else
+        QVERIFY(QMetaObject::invokeMethod(dialog, "close"));
+    QVERIFY(m_steps->waitClosed("importDialog"));
+    QVERIFY(dialog->property("writing").toBool());
+    m_token.control();
+    QVERIFY(m_window->waitFor([&] { return !dialog->property("writing").toBool(); }));
+    QVERIFY(m_window->waitFor([&] { return !dialog->property("ready").toBool(); }));
+    QCOMPARE(m_token.token().objectCount(), before + (isCancelled ? 0 : 1));
+}
+
+/// The token changes while somebody looks at what is to be imported.
+void TestAppTokens::importNeedsAWritableToken()
+{
+    m_steps->openFile(m_authority.certificateFile());
+    QVERIFY(m_steps->waitOpen("importDialog"));
+    QVERIFY(m_steps->waitEnabled("importAccept"));
+    QCOMPARE(m_window->item(QStringLiteral("tokenChooser"))->property("currentText").toString(),
+             m_token.token().label());
+    const auto mayBegin = [this] {
+        return m_window->item(QStringLiteral("importAccept"))->isEnabled();
+    };
+    m_token.control("read-only");
+    QVERIFY(m_window->waitFor([&] { return !mayBegin(); }));
+    m_token.control();
+    QVERIFY(m_window->waitFor(mayBegin));
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_steps->waitClosed("importDialog"));
 }
 
 void TestAppTokens::lastTryNeedsConsent()

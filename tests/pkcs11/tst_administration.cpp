@@ -220,9 +220,10 @@ void TestAdministration::newPinIsRefused_data()
     QTest::addColumn<QByteArray>("orders");
     QTest::addColumn<int>("kind");
     QTest::addColumn<int>("calls");
-    QTest::newRow("too short") << TestToken::pin() << QByteArray("12") << QByteArray()
+    // By one, with what the token says: 4 to 255.
+    QTest::newRow("too short") << TestToken::pin() << QByteArray("123") << QByteArray()
                                << int(TokenError::NewPinRefused) << 0;
-    QTest::newRow("too long") << TestToken::pin() << QByteArray(300, '1') << QByteArray()
+    QTest::newRow("too long") << TestToken::pin() << QByteArray(256, '1') << QByteArray()
                               << int(TokenError::NewPinRefused) << 0;
     QTest::newRow("none") << TestToken::pin() << QByteArray() << QByteArray()
                           << int(TokenError::PinMissing) << 0;

@@ -33,6 +33,9 @@ private Q_SLOTS:
     void staysByItsError();
     void tokenThatWrapsNothing();
     void loginThatEnds();
+    void oddLengths_data();
+    void oddLengths();
+    void halvesOfTwoPairs();
 
 private:
     bool addLeaving(const char *type, const char *id, const QStringList &more);
@@ -129,6 +132,50 @@ void TestExtraction::loginThatEnds()
 {
     m_token->control("logout-at C_WrapKey 1\nfail C_WrapKey 1 CKR_USER_NOT_LOGGED_IN");
     QCOMPARE(extract("02").error.kind, TokenError::NotLoggedIn);
+}
+
+void TestExtraction::oddLengths_data()
+{
+    QTest::addColumn<QByteArray>("order");
+    QTest::addColumn<int>("calls");
+    QTest::newRow("none") << QByteArray("report C_WrapKey 1 0") << 1;
+    QTest::newRow("more than any key has") << QByteArray("report C_WrapKey 1 65537") << 1;
+    QTest::newRow("more than there is")
+        << QByteArray("report C_WrapKey 1 18446744073709551615") << 1;
+    QTest::newRow("more than there was room") << QByteArray("report C_WrapKey 2 65537") << 2;
+}
+
+/// What a token says of the length of what it gives out is not believed.
+void TestExtraction::oddLengths()
+{
+    QFETCH(QByteArray, order);
+    QFETCH(int, calls);
+    m_token->control(order);
+    const ExtractedKey key = extract("02");
+    QCOMPARE(key.error.kind, TokenError::DeviceFailure);
+    QVERIFY(key.privateInfo.isEmpty());
+    QCOMPARE(m_token->count("C_WrapKey"), calls);
+    m_token->control();
+    QVERIFY(!extract("02").privateInfo.isEmpty());
+}
+
+/// Another program has given two halves the same id, and a key on a curve does not say which one it
+/// belongs to. Nobody gets a stranger's key in a file under the name of his own.
+void TestExtraction::halvesOfTwoPairs()
+{
+    const TestToken &token = m_token->token();
+    const QString id = QStringLiteral("05");
+    const QString otherId = QStringLiteral("06");
+    QVERIFY(addLeaving("EC:secp384r1", "05", {}) && addLeaving("EC:secp384r1", "06", {}));
+    const QByteArray publicInfo = token.publicKey(id);
+    QVERIFY(token.removeObject(QStringLiteral("pubkey"), otherId));
+    QVERIFY(token.writeObject(QStringLiteral("pubkey"), publicInfo, otherId, otherId));
+    for (const char *type : {"pubkey", "privkey"})
+        QVERIFY(token.removeObject(QLatin1String(type), id));
+    const ExtractedKey key = extracted(m_store->id(), publicInfo);
+    QVERIFY(key.privateInfo.isEmpty());
+    QCOMPARE(key.error.kind, TokenError::DeviceFailure);
+    QVERIFY(m_token->count("C_WrapKey") > 0);
 }
 
 QTEST_GUILESS_MAIN(TestExtraction)

@@ -38,6 +38,12 @@ private:
         return m_token->token().tool({QStringLiteral("--list-objects"), QStringLiteral("--type"),
                                       QString::fromLatin1(type)});
     }
+    /// How many are labelled so; newer tools show the label in an address as well.
+    int theirs(const char *type) const
+    {
+        static const QRegularExpression line(QStringLiteral("\\n *label: *theirs *\\n"));
+        return QString::fromUtf8(list(type)).count(line);
+    }
     /// The id of the only private key.
     QString onlyId() const;
     int objects() const { return m_token->token().objectCount(); }
@@ -134,7 +140,8 @@ void TestForeignKeys::import()
     // The login ends behind the private half: it can't be told from theirs by its handle then.
     m_token->control("end-sessions-at C_CreateObject 2");
     QCOMPARE(m_stores->write(m_store, bundle), QString());
-    QVERIFY(list("privkey").count("theirs") == 1 && list("pubkey").count("theirs") == 1);
+    QCOMPARE(theirs("privkey"), 1);
+    QCOMPARE(theirs("pubkey"), 1);
     m_token->control();
     const QString entryId = m_stores->write(m_store, bundle);
     QVERIFY(!entryId.isEmpty());

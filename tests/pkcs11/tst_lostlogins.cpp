@@ -36,6 +36,7 @@ private Q_SLOTS:
     void rowKeepsItsKey();
     void undoAsksOnce_data();
     void undoAsksOnce();
+    void failedUndoAsksOnce();
     void undoWithoutASession();
     void generationIsUndone_data();
     void generationIsUndone();
@@ -138,13 +139,14 @@ void TestLostLogins::removalOfAPair()
     QCOMPARE(objects() - before, 1);
 }
 
-/// What a login has shown of a token is not forgotten when it is read without one.
+/// What a login has shown of a token, or was written by it, is not forgotten when the token is read
+/// without one.
 void TestLostLogins::rowKeepsItsKey()
 {
     QTRY_VERIFY(isBundle(Hidden));
     const QString id = entry(Hidden).id();
-    QVERIFY(!m_stores->write(m_store, root()).isEmpty());
-    QVERIFY(m_stores->waitForEntries(StoreName, 3));
+    QVERIFY(!import().isEmpty());
+    QVERIFY(m_stores->waitForEntries(StoreName, 4));
     m_prompt->setPin(QByteArray());
     m_token->forget();
     // The certificate is put back, and the token read, by a session that nobody logs in.
@@ -156,7 +158,8 @@ void TestLostLogins::rowKeepsItsKey()
     QCOMPARE(entry(Hidden).id(), id);
     QVERIFY(isBundle(Hidden));
     QVERIFY(isBundle(QStringLiteral("signer")));
-    QCOMPARE(m_stores->currentEntries(StoreName).size(), 3);
+    QVERIFY(isBundle(QStringLiteral("bundle")));
+    QCOMPARE(m_stores->currentEntries(StoreName).size(), 4);
     m_prompt->setPin(TestToken::pin());
     QVERIFY(signs(*m_stores, StoreName, Hidden));
 }
@@ -203,6 +206,25 @@ void TestLostLogins::undoAsksOnce()
     QVERIFY(signs(*m_stores, StoreName, QStringLiteral("bundle")));
 }
 
+/// What was put back goes again when the rest can't be put back, by a session of its own.
+void TestLostLogins::failedUndoAsksOnce()
+{
+    const int before = objects();
+    const QString id = import();
+    QVERIFY(!id.isEmpty());
+    countAfresh();
+    m_prompt->setPin("000000");
+    m_token->control("end-sessions-at C_DestroyObject 3\n"
+                     "fail C_CreateObject 2 CKR_DEVICE_MEMORY");
+    QVERIFY(!m_stores->remove(m_store, id));
+    m_token->control();
+    QCOMPARE(m_prompt->count(), 1);
+    QCOMPARE(m_token->count("C_Login"), 1);
+    m_prompt->setPin(TestToken::pin());
+    QVERIFY(!import().isEmpty());
+    QCOMPARE(objects() - before, BundleObjects);
+}
+
 /// A half that can't be taken back shows nowhere, nobody is asked for a PIN that would not help,
 /// and a repeated import completes it.
 void TestLostLogins::undoWithoutASession()
@@ -234,10 +256,13 @@ void TestLostLogins::generationIsUndone()
     QFETCH(QByteArray, order);
     const int before = objects();
     m_token->control(order);
+    m_token->forget();
     QVERIFY(!generate());
     m_token->control();
     QCOMPARE(objects(), before);
     QCOMPARE(m_prompt->count(), 1);
+    // What a handle of before the end names by now is anybody's.
+    QCOMPARE(m_token->countText("C_DestroyObject CKR_OBJECT_HANDLE_INVALID"), 0);
 }
 
 void TestLostLogins::generationIsNotRepeated_data()

@@ -34,6 +34,7 @@ private Q_SLOTS:
     void pairThatIsThere();
     void idsOfBothHalves();
     void writtenObject();
+    void pairWithoutItsIds();
     void cleanupTestCase();
 
 private:
@@ -169,6 +170,18 @@ void TestLyingToken::writtenObject()
     QVERIFY(!id.isEmpty());
     QVERIFY(m_stores->remove(m_store, id));
     QCOMPARE(m_token->token().objectCount(), before);
+}
+
+/// The pair is written, and can't be found by what it was written with: that is no bundle.
+void TestLyingToken::pairWithoutItsIds()
+{
+    const QCA::KeyBundle bundle = makeCurveBundle(QStringLiteral("/CN=Nameless"));
+    const int before = m_token->token().objectCount();
+    m_token->control("lie CKA_ID * empty");
+    QCOMPARE(m_stores->write(m_store, bundle), QString());
+    m_token->control();
+    QCOMPARE(m_token->token().objectCount(), before);
+    QVERIFY(!m_stores->write(m_store, bundle).isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestLyingToken)

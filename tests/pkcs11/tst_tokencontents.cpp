@@ -31,6 +31,7 @@ private Q_SLOTS:
     void findsIssuersByMeaning();
     void endsKnots();
     void pairsInOrder();
+    void pairsNothingWithoutAnId();
     void growsWithTheNumberOfKeys();
     void directoryCostsLittle();
 
@@ -263,6 +264,24 @@ void TestTokenContents::pairsInOrder()
     for (const TokenKeyPtr &key : contents->keys)
         publicHalves.insert(key->publicObject);
     QCOMPARE(publicHalves, (QSet<CK_OBJECT_HANDLE>{CK_INVALID_HANDLE, 2, 3}));
+}
+
+// No id is no id in common: that key may be any other one's.
+void TestTokenContents::pairsNothingWithoutAnId()
+{
+    TokenObjects objects;
+    objects.certificates = {certificateIn("string-utf8.der")};
+    TokenCertificate &certificate = objects.certificates.front();
+    TokenKey key;
+    key.type = CKK_RSA;
+    key.privateObject = 1;
+    objects.privateKeys = {key};
+    const auto ownKey = [&objects] {
+        return assembleContents(objects, QStringLiteral("store"))->entries.front()->key;
+    };
+    QVERIFY(!ownKey());
+    certificate.id = objects.privateKeys.front().id = "7";
+    QVERIFY(ownKey());
 }
 
 // Eight times the keys of one CKA_ID take about eight times as long; the square would be 64.

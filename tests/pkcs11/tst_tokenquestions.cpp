@@ -3,6 +3,7 @@
 #include "qca/adapter/keygenerator.h"
 #include "qca/adapter/storewriter.h"
 #include "qca/keys/keys.h"
+#include "qca/questions/generationtarget.h"
 #include "qca/questions/qcaaskerthread.h"
 #include "qca/questions/qcahandler.h"
 #include "qca/questions/questionscope.h"
@@ -13,6 +14,7 @@
 
 #include <QSignalSpy>
 #include <QTimer>
+#include <QtCrypto>
 
 #include <thread>
 
@@ -23,6 +25,16 @@ namespace {
 const QString StoreName = QStringLiteral("Questions");
 
 enum Operation { Generate, WriteCertificate, RemoveEntry, Sign };
+
+/// A key object of the provider, which stock classes keep to themselves.
+class KeyObject : public QCA::Algorithm {
+public:
+    KeyObject()
+        : QCA::Algorithm(QStringLiteral("rsa"), QStringLiteral("qca-norvel-pkcs11"))
+    {
+    }
+    QCA::RSAContext *rsa() { return dynamic_cast<QCA::RSAContext *>(context()); }
+};
 
 } // namespace
 
@@ -61,6 +73,7 @@ private Q_SLOTS:
     void pinIsInNoMessage();
     void cancelledQuestion();
     void removedTokenEndsTheQuestion();
+    void generationMeetsAnother();
 
 private:
     void makeHandlers(bool storedFirst);
@@ -485,6 +498,35 @@ void TestTokenQuestions::removedTokenEndsTheQuestion()
     QCOMPARE(m_stores->currentEntries(StoreName).size(), 1);
     QVERIFY(m_stores->waitForEntries(StoreName, 1));
     QVERIFY(perform(Sign));
+}
+
+// Whoever answers for a generation that is waited for begins another one with the same object. The
+// first one's end, which comes later, must not take the second one's key away.
+void TestTokenQuestions::generationMeetsAnother()
+{
+    const int before = m_token->token().objectCount();
+    KeyObject object;
+    QVERIFY(object.rsa());
+    const auto generate = [&](const QString &name) {
+        const Trivex::GenerationTarget target(m_store->id(), name);
+        object.rsa()->createPrivate(2048, 3, true);
+        return object.rsa()->isPrivate();
+    };
+    m_prompt->setHolding(true);
+    bool hasMet = false;
+    QTimer timer;
+    connect(&timer, &QTimer::timeout, this, [&] {
+        if (m_prompt->count() == 0)
+            return;
+        timer.stop();
+        m_prompt->answer();
+        hasMet = generate(QStringLiteral("made"));
+    });
+    timer.start(0);
+    QVERIFY(generate(QStringLiteral("first")));
+    QVERIFY(hasMet);
+    QTRY_COMPARE(m_token->token().objectCount(), before + 2);
+    removeGenerated();
 }
 
 QTEST_GUILESS_MAIN(TestTokenQuestions)
