@@ -157,11 +157,11 @@ QCA::PrivateKey softwareKey()
     return key;
 }
 
-QCA::Certificate softwareCertificate()
+QCA::Certificate softwareCertificate(const QString &name)
 {
     QCA::CertificateOptions options;
     QCA::CertificateInfo info;
-    info.insert(QCA::CommonName, QStringLiteral("Software"));
+    info.insert(QCA::CommonName, name);
     options.setInfo(info);
     options.setSerialNumber(QCA::BigInteger(7));
     options.setValidityPeriod(QDateTime::currentDateTimeUtc(),

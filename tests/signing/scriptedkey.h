@@ -23,8 +23,8 @@ QCA::PrivateKey foreignKey();
 /// An RSA key of 2048 bits in software, made once a process.
 QCA::PrivateKey softwareKey();
 
-/// A self-signed certificate of `softwareKey()`.
-QCA::Certificate softwareCertificate();
+/// A self-signed certificate of `softwareKey()`, with that common name.
+QCA::Certificate softwareCertificate(const QString &name = QStringLiteral("Software"));
 
 /// An entry of a key store that holds `key` and `chain`.
 std::unique_ptr<KeyStoreEntry> bundleEntry(const QCA::PrivateKey &key,

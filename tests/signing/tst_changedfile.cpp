@@ -48,24 +48,36 @@ bool overwrite(const QString &path)
     return writeAt(openForWriting(path), sameSize, 0);
 }
 
-/// The same size and the same times, but other contents.
-bool overwriteInSecret(const QString &path)
+bool grow(const QString &path)
+{
+    return writeAt(openForWriting(path), text, text.size());
+}
+
+/// Changes the file, and sets its times back.
+bool inSecret(const Change &change, const QString &path)
 {
     struct stat status;
-    if (stat(QFile::encodeName(path).constData(), &status) != 0 || !overwrite(path))
+    if (stat(QFile::encodeName(path).constData(), &status) != 0 || !change(path))
         return false;
     const timespec times[2] = {status.st_atim, status.st_mtim};
     return utimensat(AT_FDCWD, QFile::encodeName(path).constData(), times, 0) == 0;
 }
 
-/// A nanosecond later than before.
-bool touch(const QString &path)
+/// The same size and the same times, but other contents.
+bool overwriteInSecret(const QString &path)
+{
+    return inSecret(&overwrite, path);
+}
+
+/// So much later than before, with the same contents.
+bool touch(const QString &path, int seconds, int nanoseconds)
 {
     struct stat status;
     if (stat(QFile::encodeName(path).constData(), &status) != 0)
         return false;
     timespec times[2] = {status.st_atim, status.st_mtim};
-    times[1].tv_nsec = (times[1].tv_nsec + 1) % 1000000000;
+    times[1].tv_sec += seconds;
+    times[1].tv_nsec = (times[1].tv_nsec + nanoseconds) % 1000000000;
     return utimensat(AT_FDCWD, QFile::encodeName(path).constData(), times, 0) == 0;
 }
 
@@ -92,6 +104,55 @@ bool isMapped(const QString &path)
     return maps.open(QIODevice::ReadOnly) && maps.readAll().contains(QFile::encodeName(path));
 }
 
+/// Does something with the file in the middle of its digest.
+std::function<void()> duringDigest;
+const QString busyDigest = QStringLiteral("busy");
+
+class BusyHash : public QCA::HashContext {
+public:
+    explicit BusyHash(QCA::Provider *provider)
+        : QCA::HashContext(provider, busyDigest)
+    {
+    }
+    Context *clone() const override { return new BusyHash(*this); }
+    void clear() override { }
+    void update(const QCA::MemoryRegion &) override { duringDigest(); }
+    QCA::MemoryRegion final() override { return QByteArray("digest"); }
+};
+
+class BusyTypes : public QCA::InfoContext {
+public:
+    using QCA::InfoContext::InfoContext;
+    Context *clone() const override { return new BusyTypes(*this); }
+    QStringList supportedHashTypes() const override { return {busyDigest}; }
+};
+
+class BusyProvider : public QCA::Provider {
+public:
+    int qcaVersion() const override { return QCA_VERSION; }
+    QString name() const override { return QStringLiteral("busy-digests"); }
+    QStringList features() const override { return {QStringLiteral("info"), busyDigest}; }
+    Context *createContext(const QString &type) override
+    {
+        if (type == busyDigest)
+            return new BusyHash(this);
+        return type == QLatin1String("info") ? new BusyTypes(this) : nullptr;
+    }
+};
+
+/// Counts the calls that are put off for an object.
+class LateCalls : public QObject {
+public:
+    int count = 0;
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::MetaCall ? 1 : 0;
+        return false;
+    }
+};
+
 } // namespace
 
 Q_DECLARE_METATYPE(Change)
@@ -105,7 +166,11 @@ private Q_SLOTS:
     void neitherSignedNorVerified();
     void verifiedBeforeTheChangeOnly();
     void contentsDecideWhereTimesLie();
+    void anotherDigestFindsTheChange();
     void emptyFileGrows();
+    void changesWhileItLoads_data();
+    void changesWhileItLoads();
+    void givenUpFileTellsNobody();
     void harmless_data();
     void harmless();
     void loadsAgainAfterAnError();
@@ -131,12 +196,18 @@ QString TestChangedFile::make(const QString &name, const QByteArray &content) co
 void TestChangedFile::changes_data()
 {
     QTest::addColumn<Change>("change");
-    QTest::newRow("grown") << Change(
-        [](const QString &path) { return writeAt(openForWriting(path), text, text.size()); });
+    QTest::newRow("grown") << Change(&grow);
+    QTest::newRow("grown in secret")
+        << Change([](const QString &path) { return inSecret(&grow, path); });
+    QTest::newRow("shrunk in secret") << Change([](const QString &path) {
+        return inSecret([](const QString &file) { return QFile::resize(file, 3); }, path);
+    });
     QTest::newRow("shrunk") << Change([](const QString &path) { return QFile::resize(path, 3); });
     QTest::newRow("emptied") << Change([](const QString &path) { return QFile::resize(path, 0); });
     QTest::newRow("overwritten") << Change(&overwrite);
-    QTest::newRow("touched") << Change(&touch);
+    QTest::newRow("touched") << Change([](const QString &path) { return touch(path, 0, 1); });
+    QTest::newRow("touched a whole second later")
+        << Change([](const QString &path) { return touch(path, 1, 0); });
     QTest::newRow("deleted, then grown") << Change(&changeDeleted);
     QTest::newRow("renamed, then grown") << Change(&changeRenamed);
 }
@@ -209,6 +280,18 @@ void TestChangedFile::contentsDecideWhereTimesLie()
     QCOMPARE(Trivex::signedText(loader.rawData()), QByteArray());
 }
 
+// At once: nobody shows the digest of contents that are no longer there, or none without a reason.
+void TestChangedFile::anotherDigestFindsTheChange()
+{
+    LoaderFile loader;
+    loader.setFilePath(make(QStringLiteral("a.txt"), text));
+    QVERIFY(grow(loader.filePath()));
+    loader.setHashType(QStringLiteral("sha1"));
+    QCOMPARE(loader.status(), int(LoaderFile::Error));
+    QCOMPARE(loader.error(), int(LoaderFile::ErrorNotLoadFile));
+    QCOMPARE(loader.fileHash(), QString());
+}
+
 void TestChangedFile::emptyFileGrows()
 {
     LoaderFile loader;
@@ -221,6 +304,71 @@ void TestChangedFile::emptyFileGrows()
     QTRY_COMPARE(loader.error(), int(LoaderFile::ErrorNotLoadFile));
     loader.setFilePath(make(QStringLiteral("empty.txt"), {}));
     QCOMPARE(Trivex::signedText(loader.rawData()), nothing);
+}
+
+void TestChangedFile::changesWhileItLoads_data()
+{
+    QTest::addColumn<Change>("change");
+    QTest::addColumn<bool>("isReady");
+    QTest::newRow("left alone") << Change([](const QString &) { return true; }) << true;
+    QTest::newRow("deleted") << Change([](const QString &path) { return QFile::remove(path); })
+                             << true;
+    QTest::newRow("grown") << Change(&grow) << false;
+    QTest::newRow("grown in secret")
+        << Change([](const QString &path) { return inSecret(&grow, path); }) << false;
+    QTest::newRow("overwritten") << Change(&overwrite) << false;
+    QTest::newRow("emptied") << Change([](const QString &path) { return QFile::resize(path, 0); })
+                             << false;
+}
+
+// Nobody sees half of the file before and half of it after.
+void TestChangedFile::changesWhileItLoads()
+{
+    QFETCH(Change, change);
+    QFETCH(bool, isReady);
+    const QString path = make(QStringLiteral("a.txt"), text);
+    bool isChanged = false;
+    duringDigest = [&] { isChanged = isChanged || change(path); };
+    LoaderFile loader;
+    loader.setHashType(busyDigest);
+    loader.setFilePath(path);
+    QVERIFY(isChanged);
+    QCOMPARE(loader.status(), int(isReady ? LoaderFile::Ready : LoaderFile::Error));
+    QCOMPARE(loader.error(), int(isReady ? LoaderFile::NoError : LoaderFile::ErrorNotLoadFile));
+    QCOMPARE(loader.fileHash().isEmpty(), !isReady);
+    QCOMPARE(loader.rawData(), isReady ? text : QByteArray());
+    QCOMPARE(loader.filePath(), isReady ? path : QString());
+}
+
+// Its bytes may be held for longer, by a signature for instance, and found to have changed.
+void TestChangedFile::givenUpFileTellsNobody()
+{
+    LateCalls calls;
+    auto loader = std::make_unique<LoaderFile>();
+    loader->installEventFilter(&calls);
+    const auto isFoundOut = [&](const QByteArray &bytes) {
+        const bool isFound = Trivex::signedText(bytes).isEmpty();
+        QCoreApplication::sendPostedEvents(loader.get(), QEvent::MetaCall);
+        return isFound;
+    };
+    loader->setFilePath(make(QStringLiteral("a.txt"), text));
+    const QByteArray first = loader->rawData();
+    loader->setFilePath(make(QStringLiteral("b.txt"), text));
+    const QByteArray second = loader->rawData();
+    QVERIFY(grow(m_directory.filePath(QStringLiteral("a.txt"))));
+    QVERIFY(isFoundOut(first));
+    QCOMPARE(calls.count, 0);
+    QCOMPARE(loader->status(), int(LoaderFile::Ready));
+    // The file that it has does tell it.
+    QVERIFY(grow(m_directory.filePath(QStringLiteral("b.txt"))));
+    QVERIFY(isFoundOut(second));
+    QCOMPARE(calls.count, 1);
+    QCOMPARE(loader->status(), int(LoaderFile::Error));
+    loader->setFilePath(make(QStringLiteral("c.txt"), text));
+    const QByteArray third = loader->rawData();
+    loader.reset();
+    QVERIFY(grow(m_directory.filePath(QStringLiteral("c.txt"))));
+    QCOMPARE(Trivex::signedText(third), QByteArray());
 }
 
 void TestChangedFile::harmless_data()
@@ -379,6 +527,7 @@ int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     const QCA::Initializer initializer;
+    QCA::insertProvider(new BusyProvider);
     shortenPauses();
     TestChangedFile test;
     return QTest::qExec(&test, argc, argv);

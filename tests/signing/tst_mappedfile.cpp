@@ -43,6 +43,7 @@ private Q_SLOTS:
     void emptyFile();
     void keepsNothingOfUnmappedFiles();
     void keepsWhatIsCopied();
+    void keepsWhatIsHeld();
     void knowsItsBytes();
     void digestOfCutFile();
     void readOfCutFile();
@@ -117,6 +118,24 @@ void TestMappedFile::keepsWhatIsCopied()
     copy.clear();
     MappedFile::releaseUnused();
     QCOMPARE(openDescriptors(), before);
+}
+
+// Whoever holds the file may ask for the digest of its bytes at any time, though nobody has a copy.
+void TestMappedFile::keepsWhatIsHeld()
+{
+    auto file = MappedFile::open(make("contents"));
+    QVERIFY(file->map());
+    const auto empty = MappedFile::open(make({}));
+    QVERIFY(empty->map());
+    MappedFile::releaseUnused();
+    QVERIFY(MappedFile::open(make("another")));
+    QCOMPARE(MappedFile::behind(file->bytes()), file);
+    QCOMPARE(MappedFile::behind({}), empty);
+    // Let go by one of two.
+    const auto other = file;
+    file.reset();
+    MappedFile::releaseUnused();
+    QCOMPARE(MappedFile::behind(other->bytes()), other);
 }
 
 void TestMappedFile::knowsItsBytes()

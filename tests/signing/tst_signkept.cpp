@@ -4,6 +4,7 @@
 // What a signer's kept PIN answers, and what ends the keeping.
 #include "qca/questions/asker.h"
 #include "qca/tokens/tokenregistry.h"
+#include "signing/keptpin.h"
 #include "tests/signing/askedsigner.h"
 #include "tests/signing/pintoken.h"
 #include "tests/support/shortpauses.h"
@@ -32,12 +33,53 @@ private Q_SLOTS:
     void otherOperationsAreAskedEachTime();
     void whatEndsTheKeeping_data();
     void whatEndsTheKeeping();
+    void onlyOwnSignaturesAreAnswered_data();
+    void onlyOwnSignaturesAreAnswered();
 
 private:
     static void cause(const QString &event, Trivex::TokenStatus status);
     QString path(const char *name) const { return m_directory.filePath(QLatin1String(name)); }
     QTemporaryDir m_directory;
 };
+
+void TestSignKept::onlyOwnSignaturesAreAnswered_data()
+{
+    QTest::addColumn<int>("purpose");
+    QTest::addColumn<bool>("isOwn");
+    for (const auto purpose :
+         {Trivex::Purpose::Sign, Trivex::Purpose::Decrypt, Trivex::Purpose::Write,
+          Trivex::Purpose::Remove, Trivex::Purpose::Generate, Trivex::Purpose::SetPin,
+          Trivex::Purpose::Look, Trivex::Purpose::Export}) {
+        for (const bool isOwn : {true, false})
+            QTest::addRow("purpose %d, %s", int(purpose), isOwn ? "own" : "another's")
+                << int(purpose) << isOwn;
+    }
+}
+
+// Whatever it was kept for, and whatever reaches the signer.
+void TestSignKept::onlyOwnSignaturesAreAnswered()
+{
+    QFETCH(int, purpose);
+    QFETCH(bool, isOwn);
+    const QCA::EventHandler signer;
+    const QCA::EventHandler other;
+    const QCA::SecureArray pin("1234");
+    const bool isAnswered = isOwn && purpose == int(Trivex::Purpose::Sign);
+    Trivex::QuestionInfo question;
+    question.purpose = Trivex::Purpose(purpose);
+    question.keyStoreId = QStringLiteral("store");
+    question.addressee = isOwn ? &signer : &other;
+    Trivex::KeptPin given(&signer);
+    given.keep(pin);
+    QCOMPARE(given.answerFor(question).isEmpty(), !isAnswered);
+    // A signature of its own on that token, after an answer to the question.
+    Trivex::QuestionInfo next;
+    next.keyStoreId = question.keyStoreId;
+    next.addressee = &signer;
+    Trivex::KeptPin answered(&signer);
+    answered.keepAnswer(question, pin);
+    QCOMPARE(answered.answerFor(next).isEmpty(), !isAnswered);
+}
 
 void TestSignKept::givenBeforeAnyQuestion()
 {

@@ -3,6 +3,7 @@
 #include "certificates/certificate.h"
 #include "qca/tokens/tokens.h"
 #include "signing/loaderfile.h"
+#include "signing/rawsignature.h"
 #include "signing/signverify.h"
 #include "tests/signing/scriptedkey.h"
 #include "tests/support/shortpauses.h"
@@ -82,12 +83,15 @@ private Q_SLOTS:
     void changedDataIsRefused();
     void failuresOfSigning();
     void failuresOfVerifying();
+    void signaturesOfOddSizes();
     void keyOfAnotherKind();
     void errorNotifiedOnce();
     void unwritableFile();
     void cutFileIsNotSigned();
     void loaderReplacedMeanwhile();
     void destroyedMeanwhile();
+    void deletedInItsSignal_data();
+    void deletedInItsSignal();
     void entryDestroyedMeanwhile();
     void certificateOfTheEntry();
     void certificateOwnership();
@@ -300,6 +304,31 @@ void TestSignVerify::failuresOfVerifying()
     QCOMPARE(messages.take(), QStringList({QStringLiteral("0 Error verify")}));
 }
 
+/// An empty file is no signature, and one without an end is not read to its end.
+void TestSignVerify::signaturesOfOddSizes()
+{
+    const QByteArray signature = Trivex::rawSignature(softwareKey(), Trivex::signedText(data));
+    QVERIFY(!signature.isEmpty());
+    QVERIFY(Trivex::isRawSignatureValid(softwareKey(), Trivex::signedText(data), signature));
+    for (const QByteArray &odd :
+         {QByteArray(), QByteArray("x"), signature.left(signature.size() - 1),
+          QByteArray(signature + '\0'), QByteArray(signature.size(), '\0')})
+        QVERIFY(!Trivex::isRawSignatureValid(softwareKey(), Trivex::signedText(data), odd));
+    write(path("empty.sig"), {});
+    SignVerify empty;
+    QSignalSpy good(&empty, &SignVerify::verifySuccess);
+    const auto entry = bundleEntry(softwareKey());
+    empty.verify(data, path("empty.sig"), entry.get());
+    QTRY_COMPARE_WITH_TIMEOUT(empty.error(), int(SignVerify::ErrorVerify), Patience);
+    QCOMPARE(good.count(), 0);
+    QFile large(path("large.sig"));
+    QVERIFY(large.open(QIODevice::WriteOnly));
+    QVERIFY(large.resize(qint64(1) << 30));
+    const auto read = Trivex::readSignature(path("large.sig"));
+    QVERIFY(read);
+    QCOMPARE(read->size(), 1 << 20);
+}
+
 /// Such a key can't make these signatures: the reason stands beside the plain error, and is of no
 /// other failure.
 void TestSignVerify::keyOfAnotherKind()
@@ -436,6 +465,55 @@ void TestSignVerify::destroyedMeanwhile()
     QVERIFY(!QFile::exists(path("gone.sig")));
 }
 
+void TestSignVerify::deletedInItsSignal_data()
+{
+    QTest::addColumn<QByteArray>("signal");
+    for (const char *signal :
+         {"signSuccess()", "verifySuccess()", "ceritficateChanged()", "errorChanged()"})
+        QTest::newRow(signal) << QByteArray(signal);
+}
+
+/// As a dialog does that closes, and takes it along, when it is told.
+void TestSignVerify::deletedInItsSignal()
+{
+    QFETCH(QByteArray, signal);
+    QCA::CertificateChain chain;
+    chain.append(softwareCertificate());
+    const auto entry = bundleEntry(softwareKey(), chain);
+    SignVerify first;
+    QSignalSpy isSigned(&first, &SignVerify::signSuccess);
+    first.sign(data, path("own.sig"), entry.get());
+    QVERIFY(isSigned.wait(Patience));
+
+    const QPointer<SignVerify> signer = new SignVerify;
+    int told = 0;
+    const auto deleteIt = [&] {
+        ++told;
+        delete signer.data();
+    };
+    if (signal == "signSuccess()")
+        connect(signer, &SignVerify::signSuccess, this, deleteIt);
+    else if (signal == "verifySuccess()")
+        connect(signer, &SignVerify::verifySuccess, this, deleteIt);
+    else if (signal == "ceritficateChanged()")
+        connect(signer, &SignVerify::ceritficateChanged, this, deleteIt);
+    else
+        connect(signer, &SignVerify::errorChanged, this, deleteIt);
+    const bool fails = signal == "errorChanged()";
+    // The next ones wait behind it, and go with it.
+    for (int i = 0; i < 2; ++i) {
+        if (signal == "signSuccess()")
+            signer->sign(data, path("again.sig"), entry.get());
+        else
+            signer->verify(data, path(fails ? "missing.sig" : "own.sig"), entry.get());
+    }
+    QTRY_VERIFY_WITH_TIMEOUT(!signer, Patience);
+    // What is queued behind has been done with when another one is through.
+    first.sign(data, path("own.sig"), entry.get());
+    QVERIFY(isSigned.wait(Patience));
+    QCOMPARE(told, 1);
+}
+
 void TestSignVerify::entryDestroyedMeanwhile()
 {
     SignVerify signer;
@@ -477,6 +555,13 @@ void TestSignVerify::certificateOfTheEntry()
     QTRY_COMPARE_WITH_TIMEOUT(order.size(), 2, Patience);
     QCOMPARE(order, QStringList({QStringLiteral("certificate"), QStringLiteral("success")}));
     QVERIFY(!first);
+    QCOMPARE(signer.ceritficate()->commonName(), QStringLiteral("Software"));
+    // The one of the key stands first, its issuers follow.
+    chain.append(softwareCertificate(QStringLiteral("Issuer")));
+    chain.append(softwareCertificate(QStringLiteral("Root")));
+    const auto issued = bundleEntry(softwareKey(), chain);
+    signer.verify(data, path("good.sig"), issued.get());
+    QTRY_COMPARE_WITH_TIMEOUT(order.size(), 4, Patience);
     QCOMPARE(signer.ceritficate()->commonName(), QStringLiteral("Software"));
 }
 
