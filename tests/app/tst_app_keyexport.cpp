@@ -52,6 +52,7 @@ private Q_SLOTS:
     void passwordTwice();
     void pinIsLeft();
     void ofABundle();
+    void leftMeanwhile();
     void windowClosesMeanwhile();
 
 private:
@@ -247,8 +248,8 @@ void TestAppKeyExport::passwordTwice()
     m_window->key(Qt::Key_Escape);
     QVERIFY(m_steps->waitClosed("keyExportDialog"));
     QVERIFY(ask(QStringLiteral("Curve")));
-    QVERIFY(
-        m_window->item(QStringLiteral("exportPassword"))->property("text").toString().isEmpty());
+    for (const char *field : {"exportPassword", "exportPasswordAgain"})
+        QCOMPARE(m_window->item(QLatin1String(field))->property("text").toString(), QString());
     QVERIFY(!isReady());
     m_window->key(Qt::Key_Escape);
     QVERIFY(m_steps->waitClosed("keyExportDialog"));
@@ -302,6 +303,23 @@ void TestAppKeyExport::ofABundle()
     QVERIFY(!before.isEmpty());
     QCOMPARE(publicKeyIn(path, Password), before);
     m_steps->escape();
+}
+
+/// Whoever leaves while the token wraps the key is not waited for.
+void TestAppKeyExport::leftMeanwhile()
+{
+    QVERIFY(ask(QStringLiteral("Curve")));
+    QVERIFY(typePassword(Password, Password));
+    m_token.control("hold C_WrapKey *");
+    QVERIFY(m_steps->press("keyExportAccept"));
+    QVERIFY(m_token.waitUntilInside("C_WrapKey"));
+    const QObject *dialog = m_window->object(QStringLiteral("keyExportDialog"));
+    QVERIFY(dialog->property("running").toBool());
+    m_window->key(Qt::Key_Escape);
+    QVERIFY(m_steps->waitClosed("keyExportDialog"));
+    QVERIFY(!dialog->property("running").toBool());
+    m_token.control();
+    m_window->takeWarnings();
 }
 
 /// The last: it closes the window while the token wraps the key.

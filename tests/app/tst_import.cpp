@@ -92,6 +92,7 @@ private Q_SLOTS:
     void cancelledInTheMiddle();
     void lastStepIsWhole_data();
     void lastStepIsWhole();
+    void failureBeforeTheLastStep();
     void failures_data();
     void failures();
 
@@ -308,6 +309,32 @@ void TestImport::lastStepIsWhole()
     QCOMPARE(import.problem(), QString());
     QVERIFY(!import.isExplained());
     QVERIFY(!import.wasLeft());
+}
+
+// All of the step was written, and more was to follow: that is not done by itself after a failure.
+void TestImport::failureBeforeTheLastStep()
+{
+    const QTemporaryDir data;
+    qputenv("XDG_DATA_HOME", QFile::encodeName(data.path()));
+    Tokens tokens;
+    tokens.waits = true;
+    FileItem list;
+    list.kind = FileObject::RevocationList;
+    list.der = "a list";
+    CertificateFile file;
+    file.items()->setItems({item(m_authority), item(m_second), list});
+    file.items()->setChecked(2, true);
+    CertificateImport import;
+    QSignalSpy finished(&import, &CertificateImport::finished);
+    import.start(&file, TokenId);
+    QTRY_VERIFY(tokens.pending);
+    QCOMPARE(tokens.changes.last().certificates.size(), 2);
+    tokens.end(false, 2);
+    QTRY_COMPARE(finished.size(), 1);
+    QVERIFY(!finished.first().first().toBool());
+    QCOMPARE(import.written(), 2);
+    QCOMPARE(file.items()->checkedCount(), 1);
+    QVERIFY(QDir(userStoreDirectory()).entryList(QDir::Files).isEmpty());
 }
 
 void TestImport::failures_data()

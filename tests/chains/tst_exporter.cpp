@@ -2,7 +2,11 @@
 // SPDX-License-Identifier: MIT
 
 // What an export puts beside a certificate, and what it does where nothing can be put anywhere.
+#include "certificates/certificate.h"
 #include "qca/asn1/pem.h"
+#include "qca/base/encodedobject.h"
+#include "qca/base/filenames.h"
+#include "qca/base/savedrequest.h"
 #include "tests/chains/chainrows.h"
 #include "tests/chains/madechain.h"
 #include "tests/x509/corpus.h"
@@ -18,6 +22,22 @@
 using namespace Trivex;
 using namespace MadeChain;
 
+/// The object of a row that shows a saved request.
+class RequestOfARow : public QObject, public Trivex::SavedRequest, public Trivex::EncodedObject {
+    Q_OBJECT
+    Q_INTERFACES(Trivex::SavedRequest Trivex::EncodedObject)
+public:
+    using QObject::QObject;
+    QByteArray encoding() const override { return "a request"; }
+    QString requestFile() const override { return QStringLiteral("request.pem"); }
+    RequestedFields requestedFields() const override { return {}; }
+    void setRequestedFields(const RequestedFields &) override { }
+    void restoreRequestedFields() override { }
+    EditLoss editLoss() const override { return {}; }
+    QByteArray requestKeyInfo() const override { return {}; }
+    bool hasRequestKey() const override { return false; }
+};
+
 class TestExporter : public QObject {
     Q_OBJECT
 private Q_SLOTS:
@@ -30,6 +50,8 @@ private Q_SLOTS:
     void notWithStrangers();
     void noTemporaryFolder();
     void dragOfTooMany();
+    void chainIsOfCertificates();
+    void namesOfDraggedFiles();
     void thenTheNext();
     void endsOnce();
 
@@ -202,6 +224,45 @@ void TestExporter::dragOfTooMany()
     // Nobody asked for anything.
     QVERIFY(files.write(m_entries.get(), {}).isEmpty());
     QCOMPARE(refused.size(), 1);
+}
+
+// A request among the rows is exported, and no file of certificates is made of it.
+void TestExporter::chainIsOfCertificates()
+{
+    add(m_leaf);
+    auto *item = new QStandardItem;
+    item->setData(QVariant::fromValue<QObject *>(new RequestOfARow(m_rows.get())),
+                  ChainRows::Certificate);
+    item->setData(QStringLiteral("Request"), ChainRows::Name);
+    m_rows->appendRow(item);
+    Exporter exporter;
+    FileSaver saver;
+    exporter.stage(m_entries.get(), {m_entries->identityAt(0), m_entries->identityAt(1)}, &saver);
+    QVERIFY(QTest::qWaitFor([&] { return !exporter.isRunning(); }, 20000));
+    QCOMPARE(exporter.error(), int(Exporter::NoError));
+    QVERIFY(exporter.text().contains(QStringLiteral("CERTIFICATE REQUEST")));
+    const QString path = m_folder.filePath(QStringLiteral("both.pem"));
+    for (const auto form : {FileSaver::Chain, FileSaver::Collection})
+        QCOMPARE(saver.place(path, true, form), int(FileSaver::Failed));
+    QCOMPARE(saver.place(path, true), int(FileSaver::Saved));
+}
+
+// Whatever somebody has called a row: the file is visible, in the folder, and no longer than files
+// may be.
+void TestExporter::namesOfDraggedFiles()
+{
+    auto *shown =
+        qobject_cast<::Certificate *>(m_rows->add(ChainRows::User, "Store", m_leaf.der()));
+    QVERIFY(shown);
+    const QString longest = QString(400, QLatin1Char('x')) + QStringLiteral(".crt");
+    for (const QString &name : {QStringLiteral(".hidden.crt"), QStringLiteral("one\ntwo.crt"),
+                                QStringLiteral("folder\\file.crt"), longest}) {
+        shown->setFileName(name);
+        RowFiles files;
+        const QStringList urls = files.write(m_entries.get(), {m_entries->identityAt(0)});
+        QCOMPARE(urls.size(), 1);
+        QCOMPARE(QFileInfo(QUrl(urls.first()).toLocalFile()).fileName(), safeFileName(name));
+    }
 }
 
 // A run that was given up for another leaves nothing in the folder of that one.

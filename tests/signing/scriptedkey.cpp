@@ -2,6 +2,10 @@
 // SPDX-License-Identifier: MIT
 #include "tests/signing/scriptedkey.h"
 
+#include "qca/keys/extendedkey.h"
+
+#include <utility>
+
 namespace TrivexTest {
 
 namespace {
@@ -85,6 +89,30 @@ public:
     int bits() const override { return 384; }
 };
 
+class KeyOnToken : public QCA::PKeyBase, public Trivex::ExtendedKey {
+public:
+    KeyOnToken(QString storeId, QByteArray publicInfo)
+        : QCA::PKeyBase(owner(), QStringLiteral("rsa"))
+        , m_storeId(std::move(storeId))
+        , m_publicInfo(std::move(publicInfo))
+    {
+    }
+    Context *clone() const override { return new KeyOnToken(*this); }
+    bool isNull() const override { return false; }
+    QCA::PKey::Type type() const override { return QCA::PKey::RSA; }
+    bool isPrivate() const override { return true; }
+    bool canExport() const override { return false; }
+    void convertToPublic() override { }
+    int bits() const override { return 2048; }
+    int keyType() const override { return QCA::PKey::RSA; }
+    QByteArray subjectPublicKeyInfo() const override { return m_publicInfo; }
+    QString keyStoreId() const override { return m_storeId; }
+
+private:
+    QString m_storeId;
+    QByteArray m_publicInfo;
+};
+
 class Container : public QCA::PKeyContext {
 public:
     explicit Container(QCA::PKeyBase *key)
@@ -148,6 +176,11 @@ QCA::PrivateKey scriptedKey(const QCA::PrivateKey &inner, const BeforeSigning &b
 QCA::PrivateKey foreignKey()
 {
     return wrapped(new ForeignKey);
+}
+
+QCA::PrivateKey keyOnToken(const QString &storeId, const QByteArray &publicInfo)
+{
+    return wrapped(new KeyOnToken(storeId, publicInfo));
 }
 
 QCA::PrivateKey softwareKey()

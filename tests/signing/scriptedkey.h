@@ -20,6 +20,10 @@ QCA::PrivateKey scriptedKey(const QCA::PrivateKey &inner, const BeforeSigning &b
 /// A private key that is not RSA, of QCA type number 3, and does nothing.
 QCA::PrivateKey foreignKey();
 
+/// A private key of the token of that store: it has `publicInfo` (DER SubjectPublicKeyInfo) and
+/// does nothing by itself.
+QCA::PrivateKey keyOnToken(const QString &storeId, const QByteArray &publicInfo);
+
 /// An RSA key of 2048 bits in software, made once a process.
 QCA::PrivateKey softwareKey();
 
