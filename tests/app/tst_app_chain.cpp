@@ -269,6 +269,7 @@ void TestAppChain::listIsImportedAndRemoved()
     m_window->key(Qt::Key_Escape);
     QVERIFY(m_steps->waitClosed("listView"));
     QVERIFY(m_steps->press("listRemove"));
+    QCOMPARE(m_steps->text("listRemove"), qtTrId("trivex-app-lists-really"));
     QVERIFY(QFile::exists(path));
     QVERIFY(m_steps->press("listRemove"));
     QTRY_VERIFY(!QFile::exists(path));

@@ -5,8 +5,11 @@
 // files.
 #include "qca/chains/candidateindex.h"
 #include "qca/chains/chaincheck.h"
+#include "qca/x509/certificatedata.h"
+#include "qca/x509/certificatefields.h"
 #include "tests/chains/madechain.h"
 #include "tests/chains/opensslverify.h"
+#include "tests/support/derelement.h"
 #include "tests/x509/corpus.h"
 
 #include <QStandardPaths>
@@ -14,6 +17,7 @@
 
 using namespace Trivex;
 using namespace MadeChain;
+using TrivexTest::derElement;
 
 namespace {
 
@@ -57,6 +61,22 @@ QByteArray described(const ChainResult &result)
     return text;
 }
 
+/// ECDSA with SHA-256.
+QByteArray signedBy(const Party &signer, const QByteArray &data)
+{
+    const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> context(EVP_MD_CTX_new(),
+                                                                          &EVP_MD_CTX_free);
+    size_t size = 256;
+    QByteArray signature(int(size), '\0');
+    const auto *octets = reinterpret_cast<const unsigned char *>(data.constData());
+    const bool isGood =
+        EVP_DigestSignInit(context.get(), nullptr, EVP_sha256(), nullptr, signer.key.get()) == 1
+        && EVP_DigestSign(context.get(), reinterpret_cast<unsigned char *>(signature.data()), &size,
+                          octets, size_t(data.size()))
+            == 1;
+    return isGood ? signature.left(int(size)) : QByteArray();
+}
+
 } // namespace
 
 Q_DECLARE_METATYPE(Case)
@@ -84,6 +104,7 @@ private Q_SLOTS:
     void knot();
     void longPath();
     void keyOfAnybody();
+    void twoAlgorithms();
     void asCerttoolSays_data();
     void asCerttoolSays();
     void places();
@@ -511,6 +532,30 @@ void TestChain::keyOfAnybody()
     const ChainResult own = checkChain(inputOf(forgeable, {m_root.anchor()}));
     QVERIFY2(own.verdict == ChainVerdict::Bad, described(own).constData());
     QCOMPARE(own.steps.constFirst().findings.constFirst().reason, ChainReason::KeyOfAnybody);
+}
+
+// What is signed names the algorithm, and so does what is beside it. Where these differ, whoever
+// has changed the outer one has chosen how the signature is looked at.
+void TestChain::twoAlgorithms()
+{
+    const QByteArray ecdsaSha256 = QByteArray::fromHex("06082a8648ce3d040302");
+    const QByteArray ecdsaSha384 = QByteArray::fromHex("06082a8648ce3d040303");
+    const auto issuer = CertificateData::fromDer(m_middle.der());
+    CertificateFields fields;
+    const QByteArray leaf = m_leaf.der();
+    QVERIFY(findCertificateFields(Der::sliceOf(leaf), &fields));
+    QCOMPARE(fields.algorithm.whole.bytes(), derElement(0x30, ecdsaSha256));
+    for (const bool differ : {false, true}) {
+        QByteArray body = fields.body.whole.bytes();
+        if (differ)
+            body.replace(body.indexOf(ecdsaSha256), ecdsaSha256.size(), ecdsaSha384);
+        const QByteArray der = derElement(0x30,
+                                          body + derElement(0x30, ecdsaSha256)
+                                              + derElement(0x03, '\0' + signedBy(m_middle, body)));
+        const auto issued = CertificateData::fromDer(der);
+        QVERIFY(issued);
+        QCOMPARE(issuer->checkIssued(*issued), differ ? SignatureState::Bad : SignatureState::Good);
+    }
 }
 
 void TestChain::asCerttoolSays_data()

@@ -14,6 +14,9 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <functional>
+#include <utility>
+
 using namespace Trivex;
 using namespace MadeChain;
 
@@ -36,6 +39,25 @@ QByteArray padded(const Party &issuer, int size)
     return encodeNative(made.get(), i2d_X509_CRL);
 }
 
+/// Calls `act` before the first queued call that `receiver` gets.
+class BeforeFirstCall : public QObject {
+public:
+    BeforeFirstCall(QObject *receiver, std::function<void()> act)
+        : m_act(std::move(act))
+    {
+        receiver->installEventFilter(this);
+    }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::MetaCall)
+            std::exchange(m_act, [] {})();
+        return false;
+    }
+
+private:
+    std::function<void()> m_act;
+};
+
 } // namespace
 
 /// The revocation lists among the user's own files: they come, count and go.
@@ -46,6 +68,7 @@ private Q_SLOTS:
     void cleanup();
 
     void folderComesLater();
+    void comesWhileTheFolderIsRead();
     void removed();
     void removedAfterAChange_data();
     void removedAfterAChange();
@@ -138,6 +161,20 @@ void TestOwnLists::folderComesLater()
     QTest::qWait(500);
     QVERIFY(QFile::remove(path("d.crl")));
     QTRY_COMPARE_WITH_TIMEOUT(lists.count(), 1, Patience);
+}
+
+/// The folder was looked through, and what was found is not told yet.
+void TestOwnLists::comesWhileTheFolderIsRead()
+{
+    QVERIFY(put("a.crl", list(m_issuer, {})));
+    ListFolder folder(userStoreDirectory());
+    const BeforeFirstCall another(&folder, [&] {
+        QVERIFY(put("b.crl", list(m_other, {})));
+        folder.look();
+        // It wants to read a while later, which shows nowhere.
+        QTest::qWait(1000);
+    });
+    QTRY_COMPARE_WITH_TIMEOUT(folder.lists().size(), 2, Patience);
 }
 
 void TestOwnLists::removed()

@@ -63,6 +63,7 @@ struct Pbmac1 {
     QByteArray pseudoRandom = algorithm(HmacSha256);
     const EVP_MD *pseudoRandomDigest = EVP_sha256();
     const EVP_MD *digest = EVP_sha256();
+    int digestBytes = 0; ///< more or fewer than the digest has, if not 0
 };
 
 /// An unchecked bundle with that check (RFC 9579) by the password.
@@ -92,7 +93,9 @@ QByteArray withPbmac1(const QByteArray &bundle, const Pbmac1 &how)
                              derElement(0x04, salt) + derElement(0x02, how.iterations)
                                  + how.keyLength + how.pseudoRandom));
     const QByteArray parameters = derElement(0x30, function + algorithm(how.mac));
-    const QByteArray digest(reinterpret_cast<const char *>(made), int(size));
+    QByteArray digest(reinterpret_cast<const char *>(made), int(size));
+    if (how.digestBytes > 0)
+        digest = digest.leftJustified(how.digestBytes, '\0', true);
     const QByteArray check = derElement(
         0x30,
         derElement(0x30, algorithm("2a864886f70d01050e", parameters) + derElement(0x04, digest))
@@ -114,6 +117,7 @@ private Q_SLOTS:
     void manyKeys();
     void manyCertificates();
     void otherChecks();
+    void checksOfOtherLengths();
     void unknownChecks();
     void emptyPasswords();
     void passwordsBeyondAscii();
@@ -186,6 +190,9 @@ void TestContainers::lockedKeysBehindOthers()
     QCOMPARE(
         resultOf(BundleBuilder().key(m_one, {}, "other").certificate(m_one).sealed(nullptr, false)),
         QCA::ErrorPassphrase);
+    // Where the check tells that the password is right, nobody is asked for it again and again.
+    QCOMPARE(resultOf(BundleBuilder().key(m_one, {}, "other").certificate(m_one).sealed()),
+             QCA::ErrorDecode);
 }
 
 void TestContainers::manyKeys()
@@ -228,6 +235,20 @@ void TestContainers::otherChecks()
     QVERIFY(resultOf(damaged) != QCA::ConvertGood);
 }
 
+// The check is right as far as it goes, or begins rightly.
+void TestContainers::checksOfOtherLengths()
+{
+    const QByteArray plain = BundleBuilder().key(m_one).certificate(m_one).sealed(nullptr, false);
+    for (const int bytes : {1, 31, 33, 64}) {
+        Pbmac1 odd;
+        odd.digestBytes = bytes;
+        QCOMPARE(resultOf(withPbmac1(plain, odd)), QCA::ErrorPassphrase);
+    }
+    Pbmac1 whole;
+    whole.digestBytes = 32;
+    QCOMPARE(resultOf(withPbmac1(plain, whole)), QCA::ConvertGood);
+}
+
 void TestContainers::unknownChecks()
 {
     // The password may be right: nobody can tell.
@@ -267,6 +288,12 @@ void TestContainers::passwordsBeyondAscii()
             BundleBuilder().key(m_one, {}, secret).certificate(m_one).sealed(secret);
         QCOMPARE(resultOf(der, secret), QCA::ConvertGood);
         QCOMPARE(resultOf(der, QByteArray(secret) + 'x'), QCA::ErrorPassphrase);
+    }
+    // What a code page lacks is nothing that stands in its place.
+    for (const char *secret : {"??", "?", "пароль?", ""}) {
+        const QByteArray der = BundleBuilder().key(m_one).certificate(m_one).sealed(secret);
+        for (const char *other : {"日本", "日", "пароль日", "🔑"})
+            QCOMPARE(resultOf(der, other), QCA::ErrorPassphrase);
     }
 }
 

@@ -211,10 +211,14 @@ void TestOddKeys::requests()
 void TestOddKeys::forgedSignatures()
 {
     const Forgery &forgery = keyOfRow<Forgery>(m_forgeries);
+    Parts authority = partsWith(forgery.publicInfo);
+    // For libcrypto nothing else is wrong with it.
+    authority.extensions =
+        extension(hex("551d13"), derElement(0x30, derElement(0x01, hex("ff"))), true);
     QByteArray root;
     // Some forgers have to try several bodies.
     for (char serial = 1; serial < 100 && !isGoodForLibcrypto(root, forgery.publicInfo); ++serial)
-        root = forged(forgery, partsWith(forgery.publicInfo), QByteArray(1, serial));
+        root = forged(forgery, authority, QByteArray(1, serial));
     QVERIFY2(isGoodForLibcrypto(root, forgery.publicInfo), "the forgery is none");
     const QCA::Certificate issuer = decoded(root);
     QVERIFY(!issuer.isSelfSigned());
@@ -231,6 +235,8 @@ void TestOddKeys::forgedSignatures()
     QCA::CertificateCollection trusted;
     trusted.addCertificate(issuer);
     QVERIFY(decoded(leaf).validate(trusted, {}) != QCA::ValidityGood);
+    // Here nobody but libcrypto looks for the issuer.
+    QVERIFY(QCA::CertificateChain(decoded(leaf)).validate(trusted) != QCA::ValidityGood);
 }
 
 // Work and memory are known before they are spent.

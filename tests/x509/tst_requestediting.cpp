@@ -198,6 +198,9 @@ private Q_SLOTS:
     void lastAlternativeNames();
     void addedAlternativeNames();
     void attributesAreSorted();
+    void attributesKeepTheirOrder();
+    void keyKeepsItsForm_data();
+    void keyKeepsItsForm();
     void usagesAreReplaced();
     void usagesComeAndGo();
     void unwritableValue();
@@ -405,6 +408,71 @@ void TestRequestEditing::attributesAreSorted()
     QCOMPARE(attributesOf(request), sorted);
     QCOMPARE(sorted.at(1), attributesOf(original).at(0));
     QVERIFY(isVerified(request));
+}
+
+/// An order that another program chose is none of an edit's business that changes nothing in them.
+void TestRequestEditing::attributesKeepTheirOrder()
+{
+    const QList<QByteArray> outer = partsOf(m_original.toDER());
+    const QList<QByteArray> body = bodyOf(m_original);
+    QList<QByteArray> attributes = attributesOf(m_original);
+    std::sort(attributes.begin(), attributes.end());
+    std::reverse(attributes.begin(), attributes.end());
+    QByteArray content;
+    for (const QByteArray &attribute : qAsConst(attributes))
+        content += attribute;
+    const QCA::CertificateRequest original = requestFromDer(
+        tagged(0x30,
+               tagged(0x30, body.at(0) + body.at(1) + body.at(2) + tagged(0xa0, content))
+                   + outer.at(1) + outer.at(2)));
+    QCOMPARE(attributesOf(original), attributes);
+    const auto edited = [&original](const QCA::CertificateInfo &info) {
+        return editedRequest(original, {info, original.constraints()},
+                             key(QStringLiteral("rsa.key")));
+    };
+    QCA::CertificateInfo info = m_info;
+    replace(&info, QCA::IPAddress, "192.0.2.1", "nowhere"); // which can't be written
+    QCOMPARE(attributesOf(edited(info)), attributes);
+    info = m_info;
+    replace(&info, CommonNameInfo, "Old Name", "New");
+    QCOMPARE(attributesOf(edited(info)), attributes);
+    info = m_info;
+    replace(&info, QCA::DNS, "a.example.org", "c.example.org");
+    QList<QByteArray> after = attributesOf(edited(info));
+    QCOMPARE(after.size(), attributes.size());
+    QVERIFY(std::is_sorted(after.begin(), after.end()));
+}
+
+void TestRequestEditing::keyKeepsItsForm_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<bool>("isSame");
+    QTest::newRow("the same key") << QStringLiteral("rsa.key") << true;
+    QTest::newRow("another key") << QStringLiteral("ec-256.key") << false;
+}
+
+/// Its algorithm has no parameters where most programs write a NULL.
+void TestRequestEditing::keyKeepsItsForm()
+{
+    QFETCH(QString, file);
+    QFETCH(bool, isSame);
+    const QCA::CertificateRequest plain = made(QStringLiteral("rsa.key"), Plain);
+    const QList<QByteArray> outer = partsOf(plain.toDER());
+    const QList<QByteArray> body = bodyOf(plain);
+    const QList<QByteArray> keyParts = partsOf(body.at(2));
+    const QByteArray odd =
+        tagged(0x30, tagged(0x30, partsOf(keyParts.at(0)).at(0)) + keyParts.at(1));
+    QVERIFY(odd != body.at(2));
+    const QCA::CertificateRequest original = requestFromDer(tagged(
+        0x30,
+        tagged(0x30, body.at(0) + body.at(1) + odd + body.at(3)) + outer.at(1) + outer.at(2)));
+    RequestedFields fields = requestedFields(original);
+    replace(&fields.info, CommonNameInfo, "Old Name", "New");
+    const QCA::CertificateRequest request = editedRequest(original, fields, key(file));
+    QVERIFY(!request.isNull());
+    QCOMPARE(bodyOf(request).at(2) == odd, isSame);
+    QVERIFY(bodyOf(request).at(2) != body.at(2));
+    QVERIFY(isSamePublicKey(requestPublicKey(request), key(file).toPublicKey()));
 }
 
 /// Each list of usages is edited by itself; its place and whether it is critical stay.

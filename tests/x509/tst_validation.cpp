@@ -42,7 +42,22 @@ template <class Encode, class T> QByteArray encoded(const T *object, Encode enco
     return der;
 }
 
-QCA::Certificate issued(const char *subject, EVP_PKEY *key, EVP_PKEY *issuerKey, Span span)
+void addExtension(X509 *certificate, int kind, const char *value)
+{
+    const Handle<X509_EXTENSION, X509_EXTENSION_free> extension(
+        X509V3_EXT_conf_nid(nullptr, nullptr, kind, value));
+    X509_add_ext(certificate, extension.get(), -1);
+}
+
+/// What only some certificates have.
+struct Particulars {
+    const char *issuer = "Authority";
+    bool isAuthority = false; ///< though another one has issued it
+    const char *purposes = nullptr; ///< as OpenSSL writes them
+};
+
+QCA::Certificate issued(const char *subject, EVP_PKEY *key, EVP_PKEY *issuerKey, Span span,
+                        const Particulars &particulars = {})
 {
     const X509Handle made(X509_new());
     X509_set_version(made.get(), 2);
@@ -50,13 +65,12 @@ QCA::Certificate issued(const char *subject, EVP_PKEY *key, EVP_PKEY *issuerKey,
     X509_gmtime_adj(X509_getm_notBefore(made.get()), span.from);
     X509_gmtime_adj(X509_getm_notAfter(made.get()), span.to);
     setName(X509_get_subject_name(made.get()), subject);
-    setName(X509_get_issuer_name(made.get()), "Authority");
+    setName(X509_get_issuer_name(made.get()), particulars.issuer);
     X509_set_pubkey(made.get(), key);
-    if (key == issuerKey) {
-        const Handle<X509_EXTENSION, X509_EXTENSION_free> constraint(
-            X509V3_EXT_conf_nid(nullptr, nullptr, NID_basic_constraints, "critical,CA:TRUE"));
-        X509_add_ext(made.get(), constraint.get(), -1);
-    }
+    if (key == issuerKey || particulars.isAuthority)
+        addExtension(made.get(), NID_basic_constraints, "critical,CA:TRUE");
+    if (particulars.purposes)
+        addExtension(made.get(), NID_ext_key_usage, particulars.purposes);
     X509_sign(made.get(), issuerKey, EVP_sha256());
     return QCA::Certificate::fromDER(encoded(made.get(), &i2d_X509), nullptr,
                                      opensslProviderName());
@@ -97,10 +111,15 @@ private Q_SLOTS:
     void dates();
     void lists_data();
     void lists();
+    void revokedAuthority();
+    void usages_data();
+    void usages();
+    void chains();
 
 private:
     QCA::Initializer m_initializer;
     const PKeyHandle m_authorityKey{EVP_EC_gen("P-256")};
+    const PKeyHandle m_middleKey{EVP_EC_gen("P-256")};
     const PKeyHandle m_key{EVP_EC_gen("P-256")};
 };
 
@@ -154,6 +173,102 @@ void TestValidation::lists()
     const QCA::Certificate leaf = issued("Own", m_key.get(), m_authorityKey.get(), Now);
     QCOMPARE(int(leaf.validate(trusted, lists)),
              int(isRevoked ? QCA::ErrorRevoked : QCA::ValidityGood));
+}
+
+// Between the certificate and the root: its issuer is revoked, and of its own issuer there is no
+// list.
+void TestValidation::revokedAuthority()
+{
+    QCA::CertificateCollection trusted;
+    trusted.addCertificate(issued("Authority", m_authorityKey.get(), m_authorityKey.get(), Now));
+    Particulars particulars;
+    particulars.isAuthority = true;
+    QCA::CertificateCollection others;
+    others.addCertificate(
+        issued("Middle", m_middleKey.get(), m_authorityKey.get(), Now, particulars));
+    Particulars own;
+    own.issuer = "Middle";
+    const QCA::Certificate leaf = issued("Own", m_key.get(), m_middleKey.get(), Now, own);
+    QCOMPARE(leaf.validate(trusted, others), QCA::ValidityGood);
+    QCA::CertificateCollection harmless = others;
+    harmless.addCRL(listOf(m_authorityKey.get(), Now, false));
+    QCOMPARE(leaf.validate(trusted, harmless), QCA::ValidityGood);
+    others.addCRL(listOf(m_authorityKey.get(), Now, true));
+    QCOMPARE(leaf.validate(trusted, others), QCA::ErrorRevoked);
+}
+
+void TestValidation::usages_data()
+{
+    QTest::addColumn<QByteArray>("purposes");
+    QTest::addColumn<int>("usage");
+    QTest::addColumn<bool>("isAllowed");
+    const auto row = [](const char *name, const char *purposes, QCA::UsageMode usage,
+                        bool isAllowed) {
+        QTest::newRow(name) << QByteArray(purposes) << int(usage) << isAllowed;
+    };
+    row("its own", "clientAuth", QCA::UsageTLSClient, true);
+    row("another", "clientAuth", QCA::UsageTLSServer, false);
+    row("one of two", "clientAuth,emailProtection", QCA::UsageEmailProtection, true);
+    row("none of two", "clientAuth,emailProtection", QCA::UsageCodeSigning, false);
+    row("none is named", "", QCA::UsageTLSServer, true);
+    row("any is asked for", "clientAuth", QCA::UsageAny, true);
+}
+
+void TestValidation::usages()
+{
+    QFETCH(QByteArray, purposes);
+    QFETCH(int, usage);
+    QFETCH(bool, isAllowed);
+    QCA::CertificateCollection trusted;
+    trusted.addCertificate(issued("Authority", m_authorityKey.get(), m_authorityKey.get(), Now));
+    Particulars particulars;
+    particulars.purposes = purposes.isEmpty() ? nullptr : purposes.constData();
+    const QCA::Certificate leaf =
+        issued("Own", m_key.get(), m_authorityKey.get(), Now, particulars);
+    QCOMPARE(leaf.validate(trusted, {}, QCA::UsageMode(usage)),
+             isAllowed ? QCA::ValidityGood : QCA::ErrorInvalidPurpose);
+}
+
+// A path is only as good as the one that is asked for: another one may lead to a root, too.
+void TestValidation::chains()
+{
+    const PKeyHandle strangerKey(EVP_EC_gen("P-256"));
+    const QCA::Certificate root =
+        issued("Authority", m_authorityKey.get(), m_authorityKey.get(), Now);
+    const QCA::Certificate stranger =
+        issued("Authority", strangerKey.get(), strangerKey.get(), Now);
+    Particulars particulars;
+    particulars.isAuthority = true;
+    const QCA::Certificate middle =
+        issued("Middle", m_middleKey.get(), m_authorityKey.get(), Now, particulars);
+    particulars.issuer = "Middle";
+    const QCA::Certificate deep =
+        issued("Deep", strangerKey.get(), m_middleKey.get(), Now, particulars);
+    Particulars own;
+    own.issuer = "Middle";
+    const QCA::Certificate leaf = issued("Own", m_key.get(), m_middleKey.get(), Now, own);
+    QCA::CertificateCollection trusted;
+    trusted.addCertificate(root);
+    const auto of = [&trusted](const QList<QCA::Certificate> &certificates) {
+        QCA::CertificateChain chain;
+        chain += certificates;
+        return chain.validate(trusted);
+    };
+    QCOMPARE(of({leaf, middle}), QCA::ValidityGood);
+    QCOMPARE(of({leaf, middle, root}), QCA::ValidityGood);
+    QCOMPARE(of({middle}), QCA::ValidityGood);
+    QCOMPARE(of({leaf}), QCA::ErrorUntrusted);
+    QCOMPARE(of({}), QCA::ErrorValidityUnknown);
+    // One that is in between, behind, or in the place of another.
+    QCOMPARE(of({leaf, deep, middle}), QCA::ErrorValidityUnknown);
+    QCOMPARE(of({leaf, root, middle}), QCA::ErrorValidityUnknown);
+    QCOMPARE(of({leaf, middle, stranger}), QCA::ErrorValidityUnknown);
+    QCOMPARE(of({leaf, middle, root, stranger}), QCA::ErrorValidityUnknown);
+    QCOMPARE(of({middle, stranger}), QCA::ErrorValidityUnknown);
+    // Trust in what is missing makes no chain of it.
+    trusted.addCertificate(middle);
+    QCOMPARE(of({leaf}), QCA::ErrorValidityUnknown);
+    QCOMPARE(of({leaf, middle}), QCA::ValidityGood);
 }
 
 int main(int argc, char *argv[])
