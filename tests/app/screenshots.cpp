@@ -51,7 +51,8 @@ bool take(const Look &look, const SampleData &data, const QString &directory, co
 
 } // namespace
 
-/// Pictures of every page in every look: screenshots <directory> [page].
+/// Pictures of every page in every look: screenshots <directory> [page] [look]. An empty page is
+/// every one.
 int main(int argc, char **argv)
 {
     WindowEnvironment display;
@@ -68,7 +69,10 @@ int main(int argc, char **argv)
     const QString directory = arguments.value(1, QStringLiteral("."));
     QDir().mkpath(directory);
     bool good = true;
-    for (const Look &look : looks)
-        good = take(look, data, directory, arguments.value(2)) && good;
+    const QString only = arguments.value(3);
+    for (const Look &look : looks) {
+        if (only.isEmpty() || only == QLatin1String(look.name))
+            good = take(look, data, directory, arguments.value(2)) && good;
+    }
     return good ? 0 : 1;
 }

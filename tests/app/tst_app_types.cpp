@@ -16,9 +16,11 @@
 #include "tools/validity.h"
 
 #include <QAbstractItemModelTester>
+#include <QLocalSocket>
 #include <QSignalSpy>
 #include <QSortFilterProxyModel>
 #include <QStandardItemModel>
+#include <QStandardPaths>
 #include <QTemporaryFile>
 #include <QtTest>
 
@@ -125,6 +127,8 @@ private Q_SLOTS:
     void namesOfStrangersAreOnePlainLine();
     void reportHasNoTokenSerial();
     void filesGoToTheFirstInstance();
+    void longMessagesAreLeftUnread_data();
+    void longMessagesAreLeftUnread();
 
 private:
     QCA::Initializer m_initializer;
@@ -535,6 +539,38 @@ void TestAppTypes::filesGoToTheFirstInstance()
     QTRY_COMPARE(started.count(), 1);
     QCOMPARE(started.first().first().toStringList(),
              QStringList({QStringLiteral("/tmp/a.p12"), QStringLiteral("/tmp/б.pem")}));
+}
+
+void TestAppTypes::longMessagesAreLeftUnread_data()
+{
+    constexpr int Bound = 1 << 20;
+    constexpr int Around = 8; // the number of the texts, and the length of the only one
+    QTest::addColumn<int>("letters");
+    QTest::addColumn<bool>("isRead");
+    QTest::newRow("to the bound") << (Bound - Around) / 2 << true;
+    QTest::newRow("above it") << (Bound - Around) / 2 + 1 << false;
+    QTest::newRow("far above it") << 2 * Bound << false;
+}
+
+// Another program may write there whatever it likes; the window comes to the front all the same.
+void TestAppTypes::longMessagesAreLeftUnread()
+{
+    QFETCH(int, letters);
+    QFETCH(bool, isRead);
+    const QString name = QStringLiteral("trivex-long-%1").arg(QCoreApplication::applicationPid());
+    SingleInstance first(name);
+    QSignalSpy started(&first, &SingleInstance::started);
+    QVERIFY(!first.handOver({}));
+    const QStringList files = {QString(letters, QLatin1Char('x'))};
+    QLocalSocket socket;
+    socket.connectToServer(QDir(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation))
+                               .filePath(name + QStringLiteral(".socket")));
+    QVERIFY(socket.waitForConnected());
+    QDataStream stream(&socket);
+    stream << files;
+    socket.disconnectFromServer();
+    QTRY_COMPARE(started.count(), 1);
+    QVERIFY(started.first().first().toStringList() == (isRead ? files : QStringList()));
 }
 
 int main(int argc, char **argv)

@@ -3,8 +3,10 @@
 #include "qca/questions/asker.h"
 #include "qca/questions/openquestions.h"
 #include "qca/questions/question.h"
+#include "qca/tokens/tokenregistry.h"
 #include "tests/app/looks.h"
 #include "tests/controls/controlstest.h"
+#include "tests/support/quietbackend.h"
 
 #include <QAccessible>
 #include <QtTest>
@@ -60,6 +62,32 @@ private:
     std::future<Trivex::Reply> m_reply;
 };
 
+/// Notes what it is asked to do, and is never done.
+class Tokens : public QuietBackend {
+public:
+    Trivex::CancellationPtr startAdministration(const QString &, Trivex::TokenAdministration wanted,
+                                                Trivex::TokenAdministrationDone) override
+    {
+        asked += std::move(wanted);
+        return std::make_shared<Trivex::Cancellation>();
+    }
+
+    QVector<Trivex::TokenAdministration> asked;
+};
+
+/// A token whose PIN and administrator's PIN are in these states.
+void publish(const QString &storeId, Trivex::PinState pin, Trivex::PinState officerPin)
+{
+    Trivex::TokenStatus status;
+    status.keyStoreId = status.name = storeId;
+    status.present = true;
+    status.shortestPin = 4;
+    status.longestPin = 8;
+    status.pinState = pin;
+    status.officerPinState = officerPin;
+    Trivex::publishTokenStatus(status, Trivex::nextStatusNumber());
+}
+
 } // namespace
 
 /// PINs in a foreign application: asked for, sent for the question that they were typed for and no
@@ -70,6 +98,9 @@ private Q_SLOTS:
     void secretsStaySecret();
     void pinDialog_data() { languagesAndSizes(); }
     void pinDialog();
+    void answeredOnce();
+    void consentIsGivenByWhoTicks_data();
+    void consentIsGivenByWhoTicks();
     void pinPrompt();
     void promptOfOneQuestionOnly();
     void withdrawnAlone();
@@ -154,6 +185,90 @@ void TestControlsPins::pinDialog()
         QVERIFY(host.waitOpen("pinDialog", false));
         QCOMPARE(host.window()->property("leftCount").toInt(), i + 1);
     }
+}
+
+/// Enter twice, or Enter after the question has ended, while the dialog goes.
+void TestControlsPins::answeredOnce()
+{
+    Host host(QStringLiteral("property int sent: 0; property int leftCount: 0\n"
+                             "PinDialog { onSubmitted: ++sent; onLeft: ++leftCount }"));
+    QVERIFY2(host.problem().isEmpty(), qPrintable(host.problem()));
+    QObject *dialog = host.object("pinDialog");
+    const auto type = [&] {
+        QMetaObject::invokeMethod(dialog, "ask");
+        return host.waitOpen("pinDialog")
+            && host.item("pinField")->setProperty("text", QStringLiteral("1234"));
+    };
+    QVERIFY(type());
+    QMetaObject::invokeMethod(dialog, "submit");
+    // Whatever is typed while the dialog goes.
+    host.object("pinField")->setProperty("text", QStringLiteral("1234"));
+    QMetaObject::invokeMethod(dialog, "submit");
+    QVERIFY(host.waitOpen("pinDialog", false));
+    QCOMPARE(host.window()->property("sent").toInt(), 1);
+    QVERIFY(type());
+    QMetaObject::invokeMethod(dialog, "withdraw");
+    host.object("pinField")->setProperty("text", QStringLiteral("1234"));
+    QMetaObject::invokeMethod(dialog, "submit");
+    QVERIFY(host.waitOpen("pinDialog", false));
+    QCOMPARE(host.window()->property("sent").toInt(), 1);
+    QCOMPARE(host.window()->property("leftCount").toInt(), 0);
+    // Nor is anything typed for a token that takes no PIN any more.
+    QMetaObject::invokeMethod(dialog, "ask");
+    QVERIFY(host.waitOpen("pinDialog") && host.item("pinField")->isEnabled());
+    dialog->setProperty("locked", true);
+    QVERIFY(!host.item("pinField")->isEnabled());
+}
+
+void TestControlsPins::consentIsGivenByWhoTicks_data()
+{
+    using Trivex::PinState;
+    QTest::addColumn<bool>("byOfficer");
+    QTest::addColumn<int>("pin");
+    QTest::addColumn<int>("officerPin");
+    QTest::addColumn<bool>("isAsked");
+    const auto row = [](const char *name, bool byOfficer, PinState pin, PinState officerPin,
+                        bool isAsked) {
+        QTest::newRow(name) << byOfficer << int(pin) << int(officerPin) << isAsked;
+    };
+    row("nothing to consent to", false, PinState::Normal, PinState::Normal, false);
+    row("few tries", false, PinState::CountLow, PinState::Normal, false);
+    row("the administrator's last try", false, PinState::Normal, PinState::FinalTry, false);
+    row("the last try", false, PinState::FinalTry, PinState::Normal, true);
+    row("administrator, the user's last try", true, PinState::FinalTry, PinState::Normal, false);
+    row("administrator, the last try", true, PinState::Normal, PinState::FinalTry, true);
+}
+
+/// The token may come to its last try between the dialog's look at it and the task: without a tick
+/// that try is not made.
+void TestControlsPins::consentIsGivenByWhoTicks()
+{
+    QFETCH(bool, byOfficer);
+    QFETCH(int, pin);
+    QFETCH(int, officerPin);
+    QFETCH(bool, isAsked);
+    const QString storeId = QStringLiteral("administered");
+    publish(storeId, Trivex::PinState(pin), Trivex::PinState(officerPin));
+    Tokens tokens;
+    Host host(QStringLiteral("TokenAdminDialog { id: made; objectName: \"made\"; complete: true\n"
+                             "byOfficer: %1\n"
+                             "onStarted: admin.changePin(\"1234\", \"5678\", mayBeLastTry) }")
+                  .arg(byOfficer ? QStringLiteral("true") : QStringLiteral("false")));
+    QVERIFY2(host.problem().isEmpty(), qPrintable(host.problem()));
+    QMetaObject::invokeMethod(host.object("made"), "ask", Q_ARG(QVariant, storeId));
+    QVERIFY(host.waitOpen("made"));
+    QCOMPARE(host.item("adminConsent") != nullptr, isAsked);
+    if (isAsked) {
+        QVERIFY(!host.item("adminConfirm")->isEnabled());
+        QMetaObject::invokeMethod(host.object("made"), "submit");
+        QVERIFY(tokens.asked.isEmpty());
+        QVERIFY(host.click("adminConsent"));
+    }
+    QVERIFY(host.click("adminConfirm"));
+    QTRY_COMPARE(tokens.asked.size(), 1);
+    QCOMPARE(tokens.asked.first().mayBeLastTry, isAsked);
+    QMetaObject::invokeMethod(host.object("made"), "close");
+    QVERIFY(host.waitOpen("made", false));
 }
 
 void TestControlsPins::pinPrompt()

@@ -17,6 +17,7 @@ private Q_SLOTS:
     void importDialog_data() { languagesAndSizes(); }
     void importDialog();
     void importChosen();
+    void secondPressIsOfTheSameList();
     void smallDialogs_data() { languagesAndSizes(); }
     void smallDialogs();
     void lists_data() { languagesAndSizes(); }
@@ -69,6 +70,22 @@ void TestControlsViews::importDialog()
     QVERIFY(host.waitOpen("itemDialog", false));
     QVERIFY(host.click("importCancel"));
     QVERIFY(host.waitOpen("importDialog", false));
+}
+
+/// Between two presses another list may come to stand where the first one stood.
+void TestControlsViews::secondPressIsOfTheSameList()
+{
+    Host host(QStringLiteral("RevocationListsDialog {}"));
+    QVERIFY2(host.problem().isEmpty(), qPrintable(host.problem()));
+    QObject *dialog = host.object("revocationListsDialog");
+    QVERIFY(dialog->setProperty("asked", 0));
+    QVERIFY(QMetaObject::invokeMethod(dialog->property("lists").value<QObject *>(), "changed"));
+    QCOMPARE(dialog->property("asked").toInt(), -1);
+    // Nor is a press of the last time the first one of this time.
+    QVERIFY(dialog->setProperty("asked", 0));
+    QMetaObject::invokeMethod(dialog, "open");
+    QVERIFY(host.waitOpen("revocationListsDialog"));
+    QCOMPARE(dialog->property("asked").toInt(), -1);
 }
 
 /// The dialog that chooses a file: the platform's with widgets, ours without.

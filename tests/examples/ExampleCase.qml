@@ -15,7 +15,7 @@ TestCase {
         function onOpened() {
             target = null;
             test.type("pinField", pin);
-            test.part("pinAccept").clicked();
+            test.mouseClick(test.part("pinAccept"));
         }
     }
 
@@ -28,7 +28,8 @@ TestCase {
         compare(component.errorString(), "");
         window = component.createObject(null);
         verify(window);
-        tryVerify(function() { return window.visible; });
+        window.requestActivate();
+        tryVerify(function() { return window.active; });
     }
 
     function cleanupTestCase() {
@@ -44,14 +45,17 @@ TestCase {
     function type(objectName, text) {
         const field = part(objectName);
         field.text = "";
+        field.forceActiveFocus(Qt.OtherFocusReason);
+        tryVerify(function() { return field.activeFocus; });
         for (let i = 0; i < text.length; ++i)
-            field.insert(field.length, text[i]);
+            keyClick(text[i]);
+        compare(field.text, text);
     }
 
     function press(objectName) {
         const button = part(objectName);
         tryVerify(function() { return button.enabled && button.visible; }, 15000);
-        button.clicked();
+        mouseClick(button);
     }
 
     /// Answers the PIN dialog of the controls when it opens: a signature is waited for in an event

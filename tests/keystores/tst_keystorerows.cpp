@@ -46,6 +46,8 @@ private Q_SLOTS:
     void growingStoreIsNotReadAnew();
     void doubledIdsHaveOneRow();
     void doubledIdsMeetInAnInnerLoop();
+    void updateMeetsRowsThatGo();
+    void lostStoreTakesItsComingRows();
 
 private:
     QList<FakeEntry> entries(int store, bool keyed = false);
@@ -357,6 +359,68 @@ void TestKeyStoreRows::doubledIdsMeetInAnInnerLoop()
     QCOMPARE(ids(model),
              QStringList({QStringLiteral("store-0/0"), QStringLiteral("store-0/1"),
                           QStringLiteral("store-0/2"), QStringLiteral("store-1/0")}));
+}
+
+// Whoever hears of a row that goes lets the event loop run, and the store reports once more.
+void TestKeyStoreRows::updateMeetsRowsThatGo()
+{
+    Flat<KeyStoreModel> model;
+    QAbstractItemModelTester tester(&model);
+    addEmptyStores(model, 1);
+    const QList<FakeEntry> all = entries(0);
+    stores().setEntries(name(0), {all.at(0), all.at(1), all.at(2)});
+    QTRY_COMPARE(model.rowCount(), 3);
+    int told = 0;
+    connect(&model, &QAbstractItemModel::rowsRemoved, this, [&] {
+        if (++told != 1)
+            return;
+        QEventLoop inner;
+        connect(&model, &QAbstractItemModel::rowsInserted, &inner, &QEventLoop::quit);
+        stores().setEntries(name(0), {all.at(0), all.at(2), all.at(3), all.at(4)});
+        inner.exec();
+    });
+    stores().setEntries(name(0), {all.at(0), all.at(2), all.at(3)});
+    const QStringList wanted = {QStringLiteral("store-0/0"), QStringLiteral("store-0/2"),
+                                QStringLiteral("store-0/3"), QStringLiteral("store-0/4")};
+    QTRY_VERIFY(ids(model).contains(wanted.last()));
+    QSignalSpy ready(&model, &KeyStoreModel::keysReady);
+    QMetaObject::invokeMethod(&model, "ksmBusyFinished"); // behind all rows that still come
+    QTRY_COMPARE(ready.count(), 1);
+    QCOMPARE(ids(model), wanted);
+}
+
+// The store object itself goes only when the module returns from its call.
+void TestKeyStoreRows::lostStoreTakesItsComingRows()
+{
+    Flat<KeyStoreModel> model;
+    QAbstractItemModelTester tester(&model);
+    addEmptyStores(model, 1);
+    const QPointer<QCA::KeyStore> lost(model.keyStoreByName(name(0)));
+    int rowsAtEnd = -1;
+    const auto lose = [&] {
+        if (rowsAtEnd >= 0)
+            return;
+        stores().block();
+        model.removeCertificate(QStringLiteral("store-0/0"));
+        // Another thread makes the call; the event loop here must not run meanwhile.
+        const QDeadlineTimer patience(30000);
+        while (stores().calls().isEmpty() && !patience.hasExpired())
+            QThread::yieldCurrentThread();
+        QVERIFY(QMetaObject::invokeMethod(lost, "unavailable"));
+        rowsAtEnd = model.rowCount();
+    };
+    connect(&model, &QAbstractItemModel::rowsInserted, this, lose, Qt::QueuedConnection);
+    stores().setEntries(name(0), entries(0));
+    QTRY_VERIFY(rowsAtEnd >= 0);
+    QCOMPARE(stores().calls().size(), 1);
+    QCOMPARE(rowsAtEnd, 0);
+    QVERIFY(lost);
+    QSignalSpy ready(&model, &KeyStoreModel::keysReady);
+    QMetaObject::invokeMethod(&model, "ksmBusyFinished");
+    QTRY_COMPARE(ready.count(), 1);
+    QCOMPARE(model.rowCount(), 0);
+    stores().unblock();
+    QTRY_VERIFY(!lost);
 }
 
 QTEST_GUILESS_MAIN(TestKeyStoreRows)

@@ -51,6 +51,10 @@ private Q_SLOTS:
     void everyEngineIsTranslated();
     void ownership();
     void viewsFollowLargeChanges();
+    void enginesShareAModel();
+    void pageGoesInAnInnerLoop();
+    void callsAtTheEnd_data();
+    void callsAtTheEnd();
 
 private:
     std::unique_ptr<QObject> make(const QByteArray &source, QString *error = nullptr);
@@ -297,17 +301,35 @@ void TestPlugin::ownership()
     QVERIFY(result.toBool());
 }
 
+namespace {
+
+enum { NameRole = Qt::UserRole + 1, TypeRole = NameRole + 4 };
+
+void addRow(QStandardItemModel &model, const QString &name)
+{
+    auto *item = new QStandardItem;
+    item->setData(name, NameRole);
+    item->setData(0, TypeRole);
+    model.appendRow(item);
+}
+
+QByteArray page()
+{
+    return document("1.0",
+                    "Instantiator { property alias filter: filter\n"
+                    "model: CertificateModel { id: filter; sourceModel: source\n"
+                    "searchRoles: ['name']; pattern: 'row' }\n"
+                    "delegate: QtObject { property string shown: name } }");
+}
+
+} // namespace
+
 void TestPlugin::viewsFollowLargeChanges()
 {
-    enum { NameRole = Qt::UserRole + 1, TypeRole = NameRole + 4 };
     QStandardItemModel source;
     source.setItemRoleNames({{NameRole, "name"}, {TypeRole, "type"}});
-    for (int i = 0; i < 1000; ++i) {
-        auto *item = new QStandardItem;
-        item->setData(QStringLiteral("row %1").arg(i), NameRole);
-        item->setData(0, TypeRole);
-        source.appendRow(item);
-    }
+    for (int i = 0; i < 1000; ++i)
+        addRow(source, QStringLiteral("row %1").arg(i));
     m_engine->rootContext()->setContextProperty(QStringLiteral("source"), &source);
     const auto object = make(document("1.0",
                                       "Instantiator { id: view\n"
@@ -332,6 +354,103 @@ void TestPlugin::viewsFollowLargeChanges()
     QCOMPARE(shown(0), QStringLiteral("row 999"));
     object->setProperty("pattern", QString());
     QTRY_COMPARE(object->property("count").toInt(), 1000);
+}
+
+/// One engine ends, the other one's view goes on with the same rows.
+void TestPlugin::enginesShareAModel()
+{
+    QStandardItemModel source;
+    source.setItemRoleNames({{NameRole, "name"}, {TypeRole, "type"}});
+    addRow(source, QStringLiteral("row 1"));
+    auto first = std::move(m_engine);
+    first->rootContext()->setContextProperty(QStringLiteral("source"), &source);
+    QQmlComponent component(first.get());
+    component.setData(page(), QUrl());
+    std::unique_ptr<QObject> one(component.create());
+    QVERIFY(one);
+    init();
+    m_engine->rootContext()->setContextProperty(QStringLiteral("source"), &source);
+    const auto other = make(page());
+    QVERIFY(other);
+    addRow(source, QStringLiteral("row 2"));
+    QTRY_COMPARE(one->property("count").toInt(), 2);
+    QTRY_COMPARE(other->property("count").toInt(), 2);
+    one.reset();
+    first.reset();
+    addRow(source, QStringLiteral("row 3"));
+    source.removeRow(0);
+    addRow(source, QStringLiteral("other"));
+    QTRY_COMPARE(other->property("count").toInt(), 2);
+}
+
+/// Somebody who hears of a row waits in a loop, and another page of the same model goes there.
+void TestPlugin::pageGoesInAnInnerLoop()
+{
+    QStandardItemModel source;
+    source.setItemRoleNames({{NameRole, "name"}, {TypeRole, "type"}});
+    m_engine->rootContext()->setContextProperty(QStringLiteral("source"), &source);
+    // Before and after the one that goes: each hears of the row at another moment.
+    const auto before = make(page());
+    QPointer<QObject> page2 = make(page()).release();
+    const auto after = make(page());
+    QVERIFY(before && page2 && after);
+    auto *filter = before->property("filter").value<QAbstractItemModel *>();
+    QVERIFY(filter);
+    connect(filter, &QAbstractItemModel::rowsInserted, page2, [&] {
+        QEventLoop loop;
+        connect(page2, &QObject::destroyed, &loop, &QEventLoop::quit);
+        page2->deleteLater();
+        loop.exec();
+    });
+    addRow(source, QStringLiteral("row 1"));
+    QVERIFY(!page2);
+    addRow(source, QStringLiteral("row 2"));
+    QTRY_COMPARE(before->property("count").toInt(), 2);
+    QTRY_COMPARE(after->property("count").toInt(), 2);
+}
+
+void TestPlugin::callsAtTheEnd_data()
+{
+    QTest::addColumn<bool>("endsEngine");
+    QTest::newRow("of the page") << false;
+    QTest::newRow("of the engine") << true;
+}
+
+/// `Component.onDestruction` runs while the page's objects go.
+void TestPlugin::callsAtTheEnd()
+{
+    QFETCH(bool, endsEngine);
+    QStandardItemModel source;
+    source.setItemRoleNames({{NameRole, "name"}, {TypeRole, "type"}});
+    addRow(source, QStringLiteral("row 1"));
+    addRow(source, QStringLiteral("other"));
+    QStandardItemModel told;
+    m_engine->rootContext()->setContextProperty(QStringLiteral("source"), &source);
+    m_engine->rootContext()->setContextProperty(QStringLiteral("told"), &told);
+    auto object = make(document("1.0",
+                                "QtObject { property CertificateModel filter: CertificateModel {\n"
+                                "sourceModel: source; searchRoles: ['name']; pattern: 'row' }\n"
+                                "property SignVerify signer: SignVerify {}\n"
+                                "property CertificateRequest request: CertificateRequest {}\n"
+                                "property LoaderFile file: LoaderFile {}\n"
+                                "Component.onDestruction: {\n"
+                                "signer.sign('data', '/nowhere/file.sig', null)\n"
+                                "signer.pinAccepted('1234'); signer.pinRejected()\n"
+                                "filter.pattern = 'other'; filter.sourceModel = null\n"
+                                "told.objectName = 'done' } }"));
+    QVERIFY(object);
+    auto *filter = object->property("filter").value<QAbstractItemModel *>();
+    QVERIFY(filter);
+    QCOMPARE(filter->rowCount(), 1);
+    if (endsEngine)
+        object.release()->setParent(m_engine.get());
+    else
+        object.reset();
+    if (endsEngine)
+        m_engine.reset();
+    QCOMPARE(told.objectName(), QStringLiteral("done"));
+    addRow(source, QStringLiteral("row 2")); // nobody is left to hear of it
+    QCoreApplication::processEvents();
 }
 
 QTEST_GUILESS_MAIN(TestPlugin)

@@ -3,6 +3,7 @@
 
 // What is given back to the heap holds no PIN, no password and no private key any more: each block
 // is looked through as it is freed.
+#include "console/secretinput.h"
 #include "keystores/keystoremodel.h"
 #include "qca/base/providers.h"
 #include "qca/base/secret.h"
@@ -126,6 +127,7 @@ private Q_SLOTS:
     void privateKeyInFiles();
     void pinOfTheRequest();
     void pinOfTheSigner();
+    void pinOfAFile();
 
 private:
     QCA::Initializer m_initializer;
@@ -275,6 +277,20 @@ void TestWipedSecrets::pinOfTheSigner()
         SignVerify signer;
         QVERIFY(QMetaObject::invokeMethod(&signer, "pinAccepted", Q_ARG(QString, Password)));
     }
+    QCOMPARE(watch.count(), 0);
+}
+
+// Programs without a window take it from there.
+void TestWipedSecrets::pinOfAFile()
+{
+    const QString path = m_authority.file(QStringLiteral("pin"));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(Password.toUtf8() + '\n') > 0);
+    file.close();
+    Watch watch(Password.toUtf8());
+    const auto pin = Trivex::secretFromFile(path);
+    QVERIFY(pin);
+    QCOMPARE(pin->size(), Password.size());
     QCOMPARE(watch.count(), 0);
 }
 

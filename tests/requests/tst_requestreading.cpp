@@ -87,6 +87,7 @@ private Q_SLOTS:
     void begunAnewBySomebodyWhoListens();
     void deletedBySomebodyWhoListens();
     void certificateArrivesMeanwhile();
+    void directoryTakesWhatArrived();
 
 private:
     QByteArray m_request;
@@ -324,8 +325,11 @@ void TestRequestReading::certificateArrivesMeanwhile()
     constexpr int Count = 150;
     const QCA::PrivateKey key =
         QCA::KeyGenerator().createRSA(2048, 65537, QStringLiteral("qca-ossl"));
+    const QCA::PrivateKey other =
+        QCA::KeyGenerator().createRSA(2048, 65537, QStringLiteral("qca-ossl"));
     makeFiles(Count, m_request);
     const QByteArray last = requestText(QStringLiteral("Last"), key);
+    makeFile(QStringLiteral("w.csr"), requestText(QStringLiteral("Other"), other));
     makeFile(QStringLiteral("x.csr"), last);
     makeFile(QStringLiteral("y.csr"), last);
     KeyStoreModel stores;
@@ -333,12 +337,37 @@ void TestRequestReading::certificateArrivesMeanwhile()
     const QAbstractItemModelTester tester(&model);
     model.setKeyStoreModel(&stores);
     QVERIFY(model.rowCount() < Count);
+    // Each of them ends a request, and no more than one.
     Q_EMIT stores.keyBundleWritten(key.toPublicKey());
-    QCOMPARE(home->requestFiles().size(), Count + 2);
+    Q_EMIT stores.keyBundleWritten(other.toPublicKey());
+    QCOMPARE(home->requestFiles().size(), Count + 3);
     QTRY_COMPARE(home->requestFiles().size(), Count + 1);
+    QVERIFY(!home->requestFiles().contains(QStringLiteral("w.csr")));
     QVERIFY(!home->requestFiles().contains(QStringLiteral("x.csr")));
     QTRY_COMPARE(model.rowCount(), Count + 1);
     QCOMPARE(names(model).last(), QStringLiteral("Last"));
+}
+
+// What came for the requests of a directory that is gone is nothing to those of the next one.
+void TestRequestReading::directoryTakesWhatArrived()
+{
+    constexpr int Count = 150;
+    const QCA::PrivateKey key =
+        QCA::KeyGenerator().createRSA(2048, 65537, QStringLiteral("qca-ossl"));
+    makeFiles(Count, m_request);
+    KeyStoreModel stores;
+    CertificateRequestModel model;
+    model.setKeyStoreModel(&stores);
+    QVERIFY(model.rowCount() < Count);
+    Q_EMIT stores.keyBundleWritten(key.toPublicKey());
+    QVERIFY(home->requests().removeRecursively());
+    model.init();
+    home->clearRequests();
+    makeFile(QStringLiteral("later.csr"), requestText(QStringLiteral("Later"), key));
+    model.init();
+    QTRY_COMPARE(names(model), QStringList{QStringLiteral("Later")});
+    turn();
+    QCOMPARE(home->requestFiles(), QStringList{QStringLiteral("later.csr")});
 }
 
 int main(int argc, char *argv[])
