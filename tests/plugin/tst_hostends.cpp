@@ -163,6 +163,8 @@ void TestHostEnds::tool()
         QSKIP(qPrintable(tool + QStringLiteral(" is not installed")));
     qunsetenv(StaticQca);
     qputenv("QT_QUICK_BACKEND", "software"); // qmlscene makes a window, and there is no display
+    if (qstrlen(TRIVEX_TEST_PRELOAD) > 0)
+        qputenv("LD_PRELOAD", TRIVEX_TEST_PRELOAD);
     const QString page = m_home.path() + QStringLiteral("/quits.qml");
     QFile file(page);
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QuittingPage) > 0);

@@ -36,10 +36,18 @@ void endProcess(const QString &way)
     QCoreApplication::exit(ToldStatus);
 }
 
+void lookForNoLeaks()
+{
+#ifdef __SANITIZE_ADDRESS__
+    qputenv("ASAN_OPTIONS", "detect_leaks=0");
+#endif
+}
+
 QString childProblem(const QStringList &arguments)
 {
     QProcess child;
     child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    lookForNoLeaks();
     child.start(QCoreApplication::applicationFilePath(), arguments);
     const QString problem = problemBefore(Word, child);
     if (!problem.isEmpty())

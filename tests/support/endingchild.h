@@ -22,4 +22,9 @@ void endProcess(const QString &way);
 /// ended by itself in time with `ToldStatus`; else what was the matter.
 QString childProblem(const QStringList &arguments);
 
+/// Under AddressSanitizer, processes that are started from now on are not looked through for leaks
+/// at their end: what a process leaves over that ends in the middle of its work is none, and the
+/// look takes as long as the end may.
+void lookForNoLeaks();
+
 } // namespace TrivexTest

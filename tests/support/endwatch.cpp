@@ -87,6 +87,7 @@ Ended watchEnd(const QString &program, const QStringList &arguments)
         return ended;
     const Trivex::Descriptor reader(ends[0]);
     Trivex::Descriptor writer(ends[1]);
+    lookForNoLeaks();
     const pid_t child = start(program, arguments, writer.get());
     writer.reset();
     bool isRunning = child > 0;
