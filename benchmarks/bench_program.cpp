@@ -18,7 +18,6 @@
 
 #include <cstdio>
 
-#include <sys/resource.h>
 #include <time.h>
 
 namespace {
@@ -38,17 +37,6 @@ qint64 now()
     return qint64(time.tv_sec) * 1000000000 + time.tv_nsec;
 }
 
-/// What this process computed so far, in all its threads; ms.
-double computed()
-{
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    const auto ms = [](const timeval &time) {
-        return double(time.tv_sec) * 1e3 + double(time.tv_usec) / 1e3;
-    };
-    return ms(usage.ru_utime) + ms(usage.ru_stime);
-}
-
 /// Prints what a child found, for its parent to read.
 void tell(const char *what, double value)
 {
@@ -62,7 +50,7 @@ void onFirstFrame(QQuickWindow *window, qint64 started, const std::function<void
     auto *once = new QObject(window);
     QObject::connect(window, &QQuickWindow::frameSwapped, once, [=] {
         tell("window", double(now() - started) / 1e6);
-        tell("computed", computed());
+        tell("computed", Measure::computed());
         delete once;
         QTimer::singleShot(0, window, then);
     });

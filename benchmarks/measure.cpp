@@ -8,6 +8,8 @@
 #include <cmath>
 #include <ctime>
 
+#include <sys/resource.h>
+
 namespace Measure {
 
 namespace {
@@ -21,6 +23,16 @@ qint64 threadTime()
 }
 
 } // namespace
+
+double computed()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    const auto ms = [](const timeval &time) {
+        return double(time.tv_sec) * 1e3 + double(time.tv_usec) / 1e3;
+    };
+    return ms(usage.ru_utime) + ms(usage.ru_stime);
+}
 
 double median(QVector<double> values)
 {

@@ -28,6 +28,9 @@ private:
     qint64 m_start;
 };
 
+/// What this process computed so far, in all its threads; ms.
+double computed();
+
 /// Several kinds of work that take turns, each timed for itself.
 class Turns {
 public:
