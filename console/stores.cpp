@@ -13,6 +13,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <utility>
 
 namespace Trivex {
 
@@ -63,6 +64,12 @@ QList<QCA::KeyStoreEntry> entriesOf(QCA::KeyStore *store)
     return isWhole ? entries : store->entryList();
 }
 
+/// QCA has the stores in the order in which their providers happened to tell of them.
+bool comesBefore(const QCA::KeyStore *a, const QCA::KeyStore *b)
+{
+    return std::make_pair(a->name(), a->id()) < std::make_pair(b->name(), b->id());
+}
+
 /// Before anything of QCA's is made.
 void prepareStores()
 {
@@ -79,6 +86,7 @@ Stores::Stores()
     const QStringList ids = m_manager.keyStores();
     for (const QString &id : ids)
         m_stores += new QCA::KeyStore(id, &m_manager);
+    std::sort(m_stores.begin(), m_stores.end(), &comesBefore);
 }
 
 void Stores::tellWhatIsMissing() const

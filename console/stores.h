@@ -32,6 +32,7 @@ public:
     bool isComplete() const { return m_isComplete; }
     /// Complains where it is false.
     void tellWhatIsMissing() const;
+    /// By name, then by id.
     const QVector<QCA::KeyStore *> &all() const { return m_stores; }
     static QVector<StoreRow> rowsOf(QCA::KeyStore *store);
 

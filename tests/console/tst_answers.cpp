@@ -52,6 +52,7 @@ private Q_SLOTS:
     void initTestCase();
     void answersProgramsInEnglish_data();
     void answersProgramsInEnglish();
+    void listsStoresInOneOrder();
     void writesTimesForPrograms();
     void takesUrls_data();
     void takesUrls();
@@ -148,6 +149,22 @@ void TestAnswers::answersProgramsInEnglish()
     QCOMPARE(russian.complained, english.complained);
     QCOMPARE(russian.code, english.code);
     QVERIFY(!english.said.isEmpty() || !english.complained.isEmpty());
+}
+
+// Which provider tells of its store first differs from start to start.
+void TestAnswers::listsStoresInOneOrder()
+{
+    constexpr int Starts = 8;
+    for (int start = 0; start < Starts; ++start) {
+        QStringList userStores;
+        const QJsonArray stores = run({QStringLiteral("--list"), QStringLiteral("--json")}).json();
+        for (const QJsonValue &store : stores) {
+            if (store[QLatin1String("kind")] == QLatin1String("user"))
+                userStores += store[QLatin1String("store")].toString();
+        }
+        QCOMPARE(userStores,
+                 (QStringList{QStringLiteral("USER"), QStringLiteral("User Software Store")}));
+    }
 }
 
 void TestAnswers::writesTimesForPrograms()
