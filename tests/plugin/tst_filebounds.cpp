@@ -12,6 +12,7 @@
 #include "requests/certificaterequestmodel.h"
 #include "tests/chains/madechain.h"
 #include "tests/fakes/provider/privatehome.h"
+#include "tests/support/processfacts.h"
 #include "tests/support/systemlist.h"
 #include "tests/support/testcertificates.h"
 #include "tests/support/userfiles.h"
@@ -46,15 +47,6 @@ void countLargeFiles(QtMsgType type, const QMessageLogContext &context, const QS
         ++largeFiles;
     else
         otherMessages(type, context, message);
-}
-
-/// What this process has read so far, by whatever call.
-qint64 bytesRead()
-{
-    QFile file(QStringLiteral("/proc/self/io"));
-    if (!file.open(QIODevice::ReadOnly))
-        return -1;
-    return file.readLine().simplified().split(' ').value(1).toLongLong();
 }
 
 bool writeFilled(const QString &path, const QByteArray &contents, qint64 size)

@@ -11,6 +11,7 @@
 #include "signing/loaderfile.h"
 #include "signing/rawsignature.h"
 #include "tests/fakes/provider/privatehome.h"
+#include "tests/support/processfacts.h"
 #include "tests/support/systemlist.h"
 #include "tests/support/testcertificates.h"
 #include "tools/certificatefile.h"
@@ -42,31 +43,6 @@ constexpr qint64 MostMemory = 96 * 1024; // KiB: a file at the bound, as bytes a
 #endif
 constexpr qint64 Slack = 1024 * 1024; // what reading these numbers and Qt's own files takes
 constexpr qint64 MostGrown = qint64(64) << 20;
-
-qint64 numberIn(const char *path, const char *title)
-{
-    QFile file{QString::fromLatin1(path)};
-    if (!file.open(QIODevice::ReadOnly))
-        return -1;
-    const QList<QByteArray> lines = file.readAll().split('\n');
-    for (const QByteArray &line : lines) {
-        if (line.startsWith(title))
-            return line.mid(int(qstrlen(title))).simplified().split(' ').value(0).toLongLong();
-    }
-    return -1;
-}
-
-/// What this process has read so far, by whatever call.
-qint64 bytesRead()
-{
-    return numberIn("/proc/self/io", "rchar:");
-}
-
-/// The most memory since `forgetPeak()`, in KiB.
-qint64 peak()
-{
-    return numberIn("/proc/self/status", "VmHWM:");
-}
 
 void forgetPeak()
 {
@@ -303,7 +279,7 @@ void TestOddFiles::opens()
     // What is read lazily once is not the file's.
     static_cast<void>(used.open(m_authority.certificateFile()));
     forgetPeak();
-    const qint64 memory = peak();
+    const qint64 memory = peakMemory();
     const qint64 before = bytesRead();
     const bool isTaken = [&] {
         // No longer than this: such a one may not even ask what was read.
@@ -314,7 +290,8 @@ void TestOddFiles::opens()
     QVERIFY(before >= 0 && after >= before);
     const qint64 read = after - before;
     QVERIFY2(read <= used.mostRead + Slack, qPrintable(QString::number(read)));
-    QVERIFY2(peak() - memory < MostMemory, qPrintable(QString::number(peak() - memory)));
+    QVERIFY2(peakMemory() - memory < MostMemory,
+             qPrintable(QString::number(peakMemory() - memory)));
     if (expected != Either)
         QCOMPARE(isTaken, expected == Taken);
 }
@@ -367,7 +344,7 @@ void TestOddFiles::directories()
                          QStringLiteral("-subj"), QStringLiteral("/CN=Good"),
                          QStringLiteral("-out"), requests + QStringLiteral("zzz.csr")});
     forgetPeak();
-    const qint64 memory = peak();
+    const qint64 memory = peakMemory();
     const qint64 before = bytesRead();
     CertificateRequestModel model;
     model.setKeyStoreModel(m_model.get());
@@ -383,7 +360,8 @@ void TestOddFiles::directories()
     };
     QTRY_VERIFY(hasGood());
     QVERIFY(bytesRead() - before <= count * (MaxFileBytes + Slack));
-    QVERIFY2(peak() - memory < MostMemory, qPrintable(QString::number(peak() - memory)));
+    QVERIFY2(peakMemory() - memory < MostMemory,
+             qPrintable(QString::number(peakMemory() - memory)));
 }
 
 QTEST_GUILESS_MAIN(TestOddFiles)

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
 #include "signing/filedigest.h"
+#include "tests/support/processfacts.h"
 
 #include <QBuffer>
 #include <QTemporaryFile>
@@ -29,19 +30,6 @@ QByteArray opensslDigest(QIODevice *device, const EVP_MD *type)
 QByteArray fileDigest(QIODevice *device, qint64 size, const QString &type)
 {
     return Trivex::fileDigests(device, size, {type}).value(0);
-}
-
-/// The most memory that the process has had so far, in KiB.
-int peakMemory()
-{
-    QFile status(QStringLiteral("/proc/self/status"));
-    status.open(QIODevice::ReadOnly);
-    const QList<QByteArray> lines = status.readAll().split('\n');
-    for (const QByteArray &line : lines) {
-        if (line.startsWith("VmHWM:"))
-            return line.mid(6).trimmed().split(' ').first().toInt();
-    }
-    return 0;
 }
 
 } // namespace
@@ -130,9 +118,9 @@ void TestFileDigest::aboveFourGibibytes()
 
     QFile reader(file.fileName());
     QVERIFY(reader.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
-    const int before = peakMemory();
+    const qint64 before = TrivexTest::peakMemory();
     const QByteArray digest = fileDigest(&reader, size, QStringLiteral("sha256"));
-    [[maybe_unused]] const int used = peakMemory() - before;
+    [[maybe_unused]] const qint64 used = TrivexTest::peakMemory() - before;
     QCOMPARE(digest.size(), 32);
     QCOMPARE(digest, opensslDigest(&reader, EVP_sha256()));
 #ifndef __SANITIZE_ADDRESS__ // which keeps what was given back for a while

@@ -3,6 +3,7 @@
 
 // What becomes of a loaded file: its size, its bytes, and changes made by others.
 #include "signing/loaderfile.h"
+#include "tests/support/processfacts.h"
 
 #include <QDir>
 #include <QFile>
@@ -23,14 +24,9 @@ const QByteArray text = "Some plain text\n";
 /// What this process has read of files so far, and mapped in.
 qint64 touchedBytes()
 {
-    QFile file(QStringLiteral("/proc/self/io"));
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("the kernel does not count what is read");
-    const QByteArray read = file.readAll();
-    const int start = read.indexOf("rchar: ") + 7;
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
-    return read.mid(start, read.indexOf('\n', start) - start).toLongLong()
+    return TrivexTest::bytesRead()
         + qint64(usage.ru_minflt + usage.ru_majflt) * sysconf(_SC_PAGESIZE);
 }
 
