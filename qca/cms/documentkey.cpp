@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/cms/documentkey.h"
 
+#include "qca/keys/digests.h"
 #include "qca/keys/pkeycontainer.h"
 #include "qca/keys/requestsigner.h"
 
@@ -18,9 +19,9 @@ struct ForeignAlgorithm {
 
 /// How QCA calls the signatures of RSA keys.
 constexpr ForeignAlgorithm ForeignAlgorithms[] = {
-    {"SHA256", QCA::EMSA3_SHA256},
-    {"SHA384", QCA::EMSA3_SHA384},
-    {"SHA512", QCA::EMSA3_SHA512},
+    {Sha256Digest.name, QCA::EMSA3_SHA256},
+    {Sha384Digest.name, QCA::EMSA3_SHA384},
+    {Sha512Digest.name, QCA::EMSA3_SHA512},
 };
 
 bool signWith(QCA::PKeyBase *key, const CmsScheme &scheme, const QByteArray &message,

@@ -3,6 +3,7 @@
 #include "qca/keys/keyoperation.h"
 
 #include "qca/asn1/nativecoding.h"
+#include "qca/keys/digests.h"
 #include "qca/keys/signaturenumbers.h"
 
 #include <openssl/err.h>
@@ -19,20 +20,20 @@ struct AlgorithmDigest {
 };
 
 constexpr std::array<AlgorithmDigest, 14> Digests = {{
-    {QCA::EMSA1_SHA1, "SHA1"},
-    {QCA::EMSA3_SHA1, "SHA1"},
+    {QCA::EMSA1_SHA1, Sha1Digest.name},
+    {QCA::EMSA3_SHA1, Sha1Digest.name},
     {QCA::EMSA3_MD5, "MD5"},
     {QCA::EMSA3_MD2, "MD2"},
     {QCA::EMSA3_RIPEMD160, "RIPEMD160"},
     {QCA::EMSA3_SHA224, "SHA224"},
-    {QCA::EMSA3_SHA256, "SHA256"},
-    {QCA::EMSA3_SHA384, "SHA384"},
-    {QCA::EMSA3_SHA512, "SHA512"},
-    {EcdsaSha256Signature, "SHA256"},
-    {EcdsaSha384Signature, "SHA384"},
-    {Gost2001Signature, "md_gost94"},
-    {Gost2012Signature256, "md_gost12_256"},
-    {Gost2012Signature512, "md_gost12_512"},
+    {QCA::EMSA3_SHA256, Sha256Digest.name},
+    {QCA::EMSA3_SHA384, Sha384Digest.name},
+    {QCA::EMSA3_SHA512, Sha512Digest.name},
+    {EcdsaSha256Signature, Sha256Digest.name},
+    {EcdsaSha384Signature, Sha384Digest.name},
+    {Gost2001Signature, Gost94Digest.name},
+    {Gost2012Signature256, Streebog256Digest.name},
+    {Gost2012Signature512, Streebog512Digest.name},
 }};
 
 } // namespace

@@ -27,9 +27,11 @@ bool setPss(EVP_PKEY *key, EVP_PKEY_CTX *context)
 {
     const PssScheme scheme =
         pssSchemeOf(encodeNative(key, i2d_PUBKEY), rsaDigestFor(EVP_PKEY_get_bits(key)));
-    const EVP_MD *digest = EVP_get_digestbyname(scheme.digest.constData());
-    const EVP_MD *mask = EVP_get_digestbyname(scheme.maskDigest.constData());
-    return scheme.isValid() && digest && mask && EVP_PKEY_CTX_set_signature_md(context, digest) == 1
+    if (!scheme.isValid())
+        return false;
+    const EVP_MD *digest = EVP_get_digestbyname(scheme.digest->name);
+    const EVP_MD *mask = EVP_get_digestbyname(scheme.maskDigest->name);
+    return digest && mask && EVP_PKEY_CTX_set_signature_md(context, digest) == 1
         && EVP_PKEY_CTX_set_rsa_mgf1_md(context, mask) == 1
         && EVP_PKEY_CTX_set_rsa_pss_saltlen(context, scheme.saltSize) == 1;
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "qca/keys/psskeys.h"
 
+#include "qca/asn1/algorithmidentifier.h"
 #include "qca/asn1/algorithmids.h"
 #include "qca/asn1/derwriter.h"
 #include "qca/asn1/nativecoding.h"
@@ -19,60 +20,38 @@ using ParametersHandle = Handle<RSA_PSS_PARAMS, RSA_PSS_PARAMS_free>;
 /// RFC 4055, 3.1: what is meant where nothing is written.
 constexpr int DefaultSalt = 20;
 
-struct Digest {
-    const char *name;
-    const char *oid;
-    int nid;
-    int size;
-};
+/// Those of RFC 8017, A.2.1, that are used. SHA-1 is good enough for a mask.
+constexpr Digest PssDigests[] = {Sha1Digest, Sha256Digest, Sha384Digest, Sha512Digest};
 
-/// The default of RFC 4055, and good enough for a mask.
-constexpr char MaskOnly[] = "SHA1";
-
-constexpr Digest Digests[] = {
-    {MaskOnly, Oid::Sha1, NID_sha1, 20},
-    {"SHA256", Oid::Sha256, NID_sha256, 32},
-    {"SHA384", Oid::Sha384, NID_sha384, 48},
-    {"SHA512", Oid::Sha512, NID_sha512, 64},
-};
-
-const Digest *digestNamed(const QByteArray &name)
+QByteArray oidOf(const X509_ALGOR *algorithm)
 {
-    for (const Digest &one : Digests) {
-        if (name == one.name)
+    const ASN1_OBJECT *object = nullptr;
+    X509_ALGOR_get0(&object, nullptr, nullptr, algorithm);
+    return Der::oidText(
+        {reinterpret_cast<const char *>(OBJ_get0_data(object)), int(OBJ_length(object))});
+}
+
+/// Null for a digest that is not used.
+const Digest *digestIn(const X509_ALGOR *algorithm)
+{
+    const QByteArray oid = algorithm ? oidOf(algorithm) : QByteArray(Sha1Digest.oid);
+    for (const Digest &one : PssDigests) {
+        if (oid == one.oid)
             return &one;
     }
     return nullptr;
 }
 
-int nidOf(const X509_ALGOR *algorithm)
-{
-    const ASN1_OBJECT *object = nullptr;
-    X509_ALGOR_get0(&object, nullptr, nullptr, algorithm);
-    return OBJ_obj2nid(object);
-}
-
-/// Empty for a digest that is not used.
-QByteArray digestIn(const X509_ALGOR *algorithm)
-{
-    const int nid = algorithm ? nidOf(algorithm) : NID_sha1;
-    for (const Digest &one : Digests) {
-        if (nid == one.nid)
-            return one.name;
-    }
-    return {};
-}
-
-QByteArray maskDigestIn(const X509_ALGOR *mask)
+const Digest *maskDigestIn(const X509_ALGOR *mask)
 {
     if (!mask)
-        return MaskOnly;
-    if (nidOf(mask) != NID_mgf1)
-        return {};
+        return digestIn(nullptr);
+    if (oidOf(mask) != Oid::Mgf1)
+        return nullptr;
     const AlgorHandle digest(static_cast<X509_ALGOR *>(
         ASN1_TYPE_unpack_sequence(ASN1_ITEM_rptr(X509_ALGOR), mask->parameter)));
     ERR_clear_error();
-    return digest ? digestIn(digest.get()) : QByteArray();
+    return digest ? digestIn(digest.get()) : nullptr;
 }
 
 PssScheme schemeIn(const RSA_PSS_PARAMS &parameters)
@@ -84,17 +63,15 @@ PssScheme schemeIn(const RSA_PSS_PARAMS &parameters)
     const bool isUsual = !parameters.trailerField || ASN1_INTEGER_get(parameters.trailerField) == 1;
     // No key has room for more.
     constexpr int MostSalt = 2048;
-    return isUsual && scheme.digest != MaskOnly && scheme.saltSize >= 0
+    return isUsual && scheme.isValid() && !(*scheme.digest == Sha1Digest) && scheme.saltSize >= 0
             && scheme.saltSize <= MostSalt
         ? scheme
         : PssScheme();
 }
 
-QByteArray digestAlgorithm(const QByteArray &name)
+QByteArray digestAlgorithm(const Digest &digest)
 {
-    const Digest *digest = digestNamed(name);
-    return Der::writeSequence(
-        {Der::writeOid(digest ? digest->oid : ""), Der::write(Der::Null, {})});
+    return algorithmIdentifier(digest.oid, AlgorithmParameters::Null);
 }
 
 } // namespace
@@ -110,15 +87,13 @@ bool isPssKey(const QByteArray &publicInfo)
     return findPublicKeyFields(Der::sliceOf(publicInfo), &fields) && fields.oid() == Oid::RsaPss;
 }
 
-PssScheme pssSchemeOf(const QByteArray &publicInfo, const QByteArray &usual)
+PssScheme pssSchemeOf(const QByteArray &publicInfo, const Digest &usual)
 {
     PublicKeyFields fields;
     if (!isPssKey(publicInfo) || !findPublicKeyFields(Der::sliceOf(publicInfo), &fields))
         return {};
-    if (fields.parameters.isEmpty()) {
-        const Digest *digest = digestNamed(usual);
-        return digest ? PssScheme{usual, usual, digest->size} : PssScheme();
-    }
+    if (fields.parameters.isEmpty())
+        return {&usual, &usual, usual.size};
     const auto parameters = decodeNative<ParametersHandle>(fields.parameters, d2i_RSA_PSS_PARAMS);
     return parameters ? schemeIn(*parameters) : PssScheme();
 }
@@ -126,11 +101,11 @@ PssScheme pssSchemeOf(const QByteArray &publicInfo, const QByteArray &usual)
 QByteArray pssAlgorithm(const PssScheme &scheme)
 {
     // What is the default is left out (X.690, 11.5).
-    QList<QByteArray> parameters = {Der::write(Der::context(0), digestAlgorithm(scheme.digest))};
-    if (scheme.maskDigest != MaskOnly) {
+    QList<QByteArray> parameters = {Der::write(Der::context(0), digestAlgorithm(*scheme.digest))};
+    if (!(*scheme.maskDigest == Sha1Digest)) {
         parameters += Der::write(
             Der::context(1),
-            Der::writeSequence({Der::writeOid(Oid::Mgf1), digestAlgorithm(scheme.maskDigest)}));
+            Der::writeSequence({Der::writeOid(Oid::Mgf1), digestAlgorithm(*scheme.maskDigest)}));
     }
     if (scheme.saltSize != DefaultSalt) {
         const QByteArray octets = QByteArray(1, char(scheme.saltSize >> 8)) + char(scheme.saltSize);
@@ -144,14 +119,8 @@ QByteArray pssKeyAsRsa(const QByteArray &publicInfo)
     PublicKeyFields fields;
     if (!findPublicKeyFields(Der::sliceOf(publicInfo), &fields) || fields.bitString.isEmpty())
         return publicInfo;
-    return Der::writeSequence(
-        {Der::writeSequence({Der::writeOid(Oid::RsaEncryption), Der::write(Der::Null, {})}),
-         Der::write(Der::BitString, fields.bitString.bytes())});
-}
-
-QByteArray rsaDigestFor(int bits)
-{
-    return bits <= 3072 ? "SHA256" : bits <= 7680 ? "SHA384" : "SHA512";
+    return Der::writeSequence({algorithmIdentifier(Oid::RsaEncryption, AlgorithmParameters::Null),
+                               Der::write(Der::BitString, fields.bitString.bytes())});
 }
 
 } // namespace Trivex

@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: MIT
 #include "qca/x509/signaturealgorithms.h"
 
+#include "qca/asn1/algorithmidentifier.h"
 #include "qca/asn1/algorithmids.h"
-#include "qca/asn1/derwriter.h"
+#include "qca/keys/digests.h"
 #include "qca/keys/keytypes.h"
 
 namespace Trivex {
@@ -28,27 +29,10 @@ constexpr AlgorithmNumber Numbers[] = {
     {Oid::DsaWithSha1, QCA::EMSA1_SHA1},
 };
 
-QByteArray identifier(const char *oid, bool withNull = false)
-{
-    QList<QByteArray> parts = {Der::writeOid(oid)};
-    if (withNull)
-        parts += Der::write(Der::Null, {});
-    return Der::writeSequence(parts);
-}
-
-SignatureScheme curveScheme(int bits)
-{
-    if (bits <= 256)
-        return {"SHA256", identifier(Oid::EcdsaWithSha256)};
-    if (bits <= 384)
-        return {"SHA384", identifier(Oid::EcdsaWithSha384)};
-    return {"SHA512", identifier(Oid::EcdsaWithSha512)};
-}
-
 SignatureScheme edwardsScheme(const QByteArray &spki)
 {
     for (const char *oid : {Oid::Ed25519, Oid::Ed448}) {
-        const QByteArray algorithm = identifier(oid);
+        const QByteArray algorithm = algorithmIdentifier(oid);
         if (spki.contains(algorithm))
             return {{}, algorithm};
     }
@@ -74,17 +58,19 @@ SignatureScheme signatureSchemeFor(int keyType, int bits, const QByteArray &spki
 {
     switch (keyType) {
     case RsaKey:
-        return {"SHA256", identifier(Oid::RsaWithSha256, true)};
+        return {Sha256Digest.name,
+                algorithmIdentifier(Oid::RsaWithSha256, AlgorithmParameters::Null)};
     case DsaKey:
-        return {"SHA256", identifier(Oid::DsaWithSha256)};
+        return {Sha256Digest.name, algorithmIdentifier(Oid::DsaWithSha256)};
     case EllipticCurveKey:
-        return curveScheme(bits);
+        return {curveDigestFor(bits).name,
+                algorithmIdentifier(curveDigestFor(bits).curveSignature)};
     case Gost2001Key:
-        return {"md_gost94", identifier(Oid::GostSignature2001)};
+        return {Gost94Digest.name, algorithmIdentifier(Oid::GostSignature2001)};
     case Gost2012Key256:
-        return {"md_gost12_256", identifier(Oid::GostSignature256)};
+        return {Streebog256Digest.name, algorithmIdentifier(Oid::GostSignature256)};
     case Gost2012Key512:
-        return {"md_gost12_512", identifier(Oid::GostSignature512)};
+        return {Streebog512Digest.name, algorithmIdentifier(Oid::GostSignature512)};
     case OtherKey:
         return edwardsScheme(spki);
     default:

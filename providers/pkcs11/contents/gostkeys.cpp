@@ -6,6 +6,7 @@
 #include "qca/asn1/algorithmids.h"
 #include "qca/asn1/derwriter.h"
 #include "qca/base/secret.h"
+#include "qca/keys/digests.h"
 #include "qca/keys/gostpublickey.h"
 #include "qca/keys/keytypes.h"
 
@@ -22,11 +23,11 @@ namespace {
 
 constexpr GostMechanisms Mechanisms[] = {
     {Gost2001Key, CKK_GOSTR3410, CKM_GOSTR3410, CKM_GOSTR3411, CKM_GOSTR3410_WITH_GOSTR3411,
-     "md_gost94", Oid::GostDigestSet94, 64},
+     Gost94Digest.name, Oid::GostDigestSet94, 64},
     {Gost2012Key256, CKK_GOSTR3410, CKM_GOSTR3410, Tc26Base | 0x012, Tc26Base | 0x008,
-     "md_gost12_256", Oid::GostDigest256, 64},
+     Streebog256Digest.name, Oid::GostDigest256, 64},
     {Gost2012Key512, KeyTypeGost512, MechanismGost512Sign, Tc26Base | 0x013, Tc26Base | 0x009,
-     "md_gost12_512", Oid::GostDigest512, 128},
+     Streebog512Digest.name, Oid::GostDigest512, 128},
 };
 
 const GostMechanisms *mechanismsOf(int keyType)

@@ -34,25 +34,24 @@ constexpr SignatureMechanism Mechanisms[] = {
     {KeyTypeGost512, MechanismGost512Sign},
 };
 
-struct PssDigest {
-    const char *name;
+struct PssMechanism {
+    Digest digest;
     CK_MECHANISM_TYPE mechanism;
     CK_ULONG mask;
-    int size;
 };
 
-constexpr PssDigest PssDigests[] = {
-    {"SHA1", CKM_SHA_1, CKG_MGF1_SHA1, 20}, // of the mask only
-    {"SHA256", CKM_SHA256, CKG_MGF1_SHA256, 32},
-    {"SHA384", CKM_SHA384, CKG_MGF1_SHA384, 48},
-    {"SHA512", CKM_SHA512, CKG_MGF1_SHA512, 64},
+constexpr PssMechanism PssMechanisms[] = {
+    {Sha1Digest, CKM_SHA_1, CKG_MGF1_SHA1},
+    {Sha256Digest, CKM_SHA256, CKG_MGF1_SHA256},
+    {Sha384Digest, CKM_SHA384, CKG_MGF1_SHA384},
+    {Sha512Digest, CKM_SHA512, CKG_MGF1_SHA512},
 };
 
 /// Throws for what is none of them: such a scheme is not made.
-const PssDigest &pssDigest(const QByteArray &name)
+const PssMechanism &pssMechanism(const Digest *digest)
 {
-    for (const PssDigest &one : PssDigests) {
-        if (name == one.name)
+    for (const PssMechanism &one : PssMechanisms) {
+        if (digest && *digest == one.digest)
             return one;
     }
     throw Error(TokenError::WrongKeyKind);
@@ -63,10 +62,10 @@ const PssDigest &pssDigest(const QByteArray &name)
 CK_RSA_PKCS_PSS_PARAMS pssParameters(const TokenKey &key, int bits, const QByteArray &block)
 {
     const PssScheme scheme = pssSchemeOf(key.publicInfo, rsaDigestFor(bits));
-    const PssDigest &digest = pssDigest(scheme.digest);
-    if (block.size() != digest.size)
+    const PssMechanism &made = pssMechanism(scheme.digest);
+    if (block.size() != made.digest.size)
         throw Error(TokenError::WrongKeyKind);
-    return {digest.mechanism, pssDigest(scheme.maskDigest).mask, CK_ULONG(scheme.saltSize)};
+    return {made.mechanism, pssMechanism(scheme.maskDigest).mask, CK_ULONG(scheme.saltSize)};
 }
 
 /// Throws for a token that can't, before anybody is asked for its PIN.
