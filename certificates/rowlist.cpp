@@ -17,14 +17,6 @@ size_t RowList::blockAt(size_t place) const
     return size_t(after - m_starts.cbegin()) - 1;
 }
 
-size_t RowList::longestBlock() const
-{
-    size_t longest = 0;
-    for (const Block &block : m_blocks)
-        longest = std::max(longest, block.size());
-    return longest;
-}
-
 void RowList::assign(const std::vector<int> &rows)
 {
     m_blocks.clear();

@@ -104,11 +104,8 @@ public:
         return firstPlace([&](int other) { return isBefore(row, other); });
     }
 
-    // What one row that comes or goes moves is bounded by these two.
-    size_t blockCount() const { return m_blocks.size(); }
-    size_t longestBlock() const;
-
 private:
+    friend struct RowListBlocks; // of the tests
     /// Where a block is cut: half full, so that the next rows find room on either side.
     static constexpr size_t Usual = MostInBlock / 2;
 

@@ -72,11 +72,6 @@ QCA::PublicKey requestPublicKey(const QCA::CertificateRequest &request)
     return own.isNull() ? QCA::PublicKey() : own.subjectPublicKey();
 }
 
-QCA::CertificateInfo requestSubject(const QCA::CertificateRequest &request)
-{
-    return requestedFields(request).info;
-}
-
 RequestedFields requestedFields(const QCA::CertificateRequest &request)
 {
     const QCA::CertificateRequest own = ownRequest(request);

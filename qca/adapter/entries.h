@@ -26,9 +26,7 @@ TRIVEX_QCA_EXPORT QCA::KeyBundle entryKeyBundle(const QCA::KeyStoreEntry &entry)
 TRIVEX_QCA_EXPORT QCA::Certificate entryCertificate(const QCA::KeyStoreEntry &entry);
 /// The subject's public key; null for an empty request, and for one whose key can't be read.
 TRIVEX_QCA_EXPORT QCA::PublicKey requestPublicKey(const QCA::CertificateRequest &request);
-/// The subject's attributes; empty for an empty request.
-TRIVEX_QCA_EXPORT QCA::CertificateInfo requestSubject(const QCA::CertificateRequest &request);
-/// The same with the usages that it asks for.
+/// The subject's attributes and the usages that it asks for; empty for an empty request.
 TRIVEX_QCA_EXPORT RequestedFields requestedFields(const QCA::CertificateRequest &request);
 
 } // namespace Trivex

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
-#include "certificates/rowlist.h"
+#include "tests/certificates/rowlistblocks.h"
 
 #include <QRandomGenerator>
 #include <QtTest>
@@ -9,6 +9,7 @@
 #include <numeric>
 
 using Trivex::RowList;
+using Trivex::RowListBlocks;
 
 namespace {
 
@@ -42,8 +43,8 @@ bool reads(const RowList &list, const std::vector<int> &rows)
         if (list[place] != rows[place])
             return false;
     }
-    return list.blockCount() <= mostBlocks(rows.size())
-        && list.longestBlock() <= RowList::MostInBlock;
+    return RowListBlocks::count(list) <= mostBlocks(rows.size())
+        && RowListBlocks::longest(list) <= RowList::MostInBlock;
 }
 
 /// A list and a vector, to which the same is done.
@@ -218,11 +219,11 @@ void TestRowList::movesAFewRows()
         const size_t places[] = {0, row, size_t(random.bounded(quint32(row + 1)))};
         list.insert(places[way], int(row));
         if (row % 97 == 0) {
-            QVERIFY(list.longestBlock() <= RowList::MostInBlock);
-            QVERIFY(list.blockCount() <= mostBlocks(row + 1));
+            QVERIFY(RowListBlocks::longest(list) <= RowList::MostInBlock);
+            QVERIFY(RowListBlocks::count(list) <= mostBlocks(row + 1));
         }
     }
-    QVERIFY(list.longestBlock() + list.blockCount() < Rows / 20);
+    QVERIFY(RowListBlocks::longest(list) + RowListBlocks::count(list) < Rows / 20);
 }
 
 void TestRowList::keepsNoSmallBlocks()
@@ -237,7 +238,7 @@ void TestRowList::keepsNoSmallBlocks()
     QVERIFY(reads(list, rows));
     list.eraseIf([](int row) { return row != 0; });
     QVERIFY(reads(list, {0}));
-    QCOMPARE(list.blockCount(), size_t(1));
+    QCOMPARE(RowListBlocks::count(list), size_t(1));
     // From the end, where what is left of the block behind is small already.
     const size_t usual = RowList::MostInBlock / 2;
     list.assign(counted(int(200 * usual)));

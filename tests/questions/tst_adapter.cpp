@@ -60,7 +60,7 @@ private Q_SLOTS:
         QVERIFY(Trivex::entryKeyBundle(entry).isNull());
         QVERIFY(Trivex::entryCertificate(entry).isNull());
         QVERIFY(Trivex::requestPublicKey(QCA::CertificateRequest()).isNull());
-        QVERIFY(Trivex::requestSubject(QCA::CertificateRequest()).isEmpty());
+        QVERIFY(Trivex::requestedFields(QCA::CertificateRequest()).info.isEmpty());
         QCOMPARE(Trivex::keyType(QCA::PrivateKey()), int(Trivex::UnknownKey));
         QVERIFY(Trivex::encodedPublicKey(QCA::PublicKey()).isEmpty());
         QVERIFY(!Trivex::isPrivateKey(QCA::PrivateKey()));

@@ -14,6 +14,7 @@
 #include "tests/x509/corpus.h"
 #include "tests/x509/oddkeys.h"
 #include "tests/x509/propertycomparison.h"
+#include "tests/x509/requestsubject.h"
 
 #include <QtTest>
 

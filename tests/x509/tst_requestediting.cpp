@@ -9,11 +9,13 @@
 #include "qca/keys/keys.h"
 #include "qca/x509/infotypes.h"
 #include "tests/x509/corpus.h"
+#include "tests/x509/requestsubject.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
 
 using namespace Trivex;
+using TrivexTest::requestSubject;
 
 Q_DECLARE_METATYPE(Trivex::EditLoss)
 

@@ -3,7 +3,6 @@
 
 // Requests with alternative names of every kind, and with odd ones: each is shown, and an edit of
 // something else keeps its bytes.
-#include "qca/adapter/entries.h"
 #include "qca/adapter/reading.h"
 #include "qca/adapter/requestmaking.h"
 #include "qca/asn1/derwriter.h"
@@ -13,6 +12,7 @@
 #include "tests/support/derelement.h"
 #include "tests/x509/builtcertificate.h"
 #include "tests/x509/corpus.h"
+#include "tests/x509/requestsubject.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -20,6 +20,7 @@
 using namespace Trivex;
 using TrivexTest::derElement;
 using TrivexTest::hex;
+using TrivexTest::requestSubject;
 
 namespace {
 

@@ -7,10 +7,12 @@
 #include "qca/x509/infotypes.h"
 #include "qca/x509/requestcontext.h"
 #include "tests/x509/corpus.h"
+#include "tests/x509/requestsubject.h"
 
 #include <QtTest>
 
 using namespace Trivex;
+using TrivexTest::requestSubject;
 
 class TestRequests : public QObject {
     Q_OBJECT
