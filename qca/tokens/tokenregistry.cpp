@@ -50,6 +50,7 @@ Q_SIGNALS:
     void removed(const QString &keyStoreId);
     void pinChanged(const QString &keyStoreId);
     void failed(const Trivex::TokenError &error);
+    void moduleAnswered();
 };
 
 TokenHub::Change TokenHub::note(const TokenStatus &status, quint64 number)
@@ -124,6 +125,11 @@ void publishTokenLook(const QString &keyStoreId, const TokenLook &look)
         Q_EMIT hub.changed(keyStoreId);
 }
 
+void publishModuleAnswer()
+{
+    Q_EMIT TokenHub::instance().moduleAnswered();
+}
+
 void publishTokenError(const TokenError &error)
 {
     Q_EMIT TokenHub::instance().failed(error);
@@ -150,6 +156,7 @@ TokenMonitor::TokenMonitor(QObject *parent)
     connect(&TokenHub::instance(), &TokenHub::removed, this, &TokenMonitor::removed);
     connect(&TokenHub::instance(), &TokenHub::pinChanged, this, &TokenMonitor::pinChanged);
     connect(&TokenHub::instance(), &TokenHub::failed, this, &TokenMonitor::failed);
+    connect(&TokenHub::instance(), &TokenHub::moduleAnswered, this, &TokenMonitor::moduleAnswered);
 }
 
 TokenMonitor::~TokenMonitor() = default;
@@ -169,6 +176,12 @@ TokenStatus TokenMonitor::token(const QString &keyStoreId)
     TokenHub &hub = TokenHub::instance();
     const std::lock_guard lock(hub.mutex);
     return hub.tokens.value(keyStoreId);
+}
+
+QStringList TokenMonitor::silentModules()
+{
+    const TokenBackend *backend = TokenHub::instance().currentBackend();
+    return backend ? backend->silentModules() : QStringList();
 }
 
 TokenLook TokenMonitor::look(const QString &keyStoreId)

@@ -51,6 +51,9 @@ public:
 
     /// See `forgetTokens`. Does not wait.
     virtual void forgetTokens() = 0;
+
+    /// See `TokenMonitor::silentModules`; `publishModuleAnswer` follows.
+    virtual QStringList silentModules() const = 0;
 };
 
 TRIVEX_QCA_EXPORT void setTokenBackend(TokenBackend *backend);
@@ -69,6 +72,9 @@ TRIVEX_QCA_EXPORT void publishTokenStatus(const TokenStatus &status, quint64 num
 
 /// Publishes what was found on a token that is there; thread-safe. It is forgotten with the token.
 TRIVEX_QCA_EXPORT void publishTokenLook(const QString &keyStoreId, const TokenLook &look);
+
+/// Publishes that a module has listed its tokens for the first time, or is gone; thread-safe.
+TRIVEX_QCA_EXPORT void publishModuleAnswer();
 
 /// Publishes the outcome of an operation that failed, for people to read; thread-safe.
 TRIVEX_QCA_EXPORT void publishTokenError(const TokenError &error);

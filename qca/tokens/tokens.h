@@ -12,38 +12,6 @@
 
 namespace Trivex {
 
-/// The state of one token, for display.
-struct TokenStatus {
-    QString keyStoreId;
-    QString name; ///< as its key store is named
-    QString manufacturer;
-    QString model;
-    QString serial;
-    bool present = false;
-    bool readOnly = false;
-    /// The trusted certificates of a trust module, which are everybody's: no token of a person.
-    bool isTrust = false;
-    bool hasPinPad = false;
-    bool busy = false;
-    Purpose busyWith = Purpose::Sign; ///< only meaningful while `busy`
-    bool loading = false; ///< its objects are being read
-    bool isRead = false; ///< what is on it is known; until then at most what is remembered
-    /// It shows no public keys: whether it has those of its certificates is known after a login.
-    bool keysPresumed = false;
-    /// Some of its private keys may be shown by a login only.
-    bool keysHidden = false;
-    PinState pinState = PinState::Normal;
-    PinState officerPinState = PinState::Normal; ///< of the PIN of the token's administrator
-    bool pinToBeChanged = false; ///< the PIN is a first one, which its user has to change
-    bool pinMayBeEmpty = false; ///< no PIN at all may be the right one
-    // In bytes, for both PINs; 0 where the token does not say.
-    int shortestPin = 0;
-    int longestPin = 0;
-    TokenFacts facts;
-    int certificates = 0; ///< so many are on it
-    QVector<TokenKeyFacts> keyFacts; ///< of the keys that are seen
-};
-
 /// Why an operation on a token failed, in terms that callers can branch on. The text for people is
 /// made from it where it is shown.
 struct TokenError {
@@ -79,6 +47,39 @@ struct TokenError {
     QString returnName; ///< the same as PKCS#11 names it; empty when no call failed
 };
 
+/// The state of one token, for display.
+struct TokenStatus {
+    QString keyStoreId;
+    QString name; ///< as its key store is named
+    QString manufacturer;
+    QString model;
+    QString serial;
+    bool present = false;
+    bool readOnly = false;
+    /// The trusted certificates of a trust module, which are everybody's: no token of a person.
+    bool isTrust = false;
+    bool hasPinPad = false;
+    bool busy = false;
+    Purpose busyWith = Purpose::Sign; ///< only meaningful while `busy`
+    bool loading = false; ///< its objects are being read
+    bool isRead = false; ///< what is on it is known; until then at most what is remembered
+    TokenError readError; ///< why its last reading has failed
+    /// It shows no public keys: whether it has those of its certificates is known after a login.
+    bool keysPresumed = false;
+    /// Some of its private keys may be shown by a login only.
+    bool keysHidden = false;
+    PinState pinState = PinState::Normal;
+    PinState officerPinState = PinState::Normal; ///< of the PIN of the token's administrator
+    bool pinToBeChanged = false; ///< the PIN is a first one, which its user has to change
+    bool pinMayBeEmpty = false; ///< no PIN at all may be the right one
+    // In bytes, for both PINs; 0 where the token does not say.
+    int shortestPin = 0;
+    int longestPin = 0;
+    TokenFacts facts;
+    int certificates = 0; ///< so many are on it
+    QVector<TokenKeyFacts> keyFacts; ///< of the keys that are seen
+};
+
 /// Live view of the tokens of the process. Make one per user; signals arrive on its thread.
 class TRIVEX_QCA_EXPORT TokenMonitor : public QObject {
     Q_OBJECT
@@ -89,6 +90,8 @@ public:
     /// A copy of what is known now.
     static QVector<TokenStatus> tokens();
     static TokenStatus token(const QString &keyStoreId);
+    /// The modules that have not listed their tokens yet, by name: those tokens are missing above.
+    static QStringList silentModules();
     /// The findings of `takeLook` since the token was inserted.
     static TokenLook look(const QString &keyStoreId);
 
@@ -105,6 +108,8 @@ Q_SIGNALS:
     /// A PIN of the token was changed, or the token was made anew.
     void pinChanged(const QString &keyStoreId);
     void failed(const Trivex::TokenError &error);
+    /// `silentModules` may have become shorter.
+    void moduleAnswered();
 };
 
 /// Asks the operations of one task to end, and no other: those that wait for their turn are

@@ -16,6 +16,7 @@ private Q_SLOTS:
     void endsWithTheLast();
     void endsOnce();
     void nothingComesAfterTheEnd();
+    void namesSilentModules();
     void beginsAnew();
     void patience();
     void earlyTimer();
@@ -60,6 +61,31 @@ void TestFirstScan::nothingComesAfterTheEnd()
     QVERIFY(scan.isOver());
     scan.fulfil(QStringLiteral("late"));
     QCOMPARE(over.count(), 1);
+}
+
+// Programs that want all tokens ask for them when QCA waits no longer.
+void TestFirstScan::namesSilentModules()
+{
+    FirstScan::Clock::time_point now;
+    FirstScan scan([&now] { return now; });
+    QSignalSpy fulfilled(&scan, &FirstScan::moduleFulfilled);
+    scan.begin();
+    scan.expect(QStringLiteral("slow"));
+    scan.expect(QStringLiteral("quick"));
+    scan.expect(QStringLiteral("store"), FirstScan::Token);
+    QCOMPARE(scan.silentModules(), QStringList({QStringLiteral("quick"), QStringLiteral("slow")}));
+    scan.fulfil(QStringLiteral("quick"));
+    QCOMPARE(fulfilled.count(), 1);
+    now += FirstScan::Patience;
+    scan.checkPatience();
+    QVERIFY(scan.isOver());
+    QCOMPARE(scan.silentModules(), QStringList(QStringLiteral("slow")));
+    scan.expect(QStringLiteral("late"));
+    QCOMPARE(scan.silentModules(), QStringList({QStringLiteral("late"), QStringLiteral("slow")}));
+    for (const char *what : {"slow", "late", "store", "late"})
+        scan.fulfil(QLatin1String(what));
+    QCOMPARE(scan.silentModules(), QStringList());
+    QCOMPARE(fulfilled.count(), 3);
 }
 
 void TestFirstScan::beginsAnew()

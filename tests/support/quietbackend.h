@@ -33,6 +33,7 @@ public:
     }
     void cancelTask(const Trivex::CancellationPtr &) override { }
     void forgetTokens() override { }
+    QStringList silentModules() const override { return {}; }
 };
 
 } // namespace TrivexTest

@@ -25,7 +25,7 @@ struct ProcessTokens {
     FirstScan scan;
     TokenTable tokens{scan};
     TokenService service{tokens, scan, &stop};
-    ProviderBackend backend{tokens};
+    ProviderBackend backend{tokens, scan};
 };
 
 QCA::Provider::Context *makeList(QCA::Provider *provider, ProcessTokens &all)

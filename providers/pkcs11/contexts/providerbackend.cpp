@@ -15,9 +15,11 @@
 
 namespace Trivex {
 
-ProviderBackend::ProviderBackend(TokenTable &tokens)
+ProviderBackend::ProviderBackend(TokenTable &tokens, const FirstScan &scan)
     : m_tokens(tokens)
+    , m_scan(scan)
 {
+    QObject::connect(&scan, &FirstScan::moduleFulfilled, &publishModuleAnswer);
 }
 
 void ProviderBackend::setProvider(QCA::Provider *provider)
@@ -103,6 +105,11 @@ void ProviderBackend::forgetTokens()
 {
     // It waits for a file that is being written. The table lives until the process ends.
     startDetached([&tokens = m_tokens] { tokens.rows().clear(); });
+}
+
+QStringList ProviderBackend::silentModules() const
+{
+    return m_scan.silentModules();
 }
 
 TokenKeyPtr ProviderBackend::keyIn(const QString &keyStoreId, const QByteArray &publicInfo) const

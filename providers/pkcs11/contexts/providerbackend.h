@@ -12,7 +12,7 @@ namespace Trivex {
 /// Answers the adapter's requests for tokens. Thread-safe.
 class ProviderBackend : public TokenBackend {
 public:
-    explicit ProviderBackend(TokenTable &tokens);
+    ProviderBackend(TokenTable &tokens, const FirstScan &scan);
 
     /// Sets the provider for the keys that are found; null while none is loaded.
     void setProvider(QCA::Provider *provider);
@@ -30,6 +30,7 @@ public:
                                     ExtractionDone done) override;
     void cancelTask(const CancellationPtr &task) override;
     void forgetTokens() override;
+    QStringList silentModules() const override;
 
 private:
     QCA::PrivateKey privateKeyOf(const QString &keyStoreId, const TokenKeyPtr &key) const;
@@ -38,6 +39,7 @@ private:
     bool logIn(const QString &keyStoreId) const;
 
     TokenTable &m_tokens;
+    const FirstScan &m_scan;
     std::atomic<QCA::Provider *> m_provider = nullptr;
 };
 

@@ -19,19 +19,36 @@ void FirstScan::begin()
     m_startTime = m_now();
 }
 
-void FirstScan::expect(const QString &what)
+void FirstScan::expect(const QString &what, Kind kind)
 {
     const Lock lock(m_mutex);
-    if (!m_isOver)
-        m_expected.insert(what);
+    m_expected.emplace(what, kind);
 }
 
 void FirstScan::fulfil(const QString &what)
 {
     Lock lock(m_mutex);
+    const auto found = m_expected.find(what);
+    const bool isModule = found != m_expected.end() && found->second == Module;
     m_expected.erase(what);
-    if (m_expected.empty())
+    const bool isLast = m_expected.empty();
+    if (isLast)
         finish(std::move(lock));
+    else
+        lock.unlock();
+    if (isModule)
+        Q_EMIT moduleFulfilled();
+}
+
+QStringList FirstScan::silentModules() const
+{
+    const Lock lock(m_mutex);
+    QStringList silent;
+    for (const auto &[what, kind] : m_expected) {
+        if (kind == Module)
+            silent += what;
+    }
+    return silent;
 }
 
 void FirstScan::checkPatience()

@@ -104,6 +104,7 @@ struct ModuleHost::State {
     void add(CK_SLOT_ID slot, const TokenPtr &token);
     void remove(CK_SLOT_ID slot);
     std::vector<TokenPtr> close();
+    bool isClosed();
 };
 
 void ModuleHost::State::poll()
@@ -265,6 +266,12 @@ std::vector<TokenPtr> ModuleHost::State::close()
     return all;
 }
 
+bool ModuleHost::State::isClosed()
+{
+    const std::lock_guard lock(mutex);
+    return closed;
+}
+
 void ModuleHost::State::removeAllBut(const std::vector<CK_SLOT_ID> &slots)
 {
     std::vector<CK_SLOT_ID> gone;
@@ -333,7 +340,9 @@ void ModuleHost::start()
     m_scan.expect(m_state->source.key);
     const auto look = [state = m_state, &scan = m_scan] {
         state->poll();
-        scan.fulfil(state->source.key);
+        // The next host of the module has still to look.
+        if (!state->isClosed())
+            scan.fulfil(state->source.key);
     };
     m_worker.start(PollInterval, look, [state = m_state] {
         state->withdrawBlank();
@@ -347,12 +356,16 @@ void ModuleHost::start()
 void ModuleHost::close()
 {
     // Before the thread's last job, which takes it back.
-    if (std::exchange(m_isStarted, false))
+    const bool wasStarted = std::exchange(m_isStarted, false);
+    if (wasStarted)
         Pkcs11::Module::leave(m_state->source);
     TokenMakers::instance().withdraw(m_state->source.key);
     m_worker.stop();
     for (const TokenPtr &token : m_state->close())
         m_state->table.detach(token);
+    // A module that is not wanted any more is not waited for.
+    if (wasStarted)
+        m_scan.fulfil(m_state->source.key);
 }
 
 } // namespace Trivex

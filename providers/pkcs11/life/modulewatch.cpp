@@ -11,6 +11,8 @@ namespace Trivex {
 namespace {
 
 constexpr Worker::Milliseconds LookInterval{500};
+/// What is waited for until the modules themselves are known; people read it as the name of one.
+constexpr QLatin1String FirstLook("p11-kit");
 
 QVector<Pkcs11::ModuleSource> modulesFor(const TokenSettings &settings)
 {
@@ -91,11 +93,11 @@ ModuleWatch::~ModuleWatch()
 
 void ModuleWatch::start()
 {
-    m_state->scan.expect(QStringLiteral("first look"));
+    m_state->scan.expect(FirstLook);
     m_worker.start(LookInterval, [state = m_state] { look(*state); });
     m_worker.post([state = m_state] {
         look(*state);
-        state->scan.fulfil(QStringLiteral("first look"));
+        state->scan.fulfil(FirstLook);
         // Of tokens that come no more, and where nothing is remembered any longer.
         state->tokens.rows().removeOld();
     });

@@ -172,7 +172,8 @@ void Token::read()
     m_worker.post([connection = m_connection, memory = m_memory, &listener = m_listener] {
         const auto fail = [&](const Error &error) {
             connection->noteFailure(error);
-            listener.publishReadFailure(*connection);
+            listener.publishReadFailure(
+                *connection, describe(error, connection->identity().storeId, Purpose::Look));
         };
         try {
             // Remembered rows stay until it is known which of them are still there.

@@ -17,7 +17,7 @@ public:
     /// Rows to show until the token has been read: those of an earlier start, or the first ones of
     /// the reading that goes on.
     virtual void publishEarly(const TokenConnection &source, const TokenContentsPtr &contents) = 0;
-    virtual void publishReadFailure(const TokenConnection &source) = 0;
+    virtual void publishReadFailure(const TokenConnection &source, const TokenError &error) = 0;
     /// An operation with that purpose has begun; `publishIdle` follows its end.
     virtual void publishBusy(const TokenConnection &source, Purpose purpose) = 0;
     virtual void publishIdle(const TokenConnection &source) = 0;

@@ -246,7 +246,7 @@ TokenPtr TokenTable::attach(const Pkcs11::ModulePtr &module, CK_SLOT_ID slot,
         status = NumberedStatus(made.status);
         lifetime = m_loginLifetime;
     }
-    m_scan.expect(identity.storeId);
+    m_scan.expect(identity.storeId, FirstScan::Token);
     status.publish();
     Q_EMIT storesChanged();
     token->start(lifetime);
@@ -319,6 +319,7 @@ void TokenTable::publishContents(const TokenConnection &source)
         id = show(found, source.contents());
         found.status.loading = false;
         found.status.isRead = true;
+        found.status.readError = {};
     });
     if (id)
         Q_EMIT contentsChanged(id);
@@ -336,11 +337,12 @@ void TokenTable::publishEarly(const TokenConnection &source, const TokenContents
         Q_EMIT contentsChanged(id);
 }
 
-void TokenTable::publishReadFailure(const TokenConnection &source)
+void TokenTable::publishReadFailure(const TokenConnection &source, const TokenError &error)
 {
     int id = 0;
     publish(source, [&](Record &found) {
         found.status.loading = false;
+        found.status.readError = error;
         // Nothing has shown that what is remembered is still there, and a part stands for no whole.
         if (!found.status.isRead && !found.store.contents->entries.empty())
             id = show(found, std::make_shared<TokenContents>());

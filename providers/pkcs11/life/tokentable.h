@@ -78,7 +78,7 @@ public:
     // Ignored when the token has been detached meanwhile.
     void publishContents(const TokenConnection &source) override;
     void publishEarly(const TokenConnection &source, const TokenContentsPtr &contents) override;
-    void publishReadFailure(const TokenConnection &source) override;
+    void publishReadFailure(const TokenConnection &source, const TokenError &error) override;
     void publishBusy(const TokenConnection &source, Purpose purpose) override;
     void publishIdle(const TokenConnection &source) override;
 
