@@ -147,6 +147,12 @@ bool readRemove(const Words &words, Script *script)
     return true;
 }
 
+bool readSick(const Words &words, Script *script)
+{
+    script->sick.insert(words.begin() + 1, words.end());
+    return words.size() > 1;
+}
+
 bool readGost(const Words &words, Script *script)
 {
     for (size_t i = 1; i < words.size(); ++i) {
@@ -218,7 +224,7 @@ bool readLine(const Words &words, Script *script)
     }
     static const std::map<std::string, bool (*)(const Words &, Script *)> readers = {
         {"lie", readLie},       {"remove", readRemove},   {"gost", readGost},
-        {"broken", readBroken}, {"without", readWithout},
+        {"broken", readBroken}, {"without", readWithout}, {"sick", readSick},
     };
     const auto reader = readers.find(words[0]);
     if (reader != readers.end())

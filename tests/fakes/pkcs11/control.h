@@ -61,6 +61,7 @@ struct Script {
     bool broken = false; //!< until the module is finalised
     std::optional<Kind> brokenKind; //!< which calls; none: those about slots and sessions
     CK_RV brokenResult = CKR_OK;
+    std::set<std::string> sick; //!< tokens by label, in whose sessions every call fails
     unsigned long tries = 0; //!< wrong PINs until the lock; 0: the real module's own counting
     bool readOnly = false;
     bool full = false;

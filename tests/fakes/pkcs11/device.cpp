@@ -146,6 +146,13 @@ bool Device::isRemoved(CK_SLOT_ID slot) const
     return false;
 }
 
+std::string Device::labelOf(CK_SLOT_ID slot) const
+{
+    const auto found = std::find_if(m_slots.begin(), m_slots.end(),
+                                    [slot](const Slot &one) { return one.id == slot; });
+    return found == m_slots.end() ? std::string() : found->label;
+}
+
 std::optional<CK_SLOT_ID> Device::slotOf(Function function, unsigned long subject) const
 {
     if (functionKind(function) == Kind::Slot)
@@ -164,6 +171,9 @@ std::optional<CK_RV> Device::stateResult(Function function, unsigned long subjec
                                                      : CKR_SESSION_HANDLE_INVALID;
     if (kind == Kind::Slot && function != Function::C_GetSlotInfo && isRemoved(subject))
         return CKR_TOKEN_NOT_PRESENT;
+    const auto slot = kind == Kind::Session ? slotOf(function, subject) : std::nullopt;
+    if (slot && m_script.sick.count(labelOf(*slot)) > 0)
+        return CKR_DEVICE_ERROR;
     if (m_script.deadSlots && kind == Kind::Slot && subject >= FirstGrownSlot)
         return CKR_DEVICE_ERROR;
     const bool isBroken =

@@ -81,6 +81,7 @@ private:
     void reload();
     std::vector<Slot> readSlots() const;
     bool isRemoved(CK_SLOT_ID slot) const;
+    std::string labelOf(CK_SLOT_ID slot) const;
     std::optional<CK_SLOT_ID> slotOf(Function function, unsigned long subject) const;
     std::optional<CK_RV> stateResult(Function function, unsigned long subject) const;
     void applyRules(Function function, unsigned long subject, Verdict *verdict);
