@@ -74,38 +74,60 @@ QString lineOf(const StoreRow &row)
     return QStringLiteral("  ") + parts.join(QStringLiteral(", "));
 }
 
-void sayStore(const QCA::KeyStore &store, const StoreKind &kind, const QVector<StoreRow> &rows,
-              QJsonArray *json)
+/// What is told of a store.
+struct Told {
+    const QCA::KeyStore &store;
+    const StoreKind &kind;
+    QVector<StoreRow> rows;
+    QString problem; ///< why the rows are not all; empty when they are
+};
+
+QJsonObject jsonOf(const Told &told)
 {
-    if (json) {
-        QJsonArray certificates;
-        for (const StoreRow &row : rows)
-            certificates += jsonOf(row);
-        *json += QJsonObject{{QStringLiteral("store"), plainText(store.name())},
-                             {QStringLiteral("storeId"), store.id()},
-                             {QStringLiteral("kind"), QLatin1String(kind.word)},
-                             {QStringLiteral("certificates"), certificates}};
+    QJsonArray certificates;
+    for (const StoreRow &row : told.rows)
+        certificates += jsonOf(row);
+    QJsonObject json{{QStringLiteral("store"), plainText(told.store.name())},
+                     {QStringLiteral("storeId"), told.store.id()},
+                     {QStringLiteral("kind"), QLatin1String(told.kind.word)},
+                     {QStringLiteral("certificates"), certificates}};
+    if (!told.problem.isEmpty())
+        json.insert(QStringLiteral("error"), told.problem);
+    return json;
+}
+
+void sayLines(const Told &told)
+{
+    // An empty token is there, an empty list of files is nothing to tell of.
+    if (told.rows.isEmpty() && told.kind.type != QCA::KeyStore::SmartCard)
+        return;
+    const QString name = plainText(told.store.name());
+    if (told.rows.isEmpty() && !told.problem.isEmpty()) {
+        //% "%1: not read"
+        say(qtTrId("trivex-console-store-unread").arg(name));
         return;
     }
-    // An empty token is there, an empty list of files is nothing to tell of.
-    if (rows.isEmpty() && kind.type != QCA::KeyStore::SmartCard)
-        return;
     //% "%1: %n certificate(s)"
-    say(qtTrId("trivex-console-store", rows.size()).arg(plainText(store.name())));
-    for (const StoreRow &row : rows)
+    say(qtTrId("trivex-console-store", told.rows.size()).arg(name));
+    for (const StoreRow &row : told.rows)
         say(lineOf(row));
 }
 
 } // namespace
 
-ExitCode list(bool isJson)
+ExitCode list(bool isJson, const Patience &patience)
 {
-    const Stores stores;
+    const Stores stores(patience);
     QJsonArray json;
     for (const StoreKind &kind : StoreKinds) {
         for (QCA::KeyStore *store : stores.all()) {
-            if (store->type() == kind.type)
-                sayStore(*store, kind, Stores::rowsOf(store), isJson ? &json : nullptr);
+            if (store->type() != kind.type)
+                continue;
+            const Told told{*store, kind, Stores::rowsOf(store), stores.problemOf(*store)};
+            if (isJson)
+                json += jsonOf(told);
+            else
+                sayLines(told);
         }
     }
     if (isJson)

@@ -29,41 +29,71 @@ QString fingerprint(const StoreRow &row)
         QCryptographicHash::hash(row.item.der, QCryptographicHash::Sha256).toHex());
 }
 
-bool isMeant(const StoreRow &row, const QString &key)
+/// By what no other certificate has.
+bool isMeantAlone(const StoreRow &row, const QString &key)
 {
     QString hex = key.toLower();
     hex.remove(QLatin1Char(':')).remove(QLatin1Char(' '));
-    return row.hasKey
-        && (itemName(row.item) == key || fingerprint(row) == hex || entryId(row.entry) == key);
+    return fingerprint(row) == hex || entryId(row.entry) == key;
 }
 
-/// The rows with keys that `key` names.
-QVector<StoreRow> rowsNamed(const Stores &stores, const QString &key)
+bool isMeant(const StoreRow &row, const QString &key)
 {
-    QVector<StoreRow> found;
+    return itemName(row.item) == key || isMeantAlone(row, key);
+}
+
+/// The rows that a `--key` names.
+struct Choice {
+    QVector<StoreRow> withKey;
+    QVector<StoreRow> withoutKey;
+};
+
+Choice choiceOf(const Stores &stores, const QString &key)
+{
+    Choice choice;
     for (QCA::KeyStore *store : stores.all()) {
         const QVector<StoreRow> rows = Stores::rowsOf(store);
-        std::copy_if(rows.begin(), rows.end(), std::back_inserter(found),
-                     [&](const StoreRow &row) { return isMeant(row, key); });
+        for (const StoreRow &row : rows) {
+            if (isMeant(row, key))
+                (row.hasKey ? choice.withKey : choice.withoutKey) += row;
+        }
     }
-    return found;
+    return choice;
 }
 
-/// What the person could have meant.
-void complainOf(const QVector<StoreRow> &rows, const QString &key)
+void complainOf(const QString &text, const QVector<StoreRow> &rows)
 {
-    if (rows.isEmpty()) {
-        //% "No certificate with a key has the name or the fingerprint “%1”. See --list."
-        complain(Texts::put(qtTrId("trivex-console-no-such-key"), {key}));
-        return;
-    }
-    //% "Several certificates fit. Name one by its SHA-256 fingerprint, which stands first here, or
-    //% by its id:"
-    complain(qtTrId("trivex-console-several-keys"));
+    complain(text);
     for (const StoreRow &row : rows)
         complain(QStringList{fingerprint(row), plainText(entryId(row.entry)), itemDetail(row.item),
                              plainText(entryStoreName(row.entry))}
                      .join(QStringLiteral(", ")));
+}
+
+/// Complains of a choice that is none, and says what the person could have meant. True when it is
+/// of one key, and of no other that may be where nothing could be read.
+bool isOneKey(const Choice &choice, const QString &key, bool isComplete)
+{
+    const QVector<StoreRow> &rows = choice.withKey;
+    if (rows.size() == 1 && (isComplete || isMeantAlone(rows.first(), key)))
+        return true;
+    if (rows.size() == 1) {
+        //% "Not signed: “%1” may be the name of a key on what is missing, too. To sign with the
+        //% key that is here, name it by its SHA-256 fingerprint, which stands first, or by its id:"
+        complainOf(Texts::put(qtTrId("trivex-console-name-unsure"), {key}), rows);
+    } else if (!rows.isEmpty()) {
+        //% "Several certificates fit. Name one by its SHA-256 fingerprint, which stands first here,
+        //% or by its id:"
+        complainOf(qtTrId("trivex-console-several-keys"), rows);
+    } else if (!choice.withoutKey.isEmpty()) {
+        //% "The certificate “%1” is here, but not its key. Insert the token that holds the key, or
+        //% choose a certificate that --list shows with its key. Without a key:"
+        complainOf(Texts::put(qtTrId("trivex-console-key-elsewhere"), {key}), choice.withoutKey);
+    } else {
+        //% "No certificate has the name, the fingerprint or the id “%1”. See --list."
+        complain(Texts::put(qtTrId("trivex-console-no-such-key"), {key}));
+    }
+    return false;
 }
 
 /// The reason that the token gave is told before what follows from it.
@@ -98,7 +128,7 @@ void run(DocumentSigner *signer, const StoreRow &row, const Order &order, const 
 
 } // namespace
 
-ExitCode sign(const Order &order)
+ExitCode sign(const Order &order, const Patience &patience)
 {
     const QString document = order.files.first();
     const QString target = order.output.isEmpty()
@@ -117,16 +147,15 @@ ExitCode sign(const Order &order)
         complain(pin.problem());
         return Failed;
     }
-    const Stores stores;
+    const Stores stores(patience);
     stores.tellWhatIsMissing();
-    const QVector<StoreRow> rows = rowsNamed(stores, order.key);
-    if (rows.size() != 1) {
-        complainOf(rows, order.key);
+    const Choice choice = choiceOf(stores, order.key);
+    if (!isOneKey(choice, order.key, stores.isComplete()))
         return Failed;
-    }
+    const StoreRow &row = choice.withKey.first();
     const TokenErrors errors;
     DocumentSigner signer;
-    run(&signer, rows.first(), order, target);
+    run(&signer, row, order, target);
     if (signer.error() != DocumentSigner::NoError) {
         complainOf(signer, errors);
         return Failed;
@@ -134,7 +163,7 @@ ExitCode sign(const Order &order)
     if (order.isJson) {
         sayJson(QJsonObject{{QStringLiteral("document"), document},
                             {QStringLiteral("signature"), target},
-                            {QStringLiteral("sha256"), fingerprint(rows.first())}});
+                            {QStringLiteral("sha256"), fingerprint(row)}});
     } else {
         say(target);
     }

@@ -7,7 +7,8 @@
 #include "qca/adapter/qcause.h"
 #include "qca/adapter/reading.h"
 #include "qca/adapter/stores.h"
-#include "qca/tokens/tokens.h"
+#include "qca/base/plaintext.h"
+#include "tools/tokenerrors.h"
 
 #include <QEventLoop>
 #include <QTimer>
@@ -19,24 +20,35 @@ namespace Trivex {
 
 namespace {
 
-constexpr int PatienceMs = 60 * 1000;
 constexpr int SilenceMs = 3 * 1000;
 
-/// QCA counts its stores as started after some seconds, whatever a slow token has still to tell:
-/// what it shows by then is the beginning of its list.
-bool areTokensRead()
+bool isReading(const TokenStatus &token)
 {
+    return token.present && token.loading;
+}
+
+/// QCA counts its stores as started after some seconds, whatever a slow module has still to tell:
+/// it shows none of its tokens by then, or the beginning of what is on one.
+bool areTokensRead(const QCA::KeyStoreManager &manager)
+{
+    if (!TokenMonitor::silentModules().isEmpty())
+        return false;
+    const QStringList known = manager.keyStores();
     const QVector<TokenStatus> tokens = TokenMonitor::tokens();
-    return std::none_of(tokens.begin(), tokens.end(),
-                        [](const TokenStatus &one) { return one.present && one.loading; });
+    return std::all_of(tokens.begin(), tokens.end(), [&](const TokenStatus &one) {
+        // QCA hears of a token that comes late after everybody else. The store of a trust module
+        // shows only where it says more than the system's own.
+        const bool isKnown = !one.present || one.isTrust || known.contains(one.keyStoreId);
+        return isKnown && !isReading(one);
+    });
 }
 
 /// True when every module has answered in time, and every token.
-bool waitForStores(QCA::KeyStoreManager *manager)
+bool waitForStores(QCA::KeyStoreManager *manager, const Patience &patience)
 {
     QEventLoop loop;
     const TokenMonitor monitor;
-    const auto isOver = [manager] { return !manager->isBusy() && areTokensRead(); };
+    const auto isOver = [manager] { return !manager->isBusy() && areTokensRead(*manager); };
     const auto look = [&] {
         if (isOver())
             loop.quit();
@@ -44,10 +56,13 @@ bool waitForStores(QCA::KeyStoreManager *manager)
     // Later: while it tells of its end it still says that it is busy.
     QObject::connect(manager, &QCA::KeyStoreManager::busyFinished, &loop, look,
                      Qt::QueuedConnection);
+    QObject::connect(manager, &QCA::KeyStoreManager::keyStoreAvailable, &loop, look,
+                     Qt::QueuedConnection);
     QObject::connect(&monitor, &TokenMonitor::changed, &loop, look);
+    QObject::connect(&monitor, &TokenMonitor::moduleAnswered, &loop, look);
     if (isOver())
         return true;
-    QTimer::singleShot(PatienceMs, &loop, &QEventLoop::quit);
+    patience(&loop, [&loop] { loop.quit(); });
     QTimer::singleShot(SilenceMs, &loop, [] {
         //% "Reading the tokens…"
         complain(qtTrId("trivex-console-reading"));
@@ -70,6 +85,31 @@ bool comesBefore(const QCA::KeyStore *a, const QCA::KeyStore *b)
     return std::make_pair(a->name(), a->id()) < std::make_pair(b->name(), b->id());
 }
 
+/// As much as a report says of it.
+QString reasonOf(const TokenError &error)
+{
+    const QString cause = TokenErrors::causeOf(error);
+    return error.returnName.isEmpty()
+        ? cause
+        : QStringLiteral("%1 (%2: %3)").arg(cause, error.function, error.returnName);
+}
+
+/// Why not everything on it can be told; empty when it can.
+QString problemOf(const TokenStatus &token)
+{
+    if (!token.present) {
+        TokenError gone;
+        gone.kind = TokenError::TokenRemoved;
+        return reasonOf(gone);
+    }
+    if (token.isRead && !token.loading)
+        return {};
+    if (token.readError.kind != TokenError::NoError)
+        return reasonOf(token.readError);
+    //% "It has not been read to its end in time."
+    return qtTrId("trivex-console-token-unread");
+}
+
 /// Before anything of QCA's is made.
 void prepareStores()
 {
@@ -79,9 +119,11 @@ void prepareStores()
 
 } // namespace
 
-Stores::Stores()
+Stores::Stores(const Patience &patience)
     : m_manager((prepareStores(), nullptr))
-    , m_isComplete(waitForStores(&m_manager))
+    , m_isOver(waitForStores(&m_manager, patience))
+    , m_silentModules(TokenMonitor::silentModules())
+    , m_tokens(TokenMonitor::tokens())
 {
     const QStringList ids = m_manager.keyStores();
     for (const QString &id : ids)
@@ -89,12 +131,40 @@ Stores::Stores()
     std::sort(m_stores.begin(), m_stores.end(), &comesBefore);
 }
 
+bool Stores::isComplete() const
+{
+    return m_isOver && m_silentModules.isEmpty()
+        && std::all_of(m_tokens.begin(), m_tokens.end(),
+                       [](const TokenStatus &one) { return Trivex::problemOf(one).isEmpty(); });
+}
+
 void Stores::tellWhatIsMissing() const
 {
-    if (m_isComplete)
-        return;
-    //% "A module has not answered within a minute: its tokens are missing here."
-    complain(qtTrId("trivex-console-incomplete"));
+    for (const QString &module : m_silentModules) {
+        //% "The module %1 has not answered within a minute: its tokens are missing here."
+        complain(qtTrId("trivex-console-silent-module").arg(plainText(module)));
+    }
+    bool isTold = !m_silentModules.isEmpty();
+    for (const TokenStatus &token : m_tokens) {
+        const QString problem = Trivex::problemOf(token);
+        if (problem.isEmpty())
+            continue;
+        //% "The token %1 could not be read: %2"
+        complain(qtTrId("trivex-console-unread").arg(plainText(token.name), problem));
+        isTold = true;
+    }
+    if (!isTold && !m_isOver) {
+        //% "Not all stores have answered within a minute: certificates may be missing here."
+        complain(qtTrId("trivex-console-incomplete"));
+    }
+}
+
+QString Stores::problemOf(const QCA::KeyStore &store) const
+{
+    const auto found =
+        std::find_if(m_tokens.begin(), m_tokens.end(),
+                     [id = store.id()](const TokenStatus &one) { return one.keyStoreId == id; });
+    return found == m_tokens.end() ? QString() : Trivex::problemOf(*found);
 }
 
 Stores::~Stores()

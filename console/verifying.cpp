@@ -115,10 +115,10 @@ void sayLines(const SignerList &signers, int row)
 
 } // namespace
 
-ExitCode verify(const Order &order)
+ExitCode verify(const Order &order, const Patience &patience)
 {
     const Files files = filesOf(order);
-    const Stores stores;
+    const Stores stores(patience);
     stores.tellWhatIsMissing();
     DocumentVerifier verifier;
     QEventLoop loop;

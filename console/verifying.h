@@ -4,11 +4,12 @@
 
 #include "console/exitcode.h"
 #include "console/order.h"
+#include "console/patience.h"
 
 namespace Trivex {
 
 /// Checks the signatures of a document, and says what was found out of each. `NotGood` unless all
 /// is well with every one of them.
-ExitCode verify(const Order &order);
+ExitCode verify(const Order &order, const Patience &patience);
 
 } // namespace Trivex

@@ -20,17 +20,17 @@ namespace Trivex {
 
 namespace {
 
-ExitCode work(const Order &order)
+ExitCode work(const Order &order, const Patience &patience)
 {
     switch (order.kind) {
     case Order::List:
-        return list(order.isJson);
+        return list(order.isJson, patience);
     case Order::Show:
         return show(order.files, order.passwordFile, order.isJson);
     case Order::Sign:
-        return sign(order);
+        return sign(order, patience);
     case Order::Verify:
-        return verify(order);
+        return verify(order, patience);
     case Order::Window:
         break;
     }
@@ -53,13 +53,13 @@ ExitCode told(ExitCode code)
 
 } // namespace
 
-int carryOut(const Order &order)
+int carryOut(const Order &order, const Patience &patience)
 {
     if (!order.problem.isEmpty()) {
         complain(order.problem);
         return WrongUse;
     }
-    return told(work(order));
+    return told(work(order, patience));
 }
 
 void heedLostAnswers()

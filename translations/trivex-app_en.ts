@@ -3714,8 +3714,8 @@
         <translation>Certificates, bundles or documents; without another option they open in the window.</translation>
     </message>
     <message id="trivex-console-incomplete">
-        <source>A module has not answered within a minute: its tokens are missing here.</source>
-        <translation>A module has not answered within a minute: its tokens are missing here.</translation>
+        <source>Not all stores have answered within a minute: certificates may be missing here.</source>
+        <translation>Not all stores have answered within a minute: certificates may be missing here.</translation>
     </message>
     <message id="trivex-console-json">
         <source>Answer in JSON (UTF-8), for programs.</source>
@@ -3725,6 +3725,10 @@
         <source>Whose key signs: the name of its certificate, or its SHA-256 fingerprint.</source>
         <translation>Whose key signs: the name of its certificate, or its SHA-256 fingerprint.</translation>
     </message>
+    <message id="trivex-console-key-elsewhere">
+        <source>The certificate “%1” is here, but not its key. Insert the token that holds the key, or choose a certificate that --list shows with its key. Without a key:</source>
+        <translation>The certificate “%1” is here, but not its key. Insert the token that holds the key, or choose a certificate that --list shows with its key. Without a key:</translation>
+    </message>
     <message id="trivex-console-list">
         <source>List the certificates of the tokens, of your own store and of the system.</source>
         <translation>List the certificates of the tokens, of your own store and of the system.</translation>
@@ -3732,6 +3736,10 @@
     <message id="trivex-console-lost-answer">
         <source>The answer could not be written: %1</source>
         <translation>The answer could not be written: %1</translation>
+    </message>
+    <message id="trivex-console-name-unsure">
+        <source>Not signed: “%1” may be the name of a key on what is missing, too. To sign with the key that is here, name it by its SHA-256 fingerprint, which stands first, or by its id:</source>
+        <translation>Not signed: “%1” may be the name of a key on what is missing, too. To sign with the key that is here, name it by its SHA-256 fingerprint, which stands first, or by its id:</translation>
     </message>
     <message id="trivex-console-needs-file">
         <source>%1 needs a file.</source>
@@ -3754,8 +3762,8 @@
         <translation>%1 holds no PIN, or can't be read.</translation>
     </message>
     <message id="trivex-console-no-such-key">
-        <source>No certificate with a key has the name or the fingerprint “%1”. See --list.</source>
-        <translation>No certificate with a key has the name or the fingerprint “%1”. See --list.</translation>
+        <source>No certificate has the name, the fingerprint or the id “%1”. See --list.</source>
+        <translation>No certificate has the name, the fingerprint or the id “%1”. See --list.</translation>
     </message>
     <message id="trivex-console-no-terminal">
         <source>is a bundle: its password is asked for at a terminal, or see --password-file</source>
@@ -3821,6 +3829,10 @@
         <source>Sign the file with the key that --key names; the result (CMS) lies beside it.</source>
         <translation>Sign the file with the key that --key names; the result (CMS) lies beside it.</translation>
     </message>
+    <message id="trivex-console-silent-module">
+        <source>The module %1 has not answered within a minute: its tokens are missing here.</source>
+        <translation>The module %1 has not answered within a minute: its tokens are missing here.</translation>
+    </message>
     <message id="trivex-console-store" numerus="yes">
         <source>%1: %n certificates</source>
         <translation>
@@ -3828,9 +3840,21 @@
             <numerusform>%1: %n certificates</numerusform>
         </translation>
     </message>
+    <message id="trivex-console-store-unread">
+        <source>%1: not read</source>
+        <translation>%1: not read</translation>
+    </message>
     <message id="trivex-console-takes-no-file">
         <source>%1 takes no file.</source>
         <translation>%1 takes no file.</translation>
+    </message>
+    <message id="trivex-console-token-unread">
+        <source>It has not been read to its end in time.</source>
+        <translation>It has not been read to its end in time.</translation>
+    </message>
+    <message id="trivex-console-unread">
+        <source>The token %1 could not be read: %2</source>
+        <translation>The token %1 could not be read: %2</translation>
     </message>
     <message id="trivex-console-value">
         <source>text</source>

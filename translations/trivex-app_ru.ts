@@ -3734,8 +3734,8 @@
         <translation>Сертификаты, контейнеры или документы; без других параметров они открываются в окне.</translation>
     </message>
     <message id="trivex-console-incomplete">
-        <source>A module has not answered within a minute: its tokens are missing here.</source>
-        <translation>Один из модулей не ответил за минуту: его токенов здесь нет.</translation>
+        <source>Not all stores have answered within a minute: certificates may be missing here.</source>
+        <translation>Не все хранилища ответили за минуту: здесь могут быть не все сертификаты.</translation>
     </message>
     <message id="trivex-console-json">
         <source>Answer in JSON (UTF-8), for programs.</source>
@@ -3745,6 +3745,10 @@
         <source>Whose key signs: the name of its certificate, or its SHA-256 fingerprint.</source>
         <translation>Чьим ключом подписать: имя в сертификате или его отпечаток SHA-256.</translation>
     </message>
+    <message id="trivex-console-key-elsewhere">
+        <source>The certificate “%1” is here, but not its key. Insert the token that holds the key, or choose a certificate that --list shows with its key. Without a key:</source>
+        <translation>Сертификат «%1» здесь есть, а его ключа нет. Подключите токен с ключом или выберите сертификат, который --list показывает с ключом. Без ключа:</translation>
+    </message>
     <message id="trivex-console-list">
         <source>List the certificates of the tokens, of your own store and of the system.</source>
         <translation>Перечислить сертификаты токенов, вашего хранилища и системы.</translation>
@@ -3752,6 +3756,10 @@
     <message id="trivex-console-lost-answer">
         <source>The answer could not be written: %1</source>
         <translation>Не удалось записать ответ: %1</translation>
+    </message>
+    <message id="trivex-console-name-unsure">
+        <source>Not signed: “%1” may be the name of a key on what is missing, too. To sign with the key that is here, name it by its SHA-256 fingerprint, which stands first, or by its id:</source>
+        <translation>Не подписано: «%1» может быть и именем ключа там, чего здесь нет. Чтобы подписать найденным ключом, укажите его отпечаток SHA-256, он стоит первым, или идентификатор:</translation>
     </message>
     <message id="trivex-console-needs-file">
         <source>%1 needs a file.</source>
@@ -3774,8 +3782,8 @@
         <translation>В %1 нет PIN-кода, или файл не читается.</translation>
     </message>
     <message id="trivex-console-no-such-key">
-        <source>No certificate with a key has the name or the fingerprint “%1”. See --list.</source>
-        <translation>Нет сертификата с ключом, у которого имя или отпечаток «%1». См. --list.</translation>
+        <source>No certificate has the name, the fingerprint or the id “%1”. See --list.</source>
+        <translation>Нет сертификата, у которого имя, отпечаток или идентификатор «%1». См. --list.</translation>
     </message>
     <message id="trivex-console-no-terminal">
         <source>is a bundle: its password is asked for at a terminal, or see --password-file</source>
@@ -3841,6 +3849,10 @@
         <source>Sign the file with the key that --key names; the result (CMS) lies beside it.</source>
         <translation>Подписать файл ключом, который назван в --key; подпись (CMS) ляжет рядом.</translation>
     </message>
+    <message id="trivex-console-silent-module">
+        <source>The module %1 has not answered within a minute: its tokens are missing here.</source>
+        <translation>Модуль %1 не ответил за минуту: его токенов здесь нет.</translation>
+    </message>
     <message id="trivex-console-store" numerus="yes">
         <source>%1: %n certificates</source>
         <translation>
@@ -3849,9 +3861,21 @@
             <numerusform>%1: %n сертификатов</numerusform>
         </translation>
     </message>
+    <message id="trivex-console-store-unread">
+        <source>%1: not read</source>
+        <translation>%1: не прочитан</translation>
+    </message>
     <message id="trivex-console-takes-no-file">
         <source>%1 takes no file.</source>
         <translation>%1 не принимает файлов.</translation>
+    </message>
+    <message id="trivex-console-token-unread">
+        <source>It has not been read to its end in time.</source>
+        <translation>Он не прочитан до конца за отведённое время.</translation>
+    </message>
+    <message id="trivex-console-unread">
+        <source>The token %1 could not be read: %2</source>
+        <translation>Токен %1 не удалось прочитать: %2</translation>
     </message>
     <message id="trivex-console-value">
         <source>text</source>
