@@ -6,20 +6,27 @@ import Trivex.Crypto.Controls 1.0
 
 /// Colours and measures of all components, in a light and a dark set.
 ///
-/// `mode` is 0 (as the system's palette), 1 (light) or 2 (dark); `textScale` enlarges all text on
+/// `mode` is 0 (as the application's style, or as the system's palette under ours), 1 (light) or 2 (dark); `textScale` enlarges all text on
 /// top of the system's font size. Every pair in `pairs` keeps a contrast of at least 4.5:1.
 QtObject {
     id: theme
 
-    /// 0 as the system's palette, 1 light, 2 dark.
+    /// 0 as the style or the system's palette, 1 light, 2 dark.
     property int mode: 0
     /// What all text is enlarged by; 1 is the system's size.
     property real textScale: 1
 
     // internal
     readonly property SystemPalette system: SystemPalette {}
+    // What a style writes stands on our grounds, and it may be light or dark whatever the palette is.
     // internal
-    readonly property bool systemDark: system.window.hslLightness < 0.5
+    readonly property Loader styleText: Loader {
+        active: !Desktop.hasOwnStyle
+        source: "StyleText.qml"
+    }
+    // internal
+    readonly property bool systemDark: styleText.item ? styleText.item.color.hslLightness > 0.5
+                                                      : system.window.hslLightness < 0.5
     /// The dark set is in force.
     readonly property bool dark: mode === 2 || (mode === 0 && systemDark)
 

@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QGuiApplication>
+#include <QQuickStyle>
 #include <QUrl>
 
 namespace Trivex {
@@ -28,6 +29,12 @@ bool Desktop::hasWidgets() const
 {
     // By name: a host without widgets need not load their library.
     return QCoreApplication::instance()->inherits("QApplication");
+}
+
+bool Desktop::hasOwnStyle() const
+{
+    return QString(QQuickStyle::path() + QQuickStyle::name())
+        .endsWith(QLatin1String("Trivex/Crypto/Controls/Style"));
 }
 
 void Desktop::copy(const QString &text) const

@@ -14,11 +14,15 @@ class Desktop : public QObject {
     Q_PROPERTY(QString fixedFamily READ fixedFamily CONSTANT)
     /// True where the application can show widgets; a `QGuiApplication` can't.
     Q_PROPERTY(bool hasWidgets READ hasWidgets CONSTANT)
+    /// True where the application has the style of this module, which takes its colours from
+    /// `Theme`.
+    Q_PROPERTY(bool hasOwnStyle READ hasOwnStyle CONSTANT)
 public:
     explicit Desktop(QObject *parent = nullptr);
 
     QString fixedFamily() const;
     bool hasWidgets() const;
+    bool hasOwnStyle() const;
 
     /// Puts a text on the clipboard.
     Q_INVOKABLE void copy(const QString &text) const;
