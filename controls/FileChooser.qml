@@ -32,10 +32,17 @@ BaseDialog {
             chosen(file)
         }
     }
+    // internal
+    readonly property bool typed: path.text !== Files.path(folder)
+    // internal
+    function forgetTyped() {
+        path.text = Files.path(folder)
+        wrong.text = ""
+    }
     /// Accepts the typed text: a folder to open, or a file.
     function go() {
         const file = Files.url(path.text)
-        wrong.text = Files.exists(path.text) ? "" : Files.whyNotRead(path.text)
+        wrong.text = Files.exists(path.text) ? "" : qsTrId("trivex-app-path-missing")
         if (wrong.text)
             return
         if (Files.isFolder(path.text)) {
@@ -45,6 +52,8 @@ BaseDialog {
             chosen(file)
         }
     }
+    onAboutToShow: forgetTyped()
+    onFolderChanged: forgetTyped()
     onOpened: list.forceActiveFocus(Qt.PopupFocusReason)
 
     FolderListModel {
@@ -66,10 +75,6 @@ BaseDialog {
         // Nothing else is meant by it, least of all what is chosen in the list.
         Keys.onReturnPressed: chooser.go()
         Keys.onEnterPressed: chooser.go()
-        Connections {
-            target: chooser
-            function onFolderChanged() { path.text = Files.path(chooser.folder) }
-        }
     }
     Notice {
         id: wrong
@@ -95,7 +100,10 @@ BaseDialog {
             text: fileIsDir ? fileName + "/" : fileName
             highlighted: ListView.isCurrentItem
             focusPolicy: Qt.NoFocus
-            onClicked: list.currentIndex = index
+            onClicked: {
+                list.currentIndex = index
+                chooser.forgetTyped()
+            }
             onDoubleClicked: chooser.take(index)
         }
         Keys.onReturnPressed: if (currentIndex >= 0) chooser.take(currentIndex)
@@ -118,8 +126,9 @@ BaseDialog {
             objectName: "fileAccept"
             text: qsTrId("trivex-app-ok")
             highlighted: true
-            enabled: list.currentIndex >= 0
-            onClicked: chooser.take(list.currentIndex)
+            enabled: chooser.typed ? path.text.length > 0 : list.currentIndex >= 0
+            // What was done last is meant.
+            onClicked: chooser.typed ? chooser.go() : chooser.take(list.currentIndex)
         }
     }
 }

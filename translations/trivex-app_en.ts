@@ -2175,6 +2175,10 @@
         <source>The two passwords differ.</source>
         <translation>The two passwords differ.</translation>
     </message>
+    <message id="trivex-app-path-missing">
+        <source>There is nothing at this path. Check it, or choose from the list.</source>
+        <translation>There is nothing at this path. Check it, or choose from the list.</translation>
+    </message>
     <message id="trivex-app-pin">
         <source>PIN</source>
         <translation>PIN</translation>

@@ -2189,6 +2189,10 @@
         <source>The two passwords differ.</source>
         <translation>Введённые пароли не совпадают.</translation>
     </message>
+    <message id="trivex-app-path-missing">
+        <source>There is nothing at this path. Check it, or choose from the list.</source>
+        <translation>По этому пути ничего нет. Проверьте его или выберите файл из списка.</translation>
+    </message>
     <message id="trivex-app-pin">
         <source>PIN</source>
         <translation>PIN‑код</translation>

@@ -17,6 +17,7 @@ private Q_SLOTS:
     void importDialog_data() { languagesAndSizes(); }
     void importDialog();
     void importChosen();
+    void chooserTakesWhatIsTyped();
     void secondPressIsOfTheSameList();
     void smallDialogs_data() { languagesAndSizes(); }
     void smallDialogs();
@@ -119,6 +120,48 @@ void TestControlsViews::importChosen()
     }
     QVERIFY(host.waitOpen("importDialog"));
     QVERIFY(host.waitForItem("bundlePassword"));
+}
+
+/// What was typed is meant as long as nothing is chosen after it, and its notice goes with it.
+void TestControlsViews::chooserTakesWhatIsTyped()
+{
+    Host host(QStringLiteral("property url taken\n"
+                             "FileChooser { title: \"File\"; onChosen: taken = file }"));
+    QVERIFY2(host.problem().isEmpty(), qPrintable(host.problem()));
+    QObject *chooser = host.object("fileChooser");
+    const QString folder = QFileInfo(m_bundle).absolutePath();
+    chooser->setProperty("folder", QUrl::fromLocalFile(folder));
+    QMetaObject::invokeMethod(chooser, "open");
+    QVERIFY(host.waitOpen("fileChooser"));
+    const auto path = [&] { return host.item("filePath")->property("text").toString(); };
+    const auto typePath = [&](const QString &text) {
+        QQuickItem *field = host.item("filePath");
+        field->forceActiveFocus();
+        field->setProperty("text", text);
+    };
+    typePath(QStringLiteral("/nowhere"));
+    QVERIFY(host.click("fileAccept"));
+    QVERIFY(host.waitForItem("filePathWrong"));
+    QCOMPARE(host.item("filePathWrong")->property("text").toString(),
+             qtTrId("trivex-app-path-missing"));
+    looksWell(host, QStringLiteral("chooser-missing"));
+    // Another folder, and the next time: nothing is left of it.
+    chooser->setProperty("folder", QUrl::fromLocalFile(QDir::rootPath()));
+    QVERIFY(!host.item("filePathWrong"));
+    QCOMPARE(path(), QDir::rootPath());
+    typePath(QStringLiteral("/nowhere"));
+    host.key(Qt::Key_Return);
+    QVERIFY(host.waitForItem("filePathWrong"));
+    QMetaObject::invokeMethod(chooser, "close");
+    QVERIFY(host.waitOpen("fileChooser", false));
+    QMetaObject::invokeMethod(chooser, "open");
+    QVERIFY(host.waitOpen("fileChooser"));
+    QVERIFY(!host.item("filePathWrong"));
+    QCOMPARE(path(), QDir::rootPath());
+    typePath(m_bundle);
+    QVERIFY(host.click("fileAccept"));
+    QVERIFY(host.waitOpen("fileChooser", false));
+    QCOMPARE(host.window()->property("taken").toUrl(), QUrl::fromLocalFile(m_bundle));
 }
 
 void TestControlsViews::smallDialogs()
