@@ -34,6 +34,7 @@ FillColumn {
         objectName: "itemsAll"
         visible: view.checkable > 1
         padding: 0
+        leftPadding: Theme.unit * 0.5 // over the ticks of the rows
         text: qsTrId("trivex-app-items-chosen").arg(view.checked).arg(view.checkable)
         checkState: view.checked === 0 ? Qt.Unchecked
             : view.checked === view.checkable ? Qt.Checked : Qt.PartiallyChecked

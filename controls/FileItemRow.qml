@@ -52,6 +52,8 @@ Item {
         id: line
         anchors.left: parent.left
         anchors.right: parent.right
+        // The frame of the row that has the keys lies around all of it.
+        anchors.margins: Theme.unit * 0.5
         anchors.verticalCenter: parent.verticalCenter
         spacing: Theme.unit
 

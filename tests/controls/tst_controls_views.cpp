@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Trivex developers
 // SPDX-License-Identifier: MIT
+#include "tests/app/looks.h"
 #include "tests/controls/controlstest.h"
 #include "tests/support/testcertificates.h"
 
@@ -18,6 +19,7 @@ private Q_SLOTS:
     void importDialog();
     void importChosen();
     void chooserTakesWhatIsTyped();
+    void rowWithTheKeysIsFramed();
     void secondPressIsOfTheSameList();
     void smallDialogs_data() { languagesAndSizes(); }
     void smallDialogs();
@@ -162,6 +164,23 @@ void TestControlsViews::chooserTakesWhatIsTyped()
     QVERIFY(host.click("fileAccept"));
     QVERIFY(host.waitOpen("fileChooser", false));
     QCOMPARE(host.window()->property("taken").toUrl(), QUrl::fromLocalFile(m_bundle));
+}
+
+/// The frame goes round the tick, not through it.
+void TestControlsViews::rowWithTheKeysIsFramed()
+{
+    Host host(QStringLiteral("ImportDialog {}"));
+    QVERIFY2(host.problem().isEmpty(), qPrintable(host.problem()));
+    QMetaObject::invokeMethod(host.object("importDialog"), "start", Q_ARG(QVariant, m_bundle));
+    QVERIFY(host.waitForItem("bundlePassword"));
+    QTRY_VERIFY(host.item("bundleUnlock") && host.item("bundleUnlock")->isEnabled());
+    host.item("bundlePassword")->setProperty("text", QStringLiteral("secret"));
+    QVERIFY(host.click("bundleUnlock"));
+    QVERIFY(host.waitForItem("itemTick"));
+    waitUntilStill(host.window());
+    const auto left = [](const QQuickItem *item) { return item->mapToScene({0, 0}).x(); };
+    const auto *box = host.item("itemTick")->property("indicator").value<QQuickItem *>();
+    QVERIFY(left(box) >= left(host.item("itemList")) + 3);
 }
 
 void TestControlsViews::smallDialogs()
