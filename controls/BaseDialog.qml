@@ -122,8 +122,10 @@ Dialog {
             }
             return false
         }
-        // A button that moved away between press and release would not be pressed at all.
-        onFocusedChanged: if (holds(focused) && focused.focusReason !== Qt.MouseFocusReason)
+        // A button that moved away between press and release would not be pressed at all. What is
+        // typed into a field is to be seen.
+        onFocusedChanged: if (holds(focused)
+                && (focused.focusReason !== Qt.MouseFocusReason || focused.readOnly === false))
             show(frameOf(focused) || focused) // `framed` may be that of the focus before
         onContentHeightChanged: if (holds(framed)) show(framed)
         function show(item) {

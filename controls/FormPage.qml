@@ -6,8 +6,8 @@ import QtQuick.Window 2.15
 import Trivex.Crypto.Controls 1.0
 
 /// A column that scrolls, as wide as its place up to `maximumWidth`, and in its middle. It keeps the
-/// focused item visible, but leaves what is pressed with the mouse under it; `reveal` scrolls to an
-/// item that has just appeared, once its position is final.
+/// focused item visible, but leaves what is pressed with the mouse under it, unless one types into
+/// it; `reveal` scrolls to an item that has just appeared, once its position is final.
 Flickable {
     id: page
     /// The column is no wider.
@@ -44,8 +44,9 @@ Flickable {
 
     // internal
     function take(item) {
-        // A button that moved away between press and release would not be pressed at all.
-        if (item.focusReason === Qt.MouseFocusReason)
+        // A button that moved away between press and release would not be pressed at all. What is
+        // typed into a field is to be seen.
+        if (item.focusReason === Qt.MouseFocusReason && item.readOnly !== false)
             giveUp()
         else
             waitFor(frameOf(item) || item) // `framed` may be that of the focus before

@@ -20,6 +20,8 @@ private Q_SLOTS:
     void importChosen();
     void chooserTakesWhatIsTyped();
     void rowWithTheKeysIsFramed();
+    void clickedFieldComesIntoSight_data();
+    void clickedFieldComesIntoSight();
     void secondPressIsOfTheSameList();
     void smallDialogs_data() { languagesAndSizes(); }
     void smallDialogs();
@@ -181,6 +183,48 @@ void TestControlsViews::rowWithTheKeysIsFramed()
     const auto left = [](const QQuickItem *item) { return item->mapToScene({0, 0}).x(); };
     const auto *box = host.item("itemTick")->property("indicator").value<QQuickItem *>();
     QVERIFY(left(box) >= left(host.item("itemList")) + 3);
+}
+
+void TestControlsViews::clickedFieldComesIntoSight_data()
+{
+    QTest::addColumn<QString>("body");
+    const QString column = QStringLiteral(
+        "TextField { objectName: \"first\" }\nItem { implicitWidth: 10; height: 700 }\n"
+        "LabeledField { label: \"Name\"; hint: \"A hint\"; field.objectName: \"inner\"\n"
+        "Layout.fillWidth: true }\nItem { implicitWidth: 10; height: 700 }");
+    QTest::newRow("page")
+        << QStringLiteral("FormPage { id: made; objectName: \"made\"; anchors.fill: parent\n%1 }")
+               .arg(column);
+    QTest::newRow("dialog")
+        << QStringLiteral(
+               "BaseDialog { id: dialog; title: \"Title\"; contentItem.objectName: \"made\"\n"
+               "Component.onCompleted: open()\n%1 }")
+               .arg(column);
+}
+
+void TestControlsViews::clickedFieldComesIntoSight()
+{
+    QFETCH(QString, body);
+    Host host(body);
+    QVERIFY2(host.problem().isEmpty(), qPrintable(host.problem()));
+    QVERIFY(host.waitForItem("inner"));
+    QVERIFY(waitUntilStill(host.window()));
+    QQuickItem *view = host.item("made");
+    QQuickItem *field = host.item("inner");
+    const auto bottom = [&] { return field->mapToItem(view, {0, field->height()}).y(); };
+    host.item("first")->forceActiveFocus();
+    QTRY_VERIFY(host.item("first")->hasActiveFocus());
+    // The page holds on to it for a moment.
+    QTRY_VERIFY(!view->property("awaited").value<QObject *>());
+    // Its lower half is below the edge.
+    view->setProperty("contentY",
+                      view->property("contentY").toReal() + bottom() - view->height()
+                          - field->height() / 2);
+    QVERIFY(bottom() > view->height() + 1);
+    const QPoint place = field->mapToScene({field->width() / 2, 4}).toPoint();
+    QTest::mouseClick(host.window(), Qt::LeftButton, Qt::NoModifier, place);
+    QTRY_VERIFY(field->hasActiveFocus());
+    QTRY_VERIFY(bottom() <= view->height());
 }
 
 void TestControlsViews::smallDialogs()
