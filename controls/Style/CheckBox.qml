@@ -8,6 +8,8 @@ import Trivex.Crypto.Controls 1.0
 
 T.CheckBox {
     id: control
+    /// Some of what it stands for is chosen.
+    readonly property bool partial: checkState === Qt.PartiallyChecked
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: Math.max(Theme.controlHeight, implicitContentHeight + topPadding + bottomPadding)
@@ -19,7 +21,15 @@ T.CheckBox {
     Accessible.role: Accessible.CheckBox
     Accessible.name: text
     Accessible.checked: checked
-    Keys.onReturnPressed: toggle()
+    Accessible.checkStateMixed: partial
+    // By itself it only turns the tick, and nobody hears of it.
+    function press() {
+        toggle()
+        toggled()
+        clicked()
+    }
+    Keys.onReturnPressed: press()
+    Keys.onEnterPressed: press()
 
     indicator: Rectangle {
         x: control.leftPadding
@@ -27,8 +37,8 @@ T.CheckBox {
         width: Theme.iconSize
         height: width
         radius: 5
-        color: control.checked ? Theme.accent : Theme.field
-        border.width: control.checked ? 0 : 1
+        color: control.checked || control.partial ? Theme.accent : Theme.field
+        border.width: control.checked || control.partial ? 0 : 1
         border.color: Theme.fieldBorder
         ColorImage {
             anchors.fill: parent
@@ -37,6 +47,13 @@ T.CheckBox {
             sourceSize: Qt.size(width, height)
             color: Theme.accentText
             visible: control.checked
+        }
+        Rectangle {
+            anchors.centerIn: parent
+            width: parent.width * 0.5
+            height: 2
+            color: Theme.accentText
+            visible: control.partial
         }
         FocusFrame { of: control }
     }

@@ -4,6 +4,7 @@
 #include "tests/controls/controlstest.h"
 #include "tests/support/testcertificates.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QFileDialog>
 #include <QtTest>
@@ -22,6 +23,7 @@ private Q_SLOTS:
     void rowWithTheKeysIsFramed();
     void clickedFieldComesIntoSight_data();
     void clickedFieldComesIntoSight();
+    void boxIsTickedByEnter();
     void secondPressIsOfTheSameList();
     void smallDialogs_data() { languagesAndSizes(); }
     void smallDialogs();
@@ -225,6 +227,35 @@ void TestControlsViews::clickedFieldComesIntoSight()
     QTest::mouseClick(host.window(), Qt::LeftButton, Qt::NoModifier, place);
     QTRY_VERIFY(field->hasActiveFocus());
     QTRY_VERIFY(bottom() <= view->height());
+}
+
+/// Whoever listens to a box of our own style hears of Enter as of a click; one that stands for some
+/// of its rows looks neither empty nor full.
+void TestControlsViews::boxIsTickedByEnter()
+{
+    Host host(QStringLiteral("property int heard: 0\n"
+                             "Loader { source: \"file://%1/CheckBox.qml\"; id: made\n"
+                             "onLoaded: item.objectName = \"box\"\n"
+                             "Connections { target: made.item; function onToggled() { ++heard }\n"
+                             "function onClicked() { ++heard } } }")
+                  .arg(QStringLiteral(TRIVEX_CONTROLS_STYLE)));
+    QVERIFY2(host.problem().isEmpty(), qPrintable(host.problem()));
+    QVERIFY(host.waitForItem("box"));
+    QQuickItem *box = host.item("box");
+    box->forceActiveFocus();
+    host.key(Qt::Key_Return);
+    QVERIFY(box->property("checked").toBool());
+    QCOMPARE(host.window()->property("heard").toInt(), 2);
+    host.key(Qt::Key_Enter);
+    QVERIFY(!box->property("checked").toBool());
+    QCOMPARE(host.window()->property("heard").toInt(), 4);
+    auto *indicator = box->property("indicator").value<QQuickItem *>();
+    const QColor empty = indicator->property("color").value<QColor>();
+    box->setProperty("checkState", Qt::PartiallyChecked);
+    QVERIFY(!box->property("checked").toBool());
+    QVERIFY(indicator->property("color").value<QColor>() != empty);
+    QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(box);
+    QVERIFY(accessible && accessible->state().checkStateMixed);
 }
 
 void TestControlsViews::smallDialogs()
