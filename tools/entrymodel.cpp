@@ -305,11 +305,18 @@ void EntryModel::noteToken(const QString &storeId)
         m_presumed.insert(storeId);
     else
         m_presumed.remove(storeId);
-    // Those that nobody has read yet have shown nothing either.
+    // Those that nobody has read yet have shown nothing either. The rows of a store stand together,
+    // and are told of at once: whoever hears of it looks through all that it lists.
+    int first = -1;
+    int last = -1;
     for (int i = 0; i < m_rows.size(); ++i) {
-        if (m_rows.at(i).hasKey && m_rows.at(i).storeId == storeId)
-            Q_EMIT dataChanged(index(i, 0), index(i, 0), {KeyPresumedRole});
+        if (!m_rows.at(i).hasKey || m_rows.at(i).storeId != storeId)
+            continue;
+        first = first < 0 ? i : first;
+        last = i;
     }
+    if (first >= 0)
+        Q_EMIT dataChanged(index(first, 0), index(last, 0), {KeyPresumedRole});
 }
 
 int EntryModel::countInStore(const QString &storeId) const

@@ -2,10 +2,11 @@
 // SPDX-License-Identifier: MIT
 #include "tools/rowselection.h"
 
+#include "qca/base/entryrows.h"
 #include "tools/followed.h"
 #include "tools/rows.h"
 
-#include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace Trivex {
@@ -28,7 +29,19 @@ void RowSelection::setRows(SectionedModel *rows)
         return;
     if (rows) {
         connect(rows, &SectionedModel::entriesChanged, this, [this] { m_role = -1; });
-        followRows(rows, this, [this] { follow(); });
+        using Model = QAbstractItemModel;
+        const auto read = [this](int row) { return knownOfSeveral(row); };
+        connect(rows, &Model::rowsInserted, this,
+                [this](const QModelIndex &, int first, int last) { noteInserted(first, last); });
+        connect(rows, &Model::rowsAboutToBeRemoved, this,
+                [this, read](const QModelIndex &, int first, int last) {
+                    m_several.noteGoing(first, last, read);
+                });
+        connect(rows, &Model::rowsRemoved, this,
+                [this](const QModelIndex &, int first, int last) { noteRemoved(first, last); });
+        connect(rows, &Model::modelAboutToBeReset, this,
+                [this, read] { m_several.noteGoing(0, listed() - 1, read); });
+        connect(rows, &Model::modelReset, this, &RowSelection::noteReset);
     }
     m_role = -1;
     clear();
@@ -46,7 +59,7 @@ void RowSelection::setRow(int row)
         clear();
         return;
     }
-    if (row == m_row && m_several.isEmpty())
+    if (row == m_row && !m_several.isActive())
         return;
     m_several.clear();
     makeCurrent(row);
@@ -62,7 +75,7 @@ QString RowSelection::identity() const
 
 void RowSelection::setIdentity(const QString &identity)
 {
-    if (identity == m_current.identity && m_several.isEmpty())
+    if (identity == m_current.identity && !m_several.isActive())
         return;
     m_several.clear();
     m_current = {identity, nullptr};
@@ -80,34 +93,31 @@ int RowSelection::count() const
 
 bool RowSelection::isChosen(int row) const
 {
-    if (m_several.isEmpty())
-        return row >= 0 && row == m_row;
-    if (!isListed(row))
-        return false;
-    const auto range = m_several.equal_range(m_rows->identityAt(row));
-    if (range.first == range.second)
-        return false;
-    const QObject *here = certificateAt(row);
-    return std::any_of(range.first, range.second, [here](const QPointer<QObject> &certificate) {
-        return !certificate || certificate == here;
-    });
+    return m_several.isActive() ? m_several.isAt(row) : row >= 0 && row == m_row;
+}
+
+QVector<int> RowSelection::chosen() const
+{
+    if (!m_rows)
+        return {};
+    if (m_several.isActive())
+        return m_several.all();
+    return m_row >= 0 ? QVector<int>{m_row} : QVector<int>();
 }
 
 QVariantList RowSelection::chosenRows() const
 {
     QVariantList rows;
-    for (int row = 0; m_rows && row < m_rows->count(); ++row) {
-        if (isChosen(row))
-            rows.append(row);
-    }
+    for (const int row : chosen())
+        rows.append(row);
     return rows;
 }
 
 QStringList RowSelection::chosenIdentities() const
 {
     QStringList identities;
-    for (int row = 0; m_rows && row < m_rows->count(); ++row) {
-        if (isChosen(row) && !m_rows->isKeyAt(row))
+    for (const int row : chosen()) {
+        if (!m_rows->isKeyAt(row))
             identities.append(m_rows->identityAt(row));
     }
     return identities;
@@ -117,21 +127,18 @@ void RowSelection::toggle(int row)
 {
     if (!isListed(row))
         return;
-    if (m_several.isEmpty() && m_row >= 0)
-        add(m_row);
+    if (!m_several.isActive() && m_row >= 0)
+        m_several.add(listed(), m_row);
     if (isChosen(row)) {
-        const Known gone = known(row);
-        m_several.remove(gone.identity, gone.certificate);
-        m_several.remove(gone.identity, nullptr);
-        const QVariantList left = chosenRows();
-        if (left.size() <= 1) {
-            setRow(left.isEmpty() ? -1 : left.first().toInt());
+        m_several.take(row);
+        if (m_several.count() <= 1) {
+            setRow(m_several.first());
             return;
         }
         if (row == m_row)
-            makeCurrent(left.first().toInt());
+            makeCurrent(m_several.first());
     } else {
-        add(row);
+        m_several.add(listed(), row);
         makeCurrent(row);
     }
     m_anchor = known(row);
@@ -146,8 +153,8 @@ void RowSelection::extendTo(int row)
     const int anchor = rowOf(m_anchor);
     const int from = anchor >= 0 ? anchor : m_row >= 0 ? m_row : row;
     m_several.clear();
-    for (int one = qMin(from, row); from != row && one <= qMax(from, row); ++one)
-        add(one);
+    if (from != row)
+        m_several.choose(listed(), qMin(from, row), qMax(from, row));
     makeCurrent(row);
     m_anchor = known(from);
     recount();
@@ -156,12 +163,12 @@ void RowSelection::extendTo(int row)
 
 void RowSelection::chooseAll()
 {
-    const int count = m_rows ? m_rows->count() : 0;
+    const int count = listed();
     if (count == 0)
         return;
     m_several.clear();
-    for (int row = 0; count > 1 && row < count; ++row)
-        add(row);
+    if (count > 1)
+        m_several.choose(count, 0, count - 1);
     if (m_row < 0)
         makeCurrent(0);
     recount();
@@ -176,7 +183,7 @@ void RowSelection::chooseCurrent()
 
 void RowSelection::clear()
 {
-    if (m_row < 0 && m_current.identity.isEmpty() && m_several.isEmpty())
+    if (m_row < 0 && m_current.identity.isEmpty() && !m_several.isActive())
         return;
     m_row = -1;
     m_several.clear();
@@ -186,14 +193,43 @@ void RowSelection::clear()
     Q_EMIT changed();
 }
 
-void RowSelection::follow()
+void RowSelection::noteInserted(int first, int last)
+{
+    m_several.noteInserted(first, last, [this](int row) { return knownOfSeveral(row); });
+    // What was not listed before can only be among these.
+    if (m_row < 0)
+        follow(rowOf(m_current, first, last));
+    else
+        follow(m_row < first ? m_row : m_row + last - first + 1);
+}
+
+void RowSelection::noteRemoved(int first, int last)
+{
+    m_several.noteRemoved(first, last);
+    if (m_row > last)
+        follow(m_row - (last - first + 1));
+    else if (m_row < first)
+        follow(m_row);
+    else
+        follow(entryRowsOf(m_rows->entries()) ? -1 : rowOf(m_current));
+}
+
+void RowSelection::noteReset()
+{
+    m_several.noteRemoved(0, std::numeric_limits<int>::max() - 1);
+    if (listed() > 0)
+        m_several.noteInserted(0, listed() - 1, [this](int row) { return knownOfSeveral(row); });
+    follow(rowOf(m_current));
+}
+
+void RowSelection::follow(int row)
 {
     if (m_current.identity.isEmpty())
         return;
     const QPointer<QObject> before = m_current.certificate;
-    const int rowBefore = std::exchange(m_row, rowOf(m_current));
+    const int rowBefore = std::exchange(m_row, row);
     // What is known of the current row speaks for all that are chosen: it is one that is seen.
-    const int seen = m_row < 0 ? firstOfSeveral() : -1;
+    const int seen = m_row < 0 ? m_several.first() : -1;
     if (seen >= 0)
         makeCurrent(seen);
     else if (!takeHeir())
@@ -201,7 +237,7 @@ void RowSelection::follow()
     const int countBefore = m_count;
     recount();
     if (m_row != rowBefore || m_current.certificate != before || m_count != countBefore
-        || !m_several.isEmpty())
+        || m_several.isActive())
         Q_EMIT changed();
 }
 
@@ -212,7 +248,7 @@ bool RowSelection::isAwaited() const
 
 bool RowSelection::takeHeir()
 {
-    if (m_row >= 0 || !m_rows || !m_several.isEmpty())
+    if (m_row >= 0 || !m_rows || m_several.isActive())
         return false;
     const QString heir = m_rows->heirOf(m_current.identity);
     const int row = heir.isEmpty() ? -1 : m_rows->rowOfIdentity(heir);
@@ -223,26 +259,25 @@ bool RowSelection::takeHeir()
     return true;
 }
 
-int RowSelection::firstOfSeveral() const
-{
-    const int count = m_rows && !m_several.isEmpty() ? m_rows->count() : 0;
-    for (int row = 0; row < count; ++row) {
-        if (isChosen(row))
-            return row;
-    }
-    return -1;
-}
-
 void RowSelection::recount()
 {
-    m_count = m_several.isEmpty() ? int(m_row >= 0) : chosenRows().size();
+    m_count = m_several.isActive() ? m_several.count() : int(m_row >= 0);
 }
 
-RowSelection::Known RowSelection::known(int row) const
+KnownRow RowSelection::known(int row) const
 {
     if (!isListed(row))
         return {};
     return {m_rows->identityAt(row), certificateAt(row)};
+}
+
+KnownRow RowSelection::knownOfSeveral(int row) const
+{
+    if (!isListed(row) || !m_rows->entries())
+        return {};
+    // The entries of key stores have no identity twice.
+    const bool isUnique = entryRowsOf(m_rows->entries());
+    return {m_rows->identityAt(row), isUnique ? nullptr : certificateAt(row)};
 }
 
 QObject *RowSelection::certificateAt(int row) const
@@ -255,7 +290,12 @@ QObject *RowSelection::certificateAt(int row) const
 
 bool RowSelection::isListed(int row) const
 {
-    return m_rows && row >= 0 && row < m_rows->count();
+    return row >= 0 && row < listed();
+}
+
+int RowSelection::listed() const
+{
+    return m_rows ? m_rows->count() : 0;
 }
 
 void RowSelection::makeCurrent(int row)
@@ -264,19 +304,25 @@ void RowSelection::makeCurrent(int row)
     m_current = known(row);
 }
 
-void RowSelection::add(int row)
-{
-    const Known one = known(row);
-    m_several.insert(one.identity, one.certificate);
-}
-
-int RowSelection::rowOf(const Known &wanted) const
+int RowSelection::rowOf(const KnownRow &wanted) const
 {
     if (!m_rows || wanted.identity.isEmpty())
         return -1;
     // The very object, where it is still there.
     const int same = wanted.certificate ? m_rows->rowOf(wanted.certificate) : -1;
     return same >= 0 ? same : m_rows->rowOfIdentity(wanted.identity);
+}
+
+int RowSelection::rowOf(const KnownRow &wanted, int first, int last) const
+{
+    if (wanted.identity.isEmpty())
+        return -1;
+    int found = -1;
+    for (int row = last; row >= first; --row) {
+        if (m_rows->identityAt(row) == wanted.identity)
+            found = row;
+    }
+    return found;
 }
 
 QVariant RowSelection::value(const char *role) const

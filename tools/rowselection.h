@@ -2,9 +2,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "tools/chosenrows.h"
 #include "tools/sectionedmodel.h"
-
-#include <QMultiHash>
 
 namespace Trivex {
 
@@ -67,6 +66,8 @@ public:
     int count() const;
     /// Whether that row is one of the chosen.
     Q_INVOKABLE bool isChosen(int row) const;
+    /// The chosen rows in the order of the list, for native callers.
+    QVector<int> chosen() const;
     /// The chosen rows in the order of the list.
     Q_INVOKABLE QVariantList chosenRows() const;
     /// The identities of the chosen rows that are no keys, in the order of the list.
@@ -88,32 +89,30 @@ Q_SIGNALS:
     void changed();
 
 private:
-    /// A row as it is known again: a store may hold two of one identity, told apart by their
-    /// objects as long as these live.
-    struct Known {
-        QString identity;
-        QPointer<QObject> certificate;
-    };
-
-    Known known(int row) const;
+    KnownRow known(int row) const;
+    /// What is known of one among several, without an object being made for it where its identity
+    /// is enough.
+    KnownRow knownOfSeveral(int row) const;
     QObject *certificateAt(int row) const;
     bool isListed(int row) const;
+    int listed() const;
     void makeCurrent(int row);
-    void add(int row);
-    void follow();
+    void noteInserted(int first, int last);
+    void noteRemoved(int first, int last);
+    void noteReset();
+    /// Tells of a change after which the current row is this one, -1 for none.
+    void follow(int row);
     bool takeHeir();
     void recount();
-    /// The first of several that are chosen, -1 while none of them is listed.
-    int firstOfSeveral() const;
-    int rowOf(const Known &wanted) const;
+    int rowOf(const KnownRow &wanted) const;
+    int rowOf(const KnownRow &wanted, int first, int last) const;
     QVariant value(const char *role) const;
 
     QPointer<SectionedModel> m_rows;
     int m_row = -1;
-    Known m_current;
-    Known m_anchor; ///< where an extended choice begins
-    /// All that are chosen by identity; empty while the current row is the only one.
-    QMultiHash<QString, QPointer<QObject>> m_several;
+    KnownRow m_current;
+    KnownRow m_anchor; ///< where an extended choice begins
+    ChosenRows m_several; ///< not active while the current row is the only one
     int m_count = 0;
     mutable int m_role = -1; ///< of the certificates, while the list has the same roles
 };

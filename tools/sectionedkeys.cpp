@@ -42,6 +42,22 @@ int SectionedModel::rowOfIdentity(const QString &identity) const
     return found == m_rows.cend() ? -1 : int(found - m_rows.cbegin());
 }
 
+/// Where the rows of entries from `first` to `last` are listed: thousands of them mostly stand
+/// together, and whoever hears of them has work at each time.
+QVector<SectionedModel::Run> SectionedModel::runsOf(int first, int last) const
+{
+    QVector<Run> runs;
+    for (int i = 0; i < m_rows.size(); ++i) {
+        if (m_rows.at(i) < first || m_rows.at(i) > last)
+            continue;
+        if (!runs.isEmpty() && runs.last().last == i - 1)
+            runs.last().last = i;
+        else
+            runs.append({i, i});
+    }
+    return runs;
+}
+
 QString SectionedModel::heirOf(const QString &identity) const
 {
     return m_keys.model() ? m_keys.model()->heirOf(identity) : QString();

@@ -251,10 +251,8 @@ void SectionedModel::entriesChange(const QModelIndex &first, const QModelIndex &
             scheduleInTurn();
         return;
     }
-    for (int i = 0; i < m_rows.size(); ++i) {
-        if (m_rows.at(i) >= first.row() && m_rows.at(i) <= last.row())
-            Q_EMIT dataChanged(index(i), index(i), roles);
-    }
+    for (const Run &run : runsOf(first.row(), last.row()))
+        Q_EMIT dataChanged(index(run.first), index(run.last), roles);
 }
 
 void SectionedModel::entriesInserted(int first, int last)
@@ -274,11 +272,10 @@ void SectionedModel::entriesAboutToGo(int first, int last)
 {
     const int gone = last - first + 1;
     const int before = m_rows.size();
-    for (int i = m_rows.size() - 1; i >= 0; --i) {
-        if (m_rows.at(i) < first || m_rows.at(i) > last)
-            continue;
-        beginRemoveRows({}, i, i);
-        m_rows.removeAt(i);
+    const QVector<Run> runs = runsOf(first, last);
+    for (auto run = runs.crbegin(); run != runs.crend(); ++run) {
+        beginRemoveRows({}, run->first, run->last);
+        m_rows.remove(run->first, run->last - run->first + 1);
         endRemoveRows();
     }
     for (int &row : m_rows) {

@@ -130,6 +130,12 @@ Q_SIGNALS:
     void countChanged();
 
 private:
+    /// Listed rows from `first` to `last`.
+    struct Run {
+        int first;
+        int last;
+    };
+
     template <class Value> void setReadyMember(Value ReadyFilter::*member, const Value &value)
     {
         ReadyFilter ready = m_ready;
@@ -146,6 +152,7 @@ private:
     QVector<int> wantedRows();
     QVector<int> groupedByStore(const QVector<int> &rows);
     bool isWanted(int entryRow) const;
+    QVector<Run> runsOf(int first, int last) const;
     void entriesChange(const QModelIndex &first, const QModelIndex &last,
                        const QVector<int> &roles);
     void entriesInserted(int first, int last);

@@ -65,6 +65,9 @@ private Q_SLOTS:
     void identitiesReadLittle();
     void rowsAreFoundByIdentity();
     void identitiesFollowChanges();
+    void choosingAllReadsNothing();
+    void choiceFollowsRowsTogether();
+    void changesAreToldTogether();
 
 private:
     std::unique_ptr<Source> m_source;
@@ -144,6 +147,55 @@ void TestManyRows::identitiesFollowChanges()
     m_source->clear();
     for (int i = 0; i < 3; ++i)
         QCOMPARE(m_entries->rowOfIdentity(fileOf(7)), -1);
+}
+
+void TestManyRows::choosingAllReadsNothing()
+{
+    m_source->takeReads();
+    m_selection->chooseAll();
+    QCOMPARE(m_selection->count(), Many);
+    m_selection->toggle(7);
+    m_selection->extendTo(Many - 1);
+    int chosen = 0;
+    for (int row = 0; row < Many; ++row)
+        chosen += m_selection->isChosen(row) ? 1 : 0;
+    QCOMPARE(chosen, Many - 7);
+    // What is known of the current row.
+    const int reads = m_source->takeReads();
+    QVERIFY2(reads <= 30, qPrintable(QString::number(reads)));
+}
+
+void TestManyRows::choiceFollowsRowsTogether()
+{
+    m_selection->chooseAll();
+    // The object outlives its row, and is known again by it.
+    auto *object = m_rows->value(10, QStringLiteral("certificate")).value<QObject *>();
+    QSignalSpy removed(m_rows.get(), &QAbstractItemModel::rowsRemoved);
+    QSignalSpy changed(m_selection.get(), &RowSelection::changed);
+    m_source->takeReads();
+    m_source->removeRows(10, Many / 2);
+    QCOMPARE(removed.count(), 1);
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(m_selection->count(), Many - Many / 2);
+    // Each of those that go once, to know it when it comes back.
+    const int reads = m_source->takeReads();
+    QVERIFY2(reads <= 6 * Many / 2, qPrintable(QString::number(reads)));
+    // One that comes back is chosen again, another one is not.
+    m_source->RowSource::add(fileOf(10), object);
+    m_source->add(fileOf(-1));
+    QTRY_COMPARE(m_rows->count(), Many - Many / 2 + 2);
+    QCOMPARE(m_selection->count(), Many - Many / 2 + 1);
+    QVERIFY(m_selection->isChosen(m_rows->rowOfIdentity(fileOf(10))));
+    QVERIFY(!m_selection->isChosen(m_rows->rowOfIdentity(fileOf(-1))));
+}
+
+void TestManyRows::changesAreToldTogether()
+{
+    QSignalSpy told(m_rows.get(), &QAbstractItemModel::dataChanged);
+    Q_EMIT m_source->dataChanged(m_source->index(0, 0), m_source->index(Many - 1, 0));
+    QCOMPARE(told.count(), 1);
+    QCOMPARE(told.first().at(0).toModelIndex().row(), 0);
+    QCOMPARE(told.first().at(1).toModelIndex().row(), Many - 1);
 }
 
 QTEST_MAIN(TestManyRows)
