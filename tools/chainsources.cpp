@@ -102,6 +102,17 @@ void ChainSources::noteChange()
         m_announce.start();
 }
 
+QList<QByteArray> ChainSources::certificates() const
+{
+    QList<QByteArray> all;
+    all.reserve(m_rows.size());
+    for (const ChainCandidate &row : m_rows) {
+        if (!row.der.isEmpty())
+            all += row.der;
+    }
+    return all;
+}
+
 QByteArray ChainSources::certificateOf(int row) const
 {
     const QCA::KeyStoreEntry *entry = entryAt(*m_entries, row, m_entryRole);

@@ -22,6 +22,8 @@ public:
 
     /// Empty for a row that has no certificate.
     QByteArray certificateOf(int row) const;
+    /// Of all rows that have been read; decodes nothing.
+    QList<QByteArray> certificates() const;
     const CandidateIndex &index() const { return m_index; }
     /// Whether every row has been read.
     bool isComplete() const { return m_next >= m_rows.size(); }

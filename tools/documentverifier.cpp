@@ -157,9 +157,22 @@ void DocumentVerifier::setEntries(EntryModel *entries)
         disconnect(ChainSources::of(m_entries), nullptr, this, nullptr);
     m_entries = entries;
     if (m_entries)
-        connect(ChainSources::of(m_entries), &ChainSources::changed, this,
-                &DocumentVerifier::noteChange);
+        follow(m_entries);
+    goOn();
     Q_EMIT entriesChanged();
+}
+
+void DocumentVerifier::follow(EntryModel *entries)
+{
+    ChainSources *sources = ChainSources::of(entries);
+    connect(sources, &ChainSources::changed, this, [this] {
+        if (m_waiting)
+            goOn();
+        else
+            noteChange();
+    });
+    // It goes with its model.
+    connect(sources, &QObject::destroyed, this, &DocumentVerifier::goOn);
 }
 
 double DocumentVerifier::progress() const
@@ -204,36 +217,50 @@ bool DocumentVerifier::isAttached() const
     return m_outcome && m_outcome->message.isAttached();
 }
 
-QList<QByteArray> DocumentVerifier::knownCertificates() const
-{
-    QList<QByteArray> known;
-    const int rows = m_entries ? m_entries->rowCount() : 0;
-    for (int row = 0; row < rows; ++row) {
-        const QByteArray der = ChainSources::of(m_entries)->certificateOf(row);
-        if (!der.isEmpty())
-            known += der;
-    }
-    return known;
-}
-
 CandidateIndex DocumentVerifier::knownIssuers() const
 {
     return m_entries ? ChainSources::of(m_entries)->index() : CandidateIndex();
 }
 
+bool DocumentVerifier::prepare()
+{
+    if (!begin())
+        return false;
+    m_signers.setSignatures({});
+    m_outcome.reset();
+    m_work = std::make_shared<LongWork>();
+    return true;
+}
+
 void DocumentVerifier::verify(const QString &message, const QString &document)
 {
-    verifyWith(message, document, knownCertificates(), knownIssuers());
+    if (!prepare())
+        return;
+    m_waiting = [=] {
+        const auto known =
+            m_entries ? ChainSources::of(m_entries)->certificates() : QList<QByteArray>();
+        check(message, document, known, knownIssuers());
+    };
+    goOn();
+}
+
+void DocumentVerifier::goOn()
+{
+    // To read thousands of certificates at once would stop the window.
+    if (m_waiting && (!m_entries || ChainSources::of(m_entries)->isComplete()))
+        std::exchange(m_waiting, nullptr)();
 }
 
 void DocumentVerifier::verifyWith(const QString &message, const QString &document,
                                   const QList<QByteArray> &known, const CandidateIndex &issuers)
 {
-    if (!begin())
-        return;
-    m_signers.setSignatures({});
-    m_outcome.reset();
-    m_work = std::make_shared<LongWork>();
+    if (prepare())
+        check(message, document, known, issuers);
+}
+
+void DocumentVerifier::check(const QString &message, const QString &document,
+                             const QList<QByteArray> &known, const CandidateIndex &issuers)
+{
     const auto outcome = std::make_shared<Outcome>();
     const auto signatures = std::make_shared<QVector<SignerList::Signature>>();
     runInBackground(
@@ -305,7 +332,9 @@ void DocumentVerifier::end(Error error)
 
 void DocumentVerifier::cancel()
 {
-    if (m_work)
+    if (std::exchange(m_waiting, nullptr))
+        end(Cancelled);
+    else if (m_work)
         m_work->cancel();
 }
 

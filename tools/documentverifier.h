@@ -9,6 +9,7 @@
 
 #include <QPointer>
 
+#include <functional>
 #include <memory>
 
 namespace Trivex {
@@ -74,8 +75,8 @@ public:
     Q_INVOKABLE static QString documentName(const QString &message);
 
     /// Checks the message in a file. A `document` that is named is the one that the signatures are
-    /// compared with, even where another lies in the message. Ends with `finished()`; ignored while
-    /// it runs.
+    /// compared with, even where another lies in the message. Begins when all `entries` have been
+    /// read. Ends with `finished()`; ignored while it runs.
     Q_INVOKABLE void verify(const QString &message, const QString &document = QString());
     /// The same with certificates that come from elsewhere than `entries`: `known` for signers
     /// whose own is not in the message, `issuers` for paths.
@@ -92,8 +93,13 @@ Q_SIGNALS:
 private:
     struct Outcome;
 
-    QList<QByteArray> knownCertificates() const;
+    bool prepare();
+    void check(const QString &message, const QString &document, const QList<QByteArray> &known,
+               const CandidateIndex &issuers);
     CandidateIndex knownIssuers() const;
+    void follow(EntryModel *entries);
+    /// Begins what waits for the entries, once they have been read.
+    void goOn();
     void showOutcome(const Outcome &outcome);
     /// Other certificates are known from now on.
     void noteChange();
@@ -102,6 +108,7 @@ private:
 
     QPointer<EntryModel> m_entries;
     SignerList m_signers;
+    std::function<void()> m_waiting; ///< for the entries
     std::shared_ptr<LongWork> m_work;
     std::shared_ptr<const Outcome> m_outcome;
     int m_round = 0; ///< of judging the same message anew

@@ -7,15 +7,23 @@
 #include "qca/base/atomicfile.h"
 #include "qca/questions/background.h"
 #include "tools/files.h"
-#include "tools/rowentry.h"
 #include "tools/rows.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QSet>
 
 #include <algorithm>
 
 namespace Trivex {
+
+namespace {
+
+/// How long one turn of the event loop may read rows, each of which is decoded for it, and how
+/// many.
+constexpr qint64 PortionMs = 5;
+
+} // namespace
 
 /// What the thread gets, and what it makes of it.
 struct Exporter::Work {
@@ -26,6 +34,7 @@ struct Exporter::Work {
     std::atomic<bool> isCancelled{false};
 
     QByteArray pem;
+    QString text;
     Error error = NoError;
 
     void stageIn(FileSaver *saver);
@@ -73,6 +82,7 @@ void Exporter::Work::run()
         pem += writePem(row.kind == ShownKind::Request ? "CERTIFICATE REQUEST" : "CERTIFICATE",
                         row.der);
     }
+    text = QString::fromLatin1(pem);
     if (folder.isEmpty() || isCancelled)
         return;
     write(FileSaver::stagedFile(folder, FileSaver::AsIs), pem);
@@ -89,6 +99,9 @@ void Exporter::Work::run()
 Exporter::Exporter(QObject *parent)
     : Job(parent)
 {
+    m_reading.setSingleShot(true);
+    m_reading.setInterval(0);
+    connect(&m_reading, &QTimer::timeout, this, &Exporter::readOn);
 }
 
 Exporter::~Exporter()
@@ -110,11 +123,18 @@ QString Exporter::message() const
     }
 }
 
+double Exporter::progress() const
+{
+    return m_held.empty() ? -1 : double(m_next) / double(m_held.size());
+}
+
 void Exporter::cancel()
 {
     if (!isRunning())
         return;
     ++m_serial;
+    m_reading.stop();
+    m_held.clear();
     m_path.drop();
     m_work->isCancelled = true;
     m_error = Cancelled;
@@ -125,28 +145,50 @@ void Exporter::stage(EntryModel *entries, const QStringList &identities, FileSav
 {
     if (!begin())
         return;
-    const auto work = std::make_shared<Work>();
+    m_work = std::make_shared<Work>();
+    m_entries = entries;
+    m_saver = saver;
+    ++m_serial;
     const QSet<QString> wanted(identities.cbegin(), identities.cend());
     const int entryRole = entries ? roleNamed(*entries, QStringLiteral("keyStoreEntry")) : -1;
     const int objectRole = entries ? roleNamed(*entries, QStringLiteral("certificate")) : -1;
     const int rows = entries ? entries->rowCount() : 0;
     for (int row = 0; row < rows; ++row) {
-        if (!wanted.contains(entries->identityAt(row)))
-            continue;
-        const RowEncoding encoding = rowEncoding(*entries, row, entryRole, objectRole);
-        if (!encoding.der.isEmpty())
-            work->rows += encoding;
+        if (wanted.contains(entries->identityAt(row)))
+            m_held.emplace_back(*entries, row, entryRole, objectRole);
     }
-    if (work->rows.isEmpty())
-        work->error = NothingThere;
-    else if (saver)
-        work->stageIn(saver);
-    m_work = work;
-    ++m_serial;
-    const bool hasPath = saver && work->rows.size() == 1 && work->certificatesOnly();
+    m_next = 0;
+    readOn();
+}
+
+void Exporter::readOn()
+{
+    QElapsedTimer clock;
+    clock.start();
+    const size_t end = std::min(m_held.size(), m_next + MostInPortion);
+    while (m_next < end && clock.elapsed() < PortionMs) {
+        const RowEncoding encoding = m_held.at(m_next++).encoding();
+        if (!encoding.der.isEmpty())
+            m_work->rows += encoding;
+    }
+    if (m_next < m_held.size()) {
+        m_reading.start();
+        return;
+    }
+    m_held.clear();
+    makeForms();
+}
+
+void Exporter::makeForms()
+{
+    if (m_work->rows.isEmpty())
+        m_work->error = NothingThere;
+    else if (m_saver)
+        m_work->stageIn(m_saver);
+    const bool hasPath = m_saver && m_work->rows.size() == 1 && m_work->certificatesOnly();
     if (!hasPath)
         return start();
-    m_path.gather(entries, work->rows.first().der, [this](const ChainInput &input) {
+    m_path.gather(m_entries, m_work->rows.first().der, [this](const ChainInput &input) {
         m_work->path = input;
         start();
     });
@@ -163,7 +205,7 @@ void Exporter::finishWork(const Work &work, int serial)
     if (serial != m_serial || !isRunning())
         return;
     m_error = work.error;
-    m_text = QString::fromLatin1(work.pem);
+    m_text = work.text;
     m_certificatesOnly = work.certificatesOnly();
     end();
 }

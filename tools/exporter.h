@@ -6,8 +6,12 @@
 #include "tools/exportpath.h"
 #include "tools/filesaver.h"
 #include "tools/job.h"
+#include "tools/rowentry.h"
+
+#include <QPointer>
 
 #include <memory>
+#include <vector>
 
 namespace Trivex {
 
@@ -23,8 +27,9 @@ namespace Trivex {
 ///     ...
 ///     saver.place(path, false, FileSaver.Collection)
 ///
-/// The rows are those of the moment of the call; the rest is done in a thread of its own. Private
-/// keys are in none of the forms: they don't leave their tokens. GUI thread.
+/// The rows are those of the moment of the call. They are read in small portions, of which the
+/// progress tells; the rest is done in a thread of its own. Private keys are in none of the forms:
+/// they don't leave their tokens. GUI thread.
 class Exporter : public Job {
     Q_OBJECT
     /// How the last run ended.
@@ -41,6 +46,8 @@ public:
         Cancelled,
     };
     Q_ENUM(Error)
+    /// So many rows are read in one turn of the event loop at most.
+    static constexpr size_t MostInPortion = 256;
 
     explicit Exporter(QObject *parent = nullptr);
     ~Exporter() override;
@@ -49,6 +56,7 @@ public:
     QString text() const { return m_text; }
     bool isCertificatesOnly() const { return m_certificatesOnly; }
     QString message() const override;
+    double progress() const override;
     void cancel() override;
 
     /// Makes all forms of the rows of these identities and stages them in `saver`, which may be
@@ -59,6 +67,8 @@ public:
 
 private:
     struct Work;
+    void readOn();
+    void makeForms();
     void start();
     void finishWork(const Work &work, int serial);
 
@@ -66,6 +76,11 @@ private:
     QString m_text;
     bool m_certificatesOnly = false;
     std::shared_ptr<Work> m_work; ///< of the last run
+    std::vector<HeldRow> m_held; ///< what is to be read
+    size_t m_next = 0; ///< where reading goes on
+    QTimer m_reading;
+    QPointer<EntryModel> m_entries;
+    QPointer<FileSaver> m_saver;
     ExportPath m_path;
     int m_serial = 0; ///< tells a late result of a run that was given up
 };

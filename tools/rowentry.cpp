@@ -42,21 +42,41 @@ QCA::Certificate certificateIn(const QCA::KeyStoreEntry &entry)
         : entryCertificate(entry);
 }
 
-} // namespace
-
-RowEncoding rowEncoding(const QAbstractItemModel &model, int row, int entryRole,
-                        int certificateRole)
+RowEncoding encodingOf(const QCA::KeyStoreEntry &entry)
 {
-    if (const QCA::KeyStoreEntry *entry = entryAt(model, row, entryRole)) {
-        const QCA::Certificate found = certificateIn(*entry);
-        return {ShownKind::Certificate, found.isNull() ? QByteArray() : found.toDER()};
-    }
+    const QCA::Certificate found = certificateIn(entry);
+    return {ShownKind::Certificate, found.isNull() ? QByteArray() : found.toDER()};
+}
+
+RowEncoding requestAt(const QAbstractItemModel &model, int row, int certificateRole)
+{
     // What the row shows, and not its file: that may have become anything meanwhile, and would be
     // read on the GUI thread.
     auto *const object = model.index(row, 0).data(certificateRole).value<QObject *>();
     const auto *encoded =
         qobject_cast<SavedRequest *>(object) ? qobject_cast<EncodedObject *>(object) : nullptr;
     return {ShownKind::Request, encoded ? encoded->encoding() : QByteArray()};
+}
+
+} // namespace
+
+RowEncoding rowEncoding(const QAbstractItemModel &model, int row, int entryRole,
+                        int certificateRole)
+{
+    return HeldRow(model, row, entryRole, certificateRole).encoding();
+}
+
+HeldRow::HeldRow(const QAbstractItemModel &model, int row, int entryRole, int certificateRole)
+{
+    if (const QCA::KeyStoreEntry *entry = entryAt(model, row, entryRole))
+        m_entry = *entry;
+    else
+        m_request = requestAt(model, row, certificateRole);
+}
+
+RowEncoding HeldRow::encoding() const
+{
+    return entryType(m_entry) < 0 ? m_request : encodingOf(m_entry);
 }
 
 } // namespace Trivex

@@ -23,6 +23,21 @@ struct RowEncoding {
     QByteArray der; ///< empty where there is nothing to be read
 };
 
+/// A row as it is now, to be read later, whatever becomes of it: to read thousands takes longer
+/// than a window may stand still. GUI thread.
+class HeldRow {
+public:
+    HeldRow() = default;
+    HeldRow(const QAbstractItemModel &model, int row, int entryRole, int certificateRole);
+
+    /// Decodes what the entry holds.
+    RowEncoding encoding() const;
+
+private:
+    QCA::KeyStoreEntry m_entry;
+    RowEncoding m_request; ///< where there is no entry
+};
+
 /// Of the certificate in a row's entry; without one of the saved request that the object in the
 /// role "certificate" is.
 RowEncoding rowEncoding(const QAbstractItemModel &model, int row, int entryRole,

@@ -8,6 +8,8 @@
 
 #include <QStandardItemModel>
 
+#include <utility>
+
 /// An entry of a store that a test makes up.
 class RowEntry : public QCA::KeyStoreEntryContext {
     Q_OBJECT
@@ -27,12 +29,19 @@ public:
     QString name() const override { return m_certificate.commonName(); }
     QString storeId() const override { return m_store; }
     QString storeName() const override { return m_store; }
-    QCA::Certificate certificate() const override { return m_certificate; }
+    QCA::Certificate certificate() const override
+    {
+        ++s_reads;
+        return m_certificate;
+    }
     QString serialize() const override { return {}; }
+    /// How often somebody has asked an entry for its certificate since the last call.
+    static int takeReads() { return std::exchange(s_reads, 0); }
 
 private:
     QString m_store;
     QCA::Certificate m_certificate;
+    static inline int s_reads = 0;
 };
 
 /// Rows as the key store model has them.
