@@ -5,6 +5,7 @@
 #include "qca/base/entryrows.h"
 #include "tools/followed.h"
 #include "tools/rows.h"
+#include "tools/rowsummary.h"
 
 #include <limits>
 #include <utility>
@@ -121,6 +122,11 @@ QStringList RowSelection::chosenIdentities() const
             identities.append(m_rows->identityAt(row));
     }
     return identities;
+}
+
+QVariantMap RowSelection::summary(int names) const
+{
+    return m_rows ? summaryOf(*m_rows, chosen(), names) : QVariantMap();
 }
 
 void RowSelection::toggle(int row)

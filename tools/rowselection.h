@@ -72,6 +72,8 @@ public:
     Q_INVOKABLE QVariantList chosenRows() const;
     /// The identities of the chosen rows that are no keys, in the order of the list.
     Q_INVOKABLE QStringList chosenIdentities() const;
+    /// What a question says of the chosen rows: see `summaryOf()`.
+    Q_INVOKABLE QVariantMap summary(int names) const;
     /// Adds the row to the chosen ones or takes it from them; it is current in the first case.
     Q_INVOKABLE void toggle(int row);
     /// Chooses the rows from the one that was last chosen by itself to this one.

@@ -28,6 +28,7 @@
 #include "tools/requestwatcher.h"
 #include "tools/revocationlists.h"
 #include "tools/rowfiles.h"
+#include "tools/rowlines.h"
 #include "tools/rows.h"
 #include "tools/rowselection.h"
 #include "tools/secretguard.h"
@@ -74,6 +75,7 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
     qmlRegisterType<KeyExporter>(uri, 1, 0, "KeyExporter");
     qmlRegisterType<RowFiles>(uri, 1, 0, "RowFiles");
     qmlRegisterType<RevocationLists>(uri, 1, 0, "RevocationLists");
+    qmlRegisterType<RowLines>(uri, 1, 0, "RowLines");
     qmlRegisterType<RowSelection>(uri, 1, 0, "RowSelection");
     qmlRegisterType<RememberedTokens>(uri, 1, 0, "RememberedTokens");
     qmlRegisterType<RemovalUndo>(uri, 1, 0, "RemovalUndo");

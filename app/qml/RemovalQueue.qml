@@ -9,6 +9,7 @@ import Trivex.Crypto.Tools 1.0
 QtObject {
     id: queue
     property EntryModel entries
+    /// Rows, or their identities: of thousands nothing is read before it is their turn.
     property var waiting: []
     property bool running: false
     property RemovalUndo undo
@@ -33,16 +34,35 @@ QtObject {
         return KeyStoreModel.match(KeyStoreModel.index(0, 0), idRole, entryId, 1,
                                    Qt.MatchExactly).length > 0
     }
+    /// What is known of one that waits.
+    function known(one) {
+        if (typeof one !== "string")
+            return one
+        const row = entries.rowOfIdentity(one)
+        return { identity: one, isKey: false, name: Rows.value(entries, row, "name"),
+                 type: Rows.value(entries, row, "type"),
+                 entryId: Rows.value(entries, row, "entryId") }
+    }
     function next() {
-        while (waiting.length && (waiting[0].isKey ? !startKey(waiting[0]) : !willEnd(waiting[0])))
-            waiting = waiting.slice(1)
+        let at = 0
+        let row = null
+        for (; at < waiting.length; ++at) {
+            row = known(waiting[at])
+            // Its end may come before its beginning is told.
+            if (row.isKey && at > 0) {
+                waiting = waiting.slice(at)
+                at = 0
+            }
+            if (row.isKey ? startKey(row) : willEnd(row))
+                break
+        }
+        waiting = waiting.slice(at)
         running = waiting.length > 0
-        if (!running || waiting[0].isKey)
+        if (!running || row.isKey)
             return
-        const entryId = waiting[0].entryId
-        undo.note(entries, waiting[0].identity)
+        undo.note(entries, row.identity)
         waiting = waiting.slice(1)
-        KeyStoreModel.removeCertificate(entryId)
+        KeyStoreModel.removeCertificate(row.entryId)
     }
     /// False where nothing has begun, and no end follows.
     function startKey(row) {

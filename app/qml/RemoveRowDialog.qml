@@ -16,22 +16,19 @@ RemoveDialog {
     signal deleted()
     signal keyRemoved()
     signal failed(string cause, string advice)
-    /// What `RowActions` knows of each row.
-    property var rows: []
-    /// How many names are told.
-    readonly property int most: 8
-    readonly property bool gone: opened && (selection.count !== rows.length
-        || rows.length === 1 && selection.identity !== rows[0].identity)
-    count: rows.length
-    name: rows.slice(0, most).map(function(row) { return row.name }).join("\n")
-    more: Math.max(0, rows.length - most)
-    place: rows.map(function(row) { return row.place })
-        .filter(function(name, index, all) { return all.indexOf(name) === index }).join(", ")
-    hasKey: rows.some(function(row) { return row.hasKey })
-    isKey: rows.length > 0 && rows.every(function(row) { return row.isKey })
-    requests: rows.filter(function(row) { return row.isKey && row.request })
-        .map(function(row) { return row.request }).join(", ")
-    isRequest: rows.some(function(row) { return row.isRequest })
+    /// What `RowSelection` says of the rows that are to go.
+    property var rows: ({ count: 0, identity: "", names: [], places: [], requests: [],
+                          identities: [], keys: [] })
+    readonly property bool gone: opened && (selection.count !== rows.count
+        || rows.count === 1 && selection.identity !== rows.identity)
+    count: rows.count
+    name: rows.names.join("\n")
+    more: rows.count - rows.names.length
+    place: rows.places.join(", ")
+    hasKey: rows.hasKey === true
+    isKey: rows.isKey === true
+    requests: rows.requests.join(", ")
+    isRequest: rows.isRequest === true
 
     function ask(rows_) {
         rows = rows_
@@ -52,20 +49,24 @@ RemoveDialog {
         library.watcher.noteDeleted(fileName)
         return true
     }
+    function nameOf(identity) {
+        const request = library.savedRequest(identity)
+        return request ? Texts.plain(request.commonName || request.fileName) : ""
+    }
     function removeRequests() {
         undo.begin()
-        const left = rows.filter(function(row) { return !removeRequest(row.identity) })
-        if (left.length < rows.length)
+        const left = Array.from(rows.identities).filter(function(one) { return !removeRequest(one) })
+        if (left.length < rows.count)
             deleted()
         if (left.length)
-            failed(Texts.put(qsTrId("trivex-app-request-stays"), [left[0].name]),
+            failed(Texts.put(qsTrId("trivex-app-request-stays"), [nameOf(left[0])]),
                    qsTrId("trivex-app-request-stays-advice"))
     }
     onConfirmed: {
         if (isRequest) {
             removeRequests()
         } else {
-            queue.start(rows)
+            queue.start(Array.from(rows.identities).concat(Array.from(rows.keys)))
         }
     }
     onGoneChanged: if (gone) closeLater.restart()

@@ -36,32 +36,11 @@ Item {
     signal told(string text)
     signal failed(string cause, string advice)
 
-    /// What is known of the chosen rows.
-    function chosen() {
-        const rows = selection.rows
-        return selection.chosenRows().map(function(row) {
-            const certificate = rows.value(row, "certificate")
-            const isKey = rows.value(row, "isKey") === true
-            return { identity: rows.value(row, "identity"),
-                     entryId: rows.value(row, "entryId") || "",
-                     name: isKey ? rows.value(row, "name")
-                         : Texts.plain(certificate.commonName || certificate.fileName),
-                     isKey: isKey,
-                     storeId: rows.value(row, "storeId"),
-                     keyId: rows.value(row, "keyId") || "",
-                     request: rows.value(row, "request") || "",
-                     issuer: rows.value(row, "issuer"),
-                     validity: Validity.word(rows.value(row, "validity")),
-                     until: rows.value(row, "until"),
-                     place: rows.value(row, "storeName"),
-                     hasKey: rows.value(row, "hasKey") === true,
-                     type: rows.value(row, "type"),
-                     isRequest: rows.value(row, "type") === KeyStoreModel.Request }
-        })
-    }
+    /// How many names a question tells.
+    readonly property int named: 8
     function remove() {
         if (canRemove)
-            removeAsked(chosen())
+            removeAsked(selection.summary(named))
         else if (count > 0)
             failed(qsTrId("trivex-app-system-stays"), qsTrId("trivex-app-system-stays-advice"))
     }
@@ -85,18 +64,13 @@ Item {
     }
     function exportKey() {
         if (hasKey && !whyKeyStays())
-            keyExport.askRow(selection.rows.entries, selection.identity, chosen()[0].name)
+            keyExport.askRow(selection.rows.entries, selection.identity,
+                             selection.summary(1).names[0])
     }
     /// One line for each row, of what it shows.
     function copy() {
-        if (count === 0)
-            return
-        Desktop.copy(chosen().map(function(row) {
-            return [row.name, row.isRequest ? "" : row.issuer, row.isKey ? "" : row.validity,
-                    row.isRequest || !row.until ? "" : Validity.until(row.until), row.place]
-                .filter(function(part) { return part }).join(", ")
-        }).join("\n"))
-        copied()
+        if (count > 0)
+            lines.write(selection)
     }
     /// Of the rows that can become files. Without any it says why, where `aloud`.
     function identities(aloud) {
@@ -134,6 +108,15 @@ Item {
         function onCopied() { actions.copied() }
         function onTold(text) { actions.told(text) }
         function onFailed(cause, advice) { actions.failed(cause, advice) }
+    }
+    RowLines {
+        id: lines
+        onFinished: {
+            if (!text)
+                return
+            Desktop.copy(text)
+            actions.copied()
+        }
     }
     ExportTogether {
         id: together

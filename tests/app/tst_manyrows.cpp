@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/app/filedrequest.h"
 #include "tests/app/rowsource.h"
+#include "tools/rowlines.h"
 #include "tools/rowselection.h"
 
 #include <QtTest>
@@ -68,6 +69,10 @@ private Q_SLOTS:
     void choosingAllReadsNothing();
     void choiceFollowsRowsTogether();
     void changesAreToldTogether();
+    void linesAreReadInPortions();
+    void linesOfRowsThatGo();
+    void linesAreStopped();
+    void questionNamesTheFirst();
 
 private:
     std::unique_ptr<Source> m_source;
@@ -196,6 +201,82 @@ void TestManyRows::changesAreToldTogether()
     QCOMPARE(told.count(), 1);
     QCOMPARE(told.first().at(0).toModelIndex().row(), 0);
     QCOMPARE(told.first().at(1).toModelIndex().row(), Many - 1);
+}
+
+void TestManyRows::linesAreReadInPortions()
+{
+    m_selection->chooseAll();
+    m_selection->toggle(1);
+    RowLines lines;
+    QSignalSpy finished(&lines, &RowLines::finished);
+    lines.write(m_selection.get());
+    double before = 0;
+    int turns = 0;
+    while (lines.isRunning()) {
+        const double read = (lines.progress() - before) * (Many - 1);
+        QVERIFY2(read <= RowLines::MostInPortion + 0.5, qPrintable(QString::number(read)));
+        before = lines.progress();
+        ++turns;
+        QCoreApplication::processEvents();
+    }
+    QVERIFY2(turns >= Many / RowLines::MostInPortion, qPrintable(QString::number(turns)));
+    QCOMPARE(finished.count(), 1);
+    const QStringList written = lines.text().split(QLatin1Char('\n'));
+    QCOMPARE(written.size(), Many - 1);
+    QCOMPARE(written.first(), fileOf(0));
+    QCOMPARE(written.at(1), fileOf(2));
+    QCOMPARE(written.last(), fileOf(Many - 1));
+}
+
+// What is hidden meanwhile is written, what has gone is not.
+void TestManyRows::linesOfRowsThatGo()
+{
+    m_selection->chooseAll();
+    RowLines lines;
+    lines.write(m_selection.get());
+    QVERIFY(lines.isRunning());
+    m_source->removeRows(Many - 100, 100);
+    m_rows->setPattern(QStringLiteral("what no row shows"));
+    QTRY_VERIFY(!lines.isRunning());
+    QTRY_COMPARE(m_rows->count(), 0);
+    const QStringList written = lines.text().split(QLatin1Char('\n'));
+    QCOMPARE(written.size(), Many - 100);
+    QCOMPARE(written.last(), fileOf(Many - 101));
+}
+
+void TestManyRows::linesAreStopped()
+{
+    m_selection->chooseAll();
+    RowLines lines;
+    QSignalSpy finished(&lines, &RowLines::finished);
+    lines.write(m_selection.get());
+    lines.cancel();
+    QCOMPARE(finished.count(), 1);
+    QVERIFY(lines.text().isEmpty() && !lines.isRunning());
+    // The last wish counts, and few rows are written at once.
+    lines.write(m_selection.get());
+    m_selection->setRow(4);
+    lines.write(m_selection.get());
+    QCOMPARE(finished.count(), 3);
+    QCOMPARE(lines.text(), fileOf(4));
+}
+
+void TestManyRows::questionNamesTheFirst()
+{
+    m_selection->chooseAll();
+    m_selection->toggle(0);
+    m_source->takeReads();
+    const QVariantMap summary = m_selection->summary(8);
+    const int reads = m_source->takeReads();
+    QVERIFY2(reads <= 7 * Many, qPrintable(QString::number(reads)));
+    QCOMPARE(summary.value(QStringLiteral("count")).toInt(), Many - 1);
+    QCOMPARE(summary.value(QStringLiteral("names")).toStringList().size(), 8);
+    QCOMPARE(summary.value(QStringLiteral("identity")).toString(), fileOf(1));
+    const QStringList identities = summary.value(QStringLiteral("identities")).toStringList();
+    QCOMPARE(identities.size(), Many - 1);
+    QCOMPARE(identities.last(), fileOf(Many - 1));
+    QVERIFY(summary.value(QStringLiteral("keys")).toList().isEmpty());
+    QVERIFY(!summary.value(QStringLiteral("isKey")).toBool());
 }
 
 QTEST_MAIN(TestManyRows)

@@ -1,0 +1,115 @@
+// SPDX-FileCopyrightText: 2026 The Trivex developers
+// SPDX-License-Identifier: MIT
+#include "tools/rowlines.h"
+
+#include "tools/rows.h"
+
+#include <QElapsedTimer>
+
+#include <utility>
+
+namespace Trivex {
+
+namespace {
+
+/// How long one turn of the event loop may read rows.
+constexpr qint64 PortionMs = 5;
+constexpr int SavedRequestType = 5; // as the key store model's `Type`
+
+} // namespace
+
+RowLines::RowLines(QObject *parent)
+    : Job(parent)
+{
+    m_reading.setSingleShot(true);
+    m_reading.setInterval(0);
+    connect(&m_reading, &QTimer::timeout, this, &RowLines::readOn);
+}
+
+RowLines::~RowLines() = default;
+
+double RowLines::progress() const
+{
+    return m_wanted.isEmpty() ? -1 : double(m_next) / m_wanted.size();
+}
+
+void RowLines::cancel()
+{
+    if (!isRunning())
+        return;
+    m_lines.clear();
+    finish();
+}
+
+void RowLines::write(RowSelection *selection)
+{
+    cancel();
+    m_list = selection ? selection->rows() : nullptr;
+    const QVector<int> rows = m_list ? selection->chosen() : QVector<int>();
+    if (!begin())
+        return;
+    if (!rows.isEmpty()) {
+        m_roles = {roleNamed(*m_list, QStringLiteral("name")),
+                   roleNamed(*m_list, QStringLiteral("issuer")),
+                   roleNamed(*m_list, QStringLiteral("type"))};
+    }
+    m_wanted.reserve(rows.size());
+    for (const int row : rows)
+        m_wanted.append({m_list->identityAt(row), row});
+    readOn();
+}
+
+void RowLines::readOn()
+{
+    QElapsedTimer clock;
+    clock.start();
+    const int end = qMin(m_wanted.size(), m_next + MostInPortion);
+    while (m_next < end && clock.elapsed() < PortionMs)
+        add(m_wanted.at(m_next++));
+    if (m_next < m_wanted.size())
+        m_reading.start();
+    else
+        finish();
+}
+
+void RowLines::finish()
+{
+    m_reading.stop();
+    m_wanted.clear();
+    m_next = 0;
+    m_text = std::exchange(m_lines, {}).join(QLatin1Char('\n'));
+    end();
+}
+
+void RowLines::add(const Wanted &wanted)
+{
+    if (!m_list || !m_list->entries())
+        return;
+    // Mostly it is where it was. A search takes rows from the list, and nothing from its entries.
+    if (wanted.row < m_list->count() && m_list->identityAt(wanted.row) == wanted.identity) {
+        m_lines += lineOf(*m_list, wanted.row);
+        return;
+    }
+    const int row = m_list->entries()->rowOfIdentity(wanted.identity);
+    if (row >= 0)
+        m_lines += lineOf(*m_list->entries(), row);
+}
+
+QString RowLines::lineOf(const QAbstractItemModel &model, int row) const
+{
+    const auto value = [index = model.index(row, 0)](int role) { return index.data(role); };
+    const bool isKey = value(TokenKeyModel::IsKeyRole).toBool();
+    const bool isRequest = value(m_roles.type).toInt() == SavedRequestType;
+    QStringList parts{value(m_roles.name).toString()};
+    if (!isRequest)
+        parts += value(m_roles.issuer).toString();
+    if (!isKey)
+        parts += m_validity.word(value(EntryModel::ValidityRole).toInt());
+    if (!isRequest)
+        parts += m_validity.until(value(EntryModel::UntilRole).toDateTime());
+    parts += value(EntryModel::StoreNameRole).toString();
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral(", "));
+}
+
+} // namespace Trivex
