@@ -1523,7 +1523,7 @@
     </message>
     <message id="trivex-app-initialise-confirm">
         <source>Delete all and initialise</source>
-        <translation>Удалить всё и инициализировать</translation>
+        <translation>Удалить всё</translation>
     </message>
     <message id="trivex-app-initialise-consent">
         <source>To agree, type the name of the token: %1</source>

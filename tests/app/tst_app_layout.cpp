@@ -56,6 +56,8 @@ private Q_SLOTS:
     void textsHaveRoom();
     void largeTextHasRoom_data();
     void largeTextHasRoom();
+    void lossIsNamedInWhole_data() { largeTextHasRoom_data(); }
+    void lossIsNamedInWhole();
     void usualTextComesBack_data();
     void usualTextComesBack();
     void resultComesIntoView_data();
@@ -308,6 +310,19 @@ void TestAppLayout::largeTextHasRoom()
         leavePage(*m_window);
     }
     QVERIFY2(faults.isEmpty(), qPrintable(QLatin1Char('\n') + faults.join(QLatin1Char('\n'))));
+}
+
+/// The button that erases a token says so to its last letter, in the narrowest window as well.
+void TestAppLayout::lossIsNamedInWhole()
+{
+    QFETCH(QString, locale);
+    open(qPrintable(locale), {400, 760});
+    m_window->setTheme(1, 1.5);
+    QVERIFY(visitPage(*m_window, m_data, QStringLiteral("initialise")));
+    QQuickItem *button = m_window->item(QStringLiteral("adminConfirm"));
+    QVERIFY(button);
+    QCOMPARE(lackOfRoom(button), QString());
+    leavePage(*m_window);
 }
 
 void TestAppLayout::usualTextComesBack_data()
