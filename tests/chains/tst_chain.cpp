@@ -432,6 +432,7 @@ void TestChain::asCerttoolSays()
     QVERIFY2(said.contains(word), said.constData());
     QCOMPARE(checkChain(input).verdict == ChainVerdict::Good, said.contains(CerttoolIsContent));
 }
+
 int main(int argc, char *argv[])
 {
     Corpus::prepareEnvironment();

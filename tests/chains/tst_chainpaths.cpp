@@ -181,6 +181,7 @@ void TestChainPaths::cancelled()
         checkChain(inputOf(m_leaf, {m_middle.candidate(), m_root.anchor()}), isCancelled);
     QVERIFY(result.steps.size() <= 3);
 }
+
 int main(int argc, char *argv[])
 {
     Corpus::prepareEnvironment();

@@ -206,6 +206,7 @@ void TestSignLifetime::certificateOwnership()
     }
     QVERIFY(!mine);
 }
+
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);

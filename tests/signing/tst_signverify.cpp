@@ -388,6 +388,7 @@ void TestSignVerify::cutFileIsNotSigned()
                           QStringLiteral("0 Hash calculation error during signing.")}));
     QVERIFY(!QFile::exists(path("cut.sig")));
 }
+
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);

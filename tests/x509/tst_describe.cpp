@@ -328,6 +328,7 @@ void TestDescribe::yearsAreToldWhole()
     QCOMPARE(dateText({}), QString());
     QCOMPARE(timeText(QDateTime()), QString());
 }
+
 int main(int argc, char **argv)
 {
     qputenv("LC_ALL", "C.UTF-8");

@@ -249,6 +249,7 @@ void TestDescribeExtensions::damagedExtensions()
                  QStringLiteral("Damaged: ") + QString::fromLatin1(cut.toHex(':').toUpper()));
     }
 }
+
 int main(int argc, char **argv)
 {
     qputenv("LC_ALL", "C.UTF-8");

@@ -238,6 +238,7 @@ void TestRequestEditing::unwritableValue()
     replace(&info, QCA::IPAddress, "192.0.2.1", "nowhere");
     QCOMPARE(bodyOf(edited(info)), bodyOf(m_original));
 }
+
 int main(int argc, char *argv[])
 {
     Corpus::prepareEnvironment();

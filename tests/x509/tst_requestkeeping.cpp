@@ -252,6 +252,7 @@ void TestRequestKeeping::refusals()
         editedRequest(m_original, {m_info, m_original.constraints()}, key(QStringLiteral("dh.key")))
             .isNull());
 }
+
 int main(int argc, char *argv[])
 {
     Corpus::prepareEnvironment();
