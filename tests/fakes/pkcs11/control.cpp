@@ -34,7 +34,8 @@ const std::map<std::string, bool Script::*> stateNames = {
     {"no-pin-flag", &Script::noPinFlag},        {"slots-grow", &Script::slotsGrow},
     {"other-token", &Script::otherToken},       {"no-shortest-pin", &Script::noShortestPin},
     {"to-be-changed", &Script::toBeChanged},    {"officer-final-try", &Script::officerFinalTry},
-    {"officer-locked", &Script::officerLocked},
+    {"officer-locked", &Script::officerLocked}, {"same-names", &Script::sameNames},
+    {"no-serial", &Script::noSerial},
 };
 
 const std::map<std::string, Kind> kindNames = {
@@ -188,6 +189,16 @@ bool readBroken(const Words &words, Script *script)
     return true;
 }
 
+// "replug COUNT CALLS"
+bool readReplug(const Words &words, Script *script)
+{
+    const auto count = words.size() == 3 ? number(words[1]) : std::nullopt;
+    const auto calls = words.size() == 3 ? number(words[2]) : std::nullopt;
+    script->removals = count.value_or(0);
+    script->removalCalls = calls.value_or(0);
+    return script->removals > 0 && script->removalCalls > 0;
+}
+
 bool readSetting(const Words &words, Script *script)
 {
     if (words[0] == "pin-pad" && (words.size() == 2 || words.size() == 3)) {
@@ -225,6 +236,7 @@ bool readLine(const Words &words, Script *script)
     static const std::map<std::string, bool (*)(const Words &, Script *)> readers = {
         {"lie", readLie},       {"remove", readRemove},   {"gost", readGost},
         {"broken", readBroken}, {"without", readWithout}, {"sick", readSick},
+        {"replug", readReplug},
     };
     const auto reader = readers.find(words[0]);
     if (reader != readers.end())

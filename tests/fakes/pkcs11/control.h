@@ -72,6 +72,10 @@ struct Script {
     bool noLoginState = false; //!< no session says that somebody is logged in
     bool noPinFlag = false; //!< says that the user has no PIN, whatever a login does
     bool otherToken = false; //!< the tokens have other serial numbers
+    bool sameNames = false; //!< every token has the names of the first one
+    bool noSerial = false; //!< no token has a serial number
+    unsigned long removals = 0; //!< the tokens go and come so many times
+    unsigned long removalCalls = 1; //!< calls between going and coming
     bool noShortestPin = false; //!< says that a PIN may have no characters
     bool toBeChanged = false; //!< says that the user's PIN has to be changed
     bool officerFinalTry = false;

@@ -128,15 +128,29 @@ void Device::reload()
     m_script = parseScript(readFile(m_controlPath));
     m_takenAway.clear();
     m_grown = 0;
+    m_replugCalls = 0;
     if (m_script.tries == 0)
         m_wrongPins.clear();
     for (const std::string &line : m_script.errors)
         writeLog("error control line: " + line);
 }
 
+void Device::countReplug()
+{
+    const unsigned long last = 2 * m_script.removals * m_script.removalCalls;
+    if (m_replugCalls < last && ++m_replugCalls == last)
+        writeLog("replugged " + std::to_string(m_script.removals) + " times");
+}
+
+// They are in before the first time, and after the last one.
+bool Device::isReplugOut() const
+{
+    return m_script.removals > 0 && (m_replugCalls / m_script.removalCalls) % 2 == 1;
+}
+
 bool Device::isRemoved(CK_SLOT_ID slot) const
 {
-    if (m_script.allRemoved || m_takenAway.count(slot) > 0)
+    if (m_script.allRemoved || isReplugOut() || m_takenAway.count(slot) > 0)
         return true;
     for (size_t i = 0; i < m_slots.size(); ++i) {
         if (m_slots[i].id == slot)
@@ -290,6 +304,7 @@ Verdict Device::judge(Function function, unsigned long subject)
 {
     std::unique_lock<std::mutex> lock(m_mutex);
     reload();
+    countReplug();
     Verdict verdict;
     applyRules(function, subject, &verdict);
     if (m_slots.empty())
@@ -384,6 +399,16 @@ CK_RV Device::tokenInfo(CK_SLOT_ID slot, CK_TOKEN_INFO *info)
     if (result != CKR_OK)
         return result;
     info->flags |= pinFlags(slot);
+    if (m_script.sameNames && !m_slots.empty() && info->flags & CKF_TOKEN_INITIALIZED) {
+        CK_TOKEN_INFO first{};
+        if (m_target->C_GetTokenInfo(m_slots.front().id, &first) == CKR_OK) {
+            std::copy(std::begin(first.label), std::end(first.label), info->label);
+            std::copy(std::begin(first.serialNumber), std::end(first.serialNumber),
+                      info->serialNumber);
+        }
+    }
+    if (m_script.noSerial)
+        std::fill(std::begin(info->serialNumber), std::end(info->serialNumber), ' ');
     if (m_script.otherToken)
         std::fill(std::begin(info->serialNumber), std::end(info->serialNumber), '7');
     if (m_script.readOnly)

@@ -82,6 +82,8 @@ private:
     std::vector<Slot> readSlots() const;
     bool isRemoved(CK_SLOT_ID slot) const;
     std::string labelOf(CK_SLOT_ID slot) const;
+    void countReplug();
+    bool isReplugOut() const;
     std::optional<CK_SLOT_ID> slotOf(Function function, unsigned long subject) const;
     std::optional<CK_RV> stateResult(Function function, unsigned long subject) const;
     void applyRules(Function function, unsigned long subject, Verdict *verdict);
@@ -102,6 +104,7 @@ private:
     std::set<CK_SLOT_ID> m_takenAway; //!< by a "remove-at" rule
     std::set<CK_SLOT_ID> m_ending; //!< whose sessions end before the call
     std::set<CK_SLOT_ID> m_loggedOut; //!< whose logins end before the call
+    unsigned long m_replugCalls = 0; //!< since the order to go and come
     unsigned long m_grown = 0; //!< slots without a token that "slots-grow" has added
     std::map<CK_SESSION_HANDLE, CK_SLOT_ID> m_sessions;
     std::map<CK_SESSION_HANDLE, CK_SLOT_ID> m_deadSessions;
