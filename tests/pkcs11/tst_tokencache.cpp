@@ -39,6 +39,7 @@ private Q_SLOTS:
     void initTestCase();
     void init();
     void readsWhatWasWritten();
+    void shunned();
     void anotherStateOfTheToken();
     void damagedAnywhere();
     void countsAreNotBelieved();
@@ -116,6 +117,25 @@ void TestTokenCache::readsWhatWasWritten()
     // Handles mean nothing to another process.
     QVERIFY(read->certificates[0].objects.empty());
     QCOMPARE(read->publicKeys[0].publicObject, CK_OBJECT_HANDLE(CK_INVALID_HANDLE));
+}
+
+/// Another token has the same names.
+void TestTokenCache::shunned()
+{
+    TokenCache cache(path());
+    cache.setOn(true);
+    cache.write(Key, m_objects);
+    QVERIFY(cache.read(Key));
+    cache.shun(Key.storeId);
+    QVERIFY(files().isEmpty());
+    cache.write(Key, m_objects);
+    QVERIFY(files().isEmpty());
+    // Written by another process, which has seen one of them only.
+    TokenCache other(path());
+    other.setOn(true);
+    other.write(Key, m_objects);
+    QVERIFY(other.read(Key));
+    QVERIFY(!cache.read(Key));
 }
 
 void TestTokenCache::anotherStateOfTheToken()

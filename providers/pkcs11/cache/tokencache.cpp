@@ -57,14 +57,15 @@ QString TokenCache::pathOf(const QString &storeId) const
 std::optional<TokenObjects> TokenCache::read(const RowKey &key) const
 {
     const std::lock_guard lock(m_mutex);
-    const bool isWanted = isOn() && isOwnDirectory(m_directory);
+    const bool isWanted = isOn() && !m_shunned.contains(key.storeId) && isOwnDirectory(m_directory);
     return isWanted ? unpackRows(key, contentOf(pathOf(key.storeId))) : std::nullopt;
 }
 
 void TokenCache::write(const RowKey &key, const TokenObjects &objects)
 {
     const std::lock_guard lock(m_mutex);
-    if (!isStillOn() || !takePrivateDirectory(m_directory))
+    const bool isWanted = isStillOn() && !m_shunned.contains(key.storeId);
+    if (!isWanted || !takePrivateDirectory(m_directory))
         return;
     const QString path = pathOf(key.storeId);
     const QByteArray rows = packRows(key, objects);
@@ -112,6 +113,15 @@ void TokenCache::forget(const QString &storeId)
     const std::lock_guard lock(m_mutex);
     if (isOwnDirectory(m_directory))
         QFile::remove(pathOf(storeId));
+}
+
+void TokenCache::shun(const QString &storeId)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_shunned.insert(storeId);
+    }
+    forget(storeId);
 }
 
 void TokenCache::clear()

@@ -5,6 +5,8 @@
 #include "providers/pkcs11/cache/rowfile.h"
 #include "qca/tokens/rememberedtokens.h"
 
+#include <QSet>
+
 #include <atomic>
 #include <mutex>
 
@@ -37,6 +39,9 @@ public:
     void write(const RowKey &key, const TokenObjects &objects);
     /// Forgets one token, whether it is switched on or not.
     void forget(const QString &storeId);
+    /// Forgets what was kept under this id, and keeps nothing more as long as the process lives:
+    /// two tokens have the same names, and what one has shown would be taken for the other's.
+    void shun(const QString &storeId);
     /// Forgets the tokens that were not seen for `MostDays`, whether it is switched on or not.
     void removeOld() noexcept;
     /// Forgets all of them, whether it is switched on or not.
@@ -50,6 +55,7 @@ private:
     const QString m_directory;
     mutable std::mutex m_mutex;
     std::atomic_bool m_isOn{false};
+    QSet<QString> m_shunned;
 };
 
 } // namespace Trivex

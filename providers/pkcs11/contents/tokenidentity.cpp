@@ -3,7 +3,6 @@
 #include "providers/pkcs11/contents/tokenidentity.h"
 
 #include "providers/pkcs11/contents/tokentext.h"
-#include "qca/base/plaintext.h"
 
 #include <p11-kit/uri.h>
 
@@ -22,11 +21,6 @@ struct FreeText {
     void operator()(char *text) const noexcept { std::free(text); }
 };
 
-template <size_t size> QString paddedText(const CK_UTF8CHAR (&field)[size])
-{
-    return plainText(tokenText(QByteArray(reinterpret_cast<const char *>(field), int(size))));
-}
-
 QString uriOf(const CK_TOKEN_INFO &info)
 {
     const std::unique_ptr<P11KitUri, FreeUri> uri(p11_kit_uri_new());
@@ -42,8 +36,19 @@ QString uriOf(const CK_TOKEN_INFO &info)
 
 TokenIdentity identityOf(const CK_TOKEN_INFO &info)
 {
-    return {uriOf(info), paddedText(info.label), paddedText(info.manufacturerID),
-            paddedText(info.model), paddedText(info.serialNumber)};
+    const QString uri = uriOf(info);
+    return {uri,
+            uri,
+            paddedText(info.label),
+            paddedText(info.manufacturerID),
+            paddedText(info.model),
+            paddedText(info.serialNumber)};
+}
+
+QString storeIdInSlot(const QString &uri, CK_SLOT_ID slot)
+{
+    // RFC 7512, 2.3: an attribute of the path.
+    return QStringLiteral("%1;slot-id=%2").arg(uri, QString::number(slot));
 }
 
 } // namespace Trivex

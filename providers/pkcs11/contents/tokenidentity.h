@@ -12,7 +12,8 @@ namespace Trivex {
 
 /// The names of a token (PKCS#11 2.40, 3.2) and the id of its key store.
 struct TokenIdentity {
-    QString storeId; ///< RFC 7512 URI of the token: the same in each slot and at any time
+    QString uri; ///< RFC 7512 URI of the token: the same in each slot and at any time
+    QString storeId; ///< the same, but for another token of the same names beside it
     QString label;
     QString manufacturer;
     QString model;
@@ -20,5 +21,8 @@ struct TokenIdentity {
 };
 
 TRIVEX_TOKENS_EXPORT TokenIdentity identityOf(const CK_TOKEN_INFO &info);
+
+/// The id of the store for a token of that URI in `slot`, where another slot has one, too.
+QString storeIdInSlot(const QString &uri, CK_SLOT_ID slot);
 
 } // namespace Trivex

@@ -6,7 +6,6 @@
 #include "providers/pkcs11/contents/gostkeys.h"
 #include "providers/pkcs11/contents/objectsearch.h"
 #include "providers/pkcs11/contents/tokentext.h"
-#include "qca/base/plaintext.h"
 
 #include <algorithm>
 #include <limits>
@@ -135,8 +134,7 @@ void widen(const Sizes &by, int *smallest, int *largest)
 TokenFacts factsOf(const CK_TOKEN_INFO &info)
 {
     TokenFacts facts;
-    facts.label = plainText(
-        tokenText(QByteArray(reinterpret_cast<const char *>(info.label), int(sizeof info.label))));
+    facts.label = paddedText(info.label);
     facts.firmware = versionText(info.firmwareVersion);
     facts.hardware = versionText(info.hardwareVersion);
     facts.totalSpace = spaceOf(info.ulTotalPublicMemory, info.ulTotalPrivateMemory);

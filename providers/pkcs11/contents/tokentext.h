@@ -3,9 +3,12 @@
 #pragma once
 
 #include "providers/pkcs11/calls/tokensexport.h"
+#include "qca/base/plaintext.h"
 
 #include <QByteArray>
 #include <QString>
+
+#include <p11-kit/pkcs11.h>
 
 namespace Trivex {
 
@@ -13,5 +16,11 @@ namespace Trivex {
 /// blanks, by some tokens with zeros. Some tokens cut a text inside a letter; that letter is left
 /// out.
 TRIVEX_TOKENS_EXPORT QString tokenText(const QByteArray &field);
+
+/// The same of a field in a structure, without what could change the text around it.
+template <size_t size> QString paddedText(const CK_UTF8CHAR (&field)[size])
+{
+    return plainText(tokenText(QByteArray(reinterpret_cast<const char *>(field), int(size))));
+}
 
 } // namespace Trivex

@@ -3,6 +3,7 @@
 #include "providers/pkcs11/life/modulehost.h"
 
 #include "providers/pkcs11/calls/error.h"
+#include "providers/pkcs11/contents/tokentext.h"
 #include "providers/pkcs11/life/blankslot.h"
 #include "providers/pkcs11/life/restartpause.h"
 
@@ -57,6 +58,15 @@ std::optional<std::vector<CK_SLOT_ID>> slotsWithToken(const Pkcs11::Module &modu
     return std::nullopt;
 }
 
+/// The name of the slot, which people know as that of the reader; empty where it has none.
+QString readerOf(const Pkcs11::Module &module, CK_SLOT_ID slot)
+{
+    CK_SLOT_INFO info = {};
+    if (module->C_GetSlotInfo(slot, &info) != CKR_OK)
+        return {};
+    return paddedText(info.slotDescription);
+}
+
 bool isAbsent(CK_RV result)
 {
     return Pkcs11::kindOf(result) == TokenError::TokenRemoved || result == CKR_TOKEN_NOT_RECOGNIZED;
@@ -103,6 +113,8 @@ struct ModuleHost::State {
     TokenPtr tokenIn(CK_SLOT_ID slot);
     void add(CK_SLOT_ID slot, const TokenPtr &token);
     void remove(CK_SLOT_ID slot);
+    /// Whether another slot has a token of the same names.
+    bool hasTwin(const QString &uri);
     std::vector<TokenPtr> close();
     bool isClosed();
 };
@@ -307,7 +319,8 @@ CK_RV ModuleHost::State::lookAt(CK_SLOT_ID slot)
 void ModuleHost::State::lookAtToken(CK_SLOT_ID slot, const CK_TOKEN_INFO &info, bool isRemade)
 {
     const TokenPtr known = tokenIn(slot);
-    const bool isSame = known && known->storeId() == identityOf(info).storeId;
+    const QString uri = identityOf(info).uri;
+    const bool isSame = known && known->uri() == uri;
     if (isSame && !isRemade) {
         table.publishFlags(known, info);
         return;
@@ -320,8 +333,16 @@ void ModuleHost::State::lookAtToken(CK_SLOT_ID slot, const CK_TOKEN_INFO &info, 
     if (!isUsable(info))
         return;
     const auto choice = source.isTrust ? CertificateChoice::Trusted : CertificateChoice::All;
-    if (const TokenPtr token = table.attach(module, slot, info, choice))
+    const QString reader = hasTwin(uri) ? readerOf(*module, slot) : QString();
+    if (const TokenPtr token = table.attach(module, {slot, reader}, info, choice))
         add(slot, token);
+}
+
+bool ModuleHost::State::hasTwin(const QString &uri)
+{
+    const std::lock_guard lock(mutex);
+    return std::any_of(tokens.begin(), tokens.end(),
+                       [&](const auto &one) { return one.second->uri() == uri; });
 }
 
 ModuleHost::ModuleHost(Pkcs11::ModuleSource source, TokenTable &tokens, FirstScan &scan)

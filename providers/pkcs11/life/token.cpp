@@ -140,6 +140,7 @@ Token::Token(Pkcs11::ModulePtr module, CK_SLOT_ID slot, const TokenIdentity &ide
              const QCA::KeyStoreInfo &store, CertificateChoice choice,
              std::shared_ptr<TokenMemory> memory, TokenListener &listener)
     : m_storeId(identity.storeId)
+    , m_uri(identity.uri)
     , m_listener(listener)
     , m_connection(
           std::make_shared<TokenConnection>(std::move(module), slot, identity, store, choice))

@@ -49,6 +49,8 @@ public:
     ~Token();
 
     const QString &storeId() const { return m_storeId; }
+    /// See `TokenIdentity`. Two tokens may have the same.
+    const QString &uri() const { return m_uri; }
     /// Not all of it could be listed, so that it is to be read again. Thread-safe.
     bool isUnlisted() const { return m_connection->isUnlisted(); }
     /// See `Remaking`. Thread-safe.
@@ -82,6 +84,7 @@ private:
     std::vector<std::shared_ptr<Task>> openTasks() const;
 
     const QString m_storeId;
+    const QString m_uri;
     TokenListener &m_listener;
     /// Shared with the thread, which may outlive this object.
     std::shared_ptr<TokenConnection> m_connection;

@@ -109,7 +109,7 @@ TokenFlags TokenConnection::flags() const
     check((*m_module)->C_GetTokenInfo(m_slot, &info), "C_GetTokenInfo");
     // Another token may be in the slot before the look at the slots finds it. It must not get a PIN
     // that was given for this one, and nothing of it may be shown as this one's.
-    if (identityOf(info).storeId != m_identity.storeId)
+    if (identityOf(info).uri != m_identity.uri)
         throw Error(CKR_DEVICE_REMOVED, "C_GetTokenInfo");
     return flagsOf(info);
 }

@@ -10,24 +10,6 @@
 
 namespace Trivex {
 
-/// A key store and the token behind it.
-struct TokenTable::Record {
-    TokenStore store;
-    TokenStatus status;
-    TokenPtr token;
-};
-
-int TokenTable::show(Record &record, TokenContentsPtr contents)
-{
-    TokenStatus &status = record.status;
-    status.keysPresumed = contents->keysPresumed;
-    status.keysHidden = contents->keysHidden;
-    status.certificates = int(contents->entries.size());
-    status.keyFacts = contents->keyFacts;
-    record.store.contents = std::move(contents);
-    return record.store.id;
-}
-
 TokenTable::TokenTable(FirstScan &scan)
     : m_scan(scan)
 {
@@ -55,11 +37,11 @@ void TokenTable::close()
 
 void TokenTable::clear()
 {
-    std::vector<std::shared_ptr<Record>> records;
+    std::vector<std::shared_ptr<TokenRecord>> records;
     std::vector<NumberedStatus> forgotten;
     {
         const std::lock_guard lock(m_mutex);
-        records.swap(m_records);
+        records = m_records.takeAll();
         for (const auto &one : records) {
             TokenStatus gone;
             gone.keyStoreId = one->store.storeId;
@@ -82,24 +64,21 @@ QList<int> TokenTable::stores() const
 std::optional<TokenStore> TokenTable::store(int id) const
 {
     const std::lock_guard lock(m_mutex);
-    for (const auto &one : m_records) {
-        if (one->store.id == id)
-            return one->store;
-    }
-    return std::nullopt;
+    const TokenRecord *found = m_records.find(id);
+    return found ? std::make_optional(found->store) : std::nullopt;
 }
 
 std::optional<TokenStore> TokenTable::store(const QString &storeId) const
 {
     const std::lock_guard lock(m_mutex);
-    const Record *found = record(storeId);
+    const TokenRecord *found = m_records.find(storeId);
     return found ? std::make_optional(found->store) : std::nullopt;
 }
 
 TokenPtr TokenTable::token(const QString &storeId) const
 {
     const std::lock_guard lock(m_mutex);
-    const Record *found = record(storeId);
+    const TokenRecord *found = m_records.find(storeId);
     return found ? found->token : nullptr;
 }
 
@@ -158,77 +137,43 @@ void TokenTable::cancel(const CancellationPtr &task) const
     }
 }
 
-TokenTable::Record *TokenTable::record(const QString &storeId) const
+TokenRecord *TokenTable::recordOf(const TokenConnection &source) const
 {
-    for (const auto &one : m_records) {
-        if (one->store.storeId == storeId)
-            return one.get();
-    }
-    return nullptr;
-}
-
-TokenTable::Record *TokenTable::recordOf(const TokenConnection &source) const
-{
-    Record *found = record(source.identity().storeId);
+    TokenRecord *found = m_records.find(source.identity().storeId);
     const bool isCurrent = found && found->token && found->token->connection() == &source;
     return isCurrent ? found : nullptr;
 }
 
-QString TokenTable::distinctName(const TokenIdentity &identity) const
+std::shared_ptr<TokenMemory> TokenTable::memoryOf(const TokenRecord &record,
+                                                  const TokenIdentity &identity,
+                                                  const CK_TOKEN_INFO &info)
 {
-    const QString name = identity.label.isEmpty() ? identity.model : identity.label;
-    const auto isTaken = [this](const QString &candidate) {
-        return std::any_of(m_records.begin(), m_records.end(),
-                           [&](const auto &one) { return one->store.name == candidate; });
-    };
-    if (!name.isEmpty() && !isTaken(name))
-        return name;
-    const QString withSerial = QStringLiteral("%1 (%2)").arg(name, identity.serial);
-    QString distinct = withSerial;
-    for (int i = 2; isTaken(distinct); ++i)
-        distinct = QStringLiteral("%1 #%2").arg(withSerial, QString::number(i));
-    return distinct;
+    // The anchors of a trust module are everybody's, and quick to read.
+    const bool isKept = record.store.type != QCA::KeyStore::System && !record.isTwin();
+    return isKept ? TokenMemory::of(m_rows, identity, info) : nullptr;
 }
 
-TokenTable::Record &TokenTable::makeRecord(const TokenIdentity &identity, CertificateChoice choice)
-{
-    if (Record *known = record(identity.storeId))
-        return *known;
-    auto made = std::make_shared<Record>();
-    made->store.id = m_nextId++;
-    made->store.storeId = identity.storeId;
-    // The name never changes again, because stores are also found by their names.
-    made->store.name = distinctName(identity);
-    made->store.type =
-        choice == CertificateChoice::Trusted ? QCA::KeyStore::System : QCA::KeyStore::SmartCard;
-    made->store.contents = std::make_shared<TokenContents>();
-    m_records.push_back(std::move(made));
-    return *m_records.back();
-}
-
-TokenPtr TokenTable::attach(const Pkcs11::ModulePtr &module, CK_SLOT_ID slot,
+TokenPtr TokenTable::attach(const Pkcs11::ModulePtr &module, const TokenPlace &place,
                             const CK_TOKEN_INFO &info, CertificateChoice choice)
 {
-    const TokenIdentity identity = identityOf(info);
+    TokenIdentity identity = identityOf(info);
     const TokenFlags flags = flagsOf(info);
     TokenPtr token;
     NumberedStatus status;
     Worker::Milliseconds lifetime{0};
-    // The anchors of a trust module are everybody's, and quick to read.
-    const auto memory =
-        choice == CertificateChoice::All ? TokenMemory::of(m_rows, identity, info) : nullptr;
     {
         const std::lock_guard lock(m_mutex);
-        if (!m_isOpen || identity.storeId.isEmpty())
+        if (!m_isOpen || identity.uri.isEmpty())
             return nullptr;
-        Record &made = makeRecord(identity, choice);
-        // The same token through another module.
-        if (made.token)
+        TokenRecord *placed = m_records.place(*module, place, identity, choice);
+        if (!placed)
             return nullptr;
+        TokenRecord &made = *placed;
         const TokenStore &store = made.store;
+        identity.storeId = store.storeId;
         token = made.token = std::make_shared<Token>(
-            module, slot, identity, QCA::KeyStoreInfo(store.type, store.storeId, store.name),
-            choice, memory, *this);
+            module, place.slot, identity, QCA::KeyStoreInfo(store.type, store.storeId, store.name),
+            choice, memoryOf(made, identity, info), *this);
         made.store.present = true;
         made.store.readOnly = flags.readOnly || choice == CertificateChoice::Trusted;
         made.status = {};
@@ -246,6 +191,9 @@ TokenPtr TokenTable::attach(const Pkcs11::ModulePtr &module, CK_SLOT_ID slot,
         status = NumberedStatus(made.status);
         lifetime = m_loginLifetime;
     }
+    // What is remembered may be the other one's.
+    if (identity.storeId != identity.uri)
+        m_rows.shun(identity.uri);
     m_scan.expect(identity.storeId, FirstScan::Token);
     status.publish();
     Q_EMIT storesChanged();
@@ -259,11 +207,11 @@ void TokenTable::detach(const TokenPtr &token)
     NumberedStatus status;
     {
         const std::lock_guard lock(m_mutex);
-        Record *found = record(token->storeId());
+        TokenRecord *found = m_records.find(token->storeId());
         if (found && found->token == token) {
             found->token.reset();
             found->store.present = false;
-            id = show(*found, std::make_shared<TokenContents>());
+            id = found->show(std::make_shared<TokenContents>());
             TokenStatus &current = found->status;
             current.present = current.busy = current.loading = current.isRead = false;
             status = NumberedStatus(current);
@@ -284,12 +232,8 @@ void TokenTable::forget(const QString &storeId)
     NumberedStatus status;
     {
         const std::lock_guard lock(m_mutex);
-        const auto found = std::find_if(m_records.begin(), m_records.end(), [&](const auto &one) {
-            return one->store.storeId == storeId && !one->token;
-        });
-        if (found == m_records.end())
+        if (!m_records.forget(storeId))
             return;
-        m_records.erase(found);
         TokenStatus gone;
         gone.keyStoreId = storeId;
         status = NumberedStatus(gone);
@@ -298,12 +242,13 @@ void TokenTable::forget(const QString &storeId)
     Q_EMIT storesChanged();
 }
 
-void TokenTable::publish(const TokenConnection &source, const std::function<void(Record &)> &change)
+void TokenTable::publish(const TokenConnection &source,
+                         const std::function<void(TokenRecord &)> &change)
 {
     NumberedStatus status;
     {
         const std::lock_guard lock(m_mutex);
-        Record *found = recordOf(source);
+        TokenRecord *found = recordOf(source);
         if (!found)
             return;
         change(*found);
@@ -315,8 +260,8 @@ void TokenTable::publish(const TokenConnection &source, const std::function<void
 void TokenTable::publishContents(const TokenConnection &source)
 {
     int id = 0;
-    publish(source, [&](Record &found) {
-        id = show(found, source.contents());
+    publish(source, [&](TokenRecord &found) {
+        id = found.show(source.contents());
         found.status.loading = false;
         found.status.isRead = true;
         found.status.readError = {};
@@ -329,9 +274,9 @@ void TokenTable::publishContents(const TokenConnection &source)
 void TokenTable::publishEarly(const TokenConnection &source, const TokenContentsPtr &contents)
 {
     int id = 0;
-    publish(source, [&](Record &found) {
+    publish(source, [&](TokenRecord &found) {
         if (!found.status.isRead)
-            id = show(found, contents);
+            id = found.show(contents);
     });
     if (id)
         Q_EMIT contentsChanged(id);
@@ -340,12 +285,12 @@ void TokenTable::publishEarly(const TokenConnection &source, const TokenContents
 void TokenTable::publishReadFailure(const TokenConnection &source, const TokenError &error)
 {
     int id = 0;
-    publish(source, [&](Record &found) {
+    publish(source, [&](TokenRecord &found) {
         found.status.loading = false;
         found.status.readError = error;
         // Nothing has shown that what is remembered is still there, and a part stands for no whole.
         if (!found.status.isRead && !found.store.contents->entries.empty())
-            id = show(found, std::make_shared<TokenContents>());
+            id = found.show(std::make_shared<TokenContents>());
     });
     if (id)
         Q_EMIT contentsChanged(id);
@@ -354,7 +299,7 @@ void TokenTable::publishReadFailure(const TokenConnection &source, const TokenEr
 
 void TokenTable::publishBusy(const TokenConnection &source, Purpose purpose)
 {
-    publish(source, [purpose](Record &found) {
+    publish(source, [purpose](TokenRecord &found) {
         found.status.busy = true;
         found.status.busyWith = purpose;
     });
@@ -362,7 +307,7 @@ void TokenTable::publishBusy(const TokenConnection &source, Purpose purpose)
 
 void TokenTable::publishIdle(const TokenConnection &source)
 {
-    publish(source, [](Record &found) { found.status.busy = false; });
+    publish(source, [](TokenRecord &found) { found.status.busy = false; });
 }
 
 void TokenTable::publishFlags(const TokenPtr &token, const CK_TOKEN_INFO &info)
@@ -373,7 +318,7 @@ void TokenTable::publishFlags(const TokenPtr &token, const CK_TOKEN_INFO &info)
     bool readAgain = false;
     {
         const std::lock_guard lock(m_mutex);
-        Record *found = record(token->storeId());
+        TokenRecord *found = m_records.find(token->storeId());
         if (!found || found->token != token)
             return;
         TokenStatus &current = found->status;

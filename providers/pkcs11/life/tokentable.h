@@ -3,7 +3,7 @@
 #pragma once
 
 #include "providers/pkcs11/life/firstscan.h"
-#include "providers/pkcs11/life/token.h"
+#include "providers/pkcs11/life/tokenrecords.h"
 #include "qca/tokens/tokens.h"
 
 #include <QObject>
@@ -14,22 +14,12 @@
 
 namespace Trivex {
 
-/// The state of a token's key store; a copy.
-struct TokenStore {
-    int id = 0; ///< QCA's context id
-    QString storeId;
-    QString name;
-    QCA::KeyStore::Type type = QCA::KeyStore::SmartCard;
-    bool readOnly = false;
-    bool present = false;
-    TokenContentsPtr contents;
-};
-
 /// The tokens of the process and their key stores: filled by the threads of modules and tokens,
 /// looked up by everybody. Thread-safe; look-ups never wait for a module.
 ///
 /// The store of a token that has gone stays, without entries, until the table is cleared; that of a
-/// token that was made anew under another name is forgotten.
+/// token that was made anew under another name is forgotten. Of two tokens of the same names in two
+/// slots of a module each has a store of its own.
 class TokenTable : public QObject, public TokenListener {
     Q_OBJECT
 public:
@@ -66,8 +56,8 @@ public:
     // Called on the threads of modules.
     /// Adds the token and starts it. Null when the table is closed, when the token has no names to
     /// tell it by, and when another module has brought the same token.
-    TokenPtr attach(const Pkcs11::ModulePtr &module, CK_SLOT_ID slot, const CK_TOKEN_INFO &info,
-                    CertificateChoice choice);
+    TokenPtr attach(const Pkcs11::ModulePtr &module, const TokenPlace &place,
+                    const CK_TOKEN_INFO &info, CertificateChoice choice);
     /// Closes the token; its store stays, without entries.
     void detach(const TokenPtr &token);
     /// Forgets the store of a token that is detached and can't come back.
@@ -88,24 +78,19 @@ Q_SIGNALS:
     void contentsChanged(int id);
 
 private:
-    struct Record;
-
-    Record *record(const QString &storeId) const;
-    Record *recordOf(const TokenConnection &source) const;
-    Record &makeRecord(const TokenIdentity &identity, CertificateChoice choice);
-    QString distinctName(const TokenIdentity &identity) const;
+    TokenRecord *recordOf(const TokenConnection &source) const;
+    /// Keeps nothing of tokens that can't be told apart at the next start.
+    std::shared_ptr<TokenMemory> memoryOf(const TokenRecord &record, const TokenIdentity &identity,
+                                          const CK_TOKEN_INFO &info);
     TokenPtr token(const QString &storeId) const;
-    /// The id of its store.
-    static int show(Record &record, TokenContentsPtr contents);
-    void publish(const TokenConnection &source, const std::function<void(Record &)> &change);
+    void publish(const TokenConnection &source, const std::function<void(TokenRecord &)> &change);
 
     FirstScan &m_scan;
     TokenCache m_rows;
     mutable std::mutex m_mutex;
-    std::vector<std::shared_ptr<Record>> m_records;
+    TokenRecords m_records;
     Worker::Milliseconds m_loginLifetime{0};
     bool m_isOpen = false;
-    int m_nextId = 1;
 };
 
 } // namespace Trivex
