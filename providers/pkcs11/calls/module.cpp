@@ -75,6 +75,12 @@ CK_FUNCTION_LIST *load(const ModuleSource &source)
     return LoadedModules::instance().load(source.library, flags);
 }
 
+bool isSameLibrary(const QString &library, const QString &file, const ModuleSource &source)
+{
+    return (!library.isEmpty() && library == source.library)
+        || (!file.isEmpty() && file == source.file);
+}
+
 CK_RV initialize(const CK_FUNCTION_LIST &functions, const QByteArray &parameters)
 {
     const ForeignCall call;
@@ -114,7 +120,7 @@ public:
                 ModulePtr module = entry.module.lock();
                 return module && !module->isGivenUp() ? module : nullptr;
             }
-            m_modules[functions] = {{}, source.key, source.library};
+            m_modules[functions] = {{}, source.key, source.library, source.file};
         }
         const CK_RV result = initialize(*functions, source.parameters);
         ProcessEnd::renew();
@@ -133,7 +139,7 @@ public:
     void leave(const ModuleSource &source)
     {
         const std::lock_guard lock(m_mutex);
-        m_leaving.push_back({source.key, source.library});
+        m_leaving.push_back({source.key, source.library, source.file});
         for (auto &[functions, entry] : m_modules)
             entry.isLeft = entry.isLeft || (entry.key == source.key && !entry.isShared);
     }
@@ -158,6 +164,7 @@ private:
         std::weak_ptr<Module> module;
         QString key;
         QString library;
+        QString file;
         bool isShared = false; ///< opened for more than one source
         bool isLeft = false;
     };
@@ -166,19 +173,20 @@ private:
     struct Leaving {
         QString key;
         QString library;
+        QString file;
     };
 
     /// Whether another source has left the same library and not finalised it yet.
     bool isLeft(const ModuleSource &source) const
     {
         const auto isOther = [&](const Leaving &one) {
-            return one.key != source.key && !one.library.isEmpty() && one.library == source.library;
+            return one.key != source.key && isSameLibrary(one.library, one.file, source);
         };
         return std::any_of(m_leaving.begin(), m_leaving.end(), isOther)
             || std::any_of(m_modules.begin(), m_modules.end(), [&](const auto &one) {
                    const Entry &entry = one.second;
-                   return entry.isLeft && entry.key != source.key && !entry.library.isEmpty()
-                       && entry.library == source.library;
+                   return entry.isLeft && entry.key != source.key
+                       && isSameLibrary(entry.library, entry.file, source);
                });
     }
 

@@ -22,6 +22,9 @@ struct ModuleSource {
     QString key;
     /// The path of the library. The module counts as present while this file exists.
     QString library;
+    /// What tells the library's file from others, whatever name leads to it; empty where it has
+    /// none.
+    QString file;
     /// Parameters for C_Initialize (its pReserved member), for modules that need some.
     QByteArray parameters;
     /// True for a module of trust anchors instead of tokens (p11-kit's "trust-policy").

@@ -4,7 +4,12 @@
 
 #include "providers/pkcs11/life/modulelist.h"
 
+#include <QFile>
+#include <QHash>
+
 #include <algorithm>
+
+#include <sys/stat.h>
 
 namespace Trivex {
 
@@ -25,6 +30,15 @@ QVector<Pkcs11::ModuleSource> modulesFor(const TokenSettings &settings)
     static auto *configuration = new ModuleConfiguration;
     const std::lock_guard lock(mutex);
     return configuration->present();
+}
+
+/// Links lead to the same one. Empty for a module in another process.
+QString fileOf(const QString &library)
+{
+    struct stat status = {};
+    if (library.isEmpty() || stat(QFile::encodeName(library).constData(), &status) != 0)
+        return {};
+    return QStringLiteral("%1:%2").arg(quint64(status.st_dev)).arg(quint64(status.st_ino));
 }
 
 } // namespace
@@ -48,6 +62,24 @@ struct ModuleWatch::State {
     {
         const std::lock_guard lock(mutex);
         return settings;
+    }
+
+    /// Of the names of one library only one, or its tokens would be looked for twice, and either
+    /// would end the module of the other. The one that runs already, else the first.
+    void keepOneOfEach(QVector<Pkcs11::ModuleSource> *sources)
+    {
+        const std::lock_guard lock(mutex);
+        QHash<QString, QString> keys;
+        for (Pkcs11::ModuleSource &source : *sources) {
+            source.file = fileOf(source.library);
+            const auto known = keys.constFind(source.file);
+            if (known == keys.cend() || (hosts.count(source.key) > 0 && hosts.count(*known) == 0))
+                keys.insert(source.file, source.key);
+        }
+        const auto isOther = [&](const Pkcs11::ModuleSource &source) {
+            return !source.file.isEmpty() && keys.value(source.file) != source.key;
+        };
+        sources->erase(std::remove_if(sources->begin(), sources->end(), isOther), sources->end());
     }
 
     void removeAllBut(const QVector<Pkcs11::ModuleSource> &sources)
@@ -117,6 +149,7 @@ void ModuleWatch::look(State &state)
         return source.isTrust && !settings.allowRootCa;
     };
     sources.erase(std::remove_if(sources.begin(), sources.end(), isUnwanted), sources.end());
+    state.keepOneOfEach(&sources);
     state.removeAllBut(sources);
     for (const Pkcs11::ModuleSource &source : qAsConst(sources))
         state.add(source);
