@@ -45,6 +45,7 @@ private Q_SLOTS:
     void unsupportedObject();
     void tokenThatDoesNotSign_data();
     void tokenThatDoesNotSign();
+    void tokenThatSaysNothingOfMechanisms_data();
     void tokenThatSaysNothingOfMechanisms();
     void cleanupTestCase();
 
@@ -326,14 +327,29 @@ void TestRefusals::tokenThatDoesNotSign()
 }
 
 /// Such a token is believed to sign.
+void TestRefusals::tokenThatSaysNothingOfMechanisms_data()
+{
+    QTest::addColumn<QByteArray>("result");
+    for (const QByteArray result : {"CKR_FUNCTION_NOT_SUPPORTED", "CKR_DEVICE_ERROR",
+                                    "CKR_DEVICE_MEMORY", "CKR_HOST_MEMORY", "CKR_GENERAL_ERROR"})
+        QTest::newRow(result.constData()) << result;
+}
+
 void TestRefusals::tokenThatSaysNothingOfMechanisms()
 {
     QCA::PrivateKey key = generate(false);
+    QFETCH(QByteArray, result);
     QVERIFY(!key.isNull());
-    m_token->control("fail C_GetMechanismInfo * CKR_FUNCTION_NOT_SUPPORTED");
+    const QByteArray silent = "fail C_GetMechanismInfo * " + result;
+    m_token->control(silent);
     QVERIFY(!signature(key).isEmpty());
     QVERIFY(m_errors.isEmpty());
     m_token->control();
+    // What fails then is told as it is.
+    m_token->control(silent + "\nfail C_SignInit * CKR_KEY_TYPE_INCONSISTENT");
+    QVERIFY(signature(key).isEmpty());
+    QCOMPARE(m_errors.size(), 1);
+    QCOMPARE(lastError().function, QStringLiteral("C_SignInit"));
     removeGenerated();
 }
 

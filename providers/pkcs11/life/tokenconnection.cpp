@@ -129,7 +129,7 @@ bool TokenConnection::lacks(CK_MECHANISM_TYPE mechanism, CK_FLAGS use) const
 {
     CK_MECHANISM_INFO info = {};
     const CK_RV result = (*m_module)->C_GetMechanismInfo(m_slot, mechanism, &info);
-    if (saysNothingOfMechanisms(result))
+    if (Pkcs11::endsSession(result))
         throw Error(result, "C_GetMechanismInfo");
     return result == CKR_OK ? !isFor(info, use) : result == CKR_MECHANISM_INVALID;
 }

@@ -59,7 +59,8 @@ public:
     bool supports(CK_MECHANISM_TYPE mechanism, CK_FLAGS uses = 0) const;
 
     /// Whether the token says by itself that it has no such mechanism, or one that is not for
-    /// `use`: one that can't tell of its mechanisms may have it.
+    /// `use`. One that can't tell of its mechanisms, even because its device fails, may have it:
+    /// whatever is tried then tells what is wrong. Throws for a token that has gone.
     bool lacks(CK_MECHANISM_TYPE mechanism, CK_FLAGS use) const;
 
     /// The purpose of a login. Private keys may hide on a token whose flags say nothing of a login.

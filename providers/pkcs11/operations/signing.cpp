@@ -189,12 +189,13 @@ QByteArray signGost(TokenConnection &connection, Operation &operation, const Tok
                     const GostMechanisms &mechanisms, const std::optional<QByteArray> &message,
                     QByteArray digest)
 {
-    const bool takesDigest = connection.supports(mechanisms.sign);
-    if (takesDigest && digest.isEmpty() && message && connection.supports(mechanisms.digest))
+    const bool takesDigest = !connection.lacks(mechanisms.sign, CKF_SIGN);
+    if (takesDigest && digest.isEmpty() && message
+        && !connection.lacks(mechanisms.digest, CKF_DIGEST))
         digest = digestBy(connection, mechanisms.digest, *message, mechanisms.signatureSize / 2);
     connection.checkCancelled();
     const bool givesDigest = takesDigest && !digest.isEmpty();
-    if (!givesDigest && !(message && connection.supports(mechanisms.signMessage)))
+    if (!givesDigest && (!message || connection.lacks(mechanisms.signMessage, CKF_SIGN)))
         throw Error(TokenError::NotSupported);
     QByteArray parameters = Der::writeOid(mechanisms.digestParameters);
     CK_MECHANISM mechanism = {mechanisms.sign, nullptr, 0};
