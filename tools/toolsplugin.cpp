@@ -33,6 +33,7 @@
 #include "tools/rowselection.h"
 #include "tools/secretguard.h"
 #include "tools/sectionedmodel.h"
+#include "tools/signingkeys.h"
 #include "tools/texts.h"
 #include "tools/tokenadmin.h"
 #include "tools/tokenerrors.h"
@@ -107,6 +108,7 @@ void TrivexToolsPlugin::registerTypes(const char *uri)
                                               QStringLiteral("A KeyRequest has two"));
     qmlRegisterType<KeyChoiceModel>(uri, 1, 0, "KeyChoiceModel");
     qmlRegisterType<KeyKindModel>(uri, 1, 0, "KeyKindModel");
+    qmlRegisterType<SigningKeys>(uri, 1, 0, "SigningKeys");
     qmlRegisterType<RequestWatcher>(uri, 1, 0, "RequestWatcher");
     registerHelper<Validity>(uri, "Validity");
     registerHelper<CheckDigits>(uri, "CheckDigits");

@@ -3422,6 +3422,10 @@
             <numerusform>%n items are back</numerusform>
         </translation>
     </message>
+    <message id="trivex-app-unfit-keys">
+        <source>Keys that their token cannot sign with are not listed.</source>
+        <translation>Keys that their token cannot sign with are not listed.</translation>
+    </message>
     <message id="trivex-app-unique-holder">
         <source>Unique identifier of the holder</source>
         <translation>Unique identifier of the holder</translation>

@@ -3441,6 +3441,10 @@
             <numerusform>Возвращено %n объектов</numerusform>
         </translation>
     </message>
+    <message id="trivex-app-unfit-keys">
+        <source>Keys that their token cannot sign with are not listed.</source>
+        <translation>Ключи, которыми их токен не может подписывать, не показаны.</translation>
+    </message>
     <message id="trivex-app-unique-holder">
         <source>Unique identifier of the holder</source>
         <translation>Уникальный идентификатор владельца</translation>

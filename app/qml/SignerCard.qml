@@ -31,10 +31,15 @@ Card {
         keys.currentIndex = -1
     }
 
+    SigningKeys {
+        id: fitKeys
+        source: card.library.signers
+        asking: card.visible
+    }
     SectionedModel {
         id: keyRows
         entries: card.library.entries
-        filter: card.library.signers
+        filter: fitKeys
         keyKind: card.rsaOnly ? EntryModel.RsaKind : EntryModel.NoKey
         onCountChanged: {
             if (card.wantedEntry)
@@ -70,7 +75,10 @@ Card {
         textFormat: Text.PlainText
         objectName: "signKeyNote"
         text: signerCount.count === 0 ? qsTrId("trivex-app-no-key")
-            : card.rsaOnly && signerCount.count > keys.count ? qsTrId("trivex-app-only-rsa-keys")
+            : card.rsaOnly && signerCount.count - fitKeys.leftOut > keys.count
+            ? qsTrId("trivex-app-only-rsa-keys")
+            //% "Keys that their token cannot sign with are not listed."
+            : fitKeys.leftOut > 0 ? qsTrId("trivex-app-unfit-keys")
             : ""
         visible: text.length > 0
         color: Theme.textDim

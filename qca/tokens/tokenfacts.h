@@ -5,6 +5,7 @@
 #include "qca/keys/keytypes.h"
 
 #include <QByteArray>
+#include <QSet>
 #include <QString>
 #include <QVector>
 
@@ -83,6 +84,8 @@ struct TokenLook {
     bool isTaken = false; ///< false: nobody has looked yet
     QVector<TokenAbility> abilities;
     int mechanisms = 0; ///< how many it knows in all
+    /// The ids of the entries with a key that the token says it can't sign with.
+    QSet<QString> unfitToSign;
     // Objects that show without a login, or with the one that there is.
     int secretKeys = 0;
     int dataObjects = 0;

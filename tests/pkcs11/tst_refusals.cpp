@@ -47,6 +47,7 @@ private Q_SLOTS:
     void tokenThatDoesNotSign();
     void tokenThatSaysNothingOfMechanisms_data();
     void tokenThatSaysNothingOfMechanisms();
+    void unfitKeysAreTold();
     void cleanupTestCase();
 
 private:
@@ -326,7 +327,6 @@ void TestRefusals::tokenThatDoesNotSign()
     removeGenerated();
 }
 
-/// Such a token is believed to sign.
 void TestRefusals::tokenThatSaysNothingOfMechanisms_data()
 {
     QTest::addColumn<QByteArray>("result");
@@ -335,22 +335,46 @@ void TestRefusals::tokenThatSaysNothingOfMechanisms_data()
         QTest::newRow(result.constData()) << result;
 }
 
+/// Such a token is believed to sign.
 void TestRefusals::tokenThatSaysNothingOfMechanisms()
 {
-    QCA::PrivateKey key = generate(false);
     QFETCH(QByteArray, result);
+    QCA::PrivateKey key = generate(false);
     QVERIFY(!key.isNull());
     const QByteArray silent = "fail C_GetMechanismInfo * " + result;
     m_token->control(silent);
     QVERIFY(!signature(key).isEmpty());
     QVERIFY(m_errors.isEmpty());
-    m_token->control();
     // What fails then is told as it is.
     m_token->control(silent + "\nfail C_SignInit * CKR_KEY_TYPE_INCONSISTENT");
     QVERIFY(signature(key).isEmpty());
     QCOMPARE(m_errors.size(), 1);
     QCOMPARE(lastError().function, QStringLiteral("C_SignInit"));
+    m_token->control();
     removeGenerated();
+}
+
+/// Which keys are offered for a signature is asked for before anybody signs.
+void TestRefusals::unfitKeysAreTold()
+{
+    QVERIFY(addSigner());
+    const QString id = m_store->id();
+    QVERIFY(m_token->replug(id));
+    QTRY_COMPARE(m_stores->entries(StoreName).size(), 1);
+    const QSet<QString> signer = {m_stores->entries(StoreName).first().id()};
+    const auto unfit = [&] { return Trivex::TokenMonitor::look(id).unfitToSign; };
+    m_token->control("without CKM_RSA_PKCS");
+    Trivex::TokenMonitor::takeLook(id);
+    QTRY_COMPARE(unfit(), signer);
+    // One that fails when it is asked may sign.
+    m_token->control("fail C_GetMechanismInfo * CKR_DEVICE_ERROR");
+    Trivex::TokenMonitor::takeLook(id);
+    QTRY_VERIFY(unfit().isEmpty());
+    QVERIFY(Trivex::TokenMonitor::look(id).isTaken);
+    // Nobody was asked for a PIN, and nobody heard of a failure.
+    QCOMPARE(m_prompt->count(), 0);
+    QVERIFY(m_errors.isEmpty());
+    m_token->control();
 }
 
 QTEST_GUILESS_MAIN(TestRefusals)

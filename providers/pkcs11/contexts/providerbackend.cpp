@@ -6,6 +6,7 @@
 #include "providers/pkcs11/contexts/tokenentrycontext.h"
 #include "providers/pkcs11/operations/administration.h"
 #include "providers/pkcs11/operations/extraction.h"
+#include "providers/pkcs11/operations/signing.h"
 #include "providers/pkcs11/operations/storechanges.h"
 #include "qca/base/detachedwork.h"
 #include "qca/keys/keys.h"
@@ -65,6 +66,7 @@ void ProviderBackend::takeLook(const QString &keyStoreId)
         Operation::unattended(Purpose::Look, keyStoreId),
         [look](TokenConnection &connection, Operation &) {
             *look = lookAt(connection.open(Pkcs11::Session::ReadOnly), connection.slot());
+            look->unfitToSign = unfitToSign(connection);
         },
         [look, keyStoreId](const TokenError &error) {
             if (error.kind == TokenError::NoError)

@@ -10,6 +10,9 @@
 #include "qca/keys/nativeoperations.h"
 #include "qca/keys/psskeys.h"
 
+#include <map>
+#include <optional>
+
 namespace Trivex {
 
 using Pkcs11::check;
@@ -68,19 +71,25 @@ CK_RSA_PKCS_PSS_PARAMS pssParameters(const TokenKey &key, int bits, const QByteA
     return {made.mechanism, pssMechanism(scheme.maskDigest).mask, CK_ULONG(scheme.saltSize)};
 }
 
+/// What a key of that kind is used by; nothing for a kind that is not used.
+std::optional<CK_MECHANISM_TYPE> mechanismOf(const TokenKey &key)
+{
+    if (isPssKey(key.publicInfo))
+        return CKM_RSA_PKCS_PSS;
+    for (const SignatureMechanism &one : Mechanisms) {
+        if (one.keyType == key.type)
+            return one.mechanism;
+    }
+    return std::nullopt;
+}
+
 /// Throws for a token that can't, before anybody is asked for its PIN.
 CK_MECHANISM mechanismFor(const TokenConnection &connection, const TokenKey &key, CK_FLAGS use)
 {
-    if (isPssKey(key.publicInfo)) {
-        if (connection.lacks(CKM_RSA_PKCS_PSS, use))
-            throw Error(TokenError::NotSupported);
-        return {CKM_RSA_PKCS_PSS, nullptr, 0};
-    }
-    for (const SignatureMechanism &one : Mechanisms) {
-        if (one.keyType == key.type && !connection.lacks(one.mechanism, use))
-            return {one.mechanism, nullptr, 0};
-    }
-    throw Error(TokenError::NotSupported);
+    const auto mechanism = mechanismOf(key);
+    if (!mechanism || connection.lacks(*mechanism, use))
+        throw Error(TokenError::NotSupported);
+    return {*mechanism, nullptr, 0};
 }
 
 /// The key's object, which shows itself after the login only.
@@ -272,6 +281,30 @@ bool decryptOnToken(TokenTable &tokens, const TokenKeyReference &reference, cons
         return false;
     *plain = result->toSecureArray();
     return true;
+}
+
+QSet<QString> unfitToSign(const TokenConnection &connection)
+{
+    // The token is asked once, however many keys it has.
+    std::map<CK_MECHANISM_TYPE, bool> known;
+    const auto lacks = [&](CK_MECHANISM_TYPE mechanism) {
+        const auto [at, isNew] = known.try_emplace(mechanism, false);
+        if (isNew)
+            at->second = connection.lacks(mechanism, CKF_SIGN);
+        return at->second;
+    };
+    QSet<QString> unfit;
+    for (const TokenEntryPtr &entry : connection.contents()->entries) {
+        if (!entry->key)
+            continue;
+        const GostMechanisms *gost = gostMechanisms(entry->key->publicInfo);
+        const auto mechanism = mechanismOf(*entry->key);
+        const bool isUnfit =
+            gost ? lacks(gost->sign) && lacks(gost->signMessage) : !mechanism || lacks(*mechanism);
+        if (isUnfit)
+            unfit.insert(entry->id);
+    }
+    return unfit;
 }
 
 } // namespace Trivex

@@ -43,4 +43,8 @@ bool signMessageOnToken(TokenTable &tokens, const TokenKeyReference &reference,
 bool decryptOnToken(TokenTable &tokens, const TokenKeyReference &reference, const QByteArray &data,
                     QCA::SecureArray *plain);
 
+/// The ids of the entries with a key that the token says it can't sign with: it lacks what the
+/// signature takes. On the token's thread; throws `Pkcs11::Error` for a token that has gone.
+QSet<QString> unfitToSign(const TokenConnection &connection);
+
 } // namespace Trivex
