@@ -289,6 +289,9 @@ void TokenConnection::noteRemoved(const TokenKey &key)
 void TokenConnection::assemble()
 {
     m_contents = assembleContents(m_objects, m_identity.storeId);
+    // What an operation has noted or read of the keys is not all, where the first reading failed.
+    if (m_certificatesRead == 0)
+        noteUnlisted();
 }
 
 bool TokenConnection::deviceAnswers() const noexcept
