@@ -102,8 +102,10 @@ QString problemOf(const TokenStatus &token)
         gone.kind = TokenError::TokenRemoved;
         return reasonOf(gone);
     }
-    if (token.isRead && !token.loading)
-        return {};
+    if (token.isRead && !token.loading) {
+        //% "There are certificates on it that could not be read, and are missing here."
+        return token.isWhole ? QString() : qtTrId("trivex-console-token-part");
+    }
     if (token.readError.kind != TokenError::NoError)
         return reasonOf(token.readError);
     //% "It has not been read to its end in time."

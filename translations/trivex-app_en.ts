@@ -3856,6 +3856,10 @@
         <source>%1 takes no file.</source>
         <translation>%1 takes no file.</translation>
     </message>
+    <message id="trivex-console-token-part">
+        <source>There are certificates on it that could not be read, and are missing here.</source>
+        <translation>There are certificates on it that could not be read, and are missing here.</translation>
+    </message>
     <message id="trivex-console-token-unread">
         <source>It has not been read to its end in time.</source>
         <translation>It has not been read to its end in time.</translation>

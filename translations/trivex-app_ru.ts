@@ -3877,6 +3877,10 @@
         <source>%1 takes no file.</source>
         <translation>%1 не принимает файлов.</translation>
     </message>
+    <message id="trivex-console-token-part">
+        <source>There are certificates on it that could not be read, and are missing here.</source>
+        <translation>На нём есть сертификаты, которые не удалось прочитать: здесь их нет.</translation>
+    </message>
     <message id="trivex-console-token-unread">
         <source>It has not been read to its end in time.</source>
         <translation>Он не прочитан до конца за отведённое время.</translation>

@@ -77,6 +77,7 @@ struct TokenStatus {
     int longestPin = 0;
     TokenFacts facts;
     int certificates = 0; ///< so many are on it
+    bool isWhole = true; ///< false where there are more, which the module failed to read
     QVector<TokenKeyFacts> keyFacts; ///< of the keys that are seen
 };
 

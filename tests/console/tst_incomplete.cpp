@@ -40,6 +40,7 @@ private Q_SLOTS:
     void tellsUnreadTokens_data();
     void tellsUnreadTokens();
     void tellsHalfReadTokens();
+    void tellsCertificatesLeftOut();
     void signsByNoNameBesideAnUnreadToken();
 
 private:
@@ -213,6 +214,25 @@ void TestIncomplete::tellsHalfReadTokens()
     QVERIFY2(outcome.complained.contains("The token Sick could not be read"),
              outcome.complained.constData());
     QCOMPARE(outcome.code, 1);
+}
+
+void TestIncomplete::tellsCertificatesLeftOut()
+{
+    const QString id = QStringLiteral("02");
+    const QByteArray other = TestAuthority().issue(m_token->token().publicKey(QStringLiteral("01")),
+                                                   QStringLiteral("/CN=Boris"));
+    QVERIFY(m_token->token().writeObject(QStringLiteral("cert"), other, id, id));
+    // One of the two, asked for twice.
+    m_token->control("lie CKA_VALUE 1 fails\nlie CKA_VALUE 2 fails\n");
+    const Outcome outcome = run("-", {QStringLiteral("--list"), QStringLiteral("--json")});
+    QCOMPARE(tokenIn(outcome).value(QStringLiteral("error")).toString(),
+             QStringLiteral("There are certificates on it that could not be read, and are missing "
+                            "here."));
+    QVERIFY2(outcome.complained.contains("The token Sick could not be read"),
+             outcome.complained.constData());
+    QCOMPARE(tokenIn(outcome).value(QStringLiteral("certificates")).toArray().size(), 1);
+    QCOMPARE(outcome.code, 1);
+    QVERIFY(m_token->token().removeObject(QStringLiteral("cert"), id));
 }
 
 void TestIncomplete::signsByNoNameBesideAnUnreadToken()

@@ -254,6 +254,7 @@ TokenContentsPtr assembleContents(const TokenObjects &objects, const QString &st
         contents->entries.push_back(std::move(entry));
     }
     contents->keysHidden = objects.privateKeysHidden;
+    contents->certificatesAreWhole = objects.certificatesAreWhole;
     contents->keyFacts = describeKeys(keys.keys(), contents->entries, store);
     contents->keys.assign(keys.keys().begin(), keys.keys().end());
     return contents;

@@ -17,6 +17,8 @@ struct TokenContents {
     bool keysHidden = false;
     /// Some entries have keys that are presumed only.
     bool keysPresumed = false;
+    /// See `TokenObjects`.
+    bool certificatesAreWhole = true;
 
     TokenEntryPtr entry(const QString &id) const;
     /// The entry of the certificate with these bytes.

@@ -11,6 +11,7 @@ int TokenRecord::show(TokenContentsPtr contents)
     status.keysPresumed = contents->keysPresumed;
     status.keysHidden = contents->keysHidden;
     status.certificates = int(contents->entries.size());
+    status.isWhole = contents->certificatesAreWhole;
     status.keyFacts = contents->keyFacts;
     store.contents = std::move(contents);
     return store.id;
