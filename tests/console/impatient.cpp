@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 // The program without its window, with a patience that depends on what has been seen, not on the
-// clock. The first argument says how many tokens have to be read before it ends, or that it never
-// does ("-"); those of the program follow. It says on standard error when QCA waits no longer.
+// clock. The first argument says how many tokens have to be read before it ends, or how many have
+// to be there, read or not ("~1"), or that it never ends ("-"); those of the program follow. It
+// says on standard error when QCA waits no longer.
 #include "console/exitcode.h"
 #include "console/work.h"
 #include "qca/base/catalogues.h"
@@ -20,12 +21,26 @@ using namespace Trivex;
 
 namespace {
 
+/// What has to be seen.
+struct Sight {
+    int tokens = -1; ///< -1: more than there are
+    bool isRead = true; ///< what is on them, too
+};
+
+Sight sightOf(const QString &argument)
+{
+    if (argument == QLatin1String("-"))
+        return {};
+    const bool isRead = !argument.startsWith(QLatin1Char('~'));
+    return {argument.midRef(isRead ? 0 : 1).toInt(), isRead};
+}
+
 /// Ends the patience while it lives.
 class Watch : public QObject {
 public:
-    Watch(int tokens, QObject *parent, std::function<void()> done)
+    Watch(Sight sight, QObject *parent, std::function<void()> done)
         : QObject(parent)
-        , m_tokens(tokens)
+        , m_sight(sight)
         , m_done(std::move(done))
     {
         const auto look = [this] { this->look(); };
@@ -44,19 +59,19 @@ private:
         if (!m_hasTold)
             std::fputs("QCA waits no longer\n", stderr);
         m_hasTold = true;
-        if (m_tokens >= 0 && readTokens() >= m_tokens)
+        if (m_sight.tokens >= 0 && seenTokens() >= m_sight.tokens)
             m_done();
     }
-    int readTokens() const
+    int seenTokens() const
     {
         const QStringList known = m_manager.keyStores();
         const QVector<TokenStatus> tokens = TokenMonitor::tokens();
         return int(std::count_if(tokens.begin(), tokens.end(), [&](const TokenStatus &one) {
-            return one.isRead && known.contains(one.keyStoreId);
+            return (one.isRead || !m_sight.isRead) && known.contains(one.keyStoreId);
         }));
     }
 
-    const int m_tokens; ///< -1: any number
+    const Sight m_sight;
     const std::function<void()> m_done;
     QCA::KeyStoreManager m_manager;
     TokenMonitor m_monitor;
@@ -70,13 +85,12 @@ int main(int argc, char **argv)
     const QCoreApplication program(argc, argv);
     installCatalogues(QStringLiteral("trivex-app"), QCoreApplication::instance());
     QStringList arguments = QCoreApplication::arguments();
-    const QString count = arguments.takeAt(1);
+    const Sight sight = sightOf(arguments.takeAt(1));
     QCommandLineParser parser;
     describe(&parser);
     if (!parser.parse(arguments))
         return WrongUse;
-    const int tokens = count == QLatin1String("-") ? -1 : count.toInt();
-    return carryOut(orderOf(parser), [tokens](QObject *context, std::function<void()> done) {
-        new Watch(tokens, context, std::move(done));
+    return carryOut(orderOf(parser), [sight](QObject *context, std::function<void()> done) {
+        new Watch(sight, context, std::move(done));
     });
 }

@@ -208,7 +208,7 @@ void TestIncomplete::tellsUnreadTokens()
 void TestIncomplete::tellsHalfReadTokens()
 {
     m_token->control("hold C_FindObjectsInit *\n");
-    const Outcome outcome = run("0", {QStringLiteral("--list"), QStringLiteral("--json")});
+    const Outcome outcome = run("~1", {QStringLiteral("--list"), QStringLiteral("--json")});
     QCOMPARE(tokenIn(outcome).value(QStringLiteral("error")).toString(),
              QStringLiteral("It has not been read to its end in time."));
     QVERIFY2(outcome.complained.contains("The token Sick could not be read"),
