@@ -68,10 +68,12 @@ struct ModuleWatch::State {
     /// would end the module of the other. The one that runs already, else the first.
     void keepOneOfEach(QVector<Pkcs11::ModuleSource> *sources)
     {
+        // Before the lock: a file system may take long to answer.
+        for (Pkcs11::ModuleSource &source : *sources)
+            source.file = fileOf(source.library);
         const std::lock_guard lock(mutex);
         QHash<QString, QString> keys;
-        for (Pkcs11::ModuleSource &source : *sources) {
-            source.file = fileOf(source.library);
+        for (const Pkcs11::ModuleSource &source : qAsConst(*sources)) {
             const auto known = keys.constFind(source.file);
             if (known == keys.cend() || (hosts.count(source.key) > 0 && hosts.count(*known) == 0))
                 keys.insert(source.file, source.key);
