@@ -30,7 +30,8 @@ void TestGostUses::signature_data()
     QTest::addColumn<QString>("curve");
     QTest::addColumn<QByteArray>("habit");
     for (const char *curve : {"gost2012-256", "gost2012-512"}) {
-        for (const char *habit : {"", "digest-only", "no-digest", "message-only"})
+        for (const char *habit : {"", "digest-only", "no-digest", "message-only", "no-digest vague",
+                                  "message-only vague"})
             newRow({curve, habit}) << QString::fromLatin1(curve) << QByteArray(habit);
     }
 }

@@ -125,13 +125,15 @@ bool TokenConnection::supports(CK_MECHANISM_TYPE mechanism, CK_FLAGS uses) const
     return result == CKR_OK && (info.flags & uses) == uses;
 }
 
-bool TokenConnection::lacks(CK_MECHANISM_TYPE mechanism, CK_FLAGS use) const
+TokenConnection::Ability TokenConnection::ability(CK_MECHANISM_TYPE mechanism, CK_FLAGS use) const
 {
     CK_MECHANISM_INFO info = {};
     const CK_RV result = (*m_module)->C_GetMechanismInfo(m_slot, mechanism, &info);
     if (Pkcs11::endsSession(result))
         throw Error(result, "C_GetMechanismInfo");
-    return result == CKR_OK ? !isFor(info, use) : result == CKR_MECHANISM_INVALID;
+    if (result == CKR_OK)
+        return isFor(info, use) ? Ability::Known : Ability::Lacking;
+    return result == CKR_MECHANISM_INVALID ? Ability::Lacking : Ability::Untold;
 }
 
 void TokenConnection::login(Operation &operation, LoginFor purpose)

@@ -58,10 +58,15 @@ public:
     /// Whether the token has the mechanism with all of `uses`, flags of CK_MECHANISM_INFO.
     bool supports(CK_MECHANISM_TYPE mechanism, CK_FLAGS uses = 0) const;
 
-    /// Whether the token says by itself that it has no such mechanism, or one that is not for
-    /// `use`. One that can't tell of its mechanisms, even because its device fails, may have it:
-    /// whatever is tried then tells what is wrong. Throws for a token that has gone.
-    bool lacks(CK_MECHANISM_TYPE mechanism, CK_FLAGS use) const;
+    enum class Ability { Lacking, Untold, Known };
+    /// Whether the token says by itself that it has such a mechanism for `use`. One that can't tell
+    /// of its mechanisms, even because its device fails, may have it: whatever is tried then tells
+    /// what is wrong. Throws for a token that has gone.
+    Ability ability(CK_MECHANISM_TYPE mechanism, CK_FLAGS use) const;
+    bool lacks(CK_MECHANISM_TYPE mechanism, CK_FLAGS use) const
+    {
+        return ability(mechanism, use) == Ability::Lacking;
+    }
 
     /// The purpose of a login. Private keys may hide on a token whose flags say nothing of a login.
     enum class LoginFor { Objects, PrivateKeys };

@@ -10,6 +10,7 @@
 #include "qca/keys/nativeoperations.h"
 #include "qca/keys/psskeys.h"
 
+#include <algorithm>
 #include <map>
 #include <optional>
 
@@ -192,20 +193,37 @@ QByteArray digestBy(TokenConnection &connection, CK_MECHANISM_TYPE type, QByteAr
     return digest;
 }
 
+/// Whether the token gets a digest to sign, which is its own where none `isGiven`, and not the
+/// message. Of both ways the one that it tells of. Throws for a token that has neither.
+bool signsDigest(const TokenConnection &connection, const GostMechanisms &mechanisms, bool isGiven,
+                 bool hasMessage)
+{
+    using Ability = TokenConnection::Ability;
+    Ability digest = Ability::Lacking;
+    if (isGiven || hasMessage)
+        digest = connection.ability(mechanisms.sign, CKF_SIGN);
+    if (!isGiven && digest != Ability::Lacking)
+        digest = std::min(digest, connection.ability(mechanisms.digest, CKF_DIGEST));
+    if (digest == Ability::Known)
+        return true;
+    const Ability message =
+        hasMessage ? connection.ability(mechanisms.signMessage, CKF_SIGN) : Ability::Lacking;
+    if (std::max(digest, message) == Ability::Lacking)
+        throw Error(TokenError::NotSupported);
+    return digest >= message;
+}
+
 /// Signs `message`, whose digest is `digest` unless nobody here could compute it: then the token
 /// digests, in a step of its own or in that of the signature.
 QByteArray signGost(TokenConnection &connection, Operation &operation, const TokenKey &key,
                     const GostMechanisms &mechanisms, const std::optional<QByteArray> &message,
                     QByteArray digest)
 {
-    const bool takesDigest = !connection.lacks(mechanisms.sign, CKF_SIGN);
-    if (takesDigest && digest.isEmpty() && message
-        && !connection.lacks(mechanisms.digest, CKF_DIGEST))
+    const bool givesDigest =
+        signsDigest(connection, mechanisms, !digest.isEmpty(), message.has_value());
+    if (givesDigest && digest.isEmpty())
         digest = digestBy(connection, mechanisms.digest, *message, mechanisms.signatureSize / 2);
     connection.checkCancelled();
-    const bool givesDigest = takesDigest && !digest.isEmpty();
-    if (!givesDigest && (!message || connection.lacks(mechanisms.signMessage, CKF_SIGN)))
-        throw Error(TokenError::NotSupported);
     QByteArray parameters = Der::writeOid(mechanisms.digestParameters);
     CK_MECHANISM mechanism = {mechanisms.sign, nullptr, 0};
     if (!givesDigest)

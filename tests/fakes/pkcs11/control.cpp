@@ -44,8 +44,8 @@ const std::map<std::string, Kind> kindNames = {
     {"session", Kind::Session},
 };
 
-const std::set<std::string> gostHabits = {"wrapped", "no-digest-parameters", "message-only",
-                                          "digest-only", "no-digest"};
+const std::set<std::string> gostHabits = {
+    "wrapped", "no-digest-parameters", "message-only", "digest-only", "no-digest", "vague"};
 
 std::optional<unsigned long> number(const std::string &text)
 {

@@ -160,8 +160,11 @@ CK_RV GostLayer::mechanismList(CK_SLOT_ID slot, CK_MECHANISM_TYPE *types, CK_ULO
 CK_RV GostLayer::mechanismInfo(CK_SLOT_ID slot, CK_MECHANISM_TYPE type, CK_MECHANISM_INFO *info)
 {
     const GostMechanism *own = offered(type, ~CK_FLAGS(0));
-    if (!own)
-        return target().C_GetMechanismInfo(slot, type, info);
+    if (!own) {
+        const CK_RV result = target().C_GetMechanismInfo(slot, type, info);
+        const bool isVague = Device::instance().hasGostHabit("vague");
+        return result != CKR_OK && isVague ? CKR_FUNCTION_FAILED : result;
+    }
     const CK_ULONG bits = 8 * own->size;
     *info = {bits, bits, own->use | CKF_HW};
     return CKR_OK;
