@@ -5,8 +5,10 @@
 #include "qca/base/descriptor.h"
 #include "tests/support/endingchild.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QHash>
 
 #include <array>
 #include <vector>
@@ -58,6 +60,43 @@ bool readSome(int pipe, QByteArray *output)
     return count > 0;
 }
 
+/// How long the threads of a process have waited for a processor since this was made.
+class Starving {
+public:
+    explicit Starving(pid_t process)
+        : m_tasks(QStringLiteral("/proc/%1/task").arg(process))
+    {
+    }
+
+    /// Before the clock begins anew.
+    void forget()
+    {
+        look();
+        m_before = m_waits;
+    }
+    /// In ms. To be asked often: what a thread waited since the last look goes with it.
+    qint64 look()
+    {
+        const QDir tasks(m_tasks);
+        const QStringList threads = tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+        for (const QString &thread : threads) {
+            QFile file(tasks.filePath(thread + QStringLiteral("/schedstat")));
+            // Three numbers: the time it ran, the time it waited to run, how often it ran.
+            if (file.open(QIODevice::ReadOnly))
+                m_waits[thread] = file.readAll().split(' ').value(1).toLongLong();
+        }
+        qint64 nanoseconds = 0;
+        for (auto wait = m_waits.cbegin(); wait != m_waits.cend(); ++wait)
+            nanoseconds += wait.value() - m_before.value(wait.key());
+        return nanoseconds / 1000000;
+    }
+
+private:
+    QString m_tasks;
+    QHash<QString, qint64> m_waits;
+    QHash<QString, qint64> m_before;
+};
+
 } // namespace
 
 QString Ended::problem(int exitStatus) const
@@ -93,6 +132,7 @@ Ended watchEnd(const QString &program, const QStringList &arguments)
     bool isRunning = child > 0;
     QElapsedTimer clock;
     clock.start();
+    Starving starving(child);
     while (child > 0 && (isRunning || !ended.isClosed)) {
         if (ended.isClosed)
             usleep(PollPause * 1000);
@@ -101,16 +141,17 @@ Ended watchEnd(const QString &program, const QStringList &arguments)
         if (!ended.hasSaidSo && ended.output.contains(Word)) {
             ended.hasSaidSo = true;
             clock.start();
+            starving.forget();
         }
+        ended.milliseconds = clock.elapsed() - starving.look();
         if (isRunning && waitpid(child, &ended.status, WNOHANG) == child)
             isRunning = false;
-        if (clock.elapsed() <= (ended.hasSaidSo ? 2 * EndPatience : StartPatience))
+        if (ended.milliseconds <= (ended.hasSaidSo ? 2 * EndPatience : StartPatience))
             continue;
         if (!isRunning)
             break;
         kill(child, SIGKILL);
     }
-    ended.milliseconds = clock.elapsed();
     return ended;
 }
 

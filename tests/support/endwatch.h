@@ -10,7 +10,9 @@ namespace TrivexTest {
 
 /// How a process has ended, seen from outside.
 struct Ended {
-    /// From its word (see `sayEnding`) to its end, and to the end of everybody who had its output.
+    /// From its word (see `sayEnding`) to its end, and to the end of everybody who had its output,
+    /// without the time in which its threads could have worked and other programs had the
+    /// processor.
     qint64 milliseconds = 0;
     int status = -1; ///< as `waitpid` gives it
     bool hasSaidSo = false;
