@@ -166,10 +166,12 @@ void Exporter::readOn()
     QElapsedTimer clock;
     clock.start();
     const size_t end = std::min(m_held.size(), m_next + MostInPortion);
-    while (m_next < end && clock.elapsed() < PortionMs) {
+    while (m_next < end) {
         const RowEncoding encoding = m_held.at(m_next++).encoding();
         if (!encoding.der.isEmpty())
             m_work->rows += encoding;
+        if (clock.elapsed() >= PortionMs)
+            break;
     }
     if (m_next < m_held.size()) {
         m_reading.start();

@@ -64,8 +64,12 @@ void RowLines::readOn()
     QElapsedTimer clock;
     clock.start();
     const int end = qMin(m_wanted.size(), m_next + MostInPortion);
-    while (m_next < end && clock.elapsed() < PortionMs)
+    // One at least: a single row is there at once, whatever the machine does meanwhile.
+    while (m_next < end) {
         add(m_wanted.at(m_next++));
+        if (clock.elapsed() >= PortionMs)
+            break;
+    }
     if (m_next < m_wanted.size())
         m_reading.start();
     else
