@@ -55,7 +55,7 @@ void RowLines::write(RowSelection *selection)
     }
     m_wanted.reserve(rows.size());
     for (const int row : rows)
-        m_wanted.append({m_list->identityAt(row), row});
+        m_wanted.append({m_list->identityAt(row), row, m_list->isKeyAt(row)});
     readOn();
 }
 
@@ -95,8 +95,14 @@ void RowLines::add(const Wanted &wanted)
         return;
     }
     const int row = m_list->entries()->rowOfIdentity(wanted.identity);
-    if (row >= 0)
+    if (row >= 0) {
         m_lines += lineOf(*m_list->entries(), row);
+        return;
+    }
+    // The keys without a certificate are among no entries.
+    const int key = wanted.isKey ? m_list->rowOfIdentity(wanted.identity) : -1;
+    if (key >= 0)
+        m_lines += lineOf(*m_list, key);
 }
 
 QString RowLines::lineOf(const QAbstractItemModel &model, int row) const

@@ -44,6 +44,7 @@ private:
     struct Wanted {
         QString identity;
         int row = -1;
+        bool isKey = false;
     };
 
     /// Those of the entries, known by their names.

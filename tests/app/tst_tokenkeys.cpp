@@ -7,6 +7,7 @@
 #include "tools/keychoicemodel.h"
 #include "tools/keykindmodel.h"
 #include "tools/keyrequest.h"
+#include "tools/rowlines.h"
 #include "tools/rowselection.h"
 #include "tools/tokenadmin.h"
 #include "tools/tokenfactlist.h"
@@ -101,6 +102,7 @@ private Q_SLOTS:
     void listOfOneToken();
     void keysOfTheListGoAtOnce();
     void manyRows();
+    void linesOfKeysThatMove();
     void keyIsFollowed();
     void workWithoutTokens();
     void pinsThatAreEmpty_data();
@@ -340,6 +342,39 @@ void TestTokenKeys::manyRows()
     QCOMPARE(list.count(), 0);
     const qint64 milliseconds = (processorTime() - before) / 1000000;
     QVERIFY2(milliseconds < 300, qPrintable(QString::number(milliseconds)));
+}
+
+/// One goes while they are copied, and those behind it move up.
+void TestTokenKeys::linesOfKeysThatMove()
+{
+    constexpr int Many = RowLines::MostInPortion + 100;
+    QVector<TokenKeyFacts> all;
+    for (int i = 0; i < Many; ++i)
+        all.append(key(QByteArray::number(i).constData(), "the same name"));
+    publish("a", all);
+    TokenKeyModel keys;
+    QStandardItemModel source;
+    source.setItemRoleNames({{Qt::UserRole + 1, "name"}});
+    EntryModel entries;
+    entries.setSourceModel(&source);
+    SectionedModel list;
+    list.setEntries(&entries);
+    list.setKeys(&keys);
+    list.setStoreId(QStringLiteral("a"));
+    QTRY_COMPARE(list.count(), Many);
+    RowSelection selection;
+    selection.setRows(&list);
+    selection.chooseAll();
+    RowLines lines;
+    lines.write(&selection);
+    QVERIFY(lines.isRunning());
+    all.removeLast();
+    all.removeFirst();
+    publish("a", all);
+    QCOMPARE(list.count(), Many - 2);
+    QTRY_VERIFY(!lines.isRunning());
+    // The first was written before it went.
+    QCOMPARE(lines.text().split(QLatin1Char('\n')).size(), Many - 1);
 }
 
 void TestTokenKeys::keyIsFollowed()
