@@ -3767,7 +3767,7 @@
     </message>
     <message id="trivex-console-name-unsure">
         <source>Not signed: “%1” may be the name of a key on what is missing, too. To sign with the key that is here, name it by its SHA-256 fingerprint, which stands first, or by its id:</source>
-        <translation>Не подписано: «%1» может быть и именем ключа там, чего здесь нет. Чтобы подписать найденным ключом, укажите его отпечаток SHA-256, он стоит первым, или идентификатор:</translation>
+        <translation>Не подписано: ключ с именем «%1» может быть и на том, чего здесь нет. Чтобы подписать найденным ключом, укажите его отпечаток SHA-256, он стоит первым, или идентификатор:</translation>
     </message>
     <message id="trivex-console-needs-file">
         <source>%1 needs a file.</source>
