@@ -68,7 +68,7 @@ BY_HAND = {"app/screenshots.cpp", "tokens/try-tokens", "project/analyse", "proje
 OPTIONAL = {"qhelpgenerator"}  # one more form of the pages that are checked
 # What makes a token in a test, and what a program that does so has to say SKIP with.
 MAKES_TOKENS = re.compile(r"\b(TestToken|FaultyToken|TokenFixture|TokenWindowTest|SampleData)\b")
-MAY_SKIP = re.compile(r"TRIVEX_NEED_TOKENS|return missingTokenTools|GostFixture|"
+MAY_SKIP = re.compile(r"TRIVEX_NEED_TOKENS|return missingTokenTools|GostFixture|ConsoleTest|"
                       r"run(Token|Sample)WindowTest|runWindowTest<\w+>\(argc, argv, \w+, \w+|"
                       r"FirstHome|QSKIP|\"SKIP ")
 
