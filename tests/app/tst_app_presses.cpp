@@ -285,7 +285,7 @@ void TestAppPresses::typedPathIsWrong()
     const QString missing = inHome(QStringLiteral("there is no such file.pem"));
     QVERIFY(m_window->fill(QStringLiteral("filePath"), missing));
     m_window->key(Qt::Key_Return);
-    QTRY_COMPARE(m_steps->text("filePathWrong"), qtTrId("trivex-app-read-missing"));
+    QTRY_COMPARE(m_steps->text("filePathWrong"), qtTrId("trivex-app-path-missing"));
     QCOMPARE(m_steps->text("filePath"), missing);
     QVERIFY(made->property("opened").toBool());
     QCOMPARE(made->property("answers").toInt(), 0);
