@@ -10,20 +10,11 @@
 #include "tools/rows.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QSet>
 
 #include <algorithm>
 
 namespace Trivex {
-
-namespace {
-
-/// How long one turn of the event loop may read rows, each of which is decoded for it, and how
-/// many.
-constexpr qint64 PortionMs = 5;
-
-} // namespace
 
 /// What the thread gets, and what it makes of it.
 struct Exporter::Work {
@@ -98,10 +89,14 @@ void Exporter::Work::run()
 
 Exporter::Exporter(QObject *parent)
     : Job(parent)
+    , m_reading(
+          [this](int row) {
+              const RowEncoding encoding = m_held.at(size_t(row)).encoding();
+              if (!encoding.der.isEmpty())
+                  m_work->rows += encoding;
+          },
+          [this] { makeForms(); })
 {
-    m_reading.setSingleShot(true);
-    m_reading.setInterval(0);
-    connect(&m_reading, &QTimer::timeout, this, &Exporter::readOn);
 }
 
 Exporter::~Exporter()
@@ -125,7 +120,7 @@ QString Exporter::message() const
 
 double Exporter::progress() const
 {
-    return m_held.empty() ? -1 : double(m_next) / double(m_held.size());
+    return m_reading.progress();
 }
 
 void Exporter::cancel()
@@ -157,32 +152,12 @@ void Exporter::stage(EntryModel *entries, const QStringList &identities, FileSav
         if (wanted.contains(entries->identityAt(row)))
             m_held.emplace_back(*entries, row, entryRole, objectRole);
     }
-    m_next = 0;
-    readOn();
-}
-
-void Exporter::readOn()
-{
-    QElapsedTimer clock;
-    clock.start();
-    const size_t end = std::min(m_held.size(), m_next + MostInPortion);
-    while (m_next < end) {
-        const RowEncoding encoding = m_held.at(m_next++).encoding();
-        if (!encoding.der.isEmpty())
-            m_work->rows += encoding;
-        if (clock.elapsed() >= PortionMs)
-            break;
-    }
-    if (m_next < m_held.size()) {
-        m_reading.start();
-        return;
-    }
-    m_held.clear();
-    makeForms();
+    m_reading.start(int(m_held.size()));
 }
 
 void Exporter::makeForms()
 {
+    m_held.clear();
     if (m_work->rows.isEmpty())
         m_work->error = NothingThere;
     else if (m_saver)

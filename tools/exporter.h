@@ -6,6 +6,7 @@
 #include "tools/exportpath.h"
 #include "tools/filesaver.h"
 #include "tools/job.h"
+#include "tools/portions.h"
 #include "tools/rowentry.h"
 
 #include <QPointer>
@@ -47,7 +48,7 @@ public:
     };
     Q_ENUM(Error)
     /// So many rows are read in one turn of the event loop at most.
-    static constexpr size_t MostInPortion = 256;
+    static constexpr int MostInPortion = Portions::Most;
 
     explicit Exporter(QObject *parent = nullptr);
     ~Exporter() override;
@@ -67,7 +68,6 @@ public:
 
 private:
     struct Work;
-    void readOn();
     void makeForms();
     void start();
     void finishWork(const Work &work, int serial);
@@ -77,8 +77,7 @@ private:
     bool m_certificatesOnly = false;
     std::shared_ptr<Work> m_work; ///< of the last run
     std::vector<HeldRow> m_held; ///< what is to be read
-    size_t m_next = 0; ///< where reading goes on
-    QTimer m_reading;
+    Portions m_reading;
     QPointer<EntryModel> m_entries;
     QPointer<FileSaver> m_saver;
     ExportPath m_path;

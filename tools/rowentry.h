@@ -23,6 +23,9 @@ struct RowEncoding {
     QByteArray der; ///< empty where there is nothing to be read
 };
 
+/// Of a saved request in the role "type", as the key store model's `Type`.
+constexpr int SavedRequestType = 5;
+
 /// A row as it is now, to be read later, whatever becomes of it: to read thousands takes longer
 /// than a window may stand still. GUI thread.
 class HeldRow {

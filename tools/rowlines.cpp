@@ -2,35 +2,24 @@
 // SPDX-License-Identifier: MIT
 #include "tools/rowlines.h"
 
+#include "tools/rowentry.h"
 #include "tools/rows.h"
-
-#include <QElapsedTimer>
 
 #include <utility>
 
 namespace Trivex {
 
-namespace {
-
-/// How long one turn of the event loop may read rows.
-constexpr qint64 PortionMs = 5;
-constexpr int SavedRequestType = 5; // as the key store model's `Type`
-
-} // namespace
-
 RowLines::RowLines(QObject *parent)
     : Job(parent)
+    , m_reading([this](int row) { add(m_wanted.at(row)); }, [this] { finish(); })
 {
-    m_reading.setSingleShot(true);
-    m_reading.setInterval(0);
-    connect(&m_reading, &QTimer::timeout, this, &RowLines::readOn);
 }
 
 RowLines::~RowLines() = default;
 
 double RowLines::progress() const
 {
-    return m_wanted.isEmpty() ? -1 : double(m_next) / m_wanted.size();
+    return m_reading.progress();
 }
 
 void RowLines::cancel()
@@ -56,31 +45,13 @@ void RowLines::write(RowSelection *selection)
     m_wanted.reserve(rows.size());
     for (const int row : rows)
         m_wanted.append({m_list->identityAt(row), row, m_list->isKeyAt(row)});
-    readOn();
-}
-
-void RowLines::readOn()
-{
-    QElapsedTimer clock;
-    clock.start();
-    const int end = qMin(m_wanted.size(), m_next + MostInPortion);
-    // One at least: a single row is there at once, whatever the machine does meanwhile.
-    while (m_next < end) {
-        add(m_wanted.at(m_next++));
-        if (clock.elapsed() >= PortionMs)
-            break;
-    }
-    if (m_next < m_wanted.size())
-        m_reading.start();
-    else
-        finish();
+    m_reading.start(m_wanted.size());
 }
 
 void RowLines::finish()
 {
     m_reading.stop();
     m_wanted.clear();
-    m_next = 0;
     m_text = std::exchange(m_lines, {}).join(QLatin1Char('\n'));
     end();
 }

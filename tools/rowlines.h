@@ -3,6 +3,7 @@
 #pragma once
 
 #include "tools/job.h"
+#include "tools/portions.h"
 #include "tools/rowselection.h"
 #include "tools/validity.h"
 
@@ -25,7 +26,7 @@ class RowLines : public Job {
     Q_PROPERTY(QString text READ text NOTIFY finished)
 public:
     /// So many rows are read in one turn of the event loop at most.
-    static constexpr int MostInPortion = 256;
+    static constexpr int MostInPortion = Portions::Most;
 
     explicit RowLines(QObject *parent = nullptr);
     ~RowLines() override;
@@ -54,7 +55,6 @@ private:
         int type = -1;
     };
 
-    void readOn();
     void finish();
     void add(const Wanted &wanted);
     QString lineOf(const QAbstractItemModel &model, int row) const;
@@ -62,11 +62,10 @@ private:
     QPointer<SectionedModel> m_list;
     Roles m_roles;
     QVector<Wanted> m_wanted;
-    int m_next = 0; ///< where reading goes on
     QStringList m_lines;
     QString m_text;
     Validity m_validity;
-    QTimer m_reading;
+    Portions m_reading;
 };
 
 } // namespace Trivex

@@ -3,13 +3,12 @@
 #include "tools/rowsummary.h"
 
 #include "qca/base/plaintext.h"
+#include "tools/rowentry.h"
 #include "tools/rows.h"
 
 namespace Trivex {
 
 namespace {
-
-constexpr int SavedRequestType = 5; // as the key store model's `Type`
 
 struct Summary {
     QStringList names;
